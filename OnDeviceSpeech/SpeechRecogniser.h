@@ -1,0 +1,52 @@
+// Speech to text on the device.
+#pragma once
+
+#include "OnDeviceSpeech/HeardUtterance.h"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace quorvell {
+
+/// Where the models lie. The defaults are found beside the program and in the system's folders.
+struct SpeechModels {
+    std::string acousticModel; ///< Folder.
+    std::string dictionary;
+    std::string generalLanguageModel;
+    std::string commandLanguageModel; ///< Built with the program from request templates.
+    std::string commandGrammar;
+
+    /// `programFolder` is the folder that holds the program.
+    static SpeechModels find(const std::string& programFolder);
+};
+
+/// Recognises one utterance at a time. Blocking: use it from one worker thread, the same one throughout.
+class SpeechRecogniser {
+public:
+    static constexpr int sampleRateHz = 16000;
+
+    struct Made;
+    /// Either a recogniser or a sentence that says what is missing and how to get it.
+    static Made create(const SpeechModels& models);
+    ~SpeechRecogniser();
+
+    /// Starts a new utterance; what was fed to an unfinished one is forgotten.
+    void begin();
+    /// 16 kHz mono. Recognition goes on while samples arrive, so that finish has little left to do.
+    void feed(std::span<const std::int16_t> samples);
+    HeardUtterance finish();
+
+private:
+    struct Parts;
+    explicit SpeechRecogniser(std::unique_ptr<Parts> parts);
+    std::unique_ptr<Parts> m_parts;
+};
+
+struct SpeechRecogniser::Made {
+    std::unique_ptr<SpeechRecogniser> recogniser;
+    std::string problem;
+};
+
+} // namespace quorvell

@@ -1,0 +1,34 @@
+// The notebook as tools and programs see it, whether this program owns the folder or another one does.
+#pragma once
+
+#include "QuorvellCore/notebook/Note.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quorvell {
+
+/// What became of one change.
+struct NotebookVerdict {
+    bool isStored = false; ///< On disk and flushed.
+    std::string problem; ///< When not: a sentence for the user that says what to do next.
+};
+
+using NotebookCallback = std::function<void(const NotebookVerdict&)>;
+
+/// Main thread; callbacks run there too, after the change is durable.
+class Notebook {
+public:
+    virtual ~Notebook() = default;
+
+    /// Newest `created` first. Valid until the next change.
+    virtual const std::vector<Note>& notes() const = 0;
+    virtual std::optional<Note> note(const std::string& id) const = 0;
+    virtual void add(Note note, NotebookCallback done) = 0;
+    /// Applies `change` to the note with this id, moves `updated` forward and writes it.
+    virtual void update(const std::string& id, std::function<void(Note&)> change, NotebookCallback done) = 0;
+};
+
+} // namespace quorvell

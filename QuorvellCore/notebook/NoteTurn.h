@@ -1,0 +1,18 @@
+#pragma once
+
+#include "QuorvellCore/text/Instant.h"
+
+#include <string>
+
+namespace quorvell {
+
+/// One follow-up question and its answer under an explanation.
+struct NoteTurn {
+    std::string question;
+    std::string answer;
+    Instant date {};
+
+    bool operator==(const NoteTurn&) const = default;
+};
+
+} // namespace quorvell

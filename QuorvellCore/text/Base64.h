@@ -1,0 +1,18 @@
+#pragma once
+
+#include "QuorvellCore/text/Bytes.h"
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// Standard alphabet with padding.
+std::string base64Encode(std::span<const std::uint8_t> bytes);
+
+/// Strict: nothing for a wrong length, alphabet or padding. The empty text gives no bytes.
+std::optional<Bytes> base64Decode(std::string_view text);
+
+} // namespace quorvell

@@ -1,0 +1,31 @@
+# Compiler cache, linker and sanitizers, the same for every room.
+
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
+endif()
+
+find_program(MOLD mold)
+find_program(LLD ld.lld)
+if(QUORVELL_SANITIZE STREQUAL "fuzz" AND LLD)
+    add_link_options(-fuse-ld=lld)
+elseif(MOLD AND NOT QUORVELL_SANITIZE STREQUAL "fuzz")
+    add_link_options(-fuse-ld=mold)
+endif()
+
+# One setting for the whole program: mixing them between units would break the one-definition rule of the JSON type.
+add_compile_definitions(JSON_NOEXCEPTION JSON_USE_IMPLICIT_CONVERSIONS=0 U_CHARSET_IS_UTF8=1 QT_NO_KEYWORDS
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
+
+if(QUORVELL_SANITIZE STREQUAL "address")
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1 -g1)
+    add_link_options(-fsanitize=address,undefined)
+elseif(QUORVELL_SANITIZE STREQUAL "thread")
+    add_compile_options(-fsanitize=thread -O1 -g1)
+    add_link_options(-fsanitize=thread)
+elseif(QUORVELL_SANITIZE STREQUAL "fuzz")
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined -O1 -g1)
+    add_link_options(-fsanitize=address,undefined)
+elseif(CMAKE_BUILD_TYPE STREQUAL "Debug")
+    add_compile_options(-g1)
+endif()

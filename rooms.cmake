@@ -1,0 +1,50 @@
+# The rooms of the house and the doors between them. A new door needs a record in docs/decisions/.
+
+# QuorvellCore: functions of their arguments
+quorvell_room(text QuorvellCore/text CORE LIBRARIES ICU::uc ICU::i18n PUBLIC_LIBRARIES nlohmann_json::nlohmann_json)
+quorvell_room(notebook QuorvellCore/notebook CORE USES text)
+quorvell_room(reminders QuorvellCore/reminders CORE USES text notebook LIBRARIES ICU::uc ICU::i18n)
+quorvell_room(live QuorvellCore/live CORE USES text)
+
+# Quorvell: the shell. These rooms need no Qt.
+quorvell_room(session Quorvell/session USES text live)
+quorvell_room(files Quorvell/files USES text PUBLIC_LIBRARIES Threads::Threads)
+quorvell_room(notebook_store Quorvell/notebook USES text notebook files)
+quorvell_room(tools Quorvell/tools USES text live notebook reminders session notebook_store)
+
+foreach(room IN ITEMS text notebook reminders live session files notebook_store tools)
+    quorvell_test(${room})
+endforeach()
+
+if(QUORVELL_SHELL)
+    quorvell_room(audio Quorvell/audio USES text PUBLIC_LIBRARIES LIBRARIES PkgConfig::sndfile PkgConfig::samplerate)
+    quorvell_room(connections Quorvell/connections USES text live session PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)
+    quorvell_room(on_device_speech OnDeviceSpeech USES text LIBRARIES PocketSphinx::PocketSphinx Flite::Flite Threads::Threads)
+    quorvell_room(live_service LiveService USES text live reminders on_device_speech audio
+        PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)
+    quorvell_room(app Quorvell/app
+        USES text notebook reminders live session files notebook_store tools audio connections on_device_speech live_service
+        PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::DBus LIBRARIES CLI11::CLI11 PkgConfig::libedit)
+    foreach(room IN ITEMS audio connections on_device_speech live_service app)
+        quorvell_test(${room})
+    endforeach()
+
+    if(EXISTS "${CMAKE_SOURCE_DIR}/Quorvell/app/main.cpp")
+        add_executable(quorvell Quorvell/app/main.cpp)
+        target_link_libraries(quorvell PRIVATE quorvell_app CLI11::CLI11)
+        target_compile_options(quorvell PRIVATE ${QUORVELL_WARNINGS})
+    endif()
+endif()
+
+# Searches for crashes, one per parser of outside bytes
+file(GLOB fuzzers CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/tests/fuzz/*.cmake")
+foreach(fuzzer IN LISTS fuzzers)
+    include("${fuzzer}")
+endforeach()
+
+if(QUORVELL_BENCH AND EXISTS "${CMAKE_SOURCE_DIR}/bench/CMakeLists.txt")
+    add_subdirectory(bench)
+endif()
+if(QUORVELL_TESTS AND EXISTS "${CMAKE_SOURCE_DIR}/tests/house.cmake")
+    include(tests/house.cmake)
+endif()
