@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace quorvell {
+
+/// Everything the program takes from its surroundings, read once at start-up so that nothing else has to look.
+struct ProgramEnvironment {
+    std::string programPath; ///< Absolute path of this program.
+    std::string programFolder;
+    std::string notebookFolder; ///< $XDG_DATA_HOME/Quorvell/Notebook
+    std::string configFolder; ///< $XDG_CONFIG_HOME/Quorvell
+    std::string stateFolder; ///< $XDG_STATE_HOME/Quorvell
+    std::string runtimeFolder; ///< $XDG_RUNTIME_DIR, or empty.
+    std::string timeZone; ///< IANA name, "Europe/Berlin".
+    std::string locale; ///< "en_GB"; LC_ALL, LC_TIME, LANG in this order, "en_US" where none says.
+    std::optional<std::string> apiKey; ///< OPENAI_API_KEY; empty counts as absent.
+    std::optional<std::string> liveHost; ///< QUORVELL_LIVE_HOST: "host", "host:port" or a wss/https address.
+    bool hasSessionBus = false; ///< A D-Bus session bus address is known.
+    bool isInputTerminal = false;
+    bool isOutputTerminal = false;
+
+    static ProgramEnvironment read(const char* programName);
+};
+
+} // namespace quorvell
