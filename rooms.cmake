@@ -12,6 +12,9 @@ quorvell_room(files Quorvell/files USES text PUBLIC_LIBRARIES Threads::Threads)
 quorvell_room(notebook_store Quorvell/notebook USES text notebook files)
 quorvell_room(tools Quorvell/tools USES text live notebook reminders session notebook_store)
 
+# The rooms that share state across threads: the thread sanitizer runs their tests.
+set(QUORVELL_THREADED_ROOMS files notebook_store)
+
 foreach(room IN ITEMS text notebook reminders live session files notebook_store tools)
     quorvell_test(${room})
 endforeach()

@@ -4,7 +4,9 @@
 set(QUORVELL_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
 set(QUORVELL_CORE_WARNINGS -Wconversion -Wsign-conversion)
 
-# quorvell_room(<name> <folder> [CORE] [SOURCES_FROM <subfolder>...] [USES <room>...] [LIBRARIES <lib>...] [PUBLIC_LIBRARIES <lib>...])
+file(WRITE "${CMAKE_BINARY_DIR}/rooms.txt" "")
+
+# quorvell_room(<name> <folder> [CORE] [USES <room>...] [LIBRARIES <lib>...] [PUBLIC_LIBRARIES <lib>...])
 #   CORE              no exceptions, stricter warnings
 #   USES              rooms whose headers this one may include
 #   LIBRARIES         libraries only its sources see; PUBLIC_LIBRARIES those that its headers expose
@@ -43,11 +45,22 @@ function(quorvell_room name folder)
         target_link_libraries(${target} INTERFACE ${links} ${ROOM_PUBLIC_LIBRARIES})
     endif()
     set_property(TARGET ${target} PROPERTY QUORVELL_FOLDER "${folder}")
+
+    # What scripts/check-layers reads: the room, its folder, the folders it may include.
+    set(doors)
+    foreach(used IN LISTS links)
+        get_target_property(door ${used} QUORVELL_FOLDER)
+        string(APPEND doors " ${door}")
+    endforeach()
+    file(APPEND "${CMAKE_BINARY_DIR}/rooms.txt" "${name} ${folder}${doors}\n")
 endfunction()
 
 # quorvell_test(<room> [<further library>...]): one executable of tests/<folder of the room>, linking only that room.
 function(quorvell_test room)
-    if(NOT QUORVELL_TESTS)
+    if(NOT QUORVELL_TESTS OR QUORVELL_SANITIZE STREQUAL "fuzz")
+        return()
+    endif()
+    if(QUORVELL_SANITIZE STREQUAL "thread" AND NOT room IN_LIST QUORVELL_THREADED_ROOMS)
         return()
     endif()
     get_target_property(folder quorvell_${room} QUORVELL_FOLDER)
@@ -71,6 +84,9 @@ function(quorvell_fuzz name)
     if(NOT QUORVELL_TESTS)
         return()
     endif()
+    if(QUORVELL_SANITIZE STREQUAL "thread")
+        return()
+    endif()
     cmake_parse_arguments(FUZZ "" "" "USES" ${ARGN})
     set(target ${name}_fuzz)
     set(corpus "${CMAKE_SOURCE_DIR}/tests/fuzz/corpus/${name}")
@@ -84,8 +100,10 @@ function(quorvell_fuzz name)
         file(MAKE_DIRECTORY "${grown}")
         add_test(NAME fuzz.${name} COMMAND ${target} -max_total_time=${QUORVELL_FUZZ_SECONDS} -rss_limit_mb=2048
             -timeout=10 -print_final_stats=1 -artifact_prefix=${CMAKE_BINARY_DIR}/corpus/ "${grown}" "${corpus}")
+        set_tests_properties(fuzz.${name} PROPERTIES TIMEOUT 300)
     else()
         target_sources(${target} PRIVATE "${CMAKE_SOURCE_DIR}/tests/fuzz/replayMain.cpp")
         add_test(NAME seeds.${name} COMMAND ${target} "${corpus}")
+        set_tests_properties(seeds.${name} PROPERTIES TIMEOUT 120)
     endif()
 endfunction()

@@ -1,0 +1,28 @@
+# Checks of the house itself, run with the tests of the ordinary build.
+
+if(QUORVELL_SANITIZE)
+    return()
+endif()
+
+add_test(NAME house.layers COMMAND scripts/check-layers "${CMAKE_BINARY_DIR}/rooms.txt" WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
+add_test(NAME house.purity COMMAND scripts/check-purity WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
+add_test(NAME house.format COMMAND scripts/format --check WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
+
+# Every header stands alone.
+add_test(NAME house.headers COMMAND ${CMAKE_COMMAND} --build "${CMAKE_BINARY_DIR}" --target all_verify_interface_header_sets)
+set_tests_properties(house.headers PROPERTIES RESOURCE_LOCK build TIMEOUT 900)
+
+# A door that is not there does not open.
+foreach(kind IN ITEMS allowed forbidden)
+    add_library(${kind}_include OBJECT EXCLUDE_FROM_ALL tests/house/${kind}Include.cpp)
+    target_link_libraries(${kind}_include PRIVATE quorvell_text)
+    add_test(NAME house.${kind}_include COMMAND ${CMAKE_COMMAND} --build "${CMAKE_BINARY_DIR}" --target ${kind}_include)
+    set_tests_properties(house.${kind}_include PROPERTIES RESOURCE_LOCK build)
+endforeach()
+set_tests_properties(house.forbidden_include PROPERTIES PASS_REGULAR_EXPRESSION "fatal error: .*No such file")
+
+find_program(CLANG_TIDY clang-tidy-14)
+if(CLANG_TIDY)
+    add_test(NAME house.tidy COMMAND scripts/check-tidy "${CMAKE_BINARY_DIR}" WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
+    set_tests_properties(house.tidy PROPERTIES TIMEOUT 900)
+endif()

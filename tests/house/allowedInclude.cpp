@@ -1,0 +1,4 @@
+// The control of forbiddenInclude.cpp: the same room, a header that it may see.
+#include "QuorvellCore/text/TextMatch.h"
+
+int main() { return 0; }
