@@ -1,0 +1,16 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace quorvell {
+
+/// What an appended text belongs to. An absent id is left out of the message.
+struct OpenAIAppendIDs {
+    std::optional<std::string> delegationID; ///< The delegation that is running.
+    std::optional<std::string> eventID; ///< Comes back in an "error" event when the server refuses the message.
+
+    bool operator==(const OpenAIAppendIDs&) const = default;
+};
+
+} // namespace quorvell

@@ -1,0 +1,49 @@
+// Where live sessions are opened and with which requests. Pure: requests are values, answers are texts.
+#pragma once
+
+#include "QuorvellCore/live/wire/OpenAILiveSetupOptions.h"
+#include "QuorvellCore/live/wire/RefusedSetting.h"
+#include "QuorvellCore/live/wire/WebRequest.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// One service. TLS is used for every host but the computer itself.
+struct OpenAILiveEndpoint {
+    enum class Security { tls, none };
+
+    /// The answer to a session created for WebRTC.
+    struct WebRTCAnswer {
+        std::string sdp;
+        std::string sessionID; ///< Empty when the session object has none.
+        bool operator==(const WebRTCAnswer&) const = default;
+    };
+
+    static constexpr std::string_view path = "/v1/live/sessions";
+    static constexpr std::string_view defaultHost = "api.openai.com";
+
+    std::string host{defaultHost}; ///< With ":port" where it is not the scheme's own.
+    Security security = Security::tls;
+
+    /// From an address in the settings: "https://host", "wss://host:port", or a bare host. Without TLS ("http", "ws")
+    /// only for the computer itself. Nothing for any other text; a path is not allowed.
+    static std::optional<OpenAILiveEndpoint> create(std::string_view address);
+
+    /// The upgrade to a WebSocket.
+    WebRequest request(std::string_view apiKey) const;
+    /// Creates a session whose sound travels over WebRTC.
+    WebRequest webRTCRequest(
+        std::string_view apiKey, const OpenAILiveSetupOptions& options, std::string_view offerSDP) const;
+    /// Nothing when the answer's SDP or its session is missing.
+    static std::optional<WebRTCAnswer> webRTCAnswer(std::string_view body);
+
+    /// Which option to drop before the session is asked for again, judged by the refusal's status and body.
+    static RefusedSetting refusedSetting(int status, std::string_view body);
+
+    bool operator==(const OpenAILiveEndpoint&) const = default;
+};
+
+} // namespace quorvell

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "QuorvellCore/live/wire/LiveServerEvent.h"
+#include "QuorvellCore/live/wire/OpenAILiveEvent.h"
+
+#include <vector>
+
+namespace quorvell {
+
+/// Turns the protocol's events into the session's vocabulary.
+///
+/// | event | becomes |
+/// |---|---|
+/// | Started | SetupComplete |
+/// | Audio, InputTranscript, OutputTranscript, Delegated | the same |
+/// | FunctionCall | ToolCall with one call; cut off when incomplete or unreadable |
+/// | Reasoning | Thinking (empty: a break) |
+/// | Usage | BilledSeconds and ContextUsage, each if present |
+/// | BackendUsage | Usage (input and output together), Diagnostic "backend_usage" |
+/// | Error | ServerError |
+/// | BackendStarted, ToolChosen, BackendText, ServedTier | Diagnostic "backend_started", "tool_chosen", ... |
+/// | BackendEnded | Diagnostic "backend_ended" with the status |
+/// | Closed | Diagnostic "session_closed" with the reason; the connection reports the closing itself |
+///
+/// BackendIdle is not made here: whoever keeps the OpenAIBackendFlow reports it.
+struct OpenAILiveEventMapper {
+    static std::vector<LiveServerEvent> map(OpenAILiveEvent event);
+};
+
+} // namespace quorvell

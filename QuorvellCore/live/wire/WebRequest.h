@@ -1,0 +1,23 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace quorvell {
+
+/// A request as a plain value; whoever owns the network carries it out.
+struct WebRequest {
+    enum class Method { get, post };
+
+    Method method = Method::get;
+    std::string url;
+    std::vector<std::pair<std::string, std::string>> headers;
+    std::string body;
+    std::chrono::seconds timeout{60};
+
+    bool operator==(const WebRequest&) const = default;
+};
+
+} // namespace quorvell
