@@ -8,6 +8,7 @@ quorvell_room(live QuorvellCore/live CORE USES text)
 
 # Quorvell: the shell. These rooms need no Qt.
 quorvell_room(session Quorvell/session USES text live)
+quorvell_room(audio Quorvell/audio USES text LIBRARIES PkgConfig::sndfile PkgConfig::samplerate)
 quorvell_room(files Quorvell/files USES text PUBLIC_LIBRARIES Threads::Threads)
 quorvell_room(notebook_store Quorvell/notebook USES text notebook files)
 quorvell_room(tools Quorvell/tools USES text live notebook reminders session notebook_store)
@@ -15,12 +16,11 @@ quorvell_room(tools Quorvell/tools USES text live notebook reminders session not
 # The rooms that share state across threads: the thread sanitizer runs their tests.
 set(QUORVELL_THREADED_ROOMS files notebook_store)
 
-foreach(room IN ITEMS text notebook reminders live session files notebook_store tools)
+foreach(room IN ITEMS text notebook reminders live session audio files notebook_store tools)
     quorvell_test(${room})
 endforeach()
 
 if(QUORVELL_SHELL)
-    quorvell_room(audio Quorvell/audio USES text PUBLIC_LIBRARIES LIBRARIES PkgConfig::sndfile PkgConfig::samplerate)
     quorvell_room(connections Quorvell/connections USES text live session PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)
     quorvell_room(on_device_speech OnDeviceSpeech USES text LIBRARIES PocketSphinx::PocketSphinx Flite::Flite Threads::Threads)
     quorvell_room(live_service LiveService USES text live reminders on_device_speech audio
@@ -28,7 +28,7 @@ if(QUORVELL_SHELL)
     quorvell_room(app Quorvell/app
         USES text notebook reminders live session files notebook_store tools audio connections on_device_speech live_service
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::DBus LIBRARIES CLI11::CLI11 PkgConfig::libedit)
-    foreach(room IN ITEMS audio connections on_device_speech live_service app)
+    foreach(room IN ITEMS connections on_device_speech live_service app)
         quorvell_test(${room})
     endforeach()
 
