@@ -18,7 +18,8 @@ namespace quorvell {
 /// | Usage | BilledSeconds and ContextUsage, each if present |
 /// | BackendUsage | Usage (input and output together), Diagnostic "backend_usage" |
 /// | Error | ServerError |
-/// | BackendStarted, ToolChosen, BackendText, ServedTier | Diagnostic "backend_started", "tool_chosen", ... |
+/// | BackendStarted, ToolChosen, ServedTier | Diagnostic "backend_started", "tool_chosen", "served_tier" |
+/// | BackendText | Diagnostic "backend_text" with its length only: the log keeps nothing that was said |
 /// | BackendEnded | Diagnostic "backend_ended" with the status |
 /// | Closed | Diagnostic "session_closed" with the reason; the connection reports the closing itself |
 ///

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "QuorvellCore/live/wire/OpenAILiveSetupOptions.h"
+#include "QuorvellCore/text/Json.h"
+
+#include <optional>
+#include <string>
+
+namespace quorvell {
+
+/// Reads a session object back into the options it was made from. Used once; keeps the first problem.
+class OpenAISessionReader {
+public:
+    std::optional<OpenAILiveSetupOptions> read(const Json& session);
+    const std::string& problem() const { return m_problem; } ///< A sentence; empty when all went well.
+
+private:
+    void readAudio(const Json& session);
+    void readBackend(const Json& backend);
+    void readTools(const Json& backend);
+    void readHistory(const Json& session);
+    std::string requiredString(const Json& object, const char* key);
+    void fail(std::string problem);
+
+    OpenAILiveSetupOptions m_options;
+    std::string m_problem;
+};
+
+} // namespace quorvell
