@@ -1,0 +1,101 @@
+#include "ProgramRun.h"
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace quorvell::walk {
+
+std::vector<Json> Outcome::events() const
+{
+    std::vector<Json> events;
+    std::istringstream lines(output);
+    for (std::string line; std::getline(lines, line);) {
+        if (auto event = parseJson(line); event && event->is_object())
+            events.push_back(std::move(*event));
+    }
+    return events;
+}
+
+ProgramHome::ProgramHome(QString timeZone)
+    : m_variables(QProcessEnvironment::systemEnvironment())
+{
+    for (const char* name : {"DBUS_SESSION_BUS_ADDRESS", "DISPLAY", "WAYLAND_DISPLAY", "OPENAI_API_KEY",
+             "QUORVELL_LIVE_HOST", "XDG_RUNTIME_DIR", "LC_ALL", "LC_TIME"})
+        m_variables.remove(QString::fromUtf8(name));
+    m_variables.insert(QStringLiteral("HOME"), m_folder.path());
+    m_variables.insert(QStringLiteral("XDG_DATA_HOME"), m_folder.filePath(QStringLiteral("data")));
+    m_variables.insert(QStringLiteral("XDG_CONFIG_HOME"), m_folder.filePath(QStringLiteral("config")));
+    m_variables.insert(QStringLiteral("XDG_STATE_HOME"), m_folder.filePath(QStringLiteral("state")));
+    m_variables.insert(QStringLiteral("XDG_CACHE_HOME"), m_folder.filePath(QStringLiteral("cache")));
+    m_variables.insert(QStringLiteral("LANG"), QStringLiteral("en_US.UTF-8"));
+    m_variables.insert(QStringLiteral("TZ"), timeZone);
+}
+
+Outcome ProgramHome::run(const QStringList& arguments, const std::string& input, int limitMilliseconds) const
+{
+    return runThrough(QStringLiteral(QUORVELL_PROGRAM), arguments, input, limitMilliseconds);
+}
+
+Outcome ProgramHome::runThrough(const QString& launcher, const QStringList& launcherArguments, const std::string& input,
+    int limitMilliseconds) const
+{
+    QProcess process;
+    process.setProcessEnvironment(m_variables);
+    process.start(launcher, launcherArguments);
+    process.write(input.data(), static_cast<qint64>(input.size()));
+    process.closeWriteChannel();
+    Outcome outcome;
+    outcome.ended = process.waitForFinished(limitMilliseconds);
+    if (!outcome.ended) {
+        process.kill();
+        process.waitForFinished();
+    }
+    outcome.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    outcome.output = process.readAllStandardOutput().toStdString();
+    outcome.errors = process.readAllStandardError().toStdString();
+    return outcome;
+}
+
+std::unique_ptr<QProcess> ProgramHome::start(const QStringList& arguments) const
+{
+    auto process = std::make_unique<QProcess>();
+    process->setProcessEnvironment(m_variables);
+    process->start(QStringLiteral(QUORVELL_PROGRAM), arguments);
+    process->waitForStarted();
+    return process;
+}
+
+std::string ProgramHome::path(const char* relative) const
+{
+    return m_folder.filePath(QString::fromUtf8(relative)).toStdString();
+}
+
+std::vector<std::string> ProgramHome::noteFiles() const
+{
+    std::vector<std::string> files;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(notebookFolder(), error)) {
+        if (entry.path().extension() != ".md")
+            continue;
+        std::ifstream file(entry.path());
+        std::ostringstream text;
+        text << file.rdbuf();
+        files.push_back(text.str());
+    }
+    return files;
+}
+
+std::string headerValue(const std::string& noteFile, const std::string& key)
+{
+    std::istringstream lines(noteFile);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with(key + ": ")) {
+            const auto value = parseJson(line.substr(key.size() + 2));
+            return value ? readString(*value).value_or(dumpJson(*value)) : std::string();
+        }
+    }
+    return {};
+}
+
+} // namespace quorvell::walk

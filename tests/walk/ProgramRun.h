@@ -1,0 +1,53 @@
+// Runs the real program in a home of its own, as a newcomer would.
+#pragma once
+
+#include "QuorvellCore/text/Json.h"
+
+#include <nlohmann/json.hpp>
+
+#include <QProcess>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <string>
+#include <vector>
+
+namespace quorvell::walk {
+
+struct Outcome {
+    int exitCode = -1;
+    bool ended = false; ///< False when it had to be killed after the time limit.
+    std::string output;
+    std::string errors;
+
+    /// The JSON objects of the output, a line each.
+    std::vector<Json> events() const;
+};
+
+/// A home with nothing in it: no bus, no display, no key.
+class ProgramHome {
+public:
+    explicit ProgramHome(QString timeZone = QStringLiteral("Europe/Berlin"));
+
+    void set(const QString& variable, const QString& value) { m_variables.insert(variable, value); }
+
+    Outcome run(const QStringList& arguments, const std::string& input = {}, int limitMilliseconds = 60000) const;
+    /// As run, but through another program that starts ours (a private message bus).
+    Outcome runThrough(const QString& launcher, const QStringList& launcherArguments, const std::string& input = {},
+        int limitMilliseconds = 60000) const;
+    std::unique_ptr<QProcess> start(const QStringList& arguments) const;
+
+    std::string path(const char* relative) const;
+    std::string notebookFolder() const { return path("data/Quorvell/Notebook"); }
+    /// The texts of the note files.
+    std::vector<std::string> noteFiles() const;
+
+private:
+    QTemporaryDir m_folder;
+    QProcessEnvironment m_variables;
+};
+
+/// The JSON value of one header line of a note file, as text; empty when the line is missing.
+std::string headerValue(const std::string& noteFile, const std::string& key);
+
+} // namespace quorvell::walk
