@@ -18,9 +18,10 @@ using Json = nlohmann::ordered_json;
 struct JsonLimits {
     std::size_t maximumBytes = 16 * 1024 * 1024;
     std::size_t maximumDepth = 64; ///< Nested arrays and objects, judged before parsing.
+    std::size_t maximumMembers = 1024; ///< Of one object: objects are searched in order, so long ones cost squares.
 };
 
-/// Any JSON value, fragments such as "7" included. Nothing when malformed, too large or too deep.
+/// Any JSON value, fragments such as "7" included. Nothing when malformed or beyond the limits.
 /// A key that occurs twice keeps its last value.
 std::optional<Json> parseJson(std::string_view text, const JsonLimits& limits = {});
 

@@ -1,6 +1,8 @@
 // Regular expressions in ICU's syntax over UTF-8 text.
 #pragma once
 
+#include "QuorvellCore/text/PatternText.h"
+
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -35,8 +37,12 @@ public:
     Pattern(const Pattern&) = delete;
     Pattern& operator=(const Pattern&) = delete;
 
+    /// False when the expression itself is faulty; such a pattern matches nothing.
+    bool isValid() const;
+
     /// The first match at or after byte `from`.
     std::optional<PatternMatch> find(std::string_view text, std::size_t from = 0) const;
+    std::optional<PatternMatch> find(const PatternText& text, std::size_t from = 0) const;
     std::vector<PatternMatch> findAll(std::string_view text) const;
     bool matchesWhole(std::string_view text) const;
     /// Every match replaced by `replacement`, taken literally.
