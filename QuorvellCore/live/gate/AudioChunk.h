@@ -1,0 +1,14 @@
+#pragma once
+
+#include "QuorvellCore/text/Bytes.h"
+
+namespace quorvell {
+
+/// A stretch of microphone sound as it travels: 16-bit little-endian mono, 40 ms in a session.
+struct AudioChunk {
+    Bytes pcm;
+
+    bool operator==(const AudioChunk&) const = default;
+};
+
+} // namespace quorvell

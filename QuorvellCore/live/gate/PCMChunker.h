@@ -1,0 +1,27 @@
+#pragma once
+
+#include "QuorvellCore/live/gate/AudioChunk.h"
+#include "QuorvellCore/text/Bytes.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace quorvell {
+
+/// Cuts a stream of sound, delivered in any sizes, into chunks of one size.
+struct PCMChunker {
+    std::size_t chunkBytes = 0; ///< 0 never cuts.
+    Bytes buffer; ///< Less than one chunk.
+
+    /// Every whole chunk that is there now, in order.
+    std::vector<AudioChunk> append(std::span<const std::uint8_t> data);
+    /// The remainder, if there is one.
+    std::optional<AudioChunk> flush();
+
+    bool operator==(const PCMChunker&) const = default;
+};
+
+} // namespace quorvell

@@ -1,0 +1,36 @@
+#include "QuorvellCore/live/history/RecentRequests.h"
+
+#include "QuorvellCore/text/Characters.h"
+
+#include <utility>
+
+namespace quorvell {
+
+void RecentRequests::heard(std::string_view text, Time at)
+{
+    if (std::string words = trimmed(text); !words.empty())
+        join(std::move(words), at);
+    forget(at);
+}
+
+void RecentRequests::join(std::string words, Time at)
+{
+    lastHeard = at;
+    const bool belongsToLast = !requests.empty() && std::chrono::abs(at - requests.back().updated) <= joinWithin;
+    if (!belongsToLast) {
+        requests.push_back({at, std::move(words), {}, at});
+        return;
+    }
+    requests.back().text += ' ' + words;
+    requests.back().updated = at;
+}
+
+void RecentRequests::forget(Time now)
+{
+    // By the last piece: a request that is still being spoken is not old, however long ago it began.
+    std::erase_if(requests, [now](const Request& request) { return now - request.updated > keptFor; });
+    if (requests.size() > most)
+        requests.erase(requests.begin(), requests.end() - static_cast<std::ptrdiff_t>(most));
+}
+
+} // namespace quorvell
