@@ -8,7 +8,7 @@ quorvell_room(live QuorvellCore/live CORE USES text)
 
 # Quorvell: the shell. These rooms need no Qt.
 quorvell_room(session Quorvell/session USES text live)
-quorvell_room(audio Quorvell/audio USES text LIBRARIES PkgConfig::sndfile PkgConfig::samplerate)
+quorvell_room(audio Quorvell/audio LIBRARIES PkgConfig::sndfile PkgConfig::samplerate)
 quorvell_room(files Quorvell/files USES text PUBLIC_LIBRARIES Threads::Threads)
 quorvell_room(notebook_store Quorvell/notebook USES text notebook files)
 quorvell_room(tools Quorvell/tools USES text live notebook reminders session notebook_store)
