@@ -1,0 +1,165 @@
+#include "Quorvell/files/AtomicFile.h"
+
+#include "Quorvell/files/Folder.h"
+
+#include <fcntl.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <ctime>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+constexpr std::string_view temporaryStart = ".quorvell-";
+constexpr std::string_view temporaryEnd = ".tmp";
+constexpr std::string_view hexadecimals = "0123456789abcdef";
+constexpr std::size_t randomDigits = 16;
+
+std::string newTemporaryName()
+{
+    std::array<std::uint8_t, randomDigits / 2> bytes{};
+    // Never falls short for so few bytes; were it to, the exclusive creation still guards against a clash.
+    if (::getrandom(bytes.data(), bytes.size(), 0) < 0)
+        bytes.fill(static_cast<std::uint8_t>(::getpid()));
+    std::string name(temporaryStart);
+    for (const std::uint8_t byte : bytes) {
+        name += hexadecimals[byte >> 4];
+        name += hexadecimals[byte & 0x0F];
+    }
+    return name.append(temporaryEnd);
+}
+
+bool isTemporaryName(std::string_view name)
+{
+    if (name.size() != temporaryStart.size() + randomDigits + temporaryEnd.size() || !name.starts_with(temporaryStart)
+        || !name.ends_with(temporaryEnd))
+        return false;
+    return name.substr(temporaryStart.size(), randomDigits).find_first_not_of(hexadecimals) == std::string_view::npos;
+}
+
+FileProblem problemOf(int result)
+{
+    return result == 0 ? FileProblem::none : fileProblem(errno);
+}
+
+/// Where the file system knows neither an exclusive rename nor hard links, a look beforehand is the best there is.
+FileProblem renameAfterLooking(int folder, const std::string& from, const std::string& to)
+{
+    struct stat existing { };
+    if (::fstatat(folder, to.c_str(), &existing, AT_SYMLINK_NOFOLLOW) == 0)
+        return FileProblem::nameTaken;
+    return problemOf(::renameat(folder, from.c_str(), folder, to.c_str()));
+}
+
+FileProblem renameKeepingExisting(int folder, const std::string& from, const std::string& to)
+{
+    const char* source = from.c_str();
+    const char* target = to.c_str();
+    if (::renameat2(folder, source, folder, target, RENAME_NOREPLACE) == 0)
+        return FileProblem::none;
+    if (errno != EINVAL && errno != ENOSYS)
+        return fileProblem(errno);
+    if (::linkat(folder, source, folder, target, 0) != 0)
+        return errno == EEXIST ? FileProblem::nameTaken : renameAfterLooking(folder, from, to);
+    return problemOf(::unlinkat(folder, source, 0));
+}
+
+/// Some file systems cannot flush a folder and say so; there is nothing more to be done on those.
+FileProblem flushFolder(int folder)
+{
+    if (::fsync(folder) == 0 || errno == EINVAL || errno == ENOTSUP)
+        return FileProblem::none;
+    return fileProblem(errno);
+}
+
+} // namespace
+
+AtomicFile::AtomicFile(std::string folder)
+    : m_folderPath(std::move(folder))
+{
+}
+
+AtomicFile::~AtomicFile()
+{
+    if (!m_temporaryName.empty())
+        ::unlinkat(m_folder.number(), m_temporaryName.c_str(), 0);
+}
+
+FileProblem AtomicFile::write(std::string_view text)
+{
+    if (const FileProblem problem = openTemporary(); problem != FileProblem::none)
+        return problem;
+    if (const FileProblem problem = writeAll(text); problem != FileProblem::none)
+        return problem;
+    return problemOf(::fsync(m_file.number()));
+}
+
+FileProblem AtomicFile::commit(const std::string& name, Existing existing)
+{
+    const int folder = m_folder.number();
+    const FileProblem problem = existing == Existing::keep
+        ? renameKeepingExisting(folder, m_temporaryName, name)
+        : problemOf(::renameat(folder, m_temporaryName.c_str(), folder, name.c_str()));
+    if (problem != FileProblem::none)
+        return problem;
+    m_temporaryName.clear();
+    return flushFolder(folder);
+}
+
+FileProblem AtomicFile::openTemporary()
+{
+    m_folder = FileDescriptor(::open(m_folderPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!m_folder.isOpen())
+        return fileProblem(errno);
+    constexpr mode_t onlyTheUser = 0600;
+    constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW;
+    std::string name = newTemporaryName();
+    m_file = FileDescriptor(::openat(m_folder.number(), name.c_str(), flags, onlyTheUser));
+    if (!m_file.isOpen())
+        return fileProblem(errno);
+    m_temporaryName = std::move(name);
+    return FileProblem::none;
+}
+
+FileProblem AtomicFile::writeAll(std::string_view text)
+{
+    while (!text.empty()) {
+        const ssize_t written = ::write(m_file.number(), text.data(), text.size());
+        if (written < 0 && errno != EINTR)
+            return fileProblem(errno);
+        text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
+    }
+    return FileProblem::none;
+}
+
+FileProblem writeFileDurably(const std::string& folder, const std::string& name, std::string_view text)
+{
+    AtomicFile file(folder);
+    if (const FileProblem problem = file.write(text); problem != FileProblem::none)
+        return problem;
+    return file.commit(name, AtomicFile::Existing::replace);
+}
+
+void removeStaleTemporaryFiles(const std::string& folder, std::chrono::seconds age)
+{
+    const std::time_t newest = std::time(nullptr) - static_cast<std::time_t>(age.count());
+    for (const std::string& name : fileNamesIn(folder).value_or(std::vector<std::string>{})) {
+        if (!isTemporaryName(name))
+            continue;
+        const std::string path = folder + "/" + name;
+        struct stat found { };
+        const bool isOurs = ::lstat(path.c_str(), &found) == 0 && S_ISREG(found.st_mode) && found.st_uid == ::geteuid();
+        if (isOurs && found.st_mtime <= newest)
+            ::unlink(path.c_str());
+    }
+}
+
+} // namespace quorvell

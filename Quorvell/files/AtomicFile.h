@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Quorvell/files/FileDescriptor.h"
+#include "Quorvell/files/FileProblem.h"
+
+#include <chrono>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// A file that appears whole and durable or not at all, whenever the program or the computer stops. The text goes to a
+/// hidden temporary file of the same folder, which is flushed, renamed and its folder flushed. Blocks; one thread.
+class AtomicFile {
+public:
+    enum class Existing { replace, keep };
+
+    explicit AtomicFile(std::string folder);
+    /// Removes what was written and not committed.
+    ~AtomicFile();
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+
+    /// Mode 0600. Nothing is to be seen under a real name yet.
+    FileProblem write(std::string_view text);
+
+    /// Gives the written file its name. After `nameTaken` another name may be tried.
+    FileProblem commit(const std::string& name, Existing existing);
+
+private:
+    FileProblem openTemporary();
+    FileProblem writeAll(std::string_view text);
+
+    std::string m_folderPath;
+    FileDescriptor m_folder;
+    FileDescriptor m_file;
+    std::string m_temporaryName; ///< Empty when there is no temporary file.
+};
+
+/// Both steps for a name that may be replaced.
+FileProblem writeFileDurably(const std::string& folder, const std::string& name, std::string_view text);
+
+/// Removes temporary files that a stopped program left in `folder` and that nobody has written to for `age`. Touches
+/// nothing that is not named as AtomicFile names its own.
+void removeStaleTemporaryFiles(const std::string& folder, std::chrono::seconds age);
+
+} // namespace quorvell

@@ -1,0 +1,61 @@
+#include "Quorvell/files/FileProblem.h"
+
+#include <cerrno>
+
+namespace quorvell {
+
+FileProblem fileProblem(int errorNumber)
+{
+    switch (errorNumber) {
+    case 0:
+        return FileProblem::none;
+    case EEXIST:
+        return FileProblem::nameTaken;
+    case ENOSPC:
+    case EDQUOT:
+        return FileProblem::diskFull;
+    case EFBIG:
+        return FileProblem::tooLarge;
+    case EROFS:
+        return FileProblem::readOnly;
+    case EACCES:
+    case EPERM:
+        return FileProblem::noPermission;
+    case ENOENT:
+    case ESTALE:
+        return FileProblem::folderGone;
+    case ENOTDIR:
+        return FileProblem::notAFolder;
+    default:
+        return FileProblem::other;
+    }
+}
+
+std::string problemSentence(FileProblem problem, const std::string& folder)
+{
+    switch (problem) {
+    case FileProblem::none:
+        return "";
+    case FileProblem::nameTaken:
+        return "A file of that name is already in " + folder + ". Rename it and try again.";
+    case FileProblem::diskFull:
+        return "The disk that holds " + folder + " is full. Free some space and try again.";
+    case FileProblem::tooLarge:
+        return "That is larger than this system lets a program write in " + folder + ". Shorten it and try again.";
+    case FileProblem::readOnly:
+        return folder + " is on a disk that can only be read. Make the disk writable and try again.";
+    case FileProblem::noPermission:
+        return "This account may not write in " + folder + ". Give it read and write access and try again.";
+    case FileProblem::folderGone:
+        return "The folder " + folder + " is gone. Put it back where it was and try again.";
+    case FileProblem::notAFolder:
+        return folder
+            + " cannot be used: something on the way to it is a file, not a folder. Move that file away and "
+              "try again.";
+    case FileProblem::other:
+        return "The disk that holds " + folder + " does not answer as it should. Check it and try again.";
+    }
+    return "";
+}
+
+} // namespace quorvell

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+namespace quorvell {
+
+/// Why a file or folder could not be read or written.
+enum class FileProblem {
+    none,
+    nameTaken, ///< Only where an existing file must be kept.
+    diskFull, ///< Or the user's share of it is used up.
+    tooLarge,
+    readOnly,
+    noPermission,
+    folderGone,
+    notAFolder,
+    other,
+};
+
+/// For the `errno` of a failed call on something inside a folder.
+FileProblem fileProblem(int errorNumber);
+
+/// One or two sentences for the user that say what to do. `folder` is named in them. Empty for `none`.
+std::string problemSentence(FileProblem problem, const std::string& folder);
+
+} // namespace quorvell

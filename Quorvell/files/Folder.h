@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Quorvell/files/FileProblem.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quorvell {
+
+/// Makes the folder and those above it that are missing, each with mode 0700. One that exists is left as it is.
+FileProblem makeFolder(const std::string& path);
+
+/// The names in a folder, hidden ones too, sorted by their bytes. Nothing when it cannot be read.
+std::optional<std::vector<std::string>> fileNamesIn(const std::string& folder);
+
+/// The whole of an ordinary file of at most `maximumBytes`. Never waits: pipes and devices are refused.
+std::optional<std::string> readFile(const std::string& path, std::size_t maximumBytes);
+
+} // namespace quorvell

@@ -1,0 +1,91 @@
+#include "QuorvellCore/notebook/Note.h"
+
+#include "QuorvellCore/notebook/ExplanationSections.h"
+
+#include <string_view>
+
+namespace quorvell {
+
+namespace {
+
+std::string joined(const std::vector<std::string>& pieces, std::string_view separator)
+{
+    std::string text;
+    for (const std::string& piece : pieces) {
+        if (&piece != &pieces.front())
+            text += separator;
+        text += piece;
+    }
+    return text;
+}
+
+std::string numberedSteps(const std::vector<std::string>& steps)
+{
+    std::vector<std::string> lines;
+    for (const std::string& step : steps)
+        lines.push_back(std::to_string(lines.size() + 1) + ". " + step);
+    return joined(lines, "\n");
+}
+
+std::string howToText(const Note& note)
+{
+    std::vector<std::string> parts;
+    for (std::string part : {numberedSteps(note.steps), note.body})
+        if (!part.empty())
+            parts.push_back(std::move(part));
+    return joined(parts, "\n\n");
+}
+
+} // namespace
+
+std::string Note::newID(const std::array<std::uint8_t, 16>& randomBytes)
+{
+    // A random UUID says version 4 in byte 6 and its variant in byte 8.
+    std::array<std::uint8_t, 16> uuid = randomBytes;
+    uuid[6] = static_cast<std::uint8_t>((uuid[6] & 0x0F) | 0x40);
+    uuid[8] = static_cast<std::uint8_t>((uuid[8] & 0x3F) | 0x80);
+    constexpr std::string_view digits = "0123456789abcdef";
+    constexpr std::size_t length = 12;
+    std::string id;
+    for (std::size_t index = 0; id.size() < length; ++index) {
+        id += digits[uuid[index] >> 4];
+        id += digits[uuid[index] & 0x0F];
+    }
+    return id;
+}
+
+std::string Note::searchText() const
+{
+    const std::optional<std::string> label = source ? source->label() : std::nullopt;
+    const std::optional<std::string> sourceTitle = source ? source->title : std::nullopt;
+    std::vector<std::string> pieces = {
+        title, body, question.value_or(""), goal.value_or(""), label.value_or(""), sourceTitle.value_or("")};
+    pieces.insert(pieces.end(), steps.begin(), steps.end());
+    for (const NoteTurn& turn : thread) {
+        pieces.push_back(turn.question);
+        pieces.push_back(turn.answer);
+    }
+    return joined(pieces, " ");
+}
+
+std::string Note::plainText() const
+{
+    switch (kind) {
+    case NoteKind::howTo:
+        return howToText(*this);
+    case NoteKind::explanation:
+        return joined(explanationSections(body), "\n\n");
+    case NoteKind::clip:
+    case NoteKind::note:
+    case NoteKind::aboutMe:
+        return body;
+    }
+    return body;
+}
+
+bool Note::isVisibleToQuorvell() const
+{
+    return !archived && (kind != NoteKind::aboutMe || confirmed);
+}
+
+} // namespace quorvell
