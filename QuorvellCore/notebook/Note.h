@@ -18,37 +18,37 @@
 namespace quorvell {
 
 struct Note {
-    std::string id; ///< Of newID for our own notes; any text in files of others.
+    std::string id{}; ///< Of newID for our own notes; any text in files of others.
     NoteKind kind = NoteKind::note;
-    std::string title;
-    std::string body;
-    Instant created {};
-    Instant updated {};
+    std::string title{};
+    std::string body{};
+    Instant created{};
+    Instant updated{};
     NoteAuthor author = NoteAuthor::person;
     NoteOrigin origin = NoteOrigin::person;
     bool personEdited = false;
     bool pinned = false;
     bool archived = false; ///< Put away; hidden from the assistant.
-    std::optional<NoteSource> source;
-    std::vector<std::string> steps; ///< Of a how-to.
-    std::optional<std::string> goal;
-    std::optional<std::string> question; ///< That an explanation answers.
-    std::vector<NoteTurn> thread; ///< Oldest first.
+    std::optional<NoteSource> source{};
+    std::vector<std::string> steps{}; ///< Of a how-to.
+    std::optional<std::string> goal{};
+    std::optional<std::string> question{}; ///< That an explanation answers.
+    std::vector<NoteTurn> thread{}; ///< Oldest first.
     bool confirmed = false; ///< An aboutMe fact that the person has confirmed.
     std::int64_t timesUsed = 0;
-    std::vector<std::int64_t> checked; ///< Indexes of ticked steps.
-    std::optional<Instant> when;
-    std::optional<Instant> remindAt;
-    std::optional<std::string> image; ///< Path of the picture relative to the notebook folder.
-    std::optional<std::string> level;
-    std::optional<Instant> reviewed;
-    std::vector<std::string> basedOn; ///< Ids of the notes this one was built from.
-    std::optional<std::string> repeatRule; ///< Text form of a ReminderRepeat.
-    std::optional<std::string> trigger; ///< Text form of a ReminderTrigger.
-    std::optional<Instant> doneAt;
-    std::optional<std::string> then;
-    std::optional<std::string> event; ///< Id of a linked calendar event.
-    std::optional<std::string> mirror; ///< Id of a mirrored system reminder.
+    std::vector<std::int64_t> checked{}; ///< Indexes of ticked steps.
+    std::optional<Instant> when{};
+    std::optional<Instant> remindAt{};
+    std::optional<std::string> image{}; ///< Path of the picture relative to the notebook folder.
+    std::optional<std::string> level{};
+    std::optional<Instant> reviewed{};
+    std::vector<std::string> basedOn{}; ///< Ids of the notes this one was built from.
+    std::optional<std::string> repeatRule{}; ///< Text form of a ReminderRepeat.
+    std::optional<std::string> trigger{}; ///< Text form of a ReminderTrigger.
+    std::optional<Instant> doneAt{};
+    std::optional<std::string> then{};
+    std::optional<std::string> event{}; ///< Id of a linked calendar event.
+    std::optional<std::string> mirror{}; ///< Id of a mirrored system reminder.
 
     /// 12 lower-case hexadecimal characters, the first of a random UUID's text form without its dashes.
     /// `randomBytes` are the UUID's 16 bytes before its version and variant bits are set.

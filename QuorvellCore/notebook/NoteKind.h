@@ -8,8 +8,8 @@ namespace quorvell {
 
 enum class NoteKind { clip, note, explanation, howTo, aboutMe };
 
-inline constexpr std::array<NoteKind, 5> allNoteKinds
-    = {NoteKind::clip, NoteKind::note, NoteKind::explanation, NoteKind::howTo, NoteKind::aboutMe};
+inline constexpr std::array<NoteKind, 5> allNoteKinds = {
+    NoteKind::clip, NoteKind::note, NoteKind::explanation, NoteKind::howTo, NoteKind::aboutMe};
 
 /// "clip", "note", "explanation", "how_to", "about_me".
 std::string_view storedText(NoteKind kind);

@@ -7,10 +7,10 @@ namespace quorvell {
 
 /// Where a clip was taken from.
 struct NoteSource {
-    std::optional<std::string> app;
-    std::optional<std::string> site; ///< Host shown to the person.
-    std::optional<std::string> address;
-    std::optional<std::string> title;
+    std::optional<std::string> app{};
+    std::optional<std::string> site{}; ///< Host shown to the person.
+    std::optional<std::string> address{};
+    std::optional<std::string> title{};
 
     /// The short origin text that is shown and searched: the site without a leading "www.", else the app, else none.
     std::optional<std::string> label() const;

@@ -8,9 +8,9 @@ namespace quorvell {
 
 /// One follow-up question and its answer under an explanation.
 struct NoteTurn {
-    std::string question;
-    std::string answer;
-    Instant date {};
+    std::string question{};
+    std::string answer{};
+    Instant date{};
 
     bool operator==(const NoteTurn&) const = default;
 };
