@@ -1,0 +1,191 @@
+#include "Quorvell/files/AtomicFile.h"
+
+#include "OrdinaryUser.h"
+#include "Quorvell/files/Folder.h"
+#include "TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <utime.h>
+
+#include <csignal>
+#include <ctime>
+
+namespace quorvell {
+namespace {
+
+using Names = std::vector<std::string>;
+using test::readText;
+using test::writeText;
+
+unsigned modeOf(const std::string& path)
+{
+    struct stat found { };
+    return ::stat(path.c_str(), &found) == 0 ? found.st_mode & 07777u : 0;
+}
+
+TEST(AtomicFile, replacesAFileWholeAndKeepsItPrivate)
+{
+    const test::TemporaryFolder folder;
+    writeText(folder / "a.md", "old");
+    ::chmod((folder / "a.md").c_str(), 0644);
+    const std::string large(3'000'000, 'x');
+    EXPECT_EQ(writeFileDurably(folder.path(), "a.md", large), FileProblem::none);
+    EXPECT_EQ(readText(folder / "a.md"), large);
+    EXPECT_EQ(modeOf(folder / "a.md"), 0600u);
+    EXPECT_EQ(writeFileDurably(folder.path(), "a.md", ""), FileProblem::none);
+    EXPECT_EQ(readText(folder / "a.md"), "");
+    EXPECT_EQ(fileNamesIn(folder.path()), Names{"a.md"});
+}
+
+TEST(AtomicFile, keepsWhatIsThereAndTakesAnotherName)
+{
+    const test::TemporaryFolder folder;
+    writeText(folder / "a.md", "old");
+    ASSERT_EQ(::symlink("nowhere", (folder / "b.md").c_str()), 0);
+    AtomicFile file(folder.path());
+    ASSERT_EQ(file.write("new"), FileProblem::none);
+    EXPECT_EQ(file.commit("a.md", AtomicFile::Existing::keep), FileProblem::nameTaken);
+    EXPECT_EQ(file.commit("b.md", AtomicFile::Existing::keep), FileProblem::nameTaken);
+    EXPECT_EQ(file.commit("c.md", AtomicFile::Existing::keep), FileProblem::none);
+    EXPECT_EQ(readText(folder / "a.md"), "old");
+    EXPECT_EQ(readText(folder / "c.md"), "new");
+    EXPECT_EQ(fileNamesIn(folder.path()), (Names{"a.md", "b.md", "c.md"}));
+}
+
+TEST(AtomicFile, leavesNothingBehindUncommitted)
+{
+    const test::TemporaryFolder folder;
+    {
+        AtomicFile file(folder.path());
+        ASSERT_EQ(file.write("new"), FileProblem::none);
+        const auto names = fileNamesIn(folder.path());
+        ASSERT_TRUE(names && names->size() == 1);
+        EXPECT_TRUE(names->front().starts_with('.') && !names->front().ends_with(".md"));
+    }
+    EXPECT_EQ(fileNamesIn(folder.path()), Names{});
+}
+
+/// No larger file can be written while this lives, as on a disk that is full half way through.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int) = nullptr;
+};
+
+TEST(AtomicFile, keepsTheOldFileWhenWritingStopsHalfWay)
+{
+    const test::TemporaryFolder folder;
+    writeText(folder / "a.md", "old");
+    {
+        const FileSizeLimit limit(5000);
+        EXPECT_EQ(writeFileDurably(folder.path(), "a.md", std::string(20'000, 'x')), FileProblem::tooLarge);
+    }
+    EXPECT_EQ(readText(folder / "a.md"), "old");
+    EXPECT_EQ(fileNamesIn(folder.path()), Names{"a.md"});
+}
+
+TEST(AtomicFile, saysWhyItCannotWrite)
+{
+    const test::TemporaryFolder folder;
+    writeText(folder / "file", "");
+    EXPECT_EQ(writeFileDurably(folder / "gone", "a.md", "new"), FileProblem::folderGone);
+    EXPECT_EQ(writeFileDurably(folder / "file", "a.md", "new"), FileProblem::notAFolder);
+
+    const test::OrdinaryUser user(folder.path().c_str());
+    ASSERT_TRUE(user.isOrdinary());
+    const std::string closed = folder / "closed";
+    ASSERT_EQ(makeFolder(closed), FileProblem::none);
+    writeText(closed + "/a.md", "old");
+    ASSERT_EQ(::chmod(closed.c_str(), 0500), 0);
+    EXPECT_EQ(writeFileDurably(closed, "a.md", "new"), FileProblem::noPermission);
+    ::chmod(closed.c_str(), 0700);
+    EXPECT_EQ(readText(closed + "/a.md"), "old");
+}
+
+TEST(AtomicFile, wordsEveryProblemForTheUser)
+{
+    const std::pair<int, FileProblem> rows[] = {{0, FileProblem::none}, {EEXIST, FileProblem::nameTaken},
+        {ENOSPC, FileProblem::diskFull}, {EDQUOT, FileProblem::diskFull}, {EFBIG, FileProblem::tooLarge},
+        {EROFS, FileProblem::readOnly}, {EACCES, FileProblem::noPermission}, {EPERM, FileProblem::noPermission},
+        {ENOENT, FileProblem::folderGone}, {ENOTDIR, FileProblem::notAFolder}, {EIO, FileProblem::other}};
+    for (const auto& [number, problem] : rows) {
+        EXPECT_EQ(fileProblem(number), problem) << number;
+        const std::string sentence = problemSentence(problem, "/the/folder");
+        EXPECT_EQ(sentence.empty(), problem == FileProblem::none);
+        EXPECT_EQ(sentence.find("/the/folder") != std::string::npos && sentence.ends_with('.'), !sentence.empty())
+            << sentence;
+    }
+}
+
+TEST(AtomicFile, clearsAwayOnlyItsOwnOldRemains)
+{
+    const test::TemporaryFolder folder;
+    const Names kept{".quorvell-0123456789abcdef.md", ".quorvell-0123456789abcdeF.tmp", ".quorvell-notes.tmp", "a.tmp"};
+    const std::string old = ".quorvell-0123456789abcdef.tmp";
+    const std::string young = ".quorvell-fedcba9876543210.tmp";
+    for (const Names& names : {kept, Names{old, young}})
+        for (const std::string& name : names) {
+            writeText(folder / name, "");
+            const utimbuf times{std::time(nullptr) - 7200, std::time(nullptr) - (name == young ? 1800 : 7200)};
+            ASSERT_EQ(::utime((folder / name).c_str(), &times), 0);
+        }
+    removeStaleTemporaryFiles(folder.path(), std::chrono::hours(1));
+    Names left = kept;
+    left.push_back(young);
+    std::sort(left.begin(), left.end());
+    EXPECT_EQ(fileNamesIn(folder.path()), left);
+}
+
+TEST(Folder, isMadeWithTheFoldersAboveIt)
+{
+    const test::TemporaryFolder folder;
+    const mode_t before = ::umask(0);
+    EXPECT_EQ(makeFolder(folder / "a/b//c/"), FileProblem::none);
+    ::umask(before);
+    for (const char* made : {"a", "a/b", "a/b/c"})
+        EXPECT_EQ(modeOf(folder / made), 0700u) << made;
+    ::chmod((folder / "a").c_str(), 0755);
+    EXPECT_EQ(makeFolder(folder / "a"), FileProblem::none);
+    EXPECT_EQ(modeOf(folder / "a"), 0755u);
+    writeText(folder / "file", "");
+    EXPECT_EQ(makeFolder(folder / "file"), FileProblem::notAFolder);
+    EXPECT_EQ(makeFolder(folder / "file/below"), FileProblem::notAFolder);
+    EXPECT_EQ(makeFolder(""), FileProblem::folderGone);
+}
+
+TEST(Folder, readsOrdinaryFilesOfLimitedSize)
+{
+    const test::TemporaryFolder folder;
+    writeText(folder / "ten", "0123456789");
+    writeText(folder / "empty", "");
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    EXPECT_EQ(readFile(folder / "ten", 10), "0123456789");
+    EXPECT_EQ(readFile(folder / "ten", 9), std::nullopt);
+    EXPECT_EQ(readFile(folder / "empty", 0), "");
+    for (const std::string& path : {folder / "pipe", folder / "none", folder.path(), std::string("/dev/zero")})
+        EXPECT_EQ(readFile(path, 100), std::nullopt) << path;
+    // Such a file says that it has no size.
+    const auto status = readFile("/proc/self/status", 100'000);
+    EXPECT_TRUE(status && status->size() > 500);
+    EXPECT_EQ(readFile("/proc/self/status", 100), std::nullopt);
+    EXPECT_EQ(fileNamesIn(folder / "none"), std::nullopt);
+}
+
+} // namespace
+} // namespace quorvell
