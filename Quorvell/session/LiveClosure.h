@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+namespace quorvell {
+
+/// Why a live connection is no more, or never came to be.
+struct LiveClosure {
+    static constexpr int normal = 1000;
+    static constexpr int abnormal = 1006; ///< The other side vanished without a word.
+
+    int code = normal; ///< A WebSocket close code (1000 to 4999), or the HTTP status of a refusal.
+    std::string reason{}; ///< As the other side or the network states it; for the event log.
+    bool mustUserAct = false; ///< Trying again changes nothing until the user has done something.
+    std::string sentence{}; ///< For the user: what happened and what to do next. Empty after an orderly end.
+
+    bool operator==(const LiveClosure&) const = default;
+};
+
+} // namespace quorvell

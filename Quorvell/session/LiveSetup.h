@@ -1,0 +1,23 @@
+#pragma once
+
+#include "QuorvellCore/live/wire/LiveHistoryEntry.h"
+#include "QuorvellCore/text/Json.h"
+
+#include <nlohmann/json.hpp>
+
+#include <string>
+#include <vector>
+
+namespace quorvell {
+
+/// What the session wants from a live conversation, whichever service holds it.
+struct LiveSetup {
+    std::string voiceInstructions;
+    std::string toolInstructions; ///< For the part of the model that uses tools.
+    Json tools = Json::array(); ///< Declarations of the tools that have an owner here.
+    std::vector<LiveHistoryEntry> history; ///< Earlier turns, oldest first.
+
+    bool operator==(const LiveSetup&) const = default;
+};
+
+} // namespace quorvell

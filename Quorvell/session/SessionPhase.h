@@ -1,0 +1,11 @@
+#pragma once
+
+namespace quorvell {
+
+enum class SessionPhase {
+    idle,
+    connecting,
+    active,
+};
+
+} // namespace quorvell

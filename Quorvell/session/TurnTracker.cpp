@@ -1,0 +1,48 @@
+#include "Quorvell/session/TurnTracker.h"
+
+#include <algorithm>
+
+namespace quorvell {
+
+void TurnTracker::requested()
+{
+    isOpen = true;
+    isAnswered = false;
+}
+
+void TurnTracker::heard()
+{
+    if (!isOpen)
+        requested();
+}
+
+void TurnTracker::backendStarted()
+{
+    isBackendWorking = true;
+}
+
+void TurnTracker::backendFinished()
+{
+    isBackendWorking = false;
+}
+
+void TurnTracker::answered(SessionTime until)
+{
+    isOpen = true;
+    isAnswered = true;
+    outputUntil = std::max(outputUntil, until);
+}
+
+void TurnTracker::close()
+{
+    *this = {.isBackendWorking = isBackendWorking};
+}
+
+std::optional<SessionTime> TurnTracker::completeAt() const
+{
+    if (!isOpen || !isAnswered || isBackendWorking)
+        return std::nullopt;
+    return outputUntil + settleTime;
+}
+
+} // namespace quorvell

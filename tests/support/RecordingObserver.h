@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Quorvell/session/SessionObserver.h"
+
+#include <nlohmann/json.hpp>
+
+#include <string>
+#include <vector>
+
+namespace quorvell {
+
+/// The course of a conversation as lines of text.
+class RecordingObserver : public SessionObserver {
+public:
+    void phaseChanged(SessionPhase phase) override
+    {
+        constexpr const char* names[] = {"idle", "connecting", "active"};
+        lines.push_back(names[static_cast<int>(phase)]);
+    }
+    void userSaid(const std::string& text, Words words) override
+    {
+        lines.push_back((words == Words::typed ? "typed: " : "spoken: ") + text);
+    }
+    void assistantWordsHeard(const std::string& delta) override { lines.push_back("words: " + delta); }
+    void assistantSaid(const std::string& text) override { lines.push_back("said: " + text); }
+    void toolCalled(const LiveFunctionCall& call) override { lines.push_back("call " + call.name); }
+    void toolAnswered(const LiveFunctionResponse& response) override
+    {
+        lines.push_back("result " + dumpJson(response.response));
+    }
+    void problemArose(const std::string& sentence) override { lines.push_back("problem: " + sentence); }
+    void turnCompleted(TurnOutcome outcome) override
+    {
+        lines.push_back(outcome == TurnOutcome::answered ? "turn answered" : "turn unanswered");
+    }
+    void conversationEnded(const SessionEnd& end) override
+    {
+        std::string line = end.isFailure ? "ended: " + end.sentence : "ended " + end.reason;
+        for (const std::string& text : end.unsent)
+            line += " unsent: " + text;
+        lines.push_back(line);
+    }
+
+    std::vector<std::string> lines;
+};
+
+} // namespace quorvell
