@@ -74,6 +74,7 @@ std::optional<std::string> NotebookStore::fileURL(const std::string& id) const
 
 void NotebookStore::add(Note note, NotebookCallback done)
 {
+    note.updated = std::max(note.updated, note.created);
     note = cleanedNote(std::move(note));
     if (find(note.id))
         return refuse(takenId, std::move(done));

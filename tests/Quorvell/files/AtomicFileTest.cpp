@@ -1,15 +1,14 @@
 #include "Quorvell/files/AtomicFile.h"
 
+#include "FileSizeLimit.h"
 #include "OrdinaryUser.h"
 #include "Quorvell/files/Folder.h"
 #include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <utime.h>
 
-#include <csignal>
 #include <ctime>
 
 namespace quorvell {
@@ -67,33 +66,12 @@ TEST(AtomicFile, leavesNothingBehindUncommitted)
     EXPECT_EQ(fileNamesIn(folder.path()), Names{});
 }
 
-/// No larger file can be written while this lives, as on a disk that is full half way through.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-    {
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int) = nullptr;
-};
-
 TEST(AtomicFile, keepsTheOldFileWhenWritingStopsHalfWay)
 {
     const test::TemporaryFolder folder;
     writeText(folder / "a.md", "old");
     {
-        const FileSizeLimit limit(5000);
+        const test::FileSizeLimit limit(5000);
         EXPECT_EQ(writeFileDurably(folder.path(), "a.md", std::string(20'000, 'x')), FileProblem::tooLarge);
     }
     EXPECT_EQ(readText(folder / "a.md"), "old");
