@@ -1,0 +1,41 @@
+#pragma once
+
+#include "QuorvellCore/text/Json.h"
+
+#include <nlohmann/json.hpp>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <string>
+
+namespace quorvell {
+
+inline std::filesystem::path fixtureFolder(const std::string& side)
+{
+    return std::filesystem::path(QUORVELL_FIXTURES) / "live" / side;
+}
+
+/// The text of tests/fixtures/live/<side>/<name>.json.
+inline std::string fixtureText(const std::string& side, const std::string& name)
+{
+    std::ifstream file(fixtureFolder(side) / (name + ".json"));
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+inline std::set<std::string> fixtureNames(const std::string& side)
+{
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(fixtureFolder(side)))
+        names.insert(entry.path().stem().string());
+    return names;
+}
+
+/// The same message without white space, keys in the order of the file.
+inline std::string compact(const std::string& text)
+{
+    return dumpJson(parseJson(text).value_or(Json()));
+}
+
+} // namespace quorvell

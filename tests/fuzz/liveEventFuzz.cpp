@@ -1,0 +1,71 @@
+// Whatever either side of a live session may be sent. Besides not crashing: what was read, written and read again is
+// the same.
+#include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
+#include "QuorvellCore/live/wire/OpenAILiveEndpoint.h"
+#include "QuorvellCore/live/wire/OpenAILiveEventMapper.h"
+#include "QuorvellCore/live/wire/OpenAILiveMessage.h"
+#include "QuorvellCore/live/wire/OpenAILiveParser.h"
+#include "QuorvellCore/live/wire/OpenAILiveServerMessage.h"
+#include "QuorvellCore/live/wire/OpenAIResponseEvent.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+namespace {
+
+using namespace quorvell;
+
+void require(bool holds)
+{
+    if (!holds)
+        std::abort();
+}
+
+void readAsClient(std::string_view text)
+{
+    for (const OpenAILiveEvent& event : OpenAILiveParser::parse(text)) {
+        OpenAILiveEventMapper::map(event);
+        if (const auto* audio = std::get_if<openai_event::Audio>(&event)) {
+            const auto again = OpenAILiveParser::parse(OpenAILiveServerMessage::outputAudioDeltaText(audio->pcm));
+            require(again == std::vector<OpenAILiveEvent>{*audio});
+        }
+        if (const auto* call = std::get_if<openai_event::FunctionCall>(&event))
+            require(OpenAILiveParser::parseBackend(OpenAIResponseEvent::functionCallDone(*call))
+                == std::vector<OpenAILiveEvent>{*call});
+    }
+}
+
+/// Reading leaves out nothing that building puts in: from the second time on nothing changes. The history is cut and
+/// trimmed when built, so it is not compared.
+void readAsServer(std::string_view text)
+{
+    auto message = OpenAILiveClientParser::parse(text);
+    auto* start = std::get_if<openai_client::SessionStart>(&message);
+    if (!start)
+        return;
+    start->options.history.clear();
+    const auto format = OpenAILiveMessage::AudioFormat::declared;
+    const std::string built = dumpJson(OpenAILiveMessage::sessionStart(start->options, format));
+    const auto again = OpenAILiveClientParser::parse(built);
+    const auto* restarted = std::get_if<openai_client::SessionStart>(&again);
+    require(restarted != nullptr);
+    require(dumpJson(OpenAILiveMessage::sessionStart(restarted->options, format)) == built);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    readAsClient(text);
+    readAsServer(text);
+    OpenAILiveEndpoint::webRTCAnswer(text);
+    OpenAILiveEndpoint::refusedSetting(400, text);
+    if (const auto endpoint = OpenAILiveEndpoint::create(text))
+        require(
+            OpenAILiveEndpoint::create(endpoint->request("key").url.substr(0, endpoint->request("key").url.find("/v1")))
+            == endpoint);
+    return 0;
+}
