@@ -1,17 +1,17 @@
 #include "Quorvell/files/AtomicFile.h"
 
 #include "Quorvell/files/Folder.h"
+#include "Quorvell/files/RandomBytes.h"
 
 #include <fcntl.h>
-#include <sys/random.h>
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <ctime>
+#include <span>
 #include <utility>
 
 namespace quorvell {
@@ -25,12 +25,9 @@ constexpr std::size_t randomDigits = 16;
 
 std::string newTemporaryName()
 {
-    std::array<std::uint8_t, randomDigits / 2> bytes{};
-    // Never falls short for so few bytes; were it to, the exclusive creation still guards against a clash.
-    if (::getrandom(bytes.data(), bytes.size(), 0) < 0)
-        bytes.fill(static_cast<std::uint8_t>(::getpid()));
+    const auto bytes = randomBytes();
     std::string name(temporaryStart);
-    for (const std::uint8_t byte : bytes) {
+    for (const std::uint8_t byte : std::span(bytes).first<randomDigits / 2>()) {
         name += hexadecimals[byte >> 4];
         name += hexadecimals[byte & 0x0F];
     }
