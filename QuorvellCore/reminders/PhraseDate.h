@@ -1,0 +1,20 @@
+#pragma once
+
+#include "QuorvellCore/reminders/PhraseFindings.h"
+
+#include <optional>
+#include <vector>
+
+namespace quorvell {
+
+/// The instants that a phrase can mean, and how it repeats.
+struct PhraseDate {
+    Instant date{};
+    bool hasTime = false;
+    std::vector<Instant> alternatives;
+    std::optional<ReminderRepeat> repeatRule;
+
+    static PhraseDate resolve(const PhraseFindings& findings, Instant now, const Calendar& calendar);
+};
+
+} // namespace quorvell

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "QuorvellCore/reminders/ReminderPhrase.h"
+#include "QuorvellCore/text/Json.h"
+
+#include <optional>
+
+namespace quorvell {
+
+/// The phrase under its field names, instants in their text form, the rule as stored text or null; null for no phrase.
+Json phraseJson(const std::optional<ReminderPhrase>& phrase);
+
+} // namespace quorvell
