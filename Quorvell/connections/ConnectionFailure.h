@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Quorvell/connections/LiveAccess.h"
+#include "Quorvell/session/LiveClosure.h"
+
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// What went wrong with a connection, as the network shows it.
+struct ConnectionFailure {
+    enum class Kind {
+        refusedUpgrade, ///< `code` is the HTTP status, 0 when it is unknown.
+        refusedSession, ///< The service answered session.start with an error; `detail` is its message.
+        nameUnknown,
+        nobodyAnswers,
+        untrusted, ///< TLS; `detail` says why.
+        openedTooSlowly,
+        startedTooSlowly,
+        wentSilent,
+        closed, ///< By the other side; `code` is the WebSocket close code, `detail` its reason.
+        createRefused, ///< The service would not answer, again and again.
+    };
+
+    Kind kind = Kind::closed;
+    int code = 0;
+    std::string detail{};
+
+    /// For the session and the user.
+    LiveClosure closure(const LiveAccess& access) const;
+
+    /// The status in the error text of a refused upgrade, the only place that shows it; 0 when there is none.
+    static int statusIn(std::string_view errorText);
+
+    bool operator==(const ConnectionFailure&) const = default;
+};
+
+} // namespace quorvell

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Quorvell/connections/LiveAccessSource.h"
+
+#include <utility>
+
+namespace quorvell {
+
+/// A service that somebody else keeps running.
+class HostedAccess : public LiveAccessSource {
+public:
+    explicit HostedAccess(LiveAccess access)
+        : m_access(std::move(access))
+    {
+    }
+
+    void find(std::function<void(const Found&)> found) override { found({m_access, {}}); }
+
+private:
+    LiveAccess m_access;
+};
+
+} // namespace quorvell

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace quorvell {
+
+/// Which models hold a conversation and how. Absent options are left to the service.
+struct LiveModelSettings {
+    std::string voiceModel = "gpt-live";
+    std::string voice = "marin";
+    std::string backendModel = "gpt-5";
+    std::optional<std::string> reasoningEffort{};
+    std::optional<std::string> reasoningSummary{};
+    std::optional<std::string> serviceTier{};
+    std::optional<std::string> verbosity{};
+    std::optional<std::int64_t> maxOutputTokens{};
+
+    bool operator==(const LiveModelSettings&) const = default;
+};
+
+} // namespace quorvell
