@@ -26,6 +26,8 @@ template <typename Test> std::string trimmedWhere(std::string_view text, const T
 
 std::string repairUtf8(std::string_view text)
 {
+    if (isAscii(text))
+        return std::string(text);
     std::string repaired;
     repaired.reserve(text.size());
     for (std::size_t position = 0; position < text.size();) {

@@ -3,6 +3,7 @@
 #include <unicode/uchar.h>
 #include <unicode/utf8.h>
 
+#include <algorithm>
 #include <cstdint>
 
 namespace quorvell {
@@ -36,6 +37,11 @@ char32_t previousCodePoint(std::string_view text, std::size_t& position)
     U8_PREV_OR_FFFD(bytes, 0, index, codePoint);
     position = start + static_cast<std::size_t>(index);
     return static_cast<char32_t>(codePoint);
+}
+
+bool isAscii(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(), [](char letter) { return static_cast<unsigned char>(letter) < 0x80; });
 }
 
 bool isWhiteSpace(char32_t codePoint)

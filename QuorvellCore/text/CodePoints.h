@@ -14,6 +14,9 @@ char32_t nextCodePoint(std::string_view text, std::size_t& position);
 /// The code point that ends at `position`, which moves to its start. `position` is not 0.
 char32_t previousCodePoint(std::string_view text, std::size_t& position);
 
+/// Most texts are; what they need is quick.
+bool isAscii(std::string_view text);
+
 /// Unicode White_Space.
 bool isWhiteSpace(char32_t codePoint);
 

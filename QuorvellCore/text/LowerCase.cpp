@@ -1,5 +1,7 @@
 #include "QuorvellCore/text/LowerCase.h"
 
+#include "QuorvellCore/text/CodePoints.h"
+
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
 #include <unicode/edits.h>
@@ -9,11 +11,6 @@
 namespace quorvell {
 
 namespace {
-
-bool isAscii(std::string_view text)
-{
-    return std::all_of(text.begin(), text.end(), [](char letter) { return static_cast<unsigned char>(letter) < 0x80; });
-}
 
 std::string lowerCasedAscii(std::string_view text)
 {

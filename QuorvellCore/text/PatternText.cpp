@@ -9,17 +9,13 @@ namespace quorvell {
 PatternText::PatternText(std::string_view text)
     : m_text(text)
 {
-    m_units.reserve(text.size());
-    std::size_t position = 0;
-    while (position < text.size() && static_cast<unsigned char>(text[position]) < 0x80)
-        m_units += static_cast<char16_t>(text[position++]);
-    if (position == text.size())
+    if (isAscii(text)) {
+        m_units.assign(text.begin(), text.end());
         return;
-
-    m_bytes.resize(position);
-    for (std::size_t index = 0; index < position; ++index)
-        m_bytes[index] = static_cast<std::uint32_t>(index);
-    while (position < text.size()) {
+    }
+    m_units.reserve(text.size());
+    m_bytes.reserve(text.size() + 1);
+    for (std::size_t position = 0; position < text.size();) {
         const auto start = static_cast<std::uint32_t>(position);
         const char32_t codePoint = nextCodePoint(text, position);
         if (codePoint >= 0x10000) {

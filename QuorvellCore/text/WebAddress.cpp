@@ -1,6 +1,7 @@
 #include "QuorvellCore/text/WebAddress.h"
 
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/CodePoints.h"
 #include "QuorvellCore/text/LowerCase.h"
 
 #include <unicode/bytestream.h>
@@ -79,9 +80,7 @@ std::optional<std::string> normalHost(std::string_view written)
     const std::string host = lowerCased(written);
     if (host.empty() || isIpv6Literal(host))
         return host;
-    const bool isAscii =
-        std::all_of(host.begin(), host.end(), [](char letter) { return static_cast<unsigned char>(letter) < 0x80; });
-    const auto ascii = isAscii && host.find("xn--") == std::string::npos ? host : asciiHost(host);
+    const auto ascii = isAscii(host) && host.find("xn--") == std::string::npos ? host : asciiHost(host);
     // Mapping can bring up letters that would take the address apart differently.
     if (!ascii || ascii->find_first_of(" \"#%/:<>?@[]^`{|}") != std::string::npos)
         return std::nullopt;
