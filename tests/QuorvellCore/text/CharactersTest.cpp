@@ -1,0 +1,121 @@
+#include "QuorvellCore/text/Characters.h"
+
+#include "QuorvellCore/text/LowerCase.h"
+#include "QuorvellCore/text/TextMatch.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvell {
+namespace {
+
+TEST(Characters, countsWhatPeopleSee)
+{
+    struct Row {
+        const char* text;
+        std::size_t count;
+        const char* firstTwo;
+    };
+    const Row rows[] = {
+        {"", 0, ""},
+        {"abc", 3, "ab"},
+        {"e\u0301a\u0308x", 3, "e\u0301a\u0308"},
+        {"a\u0301", 1, "a\u0301"},
+        {"👩‍👩‍👧🇩🇪x", 3, "👩‍👩‍👧🇩🇪"},
+        {"\r\na\nb", 4, "\r\na"},
+        {"a\r\nb", 3, "a\r\n"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        EXPECT_EQ(characterCount(row.text), row.count);
+        EXPECT_EQ(firstCharacters(row.text, 2), row.firstTwo);
+        EXPECT_EQ(firstCharacters(row.text, 100), row.text);
+        EXPECT_EQ(firstCharacters(row.text, 0), "");
+    }
+}
+
+TEST(Characters, repairsEveryIllFormedSequenceOnce)
+{
+    struct Row {
+        const char* text;
+        const char* repaired;
+    };
+    const Row rows[] = {
+        {"plain é 🎂", "plain é 🎂"},
+        {"a\xff z", "a\uFFFD z"},
+        {"cut \xF0\x9F\x8E", "cut \uFFFD"},
+        {"\xC0\xAF", "\uFFFD\uFFFD"},
+        {"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"},
+        {"\x80x", "\uFFFDx"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(repairUtf8(row.text), row.repaired);
+}
+
+TEST(Characters, trims)
+{
+    EXPECT_EQ(trimmed(" \t\u00A0\u2003word \n\r\u2028"), "word");
+    EXPECT_EQ(trimmed(" \u3000 "), "");
+    EXPECT_EQ(trimmed(".;: a, b!? ", ",.;:!"), "a, b!?");
+    EXPECT_EQ(trimmed("…« x »…", "…«»"), "x");
+    EXPECT_EQ(trimmed("\xFF a \xFF"), "\xFF a \xFF");
+}
+
+TEST(Characters, raisesTheFirst)
+{
+    EXPECT_EQ(withUpperCaseFirst("call mum"), "Call mum");
+    EXPECT_EQ(withUpperCaseFirst("e\u0301tude"), "E\u0301tude");
+    EXPECT_EQ(withUpperCaseFirst("ßig"), "SSig");
+    EXPECT_EQ(withUpperCaseFirst("ill"), "Ill");
+    EXPECT_EQ(withUpperCaseFirst("🎂 cake"), "🎂 cake");
+    EXPECT_EQ(withUpperCaseFirst(""), "");
+}
+
+TEST(LowerCase, knowsWhereItsLettersCameFrom)
+{
+    // İ becomes two code points (2 to 3 bytes), ẞ a shorter one (3 to 2), and K (the Kelvin sign, 3 bytes) one byte.
+    const std::string input = "aİẞ\u212A é";
+    const LowerCasedText lower(input);
+    EXPECT_EQ(lower.text(), "ai\u0307ßk é");
+    struct Row {
+        const char* word;
+        const char* source;
+    };
+    for (const Row& row :
+        {Row{"a", "a"}, {"i\u0307", "İ"}, {"ß", "ẞ"}, {"k", "\u212A"}, {" é", " é"}, {"ßk", "ẞ\u212A"}}) {
+        SCOPED_TRACE(row.word);
+        const std::size_t start = lower.text().find(row.word);
+        const std::size_t from = lower.inputPosition(start);
+        EXPECT_EQ(input.substr(from, lower.inputEndPosition(start + std::string(row.word).size()) - from), row.source);
+    }
+    // The dot alone belongs to the whole letter.
+    const std::size_t dot = lower.text().find("\u0307");
+    EXPECT_EQ(lower.inputPosition(dot), 1U);
+    EXPECT_EQ(lower.inputEndPosition(dot), 3U);
+    EXPECT_EQ(lower.inputPosition(lower.text().size()), input.size());
+    EXPECT_EQ(LowerCasedText("ABC").inputEndPosition(2), 2U);
+    EXPECT_EQ(lowerCased("ΟΔΟΣ I İ"), "οδος i i\u0307");
+}
+
+TEST(TextMatch, normalizes)
+{
+    struct Row {
+        const char* text;
+        const char* normalized;
+    };
+    const Row rows[] = {
+        {"  Don't  STOP! ", "don't stop"},
+        {"Ärger—mit\u00A0Ñandú", "ärger mit ñandú"},
+        {"e\u0301te\u0301", "e\u0301te\u0301"},
+        {"a_b-c.d", "a b c d"},
+        {"½ Ⅷ ٣ 五", "½ ⅷ ٣ 五"},
+        {"’quoted‘", "quoted"},
+        {"🎂", ""},
+        {"", ""},
+        {"''", "''"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(TextMatch::normalized(row.text), row.normalized) << row.text;
+}
+
+} // namespace
+} // namespace quorvell

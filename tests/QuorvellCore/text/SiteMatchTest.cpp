@@ -1,0 +1,120 @@
+#include "QuorvellCore/text/SiteMatch.h"
+
+#include "QuorvellCore/text/WebAddress.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvell {
+namespace {
+
+TEST(WebAddress, takesApart)
+{
+    struct Row {
+        const char* text;
+        WebAddress address;
+    };
+    const Row rows[] = {
+        {"example.com:8080", {"https", "example.com", 8080, "", ""}},
+        {" HTTP://User:pw@Example.COM/A/b?q=1#f ", {"http", "example.com", {}, "/A/b", "q=1"}},
+        {"wss://127.0.0.1:65535/v1", {"wss", "127.0.0.1", 65535, "/v1", ""}},
+        {"https://[::1]:80", {"https", "[::1]", 80, "", ""}},
+        {"https://Bücher.example", {"https", "xn--bcher-kva.example", {}, "", ""}},
+        {"https://ＥＸＡＭＰＬＥ.com", {"https", "example.com", {}, "", ""}},
+        {"https://good.com:@evil.com/", {"https", "evil.com", {}, "/", ""}},
+        {"https://example.com:", {"https", "example.com", {}, "", ""}},
+        {"https://r3---sn_x.example.com", {"https", "r3---sn_x.example.com", {}, "", ""}},
+        {"file:///etc", {"file", "", {}, "/etc", ""}},
+        {"example.com?a=/b", {"https", "example.com", {}, "", "a=/b"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        EXPECT_EQ(WebAddress::parse(row.text), row.address);
+    }
+    for (const char* text : {"https://example.com:65536", "https://example.com:8a", "https://a b.com",
+             "https://a%2eb.com", "https://evil.com\\@good.com", "1http://a.com", "a.com/?u=http://b.com",
+             "https://a\nb.com", "https://xn--a.com", "https://[::1", "https://b]@:c@d:1:2", "https://℀.com"})
+        EXPECT_EQ(WebAddress::parse(text), std::nullopt) << text;
+    EXPECT_EQ(WebAddress::parse("a.com/" + std::string(70'000, 'a')), std::nullopt);
+}
+
+TEST(WebAddress, thisComputer)
+{
+    for (const char* text : {"localhost", "ws://127.1.2.3:5", "[::1]", "a.localhost"})
+        EXPECT_TRUE(WebAddress::parse(text)->isLoopback()) << text;
+    for (const char* text : {"127.evil.com", "localhost.com", "128.0.0.1", "[::2]", "notlocalhost", "0.0.0.0"})
+        EXPECT_FALSE(WebAddress::parse(text)->isLoopback()) << text;
+}
+
+TEST(SiteMatch, hostsAndPaths)
+{
+    struct Row {
+        const char* address;
+        std::optional<std::string> host;
+        std::string path;
+    };
+    const Row rows[] = {
+        {"WWW.Example.com/Shop", "example.com", "/shop"},
+        {"https://example.com/shop", "example.com", "/shop"},
+        {"example.com/shop/", "example.com", "/shop/"},
+        {"www.m.example.com", "example.com", ""},
+        {"m.www.example.com", "www.example.com", ""},
+        {"www.com/", "www.com", ""},
+        {"m.co", "m.co", ""},
+        {"\n localhost:3000/x \t", "localhost", "/x"},
+        {"localhost.", "localhost.", ""},
+        {"bücher.de/Stra%C3%9Fe%2F%3f", "xn--bcher-kva.de", "/straße%2f%3f"},
+        {"intranet/x", {}, "/x"},
+        {"ftp://example.com/x", {}, "/x"},
+        {"exa mple.com", {}, ""},
+        {"", {}, ""},
+        {"https://", {}, ""},
+        {"https://example.com:99999/x", {}, ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.address);
+        EXPECT_EQ(SiteMatch::host(row.address), row.host);
+        EXPECT_EQ(SiteMatch::path(row.address), row.path);
+    }
+}
+
+TEST(SiteMatch, sameSiteIsOneSided)
+{
+    EXPECT_TRUE(SiteMatch::sameSite("example.com", "https://shop.example.com"));
+    EXPECT_FALSE(SiteMatch::sameSite("https://shop.example.com", "example.com"));
+    EXPECT_TRUE(SiteMatch::sameSite("https://www.example.com/a", "http://example.com:81/b"));
+    EXPECT_FALSE(SiteMatch::sameSite("example.com", "notexample.com"));
+    EXPECT_FALSE(SiteMatch::sameSite("word", "word"));
+}
+
+TEST(SiteMatch, alreadyShowing)
+{
+    const PageLocation shown{"shop.example.com", "https://shop.example.com/cart", "Cart", true};
+    struct Row {
+        const char* name;
+        const char* address;
+        PageLocation page;
+        bool showing;
+    };
+    PageLocation noSite = shown;
+    noSite.site.reset();
+    PageLocation loading = shown;
+    loading.loaded = false;
+    PageLocation blank = loading;
+    blank.title.clear();
+    const Row rows[] = {
+        {"a subdomain of the wanted site", "example.com/cart", shown, true},
+        {"another path", "example.com/", shown, false},
+        {"another site", "example.org/cart", shown, false},
+        {"a page without a site", "example.com/cart", noSite, false},
+        {"still loading, but with a title", "example.com/cart", loading, true},
+        {"still loading, nothing to see", "example.com/cart", blank, false},
+        {"no address", "", shown, false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(SiteMatch::alreadyShowing(row.address, row.page), row.showing);
+    }
+}
+
+} // namespace
+} // namespace quorvell
