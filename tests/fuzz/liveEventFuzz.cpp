@@ -8,6 +8,8 @@
 #include "QuorvellCore/live/wire/OpenAILiveServerMessage.h"
 #include "QuorvellCore/live/wire/OpenAIResponseEvent.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -23,8 +25,24 @@ void require(bool holds)
         std::abort();
 }
 
+/// The short way for sound and the long way through JSON agree. A number among the members forces the long one.
+void checkShortWay(std::string_view text)
+{
+    auto json = parseJson(text);
+    if (json && json->is_object()) {
+        (*json)["forced"] = 1;
+        const std::string forced = dumpJson(*json);
+        require(OpenAILiveParser::parse(forced) == OpenAILiveParser::parse(text));
+        require(OpenAILiveClientParser::parse(forced) == OpenAILiveClientParser::parse(text));
+    } else {
+        require(OpenAILiveParser::parse(text).empty());
+        require(std::holds_alternative<openai_client::Malformed>(OpenAILiveClientParser::parse(text)));
+    }
+}
+
 void readAsClient(std::string_view text)
 {
+    checkShortWay(text);
     for (const OpenAILiveEvent& event : OpenAILiveParser::parse(text)) {
         OpenAILiveEventMapper::map(event);
         if (const auto* audio = std::get_if<openai_event::Audio>(&event)) {

@@ -1,5 +1,6 @@
 #include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
 
+#include "QuorvellCore/live/wire/AudioFrameText.h"
 #include "QuorvellCore/live/wire/OpenAISessionReader.h"
 #include "QuorvellCore/text/Base64.h"
 
@@ -15,6 +16,7 @@ namespace {
 
 using Message = OpenAILiveClientMessage;
 
+constexpr std::string_view audioType = "session.input_audio.append";
 constexpr std::string_view jpegPrefix = "data:image/jpeg;base64,";
 
 std::optional<std::string> eventIDOf(const Json& message)
@@ -156,7 +158,7 @@ struct Reader {
 };
 
 constexpr std::array readers{
-    Reader{"session.input_audio.append", readAudio},
+    Reader{audioType, readAudio},
     Reader{"session.start", readSessionStart},
     Reader{"session.instructions.append", readInstructions},
     Reader{"session.commentary.append", readCommentary},
@@ -170,6 +172,11 @@ constexpr std::array readers{
 
 OpenAILiveClientMessage OpenAILiveClientParser::parse(std::string_view message)
 {
+    if (message.size() <= limits.maximumBytes) {
+        auto pcm = readAudioFrameText(message, audioType, "audio");
+        if (pcm && pcm->size() % 2 == 0)
+            return openai_client::InputAudio{std::move(*pcm)};
+    }
     const auto json = parseJson(message, limits);
     if (!json || !json->is_object())
         return openai_client::Malformed{"invalid_json", "The message is no JSON object, or is too large.", {}};

@@ -1,5 +1,6 @@
 #include "QuorvellCore/live/wire/OpenAILiveParser.h"
 
+#include "QuorvellCore/live/wire/AudioFrameText.h"
 #include "QuorvellCore/text/Base64.h"
 
 #include <nlohmann/json.hpp>
@@ -14,6 +15,8 @@ namespace quorvell {
 namespace {
 
 using Events = std::vector<OpenAILiveEvent>;
+
+constexpr std::string_view audioType = "session.output_audio.delta";
 
 /// A list of one without copying its element, as an initialiser list would: sound comes through here.
 template <typename Event> Events one(Event event)
@@ -215,7 +218,7 @@ struct Reader {
 
 constexpr std::array sessionReaders{
     Reader{"session.started", readStarted},
-    Reader{"session.output_audio.delta", readAudio},
+    Reader{audioType, readAudio},
     Reader{"session.input_transcript.delta", readInputTranscript},
     Reader{"session.output_transcript.delta", readOutputTranscript},
     Reader{"session.delegation.created", readDelegated},
@@ -253,6 +256,9 @@ Events readWith(std::span<const Reader> readers, const Json& message)
 
 std::vector<OpenAILiveEvent> OpenAILiveParser::parse(std::string_view message)
 {
+    if (auto pcm =
+            message.size() <= limits.maximumBytes ? readAudioFrameText(message, audioType, "delta") : std::nullopt)
+        return one(openai_event::Audio{std::move(*pcm)});
     const auto json = parseJson(message, limits);
     return json ? readWith(sessionReaders, *json) : Events{};
 }

@@ -71,4 +71,38 @@ TEST(OpenAILiveParser, payloadsThatMayBeMissing)
         EXPECT_TRUE(OpenAILiveParser::parse(row.message) == row.events) << row.message;
 }
 
+/// Sound is read without a JSON parser where its message is as plain as usual; the answer must not depend on it.
+TEST(OpenAILiveParser, soundIsTheSameHoweverItIsWritten)
+{
+    struct Row {
+        std::string message;
+        bool isRead;
+    };
+    const std::string type = R"("type":"session.output_audio.delta")";
+    const Row rows[] = {
+        {"{" + type + R"(,"delta":"AAAA"})", true},
+        {" {\t" + type + "\r\n , \"delta\" : \"AAAA\" } \n", true},
+        {R"({"delta":"AAAA","event_id":"e",)" + type + "}", true},
+        {R"({"delta":"AAAA","n":{"delta":"////"},)" + type + "}", true},
+        {"{" + type + R"(,"note":"\\\"","delta":"AAAA"})", true},
+        {"{" + type + R"(,"note":"é","delta":"AAAA"})", true},
+        {"{" + type + R"(,"delta":"////","delta":"AAAA"})", true},
+        {"{" + type + R"(,"delta":"\u0041AAA"})", true},
+        {"{" + type + R"(,"delta":"AAAA"})" + "x", false},
+        {"{" + type + R"(,"delta":"AAAA",})", false},
+        {"{" + type + R"(,"delta":"AAAA")", false},
+        {"{" + type + R"( "delta":"AAAA"})", false},
+        {"{," + type + R"(,"delta":"AAAA"})", false},
+        {"{" + type + ",\"note\":\"\xff\",\"delta\":\"AAAA\"}", false},
+        {"{" + type + ",\"note\":\"a\nb\",\"delta\":\"AAAA\"}", false},
+        {"{" + type + ",\"delta\":\"AA\nAA\"}", false},
+        {"{" + type + R"(,"type":"session.closed","delta":"AAAA"})", false},
+    };
+    for (const Row& row : rows) {
+        const auto events = OpenAILiveParser::parse(row.message);
+        const bool isSound = events == std::vector<OpenAILiveEvent>{openai_event::Audio{{0, 0, 0}}};
+        EXPECT_EQ(isSound, row.isRead) << row.message;
+    }
+}
+
 } // namespace quorvell
