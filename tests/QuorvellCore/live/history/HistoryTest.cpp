@@ -47,6 +47,9 @@ TEST(CommandHistory, holdsNoTextTwiceAndNoMoreThanItsLimit)
     EXPECT_EQ(history.entries(), (Strings{"d", "b", "e"}));
     history.add(" \n ");
     EXPECT_EQ(history.entries().size(), 3u);
+    CommandHistory roomy({"a", "b"}, 10);
+    roomy.add("a");
+    EXPECT_EQ(roomy.entries(), (Strings{"b", "a"}));
 }
 
 TEST(CommandHistory, browsesAndBringsTheDraftBack)

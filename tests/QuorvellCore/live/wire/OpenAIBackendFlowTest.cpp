@@ -36,6 +36,7 @@ TEST(OpenAIBackendFlow, oneTurnWithAToolCall)
     EXPECT_EQ(words(flow.message(queued("typed", true))), "typed create_1");
     EXPECT_FALSE(flow.isIdle());
     flow.started("r1");
+    EXPECT_FALSE(flow.createInFlight);
     flow.called("c1");
     EXPECT_EQ(words(flow.message(queued("picture", false))), "");
     EXPECT_EQ(words(flow.output("c1", {{"m", "result"}})), "result") << "goes out at once, only the create waits";

@@ -68,7 +68,12 @@ TEST(OpenAILiveClientParser, refusesWhatASessionCannotBe)
         const char* value;
         const char* problem;
     };
+    std::string tools = "[{}";
+    for (std::size_t count = 1; count <= OpenAILiveClientParser::maximumTools; ++count)
+        tools += ",{}";
+    tools += "]";
     const Row rows[] = {
+        {"too many tools", "/session/delegation/response/tools", tools.c_str(), "\"tools\""},
         {"no model", "/session/model", "7", "\"model\""},
         {"no voice", "/session/audio/output/voice", "null", "\"voice\""},
         {"rate too low", "/session/audio/format/rate", "7999", "\"format\""},

@@ -96,6 +96,7 @@ TEST(OpenAILiveParser, soundIsTheSameHoweverItIsWritten)
         {"{" + type + ",\"note\":\"\xff\",\"delta\":\"AAAA\"}", false},
         {"{" + type + ",\"note\":\"a\nb\",\"delta\":\"AAAA\"}", false},
         {"{" + type + ",\"delta\":\"AA\nAA\"}", false},
+        {"{" + type + ",\"delta\":\"a\nb\",\"delta\":\"AAAA\"}", false},
         {"{" + type + R"(,"type":"session.closed","delta":"AAAA"})", false},
     };
     for (const Row& row : rows) {

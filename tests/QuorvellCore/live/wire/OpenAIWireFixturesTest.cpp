@@ -158,6 +158,14 @@ TEST(OpenAIWireFixtures, serverMessagesAreBuiltAndRead)
     EXPECT_TRUE(unread.empty()) << "no row for " << *unread.begin();
 }
 
+TEST(OpenAIWireFixtures, usageHoldsOnlyWhatIsKnown)
+{
+    EXPECT_EQ(
+        dumpJson(Server::usageUpdated(3, std::nullopt)), R"({"type":"session.usage.updated","usage":{"seconds":3.0}})");
+    EXPECT_EQ(dumpJson(Server::usageUpdated(std::nullopt, 0.5)),
+        R"({"type":"session.usage.updated","context_window":{"usage_ratio":0.5}})");
+}
+
 TEST(OpenAIWireFixtures, audioTextsAreThoseOfTheJSON)
 {
     for (const std::size_t size : {0u, 1u, 2u, 3u, 4u, 1920u}) {
