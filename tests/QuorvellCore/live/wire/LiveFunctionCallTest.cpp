@@ -34,7 +34,8 @@ TEST(LiveFunctionCall, knowsWhenItWasCutOff)
 TEST(LiveFunctionCall, readsArguments)
 {
     const auto call = LiveFunctionCall::fromArgumentsText("c", "n",
-        R"({"i":3,"d":2.5,"t":" -4e1 ","b":true,"x":"3 apples","h":"0x10","inf":"inf","nan":"nan","e":"","s":"a","n":null})",
+        R"({"i":3,"d":2.5,"t":" -4e1 ","b":true,"x":"3 apples","h":"0x10",
+            "inf":"inf","nan":"nan","e":"","s":"a","n":null})",
         false);
     struct Row {
         const char* key;
