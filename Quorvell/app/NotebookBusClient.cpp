@@ -1,0 +1,86 @@
+#include "Quorvell/app/NotebookBusClient.h"
+
+#include "Quorvell/notebook/NoteFolder.h"
+#include "QuorvellCore/notebook/NoteFile.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+
+namespace quorvell {
+
+namespace {
+
+using Outcome = NotebookHandOver::Outcome;
+using Reply = QDBusPendingReply<QString, QByteArray, QString>;
+
+Outcome outcomeOf(const QDBusError& error)
+{
+    const bool isGone = error.type() == QDBusError::ServiceUnknown
+        || error.name() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
+    return isGone ? Outcome::ownerGone : Outcome::noAnswer;
+}
+
+std::optional<Note> decodedNote(const QByteArray& text)
+{
+    if (static_cast<std::size_t>(text.size()) > maximumNoteBytes)
+        return std::nullopt;
+    return NoteFile::decode({text.constData(), static_cast<std::size_t>(text.size())}, Instant{});
+}
+
+NotebookHandOver handOverOf(const Reply& reply)
+{
+    if (reply.isError())
+        return {outcomeOf(reply.error()), std::nullopt, ""};
+    NotebookHandOver result{Outcome::refused, decodedNote(reply.argumentAt<1>()), reply.argumentAt<2>().toStdString()};
+    const QString word = reply.argumentAt<0>();
+    if (word == QLatin1String(NotebookWire::stored))
+        result.outcome = Outcome::stored;
+    else if (word == QLatin1String(NotebookWire::changed))
+        result.outcome = Outcome::changed;
+    return result;
+}
+
+} // namespace
+
+NotebookBusClient::NotebookBusClient(const NotebookBus& bus)
+    : m_bus(bus)
+    , m_context(std::make_unique<QObject>())
+{
+}
+
+NotebookBusClient::~NotebookBusClient() = default;
+
+void NotebookBusClient::add(const Note& note, Callback done)
+{
+    send(callTo(NotebookWire::add, note), std::move(done));
+}
+
+void NotebookBusClient::update(const Note& note, Instant base, Callback done)
+{
+    QDBusMessage call = callTo(NotebookWire::update, note);
+    call << QString::fromStdString(isoText(base));
+    send(call, std::move(done));
+}
+
+QDBusMessage NotebookBusClient::callTo(const char* method, const Note& note) const
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(m_bus.name(), QString::fromLatin1(NotebookWire::path),
+        QString::fromLatin1(NotebookWire::interface), QString::fromLatin1(method));
+    call.setAutoStartService(false);
+    call << QByteArray::fromStdString(NoteFile::encode(note));
+    return call;
+}
+
+void NotebookBusClient::send(const QDBusMessage& call, Callback done)
+{
+    const QDBusPendingCall pending =
+        m_bus.connection().asyncCall(call, static_cast<int>(NotebookWire::timeOut.count()));
+    auto* watcher = new QDBusPendingCallWatcher(pending, m_context.get());
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, m_context.get(),
+        [done = std::move(done)](QDBusPendingCallWatcher* finished) {
+            finished->deleteLater();
+            done(handOverOf(Reply(*finished)));
+        });
+}
+
+} // namespace quorvell

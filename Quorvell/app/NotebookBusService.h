@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Quorvell/app/NotebookBus.h"
+#include "Quorvell/notebook/NotebookStore.h"
+
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+
+namespace quorvell {
+
+/// Carries out what other programs hand to the owner of the notebook. Main thread; bus and store outlive it.
+class NotebookBusService final : public QDBusVirtualObject {
+public:
+    NotebookBusService(const NotebookBus& bus, NotebookStore& store);
+    ~NotebookBusService() override;
+
+    QString introspect(const QString& path) const override;
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+
+private:
+    /// Sends the one answer to a call, then or later.
+    using Answer =
+        std::function<void(const char* outcome, const std::optional<Note>& note, const std::string& problem)>;
+
+    void add(const Note& note, const Answer& answer);
+    void update(const Note& note, Instant base, const Answer& answer);
+
+    QDBusConnection m_connection;
+    NotebookStore& m_store;
+};
+
+} // namespace quorvell
