@@ -1,0 +1,177 @@
+#include "LiveService/conversation/BackendRun.h"
+
+#include "LiveService/replies/PlainReplies.h"
+#include "QuorvellCore/live/wire/OpenAILiveServerMessage.h"
+#include "QuorvellCore/live/wire/OpenAIResponseEvent.h"
+
+#include <nlohmann/json.hpp>
+
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+/// The rules have no tokens; words are what they read and write.
+std::int64_t wordsIn(std::string_view text)
+{
+    std::int64_t words = 0;
+    bool inWord = false;
+    for (const char letter : text) {
+        const bool isSpace = letter == ' ' || letter == '\n' || letter == '\t';
+        words += !isSpace && !inWord ? 1 : 0;
+        inWord = !isSpace;
+    }
+    return words;
+}
+
+} // namespace
+
+BackendRun::BackendRun(const IdSource& ids, std::optional<std::string> serviceTier, std::string lastReply)
+    : m_ids(ids)
+    , m_serviceTier(serviceTier.value_or("default"))
+{
+    m_memory.lastReply = std::move(lastReply);
+}
+
+bool BackendRun::addMessage(ClientText message)
+{
+    if (m_waiting.size() >= mostWaiting)
+        return false;
+    m_waiting.push_back(std::move(message));
+    return true;
+}
+
+bool BackendRun::addSpoken(std::string words, std::chrono::milliseconds now, BackendOutputs& outputs)
+{
+    if (!addMessage({.text = std::move(words)}))
+        return false;
+    forgetOverdue(now);
+    // Otherwise the response that runs, or the one that will answer the results owed, comes to it.
+    if (!m_running && m_owed.empty() && m_results.empty()) {
+        start(outputs);
+        goOn(now, outputs);
+    }
+    return true;
+}
+
+bool BackendRun::addOutput(const std::string& callID, std::string result)
+{
+    auto owed = m_owed.extract(callID);
+    if (owed.empty())
+        return false;
+    m_results.push_back({std::move(owed.mapped().call), owed.mapped().manner, std::move(result)});
+    return true;
+}
+
+BackendRun::CreateVerdict BackendRun::create(std::chrono::milliseconds now, BackendOutputs& outputs)
+{
+    if (m_running)
+        return CreateVerdict::inProgress;
+    forgetOverdue(now);
+    if (!m_owed.empty())
+        return CreateVerdict::outputsOwed;
+    start(outputs);
+    goOn(now, outputs);
+    return CreateVerdict::started;
+}
+
+void BackendRun::thought(RuleStep step, std::chrono::milliseconds now, BackendOutputs& outputs)
+{
+    if (!m_running)
+        return;
+    m_memory = std::move(step.memory);
+    if (const auto* request = std::get_if<ToolRequest>(&step.answer)) {
+        callTool(*request, now, outputs);
+        return;
+    }
+    m_texts += (m_texts.empty() ? "" : " ") + std::get<std::string>(step.answer);
+    if (m_manner == ClientText::Manner::voiced)
+        m_textsManner = ClientText::Manner::voiced;
+    goOn(now, outputs);
+}
+
+void BackendRun::start(BackendOutputs& outputs)
+{
+    m_running = m_ids("resp_");
+    m_wordsRead = m_wordsWritten = 0;
+    send(OpenAIResponseEvent::created(*m_running), outputs);
+}
+
+/// Thinks about the next thing that waits, or ends the response.
+void BackendRun::goOn(std::chrono::milliseconds now, BackendOutputs& outputs)
+{
+    if (!m_results.empty()) {
+        Result result = std::move(m_results.front());
+        m_results.pop_front();
+        m_manner = result.manner;
+        m_wordsRead += wordsIn(result.text);
+        outputs.emplace_back(effect::ThinkAboutResult{std::move(result.call), std::move(result.text), m_memory});
+        return;
+    }
+    if (m_waiting.empty()) {
+        finish(outputs);
+        return;
+    }
+    ClientText message = std::move(m_waiting.front());
+    m_waiting.pop_front();
+    m_manner = message.manner;
+    m_wordsRead += wordsIn(message.text);
+    switch (message.kind) {
+    case ClientText::Kind::request:
+        outputs.emplace_back(effect::ThinkAboutWords{std::move(message.text), m_memory});
+        return;
+    case ClientText::Kind::greeting:
+        thought({PlainReplies::greeting(message.text), m_memory}, now, outputs);
+        return;
+    case ClientText::Kind::nothing:
+        goOn(now, outputs);
+        return;
+    }
+}
+
+void BackendRun::callTool(const ToolRequest& request, std::chrono::milliseconds now, BackendOutputs& outputs)
+{
+    giveTexts(outputs);
+    openai_event::FunctionCall call{m_ids("call_"), request.name, request.arguments, false};
+    send(OpenAIResponseEvent::functionCallAdded(call), outputs);
+    send(OpenAIResponseEvent::functionCallDone(call), outputs);
+    m_wordsWritten += wordsIn(request.arguments);
+    m_owed.emplace(std::move(call.callID), Owed{request, m_manner, now});
+    end(outputs);
+}
+
+void BackendRun::finish(BackendOutputs& outputs)
+{
+    giveTexts(outputs);
+    end(outputs);
+}
+
+void BackendRun::giveTexts(BackendOutputs& outputs)
+{
+    if (m_texts.empty())
+        return;
+    m_wordsWritten += wordsIn(m_texts);
+    send(OpenAIResponseEvent::textDone(m_texts), outputs);
+    outputs.emplace_back(BackendReply{std::exchange(m_texts, {}), m_textsManner});
+    m_textsManner = ClientText::Manner::shown;
+}
+
+void BackendRun::end(BackendOutputs& outputs)
+{
+    const OpenAIResponseEnd end{*std::exchange(m_running, std::nullopt), OpenAIResponseEnd::Status::completed,
+        openai_event::BackendUsage{m_wordsRead, 0, m_wordsWritten}, m_serviceTier};
+    send(OpenAIResponseEvent::ended(end), outputs);
+}
+
+void BackendRun::forgetOverdue(std::chrono::milliseconds now)
+{
+    std::erase_if(m_owed, [now](const auto& owed) { return now - owed.second.since >= patience; });
+}
+
+void BackendRun::send(Json event, BackendOutputs& outputs) const
+{
+    outputs.emplace_back(effect::SendText{dumpJson(OpenAILiveServerMessage::responseEvent(std::move(event)))});
+}
+
+} // namespace quorvell

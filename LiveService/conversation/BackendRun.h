@@ -1,0 +1,95 @@
+// The delegated backend of one session: which messages wait, which response runs, which results are owed. Pure.
+#pragma once
+
+#include "LiveService/conversation/ClientText.h"
+#include "LiveService/conversation/EngineEffect.h"
+#include "LiveService/conversation/IdSource.h"
+#include "LiveService/rules/RuleStep.h"
+#include "QuorvellCore/text/Json.h"
+
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace quorvell {
+
+/// A reply that a response came to.
+struct BackendReply {
+    std::string text;
+    ClientText::Manner manner = ClientText::Manner::voiced;
+
+    bool operator==(const BackendReply&) const = default;
+};
+
+/// What the backend wants done: an event for the client, thinking, or a reply to be given.
+using BackendOutput = std::variant<EngineEffect, BackendReply>;
+using BackendOutputs = std::vector<BackendOutput>;
+
+/// Runs one response at a time. A response answers first the results of tool calls and then the messages that wait, in
+/// their order; it ends early where a tool is needed, whose result the client owes from then on.
+/// Not thread safe; lives with the session.
+class BackendRun {
+public:
+    static constexpr std::size_t mostWaiting = 64;
+    /// A result that took longer is given up, so that the user can go on.
+    static constexpr std::chrono::milliseconds patience{120'000};
+
+    enum class CreateVerdict { started, inProgress, outputsOwed };
+
+    /// `lastReply` is what was said last, when the session goes on from an earlier one.
+    /// `ids` must outlive it.
+    BackendRun(const IdSource& ids, std::optional<std::string> serviceTier, std::string lastReply);
+
+    /// Waits for the next response. False when too many wait already.
+    bool addMessage(ClientText message);
+    /// A turn that the voice hands over: it is answered as soon as the backend is free, without being asked.
+    bool addSpoken(std::string words, std::chrono::milliseconds now, BackendOutputs& outputs);
+    /// False for a call that is not owed.
+    bool addOutput(const std::string& callID, std::string result);
+    CreateVerdict create(std::chrono::milliseconds now, BackendOutputs& outputs);
+    /// The rules' step for what they were last asked to think about.
+    void thought(RuleStep step, std::chrono::milliseconds now, BackendOutputs& outputs);
+
+    bool isRunning() const { return m_running.has_value(); }
+
+private:
+    struct Owed {
+        ToolRequest call;
+        ClientText::Manner manner;
+        std::chrono::milliseconds since;
+    };
+    struct Result {
+        ToolRequest call;
+        ClientText::Manner manner;
+        std::string text;
+    };
+
+    void start(BackendOutputs& outputs);
+    void goOn(std::chrono::milliseconds now, BackendOutputs& outputs);
+    void callTool(const ToolRequest& request, std::chrono::milliseconds now, BackendOutputs& outputs);
+    void finish(BackendOutputs& outputs);
+    void giveTexts(BackendOutputs& outputs);
+    void end(BackendOutputs& outputs);
+    void forgetOverdue(std::chrono::milliseconds now);
+    void send(Json event, BackendOutputs& outputs) const;
+
+    const IdSource& m_ids;
+    std::string m_serviceTier;
+    std::deque<ClientText> m_waiting;
+    std::deque<Result> m_results; ///< Received and not yet answered.
+    std::map<std::string, Owed> m_owed;
+    std::optional<std::string> m_running; ///< The response's id.
+    ClientText::Manner m_manner = ClientText::Manner::voiced; ///< Of what is being thought about.
+    std::string m_texts; ///< What this response says, so far.
+    ClientText::Manner m_textsManner = ClientText::Manner::shown;
+    std::int64_t m_wordsRead = 0; ///< In this response.
+    std::int64_t m_wordsWritten = 0;
+    ConversationMemory m_memory;
+};
+
+} // namespace quorvell

@@ -1,0 +1,77 @@
+#include "LiveService/conversation/ClientText.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+
+namespace quorvell {
+
+namespace {
+
+constexpr auto caseless = Pattern::Case::insensitive;
+constexpr std::string_view typedMark = "[They typed]";
+constexpr std::string_view eventMark = "[Quorvell app event]";
+constexpr std::string_view shownNote = "your reply is shown as text";
+constexpr std::size_t longestEvent = 4000; ///< Characters of an event that are looked at.
+constexpr std::size_t longestName = 40;
+
+/// "[They typed] (one note; another) text".
+ClientText readTyped(std::string_view rest)
+{
+    ClientText result;
+    std::string text = trimmed(rest);
+    const std::size_t end = text.starts_with('(') ? text.find(')') : std::string::npos;
+    if (end != std::string::npos) {
+        if (std::string_view(text).substr(0, end).find(shownNote) != std::string_view::npos)
+            result.manner = ClientText::Manner::shown;
+        text = trimmed(std::string_view(text).substr(end + 1));
+    }
+    result.text = std::move(text);
+    return result;
+}
+
+bool asksForGreeting(const std::string& text)
+{
+    static const Pattern hello("\\bsay (?:hello|hi)\\b|\\bgreet (?:them|the user|him|her)\\b", caseless);
+    return hello.find(text).has_value();
+}
+
+/// The name before "just called"; "They" stands for none.
+std::string nameIn(const std::string& text)
+{
+    static const Pattern called("^\\s*(\\S.{0,80}?) (?:has )?just called\\b");
+    const auto match = called.find(text);
+    return match && match->texts[0] != "They" ? firstCharacters(match->texts[0], longestName) : std::string();
+}
+
+/// An event that quotes the user: They said: “...”.
+ClientText readEvent(std::string_view rest)
+{
+    static const Pattern quoted("^\\s*They (?:just )?said: “(.*?)”\\.");
+    const std::string text = firstCharacters(rest, longestEvent);
+    if (const auto match = quoted.find(text))
+        return {.text = match->texts[0]};
+    if (asksForGreeting(text))
+        return {.kind = ClientText::Kind::greeting, .text = nameIn(text)};
+    return {.kind = ClientText::Kind::nothing};
+}
+
+} // namespace
+
+ClientText ClientText::fromMessage(std::string_view message)
+{
+    if (message.starts_with(typedMark))
+        return readTyped(message.substr(typedMark.size()));
+    if (message.starts_with(eventMark))
+        return readEvent(message.substr(eventMark.size()));
+    return {.text = trimmed(message)};
+}
+
+ClientText ClientText::fromInstructions(std::string_view instructions)
+{
+    const std::string text = firstCharacters(instructions, longestEvent);
+    if (!asksForGreeting(text))
+        return {.kind = Kind::nothing};
+    return {.kind = Kind::greeting, .text = nameIn(text)};
+}
+
+} // namespace quorvell

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// What a text from the client is: what the user typed or said, or an event of the client itself.
+struct ClientText {
+    enum class Kind {
+        request, ///< `text` are the user's words.
+        greeting, ///< The user called; `text` is their name, or empty.
+        nothing, ///< Instructions that ask for no answer here.
+    };
+    enum class Manner { voiced, shown };
+
+    Kind kind = Kind::request;
+    std::string text{};
+    Manner manner = Manner::voiced; ///< How the answer is wanted.
+
+    bool operator==(const ClientText&) const = default;
+
+    /// A user message for the backend: plain words, or one of the client's marked forms ("[They typed] ...").
+    static ClientText fromMessage(std::string_view message);
+    /// Instructions for the voice.
+    static ClientText fromInstructions(std::string_view instructions);
+};
+
+} // namespace quorvell

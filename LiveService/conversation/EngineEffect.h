@@ -1,0 +1,78 @@
+// What a conversation wants done around it. The engine only returns these; the session carries them out, in order.
+#pragma once
+
+#include "LiveService/rules/ConversationMemory.h"
+#include "LiveService/rules/ToolRequest.h"
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace quorvell::effect {
+
+/// A text frame for the client.
+struct SendText {
+    std::string text;
+    bool operator==(const SendText&) const = default;
+};
+/// The session has started: recognition and voice are wanted. Comes once, before all that need them.
+struct PrepareSpeech {
+    int sampleRateHz = 0;
+    std::string voice;
+    bool operator==(const PrepareSpeech&) const = default;
+};
+/// A new turn for the recogniser.
+struct BeginListening {
+    bool operator==(const BeginListening&) const = default;
+};
+/// Samples of the turn, at the session's rate.
+struct Listen {
+    std::vector<std::int16_t> samples;
+    bool operator==(const Listen&) const = default;
+};
+/// The turn is over: what was heard goes to LiveSessionEngine::heard.
+struct FinishListening {
+    bool operator==(const FinishListening&) const = default;
+};
+/// The rules are to run over the user's words; their step goes to LiveSessionEngine::thought.
+struct ThinkAboutWords {
+    std::string words;
+    ConversationMemory memory;
+    bool operator==(const ThinkAboutWords&) const = default;
+};
+/// The same over a tool's result.
+struct ThinkAboutResult {
+    ToolRequest call;
+    std::string result;
+    ConversationMemory memory;
+    bool operator==(const ThinkAboutResult&) const = default;
+};
+/// The sentences are to be voiced; what the voice gives goes to LiveSessionEngine::voiced with this number.
+struct Voice {
+    int reply = 0;
+    std::vector<std::string> sentences;
+    bool operator==(const Voice&) const = default;
+};
+/// Whatever is being voiced is no longer wanted.
+struct StopVoice {
+    bool operator==(const StopVoice&) const = default;
+};
+/// The connection is to be closed after everything before this was sent.
+struct CloseConnection {
+    int code = 1000; ///< Of the WebSocket protocol.
+    std::string reason;
+    bool operator==(const CloseConnection&) const = default;
+};
+
+} // namespace quorvell::effect
+
+namespace quorvell {
+
+using EngineEffect = std::variant<effect::SendText, effect::PrepareSpeech, effect::BeginListening, effect::Listen,
+    effect::FinishListening, effect::ThinkAboutWords, effect::ThinkAboutResult, effect::Voice, effect::StopVoice,
+    effect::CloseConnection>;
+using EngineEffects = std::vector<EngineEffect>;
+
+} // namespace quorvell

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// Gives a fresh id that begins with `prefix` ("resp_"). Passed in, so that a conversation can be replayed exactly.
+using IdSource = std::function<std::string(std::string_view prefix)>;
+
+} // namespace quorvell

@@ -1,0 +1,348 @@
+#include "LiveService/conversation/LiveSessionEngine.h"
+
+#include "LiveService/replies/PlainReplies.h"
+#include "LiveService/voice/SpokenText.h"
+#include "QuorvellCore/live/wire/OpenAILiveServerMessage.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+constexpr int normalClosure = 1000;
+constexpr int goingAway = 1001;
+constexpr int policyViolation = 1008;
+
+std::vector<std::int16_t> samplesOf(const Bytes& pcm)
+{
+    std::vector<std::int16_t> samples(pcm.size() / 2);
+    for (std::size_t index = 0; index < samples.size(); ++index)
+        samples[index] = static_cast<std::int16_t>(pcm[2 * index] | (pcm[2 * index + 1] << 8));
+    return samples;
+}
+
+Bytes bytesOf(const std::vector<std::int16_t>& samples)
+{
+    Bytes pcm(samples.size() * 2);
+    for (std::size_t index = 0; index < samples.size(); ++index) {
+        const auto value = static_cast<std::uint16_t>(samples[index]);
+        pcm[2 * index] = static_cast<std::uint8_t>(value & 0xFF);
+        pcm[2 * index + 1] = static_cast<std::uint8_t>(value >> 8);
+    }
+    return pcm;
+}
+
+LiveSessionEngine::ToolNames namesOf(const Json& tools)
+{
+    LiveSessionEngine::ToolNames names;
+    for (const Json& tool : tools) {
+        if (auto name = readString(tool, "name"))
+            names.insert(std::move(*name));
+    }
+    return names;
+}
+
+} // namespace
+
+LiveSessionEngine::LiveSessionEngine(IdSource ids, Time now)
+    : m_ids(std::move(ids))
+    , m_startDeadline(now + startPatience)
+{
+}
+
+EngineEffects LiveSessionEngine::receive(const OpenAILiveClientMessage& message, Time now)
+{
+    if (m_phase == Phase::closed)
+        return {};
+    const bool mayComeFirst = std::holds_alternative<openai_client::SessionStart>(message)
+        || std::holds_alternative<openai_client::Close>(message)
+        || std::holds_alternative<openai_client::Malformed>(message);
+    if (m_phase == Phase::waiting && !mayComeFirst) {
+        refuse("session_not_started", "Send \"session.start\" first.", std::nullopt);
+        countError();
+        return taken();
+    }
+    if (!std::holds_alternative<openai_client::Malformed>(message))
+        m_errorsInARow = 0;
+    std::visit([&](const auto& kind) { take(kind, now); }, message);
+    return taken();
+}
+
+void LiveSessionEngine::take(const openai_client::SessionStart& message, Time)
+{
+    if (m_phase == Phase::waiting)
+        open(message.options);
+    else
+        refuse("session_already_started", "This session has started. Open another connection for another one.",
+            message.eventID);
+}
+
+void LiveSessionEngine::open(const OpenAILiveSetupOptions& options)
+{
+    m_phase = Phase::open;
+    m_tools = namesOf(options.tools);
+    m_sampleRate = options.sampleRate;
+    m_history = ConversationHistory(options.history);
+    m_backend.emplace(m_ids, options.serviceTier, m_history.lastReply());
+    m_turns.emplace(m_sampleRate);
+    m_pacer.emplace(m_sampleRate);
+    m_effects.emplace_back(effect::PrepareSpeech{m_sampleRate, options.voice});
+    send(dumpJson(OpenAILiveServerMessage::sessionStarted(m_ids("sess_"))));
+}
+
+void LiveSessionEngine::take(const openai_client::InputAudio& message, Time now)
+{
+    m_samplesHeard += message.pcm.size() / 2;
+    takeTurnEvents(m_turns->take(samplesOf(message.pcm), now));
+}
+
+/// Commentary and thoughts inform a model; here there is none that could use them.
+void LiveSessionEngine::take(const openai_client::Append& message, Time)
+{
+    if (message.kind != openai_client::Append::Kind::instructions)
+        return;
+    const auto text = ClientText::fromInstructions(message.text);
+    if (text.kind == ClientText::Kind::greeting)
+        say({PlainReplies::greeting(text.text), ClientText::Manner::voiced});
+}
+
+void LiveSessionEngine::take(const openai_client::UserMessage& message, Time)
+{
+    auto text = ClientText::fromMessage(message.text);
+    if (text.kind == ClientText::Kind::request)
+        m_history.add("user", text.text);
+    if (!m_backend->addMessage(std::move(text)))
+        refuse("too_many_messages", "Too many messages wait. Send \"response.create\" first.", message.eventID);
+}
+
+void LiveSessionEngine::take(const openai_client::FunctionOutput& message, Time)
+{
+    if (!m_backend->addOutput(message.callID, message.output))
+        refuse("unknown_call_id", "No result is owed for this \"call_id\".", message.eventID);
+}
+
+void LiveSessionEngine::take(const openai_client::ResponseCreate& message, Time now)
+{
+    BackendOutputs outputs;
+    switch (m_backend->create(now, outputs)) {
+    case BackendRun::CreateVerdict::started:
+        break;
+    case BackendRun::CreateVerdict::inProgress:
+        refuse("response_in_progress", "A response is running. Wait until it has ended.", message.eventID);
+        break;
+    case BackendRun::CreateVerdict::outputsOwed:
+        refuse("function_call_output_missing", "Send the results of the function calls first.", message.eventID);
+        break;
+    }
+    carryOut(std::move(outputs));
+}
+
+void LiveSessionEngine::take(const openai_client::Close&, Time)
+{
+    close("client_requested", normalClosure);
+}
+
+void LiveSessionEngine::take(const openai_client::Malformed& message, Time)
+{
+    refuse(message.code, message.reason, message.eventID);
+    countError();
+}
+
+EngineEffects LiveSessionEngine::heard(const HeardTurn& turn, Time now)
+{
+    if (m_phase != Phase::open || m_speech.empty())
+        return {};
+    const Time speech = m_speech.front();
+    m_speech.pop_front();
+    if (!turn.problem.empty()) {
+        say({turn.problem, ClientText::Manner::voiced});
+    } else if (turn.text.empty()) {
+        if (speech >= shortestSpeech)
+            say({std::string(PlainReplies::notUnderstood), ClientText::Manner::voiced});
+    } else {
+        m_history.add("user", turn.text);
+        send(dumpJson(OpenAILiveServerMessage::inputTranscriptDelta(turn.text)));
+        send(dumpJson(OpenAILiveServerMessage::delegationCreated(m_ids("deleg_"))));
+        BackendOutputs outputs;
+        m_backend->addSpoken(turn.text, now, outputs);
+        carryOut(std::move(outputs));
+    }
+    return taken();
+}
+
+EngineEffects LiveSessionEngine::thought(RuleStep step, Time now)
+{
+    if (m_phase != Phase::open)
+        return {};
+    BackendOutputs outputs;
+    m_backend->thought(std::move(step), now, outputs);
+    carryOut(std::move(outputs));
+    return taken();
+}
+
+EngineEffects LiveSessionEngine::voiced(VoicePiece piece, Time now)
+{
+    if (m_phase != Phase::open || piece.reply < m_firstWantedReply)
+        return {};
+    switch (piece.kind) {
+    case VoicePiece::Kind::sentenceBegan:
+        m_pacer->beginSentence(piece.sentence);
+        break;
+    case VoicePiece::Kind::samples:
+        m_pacer->append(piece.samples);
+        break;
+    case VoicePiece::Kind::sentenceEnded:
+        m_pacer->endSentence();
+        break;
+    case VoicePiece::Kind::replyEnded:
+        m_isVoicing = piece.reply < m_lastReply;
+        m_pacer->endReply();
+        break;
+    }
+    sendDue(now);
+    return taken();
+}
+
+EngineEffects LiveSessionEngine::tick(Time now)
+{
+    if (m_phase == Phase::waiting && now >= m_startDeadline)
+        close("start_timeout", policyViolation);
+    if (m_phase == Phase::open) {
+        takeTurnEvents(m_turns->look(now));
+        sendDue(now);
+    }
+    return taken();
+}
+
+std::optional<LiveSessionEngine::Time> LiveSessionEngine::nextTick() const
+{
+    if (m_phase == Phase::waiting)
+        return m_startDeadline;
+    if (m_phase == Phase::closed)
+        return std::nullopt;
+    auto next = m_pacer->nextDue();
+    if (m_turns->isOpen())
+        next = std::min(next.value_or(Time::max()), m_turns->nextLook());
+    return next;
+}
+
+EngineEffects LiveSessionEngine::shutDown()
+{
+    if (m_phase != Phase::closed)
+        close("server_shutdown", goingAway);
+    return taken();
+}
+
+void LiveSessionEngine::carryOut(BackendOutputs outputs)
+{
+    for (BackendOutput& output : outputs) {
+        if (auto* reply = std::get_if<BackendReply>(&output))
+            say(*reply);
+        else
+            m_effects.push_back(std::move(std::get<EngineEffect>(output)));
+    }
+}
+
+void LiveSessionEngine::takeTurnEvents(std::vector<TurnEvent> events)
+{
+    for (TurnEvent& event : events) {
+        switch (event.kind) {
+        case TurnEvent::Kind::began:
+            breakOff();
+            m_effects.emplace_back(effect::BeginListening{});
+            break;
+        case TurnEvent::Kind::heard:
+            m_effects.emplace_back(effect::Listen{std::move(event.samples)});
+            break;
+        case TurnEvent::Kind::ended:
+            m_speech.push_back(event.speech);
+            m_effects.emplace_back(effect::FinishListening{});
+            break;
+        }
+    }
+}
+
+void LiveSessionEngine::say(const BackendReply& reply)
+{
+    m_history.add("assistant", reply.text);
+    if (reply.manner == ClientText::Manner::shown) {
+        send(dumpJson(OpenAILiveServerMessage::outputTranscriptDelta(reply.text)));
+        sendUsage();
+        return;
+    }
+    m_isVoicing = true;
+    m_effects.emplace_back(effect::Voice{++m_lastReply, SpokenText::sentences(reply.text)});
+}
+
+/// The user speaks: what was not sent yet is not said any more.
+void LiveSessionEngine::breakOff()
+{
+    if (!m_isVoicing && !m_pacer->isSpeaking())
+        return;
+    m_firstWantedReply = m_lastReply + 1;
+    m_isVoicing = false;
+    m_wasSpeaking = false;
+    m_pacer->breakOff();
+    m_effects.emplace_back(effect::StopVoice{});
+    sendUsage();
+}
+
+void LiveSessionEngine::sendDue(Time now)
+{
+    for (const PacedPiece& piece : m_pacer->due(now)) {
+        if (const auto* words = std::get_if<std::string>(&piece))
+            send(dumpJson(OpenAILiveServerMessage::outputTranscriptDelta(*words)));
+        else
+            send(OpenAILiveServerMessage::outputAudioDeltaText(bytesOf(std::get<std::vector<std::int16_t>>(piece))));
+    }
+    if (std::exchange(m_wasSpeaking, m_pacer->isSpeaking()) && !m_wasSpeaking)
+        sendUsage();
+}
+
+void LiveSessionEngine::sendUsage()
+{
+    const auto heard = static_cast<Time::rep>(m_samplesHeard * 1000 / static_cast<std::size_t>(m_sampleRate));
+    const double seconds = static_cast<double>(heard + m_pacer->spoken().count()) / 1000.0;
+    send(dumpJson(OpenAILiveServerMessage::usageUpdated(seconds, m_history.fullness())));
+}
+
+void LiveSessionEngine::refuse(
+    std::string_view code, std::string_view reason, const std::optional<std::string>& eventID)
+{
+    OpenAIErrorReport report;
+    report.code = code;
+    report.message = reason;
+    report.clientEventID = eventID;
+    send(dumpJson(OpenAILiveServerMessage::error(report)));
+}
+
+void LiveSessionEngine::countError()
+{
+    if (++m_errorsInARow >= mostErrorsInARow)
+        close("too_many_errors", policyViolation);
+}
+
+void LiveSessionEngine::close(std::string_view reason, int code)
+{
+    if (m_isVoicing)
+        m_effects.emplace_back(effect::StopVoice{});
+    m_phase = Phase::closed;
+    send(dumpJson(OpenAILiveServerMessage::sessionClosed(reason)));
+    m_effects.emplace_back(effect::CloseConnection{code, std::string(reason)});
+}
+
+void LiveSessionEngine::send(std::string text)
+{
+    m_effects.emplace_back(effect::SendText{std::move(text)});
+}
+
+EngineEffects LiveSessionEngine::taken()
+{
+    return std::exchange(m_effects, {});
+}
+
+} // namespace quorvell

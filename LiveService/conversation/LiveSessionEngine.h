@@ -1,0 +1,95 @@
+// One live session as a state machine. Pure: client messages, what was heard, thought and voiced, and times go in;
+// effects come out.
+#pragma once
+
+#include "LiveService/conversation/BackendRun.h"
+#include "LiveService/conversation/ConversationHistory.h"
+#include "LiveService/conversation/EngineEffect.h"
+#include "LiveService/conversation/HeardTurn.h"
+#include "LiveService/conversation/IdSource.h"
+#include "LiveService/turns/TurnDetector.h"
+#include "LiveService/voice/ReplyPacer.h"
+#include "LiveService/voice/VoicePiece.h"
+#include "QuorvellCore/live/wire/OpenAILiveClientMessage.h"
+
+#include <chrono>
+#include <deque>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// Times come from one clock that only moves forward. Not thread safe; lives on the thread of its connection.
+class LiveSessionEngine {
+public:
+    using Time = std::chrono::milliseconds;
+    using ToolNames = std::set<std::string, std::less<>>;
+
+    static constexpr Time startPatience{10'000}; ///< For the first message after the connection was made.
+    static constexpr int mostErrorsInARow = 20;
+    static constexpr Time shortestSpeech{300}; ///< A shorter sound without words is no turn and gets no answer.
+
+    LiveSessionEngine(IdSource ids, Time now);
+    LiveSessionEngine(const LiveSessionEngine&) = delete;
+    LiveSessionEngine& operator=(const LiveSessionEngine&) = delete;
+
+    EngineEffects receive(const OpenAILiveClientMessage& message, Time now);
+    EngineEffects heard(const HeardTurn& turn, Time now);
+    EngineEffects thought(RuleStep step, Time now);
+    EngineEffects voiced(VoicePiece piece, Time now);
+    /// To be called at nextTick.
+    EngineEffects tick(Time now);
+    std::optional<Time> nextTick() const;
+    /// The service ends.
+    EngineEffects shutDown();
+
+    /// That the session offered.
+    const ToolNames& tools() const { return m_tools; }
+
+private:
+    enum class Phase { waiting, open, closed };
+
+    void take(const openai_client::SessionStart& message, Time now);
+    void take(const openai_client::InputAudio& message, Time now);
+    void take(const openai_client::Append& message, Time now);
+    void take(const openai_client::UserMessage& message, Time now);
+    void take(const openai_client::FunctionOutput& message, Time now);
+    void take(const openai_client::ResponseCreate& message, Time now);
+    void take(const openai_client::Close& message, Time now);
+    void take(const openai_client::Malformed& message, Time now);
+
+    void open(const OpenAILiveSetupOptions& options);
+    void carryOut(BackendOutputs outputs);
+    void takeTurnEvents(std::vector<TurnEvent> events);
+    void say(const BackendReply& reply);
+    void breakOff();
+    void sendDue(Time now);
+    void sendUsage();
+    void refuse(std::string_view code, std::string_view reason, const std::optional<std::string>& eventID);
+    void countError();
+    void close(std::string_view reason, int code);
+    void send(std::string text);
+    EngineEffects taken();
+
+    IdSource m_ids;
+    Phase m_phase = Phase::waiting;
+    Time m_startDeadline;
+    int m_errorsInARow = 0;
+    ToolNames m_tools;
+    int m_sampleRate = 24000;
+    ConversationHistory m_history;
+    std::optional<BackendRun> m_backend; ///< From session.start on, as the next two.
+    std::optional<TurnDetector> m_turns;
+    std::optional<ReplyPacer> m_pacer;
+    std::deque<Time> m_speech; ///< How long each turn that is being recognised was loud.
+    std::size_t m_samplesHeard = 0;
+    int m_lastReply = 0;
+    int m_firstWantedReply = 1; ///< Pieces of earlier ones were broken off.
+    bool m_isVoicing = false;
+    bool m_wasSpeaking = false; ///< The last reply's end was not told yet.
+    EngineEffects m_effects; ///< Of the call that is running.
+};
+
+} // namespace quorvell

@@ -1,0 +1,143 @@
+#include "LiveService/replies/NoteReply.h"
+
+#include "LiveService/replies/ReplyWording.h"
+#include "LiveService/replies/SpokenWhen.h"
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/TextMatch.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace quorvell {
+
+namespace {
+
+using Purpose = ConversationMemory::SearchPurpose;
+
+constexpr std::array ordinals{"first", "second", "third", "fourth", "fifth"};
+
+struct Note {
+    std::string title{};
+    std::string snippet;
+    std::string remindAt;
+};
+
+std::vector<Note> notesOf(const Json& result)
+{
+    std::vector<Note> notes;
+    const Json* list = memberOf(result, "notes");
+    if (!list || !list->is_array())
+        return notes;
+    for (const Json& note : *list)
+        notes.push_back({trimmed(readString(note, "title").value_or("")),
+            trimmed(readString(note, "snippet").value_or("")), readString(note, "remind_at").value_or("")});
+    return notes;
+}
+
+std::string counted(std::size_t count, const char* one, const char* many)
+{
+    return count == 1 ? std::string("one ") + one : std::to_string(count) + " " + many;
+}
+
+std::string asSentence(std::string text)
+{
+    text = trimmed(text);
+    if (text.empty() || std::string_view(".!?:").find(text.back()) != std::string_view::npos)
+        return text;
+    return text + ".";
+}
+
+/// The text of a note, cut to what one likes to listen to.
+std::string readable(const std::string& text)
+{
+    if (characterCount(text) <= ReplyWording::longestReading)
+        return asSentence(text);
+    std::string start = firstCharacters(text, ReplyWording::longestReading);
+    start.resize(std::min(start.size(), start.find_last_of(" \n")));
+    return start + ". The rest is in your notebook.";
+}
+
+std::string titleAndText(const std::string& title, const std::string& text)
+{
+    const std::string plainTitle = TextMatch::normalized(title);
+    const bool saysTheSame = plainTitle.empty() || TextMatch::normalized(text) == plainTitle;
+    if (text.empty())
+        return "It is called " + asSentence(title);
+    return (saysTheSame ? "" : "It is called " + asSentence(title) + " ") + "It says: " + readable(text);
+}
+
+std::string reminderList(std::vector<Note> notes)
+{
+    std::erase_if(notes, [](const Note& note) { return note.remindAt.empty(); });
+    if (notes.empty())
+        return "You have no reminders.";
+    std::string reply = "You have " + counted(notes.size(), "reminder", "reminders") + ".";
+    const std::size_t named = std::min(notes.size(), ReplyWording::titlesNamed);
+    for (std::size_t index = 0; index < named; ++index) {
+        const std::string when = SpokenWhen::fromDate(notes[index].remindAt);
+        reply += " " + asSentence(notes[index].title + (when.empty() ? "" : ", " + SpokenWhen::on(when)));
+    }
+    return reply + (named < notes.size() ? " The others are in your notebook." : "");
+}
+
+/// The owner says how many there are; the list may be shorter.
+std::size_t countIn(const Json& result, const std::vector<Note>& notes)
+{
+    const auto count = readInteger(result, "count").value_or(0);
+    return std::max(notes.size(), static_cast<std::size_t>(std::max<std::int64_t>(count, 0)));
+}
+
+std::string noteList(const std::vector<Note>& notes)
+{
+    std::string reply;
+    const std::size_t named = std::min(notes.size(), ReplyWording::titlesNamed);
+    for (std::size_t index = 0; index < named; ++index)
+        reply += std::string(" The ") + ordinals[index] + " is called " + asSentence(notes[index].title);
+    return reply + " Which one should I read?";
+}
+
+std::string nothingFound(std::string_view query, Purpose purpose)
+{
+    switch (purpose) {
+    case Purpose::listReminders:
+        return "You have no reminders.";
+    case Purpose::listNotes:
+    case Purpose::readNewest:
+        return "There are no notes in your notebook.";
+    case Purpose::tell:
+    case Purpose::read:
+        break;
+    }
+    return query.empty() ? "I found nothing." : "I found nothing about " + asSentence(std::string(query));
+}
+
+} // namespace
+
+std::string NoteReply::kept(const Json&)
+{
+    return "I have written that down.";
+}
+
+std::string NoteReply::found(const Json& result, std::string_view query, Purpose purpose)
+{
+    auto notes = notesOf(result);
+    if (notes.empty())
+        return nothingFound(query, purpose);
+    if (purpose == Purpose::listReminders)
+        return reminderList(std::move(notes));
+    const std::string head = "I found " + counted(countIn(result, notes), "note", "notes") + ".";
+    if (notes.size() == 1)
+        return head + " " + titleAndText(notes.front().title, notes.front().snippet);
+    return head + noteList(notes);
+}
+
+std::string NoteReply::read(const Json& result)
+{
+    return titleAndText(
+        trimmed(readString(result, "title").value_or("")), trimmed(readString(result, "text").value_or("")));
+}
+
+} // namespace quorvell

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "LiveService/rules/ConversationMemory.h"
+#include "QuorvellCore/text/Json.h"
+
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// The wording of the notebook tools' results.
+struct NoteReply {
+    static std::string kept(const Json& result);
+    static std::string found(const Json& result, std::string_view query, ConversationMemory::SearchPurpose purpose);
+    static std::string read(const Json& result);
+};
+
+} // namespace quorvell

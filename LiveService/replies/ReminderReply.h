@@ -1,0 +1,16 @@
+#pragma once
+
+#include "QuorvellCore/text/Json.h"
+
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// The wording of set_reminder's results.
+struct ReminderReply {
+    /// `userWords` are those of the request; they tell "to call Anna" from "about Anna".
+    static std::string reply(const Json& result, std::string_view userWords);
+};
+
+} // namespace quorvell

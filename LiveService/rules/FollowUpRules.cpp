@@ -1,0 +1,159 @@
+#include "LiveService/rules/FollowUpRules.h"
+
+#include "LiveService/replies/PlainReplies.h"
+#include "LiveService/rules/NoteIntent.h"
+#include "LiveService/rules/ReminderIntent.h"
+#include "LiveService/rules/RequestText.h"
+#include "LiveService/rules/TimeChoicePicker.h"
+#include "LiveService/rules/ToolRequests.h"
+#include "QuorvellCore/reminders/ReminderPhrase.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "QuorvellCore/text/TextMatch.h"
+
+#include <utility>
+#include <vector>
+
+namespace quorvell {
+
+namespace {
+
+using Kind = PendingQuestion::Kind;
+using Answer = std::optional<ToolRequests::Answer>;
+
+std::optional<ReminderPhrase> phraseIn(const std::string& words, const RuleSurroundings& around)
+{
+    return ReminderPhrase::parse(words, around.now, around.calendar);
+}
+
+bool namesDay(const std::string& words)
+{
+    static const Pattern day(
+        "\\b(?:today|tonight|tomorrow|(?:mon|tues|wednes|thurs|fri|satur|sun)day|next|in \\d+"
+        "|january|february|march|april|may|june|july|august|september|october|november|december)\\b",
+        Pattern::Case::insensitive);
+    return day.find(words).has_value();
+}
+
+/// Whether the words are a request of their own and no answer.
+bool isNewRequest(Kind kind, const std::string& core, const RuleSurroundings& around)
+{
+    if (const auto intent = NoteIntent::read(core))
+        return intent->kind != NoteIntent::Kind::readFound;
+    const auto reminder = ReminderIntent::read(core);
+    if (!reminder)
+        return false;
+    const auto phrase = phraseIn(reminder->text, around);
+    if (kind == Kind::reminderTime || kind == Kind::whichTime)
+        return !reminder->isBare && (!phrase || !phrase->task.empty());
+    return kind != Kind::reminderTask || phrase.has_value();
+}
+
+Answer answerWhichTime(const std::string& core, const ConversationMemory& memory, const RuleSurroundings& around)
+{
+    const PendingQuestion& asked = memory.pending;
+    const ToolRequests requests{around};
+    const auto phrase = phraseIn(core, around);
+    if (asked.repeat.empty() && namesDay(core) && phrase && phrase->hasTime && !phrase->isAmbiguous())
+        return requests.remind("remind me to " + asked.task + " " + ReminderIntent::timeAnswer(core));
+    const auto date = TimeChoicePicker::pick(core, asked.choices);
+    return date ? Answer(requests.remind(asked.task, *date, asked.repeat)) : std::nullopt;
+}
+
+Answer answerTime(const std::string& core, ConversationMemory& memory, const RuleSurroundings& around)
+{
+    const std::string time = ReminderIntent::timeAnswer(core);
+    if (!phraseIn(time, around))
+        return std::nullopt;
+    return ToolRequests{around}.remind(memory.request + " " + time);
+}
+
+Answer answerTask(const std::string& core, const ConversationMemory& memory, const RuleSurroundings& around)
+{
+    const std::string task = ReminderIntent::taskAnswer(core);
+    if (task.empty())
+        return std::nullopt;
+    return ToolRequests{around}.remind(task, memory.pending.date, memory.pending.repeat);
+}
+
+/// "the one about the garden": the only note whose title holds the words.
+const FoundNote* noteNamed(const std::string& core, const std::vector<FoundNote>& found)
+{
+    static const Pattern filler(
+        "^(?:read(?: me)?(?: out)?|the|one|note|about|called|with|on)\\s+", Pattern::Case::insensitive);
+    std::string words = TextMatch::normalized(core);
+    for (auto match = filler.find(words); match; match = filler.find(words))
+        words.erase(0, match->range.end);
+    const FoundNote* named = nullptr;
+    for (const FoundNote& note : found) {
+        if (words.empty() || TextMatch::normalized(note.title).find(words) == std::string::npos)
+            continue;
+        if (named)
+            return nullptr;
+        named = &note;
+    }
+    return named;
+}
+
+Answer answerWhichNote(const std::string& core, const ConversationMemory& memory, const RuleSurroundings& around)
+{
+    const auto& found = memory.found;
+    const ToolRequests requests{around};
+    if (const auto choice = NoteIntent::readChoice(core)) {
+        const auto count = static_cast<int>(found.size());
+        const int index = choice->index == NoteIntent::lastIndex ? count - 1 : choice->index;
+        return index >= 0 && index < count ? Answer(requests.readNote(found[static_cast<std::size_t>(index)].id))
+                                           : std::nullopt;
+    }
+    const FoundNote* named = noteNamed(core, found);
+    return named ? Answer(requests.readNote(named->id)) : std::nullopt;
+}
+
+Answer answerFor(const std::string& core, ConversationMemory& memory, const RuleSurroundings& around)
+{
+    const ToolRequests requests{around};
+    switch (memory.pending.kind) {
+    case Kind::none:
+        break;
+    case Kind::whichTime:
+        return answerWhichTime(core, memory, around);
+    case Kind::reminderTime:
+        return answerTime(core, memory, around);
+    case Kind::reminderTask:
+        return answerTask(core, memory, around);
+    case Kind::wholeReminder:
+        memory.request = "remind me " + core;
+        return requests.remind(memory.request);
+    case Kind::whichNote:
+        return answerWhichNote(core, memory, around);
+    case Kind::noteText:
+        return requests.keep(NoteIntent::titleFor(core), RequestText::written(core));
+    case Kind::noteTopic:
+        memory.purpose = ConversationMemory::SearchPurpose::read;
+        return requests.find(core, 0);
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<RuleStep> FollowUpRules::answer(
+    std::string_view words, ConversationMemory& memory, const RuleSurroundings& around)
+{
+    const std::string core(words);
+    if (isNewRequest(memory.pending.kind, core, around)) {
+        memory.pending = {};
+        return std::nullopt;
+    }
+    if (auto settled = answerFor(core, memory, around)) {
+        memory.pending = {};
+        return RuleStep{std::move(*settled), memory};
+    }
+    if (memory.pending.misses >= PendingQuestion::patience) {
+        memory.pending = {};
+        return std::nullopt;
+    }
+    ++memory.pending.misses;
+    return RuleStep{std::string(PlainReplies::notUnderstood) + " " + memory.pending.question, memory};
+}
+
+} // namespace quorvell

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "LiveService/rules/RuleStep.h"
+#include "LiveService/rules/RuleSurroundings.h"
+
+#include <optional>
+#include <string_view>
+
+namespace quorvell {
+
+/// Reads an utterance as the answer to the question that is still open.
+struct FollowUpRules {
+    /// Nothing when it is another request or when patience has run out; `memory` then no longer holds the question.
+    /// `core` is the utterance without its opening and closing words.
+    static std::optional<RuleStep> answer(
+        std::string_view core, ConversationMemory& memory, const RuleSurroundings& surroundings);
+};
+
+} // namespace quorvell

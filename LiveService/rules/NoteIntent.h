@@ -1,0 +1,37 @@
+#pragma once
+
+#include "LiveService/rules/ConversationMemory.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// What an utterance asks of the notebook.
+struct NoteIntent {
+    enum class Kind {
+        keep, ///< Write `text` down, under `title` where the user named one.
+        search, ///< Look for `text` (empty: everything) and do what `purpose` says.
+        readFound, ///< Read the found note at `index`.
+    };
+    static constexpr int lastIndex = -1; ///< The last of the found notes.
+    static constexpr int onlyIndex = -2; ///< "read it": the one that was found.
+
+    Kind kind = Kind::keep;
+    std::string text{};
+    std::string title{};
+    ConversationMemory::SearchPurpose purpose = ConversationMemory::SearchPurpose::tell;
+    int index = 0;
+
+    bool operator==(const NoteIntent&) const = default;
+
+    /// `core` is an utterance without its opening and closing words.
+    static std::optional<NoteIntent> read(std::string_view core);
+    /// "the second one", "number two", "read it".
+    static std::optional<NoteIntent> readChoice(std::string_view core);
+    /// A few words that name a note: what it is about, else how it begins.
+    static std::string titleFor(std::string_view text);
+};
+
+} // namespace quorvell

@@ -1,0 +1,120 @@
+#include "LiveService/rules/ReminderIntent.h"
+
+#include "LiveService/rules/RequestText.h"
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/LowerCase.h"
+#include "QuorvellCore/text/Pattern.h"
+
+namespace quorvell {
+
+namespace {
+
+constexpr auto caseless = Pattern::Case::insensitive;
+
+/// All of these are the same wish. What the phrase reader knows by itself is among them, so that one form is left.
+const auto& beginnings()
+{
+    static const Pattern patterns[] = {
+        Pattern("^remind (?:me|us)\\b", caseless),
+        Pattern("^(?:set|make|create|add|schedule|give|put in|set up)(?: up)?(?: me)?(?: a| another| the)?(?: new)? "
+                "reminder\\b",
+            caseless),
+        Pattern("^(?:a |new |a new )?reminder\\b\\s*[:,]?", caseless),
+        Pattern("^i (?:need|want)(?: you)? (?:a reminder|to be reminded|to remind me)\\b", caseless),
+        Pattern("^i(?:'d|’d| would) like (?:a reminder|to be reminded)\\b", caseless),
+        Pattern("^be reminded\\b", caseless),
+        Pattern("^have a reminder\\b", caseless),
+        Pattern("^(?:don't|don’t|do not|dont) (?:let me )?forget\\b", caseless),
+        Pattern("^make sure(?: that)? i (?:don't|don’t|do not|dont) forget\\b", caseless),
+        Pattern("^make sure(?: that)? i remember\\b", caseless),
+        Pattern(
+            "^i (?:mustn't|mustn’t|must not|should not|shouldn't|can't|cannot|do not want to|don't want to) forget\\b",
+            caseless),
+        Pattern("^i (?:must|have to|need to|should|want to|ought to) remember\\b", caseless),
+        Pattern("^help me(?: to)? remember\\b", caseless),
+        Pattern("^remember (?=to )", caseless),
+    };
+    return patterns;
+}
+
+/// "for tomorrow at 5 to call mum": the phrase reader knows no "for" here.
+std::string withoutFor(std::string_view rest)
+{
+    static const Pattern connector("^for\\s+", caseless);
+    return connector.replaceAll(trimmed(rest), "");
+}
+
+ReminderIntent fromRest(std::string_view rest)
+{
+    static const Pattern ofSomething("^of\\s+", caseless);
+    const std::string wish = ofSomething.replaceAll(withoutFor(rest), "about ");
+    return {wish.empty() ? "remind me" : "remind me " + wish, wish.empty()};
+}
+
+} // namespace
+
+std::optional<ReminderIntent> ReminderIntent::read(std::string_view words)
+{
+    static const Pattern wake("^wake me(?: up)?\\b", caseless);
+    static const Pattern inside("\\b(?:please )?remind me\\b", caseless);
+    const std::string core(words);
+    for (const Pattern& pattern : beginnings()) {
+        const auto match = pattern.find(core);
+        if (match)
+            return fromRest(std::string_view(core).substr(match->range.end));
+    }
+    if (const auto match = wake.find(core))
+        return ReminderIntent{"remind me to wake up" + core.substr(match->range.end)};
+    // "tomorrow at 5 remind me to call mum": the time before the wish moves behind it.
+    if (const auto match = inside.find(core)) {
+        const std::string before =
+            RequestText::withoutClosing(RequestText::withoutOpening(core.substr(0, match->range.start)));
+        auto intent = fromRest(std::string_view(core).substr(match->range.end));
+        return ReminderIntent{before.empty() ? intent.text : intent.text + " " + before};
+    }
+    return std::nullopt;
+}
+
+std::optional<ReminderIntent> ReminderIntent::readTimed(
+    std::string_view words, std::string_view timeWords, std::string_view task)
+{
+    static const Pattern statement(
+        "^(?:is|are|was|were|will|would|has|have|had|i|i'm|we|we're|you|he|she|it|it's|they|there"
+        "|the|my|our|this|that|and|what|when|where|who|how|why)\\b",
+        caseless);
+    // Tasks of daily life; verbs that this service could be expected to carry out itself are not among them.
+    static const Pattern chore(
+        "^(?:call|ring|phone|buy|pay|water|feed|walk|pick up|collect|renew|return|clean|wash|visit)\\b", caseless);
+    const std::string core(words);
+    const std::string firstTimeWord = lowerCased(timeWords.substr(0, timeWords.find(' ')));
+    const bool beginsWithTime = !firstTimeWord.empty() && lowerCased(core).starts_with(firstTimeWord);
+    if (task.empty() || !(beginsWithTime ? !statement.find(task) : chore.find(core).has_value()))
+        return std::nullopt;
+    return ReminderIntent{"remind me " + core};
+}
+
+std::string ReminderIntent::timeAnswer(std::string_view core)
+{
+    static const Pattern filler(
+        "^(?:(?:let's say|let us say|make it|say|maybe|how about|perhaps|i mean|i meant|no|yes|yeah"
+        "|it's|it is|that would be|on second thought|actually|remind me|well)\\b[,:]?\\s*)+",
+        caseless);
+    static const Pattern closing(
+        "[\\s,]+(?:would be (?:good|great|nice|fine|best)|is (?:good|great|fine|best)|sounds good"
+        "|works(?: for me)?)$",
+        caseless);
+    static const Pattern bareHour("^\\d{1,2}$");
+    const std::string answer = trimmed(closing.replaceAll(filler.replaceAll(core, ""), ""));
+    return bareHour.find(answer) ? "at " + answer : answer;
+}
+
+std::string ReminderIntent::taskAnswer(std::string_view core)
+{
+    static const Pattern filler(
+        "^(?:(?:it's|it is|that's|that is|it|remind me|just|yes|well|um+|the reminder is)\\b[,:]?\\s*)*"
+        "(?:(?:to|about|for|that|of)\\b\\s*)?",
+        caseless);
+    return RequestText::written(filler.replaceAll(core, ""));
+}
+
+} // namespace quorvell

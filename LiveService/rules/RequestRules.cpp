@@ -1,0 +1,163 @@
+#include "LiveService/rules/RequestRules.h"
+
+#include "LiveService/replies/PlainReplies.h"
+#include "LiveService/replies/ReplyWording.h"
+#include "LiveService/rules/FollowUpRules.h"
+#include "LiveService/rules/NoteIntent.h"
+#include "LiveService/rules/ReminderIntent.h"
+#include "LiveService/rules/RequestText.h"
+#include "LiveService/rules/SmallTalk.h"
+#include "LiveService/rules/ToolRequests.h"
+#include "LiveService/rules/ToolResultRules.h"
+#include "QuorvellCore/reminders/ReminderPhrase.h"
+
+#include <optional>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Kind = PendingQuestion::Kind;
+using Purpose = ConversationMemory::SearchPurpose;
+
+constexpr int listLength = 20;
+
+RuleStep say(std::string text, ConversationMemory memory)
+{
+    memory.lastReply = text;
+    return {std::move(text), std::move(memory)};
+}
+
+RuleStep ask(Kind kind, std::string question, ConversationMemory memory)
+{
+    memory.pending = {.kind = kind, .question = question};
+    return say(std::move(question), std::move(memory));
+}
+
+/// What is said, be it by the rules themselves or in place of a tool that is not offered, can be repeated.
+RuleStep remembered(RuleStep step)
+{
+    if (const auto* text = std::get_if<std::string>(&step.answer))
+        step.memory.lastReply = *text;
+    return step;
+}
+
+RuleStep keepNote(const NoteIntent& intent, ConversationMemory memory, const ToolRequests& requests)
+{
+    if (intent.text.empty())
+        return ask(Kind::noteText, "What should the note say?", std::move(memory));
+    const std::string title = intent.title.empty() ? NoteIntent::titleFor(intent.text) : intent.title;
+    return {requests.keep(title, intent.text), std::move(memory)};
+}
+
+RuleStep search(const NoteIntent& intent, ConversationMemory memory, const ToolRequests& requests)
+{
+    memory.purpose = intent.purpose;
+    const bool isList = intent.purpose == Purpose::listNotes || intent.purpose == Purpose::listReminders;
+    const int limit = isList ? listLength : intent.purpose == Purpose::readNewest ? 1 : 0;
+    return {requests.find(intent.text, limit), std::move(memory)};
+}
+
+RuleStep readFound(const NoteIntent& intent, ConversationMemory memory, const ToolRequests& requests)
+{
+    const auto count = static_cast<int>(memory.found.size());
+    int index = intent.index == NoteIntent::lastIndex ? count - 1 : intent.index;
+    if (index == NoteIntent::onlyIndex && count == 1)
+        index = 0;
+    if (count == 0)
+        return ask(Kind::noteTopic, "What is the note about?", std::move(memory));
+    if (index < 0 || index >= count)
+        return ask(Kind::whichNote, "Which one should I read?", std::move(memory));
+    auto request = requests.readNote(memory.found[static_cast<std::size_t>(index)].id);
+    return {std::move(request), std::move(memory)};
+}
+
+RuleStep answerNote(const NoteIntent& intent, ConversationMemory memory, const ToolRequests& requests)
+{
+    switch (intent.kind) {
+    case NoteIntent::Kind::keep:
+        return keepNote(intent, std::move(memory), requests);
+    case NoteIntent::Kind::search:
+        return search(intent, std::move(memory), requests);
+    case NoteIntent::Kind::readFound:
+        break;
+    }
+    return readFound(intent, std::move(memory), requests);
+}
+
+RuleStep answerReminder(const ReminderIntent& intent, ConversationMemory memory, const ToolRequests& requests)
+{
+    if (intent.isBare)
+        return ask(Kind::wholeReminder, "What should I remind you about, and when?", std::move(memory));
+    memory.request = intent.text;
+    return {requests.remind(intent.text), std::move(memory)};
+}
+
+/// A request with a time but without the words that ask for a reminder.
+std::optional<ReminderIntent> timedTask(const std::string& core, const RuleSurroundings& around)
+{
+    const auto phrase = ReminderPhrase::parse(core, around.now, around.calendar);
+    return phrase ? ReminderIntent::readTimed(core, phrase->timeWords, phrase->task) : std::nullopt;
+}
+
+RuleStep answerRequest(const std::string& core, ConversationMemory memory, const RuleSurroundings& around)
+{
+    const ToolRequests requests{around};
+    if (const auto note = NoteIntent::read(core))
+        return answerNote(*note, std::move(memory), requests);
+    if (const auto reminder = ReminderIntent::read(core))
+        return answerReminder(*reminder, std::move(memory), requests);
+    if (const auto timed = timedTask(core, around))
+        return answerReminder(*timed, std::move(memory), requests);
+    return say(PlainReplies::cannot(around.tools), std::move(memory));
+}
+
+/// The note to read at once, when that is what the search was for.
+std::optional<std::string> noteToRead(const ConversationMemory& memory)
+{
+    const bool isOne = memory.purpose == Purpose::read && memory.found.size() == 1;
+    const bool isNewest = memory.purpose == Purpose::readNewest && !memory.found.empty();
+    return isOne || isNewest ? std::optional(memory.found.front().id) : std::nullopt;
+}
+
+} // namespace
+
+RuleStep RequestRules::answerWords(
+    std::string_view words, const ConversationMemory& remembering, const RuleSurroundings& around)
+{
+    ConversationMemory memory = remembering;
+    const std::string core = RequestText::withoutClosing(RequestText::withoutOpening(words));
+    if (SmallTalk::isCancel(core)) {
+        const bool wasAsking = std::exchange(memory.pending, {}).kind != Kind::none;
+        return say(wasAsking ? std::string(PlainReplies::dropped) : "Okay.", std::move(memory));
+    }
+    // Small talk leaves an open question open.
+    if (const auto text = SmallTalk::answer(core, memory.lastReply, around))
+        return say(*text, std::move(memory));
+    if (memory.pending.kind != Kind::none) {
+        if (auto step = FollowUpRules::answer(core, memory, around))
+            return remembered(std::move(*step));
+    }
+    return remembered(answerRequest(core, std::move(memory), around));
+}
+
+RuleStep RequestRules::answerResult(const ToolRequest& call, std::string_view result,
+    const ConversationMemory& remembering, const RuleSurroundings& around)
+{
+    ConversationMemory memory = remembering;
+    std::string reply = ReplyWording::reply(call, result, memory);
+    if (call.name == "set_reminder")
+        memory.pending = ToolResultRules::questionIn(result, reply);
+    if (call.name == "find_in_notebook") {
+        memory.found = ToolResultRules::notesIn(result);
+        const auto id = noteToRead(memory);
+        if (id && around.offers("read_note"))
+            return {ToolRequests{around}.readNote(*id), std::move(memory)};
+        if (memory.found.size() > 1 && memory.purpose != Purpose::listReminders)
+            memory.pending = {.kind = Kind::whichNote, .question = "Which one should I read?"};
+    }
+    return say(std::move(reply), std::move(memory));
+}
+
+} // namespace quorvell

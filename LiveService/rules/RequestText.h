@@ -1,0 +1,22 @@
+// The user's words without what surrounds a request. Pure.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+struct RequestText {
+    static constexpr std::size_t longest = 2000; ///< User-perceived characters that the rules look at.
+
+    /// Without "hey quorvell, could you please" before the request; empty when nothing else was said.
+    static std::string withoutOpening(std::string_view words);
+    /// Without ", please" and the like, and full stops, after it.
+    static std::string withoutClosing(std::string_view words);
+    /// As something to write down: first letter in upper case, no loose signs at the ends.
+    static std::string written(std::string_view words);
+    /// Lower case, letters and digits only, one space between words; for comparing whole phrases.
+    static std::string phrase(std::string_view words);
+};
+
+} // namespace quorvell

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "LiveService/rules/ConversationMemory.h"
+#include "LiveService/rules/ToolRequest.h"
+
+#include <string>
+#include <variant>
+
+namespace quorvell {
+
+/// What the rules make of an utterance or of a tool's result: a tool to carry out or a text to say, and what to keep
+/// in mind from then on.
+struct RuleStep {
+    std::variant<ToolRequest, std::string> answer;
+    ConversationMemory memory;
+
+    bool operator==(const RuleStep&) const = default;
+};
+
+} // namespace quorvell

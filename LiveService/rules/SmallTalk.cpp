@@ -1,0 +1,146 @@
+#include "LiveService/rules/SmallTalk.h"
+
+#include "LiveService/replies/PlainReplies.h"
+#include "LiveService/rules/RequestText.h"
+#include "QuorvellCore/reminders/ReminderWords.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace quorvell {
+
+namespace {
+
+enum class Topic { greeting, howAreYou, thanks, goodbye, help, whoAreYou, agreement, repeat, clock, day };
+
+struct Row {
+    std::string_view phrase; ///< As RequestText::phrase gives it.
+    Topic topic;
+};
+
+constexpr Row rows[] = {
+    {"", Topic::greeting},
+    {"hello", Topic::greeting},
+    {"hello there", Topic::greeting},
+    {"hi", Topic::greeting},
+    {"hi there", Topic::greeting},
+    {"hey", Topic::greeting},
+    {"there", Topic::greeting},
+    {"good morning", Topic::greeting},
+    {"good afternoon", Topic::greeting},
+    {"good evening", Topic::greeting},
+    {"are you there", Topic::greeting},
+    {"how are you", Topic::howAreYou},
+    {"how are you doing", Topic::howAreYou},
+    {"how are you today", Topic::howAreYou},
+    {"thanks", Topic::thanks},
+    {"thank you", Topic::thanks},
+    {"thank you very much", Topic::thanks},
+    {"thank you so much", Topic::thanks},
+    {"thanks a lot", Topic::thanks},
+    {"many thanks", Topic::thanks},
+    {"cheers", Topic::thanks},
+    {"well done", Topic::thanks},
+    {"great thanks", Topic::thanks},
+    {"goodbye", Topic::goodbye},
+    {"good bye", Topic::goodbye},
+    {"bye", Topic::goodbye},
+    {"bye bye", Topic::goodbye},
+    {"good night", Topic::goodbye},
+    {"see you", Topic::goodbye},
+    {"see you later", Topic::goodbye},
+    {"that is all", Topic::goodbye},
+    {"thats all", Topic::goodbye},
+    {"help", Topic::help},
+    {"help me", Topic::help},
+    {"what can you do", Topic::help},
+    {"what can i say", Topic::help},
+    {"what can i ask", Topic::help},
+    {"what do you do", Topic::help},
+    {"how do you work", Topic::help},
+    {"who are you", Topic::whoAreYou},
+    {"what are you", Topic::whoAreYou},
+    {"what is your name", Topic::whoAreYou},
+    {"whats your name", Topic::whoAreYou},
+    {"yes", Topic::agreement},
+    {"yes please", Topic::agreement},
+    {"yeah", Topic::agreement},
+    {"okay", Topic::agreement},
+    {"ok", Topic::agreement},
+    {"sure", Topic::agreement},
+    {"great", Topic::agreement},
+    {"good", Topic::agreement},
+    {"perfect", Topic::agreement},
+    {"sounds good", Topic::agreement},
+    {"thats right", Topic::agreement},
+    {"correct", Topic::agreement},
+    {"right", Topic::agreement},
+    {"repeat that", Topic::repeat},
+    {"say that again", Topic::repeat},
+    {"say it again", Topic::repeat},
+    {"repeat it", Topic::repeat},
+    {"what did you say", Topic::repeat},
+    {"pardon", Topic::repeat},
+    {"sorry", Topic::repeat},
+    {"again", Topic::repeat},
+    {"what time is it", Topic::clock},
+    {"what is the time", Topic::clock},
+    {"whats the time", Topic::clock},
+    {"what day is it", Topic::day},
+    {"what day is it today", Topic::day},
+    {"what is the date", Topic::day},
+    {"what is the date today", Topic::day},
+    {"whats the date", Topic::day},
+    {"whats the date today", Topic::day},
+};
+
+constexpr std::string_view cancelPhrases[] = {"never mind", "nevermind", "cancel", "cancel that", "cancel it", "stop",
+    "stop it", "stop that", "forget it", "forget about it", "forget that", "leave it", "skip it", "skip that",
+    "no thanks", "no thank you", "dont bother", "do not bother", "be quiet", "quiet", "nothing", "no", "nope",
+    "neither", "none", "neither of them", "none of them", "not that"};
+
+std::string answerTo(Topic topic, std::string_view lastReply, const RuleSurroundings& around)
+{
+    switch (topic) {
+    case Topic::greeting:
+        return PlainReplies::greeting({});
+    case Topic::howAreYou:
+        return "I am fine, thank you. What can I do for you?";
+    case Topic::thanks:
+        return "You are welcome.";
+    case Topic::goodbye:
+        return "Goodbye.";
+    case Topic::help:
+        return PlainReplies::help(around.tools);
+    case Topic::whoAreYou:
+        return "I am Quorvell, working on this computer alone. " + PlainReplies::abilities(around.tools);
+    case Topic::agreement:
+        return "All right.";
+    case Topic::repeat:
+        return lastReply.empty() ? "I have not said anything yet." : std::string(lastReply);
+    case Topic::clock:
+        return "It is " + ReminderWords::clock(around.now, around.calendar, around.calendar.locale()) + ".";
+    case Topic::day:
+        return "Today is " + PlainReplies::day(around.now, around.calendar) + ".";
+    }
+    return {};
+}
+
+} // namespace
+
+std::optional<std::string> SmallTalk::answer(
+    std::string_view core, std::string_view lastReply, const RuleSurroundings& surroundings)
+{
+    const std::string phrase = RequestText::phrase(core);
+    const auto row = std::ranges::find(rows, phrase, &Row::phrase);
+    if (row == std::end(rows))
+        return std::nullopt;
+    return answerTo(row->topic, lastReply, surroundings);
+}
+
+bool SmallTalk::isCancel(std::string_view core)
+{
+    return std::ranges::find(cancelPhrases, RequestText::phrase(core)) != std::end(cancelPhrases);
+}
+
+} // namespace quorvell

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "LiveService/rules/RuleSurroundings.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// What needs no tool: greetings, thanks, the clock, what this service can do.
+struct SmallTalk {
+    /// The answer, when `core` (an utterance without opening and closing words) is one of the phrases known here.
+    /// `lastReply` is what was said before.
+    static std::optional<std::string> answer(
+        std::string_view core, std::string_view lastReply, const RuleSurroundings& surroundings);
+
+    static bool isCancel(std::string_view core);
+};
+
+} // namespace quorvell

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+namespace quorvell {
+
+/// A tool that the rules want carried out. Arguments and results stay JSON text here, the form that the wire gives
+/// them.
+struct ToolRequest {
+    std::string name;
+    std::string arguments; ///< A JSON object.
+
+    bool operator==(const ToolRequest&) const = default;
+};
+
+} // namespace quorvell

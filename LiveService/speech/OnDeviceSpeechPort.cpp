@@ -1,0 +1,49 @@
+#include "LiveService/speech/OnDeviceSpeechPort.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quorvell {
+
+static_assert(SpeechPort::sampleRateHz == SpeechRecogniser::sampleRateHz);
+static_assert(SpeechPort::sampleRateHz == SpeechVoice::sampleRateHz);
+
+OnDeviceSpeechPort::OnDeviceSpeechPort(const SpeechModels& models, std::string defaultVoice)
+    : m_hearing(SpeechRecogniser::create(models))
+    , m_defaultVoice(std::move(defaultVoice))
+    , m_voiceName(m_defaultVoice)
+    , m_voice(std::make_unique<SpeechVoice>(m_voiceName))
+{
+}
+
+void OnDeviceSpeechPort::begin()
+{
+    if (m_hearing.recogniser)
+        m_hearing.recogniser->begin();
+}
+
+void OnDeviceSpeechPort::feed(std::span<const std::int16_t> samples)
+{
+    if (m_hearing.recogniser)
+        m_hearing.recogniser->feed(samples);
+}
+
+HeardTurn OnDeviceSpeechPort::finish()
+{
+    if (!m_hearing.recogniser)
+        return {.problem = m_hearing.problem};
+    return {.text = m_hearing.recogniser->finish().text};
+}
+
+void OnDeviceSpeechPort::speak(std::string_view wanted, std::string_view text, const Sink& sink, std::stop_token stop)
+{
+    const auto names = SpeechVoice::names();
+    const std::string name = std::ranges::find(names, wanted) != names.end() ? std::string(wanted) : m_defaultVoice;
+    if (name != m_voiceName) {
+        m_voice = std::make_unique<SpeechVoice>(name);
+        m_voiceName = name;
+    }
+    m_voice->speak(text, sink, stop);
+}
+
+} // namespace quorvell

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "LiveService/speech/SpeechPort.h"
+#include "OnDeviceSpeech/SpeechRecogniser.h"
+#include "OnDeviceSpeech/SpeechVoice.h"
+
+#include <memory>
+#include <string>
+
+namespace quorvell {
+
+/// The recogniser and the voice of this computer. Loading the models takes a second; without them turns are answered
+/// by a sentence that says what is missing, and the voice still speaks.
+class OnDeviceSpeechPort : public SpeechPort {
+public:
+    OnDeviceSpeechPort(const SpeechModels& models, std::string defaultVoice);
+
+    void begin() override;
+    void feed(std::span<const std::int16_t> samples) override;
+    HeardTurn finish() override;
+    void speak(std::string_view voice, std::string_view text, const Sink& sink, std::stop_token stop) override;
+
+private:
+    SpeechRecogniser::Made m_hearing;
+    std::string m_defaultVoice;
+    std::string m_voiceName; ///< Of m_voice.
+    std::unique_ptr<SpeechVoice> m_voice;
+};
+
+} // namespace quorvell

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "LiveService/conversation/HeardTurn.h"
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <stop_token>
+#include <string_view>
+
+namespace quorvell {
+
+/// Recognition and voice as one session uses them. Made, used and destroyed on one worker thread; everything blocks.
+class SpeechPort {
+public:
+    static constexpr int sampleRateHz = 16000; ///< In and out, mono.
+    using Sink = std::function<void(std::span<const std::int16_t>)>;
+
+    virtual ~SpeechPort() = default;
+
+    /// Starts a new turn; what was fed to an unfinished one is forgotten.
+    virtual void begin() = 0;
+    virtual void feed(std::span<const std::int16_t> samples) = 0;
+    virtual HeardTurn finish() = 0;
+    /// Hands pieces to `sink` while the rest is still being made, until done or `stop` is requested.
+    /// The default voice stands in for a name that is not known.
+    virtual void speak(std::string_view voice, std::string_view text, const Sink& sink, std::stop_token stop) = 0;
+};
+
+} // namespace quorvell

@@ -1,0 +1,123 @@
+#include "LiveService/turns/TurnDetector.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+// Levels are root mean squares of samples from -1 to 1.
+constexpr float lowestOpenLevel = 0.010f; ///< Quiet speech at arm's length is about 0.02.
+constexpr float lowestStayLevel = 0.007f;
+constexpr float openRatio = 3.0f; ///< Over the noise of the room.
+constexpr float stayRatio = 1.8f;
+constexpr float highestFloor = 0.05f; ///< A louder "noise" is speech without a pause; it must not shut itself out.
+constexpr std::size_t floorFrames = 100; ///< 2 s.
+constexpr std::size_t leastFloorFrames = 25; ///< A stream may start in the middle of a word.
+constexpr std::size_t onsetWindow = 5;
+constexpr int onsetLoudFrames = 3; ///< 60 ms of 100: a click is shorter.
+
+int framesIn(std::chrono::milliseconds time)
+{
+    return static_cast<int>(time / TurnDetector::frame);
+}
+
+float levelOf(const std::vector<std::int16_t>& samples)
+{
+    double sum = 0;
+    for (const std::int16_t sample : samples)
+        sum += static_cast<double>(sample) * sample;
+    return static_cast<float>(std::sqrt(sum / static_cast<double>(samples.size())) / 32768.0);
+}
+
+void appendHeard(std::vector<TurnEvent>& events, const std::vector<std::int16_t>& samples)
+{
+    if (events.empty() || events.back().kind != TurnEvent::Kind::heard)
+        events.push_back({TurnEvent::Kind::heard, {}, {}});
+    auto& heard = events.back().samples;
+    heard.insert(heard.end(), samples.begin(), samples.end());
+}
+
+} // namespace
+
+TurnDetector::TurnDetector(int sampleRateHz)
+    : m_frameSamples(static_cast<std::size_t>(std::max(sampleRateHz, 1000)) * frame.count() / 1000)
+{
+}
+
+std::vector<TurnEvent> TurnDetector::take(std::span<const std::int16_t> samples, std::chrono::milliseconds now)
+{
+    std::vector<TurnEvent> events = look(now);
+    m_lastSound = now;
+    while (!samples.empty()) {
+        const std::size_t count = std::min(m_frameSamples - m_partial.size(), samples.size());
+        m_partial.insert(m_partial.end(), samples.begin(), samples.begin() + static_cast<std::ptrdiff_t>(count));
+        samples = samples.subspan(count);
+        if (m_partial.size() == m_frameSamples)
+            takeFrame(std::exchange(m_partial, {}), events);
+    }
+    return events;
+}
+
+std::vector<TurnEvent> TurnDetector::look(std::chrono::milliseconds now)
+{
+    std::vector<TurnEvent> events;
+    if (m_isOpen && now >= nextLook()) {
+        appendHeard(events, std::exchange(m_partial, {}));
+        end(events);
+    }
+    return events;
+}
+
+void TurnDetector::takeFrame(Frame samples, std::vector<TurnEvent>& events)
+{
+    const float level = levelOf(samples);
+    const bool knowsRoom = m_levels.size() >= leastFloorFrames;
+    const float noise = knowsRoom ? std::min(*std::ranges::min_element(m_levels), highestFloor) : 0.0f;
+    m_levels.push_back(level);
+    if (m_levels.size() > floorFrames)
+        m_levels.pop_front();
+    if (m_isOpen)
+        followTurn(std::move(samples), level > std::max(noise * stayRatio, lowestStayLevel), events);
+    else
+        listenForOnset(std::move(samples), level > std::max(noise * openRatio, lowestOpenLevel), events);
+}
+
+void TurnDetector::listenForOnset(Frame samples, bool isLoud, std::vector<TurnEvent>& events)
+{
+    m_before.push_back(std::move(samples));
+    if (m_before.size() > static_cast<std::size_t>(framesIn(preRoll)))
+        m_before.pop_front();
+    m_recentLoud.push_back(isLoud);
+    if (m_recentLoud.size() > onsetWindow)
+        m_recentLoud.pop_front();
+    if (std::ranges::count(m_recentLoud, true) < onsetLoudFrames)
+        return;
+    m_isOpen = true;
+    m_turnFrames = m_loudFrames = onsetLoudFrames;
+    m_quietFrames = 0;
+    events.push_back({TurnEvent::Kind::began, {}, {}});
+    for (const Frame& before : std::exchange(m_before, {}))
+        appendHeard(events, before);
+    m_recentLoud.clear();
+}
+
+void TurnDetector::followTurn(Frame samples, bool isLoud, std::vector<TurnEvent>& events)
+{
+    appendHeard(events, samples);
+    ++m_turnFrames;
+    m_loudFrames += isLoud ? 1 : 0;
+    m_quietFrames = isLoud ? 0 : m_quietFrames + 1;
+    if (m_quietFrames >= framesIn(endQuiet) || m_turnFrames >= framesIn(longestTurn))
+        end(events);
+}
+
+void TurnDetector::end(std::vector<TurnEvent>& events)
+{
+    m_isOpen = false;
+    events.push_back({TurnEvent::Kind::ended, {}, m_loudFrames * frame});
+}
+
+} // namespace quorvell

@@ -1,0 +1,68 @@
+// Decides where the user's turns begin and end in the sound that a client sends. Pure: samples and times in, events
+// out.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <span>
+#include <vector>
+
+namespace quorvell {
+
+/// What happened in the sound, in order.
+struct TurnEvent {
+    enum class Kind {
+        began, ///< The user started to speak.
+        heard, ///< `samples` belong to the turn; the first ones lie before the moment that showed it had begun.
+        ended, ///< `speech` says how much of the turn was loud.
+    };
+
+    Kind kind = Kind::heard;
+    std::vector<std::int16_t> samples;
+    std::chrono::milliseconds speech{};
+
+    bool operator==(const TurnEvent&) const = default;
+};
+
+/// Judges frames of 20 ms against the noise of the room. Times come from any clock that only moves forward.
+/// Not thread safe; lives with the session.
+class TurnDetector {
+public:
+    static constexpr std::chrono::milliseconds frame{20};
+    static constexpr std::chrono::milliseconds preRoll{300}; ///< Kept from before the onset: no first syllable is lost.
+    static constexpr std::chrono::milliseconds endQuiet{560}; ///< Shorter pauses belong to the sentence.
+    static constexpr std::chrono::milliseconds endGap{350}; ///< A client with a gate of its own stops sending instead.
+    static constexpr std::chrono::milliseconds longestTurn{30'000};
+
+    explicit TurnDetector(int sampleRateHz);
+
+    std::vector<TurnEvent> take(std::span<const std::int16_t> samples, std::chrono::milliseconds now);
+    /// To be called when nextLook has come: ends a turn whose client stopped sending.
+    std::vector<TurnEvent> look(std::chrono::milliseconds now);
+
+    bool isOpen() const { return m_isOpen; }
+    /// When the turn ends unless sound arrives. Only while a turn is open.
+    std::chrono::milliseconds nextLook() const { return m_lastSound + endGap; }
+
+private:
+    using Frame = std::vector<std::int16_t>;
+
+    void takeFrame(Frame samples, std::vector<TurnEvent>& events);
+    void listenForOnset(Frame samples, bool isLoud, std::vector<TurnEvent>& events);
+    void followTurn(Frame samples, bool isLoud, std::vector<TurnEvent>& events);
+    void end(std::vector<TurnEvent>& events);
+
+    std::size_t m_frameSamples;
+    Frame m_partial; ///< Less than one frame.
+    std::deque<float> m_levels; ///< Of the last frames; the smallest is the noise of the room.
+    std::deque<Frame> m_before; ///< The pre-roll while no turn is open.
+    std::deque<bool> m_recentLoud;
+    bool m_isOpen = false;
+    int m_turnFrames = 0;
+    int m_loudFrames = 0;
+    int m_quietFrames = 0; ///< Since the last loud one.
+    std::chrono::milliseconds m_lastSound{};
+};
+
+} // namespace quorvell

@@ -1,0 +1,96 @@
+#include "LiveService/turns/TurnDetector.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <string>
+
+namespace quorvell {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr int rate = 24000;
+
+/// What a client sends: stretches of sound, in chunks of 40 ms as time goes by.
+struct Stretch {
+    double level; ///< Root mean square, 0 to 1. Negative: nothing is sent.
+    milliseconds length;
+};
+
+/// "began", "ended" and the time at which each came, in ms.
+std::string eventsFor(const std::vector<Stretch>& stretches, milliseconds* heard = nullptr)
+{
+    TurnDetector detector(rate);
+    std::mt19937 random(1);
+    std::normal_distribution<double> noise;
+    std::string shown;
+    milliseconds now{};
+    const auto show = [&](const std::vector<TurnEvent>& events) {
+        for (const TurnEvent& event : events) {
+            if (event.kind == TurnEvent::Kind::heard && heard)
+                *heard += milliseconds(event.samples.size() * 1000 / rate);
+            if (event.kind != TurnEvent::Kind::heard)
+                shown +=
+                    (event.kind == TurnEvent::Kind::began ? "began " : "ended ") + std::to_string(now.count()) + " ";
+        }
+    };
+    for (const Stretch& stretch : stretches) {
+        for (milliseconds sent{}; sent < stretch.length; sent += milliseconds(40)) {
+            now += milliseconds(40);
+            if (stretch.level < 0) {
+                show(detector.look(now));
+                continue;
+            }
+            std::vector<std::int16_t> chunk(rate * 40 / 1000);
+            for (auto& sample : chunk)
+                sample =
+                    static_cast<std::int16_t>(std::clamp(noise(random) * stretch.level * 32768, -32768.0, 32767.0));
+            show(detector.take(chunk, now));
+        }
+    }
+    return shown;
+}
+
+} // namespace
+
+TEST(TurnDetector, findsTurns)
+{
+    const auto ms = [](int count) { return milliseconds(count); };
+    struct Row {
+        const char* name;
+        std::vector<Stretch> stretches;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"silence", {{0, ms(3000)}}, ""},
+        {"speech in silence", {{0, ms(400)}, {0.1, ms(1000)}, {0, ms(1000)}}, "began 480 ended 1960 "},
+        {"a pause within a sentence", {{0.1, ms(800)}, {0, ms(480)}, {0.1, ms(800)}, {0, ms(1000)}},
+            "began 80 ended 2640 "},
+        {"a click", {{0, ms(400)}, {0.5, ms(40)}, {0, ms(1000)}}, ""},
+        {"the client's gate closes", {{0.1, ms(800)}, {-1, ms(1000)}}, "began 80 ended 1160 "},
+        {"a short gap between chunks", {{0.1, ms(800)}, {-1, ms(200)}, {0.1, ms(400)}, {-1, ms(400)}},
+            "began 80 ended 1760 "},
+        {"a noisy room", {{0.02, ms(2000)}, {0.15, ms(1000)}, {0.02, ms(1000)}},
+            "began 80 ended 1080 began 2080 ended 3560 "},
+        {"noise grows louder and stays", {{0.001, ms(2000)}, {0.012, ms(4000)}}, "began 2080 ended 4560 "},
+        {"one long noise", {{0.1, ms(31000)}}, "began 80 ended 30000 "},
+        {"two turns", {{0.1, ms(400)}, {0, ms(800)}, {0.1, ms(400)}, {0, ms(800)}},
+            "began 80 ended 960 began 1280 ended 2160 "},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(eventsFor(row.stretches), row.expected);
+    }
+}
+
+TEST(TurnDetector, hearsTheTurnFromBeforeItsOnset)
+{
+    milliseconds heard{};
+    eventsFor({{0, milliseconds(1000)}, {0.1, milliseconds(1000)}, {-1, milliseconds(400)}}, &heard);
+    EXPECT_EQ(heard, milliseconds(1000) + milliseconds(240));
+}
+
+} // namespace quorvell
