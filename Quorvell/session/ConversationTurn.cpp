@@ -88,10 +88,11 @@ void ConversationTurn::problemShown()
         noteAnswer();
 }
 
-void ConversationTurn::giveUp()
+void ConversationTurn::breakOff()
 {
     if (m_tracker.isOpen)
-        close(SessionObserver::TurnOutcome::unanswered);
+        close(SessionObserver::TurnOutcome::brokenOff);
+    end();
 }
 
 void ConversationTurn::end()

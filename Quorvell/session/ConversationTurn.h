@@ -45,9 +45,9 @@ public:
     void problemShown();
     /// Something else happened, so patience begins anew.
     void noteActivity();
-    /// No answer will come any more.
-    void giveUp();
-    /// The conversation is over; an open turn is forgotten without an outcome.
+    /// The connection is gone, and with it what an open turn was waiting for.
+    void breakOff();
+    /// The user ends the conversation; an open turn is forgotten without an outcome.
     void end();
 
     bool isOpen() const { return m_tracker.isOpen; }

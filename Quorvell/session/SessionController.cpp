@@ -116,6 +116,9 @@ void SessionController::beginConversation(const std::string& sessionID)
 
 void SessionController::greet()
 {
+    // Where answers are shown, the model that writes them greets; else the voice does.
+    if (m_settings.replies == SessionSettings::Replies::shown)
+        return deliver({.text = QuorvellPrompt::greetingEvent(m_settings.userName, m_settings.frontApp)});
     m_turn.open();
     m_connection.live->connection->sendVoiceInstructions(
         QuorvellPrompt::liveGreeting(m_settings.userName, m_settings.frontApp));
@@ -244,23 +247,27 @@ void SessionController::handleServerError(const live_event::ServerError& error)
 void SessionController::handleClose(const LiveClosure& closure)
 {
     m_ports.log.record("session_lost", {{"code", closure.code}, {"reason", closure.reason}});
-    SessionEnd end{.reason = closure.reason, .isFailure = true, .sentence = closure.sentence};
+    SessionEnd end;
+    end.reason = closure.reason;
+    end.isFailure = true;
+    end.mustUserAct = closure.mustUserAct;
+    end.sentence = closure.sentence;
+    if (m_turn.isOpen() && m_connection.phase == SessionPhase::active)
+        end.sentence += " What you asked last may not have been done.";
     end.unsent = std::exchange(m_connection.waitingTyped, {});
     m_connection.waiting.clear();
-    if (m_turn.isOpen() && m_connection.phase == SessionPhase::active)
-        end.sentence += " What you asked last may not have been done; ask again.";
     retireConnection(closure.reason);
     takeAwayClosedLines();
-    m_turn.giveUp();
-    m_turn.end();
     setPhase(SessionPhase::idle);
+    m_turn.breakOff();
     m_ports.observer.conversationEnded(end);
 }
 
 void SessionController::handleRetiredClose(const Line& line)
 {
     m_ports.log.record("session_ended", {{"reason", line.endReason}});
-    const SessionEnd end{.reason = line.endReason};
+    SessionEnd end;
+    end.reason = line.endReason;
     takeAwayClosedLines();
     m_ports.observer.conversationEnded(end);
 }

@@ -10,6 +10,7 @@
 #include "Quorvell/session/Scheduler.h"
 #include "Quorvell/session/SessionObserver.h"
 #include "Quorvell/session/SessionSettings.h"
+#include "Quorvell/session/SessionUsage.h"
 #include "Quorvell/session/ToolDispatcher.h"
 #include "QuorvellCore/live/history/TypedMessage.h"
 
@@ -61,6 +62,7 @@ public:
 
     SessionPhase phase() const { return m_connection.phase; }
     bool isTurnOpen() const { return m_turn.isOpen(); }
+    const SessionUsage& usage() const { return m_usage; }
     /// What was said on both sides, oldest first.
     const std::deque<LiveHistoryEntry>& conversation() const { return m_turn.conversation(); }
 
@@ -79,12 +81,6 @@ private:
         std::vector<LiveMessageText> waiting; ///< Until the conversation is active.
         std::vector<std::string> waitingTyped; ///< The user's words among them.
         TimerHandle cleanUp;
-    };
-    struct UsageState {
-        std::int64_t tokens = 0;
-        double billedSeconds = 0;
-        double contextRatio = 0;
-        std::int64_t microphoneChunks = 0; ///< Sent.
     };
     struct ListeningState {
         MicrophoneStream microphone;
@@ -119,7 +115,7 @@ private:
     Ports m_ports;
     SessionSettings m_settings;
     ConnectionState m_connection;
-    UsageState m_usage;
+    SessionUsage m_usage;
     ListeningState m_listening;
     ConversationTurn m_turn;
     ActionState m_actions;

@@ -9,11 +9,16 @@
 
 namespace quorvell {
 
-/// The course of a conversation, for whoever shows it. Main thread. Each function may be left as it is.
+/// The course of a conversation, for whoever shows it. Main thread. Each function may be left as it is. What a report
+/// makes the observer want from the session is asked for later, never from inside the report.
 class SessionObserver {
 public:
     enum class Words { typed, spoken };
-    enum class TurnOutcome { answered, unanswered };
+    enum class TurnOutcome {
+        answered,
+        unanswered, ///< Nothing came for as long as patience lasts.
+        brokenOff, ///< The conversation ended first.
+    };
 
     virtual ~SessionObserver() = default;
 

@@ -31,7 +31,8 @@ public:
     void problemArose(const std::string& sentence) override { lines.push_back("problem: " + sentence); }
     void turnCompleted(TurnOutcome outcome) override
     {
-        lines.push_back(outcome == TurnOutcome::answered ? "turn answered" : "turn unanswered");
+        constexpr const char* names[] = {"answered", "unanswered", "broken off"};
+        lines.push_back(std::string("turn ") + names[static_cast<int>(outcome)]);
     }
     void conversationEnded(const SessionEnd& end) override
     {

@@ -132,7 +132,7 @@ TEST_F(SessionControllerTest, aSpokenTurnEndsOnceItsSoundHasBeenPlayed)
 
 TEST_F(SessionControllerTest, theGreetingIsATurnAndGivesWayToAWaitingRequest)
 {
-    SessionSettings settings = shown();
+    SessionSettings settings;
     settings.greeting = SessionSettings::Greeting::spoken;
     settings.userName = "Asha";
     makeActive(settings);
@@ -141,8 +141,11 @@ TEST_F(SessionControllerTest, theGreetingIsATurnAndGivesWayToAWaitingRequest)
         "they'd like to do, in one short sentence.");
     wire->report(live_event::OutputTranscript{"Hello Asha!"});
     scheduler.advance(1s);
-    EXPECT_EQ(saidSince(), (Lines{"connecting", "active", "said: Hello Asha!", "turn answered"}));
+    EXPECT_EQ(saidSince(), (Lines{"connecting", "active", "words: Hello Asha!", "said: Hello Asha!", "turn answered"}));
 
+    settings.replies = SessionSettings::Replies::shown;
+    makeActive(settings);
+    EXPECT_EQ(wire->sent.back().substr(0, 60), "message [Quorvell app event] Asha just called you over. They");
     make(settings).submitTyped({{{"hi"}}, true});
     wire->report(live_event::SetupComplete{"sess_1"});
     EXPECT_EQ(wire->sent.back(), "message [They typed] hi");
@@ -212,13 +215,13 @@ TEST_F(SessionControllerTest, aLostConnectionIsToldInOneSentenceAndLeavesTheSess
     make(shown()).submitTyped({{{"hello"}}, false});
     wire->closeWith({.code = 401, .reason = "refused", .mustUserAct = true, .sentence = "Key refused."});
     EXPECT_EQ(saidSince(),
-        (Lines{"connecting", "typed: hello", "turn unanswered", "idle", "ended: Key refused. unsent: hello"}));
+        (Lines{"connecting", "typed: hello", "idle", "turn broken off", "ended: Key refused. unsent: hello"}));
 
     makeActive(shown()).submitTyped({{{"again"}}, false});
     saidSince();
     wire->closeWith({.code = 1006, .reason = "gone", .sentence = "Lost."});
-    EXPECT_EQ(saidSince(),
-        (Lines{"turn unanswered", "idle", "ended: Lost. What you asked last may not have been done; ask again."}));
+    EXPECT_EQ(
+        saidSince(), (Lines{"idle", "turn broken off", "ended: Lost. What you asked last may not have been done."}));
     scheduler.advance(2min);
     EXPECT_EQ(scheduler.pendingTimers(), 0U);
 
