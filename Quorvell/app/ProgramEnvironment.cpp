@@ -154,9 +154,12 @@ ProgramEnvironment ProgramEnvironment::read(const char* programName)
     environment.locale = localeName();
     environment.apiKey = variable("OPENAI_API_KEY");
     environment.liveHost = variable("QUORVELL_LIVE_HOST");
+    environment.liveToken = variable("QUORVELL_LIVE_TOKEN");
     environment.hasSessionBus = knowsSessionBus(environment.runtimeFolder);
     environment.isInputTerminal = isatty(STDIN_FILENO) == 1;
     environment.isOutputTerminal = isatty(STDOUT_FILENO) == 1;
+    environment.allowsColour
+        = environment.isOutputTerminal && !variable("NO_COLOR") && variable("TERM").value_or("dumb") != "dumb";
     return environment;
 }
 

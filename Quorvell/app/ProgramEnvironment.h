@@ -17,9 +17,11 @@ struct ProgramEnvironment {
     std::string locale; ///< "en_GB"; LC_ALL, LC_TIME, LANG in this order, "en_US" where none says.
     std::optional<std::string> apiKey; ///< OPENAI_API_KEY; empty counts as absent.
     std::optional<std::string> liveHost; ///< QUORVELL_LIVE_HOST: "host", "host:port" or a wss/https address.
+    std::optional<std::string> liveToken; ///< QUORVELL_LIVE_TOKEN: the key that clients of our own service must show.
     bool hasSessionBus = false; ///< A D-Bus session bus address is known.
     bool isInputTerminal = false;
     bool isOutputTerminal = false;
+    bool allowsColour = false; ///< The output is a terminal that knows colours, and NO_COLOR does not forbid them.
 
     static ProgramEnvironment read(const char* programName);
 };

@@ -3,6 +3,7 @@
 #include "QuorvellCore/text/Json.h"
 
 #include <QRandomGenerator>
+#include <unistd.h>
 
 #include <array>
 #include <utility>
@@ -78,6 +79,8 @@ void OnDeviceService::startChild()
     m_output.clear();
     m_errors.clear();
     m_child = std::make_unique<QProcess>();
+    // In a process group of its own, because Ctrl+C in a terminal would end it before the conversation is closed.
+    m_child->setChildProcessModifier([] { setpgid(0, 0); });
     connectChild();
     QStringList arguments;
     for (const std::string& argument : m_command.arguments)

@@ -65,7 +65,7 @@ void OpenAILiveClient::useAccess(const LiveAccessSource::Found& found)
     if (m_stage != Stage::locating)
         return;
     if (!found.access)
-        return finish({LiveClosure::abnormal, "no service", true, found.problem});
+        return finish({LiveClosure::abnormal, "no service", false, found.problem});
     m_access = *found.access;
     openSocket();
 }

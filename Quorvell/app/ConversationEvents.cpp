@@ -1,0 +1,84 @@
+#include "Quorvell/app/ConversationEvents.h"
+
+#include <nlohmann/json.hpp>
+
+#include <ostream>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+const char* nameOf(SessionPhase phase)
+{
+    switch (phase) {
+    case SessionPhase::idle:
+        return "idle";
+    case SessionPhase::connecting:
+        return "connecting";
+    case SessionPhase::active:
+        return "active";
+    }
+    return "";
+}
+
+} // namespace
+
+ConversationEvents::ConversationEvents(std::ostream& out, const Scheduler& clock)
+    : m_out(out)
+    , m_clock(clock)
+    , m_start(clock.now())
+{
+}
+
+void ConversationEvents::write(std::string_view event, const Json& fields)
+{
+    Json line = {
+        {"event", std::string(event)}, {"at", isoText(m_clock.wallClock())}, {"ms", (m_clock.now() - m_start).count()}};
+    line.update(fields);
+    m_out << dumpJson(line) << std::endl; // Whoever reads along sees each event at once.
+}
+
+void ConversationEvents::phaseChanged(SessionPhase phase)
+{
+    write("phase", {{"phase", nameOf(phase)}});
+}
+
+void ConversationEvents::userSaid(const std::string& text, Words words)
+{
+    write("words", {{"speaker", "user"}, {"source", words == Words::typed ? "typed" : "spoken"}, {"text", text}});
+}
+
+void ConversationEvents::assistantSaid(const std::string& text)
+{
+    m_reply += (m_reply.empty() ? "" : " ") + text;
+    write("words", {{"speaker", "assistant"}, {"text", text}});
+}
+
+void ConversationEvents::toolCalled(const LiveFunctionCall& call)
+{
+    write("tool_call", {{"id", call.id}, {"name", call.name}, {"args", call.args}});
+}
+
+void ConversationEvents::toolAnswered(const LiveFunctionResponse& response)
+{
+    write("tool_result", {{"id", response.id}, {"name", response.name}, {"result", response.response}});
+}
+
+void ConversationEvents::problemArose(const std::string& sentence)
+{
+    write("problem", {{"text", sentence}});
+}
+
+void ConversationEvents::turnCompleted(TurnOutcome outcome)
+{
+    write("reply", {{"answered", outcome == TurnOutcome::answered}, {"text", std::exchange(m_reply, {})}});
+}
+
+void ConversationEvents::conversationEnded(const SessionEnd& end)
+{
+    write(
+        "closed", {{"reason", end.reason}, {"failed", end.isFailure}, {"text", end.sentence}, {"unsent", end.unsent}});
+}
+
+} // namespace quorvell

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Quorvell/session/Scheduler.h"
+#include "Quorvell/session/SessionObserver.h"
+#include "QuorvellCore/text/Json.h"
+
+#include <iosfwd>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// A conversation for scripts: one JSON object a line, as docs/formats/chat-events.md describes them.
+class ConversationEvents : public SessionObserver {
+public:
+    /// Both are borrowed. Times are counted from here on.
+    ConversationEvents(std::ostream& out, const Scheduler& clock);
+
+    void phaseChanged(SessionPhase phase) override;
+    void userSaid(const std::string& text, Words words) override;
+    void assistantSaid(const std::string& text) override;
+    void toolCalled(const LiveFunctionCall& call) override;
+    void toolAnswered(const LiveFunctionResponse& response) override;
+    void problemArose(const std::string& sentence) override;
+    void turnCompleted(TurnOutcome outcome) override;
+    void conversationEnded(const SessionEnd& end) override;
+
+    /// Something that the session does not know of, such as the end of a recording.
+    void write(std::string_view event, const Json& fields);
+
+private:
+    std::ostream& m_out;
+    const Scheduler& m_clock;
+    SessionTime m_start;
+    std::string m_reply; ///< Of the turn that is open.
+};
+
+} // namespace quorvell

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "Quorvell/session/SessionObserver.h"
+#include "QuorvellCore/text/Json.h"
+
+#include <iosfwd>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// A conversation for people: replies as they are, tools dimmed, problems on the error stream.
+class ConversationText : public SessionObserver {
+public:
+    enum class Colour { none, ansi };
+    enum class Speakers { unnamed, named }; ///< Named where both sides appear: "You: ...".
+
+    static constexpr std::size_t longestNote = 160; ///< User-perceived characters of a line about a tool.
+
+    struct Style {
+        Colour colour = Colour::none;
+        Speakers speakers = Speakers::unnamed;
+        std::string progress{}; ///< Shown while connecting; empty where nobody watches.
+    };
+
+    /// The streams are borrowed.
+    ConversationText(std::ostream& out, std::ostream& errors, Style style);
+
+    void phaseChanged(SessionPhase phase) override;
+    void userSaid(const std::string& text, Words words) override;
+    void assistantSaid(const std::string& text) override;
+    void toolCalled(const LiveFunctionCall& call) override;
+    void toolAnswered(const LiveFunctionResponse& response) override;
+    void problemArose(const std::string& sentence) override;
+    void turnCompleted(TurnOutcome outcome) override;
+    void conversationEnded(const SessionEnd& end) override;
+
+    /// The values of a JSON object in a short line: `when: Sunday, has_time: true`.
+    static std::string summary(const Json& object);
+    /// Without control characters, which could move the cursor or change the terminal. Line breaks and tabs stay.
+    static std::string printable(std::string_view text);
+
+private:
+    void showProgress();
+    void hideProgress();
+    void dimmed(const std::string& line);
+
+    std::ostream& m_out;
+    std::ostream& m_errors;
+    Style m_style;
+    bool m_showsProgress = false;
+};
+
+} // namespace quorvell

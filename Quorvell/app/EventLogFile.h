@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Quorvell/session/EventLog.h"
+#include "Quorvell/session/Scheduler.h"
+
+#include <cstdint>
+#include <string>
+
+namespace quorvell {
+
+/// The event log as lines of JSON in the state folder: {"at", "event", fields...}. A full file moves aside, and the
+/// oldest goes. Where nothing can be written the program works on without a log.
+class EventLogFile : public EventLog {
+public:
+    static constexpr std::int64_t fullSize = 1024 * 1024; ///< Bytes, from which on a new file begins.
+    static constexpr int keptFiles = 3; ///< Full ones.
+    static constexpr std::size_t longestLine = 4096; ///< Bytes; a longer event keeps its name only.
+
+    /// `clock` is borrowed.
+    EventLogFile(std::string folder, const Scheduler& clock);
+    ~EventLogFile() override;
+    EventLogFile(const EventLogFile&) = delete;
+    EventLogFile& operator=(const EventLogFile&) = delete;
+
+    void record(std::string_view name, const Json& fields) override;
+
+private:
+    std::string path(int age) const;
+    void openFile();
+    void rotate();
+
+    std::string m_folder;
+    const Scheduler& m_clock;
+    int m_descriptor = -1;
+};
+
+} // namespace quorvell

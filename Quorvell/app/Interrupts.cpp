@@ -1,0 +1,58 @@
+#include "Quorvell/app/Interrupts.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+constexpr std::array signals{SIGINT, SIGTERM, SIGHUP};
+
+/// A signal handler may do next to nothing, so it only writes a byte that the event loop sees.
+std::array<int, 2> pipeEnds{-1, -1};
+
+void handleSignal(int)
+{
+    const char byte = 0;
+    [[maybe_unused]] const auto written = write(pipeEnds[1], &byte, 1);
+}
+
+void setHandler(void (*handler)(int))
+{
+    struct sigaction action { };
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART;
+    for (const int signal : signals)
+        sigaction(signal, &action, nullptr);
+}
+
+} // namespace
+
+Interrupts::Interrupts(std::function<void()> interrupted)
+    : m_interrupted(std::move(interrupted))
+{
+    if (pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+        return;
+    m_notifier = std::make_unique<QSocketNotifier>(pipeEnds[0], QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] {
+        char byte = 0;
+        [[maybe_unused]] const auto taken = read(pipeEnds[0], &byte, 1);
+        m_interrupted();
+    });
+    setHandler(handleSignal);
+}
+
+Interrupts::~Interrupts()
+{
+    setHandler(SIG_DFL);
+    m_notifier.reset();
+    for (int& end : pipeEnds)
+        close(std::exchange(end, -1));
+}
+
+} // namespace quorvell

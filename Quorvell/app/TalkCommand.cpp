@@ -1,0 +1,116 @@
+#include "Quorvell/app/TalkCommand.h"
+
+#include "Quorvell/app/Assistant.h"
+#include "Quorvell/app/ConversationEvents.h"
+#include "Quorvell/app/ConversationOptions.h"
+#include "Quorvell/app/ConversationText.h"
+#include "Quorvell/app/Interrupts.h"
+#include "Quorvell/app/ObserverGroup.h"
+#include "Quorvell/app/ReplyRecorder.h"
+#include "Quorvell/app/TalkTurn.h"
+#include "Quorvell/audio/WavFile.h"
+
+#include <CLI/CLI.hpp>
+#include <QCoreApplication>
+#include <nlohmann/json.hpp>
+
+#include <iostream>
+
+namespace quorvell {
+
+namespace {
+
+constexpr int couldNot = 1;
+
+struct TalkFiles {
+    std::string recording;
+    std::optional<std::string> reply;
+};
+
+int complain(const std::string& problem)
+{
+    std::cerr << problem << std::endl;
+    return couldNot;
+}
+
+/// What the turn looks like to whoever asked for it.
+struct TalkView {
+    std::unique_ptr<ConversationEvents> events; ///< With --json.
+    std::unique_ptr<ConversationText> text; ///< Without.
+
+    SessionObserver* observer() const { return events ? static_cast<SessionObserver*>(events.get()) : text.get(); }
+    void tell(std::string_view event) const
+    {
+        if (events)
+            events->write(event, Json::object());
+    }
+};
+
+TalkView makeView(
+    const ProgramEnvironment& environment, const ConversationOptions& options, const QtScheduler& scheduler)
+{
+    if (options.asJson)
+        return {std::make_unique<ConversationEvents>(std::cout, scheduler), nullptr};
+    ConversationText::Style style;
+    style.colour = environment.allowsColour ? ConversationText::Colour::ansi : ConversationText::Colour::none;
+    style.speakers = ConversationText::Speakers::named;
+    if (environment.isOutputTerminal)
+        style.progress = "Calling the assistant …";
+    return {nullptr, std::make_unique<ConversationText>(std::cout, std::cerr, style)};
+}
+
+int keepReply(const TalkFiles& files, const ReplyRecorder& recorder)
+{
+    if (!files.reply)
+        return 0;
+    if (recorder.samples().empty())
+        return complain("The answer had no sound, so " + *files.reply + " was not written.");
+    const auto problem = WavFile::write(*files.reply, recorder.samples(), MicrophoneStream::sampleRateHz);
+    return problem ? complain(*problem) : 0;
+}
+
+int runTalk(const ProgramEnvironment& environment, const ConversationOptions& options, const TalkFiles& files)
+{
+    const WavReading recording = WavFile::read(files.recording, MicrophoneStream::sampleRateHz);
+    if (!recording.samples)
+        return complain(recording.problem);
+    int argumentCount = 1;
+    std::string name = "quorvell";
+    char* arguments[] = {name.data(), nullptr};
+    QCoreApplication application(argumentCount, arguments);
+    QtScheduler scheduler;
+
+    const TalkView view = makeView(environment, options, scheduler);
+    ReplyRecorder recorder([&] { view.tell("voice_started"); });
+    const auto finished = [&](const TalkTurn::Outcome& outcome) {
+        if (!outcome.problem.empty())
+            view.observer()->problemArose(outcome.problem);
+        QCoreApplication::exit(outcome.isAnswered ? 0 : couldNot);
+    };
+    TalkTurn turn({scheduler, [&] { view.tell("input_ended"); }, finished}, *recording.samples);
+    ObserverGroup observers({view.observer(), &turn});
+    const Assistant::Wishes wishes{options.host};
+    const Assistant::Made made = Assistant::create(environment, scheduler, wishes, recorder, observers);
+    for (const std::string& notice : made.notices)
+        std::cerr << notice << std::endl;
+    if (!made.assistant)
+        return complain(made.problem);
+    const Interrupts interrupts([&] { turn.interrupt(); });
+    scheduler.post([&] { turn.begin(made.assistant->session()); });
+    const int exitCode = QCoreApplication::exec();
+    return exitCode != 0 ? exitCode : keepReply(files, recorder);
+}
+
+} // namespace
+
+std::function<int()> addTalkCommand(CLI::App& program, const ProgramEnvironment& environment)
+{
+    CLI::App* command = program.add_subcommand("talk", "Play a recording to the assistant and keep its spoken answer");
+    const auto files = std::make_shared<TalkFiles>();
+    command->add_option("recording", files->recording, "What is said to the assistant, a WAV file")->required();
+    command->add_option("--reply", files->reply, "Where to keep what it answers, a WAV file");
+    const auto options = ConversationOptions::declare(*command);
+    return [environment, options, files] { return runTalk(environment, *options, *files); };
+}
+
+} // namespace quorvell

@@ -1,0 +1,183 @@
+#include "Quorvell/app/ChatConversation.h"
+
+#include "FakeLiveConnection.h"
+#include "Quorvell/app/ObserverGroup.h"
+#include "Quorvell/app/SilentPlayer.h"
+#include "RecordingObserver.h"
+#include "VirtualScheduler.h"
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <optional>
+
+namespace quorvell {
+namespace {
+
+using namespace std::chrono_literals;
+
+class NoLog : public EventLog {
+public:
+    void record(std::string_view, const Json&) override { }
+};
+
+/// Lines that are there as soon as they are asked for.
+class ReadyLines : public LineSource {
+public:
+    explicit ReadyLines(Scheduler& scheduler)
+        : m_scheduler(scheduler)
+    {
+    }
+    void readNext(Report report) override
+    {
+        ++asked;
+        m_scheduler.post([this, report] {
+            if (lines.empty())
+                return report(std::nullopt);
+            const std::string line = lines.front();
+            lines.pop_front();
+            report(line);
+        });
+    }
+    std::deque<std::string> lines;
+    int asked = 0;
+
+private:
+    Scheduler& m_scheduler;
+};
+
+class ChatConversationTest : public testing::Test {
+protected:
+    void begin(ChatConversation::Partner partner)
+    {
+        chat.emplace(ChatConversation::Ports{scheduler, lines, [this](int code) { exitCode = code; }}, partner);
+        observers.emplace(std::vector<SessionObserver*>{&recording, &*chat});
+        const auto connections = [this](LiveConnectionObserver& session) {
+            auto made = std::make_unique<FakeLiveConnection>(session);
+            wire = made.get();
+            ++connectionsMade;
+            return made;
+        };
+        SessionSettings settings;
+        settings.replies = SessionSettings::Replies::shown;
+        settings.greeting = partner == ChatConversation::Partner::person ? SessionSettings::Greeting::spoken
+                                                                         : SessionSettings::Greeting::none;
+        controller.emplace(
+            SessionController::Ports{scheduler, connections, player, log, *observers, tools, nullptr}, settings);
+        chat->begin(*controller);
+        scheduler.settle();
+    }
+    void becomeActive() { wire->report(live_event::SetupComplete{"sess_1"}); }
+    void answer(const std::string& text)
+    {
+        wire->reportText(text);
+        wire->report(live_event::BackendIdle{});
+        scheduler.advance(1s);
+    }
+    void close(const LiveClosure& closure)
+    {
+        wire->closeWith(closure);
+        scheduler.settle();
+    }
+
+    VirtualScheduler scheduler;
+    ReadyLines lines{scheduler};
+    RecordingObserver recording;
+    SilentPlayer player;
+    NoLog log;
+    ToolRegistry registry;
+    ToolDispatcher tools{registry};
+    FakeLiveConnection* wire = nullptr;
+    int connectionsMade = 0;
+    std::optional<int> exitCode;
+    std::optional<ChatConversation> chat;
+    std::optional<ObserverGroup> observers;
+    std::optional<SessionController> controller;
+};
+
+using Partner = ChatConversation::Partner;
+
+TEST_F(ChatConversationTest, aScriptsLinesGoOneTurnAtATime)
+{
+    lines.lines = {"", "one", "  ", "two"};
+    begin(Partner::script);
+    becomeActive();
+    EXPECT_TRUE(wire->sent.back().ends_with(" one"));
+    wire->report(live_event::ToolCall{{{"call_1", "nothing", {}}}});
+    wire->reportText("First, ");
+    scheduler.advance(30s); // The backend still works, so the second line waits.
+    EXPECT_EQ(lines.asked, 2);
+    answer("done.");
+    EXPECT_TRUE(wire->sent.back().ends_with(" two"));
+    answer("Done too.");
+    EXPECT_EQ(wire->sent.back(), "close");
+    EXPECT_EQ(exitCode, std::nullopt);
+    close({});
+    EXPECT_EQ(exitCode, 0);
+    EXPECT_EQ(connectionsMade, 1);
+}
+
+TEST_F(ChatConversationTest, withoutAWordNothingConnects)
+{
+    begin(Partner::script);
+    EXPECT_EQ(exitCode, 0);
+    EXPECT_EQ(connectionsMade, 0);
+}
+
+TEST_F(ChatConversationTest, aScriptEndsWithTheFirstFailure)
+{
+    lines.lines = {"one", "two"};
+    begin(Partner::script);
+    becomeActive();
+    close({.code = 1006, .reason = "gone", .sentence = "Lost."});
+    EXPECT_EQ(exitCode, 1);
+    EXPECT_EQ(lines.lines.size(), 1U);
+}
+
+TEST_F(ChatConversationTest, anUnansweredLineIsNotedInTheExitCode)
+{
+    lines.lines = {"one"};
+    begin(Partner::script);
+    becomeActive();
+    scheduler.advance(2min);
+    close({});
+    EXPECT_EQ(exitCode, 1);
+}
+
+TEST_F(ChatConversationTest, aPersonIsGreetedAndMayTryAgain)
+{
+    begin(Partner::person);
+    lines.lines = {"hello"};
+    becomeActive();
+    EXPECT_EQ(lines.asked, 0);
+    answer("Hi!");
+    EXPECT_TRUE(wire->sent.back().ends_with(" hello"));
+    lines.lines = {"again"};
+    close({.code = 1006, .reason = "gone", .sentence = "Lost."});
+    EXPECT_EQ(exitCode, std::nullopt);
+    EXPECT_EQ(connectionsMade, 2);
+    close({.code = 401, .reason = "refused", .mustUserAct = true, .sentence = "Key refused."});
+    EXPECT_EQ(exitCode, 1);
+}
+
+TEST_F(ChatConversationTest, anInterruptEndsCleanlyAtAnyMoment)
+{
+    lines.lines = {"one"};
+    begin(Partner::script);
+    chat->interrupt(); // While connecting.
+    EXPECT_EQ(wire->sent.back(), "close");
+    close({});
+    EXPECT_EQ(exitCode, 0);
+
+    exitCode.reset();
+    begin(Partner::person);
+    becomeActive();
+    answer("Hi!");
+    chat->interrupt();
+    chat->interrupt();
+    close({});
+    EXPECT_EQ(exitCode, 0);
+}
+
+} // namespace
+} // namespace quorvell
