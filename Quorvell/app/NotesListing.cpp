@@ -1,0 +1,116 @@
+#include "Quorvell/app/NotesListing.h"
+
+#include "Quorvell/app/ConversationText.h"
+#include "Quorvell/tools/NoteSearch.h"
+#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/ReminderWords.h"
+#include "QuorvellCore/text/Characters.h"
+
+#include <nlohmann/json.hpp>
+
+#include <vector>
+
+namespace quorvell {
+
+namespace {
+
+/// Filled with spaces to `width` characters, or cut to it.
+std::string column(const std::string& text, std::size_t width)
+{
+    const std::string cut = firstCharacters(text, width);
+    return cut + std::string(width - characterCount(cut), ' ');
+}
+
+/// One line that no control character can break.
+std::string plainLine(const std::string& text)
+{
+    return ConversationText::printable(onOneLine(text));
+}
+
+std::string writerOf(const Note& note)
+{
+    const std::string writer = note.author == NoteAuthor::quorvell ? "by the assistant" : "by you";
+    return note.personEdited && note.author == NoteAuthor::quorvell ? writer + ", changed by you" : writer;
+}
+
+} // namespace
+
+std::string NotesListing::line(const Note& note) const
+{
+    constexpr std::size_t idWidth = 12;
+    constexpr std::size_t kindWidth = 11;
+    constexpr std::size_t longestTitle = 100;
+    const std::string title = note.title.empty() ? note.plainText().substr(0, 4 * longestTitle) : note.title;
+    return column(plainLine(note.id), idWidth) + "  " + DateParts::fromDay(note.created, calendar).text() + "  "
+        + column(std::string(storedText(note.kind)), kindWidth) + "  "
+        + firstCharacters(plainLine(repairUtf8(title)), longestTitle) + marks(note);
+}
+
+std::string NotesListing::page(const Note& note, const std::string& path) const
+{
+    std::string text = plainLine(note.title) + "\n" + std::string(storedText(note.kind)) + ", "
+        + DateParts::from(note.created, calendar).text() + ", " + writerOf(note) + marks(note) + "\n" + plainLine(path)
+        + "\n";
+    if (note.question)
+        text += "\n" + shown(*note.question) + "\n";
+    if (const std::string body = note.plainText(); !body.empty())
+        text += "\n" + shown(body) + (body.ends_with('\n') ? "" : "\n");
+    for (const NoteTurn& turn : note.thread)
+        text += "\n" + shown(turn.question) + "\n\n" + shown(turn.answer) + "\n";
+    return text;
+}
+
+Json NotesListing::json(const Note& note, const std::string& path)
+{
+    Json object = {{"id", note.id}, {"kind", std::string(storedText(note.kind))}, {"title", note.title},
+        {"created", isoText(note.created)}, {"updated", isoText(note.updated)},
+        {"author", std::string(storedText(note.author))}, {"origin", std::string(storedText(note.origin))},
+        {"pinned", note.pinned}, {"archived", note.archived}};
+    if (note.kind == NoteKind::aboutMe)
+        object["confirmed"] = note.confirmed;
+    if (note.remindAt)
+        object["remind_at"] = isoText(*note.remindAt);
+    if (note.repeatRule)
+        object["repeat"] = *note.repeatRule;
+    if (note.doneAt)
+        object["done_at"] = isoText(*note.doneAt);
+    object["file"] = path;
+    return object;
+}
+
+Json NotesListing::jsonWithText(const Note& note, const std::string& path)
+{
+    Json object = json(note, path);
+    object["text"] = note.plainText();
+    return object;
+}
+
+/// What is special about the note, in brackets; empty when nothing is.
+std::string NotesListing::marks(const Note& note) const
+{
+    std::vector<std::string> found;
+    if (note.remindAt && !note.doneAt)
+        found.push_back("remind: "
+            + ReminderWords::full(*note.remindAt, ReminderWords::Time::isKnown, now, calendar, calendar.locale()));
+    if (note.doneAt)
+        found.push_back("done");
+    if (note.repeatRule && !note.doneAt)
+        found.push_back("repeats");
+    if (note.pinned)
+        found.push_back("pinned");
+    if (note.archived)
+        found.push_back("archived");
+    if (note.kind == NoteKind::aboutMe && !note.confirmed)
+        found.push_back("not confirmed");
+    std::string text;
+    for (const std::string& mark : found)
+        text += (text.empty() ? "  [" : ", ") + mark;
+    return text.empty() ? "" : text + "]";
+}
+
+std::string NotesListing::shown(const std::string& text) const
+{
+    return output == Output::terminal ? ConversationText::printable(text) : text;
+}
+
+} // namespace quorvell

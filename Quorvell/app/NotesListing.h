@@ -1,0 +1,34 @@
+// Notes as a terminal or a script shows them.
+#pragma once
+
+#include "QuorvellCore/notebook/Note.h"
+#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/text/Json.h"
+
+#include <string>
+
+namespace quorvell {
+
+struct NotesListing {
+    enum class Output { terminal, other };
+
+    Calendar calendar; ///< Of the user.
+    Instant now{};
+    Output output = Output::other; ///< What could steer a terminal never goes to one.
+
+    /// "3f2a90bc1d77  2026-11-16  note         Call the dentist  [remind: Today, 5 PM]"
+    std::string line(const Note& note) const;
+    /// Title, a line about the note, where its file is, and its text.
+    std::string page(const Note& note, const std::string& path) const;
+
+    /// One object for scripts, instants in UTC. Absent values are left out.
+    static Json json(const Note& note, const std::string& path);
+    /// As json, with the text for reading under "text".
+    static Json jsonWithText(const Note& note, const std::string& path);
+
+private:
+    std::string marks(const Note& note) const;
+    std::string shown(const std::string& text) const;
+};
+
+} // namespace quorvell

@@ -1,0 +1,176 @@
+#include "Quorvell/app/NotesCommand.h"
+
+#include "Quorvell/app/ProgramEnvironment.h"
+#include "QuorvellCore/notebook/NoteFile.h"
+#include "QuorvellCore/text/Json.h"
+#include "TemporaryFolder.h"
+
+#include <CLI/CLI.hpp>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <sstream>
+
+namespace quorvell {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Instant monday = std::chrono::sys_days(std::chrono::year(2026) / 11 / 16) + 17h;
+
+struct Shell {
+    test::TemporaryFolder folder;
+    ProgramEnvironment environment;
+    std::string output;
+    std::string errors;
+
+    Shell()
+    {
+        environment.notebookFolder = folder / "Notebook";
+        environment.timeZone = "Asia/Tokyo";
+        environment.locale = "en_GB";
+    }
+
+    void keep(const std::vector<Note>& notes) const
+    {
+        std::filesystem::create_directory(environment.notebookFolder);
+        for (const Note& note : notes)
+            test::writeText(environment.notebookFolder + "/" + note.id + ".md", NoteFile::encode(note));
+    }
+
+    /// The exit code; 2 where the words do not parse, as in the program.
+    int run(std::vector<std::string> words)
+    {
+        CLI::App program;
+        const auto command = addNotesCommand(program, environment);
+        std::reverse(words.begin(), words.end()); // as the parser wants them
+        try {
+            program.parse(words);
+        } catch (const CLI::ParseError&) {
+            return 2;
+        }
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        const int code = command();
+        output = testing::internal::GetCapturedStdout();
+        errors = testing::internal::GetCapturedStderr();
+        return code;
+    }
+};
+
+std::vector<Note> someNotes()
+{
+    return {
+        {.id = "aaaa11112222",
+            .title = "Call the dentist",
+            .created = monday,
+            .author = NoteAuthor::quorvell,
+            .remindAt = monday + 24h,
+            .repeatRule = "daily"},
+        {.id = "aaaa33334444",
+            .kind = NoteKind::howTo,
+            .title = "Tea",
+            .created = monday - 48h,
+            .pinned = true,
+            .steps = {"Boil", "Pour"}},
+        {.id = "bbbb",
+            .kind = NoteKind::aboutMe,
+            .title = "Two\nlines\x1b[31m",
+            .body = "red \x1b[31m\u009bm\ntea",
+            .created = monday - 72h,
+            .archived = true},
+    };
+}
+
+TEST(NotesCommand, listsFindsAndShows)
+{
+    const std::string dentist =
+        "aaaa11112222  2026-11-17  note         Call the dentist  [remind: Wednesday 18 Nov, 02:00, repeats]\n";
+    const std::string tea = "aaaa33334444  2026-11-15  how_to       Tea  [pinned]\n";
+    const std::string fact = "bbbb          2026-11-14  about_me     Two lines[31m  [archived, not confirmed]\n";
+    struct Row {
+        std::vector<std::string> words;
+        int code;
+        std::string output;
+        const char* error;
+    };
+    const Row rows[] = {
+        {{"notes"}, 0, dentist + tea + fact, ""},
+        {{"notes", "list"}, 0, dentist + tea + fact, ""},
+        {{"notes", "find", "TEA"}, 0, tea + fact, ""},
+        {{"notes", "find", "call", "den"}, 0, dentist, ""},
+        {{"notes", "find", "nothing"}, 0,
+            "No note holds all of these words. Try fewer words, or only their beginnings.\n", ""},
+        {{"notes", "show", "aaaa"}, 1, "", "Several notes"},
+        {{"notes", "show", "cccc"}, 1, "", "No note has an id"},
+        {{"notes", "find"}, 2, "", ""},
+        {{"notes", "show"}, 2, "", ""},
+        {{"notes", "list", "find", "x"}, 2, "", ""},
+        {{"notes", "lost"}, 2, "", ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.words.back());
+        Shell shell;
+        shell.keep(someNotes());
+        EXPECT_EQ(shell.run(row.words), row.code);
+        EXPECT_EQ(shell.output, row.output);
+        EXPECT_TRUE(shell.errors.starts_with(row.error)) << shell.errors;
+    }
+}
+
+TEST(NotesCommand, showsANoteSafely)
+{
+    Shell shell;
+    shell.keep(someNotes());
+    const std::string path = shell.environment.notebookFolder;
+    EXPECT_EQ(shell.run({"notes", "show", "aaaa3"}), 0);
+    EXPECT_EQ(shell.output,
+        "Tea\nhow_to, 2026-11-15 02:00, by you  [pinned]\n" + path + "/aaaa33334444.md\n\n1. Boil\n2. Pour\n");
+    EXPECT_EQ(shell.run({"notes", "show", "bbbb"}), 0);
+    EXPECT_NE(shell.output.find("\n\nred \x1b[31m\u009bm\ntea\n"), std::string::npos)
+        << "a file gets the text as it is";
+    shell.environment.isOutputTerminal = true;
+    EXPECT_EQ(shell.run({"notes", "show", "bbbb"}), 0);
+    EXPECT_NE(shell.output.find("\n\nred [31mm\ntea\n"), std::string::npos);
+    EXPECT_EQ(shell.output.find('\x1b'), std::string::npos);
+}
+
+TEST(NotesCommand, speaksJsonToScripts)
+{
+    Shell shell;
+    shell.keep(someNotes());
+    EXPECT_EQ(shell.run({"notes", "--json", "show", "aaaa1"}), 0);
+    EXPECT_EQ(shell.output,
+        R"({"id":"aaaa11112222","kind":"note","title":"Call the dentist","created":"2026-11-16T17:00:00.000Z",)"
+        R"("updated":"1970-01-01T00:00:00.000Z","author":"quorvell","origin":"person","pinned":false,"archived":false,)"
+        R"("remind_at":"2026-11-17T17:00:00.000Z","repeat":"daily","file":")"
+            + shell.environment.notebookFolder + "/aaaa11112222.md\",\"text\":\"\"}\n");
+    for (const auto& [word, count] : {std::pair("list", 3), {"tea", 2}, {"nothing", 0}}) {
+        const bool isList = std::string(word) == "list";
+        EXPECT_EQ(shell.run(isList ? std::vector<std::string>{"notes", "list", "--json"}
+                                   : std::vector<std::string>{"notes", "find", word, "--json"}),
+            0);
+        std::istringstream lines(shell.output);
+        int objects = 0;
+        for (std::string line; std::getline(lines, line); ++objects)
+            EXPECT_TRUE(parseJson(line)) << line;
+        EXPECT_EQ(objects, count) << word;
+    }
+}
+
+TEST(NotesCommand, saysWhenThereIsNothingToRead)
+{
+    Shell shell;
+    EXPECT_EQ(shell.run({"notes"}), 0);
+    EXPECT_NE(shell.output.find("no notes in " + shell.environment.notebookFolder), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(shell.environment.notebookFolder)) << "reading made the folder";
+    test::writeText(shell.environment.notebookFolder, "a file");
+    EXPECT_EQ(shell.run({"notes"}), 1);
+    EXPECT_NE(shell.errors.find(shell.environment.notebookFolder), std::string::npos);
+    shell.environment.timeZone = "Nowhere/Atall";
+    EXPECT_EQ(shell.run({"notes"}), 1);
+    EXPECT_NE(shell.errors.find("Nowhere/Atall"), std::string::npos);
+}
+
+} // namespace
+} // namespace quorvell
