@@ -69,20 +69,6 @@ std::string titleAndText(const std::string& title, const std::string& text)
     return (saysTheSame ? "" : "It is called " + asSentence(title) + " ") + "It says: " + readable(text);
 }
 
-std::string reminderList(std::vector<Note> notes)
-{
-    std::erase_if(notes, [](const Note& note) { return note.remindAt.empty(); });
-    if (notes.empty())
-        return "You have no reminders.";
-    std::string reply = "You have " + counted(notes.size(), "reminder", "reminders") + ".";
-    const std::size_t named = std::min(notes.size(), ReplyWording::titlesNamed);
-    for (std::size_t index = 0; index < named; ++index) {
-        const std::string when = SpokenWhen::fromDate(notes[index].remindAt);
-        reply += " " + asSentence(notes[index].title + (when.empty() ? "" : ", " + SpokenWhen::on(when)));
-    }
-    return reply + (named < notes.size() ? " The others are in your notebook." : "");
-}
-
 /// The owner says how many there are; the list may be shorter.
 std::size_t countIn(const Json& result, const std::vector<Note>& notes)
 {
@@ -103,7 +89,6 @@ std::string nothingFound(std::string_view query, Purpose purpose)
 {
     switch (purpose) {
     case Purpose::listReminders:
-        return "You have no reminders.";
     case Purpose::listNotes:
     case Purpose::readNewest:
         return "There are no notes in your notebook.";
@@ -123,11 +108,9 @@ std::string NoteReply::kept(const Json&)
 
 std::string NoteReply::found(const Json& result, std::string_view query, Purpose purpose)
 {
-    auto notes = notesOf(result);
+    const auto notes = notesOf(result);
     if (notes.empty())
         return nothingFound(query, purpose);
-    if (purpose == Purpose::listReminders)
-        return reminderList(std::move(notes));
     const std::string head = "I found " + counted(countIn(result, notes), "note", "notes") + ".";
     if (notes.size() == 1)
         return head + " " + titleAndText(notes.front().title, notes.front().snippet);
@@ -138,6 +121,22 @@ std::string NoteReply::read(const Json& result)
 {
     return titleAndText(
         trimmed(readString(result, "title").value_or("")), trimmed(readString(result, "text").value_or("")));
+}
+
+std::string NoteReply::reminders(const Json& result, std::string_view now)
+{
+    auto notes = notesOf(result);
+    std::erase_if(notes, [now](const Note& note) { return note.remindAt < now; });
+    if (notes.empty())
+        return "You have no reminders.";
+    std::ranges::stable_sort(notes, {}, &Note::remindAt); // The form of the dates sorts as text.
+    std::string reply = "You have " + counted(notes.size(), "reminder", "reminders") + ".";
+    const std::size_t named = std::min(notes.size(), ReplyWording::titlesNamed);
+    for (std::size_t index = 0; index < named; ++index) {
+        const std::string when = SpokenWhen::fromDate(notes[index].remindAt);
+        reply += " " + asSentence(notes[index].title + (when.empty() ? "" : ", " + SpokenWhen::on(when)));
+    }
+    return reply + (named < notes.size() ? " The others are in your notebook." : "");
 }
 
 } // namespace quorvell

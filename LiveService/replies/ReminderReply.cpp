@@ -1,9 +1,8 @@
 #include "LiveService/replies/ReminderReply.h"
 
 #include "LiveService/replies/SpokenWhen.h"
-#include "QuorvellCore/text/Characters.h"
+#include "LiveService/replies/TaskWords.h"
 #include "QuorvellCore/text/LowerCase.h"
-#include "QuorvellCore/text/Pattern.h"
 
 #include <nlohmann/json.hpp>
 
@@ -13,52 +12,17 @@ namespace quorvell {
 
 namespace {
 
-constexpr auto caseless = Pattern::Case::insensitive;
-
-struct Task {
-    std::string text;
-    std::string link; ///< "to", "about" or "that".
-};
-
-/// How the user put the task, read from what stands before its first words.
-std::string linkFor(const std::string& lowerTask, const std::string& lowerWords)
+TaskWords taskOf(const Json& result, std::string_view userWords)
 {
-    static const Pattern thing(
-        "^(?:the|my|our|your|his|her|their|a|an|this|that|these|those|mum's|mom's|dad's|all|some|\\d+)\\b|^\\S+'s\\b",
-        caseless);
-    const std::size_t place = lowerWords.find(lowerTask.substr(0, lowerTask.find(' ')));
-    const std::string before = place == std::string::npos ? "" : trimmed(lowerWords.substr(0, place));
-    if (before.ends_with(" to") || before == "to")
-        return "to";
-    if (before.ends_with(" that"))
-        return "that";
-    if (before.ends_with(" about") || before.ends_with(" for") || before.ends_with(" of"))
-        return "about";
-    return thing.find(lowerTask) ? "about" : "to";
+    return TaskWords::of(readString(result, "task").value_or(""), userWords);
 }
 
-/// The task as the middle of a sentence: a first letter that the user did not write in upper case is lowered.
-Task taskOf(const Json& result, std::string_view userWords)
-{
-    std::string text = trimmed(readString(result, "task").value_or(""), ".;:,");
-    if (text.empty())
-        return {};
-    const std::string lower = lowerCased(text);
-    const std::string words(userWords);
-    const std::string firstWord = text.substr(0, text.find(' '));
-    const bool wroteUpperCase = words.find(firstWord) != std::string::npos;
-    const bool isOneWordOfCapitals = firstWord.size() > 1 && lowerCased(firstWord.substr(1)) != firstWord.substr(1);
-    if (!wroteUpperCase && !isOneWordOfCapitals && firstWord != "I")
-        text = lower.substr(0, lower.size() - lowerCased(text.substr(1)).size()) + text.substr(1);
-    return {text, linkFor(lower, lowerCased(words))};
-}
-
-std::string remindYou(const Task& task)
+std::string remindYou(const TaskWords& task)
 {
     return task.text.empty() ? "remind you" : "remind you " + task.link + " " + task.text;
 }
 
-std::string setReply(const Json& result, const Task& task)
+std::string setReply(const Json& result, const TaskWords& task)
 {
     const std::string when = SpokenWhen::on(readString(result, "when").value_or(""));
     const auto repeat = readString(result, "repeat_words");

@@ -27,7 +27,8 @@ std::string errorReply(const std::string& sentence)
 
 } // namespace
 
-std::string ReplyWording::reply(const ToolRequest& call, std::string_view resultText, const ConversationMemory& memory)
+std::string ReplyWording::reply(
+    const ToolRequest& call, std::string_view resultText, const ConversationMemory& memory, std::string_view now)
 {
     const auto result = parseJson(resultText);
     if (!result || !result->is_object())
@@ -36,13 +37,14 @@ std::string ReplyWording::reply(const ToolRequest& call, std::string_view result
         return errorReply(*error);
     const auto arguments = parseJson(call.arguments);
     if (call.name == "set_reminder") {
-        const std::string words = textOf(arguments, "text");
-        return ReminderReply::reply(*result, words.empty() ? memory.request : words);
+        return ReminderReply::reply(*result, memory.request.empty() ? textOf(arguments, "text") : memory.request);
     }
     if (call.name == "keep_note")
         return NoteReply::kept(*result);
     if (call.name == "find_in_notebook")
-        return NoteReply::found(*result, textOf(arguments, "query"), memory.purpose);
+        return memory.purpose == ConversationMemory::SearchPurpose::listReminders
+            ? NoteReply::reminders(*result, now)
+            : NoteReply::found(*result, textOf(arguments, "query"), memory.purpose);
     if (call.name == "read_note")
         return NoteReply::read(*result);
     return "Done.";

@@ -1,12 +1,14 @@
 #include "LiveService/rules/FollowUpRules.h"
 
 #include "LiveService/replies/PlainReplies.h"
+#include "LiveService/replies/TaskWords.h"
 #include "LiveService/rules/NoteIntent.h"
 #include "LiveService/rules/ReminderIntent.h"
 #include "LiveService/rules/RequestText.h"
 #include "LiveService/rules/TimeChoicePicker.h"
 #include "LiveService/rules/ToolRequests.h"
 #include "QuorvellCore/reminders/ReminderPhrase.h"
+#include "QuorvellCore/reminders/SpokenTimes.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "QuorvellCore/text/TextMatch.h"
 
@@ -22,7 +24,7 @@ using Answer = std::optional<ToolRequests::Answer>;
 
 std::optional<ReminderPhrase> phraseIn(const std::string& words, const RuleSurroundings& around)
 {
-    return ReminderPhrase::parse(words, around.now, around.calendar);
+    return ReminderPhrase::parse(withWrittenTimes(words), around.now, around.calendar);
 }
 
 bool namesDay(const std::string& words)
@@ -48,23 +50,26 @@ bool isNewRequest(Kind kind, const std::string& core, const RuleSurroundings& ar
     return kind != Kind::reminderTask || phrase.has_value();
 }
 
+Answer answerTime(const std::string& core, const ConversationMemory& memory, const RuleSurroundings& around)
+{
+    const std::string time = ReminderIntent::timeAnswer(core);
+    if (!phraseIn(time, around))
+        return std::nullopt;
+    // The task as it was understood: what was wrong with the time is no longer in it.
+    const auto task = TaskWords::of(memory.pending.task, memory.request);
+    const std::string request = task.text.empty() ? memory.request : "remind me " + task.link + " " + task.text;
+    return ToolRequests{around}.remindFromWords(request + " " + time, memory.pending.repeat);
+}
+
 Answer answerWhichTime(const std::string& core, const ConversationMemory& memory, const RuleSurroundings& around)
 {
     const PendingQuestion& asked = memory.pending;
     const ToolRequests requests{around};
     const auto phrase = phraseIn(core, around);
-    if (asked.repeat.empty() && namesDay(core) && phrase && phrase->hasTime && !phrase->isAmbiguous())
-        return requests.remind("remind me to " + asked.task + " " + ReminderIntent::timeAnswer(core));
-    const auto date = TimeChoicePicker::pick(core, asked.choices);
-    return date ? Answer(requests.remind(asked.task, *date, asked.repeat)) : std::nullopt;
-}
-
-Answer answerTime(const std::string& core, ConversationMemory& memory, const RuleSurroundings& around)
-{
-    const std::string time = ReminderIntent::timeAnswer(core);
-    if (!phraseIn(time, around))
-        return std::nullopt;
-    return ToolRequests{around}.remind(memory.request + " " + time);
+    if (namesDay(core) && phrase && phrase->hasTime && !phrase->isAmbiguous())
+        return answerTime(core, memory, around);
+    const auto date = TimeChoicePicker::pick(withWrittenTimes(core), asked.choices);
+    return date ? Answer(requests.remindSettled(asked.task, *date, asked.repeat)) : std::nullopt;
 }
 
 Answer answerTask(const std::string& core, const ConversationMemory& memory, const RuleSurroundings& around)
@@ -72,7 +77,7 @@ Answer answerTask(const std::string& core, const ConversationMemory& memory, con
     const std::string task = ReminderIntent::taskAnswer(core);
     if (task.empty())
         return std::nullopt;
-    return ToolRequests{around}.remind(task, memory.pending.date, memory.pending.repeat);
+    return ToolRequests{around}.remindSettled(task, memory.pending.date, memory.pending.repeat);
 }
 
 /// "the one about the garden": the only note whose title holds the words.
@@ -122,7 +127,7 @@ Answer answerFor(const std::string& core, ConversationMemory& memory, const Rule
         return answerTask(core, memory, around);
     case Kind::wholeReminder:
         memory.request = "remind me " + core;
-        return requests.remind(memory.request);
+        return requests.remindFromWords(memory.request);
     case Kind::whichNote:
         return answerWhichNote(core, memory, around);
     case Kind::noteText:

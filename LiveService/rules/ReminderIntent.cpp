@@ -103,7 +103,8 @@ std::string ReminderIntent::timeAnswer(std::string_view core)
         "[\\s,]+(?:would be (?:good|great|nice|fine|best)|is (?:good|great|fine|best)|sounds good"
         "|works(?: for me)?)$",
         caseless);
-    static const Pattern bareHour("^\\d{1,2}$");
+    static const Pattern bareHour(
+        "^(?:\\d{1,2}(?::\\d{2})?|one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve)$", caseless);
     const std::string answer = trimmed(closing.replaceAll(filler.replaceAll(core, ""), ""));
     return bareHour.find(answer) ? "at " + answer : answer;
 }

@@ -9,7 +9,9 @@
 #include "LiveService/rules/SmallTalk.h"
 #include "LiveService/rules/ToolRequests.h"
 #include "LiveService/rules/ToolResultRules.h"
+#include "QuorvellCore/reminders/DateParts.h"
 #include "QuorvellCore/reminders/ReminderPhrase.h"
+#include "QuorvellCore/reminders/SpokenTimes.h"
 
 #include <optional>
 #include <utility>
@@ -91,13 +93,13 @@ RuleStep answerReminder(const ReminderIntent& intent, ConversationMemory memory,
     if (intent.isBare)
         return ask(Kind::wholeReminder, "What should I remind you about, and when?", std::move(memory));
     memory.request = intent.text;
-    return {requests.remind(intent.text), std::move(memory)};
+    return {requests.remindFromWords(intent.text), std::move(memory)};
 }
 
 /// A request with a time but without the words that ask for a reminder.
 std::optional<ReminderIntent> timedTask(const std::string& core, const RuleSurroundings& around)
 {
-    const auto phrase = ReminderPhrase::parse(core, around.now, around.calendar);
+    const auto phrase = ReminderPhrase::parse(withWrittenTimes(core), around.now, around.calendar);
     return phrase ? ReminderIntent::readTimed(core, phrase->timeWords, phrase->task) : std::nullopt;
 }
 
@@ -146,7 +148,8 @@ RuleStep RequestRules::answerResult(const ToolRequest& call, std::string_view re
     const ConversationMemory& remembering, const RuleSurroundings& around)
 {
     ConversationMemory memory = remembering;
-    std::string reply = ReplyWording::reply(call, result, memory);
+    const std::string now = DateParts::from(around.now, around.calendar).text();
+    std::string reply = ReplyWording::reply(call, result, memory, now);
     if (call.name == "set_reminder")
         memory.pending = ToolResultRules::questionIn(result, reply);
     if (call.name == "find_in_notebook") {

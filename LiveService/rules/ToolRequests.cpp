@@ -19,12 +19,16 @@ ToolRequests::Answer request(
 
 } // namespace
 
-ToolRequests::Answer ToolRequests::remind(std::string_view text) const
+ToolRequests::Answer ToolRequests::remindFromWords(std::string_view text, std::string_view repeat) const
 {
-    return request(surroundings, "set_reminder", {{"text", text}}, "set reminders");
+    Json arguments{{"text", text}};
+    if (!repeat.empty())
+        arguments["repeat"] = repeat;
+    return request(surroundings, "set_reminder", arguments, "set reminders");
 }
 
-ToolRequests::Answer ToolRequests::remind(std::string_view task, std::string_view date, std::string_view repeat) const
+ToolRequests::Answer ToolRequests::remindSettled(
+    std::string_view task, std::string_view date, std::string_view repeat) const
 {
     Json arguments{{"task", task}, {"date", date}};
     if (!repeat.empty())

@@ -14,10 +14,10 @@ struct ToolRequests {
 
     const RuleSurroundings& surroundings;
 
-    /// From the user's own words.
-    Answer remind(std::string_view text) const;
+    /// From the user's own words. `repeat` may be empty, or what an earlier result found in words that are gone.
+    Answer remindFromWords(std::string_view text, std::string_view repeat = {}) const;
     /// From what an earlier result settled. `repeat` may be empty.
-    Answer remind(std::string_view task, std::string_view date, std::string_view repeat) const;
+    Answer remindSettled(std::string_view task, std::string_view date, std::string_view repeat) const;
     Answer keep(std::string_view title, std::string_view text) const;
     /// At most `limit` notes; 0 leaves the number to the tool.
     Answer find(std::string_view query, int limit) const;

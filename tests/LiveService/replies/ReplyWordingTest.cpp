@@ -8,9 +8,11 @@ namespace {
 
 using Purpose = ConversationMemory::SearchPurpose;
 
+constexpr const char* now = "2026-11-21 12:00";
+
 std::string reminderReply(const char* words, const char* result)
 {
-    return ReplyWording::reply({"set_reminder", std::string(R"({"text":")") + words + "\"}"}, result, {});
+    return ReplyWording::reply({"set_reminder", std::string(R"({"text":")") + words + "\"}"}, result, {}, now);
 }
 
 } // namespace
@@ -74,7 +76,7 @@ TEST(ReplyWording, keepsTheUsersWordsOverFollowUps)
     const ToolRequest call{"set_reminder", R"({"task":"The meeting","date":"2026-11-22 17:00"})"};
     const ConversationMemory memory{.request = "remind me of the meeting at 5"};
     EXPECT_EQ(ReplyWording::reply(
-                  call, R"({"status":"set","task":"The meeting","when":"Sunday 22 November at 5 PM"})", memory),
+                  call, R"({"status":"set","task":"The meeting","when":"Sunday 22 November at 5 PM"})", memory, now),
         "I will remind you about the meeting on Sunday the 22nd of November at 5 PM.");
 }
 
@@ -100,8 +102,11 @@ TEST(ReplyWording, tellsOfNotes)
             "one "
             "should I read?"},
         {"reminders", "find_in_notebook", Purpose::listReminders,
-            R"({"status":"found","count":2,"notes":[{"id":"a","title":"Call mum","remind_at":"2026-11-22 17:00"},{"id":"b","title":"Tea"}]})",
-            "You have one reminder. Call mum, on Sunday the 22nd of November at 5 PM."},
+            R"({"notes":[{"title":"Eat","remind_at":"2026-11-23 09:00"},{"title":"Call mum","remind_at":"2026-11-22 17:00"},)"
+            R"({"title":"Over","remind_at":"2026-11-21 09:00"},{"title":"Tea"}]})",
+            "You have 2 reminders. Call mum, on Sunday the 22nd of November at 5 PM. Eat, on Monday the 23rd of "
+            "November at 9 "
+            "AM."},
         {"no reminders", "find_in_notebook", Purpose::listReminders, R"({"notes":[{"id":"b","title":"Tea"}]})",
             "You have no reminders."},
         {"read", "read_note", Purpose::read, R"({"status":"read","id":"a","title":"Tea","text":"Green, loose"})",
@@ -112,11 +117,11 @@ TEST(ReplyWording, tellsOfNotes)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(
-            ReplyWording::reply({row.tool, R"({"query":"tea"})"}, row.result, {.purpose = row.purpose}), row.expected);
+        EXPECT_EQ(ReplyWording::reply({row.tool, R"({"query":"tea"})"}, row.result, {.purpose = row.purpose}, now),
+            row.expected);
     }
     const std::string longNote = R"({"title":"Long","text":")" + std::string(3000, 'a') + " b\"}";
-    EXPECT_LT(ReplyWording::reply({"read_note", "{}"}, longNote, {}).size(), 700u);
+    EXPECT_LT(ReplyWording::reply({"read_note", "{}"}, longNote, {}, now).size(), 700u);
 }
 
 } // namespace quorvell

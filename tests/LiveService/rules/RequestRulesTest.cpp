@@ -194,6 +194,7 @@ TEST(RequestRules, settlesWhichTimeIsMeant)
         {"5pm.", reminder("2026-11-22 17:00")},
         {"five in the evening", reminder("2026-11-22 17:00")},
         {"17:00", reminder("2026-11-22 17:00")},
+        {"half past five in the afternoon", reminder("2026-11-22 17:30")},
         {"at 5 a.m.", reminder("2026-11-22 05:00")},
         {"the first one", reminder("2026-11-22 05:00")},
         {"the 2nd one", reminder("2026-11-22 17:00")},
@@ -216,7 +217,7 @@ TEST(RequestRules, settlesWhichTimeIsMeant)
     }
     ConversationMemory once = memory;
     once.pending.repeat.clear();
-    EXPECT_EQ(answer("on monday at 6 pm", once), remind("remind me to Call the dentist on monday at 6 pm"));
+    EXPECT_EQ(answer("on monday at 6 pm", once), remind("remind me to call the dentist on monday at 6 pm"));
 }
 
 TEST(RequestRules, completesAReminderOverSeveralTurns)
@@ -225,6 +226,7 @@ TEST(RequestRules, completesAReminderOverSeveralTurns)
         .request = "remind me to call mum"};
     EXPECT_EQ(answer("let's say tomorrow at 5 pm", noTime), remind("remind me to call mum tomorrow at 5 pm"));
     EXPECT_EQ(answer("6", noTime), remind("remind me to call mum at 6"));
+    EXPECT_EQ(answer("six", noTime), remind("remind me to call mum at six"));
     EXPECT_EQ(answer("in half an hour", noTime), remind("remind me to call mum in half an hour"));
     EXPECT_EQ(answer("remind me tomorrow at 9 am", noTime), remind("remind me to call mum tomorrow at 9 am"));
     EXPECT_EQ(answer("remind me to eat at 9 am", noTime), remind("remind me to eat at 9 am"));

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// A task as the middle of a sentence: "remind you <link> <text>".
+struct TaskWords {
+    std::string text; ///< A first letter that the user did not write in upper case is lowered.
+    std::string link; ///< "to", "about" or "that"; empty for an empty task.
+
+    /// `userWords` are those of the request; they tell "to call Anna" from "about Anna".
+    static TaskWords of(std::string_view task, std::string_view userWords);
+
+    bool operator==(const TaskWords&) const = default;
+};
+
+} // namespace quorvell
