@@ -20,8 +20,9 @@ PhrasePatterns::PhrasePatterns()
             R"(|\b(?:at\s+|by\s+|@\s*)?(\d{1,2})\s*(am|pm|a\.m\.|p\.m\.))"
             R"(|\b(?:at|by|@)\s*(\d{1,2})\b(?!\s*(?:minutes?|mins?|hours?|hrs?|days?|weeks?|st|nd|rd|th|%)))"
             R"(|\b(?:at\s+)?(noon|midday|midnight)\b)")
-    // "@5" with no word before it, and "at 5 the plumber", whose next word only begins like a suffix.
-    , secondChanceClock(R"((?:\b(?:at|by)|(?<!\w)@)\s*(\d{1,2})\b)"
+    // "at 5 the plumber", whose next word only begins like a unit or a suffix, and "@5" with no word before it.
+    , secondChanceClock(R"((?:\b(?:at|by)\s*(\d{1,2})\b(?=\s*(?:min|hour|hr|day|week|st|nd|rd|th)))"
+                        R"(|(?<!\w)@\s*(\d{1,2})\b(?![:.]\d)))"
                         R"((?!\s*(?:(?:minutes?|mins?|hours?|hrs?|days?|weeks?|st|nd|rd|th)\b|%)))")
     , part(R"(\b(?:in the\s+)?(morning|afternoon|evening|night)\b)")
     , leadIn(R"(^\s*(?:hey\s+)?(?:quorvell,?\s+)?(?:please\s+)?(?:can you\s+|could you\s+)?)"

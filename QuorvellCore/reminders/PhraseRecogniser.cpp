@@ -260,7 +260,7 @@ void PhraseRecogniser::findSecondChanceClock()
     if (m_findings.clock)
         return;
     const auto match = search(PhraseSearch::clock, patterns().secondChanceClock);
-    m_findings.clock = match ? clockOf(PhraseClock::Form::bare, match->texts[0]) : std::nullopt;
+    m_findings.clock = match ? clockOf(PhraseClock::Form::bare, match->texts[match->groups[0] ? 0 : 1]) : std::nullopt;
     if (m_findings.clock)
         m_findings.ranges.push_back(match->range);
 }

@@ -97,7 +97,7 @@ std::string wordsAt(std::string_view text, const std::vector<TextRange>& ranges)
     for (const TextRange& range : ranges) {
         if (!words.empty())
             words += ' ';
-        words += text.substr(range.start, range.end - range.start);
+        words += trimmed(text.substr(range.start, range.end - range.start));
     }
     return words;
 }

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "Quorvell/app/RemindPhrases.h"
+#include "QuorvellCore/reminders/Calendar.h"
+
+namespace quorvell {
+
+struct ProgramEnvironment;
+
+/// Sets a reminder for each phrase and says what was understood. Makes its own event loop. The exit code: 0 when all
+/// of them are stored, else 1.
+int storeReminders(
+    const ProgramEnvironment& environment, RemindPhrases& phrases, Instant now, const Calendar& calendar);
+
+} // namespace quorvell

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "QuorvellCore/notebook/Note.h"
+#include "QuorvellCore/reminders/ReminderRequest.h"
+
+#include <string>
+
+namespace quorvell {
+
+/// The note that keeps a request that is ready. Fires at its time: no trigger.
+Note reminderNote(const ReminderRequest& request, std::string id, NoteAuthor author, NoteOrigin origin, Instant now);
+
+} // namespace quorvell

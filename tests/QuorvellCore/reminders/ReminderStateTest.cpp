@@ -1,0 +1,123 @@
+#include "QuorvellCore/reminders/ReminderState.h"
+
+#include "QuorvellCore/reminders/ReminderTrigger.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvell {
+namespace {
+
+using namespace std::chrono_literals;
+
+const Instant noon = *parseIsoText("2026-11-21T12:00:00Z");
+const Calendar calendar = *Calendar::create("Europe/Berlin", "en_US");
+
+Note reminder(std::optional<Instant> remindAt)
+{
+    Note note;
+    note.id = "a";
+    note.remindAt = remindAt;
+    return note;
+}
+
+template <typename Change> Note changed(Note note, const Change& change)
+{
+    change(note);
+    return note;
+}
+
+TEST(ReminderState, pendingAndDue)
+{
+    struct Row {
+        const char* name;
+        Note note;
+        bool pending;
+        bool due;
+    };
+    const auto waiting = changed(reminder(noon - 1h), [](Note& note) { note.trigger = "back_at_mac"; });
+    const Row rows[] = {
+        {"due on the dot", reminder(noon), true, true},
+        {"ahead", reminder(noon + 1ms), true, false},
+        {"no time", reminder({}), false, false},
+        {"archived", changed(reminder(noon), [](Note& note) { note.archived = true; }), false, false},
+        {"done before its time", changed(reminder(noon), [](Note& note) { note.doneAt = noon - 1ms; }), true, true},
+        {"done at its time", changed(reminder(noon), [](Note& note) { note.doneAt = noon; }), false, false},
+        {"the written-out trigger", changed(reminder(noon), [](Note& note) { note.trigger = "time"; }), true, true},
+        {"waits for the return", waiting, true, false},
+        {"waits, without a time", changed(waiting, [](Note& note) { note.remindAt.reset(); }), true, false},
+        {"waited, done", changed(waiting, [](Note& note) { note.doneAt = noon - 2h; }), false, false},
+        {"waits, archived", changed(waiting, [](Note& note) { note.archived = true; }), false, false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(ReminderState::isPending(row.note), row.pending);
+        EXPECT_EQ(ReminderState::isDue(row.note, noon), row.due);
+    }
+}
+
+TEST(ReminderState, doneMovesRepeatsOn)
+{
+    struct Row {
+        const char* name;
+        const char* rule;
+        const char* remindAt;
+        const char* next; ///< Empty when none is left.
+    };
+    const Row rows[] = {
+        {"no rule", "", "2026-11-21T08:00:00.000Z", "2026-11-21T08:00:00.000Z"},
+        {"an unreadable rule", "hourly", "2026-11-21T08:00:00.000Z", "2026-11-21T08:00:00.000Z"},
+        {"daily", "daily", "2026-11-21T08:00:00.000Z", "2026-11-22T08:00:00.000Z"},
+        {"done early: the one after it", "daily", "2026-11-21T13:00:00.000Z", "2026-11-22T13:00:00.000Z"},
+        {"a few days late", "daily", "2026-11-17T13:00:00.000Z", "2026-11-21T13:00:00.000Z"},
+        {"ignored for months", "daily", "2026-07-01T13:00:00.000Z", "2026-11-21T14:00:00.000Z"},
+        {"ignored weekly", "weekly:6", "2026-07-03T07:00:00.000Z", "2026-11-27T08:00:00.000Z"},
+        {"ignored weekly, later today", "weekly:7", "2026-07-04T13:00:00.000Z", "2026-11-21T14:00:00.000Z"},
+        {"ignored weekdays", "weekdays", "2025-01-01T08:00:00.000Z", "2026-11-23T08:00:00.000Z"},
+        {"ignored monthly", "monthly:31", "2026-01-31T08:00:00.000Z", "2026-11-30T08:00:00.000Z"},
+        {"ignored yearly", "yearly", "2020-02-29T08:00:00.000Z", "2027-02-28T08:00:00.000Z"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Note note = reminder(parseIsoText(row.remindAt));
+        if (*row.rule)
+            note.repeatRule = row.rule;
+        ReminderState::done(note, noon, calendar);
+        EXPECT_EQ(note.doneAt, noon);
+        EXPECT_EQ(note.remindAt ? isoText(*note.remindAt) : "", row.next);
+        EXPECT_EQ(ReminderState::isPending(note), note.remindAt > noon);
+    }
+    Note timeless = changed(reminder({}), [](Note& note) { note.repeatRule = "daily"; });
+    ReminderState::done(timeless, noon, calendar);
+    EXPECT_EQ(timeless.remindAt, std::nullopt);
+}
+
+TEST(ReminderState, laterWhenBackAndCameBack)
+{
+    Note note = changed(reminder(noon - 1h), [](Note& changing) { changing.doneAt = noon; });
+    ReminderState::later(note, noon + 1h);
+    EXPECT_EQ(note.doneAt, noon) << "a done mark before the new time does no harm";
+    ReminderState::later(note, noon);
+    EXPECT_EQ(note.doneAt, std::nullopt);
+
+    note.doneAt = noon - 2h;
+    ReminderState::whenBack(note);
+    EXPECT_EQ(note.trigger, "back_at_mac");
+    EXPECT_EQ(note.doneAt, std::nullopt);
+    EXPECT_EQ(note.remindAt, noon);
+
+    Note returned = note;
+    ReminderState::cameBack(returned, noon + 3h);
+    EXPECT_EQ(returned.trigger, std::nullopt);
+    EXPECT_TRUE(ReminderState::isDue(returned, noon + 3h));
+
+    ReminderState::later(note, noon + 2h);
+    EXPECT_EQ(note.trigger, std::nullopt);
+    const Note timed = note;
+    ReminderState::cameBack(note, noon + 9h);
+    EXPECT_EQ(note, timed);
+    EXPECT_EQ(reminderTrigger("time"), ReminderTrigger::time);
+    EXPECT_EQ(reminderTrigger("Time"), std::nullopt);
+}
+
+} // namespace
+} // namespace quorvell
