@@ -36,6 +36,7 @@ if(QUORVELL_SHELL)
         add_executable(quorvell Quorvell/app/main.cpp)
         target_link_libraries(quorvell PRIVATE quorvell_app CLI11::CLI11)
         target_compile_options(quorvell PRIVATE ${QUORVELL_WARNINGS})
+        include(tests/walk/walk.cmake)
     endif()
 endif()
 

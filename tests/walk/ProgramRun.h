@@ -3,11 +3,10 @@
 
 #include "QuorvellCore/text/Json.h"
 
-#include <nlohmann/json.hpp>
-
 #include <QProcess>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <nlohmann/json.hpp>
 
 #include <string>
 #include <vector>

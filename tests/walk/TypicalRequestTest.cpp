@@ -1,0 +1,245 @@
+// The typical request through the real program: what a newcomer without an account, a bus, a display or a sound server
+// sees when typing it.
+#include "ProgramRun.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QTimeZone>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+
+using namespace quorvell;
+using namespace quorvell::walk;
+
+namespace {
+
+/// "tomorrow 17:00" in a zone as the stored form of a note.
+std::string storedInstant(const char* zone, int days, int hour, int minute)
+{
+    const QTimeZone timeZone{QByteArray(zone)};
+    const QDate day = QDateTime::currentDateTimeUtc().toTimeZone(timeZone).date().addDays(days);
+    return QDateTime(day, QTime(hour, minute), timeZone)
+        .toUTC()
+        .toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzzZ"))
+        .toStdString();
+}
+
+std::size_t indexOf(const std::vector<Json>& events, const std::function<bool(const Json&)>& fits)
+{
+    return static_cast<std::size_t>(std::find_if(events.begin(), events.end(), fits) - events.begin());
+}
+
+auto named(const char* name)
+{
+    return [name](const Json& event) { return readString(event, "event") == name; };
+}
+
+} // namespace
+
+TEST(TypicalRequest, typedLinesBecomeRemindersAndNotes)
+{
+    struct Row {
+        const char* name;
+        const char* typed;
+        const char* title; ///< Of the one note; empty when nothing may be stored.
+        int days, hour, minute; ///< Of the reminder; no reminder when days is negative.
+        const char* replyHolds;
+    };
+    const Row rows[] = {
+        {"the typical request", "remind me tomorrow at 5pm to call the dentist\n", "Call the dentist", 1, 17, 0,
+            "dentist"},
+        {"number words", "remind me tomorrow at half past nine in the morning to buy milk\n", "Buy milk", 1, 9, 30,
+            "milk"},
+        {"an ambiguous hour is asked about", "remind me tomorrow at 5 to call the dentist\n", "", -1, 0, 0, "5"},
+        {"and settled by the next words", "remind me tomorrow at 5 to call the dentist\nthe afternoon\n",
+            "Call the dentist", 1, 17, 0, "dentist"},
+        {"a phrase without a time is asked about", "remind me to call the dentist\n", "", -1, 0, 0, "hen"},
+        {"and completed", "remind me to call the dentist\ntomorrow at noon\n", "Call the dentist", 1, 12, 0, "dentist"},
+        {"no line end at the end of input", "remind me tomorrow at 5pm to call mum", "Call mum", 1, 17, 0, "mum"},
+        {"nothing typed", "\n  \n", "", -1, 0, 0, ""},
+        {"beyond the device", "book me a flight to Lisbon\n", "", -1, 0, 0, "model"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const ProgramHome home;
+        const Outcome outcome = home.run({QStringLiteral("chat")}, row.typed);
+        SCOPED_TRACE(outcome.output + outcome.errors);
+        EXPECT_TRUE(outcome.ended);
+        EXPECT_EQ(outcome.exitCode, 0);
+        EXPECT_NE(outcome.output.find(row.replyHolds), std::string::npos);
+        const auto notes = home.noteFiles();
+        ASSERT_EQ(notes.size(), *row.title ? 1u : 0u);
+        if (notes.empty())
+            continue;
+        EXPECT_EQ(headerValue(notes[0], "title"), row.title);
+        EXPECT_EQ(headerValue(notes[0], "remind_at"), storedInstant("Europe/Berlin", row.days, row.hour, row.minute));
+    }
+}
+
+TEST(TypicalRequest, theJsonFormShowsTheWholePathInOrder)
+{
+    const ProgramHome home(QStringLiteral("America/New_York"));
+    const Outcome outcome = home.run(
+        {QStringLiteral("chat"), QStringLiteral("--json")}, "remind me tomorrow at 5 pm to call the dentist\n");
+    SCOPED_TRACE(outcome.output + outcome.errors);
+    ASSERT_EQ(outcome.exitCode, 0);
+    const auto events = outcome.events();
+    const std::size_t steps[] = {
+        indexOf(events, [](const Json& event) { return readString(event, "phase") == "connecting"; }),
+        indexOf(events, [](const Json& event) { return readString(event, "phase") == "active"; }),
+        indexOf(events, named("tool_call")),
+        indexOf(events, named("tool_result")),
+        indexOf(events, [](const Json& event) { return readString(event, "speaker") == "assistant"; }),
+        indexOf(events, named("reply")),
+        indexOf(events, named("closed")),
+    };
+    EXPECT_TRUE(std::is_sorted(std::begin(steps), std::end(steps)));
+    ASSERT_LT(*std::rbegin(steps), events.size()) << "a step is missing";
+    std::int64_t last = 0;
+    for (const Json& event : events) {
+        EXPECT_TRUE(readString(event, "at"));
+        EXPECT_GE(readInteger(event, "ms").value_or(-1), last);
+        last = readInteger(event, "ms").value_or(last);
+    }
+    const Json& call = events[steps[2]];
+    EXPECT_EQ(readString(call, "name"), "set_reminder");
+    const Json* result = memberOf(events[steps[3]], "result");
+    ASSERT_TRUE(result);
+    EXPECT_EQ(readString(*result, "status"), "set");
+    ASSERT_EQ(home.noteFiles().size(), 1u);
+    EXPECT_EQ(headerValue(home.noteFiles()[0], "remind_at"), storedInstant("America/New_York", 1, 17, 0));
+}
+
+TEST(TypicalRequest, notesAreKeptFoundAndReadInOneConversation)
+{
+    const ProgramHome home;
+    const Outcome outcome = home.run({QStringLiteral("chat")},
+        "make a note that the spare key is under the blue pot\nfind my note about the spare key\nread it\n");
+    SCOPED_TRACE(outcome.output + outcome.errors);
+    EXPECT_EQ(outcome.exitCode, 0);
+    ASSERT_EQ(home.noteFiles().size(), 1u);
+    EXPECT_NE(outcome.output.find("blue pot"), std::string::npos);
+
+    const Outcome listed = home.run({QStringLiteral("notes"), QStringLiteral("--json")});
+    EXPECT_EQ(listed.exitCode, 0);
+    EXPECT_NE(listed.output.find("blue pot"), std::string::npos);
+    const Outcome found = home.run({QStringLiteral("notes"), QStringLiteral("find"), QStringLiteral("spare")});
+    EXPECT_NE(found.output.find("key"), std::string::npos);
+}
+
+TEST(TypicalRequest, whatIsKeptIsTheUsersAlone)
+{
+    const ProgramHome home;
+    ASSERT_EQ(home.run({QStringLiteral("remind"), QStringLiteral("tomorrow at 5 pm call mum")}).exitCode, 0);
+    struct stat folder { };
+    ASSERT_EQ(::stat(home.notebookFolder().c_str(), &folder), 0);
+    EXPECT_EQ(folder.st_mode & 0777, 0700u);
+    for (const auto& entry : std::filesystem::directory_iterator(home.notebookFolder())) {
+        struct stat file { };
+        ASSERT_EQ(::stat(entry.path().c_str(), &file), 0);
+        EXPECT_EQ(file.st_mode & 0777, 0600u) << entry.path();
+    }
+}
+
+TEST(TypicalRequest, theServicesKeyStandsInNoListOfProcesses)
+{
+    const ProgramHome home;
+    const auto chat = home.start({QStringLiteral("chat"), QStringLiteral("--json")});
+    std::string output;
+    for (int attempt = 0; attempt < 300 && output.find("\"active\"") == std::string::npos; ++attempt) {
+        chat->waitForReadyRead(100);
+        output += chat->readAllStandardOutput().toStdString();
+    }
+    ASSERT_NE(output.find("\"active\""), std::string::npos) << output;
+    int children = 0;
+    for (const auto& process : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs)) {
+        QFile status(QStringLiteral("/proc/%1/stat").arg(process));
+        if (!status.open(QIODevice::ReadOnly))
+            continue;
+        const auto fields = status.readAll();
+        if (fields.mid(fields.lastIndexOf(')') + 2).split(' ').value(1) != QByteArray::number(chat->processId()))
+            continue;
+        ++children;
+        for (const char* part : {"cmdline", "environ"}) {
+            QFile file(QStringLiteral("/proc/%1/%2").arg(process, QString::fromUtf8(part)));
+            ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+            for (const QByteArray& word : file.readAll().split('\0'))
+                EXPECT_FALSE(word.contains("oken") && word.size() > 20) << word.toStdString();
+        }
+    }
+    EXPECT_EQ(children, 1);
+    chat->closeWriteChannel();
+    EXPECT_TRUE(chat->waitForFinished(15000));
+    EXPECT_EQ(chat->exitCode(), 0);
+}
+
+TEST(TypicalRequest, wrongUseIsTold)
+{
+    struct Row {
+        const char* name;
+        QStringList arguments;
+        int exitCode;
+    };
+    const Row rows[] = {
+        {"an unknown option", {QStringLiteral("chat"), QStringLiteral("--loud")}, 2},
+        {"an unknown command", {QStringLiteral("sing")}, 2},
+        {"a recording that is not there", {QStringLiteral("talk"), QStringLiteral("/nowhere.wav")}, 1},
+        {"a recording that is none", {QStringLiteral("talk"), QStringLiteral("/proc/self/status")}, 1},
+        {"a host without encryption",
+            {QStringLiteral("chat"), QStringLiteral("--host"), QStringLiteral("ws://example.com")}, 1},
+        {"a host that is not there",
+            {QStringLiteral("chat"), QStringLiteral("--host"), QStringLiteral("ws://127.0.0.1:9")}, 1},
+        {"no such note", {QStringLiteral("notes"), QStringLiteral("show"), QStringLiteral("ffffffffffff")}, 1},
+        {"a phrase without a time", {QStringLiteral("remind"), QStringLiteral("call mum")}, 1},
+        {"a zone that does not exist",
+            {QStringLiteral("remind"), QStringLiteral("--dry-run"), QStringLiteral("--zone"),
+                QStringLiteral("Mars/Dune"), QStringLiteral("at 5 pm eat")},
+            2},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const ProgramHome home;
+        const Outcome outcome = home.run(row.arguments, "hello\n");
+        SCOPED_TRACE(outcome.output + outcome.errors);
+        EXPECT_TRUE(outcome.ended);
+        EXPECT_EQ(outcome.exitCode, row.exitCode);
+        EXPECT_FALSE(outcome.errors.empty());
+        EXPECT_TRUE(home.noteFiles().empty());
+    }
+}
+
+TEST(TypicalRequest, aSecondProgramHandsOverOrSaysWhyNot)
+{
+    const char* const twoPrograms = R"(
+        { sleep 4; echo 'remind me tomorrow at 6 pm to feed the cat'; sleep 1; } | "$1" chat --json &
+        sleep 2
+        "$1" remind 'tomorrow at 5 pm call mum'; echo "second:$?"
+        wait)";
+    struct Row {
+        const char* name;
+        QString launcher;
+        QStringList arguments;
+        bool isHandedOver;
+    };
+    const QString program = QStringLiteral(QUORVELL_PROGRAM);
+    const QString script = QString::fromUtf8(twoPrograms);
+    const Row rows[] = {
+        {"with a bus", QStringLiteral("dbus-run-session"),
+            {QStringLiteral("--"), QStringLiteral("bash"), QStringLiteral("-c"), script, QStringLiteral("-"), program},
+            true},
+        {"without a bus", QStringLiteral("bash"), {QStringLiteral("-c"), script, QStringLiteral("-"), program}, false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const ProgramHome home;
+        const Outcome outcome = home.runThrough(row.launcher, row.arguments);
+        SCOPED_TRACE(outcome.output + outcome.errors);
+        EXPECT_NE(outcome.output.find(row.isHandedOver ? "second:0" : "second:1"), std::string::npos);
+        EXPECT_EQ(home.noteFiles().size(), row.isHandedOver ? 2u : 1u);
+    }
+}
