@@ -6,6 +6,7 @@
 #include "Quorvell/connections/OpenAILiveClient.h"
 #include "Quorvell/notebook/FreshNoteID.h"
 #include "Quorvell/tools/NotebookTools.h"
+#include "Quorvell/tools/ReminderTools.h"
 #include "QuorvellCore/reminders/LocaleWords.h"
 
 #include <utility>
@@ -60,6 +61,7 @@ std::string Assistant::openNotebookAndTools(const ProgramEnvironment& environmen
         return opened.problem;
     m_notebook = std::move(opened.notebook);
     const auto now = [this] { return m_scheduler.wallClock(); };
+    registerReminderTools(m_registry, *m_notebook, {now, m_calendar, freshNoteID});
     registerNotebookTools(m_registry, *m_notebook, {now, freshNoteID, m_calendar});
     return ToolDispatcher::startUpProblem(m_registry).value_or("");
 }

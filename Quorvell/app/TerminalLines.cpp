@@ -16,6 +16,12 @@ namespace {
 
 TerminalLines* editing = nullptr; ///< The library's callback takes no argument.
 
+/// Where nothing was typed to its end the cursor still stands behind the prompt.
+void endPromptLine()
+{
+    [[maybe_unused]] const auto written = write(STDOUT_FILENO, "\n", 1);
+}
+
 bool hasHungUp()
 {
     pollfd terminal{STDIN_FILENO, POLLIN, 0};
@@ -37,8 +43,10 @@ TerminalLines::TerminalLines(std::string prompt)
 
 TerminalLines::~TerminalLines()
 {
-    if (m_report)
+    if (m_report) {
         rl_callback_handler_remove();
+        endPromptLine();
+    }
     editing = nullptr;
 }
 

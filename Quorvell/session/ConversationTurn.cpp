@@ -62,8 +62,8 @@ void ConversationTurn::voiceSound(std::span<const std::uint8_t> pcm)
 
 void ConversationTurn::voiceWords(const std::string& delta)
 {
-    // What was shown in writing is not shown again as the voice says it.
-    if (isShown() && !m_written.empty())
+    // What was shown in writing is not shown again as the voice says it, perhaps long after.
+    if (isShown() && (!m_tracker.isOpen || !m_written.empty()))
         return;
     finishUserWords();
     m_spoken += delta;

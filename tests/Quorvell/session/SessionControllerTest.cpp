@@ -105,6 +105,8 @@ TEST_F(SessionControllerTest, aTypedRequestWalksThroughToItsReply)
     wire->report(live_event::OutputTranscript{"Noted"});
     wire->report(live_event::BackendIdle{});
     scheduler.settle();
+    wire->report(live_event::OutputTranscript{": buy milk."});
+    EXPECT_FALSE(controller->isTurnOpen()); // The voice is late, and nobody listens to it.
     EXPECT_EQ(saidSince(),
         (Lines{"connecting", "typed: keep a note: buy milk", "active", "call keep_note", R"(result {"status":"kept"})",
             "said: Noted: buy milk.", "turn answered"}));
