@@ -74,6 +74,8 @@ int runTalk(const ProgramEnvironment& environment, const ConversationOptions& op
     const WavReading recording = WavFile::read(files.recording, MicrophoneStream::sampleRateHz);
     if (!recording.samples)
         return complain(recording.problem);
+    if (const auto problem = files.reply ? WavFile::problemOfWriting(*files.reply) : std::nullopt)
+        return complain(*problem);
     int argumentCount = 1;
     std::string name = "quorvell";
     char* arguments[] = {name.data(), nullptr};

@@ -105,7 +105,8 @@ void TalkTurn::judge()
     const auto quiet = m_ports.scheduler.now() - m_inputEnd;
     if (m_isAnswered && quiet >= lateWords)
         return end("");
-    if (quiet >= understanding)
+    const bool wasAnythingSent = m_session->usage().microphoneChunks > 0;
+    if (quiet >= (wasAnythingSent ? understanding : lateWords))
         end(m_isUnanswered ? "No answer came. Try again." : problemOfNothingUnderstood());
 }
 

@@ -6,12 +6,15 @@
 #include "Quorvell/audio/WavLayout.h"
 
 #include <sndfile.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <memory>
+#include <system_error>
 
 namespace quorvell {
 
@@ -165,6 +168,12 @@ WavReading readSource(const ByteSource& source, const std::string& name, int sam
     return readSamples(sound.get(), info, name, sampleRateHz);
 }
 
+std::string couldNotWrite(const std::string& path, int reason)
+{
+    return "Could not write " + path + (reason != 0 ? std::string(": ") + std::strerror(reason) : std::string())
+        + ". Choose a folder that exists and that you may write to.";
+}
+
 bool writeSamples(const std::string& path, std::span<const std::int16_t> samples, int sampleRateHz)
 {
     SF_INFO info{};
@@ -189,6 +198,17 @@ WavReading WavFile::read(std::span<const std::uint8_t> bytes, int sampleRateHz)
     return readSource(MemorySource(bytes), "The recording", sampleRateHz);
 }
 
+std::optional<std::string> WavFile::problemOfWriting(const std::string& path)
+{
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    std::error_code failure;
+    if (std::filesystem::is_directory(path, failure))
+        return couldNotWrite(path, EISDIR);
+    if (access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0)
+        return couldNotWrite(path, errno);
+    return std::nullopt;
+}
+
 std::optional<std::string> WavFile::write(
     const std::string& path, std::span<const std::int16_t> samples, int sampleRateHz)
 {
@@ -196,9 +216,9 @@ std::optional<std::string> WavFile::write(
     errno = 0;
     if (writeSamples(temporary, samples, sampleRateHz) && std::rename(temporary.c_str(), path.c_str()) == 0)
         return std::nullopt;
-    const std::string reason = errno != 0 ? std::string(": ") + std::strerror(errno) : std::string();
+    const int reason = errno;
     std::remove(temporary.c_str());
-    return "Could not write " + path + reason + ". Choose a folder that exists and that you may write to.";
+    return couldNotWrite(path, reason);
 }
 
 } // namespace quorvell

@@ -25,6 +25,9 @@ struct WavFile {
     static WavReading read(const std::string& path, int sampleRateHz);
     static WavReading read(std::span<const std::uint8_t> bytes, int sampleRateHz);
 
+    /// Why `write` to this path would fail, as far as can be seen beforehand; nothing when it looks well.
+    static std::optional<std::string> problemOfWriting(const std::string& path);
+
     /// Writes a temporary file beside `path` and renames it, so that no half-written recording is ever seen.
     /// Nothing when it worked, otherwise a sentence for the user.
     static std::optional<std::string> write(

@@ -141,9 +141,14 @@ TEST_F(WavFileTest, writesWhatItReads)
     EXPECT_EQ(WavFile::read(path("out.wav"), wantedRateHz).samples, samples);
     EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
 
-    const auto problem = WavFile::write(path("missing/out.wav"), samples, wantedRateHz);
-    ASSERT_TRUE(problem);
-    EXPECT_NE(problem->find("Choose a folder"), std::string::npos);
+    EXPECT_EQ(WavFile::problemOfWriting(path("out.wav")), std::nullopt);
+    EXPECT_EQ(WavFile::problemOfWriting("out.wav"), std::nullopt);
+    for (const std::string& place : {path("missing/out.wav"), folder.string()}) {
+        const auto problem = WavFile::write(place, samples, wantedRateHz);
+        ASSERT_TRUE(problem);
+        EXPECT_NE(problem->find("Choose a folder"), std::string::npos);
+        EXPECT_EQ(WavFile::problemOfWriting(place), problem);
+    }
 }
 
 } // namespace
