@@ -37,7 +37,8 @@ void ChatConversation::turnCompleted(TurnOutcome outcome)
 {
     if (outcome == TurnOutcome::unanswered)
         m_exitCode = couldNot;
-    if (!m_isEnding && outcome != TurnOutcome::brokenOff)
+    m_isBrokenOff = outcome == TurnOutcome::brokenOff;
+    if (!m_isEnding && !m_isBrokenOff)
         m_next = m_ports.scheduler.after(soon, [this] { askForLine(); });
 }
 
@@ -47,9 +48,14 @@ void ChatConversation::conversationEnded(const SessionEnd& end)
         return finish();
     if (!end.isFailure)
         return;
-    const bool mayTryAgain = m_partner == Partner::person && !end.mustUserAct;
-    m_exitCode = mayTryAgain ? 0 : couldNot;
-    m_next = m_ports.scheduler.after(soon, [this, mayTryAgain] { mayTryAgain ? askForLine() : finish(); });
+    // Between two turns nothing is lost: the next line begins a new conversation.
+    const bool wasAnythingLost = std::exchange(m_isBrokenOff, false) || !end.unsent.empty();
+    if (!end.mustUserAct && (m_partner == Partner::person || !wasAnythingLost)) {
+        m_next = m_ports.scheduler.after(soon, [this] { askForLine(); });
+        return;
+    }
+    m_exitCode = couldNot;
+    m_next = m_ports.scheduler.after(soon, [this] { finish(); });
 }
 
 void ChatConversation::askForLine()

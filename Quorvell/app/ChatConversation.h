@@ -43,6 +43,7 @@ private:
     SessionController* m_session = nullptr;
     int m_exitCode = 0;
     bool m_isEnding = false;
+    bool m_isBrokenOff = false; ///< The last turn.
     bool m_isAsking = false; ///< The line source owes a line.
     TimerHandle m_next;
 };

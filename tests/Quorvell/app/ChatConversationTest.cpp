@@ -21,7 +21,7 @@ public:
     void record(std::string_view, const Json&) override { }
 };
 
-/// Lines that are there as soon as they are asked for.
+/// Lines that are there as soon as they are asked for, and then the end, unless the writer is slow.
 class ReadyLines : public LineSource {
 public:
     explicit ReadyLines(Scheduler& scheduler)
@@ -31,19 +31,27 @@ public:
     void readNext(Report report) override
     {
         ++asked;
-        m_scheduler.post([this, report] {
-            if (lines.empty())
-                return report(std::nullopt);
-            const std::string line = lines.front();
-            lines.pop_front();
-            report(line);
-        });
+        m_report = std::move(report);
+        if (lines.empty() && isSlow)
+            return;
+        m_scheduler.post([this] { give(lines.empty() ? std::nullopt : std::optional(lines.front())); });
     }
+    void type(const std::string& line) { give(line); }
+
     std::deque<std::string> lines;
+    bool isSlow = false;
     int asked = 0;
 
 private:
+    void give(const std::optional<std::string>& line)
+    {
+        if (!lines.empty())
+            lines.pop_front();
+        std::exchange(m_report, nullptr)(line);
+    }
+
     Scheduler& m_scheduler;
+    Report m_report;
 };
 
 class ChatConversationTest : public testing::Test {
@@ -132,6 +140,22 @@ TEST_F(ChatConversationTest, aScriptEndsWithTheFirstFailure)
     close({.code = 1006, .reason = "gone", .sentence = "Lost."});
     EXPECT_EQ(exitCode, 1);
     EXPECT_EQ(lines.lines.size(), 1U);
+}
+
+TEST_F(ChatConversationTest, aConnectionLostBetweenTurnsIsMadeAnew)
+{
+    lines.lines = {"one"};
+    lines.isSlow = true;
+    begin(Partner::script);
+    becomeActive();
+    answer("Done.");
+    close({.code = 1006, .reason = "gone", .sentence = "Lost."});
+    EXPECT_EQ(exitCode, std::nullopt);
+    lines.type("two");
+    scheduler.settle();
+    EXPECT_EQ(connectionsMade, 2);
+    becomeActive();
+    EXPECT_TRUE(wire->sent.back().ends_with(" two"));
 }
 
 TEST_F(ChatConversationTest, anUnansweredLineIsNotedInTheExitCode)
