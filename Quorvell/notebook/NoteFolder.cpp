@@ -5,6 +5,8 @@
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
+#include <numeric>
+#include <unordered_map>
 #include <utility>
 
 namespace quorvell {
@@ -28,6 +30,8 @@ std::optional<Note> readNote(const std::string& path, Instant now)
 /// Collects notes and lets the later one of two with the same id win.
 class Collection {
 public:
+    explicit Collection(std::size_t maximumCount) { m_content.notes.reserve(maximumCount); }
+
     void put(Note note, const std::string& fileName)
     {
         const auto [known, isNew] = m_positions.try_emplace(note.id, m_content.notes.size());
@@ -40,16 +44,25 @@ public:
         }
     }
 
+    /// Positions are sorted rather than notes, which are large: each is moved once.
     NoteFolderContent taken()
     {
-        std::stable_sort(m_content.notes.begin(), m_content.notes.end(),
-            [](const Note& left, const Note& right) { return left.created > right.created; });
+        std::vector<std::size_t> order(m_content.notes.size());
+        std::iota(order.begin(), order.end(), std::size_t(0));
+        std::stable_sort(order.begin(), order.end(), [this](std::size_t left, std::size_t right) {
+            return m_content.notes[left].created > m_content.notes[right].created;
+        });
+        std::vector<Note> sorted;
+        sorted.reserve(order.size());
+        for (const std::size_t position : order)
+            sorted.push_back(std::move(m_content.notes[position]));
+        m_content.notes = std::move(sorted);
         return std::move(m_content);
     }
 
 private:
     NoteFolderContent m_content;
-    std::map<std::string, std::size_t> m_positions;
+    std::unordered_map<std::string, std::size_t> m_positions; ///< By id.
 };
 
 } // namespace
@@ -66,7 +79,7 @@ std::optional<NoteFolderContent> readNoteFolder(const std::string& folder, Insta
     const auto names = fileNamesIn(folder);
     if (!names)
         return std::nullopt;
-    Collection collection;
+    Collection collection(names->size());
     for (const std::string& name : *names) {
         if (!isNoteFileName(name))
             continue;

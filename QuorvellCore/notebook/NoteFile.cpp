@@ -6,7 +6,6 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <map>
 
 namespace quorvell {
 
@@ -143,24 +142,35 @@ std::string bodyOf(std::string_view rest)
     return std::string(rest);
 }
 
-/// The parsed header: the last readable value of each key.
+/// The text of a JSON string that is written without escapes, as nearly all are. Nothing for any other value.
+std::optional<std::string> unescapedText(std::string_view value)
+{
+    if (value.size() < 2 || !value.starts_with('"') || !value.ends_with('"'))
+        return std::nullopt;
+    const std::string_view inside = value.substr(1, value.size() - 2);
+    const bool isPlain = std::all_of(inside.begin(), inside.end(), [](char letter) {
+        const auto byte = static_cast<unsigned char>(letter);
+        return byte >= 0x20 && byte < 0x80 && letter != '"' && letter != '\\';
+    });
+    return isPlain ? std::optional<std::string>(inside) : std::nullopt;
+}
+
+/// The header's lines; a value is parsed when it is asked for. The last readable value of a key counts. Looks into the
+/// text it was given.
 class HeaderReader {
 public:
     void readLine(std::string_view line)
     {
         const std::size_t colon = line.find(':');
-        if (colon == std::string_view::npos)
-            return;
-        if (auto value = parseJson(withoutBlanks(line.substr(colon + 1)), headerLimits))
-            m_values.insert_or_assign(std::string(withoutBlanks(line.substr(0, colon))), std::move(*value));
+        if (colon != std::string_view::npos)
+            m_lines.push_back({withoutBlanks(line.substr(0, colon)), withoutBlanks(line.substr(colon + 1))});
     }
 
-    const Json* value(std::string_view key) const
+    std::optional<Json> value(std::string_view key) const
     {
-        const auto found = m_values.find(key);
-        return found == m_values.end() ? nullptr : &found->second;
+        return last<Json>(key, [](std::string_view value) { return parseJson(value, headerLimits); });
     }
-    std::optional<std::string> text(std::string_view key) const { return read<std::string>(key, readString); }
+    std::optional<std::string> text(std::string_view key) const;
     bool flag(std::string_view key) const { return read<bool>(key, readBool).value_or(false); }
     std::optional<std::int64_t> integer(std::string_view key) const { return read<std::int64_t>(key, readInteger); }
     std::vector<std::string> texts(std::string_view key) const
@@ -171,15 +181,45 @@ public:
     std::vector<std::int64_t> integers(std::string_view key) const;
 
 private:
+    struct Line {
+        std::string_view key;
+        std::string_view value;
+    };
+
+    /// What `parse` makes of the last value of this key that it can parse.
+    template <typename Value, typename Parse> std::optional<Value> last(std::string_view key, const Parse& parse) const
+    {
+        for (auto line = m_lines.rbegin(); line != m_lines.rend(); ++line)
+            if (line->key == key)
+                if (std::optional<Value> value = parse(line->value))
+                    return value;
+        return std::nullopt;
+    }
+
     template <typename Value>
     std::optional<Value> read(std::string_view key, std::optional<Value> (*reader)(const Json&)) const
     {
-        const Json* found = value(key);
+        const auto found = value(key);
         return found ? reader(*found) : std::nullopt;
     }
 
-    std::map<std::string, Json, std::less<>> m_values;
+    std::vector<Line> m_lines;
 };
+
+std::optional<std::string> HeaderReader::text(std::string_view key) const
+{
+    /// What a value that parses says; a value that is no text still hides the ones before it.
+    struct Reading {
+        std::optional<std::string> text;
+    };
+    const auto reading = last<Reading>(key, [](std::string_view value) -> std::optional<Reading> {
+        if (auto text = unescapedText(value))
+            return Reading{std::move(text)};
+        const auto json = parseJson(value, headerLimits);
+        return json ? std::optional(Reading{readString(*json)}) : std::nullopt;
+    });
+    return reading ? reading->text : std::nullopt;
+}
 
 /// An offset can carry an instant past the years that the text form can hold; such a one is unreadable.
 std::optional<Instant> readableInstant(const std::optional<std::string>& text)
@@ -197,7 +237,7 @@ std::optional<Instant> HeaderReader::instant(std::string_view key) const
 
 std::vector<std::int64_t> HeaderReader::integers(std::string_view key) const
 {
-    const Json* found = value(key);
+    const auto found = value(key);
     std::vector<std::int64_t> integers;
     if (!found || !found->is_array())
         return integers;
@@ -212,7 +252,7 @@ std::vector<std::int64_t> HeaderReader::integers(std::string_view key) const
 
 std::optional<NoteSource> readSource(const HeaderReader& header)
 {
-    const Json* object = header.value("source");
+    const auto object = header.value("source");
     if (!object || !object->is_object())
         return std::nullopt;
     return NoteSource{.app = readString(*object, "app"),
@@ -224,7 +264,7 @@ std::optional<NoteSource> readSource(const HeaderReader& header)
 /// A turn without a readable date takes the note's, so that no answer is lost over it.
 std::vector<NoteTurn> readThread(const HeaderReader& header, Instant created)
 {
-    const Json* list = header.value("thread");
+    const auto list = header.value("thread");
     std::vector<NoteTurn> thread;
     if (!list || !list->is_array())
         return thread;
@@ -296,8 +336,8 @@ std::string NoteFile::encode(const Note& note)
 
 std::optional<Note> NoteFile::decode(std::string_view text, Instant now)
 {
-    const std::string content = withLineFeeds(text);
-    std::optional<std::string_view> rest = content;
+    const std::string mended = text.find('\r') == std::string_view::npos ? std::string() : withLineFeeds(text);
+    std::optional<std::string_view> rest = mended.empty() ? text : std::string_view(mended);
     if (rest->starts_with(byteOrderMark))
         rest->remove_prefix(byteOrderMark.size());
     if (takeLine(rest) != fence)

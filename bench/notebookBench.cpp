@@ -1,0 +1,119 @@
+// What a note costs: as text and back, kept durably, and 10,000 of them read at a start, beside merely reading their
+// files.
+#include "Quorvell/files/Folder.h"
+#include "Quorvell/notebook/NotebookStore.h"
+#include "QuorvellCore/notebook/NoteFile.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <future>
+
+namespace {
+
+using namespace quorvell;
+
+constexpr int manyNotes = 10'000;
+
+Note noteOf(int number)
+{
+    constexpr std::chrono::sys_days day = std::chrono::year(2026) / 11 / 16;
+    Note note{.id = std::to_string(100'000'000'000 + number),
+        .title = "Note " + std::to_string(number) + " about the garden",
+        .created = day + std::chrono::seconds(number),
+        .author = NoteAuthor::quorvell,
+        .origin = NoteOrigin::conversation};
+    note.updated = note.created;
+    for (int line = 0; line < 12; ++line)
+        note.body += "Water the tomatoes in the evening, not at noon (line " + std::to_string(line) + ").\n";
+    if (number % 3 == 0)
+        note.remindAt = note.created + std::chrono::hours(24);
+    if (number % 5 == 0)
+        note.source = NoteSource{.app = "Firefox", .site = "www.example.org", .title = "Tomatoes"};
+    return note;
+}
+
+/// A folder of `manyNotes` notes that lives as long as the program.
+class ManyNotes {
+public:
+    ManyNotes()
+    {
+        std::string pattern = (std::filesystem::temp_directory_path() / "quorvell-bench-XXXXXX").string();
+        m_path = ::mkdtemp(pattern.data());
+        for (int number = 0; number < manyNotes; ++number)
+            std::ofstream(m_path + "/" + NoteFile::longFileName(noteOf(number))) << NoteFile::encode(noteOf(number));
+    }
+    ~ManyNotes() { std::filesystem::remove_all(m_path); }
+
+    const std::string& path() const { return m_path; }
+
+private:
+    std::string m_path;
+};
+
+const std::string& manyNotesFolder()
+{
+    static const ManyNotes notes;
+    return notes.path();
+}
+
+void encodeNote(benchmark::State& state)
+{
+    const Note note = noteOf(15);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(NoteFile::encode(note));
+}
+
+void decodeNote(benchmark::State& state)
+{
+    const std::string text = NoteFile::encode(noteOf(15));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(NoteFile::decode(text, Instant{}));
+}
+
+/// From the request to the answer that says the note is on the disk.
+void keepNoteDurably(benchmark::State& state)
+{
+    const std::string folder = manyNotesFolder() + "/kept";
+    FileWorker worker([](const std::function<void()>& action) { action(); });
+    const auto opened = NotebookStore::open(folder, worker, [] { return Instant{}; });
+    int number = 0;
+    for (auto _ : state) {
+        std::promise<bool> isStored;
+        opened.store->add(
+            noteOf(++number), [&isStored](const NotebookVerdict& verdict) { isStored.set_value(verdict.isStored); });
+        if (!isStored.get_future().get())
+            state.SkipWithError("not stored");
+    }
+    std::filesystem::remove_all(folder);
+}
+
+void merelyReadManyFiles(benchmark::State& state)
+{
+    const std::string& folder = manyNotesFolder();
+    for (auto _ : state)
+        for (const std::string& name : fileNamesIn(folder).value_or(std::vector<std::string>{}))
+            benchmark::DoNotOptimize(readFile(folder + "/" + name, maximumNoteBytes));
+}
+
+void loadManyNotes(benchmark::State& state)
+{
+    const std::string& folder = manyNotesFolder();
+    for (auto _ : state) {
+        const auto content = readNoteFolder(folder, Instant{});
+        if (!content || content->notes.size() != manyNotes)
+            state.SkipWithError("notes are missing");
+    }
+}
+
+BENCHMARK(encodeNote)->Unit(benchmark::kMicrosecond);
+BENCHMARK(decodeNote)->Unit(benchmark::kMicrosecond);
+BENCHMARK(keepNoteDurably)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(merelyReadManyFiles)->Unit(benchmark::kMillisecond);
+BENCHMARK(loadManyNotes)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+BENCHMARK_MAIN();
