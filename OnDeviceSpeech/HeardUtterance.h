@@ -9,8 +9,8 @@ namespace quorvell {
 /// One recognised word and where it lies in the utterance.
 struct HeardWord {
     std::string text;
-    std::chrono::milliseconds start {};
-    std::chrono::milliseconds end {};
+    std::chrono::milliseconds start{};
+    std::chrono::milliseconds end{};
 
     bool operator==(const HeardWord&) const = default;
 };

@@ -13,13 +13,16 @@ namespace quorvell {
 /// Where the models lie. The defaults are found beside the program and in the system's folders.
 struct SpeechModels {
     std::string acousticModel; ///< Folder.
-    std::string dictionary;
+    std::string dictionary; ///< Of the general language model's words and those of the commands.
     std::string generalLanguageModel;
-    std::string commandLanguageModel; ///< Built with the program from request templates.
+    std::string commandLanguageModel; ///< Built with the program from request templates, as the next two.
+    std::string commandDictionary;
     std::string commandGrammar;
 
     /// `programFolder` is the folder that holds the program.
     static SpeechModels find(const std::string& programFolder);
+    /// Empty when every file is there, else a sentence that says what to do.
+    std::string missing() const;
 };
 
 /// Recognises one utterance at a time. Blocking: use it from one worker thread, the same one throughout.

@@ -1,5 +1,6 @@
 // The program: reads its surroundings, lets each command declare itself, and runs the one that was chosen.
 #include "Quorvell/app/ChatCommand.h"
+#include "Quorvell/app/LiveServiceCommand.h"
 #include "Quorvell/app/NotesCommand.h"
 #include "Quorvell/app/ProgramEnvironment.h"
 #include "Quorvell/app/RemindCommand.h"
@@ -21,8 +22,8 @@ constexpr int wrongUsage = 2;
 using AddCommand = std::function<int()> (*)(CLI::App&, const ProgramEnvironment&);
 
 /// In the order in which the help lists them. The first runs when no command is named.
-const std::vector<AddCommand> commandTable{
-    quorvell::addChatCommand, quorvell::addTalkCommand, quorvell::addRemindCommand, quorvell::addNotesCommand};
+const std::vector<AddCommand> commandTable{quorvell::addChatCommand, quorvell::addTalkCommand,
+    quorvell::addRemindCommand, quorvell::addNotesCommand, quorvell::addLiveServiceCommand};
 
 struct Command {
     CLI::App* declared;

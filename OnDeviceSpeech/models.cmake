@@ -1,0 +1,22 @@
+# The models of the commands are made from the templates when the program is built.
+
+set(speech_system /usr/share/pocketsphinx/model/en-us)
+set(speech_folder "${CMAKE_BINARY_DIR}/share/quorvell/speech")
+set(speech_templates)
+foreach(name IN ITEMS requests times freeWords)
+    list(APPEND speech_templates "${CMAKE_CURRENT_LIST_DIR}/models/${name}.jsgf")
+endforeach()
+
+add_executable(generate_speech_models "${CMAKE_CURRENT_LIST_DIR}/tools/generateModels.cpp")
+target_link_libraries(generate_speech_models PRIVATE quorvell_on_device_speech PocketSphinx::PocketSphinx)
+set(speech_files)
+foreach(name IN ITEMS commands.lm commands.fsg commands.dict general.dict)
+    list(APPEND speech_files "${speech_folder}/${name}")
+endforeach()
+add_custom_command(OUTPUT ${speech_files}
+    COMMAND ${CMAKE_COMMAND} -E make_directory "${speech_folder}"
+    COMMAND generate_speech_models "${speech_folder}" ${speech_system}/cmudict-en-us.dict ${speech_system}/en-us.lm.bin
+        ${speech_templates}
+    DEPENDS generate_speech_models ${speech_templates} ${speech_system}/cmudict-en-us.dict
+    COMMENT "Making the speech models of the commands" VERBATIM)
+add_custom_target(speech_models ALL DEPENDS ${speech_files})

@@ -1,0 +1,349 @@
+#include "OnDeviceSpeech/models/TemplateGrammar.h"
+
+#include <algorithm>
+#include <charconv>
+#include <numeric>
+
+namespace quorvell {
+
+namespace {
+
+/// Of two wordings, with and without an optional part, this share has it.
+constexpr double optionalShare = 0.4;
+
+std::string withoutComments(std::string_view text)
+{
+    std::string result;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        std::string_view line = text.substr(0, end);
+        text.remove_prefix(std::min(end + 1, text.size()));
+        // The words of the format never hold two slashes: weights are single slashes around a number.
+        result += line.starts_with("#JSGF") ? std::string_view {} : line.substr(0, line.find("//"));
+        result += '\n';
+    }
+    return result;
+}
+
+bool isSpace(char c) { return c == ' ' || c == '\n' || c == '\t' || c == '\r'; }
+
+} // namespace
+
+double RepeatableRandom::next()
+{
+    state += 0x9e3779b97f4a7c15ULL;
+    std::uint64_t mixed = state;
+    mixed = (mixed ^ (mixed >> 30)) * 0xbf58476d1ce4e5b9ULL;
+    mixed = (mixed ^ (mixed >> 27)) * 0x94d049bb133111ebULL;
+    mixed ^= mixed >> 31;
+    return static_cast<double>(mixed >> 11) * 0x1.0p-53;
+}
+
+/// Reads one file from front to back; `problem` is set at the first mistake.
+struct TemplateGrammar::Reader {
+    std::string_view text;
+    std::size_t at = 0;
+    std::string problem;
+
+    void fail(const std::string& what)
+    {
+        if (problem.empty()) {
+            const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n');
+            problem = "line " + std::to_string(line) + ": " + what;
+        }
+    }
+
+    std::string_view token()
+    {
+        while (at < text.size() && isSpace(text[at])) {
+            ++at;
+        }
+        const std::size_t start = at;
+        constexpr std::string_view single = ";=|()[]+";
+        if (at < text.size() && single.find(text[at]) != single.npos) {
+            ++at;
+        } else if (at < text.size() && (text[at] == '<' || text[at] == '/')) {
+            const std::size_t end = text.find(text[at] == '<' ? '>' : '/', at + 1);
+            at = end == text.npos ? text.size() : end + 1;
+        } else {
+            while (at < text.size() && !isSpace(text[at]) && std::string_view(";=|()[]+</").find(text[at]) == text.npos) {
+                ++at;
+            }
+        }
+        return text.substr(start, at - start);
+    }
+
+    std::string_view peek()
+    {
+        const std::size_t before = at;
+        const std::string_view result = token();
+        at = before;
+        return result;
+    }
+
+    void expect(std::string_view wanted)
+    {
+        if (token() != wanted) {
+            fail("\"" + std::string(wanted) + "\" is missing");
+        }
+    }
+
+    double weight()
+    {
+        if (!peek().starts_with('/')) {
+            return 1;
+        }
+        const std::string_view written = token();
+        double value = 0;
+        const auto read = std::from_chars(written.data() + 1, written.data() + written.size() - 1, value);
+        if (read.ec != std::errc {} || value <= 0) {
+            fail("a weight is a number above 0 between slashes");
+        }
+        return value;
+    }
+
+    Expansion choice()
+    {
+        Expansion result {Expansion::Kind::choice, {}, {}, {}};
+        do {
+            result.weights.push_back(weight());
+            result.parts.push_back(sequence());
+        } while (problem.empty() && peek() == "|" && !token().empty());
+        return result;
+    }
+
+    Expansion sequence()
+    {
+        Expansion result;
+        for (std::string_view next = peek(); problem.empty(); next = peek()) {
+            if (next.empty() || next == ";" || next == "|" || next == ")" || next == "]") {
+                break;
+            }
+            result.parts.push_back(part());
+            if (peek() == "+" && !token().empty()) {
+                Expansion repeated {Expansion::Kind::repetition, {}, {std::move(result.parts.back())}, {}};
+                result.parts.back() = std::move(repeated);
+            }
+        }
+        if (result.parts.empty()) {
+            fail("an alternative is empty");
+        }
+        return result;
+    }
+
+    Expansion part()
+    {
+        const std::string_view first = token();
+        if (first == "(") {
+            Expansion inner = choice();
+            expect(")");
+            return inner;
+        }
+        if (first == "[") {
+            Expansion inner {Expansion::Kind::choice, {}, {choice(), Expansion {}}, {optionalShare, 1 - optionalShare}};
+            expect("]");
+            return inner;
+        }
+        if (first == "<NULL>") {
+            return {};
+        }
+        if (first.starts_with('<')) {
+            return {Expansion::Kind::rule, std::string(first.substr(1, first.size() - 2)), {}, {}};
+        }
+        if (first.starts_with('/') || first == "=" || first == "+") {
+            fail("a word was expected");
+        }
+        return {Expansion::Kind::word, std::string(first), {}, {}};
+    }
+};
+
+std::string TemplateGrammar::add(std::string_view text, std::string_view fileName)
+{
+    const std::string plain = withoutComments(text);
+    Reader reader {plain, 0, {}};
+    reader.expect("grammar");
+    reader.token();
+    reader.expect(";");
+    while (reader.problem.empty() && !reader.peek().empty()) {
+        Rule rule;
+        rule.isPublic = reader.peek() == "public" && !reader.token().empty();
+        const std::string_view name = reader.token();
+        if (name.size() < 3 || name.front() != '<') {
+            reader.fail("a rule's <name> was expected");
+            break;
+        }
+        reader.expect("=");
+        rule.expansion = reader.choice();
+        reader.expect(";");
+        const std::string key(name.substr(1, name.size() - 2));
+        if (reader.problem.empty() && !m_rules.emplace(key, std::move(rule)).second) {
+            reader.fail("the rule <" + key + "> exists already");
+        }
+        m_order.push_back(key);
+    }
+    return reader.problem.empty() ? std::string {} : std::string(fileName) + ", " + reader.problem;
+}
+
+bool TemplateGrammar::leadsTo(const Expansion& expansion, std::set<std::string>& open, std::string& problem) const
+{
+    if (expansion.kind == Expansion::Kind::rule) {
+        const auto rule = m_rules.find(expansion.name);
+        if (rule == m_rules.end()) {
+            problem = "the rule <" + expansion.name + "> does not exist";
+            return false;
+        }
+        if (!open.insert(expansion.name).second) {
+            problem = "the rule <" + expansion.name + "> contains itself";
+            return false;
+        }
+        const bool fine = leadsTo(rule->second.expansion, open, problem);
+        open.erase(expansion.name);
+        return fine;
+    }
+    return std::all_of(expansion.parts.begin(), expansion.parts.end(),
+        [&](const Expansion& part) { return leadsTo(part, open, problem); });
+}
+
+std::string TemplateGrammar::check() const
+{
+    std::string problem;
+    std::set<std::string> open;
+    for (const auto& [name, rule] : m_rules) {
+        if (!leadsTo({Expansion::Kind::rule, name, {}, {}}, open, problem)) {
+            break;
+        }
+    }
+    return problem;
+}
+
+std::set<std::string> TemplateGrammar::words() const
+{
+    std::set<std::string> result;
+    std::vector<const Expansion*> waiting;
+    for (const auto& [name, rule] : m_rules) {
+        waiting.push_back(&rule.expansion);
+    }
+    while (!waiting.empty()) {
+        const Expansion& next = *waiting.back();
+        waiting.pop_back();
+        if (next.kind == Expansion::Kind::word) {
+            result.insert(next.name);
+        }
+        for (const Expansion& part : next.parts) {
+            waiting.push_back(&part);
+        }
+    }
+    return result;
+}
+
+std::vector<std::string> TemplateGrammar::publicRules() const
+{
+    std::vector<std::string> result;
+    std::copy_if(m_order.begin(), m_order.end(), std::back_inserter(result),
+        [this](const std::string& name) { return m_rules.at(name).isPublic; });
+    return result;
+}
+
+void TemplateGrammar::draw(const std::string& rule, RepeatableRandom& random, std::vector<std::string>& sentence) const
+{
+    if (const auto found = m_rules.find(rule); found != m_rules.end()) {
+        draw(found->second.expansion, random, sentence);
+    }
+}
+
+void TemplateGrammar::draw(
+    const Expansion& expansion, RepeatableRandom& random, std::vector<std::string>& sentence) const
+{
+    switch (expansion.kind) {
+    case Expansion::Kind::word:
+        sentence.push_back(expansion.name);
+        return;
+    case Expansion::Kind::rule:
+        draw(expansion.name, random, sentence);
+        return;
+    case Expansion::Kind::sequence:
+    case Expansion::Kind::repetition: // drawn once
+        for (const Expansion& part : expansion.parts) {
+            draw(part, random, sentence);
+        }
+        return;
+    case Expansion::Kind::choice:
+        double left = random.next() * std::accumulate(expansion.weights.begin(), expansion.weights.end(), 0.0);
+        std::size_t chosen = 0;
+        while (chosen + 1 < expansion.parts.size() && left >= expansion.weights[chosen]) {
+            left -= expansion.weights[chosen];
+            ++chosen;
+        }
+        draw(expansion.parts[chosen], random, sentence);
+        return;
+    }
+}
+
+/// Lays an expansion between two states of a graph.
+struct TemplateGrammar::GraphBuilder {
+    const TemplateGrammar& grammar;
+    const std::map<std::string, std::vector<std::string>>& loops;
+    CommandGraph graph;
+
+    using State = CommandGraph::State;
+
+    void lay(const Expansion& expansion, State from, State to)
+    {
+        switch (expansion.kind) {
+        case Expansion::Kind::word:
+            graph.addStep(from, to, expansion.name);
+            return;
+        case Expansion::Kind::rule:
+            layRule(expansion.name, from, to);
+            return;
+        case Expansion::Kind::choice:
+            for (const Expansion& part : expansion.parts) {
+                lay(part, from, to);
+            }
+            return;
+        case Expansion::Kind::repetition: {
+            const State before = graph.addState();
+            const State after = graph.addState();
+            graph.addStep(from, before, {});
+            lay(expansion.parts.front(), before, after);
+            graph.addStep(after, before, {});
+            graph.addStep(after, to, {});
+            return;
+        }
+        case Expansion::Kind::sequence:
+            for (const Expansion& part : expansion.parts) {
+                const State next = graph.addState();
+                lay(part, from, next);
+                from = next;
+            }
+            graph.addStep(from, to, {});
+            return;
+        }
+    }
+
+    void layRule(const std::string& name, State from, State to)
+    {
+        if (const auto loop = loops.find(name); loop != loops.end()) {
+            const State inside = graph.addState();
+            for (const std::string& word : loop->second) {
+                graph.addStep(from, inside, word);
+                graph.addStep(inside, inside, word);
+            }
+            graph.addStep(inside, to, {});
+        } else if (const auto rule = grammar.m_rules.find(name); rule != grammar.m_rules.end()) {
+            lay(rule->second.expansion, from, to);
+        }
+    }
+};
+
+CommandGraph TemplateGrammar::graph(
+    const std::string& rule, const std::map<std::string, std::vector<std::string>>& loops) const
+{
+    GraphBuilder builder {*this, loops, {}};
+    const CommandGraph::State end = builder.graph.addState();
+    builder.layRule(rule, builder.graph.start(), end);
+    builder.graph.setFinal(end);
+    return builder.graph.minimal();
+}
+
+} // namespace quorvell
