@@ -8,7 +8,6 @@
 #include "LiveService/rules/TimeChoicePicker.h"
 #include "LiveService/rules/ToolRequests.h"
 #include "QuorvellCore/reminders/ReminderPhrase.h"
-#include "QuorvellCore/reminders/SpokenTimes.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "QuorvellCore/text/TextMatch.h"
 
@@ -24,7 +23,7 @@ using Answer = std::optional<ToolRequests::Answer>;
 
 std::optional<ReminderPhrase> phraseIn(const std::string& words, const RuleSurroundings& around)
 {
-    return ReminderPhrase::parse(withWrittenTimes(words), around.now, around.calendar);
+    return ReminderPhrase::parse(RequestText::withDigits(words), around.now, around.calendar);
 }
 
 bool namesDay(const std::string& words)
@@ -68,7 +67,7 @@ Answer answerWhichTime(const std::string& core, const ConversationMemory& memory
     const auto phrase = phraseIn(core, around);
     if (namesDay(core) && phrase && phrase->hasTime && !phrase->isAmbiguous())
         return answerTime(core, memory, around);
-    const auto date = TimeChoicePicker::pick(withWrittenTimes(core), asked.choices);
+    const auto date = TimeChoicePicker::pick(RequestText::withDigits(core), asked.choices);
     return date ? Answer(requests.remindSettled(asked.task, *date, asked.repeat)) : std::nullopt;
 }
 

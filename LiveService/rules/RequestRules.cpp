@@ -11,7 +11,6 @@
 #include "LiveService/rules/ToolResultRules.h"
 #include "QuorvellCore/reminders/DateParts.h"
 #include "QuorvellCore/reminders/ReminderPhrase.h"
-#include "QuorvellCore/reminders/SpokenTimes.h"
 
 #include <optional>
 #include <utility>
@@ -99,7 +98,7 @@ RuleStep answerReminder(const ReminderIntent& intent, ConversationMemory memory,
 /// A request with a time but without the words that ask for a reminder.
 std::optional<ReminderIntent> timedTask(const std::string& core, const RuleSurroundings& around)
 {
-    const auto phrase = ReminderPhrase::parse(withWrittenTimes(core), around.now, around.calendar);
+    const auto phrase = ReminderPhrase::parse(RequestText::withDigits(core), around.now, around.calendar);
     return phrase ? ReminderIntent::readTimed(core, phrase->timeWords, phrase->task) : std::nullopt;
 }
 

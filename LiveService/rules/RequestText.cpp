@@ -1,5 +1,7 @@
 #include "LiveService/rules/RequestText.h"
 
+#include "OnDeviceSpeech/SpokenToWritten.h"
+#include "QuorvellCore/reminders/SpokenTimes.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "QuorvellCore/text/TextMatch.h"
@@ -42,6 +44,11 @@ std::string RequestText::withoutClosing(std::string_view words)
         text.resize(match->range.start);
     // The full stop of "5 p.m." belongs to it.
     return text.ends_with(".m") || text.ends_with(".M") ? text + "." : text;
+}
+
+std::string RequestText::withDigits(std::string_view words)
+{
+    return withWrittenTimes(spokenToWritten(words));
 }
 
 std::string RequestText::written(std::string_view words)

@@ -13,6 +13,8 @@ struct RequestText {
     static std::string withoutOpening(std::string_view words);
     /// Without ", please" and the like, and full stops, after it.
     static std::string withoutClosing(std::string_view words);
+    /// Numbers and times of day that are said in words, in digits, as the reader of phrases knows them.
+    static std::string withDigits(std::string_view words);
     /// As something to write down: first letter in upper case, no loose signs at the ends.
     static std::string written(std::string_view words);
     /// Lower case, letters and digits only, one space between words; for comparing whole phrases.

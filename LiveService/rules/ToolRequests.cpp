@@ -1,6 +1,7 @@
 #include "LiveService/rules/ToolRequests.h"
 
 #include "LiveService/replies/PlainReplies.h"
+#include "OnDeviceSpeech/SpokenToWritten.h"
 #include "QuorvellCore/text/Json.h"
 
 #include <nlohmann/json.hpp>
@@ -21,7 +22,7 @@ ToolRequests::Answer request(
 
 ToolRequests::Answer ToolRequests::remindFromWords(std::string_view text, std::string_view repeat) const
 {
-    Json arguments{{"text", text}};
+    Json arguments{{"text", spokenToWritten(text)}};
     if (!repeat.empty())
         arguments["repeat"] = repeat;
     return request(surroundings, "set_reminder", arguments, "set reminders");

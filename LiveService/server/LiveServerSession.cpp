@@ -57,22 +57,26 @@ std::unique_ptr<SpeechWorker> LiveServerSession::releaseSpeech()
 /// Frames are taken in their order, also behind one that takes long to read.
 void LiveServerSession::takeFrame(const QString& frame)
 {
-    std::string text = frame.toStdString();
-    if (m_isReading)
-        m_unread.push_back(std::move(text));
+    if (!m_isReading) {
+        readFrame(frame);
+        return;
+    }
+    m_unreadLetters += frame.size();
+    if (m_unreadLetters > longestUnread)
+        m_socket->abort();
     else
-        readFrame(std::move(text));
+        m_unread.push_back(frame);
 }
 
-void LiveServerSession::readFrame(std::string frame)
+void LiveServerSession::readFrame(const QString& frame)
 {
     if (frame.size() < largeMessage) {
-        takeMessage(OpenAILiveClientParser::parse(frame));
+        takeMessage(OpenAILiveClientParser::parse(frame.toStdString()));
         return;
     }
     m_isReading = true;
-    m_surroundings.thinking.post([reach = m_surroundings.reach, frame = std::move(frame)] {
-        auto message = std::make_shared<OpenAILiveClientMessage>(OpenAILiveClientParser::parse(frame));
+    m_surroundings.thinking.post([reach = m_surroundings.reach, frame] {
+        auto message = std::make_shared<OpenAILiveClientMessage>(OpenAILiveClientParser::parse(frame.toStdString()));
         reach([message](LiveServerSession& session) {
             session.takeMessage(*message);
             session.m_isReading = false;
@@ -84,9 +88,10 @@ void LiveServerSession::readFrame(std::string frame)
 void LiveServerSession::readWaiting()
 {
     while (!m_isReading && !m_unread.empty()) {
-        std::string next = std::move(m_unread.front());
+        const QString next = m_unread.front();
         m_unread.pop_front();
-        readFrame(std::move(next));
+        m_unreadLetters -= next.size();
+        readFrame(next);
     }
 }
 

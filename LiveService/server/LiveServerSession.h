@@ -35,7 +35,8 @@ public:
 
     static constexpr qint64 longestMessage = 16 * 1024 * 1024; ///< A longer one closes the connection with 1009.
     static constexpr qint64 longestUnsent = 4 * 1024 * 1024; ///< A client that reads no faster is let go.
-    static constexpr std::size_t largeMessage = 128 * 1024; ///< From here on read off the main thread.
+    static constexpr qsizetype largeMessage = 128 * 1024; ///< From here on read off the main thread.
+    static constexpr qsizetype longestUnread = 64 * 1024 * 1024; ///< Letters behind a large message that is being read.
     static constexpr std::chrono::milliseconds pingPeriod{20'000};
     static constexpr std::chrono::milliseconds closePatience{2'000};
 
@@ -49,7 +50,7 @@ public:
 
 private:
     void takeFrame(const QString& frame);
-    void readFrame(std::string frame);
+    void readFrame(const QString& frame);
     void readWaiting();
     void takeMessage(const OpenAILiveClientMessage& message);
     void carryOut(EngineEffects effects);
@@ -71,7 +72,8 @@ private:
     Surroundings m_surroundings;
     LiveSessionEngine m_engine;
     std::unique_ptr<SpeechWorker> m_speech; ///< From the session's start on.
-    std::deque<std::string> m_unread; ///< Frames behind a large one that is being read.
+    std::deque<QString> m_unread; ///< Frames behind a large one that is being read.
+    qsizetype m_unreadLetters = 0;
     bool m_isReading = false;
     bool m_awaitsPong = false;
     QTimer m_tick;

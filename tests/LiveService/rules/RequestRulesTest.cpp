@@ -80,6 +80,9 @@ TEST(RequestRules, turnsRequestsIntoToolCalls)
         {"every monday take the bins out", remind("remind me every monday take the bins out")},
         {"Call Mum tomorrow at 5 pm", remind("remind me Call Mum tomorrow at 5 pm")},
         {"remind me to find my notes about tax tomorrow", remind("remind me to find my notes about tax tomorrow")},
+        {"remind me in twenty five minutes to eat", remind("remind me in 25 minutes to eat")},
+        {"remind me on march fifth at five pm to eat", remind("remind me on march 5th at five pm to eat")},
+        {"at five thirty pm call mum", remind("remind me at five thirty pm call mum")},
         {"remind me to call the dentist", remind("remind me to call the dentist")},
 
         {"note that the wifi password is blue river", keep("Wifi password", "The wifi password is blue river")},
@@ -257,6 +260,7 @@ TEST(RequestRules, choosesAmongTheNotesFound)
         {"the first one", "read_note {\"id\":\"a1\"}"},
         {"read the second one", "read_note {\"id\":\"b2\"}"},
         {"number 3", "read_note {\"id\":\"c3\"}"},
+        {"the second", "read_note {\"id\":\"b2\"}"},
         {"the last one", "read_note {\"id\":\"c3\"}"},
         {"the one about the garden", "read_note {\"id\":\"a1\"}"},
         {"wifi", "read_note {\"id\":\"c3\"}"},
