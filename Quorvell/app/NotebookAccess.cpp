@@ -126,21 +126,24 @@ NotebookAccess::Claim NotebookAccess::claim()
     case NotebookLock::Outcome::taken:
         break;
     }
-    // A bus that does not answer is as good as none: then the lock alone decides.
-    if (m_bus && m_bus->claimName() == NotebookBus::Claim::heldElsewhere) {
-        m_problem = "The notebook in " + m_folder + " is just being given up by another program. Try again.";
-        return Claim::heldElsewhere;
-    }
     NotebookStore::Opened opened = NotebookStore::open(m_folder, *m_worker, [this] { return m_scheduler.wallClock(); });
     if (!opened.store) {
         m_problem = std::move(opened.problem);
         return Claim::impossible;
     }
+    if (m_bus) {
+        // There before the name is, so that nobody calls in vain.
+        auto service = std::make_unique<NotebookBusService>(*m_bus, *opened.store);
+        // A bus that does not answer is as good as none: then the lock alone decides.
+        if (m_bus->claimName() == NotebookBus::Claim::heldElsewhere) {
+            m_problem = "The notebook in " + m_folder + " is just being given up by another program. Try again.";
+            return Claim::heldElsewhere;
+        }
+        m_service = std::move(service);
+    }
     m_lock = std::move(attempt.lock);
     m_store = std::move(opened.store);
     m_mirror = nullptr;
-    if (m_bus)
-        m_service = std::make_unique<NotebookBusService>(*m_bus, *m_store);
     return Claim::owner;
 }
 
@@ -172,6 +175,8 @@ void NotebookAccess::sendFirst()
         return m_client->add(*request.sent, judge);
     }
     const auto base = m_mirror->note(request.id);
+    if (!base && !std::exchange(request.hasLookedAgain, true))
+        return m_mirror->read([this] { retryFirst(std::chrono::milliseconds(0)); });
     if (!base)
         return finishFirst(failed("There is no note with that id any more. Look it up again."));
     Note changed = *base;

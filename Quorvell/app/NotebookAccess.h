@@ -54,6 +54,7 @@ private:
         std::function<void(Note&)> change;
         NotebookCallback done;
         int attempts = 0;
+        bool hasLookedAgain = false; ///< For a note that was not known here yet.
         std::optional<Note> sent; ///< What the owner was last asked to store.
     };
 

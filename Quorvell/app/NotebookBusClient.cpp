@@ -6,6 +6,9 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 
+#include <algorithm>
+#include <array>
+
 namespace quorvell {
 
 namespace {
@@ -13,9 +16,12 @@ namespace {
 using Outcome = NotebookHandOver::Outcome;
 using Reply = QDBusPendingReply<QString, QByteArray, QString>;
 
+/// An owner that is just starting or ending may have its name on the bus and not be there to take the call.
 Outcome outcomeOf(const QDBusError& error)
 {
-    const bool isGone = error.type() == QDBusError::ServiceUnknown
+    constexpr std::array unreceived{
+        QDBusError::ServiceUnknown, QDBusError::UnknownObject, QDBusError::UnknownInterface, QDBusError::UnknownMethod};
+    const bool isGone = std::find(unreceived.begin(), unreceived.end(), error.type()) != unreceived.end()
         || error.name() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
     return isGone ? Outcome::ownerGone : Outcome::noAnswer;
 }

@@ -56,15 +56,21 @@ void NotebookBusMirror::look()
     if (m_isReading || (now.nanoseconds == m_seen.nanoseconds && m_seen.isSettled))
         return;
     m_isReading = true;
+    read([this] { m_isReading = false; });
+}
+
+void NotebookBusMirror::read(std::function<void()> done)
+{
     m_worker.run([folder = m_folder, time = m_scheduler.wallClock()] { return readNoteFolder(folder, time); },
-        [this, now, life = std::weak_ptr(m_life)](std::optional<NoteFolderContent> content) {
+        [this, before = stamp(), done = std::move(done), life = std::weak_ptr(m_life)](
+            std::optional<NoteFolderContent> content) {
             if (life.expired())
                 return;
-            m_isReading = false;
-            if (!content)
-                return;
-            m_seen = now;
-            m_notes = std::move(content->notes);
+            if (content) {
+                m_seen = before;
+                m_notes = std::move(content->notes);
+            }
+            done();
         });
 }
 

@@ -4,6 +4,7 @@
 #include "Quorvell/notebook/NoteFolder.h"
 #include "Quorvell/session/Scheduler.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -22,6 +23,8 @@ public:
     std::optional<Note> note(const std::string& id) const;
     /// Takes over what the owner said about one note, unless a later version is known already.
     void put(const Note& note);
+    /// Reads the folder now; `done` comes later, also when it could not be read.
+    void read(std::function<void()> done);
 
 private:
     /// When the folder was last changed, and whether that is long enough ago for a further change to show.

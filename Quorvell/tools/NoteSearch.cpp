@@ -86,9 +86,8 @@ std::vector<const Note*> searchNotes(
             hits.push_back({&note, wordsInTitle(note, words)});
     std::stable_sort(hits.begin(), hits.end(),
         [](const Hit& left, const Hit& right) { return left.wordsInTitle > right.wordsInTitle; });
-    std::vector<const Note*> found;
-    for (const Hit& hit : hits)
-        found.push_back(hit.note);
+    std::vector<const Note*> found(hits.size());
+    std::transform(hits.begin(), hits.end(), found.begin(), [](const Hit& hit) { return hit.note; });
     return found;
 }
 

@@ -22,6 +22,7 @@ std::string joined(const std::vector<std::string>& pieces, std::string_view sepa
 std::string numberedSteps(const std::vector<std::string>& steps)
 {
     std::vector<std::string> lines;
+    lines.reserve(steps.size());
     for (const std::string& step : steps)
         lines.push_back(std::to_string(lines.size() + 1) + ". " + step);
     return joined(lines, "\n");

@@ -237,30 +237,15 @@ TEST(NotebookAccess, seesWhatOthersStore)
     EXPECT_TRUE(elsewhere->notes().empty());
 }
 
-TEST(NotebookAccess, takesOverFromAnOwnerThatEnds)
-{
-    Desk desk(Desk::Bus::own);
-    std::unique_ptr<Notebook> first;
-    std::unique_ptr<Notebook> second;
-    std::unique_ptr<Notebook> third;
-    desk.open(first);
-    EXPECT_EQ(desk.add(*first, noteOf("aaaa", "a")), "");
-    NotebookAccess* access = desk.open(second);
-    desk.open(third);
-    first = nullptr;
-    EXPECT_EQ(desk.append(*second, "aaaa", "x"), "");
-    EXPECT_TRUE(access->isOwner());
-    EXPECT_EQ(desk.append(*third, "aaaa", "y"), "");
-    EXPECT_EQ(second->note("aaaa")->body, "xy");
-}
-
-TEST(NotebookAccess, takesOverFromAnOwnerThatIsKilled)
+TEST(NotebookAccess, takesOverFromAnOwnerThatIsKilledOrEnds)
 {
     Desk desk(Desk::Bus::own);
     OtherProgram other(desk);
     std::unique_ptr<Notebook> notebook;
+    std::unique_ptr<Notebook> third;
     NotebookAccess* access = desk.open(notebook);
     EXPECT_FALSE(access->isOwner());
+    desk.open(third);
     EXPECT_EQ(desk.add(*notebook, noteOf("aaaa", "a")), "");
     std::optional<NotebookVerdict> verdict;
     notebook->update(
@@ -270,7 +255,13 @@ TEST(NotebookAccess, takesOverFromAnOwnerThatIsKilled)
     EXPECT_TRUE(verdict->isStored) << verdict->problem;
     EXPECT_TRUE(access->isOwner());
     EXPECT_EQ(notebook->note("aaaa")->body, "x");
+    // The third program finds the new owner, and takes over in its turn when that one ends properly.
+    EXPECT_EQ(desk.append(*third, "aaaa", "y"), "");
+    EXPECT_EQ(notebook->note("aaaa")->body, "xy");
     EXPECT_EQ(readNoteFolder(desk.environment.notebookFolder, monday)->notes, notebook->notes());
+    notebook = nullptr;
+    EXPECT_EQ(desk.append(*third, "aaaa", "z"), "");
+    EXPECT_EQ(third->note("aaaa")->body, "xyz");
 }
 
 TEST(NotebookAccess, saysWhenTheOwnerHangs)

@@ -96,21 +96,6 @@ TEST(AtomicFile, saysWhyItCannotWrite)
     EXPECT_EQ(readText(closed + "/a.md"), "old");
 }
 
-TEST(AtomicFile, wordsEveryProblemForTheUser)
-{
-    const std::pair<int, FileProblem> rows[] = {{0, FileProblem::none}, {EEXIST, FileProblem::nameTaken},
-        {ENOSPC, FileProblem::diskFull}, {EDQUOT, FileProblem::diskFull}, {EFBIG, FileProblem::tooLarge},
-        {EROFS, FileProblem::readOnly}, {EACCES, FileProblem::noPermission}, {EPERM, FileProblem::noPermission},
-        {ENOENT, FileProblem::folderGone}, {ENOTDIR, FileProblem::notAFolder}, {EIO, FileProblem::other}};
-    for (const auto& [number, problem] : rows) {
-        EXPECT_EQ(fileProblem(number), problem) << number;
-        const std::string sentence = problemSentence(problem, "/the/folder");
-        EXPECT_EQ(sentence.empty(), problem == FileProblem::none);
-        EXPECT_EQ(sentence.find("/the/folder") != std::string::npos && sentence.ends_with('.'), !sentence.empty())
-            << sentence;
-    }
-}
-
 TEST(AtomicFile, clearsAwayOnlyItsOwnOldRemains)
 {
     const test::TemporaryFolder folder;
