@@ -22,9 +22,18 @@ std::string utf8Text(const icu::UnicodeString& text)
     return text.toUTF8String(utf8);
 }
 
+/// Names come from the environment. What is no locale at all would make ICU fall over, and what names no language
+/// would give bare abbreviations: both read as American English.
+icu::Locale localeOf(const std::string& name)
+{
+    const icu::Locale place(name.c_str());
+    const std::string_view language = place.isBogus() ? "" : place.getLanguage();
+    return language.empty() || language == "c" || language == "posix" ? icu::Locale::getUS() : place;
+}
+
 icu::DateFormatSymbols symbolsOf(const std::string& locale, UErrorCode& status)
 {
-    return icu::DateFormatSymbols(icu::Locale(locale.c_str()), "gregorian", status);
+    return icu::DateFormatSymbols(localeOf(locale), "gregorian", status);
 }
 
 } // namespace
@@ -33,7 +42,7 @@ ClockStyle clockStyle(const std::string& locale)
 {
     ClockStyle style{true, false, "AM", "PM"};
     const std::unique_ptr<icu::DateFormat> format(
-        icu::DateFormat::createTimeInstance(icu::DateFormat::kShort, icu::Locale(locale.c_str())));
+        icu::DateFormat::createTimeInstance(icu::DateFormat::kShort, localeOf(locale)));
     const auto* simple = dynamic_cast<const icu::SimpleDateFormat*>(format.get());
     if (!simple)
         return style;
@@ -86,7 +95,7 @@ std::array<std::string, 12> monthNames(const std::string& locale)
 std::string formatted(Instant instant, std::string_view pattern, const Calendar& calendar, const std::string& locale)
 {
     UErrorCode status = U_ZERO_ERROR;
-    const icu::Locale place(locale.c_str());
+    const icu::Locale place = localeOf(locale);
     icu::SimpleDateFormat format(unicodeText(pattern), place, status);
     auto gregorian = std::make_unique<icu::GregorianCalendar>(
         icu::TimeZone::createTimeZone(unicodeText(calendar.zone())), place, status);

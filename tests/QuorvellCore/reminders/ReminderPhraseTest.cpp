@@ -6,7 +6,11 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <atomic>
 #include <chrono>
+#include <span>
+#include <thread>
+#include <vector>
 
 namespace quorvell {
 namespace {
@@ -218,9 +222,9 @@ TEST(ReminderPhrase, findsNoTime)
     const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
     const Instant now = *parseIsoText("2026-11-21T09:30:00Z");
     for (const char* text : {"", " ", "remind me to buy milk", "in thirteen minutes", "at 5%", "at 5 %", "at 5th",
-             "at 5 minutes", "at 24:00", "at 5:60", "@5:60", "at 24", "31 april", "feb 30", "february 29", "the 32nd", "the 0th",
-             "5 minutes before", "sunny", "monkey", "marching 40", "someday", "todays", "at five", "every", "in",
-             "in 99999999999999999999 days", "in 999999999 weeks", "in 2 years", "next month", "\xff\xfe"})
+             "at 5 minutes", "at 24:00", "at 5:60", "@5:60", "at 24", "31 april", "feb 30", "february 29", "the 32nd",
+             "the 0th", "5 minutes before", "sunny", "monkey", "marching 40", "someday", "todays", "at five", "every",
+             "in", "in 99999999999999999999 days", "in 999999999 weeks", "in 2 years", "next month", "\xff\xfe"})
         EXPECT_EQ(ReminderPhrase::parse(text, now, calendar), std::nullopt) << text;
     EXPECT_EQ(ReminderPhrase::parse("tomorrow", Instant::max(), calendar), std::nullopt);
     EXPECT_EQ(ReminderPhrase::parse("tomorrow", Instant::min(), calendar), std::nullopt);
@@ -245,6 +249,25 @@ TEST(ReminderPhrase, longTextsTakeBoundedTime)
         EXPECT_TRUE(phrase && phrase->timeWords.ends_with("tomorrow at 5pm"));
     }
     EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::seconds(20));
+}
+
+TEST(ReminderPhrase, isReadFromAnyThread)
+{
+    const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
+    const Instant now = *parseIsoText("2026-11-21T09:30:00Z");
+    const char* text = "Hey Quorvell, remind me every monday at 5 in the evening to see the 🎂 at 5%";
+    const auto expected = ReminderPhrase::parse(text, now, calendar);
+    std::atomic<int> failures = 0;
+    std::vector<std::thread> threads;
+    for (int index = 0; index < 4; ++index) {
+        threads.emplace_back([&] {
+            for (int round = 0; round < 200; ++round)
+                failures += ReminderPhrase::parse(text, now, calendar) == expected ? 0 : 1;
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(failures, 0);
 }
 
 TEST(ReminderPhrase, asJson)
