@@ -37,8 +37,9 @@ function memory(pid) {
     return result;
 }
 
-function converse(args, env, onEvent) {
+function converse(args, env, onEvent, firstLine = '') {
     const child = spawn(program, args, { env, stdio: ['pipe', 'pipe', 'inherit'] });
+    child.stdin.write(firstLine);
     createInterface({ input: child.stdout }).on('line', (line) => {
         try { onEvent(JSON.parse(line), child); } catch { /* not an event */ }
     });
@@ -75,11 +76,11 @@ async function typedWalk() {
         child.stdin.write(typed[next++] + '\n');
     };
     await converse(['chat', '--json'], env, (event, child) => {
-        if (event.event === 'phase' && event.phase === 'active') { ready = now() - started; write(child); }
+        if (event.event === 'phase' && event.phase === 'active') ready = now() - started;
         if (event.event === 'tool_result') toResult.push(now() - sent);
-        if (event.event === 'words' && event.speaker === 'assistant' && !answered) { answered = true; toReply.push(now() - sent); }
+        if (event.event === 'words' && event.speaker === 'assistant' && sent && !answered) { answered = true; toReply.push(now() - sent); }
         if (event.event === 'reply') setTimeout(() => write(child), 50);
-    });
+    }, 'hello\n'); // The first line opens the connection and is not measured.
     const write400 = durableWrite(folder);
     rmSync(folder, { recursive: true });
     return {

@@ -127,7 +127,7 @@ TEST(TypicalRequest, notesAreKeptFoundAndReadInOneConversation)
 
     const Outcome listed = home.run({QStringLiteral("notes"), QStringLiteral("--json")});
     EXPECT_EQ(listed.exitCode, 0);
-    EXPECT_NE(listed.output.find("blue pot"), std::string::npos);
+    EXPECT_NE(listed.output.find("Spare key"), std::string::npos);
     const Outcome found = home.run({QStringLiteral("notes"), QStringLiteral("find"), QStringLiteral("spare")});
     EXPECT_NE(found.output.find("key"), std::string::npos);
 }
@@ -150,6 +150,7 @@ TEST(TypicalRequest, theServicesKeyStandsInNoListOfProcesses)
 {
     const ProgramHome home;
     const auto chat = home.start({QStringLiteral("chat"), QStringLiteral("--json")});
+    chat->write("hello\n");
     std::string output;
     for (int attempt = 0; attempt < 300 && output.find("\"active\"") == std::string::npos; ++attempt) {
         chat->waitForReadyRead(100);
@@ -191,7 +192,7 @@ TEST(TypicalRequest, wrongUseIsTold)
         {"a recording that is not there", {QStringLiteral("talk"), QStringLiteral("/nowhere.wav")}, 1},
         {"a recording that is none", {QStringLiteral("talk"), QStringLiteral("/proc/self/status")}, 1},
         {"a host without encryption",
-            {QStringLiteral("chat"), QStringLiteral("--host"), QStringLiteral("ws://example.com")}, 1},
+            {QStringLiteral("chat"), QStringLiteral("--host"), QStringLiteral("ws://example.com")}, 2},
         {"a host that is not there",
             {QStringLiteral("chat"), QStringLiteral("--host"), QStringLiteral("ws://127.0.0.1:9")}, 1},
         {"no such note", {QStringLiteral("notes"), QStringLiteral("show"), QStringLiteral("ffffffffffff")}, 1},
