@@ -1,6 +1,21 @@
 #include "Quorvell/connections/LiveEndpointSettings.h"
 
+#include "QuorvellCore/text/Characters.h"
+
+#include <algorithm>
+
 namespace quorvell {
+
+namespace {
+
+/// What may stand in a header: anything else could begin another one.
+bool isPrintable(const std::string& key)
+{
+    return !key.empty()
+        && std::all_of(key.begin(), key.end(), [](char letter) { return letter > ' ' && letter <= '~'; });
+}
+
+} // namespace
 
 std::optional<std::string> LiveEndpointSettings::hostProblem(const std::string& host)
 {
@@ -24,7 +39,11 @@ LiveEndpointSettings::Choice LiveEndpointSettings::choose() const
         return {std::nullopt, false,
             "The live service at " + address
                 + " needs a key. Set OPENAI_API_KEY, or leave the host out to use the service on this device."};
-    return {LiveAccess{*endpoint, *key, LiveAccess::Place::hosted}, false, {}};
+    const std::string plainKey = trimmed(*key);
+    if (!isPrintable(plainKey))
+        return {std::nullopt, false,
+            "The key in OPENAI_API_KEY holds characters that no key has, such as a line break. Set it again."};
+    return {LiveAccess{*endpoint, plainKey, LiveAccess::Place::hosted}, false, {}};
 }
 
 } // namespace quorvell

@@ -104,7 +104,10 @@ bool OpenAILiveClient::retryWithout(RefusedSetting setting)
     report(live_event::Diagnostic{"session_request_retried", {}});
     m_stage = Stage::locating;
     // Later, because the old socket is still on the way out of its own report.
-    QTimer::singleShot(0, &m_context, [this] { openSocket(); });
+    QTimer::singleShot(0, &m_context, [this] {
+        if (m_stage == Stage::locating)
+            openSocket();
+    });
     return true;
 }
 
@@ -299,7 +302,9 @@ void OpenAILiveClient::close()
 
 void OpenAILiveClient::report(const LiveServerEvent& event)
 {
-    if (m_stage != Stage::closed)
+    // A service that talks before the session has started, or after its end, is not listened to.
+    const bool isForTheLog = std::holds_alternative<live_event::Diagnostic>(event);
+    if (m_stage == Stage::started || (isForTheLog && m_stage != Stage::closed))
         m_observer.liveEventReceived(event);
 }
 
