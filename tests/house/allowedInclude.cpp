@@ -1,4 +1,7 @@
 // The control of forbiddenInclude.cpp: the same room, a header that it may see.
 #include "QuorvellCore/text/TextMatch.h"
 
-int main() { return 0; }
+int main()
+{
+    return 0;
+}

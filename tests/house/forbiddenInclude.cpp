@@ -1,4 +1,7 @@
 // Must not compile: the room that this stands in (only the text room is linked) has no door to the live room.
 #include "QuorvellCore/live/wire/LiveFunctionCall.h"
 
-int main() { return 0; }
+int main()
+{
+    return 0;
+}
