@@ -37,11 +37,6 @@ std::vector<Note> notesOf(const Json& result)
     return notes;
 }
 
-std::string counted(std::size_t count, const char* one, const char* many)
-{
-    return count == 1 ? std::string("one ") + one : std::to_string(count) + " " + many;
-}
-
 std::string asSentence(std::string text)
 {
     text = trimmed(text);
@@ -103,7 +98,7 @@ std::string nothingFound(std::string_view query, Purpose purpose)
 
 std::string NoteReply::kept(const Json&)
 {
-    return "I have written that down.";
+    return "I have made a note of that.";
 }
 
 std::string NoteReply::found(const Json& result, std::string_view query, Purpose purpose)
@@ -111,7 +106,8 @@ std::string NoteReply::found(const Json& result, std::string_view query, Purpose
     const auto notes = notesOf(result);
     if (notes.empty())
         return nothingFound(query, purpose);
-    const std::string head = "I found " + counted(countIn(result, notes), "note", "notes") + ".";
+    const std::size_t count = countIn(result, notes);
+    const std::string head = count == 1 ? "There is one note." : "There are " + std::to_string(count) + " notes.";
     if (notes.size() == 1)
         return head + " " + titleAndText(notes.front().title, notes.front().snippet);
     return head + noteList(notes);
@@ -130,7 +126,8 @@ std::string NoteReply::reminders(const Json& result, std::string_view now)
     if (notes.empty())
         return "You have no reminders.";
     std::ranges::stable_sort(notes, {}, &Note::remindAt); // The form of the dates sorts as text.
-    std::string reply = "You have " + counted(notes.size(), "reminder", "reminders") + ".";
+    std::string reply =
+        "You have " + (notes.size() == 1 ? std::string("one reminder.") : std::to_string(notes.size()) + " reminders.");
     const std::size_t named = std::min(notes.size(), ReplyWording::titlesNamed);
     for (std::size_t index = 0; index < named; ++index) {
         const std::string when = SpokenWhen::fromDate(notes[index].remindAt);

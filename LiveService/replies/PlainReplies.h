@@ -13,7 +13,7 @@ namespace quorvell {
 struct PlainReplies {
     using Tools = std::set<std::string, std::less<>>;
 
-    static constexpr std::string_view notUnderstood = "Sorry, I did not understand that.";
+    static constexpr std::string_view notUnderstood = "Sorry, I could not understand that.";
     static constexpr std::string_view dropped = "Okay, I will not do that.";
 
     /// Without a name it greets nobody in particular.

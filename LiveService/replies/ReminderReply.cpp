@@ -84,7 +84,7 @@ std::string ReminderReply::reply(const Json& result, std::string_view userWords)
     if (status == "needs_time")
         return "When should I " + remindYou(taskOf(result, userWords)) + "?";
     if (status == "needs_task")
-        return "What should I remind you about?";
+        return "What do you want to be reminded of?";
     return setReply(result, taskOf(result, userWords));
 }
 

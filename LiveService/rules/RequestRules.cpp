@@ -47,7 +47,7 @@ RuleStep remembered(RuleStep step)
 RuleStep keepNote(const NoteIntent& intent, ConversationMemory memory, const ToolRequests& requests)
 {
     if (intent.text.empty())
-        return ask(Kind::noteText, "What should the note say?", std::move(memory));
+        return ask(Kind::noteText, "What do you want to write down?", std::move(memory));
     const std::string title = intent.title.empty() ? NoteIntent::titleFor(intent.text) : intent.title;
     return {requests.keep(title, intent.text), std::move(memory)};
 }
@@ -67,7 +67,7 @@ RuleStep readFound(const NoteIntent& intent, ConversationMemory memory, const To
     if (index == NoteIntent::onlyIndex && count == 1)
         index = 0;
     if (count == 0)
-        return ask(Kind::noteTopic, "What is the note about?", std::move(memory));
+        return ask(Kind::noteTopic, "What are you looking for?", std::move(memory));
     if (index < 0 || index >= count)
         return ask(Kind::whichNote, "Which one should I read?", std::move(memory));
     auto request = requests.readNote(memory.found[static_cast<std::size_t>(index)].id);
@@ -90,7 +90,7 @@ RuleStep answerNote(const NoteIntent& intent, ConversationMemory memory, const T
 RuleStep answerReminder(const ReminderIntent& intent, ConversationMemory memory, const ToolRequests& requests)
 {
     if (intent.isBare)
-        return ask(Kind::wholeReminder, "What should I remind you about, and when?", std::move(memory));
+        return ask(Kind::wholeReminder, "What do you want to be reminded of, and when?", std::move(memory));
     memory.request = intent.text;
     return {requests.remindFromWords(intent.text), std::move(memory)};
 }

@@ -227,7 +227,7 @@ TEST(LiveSessionEngine, answersATurnWithoutWordsPlainly)
         Texts expected;
     };
     const Row rows[] = {
-        {"speech that was not understood", milliseconds(800), {}, {"voice 1 <Sorry, I did not understand that.>"}},
+        {"speech that was not understood", milliseconds(800), {}, {"voice 1 <Sorry, I could not understand that.>"}},
         {"a noise", milliseconds(120), {}, {}},
         {"no models", milliseconds(120), {.problem = "I cannot hear."}, {"voice 1 <I cannot hear.>"}},
     };

@@ -59,7 +59,7 @@ TEST(ReplyWording, confirmsReminders)
             "When should I remind you to call mum?"},
         {"no task", "remind me at 5 pm",
             R"({"status":"needs_task","date":"2026-11-21 17:00","when":"Saturday 21 November at 5 PM"})",
-            "What should I remind you about?"},
+            "What do you want to be reminded of?"},
         {"error", "remind me at 5 pm to eat", R"({"error":"the notebook is locked by another program"})",
             "The notebook is locked by another program."},
         {"no object", "remind me at 5 pm to eat", "null", "That did not work."},
@@ -91,14 +91,14 @@ TEST(ReplyWording, tellsOfNotes)
     };
     const Row rows[] = {
         {"kept", "keep_note", Purpose::tell, R"({"status":"kept","id":"a1","title":"Tea"})",
-            "I have written that down."},
+            "I have made a note of that."},
         {"nothing", "find_in_notebook", Purpose::tell, R"({"status":"found","count":0,"notes":[]})",
             "I found nothing about tea."},
         {"no notes at all", "find_in_notebook", Purpose::listNotes, R"({"status":"found","count":0,"notes":[]})",
             "There are no notes in your notebook."},
         {"several", "find_in_notebook", Purpose::tell,
             R"({"status":"found","count":5,"notes":[{"id":"a","title":"Tea"},{"id":"b","title":"Tea pot?"},{"id":"c","title":"Cup"},{"id":"d","title":"Milk"}]})",
-            "I found 5 notes. The first is called Tea. The second is called Tea pot? The third is called Cup. Which "
+            "There are 5 notes. The first is called Tea. The second is called Tea pot? The third is called Cup. Which "
             "one "
             "should I read?"},
         {"reminders", "find_in_notebook", Purpose::listReminders,

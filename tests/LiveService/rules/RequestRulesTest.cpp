@@ -116,9 +116,9 @@ TEST(RequestRules, turnsRequestsIntoToolCalls)
         {"what are my reminders", "find_in_notebook {\"query\":\"\",\"limit\":20}"},
         {"what reminders do i have tomorrow", "find_in_notebook {\"query\":\"\",\"limit\":20}"},
 
-        {"remind me", "What should I remind you about, and when?"},
-        {"please take a note", "What should the note say?"},
-        {"read it to me", "What is the note about?"},
+        {"remind me", "What do you want to be reminded of, and when?"},
+        {"please take a note", "What do you want to write down?"},
+        {"read it to me", "What are you looking for?"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.words);
@@ -207,9 +207,9 @@ TEST(RequestRules, settlesWhichTimeIsMeant)
         {"noon", reminder("2026-11-22 12:00")},
         {"never mind", "Okay, I will not do that."},
         {"no", "Okay, I will not do that."},
-        {"banana", "Sorry, I did not understand that. Which?"},
-        {"5", "Sorry, I did not understand that. Which?"},
-        {"the fourth of july", "Sorry, I did not understand that. Which?"},
+        {"banana", "Sorry, I could not understand that. Which?"},
+        {"5", "Sorry, I could not understand that. Which?"},
+        {"the fourth of july", "Sorry, I could not understand that. Which?"},
         {"thank you", "You are welcome."},
         {"remind me to buy milk at 6 pm", remind("remind me to buy milk at 6 pm")},
         {"note that tea is out", keep("Tea", "Tea is out")},
@@ -233,7 +233,7 @@ TEST(RequestRules, completesAReminderOverSeveralTurns)
     EXPECT_EQ(answer("in half an hour", noTime), remind("remind me to call mum in half an hour"));
     EXPECT_EQ(answer("remind me tomorrow at 9 am", noTime), remind("remind me to call mum tomorrow at 9 am"));
     EXPECT_EQ(answer("remind me to eat at 9 am", noTime), remind("remind me to eat at 9 am"));
-    EXPECT_EQ(answer("blue", noTime), "Sorry, I did not understand that. When?");
+    EXPECT_EQ(answer("blue", noTime), "Sorry, I could not understand that. When?");
 
     const ConversationMemory noTask{
         .pending = {.kind = Kind::reminderTask, .question = "What?", .date = "2026-11-22 17:00"}};
@@ -264,8 +264,8 @@ TEST(RequestRules, choosesAmongTheNotesFound)
         {"the last one", "read_note {\"id\":\"c3\"}"},
         {"the one about the garden", "read_note {\"id\":\"a1\"}"},
         {"wifi", "read_note {\"id\":\"c3\"}"},
-        {"the plan", "Sorry, I did not understand that. Which?"},
-        {"the fifth one", "Sorry, I did not understand that. Which?"},
+        {"the plan", "Sorry, I could not understand that. Which?"},
+        {"the fifth one", "Sorry, I could not understand that. Which?"},
         {"none of them", "Okay, I will not do that."},
     };
     for (const Row& row : rows) {
@@ -297,7 +297,7 @@ TEST(RequestRules, goesOnFromAToolsResult)
 
     memory.purpose = ConversationMemory::SearchPurpose::tell;
     const auto told = RequestRules::answerResult(search, one, memory, surroundings());
-    EXPECT_EQ(shown(told), "I found one note. It is called Tea. It says: Green.");
+    EXPECT_EQ(shown(told), "There is one note. It is called Tea. It says: Green.");
     EXPECT_EQ(answer("read it", told.memory), "read_note {\"id\":\"a1\"}");
 
     const ToolRequest reminder{"set_reminder", R"({"text":"remind me at 5 to eat"})"};
