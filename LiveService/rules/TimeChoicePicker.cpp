@@ -96,7 +96,7 @@ Clock inHalf(Clock clock, Half half)
 
 std::string withClock(const TimeChoice& choice, Clock clock)
 {
-    char text[16];
+    char text[32]; // Enough for any two integers.
     std::snprintf(text, sizeof text, " %02d:%02d", clock.hour, clock.minute);
     return choice.date.substr(0, choice.date.find_first_of(" T")) + text;
 }

@@ -38,6 +38,8 @@ void UpgradeGate::acceptWaiting()
             continue;
         }
         m_waiting.insert(socket);
+        // Answers are small; held back to be sent together they would come 40 ms late.
+        socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] { readRequest(socket); });
         connect(socket, &QTcpSocket::disconnected, this, [this, socket] {
             m_waiting.erase(socket);
