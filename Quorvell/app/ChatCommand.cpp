@@ -48,6 +48,13 @@ std::unique_ptr<LineSource> makeLines(bool isPerson)
         STDIN_FILENO, [](const std::string& sentence) { std::cerr << sentence << std::endl; });
 }
 
+void welcome(const Assistant& assistant)
+{
+    std::cout << (assistant.isOnDevice() ? "Quorvell on this computer, without an account: nothing you say leaves it."
+                                         : "Quorvell with a hosted model: what you type is sent to it.")
+              << " Type a line; Ctrl+D ends." << std::endl;
+}
+
 int runChat(const ProgramEnvironment& environment, const ConversationOptions& options)
 {
     int argumentCount = 1;
@@ -73,6 +80,8 @@ int runChat(const ProgramEnvironment& environment, const ConversationOptions& op
         std::cerr << made.problem << std::endl;
         return couldNot;
     }
+    if (isPerson)
+        welcome(*made.assistant);
     const Interrupts interrupts([&] { conversation.interrupt(); });
     scheduler.post([&] { conversation.begin(made.assistant->session()); });
     return QCoreApplication::exec();
