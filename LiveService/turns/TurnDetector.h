@@ -31,7 +31,7 @@ class TurnDetector {
 public:
     static constexpr std::chrono::milliseconds frame{20};
     static constexpr std::chrono::milliseconds preRoll{300}; ///< Kept from before the onset: no first syllable is lost.
-    static constexpr std::chrono::milliseconds endQuiet{560}; ///< Shorter pauses belong to the sentence.
+    static constexpr std::chrono::milliseconds endQuiet{520}; ///< Shorter pauses belong to the sentence.
     static constexpr std::chrono::milliseconds endGap{350}; ///< A client with a gate of its own stops sending instead.
     static constexpr std::chrono::milliseconds longestTurn{30'000};
 

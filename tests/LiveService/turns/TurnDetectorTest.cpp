@@ -66,19 +66,19 @@ TEST(TurnDetector, findsTurns)
     };
     const Row rows[] = {
         {"silence", {{0, ms(3000)}}, ""},
-        {"speech in silence", {{0, ms(400)}, {0.1, ms(1000)}, {0, ms(1000)}}, "began 480 ended 1960 "},
-        {"a pause within a sentence", {{0.1, ms(800)}, {0, ms(480)}, {0.1, ms(800)}, {0, ms(1000)}},
-            "began 80 ended 2640 "},
+        {"speech in silence", {{0, ms(400)}, {0.1, ms(1000)}, {0, ms(1000)}}, "began 480 ended 1920 "},
+        {"a pause within a sentence", {{0.1, ms(800)}, {0, ms(440)}, {0.1, ms(800)}, {0, ms(1000)}},
+            "began 80 ended 2560 "},
         {"a click", {{0, ms(400)}, {0.5, ms(40)}, {0, ms(1000)}}, ""},
         {"the client's gate closes", {{0.1, ms(800)}, {-1, ms(1000)}}, "began 80 ended 1160 "},
         {"a short gap between chunks", {{0.1, ms(800)}, {-1, ms(200)}, {0.1, ms(400)}, {-1, ms(400)}},
             "began 80 ended 1760 "},
         {"a noisy room", {{0.02, ms(2000)}, {0.15, ms(1000)}, {0.02, ms(1000)}},
-            "began 80 ended 1080 began 2080 ended 3560 "},
-        {"noise grows louder and stays", {{0.001, ms(2000)}, {0.012, ms(4000)}}, "began 2080 ended 4560 "},
+            "began 80 ended 1040 began 2080 ended 3520 "},
+        {"noise grows louder and stays", {{0.001, ms(2000)}, {0.012, ms(4000)}}, "began 2080 ended 4520 "},
         {"one long noise", {{0.1, ms(31000)}}, "began 80 ended 30000 "},
         {"two turns", {{0.1, ms(400)}, {0, ms(800)}, {0.1, ms(400)}, {0, ms(800)}},
-            "began 80 ended 960 began 1280 ended 2160 "},
+            "began 80 ended 920 began 1280 ended 2120 "},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
