@@ -82,8 +82,15 @@ std::unique_ptr<Decoder> Decoder::create(const Options& options)
     err_set_logfp(nullptr);
     auto parts = std::make_unique<Parts>();
     const bool isMixed = !options.secondLanguageModel.empty();
+    const bool isGrammar = !options.grammar.empty();
+    // The gate before us has cut silences off already; the library's own way would make word times of different
+    // searches drift apart.
     parts->settings.reset(cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", options.acousticModel.c_str(), "-dict",
-        options.dictionary.c_str(), isMixed ? nullptr : "-lm", options.languageModel.c_str(), nullptr));
+        options.dictionary.c_str(), "-remove_silence", "no",
+        isMixed         ? nullptr
+            : isGrammar ? "-fsg"
+                        : "-lm",
+        isGrammar ? options.grammar.c_str() : options.languageModel.c_str(), nullptr));
     if (!parts->settings)
         return nullptr;
     parts->decoder.reset(ps_init(parts->settings.get()));

@@ -10,14 +10,15 @@
 
 namespace quorvell {
 
-/// One search of the recogniser with one language model. Blocking; one thread at a time.
+/// One search of the recogniser with one language model or grammar. Blocking; one thread at a time.
 class Decoder {
 public:
     struct Options {
         std::string acousticModel; ///< Folder.
         std::string dictionary;
-        std::string languageModel;
-        std::string secondLanguageModel; ///< Mixed in equal parts with the first; empty for none.
+        std::string languageModel{};
+        std::string secondLanguageModel{}; ///< Mixed in equal parts with the first; empty for none.
+        std::string grammar{}; ///< Instead of language models.
     };
 
     /// Null when a model cannot be read.
@@ -26,7 +27,7 @@ public:
 
     void begin();
     void feed(std::span<const std::int16_t> samples);
-    /// The words of the utterance with their times, without silences and fillers.
+    /// The words of the utterance with their times and marks, without silences and fillers.
     std::vector<HeardWord> finish();
 
 private:

@@ -25,7 +25,7 @@ std::string SpeechModels::missing() const
             return "Speech cannot be recognised on this computer: " + *path
                 + " is missing. Install the package pocketsphinx-en-us; typing works without it.";
     }
-    for (const std::string* path : {&dictionary, &commandLanguageModel, &commandDictionary}) {
+    for (const std::string* path : {&dictionary, &commandLanguageModel, &commandDictionary, &commandGrammar}) {
         if (!std::filesystem::exists(*path, error))
             return "Speech cannot be recognised on this computer: " + *path
                 + " is missing. Build or install Quorvell again; typing works without it.";

@@ -3,6 +3,7 @@
 
 #include "OnDeviceSpeech/HeardUtterance.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -25,10 +26,13 @@ struct SpeechModels {
     std::string missing() const;
 };
 
-/// Recognises one utterance at a time. Blocking: use it from one worker thread, the same one throughout.
+/// Recognises one utterance at a time. Blocking: use it from one worker thread, the same one throughout. Several can
+/// work in several threads at once.
 class SpeechRecogniser {
 public:
     static constexpr int sampleRateHz = 16000;
+    /// What is fed beyond a minute is not heard: the library counts frames in 16 bits, and nobody asks that long.
+    static constexpr std::size_t longestUtteranceSamples = std::size_t{60} * sampleRateHz;
 
     struct Made;
     /// Either a recogniser or a sentence that says what is missing and how to get it.

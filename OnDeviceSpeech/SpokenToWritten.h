@@ -5,9 +5,10 @@
 
 namespace quorvell {
 
-/// Numbers of time expressions in digits, as readers of dates expect them: "twenty five minutes" becomes "25 minutes",
-/// "the fifteenth" "the 15th", "december twelfth" "december 12th", "p.m." "pm". Everything else, text that already has
-/// digits included, stays as it is. English only; works on lower-case words as a recogniser gives them.
+/// Times as people say them, written as readers of times expect them: "half past six" becomes "6:30", "at five p m"
+/// "at 5 pm", "in twenty five minutes" "in 25 minutes", "the fifth of march" "march 5th", "an hour and a half from now"
+/// "in 90 minutes". Numbers outside times stay words ("call five guys"), and so does everything that is written
+/// already: typed text may pass through. English only.
 std::string spokenToWritten(std::string_view text);
 
 } // namespace quorvell

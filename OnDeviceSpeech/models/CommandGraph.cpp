@@ -15,7 +15,10 @@ CommandGraph::State CommandGraph::addState()
     return m_steps.size() - 1;
 }
 
-void CommandGraph::addStep(State from, State to, const std::string& word) { m_steps[from].emplace(word, to); }
+void CommandGraph::addStep(State from, State to, const std::string& word)
+{
+    m_steps[from].emplace(word, to);
+}
 
 std::set<CommandGraph::State> CommandGraph::reachedWithoutWord(std::set<State> states) const
 {
@@ -36,8 +39,8 @@ std::set<CommandGraph::State> CommandGraph::reachedWithoutWord(std::set<State> s
 CommandGraph CommandGraph::deterministic() const
 {
     CommandGraph result;
-    std::map<std::set<State>, State> known {{reachedWithoutWord({start()}), result.start()}};
-    std::vector<std::set<State>> waiting {known.begin()->first};
+    std::map<std::set<State>, State> known{{reachedWithoutWord({start()}), result.start()}};
+    std::vector<std::set<State>> waiting{known.begin()->first};
     while (!waiting.empty()) {
         const std::set<State> states = waiting.back();
         waiting.pop_back();
@@ -77,7 +80,7 @@ CommandGraph CommandGraph::minimal() const
         std::map<std::pair<State, std::map<std::string, State>>, State> signatures;
         std::vector<State> refined(whole.size());
         for (State state = 0; state < whole.size(); ++state) {
-            std::pair<State, std::map<std::string, State>> signature {group[state], {}};
+            std::pair<State, std::map<std::string, State>> signature{group[state], {}};
             for (const auto& [word, to] : whole.m_steps[state]) {
                 signature.second[word] = group[to];
             }
@@ -121,21 +124,27 @@ bool CommandGraph::accepts(const std::vector<std::string>& sentence) const
     return m_final.contains(state);
 }
 
-std::string CommandGraph::written(const std::string& name, const std::map<std::string, double>& probabilities) const
+std::string CommandGraph::written(
+    std::string_view name, const std::vector<std::string>& freeWords, double freeProbability) const
 {
     // The format has one final state: a further one, reached without a word from each of ours.
     const State end = size();
-    std::string result = "FSG_BEGIN " + name + "\nNUM_STATES " + std::to_string(size() + 1) + "\nSTART_STATE 0\nFINAL_STATE "
-        + std::to_string(end) + "\n";
+    std::string result = "FSG_BEGIN " + std::string(name) + "\nNUM_STATES " + std::to_string(size() + 1)
+        + "\nSTART_STATE 0\nFINAL_STATE " + std::to_string(end) + "\n";
     const auto line = [&](State from, State to, double probability, const std::string& word) {
         char number[32];
         std::snprintf(number, sizeof number, "%.6g", probability);
-        result += "TRANSITION " + std::to_string(from) + ' ' + std::to_string(to) + ' ' + number + (word.empty() ? "" : " ") + (word.ends_with("#")?word.substr(0,word.size()-1):word) + '\n';
+        result += "TRANSITION " + std::to_string(from) + ' ' + std::to_string(to) + ' ' + number + ' ' + word + '\n';
     };
     for (State from = 0; from < size(); ++from) {
         for (const auto& [word, to] : m_steps[from]) {
-            const auto special = probabilities.find(word);
-            line(from, to, special == probabilities.end() ? 1 : special->second, word);
+            if (word == freeWord) {
+                for (const std::string& free : freeWords) {
+                    line(from, to, freeProbability, free);
+                }
+            } else {
+                line(from, to, 1, word == entry ? std::string{} : word);
+            }
         }
         if (m_final.contains(from)) {
             line(from, end, 1, {});

@@ -9,21 +9,19 @@ extern "C" cst_lexicon* cmu_lex_init();
 
 namespace quorvell {
 
-const std::vector<std::string>& speechSounds()
-{
-    static const std::vector<std::string> sounds {"AA", "AE", "AH", "AO", "AW", "AY", "B", "CH", "D", "DH", "EH", "ER",
-        "EY", "F", "G", "HH", "IH", "IY", "JH", "K", "L", "M", "N", "NG", "OW", "OY", "P", "R", "S", "SH", "T", "TH", "UH",
-        "UW", "V", "W", "Y", "Z", "ZH"};
-    return sounds;
-}
-
-std::string soundWord(std::string_view sound) { return "sound-" + std::string(sound); }
-
-std::vector<std::string> pronunciations(const std::string& word)
+std::vector<std::string> ownPronunciations(std::string_view word)
 {
     if (word == "quorvell") {
         return {"K W AO R V EH L", "K W AO R V AH L", "K AO R V EH L"};
     }
+    if (word == "a.m.") {
+        return {"AH EH M"}; // when written "a m", voices read the article
+    }
+    return {};
+}
+
+std::string guessedPronunciation(const std::string& word)
+{
     flite_init();
     std::string sounds;
     cst_val* phones = lex_lookup(cmu_lex_init(), word.c_str(), nullptr, nullptr);
@@ -34,7 +32,7 @@ std::vector<std::string> pronunciations(const std::string& word)
         sounds += (sounds.empty() ? "" : " ") + (sound == "AX" ? std::string("AH") : sound);
     }
     delete_val(phones);
-    return sounds.empty() ? std::vector<std::string> {} : std::vector<std::string> {sounds};
+    return sounds;
 }
 
 } // namespace quorvell

@@ -7,14 +7,10 @@
 
 namespace quorvell {
 
-/// The speech sounds that the acoustic model knows.
-const std::vector<std::string>& speechSounds();
+/// Further ways to say a word that dictionaries lack, sounds separated by spaces.
+std::vector<std::string> ownPronunciations(std::string_view word);
 
-/// A made-up word that consists of one sound, for stretches where any sounds may pass.
-std::string soundWord(std::string_view sound);
-
-/// For words that no dictionary has: the assistant's own name, else as the voice would say it. Sounds are separated by
-/// spaces; a word may have several pronunciations.
-std::vector<std::string> pronunciations(const std::string& word);
+/// For a word that is in no dictionary: as the voice would say it. Empty when it cannot be said.
+std::string guessedPronunciation(const std::string& word);
 
 } // namespace quorvell

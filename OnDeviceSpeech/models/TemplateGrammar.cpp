@@ -19,13 +19,16 @@ std::string withoutComments(std::string_view text)
         std::string_view line = text.substr(0, end);
         text.remove_prefix(std::min(end + 1, text.size()));
         // The words of the format never hold two slashes: weights are single slashes around a number.
-        result += line.starts_with("#JSGF") ? std::string_view {} : line.substr(0, line.find("//"));
+        result += line.starts_with("#JSGF") ? std::string_view{} : line.substr(0, line.find("//"));
         result += '\n';
     }
     return result;
 }
 
-bool isSpace(char c) { return c == ' ' || c == '\n' || c == '\t' || c == '\r'; }
+bool isSpace(char c)
+{
+    return c == ' ' || c == '\n' || c == '\t' || c == '\r';
+}
 
 } // namespace
 
@@ -42,6 +45,7 @@ double RepeatableRandom::next()
 /// Reads one file from front to back; `problem` is set at the first mistake.
 struct TemplateGrammar::Reader {
     std::string_view text;
+    std::string_view mark;
     std::size_t at = 0;
     std::string problem;
 
@@ -66,7 +70,8 @@ struct TemplateGrammar::Reader {
             const std::size_t end = text.find(text[at] == '<' ? '>' : '/', at + 1);
             at = end == text.npos ? text.size() : end + 1;
         } else {
-            while (at < text.size() && !isSpace(text[at]) && std::string_view(";=|()[]+</").find(text[at]) == text.npos) {
+            while (
+                at < text.size() && !isSpace(text[at]) && std::string_view(";=|()[]+</").find(text[at]) == text.npos) {
                 ++at;
             }
         }
@@ -96,7 +101,7 @@ struct TemplateGrammar::Reader {
         const std::string_view written = token();
         double value = 0;
         const auto read = std::from_chars(written.data() + 1, written.data() + written.size() - 1, value);
-        if (read.ec != std::errc {} || value <= 0) {
+        if (read.ec != std::errc{} || value <= 0) {
             fail("a weight is a number above 0 between slashes");
         }
         return value;
@@ -104,7 +109,7 @@ struct TemplateGrammar::Reader {
 
     Expansion choice()
     {
-        Expansion result {Expansion::Kind::choice, {}, {}, {}};
+        Expansion result{Expansion::Kind::choice, {}, {}, {}};
         do {
             result.weights.push_back(weight());
             result.parts.push_back(sequence());
@@ -121,7 +126,7 @@ struct TemplateGrammar::Reader {
             }
             result.parts.push_back(part());
             if (peek() == "+" && !token().empty()) {
-                Expansion repeated {Expansion::Kind::repetition, {}, {std::move(result.parts.back())}, {}};
+                Expansion repeated{Expansion::Kind::repetition, {}, {std::move(result.parts.back())}, {}};
                 result.parts.back() = std::move(repeated);
             }
         }
@@ -140,7 +145,7 @@ struct TemplateGrammar::Reader {
             return inner;
         }
         if (first == "[") {
-            Expansion inner {Expansion::Kind::choice, {}, {choice(), Expansion {}}, {optionalShare, 1 - optionalShare}};
+            Expansion inner{Expansion::Kind::choice, {}, {choice(), Expansion{}}, {optionalShare, 1 - optionalShare}};
             expect("]");
             return inner;
         }
@@ -153,35 +158,32 @@ struct TemplateGrammar::Reader {
         if (first.starts_with('/') || first == "=" || first == "+") {
             fail("a word was expected");
         }
-        return {Expansion::Kind::word, std::string(first), {}, {}};
+        return {Expansion::Kind::word, std::string(first).append(mark), {}, {}};
     }
 };
 
-std::string TemplateGrammar::add(std::string_view text, std::string_view fileName)
+std::string TemplateGrammar::add(std::string_view text, std::string_view fileName, std::string_view mark)
 {
     const std::string plain = withoutComments(text);
-    Reader reader {plain, 0, {}};
+    Reader reader{plain, mark, 0, {}};
     reader.expect("grammar");
     reader.token();
     reader.expect(";");
     while (reader.problem.empty() && !reader.peek().empty()) {
-        Rule rule;
-        rule.isPublic = reader.peek() == "public" && !reader.token().empty();
         const std::string_view name = reader.token();
         if (name.size() < 3 || name.front() != '<') {
             reader.fail("a rule's <name> was expected");
             break;
         }
         reader.expect("=");
-        rule.expansion = reader.choice();
+        Expansion expansion = reader.choice();
         reader.expect(";");
         const std::string key(name.substr(1, name.size() - 2));
-        if (reader.problem.empty() && !m_rules.emplace(key, std::move(rule)).second) {
+        if (reader.problem.empty() && !m_rules.emplace(key, std::move(expansion)).second) {
             reader.fail("the rule <" + key + "> exists already");
         }
-        m_order.push_back(key);
     }
-    return reader.problem.empty() ? std::string {} : std::string(fileName) + ", " + reader.problem;
+    return reader.problem.empty() ? std::string{} : std::string(fileName) + ", " + reader.problem;
 }
 
 bool TemplateGrammar::leadsTo(const Expansion& expansion, std::set<std::string>& open, std::string& problem) const
@@ -196,7 +198,7 @@ bool TemplateGrammar::leadsTo(const Expansion& expansion, std::set<std::string>&
             problem = "the rule <" + expansion.name + "> contains itself";
             return false;
         }
-        const bool fine = leadsTo(rule->second.expansion, open, problem);
+        const bool fine = leadsTo(rule->second, open, problem);
         open.erase(expansion.name);
         return fine;
     }
@@ -208,7 +210,7 @@ std::string TemplateGrammar::check() const
 {
     std::string problem;
     std::set<std::string> open;
-    for (const auto& [name, rule] : m_rules) {
+    for (const auto& [name, expansion] : m_rules) {
         if (!leadsTo({Expansion::Kind::rule, name, {}, {}}, open, problem)) {
             break;
         }
@@ -220,8 +222,8 @@ std::set<std::string> TemplateGrammar::words() const
 {
     std::set<std::string> result;
     std::vector<const Expansion*> waiting;
-    for (const auto& [name, rule] : m_rules) {
-        waiting.push_back(&rule.expansion);
+    for (const auto& [name, expansion] : m_rules) {
+        waiting.push_back(&expansion);
     }
     while (!waiting.empty()) {
         const Expansion& next = *waiting.back();
@@ -236,18 +238,10 @@ std::set<std::string> TemplateGrammar::words() const
     return result;
 }
 
-std::vector<std::string> TemplateGrammar::publicRules() const
-{
-    std::vector<std::string> result;
-    std::copy_if(m_order.begin(), m_order.end(), std::back_inserter(result),
-        [this](const std::string& name) { return m_rules.at(name).isPublic; });
-    return result;
-}
-
 void TemplateGrammar::draw(const std::string& rule, RepeatableRandom& random, std::vector<std::string>& sentence) const
 {
     if (const auto found = m_rules.find(rule); found != m_rules.end()) {
-        draw(found->second.expansion, random, sentence);
+        draw(found->second, random, sentence);
     }
 }
 
@@ -282,7 +276,7 @@ void TemplateGrammar::draw(
 /// Lays an expansion between two states of a graph.
 struct TemplateGrammar::GraphBuilder {
     const TemplateGrammar& grammar;
-    const std::map<std::string, std::vector<std::string>>& loops;
+    const std::set<std::string>& free;
     CommandGraph graph;
 
     using State = CommandGraph::State;
@@ -323,23 +317,20 @@ struct TemplateGrammar::GraphBuilder {
 
     void layRule(const std::string& name, State from, State to)
     {
-        if (const auto loop = loops.find(name); loop != loops.end()) {
+        if (free.contains(name)) {
             const State inside = graph.addState();
-            for (const std::string& word : loop->second) {
-                graph.addStep(from, inside, word);
-                graph.addStep(inside, inside, word);
-            }
+            graph.addStep(from, inside, std::string(CommandGraph::entry));
+            graph.addStep(inside, inside, std::string(CommandGraph::freeWord));
             graph.addStep(inside, to, {});
         } else if (const auto rule = grammar.m_rules.find(name); rule != grammar.m_rules.end()) {
-            lay(rule->second.expansion, from, to);
+            lay(rule->second, from, to);
         }
     }
 };
 
-CommandGraph TemplateGrammar::graph(
-    const std::string& rule, const std::map<std::string, std::vector<std::string>>& loops) const
+CommandGraph TemplateGrammar::graph(const std::string& rule, const std::set<std::string>& free) const
 {
-    GraphBuilder builder {*this, loops, {}};
+    GraphBuilder builder{*this, free, {}};
     const CommandGraph::State end = builder.graph.addState();
     builder.layRule(rule, builder.graph.start(), end);
     builder.graph.setFinal(end);

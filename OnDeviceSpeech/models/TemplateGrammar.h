@@ -26,17 +26,16 @@ struct RepeatableRandom {
 class TemplateGrammar {
 public:
     /// Adds the rules of one file. Empty when they were understood, else a sentence with the line of the mistake.
-    std::string add(std::string_view text, std::string_view fileName);
+    /// `mark` is put after every word of the file, so that recognised words tell where they come from.
+    std::string add(std::string_view text, std::string_view fileName, std::string_view mark = {});
     /// Empty when every rule that is used exists and none contains itself.
     std::string check() const;
 
     std::set<std::string> words() const;
-    std::vector<std::string> publicRules() const; ///< In the order in which they were added.
     /// Appends one sentence of a rule that check() has seen.
     void draw(const std::string& rule, RepeatableRandom& random, std::vector<std::string>& sentence) const;
-    /// The graph of everything that a rule allows. In the rules of `loops` any of the given words may follow one another
-    /// instead, at least one.
-    CommandGraph graph(const std::string& rule, const std::map<std::string, std::vector<std::string>>& loops) const;
+    /// The graph of everything that a rule allows, with free words (see CommandGraph) in place of the rules in `free`.
+    CommandGraph graph(const std::string& rule, const std::set<std::string>& free) const;
 
 private:
     struct Expansion {
@@ -47,18 +46,13 @@ private:
         std::vector<double> weights; ///< One for each part of a choice.
     };
     struct Reader;
-    struct Rule {
-        Expansion expansion;
-        bool isPublic = false;
-    };
 
     struct GraphBuilder;
 
     bool leadsTo(const Expansion& expansion, std::set<std::string>& open, std::string& problem) const;
     void draw(const Expansion& expansion, RepeatableRandom& random, std::vector<std::string>& sentence) const;
 
-    std::map<std::string, Rule> m_rules;
-    std::vector<std::string> m_order;
+    std::map<std::string, Expansion> m_rules;
 };
 
 } // namespace quorvell

@@ -9,12 +9,15 @@ namespace quorvell {
 namespace {
 
 constexpr int wordBits = 21;
-constexpr std::uint64_t wordMask = (std::uint64_t {1} << wordBits) - 1;
+constexpr std::uint64_t wordMask = (std::uint64_t{1} << wordBits) - 1;
 constexpr std::uint32_t sentenceStart = 1;
 constexpr double never = -99; ///< The format's way to say log10 of 0.
 
 /// A sequence without its oldest word.
-std::uint64_t shorter(std::uint64_t sequence, int order) { return sequence & ((std::uint64_t {1} << (wordBits * (order - 1))) - 1); }
+std::uint64_t shorter(std::uint64_t sequence, int order)
+{
+    return sequence & ((std::uint64_t{1} << (wordBits * (order - 1))) - 1);
+}
 
 } // namespace
 
@@ -31,7 +34,7 @@ void TrigramModel::add(const std::vector<std::string>& sentence)
 {
     Sequence recent = identifier("<s>");
     const auto append = [&](const std::string& word) {
-        recent = ((recent << wordBits) | identifier(word)) & ((Sequence {1} << (3 * wordBits)) - 1);
+        recent = ((recent << wordBits) | identifier(word)) & ((Sequence{1} << (3 * wordBits)) - 1);
         m_seen.push_back(recent);
     };
     std::for_each(sentence.begin(), sentence.end(), append);
@@ -64,7 +67,7 @@ void TrigramModel::estimate()
     for (int order = 1; order <= 3; ++order) {
         std::vector<Sequence> seen;
         for (const Sequence trigram : m_seen) {
-            const Sequence sequence = trigram & ((Sequence {1} << (order * wordBits)) - 1);
+            const Sequence sequence = trigram & ((Sequence{1} << (order * wordBits)) - 1);
             if (order == 1 || (sequence >> ((order - 1) * wordBits)) != 0) {
                 seen.push_back(sequence);
             }
@@ -73,7 +76,8 @@ void TrigramModel::estimate()
         auto& entries = m_entries[static_cast<std::size_t>(order - 1)];
         for (auto first = seen.begin(); first != seen.end();) {
             const Sequence history = *first >> wordBits;
-            const auto end = std::find_if(first, seen.end(), [&](Sequence other) { return other >> wordBits != history; });
+            const auto end =
+                std::find_if(first, seen.end(), [&](Sequence other) { return other >> wordBits != history; });
             double different = 0;
             for (auto word = first; word != end; word = std::upper_bound(word, end, *word)) {
                 ++different;

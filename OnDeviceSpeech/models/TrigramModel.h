@@ -10,8 +10,8 @@
 
 namespace quorvell {
 
-/// Counts word sequences and smooths them after Witten and Bell: how much of a history's probability goes to words never
-/// seen after it grows with the number of different words that were seen.
+/// Counts word sequences and smooths them after Witten and Bell: how much of a history's probability goes to words
+/// never seen after it grows with the number of different words that were seen.
 class TrigramModel {
 public:
     /// `openness` multiplies the share of unseen words. Sentences drawn from templates repeat themselves, so that 1

@@ -1,18 +1,20 @@
 // Writes the models of the requests that the on-device service understands: a trigram language model, a grammar and a
 // dictionary of their words, and a dictionary of the general language model's words. Run by the build.
+#include "OnDeviceSpeech/WordMarks.h"
 #include "OnDeviceSpeech/models/Pronunciation.h"
 #include "OnDeviceSpeech/models/TemplateGrammar.h"
 #include "OnDeviceSpeech/models/TrigramModel.h"
 
+#include <err.h>
 #include <ngram_model.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <map>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -20,23 +22,77 @@ using namespace quorvell;
 
 namespace {
 
-constexpr int sentences = 60000;
+constexpr int sentenceCount = 60000;
 constexpr std::uint64_t seed = 20261121;
+/// Tuned on spoken requests whose words are partly outside the templates.
 constexpr double openness = 2;
-double soundProbability = std::getenv("SP") ? std::atof(std::getenv("SP")) : 0.1;
+constexpr double freeProbability = 0.03;
 
-/// Reads a pronunciation dictionary; further pronunciations of a word are written "word(2)".
-std::multimap<std::string, std::string> readDictionary(const std::string& path)
+using Dictionary = std::multimap<std::string, std::string>; ///< Word to sounds.
+
+/// Further pronunciations of a word are written "word(2)" in the file.
+Dictionary readDictionary(const std::string& path)
 {
-    std::multimap<std::string, std::string> result;
+    Dictionary result;
     std::ifstream file(path);
     for (std::string line; std::getline(file, line);) {
-        const std::size_t space = line.find(' ');
-        const std::string word = line.substr(0, space);
-        const std::size_t bracket = word.find('(');
-        result.emplace(bracket == 0 ? word : word.substr(0, bracket), line);
+        if (const std::size_t space = line.find(' '); space != line.npos) {
+            const std::string word = line.substr(0, space);
+            result.emplace(word.substr(0, word.find('(', 1)), line.substr(space + 1));
+        }
     }
     return result;
+}
+
+std::string entryOf(const std::string& marked, const Dictionary& known)
+{
+    const std::string word(withoutMark(marked));
+    std::vector<std::string> ways;
+    const auto [first, last] = known.equal_range(word);
+    std::transform(first, last, std::back_inserter(ways), [](const auto& entry) { return entry.second; });
+    const std::vector<std::string> own = ownPronunciations(word);
+    ways.insert(ways.end(), own.begin(), own.end());
+    if (ways.empty()) {
+        ways.push_back(guessedPronunciation(word));
+    }
+    std::string result;
+    int count = 0;
+    for (const std::string& way : ways) {
+        result += marked + (++count == 1 ? " " : "(" + std::to_string(count) + ") ") + way + '\n';
+    }
+    return result;
+}
+
+std::string dictionaryOf(const std::set<std::string>& words, const Dictionary& known)
+{
+    std::string result;
+    for (const std::string& word : words) {
+        result += entryOf(word, known);
+    }
+    return result;
+}
+
+/// Those of the general language model that the dictionary can pronounce; empty when there is no model.
+std::set<std::string> generalWords(const char* path, const Dictionary& known)
+{
+    std::set<std::string> result;
+    logmath_t* logarithms = logmath_init(1.0001, 0, 0);
+    if (ngram_model_t* model = ngram_model_read(nullptr, path, NGRAM_AUTO, logarithms)) {
+        for (std::uint32_t word = 0; word < ngram_model_get_counts(model)[0]; ++word) {
+            if (const char* text = ngram_word(model, static_cast<int>(word)); known.contains(text)) {
+                result.insert(text);
+            }
+        }
+        ngram_model_free(model);
+    }
+    logmath_free(logarithms);
+    return result;
+}
+
+std::string contentOf(const char* path)
+{
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 bool write(const std::filesystem::path& path, const std::string& text)
@@ -46,118 +102,70 @@ bool write(const std::filesystem::path& path, const std::string& text)
     return static_cast<bool>(file.flush());
 }
 
-std::string dictionaryOf(const std::set<std::string>& words, const std::multimap<std::string, std::string>& known)
-{
-    std::string result;
-    for (const std::string& word : words) {
-        const auto [first, last] = known.equal_range(word);
-        for (auto line = first; line != last; ++line) {
-            result += line->second + '\n';
-        }
-        if (first == last) {
-            int count = 0;
-            for (const std::string& sounds : pronunciations(word)) {
-                result += word + (++count == 1 ? " " : "(" + std::to_string(count) + ") ") + sounds + '\n';
-            }
-        }
-    }
-    return result;
-}
-
 int fail(const std::string& sentence)
 {
     std::cerr << sentence << '\n';
     return 1;
 }
 
+/// Every word of the file once.
+std::vector<std::string> freeWordsOf(const std::string& text)
+{
+    TemplateGrammar grammar;
+    grammar.add(text, {}, std::string_view(&freeMark, 1));
+    const std::set<std::string> words = grammar.words();
+    return {words.begin(), words.end()};
+}
+
+TrigramModel trained(const TemplateGrammar& grammar, const std::string& rule)
+{
+    TrigramModel model(openness);
+    RepeatableRandom random{seed};
+    for (int i = 0; i < sentenceCount; ++i) {
+        std::vector<std::string> sentence;
+        grammar.draw(rule, random, sentence);
+        model.add(sentence);
+    }
+    return model;
+}
+
 } // namespace
 
 int main(int argumentCount, char** arguments)
 {
-    if (argumentCount < 5) {
-        return fail("Usage: generateModels OUTPUT_FOLDER DICTIONARY GENERAL_MODEL TEMPLATES.jsgf... FREE_WORDS.jsgf");
+    if (argumentCount != 7) {
+        return fail(
+            "Usage: generateModels OUTPUT_FOLDER DICTIONARY GENERAL_MODEL requests.jsgf times.jsgf freeWords.jsgf");
     }
+    err_set_logfp(nullptr);
     const std::filesystem::path folder = arguments[1];
-    const auto known = readDictionary(arguments[2]);
-    if (known.empty()) {
-        return fail(std::string("No dictionary at ") + arguments[2] + ": install pocketsphinx-en-us.");
+    const Dictionary known = readDictionary(arguments[2]);
+    std::set<std::string> general = generalWords(arguments[3], known);
+    if (known.empty() || general.empty()) {
+        return fail(std::string(known.empty() ? "No dictionary at " : "No language model at ")
+            + arguments[known.empty() ? 2 : 3] + ": install the package pocketsphinx-en-us.");
     }
 
-    // The first public rule is what sentences are drawn from, the second the looser form that the grammar accepts; the
-    // public rules of the last file are free words.
+    const std::string freeText = contentOf(arguments[6]);
     TemplateGrammar grammar;
-    std::size_t fixedRules = 0;
-    std::set<std::string> freeWords;
-    for (int i = 4; i < argumentCount; ++i) {
-        std::ifstream file(arguments[i]);
-        std::stringstream text;
-        text << file.rdbuf();
-        fixedRules = grammar.publicRules().size();
-        TemplateGrammar own; own.add(text.str(), ""); freeWords = own.words();
-        if (const std::string problem = grammar.add(text.str(), arguments[i]); !problem.empty()) {
+    for (const std::string& problem : {grammar.add(contentOf(arguments[4]), arguments[4]),
+             grammar.add(contentOf(arguments[5]), arguments[5], std::string_view(&timeMark, 1)),
+             grammar.add(freeText, arguments[6]), grammar.check()}) {
+        if (!problem.empty()) {
             return fail(problem);
         }
     }
-    if (const std::string problem = grammar.check(); !problem.empty()) {
-        return fail(problem);
-    }
-    const std::vector<std::string> rules = grammar.publicRules();
-    if (fixedRules != 2 || rules.size() <= fixedRules) {
-        return fail("The templates need two public rules, and the free words at least one.");
-    }
 
-    TrigramModel model(openness);
-    RepeatableRandom random {seed};
-    for (int i = 0; i < sentences; ++i) {
-        std::vector<std::string> sentence;
-        grammar.draw(rules[0], random, sentence);
-        model.add(sentence);
-    }
+    std::set<std::string> words = grammar.words();
+    general.insert(words.begin(), words.end());
+    TrigramModel model = trained(grammar, "request");
+    const std::vector<std::string> freeWords = freeWordsOf(freeText);
+    words.insert(freeWords.begin(), freeWords.end());
+    const CommandGraph graph = grammar.graph("command", {"task", "remark", "topic"});
 
-    std::string soundWords;
-    std::vector<std::string> sounds;
-    std::map<std::string, double> probabilities;
-    for (const std::string& sound : speechSounds()) {
-        sounds.push_back(soundWord(sound));
-        soundWords += soundWord(sound) + ' ' + sound + '\n';
-        probabilities[soundWord(sound)] = soundProbability;
-    }
-    if (getenv("WORDS")) {
-        sounds.clear();
-        std::map<std::string,int> often; std::vector<std::pair<int,std::string>> order;
-        for (int i = 0; i < 20000; ++i) { std::vector<std::string> x; grammar.draw(i % 2 ? "task" : "remark", random, x); for (auto& w : x) ++often[w]; }
-        for (auto& [w, n] : often) order.push_back({-n, w});
-        std::sort(order.begin(), order.end());
-        freeWords.clear();
-        for (std::size_t i = 0; i < order.size() && i < (std::size_t) atoi(getenv("WORDS")); ++i) freeWords.insert(order[i].second);
-        for (const std::string& word : freeWords) sounds.push_back(word + "#"), probabilities[word+"#"] = soundProbability;
-    }
-    std::map<std::string, std::vector<std::string>> loops;
-    for (std::size_t rule = fixedRules; rule < rules.size(); ++rule) {
-        loops[rules[rule]] = sounds;
-    }
-    const CommandGraph graph = grammar.graph(rules[1], loops);
-
-    std::set<std::string> generalWords;
-    logmath_t* logarithms = logmath_init(1.0001, 0, 0);
-    ngram_model_t* general = ngram_model_read(nullptr, arguments[3], NGRAM_AUTO, logarithms);
-    if (general == nullptr) {
-        return fail(std::string("No language model at ") + arguments[3] + ": install pocketsphinx-en-us.");
-    }
-    for (std::uint32_t word = 0; word < ngram_model_get_counts(general)[0]; ++word) {
-        if (const char* text = ngram_word(general, static_cast<int>(word)); known.contains(text)) {
-            generalWords.insert(text);
-        }
-    }
-    ngram_model_free(general);
-    logmath_free(logarithms);
-    const std::set<std::string> words = grammar.words();
-    generalWords.insert(words.begin(), words.end());
-
-    std::cout << words.size() << " words, " << graph.size() << " states\n";
     const bool isWritten = write(folder / "commands.lm", model.written())
-        && write(folder / "commands.fsg", graph.written("commands", probabilities))
-        && write(folder / "commands.dict", dictionaryOf(words, known) + soundWords)
-        && write(folder / "general.dict", dictionaryOf(generalWords, known));
+        && write(folder / "commands.fsg", graph.written("commands", freeWords, freeProbability))
+        && write(folder / "commands.dict", dictionaryOf(words, known))
+        && write(folder / "general.dict", dictionaryOf(general, known));
     return isWritten ? 0 : fail("Cannot write to " + folder.string() + '.');
 }
