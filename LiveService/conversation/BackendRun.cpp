@@ -27,7 +27,7 @@ std::int64_t wordsIn(std::string_view text)
 
 } // namespace
 
-BackendRun::BackendRun(const IdSource& ids, std::optional<std::string> serviceTier, std::string lastReply)
+BackendRun::BackendRun(const IdSource& ids, const std::optional<std::string>& serviceTier, std::string lastReply)
     : m_ids(ids)
     , m_serviceTier(serviceTier.value_or("default"))
 {

@@ -43,7 +43,7 @@ public:
 
     /// `lastReply` is what was said last, when the session goes on from an earlier one.
     /// `ids` must outlive it.
-    BackendRun(const IdSource& ids, std::optional<std::string> serviceTier, std::string lastReply);
+    BackendRun(const IdSource& ids, const std::optional<std::string>& serviceTier, std::string lastReply);
 
     /// Waits for the next response. False when too many wait already.
     bool addMessage(ClientText message);

@@ -12,7 +12,7 @@ namespace quorvell {
 
 namespace {
 
-std::string withoutMatchAtStart(const Pattern& pattern, std::string text)
+std::string withoutMatchAtStart(const Pattern& pattern, const std::string& text)
 {
     const auto match = pattern.find(text);
     return match && match->range.start == 0 ? trimmed(std::string_view(text).substr(match->range.end)) : text;

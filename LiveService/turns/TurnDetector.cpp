@@ -80,7 +80,7 @@ void TurnDetector::takeFrame(Frame samples, std::vector<TurnEvent>& events)
     if (m_levels.size() > floorFrames)
         m_levels.pop_front();
     if (m_isOpen)
-        followTurn(std::move(samples), level > std::max(noise * stayRatio, lowestStayLevel), events);
+        followTurn(samples, level > std::max(noise * stayRatio, lowestStayLevel), events);
     else
         listenForOnset(std::move(samples), level > std::max(noise * openRatio, lowestOpenLevel), events);
 }
@@ -104,7 +104,7 @@ void TurnDetector::listenForOnset(Frame samples, bool isLoud, std::vector<TurnEv
     m_recentLoud.clear();
 }
 
-void TurnDetector::followTurn(Frame samples, bool isLoud, std::vector<TurnEvent>& events)
+void TurnDetector::followTurn(const Frame& samples, bool isLoud, std::vector<TurnEvent>& events)
 {
     appendHeard(events, samples);
     ++m_turnFrames;

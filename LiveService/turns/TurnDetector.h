@@ -50,7 +50,7 @@ private:
 
     void takeFrame(Frame samples, std::vector<TurnEvent>& events);
     void listenForOnset(Frame samples, bool isLoud, std::vector<TurnEvent>& events);
-    void followTurn(Frame samples, bool isLoud, std::vector<TurnEvent>& events);
+    void followTurn(const Frame& samples, bool isLoud, std::vector<TurnEvent>& events);
     void end(std::vector<TurnEvent>& events);
 
     std::size_t m_frameSamples;
