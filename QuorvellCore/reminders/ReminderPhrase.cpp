@@ -21,6 +21,7 @@ bool isUsable(Instant now)
 std::vector<TextRange> rangesInInput(const std::vector<TextRange>& ranges, const LowerCasedText& lower)
 {
     std::vector<TextRange> mapped;
+    mapped.reserve(ranges.size());
     for (const TextRange& range : ranges)
         mapped.push_back({lower.inputPosition(range.start), lower.inputEndPosition(range.end)});
     return mergedRanges(std::move(mapped));

@@ -58,7 +58,7 @@ struct Mapping {
     }
     Mapped operator()(openai_event::ToolChosen event) const { return diagnostic("tool_chosen", std::move(event.name)); }
     Mapped operator()(openai_event::Reasoning event) const { return one(live_event::Thinking{std::move(event.delta)}); }
-    Mapped operator()(openai_event::BackendText event) const
+    Mapped operator()(const openai_event::BackendText& event) const
     {
         return diagnostic("backend_text", std::to_string(characterCount(event.text)) + " characters");
     }
