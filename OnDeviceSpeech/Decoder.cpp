@@ -103,6 +103,8 @@ void Decoder::begin()
 {
     if (m_parts->isListening)
         ps_end_utt(m_parts->decoder.get());
+    // A new stream, so that word times count from the utterance's start.
+    ps_start_stream(m_parts->decoder.get());
     m_parts->isListening = ps_start_utt(m_parts->decoder.get()) == 0;
 }
 
@@ -119,7 +121,8 @@ std::vector<HeardWord> Decoder::finish()
         return words;
     for (ps_seg_t* segment = ps_seg_iter(m_parts->decoder.get()); segment; segment = ps_seg_next(segment)) {
         const char* word = ps_seg_word(segment);
-        if (!word || word[0] == '<' || word[0] == '[' || word[0] == '+')
+        // Silences, noises, and the grammar's steps that need no word
+        if (!word || std::string_view("<[+(").find(word[0]) != std::string_view::npos)
             continue;
         int first = 0;
         int last = 0;
