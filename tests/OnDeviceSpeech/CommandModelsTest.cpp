@@ -1,0 +1,125 @@
+#include "OnDeviceSpeech/models/Pronunciation.h"
+#include "OnDeviceSpeech/models/TemplateGrammar.h"
+#include "OnDeviceSpeech/models/TrigramModel.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+
+namespace quorvell {
+
+namespace {
+
+using Sentence = std::vector<std::string>;
+
+constexpr const char* requests = R"(#JSGF V1.0;
+grammar requests; // with a comment
+<request> = /9/ [ please ] ( remind | call ) me <when> | /1/ note <task>;
+<when> = at ( one | two ) | tomorrow;
+<task> = buy milk;
+<command> = please+ <when> | note <task> [ <when> ];
+)";
+
+TemplateGrammar read(const char* text)
+{
+    TemplateGrammar grammar;
+    EXPECT_EQ(grammar.add(text, "requests"), "");
+    EXPECT_EQ(grammar.check(), "");
+    return grammar;
+}
+
+TEST(TemplateGrammar, namesTheMistake)
+{
+    struct Row {
+        const char* text;
+        const char* problem;
+    };
+    const Row rows[] = {
+        {"<a> = b;", "x, line 1: \"grammar\" is missing"},
+        {"grammar g;\n<a> = b", "x, line 3: \";\" is missing"},
+        {"grammar g;\na = b;", "x, line 2: a rule's <name> was expected"},
+        {"grammar g;\n<a> = b | ;", "x, line 2: an alternative is empty"},
+        {"grammar g;\n\n<a> = ( b ;", "x, line 3: \")\" is missing"},
+        {"grammar g;\n<a> = /x/ b;", "x, line 2: a weight is a number above 0 between slashes"},
+        {"grammar g;\n<a> = /-1/ b;", "x, line 2: a weight is a number above 0 between slashes"},
+        {"grammar g;\n<a> = b;\n<a> = c;", "x, line 3: the rule <a> exists already"},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(TemplateGrammar().add(row.text, "x"), row.problem);
+    }
+    TemplateGrammar open;
+    EXPECT_EQ(open.add("grammar g; <a> = <b>;", "x"), "");
+    EXPECT_EQ(open.check(), "the rule <b> does not exist");
+    TemplateGrammar round;
+    EXPECT_EQ(round.add("grammar g; <a> = x <b>; <b> = y | <a>;", "x"), "");
+    EXPECT_EQ(round.check(), "the rule <a> contains itself");
+}
+
+TEST(TemplateGrammar, drawsWhatItsGraphAcceptsAndTheSameEveryTime)
+{
+    const TemplateGrammar grammar = read(requests);
+    const CommandGraph graph = grammar.graph("request", {});
+    RepeatableRandom random{7};
+    RepeatableRandom again{7};
+    std::set<Sentence> drawn;
+    for (int i = 0; i < 200; ++i) {
+        Sentence sentence;
+        Sentence second;
+        grammar.draw("request", random, sentence);
+        grammar.draw("request", again, second);
+        EXPECT_EQ(sentence, second);
+        EXPECT_TRUE(graph.accepts(sentence));
+        drawn.insert(sentence);
+    }
+    EXPECT_EQ(drawn.size(), 13u); // (2 x 2 x 3) and the note
+    EXPECT_FALSE(graph.accepts({"remind", "me"}));
+    EXPECT_FALSE(graph.accepts({"remind", "me", "at", "one", "two"}));
+}
+
+TEST(TemplateGrammar, makesASmallGraphWithFreeWords)
+{
+    const CommandGraph graph = read(requests).graph("command", {"task"});
+    EXPECT_TRUE(graph.accepts({"please", "please", "at", "two"}));
+    EXPECT_TRUE(graph.accepts({"note", "<entry>", "<free>", "<free>", "tomorrow"}));
+    EXPECT_FALSE(graph.accepts({"please"}));
+    // start, after please, after note, after at, inside the free words, after at there, end
+    EXPECT_LE(graph.size(), 7u);
+    const std::string written = graph.written("g", {"x~", "y~"}, 0.25);
+    EXPECT_NE(written.find(" 0.25 y~\n"), std::string::npos);
+    EXPECT_EQ(written.find("<free>"), std::string::npos);
+}
+
+TEST(TrigramModel, probabilitiesOfEveryHistoryAddUpToOne)
+{
+    TrigramModel model(2);
+    for (const Sentence& sentence :
+        {Sentence{"a", "b", "c"}, {"a", "b"}, {"b", "c", "a", "b"}, {"a"}, {"a", "b", "c"}}) {
+        model.add(sentence);
+    }
+    const Sentence histories[] = {{"<s>"}, {"<s>", "a"}, {"a", "b"}, {"b"}, {"c", "c"}, {"c"}, {"never"}};
+    for (const Sentence& history : histories) {
+        double sum = 0;
+        for (const char* word : {"a", "b", "c", "</s>"}) {
+            sum += std::pow(10, model.log10Probability(history, word));
+        }
+        EXPECT_NEAR(sum, 1, 1e-9);
+    }
+    EXPECT_GT(model.log10Probability({"a", "b"}, "c"), model.log10Probability({"a", "b"}, "a"));
+    EXPECT_GT(model.log10Probability({"a", "b"}, "a"), -99);
+    EXPECT_EQ(model.log10Probability({"a"}, "unknown"), -99);
+    const std::string written = model.written();
+    EXPECT_NE(written.find("ngram 1=5\n"), std::string::npos);
+    EXPECT_NE(written.find("\n-99.0000 <s> "), std::string::npos);
+}
+
+TEST(Pronunciation, saysWordsThatNoDictionaryHas)
+{
+    EXPECT_EQ(guessedPronunciation("timesheet"), "T AY M SH IY T");
+    EXPECT_EQ(guessedPronunciation(""), "");
+    EXPECT_FALSE(ownPronunciations("quorvell").empty());
+}
+
+} // namespace
+
+} // namespace quorvell
