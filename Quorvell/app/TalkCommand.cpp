@@ -21,6 +21,7 @@ namespace quorvell {
 namespace {
 
 constexpr int couldNot = 1;
+constexpr int clearSpeechRateHz = 16000; ///< Below, the sounds that tell consonants apart are missing.
 
 struct TalkFiles {
     std::string recording;
@@ -74,6 +75,9 @@ int runTalk(const ProgramEnvironment& environment, const ConversationOptions& op
     const WavReading recording = WavFile::read(files.recording, MicrophoneStream::sampleRateHz);
     if (!recording.samples)
         return complain(recording.problem);
+    if (recording.recordedRateHz < clearSpeechRateHz)
+        std::cerr << files.recording << " was recorded at " << recording.recordedRateHz
+                  << " Hz, as telephones do; words are often misheard. Record at 16000 Hz or more." << std::endl;
     if (const auto problem = files.reply ? WavFile::problemOfWriting(*files.reply) : std::nullopt)
         return complain(*problem);
     int argumentCount = 1;

@@ -87,7 +87,7 @@ SF_VIRTUAL_IO plainWavAccess()
 
 WavReading refused(std::string problem)
 {
-    return {std::nullopt, std::move(problem)};
+    return {std::nullopt, std::move(problem), 0};
 }
 
 std::optional<std::string> problemOf(const SF_INFO& info, const std::string& name)
@@ -149,7 +149,7 @@ WavReading readSamples(SNDFILE* sound, const SF_INFO& info, const std::string& n
     append(samples, resampler.finish());
     if (samples.empty())
         return refused(name + " holds no sound." + recordAgain);
-    return {std::move(samples), {}};
+    return {std::move(samples), {}, info.samplerate};
 }
 
 WavReading readSource(const ByteSource& source, const std::string& name, int sampleRateHz)

@@ -14,6 +14,7 @@ namespace quorvell {
 struct WavReading {
     std::optional<std::vector<std::int16_t>> samples; ///< Mono, at the rate that was asked for.
     std::string problem; ///< When there are none: a sentence for the user that says what to do next.
+    int recordedRateHz = 0; ///< As it was recorded.
 };
 
 struct WavFile {
