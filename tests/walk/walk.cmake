@@ -12,5 +12,5 @@ if(QUORVELL_TESTS AND NOT QUORVELL_SANITIZE)
     # A few spoken requests, heard, carried out and answered aloud; scripts/bench plays them all.
     add_test(NAME walk.spokenRequests COMMAND scripts/measure-speech --program $<TARGET_FILE:quorvell>
         --voices "slt rms" --set tuned --first 4 --least 85 WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
-    set_tests_properties(walk.spokenRequests PROPERTIES TIMEOUT 400 LABELS walk)
+    set_tests_properties(walk.spokenRequests PROPERTIES TIMEOUT 400 LABELS walk RUN_SERIAL ON)
 endif()
