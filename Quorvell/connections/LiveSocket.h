@@ -4,7 +4,6 @@
 #include "Quorvell/connections/LiveTimeLimits.h"
 #include "QuorvellCore/live/wire/WebRequest.h"
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 #include <QWebSocket>
@@ -57,7 +56,7 @@ private:
     std::unique_ptr<QWebSocket> m_socket;
     QTimer m_deadline; ///< Of opening.
     QTimer m_pings;
-    QElapsedTimer m_lastHeard;
+    int m_unansweredPings = 0; ///< Since the last sign of life.
     QObject m_context; ///< Receives the socket's signals; goes first.
 };
 

@@ -10,7 +10,8 @@ struct LiveTimeLimits {
     std::chrono::milliseconds toStart{20'000};
     std::chrono::milliseconds toClose{2'000};
     std::chrono::milliseconds betweenPings{10'000};
-    std::chrono::milliseconds silence{25'000}; ///< Without any frame, pongs included, the connection is dead.
+    std::chrono::milliseconds silence{
+        25'000}; ///< In whole pings without any byte in between; then the connection is dead.
 
     /// Before a refused request for an answer is repeated the second time; doubled each further time.
     std::chrono::milliseconds firstCreatePause{200};
