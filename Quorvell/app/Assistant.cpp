@@ -76,7 +76,7 @@ void Assistant::makeSession(const Wishes& wishes, AudioPlayer& player, SessionOb
     settings.greeting = wishes.greeting;
     settings.microphone =
         m_settings.sendsOnlySpeech ? SessionSettings::Microphone::onlySpeech : SessionSettings::Microphone::everything;
-    const auto connections = [this](LiveConnectionObserver& session) {
+    const auto connections = [this](LiveConnectionObserver& session, LiveMedium) {
         return std::make_unique<OpenAILiveClient>(*m_service, m_settings.models, session);
     };
     m_session = std::make_unique<SessionController>(SessionController::Ports{m_scheduler, connections, player, m_log,

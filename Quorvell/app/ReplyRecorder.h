@@ -2,6 +2,7 @@
 
 #include "Quorvell/session/AudioPlayer.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <utility>
@@ -23,6 +24,10 @@ public:
     void play(std::span<const std::uint8_t> pcm) override;
     void stop() override { }
     std::chrono::milliseconds unplayed() const override { return {}; }
+    std::chrono::milliseconds played() const override
+    {
+        return std::chrono::milliseconds(m_samples.size() * 1000 / 24000);
+    }
 
     const std::vector<std::int16_t>& samples() const { return m_samples; }
 

@@ -10,6 +10,7 @@ public:
     void play(std::span<const std::uint8_t>) override { }
     void stop() override { }
     std::chrono::milliseconds unplayed() const override { return {}; }
+    std::chrono::milliseconds played() const override { return {}; }
 };
 
 } // namespace quorvell

@@ -17,6 +17,8 @@ public:
     virtual void stop() = 0;
     /// How long what was given so far will go on sounding.
     virtual std::chrono::milliseconds unplayed() const = 0;
+    /// How much of all that was ever given has really sounded; what `stop` forgot is not in it. Never goes back.
+    virtual std::chrono::milliseconds played() const = 0;
 };
 
 } // namespace quorvell

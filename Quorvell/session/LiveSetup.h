@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,7 +16,9 @@ struct LiveSetup {
     std::string voiceInstructions;
     std::string toolInstructions; ///< For the part of the model that uses tools.
     Json tools = Json::array(); ///< Declarations of the tools that have an owner here.
-    std::vector<LiveHistoryEntry> history; ///< Earlier turns, oldest first.
+    std::vector<LiveHistoryEntry> history; ///< Earlier turns, oldest first; empty with a resumption handle.
+    /// Of an earlier connection of the same conversation: the service remembers what was said.
+    std::optional<std::string> resumptionHandle{};
 
     bool operator==(const LiveSetup&) const = default;
 };

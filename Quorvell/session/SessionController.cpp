@@ -78,7 +78,7 @@ void SessionController::start()
 std::unique_ptr<SessionController::Line> SessionController::makeConnection()
 {
     auto line = std::make_unique<Line>(*this);
-    line->connection = m_ports.connections(*line);
+    line->connection = m_ports.connections(*line, LiveMedium::voice);
     ++m_connection.serial;
     return line;
 }

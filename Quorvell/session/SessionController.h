@@ -6,6 +6,7 @@
 #include "Quorvell/session/EventLog.h"
 #include "Quorvell/session/LiveConnection.h"
 #include "Quorvell/session/LiveConnectionObserver.h"
+#include "Quorvell/session/LiveMedium.h"
 #include "Quorvell/session/MicrophoneStream.h"
 #include "Quorvell/session/Scheduler.h"
 #include "Quorvell/session/SessionObserver.h"
@@ -27,7 +28,7 @@ namespace quorvell {
 /// Main thread. All its ports are borrowed and must outlive it.
 class SessionController {
 public:
-    using MakeLiveConnection = std::function<std::unique_ptr<LiveConnection>(LiveConnectionObserver&)>;
+    using MakeLiveConnection = std::function<std::unique_ptr<LiveConnection>(LiveConnectionObserver&, LiveMedium)>;
 
     struct Ports {
         Scheduler& scheduler;

@@ -60,7 +60,7 @@ protected:
     {
         chat.emplace(ChatConversation::Ports{scheduler, lines, [this](int code) { exitCode = code; }}, partner);
         observers.emplace(std::vector<SessionObserver*>{&recording, &*chat});
-        const auto connections = [this](LiveConnectionObserver& session) {
+        const auto connections = [this](LiveConnectionObserver& session, LiveMedium) {
             auto made = std::make_unique<FakeLiveConnection>(session);
             wire = made.get();
             ++connectionsMade;

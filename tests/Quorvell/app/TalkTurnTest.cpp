@@ -30,7 +30,7 @@ protected:
         turn.emplace(TalkTurn::Ports{scheduler, [this] { inputEndedAt = scheduler.now(); },
                          [this](const TalkTurn::Outcome& ended) { outcome = ended; }},
             recording);
-        const auto connections = [this](LiveConnectionObserver& session) {
+        const auto connections = [this](LiveConnectionObserver& session, LiveMedium) {
             auto made = std::make_unique<FakeLiveConnection>(session);
             wire = made.get();
             return made;

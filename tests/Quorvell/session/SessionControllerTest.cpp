@@ -33,6 +33,7 @@ public:
     }
     void stop() override { m_end = m_scheduler.now(); }
     std::chrono::milliseconds unplayed() const override { return std::max(m_end - m_scheduler.now(), 0ms); }
+    std::chrono::milliseconds played() const override { return {}; }
 
 private:
     const Scheduler& m_scheduler;
@@ -49,7 +50,7 @@ protected:
 
     SessionController& make(SessionSettings settings = {})
     {
-        const auto connections = [this](LiveConnectionObserver& session) {
+        const auto connections = [this](LiveConnectionObserver& session, LiveMedium) {
             auto made = std::make_unique<FakeLiveConnection>(session);
             wire = made.get();
             return made;
