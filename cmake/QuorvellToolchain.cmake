@@ -2,7 +2,8 @@
 
 find_program(CCACHE ccache)
 if(CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
+    # The two leniences that precompiled headers need.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${CCACHE}")
 endif()
 
 find_program(MOLD mold)
@@ -23,7 +24,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
 endif()
 
 if(QUORVELL_SANITIZE STREQUAL "address")
-    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1 -g1)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -Og -g1)
     add_link_options(-fsanitize=address,undefined)
 elseif(QUORVELL_SANITIZE STREQUAL "thread")
     add_compile_options(-fsanitize=thread -O1 -g1)

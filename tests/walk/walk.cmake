@@ -6,6 +6,7 @@ if(QUORVELL_TESTS AND NOT QUORVELL_SANITIZE)
     target_compile_definitions(walk_test PRIVATE QUORVELL_PROGRAM="$<TARGET_FILE:quorvell>")
     target_compile_options(walk_test PRIVATE ${QUORVELL_WARNINGS})
     target_link_libraries(walk_test PRIVATE quorvell_text Qt6::Core GTest::gtest GTest::gtest_main)
+    quorvell_test_prelude(walk_test)
     add_dependencies(walk_test quorvell)
     gtest_discover_tests(walk_test TEST_PREFIX walk. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 LABELS walk)
 
