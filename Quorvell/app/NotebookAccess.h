@@ -36,7 +36,7 @@ public:
 
     /// Becomes the owner or finds it. When neither is possible: why.
     std::string open();
-    bool isOwner() const { return m_store != nullptr; }
+    bool isOwner() const override { return m_store != nullptr; }
 
     const std::vector<Note>& notes() const override;
     std::optional<Note> note(const std::string& id) const override;

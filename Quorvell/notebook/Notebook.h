@@ -26,6 +26,8 @@ public:
     /// Newest `created` first. Valid until the next change.
     virtual const std::vector<Note>& notes() const = 0;
     virtual std::optional<Note> note(const std::string& id) const = 0;
+    /// False while another program owns the folder. Only the owner fires reminders.
+    virtual bool isOwner() const { return true; }
     virtual void add(Note note, NotebookCallback done) = 0;
     /// Applies `change` to the note with this id, moves `updated` forward and writes it.
     virtual void update(const std::string& id, std::function<void(Note&)> change, NotebookCallback done) = 0;
