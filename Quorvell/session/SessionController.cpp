@@ -1,6 +1,5 @@
 #include "Quorvell/session/SessionController.h"
 
-#include "QuorvellCore/live/prompt/QuorvellPrompt.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
@@ -88,6 +87,7 @@ void SessionController::connect()
     PromptOptions options;
     options.userName = m_settings.userName;
     options.familyName = m_settings.familyName;
+    options.startMode = m_settings.helpMode;
     if (m_ports.whereAndWhen)
         options.whereAndWhen = m_ports.whereAndWhen();
     LiveSetup setup;
@@ -118,10 +118,15 @@ void SessionController::greet()
 {
     // Where answers are shown, the model that writes them greets; else the voice does.
     if (m_settings.replies == SessionSettings::Replies::shown)
-        return deliver({.text = QuorvellPrompt::greetingEvent(m_settings.userName, m_settings.frontApp)});
+        return deliver({.text = QuorvellPrompt::greetingEvent(m_settings.userName, frontApp())});
     m_turn.open();
-    m_connection.live->connection->sendVoiceInstructions(
-        QuorvellPrompt::liveGreeting(m_settings.userName, m_settings.frontApp));
+    m_connection.live->connection->sendVoiceInstructions(QuorvellPrompt::liveGreeting(m_settings.userName, frontApp()));
+}
+
+std::string SessionController::frontApp() const
+{
+    const std::string app = m_ports.frontApp ? m_ports.frontApp() : m_settings.frontApp;
+    return app.empty() ? "their desktop" : app;
 }
 
 // ---- What the user and the program want
@@ -143,7 +148,7 @@ void SessionController::respond()
     m_connection.live->connection->requestAnswer();
 }
 
-void SessionController::submitTyped(const TypedMessage& message)
+void SessionController::submitTyped(const TypedMessage& message, QuorvellPrompt::Entry entry)
 {
     const std::string text = trimmed(message.text());
     if (text.empty())
@@ -153,12 +158,12 @@ void SessionController::submitTyped(const TypedMessage& message)
     const auto reply = message.spoken ? QuorvellPrompt::Reply::spoken : QuorvellPrompt::Reply::shown;
     if (m_connection.phase == SessionPhase::connecting)
         m_connection.waitingTyped.push_back(text);
-    send({.text = QuorvellPrompt::typedMessage(text, QuorvellPrompt::Entry::typed, reply)});
+    send({.text = QuorvellPrompt::typedMessage(text, entry, reply)});
 }
 
 void SessionController::microphoneCaptured(std::span<const std::uint8_t> pcm)
 {
-    if (m_connection.phase != SessionPhase::active)
+    if (m_connection.phase != SessionPhase::active || isMuted())
         return;
     LiveConnection& connection = *m_connection.live->connection;
     for (const MicGateOutput& output : m_listening.microphone.captured(pcm)) {
@@ -169,6 +174,28 @@ void SessionController::microphoneCaptured(std::span<const std::uint8_t> pcm)
             ++m_usage.microphoneChunks;
         }
     }
+}
+
+void SessionController::setMuted(Muting muting)
+{
+    m_listening.muting = muting;
+}
+
+void SessionController::pushToTalk(Key key)
+{
+    if (key == Key::pressed)
+        begin();
+}
+
+void SessionController::interrupt()
+{
+    m_ports.player.stop();
+}
+
+void SessionController::setHelpMode(HelpMode mode)
+{
+    m_settings.helpMode = mode;
+    m_ports.observer.helpModeChanged(mode);
 }
 
 void SessionController::stop(std::string_view reason)

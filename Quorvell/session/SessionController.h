@@ -1,8 +1,10 @@
 // The spine of the assistant: one live conversation at a time, from the user's wish for help to its end.
 #pragma once
 
+#include "Quorvell/session/AudioCapture.h"
 #include "Quorvell/session/AudioPlayer.h"
 #include "Quorvell/session/ConversationTurn.h"
+#include "Quorvell/session/DozeListener.h"
 #include "Quorvell/session/EventLog.h"
 #include "Quorvell/session/LiveConnection.h"
 #include "Quorvell/session/LiveConnectionObserver.h"
@@ -12,8 +14,11 @@
 #include "Quorvell/session/SessionObserver.h"
 #include "Quorvell/session/SessionSettings.h"
 #include "Quorvell/session/SessionUsage.h"
+#include "Quorvell/session/SpeechSynthesiser.h"
 #include "Quorvell/session/ToolDispatcher.h"
+#include "Quorvell/session/UsageStore.h"
 #include "QuorvellCore/live/history/TypedMessage.h"
+#include "QuorvellCore/live/prompt/QuorvellPrompt.h"
 
 #include <cstdint>
 #include <deque>
@@ -38,6 +43,13 @@ public:
         SessionObserver& observer;
         const ToolDispatcher& tools;
         std::function<std::string()> whereAndWhen; ///< Date, time and place in words, as they are at this moment.
+        // Each may be absent.
+        AudioCapture* capture = nullptr; ///< Absent: sound comes from elsewhere, or never.
+        DozeListener* dozeListener = nullptr; ///< Absent: a quiet conversation stays connected.
+        SpeechSynthesiser* synthesiser = nullptr;
+        UsageStore* usageStore = nullptr; ///< Absent: there is no daily limit.
+        std::function<double()> jitter{}; ///< 0 to 1, different each time: spreads attempts to connect again.
+        std::function<std::string()> frontApp{}; ///< What the user looks at now; else SessionSettings::frontApp.
     };
 
     SessionController(Ports ports, SessionSettings settings);
@@ -51,10 +63,20 @@ public:
     void send(LiveMessageText message);
     /// Asks the model to answer now.
     void respond();
-    /// A message of the user. Where no conversation runs it begins one.
-    void submitTyped(const TypedMessage& message);
+    /// A message of the user. Where no conversation runs it begins one, where it rests it wakes it.
+    void submitTyped(const TypedMessage& message, QuorvellPrompt::Entry entry = QuorvellPrompt::Entry::typed);
     /// Sound of the microphone: 16-bit little-endian mono at MicrophoneStream::sampleRateHz, in pieces of any size.
     void microphoneCaptured(std::span<const std::uint8_t> pcm);
+    /// Muted, the microphone is closed and nothing is sent. Holds over conversations.
+    enum class Muting { heard, muted };
+    void setMuted(Muting muting);
+    /// The key of SessionSettings::Listening::pushToTalk. Where no conversation runs, pressing begins one.
+    enum class Key { pressed, released };
+    void pushToTalk(Key key);
+    /// Silences the assistant and stops what it is doing; the conversation goes on.
+    void interrupt();
+    /// The user's own wish; the model is told.
+    void setHelpMode(HelpMode mode);
     /// Ends the conversation; the observer hears of the end once the connection is closed.
     void stop(std::string_view reason);
 
@@ -63,6 +85,8 @@ public:
 
     SessionPhase phase() const { return m_connection.phase; }
     bool isTurnOpen() const { return m_turn.isOpen(); }
+    HelpMode helpMode() const { return m_settings.helpMode; }
+    bool isMuted() const { return m_listening.muting == Muting::muted; }
     const SessionUsage& usage() const { return m_usage; }
     /// What was said on both sides, oldest first.
     const std::deque<LiveHistoryEntry>& conversation() const { return m_turn.conversation(); }
@@ -85,6 +109,7 @@ private:
     };
     struct ListeningState {
         MicrophoneStream microphone;
+        Muting muting = Muting::heard;
     };
     struct ActionState {
         std::deque<std::string> calls; ///< Ids, newest last.
@@ -96,6 +121,7 @@ private:
     void connect();
     void beginConversation(const std::string& sessionID);
     void greet();
+    std::string frontApp() const;
 
     // What the service reports
     void handleEvent(const LiveServerEvent& event);

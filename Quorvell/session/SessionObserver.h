@@ -1,7 +1,10 @@
 #pragma once
 
+#include "Quorvell/session/Doze.h"
 #include "Quorvell/session/SessionEnd.h"
 #include "Quorvell/session/SessionPhase.h"
+#include "Quorvell/session/SessionUsage.h"
+#include "QuorvellCore/live/prompt/HelpMode.h"
 #include "QuorvellCore/live/wire/LiveFunctionCall.h"
 #include "QuorvellCore/live/wire/LiveFunctionResponse.h"
 
@@ -19,12 +22,31 @@ public:
         unanswered, ///< Nothing came for as long as patience lasts.
         brokenOff, ///< The conversation ended first.
     };
+    enum class Link {
+        steady,
+        reconnecting, ///< The connection was lost and is being mended; what is said meanwhile is kept.
+    };
+    enum class Ear {
+        closed, ///< No microphone, or the key is not held.
+        open,
+        hearing, ///< The user is speaking.
+        muted,
+    };
 
     virtual ~SessionObserver() = default;
 
     virtual void phaseChanged(SessionPhase) { }
+    /// Within the phase active.
+    virtual void restChanged(Doze) { }
+    /// Within the phase active; a loss that is mended is not told in any other way.
+    virtual void linkChanged(Link) { }
+    virtual void earChanged(Ear) { }
+    virtual void helpModeChanged(HelpMode) { }
+    /// At most once a second.
+    virtual void usageChanged(const SessionUsage&) { }
     virtual void userSaid(const std::string& /*text*/, Words) { }
     virtual void assistantWordsHeard(const std::string& /*delta*/) { }
+    /// The whole of it; when the user spoke over it, only what was heard.
     virtual void assistantSaid(const std::string& /*text*/) { }
     virtual void toolCalled(const LiveFunctionCall&) { }
     virtual void toolAnswered(const LiveFunctionResponse&) { }

@@ -1,0 +1,12 @@
+#pragma once
+
+namespace quorvell {
+
+/// The rest state of an active conversation.
+enum class Doze {
+    awake, ///< A live connection is open, or being mended.
+    dozing, ///< Hung up; the recogniser on the device listens.
+    waking, ///< Connecting again, because words were heard or typed.
+};
+
+} // namespace quorvell

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <chrono>
+
+namespace quorvell {
+
+/// How long things may take, and how often they are tried. The defaults are what a user meets; tests shorten them.
+struct SessionLimits {
+    using Time = std::chrono::milliseconds;
+
+    Time idleCheck{1'000}; ///< Between two looks at how quiet it is.
+
+    // Silence after which a conversation rests or ends; each must be exceeded.
+    Time restAfter{15'000};
+    Time quietListening{120'000};
+    Time quietHighlighted{240'000}; ///< Listening, with something highlighted for the user.
+    Time quietResting{300'000}; ///< Listening on the device.
+    Time quietNotListening{600'000};
+    Time waking{20'000}; ///< From the words that wake to the connection that takes them.
+
+    // A connection that was lost
+    int reconnectAttempts = 5;
+    Time reconnectShortest{500};
+    Time reconnectLongest{8'000};
+    Time reconnectSteady{30'000}; ///< A connection that held so long starts the count afresh.
+
+    // A connection that is to be replaced
+    Time connectionAge{25 * 60'000}; ///< Services end theirs after 10 (and say so before) to 60 minutes.
+    double contextRatio = 0.8; ///< 0 to 1; above it the model soon forgets the beginning.
+    Time rotationDeferral{60'000}; ///< Waiting for a quiet moment any longer is written down.
+    Time goAwayNotice{10'000}; ///< Assumed where the service names none.
+
+    // A turn
+    Time followThrough{8'000}; ///< Words that neither voice nor tools took up are handed over in writing.
+    Time progress{12'000}; ///< A tool that runs so long while nothing is said is spoken of, and again as long after.
+    Time targetRefresh{1'000}; ///< Between two looks at whether what is highlighted is still there.
+
+    bool operator==(const SessionLimits&) const = default;
+};
+
+} // namespace quorvell
