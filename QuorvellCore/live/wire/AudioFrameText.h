@@ -20,4 +20,25 @@ std::string audioFrameText(std::string_view type, std::string_view key, std::spa
 /// What is accepted here reads the same there: one object of strings without escapes, no key twice.
 std::optional<Bytes> readAudioFrameText(std::string_view text, std::string_view type, std::string_view key);
 
+/// What stands around an object {"data", "mimeType"}: each object has no other member, each array no other element.
+struct AudioEnvelope {
+    std::string_view before;
+    std::string_view after;
+};
+
+inline constexpr AudioEnvelope geminiClientAudio{R"({"realtimeInput":{"audio":)", "}}"};
+inline constexpr AudioEnvelope geminiServerAudio{R"({"serverContent":{"modelTurn":{"parts":[{"inlineData":)", "}]}}}"};
+
+struct AudioBlob {
+    Bytes pcm;
+    std::string mimeType;
+
+    bool operator==(const AudioBlob&) const = default;
+};
+
+/// As audioFrameText, for sound in an envelope. The MIME type is a literal of the protocol.
+std::string audioBlobText(const AudioEnvelope& envelope, std::string_view mimeType, std::span<const std::uint8_t> pcm);
+/// As readAudioFrameText.
+std::optional<AudioBlob> readAudioBlobText(std::string_view text, const AudioEnvelope& envelope);
+
 } // namespace quorvell

@@ -5,58 +5,11 @@
 #include "QuorvellCore/text/Json.h"
 #include "QuorvellCore/text/LowerCase.h"
 
-#include <algorithm>
-#include <charconv>
 #include <utility>
 
 namespace quorvell {
 
 namespace {
-
-using Security = OpenAILiveEndpoint::Security;
-
-/// "host" and, where there is one, the port behind it. An IPv6 address stands in brackets.
-struct HostAndPort {
-    std::string_view host;
-    std::optional<std::string_view> port;
-};
-
-HostAndPort splitHost(std::string_view text)
-{
-    const std::size_t bracket = text.starts_with('[') ? text.find(']') : 0;
-    const std::size_t colon = text.find(':', bracket == std::string_view::npos ? 0 : bracket);
-    if (colon == std::string_view::npos)
-        return {text, std::nullopt};
-    return {text.substr(0, colon), text.substr(colon + 1)};
-}
-
-bool isPort(std::string_view text)
-{
-    unsigned port = 0;
-    const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), port);
-    return problem == std::errc{} && end == text.data() + text.size() && port >= 1 && port <= 65535;
-}
-
-bool isHostCharacter(char letter)
-{
-    return (letter >= 'a' && letter <= 'z') || (letter >= '0' && letter <= '9') || letter == '.' || letter == '-';
-}
-
-bool isHost(std::string_view host)
-{
-    if (host.starts_with('[') && host.ends_with(']') && host.size() > 2) {
-        return std::all_of(host.begin() + 1, host.end() - 1,
-            [](char letter) { return letter == ':' || (letter != '-' && isHostCharacter(letter)); });
-    }
-    return !host.empty() && host.size() <= 253 && std::all_of(host.begin(), host.end(), isHostCharacter);
-}
-
-/// A dotted name such as "127.evil.example" is none of these: after "127." only digits and dots may follow.
-bool isThisComputer(std::string_view host)
-{
-    return host == "localhost" || host == "[::1]"
-        || (host.starts_with("127.") && host.find_first_not_of("0123456789.") == std::string_view::npos);
-}
 
 std::pair<std::string, std::string> authorization(std::string_view apiKey)
 {
@@ -67,38 +20,22 @@ std::pair<std::string, std::string> authorization(std::string_view apiKey)
 
 std::optional<OpenAILiveEndpoint> OpenAILiveEndpoint::create(std::string_view address)
 {
-    std::string text = lowerCased(trimmed(address));
-    Security security = Security::tls;
-    if (const std::size_t end = text.find("://"); end != std::string::npos) {
-        const std::string scheme = text.substr(0, end);
-        if (scheme == "http" || scheme == "ws")
-            security = Security::none;
-        else if (scheme != "https" && scheme != "wss")
-            return std::nullopt;
-        text.erase(0, end + 3);
-    }
-    if (text.ends_with('/'))
-        text.pop_back();
-    const auto [host, port] = splitHost(text);
-    if (!isHost(host) || (port && !isPort(*port)) || (security == Security::none && !isThisComputer(host)))
-        return std::nullopt;
-    return OpenAILiveEndpoint{std::move(text), security};
+    auto found = ServiceAddress::create(address);
+    return found ? std::optional(OpenAILiveEndpoint{std::move(found->host), found->security}) : std::nullopt;
 }
 
 WebRequest OpenAILiveEndpoint::request(std::string_view apiKey) const
 {
-    const char* scheme = security == Security::tls ? "wss://" : "ws://";
-    return {WebRequest::Method::get, scheme + host + std::string(path), {authorization(apiKey)}, {},
+    return {WebRequest::Method::get, ServiceAddress{host, security}.socketUrl(path), {authorization(apiKey)}, {},
         std::chrono::seconds(60)};
 }
 
 WebRequest OpenAILiveEndpoint::webRTCRequest(
     std::string_view apiKey, const OpenAILiveSetupOptions& options, std::string_view offerSDP) const
 {
-    const char* scheme = security == Security::tls ? "https://" : "http://";
     const Json body{{"session", OpenAILiveMessage::session(options, OpenAILiveMessage::AudioFormat::undeclared)},
         {"transport", {{"type", "webrtc"}, {"sdp", offerSDP}}}};
-    return {WebRequest::Method::post, scheme + host + std::string(path),
+    return {WebRequest::Method::post, ServiceAddress{host, security}.webUrl(path),
         {authorization(apiKey), {"Content-Type", "application/json"}}, dumpJson(body), std::chrono::seconds(20)};
 }
 

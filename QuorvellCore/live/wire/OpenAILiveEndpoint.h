@@ -3,6 +3,7 @@
 
 #include "QuorvellCore/live/wire/OpenAILiveSetupOptions.h"
 #include "QuorvellCore/live/wire/RefusedSetting.h"
+#include "QuorvellCore/live/wire/ServiceAddress.h"
 #include "QuorvellCore/live/wire/WebRequest.h"
 
 #include <optional>
@@ -11,9 +12,9 @@
 
 namespace quorvell {
 
-/// One service. TLS is used for every host but the computer itself.
+/// One service.
 struct OpenAILiveEndpoint {
-    enum class Security { tls, none };
+    using Security = ServiceAddress::Security;
 
     /// The answer to a session created for WebRTC.
     struct WebRTCAnswer {
@@ -28,8 +29,7 @@ struct OpenAILiveEndpoint {
     std::string host{defaultHost}; ///< With ":port" where it is not the scheme's own.
     Security security = Security::tls;
 
-    /// From an address in the settings: "https://host", "wss://host:port", or a bare host. Without TLS ("http", "ws")
-    /// only for the computer itself. Nothing for any other text; a path is not allowed.
+    /// From an address in the settings, as ServiceAddress::create.
     static std::optional<OpenAILiveEndpoint> create(std::string_view address);
 
     /// The upgrade to a WebSocket.

@@ -1,10 +1,9 @@
 #include "QuorvellCore/live/wire/OpenAILiveMessage.h"
 
 #include "QuorvellCore/live/wire/AudioFrameText.h"
+#include "QuorvellCore/live/wire/LiveHistorySeed.h"
 #include "QuorvellCore/text/Base64.h"
-#include "QuorvellCore/text/Characters.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace quorvell {
@@ -36,14 +35,9 @@ Json messageItem(std::string_view role, Json content)
 Json historyItems(const std::vector<LiveHistoryEntry>& history)
 {
     Json items = Json::array();
-    const std::size_t first = history.size() - std::min(history.size(), OpenAILiveMessage::historyEntries);
-    for (std::size_t index = first; index < history.size(); ++index) {
-        const auto& [role, text] = history[index];
-        const std::string cut = firstCharacters(trimmed(text), OpenAILiveMessage::historyCharacters);
-        if (cut.empty())
-            continue;
+    for (const auto& [role, text] : LiveHistorySeed::of(history)) {
         const char* type = role == "assistant" ? "output_text" : "input_text";
-        items.push_back(messageItem(role, Json::array({Json{{"type", type}, {"text", cut}}})));
+        items.push_back(messageItem(role, Json::array({Json{{"type", type}, {"text", text}}})));
     }
     return items;
 }

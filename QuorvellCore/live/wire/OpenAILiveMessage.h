@@ -23,8 +23,6 @@ struct OpenAILiveMessage {
     static constexpr int sampleRate = 24000; ///< Of input_audio.append, Hz.
     static constexpr std::array<std::string_view, 10> voices = {
         "marin", "cedar", "alloy", "ash", "ballad", "coral", "echo", "sage", "shimmer", "verse"};
-    static constexpr std::size_t historyEntries = 128; ///< Only the last so many seed a session.
-    static constexpr std::size_t historyCharacters = 2000; ///< User-perceived, for each entry.
 
     static Json session(const OpenAILiveSetupOptions& options, AudioFormat format);
     static Json backend(const OpenAILiveSetupOptions& options);

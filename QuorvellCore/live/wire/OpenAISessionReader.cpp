@@ -1,5 +1,6 @@
 #include "QuorvellCore/live/wire/OpenAISessionReader.h"
 
+#include "QuorvellCore/live/wire/LiveHistorySeed.h"
 #include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
 #include "QuorvellCore/live/wire/OpenAILiveMessage.h"
 
@@ -91,8 +92,8 @@ void OpenAISessionReader::readHistory(const Json& session)
     const Json* input = memberOf(session, "input");
     if (!input)
         return;
-    if (!input->is_array() || input->size() > OpenAILiveMessage::historyEntries) {
-        fail("\"input\" must be a list of at most " + std::to_string(OpenAILiveMessage::historyEntries) + " messages.");
+    if (!input->is_array() || input->size() > LiveHistorySeed::entries) {
+        fail("\"input\" must be a list of at most " + std::to_string(LiveHistorySeed::entries) + " messages.");
         return;
     }
     for (const Json& item : *input) {

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <set>
 #include <string>
 
@@ -30,6 +31,19 @@ inline std::set<std::string> fixtureNames(const std::string& side)
     for (const auto& entry : std::filesystem::directory_iterator(fixtureFolder(side)))
         names.insert(entry.path().stem().string());
     return names;
+}
+
+/// The messages of tests/fixtures/live/<name>.jsonl by their names; each line is {"name", "message"}.
+inline std::map<std::string, std::string> fixtureLines(const std::string& name)
+{
+    std::map<std::string, std::string> messages;
+    std::ifstream file(std::filesystem::path(QUORVELL_FIXTURES) / "live" / (name + ".jsonl"));
+    for (std::string line; std::getline(file, line);) {
+        const auto entry = parseJson(line).value_or(Json());
+        const Json* message = memberOf(entry, "message");
+        messages[readString(entry, "name").value_or("")] = message ? dumpJson(*message) : "";
+    }
+    return messages;
 }
 
 /// The same message without white space, keys in the order of the file.
