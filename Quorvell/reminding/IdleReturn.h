@@ -1,0 +1,24 @@
+#pragma once
+
+#include <chrono>
+
+namespace quorvell {
+
+/// Finds the user's return in samples of how long nobody has used the computer. A value; not thread safe.
+class IdleReturn {
+public:
+    static constexpr std::chrono::minutes shortestAbsence{5};
+
+    /// True for the first sample after an absence.
+    bool cameBack(std::chrono::milliseconds idle)
+    {
+        const bool wasAway = m_isAway;
+        m_isAway = idle >= shortestAbsence;
+        return wasAway && !m_isAway;
+    }
+
+private:
+    bool m_isAway = false;
+};
+
+} // namespace quorvell

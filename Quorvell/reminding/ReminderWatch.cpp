@@ -1,0 +1,190 @@
+#include "Quorvell/reminding/ReminderWatch.h"
+
+#include "QuorvellCore/reminders/ReminderState.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+/// Later than this a reminder counts as missed, and several missed ones come as one summary.
+constexpr std::chrono::minutes punctual{2};
+/// More at one moment come as one notice, too.
+constexpr std::size_t mostAtOnce = 3;
+
+bool isStillOpen(const Notebook& notebook, const DueReminder& reminder)
+{
+    const auto note = notebook.note(reminder.note.id);
+    return note && ReminderState::isPending(*note) && note->remindAt == reminder.note.remindAt;
+}
+
+} // namespace
+
+ReminderWatch::ReminderWatch(Ports ports)
+    : m_ports(std::move(ports))
+{
+    m_ports.timer.onRing([this] { look(); });
+    m_ports.presence.onReturn([this] { cameBack(); });
+    m_ports.notifier.setReports(
+        {.actionTaken = [this](const std::string& key, const std::string& action) { actionTaken(key, action); },
+            .couldNotShow =
+                [this](const Notice& notice) {
+                    m_ports.log.record("reminder_not_shown", {{"actions", notice.actions.size()}});
+                }});
+}
+
+ReminderWatch::~ReminderWatch()
+{
+    m_ports.timer.onRing([] {});
+    m_ports.presence.onReturn([] {});
+    m_ports.notifier.setReports({.actionTaken = [](const auto&, const auto&) {}, .couldNotShow = [](const auto&) {}});
+    m_ports.timer.setAlarm(std::nullopt);
+}
+
+void ReminderWatch::look()
+{
+    // A change that this very look makes in the notes calls it again; the look under way sees to everything.
+    if (std::exchange(m_isLooking, true))
+        return;
+    if (m_ports.notebook.isOwner()) {
+        const Calendar calendar = m_ports.calendar();
+        fire(ReminderSchedule::due(notesWithMarks(), m_ports.timer.now(), calendar), m_ports.timer.now(), calendar);
+        withdrawSettled();
+        const auto& notes = notesWithMarks();
+        m_ports.timer.setAlarm(ReminderSchedule::nextAlarm(notes, m_ports.timer.now(), calendar));
+        m_ports.presence.setWaiting(std::any_of(notes.begin(), notes.end(), ReminderSchedule::waitsForReturn));
+    } else {
+        m_ports.timer.setAlarm(std::nullopt);
+        m_ports.presence.setWaiting(false);
+    }
+    m_isLooking = false;
+}
+
+const std::vector<Note>& ReminderWatch::notesWithMarks()
+{
+    if (m_unwritten.empty()) {
+        m_marked.clear();
+        return m_ports.notebook.notes();
+    }
+    m_marked = m_ports.notebook.notes();
+    for (Note& note : m_marked)
+        if (const auto mark = m_unwritten.find(note.id); mark != m_unwritten.end())
+            ReminderSchedule::markShown(note, mark->second);
+    return m_marked;
+}
+
+void ReminderWatch::fire(const std::vector<DueReminder>& due, Instant now, const Calendar& calendar)
+{
+    std::vector<DueReminder> missed;
+    std::vector<DueReminder> current;
+    for (const DueReminder& reminder : due)
+        (now - reminder.occurrence > punctual ? missed : current).push_back(reminder);
+    for (const auto& [reminders, mostSingle] : {std::pair(&missed, std::size_t{1}), std::pair(&current, mostAtOnce)}) {
+        if (reminders->size() > mostSingle)
+            show(ReminderNotice::summary(*reminders, now, calendar));
+        else
+            for (const DueReminder& reminder : *reminders)
+                show(ReminderNotice::single(reminder, now, calendar));
+    }
+}
+
+void ReminderWatch::show(ReminderNotice notice)
+{
+    m_ports.notifier.show(notice.notice);
+    if (m_ports.announce)
+        m_ports.announce(notice.announcement);
+    m_ports.log.record("reminder_fired", {{"count", notice.reminders.size()}});
+    // Only now: a crash in between shows it twice rather than never.
+    for (const DueReminder& reminder : notice.reminders)
+        markShown(reminder);
+    m_open[notice.notice.key] = std::move(notice);
+}
+
+void ReminderWatch::markShown(const DueReminder& reminder)
+{
+    const std::string id = reminder.note.id;
+    m_unwritten[id] = reminder.occurrence;
+    const auto mark = [occurrence = reminder.occurrence](Note& note) { ReminderSchedule::markShown(note, occurrence); };
+    m_ports.notebook.update(id, mark,
+        [this, id, occurrence = reminder.occurrence, life = std::weak_ptr<bool>(m_life)](const auto& verdict) {
+            if (life.expired())
+                return;
+            if (!verdict.isStored)
+                m_ports.log.record("reminder_mark_failed", {{"problem", verdict.problem}});
+            else if (const auto found = m_unwritten.find(id); found != m_unwritten.end() && found->second == occurrence)
+                m_unwritten.erase(found);
+        });
+}
+
+/// What was ticked off, put off, put away or deleted elsewhere needs no notice any more.
+void ReminderWatch::withdrawSettled()
+{
+    for (auto open = m_open.begin(); open != m_open.end();) {
+        const auto& reminders = open->second.reminders;
+        const bool isOpen = std::any_of(reminders.begin(), reminders.end(),
+            [this](const DueReminder& reminder) { return isStillOpen(m_ports.notebook, reminder); });
+        if (!isOpen)
+            m_ports.notifier.withdraw(open->first);
+        open = isOpen ? std::next(open) : m_open.erase(open);
+    }
+    std::erase_if(m_unwritten, [this](const auto& mark) { return !m_ports.notebook.note(mark.first); });
+}
+
+void ReminderWatch::cameBack()
+{
+    if (!m_ports.notebook.isOwner())
+        return;
+    const Instant now = m_ports.timer.now();
+    std::vector<std::string> waiting;
+    for (const Note& note : m_ports.notebook.notes())
+        if (ReminderSchedule::waitsForReturn(note))
+            waiting.push_back(note.id);
+    for (const std::string& id : waiting)
+        change(id, [now](Note& note) {
+            if (ReminderSchedule::waitsForReturn(note))
+                ReminderState::cameBack(note, now);
+        });
+    look();
+}
+
+void ReminderWatch::actionTaken(const std::string& key, const std::string& action)
+{
+    const auto found = m_open.find(key);
+    if (found == m_open.end())
+        return;
+    const ReminderNotice notice = found->second;
+    const Instant now = m_ports.timer.now();
+    const Calendar calendar = m_ports.calendar();
+    const auto until = notice.putOffUntil(action, now, calendar);
+    if (action != ReminderNotice::doneKey && !until)
+        return;
+    m_open.erase(found);
+    m_ports.notifier.withdraw(key);
+    for (const DueReminder& reminder : notice.reminders) {
+        if (!isStillOpen(m_ports.notebook, reminder))
+            continue;
+        if (until)
+            change(reminder.note.id, [until](Note& note) { ReminderState::later(note, *until); });
+        else
+            change(reminder.note.id, [now, calendar](Note& note) { ReminderSchedule::finish(note, now, calendar); });
+    }
+    look();
+}
+
+void ReminderWatch::change(const std::string& id, std::function<void(Note&)> change)
+{
+    m_ports.notebook.update(
+        id, std::move(change), [this, life = std::weak_ptr<bool>(m_life)](const NotebookVerdict& verdict) {
+            if (life.expired())
+                return;
+            if (!verdict.isStored)
+                m_ports.notifier.show({"problem", "A reminder could not be changed", verdict.problem, {}});
+            look();
+        });
+}
+
+} // namespace quorvell

@@ -1,0 +1,365 @@
+#include "Quorvell/reminding/ReminderWatch.h"
+
+#include "MemoryNotebook.h"
+#include "Quorvell/reminding/IdleReturn.h"
+#include "QuorvellCore/reminders/ReminderRepeat.h"
+#include "QuorvellCore/reminders/ReminderState.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <map>
+#include <memory>
+#include <random>
+#include <set>
+
+namespace quorvell {
+namespace {
+
+using std::chrono::days;
+using std::chrono::hours;
+using std::chrono::minutes;
+
+Instant at(const char* iso)
+{
+    return parseIsoText(iso).value_or(Instant());
+}
+
+class FakeClock final : public WallClockTimer {
+public:
+    Instant now() const override { return time; }
+    void setAlarm(std::optional<Instant> moment) override { alarm = moment; }
+    void onRing(std::function<void()> rang) override { ring = std::move(rang); }
+
+    /// Lets the time go by. Asleep, the computer rings only once it is awake again.
+    void pass(Instant until)
+    {
+        for (int rings = 0; alarm && *alarm <= until; ++rings) {
+            ASSERT_LT(rings, 5000) << "it rings for ever";
+            time = std::max(time, *alarm);
+            ring();
+        }
+        time = until;
+    }
+    void sleep(Instant until)
+    {
+        time = until;
+        pass(until);
+    }
+    void set(Instant moment)
+    {
+        time = moment;
+        ring();
+        pass(moment);
+    }
+
+    Instant time = at("2026-11-21T09:00:00Z");
+    std::optional<Instant> alarm;
+    std::function<void()> ring;
+};
+
+class FakeNotifier final : public Notifier {
+public:
+    void setReports(Reports newReports) override { reports = std::move(newReports); }
+    void show(const Notice& notice) override
+    {
+        shown.push_back(notice);
+        open[notice.key] = notice;
+    }
+    void withdraw(const std::string& key) override { open.erase(key); }
+
+    Reports reports;
+    std::vector<Notice> shown;
+    std::map<std::string, Notice> open;
+};
+
+class FakePresence final : public PresenceWatch {
+public:
+    void onReturn(std::function<void()> newCameBack) override { cameBack = std::move(newCameBack); }
+    void setWaiting(bool newIsWaiting) override { isWaiting = newIsWaiting; }
+
+    std::function<void()> cameBack;
+    bool isWaiting = false;
+};
+
+class NoLog final : public EventLog {
+public:
+    void record(std::string_view, const Json&) override { }
+};
+
+struct Bench {
+    MemoryNotebook notebook;
+    FakeClock clock;
+    FakeNotifier notifier;
+    FakePresence presence;
+    NoLog log;
+    std::string zone = "Europe/Berlin";
+    std::vector<std::string> said;
+    std::unique_ptr<ReminderWatch> watch;
+
+    void start()
+    {
+        watch = nullptr;
+        watch = std::make_unique<ReminderWatch>(ReminderWatch::Ports{notebook, clock, notifier, presence, log,
+            [this] { return *Calendar::create(zone, "en_US"); },
+            [this](const std::string& sentence) { said.push_back(sentence); }});
+        watch->look();
+    }
+    void add(const std::string& id, Instant moment, const char* rule = nullptr)
+    {
+        Note note;
+        note.id = id;
+        note.title = "Task " + id;
+        note.remindAt = moment;
+        if (rule)
+            note.repeatRule = rule;
+        notebook.list.push_back(note);
+    }
+    Note note(const std::string& id) const { return notebook.note(id).value_or(Note()); }
+    void press(const std::string& key, const std::string& action) { notifier.reports.actionTaken(key, action); }
+};
+
+/// How often a reminder at three in the afternoon fires, seen in the moments at which it was shown.
+TEST(ReminderWatch, firesEachOccurrenceOnceAcrossClockChanges)
+{
+    struct Row {
+        const char* name;
+        const char* zone;
+        const char* from;
+        const char* base; ///< First occurrence.
+        const char* rule;
+        int daysLong;
+        std::vector<const char*> fired;
+    };
+    const Row rows[] = {
+        {"spring in Berlin, an hour that is skipped", "Europe/Berlin", "2026-03-27T12:00:00Z", "2026-03-28T01:30:00Z",
+            "daily", 4,
+            {"2026-03-28T01:30:00.000Z", "2026-03-29T01:30:00.000Z", "2026-03-30T00:30:00.000Z",
+                "2026-03-31T00:30:00.000Z"}},
+        {"autumn in Berlin, an hour that comes twice", "Europe/Berlin", "2026-10-23T22:00:00Z", "2026-10-24T00:30:00Z",
+            "daily", 3, {"2026-10-24T00:30:00.000Z", "2026-10-25T00:30:00.000Z", "2026-10-26T01:30:00.000Z"}},
+        {"spring in New York", "America/New_York", "2026-03-07T12:00:00Z", "2026-03-07T14:00:00Z", "daily", 3,
+            {"2026-03-07T14:00:00.000Z", "2026-03-08T13:00:00.000Z", "2026-03-09T13:00:00.000Z"}},
+        {"autumn in New York", "America/New_York", "2026-10-31T12:00:00Z", "2026-10-31T13:00:00Z", "daily", 2,
+            {"2026-10-31T13:00:00.000Z", "2026-11-01T14:00:00.000Z"}},
+        {"spring on Lord Howe, by half an hour", "Australia/Lord_Howe", "2026-10-02T12:00:00Z", "2026-10-02T22:30:00Z",
+            "daily", 3, {"2026-10-02T22:30:00.000Z", "2026-10-03T22:00:00.000Z", "2026-10-04T22:00:00.000Z"}},
+        {"autumn on Lord Howe", "Australia/Lord_Howe", "2026-04-03T12:00:00Z", "2026-04-03T22:00:00Z", "daily", 2,
+            {"2026-04-03T22:00:00.000Z", "2026-04-04T22:30:00.000Z"}},
+        {"the leap day", "UTC", "2028-02-28T00:00:00Z", "2028-02-28T09:00:00Z", "daily", 3,
+            {"2028-02-28T09:00:00.000Z", "2028-02-29T09:00:00.000Z", "2028-03-01T09:00:00.000Z"}},
+        {"yearly on the leap day", "UTC", "2028-02-28T00:00:00Z", "2028-02-29T09:00:00Z", "yearly", 800,
+            {"2028-02-29T09:00:00.000Z", "2029-02-28T09:00:00.000Z", "2030-02-28T09:00:00.000Z"}},
+        {"the last day of the month", "UTC", "2028-01-30T00:00:00Z", "2028-01-31T09:00:00Z", "monthly:31", 62,
+            {"2028-01-31T09:00:00.000Z", "2028-02-29T09:00:00.000Z", "2028-03-31T09:00:00.000Z"}},
+        {"once", "UTC", "2026-11-21T00:00:00Z", "2026-11-21T09:00:00Z", nullptr, 60, {"2026-11-21T09:00:00.000Z"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Bench bench;
+        bench.zone = row.zone;
+        bench.clock.time = at(row.from);
+        bench.add("a", at(row.base), row.rule);
+        bench.start();
+        std::vector<std::string> fired;
+        const Instant end = at(row.from) + days(row.daysLong);
+        while (bench.clock.alarm && *bench.clock.alarm <= end) {
+            ASSERT_LT(fired.size(), 10U);
+            const Instant moment = *bench.clock.alarm;
+            bench.clock.pass(moment);
+            fired.push_back(isoText(moment));
+        }
+        EXPECT_EQ(fired, std::vector<std::string>(row.fired.begin(), row.fired.end()));
+        EXPECT_EQ(bench.notifier.shown.size(), row.fired.size());
+        EXPECT_EQ(bench.notifier.open.size(), 1U); // Each takes the place of the one before.
+    }
+}
+
+TEST(ReminderWatch, standsAClockThatIsSet)
+{
+    for (const char* rule : {static_cast<const char*>(nullptr), "daily"}) {
+        Bench bench;
+        bench.add("a", at("2026-11-21T10:00:00Z"), rule);
+        bench.start();
+        bench.clock.pass(at("2026-11-21T10:30:00Z"));
+        EXPECT_EQ(bench.notifier.shown.size(), 1U);
+        bench.clock.set(at("2026-11-21T09:30:00Z")); // Back an hour: its time comes again.
+        bench.clock.pass(at("2026-11-21T10:30:00Z"));
+        EXPECT_EQ(bench.notifier.shown.size(), 1U);
+        bench.add("b", at("2026-11-22T08:00:00Z"));
+        bench.watch->look();
+        bench.clock.set(at("2026-11-22T10:30:00Z")); // Forward a day.
+        const std::size_t shown = bench.notifier.shown.size();
+        EXPECT_GE(shown, 2U);
+        bench.clock.set(at("2026-11-21T10:40:00Z")); // And back.
+        bench.clock.pass(at("2026-11-22T10:35:00Z"));
+        EXPECT_EQ(bench.notifier.shown.size(), shown);
+        bench.press("b", "In 10 minutes"); // Of one that fired early, too.
+        bench.clock.pass(at("2026-11-22T10:50:00Z"));
+        EXPECT_EQ(bench.notifier.shown.size(), shown + (rule ? 0 : 1)) << (rule ? rule : "once");
+    }
+}
+
+TEST(ReminderWatch, catchesUpGently)
+{
+    Bench bench;
+    for (int index = 0; index < 9; ++index)
+        bench.add(std::string(1, static_cast<char>('a' + index)), at("2026-11-22T08:00:00Z") + hours(index), "daily");
+    bench.start();
+    bench.clock.sleep(at("2026-11-28T20:00:00Z")); // Nearly a week.
+    ASSERT_EQ(bench.notifier.shown.size(), 1U);
+    EXPECT_EQ(bench.notifier.shown.front().title, "9 reminders came due");
+    EXPECT_TRUE(bench.notifier.shown.front().body.ends_with("… and 3 more"));
+    bench.start(); // Started again, nothing fires twice.
+    EXPECT_EQ(bench.notifier.shown.size(), 1U);
+    bench.clock.pass(at("2026-11-29T08:00:00Z"));
+    EXPECT_EQ(bench.notifier.shown.size(), 2U);
+
+    Bench owned;
+    owned.notebook.owner = false;
+    owned.add("a", at("2026-11-21T08:00:00Z"));
+    owned.start();
+    EXPECT_TRUE(owned.notifier.shown.empty());
+    EXPECT_FALSE(owned.clock.alarm);
+    owned.notebook.owner = true; // The other program ended.
+    owned.watch->look();
+    EXPECT_EQ(owned.notifier.shown.size(), 1U);
+}
+
+TEST(ReminderWatch, carriesOutWhatIsPressed)
+{
+    struct Row {
+        const char* pressedAt;
+        const char* action;
+        const char* remindAt;
+        bool isPending;
+    };
+    const Row rows[] = {
+        {"2026-11-21T10:00:00Z", "done", "2026-11-21T10:00:00.000Z", false},
+        {"2026-11-21T12:00:00Z", "In 10 minutes", "2026-11-21T12:10:00.000Z", true},
+        {"2026-11-21T10:00:00Z", "This evening", "2026-11-21T17:00:00.000Z", true}, // 18:00 in Berlin
+        {"2026-11-21T16:30:00Z", "This evening", "2026-11-21T17:00:00.000Z", true},
+        {"2026-11-21T20:00:00Z", "This evening", "2026-11-21T20:10:00.000Z", true},
+        {"2026-11-21T10:00:00Z", "Tomorrow morning", "2026-11-22T08:00:00.000Z", true},
+        {"2026-11-21T10:00:00Z", "unheard of", "2026-11-21T10:00:00.000Z", true},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(std::string(row.action) + " " + row.pressedAt);
+        Bench bench;
+        bench.add("a", at("2026-11-21T10:00:00Z"));
+        bench.start();
+        bench.clock.pass(at(row.pressedAt));
+        bench.press("a", row.action);
+        EXPECT_EQ(isoText(*bench.note("a").remindAt), row.remindAt);
+        EXPECT_EQ(ReminderState::isPending(bench.note("a")), row.isPending);
+        EXPECT_EQ(bench.notifier.open.empty(), std::string(row.action) != "unheard of");
+        bench.clock.pass(at(row.pressedAt) + days(2));
+        EXPECT_EQ(bench.notifier.shown.size(), row.isPending && bench.note("a").remindAt > at(row.pressedAt) ? 2U : 1U);
+    }
+
+    Bench settled; // Elsewhere: ticked off by voice, deleted in an editor.
+    settled.add("a", at("2026-11-21T10:00:00Z"));
+    settled.add("b", at("2026-11-21T10:00:00Z"));
+    settled.start();
+    settled.clock.pass(at("2026-11-21T10:00:00Z"));
+    EXPECT_EQ(settled.notifier.open.size(), 2U);
+    EXPECT_EQ(settled.said, (std::vector<std::string>{"Reminder: Task a.", "Reminder: Task b."}));
+    settled.notebook.list.front().doneAt = settled.clock.time;
+    settled.notebook.list.pop_back();
+    settled.watch->look();
+    EXPECT_TRUE(settled.notifier.open.empty());
+}
+
+TEST(ReminderWatch, firesOnReturnAndWithoutADisk)
+{
+    Bench bench;
+    bench.add("a", Instant());
+    ReminderState::whenBack(bench.notebook.list.front());
+    bench.add("archived", Instant());
+    ReminderState::whenBack(bench.notebook.list.back());
+    bench.notebook.list.back().archived = true;
+    bench.start();
+    EXPECT_TRUE(bench.presence.isWaiting);
+    EXPECT_TRUE(bench.notifier.shown.empty());
+    bench.presence.cameBack();
+    EXPECT_EQ(bench.notifier.shown.size(), 1U);
+    EXPECT_FALSE(bench.presence.isWaiting);
+    EXPECT_FALSE(bench.note("a").trigger);
+    EXPECT_TRUE(bench.note("archived").trigger);
+
+    Bench full;
+    full.add("a", at("2026-11-21T10:00:00Z"));
+    full.notebook.refusal = "The disk is full. Free some space.";
+    full.start();
+    full.clock.pass(at("2026-11-21T12:00:00Z"));
+    full.watch->look();
+    EXPECT_EQ(full.notifier.shown.size(), 1U);
+    full.press("a", "done");
+    EXPECT_EQ(full.notifier.shown.back().body, full.notebook.refusal);
+
+    IdleReturn idle;
+    std::vector<bool> returns;
+    for (const minutes sample : {minutes(1), minutes(4), minutes(5), minutes(9), minutes(0), minutes(0)})
+        returns.push_back(idle.cameBack(sample));
+    EXPECT_EQ(returns, (std::vector<bool>{false, false, false, false, true, false}));
+}
+
+/// Whatever happens to clock, sleep and program, each reminder is shown once after its time, and again only when it
+/// was put off.
+TEST(ReminderWatch, losesAndRepeatsNothingAtRandom)
+{
+    for (unsigned seed = 1; seed <= 60; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+        Bench bench;
+        bench.start();
+        std::map<std::string, int> expected;
+        for (int step = 0; step < 60; ++step) {
+            const Instant now = bench.clock.time;
+            switch (below(7)) {
+            case 0:
+            case 1: {
+                const std::string id = "n" + std::to_string(step);
+                bench.add(id, now + minutes(1 + below(3000)));
+                expected[id] = 1;
+                bench.watch->look();
+                break;
+            }
+            case 2:
+                bench.clock.pass(now + minutes(below(600)));
+                break;
+            case 3:
+                bench.clock.sleep(now + hours(below(170)));
+                break;
+            case 4:
+                bench.clock.set(now + hours(below(2) == 0 ? -1 : 24));
+                break;
+            case 5:
+                bench.start();
+                break;
+            case 6:
+                if (!bench.notifier.open.empty() && !bench.notifier.open.begin()->first.starts_with("summary")) {
+                    const std::string id = bench.notifier.open.begin()->first;
+                    bench.press(id, "In an hour");
+                    expected[id] += bench.notifier.open.contains(id) ? 0 : 1;
+                }
+                break;
+            }
+        }
+        bench.clock.pass(bench.clock.time + days(30));
+        std::map<std::string, int> shown;
+        for (const Notice& notice : bench.notifier.shown) {
+            if (!notice.key.starts_with("summary"))
+                ++shown[notice.key];
+        }
+        for (const auto& [id, count] : expected) {
+            const Note note = bench.note(id);
+            EXPECT_EQ(note.reviewed, note.remindAt) << id; // Shown at its last time, by itself or in a summary.
+            EXPECT_LE(shown[id], count) << id;
+        }
+    }
+}
+
+} // namespace
+} // namespace quorvell
