@@ -1,6 +1,7 @@
 #include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
 
 #include "QuorvellCore/live/wire/AudioFrameText.h"
+#include "QuorvellCore/live/wire/OpenAIItemCodec.h"
 #include "QuorvellCore/live/wire/OpenAISessionReader.h"
 #include "QuorvellCore/text/Base64.h"
 
@@ -17,7 +18,6 @@ namespace {
 using Message = OpenAILiveClientMessage;
 
 constexpr std::string_view audioType = "session.input_audio.append";
-constexpr std::string_view jpegPrefix = "data:image/jpeg;base64,";
 
 std::optional<std::string> eventIDOf(const Json& message)
 {
@@ -81,65 +81,22 @@ Message readThinking(const Json& message)
     return readAppend(message, openai_client::Append::Kind::thinking);
 }
 
-/// Adds one part of a user message; what is wrong with it, or nothing.
-std::optional<std::string> addPart(const Json& part, openai_client::UserMessage& result)
-{
-    const auto type = readString(part, "type");
-    if (type == "input_text") {
-        const auto text = readString(part, "text");
-        if (!text)
-            return "A part of type \"input_text\" has no \"text\".";
-        result.text += (result.text.empty() ? "" : "\n") + *text;
-        return std::nullopt;
-    }
-    if (type != "input_image")
-        return "A part of \"content\" is neither \"input_text\" nor \"input_image\".";
-    const auto address = readString(part, "image_url");
-    auto jpeg = address && address->starts_with(jpegPrefix)
-        ? base64Decode(std::string_view(*address).substr(jpegPrefix.size()))
-        : std::nullopt;
-    if (!jpeg || result.images.size() == OpenAILiveClientParser::maximumImages)
-        return "\"image_url\" must be a base64 data address of type image/jpeg, at most "
-            + std::to_string(OpenAILiveClientParser::maximumImages) + " in a message.";
-    result.images.push_back({std::move(*jpeg), readString(part, "detail").value_or("auto")});
-    return std::nullopt;
-}
-
-Message readUserMessage(const Json& message, const Json& item)
-{
-    openai_client::UserMessage result{{}, {}, eventIDOf(message)};
-    const Json* content = memberOf(item, "content");
-    if (readString(item, "role") != "user" || !content || !content->is_array())
-        return malformed("invalid_value", "A message must have \"role\" \"user\" and a list of \"content\".", message);
-    for (const Json& part : *content) {
-        if (auto problem = addPart(part, result))
-            return malformed("invalid_value", std::move(*problem), message);
-    }
-    return result;
-}
-
-Message readFunctionOutput(const Json& message, const Json& item)
-{
-    auto id = readString(item, "call_id");
-    if (!id)
-        return missing("call_id", message);
-    auto output = readString(item, "output");
-    if (!output)
-        return missing("output", message);
-    return openai_client::FunctionOutput{std::move(*id), std::move(*output), eventIDOf(message)};
-}
-
 Message readItemCreate(const Json& message)
 {
     const Json* item = memberOf(message, "item");
     if (!item)
         return malformed("missing_field", "\"item\" is missing.", message);
-    const auto type = readString(*item, "type");
-    if (type == "message")
-        return readUserMessage(message, *item);
-    if (type == "function_call_output")
-        return readFunctionOutput(message, *item);
-    return malformed("invalid_value", "\"item\" must be of type \"message\" or \"function_call_output\".", message);
+    auto decoded = OpenAIItemCodec::decode(*item);
+    if (auto* problem = std::get_if<OpenAIItemCodec::Problem>(&decoded))
+        return malformed(problem->code.c_str(), std::move(problem->reason), message);
+    auto& read = *std::get_if<OpenAIItem>(&decoded);
+    if (auto* output = std::get_if<openai_item::FunctionOutput>(&read))
+        return openai_client::FunctionOutput{std::move(output->callID), std::move(output->output), eventIDOf(message)};
+    auto* words = std::get_if<openai_item::Message>(&read);
+    if (words && words->role == "user")
+        return openai_client::UserMessage{std::move(words->text), std::move(words->images), eventIDOf(message)};
+    return malformed(
+        "invalid_value", "\"item\" must be a message of the \"user\" or a \"function_call_output\".", message);
 }
 
 Message readResponseCreate(const Json& message)

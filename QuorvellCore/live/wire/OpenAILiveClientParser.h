@@ -14,7 +14,6 @@ namespace quorvell {
 struct OpenAILiveClientParser {
     static constexpr JsonLimits limits{.maximumBytes = 16 * 1024 * 1024, .maximumDepth = 64};
     static constexpr std::size_t maximumTools = 256;
-    static constexpr std::size_t maximumImages = 8; ///< In one message.
     static constexpr int minimumSampleRate = 8000;
     static constexpr int maximumSampleRate = 48000;
 

@@ -2,6 +2,7 @@
 
 #include "QuorvellCore/live/wire/AudioFrameText.h"
 #include "QuorvellCore/live/wire/LiveHistorySeed.h"
+#include "QuorvellCore/live/wire/OpenAIItemCodec.h"
 #include "QuorvellCore/text/Base64.h"
 
 #include <utility>
@@ -27,25 +28,12 @@ Json reasoning(const OpenAILiveSetupOptions& options)
     return result;
 }
 
-Json messageItem(std::string_view role, Json content)
-{
-    return {{"type", "message"}, {"role", role}, {"content", std::move(content)}};
-}
-
 Json historyItems(const std::vector<LiveHistoryEntry>& history)
 {
     Json items = Json::array();
-    for (const auto& [role, text] : LiveHistorySeed::of(history)) {
-        const char* type = role == "assistant" ? "output_text" : "input_text";
-        items.push_back(messageItem(role, Json::array({Json{{"type", type}, {"text", text}}})));
-    }
+    for (const auto& [role, text] : LiveHistorySeed::of(history))
+        items.push_back(OpenAIItemCodec::message(role, text));
     return items;
-}
-
-Json imagePart(const LiveImage& image)
-{
-    return {{"type", "input_image"}, {"image_url", "data:image/jpeg;base64," + base64Encode(image.jpeg)},
-        {"detail", image.detail}};
 }
 
 } // namespace
@@ -123,17 +111,16 @@ Json OpenAILiveMessage::append(std::string_view type, std::string_view text, con
 Json OpenAILiveMessage::backendMessage(
     std::string_view text, const std::optional<LiveImage>& image, const std::optional<std::string>& eventID)
 {
-    Json content = Json::array({Json{{"type", "input_text"}, {"text", text}}});
-    if (image)
-        content.push_back(imagePart(*image));
-    return itemCreate(messageItem("user", std::move(content)), eventID);
+    const auto images = image ? std::vector{*image} : std::vector<LiveImage>();
+    return itemCreate(OpenAIItemCodec::message("user", text, images), eventID);
 }
 
 std::vector<Json> OpenAILiveMessage::functionOutput(
     std::string_view callID, std::string_view output, const std::optional<LiveImage>& image, std::string_view imageText)
 {
     std::vector<Json> messages;
-    messages.push_back(itemCreate({{"type", "function_call_output"}, {"call_id", callID}, {"output", output}}));
+    messages.push_back(
+        itemCreate(OpenAIItemCodec::encode(openai_item::FunctionOutput{std::string(callID), std::string(output)})));
     if (image)
         messages.push_back(backendMessage(imageText, image));
     return messages;

@@ -15,6 +15,7 @@ struct OpenAIResponseEnd {
     Status status = Status::completed;
     std::optional<openai_event::BackendUsage> usage;
     std::optional<std::string> serviceTier;
+    std::string detail{}; ///< Why it is incomplete ("max_output_tokens"), or what failed, in a sentence.
 
     bool operator==(const OpenAIResponseEnd&) const = default;
 };

@@ -47,6 +47,11 @@ Json OpenAIResponseEvent::functionCallAdded(const openai_event::FunctionCall& ca
     return {{"type", "response.output_item.added"}, {"item", callItem(call, "", "in_progress")}};
 }
 
+Json OpenAIResponseEvent::argumentsDelta(std::string_view text)
+{
+    return {{"type", "response.function_call_arguments.delta"}, {"delta", text}};
+}
+
 Json OpenAIResponseEvent::functionCallDone(const openai_event::FunctionCall& call)
 {
     const char* status = call.incomplete ? "incomplete" : "completed";
@@ -63,6 +68,11 @@ Json OpenAIResponseEvent::reasoningBreak()
     return {{"type", "response.reasoning_summary_part.added"}};
 }
 
+Json OpenAIResponseEvent::textDelta(std::string_view text)
+{
+    return {{"type", "response.output_text.delta"}, {"delta", text}};
+}
+
 Json OpenAIResponseEvent::textDone(std::string_view text)
 {
     return {{"type", "response.output_text.done"}, {"text", text}};
@@ -76,6 +86,10 @@ Json OpenAIResponseEvent::ended(const OpenAIResponseEnd& end)
         response["usage"] = usageObject(*end.usage);
     if (end.serviceTier)
         response["service_tier"] = *end.serviceTier;
+    if (!end.detail.empty() && end.status == OpenAIResponseEnd::Status::failed)
+        response["error"] = {{"code", "server_error"}, {"message", end.detail}};
+    if (!end.detail.empty() && end.status == OpenAIResponseEnd::Status::incomplete)
+        response["incomplete_details"] = {{"reason", end.detail}};
     return {{"type", std::string("response.") + status}, {"response", std::move(response)}};
 }
 

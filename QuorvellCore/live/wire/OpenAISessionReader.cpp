@@ -37,6 +37,12 @@ std::optional<OpenAILiveSetupOptions> OpenAISessionReader::read(const Json& sess
     return m_problem.empty() ? std::optional(std::move(m_options)) : std::nullopt;
 }
 
+std::optional<OpenAILiveSetupOptions> OpenAISessionReader::readBackendAlone(const Json& backend)
+{
+    readBackend(backend);
+    return m_problem.empty() ? std::optional(std::move(m_options)) : std::nullopt;
+}
+
 void OpenAISessionReader::readAudio(const Json& session)
 {
     const Json* audio = memberOf(session, "audio");

@@ -12,6 +12,8 @@ namespace quorvell {
 class OpenAISessionReader {
 public:
     std::optional<OpenAILiveSetupOptions> read(const Json& session);
+    /// Only the options of the backend, from a backend object.
+    std::optional<OpenAILiveSetupOptions> readBackendAlone(const Json& backend);
     const std::string& problem() const { return m_problem; } ///< A sentence; empty when all went well.
 
 private:
