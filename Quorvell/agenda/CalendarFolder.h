@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Quorvell/agenda/CalendarSource.h"
+#include "Quorvell/agenda/IcsCalendar.h"
+
+#include <functional>
+#include <string>
+
+namespace quorvell {
+
+/// A folder of .ics files, or of folders of them, as other calendar and synchronising programs lay them out. Nothing is
+/// kept in memory: what another program writes counts at the next question. Blocks; one thread.
+class CalendarFolder final : public CalendarSource {
+public:
+    static constexpr std::size_t mostFiles = 20'000;
+    static constexpr std::size_t mostFolders = 64;
+
+    explicit CalendarFolder(std::string folder);
+
+    char letter() const override { return 'f'; }
+    bool isThere() override { return true; } ///< Made when the first event is added.
+    AgendaReading read(Instant from, Instant to, const Calendar& calendar) override;
+    AgendaVerdict add(const EventDraft& draft, const Calendar& calendar, Instant now) override;
+    AgendaVerdict change(
+        const EventID& id, EventScope scope, const EventChange& change, const Calendar& calendar, Instant now) override;
+    AgendaVerdict remove(const EventID& id, EventScope scope, const Calendar& calendar, Instant now) override;
+    std::optional<CalendarEvent> find(const EventID& id, const Calendar& calendar) override;
+
+private:
+    struct File {
+        std::string folder;
+        std::string name;
+        std::string text;
+        IcsCalendar calendar;
+    };
+
+    std::vector<std::string> folders() const;
+    std::string folderForNew() const;
+    /// Until `visit` says that it has seen enough.
+    void eachFile(const std::function<bool(File&)>& visit, std::vector<std::string>* problems) const;
+    std::optional<File> fileWith(const std::string& uid) const;
+    AgendaVerdict edit(
+        const EventID& id, const Calendar& calendar, const std::function<std::string(IcsCalendar&)>& edit);
+
+    std::string m_folder;
+};
+
+} // namespace quorvell

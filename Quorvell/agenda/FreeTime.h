@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Quorvell/agenda/CalendarEvent.h"
+#include "QuorvellCore/reminders/Calendar.h"
+
+#include <chrono>
+#include <cstddef>
+#include <vector>
+
+namespace quorvell {
+
+struct FreeTime {
+    Instant start{};
+    Instant end{};
+
+    bool operator==(const FreeTime&) const = default;
+
+    struct Wish {
+        std::chrono::minutes length{60};
+        Instant from{};
+        Instant to{};
+        std::chrono::hours wakingFrom{8}; ///< By the user's clock, on every day.
+        std::chrono::hours wakingTo{22};
+        std::size_t most = 5;
+    };
+
+    /// The first gaps between events that are long enough, each whole, inside waking hours, starting at a quarter of an
+    /// hour. Events of whole days and those that are shown as free take no time.
+    static std::vector<FreeTime> find(
+        const std::vector<CalendarEvent>& events, const Wish& wish, const Calendar& calendar);
+};
+
+} // namespace quorvell

@@ -1,0 +1,58 @@
+// The text of calendar files (iCalendar, RFC 5545): read into events, changed in place so that what other programs
+// wrote into it stays.
+#pragma once
+
+#include "Quorvell/agenda/CalendarEvent.h"
+#include "QuorvellCore/reminders/Calendar.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorvell {
+
+/// A calendar file, or a single event without its calendar. One thread.
+class IcsCalendar {
+public:
+    static constexpr std::size_t longestText = 4 * 1024 * 1024; ///< Bytes.
+    static constexpr int deepestNesting = 8;
+    static constexpr std::size_t mostEvents = 20'000; ///< In one text.
+    static constexpr std::size_t mostOccurrences = 2'000; ///< In one answer.
+    static constexpr int longestSearch = 50'000; ///< Occurrences that one series is followed for one answer.
+
+    /// Nothing for what is no calendar or is beyond the limits.
+    static std::optional<IcsCalendar> parse(std::string_view text);
+    static IcsCalendar withEvent(const EventDraft& draft, const Calendar& calendar, Instant now);
+
+    ~IcsCalendar();
+    IcsCalendar(IcsCalendar&& other) noexcept;
+    IcsCalendar& operator=(IcsCalendar&& other) noexcept;
+
+    std::string text() const;
+    /// As `text`, of one event of it: its series, or what was changed of one occurrence. Empty where there is none.
+    std::string textOf(const EventID& id) const;
+
+    bool has(const std::string& uid) const;
+    std::size_t eventCount() const; ///< Changed occurrences of a series count, too.
+
+    /// Those that overlap the stretch of time, by their starts. `letter` goes into their ids; `calendar` settles what
+    /// bears no zone of its own.
+    std::vector<CalendarEvent> between(Instant from, Instant to, char letter, const Calendar& calendar) const;
+    std::optional<CalendarEvent> find(const EventID& id, const Calendar& calendar) const;
+
+    /// Each gives an empty text, or why it cannot be done.
+    std::string change(
+        const EventID& id, EventScope scope, const EventChange& change, const Calendar& calendar, Instant now);
+    std::string remove(const EventID& id, EventScope scope, const Calendar& calendar, Instant now);
+
+private:
+    struct Content;
+
+    explicit IcsCalendar(std::unique_ptr<Content> content);
+
+    std::unique_ptr<Content> m_content;
+};
+
+} // namespace quorvell

@@ -1,0 +1,193 @@
+#include "Quorvell/agenda/IcsEvent.h"
+
+#include "Quorvell/agenda/IcsCalendar.h"
+#include "QuorvellCore/text/Characters.h"
+
+#include <algorithm>
+#include <set>
+
+namespace quorvell {
+
+namespace {
+
+using std::chrono::days;
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+constexpr std::size_t longestTitle = 500; ///< Characters.
+constexpr std::size_t longestNotes = 5000;
+
+std::string bounded(const char* text, std::size_t characters)
+{
+    if (!text)
+        return "";
+    const std::string_view start = std::string_view(text).substr(0, characters * 8);
+    return firstCharacters(trimmed(repairUtf8(start)), characters);
+}
+
+icalproperty* first(icalcomponent* component, icalproperty_kind kind)
+{
+    return icalcomponent_get_first_property(component, kind);
+}
+
+/// Rules by the hour and finer, with conditions, can search for ever; no calendar of people holds them.
+bool canBeFollowed(const icalrecurrencetype& rule)
+{
+    const auto has = [](short value) { return value != ICAL_RECURRENCE_ARRAY_MAX; };
+    switch (rule.freq) {
+    case ICAL_HOURLY_RECURRENCE:
+        return !has(rule.by_day[0]) && !has(rule.by_month_day[0]) && !has(rule.by_year_day[0])
+            && !has(rule.by_week_no[0]) && !has(rule.by_month[0]) && !has(rule.by_set_pos[0]) && !has(rule.by_hour[0])
+            && !has(rule.by_minute[0]) && !has(rule.by_second[0]);
+    case ICAL_DAILY_RECURRENCE:
+    case ICAL_WEEKLY_RECURRENCE:
+    case ICAL_MONTHLY_RECURRENCE:
+    case ICAL_YEARLY_RECURRENCE:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool mentions(const char* text, const char* word)
+{
+    return text && std::string_view(text) == word;
+}
+
+} // namespace
+
+std::optional<IcsEvent> IcsEvent::read(icalcomponent* component)
+{
+    constexpr std::size_t longestUid = 512;
+    IcsEvent event;
+    event.component = component;
+    const char* uid = icalcomponent_get_uid(component);
+    const auto start = IcsMoment::read(first(component, ICAL_DTSTART_PROPERTY));
+    if (!uid || !start || *uid == '\0' || std::string_view(uid).size() > longestUid)
+        return std::nullopt;
+    event.uid = repairUtf8(uid);
+    event.start = *start;
+    event.end = IcsMoment::read(first(component, ICAL_DTEND_PROPERTY));
+    if (icalproperty* duration = first(component, ICAL_DURATION_PROPERTY)) {
+        constexpr int longest = 400 * 24 * 3600;
+        event.duration = seconds(std::clamp(icaldurationtype_as_int(icalproperty_get_duration(duration)), 0, longest));
+    }
+    event.recurrence = IcsMoment::read(first(component, ICAL_RECURRENCEID_PROPERTY));
+    event.isCancelled = icalcomponent_get_status(component) == ICAL_STATUS_CANCELLED;
+    event.repeats = first(component, ICAL_RRULE_PROPERTY) || first(component, ICAL_RDATE_PROPERTY);
+    return event;
+}
+
+milliseconds IcsEvent::length(const IcsZones& zones) const
+{
+    constexpr milliseconds longest = days(400);
+    if (start.kind == IcsMoment::Kind::date) {
+        const auto whole = end ? end->local - start.local : duration;
+        return std::clamp<milliseconds>(std::chrono::floor<days>(whole), days(1), longest);
+    }
+    const milliseconds elapsed = end ? zones.instant(*end) - zones.instant(start) : milliseconds(duration);
+    return std::clamp(elapsed, milliseconds(0), longest);
+}
+
+CalendarEvent IcsEvent::shown(const IcsMoment& at, char letter, const IcsZones& zones) const
+{
+    CalendarEvent event;
+    event.id = {letter, uid, {}};
+    event.title = bounded(icalcomponent_get_summary(component), longestTitle);
+    event.place = bounded(icalcomponent_get_location(component), longestTitle);
+    event.notes = bounded(icalcomponent_get_description(component), longestNotes);
+    event.start = zones.instant(at);
+    event.allDay = at.kind == IcsMoment::Kind::date;
+    event.end = event.allDay ? zones.instant(at.at(at.local + std::chrono::floor<days>(length(zones))))
+                             : event.start + length(zones);
+    event.repeats = repeats;
+    icalproperty* transparency = first(component, ICAL_TRANSP_PROPERTY);
+    event.isBusy = !transparency || !mentions(icalproperty_get_value_as_string(transparency), "TRANSPARENT");
+    return event;
+}
+
+std::vector<IcsMoment> IcsEvent::occurrences(Instant from, Instant to, const IcsZones& zones) const
+{
+    const milliseconds lasts = length(zones);
+    const auto isWanted = [&](const IcsMoment& moment) {
+        const Instant begins = zones.instant(moment);
+        return begins < to && (begins + lasts > from || (begins >= from && lasts == milliseconds(0)));
+    };
+    std::vector<IcsMoment> found{start};
+    for (icalproperty* rule = first(component, ICAL_RRULE_PROPERTY); rule;
+         rule = icalcomponent_get_next_property(component, ICAL_RRULE_PROPERTY))
+        followRule(rule, from - lasts, to, zones, found);
+    int dates = 0;
+    for (icalproperty* date = first(component, ICAL_RDATE_PROPERTY); date && dates < IcsCalendar::longestSearch;
+         date = icalcomponent_get_next_property(component, ICAL_RDATE_PROPERTY), ++dates)
+        if (const auto moment = IcsMoment::read(date))
+            found.push_back(*moment);
+    std::erase_if(found, [&](const IcsMoment& moment) { return !isWanted(moment); });
+    std::sort(found.begin(), found.end(),
+        [&](const IcsMoment& left, const IcsMoment& right) { return zones.instant(left) < zones.instant(right); });
+    const auto isSame = [&](const IcsMoment& left, const IcsMoment& right) {
+        return zones.instant(left) == zones.instant(right);
+    };
+    found.erase(std::unique(found.begin(), found.end(), isSame), found.end());
+    removeStruckOut(zones, found);
+    return found;
+}
+
+/// The rule counts on the clock of the series' own zone, so that nine o'clock stays nine o'clock.
+void IcsEvent::followRule(
+    icalproperty* property, Instant from, Instant to, const IcsZones& zones, std::vector<IcsMoment>& found) const
+{
+    icalrecurrencetype rule = icalproperty_get_rrule(property);
+    if (!canBeFollowed(rule))
+        return;
+    if (auto until = IcsMoment::from(rule.until)) {
+        if (until->kind == IcsMoment::Kind::utc && start.kind != IcsMoment::Kind::utc)
+            until->local = zones.moment(zones.instant(*until), start).local;
+        if (until->kind == IcsMoment::Kind::date && start.kind != IcsMoment::Kind::date)
+            until->local += days(1) - seconds(1);
+        rule.until = IcsMoment{start.kind == IcsMoment::Kind::date ? IcsMoment::Kind::date : IcsMoment::Kind::floating,
+            until->local,
+            {}}.time();
+    }
+    IcsMoment plain = start;
+    if (plain.kind != IcsMoment::Kind::date)
+        plain.kind = IcsMoment::Kind::floating;
+    icalrecur_iterator* iterator = icalrecur_iterator_new(rule, plain.time());
+    if (!iterator)
+        return;
+    const IcsMoment near = zones.moment(from - days(2), start);
+    if (rule.count == 0 && near.local > plain.local)
+        icalrecur_iterator_set_start(iterator, plain.at(near.local).time());
+    for (int step = 0; step < IcsCalendar::longestSearch && found.size() < IcsCalendar::mostOccurrences; ++step) {
+        const auto next = IcsMoment::from(icalrecur_iterator_next(iterator));
+        if (!next)
+            break;
+        const IcsMoment occurrence = start.at(next->local);
+        const Instant begins = zones.instant(occurrence);
+        if (begins >= to)
+            break;
+        if (begins >= from)
+            found.push_back(occurrence);
+    }
+    icalrecur_iterator_free(iterator);
+}
+
+/// A day that is struck out of a series with times takes all that happens on it.
+void IcsEvent::removeStruckOut(const IcsZones& zones, std::vector<IcsMoment>& found) const
+{
+    std::set<Instant> moments;
+    std::set<LocalDay> wholeDays;
+    for (icalproperty* property = first(component, ICAL_EXDATE_PROPERTY); property;
+         property = icalcomponent_get_next_property(component, ICAL_EXDATE_PROPERTY)) {
+        const auto struck = IcsMoment::read(property);
+        if (struck && (struck->kind == IcsMoment::Kind::date || start.kind == IcsMoment::Kind::date))
+            wholeDays.insert(std::chrono::floor<days>(struck->local));
+        else if (struck)
+            moments.insert(zones.instant(*struck));
+    }
+    std::erase_if(found, [&](const IcsMoment& moment) {
+        return wholeDays.contains(std::chrono::floor<days>(moment.local)) || moments.contains(zones.instant(moment));
+    });
+}
+
+} // namespace quorvell

@@ -1,0 +1,64 @@
+// Moments as calendar files write them, and the zones they are in. Only for the sources of this room.
+#pragma once
+
+#include "QuorvellCore/reminders/Calendar.h"
+
+#include <libical/ical.h>
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+using IcsLocalTime = std::chrono::local_time<std::chrono::seconds>;
+
+struct IcsMoment {
+    enum class Kind { date, utc, zoned, floating };
+
+    Kind kind = Kind::floating;
+    IcsLocalTime local{}; ///< By the clock of its zone; of utc by that of UTC.
+    std::string zone; ///< Of zoned: as the file names it.
+
+    static std::optional<IcsMoment> read(icalproperty* property);
+    static std::optional<IcsMoment> from(const icaltimetype& time);
+    icaltimetype time() const; ///< Without its zone.
+
+    /// "20261122", "20261122T170000" or "20261122T170000Z".
+    std::string text() const;
+    static std::optional<IcsLocalTime> readText(const std::string& text);
+
+    /// The same kind of moment at another time.
+    IcsMoment at(IcsLocalTime newLocal) const { return {kind, newLocal, zone}; }
+
+    /// Gives the property this value, its kind and its zone.
+    void writeTo(icalproperty* property) const;
+};
+
+/// Turns moments into instants and back. Zones are found by name; where the name is unknown, the file's own description
+/// counts, and else the user's zone.
+class IcsZones {
+public:
+    /// Both are borrowed.
+    IcsZones(icalcomponent* root, const Calendar& user);
+
+    const Calendar& user() const { return m_user; }
+    Instant instant(const IcsMoment& moment) const;
+    /// `instant` as a moment of the same kind and zone.
+    IcsMoment moment(Instant instant, const IcsMoment& like) const;
+
+    /// How a new moment of the user's is written: by the name of their zone, so that it stays at its hour whatever
+    /// becomes of the zone's rules.
+    IcsMoment newMoment(Instant instant, bool allDay) const;
+
+private:
+    const Calendar* known(const std::string& zone) const;
+    icaltimezone* described(const std::string& zone) const;
+
+    icalcomponent* m_root;
+    const Calendar& m_user;
+    mutable std::map<std::string, std::optional<Calendar>> m_known;
+};
+
+} // namespace quorvell

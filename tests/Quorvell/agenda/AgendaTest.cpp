@@ -1,0 +1,198 @@
+#include "Quorvell/agenda/Agenda.h"
+
+#include "PostQueue.h"
+#include "Quorvell/agenda/CalendarFolder.h"
+#include "Quorvell/agenda/FreeTime.h"
+#include "TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+
+namespace quorvell {
+namespace {
+
+using test::TemporaryFolder;
+
+Instant at(const char* iso)
+{
+    return parseIsoText(iso).value_or(Instant());
+}
+
+Calendar berlin()
+{
+    return *Calendar::create("Europe/Berlin", "en_GB");
+}
+
+EventDraft lunch(const char* start = "2026-11-23T11:00:00Z")
+{
+    return {"11111111-aaaa", "Lunch with Ana", "Café, corner", "Bring the book", at(start),
+        at(start) + std::chrono::hours(1), false};
+}
+
+const Instant now = at("2026-11-21T09:00:00Z");
+const Instant weekEnd = at("2026-11-28T09:00:00Z");
+
+TEST(CalendarFolder, keepsOneEventAFile)
+{
+    const TemporaryFolder home;
+    CalendarFolder folder(home / "Calendar");
+    EXPECT_TRUE(folder.read(now, weekEnd, berlin()).events.empty());
+    const AgendaVerdict added = folder.add(lunch(), berlin(), now);
+    ASSERT_TRUE(added.event) << added.problem;
+    EXPECT_EQ(added.event->id.text(), "f:11111111-aaaa");
+    const std::string path = home / "Calendar/11111111-aaaa.ics";
+    const std::string text = test::readText(path);
+    EXPECT_NE(text.find("DTSTART;TZID=Europe/Berlin:20261123T120000"), std::string::npos) << text;
+    EXPECT_EQ(text.find("VTIMEZONE"), std::string::npos);
+    struct stat status { };
+    ASSERT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600U);
+
+    EXPECT_FALSE(folder.add(lunch(), berlin(), now).event); // Never in the place of another.
+    test::writeText(home / "Calendar/broken.ics", "nonsense");
+    AgendaReading reading = folder.read(now, weekEnd, berlin());
+    ASSERT_EQ(reading.events.size(), 1U);
+    EXPECT_EQ(reading.events.front().place, "Café, corner");
+    EXPECT_EQ(reading.problems.size(), 1U);
+
+    EventChange change;
+    change.start = at("2026-11-24T15:30:00Z");
+    const AgendaVerdict changed = folder.change(added.event->id, EventScope::occurrence, change, berlin(), now);
+    ASSERT_TRUE(changed.event) << changed.problem;
+    EXPECT_EQ(isoText(changed.event->end), "2026-11-24T16:30:00.000Z");
+    EXPECT_TRUE(folder.remove(added.event->id, EventScope::occurrence, berlin(), now).event);
+    EXPECT_FALSE(std::filesystem::exists(path));
+    EXPECT_FALSE(folder.remove(added.event->id, EventScope::occurrence, berlin(), now).event);
+}
+
+TEST(CalendarFolder, writesIntoTheFirstCalendarOfMany)
+{
+    const TemporaryFolder home;
+    std::filesystem::create_directories(home / "work");
+    std::filesystem::create_directories(home / "personal");
+    CalendarFolder folder(home.path());
+    ASSERT_TRUE(folder.add(lunch(), berlin(), now).event);
+    EXPECT_TRUE(std::filesystem::exists(home / "personal/11111111-aaaa.ics"));
+    EXPECT_EQ(folder.read(now, weekEnd, berlin()).events.size(), 1U);
+}
+
+TEST(Agenda, readsAllAndAnswersLater)
+{
+    const TemporaryFolder home;
+    test::PostQueue posts;
+    std::vector<std::unique_ptr<CalendarSource>> sources;
+    sources.push_back(std::make_unique<CalendarFolder>(home.path()));
+    std::optional<AgendaVerdict> verdict;
+    std::optional<AgendaReading> reading;
+    {
+        Agenda agenda(std::move(sources), posts.poster());
+        agenda.add(lunch(), berlin(), now, [&](const AgendaVerdict& given) { verdict = given; });
+        EXPECT_FALSE(verdict);
+        ASSERT_TRUE(posts.runUntil([&] { return verdict.has_value(); }));
+        agenda.read(now, weekEnd, berlin(), [&](const AgendaReading& given) { reading = given; });
+        ASSERT_TRUE(posts.runUntil([&] { return reading.has_value(); }));
+        EXPECT_EQ(reading->events.size(), 1U);
+        agenda.find({'x', "11111111-aaaa", ""}, berlin(), [&](const AgendaVerdict& given) { verdict = given; });
+        ASSERT_TRUE(posts.runUntil([&] { return !verdict->event; }));
+        agenda.read(now, weekEnd, berlin(), [&](const AgendaReading&) { FAIL() << "after the end"; });
+    }
+    posts.runPosted();
+}
+
+/// Another calendar program, with a home of its own, over the folder.
+std::string khal(const TemporaryFolder& home, const std::string& arguments)
+{
+    test::writeText(home / "khal.conf",
+        "[calendars]\n[[one]]\npath = " + (home / "Calendar")
+            + "\n[locale]\nlocal_timezone = Europe/Berlin\ndefault_timezone = Europe/Berlin\ntimeformat = %H:%M\n"
+              "dateformat = %Y-%m-%d\nlongdateformat = %Y-%m-%d\ndatetimeformat = %Y-%m-%d %H:%M\n"
+              "longdatetimeformat = %Y-%m-%d %H:%M\n[sqlite]\npath = "
+            + (home / "khal.db") + "\n");
+    const std::string command = "LC_ALL=C.UTF-8 HOME='" + home.path() + "' khal -c '" + (home / "khal.conf") + "' "
+        + arguments + " >'" + (home / "out") + "' 2>'" + (home / "errors") + "' </dev/null";
+    const int result = std::system(command.c_str());
+    return test::readText(home / "out") + (result == 0 ? "" : test::readText(home / "errors"));
+}
+
+TEST(CalendarFolder, sharesWithAnotherCalendarProgram)
+{
+    if (std::system("command -v khal >/dev/null") != 0)
+        GTEST_SKIP() << "khal is not installed";
+    const TemporaryFolder home;
+    CalendarFolder folder(home / "Calendar");
+    const auto added = folder.add(lunch(), berlin(), now);
+    ASSERT_TRUE(added.event) << added.problem;
+    const std::string listed = khal(home, "list -f '{start}|{title}|{location}' 2026-11-23 1d");
+    EXPECT_NE(listed.find("2026-11-23 12:00|Lunch with Ana|Café, corner"), std::string::npos) << listed;
+
+    khal(home, "new -a one -l Studio --repeat weekly 2026-11-25 18:00 2026-11-25 19:30 Choir");
+    const auto events = folder.read(now, weekEnd + std::chrono::days(7), berlin()).events;
+    ASSERT_EQ(events.size(), 3U) << test::readText(home / "errors");
+    EXPECT_EQ(events[1].title, "Choir");
+    EXPECT_EQ(isoText(events[1].start), "2026-11-25T17:00:00.000Z");
+    EXPECT_EQ(isoText(events[2].end), "2026-12-02T18:30:00.000Z");
+    EventChange later;
+    later.start = events[1].start + std::chrono::hours(1);
+    ASSERT_TRUE(folder.change(events[1].id, EventScope::occurrence, later, berlin(), now).event);
+    ASSERT_TRUE(folder.remove(events[2].id, EventScope::occurrence, berlin(), now).event);
+    const std::string choir = khal(home, "list -f '{start}|{title}' 2026-11-24 20d");
+    EXPECT_NE(choir.find("2026-11-25 19:00|Choir"), std::string::npos) << choir;
+    EXPECT_EQ(choir.find("2026-12-02"), std::string::npos) << choir;
+    EXPECT_NE(choir.find("2026-12-09 18:00|Choir"), std::string::npos) << choir;
+}
+
+TEST(FreeTime, findsGapsOfWakingHours)
+{
+    const auto busy = [](const char* start, const char* end) {
+        CalendarEvent event;
+        event.start = at(start);
+        event.end = at(end);
+        return event;
+    };
+    CalendarEvent holiday = busy("2026-11-22T23:00:00Z", "2026-11-23T23:00:00Z");
+    holiday.allDay = true;
+    CalendarEvent offered = busy("2026-11-23T07:00:00Z", "2026-11-23T21:00:00Z");
+    offered.isBusy = false;
+    struct Row {
+        const char* name;
+        std::vector<CalendarEvent> events;
+        const char* from;
+        const char* to;
+        int minutes;
+        std::vector<std::string> found;
+    };
+    const Row rows[] = {
+        {"an empty day, from the next quarter on", {holiday, offered}, "2026-11-23T09:07:00Z", "2026-11-23T23:00:00Z",
+            60, {"09:15-21:00"}},
+        {"overlapping and touching events",
+            {busy("2026-11-23T08:00:00Z", "2026-11-23T12:00:00Z"), busy("2026-11-23T09:00:00Z", "2026-11-23T10:00:00Z"),
+                busy("2026-11-23T12:00:00Z", "2026-11-23T13:00:00Z")},
+            "2026-11-22T23:00:00Z", "2026-11-23T23:00:00Z", 60, {"07:00-08:00", "13:00-21:00"}},
+        {"a gap that is just long enough",
+            {busy("2026-11-23T06:00:00Z", "2026-11-23T12:00:00Z"),
+                busy("2026-11-23T12:45:00Z", "2026-11-23T22:00:00Z")},
+            "2026-11-22T23:00:00Z", "2026-11-23T23:00:00Z", 45, {"12:00-12:45"}},
+        {"one that is too short",
+            {busy("2026-11-23T06:00:00Z", "2026-11-23T12:00:00Z"),
+                busy("2026-11-23T12:45:00Z", "2026-11-23T22:00:00Z")},
+            "2026-11-22T23:00:00Z", "2026-11-23T23:00:00Z", 46, {}},
+        {"two days, the night between", {}, "2026-11-23T20:00:00Z", "2026-11-24T10:00:00Z", 60,
+            {"20:00-21:00", "07:00-10:00"}},
+        {"the wrong way round", {}, "2026-11-24T10:00:00Z", "2026-11-23T10:00:00Z", 60, {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::vector<std::string> found;
+        for (const FreeTime& free : FreeTime::find(row.events,
+                 {.length = std::chrono::minutes(row.minutes), .from = at(row.from), .to = at(row.to)}, berlin()))
+            found.push_back(isoText(free.start).substr(11, 5) + "-" + isoText(free.end).substr(11, 5));
+        EXPECT_EQ(found, row.found);
+    }
+}
+
+} // namespace
+} // namespace quorvell

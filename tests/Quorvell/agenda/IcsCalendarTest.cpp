@@ -1,0 +1,206 @@
+#include "Quorvell/agenda/IcsCalendar.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace quorvell {
+namespace {
+
+Instant at(const char* iso)
+{
+    return parseIsoText(iso).value_or(Instant());
+}
+
+Calendar berlin()
+{
+    return *Calendar::create("Europe/Berlin", "en_GB");
+}
+
+std::string file(const std::string& lines)
+{
+    std::string text = "BEGIN:VCALENDAR\nVERSION:2.0\nPRODID:x\n" + lines + "\nEND:VCALENDAR\n";
+    return text;
+}
+
+std::string event(const std::string& lines, const std::string& uid = "u1")
+{
+    return "BEGIN:VEVENT\nUID:" + uid + "\nSUMMARY:Lunch\n" + lines + "\nEND:VEVENT";
+}
+
+/// "start/end", of whole days with a mark.
+std::vector<std::string> shown(const std::string& text, const char* from, const char* to)
+{
+    const auto calendar = IcsCalendar::parse(text);
+    std::vector<std::string> lines;
+    if (!calendar)
+        return {"unreadable"};
+    for (const CalendarEvent& found : calendar->between(at(from), at(to), 'f', berlin()))
+        lines.push_back(isoText(found.start).substr(0, 16) + "/" + isoText(found.end).substr(0, 16)
+            + (found.allDay ? " day" : "") + (found.title == "Lunch" ? "" : " " + found.title));
+    return lines;
+}
+
+TEST(IcsCalendar, putsEventsWhereTheyHappen)
+{
+    const std::string outlook = "BEGIN:VTIMEZONE\nTZID:Made up\nBEGIN:STANDARD\nDTSTART:20200101T000000\n"
+                                "TZOFFSETFROM:+0300\nTZOFFSETTO:+0300\nEND:STANDARD\nEND:VTIMEZONE\n";
+    struct Row {
+        const char* name;
+        std::string text;
+        std::vector<std::string> happens;
+    };
+    const Row rows[] = {
+        {"in a zone",
+            event("DTSTART;TZID=America/New_York:20261123T090000\nDTEND;TZID=America/New_York:20261123T100000"),
+            {"2026-11-23T14:00/2026-11-23T15:00"}},
+        {"in UTC, with a duration", event("DTSTART:20261123T090000Z\nDURATION:PT45M"),
+            {"2026-11-23T09:00/2026-11-23T09:45"}},
+        {"by the user's clock, without an end", event("DTSTART:20261123T090000"),
+            {"2026-11-23T08:00/2026-11-23T08:00"}},
+        {"a zone behind a program's name",
+            event("DTSTART;TZID=/example.org/2007/Europe/London:20261123T090000\nDURATION:PT1H"),
+            {"2026-11-23T09:00/2026-11-23T10:00"}},
+        {"a zone that the file describes", outlook + event("DTSTART;TZID=Made up:20261123T090000\nDURATION:PT1H"),
+            {"2026-11-23T06:00/2026-11-23T07:00"}},
+        {"a zone that nobody knows", event("DTSTART;TZID=Nowhere:20261123T090000\nDURATION:PT1H"),
+            {"2026-11-23T08:00/2026-11-23T09:00"}},
+        {"whole days", event("DTSTART;VALUE=DATE:20261123\nDTEND;VALUE=DATE:20261125"),
+            {"2026-11-22T23:00/2026-11-24T23:00 day"}},
+        {"a whole day without an end", event("DTSTART;VALUE=DATE:20261123"), {"2026-11-22T23:00/2026-11-23T23:00 day"}},
+        {"under way when the week begins", event("DTSTART:20261121T220000Z\nDTEND:20261123T010000Z"),
+            {"2026-11-21T22:00/2026-11-23T01:00"}},
+        {"over when it begins", event("DTSTART:20261121T220000Z\nDTEND:20261122T000000Z"), {}},
+        {"called off", event("DTSTART:20261123T090000Z\nSTATUS:CANCELLED"), {}},
+        {"every working day, one struck out",
+            event("DTSTART;TZID=Europe/Berlin:20200106T090000\nDURATION:PT1H\nRRULE:FREQ=WEEKLY;BYDAY=MO,WE,FR\n"
+                  "EXDATE;TZID=Europe/Berlin:20261125T090000"),
+            {"2026-11-23T08:00/2026-11-23T09:00", "2026-11-27T08:00/2026-11-27T09:00"}},
+        {"until an instant, counted in the zone",
+            event("DTSTART;TZID=Europe/Berlin:20261121T003000\nRRULE:FREQ=DAILY;UNTIL=20261123T233000Z"),
+            {"2026-11-22T23:30/2026-11-22T23:30", "2026-11-23T23:30/2026-11-23T23:30"}},
+        {"until a day, counted in whole", event("DTSTART:20261121T090000Z\nRRULE:FREQ=DAILY;UNTIL=20261123"),
+            {"2026-11-22T09:00/2026-11-22T09:00", "2026-11-23T09:00/2026-11-23T09:00"}},
+        {"a number of times", event("DTSTART;VALUE=DATE:20261110\nRRULE:FREQ=WEEKLY;COUNT=3"),
+            {"2026-11-23T23:00/2026-11-24T23:00 day"}},
+        {"the last Friday of the month", event("DTSTART:20200131T120000Z\nRRULE:FREQ=MONTHLY;BYDAY=-1FR"),
+            {"2026-11-27T12:00/2026-11-27T12:00"}},
+        {"further dates", event("DTSTART:20200101T120000Z\nRDATE:20261124T120000Z,20261126T120000Z"),
+            {"2026-11-24T12:00/2026-11-24T12:00", "2026-11-26T12:00/2026-11-26T12:00"}},
+        {"one moved out of the week, one into it",
+            event("DTSTART:20261102T120000Z\nRRULE:FREQ=WEEKLY") + "\n"
+                + event("RECURRENCE-ID:20261123T120000Z\nDTSTART:20261223T120000Z") + "\n"
+                + event("RECURRENCE-ID:20261214T120000Z\nDTSTART:20261124T070000Z"),
+            {"2026-11-24T07:00/2026-11-24T07:00"}},
+        {"every second that never comes",
+            event("DTSTART:20261102T120000Z\nRRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30"), {}},
+        {"a day that never comes", event("DTSTART:20261102T120000Z\nRRULE:FREQ=DAILY;BYMONTH=2;BYMONTHDAY=30"), {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(shown(file(row.text), "2026-11-22T00:00:00Z", "2026-11-29T00:00:00Z"), row.happens);
+    }
+}
+
+TEST(IcsCalendar, keepsTheHourAcrossClockChanges)
+{
+    EXPECT_EQ(shown(file(event("DTSTART;TZID=Europe/Berlin:20260301T093000\nDURATION:PT30M\nRRULE:FREQ=DAILY")),
+                  "2026-03-28T00:00:00Z", "2026-03-30T00:00:00Z"),
+        (std::vector<std::string>{"2026-03-28T08:30/2026-03-28T09:00", "2026-03-29T07:30/2026-03-29T08:00"}));
+    EXPECT_EQ(shown(file(event("DTSTART;VALUE=DATE:20240229\nRRULE:FREQ=YEARLY")), "2027-01-01T00:00:00Z",
+                  "2029-01-01T00:00:00Z"),
+        (std::vector<std::string>{"2028-02-28T23:00/2028-02-29T23:00 day"}));
+}
+
+TEST(IcsCalendar, refusesWhatIsNoCalendar)
+{
+    std::string nested;
+    for (int depth = 0; depth < 2000; ++depth)
+        nested += "begin:VEVENT\n";
+    for (const std::string& text :
+        {std::string(), std::string("hello"), std::string("BEGIN:VCARD\nEND:VCARD\n"), nested,
+            std::string("BEGIN:VCALENDAR\n\0END:VCALENDAR\n", 32), std::string(IcsCalendar::longestText + 1, 'x')})
+        EXPECT_FALSE(IcsCalendar::parse(text)) << text.substr(0, 40);
+    EXPECT_EQ(shown(file("BEGIN:VEVENT\nSUMMARY:Nobody's\nEND:VEVENT"), "2026-01-01T00:00:00Z", "2027-01-01T00:00:00Z"),
+        std::vector<std::string>());
+}
+
+const char* const weekly = "DTSTART;TZID=Europe/Berlin:20261102T120000\nDTEND;TZID=Europe/Berlin:20261102T130000\n"
+                           "X-KEPT:yes\nRRULE:FREQ=WEEKLY;COUNT=5\nEXDATE;TZID=Europe/Berlin:20261109T120000";
+
+TEST(IcsCalendar, changesOneOccurrenceOrTheSeries)
+{
+    struct Row {
+        const char* name;
+        const char* id;
+        EventScope scope;
+        EventChange change;
+        bool isDone;
+        std::vector<std::string> happens;
+    };
+    const auto moved = [](const char* start) {
+        EventChange change;
+        change.start = at(start);
+        return change;
+    };
+    EventChange renamed;
+    renamed.title = "Dinner, late; \"really\"\nyes";
+    EventChange wholeDay;
+    wholeDay.allDay = true;
+    EventChange backwards;
+    backwards.end = at("2026-11-16T10:00:00Z");
+    const Row rows[] = {
+        {"one moves", "f:u1#20261116T120000", EventScope::occurrence, moved("2026-11-17T09:00:00Z"), true,
+            {"2026-11-02T11:00/2026-11-02T12:00", "2026-11-17T09:00/2026-11-17T10:00",
+                "2026-11-23T11:00/2026-11-23T12:00", "2026-11-30T11:00/2026-11-30T12:00"}},
+        {"all move, what is struck out too", "f:u1#20261116T120000", EventScope::series, moved("2026-11-17T09:00:00Z"),
+            true,
+            {"2026-11-03T09:00/2026-11-03T10:00", "2026-11-17T09:00/2026-11-17T10:00",
+                "2026-11-24T09:00/2026-11-24T10:00", "2026-12-01T09:00/2026-12-01T10:00"}},
+        {"one gets another title", "f:u1#20261130T120000", EventScope::occurrence, renamed, true,
+            {"2026-11-02T11:00/2026-11-02T12:00", "2026-11-16T11:00/2026-11-16T12:00",
+                "2026-11-23T11:00/2026-11-23T12:00",
+                "2026-11-30T11:00/2026-11-30T12:00 Dinner, late; \"really\"\nyes"}},
+        {"one becomes a whole day", "f:u1#20261116T120000", EventScope::occurrence, wholeDay, true,
+            {"2026-11-02T11:00/2026-11-02T12:00", "2026-11-15T23:00/2026-11-16T23:00 day",
+                "2026-11-23T11:00/2026-11-23T12:00", "2026-11-30T11:00/2026-11-30T12:00"}},
+        {"not the series", "f:u1", EventScope::series, wholeDay, false, {}},
+        {"never backwards", "f:u1#20261116T120000", EventScope::occurrence, backwards, false, {}},
+        {"none that is struck out", "f:u1#20261109T120000", EventScope::occurrence, renamed, false, {}},
+        {"none that never was", "f:u1#20261117T120000", EventScope::occurrence, renamed, false, {}},
+        {"none of nobody", "f:u2", EventScope::series, renamed, false, {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto calendar = IcsCalendar::parse(file(event(weekly)));
+        ASSERT_TRUE(calendar);
+        const auto id = EventID::parse(row.id);
+        ASSERT_TRUE(id);
+        const std::string problem = calendar->change(*id, row.scope, row.change, berlin(), at("2026-11-21T09:00:00Z"));
+        EXPECT_EQ(problem.empty(), row.isDone) << problem;
+        if (!row.isDone)
+            continue;
+        EXPECT_EQ(shown(calendar->text(), "2026-01-01T00:00:00Z", "2027-01-01T00:00:00Z"), row.happens);
+        EXPECT_NE(calendar->text().find("X-KEPT:yes"), std::string::npos);
+        EXPECT_TRUE(calendar->find(*id, berlin()) || row.scope == EventScope::series);
+    }
+}
+
+TEST(IcsCalendar, removesOneOccurrenceOrTheSeries)
+{
+    auto calendar = IcsCalendar::parse(file(event(weekly) + "\n" + event("DTSTART:20261201T120000Z", "other")));
+    ASSERT_TRUE(calendar);
+    const EventID one{'f', "u1", "20261116T120000"};
+    EXPECT_EQ(calendar->remove(one, EventScope::occurrence, berlin(), at("2026-11-21T09:00:00Z")), "");
+    EXPECT_FALSE(calendar->find(one, berlin()));
+    EXPECT_NE(calendar->remove(one, EventScope::occurrence, berlin(), at("2026-11-21T09:00:00Z")), "");
+    EXPECT_EQ(shown(calendar->text(), "2026-01-01T00:00:00Z", "2027-01-01T00:00:00Z").size(), 4U);
+    EXPECT_EQ(calendar->remove({'f', "u1", "20261123T120000"}, EventScope::series, berlin(), Instant()), "");
+    EXPECT_EQ(shown(calendar->text(), "2026-01-01T00:00:00Z", "2027-01-01T00:00:00Z").size(), 1U);
+    EXPECT_EQ(calendar->remove({'f', "other", ""}, EventScope::occurrence, berlin(), Instant()), "");
+    EXPECT_EQ(calendar->eventCount(), 0U);
+}
+
+} // namespace
+} // namespace quorvell
