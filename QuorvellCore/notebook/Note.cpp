@@ -1,6 +1,7 @@
 #include "QuorvellCore/notebook/Note.h"
 
 #include "QuorvellCore/notebook/ExplanationSections.h"
+#include "QuorvellCore/text/UUID.h"
 
 #include <string_view>
 
@@ -41,17 +42,10 @@ std::string howToText(const Note& note)
 
 std::string Note::newID(const std::array<std::uint8_t, 16>& randomBytes)
 {
-    // A random UUID says version 4 in byte 6 and its variant in byte 8.
-    std::array<std::uint8_t, 16> uuid = randomBytes;
-    uuid[6] = static_cast<std::uint8_t>((uuid[6] & 0x0F) | 0x40);
-    uuid[8] = static_cast<std::uint8_t>((uuid[8] & 0x3F) | 0x80);
-    constexpr std::string_view digits = "0123456789abcdef";
     constexpr std::size_t length = 12;
-    std::string id;
-    for (std::size_t index = 0; id.size() < length; ++index) {
-        id += digits[uuid[index] >> 4];
-        id += digits[uuid[index] & 0x0F];
-    }
+    std::string id = uuidText(randomBytes);
+    std::erase(id, '-');
+    id.resize(length);
     return id;
 }
 

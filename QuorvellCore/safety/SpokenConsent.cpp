@@ -1,0 +1,121 @@
+#include "QuorvellCore/safety/SpokenConsent.h"
+
+#include "QuorvellCore/text/CodePoints.h"
+#include "QuorvellCore/text/LowerCase.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <vector>
+
+namespace quorvell {
+
+namespace {
+
+using Words = std::vector<std::string_view>;
+
+constexpr auto fillers =
+    std::to_array<std::string_view>({"oh", "um", "umm", "uh", "uhm", "er", "erm", "ah", "hmm", "well", "so", "and"});
+constexpr auto leads = std::to_array<std::string_view>(
+    {"yes", "yeah", "yep", "yup", "yea", "ya", "yah", "sure", "ok", "okay", "alright", "absolutely", "definitely",
+        "certainly", "ofcourse", "please", "fine", "perfect", "correct", "right", "exactly", "that's", "thats"});
+constexpr auto goAheadVerbs = std::to_array<std::string_view>(
+    {"go", "do", "open", "send", "continue", "proceed", "carry", "click", "press", "tap", "hit", "submit", "post",
+        "reply", "save", "sign", "log", "fill", "join", "visit", "load", "launch", "type", "accept", "agree", "allow"});
+constexpr auto extras = std::to_array<std::string_view>({"it", "that", "this", "them", "those", "these", "the", "a",
+    "an", "one", "now", "then", "just", "thanks", "thank", "you", "can", "may", "quorvell", "for", "me", "us", "to",
+    "on", "in", "up", "ahead", "away", "again", "too", "also", "thing", "sounds", "good", "great", "cool", "lovely",
+    "page", "site", "website", "link", "profile", "tab", "email", "mail", "message", "form", "button", "file", "delete",
+    "remove", "buy", "pay", "order", "install", "change"});
+
+/// One of these anywhere means doubt. Most are no part of a yes anyway; those made only of words that are ("go away",
+/// "then again") would pass for one.
+constexpr auto doubts = std::to_array<std::string_view>(
+    {"no", "nope", "nah", "not", "don't", "dont", "never", "can't", "cant", "cannot", "won't", "wont", "shouldn't",
+        "stop", "wait", "waiting", "hold on", "hold off", "hold it", "hang on", "one moment", "a moment", "one second",
+        "one sec", "a second", "a sec", "a minute", "one minute", "pause", "cancel", "abort", "undo", "go back",
+        "go away", "then again", "but", "except", "unless", "until", "although", "though", "however", "before", "after",
+        "later", "another time", "maybe", "perhaps", "possibly", "probably", "might", "unsure", "uncertain", "i guess",
+        "i suppose", "let me", "i'll think", "think about", "never mind", "nevermind", "forget it", "leave it",
+        "actually", "instead", "rather", "if", "what", "which", "why", "how", "who"});
+
+template <typename Table> bool contains(const Table& table, std::string_view word)
+{
+    return std::find(table.begin(), table.end(), word) != table.end();
+}
+
+/// Lower case, apostrophes as "'", everything that is no part of a word a space, one space around each word.
+std::string spacedWords(std::string_view answer)
+{
+    const std::string lower = lowerCased(answer);
+    std::string text = " ";
+    for (std::size_t position = 0; position < lower.size();) {
+        const std::size_t start = position;
+        const char32_t letter = nextCodePoint(lower, position);
+        const bool isApostrophe = letter == U'\u2018' || letter == U'\u2019';
+        const bool isPartOfWord = letter == '\'' || (letter >= '0' && letter <= '9') || (letter >= 'a' && letter <= 'z')
+            || (letter > 0x7F && !isWhiteSpace(letter) && !(letter >= 0x2010 && letter <= 0x2027) && letter != 0xA0);
+        if (isApostrophe)
+            text += '\'';
+        else if (isPartOfWord)
+            text.append(lower, start, position - start);
+        else if (text.back() != ' ')
+            text += ' ';
+    }
+    if (text.back() != ' ')
+        text += ' ';
+    return text;
+}
+
+void replaceAll(std::string& text, std::string_view from, std::string_view to)
+{
+    for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
+}
+
+Words split(std::string_view spaced)
+{
+    Words words;
+    for (std::size_t start = 1; start < spaced.size();) {
+        const std::size_t end = spaced.find(' ', start);
+        words.push_back(spaced.substr(start, end - start));
+        start = end + 1;
+    }
+    return words;
+}
+
+bool hasDoubt(std::string_view spaced)
+{
+    return std::any_of(doubts.begin(), doubts.end(),
+        [&](std::string_view doubt) { return spaced.find(" " + std::string(doubt) + " ") != std::string_view::npos; });
+}
+
+bool confirms(std::string_view word)
+{
+    return contains(leads, word) || contains(goAheadVerbs, word);
+}
+
+} // namespace
+
+bool SpokenConsent::hesitates(std::string_view answer)
+{
+    return answer.find('?') != std::string_view::npos || hasDoubt(spacedWords(answer));
+}
+
+bool SpokenConsent::isAffirmative(std::string_view answer)
+{
+    std::string spaced = spacedWords(answer);
+    replaceAll(spaced, " all right ", " alright ");
+    replaceAll(spaced, " of course ", " ofcourse ");
+    if (hesitates(answer))
+        return false;
+    const Words words = split(spaced);
+    const auto first =
+        std::find_if_not(words.begin(), words.end(), [](std::string_view word) { return contains(fillers, word); });
+    if (first == words.end() || !confirms(*first))
+        return false;
+    return std::all_of(
+        first, words.end(), [](std::string_view word) { return confirms(word) || contains(extras, word); });
+}
+
+} // namespace quorvell

@@ -1,0 +1,105 @@
+#include "QuorvellCore/automation/TaskPlan.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace quorvell {
+
+namespace {
+
+Json json(std::string_view text)
+{
+    return parseJson(text).value_or(Json());
+}
+
+TaskPlan plan()
+{
+    return TaskPlan::create(json(R"({"goal": "Book a table\nfor two", "steps": ["Open the site", "Choose a time",
+        "Confirm"], "done_when": "A number is shown."})"))
+        .value_or(TaskPlan{});
+}
+
+} // namespace
+
+TEST(TaskPlan, updatesTellWhatMovedOn)
+{
+    struct Row {
+        const char* name;
+        const char* update;
+        std::vector<std::size_t> finished;
+        std::vector<std::string> learned;
+        std::size_t problems;
+        const char* steps; ///< "x" where done.
+    };
+    const Row rows[] = {
+        {"nothing", "{}", {}, {}, 0, "x--"},
+        {"not even an object", "[7]", {}, {}, 0, "x--"},
+        {"a step and a fact", R"({"done": [2], "facts": [" The site wants a phone number. "]})", {2},
+            {"The site wants a phone number."}, 0, "xx-"},
+        {"what was known is no progress", R"({"done": [1], "facts": ["opening hours: 5 to 11"]})", {}, {}, 0, "x--"},
+        {"one number, one text", R"({"done": 3, "facts": "Full at eight"})", {3}, {"Full at eight"}, 0, "x-x"},
+        {"a number twice", R"({"done": [2, 2.0]})", {2}, {}, 0, "xx-"},
+        {"numbers of no step", R"({"done": [0, 4, -1, 2.5, "3", null, 1e30]})", {}, {}, 7, "x--"},
+        {"facts that are none", R"({"facts": ["", 7, null, {}]})", {}, {}, 0, "x--"},
+        {"new steps keep the marks of old ones", R"({"steps": ["Call them", "open the SITE"], "done": [1]})", {1}, {},
+            0, "xx"},
+        {"no step is no plan", R"({"steps": [], "done": [2]})", {2}, {}, 1, "xx-"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        TaskPlan changed = plan();
+        changed.update(json(R"({"done": [1], "facts": ["Opening hours: 5 to 11."]})"));
+        const TaskPlanChange change = changed.update(json(row.update));
+        EXPECT_EQ(change.finished, row.finished);
+        EXPECT_EQ(change.learned, row.learned);
+        EXPECT_EQ(change.problems.size(), row.problems);
+        EXPECT_EQ(change.isProgress(), !row.finished.empty() || !row.learned.empty());
+        std::string marks;
+        for (const TaskPlan::Step& step : changed.steps)
+            marks += step.done ? 'x' : '-';
+        EXPECT_EQ(marks, row.steps);
+    }
+}
+
+TEST(TaskPlan, tellsTheModelHowFarItIs)
+{
+    TaskPlan told = plan();
+    const TaskPlanChange change =
+        told.update(json(R"({"done": [1], "facts": ["Full at eight"], "done_when": "Mail"})"));
+    EXPECT_TRUE(change.changedDoneWhen);
+    EXPECT_EQ(told.nextStep(), 2u);
+    EXPECT_EQ(told.summary(),
+        "Goal: Book a table for two\n1. [done] Open the site\n2. [open] Choose a time\n3. [open] Confirm\nFact: Full "
+        "at "
+        "eight\nDone when: Mail");
+    EXPECT_EQ(dumpJson(told.json()),
+        R"({"goal":"Book a table for two","steps":[{"number":1,"text":"Open the site","done":true},)"
+        R"({"number":2,"text":"Choose a time","done":false},{"number":3,"text":"Confirm","done":false}],)"
+        R"("facts":["Full at eight"],"done_when":"Mail"})");
+    told.update(json(R"({"done": [2, 3]})"));
+    EXPECT_TRUE(told.isFinished());
+}
+
+TEST(TaskPlan, staysSmallWhateverAModelSays)
+{
+    EXPECT_FALSE(TaskPlan::create(json(R"({"goal": "Book"})")));
+    EXPECT_FALSE(TaskPlan::create(json(R"({"goal": " ", "steps": ["Open"]})")));
+    Json many{{"goal", std::string(2000, 'g')}};
+    for (int index = 0; index < 100; ++index) {
+        many["steps"].push_back("Step " + std::to_string(index));
+        many["facts"].push_back("Fact " + std::to_string(index) + std::string(600, 'x'));
+    }
+    const auto big = TaskPlan::create(many);
+    ASSERT_TRUE(big);
+    EXPECT_EQ(big->goal.size(), TaskPlan::longestText);
+    EXPECT_EQ(big->steps.size(), TaskPlan::mostSteps);
+    EXPECT_EQ(big->facts.size(), TaskPlan::mostFacts);
+    EXPECT_EQ(big->facts.front().size(), TaskPlan::longestText);
+    TaskPlan later = plan();
+    later.update(many);
+    later.update(json(R"({"facts": ["The newest"]})"));
+    EXPECT_EQ(later.facts.back(), "The newest");
+    EXPECT_EQ(later.facts.size(), TaskPlan::mostFacts);
+}
+
+} // namespace quorvell
