@@ -85,6 +85,16 @@ Json LiveMessage::text(std::string_view text)
     return content(Json::array({turn("user", text)}), true);
 }
 
+Json LiveMessage::note(std::string_view text)
+{
+    return content(Json::array({turn("user", text)}), false);
+}
+
+Json LiveMessage::answerNow()
+{
+    return content(Json::array(), true);
+}
+
 std::optional<Json> LiveMessage::history(const std::vector<LiveHistoryEntry>& entries)
 {
     Json turns = Json::array();

@@ -35,6 +35,10 @@ struct LiveMessage {
 
     /// A user's turn that the model answers.
     static Json text(std::string_view text);
+    /// A user's turn that the model only takes in.
+    static Json note(std::string_view text);
+    /// Asks for an answer to what the model was told so far.
+    static Json answerNow();
     /// Earlier turns, which the model remembers without answering. Nothing when there is nothing to remember.
     static std::optional<Json> history(const std::vector<LiveHistoryEntry>& entries);
 
