@@ -2,6 +2,7 @@
 
 #include "Quorvell/app/NotebookAccess.h"
 #include "Quorvell/connections/HostedAccess.h"
+#include "Quorvell/connections/LiveEndpointSettings.h"
 #include "Quorvell/connections/OnDeviceService.h"
 #include "Quorvell/connections/OpenAILiveClient.h"
 #include "Quorvell/notebook/FreshNoteID.h"
@@ -9,27 +10,40 @@
 #include "Quorvell/tools/ReminderTools.h"
 #include "QuorvellCore/reminders/LocaleWords.h"
 
+#include <QRandomGenerator>
+
+#include <array>
+#include <cstdio>
 #include <utility>
 
 namespace quorvell {
 
-Assistant::Made Assistant::create(const ProgramEnvironment& environment, QtScheduler& scheduler, const Wishes& wishes,
-    AudioPlayer& player, SessionObserver& observer)
+namespace {
+
+std::string freshRunName()
+{
+    std::array<char, 9> digits{};
+    std::snprintf(digits.data(), digits.size(), "%06x", QRandomGenerator::system()->generate() & 0xFFFFFF);
+    return digits.data();
+}
+
+} // namespace
+
+Assistant::Made Assistant::create(const ProgramEnvironment& environment, const UserSettings& settings,
+    QtScheduler& scheduler, const Wishes& wishes, const Sound& sound, SessionObserver& observer)
 {
     auto calendar = Calendar::create(environment.timeZone, environment.locale);
     if (!calendar)
         return {nullptr,
-            "The time zone \"" + environment.timeZone + "\" is not known. Set TZ to a name such as Europe/Berlin.", {}};
-    UserSettings::Reading settings = UserSettings::read(environment.configFolder + "/settings.json");
-    std::unique_ptr<Assistant> assistant(
-        new Assistant(environment, scheduler, std::move(settings.settings), *std::move(calendar)));
+            "The time zone \"" + environment.timeZone + "\" is not known. Set TZ to a name such as Europe/Berlin."};
+    std::unique_ptr<Assistant> assistant(new Assistant(environment, scheduler, settings, *std::move(calendar)));
     std::string problem = assistant->chooseService(environment, wishes);
     if (problem.empty())
         problem = assistant->openNotebookAndTools(environment);
     if (!problem.empty())
-        return {nullptr, std::move(problem), std::move(settings.problems)};
-    assistant->makeSession(wishes, player, observer);
-    return {std::move(assistant), {}, std::move(settings.problems)};
+        return {nullptr, std::move(problem)};
+    assistant->makeSession(wishes, sound, observer);
+    return {std::move(assistant), {}};
 }
 
 Assistant::Assistant(
@@ -37,7 +51,8 @@ Assistant::Assistant(
     : m_scheduler(scheduler)
     , m_settings(std::move(settings))
     , m_calendar(std::move(calendar))
-    , m_log(environment.stateFolder, scheduler)
+    , m_log(environment.stateFolder, scheduler, freshRunName())
+    , m_stateFolder(environment.stateFolder)
 {
 }
 
@@ -66,22 +81,42 @@ std::string Assistant::openNotebookAndTools(const ProgramEnvironment& environmen
     return ToolDispatcher::startUpProblem(m_registry).value_or("");
 }
 
-void Assistant::makeSession(const Wishes& wishes, AudioPlayer& player, SessionObserver& observer)
+void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionObserver& observer)
 {
     m_tools = std::make_unique<ToolDispatcher>(m_registry);
-    SessionSettings settings;
-    settings.userName = m_settings.userName;
-    settings.familyName = m_settings.familyName;
-    settings.replies = wishes.replies;
-    settings.greeting = wishes.greeting;
-    settings.microphone =
-        m_settings.sendsOnlySpeech ? SessionSettings::Microphone::onlySpeech : SessionSettings::Microphone::everything;
+    // Apart, since only a hosted service costs something.
+    m_usage = std::make_unique<UsageFile>(
+        m_stateFolder + (m_isOnDevice ? "/usage-on-device.json" : "/usage.json"), m_scheduler, m_calendar);
+    m_observers = std::make_unique<ObserverGroup>(std::vector<SessionObserver*>{&observer, m_usage.get()});
     const auto connections = [this](LiveConnectionObserver& session, LiveMedium) {
         return std::make_unique<OpenAILiveClient>(*m_service, m_settings.models, session);
     };
-    m_session = std::make_unique<SessionController>(SessionController::Ports{m_scheduler, connections, player, m_log,
-                                                        observer, *m_tools, [this] { return whereAndWhen(); }},
-        settings);
+    SessionController::Ports ports{
+        m_scheduler, connections, sound.player, m_log, *m_observers, *m_tools, [this] { return whereAndWhen(); }};
+    ports.capture = sound.capture;
+    ports.dozeListener = sound.dozeListener;
+    ports.synthesiser = sound.synthesiser;
+    ports.usageStore = m_usage.get();
+    ports.jitter = [] { return QRandomGenerator::global()->generateDouble(); };
+    m_session = std::make_unique<SessionController>(ports, sessionSettings(wishes));
+}
+
+SessionSettings Assistant::sessionSettings(const Wishes& wishes) const
+{
+    SessionSettings settings;
+    settings.userName = m_settings.userName;
+    settings.familyName = m_settings.familyName;
+    settings.medium = wishes.medium;
+    settings.replies = wishes.replies;
+    settings.greeting = wishes.greeting;
+    settings.listening = wishes.listening;
+    settings.microphone =
+        m_settings.sendsOnlySpeech ? SessionSettings::Microphone::onlySpeech : SessionSettings::Microphone::everything;
+    settings.restsWhenQuiet = m_settings.restsWhenQuiet;
+    settings.helpMode = m_settings.helpMode;
+    if (!m_isOnDevice)
+        settings.dailyMinutes = m_settings.dailyMinutes;
+    return settings;
 }
 
 std::string Assistant::whereAndWhen() const

@@ -1,15 +1,19 @@
 #pragma once
 
 #include "Quorvell/app/EventLogFile.h"
+#include "Quorvell/app/ObserverGroup.h"
 #include "Quorvell/app/ProgramEnvironment.h"
 #include "Quorvell/app/QtScheduler.h"
+#include "Quorvell/app/UsageFile.h"
 #include "Quorvell/app/UserSettings.h"
 #include "Quorvell/connections/LiveAccessSource.h"
-#include "Quorvell/connections/LiveEndpointSettings.h"
 #include "Quorvell/notebook/Notebook.h"
+#include "Quorvell/session/AudioCapture.h"
 #include "Quorvell/session/AudioPlayer.h"
+#include "Quorvell/session/DozeListener.h"
 #include "Quorvell/session/SessionController.h"
 #include "Quorvell/session/SessionObserver.h"
+#include "Quorvell/session/SpeechSynthesiser.h"
 #include "QuorvellCore/reminders/Calendar.h"
 
 #include <memory>
@@ -25,17 +29,27 @@ class Assistant {
 public:
     struct Wishes {
         std::optional<std::string> host; ///< From the command line; wins over the environment and the settings.
+        LiveMedium medium = LiveMedium::voice;
         SessionSettings::Replies replies = SessionSettings::Replies::spoken;
+        SessionSettings::Listening listening = SessionSettings::Listening::openMicrophone;
         SessionSettings::Greeting greeting = SessionSettings::Greeting::none;
+    };
+    /// What the program hears and speaks through. All are borrowed.
+    struct Sound {
+        AudioPlayer& player;
+        AudioCapture* capture = nullptr;
+        DozeListener* dozeListener = nullptr;
+        SpeechSynthesiser* synthesiser = nullptr;
     };
     struct Made;
 
-    /// Either an assistant or a sentence for the user. The player and the observer are borrowed.
-    static Made create(const ProgramEnvironment& environment, QtScheduler& scheduler, const Wishes& wishes,
-        AudioPlayer& player, SessionObserver& observer);
+    /// Either an assistant or a sentence for the user. The observer is borrowed.
+    static Made create(const ProgramEnvironment& environment, const UserSettings& settings, QtScheduler& scheduler,
+        const Wishes& wishes, const Sound& sound, SessionObserver& observer);
 
     SessionController& session() { return *m_session; }
     bool isOnDevice() const { return m_isOnDevice; }
+    const UsageFile& usage() const { return *m_usage; }
 
 private:
     Assistant(const ProgramEnvironment& environment, QtScheduler& scheduler, UserSettings settings, Calendar calendar);
@@ -43,7 +57,8 @@ private:
     // Each gives an empty text, or why the assistant cannot work.
     std::string openNotebookAndTools(const ProgramEnvironment& environment);
     std::string chooseService(const ProgramEnvironment& environment, const Wishes& wishes);
-    void makeSession(const Wishes& wishes, AudioPlayer& player, SessionObserver& observer);
+    void makeSession(const Wishes& wishes, const Sound& sound, SessionObserver& observer);
+    SessionSettings sessionSettings(const Wishes& wishes) const;
     std::string whereAndWhen() const;
 
     QtScheduler& m_scheduler;
@@ -54,6 +69,9 @@ private:
     ToolRegistry m_registry;
     std::unique_ptr<ToolDispatcher> m_tools;
     bool m_isOnDevice = false;
+    std::string m_stateFolder;
+    std::unique_ptr<UsageFile> m_usage;
+    std::unique_ptr<ObserverGroup> m_observers;
     std::unique_ptr<LiveAccessSource> m_service;
     std::unique_ptr<SessionController> m_session; ///< Uses all of the above; goes first.
 };
@@ -61,7 +79,6 @@ private:
 struct Assistant::Made {
     std::unique_ptr<Assistant> assistant;
     std::string problem; ///< When there is none.
-    std::vector<std::string> notices; ///< Sentences for the user about what was left out.
 };
 
 } // namespace quorvell

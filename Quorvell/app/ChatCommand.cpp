@@ -8,14 +8,19 @@
 #include "Quorvell/app/Interrupts.h"
 #include "Quorvell/app/ObserverGroup.h"
 #include "Quorvell/app/PipedLines.h"
+#include "Quorvell/app/PrivateFile.h"
+#include "Quorvell/app/ProgramLoop.h"
 #include "Quorvell/app/SilentPlayer.h"
+#include "Quorvell/app/StatusLine.h"
 #include "Quorvell/app/TerminalLines.h"
+#include "Quorvell/app/UsageText.h"
+#include "Quorvell/app/WorkStatus.h"
 
 #include <CLI/CLI.hpp>
-#include <QCoreApplication>
 #include <unistd.h>
 
 #include <iostream>
+#include <utility>
 
 namespace quorvell {
 
@@ -28,63 +33,92 @@ bool isForAPerson(const ProgramEnvironment& environment, const ConversationOptio
     return environment.isInputTerminal && environment.isOutputTerminal && !options.asJson;
 }
 
-std::unique_ptr<SessionObserver> makeView(
-    const ProgramEnvironment& environment, const ConversationOptions& options, const QtScheduler& scheduler)
-{
-    if (options.asJson)
-        return std::make_unique<ConversationEvents>(std::cout, scheduler);
-    ConversationText::Style style;
-    style.colour = environment.allowsColour ? ConversationText::Colour::ansi : ConversationText::Colour::none;
-    if (environment.isOutputTerminal)
-        style.progress = "Calling the assistant …";
-    return std::make_unique<ConversationText>(std::cout, std::cerr, style);
-}
+/// What a person sees of a conversation; scripts see events.
+class ChatView {
+public:
+    ChatView(const ProgramEnvironment& environment, const ConversationOptions& options, QtScheduler& scheduler,
+        LineSource& lines)
+    {
+        if (options.asJson) {
+            m_views.push_back(std::make_unique<ConversationEvents>(std::cout, scheduler));
+            return;
+        }
+        ConversationText::Style style;
+        style.aside = [this, &lines](const auto& print) { lines.aside([&] { m_status.aside(print); }); };
+        if (environment.allowsColour)
+            style.colour = ConversationText::Colour::ansi;
+        m_views.push_back(std::make_unique<ConversationText>(std::cout, std::cerr, style));
+        if (environment.allowsColour && environment.isInputTerminal)
+            m_views.push_back(std::make_unique<WorkStatus>(scheduler, m_status));
+    }
 
-std::unique_ptr<LineSource> makeLines(bool isPerson)
+    std::vector<SessionObserver*> observersWith(SessionObserver& last) const
+    {
+        std::vector<SessionObserver*> observers;
+        for (const auto& view : m_views)
+            observers.push_back(view.get());
+        observers.push_back(&last);
+        return observers;
+    }
+
+private:
+    StatusLine m_status{std::cout};
+    std::vector<std::unique_ptr<SessionObserver>> m_views;
+};
+
+std::unique_ptr<LineSource> makeLines(
+    bool isPerson, const ProgramEnvironment& environment, const UserSettings& settings)
 {
-    if (isPerson)
-        return std::make_unique<TerminalLines>("> ");
-    return std::make_unique<PipedLines>(
-        STDIN_FILENO, [](const std::string& sentence) { std::cerr << sentence << std::endl; });
+    if (!isPerson)
+        return std::make_unique<PipedLines>(
+            STDIN_FILENO, [](const std::string& sentence) { std::cerr << sentence << std::endl; });
+    PrivateFile::prepareFolder(environment.stateFolder);
+    std::optional<CommandHistoryFile> history;
+    if (settings.keepsTypedHistory)
+        history.emplace(environment.stateFolder, "typed.jsonl");
+    return std::make_unique<TerminalLines>("> ", std::move(history));
 }
 
 void welcome(const Assistant& assistant)
 {
     std::cout << (assistant.isOnDevice() ? "Quorvell on this computer, without an account: nothing you say leaves it."
                                          : "Quorvell with a hosted model: what you type is sent to it.")
-              << " Type a line; Ctrl+D ends." << std::endl;
+              << " Type a line; /help lists what else there is, Ctrl+D ends." << std::endl;
 }
 
 int runChat(const ProgramEnvironment& environment, const ConversationOptions& options)
 {
-    int argumentCount = 1;
-    std::string name = "quorvell";
-    char* arguments[] = {name.data(), nullptr};
-    QCoreApplication application(argumentCount, arguments);
-    QtScheduler scheduler;
+    ProgramLoop loop;
     const bool isPerson = isForAPerson(environment, options);
-
-    const auto view = makeView(environment, options, scheduler);
-    const auto lines = makeLines(isPerson);
-    ChatConversation conversation({scheduler, *lines, [](int exitCode) { QCoreApplication::exit(exitCode); }},
+    const UserSettings settings = UserSettings::readTelling(environment, std::cerr);
+    const auto lines = makeLines(isPerson, environment, settings);
+    ChatView view(environment, options, loop.scheduler(), *lines);
+    std::unique_ptr<Assistant> assistant;
+    const auto usage = [&assistant] {
+        return UsageText::ofConversation(assistant->session().usage()) + "\n"
+            + UsageText::ofDays(assistant->usage().book(), assistant->usage().today());
+    };
+    const auto tell = [](const std::string& sentence) { std::cout << sentence << std::endl; };
+    ChatConversation conversation({loop.scheduler(), *lines, &ProgramLoop::end, tell, usage},
         isPerson ? ChatConversation::Partner::person : ChatConversation::Partner::script);
-    ObserverGroup observers({view.get(), &conversation});
+    ObserverGroup observers(view.observersWith(conversation));
     SilentPlayer player;
-    Assistant::Wishes wishes{options.host, SessionSettings::Replies::shown};
+    Assistant::Wishes wishes{options.host};
+    wishes.replies = SessionSettings::Replies::shown;
+    wishes.listening = SessionSettings::Listening::none;
     if (isPerson)
         wishes.greeting = SessionSettings::Greeting::spoken;
-    const Assistant::Made made = Assistant::create(environment, scheduler, wishes, player, observers);
-    for (const std::string& notice : made.notices)
-        std::cerr << notice << std::endl;
+    Assistant::Made made = Assistant::create(environment, settings, loop.scheduler(), wishes, {player}, observers);
     if (!made.assistant) {
         std::cerr << made.problem << std::endl;
         return couldNot;
     }
+    assistant = std::move(made.assistant);
     if (isPerson)
-        welcome(*made.assistant);
+        welcome(*assistant);
     const Interrupts interrupts([&] { conversation.interrupt(); });
-    scheduler.post([&] { conversation.begin(made.assistant->session()); });
-    return QCoreApplication::exec();
+    loop.scheduler().post([&] { conversation.begin(assistant->session()); });
+    return loop.run();
 }
 
 } // namespace

@@ -1,7 +1,5 @@
 #include "Quorvell/app/ChatConversation.h"
 
-#include "QuorvellCore/text/Characters.h"
-
 #include <utility>
 
 namespace quorvell {
@@ -13,9 +11,10 @@ constexpr std::chrono::milliseconds soon{0};
 
 } // namespace
 
-ChatConversation::ChatConversation(Ports ports, Partner partner)
+ChatConversation::ChatConversation(Ports ports, Partner partner, Voice voice)
     : m_ports(std::move(ports))
     , m_partner(partner)
+    , m_voice(voice)
 {
 }
 
@@ -25,12 +24,17 @@ void ChatConversation::begin(SessionController& session)
     if (m_partner == Partner::person)
         m_session->begin();
     else
-        askForLine();
+        askForMessage();
 }
 
 void ChatConversation::interrupt()
 {
-    end("interrupted");
+    if (m_partner == Partner::script || std::exchange(m_wasInterrupted, true))
+        return end("interrupted");
+    if (m_session->isTurnOpen())
+        return m_session->interrupt();
+    if (!m_ports.lines.dropTyped())
+        tell("Ctrl+C once more leaves.");
 }
 
 void ChatConversation::turnCompleted(TurnOutcome outcome)
@@ -39,45 +43,100 @@ void ChatConversation::turnCompleted(TurnOutcome outcome)
         m_exitCode = couldNot;
     m_isBrokenOff = outcome == TurnOutcome::brokenOff;
     if (!m_isEnding && !m_isBrokenOff)
-        m_next = m_ports.scheduler.after(soon, [this] { askForLine(); });
+        m_next = m_ports.scheduler.after(soon, [this] { askForMessage(); });
 }
 
 void ChatConversation::conversationEnded(const SessionEnd& end)
 {
     if (m_isEnding)
         return finish();
-    if (!end.isFailure)
-        return;
     // Between two turns nothing is lost: the next line begins a new conversation.
     const bool wasAnythingLost = std::exchange(m_isBrokenOff, false) || !end.unsent.empty();
-    if (!end.mustUserAct && (m_partner == Partner::person || !wasAnythingLost)) {
-        m_next = m_ports.scheduler.after(soon, [this] { askForLine(); });
+    const bool mayGoOn = m_partner == Partner::person || !end.isFailure || !wasAnythingLost;
+    if (!end.mustUserAct && mayGoOn) {
+        m_next = m_ports.scheduler.after(soon, [this] { askForMessage(); });
         return;
     }
     m_exitCode = couldNot;
     m_next = m_ports.scheduler.after(soon, [this] { finish(); });
 }
 
-void ChatConversation::askForLine()
+void ChatConversation::askForMessage()
 {
     if (m_isAsking || m_isEnding || m_session->isTurnOpen())
         return;
     m_isAsking = true;
-    m_ports.lines.readNext([this](const std::optional<std::string>& line) {
+    m_ports.lines.readNext([this](const std::optional<TypedMessage>& message) {
         m_isAsking = false;
-        lineRead(line);
+        messageRead(message);
     });
 }
 
-void ChatConversation::lineRead(const std::optional<std::string>& line)
+void ChatConversation::messageRead(const std::optional<TypedMessage>& message)
 {
     if (m_isEnding)
         return;
-    if (!line)
+    m_wasInterrupted = false;
+    if (!message)
         return end("end of input");
-    if (trimmed(*line).empty())
-        return askForLine();
-    m_session->submitTyped({{{*line}}, false});
+    if (message->isEmpty())
+        return askForMessage();
+    if (const auto word = m_partner == Partner::person ? ChatWord::read(*message) : std::nullopt)
+        return carryOut(*word);
+    TypedMessage sent = *message;
+    sent.spoken = m_voice == Voice::aloud && !m_isVoiceOff;
+    m_session->submitTyped(sent);
+}
+
+void ChatConversation::carryOut(const ChatWord& word)
+{
+    switch (word.kind) {
+    case ChatWord::Kind::help:
+        tell(ChatWord::overview());
+        break;
+    case ChatWord::Kind::mode:
+        changeMode(word.argument);
+        break;
+    case ChatWord::Kind::mute:
+        changeVoice();
+        break;
+    case ChatWord::Kind::usage:
+        tell(m_ports.usage ? m_ports.usage() : "Nothing was counted.");
+        break;
+    case ChatWord::Kind::quit:
+        return end("the user left");
+    case ChatWord::Kind::unknown:
+        tell("There is no /" + word.word
+            + "; /help lists what there is. Begin the line with a space to say it to the assistant.");
+        break;
+    }
+    askForMessage();
+}
+
+void ChatConversation::changeMode(const std::string& name)
+{
+    const auto mode = ChatWord::modeNamed(name);
+    if (mode)
+        m_session->setHelpMode(*mode);
+    if (mode || name.empty())
+        tell(std::string("Mode: ") + ChatWord::nameOf(m_session->helpMode())
+            + (name.empty() ? ". Others: guide (shows, you act), auto (harmless steps), do (whole tasks)." : "."));
+    else
+        tell("There are three modes: guide, auto and do.");
+}
+
+void ChatConversation::changeVoice()
+{
+    if (m_voice == Voice::none)
+        return tell("Replies are only shown here. Start with --aloud to hear them too.");
+    m_isVoiceOff = !m_isVoiceOff;
+    tell(m_isVoiceOff ? "Replies are shown only; /mute again brings the voice back." : "Replies are spoken again.");
+}
+
+void ChatConversation::tell(const std::string& sentence)
+{
+    if (m_ports.tell)
+        m_ports.tell(sentence);
 }
 
 void ChatConversation::end(std::string_view reason)

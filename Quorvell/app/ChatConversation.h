@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Quorvell/app/ChatWord.h"
 #include "Quorvell/app/LineSource.h"
 #include "Quorvell/session/Scheduler.h"
 #include "Quorvell/session/SessionController.h"
@@ -11,40 +12,51 @@
 
 namespace quorvell {
 
-/// Leads a typed conversation: one line, its whole turn, the next line; at the end of the input an orderly good-bye.
-/// Main thread.
+/// Leads a typed conversation: one message, its whole turn, the next message; at the end of the input an orderly
+/// good-bye. Main thread.
 class ChatConversation : public SessionObserver {
 public:
     enum class Partner { person, script }; ///< A person may try again after a failure; a script is told and ends.
+    enum class Voice { none, aloud }; ///< Whether replies are spoken as well.
 
     struct Ports {
         Scheduler& scheduler;
         LineSource& lines;
         std::function<void(int exitCode)> finished;
+        std::function<void(const std::string& sentence)> tell{}; ///< From the program itself.
+        std::function<std::string()> usage{}; ///< What was used, in words.
     };
 
-    ChatConversation(Ports ports, Partner partner);
+    ChatConversation(Ports ports, Partner partner, Voice voice = Voice::none);
 
     /// A person is greeted; a script's conversation begins with its first line.
     void begin(SessionController& session);
+    /// A person's first one stops the answer (or drops the half-typed line), the second leaves.
     void interrupt();
 
     void turnCompleted(TurnOutcome outcome) override;
     void conversationEnded(const SessionEnd& end) override;
 
 private:
-    void askForLine();
-    void lineRead(const std::optional<std::string>& line);
+    void askForMessage();
+    void messageRead(const std::optional<TypedMessage>& message);
+    void carryOut(const ChatWord& word);
+    void changeMode(const std::string& name);
+    void changeVoice();
+    void tell(const std::string& sentence);
     void end(std::string_view reason);
     void finish();
 
     Ports m_ports;
     Partner m_partner;
+    Voice m_voice;
     SessionController* m_session = nullptr;
     int m_exitCode = 0;
     bool m_isEnding = false;
     bool m_isBrokenOff = false; ///< The last turn.
-    bool m_isAsking = false; ///< The line source owes a line.
+    bool m_isAsking = false; ///< The line source owes a message.
+    bool m_isVoiceOff = false;
+    bool m_wasInterrupted = false; ///< Since the last message.
     TimerHandle m_next;
 };
 

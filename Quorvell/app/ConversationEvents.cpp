@@ -1,5 +1,7 @@
 #include "Quorvell/app/ConversationEvents.h"
 
+#include "Quorvell/app/ChatWord.h"
+
 #include <nlohmann/json.hpp>
 
 #include <ostream>
@@ -18,6 +20,34 @@ const char* nameOf(SessionPhase phase)
         return "connecting";
     case SessionPhase::active:
         return "active";
+    }
+    return "";
+}
+
+const char* nameOf(Doze doze)
+{
+    switch (doze) {
+    case Doze::awake:
+        return "awake";
+    case Doze::dozing:
+        return "dozing";
+    case Doze::waking:
+        return "waking";
+    }
+    return "";
+}
+
+const char* nameOf(SessionObserver::Ear ear)
+{
+    switch (ear) {
+    case SessionObserver::Ear::closed:
+        return "closed";
+    case SessionObserver::Ear::open:
+        return "open";
+    case SessionObserver::Ear::hearing:
+        return "hearing";
+    case SessionObserver::Ear::muted:
+        return "muted";
     }
     return "";
 }
@@ -42,6 +72,35 @@ void ConversationEvents::write(std::string_view event, const Json& fields)
 void ConversationEvents::phaseChanged(SessionPhase phase)
 {
     write("phase", {{"phase", nameOf(phase)}});
+}
+
+void ConversationEvents::restChanged(Doze doze)
+{
+    write("rest", {{"rest", nameOf(doze)}});
+}
+
+void ConversationEvents::linkChanged(Link link)
+{
+    write("link", {{"link", link == Link::steady ? "steady" : "reconnecting"}});
+}
+
+void ConversationEvents::earChanged(Ear ear)
+{
+    write("ear", {{"ear", nameOf(ear)}});
+}
+
+void ConversationEvents::helpModeChanged(HelpMode mode)
+{
+    write("help_mode", {{"mode", ChatWord::nameOf(mode)}});
+}
+
+void ConversationEvents::usageChanged(const SessionUsage& usage)
+{
+    write("usage",
+        {{"tokens", usage.tokens}, {"billed_seconds", usage.billedSeconds},
+            {"microphone_chunks", usage.microphoneChunks}, {"voice_seconds", usage.voiceSeconds},
+            {"connected_seconds", usage.connectedSeconds}, {"reconnections", usage.reconnections},
+            {"rotations", usage.rotations}, {"rests", usage.dozes}});
 }
 
 void ConversationEvents::userSaid(const std::string& text, Words words)

@@ -17,6 +17,11 @@ public:
     ConversationEvents(std::ostream& out, const Scheduler& clock);
 
     void phaseChanged(SessionPhase phase) override;
+    void restChanged(Doze doze) override;
+    void linkChanged(Link link) override;
+    void earChanged(Ear ear) override;
+    void helpModeChanged(HelpMode mode) override;
+    void usageChanged(const SessionUsage& usage) override;
     void userSaid(const std::string& text, Words words) override;
     void assistantSaid(const std::string& text) override;
     void toolCalled(const LiveFunctionCall& call) override;

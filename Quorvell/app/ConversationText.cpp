@@ -1,5 +1,6 @@
 #include "Quorvell/app/ConversationText.h"
 
+#include "Quorvell/app/ChatWord.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <nlohmann/json.hpp>
@@ -14,7 +15,6 @@ namespace {
 
 constexpr const char* dim = "\x1b[2m";
 constexpr const char* plain = "\x1b[0m";
-constexpr const char* eraseLine = "\r\x1b[K";
 
 bool isControl(unsigned char byte)
 {
@@ -47,24 +47,28 @@ ConversationText::ConversationText(std::ostream& out, std::ostream& errors, Styl
 {
 }
 
-void ConversationText::phaseChanged(SessionPhase phase)
+void ConversationText::restChanged(Doze doze)
 {
-    if (phase == SessionPhase::connecting)
-        showProgress();
-    else
-        hideProgress();
+    if (doze == Doze::dozing)
+        dimmed("resting: nothing is sent until you speak");
+    if (doze == Doze::waking)
+        dimmed("waking");
+}
+
+void ConversationText::helpModeChanged(HelpMode mode)
+{
+    dimmed(std::string("mode: ") + ChatWord::nameOf(mode));
 }
 
 void ConversationText::userSaid(const std::string& text, Words)
 {
     if (m_style.speakers == Speakers::named)
-        m_out << "You: " << printable(text) << std::endl;
+        print(m_out, "You: " + printable(text));
 }
 
 void ConversationText::assistantSaid(const std::string& text)
 {
-    hideProgress();
-    m_out << (m_style.speakers == Speakers::named ? "Quorvell: " : "") << printable(text) << std::endl;
+    print(m_out, (m_style.speakers == Speakers::named ? "Quorvell: " : "") + printable(text));
 }
 
 void ConversationText::toolCalled(const LiveFunctionCall& call)
@@ -79,8 +83,7 @@ void ConversationText::toolAnswered(const LiveFunctionResponse& response)
 
 void ConversationText::problemArose(const std::string& sentence)
 {
-    hideProgress();
-    m_errors << printable(sentence) << std::endl;
+    print(m_errors, printable(sentence));
 }
 
 void ConversationText::turnCompleted(TurnOutcome outcome)
@@ -91,11 +94,10 @@ void ConversationText::turnCompleted(TurnOutcome outcome)
 
 void ConversationText::conversationEnded(const SessionEnd& end)
 {
-    hideProgress();
     if (!end.sentence.empty())
-        m_errors << printable(end.sentence) << std::endl;
+        print(m_errors, printable(end.sentence));
     for (const std::string& text : end.unsent)
-        m_errors << "Not sent: " << printable(text) << std::endl;
+        print(m_errors, "Not sent: " + printable(text));
 }
 
 std::string ConversationText::summary(const Json& object)
@@ -123,28 +125,19 @@ std::string ConversationText::printable(std::string_view text)
     return kept;
 }
 
-void ConversationText::showProgress()
+void ConversationText::print(std::ostream& stream, const std::string& line)
 {
-    if (m_style.progress.empty())
-        return;
-    const bool isDimmed = m_style.colour == Colour::ansi;
-    m_out << (isDimmed ? dim : "") << m_style.progress << (isDimmed ? plain : "") << std::flush;
-    m_showsProgress = true;
-}
-
-void ConversationText::hideProgress()
-{
-    if (std::exchange(m_showsProgress, false))
-        m_out << (m_style.colour == Colour::ansi ? eraseLine : "\n") << std::flush;
+    const auto printNow = [&] { stream << line << std::endl; };
+    if (m_style.aside)
+        m_style.aside(printNow);
+    else
+        printNow();
 }
 
 void ConversationText::dimmed(const std::string& line)
 {
-    hideProgress();
-    if (m_style.colour == Colour::ansi)
-        m_out << dim << "  · " << line << plain << std::endl;
-    else
-        m_out << "  · " << line << std::endl;
+    const bool isColoured = m_style.colour == Colour::ansi;
+    print(m_out, (isColoured ? std::string(dim) : "") + "  · " + line + (isColoured ? plain : ""));
 }
 
 } // namespace quorvell

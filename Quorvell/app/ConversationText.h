@@ -3,6 +3,7 @@
 #include "Quorvell/session/SessionObserver.h"
 #include "QuorvellCore/text/Json.h"
 
+#include <functional>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -20,13 +21,15 @@ public:
     struct Style {
         Colour colour = Colour::none;
         Speakers speakers = Speakers::unnamed;
-        std::string progress{}; ///< Shown while connecting; empty where nobody watches.
+        /// Makes room for what is printed, where something else shares the terminal.
+        std::function<void(const std::function<void()>& print)> aside{};
     };
 
     /// The streams are borrowed.
     ConversationText(std::ostream& out, std::ostream& errors, Style style);
 
-    void phaseChanged(SessionPhase phase) override;
+    void restChanged(Doze doze) override;
+    void helpModeChanged(HelpMode mode) override;
     void userSaid(const std::string& text, Words words) override;
     void assistantSaid(const std::string& text) override;
     void toolCalled(const LiveFunctionCall& call) override;
@@ -41,14 +44,12 @@ public:
     static std::string printable(std::string_view text);
 
 private:
-    void showProgress();
-    void hideProgress();
+    void print(std::ostream& stream, const std::string& line);
     void dimmed(const std::string& line);
 
     std::ostream& m_out;
     std::ostream& m_errors;
     Style m_style;
-    bool m_showsProgress = false;
 };
 
 } // namespace quorvell

@@ -1,13 +1,13 @@
 #include "Quorvell/app/EventLogFile.h"
 
+#include "Quorvell/app/PrivateFile.h"
+
 #include <fcntl.h>
 #include <nlohmann/json.hpp>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace quorvell {
@@ -16,9 +16,9 @@ namespace {
 
 constexpr mode_t onlyTheUser = 0600;
 
-std::string lineOf(Instant at, std::string_view name, const Json& fields)
+std::string lineOf(Instant at, std::string_view name, const std::string& run, const Json& fields)
 {
-    Json line = {{"at", isoText(at)}, {"event", std::string(name)}};
+    Json line = {{"at", isoText(at)}, {"event", std::string(name)}, {"run", run}};
     Json whole = line;
     if (fields.is_object())
         whole.update(fields);
@@ -30,13 +30,12 @@ std::string lineOf(Instant at, std::string_view name, const Json& fields)
 
 } // namespace
 
-EventLogFile::EventLogFile(std::string folder, const Scheduler& clock)
+EventLogFile::EventLogFile(std::string folder, const Scheduler& clock, std::string run)
     : m_folder(std::move(folder))
+    , m_run(std::move(run))
     , m_clock(clock)
 {
-    std::error_code failure;
-    std::filesystem::create_directories(m_folder, failure);
-    std::filesystem::permissions(m_folder, std::filesystem::perms::owner_all, failure);
+    PrivateFile::prepareFolder(m_folder);
     openFile();
 }
 
@@ -54,16 +53,24 @@ void EventLogFile::record(std::string_view name, const Json& fields)
     if (fstat(m_descriptor, &status) == 0 && status.st_size >= fullSize)
         rotate();
     // In one write, so that the lines of two programs never mix.
-    const std::string line = lineOf(m_clock.wallClock(), name, fields);
+    const std::string line = lineOf(m_clock.wallClock(), name, m_run, fields);
     if (write(m_descriptor, line.data(), line.size()) < 0) {
         close(m_descriptor);
         m_descriptor = -1;
     }
 }
 
-std::string EventLogFile::path(int age) const
+std::string EventLogFile::readAll(const std::string& folder)
 {
-    return m_folder + "/events" + (age > 0 ? "." + std::to_string(age) : "") + ".jsonl";
+    std::string text;
+    for (int age = keptFiles; age >= 0; --age)
+        text += PrivateFile::readEnd(pathIn(folder, age), fullSize + longestLine);
+    return text;
+}
+
+std::string EventLogFile::pathIn(const std::string& folder, int age)
+{
+    return folder + "/events" + (age > 0 ? "." + std::to_string(age) : "") + ".jsonl";
 }
 
 void EventLogFile::openFile()

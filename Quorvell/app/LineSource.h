@@ -1,21 +1,26 @@
 #pragma once
 
+#include "QuorvellCore/live/history/TypedMessage.h"
+
 #include <functional>
 #include <optional>
-#include <string>
 
 namespace quorvell {
 
-/// Where the user's lines come from. Main thread.
+/// Where the user's messages come from, a line each. Main thread.
 class LineSource {
 public:
-    /// Nothing: there will be no more lines.
-    using Report = std::function<void(std::optional<std::string> line)>;
+    /// Nothing: there will be no more.
+    using Report = std::function<void(std::optional<TypedMessage> message)>;
 
     virtual ~LineSource() = default;
 
-    /// Asks for the next line; `report` is called once, from the event loop.
+    /// Asks for the next message; `report` is called once, from the event loop.
     virtual void readNext(Report report) = 0;
+    /// Lets something be printed while a line may be half typed.
+    virtual void aside(const std::function<void()>& print) { print(); }
+    /// Forgets what was typed so far of the line that is asked for. False when there was nothing.
+    virtual bool dropTyped() { return false; }
 };
 
 } // namespace quorvell

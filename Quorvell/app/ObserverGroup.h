@@ -16,6 +16,11 @@ public:
     }
 
     void phaseChanged(SessionPhase phase) override { tell(&SessionObserver::phaseChanged, phase); }
+    void restChanged(Doze doze) override { tell(&SessionObserver::restChanged, doze); }
+    void linkChanged(Link link) override { tell(&SessionObserver::linkChanged, link); }
+    void earChanged(Ear ear) override { tell(&SessionObserver::earChanged, ear); }
+    void helpModeChanged(HelpMode mode) override { tell(&SessionObserver::helpModeChanged, mode); }
+    void usageChanged(const SessionUsage& usage) override { tell(&SessionObserver::usageChanged, usage); }
     void userSaid(const std::string& text, Words words) override { tell(&SessionObserver::userSaid, text, words); }
     void assistantWordsHeard(const std::string& delta) override { tell(&SessionObserver::assistantWordsHeard, delta); }
     void assistantSaid(const std::string& text) override { tell(&SessionObserver::assistantSaid, text); }

@@ -69,9 +69,10 @@ bool PipedLines::reportBuffered()
 void PipedLines::reportLine(std::optional<std::string> line)
 {
     m_notifier->setEnabled(false);
+    std::optional<TypedMessage> message;
     if (line)
-        line = repairUtf8(*line);
-    std::exchange(m_report, nullptr)(std::move(line));
+        message = TypedMessage{{{repairUtf8(*line)}}, false};
+    std::exchange(m_report, nullptr)(std::move(message));
 }
 
 } // namespace quorvell

@@ -6,6 +6,7 @@
 #include <QSocketNotifier>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace quorvell {

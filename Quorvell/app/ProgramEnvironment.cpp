@@ -153,6 +153,7 @@ ProgramEnvironment ProgramEnvironment::read(const char* programName)
     environment.timeZone = timeZoneName();
     environment.locale = localeName();
     environment.apiKey = variable("OPENAI_API_KEY");
+    environment.geminiKey = variable("GEMINI_API_KEY");
     environment.liveHost = variable("QUORVELL_LIVE_HOST");
     environment.liveToken = variable("QUORVELL_LIVE_TOKEN");
     environment.hasSessionBus = knowsSessionBus(environment.runtimeFolder);

@@ -16,6 +16,7 @@ struct ProgramEnvironment {
     std::string timeZone; ///< IANA name, "Europe/Berlin".
     std::string locale; ///< "en_GB"; LC_ALL, LC_TIME, LANG in this order, "en_US" where none says.
     std::optional<std::string> apiKey; ///< OPENAI_API_KEY; empty counts as absent.
+    std::optional<std::string> geminiKey; ///< GEMINI_API_KEY
     std::optional<std::string> liveHost; ///< QUORVELL_LIVE_HOST: "host", "host:port" or a wss/https address.
     std::optional<std::string> liveToken; ///< QUORVELL_LIVE_TOKEN: the key that clients of our own service must show.
     bool hasSessionBus = false; ///< A D-Bus session bus address is known.

@@ -6,12 +6,12 @@
 #include "Quorvell/app/ConversationText.h"
 #include "Quorvell/app/Interrupts.h"
 #include "Quorvell/app/ObserverGroup.h"
+#include "Quorvell/app/ProgramLoop.h"
 #include "Quorvell/app/ReplyRecorder.h"
 #include "Quorvell/app/TalkTurn.h"
 #include "Quorvell/audio/WavFile.h"
 
 #include <CLI/CLI.hpp>
-#include <QCoreApplication>
 #include <nlohmann/json.hpp>
 
 #include <iostream>
@@ -55,8 +55,6 @@ TalkView makeView(
     ConversationText::Style style;
     style.colour = environment.allowsColour ? ConversationText::Colour::ansi : ConversationText::Colour::none;
     style.speakers = ConversationText::Speakers::named;
-    if (environment.isOutputTerminal)
-        style.progress = "Calling the assistant …";
     return {nullptr, std::make_unique<ConversationText>(std::cout, std::cerr, style)};
 }
 
@@ -80,30 +78,25 @@ int runTalk(const ProgramEnvironment& environment, const ConversationOptions& op
                   << " Hz, as telephones do; words are often misheard. Record at 16000 Hz or more." << std::endl;
     if (const auto problem = files.reply ? WavFile::problemOfWriting(*files.reply) : std::nullopt)
         return complain(*problem);
-    int argumentCount = 1;
-    std::string name = "quorvell";
-    char* arguments[] = {name.data(), nullptr};
-    QCoreApplication application(argumentCount, arguments);
-    QtScheduler scheduler;
-
+    ProgramLoop loop;
+    QtScheduler& scheduler = loop.scheduler();
     const TalkView view = makeView(environment, options, scheduler);
+    const UserSettings settings = UserSettings::readTelling(environment, std::cerr);
     ReplyRecorder recorder([&] { view.tell("voice_started"); });
     const auto finished = [&](const TalkTurn::Outcome& outcome) {
         if (!outcome.problem.empty())
             view.observer()->problemArose(outcome.problem);
-        QCoreApplication::exit(outcome.isAnswered ? 0 : couldNot);
+        ProgramLoop::end(outcome.isAnswered ? 0 : couldNot);
     };
     TalkTurn turn({scheduler, [&] { view.tell("input_ended"); }, finished}, *recording.samples);
     ObserverGroup observers({view.observer(), &turn});
     const Assistant::Wishes wishes{options.host};
-    const Assistant::Made made = Assistant::create(environment, scheduler, wishes, recorder, observers);
-    for (const std::string& notice : made.notices)
-        std::cerr << notice << std::endl;
+    const Assistant::Made made = Assistant::create(environment, settings, scheduler, wishes, {recorder}, observers);
     if (!made.assistant)
         return complain(made.problem);
     const Interrupts interrupts([&] { turn.interrupt(); });
     scheduler.post([&] { turn.begin(made.assistant->session()); });
-    const int exitCode = QCoreApplication::exec();
+    const int exitCode = loop.run();
     return exitCode != 0 ? exitCode : keepReply(files, recorder);
 }
 

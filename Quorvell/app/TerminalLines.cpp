@@ -2,89 +2,253 @@
 
 #include "QuorvellCore/text/Characters.h"
 
-#include <editline/readline.h>
+#include <histedit.h>
+#include <langinfo.h>
 #include <poll.h>
 #include <unistd.h>
 
+#include <array>
+#include <cerrno>
 #include <clocale>
-#include <cstdlib>
+#include <cstdio>
+#include <string_view>
 #include <utility>
 
 namespace quorvell {
 
 namespace {
 
-TerminalLines* editing = nullptr; ///< The library's callback takes no argument.
+constexpr std::string_view startMarkingPastes = "\x1b[?2004h";
+constexpr std::string_view stopMarkingPastes = "\x1b[?2004l";
+constexpr std::string_view eraseFromLineStart = "\r\x1b[J";
+constexpr char32_t endOfInputKey = 4; // Ctrl+D
 
-/// Where nothing was typed to its end the cursor still stands behind the prompt.
-void endPromptLine()
+void writeToTerminal(std::string_view text)
 {
-    [[maybe_unused]] const auto written = write(STDOUT_FILENO, "\n", 1);
+    std::fflush(stdout); // The editor writes through it.
+    [[maybe_unused]] const auto written = write(STDOUT_FILENO, text.data(), text.size());
 }
 
-bool hasHungUp()
+/// The editor measures and prints characters as the locale has them; its texts are UTF-8 here.
+void useUtf8()
 {
-    pollfd terminal{STDIN_FILENO, POLLIN, 0};
-    return poll(&terminal, 1, 0) > 0 && (terminal.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+    std::setlocale(LC_CTYPE, "");
+    if (std::string_view(nl_langinfo(CODESET)) != "UTF-8")
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+}
+
+/// Code points of well-formed UTF-8.
+std::u32string codePoints(const std::string& text)
+{
+    std::u32string points;
+    for (std::size_t index = 0; index < text.size();) {
+        const auto first = static_cast<unsigned char>(text[index++]);
+        int further = first < 0xC0 ? 0 : first < 0xE0 ? 1 : first < 0xF0 ? 2 : 3;
+        char32_t point = further == 0 ? first : first & (0x3Fu >> further);
+        for (; further > 0 && index < text.size(); --further)
+            point = (point << 6) | (static_cast<unsigned char>(text[index++]) & 0x3Fu);
+        points += point;
+    }
+    return points;
 }
 
 } // namespace
 
-TerminalLines::TerminalLines(std::string prompt)
+void TerminalLines::CloseEditor::operator()(editline* editor) const
+{
+    el_end(editor);
+}
+
+TerminalLines::TerminalLines(std::string prompt, std::optional<CommandHistoryFile> historyFile)
     : m_prompt(std::move(prompt))
+    , m_historyFile(std::move(historyFile))
     , m_notifier(std::make_unique<QSocketNotifier>(STDIN_FILENO, QSocketNotifier::Read))
 {
-    // The editor counts columns by the locale's characters.
-    std::setlocale(LC_CTYPE, "");
-    editing = this;
+    if (m_historyFile)
+        m_history = m_historyFile->load();
+    useUtf8();
+    m_editor.reset(el_init("quorvell", stdin, stdout, stderr));
+    el_set(m_editor.get(), EL_CLIENTDATA, this);
+    el_set(m_editor.get(), EL_EDITOR, "emacs");
+    el_set(m_editor.get(), EL_PROMPT, &TerminalLines::promptOf);
+    el_set(m_editor.get(), EL_GETCFN, &TerminalLines::nextKey);
+    el_set(m_editor.get(), EL_BIND, "\x1b[3~", "ed-delete-next-char", nullptr);
     m_notifier->setEnabled(false);
-    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context, [this] { keyPressed(); });
+    m_patience.setSingleShot(true);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context, [this] { inputArrived(); });
+    QObject::connect(&m_patience, &QTimer::timeout, &m_context, [this] { m_keys.giveUpWaiting(); });
 }
 
 TerminalLines::~TerminalLines()
 {
     if (m_report) {
-        rl_callback_handler_remove();
-        endPromptLine();
+        closePrompt();
+        writeToTerminal("\n"); // The cursor still stands behind the prompt.
     }
-    editing = nullptr;
 }
 
 void TerminalLines::readNext(Report report)
 {
     m_report = std::move(report);
-    rl_callback_handler_install(m_prompt.c_str(), &TerminalLines::lineTyped);
+    m_pastes.clear();
+    openPrompt();
     m_notifier->setEnabled(true);
+    // What was typed ahead comes first; later, since a report may ask for the next line at once.
+    if (!m_waiting.empty() || !m_queue.empty())
+        QMetaObject::invokeMethod(
+            &m_context, [this] { takeWaiting(); }, Qt::QueuedConnection);
 }
 
-void TerminalLines::keyPressed()
+void TerminalLines::takeWaiting()
 {
-    if (hasHungUp())
-        return finishLine(std::nullopt);
-    rl_callback_read_char();
+    takeKeys({});
+    for (const TerminalInput& input : std::exchange(m_waiting, {}))
+        take(input);
 }
 
-void TerminalLines::lineTyped(char* text)
+void TerminalLines::aside(const std::function<void()>& print)
 {
-    std::optional<std::string> line;
-    if (text != nullptr)
-        line = repairUtf8(text);
-    std::free(text);
-    if (editing != nullptr)
-        editing->finishLine(std::move(line));
+    if (!m_report)
+        return print();
+    const std::string typed = line();
+    closePrompt();
+    writeToTerminal(eraseFromLineStart);
+    print();
+    openPrompt();
+    replaceLine(typed);
 }
 
-void TerminalLines::finishLine(std::optional<std::string> line)
+bool TerminalLines::dropTyped()
+{
+    if (!m_report || line().empty())
+        return false;
+    closePrompt();
+    writeToTerminal("\n");
+    m_pastes.clear();
+    openPrompt();
+    return true;
+}
+
+char* TerminalLines::promptOf(editline* editor)
+{
+    TerminalLines* self = nullptr;
+    el_get(editor, EL_CLIENTDATA, &self);
+    return self->m_prompt.data();
+}
+
+/// 0 tells the editor that there is nothing more, so it is only asked while something waits.
+int TerminalLines::nextKey(editline* editor, wchar_t* key)
+{
+    TerminalLines* self = nullptr;
+    el_get(editor, EL_CLIENTDATA, &self);
+    if (self->m_queue.empty())
+        return 0;
+    *key = static_cast<wchar_t>(self->m_queue.front());
+    self->m_queue.erase(0, 1);
+    return 1;
+}
+
+void TerminalLines::openPrompt()
+{
+    writeToTerminal(startMarkingPastes);
+    el_set(m_editor.get(), EL_UNBUFFERED, 1); // Raw mode, and an empty line behind the prompt.
+}
+
+void TerminalLines::closePrompt()
+{
+    el_set(m_editor.get(), EL_UNBUFFERED, 0);
+    el_set(m_editor.get(), EL_PREP_TERM, 0);
+    writeToTerminal(stopMarkingPastes);
+}
+
+void TerminalLines::inputArrived()
+{
+    std::array<char, 4096> bytes;
+    const auto count = read(STDIN_FILENO, bytes.data(), bytes.size());
+    if (count < 0 && (errno == EINTR || errno == EAGAIN))
+        return;
+    if (count <= 0)
+        return finish(std::nullopt);
+    el_resize(m_editor.get());
+    for (const TerminalInput& input : m_keys.received({bytes.data(), static_cast<std::size_t>(count)}))
+        take(input);
+    if (m_keys.isWaiting())
+        m_patience.start(sequencePatience);
+}
+
+void TerminalLines::take(const TerminalInput& input)
+{
+    if (!m_report) {
+        m_waiting.push_back(input);
+        return;
+    }
+    switch (input.kind) {
+    case TerminalInput::Kind::keys:
+        return takeKeys(input.text);
+    case TerminalInput::Kind::pasted:
+        el_insertstr(m_editor.get(), m_pastes.paste(input.text).c_str());
+        el_set(m_editor.get(), EL_REFRESH);
+        return;
+    case TerminalInput::Kind::older:
+        if (const auto entry = m_history.older(line()))
+            replaceLine(*entry);
+        return;
+    case TerminalInput::Kind::newer:
+        if (const auto entry = m_history.newer())
+            replaceLine(*entry);
+        return;
+    }
+}
+
+void TerminalLines::takeKeys(const std::string& text)
+{
+    m_queue += codePoints(repairUtf8(text));
+    while (!m_queue.empty() && m_report) {
+        if (m_queue.front() == endOfInputKey && line().empty())
+            return finish(std::nullopt);
+        int count = 0;
+        const wchar_t* typed = el_wgets(m_editor.get(), &count);
+        if (typed != nullptr && count > 0 && (typed[count - 1] == L'\n' || typed[count - 1] == L'\r'))
+            finish(line());
+    }
+}
+
+std::string TerminalLines::line() const
+{
+    const LineInfo* info = el_line(m_editor.get());
+    std::string text(info->buffer, info->lastchar);
+    while (text.ends_with('\n') || text.ends_with('\r'))
+        text.pop_back();
+    return text;
+}
+
+void TerminalLines::replaceLine(const std::string& text)
+{
+    const LineInfoW* info = el_wline(m_editor.get());
+    el_cursor(m_editor.get(), static_cast<int>(info->lastchar - info->cursor));
+    el_deletestr(m_editor.get(), static_cast<int>(info->lastchar - info->buffer));
+    // An entry of several lines can only have been pasted.
+    const std::string shown = text.find('\n') == std::string::npos ? text : m_pastes.paste(text);
+    if (!shown.empty())
+        el_insertstr(m_editor.get(), shown.c_str());
+    el_set(m_editor.get(), EL_REFRESH);
+}
+
+void TerminalLines::finish(std::optional<std::string> line)
 {
     m_notifier->setEnabled(false);
-    rl_callback_handler_remove();
-    if (line && !trimmed(*line).empty())
-        add_history(line->c_str());
-    if (!line) // The cursor still stands behind the prompt.
-        [[maybe_unused]]
-        const auto written = write(STDOUT_FILENO, "\n", 1);
-    if (const Report report = std::exchange(m_report, nullptr))
-        report(std::move(line));
+    closePrompt();
+    if (!line)
+        writeToTerminal("\n");
+    const Report report = std::exchange(m_report, nullptr);
+    if (!line)
+        return report(std::nullopt);
+    TypedMessage message = m_pastes.message(*line);
+    const std::string text = message.text();
+    m_history.add(text);
+    if (m_historyFile)
+        m_historyFile->append(text);
+    report(std::move(message));
 }
 
 } // namespace quorvell

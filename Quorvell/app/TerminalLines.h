@@ -1,33 +1,69 @@
 #pragma once
 
+#include "Quorvell/app/CommandHistoryFile.h"
 #include "Quorvell/app/LineSource.h"
+#include "Quorvell/app/PastedPieces.h"
+#include "Quorvell/app/TerminalKeys.h"
+#include "QuorvellCore/live/history/CommandHistory.h"
 
 #include <QObject>
 #include <QSocketNotifier>
+#include <QTimer>
 
+#include <deque>
 #include <memory>
+#include <optional>
 #include <string>
+
+struct editline;
 
 namespace quorvell {
 
-/// Lines typed at a terminal, with editing and a history that lasts as long as the program. The editor is fed from the
-/// event loop, so that nothing waits for the user. One at a time: the editing library has one state.
+/// Lines typed at a terminal, with editing, a history browsed with the arrow keys, and pastes told apart from typing.
+/// The editor is fed from the event loop, so that nothing waits for the user. Main thread.
 class TerminalLines : public LineSource {
 public:
-    explicit TerminalLines(std::string prompt);
+    /// How long half a key sequence may wait for the rest: a lone Escape is nothing.
+    static constexpr std::chrono::milliseconds sequencePatience{50};
+
+    /// Without a history file the history lasts as long as this object.
+    TerminalLines(std::string prompt, std::optional<CommandHistoryFile> historyFile);
     ~TerminalLines() override;
 
     void readNext(Report report) override;
+    void aside(const std::function<void()>& print) override;
+    bool dropTyped() override;
 
 private:
-    static void lineTyped(char* text);
-    void keyPressed();
-    void finishLine(std::optional<std::string> line);
+    struct CloseEditor {
+        void operator()(editline* editor) const;
+    };
+
+    static char* promptOf(editline* editor);
+    static int nextKey(editline* editor, wchar_t* key);
+
+    void openPrompt();
+    void closePrompt();
+    void inputArrived();
+    void take(const TerminalInput& input);
+    void takeWaiting();
+    void takeKeys(const std::string& text);
+    std::string line() const;
+    void replaceLine(const std::string& text);
+    void finish(std::optional<std::string> line);
 
     std::string m_prompt;
+    std::optional<CommandHistoryFile> m_historyFile;
+    CommandHistory m_history;
+    TerminalKeys m_keys;
+    PastedPieces m_pastes;
+    std::deque<TerminalInput> m_waiting; ///< Typed while no line was asked for.
+    std::u32string m_queue; ///< For the editor, which takes one character at a time.
     Report m_report;
+    std::unique_ptr<editline, CloseEditor> m_editor;
     std::unique_ptr<QSocketNotifier> m_notifier;
-    QObject m_context;
+    QTimer m_patience;
+    QObject m_context; ///< Receives the signals; goes first.
 };
 
 } // namespace quorvell

@@ -1,5 +1,6 @@
 #include "Quorvell/app/UserSettings.h"
 
+#include "Quorvell/app/ProgramEnvironment.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
 
@@ -9,6 +10,10 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <functional>
+#include <initializer_list>
+#include <set>
+#include <utility>
 
 namespace quorvell {
 
@@ -43,6 +48,48 @@ public:
         else
             complain(key, "true or false");
     }
+    template <typename Choice>
+    void take(const char* key, Choice& into, std::initializer_list<std::pair<const char*, Choice>> choices)
+    {
+        if (!isThere(key))
+            return;
+        std::string wanted;
+        for (const auto& [name, choice] : choices) {
+            if (readString(m_object, key) == name) {
+                into = choice;
+                return;
+            }
+            wanted += (wanted.empty() ? "\"" : ", \"") + std::string(name) + "\"";
+        }
+        complain(key, ("one of " + wanted).c_str());
+    }
+    void take(const char* key, std::optional<std::chrono::minutes>& into)
+    {
+        if (!isThere(key))
+            return;
+        constexpr std::int64_t minutesOfADay = 24 * 60;
+        if (const auto value = readInteger(m_object, key); value && *value > 0 && *value <= minutesOfADay)
+            into = std::chrono::minutes(*value);
+        else
+            complain(key, "a whole number of minutes from 1 to 1440");
+    }
+    void takeFolder(const char* key, std::optional<std::string>& into)
+    {
+        if (auto text = textOf(key); text && text->starts_with('/'))
+            into = *std::move(text);
+        else if (text)
+            complain(key, "the full path of a folder, beginning with /");
+    }
+    /// What is in the file and means nothing: most often a slip of the pen.
+    void complainOfUnknown()
+    {
+        constexpr std::size_t mostNamed = 5;
+        std::size_t named = 0;
+        for (const auto& [key, value] : m_object.items())
+            if (!m_known.contains(key) && ++named <= mostNamed)
+                m_problems.push_back("There is no setting \"" + firstCharacters(key, 60) + "\" (in " + m_path
+                    + "). It is passed over; the settings that there are stand in docs/formats/settings.md.");
+    }
     void take(const char* key, std::optional<std::int64_t>& into)
     {
         if (!isThere(key))
@@ -54,8 +101,9 @@ public:
     }
 
 private:
-    bool isThere(const char* key) const
+    bool isThere(const char* key)
     {
+        m_known.insert(key);
         const Json* value = memberOf(m_object, key);
         return value != nullptr && !value->is_null();
     }
@@ -78,6 +126,7 @@ private:
     const Json& m_object;
     const std::string& m_path;
     std::vector<std::string>& m_problems;
+    std::set<std::string, std::less<>> m_known; ///< Every key that was asked for.
 };
 
 /// Nothing when there is no such file.
@@ -123,7 +172,24 @@ UserSettings::Reading UserSettings::read(const std::string& path)
     taker.take("user_name", settings.userName);
     taker.take("family_name", settings.familyName);
     taker.take("live_host", settings.liveHost);
+    using Settings = UserSettings;
+    taker.take("backend", settings.backend,
+        {{"auto", Settings::Backend::automatic}, {"openai", Settings::Backend::openAI},
+            {"gemini", Settings::Backend::gemini}, {"on_device", Settings::Backend::onDevice}});
+    taker.take("transport", settings.transport,
+        {{"auto", Settings::Transport::automatic}, {"webrtc", Settings::Transport::webRTC},
+            {"websocket", Settings::Transport::webSocket}});
+    taker.take(
+        "help_mode", settings.helpMode, {{"guide", HelpMode::guide}, {"auto", HelpMode::auto_}, {"do", HelpMode::do_}});
+    taker.take("listening", settings.listening,
+        {{"open", Settings::Listening::openMicrophone}, {"push_to_talk", Settings::Listening::pushToTalk}});
     taker.take("only_send_speech", settings.sendsOnlySpeech);
+    taker.take("rest_when_quiet", settings.restsWhenQuiet);
+    taker.take("keep_typed_history", settings.keepsTypedHistory);
+    taker.take("daily_minutes", settings.dailyMinutes);
+    taker.take("microphone", settings.microphone);
+    taker.take("loudspeaker", settings.loudspeaker);
+    taker.takeFolder("notebook_folder", settings.notebookFolder);
     taker.take("voice", settings.models.voice);
     taker.take("voice_model", settings.models.voiceModel);
     taker.take("backend_model", settings.models.backendModel);
@@ -132,7 +198,16 @@ UserSettings::Reading UserSettings::read(const std::string& path)
     taker.take("service_tier", settings.models.serviceTier);
     taker.take("verbosity", settings.models.verbosity);
     taker.take("max_output_tokens", settings.models.maxOutputTokens);
+    taker.complainOfUnknown();
     return reading;
+}
+
+UserSettings UserSettings::readTelling(const ProgramEnvironment& environment, std::ostream& complaints)
+{
+    Reading reading = read(environment.configFolder + "/settings.json");
+    for (const std::string& problem : reading.problems)
+        complaints << problem << std::endl;
+    return std::move(reading.settings);
 }
 
 } // namespace quorvell

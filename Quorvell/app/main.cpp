@@ -1,10 +1,13 @@
 // The program: reads its surroundings, lets each command declare itself, and runs the one that was chosen.
 #include "Quorvell/app/ChatCommand.h"
 #include "Quorvell/app/LiveServiceCommand.h"
+#include "Quorvell/app/LogCommand.h"
 #include "Quorvell/app/NotesCommand.h"
 #include "Quorvell/app/ProgramEnvironment.h"
 #include "Quorvell/app/RemindCommand.h"
 #include "Quorvell/app/TalkCommand.h"
+#include "Quorvell/app/UsageCommand.h"
+#include "Quorvell/app/UserSettings.h"
 
 #include <CLI/CLI.hpp>
 
@@ -23,7 +26,8 @@ using AddCommand = std::function<int()> (*)(CLI::App&, const ProgramEnvironment&
 
 /// In the order in which the help lists them. The first runs when no command is named.
 const std::vector<AddCommand> commandTable{quorvell::addChatCommand, quorvell::addTalkCommand,
-    quorvell::addRemindCommand, quorvell::addNotesCommand, quorvell::addLiveServiceCommand};
+    quorvell::addRemindCommand, quorvell::addNotesCommand, quorvell::addLogCommand, quorvell::addUsageCommand,
+    quorvell::addLiveServiceCommand};
 
 struct Command {
     CLI::App* declared;
@@ -53,7 +57,11 @@ int runChosen(const std::vector<Command>& commands)
 
 int main(int argumentCount, char** arguments)
 {
-    const ProgramEnvironment environment = ProgramEnvironment::read(arguments[0]);
+    ProgramEnvironment environment = ProgramEnvironment::read(arguments[0]);
+    // Every command must find the same notebook; what is wrong with the settings is told by those who use the rest.
+    if (const auto folder =
+            quorvell::UserSettings::read(environment.configFolder + "/settings.json").settings.notebookFolder)
+        environment.notebookFolder = *folder;
     CLI::App program("A voice assistant for your desktop.", "quorvell");
     program.require_subcommand(0, 1);
     const std::vector<Command> commands = declareCommands(program, environment);

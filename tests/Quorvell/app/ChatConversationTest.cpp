@@ -34,20 +34,23 @@ public:
         m_report = std::move(report);
         if (lines.empty() && isSlow)
             return;
-        m_scheduler.post([this] { give(lines.empty() ? std::nullopt : std::optional(lines.front())); });
+        m_scheduler.post([this] { give(lines.empty() ? std::nullopt : std::optional(typed(lines.front()))); });
     }
-    void type(const std::string& line) { give(line); }
+    bool dropTyped() override { return std::exchange(isHalfTyped, false); }
+    void type(const std::string& line) { give(typed(line)); }
 
     std::deque<std::string> lines;
     bool isSlow = false;
+    bool isHalfTyped = false;
     int asked = 0;
 
 private:
-    void give(const std::optional<std::string>& line)
+    static TypedMessage typed(const std::string& line) { return {{{line}}, false}; }
+    void give(const std::optional<TypedMessage>& message)
     {
         if (!lines.empty())
             lines.pop_front();
-        std::exchange(m_report, nullptr)(line);
+        std::exchange(m_report, nullptr)(message);
     }
 
     Scheduler& m_scheduler;
@@ -58,7 +61,10 @@ class ChatConversationTest : public testing::Test {
 protected:
     void begin(ChatConversation::Partner partner)
     {
-        chat.emplace(ChatConversation::Ports{scheduler, lines, [this](int code) { exitCode = code; }}, partner);
+        chat.emplace(
+            ChatConversation::Ports{scheduler, lines, [this](int code) { exitCode = code; },
+                [this](const std::string& sentence) { told.push_back(sentence); }, [] { return std::string("used"); }},
+            partner);
         observers.emplace(std::vector<SessionObserver*>{&recording, &*chat});
         const auto connections = [this](LiveConnectionObserver& session, LiveMedium) {
             auto made = std::make_unique<FakeLiveConnection>(session);
@@ -98,6 +104,7 @@ protected:
     FakeLiveConnection* wire = nullptr;
     int connectionsMade = 0;
     std::optional<int> exitCode;
+    std::vector<std::string> told;
     std::optional<ChatConversation> chat;
     std::optional<ObserverGroup> observers;
     std::optional<SessionController> controller;
@@ -184,7 +191,7 @@ TEST_F(ChatConversationTest, aPersonIsGreetedAndMayTryAgain)
     EXPECT_EQ(exitCode, 1);
 }
 
-TEST_F(ChatConversationTest, anInterruptEndsCleanlyAtAnyMoment)
+TEST_F(ChatConversationTest, anInterruptOfAScriptEndsItCleanly)
 {
     lines.lines = {"one"};
     begin(Partner::script);
@@ -192,13 +199,49 @@ TEST_F(ChatConversationTest, anInterruptEndsCleanlyAtAnyMoment)
     EXPECT_EQ(wire->sent.back(), "close");
     close({});
     EXPECT_EQ(exitCode, 0);
+}
 
-    exitCode.reset();
+TEST_F(ChatConversationTest, aPersonsFirstInterruptDropsTheLineAndTheSecondLeaves)
+{
     begin(Partner::person);
+    lines.isSlow = true;
     becomeActive();
     answer("Hi!");
+    lines.isHalfTyped = true;
     chat->interrupt();
+    EXPECT_FALSE(lines.isHalfTyped);
+    EXPECT_TRUE(told.empty());
     chat->interrupt();
+    EXPECT_EQ(wire->sent.back(), "close");
+    close({});
+    EXPECT_EQ(exitCode, 0);
+}
+
+TEST_F(ChatConversationTest, wordsForTheProgramNeverReachTheModel)
+{
+    begin(Partner::person);
+    lines.isSlow = true;
+    becomeActive();
+    answer("Hi!");
+    struct Row {
+        const char* typed;
+        const char* told;
+    };
+    const Row rows[] = {{"/help", "/mode"}, {"/mode", "Mode: guide"}, {"/mode do", "Mode: do."},
+        {"/mode loud", "three modes"}, {"/usage", "used"}, {"/mute", "--aloud"}, {"/sing", "no /sing"}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.typed);
+        told.clear();
+        lines.type(row.typed);
+        ASSERT_EQ(told.size(), 1U);
+        EXPECT_NE(told[0].find(row.told), std::string::npos) << told[0];
+        EXPECT_FALSE(wire->sent.back().ends_with(row.typed));
+    }
+    EXPECT_EQ(controller->helpMode(), HelpMode::do_);
+    lines.type("/etc/hosts is what?");
+    EXPECT_TRUE(controller->isTurnOpen());
+    answer("A file.");
+    lines.type("/quit");
     close({});
     EXPECT_EQ(exitCode, 0);
 }

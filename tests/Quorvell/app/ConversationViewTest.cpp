@@ -1,5 +1,6 @@
 #include "Quorvell/app/ConversationEvents.h"
 #include "Quorvell/app/ConversationText.h"
+#include "Quorvell/app/WorkStatus.h"
 #include "VirtualScheduler.h"
 
 #include <gtest/gtest.h>
@@ -106,13 +107,38 @@ TEST(ConversationText, showsRepliesAndKeepsProblemsApart)
     EXPECT_EQ(errors.str(), "No answer came. Ask again.\nTrouble.\nLost.\nNot sent: one more\n");
 
     out.str("");
-    ConversationText coloured(
-        out, errors, {ConversationText::Colour::ansi, ConversationText::Speakers::named, "Calling"});
+    ConversationText coloured(out, errors, {ConversationText::Colour::ansi, ConversationText::Speakers::named, {}});
     hold(coloured, clock);
     EXPECT_EQ(out.str(),
-        "\x1b[2mCalling\x1b[0m\r\x1b[KYou: keep milk\n\x1b[2m  · keep_note  title: milk\x1b[0m\n"
+        "You: keep milk\n\x1b[2m  · keep_note  title: milk\x1b[0m\n"
         "\x1b[2m  · keep_note  status: kept, count: 2\x1b[0m\nQuorvell: Noted.\nQuorvell: Anything else?\n"
         "You: hello?\n");
+}
+
+TEST(WorkStatus, tellsOnlyOfLongWaitsAndMakesRoomForWords)
+{
+    std::ostringstream out;
+    VirtualScheduler clock;
+    StatusLine line(out);
+    WorkStatus status(clock, line);
+    const auto written = [&] { return std::exchange(out, std::ostringstream()).str(); };
+    status.phaseChanged(SessionPhase::connecting);
+    EXPECT_EQ(written(), "\x1b[2mCalling the assistant …\x1b[0m");
+    status.phaseChanged(SessionPhase::active);
+    EXPECT_EQ(written(), "\r\x1b[K");
+    status.userSaid("find it", Words::typed);
+    clock.advance(1s);
+    EXPECT_EQ(written(), "");
+    status.toolCalled({"call_1", "look_up", {}});
+    clock.advance(1s);
+    EXPECT_EQ(written(), "\x1b[2mWorking: look up … 2 s (Ctrl+C stops)\x1b[0m");
+    line.aside([&] { out << "said\n"; });
+    EXPECT_EQ(written(), "\r\x1b[Ksaid\n\x1b[2mWorking: look up … 2 s (Ctrl+C stops)\x1b[0m");
+    status.turnCompleted(Outcome::answered);
+    EXPECT_EQ(written(), "\r\x1b[K");
+    clock.advance(1min);
+    EXPECT_EQ(written(), "");
+    EXPECT_EQ(clock.pendingTimers(), 0U);
 }
 
 TEST(ConversationText, neverLetsForeignTextMoveTheCursor)

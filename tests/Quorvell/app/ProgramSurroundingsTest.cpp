@@ -122,11 +122,11 @@ TEST(PipedLines, givesOneLineAtATimeAndLeavesOutWhatIsTooLong)
     std::vector<std::string> taken;
     bool isOver = false;
     std::function<void()> ask = [&] {
-        lines.readNext([&](const std::optional<std::string>& line) {
-            isOver = !line;
-            if (!line)
+        lines.readNext([&](const std::optional<TypedMessage>& message) {
+            isOver = !message;
+            if (!message)
                 return;
-            taken.push_back(*line);
+            taken.push_back(message->text());
             ask();
         });
     };

@@ -20,13 +20,23 @@ UserSettings::Reading readText(const std::string& content)
 TEST(UserSettings, takesWhatItKnows)
 {
     const auto reading = readText(R"({"user_name": " Asha ", "live_host": "live.example.org", "only_send_speech": false,
-        "voice": "cedar", "max_output_tokens": 500, "family_name": null, "unknown": {"kept": "out"}})");
+        "voice": "cedar", "max_output_tokens": 500, "family_name": null, "backend": "gemini", "transport": "websocket",
+        "help_mode": "do", "listening": "push_to_talk", "rest_when_quiet": false, "daily_minutes": 90,
+        "microphone": "mic", "notebook_folder": "/notes"})");
     UserSettings wanted;
     wanted.userName = "Asha";
     wanted.liveHost = "live.example.org";
     wanted.sendsOnlySpeech = false;
     wanted.models.voice = "cedar";
     wanted.models.maxOutputTokens = 500;
+    wanted.backend = UserSettings::Backend::gemini;
+    wanted.transport = UserSettings::Transport::webSocket;
+    wanted.helpMode = HelpMode::do_;
+    wanted.listening = UserSettings::Listening::pushToTalk;
+    wanted.restsWhenQuiet = false;
+    wanted.dailyMinutes = std::chrono::minutes(90);
+    wanted.microphone = "mic";
+    wanted.notebookFolder = "/notes";
     EXPECT_EQ(reading.settings, wanted);
     EXPECT_TRUE(reading.problems.empty());
 }
@@ -46,6 +56,10 @@ TEST(UserSettings, aBrokenFileGivesASentenceAndTheDefaults)
         {"a wrong type", R"({"user_name": 7})", "\"user_name\""},
         {"too long", R"({"voice": ")" + std::string(201, 'x') + "\"}", "must be a text of at most 200 characters"},
         {"no truth", R"({"only_send_speech": "yes"})", "must be true or false"},
+        {"no such choice", R"({"backend": "clippy"})", "one of \"auto\", \"openai\", \"gemini\", \"on_device\""},
+        {"more minutes than a day has", R"({"daily_minutes": 1441})", "minutes from 1 to 1440"},
+        {"a folder somewhere", R"({"notebook_folder": "notes"})", "beginning with /"},
+        {"a slip of the pen", R"({"rest_when_quite": true})", "no setting \"rest_when_quite\""},
         {"no number of tokens", R"({"max_output_tokens": -1})", "must be a whole number above 0"},
     };
     for (const Row& row : rows) {

@@ -1,0 +1,78 @@
+#include "Quorvell/app/ChatWord.h"
+
+#include "QuorvellCore/text/Characters.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+struct Known {
+    const char* word;
+    ChatWord::Kind kind;
+    const char* meaning; ///< Empty for a second name.
+};
+constexpr std::array knownWords{
+    Known{"help", ChatWord::Kind::help, "/help              this list"},
+    Known{"mode", ChatWord::Kind::mode, "/mode [guide|auto|do]  how much Quorvell does by itself"},
+    Known{"mute", ChatWord::Kind::mute, "/mute              voice or microphone off, and on again"},
+    Known{"usage", ChatWord::Kind::usage, "/usage             minutes spoken, and what this conversation used"},
+    Known{"quit", ChatWord::Kind::quit, "/quit              leave (so does Ctrl+D, and Ctrl+C twice)"},
+    Known{"exit", ChatWord::Kind::quit, ""},
+};
+
+constexpr std::array<std::pair<const char*, HelpMode>, 3> modes{
+    {{"guide", HelpMode::guide}, {"auto", HelpMode::auto_}, {"do", HelpMode::do_}}};
+
+bool isWordLetter(char letter)
+{
+    return letter >= 'a' && letter <= 'z';
+}
+
+} // namespace
+
+std::optional<ChatWord> ChatWord::read(const TypedMessage& message)
+{
+    const std::string text = message.text();
+    if (message.hasPaste() || !text.starts_with('/'))
+        return std::nullopt;
+    const auto end = std::find_if_not(text.begin() + 1, text.end(), isWordLetter);
+    const bool isWord = end != text.begin() + 1 && (end == text.end() || *end == ' ' || *end == '\t');
+    if (!isWord)
+        return std::nullopt; // A path, or a slash alone.
+    ChatWord read{Kind::unknown, std::string(text.begin() + 1, end), trimmed(std::string(end, text.end()))};
+    for (const Known& known : knownWords)
+        if (read.word == known.word)
+            read.kind = known.kind;
+    return read;
+}
+
+std::optional<HelpMode> ChatWord::modeNamed(std::string_view name)
+{
+    for (const auto& [known, mode] : modes)
+        if (name == known)
+            return mode;
+    return std::nullopt;
+}
+
+const char* ChatWord::nameOf(HelpMode mode)
+{
+    for (const auto& [known, value] : modes)
+        if (value == mode)
+            return known;
+    return "";
+}
+
+std::string ChatWord::overview()
+{
+    std::string lines;
+    for (const Known& known : knownWords)
+        if (*known.meaning != '\0')
+            lines += std::string("  ") + known.meaning + "\n";
+    return lines + "  A line that begins with a space is always for the assistant.";
+}
+
+} // namespace quorvell

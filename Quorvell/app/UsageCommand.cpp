@@ -1,0 +1,70 @@
+#include "Quorvell/app/UsageCommand.h"
+
+#include "Quorvell/app/ProgramEnvironment.h"
+#include "Quorvell/app/ProgramLoop.h"
+#include "Quorvell/app/UsageFile.h"
+#include "Quorvell/app/UsageText.h"
+#include "Quorvell/app/UserSettings.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include <iostream>
+#include <memory>
+
+namespace quorvell {
+
+namespace {
+
+constexpr int couldNot = 1;
+
+Json jsonOf(const UsageBook::Day& used)
+{
+    return {{"spoken_seconds", used.spokenSeconds}, {"billed_seconds", used.billedSeconds},
+        {"microphone_seconds", used.microphoneSeconds}, {"voice_seconds", used.voiceSeconds}, {"tokens", used.tokens},
+        {"images", used.images}};
+}
+
+Json jsonOf(const UsageFile& usage)
+{
+    const UsageBook book = usage.book();
+    return {{"today", jsonOf(book.sumOf(usage.today()))}, {"month", jsonOf(book.sumOf(usage.today().substr(0, 7)))}};
+}
+
+int runUsage(const ProgramEnvironment& environment, bool asJson)
+{
+    ProgramLoop loop;
+    const UserSettings settings = UserSettings::readTelling(environment, std::cerr);
+    const auto calendar = Calendar::create(environment.timeZone, environment.locale);
+    if (!calendar) {
+        std::cerr << "The time zone \"" << environment.timeZone
+                  << "\" is not known. Set TZ to a name such as Europe/Berlin." << std::endl;
+        return couldNot;
+    }
+    const UsageFile hosted(environment.stateFolder + "/usage.json", loop.scheduler(), *calendar);
+    const UsageFile onDevice(environment.stateFolder + "/usage-on-device.json", loop.scheduler(), *calendar);
+    if (asJson) {
+        std::cout << dumpJson({{"hosted", jsonOf(hosted)}, {"on_device", jsonOf(onDevice)},
+            {"daily_minutes", settings.dailyMinutes ? Json(settings.dailyMinutes->count()) : Json()}})
+                  << std::endl;
+        return 0;
+    }
+    std::cout << "With a hosted model:\n" << UsageText::ofDays(hosted.book(), hosted.today()) << "\n";
+    if (settings.dailyMinutes)
+        std::cout << "Your limit is " << settings.dailyMinutes->count() << " minutes a day.\n";
+    std::cout << "\nOn this computer, free of charge:\n"
+              << UsageText::ofDays(onDevice.book(), onDevice.today()) << std::endl;
+    return 0;
+}
+
+} // namespace
+
+std::function<int()> addUsageCommand(CLI::App& program, const ProgramEnvironment& environment)
+{
+    CLI::App* command = program.add_subcommand("usage", "Show what was spoken and used today and this month");
+    const auto asJson = std::make_shared<bool>(false);
+    command->add_flag("--json", *asJson, "Print one JSON object");
+    return [environment, asJson] { return runUsage(environment, *asJson); };
+}
+
+} // namespace quorvell

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "Quorvell/app/UsageBook.h"
+#include "Quorvell/session/SessionUsage.h"
+
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// What was used, in words for the user.
+struct UsageText {
+    /// "12 min 5 s"; below a minute "5 s".
+    static std::string duration(double seconds);
+    /// "Today: ...", and a line for the month. `today` is a day as the book has it.
+    static std::string ofDays(const UsageBook& book, std::string_view today);
+    static std::string ofConversation(const SessionUsage& usage);
+};
+
+} // namespace quorvell

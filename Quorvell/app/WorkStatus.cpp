@@ -1,0 +1,98 @@
+#include "Quorvell/app/WorkStatus.h"
+
+#include <algorithm>
+
+namespace quorvell {
+
+namespace {
+
+std::string readable(std::string toolName)
+{
+    std::replace(toolName.begin(), toolName.end(), '_', ' ');
+    return toolName;
+}
+
+} // namespace
+
+void WorkStatus::phaseChanged(SessionPhase phase)
+{
+    m_isConnecting = phase == SessionPhase::connecting;
+    if (phase == SessionPhase::idle)
+        m_isReconnecting = false;
+    tell();
+}
+
+void WorkStatus::linkChanged(Link link)
+{
+    m_isReconnecting = link == Link::reconnecting;
+    tell();
+}
+
+void WorkStatus::userSaid(const std::string&, Words)
+{
+    workBegan();
+}
+
+void WorkStatus::toolCalled(const LiveFunctionCall& call)
+{
+    workBegan();
+    m_step = readable(call.name);
+    tell();
+}
+
+void WorkStatus::toolAnswered(const LiveFunctionResponse&)
+{
+    m_step.clear();
+    tell();
+}
+
+void WorkStatus::assistantSaid(const std::string&)
+{
+    if (m_since)
+        m_since = m_scheduler.now(); // A long piece of work may go on behind what was said.
+    tell();
+}
+
+void WorkStatus::turnCompleted(TurnOutcome)
+{
+    workEnded();
+}
+
+void WorkStatus::conversationEnded(const SessionEnd&)
+{
+    m_isConnecting = false;
+    m_isReconnecting = false;
+    workEnded();
+}
+
+void WorkStatus::workBegan()
+{
+    if (m_since)
+        return;
+    m_since = m_scheduler.now();
+    m_ticks = m_scheduler.every(tick, [this] { tell(); });
+}
+
+void WorkStatus::workEnded()
+{
+    m_since.reset();
+    m_step.clear();
+    m_ticks.cancel();
+    tell();
+}
+
+void WorkStatus::tell()
+{
+    if (m_isReconnecting)
+        return m_line.show("The connection was lost; connecting again …");
+    if (m_isConnecting)
+        return m_line.show("Calling the assistant …");
+    const auto waited = m_since ? m_scheduler.now() - *m_since : SessionTime{};
+    if (waited < worthTelling)
+        return m_line.hide();
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(waited).count();
+    m_line.show("Working" + (m_step.empty() ? std::string() : ": " + m_step) + " … " + std::to_string(seconds)
+        + " s (Ctrl+C stops)");
+}
+
+} // namespace quorvell

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "Quorvell/app/StatusLine.h"
+#include "Quorvell/session/Scheduler.h"
+#include "Quorvell/session/SessionObserver.h"
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+namespace quorvell {
+
+/// Tells in the status line what keeps an answer waiting: the call, the connection, or a long piece of work and its
+/// latest step. Main thread.
+class WorkStatus : public SessionObserver {
+public:
+    /// A short wait needs no words.
+    static constexpr std::chrono::milliseconds worthTelling{2'000};
+    static constexpr std::chrono::milliseconds tick{1'000};
+
+    /// Both are borrowed.
+    WorkStatus(Scheduler& scheduler, StatusLine& line)
+        : m_scheduler(scheduler)
+        , m_line(line)
+    {
+    }
+
+    void phaseChanged(SessionPhase phase) override;
+    void linkChanged(Link link) override;
+    void userSaid(const std::string& text, Words words) override;
+    void toolCalled(const LiveFunctionCall& call) override;
+    void toolAnswered(const LiveFunctionResponse& response) override;
+    void assistantSaid(const std::string& text) override;
+    void turnCompleted(TurnOutcome outcome) override;
+    void conversationEnded(const SessionEnd& end) override;
+
+private:
+    void workBegan();
+    void workEnded();
+    void tell();
+
+    Scheduler& m_scheduler;
+    StatusLine& m_line;
+    std::optional<SessionTime> m_since; ///< While an answer is awaited.
+    std::string m_step; ///< The tool that runs.
+    bool m_isConnecting = false;
+    bool m_isReconnecting = false;
+    TimerHandle m_ticks;
+};
+
+} // namespace quorvell
