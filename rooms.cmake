@@ -8,11 +8,14 @@ quorvell_room(live QuorvellCore/live CORE USES text)
 quorvell_room(automation QuorvellCore/automation CORE USES text PUBLIC_LIBRARIES Threads::Threads)
 quorvell_room(safety QuorvellCore/safety CORE USES text)
 
+# Heads and answers of HTTP, for the service on this computer.
+quorvell_room(http Http)
+
 # Quorvell: the shell. These rooms need no Qt.
 quorvell_room(session Quorvell/session USES text live automation)
 quorvell_room(audio Quorvell/audio LIBRARIES PkgConfig::sndfile PkgConfig::samplerate)
 quorvell_room(files Quorvell/files USES text PUBLIC_LIBRARIES Threads::Threads)
-quorvell_room(notebook_store Quorvell/notebook USES text notebook files LIBRARIES PkgConfig::sqlite3)
+quorvell_room(notebook_store Quorvell/notebook USES text notebook files session LIBRARIES PkgConfig::sqlite3)
 quorvell_room(agenda Quorvell/agenda USES text notebook reminders files LIBRARIES PkgConfig::libical)
 quorvell_room(reminding Quorvell/reminding USES text notebook reminders session notebook_store)
 quorvell_room(tools Quorvell/tools USES text live notebook reminders safety session notebook_store agenda reminding)
@@ -21,7 +24,7 @@ quorvell_room(tools Quorvell/tools USES text live notebook reminders safety sess
 set(QUORVELL_THREADED_ROOMS automation files notebook_store)
 
 foreach(room IN ITEMS
-    text notebook reminders live automation safety session audio files notebook_store agenda reminding tools)
+    text notebook reminders live automation safety http session audio files notebook_store agenda reminding tools)
     quorvell_test(${room})
 endforeach()
 
@@ -37,7 +40,7 @@ if(QUORVELL_SHELL)
     quorvell_room(speech Quorvell/speech USES text live session audio on_device_speech LIBRARIES Threads::Threads)
     quorvell_room(desktop Quorvell/desktop USES text session reminding agenda files
         PUBLIC_LIBRARIES Qt6::Core Qt6::DBus LIBRARIES Qt6::Gui PkgConfig::gio PkgConfig::libical)
-    quorvell_room(live_service LiveService USES text live reminders on_device_speech audio webrtc
+    quorvell_room(live_service LiveService USES text live reminders http on_device_speech webrtc audio
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)
     quorvell_room(app Quorvell/app
         USES text notebook reminders live automation safety session files notebook_store agenda reminding tools audio echo

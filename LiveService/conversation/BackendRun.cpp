@@ -1,10 +1,6 @@
 #include "LiveService/conversation/BackendRun.h"
 
 #include "LiveService/replies/PlainReplies.h"
-#include "QuorvellCore/live/wire/OpenAILiveServerMessage.h"
-#include "QuorvellCore/live/wire/OpenAIResponseEvent.h"
-
-#include <nlohmann/json.hpp>
 
 #include <utility>
 
@@ -25,13 +21,18 @@ std::int64_t wordsIn(std::string_view text)
     return words;
 }
 
+void tell(SessionNews news, BackendOutputs& outputs)
+{
+    outputs.emplace_back(effect::Tell{std::move(news)});
+}
+
 } // namespace
 
-BackendRun::BackendRun(const IdSource& ids, const std::optional<std::string>& serviceTier, std::string lastReply)
+BackendRun::BackendRun(const IdSource& ids, const std::optional<std::string>& serviceTier, ConversationMemory memory)
     : m_ids(ids)
     , m_serviceTier(serviceTier.value_or("default"))
+    , m_memory(std::move(memory))
 {
-    m_memory.lastReply = std::move(lastReply);
 }
 
 bool BackendRun::addMessage(ClientText message)
@@ -95,7 +96,7 @@ void BackendRun::start(BackendOutputs& outputs)
 {
     m_running = m_ids("resp_");
     m_wordsRead = m_wordsWritten = 0;
-    send(OpenAIResponseEvent::created(*m_running), outputs);
+    tell(news::ResponseBegan{*m_running}, outputs);
 }
 
 /// Thinks about the next thing that waits, or ends the response.
@@ -124,6 +125,9 @@ void BackendRun::goOn(std::chrono::milliseconds now, BackendOutputs& outputs)
     case ClientText::Kind::greeting:
         thought({PlainReplies::greeting(message.text), m_memory}, now, outputs);
         return;
+    case ClientText::Kind::words:
+        thought({std::move(message.text), m_memory}, now, outputs);
+        return;
     case ClientText::Kind::nothing:
         goOn(now, outputs);
         return;
@@ -134,8 +138,7 @@ void BackendRun::callTool(const ToolRequest& request, std::chrono::milliseconds 
 {
     giveTexts(outputs);
     openai_event::FunctionCall call{m_ids("call_"), request.name, request.arguments, false};
-    send(OpenAIResponseEvent::functionCallAdded(call), outputs);
-    send(OpenAIResponseEvent::functionCallDone(call), outputs);
+    tell(news::ToolCalled{call}, outputs);
     m_wordsWritten += wordsIn(request.arguments);
     m_owed.emplace(std::move(call.callID), Owed{request, m_manner, now});
     end(outputs);
@@ -152,26 +155,22 @@ void BackendRun::giveTexts(BackendOutputs& outputs)
     if (m_texts.empty())
         return;
     m_wordsWritten += wordsIn(m_texts);
-    send(OpenAIResponseEvent::textDone(m_texts), outputs);
+    tell(news::TextReady{m_texts}, outputs);
     outputs.emplace_back(BackendReply{std::exchange(m_texts, {}), m_textsManner});
     m_textsManner = ClientText::Manner::shown;
 }
 
 void BackendRun::end(BackendOutputs& outputs)
 {
-    const OpenAIResponseEnd end{*std::exchange(m_running, std::nullopt), OpenAIResponseEnd::Status::completed,
+    m_totalWords += m_wordsRead + m_wordsWritten;
+    OpenAIResponseEnd end{*std::exchange(m_running, std::nullopt), OpenAIResponseEnd::Status::completed,
         openai_event::BackendUsage{m_wordsRead, 0, m_wordsWritten}, m_serviceTier};
-    send(OpenAIResponseEvent::ended(end), outputs);
+    tell(news::ResponseEnded{std::move(end)}, outputs);
 }
 
 void BackendRun::forgetOverdue(std::chrono::milliseconds now)
 {
     std::erase_if(m_owed, [now](const auto& owed) { return now - owed.second.since >= patience; });
-}
-
-void BackendRun::send(Json event, BackendOutputs& outputs) const
-{
-    outputs.emplace_back(effect::SendText{dumpJson(OpenAILiveServerMessage::responseEvent(std::move(event)))});
 }
 
 } // namespace quorvell

@@ -5,7 +5,6 @@
 #include "LiveService/conversation/EngineEffect.h"
 #include "LiveService/conversation/IdSource.h"
 #include "LiveService/rules/RuleStep.h"
-#include "QuorvellCore/text/Json.h"
 
 #include <chrono>
 #include <cstdint>
@@ -26,7 +25,7 @@ struct BackendReply {
     bool operator==(const BackendReply&) const = default;
 };
 
-/// What the backend wants done: an event for the client, thinking, or a reply to be given.
+/// What the backend wants done: news for the client, thinking, or a reply to be given.
 using BackendOutput = std::variant<EngineEffect, BackendReply>;
 using BackendOutputs = std::vector<BackendOutput>;
 
@@ -41,9 +40,8 @@ public:
 
     enum class CreateVerdict { started, inProgress, outputsOwed };
 
-    /// `lastReply` is what was said last, when the session goes on from an earlier one.
-    /// `ids` must outlive it.
-    BackendRun(const IdSource& ids, const std::optional<std::string>& serviceTier, std::string lastReply);
+    /// `memory` is what an earlier session had in mind, when this one goes on from it. `ids` must outlive it.
+    BackendRun(const IdSource& ids, const std::optional<std::string>& serviceTier, ConversationMemory memory);
 
     /// Waits for the next response. False when too many wait already.
     bool addMessage(ClientText message);
@@ -55,7 +53,11 @@ public:
     /// The rules' step for what they were last asked to think about.
     void thought(RuleStep step, std::chrono::milliseconds now, BackendOutputs& outputs);
 
-    bool isRunning() const { return m_running.has_value(); }
+    /// Nothing runs and no result is owed or waits.
+    bool isIdle() const { return !m_running && m_owed.empty() && m_results.empty(); }
+    const ConversationMemory& memory() const { return m_memory; }
+    /// Words read and written since this was made; the rules have no tokens.
+    std::int64_t totalWords() const { return m_totalWords; }
 
 private:
     struct Owed {
@@ -76,7 +78,6 @@ private:
     void giveTexts(BackendOutputs& outputs);
     void end(BackendOutputs& outputs);
     void forgetOverdue(std::chrono::milliseconds now);
-    void send(Json event, BackendOutputs& outputs) const;
 
     const IdSource& m_ids;
     std::string m_serviceTier;
@@ -89,6 +90,7 @@ private:
     ClientText::Manner m_textsManner = ClientText::Manner::shown;
     std::int64_t m_wordsRead = 0; ///< In this response.
     std::int64_t m_wordsWritten = 0;
+    std::int64_t m_totalWords = 0;
     ConversationMemory m_memory;
 };
 

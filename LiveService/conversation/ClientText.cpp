@@ -47,9 +47,13 @@ std::string nameIn(const std::string& text)
 ClientText readEvent(std::string_view rest)
 {
     static const Pattern quoted("^\\s*They (?:just )?said: “(.*?)”\\.");
+    static const Pattern dictated(
+        "\\b(?:say|tell (?:them|him|her|the user)|read (?:this )?out)(?: this)?: “(.+?)”", caseless);
     const std::string text = firstCharacters(rest, longestEvent);
     if (const auto match = quoted.find(text))
         return {.text = match->texts[0]};
+    if (const auto match = dictated.find(text))
+        return {.kind = ClientText::Kind::words, .text = match->texts[0]};
     if (asksForGreeting(text))
         return {.kind = ClientText::Kind::greeting, .text = nameIn(text)};
     return {.kind = ClientText::Kind::nothing};
@@ -68,10 +72,7 @@ ClientText ClientText::fromMessage(std::string_view message)
 
 ClientText ClientText::fromInstructions(std::string_view instructions)
 {
-    const std::string text = firstCharacters(instructions, longestEvent);
-    if (!asksForGreeting(text))
-        return {.kind = Kind::nothing};
-    return {.kind = Kind::greeting, .text = nameIn(text)};
+    return readEvent(instructions.substr(instructions.starts_with(eventMark) ? eventMark.size() : 0));
 }
 
 } // namespace quorvell

@@ -10,6 +10,7 @@ struct ClientText {
     enum class Kind {
         request, ///< `text` are the user's words.
         greeting, ///< The user called; `text` is their name, or empty.
+        words, ///< `text` is to be said to them as it stands.
         nothing, ///< Instructions that ask for no answer here.
     };
     enum class Manner { voiced, shown };

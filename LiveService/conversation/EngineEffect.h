@@ -1,6 +1,7 @@
 // What a conversation wants done around it. The engine only returns these; the session carries them out, in order.
 #pragma once
 
+#include "LiveService/conversation/SessionNews.h"
 #include "LiveService/rules/ConversationMemory.h"
 #include "LiveService/rules/ToolRequest.h"
 
@@ -12,14 +13,15 @@
 
 namespace quorvell::effect {
 
-/// A text frame for the client.
-struct SendText {
-    std::string text;
-    bool operator==(const SendText&) const = default;
+/// Something for the client to know.
+struct Tell {
+    SessionNews news;
+    bool operator==(const Tell&) const = default;
 };
 /// The session has started: recognition and voice are wanted. Comes once, before all that need them.
 struct PrepareSpeech {
-    int sampleRateHz = 0;
+    int heardRateHz = 0;
+    int spokenRateHz = 0;
     std::string voice;
     bool operator==(const PrepareSpeech&) const = default;
 };
@@ -61,7 +63,7 @@ struct StopVoice {
 };
 /// The connection is to be closed after everything before this was sent.
 struct CloseConnection {
-    int code = 1000; ///< Of the WebSocket protocol.
+    int code = 1000; ///< Of the WebSocket protocol; other ways to connect just end.
     std::string reason;
     bool operator==(const CloseConnection&) const = default;
 };
@@ -70,9 +72,9 @@ struct CloseConnection {
 
 namespace quorvell {
 
-using EngineEffect = std::variant<effect::SendText, effect::PrepareSpeech, effect::BeginListening, effect::Listen,
-    effect::FinishListening, effect::ThinkAboutWords, effect::ThinkAboutResult, effect::Voice, effect::StopVoice,
-    effect::CloseConnection>;
+using EngineEffect =
+    std::variant<effect::Tell, effect::PrepareSpeech, effect::BeginListening, effect::Listen, effect::FinishListening,
+        effect::ThinkAboutWords, effect::ThinkAboutResult, effect::Voice, effect::StopVoice, effect::CloseConnection>;
 using EngineEffects = std::vector<EngineEffect>;
 
 } // namespace quorvell

@@ -2,7 +2,6 @@
 
 #include "LiveService/replies/PlainReplies.h"
 #include "LiveService/voice/SpokenText.h"
-#include "QuorvellCore/live/wire/OpenAILiveServerMessage.h"
 
 #include <nlohmann/json.hpp>
 
@@ -14,7 +13,6 @@ namespace quorvell {
 namespace {
 
 constexpr int normalClosure = 1000;
-constexpr int goingAway = 1001;
 constexpr int policyViolation = 1008;
 
 std::vector<std::int16_t> samplesOf(const Bytes& pcm)
@@ -23,17 +21,6 @@ std::vector<std::int16_t> samplesOf(const Bytes& pcm)
     for (std::size_t index = 0; index < samples.size(); ++index)
         samples[index] = static_cast<std::int16_t>(pcm[2 * index] | (pcm[2 * index + 1] << 8));
     return samples;
-}
-
-Bytes bytesOf(const std::vector<std::int16_t>& samples)
-{
-    Bytes pcm(samples.size() * 2);
-    for (std::size_t index = 0; index < samples.size(); ++index) {
-        const auto value = static_cast<std::uint16_t>(samples[index]);
-        pcm[2 * index] = static_cast<std::uint8_t>(value & 0xFF);
-        pcm[2 * index + 1] = static_cast<std::uint8_t>(value >> 8);
-    }
-    return pcm;
 }
 
 LiveSessionEngine::ToolNames namesOf(const Json& tools)
@@ -48,10 +35,25 @@ LiveSessionEngine::ToolNames namesOf(const Json& tools)
 
 } // namespace
 
-LiveSessionEngine::LiveSessionEngine(IdSource ids, Time now)
+LiveSessionEngine::LiveSessionEngine(IdSource ids, Time now, std::optional<int> spokenRateHz)
     : m_ids(std::move(ids))
+    , m_sessionID(m_ids("sess_"))
     , m_startDeadline(now + startPatience)
+    , m_spokenRate(spokenRateHz)
 {
+}
+
+LiveSessionEngine::State LiveSessionEngine::state() const
+{
+    return {m_history, m_backend->memory(), m_wordsBefore + m_backend->totalWords()};
+}
+
+void LiveSessionEngine::remember(const std::vector<LiveHistoryEntry>& turns)
+{
+    for (const LiveHistoryEntry& turn : turns) {
+        if (m_phase == Phase::open)
+            m_history.add(turn.role, turn.text);
+    }
 }
 
 EngineEffects LiveSessionEngine::receive(const OpenAILiveClientMessage& message, Time now)
@@ -85,13 +87,22 @@ void LiveSessionEngine::open(const OpenAILiveSetupOptions& options)
 {
     m_phase = Phase::open;
     m_tools = namesOf(options.tools);
-    m_sampleRate = options.sampleRate;
-    m_history = ConversationHistory(options.history);
-    m_backend.emplace(m_ids, options.serviceTier, m_history.lastReply());
-    m_turns.emplace(m_sampleRate);
-    m_pacer.emplace(m_sampleRate);
-    m_effects.emplace_back(effect::PrepareSpeech{m_sampleRate, options.voice});
-    send(dumpJson(OpenAILiveServerMessage::sessionStarted(m_ids("sess_"))));
+    m_heardRate = options.sampleRate;
+    const int spokenRate = m_spokenRate.value_or(m_heardRate);
+    State before;
+    if (m_resumed) {
+        before = *std::exchange(m_resumed, std::nullopt);
+    } else {
+        before.history = ConversationHistory(options.history);
+        before.memory.lastReply = before.history.lastReply();
+    }
+    m_history = std::move(before.history);
+    m_wordsBefore = before.totalWords;
+    m_backend.emplace(m_ids, options.serviceTier, std::move(before.memory));
+    m_turns.emplace(m_heardRate);
+    m_pacer.emplace(spokenRate);
+    m_effects.emplace_back(effect::PrepareSpeech{m_heardRate, spokenRate, options.voice});
+    tell(news::Started{m_sessionID});
 }
 
 void LiveSessionEngine::take(const openai_client::InputAudio& message, Time now)
@@ -101,13 +112,24 @@ void LiveSessionEngine::take(const openai_client::InputAudio& message, Time now)
 }
 
 /// Commentary and thoughts inform a model; here there is none that could use them.
-void LiveSessionEngine::take(const openai_client::Append& message, Time)
+void LiveSessionEngine::take(const openai_client::Append& message, Time now)
 {
     if (message.kind != openai_client::Append::Kind::instructions)
         return;
     const auto text = ClientText::fromInstructions(message.text);
-    if (text.kind == ClientText::Kind::greeting)
+    switch (text.kind) {
+    case ClientText::Kind::greeting:
         say({PlainReplies::greeting(text.text), ClientText::Manner::voiced});
+        break;
+    case ClientText::Kind::words:
+        say({text.text, ClientText::Manner::voiced});
+        break;
+    case ClientText::Kind::request:
+        takeRequest(text.text, now);
+        break;
+    case ClientText::Kind::nothing:
+        break;
+    }
 }
 
 void LiveSessionEngine::take(const openai_client::UserMessage& message, Time)
@@ -130,6 +152,7 @@ void LiveSessionEngine::take(const openai_client::ResponseCreate& message, Time 
     BackendOutputs outputs;
     switch (m_backend->create(now, outputs)) {
     case BackendRun::CreateVerdict::started:
+        m_isTurnOpen = true;
         break;
     case BackendRun::CreateVerdict::inProgress:
         refuse("response_in_progress", "A response is running. Wait until it has ended.", message.eventID);
@@ -164,14 +187,21 @@ EngineEffects LiveSessionEngine::heard(const HeardTurn& turn, Time now)
         if (speech >= shortestSpeech)
             say({std::string(PlainReplies::notUnderstood), ClientText::Manner::voiced});
     } else {
-        m_history.add("user", turn.text);
-        send(dumpJson(OpenAILiveServerMessage::inputTranscriptDelta(turn.text)));
-        send(dumpJson(OpenAILiveServerMessage::delegationCreated(m_ids("deleg_"))));
-        BackendOutputs outputs;
-        m_backend->addSpoken(turn.text, now, outputs);
-        carryOut(std::move(outputs));
+        tell(news::Heard{turn.text});
+        takeRequest(turn.text, now);
     }
     return taken();
+}
+
+/// Words that nobody asks a response for: the voice hands them over.
+void LiveSessionEngine::takeRequest(const std::string& words, Time now)
+{
+    m_history.add("user", words);
+    m_isTurnOpen = true;
+    tell(news::Delegated{m_ids("deleg_")});
+    BackendOutputs outputs;
+    m_backend->addSpoken(words, now, outputs);
+    carryOut(std::move(outputs));
 }
 
 EngineEffects LiveSessionEngine::thought(RuleStep step, Time now)
@@ -230,10 +260,10 @@ std::optional<LiveSessionEngine::Time> LiveSessionEngine::nextTick() const
     return next;
 }
 
-EngineEffects LiveSessionEngine::shutDown()
+EngineEffects LiveSessionEngine::end(std::string_view reason, int closeCode)
 {
     if (m_phase != Phase::closed)
-        close("server_shutdown", goingAway);
+        close(reason, closeCode);
     return taken();
 }
 
@@ -268,10 +298,11 @@ void LiveSessionEngine::takeTurnEvents(std::vector<TurnEvent> events)
 
 void LiveSessionEngine::say(const BackendReply& reply)
 {
-    m_history.add("assistant", reply.text);
+    m_isTurnOpen = true;
     if (reply.manner == ClientText::Manner::shown) {
-        send(dumpJson(OpenAILiveServerMessage::outputTranscriptDelta(reply.text)));
-        sendUsage();
+        m_history.add("assistant", reply.text);
+        tell(news::Spoken{reply.text});
+        tellUsage();
         return;
     }
     m_isVoicing = true;
@@ -285,29 +316,53 @@ void LiveSessionEngine::breakOff()
         return;
     m_firstWantedReply = m_lastReply + 1;
     m_isVoicing = false;
-    m_wasSpeaking = false;
     m_pacer->breakOff();
     m_effects.emplace_back(effect::StopVoice{});
-    sendUsage();
+    tell(news::Interrupted{});
+    finishSaying();
+    m_isGeneratedTold = true; // What was interrupted is never complete.
 }
 
 void LiveSessionEngine::sendDue(Time now)
 {
-    for (const PacedPiece& piece : m_pacer->due(now)) {
-        if (const auto* words = std::get_if<std::string>(&piece))
-            send(dumpJson(OpenAILiveServerMessage::outputTranscriptDelta(*words)));
-        else
-            send(OpenAILiveServerMessage::outputAudioDeltaText(bytesOf(std::get<std::vector<std::int16_t>>(piece))));
+    for (PacedPiece& piece : m_pacer->due(now)) {
+        if (auto* words = std::get_if<std::string>(&piece)) {
+            m_saying += *words;
+            tell(news::Spoken{std::move(*words)});
+        } else {
+            tell(news::Sound{std::move(std::get<std::vector<std::int16_t>>(piece))});
+        }
     }
-    if (std::exchange(m_wasSpeaking, m_pacer->isSpeaking()) && !m_wasSpeaking)
-        sendUsage();
+    if (!m_pacer->isSpeaking())
+        finishSaying();
 }
 
-void LiveSessionEngine::sendUsage()
+void LiveSessionEngine::finishSaying()
 {
-    const auto heard = static_cast<Time::rep>(m_samplesHeard * 1000 / static_cast<std::size_t>(m_sampleRate));
+    if (m_saying.empty())
+        return;
+    m_history.add("assistant", std::exchange(m_saying, {}));
+    tellUsage();
+}
+
+void LiveSessionEngine::tellUsage()
+{
+    const auto heard = static_cast<Time::rep>(m_samplesHeard * 1000 / static_cast<std::size_t>(m_heardRate));
     const double seconds = static_cast<double>(heard + m_pacer->spoken().count()) / 1000.0;
-    send(dumpJson(OpenAILiveServerMessage::usageUpdated(seconds, m_history.fullness())));
+    tell(news::Usage{seconds, m_history.fullness(), m_wordsBefore + m_backend->totalWords()});
+}
+
+/// Once each, as soon as they are so.
+void LiveSessionEngine::tellEndOfTurn()
+{
+    if (m_phase != Phase::open || !m_isTurnOpen || !m_backend->isIdle() || m_isVoicing || !m_speech.empty())
+        return;
+    if (!std::exchange(m_isGeneratedTold, true))
+        tell(news::Generated{});
+    if (m_pacer->isSpeaking())
+        return;
+    m_isTurnOpen = m_isGeneratedTold = false;
+    tell(news::TurnOver{});
 }
 
 void LiveSessionEngine::refuse(
@@ -317,7 +372,7 @@ void LiveSessionEngine::refuse(
     report.code = code;
     report.message = reason;
     report.clientEventID = eventID;
-    send(dumpJson(OpenAILiveServerMessage::error(report)));
+    tell(news::Refused{std::move(report)});
 }
 
 void LiveSessionEngine::countError()
@@ -331,17 +386,18 @@ void LiveSessionEngine::close(std::string_view reason, int code)
     if (m_isVoicing)
         m_effects.emplace_back(effect::StopVoice{});
     m_phase = Phase::closed;
-    send(dumpJson(OpenAILiveServerMessage::sessionClosed(reason)));
+    tell(news::Closed{std::string(reason)});
     m_effects.emplace_back(effect::CloseConnection{code, std::string(reason)});
 }
 
-void LiveSessionEngine::send(std::string text)
+void LiveSessionEngine::tell(SessionNews news)
 {
-    m_effects.emplace_back(effect::SendText{std::move(text)});
+    m_effects.emplace_back(effect::Tell{std::move(news)});
 }
 
 EngineEffects LiveSessionEngine::taken()
 {
+    tellEndOfTurn();
     return std::exchange(m_effects, {});
 }
 

@@ -31,7 +31,15 @@ public:
     static constexpr int mostErrorsInARow = 20;
     static constexpr Time shortestSpeech{300}; ///< A shorter sound without words is no turn and gets no answer.
 
-    LiveSessionEngine(IdSource ids, Time now);
+    /// What one conversation passes on to the session that takes it up.
+    struct State {
+        ConversationHistory history;
+        ConversationMemory memory;
+        std::int64_t totalWords = 0;
+    };
+
+    /// `spokenRateHz` is the rate of the replies where it is not the one that the client declares for its own sound.
+    LiveSessionEngine(IdSource ids, Time now, std::optional<int> spokenRateHz = std::nullopt);
     LiveSessionEngine(const LiveSessionEngine&) = delete;
     LiveSessionEngine& operator=(const LiveSessionEngine&) = delete;
 
@@ -42,9 +50,18 @@ public:
     /// To be called at nextTick.
     EngineEffects tick(Time now);
     std::optional<Time> nextTick() const;
-    /// The service ends.
-    EngineEffects shutDown();
+    /// The service ends the session. Nothing happens when it is over already.
+    EngineEffects end(std::string_view reason, int closeCode);
 
+    /// Before the session starts: it goes on from an earlier one.
+    void resume(State state) { m_resumed = std::move(state); }
+    /// Earlier turns, which are not answered. Nothing happens before the session has started.
+    void remember(const std::vector<LiveHistoryEntry>& turns);
+    /// Once started: what a later session needs to go on from here.
+    State state() const;
+    bool isOpen() const { return m_phase == Phase::open; }
+
+    const std::string& sessionID() const { return m_sessionID; }
     /// That the session offered.
     const ToolNames& tools() const { return m_tools; }
 
@@ -61,24 +78,31 @@ private:
     void take(const openai_client::Malformed& message, Time now);
 
     void open(const OpenAILiveSetupOptions& options);
+    void takeRequest(const std::string& words, Time now);
     void carryOut(BackendOutputs outputs);
     void takeTurnEvents(std::vector<TurnEvent> events);
     void say(const BackendReply& reply);
     void breakOff();
     void sendDue(Time now);
-    void sendUsage();
+    void finishSaying();
+    void tellUsage();
+    void tellEndOfTurn();
     void refuse(std::string_view code, std::string_view reason, const std::optional<std::string>& eventID);
     void countError();
     void close(std::string_view reason, int code);
-    void send(std::string text);
+    void tell(SessionNews news);
     EngineEffects taken();
 
     IdSource m_ids;
+    std::string m_sessionID;
     Phase m_phase = Phase::waiting;
     Time m_startDeadline;
     int m_errorsInARow = 0;
     ToolNames m_tools;
-    int m_sampleRate = 24000;
+    int m_heardRate = 24000;
+    std::optional<int> m_spokenRate;
+    std::optional<State> m_resumed;
+    std::int64_t m_wordsBefore = 0; ///< Of the sessions that this one goes on from.
     ConversationHistory m_history;
     std::optional<BackendRun> m_backend; ///< From session.start on, as the next two.
     std::optional<TurnDetector> m_turns;
@@ -88,7 +112,9 @@ private:
     int m_lastReply = 0;
     int m_firstWantedReply = 1; ///< Pieces of earlier ones were broken off.
     bool m_isVoicing = false;
-    bool m_wasSpeaking = false; ///< The last reply's end was not told yet.
+    std::string m_saying; ///< What was handed out of the reply so far: only that was said.
+    bool m_isTurnOpen = false; ///< Something is being answered, and its end was not told yet.
+    bool m_isGeneratedTold = false;
     EngineEffects m_effects; ///< Of the call that is running.
 };
 

@@ -1,17 +1,68 @@
 #include "LiveService/server/LiveServer.h"
 
+#include "LiveService/protocols/GeminiCodec.h"
+#include "LiveService/protocols/OpenAICodec.h"
+#include "LiveService/protocols/TypedConversation.h"
+#include "LiveService/server/EventStream.h"
+#include "LiveService/server/StallingSocket.h"
+#include "LiveService/server/WebRTCTransport.h"
+#include "LiveService/server/WebSocketTransport.h"
+#include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
+#include "QuorvellCore/live/wire/ResponsesRequestReader.h"
+
 #include <QMetaObject>
+#include <nlohmann/json.hpp>
 
 #include <utility>
 
 namespace quorvell {
 
+namespace {
+
+constexpr int goingAway = 1001;
+constexpr int created = 201;
+
+std::string settingProblem(const std::string& setting)
+{
+    return setting.empty() ? "Refused on purpose." : "\"" + setting + "\" is not available. Leave it out.";
+}
+
+/// What the body of an offer holds.
+struct Offer {
+    OpenAILiveSetupOptions options;
+    std::string sdp;
+};
+
+std::optional<Offer> readOffer(const std::string& body, std::string& problem)
+{
+    const auto json = parseJson(body, OpenAILiveClientParser::limits);
+    const Json* session = json ? memberOf(*json, "session") : nullptr;
+    const Json* transport = json ? memberOf(*json, "transport") : nullptr;
+    auto sdp = transport ? readString(*transport, "sdp") : std::nullopt;
+    if (!session || !sdp || readString(*transport, "type") != "webrtc") {
+        problem = "Send {\"session\": ..., \"transport\": {\"type\": \"webrtc\", \"sdp\": OFFER}}.";
+        return std::nullopt;
+    }
+    auto options = OpenAILiveClientParser::parseSession(*session, problem);
+    if (!options)
+        return std::nullopt;
+    options->sampleRate = WebRTCPeer::sampleRate;
+    return Offer{std::move(*options), std::move(*sdp)};
+}
+
+} // namespace
+
 LiveServer::LiveServer(Settings settings)
     : m_settings(std::move(settings))
     , m_speech(m_settings.makeSpeech)
-    , m_gate(
-          m_settings.token, [this] { return !m_stopped && m_sessions.size() < m_settings.mostSessions; },
-          [this](std::unique_ptr<QWebSocket> socket) { openSession(std::move(socket)); })
+    , m_door(m_settings.token, m_settings.tls,
+          {[this](Guest guest) { return refusalFor(guest); },
+              [this](Guest guest, std::unique_ptr<QWebSocket> socket, StallingSocket* wire) {
+                  openWebSocket(guest, std::move(socket), wire);
+              },
+              [this](Guest guest, std::string body, HttpAnswer answer) {
+                  takePosted(guest, std::move(body), std::move(answer));
+              }})
 {
 }
 
@@ -24,15 +75,91 @@ LiveServer::~LiveServer()
 void LiveServer::stop(std::function<void()> stopped)
 {
     m_stopped = std::move(stopped);
-    m_gate.stop();
+    m_door.stop();
     for (auto& [number, session] : m_sessions)
-        session->shutDown();
+        session->end("server_shutdown", goingAway);
     reportIfStopped();
 }
 
-void LiveServer::openSession(std::unique_ptr<QWebSocket> socket)
+std::optional<HttpResponse> LiveServer::refusalFor(Guest guest) const
 {
-    const int number = ++m_lastNumber;
+    const auto faults = SessionFaults::of(m_settings.faults, guest.number);
+    if (const Fault* fault = faults.find(Fault::Kind::refuse))
+        return HttpResponse::refusal(fault->count, settingProblem(fault->setting), fault->setting);
+    if (m_stopped || m_sessions.size() >= m_settings.mostSessions)
+        return HttpResponse::refusal(503, "Too many sessions are open. Close one, or try again later.");
+    return std::nullopt;
+}
+
+void LiveServer::openWebSocket(Guest guest, std::unique_ptr<QWebSocket> socket, StallingSocket* wire)
+{
+    const auto faults = SessionFaults::of(m_settings.faults, guest.number);
+    if (const Fault* late = faults.find(Fault::Kind::latePong); late && wire)
+        wire->delayPongs(late->time);
+    std::shared_ptr<SessionCodec> codec;
+    if (guest.kind == ServiceRoute::Kind::geminiSocket)
+        codec = std::make_shared<GeminiCodec>();
+    else
+        codec = std::make_shared<OpenAICodec>(OpenAICodec::Sound::inTexts);
+    openSession(guest.number, std::make_unique<WebSocketTransport>(std::move(socket), wire), std::move(codec));
+}
+
+void LiveServer::takePosted(Guest guest, std::string body, HttpAnswer answer)
+{
+    if (guest.kind == ServiceRoute::Kind::openAICall)
+        openCall(guest, body, std::move(answer));
+    else
+        respond(guest, std::move(body), std::move(answer));
+}
+
+void LiveServer::openCall(Guest guest, const std::string& body, HttpAnswer answer)
+{
+    std::string problem;
+    auto offer = readOffer(body, problem);
+    if (!offer)
+        return answer.answer(HttpResponse::refusal(400, problem, "invalid_value"));
+    const bool isBlocked = SessionFaults::of(m_settings.faults, guest.number).find(Fault::Kind::udpBlocked);
+    auto owned =
+        std::make_unique<WebRTCTransport>(isBlocked ? WebRTCTransport::Way::blocked : WebRTCTransport::Way::open);
+    WebRTCTransport& transport = *owned;
+    auto& session =
+        openSession(guest.number, std::move(owned), std::make_shared<OpenAICodec>(OpenAICodec::Sound::apart));
+    transport.answer(
+        offer->sdp,
+        [answer, id = session.id()](const std::string& sdp) {
+            const Json accepted{{"session", {{"id", id}}}, {"transport", {{"type", "webrtc"}, {"sdp", sdp}}}};
+            answer.answer({created, "application/json", dumpJson(accepted)});
+        },
+        [&session, options = offer->options] {
+            session.take(openai_client::SessionStart{options, {}});
+        },
+        [answer](const std::string& reason) {
+            answer.answer(HttpResponse::refusal(400, "The offer cannot be taken: " + reason, "invalid_offer"));
+        });
+}
+
+void LiveServer::respond(Guest guest, std::string body, HttpAnswer answer)
+{
+    const auto faults = SessionFaults::of(m_settings.faults, guest.number);
+    m_thinking.post([this, body = std::move(body), answer, faults, now = m_settings.wallClock()] {
+        auto reading = ResponsesRequestReader::read(body);
+        if (const auto* report = std::get_if<OpenAIErrorReport>(&reading)) {
+            later(
+                [answer, report = *report] { answer.answer(HttpResponse::refusal(400, report.message, report.code)); });
+            return;
+        }
+        const auto& request = std::get<ResponsesRequest>(reading);
+        const RuleSurroundings around{TypedConversation::toolNames(request), now, m_settings.calendar};
+        const auto step = TypedConversation::answer(request.input, around);
+        later([answer, faults, events = TypedConversation::events(step, m_settings.ids)] {
+            EventStream::send(answer, faults, events);
+        });
+    });
+}
+
+LiveServerSession& LiveServer::openSession(
+    int number, std::unique_ptr<SessionTransport> transport, std::shared_ptr<SessionCodec> codec)
+{
     const auto reach = [this, number](std::function<void(LiveServerSession&)> action) {
         later([this, number, action = std::move(action)] {
             const auto session = m_sessions.find(number);
@@ -41,8 +168,10 @@ void LiveServer::openSession(std::unique_ptr<QWebSocket> socket)
         });
     };
     LiveServerSession::Surroundings surroundings{m_settings.ids, m_settings.calendar, m_settings.wallClock, m_thinking,
-        [this] { return m_speech.take(); }, reach, [this, number] { later([this, number] { endSession(number); }); }};
-    m_sessions.emplace(number, std::make_unique<LiveServerSession>(std::move(socket), std::move(surroundings)));
+        m_resumption, SessionFaults::of(m_settings.faults, number), [this] { return m_speech.take(); }, reach,
+        [this, number] { later([this, number] { endSession(number); }); }};
+    auto session = std::make_unique<LiveServerSession>(std::move(transport), std::move(codec), std::move(surroundings));
+    return *m_sessions.emplace(number, std::move(session)).first->second;
 }
 
 void LiveServer::endSession(int number)

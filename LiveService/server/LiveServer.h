@@ -2,8 +2,10 @@
 #pragma once
 
 #include "LiveService/conversation/IdSource.h"
+#include "LiveService/conversation/ResumptionStore.h"
+#include "LiveService/faults/Fault.h"
 #include "LiveService/server/LiveServerSession.h"
-#include "LiveService/server/UpgradeGate.h"
+#include "LiveService/server/ServiceDoor.h"
 #include "LiveService/speech/SpeechWorkerPool.h"
 #include "LiveService/speech/WorkerThread.h"
 
@@ -14,7 +16,9 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace quorvell {
 
@@ -28,32 +32,42 @@ public:
         IdSource ids;
         SpeechWorker::MakePort makeSpeech;
         std::size_t mostSessions = 8;
+        std::vector<Fault> faults{};
+        std::optional<QSslConfiguration> tls{}; ///< With a certificate and its key; without, nothing is encrypted.
     };
 
     explicit LiveServer(Settings settings);
     ~LiveServer() override;
 
     /// Port 0 takes any that is free. False when the address cannot be had; problem() says why.
-    bool listen(const QHostAddress& host, std::uint16_t port) { return m_gate.listen(host, port); }
-    std::uint16_t port() const { return m_gate.port(); }
-    QString problem() const { return m_gate.problem(); }
+    bool listen(const QHostAddress& host, std::uint16_t port) { return m_door.listen(host, port); }
+    std::uint16_t port() const { return m_door.port(); }
+    QString problem() const { return m_door.problem(); }
 
     std::size_t sessionCount() const { return m_sessions.size(); }
     /// Takes no more clients and tells those that are there; `stopped` is called when all are gone.
     void stop(std::function<void()> stopped);
 
 private:
-    void openSession(std::unique_ptr<QWebSocket> socket);
-    void later(std::function<void()> action);
+    using Guest = ServiceDoor::Guest;
+
+    std::optional<HttpResponse> refusalFor(Guest guest) const;
+    void openWebSocket(Guest guest, std::unique_ptr<QWebSocket> socket, StallingSocket* wire);
+    void takePosted(Guest guest, std::string body, HttpAnswer answer);
+    void openCall(Guest guest, const std::string& body, HttpAnswer answer);
+    void respond(Guest guest, std::string body, HttpAnswer answer);
+    LiveServerSession& openSession(
+        int number, std::unique_ptr<SessionTransport> transport, std::shared_ptr<SessionCodec> codec);
     void endSession(int number);
     void reportIfStopped();
+    void later(std::function<void()> action);
 
     Settings m_settings;
     WorkerThread m_thinking;
     SpeechWorkerPool m_speech;
-    UpgradeGate m_gate;
+    ResumptionStore m_resumption;
+    ServiceDoor m_door;
     std::map<int, std::unique_ptr<LiveServerSession>> m_sessions;
-    int m_lastNumber = 0;
     std::function<void()> m_stopped; ///< Set while stopping.
 };
 

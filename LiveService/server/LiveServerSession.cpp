@@ -1,7 +1,6 @@
 #include "LiveService/server/LiveServerSession.h"
 
 #include "LiveService/rules/RequestRules.h"
-#include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
 
 #include <algorithm>
 #include <utility>
@@ -10,6 +9,11 @@ namespace quorvell {
 
 namespace {
 
+constexpr int goingAway = 1001;
+constexpr int policyViolation = 1008;
+constexpr int internalError = 1011;
+constexpr std::size_t handlesKept = 2; ///< The client may not have got the newest one.
+
 LiveSessionEngine::Time now()
 {
     return std::chrono::duration_cast<LiveSessionEngine::Time>(std::chrono::steady_clock::now().time_since_epoch());
@@ -17,36 +21,31 @@ LiveSessionEngine::Time now()
 
 } // namespace
 
-LiveServerSession::LiveServerSession(std::unique_ptr<QWebSocket> socket, Surroundings surroundings)
-    : m_socket(std::move(socket))
+LiveServerSession::LiveServerSession(
+    std::unique_ptr<SessionTransport> transport, std::shared_ptr<SessionCodec> codec, Surroundings surroundings)
+    : m_transport(std::move(transport))
+    , m_codec(std::move(codec))
     , m_surroundings(std::move(surroundings))
-    , m_engine(m_surroundings.ids, now())
+    , m_engine(m_surroundings.ids, now(), m_codec->spokenRateHz())
+    , m_wire(m_surroundings.faults)
 {
-    m_socket->setMaxAllowedIncomingMessageSize(longestMessage);
-    m_socket->setMaxAllowedIncomingFrameSize(longestMessage);
-    connect(m_socket.get(), &QWebSocket::textMessageReceived, this, &LiveServerSession::takeFrame);
-    connect(m_socket.get(), &QWebSocket::binaryMessageReceived, this, [this] {
-        takeMessage(openai_client::Malformed{"invalid_frame", "Send JSON as text frames.", {}});
-    });
-    connect(m_socket.get(), &QWebSocket::disconnected, this, [this] { m_surroundings.ended(); });
-    connect(m_socket.get(), &QWebSocket::pong, this, [this] { m_awaitsPong = false; });
     m_tick.setSingleShot(true);
     m_tick.setTimerType(Qt::PreciseTimer);
     connect(&m_tick, &QTimer::timeout, this, [this] { carryOut(m_engine.tick(now())); });
-    connect(&m_ping, &QTimer::timeout, this, &LiveServerSession::ping);
-    m_ping.start(pingPeriod);
+    m_wireTimer.setSingleShot(true);
+    connect(&m_wireTimer, &QTimer::timeout, this, &LiveServerSession::sendDue);
+    m_transport->begin({[this](std::string text) { takeText(std::move(text)); },
+        [this] {
+            take(openai_client::Malformed{"invalid_frame", "Send JSON as text frames.", {}});
+        },
+        [this](Bytes pcm) { take(openai_client::InputAudio{std::move(pcm)}); }, [this] { m_surroundings.ended(); }});
+    startFaultTimers();
     wakeAtNextTick();
 }
 
-LiveServerSession::~LiveServerSession()
+void LiveServerSession::end(std::string_view reason, int closeCode)
 {
-    // A socket that is closed by its end still speaks.
-    disconnect(m_socket.get(), nullptr, this, nullptr);
-}
-
-void LiveServerSession::shutDown()
-{
-    carryOut(m_engine.shutDown());
+    carryOut(m_engine.end(reason, closeCode));
 }
 
 std::unique_ptr<SpeechWorker> LiveServerSession::releaseSpeech()
@@ -54,31 +53,32 @@ std::unique_ptr<SpeechWorker> LiveServerSession::releaseSpeech()
     return std::move(m_speech);
 }
 
-/// Frames are taken in their order, also behind one that takes long to read.
-void LiveServerSession::takeFrame(const QString& frame)
+/// Messages are taken in their order, also behind one that takes long to read.
+void LiveServerSession::takeText(std::string text)
 {
+    if (m_isFrozen)
+        return;
     if (!m_isReading) {
-        readFrame(frame);
+        read(std::move(text));
         return;
     }
-    m_unreadLetters += frame.size();
-    if (m_unreadLetters > longestUnread)
-        m_socket->abort();
+    m_unreadBytes += text.size();
+    if (m_unreadBytes > longestUnread)
+        m_transport->abort();
     else
-        m_unread.push_back(frame);
+        m_unread.push_back(std::move(text));
 }
 
-void LiveServerSession::readFrame(const QString& frame)
+void LiveServerSession::read(std::string text)
 {
-    if (frame.size() < largeMessage) {
-        takeMessage(OpenAILiveClientParser::parse(frame.toStdString()));
+    if (text.size() < largeMessage) {
+        takeIncoming(m_codec->read(text));
         return;
     }
     m_isReading = true;
-    m_surroundings.thinking.post([reach = m_surroundings.reach, frame] {
-        auto message = std::make_shared<OpenAILiveClientMessage>(OpenAILiveClientParser::parse(frame.toStdString()));
-        reach([message](LiveServerSession& session) {
-            session.takeMessage(*message);
+    m_surroundings.thinking.post([reach = m_surroundings.reach, codec = m_codec, text = std::move(text)] {
+        reach([incoming = codec->read(text)](LiveServerSession& session) {
+            session.takeIncoming(incoming);
             session.m_isReading = false;
             session.readWaiting();
         });
@@ -88,16 +88,39 @@ void LiveServerSession::readFrame(const QString& frame)
 void LiveServerSession::readWaiting()
 {
     while (!m_isReading && !m_unread.empty()) {
-        const QString next = m_unread.front();
+        std::string next = std::move(m_unread.front());
         m_unread.pop_front();
-        m_unreadLetters -= next.size();
-        readFrame(next);
+        m_unreadBytes -= next.size();
+        read(std::move(next));
     }
 }
 
-void LiveServerSession::takeMessage(const OpenAILiveClientMessage& message)
+void LiveServerSession::takeIncoming(const SessionCodec::Incoming& incoming)
 {
-    carryOut(m_engine.receive(message, now()));
+    m_offersHandles = m_offersHandles || incoming.wantsHandles;
+    if (incoming.handle)
+        resume(*incoming.handle);
+    m_engine.remember(incoming.earlier);
+    for (const OpenAILiveClientMessage& message : incoming.messages)
+        take(message);
+    if (incoming.wantsHandles && m_engine.isOpen())
+        offerResumption();
+}
+
+void LiveServerSession::take(const OpenAILiveClientMessage& message)
+{
+    if (!m_isFrozen && !isRefusedOnPurpose(message))
+        carryOut(m_engine.receive(message, now()));
+}
+
+void LiveServerSession::resume(const std::string& handle)
+{
+    auto state = m_surroundings.faults.find(Fault::Kind::rejectHandle) ? std::nullopt
+                                                                       : m_surroundings.resumption.find(handle, now());
+    if (state)
+        m_engine.resume(std::move(*state));
+    else
+        end("session_not_found", policyViolation);
 }
 
 void LiveServerSession::carryOut(EngineEffects effects)
@@ -107,19 +130,27 @@ void LiveServerSession::carryOut(EngineEffects effects)
     wakeAtNextTick();
 }
 
-void LiveServerSession::carryOut(const effect::SendText& send)
+void LiveServerSession::carryOut(const effect::Tell& tell)
 {
-    if (m_socket->bytesToWrite() > longestUnsent) {
-        m_socket->abort();
-        return;
-    }
-    m_socket->sendTextMessage(QString::fromStdString(send.text));
+    if (const auto* sound = std::get_if<news::Sound>(&tell.news); sound && !m_isFrozen)
+        m_transport->sendSound(sound->samples);
+    if (std::holds_alternative<news::Interrupted>(tell.news))
+        m_transport->dropSound();
+    auto outgoing = m_codec->write(exaggerated(tell.news));
+    for (std::string& text : outgoing.texts)
+        send(std::move(text));
+    if (outgoing.close)
+        end(outgoing.close->reason, outgoing.close->code);
+    if (m_offersHandles && std::holds_alternative<news::TurnOver>(tell.news))
+        offerResumption();
+    if (std::holds_alternative<news::ToolCalled>(tell.news) && m_surroundings.faults.find(Fault::Kind::closeInTool))
+        end("server_error", internalError);
 }
 
 void LiveServerSession::carryOut(const effect::PrepareSpeech& prepare)
 {
     m_speech = m_surroundings.takeSpeech();
-    m_speech->prepare(prepare.sampleRateHz, prepare.voice);
+    m_speech->prepare(prepare.heardRateHz, prepare.spokenRateHz, prepare.voice);
 }
 
 void LiveServerSession::carryOut(const effect::BeginListening&)
@@ -177,9 +208,86 @@ void LiveServerSession::carryOut(const effect::StopVoice&)
 
 void LiveServerSession::carryOut(const effect::CloseConnection& close)
 {
-    m_socket->close(static_cast<QWebSocketProtocol::CloseCode>(close.code), QString::fromStdString(close.reason));
-    // A client that does not answer the close is not waited for.
-    QTimer::singleShot(closePatience, this, [this] { m_socket->abort(); });
+    if (!m_isFrozen)
+        m_transport->close(close.code, close.reason);
+    else
+        m_transport->abort();
+}
+
+void LiveServerSession::offerResumption()
+{
+    std::string handle = m_surroundings.ids("handle_");
+    m_surroundings.resumption.put(handle, m_engine.state(), now());
+    send(m_codec->resumption(handle));
+    m_handles.push_back(std::move(handle));
+    if (m_handles.size() <= handlesKept)
+        return;
+    m_surroundings.resumption.forget(m_handles.front());
+    m_handles.pop_front();
+}
+
+bool LiveServerSession::isRefusedOnPurpose(const OpenAILiveClientMessage& message)
+{
+    const auto* create = std::get_if<openai_client::ResponseCreate>(&message);
+    const Fault* fault = m_surroundings.faults.find(Fault::Kind::rejectCreate);
+    if (!create || !fault || ++m_creates != fault->count)
+        return false;
+    OpenAIErrorReport report;
+    report.code = "response_rejected";
+    report.message = "No response can be started just now.";
+    report.clientEventID = create->eventID;
+    carryOut(effect::Tell{news::Refused{std::move(report)}});
+    return true;
+}
+
+SessionNews LiveServerSession::exaggerated(SessionNews news) const
+{
+    constexpr std::int64_t wholeContext = 128'000; ///< Tokens.
+    const Fault* fault = m_surroundings.faults.find(Fault::Kind::context);
+    if (auto* usage = std::get_if<news::Usage>(&news); usage && fault) {
+        usage->contextRatio = std::max(usage->contextRatio, fault->count / 100.0);
+        usage->totalTokens = std::max(usage->totalTokens, wholeContext * fault->count / 100);
+    }
+    return news;
+}
+
+void LiveServerSession::startFaultTimers()
+{
+    if (const Fault* age = m_surroundings.faults.find(Fault::Kind::age))
+        QTimer::singleShot(age->time, this, [this] { end("session_expired", goingAway); });
+    const Fault* leave = m_surroundings.faults.find(Fault::Kind::goAway);
+    if (!leave)
+        return;
+    QTimer::singleShot(leave->time, this, [this, timeLeft = leave->timeLeft] { send(m_codec->goAway(timeLeft)); });
+    QTimer::singleShot(leave->time + leave->timeLeft, this, [this] { end("going_away", goingAway); });
+}
+
+void LiveServerSession::send(std::string text)
+{
+    if (text.empty() || m_isFrozen)
+        return;
+    if (m_surroundings.faults.list.empty()) {
+        m_transport->send(text);
+        return;
+    }
+    m_wire.take(std::move(text), now());
+    sendDue();
+}
+
+void LiveServerSession::sendDue()
+{
+    for (const WireAction& action : m_wire.due(now())) {
+        if (const auto* send = std::get_if<wire_action::Send>(&action))
+            m_transport->send(send->text);
+        else if (const auto* close = std::get_if<wire_action::Close>(&action))
+            m_transport->close(close->code, "fault");
+        else
+            m_isFrozen = true;
+        if (m_isFrozen)
+            m_transport->freeze();
+    }
+    if (const auto next = m_wire.nextDue())
+        m_wireTimer.start(std::max(*next - now(), LiveSessionEngine::Time::zero()));
 }
 
 void LiveServerSession::wakeAtNextTick()
@@ -189,16 +297,6 @@ void LiveServerSession::wakeAtNextTick()
         m_tick.stop();
     else
         m_tick.start(std::max(*next - now(), LiveSessionEngine::Time::zero()));
-}
-
-void LiveServerSession::ping()
-{
-    if (m_awaitsPong) {
-        m_socket->abort();
-        return;
-    }
-    m_awaitsPong = true;
-    m_socket->ping();
 }
 
 } // namespace quorvell

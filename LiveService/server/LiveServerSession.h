@@ -1,13 +1,16 @@
 #pragma once
 
 #include "LiveService/conversation/LiveSessionEngine.h"
+#include "LiveService/conversation/ResumptionStore.h"
+#include "LiveService/faults/FaultyWire.h"
+#include "LiveService/protocols/SessionCodec.h"
 #include "LiveService/rules/RuleSurroundings.h"
+#include "LiveService/server/SessionTransport.h"
 #include "LiveService/speech/SpeechWorker.h"
 #include "LiveService/speech/WorkerThread.h"
 
 #include <QObject>
 #include <QTimer>
-#include <QWebSocket>
 
 #include <deque>
 #include <functional>
@@ -16,8 +19,8 @@
 
 namespace quorvell {
 
-/// One client on the wire: carries frames to the engine and the engine's effects out. Lives on the main thread; what
-/// takes time is done by the workers, whose answers come back through `reach`.
+/// One client: carries its messages to the engine and the engine's effects out. Lives on the main thread; what takes
+/// time is done by the workers, whose answers come back through `reach`.
 class LiveServerSession : public QObject {
 public:
     /// Runs the function on the main thread with this session, if it is still there. Callable from any thread.
@@ -28,33 +31,34 @@ public:
         Calendar calendar;
         std::function<Instant()> wallClock;
         WorkerThread& thinking; ///< Runs the rules and reads large messages, for all sessions.
+        ResumptionStore& resumption; ///< For all sessions.
+        SessionFaults faults;
         std::function<std::unique_ptr<SpeechWorker>()> takeSpeech;
         Reach reach;
         std::function<void()> ended; ///< The connection is gone. The session must outlive the call.
     };
 
-    static constexpr qint64 longestMessage = 16 * 1024 * 1024; ///< A longer one closes the connection with 1009.
-    static constexpr qint64 longestUnsent = 4 * 1024 * 1024; ///< A client that reads no faster is let go.
-    static constexpr qsizetype largeMessage = 128 * 1024; ///< From here on read off the main thread.
-    static constexpr qsizetype longestUnread = 64 * 1024 * 1024; ///< Letters behind a large message that is being read.
-    static constexpr std::chrono::milliseconds pingPeriod{20'000};
-    static constexpr std::chrono::milliseconds closePatience{2'000};
+    static constexpr std::size_t largeMessage = 128 * 1024; ///< From here on read off the main thread.
+    static constexpr std::size_t longestUnread = 64 * 1024 * 1024; ///< Bytes behind a message that is being read.
 
-    /// Takes the socket over.
-    LiveServerSession(std::unique_ptr<QWebSocket> socket, Surroundings surroundings);
-    ~LiveServerSession() override;
+    LiveServerSession(
+        std::unique_ptr<SessionTransport> transport, std::shared_ptr<SessionCodec> codec, Surroundings surroundings);
 
-    void shutDown();
+    /// A message that came another way than over the transport, such as with the request that opened the session.
+    void take(const OpenAILiveClientMessage& message);
+    void end(std::string_view reason, int closeCode);
+    const std::string& id() const { return m_engine.sessionID(); }
     /// Null when the session never started.
     std::unique_ptr<SpeechWorker> releaseSpeech();
 
 private:
-    void takeFrame(const QString& frame);
-    void readFrame(const QString& frame);
+    void takeText(std::string text);
+    void read(std::string text);
     void readWaiting();
-    void takeMessage(const OpenAILiveClientMessage& message);
+    void takeIncoming(const SessionCodec::Incoming& incoming);
+    void resume(const std::string& handle);
     void carryOut(EngineEffects effects);
-    void carryOut(const effect::SendText& send);
+    void carryOut(const effect::Tell& tell);
     void carryOut(const effect::PrepareSpeech& prepare);
     void carryOut(const effect::BeginListening& begin);
     void carryOut(effect::Listen& listen);
@@ -65,19 +69,29 @@ private:
     void carryOut(const effect::StopVoice& stop);
     void carryOut(const effect::CloseConnection& close);
     void think(std::function<RuleStep(const RuleSurroundings&)> rules);
+    void offerResumption();
+    bool isRefusedOnPurpose(const OpenAILiveClientMessage& message);
+    SessionNews exaggerated(SessionNews news) const;
+    void startFaultTimers();
+    void send(std::string text);
+    void sendDue();
     void wakeAtNextTick();
-    void ping();
 
-    std::unique_ptr<QWebSocket> m_socket;
+    std::unique_ptr<SessionTransport> m_transport;
+    std::shared_ptr<SessionCodec> m_codec; ///< Shared with the worker that reads a large message.
     Surroundings m_surroundings;
     LiveSessionEngine m_engine;
+    FaultyWire m_wire;
     std::unique_ptr<SpeechWorker> m_speech; ///< From the session's start on.
-    std::deque<QString> m_unread; ///< Frames behind a large one that is being read.
-    qsizetype m_unreadLetters = 0;
+    std::deque<std::string> m_unread; ///< Messages behind a large one that is being read.
+    std::size_t m_unreadBytes = 0;
     bool m_isReading = false;
-    bool m_awaitsPong = false;
+    bool m_isFrozen = false;
+    bool m_offersHandles = false;
+    std::deque<std::string> m_handles; ///< The last two that were offered.
+    int m_creates = 0;
     QTimer m_tick;
-    QTimer m_ping;
+    QTimer m_wireTimer;
 };
 
 } // namespace quorvell

@@ -25,9 +25,10 @@ SpeechWorker::~SpeechWorker()
     m_thread.post([this] { m_port.reset(); });
 }
 
-void SpeechWorker::prepare(int sampleRateHz, std::string voice)
+void SpeechWorker::prepare(int heardRateHz, int spokenRateHz, std::string voice)
 {
-    m_rate = sampleRateHz;
+    m_heardRate = heardRateHz;
+    m_spokenRate = spokenRateHz;
     m_voice = std::move(voice);
 }
 
@@ -39,7 +40,7 @@ void SpeechWorker::release()
 
 void SpeechWorker::beginListening()
 {
-    m_thread.post([this, rate = m_rate] {
+    m_thread.post([this, rate = m_heardRate] {
         m_toPort.emplace(rate, SpeechPort::sampleRateHz);
         port().begin();
     });
@@ -48,7 +49,7 @@ void SpeechWorker::beginListening()
 void SpeechWorker::listen(std::vector<std::int16_t> samples)
 {
     const std::size_t count = samples.size();
-    if (m_backlog + count > static_cast<std::size_t>(m_rate) * longestBacklogSeconds)
+    if (m_backlog + count > static_cast<std::size_t>(m_heardRate) * longestBacklogSeconds)
         return;
     m_backlog += count;
     // Taken back when the job is gone, be it done or cleared.
@@ -71,7 +72,7 @@ void SpeechWorker::finishListening(HearTurn done)
 
 void SpeechWorker::speak(int number, std::vector<std::string> sentences, TakePiece take)
 {
-    Reply reply{number, std::move(sentences), m_rate, m_voice};
+    Reply reply{number, std::move(sentences), m_spokenRate, m_voice};
     m_thread.post([this, reply = std::move(reply), take = std::move(take), stop = m_speaking.get_token()] {
         speakNow(reply, take, stop);
     });

@@ -29,8 +29,8 @@ public:
     explicit SpeechWorker(MakePort makePort);
     ~SpeechWorker();
 
-    /// For the session that uses this worker from now on.
-    void prepare(int sampleRateHz, std::string voice);
+    /// For the session that uses this worker from now on: the rates of what it hears and of what it says.
+    void prepare(int heardRateHz, int spokenRateHz, std::string voice);
     /// The session is over: nothing of it is done any more.
     void release();
 
@@ -53,7 +53,8 @@ private:
     void voiceSentence(
         const std::string& sentence, const Reply& reply, const TakePiece& take, const std::stop_token& stop);
 
-    int m_rate = SpeechPort::sampleRateHz;
+    int m_heardRate = SpeechPort::sampleRateHz;
+    int m_spokenRate = SpeechPort::sampleRateHz;
     std::string m_voice;
     std::stop_source m_speaking; ///< Of the replies that wait or are being made.
     std::atomic<std::size_t> m_backlog = 0; ///< Samples.

@@ -71,6 +71,11 @@ std::vector<TurnEvent> TurnDetector::look(std::chrono::milliseconds now)
     return events;
 }
 
+std::chrono::milliseconds TurnDetector::nextLook() const
+{
+    return m_lastSound + std::clamp<std::chrono::milliseconds>(endQuiet - m_quietFrames * frame, leastGap, endGap);
+}
+
 void TurnDetector::takeFrame(Frame samples, std::vector<TurnEvent>& events)
 {
     const float level = levelOf(samples);

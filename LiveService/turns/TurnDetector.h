@@ -33,6 +33,7 @@ public:
     static constexpr std::chrono::milliseconds preRoll{300}; ///< Kept from before the onset: no first syllable is lost.
     static constexpr std::chrono::milliseconds endQuiet{520}; ///< Shorter pauses belong to the sentence.
     static constexpr std::chrono::milliseconds endGap{350}; ///< A client with a gate of its own stops sending instead.
+    static constexpr std::chrono::milliseconds leastGap{200}; ///< Sound may be that late; quiet before it counts.
     static constexpr std::chrono::milliseconds longestTurn{30'000};
 
     explicit TurnDetector(int sampleRateHz);
@@ -43,7 +44,7 @@ public:
 
     bool isOpen() const { return m_isOpen; }
     /// When the turn ends unless sound arrives. Only while a turn is open.
-    std::chrono::milliseconds nextLook() const { return m_lastSound + endGap; }
+    std::chrono::milliseconds nextLook() const;
 
 private:
     using Frame = std::vector<std::int16_t>;

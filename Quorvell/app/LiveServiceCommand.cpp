@@ -94,7 +94,7 @@ void printForPeople(const LiveServer& server, const Options& options, const Toke
     const bool hasColon = options.host.find(':') != std::string::npos;
     const std::string host = hasColon ? "[" + options.host + "]" : options.host;
     const std::string address = host + ":" + std::to_string(server.port());
-    std::cout << "Listening at ws://" << address << UpgradeRequest::path << "\n"
+    std::cout << "Listening at ws://" << address << ServiceRoute::sessions << "\n"
               << "Clients show the key in the header \"Authorization: Bearer KEY\".\n";
     if (token.isNew)
         std::cout << "The key, until this ends: " << token.text << "\n";

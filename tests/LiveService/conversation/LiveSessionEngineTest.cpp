@@ -1,5 +1,6 @@
 #include "LiveService/conversation/LiveSessionEngine.h"
 
+#include "LiveService/protocols/OpenAICodec.h"
 #include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
 #include "QuorvellCore/live/wire/OpenAILiveMessage.h"
 
@@ -17,10 +18,17 @@ constexpr const char* callDone =
 
 /// Effects as texts: frames as they go over the wire, the rest by name.
 struct Shown {
-    std::string operator()(const effect::SendText& send) const { return send.text; }
+    std::string operator()(const effect::Tell& tell) const
+    {
+        if (std::holds_alternative<news::Interrupted>(tell.news))
+            return "interrupted";
+        if (std::holds_alternative<news::Generated>(tell.news))
+            return "generated";
+        return std::holds_alternative<news::TurnOver>(tell.news) ? "turn over" : std::string();
+    }
     std::string operator()(const effect::PrepareSpeech& prepare) const
     {
-        return "prepare " + std::to_string(prepare.sampleRateHz) + " " + prepare.voice;
+        return "prepare " + std::to_string(prepare.heardRateHz) + " " + prepare.voice;
     }
     std::string operator()(const effect::BeginListening&) const { return "begin"; }
     std::string operator()(const effect::Listen&) const { return "listen"; }
@@ -49,8 +57,14 @@ using Texts = std::vector<std::string>;
 Texts shown(const EngineEffects& effects)
 {
     Texts texts;
-    for (const EngineEffect& effect : effects)
-        texts.push_back(std::visit(Shown(), effect));
+    OpenAICodec codec(OpenAICodec::Sound::inTexts);
+    for (const EngineEffect& effect : effects) {
+        const auto* tell = std::get_if<effect::Tell>(&effect);
+        const Texts told = tell ? codec.write(tell->news).texts : Texts();
+        texts.insert(texts.end(), told.begin(), told.end());
+        if (std::string text = std::visit(Shown(), effect); !text.empty())
+            texts.push_back(std::move(text));
+    }
     return texts;
 }
 
@@ -167,7 +181,7 @@ TEST(LiveSessionEngine, walksThroughATypedReminder)
     EXPECT_EQ(talk.think(std::string("Done so.")),
         (Texts{textDone("Done so."), R"({"type":"session.output_transcript.delta","delta":"Done so."})",
             R"({"type":"session.usage.updated","usage":{"seconds":0.0},"context_window":{"usage_ratio":0.03125}})",
-            completed("resp_4", 1, 2)}));
+            completed("resp_4", 1, 2), "generated", "turn over"}));
     EXPECT_EQ(talk.send(OpenAILiveMessage::close()),
         (Texts{R"({"type":"session.closed","reason":"client_requested"})", "close 1000 client_requested"}));
     EXPECT_EQ(talk.send(typed("more")), Texts()) << "nothing follows the end";
@@ -196,8 +210,9 @@ TEST(LiveSessionEngine, walksThroughASpokenTurn)
         << first[1].substr(0, 80);
     talk.voice({.reply = 1, .kind = VoicePiece::Kind::sentenceEnded});
     EXPECT_EQ(talk.voice({.reply = 1, .kind = VoicePiece::Kind::replyEnded}),
-        (Texts{
-            R"({"type":"session.usage.updated","usage":{"seconds":1.64},"context_window":{"usage_ratio":0.03125}})"}));
+        (Texts{R"({"type":"session.usage.updated","usage":{"seconds":1.64},"context_window":{"usage_ratio":0.03125}})",
+            "generated", "turn over"}));
+    EXPECT_EQ(talk.engine().state().history.lastReply(), "When?") << "only that was spoken";
 }
 
 TEST(LiveSessionEngine, stopsSpeakingWhenTheUserBegins)
@@ -210,12 +225,47 @@ TEST(LiveSessionEngine, stopsSpeakingWhenTheUserBegins)
     talk.voice({.reply = 1, .kind = VoicePiece::Kind::sentenceBegan, .sentence = "Hello Sam."});
     EXPECT_EQ(talk.voice({.reply = 1, .samples = std::vector<std::int16_t>(24000)}).size(), 1u + 5u) << "200 ms ahead";
     EXPECT_EQ(talk.sendSound(40, milliseconds(80)),
-        (Texts{"stop",
+        (Texts{"stop", "interrupted",
             R"({"type":"session.usage.updated","usage":{"seconds":0.28},"context_window":{"usage_ratio":0.0234375}})",
-            "begin"}));
+            "begin", "turn over"}));
     EXPECT_EQ(talk.voice({.reply = 1, .samples = std::vector<std::int16_t>(24000)}), Texts())
         << "it is not wanted any more";
     EXPECT_EQ(talk.tick(), Texts());
+}
+
+TEST(LiveSessionEngine, carriesOutInstructions)
+{
+    struct Row {
+        const char* instructions;
+        Texts expected;
+    };
+    const Row rows[] = {
+        {"[Quorvell app event] They have to leave. Tell them: “It is five o'clock.” Be brief.",
+            {"voice 1 <It is five o'clock.>"}},
+        {"[Quorvell app event] They just said: “help me”. (Quorvell was resting while it was quiet, ...)",
+            {R"({"type":"session.delegation.created","delegation":{"id":"deleg_2"}})", created("resp_3"),
+                "think help me"}},
+        {"Speak slowly.", {}},
+    };
+    for (const Row& row : rows) {
+        Conversation talk;
+        talk.start();
+        EXPECT_EQ(talk.send(OpenAILiveMessage::instructions(row.instructions)), row.expected) << row.instructions;
+    }
+}
+
+TEST(LiveSessionEngine, goesOnFromAnotherSession)
+{
+    Conversation first;
+    first.start();
+    first.send(typed("one"));
+    first.send(OpenAILiveMessage::responseCreate());
+    first.think(std::string("First."));
+    Conversation second;
+    second.engine().resume(first.engine().state());
+    second.start();
+    EXPECT_EQ(second.engine().state().history.lastReply(), "First.");
+    EXPECT_EQ(second.engine().state().totalWords, 2);
 }
 
 TEST(LiveSessionEngine, answersATurnWithoutWordsPlainly)
@@ -330,9 +380,9 @@ TEST(LiveSessionEngine, endsWhatNeverStartsAndWhatTheServiceEnds)
 
     Conversation talk;
     talk.start();
-    EXPECT_EQ(shown(talk.engine().shutDown()),
+    EXPECT_EQ(shown(talk.engine().end("server_shutdown", 1001)),
         (Texts{R"({"type":"session.closed","reason":"server_shutdown"})", "close 1001 server_shutdown"}));
-    EXPECT_EQ(shown(talk.engine().shutDown()), Texts());
+    EXPECT_EQ(shown(talk.engine().end("server_shutdown", 1001)), Texts());
 }
 
 } // namespace quorvell

@@ -68,7 +68,7 @@ TEST(SpeechWorker, convertsRatesBothWays)
     std::size_t voiced = 0;
     {
         SpeechWorker worker(makePort(log));
-        worker.prepare(24000, "slt");
+        worker.prepare(24000, 24000, "slt");
         worker.beginListening();
         for (int count = 0; count < 10; ++count)
             worker.listen(std::vector<std::int16_t>(2400, 5));
@@ -94,7 +94,7 @@ TEST(SpeechWorker, stopsSpeakingAtOnceAndForgetsWhatWaits)
     Log log;
     SpeechWorkerPool pool(makePort(log));
     auto worker = pool.take();
-    worker->prepare(16000, "slt");
+    worker->prepare(16000, 16000, "slt");
     worker->speak(1, {"For ever", "Never"}, [](const VoicePiece&) {});
     ASSERT_TRUE(log.waitFor("speaks For ever as slt"));
     worker->speak(2, {"Nor this"}, [](const VoicePiece&) {});
@@ -105,7 +105,7 @@ TEST(SpeechWorker, stopsSpeakingAtOnceAndForgetsWhatWaits)
     worker->speak(4, {"For ever"}, [](const VoicePiece&) {});
     pool.giveBack(std::move(worker));
     auto second = pool.take();
-    second->prepare(16000, "awb");
+    second->prepare(16000, 16000, "awb");
     second->speak(1, {"Here"}, [](const VoicePiece&) {});
     EXPECT_TRUE(log.waitFor("speaks Here as awb")) << "the worker serves the next session";
     const std::lock_guard lock(log.mutex);

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "QuorvellCore/text/Bytes.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace quorvell {
+
+/// 16-bit samples as the wire carries them, little-endian.
+inline Bytes bytesOfSamples(const std::vector<std::int16_t>& samples)
+{
+    Bytes pcm(samples.size() * 2);
+    for (std::size_t index = 0; index < samples.size(); ++index) {
+        const auto value = static_cast<std::uint16_t>(samples[index]);
+        pcm[2 * index] = static_cast<std::uint8_t>(value & 0xFF);
+        pcm[2 * index + 1] = static_cast<std::uint8_t>(value >> 8);
+    }
+    return pcm;
+}
+
+} // namespace quorvell

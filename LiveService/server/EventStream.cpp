@@ -1,0 +1,49 @@
+#include "LiveService/server/EventStream.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+FaultyWire::Time now()
+{
+    return std::chrono::duration_cast<FaultyWire::Time>(std::chrono::steady_clock::now().time_since_epoch());
+}
+
+/// Sends what is due, and comes back for the rest.
+void sendDue(const std::shared_ptr<FaultyWire>& wire, const HttpAnswer& answer)
+{
+    for (const WireAction& action : wire->due(now())) {
+        if (const auto* send = std::get_if<wire_action::Send>(&action))
+            answer.send(send->text);
+        else if (std::holds_alternative<wire_action::Close>(action))
+            return answer.abort();
+        else
+            return; // It hangs from here on.
+    }
+    const auto next = wire->nextDue();
+    if (!next)
+        return answer.finish();
+    QTimer::singleShot(std::max(*next - now(), FaultyWire::Time::zero()), QCoreApplication::instance(),
+        [wire, answer] { sendDue(wire, answer); });
+}
+
+} // namespace
+
+void EventStream::send(HttpAnswer answer, SessionFaults faults, const std::vector<std::string>& events)
+{
+    const auto wire = std::make_shared<FaultyWire>(std::move(faults));
+    answer.send(HttpResponse::eventStreamHead());
+    for (const std::string& event : events)
+        wire->take(event, now());
+    sendDue(wire, answer);
+}
+
+} // namespace quorvell

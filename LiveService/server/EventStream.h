@@ -1,0 +1,18 @@
+#pragma once
+
+#include "LiveService/faults/FaultyWire.h"
+#include "LiveService/server/HttpAnswer.h"
+
+#include <string>
+#include <vector>
+
+namespace quorvell {
+
+/// Answers a posted request with a stream of events, as the request's faults let it. Main thread.
+class EventStream {
+public:
+    /// Everything is handed over at once; the stream ends with the last event.
+    static void send(HttpAnswer answer, SessionFaults faults, const std::vector<std::string>& events);
+};
+
+} // namespace quorvell
