@@ -1,6 +1,6 @@
 #include "QuorvellCore/notebook/Note.h"
 
-#include "QuorvellCore/notebook/ExplanationSections.h"
+#include "QuorvellCore/notebook/ExplanationText.h"
 #include "QuorvellCore/text/UUID.h"
 
 #include <string_view>
@@ -69,7 +69,7 @@ std::string Note::plainText() const
     case NoteKind::howTo:
         return howToText(*this);
     case NoteKind::explanation:
-        return joined(explanationSections(body), "\n\n");
+        return ExplanationText::parse(body).text();
     case NoteKind::clip:
     case NoteKind::note:
     case NoteKind::aboutMe:

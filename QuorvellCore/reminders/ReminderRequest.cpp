@@ -105,12 +105,15 @@ ReminderRequest ReminderRequest::fromWords(std::string_view words, Instant now, 
     const auto phrase = ReminderPhrase::parse(text, now, calendar);
     ReminderRequest request;
     request.task = tidiedTask(phrase ? phrase->task : text, text);
-    if (!phrase)
-        return request;
-    if (const auto range = PassedOverWords(request.task, phrase->hasTime, calendar.day(now)).range()) {
-        request.task = tidiedTask(request.task.erase(range->start, range->end - range->start), text);
+    const bool hasTime = phrase && phrase->hasTime;
+    if (const auto range = PassedOverWords(request.task, hasTime, calendar.day(now)).range()) {
+        static const Pattern preposition(R"(^\s*to\s+)", Pattern::Case::insensitive);
+        const std::string rest = request.task.erase(range->start, range->end - range->start);
+        request.task = tidiedTask(withoutMatch(preposition, rest), text);
         return request;
     }
+    if (!phrase)
+        return request;
 
     std::vector<Instant> choices = phrase->alternatives;
     choices.insert(choices.begin(), phrase->date);

@@ -1,6 +1,7 @@
-#include "QuorvellCore/notebook/Note.h"
+#include "QuorvellCore/notebook/NoteJson.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 namespace quorvell {
 namespace {
@@ -104,6 +105,69 @@ TEST(Note, hidesWhatIsPutAwayOrUnconfirmed)
         const Note note{.kind = row.kind, .archived = row.archived, .confirmed = row.confirmed};
         EXPECT_EQ(note.isVisibleToQuorvell(), row.visible);
     }
+}
+
+/// A note that fills every field.
+Note wholeNote()
+{
+    const Instant day = *parseIsoText("2026-11-21T09:00:00.123Z");
+    Note note{.id = "3f2a90bc1d77", .kind = NoteKind::howTo, .title = "“Tea”", .body = "B\n", .created = day};
+    note.updated = day + std::chrono::hours(1);
+    note.author = NoteAuthor::quorvell;
+    note.origin = NoteOrigin::web;
+    note.personEdited = note.pinned = note.archived = note.confirmed = true;
+    note.source = NoteSource{"Firefox", "www.example.org", "https://example.org/a", "Tea"};
+    note.steps = {"Boil", "Pour"};
+    note.goal = "Tea";
+    note.question = "How?";
+    note.thread = {{"Why?", "So.", day}};
+    note.timesUsed = 3;
+    note.checked = {1, 0};
+    note.when = note.remindAt = note.reviewed = note.doneAt = day;
+    note.image = "Pictures/3f2a90bc1d77.png";
+    note.level = "simple";
+    note.basedOn = {"a"};
+    note.repeatRule = "daily";
+    note.trigger = "time";
+    note.then = "Drink";
+    note.event = "e";
+    note.mirror = "m";
+    return note;
+}
+
+TEST(NoteJson, everyFieldTravels)
+{
+    const Json whole = NoteJson::encode(wholeNote());
+    EXPECT_EQ(whole.size(), 31u);
+    EXPECT_EQ(NoteJson::decode(whole), wholeNote());
+    EXPECT_EQ(dumpJson(NoteJson::encode(Note{.id = "1", .source = NoteSource{}})),
+        R"({"id":"1","kind":"note","title":"","body":"","created":"1970-01-01T00:00:00.000Z",)"
+        R"("updated":"1970-01-01T00:00:00.000Z","author":"person","origin":"person","personEdited":false,)"
+        R"("pinned":false,"archived":false,"source":{},"steps":[],"thread":[],"confirmed":false,"timesUsed":0,)"
+        R"("checked":[],"basedOn":[]})");
+
+    // Each field in turn missing, null and of another type.
+    for (const auto& [key, value] : whole.items()) {
+        const bool isOptional = !NoteJson::encode(Note{}).contains(key);
+        Json changed = whole;
+        changed[key] = nullptr;
+        EXPECT_EQ(NoteJson::decode(changed).has_value(), isOptional) << key;
+        changed[key] = value.is_object() ? Json("text") : Json{{"an", "object"}};
+        if (key == "source")
+            changed[key] = {{"site", 7}};
+        EXPECT_FALSE(NoteJson::decode(changed)) << key;
+        changed.erase(key);
+        EXPECT_EQ(NoteJson::decode(changed).has_value(), isOptional) << key;
+    }
+    for (const auto& [key, value] :
+        {std::pair("kind", Json("howTo")), {"author", Json("buddy")}, {"origin", Json("Web")},
+            {"created", Json("yesterday")}, {"timesUsed", Json(1.5)}, {"checked", Json::array({0, "1"})},
+            {"thread", Json::array({Json{{"question", "Why?"}}})}, {"remindAt", Json("2026-02-30T09:00:00.000Z")}}) {
+        Json changed = whole;
+        changed[key] = value;
+        EXPECT_FALSE(NoteJson::decode(changed)) << key;
+    }
+    EXPECT_FALSE(NoteJson::decode(Json::array()));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "QuorvellCore/reminders/ReminderState.h"
 
+#include "QuorvellCore/reminders/ReminderChoices.h"
 #include "QuorvellCore/reminders/ReminderTrigger.h"
 
 #include <gtest/gtest.h>
@@ -117,6 +118,34 @@ TEST(ReminderState, laterWhenBackAndCameBack)
     EXPECT_EQ(note, timed);
     EXPECT_EQ(reminderTrigger("time"), ReminderTrigger::time);
     EXPECT_EQ(reminderTrigger("Time"), std::nullopt);
+}
+
+TEST(ReminderChoices, eveningIsOfferedOnlyWhileFarOff)
+{
+    struct Row {
+        const char* now; ///< Berlin's winter clock is an hour ahead of these, its summer clock two.
+        std::vector<std::string> choices;
+    };
+    const std::vector<std::string> early = {
+        "In 10 minutes, 4:39 PM", "In an hour, 5:29 PM", "This evening, 6 PM", "Tomorrow morning, Sun 22 Nov, 9 AM"};
+    const Row rows[] = {
+        {"2026-11-21T15:29:59.999Z", early},
+        {"2026-11-21T15:30:00.000Z",
+            {"In 10 minutes, 4:40 PM", "In an hour, 5:30 PM", "Tomorrow morning, Sun 22 Nov, 9 AM"}},
+        {"2026-10-24T21:55:00.000Z", // the clocks go back in the night that follows
+            {"In 10 minutes, Sun 25 Oct, 12:05 AM", "In an hour, Sun 25 Oct, 12:55 AM",
+                "Tomorrow morning, Sun 25 Oct, 9 AM"}},
+    };
+    for (const Row& row : rows) {
+        std::vector<std::string> choices;
+        for (const ReminderChoice& choice : ReminderChoices::later(*parseIsoText(row.now), calendar, "en_US"))
+            choices.push_back(choice.title + ", " + choice.detail);
+        EXPECT_EQ(choices, row.choices);
+    }
+    const auto offered = ReminderChoices::later(*parseIsoText("2026-11-21T12:00:07.500Z"), calendar, "en_US");
+    EXPECT_EQ(isoText(offered[0].date), "2026-11-21T12:10:07.500Z");
+    EXPECT_EQ(isoText(offered[2].date), "2026-11-21T17:00:00.000Z");
+    EXPECT_EQ(isoText(offered[3].date), "2026-11-22T08:00:00.000Z");
 }
 
 } // namespace

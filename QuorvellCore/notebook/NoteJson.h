@@ -1,0 +1,20 @@
+#pragma once
+
+#include "QuorvellCore/notebook/Note.h"
+#include "QuorvellCore/text/Json.h"
+
+#include <optional>
+
+namespace quorvell {
+
+/// A note as a JSON object, wherever it travels as one. Keys are the names of its fields, in their order; the files
+/// have keys of their own (NoteFile).
+struct NoteJson {
+    /// What is absent is left out.
+    static Json encode(const Note& note);
+
+    /// Nothing when a field that is not optional is missing, or any has another type. An optional field may be null.
+    static std::optional<Note> decode(const Json& object);
+};
+
+} // namespace quorvell
