@@ -1,0 +1,64 @@
+#include "Quorvell/sound/CaptureChain.h"
+
+#include "Quorvell/sound/CaptureCleaner.h"
+
+#include <pthread.h>
+
+#include <array>
+#include <bit>
+#include <utility>
+
+namespace quorvell {
+
+static_assert(std::endian::native == std::endian::little, "samples travel as they lie in memory");
+
+CaptureChain::CaptureChain(EchoReference& reference, std::function<void(Bytes)> chunkReady)
+    : m_reference(reference)
+    , m_chunkReady(std::move(chunkReady))
+{
+    sem_init(&m_wake, 0, 0);
+    m_thread = std::jthread([this](const std::stop_token& stop) { run(stop); });
+}
+
+CaptureChain::~CaptureChain()
+{
+    m_thread.request_stop();
+    sem_post(&m_wake);
+    m_thread.join();
+    sem_destroy(&m_wake);
+}
+
+/// Wakes the chain once a chunk, since it can do nothing with less.
+void CaptureChain::captured(std::span<const std::int16_t> samples)
+{
+    m_ring.write(samples);
+    if (m_ring.available() >= chunkSamples)
+        sem_post(&m_wake);
+}
+
+void CaptureChain::restart()
+{
+    m_isRestarted.store(true, std::memory_order_release);
+    sem_post(&m_wake);
+}
+
+void CaptureChain::run(const std::stop_token& stop)
+{
+    pthread_setname_np(pthread_self(), "microphone");
+    CaptureCleaner cleaner(m_reference);
+    std::array<std::int16_t, chunkSamples> chunk;
+    while (sem_wait(&m_wake) != 0 || !stop.stop_requested()) {
+        if (m_isRestarted.exchange(false, std::memory_order_acq_rel)) {
+            m_ring.skip(m_ring.available());
+            cleaner.restart();
+        }
+        while (m_ring.available() >= chunkSamples) {
+            m_ring.read(chunk);
+            cleaner.clean(chunk);
+            const auto* bytes = reinterpret_cast<const std::uint8_t*>(chunk.data());
+            m_chunkReady(Bytes(bytes, bytes + sizeof chunk));
+        }
+    }
+}
+
+} // namespace quorvell

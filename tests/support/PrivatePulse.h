@@ -1,0 +1,107 @@
+#pragma once
+
+#include "TemporaryFolder.h"
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace quorvell::test {
+
+/// A sound server of the test's own, with devices that exist only as data: no hardware is touched. A null sink makes
+/// a new client wait for two seconds unless another one plays, so that a client of silence plays on the first one.
+class PrivatePulse {
+public:
+    /// Without modules there is a server and no device.
+    explicit PrivatePulse(std::vector<std::string> modules = {})
+        : m_modules(std::move(modules))
+    {
+        start();
+    }
+    ~PrivatePulse() { stop(SIGTERM); }
+    PrivatePulse(const PrivatePulse&) = delete;
+    PrivatePulse& operator=(const PrivatePulse&) = delete;
+
+    std::string folder() const { return m_folder.path(); }
+    std::string address() const { return "unix:" + (m_folder / "native"); }
+
+    void start()
+    {
+        std::vector<std::string> words{"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
+            "--disable-shm=yes", "--log-level=error", "--log-target=file:/dev/null",
+            "--load=module-native-protocol-unix auth-anonymous=1 socket=" + (m_folder / "native")};
+        for (const std::string& module : m_modules)
+            words.push_back("--load=" + module);
+        m_process = launch(words);
+        if (control("list short sinks").find("speaker") != std::string::npos)
+            m_silence = launch({"pacat", "-s", address(), "-d", "speaker", "--latency-msec=10", "/dev/zero"});
+    }
+
+    /// The socket stays behind after SIGKILL, as after a crash.
+    void stop(int signal)
+    {
+        for (pid_t* process : {&m_silence, &m_process}) {
+            if (*process <= 0)
+                continue;
+            ::kill(*process, signal);
+            ::waitpid(*process, nullptr, 0);
+            *process = -1;
+        }
+    }
+
+    /// What the server's own command answers; waits for the server to be there.
+    std::string control(const std::string& words) const
+    {
+        for (int attempt = 0; attempt < 100; ++attempt) {
+            std::string answer;
+            const std::string command = "pactl -s " + address() + " " + words + " 2>/dev/null";
+            FILE* pipe = ::popen(command.c_str(), "r");
+            for (int letter = std::fgetc(pipe); letter != EOF; letter = std::fgetc(pipe))
+                answer += static_cast<char>(letter);
+            if (::pclose(pipe) == 0)
+                return answer;
+            std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        }
+        return {};
+    }
+    /// The module's number, for unload.
+    std::string load(const std::string& module) const { return control("load-module " + module); }
+    void unload(const std::string& module) const { control("unload-module " + module); }
+
+private:
+    pid_t launch(std::vector<std::string> words) const
+    {
+        std::vector<char*> arguments;
+        for (std::string& word : words)
+            arguments.push_back(word.data());
+        arguments.push_back(nullptr);
+        const pid_t process = ::fork();
+        if (process != 0)
+            return process;
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL); // a test that is killed leaves no server behind
+        for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "PULSE_RUNTIME_PATH"})
+            ::setenv(name, m_folder.path().c_str(), 1);
+        ::unsetenv("DBUS_SESSION_BUS_ADDRESS");
+        const int nowhere = ::open("/dev/null", O_WRONLY);
+        ::dup2(nowhere, STDERR_FILENO); // it warns of running as root, as in a container
+        ::execvp(arguments.front(), arguments.data());
+        ::_exit(1);
+    }
+
+    TemporaryFolder m_folder;
+    std::vector<std::string> m_modules;
+    pid_t m_process = -1;
+    pid_t m_silence = -1;
+};
+
+} // namespace quorvell::test
