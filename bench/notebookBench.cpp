@@ -1,6 +1,7 @@
 // What a note costs: as text and back, kept durably, and 10,000 of them read at a start, beside merely reading their
 // files.
 #include "Quorvell/files/Folder.h"
+#include "Quorvell/notebook/NoteFolder.h"
 #include "Quorvell/notebook/NotebookStore.h"
 #include "QuorvellCore/notebook/NoteFile.h"
 
@@ -34,6 +35,19 @@ Note noteOf(int number)
         note.source = NoteSource{.app = "Firefox", .site = "www.example.org", .title = "Tomatoes"};
     return note;
 }
+
+/// Has no event loop: what is posted runs where it is posted, and no timer ever fires.
+class NoLoop final : public Scheduler {
+public:
+    SessionTime now() const override { return {}; }
+    Instant wallClock() const override
+    {
+        return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+    }
+    TimerHandle after(std::chrono::milliseconds, std::function<void()>) override { return {}; }
+    TimerHandle every(std::chrono::milliseconds, std::function<void()>) override { return {}; }
+    void post(std::function<void()> action) override { action(); }
+};
 
 /// A folder of `manyNotes` notes that lives as long as the program.
 class ManyNotes {
@@ -78,7 +92,8 @@ void keepNoteDurably(benchmark::State& state)
 {
     const std::string folder = manyNotesFolder() + "/kept";
     FileWorker worker([](const std::function<void()>& action) { action(); });
-    const auto opened = NotebookStore::open(folder, worker, [] { return Instant{}; });
+    NoLoop scheduler;
+    const auto opened = NotebookStore::open(folder, worker, scheduler);
     int number = 0;
     for (auto _ : state) {
         std::promise<bool> isStored;

@@ -43,22 +43,25 @@ bool holdsAlready(const std::optional<Note>& known, const std::optional<Note>& w
 
 } // namespace
 
-OpenedNotebook openNotebook(const ProgramEnvironment& environment, Scheduler& scheduler)
+OpenedNotebook openNotebook(const ProgramEnvironment& environment, Scheduler& scheduler, WithdrawNotifications withdraw)
 {
     // First, because the bus name is that of the folder it really is.
     if (const FileProblem problem = makeFolder(environment.notebookFolder); problem != FileProblem::none)
         return {nullptr, problemSentence(problem, environment.notebookFolder)};
     auto bus = environment.hasSessionBus ? NotebookBus::connect(environment.notebookFolder) : std::nullopt;
-    auto access = std::make_unique<NotebookAccess>(environment.notebookFolder, scheduler, std::move(bus));
+    auto access =
+        std::make_unique<NotebookAccess>(environment.notebookFolder, scheduler, std::move(bus), std::move(withdraw));
     std::string problem = access->open();
     if (!problem.empty())
         return {nullptr, std::move(problem)};
     return {std::move(access), ""};
 }
 
-NotebookAccess::NotebookAccess(std::string folder, Scheduler& scheduler, std::optional<NotebookBus> bus)
+NotebookAccess::NotebookAccess(
+    std::string folder, Scheduler& scheduler, std::optional<NotebookBus> bus, WithdrawNotifications withdraw)
     : m_folder(std::move(folder))
     , m_scheduler(scheduler)
+    , m_withdraw(std::move(withdraw))
     , m_worker(std::make_unique<FileWorker>(
           [&scheduler](std::function<void()> action) { scheduler.post(std::move(action)); }))
     , m_bus(std::move(bus))
@@ -99,19 +102,86 @@ std::optional<Note> NotebookAccess::note(const std::string& id) const
     return m_mirror ? m_mirror->note(id) : std::nullopt;
 }
 
-void NotebookAccess::add(Note note, NotebookCallback done)
+std::optional<std::string> NotebookAccess::fileURL(const std::string& id) const
 {
-    if (m_store && m_requests.empty())
-        return m_store->add(std::move(note), std::move(done));
-    std::string id = note.id;
-    enqueue({.newNote = std::move(note), .id = std::move(id), .change = nullptr, .done = std::move(done), .sent = {}});
+    if (m_store)
+        return m_store->fileURL(id);
+    const auto name = m_mirror ? m_mirror->fileName(id) : std::nullopt;
+    return name ? std::optional(m_folder + "/" + *name) : std::nullopt;
 }
 
-void NotebookAccess::update(const std::string& id, std::function<void(Note&)> change, NotebookCallback done)
+void NotebookAccess::history(const std::string& id, HistoryCallback done)
 {
-    if (m_store && m_requests.empty())
-        return m_store->update(id, std::move(change), std::move(done));
-    enqueue({.newNote = {}, .id = id, .change = std::move(change), .done = std::move(done), .sent = {}});
+    if (m_store)
+        return m_store->history(id, std::move(done));
+    m_worker->run([folder = m_folder, id] { return NoteHistory(folder).versions(id); }, std::move(done));
+}
+
+void NotebookAccess::add(Note note, NotebookCallback done)
+{
+    std::string id = note.id;
+    hand({.kind = Kind::add, .id = std::move(id), .newNote = std::move(note), .done = std::move(done)});
+}
+
+void NotebookAccess::update(const std::string& id, Change change, NotebookCallback done)
+{
+    hand({.kind = Kind::update, .id = id, .change = std::move(change), .done = std::move(done)});
+}
+
+void NotebookAccess::edit(const std::string& id, Change change, NotebookCallback done)
+{
+    hand({.kind = Kind::edit, .id = id, .change = std::move(change), .done = std::move(done)});
+}
+
+void NotebookAccess::delete_(const std::string& id, NotebookCallback done)
+{
+    hand({.kind = Kind::delete_, .id = id, .done = std::move(done)});
+}
+
+void NotebookAccess::forgetAll(NotebookCallback done)
+{
+    hand({.kind = Kind::forgetAll, .done = std::move(done)});
+}
+
+void NotebookAccess::savePicture(const std::string& id, std::string picture, NotebookCallback done)
+{
+    hand({.kind = Kind::savePicture, .id = id, .picture = std::move(picture), .done = std::move(done)});
+}
+
+void NotebookAccess::moveNotebook(const std::string& folder, NotebookCallback done)
+{
+    const auto refuse = [this, done](std::string problem) {
+        m_scheduler.post([done, problem = std::move(problem)] { done(failed(problem)); });
+    };
+    if (!m_store || !m_requests.empty())
+        return refuse("Another program keeps the notebook just now. Close it, then move the notebook.");
+    NotebookLock::Attempt attempt = NotebookLock::take(folder);
+    if (!attempt.lock)
+        return refuse(attempt.problem);
+    const auto lock = std::make_shared<NotebookLock>(std::move(*attempt.lock));
+    m_store->moveNotebook(
+        folder, [this, life = std::weak_ptr(m_life), lock, folder, done](const NotebookVerdict& verdict) {
+            if (!life.expired() && verdict.isStored)
+                finishMove(lock, folder);
+            done(verdict);
+        });
+}
+
+/// From now on this program is found as the owner of the new folder.
+void NotebookAccess::finishMove(std::shared_ptr<NotebookLock> lock, const std::string& folder)
+{
+    m_folder = folder;
+    m_lock = std::move(*lock);
+    if (!m_bus)
+        return;
+    m_service = nullptr;
+    auto bus = NotebookBus::connect(folder);
+    m_bus.reset();
+    if (!bus)
+        return;
+    m_bus.emplace(std::move(*bus));
+    m_service = std::make_unique<NotebookBusService>(*m_bus, *m_store);
+    m_bus->claimName();
 }
 
 NotebookAccess::Claim NotebookAccess::claim()
@@ -126,7 +196,8 @@ NotebookAccess::Claim NotebookAccess::claim()
     case NotebookLock::Outcome::taken:
         break;
     }
-    NotebookStore::Opened opened = NotebookStore::open(m_folder, *m_worker, [this] { return m_scheduler.wallClock(); });
+    NotebookStore::Opened opened =
+        NotebookStore::open(m_folder, *m_worker, m_scheduler, {&m_trash, &m_pictures, m_withdraw});
     if (!opened.store) {
         m_problem = std::move(opened.problem);
         return Claim::impossible;
@@ -144,6 +215,8 @@ NotebookAccess::Claim NotebookAccess::claim()
     m_lock = std::move(attempt.lock);
     m_store = std::move(opened.store);
     m_mirror = nullptr;
+    m_observation = m_store->observe([this](const NotebookChanges& changes) { announce(changes); });
+    m_store->watch();
     return Claim::owner;
 }
 
@@ -152,12 +225,15 @@ bool NotebookAccess::findOwner()
     if (!m_bus || !m_bus->hasOwner())
         return false;
     m_client = std::make_unique<NotebookBusClient>(*m_bus);
-    m_mirror = std::make_unique<NotebookBusMirror>(m_folder, *m_worker, m_scheduler);
+    m_mirror = std::make_unique<NotebookBusMirror>(
+        m_folder, *m_worker, m_scheduler, [this](const NotebookChanges& changes) { announce(changes); });
     return true;
 }
 
-void NotebookAccess::enqueue(Request request)
+void NotebookAccess::hand(Request request)
 {
+    if (m_store && m_requests.empty())
+        return carryOut(std::move(request));
     m_requests.push_back(std::move(request));
     // Never within this call, so that an answer never comes before it returns.
     if (m_requests.size() == 1)
@@ -170,10 +246,24 @@ void NotebookAccess::sendFirst()
         return carryOutFirst();
     Request& request = m_requests.front();
     const auto judge = [this](const NotebookHandOver& answer) { judgeFirst(answer); };
-    if (request.newNote) {
+    switch (request.kind) {
+    case Kind::add:
         request.sent = cleanedNote(*request.newNote);
         return m_client->add(*request.sent, judge);
+    case Kind::update:
+    case Kind::edit:
+        return sendChange(request);
+    case Kind::delete_:
+        return m_client->delete_(request.id, judge);
+    case Kind::forgetAll:
+        return m_client->forgetAll(judge);
+    case Kind::savePicture:
+        return m_client->savePicture(request.id, request.picture, judge);
     }
+}
+
+void NotebookAccess::sendChange(Request& request)
+{
     const auto base = m_mirror->note(request.id);
     if (!base && !std::exchange(request.hasLookedAgain, true))
         return m_mirror->read([this] { retryFirst(std::chrono::milliseconds(0)); });
@@ -183,7 +273,9 @@ void NotebookAccess::sendFirst()
     request.change(changed);
     changed.id = base->id;
     request.sent = cleanedNote(std::move(changed));
-    m_client->update(*request.sent, base->updated, judge);
+    const auto how =
+        request.kind == Kind::edit ? NotebookBusClient::Changed::byHand : NotebookBusClient::Changed::byAssistant;
+    m_client->update(*request.sent, base->updated, how, [this](const NotebookHandOver& answer) { judgeFirst(answer); });
 }
 
 void NotebookAccess::judgeFirst(const NotebookHandOver& answer)
@@ -192,6 +284,8 @@ void NotebookAccess::judgeFirst(const NotebookHandOver& answer)
         m_mirror->put(*answer.note);
     switch (answer.outcome) {
     case Outcome::stored:
+        if (m_requests.front().kind == Kind::delete_)
+            m_mirror->remove(m_requests.front().id);
         return finishFirst(stored);
     case Outcome::refused:
         return finishFirst(failed(answer.problem));
@@ -226,14 +320,30 @@ void NotebookAccess::takeOverOrRetry(Outcome outcome)
 /// As the owner. The one before may have stored the change and ended before it could say so.
 void NotebookAccess::carryOutFirst()
 {
-    const Request& request = m_requests.front();
-    const auto finish = [this](const NotebookVerdict& verdict) { finishFirst(verdict); };
-    if (holdsAlready(m_store->note(request.id), request.sent))
-        finishFirst(stored);
-    else if (request.newNote)
-        m_store->add(*request.newNote, finish);
-    else
-        m_store->update(request.id, request.change, finish);
+    Request request = m_requests.front();
+    const auto known = m_store->note(request.id);
+    if (holdsAlready(known, request.sent) || (request.kind == Kind::delete_ && request.attempts > 0 && !known))
+        return finishFirst(stored);
+    request.done = [this](const NotebookVerdict& verdict) { finishFirst(verdict); };
+    carryOut(std::move(request));
+}
+
+void NotebookAccess::carryOut(Request request)
+{
+    switch (request.kind) {
+    case Kind::add:
+        return m_store->add(std::move(*request.newNote), std::move(request.done));
+    case Kind::update:
+        return m_store->update(request.id, std::move(request.change), std::move(request.done));
+    case Kind::edit:
+        return m_store->edit(request.id, std::move(request.change), std::move(request.done));
+    case Kind::delete_:
+        return m_store->delete_(request.id, std::move(request.done));
+    case Kind::forgetAll:
+        return m_store->forgetAll(std::move(request.done));
+    case Kind::savePicture:
+        return m_store->savePicture(request.id, std::move(request.picture), std::move(request.done));
+    }
 }
 
 void NotebookAccess::retryFirst(std::chrono::milliseconds delay)

@@ -1,10 +1,11 @@
 // The session bus as programs that share a notebook use it: who owns the folder is found under a name, and changes are
-// handed over by two methods. Everything that comes from the bus is bounded and decoded as a file would be.
+// handed over by a few methods. Everything that comes from the bus is bounded and decoded as a file would be.
 #pragma once
 
 #include <QDBusConnection>
 
 #include <chrono>
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -15,10 +16,15 @@ struct NotebookWire {
     static constexpr const char* path = "/org/quorvell/Notebook1";
     static constexpr const char* interface = "org.quorvell.Notebook1";
 
-    /// Add(ay note) and Update(ay note, s updated) both answer (s outcome, ay note, s problem). Notes travel as the
-    /// text of their files; `updated` is that of the version on which the change is based.
-    static constexpr const char* add = "Add";
-    static constexpr const char* update = "Update";
+    /// Every method answers (s outcome, ay note, s problem). Notes travel as the text of their files.
+    static constexpr const char* add = "Add"; ///< (ay note)
+    static constexpr const char* update = "Update"; ///< (ay note, s `updated` of the version that was changed)
+    static constexpr const char* edit = "Edit"; ///< As Update, for what the person changed by hand.
+    static constexpr const char* delete_ = "Delete"; ///< (s id)
+    static constexpr const char* forgetAll = "ForgetAll"; ///< ()
+    static constexpr const char* savePicture = "SavePicture"; ///< (s id, ay picture in any common format)
+
+    static constexpr std::size_t maximumPictureBytes = 32 * 1024 * 1024;
 
     static constexpr const char* stored = "stored"; ///< `note` is as it was stored.
     static constexpr const char* changed = "changed"; ///< Somebody else was first; `note` is as it stands now.

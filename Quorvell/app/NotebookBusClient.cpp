@@ -33,6 +33,11 @@ std::optional<Note> decodedNote(const QByteArray& text)
     return NoteFile::decode({text.constData(), static_cast<std::size_t>(text.size())}, Instant{});
 }
 
+QByteArray encodedNote(const Note& note)
+{
+    return QByteArray::fromStdString(NoteFile::encode(note));
+}
+
 NotebookHandOver handOverOf(const Reply& reply)
 {
     if (reply.isError())
@@ -58,22 +63,42 @@ NotebookBusClient::~NotebookBusClient() = default;
 
 void NotebookBusClient::add(const Note& note, Callback done)
 {
-    send(callTo(NotebookWire::add, note), std::move(done));
-}
-
-void NotebookBusClient::update(const Note& note, Instant base, Callback done)
-{
-    QDBusMessage call = callTo(NotebookWire::update, note);
-    call << QString::fromStdString(isoText(base));
+    QDBusMessage call = callTo(NotebookWire::add);
+    call << encodedNote(note);
     send(call, std::move(done));
 }
 
-QDBusMessage NotebookBusClient::callTo(const char* method, const Note& note) const
+void NotebookBusClient::update(const Note& note, Instant base, Changed how, Callback done)
+{
+    QDBusMessage call = callTo(how == Changed::byHand ? NotebookWire::edit : NotebookWire::update);
+    call << encodedNote(note) << QString::fromStdString(isoText(base));
+    send(call, std::move(done));
+}
+
+void NotebookBusClient::delete_(const std::string& id, Callback done)
+{
+    QDBusMessage call = callTo(NotebookWire::delete_);
+    call << QString::fromStdString(id);
+    send(call, std::move(done));
+}
+
+void NotebookBusClient::forgetAll(Callback done)
+{
+    send(callTo(NotebookWire::forgetAll), std::move(done));
+}
+
+void NotebookBusClient::savePicture(const std::string& id, const std::string& picture, Callback done)
+{
+    QDBusMessage call = callTo(NotebookWire::savePicture);
+    call << QString::fromStdString(id) << QByteArray::fromStdString(picture);
+    send(call, std::move(done));
+}
+
+QDBusMessage NotebookBusClient::callTo(const char* method) const
 {
     QDBusMessage call = QDBusMessage::createMethodCall(m_bus.name(), QString::fromLatin1(NotebookWire::path),
         QString::fromLatin1(NotebookWire::interface), QString::fromLatin1(method));
     call.setAutoStartService(false);
-    call << QByteArray::fromStdString(NoteFile::encode(note));
     return call;
 }
 

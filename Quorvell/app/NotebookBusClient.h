@@ -38,11 +38,15 @@ public:
     ~NotebookBusClient();
 
     void add(const Note& note, Callback done);
+    enum class Changed { byAssistant, byHand };
     /// `base` is `updated` of the version that was changed.
-    void update(const Note& note, Instant base, Callback done);
+    void update(const Note& note, Instant base, Changed how, Callback done);
+    void delete_(const std::string& id, Callback done);
+    void forgetAll(Callback done);
+    void savePicture(const std::string& id, const std::string& picture, Callback done);
 
 private:
-    QDBusMessage callTo(const char* method, const Note& note) const;
+    QDBusMessage callTo(const char* method) const;
     void send(const QDBusMessage& call, Callback done);
 
     const NotebookBus& m_bus;

@@ -1,10 +1,14 @@
 #pragma once
 
 #include "Quorvell/files/FileWorker.h"
-#include "Quorvell/notebook/NoteFolder.h"
+#include "Quorvell/files/FolderWatch.h"
+#include "Quorvell/notebook/NoteFolderReader.h"
+#include "Quorvell/notebook/NoteList.h"
+#include "Quorvell/notebook/Notebook.h"
 #include "Quorvell/session/Scheduler.h"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,38 +16,38 @@
 
 namespace quorvell {
 
-/// The notes of a folder that another program owns: read from the disk, looked at again about every second, and at once
-/// what this program handed over. Main thread, which is where the worker posts.
+/// The notes of a folder that another program owns: read from the disk, read again where it changes, and at once what
+/// this program handed over. Main thread, which is where the worker posts.
 class NotebookBusMirror {
 public:
-    /// Reads the folder on the calling thread.
-    NotebookBusMirror(std::string folder, FileWorker& worker, Scheduler& scheduler);
+    /// Reads the folder on the calling thread. `changed` hears what is different after a later reading.
+    NotebookBusMirror(std::string folder, FileWorker& worker, Scheduler& scheduler, Notebook::Observer changed);
 
-    const std::vector<Note>& notes() const { return m_notes; }
+    const std::vector<Note>& notes() const { return m_list.notes(); }
     std::optional<Note> note(const std::string& id) const;
+    std::optional<std::string> fileName(const std::string& id) const;
     /// Takes over what the owner said about one note, unless a later version is known already.
     void put(const Note& note);
-    /// Reads the folder now; `done` comes later, also when it could not be read.
+    /// The owner has removed it.
+    void remove(const std::string& id);
+    /// Reads what changed now; `done` comes later, also when the folder could not be read.
     void read(std::function<void()> done);
 
 private:
-    /// When the folder was last changed, and whether that is long enough ago for a further change to show.
-    struct Stamp {
-        std::int64_t nanoseconds = 0;
-        bool isSettled = false;
-    };
+    void take(NoteFolderChanges changes, int readingBegan);
+    bool isSaidSince(const std::string& id, int readingBegan) const;
 
-    Stamp stamp() const;
-    void look();
-
-    std::string m_folder;
     FileWorker& m_worker;
     Scheduler& m_scheduler;
-    std::vector<Note> m_notes;
-    Stamp m_seen; ///< Of what m_notes shows.
-    bool m_isReading = false;
-    TimerHandle m_timer;
+    Notebook::Observer m_changed;
+    std::shared_ptr<NoteFolderReader> m_reader; ///< Only the worker uses it.
+    NoteList m_list;
+    std::map<std::string, std::string> m_fileNames; ///< By id.
+    int m_count = 0; ///< Of what the owner said, to tell which of that a reading cannot have seen.
+    std::map<std::string, int> m_said; ///< By id: the count when the owner last spoke of the note.
+    TimerHandle m_readSoon;
     std::shared_ptr<bool> m_life = std::make_shared<bool>(true);
+    std::unique_ptr<FolderWatch> m_watch;
 };
 
 } // namespace quorvell

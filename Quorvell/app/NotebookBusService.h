@@ -6,6 +6,10 @@
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 
+#include <functional>
+#include <optional>
+#include <string>
+
 namespace quorvell {
 
 /// Carries out what other programs hand to the owner of the notebook. Main thread; bus and store outlive it.
@@ -22,8 +26,13 @@ private:
     using Answer =
         std::function<void(const char* outcome, const std::optional<Note>& note, const std::string& problem)>;
 
+    using Changing = void (NotebookStore::*)(const std::string&, FullNotebook::Change, NotebookCallback);
+
+    void carryOut(const std::string& method, const QVariantList& arguments, const Answer& answer);
     void add(const Note& note, const Answer& answer);
-    void update(const Note& note, Instant base, const Answer& answer);
+    void update(const Note& note, const std::string& base, Changing how, const Answer& answer);
+    void savePicture(const std::string& id, const QByteArray& picture, const Answer& answer);
+    NotebookCallback answering(const std::string& id, const Answer& answer) const;
 
     QDBusConnection m_connection;
     NotebookStore& m_store;

@@ -69,6 +69,13 @@ FileProblem renameKeepingExisting(int folder, const std::string& from, const std
     return problemOf(::unlinkat(folder, source, 0));
 }
 
+std::optional<FileStamp> stampAt(int folder, const std::string& name)
+{
+    struct stat found { };
+    const bool isFile = ::fstatat(folder, name.c_str(), &found, 0) == 0 && S_ISREG(found.st_mode);
+    return isFile ? std::optional(FileStamp::of(found)) : std::nullopt;
+}
+
 /// Some file systems cannot flush a folder and say so; there is nothing more to be done on those.
 FileProblem flushFolder(int folder)
 {
@@ -111,6 +118,32 @@ FileProblem AtomicFile::commit(const std::string& name, Existing existing)
     return flushFolder(folder);
 }
 
+FileProblem AtomicFile::commitOver(const std::string& name, const FileStamp& expected)
+{
+    const int folder = m_folder.number();
+    if (stampAt(folder, name) != expected)
+        return FileProblem::changedMeanwhile;
+    // Swapped rather than replaced, so that what was there until this instant can be looked at and put back.
+    const char* const temporary = m_temporaryName.c_str();
+    if (::renameat2(folder, temporary, folder, name.c_str(), RENAME_EXCHANGE) != 0) {
+        if (errno == ENOENT)
+            return FileProblem::changedMeanwhile;
+        return errno == EINVAL || errno == ENOSYS ? commit(name, Existing::replace) : fileProblem(errno);
+    }
+    if (stampAt(folder, m_temporaryName) != expected
+        && ::renameat2(folder, temporary, folder, name.c_str(), RENAME_EXCHANGE) == 0)
+        return FileProblem::changedMeanwhile;
+    ::unlinkat(folder, temporary, 0);
+    m_temporaryName.clear();
+    return flushFolder(folder);
+}
+
+FileStamp AtomicFile::stamp() const
+{
+    struct stat found { };
+    return ::fstat(m_file.number(), &found) == 0 ? FileStamp::of(found) : FileStamp{};
+}
+
 FileProblem AtomicFile::openTemporary()
 {
     m_folder = FileDescriptor(::open(m_folderPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -143,6 +176,16 @@ FileProblem writeFileDurably(const std::string& folder, const std::string& name,
     if (const FileProblem problem = file.write(text); problem != FileProblem::none)
         return problem;
     return file.commit(name, AtomicFile::Existing::replace);
+}
+
+FileProblem removeFileDurably(const std::string& folder, const std::string& name)
+{
+    const FileDescriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!opened.isOpen())
+        return errno == ENOENT ? FileProblem::none : fileProblem(errno);
+    if (::unlinkat(opened.number(), name.c_str(), 0) != 0)
+        return errno == ENOENT ? FileProblem::none : fileProblem(errno);
+    return flushFolder(opened.number());
 }
 
 void removeStaleTemporaryFiles(const std::string& folder, std::chrono::seconds age)

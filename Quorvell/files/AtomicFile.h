@@ -2,6 +2,7 @@
 
 #include "Quorvell/files/FileDescriptor.h"
 #include "Quorvell/files/FileProblem.h"
+#include "Quorvell/files/FileStamp.h"
 
 #include <chrono>
 #include <string>
@@ -27,6 +28,13 @@ public:
     /// Gives the written file its name. After `nameTaken` another name may be tried.
     FileProblem commit(const std::string& name, Existing existing);
 
+    /// Takes the place of the file `name` while that is still as `expected`, else `changedMeanwhile` and nothing is
+    /// changed. Even a change in the last instant is noticed, where the file system can exchange two files.
+    FileProblem commitOver(const std::string& name, const FileStamp& expected);
+
+    /// Of the written file.
+    FileStamp stamp() const;
+
 private:
     FileProblem openTemporary();
     FileProblem writeAll(std::string_view text);
@@ -39,6 +47,9 @@ private:
 
 /// Both steps for a name that may be replaced.
 FileProblem writeFileDurably(const std::string& folder, const std::string& name, std::string_view text);
+
+/// A file or folder that is not there is no problem. Blocks.
+FileProblem removeFileDurably(const std::string& folder, const std::string& name);
 
 /// Removes temporary files that a stopped program left in `folder` and that nobody has written to for `age`. Touches
 /// nothing that is not named as AtomicFile names its own.

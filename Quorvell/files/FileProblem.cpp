@@ -52,6 +52,8 @@ std::string problemSentence(FileProblem problem, const std::string& folder)
         return folder
             + " cannot be used: something on the way to it is a file, not a folder. Move that file away and "
               "try again.";
+    case FileProblem::changedMeanwhile:
+        return "Another program keeps changing the same file in " + folder + ". Wait until it is done and try again.";
     case FileProblem::other:
         return "The disk that holds " + folder + " does not answer as it should. Check it and try again.";
     }

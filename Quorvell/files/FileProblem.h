@@ -14,6 +14,7 @@ enum class FileProblem {
     noPermission,
     folderGone,
     notAFolder,
+    changedMeanwhile, ///< Only where a file must be as it was last seen.
     other,
 };
 

@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 namespace quorvell {
 
@@ -58,6 +59,11 @@ FileProblem makeFolder(const std::string& path)
     return path.empty() ? FileProblem::folderGone : FileProblem::none;
 }
 
+FileProblem makeFolderInside(const std::string& path)
+{
+    return path.empty() ? FileProblem::folderGone : makeOneFolder(path);
+}
+
 std::optional<std::vector<std::string>> fileNamesIn(const std::string& folder)
 {
     const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(folder.c_str()), ::closedir);
@@ -74,6 +80,12 @@ std::optional<std::vector<std::string>> fileNamesIn(const std::string& folder)
 }
 
 std::optional<std::string> readFile(const std::string& path, std::size_t maximumBytes)
+{
+    auto read = readStampedFile(path, maximumBytes);
+    return read ? std::optional(std::move(read->text)) : std::nullopt;
+}
+
+std::optional<StampedText> readStampedFile(const std::string& path, std::size_t maximumBytes)
 {
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     struct stat found { };
@@ -93,7 +105,7 @@ std::optional<std::string> readFile(const std::string& path, std::size_t maximum
             return std::nullopt;
         if (count == 0) {
             text.resize(length);
-            return text;
+            return StampedText{std::move(text), FileStamp::of(found)};
         }
         length += static_cast<std::size_t>(count);
     }

@@ -15,16 +15,15 @@ namespace quorvell {
 /// A note's file may hold this much. A larger one is not read; it stays as it is.
 inline constexpr std::size_t maximumNoteBytes = 4 * 1024 * 1024;
 
+/// True for names that end in ".md", except those of hidden and of editors' back-up files.
+bool isNoteFileName(std::string_view name);
+
 struct NoteFolderContent {
     std::vector<Note> notes; ///< Newest `created` first, one for each id.
     std::map<std::string, std::string> fileNames; ///< By id: the file that the note was read from.
 };
 
-/// True for names that end in ".md", except those of hidden and of editors' back-up files.
-bool isNoteFileName(std::string_view name);
-
-/// Files that cannot be read or are no notes are passed over. Of two files with one id the one with the later
-/// `updated` counts, on a tie the one whose name sorts first. Nothing when the folder cannot be read.
+/// The whole of a folder, once.
 std::optional<NoteFolderContent> readNoteFolder(const std::string& folder, Instant now);
 
 } // namespace quorvell

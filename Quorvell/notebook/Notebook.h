@@ -1,9 +1,12 @@
 // The notebook as tools and programs see it, whether this program owns the folder or another one does.
 #pragma once
 
+#include "Quorvell/notebook/NotebookObservation.h"
 #include "QuorvellCore/notebook/Note.h"
 
 #include <functional>
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,9 +21,17 @@ struct NotebookVerdict {
 
 using NotebookCallback = std::function<void(const NotebookVerdict&)>;
 
+/// Ids of the notes that are not as they were, for whatever reason.
+struct NotebookChanges {
+    std::vector<std::string> changed; ///< New ones too.
+    std::vector<std::string> gone;
+};
+
 /// Main thread; callbacks run there too, after the change is durable.
 class Notebook {
 public:
+    using Observer = std::function<void(const NotebookChanges&)>;
+
     virtual ~Notebook() = default;
 
     /// Newest `created` first. Valid until the next change.
@@ -31,6 +42,18 @@ public:
     virtual void add(Note note, NotebookCallback done) = 0;
     /// Applies `change` to the note with this id, moves `updated` forward and writes it.
     virtual void update(const std::string& id, std::function<void(Note&)> change, NotebookCallback done) = 0;
+
+    /// `changed` runs after the list changed, by this program or from outside. Either of the two may end first.
+    [[nodiscard]] NotebookObservation observe(Observer changed);
+
+protected:
+    void announce(const NotebookChanges& changes) const;
+
+private:
+    using Observers = std::map<int, Observer>;
+
+    std::shared_ptr<Observers> m_observers = std::make_shared<Observers>();
+    int m_lastObserver = 0;
 };
 
 } // namespace quorvell

@@ -1,8 +1,10 @@
 #include "Quorvell/notebook/NotebookStore.h"
 
-#include "Quorvell/files/AtomicFile.h"
 #include "Quorvell/files/Folder.h"
 #include "Quorvell/notebook/NoteCleaning.h"
+#include "Quorvell/notebook/NotePicture.h"
+#include "Quorvell/notebook/NotebookMove.h"
+#include "Quorvell/notebook/NotebookTidying.h"
 
 #include <algorithm>
 #include <chrono>
@@ -15,226 +17,223 @@ namespace {
 constexpr const char* unknownNote = "There is no note with that id any more. Look it up again.";
 constexpr const char* takenId = "A note with that id is already in the notebook. Change that one instead.";
 
-NotebookVerdict verdictOf(FileProblem problem, const std::string& folder)
-{
-    if (problem == FileProblem::none)
-        return {.isStored = true, .problem = ""};
-    return {.isStored = false, .problem = "The note could not be kept. " + problemSentence(problem, folder)};
-}
-
 } // namespace
 
-NotebookStore::Opened NotebookStore::open(std::string folder, FileWorker& worker, Clock now)
+NotebookStore::Opened NotebookStore::open(
+    std::string folder, FileWorker& worker, Scheduler& scheduler, NotebookPorts ports)
 {
     if (const FileProblem problem = makeFolder(folder); problem != FileProblem::none)
         return {nullptr, problemSentence(problem, folder)};
-    constexpr auto staleAge = std::chrono::hours(24);
-    removeStaleTemporaryFiles(folder, staleAge);
-    auto content = readNoteFolder(folder, now());
+    auto reader = std::make_shared<NoteFolderReader>(folder);
+    auto content = reader->read(scheduler.wallClock());
     if (!content)
         return {nullptr, problemSentence(FileProblem::noPermission, folder)};
     // The constructor is private, which make_unique cannot reach.
-    return {std::unique_ptr<NotebookStore>(
-                new NotebookStore(std::move(folder), worker, std::move(now), std::move(*content))),
+    return {std::unique_ptr<NotebookStore>(new NotebookStore(
+                std::move(folder), worker, scheduler, std::move(ports), std::move(reader), std::move(*content))),
         ""};
 }
 
-NotebookStore::NotebookStore(std::string folder, FileWorker& worker, Clock now, NoteFolderContent content)
+NotebookStore::NotebookStore(std::string folder, FileWorker& worker, Scheduler& scheduler, NotebookPorts ports,
+    std::shared_ptr<NoteFolderReader> reader, NoteFolderChanges content)
     : m_folder(std::move(folder))
     , m_worker(worker)
-    , m_now(std::move(now))
-    , m_notes(std::move(content.notes))
-    , m_fileNames(std::move(content.fileNames))
+    , m_scheduler(scheduler)
+    , m_ports(std::move(ports))
+    , m_reader(std::move(reader))
+    , m_history(std::make_shared<NoteHistory>(m_folder))
 {
+    for (const StoredNote& stored : content.changed)
+        m_records[stored.note.id].file = stored.file;
+    m_list = NoteList(std::move(content.changed));
 }
 
 NotebookStore::~NotebookStore()
 {
     for (const auto& [id, queue] : m_queues) {
-        if (queue.changes.size() < 2)
+        if (queue.changes.size() < 2 && !m_isMoving)
             continue;
-        // The name may only be known once the write under way is done, which the worker does first.
-        m_worker.run([folder = m_folder, fileName = queue.fileName,
-                         note = queue.changes.back().result] { return writeNote(folder, *fileName, note); },
-            [](const NoteWritten&) {});
+        // The place may only be known once the write under way is done, which the worker does first. What somebody
+        // else changed meanwhile stays, with ours in its history.
+        Queue last = queue;
+        last.changes.erase(last.changes.begin(), std::prev(last.changes.end()));
+        m_worker.run(
+            [work = workOf(last), history = m_history, note = last.changes.back().result] {
+                if (work().problem == FileProblem::changedMeanwhile)
+                    history->keep(note.id, NoteVersion::of(note), note.author, NoteHistory::Keeping::always);
+                return true;
+            },
+            [](bool) {});
     }
 }
 
 std::optional<Note> NotebookStore::note(const std::string& id) const
 {
-    const Note* found = find(id);
+    const Note* found = m_list.find(id);
     return found ? std::optional(*found) : std::nullopt;
 }
 
 std::optional<std::string> NotebookStore::fileURL(const std::string& id) const
 {
-    const auto found = m_fileNames.find(id);
-    return found == m_fileNames.end() ? std::nullopt : std::optional(m_folder + "/" + found->second);
+    const auto found = m_records.find(id);
+    return found == m_records.end() ? std::nullopt : std::optional(m_folder + "/" + found->second.file.name);
 }
 
 void NotebookStore::add(Note note, NotebookCallback done)
 {
     note.updated = std::max(note.updated, note.created);
     note = cleanedNote(std::move(note));
-    if (find(note.id))
+    if (m_list.find(note.id))
         return refuse(takenId, std::move(done));
-    enqueue({.change = nullptr, .result = std::move(note), .done = std::move(done)});
+    const NoteAuthor by = note.author;
+    enqueue({.by = by, .change = nullptr, .result = std::move(note), .done = std::move(done)});
 }
 
 void NotebookStore::update(const std::string& id, Change change, NotebookCallback done)
 {
-    const Note* current = find(id);
-    if (!current)
-        return refuse(unknownNote, std::move(done));
-    Note result = changed(*current, change);
-    enqueue({.change = std::move(change), .result = std::move(result), .done = std::move(done)});
+    changeBy(NoteAuthor::quorvell, id, std::move(change), std::move(done));
 }
 
 void NotebookStore::edit(const std::string& id, Change change, NotebookCallback done)
 {
-    update(
-        id,
-        [change = std::move(change)](Note& note) {
-            change(note);
-            note.personEdited = true;
-        },
-        std::move(done));
+    const auto byHand = [change = std::move(change)](Note& note) {
+        change(note);
+        note.personEdited = true;
+    };
+    changeBy(NoteAuthor::person, id, byHand, std::move(done));
+}
+
+void NotebookStore::delete_(const std::string& id, NotebookCallback done)
+{
+    removeNote(Kind::discard, id, std::move(done));
+}
+
+void NotebookStore::forgetAll(NotebookCallback done)
+{
+    std::vector<std::string> facts;
+    for (const Note& note : notes())
+        if (note.kind == NoteKind::aboutMe)
+            facts.push_back(note.id);
+    struct Progress {
+        std::size_t left;
+        NotebookVerdict verdict;
+    };
+    const auto progress = std::make_shared<Progress>(Progress{facts.size() + 1, {.isStored = true, .problem = ""}});
+    const auto finishOne = [progress, done = std::move(done)](const NotebookVerdict& verdict) {
+        if (!verdict.isStored)
+            progress->verdict = verdict;
+        if (--progress->left == 0)
+            done(progress->verdict);
+    };
+    for (const std::string& id : facts)
+        removeNote(Kind::erase, id, finishOne);
+    m_worker.run([] { return NotebookVerdict{.isStored = true, .problem = ""}; }, finishOne);
+}
+
+void NotebookStore::savePicture(const std::string& id, std::string picture, NotebookCallback done)
+{
+    if (!m_list.find(id))
+        return refuse(unknownNote, std::move(done));
+    m_worker.run([folder = m_folder, id, picture = std::move(picture),
+                     pictures = m_ports.pictures] { return writePicture(folder, id, picture, pictures); },
+        [this, life = std::weak_ptr(m_life), id, done = std::move(done)](const PictureWritten& written) {
+            if (life.expired())
+                return;
+            if (!written.problem.empty())
+                return done({.isStored = false, .problem = written.problem});
+            const auto change = [image = written.image](Note& note) { note.image = image; };
+            changeBy(NoteAuthor::quorvell, id, change, done);
+        });
+}
+
+void NotebookStore::history(const std::string& id, HistoryCallback done)
+{
+    m_worker.run([history = m_history, id] { return history->versions(id); }, std::move(done));
 }
 
 void NotebookStore::reload(std::function<void()> done)
 {
-    m_worker.run([folder = m_folder, now = m_now()] { return readNoteFolder(folder, now); },
-        [this, life = std::weak_ptr(m_life), done = std::move(done)](std::optional<NoteFolderContent> content) {
+    m_worker.run([reader = m_reader, now = m_scheduler.wallClock()] { return reader->read(now); },
+        [this, life = std::weak_ptr(m_life), done = std::move(done)](std::optional<NoteFolderChanges> changes) {
             if (life.expired())
                 return;
             // A folder that cannot be read just now keeps the notes that were read before.
-            if (content)
-                takeOver(std::move(*content));
+            if (changes)
+                takeOver(std::move(*changes));
             if (done)
                 done();
         });
 }
 
-const Note* NotebookStore::find(const std::string& id) const
+void NotebookStore::watch()
 {
-    const auto found = std::find_if(m_notes.begin(), m_notes.end(), [&id](const Note& note) { return note.id == id; });
-    return found == m_notes.end() ? nullptr : &*found;
+    const auto post = [&scheduler = m_scheduler](std::function<void()> action) { scheduler.post(std::move(action)); };
+    const auto changed = [this, life = std::weak_ptr(m_life)] {
+        if (!life.expired())
+            folderChanged();
+    };
+    m_watch = std::make_unique<FolderWatch>(m_folder, post, changed);
+    tidy(m_scheduler.wallClock());
+    m_tidyDaily = m_scheduler.every(std::chrono::hours(24), [this] { tidy(m_scheduler.wallClock()); });
 }
 
-Note NotebookStore::changed(const Note& base, const Change& change) const
+void NotebookStore::folderChanged()
 {
-    Note note = base;
-    change(note);
-    note.id = base.id;
-    note.created = base.created;
-    // Moves forward even when the clock was set back: the later of two versions must be known by it.
-    note.updated = std::max(m_now(), base.updated + std::chrono::milliseconds(1));
-    return cleanedNote(std::move(note));
+    constexpr std::chrono::milliseconds quiet(600);
+    m_reloadSoon = m_scheduler.after(quiet, [this] { reload(nullptr); });
 }
 
-void NotebookStore::show(const Note& note)
+bool NotebookStore::freshlyChanged(const std::string& id) const
 {
-    const auto known =
-        std::find_if(m_notes.begin(), m_notes.end(), [&note](const Note& other) { return other.id == note.id; });
-    if (known != m_notes.end()) {
-        *known = note;
-        return;
-    }
-    const auto firstNotNewer = std::find_if(
-        m_notes.begin(), m_notes.end(), [&note](const Note& other) { return other.created <= note.created; });
-    m_notes.insert(firstNotNewer, note);
+    constexpr std::chrono::seconds fresh(2);
+    const auto found = m_records.find(id);
+    return found != m_records.end() && found->second.written
+        && m_scheduler.wallClock() - *found->second.written < fresh;
 }
 
-void NotebookStore::hide(const std::string& id)
+void NotebookStore::tidy(Instant now)
 {
-    std::erase_if(m_notes, [&id](const Note& note) { return note.id == id; });
-}
-
-/// Answers later, as a change that was written does.
-void NotebookStore::refuse(std::string problem, NotebookCallback done)
-{
-    m_worker.run([problem = std::move(problem)] { return NotebookVerdict{.isStored = false, .problem = problem}; },
-        [done = std::move(done)](const NotebookVerdict& verdict) { done(verdict); });
-}
-
-void NotebookStore::enqueue(Waiting waiting)
-{
-    const std::string id = waiting.result.id;
-    const auto [entry, isFirst] = m_queues.try_emplace(id);
-    Queue& queue = entry->second;
-    if (isFirst) {
-        queue.stored = note(id);
-        const auto recorded = m_fileNames.find(id);
-        queue.fileName = std::make_shared<std::string>(recorded == m_fileNames.end() ? "" : recorded->second);
-    }
-    show(waiting.result);
-    queue.changes.push_back(std::move(waiting));
-    if (isFirst)
-        writeFirst(queue);
-}
-
-void NotebookStore::writeFirst(const Queue& queue)
-{
-    const Note& result = queue.changes.front().result;
+    // With a reading of its own: what it sees of notes is certain to be what the folder holds.
     m_worker.run(
-        [folder = m_folder, fileName = queue.fileName, note = result] {
-            NoteWritten written = writeNote(folder, *fileName, note);
-            if (written.problem == FileProblem::none)
-                *fileName = written.fileName;
-            return written;
+        [folder = m_folder, now] {
+            tidyNotebook(folder, now);
+            return true;
         },
-        [this, life = std::weak_ptr(m_life), id = result.id](const NoteWritten& written) {
+        [](bool) {});
+}
+
+void NotebookStore::moveNotebook(std::string folder, NotebookCallback done)
+{
+    if (m_isMoving)
+        return refuse("The notebook is being moved already. Wait until that is done.", std::move(done));
+    m_isMoving = true;
+    m_worker.run([from = m_folder, to = folder] { return copyNotebook(from, to); },
+        [this, life = std::weak_ptr(m_life), folder, done = std::move(done)](const std::string& problem) {
             if (!life.expired())
-                finishFirst(id, written);
+                finishMove(folder, problem, done);
         });
 }
 
-void NotebookStore::finishFirst(const std::string& id, const NoteWritten& written)
+void NotebookStore::finishMove(std::string folder, const std::string& problem, NotebookCallback done)
 {
-    Queue& queue = m_queues[id];
-    const Waiting finished = std::move(queue.changes.front());
-    queue.changes.pop_front();
-    const NotebookVerdict verdict = verdictOf(written.problem, m_folder);
-    if (written.problem == FileProblem::none) {
-        queue.stored = finished.result;
-        m_fileNames[id] = written.fileName;
-    } else {
-        putBack(id, queue, verdict);
+    m_isMoving = false;
+    if (problem.empty()) {
+        const std::string old = std::exchange(m_folder, std::move(folder));
+        m_worker.run([old, now = m_folder] { return removeCopied(old, now); }, [](bool) {});
+        m_reader = std::make_shared<NoteFolderReader>(m_folder);
+        m_history = std::make_shared<NoteHistory>(m_folder);
+        if (m_watch)
+            watch();
     }
-    if (queue.changes.empty())
-        m_queues.erase(id);
+    const auto resume = [this, problem, done = std::move(done)] {
+        for (auto& [id, queue] : m_queues)
+            retryFirst(id);
+        done({.isStored = problem.empty(), .problem = problem});
+    };
+    if (problem.empty())
+        reload(resume);
     else
-        writeFirst(queue);
-    // Last, because it may ask for further changes or end this store.
-    finished.done(verdict);
-}
-
-/// What was not written is taken out from under the changes that came after it.
-void NotebookStore::putBack(const std::string& id, Queue& queue, const NotebookVerdict& verdict)
-{
-    if (!queue.stored) {
-        hide(id);
-        for (Waiting& orphan : queue.changes)
-            refuse(verdict.problem, std::move(orphan.done));
-        queue.changes.clear();
-        return;
-    }
-    Note latest = *queue.stored;
-    for (Waiting& waiting : queue.changes) {
-        waiting.result = changed(latest, waiting.change);
-        latest = waiting.result;
-    }
-    show(latest);
-}
-
-void NotebookStore::takeOver(NoteFolderContent content)
-{
-    m_notes = std::move(content.notes);
-    m_fileNames = std::move(content.fileNames);
-    for (auto& [id, queue] : m_queues) {
-        queue.stored = note(id);
-        show(queue.changes.back().result);
-    }
+        resume();
 }
 
 } // namespace quorvell

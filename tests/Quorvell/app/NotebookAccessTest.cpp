@@ -4,6 +4,7 @@
 #include "PrivateBus.h"
 #include "QtApplication.h"
 #include "Quorvell/app/QtScheduler.h"
+#include "Quorvell/notebook/NoteFolder.h"
 #include "QuorvellCore/notebook/NoteFile.h"
 #include "TemporaryFolder.h"
 
@@ -322,7 +323,9 @@ TEST(NotebookAccess, distrustsTheBus)
     EXPECT_EQ(owner->notes().size(), 2u);
     EXPECT_EQ(owner->note("aaaa")->title, "new");
     for (const auto& entry : std::filesystem::recursive_directory_iterator(desk.folder.path()))
-        EXPECT_TRUE(entry.is_directory() || entry.path().parent_path() == desk.environment.notebookFolder) << entry;
+        EXPECT_TRUE(entry.is_directory() || entry.path().parent_path() == desk.environment.notebookFolder
+            || entry.path() == desk.environment.notebookFolder + "/.history/aaaa.json")
+            << entry;
 }
 
 } // namespace

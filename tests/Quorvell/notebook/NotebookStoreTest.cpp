@@ -3,8 +3,10 @@
 #include "FileSizeLimit.h"
 #include "OrdinaryUser.h"
 #include "PostQueue.h"
+#include "Quorvell/notebook/NoteFolder.h"
 #include "QuorvellCore/notebook/NoteFile.h"
 #include "TemporaryFolder.h"
+#include "VirtualScheduler.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -27,13 +29,17 @@ Note noteOf(const std::string& id, const std::string& title, const std::string& 
 struct Desk {
     test::TemporaryFolder folder;
     test::PostQueue posts;
-    Instant now = monday + 24h;
+    VirtualScheduler clock;
+    NotebookPorts ports;
     std::unique_ptr<FileWorker> worker = std::make_unique<FileWorker>(posts.poster());
     std::unique_ptr<NotebookStore> store;
 
+    Desk() { setClock(monday + 24h); }
+
+    void setClock(Instant now) { clock.wallClockAtStart = now - clock.now(); }
     NotebookStore& open()
     {
-        auto opened = NotebookStore::open(folder.path(), *worker, [this] { return now; });
+        auto opened = NotebookStore::open(folder.path(), *worker, clock, ports);
         EXPECT_EQ(opened.problem, "");
         store = std::move(opened.store);
         return *store;
@@ -51,7 +57,7 @@ struct Desk {
     {
         return result([&](NotebookCallback done) { store->add(note, std::move(done)); });
     }
-    NotebookVerdict update(const std::string& id, const NotebookStore::Change& change)
+    NotebookVerdict update(const std::string& id, const FullNotebook::Change& change)
     {
         return result([&](NotebookCallback done) { store->update(id, change, std::move(done)); });
     }
@@ -64,20 +70,21 @@ struct Desk {
     /// What a program that starts now would see.
     std::vector<Note> stored() const
     {
-        auto content = readNoteFolder(folder.path(), now);
+        auto content = readNoteFolder(folder.path(), monday);
         return content ? content->notes : std::vector<Note>{};
     }
     std::vector<std::string> files() const
     {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
-            names.push_back(entry.path().filename());
+            if (entry.path().filename() != NoteHistory::folderName)
+                names.push_back(entry.path().filename());
         std::sort(names.begin(), names.end());
         return names;
     }
 };
 
-NotebookStore::Change titled(const std::string& title)
+FullNotebook::Change titled(const std::string& title)
 {
     return [title](Note& note) { note.title = title; };
 }
@@ -122,9 +129,9 @@ TEST(NotebookStore, changesOneNoteInItsFile)
                     .isStored);
     EXPECT_EQ(store.note("aaaa")->title, "New title");
     EXPECT_EQ(store.note("aaaa")->created, monday);
-    EXPECT_EQ(store.note("aaaa")->updated, desk.now);
+    EXPECT_EQ(store.note("aaaa")->updated, monday + 24h);
     EXPECT_FALSE(store.note("aaaa")->personEdited);
-    desk.now = monday - 24h; // somebody sets the clock back
+    desk.setClock(monday - 24h); // somebody sets the clock back
     EXPECT_TRUE(
         desk.result([&](NotebookCallback done) { store.edit("aaaa", titled("By hand"), std::move(done)); }).isStored);
     EXPECT_EQ(store.note("aaaa")->updated, monday + 24h + 1ms);
@@ -240,6 +247,7 @@ TEST(NotebookStore, reloadsUnderWaitingChanges)
     ASSERT_TRUE(desk.add(noteOf("aaaa", "a")).isStored);
     ASSERT_TRUE(desk.add(noteOf("bbbb", "b")).isStored);
     Note outside = noteOf("bbbb", "from outside");
+    outside.created = monday - 1h;
     outside.updated = monday + 48h;
     writeText(desk.folder / "copy.md", NoteFile::encode(outside));
     std::filesystem::remove(desk.folder / "2026-11-16-a-aaaa.md");
@@ -277,7 +285,7 @@ TEST(NotebookStore, saysWhatIsWrongWithTheFolder)
 {
     Desk desk;
     writeText(desk.folder / "file", "");
-    const auto opened = NotebookStore::open(desk.folder / "file/Notebook", *desk.worker, [] { return monday; });
+    const auto opened = NotebookStore::open(desk.folder / "file/Notebook", *desk.worker, desk.clock);
     EXPECT_EQ(opened.store, nullptr);
     EXPECT_NE(opened.problem.find(desk.folder / "file/Notebook"), std::string::npos);
 

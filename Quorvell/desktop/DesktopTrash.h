@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Quorvell/files/Trash.h"
+
+namespace quorvell {
+
+/// The waste basket as file managers know it. Any thread; no event loop is needed.
+class DesktopTrash final : public Trash {
+public:
+    bool put(const std::string& path) override;
+};
+
+} // namespace quorvell

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+namespace quorvell {
+
+/// The desktop's waste basket, from which the user can take a file back. Called on the file worker.
+class Trash {
+public:
+    virtual ~Trash() = default;
+
+    /// False when the file cannot be put there; it is then where it was.
+    virtual bool put(const std::string& path) = 0;
+};
+
+} // namespace quorvell

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Quorvell/notebook/StoredNote.h"
+
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace quorvell {
+
+/// What is different since the folder was read before.
+struct NoteFolderChanges {
+    std::vector<StoredNote> changed; ///< New ones too; one for each id, in the order of their files' names.
+    std::vector<std::string> gone; ///< Ids.
+};
+
+/// Reads a folder again and again; only what changed is read twice. Of two files with one id the one with the later
+/// `updated` counts, on a tie the one whose name sorts first. Blocks; lives on one thread at a time.
+class NoteFolderReader {
+public:
+    explicit NoteFolderReader(std::string folder);
+
+    /// Nothing when the folder cannot be read. `now` becomes `created` where a file has no readable one.
+    std::optional<NoteFolderChanges> read(Instant now);
+
+    /// What the owner of this reader did to the folder itself, so that it is no news at the next reading.
+    void wrote(const Note& note, const NoteFileRecord& file);
+    void removed(const std::string& id);
+
+    /// Files that are named as notes and could not be read as such.
+    std::size_t unreadable() const;
+    /// All ids that the folder holds, those of files that lost against another with the same id too.
+    std::vector<std::string> ids() const;
+
+private:
+    struct Entry {
+        FileStamp stamp;
+        bool isSettled = false;
+        std::optional<std::string> id; ///< Nothing when it is no note.
+        Instant updated{};
+    };
+    using FreshNotes = std::map<std::string, Note>; ///< By file name.
+    using Candidates = std::unordered_map<std::string, std::string>; ///< By id: the file that counts.
+
+    using Entries = std::map<std::string, Entry>; ///< By file name.
+
+    bool carryOver(const std::string& name, Entries& before);
+    void readEntry(const std::string& name, Instant now, FreshNotes& fresh);
+    void collectChanged(Instant now, FreshNotes& fresh, NoteFolderChanges& changes);
+    Candidates winners() const;
+    std::optional<Note> taken(const std::string& name, Instant now, FreshNotes& fresh);
+
+    std::string m_folder;
+    Entries m_entries;
+    std::unordered_map<std::string, NoteFileRecord> m_told; ///< By id: what was handed out last.
+};
+
+} // namespace quorvell
