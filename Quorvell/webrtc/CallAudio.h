@@ -1,7 +1,7 @@
 // The sound of one call, 10 ms at a time, between the clock that drives the call and the rest of the program.
 #pragma once
 
-#include "Quorvell/webrtc/SampleRing.h"
+#include "Quorvell/webrtc/CallSampleRing.h"
 #include "Quorvell/webrtc/WebRTCPeerOptions.h"
 
 #include <semaphore.h>
@@ -43,8 +43,8 @@ private:
 
     WebRTCPeerOptions::Backlog m_backlog;
     Heard m_heard;
-    SampleRing m_outgoing;
-    SampleRing m_incoming;
+    CallSampleRing m_outgoing;
+    CallSampleRing m_incoming;
     int m_framesToReport = 0; ///< Of the hang-over.
     int m_framesUnreported = 0;
     std::atomic<bool> m_isOver{false};

@@ -10,9 +10,9 @@ namespace quorvell {
 
 /// Samples on their way from one thread to another, without locks and without memory of its own after the start.
 /// One thread writes and forgets, one other reads.
-class SampleRing {
+class CallSampleRing {
 public:
-    explicit SampleRing(std::size_t capacity);
+    explicit CallSampleRing(std::size_t capacity);
 
     /// How many fitted.
     std::size_t write(std::span<const std::int16_t> samples);

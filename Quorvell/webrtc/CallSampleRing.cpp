@@ -1,15 +1,15 @@
-#include "Quorvell/webrtc/SampleRing.h"
+#include "Quorvell/webrtc/CallSampleRing.h"
 
 #include <algorithm>
 
 namespace quorvell {
 
-SampleRing::SampleRing(std::size_t capacity)
+CallSampleRing::CallSampleRing(std::size_t capacity)
     : m_samples(std::max<std::size_t>(capacity, 1))
 {
 }
 
-std::size_t SampleRing::write(std::span<const std::int16_t> samples)
+std::size_t CallSampleRing::write(std::span<const std::int16_t> samples)
 {
     const std::uint64_t start = m_written.load(std::memory_order_relaxed);
     // Forgotten samples keep their place until the reader has passed them: it may be among them right now.
@@ -21,12 +21,12 @@ std::size_t SampleRing::write(std::span<const std::int16_t> samples)
     return count;
 }
 
-void SampleRing::forget()
+void CallSampleRing::forget()
 {
     m_forgotten.store(m_written.load(std::memory_order_relaxed), std::memory_order_release);
 }
 
-std::size_t SampleRing::read(std::span<std::int16_t> samples)
+std::size_t CallSampleRing::read(std::span<std::int16_t> samples)
 {
     const std::uint64_t start =
         std::max(m_read.load(std::memory_order_relaxed), m_forgotten.load(std::memory_order_acquire));
@@ -38,7 +38,7 @@ std::size_t SampleRing::read(std::span<std::int16_t> samples)
     return count;
 }
 
-std::size_t SampleRing::waiting() const
+std::size_t CallSampleRing::waiting() const
 {
     // The start before the end: the other way round it could overtake it.
     const std::uint64_t start =
