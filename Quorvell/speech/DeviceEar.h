@@ -1,0 +1,55 @@
+#pragma once
+
+#include "OnDeviceSpeech/SpeechRecogniser.h"
+#include "Quorvell/session/DozeListener.h"
+#include "Quorvell/session/GuardedPost.h"
+#include "Quorvell/session/Scheduler.h"
+#include "Quorvell/speech/RecognitionWorker.h"
+#include "QuorvellCore/live/gate/MicGate.h"
+#include "QuorvellCore/live/gate/PCMChunker.h"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace quorvell {
+
+/// Listens without a connection. The gate that also guards the conversation decides whether somebody speaks, so that
+/// the recogniser works then and only then; a quiet room, or one with steady noise, costs next to nothing. Main thread.
+class DeviceEar : public DozeListener {
+public:
+    static constexpr std::size_t chunkBytes = 1920; ///< 40 ms
+    static constexpr int quietChunks = 13; ///< 520 ms of quiet end an utterance.
+    /// Whoever speaks on is answered: 12 s are taken as an utterance, what follows as the next.
+    static constexpr int longestUtteranceChunks = 300;
+
+    /// Nothing is loaded before somebody speaks; `stop` lets it go.
+    DeviceEar(SpeechModels models, Scheduler& scheduler);
+    ~DeviceEar() override;
+
+    void start(Reports reports) override;
+    void captured(std::span<const std::uint8_t> pcm) override;
+    void stop() override;
+
+private:
+    void hear(AudioChunk chunk);
+    void beginUtterance();
+    void endUtterance();
+    void recognised(std::uint64_t utterance, const std::string& words);
+    void failed(const std::string& sentence);
+
+    SpeechModels m_models;
+    GuardedPost m_post;
+    Reports m_reports;
+    bool m_isListening = false;
+    std::uint64_t m_listening = 0; ///< Counts the starts; reports of an earlier one are dropped.
+    std::uint64_t m_utterance = 0;
+    std::uint64_t m_firstUtterance = 0; ///< Of this listening.
+    int m_utteranceChunks = 0;
+    PCMChunker m_chunker{chunkBytes, {}};
+    MicGate m_gate;
+    std::unique_ptr<RecognitionWorker> m_worker; ///< Last: its thread ends before what it reports to.
+};
+
+} // namespace quorvell

@@ -1,0 +1,103 @@
+#include "Quorvell/speech/RecognitionWorker.h"
+
+#include <span>
+#include <utility>
+
+namespace quorvell {
+
+RecognitionWorker::RecognitionWorker(SpeechModels models, Reports reports)
+    : m_models(std::move(models))
+    , m_reports(std::move(reports))
+    , m_thread([this](const std::stop_token& stop) { run(stop); })
+{
+}
+
+RecognitionWorker::~RecognitionWorker() = default;
+
+void RecognitionWorker::post(Wish wish)
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_waitingSamples + wish.samples.size() > mostWaitingSamples)
+        return;
+    m_waitingSamples += wish.samples.size();
+    m_wishes.push_back(std::move(wish));
+    m_changed.notify_one();
+}
+
+void RecognitionWorker::begin(std::uint64_t utterance)
+{
+    post({Wish::Kind::begin, utterance});
+}
+
+void RecognitionWorker::feed(std::vector<std::int16_t> samples)
+{
+    post({Wish::Kind::feed, 0, std::move(samples)});
+}
+
+void RecognitionWorker::finish()
+{
+    post({Wish::Kind::finish});
+}
+
+void RecognitionWorker::forget()
+{
+    const std::lock_guard lock(m_mutex);
+    m_wishes.clear();
+    m_wishes.push_back({Wish::Kind::release});
+    m_waitingSamples = 0;
+    m_changed.notify_one();
+}
+
+bool RecognitionWorker::next(const std::stop_token& stop, Wish& wish)
+{
+    std::unique_lock lock(m_mutex);
+    if (!m_changed.wait(lock, stop, [this] { return !m_wishes.empty(); }))
+        return false;
+    wish = std::move(m_wishes.front());
+    m_wishes.pop_front();
+    m_waitingSamples -= wish.samples.size();
+    return true;
+}
+
+void RecognitionWorker::run(const std::stop_token& stop)
+{
+    for (Wish wish; next(stop, wish);)
+        carryOut(wish);
+}
+
+bool RecognitionWorker::prepare()
+{
+    if (m_recogniser)
+        return true;
+    SpeechRecogniser::Made made = SpeechRecogniser::create(m_models);
+    m_recogniser = std::move(made.recogniser);
+    if (!m_recogniser)
+        m_reports.failed(made.problem);
+    return m_recogniser != nullptr;
+}
+
+void RecognitionWorker::carryOut(const Wish& wish)
+{
+    switch (wish.kind) {
+    case Wish::Kind::begin:
+        m_utterance = prepare() ? wish.utterance : 0;
+        m_resampler = std::make_unique<Resampler>(sampleRateHz, SpeechRecogniser::sampleRateHz);
+        if (m_utterance != 0)
+            m_recogniser->begin();
+        return;
+    case Wish::Kind::feed:
+        if (m_utterance != 0)
+            m_recogniser->feed(m_resampler->process(std::span<const std::int16_t>(wish.samples)));
+        return;
+    case Wish::Kind::finish:
+        if (const auto utterance = std::exchange(m_utterance, 0); utterance != 0)
+            m_reports.recognised(utterance, m_recogniser->finish().text);
+        return;
+    case Wish::Kind::release:
+        m_utterance = 0;
+        m_recogniser.reset();
+        return;
+    }
+}
+
+} // namespace quorvell
