@@ -116,7 +116,7 @@ void addShown(const Series& series, char letter, Instant from, Instant to, const
             continue;
         CalendarEvent event = series.master->shown(occurrence, letter, zones);
         if (event.repeats)
-            event.id.occurrence = occurrence.text();
+            event.id.occurrence = zones.moment(event.start, series.master->start).text();
         found.push_back(std::move(event));
     }
 }

@@ -4,6 +4,7 @@
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <set>
 
 namespace quorvell {
@@ -30,20 +31,44 @@ icalproperty* first(icalcomponent* component, icalproperty_kind kind)
     return icalcomponent_get_first_property(component, kind);
 }
 
+bool isGiven(short value)
+{
+    return value != ICAL_RECURRENCE_ARRAY_MAX;
+}
+
+/// A 30th of February would be looked for through all the years there are.
+bool neverComes(const icalrecurrencetype& rule)
+{
+    if (!isGiven(rule.by_month[0]) || !isGiven(rule.by_month_day[0]))
+        return false;
+    constexpr int leapYear = 2024;
+    for (const short month : rule.by_month) {
+        if (!isGiven(month))
+            break;
+        const int longest = Calendar::daysInMonth(leapYear, std::clamp<int>(month, 1, 12));
+        for (const short day : rule.by_month_day) {
+            if (!isGiven(day))
+                break;
+            if (std::abs(day) <= longest)
+                return false;
+        }
+    }
+    return true;
+}
+
 /// Rules by the hour and finer, with conditions, can search for ever; no calendar of people holds them.
 bool canBeFollowed(const icalrecurrencetype& rule)
 {
-    const auto has = [](short value) { return value != ICAL_RECURRENCE_ARRAY_MAX; };
     switch (rule.freq) {
     case ICAL_HOURLY_RECURRENCE:
-        return !has(rule.by_day[0]) && !has(rule.by_month_day[0]) && !has(rule.by_year_day[0])
-            && !has(rule.by_week_no[0]) && !has(rule.by_month[0]) && !has(rule.by_set_pos[0]) && !has(rule.by_hour[0])
-            && !has(rule.by_minute[0]) && !has(rule.by_second[0]);
+        return !isGiven(rule.by_day[0]) && !isGiven(rule.by_month_day[0]) && !isGiven(rule.by_year_day[0])
+            && !isGiven(rule.by_week_no[0]) && !isGiven(rule.by_month[0]) && !isGiven(rule.by_set_pos[0])
+            && !isGiven(rule.by_hour[0]) && !isGiven(rule.by_minute[0]) && !isGiven(rule.by_second[0]);
     case ICAL_DAILY_RECURRENCE:
     case ICAL_WEEKLY_RECURRENCE:
     case ICAL_MONTHLY_RECURRENCE:
     case ICAL_YEARLY_RECURRENCE:
-        return true;
+        return !neverComes(rule);
     default:
         return false;
     }
@@ -156,7 +181,8 @@ void IcsEvent::followRule(
     if (!iterator)
         return;
     const IcsMoment near = zones.moment(from - days(2), start);
-    if (rule.count == 0 && near.local > plain.local)
+    // Skipping ahead loses count of hours, and of occurrences that are numbered.
+    if (rule.count == 0 && rule.freq != ICAL_HOURLY_RECURRENCE && near.local > plain.local)
         icalrecur_iterator_set_start(iterator, plain.at(near.local).time());
     for (int step = 0; step < IcsCalendar::longestSearch && found.size() < IcsCalendar::mostOccurrences; ++step) {
         const auto next = IcsMoment::from(icalrecur_iterator_next(iterator));

@@ -18,11 +18,20 @@ struct ReminderToolContext {
 
 /// The notebook must outlive the registry.
 ///
-/// set_reminder takes text (the user's own words), or task with date ("2026-11-22 17:00") and repeat ("weekly:2").
-/// Stored and durable, it answers {"status": "set", "id", "task", "date", "when", "has_time", "repeat"?,
-/// "repeat_words"?}. Otherwise nothing is stored and the model is told what to ask: {"status": "which_time", "task",
-/// "choices": [{"date", "when"}], "repeat"?, "message"}, {"status": "needs_time", "task", "repeat"?, "message"} or
-/// {"status": "needs_task", "date", "when", "repeat"?, "message"}.
+/// To set one, set_reminder takes text (the user's own words), or task with date ("2026-11-22 17:00") and repeat
+/// ("weekly:2"), or either with when_back. With id as well it changes that one. Stored and durable, it answers
+/// {"status": "set", "id", "task", "date", "when", "has_time", "repeat"?, "repeat_words"?, "when_back"?}. Otherwise
+/// nothing is stored and the model is told what to ask: {"status": "which_time", "task", "choices": [{"date", "when"}],
+/// "repeat"?, "message"}, {"status": "needs_time", "task", "repeat"?, "past"?, "when"?, "message"} or {"status":
+/// "needs_task", "date", "when", "repeat"?, "message"}.
+///
+/// With list it answers {"status": "reminders", "count", "reminders": [{"id", "task", "date"?, "when", "overdue"?,
+/// "repeat_words"?, "when_back"?, "untrusted"?}]}, all that are pending by their times.
+///
+/// With done, {"status": "done", "id", "task", "next"?}. With later (words such as "in an hour"), {"status":
+/// "deferred", "id", "task", "date", "when"}, or which_time or needs_time as above. Which reminder is meant says id, or
+/// task in words, or nothing where only one is due; when several fit, {"status": "which_reminder", "reminders",
+/// "message"}.
 void registerReminderTools(ToolRegistry& registry, Notebook& notebook, ReminderToolContext context);
 
 } // namespace quorvell

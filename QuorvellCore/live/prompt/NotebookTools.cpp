@@ -60,7 +60,8 @@ Json reminders()
 {
     return Json::array({
         declaration("set_reminder",
-            "Sets, changes, ticks off or puts off a reminder. To set one, give the user's own words in `text`. Answers "
+            "Sets, lists, changes, ticks off or puts off a reminder. To set one, give the user's own words in `text`. "
+            "Answers "
             "\"set\" with the day and hour in words; or, with nothing stored, \"which_time\" with the choices, "
             "\"needs_time\" or \"needs_task\": ask the user and call again.",
             {
@@ -72,10 +73,15 @@ Json reminders()
                     text("\"daily\", \"weekdays\", \"weekly:2\" (1 Sunday to 7 Saturday, several with commas), "
                          "\"monthly:15\" or \"yearly\"; as an earlier answer gave it.")),
                 optional("when_back", flag("True: when the user is next back at the computer, instead of at a time.")),
-                optional("id", text("An existing reminder, to change it, tick it off or put it off.")),
-                optional("done", flag("True with `id`: it is done.")),
-                optional(
-                    "later", text("With `id`: until when it is put off, in the user's words, such as \"in an hour\".")),
+                optional("list", flag("True: lists what is pending, each with its id.")),
+                optional("id",
+                    text(
+                        "An existing reminder, to change it, tick it off or put it off. Without it `task` may name the "
+                        "reminder; without both, the one that is due is meant.")),
+                optional("done", flag("True: that one is done.")),
+                optional("later",
+                    text("Until when that one is put off, in the user's words, such as \"in an hour\" or "
+                         "\"tomorrow morning\".")),
             }),
     });
 }
@@ -103,7 +109,11 @@ Json days()
                         {optional("title", text("New title.")), optional("start", dateText("New start:")),
                             optional("end", dateText("New end:")), optional("all_day", flag("Whole days.")),
                             optional("place", text("New place.")), optional("notes", text("New notes."))})),
-                optional("cancel", flag("True removes the event. The user has agreed."))}),
+                optional("cancel",
+                    flag(
+                        "True removes the event. Answers first with a question for the user; call again once they have "
+                        "said yes.")),
+                optional("series", flag("True: all of a series, not only this time of it."))}),
     });
 }
 

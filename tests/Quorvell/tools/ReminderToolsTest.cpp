@@ -1,11 +1,12 @@
 #include "Quorvell/tools/ReminderTools.h"
 
+#include "MemoryNotebook.h"
+#include "Quorvell/tools/ReminderChanges.h"
 #include "QuorvellCore/reminders/ReminderState.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,24 +14,8 @@
 namespace quorvell {
 namespace {
 
-/// Keeps what it is given and answers when the test says so.
-class WaitingNotebook final : public Notebook {
-public:
-    const std::vector<Note>& notes() const override { return list; }
-    std::optional<Note> note(const std::string&) const override { return std::nullopt; }
-    void add(Note note, NotebookCallback done) override
-    {
-        list.push_back(std::move(note));
-        waiting.push_back(std::move(done));
-    }
-    void update(const std::string&, std::function<void(Note&)>, NotebookCallback) override { }
-
-    std::vector<Note> list;
-    std::vector<NotebookCallback> waiting;
-};
-
 struct Bench {
-    WaitingNotebook notebook;
+    MemoryNotebook notebook;
     ToolRegistry registry;
     std::vector<std::string> answers;
 
@@ -53,14 +38,12 @@ struct Bench {
     {
         answers.clear();
         call(arguments);
-        for (const NotebookCallback& done : std::exchange(notebook.waiting, {}))
-            done({.isStored = true, .problem = ""});
         EXPECT_EQ(answers.size(), 1U);
         auto result = answers.empty() ? std::nullopt : parseJson(answers.front());
         if (!result)
             return "no answer";
-        const bool needsAdvice = readString(*result, "status") != "set" && !result->contains("error");
-        EXPECT_NE(readString(*result, "message").has_value(), !needsAdvice);
+        const std::string status = readString(*result, "status").value_or("");
+        EXPECT_EQ(result->contains("message"), status.starts_with("needs") || status.starts_with("which"));
         result->erase("message");
         return dumpJson(*result);
     }
@@ -142,7 +125,9 @@ TEST(ReminderTools, asksAndStoresNothing)
         {R"({"text":"remind me to buy milk"})", R"({"status":"needs_time","task":"Buy milk"})"},
         {R"({"task":"buy milk"})", R"({"status":"needs_time","task":"Buy milk"})"},
         {R"({"text":"31 april at 5pm pay rent"})", R"({"status":"needs_time","task":"Pay rent"})"},
-        {R"({"task":"pay rent","date":"2026-11-21 09:00"})", R"({"status":"needs_time","task":"Pay rent"})"},
+        {R"({"text":"remind me on 31 april to pay rent"})", R"({"status":"needs_time","task":"Pay rent"})"},
+        {R"({"task":"pay rent","date":"2026-11-21 09:00"})",
+            R"({"status":"needs_time","task":"Pay rent","past":true,"when":"Saturday 21 November at 9 AM"})"},
         {R"({"text":"tomorrow at noon"})",
             R"({"status":"needs_task","date":"2026-11-22 12:00","when":"Sunday 22 November at 12 PM"})"},
         {R"({"task":"","date":"2026-11-22","repeat":"daily"})",
@@ -162,21 +147,103 @@ TEST(ReminderTools, refuses)
     for (const std::string& arguments :
         {std::string("{}"), std::string(R"({"text":7})"), std::string(R"({"task":"x","date":"2026-02-29"})"),
             std::string(R"({"task":"x","date":"tomorrow"})"), std::string(R"({"text":"tomorrow x","repeat":"hourly"})"),
-            std::string(R"({"id":"a","done":true})"), std::string(R"({"text":"call mum","when_back":true})"),
+            std::string(R"({"id":"a","done":true})"), std::string(R"({"done":true})"),
+            std::string(R"({"task":"never kept","later":"in an hour"})"), std::string(R"({"when_back":true})"),
             R"({"text":")" + std::string(3000, 'a') + "\"}", R"({"text":"tomorrow )" + std::string(600, 'a') + "\"}"}) {
         EXPECT_TRUE(bench.answer(arguments).starts_with(R"({"error":)")) << arguments;
         EXPECT_TRUE(bench.notebook.list.empty()) << arguments;
     }
 }
 
-TEST(ReminderTools, answersOnceTheNoteIsStored)
+TEST(ReminderTools, tellsWhatCouldNotBeStored)
 {
     Bench bench;
-    bench.call(R"({"text":"tomorrow at noon eat"})");
-    EXPECT_TRUE(bench.answers.empty());
-    ASSERT_EQ(bench.notebook.waiting.size(), 1U);
-    bench.notebook.waiting.front()({.isStored = false, .problem = "The disk is full. Free some space."});
-    EXPECT_EQ(bench.answers, (std::vector<std::string>{R"({"error":"The disk is full. Free some space."})"}));
+    bench.notebook.refusal = "The disk is full. Free some space.";
+    EXPECT_EQ(bench.answer(R"({"text":"tomorrow at noon eat"})"), R"({"error":"The disk is full. Free some space."})");
+}
+
+/// A notebook with an overdue, a coming, a repeating and a waiting reminder, one that is done and one put away.
+void fill(Bench& bench)
+{
+    const auto add = [&](const char* id, const char* title, const char* remindAt) -> Note& {
+        Note note;
+        note.id = id;
+        note.title = title;
+        if (const auto moment = parseIsoText(remindAt))
+            note.remindAt = moment;
+        bench.notebook.list.push_back(note);
+        return bench.notebook.list.back();
+    };
+    add("late", "Call the dentist", "2026-11-20T16:00:00Z");
+    add("done", "Call the bank", "2026-11-20T16:00:00Z").doneAt = parseIsoText("2026-11-20T17:00:00Z");
+    add("away", "Call nobody", "2026-11-23T16:00:00Z").archived = true;
+    add("soon", "Call mum", "2026-11-22T16:00:00Z").origin = NoteOrigin::screen;
+    add("daily", "Take the pills", "2026-11-22T08:00:00Z").repeatRule = "daily";
+    add("back", "Water the plants", "").trigger = "back_at_mac";
+}
+
+TEST(ReminderTools, listsFinishesAndPutsOff)
+{
+    struct Row {
+        const char* arguments;
+        const char* result;
+    };
+    const Row rows[] = {
+        {R"({"list":true})",
+            R"({"status":"reminders","count":4,"reminders":[)"
+            R"({"id":"late","task":"Call the dentist","date":"2026-11-20 17:00","when":"Friday 20 November at 5 PM",)"
+            R"("overdue":true},)"
+            R"({"id":"daily","task":"Take the pills","date":"2026-11-22 09:00","when":"Sunday 22 November at 9 AM",)"
+            R"("repeat_words":"Every day"},)"
+            R"({"id":"soon","task":"Call mum","date":"2026-11-22 17:00","when":"Sunday 22 November at 5 PM",)"
+            R"("untrusted":true},)"
+            R"({"id":"back","task":"Water the plants","when":"when you are back at the computer","when_back":true}]})"},
+        {R"({"done":true})", R"({"status":"done","id":"late","task":"Call the dentist"})"},
+        {R"({"done":true,"task":"dentist"})", R"({"status":"done","id":"late","task":"Call the dentist"})"},
+        {R"({"done":true,"id":"soon"})", R"({"status":"done","id":"soon","task":"Call mum"})"},
+        {R"({"done":true,"id":"back"})", R"({"status":"done","id":"back","task":"Water the plants"})"},
+        {R"({"done":true,"task":"pills"})",
+            R"({"status":"done","id":"daily","task":"Take the pills","next":"Monday 23 November at 9 AM"})"},
+        {R"({"later":"In an hour"})",
+            R"({"status":"deferred","id":"late","task":"Call the dentist","date":"2026-11-21 11:30",)"
+            R"("when":"Saturday 21 November at 11:30 AM"})"},
+        {R"({"later":"tomorrow morning","id":"back"})",
+            R"({"status":"deferred","id":"back","task":"Water the plants","date":"2026-11-22 09:00",)"
+            R"("when":"Sunday 22 November at 9 AM"})"},
+        {R"({"later":"friday at 3 pm","task":"mum"})",
+            R"({"status":"deferred","id":"soon","task":"Call mum","date":"2026-11-27 15:00",)"
+            R"("when":"Friday 27 November at 3 PM"})"},
+        {R"({"later":"tomorrow at 5","task":"mum"})",
+            R"({"status":"which_time","task":"Call mum","choices":[)"
+            R"({"date":"2026-11-22 05:00","when":"Sunday 22 November at 5 AM"},)"
+            R"({"date":"2026-11-22 17:00","when":"Sunday 22 November at 5 PM"}],"id":"soon"})"},
+        {R"({"later":"some day","task":"mum"})", R"({"status":"needs_time","task":"Call mum","id":"soon"})"},
+        {R"({"id":"soon","date":"2026-11-23 10:00","task":"call dad"})",
+            R"({"status":"set","id":"soon","task":"Call dad","date":"2026-11-23 10:00",)"
+            R"("when":"Monday 23 November at 10 AM","has_time":true})"},
+        {R"({"id":"soon","when_back":true})",
+            R"({"status":"set","id":"soon","task":"Call mum","when":"when you are back at the computer",)"
+            R"("when_back":true})"},
+        {R"({"text":"remind me to stretch","when_back":true})",
+            R"({"status":"set","id":"0123456789ab","task":"Stretch","when":"when you are back at the computer",)"
+            R"("when_back":true})"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.arguments);
+        Bench bench;
+        fill(bench);
+        EXPECT_EQ(bench.answer(row.arguments), row.result);
+        const std::string result = row.result;
+        if (result.find(R"("status":"done")") != std::string::npos && result.find("next") == std::string::npos) {
+            EXPECT_EQ(pendingReminders(bench.notebook.list, ReminderAudience::user).size(), 3U);
+        }
+    }
+    Bench several;
+    fill(several);
+    EXPECT_TRUE(
+        several.answer(R"({"done":true,"task":"call"})").starts_with(R"({"status":"which_reminder","count":2,)"));
+    for (const char* arguments : {R"({"done":true,"id":"done"})", R"({"done":true,"id":"away"})", R"({"id":"soon"})"})
+        EXPECT_TRUE(several.answer(arguments).starts_with(R"({"error":)")) << arguments;
 }
 
 } // namespace

@@ -1,0 +1,83 @@
+#include "Quorvell/tools/ReminderChanges.h"
+
+#include "QuorvellCore/reminders/ReminderChoices.h"
+#include "QuorvellCore/reminders/ReminderState.h"
+#include "QuorvellCore/reminders/ReminderTrigger.h"
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/LowerCase.h"
+#include "QuorvellCore/text/TextMatch.h"
+
+#include <algorithm>
+
+namespace quorvell {
+
+namespace {
+
+/// After everything that has a time.
+Instant sortKey(const Note& note)
+{
+    const bool waits = note.trigger == storedText(ReminderTrigger::backAtMac);
+    return waits ? Instant::max() : note.remindAt.value_or(Instant::max());
+}
+
+bool holdsWords(const Note& note, const std::string& wanted)
+{
+    const std::string title = " " + TextMatch::normalized(note.title) + " ";
+    for (std::size_t start = 0; start < wanted.size();) {
+        const std::size_t end = std::min(wanted.find(' ', start), wanted.size());
+        if (title.find(" " + wanted.substr(start, end - start) + " ") == std::string::npos)
+            return false;
+        start = end + 1;
+    }
+    return true;
+}
+
+} // namespace
+
+std::vector<Note> pendingReminders(const std::vector<Note>& notes, ReminderAudience audience)
+{
+    std::vector<Note> pending;
+    for (const Note& note : notes)
+        if (ReminderState::isPending(note) && (audience == ReminderAudience::user || note.isVisibleToQuorvell()))
+            pending.push_back(note);
+    std::stable_sort(pending.begin(), pending.end(),
+        [](const Note& left, const Note& right) { return sortKey(left) < sortKey(right); });
+    return pending;
+}
+
+std::vector<Note> meantReminders(
+    const std::vector<Note>& pending, std::string_view id, std::string_view words, Instant now)
+{
+    std::vector<Note> meant;
+    const auto collect = [&](const auto& isMeant) {
+        std::copy_if(pending.begin(), pending.end(), std::back_inserter(meant), isMeant);
+    };
+    const std::string wanted = TextMatch::normalized(words);
+    if (!id.empty()) {
+        collect([&](const Note& note) { return note.id == id; });
+        if (meant.empty())
+            collect([&](const Note& note) { return note.id.starts_with(id); });
+    } else if (!wanted.empty()) {
+        collect([&](const Note& note) { return TextMatch::normalized(note.title) == wanted; });
+        if (meant.empty())
+            collect([&](const Note& note) { return holdsWords(note, wanted); });
+    } else {
+        collect([&](const Note& note) { return ReminderState::isDue(note, now); });
+    }
+    return meant;
+}
+
+ReminderRequest putOffRequest(std::string_view words, Instant now, const Calendar& calendar)
+{
+    const std::string wanted = TextMatch::normalized(words);
+    const bool isVague = wanted == "later" || wanted == "a bit later" || wanted == "again later" || wanted == "snooze";
+    for (const ReminderChoice& choice : ReminderChoices::later(now, calendar, calendar.locale()))
+        if (wanted == lowerCased(choice.title) || (isVague && choice.title == "In an hour"))
+            return {ReminderRequest::Verdict::ready, "", choice.date, true, {}, std::nullopt};
+    ReminderRequest request = ReminderRequest::fromWords(words, now, calendar);
+    if (request.verdict == ReminderRequest::Verdict::needsTask)
+        request.verdict = ReminderRequest::Verdict::ready;
+    return request;
+}
+
+} // namespace quorvell

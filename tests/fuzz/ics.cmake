@@ -1,0 +1,1 @@
+quorvell_fuzz(ics USES agenda)
