@@ -1,115 +1,49 @@
 #include "Quorvell/app/TalkCommand.h"
 
-#include "Quorvell/app/Assistant.h"
-#include "Quorvell/app/ConversationEvents.h"
 #include "Quorvell/app/ConversationOptions.h"
-#include "Quorvell/app/ConversationText.h"
-#include "Quorvell/app/Interrupts.h"
-#include "Quorvell/app/ObserverGroup.h"
-#include "Quorvell/app/ProgramLoop.h"
-#include "Quorvell/app/ReplyRecorder.h"
-#include "Quorvell/app/TalkTurn.h"
-#include "Quorvell/audio/WavFile.h"
+#include "Quorvell/app/ProgramEnvironment.h"
+#include "Quorvell/app/TalkAloud.h"
+#include "Quorvell/app/TalkRecording.h"
 
 #include <CLI/CLI.hpp>
-#include <nlohmann/json.hpp>
 
-#include <iostream>
+#include <memory>
 
 namespace quorvell {
 
 namespace {
 
-constexpr int couldNot = 1;
-constexpr int clearSpeechRateHz = 16000; ///< Below, the sounds that tell consonants apart are missing.
-
-struct TalkFiles {
-    std::string recording;
-    std::optional<std::string> reply;
+struct Options {
+    TalkFiles files;
+    TalkWishes wishes;
+    bool listsDevices = false;
 };
-
-int complain(const std::string& problem)
-{
-    std::cerr << problem << std::endl;
-    return couldNot;
-}
-
-/// What the turn looks like to whoever asked for it.
-struct TalkView {
-    std::unique_ptr<ConversationEvents> events; ///< With --json.
-    std::unique_ptr<ConversationText> text; ///< Without.
-
-    SessionObserver* observer() const { return events ? static_cast<SessionObserver*>(events.get()) : text.get(); }
-    void tell(std::string_view event) const
-    {
-        if (events)
-            events->write(event, Json::object());
-    }
-};
-
-TalkView makeView(
-    const ProgramEnvironment& environment, const ConversationOptions& options, const QtScheduler& scheduler)
-{
-    if (options.asJson)
-        return {std::make_unique<ConversationEvents>(std::cout, scheduler), nullptr};
-    ConversationText::Style style;
-    style.colour = environment.allowsColour ? ConversationText::Colour::ansi : ConversationText::Colour::none;
-    style.speakers = ConversationText::Speakers::named;
-    return {nullptr, std::make_unique<ConversationText>(std::cout, std::cerr, style)};
-}
-
-int keepReply(const TalkFiles& files, const ReplyRecorder& recorder)
-{
-    if (!files.reply)
-        return 0;
-    if (recorder.samples().empty())
-        return complain("The answer had no sound, so " + *files.reply + " was not written.");
-    const auto problem = WavFile::write(*files.reply, recorder.samples(), MicrophoneStream::sampleRateHz);
-    return problem ? complain(*problem) : 0;
-}
-
-int runTalk(const ProgramEnvironment& environment, const ConversationOptions& options, const TalkFiles& files)
-{
-    const WavReading recording = WavFile::read(files.recording, MicrophoneStream::sampleRateHz);
-    if (!recording.samples)
-        return complain(recording.problem);
-    if (recording.recordedRateHz < clearSpeechRateHz)
-        std::cerr << files.recording << " was recorded at " << recording.recordedRateHz
-                  << " Hz, as telephones do; words are often misheard. Record at 16000 Hz or more." << std::endl;
-    if (const auto problem = files.reply ? WavFile::problemOfWriting(*files.reply) : std::nullopt)
-        return complain(*problem);
-    ProgramLoop loop;
-    QtScheduler& scheduler = loop.scheduler();
-    const TalkView view = makeView(environment, options, scheduler);
-    const UserSettings settings = UserSettings::readTelling(environment, std::cerr);
-    ReplyRecorder recorder([&] { view.tell("voice_started"); });
-    const auto finished = [&](const TalkTurn::Outcome& outcome) {
-        if (!outcome.problem.empty())
-            view.observer()->problemArose(outcome.problem);
-        ProgramLoop::end(outcome.isAnswered ? 0 : couldNot);
-    };
-    TalkTurn turn({scheduler, [&] { view.tell("input_ended"); }, finished}, *recording.samples);
-    ObserverGroup observers({view.observer(), &turn});
-    const Assistant::Wishes wishes{options.host};
-    const Assistant::Made made = Assistant::create(environment, settings, scheduler, wishes, {recorder}, observers);
-    if (!made.assistant)
-        return complain(made.problem);
-    const Interrupts interrupts([&] { turn.interrupt(); });
-    scheduler.post([&] { turn.begin(made.assistant->session()); });
-    const int exitCode = loop.run();
-    return exitCode != 0 ? exitCode : keepReply(files, recorder);
-}
 
 } // namespace
 
 std::function<int()> addTalkCommand(CLI::App& program, const ProgramEnvironment& environment)
 {
-    CLI::App* command = program.add_subcommand("talk", "Play a recording to the assistant and keep its spoken answer");
-    const auto files = std::make_shared<TalkFiles>();
-    command->add_option("recording", files->recording, "What is said to the assistant, a WAV file")->required();
-    command->add_option("--reply", files->reply, "Where to keep what it answers, a WAV file");
+    CLI::App* command = program.add_subcommand(
+        "talk", "Talk to the assistant through microphone and loudspeaker, or play a recording to it");
+    const auto chosen = std::make_shared<Options>();
+    auto* recording = command->add_option(
+        "recording", chosen->files.recording, "What is said to the assistant, a WAV file (default: the microphone)");
+    command->add_option("--reply", chosen->files.reply, "Where to keep what it answers, a WAV file")->needs(recording);
+    command->add_option("--device", chosen->wishes.microphone, "The microphone, as --list-devices names it")
+        ->excludes(recording);
+    command->add_option("--loudspeaker", chosen->wishes.loudspeaker, "The loudspeaker, as --list-devices names it")
+        ->excludes(recording);
+    command->add_flag("--push-to-talk", chosen->wishes.isPushToTalk, "Listen only between two presses of Space")
+        ->excludes(recording);
+    command->add_flag("--list-devices", chosen->listsDevices, "List microphones and loudspeakers")->excludes(recording);
     const auto options = ConversationOptions::declare(*command);
-    return [environment, options, files] { return runTalk(environment, *options, *files); };
+    return [environment, options, chosen] {
+        if (chosen->listsDevices)
+            return listSoundDevices(environment, options->asJson);
+        if (chosen->files.recording.empty())
+            return talkAloud(environment, *options, chosen->wishes);
+        return talkFromRecording(environment, *options, chosen->files);
+    };
 }
 
 } // namespace quorvell

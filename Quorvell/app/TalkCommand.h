@@ -10,7 +10,8 @@ namespace quorvell {
 
 struct ProgramEnvironment;
 
-/// `quorvell talk FILE.wav [--reply OUT.wav] [--json] [--host HOST]`: one spoken turn from a recording.
+/// `quorvell talk [--device NAME] [--push-to-talk]`: a spoken conversation.
+/// `quorvell talk FILE.wav [--reply OUT.wav]`: one spoken turn from a recording.
 std::function<int()> addTalkCommand(CLI::App& program, const ProgramEnvironment& environment);
 
 } // namespace quorvell

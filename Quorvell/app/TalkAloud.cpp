@@ -1,0 +1,216 @@
+#include "Quorvell/app/TalkAloud.h"
+
+#include "Quorvell/app/Assistant.h"
+#include "Quorvell/app/ConversationEvents.h"
+#include "Quorvell/app/ConversationOptions.h"
+#include "Quorvell/app/ConversationText.h"
+#include "Quorvell/app/DesktopSound.h"
+#include "Quorvell/app/Interrupts.h"
+#include "Quorvell/app/Keyboard.h"
+#include "Quorvell/app/LiveTalk.h"
+#include "Quorvell/app/ProgramLoop.h"
+#include "Quorvell/app/StatusLine.h"
+#include "Quorvell/app/TalkStatus.h"
+#include "Quorvell/app/UsageText.h"
+
+#include <nlohmann/json.hpp>
+
+#include <iostream>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+constexpr int couldNot = 1;
+
+/// One spoken conversation with everything that shows and carries it.
+class AloudTalk {
+public:
+    AloudTalk(const ProgramEnvironment& environment, const ConversationOptions& options, const TalkWishes& wishes)
+        : m_environment(environment)
+        , m_options(options)
+        , m_settings(UserSettings::readTelling(environment, std::cerr))
+        , m_listening(wishes.isPushToTalk || m_settings.listening == UserSettings::Listening::pushToTalk
+                  ? SessionSettings::Listening::pushToTalk
+                  : SessionSettings::Listening::openMicrophone)
+        , m_sound(environment.runtimeFolder, m_loop.scheduler(),
+              {wishes.microphone.value_or(m_settings.microphone.value_or("")),
+                  wishes.loudspeaker.value_or(m_settings.loudspeaker.value_or(""))},
+              {[this](std::span<const std::uint8_t> pcm) { captured(pcm); },
+                  [this](const std::string& sentence) { soundFailed(sentence); }})
+        , m_talk({m_loop.scheduler(), [this](const std::string& sentence) { tell(sentence); },
+                     [this] { return usageText(); }, &ProgramLoop::end},
+              m_listening)
+    {
+        makeViews();
+    }
+
+    int run()
+    {
+        const Interrupts interrupts([this] { interrupt(); });
+        m_sound.whenKnown([this](const std::string& problem) { soundKnown(problem); });
+        return m_loop.run();
+    }
+
+private:
+    void makeViews()
+    {
+        std::vector<SessionObserver*> observers;
+        if (m_options.asJson) {
+            m_events = std::make_unique<ConversationEvents>(std::cout, m_loop.scheduler());
+            observers.push_back(m_events.get());
+        } else {
+            ConversationText::Style style;
+            style.speakers = ConversationText::Speakers::named;
+            style.aside = [this](const auto& print) { m_line.aside(print); };
+            if (m_environment.allowsColour)
+                style.colour = ConversationText::Colour::ansi;
+            m_text = std::make_unique<ConversationText>(std::cout, std::cerr, style);
+            observers.push_back(m_text.get());
+        }
+        if (m_text && m_environment.allowsColour) {
+            m_status = std::make_unique<TalkStatus>(
+                m_loop.scheduler(), m_line, [this] { return m_assistant ? m_assistant->usage().secondsToday() : 0.0; });
+            observers.push_back(m_status.get());
+        }
+        observers.push_back(&m_talk);
+        m_observers = std::make_unique<ObserverGroup>(observers);
+    }
+
+    void soundKnown(const std::string& problem)
+    {
+        const std::string choice = problem.empty() ? m_sound.problemOfChoice() : std::string();
+        const bool isDeaf = problem.empty() && choice.empty() && m_sound.devices().microphone({}) == nullptr;
+        if (!problem.empty() || !choice.empty() || isDeaf)
+            return fail(isDeaf ? sentenceOf(SoundProblem::noMicrophone) : problem + choice);
+        Assistant::Wishes wishes{m_options.host};
+        wishes.listening = m_listening;
+        wishes.greeting = SessionSettings::Greeting::spoken;
+        Assistant::Made made = Assistant::create(m_environment, m_settings, m_loop.scheduler(), wishes,
+            {m_sound.player(), &m_sound.capture()}, *m_observers);
+        if (!made.assistant)
+            return fail(made.problem);
+        m_assistant = std::move(made.assistant);
+        welcome();
+        if (m_environment.isInputTerminal)
+            m_keyboard = std::make_unique<Keyboard>([this](char key) { m_talk.keyPressed(key); });
+        m_talk.begin(m_assistant->session());
+    }
+
+    void welcome()
+    {
+        if (!m_text)
+            return;
+        tell(m_assistant->isOnDevice() ? "Quorvell on this computer, without an account: nothing you say leaves it."
+                                       : "Quorvell with a hosted model: what you say while you speak is sent to it.");
+        if (m_environment.isInputTerminal)
+            tell(LiveTalk::keysText(m_listening));
+    }
+
+    void captured(std::span<const std::uint8_t> pcm)
+    {
+        if (m_status)
+            m_status->captured(pcm);
+        if (m_assistant)
+            m_assistant->session().microphoneCaptured(pcm);
+    }
+
+    void soundFailed(const std::string& sentence) { m_observers->problemArose(sentence); }
+
+    void interrupt()
+    {
+        if (m_assistant)
+            m_talk.interrupt();
+        else
+            ProgramLoop::end(couldNot);
+    }
+
+    void tell(const std::string& sentence)
+    {
+        m_line.aside([&] { (m_options.asJson ? std::cerr : std::cout) << sentence << std::endl; });
+    }
+
+    void fail(const std::string& sentence)
+    {
+        std::cerr << sentence << "\nTyping needs no sound: quorvell chat." << std::endl;
+        ProgramLoop::end(couldNot);
+    }
+
+    std::string usageText() const
+    {
+        return UsageText::ofConversation(m_assistant->session().usage()) + "\n"
+            + UsageText::ofDays(m_assistant->usage().book(), m_assistant->usage().today());
+    }
+
+    ProgramEnvironment m_environment;
+    ConversationOptions m_options;
+    ProgramLoop m_loop;
+    UserSettings m_settings;
+    SessionSettings::Listening m_listening;
+    StatusLine m_line{std::cout};
+    DesktopSound m_sound;
+    LiveTalk m_talk;
+    std::unique_ptr<ConversationEvents> m_events; ///< With --json.
+    std::unique_ptr<ConversationText> m_text; ///< Without.
+    std::unique_ptr<TalkStatus> m_status; ///< Where the terminal can show it.
+    std::unique_ptr<ObserverGroup> m_observers;
+    std::unique_ptr<Assistant> m_assistant;
+    std::unique_ptr<Keyboard> m_keyboard;
+};
+
+void printDevices(const char* title, const std::vector<SoundDevice>& devices, const std::string& usual)
+{
+    std::cout << title << "\n";
+    for (const SoundDevice& device : devices)
+        std::cout << (device.name == usual ? "* " : "  ") << ConversationText::printable(device.name) << "  "
+                  << ConversationText::printable(device.description)
+                  << (device.isMonitor ? " (what a loudspeaker plays)" : "") << "\n";
+    if (devices.empty())
+        std::cout << "  none\n";
+}
+
+Json jsonOf(const std::vector<SoundDevice>& devices, const std::string& usual)
+{
+    Json list = Json::array();
+    for (const SoundDevice& device : devices)
+        list.push_back({{"name", device.name}, {"description", device.description}, {"default", device.name == usual},
+            {"monitor", device.isMonitor}});
+    return list;
+}
+
+void printDevices(const SoundDevices& devices, bool asJson)
+{
+    if (asJson) {
+        std::cout << dumpJson({{"microphones", jsonOf(devices.microphones, devices.defaultMicrophone)},
+            {"loudspeakers", jsonOf(devices.loudspeakers, devices.defaultLoudspeaker)}})
+                  << std::endl;
+        return;
+    }
+    printDevices("Microphones", devices.microphones, devices.defaultMicrophone);
+    printDevices("Loudspeakers", devices.loudspeakers, devices.defaultLoudspeaker);
+    std::cout << "* is what the desktop uses unless another one is chosen." << std::endl;
+}
+
+} // namespace
+
+int talkAloud(const ProgramEnvironment& environment, const ConversationOptions& options, const TalkWishes& wishes)
+{
+    return AloudTalk(environment, options, wishes).run();
+}
+
+int listSoundDevices(const ProgramEnvironment& environment, bool asJson)
+{
+    ProgramLoop loop;
+    DesktopSound sound(environment.runtimeFolder, loop.scheduler(), {}, {[](auto) {}, [](const std::string&) {}});
+    sound.whenKnown([&](const std::string& problem) {
+        if (problem.empty())
+            printDevices(sound.devices(), asJson);
+        else
+            std::cerr << problem << std::endl;
+        ProgramLoop::end(problem.empty() ? 0 : couldNot);
+    });
+    return loop.run();
+}
+
+} // namespace quorvell

@@ -1,0 +1,99 @@
+#include "Quorvell/app/TalkRecording.h"
+
+#include "Quorvell/app/Assistant.h"
+#include "Quorvell/app/ConversationEvents.h"
+#include "Quorvell/app/ConversationOptions.h"
+#include "Quorvell/app/ConversationText.h"
+#include "Quorvell/app/Interrupts.h"
+#include "Quorvell/app/ObserverGroup.h"
+#include "Quorvell/app/ProgramLoop.h"
+#include "Quorvell/app/ReplyRecorder.h"
+#include "Quorvell/app/TalkTurn.h"
+#include "Quorvell/audio/WavFile.h"
+
+#include <nlohmann/json.hpp>
+
+#include <iostream>
+
+namespace quorvell {
+
+namespace {
+
+constexpr int couldNot = 1;
+constexpr int clearSpeechRateHz = 16000; ///< Below, the sounds that tell consonants apart are missing.
+
+int complain(const std::string& problem)
+{
+    std::cerr << problem << std::endl;
+    return couldNot;
+}
+
+/// What the turn looks like to whoever asked for it.
+struct TalkView {
+    std::unique_ptr<ConversationEvents> events; ///< With --json.
+    std::unique_ptr<ConversationText> text; ///< Without.
+
+    SessionObserver* observer() const { return events ? static_cast<SessionObserver*>(events.get()) : text.get(); }
+    void tell(std::string_view event) const
+    {
+        if (events)
+            events->write(event, Json::object());
+    }
+};
+
+TalkView makeView(
+    const ProgramEnvironment& environment, const ConversationOptions& options, const QtScheduler& scheduler)
+{
+    if (options.asJson)
+        return {std::make_unique<ConversationEvents>(std::cout, scheduler), nullptr};
+    ConversationText::Style style;
+    style.colour = environment.allowsColour ? ConversationText::Colour::ansi : ConversationText::Colour::none;
+    style.speakers = ConversationText::Speakers::named;
+    return {nullptr, std::make_unique<ConversationText>(std::cout, std::cerr, style)};
+}
+
+int keepReply(const TalkFiles& files, const ReplyRecorder& recorder)
+{
+    if (!files.reply)
+        return 0;
+    if (recorder.samples().empty())
+        return complain("The answer had no sound, so " + *files.reply + " was not written.");
+    const auto problem = WavFile::write(*files.reply, recorder.samples(), MicrophoneStream::sampleRateHz);
+    return problem ? complain(*problem) : 0;
+}
+
+} // namespace
+
+int talkFromRecording(const ProgramEnvironment& environment, const ConversationOptions& options, const TalkFiles& files)
+{
+    const WavReading recording = WavFile::read(files.recording, MicrophoneStream::sampleRateHz);
+    if (!recording.samples)
+        return complain(recording.problem);
+    if (recording.recordedRateHz < clearSpeechRateHz)
+        std::cerr << files.recording << " was recorded at " << recording.recordedRateHz
+                  << " Hz, as telephones do; words are often misheard. Record at 16000 Hz or more." << std::endl;
+    if (const auto problem = files.reply ? WavFile::problemOfWriting(*files.reply) : std::nullopt)
+        return complain(*problem);
+    ProgramLoop loop;
+    QtScheduler& scheduler = loop.scheduler();
+    const TalkView view = makeView(environment, options, scheduler);
+    const UserSettings settings = UserSettings::readTelling(environment, std::cerr);
+    ReplyRecorder recorder([&] { view.tell("voice_started"); });
+    const auto finished = [&](const TalkTurn::Outcome& outcome) {
+        if (!outcome.problem.empty())
+            view.observer()->problemArose(outcome.problem);
+        ProgramLoop::end(outcome.isAnswered ? 0 : couldNot);
+    };
+    TalkTurn turn({scheduler, [&] { view.tell("input_ended"); }, finished}, *recording.samples);
+    ObserverGroup observers({view.observer(), &turn});
+    const Assistant::Wishes wishes{options.host};
+    const Assistant::Made made = Assistant::create(environment, settings, scheduler, wishes, {recorder}, observers);
+    if (!made.assistant)
+        return complain(made.problem);
+    const Interrupts interrupts([&] { turn.interrupt(); });
+    scheduler.post([&] { turn.begin(made.assistant->session()); });
+    const int exitCode = loop.run();
+    return exitCode != 0 ? exitCode : keepReply(files, recorder);
+}
+
+} // namespace quorvell

@@ -1,0 +1,98 @@
+#include "Quorvell/app/TalkStatus.h"
+
+#include "Quorvell/app/UsageText.h"
+#include "QuorvellCore/live/gate/PCM.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace quorvell {
+
+TalkStatus::TalkStatus(Scheduler& scheduler, StatusLine& line, std::function<double()> secondsToday)
+    : m_line(line)
+    , m_secondsToday(std::move(secondsToday))
+    , m_ticks(scheduler.every(tick, [this] { tell(); }))
+{
+}
+
+void TalkStatus::captured(std::span<const std::uint8_t> pcm)
+{
+    m_level = std::max(m_level, PCM::levelOfInt16LE(pcm));
+}
+
+void TalkStatus::phaseChanged(SessionPhase phase)
+{
+    m_phase = phase;
+    tell();
+}
+
+void TalkStatus::restChanged(Doze doze)
+{
+    m_doze = doze;
+    tell();
+}
+
+void TalkStatus::linkChanged(Link link)
+{
+    m_link = link;
+    tell();
+}
+
+void TalkStatus::earChanged(Ear ear)
+{
+    m_ear = ear;
+    tell();
+}
+
+void TalkStatus::toolCalled(const LiveFunctionCall& call)
+{
+    m_tool = call.name;
+    std::replace(m_tool.begin(), m_tool.end(), '_', ' ');
+    tell();
+}
+
+void TalkStatus::toolAnswered(const LiveFunctionResponse&)
+{
+    m_tool.clear();
+    tell();
+}
+
+std::string TalkStatus::meter(float level)
+{
+    const int filled = std::clamp(static_cast<int>(std::lround(level * meterWidth)), 0, meterWidth);
+    std::string bar;
+    for (int cell = 0; cell < meterWidth; ++cell)
+        bar += cell < filled ? "▮" : "▯";
+    return bar;
+}
+
+void TalkStatus::tell()
+{
+    std::string text = state();
+    const float level = std::exchange(m_level, 0.0F);
+    if (m_ear == Ear::open || m_ear == Ear::hearing)
+        text += "  " + meter(level);
+    if (!m_tool.empty())
+        text += "  · " + m_tool;
+    m_line.show(text + "  · today " + UsageText::duration(m_secondsToday()));
+}
+
+std::string TalkStatus::state() const
+{
+    if (m_phase == SessionPhase::idle)
+        return "not connected";
+    if (m_phase == SessionPhase::connecting)
+        return "calling the assistant …";
+    if (m_link == Link::reconnecting)
+        return "connecting again; go on talking …";
+    if (m_ear == Ear::muted)
+        return "muted";
+    if (m_doze == Doze::dozing)
+        return "resting; talk to wake it";
+    if (m_doze == Doze::waking)
+        return "waking …";
+    return m_ear == Ear::hearing ? "hearing you" : m_ear == Ear::open ? "listening  " : "not listening";
+}
+
+} // namespace quorvell

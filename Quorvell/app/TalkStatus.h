@@ -1,0 +1,51 @@
+#pragma once
+
+#include "Quorvell/app/StatusLine.h"
+#include "Quorvell/session/Scheduler.h"
+#include "Quorvell/session/SessionObserver.h"
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+
+namespace quorvell {
+
+/// The status line of a spoken conversation: what the ear does, how loud it is, how long was spoken today. Main thread.
+class TalkStatus : public SessionObserver {
+public:
+    static constexpr std::chrono::milliseconds tick{200}; ///< Often enough for a level meter, seldom enough to be free.
+    static constexpr int meterWidth = 8;
+
+    /// Both are borrowed. `secondsToday` may be asked at any time.
+    TalkStatus(Scheduler& scheduler, StatusLine& line, std::function<double()> secondsToday);
+
+    /// The microphone's sound, for the meter.
+    void captured(std::span<const std::uint8_t> pcm);
+
+    void phaseChanged(SessionPhase phase) override;
+    void restChanged(Doze doze) override;
+    void linkChanged(Link link) override;
+    void earChanged(Ear ear) override;
+    void toolCalled(const LiveFunctionCall& call) override;
+    void toolAnswered(const LiveFunctionResponse& response) override;
+
+    /// "▮▮▮▯▯▯▯▯" for a level from 0 to 1.
+    static std::string meter(float level);
+
+private:
+    void tell();
+    std::string state() const;
+
+    StatusLine& m_line;
+    std::function<double()> m_secondsToday;
+    SessionPhase m_phase = SessionPhase::idle;
+    Doze m_doze = Doze::awake;
+    Link m_link = Link::steady;
+    Ear m_ear = Ear::closed;
+    std::string m_tool; ///< That runs.
+    float m_level = 0; ///< The loudest since the last tick.
+    TimerHandle m_ticks;
+};
+
+} // namespace quorvell
