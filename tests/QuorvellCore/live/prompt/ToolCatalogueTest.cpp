@@ -49,11 +49,11 @@ explain question text level?
 save_how_to title goal steps based_on?
 remember_about_them fact
 open_notebook id?
-set_reminder text? task? date? repeat? when_back? id? done? later?
+set_reminder text? task? date? repeat? when_back? list? id? done? later?
 whats_on from? to?
 find_free_time minutes from? to?
 add_event title start end? minutes? all_day? place? notes?
-change_event id changes? cancel?
+change_event id changes? cancel? series?
 quorvell_update action
 connect_app app
 check_connected_apps
