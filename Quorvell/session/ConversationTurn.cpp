@@ -1,13 +1,23 @@
 #include "Quorvell/session/ConversationTurn.h"
 
+#include "Quorvell/session/MicrophoneStream.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <utility>
 
 namespace quorvell {
 
+namespace {
+
+std::chrono::milliseconds lengthOf(std::span<const std::uint8_t> pcm)
+{
+    return std::chrono::milliseconds(pcm.size() * 1000 / (2 * MicrophoneStream::sampleRateHz));
+}
+
+} // namespace
+
 ConversationTurn::ConversationTurn(Ports ports, SessionSettings::Replies replies, std::chrono::milliseconds patience)
-    : m_ports(ports)
+    : m_ports(std::move(ports))
     , m_replies(replies)
     , m_patience(patience)
 {
@@ -18,21 +28,29 @@ ConversationTurn::ConversationTurn(Ports ports, SessionSettings::Replies replies
 void ConversationTurn::open()
 {
     finishAssistantWords();
+    noteBeginning();
     m_tracker.requested();
     noteActivity();
 }
 
-void ConversationTurn::userTyped(const std::string& text)
+void ConversationTurn::userTyped(const std::string& text, const std::string& ownWords)
 {
     finishUserWords();
+    m_bargedIn = false;
     open();
-    m_ports.observer.userSaid(text, SessionObserver::Words::typed);
-    remember("user", text);
+    userAsked(text, ownWords, SessionObserver::Words::typed);
+}
+
+void ConversationTurn::userOverheard(const std::string& text)
+{
+    open();
+    userAsked(text, text, SessionObserver::Words::spoken);
 }
 
 void ConversationTurn::userWords(const std::string& delta)
 {
     m_heard.add(m_heard.partial + delta, Transcript::Piece::partial);
+    noteBeginning();
     m_tracker.heard();
     noteActivity();
 }
@@ -40,6 +58,7 @@ void ConversationTurn::userWords(const std::string& delta)
 void ConversationTurn::backendStarted()
 {
     finishUserWords();
+    noteBeginning();
     m_tracker.heard();
     m_tracker.backendStarted();
     noteActivity();
@@ -53,9 +72,11 @@ void ConversationTurn::backendFinished()
 
 void ConversationTurn::voiceSound(std::span<const std::uint8_t> pcm)
 {
-    if (isShown())
+    if (isShown() || m_bargedIn)
         return;
     finishUserWords();
+    startNewCaption();
+    m_spoken.addSound(lengthOf(pcm));
     m_ports.player.play(pcm);
     noteAnswer();
 }
@@ -63,10 +84,11 @@ void ConversationTurn::voiceSound(std::span<const std::uint8_t> pcm)
 void ConversationTurn::voiceWords(const std::string& delta)
 {
     // What was shown in writing is not shown again as the voice says it, perhaps long after.
-    if (isShown() && (!m_tracker.isOpen || !m_written.empty()))
+    if (m_bargedIn || (isShown() && (!m_tracker.isOpen || !m_written.empty())))
         return;
     finishUserWords();
-    m_spoken += delta;
+    startNewCaption();
+    m_spoken.addWords(delta);
     if (!isShown())
         m_ports.observer.assistantWordsHeard(delta);
     noteAnswer();
@@ -74,6 +96,8 @@ void ConversationTurn::voiceWords(const std::string& delta)
 
 void ConversationTurn::replyWritten(const std::string& text)
 {
+    if (m_bargedIn)
+        return;
     finishUserWords();
     m_written += (m_written.empty() ? "" : " ") + text;
     if (!isShown())
@@ -82,10 +106,36 @@ void ConversationTurn::replyWritten(const std::string& text)
     noteAnswer();
 }
 
+void ConversationTurn::replyGrew(const std::string& delta)
+{
+    if (!m_bargedIn && isShown())
+        m_ports.observer.assistantReplyGrew(delta);
+    noteActivity();
+}
+
+void ConversationTurn::serviceFinished()
+{
+    m_tracker.serviceFinished();
+    noteActivity();
+}
+
 void ConversationTurn::problemShown()
 {
     if (m_tracker.isOpen)
         noteAnswer();
+}
+
+bool ConversationTurn::connectionLost()
+{
+    const bool isAnswerComplete = m_tracker.isAnswered && !m_tracker.isBackendWorking && !isReplyArriving();
+    if (!m_tracker.isOpen || isAnswerComplete)
+        return false;
+    finishAssistantWords();
+    m_bargedIn = false;
+    m_tracker.requested();
+    m_tracker.backendStarted();
+    noteActivity();
+    return true;
 }
 
 void ConversationTurn::breakOff()
@@ -99,12 +149,45 @@ void ConversationTurn::end()
 {
     finishUserWords();
     finishAssistantWords();
+    m_conversation.settle();
+    m_bargedIn = false;
     m_tracker = {};
     m_completionTimer.cancel();
     m_patienceTimer.cancel();
 }
 
+void ConversationTurn::cutReply(Cut cut)
+{
+    const auto played = m_ports.player.played() - m_playedBefore;
+    m_ports.player.stop();
+    const std::string heard = m_spoken.heard(played);
+    m_spoken = {};
+    if (!isShown() && !heard.empty())
+        m_spoken.addWords(heard);
+    m_bargedIn = true;
+    if (m_tracker.isBackendWorking && cut == Cut::spokenOver)
+        finishAssistantWords();
+    else if (m_tracker.isOpen)
+        close(SessionObserver::TurnOutcome::interrupted);
+}
+
+bool ConversationTurn::isVoiceSounding() const
+{
+    return !isShown() && m_ports.player.unplayed() > std::chrono::milliseconds::zero();
+}
+
+bool ConversationTurn::isReplyArriving() const
+{
+    return m_tracker.isOpen && m_tracker.isAnswered && m_ports.scheduler.now() - m_lastOutput < arrivalGap;
+}
+
 // ---- When a turn is over
+
+void ConversationTurn::noteBeginning()
+{
+    if (!m_tracker.isOpen)
+        m_beganAt = m_ports.scheduler.now();
+}
 
 void ConversationTurn::noteActivity()
 {
@@ -115,7 +198,10 @@ void ConversationTurn::noteActivity()
 
 void ConversationTurn::noteAnswer()
 {
-    m_tracker.answered(m_ports.scheduler.now() + m_ports.player.unplayed());
+    m_spokeSinceRequest = true;
+    noteBeginning();
+    m_lastOutput = m_ports.scheduler.now();
+    m_tracker.answered(m_lastOutput + m_ports.player.unplayed());
     noteActivity();
 }
 
@@ -130,8 +216,10 @@ void ConversationTurn::scheduleCompletion()
 void ConversationTurn::complete()
 {
     // A loudspeaker may have fallen behind what was reckoned when the sound arrived.
-    if (m_ports.player.unplayed() > std::chrono::milliseconds::zero())
-        return noteAnswer();
+    if (const auto unplayed = m_ports.player.unplayed(); unplayed > std::chrono::milliseconds::zero()) {
+        m_tracker.answered(m_ports.scheduler.now() + unplayed);
+        return noteActivity();
+    }
     close(SessionObserver::TurnOutcome::answered);
 }
 
@@ -145,42 +233,50 @@ void ConversationTurn::close(SessionObserver::TurnOutcome outcome)
 {
     finishUserWords();
     finishAssistantWords();
+    m_conversation.settle();
     m_tracker.close();
     m_completionTimer.cancel();
     m_patienceTimer.cancel();
+    m_ports.closed();
     m_ports.observer.turnCompleted(outcome);
 }
 
 // ---- Words
 
+void ConversationTurn::userAsked(const std::string& text, const std::string& ownWords, SessionObserver::Words words)
+{
+    m_actedSinceWords = false;
+    m_spokeSinceRequest = false;
+    m_recentRequests.heard(ownWords, m_ports.scheduler.now());
+    m_conversation.userAsked(text);
+    m_ports.observer.userSaid(text, words);
+}
+
 void ConversationTurn::finishUserWords()
 {
     const std::string text = trimmed(std::exchange(m_heard, {}).text());
-    if (text.empty())
-        return;
-    m_ports.observer.userSaid(text, SessionObserver::Words::spoken);
-    remember("user", text);
+    if (!text.empty())
+        userAsked(text, text, SessionObserver::Words::spoken);
+}
+
+void ConversationTurn::startNewCaption()
+{
+    if (m_spoken.isEmpty())
+        m_playedBefore = m_ports.player.played() + m_ports.player.unplayed();
 }
 
 void ConversationTurn::finishAssistantWords()
 {
-    const std::string spoken = trimmed(std::exchange(m_spoken, {}));
+    const std::string spoken = trimmed(std::exchange(m_spoken, {}).text());
     const std::string written = trimmed(std::exchange(m_written, {}));
-    const bool isWrittenBest = !written.empty() && (isShown() || spoken.empty());
+    const bool isWrittenBest = !written.empty() && (isShown() || (spoken.empty() && !m_bargedIn));
     const std::string& text = isWrittenBest ? written : spoken;
     if (text.empty())
         return;
     const bool wasShownAsItCame = isShown() && isWrittenBest;
     if (!wasShownAsItCame)
         m_ports.observer.assistantSaid(text);
-    remember("assistant", text);
-}
-
-void ConversationTurn::remember(const char* role, const std::string& text)
-{
-    m_conversation.push_back({role, text});
-    if (m_conversation.size() > keptEntries)
-        m_conversation.pop_front();
+    m_conversation.assistantSaid(text);
 }
 
 } // namespace quorvell

@@ -1,28 +1,29 @@
 #pragma once
 
 #include "Quorvell/session/AudioPlayer.h"
+#include "Quorvell/session/ConversationMemory.h"
 #include "Quorvell/session/Scheduler.h"
 #include "Quorvell/session/SessionObserver.h"
 #include "Quorvell/session/SessionSettings.h"
+#include "Quorvell/session/SpokenReply.h"
 #include "Quorvell/session/TurnTracker.h"
+#include "QuorvellCore/live/history/RecentRequests.h"
 #include "QuorvellCore/live/history/Transcript.h"
-#include "QuorvellCore/live/wire/LiveHistoryEntry.h"
 
-#include <deque>
+#include <functional>
 #include <string>
 
 namespace quorvell {
 
-/// What is said on both sides, turn by turn: gathers the words, sees when a turn is over, tells the observer, and
-/// remembers the conversation. Main thread; its ports are borrowed.
+/// What is said on both sides, turn by turn: gathers the words, plays the voice, cuts it when the user speaks over it,
+/// sees when a turn is over, tells the observer, and remembers the conversation. Main thread; its ports are borrowed.
 class ConversationTurn {
 public:
-    static constexpr std::size_t keptEntries = 128; ///< As many as can seed a fresh conversation.
-
     struct Ports {
         Scheduler& scheduler;
         AudioPlayer& player;
         SessionObserver& observer;
+        std::function<void()> closed; ///< A turn is over, before the observer hears of it.
     };
 
     ConversationTurn(Ports ports, SessionSettings::Replies replies, std::chrono::milliseconds patience);
@@ -31,48 +32,95 @@ public:
 
     /// An answer is asked for.
     void open();
-    /// The user typed, which asks for an answer.
-    void userTyped(const std::string& text);
+    /// The user typed, which asks for an answer. `ownWords` is `text` without what was pasted.
+    void userTyped(const std::string& text, const std::string& ownWords);
+    /// The recogniser on the device understood the user, while nobody else listened.
+    void userOverheard(const std::string& text);
     /// A piece of what the user says.
     void userWords(const std::string& delta);
+    /// What the user has said so far is complete.
+    void finishUserWords();
+    /// What the user has said so far will be heard once more.
+    void forgetUserWords() { m_heard = {}; }
     void backendStarted();
     void backendFinished();
+    /// Sound of the assistant's voice: 16-bit little-endian mono at MicrophoneStream::sampleRateHz.
     void voiceSound(std::span<const std::uint8_t> pcm);
     /// A piece of what the voice says.
     void voiceWords(const std::string& delta);
     void replyWritten(const std::string& text);
+    void replyGrew(const std::string& delta);
+    /// The service itself declares the turn complete.
+    void serviceFinished();
     /// The user was told of a problem, which is an answer too.
     void problemShown();
+    /// A tool has begun; until words come again, the request counts as acted on.
+    void acted() { m_actedSinceWords = true; }
     /// Something else happened, so patience begins anew.
     void noteActivity();
-    /// The connection is gone, and with it what an open turn was waiting for.
+    /// The connection is gone. Whether the open turn was not finished over it; it then waits for the next one.
+    bool connectionLost();
+    /// The conversation is gone, and with it what an open turn was waiting for.
     void breakOff();
     /// The user ends the conversation; an open turn is forgotten without an outcome.
     void end();
 
+    /// Why a reply is cut short.
+    enum class Cut {
+        spokenOver, ///< A tool that still runs has its outcome told.
+        silenced, ///< The user wants to hear no more of it.
+    };
+    /// Nothing more of this reply is heard, shown or remembered.
+    void cutReply(Cut cut);
+    /// The model knows by now that it was cut; what comes next is a new reply.
+    void expectNewReply() { m_bargedIn = false; }
+    bool bargedIn() const { return m_bargedIn; }
+
     bool isOpen() const { return m_tracker.isOpen; }
-    /// Oldest first.
-    const std::deque<LiveHistoryEntry>& conversation() const { return m_conversation; }
+    /// The present turn, or the last one.
+    SessionTime beganAt() const { return m_beganAt; }
+    bool isVoiceSounding() const;
+    bool isBackendWorking() const { return m_tracker.isBackendWorking; }
+    bool modelGenerating() const { return m_tracker.isBackendWorking || isVoiceSounding(); }
+    /// Since the user's last words.
+    bool actedSinceWords() const { return m_actedSinceWords; }
+    bool spokeSinceRequest() const { return m_spokeSinceRequest; }
+    /// The reply was still coming in shortly before now.
+    bool isReplyArriving() const;
+
+    const ConversationMemory& conversation() const { return m_conversation; }
+    RecentRequests& recentRequests() { return m_recentRequests; }
 
 private:
+    /// A service sends a voice without longer gaps than this.
+    static constexpr std::chrono::milliseconds arrivalGap{1'000};
+
     bool isShown() const { return m_replies == SessionSettings::Replies::shown; }
+    void userAsked(const std::string& text, const std::string& ownWords, SessionObserver::Words words);
+    void noteBeginning();
     void noteAnswer();
     void scheduleCompletion();
     void complete();
     void losePatience();
     void close(SessionObserver::TurnOutcome outcome);
-    void finishUserWords();
+    void startNewCaption();
     void finishAssistantWords();
-    void remember(const char* role, const std::string& text);
 
     Ports m_ports;
     SessionSettings::Replies m_replies;
     std::chrono::milliseconds m_patience;
     TurnTracker m_tracker;
     Transcript m_heard; ///< What the user says, while it arrives.
-    std::string m_spoken; ///< What the voice said in this turn.
+    SpokenReply m_spoken; ///< What the voice said in this turn.
+    std::chrono::milliseconds m_playedBefore{}; ///< Where in all sound ever played this turn's voice begins.
     std::string m_written; ///< What the model wrote in this turn.
-    std::deque<LiveHistoryEntry> m_conversation;
+    bool m_bargedIn = false;
+    bool m_actedSinceWords = false;
+    bool m_spokeSinceRequest = false;
+    SessionTime m_beganAt{};
+    SessionTime m_lastOutput{};
+    ConversationMemory m_conversation;
+    RecentRequests m_recentRequests;
     TimerHandle m_completionTimer;
     TimerHandle m_patienceTimer;
 };

@@ -15,6 +15,8 @@ public:
     virtual void liveEventReceived(const LiveServerEvent& event) = 0;
     /// The model's answer in writing, beside or instead of the voice.
     virtual void liveReplyWritten(const std::string& text) = 0;
+    /// A piece of the answer that liveReplyWritten gives whole later, for whoever shows it while it grows.
+    virtual void liveReplyGrew(const std::string& delta) { static_cast<void>(delta); }
     /// Once, and nothing after it.
     virtual void liveConnectionClosed(const LiveClosure& closure) = 0;
 };

@@ -2,30 +2,54 @@
 
 #include "QuorvellCore/live/gate/PCM.h"
 
-#include <iterator>
 #include <utility>
 
 namespace quorvell {
 
-std::vector<MicGateOutput> MicrophoneStream::captured(std::span<const std::uint8_t> pcm)
+std::vector<MicrophoneStream::Step> MicrophoneStream::captured(std::span<const std::uint8_t> pcm)
 {
-    std::vector<MicGateOutput> outputs;
-    for (AudioChunk& chunk : chunker.append(pcm)) {
-        if (!isGated) {
-            outputs.push_back(MicGateOutput::sound(std::move(chunk)));
-            continue;
-        }
-        const float level = PCM::levelOfInt16LE(chunk.pcm);
-        auto released = gate.process(std::move(chunk), level);
-        std::move(released.begin(), released.end(), std::back_inserter(outputs));
+    std::vector<Step> steps;
+    for (AudioChunk& chunk : chunker.append(pcm))
+        steps.push_back(judged(std::move(chunk)));
+    return steps;
+}
+
+MicrophoneStream::Step MicrophoneStream::judged(AudioChunk chunk)
+{
+    Step step{chunk};
+    if (judge == Judge::key) {
+        if (!isKeyHeld)
+            return step;
+        step.isOnset = !std::exchange(isKeySpeech, true);
+        step.speech.push_back(MicGateOutput::sound(std::move(chunk)));
+        return step;
     }
-    return outputs;
+    const bool wasOpen = gate.isOpen;
+    const float level = PCM::levelOfInt16LE(chunk.pcm);
+    step.speech = gate.process(std::move(chunk), level);
+    step.isOnset = gate.isOpen && !wasOpen;
+    return step;
+}
+
+void MicrophoneStream::pressKey()
+{
+    isKeyHeld = true;
+}
+
+std::optional<MicGateOutput> MicrophoneStream::releaseKey()
+{
+    isKeyHeld = false;
+    chunker.buffer.clear();
+    if (!std::exchange(isKeySpeech, false))
+        return std::nullopt;
+    return MicGateOutput::endMark();
 }
 
 void MicrophoneStream::reset()
 {
     gate.reset();
     chunker.buffer.clear();
+    isKeySpeech = false;
 }
 
 } // namespace quorvell

@@ -6,25 +6,48 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
 namespace quorvell {
 
-/// The microphone's sound on its way to the wire: cut into chunks, and silence held back if so chosen.
+/// The microphone's sound on its way to the wire: cut into chunks, and speech told apart from silence.
 struct MicrophoneStream {
     static constexpr int sampleRateHz = 24000;
     static constexpr std::chrono::milliseconds chunkLength{40};
     static constexpr std::size_t chunkBytes = sampleRateHz * 2 * chunkLength.count() / 1000;
 
-    bool isGated = true;
+    /// What one captured chunk brings.
+    struct Step {
+        AudioChunk chunk;
+        std::vector<MicGateOutput> speech{}; ///< What the gate lets through, chunks held before the onset included.
+        bool isOnset = false; ///< Speech begins with `speech`.
+    };
+
+    /// Who decides what is speech.
+    enum class Judge {
+        gate,
+        key, ///< Everything while the key is held.
+    };
+
+    Judge judge = Judge::gate;
+    bool isKeyHeld = false;
+    bool isKeySpeech = false; ///< Something was captured since the key went down.
     MicGate gate;
     PCMChunker chunker{chunkBytes, {}};
 
-    /// What to send for sound captured in pieces of any size: 16-bit little-endian mono.
-    std::vector<MicGateOutput> captured(std::span<const std::uint8_t> pcm);
+    /// For sound captured in pieces of any size: 16-bit little-endian mono.
+    std::vector<Step> captured(std::span<const std::uint8_t> pcm);
+    void pressKey();
+    /// The end mark, if there was speech to end.
+    std::optional<MicGateOutput> releaseKey();
+    bool isHearingSpeech() const { return judge == Judge::key ? isKeySpeech : gate.isOpen; }
     /// Forgets what was held, as when a new conversation begins.
     void reset();
+
+private:
+    Step judged(AudioChunk chunk);
 };
 
 } // namespace quorvell

@@ -2,55 +2,35 @@
 
 #include "QuorvellCore/text/Characters.h"
 
-#include <algorithm>
+#include <nlohmann/json.hpp>
+
 #include <utility>
 
+// The story of a conversation and what the user and the program want of it. Silence and sound are in
+// SessionListening.cpp, what connections, rest and tools report in SessionReports.cpp.
+
 namespace quorvell {
-
-/// One connection and what came of it. Outlives its use as the live one until it has closed.
-class SessionController::Line : public LiveConnectionObserver {
-public:
-    explicit Line(SessionController& session)
-        : m_session(session)
-    {
-    }
-
-    void liveEventReceived(const LiveServerEvent& event) override
-    {
-        if (isLive())
-            m_session.handleEvent(event);
-    }
-    void liveReplyWritten(const std::string& text) override
-    {
-        if (isLive())
-            m_session.m_turn.replyWritten(text);
-    }
-    void liveConnectionClosed(const LiveClosure& closure) override
-    {
-        isClosed = true;
-        if (isLive())
-            m_session.handleClose(closure);
-        else
-            m_session.handleRetiredClose(*this);
-    }
-
-    bool isClosed = false;
-    std::string endReason; ///< Why it was taken out of use.
-    std::unique_ptr<LiveConnection> connection;
-
-private:
-    bool isLive() const { return m_session.m_connection.live.get() == this; }
-
-    SessionController& m_session;
-};
 
 SessionController::SessionController(Ports ports, SessionSettings settings)
     : m_ports(std::move(ports))
     , m_settings(std::move(settings))
-    , m_turn({m_ports.scheduler, m_ports.player, m_ports.observer}, m_settings.replies, m_settings.patience)
-    , m_self(std::make_shared<SessionController*>(this))
+    , m_meter(m_ports.usageStore, m_settings.dailyMinutes)
+    , m_turn({m_ports.scheduler, m_ports.player, m_ports.observer, [this] { turnClosed(); }}, m_settings.replies,
+          m_settings.patience)
+    , m_lines({m_ports.scheduler, m_ports.log,
+                  [this](LiveConnectionObserver& line) { return m_ports.connections(line, m_settings.medium); },
+                  m_ports.jitter, *this},
+          m_settings.limits)
+    , m_resting(m_ports.scheduler, m_ports.dozeListener, *this, m_settings.limits)
+    , m_listening{.ear{{m_ports.scheduler, m_ports.capture, m_ports.observer,
+                           [this](const MicGateOutput& end) {
+                               m_listening.heldChunks.add(end);
+                               flushHeldChunks();
+                               speechEnded();
+                           }},
+          m_settings.listening}}
+    , m_desk({m_ports.scheduler, m_ports.tools, m_ports.log, m_ports.observer, *this}, m_settings.limits)
 {
-    m_listening.microphone.isGated = m_settings.microphone == SessionSettings::Microphone::onlySpeech;
 }
 
 SessionController::~SessionController() = default;
@@ -60,29 +40,35 @@ SessionController::~SessionController() = default;
 void SessionController::begin()
 {
     if (m_connection.phase == SessionPhase::idle)
-        start();
+        start({});
+    else
+        m_resting.wake();
 }
 
-void SessionController::start()
+void SessionController::start(std::vector<std::string> unsent)
 {
-    m_connection.start = m_ports.scheduler.now();
+    m_meter.begin();
+    if (m_settings.medium == LiveMedium::voice && m_meter.isDayUsedUp()) {
+        SessionEnd end;
+        end.reason = "daily limit reached";
+        end.isFailure = true;
+        end.mustUserAct = true;
+        end.sentence = dayUsedUpSentence();
+        end.unsent = std::move(unsent);
+        return m_ports.observer.conversationEnded(end);
+    }
+    m_connection.sessionStart = m_ports.scheduler.now();
     m_connection.sessionID.clear();
-    m_actions = {};
-    m_usage = {};
-    m_connection.live = makeConnection();
+    m_connection.firstSerial = m_lines.serial() + 1;
+    m_resting.begin();
+    m_desk.begin();
+    m_listening.heldChunks.forget();
     setPhase(SessionPhase::connecting);
-    connect();
+    m_listening.ear.openForConversation();
+    m_lines.open(ConnectionKeeper::Arrival::first);
 }
 
-std::unique_ptr<SessionController::Line> SessionController::makeConnection()
-{
-    auto line = std::make_unique<Line>(*this);
-    line->connection = m_ports.connections(*line, LiveMedium::voice);
-    ++m_connection.serial;
-    return line;
-}
-
-void SessionController::connect()
+LiveSetup SessionController::liveSetup(const std::optional<std::string>& resumptionHandle)
 {
     PromptOptions options;
     options.userName = m_settings.userName;
@@ -92,26 +78,27 @@ void SessionController::connect()
         options.whereAndWhen = m_ports.whereAndWhen();
     LiveSetup setup;
     setup.voiceInstructions = QuorvellPrompt::systemInstruction(options);
-    setup.toolInstructions = QuorvellPrompt::liveBackendInstructions(options);
+    setup.toolInstructions = m_settings.medium == LiveMedium::text ? QuorvellPrompt::textBackendInstructions(options)
+                                                                   : QuorvellPrompt::liveBackendInstructions(options);
+    options.toolHolder = PromptOptions::ToolHolder::voice;
+    setup.soleInstructions = QuorvellPrompt::systemInstruction(options);
     setup.tools = m_ports.tools.offeredTools();
-    setup.history.assign(m_turn.conversation().begin(), m_turn.conversation().end());
-    m_connection.live->connection->open(setup);
+    setup.resumptionHandle = resumptionHandle;
+    if (!resumptionHandle)
+        setup.history = m_turn.conversation().settled();
+    return setup;
 }
 
 void SessionController::beginConversation(const std::string& sessionID)
 {
-    if (m_connection.phase != SessionPhase::connecting)
-        return;
-    m_connection.sessionID = sessionID;
-    m_listening.microphone.reset();
-    m_ports.log.record(
-        "session_started", {{"id", sessionID}, {"after_ms", (m_ports.scheduler.now() - m_connection.start).count()}});
+    m_ports.log.record("session_started",
+        {{"id", sessionID}, {"after_ms", (m_ports.scheduler.now() - m_connection.sessionStart).count()}});
+    noteActivity();
     setPhase(SessionPhase::active);
-    if (m_connection.waiting.empty() && m_settings.greeting == SessionSettings::Greeting::spoken)
+    startIdleCheck();
+    const bool isAskedAlready = !m_connection.waiting.empty() || !m_listening.heldChunks.isEmpty();
+    if (!isAskedAlready && m_settings.greeting == SessionSettings::Greeting::spoken)
         greet();
-    m_connection.waitingTyped.clear();
-    for (const LiveMessageText& message : std::exchange(m_connection.waiting, {}))
-        deliver(message);
 }
 
 void SessionController::greet()
@@ -120,7 +107,7 @@ void SessionController::greet()
     if (m_settings.replies == SessionSettings::Replies::shown)
         return deliver({.text = QuorvellPrompt::greetingEvent(m_settings.userName, frontApp())});
     m_turn.open();
-    m_connection.live->connection->sendVoiceInstructions(QuorvellPrompt::liveGreeting(m_settings.userName, frontApp()));
+    m_lines.ready()->sendVoiceInstructions(QuorvellPrompt::liveGreeting(m_settings.userName, frontApp()));
 }
 
 std::string SessionController::frontApp() const
@@ -133,19 +120,32 @@ std::string SessionController::frontApp() const
 
 void SessionController::send(LiveMessageText message)
 {
-    if (m_connection.phase == SessionPhase::active)
+    if (m_connection.phase == SessionPhase::idle)
+        return;
+    m_resting.wake();
+    if (m_lines.ready()) {
+        if (message.answer == LiveMessageText::Answer::wanted && m_connection.unanswered.size() < mostWaiting)
+            m_connection.unanswered.push_back(message);
         deliver(message);
-    else if (m_connection.phase == SessionPhase::connecting)
-        m_connection.waiting.push_back(std::move(message));
+    } else if (message.lateness == LiveMessageText::Lateness::stillUseful) {
+        await(std::move(message));
+    }
+}
+
+void SessionController::await(LiveMessageText message)
+{
+    if (m_connection.waiting.size() >= mostWaiting)
+        return tellProblem("There is no connection yet, and too much waits for it already. Try again in a moment.");
+    m_connection.waiting.push_back(std::move(message));
 }
 
 void SessionController::respond()
 {
-    if (m_connection.phase != SessionPhase::active)
+    if (!m_lines.ready())
         return;
     m_turn.open();
     m_turn.backendStarted();
-    m_connection.live->connection->requestAnswer();
+    m_lines.ready()->requestAnswer();
 }
 
 void SessionController::submitTyped(const TypedMessage& message, QuorvellPrompt::Entry entry)
@@ -153,153 +153,94 @@ void SessionController::submitTyped(const TypedMessage& message, QuorvellPrompt:
     const std::string text = trimmed(message.text());
     if (text.empty())
         return;
-    begin();
-    m_turn.userTyped(text);
-    const auto reply = message.spoken ? QuorvellPrompt::Reply::spoken : QuorvellPrompt::Reply::shown;
-    if (m_connection.phase == SessionPhase::connecting)
-        m_connection.waitingTyped.push_back(text);
-    send({.text = QuorvellPrompt::typedMessage(text, entry, reply)});
-}
-
-void SessionController::microphoneCaptured(std::span<const std::uint8_t> pcm)
-{
-    if (m_connection.phase != SessionPhase::active || isMuted())
+    if (m_connection.phase == SessionPhase::idle)
+        start({text});
+    if (m_connection.phase == SessionPhase::idle)
         return;
-    LiveConnection& connection = *m_connection.live->connection;
-    for (const MicGateOutput& output : m_listening.microphone.captured(pcm)) {
-        if (output.isEndMark()) {
-            connection.sendAudioPause();
-        } else {
-            connection.sendAudio(output.chunk->pcm);
-            ++m_usage.microphoneChunks;
-        }
-    }
+    std::string ownWords;
+    for (const TypedMessage::Piece& piece : message.pieces)
+        if (!piece.pasted)
+            ownWords += piece.text;
+    noteActivity();
+    m_turn.userTyped(text, ownWords);
+    m_resting.wake();
+    const auto reply = message.spoken ? QuorvellPrompt::Reply::spoken : QuorvellPrompt::Reply::shown;
+    const LiveMessageText wrapped{.text = QuorvellPrompt::typedMessage(text, entry, reply)};
+    if (m_lines.ready())
+        return deliver(wrapped);
+    m_connection.waitingTyped.push_back(text);
+    await(wrapped);
 }
 
 void SessionController::setMuted(Muting muting)
 {
-    m_listening.muting = muting;
+    const bool wasHearing = m_listening.ear.isHearingSpeech();
+    m_listening.ear.setMuted(muting);
+    if (muting == Muting::muted && wasHearing && m_lines.ready())
+        m_lines.ready()->sendAudioPause();
+    noteActivity();
 }
 
 void SessionController::pushToTalk(Key key)
 {
-    if (key == Key::pressed)
-        begin();
+    if (!m_listening.ear.isBehindKey())
+        return;
+    if (key == Key::released)
+        return m_listening.ear.releaseKey();
+    begin();
+    noteActivity();
+    m_listening.ear.pressKey();
 }
 
 void SessionController::interrupt()
 {
-    m_ports.player.stop();
+    if (m_ports.synthesiser)
+        m_ports.synthesiser->stop();
+    m_desk.cancelAction();
+    if (m_turn.isOpen() || m_turn.isVoiceSounding()) {
+        m_ports.log.record("silenced", Json::object());
+        m_turn.cutReply(ConversationTurn::Cut::silenced);
+    }
+    if (m_lines.ready())
+        m_lines.ready()->dropStale();
+    noteActivity();
 }
 
 void SessionController::setHelpMode(HelpMode mode)
 {
-    m_settings.helpMode = mode;
-    m_ports.observer.helpModeChanged(mode);
-}
-
-void SessionController::stop(std::string_view reason)
-{
-    if (m_connection.phase == SessionPhase::idle)
+    if (mode == m_settings.helpMode)
         return;
-    m_turn.end();
-    Line& line = retireConnection(std::string(reason));
-    setPhase(SessionPhase::idle);
-    line.connection->close();
+    switchHelpMode(mode);
+    if (m_connection.phase != SessionPhase::idle)
+        tell(SessionEvents::helpModeSwitched(mode), LiveMessageText::Answer::notWanted);
 }
 
-// ---- What the service reports
-
-void SessionController::handleEvent(const LiveServerEvent& event)
+void SessionController::showTarget(std::string currentTarget, std::function<bool()> isStillThere)
 {
-    struct Handler {
-        SessionController& session;
-
-        void operator()(const live_event::SetupComplete& ready) { session.beginConversation(ready.sessionID); }
-        void operator()(const live_event::Audio& sound) { session.m_turn.voiceSound(sound.pcm); }
-        void operator()(const live_event::InputTranscript& words) { session.m_turn.userWords(words.text); }
-        void operator()(const live_event::OutputTranscript& words) { session.m_turn.voiceWords(words.text); }
-        void operator()(const live_event::ToolCall& tool) { session.handleToolCalls(tool.calls); }
-        void operator()(const live_event::Delegated&) { session.m_turn.backendStarted(); }
-        void operator()(const live_event::BackendIdle&) { session.m_turn.backendFinished(); }
-        void operator()(const live_event::ServerError& error) { session.handleServerError(error); }
-        void operator()(const live_event::Diagnostic& fact)
-        {
-            session.m_ports.log.record(fact.name, {{"detail", fact.detail}});
-        }
-        void operator()(const live_event::Usage& usage) { session.m_usage.tokens += usage.totalTokens; }
-        void operator()(const live_event::BilledSeconds& usage) { session.m_usage.billedSeconds = usage.seconds; }
-        void operator()(const live_event::ContextUsage& usage) { session.m_usage.contextRatio = usage.ratio; }
-        // The remaining events belong to services and abilities that no connection here has.
-        void operator()(const live_event::Thinking&) { session.m_turn.noteActivity(); }
-        void operator()(const live_event::ToolCallCancellation&) { }
-        void operator()(const live_event::GoAway&) { }
-        void operator()(const live_event::ResumptionHandle&) { }
-        void operator()(const live_event::Interrupted&) { }
-        void operator()(const live_event::GenerationComplete&) { }
-        void operator()(const live_event::TurnComplete&) { }
-        void operator()(const live_event::VoiceActivity&) { }
-    };
-    std::visit(Handler{*this}, event);
+    m_actions.currentTarget = std::move(currentTarget);
+    m_actions.isTargetThere = std::move(isStillThere);
+    m_actions.targetRefreshTimer =
+        m_ports.scheduler.every(m_settings.limits.targetRefresh, [this] { targetRefresh(); });
 }
 
-void SessionController::handleToolCalls(const std::vector<LiveFunctionCall>& calls)
+void SessionController::clearTarget()
 {
-    m_turn.backendStarted();
-    for (const LiveFunctionCall& call : calls) {
-        if (isRepeated(call)) {
-            m_ports.log.record("tool_call_repeated", {{"name", call.name}});
-            continue;
-        }
-        m_ports.log.record("tool_called", {{"name", call.name}});
-        m_ports.observer.toolCalled(call);
-        runTool(call, replyTo(call));
-    }
+    m_actions.targetRefreshTimer.cancel();
+    m_actions.currentTarget.clear();
+}
+
+void SessionController::noteConsent(Consent consent)
+{
+    m_actions.isConsentPending = consent == Consent::pending;
+    noteActivity();
 }
 
 void SessionController::runTool(const LiveFunctionCall& call, ToolReply reply)
 {
-    const auto conversation = m_connection.phase == SessionPhase::active ? ToolDispatcher::Conversation::live
-                                                                         : ToolDispatcher::Conversation::none;
-    m_ports.tools.run(call, std::move(reply), conversation);
+    m_desk.run(call, std::move(reply), m_lines.ready() ? ToolDesk::Conversation::live : ToolDesk::Conversation::none);
 }
 
-void SessionController::handleServerError(const live_event::ServerError& error)
-{
-    m_ports.log.record("server_error", {{"code", error.code.value_or("")}});
-    m_ports.observer.problemArose("The service reported a problem: " + error.message);
-    m_turn.problemShown();
-}
-
-void SessionController::handleClose(const LiveClosure& closure)
-{
-    m_ports.log.record("session_lost", {{"code", closure.code}, {"reason", closure.reason}});
-    SessionEnd end;
-    end.reason = closure.reason;
-    end.isFailure = true;
-    end.mustUserAct = closure.mustUserAct;
-    end.sentence = closure.sentence;
-    if (m_turn.isOpen() && m_connection.phase == SessionPhase::active)
-        end.sentence += " What you asked last may not have been done.";
-    end.unsent = std::exchange(m_connection.waitingTyped, {});
-    m_connection.waiting.clear();
-    retireConnection(closure.reason);
-    takeAwayClosedLines();
-    setPhase(SessionPhase::idle);
-    m_turn.breakOff();
-    m_ports.observer.conversationEnded(end);
-}
-
-void SessionController::handleRetiredClose(const Line& line)
-{
-    m_ports.log.record("session_ended", {{"reason", line.endReason}});
-    SessionEnd end;
-    end.reason = line.endReason;
-    takeAwayClosedLines();
-    m_ports.observer.conversationEnded(end);
-}
-
-// ---- Messages, tools and connections
+// ---- Messages
 
 void SessionController::deliver(const LiveMessageText& message)
 {
@@ -308,59 +249,91 @@ void SessionController::deliver(const LiveMessageText& message)
             m_turn.open();
         m_turn.backendStarted();
     }
-    m_connection.live->connection->sendMessage(message);
+    if (message.jpeg)
+        m_meter.imageSent();
+    m_lines.ready()->sendMessage(message);
 }
 
-bool SessionController::isRepeated(const LiveFunctionCall& call)
+void SessionController::tell(const std::string& event, LiveMessageText::Answer answer)
 {
-    auto& calls = m_actions.calls;
-    if (std::find(calls.begin(), calls.end(), call.id) != calls.end())
-        return true;
-    calls.push_back(call.id);
-    if (calls.size() > rememberedCalls)
-        calls.pop_front();
-    return false;
+    const LiveMessageText message{.text = event, .answer = answer};
+    if (m_lines.ready())
+        deliver(message);
+    else
+        await(message);
 }
 
-ToolReply SessionController::replyTo(const LiveFunctionCall& call)
+void SessionController::tellProblem(const std::string& sentence)
 {
-    return ToolReply([self = std::weak_ptr(m_self), serial = m_connection.serial, id = call.id, name = call.name](
-                         const Json& result) {
-        if (const auto session = self.lock())
-            (*session)->answerTool({id, name, result}, serial);
-    });
+    m_ports.observer.problemArose(sentence);
+    if (m_ports.synthesiser && m_settings.replies == SessionSettings::Replies::spoken)
+        m_ports.synthesiser->say(sentence);
 }
 
-void SessionController::answerTool(const LiveFunctionResponse& response, std::uint64_t askerSerial)
+void SessionController::switchHelpMode(HelpMode mode)
 {
-    const bool isWanted = m_connection.live && m_connection.serial == askerSerial;
-    m_ports.log.record("tool_answered",
-        {{"name", response.name}, {"failed", memberOf(response.response, "error") != nullptr}, {"sent", isWanted}});
-    m_ports.observer.toolAnswered(response);
-    if (!isWanted)
+    m_settings.helpMode = mode;
+    m_ports.log.record("mode_changed", {{"mode", std::string(SessionEvents::nameOf(mode))}});
+    m_ports.observer.helpModeChanged(mode);
+}
+
+void SessionController::turnClosed()
+{
+    m_connection.unanswered.clear();
+    m_connection.lostRequests.clear();
+    m_desk.forgetReplies();
+    m_lines.noteTurnClosed(m_turn.beganAt());
+}
+
+// ---- The end
+
+void SessionController::stop(std::string_view reason)
+{
+    if (m_connection.phase == SessionPhase::idle)
         return;
-    m_turn.noteActivity();
-    m_connection.live->connection->sendToolResponse(response, LiveResponseScheduling::whenIdle);
+    m_turn.end();
+    m_ports.player.stop();
+    const bool isEndToCome = m_lines.end(std::string(reason), ConnectionKeeper::Farewell::reported);
+    goIdle();
+    if (!isEndToCome)
+        m_connection.farewell = m_ports.scheduler.after(
+            std::chrono::milliseconds::zero(), [this, reason = std::string(reason)] { lineEnded(reason); });
+}
+
+void SessionController::endWith(SessionEnd end)
+{
+    if (m_turn.isOpen() && m_connection.phase == SessionPhase::active)
+        end.sentence += " What you asked last may not have been done.";
+    end.isFailure = true;
+    end.unsent = m_connection.waitingTyped;
+    m_lines.end(end.reason, ConnectionKeeper::Farewell::silent);
+    goIdle();
+    m_turn.breakOff();
+    m_ports.observer.conversationEnded(end);
+}
+
+void SessionController::goIdle()
+{
+    m_listening.idleCheckTimer.cancel();
+    m_listening.bargeInTimer.cancel();
+    m_listening.followThroughTimer.cancel();
+    m_listening.heldChunks.forget();
+    m_listening.ear.closeAfterConversation();
+    m_resting.end();
+    m_desk.cancelAction();
+    clearTarget();
+    m_actions.isConsentPending = false;
+    m_connection.waiting.clear();
+    m_connection.waitingTyped.clear();
+    m_connection.unanswered.clear();
+    m_connection.lostRequests.clear();
+    setPhase(SessionPhase::idle);
 }
 
 void SessionController::setPhase(SessionPhase phase)
 {
     m_connection.phase = phase;
     m_ports.observer.phaseChanged(phase);
-}
-
-SessionController::Line& SessionController::retireConnection(std::string reason)
-{
-    m_connection.live->endReason = std::move(reason);
-    m_connection.retired.push_back(std::move(m_connection.live));
-    return *m_connection.retired.back();
-}
-
-void SessionController::takeAwayClosedLines()
-{
-    // Later, because a closed connection is still on the way out of its own report.
-    m_connection.cleanUp = m_ports.scheduler.after(std::chrono::milliseconds::zero(),
-        [this] { std::erase_if(m_connection.retired, [](const auto& line) { return line->isClosed; }); });
 }
 
 } // namespace quorvell

@@ -3,18 +3,25 @@
 
 #include "Quorvell/session/AudioCapture.h"
 #include "Quorvell/session/AudioPlayer.h"
+#include "Quorvell/session/ConnectionKeeper.h"
 #include "Quorvell/session/ConversationTurn.h"
 #include "Quorvell/session/DozeListener.h"
+#include "Quorvell/session/Ear.h"
 #include "Quorvell/session/EventLog.h"
+#include "Quorvell/session/HeldSpeech.h"
+#include "Quorvell/session/IdleRules.h"
 #include "Quorvell/session/LiveConnection.h"
 #include "Quorvell/session/LiveConnectionObserver.h"
 #include "Quorvell/session/LiveMedium.h"
-#include "Quorvell/session/MicrophoneStream.h"
+#include "Quorvell/session/Resting.h"
 #include "Quorvell/session/Scheduler.h"
+#include "Quorvell/session/SessionEvents.h"
 #include "Quorvell/session/SessionObserver.h"
 #include "Quorvell/session/SessionSettings.h"
 #include "Quorvell/session/SessionUsage.h"
 #include "Quorvell/session/SpeechSynthesiser.h"
+#include "Quorvell/session/TalkMeter.h"
+#include "Quorvell/session/ToolDesk.h"
 #include "Quorvell/session/ToolDispatcher.h"
 #include "Quorvell/session/UsageStore.h"
 #include "QuorvellCore/live/history/TypedMessage.h"
@@ -31,9 +38,10 @@
 namespace quorvell {
 
 /// Main thread. All its ports are borrowed and must outlive it.
-class SessionController {
+class SessionController : private ConnectionKeeper::Owner, private Resting::Owner, private ToolDesk::Owner {
 public:
     using MakeLiveConnection = std::function<std::unique_ptr<LiveConnection>(LiveConnectionObserver&, LiveMedium)>;
+    using Muting = Ear::Muting;
 
     struct Ports {
         Scheduler& scheduler;
@@ -53,13 +61,13 @@ public:
     };
 
     SessionController(Ports ports, SessionSettings settings);
-    ~SessionController();
+    ~SessionController() override;
     SessionController(const SessionController&) = delete;
     SessionController& operator=(const SessionController&) = delete;
 
-    /// The user asks for help. Nothing when a conversation runs or is about to.
+    /// The user asks for help. Where a conversation rests it wakes it; nothing when one runs or is about to.
     void begin();
-    /// A message of the app for the model; sent once the conversation is active.
+    /// A message of the app for the model. Sent once the conversation is connected; wakes one that rests.
     void send(LiveMessageText message);
     /// Asks the model to answer now.
     void respond();
@@ -68,15 +76,21 @@ public:
     /// Sound of the microphone: 16-bit little-endian mono at MicrophoneStream::sampleRateHz, in pieces of any size.
     void microphoneCaptured(std::span<const std::uint8_t> pcm);
     /// Muted, the microphone is closed and nothing is sent. Holds over conversations.
-    enum class Muting { heard, muted };
     void setMuted(Muting muting);
     /// The key of SessionSettings::Listening::pushToTalk. Where no conversation runs, pressing begins one.
     enum class Key { pressed, released };
     void pushToTalk(Key key);
-    /// Silences the assistant and stops what it is doing; the conversation goes on.
+    /// Silences the assistant and stops the action that runs; the conversation goes on.
     void interrupt();
     /// The user's own wish; the model is told.
     void setHelpMode(HelpMode mode);
+    /// Something on screen is highlighted for the user until `clearTarget`, or until `isStillThere` denies it. While it
+    /// is, the conversation does not rest and ends later.
+    void showTarget(std::string currentTarget, std::function<bool()> isStillThere);
+    void clearTarget();
+    /// An action waits for the user's spoken yes; meanwhile the conversation does not rest.
+    enum class Consent { pending, settled };
+    void noteConsent(Consent consent);
     /// Ends the conversation; the observer hears of the end once the connection is closed.
     void stop(std::string_view reason);
 
@@ -84,70 +98,127 @@ public:
     void runTool(const LiveFunctionCall& call, ToolReply reply);
 
     SessionPhase phase() const { return m_connection.phase; }
+    Doze doze() const { return m_resting.state(); }
     bool isTurnOpen() const { return m_turn.isOpen(); }
     HelpMode helpMode() const { return m_settings.helpMode; }
-    bool isMuted() const { return m_listening.muting == Muting::muted; }
-    const SessionUsage& usage() const { return m_usage; }
+    bool isMuted() const { return m_listening.ear.isMuted(); }
+    const SessionUsage& usage() const { return m_meter.usage(); }
     /// What was said on both sides, oldest first.
-    const std::deque<LiveHistoryEntry>& conversation() const { return m_turn.conversation(); }
+    const std::deque<LiveHistoryEntry>& conversation() const { return m_turn.conversation().entries(); }
+    const ConnectionKeeper& lines() const { return m_lines; }
+    ToolDesk& tools() { return m_desk; }
 
 private:
-    static constexpr std::size_t rememberedCalls = 256; ///< Against a call that is reported twice.
-
-    class Line;
+    static constexpr std::size_t mostWaiting = 64; ///< Messages for a connection that is not there yet.
+    /// For words of a silence after speech to come back from the service.
+    static constexpr std::chrono::milliseconds recognition{5'000};
+    /// After the user's speech, for the service to notice that it was spoken over.
+    static constexpr std::chrono::milliseconds bargeInNotice{2'000};
 
     struct ConnectionState {
         SessionPhase phase = SessionPhase::idle;
-        std::unique_ptr<Line> live;
-        std::vector<std::unique_ptr<Line>> retired; ///< Closing, or closed and not yet taken away.
-        std::uint64_t serial = 0; ///< Of the live connection; tells late answers to an earlier one apart.
         std::string sessionID;
-        SessionTime start{};
-        std::vector<LiveMessageText> waiting; ///< Until the conversation is active.
+        SessionTime sessionStart{};
+        std::uint64_t firstSerial = 0; ///< Of this conversation's lines; earlier ones belong to the one before.
+        std::vector<LiveMessageText> waiting; ///< Until there is a line that is ready.
+        std::vector<LiveMessageText> unanswered; ///< Of the app, sent in the turn that is open.
         std::vector<std::string> waitingTyped; ///< The user's words among them.
-        TimerHandle cleanUp;
+        std::string lostRequests; ///< Of the turn that a lost line was at.
+        std::string lostReplies; ///< What the user had heard in answer to them.
+        TimerHandle farewell{};
     };
     struct ListeningState {
-        MicrophoneStream microphone;
-        Muting muting = Muting::heard;
+        Ear ear;
+        HeldSpeech heldChunks{};
+        SessionTime lastActivity{};
+        SessionTime lastSpeech{}; ///< When the last chunk of the user's speech came.
+        SessionTime lastCheck{};
+        TimerHandle idleCheckTimer{};
+        TimerHandle bargeInTimer{};
+        TimerHandle followThroughTimer{};
     };
     struct ActionState {
-        std::deque<std::string> calls; ///< Ids, newest last.
+        bool isConsentPending = false;
+        std::string currentTarget; ///< Empty: nothing is highlighted.
+        std::function<bool()> isTargetThere;
+        TimerHandle targetRefreshTimer{};
     };
 
-    // The story of a beginning
-    void start();
-    std::unique_ptr<Line> makeConnection();
-    void connect();
+    // The story of a conversation
+    void start(std::vector<std::string> unsent);
     void beginConversation(const std::string& sessionID);
     void greet();
-    std::string frontApp() const;
+    void finishWaking();
+    void mend();
+    void tellTurnsSince(ConversationMemory::Mark known);
+    void endWith(SessionEnd end);
+    void goIdle();
 
-    // What the service reports
-    void handleEvent(const LiveServerEvent& event);
-    void handleToolCalls(const std::vector<LiveFunctionCall>& calls);
+    // Silence and sound
+    void startIdleCheck();
+    void checkIdle();
+    void dozeIfQuiet();
+    IdleRules idleRules() const;
+    void meterTalk();
+    void stopWhenDayIsUsedUp();
+    std::string dayUsedUpSentence() const;
+    void noteActivity();
+    void hear(const MicrophoneStream::Step& step);
+    void handleSpeechOnset();
+    void speechEnded();
+    void flushHeldChunks();
+    void forgetHeldNoise();
+    void modelReacted();
+    void awaitFollowThrough();
+    void followThrough();
+    void targetRefresh();
+
+    // What lines report: ConnectionKeeper::Owner
+    LiveSetup liveSetup(const std::optional<std::string>& resumptionHandle) override;
+    ConversationMemory::Mark settledMark() const override { return m_turn.conversation().settledMark(); }
+    bool isQuiet() const override;
+    void lineBecameReady(const ConnectionKeeper::Ready& ready) override;
+    void lineReported(const LiveServerEvent& event) override;
+    void lineWrote(const std::string& text) override;
+    void lineReplyGrew(const std::string& delta) override;
+    void lineLost(const LiveClosure& closure) override;
+    void linesGivenUp(const LiveClosure& closure) override;
+    void lineEnded(const std::string& reason) override;
+    void handleVoice(const live_event::Audio& sound);
+    void handleInterrupted();
     void handleServerError(const live_event::ServerError& error);
-    void handleClose(const LiveClosure& closure);
-    void handleRetiredClose(const Line& line);
+
+    // Rest: Resting::Owner
+    void dozeChanged(Doze doze) override;
+    void wakingBegan() override;
+    void wordsHeardAtRest(const std::string& words) override;
+    void restFailed(const std::string& sentence) override;
+    void wakingTookTooLong() override;
+
+    // Tools: ToolDesk::Owner
+    void toolAnswered(const ToolDesk::Answer& answer) override;
+    void helpModeAsked(const LiveFunctionCall& call, ToolReply reply) override;
+    void toolTakesLong() override;
 
     void deliver(const LiveMessageText& message);
-    bool isRepeated(const LiveFunctionCall& call);
-    ToolReply replyTo(const LiveFunctionCall& call);
-    void answerTool(const LiveFunctionResponse& response, std::uint64_t askerSerial);
+    void await(LiveMessageText message);
+    void tell(const std::string& event, LiveMessageText::Answer answer);
+    void switchHelpMode(HelpMode mode);
+    void turnClosed();
+    void tellProblem(const std::string& sentence);
+    std::string frontApp() const;
     void setPhase(SessionPhase phase);
-    /// Takes the live connection out of use; what it still reports is only its end.
-    Line& retireConnection(std::string reason);
-    void takeAwayClosedLines();
 
     Ports m_ports;
     SessionSettings m_settings;
     ConnectionState m_connection;
-    SessionUsage m_usage;
-    ListeningState m_listening;
+    TalkMeter m_meter;
     ConversationTurn m_turn;
+    ConnectionKeeper m_lines;
+    Resting m_resting;
+    ListeningState m_listening;
+    ToolDesk m_desk;
     ActionState m_actions;
-    /// Tool owners may answer when the controller is long gone; their replies look here first.
-    std::shared_ptr<SessionController*> m_self;
 };
 
 } // namespace quorvell

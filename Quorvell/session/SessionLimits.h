@@ -28,7 +28,6 @@ struct SessionLimits {
     Time connectionAge{25 * 60'000}; ///< Services end theirs after 10 (and say so before) to 60 minutes.
     double contextRatio = 0.8; ///< 0 to 1; above it the model soon forgets the beginning.
     Time rotationDeferral{60'000}; ///< Waiting for a quiet moment any longer is written down.
-    Time goAwayNotice{10'000}; ///< Assumed where the service names none.
 
     // A turn
     Time followThrough{8'000}; ///< Words that neither voice nor tools took up are handed over in writing.

@@ -20,6 +20,7 @@ public:
     enum class TurnOutcome {
         answered,
         unanswered, ///< Nothing came for as long as patience lasts.
+        interrupted, ///< The user spoke over the answer, or silenced it.
         brokenOff, ///< The conversation ended first.
     };
     enum class Link {
@@ -48,6 +49,8 @@ public:
     virtual void assistantWordsHeard(const std::string& /*delta*/) { }
     /// The whole of it; when the user spoke over it, only what was heard.
     virtual void assistantSaid(const std::string& /*text*/) { }
+    /// A piece of a written reply that assistantSaid gives whole later.
+    virtual void assistantReplyGrew(const std::string& /*delta*/) { }
     virtual void toolCalled(const LiveFunctionCall&) { }
     virtual void toolAnswered(const LiveFunctionResponse&) { }
     /// A sentence that says what went wrong and what to do; the conversation goes on.

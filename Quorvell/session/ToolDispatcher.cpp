@@ -35,15 +35,13 @@ Json ToolDispatcher::offeredTools() const
 {
     Json offered = Json::array();
     for (const Json& tool : m_catalogue)
-        if (const auto name = readString(tool, "name"); name && m_registry.has(*name))
+        if (const auto name = readString(tool, "name"); name && (isOfSession(*name) || m_registry.has(*name)))
             offered.push_back(tool);
     return offered;
 }
 
-void ToolDispatcher::run(const LiveFunctionCall& call, ToolReply reply, Conversation conversation) const
+void ToolDispatcher::run(const LiveFunctionCall& call, ToolReply reply) const
 {
-    if (conversation == Conversation::none)
-        return reply.fail("No active conversation.");
     if (call.wasCutOff())
         return reply.fail(cutOffText(call.name));
     if (const ToolHandler* owner = m_registry.owner(call.name))

@@ -14,8 +14,6 @@ namespace quorvell {
 /// Hands each tool call to its owner, and answers by itself those that nobody can carry out.
 class ToolDispatcher {
 public:
-    enum class Conversation { live, none };
-
     /// The registry is borrowed, and filled before the first call.
     explicit ToolDispatcher(const ToolRegistry& registry);
 
@@ -25,7 +23,10 @@ public:
     /// The declarations of the catalogue that have an owner here, in its order.
     Json offeredTools() const;
 
-    void run(const LiveFunctionCall& call, ToolReply reply, Conversation conversation) const;
+    /// Tools that the conversation itself carries out; they need no owner.
+    static bool isOfSession(std::string_view name) { return name == "set_mode"; }
+
+    void run(const LiveFunctionCall& call, ToolReply reply) const;
 
     bool isInCatalogue(std::string_view name) const;
 

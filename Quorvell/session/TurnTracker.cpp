@@ -8,6 +8,7 @@ void TurnTracker::requested()
 {
     isOpen = true;
     isAnswered = false;
+    isDeclaredOver = false;
 }
 
 void TurnTracker::heard()
@@ -30,7 +31,16 @@ void TurnTracker::answered(SessionTime until)
 {
     isOpen = true;
     isAnswered = true;
+    isDeclaredOver = false;
     outputUntil = std::max(outputUntil, until);
+}
+
+void TurnTracker::serviceFinished()
+{
+    if (!isAnswered)
+        return;
+    isBackendWorking = false;
+    isDeclaredOver = true;
 }
 
 void TurnTracker::close()
@@ -42,7 +52,7 @@ std::optional<SessionTime> TurnTracker::completeAt() const
 {
     if (!isOpen || !isAnswered || isBackendWorking)
         return std::nullopt;
-    return outputUntil + settleTime;
+    return isDeclaredOver ? outputUntil : outputUntil + settleTime;
 }
 
 } // namespace quorvell

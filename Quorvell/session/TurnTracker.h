@@ -1,4 +1,4 @@
-// Decides when a turn is over. Services that speak never say so: it shows only in that nothing more comes.
+// Decides when a turn is over. Some services never say so: it shows only in that nothing more comes.
 #pragma once
 
 #include "Quorvell/session/Scheduler.h"
@@ -16,6 +16,7 @@ struct TurnTracker {
     bool isOpen = false;
     bool isBackendWorking = false; ///< Tools or the model behind the voice are at it.
     bool isAnswered = false; ///< Something was said or shown.
+    bool isDeclaredOver = false; ///< The service said so itself, after the answer.
     SessionTime outputUntil{}; ///< When the last output ends.
 
     /// The user asked for something new.
@@ -26,6 +27,8 @@ struct TurnTracker {
     void backendFinished();
     /// Something was said or shown that ends (sounds, for a voice) at `until`.
     void answered(SessionTime until);
+    /// The service says that the turn is over. Without an answer that is the end of an earlier turn.
+    void serviceFinished();
     void close();
 
     /// When the turn is complete if nothing more comes. Nothing while there is no turn or its answer is awaited.

@@ -21,7 +21,7 @@ public:
     void open(const LiveSetup& wanted) override
     {
         setup = wanted;
-        std::string line = "open";
+        std::string line = wanted.resumptionHandle ? "open with " + *wanted.resumptionHandle : "open";
         for (const Json& tool : wanted.tools)
             line += " " + readString(tool, "name").value_or("?");
         sent.push_back(line);
@@ -35,8 +35,9 @@ public:
     void sendMessage(const LiveMessageText& message) override { sent.push_back("message " + message.text); }
     void requestAnswer() override { sent.push_back("answer"); }
     void sendVoiceInstructions(const std::string& text) override { sent.push_back("voice " + text); }
-    void sendToolResponse(const LiveFunctionResponse& response, LiveResponseScheduling) override
+    void sendToolResponse(const LiveFunctionResponse& response, LiveResponseScheduling wanted) override
     {
+        scheduling = wanted;
         sent.push_back("tool " + response.id + " " + dumpJson(response.response));
     }
     void dropStale() override { sent.push_back("drop stale"); }
@@ -48,6 +49,7 @@ public:
 
     LiveSetup setup;
     std::vector<std::string> sent;
+    LiveResponseScheduling scheduling = LiveResponseScheduling::whenIdle; ///< Of the last tool response.
     int audioChunks = 0;
     int audioBytes = 0;
 

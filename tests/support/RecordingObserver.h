@@ -17,6 +17,17 @@ public:
         constexpr const char* names[] = {"idle", "connecting", "active"};
         lines.push_back(names[static_cast<int>(phase)]);
     }
+    void restChanged(Doze doze) override
+    {
+        constexpr const char* names[] = {"awake", "dozing", "waking"};
+        lines.push_back(names[static_cast<int>(doze)]);
+    }
+    void linkChanged(Link link) override { lines.push_back(link == Link::steady ? "steady" : "reconnecting"); }
+    void helpModeChanged(HelpMode mode) override
+    {
+        constexpr const char* names[] = {"guide", "auto", "do"};
+        lines.push_back(std::string("mode ") + names[static_cast<int>(mode)]);
+    }
     void userSaid(const std::string& text, Words words) override
     {
         lines.push_back((words == Words::typed ? "typed: " : "spoken: ") + text);
@@ -31,7 +42,7 @@ public:
     void problemArose(const std::string& sentence) override { lines.push_back("problem: " + sentence); }
     void turnCompleted(TurnOutcome outcome) override
     {
-        constexpr const char* names[] = {"answered", "unanswered", "broken off"};
+        constexpr const char* names[] = {"answered", "unanswered", "interrupted", "broken off"};
         lines.push_back(std::string("turn ") + names[static_cast<int>(outcome)]);
     }
     void conversationEnded(const SessionEnd& end) override

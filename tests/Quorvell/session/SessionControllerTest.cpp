@@ -1,12 +1,8 @@
 #include "Quorvell/session/SessionController.h"
 
-#include "FakeLiveConnection.h"
-#include "RecordingObserver.h"
-#include "VirtualScheduler.h"
+#include "SessionBench.h"
 
 #include <gtest/gtest.h>
-
-#include <cmath>
 
 namespace quorvell {
 namespace {
@@ -14,82 +10,27 @@ namespace {
 using namespace std::chrono_literals;
 using Lines = std::vector<std::string>;
 
-class SilentLog : public EventLog {
-public:
-    void record(std::string_view name, const Json& fields) override { text += std::string(name) + dumpJson(fields); }
-    std::string text;
-};
-
-/// A loudspeaker on the virtual clock.
-class FakePlayer : public AudioPlayer {
-public:
-    explicit FakePlayer(const Scheduler& scheduler)
-        : m_scheduler(scheduler)
-    {
-    }
-    void play(std::span<const std::uint8_t> pcm) override
-    {
-        m_end = std::max(m_end, m_scheduler.now()) + std::chrono::milliseconds(pcm.size() / 48);
-    }
-    void stop() override { m_end = m_scheduler.now(); }
-    std::chrono::milliseconds unplayed() const override { return std::max(m_end - m_scheduler.now(), 0ms); }
-    std::chrono::milliseconds played() const override { return {}; }
-
-private:
-    const Scheduler& m_scheduler;
-    SessionTime m_end{};
-};
-
-class SessionControllerTest : public testing::Test {
+class SessionControllerTest : public SessionBench, public testing::Test {
 protected:
     void SetUp() override
     {
         registry.add(
             "keep_note", [this](const LiveFunctionCall&, ToolReply reply) { replies.push_back(std::move(reply)); });
     }
-
-    SessionController& make(SessionSettings settings = {})
-    {
-        const auto connections = [this](LiveConnectionObserver& session, LiveMedium) {
-            auto made = std::make_unique<FakeLiveConnection>(session);
-            wire = made.get();
-            return made;
-        };
-        controller.emplace(
-            SessionController::Ports{scheduler, connections, player, log, observer, tools, [] { return "Saturday"; }},
-            settings);
-        return *controller;
-    }
-    SessionController& makeActive(SessionSettings settings = {})
-    {
-        make(settings).begin();
-        wire->report(live_event::SetupComplete{"sess_1"});
-        return *controller;
-    }
-    Lines saidSince() { return std::exchange(observer.lines, {}); }
-
-    VirtualScheduler scheduler;
-    FakePlayer player{scheduler};
-    SilentLog log;
-    RecordingObserver observer;
-    ToolRegistry registry;
-    ToolDispatcher tools{registry};
-    std::vector<ToolReply> replies;
-    FakeLiveConnection* wire = nullptr;
-    std::optional<SessionController> controller;
 };
 
 SessionSettings shown()
 {
     SessionSettings settings;
     settings.replies = SessionSettings::Replies::shown;
+    settings.restsWhenQuiet = false;
     return settings;
 }
 
 TEST_F(SessionControllerTest, aTypedRequestWalksThroughToItsReply)
 {
     make(shown()).submitTyped({{{"keep a note: buy milk "}}, false});
-    EXPECT_EQ(wire->sent, (Lines{"open keep_note"}));
+    EXPECT_EQ(wire->sent, (Lines{"open set_mode keep_note"}));
     EXPECT_NE(wire->setup.toolInstructions, "");
     EXPECT_NE(wire->setup.voiceInstructions.find("Saturday"), std::string::npos);
 
@@ -119,7 +60,6 @@ TEST_F(SessionControllerTest, aTypedRequestWalksThroughToItsReply)
 TEST_F(SessionControllerTest, aSpokenTurnEndsOnceItsSoundHasBeenPlayed)
 {
     makeActive();
-    saidSince();
     wire->report(live_event::InputTranscript{"what is "});
     wire->report(live_event::InputTranscript{"it"});
     wire->report(live_event::Delegated{"d1"});
@@ -144,7 +84,7 @@ TEST_F(SessionControllerTest, theGreetingIsATurnAndGivesWayToAWaitingRequest)
         "they'd like to do, in one short sentence.");
     wire->report(live_event::OutputTranscript{"Hello Asha!"});
     scheduler.advance(1s);
-    EXPECT_EQ(saidSince(), (Lines{"connecting", "active", "words: Hello Asha!", "said: Hello Asha!", "turn answered"}));
+    EXPECT_EQ(saidSince(), (Lines{"words: Hello Asha!", "said: Hello Asha!", "turn answered"}));
 
     settings.replies = SessionSettings::Replies::shown;
     makeActive(settings);
@@ -176,7 +116,7 @@ TEST_F(SessionControllerTest, anUnansweredTurnIsGivenUpAfterPatience)
         makeActive(shown()).submitTyped({{{"hello"}}, false});
         saidSince();
         row.happens(*wire);
-        scheduler.advance(61s);
+        scheduler.advance(60s);
         EXPECT_EQ(saidSince(), row.said);
         EXPECT_FALSE(controller->isTurnOpen());
     }
@@ -185,19 +125,18 @@ TEST_F(SessionControllerTest, anUnansweredTurnIsGivenUpAfterPatience)
 TEST_F(SessionControllerTest, toolCallsAreAnsweredOnceAndOnlyToWhoeverAsked)
 {
     makeActive();
-    saidSince();
     const live_event::ToolCall call{{{"call_1", "keep_note", {}}}};
     wire->report(call);
     wire->report(call); // A service that repeats itself.
     ASSERT_EQ(replies.size(), 1U);
     EXPECT_EQ(saidSince(), (Lines{"call keep_note"}));
 
-    wire->closeWith({.code = 1006, .reason = "gone", .sentence = "Lost."});
+    controller->stop("enough");
     controller->begin();
-    wire->report(live_event::SetupComplete{"sess_2"});
-    const auto sent = wire->sent;
+    becomeReady();
+    sentSince();
     replies[0].answer({{"status", "kept"}});
-    EXPECT_EQ(wire->sent, sent); // The new conversation never asked.
+    EXPECT_TRUE(sentSince().empty()); // The new conversation never asked.
     EXPECT_EQ(saidSince().back(), R"(result {"status":"kept"})");
 
     controller.reset();
@@ -213,29 +152,23 @@ TEST_F(SessionControllerTest, aCallWithoutAConversationIsRefused)
     EXPECT_EQ(error, "No active conversation.");
 }
 
-TEST_F(SessionControllerTest, aLostConnectionIsToldInOneSentenceAndLeavesTheSessionIdle)
+TEST_F(SessionControllerTest, aConversationThatCannotBeginIsToldInOneSentence)
 {
     make(shown()).submitTyped({{{"hello"}}, false});
     wire->closeWith({.code = 401, .reason = "refused", .mustUserAct = true, .sentence = "Key refused."});
     EXPECT_EQ(saidSince(),
         (Lines{"connecting", "typed: hello", "idle", "turn broken off", "ended: Key refused. unsent: hello"}));
-
-    makeActive(shown()).submitTyped({{{"again"}}, false});
-    saidSince();
-    wire->closeWith({.code = 1006, .reason = "gone", .sentence = "Lost."});
-    EXPECT_EQ(
-        saidSince(), (Lines{"idle", "turn broken off", "ended: Lost. What you asked last may not have been done."}));
     scheduler.advance(2min);
     EXPECT_EQ(scheduler.pendingTimers(), 0U);
+    EXPECT_EQ(connectionsMade, 1);
 
     controller->submitTyped({{{"once more"}}, false}); // The next request begins anew and knows what was said.
-    EXPECT_EQ(wire->setup.history, (std::vector<LiveHistoryEntry>{{"user", "again"}}));
+    EXPECT_EQ(wire->setup.history, (std::vector<LiveHistoryEntry>{{"user", "hello"}}));
 }
 
 TEST_F(SessionControllerTest, stopEndsOnceTheConnectionHasClosed)
 {
     makeActive();
-    saidSince();
     controller->stop("end of input");
     EXPECT_EQ(wire->sent.back(), "close");
     EXPECT_EQ(saidSince(), (Lines{"idle"}));
@@ -247,21 +180,7 @@ TEST_F(SessionControllerTest, stopEndsOnceTheConnectionHasClosed)
     EXPECT_TRUE(saidSince().empty());
 }
 
-constexpr std::size_t chunkSamples = 960; ///< 40 ms
-
-/// A second of silence, half a second of a tone, silence again: 25, 13 and 37 chunks.
-Bytes toneInSilence()
-{
-    Bytes pcm(75 * chunkSamples * 2);
-    for (std::size_t index = 25 * chunkSamples; index < 38 * chunkSamples; ++index) {
-        const auto sample = static_cast<std::int16_t>(12000 * std::sin(static_cast<double>(index) / 10));
-        pcm[2 * index] = static_cast<std::uint8_t>(sample & 0xFF);
-        pcm[2 * index + 1] = static_cast<std::uint8_t>((sample >> 8) & 0xFF);
-    }
-    return pcm;
-}
-
-TEST_F(SessionControllerTest, theMicrophoneIsHeardOnlyWhileActiveAndSilenceIsHeldBack)
+TEST_F(SessionControllerTest, silenceIsHeldBackAndSpeechWaitsForTheConnection)
 {
     struct Row {
         SessionSettings::Microphone microphone;
@@ -270,20 +189,176 @@ TEST_F(SessionControllerTest, theMicrophoneIsHeardOnlyWhileActiveAndSilenceIsHel
     };
     // Through the gate go 8 quiet chunks held before the onset, the 13 loud ones, and 20 quiet ones before it closes.
     for (const Row& row :
-        {Row{SessionSettings::Microphone::onlySpeech, 41, 1}, {SessionSettings::Microphone::everything, 75, 0}}) {
+        {Row{SessionSettings::Microphone::onlySpeech, 41, 1}, {SessionSettings::Microphone::everything, 63, 0}}) {
         SessionSettings settings;
         settings.microphone = row.microphone;
-        make(settings).begin();
-        controller->microphoneCaptured(toneInSilence()); // Too early: dropped.
-        wire->report(live_event::SetupComplete{"sess_1"});
-        const Bytes pcm = toneInSilence();
-        for (std::size_t start = 0; start < pcm.size(); start += 1000)
-            controller->microphoneCaptured(
-                std::span(pcm).subspan(start, std::min<std::size_t>(1000, pcm.size() - start)));
+        settings.greeting = SessionSettings::Greeting::spoken;
+        makeActive(settings);
+        sentSince();
+        speak();
         EXPECT_EQ(wire->audioChunks, row.chunks);
         EXPECT_EQ(wire->audioBytes, row.chunks * 1920);
-        EXPECT_EQ(std::count(wire->sent.begin(), wire->sent.end(), "pause"), row.pauses);
+        const Lines sent = sentSince();
+        EXPECT_EQ(std::count(sent.begin(), sent.end(), "pause"), row.pauses);
+
+        make(settings).begin();
+        speak();
+        EXPECT_EQ(wire->audioChunks, 0);
+        becomeReady();
+        EXPECT_EQ(wire->audioChunks, 41);
+        EXPECT_EQ(sentSince(), (Lines{"open set_mode keep_note", "pause"})); // Whoever has asked is not greeted.
     }
+}
+
+TEST_F(SessionControllerTest, theMicrophoneIsOpenOnlyForWhomItIsMeantTo)
+{
+    make();
+    EXPECT_FALSE(capture.isOpen());
+    controller->begin();
+    becomeReady();
+    EXPECT_TRUE(capture.isOpen());
+    silence(1s);
+    sound(400ms, 12000);
+    controller->setMuted(Ear::Muting::muted);
+    EXPECT_FALSE(capture.isOpen());
+    EXPECT_EQ(wire->sent.back(), "pause");
+    const int sent = wire->audioChunks;
+    sound(1s, 12000);
+    EXPECT_EQ(wire->audioChunks, sent);
+    controller->setMuted(Ear::Muting::heard);
+    EXPECT_TRUE(capture.isOpen());
+    controller->stop("enough");
+    EXPECT_FALSE(capture.isOpen());
+
+    SessionSettings settings;
+    settings.listening = SessionSettings::Listening::pushToTalk;
+    make(settings).pushToTalk(SessionController::Key::pressed);
+    becomeReady();
+    EXPECT_TRUE(capture.isOpen());
+    sound(400ms, 200); // A whisper goes through a held key.
+    controller->pushToTalk(SessionController::Key::released);
+    sound(400ms, 200); // The last syllable belongs to it, what follows does not.
+    EXPECT_FALSE(capture.isOpen());
+    EXPECT_EQ(wire->audioChunks, 15);
+    EXPECT_EQ(sentSince().back(), "pause");
+}
+
+TEST_F(SessionControllerTest, whoSpeaksOverTheVoiceSilencesIt)
+{
+    makeActive();
+    controller->submitTyped({{{"tell me a story"}}, true});
+    wire->report(live_event::BackendIdle{});
+    silence(1s);
+    saidSince();
+    hearAssistant("Once upon a time ", 1s);
+    hearAssistant("there was a king.", 1s);
+    scheduler.advance(1500ms);
+    sentSince();
+    sound(80ms, 12000);
+    EXPECT_EQ(player.stops, 1);
+    EXPECT_EQ(player.unplayed(), 0ms);
+    EXPECT_EQ(sentSince(), (Lines{"drop stale"}));
+    hearAssistant(" He had a", 1s); // Still on its way when the user spoke.
+    EXPECT_EQ(player.unplayed(), 0ms);
+    EXPECT_EQ(saidSince(),
+        (Lines{"words: Once upon a time ", "words: there was a king.", "said: Once upon a time there was",
+            "turn interrupted"}));
+    EXPECT_EQ(controller->conversation().back().text, "Once upon a time there was");
+
+    wire->report(live_event::InputTranscript{"stop"});
+    hearAssistant("All right.", 1s);
+    EXPECT_EQ(player.unplayed(), 1s);
+    scheduler.advance(2s);
+    EXPECT_EQ(saidSince(), (Lines{"spoken: stop", "words: All right.", "said: All right.", "turn answered"}));
+}
+
+TEST_F(SessionControllerTest, aReplyGoesOnWhenTheServiceTookTheInterruptionForNoise)
+{
+    makeActive();
+    silence(1s);
+    hearAssistant("One.", 1s);
+    sound(80ms, 12000);
+    silence(1s);
+    hearAssistant("Two.", 1s);
+    EXPECT_EQ(player.unplayed(), 0ms);
+    scheduler.advance(2s);
+    hearAssistant("Three.", 1s);
+    EXPECT_EQ(player.unplayed(), 1s);
+}
+
+TEST_F(SessionControllerTest, theUserStopsWhatIsSaidAndDone)
+{
+    registry.add("click", [this](const LiveFunctionCall&, ToolReply reply) { replies.push_back(std::move(reply)); });
+    makeActive();
+    wire->report(live_event::InputTranscript{"click it"});
+    callTool("call_1", "click");
+    hearAssistant("I will ", 2s);
+    saidSince();
+    controller->interrupt();
+    EXPECT_EQ(player.unplayed(), 0ms);
+    EXPECT_FALSE(controller->tools().isActing());
+    EXPECT_EQ(saidSince(), (Lines{"turn interrupted"}));
+    EXPECT_EQ(controller->phase(), SessionPhase::active);
+}
+
+TEST_F(SessionControllerTest, theModeFollowsTheUserAlone)
+{
+    makeActive();
+    const auto ask = [this](const std::string& mode) {
+        static int calls = 0;
+        sentSince();
+        callTool("mode_" + std::to_string(++calls), "set_mode", {{"mode", mode}});
+        return sentSince().back();
+    };
+    EXPECT_NE(
+        ask("do").find("They haven't asked to switch. Stay in guide mode; only they change it"), std::string::npos);
+    controller->submitTyped(
+        {{{"Do it for me.", true}, {" What is this?", false}}, true}); // Pasted words are not theirs.
+    EXPECT_NE(ask("do").find("refused"), std::string::npos);
+    hearAssistant("Just do it for me, you say?", 1s);
+    EXPECT_NE(ask("do").find("refused"), std::string::npos);
+    wire->report(live_event::InputTranscript{"do it for me please"});
+    EXPECT_NE(ask("do").find(R"({"status":"switched","mode":"do"})"), std::string::npos);
+    EXPECT_EQ(controller->helpMode(), HelpMode::do_);
+    EXPECT_NE(ask("do").find("refused"), std::string::npos); // The words are used up.
+    EXPECT_NE(ask("fast").find("mode must be one of guide, auto and do."), std::string::npos);
+    EXPECT_EQ(std::count(observer.lines.begin(), observer.lines.end(), "mode do"), 1);
+
+    controller->setHelpMode(HelpMode::auto_);
+    EXPECT_NE(wire->sent.back().find("They have switched to auto mode."), std::string::npos);
+    EXPECT_NE(ask("guide").find("Stay in Auto; only they change it."), std::string::npos);
+}
+
+TEST_F(SessionControllerTest, wordsThatNobodyTakesUpAreHandedOverOnce)
+{
+    makeActive();
+    wire->report(live_event::InputTranscript{"buy milk"});
+    scheduler.advance(7s);
+    EXPECT_EQ(log.text.find("request_missed"), std::string::npos);
+    scheduler.advance(2s);
+    EXPECT_TRUE(wire->sent.back().starts_with("message [Quorvell app event] They said: “buy milk”."));
+    EXPECT_TRUE(log.has("request_missed"));
+    sentSince();
+    scheduler.advance(40s);
+    EXPECT_TRUE(sentSince().empty());
+}
+
+TEST_F(SessionControllerTest, whoeverHasUsedUpTheDayIsToldAndNotConnected)
+{
+    SessionSettings settings;
+    settings.dailyMinutes = std::chrono::minutes(1);
+    settings.restsWhenQuiet = false;
+    makeActive(settings);
+    scheduler.advance(59s);
+    EXPECT_EQ(controller->phase(), SessionPhase::active);
+    scheduler.advance(2s);
+    EXPECT_EQ(controller->phase(), SessionPhase::idle);
+    EXPECT_NE(saidSince()[0].find("problem: Today's 1 minutes of spoken conversation are used up."), std::string::npos);
+    EXPECT_NE(synthesiser.said.find("used up"), std::string::npos);
+    controller->submitTyped({{{"hello"}}, false});
+    EXPECT_EQ(connectionsMade, 1);
+    EXPECT_NE(
+        saidSince().back().find("used up. Go on by typing (quorvell chat), or raise dailyMinutes"), std::string::npos);
 }
 
 } // namespace

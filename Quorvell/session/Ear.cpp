@@ -1,0 +1,100 @@
+#include "Quorvell/session/Ear.h"
+
+#include <utility>
+
+namespace quorvell {
+
+Ear::Ear(Ports ports, SessionSettings::Listening listening)
+    : m_ports(std::move(ports))
+    , m_listening(listening)
+{
+    if (isBehindKey())
+        m_stream.judge = MicrophoneStream::Judge::key;
+}
+
+void Ear::openForConversation()
+{
+    m_isInConversation = true;
+    m_stream.reset();
+    applyToCapture();
+}
+
+void Ear::closeAfterConversation()
+{
+    m_isInConversation = false;
+    m_release.cancel();
+    m_stream.releaseKey();
+    m_stream.reset();
+    applyToCapture();
+}
+
+void Ear::setMuted(Muting muting)
+{
+    if (std::exchange(m_muting, muting) == muting)
+        return;
+    m_stream.reset();
+    applyToCapture();
+}
+
+void Ear::pressKey()
+{
+    if (!isBehindKey())
+        return;
+    m_release.cancel();
+    m_stream.pressKey();
+    applyToCapture();
+}
+
+void Ear::releaseKey()
+{
+    if (m_stream.isKeyHeld)
+        m_release = m_ports.scheduler.after(keyTail, [this] { finishRelease(); });
+}
+
+void Ear::finishRelease()
+{
+    const auto end = m_stream.releaseKey();
+    applyToCapture();
+    if (end)
+        m_ports.keyReleased(*end);
+}
+
+std::vector<MicrophoneStream::Step> Ear::captured(std::span<const std::uint8_t> pcm)
+{
+    if (!isListening())
+        return {};
+    auto steps = m_stream.captured(pcm);
+    tellState();
+    return steps;
+}
+
+bool Ear::isListening() const
+{
+    if (!m_isInConversation || isMuted() || m_listening == SessionSettings::Listening::none)
+        return false;
+    return !isBehindKey() || m_stream.isKeyHeld;
+}
+
+void Ear::applyToCapture()
+{
+    if (AudioCapture* capture = m_ports.capture) {
+        if (isListening() && !capture->isOpen())
+            capture->open();
+        else if (!isListening() && capture->isOpen())
+            capture->close();
+    }
+    tellState();
+}
+
+void Ear::tellState()
+{
+    using State = SessionObserver::Ear;
+    const State state = isMuted() ? State::muted
+        : !isListening()          ? State::closed
+        : isHearingSpeech()       ? State::hearing
+                                  : State::open;
+    if (std::exchange(m_told, state) != state)
+        m_ports.observer.earChanged(state);
+}
+
+} // namespace quorvell

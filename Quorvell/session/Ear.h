@@ -1,0 +1,65 @@
+#pragma once
+
+#include "Quorvell/session/AudioCapture.h"
+#include "Quorvell/session/MicrophoneStream.h"
+#include "Quorvell/session/Scheduler.h"
+#include "Quorvell/session/SessionObserver.h"
+#include "Quorvell/session/SessionSettings.h"
+
+#include <functional>
+#include <span>
+#include <vector>
+
+namespace quorvell {
+
+/// The microphone as the user has set it: open, behind a key, muted. Main thread; what it borrows must outlive it.
+class Ear {
+public:
+    enum class Muting { heard, muted };
+
+    struct Ports {
+        Scheduler& scheduler;
+        AudioCapture* capture; ///< Absent: sound comes from elsewhere, or never.
+        SessionObserver& observer;
+        std::function<void(const MicGateOutput&)> keyReleased; ///< With the end mark of what was said.
+    };
+
+    /// A last syllable is often spoken while the finger already leaves the key.
+    static constexpr std::chrono::milliseconds keyTail{200};
+
+    Ear(Ports ports, SessionSettings::Listening listening);
+    Ear(const Ear&) = delete;
+    Ear& operator=(const Ear&) = delete;
+
+    void openForConversation();
+    void closeAfterConversation();
+    void setMuted(Muting muting);
+    void pressKey();
+    void releaseKey();
+    /// Nothing while nobody is to be heard.
+    std::vector<MicrophoneStream::Step> captured(std::span<const std::uint8_t> pcm);
+    /// What was held back of earlier sound is forgotten.
+    void startAfresh() { m_stream.reset(); }
+    /// Tells the observer when something has changed since the last time.
+    void tellState();
+
+    bool isMuted() const { return m_muting == Muting::muted; }
+    /// Somebody who speaks now would be heard.
+    bool isListening() const;
+    bool isHearingSpeech() const { return m_stream.isHearingSpeech(); }
+    bool isBehindKey() const { return m_listening == SessionSettings::Listening::pushToTalk; }
+
+private:
+    void applyToCapture();
+    void finishRelease();
+
+    Ports m_ports;
+    SessionSettings::Listening m_listening;
+    Muting m_muting = Muting::heard;
+    bool m_isInConversation = false;
+    MicrophoneStream m_stream;
+    TimerHandle m_release;
+    SessionObserver::Ear m_told = SessionObserver::Ear::closed;
+};
+
+} // namespace quorvell

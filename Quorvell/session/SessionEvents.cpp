@@ -1,0 +1,84 @@
+#include "Quorvell/session/SessionEvents.h"
+
+#include "QuorvellCore/live/prompt/QuorvellPrompt.h"
+#include "QuorvellCore/text/Characters.h"
+
+#include <nlohmann/json.hpp>
+
+namespace quorvell {
+
+namespace {
+
+std::string event(const std::string& text)
+{
+    return std::string(QuorvellPrompt::eventPrefix) + " " + text;
+}
+
+std::string inQuotes(std::string_view text)
+{
+    return "“" + std::string(firstCharacters(text, SessionEvents::mostQuoted)) + "”";
+}
+
+std::string resultText(const LiveFunctionResponse& response)
+{
+    return response.name + " answered "
+        + std::string(firstCharacters(dumpJson(response.response), SessionEvents::mostQuoted)) + ". ";
+}
+
+} // namespace
+
+std::string SessionEvents::handover(const Unfinished& turn)
+{
+    if (turn.heardReply.empty() && turn.done.empty() && turn.running.empty())
+        return QuorvellPrompt::missedRequest(firstCharacters(turn.requests, mostQuoted));
+    std::string text =
+        "They said: " + inQuotes(turn.requests) + ". The connection was renewed before that was finished. ";
+    for (const LiveFunctionResponse& response : turn.done)
+        text += resultText(response);
+    for (const std::string& name : turn.running)
+        text += name + " is still running; its result will follow. ";
+    if (!turn.heardReply.empty())
+        text += "Of your answer they heard: " + inQuotes(turn.heardReply) + ". ";
+    return event(text
+        + "Don't run any of this again and don't mention the connection; do what is still missing, and tell them in a "
+          "few words what came of it.");
+}
+
+std::string SessionEvents::lateResult(const LiveFunctionResponse& response)
+{
+    return event("Before the connection was renewed you called " + response.name + ". It has finished: "
+        + resultText(response) + "Don't call it again; tell them in a few words what came of it.");
+}
+
+std::string SessionEvents::turnsMeanwhile(const std::vector<LiveHistoryEntry>& turns)
+{
+    std::string text = "This was said meanwhile, and is settled.";
+    for (const LiveHistoryEntry& turn : turns)
+        text += (turn.role == "assistant" ? " You: " : " They: ") + inQuotes(turn.text);
+    return event(text);
+}
+
+std::string SessionEvents::helpModeSwitched(HelpMode mode)
+{
+    return event("They have switched to " + std::string(nameOf(mode)) + " mode. Keep to it from now on.");
+}
+
+std::string SessionEvents::stillWorking()
+{
+    return event("What they asked for is still being worked on. Tell them so in three or four words, then wait.");
+}
+
+std::string_view SessionEvents::nameOf(HelpMode mode)
+{
+    switch (mode) {
+    case HelpMode::guide:
+        return "guide";
+    case HelpMode::auto_:
+        return "auto";
+    case HelpMode::do_:
+        return "do";
+    }
+    return "";
+}
+
+} // namespace quorvell

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "QuorvellCore/live/prompt/HelpMode.h"
+#include "QuorvellCore/live/wire/LiveFunctionResponse.h"
+#include "QuorvellCore/live/wire/LiveHistoryEntry.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorvell {
+
+/// What the session itself tells the model about its own doings. Each begins with QuorvellPrompt::eventPrefix. Tool
+/// results and earlier words in it are cut to a bound, so that a message stays small.
+struct SessionEvents {
+    static constexpr std::size_t mostQuoted = 2000; ///< User-perceived characters of one text or result.
+
+    /// A request that was being dealt with as its connection was lost, for the connection that takes over.
+    struct Unfinished {
+        std::string requests; ///< In the user's words; never empty.
+        std::string heardReply{}; ///< What the user has heard of the answer.
+        std::vector<LiveFunctionResponse> done{}; ///< Tools that have answered.
+        std::vector<std::string> running{}; ///< Names of tools that have not.
+    };
+    /// Nothing done and nothing heard: the plain words of a missed request.
+    static std::string handover(const Unfinished& turn);
+    /// A tool's answer to a call that an earlier connection asked for.
+    static std::string lateResult(const LiveFunctionResponse& response);
+    /// What was said while the connection was already open but not yet in use.
+    static std::string turnsMeanwhile(const std::vector<LiveHistoryEntry>& turns);
+    static std::string helpModeSwitched(HelpMode mode);
+    /// For the voice: a tool takes long.
+    static std::string stillWorking();
+
+    static std::string_view nameOf(HelpMode mode); ///< As the model writes it: "guide", "auto", "do".
+};
+
+} // namespace quorvell

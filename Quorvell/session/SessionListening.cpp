@@ -1,0 +1,214 @@
+// Silence and sound: resting and stopping when nobody speaks, the way of the user's voice to the model.
+#include "Quorvell/session/SessionController.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <utility>
+
+namespace quorvell {
+
+// ---- Silence
+
+void SessionController::startIdleCheck()
+{
+    m_listening.lastCheck = m_ports.scheduler.now();
+    m_listening.idleCheckTimer = m_ports.scheduler.every(m_settings.limits.idleCheck, [this] { checkIdle(); });
+}
+
+void SessionController::checkIdle()
+{
+    meterTalk();
+    m_lines.rotateIfQuiet();
+    stopWhenDayIsUsedUp();
+    const bool isSpeaking = m_ports.synthesiser && m_ports.synthesiser->isSpeaking();
+    const bool isBusy = m_desk.isActing() || isSpeaking || m_resting.state() == Doze::waking;
+    if (m_connection.phase != SessionPhase::active || isBusy)
+        return;
+    dozeIfQuiet();
+    if (const IdleRules rules = idleRules(); rules.verdict(m_settings.limits) == IdleRules::Verdict::stop)
+        stop(rules.reason());
+}
+
+void SessionController::dozeIfQuiet()
+{
+    if (idleRules().verdict(m_settings.limits) != IdleRules::Verdict::rest)
+        return;
+    m_ports.log.record("dozed", Json::object());
+    ++m_meter.counts().dozes;
+    m_listening.heldChunks.forget();
+    m_listening.ear.startAfresh();
+    m_lines.end("resting", ConnectionKeeper::Farewell::silent);
+    m_resting.doze();
+}
+
+IdleRules SessionController::idleRules() const
+{
+    IdleRules rules;
+    rules.quietFor = m_ports.scheduler.now() - m_listening.lastActivity;
+    rules.doze = m_resting.state();
+    rules.isListening = m_listening.ear.isListening();
+    rules.isHighlighted = !m_actions.currentTarget.empty();
+    rules.mayRest = m_settings.restsWhenQuiet && m_resting.canRest() && m_lines.ready() && isQuiet();
+    return rules;
+}
+
+bool SessionController::isQuiet() const
+{
+    const bool areWordsAwaited =
+        m_listening.heldChunks.isAwaitingAnswer() && m_ports.scheduler.now() - m_listening.lastSpeech < recognition;
+    return !m_turn.isOpen() && !m_turn.isVoiceSounding() && !m_listening.ear.isHearingSpeech() && !areWordsAwaited
+        && !m_desk.isWorking() && !m_actions.isConsentPending && m_connection.waiting.empty();
+}
+
+void SessionController::noteActivity()
+{
+    m_listening.lastActivity = m_ports.scheduler.now();
+}
+
+// ---- Meters
+
+void SessionController::meterTalk()
+{
+    const SessionTime now = m_ports.scheduler.now();
+    // No connection outlives the computer's sleep, so none is paid for.
+    const auto elapsed = std::min(now - std::exchange(m_listening.lastCheck, now), 2 * m_settings.limits.idleCheck);
+    if (m_settings.medium == LiveMedium::voice && m_lines.ready())
+        m_meter.meterTalk(elapsed);
+    if (m_meter.isNews())
+        m_ports.observer.usageChanged(m_meter.usage());
+}
+
+void SessionController::stopWhenDayIsUsedUp()
+{
+    const bool isSpoken = m_settings.medium == LiveMedium::voice && m_connection.phase == SessionPhase::active;
+    if (!isSpoken || !m_meter.isDayUsedUp() || m_turn.isOpen())
+        return;
+    tellProblem(dayUsedUpSentence());
+    stop("daily limit reached");
+}
+
+std::string SessionController::dayUsedUpSentence() const
+{
+    return "Today's " + std::to_string(m_meter.dailyMinutes().count())
+        + " minutes of spoken conversation are used up. Go on by typing (quorvell chat), or raise dailyMinutes in the "
+          "settings.";
+}
+
+// ---- Sound
+
+void SessionController::microphoneCaptured(std::span<const std::uint8_t> pcm)
+{
+    if (m_connection.phase == SessionPhase::idle)
+        return;
+    if (m_resting.state() != Doze::dozing) {
+        for (const MicrophoneStream::Step& step : m_listening.ear.captured(pcm))
+            hear(step);
+    } else if (m_listening.ear.isListening()) {
+        m_resting.captured(pcm);
+    }
+}
+
+void SessionController::hear(const MicrophoneStream::Step& step)
+{
+    if (step.isOnset)
+        handleSpeechOnset();
+    for (const MicGateOutput& output : step.speech)
+        m_listening.heldChunks.add(output);
+    const bool isEverythingSent =
+        m_settings.microphone == SessionSettings::Microphone::everything && !m_listening.ear.isBehindKey();
+    if (isEverythingSent && m_lines.ready()) {
+        m_lines.ready()->sendAudio(step.chunk.pcm);
+        m_meter.chunkSent();
+        m_listening.heldChunks.giveTo([](const MicGateOutput&) {}); // The service has it, silence and all.
+    } else {
+        flushHeldChunks();
+    }
+    if (!step.speech.empty())
+        m_listening.lastSpeech = m_ports.scheduler.now();
+    if (!step.speech.empty() && step.speech.back().isEndMark())
+        speechEnded();
+}
+
+void SessionController::handleSpeechOnset()
+{
+    noteActivity();
+    if (m_ports.synthesiser)
+        m_ports.synthesiser->stop();
+    forgetHeldNoise();
+    if (!m_turn.isVoiceSounding())
+        return;
+    m_ports.log.record("barged_in", {{"unheard_ms", m_ports.player.unplayed().count()}});
+    m_turn.cutReply(ConversationTurn::Cut::spokenOver);
+    if (m_lines.ready())
+        m_lines.ready()->dropStale();
+}
+
+/// What the service heard long ago and never reacted to was no speech.
+void SessionController::forgetHeldNoise()
+{
+    if (m_listening.heldChunks.isAwaitingAnswer()
+        && m_ports.scheduler.now() - m_listening.lastSpeech > m_settings.limits.followThrough)
+        m_listening.heldChunks.answered();
+}
+
+void SessionController::speechEnded()
+{
+    noteActivity();
+    // A service that has not noticed until then took it for noise; its reply goes on, and is heard again.
+    if (m_turn.bargedIn())
+        m_listening.bargeInTimer = m_ports.scheduler.after(bargeInNotice, [this] { m_turn.expectNewReply(); });
+}
+
+void SessionController::flushHeldChunks()
+{
+    LiveConnection* line = m_lines.ready();
+    if (!line)
+        return;
+    m_listening.heldChunks.giveTo([this, line](const MicGateOutput& output) {
+        if (output.isEndMark())
+            return line->sendAudioPause();
+        line->sendAudio(output.chunk->pcm);
+        m_meter.chunkSent();
+    });
+}
+
+// ---- Requests that nobody takes up
+
+void SessionController::modelReacted()
+{
+    m_listening.heldChunks.answered();
+    m_listening.followThroughTimer.cancel();
+    noteActivity();
+}
+
+void SessionController::awaitFollowThrough()
+{
+    m_listening.followThroughTimer =
+        m_ports.scheduler.after(m_settings.limits.followThrough, [this] { followThrough(); });
+}
+
+void SessionController::followThrough()
+{
+    if (m_listening.ear.isHearingSpeech())
+        return awaitFollowThrough();
+    if (!m_lines.ready() || !m_turn.isOpen() || m_turn.isBackendWorking())
+        return;
+    m_turn.finishUserWords();
+    const std::string requests = m_turn.conversation().openRequests();
+    if (requests.empty() || m_turn.actedSinceWords() || m_turn.spokeSinceRequest())
+        return;
+    m_ports.log.record("request_missed", Json::object());
+    m_listening.heldChunks.answered();
+    deliver({.text = QuorvellPrompt::missedRequest(requests)});
+}
+
+void SessionController::targetRefresh()
+{
+    if (!m_actions.isTargetThere || m_actions.isTargetThere())
+        return;
+    m_ports.log.record("target_gone", Json::object());
+    clearTarget();
+}
+
+} // namespace quorvell

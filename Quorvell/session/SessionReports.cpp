@@ -1,0 +1,296 @@
+// What the conversation's connections, its rest and its tools report.
+#include "Quorvell/session/HelpModeSwitch.h"
+#include "Quorvell/session/SessionController.h"
+
+#include <nlohmann/json.hpp>
+
+#include <utility>
+
+namespace quorvell {
+
+// ---- Connections
+
+void SessionController::lineBecameReady(const ConnectionKeeper::Ready& ready)
+{
+    using Arrival = ConnectionKeeper::Arrival;
+    m_connection.sessionID = ready.sessionID;
+    m_meter.connectionBegan();
+    if (ready.arrival == Arrival::first)
+        beginConversation(ready.sessionID);
+    else
+        m_ports.log.record("session_continued", {{"id", ready.sessionID}});
+    tellTurnsSince(ready.knows);
+    if (ready.arrival == Arrival::rotated)
+        ++m_meter.counts().rotations;
+    if (ready.arrival == Arrival::woken)
+        finishWaking();
+    if (ready.arrival == Arrival::mended)
+        mend();
+    m_connection.waitingTyped.clear();
+    for (const LiveMessageText& message : std::exchange(m_connection.waiting, {}))
+        deliver(message);
+    flushHeldChunks();
+}
+
+void SessionController::tellTurnsSince(ConversationMemory::Mark known)
+{
+    const auto turns = m_turn.conversation().settledSince(known);
+    if (!turns.empty())
+        deliver({.text = SessionEvents::turnsMeanwhile(turns), .answer = LiveMessageText::Answer::notWanted});
+}
+
+void SessionController::lineLost(const LiveClosure&)
+{
+    auto& held = m_listening.heldChunks;
+    const bool isSpeechHeld = held.isAwaitingAnswer() && !held.isCutOff();
+    if (isSpeechHeld) {
+        m_turn.forgetUserWords(); // They are heard again.
+    } else {
+        held.answered();
+        m_turn.finishUserWords();
+    }
+    held.connectionLost();
+    if (m_turn.connectionLost()) {
+        if (m_connection.lostRequests.empty())
+            m_connection.lostRequests = m_turn.conversation().openRequests();
+        m_connection.lostReplies = m_turn.conversation().openReplies();
+        auto& waiting = m_connection.waiting;
+        waiting.insert(waiting.begin(), m_connection.unanswered.begin(), m_connection.unanswered.end());
+    }
+    m_connection.unanswered.clear();
+    if (m_lines.isReconnecting() && m_resting.state() == Doze::awake)
+        m_ports.observer.linkChanged(SessionObserver::Link::reconnecting);
+}
+
+void SessionController::mend()
+{
+    ++m_meter.counts().reconnections;
+    m_ports.log.record("session_mended", Json::object());
+    m_ports.observer.linkChanged(SessionObserver::Link::steady);
+    const std::string requests = std::exchange(m_connection.lostRequests, {});
+    if (requests.empty() || !m_turn.isOpen())
+        return;
+    const auto& replies = m_desk.actionReplies();
+    deliver({.text = SessionEvents::handover({requests, std::exchange(m_connection.lostReplies, {}),
+                 {replies.begin(), replies.end()}, m_desk.runningTools()})});
+}
+
+void SessionController::linesGivenUp(const LiveClosure& closure)
+{
+    if (m_resting.state() == Doze::waking && !closure.mustUserAct)
+        return wakingTookTooLong();
+    SessionEnd end;
+    end.reason = closure.reason;
+    end.mustUserAct = closure.mustUserAct;
+    end.sentence = closure.sentence;
+    endWith(std::move(end));
+}
+
+void SessionController::lineEnded(const std::string& reason)
+{
+    m_ports.log.record("session_ended", {{"reason", reason}});
+    SessionEnd end;
+    end.reason = reason;
+    m_ports.observer.conversationEnded(end);
+}
+
+// ---- Events
+
+void SessionController::lineReported(const LiveServerEvent& event)
+{
+    struct Handler {
+        SessionController& session;
+        ConversationTurn& turn;
+
+        void operator()(const live_event::Audio& sound) { session.handleVoice(sound); }
+        void operator()(const live_event::OutputTranscript& words)
+        {
+            if (turn.bargedIn())
+                return;
+            session.modelReacted();
+            turn.voiceWords(words.text);
+        }
+        void operator()(const live_event::InputTranscript& words)
+        {
+            session.noteActivity();
+            turn.expectNewReply();
+            turn.userWords(words.text);
+            session.awaitFollowThrough();
+        }
+        void operator()(const live_event::ToolCall& tool)
+        {
+            session.modelReacted();
+            turn.backendStarted();
+            turn.acted();
+            session.m_desk.handle(tool.calls, session.m_lines.serial());
+        }
+        void operator()(const live_event::ToolCallCancellation& calls) { session.m_desk.cancel(calls.ids); }
+        void operator()(const live_event::Delegated&)
+        {
+            session.modelReacted();
+            turn.expectNewReply();
+            turn.backendStarted();
+        }
+        void operator()(const live_event::BackendIdle&) { turn.backendFinished(); }
+        void operator()(const live_event::ServerError& error) { session.handleServerError(error); }
+        void operator()(const live_event::Diagnostic& fact)
+        {
+            session.m_ports.log.record(fact.name, {{"detail", fact.detail}});
+        }
+        void operator()(const live_event::Usage& usage) { session.m_meter.report(usage); }
+        void operator()(const live_event::BilledSeconds& usage) { session.m_meter.report(usage); }
+        void operator()(const live_event::ContextUsage& usage) { session.m_meter.report(usage); }
+        void operator()(const live_event::Thinking&) { turn.noteActivity(); }
+        void operator()(const live_event::Interrupted&) { session.handleInterrupted(); }
+        void operator()(const live_event::TurnComplete&) { turn.serviceFinished(); }
+        void operator()(const live_event::VoiceActivity& activity)
+        {
+            if (activity.speaking)
+                turn.expectNewReply();
+        }
+        // The connections themselves are about these.
+        void operator()(const live_event::SetupComplete&) { }
+        void operator()(const live_event::ResumptionHandle&) { }
+        void operator()(const live_event::GoAway&) { }
+        // What was generated may still have to sound; the turn's end is what counts.
+        void operator()(const live_event::GenerationComplete&) { }
+    };
+    std::visit(Handler{*this, m_turn}, event);
+}
+
+void SessionController::handleVoice(const live_event::Audio& sound)
+{
+    if (m_turn.bargedIn())
+        return;
+    modelReacted();
+    m_meter.voiceReceived(sound.pcm.size());
+    m_turn.voiceSound(sound.pcm);
+    m_listening.lastActivity += m_ports.player.unplayed(); // Quiet begins when it has sounded.
+}
+
+/// The service itself heard the user speak over the reply; what comes from now on is new.
+void SessionController::handleInterrupted()
+{
+    if (m_turn.isVoiceSounding())
+        m_turn.cutReply(ConversationTurn::Cut::spokenOver);
+    m_turn.expectNewReply();
+    noteActivity();
+}
+
+void SessionController::handleServerError(const live_event::ServerError& error)
+{
+    m_ports.log.record("server_error", {{"code", error.code.value_or("")}});
+    m_ports.observer.problemArose("The service reported a problem: " + error.message);
+    m_turn.problemShown();
+}
+
+void SessionController::lineWrote(const std::string& text)
+{
+    modelReacted();
+    m_turn.replyWritten(text);
+}
+
+void SessionController::lineReplyGrew(const std::string& delta)
+{
+    modelReacted();
+    m_turn.replyGrew(delta);
+}
+
+// ---- Rest
+
+void SessionController::dozeChanged(Doze doze)
+{
+    m_ports.observer.restChanged(doze);
+}
+
+void SessionController::wordsHeardAtRest(const std::string& words)
+{
+    noteActivity();
+    m_turn.userOverheard(words);
+}
+
+void SessionController::wakingBegan()
+{
+    m_listening.ear.startAfresh();
+    m_lines.open(ConnectionKeeper::Arrival::woken);
+}
+
+void SessionController::finishWaking()
+{
+    const auto rested = m_ports.scheduler.now() - m_resting.dozedAt();
+    const std::string words = m_resting.finishWaking();
+    m_ports.log.record("woke", {{"after_ms", rested.count()}});
+    if (words.empty())
+        return;
+    noteActivity();
+    m_ports.log.record("heard_while_resting", Json::object());
+    deliver({.text = QuorvellPrompt::heardWhileResting(words)});
+}
+
+void SessionController::restFailed(const std::string& sentence)
+{
+    m_ports.log.record("rest_failed", Json::object());
+    tellProblem(sentence);
+}
+
+void SessionController::wakingTookTooLong()
+{
+    m_ports.log.record("waking_failed", Json::object());
+    const std::string requests = m_turn.conversation().openRequests();
+    std::string sentence = "Quorvell could not connect again in time. Check the network";
+    sentence += requests.empty() ? " and try again." : ", then say this again: “" + requests + "”.";
+    if (!m_resting.canRest()) {
+        SessionEnd end;
+        end.reason = "waking failed";
+        end.sentence = sentence;
+        return endWith(std::move(end));
+    }
+    m_lines.end("waking failed", ConnectionKeeper::Farewell::silent);
+    m_connection.waiting.clear();
+    m_connection.waitingTyped.clear();
+    m_listening.heldChunks.forget();
+    m_listening.ear.startAfresh();
+    m_resting.dozeAgain();
+    m_turn.breakOff();
+    tellProblem(sentence);
+}
+
+// ---- Tools
+
+void SessionController::toolAnswered(const ToolDesk::Answer& answer)
+{
+    const bool isWanted = m_lines.ready() && m_lines.serial() == answer.askedBy;
+    m_ports.log.record("tool_answered",
+        {{"name", answer.response.name}, {"failed", memberOf(answer.response.response, "error") != nullptr},
+            {"sent", isWanted}});
+    noteActivity();
+    m_turn.noteActivity();
+    if (isWanted)
+        return m_lines.ready()->sendToolResponse(answer.response, answer.scheduling);
+    // Whoever asked is gone. A request that is about to be handed over brings its results along.
+    const bool isOfThisConversation =
+        m_connection.phase == SessionPhase::active && answer.askedBy >= m_connection.firstSerial;
+    if (isOfThisConversation && m_connection.lostRequests.empty()
+        && answer.scheduling != LiveResponseScheduling::silent)
+        tell(SessionEvents::lateResult(answer.response), LiveMessageText::Answer::wanted);
+}
+
+void SessionController::helpModeAsked(const LiveFunctionCall& call, ToolReply reply)
+{
+    m_turn.recentRequests().heard("", m_ports.scheduler.now()); // Forgets what is too old to count.
+    const auto name = call.string("mode");
+    const HelpModeSwitch decision = HelpModeSwitch::judge(name, m_settings.helpMode, m_turn.recentRequests());
+    if (decision.mode && *decision.mode != m_settings.helpMode)
+        switchHelpMode(*decision.mode);
+    reply.answer(decision.answer);
+}
+
+void SessionController::toolTakesLong()
+{
+    const bool isVoiceFree = m_settings.replies == SessionSettings::Replies::spoken && !m_turn.isVoiceSounding()
+        && !m_listening.ear.isHearingSpeech();
+    if (m_lines.ready() && isVoiceFree)
+        m_lines.ready()->sendVoiceInstructions(SessionEvents::stillWorking());
+}
+
+} // namespace quorvell

@@ -1,0 +1,184 @@
+#include "Quorvell/session/ToolDesk.h"
+
+#include "Quorvell/session/FreshUUID.h"
+#include "QuorvellCore/live/prompt/QuorvellPrompt.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <array>
+
+namespace quorvell {
+
+namespace {
+
+/// They change something on the screen; the other tools only look, or touch nothing but the notebook and the like.
+constexpr std::array<std::string_view, 14> screenActions{"click", "type_text", "press_key", "scroll", "choose_menu",
+    "choose_option", "open_app", "open_website", "click_at_spot", "drag", "fill_form", "browser_control", "do_steps",
+    "quick_action"};
+
+} // namespace
+
+ToolDesk::ToolDesk(Ports ports, SessionLimits limits)
+    : m_ports(ports)
+    , m_limits(limits)
+    , m_execution(freshUUID)
+    , m_self(std::make_shared<ToolDesk*>(this))
+{
+}
+
+bool ToolDesk::isScreenAction(std::string_view toolName)
+{
+    return std::find(screenActions.begin(), screenActions.end(), toolName) != screenActions.end();
+}
+
+void ToolDesk::begin()
+{
+    m_plan = {};
+    m_nextStep = nullptr;
+    m_actionReplies.clear();
+}
+
+// ---- A call comes in
+
+void ToolDesk::handle(const std::vector<LiveFunctionCall>& calls, std::uint64_t askedBy)
+{
+    for (const LiveFunctionCall& call : calls) {
+        if (isRepeated({askedBy, call.id})) {
+            m_ports.log.record("tool_call_repeated", {{"name", call.name}});
+            continue;
+        }
+        m_ports.log.record("tool_called", {{"name", call.name}});
+        m_ports.observer.toolCalled(call);
+        runFor(call, askedBy);
+    }
+}
+
+bool ToolDesk::isRepeated(const Key& key)
+{
+    if (std::find(m_seen.begin(), m_seen.end(), key) != m_seen.end())
+        return true;
+    m_seen.push_back(key);
+    if (m_seen.size() > rememberedCalls)
+        m_seen.pop_front();
+    return false;
+}
+
+void ToolDesk::runFor(const LiveFunctionCall& call, std::uint64_t askedBy)
+{
+    const Key key{askedBy, call.id};
+    const bool isTooMuch = m_running.size() >= mostRunning;
+    m_running.push_back({key, call.name});
+    if (!m_progressTimer.isSet())
+        m_progressTimer = m_ports.scheduler.every(m_limits.progress, [this] { m_ports.owner.toolTakesLong(); });
+    ToolReply reply([self = std::weak_ptr(m_self), key, name = call.name](const Json& result) {
+        if (const auto desk = self.lock())
+            (*desk)->answered(key, name, result);
+    });
+    if (isTooMuch)
+        return reply.fail("Too many calls at once, so this one was not run. Wait for the results of the others first.");
+    run(call, std::move(reply), Conversation::live);
+}
+
+void ToolDesk::run(const LiveFunctionCall& call, ToolReply reply, Conversation conversation)
+{
+    if (conversation == Conversation::none)
+        return reply.fail("No active conversation.");
+    if (call.wasCutOff())
+        return reply.fail(ToolDispatcher::cutOffText(call.name));
+    takePlan(call);
+    if (isScreenAction(call.name))
+        return act(call, std::move(reply));
+    if (ToolDispatcher::isOfSession(call.name))
+        return m_ports.owner.helpModeAsked(call, std::move(reply));
+    m_ports.tools.run(call, std::move(reply));
+}
+
+void ToolDesk::takePlan(const LiveFunctionCall& call)
+{
+    const Json* update = memberOf(call.args, "plan_update");
+    if (update && QuorvellPrompt::planUpdateTools.contains(call.name)) {
+        const TaskPlanChange change = m_plan.update(*update);
+        m_ports.log.record("plan_updated", {{"finished", change.finished.size()}, {"learned", change.learned.size()}});
+    }
+    const Json* next = memberOf(call.args, "then");
+    if (QuorvellPrompt::nextStepTools.contains(call.name))
+        m_nextStep = next ? *next : Json();
+}
+
+/// One at a time; the next one may only be chosen on the screen that this one leaves behind.
+void ToolDesk::act(const LiveFunctionCall& call, ToolReply reply)
+{
+    const auto ticket = m_execution.begin(call.id);
+    if (!ticket)
+        return reply.fail(
+            "An action is still running. Wait for its result and fresh screen before choosing the next step.");
+    m_executingCall = call.id;
+    auto shared = std::make_shared<ToolReply>(std::move(reply));
+    m_ports.tools.run(call, ToolReply([self = std::weak_ptr(m_self), ticket = *ticket, shared](const Json& result) {
+        if (const auto desk = self.lock()) {
+            if ((*desk)->m_execution.isCurrent(ticket))
+                (*desk)->m_executingCall.clear();
+            (*desk)->m_execution.finish(ticket);
+        }
+        shared->answer(result);
+    }));
+}
+
+// ---- A call is taken back
+
+void ToolDesk::cancel(const std::vector<std::string>& ids)
+{
+    for (const std::string& id : ids) {
+        if (id == m_executingCall)
+            cancelAction();
+        for (Running& call : m_running)
+            if (call.key.second == id)
+                call.isCancelled = true;
+        m_ports.log.record("tool_call_cancelled", {{"id", id}});
+    }
+}
+
+void ToolDesk::cancelAction()
+{
+    m_execution.cancel();
+    m_executingCall.clear();
+}
+
+// ---- A call is answered
+
+void ToolDesk::answered(const Key& key, const std::string& name, const Json& result)
+{
+    const auto found =
+        std::find_if(m_running.begin(), m_running.end(), [&](const Running& call) { return call.key == key; });
+    if (found == m_running.end())
+        return;
+    const Running call = *found;
+    m_running.erase(found);
+    if (m_running.empty())
+        m_progressTimer.cancel();
+    Answer answer{{key.second, name, result}, schedulingOf(call), key.first};
+    m_ports.observer.toolAnswered(answer.response);
+    m_actionReplies.push_back(answer.response);
+    if (m_actionReplies.size() > keptReplies)
+        m_actionReplies.pop_front();
+    m_ports.owner.toolAnswered(answer);
+}
+
+LiveResponseScheduling ToolDesk::schedulingOf(const Running& call)
+{
+    if (call.isCancelled)
+        return LiveResponseScheduling::silent;
+    // A warning does not wait for the end of the sentence.
+    return call.name == "flag_scam" ? LiveResponseScheduling::interrupt : LiveResponseScheduling::whenIdle;
+}
+
+std::vector<std::string> ToolDesk::runningTools() const
+{
+    std::vector<std::string> names;
+    for (const Running& call : m_running)
+        names.push_back(call.name);
+    return names;
+}
+
+} // namespace quorvell
