@@ -56,6 +56,32 @@ bool neverComes(const icalrecurrencetype& rule)
     return true;
 }
 
+/// A sixth Monday or the second last day of a month is looked for just as long.
+bool namesNoDayOfAnyMonth(const icalrecurrencetype& rule)
+{
+    constexpr int mostOfOneWeekday = 5;
+    int days = 0;
+    bool hasDay = !isGiven(rule.by_day[0]);
+    for (const short day : rule.by_day) {
+        if (!isGiven(day))
+            break;
+        hasDay = hasDay || std::abs(icalrecurrencetype_day_position(day)) <= mostOfOneWeekday;
+        days += mostOfOneWeekday;
+    }
+    for (const short day : rule.by_month_day) {
+        if (!isGiven(day))
+            break;
+        ++days;
+    }
+    bool hasPosition = !isGiven(rule.by_set_pos[0]);
+    for (const short position : rule.by_set_pos) {
+        if (!isGiven(position))
+            break;
+        hasPosition = hasPosition || std::abs(position) <= std::max(days, 1);
+    }
+    return !hasDay || !hasPosition;
+}
+
 /// Rules by the hour and finer, with conditions, can search for ever; no calendar of people holds them.
 bool canBeFollowed(const icalrecurrencetype& rule)
 {
@@ -64,9 +90,10 @@ bool canBeFollowed(const icalrecurrencetype& rule)
         return !isGiven(rule.by_day[0]) && !isGiven(rule.by_month_day[0]) && !isGiven(rule.by_year_day[0])
             && !isGiven(rule.by_week_no[0]) && !isGiven(rule.by_month[0]) && !isGiven(rule.by_set_pos[0])
             && !isGiven(rule.by_hour[0]) && !isGiven(rule.by_minute[0]) && !isGiven(rule.by_second[0]);
+    case ICAL_MONTHLY_RECURRENCE:
+        return !neverComes(rule) && !namesNoDayOfAnyMonth(rule);
     case ICAL_DAILY_RECURRENCE:
     case ICAL_WEEKLY_RECURRENCE:
-    case ICAL_MONTHLY_RECURRENCE:
     case ICAL_YEARLY_RECURRENCE:
         return !neverComes(rule);
     default:
@@ -165,18 +192,18 @@ void IcsEvent::followRule(
     icalrecurrencetype rule = icalproperty_get_rrule(property);
     if (!canBeFollowed(rule))
         return;
-    if (auto until = IcsMoment::from(rule.until)) {
-        if (until->kind == IcsMoment::Kind::utc && start.kind != IcsMoment::Kind::utc)
-            until->local = zones.moment(zones.instant(*until), start).local;
-        if (until->kind == IcsMoment::Kind::date && start.kind != IcsMoment::Kind::date)
-            until->local += days(1) - seconds(1);
-        rule.until = IcsMoment{start.kind == IcsMoment::Kind::date ? IcsMoment::Kind::date : IcsMoment::Kind::floating,
-            until->local,
-            {}}.time();
-    }
     IcsMoment plain = start;
     if (plain.kind != IcsMoment::Kind::date)
         plain.kind = IcsMoment::Kind::floating;
+    // No further than asked, so that a rule that never comes again is not followed to the end of time.
+    const IcsLocalTime farthest = zones.moment(to, start).local + days(1);
+    auto until = IcsMoment::from(rule.until);
+    if (until && until->kind == IcsMoment::Kind::utc && start.kind != IcsMoment::Kind::utc)
+        until->local = zones.moment(zones.instant(*until), start).local;
+    if (until && until->kind == IcsMoment::Kind::date && start.kind != IcsMoment::Kind::date)
+        until->local += days(1) - seconds(1);
+    if (until || rule.count == 0)
+        rule.until = plain.at(until ? std::min(until->local, farthest) : farthest).time();
     icalrecur_iterator* iterator = icalrecur_iterator_new(rule, plain.time());
     if (!iterator)
         return;
