@@ -60,24 +60,24 @@ bool neverComes(const icalrecurrencetype& rule)
 bool namesNoDayOfAnyMonth(const icalrecurrencetype& rule)
 {
     constexpr int mostOfOneWeekday = 5;
-    int days = 0;
+    int candidates = 0;
     bool hasDay = !isGiven(rule.by_day[0]);
     for (const short day : rule.by_day) {
         if (!isGiven(day))
             break;
         hasDay = hasDay || std::abs(icalrecurrencetype_day_position(day)) <= mostOfOneWeekday;
-        days += mostOfOneWeekday;
+        candidates += mostOfOneWeekday;
     }
     for (const short day : rule.by_month_day) {
         if (!isGiven(day))
             break;
-        ++days;
+        ++candidates;
     }
     bool hasPosition = !isGiven(rule.by_set_pos[0]);
     for (const short position : rule.by_set_pos) {
         if (!isGiven(position))
             break;
-        hasPosition = hasPosition || std::abs(position) <= std::max(days, 1);
+        hasPosition = hasPosition || std::abs(position) <= std::max(candidates, 1);
     }
     return !hasDay || !hasPosition;
 }
