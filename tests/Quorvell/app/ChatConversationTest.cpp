@@ -144,7 +144,7 @@ TEST_F(ChatConversationTest, aScriptEndsWithTheFirstFailure)
     lines.lines = {"one", "two"};
     begin(Partner::script);
     becomeActive();
-    close({.code = 1006, .reason = "gone", .sentence = "Lost."});
+    close({.code = 401, .reason = "refused", .mustUserAct = true, .sentence = "Key refused."});
     EXPECT_EQ(exitCode, 1);
     EXPECT_EQ(lines.lines.size(), 1U);
 }
@@ -158,10 +158,11 @@ TEST_F(ChatConversationTest, aConnectionLostBetweenTurnsIsMadeAnew)
     answer("Done.");
     close({.code = 1006, .reason = "gone", .sentence = "Lost."});
     EXPECT_EQ(exitCode, std::nullopt);
-    lines.type("two");
-    scheduler.settle();
+    scheduler.advance(9s);
     EXPECT_EQ(connectionsMade, 2);
     becomeActive();
+    lines.type("two");
+    scheduler.settle();
     EXPECT_TRUE(wire->sent.back().ends_with(" two"));
 }
 
@@ -186,6 +187,7 @@ TEST_F(ChatConversationTest, aPersonIsGreetedAndMayTryAgain)
     lines.lines = {"again"};
     close({.code = 1006, .reason = "gone", .sentence = "Lost."});
     EXPECT_EQ(exitCode, std::nullopt);
+    scheduler.advance(9s);
     EXPECT_EQ(connectionsMade, 2);
     close({.code = 401, .reason = "refused", .mustUserAct = true, .sentence = "Key refused."});
     EXPECT_EQ(exitCode, 1);

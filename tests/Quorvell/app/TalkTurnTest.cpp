@@ -137,7 +137,7 @@ TEST_F(TalkTurnTest, aLostConnectionEndsItAndIsToldByTheSession)
 {
     begin();
     scheduler.advance(300ms);
-    wire->closeWith({.code = 1006, .reason = "gone", .sentence = "Lost."});
+    wire->closeWith({.code = 401, .reason = "refused", .mustUserAct = true, .sentence = "Key refused."});
     ASSERT_TRUE(outcome);
     EXPECT_FALSE(outcome->isAnswered);
     EXPECT_EQ(outcome->problem, "");
