@@ -1,5 +1,8 @@
 #include "Quorvell/connections/ConnectionFailure.h"
 
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Json.h"
+
 #include <charconv>
 
 namespace quorvell {
@@ -10,6 +13,10 @@ using Kind = ConnectionFailure::Kind;
 
 constexpr int tooLarge = 1009;
 constexpr int serverError = 1011;
+constexpr int goingAway = 1001;
+constexpr int badMessage = 1007;
+constexpr int notAllowed = 1008;
+constexpr std::size_t longestQuote = 300; ///< Characters of what others say that are passed on.
 
 /// What to tell about one failure.
 struct Advice {
@@ -24,45 +31,63 @@ std::string serviceName(const LiveAccess& access)
                                                        : "The service at " + access.endpoint.host;
 }
 
-Advice adviceForStatus(int status, const std::string& service)
+/// What the service says itself, as an appendix.
+std::string quoted(const std::string& words)
 {
+    return words.empty() ? std::string() : " (" + words + ")";
+}
+
+Advice adviceForStatus(const ConnectionFailure& failure, const std::string& service, const std::string& keyName)
+{
+    const int status = failure.code;
+    const std::string otherwise = ", or remove " + keyName + " to use the assistant on this device.";
+    const std::string why = quoted(failure.message);
     if (status == 401)
-        return {service
-                + " did not accept the API key. Check OPENAI_API_KEY, or remove it to use the assistant on this "
-                  "device.",
-            true};
+        return {service + " did not accept the API key" + why + ". Check " + keyName + otherwise, true};
     if (status == 403)
-        return {service
-                + " does not let this API key hold live conversations. Check what the key may do, or remove "
-                  "OPENAI_API_KEY to use the assistant on this device.",
+        return {service + " does not let this API key hold live conversations" + why + ". Check what the key may do"
+                + otherwise,
             true};
     if (status == 404)
-        return {service + " offers no live conversations. Check the host that is set for Quorvell.", true};
+        return {service + " offers no live conversations" + why + ". Check the host that is set for Quorvell.", true};
     if (status == 429)
-        return {service + " has had too many requests from this account. Wait a minute and ask again."};
+        return {service + " has had too many requests from this account" + why + ". Wait a minute and ask again."};
     if (status >= 500)
         return {service + " has a problem of its own (" + std::to_string(status) + "). Ask again in a few minutes."};
+    if (!failure.message.empty())
+        return {service + " would not begin a conversation: " + failure.message, true};
     return {service + " refused the connection" + (status != 0 ? " (" + std::to_string(status) + ")" : "")
         + ". Check the host that is set for Quorvell, and ask again."};
 }
 
-Advice adviceForClosing(int code, const std::string& detail, const std::string& service)
+Advice adviceForClosing(const ConnectionFailure& failure, const std::string& service, const std::string& keyName)
 {
-    const std::string why = detail.empty() ? "" : " (" + detail + ")";
-    if (code == LiveClosure::abnormal)
+    const std::string why = quoted(failure.detail);
+    switch (failure.code) {
+    case LiveClosure::abnormal:
         return {"The connection to the assistant was lost. Ask again to begin a new one."};
-    if (code == serverError)
+    case serverError:
         return {service + " had a problem of its own" + why + ". Ask again in a minute."};
-    if (code == tooLarge)
+    case tooLarge:
         return {service + " was sent or sent more than fits into one message. Ask again, in smaller parts."};
-    return {service + " ended the conversation" + why + ". Ask again to begin a new one."};
+    case goingAway:
+        return {service + " went away" + why + ". Ask again to begin a new conversation."};
+    case badMessage:
+        return {service + " did not understand a message" + why + ". Ask again to begin a new conversation."};
+    case notAllowed:
+        return {service + " does not allow this conversation" + why + ". Check what the key in " + keyName
+                + " may do, and ask again.",
+            failure.detail.find("API key") != std::string::npos};
+    default:
+        return {service + " ended the conversation" + why + ". Ask again to begin a new one."};
+    }
 }
 
-Advice adviceFor(const ConnectionFailure& failure, const std::string& service)
+Advice adviceFor(const ConnectionFailure& failure, const std::string& service, const std::string& keyName)
 {
     switch (failure.kind) {
-    case Kind::refusedUpgrade:
-        return adviceForStatus(failure.code, service);
+    case Kind::refusedRequest:
+        return adviceForStatus(failure, service, keyName);
     case Kind::refusedSession:
         return {service + " would not begin a conversation: " + failure.detail, true};
     case Kind::nameUnknown:
@@ -80,9 +105,19 @@ Advice adviceFor(const ConnectionFailure& failure, const std::string& service)
     case Kind::wentSilent:
         return {"The connection to the assistant has gone silent. Check the network connection and ask again."};
     case Kind::closed:
-        return adviceForClosing(failure.code, failure.detail, service);
+        return adviceForClosing(failure, service, keyName);
     case Kind::createRefused:
         return {service + " keeps refusing to answer. Ask again to begin a new conversation."};
+    case Kind::unreadableAnswer:
+        return {service + " answered with something that is no conversation. Check the host that is set for Quorvell.",
+            true};
+    case Kind::mediaBlocked:
+        return {service
+            + " can be reached, but sound does not get through to it (WebRTC over UDP). Set the transport to "
+              "websocket, or use another network."};
+    case Kind::ownFault:
+        return {"The conversation could not begin on this computer (" + failure.detail
+            + "). Ask again, or set the transport to websocket."};
     }
     return {};
 }
@@ -91,9 +126,22 @@ Advice adviceFor(const ConnectionFailure& failure, const std::string& service)
 
 LiveClosure ConnectionFailure::closure(const LiveAccess& access) const
 {
-    const Advice advice = adviceFor(*this, serviceName(access));
-    const int shownCode = kind == Kind::closed || kind == Kind::refusedUpgrade ? code : LiveClosure::abnormal;
-    return {shownCode, detail, advice.mustUserAct, advice.sentence};
+    ConnectionFailure told = *this;
+    told.detail = firstCharacters(detail, longestQuote);
+    told.message = firstCharacters(message, longestQuote);
+    const Advice advice = adviceFor(told, serviceName(access), std::string(access.keyName));
+    const bool isCoded = kind == Kind::closed || kind == Kind::refusedRequest;
+    return {isCoded && code != 0 ? code : LiveClosure::abnormal, told.detail, advice.mustUserAct, advice.sentence};
+}
+
+ConnectionFailure ConnectionFailure::refusal(int status, std::string body)
+{
+    ConnectionFailure failure{Kind::refusedRequest, status, std::move(body)};
+    const auto json = parseJson(failure.detail);
+    const Json* error = json ? memberOf(*json, "error") : nullptr;
+    if (error)
+        failure.message = readString(*error).value_or(readString(*error, "message").value_or(""));
+    return failure;
 }
 
 int ConnectionFailure::statusIn(std::string_view errorText)

@@ -11,7 +11,7 @@ namespace quorvell {
 /// What went wrong with a connection, as the network shows it.
 struct ConnectionFailure {
     enum class Kind {
-        refusedUpgrade, ///< `code` is the HTTP status, 0 when it is unknown.
+        refusedRequest, ///< `code` is the HTTP status, 0 when it is unknown; `detail` the body where one is known.
         refusedSession, ///< The service answered session.start with an error; `detail` is its message.
         nameUnknown,
         nobodyAnswers,
@@ -21,15 +21,21 @@ struct ConnectionFailure {
         wentSilent,
         closed, ///< By the other side; `code` is the WebSocket close code, `detail` its reason.
         createRefused, ///< The service would not answer, again and again.
+        unreadableAnswer, ///< It answered the request with something else.
+        mediaBlocked, ///< The session was made, but the peers did not find each other.
+        ownFault, ///< This program could not begin; `detail` says why.
     };
 
     Kind kind = Kind::closed;
     int code = 0;
     std::string detail{};
+    std::string message{}; ///< What a refusing service says for people.
 
     /// For the session and the user.
     LiveClosure closure(const LiveAccess& access) const;
 
+    /// A refusal over HTTP: the message is taken from the body, which may hold {"error": {"message"}}.
+    static ConnectionFailure refusal(int status, std::string body);
     /// The status in the error text of a refused upgrade, the only place that shows it; 0 when there is none.
     static int statusIn(std::string_view errorText);
 

@@ -3,6 +3,7 @@
 #include "QuorvellCore/live/wire/OpenAILiveEndpoint.h"
 
 #include <string>
+#include <string_view>
 
 namespace quorvell {
 
@@ -10,9 +11,12 @@ namespace quorvell {
 struct LiveAccess {
     enum class Place { hosted, onDevice };
 
-    OpenAILiveEndpoint endpoint;
+    OpenAILiveEndpoint endpoint; ///< Host and security hold for every protocol.
     std::string key;
     Place place = Place::hosted;
+    std::string_view keyName = "OPENAI_API_KEY"; ///< Where the user set the key.
+
+    ServiceAddress address() const { return {endpoint.host, endpoint.security}; }
 
     bool operator==(const LiveAccess&) const = default;
 };

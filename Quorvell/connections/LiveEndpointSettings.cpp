@@ -1,5 +1,6 @@
 #include "Quorvell/connections/LiveEndpointSettings.h"
 
+#include "QuorvellCore/live/wire/LiveEndpoint.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
@@ -13,6 +14,15 @@ bool isPrintable(const std::string& key)
 {
     return !key.empty()
         && std::all_of(key.begin(), key.end(), [](char letter) { return letter > ' ' && letter <= '~'; });
+}
+
+LiveBackend decided(const LiveEndpointSettings& settings)
+{
+    if (settings.backend != LiveBackend::automatic)
+        return settings.backend;
+    if (settings.host || settings.key)
+        return LiveBackend::openAI;
+    return settings.geminiKey ? LiveBackend::gemini : LiveBackend::onDevice;
 }
 
 } // namespace
@@ -29,21 +39,29 @@ std::optional<std::string> LiveEndpointSettings::hostProblem(const std::string& 
 
 LiveEndpointSettings::Choice LiveEndpointSettings::choose() const
 {
-    if (!host && !key)
+    const LiveBackend chosen = decided(*this);
+    if (chosen == LiveBackend::onDevice)
         return {std::nullopt, true, {}};
-    const std::string address = host.value_or(std::string(OpenAILiveEndpoint::defaultHost));
+    const bool isGemini = chosen == LiveBackend::gemini;
+    const std::optional<std::string>& given = isGemini ? geminiKey : key;
+    const std::string_view keyName = isGemini ? "GEMINI_API_KEY" : "OPENAI_API_KEY";
+    const std::string address =
+        host.value_or(std::string(isGemini ? LiveEndpoint::defaultHost : OpenAILiveEndpoint::defaultHost));
     const auto endpoint = OpenAILiveEndpoint::create(address);
     if (!endpoint)
         return {std::nullopt, false, hostProblem(address).value_or("")};
-    if (!key)
+    if (!given)
         return {std::nullopt, false,
-            "The live service at " + address
-                + " needs a key. Set OPENAI_API_KEY, or leave the host out to use the service on this device."};
-    const std::string plainKey = trimmed(*key);
+            "The live service at " + address + " needs a key. Set " + std::string(keyName)
+                + ", or choose the service on this device: leave the host out, and the backend on automatic or "
+                  "on-device."};
+    const std::string plainKey = trimmed(*given);
     if (!isPrintable(plainKey))
         return {std::nullopt, false,
-            "The key in OPENAI_API_KEY holds characters that no key has, such as a line break. Set it again."};
-    return {LiveAccess{*endpoint, plainKey, LiveAccess::Place::hosted}, false, {}};
+            "The key in " + std::string(keyName)
+                + " holds characters that no key has, such as a line break. Set it "
+                  "again."};
+    return {LiveAccess{*endpoint, plainKey, LiveAccess::Place::hosted, keyName}, false, {}, chosen};
 }
 
 } // namespace quorvell

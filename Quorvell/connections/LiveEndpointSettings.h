@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Quorvell/connections/LiveAccess.h"
+#include "Quorvell/connections/LiveBackend.h"
 
 #include <optional>
 #include <string>
@@ -14,14 +15,18 @@ struct LiveEndpointSettings {
         std::optional<LiveAccess> hosted;
         bool isOnDevice = false;
         std::string problem;
+        LiveBackend backend = LiveBackend::openAI; ///< Never automatic: the protocol to speak.
 
         bool operator==(const Choice&) const = default;
     };
 
-    std::optional<std::string> host; ///< "host", "host:port", or an address with wss, https, or (loopback) ws, http.
-    std::optional<std::string> key;
+    std::optional<std::string> host{}; ///< "host", "host:port", or an address with wss, https, or (loopback) ws, http.
+    std::optional<std::string> key{}; ///< Of OPENAI_API_KEY.
+    std::optional<std::string> geminiKey{}; ///< Of GEMINI_API_KEY.
+    LiveBackend backend = LiveBackend::automatic;
 
-    /// With a host or a key the hosted service, without either the one on this device.
+    /// Automatic: with a host or an OpenAI key the OpenAI form, else with a Gemini key that one, else the service on
+    /// this device.
     Choice choose() const;
 
     /// What is wrong with the host, in a sentence; nothing when all is well.

@@ -1,12 +1,11 @@
 #include "Quorvell/connections/LiveSocket.h"
 
+#include "Quorvell/connections/NetworkRequest.h"
 #include "QuorvellCore/live/wire/OpenAILiveParser.h"
 
-#include <QNetworkRequest>
 #include <QSslConfiguration>
 #include <QSslError>
 #include <QTcpSocket>
-#include <QUrl>
 
 #include <utility>
 
@@ -21,14 +20,6 @@ constexpr quint64 largestMessage = OpenAILiveParser::limits.maximumBytes;
 QString toQString(std::string_view text)
 {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QNetworkRequest networkRequest(const WebRequest& request)
-{
-    QNetworkRequest converted{QUrl(toQString(request.url))};
-    for (const auto& [name, value] : request.headers)
-        converted.setRawHeader(QByteArray::fromStdString(name), QByteArray::fromStdString(value));
-    return converted;
 }
 
 } // namespace
@@ -59,6 +50,11 @@ void LiveSocket::connectSocket()
     QWebSocket* socket = m_socket.get();
     QObject::connect(socket, &QWebSocket::connected, &m_context, [this] { socketOpened(); });
     QObject::connect(socket, &QWebSocket::textMessageReceived, &m_context, [this](const QString& text) {
+        m_unansweredPings = 0;
+        m_reports.textReceived(text.toStdString());
+    });
+    // JSON too: some services send their texts in binary frames.
+    QObject::connect(socket, &QWebSocket::binaryMessageReceived, &m_context, [this](const QByteArray& text) {
         m_unansweredPings = 0;
         m_reports.textReceived(text.toStdString());
     });
@@ -135,7 +131,7 @@ ConnectionFailure LiveSocket::failureOf(QAbstractSocket::SocketError error) cons
         return {Kind::nameUnknown, 0, text};
     // Whatever the error is called: a status in its text means that a server answered and refused the upgrade.
     if (const int status = ConnectionFailure::statusIn(text); status != 0)
-        return {Kind::refusedUpgrade, status, text};
+        return {Kind::refusedRequest, status, text};
     return {Kind::nobodyAnswers, 0, text};
 }
 

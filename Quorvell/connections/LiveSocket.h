@@ -26,6 +26,9 @@ public:
         std::function<void(const ConnectionFailure& failure)> closed; ///< Once, an orderly end included.
     };
 
+    /// Sound that the network does not take is dropped rather than hoarded: half a minute of it, as text.
+    static constexpr std::int64_t mostUnsentSound = 2 * 1024 * 1024;
+
     /// A report must not destroy the socket.
     LiveSocket(Reports reports, LiveTimeLimits limits);
     ~LiveSocket();

@@ -1,12 +1,11 @@
 #include "Quorvell/connections/OpenAILiveClient.h"
 
+#include "Quorvell/connections/OpenAIPeerTransport.h"
+#include "Quorvell/connections/OpenAISocketTransport.h"
 #include "QuorvellCore/live/wire/OpenAILiveEventMapper.h"
 #include "QuorvellCore/live/wire/OpenAILiveMessage.h"
 #include "QuorvellCore/live/wire/OpenAILiveParser.h"
 
-#include <QPointer>
-
-#include <algorithm>
 #include <utility>
 
 namespace quorvell {
@@ -14,20 +13,18 @@ namespace quorvell {
 namespace {
 
 using Kind = ConnectionFailure::Kind;
+using Way = OpenAIRoute::Way;
 
-/// Sound that the network does not take is dropped rather than hoarded: half a minute of it, as text.
-constexpr qint64 mostUnsentBytes = 2 * 1024 * 1024;
-constexpr std::size_t rememberedCalls = 256;
 /// A create is refused when a response still runs over there. It is tried again at once, then after growing pauses.
 constexpr int mostRefusedCreates = 6;
 
 } // namespace
 
-OpenAILiveClient::OpenAILiveClient(
-    LiveAccessSource& accessSource, LiveModelSettings models, LiveConnectionObserver& observer, LiveTimeLimits limits)
-    : m_accessSource(accessSource)
-    , m_observer(observer)
-    , m_limits(limits)
+OpenAILiveClient::OpenAILiveClient(LiveAccessSource& accessSource, LiveModelSettings models,
+    LiveConnectionObserver& observer, LiveTimeLimits limits, OpenAIRoute route)
+    : m_limits(limits)
+    , m_route(std::move(route))
+    , m_life(accessSource, observer, [this] { m_transport.reset(); })
 {
     m_options.model = std::move(models.voiceModel);
     m_options.voice = std::move(models.voice);
@@ -44,49 +41,45 @@ OpenAILiveClient::OpenAILiveClient(
 
 void OpenAILiveClient::open(const LiveSetup& setup)
 {
-    if (m_stage != Stage::unopened)
+    if (!m_life.is(Stage::unopened))
         return;
-    m_stage = Stage::locating;
     m_options.instructions = setup.voiceInstructions;
     m_options.backendInstructions = setup.toolInstructions;
     m_options.tools = setup.tools;
     m_options.history = setup.history;
-    // Later, so that nothing is reported from inside this call even when the service is found at once.
-    QTimer::singleShot(0, &m_context, [this] {
-        m_accessSource.find([this, guard = QPointer<QObject>(&m_context)](const LiveAccessSource::Found& found) {
-            if (guard)
-                useAccess(found);
-        });
+    m_life.locate([this] { openTransport(); });
+}
+
+void OpenAILiveClient::openTransport()
+{
+    m_life.enter(Stage::opening);
+    m_life.stopDeadline();
+    OpenAITransport::Reports reports;
+    reports.opened = [this] { transportOpened(); };
+    reports.textReceived = [this](const std::string& text) { textReceived(text); };
+    reports.soundReceived = [this](const Bytes& pcm) { m_life.report(live_event::Audio{pcm}); };
+    reports.closed = [this](const ConnectionFailure& failure) { transportClosed(failure); };
+    if (way() == Way::peer)
+        m_transport = std::make_unique<OpenAIPeerTransport>(*m_route.web, std::move(reports), m_limits);
+    else
+        m_transport = std::make_unique<OpenAISocketTransport>(std::move(reports), m_limits);
+    m_transport->open(m_life.access(), m_options);
+}
+
+/// Later, because the old transport is still on the way out of its own report.
+void OpenAILiveClient::openAgain()
+{
+    m_life.enter(Stage::locating);
+    m_life.later([this] {
+        if (m_life.is(Stage::locating))
+            openTransport();
     });
 }
 
-void OpenAILiveClient::useAccess(const LiveAccessSource::Found& found)
+void OpenAILiveClient::transportOpened()
 {
-    if (m_stage != Stage::locating)
-        return;
-    if (!found.access)
-        return finish({LiveClosure::abnormal, "no service", false, found.problem});
-    m_access = *found.access;
-    openSocket();
-}
-
-void OpenAILiveClient::openSocket()
-{
-    m_stage = Stage::opening;
-    m_deadline.reset();
-    LiveSocket::Reports reports;
-    reports.opened = [this] { socketOpened(); };
-    reports.textReceived = [this](const std::string& text) { textReceived(text); };
-    reports.closed = [this](const ConnectionFailure& failure) { socketClosed(failure); };
-    m_socket = std::make_unique<LiveSocket>(std::move(reports), m_limits);
-    m_socket->open(m_access.endpoint.request(m_access.key));
-}
-
-void OpenAILiveClient::socketOpened()
-{
-    m_stage = Stage::starting;
-    startDeadline(m_limits.toStart, &OpenAILiveClient::startedTooSlowly);
-    send(OpenAILiveMessage::sessionStart(m_options, OpenAILiveMessage::AudioFormat::declared));
+    m_life.enter(Stage::starting);
+    m_life.startDeadline(m_limits.toStart, [this] { m_life.fail({Kind::startedTooSlowly}); });
 }
 
 /// Each option is dropped at most once: what is absent cannot be refused again.
@@ -100,30 +93,46 @@ bool OpenAILiveClient::retryWithout(RefusedSetting setting)
     if (option == nullptr || !option->has_value())
         return false;
     option->reset();
-    report(live_event::Diagnostic{"responses_setting_dropped", std::to_string(static_cast<int>(setting))});
-    report(live_event::Diagnostic{"session_request_retried", {}});
-    m_stage = Stage::locating;
-    // Later, because the old socket is still on the way out of its own report.
-    QTimer::singleShot(0, &m_context, [this] {
-        if (m_stage == Stage::locating)
-            openSocket();
-    });
+    m_life.report(live_event::Diagnostic{"responses_setting_dropped", std::to_string(static_cast<int>(setting))});
+    m_life.report(live_event::Diagnostic{"session_request_retried", {}});
+    openAgain();
     return true;
 }
 
-void OpenAILiveClient::socketClosed(const ConnectionFailure& failure)
+/// Blocked media, or a service that knows no such request, says nothing against the other way.
+bool OpenAILiveClient::tryNextWay(const ConnectionFailure& failure)
 {
-    if (m_stage == Stage::closing)
-        return finish({LiveClosure::normal, m_closeReason, false, {}});
-    if (m_stage == Stage::locating || m_stage == Stage::closed)
+    const bool isUnknownThere = failure.kind == Kind::refusedRequest
+        && (failure.code == 404 || failure.code == 405 || failure.code == 415 || failure.code == 501);
+    const bool isAboutTheWay = failure.kind == Kind::mediaBlocked || failure.kind == Kind::ownFault || isUnknownThere;
+    if (way() != Way::peer || !isAboutTheWay)
+        return false;
+    if (failure.kind == Kind::mediaBlocked && m_route.wasBlocked)
+        m_route.wasBlocked(way());
+    if (m_tried + 1 == m_route.ways.size())
+        return false;
+    ++m_tried;
+    m_life.report(live_event::Diagnostic{"transport_changed", "websocket"});
+    openAgain();
+    return true;
+}
+
+void OpenAILiveClient::transportClosed(const ConnectionFailure& failure)
+{
+    if (m_life.is(Stage::closing))
+        return m_life.finish({LiveClosure::normal, m_closeReason, false, {}});
+    if (m_life.is(Stage::locating) || m_life.is(Stage::closed))
         return;
-    if (failure.kind == Kind::refusedUpgrade
+    const bool isOpening = m_life.is(Stage::opening);
+    if (isOpening && failure.kind == Kind::refusedRequest
         && retryWithout(OpenAILiveEndpoint::refusedSetting(failure.code, failure.detail)))
+        return;
+    if (isOpening && tryNextWay(failure))
         return;
     ConnectionFailure told = failure;
     if (!m_closeReason.empty())
         told.detail = m_closeReason;
-    fail(told);
+    m_life.fail(told);
 }
 
 // ---- What the service reports
@@ -131,7 +140,7 @@ void OpenAILiveClient::socketClosed(const ConnectionFailure& failure)
 void OpenAILiveClient::textReceived(const std::string& text)
 {
     for (OpenAILiveEvent& event : OpenAILiveParser::parse(text)) {
-        if (m_stage == Stage::closed)
+        if (m_life.is(Stage::closed))
             return;
         handle(std::move(event));
     }
@@ -141,10 +150,10 @@ void OpenAILiveClient::handle(OpenAILiveEvent event)
 {
     if (!applyToFlow(event))
         return;
-    if (const auto* text = std::get_if<openai_event::BackendText>(&event); text && m_stage == Stage::started)
-        m_observer.liveReplyWritten(text->text);
+    if (const auto* text = std::get_if<openai_event::BackendText>(&event))
+        m_life.reportWritten(text->text);
     for (const LiveServerEvent& mapped : OpenAILiveEventMapper::map(std::move(event)))
-        report(mapped);
+        m_life.report(mapped);
     reportIdleness();
 }
 
@@ -152,10 +161,7 @@ void OpenAILiveClient::handle(OpenAILiveEvent event)
 bool OpenAILiveClient::applyToFlow(const OpenAILiveEvent& event)
 {
     if (std::holds_alternative<openai_event::Started>(event)) {
-        if (m_stage != Stage::starting)
-            return false;
-        m_stage = Stage::started;
-        m_deadline.reset();
+        return applyStart();
     } else if (const auto* delegated = std::get_if<openai_event::Delegated>(&event)) {
         m_delegationID = delegated->delegationID;
     } else if (const auto* begun = std::get_if<openai_event::BackendStarted>(&event)) {
@@ -169,8 +175,19 @@ bool OpenAILiveClient::applyToFlow(const OpenAILiveEvent& event)
         return applyError(*error);
     } else if (const auto* closed = std::get_if<openai_event::Closed>(&event)) {
         m_closeReason = closed->reason;
-        m_socket->close();
+        m_transport->close();
     }
+    return true;
+}
+
+bool OpenAILiveClient::applyStart()
+{
+    if (!m_life.is(Stage::starting))
+        return false;
+    m_life.enter(Stage::started);
+    m_life.stopDeadline();
+    if (m_route.worked)
+        m_route.worked(way());
     return true;
 }
 
@@ -180,24 +197,21 @@ bool OpenAILiveClient::applyEnd(const openai_event::BackendEnded& end)
         return false;
     sendAll(m_flow.ended(end.responseID));
     if (end.status == "failed")
-        report(live_event::ServerError{"backend_failed", "The model could not finish its answer. Ask again."});
+        m_life.report(live_event::ServerError{"backend_failed", "The model could not finish its answer. Ask again."});
     return true;
 }
 
 bool OpenAILiveClient::applyCall(const openai_event::FunctionCall& call)
 {
-    if (std::find(m_calls.begin(), m_calls.end(), call.callID) != m_calls.end())
+    if (!m_calls.isNew(call.callID))
         return false;
-    m_calls.push_back(call.callID);
-    if (m_calls.size() > rememberedCalls)
-        m_calls.pop_front();
     m_flow.called(call.callID);
     return true;
 }
 
 bool OpenAILiveClient::applyError(const openai_event::Error& error)
 {
-    if (m_stage == Stage::starting) {
+    if (m_life.is(Stage::starting)) {
         sessionRefused(error);
         return false;
     }
@@ -209,13 +223,13 @@ bool OpenAILiveClient::applyError(const openai_event::Error& error)
 
 void OpenAILiveClient::retryCreate(const std::optional<std::string>& clientEventID)
 {
-    report(live_event::Diagnostic{"response_create_refused", {}});
+    m_life.report(live_event::Diagnostic{"response_create_refused", {}});
     if (++m_refusedCreates > mostRefusedCreates)
-        return fail({Kind::createRefused});
+        return m_life.fail({Kind::createRefused});
     if (m_refusedCreates == 1)
         return sendAll(m_flow.rejected(clientEventID));
     const auto pause = m_limits.firstCreatePause * (1 << (m_refusedCreates - 2));
-    QTimer::singleShot(pause, &m_context, [this, clientEventID] { sendAll(m_flow.rejected(clientEventID)); });
+    m_life.later([this, clientEventID] { sendAll(m_flow.rejected(clientEventID)); }, pause);
 }
 
 void OpenAILiveClient::sessionRefused(const openai_event::Error& error)
@@ -224,7 +238,7 @@ void OpenAILiveClient::sessionRefused(const openai_event::Error& error)
     constexpr int badRequest = 400;
     const std::string message = error.message.value_or("It gave no reason.");
     if (!retryWithout(OpenAILiveEndpoint::refusedSetting(badRequest, error.code.value_or("") + " " + message)))
-        fail({Kind::refusedSession, 0, message});
+        m_life.fail({Kind::refusedSession, 0, message});
 }
 
 void OpenAILiveClient::reportIdleness()
@@ -236,15 +250,15 @@ void OpenAILiveClient::reportIdleness()
     if (!std::exchange(m_isBusy, false))
         return;
     m_delegationID.reset();
-    report(live_event::BackendIdle{});
+    m_life.report(live_event::BackendIdle{});
 }
 
 // ---- What the session wants
 
 void OpenAILiveClient::sendAudio(std::span<const std::uint8_t> pcm)
 {
-    if (m_stage == Stage::started && m_socket->unsentBytes() < mostUnsentBytes)
-        m_socket->send(OpenAILiveMessage::audioText(pcm));
+    if (m_life.is(Stage::started))
+        m_transport->sendSound(pcm);
 }
 
 void OpenAILiveClient::sendAudioPause()
@@ -254,12 +268,17 @@ void OpenAILiveClient::sendAudioPause()
 
 void OpenAILiveClient::sendMessage(const LiveMessageText& message)
 {
-    std::optional<LiveImage> image;
-    if (message.jpeg)
-        image = LiveImage{*message.jpeg};
+    if (m_life.is(Stage::closed))
+        return;
+    Json item = OpenAILiveMessage::backendMessage(
+        message.text, message.jpeg ? std::optional(LiveImage{*message.jpeg}) : std::nullopt);
+    if (message.jpeg && !fits(item)) {
+        m_life.report(live_event::Diagnostic{"picture_too_large", std::to_string(message.jpeg->size())});
+        item = OpenAILiveMessage::backendMessage(message.text + "\n(The picture was too large to be sent.)");
+    }
     m_isBusy = true;
-    sendAll(m_flow.message({OpenAILiveMessage::backendMessage(message.text, image),
-        message.answer == LiveMessageText::Answer::wanted, message.lateness == LiveMessageText::Lateness::worthless}));
+    sendAll(m_flow.message({std::move(item), message.answer == LiveMessageText::Answer::wanted,
+        message.lateness == LiveMessageText::Lateness::worthless}));
 }
 
 void OpenAILiveClient::requestAnswer()
@@ -277,9 +296,14 @@ void OpenAILiveClient::sendVoiceInstructions(const std::string& text)
 /// This protocol voices every answer once the model is idle, so the scheduling has no say here.
 void OpenAILiveClient::sendToolResponse(const LiveFunctionResponse& response, LiveResponseScheduling)
 {
-    const auto messages = OpenAILiveMessage::functionOutput(response.id, dumpJson(response.response));
+    Json output = OpenAILiveMessage::functionOutput(response.id, dumpJson(response.response)).front();
+    if (!fits(output)) {
+        m_life.report(live_event::Diagnostic{"tool_result_too_large", response.name});
+        const Json tooLarge{{"error", "The result was too large to be sent. Ask for less of it."}};
+        output = OpenAILiveMessage::functionOutput(response.id, dumpJson(tooLarge)).front();
+    }
     m_isBusy = true;
-    sendAll(m_flow.output(response.id, messages.front()));
+    sendAll(m_flow.output(response.id, std::move(output)));
 }
 
 void OpenAILiveClient::dropStale()
@@ -289,71 +313,35 @@ void OpenAILiveClient::dropStale()
 
 void OpenAILiveClient::close()
 {
-    if (m_stage == Stage::closing || m_stage == Stage::closed)
+    if (m_life.is(Stage::closing) || m_life.is(Stage::closed))
         return;
-    if (m_stage != Stage::started)
-        return finish({});
+    if (!m_life.is(Stage::started))
+        return m_life.finish({});
     send(OpenAILiveMessage::close());
-    m_stage = Stage::closing;
-    startDeadline(m_limits.toClose, &OpenAILiveClient::closedTooSlowly);
+    m_life.enter(Stage::closing);
+    m_life.startDeadline(m_limits.toClose, [this] {
+        m_life.finish({LiveClosure::normal, "closed without waiting", false, {}});
+    });
 }
 
-// ---- Ways out
+// ---- The way out
 
-void OpenAILiveClient::report(const LiveServerEvent& event)
+/// What is too large for the transport is made smaller first.
+bool OpenAILiveClient::fits(const Json& message) const
 {
-    // A service that talks before the session has started, or after its end, is not listened to.
-    const bool isForTheLog = std::holds_alternative<live_event::Diagnostic>(event);
-    if (m_stage == Stage::started || (isForTheLog && m_stage != Stage::closed))
-        m_observer.liveEventReceived(event);
+    return !m_transport || dumpJson(message).size() <= m_transport->largestText();
 }
 
 void OpenAILiveClient::send(const Json& message)
 {
-    if (m_stage == Stage::starting || m_stage == Stage::started)
-        m_socket->send(dumpJson(message));
+    if (m_life.is(Stage::starting) || m_life.is(Stage::started))
+        m_transport->send(dumpJson(message));
 }
 
 void OpenAILiveClient::sendAll(const std::vector<Json>& messages)
 {
     for (const Json& message : messages)
         send(message);
-}
-
-void OpenAILiveClient::startDeadline(std::chrono::milliseconds limit, void (OpenAILiveClient::*action)())
-{
-    m_deadline = std::make_unique<QTimer>();
-    m_deadline->setSingleShot(true);
-    QObject::connect(m_deadline.get(), &QTimer::timeout, &m_context, [this, action] { (this->*action)(); });
-    m_deadline->start(limit);
-}
-
-void OpenAILiveClient::startedTooSlowly()
-{
-    fail({Kind::startedTooSlowly});
-}
-
-void OpenAILiveClient::closedTooSlowly()
-{
-    finish({LiveClosure::normal, "closed without waiting", false, {}});
-}
-
-void OpenAILiveClient::fail(const ConnectionFailure& failure)
-{
-    finish(failure.closure(m_access));
-}
-
-void OpenAILiveClient::finish(const LiveClosure& closure)
-{
-    if (m_stage == Stage::closed)
-        return;
-    m_stage = Stage::closed;
-    // Later, because a timer or the socket may still be on the way out of its own report.
-    QTimer::singleShot(0, &m_context, [this, closure] {
-        m_deadline.reset();
-        m_socket.reset();
-        m_observer.liveConnectionClosed(closure);
-    });
 }
 
 } // namespace quorvell

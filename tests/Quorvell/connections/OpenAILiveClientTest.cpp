@@ -1,11 +1,9 @@
 #include "Quorvell/connections/OpenAILiveClient.h"
 
-#include "Quorvell/connections/HostedAccess.h"
 #include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
 #include "QuorvellCore/live/wire/OpenAILiveServerMessage.h"
 #include "QuorvellCore/live/wire/OpenAIResponseEvent.h"
-#include "RecordingLiveObserver.h"
-#include "ScriptedLiveServer.h"
+#include "ScriptedServices.h"
 
 #include <gtest/gtest.h>
 
@@ -14,14 +12,25 @@ namespace {
 
 using namespace std::chrono_literals;
 namespace said = openai_client;
+using Way = OpenAIRoute::Way;
+using Ways = std::vector<Way>;
+using Wire = OpenAILiveServerMessage;
 
-constexpr LiveTimeLimits shortLimits{300ms, 300ms, 300ms, 50ms, 200ms, 5ms};
+constexpr LiveTimeLimits shortLimits{.toOpen = 300ms,
+    .toConnectMedia = 300ms,
+    .toStart = 300ms,
+    .toClose = 300ms,
+    .betweenPings = 50ms,
+    .silence = 200ms,
+    .firstCreatePause = 5ms};
 
 /// A client, and what it reported.
 struct Talk {
-    explicit Talk(const LiveAccess& access, LiveModelSettings models = {})
+    explicit Talk(const LiveAccess& access, Ways ways = {Way::socket}, LiveModelSettings models = {})
         : source(access)
-        , client(source, std::move(models), observer, shortLimits)
+        , client(source, std::move(models), observer, shortLimits,
+              {std::move(ways), &web, [this](Way way) { worked.push_back(way); },
+                  [this](Way way) { blocked.push_back(way); }})
     {
         LiveSetup setup;
         setup.voiceInstructions = "Be kind.";
@@ -29,15 +38,13 @@ struct Talk {
     }
     bool isStarted() const { return !observer.all<live_event::SetupComplete>().empty(); }
 
+    QNetworkAccessManager web;
+    Ways worked;
+    Ways blocked;
     RecordingLiveObserver observer;
     HostedAccess source;
     OpenAILiveClient client;
 };
-
-void tell(QWebSocket& peer, const Json& message)
-{
-    peer.sendTextMessage(QString::fromStdString(dumpJson(message)));
-}
 
 OpenAIResponseEnd completed(const std::string& id)
 {
@@ -46,21 +53,25 @@ OpenAIResponseEnd completed(const std::string& id)
     return end;
 }
 
+bool isStart(const std::string& text)
+{
+    return std::holds_alternative<said::SessionStart>(OpenAILiveClientParser::parse(text));
+}
+
 /// Begins a session and then does `then`.
 ScriptedLiveServer::Script afterStart(std::function<void(QWebSocket&)> then)
 {
     return [then = std::move(then)](QWebSocket& peer, const std::string& text) {
-        const auto message = OpenAILiveClientParser::parse(text);
-        if (!std::holds_alternative<said::SessionStart>(message))
+        if (!isStart(text))
             return;
-        tell(peer, OpenAILiveServerMessage::sessionStarted("sess_1"));
+        tellerOf(peer)(Wire::sessionStarted("sess_1"));
         then(peer);
     };
 }
 
-LiveClosure closureOf(const LiveAccess& access)
+LiveClosure closureOf(const LiveAccess& access, const Ways& ways = {Way::socket})
 {
-    Talk talk(access);
+    Talk talk(access, ways);
     EXPECT_TRUE(runUntil([&] { return talk.observer.closings > 0; }));
     EXPECT_EQ(talk.observer.closings, 1);
     return talk.observer.closure.value_or(LiveClosure{});
@@ -71,34 +82,45 @@ protected:
     void SetUp() override { needQtApplication(); }
 };
 
-TEST_F(OpenAILiveClientTest, everyWayToFailEndsInOneSentence)
+TEST_F(OpenAILiveClientTest, everyRefusalEndsInOneSentence)
 {
-    const auto http = [](const char* status) {
-        return QByteArray("HTTP/1.1 ") + status + "\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
-    };
+    const auto http = [](const char* status, const char* body = "") { return ScriptedWebServer::answer(status, body); };
     const QByteArray upgrade = "HTTP/1.1 101 Switching Protocols\r\nUpgrade: websocket\r\nConnection: Upgrade\r\n"
                                "Sec-WebSocket-Accept: {accept}\r\n\r\n";
     struct Row {
         const char* name;
+        Way way;
         QByteArray answer;
         int code;
         bool mustUserAct;
         const char* sentence;
     };
     const Row rows[] = {
-        {"wrong key", http("401 Unauthorized"), 401, true, "did not accept the API key. Check OPENAI_API_KEY"},
-        {"no right", http("403 Forbidden"), 403, true, "does not let this API key"},
-        {"other server", http("404 Not Found"), 404, true, "offers no live conversations"},
-        {"too many", http("429 Too Many Requests"), 429, false, "Wait a minute"},
-        {"overloaded", http("503 Service Unavailable"), 503, false, "a problem of its own (503)"},
-        {"no web server", "220 mail.example.org ready\r\n\r\n", 1006, false, "cannot be reached"},
-        {"never answers", "", 1006, false, "did not answer in time"},
-        {"never begins", upgrade, 1006, false, "The connection to the assistant has gone silent"},
+        {"wrong key", Way::socket, http("401 Unauthorized"), 401, true,
+            "did not accept the API key. Check OPENAI_API_KEY"},
+        {"no right", Way::socket, http("403 Forbidden"), 403, true, "does not let this API key"},
+        {"other server", Way::socket, http("404 Not Found"), 404, true, "offers no live conversations"},
+        {"too many", Way::socket, http("429 Too Many Requests"), 429, false, "Wait a minute"},
+        {"overloaded", Way::socket, http("503 Service Unavailable"), 503, false, "a problem of its own (503)"},
+        {"no web server", Way::socket, "220 mail.example.org ready\r\n\r\n", 1006, false, "cannot be reached"},
+        {"never answers", Way::socket, "", 1006, false, "did not answer in time"},
+        {"never begins", Way::socket, upgrade, 1006, false, "The connection to the assistant has gone silent"},
+        {"key out of money", Way::peer, http("401 Unauthorized", R"({"error":{"message":"No credit."}})"), 401, true,
+            "did not accept the API key (No credit.)"},
+        {"no such model", Way::peer, http("400 Bad Request", R"({"error":{"message":"No such model."}})"), 400, true,
+            "would not begin a conversation: No such model."},
+        {"overloaded, asked by POST", Way::peer, http("503 Service Unavailable"), 503, false, "(503)"},
+        {"another answer", Way::peer, http("200 OK", "<html>"), 1006, true, "something that is no conversation"},
+        {"an answer without sound", Way::peer, http("200 OK", R"({"session":{},"transport":{"sdp":"v=0"}})"), 1006,
+            false, "on this computer"},
+        {"another address", Way::peer, "HTTP/1.1 307 See\r\nLocation: http://127.0.0.1:1/\r\nContent-Length: 0\r\n\r\n",
+            307, false, "(307)"},
+        {"never answers the POST", Way::peer, "", 1006, false, "did not answer in time"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        const RawServer server(row.answer);
-        const LiveClosure closure = closureOf(server.access());
+        const ScriptedWebServer server(ScriptedWebServer::always(row.answer));
+        const LiveClosure closure = closureOf(server.access(), {row.way});
         EXPECT_EQ(closure.code, row.code);
         EXPECT_EQ(closure.mustUserAct, row.mustUserAct);
         EXPECT_NE(closure.sentence.find(row.sentence), std::string::npos) << closure.sentence;
@@ -109,8 +131,10 @@ TEST_F(OpenAILiveClientTest, everyWayToFailEndsInOneSentence)
 TEST_F(OpenAILiveClientTest, aServiceThatBreaksOffIsNoticed)
 {
     const auto refuse = [](QWebSocket& peer, const std::string&) {
-        tell(peer,
-            OpenAILiveServerMessage::error({"invalid_request_error", "model_not_found", "No such model.", "start"}));
+        tellerOf(peer)(Wire::error({"invalid_request_error", "model_not_found", "No such model.", "start"}));
+    };
+    const auto closing = [](int code) {
+        return afterStart([code](QWebSocket& peer) { peer.close(static_cast<QWebSocketProtocol::CloseCode>(code)); });
     };
     struct Row {
         const char* name;
@@ -122,11 +146,12 @@ TEST_F(OpenAILiveClientTest, aServiceThatBreaksOffIsNoticed)
         {"begins nothing", [](QWebSocket&, const std::string&) {}, 1006, "did not begin the conversation in time"},
         {"refuses the session", refuse, 1006, "would not begin a conversation: No such model."},
         {"vanishes", afterStart([](QWebSocket& peer) { peer.abort(); }), 1006, "connection to the assistant was lost"},
-        {"fails", afterStart([](QWebSocket& peer) { peer.close(QWebSocketProtocol::CloseCodeBadOperation); }), 1011,
-            "had a problem of its own"},
-        {"ends it",
-            afterStart([](QWebSocket& peer) { tell(peer, OpenAILiveServerMessage::sessionClosed("max_duration")); }),
-            1000, "ended the conversation (max_duration)"},
+        {"goes away", closing(1001), 1001, "went away"},
+        {"does not understand", closing(1007), 1007, "did not understand a message"},
+        {"does not allow", closing(1008), 1008, "does not allow this conversation"},
+        {"fails", closing(1011), 1011, "had a problem of its own"},
+        {"ends it", afterStart([](QWebSocket& peer) { tellerOf(peer)(Wire::sessionClosed("max_duration")); }), 1000,
+            "ended the conversation (max_duration)"},
         {"floods", afterStart([](QWebSocket& peer) { peer.sendTextMessage(QString(17 * 1024 * 1024, u'x')); }), 1009,
             "more than fits"},
     };
@@ -139,77 +164,63 @@ TEST_F(OpenAILiveClientTest, aServiceThatBreaksOffIsNoticed)
     }
 }
 
-TEST_F(OpenAILiveClientTest, aServerThatCannotProveItselfIsSentNothing)
+TEST_F(OpenAILiveClientTest, nothingIsSentToWhoeverCannotProveItself)
 {
-    const ScriptedLiveServer server([](QWebSocket&, const std::string&) {}, QWebSocketServer::SecureMode);
-    const LiveClosure closure = closureOf(server.access(OpenAILiveEndpoint::Security::tls));
-    EXPECT_TRUE(closure.mustUserAct);
-    EXPECT_NE(closure.sentence.find("could not prove that it is what it claims to be"), std::string::npos)
-        << closure.sentence;
-    EXPECT_EQ(server.connections, 0);
-}
+    for (const Way way : {Way::socket, Way::peer}) {
+        const ScriptedLiveServer server([](QWebSocket&, const std::string&) {}, QWebSocketServer::SecureMode);
+        const LiveClosure closure = closureOf(server.access(OpenAILiveEndpoint::Security::tls), {way});
+        EXPECT_TRUE(closure.mustUserAct);
+        EXPECT_NE(closure.sentence.find("could not prove that it is what it claims to be"), std::string::npos)
+            << closure.sentence;
+        EXPECT_EQ(server.connections, 0);
 
-TEST_F(OpenAILiveClientTest, nobodyAnswersAtAClosedPort)
-{
-    LiveAccess access;
-    {
-        const RawServer server("");
-        access = server.access();
+        const std::string nobody = closureOf(accessTo(1), {way}).sentence;
+        EXPECT_NE(nobody.find("cannot be reached"), std::string::npos) << nobody;
     }
-    const std::string sentence = closureOf(access).sentence;
-    EXPECT_NE(sentence.find("cannot be reached"), std::string::npos) << sentence;
 }
 
 /// A backend that calls one tool and then says what it was told, with all the noise of a careless service.
 class CarelessService {
 public:
-    void operator()(QWebSocket& peer, const std::string& text)
+    void hear(const Teller& tell, const std::string& text)
     {
         const auto message = OpenAILiveClientParser::parse(text);
-        if (std::holds_alternative<said::SessionStart>(message)) {
-            tell(peer, OpenAILiveServerMessage::sessionStarted("sess_1"));
-        } else if (std::holds_alternative<said::ResponseCreate>(message)) {
-            respond(peer);
-        } else if (const auto* output = std::get_if<said::FunctionOutput>(&message)) {
+        received.push_back(text);
+        if (std::holds_alternative<said::ResponseCreate>(message))
+            respond(tell);
+        else if (const auto* output = std::get_if<said::FunctionOutput>(&message))
             m_output = output->output;
-        } else if (std::holds_alternative<said::Close>(message)) {
-            tell(peer, OpenAILiveServerMessage::sessionClosed("client_requested"));
-            peer.close();
-        }
+        else if (std::holds_alternative<said::Close>(message))
+            tell(Wire::sessionClosed("client_requested"));
     }
 
-private:
-    static void event(QWebSocket& peer, Json event) { tell(peer, OpenAILiveServerMessage::responseEvent(event)); }
+    std::vector<std::string> received;
 
-    void respond(QWebSocket& peer)
+private:
+    void respond(const Teller& tell)
     {
+        const auto event = [&](Json inner) { tell(Wire::responseEvent(std::move(inner))); };
         const std::string id = "resp_" + std::to_string(++m_responses);
-        event(peer, OpenAIResponseEvent::created(id));
-        peer.sendTextMessage(QStringLiteral("{\"type\":\"response.event\",\"event\":[}"));
-        peer.sendTextMessage(QStringLiteral("{\"type\":\"session.unheard_of\"}"));
-        peer.sendBinaryMessage("\x00\xFF");
+        event(OpenAIResponseEvent::created(id));
+        tell(Json("no object"));
+        tell({{"type", "session.unheard_of"}});
         if (m_responses == 1) {
             for (int times = 0; times < 2; ++times)
-                event(peer, OpenAIResponseEvent::functionCallDone({"call_1", "keep_note", R"({"title":"Milk"})"}));
+                event(OpenAIResponseEvent::functionCallDone({"call_1", "keep_note", R"({"title":"Milk"})"}));
         } else {
-            event(peer, OpenAIResponseEvent::textDone("Done: " + m_output));
+            event(OpenAIResponseEvent::textDone("Done: " + m_output));
         }
         for (int times = 0; times < 2; ++times)
-            event(peer, OpenAIResponseEvent::ended(completed(id)));
+            event(OpenAIResponseEvent::ended(completed(id)));
     }
 
     int m_responses = 0;
     std::string m_output;
 };
 
-TEST_F(OpenAILiveClientTest, aTypedMessageRunsAToolAndComesBackInWriting)
+void holdTypedConversation(Talk& talk, const CarelessService& service)
 {
-    CarelessService service;
-    const ScriptedLiveServer server(std::ref(service));
-    Talk talk(server.access());
     ASSERT_TRUE(runUntil([&] { return talk.isStarted(); }));
-    EXPECT_EQ(server.authorization, "Bearer secret-key");
-
     talk.client.sendMessage({.text = "note: milk"});
     ASSERT_TRUE(runUntil([&] { return !talk.observer.all<live_event::ToolCall>().empty(); }));
     talk.client.sendToolResponse({"call_1", "keep_note", {{"status", "kept"}}}, LiveResponseScheduling::whenIdle);
@@ -220,24 +231,47 @@ TEST_F(OpenAILiveClientTest, aTypedMessageRunsAToolAndComesBackInWriting)
     ASSERT_EQ(calls.size(), 1U);
     EXPECT_EQ(calls[0].calls[0], (LiveFunctionCall{"call_1", "keep_note", {{"title", "Milk"}}}));
     EXPECT_EQ(talk.observer.all<live_event::BackendIdle>().size(), 1U);
-    ASSERT_EQ(server.received.size(), 5U);
-    EXPECT_NE(server.received[1].find("note: milk"), std::string::npos);
-    EXPECT_EQ(server.received[2], R"({"type":"response.create","event_id":"create_1"})");
-    EXPECT_EQ(server.received[4], R"({"type":"response.create","event_id":"create_2"})");
+    ASSERT_EQ(service.received.size(), 4U);
+    EXPECT_NE(service.received[0].find("note: milk"), std::string::npos);
+    EXPECT_EQ(service.received[1], R"({"type":"response.create","event_id":"create_1"})");
+    EXPECT_EQ(service.received[3], R"({"type":"response.create","event_id":"create_2"})");
 
     talk.client.close();
     ASSERT_TRUE(runUntil([&] { return talk.observer.closings > 0; }));
     EXPECT_EQ(talk.observer.closure, (LiveClosure{1000, "client_requested", false, ""}));
 }
 
+TEST_F(OpenAILiveClientTest, aTypedMessageRunsAToolAndComesBackInWriting)
+{
+    CarelessService bySocket;
+    const ScriptedLiveServer server([&](QWebSocket& peer, const std::string& text) {
+        if (isStart(text))
+            return tellerOf(peer)(Wire::sessionStarted("sess_1"));
+        bySocket.hear(tellerOf(peer), text);
+    });
+    Talk overSocket(server.access());
+    holdTypedConversation(overSocket, bySocket);
+    EXPECT_EQ(server.keyHeader, "Bearer secret-key");
+
+    CarelessService byPeer;
+    const ScriptedPeerServer peers([&](ScriptedPeerServer& session, const std::string& text) {
+        if (text.empty())
+            return session.teller()(Wire::sessionStarted("sess_1"));
+        byPeer.hear(session.teller(), text);
+    });
+    Talk overPeer(peers.access(), {Way::peer});
+    holdTypedConversation(overPeer, byPeer);
+    EXPECT_NE(peers.sessions.at(0).find("Be kind."), std::string::npos);
+}
+
 TEST_F(OpenAILiveClientTest, soundTravelsBothWays)
 {
     const ScriptedLiveServer server([](QWebSocket& peer, const std::string& text) {
         const auto message = OpenAILiveClientParser::parse(text);
-        if (std::holds_alternative<said::SessionStart>(message))
-            tell(peer, OpenAILiveServerMessage::sessionStarted("sess_1"));
+        if (isStart(text))
+            tellerOf(peer)(Wire::sessionStarted("sess_1"));
         if (const auto* sound = std::get_if<said::InputAudio>(&message))
-            tell(peer, OpenAILiveServerMessage::outputAudioDelta(sound->pcm));
+            tellerOf(peer)(Wire::outputAudioDelta(sound->pcm));
     });
     Talk talk(server.access());
     const Bytes pcm = {1, 2, 3, 4};
@@ -246,10 +280,48 @@ TEST_F(OpenAILiveClientTest, soundTravelsBothWays)
     talk.client.sendAudio(pcm);
     ASSERT_TRUE(runUntil([&] { return !talk.observer.all<live_event::Audio>().empty(); }));
     EXPECT_EQ(talk.observer.all<live_event::Audio>(), (std::vector<live_event::Audio>{{pcm}}));
-    const auto start = OpenAILiveClientParser::parse(server.received[0]);
-    EXPECT_EQ(std::get<said::SessionStart>(start).options.instructions, "Be kind.");
-    EXPECT_EQ(std::get<said::SessionStart>(start).options.sampleRate, 24000);
     EXPECT_EQ(server.received.size(), 2U);
+
+    ScriptedPeerServer peers([](ScriptedPeerServer& session, const std::string&) {
+        session.teller()(Wire::sessionStarted("sess_1"));
+        session.peer->sendSound(Bytes(9600, 0x11)); // 200 ms of anything but silence
+    });
+    Talk call(peers.access(), {Way::peer});
+    ASSERT_TRUE(runUntil([&] { return call.isStarted(); }));
+    call.client.sendAudio(Bytes(9600, 0x11));
+    EXPECT_TRUE(runUntil([&] { return !call.observer.all<live_event::Audio>().empty() && !peers.heard.empty(); }));
+
+    // What does not fit into one message of the channel is sent smaller, and not at the cost of the channel.
+    call.client.sendMessage({.text = "look", .jpeg = Bytes(300'000)});
+    call.client.sendToolResponse({"call_1", "x", {}}, LiveResponseScheduling::whenIdle);
+    EXPECT_EQ(call.observer.all<live_event::Diagnostic>().back().name, "picture_too_large");
+
+    peers.peer.reset();
+    ASSERT_TRUE(runUntil([&] { return call.observer.closings > 0; }));
+    EXPECT_NE(call.observer.closure->sentence.find("was lost"), std::string::npos);
+}
+
+TEST_F(OpenAILiveClientTest, whereMediaDoesNotGetThroughTheSocketTakesOver)
+{
+    ScriptedPeerServer peers([](ScriptedPeerServer&, const std::string&) {});
+    peers.hangsUp = true;
+    Talk alone(peers.access(), {Way::peer});
+    ASSERT_TRUE(runUntil([&] { return alone.observer.closings > 0; }));
+    EXPECT_NE(alone.observer.closure->sentence.find("sound does not get through"), std::string::npos);
+    EXPECT_EQ(alone.blocked, (Ways{Way::peer}));
+
+    Talk both(peers.access(), {Way::peer, Way::socket});
+    ASSERT_TRUE(runUntil([&] { return both.isStarted(); }));
+    EXPECT_EQ(both.blocked, (Ways{Way::peer}));
+    EXPECT_EQ(both.worked, (Ways{Way::socket}));
+    EXPECT_EQ(both.observer.closings, 0);
+    EXPECT_EQ(both.observer.all<live_event::Diagnostic>().at(0).name, "transport_changed");
+
+    const ScriptedWebServer unknown(ScriptedWebServer::always(ScriptedWebServer::answer("404 Not Found")));
+    Talk refused(unknown.access(), {Way::peer, Way::socket});
+    ASSERT_TRUE(runUntil([&] { return refused.observer.closings > 0; }));
+    EXPECT_EQ(unknown.requests, 2) << "a service without WebRTC is asked for a WebSocket";
+    EXPECT_TRUE(refused.blocked.empty());
 }
 
 TEST_F(OpenAILiveClientTest, aRefusedCreateIsTriedAgainAndGivenUpInTheEnd)
@@ -258,18 +330,18 @@ TEST_F(OpenAILiveClientTest, aRefusedCreateIsTriedAgainAndGivenUpInTheEnd)
         SCOPED_TRACE(refusals);
         int creates = 0;
         const ScriptedLiveServer server([&](QWebSocket& peer, const std::string& text) {
+            const Teller tell = tellerOf(peer);
             const auto message = OpenAILiveClientParser::parse(text);
-            if (std::holds_alternative<said::SessionStart>(message))
-                tell(peer, OpenAILiveServerMessage::sessionStarted("sess_1"));
+            if (isStart(text))
+                tell(Wire::sessionStarted("sess_1"));
             const auto* create = std::get_if<said::ResponseCreate>(&message);
             if (create == nullptr)
                 return;
             if (++creates <= refusals)
-                return tell(peer,
-                    OpenAILiveServerMessage::error(
-                        {"invalid_request_error", "response_in_progress", "A response is running.", create->eventID}));
-            tell(peer, OpenAILiveServerMessage::responseEvent(OpenAIResponseEvent::created("resp_1")));
-            tell(peer, OpenAILiveServerMessage::responseEvent(OpenAIResponseEvent::ended(completed("resp_1"))));
+                return tell(Wire::error(
+                    {"invalid_request_error", "response_in_progress", "A response is running.", create->eventID}));
+            tell(Wire::responseEvent(OpenAIResponseEvent::created("resp_1")));
+            tell(Wire::responseEvent(OpenAIResponseEvent::ended(completed("resp_1"))));
         });
         Talk talk(server.access());
         ASSERT_TRUE(runUntil([&] { return talk.isStarted(); }));
@@ -286,20 +358,27 @@ TEST_F(OpenAILiveClientTest, aRefusedSettingIsDroppedOnceAndTheSessionAskedForAg
 {
     const ScriptedLiveServer server([](QWebSocket& peer, const std::string& text) {
         if (text.find("service_tier") != std::string::npos)
-            return tell(peer,
-                OpenAILiveServerMessage::error({"invalid_request_error", "unsupported_value",
-                    "service_tier priority is not available.", "start"}));
-        tell(peer, OpenAILiveServerMessage::sessionStarted("sess_1"));
+            return tellerOf(peer)(Wire::error(
+                {"invalid_request_error", "unsupported_value", "service_tier priority is not available.", "start"}));
+        tellerOf(peer)(Wire::sessionStarted("sess_1"));
     });
+    ScriptedPeerServer peers(
+        [](ScriptedPeerServer& session, const std::string&) { session.teller()(Wire::sessionStarted("sess_1")); });
+    peers.refusal = ScriptedWebServer::answer("403 Forbidden", R"({"error":{"message":"Unknown SERVICE_TIER"}})");
     LiveModelSettings models;
     models.serviceTier = "priority";
-    Talk talk(server.access(), models);
-    ASSERT_TRUE(runUntil([&] { return talk.isStarted(); }));
+    Talk overSocket(server.access(), {Way::socket}, models);
+    Talk overPeer(peers.access(), {Way::peer}, models);
+    for (Talk* talk : {&overSocket, &overPeer}) {
+        ASSERT_TRUE(runUntil([&] { return talk->isStarted(); }));
+        const auto facts = talk->observer.all<live_event::Diagnostic>();
+        ASSERT_EQ(facts.size(), 2U);
+        EXPECT_EQ(facts[0].name, "responses_setting_dropped");
+        EXPECT_EQ(facts[1].name, "session_request_retried");
+    }
     EXPECT_EQ(server.connections, 2);
-    const auto facts = talk.observer.all<live_event::Diagnostic>();
-    ASSERT_EQ(facts.size(), 2U);
-    EXPECT_EQ(facts[0].name, "responses_setting_dropped");
-    EXPECT_EQ(facts[1].name, "session_request_retried");
+    ASSERT_EQ(peers.sessions.size(), 2U);
+    EXPECT_EQ(peers.sessions[1].find("service_tier"), std::string::npos);
 }
 
 } // namespace

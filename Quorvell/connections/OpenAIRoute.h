@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QNetworkAccessManager>
+
+#include <functional>
+#include <vector>
+
+namespace quorvell {
+
+/// How an OpenAI session is reached: the first way that works.
+struct OpenAIRoute {
+    enum class Way { socket, peer };
+
+    std::vector<Way> ways{Way::socket}; ///< Never empty.
+    QNetworkAccessManager* web = nullptr; ///< Outlives the connection; needed for a peer.
+    /// Told when a session began on a way, and when media did not get through on one.
+    std::function<void(Way way)> worked{};
+    std::function<void(Way way)> wasBlocked{};
+};
+
+} // namespace quorvell
