@@ -1,0 +1,75 @@
+// Whatever a Gemini live session may be sent by its server. What was read survives being written and read again, and
+// the short way for sound agrees with the long one.
+#include "QuorvellCore/live/wire/LiveServerMessage.h"
+#include "QuorvellCore/live/wire/LiveServerParser.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+using namespace quorvell;
+
+namespace {
+
+void require(bool holds)
+{
+    if (!holds)
+        std::abort();
+}
+
+struct Rewriting {
+    Json operator()(const live_event::InputTranscript& event) const
+    {
+        return LiveServerMessage::inputTranscription(event.text);
+    }
+    Json operator()(const live_event::OutputTranscript& event) const
+    {
+        return LiveServerMessage::outputTranscription(event.text);
+    }
+    Json operator()(const live_event::ToolCall& event) const { return LiveServerMessage::toolCall(event.calls); }
+    Json operator()(const live_event::ToolCallCancellation& event) const
+    {
+        return LiveServerMessage::toolCallCancellation(event.ids);
+    }
+    Json operator()(const live_event::GoAway& event) const
+    {
+        return event.timeLeft ? LiveServerMessage::goAway(*event.timeLeft) : Json{{"goAway", Json::object()}};
+    }
+    Json operator()(const live_event::ResumptionHandle& event) const
+    {
+        return LiveServerMessage::resumptionUpdate(event.handle);
+    }
+    Json operator()(const live_event::Usage& event) const { return LiveServerMessage::usage(event.totalTokens); }
+    Json operator()(const live_event::SetupComplete& event) const
+    {
+        return LiveServerMessage::setupComplete(event.sessionID);
+    }
+    Json operator()(const live_event::Interrupted&) const { return LiveServerMessage::interrupted(); }
+    Json operator()(const live_event::GenerationComplete&) const { return LiveServerMessage::generationComplete(); }
+    Json operator()(const live_event::TurnComplete&) const { return LiveServerMessage::turnComplete(); }
+    Json operator()(const live_event::Audio& event) const
+    {
+        const Json message = LiveServerMessage::audio(event.pcm);
+        require(dumpJson(message) == LiveServerMessage::audioText(event.pcm));
+        return message;
+    }
+    template <typename Other> Json operator()(const Other&) const { std::abort(); } // never from this service
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const auto events = LiveServerParser::parse(text);
+    if (auto json = parseJson(text); json && json->is_object()) {
+        (*json)["forced"] = 1; // keeps the message off the short way
+        require(LiveServerParser::parse(dumpJson(*json)) == events);
+    }
+    for (const LiveServerEvent& event : events)
+        require(LiveServerParser::parse(dumpJson(std::visit(Rewriting{}, event))) == std::vector{event});
+    return 0;
+}

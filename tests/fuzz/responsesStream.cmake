@@ -1,0 +1,1 @@
+quorvell_fuzz(responsesStream USES live)
