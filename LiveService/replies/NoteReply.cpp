@@ -20,9 +20,8 @@ using Purpose = ConversationMemory::SearchPurpose;
 constexpr std::array ordinals{"first", "second", "third", "fourth", "fifth"};
 
 struct Note {
-    std::string title{};
+    std::string title;
     std::string snippet;
-    std::string remindAt;
 };
 
 std::vector<Note> notesOf(const Json& result)
@@ -32,8 +31,8 @@ std::vector<Note> notesOf(const Json& result)
     if (!list || !list->is_array())
         return notes;
     for (const Json& note : *list)
-        notes.push_back({trimmed(readString(note, "title").value_or("")),
-            trimmed(readString(note, "snippet").value_or("")), readString(note, "remind_at").value_or("")});
+        notes.push_back(
+            {trimmed(readString(note, "title").value_or("")), trimmed(readString(note, "snippet").value_or(""))});
     return notes;
 }
 
@@ -83,7 +82,6 @@ std::string noteList(const std::vector<Note>& notes)
 std::string nothingFound(std::string_view query, Purpose purpose)
 {
     switch (purpose) {
-    case Purpose::listReminders:
     case Purpose::listNotes:
     case Purpose::readNewest:
         return "There are no notes in your notebook.";
@@ -117,23 +115,6 @@ std::string NoteReply::read(const Json& result)
 {
     return titleAndText(
         trimmed(readString(result, "title").value_or("")), trimmed(readString(result, "text").value_or("")));
-}
-
-std::string NoteReply::reminders(const Json& result, std::string_view now)
-{
-    auto notes = notesOf(result);
-    std::erase_if(notes, [now](const Note& note) { return note.remindAt < now; });
-    if (notes.empty())
-        return "You have no reminders.";
-    std::ranges::stable_sort(notes, {}, &Note::remindAt); // The form of the dates sorts as text.
-    std::string reply =
-        "You have " + (notes.size() == 1 ? std::string("one reminder.") : std::to_string(notes.size()) + " reminders.");
-    const std::size_t named = std::min(notes.size(), ReplyWording::titlesNamed);
-    for (std::size_t index = 0; index < named; ++index) {
-        const std::string when = SpokenWhen::fromDate(notes[index].remindAt);
-        reply += " " + asSentence(notes[index].title + (when.empty() ? "" : ", " + SpokenWhen::on(when)));
-    }
-    return reply + (named < notes.size() ? " The others are in your notebook." : "");
 }
 
 } // namespace quorvell

@@ -13,8 +13,6 @@ struct NoteReply {
     static std::string kept(const Json& result);
     static std::string found(const Json& result, std::string_view query, ConversationMemory::SearchPurpose purpose);
     static std::string read(const Json& result);
-    /// The reminders among the notes found that are still to come, the next one first.
-    static std::string reminders(const Json& result, std::string_view now);
 };
 
 } // namespace quorvell

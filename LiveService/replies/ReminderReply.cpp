@@ -2,15 +2,20 @@
 
 #include "LiveService/replies/SpokenWhen.h"
 #include "LiveService/replies/TaskWords.h"
+#include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <vector>
 
 namespace quorvell {
 
 namespace {
+
+constexpr std::size_t mostNamed = 5;
+constexpr std::size_t longestNames = 120; ///< Bytes of a list that one can still follow.
 
 TaskWords taskOf(const Json& result, std::string_view userWords)
 {
@@ -59,6 +64,45 @@ bool isOnOneDay(const std::vector<Choice>& choices)
     return true;
 }
 
+struct Entry {
+    std::string task;
+    std::string date;
+    std::string when;
+    bool isOverdue = false;
+};
+
+std::vector<Entry> entriesOf(const Json& result)
+{
+    std::vector<Entry> entries;
+    const Json* list = memberOf(result, "reminders");
+    if (!list || !list->is_array())
+        return entries;
+    for (const Json& entry : *list)
+        entries.push_back(
+            {trimmed(readString(entry, "task").value_or(""), ".;:,"), readString(entry, "date").value_or(""),
+                readString(entry, "when").value_or(""), readBool(entry, "overdue").value_or(false)});
+    return entries;
+}
+
+std::string whenOf(const Entry& entry)
+{
+    if (entry.isOverdue)
+        return "overdue";
+    const std::string when = SpokenWhen::fromDate(entry.date);
+    return SpokenWhen::on(when.empty() ? entry.when : when);
+}
+
+std::string whichReminderReply(const Json& result)
+{
+    std::string names;
+    for (const Entry& entry : entriesOf(result)) {
+        names += (names.empty() ? "" : ", ") + entry.task;
+        if (names.size() > longestNames)
+            break;
+    }
+    return names.empty() ? "Which one do you mean?" : "Several fit: " + names + ". Which one do you mean?";
+}
+
 std::string whichTimeReply(const Json& result)
 {
     const auto choices = choicesOf(result);
@@ -81,11 +125,44 @@ std::string ReminderReply::reply(const Json& result, std::string_view userWords)
     const auto status = readString(result, "status");
     if (status == "which_time")
         return whichTimeReply(result);
+    const TaskWords task = taskOf(result, userWords);
     if (status == "needs_time")
-        return "When should I " + remindYou(taskOf(result, userWords)) + "?";
+        return (readBool(result, "past").value_or(false) ? "That time is already past. " : std::string())
+            + "When should I " + remindYou(task) + "?";
+    if (status == "which_reminder")
+        return whichReminderReply(result);
+    if (status == "done") {
+        const std::string next = SpokenWhen::on(readString(result, "next").value_or(""));
+        return "Done" + (task.text.empty() ? "" : ": " + task.text) + "."
+            + (next.empty() ? "" : " I will remind you again " + next + ".");
+    }
+    if (status == "deferred")
+        return "I will " + remindYou(task) + " " + SpokenWhen::on(readString(result, "when").value_or("later")) + ".";
     if (status == "needs_task")
         return "What do you want to be reminded of?";
     return setReply(result, taskOf(result, userWords));
+}
+
+std::string ReminderReply::list(
+    const Json& result, std::string_view days, std::string_view firstDay, std::string_view lastDay)
+{
+    auto entries = entriesOf(result);
+    std::erase_if(entries, [&](const Entry& entry) {
+        const std::string day = entry.date.substr(0, firstDay.size());
+        return !firstDay.empty() && (day < firstDay || day > lastDay);
+    });
+    const std::string lead = days.empty() ? "" : " " + std::string(days);
+    if (entries.empty())
+        return "You have no reminders" + lead + ".";
+    std::string reply = "You have "
+        + (entries.size() == 1 ? std::string("one reminder") : std::to_string(entries.size()) + " reminders") + lead
+        + ".";
+    const std::size_t named = std::min(entries.size(), mostNamed);
+    for (std::size_t index = 0; index < named; ++index) {
+        const std::string when = whenOf(entries[index]);
+        reply += " " + entries[index].task + (when.empty() ? "" : ", " + when) + ".";
+    }
+    return reply + (named < entries.size() ? " The others are in your notebook." : "");
 }
 
 } // namespace quorvell

@@ -1,5 +1,6 @@
 #include "LiveService/replies/ReplyWording.h"
 
+#include "LiveService/replies/AgendaReply.h"
 #include "LiveService/replies/NoteReply.h"
 #include "LiveService/replies/ReminderReply.h"
 #include "QuorvellCore/text/Characters.h"
@@ -25,29 +26,58 @@ std::string errorReply(const std::string& sentence)
     return std::string_view(".!?").find(text.back()) == std::string_view::npos ? text + "." : text;
 }
 
+std::string requestOf(const ToolRequest& call, const ConversationMemory& memory)
+{
+    return memory.request.empty() ? textOf(parseJson(call.arguments), "text") : memory.request;
+}
+
+std::string modeReply(const std::string& mode)
+{
+    if (mode == "guide")
+        return "All right, I will show you and you do it.";
+    return mode == "do" ? "All right, I will do it for you." : "All right, I will do the simple things myself.";
+}
+
+std::string otherReply(const ToolRequest& call, const Json& result, const std::string& status)
+{
+    const std::string question = readString(result, "question").value_or("");
+    if (status == "needs_confirmation")
+        return question.empty() ? "Should I really do that?" : question;
+    if (status == "refused")
+        return errorReply(readString(result, "message").value_or("That is not possible."));
+    if (status == "not_remembered")
+        return "Okay, I will not remember that.";
+    if (call.name == "remember_about_them")
+        return status == "known" ? "I know that already." : "I will remember that.";
+    if (call.name == "open_notebook")
+        return "Here is your notebook.";
+    return call.name == "set_mode" ? modeReply(textOf(parseJson(call.arguments), "mode")) : "Done.";
+}
+
 } // namespace
 
-std::string ReplyWording::reply(
-    const ToolRequest& call, std::string_view resultText, const ConversationMemory& memory, std::string_view now)
+std::string ReplyWording::reply(const ToolRequest& call, std::string_view resultText, const ConversationMemory& memory)
 {
     const auto result = parseJson(resultText);
     if (!result || !result->is_object())
         return "That did not work.";
     if (const auto error = readString(*result, "error"))
         return errorReply(*error);
-    const auto arguments = parseJson(call.arguments);
-    if (call.name == "set_reminder") {
-        return ReminderReply::reply(*result, memory.request.empty() ? textOf(arguments, "text") : memory.request);
-    }
+    const auto status = readString(*result, "status").value_or("");
+    if (call.name == "set_reminder")
+        return status == "reminders" ? ReminderReply::list(*result, memory.days, memory.firstDay, memory.lastDay)
+                                     : ReminderReply::reply(*result, requestOf(call, memory));
     if (call.name == "keep_note")
         return NoteReply::kept(*result);
     if (call.name == "find_in_notebook")
-        return memory.purpose == ConversationMemory::SearchPurpose::listReminders
-            ? NoteReply::reminders(*result, now)
-            : NoteReply::found(*result, textOf(arguments, "query"), memory.purpose);
+        return NoteReply::found(*result, textOf(parseJson(call.arguments), "query"), memory.purpose);
     if (call.name == "read_note")
         return NoteReply::read(*result);
-    return "Done.";
+    for (const char* tool : {"whats_on", "find_free_time", "add_event", "change_event"}) {
+        if (call.name == tool)
+            return AgendaReply::reply(tool, *result, memory);
+    }
+    return otherReply(call, *result, status);
 }
 
 } // namespace quorvell

@@ -14,9 +14,8 @@ struct ReplyWording {
     static constexpr std::size_t titlesNamed = 3; ///< Of the notes found.
 
     /// `result` is what the tool's owner answered, a JSON text. `memory` tells what a search was for and holds the
-    /// user's own words of a request that took several turns. `now` is in the form of the dates, "2026-11-21 12:00".
-    static std::string reply(
-        const ToolRequest& call, std::string_view result, const ConversationMemory& memory, std::string_view now);
+    /// user's own words of a request that took several turns.
+    static std::string reply(const ToolRequest& call, std::string_view result, const ConversationMemory& memory);
 };
 
 } // namespace quorvell

@@ -72,9 +72,16 @@ std::string SpokenWhen::fromDate(std::string_view date)
         return {};
     std::string result = std::string(weekdays[static_cast<std::size_t>(Calendar::weekday(*day) - 1)]) + " the "
         + ReminderWords::ordinal(parts->day) + " of " + months[static_cast<std::size_t>(parts->month - 1)];
-    if (!parts->allDay)
-        result += " at " + twelveHourClock(parts->hour, parts->minute) + (parts->hour < 12 ? " AM" : " PM");
-    return result;
+    const std::string time = clock(date);
+    return time.empty() ? result : result + " at " + time;
+}
+
+std::string SpokenWhen::clock(std::string_view date)
+{
+    const auto parts = DateParts::parse(date);
+    if (!parts || parts->allDay)
+        return {};
+    return twelveHourClock(parts->hour, parts->minute) + (parts->hour < 12 ? " AM" : " PM");
 }
 
 std::string SpokenWhen::timeOfDay(std::string_view date)

@@ -15,6 +15,8 @@ struct SpokenWhen {
     static std::string fromDate(std::string_view date);
     /// "5 in the morning" from "2026-11-22 05:00". Empty for any other text.
     static std::string timeOfDay(std::string_view date);
+    /// "5 PM" from "2026-11-22 17:00". Empty for any other text.
+    static std::string clock(std::string_view date);
 };
 
 } // namespace quorvell

@@ -33,6 +33,11 @@ struct PendingQuestion {
         whichNote, ///< Which of the found notes.
         noteText, ///< What the note is to say.
         noteTopic, ///< What the note that is to be read is about.
+        confirm, ///< Whether `tool` is really to be called with `arguments`.
+        whichReminder, ///< Which of the found notes is done or put off: the call is to be made again with its id.
+        whichEvent, ///< Which of the found notes, here events, is moved or cancelled.
+        eventTime, ///< When the event `task` is to be.
+        eventTitle, ///< What the event at `date` is.
     };
     static constexpr int patience = 1; ///< So many answers that fit nothing are asked about again.
 
@@ -42,19 +47,48 @@ struct PendingQuestion {
     std::string date{};
     std::string repeat{}; ///< Stored form; empty for none.
     std::vector<TimeChoice> choices{};
+    std::string tool{}; ///< Of the call that is to be made again; empty when the answer makes another one.
+    std::string arguments{}; ///< A JSON object.
     int misses = 0;
 
     bool operator==(const PendingQuestion&) const = default;
 };
 
+/// An event that the calendar named.
+struct FoundEvent {
+    std::string id;
+    std::string title;
+    std::string start; ///< In the form of the tools' dates, as `end`.
+    std::string end; ///< Empty when it was not told.
+
+    bool operator==(const FoundEvent&) const = default;
+};
+
+/// What is to be done with an event that the calendar is being asked for.
+struct EventWish {
+    enum class Kind { none, move, cancel };
+
+    Kind kind = Kind::none;
+    std::string title{}; ///< Words of it.
+    std::string when{}; ///< The new time in the user's words; empty when it is moved by `minutes`.
+    int minutes = 0;
+
+    bool operator==(const EventWish&) const = default;
+};
+
 struct ConversationMemory {
     /// What is to be done with the notes that a search under way finds.
-    enum class SearchPurpose { tell, read, readNewest, listNotes, listReminders };
+    enum class SearchPurpose { tell, read, readNewest, listNotes };
 
     PendingQuestion pending{};
     std::string request{}; ///< The user's own words for the reminder under way, over all its turns.
     std::vector<FoundNote> found{};
     SearchPurpose purpose = SearchPurpose::tell;
+    EventWish wish{};
+    std::vector<FoundEvent> events{};
+    std::string days{}; ///< "tomorrow": what a list under way is of, in words. Empty for everything.
+    std::string firstDay{}; ///< Of them, "2026-11-22"; empty for everything.
+    std::string lastDay{};
     std::string lastReply{}; ///< For "say that again".
 
     bool operator==(const ConversationMemory&) const = default;

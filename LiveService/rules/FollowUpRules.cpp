@@ -1,7 +1,9 @@
 #include "LiveService/rules/FollowUpRules.h"
 
 #include "LiveService/replies/PlainReplies.h"
+#include "LiveService/replies/SpokenWhen.h"
 #include "LiveService/replies/TaskWords.h"
+#include "LiveService/rules/AgendaRules.h"
 #include "LiveService/rules/NoteIntent.h"
 #include "LiveService/rules/ReminderIntent.h"
 #include "LiveService/rules/RequestText.h"
@@ -38,6 +40,8 @@ bool namesDay(const std::string& words)
 /// Whether the words are a request of their own and no answer.
 bool isNewRequest(Kind kind, const std::string& core, const RuleSurroundings& around)
 {
+    if (AgendaIntent::read(core, around))
+        return true;
     if (const auto intent = NoteIntent::read(core))
         return intent->kind != NoteIntent::Kind::readFound;
     const auto reminder = ReminderIntent::read(core);
@@ -54,6 +58,9 @@ Answer answerTime(const std::string& core, const ConversationMemory& memory, con
     const std::string time = ReminderIntent::timeAnswer(core);
     if (!phraseIn(time, around))
         return std::nullopt;
+    const PendingQuestion& asked = memory.pending;
+    if (!asked.tool.empty())
+        return ToolRequests{around}.putOffAgain(asked.tool, asked.arguments, RequestText::withDigits(time));
     // The task as it was understood: what was wrong with the time is no longer in it.
     const auto task = TaskWords::of(memory.pending.task, memory.request);
     const std::string request = task.text.empty() ? memory.request : "remind me " + task.link + " " + task.text;
@@ -68,7 +75,10 @@ Answer answerWhichTime(const std::string& core, const ConversationMemory& memory
     if (namesDay(core) && phrase && phrase->hasTime && !phrase->isAmbiguous())
         return answerTime(core, memory, around);
     const auto date = TimeChoicePicker::pick(RequestText::withDigits(core), asked.choices);
-    return date ? Answer(requests.remindSettled(asked.task, *date, asked.repeat)) : std::nullopt;
+    if (!date)
+        return std::nullopt;
+    return asked.tool.empty() ? requests.remindSettled(asked.task, *date, asked.repeat)
+                              : requests.putOffAgain(asked.tool, asked.arguments, SpokenWhen::fromDate(*date));
 }
 
 Answer answerTask(const std::string& core, const ConversationMemory& memory, const RuleSurroundings& around)
@@ -77,6 +87,32 @@ Answer answerTask(const std::string& core, const ConversationMemory& memory, con
     if (task.empty())
         return std::nullopt;
     return ToolRequests{around}.remindSettled(task, memory.pending.date, memory.pending.repeat);
+}
+
+Answer answerEventTime(const std::string& core, const PendingQuestion& asked, const RuleSurroundings& around)
+{
+    const std::string words = ReminderIntent::timeAnswer(core);
+    const auto moment = SpokenMoment::read(words, around);
+    return moment ? Answer(ToolRequests{around}.addEvent(asked.task, moment->date, {}, 0)) : std::nullopt;
+}
+
+/// Which of `count` things the words point at by their place.
+std::optional<std::size_t> placeIn(const std::string& core, std::size_t count)
+{
+    const auto choice = NoteIntent::readChoice(core);
+    if (!choice || count == 0)
+        return std::nullopt;
+    const int last = static_cast<int>(count) - 1;
+    const int index = choice->index == NoteIntent::lastIndex ? last : choice->index;
+    return index >= 0 && index <= last ? std::optional(static_cast<std::size_t>(index)) : std::nullopt;
+}
+
+Answer answerWhichEvent(const std::string& core, const ConversationMemory& memory, const RuleSurroundings& around)
+{
+    auto index = placeIn(core, memory.events.size());
+    if (!index)
+        index = AgendaRules::named(memory.events, core);
+    return index ? AgendaRules::carryOut(memory, *index, around) : std::nullopt;
 }
 
 /// "the one about the garden": the only note whose title holds the words.
@@ -112,6 +148,15 @@ Answer answerWhichNote(const std::string& core, const ConversationMemory& memory
     return named ? Answer(requests.readNote(named->id)) : std::nullopt;
 }
 
+Answer answerWhichReminder(const std::string& core, const ConversationMemory& memory, const RuleSurroundings& around)
+{
+    const auto index = placeIn(core, memory.found.size());
+    const FoundNote* chosen = index ? &memory.found[*index] : noteNamed(core, memory.found);
+    if (!chosen)
+        return std::nullopt;
+    return ToolRequests{around}.chosen(memory.pending.tool, memory.pending.arguments, chosen->id);
+}
+
 Answer answerFor(const std::string& core, ConversationMemory& memory, const RuleSurroundings& around)
 {
     const ToolRequests requests{around};
@@ -131,6 +176,16 @@ Answer answerFor(const std::string& core, ConversationMemory& memory, const Rule
         return answerWhichNote(core, memory, around);
     case Kind::noteText:
         return requests.keep(NoteIntent::titleFor(core), RequestText::written(core));
+    case Kind::confirm:
+        break; // A clear yes was looked for before; anything else is none.
+    case Kind::whichReminder:
+        return answerWhichReminder(core, memory, around);
+    case Kind::whichEvent:
+        return answerWhichEvent(core, memory, around);
+    case Kind::eventTime:
+        return answerEventTime(core, memory.pending, around);
+    case Kind::eventTitle:
+        return requests.addEvent(ReminderIntent::taskAnswer(core), memory.pending.date, {}, 0);
     case Kind::noteTopic:
         memory.purpose = ConversationMemory::SearchPurpose::read;
         return requests.find(core, 0);

@@ -26,11 +26,6 @@ struct SearchRow {
 const auto& searchRows()
 {
     static const SearchRow rows[] = {
-        {Pattern(
-             "^(?:(?:what|which) reminders (?:do i have|are there)|what are my reminders|do i have (?:any )?reminders"
-             "|(?:show|list|read|tell)(?: me)?(?: out)?(?: all)?(?: of)? my reminders|my reminders)\\b.*$",
-             caseless),
-            Purpose::listReminders},
         {Pattern("^(?:read|open)(?: me)?(?: out)?(?: my| the)? (?:last|latest|newest|most recent) note$", caseless),
             Purpose::readNewest},
         {Pattern("^(?:(?:show|list|read|open|find)(?: me)?(?: out)?(?: all)?(?: of)?(?: my| the) notes?"
@@ -66,6 +61,7 @@ const auto& searchRows()
         {Pattern("^what (?:do i have|have i got)(?: (?:written|noted)(?: down)?)? (?:about|on) (.+)$", caseless),
             Purpose::tell},
         {Pattern("^(?:where|when) did i (?:write|note)(?: down)? (?:about )?(.+)$", caseless), Purpose::tell},
+        {Pattern("^(?:find|search for) (?!me\\b|out\\b|a \\b)((?:\\S+)(?: \\S+){0,2})$", caseless), Purpose::tell},
         {Pattern("^(?:which|what) notes? (?:mentions?|talks? about|are about|is about) (.+)$", caseless),
             Purpose::tell},
     };

@@ -2,15 +2,20 @@
 
 #include "LiveService/replies/PlainReplies.h"
 #include "LiveService/replies/ReplyWording.h"
+#include "LiveService/rules/AgendaRules.h"
+#include "LiveService/rules/FactWords.h"
 #include "LiveService/rules/FollowUpRules.h"
 #include "LiveService/rules/NoteIntent.h"
+#include "LiveService/rules/ReminderChange.h"
 #include "LiveService/rules/ReminderIntent.h"
 #include "LiveService/rules/RequestText.h"
 #include "LiveService/rules/SmallTalk.h"
 #include "LiveService/rules/ToolRequests.h"
 #include "LiveService/rules/ToolResultRules.h"
-#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/live/history/ModeIntent.h"
 #include "QuorvellCore/reminders/ReminderPhrase.h"
+#include "QuorvellCore/safety/SpokenConsent.h"
+#include "QuorvellCore/text/Pattern.h"
 
 #include <optional>
 #include <utility>
@@ -23,6 +28,7 @@ using Kind = PendingQuestion::Kind;
 using Purpose = ConversationMemory::SearchPurpose;
 
 constexpr int listLength = 20;
+constexpr std::size_t dayLength = 10; ///< "2026-11-22"
 
 RuleStep say(std::string text, ConversationMemory memory)
 {
@@ -55,8 +61,7 @@ RuleStep keepNote(const NoteIntent& intent, ConversationMemory memory, const Too
 RuleStep search(const NoteIntent& intent, ConversationMemory memory, const ToolRequests& requests)
 {
     memory.purpose = intent.purpose;
-    const bool isList = intent.purpose == Purpose::listNotes || intent.purpose == Purpose::listReminders;
-    const int limit = isList ? listLength : intent.purpose == Purpose::readNewest ? 1 : 0;
+    const int limit = intent.purpose == Purpose::listNotes ? listLength : intent.purpose == Purpose::readNewest ? 1 : 0;
     return {requests.find(intent.text, limit), std::move(memory)};
 }
 
@@ -87,6 +92,38 @@ RuleStep answerNote(const NoteIntent& intent, ConversationMemory memory, const T
     return readFound(intent, std::move(memory), requests);
 }
 
+RuleStep changeReminder(const ReminderChange& change, ConversationMemory memory, const RuleSurroundings& around)
+{
+    const ToolRequests requests{around};
+    memory.request.clear();
+    switch (change.kind) {
+    case ReminderChange::Kind::done:
+        return {requests.finishReminder(change.task), std::move(memory)};
+    case ReminderChange::Kind::later:
+        return {requests.putOffReminder(change.task, change.when), std::move(memory)};
+    case ReminderChange::Kind::list:
+        break;
+    }
+    const auto days = SpokenDays::read(change.days, around).value_or(SpokenDays{});
+    memory.days = days.words;
+    memory.firstDay = days.from.substr(0, dayLength);
+    memory.lastDay = days.to.substr(0, dayLength);
+    return {requests.listReminders(), std::move(memory)};
+}
+
+const char* nameOf(HelpMode mode)
+{
+    switch (mode) {
+    case HelpMode::guide:
+        return "guide";
+    case HelpMode::auto_:
+        return "auto";
+    case HelpMode::do_:
+        break;
+    }
+    return "do";
+}
+
 RuleStep answerReminder(const ReminderIntent& intent, ConversationMemory memory, const ToolRequests& requests)
 {
     if (intent.isBare)
@@ -104,7 +141,16 @@ std::optional<ReminderIntent> timedTask(const std::string& core, const RuleSurro
 
 RuleStep answerRequest(const std::string& core, ConversationMemory memory, const RuleSurroundings& around)
 {
+    static const Pattern notebook("^(?:open|show)(?: me)? (?:my|the) notebook$", Pattern::Case::insensitive);
     const ToolRequests requests{around};
+    if (notebook.find(core) && around.offers("open_notebook"))
+        return {requests.openNotebook(), std::move(memory)};
+    if (const auto agenda = AgendaIntent::read(core, around))
+        return AgendaRules::answer(*agenda, std::move(memory), around);
+    if (const auto change = ReminderChange::read(core, around))
+        return changeReminder(*change, std::move(memory), around);
+    if (const auto fact = FactWords::read(core); fact && around.offers("remember_about_them"))
+        return {requests.remember(*fact), std::move(memory)};
     if (const auto note = NoteIntent::read(core))
         return answerNote(*note, std::move(memory), requests);
     if (const auto reminder = ReminderIntent::read(core))
@@ -129,6 +175,10 @@ RuleStep RequestRules::answerWords(
 {
     ConversationMemory memory = remembering;
     const std::string core = RequestText::withoutClosing(RequestText::withoutOpening(words));
+    if (memory.pending.kind == Kind::confirm && SpokenConsent::isAffirmative(words)) {
+        const PendingQuestion asked = std::exchange(memory.pending, {});
+        return {ToolRequests{around}.confirmed(asked.tool, asked.arguments), std::move(memory)};
+    }
     if (SmallTalk::isCancel(core)) {
         const bool wasAsking = std::exchange(memory.pending, {}).kind != Kind::none;
         return say(wasAsking ? std::string(PlainReplies::dropped) : "Okay.", std::move(memory));
@@ -136,6 +186,8 @@ RuleStep RequestRules::answerWords(
     // Small talk leaves an open question open.
     if (const auto text = SmallTalk::answer(core, memory.lastReply, around))
         return say(*text, std::move(memory));
+    if (const auto mode = ModeIntent::requested(words); mode && around.offers("set_mode"))
+        return {ToolRequests{around}.setMode(nameOf(*mode)), std::move(memory)};
     if (memory.pending.kind != Kind::none) {
         if (auto step = FollowUpRules::answer(core, memory, around))
             return remembered(std::move(*step));
@@ -147,16 +199,21 @@ RuleStep RequestRules::answerResult(const ToolRequest& call, std::string_view re
     const ConversationMemory& remembering, const RuleSurroundings& around)
 {
     ConversationMemory memory = remembering;
-    const std::string now = DateParts::from(around.now, around.calendar).text();
-    std::string reply = ReplyWording::reply(call, result, memory, now);
+    if (call.name == "whats_on") {
+        if (auto step = AgendaRules::afterList(result, memory, around))
+            return remembered(std::move(*step));
+    }
+    std::string reply = ReplyWording::reply(call, result, memory);
     if (call.name == "set_reminder")
-        memory.pending = ToolResultRules::questionIn(result, reply);
+        memory.pending = ToolResultRules::questionIn(call, result, reply);
+    if (memory.pending.kind == Kind::none)
+        memory.pending = ToolResultRules::questionOf(call, result, reply, memory.found);
     if (call.name == "find_in_notebook") {
         memory.found = ToolResultRules::notesIn(result);
         const auto id = noteToRead(memory);
         if (id && around.offers("read_note"))
             return {ToolRequests{around}.readNote(*id), std::move(memory)};
-        if (memory.found.size() > 1 && memory.purpose != Purpose::listReminders)
+        if (memory.found.size() > 1)
             memory.pending = {.kind = Kind::whichNote, .question = "Which one should I read?"};
     }
     return say(std::move(reply), std::move(memory));

@@ -55,4 +55,107 @@ ToolRequests::Answer ToolRequests::readNote(std::string_view id) const
     return request(surroundings, "read_note", {{"id", id}}, "read notes");
 }
 
+ToolRequests::Answer ToolRequests::listReminders() const
+{
+    return request(surroundings, "set_reminder", {{"list", true}}, "look at your reminders");
+}
+
+ToolRequests::Answer ToolRequests::finishReminder(std::string_view task) const
+{
+    Json arguments = Json::object();
+    if (!task.empty())
+        arguments["task"] = task;
+    arguments["done"] = true;
+    return request(surroundings, "set_reminder", arguments, "change reminders");
+}
+
+ToolRequests::Answer ToolRequests::putOffReminder(std::string_view task, std::string_view when) const
+{
+    Json arguments = Json::object();
+    if (!task.empty())
+        arguments["task"] = task;
+    arguments["later"] = when;
+    return request(surroundings, "set_reminder", arguments, "change reminders");
+}
+
+ToolRequests::Answer ToolRequests::remember(std::string_view fact) const
+{
+    return request(surroundings, "remember_about_them", {{"fact", fact}}, "remember things about you");
+}
+
+ToolRequests::Answer ToolRequests::openNotebook() const
+{
+    return request(surroundings, "open_notebook", Json::object(), "open your notebook");
+}
+
+ToolRequests::Answer ToolRequests::setMode(std::string_view mode) const
+{
+    return request(surroundings, "set_mode", {{"mode", mode}}, "change how I help");
+}
+
+ToolRequests::Answer ToolRequests::whatsOn(const SpokenDays& days) const
+{
+    return request(surroundings, "whats_on", {{"from", days.from}, {"to", days.to}}, "look into your calendar");
+}
+
+ToolRequests::Answer ToolRequests::findFreeTime(int minutes, const SpokenDays& days) const
+{
+    Json arguments{{"minutes", minutes}};
+    if (!days.from.empty()) {
+        arguments["from"] = days.from;
+        arguments["to"] = days.to;
+    }
+    return request(surroundings, "find_free_time", arguments, "look into your calendar");
+}
+
+ToolRequests::Answer ToolRequests::addEvent(
+    std::string_view title, std::string_view start, std::string_view end, int minutes) const
+{
+    constexpr std::size_t dayOnly = 10; ///< "2026-11-22"
+    Json arguments{{"title", title}, {"start", start}};
+    if (!end.empty())
+        arguments["end"] = end;
+    else if (minutes > 0)
+        arguments["minutes"] = minutes;
+    if (start.size() <= dayOnly)
+        arguments["all_day"] = true;
+    return request(surroundings, "add_event", arguments, "put events into your calendar");
+}
+
+ToolRequests::Answer ToolRequests::moveEvent(std::string_view id, std::string_view start, std::string_view end) const
+{
+    Json changes{{"start", start}};
+    if (!end.empty())
+        changes["end"] = end;
+    return request(surroundings, "change_event", {{"id", id}, {"changes", changes}}, "change your calendar");
+}
+
+ToolRequests::Answer ToolRequests::cancelEvent(std::string_view id) const
+{
+    return request(surroundings, "change_event", {{"id", id}, {"cancel", true}}, "change your calendar");
+}
+
+ToolRequests::Answer ToolRequests::confirmed(std::string_view tool, std::string_view text) const
+{
+    Json arguments = parseJson(text).value_or(Json::object());
+    arguments["confirmed"] = true;
+    return ToolRequest{std::string(tool), dumpJson(arguments)};
+}
+
+ToolRequests::Answer ToolRequests::putOffAgain(
+    std::string_view tool, std::string_view text, std::string_view when) const
+{
+    Json arguments = parseJson(text).value_or(Json::object());
+    arguments["later"] = when;
+    return ToolRequest{std::string(tool), dumpJson(arguments)};
+}
+
+ToolRequests::Answer ToolRequests::chosen(std::string_view tool, std::string_view text, std::string_view id) const
+{
+    Json arguments = parseJson(text).value_or(Json::object());
+    arguments.erase("task");
+    arguments["id"] = id;
+    return ToolRequest{std::string(tool), dumpJson(arguments)};
+}
+
 } // namespace quorvell

@@ -3,6 +3,7 @@
 
 #include "LiveService/rules/RuleStep.h"
 #include "LiveService/rules/RuleSurroundings.h"
+#include "LiveService/rules/SpokenDays.h"
 
 #include <string>
 #include <string_view>
@@ -22,6 +23,28 @@ struct ToolRequests {
     /// At most `limit` notes; 0 leaves the number to the tool.
     Answer find(std::string_view query, int limit) const;
     Answer readNote(std::string_view id) const;
+
+    Answer listReminders() const;
+    /// `task` are words of it; empty for what is due.
+    Answer finishReminder(std::string_view task) const;
+    Answer putOffReminder(std::string_view task, std::string_view when) const;
+    Answer remember(std::string_view fact) const;
+    Answer openNotebook() const;
+    Answer setMode(std::string_view mode) const;
+
+    Answer whatsOn(const SpokenDays& days) const;
+    /// Without days the tool's own stretch of time is searched.
+    Answer findFreeTime(int minutes, const SpokenDays& days) const;
+    /// `end` may be empty, `minutes` 0; without a time of day it is a whole day's.
+    Answer addEvent(std::string_view title, std::string_view start, std::string_view end, int minutes) const;
+    Answer moveEvent(std::string_view id, std::string_view start, std::string_view end) const;
+    Answer cancelEvent(std::string_view id) const;
+    /// The same call once more, now that the user has agreed.
+    Answer confirmed(std::string_view tool, std::string_view arguments) const;
+    /// The same call once more, with another time until which a reminder is put off.
+    Answer putOffAgain(std::string_view tool, std::string_view arguments, std::string_view when) const;
+    /// The same call once more, for the thing that the user chose.
+    Answer chosen(std::string_view tool, std::string_view arguments, std::string_view id) const;
 };
 
 } // namespace quorvell

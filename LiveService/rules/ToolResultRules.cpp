@@ -38,18 +38,22 @@ std::vector<TimeChoice> choicesIn(const Json& result)
 
 } // namespace
 
-PendingQuestion ToolResultRules::questionIn(std::string_view text, std::string_view question)
+PendingQuestion ToolResultRules::questionIn(const ToolRequest& call, std::string_view text, std::string_view question)
 {
     const auto result = parseJson(text);
     const auto kind = result ? kindOf(*result) : PendingQuestion::Kind::none;
     if (kind == PendingQuestion::Kind::none)
         return {};
+    const auto arguments = parseJson(call.arguments);
+    const bool putsOff = arguments && memberOf(*arguments, "later");
     return {.kind = kind,
         .question = std::string(question),
         .task = readString(*result, "task").value_or(""),
         .date = readString(*result, "date").value_or(""),
         .repeat = readString(*result, "repeat").value_or(""),
-        .choices = choicesIn(*result)};
+        .choices = choicesIn(*result),
+        .tool = putsOff ? call.name : std::string(),
+        .arguments = putsOff ? call.arguments : std::string()};
 }
 
 std::vector<FoundNote> ToolResultRules::notesIn(std::string_view text)
@@ -64,6 +68,46 @@ std::vector<FoundNote> ToolResultRules::notesIn(std::string_view text)
             notes.push_back({*id, readString(note, "title").value_or("")});
     }
     return notes;
+}
+
+std::vector<FoundEvent> ToolResultRules::eventsIn(std::string_view text)
+{
+    std::vector<FoundEvent> events;
+    const auto result = parseJson(text);
+    const Json* list = result ? memberOf(*result, "items") : nullptr;
+    if (!list || !list->is_array())
+        return events;
+    for (const Json& item : *list) {
+        const auto id = readString(item, "id");
+        if (id && readString(item, "kind") == "event" && events.size() < mostNotes)
+            events.push_back({*id, readString(item, "title").value_or(""), readString(item, "start").value_or(""),
+                readString(item, "end").value_or("")});
+    }
+    return events;
+}
+
+PendingQuestion ToolResultRules::questionOf(
+    const ToolRequest& call, std::string_view text, std::string_view question, std::vector<FoundNote>& found)
+{
+    const auto result = parseJson(text);
+    const auto status = result ? readString(*result, "status") : std::nullopt;
+    if (status == "needs_confirmation")
+        return {.kind = PendingQuestion::Kind::confirm,
+            .question = std::string(question),
+            .tool = call.name,
+            .arguments = call.arguments};
+    const Json* list = status == "which_reminder" ? memberOf(*result, "reminders") : nullptr;
+    if (!list || !list->is_array())
+        return {};
+    found.clear();
+    for (const Json& reminder : *list) {
+        if (const auto id = readString(reminder, "id"); id && found.size() < mostNotes)
+            found.push_back({*id, readString(reminder, "task").value_or("")});
+    }
+    return {.kind = PendingQuestion::Kind::whichReminder,
+        .question = std::string(question),
+        .tool = call.name,
+        .arguments = call.arguments};
 }
 
 } // namespace quorvell

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LiveService/rules/ConversationMemory.h"
+#include "LiveService/rules/ToolRequest.h"
 
 #include <string_view>
 #include <vector>
@@ -9,9 +10,14 @@ namespace quorvell {
 
 /// What a tool's result leaves to be remembered. Results come from outside: what cannot be read is left out.
 struct ToolResultRules {
-    /// The open question of a set_reminder result, if it asks one. `question` is how it was worded.
-    static PendingQuestion questionIn(std::string_view result, std::string_view question);
+    /// The open question of a set_reminder call's result, if it asks one. `question` is how it was worded.
+    static PendingQuestion questionIn(const ToolRequest& call, std::string_view result, std::string_view question);
     static std::vector<FoundNote> notesIn(std::string_view result);
+    static std::vector<FoundEvent> eventsIn(std::string_view result);
+    /// What a call that was not carried out asks first: whether it really should be, or which reminder is meant.
+    /// Nothing when it asks nothing. `found` are then the things to choose from.
+    static PendingQuestion questionOf(
+        const ToolRequest& call, std::string_view result, std::string_view question, std::vector<FoundNote>& found);
 };
 
 } // namespace quorvell

@@ -8,11 +8,9 @@ namespace {
 
 using Purpose = ConversationMemory::SearchPurpose;
 
-constexpr const char* now = "2026-11-21 12:00";
-
 std::string reminderReply(const char* words, const char* result)
 {
-    return ReplyWording::reply({"set_reminder", std::string(R"({"text":")") + words + "\"}"}, result, {}, now);
+    return ReplyWording::reply({"set_reminder", std::string(R"({"text":")") + words + "\"}"}, result, {});
 }
 
 } // namespace
@@ -76,7 +74,7 @@ TEST(ReplyWording, keepsTheUsersWordsOverFollowUps)
     const ToolRequest call{"set_reminder", R"({"task":"The meeting","date":"2026-11-22 17:00"})"};
     const ConversationMemory memory{.request = "remind me of the meeting at 5"};
     EXPECT_EQ(ReplyWording::reply(
-                  call, R"({"status":"set","task":"The meeting","when":"Sunday 22 November at 5 PM"})", memory, now),
+                  call, R"({"status":"set","task":"The meeting","when":"Sunday 22 November at 5 PM"})", memory),
         "I will remind you about the meeting on Sunday the 22nd of November at 5 PM.");
 }
 
@@ -101,14 +99,33 @@ TEST(ReplyWording, tellsOfNotes)
             "There are 5 notes. The first is called Tea. The second is called Tea pot? The third is called Cup. Which "
             "one "
             "should I read?"},
-        {"reminders", "find_in_notebook", Purpose::listReminders,
-            R"({"notes":[{"title":"Eat","remind_at":"2026-11-23 09:00"},{"title":"Call mum","remind_at":"2026-11-22 17:00"},)"
-            R"({"title":"Over","remind_at":"2026-11-21 09:00"},{"title":"Tea"}]})",
-            "You have 2 reminders. Call mum, on Sunday the 22nd of November at 5 PM. Eat, on Monday the 23rd of "
-            "November at 9 "
-            "AM."},
-        {"no reminders", "find_in_notebook", Purpose::listReminders, R"({"notes":[{"id":"b","title":"Tea"}]})",
+        {"reminders", "set_reminder", Purpose::tell,
+            R"({"status":"reminders","reminders":[{"task":"Eat","date":"2026-11-22 17:00"},{"task":"Rest","date":"x","overdue":true}]})",
+            "You have 2 reminders. Eat, on Sunday the 22nd of November at 5 PM. Rest, overdue."},
+        {"no reminders", "set_reminder", Purpose::tell, R"({"status":"reminders","reminders":7})",
             "You have no reminders."},
+        {"several fit", "set_reminder", Purpose::tell,
+            R"({"status":"which_reminder","reminders":[{"task":"Call mum"},{"task":"Call Ben"}]})",
+            "Several fit: Call mum, Call Ben. Which one do you mean?"},
+        {"done for now", "set_reminder", Purpose::tell,
+            R"({"status":"done","task":"Water the garden","next":"Monday 23 November at 9 AM"})",
+            "Done: water the garden. I will remind you again on Monday the 23rd of November at 9 AM."},
+        {"a day", "whats_on", Purpose::tell,
+            R"({"status":"agenda","items":[{"kind":"event","title":"Lunch","start":"2026-11-22 13:00","place":"Cafe"},
+                {"kind":"reminder","title":"Eat","start":"2026-11-22 17:30"}]})",
+            "There are 2 things. Lunch, on Sunday the 22nd of November at 1 PM, Cafe. A reminder, Eat, on Sunday the "
+            "22nd of November at 5:30 PM."},
+        {"free", "find_free_time", Purpose::tell,
+            R"({"status":"free","slots":[{"start":"2026-11-22 09:00","end":"2026-11-22 11:30"},{"start":"2026-11-22 14:00","end":"2026-11-22 15:00"}]})",
+            "You are free on Sunday the 22nd of November from 9 AM to 11:30 AM, or from 2 PM to 3 PM."},
+        {"never free", "find_free_time", Purpose::tell, "{}", "I found no free time."},
+        {"added over another", "add_event", Purpose::tell,
+            R"({"status":"added","title":"Lunch with Ana","start":"2026-11-27 13:00","conflicts":[{"title":"Gym"}]})",
+            "I have put Lunch with Ana into your calendar, on Friday the 27th of November at 1 PM. That is at the same "
+            "time as Gym."},
+        {"asked first", "change_event", Purpose::tell, R"({"status":"needs_confirmation","title":"Gym"})",
+            "Should I really delete Gym?"},
+        {"a fact", "remember_about_them", Purpose::tell, R"({"status":"remembered"})", "I will remember that."},
         {"read", "read_note", Purpose::read, R"({"status":"read","id":"a","title":"Tea","text":"Green, loose"})",
             "It is called Tea. It says: Green, loose."},
         {"a title that is the text", "read_note", Purpose::read, R"({"title":"Tea is out","text":"Tea is out."})",
@@ -117,11 +134,11 @@ TEST(ReplyWording, tellsOfNotes)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(ReplyWording::reply({row.tool, R"({"query":"tea"})"}, row.result, {.purpose = row.purpose}, now),
-            row.expected);
+        EXPECT_EQ(
+            ReplyWording::reply({row.tool, R"({"query":"tea"})"}, row.result, {.purpose = row.purpose}), row.expected);
     }
     const std::string longNote = R"({"title":"Long","text":")" + std::string(3000, 'a') + " b\"}";
-    EXPECT_LT(ReplyWording::reply({"read_note", "{}"}, longNote, {}, now).size(), 700u);
+    EXPECT_LT(ReplyWording::reply({"read_note", "{}"}, longNote, {}).size(), 700u);
 }
 
 } // namespace quorvell

@@ -113,8 +113,8 @@ TEST(RequestRules, turnsRequestsIntoToolCalls)
         {"read me my note about the trip", find("trip")},
         {"read my last note", "find_in_notebook {\"query\":\"\",\"limit\":1}"},
         {"show my notes", "find_in_notebook {\"query\":\"\",\"limit\":20}"},
-        {"what are my reminders", "find_in_notebook {\"query\":\"\",\"limit\":20}"},
-        {"what reminders do i have tomorrow", "find_in_notebook {\"query\":\"\",\"limit\":20}"},
+        {"what are my reminders", "set_reminder {\"list\":true}"},
+        {"what reminders do i have tomorrow", "set_reminder {\"list\":true}"},
 
         {"remind me", "What do you want to be reminded of, and when?"},
         {"please take a note", "What do you want to write down?"},
@@ -308,6 +308,144 @@ TEST(RequestRules, goesOnFromAToolsResult)
 
     const auto broken = RequestRules::answerResult(reminder, "[1", {}, surroundings());
     EXPECT_EQ(shown(broken), "That did not work.");
+}
+
+TEST(RequestRules, changesRemindersAndKnowsTheCalendar)
+{
+    RuleSurroundings around = surroundings(); // A Saturday, 1 PM.
+    for (const char* tool :
+        {"whats_on", "find_free_time", "add_event", "change_event", "remember_about_them", "set_mode"})
+        around.tools.insert(tool);
+    struct Row {
+        const char* words;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"list my reminders", R"(set_reminder {"list":true})"},
+        {"do i have any reminders today", R"(set_reminder {"list":true})"},
+        {"I'm done", R"(set_reminder {"done":true})"},
+        {"i did it", R"(set_reminder {"done":true})"},
+        {"mark it as done", R"(set_reminder {"done":true})"},
+        {"I called the dentist", R"(set_reminder {"task":"dentist","done":true})"},
+        {"i've already paid my rent", R"(set_reminder {"task":"rent","done":true})"},
+        {"tick off the laundry", R"(set_reminder {"task":"laundry","done":true})"},
+        {"the laundry is done", R"(set_reminder {"task":"laundry","done":true})"},
+        {"later", R"(set_reminder {"later":"later"})"},
+        {"not now", R"(set_reminder {"later":"later"})"},
+        {"remind me again in an hour", R"(set_reminder {"later":"in an hour"})"},
+        {"snooze it for ten minutes", R"(set_reminder {"later":"in 10 minutes"})"},
+        {"tomorrow morning", R"(set_reminder {"later":"tomorrow morning"})"},
+        {"put it off until monday", R"(set_reminder {"later":"monday"})"},
+        {"move the reminder to call mum to tomorrow at 9 am",
+            R"(set_reminder {"task":"call mum","later":"tomorrow at 9 am"})"},
+
+        {"what's on today", R"(whats_on {"from":"2026-11-21","to":"2026-11-21"})"},
+        {"what do I have tomorrow", R"(whats_on {"from":"2026-11-22","to":"2026-11-22"})"},
+        {"what's on my calendar this week", R"(whats_on {"from":"2026-11-21","to":"2026-11-22"})"},
+        {"show me my agenda for friday", R"(whats_on {"from":"2026-11-27","to":"2026-11-27"})"},
+        {"do i have anything on tomorrow afternoon", R"(whats_on {"from":"2026-11-22 12:00","to":"2026-11-22 18:00"})"},
+        {"how does my week look", R"(whats_on {"from":"2026-11-21","to":"2026-11-22"})"},
+        {"what's happening next week", R"(whats_on {"from":"2026-11-23","to":"2026-11-29"})"},
+        {"what do i have tonight", R"(whats_on {"from":"2026-11-21 18:00","to":"2026-11-21 23:59"})"},
+        {"when am I free for 45 minutes tomorrow",
+            R"(find_free_time {"minutes":45,"from":"2026-11-22","to":"2026-11-22"})"},
+        {"when do i have an hour free this week",
+            R"(find_free_time {"minutes":60,"from":"2026-11-21","to":"2026-11-22"})"},
+        {"find me half an hour on friday", R"(find_free_time {"minutes":30,"from":"2026-11-27","to":"2026-11-27"})"},
+        {"do i have an hour free tomorrow", R"(find_free_time {"minutes":60,"from":"2026-11-22","to":"2026-11-22"})"},
+        {"when am i free", R"(find_free_time {"minutes":60})"},
+        {"find a free hour", R"(find_free_time {"minutes":60})"},
+        {"put lunch with Ana on Friday at one in my calendar",
+            R"(add_event {"title":"Lunch with Ana","start":"2026-11-27 13:00"})"},
+        {"add dentist tomorrow at 9 am to my calendar", R"(add_event {"title":"Dentist","start":"2026-11-22 09:00"})"},
+        {"schedule a meeting with Ben on monday from 2 to 4 pm",
+            R"(add_event {"title":"Meeting with Ben","start":"2026-11-23 14:00","end":"2026-11-23 16:00"})"},
+        {"create an event called team lunch on tuesday at noon for two hours",
+            R"(add_event {"title":"Team lunch","start":"2026-11-24 12:00","minutes":120})"},
+        {"add a doctor's appointment on thursday at 10:30",
+            R"(add_event {"title":"Doctor's appointment","start":"2026-11-26 10:30"})"},
+        {"put Anna's birthday on december 5th in my calendar",
+            R"(add_event {"title":"Anna's birthday","start":"2026-12-05","all_day":true})"},
+        {"put lunch with Ana in my calendar", "When is it?"},
+        {"move lunch with Ana to 2 pm", R"(whats_on {"from":"2026-11-21","to":"2026-12-22"})"},
+        {"postpone the dentist tomorrow by an hour", R"(whats_on {"from":"2026-11-22","to":"2026-11-22"})"},
+        {"cancel my meeting with Ben on monday", R"(whats_on {"from":"2026-11-23","to":"2026-11-23"})"},
+
+        {"remember that I prefer tea", R"(remember_about_them {"fact":"Prefers tea."})"},
+        {"remember that i'm allergic to nuts", R"(remember_about_them {"fact":"Is allergic to nuts."})"},
+        {"remember about me that my sister lives in Rome",
+            R"(remember_about_them {"fact":"Their sister lives in Rome."})"},
+        {"keep in mind that i never drink coffee", R"(remember_about_them {"fact":"Never drinks coffee."})"},
+        {"remember my birthday is in may", R"(remember_about_them {"fact":"Their birthday is in may."})"},
+        {"do it for me", R"(set_mode {"mode":"do"})"},
+        {"remember to call mum at 6 pm", R"(set_reminder {"text":"remind me to call mum at 6 pm"})"},
+        {"remember that the car is in the second row",
+            R"(keep_note {"title":"Car","text":"The car is in the second row"})"},
+        {"what did i write about the boat", R"(find_in_notebook {"query":"boat"})"},
+        {"find kettle", R"(find_in_notebook {"query":"kettle"})"},
+        {"delete my note about tea", "That needs an online model."},
+        {"move the window to the left", "That needs an online model."},
+        {"I have a meeting tomorrow at 5 pm", "That needs an online model."},
+        {"what is on television", "That needs an online model."},
+        {"i called you yesterday because it rained", "That needs an online model."},
+        {"delete this file", "That needs an online model."},
+        {"change the language to german", "That needs an online model."},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.words);
+        const std::string said = shown(RequestRules::answerWords(row.words, {}, around));
+        EXPECT_EQ(said.substr(0, std::string_view(row.expected).size()), row.expected) << said;
+    }
+}
+
+TEST(RequestRules, asksBeforeItChangesTheCalendar)
+{
+    RuleSurroundings around = surroundings();
+    around.tools.insert({"whats_on", "change_event"});
+    const auto say = [&](const char* words, const RuleStep& before) {
+        return RequestRules::answerWords(words, before.memory, around);
+    };
+    const auto hear = [&](const char* result, const RuleStep& before) {
+        return RequestRules::answerResult(std::get<ToolRequest>(before.answer), result, before.memory, around);
+    };
+    const char* agenda = R"({"status":"agenda","items":[
+        {"kind":"event","id":"e1","title":"Lunch with Ana","start":"2026-11-27 13:00","end":"2026-11-27 14:30"},
+        {"kind":"event","id":"e2","title":"Lunch with Ben","start":"2026-11-28 12:00","end":"2026-11-28 13:00"},
+        {"kind":"reminder","id":"r1","title":"Lunch box","start":"2026-11-28 12:00"}]})";
+    const RuleStep start{std::string(), {}};
+    struct Row {
+        std::vector<const char*> words; ///< The first before the list of events is known, the others after it.
+        const char* expected;
+    };
+    const Row rows[] = {
+        {{"move lunch with Ana to 3"},
+            R"(change_event {"id":"e1","changes":{"start":"2026-11-27 15:00","end":"2026-11-27 16:30"}})"},
+        {{"move lunch with ben to sunday"},
+            R"(change_event {"id":"e2","changes":{"start":"2026-11-22 12:00","end":"2026-11-22 13:00"}})"},
+        {{"push lunch with ben back by half an hour"},
+            R"(change_event {"id":"e2","changes":{"start":"2026-11-28 12:30","end":"2026-11-28 13:30"}})"},
+        {{"cancel lunch", "the second one"}, R"(change_event {"id":"e2","cancel":true})"},
+        {{"cancel lunch", "the one with ana"}, R"(change_event {"id":"e1","cancel":true})"},
+        {{"cancel the gym"}, "I found nothing like that in your calendar."},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.words.front());
+        RuleStep step = hear(agenda, say(row.words.front(), start));
+        for (std::size_t index = 1; index < row.words.size(); ++index)
+            step = say(row.words[index], step);
+        EXPECT_EQ(shown(step), row.expected);
+    }
+    const auto cancelled = say("the first one", hear(agenda, say("cancel lunch", start)));
+    const auto asked = hear(R"({"status":"needs_confirmation","question":"Delete Lunch with Ana?"})", cancelled);
+    EXPECT_EQ(shown(asked), "Delete Lunch with Ana?");
+    EXPECT_EQ(shown(say("yes please", asked)), R"(change_event {"id":"e1","cancel":true,"confirmed":true})");
+    EXPECT_EQ(shown(say("no", asked)), "Okay, I will not do that.");
+    EXPECT_EQ(shown(say("yes, but not yet", asked)), "Sorry, I could not understand that. Delete Lunch with Ana?");
+
+    const auto which =
+        hear(R"({"status":"which_reminder","reminders":[{"id":"a","task":"Call mum"},{"id":"b","task":"Call Ben"}]})",
+            say("snooze it for ten minutes", start));
+    EXPECT_EQ(shown(say("call ben", which)), R"(set_reminder {"later":"in 10 minutes","id":"b"})");
 }
 
 } // namespace quorvell

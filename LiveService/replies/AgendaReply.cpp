@@ -1,0 +1,141 @@
+#include "LiveService/replies/AgendaReply.h"
+
+#include "LiveService/replies/ReplyWording.h"
+#include "LiveService/replies/SpokenWhen.h"
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <vector>
+
+namespace quorvell {
+
+namespace {
+
+constexpr std::size_t itemsNamed = 5;
+constexpr std::size_t slotsNamed = 3;
+constexpr std::size_t dayLength = 10; ///< "2026-11-22"
+
+std::string text(const Json& object, const char* key)
+{
+    return trimmed(readString(object, key).value_or(""));
+}
+
+std::vector<Json> listIn(const Json& result, const char* key)
+{
+    const Json* list = memberOf(result, key);
+    return list && list->is_array() ? std::vector<Json>(list->begin(), list->end()) : std::vector<Json>();
+}
+
+std::string dayOf(const std::string& date)
+{
+    return date.substr(0, dayLength);
+}
+
+/// "at 1 PM", or the day as well where the list is of several.
+std::string whenOf(const Json& item, bool namesDay)
+{
+    const std::string start = text(item, "start");
+    if (namesDay)
+        return SpokenWhen::on(SpokenWhen::fromDate(start));
+    const std::string clock = SpokenWhen::clock(start);
+    return clock.empty() ? "all day" : "at " + clock;
+}
+
+std::string sentence(const Json& item, bool namesDay)
+{
+    const std::string when = whenOf(item, namesDay);
+    const std::string place = text(item, "place");
+    const std::string kind = text(item, "kind") == "reminder" ? "A reminder, " : "";
+    return " " + kind + text(item, "title") + (when.empty() ? "" : ", " + when) + (place.empty() ? "" : ", " + place)
+        + ".";
+}
+
+/// The user's own words for the days, as the end of a sentence.
+std::string withLead(std::string days)
+{
+    static const Pattern weekday("\\b(mon|tues|wednes|thurs|fri|satur|sun)day\\b", Pattern::Case::insensitive);
+    if (days.empty())
+        return days;
+    if (const auto match = weekday.find(days)) {
+        const std::size_t start = match->range.start;
+        days = (start == 0 ? "on " : "") + days.substr(0, start) + withUpperCaseFirst(days.substr(start));
+    }
+    return " " + days;
+}
+
+std::string listReply(const Json& result, const std::string& days)
+{
+    const auto items = listIn(result, "items");
+    if (items.empty())
+        return "There is nothing in your calendar" + withLead(days) + ".";
+    const bool isOneDay = std::ranges::all_of(
+        items, [&](const Json& item) { return dayOf(text(item, "start")) == dayOf(text(items.front(), "start")); });
+    std::string reply =
+        items.size() == 1 ? "There is one thing" : "There are " + std::to_string(items.size()) + " things";
+    reply += withLead(days) + ".";
+    const std::size_t named = std::min(items.size(), itemsNamed);
+    for (std::size_t index = 0; index < named; ++index)
+        reply += sentence(items[index], !isOneDay || days.empty());
+    return reply + (named < items.size() ? " And more." : "");
+}
+
+std::string freeReply(const Json& result, const std::string& days)
+{
+    const auto slots = listIn(result, "slots");
+    if (slots.empty())
+        return "I found no free time" + withLead(days) + ".";
+    std::string reply = "You are free";
+    const std::size_t named = std::min(slots.size(), slotsNamed);
+    std::string lastDay;
+    for (std::size_t index = 0; index < named; ++index) {
+        const std::string start = text(slots[index], "start");
+        const std::string end = SpokenWhen::clock(text(slots[index], "end"));
+        const std::string day = dayOf(start) == lastDay ? "" : " " + SpokenWhen::on(SpokenWhen::fromDate(dayOf(start)));
+        lastDay = dayOf(start);
+        reply +=
+            (index > 0 ? ", or" : "") + day + " from " + SpokenWhen::clock(start) + (end.empty() ? "" : " to " + end);
+    }
+    return reply + ".";
+}
+
+std::string conflicts(const Json& result)
+{
+    std::string names;
+    for (const Json& conflict : listIn(result, "conflicts")) {
+        const std::string name = conflict.is_string() ? readString(conflict).value_or("") : text(conflict, "title");
+        names += (names.empty() ? "" : " and ") + name;
+    }
+    return names.empty() ? "" : " That is at the same time as " + names + ".";
+}
+
+std::string eventReply(const Json& result)
+{
+    const std::string status = text(result, "status");
+    const std::string title = text(result, "title");
+    const std::string start = text(result, "start");
+    const std::string when =
+        start.empty() ? SpokenWhen::on(text(result, "when")) : SpokenWhen::on(SpokenWhen::fromDate(start));
+    if (status == "needs_confirmation") {
+        const std::string question = text(result, "question");
+        return question.empty() ? "Should I really delete " + title + "?" : question;
+    }
+    if (status == "deleted")
+        return "I have deleted " + title + " from your calendar.";
+    if (status == "changed")
+        return title + " is now" + (when.empty() ? " changed" : " " + when) + "." + conflicts(result);
+    return "I have put " + title + " into your calendar" + (when.empty() ? "" : ", " + when) + "." + conflicts(result);
+}
+
+} // namespace
+
+std::string AgendaReply::reply(std::string_view tool, const Json& result, const ConversationMemory& memory)
+{
+    if (tool == "whats_on")
+        return listReply(result, memory.days);
+    return tool == "find_free_time" ? freeReply(result, memory.days) : eventReply(result);
+}
+
+} // namespace quorvell

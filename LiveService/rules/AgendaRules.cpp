@@ -1,0 +1,167 @@
+#include "LiveService/rules/AgendaRules.h"
+
+#include "LiveService/replies/PlainReplies.h"
+#include "LiveService/rules/SpokenDays.h"
+#include "LiveService/rules/ToolResultRules.h"
+#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/text/TextMatch.h"
+
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Kind = PendingQuestion::Kind;
+
+constexpr std::size_t dayOnly = 10; ///< Length of "2026-11-22".
+
+RuleStep ask(PendingQuestion question, ConversationMemory memory)
+{
+    std::string text = question.question;
+    memory.pending = std::move(question);
+    return {std::move(text), std::move(memory)};
+}
+
+RuleStep add(const AgendaIntent& intent, ConversationMemory memory, const ToolRequests& requests)
+{
+    if (intent.title.empty())
+        return ask(
+            {.kind = Kind::eventTitle, .question = "What should I put into your calendar?", .date = intent.start},
+            std::move(memory));
+    if (intent.start.empty())
+        return ask({.kind = Kind::eventTime, .question = "When is it?", .task = intent.title}, std::move(memory));
+    return {requests.addEvent(intent.title, intent.start, intent.end, intent.minutes), std::move(memory)};
+}
+
+bool holdsWords(const std::string& title, const std::string& words)
+{
+    const std::string text = " " + TextMatch::normalized(title) + " ";
+    const std::string wanted = TextMatch::normalized(words);
+    for (std::size_t start = 0; start < wanted.size();) {
+        const std::size_t end = std::min(wanted.find(' ', start), wanted.size());
+        const std::string word = wanted.substr(start, end - start);
+        const bool isFiller = word == "the" || word == "my" || word == "with" || word == "a" || word == "meeting"
+            || word == "appointment" || word == "event" || word == "one";
+        if (!isFiller && text.find(" " + word) == std::string::npos)
+            return false;
+        start = end + 1;
+    }
+    return !wanted.empty();
+}
+
+std::vector<FoundEvent> meant(const std::vector<FoundEvent>& events, const std::string& words)
+{
+    std::vector<FoundEvent> found;
+    for (const FoundEvent& event : events) {
+        if (holdsWords(event.title, words))
+            found.push_back(event);
+    }
+    return found;
+}
+
+/// Where the event goes: what the user did not name stays as it is.
+std::optional<std::string> newStart(const FoundEvent& event, const EventWish& wish, const RuleSurroundings& around)
+{
+    const auto old = DateParts::parse(event.start);
+    if (wish.when.empty())
+        return old && !old->allDay ? std::optional(old->adding(wish.minutes).text()) : std::nullopt;
+    const auto moment = SpokenMoment::read(wish.when, around);
+    if (!moment)
+        return std::nullopt;
+    const bool hasTime = moment->date.size() > dayOnly;
+    if (!moment->namesDay && old)
+        return event.start.substr(0, dayOnly) + moment->date.substr(dayOnly);
+    if (!hasTime && event.start.size() > dayOnly)
+        return moment->date + event.start.substr(dayOnly);
+    return moment->date;
+}
+
+/// As long after the new start as it was after the old one.
+std::string newEnd(const FoundEvent& event, const std::string& start, const RuleSurroundings& around)
+{
+    const auto instantOf = [&](const std::string& text) {
+        const auto parts = DateParts::parse(text);
+        return parts && !parts->allDay ? parts->instant(around.calendar) : std::nullopt;
+    };
+    const auto from = instantOf(event.start);
+    const auto to = instantOf(event.end);
+    const auto parts = DateParts::parse(start);
+    if (!from || !to || *to <= *from || !parts || parts->allDay)
+        return {};
+    return parts->adding(std::chrono::duration_cast<std::chrono::minutes>(*to - *from).count()).text();
+}
+
+} // namespace
+
+RuleStep AgendaRules::answer(const AgendaIntent& intent, ConversationMemory memory, const RuleSurroundings& around)
+{
+    const ToolRequests requests{around};
+    memory.wish = {};
+    memory.days = intent.days.words;
+    switch (intent.kind) {
+    case AgendaIntent::Kind::list:
+        return {requests.whatsOn(intent.days), std::move(memory)};
+    case AgendaIntent::Kind::findTime:
+        return {requests.findFreeTime(intent.minutes, intent.days), std::move(memory)};
+    case AgendaIntent::Kind::add:
+        return add(intent, std::move(memory), requests);
+    case AgendaIntent::Kind::move:
+        memory.wish = {EventWish::Kind::move, intent.title, intent.when, intent.minutes};
+        break;
+    case AgendaIntent::Kind::cancel:
+        memory.wish = {EventWish::Kind::cancel, intent.title, {}, 0};
+        break;
+    }
+    if (!around.offers("change_event"))
+        return {PlainReplies::notOffered("change your calendar"), std::move(memory)};
+    return {requests.whatsOn(intent.days), std::move(memory)};
+}
+
+std::optional<RuleStep> AgendaRules::afterList(
+    std::string_view result, ConversationMemory memory, const RuleSurroundings& around)
+{
+    memory.events = ToolResultRules::eventsIn(result);
+    if (memory.wish.kind == EventWish::Kind::none)
+        return std::nullopt;
+    memory.events = meant(memory.events, memory.wish.title);
+    if (memory.events.empty())
+        return RuleStep{"I found nothing like that in your calendar.", std::move(memory)};
+    if (memory.events.size() > 1) {
+        std::string question = "There are several: ";
+        for (std::size_t index = 0; index < std::min<std::size_t>(memory.events.size(), 3); ++index)
+            question += (index > 0 ? ", " : "") + memory.events[index].title;
+        return ask({.kind = Kind::whichEvent, .question = question + ". Which one do you mean?"}, std::move(memory));
+    }
+    if (auto request = carryOut(memory, 0, around))
+        return RuleStep{std::move(*request), std::move(memory)};
+    return RuleStep{"Sorry, I could not understand the new time.", std::move(memory)};
+}
+
+std::optional<ToolRequests::Answer> AgendaRules::carryOut(
+    const ConversationMemory& memory, std::size_t index, const RuleSurroundings& around)
+{
+    const ToolRequests requests{around};
+    const FoundEvent& event = memory.events[index];
+    if (memory.wish.kind == EventWish::Kind::cancel)
+        return requests.cancelEvent(event.id);
+    const auto start = newStart(event, memory.wish, around);
+    if (!start)
+        return std::nullopt;
+    return requests.moveEvent(event.id, *start, newEnd(event, *start, around));
+}
+
+std::optional<std::size_t> AgendaRules::named(const std::vector<FoundEvent>& events, std::string_view words)
+{
+    std::optional<std::size_t> found;
+    for (std::size_t index = 0; index < events.size(); ++index) {
+        if (!holdsWords(events[index].title, std::string(words)))
+            continue;
+        if (found)
+            return std::nullopt;
+        found = index;
+    }
+    return found;
+}
+
+} // namespace quorvell

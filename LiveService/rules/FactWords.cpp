@@ -1,0 +1,103 @@
+#include "LiveService/rules/FactWords.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/LowerCase.h"
+#include "QuorvellCore/text/Pattern.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+constexpr auto caseless = Pattern::Case::insensitive;
+
+struct Form {
+    std::string_view said;
+    std::string_view told;
+};
+
+constexpr std::array irregular{Form{"am", "Is"}, Form{"'m", "Is"}, Form{"’m", "Is"}, Form{"have", "Has"},
+    Form{"'ve", "Has"}, Form{"’ve", "Has"}, Form{"do", "Does"}, Form{"go", "Goes"}, Form{"don't", "Doesn't"},
+    Form{"don’t", "Doesn't"}, Form{"dont", "Doesn't"}};
+constexpr std::array unchanged{"was", "can", "can't", "cannot", "will", "won't", "would", "must", "used", "grew",
+    "should", "never", "always", "usually", "often", "only", "really", "also", "studied", "worked", "lived"};
+
+bool endsWithAny(std::string_view text, std::initializer_list<std::string_view> ends)
+{
+    return std::ranges::any_of(ends, [text](std::string_view end) { return text.ends_with(end); });
+}
+
+/// The third person of a verb.
+std::string thirdPerson(const std::string& verb)
+{
+    const std::string lower = lowerCased(verb);
+    const auto form = std::ranges::find(irregular, lower, &Form::said);
+    if (form != irregular.end())
+        return std::string(form->told);
+    if (std::ranges::find(unchanged, lower) != unchanged.end())
+        return withUpperCaseFirst(lower);
+    if (endsWithAny(lower, {"s", "x", "ch", "sh", "o"}))
+        return withUpperCaseFirst(lower) + "es";
+    const bool endsInY = lower.size() > 1 && lower.back() == 'y'
+        && std::string_view("aeiou").find(lower[lower.size() - 2]) == std::string_view::npos;
+    return withUpperCaseFirst(endsInY ? lower.substr(0, lower.size() - 1) + "ies" : lower + "s");
+}
+
+/// "Always" and the like stand before the verb.
+std::string predicate(const std::string& words)
+{
+    static const Pattern adverb("^(always|never|usually|often|only|really|also)\\s+(\\S+)(.*)$", caseless);
+    static const Pattern verb("^(\\S+)(.*)$");
+    if (const auto match = adverb.find(words))
+        return withUpperCaseFirst(lowerCased(match->texts[0])) + " " + lowerCased(thirdPerson(match->texts[1]))
+            + match->texts[2];
+    const auto match = verb.find(words);
+    return match ? thirdPerson(match->texts[0]) + match->texts[1] : words;
+}
+
+std::string aboutThem(std::string text)
+{
+    struct Pronoun {
+        Pattern said;
+        const char* told;
+    };
+    static const Pronoun words[] = {{Pattern("\\bmy\\b", caseless), "their"},
+        {Pattern("\\bmine\\b", caseless), "theirs"}, {Pattern("\\bmyself\\b", caseless), "themselves"},
+        {Pattern("\\bme\\b", caseless), "them"}, {Pattern("\\bi'?m\\b|\\bi am\\b", caseless), "they are"},
+        {Pattern("\\bi\\b", caseless), "they"}};
+    for (const Pronoun& word : words)
+        text = word.said.replaceAll(text, word.told);
+    return text;
+}
+
+} // namespace
+
+std::optional<std::string> FactWords::read(std::string_view core)
+{
+    static const Pattern about("^(?:remember|know|note|keep in mind|save|store)(?: this| something)? about me[:,]?\\s*"
+                               "(?:that\\s+)?(.+)$",
+        caseless);
+    static const Pattern wish(
+        "^(?:please )?(?:remember|keep in mind|don't forget|do not forget|you should know|you can remember"
+        "|i want you to (?:know|remember))(?: that)? (i\\b.+|my (?:name|birthday|favou?rite|wife|husband"
+        "|partner|doctor|dentist|son|daughter|mother|father|dog|cat|job|home town|first language)\\b.+)$",
+        caseless);
+    static const Pattern duty("^i (?:have|need|want|must|should|ought) to\\b|^i must\\b", caseless);
+    static const Pattern subject("^i\\s*(['’]m|['’]ve)?\\s*(.*)$", caseless);
+    const auto match = about.find(core).has_value() ? about.find(core) : wish.find(core);
+    if (!match || duty.find(match->texts[0]))
+        return std::nullopt;
+    const std::string said = trimmed(match->texts[0], ".!,");
+    std::string fact = said;
+    const auto person = subject.find(said);
+    static const Pattern isPerson("^i\\b", caseless);
+    if (person && isPerson.find(said))
+        fact = predicate(trimmed(person->texts[0] + " " + person->texts[1]));
+    return withUpperCaseFirst(aboutThem(std::move(fact))) + ".";
+}
+
+} // namespace quorvell

@@ -1,0 +1,126 @@
+#include "LiveService/rules/ReminderChange.h"
+
+#include "LiveService/rules/RequestText.h"
+#include "QuorvellCore/reminders/ReminderPhrase.h"
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+
+namespace quorvell {
+
+namespace {
+
+using Kind = ReminderChange::Kind;
+
+constexpr auto caseless = Pattern::Case::insensitive;
+
+std::string withoutArticle(const std::string& words)
+{
+    static const Pattern article("^(?:(?:to|about|for|the|my|our|a|an|that|this|his|her|their|some)\\s+)+", caseless);
+    return trimmed(article.replaceAll(trimmed(words), ""));
+}
+
+std::optional<ReminderChange> readList(const std::string& core)
+{
+    static const Pattern list(
+        "^(?:(?:what|which) reminders (?:do i have|are there|have i got|are (?:set|due|left|pending|open))"
+        "|what are my reminders|do i have (?:any )?reminders"
+        "|(?:show|list|read|tell|give)(?: me)?(?: out)?(?: all)?(?: of)? (?:my|the) reminders|(?:all )?my reminders"
+        "|what (?:do i have|have i got) to do|what is there to do|what should i not forget)(?:\\s+(.+))?$",
+        caseless);
+    static const Pattern lead("^(?:due|set|for|pending|left)\\s*", caseless);
+    const auto match = list.find(core);
+    if (!match)
+        return std::nullopt;
+    return ReminderChange{.kind = Kind::list, .days = lead.replaceAll(match->texts[0], "")};
+}
+
+std::optional<ReminderChange> readDone(const std::string& core)
+{
+    static const Pattern plain(
+        "^(?:(?:i'm|i’m|i am|it's|it’s|it is|that's|that’s|that is|all)(?: all)? )?(?:done|finished)(?: "
+        "(?:it|that|already|now))?$"
+        "|^i (?:have )?(?:already )?(?:did|done|finished) (?:it|that)(?: already)?$"
+        "|^i(?:'ve|’ve) (?:already )?(?:done|finished)(?: (?:it|that))?(?: already)?$"
+        "|^(?:mark|tick|check)(?: (?:it|that|this))?(?: off)?(?: as)?(?: done| finished| complete)?$",
+        caseless);
+    static const Pattern named("^(?:mark|tick off|check off|tick|complete|finish) (?:the reminder |my reminder )?(.+?)"
+                               "(?: (?:as|is) (?:done|finished|complete)| off)$"
+                               "|^(?:tick off|check off) (.+)$"
+                               "|^i(?:'m| am|’m) (?:done|finished) with (.+)$"
+                               "|^(?:the |my )?(.+) (?:is|are) (?:done|finished|taken care of)$"
+                               "|^(?:delete|remove|cancel|drop) (?:the|my|that) reminder (?:to|about|for|of) (.+)$",
+        caseless);
+    static const Pattern past(
+        "^i(?:'ve| have|’ve)?(?: already| just)? (?:called|rang|rung|phoned|emailed|texted|messaged|paid|bought"
+        "|got|watered|fed|sent|mailed|posted|picked up|collected|returned|cleaned|washed|visited|took|taken"
+        "|booked|finished|did|done|wrote|written|renewed|checked|walked|ordered|cancelled|fixed|made|met"
+        "|cooked|packed|printed|signed|submitted|turned off|took out|taken out) (.+)$",
+        caseless);
+    static const Pattern tail("\\s+(?:already|now|today|just now|by the way)$", caseless);
+    // Long stories are no task, and neither are people who are only pointed at.
+    static const Pattern isSomethingElse("^(?:you|it|him|her|them|us)\\b|(?:\\S+\\s+){5}\\S", caseless);
+    if (plain.find(core) && core != "check" && core != "mark" && core != "tick")
+        return ReminderChange{.kind = Kind::done};
+    for (const Pattern* pattern : {&named, &past}) {
+        const auto match = pattern->find(core);
+        if (!match)
+            continue;
+        std::string task;
+        for (const std::string& text : match->texts)
+            task += text;
+        if (isSomethingElse.find(task))
+            return std::nullopt;
+        return ReminderChange{.kind = Kind::done, .task = withoutArticle(tail.replaceAll(task, ""))};
+    }
+    return std::nullopt;
+}
+
+std::optional<ReminderChange> readLater(const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern vague(
+        "^(?:later|not now|a (?:bit|little) later|(?:remind|ask|tell) me (?:again )?(?:a (?:bit|little) )?later"
+        "|maybe later|snooze(?: it| that)?|remind me again|not yet)$",
+        caseless);
+    static const Pattern again(
+        "^(?:(?:remind|ask|tell) me (?:again|once more|about (?:it|that)(?: again)?)"
+        "|(?:snooze|postpone|delay|put|move)(?: off)?(?: it| that| this| the reminder)?(?: off| back)?)"
+        "(?: (?:until|till|to|by|for))? (.+)$",
+        caseless);
+    static const Pattern named(
+        "^(?:snooze|postpone|delay|put off|move|push|reschedule)(?: back)? (?:the |my )?reminder (?:to|about|for) (.+?)"
+        " (?:until|till|to|by|for) (.+)$"
+        "|^(?:put|push) (?:the |my )?reminder (?:to|about|for) (.+?) off (?:until|till|to|by|for) (.+)$",
+        caseless);
+    static const Pattern span(
+        "^(?:(?:an?|one|half|\\d+|five|ten|fifteen|twenty|thirty)\\b.*)?(?:minutes?|hours?|days?|weeks?)$", caseless);
+    const auto until = [](const std::string& words) { return span.find(words) ? "in " + words : words; };
+    if (vague.find(core))
+        return ReminderChange{.kind = Kind::later, .when = "later"};
+    if (const auto match = named.find(core)) {
+        const bool isFirst = !match->texts[0].empty();
+        return ReminderChange{.kind = Kind::later,
+            .task = withoutArticle(match->texts[isFirst ? 0 : 2]),
+            .when = until(match->texts[isFirst ? 1 : 3])};
+    }
+    const auto match = again.find(core);
+    const std::string when = match ? until(match->texts[0]) : core;
+    const auto phrase = ReminderPhrase::parse(RequestText::withDigits(when), around.now, around.calendar);
+    // A time and nothing else is a later time for what is due.
+    if (phrase && phrase->task.empty() && !phrase->repeatRule)
+        return ReminderChange{.kind = Kind::later, .when = RequestText::withDigits(when)};
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<ReminderChange> ReminderChange::read(std::string_view words, const RuleSurroundings& around)
+{
+    const std::string core(words);
+    if (auto list = readList(core))
+        return list;
+    if (auto done = readDone(core))
+        return done;
+    return readLater(core, around);
+}
+
+} // namespace quorvell
