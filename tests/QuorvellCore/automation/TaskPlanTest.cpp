@@ -64,18 +64,12 @@ TEST(TaskPlan, updatesTellWhatMovedOn)
 TEST(TaskPlan, tellsTheModelHowFarItIs)
 {
     TaskPlan told = plan();
-    const TaskPlanChange change =
-        told.update(json(R"({"done": [1], "facts": ["Full at eight"], "done_when": "Mail"})"));
-    EXPECT_TRUE(change.changedDoneWhen);
+    EXPECT_TRUE(told.update(json(R"({"done": [1], "facts": ["Full"], "done_when": "Mail"})")).changedDoneWhen);
     EXPECT_EQ(told.nextStep(), 2u);
     EXPECT_EQ(told.summary(),
-        "Goal: Book a table for two\n1. [done] Open the site\n2. [open] Choose a time\n3. [open] Confirm\nFact: Full "
-        "at "
-        "eight\nDone when: Mail");
-    EXPECT_EQ(dumpJson(told.json()),
-        R"({"goal":"Book a table for two","steps":[{"number":1,"text":"Open the site","done":true},)"
-        R"({"number":2,"text":"Choose a time","done":false},{"number":3,"text":"Confirm","done":false}],)"
-        R"("facts":["Full at eight"],"done_when":"Mail"})");
+        "Goal: Book a table for two\n1. [done] Open the site\n2. [open] Choose a time\n3. [open] Confirm\nFact: Full\n"
+        "Done when: Mail");
+    EXPECT_EQ(dumpJson(told.json()["steps"][1]), R"({"number":2,"text":"Choose a time","done":false})");
     told.update(json(R"({"done": [2, 3]})"));
     EXPECT_TRUE(told.isFinished());
 }

@@ -6,69 +6,28 @@ namespace quorvell {
 
 TEST(ModeIntent, onlyWordsThatAskForAModeAreARequest)
 {
-    constexpr auto guide = HelpMode::guide;
-    constexpr auto automatic = HelpMode::auto_;
-    constexpr auto doing = HelpMode::do_;
-    constexpr auto none = std::nullopt;
-    struct Row {
-        const char* words;
-        std::optional<HelpMode> mode;
-    };
-    const Row rows[] = {
-        {"Do it for me.", doing},
-        {"okay, can you just do that for me?", doing},
-        {"no do it all for me please", doing},
-        {"Hey Quorvell, please take over", doing},
-        {"you do it", doing},
-        {"Could you handle the rest for me", doing},
-        {"switch to do mode", doing},
-        {"Go back to Do mode, please", doing},
-        {"just show me", guide},
-        {"Can you show me how to add a contact?", guide},
-        {"I’d rather you guide me", guide},
-        {"let me do it myself", guide},
-        {"no thanks, I'll do it myself", guide},
-        {"just tell me where to click", guide},
-        {"guide mode please", guide},
-        {"Walk me through it.", guide},
-        {"don't do it for me, just show me", guide},
-        {"switch from do to guide", guide},
-        {"switch to auto", automatic},
-        {"Put it back in automatic mode, thanks", automatic},
-        {"Could we use auto mode from now on?", automatic},
-        {"not guide, auto mode", automatic},
-        {"do it for me, no, switch to guide", guide},
+    for (const char* words : {"Do it for me.", "okay, can you just do that for me?", "no do it all for me please",
+             "Hey Quorvell, please take over", "you do it", "Could you handle the rest for me", "switch to do mode",
+             "Go back to Do mode, please"})
+        EXPECT_EQ(ModeIntent::requested(words), HelpMode::do_) << words;
+    for (const char* words :
+        {"just show me", "Can you show me how to add a contact?", "I’d rather you guide me", "let me do it myself",
+            "no thanks, I'll do it myself", "just tell me where to click", "guide mode please", "Walk me through it.",
+            "don't do it for me, just show me", "switch from do to guide", "do it for me, no, switch to guide"})
+        EXPECT_EQ(ModeIntent::requested(words), HelpMode::guide) << words;
+    for (const char* words : {"switch to auto", "Put it back in automatic mode, thanks",
+             "Could we use auto mode from now on?", "not guide, auto mode"})
+        EXPECT_EQ(ModeIntent::requested(words), HelpMode::auto_) << words;
 
-        {"", none},
-        {"yes", none},
-        {"just do it", none},
-        {"do it", none},
-        {"Auto mode?", none},
-        {"what is auto mode", none},
-        {"What does do mode do?", none},
-        {"should I switch to auto?", none},
-        {"are you in guide mode?", none},
-        {"don't do it for me", none},
-        {"please don't switch to auto", none},
-        {"I don't want you to do it for me", none},
-        {"never take over", none},
-        {"turn off auto mode", none},
-        {"do it for me if it gets too hard", none},
-        {"can you do it for me when I ask?", none},
-        {"if I say so do it for me", none},
-        {"she said do it for me", none},
-        {"the page says switch to auto", none},
-        {"auto mode is annoying", none},
-        {"show me my notes", none},
-        {"take over the world", none},
-        {"you do it for me?", none},
-        {"remind me to do it myself", none},
-        {"I like it when you do it for me", none},
-        {"find the driver's guide", none},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(ModeIntent::requested(row.words), row.mode) << row.words;
-    EXPECT_EQ(ModeIntent::requested(std::string(3000, ' ') + "do it for me"), none);
+    for (const char* words : {"", "yes", "just do it", "do it", "Auto mode?", "what is auto mode",
+             "What does do mode do?", "should I switch to auto?", "are you in guide mode?", "don't do it for me",
+             "please don't switch to auto", "I don't want you to do it for me", "never take over", "turn off auto mode",
+             "do it for me if it gets too hard", "can you do it for me when I ask?", "if I say so do it for me",
+             "she said do it for me", "the page says switch to auto", "auto mode is annoying", "show me my notes",
+             "take over the world", "you do it for me?", "remind me to do it myself", "I like it when you do it for me",
+             "find the driver's guide"})
+        EXPECT_EQ(ModeIntent::requested(words), std::nullopt) << words;
+    EXPECT_EQ(ModeIntent::requested(std::string(3000, ' ') + "do it for me"), std::nullopt);
 }
 
 } // namespace quorvell
