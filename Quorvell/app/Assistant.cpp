@@ -5,7 +5,9 @@
 #include "Quorvell/connections/LiveEndpointSettings.h"
 #include "Quorvell/connections/OnDeviceService.h"
 #include "Quorvell/connections/OpenAILiveClient.h"
+#include "Quorvell/desktop/DesktopOpener.h"
 #include "Quorvell/notebook/FreshNoteID.h"
+#include "Quorvell/tools/NotebookDigest.h"
 #include "Quorvell/tools/NotebookTools.h"
 #include "Quorvell/tools/ReminderTools.h"
 #include "QuorvellCore/reminders/LocaleWords.h"
@@ -52,6 +54,7 @@ Assistant::Assistant(
     , m_settings(std::move(settings))
     , m_calendar(std::move(calendar))
     , m_log(environment.stateFolder, scheduler, freshRunName())
+    , m_heard([&scheduler] { return scheduler.wallClock(); })
     , m_stateFolder(environment.stateFolder)
 {
 }
@@ -77,7 +80,9 @@ std::string Assistant::openNotebookAndTools(const ProgramEnvironment& environmen
     m_notebook = std::move(opened.notebook);
     const auto now = [this] { return m_scheduler.wallClock(); };
     registerReminderTools(m_registry, *m_notebook, {now, m_calendar, freshNoteID});
-    registerNotebookTools(m_registry, *m_notebook, {now, freshNoteID, m_calendar});
+    m_search = std::make_unique<NotebookSearch>(*m_notebook, m_scheduler);
+    registerNotebookTools(
+        m_registry, *m_notebook, {now, freshNoteID, m_calendar, m_search.get(), &m_heard, showOnDesktop});
     return ToolDispatcher::startUpProblem(m_registry).value_or("");
 }
 
@@ -87,7 +92,7 @@ void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionObs
     // Apart, since only a hosted service costs something.
     m_usage = std::make_unique<UsageFile>(
         m_stateFolder + (m_isOnDevice ? "/usage-on-device.json" : "/usage.json"), m_scheduler, m_calendar);
-    m_observers = std::make_unique<ObserverGroup>(std::vector<SessionObserver*>{&observer, m_usage.get()});
+    m_observers = std::make_unique<ObserverGroup>(std::vector<SessionObserver*>{&m_heard, &observer, m_usage.get()});
     const auto connections = [this](LiveConnectionObserver& session, LiveMedium) {
         return std::make_unique<OpenAILiveClient>(*m_service, m_settings.models, session);
     };
@@ -119,10 +124,13 @@ SessionSettings Assistant::sessionSettings(const Wishes& wishes) const
     return settings;
 }
 
+/// With what the model should know of the notebook from its first word.
 std::string Assistant::whereAndWhen() const
 {
+    const std::string digest = notebookDigest(m_notebook->notes(), m_scheduler.wallClock(), m_calendar);
     return "It is " + formatted(m_scheduler.wallClock(), "EEEE d MMMM yyyy, HH:mm", m_calendar, "en_GB")
-        + ", in the time zone " + m_calendar.zone() + ".";
+        + ", in the time zone " + m_calendar.zone() + "."
+        + (digest.empty() ? "" : "\n\nFrom their notebook, as it stands now:\n\n" + digest);
 }
 
 } // namespace quorvell

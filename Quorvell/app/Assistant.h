@@ -7,13 +7,15 @@
 #include "Quorvell/app/UsageFile.h"
 #include "Quorvell/app/UserSettings.h"
 #include "Quorvell/connections/LiveAccessSource.h"
-#include "Quorvell/notebook/Notebook.h"
+#include "Quorvell/notebook/FullNotebook.h"
+#include "Quorvell/notebook/NotebookSearch.h"
 #include "Quorvell/session/AudioCapture.h"
 #include "Quorvell/session/AudioPlayer.h"
 #include "Quorvell/session/DozeListener.h"
 #include "Quorvell/session/SessionController.h"
 #include "Quorvell/session/SessionObserver.h"
 #include "Quorvell/session/SpeechSynthesiser.h"
+#include "Quorvell/tools/HeardWords.h"
 #include "QuorvellCore/reminders/Calendar.h"
 
 #include <memory>
@@ -65,7 +67,9 @@ private:
     UserSettings m_settings;
     Calendar m_calendar;
     EventLogFile m_log;
-    std::unique_ptr<Notebook> m_notebook;
+    std::unique_ptr<FullNotebook> m_notebook;
+    std::unique_ptr<NotebookSearch> m_search;
+    HeardWords m_heard; ///< What the user answered to a question of a tool.
     ToolRegistry m_registry;
     std::unique_ptr<ToolDispatcher> m_tools;
     bool m_isOnDevice = false;

@@ -1,16 +1,12 @@
 #include "Quorvell/app/NotesCommand.h"
 
-#include "Quorvell/app/NotesListing.h"
+#include "Quorvell/app/NotesChanging.h"
+#include "Quorvell/app/NotesReading.h"
 #include "Quorvell/app/ProgramEnvironment.h"
-#include "Quorvell/notebook/NoteFolder.h"
-#include "Quorvell/tools/NoteSearch.h"
 
 #include <CLI/CLI.hpp>
-#include <nlohmann/json.hpp>
 
-#include <algorithm>
 #include <chrono>
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <vector>
@@ -19,128 +15,36 @@ namespace quorvell {
 
 namespace {
 
-constexpr int done = 0;
 constexpr int couldNot = 1;
 
-/// One run of the command over the folder as it was read.
-class NotesRun {
-public:
-    NotesRun(const NotesRequest& request, const ProgramEnvironment& environment, const NoteFolderContent& content,
-        NotesListing listing, std::ostream& out, std::ostream& errors)
-        : m_request(request)
-        , m_folder(environment.notebookFolder)
-        , m_content(content)
-        , m_listing(std::move(listing))
-        , m_out(out)
-        , m_errors(errors)
-    {
-    }
-
-    int run() const
-    {
-        switch (m_request.action) {
-        case NotesRequest::Action::list:
-            return list();
-        case NotesRequest::Action::find:
-            return find();
-        case NotesRequest::Action::show:
-            return show();
-        }
-        return couldNot;
-    }
-
-private:
-    int list() const
-    {
-        if (m_content.notes.empty() && !m_request.asJson)
-            m_out << "There are no notes in " << m_folder << " yet.\n";
-        for (const Note& note : m_content.notes)
-            printLine(note);
-        return done;
-    }
-
-    int find() const
-    {
-        const auto found = searchNotes(m_content.notes, m_request.words, [](const Note&) { return true; });
-        if (found.empty() && !m_request.asJson)
-            m_out << "No note holds all of these words. Try fewer words, or only their beginnings.\n";
-        for (const Note* note : found)
-            printLine(*note);
-        return done;
-    }
-
-    int show() const
-    {
-        const auto candidates = withId();
-        if (candidates.size() == 1) {
-            printWhole(*candidates.front());
-            return done;
-        }
-        if (candidates.empty())
-            m_errors << "No note has an id that begins like this. \"quorvell notes\" lists them.\n";
-        else
-            m_errors << "Several notes have an id that begins like this. Give more of it:\n";
-        for (const Note* note : candidates)
-            m_errors << m_listing.line(*note) << "\n";
-        return couldNot;
-    }
-
-    /// The note with exactly this id, else all whose ids begin with it.
-    std::vector<const Note*> withId() const
-    {
-        std::vector<const Note*> found;
-        for (const Note& note : m_content.notes) {
-            if (note.id == m_request.words)
-                return {&note};
-            if (note.id.starts_with(m_request.words))
-                found.push_back(&note);
-        }
-        return found;
-    }
-
-    void printLine(const Note& note) const
-    {
-        if (m_request.asJson)
-            m_out << dumpJson(NotesListing::json(note, pathOf(note))) << "\n";
-        else
-            m_out << m_listing.line(note) << "\n";
-    }
-
-    void printWhole(const Note& note) const
-    {
-        if (m_request.asJson)
-            m_out << dumpJson(NotesListing::jsonWithText(note, pathOf(note))) << "\n";
-        else
-            m_out << m_listing.page(note, pathOf(note));
-    }
-
-    std::string pathOf(const Note& note) const
-    {
-        const auto found = m_content.fileNames.find(note.id);
-        return found == m_content.fileNames.end() ? m_folder : m_folder + "/" + found->second;
-    }
-
-    const NotesRequest& m_request;
-    const std::string& m_folder;
-    const NoteFolderContent& m_content;
-    NotesListing m_listing;
-    std::ostream& m_out;
-    std::ostream& m_errors;
-};
-
-/// A folder that was never made is an empty notebook.
-std::optional<NoteFolderContent> readNotebook(const std::string& folder, Instant now)
-{
-    std::error_code failure;
-    if (!std::filesystem::exists(folder, failure) && !failure)
-        return NoteFolderContent{};
-    return readNoteFolder(folder, now);
-}
+using Action = NotesRequest::Action;
 
 struct Options {
     bool asJson = false;
     std::vector<std::string> words;
-    std::string id;
+    std::string target; ///< An id, or where to export to.
+    int version = 0;
+};
+
+struct Subcommand {
+    const char* name;
+    Action action;
+    const char* description;
+    const char* argument; ///< Empty when it takes none.
+    const char* meaning;
+};
+
+constexpr Subcommand subcommands[] = {
+    {"list", Action::list, "All notes, the newest first", "", ""},
+    {"show", Action::show, "One note with its text", "id", "Its id or the beginning of it"},
+    {"edit", Action::edit, "Edit a note in the program that VISUAL or EDITOR names", "id",
+        "Its id or the beginning of it"},
+    {"history", Action::history, "Earlier versions of a note, the newest first", "id", "Its id or the beginning of it"},
+    {"restore", Action::restore, "Bring an earlier version back", "id", "Its id or the beginning of it"},
+    {"confirm", Action::confirm, "Let the assistant know a fact about you", "id", "Its id or the beginning of it"},
+    {"delete", Action::delete_, "Move a note to the trash", "id", "Its id or the beginning of it"},
+    {"export", Action::export_, "Copy the notebook into a folder; with --json its notes into one file", "target",
+        "The folder or, with --json, the file; - is the standard output"},
 };
 
 std::string joined(const std::vector<std::string>& words)
@@ -154,50 +58,59 @@ std::string joined(const std::vector<std::string>& words)
 NotesRequest requestOf(const CLI::App& command, const Options& options)
 {
     if (command.got_subcommand("find"))
-        return {NotesRequest::Action::find, joined(options.words), options.asJson};
-    if (command.got_subcommand("show"))
-        return {NotesRequest::Action::show, options.id, options.asJson};
-    return {NotesRequest::Action::list, "", options.asJson};
+        return {Action::find, joined(options.words), 0, options.asJson};
+    for (const Subcommand& subcommand : subcommands)
+        if (command.got_subcommand(subcommand.name))
+            return {subcommand.action, options.target, options.version, options.asJson};
+    return {Action::list, "", 0, options.asJson};
+}
+
+bool isChange(Action action)
+{
+    return action == Action::edit || action == Action::restore || action == Action::confirm
+        || action == Action::delete_;
+}
+
+int runNotes(const NotesRequest& request, const ProgramEnvironment& environment)
+{
+    auto calendar = Calendar::create(environment.timeZone, environment.locale);
+    if (!calendar) {
+        std::cerr << "The time zone \"" << environment.timeZone
+                  << "\" is not known. Set TZ to a name such as Europe/Berlin.\n";
+        return couldNot;
+    }
+    const auto now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+    const auto output = environment.isOutputTerminal ? NotesListing::Output::terminal : NotesListing::Output::other;
+    NotesReading reading(
+        request, environment.notebookFolder, {*std::move(calendar), now, output}, std::cout, std::cerr);
+    if (!isChange(request.action))
+        return reading.run();
+    const auto note = reading.meantNote();
+    return note ? changeNote(request, *note, environment, std::cout, std::cerr) : couldNot;
 }
 
 } // namespace
 
-int runNotes(const NotesRequest& request, const ProgramEnvironment& environment, Instant now, std::ostream& out,
-    std::ostream& errors)
-{
-    auto calendar = Calendar::create(environment.timeZone, environment.locale);
-    if (!calendar) {
-        errors << "The time zone \"" << environment.timeZone
-               << "\" is not known. Set TZ to a name such as Europe/Berlin.\n";
-        return couldNot;
-    }
-    const auto content = readNotebook(environment.notebookFolder, now);
-    if (!content) {
-        errors << "The notebook in " << environment.notebookFolder
-               << " cannot be read. See that it is a folder that you may read.\n";
-        return couldNot;
-    }
-    const auto output = environment.isOutputTerminal ? NotesListing::Output::terminal : NotesListing::Output::other;
-    return NotesRun(request, environment, *content, {*std::move(calendar), now, output}, out, errors).run();
-}
-
 std::function<int()> addNotesCommand(CLI::App& program, const ProgramEnvironment& environment)
 {
     const auto options = std::make_shared<Options>();
-    CLI::App* command = program.add_subcommand("notes", "List, find and show the notes of the notebook");
+    CLI::App* command = program.add_subcommand("notes", "List, find, show and change the notes of the notebook");
     command->require_subcommand(0, 1);
     command->add_flag("--json", options->asJson, "One JSON object a line");
-    command->add_subcommand("list", "All notes, the newest first")->fallthrough();
+    for (const Subcommand& subcommand : subcommands) {
+        CLI::App* added = command->add_subcommand(subcommand.name, subcommand.description);
+        if (*subcommand.argument != '\0')
+            added->add_option(subcommand.argument, options->target, subcommand.meaning)->required();
+        if (subcommand.action == Action::restore)
+            added->add_option("version", options->version, "Its number in the history")
+                ->required()
+                ->check(CLI::PositiveNumber);
+        added->fallthrough();
+    }
     CLI::App* find = command->add_subcommand("find", "Notes that hold all of the words, or words that begin so");
     find->add_option("words", options->words, "What to look for")->required();
     find->fallthrough();
-    CLI::App* show = command->add_subcommand("show", "One note with its text");
-    show->add_option("id", options->id, "Its id or the beginning of it")->required();
-    show->fallthrough();
-    return [command, options, environment] {
-        const auto now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
-        return runNotes(requestOf(*command, *options), environment, now, std::cout, std::cerr);
-    };
+    return [command, options, environment] { return runNotes(requestOf(*command, *options), environment); };
 }
 
 } // namespace quorvell

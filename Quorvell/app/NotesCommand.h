@@ -1,10 +1,6 @@
 #pragma once
 
-#include "QuorvellCore/text/Instant.h"
-
 #include <functional>
-#include <iosfwd>
-#include <string>
 
 namespace CLI {
 class App;
@@ -14,19 +10,8 @@ namespace quorvell {
 
 struct ProgramEnvironment;
 
-struct NotesRequest {
-    enum class Action { list, find, show };
-
-    Action action = Action::list;
-    std::string words{}; ///< To be found, or the id or its beginning.
-    bool asJson = false; ///< One object a line.
-};
-
-/// Reads the notebook folder as it lies there, whoever owns it. Returns the exit code.
-int runNotes(const NotesRequest& request, const ProgramEnvironment& environment, Instant now, std::ostream& out,
-    std::ostream& errors);
-
-/// `quorvell notes [list | find WORDS... | show ID] [--json]`
+/// `quorvell notes [list | find WORDS... | show ID | edit ID | history ID | restore ID NUMBER | confirm ID | delete ID
+/// | export TARGET] [--json]`. Reading needs no owner of the notebook; what changes it goes through the owner.
 std::function<int()> addNotesCommand(CLI::App& program, const ProgramEnvironment& environment);
 
 } // namespace quorvell

@@ -1,7 +1,7 @@
 #include "Quorvell/app/NotesListing.h"
 
 #include "Quorvell/app/ConversationText.h"
-#include "Quorvell/tools/NoteSearch.h"
+#include "Quorvell/notebook/OneLine.h"
 #include "QuorvellCore/reminders/DateParts.h"
 #include "QuorvellCore/reminders/ReminderWords.h"
 #include "QuorvellCore/text/Characters.h"
@@ -58,6 +58,23 @@ std::string NotesListing::page(const Note& note, const std::string& path) const
     for (const NoteTurn& turn : note.thread)
         text += "\n" + shown(turn.question) + "\n\n" + shown(turn.answer) + "\n";
     return text;
+}
+
+std::string NotesListing::entry(const NoteVersion& version, std::size_t number) const
+{
+    constexpr std::size_t longest = 100;
+    std::string text = version.body;
+    for (const std::string& step : version.steps)
+        text += " " + step;
+    const std::string line = plainLine(version.title + ": " + text);
+    return std::to_string(number) + "  " + DateParts::from(version.date, calendar).text() + "  "
+        + firstCharacters(line, longest);
+}
+
+Json NotesListing::json(const NoteVersion& version, std::size_t number)
+{
+    return {{"version", number}, {"date", isoText(version.date)}, {"title", version.title}, {"body", version.body},
+        {"steps", version.steps}};
 }
 
 Json NotesListing::json(const Note& note, const std::string& path)

@@ -156,6 +156,7 @@ ProgramEnvironment ProgramEnvironment::read(const char* programName)
     environment.geminiKey = variable("GEMINI_API_KEY");
     environment.liveHost = variable("QUORVELL_LIVE_HOST");
     environment.liveToken = variable("QUORVELL_LIVE_TOKEN");
+    environment.editor = variable("VISUAL") ? variable("VISUAL") : variable("EDITOR");
     environment.hasSessionBus = knowsSessionBus(environment.runtimeFolder);
     environment.isInputTerminal = isatty(STDIN_FILENO) == 1;
     environment.isOutputTerminal = isatty(STDOUT_FILENO) == 1;

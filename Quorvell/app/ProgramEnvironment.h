@@ -19,6 +19,7 @@ struct ProgramEnvironment {
     std::optional<std::string> geminiKey; ///< GEMINI_API_KEY
     std::optional<std::string> liveHost; ///< QUORVELL_LIVE_HOST: "host", "host:port" or a wss/https address.
     std::optional<std::string> liveToken; ///< QUORVELL_LIVE_TOKEN: the key that clients of our own service must show.
+    std::optional<std::string> editor; ///< VISUAL or EDITOR: a command that edits the file it is given.
     bool hasSessionBus = false; ///< A D-Bus session bus address is known.
     bool isInputTerminal = false;
     bool isOutputTerminal = false;

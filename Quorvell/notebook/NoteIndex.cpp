@@ -1,5 +1,6 @@
 #include "Quorvell/notebook/NoteIndex.h"
 
+#include "Quorvell/notebook/OneLine.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/TextMatch.h"
 
@@ -99,23 +100,6 @@ void rank(std::vector<Candidate>& candidates)
     std::stable_sort(candidates.begin(), candidates.end(), [&step](const Candidate& left, const Candidate& right) {
         return std::pair(step(left), left.updated) > std::pair(step(right), right.updated);
     });
-}
-
-std::string onOneLine(std::string_view text)
-{
-    std::string line;
-    bool isSpace = true;
-    for (const char letter : text) {
-        const bool isBlank = std::string_view(" \t\n\v\f\r").find(letter) != std::string_view::npos;
-        if (!isBlank)
-            line += letter;
-        else if (!isSpace)
-            line += ' ';
-        isSpace = isBlank;
-    }
-    if (line.ends_with(' '))
-        line.pop_back();
-    return line;
 }
 
 std::string shortened(const std::string& snippet)

@@ -1,6 +1,7 @@
 #include "Quorvell/tools/NotebookTools.h"
 
-#include "Quorvell/tools/NoteSearch.h"
+#include "Quorvell/tools/FactTool.h"
+#include "Quorvell/tools/NoteKeepingTools.h"
 #include "QuorvellCore/reminders/DateParts.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
@@ -16,86 +17,11 @@ namespace quorvell {
 
 namespace {
 
-constexpr std::size_t maximumTitle = 200; ///< Characters, as all below.
-constexpr std::size_t maximumText = 100'000;
-constexpr std::size_t maximumTextRead = 20'000;
-constexpr std::size_t madeUpTitle = 60;
+constexpr std::size_t maximumTextRead = 20'000; ///< Characters.
+constexpr const char* noSuchNote =
+    "There is no note with that id. Look it up with find_in_notebook and use the id it gives.";
 
-/// A note to be kept, or what is wrong with the request, worded for the model.
-struct NoteRequest {
-    Note note;
-    std::string problem;
-};
-
-/// The first line of the text, at most `madeUpTitle` long and cut between words where it can be.
-std::string titleFrom(const std::string& text)
-{
-    const std::string content = trimmed(text);
-    const std::string line = onOneLine(content.substr(0, content.find('\n')));
-    std::string title = firstCharacters(line, madeUpTitle);
-    const std::size_t lastSpace = title.rfind(' ');
-    if (title.size() < line.size() && lastSpace != std::string::npos)
-        title.erase(lastSpace);
-    return title;
-}
-
-std::string tooLong(const char* what, std::size_t length, std::size_t maximum, const char* advice)
-{
-    return std::string("The ") + what + " has " + std::to_string(length) + " characters; at most "
-        + std::to_string(maximum) + " can be kept. " + advice;
-}
-
-/// Empty when the request is in order.
-std::string problemOf(const std::string& title, const std::string& text, const std::optional<std::string>& kind)
-{
-    if (title.empty() && trimmed(text).empty())
-        return "Nothing was kept: title and text are both missing. Give the words to keep as text.";
-    if (kind && kind != storedText(NoteKind::note) && kind != storedText(NoteKind::clip))
-        return "Nothing was kept: kind must be \"note\" or \"clip\". Other kinds have tools of their own.";
-    if (const std::size_t length = characterCount(title); length > maximumTitle)
-        return tooLong("title", length, maximumTitle, "Give a shorter title and put the rest into text.");
-    if (const std::size_t length = characterCount(text); length > maximumText)
-        return tooLong("text", length, maximumText, "Keep it as several notes.");
-    return "";
-}
-
-NoteRequest requestedNote(const LiveFunctionCall& call, const NotebookToolContext& context)
-{
-    const std::string text = repairUtf8(call.string("text").value_or(""));
-    const std::string title = onOneLine(repairUtf8(call.string("title").value_or("")));
-    const auto kindText = call.string("kind");
-    if (std::string problem = problemOf(title, text, kindText); !problem.empty())
-        return {{}, std::move(problem)};
-    const NoteKind kind = noteKind(kindText.value_or("")).value_or(NoteKind::note);
-    const Instant now = context.now();
-    return {{.id = context.newID(),
-                .kind = kind,
-                .title = title.empty() ? titleFrom(text) : title,
-                .body = text,
-                .created = now,
-                .updated = now,
-                .author = NoteAuthor::quorvell,
-                // A clip is what somebody else wrote, seen on the screen: never to be trusted when it is read again.
-                .origin = kind == NoteKind::clip ? NoteOrigin::screen : NoteOrigin::conversation},
-        ""};
-}
-
-void keepNote(Notebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply)
-{
-    NoteRequest request = requestedNote(call, context);
-    if (!request.problem.empty())
-        return reply.fail(request.problem);
-    const Json kept = {{"status", "kept"}, {"id", request.note.id}, {"title", request.note.title}};
-    const auto answer = std::make_shared<ToolReply>(std::move(reply));
-    notebook.add(std::move(request.note), [answer, kept](const NotebookVerdict& verdict) {
-        if (verdict.isStored)
-            answer->answer(kept);
-        else
-            answer->fail(verdict.problem);
-    });
-}
-
-/// What both ways of showing a note to the model begin with.
+/// What every way of showing a note to the model begins with.
 Json described(const Note& note)
 {
     return {{"id", note.id}, {"kind", std::string(storedText(note.kind))}, {"title", note.title}};
@@ -117,14 +43,30 @@ void addDates(Json& shown, const Note& note, const NotebookToolContext& context)
 
 std::size_t requestedLimit(const LiveFunctionCall& call)
 {
-    constexpr double usual = 5;
-    constexpr double most = 20;
+    constexpr double usual = 10;
+    constexpr double most = 50;
     const double limit = call.number("limit").value_or(usual);
     return static_cast<std::size_t>(std::isnan(limit) ? usual : std::clamp(limit, 1.0, most));
 }
 
-void findInNotebook(
-    const Notebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply)
+/// A hit may be older than the notebook; what the model may not see is left out once more.
+Json shownHits(const FullNotebook& notebook, const NotebookToolContext& context, const NotesFound& found)
+{
+    Json shown = Json::array();
+    for (const NoteHit& hit : found.hits) {
+        const auto note = notebook.note(hit.id);
+        if (!note || !note->isVisibleToQuorvell())
+            continue;
+        Json entry = described(*note);
+        entry["snippet"] = hit.snippet;
+        addDates(entry, *note, context);
+        shown.push_back(std::move(entry));
+    }
+    return shown;
+}
+
+void findInNotebook(const FullNotebook& notebook, const std::shared_ptr<const NotebookToolContext>& context,
+    const LiveFunctionCall& call, ToolReply reply)
 {
     const auto query = call.string("query");
     if (!query)
@@ -133,50 +75,92 @@ void findInNotebook(
     const auto kind = noteKind(kindText.value_or(""));
     if (kindText && !kind)
         return reply.fail("kind must be one of clip, note, explanation, how_to, about_me.");
-    const auto found = searchNotes(notebook.notes(), *query,
-        [&kind](const Note& note) { return note.isVisibleToQuorvell() && (!kind || note.kind == *kind); });
-    Json shown = Json::array();
-    for (const Note* note : found) {
-        if (shown.size() == requestedLimit(call))
-            break;
-        Json entry = described(*note);
-        entry["snippet"] = noteSnippet(*note, *query);
-        addDates(entry, *note, context);
-        shown.push_back(std::move(entry));
-    }
-    reply.answer({{"status", "found"}, {"count", found.size()}, {"notes", std::move(shown)}});
+    if (!context->search)
+        return reply.fail("The notebook cannot be searched just now. Tell the user so.");
+    const auto answer = std::make_shared<ToolReply>(std::move(reply));
+    context->search->find({.words = *query, .kind = kind, .limit = requestedLimit(call)},
+        [&notebook, context, answer](const NotesFound& found) {
+            answer->answer(
+                {{"status", "found"}, {"count", found.count}, {"notes", shownHits(notebook, *context, found)}});
+        });
+}
+
+Json shownThread(const std::vector<NoteTurn>& thread)
+{
+    Json turns = Json::array();
+    for (const NoteTurn& turn : thread)
+        turns.push_back({{"question", turn.question}, {"answer", turn.answer}});
+    return turns;
 }
 
 void readNote(
-    const Notebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply)
+    const FullNotebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply)
 {
     const auto note = notebook.note(call.string("id").value_or(""));
     if (!note || !note->isVisibleToQuorvell())
-        return reply.fail("There is no note with that id. Look it up with find_in_notebook and use the id it gives.");
+        return reply.fail(noSuchNote);
     const std::string text = repairUtf8(note->plainText());
     const std::string start = firstCharacters(text, maximumTextRead);
     Json shown = {{"status", "read"}};
     shown.update(described(*note));
     shown["text"] = start;
     addDates(shown, *note, context);
+    if (note->question)
+        shown["question"] = *note->question;
+    if (note->goal)
+        shown["goal"] = *note->goal;
+    if (!note->thread.empty())
+        shown["thread"] = shownThread(note->thread);
     if (start.size() < text.size())
         shown["truncated"] = true;
     reply.answer(shown);
 }
 
+void openNotebook(
+    FullNotebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply)
+{
+    const std::string id = call.string("id").value_or("");
+    const auto note = notebook.note(id);
+    const auto path = id.empty() ? std::optional(notebook.folder()) : notebook.fileURL(id);
+    if (!path || (!id.empty() && (!note || !note->isVisibleToQuorvell())))
+        return reply.fail(noSuchNote);
+    const std::string problem = context.show ? context.show(*path) : "There is no screen to show the notebook on here.";
+    if (!problem.empty())
+        return reply.fail(problem);
+    Json shown = {{"status", "shown"}};
+    if (note) {
+        notebook.flash(id);
+        shown["id"] = id;
+        shown["title"] = note->title;
+    }
+    reply.answer(shown);
+}
+
 } // namespace
 
-void registerNotebookTools(ToolRegistry& registry, Notebook& notebook, NotebookToolContext context)
+void registerNotebookTools(ToolRegistry& registry, FullNotebook& notebook, NotebookToolContext context)
 {
     const auto shared = std::make_shared<const NotebookToolContext>(std::move(context));
+    const auto facts = std::make_shared<FactTool>(notebook, *shared);
     registry.add("keep_note", [&notebook, shared](const LiveFunctionCall& call, ToolReply reply) {
         keepNote(notebook, *shared, call, std::move(reply));
     });
     registry.add("find_in_notebook", [&notebook, shared](const LiveFunctionCall& call, ToolReply reply) {
-        findInNotebook(notebook, *shared, call, std::move(reply));
+        findInNotebook(notebook, shared, call, std::move(reply));
     });
     registry.add("read_note", [&notebook, shared](const LiveFunctionCall& call, ToolReply reply) {
         readNote(notebook, *shared, call, std::move(reply));
+    });
+    registry.add("explain", [&notebook, shared](const LiveFunctionCall& call, ToolReply reply) {
+        explain(notebook, *shared, call, std::move(reply));
+    });
+    registry.add("save_how_to", [&notebook, shared](const LiveFunctionCall& call, ToolReply reply) {
+        saveHowTo(notebook, *shared, call, std::move(reply));
+    });
+    registry.add("remember_about_them",
+        [facts, shared](const LiveFunctionCall& call, ToolReply reply) { facts->call(call, std::move(reply)); });
+    registry.add("open_notebook", [&notebook, shared](const LiveFunctionCall& call, ToolReply reply) {
+        openNotebook(notebook, *shared, call, std::move(reply));
     });
 }
 

@@ -1,29 +1,23 @@
-// The model's hands on the notebook: keep_note, find_in_notebook, read_note. Notes that are put away and facts that are
-// not confirmed do not exist for it.
+// The model's hands on the notebook. Notes that are put away and facts that are not confirmed do not exist for it.
 #pragma once
 
-#include "Quorvell/notebook/Notebook.h"
+#include "Quorvell/notebook/FullNotebook.h"
 #include "Quorvell/session/ToolRegistry.h"
-#include "QuorvellCore/reminders/Calendar.h"
-
-#include <functional>
-#include <string>
+#include "Quorvell/tools/NotebookToolContext.h"
 
 namespace quorvell {
 
-struct NotebookToolContext {
-    std::function<Instant()> now;
-    std::function<std::string()> newID;
-    Calendar calendar; ///< Of the user: dates cross to the model as its clock shows them.
-};
-
-/// The notebook must outlive the registry.
+/// The notebook must outlive the registry. Every tool that keeps something answers once that is durable.
 ///
-/// keep_note title?, text?, kind? ("note" or "clip") answers {"status": "kept", "id", "title"} once it is durable.
+/// keep_note title?, text?, kind? ("note" or "clip") answers {"status": "kept", "id", "title"}.
+/// explain question, text, level? does the same; the same question again replaces the text.
+/// save_how_to title, goal, steps, based_on? does the same and puts the one it is based on away.
 /// find_in_notebook query, kind?, limit? answers {"status": "found", "count", "notes": [{"id", "kind", "title",
 /// "snippet", "created", "remind_at"?, "untrusted"?}]}; "count" is of all that match, "notes" the first `limit` of
-/// them. read_note id answers {"status": "read", "id", "kind", "title", "text", "created", "remind_at"?, "untrusted"?,
-/// "truncated"?}. "untrusted" is true for what came from the screen or the web, and absent otherwise.
-void registerNotebookTools(ToolRegistry& registry, Notebook& notebook, NotebookToolContext context);
+/// them, best first. read_note id answers {"status": "read", "id", "kind", "title", "text", "created", "remind_at"?,
+/// "untrusted"?, "question"?, "goal"?, "thread"?, "truncated"?}. "untrusted" is true for what came from the screen or
+/// the web, and absent otherwise. open_notebook id? answers {"status": "shown", "id"?, "title"?}.
+/// remember_about_them fact: see FactTool.h.
+void registerNotebookTools(ToolRegistry& registry, FullNotebook& notebook, NotebookToolContext context);
 
 } // namespace quorvell

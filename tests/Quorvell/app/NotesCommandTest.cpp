@@ -1,6 +1,7 @@
 #include "Quorvell/app/NotesCommand.h"
 
 #include "Quorvell/app/ProgramEnvironment.h"
+#include "Quorvell/notebook/NoteFolder.h"
 #include "QuorvellCore/notebook/NoteFile.h"
 #include "QuorvellCore/text/Json.h"
 #include "TemporaryFolder.h"
@@ -29,6 +30,7 @@ struct Shell {
         environment.notebookFolder = folder / "Notebook";
         environment.timeZone = "Asia/Tokyo";
         environment.locale = "en_GB";
+        environment.runtimeFolder = folder.path();
     }
 
     void keep(const std::vector<Note>& notes) const
@@ -103,8 +105,12 @@ TEST(NotesCommand, listsFindsAndShows)
             "No note holds all of these words. Try fewer words, or only their beginnings.\n", ""},
         {{"notes", "show", "aaaa"}, 1, "", "Several notes"},
         {{"notes", "show", "cccc"}, 1, "", "No note has an id"},
+        {{"notes", "history", "bbbb"}, 0, "There are no earlier versions of this note.\n", ""},
+        {{"notes", "restore", "bbbb", "1"}, 1, "", "There is no version 1"},
+        {{"notes", "confirm", "aaaa3"}, 1, "", "Only facts"},
         {{"notes", "find"}, 2, "", ""},
         {{"notes", "show"}, 2, "", ""},
+        {{"notes", "restore", "bbbb", "0"}, 2, "", ""},
         {{"notes", "list", "find", "x"}, 2, "", ""},
         {{"notes", "lost"}, 2, "", ""},
     };
@@ -161,6 +167,64 @@ TEST(NotesCommand, saysWhenThereIsNothingToRead)
     test::writeText(shell.environment.notebookFolder, "a file");
     EXPECT_EQ(shell.run({"notes"}), 1);
     EXPECT_NE(shell.errors.find(shell.environment.notebookFolder), std::string::npos);
+}
+
+TEST(NotesCommand, editsAndRestores)
+{
+    Shell shell;
+    shell.keep(someNotes());
+    const auto stored = [&shell] {
+        const auto content = readNoteFolder(shell.environment.notebookFolder, monday);
+        return content ? *std::find_if(content->notes.begin(), content->notes.end(),
+                   [](const Note& note) { return note.id == "aaaa33334444"; })
+                       : Note{};
+    };
+    struct Row {
+        const char* editor;
+        int code;
+        const char* says;
+        const char* step;
+    };
+    const Row rows[] = {
+        {"true", 0, "Nothing was changed", "Boil"},
+        {"sed -i s/Boil/Heat/", 0, "The note is changed", "Heat"},
+        {"false", 1, "ended with an error", "Heat"},
+        {"sed -i s/^kind.*//", 1, "must keep its id and a kind", "Heat"},
+        {"rm", 1, "cannot be read any more", "Heat"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.editor);
+        shell.environment.editor = row.editor;
+        EXPECT_EQ(shell.run({"notes", "edit", "aaaa3"}), row.code);
+        EXPECT_NE((shell.output + shell.errors).find(row.says), std::string::npos) << shell.output << shell.errors;
+        EXPECT_EQ(stored().steps[0], row.step);
+    }
+    EXPECT_TRUE(stored().personEdited);
+    // While the editor is open somebody else changes the file: both are kept.
+    const std::string outside =
+        "printf '\\nfrom outside\\n' >> " + shell.environment.notebookFolder + "/aaaa33334444.md; sed -i s/Pour/Serve/";
+    shell.environment.editor = outside;
+    EXPECT_EQ(shell.run({"notes", "edit", "aaaa3"}), 0);
+    EXPECT_EQ(stored().steps[1], "Serve");
+    EXPECT_EQ(shell.run({"notes", "history", "aaaa3", "--json"}), 0);
+    EXPECT_NE(shell.output.find("from outside"), std::string::npos) << shell.output;
+    EXPECT_EQ(shell.run({"notes", "restore", "aaaa3", "2", "--json"}), 0);
+    EXPECT_EQ(shell.output, "{\"status\":\"restored\",\"id\":\"aaaa33334444\"}\n");
+    EXPECT_EQ(stored().steps, (std::vector<std::string>{"Boil", "Pour"}));
+}
+
+TEST(NotesCommand, exports)
+{
+    Shell shell;
+    shell.keep(someNotes());
+    EXPECT_EQ(shell.run({"notes", "export", shell.folder / "copy"}), 0);
+    EXPECT_EQ(readNoteFolder(shell.folder / "copy", monday)->notes,
+        readNoteFolder(shell.environment.notebookFolder, monday)->notes);
+    EXPECT_EQ(shell.run({"notes", "export", "-", "--json"}), 0);
+    const auto notes = parseJson(shell.output);
+    EXPECT_TRUE(notes && notes->size() == 3) << shell.output;
+    EXPECT_EQ(shell.run({"notes", "export", shell.folder / "none/x.json", "--json"}), 1);
+    EXPECT_NE(shell.errors.find("is gone"), std::string::npos) << shell.errors;
 }
 
 } // namespace

@@ -1,0 +1,181 @@
+#include "Quorvell/app/NotesChanging.h"
+
+#include "Quorvell/app/NoteEditor.h"
+#include "Quorvell/app/NotebookAccess.h"
+#include "Quorvell/app/ProgramEnvironment.h"
+#include "Quorvell/app/QtScheduler.h"
+#include "QuorvellCore/text/Json.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <nlohmann/json.hpp>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+constexpr int done = 0;
+constexpr int couldNot = 1;
+
+/// Waits for the answer to something that was begun.
+template <typename Answer> Answer waitFor(const std::function<void(std::function<void(Answer)>)>& begin)
+{
+    QEventLoop loop;
+    std::optional<Answer> answer;
+    begin([&](Answer given) {
+        answer = std::move(given);
+        loop.quit();
+    });
+    if (!answer)
+        loop.exec();
+    return std::move(*answer);
+}
+
+/// One change of one note, told as it ends.
+class NotesChanging {
+public:
+    NotesChanging(FullNotebook& notebook, const NotesRequest& request, std::ostream& out, std::ostream& errors)
+        : m_notebook(notebook)
+        , m_request(request)
+        , m_out(out)
+        , m_errors(errors)
+    {
+    }
+
+    /// `edited` is based on `base`. What somebody else changed meanwhile goes into the history.
+    int edit(const Note& base, const Note& edited)
+    {
+        const auto isConflict = std::make_shared<bool>(false);
+        const auto change = [base, edited, isConflict](Note& note) {
+            *isConflict = note.updated != base.updated;
+            note = edited;
+        };
+        const NotebookVerdict verdict =
+            verdictOf([&](NotebookCallback told) { m_notebook.edit(base.id, change, std::move(told)); });
+        return tell(base.id, "changed", verdict,
+            *isConflict ? "The note is changed. Somebody else had changed it in the meantime; their version is in its "
+                          "history."
+                        : "The note is changed.");
+    }
+
+    int restore(const Note& note)
+    {
+        const auto versions = waitFor<std::vector<NoteVersion>>(
+            [&](FullNotebook::HistoryCallback told) { m_notebook.history(note.id, std::move(told)); });
+        const auto index = static_cast<std::size_t>(m_request.version - 1);
+        if (index >= versions.size()) {
+            m_errors << "There is no version " << m_request.version << ". \"quorvell notes history " << note.id
+                     << "\" lists them.\n";
+            return couldNot;
+        }
+        const NotebookVerdict verdict = verdictOf(
+            [&](NotebookCallback told) { m_notebook.restoreVersion(note.id, versions[index], std::move(told)); });
+        return tell(
+            note.id, "restored", verdict, "The note is as it was then; what it held until now is in its history.");
+    }
+
+    int confirm(const Note& note)
+    {
+        if (note.kind != NoteKind::aboutMe) {
+            m_errors << "Only facts about you are confirmed; this is another kind of note.\n";
+            return couldNot;
+        }
+        const NotebookVerdict verdict = verdictOf([&](NotebookCallback told) {
+            m_notebook.edit(
+                note.id, [](Note& fact) { fact.confirmed = true; }, std::move(told));
+        });
+        return tell(note.id, "confirmed", verdict, "Confirmed. The assistant knows it from now on.");
+    }
+
+    int delete_(const Note& note)
+    {
+        const NotebookVerdict verdict =
+            verdictOf([&](NotebookCallback told) { m_notebook.delete_(note.id, std::move(told)); });
+        return tell(note.id, "deleted", verdict, "Deleted. The file is in the trash where there is one.");
+    }
+
+private:
+    static NotebookVerdict verdictOf(const std::function<void(NotebookCallback)>& begin)
+    {
+        return waitFor<NotebookVerdict>(begin);
+    }
+
+    int tell(const std::string& id, const char* status, const NotebookVerdict& verdict, const char* sentence)
+    {
+        if (!verdict.isStored)
+            m_errors << verdict.problem << "\n";
+        else if (m_request.asJson)
+            m_out << dumpJson({{"status", status}, {"id", id}}) << "\n";
+        else
+            m_out << sentence << "\n";
+        return verdict.isStored ? done : couldNot;
+    }
+
+    FullNotebook& m_notebook;
+    const NotesRequest& m_request;
+    std::ostream& m_out;
+    std::ostream& m_errors;
+};
+
+std::string temporaryFolder(const ProgramEnvironment& environment)
+{
+    return environment.runtimeFolder.empty() ? std::filesystem::temp_directory_path().string()
+                                             : environment.runtimeFolder;
+}
+
+} // namespace
+
+int changeNote(const NotesRequest& request, const Note& note, const ProgramEnvironment& environment, std::ostream& out,
+    std::ostream& errors)
+{
+    EditedNote edited;
+    if (request.action == NotesRequest::Action::edit) {
+        edited = editNote(note, environment.editor.value_or("editor"), temporaryFolder(environment));
+        if (!edited.problem.empty()) {
+            errors << edited.problem << "\n";
+            return couldNot;
+        }
+        if (!edited.note) {
+            out << (request.asJson ? "{\"status\":\"unchanged\"}\n" : "Nothing was changed.\n");
+            return done;
+        }
+    }
+    int argumentCount = 1;
+    std::string name = "quorvell";
+    char* arguments[] = {name.data(), nullptr};
+    std::unique_ptr<QCoreApplication> application;
+    if (!QCoreApplication::instance())
+        application = std::make_unique<QCoreApplication>(argumentCount, arguments);
+    QtScheduler scheduler;
+    const OpenedNotebook opened = openNotebook(environment, scheduler);
+    if (!opened.notebook) {
+        errors << opened.problem << "\n";
+        return couldNot;
+    }
+    NotesChanging changing(*opened.notebook, request, out, errors);
+    switch (request.action) {
+    case NotesRequest::Action::edit:
+        return changing.edit(note, *edited.note);
+    case NotesRequest::Action::restore:
+        return changing.restore(note);
+    case NotesRequest::Action::confirm:
+        return changing.confirm(note);
+    case NotesRequest::Action::delete_:
+        return changing.delete_(note);
+    case NotesRequest::Action::list:
+    case NotesRequest::Action::find:
+    case NotesRequest::Action::show:
+    case NotesRequest::Action::history:
+    case NotesRequest::Action::export_:
+        break;
+    }
+    return couldNot;
+}
+
+} // namespace quorvell

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// The text on one line: each run of white space is one space, none at the ends.
+std::string onOneLine(std::string_view text);
+
+} // namespace quorvell

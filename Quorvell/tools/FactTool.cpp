@@ -1,0 +1,95 @@
+#include "Quorvell/tools/FactTool.h"
+
+#include "Quorvell/notebook/OneLine.h"
+#include "Quorvell/tools/PrivateFacts.h"
+#include "QuorvellCore/safety/SpokenConsent.h"
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Json.h"
+#include "QuorvellCore/text/TextMatch.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+constexpr std::size_t maximumFact = 300; ///< Characters; a fact is a sentence.
+
+const Note* knownFact(const FullNotebook& notebook, const std::string& fact)
+{
+    const std::string wanted = TextMatch::normalized(fact);
+    const auto& notes = notebook.notes();
+    const auto found = std::find_if(notes.begin(), notes.end(), [&wanted](const Note& note) {
+        return note.kind == NoteKind::aboutMe && note.isVisibleToQuorvell()
+            && TextMatch::normalized(note.title) == wanted;
+    });
+    return found == notes.end() ? nullptr : &*found;
+}
+
+} // namespace
+
+FactTool::FactTool(FullNotebook& notebook, const NotebookToolContext& context)
+    : m_notebook(notebook)
+    , m_context(context)
+{
+}
+
+void FactTool::call(const LiveFunctionCall& call, ToolReply reply)
+{
+    const std::string fact = onOneLine(repairUtf8(call.string("fact").value_or("")));
+    if (TextMatch::normalized(fact).empty())
+        return reply.fail("Nothing was kept: fact is missing. Give one sentence in the third person.");
+    if (characterCount(fact) > maximumFact)
+        return reply.fail("Nothing was kept: the fact is too long. Give one short sentence.");
+    if (const std::string problem = privateFactProblem(fact); !problem.empty())
+        return reply.fail(problem);
+    if (const Note* const known = knownFact(m_notebook, fact))
+        return reply.answer({{"status", "known"}, {"id", known->id}, {"fact", known->title}});
+    if (TextMatch::normalized(fact) != m_asked) {
+        m_asked = TextMatch::normalized(fact);
+        m_askedAt = m_context.now();
+    }
+    settle(fact, std::move(reply));
+}
+
+void FactTool::ask(const std::string& fact, ToolReply reply)
+{
+    reply.answer({{"status", "needs_confirmation"}, {"fact", fact},
+        {"question", "Shall I remember this about you: " + fact},
+        {"message",
+            "Nothing is kept yet. Ask the question; when they have answered, call remember_about_them again with the "
+            "same fact."}});
+}
+
+/// By what the user has said since the question, and nothing that the model says of it.
+void FactTool::settle(const std::string& fact, ToolReply reply)
+{
+    const auto heard = m_context.consent ? m_context.consent->heardSince(m_askedAt) : std::nullopt;
+    if (!heard)
+        return ask(fact, std::move(reply));
+    m_asked.clear();
+    if (SpokenConsent::isAffirmative(*heard))
+        return keep(fact, std::move(reply));
+    reply.answer({{"status", "not_remembered"}, {"fact", fact},
+        {"message", "They did not clearly say yes, so nothing was kept. Let it be unless they come back to it."}});
+}
+
+void FactTool::keep(const std::string& fact, ToolReply reply)
+{
+    const std::string id = m_context.newID();
+    const Json remembered = {{"status", "remembered"}, {"id", id}, {"fact", fact}};
+    const auto answer = std::make_shared<ToolReply>(std::move(reply));
+    const auto done = [answer, remembered](const NotebookVerdict& verdict) {
+        if (verdict.isStored)
+            answer->answer(remembered);
+        else
+            answer->fail(verdict.problem);
+    };
+    m_notebook.remember(fact, NoteAuthor::person, id, m_context.now(), done);
+}
+
+} // namespace quorvell

@@ -1,0 +1,35 @@
+// remember_about_them: a fact about the user is kept only after they said a clear yes to it themselves.
+#pragma once
+
+#include "Quorvell/notebook/FullNotebook.h"
+#include "Quorvell/session/ToolReply.h"
+#include "Quorvell/tools/NotebookToolContext.h"
+#include "QuorvellCore/live/wire/LiveFunctionCall.h"
+
+#include <string>
+
+namespace quorvell {
+
+/// remember_about_them fact. The first call answers {"status": "needs_confirmation", "fact", "question"} and keeps
+/// nothing. The next call with the same fact goes by what the user said since: after a clear yes the fact is kept and
+/// the answer is {"status": "remembered", "id", "fact"}; after anything else {"status": "not_remembered", "fact",
+/// "message"}; while they have said nothing, the question again. A fact that is kept already answers {"status":
+/// "known", "id", "fact"}. Private numbers and passwords are refused. Main thread.
+class FactTool {
+public:
+    FactTool(FullNotebook& notebook, const NotebookToolContext& context);
+
+    void call(const LiveFunctionCall& call, ToolReply reply);
+
+private:
+    void ask(const std::string& fact, ToolReply reply);
+    void settle(const std::string& fact, ToolReply reply);
+    void keep(const std::string& fact, ToolReply reply);
+
+    FullNotebook& m_notebook;
+    const NotebookToolContext& m_context;
+    std::string m_asked; ///< The fact of the open question, normalised; empty when there is none.
+    Instant m_askedAt{};
+};
+
+} // namespace quorvell

@@ -1,0 +1,228 @@
+#include "Quorvell/tools/NoteKeepingTools.h"
+
+#include "Quorvell/notebook/OneLine.h"
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Json.h"
+#include "QuorvellCore/text/TextMatch.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+constexpr std::size_t maximumTitle = 200; ///< Characters, as all below.
+constexpr std::size_t maximumText = 100'000;
+constexpr std::size_t maximumStep = 1'000;
+constexpr std::size_t maximumSteps = 100;
+constexpr std::size_t madeUpTitle = 60;
+
+/// A note to be kept, or what is wrong with the request, worded for the model.
+struct NoteRequest {
+    Note note;
+    std::string problem;
+};
+
+NoteRequest refused(std::string problem)
+{
+    return {{}, "Nothing was kept: " + std::move(problem)};
+}
+
+/// The first line of the text, at most `madeUpTitle` long and cut between words where it can be.
+std::string titleFrom(const std::string& text)
+{
+    const std::string content = trimmed(text);
+    const std::string line = onOneLine(content.substr(0, content.find('\n')));
+    std::string title = firstCharacters(line, madeUpTitle);
+    const std::size_t lastSpace = title.rfind(' ');
+    if (title.size() < line.size() && lastSpace != std::string::npos)
+        title.erase(lastSpace);
+    return title;
+}
+
+/// Empty when the text is short enough.
+std::string lengthProblem(const char* what, const std::string& text, std::size_t maximum, const char* advice)
+{
+    const std::size_t length = characterCount(text);
+    if (length <= maximum)
+        return "";
+    return std::string("the ") + what + " has " + std::to_string(length) + " characters; at most "
+        + std::to_string(maximum) + " can be kept. " + advice;
+}
+
+std::string titleProblem(const std::string& title)
+{
+    return lengthProblem("title", title, maximumTitle, "Give a shorter title and put the rest into the text.");
+}
+
+std::string textProblem(const std::string& text)
+{
+    return lengthProblem("text", text, maximumText, "Keep it as several notes.");
+}
+
+std::string textArgument(const LiveFunctionCall& call, std::string_view key)
+{
+    return repairUtf8(call.string(key).value_or(""));
+}
+
+std::string lineArgument(const LiveFunctionCall& call, std::string_view key)
+{
+    return onOneLine(textArgument(call, key));
+}
+
+Note newNote(const NotebookToolContext& context, NoteKind kind, std::string title, NoteOrigin origin)
+{
+    const Instant now = context.now();
+    return {.id = context.newID(),
+        .kind = kind,
+        .title = std::move(title),
+        .created = now,
+        .updated = now,
+        .author = NoteAuthor::quorvell,
+        .origin = origin};
+}
+
+NoteRequest noteOf(const LiveFunctionCall& call, const NotebookToolContext& context)
+{
+    const std::string text = textArgument(call, "text");
+    const std::string title = lineArgument(call, "title");
+    const auto kind = call.string("kind");
+    if (title.empty() && trimmed(text).empty())
+        return refused("title and text are both missing. Give the words to keep as text.");
+    if (kind && kind != storedText(NoteKind::note) && kind != storedText(NoteKind::clip))
+        return refused("kind must be \"note\" or \"clip\". Other kinds have tools of their own.");
+    for (std::string problem : {titleProblem(title), textProblem(text)})
+        if (!problem.empty())
+            return refused(std::move(problem));
+    // A clip is what somebody else wrote, seen on the screen: never to be trusted when it is read again.
+    const bool isClip = kind == storedText(NoteKind::clip);
+    Note note = newNote(context, isClip ? NoteKind::clip : NoteKind::note, title.empty() ? titleFrom(text) : title,
+        isClip ? NoteOrigin::screen : NoteOrigin::conversation);
+    note.body = text;
+    return {std::move(note), ""};
+}
+
+NoteRequest explanationOf(const LiveFunctionCall& call, const NotebookToolContext& context)
+{
+    constexpr std::array levels{"simple", "normal", "detailed"};
+    const std::string question = lineArgument(call, "question");
+    const std::string text = textArgument(call, "text");
+    const auto level = call.string("level");
+    if (question.empty() || trimmed(text).empty())
+        return refused("question or text is missing. Give what they wanted to know, and the explanation.");
+    if (level && std::find(levels.begin(), levels.end(), *level) == levels.end())
+        return refused("level must be \"simple\", \"normal\" or \"detailed\".");
+    if (std::string problem = textProblem(text); !problem.empty())
+        return refused(std::move(problem));
+    Note note = newNote(context, NoteKind::explanation, titleFrom(question), NoteOrigin::explainer);
+    note.question = firstCharacters(question, maximumStep);
+    note.body = text;
+    note.level = level.value_or("normal");
+    return {std::move(note), ""};
+}
+
+NoteRequest howToOf(const LiveFunctionCall& call, const NotebookToolContext& context, const FullNotebook& notebook)
+{
+    const std::string title = lineArgument(call, "title");
+    const std::string goal = lineArgument(call, "goal");
+    const auto given = readStrings(call.args, "steps");
+    if (title.empty() || goal.empty() || !given || given->empty())
+        return refused("a how-to needs a title, a goal and its steps, a list of texts.");
+    if (given->size() > maximumSteps)
+        return refused("that are more than " + std::to_string(maximumSteps) + " steps. Make several how-tos of it.");
+    std::string problem = titleProblem(title);
+    Note note = newNote(context, NoteKind::howTo, title, NoteOrigin::conversation);
+    note.goal = firstCharacters(goal, maximumStep);
+    for (const std::string& step : *given) {
+        note.steps.push_back(trimmed(repairUtf8(step)));
+        if (problem.empty())
+            problem = lengthProblem("longest step", note.steps.back(), maximumStep, "Make several steps of it.");
+    }
+    std::erase(note.steps, "");
+    if (const std::string based = lineArgument(call, "based_on"); !based.empty()) {
+        const auto old = notebook.note(based);
+        if (!old || !old->isVisibleToQuorvell() || old->kind != NoteKind::howTo)
+            problem = "based_on is no how-to's id. Look it up with find_in_notebook, or leave it out.";
+        note.basedOn = {based};
+    }
+    return problem.empty() && !note.steps.empty() ? NoteRequest{std::move(note), ""} : refused(std::move(problem));
+}
+
+/// Tells the model what became of it.
+NotebookCallback answering(ToolReply reply, const Note& note)
+{
+    const Json kept = {{"status", "kept"}, {"id", note.id}, {"title", note.title}};
+    const auto answer = std::make_shared<ToolReply>(std::move(reply));
+    return [answer, kept](const NotebookVerdict& verdict) {
+        if (verdict.isStored)
+            answer->answer(kept);
+        else
+            answer->fail(verdict.problem);
+    };
+}
+
+/// The explanation that answers the same question, told apart by its words only.
+const Note* knownExplanation(const FullNotebook& notebook, const Note& wanted)
+{
+    const std::string question = TextMatch::normalized(wanted.question.value_or(""));
+    const auto& notes = notebook.notes();
+    const auto found = std::find_if(notes.begin(), notes.end(), [&question](const Note& note) {
+        return note.kind == NoteKind::explanation && note.isVisibleToQuorvell() && note.question
+            && TextMatch::normalized(*note.question) == question;
+    });
+    return found == notes.end() ? nullptr : &*found;
+}
+
+} // namespace
+
+void keepNote(FullNotebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply)
+{
+    NoteRequest request = noteOf(call, context);
+    if (!request.problem.empty())
+        return reply.fail(request.problem);
+    const NotebookCallback done = answering(std::move(reply), request.note);
+    notebook.add(std::move(request.note), done);
+}
+
+void explain(FullNotebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply)
+{
+    NoteRequest request = explanationOf(call, context);
+    if (!request.problem.empty())
+        return reply.fail(request.problem);
+    const Note* const known = knownExplanation(notebook, request.note);
+    if (!known) {
+        const NotebookCallback done = answering(std::move(reply), request.note);
+        return notebook.add(std::move(request.note), done);
+    }
+    const auto change = [wanted = request.note](Note& note) {
+        note.body = wanted.body;
+        note.level = wanted.level;
+    };
+    const std::string id = known->id;
+    notebook.update(id, change, answering(std::move(reply), *known));
+}
+
+void saveHowTo(
+    FullNotebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply)
+{
+    NoteRequest request = howToOf(call, context, notebook);
+    if (!request.problem.empty())
+        return reply.fail(request.problem);
+    const std::vector<std::string> replaced = request.note.basedOn;
+    const NotebookCallback answer = answering(std::move(reply), request.note);
+    const auto done = [&notebook, replaced, answer](const NotebookVerdict& verdict) {
+        // Put away only once its successor is safe; that this may fail does not unkeep the new one.
+        if (verdict.isStored && !replaced.empty())
+            notebook.update(
+                replaced.front(), [](Note& note) { note.archived = true; }, [](const NotebookVerdict&) {});
+        answer(verdict);
+    };
+    notebook.add(std::move(request.note), done);
+}
+
+} // namespace quorvell

@@ -1,0 +1,17 @@
+// keep_note, explain, save_how_to: what the model writes into the notebook.
+#pragma once
+
+#include "Quorvell/notebook/FullNotebook.h"
+#include "Quorvell/session/ToolReply.h"
+#include "Quorvell/tools/NotebookToolContext.h"
+#include "QuorvellCore/live/wire/LiveFunctionCall.h"
+
+namespace quorvell {
+
+void keepNote(
+    FullNotebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply);
+void explain(FullNotebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply);
+void saveHowTo(
+    FullNotebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply);
+
+} // namespace quorvell

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Quorvell/notebook/NotebookSearch.h"
+#include "Quorvell/tools/ConsentWords.h"
+#include "QuorvellCore/reminders/Calendar.h"
+
+#include <functional>
+#include <string>
+
+namespace quorvell {
+
+/// What the notebook's tools need besides the notebook. Everything that is borrowed outlives the registry.
+struct NotebookToolContext {
+    std::function<Instant()> now;
+    std::function<std::string()> newID;
+    Calendar calendar; ///< Of the user: dates cross to the model as its clock shows them.
+    NotebookSearch* search = nullptr; ///< Without it nothing is found, and the tool says so.
+    const ConsentWords* consent = nullptr; ///< Without it no fact about the user is ever confirmed.
+    /// Shows a file or folder on the screen; gives an empty text, or why that cannot be.
+    std::function<std::string(const std::string& path)> show = nullptr;
+};
+
+} // namespace quorvell
