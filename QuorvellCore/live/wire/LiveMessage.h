@@ -7,6 +7,7 @@
 #include "QuorvellCore/live/wire/LiveSetupOptions.h"
 #include "QuorvellCore/text/Json.h"
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -22,6 +23,8 @@ struct LiveMessage {
     static constexpr int outputSampleRate = 24000; ///< Hz, of what the model says.
     static constexpr std::string_view imageMimeType = "image/jpeg";
     static constexpr std::string_view modality = "AUDIO";
+    static constexpr std::array<std::string_view, 8> voices = {
+        "Kore", "Puck", "Charon", "Fenrir", "Aoede", "Leda", "Orus", "Zephyr"};
 
     /// The first message. Nothing else may be sent before the server's "setupComplete".
     static Json setup(const LiveSetupOptions& options);

@@ -10,7 +10,7 @@ namespace quorvell {
 
 namespace {
 
-/// "1", "2", ... It counts without a lock of its own: the gate calls it under its.
+/// The counter has no lock of its own: the gate calls it under its.
 std::function<std::string()> countingIDs()
 {
     return [count = 0]() mutable { return std::to_string(++count); };

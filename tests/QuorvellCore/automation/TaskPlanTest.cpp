@@ -23,37 +23,34 @@ TaskPlan plan()
 
 TEST(TaskPlan, updatesTellWhatMovedOn)
 {
+    using Texts = std::vector<std::string>;
     struct Row {
-        const char* name;
         const char* update;
         std::vector<std::size_t> finished;
-        std::vector<std::string> learned;
+        Texts learned;
         std::size_t problems;
         const char* steps; ///< "x" where done.
     };
     const Row rows[] = {
-        {"nothing", "{}", {}, {}, 0, "x--"},
-        {"not even an object", "[7]", {}, {}, 0, "x--"},
-        {"a step and a fact", R"({"done": [2], "facts": [" The site wants a phone number. "]})", {2},
-            {"The site wants a phone number."}, 0, "xx-"},
-        {"what was known is no progress", R"({"done": [1], "facts": ["opening hours: 5 to 11"]})", {}, {}, 0, "x--"},
-        {"one number, one text", R"({"done": 3, "facts": "Full at eight"})", {3}, {"Full at eight"}, 0, "x-x"},
-        {"a number twice", R"({"done": [2, 2.0]})", {2}, {}, 0, "xx-"},
-        {"numbers of no step", R"({"done": [0, 4, -1, 2.5, "3", null, 1e30]})", {}, {}, 7, "x--"},
-        {"facts that are none", R"({"facts": ["", 7, null, {}]})", {}, {}, 0, "x--"},
-        {"new steps keep the marks of old ones", R"({"steps": ["Call them", "open the SITE"], "done": [1]})", {1}, {},
-            0, "xx"},
-        {"no step is no plan", R"({"steps": [], "done": [2]})", {2}, {}, 1, "xx-"},
+        {"{}", {}, {}, 0, "x--"},
+        {"[7]", {}, {}, 0, "x--"},
+        {R"({"done": [2], "facts": [" It asks for a name. "]})", {2}, {"It asks for a name."}, 0, "xx-"},
+        {R"({"done": [1], "facts": ["opening hours: 5 to 11"]})", {}, {}, 0, "x--"}, // all known
+        {R"({"done": 3, "facts": "Full at eight"})", {3}, {"Full at eight"}, 0, "x-x"},
+        {R"({"done": [2, 2.0]})", {2}, {}, 0, "xx-"},
+        {R"({"done": [0, 4, -1, 2.5, "3", null, 1e30]})", {}, {}, 7, "x--"},
+        {R"({"facts": ["", 7, null, {}]})", {}, {}, 0, "x--"},
+        {R"({"steps": ["Call them", "open the SITE"], "done": [1]})", {1}, {}, 0, "xx"}, // the other was done before
+        {R"({"steps": [], "done": [2]})", {2}, {}, 1, "xx-"},
     };
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+        SCOPED_TRACE(row.update);
         TaskPlan changed = plan();
         changed.update(json(R"({"done": [1], "facts": ["Opening hours: 5 to 11."]})"));
         const TaskPlanChange change = changed.update(json(row.update));
         EXPECT_EQ(change.finished, row.finished);
         EXPECT_EQ(change.learned, row.learned);
         EXPECT_EQ(change.problems.size(), row.problems);
-        EXPECT_EQ(change.isProgress(), !row.finished.empty() || !row.learned.empty());
         std::string marks;
         for (const TaskPlan::Step& step : changed.steps)
             marks += step.done ? 'x' : '-';
