@@ -145,7 +145,7 @@ void ConnectionKeeper::noteHandle(Line& line, const std::string& handle)
 void ConnectionKeeper::noteTurnClosed(SessionTime beganAt)
 {
     // A handle that came in the course of the turn came after the model's part in it: services give none before.
-    if (m_resumption.resumptionHandle && m_resumption.at >= beganAt)
+    if (m_resumption.resumptionHandle && m_resumption.at > beganAt)
         m_resumption.knows = m_ports.owner.settledMark();
 }
 

@@ -283,6 +283,9 @@ void SessionController::turnClosed()
     m_connection.lostRequests.clear();
     m_desk.forgetReplies();
     m_lines.noteTurnClosed(m_turn.beganAt());
+    const auto untold = std::exchange(m_connection.untoldSince, std::nullopt);
+    if (untold && m_lines.ready())
+        tellTurnsSince(*untold);
 }
 
 // ---- The end
@@ -327,6 +330,7 @@ void SessionController::goIdle()
     m_connection.waitingTyped.clear();
     m_connection.unanswered.clear();
     m_connection.lostRequests.clear();
+    m_connection.untoldSince.reset();
     setPhase(SessionPhase::idle);
 }
 

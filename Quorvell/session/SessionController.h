@@ -125,6 +125,8 @@ private:
         std::vector<std::string> waitingTyped; ///< The user's words among them.
         std::string lostRequests; ///< Of the turn that a lost line was at.
         std::string lostReplies; ///< What the user had heard in answer to them.
+        /// The open turn ran over an earlier line and was finished there; the present one is told once it is settled.
+        std::optional<ConversationMemory::Mark> untoldSince{};
         TimerHandle farewell{};
     };
     struct ListeningState {

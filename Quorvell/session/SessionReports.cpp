@@ -50,6 +50,7 @@ void SessionController::lineLost(const LiveClosure&)
         m_turn.finishUserWords();
     }
     held.connectionLost();
+    m_connection.untoldSince.reset();
     if (m_turn.connectionLost()) {
         if (m_connection.lostRequests.empty())
             m_connection.lostRequests = m_turn.conversation().openRequests();
@@ -68,8 +69,11 @@ void SessionController::mend()
     m_ports.log.record("session_mended", Json::object());
     m_ports.observer.linkChanged(SessionObserver::Link::steady);
     const std::string requests = std::exchange(m_connection.lostRequests, {});
-    if (requests.empty() || !m_turn.isOpen())
+    if (requests.empty()) {
+        if (m_turn.isOpen())
+            m_connection.untoldSince = m_turn.conversation().settledMark();
         return;
+    }
     const auto& replies = m_desk.actionReplies();
     deliver({.text = SessionEvents::handover({requests, std::exchange(m_connection.lostReplies, {}),
                  {replies.begin(), replies.end()}, m_desk.runningTools()})});

@@ -26,15 +26,15 @@ std::string SpokenReply::heard(std::chrono::milliseconds played) const
     for (std::size_t index = 0; index < pieces.size(); ++index) {
         const Piece& piece = pieces[index];
         const auto end = index + 1 < pieces.size() ? pieces[index + 1].start : sound;
-        if (played >= end && end > piece.start) {
+        if (played <= piece.start || end <= piece.start)
+            break;
+        if (played >= end) {
             text += piece.words;
             continue;
         }
-        if (played <= piece.start)
-            break;
         // Words are spread over their sound; the one in the middle of which it stopped was not heard.
-        const double share = static_cast<double>((played - piece.start).count())
-            / static_cast<double>(std::max<std::chrono::milliseconds::rep>(1, (end - piece.start).count()));
+        const double share =
+            static_cast<double>((played - piece.start).count()) / static_cast<double>((end - piece.start).count());
         const auto bytes = static_cast<std::size_t>(share * static_cast<double>(piece.words.size()));
         const std::size_t lastGap = piece.words.rfind(' ', std::min(bytes, piece.words.size()));
         if (lastGap != std::string::npos)

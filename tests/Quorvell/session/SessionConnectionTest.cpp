@@ -1,0 +1,317 @@
+// Connections that are lost, mended and replaced: no request is lost, none is run twice, nobody notices.
+#include "SessionBench.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvell {
+namespace {
+
+using namespace std::chrono_literals;
+using Lines = std::vector<std::string>;
+using History = std::vector<LiveHistoryEntry>;
+
+class SessionConnectionTest : public SessionBench, public testing::Test {
+protected:
+    void SetUp() override
+    {
+        registry.add(
+            "keep_note", [this](const LiveFunctionCall&, ToolReply reply) { replies.push_back(std::move(reply)); });
+    }
+    /// A conversation that does not rest.
+    void begin()
+    {
+        SessionSettings settings;
+        settings.restsWhenQuiet = false;
+        makeActive(settings);
+    }
+    void exchange(const std::string& question, const std::string& answer)
+    {
+        wire->report(live_event::InputTranscript{question});
+        hearAssistant(answer, 1s);
+        wire->report(live_event::BackendIdle{});
+        scheduler.advance(2s);
+    }
+    void loseAndMend()
+    {
+        lose();
+        scheduler.advance(600ms);
+        sentSince();
+        becomeReady();
+    }
+    /// What the connection that took over was told, without the beginning that they all have.
+    Lines handedOver()
+    {
+        Lines texts = sentSince();
+        for (std::string& text : texts)
+            if (const std::string start = "message [Quorvell app event] "; text.starts_with(start))
+                text.erase(0, start.size());
+        return texts;
+    }
+};
+
+TEST_F(SessionConnectionTest, aLostConnectionIsMendedAndKnowsWhatWasSaid)
+{
+    begin();
+    exchange("hello", "Hi.");
+    saidSince();
+    lose();
+    EXPECT_EQ(controller->phase(), SessionPhase::active);
+    scheduler.advance(600ms);
+    EXPECT_EQ(connectionsMade, 2);
+    EXPECT_EQ(wire->setup.history, (History{{"user", "hello"}, {"assistant", "Hi."}}));
+    sentSince();
+    becomeReady();
+    EXPECT_TRUE(sentSince().empty());
+    EXPECT_EQ(saidSince(), (Lines{"reconnecting", "steady"}));
+    EXPECT_EQ(controller->usage().reconnections, 1);
+    EXPECT_EQ(controller->lines().retiredLines(), 0U);
+}
+
+TEST_F(SessionConnectionTest, whatWasUnderWayIsHandedOver)
+{
+    struct Row {
+        const char* name;
+        std::function<void()> before;
+        std::function<void()> meanwhile;
+        Lines handedOver; ///< The beginnings.
+        int audioChunks;
+    };
+    const auto words = [this] { wire->report(live_event::InputTranscript{"buy milk"}); };
+    const auto calls = [this, words] {
+        words();
+        callTool("c1", "keep_note");
+    };
+    const auto nothing = [] {};
+    const Row rows[] = {
+        {"nothing", nothing, nothing, {}, 0},
+        {"words without their sound", words, nothing,
+            {"They said: “buy milk”. It wasn't passed on to you, so nothing has been done about it yet."}, 0},
+        {"speech that was not answered", [this] { speak(); }, nothing, {"pause"}, 41},
+        {"speech of which some words came back",
+            [this, words] {
+                speak();
+                words();
+            },
+            nothing, {"pause"}, 41},
+        {"speech in the gap", nothing, [this] { speak(); }, {"pause"}, 41},
+        {"typed in the gap", nothing,
+            [this] {
+                controller->submitTyped({{{"hi"}}, true});
+            },
+            {"message [They typed] hi"}, 0},
+        {"typed before",
+            [this] {
+                controller->submitTyped({{{"hi"}}, true});
+            },
+            nothing, {"They said: “hi”. It wasn't passed on to you"}, 0},
+        {"the app's own message", [this] { controller->send({.text = "A reminder is due."}); }, nothing,
+            {"message A reminder is due."}, 0},
+        {"worthless when late", nothing,
+            [this] {
+                controller->send({.text = "The screen changed.", .lateness = LiveMessageText::Lateness::worthless});
+            },
+            {}, 0},
+        {"a tool that runs", calls, nothing,
+            {"They said: “buy milk”. The connection was renewed before that was finished. keep_note is still running"},
+            0},
+        {"a tool that answers in the gap", calls,
+            [this] {
+                replies.back().answer({{"status", "kept"}});
+            },
+            {R"(They said: “buy milk”. The connection was renewed before that was finished. keep_note answered {"stat)"},
+            0},
+        {"an answer cut short",
+            [this, words] {
+                words();
+                hearAssistant("I will", 500ms);
+            },
+            nothing,
+            {"They said: “buy milk”. The connection was renewed before that was finished. Of your answer they heard: "
+             "“I w"},
+            0},
+        {"an answer that was complete",
+            [this, words] {
+                words();
+                hearAssistant("Done.", 2s);
+                scheduler.advance(1500ms);
+            },
+            nothing, {}, 0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        replies.clear();
+        begin();
+        row.before();
+        lose();
+        row.meanwhile();
+        scheduler.advance(600ms);
+        sentSince();
+        becomeReady();
+        const Lines told = handedOver();
+        ASSERT_EQ(told.size(), row.handedOver.size());
+        for (std::size_t index = 0; index < told.size(); ++index)
+            EXPECT_TRUE(told[index].starts_with(row.handedOver[index])) << told[index];
+        EXPECT_EQ(wire->audioChunks, row.audioChunks);
+        loseAndMend(); // And lost once more before anything came back.
+        EXPECT_LE(handedOver().size(), std::max<std::size_t>(1, row.handedOver.size()));
+        EXPECT_EQ(wire->audioChunks, row.audioChunks);
+    }
+}
+
+TEST_F(SessionConnectionTest, aToolThatAnswersLateIsToldOnceToWhoeverIsThere)
+{
+    begin();
+    wire->report(live_event::InputTranscript{"buy milk"});
+    callTool("c1", "keep_note");
+    loseAndMend();
+    sentSince();
+    replies[0].answer({{"status", "kept"}});
+    const Lines told = handedOver();
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_TRUE(told[0].starts_with(R"(Before the connection was renewed you called keep_note. It has finished: )"
+                                    R"(keep_note answered {"status":"kept"}. Don't call it again)"));
+    EXPECT_EQ(replies.size(), 1U);
+}
+
+TEST_F(SessionConnectionTest, mendingEndsAfterEnoughAttemptsOrWhenTheUserMustAct)
+{
+    begin();
+    jitter = 1;
+    controller->submitTyped({{{"hello"}}, true});
+    saidSince();
+    for (const auto wait : {1s, 2s, 4s, 8s, 8s}) {
+        lose();
+        scheduler.advance(wait - 1ms);
+        const int made = connectionsMade;
+        scheduler.advance(1ms);
+        EXPECT_EQ(connectionsMade, made + 1);
+    }
+    lose();
+    EXPECT_EQ(saidSince(),
+        (Lines{"reconnecting", "idle", "turn broken off", "ended: Lost. What you asked last may not have been done."}));
+    scheduler.advance(1h);
+    EXPECT_EQ(scheduler.pendingTimers(), 0U);
+    EXPECT_EQ(connectionsMade, 6);
+
+    begin();
+    wire->closeWith({.code = 401, .reason = "refused", .mustUserAct = true, .sentence = "Key refused."});
+    EXPECT_EQ(saidSince(), (Lines{"idle", "ended: Key refused."}));
+
+    begin();
+    lose();
+    controller->stop("enough"); // Nothing is left to close.
+    scheduler.settle();
+    EXPECT_EQ(saidSince(), (Lines{"reconnecting", "idle", "ended enough"}));
+    EXPECT_EQ(scheduler.pendingTimers(), 0U);
+}
+
+TEST_F(SessionConnectionTest, isReplacedAtAQuietMomentOnceItIsToEnd)
+{
+    struct Row {
+        const char* name;
+        std::function<void()> cause;
+    };
+    const Row rows[] = {
+        {"go away", [this] { wire->report(live_event::GoAway{10s}); }},
+        {"context", [this] { wire->report(live_event::ContextUsage{0.9}); }},
+        {"age",
+            [this] {
+                controller->setMuted(Ear::Muting::muted);
+                for (int minute = 0; minute < 24; ++minute) {
+                    scheduler.advance(1min);
+                    exchange("and", "Yes.");
+                }
+                scheduler.advance(10s);
+                controller->setMuted(Ear::Muting::heard);
+            }},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        begin();
+        exchange("hello", "Hi.");
+        const int made = connectionsMade;
+        row.cause();
+        wire->report(live_event::InputTranscript{"tell me"});
+        hearAssistant("A long story.", 70s);
+        scheduler.advance(1s);
+        ASSERT_EQ(connectionsMade, made + 1);
+        becomeReady();
+        scheduler.advance(63s);
+        EXPECT_TRUE(log.has("rotation_deferred_too_long"));
+        EXPECT_EQ(before->sent.back().substr(0, 4), "open"); // Still the one in use.
+        EXPECT_TRUE(std::find(before->sent.begin(), before->sent.end(), "close") == before->sent.end());
+        silence(400ms); // The beginning of the next words is held by the gate across the switch.
+        scheduler.advance(10s);
+        EXPECT_EQ(before->sent.back(), "close");
+        EXPECT_TRUE(
+            handedOver().back().starts_with("This was said meanwhile, and is settled. They: “tell me” You: “A l"));
+        before->closeWith({});
+        sound(80ms, 12000);
+        EXPECT_EQ(wire->audioChunks, 10);
+        EXPECT_EQ(controller->usage().rotations, 1);
+        EXPECT_EQ(saidSince().back(), "turn answered"); // Nobody noticed.
+        scheduler.settle();
+        EXPECT_EQ(controller->lines().retiredLines(), 0U);
+        controller->stop("enough");
+    }
+}
+
+TEST_F(SessionConnectionTest, theStandbyTakesOverAtOnceWhenTheOtherIsLost)
+{
+    begin();
+    wire->report(live_event::GoAway{});
+    scheduler.advance(1s);
+    before->report(live_event::InputTranscript{"buy milk"});
+    becomeReady();
+    sentSince();
+    before->closeWith({.code = 1008, .reason = "limit"});
+    EXPECT_TRUE(handedOver().front().starts_with("They said: “buy milk”."));
+    EXPECT_EQ(connectionsMade, 2);
+
+    begin();
+    wire->report(live_event::GoAway{});
+    scheduler.advance(1s);
+    lose(); // The standby itself; it is warmed up again later.
+    EXPECT_EQ(controller->phase(), SessionPhase::active);
+    scheduler.advance(9s);
+    EXPECT_EQ(connectionsMade, 4);
+    scheduler.advance(2s);
+    EXPECT_EQ(connectionsMade, 5);
+}
+
+TEST_F(SessionConnectionTest, aResumptionHandleStandsInForTheHistory)
+{
+    begin();
+    exchange("hello", "Hi.");
+    wire->report(live_event::ResumptionHandle{"old"});
+    wire->report(live_event::ResumptionHandle{"h1"});
+    scheduler.advance(1s);
+    exchange("more", "Certainly.");
+    lose();
+    scheduler.advance(600ms);
+    EXPECT_EQ(wire->sent.front().substr(0, 12), "open with h1");
+    EXPECT_TRUE(wire->setup.history.empty());
+    sentSince();
+    becomeReady();
+    EXPECT_TRUE(
+        handedOver().front().starts_with("This was said meanwhile, and is settled. They: “more” You: “Certain"));
+
+    wire->report(live_event::InputTranscript{"and now"});
+    hearAssistant("Now this.", 1s);
+    scheduler.advance(500ms);
+    wire->report(live_event::ResumptionHandle{"h2"}); // Comes before the turn is over here.
+    wire->report(live_event::BackendIdle{});
+    scheduler.advance(2s);
+    loseAndMend();
+    EXPECT_TRUE(sentSince().empty());
+
+    lose();
+    scheduler.advance(600ms);
+    lose(); // Refused, perhaps because of the handle.
+    scheduler.advance(8s);
+    EXPECT_EQ(wire->sent.front().substr(0, 9), "open set_");
+    EXPECT_EQ(wire->setup.history.size(), 6U);
+}
+
+} // namespace
+} // namespace quorvell

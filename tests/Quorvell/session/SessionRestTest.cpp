@@ -1,0 +1,183 @@
+// Silence: resting, waking, stopping.
+#include "SessionBench.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvell {
+namespace {
+
+using namespace std::chrono_literals;
+using Lines = std::vector<std::string>;
+
+class SessionRestTest : public SessionBench, public testing::Test {
+protected:
+    void SetUp() override
+    {
+        for (const char* name : {"keep_note", "click"})
+            registry.add(
+                name, [this](const LiveFunctionCall&, ToolReply reply) { replies.push_back(std::move(reply)); });
+    }
+    void rest()
+    {
+        makeActive();
+        scheduler.advance(16s);
+        ASSERT_EQ(controller->doze(), Doze::dozing);
+        wire->closeWith({});
+        saidSince();
+    }
+};
+
+TEST_F(SessionRestTest, restsOnceQuietHasLastedLongEnough)
+{
+    makeActive();
+    scheduler.advance(15s);
+    EXPECT_EQ(controller->doze(), Doze::awake);
+    scheduler.advance(1s);
+    EXPECT_EQ(controller->doze(), Doze::dozing);
+    EXPECT_EQ(controller->phase(), SessionPhase::active);
+    EXPECT_EQ(wire->sent.back(), "close");
+    EXPECT_TRUE(dozeListener.isListening());
+    wire->closeWith({}); // It was asked for: nothing is mended, nothing has ended.
+    scheduler.advance(1s);
+    EXPECT_EQ(saidSince(), (Lines{"dozing"}));
+    silence(400ms);
+    EXPECT_GT(dozeListener.bytes, 0U);
+    scheduler.advance(284s); // 300 s since the last activity, all of it at rest but the first 15.
+    EXPECT_EQ(controller->phase(), SessionPhase::idle);
+    scheduler.settle();
+    EXPECT_EQ(saidSince(), (Lines{"awake", "idle", "ended quiet for a while, resting"}));
+    EXPECT_FALSE(dozeListener.isListening());
+    EXPECT_EQ(scheduler.pendingTimers(), 0U);
+    EXPECT_EQ(connectionsMade, 1);
+    EXPECT_EQ(controller->usage().dozes, 1);
+}
+
+TEST_F(SessionRestTest, whatGoesOnKeepsItAwake)
+{
+    struct Row {
+        const char* name;
+        std::function<void()> happens;
+        std::chrono::milliseconds endsAfter; ///< With `ended`; zero: it is still active after 10 minutes.
+        const char* ended;
+    };
+    const auto call = [this](const char* tool) {
+        return [this, tool] {
+            wire->report(live_event::InputTranscript{"please"});
+            callTool("c1", tool);
+        };
+    };
+    const Row rows[] = {
+        {"highlighted", [this] { controller->showTarget("button", [] { return true; }); }, 241s,
+            "ended quiet for a while with something highlighted"},
+        {"the highlight disappears", [this] { controller->showTarget("button", [] { return false; }); }, 0s, "dozing"},
+        {"muted", [this] { controller->setMuted(Ear::Muting::muted); }, 601s, "ended quiet for a while"},
+        {"a consent is pending", [this] { controller->noteConsent(SessionController::Consent::pending); }, 121s,
+            "ended quiet for a while"},
+        {"a tool runs", call("keep_note"), 121s, "ended quiet for a while"},
+        {"an action runs", call("click"), 0s, ""},
+        {"the device itself speaks", [this] { synthesiser.isSaying = true; }, 0s, ""},
+        {"sound still plays", [this] { hearAssistant("A long tale.", 30s); }, 0s, "dozing"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        replies.clear();
+        synthesiser.isSaying = false;
+        makeActive();
+        controller->setMuted(Ear::Muting::heard);
+        row.happens();
+        scheduler.advance(15s + 500ms);
+        EXPECT_EQ(controller->doze(), Doze::awake);
+        scheduler.advance(2s);
+        const bool rests = std::string_view(row.ended) == "dozing" && player.unplayed() == 0ms;
+        EXPECT_EQ(controller->doze(), rests ? Doze::dozing : Doze::awake);
+        scheduler.advance((row.endsAfter == 0s ? 30s : row.endsAfter - 1s) - 17'500ms);
+        EXPECT_EQ(controller->phase(), SessionPhase::active);
+        scheduler.advance(1s + 500ms);
+        if (row.endsAfter == 0s)
+            continue;
+        EXPECT_EQ(controller->phase(), SessionPhase::idle);
+        wire->closeWith({});
+        EXPECT_EQ(saidSince().back(), row.ended);
+    }
+    EXPECT_EQ(controller->doze(), Doze::awake);
+    scheduler.advance(16s);
+    EXPECT_EQ(controller->doze(), Doze::dozing); // 15 s after the last of the tale.
+}
+
+TEST_F(SessionRestTest, wordsWakeItAndReachTheModelOnce)
+{
+    rest();
+    dozeListener.hear("what time is it");
+    EXPECT_EQ(connectionsMade, 2);
+    EXPECT_FALSE(dozeListener.isListening());
+    EXPECT_EQ(wire->setup.history, std::vector<LiveHistoryEntry>{});
+    speak(); // Said while it wakes.
+    EXPECT_EQ(wire->audioChunks, 0);
+    sentSince();
+    becomeReady();
+    const Lines sent = sentSince();
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_TRUE(
+        sent[0].starts_with("message [Quorvell app event] They just said: “what time is it”. (Quorvell was rest"));
+    EXPECT_EQ(sent[1], "pause");
+    EXPECT_EQ(wire->audioChunks, 41);
+    EXPECT_TRUE(log.has("heard_while_resting"));
+    EXPECT_FALSE(log.has("what time"));
+    EXPECT_EQ(saidSince(), (Lines{"spoken: what time is it", "waking", "awake"}));
+
+    rest();
+    controller->submitTyped({{{"hello"}}, false}); // Typing wakes it too, and the app's own messages.
+    EXPECT_EQ(controller->doze(), Doze::waking);
+    controller->send({.text = "[Quorvell app event] A reminder is due."});
+    sentSince();
+    becomeReady();
+    EXPECT_EQ(sentSince(),
+        (Lines{"message [They typed] (your reply is shown as text, not spoken) hello",
+            "message [Quorvell app event] A reminder is due."}));
+}
+
+TEST_F(SessionRestTest, wakingThatTakesTooLongIsSaidAndLeavesItUsable)
+{
+    rest();
+    dozeListener.hear("call mum");
+    lose(); // Tried again within the limit.
+    scheduler.advance(1s);
+    EXPECT_EQ(connectionsMade, 3);
+    scheduler.advance(18'900ms);
+    EXPECT_EQ(controller->doze(), Doze::waking);
+    scheduler.advance(100ms);
+    EXPECT_EQ(saidSince(),
+        (Lines{"spoken: call mum", "waking", "dozing", "turn broken off",
+            "problem: Quorvell could not connect again in time. Check the network, then say this again: “call mum”."}));
+    EXPECT_EQ(synthesiser.said.substr(0, 26), "Quorvell could not connect");
+    synthesiser.isSaying = false;
+    EXPECT_TRUE(dozeListener.isListening());
+    wire->report(live_event::SetupComplete{"late"});
+    EXPECT_EQ(controller->doze(), Doze::dozing);
+    dozeListener.hear("call dad");
+    sentSince();
+    becomeReady();
+    EXPECT_EQ(sentSince().size(), 1U);
+    EXPECT_EQ(controller->doze(), Doze::awake);
+}
+
+TEST_F(SessionRestTest, whereNobodyCanListenAtRestItStaysAwakeUntilTheNextBeginning)
+{
+    rest();
+    dozeListener.fail("No recogniser is installed.");
+    becomeReady();
+    EXPECT_TRUE(log.has("rest_failed"));
+    EXPECT_EQ(saidSince(), (Lines{"problem: No recogniser is installed.", "waking", "awake"}));
+    synthesiser.isSaying = false;
+    scheduler.advance(100s);
+    EXPECT_EQ(controller->doze(), Doze::awake);
+    scheduler.advance(10s);
+    EXPECT_EQ(controller->phase(), SessionPhase::idle); // 120 s after the last activity, which was before the rest.
+    controller->begin();
+    becomeReady();
+    scheduler.advance(17s);
+    EXPECT_EQ(controller->doze(), Doze::dozing);
+}
+
+} // namespace
+} // namespace quorvell

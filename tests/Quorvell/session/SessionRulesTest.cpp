@@ -1,0 +1,215 @@
+// The small rules of a session, each as a table.
+#include "Quorvell/session/ConversationMemory.h"
+#include "Quorvell/session/HeldSpeech.h"
+#include "Quorvell/session/HelpModeSwitch.h"
+#include "Quorvell/session/IdleRules.h"
+#include "Quorvell/session/ReconnectBackoff.h"
+#include "Quorvell/session/Rotation.h"
+#include "Quorvell/session/SpokenReply.h"
+#include "Quorvell/session/UsageDays.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvell {
+namespace {
+
+using namespace std::chrono_literals;
+using Lines = std::vector<std::string>;
+
+TEST(IdleRules, eachLimitMustBeExceeded)
+{
+    struct Row {
+        const char* name;
+        IdleRules rules; ///< Without its time.
+        std::chrono::milliseconds limit;
+        IdleRules::Verdict beyond;
+        const char* reason;
+    };
+    const auto stop = IdleRules::Verdict::stop;
+    const Row rows[] = {
+        {"may rest", {{}, Doze::awake, true, false, true}, 15s, IdleRules::Verdict::rest, "quiet for a while"},
+        {"may not rest", {{}, Doze::awake, true, false, false}, 120s, stop, "quiet for a while"},
+        {"highlighted", {{}, Doze::awake, true, true, true}, 240s, stop,
+            "quiet for a while with something highlighted"},
+        {"resting", {{}, Doze::dozing, true, false, false}, 300s, stop, "quiet for a while, resting"},
+        {"nobody listens", {{}, Doze::awake, false, false, true}, 600s, stop, "quiet for a while"},
+        {"nobody listens, highlighted", {{}, Doze::awake, false, true, true}, 600s, stop,
+            "quiet for a while with something highlighted"},
+        {"muted at rest", {{}, Doze::dozing, false, false, false}, 600s, stop, "quiet for a while, resting"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        IdleRules rules = row.rules;
+        rules.quietFor = row.limit - 1ms;
+        EXPECT_EQ(rules.verdict({}), IdleRules::Verdict::goOn);
+        rules.quietFor = row.limit;
+        EXPECT_EQ(rules.verdict({}), IdleRules::Verdict::goOn);
+        rules.quietFor = row.limit + 1ms;
+        EXPECT_EQ(rules.verdict({}), row.beyond);
+        EXPECT_EQ(rules.reason(), row.reason);
+    }
+}
+
+TEST(ReconnectBackoff, waitsDoubleAndAreSpreadAndEnd)
+{
+    for (const double jitter : {0.0, 0.5, 1.0, 7.0}) {
+        SCOPED_TRACE(jitter);
+        ReconnectBackoff backoff;
+        for (const auto ceiling : {1000ms, 2000ms, 4000ms, 8000ms, 8000ms}) {
+            const auto wait = backoff.next(jitter, {});
+            ASSERT_TRUE(wait);
+            const double share = std::min(jitter, 1.0);
+            EXPECT_NEAR(
+                static_cast<double>(wait->count()), 500 + share * static_cast<double>((ceiling - 500ms).count()), 1);
+        }
+        EXPECT_EQ(backoff.next(jitter, {}), std::nullopt);
+    }
+    ReconnectBackoff backoff;
+    backoff.attempts = 5;
+    backoff.connected(100s);
+    backoff.lost(129'999ms, {});
+    EXPECT_EQ(backoff.attempts, 5);
+    backoff.lost(500s, {}); // It was not connected meanwhile.
+    EXPECT_EQ(backoff.attempts, 5);
+    backoff.connected(500s);
+    backoff.lost(530s, {});
+    EXPECT_EQ(backoff.attempts, 0);
+}
+
+TEST(Rotation, isWantedForTheFirstCauseAndComplainsOnce)
+{
+    Rotation rotation;
+    rotation.noteAge(0s, 25min, {});
+    rotation.noteContext(0.8, 25min, {});
+    EXPECT_FALSE(rotation.isDeferredTooLong(25h, {}));
+    EXPECT_FALSE(rotation.rotationWanted);
+    rotation.noteContext(0.81, 20min, {});
+    rotation.noteAge(0s, 25min + 1ms, {});
+    EXPECT_EQ(rotation.cause, "context");
+    EXPECT_FALSE(rotation.isDeferredTooLong(21min, {}));
+    EXPECT_TRUE(rotation.isDeferredTooLong(21min + 1ms, {}));
+    EXPECT_FALSE(rotation.isDeferredTooLong(22min, {}));
+}
+
+TEST(SpokenReply, onlyWholeWordsThatSoundedAreHeard)
+{
+    SpokenReply inStep; // Each piece comes with its sound.
+    inStep.addWords("Once upon ");
+    inStep.addSound(1s);
+    inStep.addWords("a time.");
+    inStep.addSound(1s);
+    SpokenReply ahead; // All words come first.
+    ahead.addWords("Grüße ");
+    ahead.addWords("aus Köln am Rhein");
+    ahead.addSound(2s);
+    SpokenReply mute;
+    mute.addWords("Not a sound");
+    struct Row {
+        const SpokenReply& reply;
+        std::chrono::milliseconds played;
+        const char* heard;
+    };
+    for (const Row& row : {Row{inStep, 0s, ""}, {inStep, 399ms, ""}, {inStep, 600ms, "Once"},
+             {inStep, 1s, "Once upon "}, {inStep, 1500ms, "Once upon a"}, {inStep, 2s, "Once upon a time."},
+             {inStep, 9s, "Once upon a time."}, {ahead, 1ms, ""}, {ahead, 600ms, "Grüße"}, {ahead, 1s, "Grüße aus"},
+             {ahead, 1999ms, "Grüße aus Köln am"}, {ahead, 2s, "Grüße aus Köln am Rhein"}, {mute, 5s, ""}}) {
+        SCOPED_TRACE(row.played.count());
+        EXPECT_EQ(row.reply.heard(row.played), row.heard);
+    }
+    EXPECT_EQ(ahead.text(), "Grüße aus Köln am Rhein");
+}
+
+MicGateOutput chunk(std::uint8_t mark)
+{
+    return MicGateOutput::sound({Bytes{mark, 0}});
+}
+
+TEST(HeldSpeech, isGivenOnceToEachConnectionUntilAnswered)
+{
+    HeldSpeech held;
+    std::string given;
+    const auto take = [&](const MicGateOutput& output) {
+        given += output.isEndMark() ? '|' : static_cast<char>(output.chunk->pcm[0]);
+    };
+    const auto givenSince = [&] {
+        held.giveTo(take);
+        return std::exchange(given, {});
+    };
+    held.add(chunk('a'));
+    EXPECT_FALSE(held.isAwaitingAnswer());
+    EXPECT_EQ(givenSince(), "a");
+    held.add(chunk('b'));
+    EXPECT_EQ(givenSince(), "b");
+    EXPECT_EQ(givenSince(), "");
+    held.connectionLost();
+    held.add(MicGateOutput::endMark());
+    EXPECT_EQ(givenSince(), "ab|");
+    held.add(chunk('c'));
+    held.answered(); // What was not given yet is a new request.
+    EXPECT_EQ(givenSince(), "c");
+    for (std::size_t count = 0; count < HeldSpeech::most; ++count)
+        held.add(chunk('x'));
+    EXPECT_TRUE(held.isCutOff());
+    EXPECT_EQ(held.size(), HeldSpeech::most);
+    EXPECT_EQ(givenSince().size(), HeldSpeech::most);
+    held.answered();
+    EXPECT_TRUE(held.isEmpty());
+    EXPECT_FALSE(held.isCutOff());
+}
+
+TEST(ConversationMemory, knowsWhatIsSettledAndWhatIsStillAsked)
+{
+    ConversationMemory memory;
+    memory.userAsked("one");
+    memory.assistantSaid("One moment.");
+    EXPECT_EQ(memory.settledMark(), 0U);
+    EXPECT_TRUE(memory.settled().empty());
+    EXPECT_EQ(memory.openRequests(), "one");
+    EXPECT_EQ(memory.openReplies(), "One moment.");
+    memory.userAsked("two");
+    EXPECT_EQ(memory.openRequests(), "one two");
+    memory.settle();
+    EXPECT_EQ(memory.openRequests(), "");
+    const auto mark = memory.settledMark();
+    memory.userAsked("three");
+    memory.settle();
+    EXPECT_EQ(memory.settledSince(mark), (std::vector<LiveHistoryEntry>{{"user", "three"}}));
+    EXPECT_EQ(memory.settled().size(), 4U);
+    for (int count = 0; count < 200; ++count)
+        memory.assistantSaid("more");
+    EXPECT_EQ(memory.settled().size(), ConversationMemory::most);
+    EXPECT_EQ(memory.settledSince(mark).size(), ConversationMemory::most); // The rest is forgotten.
+}
+
+TEST(HelpModeSwitch, onlyTheNewestWishOfTheUserCounts)
+{
+    RecentRequests requests;
+    requests.heard("do it for me", 0s);
+    requests.heard("what is on the screen", 10s);
+    EXPECT_FALSE(HelpModeSwitch::judge("guide", HelpMode::guide, requests).mode);
+    RecentRequests changed = requests;
+    changed.heard("no, just show me", 20s);
+    EXPECT_FALSE(HelpModeSwitch::judge("do", HelpMode::auto_, changed).mode);
+    EXPECT_EQ(HelpModeSwitch::judge("guide", HelpMode::auto_, changed).mode, HelpMode::guide);
+    EXPECT_EQ(HelpModeSwitch::judge("do", HelpMode::do_, requests).mode, HelpMode::do_); // Asked for, so accepted.
+    EXPECT_FALSE(HelpModeSwitch::judge("do", HelpMode::guide, requests).mode);
+    EXPECT_FALSE(HelpModeSwitch::judge(std::nullopt, HelpMode::guide, changed).mode);
+}
+
+TEST(UsageDays, addUpAndForgetTheOldest)
+{
+    UsageDays days;
+    for (const double seconds : {30.0, 12.5, -5.0, 0.0, std::numeric_limits<double>::quiet_NaN()})
+        days.add("2026-11-21", seconds);
+    days.add("2026-12-01", 1);
+    EXPECT_EQ(days.secondsOn("2026-11-21"), 42.5);
+    EXPECT_EQ(days.secondsIn("2026-11"), 42.5);
+    EXPECT_EQ(days.secondsIn("2026"), 43.5);
+    for (int day = 0; day < 100; ++day)
+        days.add("2027-" + std::to_string(100 + day), 1);
+    EXPECT_EQ(days.days.size(), UsageDays::most);
+    EXPECT_EQ(days.secondsOn("2026-11-21"), 0);
+}
+
+} // namespace
+} // namespace quorvell
