@@ -2,6 +2,7 @@
 
 #include "QuorvellCore/live/wire/OpenAILiveEventMapper.h"
 #include "QuorvellCore/live/wire/OpenAILiveParser.h"
+#include "QuorvellCore/text/Characters.h"
 
 #include <nlohmann/json.hpp>
 
@@ -52,7 +53,9 @@ std::string detailOf(const Json& event)
 std::vector<ResponsesStreamEvent> ResponsesStreamParser::read(std::string_view data)
 {
     Events out;
-    const auto event = m_isEnded ? std::nullopt : parseJson(data, limits);
+    auto event = m_isEnded ? std::nullopt : parseJson(data, limits);
+    if (!event && !m_isEnded)
+        event = parseJson(repairUtf8(data), limits); // a bad byte must not cost a piece of the answer
     const auto type = event ? readString(*event, "type") : std::nullopt;
     if (!type)
         return out;

@@ -1,12 +1,9 @@
 #include "QuorvellCore/live/history/CommandHistory.h"
 #include "QuorvellCore/live/history/RecentRequests.h"
-#include "QuorvellCore/live/history/SpokenMinutes.h"
 #include "QuorvellCore/live/history/Transcript.h"
 #include "QuorvellCore/live/history/TypedMessage.h"
 
 #include <gtest/gtest.h>
-
-#include <limits>
 
 namespace quorvell {
 
@@ -114,35 +111,6 @@ TEST(RecentRequests, forgetsEvenWhenNothingWasSaid)
     EXPECT_EQ(recent.requests.front().updated, milliseconds(0));
     recent.heard("", milliseconds(90001));
     EXPECT_TRUE(recent.requests.empty());
-}
-
-TEST(SpokenMinutes, countsWhatIsPaidFor)
-{
-    constexpr double nothing = std::numeric_limits<double>::quiet_NaN();
-    struct Row {
-        SpokenMinutes usage;
-        std::int64_t minutes;
-        const char* words;
-    };
-    const Row rows[] = {
-        {{}, 0, "less than a minute"},
-        {{1, 0}, 1, "less than a minute"},
-        {{300, 29.9}, 1, "less than a minute"},
-        {{300, 30}, 1, "about 1 minute"},
-        {{300, 30.1}, 2, "about 1 minute"},
-        {{300, 30, 150}, 3, "about 3 minutes"}, // the session was open while nobody spoke
-        {{3000, 0, 20}, 5, "about 5 minutes"},
-        {{72000, 0}, 120, "about 2 hours"},
-        {{0, 3660.0 + 3600}, 121, "about 2 hours and 1 minute"},
-        {{-50, nothing, -3.0}, 0, "less than a minute"},
-        {{600, 0, std::numeric_limits<double>::infinity()}, 1, "about 1 minute"},
-    };
-    for (const Row& row : rows) {
-        EXPECT_EQ(row.usage.minutes(), row.minutes);
-        EXPECT_EQ(row.usage.words(), row.words);
-    }
-    EXPECT_EQ((SpokenMinutes{10, 2, 5.0} + SpokenMinutes{5, 1}), (SpokenMinutes{15, 3, 5.0}));
-    EXPECT_EQ((SpokenMinutes{1, 0} + SpokenMinutes{0, 0, 2.0}), (SpokenMinutes{1, 0, 2.0}));
 }
 
 } // namespace quorvell

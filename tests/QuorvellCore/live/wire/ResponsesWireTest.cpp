@@ -166,6 +166,7 @@ TEST(ResponsesWire, answersThatGoWrong)
             {R"({"type":"response.refusal.delta","delta":"No."})",
                 R"({"type":"response.refusal.done","refusal":"No."})"},
             {TextDelta{"No."}, Text{"No."}}},
+        {"a bad byte", {"{\"type\":\"response.output_text.delta\",\"delta\":\"caf\xe9 \"}"}, {TextDelta{"caf\uFFFD "}}},
         {"nothing to go by",
             {"", "[DONE]", "{}", R"({"type":7})", R"({"type":"response.output_text.delta"})",
                 R"({"type":"response.created"})", R"({"type":"response.in_progress"})"},
