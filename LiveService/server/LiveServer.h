@@ -25,13 +25,15 @@ namespace quorvell {
 /// Lives on the main thread and needs its event loop.
 class LiveServer : public QObject {
 public:
+    static constexpr std::size_t usualSessions = 8;
+
     struct Settings {
         std::string token; ///< The key that clients must show; never empty.
         Calendar calendar;
         std::function<Instant()> wallClock;
         IdSource ids;
         SpeechWorker::MakePort makeSpeech;
-        std::size_t mostSessions = 8;
+        std::size_t mostSessions = usualSessions;
         std::vector<Fault> faults{};
         std::optional<QSslConfiguration> tls{}; ///< With a certificate and its key; without, nothing is encrypted.
     };

@@ -7,8 +7,11 @@
 
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
+#include <QFile>
 #include <QRandomGenerator>
 #include <QSocketNotifier>
+#include <QSslCertificate>
+#include <QSslKey>
 #include <unistd.h>
 
 #include <array>
@@ -19,19 +22,25 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quorvell {
 
 namespace {
 
 constexpr int couldNot = 1;
+constexpr int wrongUsage = 2;
 constexpr std::size_t longestToken = 4096;
+constexpr qint64 maximumKeyBytes = 64 * 1024;
 
 struct Options {
     std::string host = "127.0.0.1";
     std::uint16_t port = 0;
     std::string tokenFile;
     std::string voice = "slt";
+    std::string certificateFile;
+    std::string keyFile;
+    std::vector<std::string> faults;
     bool isChild = false;
 };
 
@@ -74,14 +83,53 @@ std::optional<Token> readToken(const Options& options, const ProgramEnvironment&
     return Token{randomHex(8), true};
 }
 
-LiveServer::Settings settingsFor(
-    const Options& options, const ProgramEnvironment& environment, std::string token, Calendar calendar)
+/// What the options say about failing on purpose and about encryption.
+struct Manner {
+    std::vector<Fault> faults;
+    std::optional<QSslConfiguration> tls;
+    std::string problem; ///< A sentence; empty when all is well.
+};
+
+std::optional<QSslConfiguration> readTls(const Options& options, std::string& problem)
+{
+    if (options.certificateFile.empty())
+        return std::nullopt;
+    const auto certificates = QSslCertificate::fromPath(QString::fromStdString(options.certificateFile));
+    QFile file(QString::fromStdString(options.keyFile.empty() ? options.certificateFile : options.keyFile));
+    const QByteArray pem = file.open(QIODevice::ReadOnly) ? file.read(maximumKeyBytes) : QByteArray();
+    const QSslKey rsa(pem, QSsl::Rsa);
+    const QSslKey key = rsa.isNull() ? QSslKey(pem, QSsl::Ec) : rsa;
+    if (certificates.isEmpty() || key.isNull()) {
+        problem =
+            "--tls-certificate and --tls-key must name PEM files with a certificate and its key without a password.";
+        return std::nullopt;
+    }
+    QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
+    tls.setLocalCertificateChain(certificates);
+    tls.setPrivateKey(key);
+    return tls;
+}
+
+Manner readManner(const Options& options)
+{
+    Manner manner;
+    for (const std::string& text : options.faults) {
+        if (const auto fault = Fault::parse(text, manner.problem))
+            manner.faults.push_back(*fault);
+    }
+    manner.tls = readTls(options, manner.problem);
+    return manner;
+}
+
+LiveServer::Settings settingsFor(const Options& options, const ProgramEnvironment& environment, std::string token,
+    Calendar calendar, const Manner& manner)
 {
     const SpeechModels models = SpeechModels::find(environment.programFolder);
     return {std::move(token), std::move(calendar),
         [] { return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now()); },
         [](std::string_view prefix) { return std::string(prefix) + randomHex(3); },
-        [models, voice = options.voice] { return std::make_unique<OnDeviceSpeechPort>(models, voice); }};
+        [models, voice = options.voice] { return std::make_unique<OnDeviceSpeechPort>(models, voice); },
+        LiveServer::usualSessions, manner.faults, manner.tls};
 }
 
 void printForChild(const LiveServer& server)
@@ -94,18 +142,19 @@ void printForPeople(const LiveServer& server, const Options& options, const Toke
     const bool hasColon = options.host.find(':') != std::string::npos;
     const std::string host = hasColon ? "[" + options.host + "]" : options.host;
     const std::string address = host + ":" + std::to_string(server.port());
-    std::cout << "Listening at ws://" << address << ServiceRoute::sessions << "\n"
+    const char* scheme = options.certificateFile.empty() ? "ws://" : "wss://";
+    std::cout << "Listening at " << scheme << address << ServiceRoute::sessions << "\n"
               << "Clients show the key in the header \"Authorization: Bearer KEY\".\n";
     if (token.isNew)
         std::cout << "The key, until this ends: " << token.text << "\n";
-    std::cout << "For an assistant: QUORVELL_LIVE_HOST=ws://" << address << " OPENAI_API_KEY=KEY quorvell chat\n"
+    std::cout << "For an assistant: QUORVELL_LIVE_HOST=" << scheme << address << " OPENAI_API_KEY=KEY quorvell chat\n"
               << "Stop with Ctrl+C." << std::endl;
 }
 
-int complain(const std::string& sentence)
+int complain(const std::string& sentence, int exitCode = couldNot)
 {
     std::cerr << sentence << std::endl;
-    return couldNot;
+    return exitCode;
 }
 
 /// The assistant that started this holds the other end of the input.
@@ -134,11 +183,14 @@ int serve(const Options& options, const ProgramEnvironment& environment, const T
 
     int argumentCount = 0;
     QCoreApplication application(argumentCount, nullptr);
-    LiveServer server(settingsFor(options, environment, token.text, *calendar));
+    const Manner manner = readManner(options);
+    if (!manner.problem.empty())
+        return complain(manner.problem, wrongUsage);
+    LiveServer server(settingsFor(options, environment, token.text, *calendar, manner));
     if (!server.listen(host, options.port))
         return complain("Cannot listen at " + options.host + " port " + std::to_string(options.port) + ": "
             + server.problem().toStdString() + ". Try --port 0 for any free port.");
-    if (!host.isLoopback())
+    if (!host.isLoopback() && !manner.tls)
         std::cerr << "Anyone on the way to " << options.host << " can listen in: the connection is not encrypted.\n";
 
     const auto end = [&server] { server.stop([] { QCoreApplication::quit(); }); };
@@ -160,13 +212,20 @@ std::function<int()> addLiveServiceCommand(CLI::App& program, const ProgramEnvir
     CLI::App* command = program.add_subcommand("live-service",
         "The live service on this computer: speech, reminders and notes without an account or a network.");
     auto options = std::make_shared<Options>();
-    command->add_option("--host", options->host, "Address to listen at. Beyond 127.0.0.1 nothing is encrypted.")
+    command
+        ->add_option("--host", options->host, "Address to listen at. Without --tls-certificate nothing is encrypted.")
         ->capture_default_str();
     command->add_option("--port", options->port, "Port to listen at; 0 takes any that is free.")->capture_default_str();
     auto* file = command->add_option("--token-file", options->tokenFile,
         "File whose first line is the key that clients must show. Without it QUORVELL_LIVE_TOKEN, else a new one.");
     command->add_option("--voice", options->voice, "The voice where a client names none that is known here.")
         ->capture_default_str();
+    command->add_option(
+        "--tls-certificate", options->certificateFile, "PEM file with the certificate to serve TLS with.");
+    command->add_option("--tls-key", options->keyFile, "PEM file with its key, where the certificate's file has none.");
+    command->add_option("--fault", options->faults, "A way to fail on purpose; may be given several times. See below.")
+        ->take_all();
+    command->footer(Fault::help());
     command
         ->add_flag("--child", options->isChild,
             "For an assistant that starts this: key on standard input, port on standard output, ends with its input.")
