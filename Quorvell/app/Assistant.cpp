@@ -1,10 +1,11 @@
 #include "Quorvell/app/Assistant.h"
 
 #include "Quorvell/app/NotebookAccess.h"
+#include "Quorvell/app/PrivateFile.h"
 #include "Quorvell/connections/HostedAccess.h"
 #include "Quorvell/connections/LiveEndpointSettings.h"
+#include "Quorvell/connections/NetworkFingerprint.h"
 #include "Quorvell/connections/OnDeviceService.h"
-#include "Quorvell/connections/OpenAILiveClient.h"
 #include "Quorvell/desktop/DesktopOpener.h"
 #include "Quorvell/notebook/FreshNoteID.h"
 #include "Quorvell/tools/NotebookDigest.h"
@@ -13,6 +14,7 @@
 #include "QuorvellCore/reminders/LocaleWords.h"
 
 #include <QRandomGenerator>
+#include <nlohmann/json.hpp>
 
 #include <array>
 #include <cstdio>
@@ -62,8 +64,13 @@ Assistant::Assistant(
 std::string Assistant::chooseService(const ProgramEnvironment& environment, const Wishes& wishes)
 {
     const auto& host = wishes.host ? wishes.host : environment.liveHost ? environment.liveHost : m_settings.liveHost;
-    const LiveEndpointSettings::Choice choice = LiveEndpointSettings{host, environment.apiKey}.choose();
-    m_isOnDevice = choice.isOnDevice;
+    LiveEndpointSettings endpoint{host, environment.apiKey, environment.geminiKey};
+    endpoint.backend = wishes.backend.value_or(m_settings.backend);
+    const LiveEndpointSettings::Choice choice = endpoint.choose();
+    m_connections.backend = choice.backend;
+    m_connections.place = choice.isOnDevice ? LiveAccess::Place::onDevice : LiveAccess::Place::hosted;
+    m_connections.transport = wishes.transport.value_or(m_settings.transport);
+    m_connections.models = m_settings.models;
     if (choice.hosted)
         m_service = std::make_unique<HostedAccess>(*choice.hosted);
     else if (choice.isOnDevice)
@@ -91,10 +98,11 @@ void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionObs
     m_tools = std::make_unique<ToolDispatcher>(m_registry);
     // Apart, since only a hosted service costs something.
     m_usage = std::make_unique<UsageFile>(
-        m_stateFolder + (m_isOnDevice ? "/usage-on-device.json" : "/usage.json"), m_scheduler, m_calendar);
+        m_stateFolder + (isOnDevice() ? "/usage-on-device.json" : "/usage.json"), m_scheduler, m_calendar);
     m_observers = std::make_unique<ObserverGroup>(std::vector<SessionObserver*>{&m_heard, &observer, m_usage.get()});
-    const auto connections = [this](LiveConnectionObserver& session, LiveMedium) {
-        return std::make_unique<OpenAILiveClient>(*m_service, m_settings.models, session);
+    m_choice = std::make_unique<LiveConnectionChoice>(*m_service, m_connections, networks());
+    const auto connections = [this](LiveConnectionObserver& session, LiveMedium medium) {
+        return m_choice->make(session, medium);
     };
     SessionController::Ports ports{
         m_scheduler, connections, sound.player, m_log, *m_observers, *m_tools, [this] { return whereAndWhen(); }};
@@ -119,12 +127,27 @@ SessionSettings Assistant::sessionSettings(const Wishes& wishes) const
         m_settings.sendsOnlySpeech ? SessionSettings::Microphone::onlySpeech : SessionSettings::Microphone::everything;
     settings.restsWhenQuiet = m_settings.restsWhenQuiet;
     settings.helpMode = m_settings.helpMode;
-    if (!m_isOnDevice)
+    if (!isOnDevice())
         settings.dailyMinutes = m_settings.dailyMinutes;
     return settings;
 }
 
 /// With what the model should know of the notebook from its first word.
+LiveConnectionChoice::Networks Assistant::networks()
+{
+    constexpr std::size_t longestFile = 16 * 1024;
+    const std::string path = m_stateFolder + "/networks.json";
+    LiveConnectionChoice::Networks networks;
+    if (const auto known = parseJson(PrivateFile::readWhole(path, longestFile)))
+        networks.blocked = BlockedNetworks::fromJson(*known);
+    networks.current = &NetworkFingerprint::current;
+    networks.now = [this] { return m_scheduler.wallClock(); };
+    networks.changed = [path](const BlockedNetworks& blocked) {
+        PrivateFile::replace(path, dumpJson(blocked.json()) + "\n");
+    };
+    return networks;
+}
+
 std::string Assistant::whereAndWhen() const
 {
     const std::string digest = notebookDigest(m_notebook->notes(), m_scheduler.wallClock(), m_calendar);

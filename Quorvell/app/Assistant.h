@@ -7,6 +7,7 @@
 #include "Quorvell/app/UsageFile.h"
 #include "Quorvell/app/UserSettings.h"
 #include "Quorvell/connections/LiveAccessSource.h"
+#include "Quorvell/connections/LiveConnectionChoice.h"
 #include "Quorvell/notebook/FullNotebook.h"
 #include "Quorvell/notebook/NotebookSearch.h"
 #include "Quorvell/session/AudioCapture.h"
@@ -30,7 +31,10 @@ namespace quorvell {
 class Assistant {
 public:
     struct Wishes {
-        std::optional<std::string> host; ///< From the command line; wins over the environment and the settings.
+        /// The first three from the command line; they win over the environment and the settings.
+        std::optional<std::string> host;
+        std::optional<LiveBackend> backend;
+        std::optional<LiveTransport> transport;
         LiveMedium medium = LiveMedium::voice;
         SessionSettings::Replies replies = SessionSettings::Replies::spoken;
         SessionSettings::Listening listening = SessionSettings::Listening::openMicrophone;
@@ -50,7 +54,7 @@ public:
         const Wishes& wishes, const Sound& sound, SessionObserver& observer);
 
     SessionController& session() { return *m_session; }
-    bool isOnDevice() const { return m_isOnDevice; }
+    bool isOnDevice() const { return m_connections.place == LiveAccess::Place::onDevice; }
     const UsageFile& usage() const { return *m_usage; }
 
 private:
@@ -61,6 +65,7 @@ private:
     std::string chooseService(const ProgramEnvironment& environment, const Wishes& wishes);
     void makeSession(const Wishes& wishes, const Sound& sound, SessionObserver& observer);
     SessionSettings sessionSettings(const Wishes& wishes) const;
+    LiveConnectionChoice::Networks networks();
     std::string whereAndWhen() const;
 
     QtScheduler& m_scheduler;
@@ -72,11 +77,12 @@ private:
     HeardWords m_heard; ///< What the user answered to a question of a tool.
     ToolRegistry m_registry;
     std::unique_ptr<ToolDispatcher> m_tools;
-    bool m_isOnDevice = false;
+    LiveConnectionChoice::Settings m_connections;
     std::string m_stateFolder;
     std::unique_ptr<UsageFile> m_usage;
     std::unique_ptr<ObserverGroup> m_observers;
     std::unique_ptr<LiveAccessSource> m_service;
+    std::unique_ptr<LiveConnectionChoice> m_choice;
     std::unique_ptr<SessionController> m_session; ///< Uses all of the above; goes first.
 };
 

@@ -103,7 +103,8 @@ int runChat(const ProgramEnvironment& environment, const ConversationOptions& op
         isPerson ? ChatConversation::Partner::person : ChatConversation::Partner::script);
     ObserverGroup observers(view.observersWith(conversation));
     SilentPlayer player;
-    Assistant::Wishes wishes{options.host};
+    Assistant::Wishes wishes{options.host, options.backend, options.transport};
+    wishes.medium = LiveMedium::text;
     wishes.replies = SessionSettings::Replies::shown;
     wishes.listening = SessionSettings::Listening::none;
     if (isPerson)

@@ -1,5 +1,6 @@
 #include "Quorvell/app/ConversationOptions.h"
 
+#include "Quorvell/app/UserSettings.h"
 #include "Quorvell/connections/LiveEndpointSettings.h"
 
 #include <CLI/CLI.hpp>
@@ -15,6 +16,12 @@ std::shared_ptr<ConversationOptions> ConversationOptions::declare(CLI::App& comm
             "The live service: HOST, HOST:PORT or wss://HOST (default: QUORVELL_LIVE_HOST, the settings, "
             "or the service on this device where there is no key)")
         ->check([](const std::string& host) { return LiveEndpointSettings::hostProblem(host).value_or(""); });
+    command.add_option("--backend", options->backend, "Whose live model: auto, openai, gemini or on_device")
+        ->transform(CLI::CheckedTransformer(UserSettings::backends()).description(""));
+    command
+        .add_option(
+            "--transport", options->transport, "How sound travels to an OpenAI model: auto, webrtc or websocket")
+        ->transform(CLI::CheckedTransformer(UserSettings::transports()).description(""));
     return options;
 }
 

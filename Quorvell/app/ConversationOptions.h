@@ -1,5 +1,8 @@
 #pragma once
 
+#include "Quorvell/connections/LiveBackend.h"
+#include "Quorvell/connections/LiveTransport.h"
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,6 +17,8 @@ namespace quorvell {
 struct ConversationOptions {
     bool asJson = false;
     std::optional<std::string> host;
+    std::optional<LiveBackend> backend;
+    std::optional<LiveTransport> transport;
 
     /// Declares them; their values are there once the command line was read.
     static std::shared_ptr<ConversationOptions> declare(CLI::App& command);

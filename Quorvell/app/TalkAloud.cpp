@@ -12,6 +12,8 @@
 #include "Quorvell/app/StatusLine.h"
 #include "Quorvell/app/TalkStatus.h"
 #include "Quorvell/app/UsageText.h"
+#include "Quorvell/speech/DeviceEar.h"
+#include "Quorvell/speech/DeviceVoice.h"
 
 #include <nlohmann/json.hpp>
 
@@ -39,6 +41,8 @@ public:
                   wishes.loudspeaker.value_or(m_settings.loudspeaker.value_or(""))},
               {[this](std::span<const std::uint8_t> pcm) { captured(pcm); },
                   [this](const std::string& sentence) { soundFailed(sentence); }})
+        , m_voice(m_sound.player(), m_loop.scheduler())
+        , m_ear(SpeechModels::find(environment.programFolder), m_loop.scheduler())
         , m_talk({m_loop.scheduler(), [this](const std::string& sentence) { tell(sentence); },
                      [this] { return usageText(); }, &ProgramLoop::end},
               m_listening)
@@ -84,11 +88,11 @@ private:
         const bool isDeaf = problem.empty() && choice.empty() && m_sound.devices().microphone({}) == nullptr;
         if (!problem.empty() || !choice.empty() || isDeaf)
             return fail(isDeaf ? sentenceOf(SoundProblem::noMicrophone) : problem + choice);
-        Assistant::Wishes wishes{m_options.host};
+        Assistant::Wishes wishes{m_options.host, m_options.backend, m_options.transport};
         wishes.listening = m_listening;
         wishes.greeting = SessionSettings::Greeting::spoken;
         Assistant::Made made = Assistant::create(m_environment, m_settings, m_loop.scheduler(), wishes,
-            {m_sound.player(), &m_sound.capture()}, *m_observers);
+            {m_sound.player(), &m_sound.capture(), &m_ear, &m_voice}, *m_observers);
         if (!made.assistant)
             return fail(made.problem);
         m_assistant = std::move(made.assistant);
@@ -116,7 +120,12 @@ private:
             m_assistant->session().microphoneCaptured(pcm);
     }
 
-    void soundFailed(const std::string& sentence) { m_observers->problemArose(sentence); }
+    /// Before the conversation, `soundKnown` tells it.
+    void soundFailed(const std::string& sentence)
+    {
+        if (m_assistant)
+            m_observers->problemArose(sentence);
+    }
 
     void interrupt()
     {
@@ -150,6 +159,8 @@ private:
     SessionSettings::Listening m_listening;
     StatusLine m_line{std::cout};
     DesktopSound m_sound;
+    DeviceVoice m_voice;
+    DeviceEar m_ear;
     LiveTalk m_talk;
     std::unique_ptr<ConversationEvents> m_events; ///< With --json.
     std::unique_ptr<ConversationText> m_text; ///< Without.

@@ -86,7 +86,7 @@ int talkFromRecording(const ProgramEnvironment& environment, const ConversationO
     };
     TalkTurn turn({scheduler, [&] { view.tell("input_ended"); }, finished}, *recording.samples);
     ObserverGroup observers({view.observer(), &turn});
-    const Assistant::Wishes wishes{options.host};
+    const Assistant::Wishes wishes{options.host, options.backend, options.transport};
     const Assistant::Made made = Assistant::create(environment, settings, scheduler, wishes, {recorder}, observers);
     if (!made.assistant)
         return complain(made.problem);

@@ -11,7 +11,7 @@
 #include <cstring>
 #include <fstream>
 #include <functional>
-#include <initializer_list>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -48,8 +48,7 @@ public:
         else
             complain(key, "true or false");
     }
-    template <typename Choice>
-    void take(const char* key, Choice& into, std::initializer_list<std::pair<const char*, Choice>> choices)
+    template <typename Choice> void take(const char* key, Choice& into, const std::map<std::string, Choice>& choices)
     {
         if (!isThere(key))
             return;
@@ -59,7 +58,7 @@ public:
                 into = choice;
                 return;
             }
-            wanted += (wanted.empty() ? "\"" : ", \"") + std::string(name) + "\"";
+            wanted += (wanted.empty() ? "\"" : ", \"") + name + "\"";
         }
         complain(key, ("one of " + wanted).c_str());
     }
@@ -155,6 +154,20 @@ std::optional<std::string> contentOf(const std::string& path, std::vector<std::s
 
 } // namespace
 
+const std::map<std::string, LiveBackend>& UserSettings::backends()
+{
+    static const std::map<std::string, LiveBackend> names{{"auto", LiveBackend::automatic},
+        {"openai", LiveBackend::openAI}, {"gemini", LiveBackend::gemini}, {"on_device", LiveBackend::onDevice}};
+    return names;
+}
+
+const std::map<std::string, LiveTransport>& UserSettings::transports()
+{
+    static const std::map<std::string, LiveTransport> names{
+        {"auto", LiveTransport::automatic}, {"webrtc", LiveTransport::webRTC}, {"websocket", LiveTransport::webSocket}};
+    return names;
+}
+
 UserSettings::Reading UserSettings::read(const std::string& path)
 {
     Reading reading;
@@ -172,17 +185,12 @@ UserSettings::Reading UserSettings::read(const std::string& path)
     taker.take("user_name", settings.userName);
     taker.take("family_name", settings.familyName);
     taker.take("live_host", settings.liveHost);
-    using Settings = UserSettings;
-    taker.take("backend", settings.backend,
-        {{"auto", Settings::Backend::automatic}, {"openai", Settings::Backend::openAI},
-            {"gemini", Settings::Backend::gemini}, {"on_device", Settings::Backend::onDevice}});
-    taker.take("transport", settings.transport,
-        {{"auto", Settings::Transport::automatic}, {"webrtc", Settings::Transport::webRTC},
-            {"websocket", Settings::Transport::webSocket}});
-    taker.take(
+    taker.take("backend", settings.backend, backends());
+    taker.take("transport", settings.transport, transports());
+    taker.take<HelpMode>(
         "help_mode", settings.helpMode, {{"guide", HelpMode::guide}, {"auto", HelpMode::auto_}, {"do", HelpMode::do_}});
-    taker.take("listening", settings.listening,
-        {{"open", Settings::Listening::openMicrophone}, {"push_to_talk", Settings::Listening::pushToTalk}});
+    taker.take<Listening>("listening", settings.listening,
+        {{"open", Listening::openMicrophone}, {"push_to_talk", Listening::pushToTalk}});
     taker.take("only_send_speech", settings.sendsOnlySpeech);
     taker.take("rest_when_quiet", settings.restsWhenQuiet);
     taker.take("keep_typed_history", settings.keepsTypedHistory);
@@ -191,6 +199,8 @@ UserSettings::Reading UserSettings::read(const std::string& path)
     taker.take("loudspeaker", settings.loudspeaker);
     taker.takeFolder("notebook_folder", settings.notebookFolder);
     taker.take("voice", settings.models.voice);
+    taker.take("gemini_model", settings.models.geminiModel);
+    taker.take("gemini_voice", settings.models.geminiVoice);
     taker.take("voice_model", settings.models.voiceModel);
     taker.take("backend_model", settings.models.backendModel);
     taker.take("reasoning_effort", settings.models.reasoningEffort);

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "Quorvell/connections/LiveBackend.h"
 #include "Quorvell/connections/LiveModelSettings.h"
+#include "Quorvell/connections/LiveTransport.h"
 #include "QuorvellCore/live/prompt/HelpMode.h"
 
 #include <chrono>
 #include <iosfwd>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,8 +20,6 @@ struct ProgramEnvironment;
 struct UserSettings {
     struct Reading;
 
-    enum class Backend { automatic, openAI, gemini, onDevice };
-    enum class Transport { automatic, webRTC, webSocket };
     enum class Listening { openMicrophone, pushToTalk };
 
     static constexpr std::size_t longestFile = 64 * 1024; ///< Bytes.
@@ -28,8 +29,8 @@ struct UserSettings {
     std::string familyName; ///< The person the user trusts with computer matters.
     std::optional<std::string> liveHost;
     LiveModelSettings models;
-    Backend backend = Backend::automatic;
-    Transport transport = Transport::automatic;
+    LiveBackend backend = LiveBackend::automatic;
+    LiveTransport transport = LiveTransport::automatic;
     HelpMode helpMode = HelpMode::guide;
     Listening listening = Listening::openMicrophone;
     bool sendsOnlySpeech = true;
@@ -39,6 +40,10 @@ struct UserSettings {
     std::optional<std::string> microphone; ///< A device name; absent: the sound server's choice.
     std::optional<std::string> loudspeaker;
     std::optional<std::string> notebookFolder; ///< Absolute.
+
+    /// By the names that the settings and the command line know.
+    static const std::map<std::string, LiveBackend>& backends();
+    static const std::map<std::string, LiveTransport>& transports();
 
     /// Whatever is wrong with the file, there are settings: those that could be read, and the defaults.
     static Reading read(const std::string& path);

@@ -1,5 +1,6 @@
 // The program: reads its surroundings, lets each command declare itself, and runs the one that was chosen.
 #include "Quorvell/app/ChatCommand.h"
+#include "Quorvell/app/DoctorCommand.h"
 #include "Quorvell/app/LiveServiceCommand.h"
 #include "Quorvell/app/LogCommand.h"
 #include "Quorvell/app/NotesCommand.h"
@@ -27,7 +28,7 @@ using AddCommand = std::function<int()> (*)(CLI::App&, const ProgramEnvironment&
 /// In the order in which the help lists them. The first runs when no command is named.
 const std::vector<AddCommand> commandTable{quorvell::addChatCommand, quorvell::addTalkCommand,
     quorvell::addRemindCommand, quorvell::addNotesCommand, quorvell::addLogCommand, quorvell::addUsageCommand,
-    quorvell::addLiveServiceCommand};
+    quorvell::addDoctorCommand, quorvell::addLiveServiceCommand};
 
 struct Command {
     CLI::App* declared;

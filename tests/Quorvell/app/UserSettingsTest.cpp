@@ -29,8 +29,8 @@ TEST(UserSettings, takesWhatItKnows)
     wanted.sendsOnlySpeech = false;
     wanted.models.voice = "cedar";
     wanted.models.maxOutputTokens = 500;
-    wanted.backend = UserSettings::Backend::gemini;
-    wanted.transport = UserSettings::Transport::webSocket;
+    wanted.backend = LiveBackend::gemini;
+    wanted.transport = LiveTransport::webSocket;
     wanted.helpMode = HelpMode::do_;
     wanted.listening = UserSettings::Listening::pushToTalk;
     wanted.restsWhenQuiet = false;
@@ -56,7 +56,7 @@ TEST(UserSettings, aBrokenFileGivesASentenceAndTheDefaults)
         {"a wrong type", R"({"user_name": 7})", "\"user_name\""},
         {"too long", R"({"voice": ")" + std::string(201, 'x') + "\"}", "must be a text of at most 200 characters"},
         {"no truth", R"({"only_send_speech": "yes"})", "must be true or false"},
-        {"no such choice", R"({"backend": "clippy"})", "one of \"auto\", \"openai\", \"gemini\", \"on_device\""},
+        {"no such choice", R"({"backend": "clippy"})", "one of \"auto\", \"gemini\", \"on_device\", \"openai\""},
         {"more minutes than a day has", R"({"daily_minutes": 1441})", "minutes from 1 to 1440"},
         {"a folder somewhere", R"({"notebook_folder": "notes"})", "beginning with /"},
         {"a slip of the pen", R"({"rest_when_quite": true})", "no setting \"rest_when_quite\""},

@@ -1,0 +1,46 @@
+// Looks at everything a conversation needs, and says for each thing whether it works and what to do when it does not.
+#pragma once
+
+#include "Quorvell/app/DoctorFinding.h"
+#include "Quorvell/app/ProgramEnvironment.h"
+#include "Quorvell/app/ServiceCheck.h"
+#include "Quorvell/app/SoundCheck.h"
+#include "Quorvell/app/UserSettings.h"
+#include "Quorvell/session/Scheduler.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace quorvell {
+
+/// Opens what it checks for real: the microphone, the loudspeaker (silently), the service. Main thread.
+class Doctor {
+public:
+    Doctor(const ProgramEnvironment& environment, Scheduler& scheduler);
+
+    /// Calls back once with everything that was found, in the order in which it is shown.
+    void examine(std::function<void(const std::vector<DoctorFinding>&)> done);
+
+    // Each looks at one thing that needs no waiting.
+    static DoctorFinding settings(const UserSettings::Reading& reading);
+    static DoctorFinding keys(const ProgramEnvironment& environment, LiveBackend backend);
+    static DoctorFinding notebook(const std::string& folder);
+    static DoctorFinding stateFolder(const std::string& folder);
+    static DoctorFinding models(const std::string& programFolder);
+    static std::vector<DoctorFinding> bus(bool hasSessionBus);
+
+private:
+    void finishWhenComplete();
+
+    ProgramEnvironment m_environment;
+    Scheduler& m_scheduler;
+    std::vector<DoctorFinding> m_findings;
+    std::vector<DoctorFinding> m_soundFindings;
+    std::unique_ptr<ServiceCheck> m_service;
+    std::unique_ptr<SoundCheck> m_sound;
+    std::function<void(const std::vector<DoctorFinding>&)> m_done;
+    int m_waitingFor = 0;
+};
+
+} // namespace quorvell

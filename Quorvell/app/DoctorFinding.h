@@ -1,0 +1,32 @@
+#pragma once
+
+#include "QuorvellCore/text/Json.h"
+
+#include <string>
+#include <vector>
+
+namespace quorvell {
+
+/// One thing that was looked at.
+struct DoctorFinding {
+    enum class Verdict {
+        works,
+        limited, ///< The assistant works without it.
+        broken, ///< Nothing works until it is mended.
+    };
+
+    std::string subject; ///< "microphone"
+    Verdict verdict = Verdict::works;
+    std::string finding; ///< What is, in a few words or a sentence.
+    std::string advice{}; ///< What to do, when something is to be done.
+
+    /// "ok       microphone: ..." and, on a line of its own, what to do.
+    std::string text() const;
+    Json json() const;
+    /// 1 when something is broken.
+    static int exitCode(const std::vector<DoctorFinding>& findings);
+
+    bool operator==(const DoctorFinding&) const = default;
+};
+
+} // namespace quorvell
