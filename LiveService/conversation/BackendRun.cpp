@@ -28,7 +28,7 @@ void tell(SessionNews news, BackendOutputs& outputs)
 
 } // namespace
 
-BackendRun::BackendRun(const IdSource& ids, const std::optional<std::string>& serviceTier, ConversationMemory memory)
+BackendRun::BackendRun(const IdSource& ids, const std::optional<std::string>& serviceTier, RequestMemory memory)
     : m_ids(ids)
     , m_serviceTier(serviceTier.value_or("default"))
     , m_memory(std::move(memory))

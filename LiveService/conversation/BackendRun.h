@@ -41,7 +41,7 @@ public:
     enum class CreateVerdict { started, inProgress, outputsOwed };
 
     /// `memory` is what an earlier session had in mind, when this one goes on from it. `ids` must outlive it.
-    BackendRun(const IdSource& ids, const std::optional<std::string>& serviceTier, ConversationMemory memory);
+    BackendRun(const IdSource& ids, const std::optional<std::string>& serviceTier, RequestMemory memory);
 
     /// Waits for the next response. False when too many wait already.
     bool addMessage(ClientText message);
@@ -55,7 +55,7 @@ public:
 
     /// Nothing runs and no result is owed or waits.
     bool isIdle() const { return !m_running && m_owed.empty() && m_results.empty(); }
-    const ConversationMemory& memory() const { return m_memory; }
+    const RequestMemory& memory() const { return m_memory; }
     /// Words read and written since this was made; the rules have no tokens.
     std::int64_t totalWords() const { return m_totalWords; }
 
@@ -91,7 +91,7 @@ private:
     std::int64_t m_wordsRead = 0; ///< In this response.
     std::int64_t m_wordsWritten = 0;
     std::int64_t m_totalWords = 0;
-    ConversationMemory m_memory;
+    RequestMemory m_memory;
 };
 
 } // namespace quorvell

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "LiveService/conversation/SessionNews.h"
-#include "LiveService/rules/ConversationMemory.h"
+#include "LiveService/rules/RequestMemory.h"
 #include "LiveService/rules/ToolRequest.h"
 
 #include <cstdint>
@@ -41,14 +41,14 @@ struct FinishListening {
 /// The rules are to run over the user's words; their step goes to LiveSessionEngine::thought.
 struct ThinkAboutWords {
     std::string words;
-    ConversationMemory memory;
+    RequestMemory memory;
     bool operator==(const ThinkAboutWords&) const = default;
 };
 /// The same over a tool's result.
 struct ThinkAboutResult {
     ToolRequest call;
     std::string result;
-    ConversationMemory memory;
+    RequestMemory memory;
     bool operator==(const ThinkAboutResult&) const = default;
 };
 /// The sentences are to be voiced; what the voice gives goes to LiveSessionEngine::voiced with this number.

@@ -34,7 +34,7 @@ public:
     /// What one conversation passes on to the session that takes it up.
     struct State {
         ConversationHistory history;
-        ConversationMemory memory;
+        RequestMemory memory;
         std::int64_t totalWords = 0;
     };
 

@@ -131,7 +131,7 @@ std::string eventReply(const Json& result)
 
 } // namespace
 
-std::string AgendaReply::reply(std::string_view tool, const Json& result, const ConversationMemory& memory)
+std::string AgendaReply::reply(std::string_view tool, const Json& result, const RequestMemory& memory)
 {
     if (tool == "whats_on")
         return listReply(result, memory.days);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LiveService/rules/ConversationMemory.h"
+#include "LiveService/rules/RequestMemory.h"
 #include "QuorvellCore/text/Json.h"
 
 #include <string>
@@ -11,7 +11,7 @@ namespace quorvell {
 /// The wording of the calendar tools' results.
 struct AgendaReply {
     /// `tool` is "whats_on", "find_free_time", "add_event" or "change_event".
-    static std::string reply(std::string_view tool, const Json& result, const ConversationMemory& memory);
+    static std::string reply(std::string_view tool, const Json& result, const RequestMemory& memory);
 };
 
 } // namespace quorvell

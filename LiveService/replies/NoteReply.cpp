@@ -15,7 +15,7 @@ namespace quorvell {
 
 namespace {
 
-using Purpose = ConversationMemory::SearchPurpose;
+using Purpose = RequestMemory::SearchPurpose;
 
 constexpr std::array ordinals{"first", "second", "third", "fourth", "fifth"};
 

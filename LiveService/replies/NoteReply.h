@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LiveService/rules/ConversationMemory.h"
+#include "LiveService/rules/RequestMemory.h"
 #include "QuorvellCore/text/Json.h"
 
 #include <string>
@@ -11,7 +11,7 @@ namespace quorvell {
 /// The wording of the notebook tools' results.
 struct NoteReply {
     static std::string kept(const Json& result);
-    static std::string found(const Json& result, std::string_view query, ConversationMemory::SearchPurpose purpose);
+    static std::string found(const Json& result, std::string_view query, RequestMemory::SearchPurpose purpose);
     static std::string read(const Json& result);
 };
 

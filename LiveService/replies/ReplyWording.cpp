@@ -26,7 +26,7 @@ std::string errorReply(const std::string& sentence)
     return std::string_view(".!?").find(text.back()) == std::string_view::npos ? text + "." : text;
 }
 
-std::string requestOf(const ToolRequest& call, const ConversationMemory& memory)
+std::string requestOf(const ToolRequest& call, const RequestMemory& memory)
 {
     return memory.request.empty() ? textOf(parseJson(call.arguments), "text") : memory.request;
 }
@@ -56,7 +56,7 @@ std::string otherReply(const ToolRequest& call, const Json& result, const std::s
 
 } // namespace
 
-std::string ReplyWording::reply(const ToolRequest& call, std::string_view resultText, const ConversationMemory& memory)
+std::string ReplyWording::reply(const ToolRequest& call, std::string_view resultText, const RequestMemory& memory)
 {
     const auto result = parseJson(resultText);
     if (!result || !result->is_object())

@@ -1,7 +1,7 @@
 // Words a tool's result as a brief reply, to be heard and shown. Pure.
 #pragma once
 
-#include "LiveService/rules/ConversationMemory.h"
+#include "LiveService/rules/RequestMemory.h"
 #include "LiveService/rules/ToolRequest.h"
 
 #include <string>
@@ -15,7 +15,7 @@ struct ReplyWording {
 
     /// `result` is what the tool's owner answered, a JSON text. `memory` tells what a search was for and holds the
     /// user's own words of a request that took several turns.
-    static std::string reply(const ToolRequest& call, std::string_view result, const ConversationMemory& memory);
+    static std::string reply(const ToolRequest& call, std::string_view result, const RequestMemory& memory);
 };
 
 } // namespace quorvell

@@ -16,14 +16,14 @@ using Kind = PendingQuestion::Kind;
 
 constexpr std::size_t dayOnly = 10; ///< Length of "2026-11-22".
 
-RuleStep ask(PendingQuestion question, ConversationMemory memory)
+RuleStep ask(PendingQuestion question, RequestMemory memory)
 {
     std::string text = question.question;
     memory.pending = std::move(question);
     return {std::move(text), std::move(memory)};
 }
 
-RuleStep add(const AgendaIntent& intent, ConversationMemory memory, const ToolRequests& requests)
+RuleStep add(const AgendaIntent& intent, RequestMemory memory, const ToolRequests& requests)
 {
     if (intent.title.empty())
         return ask(
@@ -94,7 +94,7 @@ std::string newEnd(const FoundEvent& event, const std::string& start, const Rule
 
 } // namespace
 
-RuleStep AgendaRules::answer(const AgendaIntent& intent, ConversationMemory memory, const RuleSurroundings& around)
+RuleStep AgendaRules::answer(const AgendaIntent& intent, RequestMemory memory, const RuleSurroundings& around)
 {
     const ToolRequests requests{around};
     memory.wish = {};
@@ -119,7 +119,7 @@ RuleStep AgendaRules::answer(const AgendaIntent& intent, ConversationMemory memo
 }
 
 std::optional<RuleStep> AgendaRules::afterList(
-    std::string_view result, ConversationMemory memory, const RuleSurroundings& around)
+    std::string_view result, RequestMemory memory, const RuleSurroundings& around)
 {
     memory.events = ToolResultRules::eventsIn(result);
     if (memory.wish.kind == EventWish::Kind::none)
@@ -139,7 +139,7 @@ std::optional<RuleStep> AgendaRules::afterList(
 }
 
 std::optional<ToolRequests::Answer> AgendaRules::carryOut(
-    const ConversationMemory& memory, std::size_t index, const RuleSurroundings& around)
+    const RequestMemory& memory, std::size_t index, const RuleSurroundings& around)
 {
     const ToolRequests requests{around};
     const FoundEvent& event = memory.events[index];

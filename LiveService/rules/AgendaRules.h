@@ -12,13 +12,13 @@ namespace quorvell {
 
 /// What the calendar is asked, and what follows from its answers.
 struct AgendaRules {
-    static RuleStep answer(const AgendaIntent& intent, ConversationMemory memory, const RuleSurroundings& around);
+    static RuleStep answer(const AgendaIntent& intent, RequestMemory memory, const RuleSurroundings& around);
     /// After whats_on: the event that is to be moved or cancelled, when it was asked for that.
     static std::optional<RuleStep> afterList(
-        std::string_view result, ConversationMemory memory, const RuleSurroundings& around);
+        std::string_view result, RequestMemory memory, const RuleSurroundings& around);
     /// Moves or cancels the event at `index` of those found. Nothing when the new time cannot be understood.
     static std::optional<ToolRequests::Answer> carryOut(
-        const ConversationMemory& memory, std::size_t index, const RuleSurroundings& around);
+        const RequestMemory& memory, std::size_t index, const RuleSurroundings& around);
     /// The event among those found that the words name; nothing when none or several do.
     static std::optional<std::size_t> named(const std::vector<FoundEvent>& events, std::string_view words);
 };

@@ -53,7 +53,7 @@ bool isNewRequest(Kind kind, const std::string& core, const RuleSurroundings& ar
     return kind != Kind::reminderTask || phrase.has_value();
 }
 
-Answer answerTime(const std::string& core, const ConversationMemory& memory, const RuleSurroundings& around)
+Answer answerTime(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
 {
     const std::string time = ReminderIntent::timeAnswer(core);
     if (!phraseIn(time, around))
@@ -67,7 +67,7 @@ Answer answerTime(const std::string& core, const ConversationMemory& memory, con
     return ToolRequests{around}.remindFromWords(request + " " + time, memory.pending.repeat);
 }
 
-Answer answerWhichTime(const std::string& core, const ConversationMemory& memory, const RuleSurroundings& around)
+Answer answerWhichTime(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
 {
     const PendingQuestion& asked = memory.pending;
     const ToolRequests requests{around};
@@ -81,7 +81,7 @@ Answer answerWhichTime(const std::string& core, const ConversationMemory& memory
                               : requests.putOffAgain(asked.tool, asked.arguments, SpokenWhen::fromDate(*date));
 }
 
-Answer answerTask(const std::string& core, const ConversationMemory& memory, const RuleSurroundings& around)
+Answer answerTask(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
 {
     const std::string task = ReminderIntent::taskAnswer(core);
     if (task.empty())
@@ -107,7 +107,7 @@ std::optional<std::size_t> placeIn(const std::string& core, std::size_t count)
     return index >= 0 && index <= last ? std::optional(static_cast<std::size_t>(index)) : std::nullopt;
 }
 
-Answer answerWhichEvent(const std::string& core, const ConversationMemory& memory, const RuleSurroundings& around)
+Answer answerWhichEvent(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
 {
     auto index = placeIn(core, memory.events.size());
     if (!index)
@@ -134,7 +134,7 @@ const FoundNote* noteNamed(const std::string& core, const std::vector<FoundNote>
     return named;
 }
 
-Answer answerWhichNote(const std::string& core, const ConversationMemory& memory, const RuleSurroundings& around)
+Answer answerWhichNote(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
 {
     const auto& found = memory.found;
     const ToolRequests requests{around};
@@ -148,7 +148,7 @@ Answer answerWhichNote(const std::string& core, const ConversationMemory& memory
     return named ? Answer(requests.readNote(named->id)) : std::nullopt;
 }
 
-Answer answerWhichReminder(const std::string& core, const ConversationMemory& memory, const RuleSurroundings& around)
+Answer answerWhichReminder(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
 {
     const auto index = placeIn(core, memory.found.size());
     const FoundNote* chosen = index ? &memory.found[*index] : noteNamed(core, memory.found);
@@ -157,7 +157,7 @@ Answer answerWhichReminder(const std::string& core, const ConversationMemory& me
     return ToolRequests{around}.chosen(memory.pending.tool, memory.pending.arguments, chosen->id);
 }
 
-Answer answerFor(const std::string& core, ConversationMemory& memory, const RuleSurroundings& around)
+Answer answerFor(const std::string& core, RequestMemory& memory, const RuleSurroundings& around)
 {
     const ToolRequests requests{around};
     switch (memory.pending.kind) {
@@ -187,7 +187,7 @@ Answer answerFor(const std::string& core, ConversationMemory& memory, const Rule
     case Kind::eventTitle:
         return requests.addEvent(ReminderIntent::taskAnswer(core), memory.pending.date, {}, 0);
     case Kind::noteTopic:
-        memory.purpose = ConversationMemory::SearchPurpose::read;
+        memory.purpose = RequestMemory::SearchPurpose::read;
         return requests.find(core, 0);
     }
     return std::nullopt;
@@ -196,7 +196,7 @@ Answer answerFor(const std::string& core, ConversationMemory& memory, const Rule
 } // namespace
 
 std::optional<RuleStep> FollowUpRules::answer(
-    std::string_view words, ConversationMemory& memory, const RuleSurroundings& around)
+    std::string_view words, RequestMemory& memory, const RuleSurroundings& around)
 {
     const std::string core(words);
     if (isNewRequest(memory.pending.kind, core, around)) {

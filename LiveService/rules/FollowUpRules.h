@@ -13,7 +13,7 @@ struct FollowUpRules {
     /// Nothing when it is another request or when patience has run out; `memory` then no longer holds the question.
     /// `core` is the utterance without its opening and closing words.
     static std::optional<RuleStep> answer(
-        std::string_view core, ConversationMemory& memory, const RuleSurroundings& surroundings);
+        std::string_view core, RequestMemory& memory, const RuleSurroundings& surroundings);
 };
 
 } // namespace quorvell

@@ -10,7 +10,7 @@ namespace quorvell {
 
 namespace {
 
-using Purpose = ConversationMemory::SearchPurpose;
+using Purpose = RequestMemory::SearchPurpose;
 
 constexpr int longestTitleWords = 6;
 constexpr std::size_t longestTitleCharacters = 60;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LiveService/rules/ConversationMemory.h"
+#include "LiveService/rules/RequestMemory.h"
 
 #include <optional>
 #include <string>
@@ -21,7 +21,7 @@ struct NoteIntent {
     Kind kind = Kind::keep;
     std::string text{};
     std::string title{};
-    ConversationMemory::SearchPurpose purpose = ConversationMemory::SearchPurpose::tell;
+    RequestMemory::SearchPurpose purpose = RequestMemory::SearchPurpose::tell;
     int index = 0;
 
     bool operator==(const NoteIntent&) const = default;

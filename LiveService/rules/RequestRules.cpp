@@ -25,18 +25,18 @@ namespace quorvell {
 namespace {
 
 using Kind = PendingQuestion::Kind;
-using Purpose = ConversationMemory::SearchPurpose;
+using Purpose = RequestMemory::SearchPurpose;
 
 constexpr int listLength = 20;
 constexpr std::size_t dayLength = 10; ///< "2026-11-22"
 
-RuleStep say(std::string text, ConversationMemory memory)
+RuleStep say(std::string text, RequestMemory memory)
 {
     memory.lastReply = text;
     return {std::move(text), std::move(memory)};
 }
 
-RuleStep ask(Kind kind, std::string question, ConversationMemory memory)
+RuleStep ask(Kind kind, std::string question, RequestMemory memory)
 {
     memory.pending = {.kind = kind, .question = question};
     return say(std::move(question), std::move(memory));
@@ -50,7 +50,7 @@ RuleStep remembered(RuleStep step)
     return step;
 }
 
-RuleStep keepNote(const NoteIntent& intent, ConversationMemory memory, const ToolRequests& requests)
+RuleStep keepNote(const NoteIntent& intent, RequestMemory memory, const ToolRequests& requests)
 {
     if (intent.text.empty())
         return ask(Kind::noteText, "What do you want to write down?", std::move(memory));
@@ -58,14 +58,14 @@ RuleStep keepNote(const NoteIntent& intent, ConversationMemory memory, const Too
     return {requests.keep(title, intent.text), std::move(memory)};
 }
 
-RuleStep search(const NoteIntent& intent, ConversationMemory memory, const ToolRequests& requests)
+RuleStep search(const NoteIntent& intent, RequestMemory memory, const ToolRequests& requests)
 {
     memory.purpose = intent.purpose;
     const int limit = intent.purpose == Purpose::listNotes ? listLength : intent.purpose == Purpose::readNewest ? 1 : 0;
     return {requests.find(intent.text, limit), std::move(memory)};
 }
 
-RuleStep readFound(const NoteIntent& intent, ConversationMemory memory, const ToolRequests& requests)
+RuleStep readFound(const NoteIntent& intent, RequestMemory memory, const ToolRequests& requests)
 {
     const auto count = static_cast<int>(memory.found.size());
     int index = intent.index == NoteIntent::lastIndex ? count - 1 : intent.index;
@@ -79,7 +79,7 @@ RuleStep readFound(const NoteIntent& intent, ConversationMemory memory, const To
     return {std::move(request), std::move(memory)};
 }
 
-RuleStep answerNote(const NoteIntent& intent, ConversationMemory memory, const ToolRequests& requests)
+RuleStep answerNote(const NoteIntent& intent, RequestMemory memory, const ToolRequests& requests)
 {
     switch (intent.kind) {
     case NoteIntent::Kind::keep:
@@ -92,7 +92,7 @@ RuleStep answerNote(const NoteIntent& intent, ConversationMemory memory, const T
     return readFound(intent, std::move(memory), requests);
 }
 
-RuleStep changeReminder(const ReminderChange& change, ConversationMemory memory, const RuleSurroundings& around)
+RuleStep changeReminder(const ReminderChange& change, RequestMemory memory, const RuleSurroundings& around)
 {
     const ToolRequests requests{around};
     memory.request.clear();
@@ -124,7 +124,7 @@ const char* nameOf(HelpMode mode)
     return "do";
 }
 
-RuleStep answerReminder(const ReminderIntent& intent, ConversationMemory memory, const ToolRequests& requests)
+RuleStep answerReminder(const ReminderIntent& intent, RequestMemory memory, const ToolRequests& requests)
 {
     if (intent.isBare)
         return ask(Kind::wholeReminder, "What do you want to be reminded of, and when?", std::move(memory));
@@ -139,7 +139,7 @@ std::optional<ReminderIntent> timedTask(const std::string& core, const RuleSurro
     return phrase ? ReminderIntent::readTimed(core, phrase->timeWords, phrase->task) : std::nullopt;
 }
 
-RuleStep answerRequest(const std::string& core, ConversationMemory memory, const RuleSurroundings& around)
+RuleStep answerRequest(const std::string& core, RequestMemory memory, const RuleSurroundings& around)
 {
     static const Pattern notebook("^(?:open|show)(?: me)? (?:my|the) notebook$", Pattern::Case::insensitive);
     const ToolRequests requests{around};
@@ -161,7 +161,7 @@ RuleStep answerRequest(const std::string& core, ConversationMemory memory, const
 }
 
 /// The note to read at once, when that is what the search was for.
-std::optional<std::string> noteToRead(const ConversationMemory& memory)
+std::optional<std::string> noteToRead(const RequestMemory& memory)
 {
     const bool isOne = memory.purpose == Purpose::read && memory.found.size() == 1;
     const bool isNewest = memory.purpose == Purpose::readNewest && !memory.found.empty();
@@ -171,9 +171,9 @@ std::optional<std::string> noteToRead(const ConversationMemory& memory)
 } // namespace
 
 RuleStep RequestRules::answerWords(
-    std::string_view words, const ConversationMemory& remembering, const RuleSurroundings& around)
+    std::string_view words, const RequestMemory& remembering, const RuleSurroundings& around)
 {
-    ConversationMemory memory = remembering;
+    RequestMemory memory = remembering;
     const std::string core = RequestText::withoutClosing(RequestText::withoutOpening(words));
     if (memory.pending.kind == Kind::confirm && SpokenConsent::isAffirmative(words)) {
         const PendingQuestion asked = std::exchange(memory.pending, {});
@@ -195,10 +195,10 @@ RuleStep RequestRules::answerWords(
     return remembered(answerRequest(core, std::move(memory), around));
 }
 
-RuleStep RequestRules::answerResult(const ToolRequest& call, std::string_view result,
-    const ConversationMemory& remembering, const RuleSurroundings& around)
+RuleStep RequestRules::answerResult(
+    const ToolRequest& call, std::string_view result, const RequestMemory& remembering, const RuleSurroundings& around)
 {
-    ConversationMemory memory = remembering;
+    RequestMemory memory = remembering;
     if (call.name == "whats_on") {
         if (auto step = AgendaRules::afterList(result, memory, around))
             return remembered(std::move(*step));

@@ -11,10 +11,10 @@ namespace quorvell {
 struct RequestRules {
     /// `words` in written form: digits for numbers and times, any case.
     static RuleStep answerWords(
-        std::string_view words, const ConversationMemory& memory, const RuleSurroundings& surroundings);
+        std::string_view words, const RequestMemory& memory, const RuleSurroundings& surroundings);
 
     /// `result` is the JSON text that the owner of the tool answered `call` with.
-    static RuleStep answerResult(const ToolRequest& call, std::string_view result, const ConversationMemory& memory,
+    static RuleStep answerResult(const ToolRequest& call, std::string_view result, const RequestMemory& memory,
         const RuleSurroundings& surroundings);
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LiveService/rules/ConversationMemory.h"
+#include "LiveService/rules/RequestMemory.h"
 #include "LiveService/rules/ToolRequest.h"
 
 #include <string>
@@ -12,7 +12,7 @@ namespace quorvell {
 /// in mind from then on.
 struct RuleStep {
     std::variant<ToolRequest, std::string> answer;
-    ConversationMemory memory;
+    RequestMemory memory;
 
     bool operator==(const RuleStep&) const = default;
 };

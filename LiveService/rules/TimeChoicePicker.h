@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LiveService/rules/ConversationMemory.h"
+#include "LiveService/rules/RequestMemory.h"
 
 #include <optional>
 #include <string>

@@ -6,7 +6,7 @@ namespace quorvell {
 
 namespace {
 
-using Purpose = ConversationMemory::SearchPurpose;
+using Purpose = RequestMemory::SearchPurpose;
 
 std::string reminderReply(const char* words, const char* result)
 {
@@ -72,7 +72,7 @@ TEST(ReplyWording, confirmsReminders)
 TEST(ReplyWording, keepsTheUsersWordsOverFollowUps)
 {
     const ToolRequest call{"set_reminder", R"({"task":"The meeting","date":"2026-11-22 17:00"})"};
-    const ConversationMemory memory{.request = "remind me of the meeting at 5"};
+    const RequestMemory memory{.request = "remind me of the meeting at 5"};
     EXPECT_EQ(ReplyWording::reply(
                   call, R"({"status":"set","task":"The meeting","when":"Sunday 22 November at 5 PM"})", memory),
         "I will remind you about the meeting on Sunday the 22nd of November at 5 PM.");

@@ -23,7 +23,7 @@ std::string shown(const RuleStep& step)
     return std::get<std::string>(step.answer);
 }
 
-std::string answer(std::string_view words, const ConversationMemory& memory = {})
+std::string answer(std::string_view words, const RequestMemory& memory = {})
 {
     return shown(RequestRules::answerWords(words, memory, surroundings()));
 }
@@ -174,13 +174,13 @@ TEST(RequestRules, callsOnlyToolsThatTheSessionOffers)
 
 TEST(RequestRules, settlesWhichTimeIsMeant)
 {
-    const ConversationMemory memory{.pending = {.kind = Kind::whichTime,
-                                        .question = "Which?",
-                                        .task = "Call the dentist",
-                                        .date = "",
-                                        .repeat = "daily",
-                                        .choices = {{"2026-11-22 05:00", "Sunday 22 November at 5 AM"},
-                                            {"2026-11-22 17:00", "Sunday 22 November at 5 PM"}}},
+    const RequestMemory memory{.pending = {.kind = Kind::whichTime,
+                                   .question = "Which?",
+                                   .task = "Call the dentist",
+                                   .date = "",
+                                   .repeat = "daily",
+                                   .choices = {{"2026-11-22 05:00", "Sunday 22 November at 5 AM"},
+                                       {"2026-11-22 17:00", "Sunday 22 November at 5 PM"}}},
         .request = "remind me tomorrow at 5 to call the dentist"};
     const auto reminder = [](const char* date) {
         return std::string("set_reminder {\"task\":\"Call the dentist\",\"date\":\"") + date
@@ -218,14 +218,14 @@ TEST(RequestRules, settlesWhichTimeIsMeant)
         SCOPED_TRACE(row.words);
         EXPECT_EQ(answer(row.words, memory), row.expected);
     }
-    ConversationMemory once = memory;
+    RequestMemory once = memory;
     once.pending.repeat.clear();
     EXPECT_EQ(answer("on monday at 6 pm", once), remind("remind me to call the dentist on monday at 6 pm"));
 }
 
 TEST(RequestRules, completesAReminderOverSeveralTurns)
 {
-    const ConversationMemory noTime{.pending = {.kind = Kind::reminderTime, .question = "When?", .task = "Call mum"},
+    const RequestMemory noTime{.pending = {.kind = Kind::reminderTime, .question = "When?", .task = "Call mum"},
         .request = "remind me to call mum"};
     EXPECT_EQ(answer("let's say tomorrow at 5 pm", noTime), remind("remind me to call mum tomorrow at 5 pm"));
     EXPECT_EQ(answer("6", noTime), remind("remind me to call mum at 6"));
@@ -234,22 +234,22 @@ TEST(RequestRules, completesAReminderOverSeveralTurns)
     EXPECT_EQ(answer("remind me to eat at 9 am", noTime), remind("remind me to eat at 9 am"));
     EXPECT_EQ(answer("blue", noTime), "Sorry, I could not understand that. When?");
 
-    const ConversationMemory noTask{
+    const RequestMemory noTask{
         .pending = {.kind = Kind::reminderTask, .question = "What?", .date = "2026-11-22 17:00"}};
     const std::string expected = "set_reminder {\"task\":\"Call mum\",\"date\":\"2026-11-22 17:00\"}";
     for (const char* words : {"call mum", "to call mum", "it's about call mum", "remind me to call mum"})
         EXPECT_EQ(answer(words, noTask), expected) << words;
 
-    const ConversationMemory nothing{.pending = {.kind = Kind::wholeReminder, .question = "What and when?"}};
+    const RequestMemory nothing{.pending = {.kind = Kind::wholeReminder, .question = "What and when?"}};
     EXPECT_EQ(answer("to call mum at 6 pm", nothing), remind("remind me to call mum at 6 pm"));
 
-    const ConversationMemory noText{.pending = {.kind = Kind::noteText, .question = "What?"}};
+    const RequestMemory noText{.pending = {.kind = Kind::noteText, .question = "What?"}};
     EXPECT_EQ(answer("the boat is blue", noText), keep("Boat", "The boat is blue"));
 }
 
 TEST(RequestRules, choosesAmongTheNotesFound)
 {
-    const ConversationMemory memory{.pending = {.kind = Kind::whichNote, .question = "Which?"},
+    const RequestMemory memory{.pending = {.kind = Kind::whichNote, .question = "Which?"},
         .found = {{"a1", "Garden plan"}, {"b2", "House plan"}, {"c3", "Wifi password"}}};
     struct Row {
         const char* words;
@@ -279,8 +279,7 @@ TEST(RequestRules, choosesAmongTheNotesFound)
 
 TEST(RequestRules, givesUpAQuestionAfterTwoAnswersThatFitNothing)
 {
-    ConversationMemory memory{
-        .pending = {.kind = Kind::reminderTime, .question = "When?"}, .request = "remind me to eat"};
+    RequestMemory memory{.pending = {.kind = Kind::reminderTime, .question = "When?"}, .request = "remind me to eat"};
     const auto first = RequestRules::answerWords("blue", memory, surroundings());
     const auto second = RequestRules::answerWords("green", first.memory, surroundings());
     EXPECT_EQ(shown(second), cannot);
@@ -291,10 +290,10 @@ TEST(RequestRules, goesOnFromAToolsResult)
 {
     const ToolRequest search{"find_in_notebook", R"({"query":"tea"})"};
     const std::string one = R"({"status":"found","count":1,"notes":[{"id":"a1","title":"Tea","snippet":"Green"}]})";
-    ConversationMemory memory{.purpose = ConversationMemory::SearchPurpose::read};
+    RequestMemory memory{.purpose = RequestMemory::SearchPurpose::read};
     EXPECT_EQ(shown(RequestRules::answerResult(search, one, memory, surroundings())), "read_note {\"id\":\"a1\"}");
 
-    memory.purpose = ConversationMemory::SearchPurpose::tell;
+    memory.purpose = RequestMemory::SearchPurpose::tell;
     const auto told = RequestRules::answerResult(search, one, memory, surroundings());
     EXPECT_EQ(shown(told), "There is one note. It is called Tea. It says: Green.");
     EXPECT_EQ(answer("read it", told.memory), "read_note {\"id\":\"a1\"}");

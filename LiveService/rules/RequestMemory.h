@@ -76,7 +76,7 @@ struct EventWish {
     bool operator==(const EventWish&) const = default;
 };
 
-struct ConversationMemory {
+struct RequestMemory {
     /// What is to be done with the notes that a search under way finds.
     enum class SearchPurpose { tell, read, readNewest, listNotes };
 
@@ -91,7 +91,7 @@ struct ConversationMemory {
     std::string lastDay{};
     std::string lastReply{}; ///< For "say that again".
 
-    bool operator==(const ConversationMemory&) const = default;
+    bool operator==(const RequestMemory&) const = default;
 };
 
 } // namespace quorvell
