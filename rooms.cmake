@@ -40,6 +40,8 @@ if(QUORVELL_SHELL)
     quorvell_room(speech Quorvell/speech USES text live session audio on_device_speech LIBRARIES Threads::Threads)
     quorvell_room(desktop Quorvell/desktop USES text session reminding agenda files
         PUBLIC_LIBRARIES Qt6::Core Qt6::DBus LIBRARIES Qt6::Gui PkgConfig::gio PkgConfig::libical)
+    # Signals of the message bus reach only slots that Qt knows by name.
+    set_target_properties(quorvell_desktop PROPERTIES AUTOMOC ON)
     quorvell_room(live_service LiveService USES text live reminders safety http on_device_speech webrtc audio
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)
     quorvell_room(app Quorvell/app

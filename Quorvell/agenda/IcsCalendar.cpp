@@ -93,7 +93,10 @@ namespace {
 
 IcsMoment occurrenceOf(const Series& series, const IcsEvent& changed, const IcsZones& zones)
 {
-    return series.master ? zones.moment(zones.instant(*changed.recurrence), series.master->start) : *changed.recurrence;
+    if (!series.master)
+        return *changed.recurrence;
+    const IcsMoment& start = series.master->start;
+    return zones.moment(zones.instant(changed.recurrence->like(start)), start);
 }
 
 void addShown(const Series& series, char letter, Instant from, Instant to, const IcsZones& zones,
@@ -101,7 +104,7 @@ void addShown(const Series& series, char letter, Instant from, Instant to, const
 {
     std::set<Instant> replaced;
     for (const IcsEvent& changed : series.changed) {
-        replaced.insert(zones.instant(*changed.recurrence));
+        replaced.insert(zones.instant(occurrenceOf(series, changed, zones)));
         CalendarEvent event = changed.shown(changed.start, letter, zones);
         event.repeats = true;
         event.id.occurrence = occurrenceOf(series, changed, zones).text();
@@ -212,6 +215,22 @@ bool IcsCalendar::has(const std::string& uid) const
     return std::any_of(components.begin(), components.end(), [&uid](icalcomponent* component) {
         const char* found = icalcomponent_get_uid(component);
         return found && uid == found;
+    });
+}
+
+std::string IcsCalendar::firstUid() const
+{
+    const auto components = m_content->components();
+    const char* uid = components.empty() ? nullptr : icalcomponent_get_uid(components.front());
+    return uid ? uid : "";
+}
+
+bool IcsCalendar::hasSeries() const
+{
+    const auto components = m_content->components();
+    return std::any_of(components.begin(), components.end(), [](icalcomponent* component) {
+        const auto event = IcsEvent::read(component);
+        return event && (event->repeats || event->recurrence);
     });
 }
 

@@ -35,6 +35,8 @@ public:
     std::string textOf(const EventID& id) const;
 
     bool has(const std::string& uid) const;
+    std::string firstUid() const; ///< Empty where there is no event.
+    bool hasSeries() const; ///< An event that repeats, or what was changed of one.
     std::size_t eventCount() const; ///< Changed occurrences of a series count, too.
 
     /// Those that overlap the stretch of time, by their starts. `letter` goes into their ids; `calendar` settles what

@@ -236,7 +236,7 @@ void IcsEvent::removeStruckOut(const IcsZones& zones, std::vector<IcsMoment>& fo
         if (struck && (struck->kind == IcsMoment::Kind::date || start.kind == IcsMoment::Kind::date))
             wholeDays.insert(std::chrono::floor<days>(struck->local));
         else if (struck)
-            moments.insert(zones.instant(*struck));
+            moments.insert(zones.instant(struck->like(start)));
     }
     std::erase_if(found, [&](const IcsMoment& moment) {
         return wholeDays.contains(std::chrono::floor<days>(moment.local)) || moments.contains(zones.instant(moment));

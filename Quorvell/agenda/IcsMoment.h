@@ -32,6 +32,9 @@ struct IcsMoment {
     /// The same kind of moment at another time.
     IcsMoment at(IcsLocalTime newLocal) const { return {kind, newLocal, zone}; }
 
+    /// As one of the same series: some programs leave the zone out where it is that of the series.
+    IcsMoment like(const IcsMoment& start) const { return kind == Kind::floating ? start.at(local) : *this; }
+
     /// Gives the property this value, its kind and its zone.
     void writeTo(icalproperty* property) const;
 };

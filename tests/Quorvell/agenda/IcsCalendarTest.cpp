@@ -77,6 +77,8 @@ TEST(IcsCalendar, putsEventsWhereTheyHappen)
             event("DTSTART;TZID=Europe/Berlin:20200106T090000\nDURATION:PT1H\nRRULE:FREQ=WEEKLY;BYDAY=MO,WE,FR\n"
                   "EXDATE;TZID=Europe/Berlin:20261125T090000"),
             {"2026-11-23T08:00/2026-11-23T09:00", "2026-11-27T08:00/2026-11-27T09:00"}},
+        {"one struck out without its zone",
+            event("DTSTART;TZID=Asia/Tokyo:20261117T090000\nRRULE:FREQ=WEEKLY;COUNT=2\nEXDATE:20261124T090000"), {}},
         {"until an instant, counted in the zone",
             event("DTSTART;TZID=Europe/Berlin:20261121T003000\nRRULE:FREQ=DAILY;UNTIL=20261123T233000Z"),
             {"2026-11-22T23:30/2026-11-22T23:30", "2026-11-23T23:30/2026-11-23T23:30"}},

@@ -1,0 +1,238 @@
+// The real programs of a desktop, on a bus of the test's own.
+#include "ChildProcess.h"
+#include "PrivateBus.h"
+#include "QtApplication.h"
+#include "Quorvell/desktop/DesktopNotifier.h"
+#include "Quorvell/desktop/EventsOfDataServer.h"
+#include "Quorvell/desktop/LoginWatch.h"
+#include "Quorvell/desktop/TimerFdWallClock.h"
+#include "TemporaryFolder.h"
+#include "VirtualScheduler.h"
+
+#include <QDBusConnectionInterface>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace quorvell {
+namespace {
+
+using test::ChildProcess;
+using test::PrivateBus;
+using test::TemporaryFolder;
+
+bool isInstalled(const std::string& program)
+{
+    return std::system(("command -v " + program + " >/dev/null 2>&1").c_str()) == 0;
+}
+
+/// A home and a session bus for programs that keep files there.
+struct Home {
+    TemporaryFolder folder;
+    std::unique_ptr<PrivateBus> bus;
+
+    Home()
+    {
+        needQtApplication();
+        for (const auto& [name, path] : {std::pair("HOME", "/"), {"XDG_CONFIG_HOME", "/config"},
+                 {"XDG_DATA_HOME", "/data"}, {"XDG_CACHE_HOME", "/cache"}, {"XDG_RUNTIME_DIR", "/run"}}) {
+            std::filesystem::create_directories(folder.path() + path);
+            ::setenv(name, (folder.path() + path).c_str(), 1);
+        }
+        ::setenv("GSETTINGS_BACKEND", "memory", 1);
+        ::unsetenv("WAYLAND_DISPLAY");
+        bus = std::make_unique<PrivateBus>();
+    }
+
+    QDBusConnection connection(const char* name) const
+    {
+        return QDBusConnection::connectToBus(
+            QString::fromLocal8Bit(std::getenv("DBUS_SESSION_BUS_ADDRESS")), QString::fromLatin1(name));
+    }
+};
+
+std::string outputOf(const std::string& command)
+{
+    const TemporaryFolder folder;
+    if (std::system((command + " >'" + (folder / "out") + "' 2>/dev/null").c_str()) != 0)
+        return "failed";
+    std::string text = test::readText(folder / "out");
+    while (text.ends_with('\n'))
+        text.pop_back();
+    return text;
+}
+
+TEST(TimerFdWallClock, ringsAtItsMoment)
+{
+    needQtApplication();
+    TimerFdWallClock clock;
+    int rings = 0;
+    clock.onRing([&] { ++rings; });
+    const Instant start = clock.now();
+    clock.setAlarm(start + std::chrono::milliseconds(40));
+    EXPECT_TRUE(runUntil([&] { return rings > 0; }));
+    EXPECT_GE(clock.now(), start + std::chrono::milliseconds(40));
+    clock.setAlarm(start - std::chrono::hours(1)); // Past: at once, but never inside the call.
+    EXPECT_EQ(rings, 1);
+    EXPECT_TRUE(runUntil([&] { return rings == 2; }));
+    clock.setAlarm(std::nullopt);
+    EXPECT_FALSE(runUntil([&] { return rings > 2; }, std::chrono::milliseconds(60)));
+}
+
+TEST(DesktopNotifier, isActedOnReplacedAndWithdrawn)
+{
+    if (!isInstalled("dunst") || !isInstalled("Xvfb"))
+        GTEST_SKIP() << "dunst or Xvfb is not installed";
+    const Home home;
+    const ChildProcess display(
+        {"Xvfb", "-displayfd", "3", "-screen", "0", "640x480x24", "-nolisten", "tcp", "-noreset"});
+    ::setenv("DISPLAY", (":" + display.line()).c_str(), 1);
+    const std::string chooser = home.folder / "choose";
+    test::writeText(chooser, "#!/bin/sh\ngrep 'In an hour'\n"); // Stands in for the user at the menu of buttons.
+    std::filesystem::permissions(chooser, std::filesystem::perms::owner_all);
+    test::writeText(home.folder / "dunstrc", "[global]\ndmenu = " + chooser + "\n");
+    const std::vector<std::string> dunst{"dunst", "-conf", home.folder / "dunstrc"};
+    const auto bus = home.connection("notifier");
+    std::vector<std::string> actions;
+    std::vector<std::string> unseen;
+    const auto isThere = [&] {
+        return runUntil([&] {
+            return bus.interface()->isServiceRegistered(QStringLiteral("org.freedesktop.Notifications")).value();
+        });
+    };
+    const auto displayed = [](const char* count) {
+        return runUntil([&] { return outputOf("dunstctl count displayed") == count; });
+    };
+    const Notice first{"a", "Call <mum>", "Due 5 PM & late", {{"done", "Done"}, {"In an hour", "In an hour"}}};
+
+    auto notifier = std::make_unique<DesktopNotifier>(bus);
+    notifier->setReports({[&](const auto& key, const auto& action) { actions.push_back(key + ": " + action); },
+        [&](const Notice& notice) { unseen.push_back(notice.key); }});
+    notifier->show(first); // Nobody is there yet: told, and not lost.
+    EXPECT_TRUE(runUntil([&] { return !unseen.empty(); }));
+    auto daemon = std::make_unique<ChildProcess>(dunst);
+    ASSERT_TRUE(isThere());
+    EXPECT_TRUE(displayed("1"));
+    notifier->show({"a", "Call mum", "Due now", first.actions}); // Takes the place of the first.
+    notifier->show({"b", "Pay rent", "Due", {{"done", "Done"}}});
+    EXPECT_TRUE(displayed("2"));
+    notifier->withdraw("b");
+    EXPECT_TRUE(displayed("1"));
+    std::system("dunstctl context >/dev/null 2>&1");
+    EXPECT_TRUE(runUntil([&] { return !actions.empty(); }));
+    EXPECT_EQ(actions, (std::vector<std::string>{"a: In an hour"}));
+    notifier->withdraw("a");
+    notifier->show({"c", "Lunch", "Due", {}});
+    EXPECT_TRUE(displayed("1"));
+    daemon = nullptr;
+    daemon = std::make_unique<ChildProcess>(dunst); // Started anew, it shows what is still open.
+    ASSERT_TRUE(isThere());
+    EXPECT_TRUE(displayed("1"));
+    notifier->withdraw("c");
+    EXPECT_TRUE(displayed("0"));
+}
+
+TEST(LoginWatch, tellsOfEveryReturn)
+{
+    if (std::system("/usr/bin/python3 -c 'import dbusmock' 2>/dev/null") != 0)
+        GTEST_SKIP() << "python3-dbusmock is not installed";
+    const Home home;
+    const std::string address = std::getenv("DBUS_SESSION_BUS_ADDRESS");
+    ::setenv("DBUS_SYSTEM_BUS_ADDRESS", address.c_str(), 1); // One bus is both.
+    const auto bus = home.connection("login");
+    const ChildProcess login({"/usr/bin/python3", "-m", "dbusmock", "--system", "--template", "logind"});
+    const ChildProcess saver({"/usr/bin/python3", "-m", "dbusmock", "--session", "org.freedesktop.ScreenSaver",
+        "/org/freedesktop/ScreenSaver", "org.freedesktop.ScreenSaver"});
+    const std::string call = "gdbus call --session -d ";
+    ASSERT_TRUE(runUntil([&] {
+        return outputOf(call
+                   + "org.freedesktop.login1 -o /org/freedesktop/login1 -m "
+                     "org.freedesktop.login1.Manager.CanSuspend")
+            != "failed";
+    }));
+    ASSERT_TRUE(runUntil([&] {
+        return outputOf(call
+                   + "org.freedesktop.ScreenSaver -o /org/freedesktop/ScreenSaver -m "
+                     "org.freedesktop.DBus.Peer.Ping")
+            != "failed";
+    }));
+    VirtualScheduler scheduler;
+    LoginWatch watch(bus, bus, scheduler);
+    int returns = 0;
+    int wakes = 0;
+    watch.onReturn([&] { ++returns; });
+    watch.onWake([&] { ++wakes; });
+    const auto emit = [&](const std::string& name, const std::string& path, const std::string& signal) {
+        std::system((call + name + " -o " + path + " -m org.freedesktop.DBus.Mock.EmitSignal " + signal + " >/dev/null")
+                        .c_str());
+    };
+    const std::string login1 = "org.freedesktop.login1";
+    const auto sleep = [&](const char* value) {
+        emit(login1, "/org/freedesktop/login1", login1 + ".Manager PrepareForSleep b \"[<" + value + ">]\"");
+    };
+    sleep("true");
+    EXPECT_FALSE(runUntil([&] { return returns > 0; }, std::chrono::milliseconds(100)));
+    sleep("false");
+    EXPECT_TRUE(runUntil([&] { return returns == 1 && wakes == 1; }));
+    outputOf(call + login1 + " -o /org/freedesktop/login1 -m org.freedesktop.DBus.Mock.AddSession s1 seat0 "
+        + std::to_string(::getuid()) + " me true");
+    emit(login1, "/org/freedesktop/login1/session/s1", login1 + ".Session Unlock '' '[]'");
+    EXPECT_TRUE(runUntil([&] { return returns == 2; }));
+    for (const char* active : {"true", "false"})
+        emit("org.freedesktop.ScreenSaver", "/org/freedesktop/ScreenSaver",
+            std::string("org.freedesktop.ScreenSaver ActiveChanged b \"[<") + active + ">]\"");
+    EXPECT_TRUE(runUntil([&] { return returns == 3; }));
+}
+
+Instant at(const char* iso)
+{
+    return parseIsoText(iso).value_or(Instant());
+}
+
+TEST(EventsOfDataServer, sharesTheDesktopsCalendars)
+{
+    if (!std::filesystem::exists("/usr/share/dbus-1/services/org.gnome.evolution.dataserver.Calendar8.service"))
+        GTEST_SKIP() << "evolution-data-server is not installed";
+    const Home home;
+    const Calendar berlin = *Calendar::create("Europe/Berlin", "en_GB");
+    const Instant now = at("2026-11-21T09:00:00Z");
+    EventsOfDataServer events;
+    EXPECT_FALSE(events.isThere()); // Never started from here.
+    for (const char* name : {"Sources5", "Calendar8"})
+        std::system((std::string("gdbus call --session -d org.freedesktop.DBus -o /org/freedesktop/DBus -m "
+                                 "org.freedesktop.DBus.StartServiceByName org.gnome.evolution.dataserver.")
+            + name + " 0 >/dev/null")
+                        .c_str());
+    ASSERT_TRUE(events.isThere());
+
+    // As another program makes it.
+    const EventDraft draft{
+        "quorvell-test-1", "Choir", "Hall", "", at("2026-11-25T17:00:00Z"), at("2026-11-25T18:30:00Z"), false};
+    const AgendaVerdict added = events.add(draft, berlin, now);
+    ASSERT_TRUE(added.event) << added.problem;
+    EXPECT_EQ(added.event->id.text(), "d:system-calendar/quorvell-test-1");
+    const auto reading = [&] { return events.read(now, at("2026-12-21T09:00:00Z"), berlin); };
+    ASSERT_EQ(reading().events.size(), 1U);
+    EXPECT_EQ(reading().events.front().place, "Hall");
+    EXPECT_EQ(isoText(reading().events.front().end), "2026-11-25T18:30:00.000Z");
+    EXPECT_EQ(reading().problems, std::vector<std::string>());
+
+    EventChange change;
+    change.start = at("2026-11-26T17:00:00Z");
+    const AgendaVerdict changed = events.change(added.event->id, EventScope::occurrence, change, berlin, now);
+    ASSERT_TRUE(changed.event) << changed.problem;
+    EXPECT_EQ(isoText(changed.event->end), "2026-11-26T18:30:00.000Z");
+
+    const std::string calendar =
+        outputOf("gdbus call --session -d org.gnome.evolution.dataserver.Calendar8 -o "
+                 "/org/gnome/evolution/dataserver/CalendarFactory -m "
+                 "org.gnome.evolution.dataserver.CalendarFactory.OpenCalendar system-calendar");
+    EXPECT_NE(calendar, "failed");
+    EXPECT_TRUE(events.remove(added.event->id, EventScope::occurrence, berlin, now).event);
+    EXPECT_TRUE(reading().events.empty());
+    EXPECT_FALSE(events.find(added.event->id, berlin));
+}
+
+} // namespace
+} // namespace quorvell
