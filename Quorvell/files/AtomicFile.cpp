@@ -77,17 +77,18 @@ std::optional<FileStamp> stampAt(int folder, const std::string& name)
 }
 
 /// Some file systems cannot flush a folder and say so; there is nothing more to be done on those.
-FileProblem flushFolder(int folder)
+FileProblem flushFile(int file)
 {
-    if (::fsync(folder) == 0 || errno == EINVAL || errno == ENOTSUP)
+    if (::fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP)
         return FileProblem::none;
     return fileProblem(errno);
 }
 
 } // namespace
 
-AtomicFile::AtomicFile(std::string folder)
+AtomicFile::AtomicFile(std::string folder, Flushing flushing)
     : m_folderPath(std::move(folder))
+    , m_flushing(flushing)
 {
 }
 
@@ -103,7 +104,7 @@ FileProblem AtomicFile::write(std::string_view text)
         return problem;
     if (const FileProblem problem = writeAll(text); problem != FileProblem::none)
         return problem;
-    return problemOf(::fsync(m_file.number()));
+    return flush(m_file.number());
 }
 
 FileProblem AtomicFile::commit(const std::string& name, Existing existing)
@@ -115,7 +116,7 @@ FileProblem AtomicFile::commit(const std::string& name, Existing existing)
     if (problem != FileProblem::none)
         return problem;
     m_temporaryName.clear();
-    return flushFolder(folder);
+    return flush(folder);
 }
 
 FileProblem AtomicFile::commitOver(const std::string& name, const FileStamp& expected)
@@ -135,7 +136,12 @@ FileProblem AtomicFile::commitOver(const std::string& name, const FileStamp& exp
         return FileProblem::changedMeanwhile;
     ::unlinkat(folder, temporary, 0);
     m_temporaryName.clear();
-    return flushFolder(folder);
+    return flush(folder);
+}
+
+FileProblem AtomicFile::flush(int file) const
+{
+    return m_flushing == Flushing::yes ? flushFile(file) : FileProblem::none;
 }
 
 FileStamp AtomicFile::stamp() const
@@ -170,9 +176,10 @@ FileProblem AtomicFile::writeAll(std::string_view text)
     return FileProblem::none;
 }
 
-FileProblem writeFileDurably(const std::string& folder, const std::string& name, std::string_view text)
+FileProblem writeFileDurably(
+    const std::string& folder, const std::string& name, std::string_view text, AtomicFile::Flushing flushing)
 {
-    AtomicFile file(folder);
+    AtomicFile file(folder, flushing);
     if (const FileProblem problem = file.write(text); problem != FileProblem::none)
         return problem;
     return file.commit(name, AtomicFile::Existing::replace);
@@ -185,7 +192,7 @@ FileProblem removeFileDurably(const std::string& folder, const std::string& name
         return errno == ENOENT ? FileProblem::none : fileProblem(errno);
     if (::unlinkat(opened.number(), name.c_str(), 0) != 0)
         return errno == ENOENT ? FileProblem::none : fileProblem(errno);
-    return flushFolder(opened.number());
+    return flushFile(opened.number());
 }
 
 void removeStaleTemporaryFiles(const std::string& folder, std::chrono::seconds age)

@@ -15,8 +15,12 @@ namespace quorvell {
 class AtomicFile {
 public:
     enum class Existing { replace, keep };
+    enum class Flushing {
+        yes,
+        no, ///< Still whole or not at all while the computer runs; where thousands are written that can be missed.
+    };
 
-    explicit AtomicFile(std::string folder);
+    explicit AtomicFile(std::string folder, Flushing flushing = Flushing::yes);
     /// Removes what was written and not committed.
     ~AtomicFile();
     AtomicFile(const AtomicFile&) = delete;
@@ -37,16 +41,19 @@ public:
 
 private:
     FileProblem openTemporary();
+    FileProblem flush(int file) const;
     FileProblem writeAll(std::string_view text);
 
     std::string m_folderPath;
+    Flushing m_flushing;
     FileDescriptor m_folder;
     FileDescriptor m_file;
     std::string m_temporaryName; ///< Empty when there is no temporary file.
 };
 
 /// Both steps for a name that may be replaced.
-FileProblem writeFileDurably(const std::string& folder, const std::string& name, std::string_view text);
+FileProblem writeFileDurably(const std::string& folder, const std::string& name, std::string_view text,
+    AtomicFile::Flushing flushing = AtomicFile::Flushing::yes);
 
 /// A file or folder that is not there is no problem. Blocks.
 FileProblem removeFileDurably(const std::string& folder, const std::string& name);

@@ -44,14 +44,15 @@ FileProblem NoteHistory::keep(const std::string& id, const NoteVersion& version,
     std::vector<NoteVersion> kept = versions(id);
     constexpr std::chrono::minutes pause(1);
     const bool isTooSoon = !kept.empty() && version.date - kept.front().date < pause;
-    if ((keeping == Keeping::ordinary && isTooSoon && !isOtherAuthor) || (!kept.empty() && kept.front() == version))
+    if ((keeping != Keeping::always && isTooSoon && !isOtherAuthor) || (!kept.empty() && kept.front() == version))
         return FileProblem::none;
     kept.insert(kept.begin(), version);
     if (kept.size() > maximumVersions)
         kept.resize(maximumVersions);
     if (const FileProblem problem = makeFolderInside(m_folder); problem != FileProblem::none)
         return problem;
-    return writeFileDurably(m_folder, id + ".json", text(kept));
+    const auto flushing = keeping == Keeping::replacedOutside ? AtomicFile::Flushing::no : AtomicFile::Flushing::yes;
+    return writeFileDurably(m_folder, id + ".json", text(kept), flushing);
 }
 
 std::vector<NoteVersion> NoteHistory::versions(const std::string& id) const

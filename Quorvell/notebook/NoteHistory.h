@@ -21,6 +21,7 @@ public:
 
     enum class Keeping {
         ordinary, ///< At most one version a minute, unless the author changed.
+        replacedOutside, ///< As ordinary; a sync program may replace a thousand notes at once, so it is not flushed.
         always, ///< Two people changed the note at once; nothing of either may be lost.
     };
 

@@ -218,6 +218,8 @@ void NotebookStore::takeOver(NoteFolderChanges changes)
         const std::string& id = stored.note.id;
         m_records[id].file = stored.file;
         if (const auto queue = m_queues.find(id); queue != m_queues.end()) {
+            if (queue->second.stored)
+                keepReplaced(*queue->second.stored, stored.note);
             queue->second.stored = std::move(stored.note);
             continue;
         }
@@ -250,7 +252,7 @@ void NotebookStore::keepReplaced(const Note& replaced, const Note& now)
         return;
     m_worker.run(
         [history = m_history, id = replaced.id, version] {
-            return history->keep(id, version, NoteAuthor::person, NoteHistory::Keeping::ordinary);
+            return history->keep(id, version, NoteAuthor::person, NoteHistory::Keeping::replacedOutside);
         },
         [](FileProblem) {});
 }

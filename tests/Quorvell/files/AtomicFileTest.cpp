@@ -78,6 +78,34 @@ TEST(AtomicFile, keepsTheOldFileWhenWritingStopsHalfWay)
     EXPECT_EQ(fileNamesIn(folder.path()), Names{"a.md"});
 }
 
+TEST(AtomicFile, takesAPlaceOnlyFromWhatIsExpectedThere)
+{
+    const test::TemporaryFolder folder;
+    writeText(folder / "a.md", "seen");
+    const auto seen = FileStamp::ofFile(folder / "a.md");
+    ASSERT_TRUE(seen);
+    const auto attempt = [&folder, &seen] {
+        AtomicFile file(folder.path());
+        EXPECT_EQ(file.write("ours"), FileProblem::none);
+        return file.commitOver("a.md", *seen);
+    };
+    writeText(folder / "a.md", "somebody else's");
+    EXPECT_EQ(attempt(), FileProblem::changedMeanwhile);
+    EXPECT_EQ(readText(folder / "a.md"), "somebody else's");
+    ASSERT_EQ(std::remove((folder / "a.md").c_str()), 0);
+    EXPECT_EQ(attempt(), FileProblem::changedMeanwhile);
+    EXPECT_EQ(fileNamesIn(folder.path()), Names{});
+    AtomicFile first(folder.path());
+    ASSERT_EQ(first.write("first"), FileProblem::none);
+    ASSERT_EQ(first.commit("a.md", AtomicFile::Existing::keep), FileProblem::none);
+    EXPECT_EQ(FileStamp::ofFile(folder / "a.md"), first.stamp());
+    AtomicFile second(folder.path());
+    ASSERT_EQ(second.write("second"), FileProblem::none);
+    EXPECT_EQ(second.commitOver("a.md", first.stamp()), FileProblem::none);
+    EXPECT_EQ(readText(folder / "a.md"), "second");
+    EXPECT_EQ(fileNamesIn(folder.path()), Names{"a.md"});
+}
+
 TEST(AtomicFile, saysWhyItCannotWrite)
 {
     const test::TemporaryFolder folder;

@@ -64,8 +64,11 @@ int versionOf(const Note& note)
             writeNext(version % 5 == 0 ? nextNote++ : note);
         };
         if (version == 1)
-            return store.add(
-                {.id = idOf(note), .title = "Note", .body = bodyOf(note, 1), .created = clock.wallClock(), .timesUsed = 1},
+            return store.add({.id = idOf(note),
+                                 .title = "Note",
+                                 .body = bodyOf(note, 1),
+                                 .created = clock.wallClock(),
+                                 .timesUsed = 1},
                 confirm);
         store.update(
             idOf(note),

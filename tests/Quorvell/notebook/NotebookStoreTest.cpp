@@ -1,93 +1,16 @@
 #include "Quorvell/notebook/NotebookStore.h"
 
 #include "FileSizeLimit.h"
+#include "NotebookDesk.h"
 #include "OrdinaryUser.h"
-#include "PostQueue.h"
-#include "Quorvell/notebook/NoteFolder.h"
-#include "QuorvellCore/notebook/NoteFile.h"
-#include "TemporaryFolder.h"
-#include "VirtualScheduler.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 namespace quorvell {
 namespace {
 
-using namespace std::chrono_literals;
 using test::readText;
 using test::writeText;
-
-constexpr Instant monday = std::chrono::sys_days(std::chrono::year(2026) / 11 / 16) + 17h;
-
-Note noteOf(const std::string& id, const std::string& title, const std::string& body = "")
-{
-    return {.id = id, .title = title, .body = body, .created = monday, .updated = monday};
-}
-
-/// A notebook in a temporary folder, whose main thread is the test.
-struct Desk {
-    test::TemporaryFolder folder;
-    test::PostQueue posts;
-    VirtualScheduler clock;
-    NotebookPorts ports;
-    std::unique_ptr<FileWorker> worker = std::make_unique<FileWorker>(posts.poster());
-    std::unique_ptr<NotebookStore> store;
-
-    Desk() { setClock(monday + 24h); }
-
-    void setClock(Instant now) { clock.wallClockAtStart = now - clock.now(); }
-    NotebookStore& open()
-    {
-        auto opened = NotebookStore::open(folder.path(), *worker, clock, ports);
-        EXPECT_EQ(opened.problem, "");
-        store = std::move(opened.store);
-        return *store;
-    }
-
-    /// Begins a change with `start` and waits for its verdict.
-    NotebookVerdict result(const std::function<void(NotebookCallback)>& start)
-    {
-        std::optional<NotebookVerdict> verdict;
-        start([&verdict](const NotebookVerdict& found) { verdict = found; });
-        EXPECT_TRUE(posts.runUntil([&verdict] { return verdict.has_value(); }));
-        return verdict.value_or(NotebookVerdict{});
-    }
-    NotebookVerdict add(const Note& note)
-    {
-        return result([&](NotebookCallback done) { store->add(note, std::move(done)); });
-    }
-    NotebookVerdict update(const std::string& id, const FullNotebook::Change& change)
-    {
-        return result([&](NotebookCallback done) { store->update(id, change, std::move(done)); });
-    }
-    void reload()
-    {
-        bool isDone = false;
-        store->reload([&isDone] { isDone = true; });
-        EXPECT_TRUE(posts.runUntil([&isDone] { return isDone; }));
-    }
-    /// What a program that starts now would see.
-    std::vector<Note> stored() const
-    {
-        auto content = readNoteFolder(folder.path(), monday);
-        return content ? content->notes : std::vector<Note>{};
-    }
-    std::vector<std::string> files() const
-    {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
-            if (entry.path().filename() != NoteHistory::folderName)
-                names.push_back(entry.path().filename());
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-};
-
-FullNotebook::Change titled(const std::string& title)
-{
-    return [title](Note& note) { note.title = title; };
-}
 
 TEST(NotebookStore, keepsWhatItConfirms)
 {
@@ -306,6 +229,166 @@ TEST(NotebookStore, saysWhatIsWrongWithTheFolder)
     EXPECT_NE(desk.update("aaaa", titled("c")).problem.find("is gone"), std::string::npos);
     desk.reload();
     EXPECT_EQ(store.note("aaaa")->title, "b");
+}
+
+TEST(NotebookStore, keepsAVersionAMinuteUnlessTheAuthorChanges)
+{
+    Desk desk;
+    NotebookStore& store = desk.open();
+    ASSERT_TRUE(desk.add(noteOf("aaaa", "a", "0")).isStored);
+    struct Row {
+        const char* name;
+        std::chrono::seconds later;
+        NoteAuthor by;
+        FullNotebook::Change change;
+        std::size_t versions;
+    };
+    const auto assistant = NoteAuthor::quorvell;
+    const Row rows[] = {
+        {"the first change", 1s, assistant, appended("1"), 1},
+        {"a day after that version", 1s, assistant, appended("2"), 2},
+        {"soon after", 1s, assistant, appended("-"), 2},
+        {"by the person", 1s, NoteAuthor::person, appended("3"), 3},
+        {"by the person again", 1s, NoteAuthor::person, appended("4"), 3},
+        {"nothing that versions keep", 120s, assistant, [](Note& note) { note.pinned = true; }, 3},
+        {"later", 120s, assistant, titled("b"), 4},
+        {"later, steps only", 120s, assistant, [](Note& note) { note.steps = {"x"}; }, 5},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        desk.clock.advance(row.later);
+        EXPECT_TRUE((row.by == assistant ? desk.update("aaaa", row.change) : desk.edit("aaaa", row.change)).isStored);
+        EXPECT_EQ(desk.history("aaaa").size(), row.versions);
+    }
+    EXPECT_EQ(desk.history("aaaa")[1], (NoteVersion{desk.history("aaaa")[1].date, "a", "012-34", {}}));
+    EXPECT_TRUE(desk.result([&](NotebookCallback done) {
+                        store.restoreVersion("aaaa", desk.history("aaaa").back(), std::move(done));
+                    })
+                    .isStored);
+    EXPECT_EQ(store.note("aaaa")->body, "0");
+    EXPECT_EQ(desk.history("aaaa").size(), 6u) << "what was current before went into the history";
+    for (int index = 0; index < 25; ++index) {
+        desk.clock.advance(120s);
+        EXPECT_TRUE(desk.update("aaaa", appended("x")).isStored);
+    }
+    EXPECT_EQ(desk.history("aaaa").size(), NoteHistory::maximumVersions);
+    EXPECT_EQ(desk.history("aaaa")[0].body.size(), 25u) << "newest first";
+    ASSERT_TRUE(desk.add(noteOf("../up", "a")).isStored);
+    EXPECT_TRUE(desk.update("../up", appended("x")).isStored);
+    EXPECT_TRUE(desk.history("../up").empty()) << "an id that leads out of the folder";
+}
+
+TEST(NotebookStore, listensToTheFolderAfterABurstOfChanges)
+{
+    Desk desk;
+    NotebookStore& store = desk.open();
+    std::vector<std::string> heard;
+    const NotebookObservation observation = store.observe([&heard](const NotebookChanges& changes) {
+        heard.insert(heard.end(), changes.changed.begin(), changes.changed.end());
+        for (const std::string& id : changes.gone)
+            heard.push_back("-" + id);
+    });
+    ASSERT_TRUE(desk.add(noteOf("aaaa", "a")).isStored);
+    EXPECT_TRUE(store.freshlyChanged("aaaa"));
+    writeText(desk.folder / "b.md", NoteFile::encode(noteOf("bbbb", "b")));
+    store.folderChanged();
+    desk.clock.advance(500ms);
+    store.folderChanged();
+    desk.clock.advance(599ms);
+    desk.posts.runPosted();
+    EXPECT_EQ(store.notes().size(), 1u);
+    desk.clock.advance(1ms);
+    EXPECT_TRUE(desk.posts.runUntil([&store] { return store.notes().size() == 2; }));
+    std::filesystem::remove(desk.folder / "b.md");
+    desk.reload();
+    EXPECT_EQ(heard, (std::vector<std::string>{"aaaa", "bbbb", "-bbbb"}));
+    desk.clock.advance(2s);
+    EXPECT_FALSE(store.freshlyChanged("aaaa"));
+}
+
+class FakeTrash final : public Trash {
+public:
+    bool put(const std::string& path) override
+    {
+        put_.push_back(std::filesystem::path(path).filename());
+        return takes && std::filesystem::remove(path);
+    }
+
+    bool takes = true;
+    std::vector<std::string> put_;
+};
+
+TEST(NotebookStore, deletesIntoTheTrashAndForgetsForGood)
+{
+    Desk desk;
+    FakeTrash trash;
+    std::string withdrawn;
+    desk.ports.trash = &trash;
+    desk.ports.withdrawNotifications = [&withdrawn](const std::string& id) { withdrawn += id; };
+    NotebookStore& store = desk.open();
+    const auto remove = [&](const std::string& id) {
+        return desk.result([&](NotebookCallback done) { store.delete_(id, std::move(done)); });
+    };
+    for (const char* id : {"aaaa", "bbbb"})
+        ASSERT_TRUE(desk.add(noteOf(id, "x", "text of " + std::string(id))).isStored);
+    store.update("aaaa", titled("y"), [](const NotebookVerdict&) {});
+    EXPECT_TRUE(remove("aaaa").isStored);
+    EXPECT_EQ(trash.put_, std::vector<std::string>{"2026-11-16-x-aaaa.md"});
+    trash.takes = false;
+    EXPECT_TRUE(remove("bbbb").isStored);
+    EXPECT_EQ(desk.history("bbbb").at(0).body, "text of bbbb") << "no trash, but not lost either";
+    EXPECT_FALSE(remove("bbbb").isStored);
+    EXPECT_EQ(withdrawn, "aaaabbbb");
+    EXPECT_TRUE(store.notes().empty() && desk.files().empty());
+
+    ASSERT_TRUE(desk.add(noteOf("cccc", "stays")).isStored);
+    for (const auto& [id, by] : {std::pair("dddd", NoteAuthor::person), {"eeee", NoteAuthor::quorvell}})
+        ASSERT_TRUE(
+            desk.result([&](NotebookCallback done) { store.remember("a fact", by, id, monday, std::move(done)); })
+                .isStored);
+    EXPECT_EQ(store.keptFacts().at(0).id, "dddd");
+    EXPECT_EQ(store.suggestions().at(0).id, "eeee");
+    EXPECT_EQ(store.visibleToQuorvell().size(), 2u);
+    EXPECT_TRUE(desk.edit("dddd", appended("more")).isStored);
+    EXPECT_TRUE(desk.result([&](NotebookCallback done) { store.forgetAll(std::move(done)); }).isStored);
+    EXPECT_EQ(store.notes().size(), 1u);
+    EXPECT_TRUE(desk.history("dddd").empty());
+    EXPECT_EQ(desk.files().size(), 1u);
+}
+
+TEST(NotebookStore, keepsPicturesAndTicks)
+{
+    struct Converter final : PictureConverter {
+        std::optional<std::string> png(std::string_view picture) const override
+        {
+            return picture == "bad" ? std::nullopt : std::optional("PNG of " + std::string(picture));
+        }
+    };
+    Desk desk;
+    const Converter converter;
+    desk.ports.pictures = &converter;
+    NotebookStore& store = desk.open();
+    const auto save = [&](const std::string& id, const std::string& picture) {
+        return desk.result([&](NotebookCallback done) { store.savePicture(id, picture, std::move(done)); });
+    };
+    ASSERT_TRUE(desk.add(noteOf("aaaa", "a", "* [x] one\n - [ ] two\n- [y] none\n+ [ ] three")).isStored);
+    ASSERT_TRUE(desk.add(noteOf("a/b", "b")).isStored);
+    EXPECT_EQ(store.pictureURL(*store.note("aaaa")), std::nullopt);
+    EXPECT_TRUE(save("aaaa", "a cat").isStored);
+    EXPECT_EQ(store.note("aaaa")->image, "Pictures/aaaa.png");
+    EXPECT_EQ(readText(store.pictureURL(*store.note("aaaa")).value_or("")), "PNG of a cat");
+    for (const auto& [id, picture] : {std::pair("aaaa", "bad"), {"a/b", "a cat"}, {"none", "a cat"}})
+        EXPECT_FALSE(save(id, picture).isStored) << id;
+
+    EXPECT_EQ(withToggledTask(store.note("aaaa")->body, 0), "* [ ] one\n - [ ] two\n- [y] none\n+ [ ] three");
+    EXPECT_EQ(withToggledTask(store.note("aaaa")->body, 2), "* [x] one\n - [ ] two\n- [y] none\n+ [x] three");
+    EXPECT_EQ(withToggledTask(store.note("aaaa")->body, 3), std::nullopt);
+    ASSERT_TRUE(desk.update("aaaa", [](Note& note) { note.steps = {"x", "y"}; }).isStored);
+    for (const auto& [step, isChecked] : {std::pair(1, true), {0, true}, {1, false}, {7, true}})
+        EXPECT_TRUE(
+            desk.result([&](NotebookCallback done) { store.setChecked("aaaa", step, isChecked, std::move(done)); })
+                .isStored);
+    EXPECT_EQ(store.note("aaaa")->checked, std::vector<std::int64_t>{0});
 }
 
 } // namespace

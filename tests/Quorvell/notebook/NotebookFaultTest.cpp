@@ -1,0 +1,219 @@
+// What other programs, the disk and the user do to the folder behind the store's back.
+#include "FileSizeLimit.h"
+#include "NotebookDesk.h"
+#include "OrdinaryUser.h"
+#include "Quorvell/notebook/NotebookMove.h"
+#include "Quorvell/notebook/NotebookTidying.h"
+
+#include <sys/stat.h>
+#include <utime.h>
+
+#include <thread>
+
+namespace quorvell {
+namespace {
+
+using test::readText;
+using test::writeText;
+namespace fs = std::filesystem;
+
+TEST(NotebookFault, outsideEditsAreReadBeforeTheyAreWrittenOver)
+{
+    const std::string file = "2026-11-16-a-aaaa.md";
+    Note outside = noteOf("aaaa", "outside", "theirs");
+    outside.updated = monday + 48h;
+    Note other = noteOf("cccc", "c");
+    other.created = monday - 1h;
+    struct Row {
+        const char* name;
+        std::function<void(const Desk&)> happens;
+        FullNotebook::Change change;
+        const char* title;
+        const char* body;
+        const char* versions; ///< Bodies, newest first.
+        std::size_t files;
+    };
+    const auto saved = [&](const Desk& desk) { writeText(desk.folder / file, NoteFile::encode(outside)); };
+    const auto replaced = [&](const Desk& desk) {
+        writeText(desk.folder / "x.tmp", NoteFile::encode(outside));
+        fs::rename(desk.folder / "x.tmp", desk.folder / file);
+    };
+    const auto setBody = [](Note& note) { note.body = "ours"; };
+    const auto pin = [](Note& note) { note.pinned = true; };
+    const Row rows[] = {
+        {"saved in place, another field changed", saved, pin, "outside", "theirs", "first ", 1},
+        {"saved atomically, the same field changed", replaced, setBody, "outside", "ours", "theirs first ", 1},
+        {"added to", saved, appended("+"), "outside", "theirs+", "theirs first ", 1},
+        {"gone", [&](const Desk& desk) { fs::remove(desk.folder / file); }, setBody, "a", "ours", "first ", 1},
+        {"renamed", [&](const Desk& desk) { fs::rename(desk.folder / file, desk.folder / "b.md"); }, setBody, "a",
+            "ours", "first ", 1},
+        {"made no note", [&](const Desk& desk) { writeText(desk.folder / file, "rubbish"); }, setBody, "a", "ours",
+            "first ", 2},
+        {"made another note", [&](const Desk& desk) { writeText(desk.folder / file, NoteFile::encode(other)); },
+            setBody, "a", "ours", "first ", 2},
+        {"only touched", [&](const Desk& desk) { ::utime((desk.folder / file).c_str(), nullptr); }, setBody, "a",
+            "ours", "first ", 1},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Desk desk;
+        NotebookStore& store = desk.open();
+        ASSERT_TRUE(desk.add(noteOf("aaaa", "a", "first")).isStored);
+        row.happens(desk);
+        EXPECT_TRUE(desk.update("aaaa", row.change).isStored);
+        EXPECT_EQ(store.note("aaaa")->title, row.title);
+        EXPECT_EQ(store.note("aaaa")->body, row.body);
+        std::string versions;
+        for (const NoteVersion& version : desk.history("aaaa"))
+            versions += version.body + " ";
+        EXPECT_EQ(versions, row.versions);
+        EXPECT_EQ(desk.files().size(), row.files);
+        desk.reload();
+        EXPECT_EQ(desk.stored(), store.notes());
+    }
+}
+
+/// An editor that saves atomically, again and again, what it has read a while ago.
+void editStubbornly(const std::string& path, int times)
+{
+    for (int index = 0; index < times; ++index) {
+        auto note = NoteFile::decode(readText(path), monday);
+        if (!note)
+            continue;
+        note->body += "E" + std::to_string(index) + " ";
+        std::this_thread::sleep_for(3ms);
+        writeText(path + ".tmp", NoteFile::encode(*note));
+        fs::rename(path + ".tmp", path);
+        std::this_thread::sleep_for(5ms);
+    }
+}
+
+TEST(NotebookFault, twoWritersLoseNothingThatWasConfirmed)
+{
+    Desk desk;
+    NotebookStore& store = desk.open();
+    ASSERT_TRUE(desk.add(noteOf("aaaa", "a")).isStored);
+    std::jthread editor(editStubbornly, *store.fileURL("aaaa"), 10);
+    for (int index = 0; index < 8; ++index) {
+        EXPECT_TRUE(desk.update("aaaa", appended("S" + std::to_string(index) + " ")).isStored);
+        std::this_thread::sleep_for(4ms);
+    }
+    editor.join();
+    desk.reload();
+    std::string everything = store.note("aaaa")->body;
+    for (const NoteVersion& version : desk.history("aaaa"))
+        everything += version.body;
+    for (int index = 0; index < 8; ++index)
+        EXPECT_NE(everything.find("S" + std::to_string(index) + " "), std::string::npos) << index;
+    EXPECT_EQ(desk.stored(), store.notes());
+}
+
+TEST(NotebookFault, aThousandFilesChangeAtOnce)
+{
+    Desk desk;
+    const auto write = [&desk](int number, const std::string& text) {
+        const std::string id = "n" + std::to_string(number);
+        writeText(desk.folder / (id + ".md"), NoteFile::encode(noteOf(id, text)));
+    };
+    for (int number = 0; number < 1000; ++number)
+        write(number, "old");
+    NotebookStore& store = desk.open();
+    int heard = 0;
+    const NotebookObservation observation =
+        store.observe([&heard](const NotebookChanges& changes) { heard += static_cast<int>(changes.changed.size()); });
+    for (int number = 0; number < 1000; ++number)
+        write(number, number < 990 ? "new" : "old");
+    for (int number = 0; number < 10; ++number)
+        fs::remove(desk.folder / ("n" + std::to_string(number) + ".md"));
+    desk.reload();
+    EXPECT_EQ(store.notes().size(), 990u);
+    EXPECT_EQ(heard, 980) << "what is the same is no news";
+    EXPECT_EQ(
+        std::count_if(store.notes().begin(), store.notes().end(), [](const Note& note) { return note.title == "new"; }),
+        980);
+    EXPECT_EQ(desk.stored(), store.notes());
+    EXPECT_EQ(desk.history("n500").at(0).title, "old") << "what outside changes replaced is kept";
+}
+
+TEST(NotebookFault, historyThatCannotBeWrittenStopsTheChange)
+{
+    Desk desk;
+    NotebookStore& store = desk.open();
+    ASSERT_TRUE(desk.add(noteOf("aaaa", "a", "old")).isStored);
+    writeText(desk.folder / NoteHistory::folderName, "a file where the folder should be");
+    EXPECT_NE(desk.update("aaaa", appended("x")).problem, "");
+    EXPECT_EQ(store.note("aaaa")->body, "old");
+    EXPECT_TRUE(desk.update("aaaa", [](Note& note) { note.pinned = true; }).isStored) << "needs no history";
+    EXPECT_EQ(desk.stored(), store.notes());
+}
+
+TEST(NotebookFault, tidyingRemovesOnlyWhatIsOldAndOurs)
+{
+    const std::string gone = "0123456789ab";
+    const std::string shared = "00000000000a";
+    Desk desk;
+    fs::create_directories(desk.folder / "Pictures");
+    fs::create_directories(desk.folder / ".history");
+    const auto now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+    const auto put = [&](const std::string& name, std::chrono::hours age) {
+        writeText(desk.folder / name, "x");
+        const std::time_t time = std::chrono::system_clock::to_time_t(now - age);
+        const utimbuf times{time, time};
+        ::utime((desk.folder / name).c_str(), &times);
+    };
+    const std::string removed[] = {
+        "Pictures/" + gone + ".png", ".history/" + gone + ".json", ".history/" + shared + ".json"};
+    const std::string kept[] = {"Pictures/" + shared + ".png", "Pictures/holiday.png", "Pictures/" + gone + ".jpg",
+        "Pictures/aaaa11112222.png", ".history/aaaa11112222.json", "Pictures/fedcba987654.png"};
+    for (const std::string& name : removed)
+        put(name, 25h);
+    for (const std::string& name : kept)
+        put(name, name.find("fedc") != std::string::npos ? 23h : 25h);
+    Note note = noteOf("aaaa11112222", "a");
+    note.image = "Pictures/" + shared + ".png";
+    writeText(desk.folder / "a.md", NoteFile::encode(note));
+    put("unfinished.md", 1h);
+    tidyNotebook(desk.folder.path(), now);
+    for (const std::string& name : removed)
+        EXPECT_TRUE(fs::exists(desk.folder / name)) << "while a file cannot be read: " << name;
+    fs::remove(desk.folder / "unfinished.md");
+    tidyNotebook(desk.folder.path(), now);
+    for (const std::string& name : removed)
+        EXPECT_FALSE(fs::exists(desk.folder / name)) << name;
+    for (const std::string& name : kept)
+        EXPECT_TRUE(fs::exists(desk.folder / name)) << name;
+}
+
+TEST(NotebookFault, movingKeepsBothAndLeavesTheSourceWholeWhenItFails)
+{
+    Desk desk;
+    NotebookStore& store = desk.open();
+    const test::TemporaryFolder elsewhere;
+    const std::string target = elsewhere / "deep/Notebook";
+    ASSERT_TRUE(desk.add(noteOf("aaaa", "a", "ours")).isStored);
+    ASSERT_TRUE(desk.update("aaaa", appended("!")).isStored);
+    writeText(desk.folder / "plain.txt", "no note");
+    fs::create_directories(target + "/.history");
+    writeText(target + "/2026-11-16-a-aaaa.md", "there before");
+    writeText(target + "/.history/aaaa.json",
+        NoteHistory::text({NoteVersion{.date = monday - 24h, .title = "a", .body = "older"}}));
+    const auto move = [&](const std::string& folder) {
+        return desk.result([&](NotebookCallback done) { store.moveNotebook(folder, std::move(done)); });
+    };
+    for (const std::string& bad : {desk.folder / "inside", desk.folder.path(), std::string("/proc/none")}) {
+        EXPECT_NE(move(bad).problem, "") << bad;
+        EXPECT_EQ(desk.stored(), store.notes());
+    }
+    store.moveNotebook(target, [](const NotebookVerdict& verdict) { EXPECT_EQ(verdict.problem, ""); });
+    EXPECT_TRUE(desk.update("aaaa", appended("?")).isStored) << "changes meanwhile wait";
+    EXPECT_EQ(store.folder(), target);
+    EXPECT_EQ(store.note("aaaa")->body, "ours!?");
+    EXPECT_EQ(store.fileURL("aaaa"), target + "/2026-11-16-a-aaaa-2.md");
+    EXPECT_EQ(readText(target + "/2026-11-16-a-aaaa.md"), "there before");
+    EXPECT_EQ(readText(target + "/plain.txt"), "no note");
+    EXPECT_EQ(desk.history("aaaa").back().body, "older");
+    EXPECT_TRUE(desk.files().empty());
+}
+
+} // namespace
+} // namespace quorvell
