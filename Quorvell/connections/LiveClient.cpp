@@ -117,9 +117,6 @@ void LiveClient::socketClosed(const ConnectionFailure& failure)
 {
     if (m_life.is(Stage::closing))
         return m_life.finish({});
-    // Whoever gave the handle begins the next connection without it.
-    if (m_life.is(Stage::starting) && m_options.resumptionHandle)
-        m_life.report(live_event::Diagnostic{"resumption_refused", failure.detail});
     m_life.fail(failure);
 }
 

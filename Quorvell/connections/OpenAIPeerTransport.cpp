@@ -18,8 +18,10 @@ WebRTCPeerOptions optionsFor(const LiveAccess& access)
     const std::string& host = access.endpoint.host;
     const bool isHere = host.starts_with("127.") || host.starts_with("localhost") || host.starts_with("[::1]");
     options.reach = isHere ? WebRTCPeerOptions::Reach::thisComputer : WebRTCPeerOptions::Reach::network;
-    // The microphone gives what it held back in one burst when somebody begins to speak.
+    // The microphone gives what it held back in one burst when somebody begins to speak, and half a minute of it after
+    // a lost connection.
     options.backlog = WebRTCPeerOptions::Backlog::caughtUp;
+    options.mostQueuedSound = std::chrono::seconds(40);
     return options;
 }
 

@@ -5,7 +5,8 @@
 namespace quorvell {
 
 CallSampleRing::CallSampleRing(std::size_t capacity)
-    : m_samples(std::max<std::size_t>(capacity, 1))
+    : m_capacity(std::max<std::size_t>(capacity, 1))
+    , m_samples(std::make_unique_for_overwrite<std::int16_t[]>(m_capacity))
 {
 }
 
@@ -14,9 +15,9 @@ std::size_t CallSampleRing::write(std::span<const std::int16_t> samples)
     const std::uint64_t start = m_written.load(std::memory_order_relaxed);
     // Forgotten samples keep their place until the reader has passed them: it may be among them right now.
     const std::size_t taken = static_cast<std::size_t>(start - m_read.load(std::memory_order_acquire));
-    const std::size_t count = std::min(samples.size(), m_samples.size() - taken);
+    const std::size_t count = std::min(samples.size(), m_capacity - taken);
     for (std::size_t index = 0; index < count; ++index)
-        m_samples[static_cast<std::size_t>((start + index) % m_samples.size())] = samples[index];
+        m_samples[static_cast<std::size_t>((start + index) % m_capacity)] = samples[index];
     m_written.store(start + count, std::memory_order_release);
     return count;
 }
@@ -33,7 +34,7 @@ std::size_t CallSampleRing::read(std::span<std::int16_t> samples)
     const std::uint64_t end = m_written.load(std::memory_order_acquire);
     const std::size_t count = std::min(samples.size(), static_cast<std::size_t>(end - start));
     for (std::size_t index = 0; index < count; ++index)
-        samples[index] = m_samples[static_cast<std::size_t>((start + index) % m_samples.size())];
+        samples[index] = m_samples[static_cast<std::size_t>((start + index) % m_capacity)];
     m_read.store(start + count, std::memory_order_release);
     return count;
 }

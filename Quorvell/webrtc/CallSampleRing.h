@@ -3,8 +3,8 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
-#include <vector>
 
 namespace quorvell {
 
@@ -25,7 +25,8 @@ public:
     std::size_t waiting() const;
 
 private:
-    std::vector<std::int16_t> m_samples;
+    std::size_t m_capacity;
+    std::unique_ptr<std::int16_t[]> m_samples; ///< Costs no memory before it is written to.
     // Counted from the start, never wrapped: 64 bits last longer than any call.
     std::atomic<std::uint64_t> m_written{0};
     std::atomic<std::uint64_t> m_read{0};
