@@ -1,5 +1,6 @@
 #include "LiveService/conversation/LiveSessionEngine.h"
 
+#include "LiveService/protocols/SampleBytes.h"
 #include "LiveService/replies/PlainReplies.h"
 #include "LiveService/voice/SpokenText.h"
 
@@ -14,14 +15,6 @@ namespace {
 
 constexpr int normalClosure = 1000;
 constexpr int policyViolation = 1008;
-
-std::vector<std::int16_t> samplesOf(const Bytes& pcm)
-{
-    std::vector<std::int16_t> samples(pcm.size() / 2);
-    for (std::size_t index = 0; index < samples.size(); ++index)
-        samples[index] = static_cast<std::int16_t>(pcm[2 * index] | (pcm[2 * index + 1] << 8));
-    return samples;
-}
 
 LiveSessionEngine::ToolNames namesOf(const Json& tools)
 {
@@ -108,7 +101,7 @@ void LiveSessionEngine::open(const OpenAILiveSetupOptions& options)
 void LiveSessionEngine::take(const openai_client::InputAudio& message, Time now)
 {
     m_samplesHeard += message.pcm.size() / 2;
-    takeTurnEvents(m_turns->take(samplesOf(message.pcm), now));
+    takeTurnEvents(m_turns->take(samplesOfBytes(message.pcm), now));
 }
 
 /// Commentary and thoughts inform a model; here there is none that could use them.

@@ -5,6 +5,7 @@
 #include "LiveService/replies/ReminderReply.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
+#include "QuorvellCore/text/Pattern.h"
 
 #include <nlohmann/json.hpp>
 
@@ -17,10 +18,11 @@ std::string textOf(const std::optional<Json>& object, const char* key)
     return object ? readString(*object, key).value_or("") : "";
 }
 
-/// The tool's own sentence, which says what to do next.
-std::string errorReply(const std::string& sentence)
+/// The tool's own sentences, without those that tell a model what to do next.
+std::string errorReply(const std::string& sentences)
 {
-    const std::string text = withUpperCaseFirst(trimmed(sentence));
+    static const Pattern forModels("\\s*(?:Call|Ask|Tell|Give|Use|Look it up|Look the event up|Say so)\\b[^.!?]*[.!?]");
+    const std::string text = withUpperCaseFirst(trimmed(forModels.replaceAll(sentences, "")));
     if (text.empty())
         return "That did not work.";
     return std::string_view(".!?").find(text.back()) == std::string_view::npos ? text + "." : text;
