@@ -1,5 +1,6 @@
 #include "Quorvell/app/Assistant.h"
 
+#include "Quorvell/app/AgendaAccess.h"
 #include "Quorvell/app/NotebookAccess.h"
 #include "Quorvell/app/PrivateFile.h"
 #include "Quorvell/connections/HostedAccess.h"
@@ -8,6 +9,7 @@
 #include "Quorvell/connections/OnDeviceService.h"
 #include "Quorvell/desktop/DesktopOpener.h"
 #include "Quorvell/notebook/FreshNoteID.h"
+#include "Quorvell/tools/AgendaTools.h"
 #include "Quorvell/tools/NotebookDigest.h"
 #include "Quorvell/tools/NotebookTools.h"
 #include "Quorvell/tools/ReminderTools.h"
@@ -47,6 +49,7 @@ Assistant::Made Assistant::create(const ProgramEnvironment& environment, const U
     if (!problem.empty())
         return {nullptr, std::move(problem)};
     assistant->makeSession(wishes, sound, observer);
+    assistant->fireReminders(environment, sound.synthesiser);
     return {std::move(assistant), {}};
 }
 
@@ -87,6 +90,8 @@ std::string Assistant::openNotebookAndTools(const ProgramEnvironment& environmen
     m_notebook = std::move(opened.notebook);
     const auto now = [this] { return m_scheduler.wallClock(); };
     registerReminderTools(m_registry, *m_notebook, {now, m_calendar, freshNoteID});
+    m_agenda = openAgenda(environment, m_scheduler);
+    registerAgendaTools(m_registry, *m_agenda, *m_notebook, {now, m_calendar, freshEventUid, &m_heard});
     m_search = std::make_unique<NotebookSearch>(*m_notebook, m_scheduler);
     registerNotebookTools(
         m_registry, *m_notebook, {now, freshNoteID, m_calendar, m_search.get(), &m_heard, showOnDesktop});
@@ -112,6 +117,18 @@ void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionObs
     ports.usageStore = m_usage.get();
     ports.jitter = [] { return QRandomGenerator::global()->generateDouble(); };
     m_session = std::make_unique<SessionController>(ports, sessionSettings(wishes));
+}
+
+/// On the desktop, in the conversation's text and, where there is a voice on the device, aloud.
+void Assistant::fireReminders(const ProgramEnvironment& environment, SpeechSynthesiser* synthesiser)
+{
+    const auto announce = [this, synthesiser](const std::string& sentence) {
+        m_observers->assistantSaid(sentence);
+        if (synthesiser)
+            synthesiser->say(sentence);
+    };
+    m_reminders = std::make_unique<ReminderService>(
+        environment, *m_notebook, m_scheduler, m_log, ReminderService::Voices{announce, nullptr});
 }
 
 SessionSettings Assistant::sessionSettings(const Wishes& wishes) const

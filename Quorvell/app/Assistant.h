@@ -1,9 +1,11 @@
 #pragma once
 
+#include "Quorvell/agenda/Agenda.h"
 #include "Quorvell/app/EventLogFile.h"
 #include "Quorvell/app/ObserverGroup.h"
 #include "Quorvell/app/ProgramEnvironment.h"
 #include "Quorvell/app/QtScheduler.h"
+#include "Quorvell/app/ReminderService.h"
 #include "Quorvell/app/UsageFile.h"
 #include "Quorvell/app/UserSettings.h"
 #include "Quorvell/connections/LiveAccessSource.h"
@@ -64,6 +66,7 @@ private:
     std::string openNotebookAndTools(const ProgramEnvironment& environment);
     std::string chooseService(const ProgramEnvironment& environment, const Wishes& wishes);
     void makeSession(const Wishes& wishes, const Sound& sound, SessionObserver& observer);
+    void fireReminders(const ProgramEnvironment& environment, SpeechSynthesiser* synthesiser);
     SessionSettings sessionSettings(const Wishes& wishes) const;
     LiveConnectionChoice::Networks networks();
     std::string whereAndWhen() const;
@@ -74,6 +77,7 @@ private:
     EventLogFile m_log;
     std::unique_ptr<FullNotebook> m_notebook;
     std::unique_ptr<NotebookSearch> m_search;
+    std::unique_ptr<Agenda> m_agenda;
     HeardWords m_heard; ///< What the user answered to a question of a tool.
     ToolRegistry m_registry;
     std::unique_ptr<ToolDispatcher> m_tools;
@@ -83,7 +87,8 @@ private:
     std::unique_ptr<ObserverGroup> m_observers;
     std::unique_ptr<LiveAccessSource> m_service;
     std::unique_ptr<LiveConnectionChoice> m_choice;
-    std::unique_ptr<SessionController> m_session; ///< Uses all of the above; goes first.
+    std::unique_ptr<SessionController> m_session; ///< Uses all of the above.
+    std::unique_ptr<ReminderService> m_reminders; ///< Fires them while this program owns the notebook; goes first.
 };
 
 struct Assistant::Made {

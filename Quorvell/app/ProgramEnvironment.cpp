@@ -147,6 +147,7 @@ ProgramEnvironment ProgramEnvironment::read(const char* programName)
     environment.programPath = absoluteProgramPath(programName);
     environment.programFolder = fs::path(environment.programPath).parent_path().string();
     environment.notebookFolder = baseFolder("XDG_DATA_HOME", ".local/share") + "/Quorvell/Notebook";
+    environment.calendarFolder = baseFolder("XDG_DATA_HOME", ".local/share") + "/Quorvell/Calendar";
     environment.configFolder = baseFolder("XDG_CONFIG_HOME", ".config") + "/Quorvell";
     environment.stateFolder = baseFolder("XDG_STATE_HOME", ".local/state") + "/Quorvell";
     environment.runtimeFolder = variable("XDG_RUNTIME_DIR").value_or("");

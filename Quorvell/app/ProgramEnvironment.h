@@ -10,6 +10,7 @@ struct ProgramEnvironment {
     std::string programPath; ///< Absolute path of this program.
     std::string programFolder;
     std::string notebookFolder; ///< $XDG_DATA_HOME/Quorvell/Notebook
+    std::string calendarFolder; ///< $XDG_DATA_HOME/Quorvell/Calendar
     std::string configFolder; ///< $XDG_CONFIG_HOME/Quorvell
     std::string stateFolder; ///< $XDG_STATE_HOME/Quorvell
     std::string runtimeFolder; ///< $XDG_RUNTIME_DIR, or empty.

@@ -198,6 +198,7 @@ UserSettings::Reading UserSettings::read(const std::string& path)
     taker.take("microphone", settings.microphone);
     taker.take("loudspeaker", settings.loudspeaker);
     taker.takeFolder("notebook_folder", settings.notebookFolder);
+    taker.takeFolder("calendar_folder", settings.calendarFolder);
     taker.take("voice", settings.models.voice);
     taker.take("gemini_model", settings.models.geminiModel);
     taker.take("gemini_voice", settings.models.geminiVoice);

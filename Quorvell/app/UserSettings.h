@@ -40,6 +40,7 @@ struct UserSettings {
     std::optional<std::string> microphone; ///< A device name; absent: the sound server's choice.
     std::optional<std::string> loudspeaker;
     std::optional<std::string> notebookFolder; ///< Absolute.
+    std::optional<std::string> calendarFolder; ///< Absolute.
 
     /// By the names that the settings and the command line know.
     static const std::map<std::string, LiveBackend>& backends();

@@ -1,4 +1,6 @@
 // The program: reads its surroundings, lets each command declare itself, and runs the one that was chosen.
+#include "Quorvell/app/AgendaCommand.h"
+#include "Quorvell/app/AgentCommand.h"
 #include "Quorvell/app/ChatCommand.h"
 #include "Quorvell/app/DoctorCommand.h"
 #include "Quorvell/app/LiveServiceCommand.h"
@@ -6,6 +8,7 @@
 #include "Quorvell/app/NotesCommand.h"
 #include "Quorvell/app/ProgramEnvironment.h"
 #include "Quorvell/app/RemindCommand.h"
+#include "Quorvell/app/RemindersCommand.h"
 #include "Quorvell/app/TalkCommand.h"
 #include "Quorvell/app/UsageCommand.h"
 #include "Quorvell/app/UserSettings.h"
@@ -27,8 +30,8 @@ using AddCommand = std::function<int()> (*)(CLI::App&, const ProgramEnvironment&
 
 /// In the order in which the help lists them. The first runs when no command is named.
 const std::vector<AddCommand> commandTable{quorvell::addChatCommand, quorvell::addTalkCommand,
-    quorvell::addRemindCommand, quorvell::addNotesCommand, quorvell::addLogCommand, quorvell::addUsageCommand,
-    quorvell::addDoctorCommand, quorvell::addLiveServiceCommand};
+    quorvell::addRemindCommand, quorvell::addRemindersCommand, quorvell::addAgendaCommand, quorvell::addNotesCommand, quorvell::addLogCommand, quorvell::addUsageCommand,
+    quorvell::addDoctorCommand, quorvell::addAgentCommand, quorvell::addLiveServiceCommand};
 
 struct Command {
     CLI::App* declared;
@@ -60,9 +63,9 @@ int main(int argumentCount, char** arguments)
 {
     ProgramEnvironment environment = ProgramEnvironment::read(arguments[0]);
     // Every command must find the same notebook; what is wrong with the settings is told by those who use the rest.
-    if (const auto folder =
-            quorvell::UserSettings::read(environment.configFolder + "/settings.json").settings.notebookFolder)
-        environment.notebookFolder = *folder;
+    const auto settings = quorvell::UserSettings::read(environment.configFolder + "/settings.json").settings;
+    environment.notebookFolder = settings.notebookFolder.value_or(environment.notebookFolder);
+    environment.calendarFolder = settings.calendarFolder.value_or(environment.calendarFolder);
     CLI::App program("A voice assistant for your desktop.", "quorvell");
     program.require_subcommand(0, 1);
     const std::vector<Command> commands = declareCommands(program, environment);

@@ -34,7 +34,10 @@ ReminderWatch::ReminderWatch(Ports ports)
             .couldNotShow =
                 [this](const Notice& notice) {
                     m_ports.log.record("reminder_not_shown", {{"actions", notice.actions.size()}});
+                    if (m_ports.couldNotShow)
+                        m_ports.couldNotShow();
                 }});
+    m_observation = m_ports.notebook.observe([this](const NotebookChanges&) { look(); });
 }
 
 ReminderWatch::~ReminderWatch()

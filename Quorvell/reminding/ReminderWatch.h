@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,8 @@ public:
         std::function<Calendar()> calendar; ///< Asked each time: the user may travel.
         /// Says it as well where somebody listens: in an open conversation, on a terminal.
         std::function<void(const std::string& sentence)> announce;
+        /// For when nothing on this desktop shows notices.
+        std::function<void()> couldNotShow = nullptr;
     };
 
     explicit ReminderWatch(Ports ports);
@@ -36,8 +39,8 @@ public:
     ReminderWatch(const ReminderWatch&) = delete;
     ReminderWatch& operator=(const ReminderWatch&) = delete;
 
-    /// Fires what is due, withdraws what is settled and sets the next alarm. To be called once at the start and after
-    /// every change of the notes.
+    /// Fires what is due, withdraws what is settled and sets the next alarm. To be called once at the start; changes of
+    /// the notes are seen to from then on.
     void look();
 
 private:
@@ -55,6 +58,7 @@ private:
     std::map<std::string, Instant> m_unwritten; ///< By id: shown, but the note does not say so yet.
     std::vector<Note> m_marked; ///< The notes with those marks, while there are any.
     bool m_isLooking = false;
+    NotebookObservation m_observation;
     std::shared_ptr<bool> m_life = std::make_shared<bool>(true); ///< Answers that come after the end find it gone.
 };
 

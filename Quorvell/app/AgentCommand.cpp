@@ -1,0 +1,138 @@
+#include "Quorvell/app/AgentCommand.h"
+
+#include "Quorvell/app/EventLogFile.h"
+#include "Quorvell/app/Interrupts.h"
+#include "Quorvell/app/NotebookAccess.h"
+#include "Quorvell/app/ProgramEnvironment.h"
+#include "Quorvell/app/ProgramLoop.h"
+#include "Quorvell/app/ReminderService.h"
+#include "Quorvell/notebook/FreshNoteID.h"
+
+#include <CLI/CLI.hpp>
+#include <fcntl.h>
+#include <nlohmann/json.hpp>
+#include <sys/file.h>
+
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+constexpr int done = 0;
+constexpr int couldNot = 1;
+
+/// One agent a user and notebook; ends with the program however that ends.
+FileDescriptor takeAgentPlace(const ProgramEnvironment& environment)
+{
+    FileDescriptor file(::open((environment.notebookFolder + "/.agent").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+    if (file.isOpen() && ::flock(file.number(), LOCK_EX | LOCK_NB) != 0)
+        return FileDescriptor();
+    return file;
+}
+
+/// Keeps trying to own the notebook: the program that owns it now may end at any time.
+class Agent {
+public:
+    Agent(const ProgramEnvironment& environment, Scheduler& scheduler)
+        : m_environment(environment)
+        , m_scheduler(scheduler)
+        , m_log(environment.stateFolder, scheduler, freshNoteID())
+        , m_bus(environment.hasSessionBus ? NotebookBus::connect(environment.notebookFolder) : std::nullopt)
+    {
+    }
+
+    /// Empty, or why nothing can be done.
+    std::string start()
+    {
+        OpenedNotebook opened = openNotebook(m_environment, m_scheduler);
+        if (!opened.notebook)
+            return opened.problem;
+        m_notebook = std::move(opened.notebook);
+        m_service = std::make_unique<ReminderService>(m_environment, *m_notebook, m_scheduler, m_log,
+            ReminderService::Voices{
+                [this](const std::string& sentence) { announce(sentence); }, [this] { tellOfMissingDesktop(); }});
+        m_log.record("agent_started", {{"owner", m_notebook->isOwner()}});
+        if (!m_notebook->isOwner())
+            m_next = m_scheduler.after(pauseBetweenTries, [this] { tryAgain(); });
+        return "";
+    }
+
+private:
+    static constexpr std::chrono::seconds pauseBetweenTries{5};
+
+    /// Asking the bus costs nothing; the notebook is read again only when its owner is gone.
+    void tryAgain()
+    {
+        std::string problem;
+        if (!m_bus || !m_bus->hasOwner()) {
+            m_service.reset();
+            m_notebook.reset();
+            problem = start();
+            if (problem.empty())
+                return;
+        }
+        if (!problem.empty() && problem != m_lastProblem)
+            std::cerr << problem << std::endl;
+        m_lastProblem = problem;
+        m_next = m_scheduler.after(pauseBetweenTries, [this] { tryAgain(); });
+    }
+
+    /// A terminal shows it to the user; a journal would keep it for others.
+    void announce(const std::string& sentence) const
+    {
+        if (m_environment.isOutputTerminal)
+            std::cout << sentence << std::endl;
+    }
+
+    void tellOfMissingDesktop()
+    {
+        if (!std::exchange(m_hasTold, true))
+            std::cerr << "A reminder is due, but nothing here shows notifications. Start a notification service; until "
+                         "then \"quorvell reminders\" lists what is due."
+                      << std::endl;
+    }
+
+    const ProgramEnvironment& m_environment;
+    Scheduler& m_scheduler;
+    EventLogFile m_log;
+    std::optional<NotebookBus> m_bus; ///< To look whether there is an owner.
+    std::unique_ptr<FullNotebook> m_notebook;
+    std::unique_ptr<ReminderService> m_service;
+    TimerHandle m_next;
+    std::string m_lastProblem;
+    bool m_hasTold = false;
+};
+
+int runAgent(const ProgramEnvironment& environment)
+{
+    ProgramLoop loop;
+    Agent agent(environment, loop.scheduler());
+    const std::string problem = agent.start();
+    if (!problem.empty()) {
+        std::cerr << problem << std::endl;
+        return couldNot;
+    }
+    const FileDescriptor place = takeAgentPlace(environment);
+    if (!place.isOpen()) {
+        std::cerr << "Another quorvell agent already watches the reminders in " << environment.notebookFolder
+                  << ". One is enough." << std::endl;
+        return couldNot;
+    }
+    const Interrupts interrupts([] { ProgramLoop::end(done); });
+    return loop.run();
+}
+
+} // namespace
+
+std::function<int()> addAgentCommand(CLI::App& program, const ProgramEnvironment& environment)
+{
+    program.add_subcommand(
+        "agent", "Fire reminders in the background, without a conversation (see quorvell-agent.service)");
+    return [environment] { return runAgent(environment); };
+}
+
+} // namespace quorvell

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Quorvell/notebook/Notebook.h"
+#include "QuorvellCore/reminders/Calendar.h"
+
+#include <functional>
+#include <iosfwd>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace quorvell {
+
+struct ProgramEnvironment;
+
+struct RemindersRequest {
+    enum class Action { list, done, later };
+
+    Action action = Action::list;
+    std::string id{}; ///< Or its beginning, or words of the task.
+    std::string when{}; ///< Of later, in words.
+    bool asJson = false; ///< One object a line.
+};
+
+/// Calls `finished` with the exit code, at once or when the change is stored.
+void runReminders(const RemindersRequest& request, Notebook& notebook, Instant now, const Calendar& calendar,
+    std::ostream& out, std::ostream& errors, std::function<void(int)> finished);
+
+/// `quorvell reminders [list | done ID | later ID WHEN...] [--json]`
+std::function<int()> addRemindersCommand(CLI::App& program, const ProgramEnvironment& environment);
+
+} // namespace quorvell
