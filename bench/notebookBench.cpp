@@ -1,7 +1,9 @@
 // What a note costs: as text and back, kept durably, and 10,000 of them read at a start, beside merely reading their
-// files.
+// files, read again after one change, and searched. "--write-notes FOLDER" only writes the notes, for others to read.
 #include "Quorvell/files/Folder.h"
 #include "Quorvell/notebook/NoteFolder.h"
+#include "Quorvell/notebook/NoteFolderReader.h"
+#include "Quorvell/notebook/NoteIndex.h"
 #include "Quorvell/notebook/NotebookStore.h"
 #include "QuorvellCore/notebook/NoteFile.h"
 
@@ -11,6 +13,7 @@
 #include <filesystem>
 #include <fstream>
 #include <future>
+#include <thread>
 
 namespace {
 
@@ -49,6 +52,12 @@ public:
     void post(std::function<void()> action) override { action(); }
 };
 
+void writeManyNotes(const std::string& folder)
+{
+    for (int number = 0; number < manyNotes; ++number)
+        std::ofstream(folder + "/" + NoteFile::longFileName(noteOf(number))) << NoteFile::encode(noteOf(number));
+}
+
 /// A folder of `manyNotes` notes that lives as long as the program.
 class ManyNotes {
 public:
@@ -56,8 +65,7 @@ public:
     {
         std::string pattern = (std::filesystem::temp_directory_path() / "quorvell-bench-XXXXXX").string();
         m_path = ::mkdtemp(pattern.data());
-        for (int number = 0; number < manyNotes; ++number)
-            std::ofstream(m_path + "/" + NoteFile::longFileName(noteOf(number))) << NoteFile::encode(noteOf(number));
+        writeManyNotes(m_path);
     }
     ~ManyNotes() { std::filesystem::remove_all(m_path); }
 
@@ -123,12 +131,80 @@ void loadManyNotes(benchmark::State& state)
     }
 }
 
+/// On the file worker; what reaches the main thread is the one note.
+void reloadAfterOneChange(benchmark::State& state)
+{
+    const std::string& folder = manyNotesFolder();
+    NoteFolderReader reader(folder);
+    // Files written within the last two seconds are read again in any case; they shall not count here.
+    std::this_thread::sleep_for(std::chrono::seconds(3));
+    reader.read(Instant{});
+    Note note = noteOf(77);
+    for (auto _ : state) {
+        note.body += "!";
+        std::ofstream(folder + "/" + NoteFile::longFileName(note)) << NoteFile::encode(note);
+        const auto changes = reader.read(Instant{});
+        if (!changes || changes->changed.size() != 1)
+            state.SkipWithError("not one change");
+    }
+}
+
+NoteIndex& manyNotesIndex()
+{
+    static NoteIndex index = [] {
+        NoteIndex made;
+        for (int number = 0; number < manyNotes; ++number)
+            made.put(noteOf(number));
+        return made;
+    }();
+    return index;
+}
+
+void indexOneNote(benchmark::State& state)
+{
+    NoteIndex& index = manyNotesIndex();
+    int number = 0;
+    for (auto _ : state)
+        index.put(noteOf(number = (number + 7) % manyNotes));
+}
+
+void searchRareWord(benchmark::State& state)
+{
+    const NoteIndex& index = manyNotesIndex();
+    for (auto _ : state)
+        if (index.find({.words = "note 4711"}).count != 1)
+            state.SkipWithError("not found");
+}
+
+void searchWordOfEveryNote(benchmark::State& state)
+{
+    const NoteIndex& index = manyNotesIndex();
+    for (auto _ : state)
+        if (index.find({.words = "tomato"}).count != manyNotes)
+            state.SkipWithError("not found");
+}
+
 BENCHMARK(encodeNote)->Unit(benchmark::kMicrosecond);
 BENCHMARK(decodeNote)->Unit(benchmark::kMicrosecond);
 BENCHMARK(keepNoteDurably)->Unit(benchmark::kMicrosecond)->UseRealTime();
 BENCHMARK(merelyReadManyFiles)->Unit(benchmark::kMillisecond);
 BENCHMARK(loadManyNotes)->Unit(benchmark::kMillisecond);
+BENCHMARK(reloadAfterOneChange)->Unit(benchmark::kMillisecond);
+BENCHMARK(indexOneNote)->Unit(benchmark::kMicrosecond);
+BENCHMARK(searchRareWord)->Unit(benchmark::kMillisecond);
+BENCHMARK(searchWordOfEveryNote)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argumentCount, char** arguments)
+{
+    if (argumentCount == 3 && std::string(arguments[1]) == "--write-notes") {
+        std::filesystem::create_directories(arguments[2]);
+        writeManyNotes(arguments[2]);
+        return 0;
+    }
+    benchmark::Initialize(&argumentCount, arguments);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

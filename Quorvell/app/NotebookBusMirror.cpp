@@ -1,5 +1,6 @@
 #include "Quorvell/app/NotebookBusMirror.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvell {
@@ -63,32 +64,38 @@ void NotebookBusMirror::remove(const std::string& id)
 
 void NotebookBusMirror::read(std::function<void()> done)
 {
-    m_worker.run([reader = m_reader, now = m_scheduler.wallClock()] { return reader->read(now); },
-        [this, began = m_count, done = std::move(done), life = std::weak_ptr(m_life)](
-            std::optional<NoteFolderChanges> changes) {
+    m_worker.run(
+        [reader = m_reader, now = m_scheduler.wallClock()]() -> std::optional<Reading> {
+            auto changes = reader->read(now);
+            return changes ? std::optional(Reading{std::move(*changes), reader->ids()}) : std::nullopt;
+        },
+        [this, began = m_count, done = std::move(done), life = std::weak_ptr(m_life)](std::optional<Reading> reading) {
             if (life.expired())
                 return;
-            if (changes)
-                take(std::move(*changes), began);
+            if (reading)
+                take(std::move(*reading), began);
             done();
         });
 }
 
-void NotebookBusMirror::take(NoteFolderChanges changes, int readingBegan)
+void NotebookBusMirror::take(Reading reading, int began)
 {
     NotebookChanges news;
     std::vector<Note> different;
-    for (StoredNote& stored : changes.changed) {
+    for (StoredNote& stored : reading.changes.changed) {
         m_fileNames[stored.note.id] = stored.file.name;
         const Note* const known = m_list.find(stored.note.id);
-        if ((known && *known == stored.note) || isSaidSince(stored.note.id, readingBegan))
+        if ((known && *known == stored.note) || isSaidSince(stored.note.id, began))
             continue;
         news.changed.push_back(stored.note.id);
         different.push_back(std::move(stored.note));
     }
-    for (const std::string& id : changes.gone) {
+    std::vector<std::string> gone = goneUnseen(reading.ids, began);
+    gone.insert(gone.end(), reading.changes.gone.begin(), reading.changes.gone.end());
+    for (const std::string& id : gone) {
         m_fileNames.erase(id);
-        if (m_list.find(id) && !isSaidSince(id, readingBegan))
+        const bool isNew = std::find(news.gone.begin(), news.gone.end(), id) == news.gone.end();
+        if (isNew && m_list.find(id) && !isSaidSince(id, began))
             news.gone.push_back(id);
     }
     if (news.changed.empty() && news.gone.empty())
@@ -97,11 +104,22 @@ void NotebookBusMirror::take(NoteFolderChanges changes, int readingBegan)
     m_changed(news);
 }
 
+/// Notes that the owner spoke of and that went before any reading saw them.
+std::vector<std::string> NotebookBusMirror::goneUnseen(const std::vector<std::string>& ids, int began)
+{
+    std::vector<std::string> gone;
+    for (const auto& [id, count] : m_said)
+        if (count <= began && std::find(ids.begin(), ids.end(), id) == ids.end())
+            gone.push_back(id);
+    std::erase_if(m_said, [began](const auto& said) { return said.second <= began; });
+    return gone;
+}
+
 /// Such a note may have been read as it was before.
-bool NotebookBusMirror::isSaidSince(const std::string& id, int readingBegan) const
+bool NotebookBusMirror::isSaidSince(const std::string& id, int began) const
 {
     const auto said = m_said.find(id);
-    return said != m_said.end() && said->second > readingBegan;
+    return said != m_said.end() && said->second > began;
 }
 
 } // namespace quorvell

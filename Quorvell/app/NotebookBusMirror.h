@@ -34,8 +34,15 @@ public:
     void read(std::function<void()> done);
 
 private:
-    void take(NoteFolderChanges changes, int readingBegan);
-    bool isSaidSince(const std::string& id, int readingBegan) const;
+    /// What the folder holds, as far as it matters.
+    struct Reading {
+        NoteFolderChanges changes;
+        std::vector<std::string> ids; ///< Of all its notes.
+    };
+
+    void take(Reading reading, int began);
+    std::vector<std::string> goneUnseen(const std::vector<std::string>& ids, int began);
+    bool isSaidSince(const std::string& id, int began) const;
 
     FileWorker& m_worker;
     Scheduler& m_scheduler;

@@ -57,16 +57,20 @@ void FolderWatch::watch()
     }
 }
 
+/// The folder above is watched first, so that one that comes back between the two steps is seen.
 FolderWatch::Attached FolderWatch::attach()
 {
-    if (m_watch >= 0)
-        ::inotify_rm_watch(m_events.number(), m_watch);
-    m_watch = ::inotify_add_watch(m_events.number(), m_folder.c_str(), inFolder);
-    if (m_watch >= 0)
+    const int before = m_watch;
+    const std::string above = std::filesystem::path(m_folder).parent_path().string();
+    const int parent = ::inotify_add_watch(m_events.number(), above.c_str(), inParent);
+    const int folder = ::inotify_add_watch(m_events.number(), m_folder.c_str(), inFolder);
+    m_watch = folder >= 0 ? folder : parent;
+    for (const int old : {before, parent})
+        if (old >= 0 && old != m_watch)
+            ::inotify_rm_watch(m_events.number(), old);
+    if (folder >= 0)
         return Attached::toFolder;
-    const std::string parent = std::filesystem::path(m_folder).parent_path().string();
-    m_watch = ::inotify_add_watch(m_events.number(), parent.c_str(), inParent);
-    return m_watch >= 0 ? Attached::toParent : Attached::toNothing;
+    return parent >= 0 ? Attached::toParent : Attached::toNothing;
 }
 
 /// True when something that counts has happened.
@@ -90,9 +94,10 @@ bool FolderWatch::readEvents()
             isChanged = isChanged || (isOfOurs && (event.len == 0 || name[0] != '.'));
         }
     }
-    if (isLost || m_attached == Attached::toParent)
-        m_attached = attach();
-    return isChanged;
+    if (!isLost && m_attached == Attached::toFolder)
+        return isChanged;
+    m_attached = attach();
+    return isChanged || m_attached == Attached::toFolder;
 }
 
 void FolderWatch::report()

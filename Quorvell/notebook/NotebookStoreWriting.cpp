@@ -142,7 +142,7 @@ std::function<NoteWritten()> NotebookStore::workOf(const Queue& queue) const
 void NotebookStore::finishFirst(const std::string& id, const NoteWritten& written)
 {
     Queue& queue = m_queues[id];
-    constexpr int maximumAttempts = 5;
+    constexpr int maximumAttempts = 10;
     if (written.problem == FileProblem::changedMeanwhile && ++queue.attempts < maximumAttempts)
         return reload([this, id] { retryFirst(id); });
     const Waiting finished = std::move(queue.changes.front());

@@ -237,6 +237,58 @@ TEST(NotebookAccess, seesWhatOthersStore)
     EXPECT_TRUE(elsewhere->notes().empty());
 }
 
+TEST(NotebookAccess, doesEverythingThroughTheOwner)
+{
+    Desk desk(Desk::Bus::own);
+    std::unique_ptr<Notebook> owner;
+    std::unique_ptr<Notebook> guest;
+    desk.open(owner);
+    NotebookAccess* const other = desk.open(guest);
+    std::string heard;
+    const NotebookObservation observation = other->observe([&heard](const NotebookChanges& changes) {
+        for (const std::string& id : changes.gone)
+            heard += id;
+    });
+    ASSERT_EQ(desk.add(*other, noteOf("aaaa", "a")), "");
+    ASSERT_EQ(desk.append(*other, "aaaa", "one"), "");
+    EXPECT_EQ(desk.problemOf([&](NotebookCallback done) {
+        other->edit(
+            "aaaa", [](Note& note) { note.body = "two"; }, std::move(done));
+    }),
+        "");
+    EXPECT_TRUE(owner->note("aaaa")->personEdited);
+    std::optional<std::vector<NoteVersion>> versions;
+    other->history("aaaa", [&versions](std::vector<NoteVersion> found) { versions = std::move(found); });
+    EXPECT_TRUE(desk.spinUntil([&versions] { return versions.has_value(); }));
+    EXPECT_EQ(versions->at(0).body, "one");
+    EXPECT_TRUE(desk.spinUntil([&other] { return other->fileURL("aaaa").has_value(); }));
+
+    // One red pixel.
+    const QByteArray gif = QByteArray::fromBase64("R0lGODlhAQABAPAAAP8AAAAAACH5BAAAAAAALAAAAAABAAEAAAICRAEAOw==");
+    const auto save = [&](const std::string& bytes) {
+        return desk.problemOf([&](NotebookCallback done) { other->savePicture("aaaa", bytes, std::move(done)); });
+    };
+    EXPECT_EQ(save(gif.toStdString()), "");
+    EXPECT_NE(save("no picture"), "");
+    EXPECT_TRUE(other->pictureURL(*owner->note("aaaa")));
+    for (const auto& [id, by] : {std::pair("bbbb", NoteAuthor::person), {"cccc", NoteAuthor::quorvell}})
+        ASSERT_EQ(
+            desk.problemOf([&](NotebookCallback done) { other->remember("a fact", by, id, monday, std::move(done)); }),
+            "");
+    EXPECT_EQ(desk.problemOf([&](NotebookCallback done) { other->forgetAll(std::move(done)); }), "");
+    EXPECT_EQ(owner->notes().size(), 1u);
+    EXPECT_TRUE(desk.spinUntil([&heard] { return heard.size() == 8; })) << heard;
+
+    const std::string target = desk.folder / "moved";
+    EXPECT_NE(desk.problemOf([&](NotebookCallback done) { other->moveNotebook(target, std::move(done)); }), "");
+    auto* const mover = static_cast<NotebookAccess*>(owner.get());
+    EXPECT_EQ(desk.problemOf([&](NotebookCallback done) { mover->moveNotebook(target, std::move(done)); }), "");
+    desk.environment.notebookFolder = target;
+    EXPECT_FALSE(desk.open(guest)->isOwner());
+    EXPECT_EQ(desk.append(*guest, "aaaa", "!"), "");
+    EXPECT_EQ(readNoteFolder(target, monday)->notes, owner->notes());
+}
+
 TEST(NotebookAccess, takesOverFromAnOwnerThatIsKilledOrEnds)
 {
     Desk desk(Desk::Bus::own);

@@ -1,0 +1,1 @@
+quorvell_fuzz(notebookWords USES notebook_store tools)
