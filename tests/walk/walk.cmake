@@ -10,6 +10,16 @@ if(QUORVELL_TESTS AND NOT QUORVELL_SANITIZE)
     add_dependencies(walk_test quorvell)
     gtest_discover_tests(walk_test TEST_PREFIX walk. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 LABELS walk)
 
+    # One table of transports and faults, over real sockets and real WebRTC on loopback.
+    file(GLOB faults CONFIGURE_DEPENDS "${CMAKE_CURRENT_LIST_DIR}/faults/*.cpp")
+    add_executable(fault_table ${faults})
+    target_compile_definitions(fault_table PRIVATE QUORVELL_PROGRAM="$<TARGET_FILE:quorvell>")
+    target_compile_options(fault_table PRIVATE ${QUORVELL_WARNINGS})
+    target_link_libraries(fault_table PRIVATE quorvell_app quorvell_connections quorvell_session quorvell_audio)
+    add_dependencies(fault_table quorvell)
+    add_test(NAME walk.faults COMMAND fault_table --brief --repeats 6)
+    set_tests_properties(walk.faults PROPERTIES TIMEOUT 180 LABELS walk RUN_SERIAL ON)
+
     # A few spoken requests, heard, carried out and answered aloud; scripts/bench plays them all.
     add_test(NAME walk.spokenRequests COMMAND scripts/measure-speech --program $<TARGET_FILE:quorvell>
         --voices "slt rms" --set tuned --first 4 --least 85 WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
