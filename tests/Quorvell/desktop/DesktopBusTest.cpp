@@ -1,11 +1,13 @@
 // The real programs of a desktop, on a bus of the test's own.
 #include "ChildProcess.h"
+#include "MemoryNotebook.h"
 #include "PrivateBus.h"
 #include "QtApplication.h"
 #include "Quorvell/desktop/DesktopNotifier.h"
 #include "Quorvell/desktop/EventsOfDataServer.h"
 #include "Quorvell/desktop/LoginWatch.h"
 #include "Quorvell/desktop/TimerFdWallClock.h"
+#include "Quorvell/reminding/ReminderWatch.h"
 #include "TemporaryFolder.h"
 #include "VirtualScheduler.h"
 
@@ -50,6 +52,17 @@ struct Home {
         return QDBusConnection::connectToBus(
             QString::fromLocal8Bit(std::getenv("DBUS_SESSION_BUS_ADDRESS")), QString::fromLatin1(name));
     }
+};
+
+class NoPresence final : public PresenceWatch {
+public:
+    void onReturn(std::function<void()>) override { }
+    void setWaiting(bool) override { }
+};
+
+class NoLog final : public EventLog {
+public:
+    void record(std::string_view, const Json&) override { }
 };
 
 std::string outputOf(const std::string& command)
@@ -123,6 +136,28 @@ TEST(DesktopNotifier, isActedOnReplacedAndWithdrawn)
     EXPECT_TRUE(runUntil([&] { return !actions.empty(); }));
     EXPECT_EQ(actions, (std::vector<std::string>{"a: In an hour"}));
     notifier->withdraw("a");
+    EXPECT_TRUE(displayed("0"));
+
+    // A whole reminder: fires, is put off at the menu, is withdrawn.
+    MemoryNotebook notebook;
+    Note note;
+    note.id = "n";
+    note.title = "Water the plants";
+    TimerFdWallClock clock;
+    note.remindAt = clock.now() + std::chrono::milliseconds(50);
+    notebook.list.push_back(note);
+    NoPresence presence;
+    NoLog log;
+    {
+        DesktopNotifier reminders(bus);
+        ReminderWatch watch({notebook, clock, reminders, presence, log,
+            [] { return *Calendar::create("Europe/Berlin", "en_GB"); }, nullptr});
+        watch.look();
+        EXPECT_TRUE(displayed("1"));
+        std::system("dunstctl context >/dev/null 2>&1");
+        EXPECT_TRUE(runUntil([&] { return *notebook.list.front().remindAt > clock.now() + std::chrono::minutes(59); }));
+        EXPECT_TRUE(displayed("0"));
+    }
     notifier->show({"c", "Lunch", "Due", {}});
     EXPECT_TRUE(displayed("1"));
     daemon = nullptr;

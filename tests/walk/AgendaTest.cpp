@@ -1,0 +1,70 @@
+// The day's events and reminders through the real program, beside the real calendar service and without any.
+#include "ProgramRun.h"
+
+#include <QThread>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+
+using namespace quorvell;
+using namespace quorvell::walk;
+
+namespace {
+
+/// Another program that puts an event an hour from now into the desktop's calendar.
+const char* const makeEvent = R"(
+import datetime, dbus
+server = 'org.gnome.evolution.dataserver'
+bus = dbus.SessionBus()
+for name in ('Sources5', 'Calendar8'):
+    bus.start_service_by_name(server + '.' + name)
+factory = bus.get_object(server + '.Calendar8', '/org/gnome/evolution/dataserver/CalendarFactory')
+path, name = factory.OpenCalendar('system-calendar', dbus_interface=server + '.CalendarFactory')
+calendar = bus.get_object(name, path)
+calendar.Open(dbus_interface=server + '.Calendar')
+start = (datetime.datetime.utcnow() + datetime.timedelta(hours=1)).strftime('%Y%m%dT%H%M%SZ')
+calendar.CreateObjects(['BEGIN:VEVENT\r\nUID:walk\r\nDTSTAMP:20261121T090000Z\r\nSUMMARY:Lunch with Ana\r\n'
+    'DTSTART:' + start + '\r\nDURATION:PT1H\r\nEND:VEVENT\r\n'], dbus.UInt32(0), dbus_interface=server + '.Calendar')
+)";
+
+} // namespace
+
+TEST(Agenda, showsWhatTheDesktopsCalendarsHold)
+{
+    const bool hasServer =
+        std::filesystem::exists("/usr/share/dbus-1/services/org.gnome.evolution.dataserver.Calendar8.service");
+    if (!hasServer || std::system("/usr/bin/python3 -c 'import dbus' 2>/dev/null") != 0)
+        GTEST_SKIP() << "evolution-data-server or python3-dbus is not installed";
+    ProgramHome home;
+    home.set(QStringLiteral("EVENT"), QString::fromUtf8(makeEvent));
+    home.set(QStringLiteral("GSETTINGS_BACKEND"), QStringLiteral("memory"));
+    const QString script = QStringLiteral("/usr/bin/python3 -c \"$EVENT\" && exec \"$0\" agenda week --json");
+    const Outcome shown = home.runThrough(QStringLiteral("dbus-run-session"),
+        {QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"), script, QStringLiteral(QUORVELL_PROGRAM)});
+    EXPECT_EQ(shown.exitCode, 0) << shown.errors;
+    const auto events = shown.events();
+    ASSERT_EQ(events.size(), 1U) << shown.output << shown.errors;
+    EXPECT_EQ(readString(events.front(), "title"), "Lunch with Ana");
+    EXPECT_EQ(readString(events.front(), "id"), "d:system-calendar/walk");
+}
+
+TEST(Agenda, oneProgramAtATimeKeepsTheNotebook)
+{
+    const ProgramHome home; // No bus: the lock on the folder decides.
+    ASSERT_EQ(home.run({QStringLiteral("remind"), QStringLiteral("tomorrow at 5 pm call mum")}).exitCode, 0);
+    const auto agent = home.start({QStringLiteral("agent")});
+    Outcome second;
+    for (int tries = 0; tries < 100 && second.exitCode != 1; ++tries) {
+        QThread::msleep(20);
+        second = home.run({QStringLiteral("reminders"), QStringLiteral("done"), QStringLiteral("mum")});
+    }
+    EXPECT_EQ(second.exitCode, 1);
+    EXPECT_NE(second.errors.find("notebook"), std::string::npos) << second.errors;
+    ::kill(static_cast<pid_t>(agent->processId()), SIGTERM);
+    EXPECT_TRUE(agent->waitForFinished(10000));
+    EXPECT_EQ(agent->exitCode(), 0);
+    const Outcome shown = home.run({QStringLiteral("agenda"), QStringLiteral("week")});
+    EXPECT_EQ(shown.exitCode, 0) << shown.errors;
+}
