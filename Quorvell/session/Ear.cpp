@@ -68,6 +68,15 @@ std::vector<MicrophoneStream::Step> Ear::captured(std::span<const std::uint8_t> 
     return steps;
 }
 
+Bytes Ear::startAfresh()
+{
+    Bytes held;
+    for (const AudioChunk& chunk : m_stream.gate.preRoll)
+        held.insert(held.end(), chunk.pcm.begin(), chunk.pcm.end());
+    m_stream.reset();
+    return held;
+}
+
 bool Ear::isListening() const
 {
     if (!m_isInConversation || isMuted() || m_listening == SessionSettings::Listening::none)

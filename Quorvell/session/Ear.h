@@ -38,8 +38,8 @@ public:
     void releaseKey();
     /// Nothing while nobody is to be heard.
     std::vector<MicrophoneStream::Step> captured(std::span<const std::uint8_t> pcm);
-    /// What was held back of earlier sound is forgotten.
-    void startAfresh() { m_stream.reset(); }
+    /// Forgets what was held back of earlier sound, and gives it away: a first syllable may be in it.
+    Bytes startAfresh();
     /// Tells the observer when something has changed since the last time.
     void tellState();
 

@@ -42,6 +42,10 @@ void Resting::dozeAgain()
 void Resting::listen()
 {
     DozeListener::Reports reports;
+    reports.onset = [this] {
+        if (m_doze == Doze::dozing)
+            m_owner.onsetAtRest();
+    };
     reports.heard = [this](const std::string& words) { heard(words); };
     reports.failed = [this](const std::string& sentence) { failed(sentence); };
     m_dozeListener->start(std::move(reports));

@@ -21,6 +21,7 @@ public:
         virtual void dozeChanged(Doze doze) = 0;
         /// Connect again; finishWaking is called once that is done.
         virtual void wakingBegan() = 0;
+        virtual void onsetAtRest() = 0;
         virtual void wordsHeardAtRest(const std::string& words) = 0;
         /// Nobody can listen at rest; `sentence` is for the user.
         virtual void restFailed(const std::string& sentence) = 0;

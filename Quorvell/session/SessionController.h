@@ -132,6 +132,7 @@ private:
     struct ListeningState {
         Ear ear;
         HeldSpeech heldChunks{};
+        bool haveWordsCome = false; ///< Of the speech that began last.
         SessionTime lastActivity{};
         SessionTime lastSpeech{}; ///< When the last chunk of the user's speech came.
         SessionTime lastCheck{};
@@ -171,6 +172,7 @@ private:
     void flushHeldChunks();
     void forgetHeldNoise();
     void modelReacted();
+    void voiceReacted();
     void awaitFollowThrough();
     void followThrough();
     void targetRefresh();
@@ -193,6 +195,7 @@ private:
     // Rest: Resting::Owner
     void dozeChanged(Doze doze) override;
     void wakingBegan() override;
+    void onsetAtRest() override;
     void wordsHeardAtRest(const std::string& words) override;
     void restFailed(const std::string& sentence) override;
     void wakingTookTooLong() override;

@@ -16,13 +16,23 @@ std::string event(const std::string& text)
 
 std::string inQuotes(std::string_view text)
 {
-    return "“" + std::string(firstCharacters(text, SessionEvents::mostQuoted)) + "”";
+    return "“" + firstCharacters(text, SessionEvents::mostQuoted) + "”";
 }
 
-std::string resultText(const LiveFunctionResponse& response)
+std::string jsonText(const Json& json)
 {
-    return response.name + " answered "
-        + std::string(firstCharacters(dumpJson(response.response), SessionEvents::mostQuoted)) + ". ";
+    return firstCharacters(dumpJson(json), SessionEvents::mostQuoted);
+}
+
+/// With its arguments, since one tool may serve several requests.
+std::string callText(const LiveFunctionCall& call)
+{
+    return call.name + " " + jsonText(call.args);
+}
+
+std::string resultText(const AnsweredCall& answered)
+{
+    return callText(answered.call) + " answered " + jsonText(answered.result) + ". ";
 }
 
 } // namespace
@@ -33,10 +43,10 @@ std::string SessionEvents::handover(const Unfinished& turn)
         return QuorvellPrompt::missedRequest(firstCharacters(turn.requests, mostQuoted));
     std::string text =
         "They said: " + inQuotes(turn.requests) + ". The connection was renewed before that was finished. ";
-    for (const LiveFunctionResponse& response : turn.done)
-        text += resultText(response);
-    for (const std::string& name : turn.running)
-        text += name + " is still running; its result will follow. ";
+    for (const AnsweredCall& answered : turn.done)
+        text += resultText(answered);
+    for (const LiveFunctionCall& call : turn.running)
+        text += callText(call) + " is still running; its result will follow. ";
     if (!turn.heardReply.empty())
         text += "Of your answer they heard: " + inQuotes(turn.heardReply) + ". ";
     return event(text
@@ -44,10 +54,10 @@ std::string SessionEvents::handover(const Unfinished& turn)
           "few words what came of it.");
 }
 
-std::string SessionEvents::lateResult(const LiveFunctionResponse& response)
+std::string SessionEvents::lateResult(const AnsweredCall& answered)
 {
-    return event("Before the connection was renewed you called " + response.name + ". It has finished: "
-        + resultText(response) + "Don't call it again; tell them in a few words what came of it.");
+    return event("A call from before the connection was renewed has finished: " + resultText(answered)
+        + "Don't call it again; tell them in a few words what came of it.");
 }
 
 std::string SessionEvents::turnsMeanwhile(const std::vector<LiveHistoryEntry>& turns)

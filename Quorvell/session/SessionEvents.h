@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Quorvell/session/AnsweredCall.h"
 #include "QuorvellCore/live/prompt/HelpMode.h"
-#include "QuorvellCore/live/wire/LiveFunctionResponse.h"
 #include "QuorvellCore/live/wire/LiveHistoryEntry.h"
 
 #include <string>
@@ -19,13 +19,13 @@ struct SessionEvents {
     struct Unfinished {
         std::string requests; ///< In the user's words; never empty.
         std::string heardReply{}; ///< What the user has heard of the answer.
-        std::vector<LiveFunctionResponse> done{}; ///< Tools that have answered.
-        std::vector<std::string> running{}; ///< Names of tools that have not.
+        std::vector<AnsweredCall> done{}; ///< Tools that have answered, oldest first.
+        std::vector<LiveFunctionCall> running{}; ///< Those that have not.
     };
     /// Nothing done and nothing heard: the plain words of a missed request.
     static std::string handover(const Unfinished& turn);
     /// A tool's answer to a call that an earlier connection asked for.
-    static std::string lateResult(const LiveFunctionResponse& response);
+    static std::string lateResult(const AnsweredCall& answered);
     /// What was said while the connection was already open but not yet in use.
     static std::string turnsMeanwhile(const std::vector<LiveHistoryEntry>& turns);
     static std::string helpModeSwitched(HelpMode mode);

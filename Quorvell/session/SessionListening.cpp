@@ -37,9 +37,9 @@ void SessionController::dozeIfQuiet()
     m_ports.log.record("dozed", Json::object());
     ++m_meter.counts().dozes;
     m_listening.heldChunks.forget();
-    m_listening.ear.startAfresh();
     m_lines.end("resting", ConnectionKeeper::Farewell::silent);
     m_resting.doze();
+    m_resting.captured(m_listening.ear.startAfresh());
 }
 
 IdleRules SessionController::idleRules() const
@@ -136,6 +136,7 @@ void SessionController::handleSpeechOnset()
     if (m_ports.synthesiser)
         m_ports.synthesiser->stop();
     forgetHeldNoise();
+    m_listening.haveWordsCome = false;
     if (!m_turn.isVoiceSounding())
         return;
     m_ports.log.record("barged_in", {{"unheard_ms", m_ports.player.unplayed().count()}});
@@ -182,6 +183,14 @@ void SessionController::modelReacted()
     noteActivity();
 }
 
+/// A voice that speaks before the user's words have come may still speak of something else.
+void SessionController::voiceReacted()
+{
+    if (m_listening.haveWordsCome || !m_listening.heldChunks.isAwaitingAnswer())
+        return modelReacted();
+    noteActivity();
+}
+
 void SessionController::awaitFollowThrough()
 {
     m_listening.followThroughTimer =
@@ -190,10 +199,10 @@ void SessionController::awaitFollowThrough()
 
 void SessionController::followThrough()
 {
-    if (m_listening.ear.isHearingSpeech())
-        return awaitFollowThrough();
-    if (!m_lines.ready() || !m_turn.isOpen() || m_turn.isBackendWorking())
+    if (!m_lines.ready() || !m_turn.isOpen())
         return;
+    if (m_listening.ear.isHearingSpeech() || m_turn.isBackendWorking())
+        return awaitFollowThrough();
     m_turn.finishUserWords();
     const std::string requests = m_turn.conversation().openRequests();
     if (requests.empty() || m_turn.actedSinceWords() || m_turn.spokeSinceRequest())

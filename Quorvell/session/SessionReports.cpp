@@ -76,7 +76,7 @@ void SessionController::mend()
     }
     const auto& replies = m_desk.actionReplies();
     deliver({.text = SessionEvents::handover({requests, std::exchange(m_connection.lostReplies, {}),
-                 {replies.begin(), replies.end()}, m_desk.runningTools()})});
+                 {replies.begin(), replies.end()}, m_desk.runningCalls()})});
 }
 
 void SessionController::linesGivenUp(const LiveClosure& closure)
@@ -111,12 +111,13 @@ void SessionController::lineReported(const LiveServerEvent& event)
         {
             if (turn.bargedIn())
                 return;
-            session.modelReacted();
+            session.voiceReacted();
             turn.voiceWords(words.text);
         }
         void operator()(const live_event::InputTranscript& words)
         {
             session.noteActivity();
+            session.m_listening.haveWordsCome = true;
             turn.expectNewReply();
             turn.userWords(words.text);
             session.awaitFollowThrough();
@@ -166,7 +167,7 @@ void SessionController::handleVoice(const live_event::Audio& sound)
 {
     if (m_turn.bargedIn())
         return;
-    modelReacted();
+    voiceReacted();
     m_meter.voiceReceived(sound.pcm.size());
     m_turn.voiceSound(sound.pcm);
     m_listening.lastActivity += m_ports.player.unplayed(); // Quiet begins when it has sounded.
@@ -205,6 +206,11 @@ void SessionController::lineReplyGrew(const std::string& delta)
 void SessionController::dozeChanged(Doze doze)
 {
     m_ports.observer.restChanged(doze);
+}
+
+void SessionController::onsetAtRest()
+{
+    noteActivity();
 }
 
 void SessionController::wordsHeardAtRest(const std::string& words)
@@ -265,18 +271,19 @@ void SessionController::toolAnswered(const ToolDesk::Answer& answer)
 {
     const bool isWanted = m_lines.ready() && m_lines.serial() == answer.askedBy;
     m_ports.log.record("tool_answered",
-        {{"name", answer.response.name}, {"failed", memberOf(answer.response.response, "error") != nullptr},
+        {{"name", answer.answered.call.name}, {"failed", memberOf(answer.answered.result, "error") != nullptr},
             {"sent", isWanted}});
     noteActivity();
     m_turn.noteActivity();
     if (isWanted)
-        return m_lines.ready()->sendToolResponse(answer.response, answer.scheduling);
+        return m_lines.ready()->sendToolResponse(
+            {answer.answered.call.id, answer.answered.call.name, answer.answered.result}, answer.scheduling);
     // Whoever asked is gone. A request that is about to be handed over brings its results along.
     const bool isOfThisConversation =
         m_connection.phase == SessionPhase::active && answer.askedBy >= m_connection.firstSerial;
     if (isOfThisConversation && m_connection.lostRequests.empty()
         && answer.scheduling != LiveResponseScheduling::silent)
-        tell(SessionEvents::lateResult(answer.response), LiveMessageText::Answer::wanted);
+        tell(SessionEvents::lateResult(answer.answered), LiveMessageText::Answer::wanted);
 }
 
 void SessionController::helpModeAsked(const LiveFunctionCall& call, ToolReply reply)

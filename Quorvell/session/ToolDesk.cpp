@@ -68,12 +68,12 @@ void ToolDesk::runFor(const LiveFunctionCall& call, std::uint64_t askedBy)
 {
     const Key key{askedBy, call.id};
     const bool isTooMuch = m_running.size() >= mostRunning;
-    m_running.push_back({key, call.name});
+    m_running.push_back({key, call});
     if (!m_progressTimer.isSet())
         m_progressTimer = m_ports.scheduler.every(m_limits.progress, [this] { m_ports.owner.toolTakesLong(); });
-    ToolReply reply([self = std::weak_ptr(m_self), key, name = call.name](const Json& result) {
+    ToolReply reply([self = std::weak_ptr(m_self), key](const Json& result) {
         if (const auto desk = self.lock())
-            (*desk)->answered(key, name, result);
+            (*desk)->answered(key, result);
     });
     if (isTooMuch)
         return reply.fail("Too many calls at once, so this one was not run. Wait for the results of the others first.");
@@ -147,19 +147,20 @@ void ToolDesk::cancelAction()
 
 // ---- A call is answered
 
-void ToolDesk::answered(const Key& key, const std::string& name, const Json& result)
+void ToolDesk::answered(const Key& key, const Json& result)
 {
     const auto found =
         std::find_if(m_running.begin(), m_running.end(), [&](const Running& call) { return call.key == key; });
     if (found == m_running.end())
         return;
-    const Running call = *found;
+    Running call = std::move(*found);
     m_running.erase(found);
     if (m_running.empty())
         m_progressTimer.cancel();
-    Answer answer{{key.second, name, result}, schedulingOf(call), key.first};
-    m_ports.observer.toolAnswered(answer.response);
-    m_actionReplies.push_back(answer.response);
+    const LiveResponseScheduling scheduling = schedulingOf(call);
+    const Answer answer{{std::move(call.call), result}, scheduling, key.first};
+    m_ports.observer.toolAnswered({key.second, answer.answered.call.name, result});
+    m_actionReplies.push_back(answer.answered);
     if (m_actionReplies.size() > keptReplies)
         m_actionReplies.pop_front();
     m_ports.owner.toolAnswered(answer);
@@ -170,15 +171,15 @@ LiveResponseScheduling ToolDesk::schedulingOf(const Running& call)
     if (call.isCancelled)
         return LiveResponseScheduling::silent;
     // A warning does not wait for the end of the sentence.
-    return call.name == "flag_scam" ? LiveResponseScheduling::interrupt : LiveResponseScheduling::whenIdle;
+    return call.call.name == "flag_scam" ? LiveResponseScheduling::interrupt : LiveResponseScheduling::whenIdle;
 }
 
-std::vector<std::string> ToolDesk::runningTools() const
+std::vector<LiveFunctionCall> ToolDesk::runningCalls() const
 {
-    std::vector<std::string> names;
-    for (const Running& call : m_running)
-        names.push_back(call.name);
-    return names;
+    std::vector<LiveFunctionCall> calls;
+    for (const Running& running : m_running)
+        calls.push_back(running.call);
+    return calls;
 }
 
 } // namespace quorvell

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Quorvell/session/AnsweredCall.h"
 #include "Quorvell/session/EventLog.h"
 #include "Quorvell/session/Scheduler.h"
 #include "Quorvell/session/SessionLimits.h"
@@ -27,7 +28,7 @@ public:
     enum class Conversation { live, none };
 
     struct Answer {
-        LiveFunctionResponse response;
+        AnsweredCall answered;
         LiveResponseScheduling scheduling = LiveResponseScheduling::whenIdle;
         std::uint64_t askedBy = 0; ///< The line that the call came over.
     };
@@ -67,9 +68,9 @@ public:
 
     bool isActing() const { return !m_executingCall.empty(); }
     bool isWorking() const { return !m_running.empty(); }
-    std::vector<std::string> runningTools() const;
+    std::vector<LiveFunctionCall> runningCalls() const;
     /// Answered since the last `forgetReplies`, oldest first.
-    const std::deque<LiveFunctionResponse>& actionReplies() const { return m_actionReplies; }
+    const std::deque<AnsweredCall>& actionReplies() const { return m_actionReplies; }
     void forgetReplies() { m_actionReplies.clear(); }
 
     const TaskPlan& plan() const { return m_plan; }
@@ -87,13 +88,13 @@ private:
     using Key = std::pair<std::uint64_t, std::string>; ///< Line and call id; services begin to count again.
     struct Running {
         Key key;
-        std::string name;
+        LiveFunctionCall call;
         bool isCancelled = false;
     };
 
     bool isRepeated(const Key& key);
     void runFor(const LiveFunctionCall& call, std::uint64_t askedBy);
-    void answered(const Key& key, const std::string& name, const Json& result);
+    void answered(const Key& key, const Json& result);
     void takePlan(const LiveFunctionCall& call);
     void act(const LiveFunctionCall& call, ToolReply reply);
     static LiveResponseScheduling schedulingOf(const Running& call);
@@ -102,7 +103,7 @@ private:
     SessionLimits m_limits;
     std::deque<Key> m_seen; ///< Newest last.
     std::vector<Running> m_running;
-    std::deque<LiveFunctionResponse> m_actionReplies;
+    std::deque<AnsweredCall> m_actionReplies;
     TaskPlan m_plan;
     Json m_nextStep; ///< The step after the one that runs, as the model announced it; null without one.
     ActionExecutionGate m_execution;

@@ -112,13 +112,12 @@ TEST_F(SessionConnectionTest, whatWasUnderWayIsHandedOver)
             },
             {}, 0},
         {"a tool that runs", calls, nothing,
-            {"They said: “buy milk”. The connection was renewed before that was finished. keep_note is still running"},
-            0},
+            {"They said: “buy milk”. The connection was renewed before that was finished. keep_note {} is still"}, 0},
         {"a tool that answers in the gap", calls,
             [this] {
                 replies.back().answer({{"status", "kept"}});
             },
-            {R"(They said: “buy milk”. The connection was renewed before that was finished. keep_note answered {"stat)"},
+            {R"(They said: “buy milk”. The connection was renewed before that was finished. keep_note {} answered {"s)"},
             0},
         {"an answer cut short",
             [this, words] {
@@ -168,8 +167,8 @@ TEST_F(SessionConnectionTest, aToolThatAnswersLateIsToldOnceToWhoeverIsThere)
     replies[0].answer({{"status", "kept"}});
     const Lines told = handedOver();
     ASSERT_EQ(told.size(), 1U);
-    EXPECT_TRUE(told[0].starts_with(R"(Before the connection was renewed you called keep_note. It has finished: )"
-                                    R"(keep_note answered {"status":"kept"}. Don't call it again)"));
+    EXPECT_TRUE(told[0].starts_with(R"(A call from before the connection was renewed has finished: keep_note {} )"
+                                    R"(answered {"status":"kept"}. Don't call it again)"));
     EXPECT_EQ(replies.size(), 1U);
 }
 

@@ -66,7 +66,7 @@ protected:
     void toolAnswered(const ToolDesk::Answer& answer) override
     {
         answered.push_back(
-            std::to_string(answer.askedBy) + " " + answer.response.id + " " + dumpJson(answer.response.response));
+            std::to_string(answer.askedBy) + " " + answer.answered.call.id + " " + dumpJson(answer.answered.result));
         scheduling = answer.scheduling;
     }
     void helpModeAsked(const LiveFunctionCall&, ToolReply reply) override { reply.answer({{"mode", "asked"}}); }
@@ -103,7 +103,7 @@ TEST_F(ToolDeskTest, aCallIsRunAndAnsweredOnceHoweverOftenItIsReported)
     EXPECT_EQ(seen, (Lines{R"(keep_note{"title":"Milk"})"}));
     call("c1", "keep_note", Json::object(), 2); // Another line counts afresh.
     ASSERT_EQ(replies.size(), 2U);
-    EXPECT_EQ(desk.runningTools(), (Lines{"keep_note", "keep_note"}));
+    EXPECT_EQ(desk.runningCalls().size(), 2U);
     replies[1].answer({{"status", "kept"}});
     replies[0].fail("The disk is full.");
     EXPECT_EQ(answersSince(), (Lines{R"(2 c1 {"status":"kept"})", R"(1 c1 {"error":"The disk is full."})"}));
