@@ -170,7 +170,7 @@ std::optional<AgendaIntent> eventIn(std::string words, const RuleSurroundings& a
 
 std::optional<AgendaIntent> readAdd(const std::string& core, const RuleSurroundings& around)
 {
-    static const Pattern around_(
+    static const Pattern ending(
         "^(?:put|add|enter|write|note|set|schedule|place|get|save)(?: down)?\\s+(.+?)\\s+"
         "(?:in|into|on|onto|to|down in) (?:my|the|our) (?:calendar|agenda|diary|schedule)\\b(.*)$",
         caseless);
@@ -186,7 +186,7 @@ std::optional<AgendaIntent> readAdd(const std::string& core, const RuleSurroundi
         caseless);
     static const Pattern verb("^(?:schedule|plan)(?: me)?(?: in)? (.+)$", caseless);
     static const Pattern reminder("\\breminders?\\b|\\bnotes?\\b", caseless);
-    if (const auto match = around_.find(core))
+    if (const auto match = ending.find(core))
         return eventIn(match->texts[0] + " " + match->texts[1], around);
     for (const Pattern* pattern : {&first, &named}) {
         if (const auto match = pattern->find(core))

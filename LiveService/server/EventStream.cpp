@@ -37,7 +37,7 @@ void sendDue(const std::shared_ptr<FaultyWire>& wire, const HttpAnswer& answer)
 
 } // namespace
 
-void EventStream::send(HttpAnswer answer, SessionFaults faults, const std::vector<std::string>& events)
+void EventStream::send(const HttpAnswer& answer, SessionFaults faults, const std::vector<std::string>& events)
 {
     const auto wire = std::make_shared<FaultyWire>(std::move(faults));
     answer.send(HttpResponse::eventStreamHead());

@@ -12,7 +12,7 @@ namespace quorvell {
 class EventStream {
 public:
     /// Everything is handed over at once; the stream ends with the last event.
-    static void send(HttpAnswer answer, SessionFaults faults, const std::vector<std::string>& events);
+    static void send(const HttpAnswer& answer, SessionFaults faults, const std::vector<std::string>& events);
 };
 
 } // namespace quorvell

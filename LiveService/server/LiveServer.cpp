@@ -107,12 +107,12 @@ void LiveServer::openWebSocket(Guest guest, std::unique_ptr<QWebSocket> socket, 
 void LiveServer::takePosted(Guest guest, std::string body, HttpAnswer answer)
 {
     if (guest.kind == ServiceRoute::Kind::openAICall)
-        openCall(guest, body, std::move(answer));
+        openCall(guest, body, answer);
     else
-        respond(guest, std::move(body), std::move(answer));
+        respond(guest, std::move(body), answer);
 }
 
-void LiveServer::openCall(Guest guest, const std::string& body, HttpAnswer answer)
+void LiveServer::openCall(Guest guest, const std::string& body, const HttpAnswer& answer)
 {
     std::string problem;
     auto offer = readOffer(body, problem);
@@ -138,7 +138,7 @@ void LiveServer::openCall(Guest guest, const std::string& body, HttpAnswer answe
         });
 }
 
-void LiveServer::respond(Guest guest, std::string body, HttpAnswer answer)
+void LiveServer::respond(Guest guest, std::string body, const HttpAnswer& answer)
 {
     const auto faults = SessionFaults::of(m_settings.faults, guest.number);
     m_thinking.post([this, body = std::move(body), answer, faults, now = m_settings.wallClock()] {

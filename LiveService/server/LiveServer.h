@@ -56,8 +56,8 @@ private:
     std::optional<HttpResponse> refusalFor(Guest guest) const;
     void openWebSocket(Guest guest, std::unique_ptr<QWebSocket> socket, StallingSocket* wire);
     void takePosted(Guest guest, std::string body, HttpAnswer answer);
-    void openCall(Guest guest, const std::string& body, HttpAnswer answer);
-    void respond(Guest guest, std::string body, HttpAnswer answer);
+    void openCall(Guest guest, const std::string& body, const HttpAnswer& answer);
+    void respond(Guest guest, std::string body, const HttpAnswer& answer);
     LiveServerSession& openSession(
         int number, std::unique_ptr<SessionTransport> transport, std::shared_ptr<SessionCodec> codec);
     void endSession(int number);

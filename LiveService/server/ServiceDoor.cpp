@@ -36,7 +36,7 @@ constexpr qint64 readAhead = HttpRequest::longestHead + HttpRequest::longestBody
 
 } // namespace
 
-ServiceDoor::ServiceDoor(std::string token, std::optional<QSslConfiguration> tls, Handlers handlers)
+ServiceDoor::ServiceDoor(std::string token, const std::optional<QSslConfiguration>& tls, Handlers handlers)
     : m_token(std::move(token))
     , m_handlers(std::move(handlers))
     , m_listener(makeListener(tls))

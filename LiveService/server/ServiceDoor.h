@@ -42,7 +42,7 @@ public:
         std::function<void(Guest, std::string body, HttpAnswer)> posted;
     };
 
-    ServiceDoor(std::string token, std::optional<QSslConfiguration> tls, Handlers handlers);
+    ServiceDoor(std::string token, const std::optional<QSslConfiguration>& tls, Handlers handlers);
 
     /// Port 0 takes any that is free. False when the address cannot be had; problem() says why.
     bool listen(const QHostAddress& host, std::uint16_t port);
