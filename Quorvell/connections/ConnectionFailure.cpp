@@ -24,6 +24,15 @@ struct Advice {
     bool mustUserAct = false;
 };
 
+/// For the event log, where the other side gave no reason.
+std::string nameOf(Kind kind)
+{
+    static constexpr const char* names[] = {"refused", "session refused", "name unknown", "nobody answers", "untrusted",
+        "opened too slowly", "started too slowly", "went silent", "", "create refused", "unreadable answer",
+        "media blocked", "own fault"};
+    return names[static_cast<std::size_t>(kind)];
+}
+
 /// The service as the subject of a sentence.
 std::string serviceName(const LiveAccess& access)
 {
@@ -131,7 +140,9 @@ LiveClosure ConnectionFailure::closure(const LiveAccess& access) const
     told.message = firstCharacters(message, longestQuote);
     const Advice advice = adviceFor(told, serviceName(access), std::string(access.keyName));
     const bool isCoded = kind == Kind::closed || kind == Kind::refusedRequest;
-    return {isCoded && code != 0 ? code : LiveClosure::abnormal, told.detail, advice.mustUserAct, advice.sentence};
+    const std::string& said = told.message.empty() ? told.detail : told.message;
+    return {isCoded && code != 0 ? code : LiveClosure::abnormal, said.empty() ? nameOf(kind) : said, advice.mustUserAct,
+        advice.sentence};
 }
 
 ConnectionFailure ConnectionFailure::refusal(int status, std::string body)

@@ -6,6 +6,12 @@
 
 namespace quorvell {
 
+namespace {
+
+constexpr std::size_t mostEarly = 16;
+
+} // namespace
+
 ConnectionLife::ConnectionLife(LiveAccessSource& source, LiveConnectionObserver& observer, std::function<void()> letGo)
     : m_source(source)
     , m_observer(observer)
@@ -52,9 +58,14 @@ void ConnectionLife::startDeadline(std::chrono::milliseconds limit, std::functio
 
 void ConnectionLife::report(const LiveServerEvent& event)
 {
-    const bool isForTheLog = std::holds_alternative<live_event::Diagnostic>(event);
-    if (m_stage == Stage::started || (isForTheLog && m_stage != Stage::closed))
+    if (m_stage == Stage::started) {
         m_observer.liveEventReceived(event);
+        for (const live_event::Diagnostic& early : std::exchange(m_early, {}))
+            m_observer.liveEventReceived(early);
+    } else if (const auto* forTheLog = std::get_if<live_event::Diagnostic>(&event);
+               forTheLog && m_early.size() < mostEarly) {
+        m_early.push_back(*forTheLog);
+    }
 }
 
 void ConnectionLife::reportWritten(const std::string& text)

@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace quorvell {
 
@@ -36,8 +37,8 @@ public:
     void startDeadline(std::chrono::milliseconds limit, std::function<void()> missed);
     void stopDeadline() { m_deadline.stop(); }
 
-    /// A service that talks before the session has started, or after its end, is not listened to; a diagnostic is
-    /// always wanted.
+    /// A service that talks before the session has started, or after its end, is not listened to. What is for the log
+    /// waits for the start: before that, nobody knows which conversation it belongs to.
     void report(const LiveServerEvent& event);
     void reportWritten(const std::string& text);
     void reportWriting(const std::string& delta);
@@ -50,6 +51,7 @@ private:
     std::function<void()> m_letGo;
     Stage m_stage = Stage::unopened;
     LiveAccess m_access;
+    std::vector<live_event::Diagnostic> m_early; ///< Diagnostics of before the start.
     std::function<void()> m_missed;
     QTimer m_deadline;
     QObject m_context; ///< Receives what comes later; goes first.

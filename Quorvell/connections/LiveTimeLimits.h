@@ -7,7 +7,7 @@ namespace quorvell {
 /// How long the other side of a live connection may take. Tests shorten them.
 struct LiveTimeLimits {
     std::chrono::milliseconds toOpen{20'000};
-    std::chrono::milliseconds toConnectMedia{6'000}; ///< From the answer to the first word over WebRTC.
+    std::chrono::milliseconds toConnectMedia{4'000}; ///< From the answer to the first word over WebRTC.
     std::chrono::milliseconds toStart{20'000};
     std::chrono::milliseconds toClose{2'000};
     std::chrono::milliseconds betweenPings{10'000};
