@@ -211,7 +211,7 @@ void SessionController::setHelpMode(HelpMode mode)
     if (mode == m_settings.helpMode)
         return;
     switchHelpMode(mode);
-    if (m_connection.phase != SessionPhase::idle)
+    if (m_lines.ready()) // A connection that is still to come begins with it.
         tell(SessionEvents::helpModeSwitched(mode), LiveMessageText::Answer::notWanted);
 }
 

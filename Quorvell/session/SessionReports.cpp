@@ -86,7 +86,9 @@ void SessionController::linesGivenUp(const LiveClosure& closure)
     SessionEnd end;
     end.reason = closure.reason;
     end.mustUserAct = closure.mustUserAct;
-    end.sentence = closure.sentence;
+    end.sentence = closure.sentence.empty()
+        ? "The connection was lost and could not be made again. Check the network, then try again."
+        : closure.sentence;
     endWith(std::move(end));
 }
 

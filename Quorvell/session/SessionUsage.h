@@ -18,6 +18,9 @@ struct SessionUsage {
     int reconnections = 0;
     int rotations = 0;
 
+    /// Of microphone sound sent, in tenths of a second.
+    std::int64_t webRTCMicTenths() const { return microphoneChunks * 4 / 10; }
+
     bool operator==(const SessionUsage&) const = default;
 };
 

@@ -48,6 +48,7 @@ public:
         registry.add("keep_note", [this](const LiveFunctionCall& call, ToolReply reply) {
             const int number = std::stoi(call.string("title")->substr(8));
             ++runs[number];
+            pending.erase(number);
             auto shared = std::make_shared<ToolReply>(std::move(reply));
             const int length = service.happens(10) ? 20'000 : 2'000;
             if (!service.happens(5)) // Else the tool breaks down and its reply is dropped.
@@ -177,8 +178,6 @@ private:
     }
     void check()
     {
-        for (const auto& run : runs)
-            pending.erase(run.first);
         const bool isIdle = controller.phase() == SessionPhase::idle;
         const bool isActive = controller.phase() == SessionPhase::active;
         const Doze doze = controller.doze();
