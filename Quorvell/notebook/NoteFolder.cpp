@@ -20,9 +20,10 @@ std::optional<NoteFolderContent> readNoteFolder(const std::string& folder, Insta
     if (!changes)
         return std::nullopt;
     NoteFolderContent content;
+    content.fileNames.reserve(changes->changed.size());
     for (const StoredNote& stored : changes->changed)
         content.fileNames.emplace(stored.note.id, stored.file.name);
-    content.notes = NoteList(std::move(changes->changed)).taken();
+    content.notes = NoteList::sorted(std::move(changes->changed));
     return content;
 }
 

@@ -4,10 +4,10 @@
 #include "QuorvellCore/notebook/Note.h"
 
 #include <cstddef>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace quorvell {
@@ -20,7 +20,7 @@ bool isNoteFileName(std::string_view name);
 
 struct NoteFolderContent {
     std::vector<Note> notes; ///< Newest `created` first, one for each id.
-    std::map<std::string, std::string> fileNames; ///< By id: the file that the note was read from.
+    std::unordered_map<std::string, std::string> fileNames; ///< By id: the file that the note was read from.
 };
 
 /// The whole of a folder, once.

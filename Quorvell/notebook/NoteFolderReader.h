@@ -6,7 +6,6 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace quorvell {
@@ -28,7 +27,7 @@ public:
 
     /// What the owner of this reader did to the folder itself, so that it is no news at the next reading.
     void wrote(const Note& note, const NoteFileRecord& file);
-    void removed(const std::string& id);
+    void removed(const std::string& fileName);
 
     /// Files that are named as notes and could not be read as such.
     std::size_t unreadable() const;
@@ -37,25 +36,25 @@ public:
 
 private:
     struct Entry {
-        FileStamp stamp;
+        FileStamp stamp{};
         bool isSettled = false;
-        std::optional<std::string> id; ///< Nothing when it is no note.
+        bool isTold = false; ///< It was handed out as the file that counts for its id.
+        std::optional<std::string> id{}; ///< Nothing when it is no note.
         Instant updated{};
     };
-    using FreshNotes = std::map<std::string, Note>; ///< By file name.
-    using Candidates = std::unordered_map<std::string, std::string>; ///< By id: the file that counts.
-
     using Entries = std::map<std::string, Entry>; ///< By file name.
+    /// What a reading brings, before it is known which of it counts.
+    struct Fresh {
+        std::vector<StoredNote> notes;
+        std::vector<Entries::value_type*> entries; ///< The one of each note.
+    };
 
-    bool carryOver(const std::string& name, Entries& before);
-    void readEntry(const std::string& name, Instant now, FreshNotes& fresh);
-    void collectChanged(Instant now, FreshNotes& fresh, NoteFolderChanges& changes);
-    Candidates winners() const;
-    std::optional<Note> taken(const std::string& name, Instant now, FreshNotes& fresh);
+    bool carryOver(int folder, const std::string& name, Entries& before);
+    void readEntry(const std::string& name, Instant now, Fresh& fresh);
+    NoteFolderChanges compare(Instant now, Fresh fresh, const Entries& before);
 
     std::string m_folder;
     Entries m_entries;
-    std::unordered_map<std::string, NoteFileRecord> m_told; ///< By id: what was handed out last.
 };
 
 } // namespace quorvell

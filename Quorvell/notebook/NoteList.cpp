@@ -7,12 +7,34 @@
 
 namespace quorvell {
 
-NoteList::NoteList(std::vector<StoredNote> notes)
+namespace {
+
+/// The notes with the newest first, as positions: notes are large, so each is moved once. `created` gives that of the
+/// note at a position.
+template <typename Created> std::vector<std::size_t> newestFirst(std::size_t count, const Created& created)
 {
-    m_notes.reserve(notes.size());
-    for (StoredNote& stored : notes)
-        m_notes.push_back(std::move(stored.note));
-    sort();
+    std::vector<std::size_t> order(count);
+    std::iota(order.begin(), order.end(), std::size_t(0));
+    std::stable_sort(order.begin(), order.end(),
+        [&created](std::size_t left, std::size_t right) { return created(left) > created(right); });
+    return order;
+}
+
+} // namespace
+
+NoteList::NoteList(std::vector<StoredNote> notes)
+    : m_notes(sorted(std::move(notes)))
+{
+    indexAll();
+}
+
+std::vector<Note> NoteList::sorted(std::vector<StoredNote> notes)
+{
+    std::vector<Note> list;
+    list.reserve(notes.size());
+    for (const std::size_t position : newestFirst(notes.size(), [&](std::size_t at) { return notes[at].note.created; }))
+        list.push_back(std::move(notes[position].note));
+    return list;
 }
 
 const Note* NoteList::find(const std::string& id) const
@@ -33,7 +55,7 @@ void NoteList::put(Note note)
         m_notes.begin(), m_notes.end(), [&note](const Note& other) { return other.created > note.created; });
     const auto position = static_cast<std::size_t>(place - m_notes.begin());
     m_notes.insert(place, std::move(note));
-    index(position);
+    indexFrom(position);
 }
 
 void NoteList::remove(const std::string& id)
@@ -44,7 +66,7 @@ void NoteList::remove(const std::string& id)
     const std::size_t position = known->second;
     m_positions.erase(known);
     m_notes.erase(m_notes.begin() + static_cast<std::ptrdiff_t>(position));
-    index(position);
+    indexFrom(position);
 }
 
 void NoteList::apply(std::vector<Note> changed, const std::vector<std::string>& gone)
@@ -81,26 +103,27 @@ void NoteList::apply(std::vector<Note> changed, const std::vector<std::string>& 
     sort();
 }
 
-/// Positions are sorted rather than notes, which are large: each is moved once.
 void NoteList::sort()
 {
-    std::vector<std::size_t> order(m_notes.size());
-    std::iota(order.begin(), order.end(), std::size_t(0));
-    std::stable_sort(order.begin(), order.end(),
-        [this](std::size_t left, std::size_t right) { return m_notes[left].created > m_notes[right].created; });
     std::vector<Note> sorted;
-    sorted.reserve(order.size());
-    for (const std::size_t position : order)
+    sorted.reserve(m_notes.size());
+    for (const std::size_t position :
+        newestFirst(m_notes.size(), [this](std::size_t at) { return m_notes[at].created; }))
         sorted.push_back(std::move(m_notes[position]));
     m_notes = std::move(sorted);
-    m_positions.clear();
-    m_positions.reserve(m_notes.size());
-    index(0);
+    indexAll();
 }
 
-void NoteList::index(std::size_t from)
+void NoteList::indexAll()
 {
-    for (std::size_t position = from; position < m_notes.size(); ++position)
+    m_positions.clear();
+    m_positions.reserve(m_notes.size());
+    indexFrom(0);
+}
+
+void NoteList::indexFrom(std::size_t position)
+{
+    for (; position < m_notes.size(); ++position)
         m_positions[m_notes[position].id] = position;
 }
 

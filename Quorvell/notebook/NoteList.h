@@ -26,11 +26,13 @@ public:
     /// Many at once.
     void apply(std::vector<Note> changed, const std::vector<std::string>& gone);
 
-    std::vector<Note> taken() { return std::move(m_notes); }
+    /// The notes alone, in that order.
+    static std::vector<Note> sorted(std::vector<StoredNote> notes);
 
 private:
     void sort();
-    void index(std::size_t from);
+    void indexFrom(std::size_t position);
+    void indexAll();
 
     std::vector<Note> m_notes;
     std::unordered_map<std::string, std::size_t> m_positions; ///< By id.

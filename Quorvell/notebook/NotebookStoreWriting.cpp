@@ -117,7 +117,7 @@ std::function<NoteWritten()> NotebookStore::workOf(const Queue& queue) const
                 : discardNote(folder, place->fileName, trash,
                     [&] { return history->keep(id, version, NoteAuthor::person, NoteHistory::Keeping::always); });
             if (problem == FileProblem::none) {
-                reader->removed(id);
+                reader->removed(place->fileName);
                 *place = {};
             }
             return {problem, {}};

@@ -161,6 +161,10 @@ TEST(NotebookStore, readsTheFolderAsPeopleLeaveIt)
     EXPECT_EQ(NoteFile::decode(readText(desk.folder / "c.md"), monday)->title, "newest");
     for (const auto& [name, text] : ignored)
         EXPECT_EQ(readText(desk.folder / name), text) << name;
+    std::filesystem::remove(desk.folder / "c.md");
+    desk.reload();
+    EXPECT_EQ(store.note("aaaa")->title, "as new, but read later") << "what lost counts once the other is gone";
+    EXPECT_EQ(store.fileURL("aaaa"), desk.folder / "d.md");
 }
 
 TEST(NotebookStore, reloadsUnderWaitingChanges)
