@@ -43,7 +43,7 @@ public:
     std::string device() const { return m_stream ? m_stream->device() : std::string(); }
 
 private:
-    static constexpr std::uint32_t pieceBytes = 480; ///< 10 ms from the device at a time.
+    static constexpr std::uint32_t pieceBytes = 960; ///< 20 ms from the device at a time: half a chunk.
 
     void soundServerChanged() override { review(); }
     /// Brings the stream in line with what is wanted and what is there.

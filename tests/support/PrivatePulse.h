@@ -14,17 +14,19 @@
 #include <cstdlib>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace quorvell::test {
 
 /// A sound server of the test's own, with devices that exist only as data: no hardware is touched. A null sink makes
-/// a new client wait for two seconds unless another one plays, so that a client of silence plays on the first one.
+/// a new client wait for two seconds unless another one plays; on sinks that are to be awake a client of silence does.
 class PrivatePulse {
 public:
     /// Without modules there is a server and no device.
-    explicit PrivatePulse(std::vector<std::string> modules = {})
+    explicit PrivatePulse(std::vector<std::string> modules = {}, std::vector<std::string> awakeSinks = {})
         : m_modules(std::move(modules))
+        , m_awake(std::move(awakeSinks))
     {
         start();
     }
@@ -43,19 +45,21 @@ public:
         for (const std::string& module : m_modules)
             words.push_back("--load=" + module);
         m_process = launch(words);
-        if (control("list short sinks").find("speaker") != std::string::npos)
-            m_silence = launch({"pacat", "-s", address(), "-d", "speaker", "--latency-msec=10", "/dev/zero"});
+        for (const std::string& sink : m_awake) {
+            control("info");
+            m_silences.push_back(launch({"pacat", "-s", address(), "-d", sink, "--latency-msec=10", "/dev/zero"}));
+        }
     }
 
     /// The socket stays behind after SIGKILL, as after a crash.
     void stop(int signal)
     {
-        for (pid_t* process : {&m_silence, &m_process}) {
-            if (*process <= 0)
+        m_silences.push_back(std::exchange(m_process, -1));
+        for (const pid_t process : std::exchange(m_silences, {})) {
+            if (process <= 0)
                 continue;
-            ::kill(*process, signal);
-            ::waitpid(*process, nullptr, 0);
-            *process = -1;
+            ::kill(process, signal);
+            ::waitpid(process, nullptr, 0);
         }
     }
 
@@ -100,8 +104,9 @@ private:
 
     TemporaryFolder m_folder;
     std::vector<std::string> m_modules;
+    std::vector<std::string> m_awake;
     pid_t m_process = -1;
-    pid_t m_silence = -1;
+    std::vector<pid_t> m_silences;
 };
 
 } // namespace quorvell::test

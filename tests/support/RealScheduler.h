@@ -39,25 +39,22 @@ public:
     bool runUntil(const Test& isDone, std::chrono::milliseconds limit = std::chrono::seconds(5))
     {
         const auto end = Clock::now() + limit;
-        std::unique_lock lock(m_mutex);
-        while (true) {
-            const auto due = m_timers.empty() ? end : std::min(end, m_timers.begin()->first.first);
-            if (due <= Clock::now() && !m_timers.empty() && m_timers.begin()->first.first <= Clock::now()) {
-                runFirst(lock);
-                continue;
-            }
-            lock.unlock();
-            const bool done = isDone();
-            lock.lock();
-            if (done || Clock::now() >= end)
-                return done;
-            // Also wakes by itself: what a test waits for need not be a post.
-            m_wake.wait_until(lock, std::min(due, Clock::now() + std::chrono::milliseconds(2)));
-        }
+        // What a test waits for need not be a post, so it is looked at now and then.
+        while (!isDone() && Clock::now() < end)
+            run(std::chrono::milliseconds(2));
+        return isDone();
     }
     void run(std::chrono::milliseconds duration)
     {
-        runUntil([] { return false; }, duration);
+        const auto end = Clock::now() + duration;
+        std::unique_lock lock(m_mutex);
+        while (Clock::now() < end) {
+            const auto due = m_timers.empty() ? end : m_timers.begin()->first.first;
+            if (due <= Clock::now())
+                runFirst(lock);
+            else
+                m_wake.wait_until(lock, std::min(due, end));
+        }
     }
 
 private:
