@@ -59,9 +59,8 @@ public:
     void forgetAll(NotebookCallback done) override;
     void savePicture(const std::string& id, std::string picture, NotebookCallback done) override;
 
-    /// Moves every file to another folder and keeps the notebook there. Only the owner can; whoever starts next must
-    /// be told the new folder.
-    void moveNotebook(const std::string& folder, NotebookCallback done);
+    /// Only the owner can; whoever starts next must be told the new folder.
+    void moveNotebook(const std::string& folder, NotebookCallback done) override;
 
 private:
     enum class Claim { owner, heldElsewhere, impossible };

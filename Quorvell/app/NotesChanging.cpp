@@ -4,10 +4,9 @@
 #include "Quorvell/app/NotebookAccess.h"
 #include "Quorvell/app/ProgramEnvironment.h"
 #include "Quorvell/app/QtScheduler.h"
+#include "Quorvell/app/WaitFor.h"
 #include "QuorvellCore/text/Json.h"
 
-#include <QCoreApplication>
-#include <QEventLoop>
 #include <nlohmann/json.hpp>
 
 #include <filesystem>
@@ -22,20 +21,6 @@ namespace {
 
 constexpr int done = 0;
 constexpr int couldNot = 1;
-
-/// Waits for the answer to something that was begun.
-template <typename Answer> Answer waitFor(const std::function<void(std::function<void(Answer)>)>& begin)
-{
-    QEventLoop loop;
-    std::optional<Answer> answer;
-    begin([&](Answer given) {
-        answer = std::move(given);
-        loop.quit();
-    });
-    if (!answer)
-        loop.exec();
-    return std::move(*answer);
-}
 
 /// One change of one note, told as it ends.
 class NotesChanging {
@@ -146,12 +131,7 @@ int changeNote(const NotesRequest& request, const Note& note, const ProgramEnvir
             return done;
         }
     }
-    int argumentCount = 1;
-    std::string name = "quorvell";
-    char* arguments[] = {name.data(), nullptr};
-    std::unique_ptr<QCoreApplication> application;
-    if (!QCoreApplication::instance())
-        application = std::make_unique<QCoreApplication>(argumentCount, arguments);
+    const ApplicationWhereNeeded application;
     QtScheduler scheduler;
     const OpenedNotebook opened = openNotebook(environment, scheduler);
     if (!opened.notebook) {
@@ -173,6 +153,7 @@ int changeNote(const NotesRequest& request, const Note& note, const ProgramEnvir
     case NotesRequest::Action::show:
     case NotesRequest::Action::history:
     case NotesRequest::Action::export_:
+    case NotesRequest::Action::move:
         break;
     }
     return couldNot;

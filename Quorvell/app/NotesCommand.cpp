@@ -1,6 +1,7 @@
 #include "Quorvell/app/NotesCommand.h"
 
 #include "Quorvell/app/NotesChanging.h"
+#include "Quorvell/app/NotesMoving.h"
 #include "Quorvell/app/NotesReading.h"
 #include "Quorvell/app/ProgramEnvironment.h"
 
@@ -22,7 +23,7 @@ using Action = NotesRequest::Action;
 struct Options {
     bool asJson = false;
     std::vector<std::string> words;
-    std::string target; ///< An id, or where to export to.
+    std::string target; ///< An id, or where to export or move to.
     int version = 0;
 };
 
@@ -45,6 +46,8 @@ constexpr Subcommand subcommands[] = {
     {"delete", Action::delete_, "Move a note to the trash", "id", "Its id or the beginning of it"},
     {"export", Action::export_, "Copy the notebook into a folder; with --json its notes into one file", "target",
         "The folder or, with --json, the file; - is the standard output"},
+    {"move", Action::move, "Keep the notebook in another folder from now on", "target",
+        "The folder; or local, for the usual one; or synced, for one that a sync program keeps"},
 };
 
 std::string joined(const std::vector<std::string>& words)
@@ -73,6 +76,8 @@ bool isChange(Action action)
 
 int runNotes(const NotesRequest& request, const ProgramEnvironment& environment)
 {
+    if (request.action == Action::move)
+        return moveNotes(request, environment, std::cout, std::cerr);
     auto calendar = Calendar::create(environment.timeZone, environment.locale);
     if (!calendar) {
         std::cerr << "The time zone \"" << environment.timeZone

@@ -61,6 +61,7 @@ int NotesReading::run()
     case NotesRequest::Action::restore:
     case NotesRequest::Action::confirm:
     case NotesRequest::Action::delete_:
+    case NotesRequest::Action::move:
         break;
     }
     return couldNot;

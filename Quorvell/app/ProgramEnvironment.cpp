@@ -1,5 +1,7 @@
 #include "Quorvell/app/ProgramEnvironment.h"
 
+#include "Quorvell/notebook/NotebookPlaces.h"
+
 #include <pwd.h>
 #include <unistd.h>
 
@@ -146,7 +148,9 @@ ProgramEnvironment ProgramEnvironment::read(const char* programName)
     ProgramEnvironment environment;
     environment.programPath = absoluteProgramPath(programName);
     environment.programFolder = fs::path(environment.programPath).parent_path().string();
-    environment.notebookFolder = baseFolder("XDG_DATA_HOME", ".local/share") + "/Quorvell/Notebook";
+    environment.notebookFolder = NotebookPlaces::localFolder(baseFolder("XDG_DATA_HOME", ".local/share"));
+    environment.localNotebookFolder = environment.notebookFolder;
+    environment.syncedNotebookFolder = NotebookPlaces::iCloudDrive(homeFolder());
     environment.calendarFolder = baseFolder("XDG_DATA_HOME", ".local/share") + "/Quorvell/Calendar";
     environment.configFolder = baseFolder("XDG_CONFIG_HOME", ".config") + "/Quorvell";
     environment.stateFolder = baseFolder("XDG_STATE_HOME", ".local/state") + "/Quorvell";

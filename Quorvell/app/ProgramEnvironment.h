@@ -10,6 +10,8 @@ struct ProgramEnvironment {
     std::string programPath; ///< Absolute path of this program.
     std::string programFolder;
     std::string notebookFolder; ///< $XDG_DATA_HOME/Quorvell/Notebook
+    std::string localNotebookFolder; ///< The same, whatever the settings say later.
+    std::optional<std::string> syncedNotebookFolder; ///< In a folder that a sync program keeps, where there is one.
     std::string calendarFolder; ///< $XDG_DATA_HOME/Quorvell/Calendar
     std::string configFolder; ///< $XDG_CONFIG_HOME/Quorvell
     std::string stateFolder; ///< $XDG_STATE_HOME/Quorvell

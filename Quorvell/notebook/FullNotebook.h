@@ -29,6 +29,10 @@ public:
     /// Earlier versions, newest first.
     virtual void history(const std::string& id, HistoryCallback done) = 0;
 
+    /// Moves every file to another folder, which it makes, and keeps the notebook there from then on. When anything
+    /// fails the notebook stays whole where it is.
+    virtual void moveNotebook(const std::string& folder, NotebookCallback done) = 0;
+
     virtual const std::string& folder() const = 0;
     /// Absolute path of the note's file. Nothing before a new note is stored.
     virtual std::optional<std::string> fileURL(const std::string& id) const = 0;

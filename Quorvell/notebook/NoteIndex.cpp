@@ -123,7 +123,7 @@ struct NoteIndex::Database {
         return handle;
     }
     struct Closer {
-        void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
+        void operator()(sqlite3* connection) const { sqlite3_close_v2(connection); }
     };
 
     std::unique_ptr<sqlite3, Closer> handle{opened()};

@@ -202,7 +202,7 @@ void NotebookStore::tidy(Instant now)
         [](bool) {});
 }
 
-void NotebookStore::moveNotebook(std::string folder, NotebookCallback done)
+void NotebookStore::moveNotebook(const std::string& folder, NotebookCallback done)
 {
     if (m_isMoving)
         return refuse("The notebook is being moved already. Wait until that is done.", std::move(done));

@@ -51,6 +51,8 @@ public:
     void forgetAll(NotebookCallback done) override;
     void savePicture(const std::string& id, std::string picture, NotebookCallback done) override;
     void history(const std::string& id, HistoryCallback done) override;
+    /// Whoever asks holds that folder's lock too.
+    void moveNotebook(const std::string& folder, NotebookCallback done) override;
 
     /// Reads again what changed in the folder; changes that are not written yet stay on top.
     void reload(std::function<void()> done);
@@ -63,9 +65,6 @@ public:
     /// Removes pictures and histories whose notes are gone and that nobody touched for a day, and what killed programs
     /// left behind; nothing at all while some file of the folder cannot be read as a note.
     void tidy(Instant now);
-    /// Moves every file to another folder, which it makes, and keeps the notebook there from then on. Whoever asks
-    /// holds that folder's lock too. When anything fails the notebook stays whole where it is.
-    void moveNotebook(std::string folder, NotebookCallback done);
 
 private:
     enum class Kind { write, discard, erase }; ///< Discard: into the waste basket. Erase: for good, history and all.

@@ -227,5 +227,31 @@ TEST(NotesCommand, exports)
     EXPECT_NE(shell.errors.find("is gone"), std::string::npos) << shell.errors;
 }
 
+TEST(NotesCommand, movesTheNotebook)
+{
+    Shell shell;
+    shell.keep(someNotes());
+    shell.environment.configFolder = shell.folder / "config/deep";
+    shell.environment.localNotebookFolder = shell.environment.notebookFolder;
+    const std::string target = shell.folder / "elsewhere";
+    EXPECT_EQ(shell.run({"notes", "move", "synced"}), 1);
+    std::filesystem::create_directories(shell.environment.configFolder);
+    const std::string settings = shell.environment.configFolder + "/settings.json";
+    test::writeText(settings, "{not json");
+    EXPECT_EQ(shell.run({"notes", "move", target}), 1);
+    EXPECT_FALSE(std::filesystem::exists(target)) << "moved although nobody would find it";
+    test::writeText(settings, R"({"user_name": "Asha"})");
+    EXPECT_EQ(shell.run({"notes", "move", target, "--json"}), 0) << shell.errors;
+    EXPECT_EQ(readNoteFolder(target, monday)->notes.size(), 3u);
+    EXPECT_TRUE(readNoteFolder(shell.environment.notebookFolder, monday)->notes.empty());
+    const auto written = parseJson(test::readText(settings));
+    ASSERT_TRUE(written);
+    EXPECT_EQ(readString(*written, "user_name"), "Asha");
+    EXPECT_EQ(readString(*written, "notebook_folder"), target);
+    shell.environment.notebookFolder = target;
+    EXPECT_EQ(shell.run({"notes", "move", "local"}), 0) << shell.errors;
+    EXPECT_EQ(readNoteFolder(shell.environment.localNotebookFolder, monday)->notes.size(), 3u);
+}
+
 } // namespace
 } // namespace quorvell

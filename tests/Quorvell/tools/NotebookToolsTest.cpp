@@ -40,6 +40,7 @@ public:
     void forgetAll(NotebookCallback) override { }
     void savePicture(const std::string&, std::string, NotebookCallback) override { }
     void history(const std::string&, HistoryCallback) override { }
+    void moveNotebook(const std::string&, NotebookCallback) override { }
     const std::string& folder() const override { return path; }
     std::optional<std::string> fileURL(const std::string& id) const override
     {
