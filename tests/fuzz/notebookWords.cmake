@@ -1,1 +1,1 @@
-quorvell_fuzz(notebookWords USES notebook_store tools)
+quorvell_fuzz(notebookWords USES notebook_store)
