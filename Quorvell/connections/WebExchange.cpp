@@ -103,7 +103,7 @@ ConnectionFailure WebExchange::failureOf(QNetworkReply::NetworkError error) cons
     return {Kind::nobodyAnswers, 0, text};
 }
 
-void WebExchange::fail(ConnectionFailure failure)
+void WebExchange::fail(const ConnectionFailure& failure)
 {
     if (std::exchange(m_isOver, true))
         return;

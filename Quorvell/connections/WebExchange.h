@@ -49,7 +49,7 @@ private:
     void finished();
     int status() const;
     ConnectionFailure failureOf(QNetworkReply::NetworkError error) const;
-    void fail(ConnectionFailure failure);
+    void fail(const ConnectionFailure& failure);
 
     Reports m_reports;
     Limits m_limits;

@@ -1,41 +1,17 @@
 // Our WebRTC client against a service on another stack, in a process of its own.
 #include "Quorvell/connections/OpenAILiveClient.h"
 #include "ScriptedServices.h"
+#include "Tone.h"
 
 #include <QProcess>
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <csignal>
-#include <numbers>
 
 namespace quorvell {
 namespace {
 
 using namespace std::chrono_literals;
-
-Bytes tone(double hz, std::chrono::milliseconds length)
-{
-    Bytes pcm;
-    for (int index = 0; index < length.count() * 24; ++index) {
-        const auto sample = static_cast<std::int16_t>(8000 * std::sin(2 * std::numbers::pi * hz * index / 24000));
-        pcm.push_back(static_cast<std::uint8_t>(sample & 0xFF));
-        pcm.push_back(static_cast<std::uint8_t>((sample >> 8) & 0xFF));
-    }
-    return pcm;
-}
-
-double pitchOf(const Bytes& pcm)
-{
-    int ups = 0;
-    std::int16_t before = 0;
-    for (std::size_t index = 0; index + 1 < pcm.size(); index += 2) {
-        const auto sample = static_cast<std::int16_t>(pcm[index] | (pcm[index + 1] << 8));
-        ups += before < 0 && sample >= 0;
-        before = sample;
-    }
-    return pcm.empty() ? 0 : ups * 48000.0 / static_cast<double>(pcm.size());
-}
 
 TEST(IndependentPeer, holdsAConversationWithUsAndIsMissedWhenItFallsSilent)
 {

@@ -2,12 +2,11 @@
 
 #include "PostQueue.h"
 #include "Quorvell/webrtc/CallAudio.h"
+#include "Tone.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <fstream>
-#include <numbers>
 #include <optional>
 
 namespace quorvell {
@@ -18,31 +17,6 @@ using State = WebRTCPeer::State;
 using Role = WebRTCPeerOptions::Role;
 using Backlog = WebRTCPeerOptions::Backlog;
 using Pcm = std::vector<std::uint8_t>;
-
-Pcm tone(double hz, std::chrono::milliseconds length, double amplitude = 8000)
-{
-    Pcm pcm;
-    for (int index = 0; index < length.count() * WebRTCPeer::sampleRate / 1000; ++index) {
-        const auto sample =
-            static_cast<std::int16_t>(amplitude * std::sin(2 * std::numbers::pi * hz * index / WebRTCPeer::sampleRate));
-        pcm.push_back(static_cast<std::uint8_t>(sample & 0xFF));
-        pcm.push_back(static_cast<std::uint8_t>((sample >> 8) & 0xFF));
-    }
-    return pcm;
-}
-
-/// From the crossings of zero; what a wrong rate or a wrong codec changes first.
-double frequencyOf(const Pcm& pcm)
-{
-    int crossings = 0;
-    std::int16_t before = 0;
-    for (std::size_t index = 0; index + 1 < pcm.size(); index += 2) {
-        const auto sample = static_cast<std::int16_t>(pcm[index] | (pcm[index + 1] << 8));
-        crossings += before < 0 && sample >= 0;
-        before = sample;
-    }
-    return crossings * 2.0 * WebRTCPeer::sampleRate / static_cast<double>(pcm.size());
-}
 
 long residentKilobytes()
 {
@@ -113,8 +87,8 @@ TEST(WebRTCPeer, carriesTextsAndSoundBothWays)
     const std::size_t enough = 2 * WebRTCPeer::sampleRate * 6 / 10;
     ASSERT_TRUE(call.queue.runUntil(
         [&] { return call.answerer.heard.size() >= enough && call.caller.heard.size() >= enough; }));
-    EXPECT_NEAR(frequencyOf(call.answerer.heard), 440, 15);
-    EXPECT_NEAR(frequencyOf(call.caller.heard), 1000, 30);
+    EXPECT_NEAR(pitchOf(call.answerer.heard), 440, 15);
+    EXPECT_NEAR(pitchOf(call.caller.heard), 1000, 30);
 
     EXPECT_TRUE(call.answerer.peer->sendSound(tone(1000, 4000ms)));
     EXPECT_FALSE(call.answerer.peer->sendSound(tone(1000, 4000ms))) << "the queue is bounded";

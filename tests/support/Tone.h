@@ -1,0 +1,36 @@
+#pragma once
+
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <numbers>
+#include <vector>
+
+namespace quorvell {
+
+/// A sine as 16-bit little-endian mono PCM at 24000 Hz.
+inline std::vector<std::uint8_t> tone(double hz, std::chrono::milliseconds length)
+{
+    std::vector<std::uint8_t> pcm;
+    for (int index = 0; index < length.count() * 24; ++index) {
+        const auto sample = static_cast<std::int16_t>(8000 * std::sin(2 * std::numbers::pi * hz * index / 24000));
+        pcm.push_back(static_cast<std::uint8_t>(sample & 0xFF));
+        pcm.push_back(static_cast<std::uint8_t>((sample >> 8) & 0xFF));
+    }
+    return pcm;
+}
+
+/// From the crossings of zero; what a wrong rate or a wrong codec changes first.
+inline double pitchOf(const std::vector<std::uint8_t>& pcm)
+{
+    int ups = 0;
+    std::int16_t before = 0;
+    for (std::size_t index = 0; index + 1 < pcm.size(); index += 2) {
+        const auto sample = static_cast<std::int16_t>(pcm[index] | (pcm[index + 1] << 8));
+        ups += before < 0 && sample >= 0;
+        before = sample;
+    }
+    return pcm.empty() ? 0 : ups * 48000.0 / static_cast<double>(pcm.size());
+}
+
+} // namespace quorvell
