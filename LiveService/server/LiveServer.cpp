@@ -64,6 +64,10 @@ LiveServer::LiveServer(Settings settings)
                   takePosted(guest, std::move(body), std::move(answer));
               }})
 {
+    m_idle.setSingleShot(true);
+    m_idle.setInterval(idlePatience);
+    connect(&m_idle, &QTimer::timeout, this, [this] { m_speech.letGo(); });
+    m_idle.start();
 }
 
 LiveServer::~LiveServer()
@@ -170,6 +174,7 @@ LiveServerSession& LiveServer::openSession(
     LiveServerSession::Surroundings surroundings{m_settings.ids, m_settings.calendar, m_settings.wallClock, m_thinking,
         m_resumption, SessionFaults::of(m_settings.faults, number), [this] { return m_speech.take(); }, reach,
         [this, number] { later([this, number] { endSession(number); }); }};
+    m_idle.stop();
     auto session = std::make_unique<LiveServerSession>(std::move(transport), std::move(codec), std::move(surroundings));
     return *m_sessions.emplace(number, std::move(session)).first->second;
 }
@@ -182,6 +187,8 @@ void LiveServer::endSession(int number)
     if (auto speech = session->second->releaseSpeech())
         m_speech.giveBack(std::move(speech));
     m_sessions.erase(session);
+    if (m_sessions.empty())
+        m_idle.start();
     reportIfStopped();
 }
 

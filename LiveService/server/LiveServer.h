@@ -11,7 +11,9 @@
 
 #include <QHostAddress>
 #include <QObject>
+#include <QTimer>
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -26,6 +28,7 @@ namespace quorvell {
 class LiveServer : public QObject {
 public:
     static constexpr std::size_t usualSessions = 8;
+    static constexpr std::chrono::minutes idlePatience{10}; ///< Without a session; then the models are let go.
 
     struct Settings {
         std::string token; ///< The key that clients must show; never empty.
@@ -68,6 +71,7 @@ private:
     WorkerThread m_thinking;
     SpeechWorkerPool m_speech;
     ResumptionStore m_resumption;
+    QTimer m_idle;
     ServiceDoor m_door;
     std::map<int, std::unique_ptr<LiveServerSession>> m_sessions;
     std::function<void()> m_stopped; ///< Set while stopping.

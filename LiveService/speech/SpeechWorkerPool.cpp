@@ -22,6 +22,17 @@ void SpeechWorkerPool::giveBack(std::unique_ptr<SpeechWorker> worker)
         m_ready = std::move(worker);
         return;
     }
+    end(std::move(worker));
+}
+
+void SpeechWorkerPool::letGo()
+{
+    if (m_ready)
+        end(std::move(m_ready));
+}
+
+void SpeechWorkerPool::end(std::unique_ptr<SpeechWorker> worker)
+{
     m_undertaker.post([ended = std::shared_ptr<SpeechWorker>(std::move(worker))]() mutable { ended.reset(); });
 }
 

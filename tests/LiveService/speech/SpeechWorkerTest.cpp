@@ -108,6 +108,9 @@ TEST(SpeechWorker, stopsSpeakingAtOnceAndForgetsWhatWaits)
     second->prepare(16000, 16000, "awb");
     second->speak(1, {"Here"}, [](const VoicePiece&) {});
     EXPECT_TRUE(log.waitFor("speaks Here as awb")) << "the worker serves the next session";
+    pool.giveBack(std::move(second));
+    pool.letGo();
+    EXPECT_TRUE(log.waitFor("destroyed"));
     const std::lock_guard lock(log.mutex);
     EXPECT_EQ(std::count(log.texts.begin(), log.texts.end(), "made"), 1);
     for (const char* never : {"speaks Never as slt", "speaks Nor this as slt"})
