@@ -21,10 +21,12 @@ add_custom_command(OUTPUT ${speech_files}
     COMMENT "Making the speech models of the commands" VERBATIM)
 add_custom_target(speech_models ALL DEPENDS ${speech_files})
 
-# The room's tests speak to the recogniser; they are defined after this file is read.
-function(quorvell_speech_test_needs_models)
-    if(TARGET on_device_speech_test)
-        add_dependencies(on_device_speech_test speech_models)
-    endif()
+# These rooms' tests speak to the recogniser; they are defined after this file is read.
+function(quorvell_speech_tests_need_models)
+    foreach(test IN ITEMS on_device_speech_test speech_test)
+        if(TARGET ${test})
+            add_dependencies(${test} speech_models)
+        endif()
+    endforeach()
 endfunction()
-cmake_language(DEFER CALL quorvell_speech_test_needs_models)
+cmake_language(DEFER CALL quorvell_speech_tests_need_models)
