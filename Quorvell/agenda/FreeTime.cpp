@@ -33,10 +33,10 @@ std::vector<FreeTime> FreeTime::find(
     constexpr int mostDays = 400;
     const auto busy = busyTimes(events);
     std::vector<FreeTime> found;
-    const auto offer = [&](Instant start, Instant end) {
-        start = roundedUp(start);
-        if (end - start >= wish.length && found.size() < wish.most)
-            found.push_back({start, end});
+    const auto offer = [&](Instant from, Instant until) {
+        from = roundedUp(from);
+        if (until - from >= wish.length && found.size() < wish.most)
+            found.push_back({from, until});
     };
     LocalDay day = calendar.day(wish.from);
     for (int count = 0; count < mostDays && found.size() < wish.most; ++count, day += std::chrono::days(1)) {
