@@ -4,6 +4,7 @@
 #include "Quorvell/notebook/NoteFolder.h"
 #include "Quorvell/notebook/NoteFolderReader.h"
 #include "Quorvell/notebook/NoteIndex.h"
+#include "Quorvell/notebook/NoteList.h"
 #include "Quorvell/notebook/NotebookStore.h"
 #include "QuorvellCore/notebook/NoteFile.h"
 
@@ -184,6 +185,47 @@ void searchWordOfEveryNote(benchmark::State& state)
             state.SkipWithError("not found");
 }
 
+NoteList manyNotesList()
+{
+    std::vector<StoredNote> notes;
+    for (int number = 0; number < manyNotes; ++number)
+        notes.push_back({noteOf(number), {}});
+    return NoteList(std::move(notes));
+}
+
+/// What the main thread does for a new note among ten thousand; the rest is the workers'.
+void listOneNewNote(benchmark::State& state)
+{
+    NoteList list = manyNotesList();
+    const Note note = noteOf(manyNotes);
+    for (auto _ : state) {
+        list.put(note);
+        state.PauseTiming();
+        list.remove(note.id);
+        state.ResumeTiming();
+    }
+}
+
+/// The same for a thousand that a sync program changed at once.
+void listThousandChangedNotes(benchmark::State& state)
+{
+    NoteList list = manyNotesList();
+    std::vector<Note> changed;
+    for (int number = 0; number < 1000; ++number)
+        changed.push_back(noteOf(number));
+    for (auto _ : state) {
+        state.PauseTiming();
+        std::vector<Note> copy = changed;
+        state.ResumeTiming();
+        list.apply(std::move(copy), {"100000000999"});
+        state.PauseTiming();
+        list.put(noteOf(999));
+        state.ResumeTiming();
+    }
+}
+
+BENCHMARK(listOneNewNote)->Unit(benchmark::kMillisecond);
+BENCHMARK(listThousandChangedNotes)->Unit(benchmark::kMillisecond);
 BENCHMARK(encodeNote)->Unit(benchmark::kMicrosecond);
 BENCHMARK(decodeNote)->Unit(benchmark::kMicrosecond);
 BENCHMARK(keepNoteDurably)->Unit(benchmark::kMicrosecond)->UseRealTime();
