@@ -30,7 +30,7 @@ struct SessionLimits {
     Time rotationDeferral{60'000}; ///< Waiting for a quiet moment any longer is written down.
 
     // A turn
-    Time followThrough{8'000}; ///< Words that neither voice nor tools took up are handed over in writing.
+    Time followThrough{15'000}; ///< Words that neither voice nor tools took up are handed over in writing.
     Time progress{12'000}; ///< A tool that runs so long while nothing is said is spoken of, and again as long after.
     Time targetRefresh{1'000}; ///< Between two looks at whether what is highlighted is still there.
 

@@ -64,16 +64,9 @@ public:
     void stop() override { reports = {}; }
     bool isListening() const { return reports.heard != nullptr; }
 
-    void hear(const std::string& words)
-    {
-        if (const auto heard = reports.heard)
-            heard(words);
-    }
-    void fail(const std::string& sentence)
-    {
-        if (const auto failed = reports.failed)
-            failed(sentence);
-    }
+    // Copies: what they lead to may stop the listener.
+    void hear(const std::string& words) { Reports(reports).heard(words); }
+    void fail(const std::string& sentence) { Reports(reports).failed(sentence); }
 
     Reports reports;
     std::size_t bytes = 0;

@@ -143,15 +143,6 @@ TEST_F(SessionControllerTest, toolCallsAreAnsweredOnceAndOnlyToWhoeverAsked)
     replies.clear(); // A reply that outlives the session is harmless.
 }
 
-TEST_F(SessionControllerTest, aCallWithoutAConversationIsRefused)
-{
-    make();
-    std::string error;
-    controller->runTool({"call_1", "keep_note", {}},
-        ToolReply([&](const Json& result) { error = readString(result, "error").value_or(""); }));
-    EXPECT_EQ(error, "No active conversation.");
-}
-
 TEST_F(SessionControllerTest, aConversationThatCannotBeginIsToldInOneSentence)
 {
     make(shown()).submitTyped({{{"hello"}}, false});
@@ -322,8 +313,6 @@ TEST_F(SessionControllerTest, theModeFollowsTheUserAlone)
     EXPECT_EQ(controller->helpMode(), HelpMode::do_);
     EXPECT_NE(ask("do").find("refused"), std::string::npos); // The words are used up.
     EXPECT_NE(ask("fast").find("mode must be one of guide, auto and do."), std::string::npos);
-    EXPECT_EQ(std::count(observer.lines.begin(), observer.lines.end(), "mode do"), 1);
-
     controller->setHelpMode(HelpMode::auto_);
     EXPECT_NE(wire->sent.back().find("They have switched to auto mode."), std::string::npos);
     EXPECT_NE(ask("guide").find("Stay in Auto; only they change it."), std::string::npos);
@@ -333,7 +322,7 @@ TEST_F(SessionControllerTest, wordsThatNobodyTakesUpAreHandedOverOnce)
 {
     makeActive();
     wire->report(live_event::InputTranscript{"buy milk"});
-    scheduler.advance(7s);
+    scheduler.advance(14s);
     EXPECT_EQ(log.text.find("request_missed"), std::string::npos);
     scheduler.advance(2s);
     EXPECT_TRUE(wire->sent.back().starts_with("message [Quorvell app event] They said: “buy milk”."));
