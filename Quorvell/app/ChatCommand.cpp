@@ -5,6 +5,7 @@
 #include "Quorvell/app/ConversationEvents.h"
 #include "Quorvell/app/ConversationOptions.h"
 #include "Quorvell/app/ConversationText.h"
+#include "Quorvell/app/DesktopSound.h"
 #include "Quorvell/app/Interrupts.h"
 #include "Quorvell/app/ObserverGroup.h"
 #include "Quorvell/app/PipedLines.h"
@@ -86,35 +87,49 @@ void welcome(const Assistant& assistant)
               << " Type a line; /help lists what else there is, Ctrl+D ends." << std::endl;
 }
 
-int runChat(const ProgramEnvironment& environment, const ConversationOptions& options)
+Assistant::Wishes wishesFor(const ConversationOptions& options, bool isPerson, ChatConversation::Voice voice)
+{
+    const bool isAloud = voice == ChatConversation::Voice::aloud;
+    Assistant::Wishes wishes{options.host, options.backend, options.transport};
+    wishes.medium = isAloud ? LiveMedium::voice : LiveMedium::text;
+    wishes.replies = isAloud ? SessionSettings::Replies::spoken : SessionSettings::Replies::shown;
+    wishes.listening = SessionSettings::Listening::none;
+    if (isPerson)
+        wishes.greeting = SessionSettings::Greeting::spoken;
+    return wishes;
+}
+
+int runChat(const ProgramEnvironment& environment, const ConversationOptions& options, ChatConversation::Voice voice)
 {
     ProgramLoop loop;
     const bool isPerson = isForAPerson(environment, options);
     const UserSettings settings = UserSettings::readTelling(environment, std::cerr);
     const auto lines = makeLines(isPerson, environment, settings);
     ChatView view(environment, options, loop.scheduler(), *lines);
-    std::unique_ptr<Assistant> assistant;
+    Assistant* assistant = nullptr;
     const auto usage = [&assistant] {
         return UsageText::ofConversation(assistant->session().usage()) + "\n"
             + UsageText::ofDays(assistant->usage().book(), assistant->usage().today());
     };
     const auto tell = [](const std::string& sentence) { std::cout << sentence << std::endl; };
     ChatConversation conversation({loop.scheduler(), *lines, &ProgramLoop::end, tell, usage},
-        isPerson ? ChatConversation::Partner::person : ChatConversation::Partner::script);
+        isPerson ? ChatConversation::Partner::person : ChatConversation::Partner::script, voice);
     ObserverGroup observers(view.observersWith(conversation));
-    SilentPlayer player;
-    Assistant::Wishes wishes{options.host, options.backend, options.transport};
-    wishes.medium = LiveMedium::text;
-    wishes.replies = SessionSettings::Replies::shown;
-    wishes.listening = SessionSettings::Listening::none;
-    if (isPerson)
-        wishes.greeting = SessionSettings::Greeting::spoken;
-    Assistant::Made made = Assistant::create(environment, settings, loop.scheduler(), wishes, {player}, observers);
+    SilentPlayer silence;
+    std::unique_ptr<DesktopSound> sound;
+    if (voice == ChatConversation::Voice::aloud)
+        sound = std::make_unique<DesktopSound>(environment.runtimeFolder, loop.scheduler(),
+            DesktopSound::Devices{{}, settings.loudspeaker.value_or("")},
+            DesktopSound::Reports{
+                [](auto) {}, [&observers](const std::string& sentence) { observers.problemArose(sentence); }});
+    AudioPlayer& player = sound ? static_cast<AudioPlayer&>(sound->player()) : silence;
+    const Assistant::Made made = Assistant::create(
+        environment, settings, loop.scheduler(), wishesFor(options, isPerson, voice), {player}, observers);
     if (!made.assistant) {
         std::cerr << made.problem << std::endl;
         return couldNot;
     }
-    assistant = std::move(made.assistant);
+    assistant = made.assistant.get();
     if (isPerson)
         welcome(*assistant);
     const Interrupts interrupts([&] { conversation.interrupt(); });
@@ -129,7 +144,12 @@ std::function<int()> addChatCommand(CLI::App& program, const ProgramEnvironment&
     CLI::App* command = program.add_subcommand(
         "chat", "Talk to the assistant in writing: a line is a message, the end of the input ends the conversation");
     const auto options = ConversationOptions::declare(*command);
-    return [environment, options] { return runChat(environment, *options); };
+    const auto isAloud = std::make_shared<bool>(false);
+    command->add_flag("--aloud", *isAloud, "Speak the answers too, through the loudspeaker");
+    return [environment, options, isAloud] {
+        return runChat(
+            environment, *options, *isAloud ? ChatConversation::Voice::aloud : ChatConversation::Voice::none);
+    };
 }
 
 } // namespace quorvell

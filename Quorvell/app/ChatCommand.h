@@ -10,7 +10,7 @@ namespace quorvell {
 
 struct ProgramEnvironment;
 
-/// `quorvell chat [--json] [--host HOST]`: the assistant in a terminal or a pipe.
+/// `quorvell chat [--json] [--aloud] [--host HOST]`: the assistant in a terminal or a pipe.
 std::function<int()> addChatCommand(CLI::App& program, const ProgramEnvironment& environment);
 
 } // namespace quorvell

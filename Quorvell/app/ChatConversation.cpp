@@ -116,11 +116,13 @@ void ChatConversation::carryOut(const ChatWord& word)
 void ChatConversation::changeMode(const std::string& name)
 {
     const auto mode = ChatWord::modeNamed(name);
-    if (mode)
-        m_session->setHelpMode(*mode);
-    if (mode || name.empty())
+    if (mode && *mode == m_session->helpMode())
+        tell("The mode is " + name + " already.");
+    else if (mode)
+        m_session->setHelpMode(*mode); // Shown where every change of it is.
+    else if (name.empty())
         tell(std::string("Mode: ") + ChatWord::nameOf(m_session->helpMode())
-            + (name.empty() ? ". Others: guide (shows, you act), auto (harmless steps), do (whole tasks)." : "."));
+            + ". There are guide (shows, you act), auto (does harmless steps) and do (does whole tasks).");
     else
         tell("There are three modes: guide, auto and do.");
 }

@@ -190,14 +190,21 @@ void TerminalLines::take(const TerminalInput& input)
         el_set(m_editor.get(), EL_REFRESH);
         return;
     case TerminalInput::Kind::older:
-        if (const auto entry = m_history.older(line()))
-            replaceLine(*entry);
-        return;
     case TerminalInput::Kind::newer:
-        if (const auto entry = m_history.newer())
-            replaceLine(*entry);
-        return;
+        return browse(input.kind);
     }
+}
+
+void TerminalLines::browse(TerminalInput::Kind direction)
+{
+    if (!m_history.isBrowsing())
+        m_draftPastes = m_pastes;
+    const auto entry = direction == TerminalInput::Kind::older ? m_history.older(line()) : m_history.newer();
+    if (!entry)
+        return;
+    m_pastes = m_history.isBrowsing() ? PastedPieces() : m_draftPastes;
+    // An entry of several lines can only have been pasted.
+    replaceLine(entry->find('\n') == std::string::npos ? *entry : m_pastes.paste(*entry));
 }
 
 void TerminalLines::takeKeys(const std::string& text)
@@ -227,10 +234,8 @@ void TerminalLines::replaceLine(const std::string& text)
     const LineInfoW* info = el_wline(m_editor.get());
     el_cursor(m_editor.get(), static_cast<int>(info->lastchar - info->cursor));
     el_deletestr(m_editor.get(), static_cast<int>(info->lastchar - info->buffer));
-    // An entry of several lines can only have been pasted.
-    const std::string shown = text.find('\n') == std::string::npos ? text : m_pastes.paste(text);
-    if (!shown.empty())
-        el_insertstr(m_editor.get(), shown.c_str());
+    if (!text.empty())
+        el_insertstr(m_editor.get(), text.c_str());
     el_set(m_editor.get(), EL_REFRESH);
 }
 

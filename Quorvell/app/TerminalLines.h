@@ -46,6 +46,7 @@ private:
     void closePrompt();
     void inputArrived();
     void take(const TerminalInput& input);
+    void browse(TerminalInput::Kind direction);
     void takeWaiting();
     void takeKeys(const std::string& text);
     std::string line() const;
@@ -56,7 +57,8 @@ private:
     std::optional<CommandHistoryFile> m_historyFile;
     CommandHistory m_history;
     TerminalKeys m_keys;
-    PastedPieces m_pastes;
+    PastedPieces m_pastes; ///< Of the line as it stands.
+    PastedPieces m_draftPastes; ///< Of the line that browsing began with.
     std::deque<TerminalInput> m_waiting; ///< Typed while no line was asked for.
     std::u32string m_queue; ///< For the editor, which takes one character at a time.
     Report m_report;

@@ -1,5 +1,7 @@
 #include "ProgramRun.h"
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -21,7 +23,7 @@ ProgramHome::ProgramHome(QString timeZone)
     : m_variables(QProcessEnvironment::systemEnvironment())
 {
     for (const char* name : {"DBUS_SESSION_BUS_ADDRESS", "DISPLAY", "WAYLAND_DISPLAY", "OPENAI_API_KEY",
-             "QUORVELL_LIVE_HOST", "XDG_RUNTIME_DIR", "LC_ALL", "LC_TIME"})
+             "GEMINI_API_KEY", "QUORVELL_LIVE_HOST", "PULSE_SERVER", "XDG_RUNTIME_DIR", "LC_ALL", "LC_TIME"})
         m_variables.remove(QString::fromUtf8(name));
     m_variables.insert(QStringLiteral("HOME"), m_folder.path());
     m_variables.insert(QStringLiteral("XDG_DATA_HOME"), m_folder.filePath(QStringLiteral("data")));
@@ -64,6 +66,32 @@ std::unique_ptr<QProcess> ProgramHome::start(const QStringList& arguments) const
     process->start(QStringLiteral(QUORVELL_PROGRAM), arguments);
     process->waitForStarted();
     return process;
+}
+
+void ProgramHome::become(const std::vector<std::string>& arguments) const
+{
+    std::vector<std::string> variables;
+    for (const QString& variable : m_variables.toStringList())
+        variables.push_back(variable.toStdString());
+    std::vector<char*> words{const_cast<char*>(QUORVELL_PROGRAM)};
+    for (const std::string& argument : arguments)
+        words.push_back(const_cast<char*>(argument.c_str()));
+    std::vector<char*> environment;
+    for (std::string& variable : variables)
+        environment.push_back(variable.data());
+    words.push_back(nullptr);
+    environment.push_back(nullptr);
+    ::execve(words.front(), words.data(), environment.data());
+    ::_exit(127);
+}
+
+std::string ProgramHome::write(const char* relative, const std::string& content) const
+{
+    const std::filesystem::path file = path(relative);
+    std::error_code error;
+    std::filesystem::create_directories(file.parent_path(), error);
+    std::ofstream(file) << content;
+    return file.string();
 }
 
 std::string ProgramHome::path(const char* relative) const

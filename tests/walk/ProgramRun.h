@@ -36,7 +36,12 @@ public:
         int limitMilliseconds = 60000) const;
     std::unique_ptr<QProcess> start(const QStringList& arguments) const;
 
+    /// Makes this process the program; comes back only when that is impossible.
+    void become(const std::vector<std::string>& arguments) const;
+
     std::string path(const char* relative) const;
+    /// Writes a file of the home, with the folders above it, and gives its path.
+    std::string write(const char* relative, const std::string& content) const;
     std::string notebookFolder() const { return path("data/Quorvell/Notebook"); }
     /// The texts of the note files.
     std::vector<std::string> noteFiles() const;

@@ -203,12 +203,22 @@ TEST_F(ChatConversationTest, anInterruptOfAScriptEndsItCleanly)
     EXPECT_EQ(exitCode, 0);
 }
 
-TEST_F(ChatConversationTest, aPersonsFirstInterruptDropsTheLineAndTheSecondLeaves)
+TEST_F(ChatConversationTest, aPersonsFirstInterruptStopsTheAnswerOrDropsTheLineAndTheSecondLeaves)
 {
     begin(Partner::person);
     lines.isSlow = true;
     becomeActive();
     answer("Hi!");
+    lines.type("tell me a long story");
+    scheduler.settle();
+    EXPECT_TRUE(controller->isTurnOpen());
+    chat->interrupt();
+    scheduler.advance(1s);
+    EXPECT_FALSE(controller->isTurnOpen());
+    EXPECT_EQ(exitCode, std::nullopt);
+    EXPECT_EQ(lines.asked, 2) << "the next message is waited for";
+    lines.type("and now");
+    answer("Fine.");
     lines.isHalfTyped = true;
     chat->interrupt();
     EXPECT_FALSE(lines.isHalfTyped);
@@ -229,8 +239,8 @@ TEST_F(ChatConversationTest, wordsForTheProgramNeverReachTheModel)
         const char* typed;
         const char* told;
     };
-    const Row rows[] = {{"/help", "/mode"}, {"/mode", "Mode: guide"}, {"/mode do", "Mode: do."},
-        {"/mode loud", "three modes"}, {"/usage", "used"}, {"/mute", "--aloud"}, {"/sing", "no /sing"}};
+    const Row rows[] = {{"/help", "/mode"}, {"/mode", "Mode: guide"}, {"/mode loud", "three modes"}, {"/usage", "used"},
+        {"/mute", "--aloud"}, {"/sing", "no /sing"}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.typed);
         told.clear();
@@ -239,6 +249,7 @@ TEST_F(ChatConversationTest, wordsForTheProgramNeverReachTheModel)
         EXPECT_NE(told[0].find(row.told), std::string::npos) << told[0];
         EXPECT_FALSE(wire->sent.back().ends_with(row.typed));
     }
+    lines.type("/mode do");
     EXPECT_EQ(controller->helpMode(), HelpMode::do_);
     lines.type("/etc/hosts is what?");
     EXPECT_TRUE(controller->isTurnOpen());

@@ -1,0 +1,211 @@
+// The program at a terminal, as a person uses it: keys in, what is shown out.
+#include "ProgramRun.h"
+
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+
+using namespace quorvell;
+using namespace quorvell::walk;
+
+namespace {
+
+/// A terminal with the program in it.
+class Terminal {
+public:
+    Terminal(const ProgramHome& home, const std::vector<std::string>& arguments)
+    {
+        const winsize size{24, 100, 0, 0};
+        m_process = forkpty(&m_terminal, nullptr, nullptr, &size);
+        if (m_process == 0)
+            home.become(arguments);
+    }
+    ~Terminal()
+    {
+        ::kill(m_process, SIGKILL);
+        ::waitpid(m_process, nullptr, 0);
+        ::close(m_terminal);
+    }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    void type(const std::string& keys) const
+    {
+        ASSERT_EQ(::write(m_terminal, keys.data(), keys.size()), ssize_t(keys.size()));
+    }
+
+    /// Reads on until the text appears after what was found before.
+    bool shows(const std::string& text, std::chrono::seconds limit = std::chrono::seconds(20))
+    {
+        const auto end = std::chrono::steady_clock::now() + limit;
+        while (std::chrono::steady_clock::now() < end) {
+            if (const auto found = m_output.find(text, m_seen); found != std::string::npos) {
+                m_seen = found + text.size();
+                return true;
+            }
+            pollfd readable{m_terminal, POLLIN, 0};
+            char bytes[4096];
+            if (::poll(&readable, 1, 50) <= 0)
+                continue;
+            const auto count = ::read(m_terminal, bytes, sizeof bytes);
+            if (count <= 0)
+                return false;
+            m_output.append(bytes, static_cast<std::size_t>(count));
+        }
+        return false;
+    }
+    const std::string& output() const { return m_output; }
+
+    /// The exit code; -1 when it does not end.
+    int exitCode()
+    {
+        for (int attempt = 0; attempt < 200; ++attempt) {
+            int status = 0;
+            if (::waitpid(m_process, &status, WNOHANG) == m_process)
+                return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+            shows("\x01never", std::chrono::seconds(0));
+            ::usleep(50'000);
+        }
+        return -1;
+    }
+
+private:
+    int m_terminal = -1;
+    pid_t m_process = -1;
+    std::string m_output;
+    std::size_t m_seen = 0;
+};
+
+constexpr const char* prompt = "> ";
+constexpr const char* controlC = "\x03";
+
+} // namespace
+
+TEST(Terminal, aPersonTypesWithHistoryPastesAndInterrupts)
+{
+    ProgramHome home;
+    home.set(QStringLiteral("TERM"), QStringLiteral("xterm"));
+    {
+        Terminal chat(home, {"chat"});
+        ASSERT_TRUE(chat.shows("nothing you say leaves it"));
+        ASSERT_TRUE(chat.shows(prompt)) << chat.output();
+        chat.type("/mode do\r");
+        EXPECT_TRUE(chat.shows("mode: do")) << chat.output();
+        ASSERT_TRUE(chat.shows(prompt));
+        chat.type("make a note that the \x1b[200~spare key\r/quit\x1b[201~ is here\r"); // A paste commands nothing.
+        EXPECT_TRUE(chat.shows("keep_note")) << chat.output();
+        ASSERT_TRUE(chat.shows("\x1b[?2004h")) << chat.output();
+        chat.type("half a line");
+        ASSERT_TRUE(chat.shows("half a line")); // An interrupt would take what was not read yet.
+        chat.type(controlC);
+        ASSERT_TRUE(chat.shows("\x1b[?2004h")) << chat.output();
+        chat.type("\x1b[A\x1b[A\x1b[B\x1b[A\r"); // Two back, one on, one back: the mode again.
+        EXPECT_TRUE(chat.shows("do already")) << chat.output();
+        ASSERT_TRUE(chat.shows("\x1b[?2004h"));
+        chat.type(controlC);
+        EXPECT_TRUE(chat.shows("once more leaves")) << chat.output();
+        chat.type(controlC);
+        EXPECT_EQ(chat.exitCode(), 0) << chat.output();
+    }
+    ASSERT_EQ(home.noteFiles().size(), 1u);
+    Terminal next(home, {"chat"});
+    ASSERT_TRUE(next.shows("\x1b[?2004h"));
+    next.type("\x1b[A");
+    EXPECT_TRUE(next.shows("/mode do")) << next.output(); // The history outlives the program.
+    next.type("\x15\x04");
+    EXPECT_EQ(next.exitCode(), 0) << next.output();
+}
+
+TEST(Terminal, everyTransportCarriesTheSameConversation)
+{
+    ProgramHome home;
+    const auto service = home.start({QStringLiteral("live-service"), QStringLiteral("--token-file"),
+        QString::fromStdString(home.write("key", "a-key-for-tests\n"))});
+    std::string output;
+    for (int attempt = 0; attempt < 200 && output.find("\nClients") == std::string::npos; ++attempt) {
+        service->waitForReadyRead(100);
+        output += service->readAllStandardOutput().toStdString();
+    }
+    const auto start = output.find("ws://");
+    ASSERT_NE(start, std::string::npos) << output;
+    const std::string address = output.substr(start, output.find('/', start + 5) - start);
+    home.set(QStringLiteral("OPENAI_API_KEY"), QStringLiteral("a-key-for-tests"));
+    home.set(QStringLiteral("GEMINI_API_KEY"), QStringLiteral("a-key-for-tests"));
+    struct Row {
+        const char* name;
+        QStringList arguments;
+    };
+    const QString recording = QString::fromStdString(home.path("request.wav"));
+    QProcess::execute(QStringLiteral("flite"),
+        {QStringLiteral("-voice"), QStringLiteral("slt"), QStringLiteral("-t"),
+            QStringLiteral("Remind me tomorrow at five p m to call the dentist."), QStringLiteral("-o"), recording});
+    const QStringList talk{QStringLiteral("talk"), recording};
+    const QStringList webRTC{QStringLiteral("--transport"), QStringLiteral("webrtc")};
+    const QStringList gemini{QStringLiteral("--backend"), QStringLiteral("gemini")};
+    const Row rows[] = {
+        {"spoken over WebRTC", talk + webRTC},
+        {"spoken to the Gemini form", talk + gemini},
+        {"typed over the Responses form", {QStringLiteral("chat")}},
+        {"typed to the Gemini form", QStringList{QStringLiteral("chat")} + gemini},
+    };
+    std::size_t notes = 0;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const Outcome outcome = home.run(row.arguments
+                + QStringList{QStringLiteral("--json"), QStringLiteral("--host"), QString::fromStdString(address)},
+            "remind me tomorrow at 5 pm to call the dentist\n");
+        SCOPED_TRACE(outcome.output + outcome.errors);
+        EXPECT_EQ(outcome.exitCode, 0);
+        EXPECT_EQ(home.noteFiles().size(), ++notes);
+    }
+    for (const std::string& note : home.noteFiles())
+        EXPECT_EQ(headerValue(note, "title"), "Call the dentist");
+
+    // What happened can be looked at afterwards.
+    const Outcome listed = home.run({QStringLiteral("log"), QStringLiteral("--list"), QStringLiteral("--json")});
+    EXPECT_EQ(listed.events().size(), std::size(rows)) << listed.output;
+    const Outcome last = home.run({QStringLiteral("log")});
+    EXPECT_NE(last.output.find("tool called"), std::string::npos) << last.output;
+    EXPECT_EQ(last.output.find("dentist"), std::string::npos) << last.output;
+    const Outcome usage = home.run({QStringLiteral("usage"), QStringLiteral("--json")});
+    const std::vector<Json> sums = usage.events();
+    ASSERT_EQ(sums.size(), 1u);
+    const Json* hosted = memberOf(sums[0], "hosted");
+    const Json* today = hosted ? memberOf(*hosted, "today") : nullptr;
+    ASSERT_TRUE(today);
+    EXPECT_GT(readNumber(*today, "microphone_seconds").value_or(0), 1);
+    service->kill();
+    service->waitForFinished();
+}
+
+TEST(Terminal, theDoctorTellsWhatIsBroken)
+{
+    ProgramHome home;
+    home.set(QStringLiteral("PULSE_SERVER"), QStringLiteral("unix:/nonexistent"));
+    const auto verdict = [](const Outcome& outcome, const char* subject) -> std::string {
+        for (const Json& finding : outcome.events())
+            if (readString(finding, "subject") == subject)
+                return readString(finding, "verdict").value_or("");
+        return "missing";
+    };
+    const QStringList doctor{QStringLiteral("doctor"), QStringLiteral("--json")};
+    Outcome outcome = home.run(doctor);
+    SCOPED_TRACE(outcome.output + outcome.errors);
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(verdict(outcome, "live service"), "ok");
+    EXPECT_EQ(verdict(outcome, "sound"), "limited");
+    EXPECT_EQ(verdict(outcome, "session bus"), "limited");
+
+    home.write(
+        "config/Quorvell/settings.json", R"({"notebook_folder": "/proc/nowhere", "live_host": "ws://127.0.0.1:9"})");
+    outcome = home.run(doctor);
+    SCOPED_TRACE(outcome.output + outcome.errors);
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(verdict(outcome, "live service"), "broken");
+    EXPECT_EQ(verdict(outcome, "notebook"), "broken");
+}
