@@ -20,7 +20,7 @@ public:
     static constexpr int deepestNesting = 8;
     static constexpr std::size_t mostEvents = 20'000; ///< In one text.
     static constexpr std::size_t mostOccurrences = 2'000; ///< In one answer.
-    static constexpr int longestSearch = 50'000; ///< Occurrences that one series is followed for one answer.
+    static constexpr int longestSearch = 5'000; ///< Occurrences that one series is followed for one answer.
 
     /// Nothing for what is no calendar or is beyond the limits.
     static std::optional<IcsCalendar> parse(std::string_view text);

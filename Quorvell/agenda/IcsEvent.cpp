@@ -4,6 +4,7 @@
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <set>
 
@@ -192,6 +193,8 @@ void IcsEvent::followRule(
     icalrecurrencetype rule = icalproperty_get_rrule(property);
     if (!canBeFollowed(rule))
         return;
+    if (rule.freq == ICAL_HOURLY_RECURRENCE)
+        return followHours(rule, from, to, zones, found);
     IcsMoment plain = start;
     if (plain.kind != IcsMoment::Kind::date)
         plain.kind = IcsMoment::Kind::floating;
@@ -208,8 +211,8 @@ void IcsEvent::followRule(
     if (!iterator)
         return;
     const IcsMoment near = zones.moment(from - days(2), start);
-    // Skipping ahead loses count of hours, and of occurrences that are numbered.
-    if (rule.count == 0 && rule.freq != ICAL_HOURLY_RECURRENCE && near.local > plain.local)
+    // Skipping ahead loses count of occurrences that are numbered.
+    if (rule.count == 0 && near.local > plain.local)
         icalrecur_iterator_set_start(iterator, plain.at(near.local).time());
     for (int step = 0; step < IcsCalendar::longestSearch && found.size() < IcsCalendar::mostOccurrences; ++step) {
         const auto next = IcsMoment::from(icalrecur_iterator_next(iterator));
@@ -223,6 +226,24 @@ void IcsEvent::followRule(
             found.push_back(occurrence);
     }
     icalrecur_iterator_free(iterator);
+}
+
+/// Hours need no calendar, and years of them no patience.
+void IcsEvent::followHours(const icalrecurrencetype& rule, Instant from, Instant to, const IcsZones& zones,
+    std::vector<IcsMoment>& found) const
+{
+    const auto interval = std::chrono::hours(std::max<int>(rule.interval, 1));
+    const Instant first = zones.instant(start);
+    const auto until = IcsMoment::from(rule.until);
+    const Instant last = until ? std::min(to, zones.instant(until->like(start)) + seconds(1)) : to;
+    std::int64_t step = from > first ? (from - first) / interval : 0;
+    for (; found.size() < IcsCalendar::mostOccurrences && (rule.count == 0 || step < rule.count); ++step) {
+        const Instant begins = first + step * interval;
+        if (begins >= last)
+            break;
+        if (begins >= from)
+            found.push_back(zones.moment(begins, start));
+    }
 }
 
 /// A day that is struck out of a series with times takes all that happens on it.

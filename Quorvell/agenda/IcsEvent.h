@@ -37,6 +37,8 @@ struct IcsEvent {
 private:
     void followRule(
         icalproperty* rule, Instant from, Instant to, const IcsZones& zones, std::vector<IcsMoment>& found) const;
+    void followHours(const icalrecurrencetype& rule, Instant from, Instant to, const IcsZones& zones,
+        std::vector<IcsMoment>& found) const;
     void removeStruckOut(const IcsZones& zones, std::vector<IcsMoment>& found) const;
 };
 
