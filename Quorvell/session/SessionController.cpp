@@ -33,7 +33,14 @@ SessionController::SessionController(Ports ports, SessionSettings settings)
 {
 }
 
-SessionController::~SessionController() = default;
+SessionController::~SessionController()
+{
+    // They outlive the session and would report to it.
+    if (m_ports.dozeListener)
+        m_ports.dozeListener->stop();
+    if (m_ports.capture && m_ports.capture->isOpen())
+        m_ports.capture->close();
+}
 
 // ---- The story of a beginning
 
@@ -331,6 +338,7 @@ void SessionController::goIdle()
     m_connection.unanswered.clear();
     m_connection.lostRequests.clear();
     m_connection.untoldSince.reset();
+    m_connection.isLossTold = false;
     setPhase(SessionPhase::idle);
 }
 

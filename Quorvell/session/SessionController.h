@@ -123,6 +123,7 @@ private:
         std::vector<LiveMessageText> waiting; ///< Until there is a line that is ready.
         std::vector<LiveMessageText> unanswered; ///< Of the app, sent in the turn that is open.
         std::vector<std::string> waitingTyped; ///< The user's words among them.
+        bool isLossTold = false; ///< To the observer, which is to hear of the end of it.
         std::string lostRequests; ///< Of the turn that a lost line was at.
         std::string lostReplies; ///< What the user had heard in answer to them.
         /// The open turn ran over an earlier line and was finished there; the present one is told once it is settled.

@@ -59,7 +59,7 @@ void SessionController::lineLost(const LiveClosure&)
         waiting.insert(waiting.begin(), m_connection.unanswered.begin(), m_connection.unanswered.end());
     }
     m_connection.unanswered.clear();
-    if (m_lines.isReconnecting() && m_resting.state() == Doze::awake)
+    if (m_lines.isReconnecting() && m_resting.state() == Doze::awake && !std::exchange(m_connection.isLossTold, true))
         m_ports.observer.linkChanged(SessionObserver::Link::reconnecting);
 }
 
@@ -67,7 +67,8 @@ void SessionController::mend()
 {
     ++m_meter.counts().reconnections;
     m_ports.log.record("session_mended", Json::object());
-    m_ports.observer.linkChanged(SessionObserver::Link::steady);
+    if (std::exchange(m_connection.isLossTold, false))
+        m_ports.observer.linkChanged(SessionObserver::Link::steady);
     const std::string requests = std::exchange(m_connection.lostRequests, {});
     if (requests.empty()) {
         if (m_turn.isOpen())

@@ -177,6 +177,8 @@ TEST_F(SessionRestTest, whereNobodyCanListenAtRestItStaysAwakeUntilTheNextBeginn
     becomeReady();
     scheduler.advance(17s);
     EXPECT_EQ(controller->doze(), Doze::dozing);
+    controller.reset();
+    EXPECT_FALSE(dozeListener.isListening() || capture.isOpen()); // Nobody would be there to hear of it.
 }
 
 } // namespace
