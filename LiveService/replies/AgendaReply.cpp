@@ -66,19 +66,19 @@ std::string withLead(std::string days)
     return " " + days;
 }
 
-std::string listReply(const Json& result, const std::string& days)
+std::string listReply(const Json& result, const RequestMemory& memory)
 {
+    const std::string& days = memory.days;
     const auto items = listIn(result, "items");
     if (items.empty())
         return "There is nothing in your calendar" + withLead(days) + ".";
-    const bool isOneDay = std::ranges::all_of(
-        items, [&](const Json& item) { return dayOf(text(item, "start")) == dayOf(text(items.front(), "start")); });
+    const bool isOneDay = !days.empty() && memory.firstDay == memory.lastDay;
     std::string reply =
         items.size() == 1 ? "There is one thing" : "There are " + std::to_string(items.size()) + " things";
     reply += withLead(days) + ".";
     const std::size_t named = std::min(items.size(), itemsNamed);
     for (std::size_t index = 0; index < named; ++index)
-        reply += sentence(items[index], !isOneDay || days.empty());
+        reply += sentence(items[index], !isOneDay);
     return reply + (named < items.size() ? " And more." : "");
 }
 
@@ -134,7 +134,7 @@ std::string eventReply(const Json& result)
 std::string AgendaReply::reply(std::string_view tool, const Json& result, const RequestMemory& memory)
 {
     if (tool == "whats_on")
-        return listReply(result, memory.days);
+        return listReply(result, memory);
     return tool == "find_free_time" ? freeReply(result, memory.days) : eventReply(result);
 }
 

@@ -75,7 +75,8 @@ std::optional<AgendaIntent> readFindTime(const std::string& core, const RuleSurr
 {
     static const Pattern patterns[] = {
         Pattern("^when (?:am i|will i be|could i be|are we) (?:free|available)(.*)$", caseless),
-        Pattern("^when (?:do i have|have i got|is there)(?:(?: some| any| a)\\b)?(?: free)?(?: time| gap| slot)?(.*)$",
+        Pattern("^when (?:(?:do|would|will|could|can) i have|have i got|is there)(?:(?: some| any| a)\\b)?(?: "
+                "free)?(?: time| gap| slot)?(.*)$",
             caseless),
         Pattern("^(?:am i|will i be) (?:free|available)(.*)$", caseless),
         Pattern("^(?:find|look for|search for|get|give)(?: me)?(?: some| a)?(?: free)? ?"
@@ -186,6 +187,15 @@ std::optional<AgendaIntent> readAdd(const std::string& core, const RuleSurroundi
         caseless);
     static const Pattern verb("^(?:schedule|plan)(?: me)?(?: in)? (.+)$", caseless);
     static const Pattern reminder("\\breminders?\\b|\\bnotes?\\b", caseless);
+    static const Pattern told(
+        "^(?:i(?:'ve|’ve| have)(?: got)?|there is|there's) (.+?),? (?:and )?(?:please )?(?:put|add|enter) (?:it|that)"
+        " (?:in|into|on|to) (?:my|the) (?:calendar|agenda|diary|schedule)$",
+        caseless);
+    static const Pattern bookedIn("^(?:book|put|pencil) me (?:in|down) for (.+)$", caseless);
+    if (const auto match = told.find(core))
+        return eventIn(match->texts[0], around);
+    if (const auto match = bookedIn.find(core))
+        return eventIn(match->texts[0], around);
     if (const auto match = ending.find(core))
         return eventIn(match->texts[0] + " " + match->texts[1], around);
     for (const Pattern* pattern : {&first, &named}) {

@@ -99,6 +99,8 @@ RuleStep AgendaRules::answer(const AgendaIntent& intent, RequestMemory memory, c
     const ToolRequests requests{around};
     memory.wish = {};
     memory.days = intent.days.words;
+    memory.firstDay = intent.days.from.substr(0, dayOnly);
+    memory.lastDay = intent.days.to.substr(0, dayOnly);
     switch (intent.kind) {
     case AgendaIntent::Kind::list:
         return {requests.whatsOn(intent.days), std::move(memory)};

@@ -4,7 +4,9 @@
 #include "LiveService/replies/SpokenWhen.h"
 #include "LiveService/replies/TaskWords.h"
 #include "LiveService/rules/AgendaRules.h"
+#include "LiveService/rules/FactWords.h"
 #include "LiveService/rules/NoteIntent.h"
+#include "LiveService/rules/ReminderChange.h"
 #include "LiveService/rules/ReminderIntent.h"
 #include "LiveService/rules/RequestText.h"
 #include "LiveService/rules/TimeChoicePicker.h"
@@ -41,6 +43,9 @@ bool namesDay(const std::string& words)
 bool isNewRequest(Kind kind, const std::string& core, const RuleSurroundings& around)
 {
     if (AgendaIntent::read(core, around))
+        return true;
+    // Where no time is asked for, one is no answer either.
+    if (kind == Kind::confirm && (ReminderChange::read(core, around) || FactWords::read(core)))
         return true;
     if (const auto intent = NoteIntent::read(core))
         return intent->kind != NoteIntent::Kind::readFound;

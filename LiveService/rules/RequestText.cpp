@@ -29,7 +29,7 @@ std::string RequestText::withoutOpening(std::string_view words)
     static const Pattern polite(
         "^(?:please[,]?\\s+)?(?:(?:can|could|would|will)\\s+you\\s+(?:just\\s+)?|i\\s+want\\s+you\\s+to\\s+"
         "|i(?:'d|’d|\\s+would)\\s+like\\s+you\\s+to\\s+|i(?:'d|’d|\\s+would)\\s+like\\s+to\\s+(?=be\\s+reminded|have))?"
-        "(?:please\\s+)?",
+        "(?:please\\s+)?(?:(?:tell|show)\\s+me\\s+(?=what|when|which|whether))?",
         Pattern::Case::insensitive);
     return withoutMatchAtStart(polite, withoutMatchAtStart(name, trimmed(firstCharacters(words, longest))));
 }

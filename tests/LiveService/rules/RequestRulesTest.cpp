@@ -365,6 +365,12 @@ TEST(RequestRules, changesRemindersAndKnowsTheCalendar)
             R"(add_event {"title":"Doctor's appointment","start":"2026-11-26 10:30"})"},
         {"put Anna's birthday on december 5th in my calendar",
             R"(add_event {"title":"Anna's birthday","start":"2026-12-05","all_day":true})"},
+        {"tell me what's planned for tomorrow", R"(whats_on {"from":"2026-11-22","to":"2026-11-22"})"},
+        {"when would I have two hours free this weekend",
+            R"(find_free_time {"minutes":120,"from":"2026-11-21","to":"2026-11-22"})"},
+        {"I've got lunch with Sam on tuesday at noon, put it in my calendar",
+            R"(add_event {"title":"Lunch with Sam","start":"2026-11-24 12:00"})"},
+        {"book me in for yoga on monday at 6 pm", R"(add_event {"title":"Yoga","start":"2026-11-23 18:00"})"},
         {"put lunch with Ana in my calendar", "When is it?"},
         {"move lunch with Ana to 2 pm", R"(whats_on {"from":"2026-11-21","to":"2026-12-22"})"},
         {"postpone the dentist tomorrow by an hour", R"(whats_on {"from":"2026-11-22","to":"2026-11-22"})"},
@@ -438,6 +444,7 @@ TEST(RequestRules, asksBeforeItChangesTheCalendar)
     const auto asked = hear(R"({"status":"needs_confirmation","question":"Delete Lunch with Ana?"})", cancelled);
     EXPECT_EQ(shown(asked), "Delete Lunch with Ana?");
     EXPECT_EQ(shown(say("yes please", asked)), R"(change_event {"id":"e1","cancel":true,"confirmed":true})");
+    EXPECT_EQ(shown(say("i already bought the milk", asked)), R"(set_reminder {"task":"milk","done":true})");
     EXPECT_EQ(shown(say("no", asked)), "Okay, I will not do that.");
     EXPECT_EQ(shown(say("yes, but not yet", asked)), "Sorry, I could not understand that. Delete Lunch with Ana?");
 
