@@ -249,7 +249,7 @@ private:
     {
         const auto end = Clock::now() + limit;
         while (!isDone() && Clock::now() < end)
-            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); // The room's ticks wake it.
         return isDone();
     }
     void wait(std::chrono::milliseconds time)
