@@ -214,10 +214,26 @@ NotebookAccess::Claim NotebookAccess::claim()
     }
     m_lock = std::move(attempt.lock);
     m_store = std::move(opened.store);
-    m_mirror = nullptr;
+    const auto before = std::exchange(m_mirror, nullptr);
     m_observation = m_store->observe([this](const NotebookChanges& changes) { announce(changes); });
     m_store->watch();
+    if (before)
+        announceTakeOver(*before);
     return Claim::owner;
+}
+
+/// What the owner before did last may not have been seen here.
+void NotebookAccess::announceTakeOver(const NotebookBusMirror& before) const
+{
+    NotebookChanges news;
+    for (const Note& note : m_store->notes())
+        if (before.note(note.id) != note)
+            news.changed.push_back(note.id);
+    for (const Note& note : before.notes())
+        if (!m_store->note(note.id))
+            news.gone.push_back(note.id);
+    if (!news.changed.empty() || !news.gone.empty())
+        announce(news);
 }
 
 bool NotebookAccess::findOwner()

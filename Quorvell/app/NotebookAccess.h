@@ -80,6 +80,7 @@ private:
     };
 
     Claim claim();
+    void announceTakeOver(const NotebookBusMirror& before) const;
     bool findOwner();
     void hand(Request request);
     void sendFirst();

@@ -226,7 +226,10 @@ void NotebookStore::finishMove(std::string folder, const std::string& problem, N
             watch();
     }
     const auto resume = [this, problem, done = std::move(done)] {
-        for (auto& [id, queue] : m_queues)
+        std::vector<std::string> waiting;
+        for (const auto& [id, queue] : m_queues)
+            waiting.push_back(id);
+        for (const std::string& id : waiting)
             retryFirst(id);
         done({.isStored = problem.empty(), .problem = problem});
     };

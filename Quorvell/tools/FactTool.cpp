@@ -59,7 +59,7 @@ void FactTool::call(const LiveFunctionCall& call, ToolReply reply)
 void FactTool::ask(const std::string& fact, ToolReply reply)
 {
     reply.answer({{"status", "needs_confirmation"}, {"fact", fact},
-        {"question", "Shall I remember this about you: " + fact},
+        {"question", "Shall I remember this about you: " + trimmed(fact, ".!?") + "?"},
         {"message",
             "Nothing is kept yet. Ask the question; when they have answered, call remember_about_them again with the "
             "same fact."}});
