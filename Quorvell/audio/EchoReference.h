@@ -11,11 +11,13 @@ namespace quorvell {
 
 /// Pairs the loudspeaker's samples with the microphone's by counting: each captured frame takes one played frame. The
 /// two devices have clocks of their own and captured frames get lost now and then, so a reference that has fallen
-/// behind is brought forward: later than the echo itself it would be of no use. One thread plays, one captures.
+/// behind is brought forward: later than the echo itself it would be of no use. A microphone that is only late, as on a
+/// busy computer, catches up by itself; hence the judgement over a while. One thread plays, one captures.
 class EchoReference {
 public:
     static constexpr std::size_t capacity = 24000; ///< One second.
-    static constexpr std::size_t tolerance = 720; ///< 30 ms of lag beyond the normal one, before it is brought forward.
+    static constexpr std::size_t tolerance = 720; ///< 30 ms of lag beyond the normal one are left alone.
+    static constexpr int judgedFrames = 50; ///< The least lag in half a second counts.
 
     /// The playing thread's: these are next in the queue to the loudspeaker.
     void played(std::span<const std::int16_t> samples) { m_ring.write(samples); }
@@ -28,12 +30,16 @@ public:
     /// nothing is.
     bool next(std::span<std::int16_t> frame);
     /// The capturing thread's: captures from now on.
-    void restart() { m_ring.skip(m_ring.available()); }
+    void restart();
 
 private:
+    void judgeLag();
+
     SampleRing m_ring{capacity};
     std::atomic<std::uint64_t> m_forgotten{0}; ///< Counted from the first sample on.
     std::atomic<std::size_t> m_queueLength{960};
+    std::size_t m_leastLag = capacity; ///< This and the next are the capturing thread's.
+    int m_frames = 0; ///< Since the last judgement.
 };
 
 } // namespace quorvell

@@ -21,7 +21,8 @@ namespace quorvell {
 /// restarted or the loudspeaker replaced. Main thread.
 class PulsePlayer : public AudioPlayer, private SoundServer::Listener {
 public:
-    static constexpr std::uint32_t queueBytes = 1920; ///< 40 ms wait at the server: as little as plays without gaps.
+    /// 120 ms wait at the server, so that a busy computer plays without gaps. Stopping drops them.
+    static constexpr std::uint32_t queueBytes = 5760;
     /// What is to be said waits so long for a loudspeaker that comes back; then it is dropped, as nobody hears it.
     static constexpr std::chrono::milliseconds patience{3000};
     /// After so long without sound the device may go to sleep.

@@ -12,7 +12,8 @@ namespace {
 
 constexpr pa_sample_spec format{PA_SAMPLE_S16LE, PulseStream::sampleRateHz, 1};
 constexpr std::uint32_t asTheServerLikes = static_cast<std::uint32_t>(-1);
-constexpr std::uint32_t requestBytes = PulseStream::sampleRateHz * 2 / 100; ///< The server asks for 10 ms at a time.
+/// The server asks for 20 ms at a time, and lets that little lie in the device, however long its queue.
+constexpr std::uint32_t requestBytes = PulseStream::sampleRateHz * 2 / 50;
 /// Sound starts with the first sample. 0 would let the server's position run on while there is nothing to play.
 constexpr std::uint32_t oneSample = 2;
 
@@ -49,7 +50,7 @@ bool PulseStream::connect(const Request& request)
     }
     pa_stream_set_write_callback(m_stream, movable, this);
     const auto flags = static_cast<pa_stream_flags_t>(
-        PA_STREAM_ADJUST_LATENCY | PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_START_CORKED);
+        PA_STREAM_EARLY_REQUESTS | PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_START_CORKED);
     return pa_stream_connect_playback(m_stream, device, &queue, flags, nullptr, nullptr) >= 0;
 }
 
