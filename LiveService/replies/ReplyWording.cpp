@@ -45,6 +45,8 @@ std::string otherReply(const ToolRequest& call, const Json& result, const std::s
     const std::string question = readString(result, "question").value_or("");
     if (status == "needs_confirmation")
         return question.empty() ? "Should I really do that?" : question;
+    if (status == "refused" && call.name == "set_mode")
+        return "That stays as it is. You can switch it yourself at any time.";
     if (status == "refused")
         return errorReply(readString(result, "message").value_or("That is not possible."));
     if (status == "not_remembered")

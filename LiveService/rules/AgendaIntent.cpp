@@ -34,8 +34,9 @@ const auto& listPatterns()
             caseless),
         Pattern("^what(?:'s|’s| is)(?: on| in)? my (?:calendar|agenda|schedule|diary|day|plan)(?: like)?(?:\\s+(.+))?$",
             caseless),
-        Pattern("^what (?:do i have|have i got|am i doing)(?: (?:planned|scheduled|going on|on|coming up))?"
-                "(?: (?:in|on) my (?:calendar|agenda|schedule|diary))?(?:\\s+(.+))?$",
+        Pattern(
+            "^what (?:do i have|i have|i've got|have i got|am i doing)(?: (?:planned|scheduled|going on|on|coming up))?"
+            "(?: (?:in|on) my (?:calendar|agenda|schedule|diary))?(?:\\s+(.+))?$",
             caseless),
         Pattern("^(?:do i have|have i got|is there)(?: anything| something| any events?| any appointments?"
                 "| any meetings?| plans)(?: (?:planned|scheduled|on|coming up))?"
@@ -75,7 +76,8 @@ std::optional<AgendaIntent> readFindTime(const std::string& core, const RuleSurr
 {
     static const Pattern patterns[] = {
         Pattern("^when (?:am i|will i be|could i be|are we) (?:free|available)(.*)$", caseless),
-        Pattern("^when (?:(?:do|would|will|could|can) i have|have i got|is there)(?:(?: some| any| a)\\b)?(?: "
+        Pattern("^when (?:(?:do|would|will|could|can) i (?:have|squeeze in|fit in|find|get)|have i got|is there)(?:(?: "
+                "some| any| a)\\b)?(?: "
                 "free)?(?: time| gap| slot)?(.*)$",
             caseless),
         Pattern("^(?:am i|will i be) (?:free|available)(.*)$", caseless),
@@ -116,10 +118,10 @@ std::optional<AgendaIntent> readFindTime(const std::string& core, const RuleSurr
 /// "from 2 to 4 pm": becomes "at 2 pm", and the end apart.
 std::string takeEnd(std::string& words)
 {
-    static const Pattern span(
-        "\\bfrom ((?:half past |quarter (?:past|to) )?\\d{1,2}(?::\\d{2})?)(?: ?([ap]\\.?m\\.?))?"
-        " (?:to|till|until) ((?:half past |quarter (?:past|to) )?\\d{1,2}(?::\\d{2})?)(?: ?([ap]\\.?m\\.?))?",
-        caseless);
+    static const std::string clock =
+        "((?:half past |quarter (?:past|to) )?(?:\\d{1,2}(?::\\d{2})?|one|two|three|four|five|six"
+        "|seven|eight|nine|ten|eleven|twelve))(?: ?([ap]\\.?m\\.?))?";
+    static const Pattern span("\\bfrom " + clock + " (?:to|till|until) " + clock, caseless);
     const auto match = span.find(words);
     if (!match)
         return {};

@@ -61,6 +61,10 @@ const auto& searchRows()
         {Pattern("^what (?:do i have|have i got)(?: (?:written|noted)(?: down)?)? (?:about|on) (.+)$", caseless),
             Purpose::tell},
         {Pattern("^(?:where|when) did i (?:write|note)(?: down)? (?:about )?(.+)$", caseless), Purpose::tell},
+        {Pattern("^(?:find|show|get|read|open)(?: me)? (?:the|my) "
+                 "(?!(?:first|second|third|fourth|fifth|last|same|1st|2nd|3rd)\\b)(.+) notes?$",
+             caseless),
+            Purpose::tell},
         {Pattern("^(?:find|search for) (?!me\\b|out\\b|a \\b)((?:\\S+)(?: \\S+){0,2})$", caseless), Purpose::tell},
         {Pattern("^(?:which|what) notes? (?:mentions?|talks? about|are about|is about) (.+)$", caseless),
             Purpose::tell},
