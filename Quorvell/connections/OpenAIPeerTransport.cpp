@@ -94,7 +94,7 @@ void OpenAIPeerTransport::stateChanged(WebRTCPeer::State state)
     case WebRTCPeer::State::failed:
         return end({m_isOpen ? Kind::wentSilent : Kind::mediaBlocked});
     case WebRTCPeer::State::closed:
-        return end({Kind::closed, LiveClosure::abnormal});
+        return end({Kind::closed, LiveClosure::abnormal, "the other side closed the call"});
     }
 }
 

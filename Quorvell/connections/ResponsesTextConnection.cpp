@@ -125,7 +125,7 @@ void ResponsesTextConnection::proceed()
 
 void ResponsesTextConnection::ask()
 {
-    m_hasAnswerBegun = false;
+    m_hasAnswerBegun = m_hasCalled = false;
     m_unfinished.clear();
     ResponsesRequest question = m_request;
     question.input = m_items.all();
@@ -169,7 +169,7 @@ void ResponsesTextConnection::reported(LiveServerEvent event)
 
 void ResponsesTextConnection::called(LiveFunctionCall& call)
 {
-    m_hasAnswerBegun = true;
+    m_hasAnswerBegun = m_hasCalled = true;
     m_owed.insert(call.id);
     m_items.add(item::FunctionCall{call.id, call.name, call.wasCutOff() ? "{}" : dumpJson(call.args)});
 }
@@ -237,11 +237,15 @@ bool ResponsesTextConnection::retry(const ConnectionFailure& failure)
     return true;
 }
 
-/// The conversation goes on: what was said so far is still there.
+/// The conversation goes on: what was said so far is still there. An answer that had called tools needs no second
+/// asking, for their results ask for the rest.
 void ResponsesTextConnection::giveUpAnswer(const std::string& code, const std::string& sentence)
 {
     m_isAsking = false;
-    m_life.report(live_event::ServerError{code, sentence});
+    if (m_hasCalled)
+        m_life.report(live_event::Diagnostic{code, "after a tool call"});
+    else
+        m_life.report(live_event::ServerError{code, sentence});
     proceed();
     settle();
 }

@@ -62,6 +62,7 @@ private:
     bool m_isAsking = false;
     bool m_isBusy = false; ///< The last word to the session was not that nothing runs.
     bool m_hasAnswerBegun = false; ///< Something of the running answer was reported.
+    bool m_hasCalled = false; ///< The running answer has called a tool.
     int m_retries = 0;
     std::string m_unfinished; ///< Text of the running answer, as far as it has come.
     ResponsesClient m_client;

@@ -253,11 +253,8 @@ struct TypedTalk {
     Talk<ResponsesTextConnection> talk;
 };
 
-TEST_F(OtherClientsTest, aTypedConversationRunsToolsAndRemembers)
+void holdTypedConversation(const std::function<std::string(ResponsesStreamWriter&)>& calling)
 {
-    const auto calling = [](ResponsesStreamWriter& writer) {
-        return writer.functionCall({"call_1", "keep_note", R"({"title":"Milk"})"}) + writer.ended({});
-    };
     ResponsesService service({{ResponsesService::stream(calling)}, {ResponsesService::saying("Kept")}});
     TypedTalk typed(service);
     auto& [observer, source, client] = typed.talk;
@@ -270,6 +267,7 @@ TEST_F(OtherClientsTest, aTypedConversationRunsToolsAndRemembers)
     ASSERT_TRUE(typed.settles());
     EXPECT_EQ(observer.written, (std::vector<std::string>{"Kept!"}));
     EXPECT_EQ(observer.all<live_event::BackendIdle>().size(), 1U);
+    EXPECT_TRUE(observer.all<live_event::ServerError>().empty());
 
     ASSERT_EQ(service.questions.size(), 2U);
     EXPECT_EQ(service.questions[0].instructions, "Use tools.");
@@ -280,6 +278,15 @@ TEST_F(OtherClientsTest, aTypedConversationRunsToolsAndRemembers)
     EXPECT_EQ(std::get<openai_item::FunctionCall>(input[4]).callID, "call_1");
     EXPECT_EQ(std::get<openai_item::FunctionOutput>(input[5]).output, R"({"status":"kept"})");
     EXPECT_EQ(std::get<openai_item::Message>(input[6]).text, "and bread");
+}
+
+TEST_F(OtherClientsTest, aTypedConversationRunsToolsAndRemembers)
+{
+    const auto call = [](ResponsesStreamWriter& writer) {
+        return writer.functionCall({"call_1", "keep_note", R"({"title":"Milk"})"});
+    };
+    holdTypedConversation([&](ResponsesStreamWriter& writer) { return call(writer) + writer.ended({}); });
+    holdTypedConversation(call); // The line is cut behind the call.
 }
 
 TEST_F(OtherClientsTest, aTypedQuestionSurvivesWhatPasses)
