@@ -21,7 +21,7 @@ quorvell_room(reminding Quorvell/reminding USES text notebook reminders session 
 quorvell_room(tools Quorvell/tools USES text live notebook reminders safety session notebook_store agenda reminding)
 
 # The rooms that share state across threads: the thread sanitizer runs their tests.
-set(QUORVELL_THREADED_ROOMS automation audio files notebook_store)
+set(QUORVELL_THREADED_ROOMS automation audio files notebook_store agenda)
 
 foreach(room IN ITEMS
     text notebook reminders live automation safety http session audio files notebook_store agenda reminding tools)
