@@ -173,8 +173,10 @@ std::vector<IcsMoment> IcsEvent::occurrences(Instant from, Instant to, const Ics
     int dates = 0;
     for (icalproperty* date = first(component, ICAL_RDATE_PROPERTY); date && dates < IcsCalendar::longestSearch;
          date = icalcomponent_get_next_property(component, ICAL_RDATE_PROPERTY), ++dates)
-        if (const auto moment = IcsMoment::read(date))
-            found.push_back(*moment);
+        if (const auto moment = IcsMoment::read(date); moment && start.kind == IcsMoment::Kind::date)
+            found.push_back(start.at(std::chrono::floor<days>(moment->local)));
+        else if (moment && moment->kind != IcsMoment::Kind::date)
+            found.push_back(zones.moment(zones.instant(moment->like(start)), start));
     std::erase_if(found, [&](const IcsMoment& moment) { return !isWanted(moment); });
     std::sort(found.begin(), found.end(),
         [&](const IcsMoment& left, const IcsMoment& right) { return zones.instant(left) < zones.instant(right); });
