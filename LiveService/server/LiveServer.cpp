@@ -60,8 +60,8 @@ LiveServer::LiveServer(Settings settings)
               [this](Guest guest, std::unique_ptr<QWebSocket> socket, StallingSocket* wire) {
                   openWebSocket(guest, std::move(socket), wire);
               },
-              [this](Guest guest, std::string body, HttpAnswer answer) {
-                  takePosted(guest, std::move(body), std::move(answer));
+              [this](Guest guest, std::string body, const HttpAnswer& answer) {
+                  takePosted(guest, std::move(body), answer);
               }})
 {
     m_idle.setSingleShot(true);
@@ -108,7 +108,7 @@ void LiveServer::openWebSocket(Guest guest, std::unique_ptr<QWebSocket> socket, 
     openSession(guest.number, std::make_unique<WebSocketTransport>(std::move(socket), wire), std::move(codec));
 }
 
-void LiveServer::takePosted(Guest guest, std::string body, HttpAnswer answer)
+void LiveServer::takePosted(Guest guest, std::string body, const HttpAnswer& answer)
 {
     if (guest.kind == ServiceRoute::Kind::openAICall)
         openCall(guest, body, answer);

@@ -58,7 +58,7 @@ private:
 
     std::optional<HttpResponse> refusalFor(Guest guest) const;
     void openWebSocket(Guest guest, std::unique_ptr<QWebSocket> socket, StallingSocket* wire);
-    void takePosted(Guest guest, std::string body, HttpAnswer answer);
+    void takePosted(Guest guest, std::string body, const HttpAnswer& answer);
     void openCall(Guest guest, const std::string& body, const HttpAnswer& answer);
     void respond(Guest guest, std::string body, const HttpAnswer& answer);
     LiveServerSession& openSession(
