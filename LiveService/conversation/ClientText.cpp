@@ -3,6 +3,9 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 
+#include <optional>
+#include <utility>
+
 namespace quorvell {
 
 namespace {
@@ -43,6 +46,24 @@ std::string nameIn(const std::string& text)
     return match && match->texts[0] != "They" ? firstCharacters(match->texts[0], longestName) : std::string();
 }
 
+/// A request that an earlier connection has seen to, in whole or in part: it is not carried out again here. Nothing
+/// for any other event.
+std::optional<ClientText> readHandover(const std::string& text)
+{
+    static const Pattern renewed("\\bThe connection was renewed before that was finished\\. "
+                                 "|\\bA call from before the connection was renewed has finished: ");
+    if (!renewed.find(text))
+        return std::nullopt;
+    const std::size_t result = text.rfind(" answered {");
+    if (result == std::string::npos && text.find(" is still running;") != std::string::npos)
+        return ClientText{.kind = ClientText::Kind::nothing}; // Its result is told when it comes.
+    ClientText told{.kind = ClientText::Kind::words, .text = "Is there anything else?"};
+    if (result != std::string::npos)
+        told.text = text.compare(result, 19, " answered {\"error\":") == 0 ? "That did not work. Please ask again."
+                                                                           : "That is done.";
+    return told;
+}
+
 /// An event that quotes the user: They said: “...”.
 ClientText readEvent(std::string_view rest)
 {
@@ -50,6 +71,8 @@ ClientText readEvent(std::string_view rest)
     static const Pattern dictated(
         "\\b(?:say|tell (?:them|him|her|the user)|read (?:this )?out)(?: this)?: “(.+?)”", caseless);
     const std::string text = firstCharacters(rest, longestEvent);
+    if (auto handover = readHandover(text))
+        return *std::move(handover);
     if (const auto match = quoted.find(text))
         return {.text = match->texts[0]};
     if (const auto match = dictated.find(text))

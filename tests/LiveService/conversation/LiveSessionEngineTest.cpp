@@ -314,6 +314,26 @@ TEST(LiveSessionEngine, answersEverythingThatWaitsInOneResponse)
     EXPECT_EQ(talk.send(OpenAILiveMessage::responseCreate()), (Texts{created("resp_5"), completed("resp_5", 0, 0)}));
 }
 
+TEST(ClientText, whatAnEarlierConnectionSawToIsNotCarriedOutAgain)
+{
+    using Kind = ClientText::Kind;
+    const std::string renewed =
+        "[Quorvell app event] They said: “remind me”. The connection was renewed before that was finished. ";
+    const std::pair<std::string, ClientText> rows[] = {
+        {"[Quorvell app event] They said: “remind me”. It wasn't passed on to you.", {.text = "remind me"}},
+        {renewed + R"(set_reminder {"text":"x"} answered {"status":"set"}. Don't run any of this again.)",
+            {.kind = Kind::words, .text = "That is done."}},
+        {renewed + R"(set_reminder {} answered {"status":"set"}. keep_note {} answered {"error":"No disk."}. Don't.)",
+            {.kind = Kind::words, .text = "That did not work. Please ask again."}},
+        {renewed + "set_reminder {} is still running; its result will follow. ", {.kind = Kind::nothing}},
+        {renewed + "Of your answer they heard: “I will”. ", {.kind = Kind::words, .text = "Is there anything else?"}},
+        {R"([Quorvell app event] A call from before the connection was renewed has finished: x {} answered {"a":1}. )",
+            {.kind = Kind::words, .text = "That is done."}},
+    };
+    for (const auto& [message, expected] : rows)
+        EXPECT_EQ(ClientText::fromMessage(message), expected) << message;
+}
+
 TEST(LiveSessionEngine, goesOnWhenAResultNeverComes)
 {
     Conversation talk;
