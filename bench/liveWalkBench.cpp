@@ -32,7 +32,7 @@ using Clock = std::chrono::steady_clock;
 constexpr const char* key = "a-key-for-benchmarks";
 constexpr std::size_t chunkSamples = MicrophoneStream::chunkBytes / 2;
 constexpr float loud = 0.06F; ///< The level at which the gate takes sound for speech.
-constexpr int rounds = 5;
+constexpr int rounds = 3;
 
 double processorSeconds()
 {
@@ -215,8 +215,10 @@ private:
         say(m_interruption);
         if (wait(4s, [this] { return m_player.stopped != Clock::time_point{}; }))
             m_stops.push_back(std::chrono::duration<double, std::milli>(m_player.stopped - m_firstLoud).count());
-        wait(10s, [this] { return m_position == m_saying->size() && !m_session->isTurnOpen(); });
-        wait(3s);
+        wait(5s, [this] { return m_position == m_saying->size(); });
+        wait(1500ms); // Until the answer to it begins.
+        wait(15s, [this] { return !m_session->isTurnOpen() && !m_player.isPlaying(); });
+        wait(500ms);
     }
 
     void say(const std::vector<std::int16_t>& words)
