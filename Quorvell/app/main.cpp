@@ -30,8 +30,9 @@ using AddCommand = std::function<int()> (*)(CLI::App&, const ProgramEnvironment&
 
 /// In the order in which the help lists them. The first runs when no command is named.
 const std::vector<AddCommand> commandTable{quorvell::addChatCommand, quorvell::addTalkCommand,
-    quorvell::addRemindCommand, quorvell::addRemindersCommand, quorvell::addAgendaCommand, quorvell::addNotesCommand, quorvell::addLogCommand, quorvell::addUsageCommand,
-    quorvell::addDoctorCommand, quorvell::addAgentCommand, quorvell::addLiveServiceCommand};
+    quorvell::addRemindCommand, quorvell::addRemindersCommand, quorvell::addAgendaCommand, quorvell::addNotesCommand,
+    quorvell::addLogCommand, quorvell::addUsageCommand, quorvell::addDoctorCommand, quorvell::addAgentCommand,
+    quorvell::addLiveServiceCommand};
 
 struct Command {
     CLI::App* declared;

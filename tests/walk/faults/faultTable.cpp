@@ -153,8 +153,9 @@ public:
         std::vector<Cell> cells;
         for (const FaultRow& row : faultRows)
             for (const Carrier carrier : row.carriers)
-                if (std::string(row.name).find(m_options.only) != std::string::npos
-                    && (row.brief == Brief::yes || !m_options.isBrief))
+                if (&row == faultRows.data() // What the others are measured beside.
+                    || (std::string(row.name).find(m_options.only) != std::string::npos
+                        && (row.brief == Brief::yes || !m_options.isBrief)))
                     cells.push_back({&row, carrier});
         return cells;
     }
