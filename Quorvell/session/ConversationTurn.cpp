@@ -247,7 +247,10 @@ void ConversationTurn::userAsked(const std::string& text, const std::string& own
 {
     m_actedSinceWords = false;
     m_spokeSinceRequest = false;
-    m_recentRequests.heard(ownWords, m_ports.scheduler.now());
+    if (words == SessionObserver::Words::typed)
+        m_recentRequests.typed(ownWords, m_ports.scheduler.now());
+    else
+        m_recentRequests.heard(ownWords, m_ports.scheduler.now());
     m_conversation.userAsked(text);
     m_ports.observer.userSaid(text, words);
 }

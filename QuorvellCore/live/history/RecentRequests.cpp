@@ -13,6 +13,15 @@ void RecentRequests::heard(std::string_view text, Time at)
     forget(at);
 }
 
+void RecentRequests::typed(std::string_view text, Time at)
+{
+    if (std::string words = trimmed(text); !words.empty()) {
+        lastHeard = at;
+        requests.push_back({at, std::move(words), {}, at});
+    }
+    forget(at);
+}
+
 void RecentRequests::join(std::string words, Time at)
 {
     lastHeard = at;

@@ -34,6 +34,9 @@ struct RecentRequests {
     /// does the forgetting.
     void heard(std::string_view text, Time at);
 
+    /// As `heard`, but what is typed is one whole request, however soon it follows the last.
+    void typed(std::string_view text, Time at);
+
     bool operator==(const RecentRequests&) const = default;
 
 private:

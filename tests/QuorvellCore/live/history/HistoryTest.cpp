@@ -101,6 +101,18 @@ TEST(RecentRequests, joinsPiecesOfOneRequest)
     }
 }
 
+TEST(RecentRequests, takesEachTypedLineForARequestOfItsOwn)
+{
+    RecentRequests recent;
+    recent.typed("switch to guide mode", milliseconds(0));
+    recent.requests.front().used.insert("set_mode");
+    recent.typed(" switch to do mode ", milliseconds(100));
+    recent.typed(" ", milliseconds(200));
+    ASSERT_EQ(recent.requests.size(), 2u);
+    EXPECT_EQ(recent.requests.back().text, "switch to do mode");
+    EXPECT_TRUE(recent.requests.back().used.empty());
+}
+
 TEST(RecentRequests, forgetsEvenWhenNothingWasSaid)
 {
     RecentRequests recent;
