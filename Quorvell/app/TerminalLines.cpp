@@ -7,6 +7,7 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <clocale>
@@ -22,6 +23,7 @@ constexpr std::string_view startMarkingPastes = "\x1b[?2004h";
 constexpr std::string_view stopMarkingPastes = "\x1b[?2004l";
 constexpr std::string_view eraseFromLineStart = "\r\x1b[J";
 constexpr char32_t endOfInputKey = 4; // Ctrl+D
+constexpr std::u32string_view eraseLineKeys = U"\x01\x0b"; // Ctrl+A, Ctrl+K
 
 void writeToTerminal(std::string_view text)
 {
@@ -186,9 +188,7 @@ void TerminalLines::take(const TerminalInput& input)
     case TerminalInput::Kind::keys:
         return takeKeys(input.text);
     case TerminalInput::Kind::pasted:
-        el_insertstr(m_editor.get(), m_pastes.paste(input.text).c_str());
-        el_set(m_editor.get(), EL_REFRESH);
-        return;
+        return insert(m_pastes.paste(input.text));
     case TerminalInput::Kind::older:
     case TerminalInput::Kind::newer:
         return browse(input.kind);
@@ -231,12 +231,18 @@ std::string TerminalLines::line() const
 
 void TerminalLines::replaceLine(const std::string& text)
 {
-    const LineInfoW* info = el_wline(m_editor.get());
-    el_cursor(m_editor.get(), static_cast<int>(info->lastchar - info->cursor));
-    el_deletestr(m_editor.get(), static_cast<int>(info->lastchar - info->buffer));
-    if (!text.empty())
-        el_insertstr(m_editor.get(), text.c_str());
-    el_set(m_editor.get(), EL_REFRESH);
+    m_queue.insert(0, eraseLineKeys);
+    insert(text, eraseLineKeys.size());
+}
+
+/// As if it were typed: only then does the editor know what stands on the screen and draw over it.
+void TerminalLines::insert(const std::string& text, std::size_t position)
+{
+    std::u32string keys = codePoints(repairUtf8(text));
+    std::replace_if(
+        keys.begin(), keys.end(), [](char32_t key) { return key < U' ' || key == U'\x7f'; }, U' ');
+    m_queue.insert(position, keys);
+    takeKeys({});
 }
 
 void TerminalLines::finish(std::optional<std::string> line)

@@ -51,6 +51,7 @@ private:
     void takeKeys(const std::string& text);
     std::string line() const;
     void replaceLine(const std::string& text);
+    void insert(const std::string& text, std::size_t position = 0);
     void finish(std::optional<std::string> line);
 
     std::string m_prompt;

@@ -117,6 +117,7 @@ TEST(Terminal, aPersonTypesWithHistoryPastesAndInterrupts)
     ASSERT_TRUE(next.shows("\x1b[?2004h"));
     next.type("\x1b[A");
     EXPECT_TRUE(next.shows("/mode do")) << next.output(); // The history outlives the program.
+    EXPECT_EQ(next.output().find("> > "), std::string::npos) << "drawn over, not behind: " << next.output();
     next.type("\x15\x04");
     EXPECT_EQ(next.exitCode(), 0) << next.output();
 }
