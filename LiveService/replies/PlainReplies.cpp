@@ -20,9 +20,14 @@ std::string PlainReplies::abilities(const Tools& tools)
         notes = reads ? "save, find and read your notes" : finds ? "save and find your notes" : "save notes";
     else if (finds)
         notes = reads ? "find and read your notes" : "find your notes";
-    if (tools.contains("set_reminder"))
-        return notes.empty() ? "I can set reminders." : "I can set reminders, and I can " + notes + ".";
-    return notes.empty() ? "I have no tools in this conversation." : "I can " + notes + ".";
+    std::string things = tools.contains("set_reminder") ? "set reminders" : "";
+    if (tools.contains("whats_on") && tools.contains("add_event"))
+        things += things.empty() ? "keep your calendar"
+            : notes.empty()      ? " and keep your calendar"
+                                 : ", keep your calendar";
+    if (things.empty() && notes.empty())
+        return "I have no tools in this conversation.";
+    return "I can " + things + (things.empty() || notes.empty() ? "" : ", and I can ") + notes + ".";
 }
 
 std::string PlainReplies::help(const Tools& tools)

@@ -21,7 +21,9 @@ std::string textOf(const std::optional<Json>& object, const char* key)
 /// The tool's own sentences, without those that tell a model what to do next.
 std::string errorReply(const std::string& sentences)
 {
-    static const Pattern forModels("\\s*(?:Call|Ask|Tell|Give|Use|Look it up|Look the event up|Say so)\\b[^.!?]*[.!?]");
+    static const Pattern forModels(
+        "(?:^|(?<=[.!?])\\s*)(?:(?:Call|Ask|Tell|Give|Use|Say so|Look it up|Look the event up)\\b[^.!?]*"
+        "|[^.!?]*[a-z]_[a-z][^.!?]*)(?:[.!?]|$)");
     const std::string text = withUpperCaseFirst(trimmed(forModels.replaceAll(sentences, "")));
     if (text.empty())
         return "That did not work.";

@@ -81,7 +81,7 @@ std::optional<AgendaIntent> readFindTime(const std::string& core, const RuleSurr
                 "free)?(?: time| gap| slot)?(.*)$",
             caseless),
         Pattern("^(?:am i|will i be) (?:free|available)(.*)$", caseless),
-        Pattern("^(?:find|look for|search for|get|give)(?: me)?(?: some| a)?(?: free)? ?"
+        Pattern("^(?:find|look for|search for|get|give)(?: me)?(?: some\\b| a\\b)?(?: free)? ?"
                 "((?:(?:an? |one )?(?:free )?(?:hour|half hour|half an hour|\\S+ (?:minutes?|hours?)|\\S+ \\S+ minutes)"
                 "|time|gap|slot)\\b.*)$",
             caseless),
@@ -91,7 +91,7 @@ std::optional<AgendaIntent> readFindTime(const std::string& core, const RuleSurr
             caseless),
     };
     static const Pattern filler(
-        "\\b(?:free|available|time|gap|slot|long|in my (?:calendar|schedule|agenda|diary))\\b", caseless);
+        "\\b(?:free|available|time|gap|slot|long|hours?|in my (?:calendar|schedule|agenda|diary))\\b", caseless);
     static const Pattern blanks("\\s+");
     static const Pattern link("^(?:for|of|about|hour)\\s*$|\\s+(?:for|of|about)$|^(?:for|of|an?|about)\\s+", caseless);
     for (const Pattern& pattern : patterns) {
@@ -113,6 +113,32 @@ std::optional<AgendaIntent> readFindTime(const std::string& core, const RuleSurr
         return intent;
     }
     return std::nullopt;
+}
+
+/// "a free afternoon next week". A stretch that is free counts when it is most of that part of a day.
+std::optional<AgendaIntent> readFreePart(const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern free(
+        "^(?:find|look for|search for|get|give|do i have|have i got|when do i have|is there)(?: me)? (?:an?|any) "
+        "(?:free|empty|open) (morning|afternoon|evening|day)\\b(.*)$",
+        caseless);
+    constexpr int mostOfAPart = 3 * usualMinutes;
+    constexpr int mostOfADay = 8 * usualMinutes;
+    const auto match = free.find(core);
+    if (!match)
+        return std::nullopt;
+    const bool isDay = match->texts[0] == "day";
+    AgendaIntent intent{.kind = Kind::findTime, .minutes = isDay ? mostOfADay : mostOfAPart};
+    const std::string when = trimmed(match->texts[1]);
+    if (when.empty())
+        return intent;
+    auto days = SpokenDays::read(when, around);
+    if (!days)
+        return std::nullopt;
+    if (!isDay && days->from == days->to)
+        days = SpokenDays::read(when + " " + match->texts[0], around).value_or(*days);
+    intent.days = std::move(*days);
+    return intent;
 }
 
 /// "from 2 to 4 pm": becomes "at 2 pm", and the end apart.
@@ -291,7 +317,7 @@ std::optional<AgendaIntent> readCancel(const std::string& core, const RuleSurrou
 std::optional<AgendaIntent> AgendaIntent::read(std::string_view words, const RuleSurroundings& around)
 {
     const std::string core(words);
-    for (const auto reader : {readFindTime, readList, readAdd, readMove, readCancel}) {
+    for (const auto reader : {readFreePart, readFindTime, readList, readAdd, readMove, readCancel}) {
         if (auto intent = reader(core, around))
             return intent;
     }

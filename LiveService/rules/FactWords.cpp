@@ -65,10 +65,11 @@ std::string aboutThem(std::string text)
         Pattern said;
         const char* told;
     };
-    static const Pronoun words[] = {{Pattern("\\bmy\\b", caseless), "their"},
-        {Pattern("\\bmine\\b", caseless), "theirs"}, {Pattern("\\bmyself\\b", caseless), "themselves"},
-        {Pattern("\\bme\\b", caseless), "them"}, {Pattern("\\bi'?m\\b|\\bi am\\b", caseless), "they are"},
-        {Pattern("\\bi\\b", caseless), "they"}};
+    static const Pronoun words[] = {{Pattern("\\b(?:my|our)\\b", caseless), "their"},
+        {Pattern("\\b(?:mine|ours)\\b", caseless), "theirs"},
+        {Pattern("\\b(?:myself|ourselves)\\b", caseless), "themselves"}, {Pattern("\\b(?:me|us)\\b", caseless), "them"},
+        {Pattern("\\b(?:i|we)(?:['’](?:m|re)| am)\\b", caseless), "they are"},
+        {Pattern("\\b(?:i|we)\\b", caseless), "they"}};
     for (const Pronoun& word : words)
         text = word.said.replaceAll(text, word.told);
     return text;
@@ -81,15 +82,36 @@ std::optional<std::string> FactWords::read(std::string_view core)
     static const Pattern about("^(?:remember|know|note|keep in mind|save|store)(?: this| something)? about me[:,]?\\s*"
                                "(?:that\\s+)?(.+)$",
         caseless);
-    static const Pattern wish(
-        "^(?:please )?(?:remember|keep in mind|don't forget|do not forget|you should know|you can remember"
-        "|i want you to (?:know|remember))(?: that)? (i\\b.+|my (?:name|birthday|favou?rite|wife|husband"
-        "|partner|doctor|dentist|son|daughter|mother|father|dog|cat|job|home town|first language)\\b.+)$",
+    static const std::string asking = "^(?:please )?(?:remember|keep in mind|bear in mind|don['’]?t (?:ever )?forget"
+                                      "|do not forget|never forget|you should know|you can remember"
+                                      "|i(?:['’]d like| would like| want) you to (?:know|remember)),? ";
+    // Without a verb it is a thing to do: "don't forget my keys".
+    static const Pattern wish(asking
+            + "(?:that )?((?:i|we)(?:['’](?:m|ve|re))? .+|(?:my|our) .+?(?: (?:is|are|was|were|isn['’]?t|aren['’]?t|has"
+              "|have|likes?|loves?|hates?|lives?|works?|prefers?|needs?|speaks?|plays?|goes|does|doesn['’]?t|can|cannot"
+              "|can['’]?t|wants?|eats?|drinks?)|['’]s) .+)$",
         caseless);
-    static const Pattern duty("^i (?:have|need|want|must|should|ought) to\\b|^i must\\b", caseless);
+    static const Pattern secret(asking
+            + "(?:that )?(.*\\b(?:pin|pin code|password|passcode|passphrase|card number|iban|cvv|puk)\\b.*(?: "
+              "(?:is|are|was)\\b|\\d).*)$",
+        caseless);
+    static const Pattern duty(
+        "^(?:i|we)(?:['’]ve)? (?:have|need|want|must|should|ought|got|has) to\\b|^(?:i|we) must\\b|^to\\b", caseless);
+    // What is so for a day only is a note.
+    static const Pattern passing("\\b(?:today|tonight|tomorrow|yesterday|right now|parked|at \\d+|on "
+                                 "(?:mon|tues|wednes|thurs|fri|satur|sun)day|(?:this|next) (?:week|month"
+                                 "|morning|afternoon|evening|(?:mon|tues|wednes|thurs|fri|satur|sun)day))\\b",
+        caseless);
     static const Pattern subject("^i\\s*(['’]m|['’]ve)?\\s*(.*)$", caseless);
-    const auto match = about.find(core).has_value() ? about.find(core) : wish.find(core);
-    if (!match || duty.find(match->texts[0]))
+    // Secrets go to where they are refused, never into a note.
+    auto match = secret.find(core);
+    const bool isSecret = match.has_value();
+    if (!match)
+        match = about.find(core);
+    const bool isAboutThem = match.has_value();
+    if (!match)
+        match = wish.find(core);
+    if (!match || duty.find(match->texts[0]) || (!isSecret && !isAboutThem && passing.find(match->texts[0])))
         return std::nullopt;
     const std::string said = trimmed(match->texts[0], ".!,");
     std::string fact = said;

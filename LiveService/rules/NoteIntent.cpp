@@ -61,7 +61,13 @@ const auto& searchRows()
         {Pattern("^what (?:do i have|have i got)(?: (?:written|noted)(?: down)?)? (?:about|on) (.+)$", caseless),
             Purpose::tell},
         {Pattern("^(?:where|when) did i (?:write|note)(?: down)? (?:about )?(.+)$", caseless), Purpose::tell},
-        {Pattern("^(?:find|show|get|read|open)(?: me)? (?:the|my) "
+        {Pattern("^(?:read|open|what does)(?: me)?(?: out)? (?:the|my|our) "
+                 "(?!(?:first|second|third|fourth|fifth|last|same|1st|2nd|3rd)\\b)(.+) note(?: say)?(?: to me| out| "
+                 "aloud)*$",
+             caseless),
+            Purpose::read},
+        {Pattern("^(?:find|show|get|read|open|bring up|pull up|search for|look for|look up|where is|where's)(?: me)?"
+                 "(?: all)? (?:the|my|our) "
                  "(?!(?:first|second|third|fourth|fifth|last|same|1st|2nd|3rd)\\b)(.+) notes?$",
              caseless),
             Purpose::tell},

@@ -19,6 +19,16 @@ std::string withoutArticle(const std::string& words)
     return trimmed(article.replaceAll(trimmed(words), ""));
 }
 
+/// "my dentist reminder", "the reminder about the dentist": the words of its task. Empty for "the reminder".
+std::string taskNamed(const std::string& words)
+{
+    static const Pattern thing(
+        "^(?:(?:that|this|the|my|our) )?(?:(.+) )?reminder(?: (?:to|about|for|of|that says)(?: the| my)? (.+))?$",
+        caseless);
+    const auto match = thing.find(trimmed(words));
+    return match ? withoutArticle(match->texts[0].empty() ? match->texts[1] : match->texts[0]) : withoutArticle(words);
+}
+
 std::optional<ReminderChange> readList(const std::string& core)
 {
     static const Pattern list(
@@ -48,7 +58,10 @@ std::optional<ReminderChange> readDone(const std::string& core)
                                "|^(?:tick off|check off) (.+)$"
                                "|^i(?:'m| am|’m) (?:done|finished) with (.+)$"
                                "|^(?:the |my )?(.+) (?:is|are) (?:done|finished|taken care of)$"
-                               "|^(?:delete|remove|cancel|drop) (?:the|my|that) reminder (?:to|about|for|of) (.+)$",
+                               "|^(?:delete|remove|cancel|drop|clear|dismiss|get rid of|turn off)"
+                               " ((?:(?:the|my|that|this) )?(?:.+ )?reminder(?: (?:to|about|for|of) .+)?)$"
+                               "|^(?:the |my )?(.+ reminder) (?:is|can be) (?:done|finished|off|deleted)$"
+                               "|^(?:finish|complete|check off|tick off) (.+ reminder)$",
         caseless);
     static const Pattern past(
         "^i(?:'ve| have|’ve)?(?: already| just)? (?:called|rang|rung|phoned|emailed|texted|messaged|paid|bought"
@@ -70,7 +83,7 @@ std::optional<ReminderChange> readDone(const std::string& core)
             task += text;
         if (isSomethingElse.find(task))
             return std::nullopt;
-        return ReminderChange{.kind = Kind::done, .task = withoutArticle(tail.replaceAll(task, ""))};
+        return ReminderChange{.kind = Kind::done, .task = taskNamed(tail.replaceAll(task, ""))};
     }
     return std::nullopt;
 }
@@ -83,13 +96,18 @@ std::optional<ReminderChange> readLater(const std::string& core, const RuleSurro
         caseless);
     static const Pattern again(
         "^(?:(?:remind|ask|tell) me (?:again|once more|about (?:it|that)(?: again)?)"
-        "|(?:snooze|postpone|delay|put|move)(?: off)?(?: it| that| this| the reminder)?(?: off| back)?)"
+        "|(?:snooze|postpone|delay|put|move|push|shift)(?: off| back)?(?: it| that| this| (?:the|that|this|my) "
+        "reminder)?"
+        "(?: off| back)?|(?:change|make|set|reschedule) (?:it|that|(?:the|that|this|my) reminder))"
         "(?: (?:until|till|to|by|for))? (.+)$",
         caseless);
     static const Pattern named(
-        "^(?:snooze|postpone|delay|put off|move|push|reschedule)(?: back)? (?:the |my )?reminder (?:to|about|for) (.+?)"
-        " (?:until|till|to|by|for) (.+)$"
-        "|^(?:put|push) (?:the |my )?reminder (?:to|about|for) (.+?) off (?:until|till|to|by|for) (.+)$",
+        "^(?:snooze|postpone|delay|put off|move|push|reschedule|shift|change)(?: back)?"
+        " (?:the |my )?reminder (?:to|about|for|of) (.+?) (?:until|till|to|by|for) (.+)$"
+        "|^(?:put|push) (?:the |my )?reminder (?:to|about|for) (.+?) off (?:until|till|to|by|for) (.+)$"
+        "|^(?:snooze|postpone|delay|put off|move|push|reschedule|shift|change|put)(?: back)?"
+        " (?!an? |(?:the|my|our|that|this) reminder)(?:the |my |our )?(.+?) reminder(?: off| back)?(?: "
+        "(?:until|till|to|by|for))? (.+)$",
         caseless);
     static const Pattern span(
         "^(?:(?:an?|one|half|\\d+|five|ten|fifteen|twenty|thirty)\\b.*)?(?:minutes?|hours?|days?|weeks?)$", caseless);
@@ -97,13 +115,13 @@ std::optional<ReminderChange> readLater(const std::string& core, const RuleSurro
     if (vague.find(core))
         return ReminderChange{.kind = Kind::later, .when = "later"};
     if (const auto match = named.find(core)) {
-        const bool isFirst = !match->texts[0].empty();
-        return ReminderChange{.kind = Kind::later,
-            .task = withoutArticle(match->texts[isFirst ? 0 : 2]),
-            .when = until(match->texts[isFirst ? 1 : 3])};
+        const std::size_t place = !match->texts[0].empty() ? 0 : !match->texts[2].empty() ? 2 : 4;
+        return ReminderChange{
+            .kind = Kind::later, .task = withoutArticle(match->texts[place]), .when = until(match->texts[place + 1])};
     }
     const auto match = again.find(core);
-    const std::string when = match ? until(match->texts[0]) : core;
+    static const Pattern instead("\\s+instead$", caseless);
+    const std::string when = match ? until(instead.replaceAll(match->texts[0], "")) : core;
     const auto phrase = ReminderPhrase::parse(RequestText::withDigits(when), around.now, around.calendar);
     // A time and nothing else is a later time for what is due.
     if (phrase && phrase->task.empty() && !phrase->repeatRule)

@@ -84,6 +84,7 @@ struct RequestMemory {
     std::string request{}; ///< The user's own words for the reminder under way, over all its turns.
     std::vector<FoundNote> found{};
     SearchPurpose purpose = SearchPurpose::tell;
+    std::string reminder{}; ///< Id of the one last talked about; empty for none.
     EventWish wish{};
     std::vector<FoundEvent> events{};
     std::string days{}; ///< "tomorrow": what a list under way is of, in words. Empty for everything.

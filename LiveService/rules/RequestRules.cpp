@@ -203,7 +203,12 @@ RuleStep RequestRules::answerResult(
         if (auto step = AgendaRules::afterList(result, memory, around))
             return remembered(std::move(*step));
     }
+    // Nothing is due: then the reminder that was just talked about is meant.
+    if (!memory.reminder.empty() && ToolResultRules::foundNothingDue(call, result))
+        return {ToolRequests{around}.chosen(call.name, call.arguments, memory.reminder), std::move(memory)};
     std::string reply = ReplyWording::reply(call, result, memory);
+    if (const auto id = ToolResultRules::reminderIn(result); call.name == "set_reminder" && !id.empty())
+        memory.reminder = ToolResultRules::endsReminder(result) ? "" : id;
     if (call.name == "set_reminder")
         memory.pending = ToolResultRules::questionIn(call, result, reply);
     if (memory.pending.kind == Kind::none)

@@ -86,6 +86,31 @@ std::vector<FoundEvent> ToolResultRules::eventsIn(std::string_view text)
     return events;
 }
 
+std::string ToolResultRules::reminderIn(std::string_view text)
+{
+    const auto result = parseJson(text);
+    const Json* list = result ? memberOf(*result, "reminders") : nullptr;
+    if (list && list->is_array())
+        return list->size() == 1 ? readString(list->front(), "id").value_or("") : "";
+    return result ? readString(*result, "id").value_or("") : "";
+}
+
+bool ToolResultRules::endsReminder(std::string_view text)
+{
+    const auto result = parseJson(text);
+    return result && readString(*result, "status") == "done" && !memberOf(*result, "next");
+}
+
+bool ToolResultRules::foundNothingDue(const ToolRequest& call, std::string_view text)
+{
+    const auto arguments = parseJson(call.arguments);
+    const auto result = parseJson(text);
+    if (call.name != "set_reminder" || !arguments || !result || !readString(*result, "error"))
+        return false;
+    const bool changes = memberOf(*arguments, "done") || memberOf(*arguments, "later");
+    return changes && !memberOf(*arguments, "id") && !memberOf(*arguments, "task");
+}
+
 PendingQuestion ToolResultRules::questionOf(
     const ToolRequest& call, std::string_view text, std::string_view question, std::vector<FoundNote>& found)
 {

@@ -14,6 +14,12 @@ struct ToolResultRules {
     static PendingQuestion questionIn(const ToolRequest& call, std::string_view result, std::string_view question);
     static std::vector<FoundNote> notesIn(std::string_view result);
     static std::vector<FoundEvent> eventsIn(std::string_view result);
+    /// The id of the only reminder that a set_reminder call's result tells of; empty when it tells of none or several.
+    static std::string reminderIn(std::string_view result);
+    /// Whether a reminder is done for good.
+    static bool endsReminder(std::string_view result);
+    /// Whether it failed without saying which reminder was meant: it looked for what is due.
+    static bool foundNothingDue(const ToolRequest& call, std::string_view result);
     /// What a call that was not carried out asks first: whether it really should be, or which reminder is meant.
     /// Nothing when it asks nothing. `found` are then the things to choose from.
     static PendingQuestion questionOf(

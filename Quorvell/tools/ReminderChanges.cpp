@@ -8,6 +8,8 @@
 #include "QuorvellCore/text/TextMatch.h"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 
 namespace quorvell {
 
@@ -20,16 +22,27 @@ Instant sortKey(const Note& note)
     return waits ? Instant::max() : note.remindAt.value_or(Instant::max());
 }
 
+/// Words that say no more than which kind of thing is meant.
+bool isFiller(std::string_view word)
+{
+    constexpr std::array fillers{"reminder", "task", "the", "my", "our", "a", "an", "to", "about", "for", "of"};
+    return std::ranges::find(fillers, word) != fillers.end();
+}
+
 bool holdsWords(const Note& note, const std::string& wanted)
 {
     const std::string title = " " + TextMatch::normalized(note.title) + " ";
+    bool isNamed = false;
     for (std::size_t start = 0; start < wanted.size();) {
         const std::size_t end = std::min(wanted.find(' ', start), wanted.size());
-        if (title.find(" " + wanted.substr(start, end - start) + " ") == std::string::npos)
+        const std::string word = wanted.substr(start, end - start);
+        const bool isHeld = title.find(" " + word + " ") != std::string::npos;
+        if (!isHeld && !isFiller(word))
             return false;
+        isNamed = isNamed || isHeld;
         start = end + 1;
     }
-    return true;
+    return isNamed;
 }
 
 } // namespace

@@ -60,6 +60,9 @@ TEST(ReplyWording, confirmsReminders)
             "What do you want to be reminded of?"},
         {"error", "remind me at 5 pm to eat", R"({"error":"the notebook is locked by another program"})",
             "The notebook is locked by another program."},
+        {"words for a model alone", "remind me at 5 pm to eat",
+            R"({"error":"Nothing was changed. Call set_reminder with list. Then give when_back or later."})",
+            "Nothing was changed."},
         {"no object", "remind me at 5 pm to eat", "null", "That did not work."},
         {"wrong types", "remind me", R"({"status":7,"task":[],"when":{}})", "I will remind you."},
     };

@@ -389,6 +389,35 @@ TEST(RequestRules, changesRemindersAndKnowsTheCalendar)
             R"(remember_about_them {"fact":"Their sister lives in Rome."})"},
         {"keep in mind that i never drink coffee", R"(remember_about_them {"fact":"Never drinks coffee."})"},
         {"remember my birthday is in may", R"(remember_about_them {"fact":"Their birthday is in may."})"},
+        {"remember that my sister is called Mira", R"(remember_about_them {"fact":"Their sister is called Mira."})"},
+        {"don't forget that we live in Bern", R"(remember_about_them {"fact":"They live in Bern."})"},
+        {"remember that my pin is 4711", R"(remember_about_them {"fact":"Their pin is 4711."})"},
+        {"remember the wifi password is blue river", R"(remember_about_them {"fact":"The wifi password is blue)"},
+        {"remember to change my pin tomorrow", R"(set_reminder {"text":"remind me to change my pin)"},
+        {"don't forget my dentist appointment tomorrow at 5 pm", R"(set_reminder {"text":"remind me)"},
+        {"remember that my car is parked in the second row", R"(keep_note {"title":"Car")"},
+        {"remember that we need milk today", "keep_note"},
+        {"remember that we have to buy milk", "keep_note"},
+
+        {"move the dentist reminder to friday at 9 am", R"(set_reminder {"task":"dentist","later":"friday at 9 am"})"},
+        {"put off the dentist reminder to monday", R"(set_reminder {"task":"dentist","later":"monday"})"},
+        {"snooze the dentist reminder for an hour", R"(set_reminder {"task":"dentist","later":"in an hour"})"},
+        {"mark the dentist reminder as done", R"(set_reminder {"task":"dentist","done":true})"},
+        {"delete my dentist reminder", R"(set_reminder {"task":"dentist","done":true})"},
+        {"mark the reminder as done", R"(set_reminder {"done":true})"},
+        {"snooze the reminder for an hour", R"(set_reminder {"later":"in an hour"})"},
+        {"make it 6 pm instead", R"(set_reminder {"later":"6 pm"})"},
+        {"put a reminder for tomorrow at 5 pm", "That needs an online model."},
+        {"make it louder", "That needs an online model."},
+        {"change it to german", "That needs an online model."},
+        {"read me the plumber note", R"(find_in_notebook {"query":"plumber"})"},
+        {"open the plumber note", R"(find_in_notebook {"query":"plumber"})"},
+        {"find a free hour tomorrow", R"(find_free_time {"minutes":60,"from":"2026-11-22","to":"2026-11-22"})"},
+        {"find me an hour on friday", R"(find_free_time {"minutes":60,"from":"2026-11-27","to":"2026-11-27"})"},
+        {"find a free afternoon next week", R"(find_free_time {"minutes":180,"from":"2026-11-23","to":"2026-11-29"})"},
+        {"find me a free morning tomorrow",
+            R"(find_free_time {"minutes":180,"from":"2026-11-22 05:00","to":"2026-11-22 12:00"})"},
+        {"find a free parking space", "That needs an online model."},
         {"do it for me", R"(set_mode {"mode":"do"})"},
         {"remember to call mum at 6 pm", R"(set_reminder {"text":"remind me to call mum at 6 pm"})"},
         {"remember that the car is in the second row",
@@ -408,6 +437,27 @@ TEST(RequestRules, changesRemindersAndKnowsTheCalendar)
         const std::string said = shown(RequestRules::answerWords(row.words, {}, around));
         EXPECT_EQ(said.substr(0, std::string_view(row.expected).size()), row.expected) << said;
     }
+}
+
+TEST(RequestRules, takesTheReminderLastTalkedAboutWhereNoneIsDue)
+{
+    const auto hear = [](const ToolRequest& call, const char* result, const RequestMemory& memory) {
+        return RequestRules::answerResult(call, result, memory, surroundings());
+    };
+    const char* nothing = R"({"error":"Nothing was changed: no reminder is due. Call set_reminder with list."})";
+    const auto set = hear({"set_reminder", R"({"text":"remind me at 5 pm to eat"})"},
+        R"({"status":"set","id":"r1","task":"Eat","when":"Saturday 21 November at 5 PM"})", {});
+    const ToolRequest done{"set_reminder", R"({"done":true})"};
+    const auto again = hear(done, nothing, set.memory);
+    EXPECT_EQ(shown(again), R"(set_reminder {"done":true,"id":"r1"})");
+    // Not a second time, and not without one.
+    EXPECT_EQ(shown(hear(std::get<ToolRequest>(again.answer), nothing, again.memory)),
+        "Nothing was changed: no reminder is due.");
+    EXPECT_EQ(shown(hear(done, nothing, {})), "Nothing was changed: no reminder is due.");
+    EXPECT_EQ(shown(hear({"set_reminder", R"({"task":"tea","done":true})"}, nothing, set.memory)),
+        "Nothing was changed: no reminder is due.");
+    const char* list = R"({"status":"reminders","reminders":[{"id":"a","task":"Rest"},{"id":"b","task":"Eat"}]})";
+    EXPECT_EQ(hear({"set_reminder", R"({"list":true})"}, list, set.memory).memory.reminder, "r1");
 }
 
 TEST(RequestRules, asksBeforeItChangesTheCalendar)

@@ -200,6 +200,8 @@ TEST(ReminderTools, listsFinishesAndPutsOff)
             R"({"id":"back","task":"Water the plants","when":"when you are back at the computer","when_back":true}]})"},
         {R"({"done":true})", R"({"status":"done","id":"late","task":"Call the dentist"})"},
         {R"({"done":true,"task":"dentist"})", R"({"status":"done","id":"late","task":"Call the dentist"})"},
+        {R"({"done":true,"task":"the dentist reminder"})",
+            R"({"status":"done","id":"late","task":"Call the dentist"})"},
         {R"({"done":true,"id":"soon"})", R"({"status":"done","id":"soon","task":"Call mum"})"},
         {R"({"done":true,"id":"back"})", R"({"status":"done","id":"back","task":"Water the plants"})"},
         {R"({"done":true,"task":"pills"})",
