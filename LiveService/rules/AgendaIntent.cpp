@@ -49,6 +49,13 @@ const auto& listPatterns()
                 "|(week|weekend|morning|afternoon|evening) look(?: like)?)$",
             caseless),
         Pattern("^(?:my|the) (?:calendar|agenda|schedule|diary)(?:\\s+(.+))?$", caseless),
+        Pattern("^what am i up to(?:\\s+(.+))?$", caseless),
+        Pattern("^what(?:'s|’s| is) my (week|weekend|morning|afternoon|evening) (?:like|looking like)$", caseless),
+        Pattern("^(?:is there |have i got |do i have )?(?:anything|something) (?:(?:going "
+                "on|happening|planned|scheduled) )?"
+                "((?:on|for|in|this|next|today|tonight|tomorrow)\\b.*)$",
+            caseless),
+        Pattern("^(?:am i|will i be) busy(?:\\s+(.+))?$", caseless),
         Pattern(
             "^what (?:events|appointments|meetings|plans) (?:do i have|are there|have i got)(?:\\s+(.+))?$", caseless),
     };
@@ -81,6 +88,8 @@ std::optional<AgendaIntent> readFindTime(const std::string& core, const RuleSurr
                 "free)?(?: time| gap| slot)?(.*)$",
             caseless),
         Pattern("^(?:am i|will i be) (?:free|available)(.*)$", caseless),
+        Pattern("^(?:have i got|do i have|is there) (?:any |some )?time(.*)$", caseless),
+        Pattern("^(?:is|are) (.+) free$", caseless),
         Pattern("^(?:find|look for|search for|get|give)(?: me)?(?: some\\b| a\\b)?(?: free)? ?"
                 "((?:(?:an? |one )?(?:free )?(?:hour|half hour|half an hour|\\S+ (?:minutes?|hours?)|\\S+ \\S+ minutes)"
                 "|time|gap|slot)\\b.*)$",
@@ -220,6 +229,7 @@ std::optional<AgendaIntent> readAdd(const std::string& core, const RuleSurroundi
         " (?:in|into|on|to) (?:my|the) (?:calendar|agenda|diary|schedule)$",
         caseless);
     static const Pattern bookedIn("^(?:book|put|pencil) me (?:in|down) for (.+)$", caseless);
+    static const Pattern pencilled("^(?:pencil in|block out) (.+)$", caseless);
     if (const auto match = told.find(core))
         return eventIn(match->texts[0], around);
     if (const auto match = bookedIn.find(core))
@@ -230,7 +240,7 @@ std::optional<AgendaIntent> readAdd(const std::string& core, const RuleSurroundi
         if (const auto match = pattern->find(core))
             return eventIn(match->texts[0], around);
     }
-    for (const Pattern* pattern : {&meeting, &verb}) {
+    for (const Pattern* pattern : {&meeting, &verb, &pencilled}) {
         const auto match = pattern->find(core);
         if (!match || reminder.find(match->texts[0]))
             continue;
@@ -278,7 +288,8 @@ std::optional<AgendaIntent> readMove(const std::string& core, const RuleSurround
         "^(?:move|reschedule|shift|change|push|postpone|delay|bring forward|put off)(?: back| out)? (.+?)"
         " (?:to|until|till) (.+)$",
         caseless);
-    static const Pattern by("^(?:move|shift|push|postpone|delay|put off)(?: back)? (.+?) (?:back )?by (.+)$", caseless);
+    static const Pattern by(
+        "^(?:move|shift|push|postpone|delay|put off)(?: back)? (.+?) (?:(?:back )?by|back) (.+)$", caseless);
     if (const auto match = by.find(core); match && !isNoEvent(match->texts[0])) {
         const auto length = SpokenLength::read(match->texts[1]);
         if (!length)

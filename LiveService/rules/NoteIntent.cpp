@@ -44,6 +44,10 @@ const auto& searchRows()
                  " (?:about|on|for) (.+)$",
              caseless),
             Purpose::read},
+        {Pattern("^(?:find|show|look up|look for|search for)(?: me)? what i (?:wrote|noted|said|saved|kept)(?: down)?"
+                 " (?:about|on|for) (.+)$",
+             caseless),
+            Purpose::tell},
         {Pattern("^(?:find|show|get|search(?: for)?|look for|look up|bring up|pull up|list|where is|where's|where are)"
                  "(?: me)?(?: all)?(?: my| the| any| a| some)? (?:notes?|anything)"
                  " (?:about|on|for|of|with|called|named|titled|mentioning|that mentions?|which mentions?) (.+)$",
@@ -62,7 +66,8 @@ const auto& searchRows()
             Purpose::tell},
         {Pattern("^(?:where|when) did i (?:write|note)(?: down)? (?:about )?(.+)$", caseless), Purpose::tell},
         {Pattern("^(?:read|open|what does)(?: me)?(?: out)? (?:the|my|our) "
-                 "(?!(?:first|second|third|fourth|fifth|last|same|1st|2nd|3rd)\\b)(.+) note(?: say)?(?: to me| out| "
+                 "(?!(?:first|second|third|fourth|fifth|last|same|1st|2nd|3rd)\\b)(.+) note(?: say)?(?: out loud| to "
+                 "me| out| "
                  "aloud)*$",
              caseless),
             Purpose::read},
@@ -88,7 +93,10 @@ const auto& keepPatterns()
             caseless),
         Pattern("^(?:a )?new note\\b(?:\\s*[:,]|\\s+that\\b)?", caseless),
         Pattern("^note(?: down)?(?: to self| for later| this)?(?:\\s*[:,]|\\s+that\\b|(?=\\s|$))", caseless),
-        Pattern("^(?:write|jot|put)(?: (?:this|that|it))? down(?:\\s*[:,]|\\s+(?:that|this)\\b[:,]?)?", caseless),
+        Pattern("^(?:write|jot|put)(?: (?:this|that|it))? down(?: for me)?(?:\\s*[:,]|\\s+(?:that|this)\\b[:,]?)?",
+            caseless),
+        Pattern("^(?:keep|save|store|note|write) (?:this|that)(?: for later)?(?: in my (?:notes|notebook))?\\s*[:,]",
+            caseless),
         Pattern("^remember (?:that\\b|this\\b[:,]?|(?=my |our |the |i |we ))", caseless),
         Pattern("^(?:add|put|write|save)(?: (?:this|it))? (?:in|into|to) (?:my|the) (?:notes|notebook)\\b"
                 "(?:\\s*[:,]|\\s+that\\b)?",

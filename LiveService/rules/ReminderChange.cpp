@@ -35,7 +35,10 @@ std::optional<ReminderChange> readList(const std::string& core)
         "^(?:(?:what|which) reminders (?:do i have|are there|have i got|are (?:set|due|left|pending|open))"
         "|what are my reminders|do i have (?:any )?reminders"
         "|(?:show|list|read|tell|give)(?: me)?(?: out)?(?: all)?(?: of)? (?:my|the) reminders|(?:all )?my reminders"
-        "|what (?:do i have|have i got) to do|what is there to do|what should i not forget)(?:\\s+(.+))?$",
+        "|what (?:do i(?: still)? have|have i(?: still)? got) to do|what(?:'s|’s| is) (?:there|left) to do"
+        "|what should i not forget|(?:are there |have i got )?any (?:open |pending )?reminders"
+        "|(?:what|which) reminders are (?:coming up|next|there)|what(?:'s|’s| is) on my (?:to-do list|to do list|list)"
+        ")(?:\\s+(.+))?$",
         caseless);
     static const Pattern lead("^(?:due|set|for|pending|left)\\s*", caseless);
     const auto match = list.find(core);
@@ -55,10 +58,10 @@ std::optional<ReminderChange> readDone(const std::string& core)
         caseless);
     static const Pattern named("^(?:mark|tick off|check off|tick|complete|finish) (?:the reminder |my reminder )?(.+?)"
                                "(?: (?:as|is) (?:done|finished|complete)| off)$"
-                               "|^(?:tick off|check off) (.+)$"
+                               "|^(?:tick off|check off|cross off|cross out) (.+)$"
                                "|^i(?:'m| am|’m) (?:done|finished) with (.+)$"
                                "|^(?:the |my )?(.+) (?:is|are) (?:done|finished|taken care of)$"
-                               "|^(?:delete|remove|cancel|drop|clear|dismiss|get rid of|turn off)"
+                               "|^(?:delete|remove|cancel|drop|clear|dismiss|scratch|forget|get rid of|turn off)"
                                " ((?:(?:the|my|that|this) )?(?:.+ )?reminder(?: (?:to|about|for|of) .+)?)$"
                                "|^(?:the |my )?(.+ reminder) (?:is|can be) (?:done|finished|off|deleted)$"
                                "|^(?:finish|complete|check off|tick off) (.+ reminder)$",

@@ -33,6 +33,7 @@ const auto& beginnings()
         Pattern("^i (?:must|have to|need to|should|want to|ought to) remember\\b", caseless),
         Pattern("^help me(?: to)? remember\\b", caseless),
         Pattern("^remember (?=to )", caseless),
+        Pattern("^(?:nudge|ping|alert|prompt|notify) me\\b", caseless),
     };
     return patterns;
 }
