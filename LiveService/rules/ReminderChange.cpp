@@ -50,7 +50,7 @@ std::optional<ReminderChange> readList(const std::string& core)
 std::optional<ReminderChange> readDone(const std::string& core)
 {
     static const Pattern plain(
-        "^(?:(?:i'm|i’m|i am|it's|it’s|it is|that's|that’s|that is|all)(?: all)? )?(?:done|finished)(?: "
+        "^(?:(?:i'm|i’m|i am|it's|it’s|it is|that's|that’s|that is|all)(?: all)? )?(?:done|finished)(?: with)?(?: "
         "(?:it|that|already|now))?$"
         "|^i (?:have )?(?:already )?(?:did|done|finished) (?:it|that)(?: already)?$"
         "|^i(?:'ve|’ve) (?:already )?(?:done|finished)(?: (?:it|that))?(?: already)?$"
@@ -114,7 +114,11 @@ std::optional<ReminderChange> readLater(const std::string& core, const RuleSurro
         caseless);
     static const Pattern span(
         "^(?:(?:an?|one|half|\\d+|five|ten|fifteen|twenty|thirty)\\b.*)?(?:minutes?|hours?|days?|weeks?)$", caseless);
-    const auto until = [](const std::string& words) { return span.find(words) ? "in " + words : words; };
+    // Moved by a length it goes on from its own time, else from now.
+    static const Pattern moved(
+        "^(?:move|shift|push|postpone|delay|put)\\b.* by (?:an?\\b|one|half|\\d|\\w+ (?:min|hou|day|wee))", caseless);
+    const std::string lead = moved.find(core) ? "by " : "in ";
+    const auto until = [&lead](const std::string& words) { return span.find(words) ? lead + words : words; };
     if (vague.find(core))
         return ReminderChange{.kind = Kind::later, .when = "later"};
     if (const auto match = named.find(core)) {
@@ -125,6 +129,8 @@ std::optional<ReminderChange> readLater(const std::string& core, const RuleSurro
     const auto match = again.find(core);
     static const Pattern instead("\\s+instead$", caseless);
     const std::string when = match ? until(instead.replaceAll(match->texts[0], "")) : core;
+    if (match && when.starts_with("by "))
+        return ReminderChange{.kind = Kind::later, .when = when};
     const auto phrase = ReminderPhrase::parse(RequestText::withDigits(when), around.now, around.calendar);
     // A time and nothing else is a later time for what is due.
     if (phrase && phrase->task.empty() && !phrase->repeatRule)

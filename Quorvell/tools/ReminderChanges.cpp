@@ -80,8 +80,11 @@ std::vector<Note> meantReminders(
     return meant;
 }
 
-ReminderRequest putOffRequest(std::string_view words, Instant now, const Calendar& calendar)
+ReminderRequest putOffRequest(std::string_view words, Instant now, const Calendar& calendar, Instant own)
 {
+    constexpr std::string_view by = "by ";
+    if (words.starts_with(by))
+        return putOffRequest("in " + std::string(words.substr(by.size())), std::max(now, own), calendar, own);
     const std::string wanted = TextMatch::normalized(words);
     const bool isVague = wanted == "later" || wanted == "a bit later" || wanted == "again later" || wanted == "snooze";
     for (const ReminderChoice& choice : ReminderChoices::later(now, calendar, calendar.locale()))

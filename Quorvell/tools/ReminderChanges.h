@@ -21,8 +21,8 @@ std::vector<Note> pendingReminders(const std::vector<Note>& notes, ReminderAudie
 std::vector<Note> meantReminders(
     const std::vector<Note>& pending, std::string_view id, std::string_view words, Instant now);
 
-/// Until when words such as "in an hour", "this evening", "later" or "friday at 3 pm" put a reminder off. Ready with a
-/// date, or what is to be asked.
-ReminderRequest putOffRequest(std::string_view words, Instant now, const Calendar& calendar);
+/// Until when words such as "in an hour", "this evening", "later" or "friday at 3 pm" put a reminder off. "By an
+/// hour" counts from its own time where that is still to come. Ready with a date, or what is to be asked.
+ReminderRequest putOffRequest(std::string_view words, Instant now, const Calendar& calendar, Instant own = {});
 
 } // namespace quorvell

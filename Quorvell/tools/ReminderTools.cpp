@@ -162,7 +162,8 @@ private:
 
     void putOff(const Note& note)
     {
-        ReminderRequest until = putOffRequest(argument(m_call, "later"), m_now, m_context.calendar);
+        ReminderRequest until =
+            putOffRequest(argument(m_call, "later"), m_now, m_context.calendar, note.remindAt.value_or(m_now));
         until.task = note.title;
         if (until.verdict != ReminderRequest::Verdict::ready)
             return ask(until, note.id);

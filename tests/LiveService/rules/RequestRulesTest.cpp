@@ -400,6 +400,10 @@ TEST(RequestRules, changesRemindersAndKnowsTheCalendar)
         {"remember that we have to buy milk", "keep_note"},
 
         {"move the dentist reminder to friday at 9 am", R"(set_reminder {"task":"dentist","later":"friday at 9 am"})"},
+        {"push the dentist reminder back by ten minutes",
+            R"(set_reminder {"task":"dentist","later":"by ten minutes"})"},
+        {"put it off by an hour", R"(set_reminder {"later":"by an hour"})"},
+        {"i'm done with that", R"(set_reminder {"done":true})"},
         {"put off the dentist reminder to monday", R"(set_reminder {"task":"dentist","later":"monday"})"},
         {"snooze the dentist reminder for an hour", R"(set_reminder {"task":"dentist","later":"in an hour"})"},
         {"mark the dentist reminder as done", R"(set_reminder {"task":"dentist","done":true})"},

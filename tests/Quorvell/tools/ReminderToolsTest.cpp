@@ -215,6 +215,12 @@ TEST(ReminderTools, listsFinishesAndPutsOff)
         {R"({"later":"friday at 3 pm","task":"mum"})",
             R"({"status":"deferred","id":"soon","task":"Call mum","date":"2026-11-27 15:00",)"
             R"("when":"Friday 27 November at 3 PM"})"},
+        {R"({"later":"by ten minutes","task":"mum"})",
+            R"({"status":"deferred","id":"soon","task":"Call mum","date":"2026-11-22 17:10",)"
+            R"("when":"Sunday 22 November at 5:10 PM"})"},
+        {R"({"later":"by an hour"})",
+            R"({"status":"deferred","id":"late","task":"Call the dentist","date":"2026-11-21 11:30",)"
+            R"("when":"Saturday 21 November at 11:30 AM"})"},
         {R"({"later":"tomorrow at 5","task":"mum"})",
             R"({"status":"which_time","task":"Call mum","choices":[)"
             R"({"date":"2026-11-22 05:00","when":"Sunday 22 November at 5 AM"},)"
