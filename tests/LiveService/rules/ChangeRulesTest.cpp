@@ -1,0 +1,234 @@
+#include "RuleBench.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvell {
+
+TEST(ChangeRules, changesRemindersAndKnowsTheCalendar)
+{
+    RuleSurroundings around = surroundings(); // A Saturday, 1 PM.
+    for (const char* tool :
+        {"whats_on", "find_free_time", "add_event", "change_event", "remember_about_them", "set_mode"})
+        around.tools.insert(tool);
+    struct Row {
+        const char* words;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"list my reminders", R"(set_reminder {"list":true})"},
+        {"do i have any reminders today", R"(set_reminder {"list":true})"},
+        {"I'm done", R"(set_reminder {"done":true})"},
+        {"i did it", R"(set_reminder {"done":true})"},
+        {"mark it as done", R"(set_reminder {"done":true})"},
+        {"I called the dentist", R"(set_reminder {"task":"dentist","done":true})"},
+        {"i've already paid my rent", R"(set_reminder {"task":"rent","done":true})"},
+        {"tick off the laundry", R"(set_reminder {"task":"laundry","done":true})"},
+        {"the laundry is done", R"(set_reminder {"task":"laundry","done":true})"},
+        {"later", R"(set_reminder {"later":"later"})"},
+        {"not now", R"(set_reminder {"later":"later"})"},
+        {"remind me again in an hour", R"(set_reminder {"later":"in an hour"})"},
+        {"snooze it for ten minutes", R"(set_reminder {"later":"in 10 minutes"})"},
+        {"tomorrow morning", R"(set_reminder {"later":"tomorrow morning"})"},
+        {"put it off until monday", R"(set_reminder {"later":"monday"})"},
+        {"move the reminder to call mum to tomorrow at 9 am",
+            R"(set_reminder {"task":"call mum","later":"tomorrow at 9 am"})"},
+
+        {"what's on today", R"(whats_on {"from":"2026-11-21","to":"2026-11-21"})"},
+        {"what do I have tomorrow", R"(whats_on {"from":"2026-11-22","to":"2026-11-22"})"},
+        {"what's on my calendar this week", R"(whats_on {"from":"2026-11-21","to":"2026-11-22"})"},
+        {"show me my agenda for friday", R"(whats_on {"from":"2026-11-27","to":"2026-11-27"})"},
+        {"do i have anything on tomorrow afternoon", R"(whats_on {"from":"2026-11-22 12:00","to":"2026-11-22 18:00"})"},
+        {"how does my week look", R"(whats_on {"from":"2026-11-21","to":"2026-11-22"})"},
+        {"what's happening next week", R"(whats_on {"from":"2026-11-23","to":"2026-11-29"})"},
+        {"what do i have tonight", R"(whats_on {"from":"2026-11-21 18:00","to":"2026-11-21 23:59"})"},
+        {"when am I free for 45 minutes tomorrow",
+            R"(find_free_time {"minutes":45,"from":"2026-11-22","to":"2026-11-22"})"},
+        {"when do i have an hour free this week",
+            R"(find_free_time {"minutes":60,"from":"2026-11-21","to":"2026-11-22"})"},
+        {"find me half an hour on friday", R"(find_free_time {"minutes":30,"from":"2026-11-27","to":"2026-11-27"})"},
+        {"do i have an hour free tomorrow", R"(find_free_time {"minutes":60,"from":"2026-11-22","to":"2026-11-22"})"},
+        {"when am i free", R"(find_free_time {"minutes":60})"},
+        {"find a free hour", R"(find_free_time {"minutes":60})"},
+        {"put lunch with Ana on Friday at one in my calendar",
+            R"(add_event {"title":"Lunch with Ana","start":"2026-11-27 13:00"})"},
+        {"add dentist tomorrow at 9 am to my calendar", R"(add_event {"title":"Dentist","start":"2026-11-22 09:00"})"},
+        {"schedule a meeting with Ben on monday from 2 to 4 pm",
+            R"(add_event {"title":"Meeting with Ben","start":"2026-11-23 14:00","end":"2026-11-23 16:00"})"},
+        {"create an event called team lunch on tuesday at noon for two hours",
+            R"(add_event {"title":"Team lunch","start":"2026-11-24 12:00","minutes":120})"},
+        {"add a doctor's appointment on thursday at 10:30",
+            R"(add_event {"title":"Doctor's appointment","start":"2026-11-26 10:30"})"},
+        {"put Anna's birthday on december 5th in my calendar",
+            R"(add_event {"title":"Anna's birthday","start":"2026-12-05","all_day":true})"},
+        {"tell me what's planned for tomorrow", R"(whats_on {"from":"2026-11-22","to":"2026-11-22"})"},
+        {"when would I have two hours free this weekend",
+            R"(find_free_time {"minutes":120,"from":"2026-11-21","to":"2026-11-22"})"},
+        {"I've got lunch with Sam on tuesday at noon, put it in my calendar",
+            R"(add_event {"title":"Lunch with Sam","start":"2026-11-24 12:00"})"},
+        {"book me in for yoga on monday at 6 pm", R"(add_event {"title":"Yoga","start":"2026-11-23 18:00"})"},
+        {"schedule a call with Kim tomorrow from half past two to three",
+            R"(add_event {"title":"Call with Kim","start":"2026-11-22 14:30","end":"2026-11-22 15:00"})"},
+        {"tell me what I have on monday", R"(whats_on {"from":"2026-11-23","to":"2026-11-23"})"},
+        {"when could I squeeze in an hour tomorrow",
+            R"(find_free_time {"minutes":60,"from":"2026-11-22","to":"2026-11-22"})"},
+        {"find the kettle note", R"(find_in_notebook {"query":"kettle"})"},
+        {"read the second note", "What are you looking for?"},
+        {"put lunch with Ana in my calendar", "When is it?"},
+        {"move lunch with Ana to 2 pm", R"(whats_on {"from":"2026-11-21","to":"2026-12-22"})"},
+        {"postpone the dentist tomorrow by an hour", R"(whats_on {"from":"2026-11-22","to":"2026-11-22"})"},
+        {"cancel my meeting with Ben on monday", R"(whats_on {"from":"2026-11-23","to":"2026-11-23"})"},
+
+        {"remember that I prefer tea", R"(remember_about_them {"fact":"Prefers tea."})"},
+        {"remember that i'm allergic to nuts", R"(remember_about_them {"fact":"Is allergic to nuts."})"},
+        {"remember about me that my sister lives in Rome",
+            R"(remember_about_them {"fact":"Their sister lives in Rome."})"},
+        {"keep in mind that i never drink coffee", R"(remember_about_them {"fact":"Never drinks coffee."})"},
+        {"remember my birthday is in may", R"(remember_about_them {"fact":"Their birthday is in may."})"},
+        {"remember that my sister is called Mira", R"(remember_about_them {"fact":"Their sister is called Mira."})"},
+        {"don't forget that we live in Bern", R"(remember_about_them {"fact":"They live in Bern."})"},
+        {"remember that my pin is 4711", R"(remember_about_them {"fact":"Their pin is 4711."})"},
+        {"remember the wifi password is blue river", R"(remember_about_them {"fact":"The wifi password is blue)"},
+        {"remember to change my pin tomorrow", R"(set_reminder {"text":"remind me to change my pin)"},
+        {"don't forget my dentist appointment tomorrow at 5 pm", R"(set_reminder {"text":"remind me)"},
+        {"remember that my car is parked in the second row", R"(keep_note {"title":"Car")"},
+        {"remember that we need milk today", "keep_note"},
+        {"remember that we have to buy milk", "keep_note"},
+
+        {"move the dentist reminder to friday at 9 am", R"(set_reminder {"task":"dentist","later":"friday at 9 am"})"},
+        {"push the dentist reminder back by ten minutes",
+            R"(set_reminder {"task":"dentist","later":"by ten minutes"})"},
+        {"put it off by an hour", R"(set_reminder {"later":"by an hour"})"},
+        {"i'm done with that", R"(set_reminder {"done":true})"},
+        {"put off the dentist reminder to monday", R"(set_reminder {"task":"dentist","later":"monday"})"},
+        {"snooze the dentist reminder for an hour", R"(set_reminder {"task":"dentist","later":"in an hour"})"},
+        {"mark the dentist reminder as done", R"(set_reminder {"task":"dentist","done":true})"},
+        {"delete my dentist reminder", R"(set_reminder {"task":"dentist","done":true})"},
+        {"mark the reminder as done", R"(set_reminder {"done":true})"},
+        {"snooze the reminder for an hour", R"(set_reminder {"later":"in an hour"})"},
+        {"make it 6 pm instead", R"(set_reminder {"later":"6 pm"})"},
+        {"put a reminder for tomorrow at 5 pm", "That needs an online model."},
+        {"make it louder", "That needs an online model."},
+        {"change it to german", "That needs an online model."},
+        {"read me the plumber note", R"(find_in_notebook {"query":"plumber"})"},
+        {"open the plumber note", R"(find_in_notebook {"query":"plumber"})"},
+        {"find a free hour tomorrow", R"(find_free_time {"minutes":60,"from":"2026-11-22","to":"2026-11-22"})"},
+        {"find me an hour on friday", R"(find_free_time {"minutes":60,"from":"2026-11-27","to":"2026-11-27"})"},
+        {"find a free afternoon next week", R"(find_free_time {"minutes":180,"from":"2026-11-23","to":"2026-11-29"})"},
+        {"find me a free morning tomorrow",
+            R"(find_free_time {"minutes":180,"from":"2026-11-22 05:00","to":"2026-11-22 12:00"})"},
+        {"show me the boiler note", R"(find_in_notebook {"query":"boiler"})"},
+        {"look up what I wrote about the boiler", R"(find_in_notebook {"query":"boiler"})"},
+        {"save this: the bulb is in the cellar", R"(keep_note {"title":"Bulb")"},
+        {"write this down for me, the lock is open", R"(keep_note {"title":"Lock")"},
+        {"ping me in 20 minutes to check the oven",
+            R"(set_reminder {"text":"remind me in 20 minutes to check the oven"})"},
+        {"any reminders for tomorrow", R"(set_reminder {"list":true})"},
+        {"what's left to do today", R"(set_reminder {"list":true})"},
+        {"forget the oven reminder", R"(set_reminder {"task":"oven","done":true})"},
+        {"cross off the laundry", R"(set_reminder {"task":"laundry","done":true})"},
+        {"pencil in coffee with Ana on tuesday at 11 am",
+            R"(add_event {"title":"Coffee with Ana","start":"2026-11-24 11:00"})"},
+        {"push the vet back an hour", R"(whats_on {"from":"2026-11-21","to":"2026-12-22"})"},
+        {"anything on friday", R"(whats_on {"from":"2026-11-27","to":"2026-11-27"})"},
+        {"am i busy on friday", R"(whats_on {"from":"2026-11-27","to":"2026-11-27"})"},
+        {"is friday afternoon free", R"(find_free_time {"minutes":60,"from":"2026-11-27 12:00")"},
+        {"have i got time on monday", R"(find_free_time {"minutes":60,"from":"2026-11-23")"},
+        {"is the museum free", "That needs an online model."},
+        {"book a flight to Rome on friday", "That needs an online model."},
+        {"is there anything on television", "That needs an online model."},
+        {"alert", "That needs an online model."},
+        {"find a free parking space", "That needs an online model."},
+        {"do it for me", R"(set_mode {"mode":"do"})"},
+        {"remember to call mum at 6 pm", R"(set_reminder {"text":"remind me to call mum at 6 pm"})"},
+        {"remember that the car is in the second row",
+            R"(keep_note {"title":"Car","text":"The car is in the second row"})"},
+        {"what did i write about the boat", R"(find_in_notebook {"query":"boat"})"},
+        {"find kettle", R"(find_in_notebook {"query":"kettle"})"},
+        {"delete my note about tea", "That needs an online model."},
+        {"move the window to the left", "That needs an online model."},
+        {"I have a meeting tomorrow at 5 pm", "That needs an online model."},
+        {"what is on television", "That needs an online model."},
+        {"i called you yesterday because it rained", "That needs an online model."},
+        {"delete this file", "That needs an online model."},
+        {"change the language to german", "That needs an online model."},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.words);
+        const std::string said = shown(RequestRules::answerWords(row.words, {}, around));
+        EXPECT_EQ(said.substr(0, std::string_view(row.expected).size()), row.expected) << said;
+    }
+}
+
+TEST(ChangeRules, takesTheReminderLastTalkedAboutWhereNoneIsDue)
+{
+    const auto hear = [](const ToolRequest& call, const char* result, const RequestMemory& memory) {
+        return RequestRules::answerResult(call, result, memory, surroundings());
+    };
+    const char* nothing = R"({"error":"Nothing was changed: no reminder is due. Call set_reminder with list."})";
+    const auto set = hear({"set_reminder", R"({"text":"remind me at 5 pm to eat"})"},
+        R"({"status":"set","id":"r1","task":"Eat","when":"Saturday 21 November at 5 PM"})", {});
+    const ToolRequest done{"set_reminder", R"({"done":true})"};
+    const auto again = hear(done, nothing, set.memory);
+    EXPECT_EQ(shown(again), R"(set_reminder {"done":true,"id":"r1"})");
+    // Not a second time, and not without one.
+    EXPECT_EQ(shown(hear(std::get<ToolRequest>(again.answer), nothing, again.memory)),
+        "Nothing was changed: no reminder is due.");
+    EXPECT_EQ(shown(hear(done, nothing, {})), "Nothing was changed: no reminder is due.");
+    EXPECT_EQ(shown(hear({"set_reminder", R"({"task":"tea","done":true})"}, nothing, set.memory)),
+        "Nothing was changed: no reminder is due.");
+    const char* list = R"({"status":"reminders","reminders":[{"id":"a","task":"Rest"},{"id":"b","task":"Eat"}]})";
+    EXPECT_EQ(hear({"set_reminder", R"({"list":true})"}, list, set.memory).memory.reminder, "r1");
+}
+
+TEST(ChangeRules, asksBeforeItChangesTheCalendar)
+{
+    RuleSurroundings around = surroundings();
+    around.tools.insert({"whats_on", "change_event"});
+    const auto say = [&](const char* words, const RuleStep& before) {
+        return RequestRules::answerWords(words, before.memory, around);
+    };
+    const auto hear = [&](const char* result, const RuleStep& before) {
+        return RequestRules::answerResult(std::get<ToolRequest>(before.answer), result, before.memory, around);
+    };
+    const char* agenda = R"({"status":"agenda","items":[
+        {"kind":"event","id":"e1","title":"Lunch with Ana","start":"2026-11-27 13:00","end":"2026-11-27 14:30"},
+        {"kind":"event","id":"e2","title":"Lunch with Ben","start":"2026-11-28 12:00","end":"2026-11-28 13:00"},
+        {"kind":"reminder","id":"r1","title":"Lunch box","start":"2026-11-28 12:00"}]})";
+    const RuleStep start{std::string(), {}};
+    struct Row {
+        std::vector<const char*> words; ///< The first before the list of events is known, the others after it.
+        const char* expected;
+    };
+    const Row rows[] = {
+        {{"move lunch with Ana to 3"},
+            R"(change_event {"id":"e1","changes":{"start":"2026-11-27 15:00","end":"2026-11-27 16:30"}})"},
+        {{"move lunch with ben to sunday"},
+            R"(change_event {"id":"e2","changes":{"start":"2026-11-22 12:00","end":"2026-11-22 13:00"}})"},
+        {{"push lunch with ben back by half an hour"},
+            R"(change_event {"id":"e2","changes":{"start":"2026-11-28 12:30","end":"2026-11-28 13:30"}})"},
+        {{"cancel lunch", "the second one"}, R"(change_event {"id":"e2","cancel":true})"},
+        {{"cancel lunch", "the one with ana"}, R"(change_event {"id":"e1","cancel":true})"},
+        {{"cancel the gym"}, "I found nothing like that in your calendar."},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.words.front());
+        RuleStep step = hear(agenda, say(row.words.front(), start));
+        for (std::size_t index = 1; index < row.words.size(); ++index)
+            step = say(row.words[index], step);
+        EXPECT_EQ(shown(step), row.expected);
+    }
+    const auto cancelled = say("the first one", hear(agenda, say("cancel lunch", start)));
+    const auto asked = hear(R"({"status":"needs_confirmation","question":"Delete Lunch with Ana?"})", cancelled);
+    EXPECT_EQ(shown(asked), "Delete Lunch with Ana?");
+    EXPECT_EQ(shown(say("yes please", asked)), R"(change_event {"id":"e1","cancel":true,"confirmed":true})");
+    EXPECT_EQ(shown(say("i already bought the milk", asked)), R"(set_reminder {"task":"milk","done":true})");
+    EXPECT_EQ(shown(say("no", asked)), "Okay, I will not do that.");
+    EXPECT_EQ(shown(say("yes, but not yet", asked)), "Sorry, I could not understand that. Delete Lunch with Ana?");
+
+    const auto which =
+        hear(R"({"status":"which_reminder","reminders":[{"id":"a","task":"Call mum"},{"id":"b","task":"Call Ben"}]})",
+            say("snooze it for ten minutes", start));
+    EXPECT_EQ(shown(say("call ben", which)), R"(set_reminder {"later":"in 10 minutes","id":"b"})");
+}
+
+} // namespace quorvell
