@@ -152,8 +152,8 @@ int TerminalLines::nextKey(editline* editor, wchar_t* key)
 
 void TerminalLines::openPrompt()
 {
-    writeToTerminal(startMarkingPastes);
     el_set(m_editor.get(), EL_UNBUFFERED, 1); // Raw mode, and an empty line behind the prompt.
+    writeToTerminal(startMarkingPastes); // Last: who sees it knows that each key counts by now.
 }
 
 void TerminalLines::closePrompt()
