@@ -290,7 +290,14 @@ std::optional<AgendaIntent> readMove(const std::string& core, const RuleSurround
         caseless);
     static const Pattern by(
         "^(?:move|shift|push|postpone|delay|put off)(?: back)? (.+?) (?:(?:back )?by|back) (.+)$", caseless);
-    if (const auto match = by.find(core); match && !isNoEvent(match->texts[0])) {
+    static const Pattern later(
+        "^(?:make|start|have) (.+?) ((?:an?|one|half|\\d+|\\w+)(?: an?)? (?:minutes?|hours?|days?)"
+        "(?: and a half)?) later$",
+        caseless);
+    for (const Pattern* pattern : {&by, &later}) {
+        const auto match = pattern->find(core);
+        if (!match || isNoEvent(match->texts[0]))
+            continue;
         const auto length = SpokenLength::read(match->texts[1]);
         if (!length)
             return std::nullopt;
@@ -298,7 +305,10 @@ std::optional<AgendaIntent> readMove(const std::string& core, const RuleSurround
         intent.minutes = length->minutes;
         return intent;
     }
-    const auto match = to.find(core);
+    static const Pattern anew("^(?:reschedule|rebook) (.+?) (?:for|on) (.+)$", caseless);
+    auto match = to.find(core);
+    if (!match)
+        match = anew.find(core);
     if (!match || isNoEvent(match->texts[0]))
         return std::nullopt;
     static const Pattern bare("^\\d{1,2}(?::\\d{2})?$|^(?:half|quarter) ", caseless);

@@ -33,8 +33,9 @@ const auto& searchRows()
                  "|what's in my (?:notes|notebook)|do i have (?:any )?notes)$",
              caseless),
             Purpose::listNotes},
-        {Pattern("^(?:read|open)(?: me)?(?: out| back)?(?: my| the| that| a)? notes?"
-                 " (?:about|on|for|of|with|called|named|titled) (.+)$",
+        {Pattern(
+             "^(?:read|open)(?: me)?(?: out| back)?(?: my| the| that| a)? notes?"
+             " (?:about|on|for|of|with|called|named|titled) (.+?)(?: and read (?:it|that)(?: out| aloud| to me)*)?$",
              caseless),
             Purpose::read},
         {Pattern(
@@ -59,7 +60,9 @@ const auto& searchRows()
             Purpose::tell},
         {Pattern("^(?:find|search(?: for)?|look up|look for) (.+?) in (?:my|the) (?:notes?|notebook)$", caseless),
             Purpose::tell},
-        {Pattern("^(?:do i have|have i got|are there|is there)(?: a| any| some)? notes? (?:about|on|for|of) (.+)$",
+        {Pattern("^(?:(?:do i have|have i got|are there|is there)(?: a| any| some)? notes?|(?:do i have|have i got) "
+                 "anything)"
+                 " (?:about|on|for|of) (.+)$",
              caseless),
             Purpose::tell},
         {Pattern("^what (?:do i have|have i got)(?: (?:written|noted)(?: down)?)? (?:about|on) (.+)$", caseless),
@@ -95,7 +98,8 @@ const auto& keepPatterns()
         Pattern("^note(?: down)?(?: to self| for later| this)?(?:\\s*[:,]|\\s+that\\b|(?=\\s|$))", caseless),
         Pattern("^(?:write|jot|put)(?: (?:this|that|it))? down(?: for me)?(?:\\s*[:,]|\\s+(?:that|this)\\b[:,]?)?",
             caseless),
-        Pattern("^(?:keep|save|store|note|write) (?:this|that)(?: for later)?(?: in my (?:notes|notebook))?\\s*[:,]",
+        Pattern(
+            "^(?:keep|save|store|note|write) (?:this|that)(?: for (?:later|me))?(?: in my (?:notes|notebook))?\\s*[:,]",
             caseless),
         Pattern("^remember (?:that\\b|this\\b[:,]?|(?=my |our |the |i |we ))", caseless),
         Pattern("^(?:add|put|write|save)(?: (?:this|it))? (?:in|into|to) (?:my|the) (?:notes|notebook)\\b"

@@ -121,6 +121,12 @@ std::optional<ReminderChange> readLater(const std::string& core, const RuleSurro
     const auto until = [&lead](const std::string& words) { return span.find(words) ? lead + words : words; };
     if (vague.find(core))
         return ReminderChange{.kind = Kind::later, .when = "later"};
+    // "Not now, remind me this evening": what comes behind is the wish.
+    static const Pattern notNow("^(?:not (?:now|yet)|(?:maybe )?later)[,;.!:]?\\s+(?:please\\s+)?"
+                                "(?:(?:remind|ask|tell) me(?: again)?\\s+)?(.+)$",
+        caseless);
+    if (const auto match = notNow.find(core))
+        return readLater("remind me again " + match->texts[0], around);
     if (const auto match = named.find(core)) {
         const std::size_t place = !match->texts[0].empty() ? 0 : !match->texts[2].empty() ? 2 : 4;
         return ReminderChange{

@@ -57,7 +57,8 @@ ReminderIntent fromRest(std::string_view rest)
 std::optional<ReminderIntent> ReminderIntent::read(std::string_view words)
 {
     static const Pattern wake("^wake me(?: up)?\\b", caseless);
-    static const Pattern inside("\\b(?:please )?remind me\\b", caseless);
+    static const Pattern inside(
+        "\\b(?:please )?(?:remind me|i (?:need|want) (?:a reminder|to be reminded))\\b", caseless);
     const std::string core(words);
     for (const Pattern& pattern : beginnings()) {
         const auto match = pattern.find(core);
