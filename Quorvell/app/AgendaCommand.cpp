@@ -100,8 +100,7 @@ int runCommand(const AgendaRequest& request, const ProgramEnvironment& environme
 {
     const auto calendar = Calendar::create(environment.timeZone, environment.locale);
     if (!calendar) {
-        std::cerr << "The time zone \"" << environment.timeZone
-                  << "\" is not known. Set TZ to a name such as Europe/Berlin." << std::endl;
+        std::cerr << environment.unknownTimeZone() << std::endl;
         return couldNot;
     }
     ProgramLoop loop;

@@ -40,8 +40,7 @@ Assistant::Made Assistant::create(const ProgramEnvironment& environment, const U
 {
     auto calendar = Calendar::create(environment.timeZone, environment.locale);
     if (!calendar)
-        return {nullptr,
-            "The time zone \"" + environment.timeZone + "\" is not known. Set TZ to a name such as Europe/Berlin."};
+        return {nullptr, environment.unknownTimeZone()};
     std::unique_ptr<Assistant> assistant(new Assistant(environment, scheduler, settings, *std::move(calendar)));
     std::string problem = assistant->chooseService(environment, wishes);
     if (problem.empty())

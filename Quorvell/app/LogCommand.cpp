@@ -60,8 +60,7 @@ int runLog(const ProgramEnvironment& environment, const Options& options)
 {
     const auto calendar = Calendar::create(environment.timeZone, environment.locale);
     if (!calendar)
-        return complain(
-            "The time zone \"" + environment.timeZone + "\" is not known. Set TZ to a name such as Europe/Berlin.");
+        return complain(environment.unknownTimeZone());
     const LogTimeline timeline = LogTimeline::of(EventLogFile::readAll(environment.stateFolder));
     if (timeline.unreadable > 0)
         std::cerr << timeline.unreadable << " lines of the log could not be read and are left out." << std::endl;

@@ -80,8 +80,7 @@ int runNotes(const NotesRequest& request, const ProgramEnvironment& environment)
         return moveNotes(request, environment, std::cout, std::cerr);
     auto calendar = Calendar::create(environment.timeZone, environment.locale);
     if (!calendar) {
-        std::cerr << "The time zone \"" << environment.timeZone
-                  << "\" is not known. Set TZ to a name such as Europe/Berlin.\n";
+        std::cerr << environment.unknownTimeZone() << std::endl;
         return couldNot;
     }
     const auto now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());

@@ -170,4 +170,9 @@ ProgramEnvironment ProgramEnvironment::read(const char* programName)
     return environment;
 }
 
+std::string ProgramEnvironment::unknownTimeZone() const
+{
+    return "The time zone \"" + timeZone + "\" is not known. Set TZ to a name such as Europe/Berlin.";
+}
+
 } // namespace quorvell

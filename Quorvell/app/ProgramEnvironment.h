@@ -29,6 +29,9 @@ struct ProgramEnvironment {
     bool allowsColour = false; ///< The output is a terminal that knows colours, and NO_COLOR does not forbid them.
 
     static ProgramEnvironment read(const char* programName);
+
+    /// For the user, when `timeZone` is none that exists.
+    std::string unknownTimeZone() const;
 };
 
 } // namespace quorvell

@@ -132,8 +132,7 @@ int runCommand(const RemindersRequest& request, const ProgramEnvironment& enviro
 {
     const auto calendar = Calendar::create(environment.timeZone, environment.locale);
     if (!calendar) {
-        std::cerr << "The time zone \"" << environment.timeZone
-                  << "\" is not known. Set TZ to a name such as Europe/Berlin." << std::endl;
+        std::cerr << environment.unknownTimeZone() << std::endl;
         return couldNot;
     }
     ProgramLoop loop;

@@ -37,8 +37,7 @@ int runUsage(const ProgramEnvironment& environment, bool asJson)
     const UserSettings settings = UserSettings::readTelling(environment, std::cerr);
     const auto calendar = Calendar::create(environment.timeZone, environment.locale);
     if (!calendar) {
-        std::cerr << "The time zone \"" << environment.timeZone
-                  << "\" is not known. Set TZ to a name such as Europe/Berlin." << std::endl;
+        std::cerr << environment.unknownTimeZone() << std::endl;
         return couldNot;
     }
     const UsageFile hosted(environment.stateFolder + "/usage.json", loop.scheduler(), *calendar);
