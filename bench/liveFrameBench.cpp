@@ -2,6 +2,10 @@
 // with base64 written in the plainest way.
 #include "QuorvellCore/live/gate/MicGate.h"
 #include "QuorvellCore/live/gate/PCM.h"
+#include "QuorvellCore/live/wire/LiveClientParser.h"
+#include "QuorvellCore/live/wire/LiveMessage.h"
+#include "QuorvellCore/live/wire/LiveServerMessage.h"
+#include "QuorvellCore/live/wire/LiveServerParser.h"
 #include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
 #include "QuorvellCore/live/wire/OpenAILiveEventMapper.h"
 #include "QuorvellCore/live/wire/OpenAILiveMessage.h"
@@ -33,6 +37,9 @@ Bytes frame()
 const Bytes pcm = frame();
 const std::string received = OpenAILiveServerMessage::outputAudioDeltaText(pcm);
 const std::string sent = OpenAILiveMessage::audioText(pcm);
+
+const std::string geminiReceived = dumpJson(LiveServerMessage::audio(pcm));
+const std::string geminiSent = LiveMessage::audioText(pcm);
 
 void encodeBase64Alone(benchmark::State& state)
 {
@@ -87,6 +94,42 @@ void decodeFrameOnTheServer(benchmark::State& state)
         benchmark::DoNotOptimize(OpenAILiveClientParser::parse(sent));
 }
 
+void encodeGeminiPlainJson(benchmark::State& state)
+{
+    for (auto _ : state) {
+        const Json message{{"realtimeInput",
+            {{"audio", {{"data", base64Encode(pcm)}, {"mimeType", LiveMessage::inputAudioMimeType}}}}}};
+        benchmark::DoNotOptimize(message.dump());
+    }
+}
+
+void encodeGeminiFrame(benchmark::State& state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(LiveMessage::audioText(pcm));
+}
+
+void decodeGeminiPlainJson(benchmark::State& state)
+{
+    const Json::json_pointer data("/serverContent/modelTurn/parts/0/inlineData/data");
+    for (auto _ : state) {
+        const Json message = Json::parse(geminiReceived, nullptr, false);
+        benchmark::DoNotOptimize(base64Decode(*message[data].get_ptr<const std::string*>()));
+    }
+}
+
+void decodeGeminiFrame(benchmark::State& state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(LiveServerParser::parse(geminiReceived));
+}
+
+void decodeGeminiFrameOnTheServer(benchmark::State& state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(LiveClientParser::parse(geminiSent));
+}
+
 void gateFrame(benchmark::State& state)
 {
     MicGate gate;
@@ -102,6 +145,11 @@ BENCHMARK(decodePlainJson);
 BENCHMARK(decodeFrame);
 BENCHMARK(decodeFrameForTheSession);
 BENCHMARK(decodeFrameOnTheServer);
+BENCHMARK(encodeGeminiPlainJson);
+BENCHMARK(encodeGeminiFrame);
+BENCHMARK(decodeGeminiPlainJson);
+BENCHMARK(decodeGeminiFrame);
+BENCHMARK(decodeGeminiFrameOnTheServer);
 BENCHMARK(gateFrame);
 
 } // namespace
