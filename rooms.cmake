@@ -8,6 +8,8 @@ quorvell_room(live QuorvellCore/live CORE USES text)
 quorvell_room(automation QuorvellCore/automation CORE USES text PUBLIC_LIBRARIES Threads::Threads)
 quorvell_room(safety QuorvellCore/safety CORE USES text)
 
+# What the words of a request hint at, for the service on this computer.
+quorvell_room(understanding Understanding CORE USES text)
 # Heads and answers of HTTP, for the service on this computer.
 quorvell_room(http Http)
 
@@ -24,7 +26,8 @@ quorvell_room(tools Quorvell/tools USES text live notebook reminders safety sess
 set(QUORVELL_THREADED_ROOMS automation audio files notebook_store agenda)
 
 foreach(room IN ITEMS
-    text notebook reminders live automation safety http session audio files notebook_store agenda reminding tools)
+    text notebook reminders live automation safety understanding http session audio files notebook_store agenda reminding
+    tools)
     quorvell_test(${room})
 endforeach()
 
@@ -42,7 +45,8 @@ if(QUORVELL_SHELL)
         PUBLIC_LIBRARIES Qt6::Core Qt6::DBus LIBRARIES Qt6::Gui PkgConfig::gio PkgConfig::libical)
     # Signals of the message bus reach only slots that Qt knows by name.
     set_target_properties(quorvell_desktop PROPERTIES AUTOMOC ON)
-    quorvell_room(live_service LiveService USES text live reminders safety http on_device_speech webrtc audio
+    quorvell_room(live_service LiveService
+        USES text live reminders safety understanding http on_device_speech webrtc audio
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)
     quorvell_room(app Quorvell/app
         USES text notebook reminders live automation safety session files notebook_store agenda reminding tools audio echo

@@ -1,0 +1,135 @@
+#include "Understanding/RequestReading.h"
+
+#include "Understanding/CueTable.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <vector>
+
+namespace quorvell {
+
+namespace {
+
+/// Goes through the words from the first to the last. Before what the request is about every cue counts; behind its
+/// first word only those that count anywhere.
+class Walk {
+public:
+    explicit Walk(std::string_view core)
+        : m_words(core)
+        , m_article(m_words.size())
+    {
+    }
+
+    RequestReading read()
+    {
+        while (m_place < m_words.size() && !m_reading.isVerbatim) {
+            if (!takeCue())
+                takeContent(1);
+            m_reading.isVerbatim = m_content.empty() && asksToTakeDown();
+        }
+        if (m_reading.isVerbatim)
+            takeContent(m_words.size() - m_place);
+        m_reading.content = joined();
+        return m_reading;
+    }
+
+private:
+    struct Span {
+        std::size_t first;
+        std::size_t end;
+    };
+
+    /// What follows is the user's to say, and hints at nothing.
+    bool asksToTakeDown() const
+    {
+        constexpr std::array takers{Cue::remind, Cue::wake, Cue::remember, Cue::know};
+        const bool isMade = m_reading.has(Cue::make) || m_reading.has(Cue::keep);
+        const bool makesThing = isMade && (m_reading.has(Cue::note) || m_reading.has(Cue::reminder));
+        const bool follows = m_reading.has(Cue::keep) && (m_words.at(m_place) == "that" || isBehindColon());
+        return makesThing || follows || std::ranges::any_of(takers, [this](Cue cue) { return m_reading.has(cue); });
+    }
+
+    bool isBehindColon() const { return m_place > 0 && m_place < m_words.size() && m_words.endsClause(m_place - 1); }
+
+    bool takeCue()
+    {
+        const bool isHead = m_content.empty();
+        const CuePlace place = !isHead ? CuePlace::anywhere : m_place == 0 ? CuePlace::start : CuePlace::head;
+        const std::size_t lead = place == CuePlace::start ? 0 : leadLength();
+        auto match = CueTable::at(m_words, m_place, place);
+        if (const auto noun = lead > 0 ? CueTable::at(m_words, m_place + lead, CuePlace::anywhere) : std::nullopt;
+            noun && (!match || noun->place == CuePlace::anywhere) && isContainer(noun->cue)) {
+            match = CueMatch{noun->cue, noun->place, noun->words + lead};
+        }
+        // What is to be written down may well speak of notes and the like.
+        const bool isWritten = !isHead && m_reading.has(Cue::keep) && (!match || match->words <= lead);
+        if (!match || isWritten)
+            return false;
+        m_reading.cues.set(static_cast<std::size_t>(match->cue));
+        if (!staysContent(match->cue))
+            m_article = match->cue == Cue::definite && !m_words.endsClause(m_place) ? m_place : m_words.size();
+        if (staysContent(match->cue))
+            takeContent(match->words);
+        else
+            m_place += match->words;
+        return true;
+    }
+
+    /// "in my" of "in my notes".
+    std::size_t leadLength() const
+    {
+        constexpr std::array<std::string_view, 11> links{
+            "in", "into", "to", "on", "onto", "from", "of", "for", "through", "off", "down"};
+        constexpr std::array<std::string_view, 7> owners{"my", "the", "our", "your", "a", "that", "this"};
+        const auto isAt = [this](const auto& table, std::size_t index) {
+            return std::ranges::find(table, m_words.at(index)) != table.end();
+        };
+        std::size_t length = isAt(links, m_place) ? 1 : 0;
+        return isAt(owners, m_place + length) ? length + 1 : 0;
+    }
+
+    static bool isContainer(Cue cue)
+    {
+        return cue == Cue::note || cue == Cue::notes || cue == Cue::notebook || cue == Cue::calendar
+            || cue == Cue::reminder || cue == Cue::reminders;
+    }
+
+    /// They name a thing, or say when, besides hinting at what is asked.
+    static bool staysContent(Cue cue) { return cue == Cue::occasion || cue == Cue::day || cue == Cue::foreign; }
+
+    /// An article just before belongs to it.
+    void takeContent(std::size_t count)
+    {
+        if (m_content.empty() && m_article + 1 == m_place)
+            m_content.push_back({m_article, m_place});
+        if (!m_content.empty() && m_content.back().end == m_place)
+            m_content.back().end += count;
+        else
+            m_content.push_back({m_place, m_place + count});
+        m_place += count;
+    }
+
+    std::string joined() const
+    {
+        std::string text;
+        for (const Span& span : m_content)
+            text += (text.empty() ? "" : " ") + m_words.said(span.first, span.end);
+        return text;
+    }
+
+    RequestWords m_words;
+    std::size_t m_place = 0;
+    std::size_t m_article = 0; ///< Where the last cue was one; behind the last word otherwise.
+    std::vector<Span> m_content;
+    RequestReading m_reading;
+};
+
+} // namespace
+
+RequestReading RequestReading::of(std::string_view core)
+{
+    return Walk(core).read();
+}
+
+} // namespace quorvell
