@@ -30,6 +30,11 @@ const Note* knownFact(const FullNotebook& notebook, const std::string& fact)
     return found == notes.end() ? nullptr : &*found;
 }
 
+std::string questionAbout(const std::string& fact)
+{
+    return "Shall I remember this about you: " + trimmed(fact, ".!?") + "?";
+}
+
 } // namespace
 
 FactTool::FactTool(FullNotebook& notebook, const NotebookToolContext& context)
@@ -58,8 +63,7 @@ void FactTool::call(const LiveFunctionCall& call, ToolReply reply)
 
 void FactTool::ask(const std::string& fact, ToolReply reply)
 {
-    reply.answer({{"status", "needs_confirmation"}, {"fact", fact},
-        {"question", "Shall I remember this about you: " + trimmed(fact, ".!?") + "?"},
+    reply.answer({{"status", "needs_confirmation"}, {"fact", fact}, {"question", questionAbout(fact)},
         {"message",
             "Nothing is kept yet. Ask the question; when they have answered, call remember_about_them again with the "
             "same fact."}});
@@ -72,7 +76,7 @@ void FactTool::settle(const std::string& fact, ToolReply reply)
     if (!heard)
         return ask(fact, std::move(reply));
     m_asked.clear();
-    if (SpokenConsent::isAffirmative(*heard))
+    if (SpokenConsent::agreesTo(questionAbout(fact), *heard))
         return keep(fact, std::move(reply));
     reply.answer({{"status", "not_remembered"}, {"fact", fact},
         {"message", "They did not clearly say yes, so nothing was kept. Let it be unless they come back to it."}});

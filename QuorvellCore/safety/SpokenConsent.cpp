@@ -28,6 +28,10 @@ constexpr auto extras = std::to_array<std::string_view>({"it", "that", "this", "
     "page", "site", "website", "link", "profile", "tab", "email", "mail", "message", "form", "button", "file", "delete",
     "remove", "buy", "pay", "order", "install", "change"});
 
+/// What people say instead of the verb that they were asked with.
+constexpr auto repeats =
+    std::to_array<std::string_view>({"remember", "keep", "bear", "mind", "note", "write", "down", "put", "add"});
+
 /// One of these anywhere means doubt. Most are no part of a yes anyway; those made only of words that are ("go away",
 /// "then again") would pass for one.
 constexpr auto doubts = std::to_array<std::string_view>(
@@ -95,6 +99,22 @@ bool confirms(std::string_view word)
     return contains(leads, word) || contains(goAheadVerbs, word);
 }
 
+/// A yes in front, and behind it only what confirms it or is in `echoed`.
+bool isYes(std::string_view answer, const Words& echoed)
+{
+    std::string spaced = spacedWords(answer);
+    replaceAll(spaced, " all right ", " alright ");
+    replaceAll(spaced, " of course ", " ofcourse ");
+    const Words words = split(spaced);
+    const auto first =
+        std::find_if_not(words.begin(), words.end(), [](std::string_view word) { return contains(fillers, word); });
+    if (first == words.end() || !confirms(*first))
+        return false;
+    return std::all_of(first, words.end(), [&echoed](std::string_view word) {
+        return confirms(word) || contains(extras, word) || contains(echoed, word);
+    });
+}
+
 } // namespace
 
 bool SpokenConsent::hesitates(std::string_view answer)
@@ -104,18 +124,15 @@ bool SpokenConsent::hesitates(std::string_view answer)
 
 bool SpokenConsent::isAffirmative(std::string_view answer)
 {
-    std::string spaced = spacedWords(answer);
-    replaceAll(spaced, " all right ", " alright ");
-    replaceAll(spaced, " of course ", " ofcourse ");
-    if (hesitates(answer))
-        return false;
-    const Words words = split(spaced);
-    const auto first =
-        std::find_if_not(words.begin(), words.end(), [](std::string_view word) { return contains(fillers, word); });
-    if (first == words.end() || !confirms(*first))
-        return false;
-    return std::all_of(
-        first, words.end(), [](std::string_view word) { return confirms(word) || contains(extras, word); });
+    return !hesitates(answer) && isYes(answer, {});
+}
+
+bool SpokenConsent::agreesTo(std::string_view question, std::string_view answer)
+{
+    const std::string asked = spacedWords(question);
+    Words echoed = split(asked);
+    echoed.insert(echoed.end(), repeats.begin(), repeats.end());
+    return !hesitates(answer) && isYes(answer, echoed);
 }
 
 } // namespace quorvell

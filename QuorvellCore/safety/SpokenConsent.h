@@ -10,6 +10,9 @@ struct SpokenConsent {
     /// A yes and nothing that does more than confirm it: "yes please send it", "uh okay, go ahead".
     static bool isAffirmative(std::string_view answer);
 
+    /// The same where the words of the question may come back: "yes, please remember it" to "shall I remember this?".
+    static bool agreesTo(std::string_view question, std::string_view answer);
+
     /// The speaker holds back, takes it back or asks in turn: "wait", "yes, but not yet", "send it?".
     static bool hesitates(std::string_view answer);
 };

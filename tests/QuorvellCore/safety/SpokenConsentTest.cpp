@@ -25,4 +25,14 @@ TEST(SpokenConsent, onlyAClearYesIsOne)
     }
 }
 
+TEST(SpokenConsent, maySayTheQuestionAgain)
+{
+    constexpr const char* question = "Shall I remember this about you: Their doctor is Dr Lee?";
+    for (const char* yes : {"yes", "yes, please remember it", "sure, remember that", "yes, Dr Lee is the doctor"})
+        EXPECT_TRUE(SpokenConsent::agreesTo(question, yes)) << yes;
+    for (const char* other :
+        {"remember it", "no, do not remember it", "yes, but remember Dr Ray", "Dr Lee", "shall I?"})
+        EXPECT_FALSE(SpokenConsent::agreesTo(question, other)) << other;
+}
+
 } // namespace quorvell
