@@ -36,7 +36,7 @@ std::string freshRunName()
 } // namespace
 
 Assistant::Made Assistant::create(const ProgramEnvironment& environment, const UserSettings& settings,
-    QtScheduler& scheduler, const Wishes& wishes, const Sound& sound, SessionObserver& observer)
+    QtScheduler& scheduler, const Wishes& wishes, const Sound& sound, SessionAudience& observer)
 {
     auto calendar = Calendar::create(environment.timeZone, environment.locale);
     if (!calendar)
@@ -48,7 +48,7 @@ Assistant::Made Assistant::create(const ProgramEnvironment& environment, const U
     if (!problem.empty())
         return {nullptr, std::move(problem)};
     assistant->makeSession(wishes, sound, observer);
-    assistant->fireReminders(environment, sound.synthesiser);
+    assistant->fireReminders(environment);
     return {std::move(assistant), {}};
 }
 
@@ -97,13 +97,13 @@ std::string Assistant::openNotebookAndTools(const ProgramEnvironment& environmen
     return ToolDispatcher::startUpProblem(m_registry).value_or("");
 }
 
-void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionObserver& observer)
+void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionAudience& observer)
 {
     m_tools = std::make_unique<ToolDispatcher>(m_registry);
     // Apart, since only a hosted service costs something.
     m_usage = std::make_unique<UsageFile>(
         m_stateFolder + (isOnDevice() ? "/usage-on-device.json" : "/usage.json"), m_scheduler, m_calendar);
-    m_observers = std::make_unique<ObserverGroup>(std::vector<SessionObserver*>{&m_heard, &observer, m_usage.get()});
+    m_observers = std::make_unique<ObserverGroup>(std::vector<SessionAudience*>{&m_heard, &observer, m_usage.get()});
     m_choice = std::make_unique<LiveConnectionChoice>(*m_service, m_connections, networks());
     const auto connections = [this](LiveConnectionObserver& session, LiveMedium medium) {
         return m_choice->make(session, medium);
@@ -118,16 +118,14 @@ void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionObs
     m_session = std::make_unique<SessionController>(ports, sessionSettings(wishes));
 }
 
-/// On the desktop, in the conversation's text and, where there is a voice on the device, aloud.
-void Assistant::fireReminders(const ProgramEnvironment& environment, SpeechSynthesiser* synthesiser)
+/// On the desktop and in the conversation; in the conversation too what the program that owns the notebook fires.
+void Assistant::fireReminders(const ProgramEnvironment& environment)
 {
-    const auto announce = [this, synthesiser](const std::string& sentence) {
-        m_observers->assistantSaid(sentence);
-        if (synthesiser)
-            synthesiser->say(sentence);
-    };
+    const auto announce = [this](const std::string& sentence) { m_session->announce(sentence); };
     m_reminders = std::make_unique<ReminderService>(
         environment, *m_notebook, m_scheduler, m_log, ReminderService::Voices{announce, nullptr});
+    m_remindersElsewhere = std::make_unique<RemindersElsewhere>(RemindersElsewhere::Ports{
+        *m_notebook, [this] { return m_scheduler.wallClock(); }, [this] { return m_calendar; }, announce});
 }
 
 SessionSettings Assistant::sessionSettings(const Wishes& wishes) const

@@ -12,11 +12,12 @@
 #include "Quorvell/connections/LiveConnectionChoice.h"
 #include "Quorvell/notebook/FullNotebook.h"
 #include "Quorvell/notebook/NotebookSearch.h"
+#include "Quorvell/reminding/RemindersElsewhere.h"
 #include "Quorvell/session/AudioCapture.h"
 #include "Quorvell/session/AudioPlayer.h"
 #include "Quorvell/session/DozeListener.h"
+#include "Quorvell/session/SessionAudience.h"
 #include "Quorvell/session/SessionController.h"
-#include "Quorvell/session/SessionObserver.h"
 #include "Quorvell/session/SpeechSynthesiser.h"
 #include "Quorvell/tools/HeardWords.h"
 #include "QuorvellCore/reminders/Calendar.h"
@@ -53,7 +54,7 @@ public:
 
     /// Either an assistant or a sentence for the user. The observer is borrowed.
     static Made create(const ProgramEnvironment& environment, const UserSettings& settings, QtScheduler& scheduler,
-        const Wishes& wishes, const Sound& sound, SessionObserver& observer);
+        const Wishes& wishes, const Sound& sound, SessionAudience& observer);
 
     SessionController& session() { return *m_session; }
     bool isOnDevice() const { return m_connections.place == LiveAccess::Place::onDevice; }
@@ -65,8 +66,8 @@ private:
     // Each gives an empty text, or why the assistant cannot work.
     std::string openNotebookAndTools(const ProgramEnvironment& environment);
     std::string chooseService(const ProgramEnvironment& environment, const Wishes& wishes);
-    void makeSession(const Wishes& wishes, const Sound& sound, SessionObserver& observer);
-    void fireReminders(const ProgramEnvironment& environment, SpeechSynthesiser* synthesiser);
+    void makeSession(const Wishes& wishes, const Sound& sound, SessionAudience& observer);
+    void fireReminders(const ProgramEnvironment& environment);
     SessionSettings sessionSettings(const Wishes& wishes) const;
     LiveConnectionChoice::Networks networks();
     std::string whereAndWhen() const;
@@ -88,6 +89,7 @@ private:
     std::unique_ptr<LiveAccessSource> m_service;
     std::unique_ptr<LiveConnectionChoice> m_choice;
     std::unique_ptr<SessionController> m_session; ///< Uses all of the above.
+    std::unique_ptr<RemindersElsewhere> m_remindersElsewhere;
     std::unique_ptr<ReminderService> m_reminders; ///< Fires them while this program owns the notebook; goes first.
 };
 

@@ -53,9 +53,9 @@ public:
             m_views.push_back(std::make_unique<WorkStatus>(scheduler, m_status));
     }
 
-    std::vector<SessionObserver*> observersWith(SessionObserver& last) const
+    std::vector<SessionAudience*> observersWith(SessionAudience& last) const
     {
-        std::vector<SessionObserver*> observers;
+        std::vector<SessionAudience*> observers;
         for (const auto& view : m_views)
             observers.push_back(view.get());
         observers.push_back(&last);

@@ -100,7 +100,7 @@ void ConversationEvents::usageChanged(const SessionUsage& usage)
         {{"tokens", usage.tokens}, {"billed_seconds", usage.billedSeconds},
             {"microphone_chunks", usage.microphoneChunks}, {"voice_seconds", usage.voiceSeconds},
             {"connected_seconds", usage.connectedSeconds}, {"reconnections", usage.reconnections},
-            {"rotations", usage.rotations}, {"rests", usage.dozes}});
+            {"rotations", usage.rotations}, {"rests", usage.dozes}, {"prepared", usage.prepared}});
 }
 
 void ConversationEvents::userSaid(const std::string& text, Words words)
@@ -110,12 +110,34 @@ void ConversationEvents::userSaid(const std::string& text, Words words)
 
 void ConversationEvents::assistantSaid(const std::string& text)
 {
+    tellThought();
     m_reply += (m_reply.empty() ? "" : " ") + text;
     write("words", {{"speaker", "assistant"}, {"text", text}});
 }
 
+void ConversationEvents::thoughtChanged(const ThoughtSummary& thought)
+{
+    const std::string line = thought.newestLine();
+    if (!line.starts_with(m_thought))
+        tellThought();
+    m_thought = line;
+}
+
+/// Once it is whole: another one has begun, or something came of it.
+void ConversationEvents::tellThought()
+{
+    if (const std::string line = std::exchange(m_thought, {}); !line.empty())
+        write("thinking", {{"text", line}});
+}
+
+void ConversationEvents::planChanged(const TaskPlan& plan)
+{
+    write("plan", plan.json());
+}
+
 void ConversationEvents::toolCalled(const LiveFunctionCall& call)
 {
+    tellThought();
     write("tool_call", {{"id", call.id}, {"name", call.name}, {"args", call.args}});
 }
 
@@ -131,6 +153,7 @@ void ConversationEvents::problemArose(const std::string& sentence)
 
 void ConversationEvents::turnCompleted(TurnOutcome outcome)
 {
+    tellThought();
     write("reply", {{"answered", outcome == TurnOutcome::answered}, {"text", std::exchange(m_reply, {})}});
 }
 

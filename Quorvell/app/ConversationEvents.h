@@ -24,6 +24,8 @@ public:
     void usageChanged(const SessionUsage& usage) override;
     void userSaid(const std::string& text, Words words) override;
     void assistantSaid(const std::string& text) override;
+    void thoughtChanged(const ThoughtSummary& thought) override;
+    void planChanged(const TaskPlan& plan) override;
     void toolCalled(const LiveFunctionCall& call) override;
     void toolAnswered(const LiveFunctionResponse& response) override;
     void problemArose(const std::string& sentence) override;
@@ -34,9 +36,12 @@ public:
     void write(std::string_view event, const Json& fields);
 
 private:
+    void tellThought();
+
     std::ostream& m_out;
     const Scheduler& m_clock;
     SessionTime m_start;
+    std::string m_thought; ///< Still growing.
     std::string m_reply; ///< Of the turn that is open.
 };
 

@@ -71,6 +71,13 @@ void ConversationText::assistantSaid(const std::string& text)
     print(m_out, (m_style.speakers == Speakers::named ? "Quorvell: " : "") + printable(text));
 }
 
+void ConversationText::planChanged(const TaskPlan& plan)
+{
+    for (std::size_t index = 0; index < plan.steps.size(); ++index)
+        dimmed((plan.steps[index].done ? "[x] " : "[ ] ") + std::to_string(index + 1) + ". "
+            + onOneLine(printable(plan.steps[index].text)));
+}
+
 void ConversationText::toolCalled(const LiveFunctionCall& call)
 {
     dimmed(call.name + "  " + summary(call.args));

@@ -32,6 +32,7 @@ public:
     void helpModeChanged(HelpMode mode) override;
     void userSaid(const std::string& text, Words words) override;
     void assistantSaid(const std::string& text) override;
+    void planChanged(const TaskPlan& plan) override;
     void toolCalled(const LiveFunctionCall& call) override;
     void toolAnswered(const LiveFunctionResponse& response) override;
     void problemArose(const std::string& sentence) override;

@@ -1,43 +1,46 @@
 #pragma once
 
-#include "Quorvell/session/SessionObserver.h"
+#include "Quorvell/session/SessionAudience.h"
 
 #include <utility>
 #include <vector>
 
 namespace quorvell {
 
-/// Passes every report on to several observers, in their order. They are borrowed.
-class ObserverGroup : public SessionObserver {
+/// Passes every report on to several others, in their order. They are borrowed.
+class ObserverGroup : public SessionAudience {
 public:
-    explicit ObserverGroup(std::vector<SessionObserver*> observers)
+    explicit ObserverGroup(std::vector<SessionAudience*> observers)
         : m_observers(std::move(observers))
     {
     }
 
-    void phaseChanged(SessionPhase phase) override { tell(&SessionObserver::phaseChanged, phase); }
-    void restChanged(Doze doze) override { tell(&SessionObserver::restChanged, doze); }
-    void linkChanged(Link link) override { tell(&SessionObserver::linkChanged, link); }
-    void earChanged(Ear ear) override { tell(&SessionObserver::earChanged, ear); }
-    void helpModeChanged(HelpMode mode) override { tell(&SessionObserver::helpModeChanged, mode); }
-    void usageChanged(const SessionUsage& usage) override { tell(&SessionObserver::usageChanged, usage); }
-    void userSaid(const std::string& text, Words words) override { tell(&SessionObserver::userSaid, text, words); }
-    void assistantWordsHeard(const std::string& delta) override { tell(&SessionObserver::assistantWordsHeard, delta); }
-    void assistantSaid(const std::string& text) override { tell(&SessionObserver::assistantSaid, text); }
-    void toolCalled(const LiveFunctionCall& call) override { tell(&SessionObserver::toolCalled, call); }
-    void toolAnswered(const LiveFunctionResponse& response) override { tell(&SessionObserver::toolAnswered, response); }
-    void problemArose(const std::string& sentence) override { tell(&SessionObserver::problemArose, sentence); }
-    void turnCompleted(TurnOutcome outcome) override { tell(&SessionObserver::turnCompleted, outcome); }
-    void conversationEnded(const SessionEnd& end) override { tell(&SessionObserver::conversationEnded, end); }
+    void phaseChanged(SessionPhase phase) override { tell(&SessionAudience::phaseChanged, phase); }
+    void restChanged(Doze doze) override { tell(&SessionAudience::restChanged, doze); }
+    void linkChanged(Link link) override { tell(&SessionAudience::linkChanged, link); }
+    void earChanged(Ear ear) override { tell(&SessionAudience::earChanged, ear); }
+    void helpModeChanged(HelpMode mode) override { tell(&SessionAudience::helpModeChanged, mode); }
+    void usageChanged(const SessionUsage& usage) override { tell(&SessionAudience::usageChanged, usage); }
+    void userSaid(const std::string& text, Words words) override { tell(&SessionAudience::userSaid, text, words); }
+    void assistantWordsHeard(const std::string& delta) override { tell(&SessionAudience::assistantWordsHeard, delta); }
+    void assistantSaid(const std::string& text) override { tell(&SessionAudience::assistantSaid, text); }
+    void assistantReplyGrew(const std::string& delta) override { tell(&SessionAudience::assistantReplyGrew, delta); }
+    void thoughtChanged(const ThoughtSummary& thought) override { tell(&SessionAudience::thoughtChanged, thought); }
+    void planChanged(const TaskPlan& plan) override { tell(&SessionAudience::planChanged, plan); }
+    void toolCalled(const LiveFunctionCall& call) override { tell(&SessionAudience::toolCalled, call); }
+    void toolAnswered(const LiveFunctionResponse& response) override { tell(&SessionAudience::toolAnswered, response); }
+    void problemArose(const std::string& sentence) override { tell(&SessionAudience::problemArose, sentence); }
+    void turnCompleted(TurnOutcome outcome) override { tell(&SessionAudience::turnCompleted, outcome); }
+    void conversationEnded(const SessionEnd& end) override { tell(&SessionAudience::conversationEnded, end); }
 
 private:
     template <typename Report, typename... Values> void tell(Report report, const Values&... values)
     {
-        for (SessionObserver* observer : m_observers)
+        for (SessionAudience* observer : m_observers)
             (observer->*report)(values...);
     }
 
-    std::vector<SessionObserver*> m_observers;
+    std::vector<SessionAudience*> m_observers;
 };
 
 } // namespace quorvell

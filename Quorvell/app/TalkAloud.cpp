@@ -60,7 +60,7 @@ public:
 private:
     void makeViews()
     {
-        std::vector<SessionObserver*> observers;
+        std::vector<SessionAudience*> observers;
         if (m_options.asJson) {
             m_events = std::make_unique<ConversationEvents>(std::cout, m_loop.scheduler());
             observers.push_back(m_events.get());

@@ -1,5 +1,7 @@
 #include "Quorvell/app/WorkStatus.h"
 
+#include "Quorvell/app/ConversationText.h"
+
 #include <algorithm>
 
 namespace quorvell {
@@ -31,6 +33,11 @@ void WorkStatus::linkChanged(Link link)
 void WorkStatus::userSaid(const std::string&, Words)
 {
     workBegan();
+}
+
+void WorkStatus::thoughtChanged(const ThoughtSummary& thought)
+{
+    m_step = ConversationText::printable(thought.newestLine());
 }
 
 void WorkStatus::toolCalled(const LiveFunctionCall& call)

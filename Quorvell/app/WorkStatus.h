@@ -28,6 +28,7 @@ public:
     void phaseChanged(SessionPhase phase) override;
     void linkChanged(Link link) override;
     void userSaid(const std::string& text, Words words) override;
+    void thoughtChanged(const ThoughtSummary& thought) override;
     void toolCalled(const LiveFunctionCall& call) override;
     void toolAnswered(const LiveFunctionResponse& response) override;
     void assistantSaid(const std::string& text) override;
@@ -42,7 +43,7 @@ private:
     Scheduler& m_scheduler;
     StatusLine& m_line;
     std::optional<SessionTime> m_since; ///< While an answer is awaited.
-    std::string m_step; ///< The tool that runs.
+    std::string m_step; ///< The tool that runs, else what is being thought about.
     bool m_isConnecting = false;
     bool m_isReconnecting = false;
     TimerHandle m_ticks;

@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvell {
@@ -40,6 +41,8 @@ public:
     ConversationMemory::Mark knows = 0;
     bool isResumed = false; ///< Opened with a resumption handle.
     Resumption resumption; ///< The newest handle that came over this line.
+    double billedSeconds = 0; ///< As reported before it was live.
+    bool isUnused = false; ///< Prepared, and not needed.
     std::string endReason; ///< Why it was taken out of use.
     Farewell farewell = Farewell::silent;
     std::unique_ptr<LiveConnection> connection;
@@ -69,7 +72,10 @@ void ConnectionKeeper::open(Arrival arrival)
         m_resumption = {};
     m_reconnect = {};
     m_isReconnecting = false;
-    openLive(arrival);
+    if (m_prepared)
+        takePrepared(arrival);
+    else
+        openLive(arrival);
 }
 
 void ConnectionKeeper::openLive(Arrival arrival)
@@ -98,6 +104,61 @@ std::unique_ptr<ConnectionKeeper::Line> ConnectionKeeper::makeConnection(Arrival
     return line;
 }
 
+// ---- A line that is opened in advance
+
+void ConnectionKeeper::prepare()
+{
+    if (m_live || m_prepared)
+        return;
+    m_prepared = makeConnection(Arrival::woken);
+    openLine(*m_prepared);
+}
+
+void ConnectionKeeper::takePrepared(Arrival arrival)
+{
+    m_retry.cancel();
+    m_rotation = {};
+    m_live = std::move(m_prepared);
+    m_live->arrival = arrival;
+    ++m_serial;
+    if (m_live->resumption.resumptionHandle)
+        m_resumption = m_live->resumption;
+    if (m_live->isReady)
+        becomeReady(*m_live, arrival);
+}
+
+void ConnectionKeeper::dropPrepared()
+{
+    if (!m_prepared)
+        return;
+    if (m_prepared->resumption.resumptionHandle) // The one that it was opened with may hold only once.
+        m_resumption = m_prepared->resumption;
+    m_prepared->isUnused = true;
+    if (m_prepared->billedSeconds > 0)
+        m_ports.owner.unusedLineBilled(m_prepared->billedSeconds);
+    retire(std::move(m_prepared), "not needed", Farewell::silent);
+}
+
+void ConnectionKeeper::preparedClosed(const LiveClosure& closure)
+{
+    m_ports.log.record("prepared_lost", {{"code", closure.code}, {"reason", closure.reason}});
+    if (!m_prepared->isReady && m_prepared->isResumed)
+        m_resumption = {};
+    dropPrepared();
+}
+
+void ConnectionKeeper::noteBill(Line& line, double seconds)
+{
+    if (line.isUnused && seconds > line.billedSeconds)
+        m_ports.owner.unusedLineBilled(seconds - line.billedSeconds);
+    line.billedSeconds = seconds;
+}
+
+int ConnectionKeeper::openLines() const
+{
+    return (ready() ? 1 : 0) + (m_prepared && m_prepared->isReady ? 1 : 0);
+}
+
 // ---- What lines report
 
 void ConnectionKeeper::handleEvent(Line& line, const LiveServerEvent& event)
@@ -106,7 +167,10 @@ void ConnectionKeeper::handleEvent(Line& line, const LiveServerEvent& event)
         return handleSetup(line, setup->sessionID);
     if (const auto* handle = std::get_if<live_event::ResumptionHandle>(&event))
         return noteHandle(line, handle->handle);
-    if (m_live.get() != &line || !line.isReady)
+    const bool isForLog = std::holds_alternative<live_event::Diagnostic>(event);
+    if (const auto* bill = std::get_if<live_event::BilledSeconds>(&event); bill && m_live.get() != &line)
+        return noteBill(line, bill->seconds);
+    if (!isForLog && (m_live.get() != &line || !line.isReady))
         return;
     const SessionTime now = m_ports.scheduler.now();
     if (std::holds_alternative<live_event::GoAway>(event))
@@ -118,7 +182,7 @@ void ConnectionKeeper::handleEvent(Line& line, const LiveServerEvent& event)
 
 void ConnectionKeeper::handleSetup(Line& line, const std::string& sessionID)
 {
-    const bool isInUse = m_live.get() == &line || m_standby.get() == &line;
+    const bool isInUse = m_live.get() == &line || m_standby.get() == &line || m_prepared.get() == &line;
     if (!isInUse || line.isReady)
         return;
     line.isReady = true;
@@ -130,7 +194,8 @@ void ConnectionKeeper::handleSetup(Line& line, const std::string& sessionID)
 
 void ConnectionKeeper::becomeReady(Line& line, Arrival arrival)
 {
-    m_reconnect.connected(m_ports.scheduler.now());
+    m_lastLook = m_ports.scheduler.now();
+    m_reconnect.connected(m_lastLook);
     m_isReconnecting = false;
     m_ports.owner.lineBecameReady({arrival, line.sessionID, line.knows});
 }
@@ -155,6 +220,8 @@ void ConnectionKeeper::handleClose(Line& line, const LiveClosure& closure)
         return liveClosed(closure);
     if (m_standby.get() == &line)
         return standbyClosed(closure);
+    if (m_prepared.get() == &line)
+        return preparedClosed(closure);
     if (line.farewell == Farewell::reported)
         m_ports.owner.lineEnded(line.endReason);
     takeAwayClosedLines();
@@ -178,7 +245,7 @@ void ConnectionKeeper::liveClosed(const LiveClosure& closure)
     if (!wasReady && m_live->isResumed) { // Perhaps refused for the sake of its handle: seeded from now on.
         m_ports.log.record("resumption_refused", Json::object());
         m_resumption = {};
-    } else if (arrival == Arrival::first) {
+    } else if (arrival == Arrival::first && !closure.retryAfter) {
         return m_ports.owner.linesGivenUp(closure);
     }
     if (closure.mustUserAct)
@@ -193,17 +260,48 @@ void ConnectionKeeper::liveClosed(const LiveClosure& closure)
 
 void ConnectionKeeper::reconnect(const LiveClosure& closure, Arrival arrival)
 {
-    const auto wait = m_reconnect.next(m_ports.jitter ? m_ports.jitter() : 0.5, m_limits);
-    if (!wait)
+    const auto usual = m_reconnect.next(m_ports.jitter ? m_ports.jitter() : 0.5, m_limits);
+    const SessionTime asked = closure.retryAfter.value_or(SessionTime::zero());
+    if (!usual || asked > m_limits.longestRetryAfter)
         return m_ports.owner.linesGivenUp(closure);
-    m_ports.log.record("reconnecting", {{"attempt", m_reconnect.attempts}, {"after_ms", wait->count()}});
+    const SessionTime wait = std::max(*usual, asked);
+    m_ports.log.record("reconnecting", {{"attempt", m_reconnect.attempts}, {"after_ms", wait.count()}});
     const bool isFirstAttempt = !std::exchange(m_isReconnecting, true);
-    m_retry = m_ports.scheduler.after(*wait, [this, arrival] { openLive(arrival); });
-    if (isFirstAttempt)
+    m_retry = m_ports.scheduler.after(wait, [this, arrival] { openLive(arrival); });
+    if (!isFirstAttempt)
+        return;
+    if (arrival == Arrival::first)
+        m_ports.owner.lineDelayed();
+    else
         m_ports.owner.lineLost(closure);
 }
 
+/// The service has let go of a computer that slept, and the good-bye went past it: nothing will come over the line any
+/// more, and whatever is said over it is lost.
+void ConnectionKeeper::renewAfterSleep(std::chrono::milliseconds slept)
+{
+    dropPrepared();
+    if (!ready())
+        return;
+    m_ports.log.record("renewed_after_sleep", {{"slept_ms", slept.count()}});
+    if (m_standby)
+        retire(std::move(m_standby), "slept", Farewell::silent);
+    m_reconnect = {};
+    m_live->isReady = false;
+    m_ports.owner.lineLost({LiveClosure::abnormal, "slept"});
+    openLive(Arrival::mended);
+}
+
 // ---- A line that is replaced
+
+void ConnectionKeeper::look()
+{
+    const SessionTime now = m_ports.scheduler.now();
+    const auto elapsed = now - std::exchange(m_lastLook, now);
+    if (elapsed > m_limits.sleep)
+        return renewAfterSleep(elapsed);
+    rotateIfQuiet();
+}
 
 void ConnectionKeeper::rotateIfQuiet()
 {
@@ -257,6 +355,7 @@ bool ConnectionKeeper::end(const std::string& reason, Farewell farewell)
     m_isReconnecting = false;
     m_rotation = {};
     const bool isEndToCome = m_live && !m_live->isClosed && farewell == Farewell::reported;
+    dropPrepared();
     if (m_standby)
         retire(std::move(m_standby), reason, Farewell::silent);
     if (m_live)

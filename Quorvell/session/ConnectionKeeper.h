@@ -19,8 +19,8 @@
 
 namespace quorvell {
 
-/// At most one line is live, at most one more stands by; closing ones are kept until they have closed. Main thread.
-/// All that is borrowed must outlive it.
+/// At most one line is live, at most one more stands by or is prepared; closing ones are kept until they have closed.
+/// Main thread. All that is borrowed must outlive it.
 class ConnectionKeeper {
 public:
     enum class Arrival {
@@ -45,9 +45,14 @@ public:
         virtual ConversationMemory::Mark settledMark() const = 0;
         virtual bool isQuiet() const = 0; ///< Neither side would notice another line.
         virtual void lineBecameReady(const Ready& ready) = 0;
+        /// Of a line that is not live, what is for the event log only.
         virtual void lineReported(const LiveServerEvent& event) = 0;
+        /// For a prepared line that nobody needed; in addition to what was told before.
+        virtual void unusedLineBilled(double seconds) = 0;
         virtual void lineWrote(const std::string& text) = 0;
         virtual void lineReplyGrew(const std::string& delta) = 0;
+        /// The first line is refused by a service that is busy; it is asked again. Told once.
+        virtual void lineDelayed() = 0;
         /// It is being mended, or a line that stood by is about to take over.
         virtual void lineLost(const LiveClosure& closure) = 0;
         /// Mending failed, or is of no use; the conversation is over.
@@ -71,12 +76,16 @@ public:
 
     /// Opens a line; Arrival::first or woken.
     void open(Arrival arrival);
+    /// Opens a line that the next `open` takes, ready or not. Nothing while there is one.
+    void prepare();
+    void dropPrepared();
     /// Closes all lines and hears nothing more of them but, if so wanted, the end of the live one. Returns whether that
     /// end is still to come. A resumption handle is kept for Arrival::woken.
     enum class Farewell { reported, silent };
     bool end(const std::string& reason, Farewell farewell);
-    /// Once a second while the conversation is active: looks at the line's age, warms up the one to come, switches.
-    void rotateIfQuiet();
+    /// Once a second while the conversation is active: renews the line after a sleep of the computer, looks at its age,
+    /// warms up the one to come, switches.
+    void look();
     /// The turn that began at `beganAt` is over and settled.
     void noteTurnClosed(SessionTime beganAt);
 
@@ -88,6 +97,9 @@ public:
     std::uint64_t serial() const { return m_serial; }
     const Rotation& rotation() const { return m_rotation; }
     bool hasStandby() const { return m_standby != nullptr; }
+    bool hasPrepared() const { return m_prepared != nullptr; }
+    /// So many that the other side holds open for talk.
+    int openLines() const;
     std::size_t retiredLines() const { return m_retired.size(); }
 
 private:
@@ -111,6 +123,11 @@ private:
     void openLine(Line& line);
     void liveClosed(const LiveClosure& closure);
     void reconnect(const LiveClosure& closure, Arrival arrival);
+    void renewAfterSleep(std::chrono::milliseconds slept);
+    void rotateIfQuiet();
+    void takePrepared(Arrival arrival);
+    void preparedClosed(const LiveClosure& closure);
+    void noteBill(Line& line, double seconds);
     void openStandby();
     void standbyClosed(const LiveClosure& closure);
     void switchToStandby(Arrival arrival);
@@ -122,6 +139,7 @@ private:
     SessionLimits m_limits;
     std::unique_ptr<Line> m_live;
     std::unique_ptr<Line> m_standby;
+    std::unique_ptr<Line> m_prepared;
     std::vector<std::unique_ptr<Line>> m_retired;
     std::uint64_t m_serial = 0;
     Resumption m_resumption; ///< Of the line that is live, or was last.
@@ -129,6 +147,7 @@ private:
     bool m_isReconnecting = false;
     Rotation m_rotation;
     SessionTime m_standbyNotBefore{};
+    SessionTime m_lastLook{};
     TimerHandle m_retry;
     TimerHandle m_cleanUp;
 };

@@ -8,18 +8,28 @@ void ConversationMemory::userAsked(const std::string& text)
 {
     if (!m_openFrom)
         m_openFrom = m_said;
-    add("user", text);
+    add(m_entries.size(), "user", text);
+}
+
+void ConversationMemory::userAskedBefore(const std::string& text)
+{
+    std::size_t index = indexOf(settledMark());
+    while (index > 0 && m_entries[index - 1].role == "assistant")
+        --index;
+    add(index, "user", text);
+    if (m_openFrom)
+        ++*m_openFrom;
 }
 
 void ConversationMemory::assistantSaid(const std::string& text)
 {
-    add("assistant", text);
+    add(m_entries.size(), "assistant", text);
 }
 
-void ConversationMemory::add(const char* role, const std::string& text)
+void ConversationMemory::add(std::size_t index, const char* role, const std::string& text)
 {
     ++m_said;
-    m_entries.push_back({role, text});
+    m_entries.insert(m_entries.begin() + static_cast<std::ptrdiff_t>(index), {role, text});
     if (m_entries.size() > most)
         m_entries.pop_front();
 }

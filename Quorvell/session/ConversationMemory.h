@@ -19,6 +19,8 @@ public:
     using Mark = std::uint64_t; ///< How many entries there had ever been.
 
     void userAsked(const std::string& text);
+    /// A request that was dealt with before its words were known; it stands before its answer, and is not open.
+    void userAskedBefore(const std::string& text);
     void assistantSaid(const std::string& text);
     /// The open requests are answered, or given up.
     void settle() { m_openFrom.reset(); }
@@ -36,7 +38,7 @@ public:
     const std::deque<LiveHistoryEntry>& entries() const { return m_entries; }
 
 private:
-    void add(const char* role, const std::string& text);
+    void add(std::size_t index, const char* role, const std::string& text);
     std::string openTexts(const char* role) const;
     std::size_t indexOf(Mark mark) const;
 

@@ -38,17 +38,35 @@ void ConversationTurn::userTyped(const std::string& text, const std::string& own
     finishUserWords();
     m_bargedIn = false;
     open();
-    userAsked(text, ownWords, SessionObserver::Words::typed);
+    userAsked(text, ownWords, SessionAudience::Words::typed);
 }
 
 void ConversationTurn::userOverheard(const std::string& text)
 {
     open();
-    userAsked(text, text, SessionObserver::Words::spoken);
+    userAsked(text, text, SessionAudience::Words::spoken);
+}
+
+void ConversationTurn::lateUserWords(const std::string& delta, SessionTime spokenAt)
+{
+    m_isHeardLate = true;
+    m_heardLateFrom = spokenAt;
+    m_heard.add(m_heard.partial + delta, Transcript::Piece::partial);
+    m_lateWordsTimer = m_ports.scheduler.after(lateWordsSettle, [this] { finishUserWords(); });
+    noteActivity();
+}
+
+void ConversationTurn::forgetUserWords()
+{
+    m_heard = {};
+    m_isHeardLate = false;
+    m_lateWordsTimer.cancel();
 }
 
 void ConversationTurn::userWords(const std::string& delta)
 {
+    if (m_isHeardLate)
+        finishUserWords();
     m_heard.add(m_heard.partial + delta, Transcript::Piece::partial);
     noteBeginning();
     m_tracker.heard();
@@ -113,6 +131,13 @@ void ConversationTurn::replyGrew(const std::string& delta)
     noteActivity();
 }
 
+void ConversationTurn::thinking(const std::string& delta)
+{
+    m_thoughtSummary.add(delta);
+    m_ports.observer.thoughtChanged(m_thoughtSummary);
+    noteActivity();
+}
+
 void ConversationTurn::serviceFinished()
 {
     m_tracker.serviceFinished();
@@ -141,7 +166,7 @@ bool ConversationTurn::connectionLost()
 void ConversationTurn::breakOff()
 {
     if (m_tracker.isOpen)
-        close(SessionObserver::TurnOutcome::brokenOff);
+        close(SessionAudience::TurnOutcome::brokenOff);
     end();
 }
 
@@ -168,12 +193,19 @@ void ConversationTurn::cutReply(Cut cut)
     if (m_tracker.isBackendWorking && cut == Cut::spokenOver)
         finishAssistantWords();
     else if (m_tracker.isOpen)
-        close(SessionObserver::TurnOutcome::interrupted);
+        close(SessionAudience::TurnOutcome::interrupted);
 }
 
 bool ConversationTurn::isVoiceSounding() const
 {
     return !isShown() && m_ports.player.unplayed() > std::chrono::milliseconds::zero();
+}
+
+bool ConversationTurn::modelGenerating() const
+{
+    const bool isBetweenTwoPieces = m_tracker.isOpen && m_tracker.isAnswered && !m_tracker.isDeclaredOver
+        && m_ports.scheduler.now() - m_tracker.outputUntil < voiceGap;
+    return isVoiceSounding() || (!isShown() && isBetweenTwoPieces);
 }
 
 bool ConversationTurn::isReplyArriving() const
@@ -185,8 +217,13 @@ bool ConversationTurn::isReplyArriving() const
 
 void ConversationTurn::noteBeginning()
 {
-    if (!m_tracker.isOpen)
-        m_beganAt = m_ports.scheduler.now();
+    if (m_tracker.isOpen)
+        return;
+    m_beganAt = m_ports.scheduler.now();
+    if (m_thoughtSummary.isEmpty())
+        return;
+    m_thoughtSummary.clear();
+    m_ports.observer.thoughtChanged(m_thoughtSummary);
 }
 
 void ConversationTurn::noteActivity()
@@ -220,16 +257,16 @@ void ConversationTurn::complete()
         m_tracker.answered(m_ports.scheduler.now() + unplayed);
         return noteActivity();
     }
-    close(SessionObserver::TurnOutcome::answered);
+    close(SessionAudience::TurnOutcome::answered);
 }
 
 void ConversationTurn::losePatience()
 {
     const bool hasAnswer = m_tracker.isAnswered || !m_written.empty();
-    close(hasAnswer ? SessionObserver::TurnOutcome::answered : SessionObserver::TurnOutcome::unanswered);
+    close(hasAnswer ? SessionAudience::TurnOutcome::answered : SessionAudience::TurnOutcome::unanswered);
 }
 
-void ConversationTurn::close(SessionObserver::TurnOutcome outcome)
+void ConversationTurn::close(SessionAudience::TurnOutcome outcome)
 {
     finishUserWords();
     finishAssistantWords();
@@ -243,11 +280,11 @@ void ConversationTurn::close(SessionObserver::TurnOutcome outcome)
 
 // ---- Words
 
-void ConversationTurn::userAsked(const std::string& text, const std::string& ownWords, SessionObserver::Words words)
+void ConversationTurn::userAsked(const std::string& text, const std::string& ownWords, SessionAudience::Words words)
 {
     m_actedSinceWords = false;
     m_spokeSinceRequest = false;
-    if (words == SessionObserver::Words::typed)
+    if (words == SessionAudience::Words::typed)
         m_recentRequests.typed(ownWords, m_ports.scheduler.now());
     else
         m_recentRequests.heard(ownWords, m_ports.scheduler.now());
@@ -257,9 +294,26 @@ void ConversationTurn::userAsked(const std::string& text, const std::string& own
 
 void ConversationTurn::finishUserWords()
 {
-    const std::string text = trimmed(std::exchange(m_heard, {}).text());
-    if (!text.empty())
-        userAsked(text, text, SessionObserver::Words::spoken);
+    const std::string text = trimmed(m_heard.text());
+    const bool isLate = m_isHeardLate;
+    forgetUserWords();
+    if (text.empty())
+        return;
+    if (isLate)
+        userAskedBefore(text);
+    else
+        userAsked(text, text, SessionAudience::Words::spoken);
+}
+
+void ConversationTurn::userAskedBefore(const std::string& text)
+{
+    m_recentRequests.heard(text, m_ports.scheduler.now());
+    // What was said within the turn may still be what it is about.
+    if (m_tracker.isOpen && m_heardLateFrom >= m_beganAt)
+        m_conversation.userAsked(text);
+    else
+        m_conversation.userAskedBefore(text);
+    m_ports.observer.userSaid(text, SessionAudience::Words::spoken);
 }
 
 void ConversationTurn::startNewCaption()

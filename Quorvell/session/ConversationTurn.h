@@ -3,9 +3,10 @@
 #include "Quorvell/session/AudioPlayer.h"
 #include "Quorvell/session/ConversationMemory.h"
 #include "Quorvell/session/Scheduler.h"
-#include "Quorvell/session/SessionObserver.h"
+#include "Quorvell/session/SessionAudience.h"
 #include "Quorvell/session/SessionSettings.h"
 #include "Quorvell/session/SpokenReply.h"
+#include "Quorvell/session/ThoughtSummary.h"
 #include "Quorvell/session/TurnTracker.h"
 #include "QuorvellCore/live/history/RecentRequests.h"
 #include "QuorvellCore/live/history/Transcript.h"
@@ -22,7 +23,7 @@ public:
     struct Ports {
         Scheduler& scheduler;
         AudioPlayer& player;
-        SessionObserver& observer;
+        SessionAudience& observer;
         std::function<void()> closed; ///< A turn is over, before the observer hears of it.
     };
 
@@ -38,10 +39,15 @@ public:
     void userOverheard(const std::string& text);
     /// A piece of what the user says.
     void userWords(const std::string& delta);
+    /// A piece of what the user said, as far as can be told before the model began to act on it: it asks for nothing
+    /// more. `spokenAt`: when that was.
+    void lateUserWords(const std::string& delta, SessionTime spokenAt);
+    /// Words are coming in that are not complete, and ask for something.
+    bool isHearingWords() const { return !m_heard.isEmpty() && !m_isHeardLate; }
     /// What the user has said so far is complete.
     void finishUserWords();
     /// What the user has said so far will be heard once more.
-    void forgetUserWords() { m_heard = {}; }
+    void forgetUserWords();
     void backendStarted();
     void backendFinished();
     /// Sound of the assistant's voice: 16-bit little-endian mono at MicrophoneStream::sampleRateHz.
@@ -50,6 +56,8 @@ public:
     void voiceWords(const std::string& delta);
     void replyWritten(const std::string& text);
     void replyGrew(const std::string& delta);
+    /// A piece of what the model thinks about the turn; empty for a break.
+    void thinking(const std::string& delta);
     /// The service itself declares the turn complete.
     void serviceFinished();
     /// The user was told of a problem, which is an answer too.
@@ -81,7 +89,8 @@ public:
     SessionTime beganAt() const { return m_beganAt; }
     bool isVoiceSounding() const;
     bool isBackendWorking() const { return m_tracker.isBackendWorking; }
-    bool modelGenerating() const { return m_tracker.isBackendWorking || isVoiceSounding(); }
+    /// The voice is coming in or still sounding: who speaks now speaks over it.
+    bool modelGenerating() const;
     /// Since the user's last words.
     bool actedSinceWords() const { return m_actedSinceWords; }
     bool spokeSinceRequest() const { return m_spokeSinceRequest; }
@@ -94,15 +103,20 @@ public:
 private:
     /// A service sends a voice without longer gaps than this.
     static constexpr std::chrono::milliseconds arrivalGap{1'000};
+    /// Late words of which no further piece came for so long are complete.
+    static constexpr std::chrono::milliseconds lateWordsSettle{1'000};
+    /// Nor is it silent for longer while a sentence is still being sent.
+    static constexpr std::chrono::milliseconds voiceGap{150};
 
     bool isShown() const { return m_replies == SessionSettings::Replies::shown; }
-    void userAsked(const std::string& text, const std::string& ownWords, SessionObserver::Words words);
+    void userAsked(const std::string& text, const std::string& ownWords, SessionAudience::Words words);
+    void userAskedBefore(const std::string& text);
     void noteBeginning();
     void noteAnswer();
     void scheduleCompletion();
     void complete();
     void losePatience();
-    void close(SessionObserver::TurnOutcome outcome);
+    void close(SessionAudience::TurnOutcome outcome);
     void startNewCaption();
     void finishAssistantWords();
 
@@ -111,9 +125,12 @@ private:
     std::chrono::milliseconds m_patience;
     TurnTracker m_tracker;
     Transcript m_heard; ///< What the user says, while it arrives.
+    bool m_isHeardLate = false; ///< It was acted on before it arrived.
+    SessionTime m_heardLateFrom{}; ///< When that was spoken.
     SpokenReply m_spoken; ///< What the voice said in this turn.
     std::chrono::milliseconds m_playedBefore{}; ///< Where in all sound ever played this turn's voice begins.
     std::string m_written; ///< What the model wrote in this turn.
+    ThoughtSummary m_thoughtSummary; ///< Of this turn, or of the last one.
     bool m_bargedIn = false;
     bool m_actedSinceWords = false;
     bool m_spokeSinceRequest = false;
@@ -121,6 +138,7 @@ private:
     SessionTime m_lastOutput{};
     ConversationMemory m_conversation;
     RecentRequests m_recentRequests;
+    TimerHandle m_lateWordsTimer;
     TimerHandle m_completionTimer;
     TimerHandle m_patienceTimer;
 };

@@ -97,7 +97,7 @@ void Ear::applyToCapture()
 
 void Ear::tellState()
 {
-    using State = SessionObserver::Ear;
+    using State = SessionAudience::Ear;
     const State state = isMuted() ? State::muted
         : !isListening()          ? State::closed
         : isHearingSpeech()       ? State::hearing

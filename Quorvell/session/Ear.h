@@ -3,7 +3,7 @@
 #include "Quorvell/session/AudioCapture.h"
 #include "Quorvell/session/MicrophoneStream.h"
 #include "Quorvell/session/Scheduler.h"
-#include "Quorvell/session/SessionObserver.h"
+#include "Quorvell/session/SessionAudience.h"
 #include "Quorvell/session/SessionSettings.h"
 
 #include <functional>
@@ -20,7 +20,7 @@ public:
     struct Ports {
         Scheduler& scheduler;
         AudioCapture* capture; ///< Absent: sound comes from elsewhere, or never.
-        SessionObserver& observer;
+        SessionAudience& observer;
         std::function<void(const MicGateOutput&)> keyReleased; ///< With the end mark of what was said.
     };
 
@@ -59,7 +59,7 @@ private:
     bool m_isInConversation = false;
     MicrophoneStream m_stream;
     TimerHandle m_release;
-    SessionObserver::Ear m_told = SessionObserver::Ear::closed;
+    SessionAudience::Ear m_told = SessionAudience::Ear::closed;
 };
 
 } // namespace quorvell

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <optional>
 #include <string>
 
 namespace quorvell {
@@ -13,6 +15,8 @@ struct LiveClosure {
     std::string reason{}; ///< As the other side or the network states it; for the event log.
     bool mustUserAct = false; ///< Trying again changes nothing until the user has done something.
     std::string sentence{}; ///< For the user: what happened and what to do next. Empty after an orderly end.
+    /// Set when the service is only busy: how long it asks to be left alone, zero when it names no time.
+    std::optional<std::chrono::milliseconds> retryAfter{};
 
     bool operator==(const LiveClosure&) const = default;
 };

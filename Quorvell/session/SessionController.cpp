@@ -21,6 +21,7 @@ SessionController::SessionController(Ports ports, SessionSettings settings)
                   [this](LiveConnectionObserver& line) { return m_ports.connections(line, m_settings.medium); },
                   m_ports.jitter, *this},
           m_settings.limits)
+    , m_preparation({m_ports.scheduler, m_lines, m_ports.log, m_meter}, m_settings.limits)
     , m_resting(m_ports.scheduler, m_ports.dozeListener, *this, m_settings.limits)
     , m_listening{.ear{{m_ports.scheduler, m_ports.capture, m_ports.observer,
                            [this](const MicGateOutput& end) {
@@ -30,6 +31,8 @@ SessionController::SessionController(Ports ports, SessionSettings settings)
                            }},
           m_settings.listening}}
     , m_desk({m_ports.scheduler, m_ports.tools, m_ports.log, m_ports.observer, *this}, m_settings.limits)
+    , m_heldModes(m_ports.scheduler,
+          [this](const LiveFunctionCall& call, ToolReply reply) { judgeHelpMode(call, std::move(reply)); })
 {
 }
 
@@ -144,6 +147,34 @@ void SessionController::await(LiveMessageText message)
     if (m_connection.waiting.size() >= mostWaiting)
         return tellProblem("There is no connection yet, and too much waits for it already. Try again in a moment.");
     m_connection.waiting.push_back(std::move(message));
+}
+
+void SessionController::announce(std::string sentence)
+{
+    m_announcements.add(std::move(sentence), m_ports.scheduler.now());
+    if (m_connection.phase == SessionPhase::idle)
+        return announceOnDevice();
+    m_resting.wake();
+    announceIfQuiet();
+}
+
+void SessionController::announceIfQuiet()
+{
+    const bool isSpeechAround = m_turn.isVoiceSounding() || m_listening.ear.isHearingSpeech();
+    const bool isMoment = isQuiet() || (m_announcements.isUrgent(m_ports.scheduler.now()) && !isSpeechAround);
+    if (m_announcements.isEmpty() || !m_lines.ready() || !isMoment)
+        return;
+    m_ports.log.record("announced", Json::object());
+    send({.text = SessionEvents::announcement(m_announcements.take())});
+}
+
+void SessionController::announceOnDevice()
+{
+    for (const std::string& sentence : m_announcements.take()) {
+        m_ports.observer.assistantSaid(sentence);
+        if (m_ports.synthesiser && m_settings.replies == SessionSettings::Replies::spoken)
+            m_ports.synthesiser->say(sentence);
+    }
 }
 
 void SessionController::respond()
@@ -329,7 +360,9 @@ void SessionController::goIdle()
     m_listening.followThroughTimer.cancel();
     m_listening.heldChunks.forget();
     m_listening.ear.closeAfterConversation();
+    m_preparation.end();
     m_resting.end();
+    m_heldModes.giveUp();
     m_desk.cancelAction();
     clearTarget();
     m_actions.isConsentPending = false;
@@ -340,6 +373,7 @@ void SessionController::goIdle()
     m_connection.untoldSince.reset();
     m_connection.isLossTold = false;
     setPhase(SessionPhase::idle);
+    announceOnDevice();
 }
 
 void SessionController::setPhase(SessionPhase phase)

@@ -1,6 +1,7 @@
 // The spine of the assistant: one live conversation at a time, from the user's wish for help to its end.
 #pragma once
 
+#include "Quorvell/session/Announcements.h"
 #include "Quorvell/session/AudioCapture.h"
 #include "Quorvell/session/AudioPlayer.h"
 #include "Quorvell/session/ConnectionKeeper.h"
@@ -8,15 +9,17 @@
 #include "Quorvell/session/DozeListener.h"
 #include "Quorvell/session/Ear.h"
 #include "Quorvell/session/EventLog.h"
+#include "Quorvell/session/HeldModeCalls.h"
 #include "Quorvell/session/HeldSpeech.h"
 #include "Quorvell/session/IdleRules.h"
+#include "Quorvell/session/LinePreparation.h"
 #include "Quorvell/session/LiveConnection.h"
 #include "Quorvell/session/LiveConnectionObserver.h"
 #include "Quorvell/session/LiveMedium.h"
 #include "Quorvell/session/Resting.h"
 #include "Quorvell/session/Scheduler.h"
+#include "Quorvell/session/SessionAudience.h"
 #include "Quorvell/session/SessionEvents.h"
-#include "Quorvell/session/SessionObserver.h"
 #include "Quorvell/session/SessionSettings.h"
 #include "Quorvell/session/SessionUsage.h"
 #include "Quorvell/session/SpeechSynthesiser.h"
@@ -48,7 +51,7 @@ public:
         MakeLiveConnection connections;
         AudioPlayer& player;
         EventLog& log;
-        SessionObserver& observer;
+        SessionAudience& observer;
         const ToolDispatcher& tools;
         std::function<std::string()> whereAndWhen; ///< Date, time and place in words, as they are at this moment.
         // Each may be absent.
@@ -69,6 +72,9 @@ public:
     void begin();
     /// A message of the app for the model. Sent once the conversation is connected; wakes one that rests.
     void send(LiveMessageText message);
+    /// Something that the program has to tell the user by itself, in one sentence. The model tells it at the next quiet
+    /// moment, waking up where it rests; where there is no model to tell it, it is shown and said on the device.
+    void announce(std::string sentence);
     /// Asks the model to answer now.
     void respond();
     /// A message of the user. Where no conversation runs it begins one, where it rests it wakes it.
@@ -115,6 +121,7 @@ private:
     /// After the user's speech, for the service to notice that it was spoken over.
     static constexpr std::chrono::milliseconds bargeInNotice{2'000};
 
+    struct EventHandler;
     struct ConnectionState {
         SessionPhase phase = SessionPhase::idle;
         std::string sessionID;
@@ -134,6 +141,8 @@ private:
         Ear ear;
         HeldSpeech heldChunks{};
         bool haveWordsCome = false; ///< Of the speech that began last.
+        SessionTime lastWords{}; ///< When the last piece of words came.
+        SessionTime lastAction{}; ///< When the model last began to act, or wrote.
         SessionTime lastActivity{};
         SessionTime lastSpeech{}; ///< When the last chunk of the user's speech came.
         SessionTime lastCheck{};
@@ -155,12 +164,15 @@ private:
     void finishWaking();
     void mend();
     void tellTurnsSince(ConversationMemory::Mark known);
+    void announceIfQuiet();
+    void announceOnDevice();
     void endWith(SessionEnd end);
     void goIdle();
 
     // Silence and sound
     void startIdleCheck();
     void checkIdle();
+    void restOrStopIfQuiet();
     void dozeIfQuiet();
     IdleRules idleRules() const;
     void meterTalk();
@@ -172,7 +184,10 @@ private:
     void speechEnded();
     void flushHeldChunks();
     void forgetHeldNoise();
+    void wordsCame(const std::string& words);
+    HeldModeCalls::Words spokenWords() const;
     void modelReacted();
+    void modelActed();
     void voiceReacted();
     void awaitFollowThrough();
     void followThrough();
@@ -184,8 +199,10 @@ private:
     bool isQuiet() const override;
     void lineBecameReady(const ConnectionKeeper::Ready& ready) override;
     void lineReported(const LiveServerEvent& event) override;
+    void unusedLineBilled(double seconds) override { m_meter.billedBeside(seconds); }
     void lineWrote(const std::string& text) override;
     void lineReplyGrew(const std::string& delta) override;
+    void lineDelayed() override;
     void lineLost(const LiveClosure& closure) override;
     void linesGivenUp(const LiveClosure& closure) override;
     void lineEnded(const std::string& reason) override;
@@ -204,6 +221,7 @@ private:
     // Tools: ToolDesk::Owner
     void toolAnswered(const ToolDesk::Answer& answer) override;
     void helpModeAsked(const LiveFunctionCall& call, ToolReply reply) override;
+    void judgeHelpMode(const LiveFunctionCall& call, ToolReply reply);
     void toolTakesLong() override;
 
     void deliver(const LiveMessageText& message);
@@ -221,9 +239,12 @@ private:
     TalkMeter m_meter;
     ConversationTurn m_turn;
     ConnectionKeeper m_lines;
+    LinePreparation m_preparation;
     Resting m_resting;
     ListeningState m_listening;
+    Announcements m_announcements;
     ToolDesk m_desk;
+    HeldModeCalls m_heldModes; ///< After the desk, which hears of their end.
     ActionState m_actions;
 };
 

@@ -73,6 +73,19 @@ std::string SessionEvents::helpModeSwitched(HelpMode mode)
     return event("They have switched to " + std::string(nameOf(mode)) + " mode. Keep to it from now on.");
 }
 
+std::string SessionEvents::announcement(const std::vector<std::string>& sentences)
+{
+    std::string all;
+    for (const std::string& sentence : sentences)
+        all += (all.empty() ? "" : " ") + sentence;
+    // A quotation within it would end it early.
+    for (const std::string_view mark : {"“", "”"})
+        for (std::size_t at = all.find(mark); at != std::string::npos; at = all.find(mark, at))
+            all.replace(at, mark.size(), "'");
+    return event("This has just come due. Tell them: " + inQuotes(all)
+        + ". Say it now, in one short sentence, and take up what they answer.");
+}
+
 std::string SessionEvents::stillWorking()
 {
     return event("What they asked for is still being worked on. Tell them so in three or four words, then wait.");

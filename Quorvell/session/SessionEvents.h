@@ -29,6 +29,8 @@ struct SessionEvents {
     /// What was said while the connection was already open but not yet in use.
     static std::string turnsMeanwhile(const std::vector<LiveHistoryEntry>& turns);
     static std::string helpModeSwitched(HelpMode mode);
+    /// What the program itself has to tell the user, in whole sentences; never empty.
+    static std::string announcement(const std::vector<std::string>& sentences);
     /// For the voice: a tool takes long.
     static std::string stillWorking();
 

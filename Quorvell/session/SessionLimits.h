@@ -17,12 +17,16 @@ struct SessionLimits {
     Time quietResting{300'000}; ///< Listening on the device.
     Time quietNotListening{600'000};
     Time waking{20'000}; ///< From the words that wake to the connection that takes them.
+    Time preparedFor{15'000}; ///< From a sound at rest that may become words; the longest utterance takes 12 s.
+    int preparedPerHour = 12; ///< Connections opened for sounds that no words followed.
 
     // A connection that was lost
     int reconnectAttempts = 5;
     Time reconnectShortest{500};
     Time reconnectLongest{8'000};
     Time reconnectSteady{30'000}; ///< A connection that held so long starts the count afresh.
+    Time longestRetryAfter{30'000}; ///< A busy service that asks for more is not waited for.
+    Time sleep{10'000}; ///< A clock that jumps so far between two looks: the computer slept, connections are dead.
 
     // A connection that is to be replaced
     Time connectionAge{25 * 60'000}; ///< Services end theirs after 10 (and say so before) to 60 minutes.

@@ -19,8 +19,14 @@ void SessionController::startIdleCheck()
 void SessionController::checkIdle()
 {
     meterTalk();
-    m_lines.rotateIfQuiet();
+    announceIfQuiet();
     stopWhenDayIsUsedUp();
+    restOrStopIfQuiet();
+    m_lines.look();
+}
+
+void SessionController::restOrStopIfQuiet()
+{
     const bool isSpeaking = m_ports.synthesiser && m_ports.synthesiser->isSpeaking();
     const bool isBusy = m_desk.isActing() || isSpeaking || m_resting.state() == Doze::waking;
     if (m_connection.phase != SessionPhase::active || isBusy)
@@ -73,8 +79,8 @@ void SessionController::meterTalk()
     const SessionTime now = m_ports.scheduler.now();
     // No connection outlives the computer's sleep, so none is paid for.
     const auto elapsed = std::min(now - std::exchange(m_listening.lastCheck, now), 2 * m_settings.limits.idleCheck);
-    if (m_settings.medium == LiveMedium::voice && m_lines.ready())
-        m_meter.meterTalk(elapsed);
+    if (m_settings.medium == LiveMedium::voice && m_lines.openLines() > 0)
+        m_meter.meterTalk(elapsed * m_lines.openLines());
     if (m_meter.isNews())
         m_ports.observer.usageChanged(m_meter.usage());
 }
@@ -137,7 +143,7 @@ void SessionController::handleSpeechOnset()
         m_ports.synthesiser->stop();
     forgetHeldNoise();
     m_listening.haveWordsCome = false;
-    if (!m_turn.isVoiceSounding())
+    if (!m_turn.modelGenerating())
         return;
     m_ports.log.record("barged_in", {{"unheard_ms", m_ports.player.unplayed().count()}});
     m_turn.cutReply(ConversationTurn::Cut::spokenOver);
@@ -176,11 +182,25 @@ void SessionController::flushHeldChunks()
 
 // ---- Requests that nobody takes up
 
+/// Words that belong to sound: what was typed is complete as it comes.
+HeldModeCalls::Words SessionController::spokenWords() const
+{
+    const bool hasSpoken =
+        m_listening.lastSpeech > SessionTime::zero() && m_ports.scheduler.now() - m_listening.lastSpeech < recognition;
+    return {hasSpoken && !m_listening.haveWordsCome, m_listening.lastWords};
+}
+
 void SessionController::modelReacted()
 {
     m_listening.heldChunks.answered();
     m_listening.followThroughTimer.cancel();
     noteActivity();
+}
+
+void SessionController::modelActed()
+{
+    modelReacted();
+    m_listening.lastAction = m_ports.scheduler.now();
 }
 
 /// A voice that speaks before the user's words have come may still speak of something else.

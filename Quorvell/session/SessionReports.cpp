@@ -39,6 +39,11 @@ void SessionController::tellTurnsSince(ConversationMemory::Mark known)
         deliver({.text = SessionEvents::turnsMeanwhile(turns), .answer = LiveMessageText::Answer::notWanted});
 }
 
+void SessionController::lineDelayed()
+{
+    tellProblem("The service is busy just now. Quorvell tries again by itself, and keeps what you have said.");
+}
+
 void SessionController::lineLost(const LiveClosure&)
 {
     auto& held = m_listening.heldChunks;
@@ -60,7 +65,7 @@ void SessionController::lineLost(const LiveClosure&)
     }
     m_connection.unanswered.clear();
     if (m_lines.isReconnecting() && m_resting.state() == Doze::awake && !std::exchange(m_connection.isLossTold, true))
-        m_ports.observer.linkChanged(SessionObserver::Link::reconnecting);
+        m_ports.observer.linkChanged(SessionAudience::Link::reconnecting);
 }
 
 void SessionController::mend()
@@ -68,7 +73,7 @@ void SessionController::mend()
     ++m_meter.counts().reconnections;
     m_ports.log.record("session_mended", Json::object());
     if (std::exchange(m_connection.isLossTold, false))
-        m_ports.observer.linkChanged(SessionObserver::Link::steady);
+        m_ports.observer.linkChanged(SessionAudience::Link::steady);
     const std::string requests = std::exchange(m_connection.lostRequests, {});
     if (requests.empty()) {
         if (m_turn.isOpen())
@@ -103,67 +108,78 @@ void SessionController::lineEnded(const std::string& reason)
 
 // ---- Events
 
+struct SessionController::EventHandler {
+    SessionController& session;
+    ConversationTurn& turn;
+
+    void operator()(const live_event::Audio& sound) { session.handleVoice(sound); }
+    void operator()(const live_event::OutputTranscript& words)
+    {
+        if (turn.bargedIn())
+            return;
+        session.voiceReacted();
+        turn.voiceWords(words.text);
+    }
+    void operator()(const live_event::InputTranscript& words) { session.wordsCame(words.text); }
+    void operator()(const live_event::ToolCall& tool)
+    {
+        session.modelActed();
+        turn.backendStarted();
+        turn.acted();
+        session.m_desk.handle(tool.calls, session.m_lines.serial());
+    }
+    void operator()(const live_event::ToolCallCancellation& calls) { session.m_desk.cancel(calls.ids); }
+    void operator()(const live_event::Delegated&)
+    {
+        session.modelActed();
+        turn.expectNewReply();
+        turn.backendStarted();
+    }
+    void operator()(const live_event::BackendIdle&) { turn.backendFinished(); }
+    void operator()(const live_event::ServerError& error) { session.handleServerError(error); }
+    void operator()(const live_event::Diagnostic& fact)
+    {
+        session.m_ports.log.record(fact.name, {{"detail", fact.detail}});
+    }
+    void operator()(const live_event::Usage& usage) { session.m_meter.report(usage); }
+    void operator()(const live_event::BilledSeconds& usage) { session.m_meter.report(usage); }
+    void operator()(const live_event::ContextUsage& usage) { session.m_meter.report(usage); }
+    void operator()(const live_event::Thinking& thought) { turn.thinking(thought.text); }
+    void operator()(const live_event::Interrupted&) { session.handleInterrupted(); }
+    void operator()(const live_event::TurnComplete&) { turn.serviceFinished(); }
+    void operator()(const live_event::VoiceActivity& activity)
+    {
+        if (activity.speaking)
+            turn.expectNewReply();
+    }
+    // The connections themselves are about these.
+    void operator()(const live_event::SetupComplete&) { }
+    void operator()(const live_event::ResumptionHandle&) { }
+    void operator()(const live_event::GoAway&) { }
+    // What was generated may still have to sound; the turn's end is what counts.
+    void operator()(const live_event::GenerationComplete&) { }
+};
+
 void SessionController::lineReported(const LiveServerEvent& event)
 {
-    struct Handler {
-        SessionController& session;
-        ConversationTurn& turn;
+    std::visit(EventHandler{*this, m_turn}, event);
+}
 
-        void operator()(const live_event::Audio& sound) { session.handleVoice(sound); }
-        void operator()(const live_event::OutputTranscript& words)
-        {
-            if (turn.bargedIn())
-                return;
-            session.voiceReacted();
-            turn.voiceWords(words.text);
-        }
-        void operator()(const live_event::InputTranscript& words)
-        {
-            session.noteActivity();
-            session.m_listening.haveWordsCome = true;
-            turn.expectNewReply();
-            turn.userWords(words.text);
-            session.awaitFollowThrough();
-        }
-        void operator()(const live_event::ToolCall& tool)
-        {
-            session.modelReacted();
-            turn.backendStarted();
-            turn.acted();
-            session.m_desk.handle(tool.calls, session.m_lines.serial());
-        }
-        void operator()(const live_event::ToolCallCancellation& calls) { session.m_desk.cancel(calls.ids); }
-        void operator()(const live_event::Delegated&)
-        {
-            session.modelReacted();
-            turn.expectNewReply();
-            turn.backendStarted();
-        }
-        void operator()(const live_event::BackendIdle&) { turn.backendFinished(); }
-        void operator()(const live_event::ServerError& error) { session.handleServerError(error); }
-        void operator()(const live_event::Diagnostic& fact)
-        {
-            session.m_ports.log.record(fact.name, {{"detail", fact.detail}});
-        }
-        void operator()(const live_event::Usage& usage) { session.m_meter.report(usage); }
-        void operator()(const live_event::BilledSeconds& usage) { session.m_meter.report(usage); }
-        void operator()(const live_event::ContextUsage& usage) { session.m_meter.report(usage); }
-        void operator()(const live_event::Thinking&) { turn.noteActivity(); }
-        void operator()(const live_event::Interrupted&) { session.handleInterrupted(); }
-        void operator()(const live_event::TurnComplete&) { turn.serviceFinished(); }
-        void operator()(const live_event::VoiceActivity& activity)
-        {
-            if (activity.speaking)
-                turn.expectNewReply();
-        }
-        // The connections themselves are about these.
-        void operator()(const live_event::SetupComplete&) { }
-        void operator()(const live_event::ResumptionHandle&) { }
-        void operator()(const live_event::GoAway&) { }
-        // What was generated may still have to sound; the turn's end is what counts.
-        void operator()(const live_event::GenerationComplete&) { }
-    };
-    std::visit(Handler{*this, m_turn}, event);
+void SessionController::wordsCame(const std::string& words)
+{
+    noteActivity();
+    ListeningState& heard = m_listening;
+    heard.haveWordsCome = true;
+    heard.lastWords = m_ports.scheduler.now();
+    m_turn.expectNewReply();
+    const bool hasBeenActedOn = heard.lastSpeech > SessionTime::zero() && heard.lastAction > heard.lastSpeech;
+    if (hasBeenActedOn && !m_turn.isHearingWords()) {
+        m_turn.lateUserWords(words, heard.lastSpeech);
+    } else {
+        m_turn.userWords(words);
+        awaitFollowThrough();
+    }
+    m_heldModes.wordsCame();
 }
 
 void SessionController::handleVoice(const live_event::Audio& sound)
@@ -187,14 +203,15 @@ void SessionController::handleInterrupted()
 
 void SessionController::handleServerError(const live_event::ServerError& error)
 {
-    m_ports.log.record("server_error", {{"code", error.code.value_or("")}});
+    m_ports.log.record(
+        "server_error", {{"code", error.code.value_or("")}, {"about", error.clientEventID.value_or("")}});
     m_ports.observer.problemArose("The service reported a problem: " + error.message);
     m_turn.problemShown();
 }
 
 void SessionController::lineWrote(const std::string& text)
 {
-    modelReacted();
+    modelActed();
     m_turn.replyWritten(text);
 }
 
@@ -214,6 +231,7 @@ void SessionController::dozeChanged(Doze doze)
 void SessionController::onsetAtRest()
 {
     noteActivity();
+    m_preparation.onset();
 }
 
 void SessionController::wordsHeardAtRest(const std::string& words)
@@ -225,6 +243,7 @@ void SessionController::wordsHeardAtRest(const std::string& words)
 void SessionController::wakingBegan()
 {
     m_listening.ear.startAfresh();
+    m_preparation.used();
     m_lines.open(ConnectionKeeper::Arrival::woken);
 }
 
@@ -266,6 +285,7 @@ void SessionController::wakingTookTooLong()
     m_resting.dozeAgain();
     m_turn.breakOff();
     tellProblem(sentence);
+    announceOnDevice();
 }
 
 // ---- Tools
@@ -291,6 +311,12 @@ void SessionController::toolAnswered(const ToolDesk::Answer& answer)
 
 void SessionController::helpModeAsked(const LiveFunctionCall& call, ToolReply reply)
 {
+    m_heldModes.ask(call, std::move(reply), spokenWords());
+}
+
+void SessionController::judgeHelpMode(const LiveFunctionCall& call, ToolReply reply)
+{
+    m_turn.finishUserWords();
     m_turn.recentRequests().heard("", m_ports.scheduler.now()); // Forgets what is too old to count.
     const auto name = call.string("mode");
     const HelpModeSwitch decision = HelpModeSwitch::judge(name, m_settings.helpMode, m_turn.recentRequests());

@@ -15,6 +15,7 @@ struct SessionUsage {
     double voiceSeconds = 0; ///< Of the assistant's voice received.
     double connectedSeconds = 0; ///< With a live connection open for voice; what the daily limit counts.
     int dozes = 0;
+    int prepared = 0; ///< Connections opened for a sound at rest, before its words were known.
     int reconnections = 0;
     int rotations = 0;
 

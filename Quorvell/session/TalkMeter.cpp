@@ -34,6 +34,12 @@ void TalkMeter::report(const live_event::BilledSeconds& usage)
     m_usage.billedSeconds = m_billedBefore + usage.seconds;
 }
 
+void TalkMeter::billedBeside(double seconds)
+{
+    m_billedBefore += seconds;
+    m_usage.billedSeconds += seconds;
+}
+
 void TalkMeter::meterTalk(std::chrono::milliseconds open)
 {
     const double seconds = static_cast<double>(open.count()) / 1000;

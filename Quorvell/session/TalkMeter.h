@@ -25,6 +25,8 @@ public:
     void report(const live_event::Usage& usage);
     void report(const live_event::BilledSeconds& usage);
     void report(const live_event::ContextUsage& usage) { m_usage.contextRatio = usage.ratio; }
+    /// Of a connection that was opened in advance and not used.
+    void billedBeside(double seconds);
     /// A connection for voice has been open for so long.
     void meterTalk(std::chrono::milliseconds open);
 

@@ -96,14 +96,26 @@ void ToolDesk::run(const LiveFunctionCall& call, ToolReply reply, Conversation c
 
 void ToolDesk::takePlan(const LiveFunctionCall& call)
 {
-    const Json* update = memberOf(call.args, "plan_update");
-    if (update && QuorvellPrompt::planUpdateTools.contains(call.name)) {
-        const TaskPlanChange change = m_plan.update(*update);
-        m_ports.log.record("plan_updated", {{"finished", change.finished.size()}, {"learned", change.learned.size()}});
-    }
+    const TaskPlan before = m_plan;
+    const bool isOwned = m_ports.tools.hasOwner(call.name);
+    if (isOwned && call.name == "start_task")
+        m_plan = TaskPlan::create(call.args).value_or(m_plan);
+    else if (isOwned && call.name == "update_plan")
+        updatePlan(call.args);
+    else if (const Json* update = memberOf(call.args, "plan_update");
+             update && QuorvellPrompt::planUpdateTools.contains(call.name))
+        updatePlan(*update);
+    if (m_plan != before)
+        m_ports.observer.planChanged(m_plan);
     const Json* next = memberOf(call.args, "then");
     if (QuorvellPrompt::nextStepTools.contains(call.name))
         m_nextStep = next ? *next : Json();
+}
+
+void ToolDesk::updatePlan(const Json& changes)
+{
+    const TaskPlanChange change = m_plan.update(changes);
+    m_ports.log.record("plan_updated", {{"finished", change.finished.size()}, {"learned", change.learned.size()}});
 }
 
 /// One at a time; the next one may only be chosen on the screen that this one leaves behind.

@@ -3,8 +3,8 @@
 #include "Quorvell/session/AnsweredCall.h"
 #include "Quorvell/session/EventLog.h"
 #include "Quorvell/session/Scheduler.h"
+#include "Quorvell/session/SessionAudience.h"
 #include "Quorvell/session/SessionLimits.h"
-#include "Quorvell/session/SessionObserver.h"
 #include "Quorvell/session/ToolDispatcher.h"
 #include "QuorvellCore/automation/ActionExecutionGate.h"
 #include "QuorvellCore/automation/TaskPlan.h"
@@ -47,7 +47,7 @@ public:
         Scheduler& scheduler;
         const ToolDispatcher& tools;
         EventLog& log;
-        SessionObserver& observer;
+        SessionAudience& observer;
         Owner& owner;
     };
 
@@ -96,6 +96,7 @@ private:
     void runFor(const LiveFunctionCall& call, std::uint64_t askedBy);
     void answered(const Key& key, const Json& result);
     void takePlan(const LiveFunctionCall& call);
+    void updatePlan(const Json& changes);
     void act(const LiveFunctionCall& call, ToolReply reply);
     static LiveResponseScheduling schedulingOf(const Running& call);
 

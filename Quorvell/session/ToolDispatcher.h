@@ -29,6 +29,7 @@ public:
     void run(const LiveFunctionCall& call, ToolReply reply) const;
 
     bool isInCatalogue(std::string_view name) const;
+    bool hasOwner(std::string_view name) const { return m_registry.has(name); }
 
     /// What the model is told about a call whose arguments broke off.
     static std::string cutOffText(std::string_view toolName);

@@ -65,6 +65,7 @@ public:
     bool isListening() const { return reports.heard != nullptr; }
 
     // Copies: what they lead to may stop the listener.
+    void noticeOnset() { Reports(reports).onset(); }
     void hear(const std::string& words) { Reports(reports).heard(words); }
     void fail(const std::string& sentence) { Reports(reports).failed(sentence); }
 

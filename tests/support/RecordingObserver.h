@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,13 @@ public:
     }
     void assistantWordsHeard(const std::string& delta) override { lines.push_back("words: " + delta); }
     void assistantSaid(const std::string& text) override { lines.push_back("said: " + text); }
+    void thoughtChanged(const ThoughtSummary& thought) override { lines.push_back("thought: " + thought.newestLine()); }
+    void planChanged(const TaskPlan& plan) override
+    {
+        const auto done =
+            std::count_if(plan.steps.begin(), plan.steps.end(), [](const auto& step) { return step.done; });
+        lines.push_back("plan " + std::to_string(done) + " of " + std::to_string(plan.steps.size()));
+    }
     void toolCalled(const LiveFunctionCall& call) override { lines.push_back("call " + call.name); }
     void toolAnswered(const LiveFunctionResponse& response) override
     {

@@ -8,6 +8,7 @@
 #include "VirtualScheduler.h"
 
 #include <cmath>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <utility>
@@ -35,7 +36,7 @@ struct SessionBench {
         };
         controller.reset();
         controller.emplace(
-            SessionController::Ports{scheduler, connections, player, log, observer, tools, [] { return "Saturday"; },
+            SessionController::Ports{scheduler, connections, player, log, *audience, tools, [] { return "Saturday"; },
                 &capture, &dozeListener, &synthesiser, &usageStore, [this] { return jitter; }},
             std::move(settings));
         return *controller;
@@ -46,6 +47,13 @@ struct SessionBench {
         becomeReady();
         observer.lines.clear();
         return *controller;
+    }
+    /// These tools have an owner, which answers when the test likes.
+    void own(std::initializer_list<const char*> names)
+    {
+        for (const char* name : names)
+            registry.add(
+                name, [this](const LiveFunctionCall&, ToolReply reply) { replies.push_back(std::move(reply)); });
     }
     void becomeReady() { wire->report(live_event::SetupComplete{"sess_" + std::to_string(connectionsMade)}); }
     void lose() { wire->closeWith({.code = 1006, .reason = "gone", .sentence = "Lost."}); }
@@ -94,6 +102,7 @@ struct SessionBench {
     double jitter = 0;
     WrittenLog log;
     RecordingObserver observer;
+    SessionAudience* audience = &observer; ///< Set before `make` to let others see the conversation.
     ToolRegistry registry;
     ToolDispatcher tools{registry};
     std::vector<ToolReply> replies; ///< What tests answer when they like.

@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <memory>
 #include <random>
@@ -95,9 +96,13 @@ public:
         {
             if (message.answer == LiveMessageText::Answer::notWanted)
                 return;
+            for (const int number : numbersIn(message.text, "reminder (\\d+)"))
+                m_service.noteReminder(number, m_id);
             std::set<int> wanted = numbersIn(message.text, "request (\\d+)");
             for (const int done : numbersIn(message.text, "\"request (\\d+)"))
                 wanted.erase(done); // A call for it was made before; only that is told.
+            if (!wanted.empty())
+                wanted.merge(std::exchange(m_forgotten, {}));
             for (const int number : wanted)
                 act(number);
             if (wanted.empty())
@@ -144,9 +149,19 @@ public:
         }
         void understand(int number)
         {
-            report(live_event::InputTranscript{"request " + std::to_string(number)});
-            if (m_acting > 0 || m_toSay > 0 || !m_service.happens(3)) // Else it heard, and forgot.
+            if (m_service.happens(15)) { // The words come behind what they led to, in two pieces.
                 act(number);
+                const auto wait = std::chrono::milliseconds(2'100) + m_service.someTime(6'000);
+                later(wait, [this] { report(live_event::InputTranscript{"request "}); });
+                return later(wait + std::chrono::milliseconds(200),
+                    [this, number] { report(live_event::InputTranscript{std::to_string(number)}); });
+            }
+            report(live_event::InputTranscript{"request " + std::to_string(number)});
+            m_forgotten.insert(number);
+            if (m_acting == 0 && m_toSay == 0 && m_service.happens(3))
+                return; // It comes back to it when something else is said.
+            for (const int wanted : std::exchange(m_forgotten, {}))
+                act(wanted);
         }
         void act(int number)
         {
@@ -154,6 +169,8 @@ public:
             later(m_service.someTime(2'000), [this, number] {
                 if (m_service.happens(50))
                     report(live_event::Delegated{"d"});
+                if (m_service.happens(30))
+                    report(live_event::Thinking{"What to do? "});
                 if (m_service.happens(20))
                     report(live_event::OutputTranscript{"One moment."});
                 const live_event::ToolCall call{{{"call_" + std::to_string(++m_calls), "keep_note",
@@ -197,6 +214,7 @@ public:
         int m_id;
         std::vector<TimerHandle> m_timers;
         std::map<int, int> m_heard; ///< Chunks by request.
+        std::set<int> m_forgotten; ///< Requests that were heard, and are not worked on.
         int m_calls = 0;
         int m_toSay = 0; ///< Replies being made or heard.
         int m_acting = 0; ///< Requests it is thinking about.
@@ -208,8 +226,21 @@ public:
     std::vector<Connection*> connections; ///< Those that the session has not let go; newest last.
     std::map<int, int> chunkOwner; ///< Which connection was sent which chunk last.
     std::set<int> lost; ///< Connections.
+    std::map<int, int> reminderOwner; ///< Which connection was given which reminder last.
+    std::function<void()> reminderGiven; ///< For the first time.
     int connectionsMade = 0;
     int chunksTwice = 0; ///< Sent again although nothing was lost.
+    int remindersTwice = 0; ///< Likewise.
+
+private:
+    void noteReminder(int number, int connection)
+    {
+        const auto [place, isNew] = reminderOwner.try_emplace(number, connection);
+        if (isNew)
+            reminderGiven();
+        else if (!lost.count(std::exchange(place->second, connection)))
+            ++remindersTwice;
+    }
 };
 
 } // namespace quorvell

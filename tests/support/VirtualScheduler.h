@@ -36,6 +36,15 @@ public:
             runFirst();
         m_now = end;
     }
+    /// The computer sleeps: the clock goes on, timers do not.
+    void sleep(std::chrono::milliseconds duration)
+    {
+        std::map<Key, Timer> later;
+        for (auto& [key, timer] : m_timers)
+            later.emplace(Key{key.first + duration, key.second}, std::move(timer));
+        m_timers = std::move(later);
+        m_now += duration;
+    }
     /// Runs what is due now.
     void settle() { advance(std::chrono::milliseconds::zero()); }
 

@@ -65,7 +65,7 @@ protected:
             ChatConversation::Ports{scheduler, lines, [this](int code) { exitCode = code; },
                 [this](const std::string& sentence) { told.push_back(sentence); }, [] { return std::string("used"); }},
             partner);
-        observers.emplace(std::vector<SessionObserver*>{&recording, &*chat});
+        observers.emplace(std::vector<SessionAudience*>{&recording, &*chat});
         const auto connections = [this](LiveConnectionObserver& session, LiveMedium) {
             auto made = std::make_unique<FakeLiveConnection>(session);
             wire = made.get();

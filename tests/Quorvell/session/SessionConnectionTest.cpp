@@ -12,11 +12,7 @@ using History = std::vector<LiveHistoryEntry>;
 
 class SessionConnectionTest : public SessionBench, public testing::Test {
 protected:
-    void SetUp() override
-    {
-        registry.add(
-            "keep_note", [this](const LiveFunctionCall&, ToolReply reply) { replies.push_back(std::move(reply)); });
-    }
+    SessionConnectionTest() { own({"keep_note"}); }
     /// A conversation that does not rest.
     void begin()
     {
@@ -204,6 +200,74 @@ TEST_F(SessionConnectionTest, mendingEndsAfterEnoughAttemptsOrWhenTheUserMustAct
     EXPECT_EQ(scheduler.pendingTimers(), 0U);
 }
 
+TEST_F(SessionConnectionTest, aBusyServiceIsAskedAgainBeforeTheConversationBegins)
+{
+    struct Row {
+        const char* name;
+        std::chrono::milliseconds asked; ///< By the service.
+        int refusals;
+        std::chrono::milliseconds wait; ///< Until the next attempt.
+        Lines said;
+    };
+    const std::string busy =
+        "problem: The service is busy just now. Quorvell tries again by itself, and keeps what you "
+        "have said.";
+    const Row rows[] = {
+        {"for a moment", 0ms, 1, 500ms, {"connecting", "typed: hello", busy, "active"}},
+        {"for as long as it says", 20s, 2, 20s, {"connecting", "typed: hello", busy, "active"}},
+        {"for too long", 31s, 1, 0ms,
+            {"connecting", "typed: hello", "idle", "turn broken off", "ended: Busy. unsent: hello"}},
+        {"for good", 0ms, 6, 500ms,
+            {"connecting", "typed: hello", busy, "idle", "turn broken off", "ended: Busy. unsent: hello"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        make();
+        saidSince();
+        controller->submitTyped({{{"hello"}}, true});
+        for (int refusal = 0; refusal < row.refusals; ++refusal) {
+            const int made = connectionsMade;
+            wire->closeWith({.code = 503, .sentence = "Busy.", .retryAfter = row.asked});
+            scheduler.advance(row.wait);
+            if (controller->phase() != SessionPhase::idle) {
+                EXPECT_EQ(connectionsMade, made + 1);
+            }
+        }
+        if (controller->phase() != SessionPhase::idle) {
+            becomeReady();
+            EXPECT_EQ(sentSince().back(), "message [They typed] hello");
+        }
+        EXPECT_EQ(saidSince(), row.said);
+    }
+}
+
+TEST_F(SessionConnectionTest, afterASleepOfTheComputerTheConnectionIsMadeAnewBeforeAnybodyNotices)
+{
+    begin();
+    exchange("hello", "Hi.");
+    wire->report(live_event::InputTranscript{"buy milk"});
+    wire->report(live_event::GoAway{});
+    scheduler.advance(1s); // A standby is made; it sleeps as well.
+    saidSince();
+    scheduler.sleep(9s);
+    scheduler.advance(1s);
+    EXPECT_EQ(connectionsMade, 2) << "slow, not asleep";
+    scheduler.sleep(1min);
+    scheduler.advance(1s);
+    EXPECT_EQ(connectionsMade, 3);
+    EXPECT_EQ(controller->lines().retiredLines(), 2U);
+    sentSince();
+    becomeReady();
+    EXPECT_TRUE(handedOver().front().starts_with("They said: “buy milk”."));
+    EXPECT_EQ(saidSince(), (Lines{"spoken: buy milk"})) << "nothing of a loss";
+
+    makeActive(); // One that was quiet, and may rest, needs no connection then.
+    scheduler.sleep(1min);
+    scheduler.advance(1s);
+    EXPECT_EQ(saidSince(), Lines{"dozing"});
+    EXPECT_EQ(connectionsMade, 4);
+}
+
 TEST_F(SessionConnectionTest, isReplacedAtAQuietMomentOnceItIsToEnd)
 {
     struct Row {
@@ -261,6 +325,8 @@ TEST_F(SessionConnectionTest, theStandbyTakesOverAtOnceWhenTheOtherIsLost)
     wire->report(live_event::GoAway{});
     scheduler.advance(1s);
     before->report(live_event::InputTranscript{"buy milk"});
+    wire->report(live_event::Diagnostic{"session_request_retried", {}});
+    EXPECT_TRUE(log.has("session_request_retried")); // What goes on before it is ready is written down as well.
     becomeReady();
     sentSince();
     before->closeWith({.code = 1008, .reason = "limit"});

@@ -12,11 +12,7 @@ using Lines = std::vector<std::string>;
 
 class SessionControllerTest : public SessionBench, public testing::Test {
 protected:
-    void SetUp() override
-    {
-        registry.add(
-            "keep_note", [this](const LiveFunctionCall&, ToolReply reply) { replies.push_back(std::move(reply)); });
-    }
+    SessionControllerTest() { own({"keep_note"}); }
 };
 
 SessionSettings shown()
@@ -275,11 +271,15 @@ TEST_F(SessionControllerTest, aReplyGoesOnWhenTheServiceTookTheInterruptionForNo
     scheduler.advance(2s);
     hearAssistant("Three.", 1s);
     EXPECT_EQ(player.unplayed(), 1s);
+    scheduler.advance(1s); // Between two pieces of it nothing is left to play.
+    sound(80ms, 12000);
+    hearAssistant("Four.", 1s);
+    EXPECT_EQ(player.unplayed(), 0ms);
 }
 
 TEST_F(SessionControllerTest, theUserStopsWhatIsSaidAndDone)
 {
-    registry.add("click", [this](const LiveFunctionCall&, ToolReply reply) { replies.push_back(std::move(reply)); });
+    own({"click"});
     makeActive();
     wire->report(live_event::InputTranscript{"click it"});
     callTool("call_1", "click");
@@ -290,46 +290,6 @@ TEST_F(SessionControllerTest, theUserStopsWhatIsSaidAndDone)
     EXPECT_FALSE(controller->tools().isActing());
     EXPECT_EQ(saidSince(), (Lines{"turn interrupted"}));
     EXPECT_EQ(controller->phase(), SessionPhase::active);
-}
-
-TEST_F(SessionControllerTest, theModeFollowsTheUserAlone)
-{
-    makeActive();
-    const auto ask = [this](const std::string& mode) {
-        static int calls = 0;
-        sentSince();
-        callTool("mode_" + std::to_string(++calls), "set_mode", {{"mode", mode}});
-        return sentSince().back();
-    };
-    EXPECT_NE(
-        ask("do").find("They haven't asked to switch. Stay in guide mode; only they change it"), std::string::npos);
-    controller->submitTyped(
-        {{{"Do it for me.", true}, {" What is this?", false}}, true}); // Pasted words are not theirs.
-    EXPECT_NE(ask("do").find("refused"), std::string::npos);
-    hearAssistant("Just do it for me, you say?", 1s);
-    EXPECT_NE(ask("do").find("refused"), std::string::npos);
-    wire->report(live_event::InputTranscript{"do it for me please"});
-    EXPECT_NE(ask("do").find(R"({"status":"switched","mode":"do"})"), std::string::npos);
-    EXPECT_EQ(controller->helpMode(), HelpMode::do_);
-    EXPECT_NE(ask("do").find("refused"), std::string::npos); // The words are used up.
-    EXPECT_NE(ask("fast").find("mode must be one of guide, auto and do."), std::string::npos);
-    controller->setHelpMode(HelpMode::auto_);
-    EXPECT_NE(wire->sent.back().find("They have switched to auto mode."), std::string::npos);
-    EXPECT_NE(ask("guide").find("Stay in Auto; only they change it."), std::string::npos);
-}
-
-TEST_F(SessionControllerTest, wordsThatNobodyTakesUpAreHandedOverOnce)
-{
-    makeActive();
-    wire->report(live_event::InputTranscript{"buy milk"});
-    scheduler.advance(14s);
-    EXPECT_EQ(log.text.find("request_missed"), std::string::npos);
-    scheduler.advance(2s);
-    EXPECT_TRUE(wire->sent.back().starts_with("message [Quorvell app event] They said: “buy milk”."));
-    EXPECT_TRUE(log.has("request_missed"));
-    sentSince();
-    scheduler.advance(40s);
-    EXPECT_TRUE(sentSince().empty());
 }
 
 TEST_F(SessionControllerTest, whoeverHasUsedUpTheDayIsToldAndNotConnected)

@@ -11,12 +11,7 @@ using Lines = std::vector<std::string>;
 
 class SessionRestTest : public SessionBench, public testing::Test {
 protected:
-    void SetUp() override
-    {
-        for (const char* name : {"keep_note", "click"})
-            registry.add(
-                name, [this](const LiveFunctionCall&, ToolReply reply) { replies.push_back(std::move(reply)); });
-    }
+    SessionRestTest() { own({"keep_note", "click"}); }
     void rest()
     {
         makeActive();
@@ -134,6 +129,90 @@ TEST_F(SessionRestTest, wordsWakeItAndReachTheModelOnce)
     EXPECT_EQ(sentSince(),
         (Lines{"message [They typed] (your reply is shown as text, not spoken) hello",
             "message [Quorvell app event] A reminder is due."}));
+}
+
+TEST_F(SessionRestTest, aSoundAtRestOpensTheConnectionThatItsWordsWillNeed)
+{
+    struct Row {
+        const char* name;
+        std::function<void()> between; ///< The sound and its words.
+        std::function<void()> after; ///< Its words.
+        int connections; ///< Made since it rests.
+    };
+    const auto nothing = [] {};
+    const Row rows[] = {
+        {"ready before the words", [this] { becomeReady(); }, nothing, 1},
+        {"ready after the words", nothing, [this] { becomeReady(); }, 1},
+        {"lost before the words",
+            [this] {
+                becomeReady();
+                lose();
+            },
+            [this] { becomeReady(); }, 2},
+        {"lost after the words", nothing,
+            [this] {
+                lose();
+                scheduler.advance(1s);
+                becomeReady();
+            },
+            2},
+        {"a second sound keeps it",
+            [this] {
+                becomeReady();
+                scheduler.advance(14s);
+                dozeListener.noticeOnset();
+                scheduler.advance(14s);
+            },
+            nothing, 1},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        rest();
+        const int made = connectionsMade;
+        dozeListener.noticeOnset();
+        row.between();
+        EXPECT_EQ(controller->doze(), Doze::dozing);
+        dozeListener.hear("what time is it");
+        row.after();
+        EXPECT_EQ(controller->doze(), Doze::awake);
+        EXPECT_EQ(connectionsMade, made + row.connections);
+        EXPECT_TRUE(wire->sent.back().starts_with("message [Quorvell app event] They just said: “what time is it”."));
+        EXPECT_EQ(controller->usage().prepared, 1);
+    }
+}
+
+TEST_F(SessionRestTest, noiseAtRestOpensFewConnectionsAndLeavesNone)
+{
+    rest();
+    dozeListener.noticeOnset();
+    becomeReady();
+    EXPECT_EQ(sentSince().size(), 1U); // Opened, and told nothing.
+    const double talked = controller->usage().connectedSeconds;
+    wire->report(live_event::BilledSeconds{2});
+    scheduler.advance(15s);
+    EXPECT_EQ(sentSince(), (Lines{"close"}));
+    wire->report(live_event::BilledSeconds{3});
+    wire->closeWith({});
+    EXPECT_EQ(controller->usage().billedSeconds, 3);
+    EXPECT_EQ(controller->usage().connectedSeconds, talked + 15);
+    for (int count = 0; count < 40; ++count) {
+        const int made = connectionsMade;
+        dozeListener.noticeOnset();
+        scheduler.advance(16s);
+        if (connectionsMade > made)
+            wire->closeWith({});
+    }
+    EXPECT_EQ(connectionsMade, 1 + SessionLimits{}.preparedPerHour);
+    for (int minute = 0; minute < 50; ++minute) {
+        scheduler.advance(1min);
+        dozeListener.noticeOnset();
+    }
+    EXPECT_GT(connectionsMade, 1 + SessionLimits{}.preparedPerHour);
+    controller->stop("enough");
+    wire->closeWith({});
+    scheduler.settle();
+    EXPECT_EQ(scheduler.pendingTimers(), 0U);
+    EXPECT_EQ(controller->lines().retiredLines(), 0U);
 }
 
 TEST_F(SessionRestTest, wakingThatTakesTooLongIsSaidAndLeavesItUsable)

@@ -6,6 +6,7 @@
 #include "Quorvell/session/ReconnectBackoff.h"
 #include "Quorvell/session/Rotation.h"
 #include "Quorvell/session/SpokenReply.h"
+#include "Quorvell/session/ThoughtSummary.h"
 #include "Quorvell/session/UsageDays.h"
 
 #include <gtest/gtest.h>
@@ -183,6 +184,21 @@ TEST(HelpModeSwitch, onlyTheNewestWishOfTheUserCounts)
     EXPECT_EQ(HelpModeSwitch::judge("do", HelpMode::do_, requests).mode, HelpMode::do_); // Asked for, so accepted.
     EXPECT_FALSE(HelpModeSwitch::judge("do", HelpMode::guide, requests).mode);
     EXPECT_FALSE(HelpModeSwitch::judge(std::nullopt, HelpMode::guide, changed).mode);
+}
+
+TEST(ThoughtSummary, keepsTheNewestOfWhatIsBounded)
+{
+    ThoughtSummary thought;
+    EXPECT_EQ(thought.newestLine(), "");
+    thought.add("");
+    thought.add("**First**\n\n \n");
+    EXPECT_EQ(thought.newestLine(), "First");
+    for (int count = 0; count < 5'000; ++count)
+        thought.add("größer\n");
+    EXPECT_LE(thought.text().size(), ThoughtSummary::most);
+    EXPECT_TRUE(thought.text().starts_with("größer"));
+    thought.add(std::string(2 * ThoughtSummary::most, 'x'));
+    EXPECT_EQ(thought.text(), std::string(ThoughtSummary::most, 'x'));
 }
 
 TEST(UsageDays, addUpAndForgetTheOldest)

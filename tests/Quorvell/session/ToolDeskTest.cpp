@@ -162,6 +162,20 @@ TEST_F(ToolDeskTest, oneActionRunsAtATimeAndLooksGoOn)
     EXPECT_EQ(answersSince().size(), 3U);
 }
 
+TEST_F(ToolDeskTest, thePlanIsShownAsItChanges)
+{
+    for (const char* name : {"start_task", "update_plan"})
+        registry.add(name, [](const LiveFunctionCall&, ToolReply reply) { reply.answer(Json::object()); });
+    call("c1", "start_task", {{"goal", "Move in"}, {"steps", {"Pack", "Carry"}}});
+    call("c2", "start_task", {{"goal", "No steps"}});
+    call("c3", "scroll", {{"plan_update", {{"done", {1}}}}});
+    call("c4", "update_plan", {{"done", {2}}, {"facts", {"It is heavy."}}});
+    call("c5", "update_plan", {{"done", {2}}}); // Nothing new.
+    Lines plans = observer.lines;
+    std::erase_if(plans, [](const std::string& line) { return !line.starts_with("plan"); });
+    EXPECT_EQ(plans, (Lines{"plan 0 of 2", "plan 1 of 2", "plan 2 of 2"}));
+}
+
 TEST_F(ToolDeskTest, aCancelledActionStopsAndIsStillAnsweredOnce)
 {
     call("c1", "click");

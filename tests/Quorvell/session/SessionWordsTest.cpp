@@ -1,0 +1,229 @@
+// Whose words count, when they come late, and what is told without being asked for.
+#include "SessionBench.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace quorvell {
+namespace {
+
+using namespace std::chrono_literals;
+using Lines = std::vector<std::string>;
+
+class SessionWordsTest : public SessionBench, public testing::Test {
+protected:
+    SessionWordsTest() { own({"keep_note"}); }
+};
+
+TEST_F(SessionWordsTest, theModeFollowsTheUserAlone)
+{
+    makeActive();
+    const auto ask = [this](const std::string& mode) {
+        static int calls = 0;
+        sentSince();
+        callTool("mode_" + std::to_string(++calls), "set_mode", {{"mode", mode}});
+        scheduler.advance(300ms); // What was said may have a next piece.
+        return sentSince().back();
+    };
+    EXPECT_NE(
+        ask("do").find("They haven't asked to switch. Stay in guide mode; only they change it"), std::string::npos);
+    controller->submitTyped(
+        {{{"Do it for me.", true}, {" What is this?", false}}, true}); // Pasted words are not theirs.
+    EXPECT_NE(ask("do").find("refused"), std::string::npos);
+    hearAssistant("Just do it for me, you say?", 1s);
+    EXPECT_NE(ask("do").find("refused"), std::string::npos);
+    wire->report(live_event::InputTranscript{"do it for me please"});
+    EXPECT_NE(ask("do").find(R"({"status":"switched","mode":"do"})"), std::string::npos);
+    EXPECT_EQ(controller->helpMode(), HelpMode::do_);
+    EXPECT_NE(ask("do").find("refused"), std::string::npos); // The words are used up.
+    EXPECT_NE(ask("fast").find("mode must be one of guide, auto and do."), std::string::npos);
+    controller->setHelpMode(HelpMode::auto_);
+    EXPECT_NE(wire->sent.back().find("They have switched to auto mode."), std::string::npos);
+    EXPECT_NE(ask("guide").find("Stay in Auto; only they change it."), std::string::npos);
+}
+
+TEST_F(SessionWordsTest, theModeWaitsForWordsThatAreReportedLate)
+{
+    struct Row {
+        const char* name;
+        std::function<void()> before;
+        std::function<void()> after; ///< The call.
+        std::chrono::milliseconds wait; ///< Until it is decided; nothing was decided before.
+        const char* answer;
+    };
+    const auto words = [this](const char* text) {
+        return [this, text] { wire->report(live_event::InputTranscript{text}); };
+    };
+    const auto said = [this] { speak(); };
+    const auto nothing = [] {};
+    const Row rows[] = {
+        {"words after the call", said, words("do it for me"), 300ms, "switched"},
+        {"in pieces on both sides of it",
+            [=] {
+                said();
+                words("do it")();
+            },
+            words(" for me please"), 300ms, "switched"},
+        {"what follows takes it back", words("do it for me"), words(", no, just show me"), 300ms, "refused"},
+        {"none come", said, nothing, 1500ms, "refused"},
+        {"nobody spoke", nothing, nothing, 0ms, "refused"},
+        {"only the model says so", said, [this] { wire->report(live_event::OutputTranscript{"Do it for me"}); }, 1500ms,
+            "refused"},
+        {"the conversation ends first", said, [this] { controller->stop("enough"); }, 0ms, ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        makeActive();
+        row.before();
+        sentSince();
+        saidSince();
+        callTool("mode_1", "set_mode", {{"mode", "do"}});
+        row.after();
+        const auto answers = [this] {
+            return std::count_if(
+                wire->sent.begin(), wire->sent.end(), [](const auto& sent) { return sent.starts_with("tool "); });
+        };
+        if (row.wait > 0ms) {
+            scheduler.advance(row.wait - 1ms);
+            EXPECT_EQ(answers(), 0);
+            scheduler.advance(1ms);
+        }
+        EXPECT_EQ(answers(), *row.answer ? 1 : 0);
+        EXPECT_EQ(controller->helpMode(), row.answer == std::string("switched") ? HelpMode::do_ : HelpMode::guide);
+        const Lines reported = saidSince(); // Answered once in each case.
+        EXPECT_EQ(std::count_if(
+                      reported.begin(), reported.end(), [](const auto& line) { return line.starts_with("result"); }),
+            1);
+    }
+}
+
+TEST_F(SessionWordsTest, wordsThatComeAfterTheirAnswerAskForNothing)
+{
+    makeActive();
+    speak();
+    callTool("c1", "keep_note");
+    replies[0].answer({{"status", "kept"}});
+    hearAssistant("Kept.", 500ms);
+    wire->report(live_event::BackendIdle{});
+    scheduler.advance(2s);
+    sentSince();
+    wire->report(live_event::InputTranscript{"keep"});
+    wire->report(live_event::InputTranscript{" a note"});
+    scheduler.advance(1s);
+    EXPECT_FALSE(controller->isTurnOpen());
+    EXPECT_EQ(saidSince().back(), "spoken: keep a note");
+    EXPECT_EQ(
+        controller->conversation(), (std::deque<LiveHistoryEntry>{{"user", "keep a note"}, {"assistant", "Kept."}}));
+    scheduler.advance(12s);
+    EXPECT_TRUE(sentSince().empty());
+}
+
+TEST_F(SessionWordsTest, whatTheProgramHasToTellWaitsForAQuietMoment)
+{
+    enum class By { model, modelLater, device };
+    struct Row {
+        const char* name;
+        std::function<void()> before;
+        std::function<void()> after;
+        By told;
+    };
+    const auto nothing = [] {};
+    const auto rest = [this] {
+        scheduler.advance(16s);
+        wire->closeWith({});
+    };
+    const auto tale = [this] { hearAssistant("A tale.", 5s); };
+    const auto pass = [this](std::chrono::milliseconds time) { return [this, time] { scheduler.advance(time); }; };
+    const auto mend = [this] {
+        scheduler.advance(600ms);
+        becomeReady();
+        scheduler.advance(1s);
+    };
+    const Row rows[] = {
+        {"quiet", nothing, nothing, By::model},
+        {"the user speaks", [this] { sound(520ms, 12000); }, [this] { silence(7s); }, By::modelLater},
+        {"the voice sounds", tale, pass(7s), By::modelLater},
+        {"a tool runs for long", [this] { callTool("c1", "keep_note"); }, pass(32s), By::modelLater},
+        {"a consent is pending", [this] { controller->noteConsent(SessionController::Consent::pending); },
+            [this] {
+                scheduler.advance(2s);
+                controller->noteConsent(SessionController::Consent::settled);
+                scheduler.advance(1s);
+            },
+            By::modelLater},
+        {"it rests", rest,
+            [this] {
+                becomeReady();
+                scheduler.advance(1s);
+            },
+            By::modelLater},
+        {"it cannot wake", rest, pass(20s), By::device},
+        {"the connection is lost", [this] { lose(); }, mend, By::modelLater},
+        {"there is no conversation", [this] { controller->stop("enough"); }, nothing, By::device},
+        {"the conversation ends first", tale, [this] { controller->stop("enough"); }, By::device},
+    };
+    const auto told = [this] {
+        const Lines sent = sentSince();
+        return std::count(sent.begin(), sent.end(),
+            "message [Quorvell app event] This has just come due. Tell them: “Reminder: call 'Mum'.”. Say it now, in "
+            "one short sentence, and take up what they answer.");
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        replies.clear();
+        synthesiser = {};
+        makeActive();
+        silence(1s);
+        row.before();
+        controller->announce("Reminder: call “Mum”.");
+        EXPECT_EQ(told(), row.told == By::model);
+        row.after();
+        EXPECT_EQ(told(), row.told == By::modelLater);
+        const Lines said = saidSince();
+        EXPECT_EQ(std::count(said.begin(), said.end(), "said: Reminder: call “Mum”."), row.told == By::device);
+        EXPECT_EQ(synthesiser.said.find("Reminder: call") != std::string::npos, row.told == By::device);
+    }
+    makeActive();
+    controller->announce("Reminder: call “Mum”.");
+    lose(); // While it is told: whoever takes over is told again.
+    scheduler.advance(600ms);
+    becomeReady();
+    EXPECT_EQ(told(), 1);
+}
+
+TEST_F(SessionWordsTest, whatTheModelThinksIsShownAndNeverSaid)
+{
+    makeActive();
+    controller->submitTyped({{{"when am I free"}}, true});
+    saidSince();
+    for (const char* piece : {"**Looking", " at the calendar**\n\n", "", "Friday is full."})
+        wire->report(live_event::Thinking{piece});
+    EXPECT_EQ(saidSince(),
+        (Lines{"thought: Looking", "thought: Looking at the calendar", "thought: Looking at the calendar",
+            "thought: Friday is full."}));
+    hearAssistant("On Monday.", 1s);
+    wire->report(live_event::BackendIdle{});
+    scheduler.advance(2s);
+    EXPECT_EQ(saidSince(), (Lines{"words: On Monday.", "said: On Monday.", "turn answered"}));
+    EXPECT_EQ(controller->conversation().size(), 2U);
+    controller->submitTyped({{{"thanks"}}, true});
+    EXPECT_EQ(saidSince().front(), "thought: ");
+}
+
+TEST_F(SessionWordsTest, wordsThatNobodyTakesUpAreHandedOverOnce)
+{
+    makeActive();
+    wire->report(live_event::InputTranscript{"buy milk"});
+    scheduler.advance(14s);
+    EXPECT_EQ(log.text.find("request_missed"), std::string::npos);
+    scheduler.advance(2s);
+    EXPECT_TRUE(wire->sent.back().starts_with("message [Quorvell app event] They said: “buy milk”."));
+    EXPECT_TRUE(log.has("request_missed"));
+    sentSince();
+    scheduler.advance(40s);
+    EXPECT_TRUE(sentSince().empty());
+}
+
+} // namespace
+} // namespace quorvell
