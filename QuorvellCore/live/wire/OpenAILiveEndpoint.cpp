@@ -1,6 +1,7 @@
 #include "QuorvellCore/live/wire/OpenAILiveEndpoint.h"
 
 #include "QuorvellCore/live/wire/OpenAILiveMessage.h"
+#include "QuorvellCore/live/wire/SessionDescriptionBounds.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
 #include "QuorvellCore/text/LowerCase.h"
@@ -45,7 +46,7 @@ std::optional<OpenAILiveEndpoint::WebRTCAnswer> OpenAILiveEndpoint::webRTCAnswer
     const Json* transport = json ? memberOf(*json, "transport") : nullptr;
     const Json* session = json ? memberOf(*json, "session") : nullptr;
     auto sdp = transport ? readString(*transport, "sdp") : std::nullopt;
-    if (!sdp || !session || !session->is_object())
+    if (!sdp || !SessionDescriptionBounds::hold(*sdp) || !session || !session->is_object())
         return std::nullopt;
     return WebRTCAnswer{std::move(*sdp), readString(*session, "id").value_or("")};
 }

@@ -37,7 +37,7 @@ struct OpenAILiveEndpoint {
     /// Creates a session whose sound travels over WebRTC.
     WebRequest webRTCRequest(
         std::string_view apiKey, const OpenAILiveSetupOptions& options, std::string_view offerSDP) const;
-    /// Nothing when the answer's SDP or its session is missing.
+    /// Nothing when the session or the answer's SDP is missing, or that is out of bounds.
     static std::optional<WebRTCAnswer> webRTCAnswer(std::string_view body);
 
     /// Which option to drop before the session is asked for again, judged by the refusal's status and body.

@@ -70,6 +70,7 @@ TEST(OpenAILiveEndpoint, readsWebRTCAnswers)
         {R"({"transport":{"sdp":"v=0"}})", std::nullopt},
         {R"({"transport":{"sdp":7},"session":{}})", std::nullopt},
         {R"({"session":{"id":"s"}})", std::nullopt},
+        {R"({"transport":{"sdp":"v=0\nno line"},"session":{}})", std::nullopt},
         {"v=0", std::nullopt},
     };
     for (const Row& row : rows)
