@@ -1,5 +1,6 @@
 #pragma once
 
+#include "QuorvellCore/reminders/ReminderRepeat.h"
 #include "QuorvellCore/text/Instant.h"
 
 #include <optional>
@@ -44,6 +45,7 @@ struct EventDraft {
     Instant start{};
     Instant end{};
     bool allDay = false; ///< Then start and end are starts of days.
+    std::optional<ReminderRepeat> repeat{}; ///< One that names the day of `start`.
 };
 
 /// What is to be changed; the rest stays as it is.

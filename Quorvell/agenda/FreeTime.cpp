@@ -38,10 +38,10 @@ std::vector<FreeTime> FreeTime::find(
         if (until - from >= wish.length && found.size() < wish.most)
             found.push_back({from, until});
     };
-    LocalDay day = calendar.day(wish.from);
+    LocalDay day = calendar.day(wish.from) - std::chrono::days(1); // whose waking hours may last beyond midnight
     for (int count = 0; count < mostDays && found.size() < wish.most; ++count, day += std::chrono::days(1)) {
-        const Instant end = std::min(wish.to, calendar.instant(day, wish.wakingTo));
-        Instant free = std::max(wish.from, calendar.instant(day, wish.wakingFrom));
+        const Instant end = std::min(wish.to, calendar.instant(day, wish.waking.to));
+        Instant free = std::max(wish.from, calendar.instant(day, wish.waking.from));
         if (calendar.instant(day, std::chrono::hours(0)) >= wish.to)
             break;
         for (const FreeTime& taken : busy) {

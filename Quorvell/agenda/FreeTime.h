@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Quorvell/agenda/CalendarEvent.h"
+#include "Quorvell/agenda/WakingHours.h"
 #include "QuorvellCore/reminders/Calendar.h"
 
 #include <chrono>
@@ -19,8 +20,7 @@ struct FreeTime {
         std::chrono::minutes length{60};
         Instant from{};
         Instant to{};
-        std::chrono::hours wakingFrom{8}; ///< By the user's clock, on every day.
-        std::chrono::hours wakingTo{22};
+        WakingHours waking{};
         std::size_t most = 5;
     };
 

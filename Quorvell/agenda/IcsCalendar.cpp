@@ -195,18 +195,31 @@ std::string IcsCalendar::text() const
     return text ? text.get() : "";
 }
 
-std::string IcsCalendar::textOf(const EventID& id) const
+std::string IcsCalendar::textOf(const EventID& id, const Calendar& calendar) const
 {
-    for (icalcomponent* component : m_content->components()) {
-        const auto event = IcsEvent::read(component);
-        const bool isChanged = event && event->recurrence;
-        if (!event || event->uid != id.uid || isChanged == id.occurrence.empty()
-            || (isChanged && event->recurrence->text() != id.occurrence))
-            continue;
-        const std::unique_ptr<char, void (*)(void*)> text(icalcomponent_as_ical_string_r(component), ::free);
-        return text ? text.get() : "";
-    }
-    return "";
+    const auto all = m_content->series();
+    const auto found = all.find(id.uid);
+    if (found == all.end())
+        return "";
+    const IcsZones zones(m_content->root.get(), calendar);
+    icalcomponent* wanted = found->second.master && id.occurrence.empty() ? found->second.master->component : nullptr;
+    for (const IcsEvent& changed : found->second.changed)
+        if (occurrenceOf(found->second, changed, zones).text() == id.occurrence)
+            wanted = changed.component;
+    if (!wanted)
+        return "";
+    const std::unique_ptr<char, void (*)(void*)> text(icalcomponent_as_ical_string_r(wanted), ::free);
+    return text ? text.get() : "";
+}
+
+std::set<std::string> IcsCalendar::changedOccurrences(const std::string& uid, const Calendar& calendar) const
+{
+    std::set<std::string> occurrences;
+    const auto all = m_content->series();
+    if (const auto found = all.find(uid); found != all.end())
+        for (const IcsEvent& changed : found->second.changed)
+            occurrences.insert(occurrenceOf(found->second, changed, IcsZones(m_content->root.get(), calendar)).text());
+    return occurrences;
 }
 
 bool IcsCalendar::has(const std::string& uid) const

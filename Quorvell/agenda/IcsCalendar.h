@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,7 +33,10 @@ public:
 
     std::string text() const;
     /// As `text`, of one event of it: its series, or what was changed of one occurrence. Empty where there is none.
-    std::string textOf(const EventID& id) const;
+    std::string textOf(const EventID& id, const Calendar& calendar) const;
+
+    /// The occurrences of a series that were changed by themselves, as its clock has them.
+    std::set<std::string> changedOccurrences(const std::string& uid, const Calendar& calendar) const;
 
     bool has(const std::string& uid) const;
     std::string firstUid() const; ///< Empty where there is no event.

@@ -1,5 +1,6 @@
 #include "Quorvell/agenda/IcsEditing.h"
 
+#include "Quorvell/agenda/IcsRule.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
@@ -113,38 +114,12 @@ Times wantedTimes(const CalendarEvent& shown, const EventChange& change, const C
     return times;
 }
 
-/// Rules that name days by themselves do not follow when the first day moves.
-bool namesDays(const IcsEvent& series)
-{
-    for (icalproperty* property = icalcomponent_get_first_property(series.component, ICAL_RRULE_PROPERTY); property;
-         property = icalcomponent_get_next_property(series.component, ICAL_RRULE_PROPERTY)) {
-        const icalrecurrencetype rule = icalproperty_get_rrule(property);
-        if (rule.by_day[0] != ICAL_RECURRENCE_ARRAY_MAX || rule.by_month_day[0] != ICAL_RECURRENCE_ARRAY_MAX
-            || rule.by_month[0] != ICAL_RECURRENCE_ARRAY_MAX || rule.by_year_day[0] != ICAL_RECURRENCE_ARRAY_MAX)
-            return true;
-    }
-    return false;
-}
-
 void shiftMoments(icalcomponent* component, icalproperty_kind kind, seconds shift)
 {
     for (icalproperty* property = icalcomponent_get_first_property(component, kind); property;
          property = icalcomponent_get_next_property(component, kind))
         if (const auto moment = IcsMoment::read(property))
             moment->at(moment->local + shift).writeTo(property);
-}
-
-void shiftEndsOfRules(icalcomponent* component, seconds shift)
-{
-    for (icalproperty* property = icalcomponent_get_first_property(component, ICAL_RRULE_PROPERTY); property;
-         property = icalcomponent_get_next_property(component, ICAL_RRULE_PROPERTY)) {
-        icalrecurrencetype rule = icalproperty_get_rrule(property);
-        const auto until = IcsMoment::from(rule.until);
-        if (!until)
-            continue;
-        rule.until = until->at(until->local + shift).time();
-        icalproperty_set_rrule(property, rule);
-    }
 }
 
 } // namespace
@@ -156,6 +131,10 @@ icalcomponent* IcsEditing::newEvent(const EventDraft& draft, const IcsZones& zon
     stamp(component, now);
     changeTexts(component, {draft.title, draft.place, draft.notes, {}, {}, {}});
     setTimes(component, zones.newMoment(draft.start, draft.allDay), zones.newMoment(draft.end, draft.allDay));
+    if (draft.repeat) {
+        const std::string rule = IcsRule::text(*draft.repeat, zones.user().day(draft.start));
+        icalcomponent_add_property(component, icalproperty_new_rrule(icalrecurrencetype_from_string(rule.c_str())));
+    }
     return component;
 }
 
@@ -201,7 +180,8 @@ std::string IcsEditing::changeSeries(const IcsEvent& series, const std::vector<I
             return times.problem;
         const IcsMoment newStart = zones.moment(times.start, series.start);
         const seconds shift = newStart.local - occurrence.local;
-        if (namesDays(series) && floor<days>(newStart.local) != floor<days>(occurrence.local))
+        const days dayShift = floor<days>(newStart.local) - floor<days>(occurrence.local);
+        if (!IcsRule::canShift(series.component, dayShift))
             return "The series says by itself on which days it happens, so only its hour can be moved here. Change its "
                    "days in your calendar program.";
         const IcsMoment first = series.start.at(series.start.local + shift);
@@ -210,7 +190,7 @@ std::string IcsEditing::changeSeries(const IcsEvent& series, const std::vector<I
             : zones.moment(zones.instant(first) + (times.end - times.start), first);
         shiftMoments(series.component, ICAL_EXDATE_PROPERTY, shift);
         shiftMoments(series.component, ICAL_RDATE_PROPERTY, shift);
-        shiftEndsOfRules(series.component, shift);
+        IcsRule::shift(series.component, shift, dayShift);
         for (const IcsEvent& changed : changedOccurrences)
             shiftMoments(changed.component, ICAL_RECURRENCEID_PROPERTY, shift);
         setTimes(series.component, first, end);

@@ -107,6 +107,18 @@ bool mentions(const char* text, const char* word)
     return text && std::string_view(text) == word;
 }
 
+/// "Every second Monday of the week" means nothing, and is counted from wherever the search begins.
+void dropPositionsInWeeks(icalrecurrencetype& rule)
+{
+    if (rule.freq == ICAL_MONTHLY_RECURRENCE || rule.freq == ICAL_YEARLY_RECURRENCE)
+        return;
+    for (short& day : rule.by_day) {
+        if (!isGiven(day))
+            break;
+        day = static_cast<short>(icalrecurrencetype_day_day_of_week(day));
+    }
+}
+
 } // namespace
 
 std::optional<IcsEvent> IcsEvent::read(icalcomponent* component)
@@ -195,6 +207,7 @@ void IcsEvent::followRule(
     icalrecurrencetype rule = icalproperty_get_rrule(property);
     if (!canBeFollowed(rule))
         return;
+    dropPositionsInWeeks(rule);
     if (rule.freq == ICAL_HOURLY_RECURRENCE)
         return followHours(rule, from, to, zones, found);
     IcsMoment plain = start;

@@ -1,5 +1,7 @@
 #include "Quorvell/agenda/IcsMoment.h"
 
+#include "QuorvellCore/reminders/WindowsZone.h"
+
 #include <array>
 #include <cstdio>
 
@@ -147,6 +149,8 @@ const Calendar* IcsZones::known(const std::string& zone) const
         for (std::size_t slash = zone.find('/'); !calendar && slash != std::string::npos;
              slash = zone.find('/', slash + 1))
             calendar = Calendar::create(std::string_view(zone).substr(slash + 1), m_user.locale());
+        if (const auto place = calendar ? std::nullopt : zoneOfWindowsName(zone))
+            calendar = Calendar::create(*place, m_user.locale());
         found = m_known.emplace(zone, std::move(calendar)).first;
     }
     return found->second ? &*found->second : nullptr;

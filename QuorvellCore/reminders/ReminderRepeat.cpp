@@ -176,4 +176,12 @@ std::optional<Instant> ReminderRepeat::next(Instant after, Instant base, const C
     return std::nullopt;
 }
 
+Instant ReminderRepeat::first(Instant start, const Calendar& calendar) const
+{
+    if (kind == Kind::yearly)
+        return start; // has the date of its start, whichever that is
+    const Instant dayBefore = calendar.addingDays(start, std::chrono::days(-1));
+    return next(start - std::chrono::milliseconds(1), dayBefore, calendar).value_or(start);
+}
+
 } // namespace quorvell

@@ -34,6 +34,9 @@ struct ReminderRepeat {
     /// at. The search by days looks 14 days beyond `base` and then gives up.
     std::optional<Instant> next(Instant after, Instant base, const Calendar& calendar) const;
 
+    /// The first occurrence from `start` on, at its time of day: `start` itself where the rule has its day.
+    Instant first(Instant start, const Calendar& calendar) const;
+
     bool operator==(const ReminderRepeat&) const = default;
 };
 

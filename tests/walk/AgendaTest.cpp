@@ -13,7 +13,7 @@ using namespace quorvell::walk;
 
 namespace {
 
-/// Another program that puts an event an hour from now into the desktop's calendar.
+/// Another program that puts three lunches, the first an hour from now, into the desktop's calendar.
 const char* const makeEvent = R"(
 import datetime, dbus
 server = 'org.gnome.evolution.dataserver'
@@ -26,7 +26,8 @@ calendar = bus.get_object(name, path)
 calendar.Open(dbus_interface=server + '.Calendar')
 start = (datetime.datetime.utcnow() + datetime.timedelta(hours=1)).strftime('%Y%m%dT%H%M%SZ')
 calendar.CreateObjects(['BEGIN:VEVENT\r\nUID:walk\r\nDTSTAMP:20261121T090000Z\r\nSUMMARY:Lunch with Ana\r\n'
-    'DTSTART:' + start + '\r\nDURATION:PT1H\r\nEND:VEVENT\r\n'], dbus.UInt32(0), dbus_interface=server + '.Calendar')
+    'DTSTART:' + start + '\r\nDURATION:PT1H\r\nRRULE:FREQ=DAILY;COUNT=3\r\nEND:VEVENT\r\n'],
+    dbus.UInt32(0), dbus_interface=server + '.Calendar')
 )";
 
 } // namespace
@@ -45,9 +46,9 @@ TEST(Agenda, showsWhatTheDesktopsCalendarsHold)
         {QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"), script, QStringLiteral(QUORVELL_PROGRAM)});
     EXPECT_EQ(shown.exitCode, 0) << shown.errors;
     const auto events = shown.events();
-    ASSERT_EQ(events.size(), 1U) << shown.output << shown.errors;
+    ASSERT_EQ(events.size(), 3U) << shown.output << shown.errors;
     EXPECT_EQ(readString(events.front(), "title"), "Lunch with Ana");
-    EXPECT_EQ(readString(events.front(), "id"), "d:system-calendar/walk");
+    EXPECT_TRUE(readString(events.back(), "id").value_or("").starts_with("d:system-calendar/walk#"));
 }
 
 TEST(Agenda, oneProgramAtATimeKeepsTheNotebook)

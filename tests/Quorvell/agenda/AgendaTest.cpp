@@ -128,7 +128,14 @@ TEST(CalendarFolder, sharesWithAnotherCalendarProgram)
     ASSERT_TRUE(added.event) << added.problem;
     const std::string listed = khal(home, "list -f '{start}|{title}|{location}' 2026-11-23 1d");
     EXPECT_NE(listed.find("2026-11-23 12:00|Lunch with Ana|Café, corner"), std::string::npos) << listed;
+    EventDraft rent{"22222222-bbbb", "Rent", "", "", at("2027-01-30T23:00:00Z"), at("2027-01-31T23:00:00Z"), true,
+        ReminderRepeat::monthly(31)};
+    ASSERT_TRUE(folder.add(rent, berlin(), now).event);
+    const std::string rents = khal(home, "list -f '{start}|{title}' 2027-01-31 60d");
+    for (const char* day : {"2027-01-31|Rent", "2027-02-28|Rent", "2027-03-31|Rent"})
+        EXPECT_NE(rents.find(day), std::string::npos) << rents;
 
+    khal(home, "new -a one 2026-12-24 2026-12-26 Holidays");
     khal(home, "new -a one -l Studio --repeat weekly 2026-11-25 18:00 2026-11-25 19:30 Choir");
     const auto events = folder.read(now, weekEnd + std::chrono::days(7), berlin()).events;
     ASSERT_EQ(events.size(), 3U) << test::readText(home / "errors");
@@ -143,6 +150,20 @@ TEST(CalendarFolder, sharesWithAnotherCalendarProgram)
     EXPECT_NE(choir.find("2026-11-25 19:00|Choir"), std::string::npos) << choir;
     EXPECT_EQ(choir.find("2026-12-02"), std::string::npos) << choir;
     EXPECT_NE(choir.find("2026-12-09 18:00|Choir"), std::string::npos) << choir;
+    const auto holidays = folder.read(at("2026-12-24T12:00:00Z"), at("2026-12-24T13:00:00Z"), berlin()).events;
+    ASSERT_EQ(holidays.size(), 1U) << test::readText(home / "errors");
+    EXPECT_EQ(isoText(holidays[0].end), "2026-12-26T23:00:00.000Z");
+}
+
+TEST(WakingHours, areReadStrictly)
+{
+    for (const auto& [written, read] : {std::pair("8-22", "8:00 to 22:00"), {" 7:30 - 23:15 ", "7:30 to 23:15"},
+             {"0-24", "0:00 to 24:00"}, {"10:00-02:00", "10:00 to 2:00"}})
+        EXPECT_EQ(WakingHours::parse(written).value_or(WakingHours{}).text(), read);
+    EXPECT_EQ(WakingHours::parse("22-6")->length(), std::chrono::hours(8));
+    for (const char* text :
+        {"", "8", "8-", "-8", "8-8", "24-8", "8-25", "8:60-9", "8:5-9", "8:00:00-9", "8-9-10", "x-y"})
+        EXPECT_FALSE(WakingHours::parse(text)) << text;
 }
 
 TEST(FreeTime, findsGapsOfWakingHours)
@@ -164,8 +185,11 @@ TEST(FreeTime, findsGapsOfWakingHours)
         const char* to;
         int minutes;
         std::vector<std::string> found;
+        const char* waking = "8-22";
     };
     const Row rows[] = {
+        {"of somebody who stays up", {busy("2026-11-23T23:30:00Z", "2026-11-24T00:10:00Z")}, "2026-11-22T23:30:00Z",
+            "2026-11-24T09:30:00Z", 30, {"23:30-01:00", "11:00-23:30", "00:15-01:00"}, "12:00-2:00"},
         {"an empty day, from the next quarter on", {holiday, offered}, "2026-11-23T09:07:00Z", "2026-11-23T23:00:00Z",
             60, {"09:15-21:00"}},
         {"overlapping and touching events",
@@ -188,7 +212,11 @@ TEST(FreeTime, findsGapsOfWakingHours)
         SCOPED_TRACE(row.name);
         std::vector<std::string> found;
         for (const FreeTime& free : FreeTime::find(row.events,
-                 {.length = std::chrono::minutes(row.minutes), .from = at(row.from), .to = at(row.to)}, berlin()))
+                 {.length = std::chrono::minutes(row.minutes),
+                 .from = at(row.from),
+                 .to = at(row.to),
+                 .waking = *WakingHours::parse(row.waking)},
+                 berlin()))
             found.push_back(isoText(free.start).substr(11, 5) + "-" + isoText(free.end).substr(11, 5));
         EXPECT_EQ(found, row.found);
     }

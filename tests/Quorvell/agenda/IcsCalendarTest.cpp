@@ -64,6 +64,9 @@ TEST(IcsCalendar, putsEventsWhereTheyHappen)
             {"2026-11-23T09:00/2026-11-23T10:00"}},
         {"a zone that the file describes", outlook + event("DTSTART;TZID=Made up:20261123T090000\nDURATION:PT1H"),
             {"2026-11-23T06:00/2026-11-23T07:00"}},
+        {"a zone by the name that another system has for it",
+            event("DTSTART;TZID=W. Europe Standard Time:20261123T090000\nDURATION:PT1H"),
+            {"2026-11-23T08:00/2026-11-23T09:00"}},
         {"a zone that nobody knows", event("DTSTART;TZID=Nowhere:20261123T090000\nDURATION:PT1H"),
             {"2026-11-23T08:00/2026-11-23T09:00"}},
         {"whole days", event("DTSTART;VALUE=DATE:20261123\nDTEND;VALUE=DATE:20261125"),
@@ -77,6 +80,9 @@ TEST(IcsCalendar, putsEventsWhereTheyHappen)
             event("DTSTART;TZID=Europe/Berlin:20200106T090000\nDURATION:PT1H\nRRULE:FREQ=WEEKLY;BYDAY=MO,WE,FR\n"
                   "EXDATE;TZID=Europe/Berlin:20261125T090000"),
             {"2026-11-23T08:00/2026-11-23T09:00", "2026-11-27T08:00/2026-11-27T09:00"}},
+        {"with positions, which mean nothing in a week",
+            event("DTSTART:20200106T090000Z\nRRULE:FREQ=WEEKLY;BYDAY=2MO,FR"),
+            {"2026-11-23T09:00/2026-11-23T09:00", "2026-11-27T09:00/2026-11-27T09:00"}},
         {"one struck out without its zone",
             event("DTSTART;TZID=Asia/Tokyo:20261117T090000\nRRULE:FREQ=WEEKLY;COUNT=2\nEXDATE:20261124T090000"), {}},
         {"until an instant, counted in the zone",
@@ -197,6 +203,68 @@ TEST(IcsCalendar, changesOneOccurrenceOrTheSeries)
         EXPECT_EQ(shown(calendar->text(), "2026-01-01T00:00:00Z", "2027-01-01T00:00:00Z"), row.happens);
         EXPECT_NE(calendar->text().find("X-KEPT:yes"), std::string::npos);
         EXPECT_TRUE(calendar->find(*id, berlin()) || row.scope == EventScope::series);
+    }
+}
+
+TEST(IcsCalendar, movesSeriesByDaysWhereTheirRulesFollow)
+{
+    struct Row {
+        const char* name;
+        const char* rule;
+        int daysLater;
+        std::vector<std::string> happens; ///< None when it is refused.
+    };
+    const Row rows[] = {
+        {"its own weekday", "FREQ=WEEKLY;COUNT=2;BYDAY=MO", 3,
+            {"2026-11-05T11:00/2026-11-05T12:00", "2026-11-12T11:00/2026-11-12T12:00"}},
+        {"over the end of the week", "FREQ=WEEKLY;BYDAY=MO,WE;UNTIL=20261111T110000Z", 5,
+            {"2026-11-07T11:00/2026-11-07T12:00", "2026-11-09T11:00/2026-11-09T12:00",
+                "2026-11-14T11:00/2026-11-14T12:00", "2026-11-16T11:00/2026-11-16T12:00"}},
+        {"every other week", "FREQ=WEEKLY;INTERVAL=2;BYDAY=MO", 1, {}},
+        {"a day of the month", "FREQ=MONTHLY;BYMONTHDAY=2", 1, {}},
+        {"the first Monday", "FREQ=MONTHLY;BYDAY=1MO", 1, {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto calendar = IcsCalendar::parse(
+            file(event("DTSTART;TZID=Europe/Berlin:20261102T120000\nDURATION:PT1H\nRRULE:" + std::string(row.rule))));
+        ASSERT_TRUE(calendar);
+        EventChange later;
+        later.start = at("2026-11-02T11:00:00Z") + std::chrono::days(row.daysLater);
+        const std::string problem =
+            calendar->change({'f', "u1", "20261102T120000"}, EventScope::series, later, berlin(), Instant());
+        EXPECT_EQ(problem.empty(), !row.happens.empty()) << problem;
+        if (problem.empty()) {
+            EXPECT_EQ(shown(calendar->text(), "2026-01-01T00:00:00Z", "2027-01-01T00:00:00Z"), row.happens);
+        }
+    }
+}
+
+TEST(IcsCalendar, writesRulesThatComeBack)
+{
+    struct Row {
+        const char* repeat;
+        const char* start;
+        const char* written; ///< Of the rule.
+        const char* last; ///< The last occurrence before 2028-03-10.
+    };
+    const Row rows[] = {
+        {"daily", "2027-03-01T08:00:00Z", "FREQ=DAILY", "2028-03-09T08:00"},
+        {"weekdays", "2027-03-01T08:00:00Z", "BYDAY=MO,TU,WE,TH,FR", "2028-03-09T08:00"},
+        {"weekly:2", "2027-03-01T08:00:00Z", "FREQ=WEEKLY", "2028-03-06T08:00"},
+        {"weekly:2,7", "2027-03-01T08:00:00Z", "BYDAY=MO,SA", "2028-03-06T08:00"},
+        {"monthly:1", "2027-03-01T08:00:00Z", "FREQ=MONTHLY", "2028-03-01T08:00"},
+        {"monthly:31", "2027-03-31T07:00:00Z", "BYMONTHDAY=28,29,30,31;BYSETPOS=-1", "2028-02-29T08:00"},
+        {"yearly", "2027-03-01T08:00:00Z", "FREQ=YEARLY", "2028-03-01T08:00"},
+        {"yearly", "2024-02-29T08:00:00Z", "BYMONTHDAY=-1;BYMONTH=2", "2028-02-29T08:00"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.repeat);
+        const EventDraft draft{"u1", "Lunch", "", "", at(row.start), at(row.start) + std::chrono::hours(1), false,
+            ReminderRepeat::fromStored(row.repeat)};
+        const std::string text = IcsCalendar::withEvent(draft, berlin(), Instant()).text();
+        EXPECT_NE(text.find(row.written), std::string::npos) << text;
+        EXPECT_EQ(shown(text, "2026-01-01T00:00:00Z", "2028-03-10T00:00:00Z").back().substr(0, 16), row.last);
     }
 }
 

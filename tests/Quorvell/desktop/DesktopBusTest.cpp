@@ -241,32 +241,62 @@ TEST(EventsOfDataServer, sharesTheDesktopsCalendars)
                         .c_str());
     ASSERT_TRUE(events.isThere());
 
-    // As another program makes it.
+    const auto happens = [&](const char* from, const char* to) {
+        std::vector<std::string> lines;
+        const AgendaReading reading = events.read(at(from), at(to), berlin);
+        for (const CalendarEvent& event : reading.events)
+            lines.push_back(isoText(event.start).substr(5, 11) + "/" + isoText(event.end).substr(5, 11)
+                + (event.allDay ? " day " : " ") + event.title);
+        lines.insert(lines.end(), reading.problems.begin(), reading.problems.end());
+        return lines;
+    };
+    using Lines = std::vector<std::string>;
+    const auto moved = [](const char* start) {
+        EventChange change;
+        change.start = at(start);
+        return change;
+    };
+
     const EventDraft draft{
         "quorvell-test-1", "Choir", "Hall", "", at("2026-11-25T17:00:00Z"), at("2026-11-25T18:30:00Z"), false};
     const AgendaVerdict added = events.add(draft, berlin, now);
     ASSERT_TRUE(added.event) << added.problem;
     EXPECT_EQ(added.event->id.text(), "d:system-calendar/quorvell-test-1");
-    const auto reading = [&] { return events.read(now, at("2026-12-21T09:00:00Z"), berlin); };
-    ASSERT_EQ(reading().events.size(), 1U);
-    EXPECT_EQ(reading().events.front().place, "Hall");
-    EXPECT_EQ(isoText(reading().events.front().end), "2026-11-25T18:30:00.000Z");
-    EXPECT_EQ(reading().problems, std::vector<std::string>());
-
-    EventChange change;
-    change.start = at("2026-11-26T17:00:00Z");
-    const AgendaVerdict changed = events.change(added.event->id, EventScope::occurrence, change, berlin, now);
+    const AgendaVerdict changed =
+        events.change(added.event->id, EventScope::occurrence, moved("2026-11-26T17:00:00Z"), berlin, now);
     ASSERT_TRUE(changed.event) << changed.problem;
-    EXPECT_EQ(isoText(changed.event->end), "2026-11-26T18:30:00.000Z");
-
-    const std::string calendar =
-        outputOf("gdbus call --session -d org.gnome.evolution.dataserver.Calendar8 -o "
-                 "/org/gnome/evolution/dataserver/CalendarFactory -m "
-                 "org.gnome.evolution.dataserver.CalendarFactory.OpenCalendar system-calendar");
-    EXPECT_NE(calendar, "failed");
+    EXPECT_EQ(changed.event->place, "Hall");
+    EXPECT_EQ(happens("2026-11-21T00:00:00Z", "2026-12-21T00:00:00Z"), Lines{"11-26T17:00/11-26T18:30 Choir"});
     EXPECT_TRUE(events.remove(added.event->id, EventScope::occurrence, berlin, now).event);
-    EXPECT_TRUE(reading().events.empty());
     EXPECT_FALSE(events.find(added.event->id, berlin));
+
+    // Series: by the clock of their zone, one time changed, another struck out, then all of it moved.
+    const EventDraft weekly{"weekly", "Walk", "", "", at("2027-03-18T06:00:00Z"), at("2027-03-18T07:00:00Z"), false,
+        ReminderRepeat::weekly(5)};
+    const EventDraft monthly{"monthly", "Rent", "", "", at("2027-01-30T23:00:00Z"), at("2027-01-31T23:00:00Z"), true,
+        ReminderRepeat::monthly(31)};
+    ASSERT_TRUE(events.add(weekly, berlin, now).event);
+    ASSERT_TRUE(events.add(monthly, berlin, now).event);
+    EXPECT_EQ(happens("2027-03-20T00:00:00Z", "2027-04-10T00:00:00Z"),
+        (Lines{"03-25T06:00/03-25T07:00 Walk", "03-30T22:00/03-31T22:00 day Rent", "04-01T05:00/04-01T06:00 Walk",
+            "04-08T05:00/04-08T06:00 Walk"}));
+    const auto time = [](const char* occurrence) { return EventID{'d', "system-calendar/weekly", occurrence}; };
+    const auto one = EventScope::occurrence;
+    EXPECT_EQ(events.change(time("20270325T070000"), one, moved("2027-03-26T12:00:00Z"), berlin, now).problem, "");
+    EXPECT_EQ(events.change(time("20270325T070000"), one, moved("2027-03-26T13:00:00Z"), berlin, now).problem, "");
+    EXPECT_EQ(events.remove(time("20270401T070000"), one, berlin, now).problem, "");
+    EXPECT_EQ(events.remove({'d', "system-calendar/monthly", "20270331"}, one, berlin, now).problem, "");
+    EXPECT_EQ(happens("2027-03-20T00:00:00Z", "2027-04-16T00:00:00Z"),
+        (Lines{"03-26T13:00/03-26T14:00 Walk", "04-08T05:00/04-08T06:00 Walk", "04-15T05:00/04-15T06:00 Walk"}));
+    const auto all = EventScope::series;
+    EXPECT_EQ(events.change(time("20270408T070000"), all, moved("2027-04-09T06:00:00Z"), berlin, now).problem, "");
+    const Lines later{"03-26T13:00/03-26T14:00 Walk", "04-09T06:00/04-09T07:00 Walk", "04-16T06:00/04-16T07:00 Walk"};
+    EXPECT_EQ(happens("2027-03-20T00:00:00Z", "2027-04-17T00:00:00Z"), later);
+    EXPECT_EQ(events.remove(time("20270326T080000"), one, berlin, now).problem, "");
+    EXPECT_EQ(happens("2027-03-20T00:00:00Z", "2027-04-17T00:00:00Z"), Lines(later.begin() + 1, later.end()));
+    EXPECT_EQ(events.remove(time("20270409T080000"), all, berlin, now).problem, "");
+    EXPECT_EQ(events.remove({'d', "system-calendar/monthly", ""}, all, berlin, now).problem, "");
+    EXPECT_EQ(happens("2026-11-21T00:00:00Z", "2027-12-21T00:00:00Z"), Lines());
 }
 
 } // namespace

@@ -92,5 +92,16 @@ TEST(ReminderRepeat, next)
     }
 }
 
+TEST(ReminderRepeat, first)
+{
+    const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
+    const Instant saturday = *parseIsoText("2026-11-21T08:00:00Z");
+    for (const auto& [rule, first] : {std::pair("daily", "2026-11-21T08:00:00.000Z"),
+             {"weekdays", "2026-11-23T08:00:00.000Z"}, {"weekly:7", "2026-11-21T08:00:00.000Z"},
+             {"weekly:2,6", "2026-11-23T08:00:00.000Z"}, {"monthly:21", "2026-11-21T08:00:00.000Z"},
+             {"monthly:31", "2026-11-30T08:00:00.000Z"}, {"yearly", "2026-11-21T08:00:00.000Z"}})
+        EXPECT_EQ(isoText(ReminderRepeat::fromStored(rule)->first(saturday, calendar)), first) << rule;
+}
+
 } // namespace
 } // namespace quorvell

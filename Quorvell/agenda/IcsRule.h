@@ -1,0 +1,26 @@
+// The rules by which events of a calendar file repeat. Only for the sources of this room.
+#pragma once
+
+#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/ReminderRepeat.h"
+
+#include <libical/ical.h>
+
+#include <chrono>
+#include <string>
+
+namespace quorvell {
+
+struct IcsRule {
+    /// For a series whose first day is `first`, which the rule names. As plain as can be, so that other programs and a
+    /// later move of the series need not understand more than they do.
+    static std::string text(const ReminderRepeat& repeat, LocalDay first);
+
+    /// Whether the rules give the same days, so many later, when the first day moves. Rules that name dates by
+    /// themselves do not.
+    static bool canShift(icalcomponent* series, std::chrono::days shift);
+    /// Moves weekdays and ends of the rules along with the first occurrence.
+    static void shift(icalcomponent* series, std::chrono::seconds shift, std::chrono::days dayShift);
+};
+
+} // namespace quorvell
