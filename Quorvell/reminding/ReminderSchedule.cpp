@@ -149,7 +149,8 @@ std::optional<Instant> ReminderSchedule::nextAlarm(
 
 void ReminderSchedule::finish(Note& note, Instant now, const Calendar& calendar)
 {
-    if (!note.repeatRule && note.remindAt && *note.remindAt > now)
+    const bool repeats = note.repeatRule && ReminderRepeat::fromStored(*note.repeatRule);
+    if (!repeats && note.remindAt && *note.remindAt > now)
         note.remindAt = now;
     ReminderState::done(note, now, calendar);
 }

@@ -1,14 +1,12 @@
 #include "Quorvell/tools/AgendaTools.h"
 
 #include "Quorvell/tools/EventAnswers.h"
-#include "QuorvellCore/reminders/DateParts.h"
+#include "Quorvell/tools/EventArguments.h"
 #include "QuorvellCore/safety/SpokenConsent.h"
-#include "QuorvellCore/text/Characters.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -19,12 +17,6 @@ namespace {
 
 using std::chrono::days;
 using std::chrono::minutes;
-
-constexpr std::size_t longestTitle = 500; ///< User-perceived characters.
-constexpr std::size_t longestNotes = 5000;
-constexpr days longestLook{400};
-constexpr const char* dateForm = "must be a day that exists, written like \"2026-11-22 17:00\" or, for a whole day, "
-                                 "\"2026-11-22\".";
 
 /// A deletion that the user has been asked about.
 struct PendingDeletion {
@@ -40,67 +32,6 @@ struct Shared {
     std::optional<PendingDeletion> pending;
 };
 
-/// A moment of the call, or the whole of a day.
-struct CallDate {
-    Instant start{};
-    bool allDay = false;
-};
-
-std::string argument(const Json& arguments, std::string_view key)
-{
-    return trimmed(repairUtf8(readString(arguments, key).value_or("")));
-}
-
-/// Nothing when the key is missing; a problem when it is no date.
-struct ReadDate {
-    std::optional<CallDate> date;
-    std::string problem;
-};
-
-ReadDate readDate(const Json& arguments, const char* key, const Calendar& calendar)
-{
-    const std::string text = argument(arguments, key);
-    if (text.empty())
-        return {};
-    const auto parts = DateParts::parse(text);
-    const auto instant = parts ? parts->instant(calendar) : std::nullopt;
-    if (!instant)
-        return {std::nullopt, std::string(key) + " " + dateForm};
-    return {CallDate{*instant, parts->allDay}, ""};
-}
-
-Instant dayAfter(Instant moment, const Calendar& calendar)
-{
-    return calendar.instant(calendar.day(moment) + days(1), std::chrono::hours(0));
-}
-
-/// The stretch of time that a call asks about.
-struct Stretch {
-    Instant from{};
-    Instant to{};
-    std::string problem;
-};
-
-Stretch readStretch(const Json& arguments, const Shared& shared, days usualLength)
-{
-    const Calendar& calendar = shared.context.calendar;
-    const ReadDate from = readDate(arguments, "from", calendar);
-    const ReadDate to = readDate(arguments, "to", calendar);
-    Stretch stretch;
-    stretch.problem = from.problem.empty() ? to.problem : from.problem;
-    stretch.from = from.date ? from.date->start : shared.context.now();
-    if (to.date)
-        stretch.to = to.date->allDay ? dayAfter(to.date->start, calendar) : to.date->start;
-    else if (usualLength == days(0))
-        stretch.to = dayAfter(stretch.from, calendar);
-    else
-        stretch.to = calendar.addingDays(stretch.from, usualLength);
-    stretch.to = std::min(stretch.to, stretch.from + longestLook);
-    if (stretch.problem.empty() && stretch.to <= stretch.from)
-        stretch.problem = "to must come after from.";
-    return stretch;
-}
-
 void addProblems(Json& result, const AgendaReading& reading)
 {
     if (!reading.problems.empty())
@@ -109,18 +40,23 @@ void addProblems(Json& result, const AgendaReading& reading)
 
 using SharedPointer = std::shared_ptr<Shared>;
 
+std::vector<Note> visibleNotes(const Shared& shared)
+{
+    std::vector<Note> visible = shared.notebook.notes();
+    std::erase_if(visible, [](const Note& note) { return !note.isVisibleToQuorvell(); });
+    return visible;
+}
+
 void whatsOn(const SharedPointer& shared, const LiveFunctionCall& call, ToolReply reply)
 {
-    const Stretch stretch = readStretch(call.args, *shared, days(0));
+    const auto stretch = EventArguments::stretch(call.args, days(0), shared->context.now(), shared->context.calendar);
     if (!stretch.problem.empty())
         return reply.fail(stretch.problem);
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
     shared->agenda.read(
         stretch.from, stretch.to, shared->context.calendar, [shared, stretch, answer](const AgendaReading& reading) {
-            std::vector<Note> visible = shared->notebook.notes();
-            std::erase_if(visible, [](const Note& note) { return !note.isVisibleToQuorvell(); });
             const EventAnswers answers(shared->context.now(), shared->context.calendar);
-            Json result = answers.agenda(reading.events, visible, stretch.from, stretch.to);
+            Json result = answers.agenda(reading.events, visibleNotes(*shared), stretch.from, stretch.to);
             addProblems(result, reading);
             answer->answer(result);
         });
@@ -129,14 +65,16 @@ void whatsOn(const SharedPointer& shared, const LiveFunctionCall& call, ToolRepl
 void findFreeTime(const SharedPointer& shared, const LiveFunctionCall& call, ToolReply reply)
 {
     constexpr double shortest = 5;
-    constexpr double longest = 14 * 60;
+    const WakingHours& waking = shared->context.waking;
     const double wanted = call.number("minutes").value_or(0);
-    if (!(wanted >= shortest && wanted <= longest))
-        return reply.fail("minutes must be a number from 5 to 840, the hours of a day that people are awake.");
-    const Stretch stretch = readStretch(call.args, *shared, days(7));
+    if (!(wanted >= shortest && wanted <= static_cast<double>(waking.length().count())))
+        return reply.fail("minutes must be a number from 5 to " + std::to_string(waking.length().count())
+            + ", for only " + waking.text() + " counts.");
+    const auto stretch = EventArguments::stretch(call.args, days(7), shared->context.now(), shared->context.calendar);
     if (!stretch.problem.empty())
         return reply.fail(stretch.problem);
     FreeTime::Wish wish;
+    wish.waking = waking;
     wish.length = minutes(static_cast<int>(wanted));
     wish.from = std::max(stretch.from, shared->context.now());
     wish.to = stretch.to;
@@ -164,66 +102,23 @@ void answerWithConflicts(
             Json result = {{"status", status}};
             result.update(answers.event(event));
             result["conflicts"] = answers.conflicts(event, reading.events);
-            if (event.end <= now)
+            if (Json reminders = answers.remindersDuring(event, visibleNotes(*shared)); !reminders.empty())
+                result["reminders"] = std::move(reminders);
+            if (event.end <= now) {
                 result["past"] = true;
+                result["message"] = "It is in the calendar, but already past. Say so and ask whether they meant "
+                                    "another day; if so, move it with change_event.";
+            }
             answer->answer(result);
         });
 }
 
-std::string lengthProblem(const Json& arguments)
-{
-    if (characterCount(argument(arguments, "title")) > longestTitle
-        || characterCount(argument(arguments, "place")) > longestTitle)
-        return "title and place may have at most 500 characters. Put the rest into notes.";
-    if (characterCount(argument(arguments, "notes")) > longestNotes)
-        return "notes may have at most 5000 characters. Keep the rest with keep_note.";
-    return "";
-}
-
-struct ReadDraft {
-    EventDraft draft;
-    std::string problem;
-};
-
-ReadDraft readDraft(const LiveFunctionCall& call, const Shared& shared)
-{
-    constexpr double usualMinutes = 60;
-    constexpr double mostMinutes = 7 * 24 * 60;
-    const Calendar& calendar = shared.context.calendar;
-    ReadDraft read;
-    EventDraft& draft = read.draft;
-    draft.title = withUpperCaseFirst(argument(call.args, "title"));
-    draft.place = argument(call.args, "place");
-    draft.notes = argument(call.args, "notes");
-    const ReadDate start = readDate(call.args, "start", calendar);
-    const ReadDate end = readDate(call.args, "end", calendar);
-    read.problem = lengthProblem(call.args);
-    if (read.problem.empty())
-        read.problem = start.problem.empty() ? end.problem : start.problem;
-    if (read.problem.empty() && (draft.title.empty() || !start.date))
-        read.problem = draft.title.empty() ? "title is missing." : "start is missing. Ask the user when it begins.";
-    if (!read.problem.empty())
-        return read;
-    draft.allDay = start.date->allDay || readBool(call.args, "all_day").value_or(false);
-    draft.start = draft.allDay ? calendar.startOfDay(start.date->start) : start.date->start;
-    const double length = call.number("minutes").value_or(usualMinutes);
-    if (draft.allDay)
-        draft.end = dayAfter(end.date ? end.date->start : draft.start, calendar);
-    else if (end.date)
-        draft.end = end.date->start;
-    else
-        draft.end = draft.start + minutes(std::isnan(length) ? 60 : std::lround(std::clamp(length, 0.0, mostMinutes)));
-    if (draft.end < draft.start)
-        read.problem = "It would end before it begins. Give an end that comes after start.";
-    draft.uid = shared.context.newUid();
-    return read;
-}
-
 void addEvent(const SharedPointer& shared, const LiveFunctionCall& call, ToolReply reply)
 {
-    const ReadDraft read = readDraft(call, *shared);
+    EventArguments::Draft read = EventArguments::draft(call, shared->context.calendar);
     if (!read.problem.empty())
         return reply.fail("Nothing was added: " + read.problem);
+    read.draft.uid = shared->context.newUid();
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
     shared->agenda.add(
         read.draft, shared->context.calendar, shared->context.now(), [shared, answer](const AgendaVerdict& verdict) {
@@ -232,49 +127,6 @@ void addEvent(const SharedPointer& shared, const LiveFunctionCall& call, ToolRep
             else
                 answer->fail(verdict.problem);
         });
-}
-
-struct ReadChange {
-    EventChange change;
-    std::string problem;
-};
-
-/// A day alone moves an event with a time to the same time of that day.
-Instant movedTo(const CallDate& date, Instant before, bool allDay, const Calendar& calendar)
-{
-    if (!date.allDay || allDay)
-        return date.start;
-    return calendar.addingDays(before, calendar.day(date.start) - calendar.day(before));
-}
-
-ReadChange readChange(const Json& changes, const CalendarEvent& event, const Calendar& calendar)
-{
-    ReadChange read;
-    EventChange& change = read.change;
-    for (const auto& [key, member] :
-        {std::pair("title", &change.title), {"place", &change.place}, {"notes", &change.notes}})
-        if (readString(changes, key))
-            *member = argument(changes, key);
-    if (change.title && change.title->empty())
-        change.title.reset();
-    const ReadDate start = readDate(changes, "start", calendar);
-    const ReadDate end = readDate(changes, "end", calendar);
-    change.allDay = readBool(changes, "all_day");
-    if (!change.allDay && start.date && !start.date->allDay && event.allDay)
-        change.allDay = false;
-    const bool allDay = change.allDay.value_or(event.allDay);
-    if (start.date)
-        change.start = movedTo(*start.date, event.start, allDay, calendar);
-    if (end.date)
-        change.end = allDay ? dayAfter(end.date->start, calendar) : movedTo(*end.date, event.end, allDay, calendar);
-    const bool isNothing =
-        !change.title && !change.place && !change.notes && !change.start && !change.end && !change.allDay;
-    read.problem = lengthProblem(changes);
-    if (read.problem.empty())
-        read.problem = start.problem.empty() ? end.problem : start.problem;
-    if (read.problem.empty() && isNothing)
-        read.problem = "changes is empty. Give only what changes: title, start, end, all_day, place, notes.";
-    return read;
 }
 
 std::string deletionQuestion(const CalendarEvent& event, EventScope scope, const EventAnswers& answers)
@@ -334,7 +186,7 @@ void cancelEvent(const SharedPointer& shared, const EventID& id, EventScope scop
 
 void changeEvent(const SharedPointer& shared, const LiveFunctionCall& call, ToolReply reply)
 {
-    const auto id = EventID::parse(argument(call.args, "id"));
+    const auto id = EventID::parse(EventArguments::text(call.args, "id"));
     if (!id)
         return reply.fail(
             "Nothing was changed: id is missing. Look the event up with whats_on and use the id it gives.");
@@ -352,7 +204,7 @@ void changeEvent(const SharedPointer& shared, const LiveFunctionCall& call, Tool
         [shared, id = *id, scope, changes = *changes, answer](const AgendaVerdict& found) {
             if (!found.event)
                 return answer->fail(found.problem);
-            const ReadChange read = readChange(changes, *found.event, shared->context.calendar);
+            const auto read = EventArguments::change(changes, *found.event, shared->context.calendar);
             if (!read.problem.empty())
                 return answer->fail("Nothing was changed: " + read.problem);
             shared->agenda.change(id, scope, read.change, shared->context.calendar, shared->context.now(),

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Quorvell/agenda/Agenda.h"
+#include "Quorvell/agenda/WakingHours.h"
 #include "Quorvell/notebook/Notebook.h"
 #include "Quorvell/session/ToolRegistry.h"
 #include "Quorvell/tools/ConsentWords.h"
@@ -17,6 +18,7 @@ struct AgendaToolContext {
     Calendar calendar; ///< Of the user: zone and locale.
     std::function<std::string()> newUid; ///< For events, unique in the world.
     const ConsentWords* consent = nullptr; ///< Without it nothing is ever deleted. Outlives the registry.
+    WakingHours waking{}; ///< In which free time is looked for.
 };
 
 /// Agenda and notebook must outlive the registry. Dates are in the user's zone, "2026-11-22 17:00", of whole days
@@ -25,9 +27,9 @@ struct AgendaToolContext {
 /// whats_on from?, to? answers {"status": "agenda", "count", "items": [{"kind": "event" | "reminder", "id", "title",
 /// "start", "end"?, "when", "place"?, "all_day"?, "repeats"?, "overdue"?, "untrusted"?}], "problems"?}.
 /// find_free_time minutes, from?, to? answers {"status": "free", "minutes", "slots": [{"start", "end", "when"}]}: the
-/// whole gaps. add_event title, start, end? or minutes?, all_day?, place?, notes? answers {"status": "added", "id",
-/// "title", "start", "end", "when", "place"?, "all_day"?, "conflicts": [{"id", "title", "start", "end", "when"}],
-/// "past"?}.
+/// whole gaps. add_event title, start, end? or minutes?, all_day?, place?, notes?, repeat? answers {"status": "added",
+/// "id", "title", "start", "end", "when", "place"?, "all_day"?, "repeats"?, "conflicts": [{"id", "title", "start",
+/// "end", "when"}], "reminders"?: [those that fire meanwhile], "past"?}.
 /// change_event id with changes answers the same with "changed"; with cancel first {"status": "needs_confirmation",
 /// "id", "title", "start", "end", "when", "question", "message"} and, called again after the user's own clear yes,
 /// {"status": "deleted", ...}. Of a series one occurrence is meant, all of it with series.

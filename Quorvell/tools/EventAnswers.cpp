@@ -15,6 +15,8 @@ namespace quorvell {
 
 namespace {
 
+constexpr std::size_t mostNamed = 5; ///< Of what stands in an event's way.
+
 /// Of whole days the last one, for the end of the event is where the next day begins.
 Instant lastMoment(const CalendarEvent& event)
 {
@@ -105,9 +107,19 @@ Json EventAnswers::agenda(
     return {{"status", "agenda"}, {"count", items.size()}, {"items", std::move(shown)}};
 }
 
+Json EventAnswers::remindersDuring(const CalendarEvent& event, const std::vector<Note>& notes) const
+{
+    Json found = Json::array();
+    for (const Note& note : notes) {
+        const bool isMeanwhile = hasTime(note) && *note.remindAt >= event.start && *note.remindAt < event.end;
+        if (isMeanwhile && !event.allDay && found.size() < mostNamed)
+            found.push_back(reminder(note));
+    }
+    return found;
+}
+
 Json EventAnswers::conflicts(const CalendarEvent& subject, const std::vector<CalendarEvent>& others) const
 {
-    constexpr std::size_t mostNamed = 5;
     Json found = Json::array();
     for (const CalendarEvent& other : others) {
         const bool isAnother = other.id.uid != subject.id.uid || other.id.calendar != subject.id.calendar;

@@ -34,6 +34,9 @@ public:
     /// Those that take time while this one does.
     Json conflicts(const CalendarEvent& event, const std::vector<CalendarEvent>& others) const;
 
+    /// The pending reminders that fire while an event with a time lasts.
+    Json remindersDuring(const CalendarEvent& event, const std::vector<Note>& notes) const;
+
     std::string when(const CalendarEvent& event) const;
 
 private:

@@ -71,7 +71,7 @@ Json reminders()
                 optional("date", dateText("The moment, when it is settled:")),
                 optional("repeat",
                     text("\"daily\", \"weekdays\", \"weekly:2\" (1 Sunday to 7 Saturday, several with commas), "
-                         "\"monthly:15\" or \"yearly\"; as an earlier answer gave it.")),
+                         "\"monthly:15\" or \"yearly\"; as an earlier answer gave it. \"none\" ends the repeating.")),
                 optional("when_back", flag("True: when the user is next back at the computer, instead of at a time.")),
                 optional("list", flag("True: lists what is pending, each with its id.")),
                 optional("id",
@@ -101,7 +101,10 @@ Json days()
                 optional("end", dateText("When it ends; or give `minutes`.")),
                 optional("minutes", integer("How long it lasts. Default 60.")),
                 optional("all_day", flag("True for whole days.")), optional("place", text("Where.")),
-                optional("notes", text("Anything else worth keeping with it."))}),
+                optional("notes", text("Anything else worth keeping with it.")),
+                optional("repeat",
+                    text("Only when it comes again and again: \"daily\", \"weekdays\", \"weekly:2\" (1 Sunday to 7 "
+                         "Saturday, several with commas), \"monthly:15\" or \"yearly\"."))}),
         declaration("change_event", "Moves, changes or cancels an event. Give `changes` or `cancel`, never both.",
             {required("id", text("The event's id, from whats_on.")),
                 optional("changes",

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <iostream>
 #include <map>
 #include <memory>
 #include <random>
@@ -197,6 +198,65 @@ TEST(ReminderWatch, standsAClockThatIsSet)
         bench.press("b", "In 10 minutes"); // Of one that fired early, too.
         bench.clock.pass(at("2026-11-22T10:50:00Z"));
         EXPECT_EQ(bench.notifier.shown.size(), shown + (rule ? 0 : 1)) << (rule ? rule : "once");
+    }
+}
+
+/// How many reminders a notice speaks of.
+std::size_t countIn(const Notice& notice)
+{
+    return notice.key.starts_with("summary") ? static_cast<std::size_t>(std::stoi(notice.title)) : 1;
+}
+
+/// A reminder every 37 minutes, over clock changes, a clock that is set, a week of sleep and new starts of the program.
+TEST(ReminderWatch, firesEachOnceAndLosesNone)
+{
+    struct Row {
+        const char* name;
+        const char* zone;
+        const char* changes; ///< The moment about which it all happens.
+    };
+    const Row rows[] = {
+        {"spring in Berlin", "Europe/Berlin", "2026-03-29T01:00:00Z"},
+        {"autumn in Berlin", "Europe/Berlin", "2026-10-25T01:00:00Z"},
+        {"spring in New York", "America/New_York", "2026-03-08T07:00:00Z"},
+        {"autumn in New York", "America/New_York", "2026-11-01T06:00:00Z"},
+        {"spring on Lord Howe", "Australia/Lord_Howe", "2026-10-03T15:30:00Z"},
+        {"autumn on Lord Howe", "Australia/Lord_Howe", "2026-04-04T15:00:00Z"},
+        {"the leap day", "Europe/Berlin", "2028-02-29T12:00:00Z"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const Instant middle = at(row.changes);
+        Bench bench;
+        bench.zone = row.zone;
+        bench.clock.time = middle - days(2);
+        int count = 0;
+        for (Instant moment = middle - days(2) + minutes(3); moment < middle + days(14); moment += minutes(37))
+            bench.add(std::to_string(++count), moment);
+        bench.start();
+        const auto fired = [&] {
+            std::size_t sum = 0;
+            for (const Notice& notice : bench.notifier.shown)
+                sum += countIn(notice);
+            return sum;
+        };
+        bench.clock.pass(middle + hours(5));
+        EXPECT_EQ(fired(), static_cast<std::size_t>((days(2) + hours(5)) / minutes(37)) + 1);
+        bench.clock.set(middle + hours(4)); // Back an hour.
+        bench.start();
+        bench.clock.pass(middle + days(1));
+        bench.clock.set(middle + days(2)); // Forward a day.
+        bench.clock.pass(middle + days(3));
+        bench.clock.sleep(middle + days(10));
+        bench.start();
+        bench.clock.pass(middle + days(15));
+        std::set<std::string> lost;
+        for (const Note& note : bench.notebook.list)
+            if (note.reviewed != note.remindAt)
+                lost.insert(note.id);
+        EXPECT_EQ(lost, std::set<std::string>());
+        EXPECT_EQ(fired(), static_cast<std::size_t>(count));
+        std::cout << row.name << ": " << count << " set, " << fired() << " fired, " << lost.size() << " lost\n";
     }
 }
 

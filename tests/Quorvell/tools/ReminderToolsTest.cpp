@@ -141,27 +141,6 @@ TEST(ReminderTools, asksAndStoresNothing)
     }
 }
 
-TEST(ReminderTools, refuses)
-{
-    Bench bench;
-    for (const std::string& arguments :
-        {std::string("{}"), std::string(R"({"text":7})"), std::string(R"({"task":"x","date":"2026-02-29"})"),
-            std::string(R"({"task":"x","date":"tomorrow"})"), std::string(R"({"text":"tomorrow x","repeat":"hourly"})"),
-            std::string(R"({"id":"a","done":true})"), std::string(R"({"done":true})"),
-            std::string(R"({"task":"never kept","later":"in an hour"})"), std::string(R"({"when_back":true})"),
-            R"({"text":")" + std::string(3000, 'a') + "\"}", R"({"text":"tomorrow )" + std::string(600, 'a') + "\"}"}) {
-        EXPECT_TRUE(bench.answer(arguments).starts_with(R"({"error":)")) << arguments;
-        EXPECT_TRUE(bench.notebook.list.empty()) << arguments;
-    }
-}
-
-TEST(ReminderTools, tellsWhatCouldNotBeStored)
-{
-    Bench bench;
-    bench.notebook.refusal = "The disk is full. Free some space.";
-    EXPECT_EQ(bench.answer(R"({"text":"tomorrow at noon eat"})"), R"({"error":"The disk is full. Free some space."})");
-}
-
 /// A notebook with an overdue, a coming, a repeating and a waiting reminder, one that is done and one put away.
 void fill(Bench& bench)
 {
@@ -229,6 +208,12 @@ TEST(ReminderTools, listsFinishesAndPutsOff)
         {R"({"id":"soon","date":"2026-11-23 10:00","task":"call dad"})",
             R"({"status":"set","id":"soon","task":"Call dad","date":"2026-11-23 10:00",)"
             R"("when":"Monday 23 November at 10 AM","has_time":true})"},
+        {R"({"id":"daily","repeat":"weekly:3"})", // Moves on to the first Tuesday.
+            R"({"status":"set","id":"daily","task":"Take the pills","date":"2026-11-24 09:00",)"
+            R"("when":"Tuesday 24 November at 9 AM","has_time":true,"repeat":"weekly:3","repeat_words":"Every Tuesday"})"},
+        {R"({"id":"daily","repeat":"none"})",
+            R"({"status":"set","id":"daily","task":"Take the pills","date":"2026-11-22 09:00",)"
+            R"("when":"Sunday 22 November at 9 AM","has_time":true})"},
         {R"({"id":"soon","when_back":true})",
             R"({"status":"set","id":"soon","task":"Call mum","when":"when you are back at the computer",)"
             R"("when_back":true})"},
@@ -250,8 +235,71 @@ TEST(ReminderTools, listsFinishesAndPutsOff)
     fill(several);
     EXPECT_TRUE(
         several.answer(R"({"done":true,"task":"call"})").starts_with(R"({"status":"which_reminder","count":2,)"));
-    for (const char* arguments : {R"({"done":true,"id":"done"})", R"({"done":true,"id":"away"})", R"({"id":"soon"})"})
-        EXPECT_TRUE(several.answer(arguments).starts_with(R"({"error":)")) << arguments;
+    several.notebook.refusal = "The disk is full. Free some space.";
+    EXPECT_EQ(
+        several.answer(R"({"text":"tomorrow at noon eat"})"), R"({"error":"The disk is full. Free some space."})");
+}
+
+TEST(ReminderTools, saysWhatIsWrong)
+{
+    struct Row {
+        std::string arguments;
+        const char* says;
+    };
+    const Row rows[] = {
+        {"{}", "text is missing"},
+        {R"({"text":7})", "text is missing"},
+        {R"({"task":"x","date":"2026-02-29"})", "a day that exists"},
+        {R"({"task":"x","date":"tomorrow"})", "a day that exists"},
+        {R"({"text":"tomorrow x","repeat":"hourly"})", "repeat must be"},
+        {R"({"id":"soon","task":"x","repeat":"hourly"})", "repeat must be"},
+        {R"({"done":true,"id":"done"})", "no pending reminder has that id"},
+        {R"({"done":true,"id":"away"})", "no pending reminder has that id"},
+        {R"({"done":true,"text":"never kept"})", "no pending reminder has these words"},
+        {R"({"later":"in an hour","task":"never kept"})", "no pending reminder has these words"},
+        {R"({"when_back":true})", "task is missing"},
+        {R"({"id":"soon"})", "say what is to change"},
+        {R"({"id":"back","repeat":"daily"})", "cannot repeat"},
+        {R"({"done":true,"later":"in an hour"})", "only one of list, done and later"},
+        {R"({"done":true,"id":"soon","date":"2026-11-23"})", "done and later go with id or task alone"},
+        {R"({"later":"in an hour","id":"soon","when_back":true})", "done and later go with id or task alone"},
+        {R"({"task":"x","when_back":true,"date":"2026-11-23"})", "when_back means no time"},
+        {R"({"text":")" + std::string(3000, 'a') + "\"}", "text is too long"},
+        {R"({"text":"tomorrow )" + std::string(600, 'a') + "\"}", "the task is too long"},
+    };
+    for (const Row& row : rows) {
+        Bench bench;
+        fill(bench);
+        const auto before = bench.notebook.list;
+        const std::string answer = bench.answer(row.arguments);
+        EXPECT_TRUE(answer.starts_with(R"({"error":"Nothing was )") && answer.find(row.says) != answer.npos)
+            << row.arguments << answer;
+        EXPECT_EQ(bench.notebook.list, before);
+    }
+}
+
+/// Whatever is put together, there is one answer; and what is refused or asked about has changed nothing.
+TEST(ReminderTools, answerEveryCombination)
+{
+    const std::string members[] = {R"("text":"tomorrow at noon eat")", R"("task":"pills")",
+        R"("date":"2026-11-23 10:00")", R"("repeat":"weekly:2")", R"("when_back":true)", R"("list":true)",
+        R"("id":"daily")", R"("done":true)", R"("later":"in an hour")"};
+    for (unsigned chosen = 0; chosen < 1U << std::size(members); ++chosen) {
+        std::string arguments;
+        for (std::size_t index = 0; index < std::size(members); ++index)
+            if ((chosen >> index & 1U) != 0)
+                arguments += (arguments.empty() ? "{" : ",") + members[index];
+        SCOPED_TRACE(arguments);
+        Bench bench;
+        fill(bench);
+        const auto before = bench.notebook.list;
+        const auto answer = parseJson(bench.answer(arguments.empty() ? "{}" : arguments + "}"));
+        ASSERT_TRUE(answer);
+        const std::string status = readString(*answer, "status").value_or("");
+        const bool isChange = status == "set" || status == "done" || status == "deferred";
+        EXPECT_NE(status.empty(), readString(*answer, "error").value_or("").empty());
+        EXPECT_EQ(bench.notebook.list != before, isChange);
+    }
 }
 
 } // namespace

@@ -52,7 +52,7 @@ open_notebook id?
 set_reminder text? task? date? repeat? when_back? list? id? done? later?
 whats_on from? to?
 find_free_time minutes from? to?
-add_event title start end? minutes? all_day? place? notes?
+add_event title start end? minutes? all_day? place? notes? repeat?
 change_event id changes? cancel? series?
 quorvell_update action
 connect_app app

@@ -1,0 +1,39 @@
+// What the model asks of set_reminder, read and judged.
+#pragma once
+
+#include "QuorvellCore/live/wire/LiveFunctionCall.h"
+#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/ReminderRequest.h"
+
+#include <optional>
+#include <string>
+
+namespace quorvell {
+
+struct ReminderArguments {
+    static constexpr std::size_t longestTask = 500; ///< User-perceived characters.
+
+    std::string text; ///< The user's own words.
+    std::string task;
+    std::string date; ///< As it was written; `moment` is what it means.
+    std::optional<Instant> moment;
+    bool isWholeDay = false; ///< Of `moment`, which then is the hour at which days without one begin.
+    std::optional<ReminderRepeat> repeat;
+    bool endsRepeat = false;
+    bool isForReturn = false;
+    bool lists = false;
+    bool isDone = false;
+    std::string later; ///< Until when, in words.
+    std::string id;
+    std::string problem; ///< When it cannot be carried out as it is asked for: a sentence for the model.
+
+    static ReminderArguments read(const LiveFunctionCall& call, const Calendar& calendar);
+
+    std::string words() const { return task.empty() ? text : task; }
+    bool changesNothing() const;
+
+    /// What is to be set, or what has to be asked before.
+    ReminderRequest request(Instant now, const Calendar& calendar) const;
+};
+
+} // namespace quorvell
