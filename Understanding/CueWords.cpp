@@ -11,8 +11,9 @@ constexpr auto anywhere = CuePlace::anywhere;
 
 constexpr CueWords rows[] = {
     {filler, head,
-        "me|us|a|an|all|all of|some|please|quick|new|little|short|small|another|out|aloud|loud|out loud|back|off|to me|"
-        "for me|for us|up|again|just|also|else|is|are|am i|we|i|quickly|kindly|still|now|currently|so far|already|here|"
+        "me|us|a|an|all|all of|am|i am|it is|that "
+        "is|some|please|quick|new|little|short|small|mental|another|out|aloud|loud|out loud|back|off|to me|"
+        "for me|for us|up|again|just|else|is|are|am i|we|i|quickly|kindly|still|now|currently|so far|already|here|"
         "down|got|of|ever|yet|the words|one of|for later|might|could|would|can|may|should|will|love|dear|darling|mate|"
         "a bit of|a little|be able to|whether|if"},
     {definite, head, "the|my|our|that|this|those|these|your"},
@@ -28,7 +29,8 @@ constexpr CueWords rows[] = {
     {remind, start, "reminder to|reminder for|reminder about|a reminder to|a reminder for|new reminder|reminder"},
     {wake, head, "wake me|wake me up|get me up|get me out of bed"},
     {remember, head,
-        "remember|do not forget|do not ever forget|never forget|do not let me forget|let me not forget|"
+        "remember|for the record|for future reference|do not forget|do not ever forget|never forget|do not let me "
+        "forget|let me not forget|"
         "make sure i do not forget|make sure that i do not forget|make sure i remember|must not forget|"
         "i must not forget|i should not forget|i can not forget|i cannot forget|do not want to forget|"
         "i do not want to forget|not forget|must remember|i must remember|i have to remember|i need to remember|"
@@ -39,12 +41,12 @@ constexpr CueWords rows[] = {
         "learn|remember about me|remember this about me|remember something about me|know this about me|"
         "know something about me|note about me|keep in mind about me|save about me"},
     {keep, head,
-        "keep|save|store|record|note|note down|jot|jot down|jot this down|jot that down|jot it down|write|"
+        "keep|save|store|record|note down|jot|jot down|jot this down|jot that down|jot it down|write|"
         "write down|write this down|write that down|write it down|write up|scribble|scribble down|scribble this down|"
         "scrawl|put down|put this down|put that down|put it down|get this down|get that down|take down|take this down|"
         "take that down|take it down|make note|log|log that|note this|note it down|note this down|note that down|pop "
-        "down|for the record|for future reference|commit to paper|memorise|memorize|type up|type out|leave a note"},
-    {keep, start, "memo|note to self|new note"},
+        "down|commit to paper|memorise|memorize|type up|type out|leave a note"},
+    {keep, start, "note|memo|note to self|new note"},
     {make, head,
         "make|create|add|put|set|set up|enter|stick|pop|get|start|give|give me|i need|need|want|take|insert|throw in|"
         "fill in|write in|put in|put down|jot in|have|include|register|chuck|bung|drop in|get me"},
@@ -78,10 +80,13 @@ constexpr CueWords rows[] = {
     {earlier, anywhere, "forward|earlier|sooner"},
     {earlier, head, "bring forward|pull forward|move forward|move up|bring up to"},
     {delay, head,
-        "postpone|put off|push back|delay|put back|set back|push out|defer|hold off|hold off on|hold over|move back|"
+        "postpone|put off|put it off|put that off|put this off|push it back|push that back|move it back|put it back|"
+        "push back|delay|put back|set back|push out|defer|hold off|hold off on|hold over|move back|"
         "put|push off|shelve|leave"},
+    {delay, anywhere, "off till|off until|back until|back till|off to|back to"},
     {later, head,
-        "later|not now|not yet|not right now|snooze|later on|in a bit|in a while|maybe later|another time|"
+        "later|not today|not tomorrow|not this morning|not tonight|not now|not yet|not right now|snooze|later on|in a "
+        "bit|in a while|maybe later|another time|"
         "remind me again|remind me later$|remind me again later|remind me about it|remind me about that|"
         "remind me about it again|remind me about that again|remind me once more|ask me again|ask me later|"
         "tell me again|tell me later|nudge me again|ping me again|i will do it later|i will do that later|"
@@ -132,7 +137,8 @@ constexpr CueWords rows[] = {
     {notebook, anywhere, "notebook|note book"},
     {reminder, anywhere, "reminder|alarm"},
     {reminders, anywhere,
-        "reminders|to do|to dos|todos|todo|to do list|todo list|task list|tasks|list of things to do|chores|alarms"},
+        "reminders|to-do|to-do list|to-dos|to do|to dos|todos|todo|to do list|todo list|task list|tasks|list of things "
+        "to do|chores|alarms"},
     {calendar, anywhere,
         "calendar|diary|agenda|planner|timetable|my schedule|the schedule|our schedule|appointments|events|meetings|"
         "plans|engagements|commitments|bookings"},
@@ -141,11 +147,13 @@ constexpr CueWords rows[] = {
         "my whole day"},
     {event, head, "event|calendar entry|entry|calendar event|event called|event for|date for"},
     {occasion, anywhere,
-        "meeting|appointment|lunch|dinner|breakfast|party|visit|call|interview|lesson|class|brunch|haircut|checkup|"
+        "meeting|appointment|lunch|dinner|breakfast|party|a visit|a call|phone call|video "
+        "call|interview|lesson|class|brunch|haircut|checkup|"
         "coffee|drinks|session|practice|rehearsal|birthday|wedding|concert|trip|tea|supper|conference|training"},
     {free, anywhere,
-        "free|available|availability|gap|gaps|slot|slots|spare|spare time|squeeze in|squeeze|fit in|fit|opening|"
-        "openings|free time|free slot|free slots|window|windows|room|unbooked|nothing on|open slot|open slots"},
+        "free|available|availability|gap|gaps|slot|slots|spare time|spare hour|spare moment|squeeze in|squeeze|fit "
+        "in|fit|opening|"
+        "openings|free time|free slot|free slots|unbooked|nothing on|open slot|open slots"},
     {time, anywhere, "time|times"},
     {busy, head,
         "on|going on|happening|coming up|planned|scheduled|doing|am i doing|up to|am i up to|busy|look|look "
@@ -156,19 +164,21 @@ constexpr CueWords rows[] = {
     {busy, anywhere, "look like|looking like|coming up|lined up|going on"},
     {next, anywhere,
         "what is next$|what comes next$|next on|next in|is next on|is next in|next up|up next|coming up next|comes "
-        "next|next appointment|next event|next meeting|next thing|my next|next engagement|next$"},
+        "next|next appointment|next event|next meeting|next thing|my next|my next appointment|my next meeting|my next "
+        "event|next engagement|next$"},
     {pending, anywhere,
         "to remember|to do still|left to do|still to do|need to do|need to remember|must i do|should i do|must i not "
         "forget|should i not forget|have to do|got to do|got to remember|have to remember|pending|outstanding|due|"
         "on my plate|on my list|on the list|do i need to do|do i have to do|do i need to remember|am i supposed to do|"
-        "am i supposed to remember|must i remember|should i remember|on my to do list|on the to do list|left to do|"
+        "am i supposed to remember|must i remember|should i remember|on my to do list|on my to-do list|on the to do "
+        "list|left to do|"
         "waiting for me|had to do|i had to do|i had to remember|had to remember|supposed to do|open tasks|do i still "
         "have to do|am i meant to do|am i meant to remember"},
     {instead, anywhere, "instead|rather$"},
     {foreign, anywhere,
         "file|files|window|windows|tab|tabs|email|emails|mail|message|messages|app|apps|browser|volume|language|song|"
         "music|light|lights|picture|photo|photos|folder|screen|website|page|video|game|computer|television|tv|weather|"
-        "news|radio|parking|flight|flights|hotel|restaurant|train|taxi"},
+        "news|radio|parking|flight|flights|hotel|restaurant|train|taxi|cab|table|ticket|tickets"},
 };
 
 } // namespace

@@ -45,7 +45,8 @@ private:
     {
         constexpr std::array takers{Cue::remind, Cue::wake, Cue::remember, Cue::know};
         const bool isMade = m_reading.has(Cue::make) || m_reading.has(Cue::keep);
-        const bool makesThing = isMade && (m_reading.has(Cue::note) || m_reading.has(Cue::reminder));
+        const bool makesThing =
+            isMade && (m_reading.has(Cue::note) || m_reading.has(Cue::notes) || m_reading.has(Cue::reminder));
         const bool follows = m_reading.has(Cue::keep) && (m_words.at(m_place) == "that" || isBehindColon());
         return makesThing || follows || std::ranges::any_of(takers, [this](Cue cue) { return m_reading.has(cue); });
     }
@@ -59,21 +60,31 @@ private:
         const std::size_t lead = place == CuePlace::start ? 0 : leadLength();
         auto match = CueTable::at(m_words, m_place, place);
         if (const auto noun = lead > 0 ? CueTable::at(m_words, m_place + lead, CuePlace::anywhere) : std::nullopt;
-            noun && (!match || noun->place == CuePlace::anywhere) && isContainer(noun->cue)) {
+            noun && (!match || noun->words + lead > match->words) && isContainer(noun->cue)) {
             match = CueMatch{noun->cue, noun->place, noun->words + lead};
         }
         // What is to be written down may well speak of notes and the like.
-        const bool isWritten = !isHead && m_reading.has(Cue::keep) && (!match || match->words <= lead);
+        constexpr std::array written{Cue::keep, Cue::topic, Cue::wrote, Cue::note, Cue::notes, Cue::notebook};
+        const bool isContained = match && (match->words > lead && lead > 0);
+        const bool isWritten = !isHead && !isContained && (!match || match->cue != Cue::say)
+            && std::ranges::any_of(written, [this](Cue cue) { return m_reading.has(cue); });
         if (!match || isWritten)
             return false;
         m_reading.cues.set(static_cast<std::size_t>(match->cue));
         if (!staysContent(match->cue))
-            m_article = match->cue == Cue::definite && !m_words.endsClause(m_place) ? m_place : m_words.size();
+            m_article = isArticle(*match) ? m_place : m_words.size();
         if (staysContent(match->cue))
             takeContent(match->words);
         else
             m_place += match->words;
         return true;
+    }
+
+    bool isArticle(const CueMatch& match) const
+    {
+        const std::string_view word = m_words.at(m_place);
+        return !m_words.endsClause(m_place) && match.words == 1
+            && (match.cue == Cue::definite || word == "a" || word == "an");
     }
 
     /// "in my" of "in my notes".

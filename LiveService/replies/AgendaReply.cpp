@@ -101,14 +101,17 @@ std::string freeReply(const Json& result, const std::string& days)
     return reply + ".";
 }
 
-std::string conflicts(const Json& result)
+std::string caveats(const Json& result)
 {
     std::string names;
     for (const Json& conflict : listIn(result, "conflicts")) {
         const std::string name = conflict.is_string() ? readString(conflict).value_or("") : text(conflict, "title");
         names += (names.empty() ? "" : " and ") + name;
     }
-    return names.empty() ? "" : " That is at the same time as " + names + ".";
+    std::string told = names.empty() ? "" : " That is at the same time as " + names + ".";
+    for (const Json& reminder : listIn(result, "reminders"))
+        told += " Your reminder “" + text(reminder, "title") + "” comes meanwhile.";
+    return told + (readBool(result, "past").value_or(false) ? " That is already past. Did you mean another day?" : "");
 }
 
 std::string eventReply(const Json& result)
@@ -125,11 +128,18 @@ std::string eventReply(const Json& result)
     if (status == "deleted")
         return "I have deleted " + title + " from your calendar.";
     if (status == "changed")
-        return title + " is now" + (when.empty() ? " changed" : " " + when) + "." + conflicts(result);
-    return "I have put " + title + " into your calendar" + (when.empty() ? "" : ", " + when) + "." + conflicts(result);
+        return title + " is now" + (when.empty() ? " changed" : " " + when) + "." + caveats(result);
+    return "I have put " + title + " into your calendar" + (when.empty() ? "" : ", " + when) + "." + caveats(result);
 }
 
 } // namespace
+
+std::string AgendaReply::next(const std::vector<FoundEvent>& events)
+{
+    if (events.empty())
+        return "There is nothing coming up in your calendar.";
+    return "Next is " + events.front().title + ", " + SpokenWhen::on(SpokenWhen::fromDate(events.front().start)) + ".";
+}
 
 std::string AgendaReply::reply(std::string_view tool, const Json& result, const RequestMemory& memory)
 {

@@ -5,11 +5,14 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quorvell {
 
 /// The wording of the calendar tools' results.
 struct AgendaReply {
+    /// What comes first of `events`, which are in order.
+    static std::string next(const std::vector<FoundEvent>& events);
     /// `tool` is "whats_on", "find_free_time", "add_event" or "change_event".
     static std::string reply(std::string_view tool, const Json& result, const RequestMemory& memory);
 };

@@ -15,6 +15,8 @@ struct PlainReplies {
 
     static constexpr std::string_view notUnderstood = "Sorry, I could not understand that.";
     static constexpr std::string_view dropped = "Okay, I will not do that.";
+    static constexpr std::string_view cannotDelete =
+        "I cannot throw notes away. You can: type quorvell notes delete, or delete its file in your notebook's folder.";
 
     /// Without a name it greets nobody in particular.
     static std::string greeting(std::string_view name);

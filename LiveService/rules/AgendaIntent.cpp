@@ -1,6 +1,7 @@
 #include "LiveService/rules/AgendaIntent.h"
 
 #include "LiveService/rules/RequestText.h"
+#include "LiveService/rules/TimeWords.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 
@@ -14,141 +15,6 @@ using Kind = AgendaIntent::Kind;
 
 constexpr auto caseless = Pattern::Case::insensitive;
 constexpr int usualMinutes = 60;
-
-std::string lastGroup(const PatternMatch& match)
-{
-    std::string last;
-    for (const std::string& text : match.texts) {
-        if (!text.empty())
-            last = text;
-    }
-    return trimmed(last);
-}
-
-/// Whatever follows is a day, or nothing for today.
-const auto& listPatterns()
-{
-    static const Pattern patterns[] = {
-        Pattern("^what(?:'s|’s| is| else is)(?: there)? (?:on|happening|coming up|planned|scheduled|going on)"
-                "(?: (?:in|on|for))?(?: my| the)?(?: (?:calendar|agenda|schedule|diary))?(?:\\s+(.+))?$",
-            caseless),
-        Pattern("^what(?:'s|’s| is)(?: on| in)? my (?:calendar|agenda|schedule|diary|day|plan)(?: like)?(?:\\s+(.+))?$",
-            caseless),
-        Pattern(
-            "^what (?:do i have|i have|i've got|have i got|am i doing)(?: (?:planned|scheduled|going on|on|coming up))?"
-            "(?: (?:in|on) my (?:calendar|agenda|schedule|diary))?(?:\\s+(.+))?$",
-            caseless),
-        Pattern("^(?:do i have|have i got|is there)(?: anything| something| any events?| any appointments?"
-                "| any meetings?| plans)(?: (?:planned|scheduled|on|coming up))?"
-                "(?: (?:in|on) my (?:calendar|agenda|schedule|diary))?(?:\\s+(.+))?$",
-            caseless),
-        Pattern("^(?:show|read|tell|give|open|list|check)(?: me)?(?: out)?(?: all)? (?:my|the)"
-                " (?:calendar|agenda|schedule|diary|events|appointments|meetings|day|plans)(?:\\s+(.+))?$",
-            caseless),
-        Pattern("^(?:how|what) (?:does|do|is) my (?:(?:day|schedule|calendar|agenda|diary) look(?: like)?(?:\\s+(.+))?"
-                "|(week|weekend|morning|afternoon|evening) look(?: like)?)$",
-            caseless),
-        Pattern("^(?:my|the) (?:calendar|agenda|schedule|diary)(?:\\s+(.+))?$", caseless),
-        Pattern("^what am i up to(?:\\s+(.+))?$", caseless),
-        Pattern("^what(?:'s|’s| is) my (week|weekend|morning|afternoon|evening) (?:like|looking like)$", caseless),
-        Pattern("^(?:is there |have i got |do i have )?(?:anything|something) (?:(?:going "
-                "on|happening|planned|scheduled) )?"
-                "((?:on|for|in|this|next|today|tonight|tomorrow)\\b.*)$",
-            caseless),
-        Pattern("^(?:am i|will i be) busy(?:\\s+(.+))?$", caseless),
-        Pattern(
-            "^what (?:events|appointments|meetings|plans) (?:do i have|are there|have i got)(?:\\s+(.+))?$", caseless),
-    };
-    return patterns;
-}
-
-std::optional<AgendaIntent> readList(const std::string& core, const RuleSurroundings& around)
-{
-    static const Pattern bare("^(?:week|weekend|morning|afternoon|evening)$", caseless);
-    for (const Pattern& pattern : listPatterns()) {
-        const auto match = pattern.find(core);
-        if (!match)
-            continue;
-        std::string day = lastGroup(*match);
-        if (bare.find(day))
-            day = "this " + day;
-        auto days = SpokenDays::read(day.empty() ? "today" : day, around);
-        if (days)
-            return AgendaIntent{.kind = Kind::list, .days = std::move(*days)};
-    }
-    return std::nullopt;
-}
-
-std::optional<AgendaIntent> readFindTime(const std::string& core, const RuleSurroundings& around)
-{
-    static const Pattern patterns[] = {
-        Pattern("^when (?:am i|will i be|could i be|are we) (?:free|available)(.*)$", caseless),
-        Pattern("^when (?:(?:do|would|will|could|can) i (?:have|squeeze in|fit in|find|get)|have i got|is there)(?:(?: "
-                "some| any| a)\\b)?(?: "
-                "free)?(?: time| gap| slot)?(.*)$",
-            caseless),
-        Pattern("^(?:am i|will i be) (?:free|available)(.*)$", caseless),
-        Pattern("^(?:have i got|do i have|is there) (?:any |some )?time(.*)$", caseless),
-        Pattern("^(?:is|are) (.+) free$", caseless),
-        Pattern("^(?:find|look for|search for|get|give)(?: me)?(?: some\\b| a\\b)?(?: free)? ?"
-                "((?:(?:an? |one )?(?:free )?(?:hour|half hour|half an hour|\\S+ (?:minutes?|hours?)|\\S+ \\S+ minutes)"
-                "|time|gap|slot)\\b.*)$",
-            caseless),
-        Pattern("^(?:do i have|have i got|is there)((?: an?| one| half an| \\S+)?(?: \\S+)? "
-                "(?:hour|hours|minutes|time|gap|slot)"
-                "\\b.*\\bfree\\b.*|(?: any| some| a)? free (?:time|hour|gap|slot)\\b.*)$",
-            caseless),
-    };
-    static const Pattern filler(
-        "\\b(?:free|available|time|gap|slot|long|hours?|in my (?:calendar|schedule|agenda|diary))\\b", caseless);
-    static const Pattern blanks("\\s+");
-    static const Pattern link("^(?:for|of|about|hour)\\s*$|\\s+(?:for|of|about)$|^(?:for|of|an?|about)\\s+", caseless);
-    for (const Pattern& pattern : patterns) {
-        const auto match = pattern.find(core);
-        if (!match)
-            continue;
-        AgendaIntent intent{.kind = Kind::findTime, .minutes = usualMinutes};
-        std::string rest = match->texts[0];
-        if (const auto length = SpokenLength::read(rest)) {
-            intent.minutes = length->minutes;
-            rest = length->rest;
-        }
-        rest = trimmed(link.replaceAll(trimmed(blanks.replaceAll(filler.replaceAll(rest, ""), " ")), ""));
-        const auto days = SpokenDays::read(rest, around);
-        if (!rest.empty() && !days)
-            return std::nullopt;
-        if (days)
-            intent.days = *days;
-        return intent;
-    }
-    return std::nullopt;
-}
-
-/// "a free afternoon next week". A stretch that is free counts when it is most of that part of a day.
-std::optional<AgendaIntent> readFreePart(const std::string& core, const RuleSurroundings& around)
-{
-    static const Pattern free(
-        "^(?:find|look for|search for|get|give|do i have|have i got|when do i have|is there)(?: me)? (?:an?|any) "
-        "(?:free|empty|open) (morning|afternoon|evening|day)\\b(.*)$",
-        caseless);
-    constexpr int mostOfAPart = 3 * usualMinutes;
-    constexpr int mostOfADay = 8 * usualMinutes;
-    const auto match = free.find(core);
-    if (!match)
-        return std::nullopt;
-    const bool isDay = match->texts[0] == "day";
-    AgendaIntent intent{.kind = Kind::findTime, .minutes = isDay ? mostOfADay : mostOfAPart};
-    const std::string when = trimmed(match->texts[1]);
-    if (when.empty())
-        return intent;
-    auto days = SpokenDays::read(when, around);
-    if (!days)
-        return std::nullopt;
-    if (!isDay && days->from == days->to)
-        days = SpokenDays::read(when + " " + match->texts[0], around).value_or(*days);
-    intent.days = std::move(*days);
-    return intent;
-}
 
 /// "from 2 to 4 pm": becomes "at 2 pm", and the end apart.
 std::string takeEnd(std::string& words)
@@ -179,12 +45,14 @@ std::string endOn(const std::string& start, const std::string& endWords, const R
 
 std::string titleFrom(const std::string& words)
 {
-    static const Pattern edges(
-        "^(?:(?:an?|the|my|for|called|named|about|with the title)\\s+)+|\\s+(?:for|on|at|in|from)$", caseless);
-    return withUpperCaseFirst(trimmed(edges.replaceAll(trimmed(words, ",.:;\"“”"), "")));
+    static const Pattern edges("^(?:(?:an?|the|my|for|called|named|about|with the title|(?:i|we)(?:['’]ve| have)(?: "
+                               "got| been (?:invited|asked) to)?|there['’]?s|there is|been (?:invited|asked) to"
+                               "|that|this|it)\\s+)+|\\s+(?:for|on|at|in|from)$",
+        caseless);
+    return withUpperCaseFirst(trimmed(edges.replaceAll(trimmed(words, ",.:;\"“”"), ""), ",.:; "));
 }
 
-std::optional<AgendaIntent> eventIn(std::string words, const RuleSurroundings& around)
+AgendaIntent eventIn(std::string words, const RuleSurroundings& around)
 {
     AgendaIntent intent{.kind = Kind::add};
     words = RequestText::withDigits(words);
@@ -206,51 +74,6 @@ std::optional<AgendaIntent> eventIn(std::string words, const RuleSurroundings& a
     return intent;
 }
 
-std::optional<AgendaIntent> readAdd(const std::string& core, const RuleSurroundings& around)
-{
-    static const Pattern ending(
-        "^(?:put|add|enter|write|note|set|schedule|place|get|save)(?: down)?\\s+(.+?)\\s+"
-        "(?:in|into|on|onto|to|down in) (?:my|the|our) (?:calendar|agenda|diary|schedule)\\b(.*)$",
-        caseless);
-    static const Pattern first(
-        "^(?:in|on|to) (?:my|the) (?:calendar|agenda|diary),? (?:put|add|write)\\s+(.+)$", caseless);
-    static const Pattern named(
-        "^(?:add|put|create|make|schedule|set up|plan|enter|new|book)(?: me)?(?: an?| the)?(?: new)?"
-        "(?: calendar)? (?:event|entry|calendar entry)\\b\\s*(?:called|named|for|about|:)?\\s*(.+)$",
-        caseless);
-    static const Pattern meeting(
-        "^(?:add|create|make|set up|put in|enter)(?: me)?(?: an?| the| my)?(?: new)? ((?:\\S+ )?(?:meeting"
-        "|appointment|lunch|dinner|breakfast|call|party|visit|date|interview|lesson|class)\\b.+)$",
-        caseless);
-    static const Pattern verb("^(?:schedule|plan)(?: me)?(?: in)? (.+)$", caseless);
-    static const Pattern reminder("\\breminders?\\b|\\bnotes?\\b", caseless);
-    static const Pattern told(
-        "^(?:i(?:'ve|’ve| have)(?: got)?|there is|there's) (.+?),? (?:and )?(?:please )?(?:put|add|enter) (?:it|that)"
-        " (?:in|into|on|to) (?:my|the) (?:calendar|agenda|diary|schedule)$",
-        caseless);
-    static const Pattern bookedIn("^(?:book|put|pencil) me (?:in|down) for (.+)$", caseless);
-    static const Pattern pencilled("^(?:pencil in|block out) (.+)$", caseless);
-    if (const auto match = told.find(core))
-        return eventIn(match->texts[0], around);
-    if (const auto match = bookedIn.find(core))
-        return eventIn(match->texts[0], around);
-    if (const auto match = ending.find(core))
-        return eventIn(match->texts[0] + " " + match->texts[1], around);
-    for (const Pattern* pattern : {&first, &named}) {
-        if (const auto match = pattern->find(core))
-            return eventIn(match->texts[0], around);
-    }
-    for (const Pattern* pattern : {&meeting, &verb, &pencilled}) {
-        const auto match = pattern->find(core);
-        if (!match || reminder.find(match->texts[0]))
-            continue;
-        auto intent = eventIn(match->texts[0], around);
-        if (intent && !intent->start.empty())
-            return intent;
-    }
-    return std::nullopt;
-}
-
 /// What names an event: "my lunch with Ana on friday". Its day, if one is named, says where to look.
 AgendaIntent target(Kind kind, const std::string& words, const RuleSurroundings& around)
 {
@@ -270,79 +93,106 @@ AgendaIntent target(Kind kind, const std::string& words, const RuleSurroundings&
             name = trimmed(name.substr(0, match->range.start) + name.substr(match->range.end));
         }
     }
-    intent.title = trimmed(ends.replaceAll(name, ""));
+    static const Pattern pronoun("^(?:it|that|this|them)(?: one)?$", caseless);
+    intent.title = trimmed(pronoun.replaceAll(trimmed(ends.replaceAll(name, "")), ""));
     return intent;
-}
-
-bool isNoEvent(const std::string& words)
-{
-    static const Pattern other("\\b(?:notes?|reminders?|files?|windows?|tabs?|e-?mails?|it|that|this|everything)$"
-                               "|^(?:(?:my|the|that|this|a) )?(?:notes?|reminders?|files?|it|that|this)\\b",
-        caseless);
-    return other.find(words).has_value();
-}
-
-std::optional<AgendaIntent> readMove(const std::string& core, const RuleSurroundings& around)
-{
-    static const Pattern to(
-        "^(?:move|reschedule|shift|change|push|postpone|delay|bring forward|put off)(?: back| out)? (.+?)"
-        " (?:to|until|till) (.+)$",
-        caseless);
-    static const Pattern by(
-        "^(?:move|shift|push|postpone|delay|put off)(?: back)? (.+?) (?:(?:back )?by|back) (.+)$", caseless);
-    static const Pattern later(
-        "^(?:make|start|have) (.+?) ((?:an?|one|half|\\d+|\\w+)(?: an?)? (?:minutes?|hours?|days?)"
-        "(?: and a half)?) later$",
-        caseless);
-    for (const Pattern* pattern : {&by, &later}) {
-        const auto match = pattern->find(core);
-        if (!match || isNoEvent(match->texts[0]))
-            continue;
-        const auto length = SpokenLength::read(match->texts[1]);
-        if (!length)
-            return std::nullopt;
-        AgendaIntent intent = target(Kind::move, match->texts[0], around);
-        intent.minutes = length->minutes;
-        return intent;
-    }
-    static const Pattern anew("^(?:reschedule|rebook) (.+?) (?:for|on) (.+)$", caseless);
-    auto match = to.find(core);
-    if (!match)
-        match = anew.find(core);
-    if (!match || isNoEvent(match->texts[0]))
-        return std::nullopt;
-    static const Pattern bare("^\\d{1,2}(?::\\d{2})?$|^(?:half|quarter) ", caseless);
-    std::string when = RequestText::withDigits(match->texts[1]);
-    when = bare.find(when) ? "at " + when : when;
-    if (!SpokenMoment::read(when, around))
-        return std::nullopt;
-    AgendaIntent intent = target(Kind::move, match->texts[0], around);
-    intent.when = std::move(when);
-    return intent;
-}
-
-std::optional<AgendaIntent> readCancel(const std::string& core, const RuleSurroundings& around)
-{
-    static const Pattern cancel(
-        "^(?:delete|cancel|remove|call off|drop|scratch|take) (.+?)(?: off my (?:calendar|agenda))?$", caseless);
-    const auto match = cancel.find(core);
-    if (!match || isNoEvent(match->texts[0])
-        || (core.starts_with("take") && core.find(" off my ") == std::string::npos))
-        return std::nullopt;
-    AgendaIntent intent = target(Kind::cancel, match->texts[0], around);
-    return intent.title.empty() ? std::nullopt : std::optional(std::move(intent));
 }
 
 } // namespace
 
-std::optional<AgendaIntent> AgendaIntent::read(std::string_view words, const RuleSurroundings& around)
+std::optional<AgendaIntent> AgendaIntent::listing(const RequestReading& reading, const RuleSurroundings& around)
 {
-    const std::string core(words);
-    for (const auto reader : {readFreePart, readFindTime, readList, readAdd, readMove, readCancel}) {
-        if (auto intent = reader(core, around))
-            return intent;
+    std::string others;
+    auto days = SpokenDays::find(reading.content, around, others);
+    if (!RequestText::isIdle(others))
+        return std::nullopt;
+    if (!days)
+        days = SpokenDays::read("today", around);
+    return AgendaIntent{.kind = Kind::list, .days = std::move(*days)};
+}
+
+std::optional<AgendaIntent> AgendaIntent::following(const RequestReading& reading, const RuleSurroundings& around)
+{
+    std::string others;
+    const auto days = SpokenDays::find(reading.content, around, others);
+    AgendaIntent intent{.kind = Kind::next, .days = days.value_or(SpokenDays::ahead(around))};
+    if (RequestText::isIdle(others))
+        return intent;
+    // "When is lunch with Ana?"
+    if (!reading.has(Cue::when))
+        return std::nullopt;
+    intent.title = target(Kind::next, others, around).title;
+    return intent;
+}
+
+/// A part of a day that is free counts when most of it is.
+std::optional<AgendaIntent> AgendaIntent::findingTime(const RequestReading& reading, const RuleSurroundings& around)
+{
+    static const Pattern part("^(?:whole |entire |full )?(morning|afternoon|evening|day)s?\\b", caseless);
+    constexpr int mostOfAPart = 3 * usualMinutes;
+    constexpr int mostOfADay = 8 * usualMinutes;
+    AgendaIntent intent{.kind = Kind::findTime, .minutes = usualMinutes};
+    std::string words = reading.content;
+    const auto wholePart = part.find(words);
+    if (wholePart)
+        words = trimmed(words.substr(wholePart->range.end));
+    const bool isDay = wholePart && wholePart->texts[0] == "day";
+    if (wholePart) {
+        intent.minutes = isDay ? mostOfADay : mostOfAPart;
+    } else if (const auto length = SpokenLength::read(words)) {
+        intent.minutes = length->minutes;
+        words = length->rest;
     }
+    std::string others;
+    auto days = SpokenDays::find(words, around, others);
+    if (wholePart && days && !isDay && days->from == days->to)
+        days = SpokenDays::read(days->words + " " + wholePart->texts[0], around).value_or(*days);
+    static const Pattern purpose("\\b(?:for|to|see|meet|visit|go|do) \\S.*$", caseless);
+    if (!RequestText::isIdle(purpose.replaceAll(others, "")))
+        return std::nullopt;
+    intent.days = days.value_or(SpokenDays{});
+    return intent;
+}
+
+std::optional<AgendaIntent> AgendaIntent::adding(const RequestReading& reading, const RuleSurroundings& around)
+{
+    auto intent = eventIn(reading.content, around);
+    intent.isUnasked = reading.has(Cue::own) && !reading.has(Cue::calendar);
+    const bool isSaid = reading.has(Cue::calendar) || reading.has(Cue::event);
+    const bool isLikely = reading.has(Cue::occasion) || reading.has(Cue::schedule);
+    constexpr std::size_t dayOnly = 10; ///< "2026-11-22"
+    if (intent.isUnasked && (!around.offers("add_event") || intent.start.size() <= dayOnly || intent.title.empty()))
+        return std::nullopt;
+    if (isSaid || intent.isUnasked || (isLikely && intent.start.size() > dayOnly)
+        || (reading.has(Cue::occasion) && !intent.start.empty()))
+        return intent;
     return std::nullopt;
+}
+
+std::optional<AgendaIntent> AgendaIntent::moving(const RequestReading& reading, const RuleSurroundings& around)
+{
+    const auto found = TimeWords::atEnd(reading.content, around);
+    if (!found) {
+        const bool isEvent = reading.has(Cue::occasion) || reading.has(Cue::calendar) || reading.has(Cue::event);
+        return isEvent ? std::optional(target(Kind::move, reading.content, around)) : std::nullopt;
+    }
+    AgendaIntent intent = target(Kind::move, found->rest, around);
+    constexpr int minutesOfDay = 24 * 60;
+    const auto length = SpokenLength::read(found->time);
+    const auto days = TimeWords::daysIn(found->time);
+    const int minutes = days ? *days * minutesOfDay : length && length->rest.empty() ? length->minutes : 0;
+    intent.minutes = reading.has(Cue::earlier) ? -minutes : minutes;
+    intent.when = minutes > 0 ? std::string() : found->time;
+    return intent;
+}
+
+std::optional<AgendaIntent> AgendaIntent::cancelling(const RequestReading& reading, const RuleSurroundings& around)
+{
+    static const Pattern other("^(?:everything|all|my|the)$", caseless);
+    AgendaIntent intent = target(Kind::cancel, reading.content, around);
+    if (other.find(intent.title) || (intent.title.empty() && !reading.has(Cue::pronoun) && !reading.has(Cue::event)))
+        return std::nullopt;
+    return intent;
 }
 
 } // namespace quorvell

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LiveService/rules/SpokenDays.h"
+#include "Understanding/RequestReading.h"
 
 #include <optional>
 #include <string>
@@ -12,9 +13,10 @@ namespace quorvell {
 struct AgendaIntent {
     enum class Kind {
         list, ///< What is on in `days`.
+        next, ///< The first of what is on in `days`, or the first that `title` names.
         findTime, ///< `minutes` that are free in `days`.
         add, ///< `title` at `start`.
-        move, ///< The event that `title` names, of `days`: to `when`, or by `minutes`.
+        move, ///< The event that `title` names, of `days`: to `when`, or by `minutes`, below 0 to an earlier time.
         cancel, ///< The event that `title` names, of `days`.
     };
 
@@ -24,12 +26,19 @@ struct AgendaIntent {
     std::string title{};
     std::string start{}; ///< In the form of the tools' dates.
     std::string end{};
+    bool isUnasked = false; ///< Of add: they only spoke of it, and are asked first.
     std::string when{}; ///< The user's words for the new time.
 
     bool operator==(const AgendaIntent&) const = default;
 
-    /// `core` is an utterance without its opening and closing words.
-    static std::optional<AgendaIntent> read(std::string_view core, const RuleSurroundings& around);
+    // Each from a request of its kind; nothing when the words are about something else.
+    static std::optional<AgendaIntent> listing(const RequestReading& reading, const RuleSurroundings& around);
+    static std::optional<AgendaIntent> following(const RequestReading& reading, const RuleSurroundings& around);
+    static std::optional<AgendaIntent> findingTime(const RequestReading& reading, const RuleSurroundings& around);
+    static std::optional<AgendaIntent> adding(const RequestReading& reading, const RuleSurroundings& around);
+    /// Without a new time it has to be asked for.
+    static std::optional<AgendaIntent> moving(const RequestReading& reading, const RuleSurroundings& around);
+    static std::optional<AgendaIntent> cancelling(const RequestReading& reading, const RuleSurroundings& around);
 };
 
 } // namespace quorvell

@@ -1,6 +1,8 @@
 #include "LiveService/rules/AgendaRules.h"
 
+#include "LiveService/replies/AgendaReply.h"
 #include "LiveService/replies/PlainReplies.h"
+#include "LiveService/rules/ReminderChange.h"
 #include "LiveService/rules/SpokenDays.h"
 #include "LiveService/rules/ToolResultRules.h"
 #include "QuorvellCore/reminders/DateParts.h"
@@ -14,6 +16,7 @@ namespace {
 
 using Kind = PendingQuestion::Kind;
 
+constexpr const char* notFound = "I found nothing like that in your calendar.";
 constexpr std::size_t dayOnly = 10; ///< Length of "2026-11-22".
 
 RuleStep ask(PendingQuestion question, RequestMemory memory)
@@ -31,7 +34,15 @@ RuleStep add(const AgendaIntent& intent, RequestMemory memory, const ToolRequest
             std::move(memory));
     if (intent.start.empty())
         return ask({.kind = Kind::eventTime, .question = "When is it?", .task = intent.title}, std::move(memory));
-    return {requests.addEvent(intent.title, intent.start, intent.end, intent.minutes), std::move(memory)};
+    auto answer = requests.addEvent(intent.title, intent.start, intent.end, intent.minutes);
+    const auto* request = std::get_if<ToolRequest>(&answer);
+    if (!intent.isUnasked || !request)
+        return {std::move(answer), std::move(memory)};
+    return ask({.kind = Kind::confirm,
+                   .question = "Should I put that into your calendar?",
+                   .tool = request->name,
+                   .arguments = request->arguments},
+        std::move(memory));
 }
 
 bool holdsWords(const std::string& title, const std::string& words)
@@ -60,21 +71,38 @@ std::vector<FoundEvent> meant(const std::vector<FoundEvent>& events, const std::
     return found;
 }
 
-/// Where the event goes: what the user did not name stays as it is.
+RuleStep tellNext(RequestMemory memory, const RuleSurroundings& around)
+{
+    const EventWish wish = std::exchange(memory.wish, {});
+    if (!wish.title.empty())
+        memory.events = meant(memory.events, wish.title);
+    const std::string now = DateParts::from(around.now, around.calendar).text();
+    std::erase_if(memory.events, [&now](const FoundEvent& event) { return event.start < now; });
+    std::string reply = wish.title.empty() || !memory.events.empty() ? AgendaReply::next(memory.events) : notFound;
+    return {std::move(reply), std::move(memory)};
+}
+
+/// People say "move the dentist" of a reminder, too.
+RuleStep changeReminderInstead(RequestMemory memory, const RuleSurroundings& around)
+{
+    const EventWish wish = std::exchange(memory.wish, {});
+    const std::string task = ReminderChange::taskNamed(wish.title);
+    if (!around.offers("set_reminder") || task.empty() || wish.minutes < 0)
+        return {notFound, std::move(memory)};
+    const ToolRequests requests{around};
+    if (wish.kind == EventWish::Kind::cancel)
+        return {requests.finishReminder(task), std::move(memory)};
+    const std::string when = wish.when.empty() ? "by " + std::to_string(wish.minutes) + " minutes" : wish.when;
+    return {requests.putOffReminder(task, when), std::move(memory)};
+}
+
+/// Where the event goes.
 std::optional<std::string> newStart(const FoundEvent& event, const EventWish& wish, const RuleSurroundings& around)
 {
     const auto old = DateParts::parse(event.start);
     if (wish.when.empty())
         return old && !old->allDay ? std::optional(old->adding(wish.minutes).text()) : std::nullopt;
-    const auto moment = SpokenMoment::read(wish.when, around);
-    if (!moment)
-        return std::nullopt;
-    const bool hasTime = moment->date.size() > dayOnly;
-    if (!moment->namesDay && old)
-        return event.start.substr(0, dayOnly) + moment->date.substr(dayOnly);
-    if (!hasTime && event.start.size() > dayOnly)
-        return moment->date + event.start.substr(dayOnly);
-    return moment->date;
+    return SpokenMoment::movedTo(wish.when, event.start, around);
 }
 
 /// As long after the new start as it was after the old one.
@@ -104,11 +132,17 @@ RuleStep AgendaRules::answer(const AgendaIntent& intent, RequestMemory memory, c
     switch (intent.kind) {
     case AgendaIntent::Kind::list:
         return {requests.whatsOn(intent.days), std::move(memory)};
+    case AgendaIntent::Kind::next:
+        memory.wish = {.kind = EventWish::Kind::tellNext, .title = intent.title};
+        return {requests.whatsOn(intent.days), std::move(memory)};
     case AgendaIntent::Kind::findTime:
         return {requests.findFreeTime(intent.minutes, intent.days), std::move(memory)};
     case AgendaIntent::Kind::add:
         return add(intent, std::move(memory), requests);
     case AgendaIntent::Kind::move:
+        if (intent.when.empty() && intent.minutes == 0)
+            return ask({.kind = Kind::newEventTime, .question = "When should it be instead?", .task = intent.title},
+                std::move(memory));
         memory.wish = {EventWish::Kind::move, intent.title, intent.when, intent.minutes};
         break;
     case AgendaIntent::Kind::cancel:
@@ -117,6 +151,11 @@ RuleStep AgendaRules::answer(const AgendaIntent& intent, RequestMemory memory, c
     }
     if (!around.offers("change_event"))
         return {PlainReplies::notOffered("change your calendar"), std::move(memory)};
+    if (intent.title.empty() && !memory.event.id.empty()) {
+        memory.events = {memory.event};
+        if (auto request = carryOut(memory, 0, around))
+            return {std::move(*request), std::move(memory)};
+    }
     return {requests.whatsOn(intent.days), std::move(memory)};
 }
 
@@ -126,9 +165,11 @@ std::optional<RuleStep> AgendaRules::afterList(
     memory.events = ToolResultRules::eventsIn(result);
     if (memory.wish.kind == EventWish::Kind::none)
         return std::nullopt;
+    if (memory.wish.kind == EventWish::Kind::tellNext)
+        return tellNext(std::move(memory), around);
     memory.events = meant(memory.events, memory.wish.title);
     if (memory.events.empty())
-        return RuleStep{"I found nothing like that in your calendar.", std::move(memory)};
+        return changeReminderInstead(std::move(memory), around);
     if (memory.events.size() > 1) {
         std::string question = "There are several: ";
         for (std::size_t index = 0; index < std::min<std::size_t>(memory.events.size(), 3); ++index)

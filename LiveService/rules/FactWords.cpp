@@ -77,23 +77,22 @@ std::string aboutThem(std::string text)
 
 } // namespace
 
-std::optional<std::string> FactWords::read(std::string_view core)
+bool FactWords::isSecret(std::string_view content)
 {
-    static const Pattern about("^(?:remember|know|note|keep in mind|save|store)(?: this| something)? about me[:,]?\\s*"
-                               "(?:that\\s+)?(.+)$",
+    static const Pattern secret(
+        "\\b(?:pin|pin code|password|passcode|passphrase|card number|iban|cvv|puk)\\b.*(?: (?:is|are|was)\\b|\\d)",
         caseless);
-    static const std::string asking = "^(?:please )?(?:remember|keep in mind|bear in mind|don['’]?t (?:ever )?forget"
-                                      "|do not forget|never forget|you should know|you can remember"
-                                      "|i(?:['’]d like| would like| want) you to (?:know|remember)),? ";
+    return secret.find(content).has_value();
+}
+
+std::optional<std::string> FactWords::read(std::string_view content, Certainty certainty)
+{
+    static const Pattern lead("^(?:that|this|about me|something about me)\\b[:,]?\\s*(?:that\\b\\s*)?", caseless);
     // Without a verb it is a thing to do: "don't forget my keys".
-    static const Pattern wish(asking
-            + "(?:that )?((?:i|we)(?:['’](?:m|ve|re))? .+|(?:my|our) .+?(?: (?:is|are|was|were|isn['’]?t|aren['’]?t|has"
-              "|have|likes?|loves?|hates?|lives?|works?|prefers?|needs?|speaks?|plays?|goes|does|doesn['’]?t|can|cannot"
-              "|can['’]?t|wants?|eats?|drinks?)|['’]s) .+)$",
-        caseless);
-    static const Pattern secret(asking
-            + "(?:that )?(.*\\b(?:pin|pin code|password|passcode|passphrase|card number|iban|cvv|puk)\\b.*(?: "
-              "(?:is|are|was)\\b|\\d).*)$",
+    static const Pattern personal(
+        "^(?:(?:i|we)(?:['’](?:m|ve|re))? .+|(?:my|our) .+?(?: (?:is|are|was|were|isn['’]?t|aren['’]?t|has"
+        "|have|likes?|loves?|hates?|lives?|works?|prefers?|needs?|speaks?|plays?|goes|does|doesn['’]?t|can|cannot"
+        "|can['’]?t|wants?|eats?|drinks?)|['’]s) .+)$",
         caseless);
     static const Pattern duty(
         "^(?:i|we)(?:['’]ve)? (?:have|need|want|must|should|ought|got|has) to\\b|^(?:i|we) must\\b|^to\\b", caseless);
@@ -102,23 +101,17 @@ std::optional<std::string> FactWords::read(std::string_view core)
                                  "(?:mon|tues|wednes|thurs|fri|satur|sun)day|(?:this|next) (?:week|month"
                                  "|morning|afternoon|evening|(?:mon|tues|wednes|thurs|fri|satur|sun)day))\\b",
         caseless);
-    static const Pattern subject("^i\\s*(['’]m|['’]ve)?\\s*(.*)$", caseless);
+    static const Pattern subject("^i\\b\\s*(['’]m|['’]ve)?\\s*(.*)$", caseless);
+    std::string said = trimmed(content);
+    if (const auto match = lead.find(said); match && match->range.start == 0)
+        said = said.substr(match->range.end);
+    said = trimmed(said, ".!,:");
     // Secrets go to where they are refused, never into a note.
-    auto match = secret.find(core);
-    const bool isSecret = match.has_value();
-    if (!match)
-        match = about.find(core);
-    const bool isAboutThem = match.has_value();
-    if (!match)
-        match = wish.find(core);
-    if (!match || duty.find(match->texts[0]) || (!isSecret && !isAboutThem && passing.find(match->texts[0])))
+    const bool isTold = certainty == Certainty::told || isSecret(said);
+    if (said.empty() || duty.find(said) || (!isTold && (!personal.find(said) || passing.find(said))))
         return std::nullopt;
-    const std::string said = trimmed(match->texts[0], ".!,");
-    std::string fact = said;
     const auto person = subject.find(said);
-    static const Pattern isPerson("^i\\b", caseless);
-    if (person && isPerson.find(said))
-        fact = predicate(trimmed(person->texts[0] + " " + person->texts[1]));
+    std::string fact = person ? predicate(trimmed(person->texts[0] + " " + person->texts[1])) : said;
     return withUpperCaseFirst(aboutThem(std::move(fact))) + ".";
 }
 

@@ -8,9 +8,15 @@ namespace quorvell {
 
 /// A lasting fact that the user tells about themselves.
 struct FactWords {
-    /// "remember that I prefer tea" gives "Prefers tea." Nothing when the words are no such wish. `core` is an
-    /// utterance without its opening and closing words.
-    static std::optional<std::string> read(std::string_view core);
+    enum class Certainty {
+        told, ///< The user said that it is about them.
+        likely, ///< It was to be remembered, as many things are.
+    };
+
+    /// "that I prefer tea" gives "Prefers tea." Nothing when the words are no such fact.
+    static std::optional<std::string> read(std::string_view content, Certainty certainty);
+    /// "the pin is 4711": nothing that may be written down anywhere.
+    static bool isSecret(std::string_view content);
 };
 
 } // namespace quorvell

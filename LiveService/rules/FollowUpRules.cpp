@@ -4,12 +4,11 @@
 #include "LiveService/replies/SpokenWhen.h"
 #include "LiveService/replies/TaskWords.h"
 #include "LiveService/rules/AgendaRules.h"
-#include "LiveService/rules/FactWords.h"
-#include "LiveService/rules/NoteIntent.h"
-#include "LiveService/rules/ReminderChange.h"
 #include "LiveService/rules/ReminderIntent.h"
+#include "LiveService/rules/RequestReader.h"
 #include "LiveService/rules/RequestText.h"
 #include "LiveService/rules/TimeChoicePicker.h"
+#include "LiveService/rules/TimeWords.h"
 #include "LiveService/rules/ToolRequests.h"
 #include "QuorvellCore/reminders/ReminderPhrase.h"
 #include "QuorvellCore/text/Pattern.h"
@@ -42,16 +41,16 @@ bool namesDay(const std::string& words)
 /// Whether the words are a request of their own and no answer.
 bool isNewRequest(Kind kind, const std::string& core, const RuleSurroundings& around)
 {
-    if (AgendaIntent::read(core, around))
-        return true;
-    // Where no time is asked for, one is no answer either.
-    if (kind == Kind::confirm && (ReminderChange::read(core, around) || FactWords::read(core)))
-        return true;
-    if (const auto intent = NoteIntent::read(core))
-        return intent->kind != NoteIntent::Kind::readFound;
-    const auto reminder = ReminderIntent::read(core);
-    if (!reminder)
+    const auto request = RequestReader::read(core, around);
+    if (!request)
         return false;
+    if (const auto* change = std::get_if<ReminderChange>(&*request))
+        return kind == Kind::confirm || !change->task.empty() || change->kind == ReminderChange::Kind::list;
+    if (const auto* note = std::get_if<NoteIntent>(&*request))
+        return note->kind != NoteIntent::Kind::readFound;
+    const auto* reminder = std::get_if<ReminderIntent>(&*request);
+    if (!reminder)
+        return true;
     const auto phrase = phraseIn(reminder->text, around);
     if (kind == Kind::reminderTime || kind == Kind::whichTime)
         return !reminder->isBare && (!phrase || !phrase->task.empty());
@@ -99,6 +98,15 @@ Answer answerEventTime(const std::string& core, const PendingQuestion& asked, co
     const std::string words = ReminderIntent::timeAnswer(core);
     const auto moment = SpokenMoment::read(words, around);
     return moment ? Answer(ToolRequests{around}.addEvent(asked.task, moment->date, {}, 0)) : std::nullopt;
+}
+
+Answer answerNewEventTime(const std::string& core, RequestMemory& memory, const RuleSurroundings& around)
+{
+    const auto found = TimeWords::atEnd(ReminderIntent::timeAnswer(core), around);
+    if (!found || !found->rest.empty())
+        return std::nullopt;
+    memory.wish = {.kind = EventWish::Kind::move, .title = memory.pending.task, .when = found->time};
+    return ToolRequests{around}.whatsOn(SpokenDays::ahead(around));
 }
 
 /// Which of `count` things the words point at by their place.
@@ -162,6 +170,19 @@ Answer answerWhichReminder(const std::string& core, const RequestMemory& memory,
     return ToolRequests{around}.chosen(memory.pending.tool, memory.pending.arguments, chosen->id);
 }
 
+Answer answerKeepOrRemind(const std::string& core, RequestMemory& memory, const ToolRequests& requests)
+{
+    static const Pattern reminding("\\bremind(?:er|ers)?\\b|\\bsecond\\b", Pattern::Case::insensitive);
+    static const Pattern keeping("\\b(?:write|note|keep|down|yes|first|save)\\b", Pattern::Case::insensitive);
+    const std::string& task = memory.pending.task;
+    if (reminding.find(core)) {
+        memory.request = "remind me to " + task;
+        return requests.remindFromWords(memory.request);
+    }
+    return keeping.find(core) ? Answer(requests.keep(NoteIntent::titleFor(task), RequestText::written(task)))
+                              : std::nullopt;
+}
+
 Answer answerFor(const std::string& core, RequestMemory& memory, const RuleSurroundings& around)
 {
     const ToolRequests requests{around};
@@ -189,6 +210,10 @@ Answer answerFor(const std::string& core, RequestMemory& memory, const RuleSurro
         return answerWhichEvent(core, memory, around);
     case Kind::eventTime:
         return answerEventTime(core, memory.pending, around);
+    case Kind::newEventTime:
+        return answerNewEventTime(core, memory, around);
+    case Kind::keepOrRemind:
+        return answerKeepOrRemind(core, memory, requests);
     case Kind::eventTitle:
         return requests.addEvent(ReminderIntent::taskAnswer(core), memory.pending.date, {}, 0);
     case Kind::noteTopic:

@@ -4,6 +4,7 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvell {
@@ -16,145 +17,31 @@ constexpr int longestTitleWords = 6;
 constexpr std::size_t longestTitleCharacters = 60;
 constexpr auto caseless = Pattern::Case::insensitive;
 
-/// Its last group that took part holds the topic; without one, everything is looked through.
-struct SearchRow {
-    Pattern pattern;
-    Purpose purpose;
-};
-
-/// Where two rows fit, the first one wins.
-const auto& searchRows()
+/// What leads from the wish to the words themselves.
+std::string withoutLead(std::string_view content)
 {
-    static const SearchRow rows[] = {
-        {Pattern("^(?:read|open)(?: me)?(?: out)?(?: my| the)? (?:last|latest|newest|most recent) note$", caseless),
-            Purpose::readNewest},
-        {Pattern("^(?:(?:show|list|read|open|find)(?: me)?(?: out)?(?: all)?(?: of)?(?: my| the) notes?"
-                 "|what are my notes|what notes do i have|what (?:is|do i have) in my (?:notes|notebook)"
-                 "|what's in my (?:notes|notebook)|do i have (?:any )?notes)$",
-             caseless),
-            Purpose::listNotes},
-        {Pattern(
-             "^(?:read|open)(?: me)?(?: out| back)?(?: my| the| that| a)? notes?"
-             " (?:about|on|for|of|with|called|named|titled) (.+?)(?: and read (?:it|that)(?: out| aloud| to me)*)?$",
-             caseless),
-            Purpose::read},
-        {Pattern(
-             "^what (?:do|does) (?:my|the) notes?(?: (?:about|on|for) (.+?) say| say (?:about|on) (.+))$", caseless),
-            Purpose::read},
-        {Pattern("^what (?:did|have) i (?:write|written|note|noted|say|said|save|saved|keep|kept)(?: down)?"
-                 " (?:about|on|for) (.+)$",
-             caseless),
-            Purpose::read},
-        {Pattern("^(?:find|show|look up|look for|search for)(?: me)? what i (?:wrote|noted|said|saved|kept)(?: down)?"
-                 " (?:about|on|for) (.+)$",
-             caseless),
-            Purpose::tell},
-        {Pattern("^(?:find|show|get|search(?: for)?|look for|look up|bring up|pull up|list|where is|where's|where are)"
-                 "(?: me)?(?: all)?(?: my| the| any| a| some)? (?:notes?|anything)"
-                 " (?:about|on|for|of|with|called|named|titled|mentioning|that mentions?|which mentions?) (.+)$",
-             caseless),
-            Purpose::tell},
-        {Pattern("^(?:search|look(?: in| through)?|check|go through|find in)(?: in| through)? (?:my|the)"
-                 " (?:notes?|notebook) (?:for|about|and find) (.+)$",
-             caseless),
-            Purpose::tell},
-        {Pattern("^(?:find|search(?: for)?|look up|look for) (.+?) in (?:my|the) (?:notes?|notebook)$", caseless),
-            Purpose::tell},
-        {Pattern("^(?:(?:do i have|have i got|are there|is there)(?: a| any| some)? notes?|(?:do i have|have i got) "
-                 "anything)"
-                 " (?:about|on|for|of) (.+)$",
-             caseless),
-            Purpose::tell},
-        {Pattern("^what (?:do i have|have i got)(?: (?:written|noted)(?: down)?)? (?:about|on) (.+)$", caseless),
-            Purpose::tell},
-        {Pattern("^(?:where|when) did i (?:write|note)(?: down)? (?:about )?(.+)$", caseless), Purpose::tell},
-        {Pattern("^(?:read|open|what does)(?: me)?(?: out)? (?:the|my|our) "
-                 "(?!(?:first|second|third|fourth|fifth|last|same|1st|2nd|3rd)\\b)(.+) note(?: say)?(?: out loud| to "
-                 "me| out| "
-                 "aloud)*$",
-             caseless),
-            Purpose::read},
-        {Pattern("^(?:find|show|get|read|open|bring up|pull up|search for|look for|look up|where is|where's)(?: me)?"
-                 "(?: all)? (?:the|my|our) "
-                 "(?!(?:first|second|third|fourth|fifth|last|same|1st|2nd|3rd)\\b)(.+) notes?$",
-             caseless),
-            Purpose::tell},
-        {Pattern("^(?:find|search for) (?!me\\b|out\\b|a \\b)((?:\\S+)(?: \\S+){0,2})$", caseless), Purpose::tell},
-        {Pattern("^(?:which|what) notes? (?:mentions?|talks? about|are about|is about) (.+)$", caseless),
-            Purpose::tell},
-    };
-    return rows;
-}
-
-/// Whatever follows the match is the note.
-const auto& keepPatterns()
-{
-    static const Pattern patterns[] = {
-        Pattern("^(?:make|take|keep|add|save|write|create|start|put)(?: down)?(?: me)?(?: a| another| this| the)?"
-                "(?: quick| new| little)? (?:note|memo)(?: down)?\\b"
-                "(?:[:,]?\\s+(?:to self\\b[:,]?|saying that|saying|that says|that|of|about|to(?= ))|\\s*[:,])?",
-            caseless),
-        Pattern("^(?:a )?new note\\b(?:\\s*[:,]|\\s+that\\b)?", caseless),
-        Pattern("^note(?: down)?(?: to self| for later| this)?(?:\\s*[:,]|\\s+that\\b|(?=\\s|$))", caseless),
-        Pattern("^(?:write|jot|put)(?: (?:this|that|it))? down(?: for me)?(?:\\s*[:,]|\\s+(?:that|this)\\b[:,]?)?",
-            caseless),
-        Pattern(
-            "^(?:keep|save|store|note|write) (?:this|that)(?: for (?:later|me))?(?: in my (?:notes|notebook))?\\s*[:,]",
-            caseless),
-        Pattern("^remember (?:that\\b|this\\b[:,]?|(?=my |our |the |i |we ))", caseless),
-        Pattern("^(?:add|put|write|save)(?: (?:this|it))? (?:in|into|to) (?:my|the) (?:notes|notebook)\\b"
-                "(?:\\s*[:,]|\\s+that\\b)?",
-            caseless),
-        Pattern("^for (?:the record|future reference)\\b[:,]?", caseless),
-    };
-    return patterns;
-}
-
-NoteIntent keeping(std::string_view words)
-{
-    static const Pattern named("^(?:called|titled|named)\\s+[\"“]?(.+?)[\"”]?(?:\\s*:|,?\\s+(?:saying|that says|with "
-                               "the text|which says))\\s+(.+)$",
+    static const Pattern lead("^(?:(?:down|here|to self|in writing|as follows|saying that|saying|that says|which says"
+                              "|reads?|please|in(?= that\\b)|for (?:me|us|later))\\b[,:]?\\s*)*"
+                              "(?:(?:that|this|of|about|to|for)\\b\\s*[:,]?\\s*)?",
         caseless);
-    NoteIntent intent{.kind = NoteIntent::Kind::keep};
-    const std::string text = trimmed(words);
-    if (const auto match = named.find(text)) {
-        intent.title = RequestText::written(match->texts[0]);
-        intent.text = RequestText::written(match->texts[1]);
-    } else {
-        intent.text = RequestText::written(text);
-    }
-    return intent;
+    return trimmed(lead.replaceAll(trimmed(content, ",;:-"), ""), ",;:-");
 }
 
-std::optional<NoteIntent> readKeep(const std::string& core)
+/// "about the plumber" of "find my note about the plumber".
+std::string topicIn(const std::string& content)
 {
-    static const Pattern around(
-        "^(?:add|put|write|save|note)\\s+(.+?)\\s+(?:in|into|to) (?:my|the) (?:notes|notebook)$", caseless);
-    for (const Pattern& pattern : keepPatterns()) {
-        const auto match = pattern.find(core);
-        if (match && match->range.start == 0)
-            return keeping(std::string_view(core).substr(match->range.end));
-    }
-    if (const auto match = around.find(core))
-        return keeping(match->texts[0]);
-    return std::nullopt;
+    static const Pattern lead(
+        "^(?:(?:about|on|for|of|with|in|that|the|my|our|an?|any|i|me|said|mentioning|regarding)\\s+)+", caseless);
+    static const Pattern tail(
+        "(?:,?\\s+(?:and (?:read|show|open) (?:it|that|them)\\b.*|in|is|are|to me|please|again|out|have a look"
+        "|out loud|aloud|thing|one))+$",
+        caseless);
+    return trimmed(tail.replaceAll(lead.replaceAll(trimmed(content), ""), ""), "\"“”,");
 }
 
-std::optional<NoteIntent> readSearch(const std::string& core)
+bool hasWords(const std::string& text, std::size_t most)
 {
-    static const Pattern article("^(?:the|my|our|a|an) (?=\\S)", caseless);
-    for (const SearchRow& row : searchRows()) {
-        const auto match = row.pattern.find(core);
-        if (!match)
-            continue;
-        NoteIntent intent{.kind = NoteIntent::Kind::search, .purpose = row.purpose};
-        for (const std::string& group : match->texts) {
-            if (!group.empty())
-                intent.text = article.replaceAll(trimmed(group, "\"“”"), "");
-        }
-        return intent;
-    }
-    return std::nullopt;
+    return !text.empty() && static_cast<std::size_t>(std::ranges::count(text, ' ')) < most;
 }
 
 bool isSubject(std::string_view words)
@@ -177,14 +64,39 @@ std::string firstWords(const std::string& text)
 
 } // namespace
 
-std::optional<NoteIntent> NoteIntent::read(std::string_view words)
+NoteIntent NoteIntent::keeping(std::string_view content)
 {
-    const std::string core(words);
-    if (auto search = readSearch(core))
-        return search;
-    if (auto keep = readKeep(core))
-        return keep;
-    return readChoice(core);
+    static const Pattern named("^(?:called|titled|named)\\s+[\"“]?(.+?)[\"”]?(?:\\s*:|,?\\s+(?:saying|that says|with "
+                               "the text|which says))\\s+(.+)$",
+        caseless);
+    NoteIntent intent{.kind = NoteIntent::Kind::keep};
+    const std::string text = trimmed(content);
+    if (const auto match = named.find(text)) {
+        intent.title = RequestText::written(match->texts[0]);
+        intent.text = RequestText::written(match->texts[1]);
+    } else {
+        intent.text = RequestText::written(withoutLead(text));
+    }
+    return intent;
+}
+
+std::optional<NoteIntent> NoteIntent::searching(const RequestReading& reading, Purpose purpose)
+{
+    constexpr std::size_t mostBareWords = 3;
+    const bool isOfNotes = reading.has(Cue::note) || reading.has(Cue::notes) || reading.has(Cue::notebook)
+        || reading.has(Cue::wrote) || reading.has(Cue::newest);
+    NoteIntent intent{.kind = Kind::search, .text = topicIn(reading.content), .purpose = purpose};
+    if (intent.text.empty() && reading.has(Cue::newest))
+        intent.purpose = Purpose::readNewest;
+    else if (intent.text.empty() && (reading.has(Cue::notes) || reading.has(Cue::notebook)))
+        intent.purpose = Purpose::listNotes;
+    else if (intent.text.empty())
+        return isOfNotes || reading.has(Cue::pronoun)
+            ? std::optional(NoteIntent{Kind::readFound, {}, {}, {}, onlyIndex})
+            : std::nullopt;
+    else if (!isOfNotes && (reading.has(Cue::foreign) || !hasWords(intent.text, mostBareWords)))
+        return std::nullopt;
+    return intent;
 }
 
 std::optional<NoteIntent> NoteIntent::readChoice(std::string_view core)

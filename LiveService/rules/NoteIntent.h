@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LiveService/rules/RequestMemory.h"
+#include "Understanding/RequestReading.h"
 
 #include <optional>
 #include <string>
@@ -26,8 +27,10 @@ struct NoteIntent {
 
     bool operator==(const NoteIntent&) const = default;
 
-    /// `core` is an utterance without its opening and closing words.
-    static std::optional<NoteIntent> read(std::string_view core);
+    /// What is to be written down. Without words in it, they are to be asked for.
+    static NoteIntent keeping(std::string_view content);
+    /// Nothing when the words are about something that no note is likely to hold.
+    static std::optional<NoteIntent> searching(const RequestReading& reading, RequestMemory::SearchPurpose purpose);
     /// "the second one", "number two", "read it".
     static std::optional<NoteIntent> readChoice(std::string_view core);
     /// A few words that name a note: what it is about, else how it begins.

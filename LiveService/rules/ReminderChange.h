@@ -1,6 +1,8 @@
 #pragma once
 
 #include "LiveService/rules/RuleSurroundings.h"
+#include "LiveService/rules/SpokenDays.h"
+#include "Understanding/RequestReading.h"
 
 #include <optional>
 #include <string>
@@ -13,14 +15,20 @@ struct ReminderChange {
     enum class Kind { list, done, later };
 
     Kind kind = Kind::list;
-    std::string task{}; ///< Words of the one that is meant; empty for what is due, or for all.
+    std::string task{}; ///< Words of the one that is meant; empty for what is due, or was just talked about.
     std::string when{}; ///< Of later: until when, in the user's words.
-    std::string days{}; ///< Of list: only those of these days, in the user's words; empty for all.
+    SpokenDays days{}; ///< Of list: only those of these days; empty for all.
 
     bool operator==(const ReminderChange&) const = default;
 
-    /// `core` is an utterance without its opening and closing words.
-    static std::optional<ReminderChange> read(std::string_view core, const RuleSurroundings& around);
+    /// What the owner of reminders knows one by: "dentist" of "calling the dentist" and of "the dentist is".
+    static std::string taskNamed(const std::string& content);
+    static std::optional<ReminderChange> listing(const RequestReading& reading, const RuleSurroundings& around);
+    static std::optional<ReminderChange> finishing(const RequestReading& reading);
+    /// "I have already called the dentist".
+    static std::optional<ReminderChange> told(std::string_view core);
+    /// Nothing without a time where a plain "later" is not meant either.
+    static std::optional<ReminderChange> puttingOff(const RequestReading& reading, const RuleSurroundings& around);
 };
 
 } // namespace quorvell

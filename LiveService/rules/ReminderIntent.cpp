@@ -11,33 +11,6 @@ namespace {
 
 constexpr auto caseless = Pattern::Case::insensitive;
 
-/// All of these are the same wish. What the phrase reader knows by itself is among them, so that one form is left.
-const auto& beginnings()
-{
-    static const Pattern patterns[] = {
-        Pattern("^remind (?:me|us)\\b", caseless),
-        Pattern("^(?:set|make|create|add|schedule|give|put in|set up)(?: up)?(?: me)?(?: a| another| the)?(?: new)? "
-                "reminder\\b",
-            caseless),
-        Pattern("^(?:a |new |a new )?reminder\\b\\s*[:,]?", caseless),
-        Pattern("^i (?:need|want)(?: you)? (?:a reminder|to be reminded|to remind me)\\b", caseless),
-        Pattern("^i(?:'d|’d| would) like (?:a reminder|to be reminded)\\b", caseless),
-        Pattern("^be reminded\\b", caseless),
-        Pattern("^have a reminder\\b", caseless),
-        Pattern("^(?:don't|don’t|do not|dont) (?:let me )?forget\\b", caseless),
-        Pattern("^make sure(?: that)? i (?:don't|don’t|do not|dont) forget\\b", caseless),
-        Pattern("^make sure(?: that)? i remember\\b", caseless),
-        Pattern(
-            "^i (?:mustn't|mustn’t|must not|should not|shouldn't|can't|cannot|do not want to|don't want to) forget\\b",
-            caseless),
-        Pattern("^i (?:must|have to|need to|should|want to|ought to) remember\\b", caseless),
-        Pattern("^help me(?: to)? remember\\b", caseless),
-        Pattern("^remember (?=to )", caseless),
-        Pattern("^(?:nudge|ping|alert|prompt|notify) me\\b", caseless),
-    };
-    return patterns;
-}
-
 /// "for tomorrow at 5 to call mum": the phrase reader knows no "for" here.
 std::string withoutFor(std::string_view rest)
 {
@@ -45,36 +18,13 @@ std::string withoutFor(std::string_view rest)
     return connector.replaceAll(trimmed(rest), "");
 }
 
-ReminderIntent fromRest(std::string_view rest)
+} // namespace
+
+ReminderIntent ReminderIntent::of(std::string_view rest)
 {
     static const Pattern ofSomething("^of\\s+", caseless);
     const std::string wish = ofSomething.replaceAll(withoutFor(rest), "about ");
     return {wish.empty() ? "remind me" : "remind me " + wish, wish.empty()};
-}
-
-} // namespace
-
-std::optional<ReminderIntent> ReminderIntent::read(std::string_view words)
-{
-    static const Pattern wake("^wake me(?: up)?\\b", caseless);
-    static const Pattern inside(
-        "\\b(?:please )?(?:remind me|i (?:need|want) (?:a reminder|to be reminded))\\b", caseless);
-    const std::string core(words);
-    for (const Pattern& pattern : beginnings()) {
-        const auto match = pattern.find(core);
-        if (match)
-            return fromRest(std::string_view(core).substr(match->range.end));
-    }
-    if (const auto match = wake.find(core))
-        return ReminderIntent{"remind me to wake up" + core.substr(match->range.end)};
-    // "tomorrow at 5 remind me to call mum": the time before the wish moves behind it.
-    if (const auto match = inside.find(core)) {
-        const std::string before =
-            RequestText::withoutClosing(RequestText::withoutOpening(core.substr(0, match->range.start)));
-        auto intent = fromRest(std::string_view(core).substr(match->range.end));
-        return ReminderIntent{before.empty() ? intent.text : intent.text + " " + before};
-    }
-    return std::nullopt;
 }
 
 std::optional<ReminderIntent> ReminderIntent::readTimed(

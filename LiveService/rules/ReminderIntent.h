@@ -14,8 +14,8 @@ struct ReminderIntent {
 
     bool operator==(const ReminderIntent&) const = default;
 
-    /// `core` is an utterance without its opening and closing words.
-    static std::optional<ReminderIntent> read(std::string_view core);
+    /// `wish` is what follows "remind me".
+    static ReminderIntent of(std::string_view wish);
     /// Words with a time that ask for nothing by themselves: "in 20 minutes check the oven", "call mum tomorrow at 5".
     /// `timeWords` were read as the time, and `task` is what is left.
     static std::optional<ReminderIntent> readTimed(

@@ -33,10 +33,12 @@ struct PendingQuestion {
         whichNote, ///< Which of the found notes.
         noteText, ///< What the note is to say.
         noteTopic, ///< What the note that is to be read is about.
+        keepOrRemind, ///< Whether `task` is to be written down, or to be reminded of.
         confirm, ///< Whether `tool` is really to be called with `arguments`.
         whichReminder, ///< Which of the found notes is done or put off: the call is to be made again with its id.
         whichEvent, ///< Which of the found notes, here events, is moved or cancelled.
         eventTime, ///< When the event `task` is to be.
+        newEventTime, ///< When the event `task` is to be instead.
         eventTitle, ///< What the event at `date` is.
     };
     static constexpr int patience = 1; ///< So many answers that fit nothing are asked about again.
@@ -66,7 +68,7 @@ struct FoundEvent {
 
 /// What is to be done with an event that the calendar is being asked for.
 struct EventWish {
-    enum class Kind { none, move, cancel };
+    enum class Kind { none, move, cancel, tellNext };
 
     Kind kind = Kind::none;
     std::string title{}; ///< Words of it.
@@ -80,11 +82,17 @@ struct RequestMemory {
     /// What is to be done with the notes that a search under way finds.
     enum class SearchPurpose { tell, read, readNewest, listNotes };
 
+    /// What was last set, kept or changed, and "it" therefore means.
+    enum class Topic { none, reminder, event, note };
+
     PendingQuestion pending{};
+    Topic topic = Topic::none;
     std::string request{}; ///< The user's own words for the reminder under way, over all its turns.
     std::vector<FoundNote> found{};
     SearchPurpose purpose = SearchPurpose::tell;
     std::string reminder{}; ///< Id of the one last talked about; empty for none.
+    std::string reminderDate{}; ///< When it is, in the form of the tools' dates; empty when that was not told.
+    FoundEvent event{}; ///< The one last talked about; without an id there is none.
     EventWish wish{};
     std::vector<FoundEvent> events{};
     std::string days{}; ///< "tomorrow": what a list under way is of, in words. Empty for everything.

@@ -3,19 +3,15 @@
 #include "LiveService/replies/PlainReplies.h"
 #include "LiveService/replies/ReplyWording.h"
 #include "LiveService/rules/AgendaRules.h"
-#include "LiveService/rules/FactWords.h"
 #include "LiveService/rules/FollowUpRules.h"
-#include "LiveService/rules/NoteIntent.h"
-#include "LiveService/rules/ReminderChange.h"
-#include "LiveService/rules/ReminderIntent.h"
+#include "LiveService/rules/ReminderRules.h"
+#include "LiveService/rules/RequestReader.h"
 #include "LiveService/rules/RequestText.h"
 #include "LiveService/rules/SmallTalk.h"
 #include "LiveService/rules/ToolRequests.h"
 #include "LiveService/rules/ToolResultRules.h"
 #include "QuorvellCore/live/history/ModeIntent.h"
-#include "QuorvellCore/reminders/ReminderPhrase.h"
 #include "QuorvellCore/safety/SpokenConsent.h"
-#include "QuorvellCore/text/Pattern.h"
 
 #include <optional>
 #include <utility>
@@ -26,9 +22,9 @@ namespace {
 
 using Kind = PendingQuestion::Kind;
 using Purpose = RequestMemory::SearchPurpose;
+using Topic = RequestMemory::Topic;
 
 constexpr int listLength = 20;
-constexpr std::size_t dayLength = 10; ///< "2026-11-22"
 
 RuleStep say(std::string text, RequestMemory memory)
 {
@@ -92,25 +88,6 @@ RuleStep answerNote(const NoteIntent& intent, RequestMemory memory, const ToolRe
     return readFound(intent, std::move(memory), requests);
 }
 
-RuleStep changeReminder(const ReminderChange& change, RequestMemory memory, const RuleSurroundings& around)
-{
-    const ToolRequests requests{around};
-    memory.request.clear();
-    switch (change.kind) {
-    case ReminderChange::Kind::done:
-        return {requests.finishReminder(change.task), std::move(memory)};
-    case ReminderChange::Kind::later:
-        return {requests.putOffReminder(change.task, change.when), std::move(memory)};
-    case ReminderChange::Kind::list:
-        break;
-    }
-    const auto days = SpokenDays::read(change.days, around).value_or(SpokenDays{});
-    memory.days = days.words;
-    memory.firstDay = days.from.substr(0, dayLength);
-    memory.lastDay = days.to.substr(0, dayLength);
-    return {requests.listReminders(), std::move(memory)};
-}
-
 const char* nameOf(HelpMode mode)
 {
     switch (mode) {
@@ -124,40 +101,86 @@ const char* nameOf(HelpMode mode)
     return "do";
 }
 
-RuleStep answerReminder(const ReminderIntent& intent, RequestMemory memory, const ToolRequests& requests)
-{
-    if (intent.isBare)
-        return ask(Kind::wholeReminder, "What do you want to be reminded of, and when?", std::move(memory));
-    memory.request = intent.text;
-    return {requests.remindFromWords(intent.text), std::move(memory)};
-}
+struct Answering {
+    RequestMemory memory;
+    const RuleSurroundings& around;
 
-/// A request with a time but without the words that ask for a reminder.
-std::optional<ReminderIntent> timedTask(const std::string& core, const RuleSurroundings& around)
-{
-    const auto phrase = ReminderPhrase::parse(RequestText::withDigits(core), around.now, around.calendar);
-    return phrase ? ReminderIntent::readTimed(core, phrase->timeWords, phrase->task) : std::nullopt;
-}
+    RuleStep operator()(const AgendaIntent& intent) { return AgendaRules::answer(intent, std::move(memory), around); }
+    RuleStep operator()(const ReminderChange& change)
+    {
+        return ReminderRules::change(change, std::move(memory), around);
+    }
+    RuleStep operator()(const ReminderIntent& intent) { return ReminderRules::set(intent, std::move(memory), around); }
+    RuleStep operator()(const NoteIntent& intent)
+    {
+        return answerNote(intent, std::move(memory), ToolRequests{around});
+    }
+    RuleStep operator()(const FactIntent& intent)
+    {
+        return {ToolRequests{around}.remember(intent.fact), std::move(memory)};
+    }
+    RuleStep operator()(const AnotherIntent& intent)
+    {
+        const ToolRequests requests{around};
+        if (memory.topic == Topic::reminder && !memory.reminderDate.empty())
+            return {
+                requests.remindSettled(RequestText::written(intent.words), memory.reminderDate, {}), std::move(memory)};
+        if (memory.topic == Topic::note)
+            return {requests.keep(NoteIntent::titleFor(intent.words), RequestText::written(intent.words)),
+                std::move(memory)};
+        memory.pending = {.kind = Kind::keepOrRemind,
+            .question = "Should I write that down, or remind you of it?",
+            .task = intent.words};
+        std::string question = memory.pending.question;
+        return say(std::move(question), std::move(memory));
+    }
+    RuleStep operator()(NotebookIntent intent)
+    {
+        if (intent == NotebookIntent::open)
+            return {ToolRequests{around}.openNotebook(), std::move(memory)};
+        return say(std::string(PlainReplies::cannotDelete), std::move(memory));
+    }
+};
 
 RuleStep answerRequest(const std::string& core, RequestMemory memory, const RuleSurroundings& around)
 {
-    static const Pattern notebook("^(?:open|show)(?: me)? (?:my|the) notebook$", Pattern::Case::insensitive);
-    const ToolRequests requests{around};
-    if (notebook.find(core) && around.offers("open_notebook"))
-        return {requests.openNotebook(), std::move(memory)};
-    if (const auto agenda = AgendaIntent::read(core, around))
-        return AgendaRules::answer(*agenda, std::move(memory), around);
-    if (const auto change = ReminderChange::read(core, around))
-        return changeReminder(*change, std::move(memory), around);
-    if (const auto fact = FactWords::read(core); fact && around.offers("remember_about_them"))
-        return {requests.remember(*fact), std::move(memory)};
-    if (const auto note = NoteIntent::read(core))
-        return answerNote(*note, std::move(memory), requests);
-    if (const auto reminder = ReminderIntent::read(core))
-        return answerReminder(*reminder, std::move(memory), requests);
-    if (const auto timed = timedTask(core, around))
-        return answerReminder(*timed, std::move(memory), requests);
+    if (auto request = RequestReader::read(core, around))
+        return std::visit(Answering{std::move(memory), around}, *request);
     return say(PlainReplies::cannot(around.tools), std::move(memory));
+}
+
+/// "Cancel that", of what was last set or kept.
+RuleStep undo(RequestMemory memory, const RuleSurroundings& around)
+{
+    const ToolRequests requests{around};
+    switch (memory.topic) {
+    case Topic::event:
+        return {requests.cancelEvent(memory.event.id), std::move(memory)};
+    case Topic::reminder:
+        return {requests.chosen("set_reminder", "{\"done\":true}", memory.reminder), std::move(memory)};
+    case Topic::note:
+    case Topic::none:
+        break;
+    }
+    return say(std::string(PlainReplies::cannotDelete), std::move(memory));
+}
+
+/// What "it" means from now on.
+void noteTopic(const ToolRequest& call, std::string_view result, RequestMemory& memory)
+{
+    if (const auto reminder = ToolResultRules::reminderIn(result);
+        call.name == "set_reminder" && !reminder.id.empty()) {
+        const bool isOver = ToolResultRules::endsReminder(result);
+        memory.reminder = isOver ? "" : reminder.id;
+        memory.reminderDate = isOver ? "" : reminder.date;
+        memory.topic = isOver ? Topic::none : Topic::reminder;
+    }
+    if (call.name == "add_event" || call.name == "change_event") {
+        memory.event = ToolResultRules::eventIn(result);
+        memory.topic = memory.event.id.empty() ? memory.topic : Topic::event;
+    }
+    if (call.name == "keep_note")
+        memory.topic = Topic::note;
 }
 
 /// The note to read at once, when that is what the search was for.
@@ -175,10 +198,12 @@ RuleStep RequestRules::answerWords(
 {
     RequestMemory memory = remembering;
     const std::string core = RequestText::withoutClosing(RequestText::withoutOpening(words));
-    if (memory.pending.kind == Kind::confirm && SpokenConsent::isAffirmative(words)) {
+    if (memory.pending.kind == Kind::confirm && SpokenConsent::agreesTo(memory.pending.question, words)) {
         const PendingQuestion asked = std::exchange(memory.pending, {});
         return {ToolRequests{around}.confirmed(asked.tool, asked.arguments), std::move(memory)};
     }
+    if (SmallTalk::isUndo(core) && memory.pending.kind == Kind::none && memory.topic != Topic::none)
+        return remembered(undo(std::move(memory), around));
     if (SmallTalk::isCancel(core)) {
         const bool wasAsking = std::exchange(memory.pending, {}).kind != Kind::none;
         return say(wasAsking ? std::string(PlainReplies::dropped) : "Okay.", std::move(memory));
@@ -207,8 +232,7 @@ RuleStep RequestRules::answerResult(
     if (!memory.reminder.empty() && ToolResultRules::foundNothingDue(call, result))
         return {ToolRequests{around}.chosen(call.name, call.arguments, memory.reminder), std::move(memory)};
     std::string reply = ReplyWording::reply(call, result, memory);
-    if (const auto id = ToolResultRules::reminderIn(result); call.name == "set_reminder" && !id.empty())
-        memory.reminder = ToolResultRules::endsReminder(result) ? "" : id;
+    noteTopic(call, result, memory);
     if (call.name == "set_reminder")
         memory.pending = ToolResultRules::questionIn(call, result, reply);
     if (memory.pending.kind == Kind::none)

@@ -1,12 +1,16 @@
 #include "LiveService/rules/RequestText.h"
 
+#include "LiveService/rules/TimeWords.h"
 #include "OnDeviceSpeech/SpokenToWritten.h"
 #include "QuorvellCore/reminders/SpokenTimes.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "QuorvellCore/text/TextMatch.h"
+#include "Understanding/RequestReading.h"
+#include "Understanding/RequestWords.h"
 
 #include <algorithm>
+#include <array>
 
 namespace quorvell {
 
@@ -22,28 +26,103 @@ std::string withoutMatchAtStart(const Pattern& pattern, const std::string& text)
 
 std::string RequestText::withoutOpening(std::string_view words)
 {
-    static const Pattern name(
-        "^(?:(?:hey|hi|hello|okay|ok|so|well|um+|uh+|er+|and|now)\\b[,.!]?\\s*)*(?:quorvell\\b[,.:!]?\\s*)?"
-        "(?:(?:and|so|um+|uh+)\\b[,]?\\s*)*",
+    static const Pattern opening(
+        "^(?:hey|hi|hello|okay|ok|so|well|u+m+|u+h+|e+r+m*|hm+|ah|and|then|now|oh|right|alright|all "
+        "right|(?:listen|look|say)(?=,)"
+        "|sorry|excuse me|please|kindly|quorvell|dear|darling|good (?:morning|afternoon|evening)(?= \\S|,)"
+        "|actually|by the way|you know|i mean|let me see(?=,)"
+        "|(?:can|could|would|will) you (?:just|maybe|perhaps|possibly|kindly)"
+        "|(?:would|do) you mind|would you be (?:so kind|a dear|able)(?: as)?(?: to| and)|be (?:so kind as to|a dear "
+        "and)"
+        "|(?:i was wondering|i wonder) (?:if|whether) (?:you|i|we) (?:could|can|might)|is it possible to"
+        "|(?:i(?:['’]d| would) (?:like|love)|i(?:['’]d| would) appreciate it|i want|i need)"
+        " (?:you )?(?:to|if you (?:could|would))|i(?:['’]d| would) be grateful if you (?:could|would)"
+        "|let['’]?s|let us|go ahead and|do me a favou?r(?:,)?(?: and)?|if you (?:could|would|can|don['’]?t mind)"
+        "|i think|maybe|perhaps|just|quickly|also(?=,)|(?:tell|show|remind) me(?= "
+        "(?:what|when|which|whether|where|how|if)\\b)"
+        "|(?:i|we)(?:['’]ve| have)(?: got)? to(?= )|i (?:must|should|ought to)(?! (?:not|remember)\\b)|thanks,|great,"
+        "|do you know(?= (?:what|when|which|where|if)\\b)|what i want is to|you can(?= \\S+ \\S)|i(?:['’]m| am) "
+        "sure(?: that)?|be able to"
+        "|(?:can|could|would|will|might) (?:you|we|i)(?: please)?)(?![\\w'’])[,.:;!?]*\\s*",
         Pattern::Case::insensitive);
-    static const Pattern polite(
-        "^(?:please[,]?\\s+)?(?:(?:can|could|would|will)\\s+you\\s+(?:just\\s+)?|i\\s+want\\s+you\\s+to\\s+"
-        "|i(?:'d|’d|\\s+would)\\s+like\\s+you\\s+to\\s+|i(?:'d|’d|\\s+would)\\s+like\\s+to\\s+(?=be\\s+reminded|have))?"
-        "(?:please\\s+)?(?:(?:tell|show)\\s+me\\s+(?=what|when|which|whether))?",
-        Pattern::Case::insensitive);
-    return withoutMatchAtStart(polite, withoutMatchAtStart(name, trimmed(firstCharacters(words, longest))));
+    std::string text = trimmed(firstCharacters(words, longest));
+    for (std::string before; before != text;) {
+        before = text;
+        text = withoutMatchAtStart(opening, text);
+        if (text.empty())
+            return before;
+    }
+    return text;
 }
 
 std::string RequestText::withoutClosing(std::string_view words)
 {
-    static const Pattern closing("[\\s,.;!?]*(?:\\b(?:please|for me|thanks|thank you|will you|would you))?[\\s.;!?]*$",
+    static const Pattern closing(
+        "[\\s,.;!?]*(?:\\b(?:please|for me|thanks|thank you|thank you very much|cheers|ta|will you|would you|could you"
+        "|can you|won['’]?t you|if you (?:can|could|would|please|don['’]?t mind|wouldn['’]?t mind|like)"
+        "|when you (?:can|get a chance|have a moment)|dear|darling|love|mate|quorvell|okay|ok|all "
+        "right|then))?[\\s.;!?]*$",
         Pattern::Case::insensitive);
     std::string text = trimmed(words);
-    const auto match = closing.find(text);
-    if (match && match->range.start > 0)
-        text.resize(match->range.start);
+    for (std::string before; before != text;) {
+        before = text;
+        const auto match = closing.find(text);
+        if (match && match->range.start > 0)
+            text.resize(match->range.start);
+    }
     // The full stop of "5 p.m." belongs to it.
     return text.ends_with(".m") || text.ends_with(".M") ? text + "." : text;
+}
+
+std::string RequestText::withWishFirst(const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern wish(
+        "^(.+?)[,.;:]?\\s+(?:(?:and|so|but|could you|can you|would you|please|just)[,]?\\s+)*"
+        "(?:((?:remember|(?:do not|don['’]?t|never) forget|keep) (?:that|this|it)(?: in mind)?(?: about me)?)"
+        "|((?:make|take|keep) a (?:little |quick )?note(?: of (?:that|this|it))?|note (?:that|this|it)(?: down)?"
+        "|(?:write|jot|put|take|get|scribble) (?:(?:that|this|it) down|down (?:that|this|it))"
+        "|(?:put|add|write|save|keep) (?:that|this|it) (?:in|into|to) (?:my|the) (?:notes|notebook)"
+        "|(?:save|note|store) (?:that|this|it)|for the record)"
+        "|((?:put|add|enter|write|pop|stick|note|get) (?:that|this|it) (?:down )?(?:in|into|on|onto|to)"
+        " (?:my|the|our) (?:calendar|diary|agenda|schedule|planner))"
+        "|((?:remind|nudge|ping) me(?: (?:of|about) (?:that|this|it))?))(?: for me)?$",
+        Pattern::Case::insensitive);
+    static const Pattern duty(
+        "^(?:i|we)(?:['’]ve)? (?:(?:have|need|want|ought|got|has) to|must|should)\\b", Pattern::Case::insensitive);
+    if (const auto match = wish.find(core)) {
+        const std::string said = withoutOpening(match->texts[0]);
+        if (!match->texts[1].empty())
+            return "remember that " + said;
+        if (!match->texts[3].empty())
+            return "put " + said + " in my calendar";
+        return match->texts[4].empty() ? "note that " + said : "remind me " + duty.replaceAll(said, "to");
+    }
+    const auto time = TimeWords::atStart(core, around);
+    if (!time || time->rest.empty())
+        return core;
+    const std::string rest = withoutOpening(time->rest);
+    const RequestReading reading = RequestReading::of(rest);
+    constexpr std::array askers{Cue::remind, Cue::remember, Cue::reminder, Cue::reminders, Cue::calendar, Cue::free,
+        Cue::schedule, Cue::busy, Cue::event};
+    const bool asks = std::ranges::any_of(askers, [&](Cue cue) { return reading.has(cue); });
+    return asks ? rest + " " + time->time : core;
+}
+
+bool RequestText::isIdle(std::string_view said)
+{
+    constexpr auto idle = std::to_array<std::string_view>({"i", "we", "me", "my", "am", "is", "are", "do", "does",
+        "have", "has", "got", "there", "any", "anything", "something", "else", "on", "for", "the", "of", "still", "to",
+        "it", "this", "that", "in", "at", "be", "will", "would", "could", "can", "should", "time", "free", "a", "an",
+        "some", "with", "about", "rest", "just", "now", "please", "and", "or", "around", "sometime", "again", "might",
+        "look", "looking", "spare", "little", "so", "far", "up", "planned", "long", "bit", "long", "as", "us", "get",
+        "find", "going", "left", "doing", "you", "know", "may", "by", "more", "open", "due", "set", "pending", "least",
+        "stretch", "spot", "appear", "happening", "like"});
+    const RequestWords words(said);
+    for (std::size_t index = 0; index < words.size(); ++index) {
+        if (std::ranges::find(idle, words.at(index)) == idle.end())
+            return false;
+    }
+    return true;
 }
 
 std::string RequestText::withDigits(std::string_view words)

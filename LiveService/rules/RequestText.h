@@ -1,6 +1,8 @@
 // The user's words without what surrounds a request. Pure.
 #pragma once
 
+#include "LiveService/rules/RuleSurroundings.h"
+
 #include <string>
 #include <string_view>
 
@@ -13,6 +15,11 @@ struct RequestText {
     static std::string withoutOpening(std::string_view words);
     /// Without ", please" and the like, and full stops, after it.
     static std::string withoutClosing(std::string_view words);
+    /// With what is to be done in front: "remember that I have a dog" from "I have a dog, remember that", and "remind
+    /// me to eat at 5" from "at 5 remind me to eat".
+    static std::string withWishFirst(const std::string& core, const RuleSurroundings& around);
+    /// Whether nothing is said by the words that would narrow a question down: "do I have on", "there".
+    static bool isIdle(std::string_view words);
     /// Numbers and times of day that are said in words, in digits, as the reader of phrases knows them.
     static std::string withDigits(std::string_view words);
     /// As something to write down: first letter in upper case, no loose signs at the ends.

@@ -21,6 +21,7 @@ struct Row {
 constexpr Row rows[] = {
     {"", Topic::greeting},
     {"hello", Topic::greeting},
+    {"quorvell", Topic::greeting},
     {"hello there", Topic::greeting},
     {"hi", Topic::greeting},
     {"hi there", Topic::greeting},
@@ -99,6 +100,10 @@ constexpr std::string_view cancelPhrases[] = {"never mind", "nevermind", "cancel
     "no thanks", "no thank you", "dont bother", "do not bother", "be quiet", "quiet", "nothing", "no", "nope",
     "neither", "none", "neither of them", "none of them", "not that"};
 
+constexpr std::string_view undoPhrases[] = {"cancel that", "cancel it", "undo", "undo that", "undo it", "delete that",
+    "delete it", "remove that", "remove it", "scrap that", "scratch that", "take that back", "get rid of it",
+    "get rid of that", "forget it", "forget that", "cancel that one", "delete that one"};
+
 std::string answerTo(Topic topic, std::string_view lastReply, const RuleSurroundings& around)
 {
     switch (topic) {
@@ -141,6 +146,11 @@ std::optional<std::string> SmallTalk::answer(
 bool SmallTalk::isCancel(std::string_view core)
 {
     return std::ranges::find(cancelPhrases, RequestText::phrase(core)) != std::end(cancelPhrases);
+}
+
+bool SmallTalk::isUndo(std::string_view core)
+{
+    return std::ranges::find(undoPhrases, RequestText::phrase(core)) != std::end(undoPhrases);
 }
 
 } // namespace quorvell

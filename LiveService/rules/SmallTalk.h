@@ -16,6 +16,8 @@ struct SmallTalk {
         std::string_view core, std::string_view lastReply, const RuleSurroundings& surroundings);
 
     static bool isCancel(std::string_view core);
+    /// A cancel that means what was done last, where there is such a thing.
+    static bool isUndo(std::string_view core);
 };
 
 } // namespace quorvell

@@ -1,10 +1,12 @@
 #include "LiveService/rules/SpokenDays.h"
 
 #include "LiveService/rules/RequestText.h"
+#include "LiveService/rules/TimeWords.h"
 #include "QuorvellCore/reminders/DateParts.h"
 #include "QuorvellCore/reminders/ReminderPhrase.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/RequestWords.h"
 
 #include <algorithm>
 #include <array>
@@ -47,7 +49,8 @@ int daysSinceMonday(const RuleSurroundings& around)
 
 std::optional<SpokenDays> severalDays(const std::string& words, const RuleSurroundings& around)
 {
-    static const Pattern week("^(?:for |of |in )?(?:this|the|my|the rest of (?:the|this)) week$", caseless);
+    static const Pattern week(
+        "^(?:for |of |in )?(?:this|the|my|my whole|the rest of (?:the|this)) week(?: ahead)?$", caseless);
     static const Pattern next("^(?:for |in )?next week$", caseless);
     static const Pattern weekend("^(?:for |on |at )?(?:this|the|my) weekend$", caseless);
     static const Pattern soon("^(?:for |in |over )?the next (?:few|couple of) days$", caseless);
@@ -67,7 +70,7 @@ std::optional<SpokenDays> severalDays(const std::string& words, const RuleSurrou
 const PartOfDay* takePart(std::string& words)
 {
     static const Pattern part(
-        "(?:^|\\s+)(?:this |in the |at )?(morning|afternoon|evening|night)$|(?<=^to)night$", caseless);
+        "(?:^|\\s+)(?:this |in the |at |my )?(morning|afternoon|evening|night)$|(?<=^to)night$", caseless);
     const auto match = part.find(words);
     if (!match)
         return nullptr;
@@ -117,7 +120,8 @@ std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const RuleSu
     const PartOfDay* part = takePart(words);
     if (words.empty() && part)
         words = "today";
-    static const Pattern today("^(?:today|now)$", caseless);
+    static const Pattern today(
+        "^(?:today|now|my (?:whole )?day|the day(?: ahead)?|the rest of (?:the|my) day)$", caseless);
     std::string day;
     if (today.find(words)) {
         day = dayAfter(0, around);
@@ -130,6 +134,23 @@ std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const RuleSu
     if (!part)
         return SpokenDays{day, day, named};
     return SpokenDays{day + " " + part->from, day + " " + part->to, named};
+}
+
+std::optional<SpokenDays> SpokenDays::find(std::string_view said, const RuleSurroundings& around, std::string& others)
+{
+    const RequestWords words(said);
+    const std::size_t count = std::min(words.size(), TimeWords::longest);
+    for (std::size_t length = count; length > 0; --length) {
+        for (std::size_t start = 0; start + length <= count; ++start) {
+            auto days = read(words.said(start, start + length), around);
+            if (!days)
+                continue;
+            others = trimmed(words.said(0, start) + " " + words.said(start + length, words.size()));
+            return days;
+        }
+    }
+    others = words.said();
+    return std::nullopt;
 }
 
 SpokenDays SpokenDays::ahead(const RuleSurroundings& around)
@@ -152,6 +173,19 @@ std::optional<SpokenMoment> SpokenMoment::read(std::string_view words, const Rul
     return SpokenMoment{parts.text(), phrase->task, !phrase->hasTime || day.find(phrase->timeWords).has_value()};
 }
 
+std::optional<std::string> SpokenMoment::movedTo(
+    std::string_view words, const std::string& old, const RuleSurroundings& around)
+{
+    constexpr std::size_t dayOnly = 10; ///< Length of "2026-11-22".
+    const auto moment = read(words, around);
+    if (!moment)
+        return std::nullopt;
+    const bool hasTime = moment->date.size() > dayOnly;
+    if (!moment->namesDay && hasTime && old.size() >= dayOnly)
+        return old.substr(0, dayOnly) + moment->date.substr(dayOnly);
+    return !hasTime && old.size() > dayOnly ? moment->date + old.substr(dayOnly) : moment->date;
+}
+
 std::optional<SpokenLength> SpokenLength::read(std::string_view spoken)
 {
     struct Row {
@@ -165,7 +199,7 @@ std::optional<SpokenLength> SpokenLength::read(std::string_view spoken)
         {Pattern("\\b(?:for |of )?(?:a )?quarter of an hour\\b", caseless), 15},
         {Pattern("\\b(?:for |of )?(?:a |an )?(\\d{1,3})[ -]?(?:minutes?|mins?)\\b", caseless), 1},
         {Pattern("\\b(?:for |of )?(?:a |an )?(\\d{1,2})[ -]?hours?\\b", caseless), 60},
-        {Pattern("\\b(?:for |of )?(?:an|one|a free) hour\\b", caseless), 60},
+        {Pattern("\\b(?:for |of )?(?:(?:an|one|a free|a|free) )?hour\\b", caseless), 60},
     };
     const std::string words = RequestText::withDigits(spoken);
     for (const Row& row : rows) {

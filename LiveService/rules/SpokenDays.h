@@ -17,6 +17,8 @@ struct SpokenDays {
 
     /// Nothing when the words are no day: "tomorrow", "on friday afternoon", "this week", "the 5th of december".
     static std::optional<SpokenDays> read(std::string_view words, const RuleSurroundings& around);
+    /// The same for the longest stretch of the words that is one. `others` are those around it.
+    static std::optional<SpokenDays> find(std::string_view words, const RuleSurroundings& around, std::string& others);
     /// From now on for a month: where an event is looked for whose day nobody named.
     static SpokenDays ahead(const RuleSurroundings& around);
 
@@ -31,6 +33,9 @@ struct SpokenMoment {
 
     /// An hour without a half of the day ("at one") is taken between 8 in the morning and 8 in the evening.
     static std::optional<SpokenMoment> read(std::string_view words, const RuleSurroundings& around);
+    /// Where something goes that was at `old`: a day or a time of day that the words leave out stays as it was.
+    static std::optional<std::string> movedTo(
+        std::string_view words, const std::string& old, const RuleSurroundings& around);
 
     bool operator==(const SpokenMoment&) const = default;
 };

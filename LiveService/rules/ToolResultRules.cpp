@@ -36,6 +36,12 @@ std::vector<TimeChoice> choicesIn(const Json& result)
     return choices;
 }
 
+FoundEvent readEvent(const Json& item)
+{
+    return {readString(item, "id").value_or(""), readString(item, "title").value_or(""),
+        readString(item, "start").value_or(""), readString(item, "end").value_or("")};
+}
+
 } // namespace
 
 PendingQuestion ToolResultRules::questionIn(const ToolRequest& call, std::string_view text, std::string_view question)
@@ -78,21 +84,30 @@ std::vector<FoundEvent> ToolResultRules::eventsIn(std::string_view text)
     if (!list || !list->is_array())
         return events;
     for (const Json& item : *list) {
-        const auto id = readString(item, "id");
-        if (id && readString(item, "kind") == "event" && events.size() < mostNotes)
-            events.push_back({*id, readString(item, "title").value_or(""), readString(item, "start").value_or(""),
-                readString(item, "end").value_or("")});
+        FoundEvent event = readEvent(item);
+        if (!event.id.empty() && readString(item, "kind") == "event" && events.size() < mostNotes)
+            events.push_back(std::move(event));
     }
     return events;
 }
 
-std::string ToolResultRules::reminderIn(std::string_view text)
+ToolResultRules::Reminder ToolResultRules::reminderIn(std::string_view text)
 {
     const auto result = parseJson(text);
-    const Json* list = result ? memberOf(*result, "reminders") : nullptr;
-    if (list && list->is_array())
-        return list->size() == 1 ? readString(list->front(), "id").value_or("") : "";
-    return result ? readString(*result, "id").value_or("") : "";
+    if (!result)
+        return {};
+    const Json* list = memberOf(*result, "reminders");
+    if (list && list->is_array() && list->size() != 1)
+        return {};
+    const Json& reminder = list && list->is_array() ? list->front() : *result;
+    return {readString(reminder, "id").value_or(""), readString(reminder, "date").value_or("")};
+}
+
+FoundEvent ToolResultRules::eventIn(std::string_view text)
+{
+    const auto result = parseJson(text);
+    const auto status = result ? readString(*result, "status") : std::nullopt;
+    return status == "added" || status == "changed" ? readEvent(*result) : FoundEvent();
 }
 
 bool ToolResultRules::endsReminder(std::string_view text)

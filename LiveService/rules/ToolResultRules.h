@@ -14,8 +14,14 @@ struct ToolResultRules {
     static PendingQuestion questionIn(const ToolRequest& call, std::string_view result, std::string_view question);
     static std::vector<FoundNote> notesIn(std::string_view result);
     static std::vector<FoundEvent> eventsIn(std::string_view result);
-    /// The id of the only reminder that a set_reminder call's result tells of; empty when it tells of none or several.
-    static std::string reminderIn(std::string_view result);
+    struct Reminder {
+        std::string id;
+        std::string date; ///< In the form of the tools' dates; empty when it was not told.
+    };
+    /// The only reminder that a set_reminder call's result tells of; empty when it tells of none or several.
+    static Reminder reminderIn(std::string_view result);
+    /// The event that was added or changed; empty when it is gone, or nothing was done.
+    static FoundEvent eventIn(std::string_view result);
     /// Whether a reminder is done for good.
     static bool endsReminder(std::string_view result);
     /// Whether it failed without saying which reminder was meant: it looked for what is due.

@@ -1,0 +1,83 @@
+#include "LiveService/rules/ReminderRules.h"
+
+#include "LiveService/replies/SpokenWhen.h"
+#include "LiveService/rules/AgendaRules.h"
+#include "LiveService/rules/ToolRequests.h"
+
+#include <optional>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Topic = RequestMemory::Topic;
+
+constexpr std::size_t dayLength = 10; ///< "2026-11-22"
+
+RuleStep list(const SpokenDays& days, RequestMemory memory, const ToolRequests& requests)
+{
+    memory.days = days.words;
+    memory.firstDay = days.from.substr(0, dayLength);
+    memory.lastDay = days.to.substr(0, dayLength);
+    return {requests.listReminders(), std::move(memory)};
+}
+
+/// "No, tomorrow" leaves the hour as it was, "make it 6" the day. A length of time counts from now, and is none of
+/// this.
+std::optional<RuleStep> correct(const ReminderChange& change, RequestMemory& memory, const RuleSurroundings& around)
+{
+    if (!change.task.empty() || change.when == "later")
+        return std::nullopt;
+    const auto length = SpokenLength::read(change.when);
+    if (memory.topic == Topic::event) {
+        const AgendaIntent moving{.kind = AgendaIntent::Kind::move,
+            .minutes = length ? length->minutes : 0,
+            .when = length ? std::string() : change.when};
+        return AgendaRules::answer(moving, std::move(memory), around);
+    }
+    if (length || memory.topic != Topic::reminder || memory.reminderDate.empty())
+        return std::nullopt;
+    const auto date = SpokenMoment::movedTo(change.when, memory.reminderDate, around);
+    if (!date)
+        return std::nullopt;
+    const ToolRequests requests{around};
+    const auto call = requests.putOffReminder({}, SpokenWhen::fromDate(*date));
+    const auto* request = std::get_if<ToolRequest>(&call);
+    if (!request)
+        return RuleStep{call, std::move(memory)};
+    return RuleStep{requests.chosen(request->name, request->arguments, memory.reminder), std::move(memory)};
+}
+
+} // namespace
+
+RuleStep ReminderRules::set(const ReminderIntent& intent, RequestMemory memory, const RuleSurroundings& around)
+{
+    if (intent.isBare) {
+        memory.pending = {
+            .kind = PendingQuestion::Kind::wholeReminder, .question = "What do you want to be reminded of, and when?"};
+        std::string question = memory.pending.question;
+        return {std::move(question), std::move(memory)};
+    }
+    memory.request = intent.text;
+    return {ToolRequests{around}.remindFromWords(intent.text), std::move(memory)};
+}
+
+RuleStep ReminderRules::change(const ReminderChange& change, RequestMemory memory, const RuleSurroundings& around)
+{
+    const ToolRequests requests{around};
+    memory.request.clear();
+    switch (change.kind) {
+    case ReminderChange::Kind::list:
+        return list(change.days, std::move(memory), requests);
+    case ReminderChange::Kind::done:
+        return {requests.finishReminder(change.task), std::move(memory)};
+    case ReminderChange::Kind::later:
+        break;
+    }
+    if (auto corrected = correct(change, memory, around))
+        return *std::move(corrected);
+    return {requests.putOffReminder(change.task, change.when), std::move(memory)};
+}
+
+} // namespace quorvell
