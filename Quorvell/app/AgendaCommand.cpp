@@ -3,6 +3,8 @@
 #include "Quorvell/app/AgendaAccess.h"
 #include "Quorvell/app/ProgramEnvironment.h"
 #include "Quorvell/app/ProgramLoop.h"
+#include "Quorvell/app/UserSettings.h"
+#include "Quorvell/app/UsersCalendar.h"
 #include "Quorvell/notebook/NoteFolder.h"
 #include "Quorvell/tools/EventAnswers.h"
 
@@ -90,19 +92,19 @@ struct Options {
 AgendaRequest requestOf(const CLI::App& command, const Options& options)
 {
     if (command.got_subcommand("free"))
-        return {AgendaRequest::Action::free, options.minutes, options.asJson};
+        return {AgendaRequest::Action::free, options.minutes, options.asJson, {}};
     if (command.got_subcommand("week"))
-        return {AgendaRequest::Action::week, 0, options.asJson};
-    return {AgendaRequest::Action::today, 0, options.asJson};
+        return {AgendaRequest::Action::week, 0, options.asJson, {}};
+    return {AgendaRequest::Action::today, 0, options.asJson, {}};
 }
 
-int runCommand(const AgendaRequest& request, const ProgramEnvironment& environment)
+int runCommand(AgendaRequest request, const ProgramEnvironment& environment)
 {
-    const auto calendar = Calendar::create(environment.timeZone, environment.locale);
-    if (!calendar) {
-        std::cerr << environment.unknownTimeZone() << std::endl;
+    const auto calendar = usersCalendar(environment, std::cerr);
+    if (!calendar)
         return couldNot;
-    }
+    if (request.action == AgendaRequest::Action::free)
+        request.waking = UserSettings::readTelling(environment, std::cerr).wakingHours;
     ProgramLoop loop;
     const Instant now = loop.scheduler().wallClock();
     const auto agenda = openAgenda(environment, loop.scheduler());
@@ -126,6 +128,7 @@ void runAgenda(const AgendaRequest& request, Agenda& agenda, std::vector<Note> n
             if (request.action == AgendaRequest::Action::free) {
                 FreeTime::Wish wish;
                 wish.length = std::chrono::minutes(request.minutes);
+                wish.waking = request.waking;
                 wish.from = stretch.from;
                 wish.to = stretch.to;
                 for (const FreeTime& free : FreeTime::find(reading.events, wish, calendar))
@@ -141,8 +144,8 @@ void runAgenda(const AgendaRequest& request, Agenda& agenda, std::vector<Note> n
                 printItems(items, request.asJson, out);
             if (items.empty() && !request.asJson)
                 out << (request.action == AgendaRequest::Action::free
-                        ? "There is no such gap in your waking hours of the next seven days."
-                        : "Nothing is planned.")
+                        ? "There is no such gap from " + request.waking.text() + " in the next seven days."
+                        : std::string("Nothing is planned."))
                     << std::endl;
             for (const std::string& problem : reading.problems)
                 errors << problem << std::endl;
@@ -159,7 +162,7 @@ std::function<int()> addAgendaCommand(CLI::App& program, const ProgramEnvironmen
     command->add_subcommand("today", "Today")->fallthrough();
     command->add_subcommand("week", "Today and the six days after it")->fallthrough();
     CLI::App* free = command->add_subcommand("free", "The next gaps that are long enough, within seven days");
-    free->add_option("minutes", options->minutes, "How long a gap must be")->check(CLI::Range(5, 840));
+    free->add_option("minutes", options->minutes, "How long a gap must be")->check(CLI::Range(5, 24 * 60));
     free->fallthrough();
     return [command, options, environment] { return runCommand(requestOf(*command, *options), environment); };
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Quorvell/agenda/Agenda.h"
+#include "Quorvell/agenda/WakingHours.h"
 #include "QuorvellCore/notebook/Note.h"
 #include "QuorvellCore/reminders/Calendar.h"
 
@@ -22,6 +23,7 @@ struct AgendaRequest {
     Action action = Action::today;
     int minutes = 60; ///< Of free.
     bool asJson = false; ///< One object a line.
+    WakingHours waking{}; ///< Of free.
 };
 
 /// Calls `finished` with the exit code once the calendars have answered.

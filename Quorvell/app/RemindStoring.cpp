@@ -2,12 +2,12 @@
 
 #include "Quorvell/app/NotebookAccess.h"
 #include "Quorvell/app/ProgramEnvironment.h"
-#include "Quorvell/app/QtScheduler.h"
+#include "Quorvell/app/ProgramLoop.h"
 #include "Quorvell/app/RemindText.h"
+#include "Quorvell/app/WhichTime.h"
 #include "Quorvell/notebook/FreshNoteID.h"
 #include "Quorvell/tools/ReminderNote.h"
 
-#include <QCoreApplication>
 #include <QEventLoop>
 
 #include <iostream>
@@ -36,9 +36,13 @@ NotebookVerdict store(Notebook& notebook, Note note)
 }
 
 /// True when it is stored.
-bool setReminder(Notebook& notebook, const std::string& phrase, Instant now, const Calendar& calendar)
+bool setReminder(
+    Notebook& notebook, const std::string& phrase, Instant now, const Calendar& calendar, const WhichTime& whichTime)
 {
-    const auto request = ReminderRequest::fromWords(phrase, now, calendar);
+    auto request = ReminderRequest::fromWords(phrase, now, calendar);
+    if (request.verdict == ReminderRequest::Verdict::whichTime && whichTime)
+        if (const auto date = whichTime(request.choices))
+            request = ReminderRequest::settled(request.task, *date, true, request.repeatRule, now, calendar);
     const std::string text = remindText(request, now, calendar);
     if (request.verdict != ReminderRequest::Verdict::ready) {
         std::cerr << text << std::endl;
@@ -57,19 +61,18 @@ bool setReminder(Notebook& notebook, const std::string& phrase, Instant now, con
 
 int storeReminders(const ProgramEnvironment& environment, RemindPhrases& phrases, Instant now, const Calendar& calendar)
 {
-    int argumentCount = 1;
-    std::string name = "quorvell";
-    char* arguments[] = {name.data(), nullptr};
-    QCoreApplication application(argumentCount, arguments);
-    QtScheduler scheduler;
-    const OpenedNotebook opened = openNotebook(environment, scheduler);
+    ProgramLoop loop;
+    const OpenedNotebook opened = openNotebook(environment, loop.scheduler());
     if (!opened.notebook) {
         std::cerr << opened.problem << std::endl;
         return couldNot;
     }
+    WhichTime whichTime;
+    if (environment.isInputTerminal && environment.isOutputTerminal)
+        whichTime = [&](const auto& choices) { return askWhichTime(choices, now, calendar, std::cin, std::cout); };
     int result = done;
     while (const auto phrase = phrases.next()) {
-        if (!setReminder(*opened.notebook, *phrase, now, calendar))
+        if (!setReminder(*opened.notebook, *phrase, now, calendar, whichTime))
             result = couldNot;
     }
     return result;

@@ -3,6 +3,7 @@
 #include "Quorvell/app/NotebookAccess.h"
 #include "Quorvell/app/ProgramEnvironment.h"
 #include "Quorvell/app/ProgramLoop.h"
+#include "Quorvell/app/UsersCalendar.h"
 #include "Quorvell/notebook/NoteFolder.h"
 #include "Quorvell/reminding/ReminderSchedule.h"
 #include "Quorvell/tools/ReminderAnswers.h"
@@ -36,7 +37,7 @@ std::string lineOf(const Note& note, const ReminderAnswers& answers)
 class RemindersRun {
 public:
     RemindersRun(const RemindersRequest& request, Notebook& notebook, Instant now, const Calendar& calendar,
-        std::ostream& out, std::ostream& errors)
+        std::ostream& out, std::ostream& errors, WhichTime whichTime)
         : m_request(request)
         , m_notebook(notebook)
         , m_now(now)
@@ -44,6 +45,7 @@ public:
         , m_answers(now, calendar)
         , m_out(out)
         , m_errors(errors)
+        , m_whichTime(std::move(whichTime))
     {
     }
 
@@ -75,13 +77,21 @@ public:
     }
 
     /// The change that is asked for, or nothing when it has been told why not.
-    std::function<void(Note&)> change() const
+    std::function<void(Note&)> change(const Note& own) const
     {
         if (m_request.action == RemindersRequest::Action::done)
             return [now = m_now, calendar = m_calendar](Note& note) { ReminderSchedule::finish(note, now, calendar); };
-        const ReminderRequest until = putOffRequest(m_request.when, m_now, m_calendar);
-        if (until.verdict == ReminderRequest::Verdict::ready)
-            return [date = until.date](Note& note) { ReminderState::later(note, date); };
+        const ReminderRequest until = putOffRequest(m_request.when, m_now, m_calendar, own.remindAt.value_or(m_now));
+        const bool canAsk = until.verdict == ReminderRequest::Verdict::whichTime && m_whichTime;
+        const auto date = until.verdict == ReminderRequest::Verdict::ready ? std::optional(until.date)
+            : canAsk                                                       ? m_whichTime(until.choices)
+                                                                           : std::nullopt;
+        if (date)
+            return [date](Note& note) { ReminderState::later(note, *date); };
+        if (canAsk) {
+            m_errors << "Nothing was changed." << std::endl;
+            return nullptr;
+        }
         m_errors << "\"" << m_request.when
                  << "\" is not one time to come. Say it like \"in an hour\", \"this evening\" "
                  << "or \"tomorrow at 5 pm\"." << std::endl;
@@ -108,6 +118,7 @@ private:
     ReminderAnswers m_answers;
     std::ostream& m_out;
     std::ostream& m_errors;
+    WhichTime m_whichTime;
 };
 
 struct Options {
@@ -130,11 +141,9 @@ RemindersRequest requestOf(const CLI::App& command, const Options& options)
 
 int runCommand(const RemindersRequest& request, const ProgramEnvironment& environment)
 {
-    const auto calendar = Calendar::create(environment.timeZone, environment.locale);
-    if (!calendar) {
-        std::cerr << environment.unknownTimeZone() << std::endl;
+    const auto calendar = usersCalendar(environment, std::cerr);
+    if (!calendar)
         return couldNot;
-    }
     ProgramLoop loop;
     const OpenedNotebook opened = openNotebook(environment, loop.scheduler());
     if (!opened.notebook) {
@@ -142,21 +151,25 @@ int runCommand(const RemindersRequest& request, const ProgramEnvironment& enviro
         return couldNot;
     }
     const auto now = loop.scheduler().wallClock();
-    loop.scheduler().post(
-        [&] { runReminders(request, *opened.notebook, now, *calendar, std::cout, std::cerr, ProgramLoop::end); });
+    WhichTime whichTime;
+    if (environment.isInputTerminal && environment.isOutputTerminal)
+        whichTime = [&](const auto& choices) { return askWhichTime(choices, now, *calendar, std::cin, std::cout); };
+    loop.scheduler().post([&] {
+        runReminders(request, *opened.notebook, now, *calendar, std::cout, std::cerr, whichTime, ProgramLoop::end);
+    });
     return loop.run();
 }
 
 } // namespace
 
 void runReminders(const RemindersRequest& request, Notebook& notebook, Instant now, const Calendar& calendar,
-    std::ostream& out, std::ostream& errors, std::function<void(int)> finished)
+    std::ostream& out, std::ostream& errors, const WhichTime& whichTime, std::function<void(int)> finished)
 {
-    const auto run = std::make_shared<RemindersRun>(request, notebook, now, calendar, out, errors);
+    const auto run = std::make_shared<RemindersRun>(request, notebook, now, calendar, out, errors, whichTime);
     if (request.action == RemindersRequest::Action::list)
         return finished(run->list());
     const auto note = run->meant();
-    const auto change = note ? run->change() : nullptr;
+    const auto change = note ? run->change(*note) : nullptr;
     if (!change)
         return finished(couldNot);
     notebook.update(

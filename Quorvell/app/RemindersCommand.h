@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Quorvell/app/WhichTime.h"
 #include "Quorvell/notebook/Notebook.h"
 #include "QuorvellCore/reminders/Calendar.h"
 
@@ -24,9 +25,10 @@ struct RemindersRequest {
     bool asJson = false; ///< One object a line.
 };
 
-/// Calls `finished` with the exit code, at once or when the change is stored.
+/// Calls `finished` with the exit code, at once or when the change is stored. `whichTime` may be empty: nobody is there
+/// to be asked.
 void runReminders(const RemindersRequest& request, Notebook& notebook, Instant now, const Calendar& calendar,
-    std::ostream& out, std::ostream& errors, std::function<void(int)> finished);
+    std::ostream& out, std::ostream& errors, const WhichTime& whichTime, std::function<void(int)> finished);
 
 /// `quorvell reminders [list | done ID | later ID WHEN...] [--json]`
 std::function<int()> addRemindersCommand(CLI::App& program, const ProgramEnvironment& environment);

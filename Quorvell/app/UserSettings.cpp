@@ -79,6 +79,14 @@ public:
         else if (text)
             complain(key, "the full path of a folder, beginning with /");
     }
+    void take(const char* key, WakingHours& into)
+    {
+        const auto text = textOf(key);
+        if (const auto hours = WakingHours::parse(text.value_or("")))
+            into = *hours;
+        else if (text)
+            complain(key, "two times of day, as \"8:00-22:00\"");
+    }
     /// What is in the file and means nothing: most often a slip of the pen.
     void complainOfUnknown()
     {
@@ -199,6 +207,7 @@ UserSettings::Reading UserSettings::read(const std::string& path)
     taker.take("loudspeaker", settings.loudspeaker);
     taker.takeFolder("notebook_folder", settings.notebookFolder);
     taker.takeFolder("calendar_folder", settings.calendarFolder);
+    taker.take("waking_hours", settings.wakingHours);
     taker.take("voice", settings.models.voice);
     taker.take("gemini_model", settings.models.geminiModel);
     taker.take("gemini_voice", settings.models.geminiVoice);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Quorvell/agenda/WakingHours.h"
 #include "Quorvell/connections/LiveBackend.h"
 #include "Quorvell/connections/LiveModelSettings.h"
 #include "Quorvell/connections/LiveTransport.h"
@@ -41,6 +42,7 @@ struct UserSettings {
     std::optional<std::string> loudspeaker;
     std::optional<std::string> notebookFolder; ///< Absolute.
     std::optional<std::string> calendarFolder; ///< Absolute.
+    WakingHours wakingHours;
 
     /// By the names that the settings and the command line know.
     static const std::map<std::string, LiveBackend>& backends();

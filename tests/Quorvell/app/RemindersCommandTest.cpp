@@ -57,6 +57,7 @@ TEST(RemindersCommand, listsTicksOffAndPutsOff)
             ""},
         {{Action::done, "aa"}, 1, "", "Several reminders fit"},
         {{Action::done, "zz"}, 1, "", "No pending reminder"},
+        {{Action::later, "mum", "by an hour"}, 0, "Call mum: put off. Next Sunday 22 November at 18:00.\n", ""},
         {{Action::later, "mum", "at 5"}, 1, "", "\"at 5\" is not one time"},
         {{Action::later, "mum", "some day"}, 1, "", "\"some day\" is not one time"},
     };
@@ -67,11 +68,35 @@ TEST(RemindersCommand, listsTicksOffAndPutsOff)
         std::ostringstream out;
         std::ostringstream errors;
         int exitCode = -1;
-        runReminders(row.request, notebook, now, berlin(), out, errors, [&](int code) { exitCode = code; });
+        runReminders(row.request, notebook, now, berlin(), out, errors, nullptr, [&](int code) { exitCode = code; });
         EXPECT_EQ(exitCode, row.exitCode);
         EXPECT_EQ(out.str(), row.out);
         EXPECT_TRUE(errors.str().starts_with(row.errors)) << errors.str();
         EXPECT_EQ(errors.str().empty(), std::string(row.errors).empty());
+    }
+}
+
+TEST(RemindersCommand, asksWhichTimeIsMeant)
+{
+    struct Row {
+        const char* typed;
+        const char* remindAt; ///< Unchanged: 2026-11-22T16:00.
+    };
+    for (const Row& row : {Row{"2\n", "2026-11-22T04:00:00.000Z"}, {"pm\n", "2026-11-21T16:00:00.000Z"},
+             {"7\nwhat\n5 in the morning\n", "2026-11-22T04:00:00.000Z"}, {"\n1\n", "2026-11-22T16:00:00.000Z"},
+             {"8 pm\n0\nx\n1\n", "2026-11-22T16:00:00.000Z"}, {"", "2026-11-22T16:00:00.000Z"}}) {
+        SCOPED_TRACE(row.typed);
+        MemoryNotebook notebook;
+        notebook.list = twoReminders();
+        std::istringstream answers(row.typed);
+        std::ostringstream out;
+        std::ostringstream errors;
+        const auto ask = [&](const auto& choices) { return askWhichTime(choices, now, berlin(), answers, out); };
+        runReminders(
+            {RemindersRequest::Action::later, "mum", "at 5"}, notebook, now, berlin(), out, errors, ask, [](int) {});
+        EXPECT_EQ(isoText(*notebook.list.front().remindAt), row.remindAt);
+        EXPECT_TRUE(
+            out.str().starts_with("  1  Saturday 21 November at 17:00\n  2  Sunday 22 November at 05:00\nWhich"));
     }
 }
 
@@ -94,6 +119,8 @@ TEST(AgendaCommand, showsTheDay)
             "  09:00        Reminder: Pay rent, overdue\n"
             "  12:00–13:00  Lunch (Café)\n"
             "  22:00–11-22 07:00 Night\n"},
+        {{AgendaRequest::Action::free, 600, false, {std::chrono::hours(8), std::chrono::hours(17)}},
+            "There is no such gap from 8:00 to 17:00 in the next seven days.\n"},
         {{AgendaRequest::Action::free, 600},
             "Sunday 22 November from 08:00 to 22:00\n"
             "Monday 23 November from 08:00 to 22:00\n"

@@ -22,7 +22,7 @@ TEST(UserSettings, takesWhatItKnows)
     const auto reading = readText(R"({"user_name": " Asha ", "live_host": "live.example.org", "only_send_speech": false,
         "voice": "cedar", "max_output_tokens": 500, "family_name": null, "backend": "gemini", "transport": "websocket",
         "help_mode": "do", "listening": "push_to_talk", "rest_when_quiet": false, "daily_minutes": 90,
-        "microphone": "mic", "notebook_folder": "/notes"})");
+        "microphone": "mic", "notebook_folder": "/notes", "waking_hours": "7:30-1"})");
     UserSettings wanted;
     wanted.userName = "Asha";
     wanted.liveHost = "live.example.org";
@@ -37,6 +37,7 @@ TEST(UserSettings, takesWhatItKnows)
     wanted.dailyMinutes = std::chrono::minutes(90);
     wanted.microphone = "mic";
     wanted.notebookFolder = "/notes";
+    wanted.wakingHours = {std::chrono::minutes(450), std::chrono::hours(25)};
     EXPECT_EQ(reading.settings, wanted);
     EXPECT_TRUE(reading.problems.empty());
 }
@@ -59,6 +60,7 @@ TEST(UserSettings, aBrokenFileGivesASentenceAndTheDefaults)
         {"no such choice", R"({"backend": "clippy"})", "one of \"auto\", \"gemini\", \"on_device\", \"openai\""},
         {"more minutes than a day has", R"({"daily_minutes": 1441})", "minutes from 1 to 1440"},
         {"a folder somewhere", R"({"notebook_folder": "notes"})", "beginning with /"},
+        {"no hours to be awake", R"({"waking_hours": "8-8"})", "two times of day, as \"8:00-22:00\""},
         {"a slip of the pen", R"({"rest_when_quite": true})", "no setting \"rest_when_quite\""},
         {"no number of tokens", R"({"max_output_tokens": -1})", "must be a whole number above 0"},
     };

@@ -240,7 +240,8 @@ TEST(ReminderWatch, firesEachOnceAndLosesNone)
                 sum += countIn(notice);
             return sum;
         };
-        bench.clock.pass(middle + hours(5));
+        bench.clock.pass(middle + hours(5) + minutes(4));
+        bench.watch->look(); // A minute before the next one.
         EXPECT_EQ(fired(), static_cast<std::size_t>((days(2) + hours(5)) / minutes(37)) + 1);
         bench.clock.set(middle + hours(4)); // Back an hour.
         bench.start();
