@@ -9,6 +9,15 @@ add_test(NAME house.own_header_first COMMAND scripts/check-headers WORKING_DIREC
 add_test(NAME house.purity COMMAND scripts/check-purity WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.format COMMAND scripts/format --check WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 
+# The background service is one that the service manager takes.
+find_program(SYSTEMD_ANALYZE systemd-analyze)
+if(SYSTEMD_ANALYZE)
+    add_test(NAME house.systemd_unit
+        COMMAND "${SYSTEMD_ANALYZE}" verify --user "${CMAKE_SOURCE_DIR}/packaging/systemd/quorvell-agent.service")
+    set_tests_properties(house.systemd_unit PROPERTIES
+        ENVIRONMENT "XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}" FAIL_REGULAR_EXPRESSION "quorvell-agent.service:")
+endif()
+
 # Every header stands alone.
 add_test(NAME house.headers COMMAND ${CMAKE_COMMAND} --build "${CMAKE_BINARY_DIR}" --target all_verify_interface_header_sets)
 set_tests_properties(house.headers PROPERTIES RESOURCE_LOCK build TIMEOUT 900)

@@ -15,7 +15,6 @@
 
 #include <iostream>
 #include <memory>
-#include <optional>
 #include <utility>
 
 namespace quorvell {
@@ -34,14 +33,13 @@ FileDescriptor takeAgentPlace(const ProgramEnvironment& environment)
     return file;
 }
 
-/// Keeps trying to own the notebook: the program that owns it now may end at any time.
+/// Fires the reminders whenever this program owns the notebook: from the start, or once its owner ends.
 class Agent {
 public:
     Agent(const ProgramEnvironment& environment, Scheduler& scheduler)
         : m_environment(environment)
         , m_scheduler(scheduler)
         , m_log(environment.stateFolder, scheduler, freshNoteID())
-        , m_bus(environment.hasSessionBus ? NotebookBus::connect(environment.notebookFolder) : std::nullopt)
     {
     }
 
@@ -56,31 +54,10 @@ public:
             ReminderService::Voices{
                 [this](const std::string& sentence) { announce(sentence); }, [this] { tellOfMissingDesktop(); }});
         m_log.record("agent_started", {{"owner", m_notebook->isOwner()}});
-        if (!m_notebook->isOwner())
-            m_next = m_scheduler.after(pauseBetweenTries, [this] { tryAgain(); });
         return "";
     }
 
 private:
-    static constexpr std::chrono::seconds pauseBetweenTries{5};
-
-    /// Asking the bus costs nothing; the notebook is read again only when its owner is gone.
-    void tryAgain()
-    {
-        std::string problem;
-        if (!m_bus || !m_bus->hasOwner()) {
-            m_service.reset();
-            m_notebook.reset();
-            problem = start();
-            if (problem.empty())
-                return;
-        }
-        if (!problem.empty() && problem != m_lastProblem)
-            std::cerr << problem << std::endl;
-        m_lastProblem = problem;
-        m_next = m_scheduler.after(pauseBetweenTries, [this] { tryAgain(); });
-    }
-
     /// A terminal shows it to the user; a journal would keep it for others.
     void announce(const std::string& sentence) const
     {
@@ -99,11 +76,8 @@ private:
     const ProgramEnvironment& m_environment;
     Scheduler& m_scheduler;
     EventLogFile m_log;
-    std::optional<NotebookBus> m_bus; ///< To look whether there is an owner.
     std::unique_ptr<FullNotebook> m_notebook;
     std::unique_ptr<ReminderService> m_service;
-    TimerHandle m_next;
-    std::string m_lastProblem;
     bool m_hasTold = false;
 };
 

@@ -222,7 +222,7 @@ NotebookAccess::Claim NotebookAccess::claim()
     return Claim::owner;
 }
 
-/// What the owner before did last may not have been seen here.
+/// What the owner before did last may not have been seen here; and who fires reminders must hear that it is us now.
 void NotebookAccess::announceTakeOver(const NotebookBusMirror& before) const
 {
     NotebookChanges news;
@@ -232,8 +232,7 @@ void NotebookAccess::announceTakeOver(const NotebookBusMirror& before) const
     for (const Note& note : before.notes())
         if (!m_store->note(note.id))
             news.gone.push_back(note.id);
-    if (!news.changed.empty() || !news.gone.empty())
-        announce(news);
+    announce(news);
 }
 
 bool NotebookAccess::findOwner()
@@ -243,7 +242,20 @@ bool NotebookAccess::findOwner()
     m_client = std::make_unique<NotebookBusClient>(*m_bus);
     m_mirror = std::make_unique<NotebookBusMirror>(
         m_folder, *m_worker, m_scheduler, [this](const NotebookChanges& changes) { announce(changes); });
+    m_ownerWatch = std::make_unique<QDBusServiceWatcher>(
+        m_bus->name(), m_bus->connection(), QDBusServiceWatcher::WatchForUnregistration);
+    QObject::connect(m_ownerWatch.get(), &QDBusServiceWatcher::serviceUnregistered, m_ownerWatch.get(),
+        [this] { m_takeOver = m_scheduler.after(pauseBetweenLooks, [this] { takeOver(); }); });
     return true;
+}
+
+/// The owner ended, and nobody may want to change anything: yet somebody has to fire the reminders.
+void NotebookAccess::takeOver()
+{
+    constexpr std::chrono::seconds pauseBetweenTries{1}; // of a folder that another program still holds
+    const bool isSettled = m_store || m_bus->hasOwner();
+    if (!isSettled && (!m_requests.empty() || claim() != Claim::owner))
+        m_takeOver = m_scheduler.after(pauseBetweenTries, [this] { takeOver(); });
 }
 
 void NotebookAccess::hand(Request request)

@@ -11,6 +11,8 @@
 #include "Quorvell/desktop/PictureFormats.h"
 #include "Quorvell/notebook/NotebookStore.h"
 
+#include <QDBusServiceWatcher>
+
 #include <deque>
 #include <functional>
 #include <memory>
@@ -34,7 +36,8 @@ OpenedNotebook openNotebook(
     const ProgramEnvironment& environment, Scheduler& scheduler, WithdrawNotifications withdraw = nullptr);
 
 /// Whoever holds the folder's lock and, where there is a session bus, its name, owns the notebook and writes for
-/// everybody. Another program hands its changes over; when it finds the owner gone it becomes the owner. Main thread.
+/// everybody. Another program hands its changes over; when the owner ends, it or another one becomes the owner. Main
+/// thread.
 class NotebookAccess final : public FullNotebook {
 public:
     NotebookAccess(std::string folder, Scheduler& scheduler, std::optional<NotebookBus> bus,
@@ -82,6 +85,7 @@ private:
     Claim claim();
     void announceTakeOver(const NotebookBusMirror& before) const;
     bool findOwner();
+    void takeOver();
     void hand(Request request);
     void sendFirst();
     void sendChange(Request& request);
@@ -108,6 +112,8 @@ private:
     std::optional<NotebookBus> m_bus;
     std::unique_ptr<NotebookBusService> m_service;
     std::unique_ptr<NotebookBusClient> m_client;
+    std::unique_ptr<QDBusServiceWatcher> m_ownerWatch; ///< While another program is the owner.
+    TimerHandle m_takeOver;
     std::deque<Request> m_requests; ///< The first one is under way.
     TimerHandle m_retry;
     std::shared_ptr<bool> m_life = std::make_shared<bool>(true);

@@ -37,10 +37,7 @@ ReminderService::ReminderService(
     , m_watch({notebook, m_clock, m_notifier, m_presence, log, [environment] { return currentCalendar(environment); },
           std::move(voices.announce), std::move(voices.couldNotShow)})
 {
-    constexpr std::chrono::minutes ownershipPeriod{1};
     m_presence.onWake([this] { m_watch.look(); });
-    // The program that owned the notebook may end at any time without a change of the notes.
-    m_ownership = scheduler.every(ownershipPeriod, [this] { m_watch.look(); });
     scheduler.post([this, life = std::weak_ptr<bool>(m_life)] {
         if (!life.expired())
             m_watch.look();

@@ -45,7 +45,6 @@ private:
     DesktopNotifier m_notifier;
     LoginWatch m_presence;
     ReminderWatch m_watch;
-    TimerHandle m_ownership;
     std::shared_ptr<bool> m_life = std::make_shared<bool>(true);
 };
 

@@ -311,7 +311,11 @@ TEST(NotebookAccess, takesOverFromAnOwnerThatIsKilledOrEnds)
     EXPECT_EQ(desk.append(*third, "aaaa", "y"), "");
     EXPECT_EQ(notebook->note("aaaa")->body, "xy");
     EXPECT_EQ(readNoteFolder(desk.environment.notebookFolder, monday)->notes, notebook->notes());
-    notebook = nullptr;
+    int announced = 0;
+    const auto observation = third->observe([&announced](const NotebookChanges&) { ++announced; });
+    notebook = nullptr; // Without anything to be changed, too.
+    EXPECT_TRUE(desk.spinUntil([&] { return third->isOwner(); }));
+    EXPECT_EQ(announced, 1);
     EXPECT_EQ(desk.append(*third, "aaaa", "z"), "");
     EXPECT_EQ(third->note("aaaa")->body, "xyz");
 }
