@@ -23,7 +23,7 @@ struct Note {
     std::string title{};
     std::string body{};
     Instant created{};
-    Instant updated{};
+    Instant updated = created; ///< Last change.
     NoteAuthor author = NoteAuthor::person;
     NoteOrigin origin = NoteOrigin::person;
     bool personEdited = false;
@@ -35,13 +35,13 @@ struct Note {
     std::optional<std::string> question{}; ///< That an explanation answers.
     std::vector<NoteTurn> thread{}; ///< Oldest first.
     bool confirmed = false; ///< An aboutMe fact that the person has confirmed.
-    std::int64_t timesUsed = 0;
+    std::int64_t timesUsed = 0; ///< Conversations in which a how-to was read, or made into a better one.
     std::vector<std::int64_t> checked{}; ///< Indexes of ticked steps.
     std::optional<Instant> when{};
     std::optional<Instant> remindAt{};
     std::optional<std::string> image{}; ///< Path of the picture relative to the notebook folder.
     std::optional<std::string> level{};
-    std::optional<Instant> reviewed{};
+    std::optional<Instant> reviewed{}; ///< When it was last read to the person.
     std::vector<std::string> basedOn{}; ///< Ids of the notes this one was built from.
     std::optional<std::string> repeatRule{}; ///< Text form of a ReminderRepeat.
     std::optional<std::string> trigger{}; ///< Text form of a ReminderTrigger.

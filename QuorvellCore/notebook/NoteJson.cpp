@@ -2,249 +2,207 @@
 
 #include <nlohmann/json.hpp>
 
+#include <type_traits>
 #include <utility>
 
 namespace quorvell {
 
 namespace {
 
+// The keys of each record, in their order: the one table that both ways go by. `Record` is const on the way out.
+
+template <typename Record, typename Visitor>
+requires std::is_same_v<std::remove_const_t<Record>, NoteSource>
+void visit(Record& source, Visitor& visitor)
+{
+    visitor.field("app", source.app);
+    visitor.field("site", source.site);
+    visitor.field("address", source.address);
+    visitor.field("title", source.title);
+}
+
+template <typename Record, typename Visitor>
+requires std::is_same_v<std::remove_const_t<Record>, NoteTurn>
+void visit(Record& turn, Visitor& visitor)
+{
+    visitor.field("question", turn.question);
+    visitor.field("answer", turn.answer);
+    visitor.field("date", turn.date);
+}
+
+template <typename Record, typename Visitor>
+requires std::is_same_v<std::remove_const_t<Record>, Note>
+void visit(Record& note, Visitor& visitor)
+{
+    visitor.field("id", note.id);
+    visitor.field("kind", note.kind);
+    visitor.field("title", note.title);
+    visitor.field("body", note.body);
+    visitor.field("created", note.created);
+    visitor.field("updated", note.updated);
+    visitor.field("author", note.author);
+    visitor.field("origin", note.origin);
+    visitor.field("personEdited", note.personEdited);
+    visitor.field("pinned", note.pinned);
+    visitor.field("archived", note.archived);
+    visitor.field("source", note.source);
+    visitor.field("steps", note.steps);
+    visitor.field("goal", note.goal);
+    visitor.field("question", note.question);
+    visitor.field("thread", note.thread);
+    visitor.field("confirmed", note.confirmed);
+    visitor.field("timesUsed", note.timesUsed);
+    visitor.field("checked", note.checked);
+    visitor.field("when", note.when);
+    visitor.field("remindAt", note.remindAt);
+    visitor.field("image", note.image);
+    visitor.field("level", note.level);
+    visitor.field("reviewed", note.reviewed);
+    visitor.field("basedOn", note.basedOn);
+    visitor.field("repeatRule", note.repeatRule);
+    visitor.field("trigger", note.trigger);
+    visitor.field("doneAt", note.doneAt);
+    visitor.field("then", note.then);
+    visitor.field("event", note.event);
+    visitor.field("mirror", note.mirror);
+}
+
 /// Adds members in the order of the calls.
 class Writer {
 public:
-    void write(const char* key, Json value) { m_object[key] = std::move(value); }
-    void write(const char* key, Instant value) { m_object[key] = isoText(value); }
-    template <typename Value> void write(const char* key, const std::optional<Value>& value)
+    template <typename Record> static Json object(const Record& record)
+    {
+        Writer writer;
+        visit(record, writer);
+        return std::move(writer.m_object);
+    }
+
+    template <typename Value> void field(const char* key, const Value& value) { m_object[key] = json(value); }
+    template <typename Value> void field(const char* key, const std::optional<Value>& value)
     {
         if (value)
-            write(key, *value);
+            field(key, *value);
     }
-    Json take() { return std::move(m_object); }
 
 private:
+    static Json json(const std::string& value) { return value; }
+    static Json json(bool value) { return value; }
+    static Json json(std::int64_t value) { return value; }
+    static Json json(Instant value) { return isoText(value); }
+    static Json json(NoteKind value) { return storedText(value); }
+    static Json json(NoteAuthor value) { return storedText(value); }
+    static Json json(NoteOrigin value) { return storedText(value); }
+    static Json json(const NoteSource& value) { return object(value); }
+    static Json json(const NoteTurn& value) { return object(value); }
+    template <typename Value> static Json json(const std::vector<Value>& values)
+    {
+        Json array = Json::array();
+        for (const Value& value : values)
+            array.push_back(json(value));
+        return array;
+    }
+
     Json m_object = Json::object();
 };
 
-Json sourceJson(const NoteSource& source)
-{
-    Writer writer;
-    writer.write("app", source.app);
-    writer.write("site", source.site);
-    writer.write("address", source.address);
-    writer.write("title", source.title);
-    return writer.take();
-}
-
-Json threadJson(const std::vector<NoteTurn>& thread)
-{
-    Json turns = Json::array();
-    for (const NoteTurn& turn : thread)
-        turns.push_back({{"question", turn.question}, {"answer", turn.answer}, {"date", isoText(turn.date)}});
-    return turns;
-}
-
-/// Reads members and remembers whether each was what it had to be.
+/// Fills fields and remembers whether each member was what it had to be.
 class Reader {
 public:
-    template <typename Value> using Read = std::optional<Value> (*)(const Json&);
+    template <typename Record> static std::optional<Record> record(const Json& object)
+    {
+        Record record;
+        Reader reader(object);
+        visit(record, reader);
+        return reader.m_isWhole ? std::optional(std::move(record)) : std::nullopt;
+    }
 
+    template <typename Value> void field(const char* key, Value& field)
+    {
+        const Json* member = memberOf(m_object, key);
+        take(member ? read(*member, field) : std::nullopt, field);
+    }
+    template <typename Value> void field(const char* key, std::optional<Value>& field)
+    {
+        const Json* member = memberOf(m_object, key);
+        if (member && !member->is_null())
+            take(read(*member, field.emplace()), *field);
+    }
+
+private:
     explicit Reader(const Json& object)
         : m_object(object)
         , m_isWhole(object.is_object())
     {
     }
 
-    template <typename Value> Value required(std::string_view key, Read<Value> read)
+    template <typename Value> void take(std::optional<Value> value, Value& field)
     {
-        const Json* member = memberOf(m_object, key);
-        auto value = member ? read(*member) : std::nullopt;
         m_isWhole = m_isWhole && value;
-        return std::move(value).value_or(Value{});
+        if (value)
+            field = std::move(*value);
     }
 
-    template <typename Value> std::optional<Value> optional(std::string_view key, Read<Value> read)
+    // The second argument only says what is to be read.
+    static std::optional<std::string> read(const Json& value, const std::string&) { return readString(value); }
+    static std::optional<bool> read(const Json& value, const bool&) { return readBool(value); }
+    static std::optional<std::int64_t> read(const Json& value, const std::int64_t&) { return readInteger(value); }
+    static std::optional<Instant> read(const Json& value, const Instant&)
     {
-        const Json* member = memberOf(m_object, key);
-        if (!member || member->is_null())
+        return parseIsoText(readString(value).value_or(""));
+    }
+    static std::optional<NoteKind> read(const Json& value, const NoteKind&)
+    {
+        return noteKind(readString(value).value_or(""));
+    }
+    static std::optional<NoteAuthor> read(const Json& value, const NoteAuthor&)
+    {
+        return noteAuthor(readString(value).value_or(""));
+    }
+    static std::optional<NoteOrigin> read(const Json& value, const NoteOrigin&)
+    {
+        return noteOrigin(readString(value).value_or(""));
+    }
+    static std::optional<NoteSource> read(const Json& value, const NoteSource&) { return record<NoteSource>(value); }
+    static std::optional<NoteTurn> read(const Json& value, const NoteTurn&) { return record<NoteTurn>(value); }
+    template <typename Value>
+    static std::optional<std::vector<Value>> read(const Json& value, const std::vector<Value>&)
+    {
+        if (!value.is_array())
             return std::nullopt;
-        auto value = read(*member);
-        m_isWhole = m_isWhole && value;
-        return value;
+        std::vector<Value> list;
+        for (const Json& element : value) {
+            auto one = read(element, Value{});
+            if (!one)
+                return std::nullopt;
+            list.push_back(std::move(*one));
+        }
+        return list;
     }
 
-    bool isWhole() const { return m_isWhole; }
-
-private:
     const Json& m_object;
     bool m_isWhole;
 };
-
-std::optional<std::string> readText(const Json& value)
-{
-    return readString(value);
-}
-
-std::optional<bool> readFlag(const Json& value)
-{
-    return readBool(value);
-}
-
-std::optional<std::int64_t> readNumber64(const Json& value)
-{
-    return readInteger(value);
-}
-
-std::optional<std::vector<std::string>> readTexts(const Json& value)
-{
-    return readStrings(value);
-}
-
-/// In the years that the text form can hold, which an offset may leave.
-std::optional<Instant> readInstant(const Json& value)
-{
-    constexpr Instant first = std::chrono::sys_days(std::chrono::year(0) / 1 / 1);
-    constexpr Instant end = std::chrono::sys_days(std::chrono::year(10000) / 1 / 1);
-    const auto text = readString(value);
-    const auto instant = text ? parseIsoText(*text) : std::nullopt;
-    return instant && *instant >= first && *instant < end ? instant : std::nullopt;
-}
-
-std::optional<NoteKind> readKind(const Json& value)
-{
-    return noteKind(readString(value).value_or(""));
-}
-
-std::optional<NoteAuthor> readAuthor(const Json& value)
-{
-    return noteAuthor(readString(value).value_or(""));
-}
-
-std::optional<NoteOrigin> readOrigin(const Json& value)
-{
-    return noteOrigin(readString(value).value_or(""));
-}
-
-template <typename Value>
-std::optional<std::vector<Value>> readList(const Json& value, std::optional<Value> (*read)(const Json&))
-{
-    if (!value.is_array())
-        return std::nullopt;
-    std::vector<Value> list;
-    for (const Json& element : value) {
-        auto one = read(element);
-        if (!one)
-            return std::nullopt;
-        list.push_back(std::move(*one));
-    }
-    return list;
-}
-
-std::optional<std::vector<std::int64_t>> readNumbers(const Json& value)
-{
-    return readList<std::int64_t>(value, readNumber64);
-}
-
-std::optional<NoteTurn> readTurn(const Json& value)
-{
-    Reader reader(value);
-    NoteTurn turn;
-    turn.question = reader.required("question", readText);
-    turn.answer = reader.required("answer", readText);
-    turn.date = reader.required("date", readInstant);
-    return reader.isWhole() ? std::optional(std::move(turn)) : std::nullopt;
-}
-
-std::optional<std::vector<NoteTurn>> readThread(const Json& value)
-{
-    return readList<NoteTurn>(value, readTurn);
-}
-
-std::optional<NoteSource> readSource(const Json& value)
-{
-    Reader reader(value);
-    NoteSource source;
-    source.app = reader.optional("app", readText);
-    source.site = reader.optional("site", readText);
-    source.address = reader.optional("address", readText);
-    source.title = reader.optional("title", readText);
-    return reader.isWhole() ? std::optional(std::move(source)) : std::nullopt;
-}
 
 } // namespace
 
 Json NoteJson::encode(const Note& note)
 {
-    Writer writer;
-    writer.write("id", note.id);
-    writer.write("kind", storedText(note.kind));
-    writer.write("title", note.title);
-    writer.write("body", note.body);
-    writer.write("created", note.created);
-    writer.write("updated", note.updated);
-    writer.write("author", storedText(note.author));
-    writer.write("origin", storedText(note.origin));
-    writer.write("personEdited", note.personEdited);
-    writer.write("pinned", note.pinned);
-    writer.write("archived", note.archived);
-    if (note.source)
-        writer.write("source", sourceJson(*note.source));
-    writer.write("steps", note.steps);
-    writer.write("goal", note.goal);
-    writer.write("question", note.question);
-    writer.write("thread", threadJson(note.thread));
-    writer.write("confirmed", note.confirmed);
-    writer.write("timesUsed", note.timesUsed);
-    writer.write("checked", note.checked);
-    writer.write("when", note.when);
-    writer.write("remindAt", note.remindAt);
-    writer.write("image", note.image);
-    writer.write("level", note.level);
-    writer.write("reviewed", note.reviewed);
-    writer.write("basedOn", note.basedOn);
-    writer.write("repeatRule", note.repeatRule);
-    writer.write("trigger", note.trigger);
-    writer.write("doneAt", note.doneAt);
-    writer.write("then", note.then);
-    writer.write("event", note.event);
-    writer.write("mirror", note.mirror);
-    return writer.take();
+    return Writer::object(note);
+}
+
+Json NoteJson::encode(const NoteSource& source)
+{
+    return Writer::object(source);
+}
+
+Json NoteJson::encode(const NoteTurn& turn)
+{
+    return Writer::object(turn);
 }
 
 std::optional<Note> NoteJson::decode(const Json& object)
 {
-    Reader reader(object);
-    Note note;
-    note.id = reader.required("id", readText);
-    note.kind = reader.required("kind", readKind);
-    note.title = reader.required("title", readText);
-    note.body = reader.required("body", readText);
-    note.created = reader.required("created", readInstant);
-    note.updated = reader.required("updated", readInstant);
-    note.author = reader.required("author", readAuthor);
-    note.origin = reader.required("origin", readOrigin);
-    note.personEdited = reader.required("personEdited", readFlag);
-    note.pinned = reader.required("pinned", readFlag);
-    note.archived = reader.required("archived", readFlag);
-    note.source = reader.optional("source", readSource);
-    note.steps = reader.required("steps", readTexts);
-    note.goal = reader.optional("goal", readText);
-    note.question = reader.optional("question", readText);
-    note.thread = reader.required("thread", readThread);
-    note.confirmed = reader.required("confirmed", readFlag);
-    note.timesUsed = reader.required("timesUsed", readNumber64);
-    note.checked = reader.required("checked", readNumbers);
-    note.when = reader.optional("when", readInstant);
-    note.remindAt = reader.optional("remindAt", readInstant);
-    note.image = reader.optional("image", readText);
-    note.level = reader.optional("level", readText);
-    note.reviewed = reader.optional("reviewed", readInstant);
-    note.basedOn = reader.required("basedOn", readTexts);
-    note.repeatRule = reader.optional("repeatRule", readText);
-    note.trigger = reader.optional("trigger", readText);
-    note.doneAt = reader.optional("doneAt", readInstant);
-    note.then = reader.optional("then", readText);
-    note.event = reader.optional("event", readText);
-    note.mirror = reader.optional("mirror", readText);
-    return reader.isWhole() ? std::optional(std::move(note)) : std::nullopt;
+    return Reader::record<Note>(object);
 }
 
 } // namespace quorvell

@@ -12,6 +12,8 @@ namespace quorvell {
 struct NoteJson {
     /// What is absent is left out.
     static Json encode(const Note& note);
+    static Json encode(const NoteSource& source);
+    static Json encode(const NoteTurn& turn);
 
     /// Nothing when a field that is not optional is missing, or any has another type. An optional field may be null.
     static std::optional<Note> decode(const Json& object);

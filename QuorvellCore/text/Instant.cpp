@@ -14,6 +14,11 @@ using std::chrono::milliseconds;
 using std::chrono::minutes;
 using std::chrono::seconds;
 
+// What the text form can hold.
+constexpr Instant firstInstant = std::chrono::sys_days(std::chrono::year(0) / 1 / 1);
+constexpr Instant lastInstant =
+    std::chrono::sys_days(std::chrono::year(9999) / 12 / 31) + std::chrono::days(1) - milliseconds(1);
+
 /// Takes text apart from the front; once something does not fit, everything after it fails too.
 class Reader {
 public:
@@ -118,10 +123,7 @@ minutes readOffset(Reader& reader)
 
 std::string isoText(Instant instant)
 {
-    using namespace std::chrono_literals;
-    constexpr Instant first = std::chrono::sys_days(std::chrono::year(0) / 1 / 1);
-    constexpr Instant last = std::chrono::sys_days(std::chrono::year(9999) / 12 / 31) + 24h - 1ms;
-    instant = std::clamp(instant, first, last);
+    instant = std::clamp(instant, firstInstant, lastInstant);
 
     const auto day = std::chrono::floor<days>(instant);
     const std::chrono::year_month_day date(day);
@@ -145,7 +147,8 @@ std::optional<Instant> parseIsoText(std::string_view text)
     const minutes offset = readOffset(reader);
     if (!reader.isFine() || !reader.isAtEnd())
         return std::nullopt;
-    return Instant(*day) + time - offset;
+    const Instant instant = Instant(*day) + time - offset;
+    return instant >= firstInstant && instant <= lastInstant ? std::optional(instant) : std::nullopt;
 }
 
 } // namespace quorvell

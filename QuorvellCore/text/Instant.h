@@ -15,7 +15,8 @@ using Instant = std::chrono::sys_time<std::chrono::milliseconds>;
 std::string isoText(Instant instant);
 
 /// Reads the form above; milliseconds may be missing (or have 1 to 9 digits, cut to 3) and an offset such as
-/// "+01:00" may stand for Z. Nothing for any other text or for a date that does not exist.
+/// "+01:00" may stand for Z. Nothing for any other text, for a date that does not exist, and for an instant that an
+/// offset carries out of those years.
 std::optional<Instant> parseIsoText(std::string_view text);
 
 } // namespace quorvell

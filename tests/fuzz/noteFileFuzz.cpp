@@ -1,24 +1,71 @@
-// Any bytes are either no note or a note that survives being written and read again unchanged.
+// Any bytes are either no note or a note that survives being written and read again unchanged, and its header says what
+// the plain way of reading it says: every value parsed as JSON, the last readable one of each key kept.
 #include "QuorvellCore/notebook/NoteFile.h"
+#include "QuorvellCore/notebook/NoteHeaderReader.h"
+
+#include <nlohmann/json.hpp>
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <map>
+#include <string>
 #include <string_view>
 
 using namespace quorvell;
 
+namespace {
+
+void require(bool holds)
+{
+    if (!holds)
+        std::abort();
+}
+
+std::string_view withoutBlanks(std::string_view text)
+{
+    const std::size_t start = text.find_first_not_of(" \t");
+    return start == text.npos ? "" : text.substr(start, text.find_last_not_of(" \t") - start + 1);
+}
+
+void readHeaderBothWays(std::string_view text)
+{
+    NoteHeaderReader header;
+    std::map<std::string_view, Json> plain;
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        const std::string_view line = text.substr(start, end - start);
+        header.readLine(line);
+        const std::size_t colon = line.find(':');
+        if (colon != line.npos)
+            if (auto value = parseJson(withoutBlanks(line.substr(colon + 1)), {.maximumDepth = 16}))
+                plain[withoutBlanks(line.substr(0, colon))] = std::move(*value);
+        start = end + 1;
+    }
+    for (std::size_t index = 0; index < noteHeaderKeys.size(); ++index) {
+        const auto key = static_cast<NoteHeaderKey>(index);
+        const auto known = plain.find(storedText(key));
+        const auto value = known == plain.end() ? std::nullopt : std::optional(known->second);
+        const auto found = value ? readString(*value) : std::nullopt;
+        require(header.value(key) == value && header.text(key) == found);
+        require(header.instant(key) == parseIsoText(found.value_or("")));
+    }
+}
+
+} // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
+    const std::string_view text{reinterpret_cast<const char*>(data), size};
     const Instant now{std::chrono::milliseconds(1'795'251'600'000)}; // in November 2026
-    const auto note = NoteFile::decode({reinterpret_cast<const char*>(data), size}, now);
+    readHeaderBothWays(text);
+    const auto note = NoteFile::decode(text, now);
     if (!note)
         return 0;
-    if (NoteFile::decode(NoteFile::encode(*note), now) != note)
-        std::abort();
+    require(NoteFile::decode(NoteFile::encode(*note), now) == note);
     for (const auto& name : {NoteFile::fileName(*note), NoteFile::longFileName(*note, 2)})
-        if (name.size() > 255 || name.find_first_of(std::string_view("/\0", 2)) != name.npos || name.starts_with('.'))
-            std::abort();
+        require(name.size() <= 255 && name.find_first_of(std::string_view("/\0", 2)) == name.npos
+            && !name.starts_with('.'));
     (void)note->searchText();
     (void)note->plainText();
     return 0;

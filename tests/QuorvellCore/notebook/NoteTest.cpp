@@ -22,6 +22,12 @@ TEST(Note, readsStoredTextsExactly)
         EXPECT_EQ(isUntrusted(*noteOrigin(text)), untrusted) << text;
 }
 
+TEST(Note, isUpdatedWhenItIsCreatedUnlessToldOtherwise)
+{
+    const Instant day = *parseIsoText("2026-11-21T09:00:00.123Z");
+    EXPECT_EQ(Note{.created = day}.updated, day);
+}
+
 TEST(Note, labelsItsSource)
 {
     struct Row {
