@@ -13,6 +13,7 @@
 #include "Quorvell/app/ProgramLoop.h"
 #include "Quorvell/app/SilentPlayer.h"
 #include "Quorvell/app/StatusLine.h"
+#include "Quorvell/app/TerminalColumns.h"
 #include "Quorvell/app/TerminalLines.h"
 #include "Quorvell/app/UsageText.h"
 #include "Quorvell/app/WorkStatus.h"
@@ -28,6 +29,7 @@ namespace quorvell {
 namespace {
 
 constexpr int couldNot = 1;
+constexpr const char* prompt = "> ";
 
 bool isForAPerson(const ProgramEnvironment& environment, const ConversationOptions& options)
 {
@@ -39,17 +41,16 @@ class ChatView {
 public:
     ChatView(const ProgramEnvironment& environment, const ConversationOptions& options, QtScheduler& scheduler,
         LineSource& lines)
+        : m_status(std::cout, environment.colour())
     {
         if (options.asJson) {
             m_views.push_back(std::make_unique<ConversationEvents>(std::cout, scheduler));
             return;
         }
-        ConversationText::Style style;
+        ConversationText::Style style = options.textStyle(environment);
         style.aside = [this, &lines](const auto& print) { lines.aside([&] { m_status.aside(print); }); };
-        if (environment.allowsColour)
-            style.colour = ConversationText::Colour::ansi;
         m_views.push_back(std::make_unique<ConversationText>(std::cout, std::cerr, style));
-        if (environment.allowsColour && environment.isInputTerminal)
+        if (environment.movesCursor && environment.isInputTerminal)
             m_views.push_back(std::make_unique<WorkStatus>(scheduler, m_status));
     }
 
@@ -63,28 +64,30 @@ public:
     }
 
 private:
-    StatusLine m_status{std::cout};
+    StatusLine m_status;
     std::vector<std::unique_ptr<SessionObserver>> m_views;
 };
 
 std::unique_ptr<LineSource> makeLines(
     bool isPerson, const ProgramEnvironment& environment, const UserSettings& settings)
 {
-    if (!isPerson)
+    if (!isPerson || !environment.movesCursor)
         return std::make_unique<PipedLines>(
-            STDIN_FILENO, [](const std::string& sentence) { std::cerr << sentence << std::endl; });
+            STDIN_FILENO, [](const std::string& sentence) { std::cerr << sentence << std::endl; },
+            isPerson ? prompt : "");
     PrivateFile::prepareFolder(environment.stateFolder);
     std::optional<CommandHistoryFile> history;
     if (settings.keepsTypedHistory)
         history.emplace(environment.stateFolder, "typed.jsonl");
-    return std::make_unique<TerminalLines>("> ", std::move(history));
+    return std::make_unique<TerminalLines>(prompt, std::move(history));
 }
 
-void welcome(const Assistant& assistant)
+std::string welcome(const Assistant& assistant)
 {
-    std::cout << (assistant.isOnDevice() ? "Quorvell on this computer, without an account: nothing you say leaves it."
-                                         : "Quorvell with a hosted model: what you type is sent to it.")
-              << " Type a line; /help lists what else there is, Ctrl+D ends." << std::endl;
+    return std::string(assistant.isOnDevice()
+                   ? "Quorvell on this computer, without an account: nothing you say leaves it."
+                   : "Quorvell with a hosted model: what you type is sent to it.")
+        + " Type a line; /help lists what else there is, Ctrl+D ends.";
 }
 
 Assistant::Wishes wishesFor(const ConversationOptions& options, bool isPerson, ChatConversation::Voice voice)
@@ -111,7 +114,9 @@ int runChat(const ProgramEnvironment& environment, const ConversationOptions& op
         return UsageText::ofConversation(assistant->session().usage()) + "\n"
             + UsageText::ofDays(assistant->usage().book(), assistant->usage().today());
     };
-    const auto tell = [](const std::string& sentence) { std::cout << sentence << std::endl; };
+    const auto tell = [&](const std::string& text) {
+        lines->aside([&] { std::cout << forOutput(text, environment) << std::endl; });
+    };
     ChatConversation conversation({loop.scheduler(), *lines, &ProgramLoop::end, tell, usage},
         isPerson ? ChatConversation::Partner::person : ChatConversation::Partner::script, voice);
     ObserverGroup observers(view.observersWith(conversation));
@@ -131,8 +136,8 @@ int runChat(const ProgramEnvironment& environment, const ConversationOptions& op
     }
     assistant = made.assistant.get();
     if (isPerson)
-        welcome(*assistant);
-    const Interrupts interrupts([&] { conversation.interrupt(); });
+        tell(welcome(*assistant));
+    const Interrupts interrupts([&] { conversation.interrupt(); }, [&] { lines->resized(); });
     loop.scheduler().post([&] { conversation.begin(assistant->session()); });
     return loop.run();
 }
@@ -142,7 +147,7 @@ int runChat(const ProgramEnvironment& environment, const ConversationOptions& op
 std::function<int()> addChatCommand(CLI::App& program, const ProgramEnvironment& environment)
 {
     CLI::App* command = program.add_subcommand(
-        "chat", "Talk to the assistant in writing: a line is a message, the end of the input ends the conversation");
+        "chat", "Talk to the assistant in writing (what runs when no command is named); each line is a message");
     const auto options = ConversationOptions::declare(*command);
     const auto isAloud = std::make_shared<bool>(false);
     command->add_flag("--aloud", *isAloud, "Speak the answers too, through the loudspeaker");

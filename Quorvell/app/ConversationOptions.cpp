@@ -1,5 +1,7 @@
 #include "Quorvell/app/ConversationOptions.h"
 
+#include "Quorvell/app/ProgramEnvironment.h"
+#include "Quorvell/app/TerminalColumns.h"
 #include "Quorvell/app/UserSettings.h"
 #include "Quorvell/connections/LiveEndpointSettings.h"
 
@@ -10,19 +12,33 @@ namespace quorvell {
 std::shared_ptr<ConversationOptions> ConversationOptions::declare(CLI::App& command)
 {
     auto options = std::make_shared<ConversationOptions>();
-    command.add_flag("--json", options->asJson, "Print one JSON object per event");
+    auto* json = command.add_flag("--json", options->asJson, "Print one JSON object per event");
+    command.add_flag("--verbose", options->isVerbose, "Show what tools are asked and answer, word for word")
+        ->excludes(json);
     command
         .add_option("--host", options->host,
             "The live service: HOST, HOST:PORT or wss://HOST (default: QUORVELL_LIVE_HOST, the settings, "
             "or the service on this device where there is no key)")
         ->check([](const std::string& host) { return LiveEndpointSettings::hostProblem(host).value_or(""); });
     command.add_option("--backend", options->backend, "Whose live model: auto, openai, gemini or on_device")
+        ->type_name("NAME")
         ->transform(CLI::CheckedTransformer(UserSettings::backends()).description(""));
     command
         .add_option(
             "--transport", options->transport, "How sound travels to an OpenAI model: auto, webrtc or websocket")
+        ->type_name("NAME")
         ->transform(CLI::CheckedTransformer(UserSettings::transports()).description(""));
     return options;
+}
+
+ConversationText::Style ConversationOptions::textStyle(const ProgramEnvironment& environment) const
+{
+    ConversationText::Style style;
+    style.tools = isVerbose ? ConversationText::Tools::whole : ConversationText::Tools::told;
+    style.colour = environment.colour();
+    if (environment.isOutputTerminal)
+        style.columns = &terminalColumns;
+    return style;
 }
 
 } // namespace quorvell

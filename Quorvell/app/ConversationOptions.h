@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Quorvell/app/ConversationText.h"
 #include "Quorvell/connections/LiveBackend.h"
 #include "Quorvell/connections/LiveTransport.h"
 
@@ -13,12 +14,18 @@ class App;
 
 namespace quorvell {
 
+struct ProgramEnvironment;
+
 /// What every command that holds a conversation can be told.
 struct ConversationOptions {
     bool asJson = false;
+    bool isVerbose = false; ///< Tools with all that they are asked and answer.
     std::optional<std::string> host;
     std::optional<LiveBackend> backend;
     std::optional<LiveTransport> transport;
+
+    /// How the conversation looks where no other program reads it.
+    ConversationText::Style textStyle(const ProgramEnvironment& environment) const;
 
     /// Declares them; their values are there once the command line was read.
     static std::shared_ptr<ConversationOptions> declare(CLI::App& command);

@@ -1,7 +1,9 @@
 #include "Quorvell/app/ConversationText.h"
 
 #include "Quorvell/app/ChatWord.h"
+#include "Quorvell/app/ToolText.h"
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/ColumnText.h"
 
 #include <nlohmann/json.hpp>
 
@@ -13,8 +15,8 @@ namespace quorvell {
 
 namespace {
 
-constexpr const char* dim = "\x1b[2m";
-constexpr const char* plain = "\x1b[0m";
+const std::string asideMark = "  · ";
+constexpr std::size_t markColumns = 2; ///< Of the mark without the spaces before it.
 
 bool isControl(unsigned char byte)
 {
@@ -25,17 +27,6 @@ bool isControl(unsigned char byte)
 bool isSecondControl(unsigned char first, unsigned char second)
 {
     return first == 0xC2 && second >= 0x80 && second <= 0x9F;
-}
-
-std::string valueText(const Json& value)
-{
-    return readString(value).value_or(dumpJson(value));
-}
-
-std::string onOneLine(std::string text)
-{
-    std::replace(text.begin(), text.end(), '\n', ' ');
-    return text;
 }
 
 } // namespace
@@ -50,14 +41,14 @@ ConversationText::ConversationText(std::ostream& out, std::ostream& errors, Styl
 void ConversationText::restChanged(Doze doze)
 {
     if (doze == Doze::dozing)
-        dimmed("resting: nothing is sent until you speak");
+        printAside("resting: nothing is sent until you speak");
     if (doze == Doze::waking)
-        dimmed("waking");
+        printAside("waking");
 }
 
 void ConversationText::helpModeChanged(HelpMode mode)
 {
-    dimmed(std::string("mode: ") + ChatWord::nameOf(mode));
+    printAside(std::string("mode: ") + ChatWord::nameOf(mode));
 }
 
 void ConversationText::userSaid(const std::string& text, Words)
@@ -74,18 +65,22 @@ void ConversationText::assistantSaid(const std::string& text)
 void ConversationText::planChanged(const TaskPlan& plan)
 {
     for (std::size_t index = 0; index < plan.steps.size(); ++index)
-        dimmed((plan.steps[index].done ? "[x] " : "[ ] ") + std::to_string(index + 1) + ". "
-            + onOneLine(printable(plan.steps[index].text)));
+        printAside((plan.steps[index].done ? "[x] " : "[ ] ") + std::to_string(index + 1) + ". "
+            + oneLine(plan.steps[index].text));
 }
 
 void ConversationText::toolCalled(const LiveFunctionCall& call)
 {
-    dimmed(call.name + "  " + summary(call.args));
+    if (m_style.tools == Tools::whole)
+        printAside(call.name + "  " + printable(dumpJson(call.args)));
 }
 
 void ConversationText::toolAnswered(const LiveFunctionResponse& response)
 {
-    dimmed(response.name + "  " + summary(response.response));
+    if (m_style.tools == Tools::whole)
+        return printAside(response.name + "  " + printable(dumpJson(response.response)));
+    if (const auto text = ToolText::of(response))
+        printAside(oneLine(*text));
 }
 
 void ConversationText::problemArose(const std::string& sentence)
@@ -107,13 +102,11 @@ void ConversationText::conversationEnded(const SessionEnd& end)
         print(m_errors, "Not sent: " + printable(text));
 }
 
-std::string ConversationText::summary(const Json& object)
+std::string ConversationText::oneLine(std::string_view text)
 {
-    std::string text;
-    for (const auto& [key, value] : object.items())
-        text += (text.empty() ? "" : ", ") + key + ": " + valueText(value);
-    text = onOneLine(printable(text));
-    return characterCount(text) <= longestNote ? text : firstCharacters(text, longestNote - 1) + "…";
+    std::string line = printable(text);
+    std::replace(line.begin(), line.end(), '\n', ' ');
+    return characterCount(line) <= longestNote ? line : firstCharacters(line, longestNote - 1) + "…";
 }
 
 std::string ConversationText::printable(std::string_view text)
@@ -134,17 +127,25 @@ std::string ConversationText::printable(std::string_view text)
 
 void ConversationText::print(std::ostream& stream, const std::string& line)
 {
-    const auto printNow = [&] { stream << line << std::endl; };
+    printLine(stream, line, 0, Look::plain);
+}
+
+void ConversationText::printAside(const std::string& line)
+{
+    printLine(m_out, asideMark + line, markColumns, Look::faint);
+}
+
+void ConversationText::printLine(std::ostream& stream, const std::string& line, std::size_t indent, Look look)
+{
+    const auto colour = look == Look::faint ? m_style.colour : TerminalColour::none;
+    const auto printNow = [&] {
+        stream << faint(m_style.columns ? wrappedToColumns(line, m_style.columns(), indent) : line, colour)
+               << std::endl;
+    };
     if (m_style.aside)
         m_style.aside(printNow);
     else
         printNow();
-}
-
-void ConversationText::dimmed(const std::string& line)
-{
-    const bool isColoured = m_style.colour == Colour::ansi;
-    print(m_out, (isColoured ? std::string(dim) : "") + "  · " + line + (isColoured ? plain : ""));
 }
 
 } // namespace quorvell

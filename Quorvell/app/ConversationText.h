@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Quorvell/app/TerminalColour.h"
 #include "Quorvell/session/SessionObserver.h"
 #include "QuorvellCore/text/Json.h"
 
@@ -10,17 +11,20 @@
 
 namespace quorvell {
 
-/// A conversation for people: replies as they are, tools dimmed, problems on the error stream.
+/// A conversation for people: replies as they are, what tools did dimmed, problems on the error stream.
 class ConversationText : public SessionObserver {
 public:
-    enum class Colour { none, ansi };
     enum class Speakers { unnamed, named }; ///< Named where both sides appear: "You: ...".
+    enum class Tools { told, whole }; ///< In a few words, or with all that they were asked and answered.
 
-    static constexpr std::size_t longestNote = 160; ///< User-perceived characters of a line about a tool.
+    static constexpr std::size_t longestNote = 160; ///< User-perceived characters of a line that nobody said.
 
     struct Style {
-        Colour colour = Colour::none;
+        TerminalColour colour = TerminalColour::none;
         Speakers speakers = Speakers::unnamed;
+        Tools tools = Tools::told;
+        /// How wide the terminal is now; without, lines are as long as they are.
+        std::function<std::size_t()> columns{};
         /// Makes room for what is printed, where something else shares the terminal.
         std::function<void(const std::function<void()>& print)> aside{};
     };
@@ -39,14 +43,17 @@ public:
     void turnCompleted(TurnOutcome outcome) override;
     void conversationEnded(const SessionEnd& end) override;
 
-    /// The values of a JSON object in a short line: `when: Sunday, has_time: true`.
-    static std::string summary(const Json& object);
+    /// Printable, without line breaks and not too long.
+    static std::string oneLine(std::string_view text);
     /// Without control characters, which could move the cursor or change the terminal. Line breaks and tabs stay.
     static std::string printable(std::string_view text);
 
 private:
+    enum class Look { plain, faint };
+
     void print(std::ostream& stream, const std::string& line);
-    void dimmed(const std::string& line);
+    void printAside(const std::string& line); ///< What nobody said.
+    void printLine(std::ostream& stream, const std::string& line, std::size_t indent, Look look);
 
     std::ostream& m_out;
     std::ostream& m_errors;

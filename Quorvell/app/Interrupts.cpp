@@ -11,14 +11,14 @@ namespace quorvell {
 
 namespace {
 
-constexpr std::array signals{SIGINT, SIGTERM, SIGHUP};
+constexpr std::array signals{SIGINT, SIGTERM, SIGHUP, SIGWINCH};
 
 /// A signal handler may do next to nothing, so it only writes a byte that the event loop sees.
 std::array<int, 2> pipeEnds{-1, -1};
 
-void handleSignal(int)
+void handleSignal(int signal)
 {
-    const char byte = 0;
+    const char byte = static_cast<char>(signal);
     [[maybe_unused]] const auto written = write(pipeEnds[1], &byte, 1);
 }
 
@@ -33,16 +33,17 @@ void setHandler(void (*handler)(int))
 
 } // namespace
 
-Interrupts::Interrupts(std::function<void()> interrupted)
+Interrupts::Interrupts(std::function<void()> interrupted, std::function<void()> resized)
     : m_interrupted(std::move(interrupted))
+    , m_resized(std::move(resized))
 {
     if (pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0)
         return;
     m_notifier = std::make_unique<QSocketNotifier>(pipeEnds[0], QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] {
-        char byte = 0;
-        [[maybe_unused]] const auto taken = read(pipeEnds[0], &byte, 1);
-        m_interrupted();
+        char signal = 0;
+        if (read(pipeEnds[0], &signal, 1) == 1)
+            (signal == SIGWINCH ? m_resized : m_interrupted)();
     });
     setHandler(handleSignal);
 }

@@ -21,6 +21,8 @@ public:
     virtual void aside(const std::function<void()>& print) { print(); }
     /// Forgets what was typed so far of the line that is asked for. False when there was nothing.
     virtual bool dropTyped() { return false; }
+    /// The terminal has another size.
+    virtual void resized() { }
 };
 
 } // namespace quorvell

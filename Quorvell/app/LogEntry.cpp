@@ -4,7 +4,29 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+
 namespace quorvell {
+
+namespace {
+
+/// "29 characters, after 204 ms, close code: 1006"
+std::string readable(const Json& details)
+{
+    constexpr std::string_view inMilliseconds = "_ms";
+    std::string text;
+    for (const auto& [key, value] : details.items()) {
+        const bool isLength = key.ends_with(inMilliseconds);
+        std::string name = isLength ? key.substr(0, key.size() - inMilliseconds.size()) : key;
+        std::replace(name.begin(), name.end(), '_', ' ');
+        text += text.empty() ? "" : ", ";
+        text += key == "detail" ? "" : name + (isLength ? " " : ": ");
+        text += readString(value).value_or(dumpJson(value)) + (isLength ? " ms" : "");
+    }
+    return ConversationText::oneLine(text);
+}
+
+} // namespace
 
 std::optional<LogEntry> LogEntry::read(std::string_view line)
 {
@@ -18,8 +40,7 @@ std::optional<LogEntry> LogEntry::read(std::string_view line)
     for (const auto& [key, value] : json->items())
         if (key != "at" && key != "event" && key != "run")
             details[key] = value;
-    return LogEntry{
-        *instant, *event, readString(*json, "run").value_or(""), ConversationText::summary(details), dumpJson(*json)};
+    return LogEntry{*instant, *event, readString(*json, "run").value_or(""), readable(details), dumpJson(*json)};
 }
 
 } // namespace quorvell

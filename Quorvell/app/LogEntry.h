@@ -16,7 +16,7 @@ struct LogEntry {
     Instant at{};
     std::string event;
     std::string program; ///< Which run of the program wrote it.
-    std::string details; ///< The other members, readable and on one line: "code: 1006, reason: gone".
+    std::string details; ///< The other members, readable and on one line: "close code: 1006, after 204 ms".
     std::string raw; ///< The line as it stands.
 
     /// Nothing for a line that is none.

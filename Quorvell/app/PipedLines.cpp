@@ -7,13 +7,15 @@
 
 #include <array>
 #include <cerrno>
+#include <iostream>
 #include <utility>
 
 namespace quorvell {
 
-PipedLines::PipedLines(int descriptor, std::function<void(const std::string& sentence)> tooLong)
+PipedLines::PipedLines(int descriptor, std::function<void(const std::string& sentence)> tooLong, std::string prompt)
     : m_descriptor(descriptor)
     , m_tooLong(std::move(tooLong))
+    , m_prompt(std::move(prompt))
     , m_notifier(std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read))
 {
     m_notifier->setEnabled(false);
@@ -23,11 +25,21 @@ PipedLines::PipedLines(int descriptor, std::function<void(const std::string& sen
 void PipedLines::readNext(Report report)
 {
     m_report = std::move(report);
+    std::cout << m_prompt << std::flush;
     // Later, so that a caller who asks again from its report does not wind itself up.
     QTimer::singleShot(0, &m_context, [this] {
         if (m_report && !reportBuffered())
             m_notifier->setEnabled(true);
     });
+}
+
+void PipedLines::aside(const std::function<void()>& print)
+{
+    if (!m_report || m_prompt.empty())
+        return print();
+    std::cout << "\n";
+    print();
+    std::cout << m_prompt << std::flush;
 }
 
 void PipedLines::readMore()

@@ -165,8 +165,8 @@ ProgramEnvironment ProgramEnvironment::read(const char* programName)
     environment.hasSessionBus = knowsSessionBus(environment.runtimeFolder);
     environment.isInputTerminal = isatty(STDIN_FILENO) == 1;
     environment.isOutputTerminal = isatty(STDOUT_FILENO) == 1;
-    environment.allowsColour =
-        environment.isOutputTerminal && !variable("NO_COLOR") && variable("TERM").value_or("dumb") != "dumb";
+    environment.movesCursor = environment.isOutputTerminal && variable("TERM").value_or("dumb") != "dumb";
+    environment.allowsColour = environment.movesCursor && !variable("NO_COLOR");
     return environment;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Quorvell/app/TerminalColour.h"
+
 #include <optional>
 #include <string>
 
@@ -26,7 +28,10 @@ struct ProgramEnvironment {
     bool hasSessionBus = false; ///< A D-Bus session bus address is known.
     bool isInputTerminal = false;
     bool isOutputTerminal = false;
-    bool allowsColour = false; ///< The output is a terminal that knows colours, and NO_COLOR does not forbid them.
+    bool movesCursor = false; ///< The output is a terminal that can draw over what it shows.
+    bool allowsColour = false; ///< It knows colours too, and NO_COLOR does not forbid them.
+
+    TerminalColour colour() const { return allowsColour ? TerminalColour::ansi : TerminalColour::none; }
 
     static ProgramEnvironment read(const char* programName);
 

@@ -1,9 +1,7 @@
 #include "Quorvell/app/StatusLine.h"
 
-#include "QuorvellCore/text/Characters.h"
-
-#include <sys/ioctl.h>
-#include <unistd.h>
+#include "Quorvell/app/TerminalColumns.h"
+#include "QuorvellCore/text/ColumnText.h"
 
 #include <ostream>
 #include <utility>
@@ -12,28 +10,19 @@ namespace quorvell {
 
 namespace {
 
-constexpr const char* dim = "\x1b[2m";
-constexpr const char* plain = "\x1b[0m";
 constexpr const char* eraseLine = "\r\x1b[K";
-
-std::size_t columns()
-{
-    constexpr std::size_t usual = 80;
-    winsize size{};
-    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 1 ? size.ws_col : usual;
-}
 
 } // namespace
 
 void StatusLine::show(const std::string& text)
 {
-    const std::string fitting = firstCharacters(text, columns() - 1);
+    const std::string fitting = firstColumns(text, terminalColumns() - 1);
     if (fitting == m_text)
         return;
     hide();
     m_text = fitting;
     if (!m_text.empty())
-        m_out << dim << m_text << plain << std::flush;
+        m_out << faint(m_text, m_colour) << std::flush;
 }
 
 void StatusLine::hide()

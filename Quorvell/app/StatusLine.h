@@ -1,18 +1,21 @@
 #pragma once
 
+#include "Quorvell/app/TerminalColour.h"
+
 #include <functional>
 #include <iosfwd>
 #include <string>
 
 namespace quorvell {
 
-/// One dimmed line at the end of a terminal's output that changes in place and makes room for whatever else is printed.
+/// One faint line at the end of a terminal's output that changes in place and makes room for whatever else is printed.
 /// Only for terminals that know cursor movement. Main thread.
 class StatusLine {
 public:
     /// The stream is borrowed.
-    explicit StatusLine(std::ostream& out)
+    explicit StatusLine(std::ostream& out, TerminalColour colour = TerminalColour::ansi)
         : m_out(out)
+        , m_colour(colour)
     {
     }
     ~StatusLine() { hide(); }
@@ -27,6 +30,7 @@ public:
 
 private:
     std::ostream& m_out;
+    TerminalColour m_colour;
     std::string m_text; ///< Empty while hidden.
 };
 

@@ -11,6 +11,7 @@
 #include "Quorvell/app/ProgramLoop.h"
 #include "Quorvell/app/StatusLine.h"
 #include "Quorvell/app/TalkStatus.h"
+#include "Quorvell/app/TerminalColumns.h"
 #include "Quorvell/app/UsageText.h"
 #include "Quorvell/speech/DeviceEar.h"
 #include "Quorvell/speech/DeviceVoice.h"
@@ -65,15 +66,13 @@ private:
             m_events = std::make_unique<ConversationEvents>(std::cout, m_loop.scheduler());
             observers.push_back(m_events.get());
         } else {
-            ConversationText::Style style;
+            ConversationText::Style style = m_options.textStyle(m_environment);
             style.speakers = ConversationText::Speakers::named;
             style.aside = [this](const auto& print) { m_line.aside(print); };
-            if (m_environment.allowsColour)
-                style.colour = ConversationText::Colour::ansi;
             m_text = std::make_unique<ConversationText>(std::cout, std::cerr, style);
             observers.push_back(m_text.get());
         }
-        if (m_text && m_environment.allowsColour) {
+        if (m_text && m_environment.movesCursor) {
             m_status = std::make_unique<TalkStatus>(
                 m_loop.scheduler(), m_line, [this] { return m_assistant ? m_assistant->usage().secondsToday() : 0.0; });
             observers.push_back(m_status.get());
@@ -137,12 +136,17 @@ private:
 
     void tell(const std::string& sentence)
     {
-        m_line.aside([&] { (m_options.asJson ? std::cerr : std::cout) << sentence << std::endl; });
+        m_line.aside([&] {
+            if (m_options.asJson)
+                std::cerr << sentence << std::endl;
+            else
+                std::cout << forOutput(sentence, m_environment) << std::endl;
+        });
     }
 
     void fail(const std::string& sentence)
     {
-        std::cerr << sentence << "\nTyping needs no sound: quorvell chat." << std::endl;
+        std::cerr << sentence << std::endl;
         ProgramLoop::end(couldNot);
     }
 
@@ -157,7 +161,7 @@ private:
     ProgramLoop m_loop;
     UserSettings m_settings;
     SessionSettings::Listening m_listening;
-    StatusLine m_line{std::cout};
+    StatusLine m_line{std::cout, m_environment.colour()};
     DesktopSound m_sound;
     DeviceVoice m_voice;
     DeviceEar m_ear;

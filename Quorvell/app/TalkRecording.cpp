@@ -46,8 +46,7 @@ TalkView makeView(
 {
     if (options.asJson)
         return {std::make_unique<ConversationEvents>(std::cout, scheduler), nullptr};
-    ConversationText::Style style;
-    style.colour = environment.allowsColour ? ConversationText::Colour::ansi : ConversationText::Colour::none;
+    ConversationText::Style style = options.textStyle(environment);
     style.speakers = ConversationText::Speakers::named;
     return {nullptr, std::make_unique<ConversationText>(std::cout, std::cerr, style)};
 }

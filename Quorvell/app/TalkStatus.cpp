@@ -1,5 +1,6 @@
 #include "Quorvell/app/TalkStatus.h"
 
+#include "Quorvell/app/ToolText.h"
 #include "Quorvell/app/UsageText.h"
 #include "QuorvellCore/live/gate/PCM.h"
 
@@ -45,10 +46,27 @@ void TalkStatus::earChanged(Ear ear)
     tell();
 }
 
+void TalkStatus::userSaid(const std::string&, Words)
+{
+    m_answer = Answer::awaited;
+    tell();
+}
+
+void TalkStatus::assistantWordsHeard(const std::string&)
+{
+    m_answer = Answer::heard;
+    tell();
+}
+
+void TalkStatus::turnCompleted(TurnOutcome)
+{
+    m_answer = Answer::none;
+    tell();
+}
+
 void TalkStatus::toolCalled(const LiveFunctionCall& call)
 {
-    m_tool = call.name;
-    std::replace(m_tool.begin(), m_tool.end(), '_', ' ');
+    m_tool = ToolText::readableName(call.name);
     tell();
 }
 
@@ -74,7 +92,7 @@ void TalkStatus::tell()
     if (m_ear == Ear::open || m_ear == Ear::hearing)
         text += "  " + meter(level);
     if (!m_tool.empty())
-        text += "  · " + m_tool;
+        text += "  · " + m_tool + " …";
     m_line.show(text + "  · today " + UsageText::duration(m_secondsToday()));
 }
 
@@ -92,7 +110,11 @@ std::string TalkStatus::state() const
         return "resting; talk to wake it";
     if (m_doze == Doze::waking)
         return "waking …";
-    return m_ear == Ear::hearing ? "hearing you" : m_ear == Ear::open ? "listening  " : "not listening";
+    if (m_ear == Ear::hearing)
+        return "hearing you";
+    if (m_answer != Answer::none)
+        return m_answer == Answer::heard ? "speaking   " : "thinking   ";
+    return m_ear == Ear::open ? "listening  " : "not listening";
 }
 
 } // namespace quorvell

@@ -11,7 +11,8 @@
 
 namespace quorvell {
 
-/// The status line of a spoken conversation: what the ear does, how loud it is, how long was spoken today. Main thread.
+/// The status line of a spoken conversation: whose turn it is, how loud the microphone is, how long was spoken today.
+/// Main thread.
 class TalkStatus : public SessionObserver {
 public:
     static constexpr std::chrono::milliseconds tick{200}; ///< Often enough for a level meter, seldom enough to be free.
@@ -27,6 +28,9 @@ public:
     void restChanged(Doze doze) override;
     void linkChanged(Link link) override;
     void earChanged(Ear ear) override;
+    void userSaid(const std::string& text, Words words) override;
+    void assistantWordsHeard(const std::string& delta) override;
+    void turnCompleted(TurnOutcome outcome) override;
     void toolCalled(const LiveFunctionCall& call) override;
     void toolAnswered(const LiveFunctionResponse& response) override;
 
@@ -34,6 +38,8 @@ public:
     static std::string meter(float level);
 
 private:
+    enum class Answer { none, awaited, heard };
+
     void tell();
     std::string state() const;
 
@@ -43,6 +49,7 @@ private:
     Doze m_doze = Doze::awake;
     Link m_link = Link::steady;
     Ear m_ear = Ear::closed;
+    Answer m_answer = Answer::none;
     std::string m_tool; ///< That runs.
     float m_level = 0; ///< The loudest since the last tick.
     TimerHandle m_ticks;

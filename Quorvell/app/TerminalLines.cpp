@@ -1,6 +1,8 @@
 #include "Quorvell/app/TerminalLines.h"
 
+#include "Quorvell/app/TerminalColumns.h"
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/ColumnText.h"
 
 #include <histedit.h>
 #include <langinfo.h>
@@ -23,6 +25,7 @@ constexpr std::string_view startMarkingPastes = "\x1b[?2004h";
 constexpr std::string_view stopMarkingPastes = "\x1b[?2004l";
 constexpr std::string_view eraseFromLineStart = "\r\x1b[J";
 constexpr char32_t endOfInputKey = 4; // Ctrl+D
+constexpr char32_t leftKey = 2; // Ctrl+B
 constexpr std::u32string_view eraseLineKeys = U"\x01\x0b"; // Ctrl+A, Ctrl+K
 
 void writeToTerminal(std::string_view text)
@@ -113,11 +116,33 @@ void TerminalLines::aside(const std::function<void()>& print)
     if (!m_report)
         return print();
     const std::string typed = line();
+    const LineInfo* info = el_line(m_editor.get());
+    const auto behindCursor =
+        codePoints({info->cursor, static_cast<std::size_t>(info->lastchar - info->cursor)}).size();
+    eraseLine();
     closePrompt();
-    writeToTerminal(eraseFromLineStart);
     print();
     openPrompt();
     replaceLine(typed);
+    m_queue.append(behindCursor, leftKey);
+    takeKeys({});
+}
+
+void TerminalLines::resized()
+{
+    el_resize(m_editor.get());
+    aside([] {});
+}
+
+/// A long line stands on several rows. Some terminals break it anew when their size changes and some do not, so the
+/// wider size counts: what was said above is never erased.
+void TerminalLines::eraseLine()
+{
+    const LineInfo* info = el_line(m_editor.get());
+    const std::size_t used = columnsOf(m_prompt + std::string(info->buffer, info->cursor));
+    if (const std::size_t rowsAbove = used / std::max(m_columns, terminalColumns()); rowsAbove > 0)
+        writeToTerminal("\x1b[" + std::to_string(rowsAbove) + "A");
+    writeToTerminal(eraseFromLineStart);
 }
 
 bool TerminalLines::dropTyped()
@@ -152,6 +177,7 @@ int TerminalLines::nextKey(editline* editor, wchar_t* key)
 
 void TerminalLines::openPrompt()
 {
+    m_columns = terminalColumns();
     el_set(m_editor.get(), EL_UNBUFFERED, 1); // Raw mode, and an empty line behind the prompt.
     writeToTerminal(startMarkingPastes); // Last: who sees it knows that each key counts by now.
 }

@@ -33,6 +33,7 @@ public:
     void readNext(Report report) override;
     void aside(const std::function<void()>& print) override;
     bool dropTyped() override;
+    void resized() override;
 
 private:
     struct CloseEditor {
@@ -49,6 +50,7 @@ private:
     void browse(TerminalInput::Kind direction);
     void takeWaiting();
     void takeKeys(const std::string& text);
+    void eraseLine();
     std::string line() const;
     void replaceLine(const std::string& text);
     void insert(const std::string& text, std::size_t position = 0);
@@ -61,6 +63,7 @@ private:
     PastedPieces m_pastes; ///< Of the line as it stands.
     PastedPieces m_draftPastes; ///< Of the line that browsing began with.
     std::deque<TerminalInput> m_waiting; ///< Typed while no line was asked for.
+    std::size_t m_columns = 0; ///< Of the terminal when the line was begun.
     std::u32string m_queue; ///< For the editor, which takes one character at a time.
     Report m_report;
     std::unique_ptr<editline, CloseEditor> m_editor;

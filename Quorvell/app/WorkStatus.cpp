@@ -1,6 +1,8 @@
 #include "Quorvell/app/WorkStatus.h"
 
 #include "Quorvell/app/ConversationText.h"
+#include "Quorvell/app/ToolText.h"
+#include "QuorvellCore/text/ColumnText.h"
 
 #include <algorithm>
 
@@ -8,10 +10,20 @@ namespace quorvell {
 
 namespace {
 
-std::string readable(std::string toolName)
+/// As many words from the end as fit a line, on one line.
+std::string lastWords(std::string text)
 {
-    std::replace(toolName.begin(), toolName.end(), '_', ' ');
-    return toolName;
+    constexpr std::size_t mostColumns = 70; // Narrower terminals cut it.
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    std::size_t start = 0;
+    for (std::size_t columns = columnsOf(text); columns > mostColumns;) {
+        const std::size_t next = text.find(' ', start) + 1;
+        if (next == 0)
+            break;
+        columns -= columnsOf(std::string_view(text).substr(start, next - start));
+        start = next;
+    }
+    return text.substr(start);
 }
 
 } // namespace
@@ -43,7 +55,7 @@ void WorkStatus::thoughtChanged(const ThoughtSummary& thought)
 void WorkStatus::toolCalled(const LiveFunctionCall& call)
 {
     workBegan();
-    m_step = readable(call.name);
+    m_step = ToolText::readableName(call.name);
     tell();
 }
 
@@ -53,8 +65,15 @@ void WorkStatus::toolAnswered(const LiveFunctionResponse&)
     tell();
 }
 
+void WorkStatus::assistantReplyGrew(const std::string& delta)
+{
+    m_growing = lastWords(m_growing + ConversationText::printable(delta));
+    tell();
+}
+
 void WorkStatus::assistantSaid(const std::string&)
 {
+    m_growing.clear();
     if (m_since)
         m_since = m_scheduler.now(); // A long piece of work may go on behind what was said.
     tell();
@@ -84,6 +103,7 @@ void WorkStatus::workEnded()
 {
     m_since.reset();
     m_step.clear();
+    m_growing.clear();
     m_ticks.cancel();
     tell();
 }
@@ -94,6 +114,8 @@ void WorkStatus::tell()
         return m_line.show("The connection was lost; connecting again …");
     if (m_isConnecting)
         return m_line.show("Calling the assistant …");
+    if (!m_growing.empty())
+        return m_line.show(m_growing + " …");
     const auto waited = m_since ? m_scheduler.now() - *m_since : SessionTime{};
     if (waited < worthTelling)
         return m_line.hide();

@@ -11,7 +11,7 @@
 namespace quorvell {
 
 /// Tells in the status line what keeps an answer waiting: the call, the connection, or a long piece of work and its
-/// latest step. Main thread.
+/// latest step. An answer that is being written shows there until all of it is. Main thread.
 class WorkStatus : public SessionObserver {
 public:
     /// A short wait needs no words.
@@ -31,6 +31,7 @@ public:
     void thoughtChanged(const ThoughtSummary& thought) override;
     void toolCalled(const LiveFunctionCall& call) override;
     void toolAnswered(const LiveFunctionResponse& response) override;
+    void assistantReplyGrew(const std::string& delta) override;
     void assistantSaid(const std::string& text) override;
     void turnCompleted(TurnOutcome outcome) override;
     void conversationEnded(const SessionEnd& end) override;
@@ -44,6 +45,7 @@ private:
     StatusLine& m_line;
     std::optional<SessionTime> m_since; ///< While an answer is awaited.
     std::string m_step; ///< The tool that runs, else what is being thought about.
+    std::string m_growing; ///< The end of the answer that is being written, on one line.
     bool m_isConnecting = false;
     bool m_isReconnecting = false;
     TimerHandle m_ticks;

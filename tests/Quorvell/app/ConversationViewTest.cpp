@@ -1,5 +1,7 @@
 #include "Quorvell/app/ConversationEvents.h"
 #include "Quorvell/app/ConversationText.h"
+#include "Quorvell/app/TalkStatus.h"
+#include "Quorvell/app/ToolText.h"
 #include "Quorvell/app/WorkStatus.h"
 #include "VirtualScheduler.h"
 
@@ -15,6 +17,8 @@ using namespace std::chrono_literals;
 using Words = SessionObserver::Words;
 using Outcome = SessionObserver::TurnOutcome;
 
+const TaskPlan moving{"Move", {{"Pack", true}}, {}, {}};
+
 /// One conversation with everything in it.
 void hold(SessionObserver& view, VirtualScheduler& clock)
 {
@@ -23,7 +27,7 @@ void hold(SessionObserver& view, VirtualScheduler& clock)
     view.phaseChanged(SessionPhase::active);
     view.userSaid("keep milk", Words::typed);
     view.toolCalled({"call_1", "keep_note", {{"title", "milk"}}});
-    view.toolAnswered({"call_1", "keep_note", {{"status", "kept"}, {"count", 2}}});
+    view.toolAnswered({"call_1", "keep_note", {{"status", "kept"}, {"title", "Milk"}}});
     view.assistantSaid("Noted.");
     view.assistantSaid("Anything else?");
     view.turnCompleted(Outcome::answered);
@@ -44,56 +48,34 @@ TEST(ConversationEvents, isOneObjectALineWithTimes)
     VirtualScheduler clock;
     ConversationEvents view(out, clock);
     hold(view, clock);
-    const std::string at0 = R"("at":"2026-11-21T10:00:00.000Z","ms":0)";
-    const std::string at40 = R"("at":"2026-11-21T10:00:00.040Z","ms":40)";
-    EXPECT_EQ(out.str(),
-        R"({"event":"phase",)" + at0
-            + R"(,"phase":"connecting"})"
-              "\n"
-              R"({"event":"phase",)"
-            + at40
-            + R"(,"phase":"active"})"
-              "\n"
-              R"({"event":"words",)"
-            + at40
-            + R"(,"speaker":"user","source":"typed","text":"keep milk"})"
-              "\n"
-              R"({"event":"tool_call",)"
-            + at40
-            + R"(,"id":"call_1","name":"keep_note","args":{"title":"milk"}})"
-              "\n"
-              R"({"event":"tool_result",)"
-            + at40
-            + R"(,"id":"call_1","name":"keep_note","result":{"status":"kept","count":2}})"
-              "\n"
-              R"({"event":"words",)"
-            + at40
-            + R"(,"speaker":"assistant","text":"Noted."})"
-              "\n"
-              R"({"event":"words",)"
-            + at40
-            + R"(,"speaker":"assistant","text":"Anything else?"})"
-              "\n"
-              R"({"event":"reply",)"
-            + at40
-            + R"(,"answered":true,"text":"Noted. Anything else?"})"
-              "\n"
-              R"({"event":"words",)"
-            + at40
-            + R"(,"speaker":"user","source":"spoken","text":"hello?"})"
-              "\n"
-              R"({"event":"reply",)"
-            + at40
-            + R"(,"answered":false,"text":""})"
-              "\n"
-              R"({"event":"problem",)"
-            + at40
-            + R"(,"text":"Trouble."})"
-              "\n"
-              R"({"event":"closed",)"
-            + at40
-            + R"(,"reason":"gone","failed":true,"text":"Lost.","unsent":["one more"]})"
-              "\n");
+    std::string expected = R"({"event":"phase","at":"2026-11-21T10:00:00.000Z","ms":0,"phase":"connecting"})"
+                           "\n";
+    const auto expect = [&expected](const std::string& event, const std::string& fields) {
+        expected += R"({"event":")" + event + R"(","at":"2026-11-21T10:00:00.040Z","ms":40,)" + fields + "}\n";
+    };
+    expect("phase", R"("phase":"active")");
+    expect("words", R"("speaker":"user","source":"typed","text":"keep milk")");
+    expect("tool_call", R"("id":"call_1","name":"keep_note","args":{"title":"milk"})");
+    expect("tool_result", R"("id":"call_1","name":"keep_note","result":{"status":"kept","title":"Milk"})");
+    expect("words", R"("speaker":"assistant","text":"Noted.")");
+    expect("words", R"("speaker":"assistant","text":"Anything else?")");
+    expect("reply", R"("answered":true,"text":"Noted. Anything else?")");
+    expect("words", R"("speaker":"user","source":"spoken","text":"hello?")");
+    expect("reply", R"("answered":false,"text":"")");
+    expect("problem", R"("text":"Trouble.")");
+    expect("closed", R"("reason":"gone","failed":true,"text":"Lost.","unsent":["one more"])");
+    ThoughtSummary thought;
+    for (const char* piece : {"**Look", "ing**\n", "Found."}) {
+        thought.add(piece);
+        view.thoughtChanged(thought);
+    }
+    view.planChanged(moving);
+    view.assistantSaid("Here.");
+    expect("thinking", R"("text":"Looking")");
+    expect("plan", R"("goal":"Move","steps":[{"number":1,"text":"Pack","done":true}],"facts":[])");
+    expect("thinking", R"("text":"Found.")");
+    expect("words", R"("speaker":"assistant","text":"Here.")");
+    EXPECT_EQ(out.str(), expected);
 }
 
 TEST(ConversationText, showsRepliesAndKeepsProblemsApart)
@@ -103,16 +85,46 @@ TEST(ConversationText, showsRepliesAndKeepsProblemsApart)
     VirtualScheduler clock;
     ConversationText plain(out, errors, {});
     hold(plain, clock);
-    EXPECT_EQ(out.str(), "  · keep_note  title: milk\n  · keep_note  status: kept, count: 2\nNoted.\nAnything else?\n");
+    plain.planChanged(moving);
+    EXPECT_EQ(out.str(), "  · Note kept: Milk\nNoted.\nAnything else?\n  · [x] 1. Pack\n");
     EXPECT_EQ(errors.str(), "No answer came. Ask again.\nTrouble.\nLost.\nNot sent: one more\n");
 
     out.str("");
-    ConversationText coloured(out, errors, {ConversationText::Colour::ansi, ConversationText::Speakers::named, {}});
+    ConversationText::Style style{TerminalColour::ansi, ConversationText::Speakers::named};
+    style.tools = ConversationText::Tools::whole;
+    style.columns = [] { return std::size_t(20); };
+    ConversationText coloured(out, errors, style);
     hold(coloured, clock);
     EXPECT_EQ(out.str(),
-        "You: keep milk\n\x1b[2m  · keep_note  title: milk\x1b[0m\n"
-        "\x1b[2m  · keep_note  status: kept, count: 2\x1b[0m\nQuorvell: Noted.\nQuorvell: Anything else?\n"
-        "You: hello?\n");
+        "You: keep milk\n\x1b[2m  · keep_note\n    {\"title\":\"milk\"}\x1b[0m\n"
+        "\x1b[2m  · keep_note\n    {\"status\":\"kept\",\"title\":\"Milk\"}\x1b[0m\n"
+        "Quorvell: Noted.\nQuorvell: Anything\nelse?\nYou: hello?\n");
+}
+
+TEST(ToolText, tellsWhatWasDoneInAFewWords)
+{
+    struct Row {
+        const char* tool;
+        Json answer;
+        const char* told; ///< Null: the assistant's words tell it.
+    };
+    const Row rows[] = {
+        {"set_reminder",
+            {{"status", "set"}, {"task", "Call mum"}, {"when", "Sunday at 5 PM"}, {"repeat_words", "every week"}},
+            "Reminder set: Call mum, Sunday at 5 PM, every week"},
+        {"set_reminder", {{"status", "done"}, {"task", "Bins"}, {"next", "Monday"}},
+            "Reminder done: Bins, next Monday"},
+        {"set_reminder", {{"status", "reminders"}, {"count", 1}}, "Reminders looked up: 1 reminder"},
+        {"set_reminder", {{"status", "which_time"}, {"task", "Bins"}}, nullptr},
+        {"whats_on", {{"status", "agenda"}, {"count", 3}}, "Calendar looked up: 3 entries"},
+        {"find_free_time", {{"status", "free"}, {"slots", Json::array()}}, "Free time looked up: no free times"},
+        {"add_event", {{"error", "start is missing."}}, "not done: add event"},
+        {"look_up", {{"answer", "42"}}, "done: look up"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(ToolText::of({"call_1", row.tool, row.answer}),
+            row.told ? std::optional<std::string>(row.told) : std::nullopt)
+            << row.tool;
 }
 
 TEST(WorkStatus, tellsOnlyOfLongWaitsAndMakesRoomForWords)
@@ -134,11 +146,48 @@ TEST(WorkStatus, tellsOnlyOfLongWaitsAndMakesRoomForWords)
     EXPECT_EQ(written(), "\x1b[2mWorking: look up … 2 s (Ctrl+C stops)\x1b[0m");
     line.aside([&] { out << "said\n"; });
     EXPECT_EQ(written(), "\r\x1b[Ksaid\n\x1b[2mWorking: look up … 2 s (Ctrl+C stops)\x1b[0m");
+    ThoughtSummary thought;
+    thought.add("**Comparing both**\n");
+    status.thoughtChanged(thought);
+    clock.advance(1s);
+    EXPECT_EQ(written(), "\r\x1b[K\x1b[2mWorking: Comparing both … 3 s (Ctrl+C stops)\x1b[0m");
+    status.assistantReplyGrew("It is\nhere, 日本");
+    EXPECT_EQ(written(), "\r\x1b[K\x1b[2mIt is here, 日本 …\x1b[0m");
     status.turnCompleted(Outcome::answered);
     EXPECT_EQ(written(), "\r\x1b[K");
     clock.advance(1min);
     EXPECT_EQ(written(), "");
     EXPECT_EQ(clock.pendingTimers(), 0U);
+}
+
+TEST(TalkStatus, tellsWhoseTurnItIs)
+{
+    std::ostringstream out;
+    VirtualScheduler clock;
+    StatusLine line(out, TerminalColour::none);
+    TalkStatus status(clock, line, [] { return 65.0; });
+    const auto shows = [&](const std::string& text) {
+        return std::exchange(out, std::ostringstream()).str().find(text) != std::string::npos;
+    };
+    status.phaseChanged(SessionPhase::connecting);
+    EXPECT_TRUE(shows("calling the assistant"));
+    status.phaseChanged(SessionPhase::active);
+    status.earChanged(SessionObserver::Ear::open);
+    EXPECT_TRUE(shows("listening    ▯▯▯▯▯▯▯▯  · today 1 min 5 s"));
+    status.earChanged(SessionObserver::Ear::hearing);
+    EXPECT_TRUE(shows("hearing you"));
+    status.earChanged(SessionObserver::Ear::open);
+    status.userSaid("hello", Words::spoken);
+    EXPECT_TRUE(shows("thinking"));
+    status.toolCalled({"call_1", "whats_on", {}});
+    EXPECT_TRUE(shows("· whats on …"));
+    status.assistantWordsHeard("Hi");
+    EXPECT_TRUE(shows("speaking"));
+    status.turnCompleted(Outcome::answered);
+    status.restChanged(Doze::dozing);
+    EXPECT_TRUE(shows("resting; talk to wake it"));
+    status.earChanged(SessionObserver::Ear::muted);
+    EXPECT_TRUE(shows("muted"));
 }
 
 TEST(ConversationText, neverLetsForeignTextMoveTheCursor)
@@ -147,10 +196,7 @@ TEST(ConversationText, neverLetsForeignTextMoveTheCursor)
                                           "31mc\n\td é"),
         "a[2Jb31mc\n\td é");
     EXPECT_EQ(ConversationText::printable("\xC2"), "\xEF\xBF\xBD");
-    const std::string summary =
-        ConversationText::summary({{"text", "a\nb"}, {"list", {1, 2}}, {"long", std::string(300, 'x')}});
-    EXPECT_EQ(summary.substr(0, 27), "text: a b, list: [1,2], lon");
-    EXPECT_TRUE(summary.ends_with("x…"));
+    EXPECT_EQ(ConversationText::oneLine("a\nb" + std::string(300, 'x')), "a b" + std::string(156, 'x') + "…");
 }
 
 } // namespace

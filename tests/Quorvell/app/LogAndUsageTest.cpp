@@ -33,7 +33,7 @@ TEST(LogTimeline, toldByRunWithPausesAndProblemsMarked)
     EXPECT_EQ(LogTimeline::heading(timeline.conversations[0], berlin),
         "aa1  2026-11-21 11:00  8 s, 3 events, 1 of them a problem");
     EXPECT_EQ(LogTimeline::lines(timeline.conversations[0], berlin),
-        (std::vector<std::string>{"11:00:00.000   session started              after_ms: 120", "              … 10 s",
+        (std::vector<std::string>{"11:00:00.000   session started              after 120 ms", "              … 10 s",
             "11:00:09.500 ! session lost                 code: 1006, reason: a[2Jb",
             "              … the clock was set back", "11:00:08.000   clock changed"}));
     EXPECT_EQ(timeline.find("aa1")->id, "aa1");
