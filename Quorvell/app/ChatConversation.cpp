@@ -37,9 +37,19 @@ void ChatConversation::interrupt()
         tell("Ctrl+C once more leaves.");
 }
 
+void ChatConversation::assistantSaid(const std::string&)
+{
+    m_hasOnlyProblem = false;
+}
+
+void ChatConversation::problemArose(const std::string&)
+{
+    m_hasOnlyProblem = true;
+}
+
 void ChatConversation::turnCompleted(TurnOutcome outcome)
 {
-    if (outcome == TurnOutcome::unanswered)
+    if (std::exchange(m_hasOnlyProblem, false) || outcome == TurnOutcome::unanswered)
         m_exitCode = couldNot;
     m_isBrokenOff = outcome == TurnOutcome::brokenOff;
     if (!m_isEnding && !m_isBrokenOff)
@@ -106,8 +116,7 @@ void ChatConversation::carryOut(const ChatWord& word)
     case ChatWord::Kind::quit:
         return end("the user left");
     case ChatWord::Kind::unknown:
-        tell("There is no /" + word.word
-            + "; /help lists what there is. Begin the line with a space to say it to the assistant.");
+        tell(ChatWord::unknownText(word.word));
         break;
     }
     askForMessage();

@@ -34,6 +34,8 @@ public:
     /// A person's first one stops the answer (or drops the half-typed line), the second leaves.
     void interrupt();
 
+    void assistantSaid(const std::string& text) override;
+    void problemArose(const std::string& sentence) override;
     void turnCompleted(TurnOutcome outcome) override;
     void conversationEnded(const SessionEnd& end) override;
 
@@ -54,6 +56,7 @@ private:
     int m_exitCode = 0;
     bool m_isEnding = false;
     bool m_isBrokenOff = false; ///< The last turn.
+    bool m_hasOnlyProblem = false; ///< This turn: something went wrong, and nothing was said after it.
     bool m_isAsking = false; ///< The line source owes a message.
     bool m_isVoiceOff = false;
     bool m_wasInterrupted = false; ///< Since the last message.

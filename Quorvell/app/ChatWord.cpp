@@ -1,10 +1,12 @@
 #include "Quorvell/app/ChatWord.h"
 
+#include "Quorvell/app/NearestWord.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
+#include <vector>
 
 namespace quorvell {
 
@@ -16,16 +18,18 @@ struct Known {
     const char* meaning; ///< Empty for a second name.
 };
 constexpr std::array knownWords{
-    Known{"help", ChatWord::Kind::help, "/help              this list"},
+    Known{"help", ChatWord::Kind::help, "/help                  this list"},
     Known{"mode", ChatWord::Kind::mode, "/mode [guide|auto|do]  how much Quorvell does by itself"},
-    Known{"mute", ChatWord::Kind::mute, "/mute              voice or microphone off, and on again"},
-    Known{"usage", ChatWord::Kind::usage, "/usage             minutes spoken, and what this conversation used"},
-    Known{"quit", ChatWord::Kind::quit, "/quit              leave (so does Ctrl+D, and Ctrl+C twice)"},
+    Known{"mute", ChatWord::Kind::mute, "/mute                  voice or microphone off, and on again"},
+    Known{"usage", ChatWord::Kind::usage, "/usage                 minutes spoken, and what this conversation used"},
+    Known{"quit", ChatWord::Kind::quit, "/quit                  leave (so does Ctrl+D, and Ctrl+C twice)"},
     Known{"exit", ChatWord::Kind::quit, ""},
 };
 
 constexpr std::array<std::pair<const char*, HelpMode>, 3> modes{
     {{"guide", HelpMode::guide}, {"auto", HelpMode::auto_}, {"do", HelpMode::do_}}};
+
+constexpr std::string_view hint = "A line that begins with a space is always for the assistant.";
 
 bool isWordLetter(char letter)
 {
@@ -72,7 +76,18 @@ std::string ChatWord::overview()
     for (const Known& known : knownWords)
         if (*known.meaning != '\0')
             lines += std::string("  ") + known.meaning + "\n";
-    return lines + "  A line that begins with a space is always for the assistant.";
+    return lines + "  " + std::string(hint);
+}
+
+std::string ChatWord::unknownText(const std::string& word)
+{
+    std::vector<std::string> words;
+    for (const Known& known : knownWords)
+        words.push_back(std::string("/") + known.word);
+    const std::string nearest = nearestWord("/" + word, words);
+    return "There is no /" + word
+        + (nearest.empty() ? "; /help lists what there is." : ". Did you mean " + nearest + "?") + " "
+        + std::string(hint);
 }
 
 } // namespace quorvell

@@ -24,6 +24,8 @@ struct ChatWord {
     static const char* nameOf(HelpMode mode);
     /// What /help prints.
     static std::string overview();
+    /// For a word that is none.
+    static std::string unknownText(const std::string& word);
 
     bool operator==(const ChatWord&) const = default;
 };

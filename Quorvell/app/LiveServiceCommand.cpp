@@ -210,7 +210,7 @@ int serve(const Options& options, const ProgramEnvironment& environment, const T
 std::function<int()> addLiveServiceCommand(CLI::App& program, const ProgramEnvironment& environment)
 {
     CLI::App* command = program.add_subcommand("live-service",
-        "The live service on this computer: speech, reminders and notes without an account or a network.");
+        "The live service on this computer: speech, reminders and notes without an account or a network");
     auto options = std::make_shared<Options>();
     command
         ->add_option("--host", options->host, "Address to listen at. Without --tls-certificate nothing is encrypted.")

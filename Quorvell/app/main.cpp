@@ -3,6 +3,7 @@
 #include "Quorvell/app/AgentCommand.h"
 #include "Quorvell/app/ChatCommand.h"
 #include "Quorvell/app/DoctorCommand.h"
+#include "Quorvell/app/HelpText.h"
 #include "Quorvell/app/LiveServiceCommand.h"
 #include "Quorvell/app/LogCommand.h"
 #include "Quorvell/app/NotesCommand.h"
@@ -68,6 +69,7 @@ int main(int argumentCount, char** arguments)
     environment.notebookFolder = settings.notebookFolder.value_or(environment.notebookFolder);
     environment.calendarFolder = settings.calendarFolder.value_or(environment.calendarFolder);
     CLI::App program("A voice assistant for your desktop.", "quorvell");
+    quorvell::useHelpText(program);
     program.require_subcommand(0, 1);
     const std::vector<Command> commands = declareCommands(program, environment);
     try {

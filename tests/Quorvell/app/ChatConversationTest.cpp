@@ -1,10 +1,6 @@
 #include "Quorvell/app/ChatConversation.h"
 
-#include "FakeLiveConnection.h"
-#include "Quorvell/app/ObserverGroup.h"
-#include "Quorvell/app/SilentPlayer.h"
-#include "RecordingObserver.h"
-#include "VirtualScheduler.h"
+#include "SessionBench.h"
 
 #include <gtest/gtest.h>
 
@@ -15,11 +11,6 @@ namespace quorvell {
 namespace {
 
 using namespace std::chrono_literals;
-
-class NoLog : public EventLog {
-public:
-    void record(std::string_view, const Json&) override { }
-};
 
 /// Lines that are there as soon as they are asked for, and then the end, unless the writer is slow.
 class ReadyLines : public LineSource {
@@ -57,31 +48,36 @@ private:
     Report m_report;
 };
 
-class ChatConversationTest : public testing::Test {
+class ChatConversationTest : public testing::Test, protected SessionBench {
 protected:
     void begin(ChatConversation::Partner partner)
     {
         chat.emplace(
             ChatConversation::Ports{scheduler, lines, [this](int code) { exitCode = code; },
-                [this](const std::string& sentence) { told.push_back(sentence); }, [] { return std::string("used"); }},
+                [this](const std::string& sentence) { notes.push_back(sentence); }, [] { return std::string("used"); }},
             partner);
-        observers.emplace(std::vector<SessionAudience*>{&recording, &*chat});
-        const auto connections = [this](LiveConnectionObserver& session, LiveMedium) {
-            auto made = std::make_unique<FakeLiveConnection>(session);
-            wire = made.get();
-            ++connectionsMade;
-            return made;
-        };
+        audience = &*chat;
         SessionSettings settings;
         settings.replies = SessionSettings::Replies::shown;
         settings.greeting = partner == ChatConversation::Partner::person ? SessionSettings::Greeting::spoken
                                                                          : SessionSettings::Greeting::none;
-        controller.emplace(
-            SessionController::Ports{scheduler, connections, player, log, *observers, tools, nullptr}, settings);
-        chat->begin(*controller);
+        chat->begin(make(settings));
         scheduler.settle();
     }
-    void becomeActive() { wire->report(live_event::SetupComplete{"sess_1"}); }
+    /// A person's conversation, greeted, in which the test types.
+    void beginGreeted()
+    {
+        lines.isSlow = true;
+        begin(ChatConversation::Partner::person);
+        becomeReady();
+        answer("Hi!");
+    }
+    /// A script's conversation.
+    void beginWith(std::deque<std::string> typed)
+    {
+        lines.lines = std::move(typed);
+        begin(ChatConversation::Partner::script);
+    }
     void answer(const std::string& text)
     {
         wire->reportText(text);
@@ -93,37 +89,28 @@ protected:
         wire->closeWith(closure);
         scheduler.settle();
     }
+    bool wasSentLast(const std::string& text) const { return wire->sent.back().ends_with(text); }
 
-    VirtualScheduler scheduler;
     ReadyLines lines{scheduler};
-    RecordingObserver recording;
-    SilentPlayer player;
-    NoLog log;
-    ToolRegistry registry;
-    ToolDispatcher tools{registry};
-    FakeLiveConnection* wire = nullptr;
-    int connectionsMade = 0;
     std::optional<int> exitCode;
-    std::vector<std::string> told;
+    std::vector<std::string> notes; ///< From the program itself.
     std::optional<ChatConversation> chat;
-    std::optional<ObserverGroup> observers;
-    std::optional<SessionController> controller;
 };
 
-using Partner = ChatConversation::Partner;
+const LiveClosure lost{.code = 1006, .reason = "gone", .sentence = "Lost."};
+const LiveClosure refused{.code = 401, .reason = "refused", .mustUserAct = true, .sentence = "Key refused."};
 
 TEST_F(ChatConversationTest, aScriptsLinesGoOneTurnAtATime)
 {
-    lines.lines = {"", "one", "  ", "two"};
-    begin(Partner::script);
-    becomeActive();
-    EXPECT_TRUE(wire->sent.back().ends_with(" one"));
-    wire->report(live_event::ToolCall{{{"call_1", "nothing", {}}}});
+    beginWith({"", "one", "  ", "two"});
+    becomeReady();
+    EXPECT_TRUE(wasSentLast(" one"));
+    callTool("call_1", "nothing");
     wire->reportText("First, ");
     scheduler.advance(30s); // The backend still works, so the second line waits.
     EXPECT_EQ(lines.asked, 2);
     answer("done.");
-    EXPECT_TRUE(wire->sent.back().ends_with(" two"));
+    EXPECT_TRUE(wasSentLast(" two"));
     answer("Done too.");
     EXPECT_EQ(wire->sent.back(), "close");
     EXPECT_EQ(exitCode, std::nullopt);
@@ -134,69 +121,71 @@ TEST_F(ChatConversationTest, aScriptsLinesGoOneTurnAtATime)
 
 TEST_F(ChatConversationTest, withoutAWordNothingConnects)
 {
-    begin(Partner::script);
+    beginWith({});
     EXPECT_EQ(exitCode, 0);
     EXPECT_EQ(connectionsMade, 0);
 }
 
 TEST_F(ChatConversationTest, aScriptEndsWithTheFirstFailure)
 {
-    lines.lines = {"one", "two"};
-    begin(Partner::script);
-    becomeActive();
-    close({.code = 401, .reason = "refused", .mustUserAct = true, .sentence = "Key refused."});
+    beginWith({"one", "two"});
+    becomeReady();
+    close(refused);
     EXPECT_EQ(exitCode, 1);
     EXPECT_EQ(lines.lines.size(), 1U);
 }
 
 TEST_F(ChatConversationTest, aConnectionLostBetweenTurnsIsMadeAnew)
 {
-    lines.lines = {"one"};
     lines.isSlow = true;
-    begin(Partner::script);
-    becomeActive();
+    beginWith({"one"});
+    becomeReady();
     answer("Done.");
-    close({.code = 1006, .reason = "gone", .sentence = "Lost."});
+    close(lost);
     EXPECT_EQ(exitCode, std::nullopt);
     scheduler.advance(9s);
     EXPECT_EQ(connectionsMade, 2);
-    becomeActive();
+    becomeReady();
     lines.type("two");
     scheduler.settle();
-    EXPECT_TRUE(wire->sent.back().ends_with(" two"));
+    EXPECT_TRUE(wasSentLast(" two"));
 }
 
 TEST_F(ChatConversationTest, anUnansweredLineIsNotedInTheExitCode)
 {
-    lines.lines = {"one"};
-    begin(Partner::script);
-    becomeActive();
-    scheduler.advance(2min);
-    close({});
-    EXPECT_EQ(exitCode, 1);
+    for (const bool isProblemTold : {false, true}) {
+        beginWith({"one"});
+        becomeReady();
+        if (isProblemTold) {
+            wire->report(live_event::ServerError{{}, "Too many requests."});
+            wire->report(live_event::BackendIdle{});
+        }
+        scheduler.advance(2min);
+        close({});
+        EXPECT_EQ(exitCode, 1);
+    }
 }
 
 TEST_F(ChatConversationTest, aPersonIsGreetedAndMayTryAgain)
 {
-    begin(Partner::person);
+    begin(ChatConversation::Partner::person);
     lines.lines = {"hello"};
-    becomeActive();
+    becomeReady();
     EXPECT_EQ(lines.asked, 0);
     answer("Hi!");
-    EXPECT_TRUE(wire->sent.back().ends_with(" hello"));
+    EXPECT_TRUE(wasSentLast(" hello"));
     lines.lines = {"again"};
-    close({.code = 1006, .reason = "gone", .sentence = "Lost."});
+    close(lost);
     EXPECT_EQ(exitCode, std::nullopt);
     scheduler.advance(9s);
     EXPECT_EQ(connectionsMade, 2);
-    close({.code = 401, .reason = "refused", .mustUserAct = true, .sentence = "Key refused."});
+    close(refused);
     EXPECT_EQ(exitCode, 1);
 }
 
 TEST_F(ChatConversationTest, anInterruptOfAScriptEndsItCleanly)
 {
-    lines.lines = {"one"};
-    begin(Partner::script);
+    beginWith({"one"});
     chat->interrupt(); // While connecting.
     EXPECT_EQ(wire->sent.back(), "close");
     close({});
@@ -205,10 +194,7 @@ TEST_F(ChatConversationTest, anInterruptOfAScriptEndsItCleanly)
 
 TEST_F(ChatConversationTest, aPersonsFirstInterruptStopsTheAnswerOrDropsTheLineAndTheSecondLeaves)
 {
-    begin(Partner::person);
-    lines.isSlow = true;
-    becomeActive();
-    answer("Hi!");
+    beginGreeted();
     lines.type("tell me a long story");
     scheduler.settle();
     EXPECT_TRUE(controller->isTurnOpen());
@@ -222,7 +208,7 @@ TEST_F(ChatConversationTest, aPersonsFirstInterruptStopsTheAnswerOrDropsTheLineA
     lines.isHalfTyped = true;
     chat->interrupt();
     EXPECT_FALSE(lines.isHalfTyped);
-    EXPECT_TRUE(told.empty());
+    EXPECT_TRUE(notes.empty());
     chat->interrupt();
     EXPECT_EQ(wire->sent.back(), "close");
     close({});
@@ -231,23 +217,20 @@ TEST_F(ChatConversationTest, aPersonsFirstInterruptStopsTheAnswerOrDropsTheLineA
 
 TEST_F(ChatConversationTest, wordsForTheProgramNeverReachTheModel)
 {
-    begin(Partner::person);
-    lines.isSlow = true;
-    becomeActive();
-    answer("Hi!");
+    beginGreeted();
     struct Row {
         const char* typed;
         const char* told;
     };
     const Row rows[] = {{"/help", "/mode"}, {"/mode", "Mode: guide"}, {"/mode loud", "three modes"}, {"/usage", "used"},
-        {"/mute", "--aloud"}, {"/sing", "no /sing"}};
+        {"/mute", "--aloud"}, {"/sing", "no /sing"}, {"/hepl", "mean /help?"}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.typed);
-        told.clear();
+        notes.clear();
         lines.type(row.typed);
-        ASSERT_EQ(told.size(), 1U);
-        EXPECT_NE(told[0].find(row.told), std::string::npos) << told[0];
-        EXPECT_FALSE(wire->sent.back().ends_with(row.typed));
+        ASSERT_EQ(notes.size(), 1U);
+        EXPECT_NE(notes[0].find(row.told), std::string::npos) << notes[0];
+        EXPECT_FALSE(wasSentLast(row.typed));
     }
     lines.type("/mode do");
     EXPECT_EQ(controller->helpMode(), HelpMode::do_);
