@@ -45,6 +45,22 @@ std::string whyNotWritable(const std::string& folder)
     return {};
 }
 
+constexpr QLatin1String notificationService("org.freedesktop.Notifications");
+constexpr QLatin1String calendarService("org.gnome.evolution.dataserver.Calendar"); // A version number follows.
+
+/// Whether a service whose name begins so runs, or is started when it is asked for.
+bool isOnBus(QLatin1String name)
+{
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return false;
+    const auto isMeant = [name](const QString& service) { return service.startsWith(name); };
+    const QStringList running = bus.interface()->registeredServiceNames().value();
+    const QStringList startable = bus.interface()->activatableServiceNames().value();
+    return std::any_of(running.begin(), running.end(), isMeant)
+        || std::any_of(startable.begin(), startable.end(), isMeant);
+}
+
 bool looksLikeKey(const std::string& key)
 {
     return key.size() >= 8 && std::none_of(key.begin(), key.end(), [](unsigned char letter) {
@@ -66,8 +82,9 @@ void Doctor::examine(std::function<void(const std::vector<DoctorFinding>&)> done
     const UserSettings::Reading reading = UserSettings::read(m_environment.configFolder + "/settings.json");
     const UserSettings& settings = reading.settings;
     m_findings = {Doctor::settings(reading), keys(m_environment, settings.backend),
-        notebook(m_environment.notebookFolder), stateFolder(m_environment.stateFolder),
-        models(m_environment.programFolder)};
+        notebook(m_environment.notebookFolder),
+        calendar(m_environment.calendarFolder, m_environment.hasSessionBus && isOnBus(calendarService)),
+        stateFolder(m_environment.stateFolder), models(m_environment.programFolder)};
     for (DoctorFinding& finding : bus(m_environment.hasSessionBus))
         m_findings.push_back(std::move(finding));
 
@@ -138,6 +155,17 @@ DoctorFinding Doctor::notebook(const std::string& folder)
         "Make the folder yours to write to, or choose another one: \"notebook_folder\" in the settings."};
 }
 
+DoctorFinding Doctor::calendar(const std::string& folder, bool isOfDesktop)
+{
+    const std::string why = whyNotWritable(folder);
+    if (isOfDesktop)
+        return {"calendar", Verdict::works, "the desktop's calendars, and " + folder};
+    if (why.empty())
+        return {"calendar", Verdict::works, folder};
+    return {"calendar", Verdict::limited, "no event can be kept in " + folder + ": " + why,
+        "Make the folder yours to write to, or choose another one: \"calendar_folder\" in the settings."};
+}
+
 DoctorFinding Doctor::stateFolder(const std::string& folder)
 {
     const std::string why = whyNotWritable(folder);
@@ -164,10 +192,7 @@ std::vector<DoctorFinding> Doctor::bus(bool hasSessionBus)
             "program cannot share the notebook",
             "Start Quorvell from a desktop session."}};
     std::vector<DoctorFinding> findings{{"session bus", Verdict::works, "connected"}};
-    const QString name = QStringLiteral("org.freedesktop.Notifications");
-    const bool isThere =
-        bus.interface()->isServiceRegistered(name) || bus.interface()->activatableServiceNames().value().contains(name);
-    findings.push_back(isThere
+    findings.push_back(isOnBus(notificationService)
             ? DoctorFinding{"notifications", Verdict::works, "the desktop shows them"}
             : DoctorFinding{"notifications", Verdict::limited, "no program of the desktop shows notifications",
                 "Install one, such as dunst; until then reminders show in the terminal only."});

@@ -26,6 +26,8 @@ public:
     static DoctorFinding settings(const UserSettings::Reading& reading);
     static DoctorFinding keys(const ProgramEnvironment& environment, LiveBackend backend);
     static DoctorFinding notebook(const std::string& folder);
+    /// `isOfDesktop`: a service of the desktop keeps calendars.
+    static DoctorFinding calendar(const std::string& folder, bool isOfDesktop);
     static DoctorFinding stateFolder(const std::string& folder);
     static DoctorFinding models(const std::string& programFolder);
     static std::vector<DoctorFinding> bus(bool hasSessionBus);

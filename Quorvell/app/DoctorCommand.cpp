@@ -2,6 +2,7 @@
 
 #include "Quorvell/app/Doctor.h"
 #include "Quorvell/app/ProgramLoop.h"
+#include "Quorvell/app/TerminalColumns.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -13,10 +14,13 @@ namespace quorvell {
 
 namespace {
 
-void print(const std::vector<DoctorFinding>& findings, bool asJson)
+void print(const std::vector<DoctorFinding>& findings, const ProgramEnvironment& environment, bool asJson)
 {
+    const std::size_t columns = outputColumns(environment);
     for (const DoctorFinding& finding : findings)
-        std::cout << (asJson ? dumpJson(finding.json()) : finding.text()) << "\n";
+        std::cout << (asJson ? dumpJson(finding.json()) : finding.text(columns)) << "\n";
+    if (!asJson)
+        std::cout << "\n" << DoctorFinding::summary(findings) << "\n";
     std::cout << std::flush;
 }
 
@@ -24,8 +28,8 @@ int runDoctor(const ProgramEnvironment& environment, bool asJson)
 {
     ProgramLoop loop;
     Doctor doctor(environment, loop.scheduler());
-    doctor.examine([asJson](const std::vector<DoctorFinding>& findings) {
-        print(findings, asJson);
+    doctor.examine([&environment, asJson](const std::vector<DoctorFinding>& findings) {
+        print(findings, environment, asJson);
         ProgramLoop::end(DoctorFinding::exitCode(findings));
     });
     return loop.run();

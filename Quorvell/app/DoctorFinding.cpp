@@ -1,10 +1,12 @@
 #include "Quorvell/app/DoctorFinding.h"
 
 #include "Quorvell/app/ConversationText.h"
+#include "QuorvellCore/text/ColumnText.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <utility>
 
 namespace quorvell {
 
@@ -23,16 +25,22 @@ const char* nameOf(DoctorFinding::Verdict verdict)
     return "";
 }
 
+auto countOf(const std::vector<DoctorFinding>& findings, DoctorFinding::Verdict verdict)
+{
+    return std::count_if(findings.begin(), findings.end(),
+        [verdict](const DoctorFinding& finding) { return finding.verdict == verdict; });
+}
+
 } // namespace
 
-std::string DoctorFinding::text() const
+std::string DoctorFinding::text(std::size_t columns) const
 {
     constexpr std::size_t verdictWidth = 9;
     std::string line = nameOf(verdict);
     line.resize(verdictWidth, ' ');
-    line += subject + ": " + ConversationText::printable(finding);
+    line = wrappedToColumns(line + subject + ": " + ConversationText::printable(finding), columns, verdictWidth);
     if (!advice.empty())
-        line += "\n" + std::string(verdictWidth, ' ') + ConversationText::printable(advice);
+        line += "\n" + wrappedToColumns(std::string(verdictWidth, ' ') + ConversationText::printable(advice), columns);
     return line;
 }
 
@@ -43,10 +51,16 @@ Json DoctorFinding::json() const
 
 int DoctorFinding::exitCode(const std::vector<DoctorFinding>& findings)
 {
-    return std::any_of(findings.begin(), findings.end(),
-               [](const DoctorFinding& finding) { return finding.verdict == Verdict::broken; })
-        ? 1
-        : 0;
+    return countOf(findings, Verdict::broken) > 0 ? 1 : 0;
+}
+
+std::string DoctorFinding::summary(const std::vector<DoctorFinding>& findings)
+{
+    std::string counts;
+    for (const auto& [verdict, word] : {std::pair(Verdict::limited, "limited"), std::pair(Verdict::broken, "broken")})
+        if (const auto count = countOf(findings, verdict); count > 0)
+            counts += (counts.empty() ? "" : ", ") + std::to_string(count) + (count == 1 ? " is " : " are ") + word;
+    return counts.empty() ? "All is well." : counts + "; the rest is well.";
 }
 
 } // namespace quorvell

@@ -14,11 +14,16 @@ using Verdict = DoctorFinding::Verdict;
 
 constexpr const char* typingWorks = "Until then, quorvell chat works without sound.";
 
+/// A problem that is told says itself what still works.
+DoctorFinding limited(const char* subject, const std::string& problem, const char* otherwise)
+{
+    return {subject, Verdict::limited, problem.empty() ? otherwise : problem, problem.empty() ? typingWorks : ""};
+}
+
 DoctorFinding loudspeaker(const std::string& device, std::chrono::milliseconds played, const std::string& problem)
 {
     if (device.empty() || played <= std::chrono::milliseconds::zero())
-        return {"loudspeaker", Verdict::limited,
-            problem.empty() ? "the sound server takes no sound, or plays none of it" : problem, typingWorks};
+        return limited("loudspeaker", problem, "the sound server takes no sound, or plays none of it");
     return {"loudspeaker", Verdict::works, device};
 }
 
@@ -45,8 +50,7 @@ DoctorFinding SoundCheck::microphone(
     const std::string& device, std::size_t chunks, float loudest, const std::string& problem)
 {
     if (device.empty() || chunks == 0)
-        return {"microphone", Verdict::limited, problem.empty() ? "it is there, and no sound comes from it" : problem,
-            typingWorks};
+        return limited("microphone", problem, "it is there, and no sound comes from it");
     if (loudest <= 0)
         return {"microphone", Verdict::limited, device + " gives nothing but complete silence",
             "Look whether it is muted, by a switch on it or in the sound settings of the desktop."};
@@ -57,7 +61,7 @@ void SoundCheck::open(const std::string& problem)
 {
     const std::string trouble = problem.empty() ? m_sound.problemOfChoice() : problem;
     if (!trouble.empty())
-        return m_done({{"sound", Verdict::limited, trouble, typingWorks}});
+        return m_done({limited("sound", trouble, "")});
     m_sound.capture().open();
     constexpr std::size_t silentBytes = 24'000; // Half a second at 24000 Hz.
     m_sound.player().play(Bytes(silentBytes));

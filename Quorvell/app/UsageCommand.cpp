@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
 
@@ -49,8 +50,11 @@ int runUsage(const ProgramEnvironment& environment, bool asJson)
         return 0;
     }
     std::cout << "With a hosted model:\n" << UsageText::ofDays(hosted.book(), hosted.today()) << "\n";
-    if (settings.dailyMinutes)
-        std::cout << "Your limit is " << settings.dailyMinutes->count() << " minutes a day.\n";
+    if (settings.dailyMinutes) {
+        const double left = 60.0 * static_cast<double>(settings.dailyMinutes->count()) - hosted.secondsToday();
+        std::cout << "Your limit is " << settings.dailyMinutes->count() << " minutes a day; "
+                  << UsageText::duration(std::max(left, 0.0)) << " are left today.\n";
+    }
     std::cout << "\nOn this computer, free of charge:\n"
               << UsageText::ofDays(onDevice.book(), onDevice.today()) << std::endl;
     return 0;
