@@ -90,7 +90,8 @@ std::string Assistant::openNotebookAndTools(const ProgramEnvironment& environmen
     const auto now = [this] { return m_scheduler.wallClock(); };
     registerReminderTools(m_registry, *m_notebook, {now, m_calendar, freshNoteID});
     m_agenda = openAgenda(environment, m_scheduler);
-    registerAgendaTools(m_registry, *m_agenda, *m_notebook, {now, m_calendar, freshEventUid, &m_heard});
+    registerAgendaTools(
+        m_registry, *m_agenda, *m_notebook, {now, m_calendar, freshEventUid, &m_heard, m_settings.wakingHours});
     m_search = std::make_unique<NotebookSearch>(*m_notebook, m_scheduler);
     registerNotebookTools(
         m_registry, *m_notebook, {now, freshNoteID, m_calendar, m_search.get(), &m_heard, showOnDesktop});
