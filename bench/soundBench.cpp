@@ -15,6 +15,7 @@
 #include <sys/resource.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -217,7 +218,8 @@ double percentOfCore(const std::function<void()>& work, std::chrono::millisecond
 /// A resting assistant: the microphone is open, and the ear listens for words. Our process alone is measured.
 void measureRest(const char* name, float level, const std::string& programFolder, std::chrono::milliseconds length)
 {
-    PrivatePulse pulse({"module-null-sink sink_name=speaker rate=48000 channels=1"}, {"speaker"});
+    PrivatePulse pulse({"module-null-sink sink_name=speaker rate=48000 channels=1"});
+    pulse.control("info");
     const std::string noise = pulse.folder() + "/noise";
     std::mt19937 chance(1);
     std::normal_distribution<float> sample(0, level / 4);
@@ -227,8 +229,8 @@ void measureRest(const char* name, float level, const std::string& programFolder
     std::ofstream(noise, std::ios::binary)
         .write(reinterpret_cast<const char*>(pcm.data()), static_cast<std::streamsize>(pcm.size()));
     const std::string play = "pacat -s " + pulse.address()
-        + " -d speaker --latency-msec=20 --rate=24000 --channels=1 --format=s16le " + noise + " 2>/dev/null &";
-    if (level > 0 && std::system(play.c_str()) != 0)
+        + " -d speaker --latency-msec=500 --rate=24000 --channels=1 --format=s16le " + noise + " 2>/dev/null &";
+    if (std::system(play.c_str()) != 0) // As lazy as it gets, so that the microphone comes at the pace that we ask for.
         return;
 
     RealScheduler scheduler;
@@ -247,7 +249,7 @@ void measureRest(const char* name, float level, const std::string& programFolder
             [](const std::string& sentence) { std::fprintf(stderr, "%s\n", sentence.c_str()); }, [] {}});
     capture.chooseDevice("speaker.monitor");
     capture.open();
-    scheduler.run(6s);
+    scheduler.run(12s);
     chunks = 0;
     print(name, {percentOfCore([&] { scheduler.run(length); }, length)}, "% of a core");
     std::fprintf(stderr, "%s: %d chunks heard, %d onsets\n", name, chunks, onsets);
@@ -259,7 +261,7 @@ void measureCanceller()
         speech("slt", "Your next event is the choir at seven. The monthly fee goes up in January.");
     EchoReference reference;
     CaptureCleaner cleaner(reference);
-    std::vector<std::int16_t> chunk(960);
+    std::array<std::int16_t, CaptureCleaner::chunkSamples> chunk;
     constexpr auto length = 60s;
     print("echo canceller, assistant speaking",
         {percentOfCore(

@@ -25,7 +25,11 @@ public:
     void forgetUnplayed() { m_forgotten.store(m_ring.written(), std::memory_order_release); }
     /// The playing thread's: how many samples the queue to the loudspeaker normally holds.
     void setQueueLength(std::size_t samples) { m_queueLength.store(samples, std::memory_order_relaxed); }
+    /// Any thread's: another loudspeaker, or headphones plugged in; how much of it the microphone hears is not known.
+    void changePath() { m_paths.fetch_add(1, std::memory_order_relaxed); }
 
+    /// The capturing thread's: differs after each change.
+    std::uint64_t path() const { return m_paths.load(std::memory_order_relaxed); }
     /// The capturing thread's: what is played beside the next captured frame, silence where nothing is. False when
     /// nothing is.
     bool next(std::span<std::int16_t> frame);
@@ -38,6 +42,7 @@ private:
     SampleRing m_ring{capacity};
     std::atomic<std::uint64_t> m_forgotten{0}; ///< Counted from the first sample on.
     std::atomic<std::size_t> m_queueLength{960};
+    std::atomic<std::uint64_t> m_paths{0};
     std::size_t m_leastLag = capacity; ///< This and the next are the capturing thread's.
     int m_frames = 0; ///< Since the last judgement.
 };

@@ -12,7 +12,7 @@ namespace quorvell {
 
 static_assert(std::endian::native == std::endian::little, "samples travel as they lie in memory");
 
-CaptureChain::CaptureChain(EchoReference& reference, std::function<void(Bytes)> chunkReady)
+CaptureChain::CaptureChain(EchoReference& reference, std::function<void(Chunk)> chunkReady)
     : m_reference(reference)
     , m_chunkReady(std::move(chunkReady))
 {
@@ -56,7 +56,7 @@ void CaptureChain::run(const std::stop_token& stop)
             m_ring.read(chunk);
             cleaner.clean(chunk);
             const auto* bytes = reinterpret_cast<const std::uint8_t*>(chunk.data());
-            m_chunkReady(Bytes(bytes, bytes + sizeof chunk));
+            m_chunkReady({Bytes(bytes, bytes + sizeof chunk), cleaner.isResting()});
         }
     }
 }

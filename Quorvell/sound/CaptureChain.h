@@ -22,8 +22,13 @@ public:
     static constexpr std::size_t chunkSamples = 960; ///< 40 ms: what the session's gate decides about at once.
     static constexpr std::size_t longestBacklog = 24000; ///< A second; what comes while it is full is lost.
 
-    /// `chunkReady` runs on the chain's thread with 16-bit little-endian samples.
-    CaptureChain(EchoReference& reference, std::function<void(Bytes)> chunkReady);
+    struct Chunk {
+        Bytes pcm; ///< 16-bit little-endian.
+        bool isOnlyRoom = false; ///< Nobody has spoken and nothing has been played for a while.
+    };
+
+    /// `chunkReady` runs on the chain's thread.
+    CaptureChain(EchoReference& reference, std::function<void(Chunk)> chunkReady);
     ~CaptureChain();
     CaptureChain(const CaptureChain&) = delete;
     CaptureChain& operator=(const CaptureChain&) = delete;
@@ -37,7 +42,7 @@ private:
     void run(const std::stop_token& stop);
 
     EchoReference& m_reference;
-    std::function<void(Bytes)> m_chunkReady;
+    std::function<void(Chunk)> m_chunkReady;
     SampleRing m_ring{longestBacklog};
     std::atomic<bool> m_isRestarted{false};
     sem_t m_wake{};

@@ -3,33 +3,64 @@
 #include "QuorvellCore/live/gate/PCM.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quorvell {
 
-void CaptureCleaner::clean(std::span<std::int16_t> captured)
+namespace {
+
+float levelOf(std::span<const std::int16_t> samples)
 {
-    for (; captured.size() >= frameSamples; captured = captured.subspan(frameSamples))
-        cleanFrame(captured.first<frameSamples>());
+    return PCM::levelOfInt16LE({reinterpret_cast<const std::uint8_t*>(samples.data()), samples.size_bytes()});
 }
 
-void CaptureCleaner::cleanFrame(std::span<std::int16_t, frameSamples> frame)
+} // namespace
+
+void CaptureCleaner::clean(std::span<std::int16_t, chunkSamples> captured)
 {
-    const auto bytes = std::span(reinterpret_cast<const std::uint8_t*>(frame.data()), frame.size_bytes());
-    if (m_reference.next(m_played))
-        m_framesLeft = framesAfterPlaying;
-    else if (PCM::levelOfInt16LE(bytes) > quietLevel)
-        m_framesLeft = std::max(m_framesLeft, framesAfterSound);
-    if (m_framesLeft == 0)
-        return;
-    --m_framesLeft;
-    m_canceller.analyzeReverse(m_played);
-    m_canceller.process(frame);
+    const float level = levelOf(captured);
+    const bool isSteady = level <= std::max(quietLevel, soundOverNoise * m_noise.floor());
+    const bool isEchoPossible = takePlayed(level);
+    if (isEchoPossible)
+        m_chunksLeft = chunksAfterPlaying;
+    else if (!isSteady)
+        m_chunksLeft = std::max(m_chunksLeft, chunksAfterSound);
+    m_noise.hear(level);
+    if (m_chunksLeft == 0)
+        return m_noise.suppress(captured);
+    --m_chunksLeft;
+    cleanFrames(captured);
+    if (isSteady && !isEchoPossible)
+        m_noise.learn(level, levelOf(captured));
+}
+
+bool CaptureCleaner::takePlayed(float heardLevel)
+{
+    bool isPlaying = false;
+    for (std::size_t start = 0; start < chunkSamples; start += frameSamples)
+        isPlaying = m_reference.next(std::span(m_played).subspan(start, frameSamples)) || isPlaying;
+    if (std::exchange(m_path, m_reference.path()) != m_path)
+        m_headphones = {};
+    m_headphones.hear(heardLevel, levelOf(m_played));
+    if (m_headphones.areOn())
+        m_played.fill(0);
+    return isPlaying && !m_headphones.areOn();
+}
+
+void CaptureCleaner::cleanFrames(std::span<std::int16_t, chunkSamples> captured)
+{
+    for (std::size_t start = 0; start < chunkSamples; start += frameSamples) {
+        m_canceller.analyzeReverse(std::span(m_played).subspan(start).first<frameSamples>());
+        m_canceller.process(captured.subspan(start).first<frameSamples>());
+    }
 }
 
 void CaptureCleaner::restart()
 {
     m_reference.restart();
-    m_framesLeft = framesAfterPlaying;
+    m_headphones = {};
+    m_noise = {};
+    m_chunksLeft = chunksAfterPlaying;
 }
 
 } // namespace quorvell

@@ -2,6 +2,8 @@
 
 #include "Quorvell/audio/EchoReference.h"
 #include "Quorvell/echo/EchoCanceller.h"
+#include "Quorvell/sound/Headphones.h"
+#include "Quorvell/sound/RoomNoise.h"
 
 #include <array>
 #include <cstdint>
@@ -9,32 +11,43 @@
 
 namespace quorvell {
 
-/// Takes the assistant's voice and noise out of the microphone's sound, and rests where that would change nothing: in a
-/// room that is quiet, while nothing is played. A quiet rest would otherwise cost a hundredth of a core.
+/// Takes the assistant's voice and noise out of the microphone's sound, and rests where that would change nothing:
+/// while nothing is played, and the room is quiet or has nothing but its steady noise. A rest would otherwise cost a
+/// hundredth of a core.
 class CaptureCleaner {
 public:
-    static constexpr std::size_t frameSamples = EchoCanceller::frameSamples;
-    static constexpr int framesAfterPlaying = 300; ///< Three seconds: the longest echo is long over.
-    static constexpr int framesAfterSound = 100; ///< One second, longer than the pauses of speech.
+    static constexpr std::size_t chunkSamples = 960; ///< 40 ms: what the session's gate decides about at once.
+    static constexpr int chunksAfterPlaying = 75; ///< Three seconds: the longest echo is long over.
+    static constexpr int chunksAfterSound = 25; ///< One second, longer than the pauses of speech.
     static constexpr float quietLevel = 0.01F; ///< A quarter of the level at which speech is thought to go on.
+    static constexpr float soundOverNoise = 2; ///< Less than what opens the gate.
 
     explicit CaptureCleaner(EchoReference& reference)
         : m_reference(reference)
     {
     }
 
-    /// Cleans whole frames in place, as many as there are.
-    void clean(std::span<std::int16_t> captured);
+    /// In place.
+    void clean(std::span<std::int16_t, chunkSamples> captured);
+    /// Nothing but the room was heard in the last chunk, and for a while before.
+    bool isResting() const { return m_chunksLeft == 0; }
     /// The microphone was opened anew.
     void restart();
 
 private:
-    void cleanFrame(std::span<std::int16_t, frameSamples> frame);
+    static constexpr std::size_t frameSamples = EchoCanceller::frameSamples;
+
+    /// Whether anything of it can be heard.
+    bool takePlayed(float heardLevel);
+    void cleanFrames(std::span<std::int16_t, chunkSamples> captured);
 
     EchoReference& m_reference;
     EchoCanceller m_canceller;
-    std::array<std::int16_t, frameSamples> m_played{};
-    int m_framesLeft = framesAfterPlaying; ///< Until it may rest; at first it learns the room's noise.
+    Headphones m_headphones;
+    RoomNoise m_noise;
+    std::uint64_t m_path = 0;
+    std::array<std::int16_t, chunkSamples> m_played{};
+    int m_chunksLeft = chunksAfterPlaying; ///< Until it may rest; at first it learns the room's noise.
 };
 
 } // namespace quorvell

@@ -2,6 +2,7 @@
 
 #include <pulse/stream.h>
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -21,127 +22,55 @@ void passHole(CaptureChain& chain, std::size_t bytes)
     }
 }
 
-/// On the sound thread, with its lock held.
-void passOn(CaptureChain& chain, pa_stream* stream)
+} // namespace
+
+PulseCapture::PulseCapture(SoundServer& server, EchoReference& reference, Reports reports)
+    : m_reports(std::move(reports))
+    , m_post(server.scheduler())
+    , m_chain(reference, [this](CaptureChain::Chunk chunk) { chunkReady(std::move(chunk)); })
+    , m_stream(server, *this, {PulseStream::Direction::record, "Microphone", pieceBytes},
+          {m_reports.failed, m_reports.recovered})
+{
+}
+
+void PulseCapture::streamMovable(pa_stream* stream, std::size_t)
 {
     const void* data = nullptr;
     std::size_t bytes = 0;
     while (pa_stream_peek(stream, &data, &bytes) >= 0 && bytes > 0) {
         if (data)
-            chain.captured({static_cast<const std::int16_t*>(data), bytes / 2});
+            m_chain.captured({static_cast<const std::int16_t*>(data), bytes / 2});
         else
-            passHole(chain, bytes);
+            passHole(m_chain, bytes);
         pa_stream_drop(stream);
     }
 }
 
-} // namespace
-
-PulseCapture::PulseCapture(SoundServer& server, EchoReference& reference, Reports reports)
-    : m_server(server)
-    , m_reports(std::move(reports))
-    , m_post(server.scheduler())
-    , m_chain(reference, [this](Bytes chunk) { chunkReady(std::move(chunk)); })
+void PulseCapture::streamOpens()
 {
-    m_server.addListener(*this);
-}
-
-PulseCapture::~PulseCapture()
-{
-    m_server.removeListener(*this);
-}
-
-void PulseCapture::chooseDevice(std::string name)
-{
-    m_chosen = std::move(name);
-    review();
-}
-
-void PulseCapture::open()
-{
-    if (std::exchange(m_isWanted, true))
-        return;
-    m_retries = {};
-    m_told = SoundProblem::none;
-    m_server.retry();
-    m_post([this] { review(); });
-}
-
-void PulseCapture::close()
-{
-    m_isWanted = false;
-    review();
-}
-
-void PulseCapture::review()
-{
-    if (!m_isWanted || !m_server.isReady()) {
-        closeStream();
-        tell(m_server.problem());
-        return;
-    }
-    const SoundDevice* device = m_server.devices().microphone(m_chosen);
-    if (!device) {
-        closeStream();
-        tell(SoundProblem::noMicrophone);
-        return;
-    }
-    const bool isSame = device->name == m_wantedDevice || (m_stream && m_stream->device() == device->name);
-    if (m_stream && isSame) {
-        m_wantedDevice = device->name; // the server may have moved it there by itself
-        return;
-    }
-    openStream(*device);
-}
-
-void PulseCapture::openStream(const SoundDevice& device)
-{
-    closeStream();
-    m_wantedDevice = device.name;
     m_chain.restart();
     ++m_opening;
-    const bool isDefault = device.name == m_server.devices().defaultMicrophone && device.name != m_chosen;
-    m_stream = std::make_unique<PulseStream>(m_server,
-        PulseStream::Request{PulseStream::Direction::record, "Microphone", isDefault ? "" : device.name, pieceBytes},
-        PulseStream::Reports{
-            [this](pa_stream* stream, std::size_t) { passOn(m_chain, stream); }, [] {}, [this] { streamEnded(); }});
+    m_roomChunks = 0;
 }
 
-void PulseCapture::closeStream()
-{
-    m_retry.cancel();
-    m_stream.reset();
-    ++m_opening;
-    m_wantedDevice.clear();
-}
-
-void PulseCapture::streamEnded()
-{
-    closeStream();
-    if (const auto wait = m_retries.ended())
-        m_retry = m_server.scheduler().after(*wait, [this] { review(); });
-    else
-        tell(SoundProblem::deviceBusy);
-}
-
-void PulseCapture::tell(SoundProblem problem)
-{
-    if (!m_isWanted || problem == SoundProblem::none || problem == m_told)
-        return;
-    m_told = problem;
-    m_reports.failed(sentenceOf(problem));
-}
-
-void PulseCapture::chunkReady(Bytes chunk)
+void PulseCapture::chunkReady(CaptureChain::Chunk chunk)
 {
     m_post([this, opening = m_opening.load(), chunk = std::move(chunk)] {
-        if (opening != m_opening || !m_stream)
+        if (opening != m_opening || !m_stream.isThere())
             return;
-        m_retries = {};
-        if (std::exchange(m_told, SoundProblem::none) != SoundProblem::none)
-            m_reports.recovered();
-        m_reports.captured(chunk);
+        m_stream.works();
+        keepPace(chunk.isOnlyRoom);
+        m_reports.captured(chunk.pcm);
     });
+}
+
+void PulseCapture::keepPace(bool isOnlyRoom)
+{
+    const bool wasResting = m_roomChunks >= chunksUntilRest;
+    m_roomChunks = isOnlyRoom ? std::min(m_roomChunks + 1, chunksUntilRest) : 0;
+    const bool isResting = m_roomChunks >= chunksUntilRest;
+    if (isResting != wasResting)
+        m_stream.setQueue(isResting ? restingPieceBytes : pieceBytes);
 }
 
 } // namespace quorvell

@@ -4,14 +4,12 @@
 #include "Quorvell/session/AudioCapture.h"
 #include "Quorvell/session/GuardedPost.h"
 #include "Quorvell/sound/CaptureChain.h"
-#include "Quorvell/sound/PulseStream.h"
+#include "Quorvell/sound/DeviceStream.h"
 #include "Quorvell/sound/SoundServer.h"
-#include "Quorvell/sound/StreamRetry.h"
 
 #include <atomic>
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <span>
 #include <string>
 
@@ -19,7 +17,7 @@ namespace quorvell {
 
 /// The desktop's microphone, without the assistant's own voice in it. While it is open it takes the best device there
 /// is, also one that comes later. Main thread.
-class PulseCapture : public AudioCapture, private SoundServer::Listener {
+class PulseCapture : public AudioCapture, private DeviceStream::Owner {
 public:
     struct Reports {
         /// 40 ms of 16-bit little-endian mono at 24000 Hz.
@@ -30,43 +28,35 @@ public:
 
     /// `server` and `reference` must outlive it.
     PulseCapture(SoundServer& server, EchoReference& reference, Reports reports);
-    ~PulseCapture() override;
 
     /// By name; empty for the desktop's default.
-    void chooseDevice(std::string name);
+    void chooseDevice(std::string name) { m_stream.chooseDevice(std::move(name)); }
 
-    void open() override;
-    void close() override;
+    void open() override { m_stream.open(); }
+    void close() override { m_stream.close(); }
     /// Wanted, and so waited for where there is none.
-    bool isOpen() const override { return m_isWanted; }
+    bool isOpen() const override { return m_stream.isWanted(); }
     /// The name of the device that is being heard; empty while none is.
-    std::string device() const { return m_stream ? m_stream->device() : std::string(); }
+    std::string device() const { return m_stream.device(); }
 
 private:
     static constexpr std::uint32_t pieceBytes = 960; ///< 20 ms from the device at a time: half a chunk.
+    /// Three chunks at a time while nobody speaks: a quarter of the wake-ups, and the first of speech 80 ms late.
+    static constexpr std::uint32_t restingPieceBytes = 5760;
+    static constexpr int chunksUntilRest = 125; ///< Five seconds of nothing but the room.
 
-    void soundServerChanged() override { review(); }
-    /// Brings the stream in line with what is wanted and what is there.
-    void review();
-    void openStream(const SoundDevice& device);
-    void closeStream();
-    void streamEnded();
-    void tell(SoundProblem problem);
+    void streamMovable(pa_stream* stream, std::size_t bytes) override;
+    void streamOpens() override;
     /// On the chain's thread.
-    void chunkReady(Bytes chunk);
+    void chunkReady(CaptureChain::Chunk chunk);
+    void keepPace(bool isOnlyRoom);
 
-    SoundServer& m_server;
     Reports m_reports;
-    std::string m_chosen;
-    bool m_isWanted = false;
     std::atomic<std::uint64_t> m_opening{0}; ///< Changes with each stream; what an earlier one captured is dropped.
-    SoundProblem m_told = SoundProblem::none;
-    StreamRetry m_retries;
-    std::string m_wantedDevice;
+    int m_roomChunks = 0; ///< In a row.
     GuardedPost m_post;
     CaptureChain m_chain;
-    std::unique_ptr<PulseStream> m_stream;
-    TimerHandle m_retry;
+    DeviceStream m_stream;
 };
 
 } // namespace quorvell

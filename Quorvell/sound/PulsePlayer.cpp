@@ -46,22 +46,11 @@ PlaybackTiming timingOf(const pa_timing_info& info)
 PulsePlayer::PulsePlayer(SoundServer& server, EchoReference& reference, Reports reports)
     : m_server(server)
     , m_reference(reference)
-    , m_reports(std::move(reports))
+    , m_stream(server, *this, {PulseStream::Direction::playback, "Voice", queueBytes},
+          {std::move(reports.failed), std::move(reports.recovered)})
 {
     m_reference.setQueueLength(queueBytes / bytesPerSample);
-    m_server.addListener(*this);
-    review();
-}
-
-PulsePlayer::~PulsePlayer()
-{
-    m_server.removeListener(*this);
-}
-
-void PulsePlayer::chooseDevice(std::string name)
-{
-    m_chosen = std::move(name);
-    review();
+    m_stream.open();
 }
 
 void PulsePlayer::play(std::span<const std::uint8_t> pcm)
@@ -70,12 +59,10 @@ void PulsePlayer::play(std::span<const std::uint8_t> pcm)
     std::memcpy(block.data(), pcm.data(), block.size() * bytesPerSample);
     if (block.empty())
         return;
-    if (!m_stream) {
+    if (!m_stream.isThere()) {
         m_server.retry();
-        if (m_isHopeless) {
-            tell(m_server.isReady() ? SoundProblem::noLoudspeaker : m_server.problem());
+        if (m_isHopeless)
             return;
-        }
     }
     const PulseLock lock(m_server.loop());
     for (; m_waiting.block > 0; --m_waiting.block)
@@ -92,11 +79,12 @@ void PulsePlayer::play(std::span<const std::uint8_t> pcm)
 /// Gives what the server can take, and lets it run.
 void PulsePlayer::startStream()
 {
-    if (!m_stream || !m_stream->hasStarted() || m_waiting.samples == 0)
+    pa_stream* stream = m_stream.handle();
+    if (!stream || m_waiting.samples == 0)
         return;
-    pump(m_stream->handle(), pa_stream_writable_size(m_stream->handle()));
+    pump(stream, pa_stream_writable_size(stream));
     if (std::exchange(m_isCorked, false))
-        release(pa_stream_cork(m_stream->handle(), 0, nullptr, nullptr));
+        release(pa_stream_cork(stream, 0, nullptr, nullptr));
     if (!m_rest.isSet())
         m_rest = m_server.scheduler().every(restAfter, [this] { restIfSilent(); });
 }
@@ -127,13 +115,18 @@ void PulsePlayer::stop()
 {
     const PulseLock lock(m_server.loop());
     forgetWaiting();
-    if (!m_stream || isSilent())
+    if (!m_stream.handle() || isSilent())
         return;
+    forgetGiven();
+    release(pa_stream_flush(m_stream.handle(), nullptr, nullptr));
+}
+
+void PulsePlayer::forgetGiven()
+{
     m_heardBefore = heard();
     m_heardOfGiven = 0;
     m_waiting.given = 0;
     m_beginning = {};
-    release(pa_stream_flush(m_stream->handle(), nullptr, nullptr));
     m_reference.forgetUnplayed();
 }
 
@@ -147,8 +140,7 @@ void PulsePlayer::forgetWaiting()
 
 std::int64_t PulsePlayer::heardOfGiven() const
 {
-    const pa_timing_info* info =
-        m_stream && m_stream->hasStarted() ? pa_stream_get_timing_info(m_stream->handle()) : nullptr;
+    const pa_timing_info* info = m_stream.handle() ? pa_stream_get_timing_info(m_stream.handle()) : nullptr;
     // Right after a flush the positions are unknown for a moment.
     if (!info || info->write_index_corrupt || info->read_index_corrupt)
         return m_heardOfGiven;
@@ -171,85 +163,34 @@ std::chrono::milliseconds PulsePlayer::played() const
     return std::chrono::floor<std::chrono::milliseconds>(Samples(heard()));
 }
 
-void PulsePlayer::review()
+void PulsePlayer::streamMovable(pa_stream* stream, std::size_t bytes)
 {
-    if (!m_server.isReady()) {
-        loseStream();
-        withoutLoudspeaker(m_server.problem());
-        return;
-    }
-    const SoundDevice* device = m_server.devices().loudspeaker(m_chosen);
-    if (!device) {
-        loseStream();
-        withoutLoudspeaker(SoundProblem::noLoudspeaker);
-        return;
-    }
-    const bool isSame = device->name == m_wantedDevice || (m_stream && m_stream->device() == device->name);
-    if (m_stream && isSame) {
-        m_wantedDevice = device->name; // the server may have moved it there by itself
-        return;
-    }
-    openStream(*device);
-}
-
-void PulsePlayer::openStream(const SoundDevice& device)
-{
-    loseStream();
-    m_wantedDevice = device.name;
-    const bool isDefault = device.name == m_server.devices().defaultLoudspeaker && device.name != m_chosen;
-    m_stream = std::make_unique<PulseStream>(m_server,
-        PulseStream::Request{PulseStream::Direction::playback, "Voice", isDefault ? "" : device.name, queueBytes},
-        PulseStream::Reports{[this](pa_stream* stream, std::size_t bytes) {
-                                 if (!m_isCorked)
-                                     pump(stream, bytes);
-                             },
-            [this] { streamStarted(); }, [this] { streamEnded(); }});
+    if (!m_isCorked)
+        pump(stream, bytes);
 }
 
 void PulsePlayer::streamStarted()
 {
     m_giveUp.cancel();
     m_isHopeless = false;
-    m_retries = {};
-    if (std::exchange(m_told, SoundProblem::none) != SoundProblem::none)
-        m_reports.recovered();
+    m_stream.works();
     const PulseLock lock(m_server.loop());
-    if (const pa_buffer_attr* queue = pa_stream_get_buffer_attr(m_stream->handle()))
+    if (const pa_buffer_attr* queue = pa_stream_get_buffer_attr(m_stream.handle()))
         m_reference.setQueueLength(queue->tlength / bytesPerSample);
     m_beginning = {pa_rtclock_now(), 0};
     startStream();
 }
 
-void PulsePlayer::streamEnded()
+void PulsePlayer::streamGoes()
 {
-    loseStream();
-    if (const auto wait = m_retries.ended())
-        m_retry = m_server.scheduler().after(*wait, [this] { review(); });
-    else
-        withoutLoudspeaker(SoundProblem::deviceBusy);
-}
-
-void PulsePlayer::loseStream()
-{
-    m_retry.cancel();
     m_rest.cancel();
-    m_wantedDevice.clear();
-    if (!m_stream)
-        return;
-    {
-        const PulseLock lock(m_server.loop());
-        m_heardBefore = heard();
-        m_heardOfGiven = 0;
-        m_waiting.given = 0;
-        m_reference.forgetUnplayed();
-    }
-    m_stream.reset();
+    const PulseLock lock(m_server.loop());
+    forgetGiven();
     m_isCorked = true;
 }
 
-void PulsePlayer::withoutLoudspeaker(SoundProblem problem)
+void PulsePlayer::streamMissing()
 {
-    tell(problem);
     if (m_isHopeless || m_giveUp.isSet())
         return;
     m_giveUp = m_server.scheduler().after(patience, [this] {
@@ -260,24 +201,14 @@ void PulsePlayer::withoutLoudspeaker(SoundProblem problem)
     });
 }
 
-/// Nobody misses a loudspeaker before something is to be heard.
-void PulsePlayer::tell(SoundProblem problem)
-{
-    if (problem == SoundProblem::none || problem == m_told)
-        return;
-    m_told = problem;
-    m_reports.failed(sentenceOf(problem));
-}
-
 void PulsePlayer::restIfSilent()
 {
     const PulseLock lock(m_server.loop());
-    if (!m_stream || !isSilent())
+    if (!m_stream.handle() || !isSilent())
         return;
     m_rest.cancel();
-    if (std::exchange(m_isCorked, true))
-        return;
-    release(pa_stream_cork(m_stream->handle(), 1, nullptr, nullptr));
+    if (!std::exchange(m_isCorked, true))
+        release(pa_stream_cork(m_stream.handle(), 1, nullptr, nullptr));
 }
 
 } // namespace quorvell

@@ -2,15 +2,13 @@
 
 #include "Quorvell/audio/EchoReference.h"
 #include "Quorvell/session/AudioPlayer.h"
-#include "Quorvell/sound/PulseStream.h"
+#include "Quorvell/sound/DeviceStream.h"
 #include "Quorvell/sound/SoundServer.h"
-#include "Quorvell/sound/StreamRetry.h"
 
 #include <chrono>
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -19,7 +17,7 @@ namespace quorvell {
 
 /// The desktop's loudspeaker. Counts what was really heard, falls silent at once, and goes on when the sound server was
 /// restarted or the loudspeaker replaced. Main thread.
-class PulsePlayer : public AudioPlayer, private SoundServer::Listener {
+class PulsePlayer : public AudioPlayer, private DeviceStream::Owner {
 public:
     /// 120 ms wait at the server, so that a busy computer plays without gaps. Stopping drops them.
     static constexpr std::uint32_t queueBytes = 5760;
@@ -36,12 +34,11 @@ public:
 
     /// `server` and `reference` must outlive it. What is played is given to `reference` too.
     PulsePlayer(SoundServer& server, EchoReference& reference, Reports reports);
-    ~PulsePlayer() override;
 
     /// By name; empty for the desktop's default.
-    void chooseDevice(std::string name);
+    void chooseDevice(std::string name) { m_stream.chooseDevice(std::move(name)); }
     /// The name of the device that plays; empty while none does.
-    std::string device() const { return m_stream ? m_stream->device() : std::string(); }
+    std::string device() const { return m_stream.device(); }
 
     void play(std::span<const std::uint8_t> pcm) override;
     void stop() override;
@@ -64,42 +61,35 @@ private:
         std::int64_t heardOfGiven = 0; ///< Before that.
     };
 
-    void soundServerChanged() override { review(); }
-    void review();
-    void openStream(const SoundDevice& device);
-    void streamStarted();
-    void streamEnded();
-    /// The stream is gone, and with it what it had not played.
-    void loseStream();
-    void withoutLoudspeaker(SoundProblem problem);
-    void tell(SoundProblem problem);
+    void streamMovable(pa_stream* stream, std::size_t bytes) override;
+    void streamStarted() override;
+    /// And with it what it had not played.
+    void streamGoes() override;
+    void streamMissing() override;
+    void devicesChanged() override { m_reference.changePath(); }
     void startStream();
     void restIfSilent();
     void forgetWaiting();
 
     // With the sound thread's lock held
     void pump(pa_stream* stream, std::size_t bytes);
+    /// What the server has and was not heard is not heard any more.
+    void forgetGiven();
     std::int64_t heardOfGiven() const;
     std::int64_t heard() const { return m_heardBefore + heardOfGiven(); }
     bool isSilent() const { return m_waiting.samples == 0 && heardOfGiven() == m_waiting.given; }
 
     SoundServer& m_server;
     EchoReference& m_reference;
-    Reports m_reports;
-    std::string m_chosen;
-    std::string m_wantedDevice;
     Waiting m_waiting;
     Beginning m_beginning;
     std::int64_t m_heardBefore = 0; ///< Samples of what was given to earlier streams, or flushed.
     mutable std::int64_t m_heardOfGiven = 0; ///< At the last look, so that the count never goes back.
     bool m_isCorked = true;
-    SoundProblem m_told = SoundProblem::none;
     bool m_isHopeless = false; ///< No loudspeaker, and `patience` is over: nothing is kept.
-    StreamRetry m_retries;
-    std::unique_ptr<PulseStream> m_stream;
-    TimerHandle m_retry;
     TimerHandle m_giveUp;
     TimerHandle m_rest;
+    DeviceStream m_stream;
 };
 
 } // namespace quorvell

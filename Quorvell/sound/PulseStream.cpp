@@ -17,6 +17,11 @@ constexpr std::uint32_t requestBytes = PulseStream::sampleRateHz * 2 / 50;
 /// Sound starts with the first sample. 0 would let the server's position run on while there is nothing to play.
 constexpr std::uint32_t oneSample = 2;
 
+pa_buffer_attr queueOf(std::uint32_t bytes)
+{
+    return {asTheServerLikes, bytes, oneSample, requestBytes, bytes};
+}
+
 } // namespace
 
 PulseStream::PulseStream(SoundServer& server, const Request& request, Reports reports)
@@ -43,7 +48,7 @@ bool PulseStream::connect(const Request& request)
         static_cast<PulseStream*>(self)->m_reports.movable(stream, bytes);
     };
     const char* device = request.device.empty() ? nullptr : request.device.c_str();
-    pa_buffer_attr queue{asTheServerLikes, request.queueBytes, oneSample, requestBytes, request.queueBytes};
+    const pa_buffer_attr queue = queueOf(request.queueBytes);
     if (request.direction == Direction::record) {
         pa_stream_set_read_callback(m_stream, movable, this);
         return pa_stream_connect_record(m_stream, device, &queue, PA_STREAM_ADJUST_LATENCY) >= 0;
@@ -83,6 +88,14 @@ void PulseStream::changed(int state)
     }
     if (state == PA_STREAM_FAILED || state == PA_STREAM_TERMINATED)
         reports.ended();
+}
+
+void PulseStream::setQueue(std::uint32_t bytes)
+{
+    const PulseLock lock(m_server.loop());
+    const pa_buffer_attr queue = queueOf(bytes);
+    if (pa_operation* operation = pa_stream_set_buffer_attr(m_stream, &queue, nullptr, nullptr))
+        pa_operation_unref(operation);
 }
 
 std::string PulseStream::device() const

@@ -40,6 +40,8 @@ public:
     /// Where it is now, which may be another device than the one that was asked for. Empty until it has started.
     std::string device() const;
     bool hasStarted() const { return m_hasStarted; }
+    /// Of one that has started: from now on so much waits.
+    void setQueue(std::uint32_t bytes);
     /// With the lock held. Null when the server did not take the stream at all.
     pa_stream* handle() const { return m_stream; }
 

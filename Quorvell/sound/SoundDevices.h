@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +11,8 @@ namespace quorvell {
 struct SoundDevice {
     std::string name; ///< Stays the same from day to day; what settings keep.
     std::string description; ///< For people.
+    std::string port; ///< Which of its sockets is in use, as headphones or the loudspeaker inside.
+    std::uint32_t volume = 0; ///< In the server's own unit; 0 when muted.
     bool isMonitor = false; ///< No microphone, but what a loudspeaker plays. Taken only when it is chosen by name.
 
     bool operator==(const SoundDevice&) const = default;

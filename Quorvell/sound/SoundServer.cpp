@@ -8,6 +8,7 @@
 #include <pulse/introspect.h>
 #include <pulse/subscribe.h>
 #include <pulse/thread-mainloop.h>
+#include <pulse/volume.h>
 
 #include <algorithm>
 #include <iterator>
@@ -44,9 +45,12 @@ SoundProblem problemOf(int error)
     return error == PA_ERR_ACCESS || error == PA_ERR_AUTHKEY ? SoundProblem::refused : SoundProblem::noServer;
 }
 
-SoundDevice device(const char* name, const char* description, bool isMonitor)
+/// Of microphones and loudspeakers alike: the library tells of both in the same words.
+template <typename Info> SoundDevice device(const Info& info)
 {
-    return {name ? name : "", description ? description : "", isMonitor};
+    const auto text = [](const char* words) { return std::string(words ? words : ""); };
+    return {text(info.name), text(info.description), info.active_port ? text(info.active_port->name) : std::string(),
+        info.mute ? 0 : pa_cvolume_avg(&info.volume)};
 }
 
 } // namespace
@@ -92,8 +96,10 @@ struct SoundServer::Callbacks {
     static void microphoneListed(pa_context*, const pa_source_info* info, int isLast, void* self)
     {
         auto& known = server(self).m_listing->devices.microphones;
-        if (isLast == 0 && info && known.size() < mostDevices)
-            known.push_back(device(info->name, info->description, info->monitor_of_sink != PA_INVALID_INDEX));
+        if (isLast != 0 || !info || known.size() >= mostDevices)
+            return;
+        known.push_back(device(*info));
+        known.back().isMonitor = info->monitor_of_sink != PA_INVALID_INDEX;
     }
 
     static void loudspeakerListed(pa_context*, const pa_sink_info* info, int isLast, void* self)
@@ -104,7 +110,7 @@ struct SoundServer::Callbacks {
             return;
         }
         if (info && info->name && info->name != dummyLoudspeaker && devices.loudspeakers.size() < mostDevices)
-            devices.loudspeakers.push_back(device(info->name, info->description, false));
+            devices.loudspeakers.push_back(device(*info));
     }
 };
 
