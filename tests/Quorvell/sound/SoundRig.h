@@ -27,8 +27,8 @@ inline Bytes bursts(int hertz, std::chrono::milliseconds length)
 
 /// A private sound server with the program's microphone and loudspeaker on it, and what they reported.
 struct SoundRig {
-    explicit SoundRig(std::vector<std::string> modules)
-        : pulse(std::move(modules))
+    explicit SoundRig(std::vector<std::string> modules, PrivatePulse::Server kind = PrivatePulse::Server::pulseAudio)
+        : pulse(std::move(modules), {}, kind)
     {
     }
 
