@@ -43,25 +43,22 @@ bool holdsAlready(const std::optional<Note>& known, const std::optional<Note>& w
 
 } // namespace
 
-OpenedNotebook openNotebook(const ProgramEnvironment& environment, Scheduler& scheduler, WithdrawNotifications withdraw)
+OpenedNotebook openNotebook(const ProgramEnvironment& environment, Scheduler& scheduler)
 {
     // First, because the bus name is that of the folder it really is.
     if (const FileProblem problem = makeFolder(environment.notebookFolder); problem != FileProblem::none)
         return {nullptr, problemSentence(problem, environment.notebookFolder)};
     auto bus = environment.hasSessionBus ? NotebookBus::connect(environment.notebookFolder) : std::nullopt;
-    auto access =
-        std::make_unique<NotebookAccess>(environment.notebookFolder, scheduler, std::move(bus), std::move(withdraw));
+    auto access = std::make_unique<NotebookAccess>(environment.notebookFolder, scheduler, std::move(bus));
     std::string problem = access->open();
     if (!problem.empty())
         return {nullptr, std::move(problem)};
     return {std::move(access), ""};
 }
 
-NotebookAccess::NotebookAccess(
-    std::string folder, Scheduler& scheduler, std::optional<NotebookBus> bus, WithdrawNotifications withdraw)
+NotebookAccess::NotebookAccess(std::string folder, Scheduler& scheduler, std::optional<NotebookBus> bus)
     : m_folder(std::move(folder))
     , m_scheduler(scheduler)
-    , m_withdraw(std::move(withdraw))
     , m_worker(std::make_unique<FileWorker>(
           [&scheduler](std::function<void()> action) { scheduler.post(std::move(action)); }))
     , m_bus(std::move(bus))
@@ -196,8 +193,7 @@ NotebookAccess::Claim NotebookAccess::claim()
     case NotebookLock::Outcome::taken:
         break;
     }
-    NotebookStore::Opened opened =
-        NotebookStore::open(m_folder, *m_worker, m_scheduler, {&m_trash, &m_pictures, m_withdraw});
+    NotebookStore::Opened opened = NotebookStore::open(m_folder, *m_worker, m_scheduler, {&m_trash, &m_pictures});
     if (!opened.store) {
         m_problem = std::move(opened.problem);
         return Claim::impossible;

@@ -27,21 +27,16 @@ struct OpenedNotebook {
     std::string problem; ///< When there is none: a sentence for the user that says what to do.
 };
 
-/// Withdraws what the desktop still shows of a note that is deleted.
-using WithdrawNotifications = std::function<void(const std::string& id)>;
-
 /// Needs a QCoreApplication; the scheduler, which runs on its event loop, outlives the notebook. Waits a moment where
 /// another program seems to be starting or ending.
-OpenedNotebook openNotebook(
-    const ProgramEnvironment& environment, Scheduler& scheduler, WithdrawNotifications withdraw = nullptr);
+OpenedNotebook openNotebook(const ProgramEnvironment& environment, Scheduler& scheduler);
 
 /// Whoever holds the folder's lock and, where there is a session bus, its name, owns the notebook and writes for
 /// everybody. Another program hands its changes over; when the owner ends, it or another one becomes the owner. Main
 /// thread.
 class NotebookAccess final : public FullNotebook {
 public:
-    NotebookAccess(std::string folder, Scheduler& scheduler, std::optional<NotebookBus> bus,
-        WithdrawNotifications withdraw = nullptr);
+    NotebookAccess(std::string folder, Scheduler& scheduler, std::optional<NotebookBus> bus);
     ~NotebookAccess() override;
 
     /// Becomes the owner or finds it. When neither is possible: why.
@@ -103,7 +98,6 @@ private:
     std::string m_problem; ///< Of the last claim that failed.
     DesktopTrash m_trash;
     PictureFormats m_pictures;
-    WithdrawNotifications m_withdraw;
     std::optional<NotebookLock> m_lock;
     std::unique_ptr<FileWorker> m_worker;
     std::unique_ptr<NotebookStore> m_store; ///< While this program is the owner.

@@ -81,13 +81,13 @@ std::optional<std::vector<std::string>> fileNamesIn(const std::string& folder)
 
 std::optional<std::string> readFile(const std::string& path, std::size_t maximumBytes)
 {
-    auto read = readStampedFile(path, maximumBytes);
+    auto read = readStampedFile(AT_FDCWD, path, maximumBytes);
     return read ? std::optional(std::move(read->text)) : std::nullopt;
 }
 
-std::optional<StampedText> readStampedFile(const std::string& path, std::size_t maximumBytes)
+std::optional<StampedText> readStampedFile(int folder, const std::string& name, std::size_t maximumBytes)
 {
-    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    const FileDescriptor file(::openat(folder, name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     struct stat found { };
     if (!file.isOpen() || ::fstat(file.number(), &found) != 0 || !S_ISREG(found.st_mode)
         || static_cast<std::size_t>(found.st_size) > maximumBytes)
@@ -103,11 +103,12 @@ std::optional<StampedText> readStampedFile(const std::string& path, std::size_t 
             continue;
         if (count < 0)
             return std::nullopt;
-        if (count == 0) {
+        length += static_cast<std::size_t>(count);
+        // A file that gives what it said it holds and not the one byte more is at its end as well.
+        if (count == 0 || length == static_cast<std::size_t>(found.st_size)) {
             text.resize(length);
             return StampedText{std::move(text), FileStamp::of(found)};
         }
-        length += static_cast<std::size_t>(count);
     }
     return std::nullopt;
 }

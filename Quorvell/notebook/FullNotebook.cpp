@@ -55,7 +55,6 @@ void FullNotebook::remember(const std::string& fact, NoteAuthor by, std::string 
             .kind = NoteKind::aboutMe,
             .title = fact,
             .created = now,
-            .updated = now,
             .author = by,
             .origin = isTheirs ? NoteOrigin::person : NoteOrigin::conversation,
             .confirmed = isTheirs},

@@ -20,7 +20,8 @@ public:
     /// As update, for what the person changed by hand.
     virtual void edit(const std::string& id, Change change, NotebookCallback done) = 0;
     /// Puts the note's file into the waste basket, or removes it where there is none. Picture and history stay until
-    /// the notebook is tidied.
+    /// the notebook is tidied. Who shows something of the note, a reminder that fired above all, hears of it through
+    /// `observe` and withdraws it.
     virtual void delete_(const std::string& id, NotebookCallback done) = 0;
     /// Removes every fact about the person with all its versions, for good.
     virtual void forgetAll(NotebookCallback done) = 0;

@@ -38,20 +38,24 @@ private:
     struct Entry {
         FileStamp stamp{};
         bool isSettled = false;
-        bool isTold = false; ///< It was handed out as the file that counts for its id.
+        bool counts = false; ///< It is the file that counts for its id.
+        bool isTold = false; ///< It was handed out as that.
         std::optional<std::string> id{}; ///< Nothing when it is no note.
         Instant updated{};
     };
     using Entries = std::map<std::string, Entry>; ///< By file name.
-    /// What a reading brings, before it is known which of it counts.
+    /// A file that was read, before it is known whether it counts.
     struct Fresh {
-        std::vector<StoredNote> notes;
-        std::vector<Entries::value_type*> entries; ///< The one of each note.
+        Entries::value_type* entry = nullptr;
+        std::optional<Note> note{};
     };
 
     bool carryOver(int folder, const std::string& name, Entries& before);
-    void readEntry(const std::string& name, Instant now, Fresh& fresh);
-    NoteFolderChanges compare(Instant now, Fresh fresh, const Entries& before);
+    static void readAll(int folder, Instant now, std::vector<Fresh>& files);
+    static void readEntry(int folder, Instant now, Fresh& fresh);
+    void chooseCounting();
+    NoteFolderChanges compare(int folder, Instant now, std::vector<Fresh> fresh, const Entries& before);
+    std::vector<std::string> idsGone(const Entries& before) const;
 
     std::string m_folder;
     Entries m_entries;

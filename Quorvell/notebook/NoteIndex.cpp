@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 namespace quorvell {
@@ -56,7 +57,8 @@ private:
 
 constexpr const char* tables = R"(
 CREATE VIRTUAL TABLE texts USING fts5(title, text, tokenize = 'porter unicode61 remove_diacritics 2', prefix = '2 3');
-CREATE TABLE notes (number INTEGER PRIMARY KEY, id TEXT UNIQUE, kind INTEGER, visible INTEGER, updated INTEGER);
+CREATE TABLE notes (number INTEGER PRIMARY KEY, id TEXT UNIQUE, kind INTEGER, visible INTEGER, used INTEGER,
+    updated INTEGER);
 CREATE INDEX notes_by_age ON notes (updated);
 )";
 
@@ -84,10 +86,12 @@ std::string expression(const std::string& words)
 struct Candidate {
     std::int64_t number = 0;
     double score = 0; ///< More negative is better.
+    std::int64_t used = 0;
     std::int64_t updated = 0;
 };
 
-/// Scores that differ little say nothing; then the note changed last is the likelier one.
+/// Scores that differ little say nothing; then the how-to that was of use is the likelier one, or the note changed
+/// last.
 void rank(std::vector<Candidate>& candidates)
 {
     if (candidates.empty())
@@ -98,7 +102,7 @@ void rank(std::vector<Candidate>& candidates)
         return best < 0 ? static_cast<int>(steps * candidate.score / best) : 0;
     };
     std::stable_sort(candidates.begin(), candidates.end(), [&step](const Candidate& left, const Candidate& right) {
-        return std::pair(step(left), left.updated) > std::pair(step(right), right.updated);
+        return std::tuple(step(left), left.used, left.updated) > std::tuple(step(right), right.used, right.updated);
     });
 }
 
@@ -130,12 +134,12 @@ struct NoteIndex::Database {
     Statement number{handle.get(), "SELECT number FROM notes WHERE id = ?1"};
     Statement removeNote{handle.get(), "DELETE FROM notes WHERE number = ?1"};
     Statement removeText{handle.get(), "DELETE FROM texts WHERE rowid = ?1"};
-    Statement addNote{handle.get(), "INSERT INTO notes (id, kind, visible, updated) VALUES (?1, ?2, ?3, ?4)"};
+    Statement addNote{handle.get(), "INSERT INTO notes (id, kind, visible, used, updated) VALUES (?1, ?2, ?3, ?4, ?5)"};
     Statement addText{handle.get(), "INSERT INTO texts (rowid, title, text) VALUES (?1, ?2, ?3)"};
     Statement newest{
         handle.get(), "SELECT number FROM notes WHERE (?1 < 0 OR kind = ?1) AND visible >= ?2 ORDER BY updated DESC"};
     Statement match{handle.get(),
-        "SELECT notes.number, bm25(texts, 8.0, 1.0), updated FROM texts JOIN notes ON notes.number = texts.rowid "
+        "SELECT notes.number, bm25(texts, 8.0, 1.0), used, updated FROM texts JOIN notes ON notes.number = texts.rowid "
         "WHERE texts MATCH ?3 AND (?1 < 0 OR kind = ?1) AND visible >= ?2 ORDER BY 2"};
     Statement start{handle.get(),
         "SELECT id, substr(text, 1, 1000) FROM notes JOIN texts ON texts.rowid = number WHERE number = ?1"};
@@ -159,7 +163,7 @@ struct NoteIndex::Database {
             search.bind(3, words);
         std::vector<Candidate> found;
         while (search.step())
-            found.push_back({search.integer(0), search.number(1), search.integer(2)});
+            found.push_back({search.integer(0), search.number(1), search.integer(2), search.integer(3)});
         search.reset();
         return found;
     }
@@ -193,7 +197,8 @@ void NoteIndex::put(const Note& note)
     database.addNote.bind(1, note.id)
         .bind(2, static_cast<std::int64_t>(note.kind))
         .bind(3, note.isVisibleToQuorvell() ? 1 : 0)
-        .bind(4, note.updated.time_since_epoch().count())
+        .bind(4, note.timesUsed)
+        .bind(5, note.updated.time_since_epoch().count())
         .run();
     // The title stands in a column of its own, so that it weighs more and is not shown twice.
     Note untitled = note;

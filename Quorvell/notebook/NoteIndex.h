@@ -26,7 +26,7 @@ struct NoteHit {
 };
 
 struct NotesFound {
-    std::vector<NoteHit> hits; ///< Best first; of equally good ones the one changed last.
+    std::vector<NoteHit> hits; ///< Best first; of equally good ones the one used more often, then the one changed last.
     std::size_t count = 0; ///< Of all notes that match.
 };
 

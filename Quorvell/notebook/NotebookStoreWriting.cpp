@@ -185,8 +185,6 @@ void NotebookStore::settle(const std::string& id, Queue& queue, const Waiting& f
     }
     queue.stored = std::nullopt;
     m_records.erase(id);
-    if (m_ports.withdrawNotifications)
-        m_ports.withdrawNotifications(id);
 }
 
 /// Makes the waiting changes again on the note as it is on the disk. Without one there, what was to come after a new
@@ -244,16 +242,17 @@ void NotebookStore::takeOver(NoteFolderChanges changes)
     announce(news);
 }
 
-/// A sync program that brings back an old version, or an editor's slip, must not cost what was there before.
+/// A sync program that brings back an old version, or an editor's slip, must not cost what was there before. What this
+/// store wrote a moment ago was replaced by somebody who had not seen it, so that is kept whatever was kept last.
 void NotebookStore::keepReplaced(const Note& replaced, const Note& now)
 {
     const NoteVersion version = NoteVersion::of(replaced);
     if (version.hasTextOf(now))
         return;
-    m_worker.run(
-        [history = m_history, id = replaced.id, version] {
-            return history->keep(id, version, NoteAuthor::person, NoteHistory::Keeping::replacedOutside);
-        },
+    const auto keeping =
+        freshlyChanged(replaced.id) ? NoteHistory::Keeping::always : NoteHistory::Keeping::replacedOutside;
+    m_worker.run([history = m_history, id = replaced.id, version,
+                     keeping] { return history->keep(id, version, NoteAuthor::person, keeping); },
         [](FileProblem) {});
 }
 

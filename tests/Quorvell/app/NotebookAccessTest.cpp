@@ -73,25 +73,21 @@ public:
         }
         return true;
     }
-    std::string problemOf(const std::function<void(NotebookCallback)>& start)
+    /// Of a change, a member function of the notebook.
+    template <typename Kind, typename Member, typename... Arguments>
+    std::string problemOf(Kind& notebook, Member change, const Arguments&... arguments)
     {
         std::optional<NotebookVerdict> verdict;
-        start([&verdict](const NotebookVerdict& found) { verdict = found; });
+        std::invoke(change, notebook, arguments..., [&verdict](const NotebookVerdict& found) { verdict = found; });
         EXPECT_FALSE(verdict) << "answered within the call";
         EXPECT_TRUE(spinUntil([&verdict] { return verdict.has_value(); }));
         EXPECT_TRUE(!verdict || verdict->isStored == verdict->problem.empty());
         return verdict ? verdict->problem : "no verdict";
     }
-    std::string add(Notebook& notebook, const Note& note)
-    {
-        return problemOf([&](NotebookCallback done) { notebook.add(note, std::move(done)); });
-    }
+    std::string add(Notebook& notebook, const Note& note) { return problemOf(notebook, &Notebook::add, note); }
     std::string append(Notebook& notebook, const std::string& id, const std::string& text)
     {
-        return problemOf([&](NotebookCallback done) {
-            notebook.update(
-                id, [text](Note& note) { note.body += text; }, std::move(done));
-        });
+        return problemOf(notebook, &Notebook::update, id, [text](Note& note) { note.body += text; });
     }
 
     QtScheduler& scheduler() { return m_scheduler; }
@@ -251,11 +247,7 @@ TEST(NotebookAccess, doesEverythingThroughTheOwner)
     });
     ASSERT_EQ(desk.add(*other, noteOf("aaaa", "a")), "");
     ASSERT_EQ(desk.append(*other, "aaaa", "one"), "");
-    EXPECT_EQ(desk.problemOf([&](NotebookCallback done) {
-        other->edit(
-            "aaaa", [](Note& note) { note.body = "two"; }, std::move(done));
-    }),
-        "");
+    EXPECT_EQ(desk.problemOf(*other, &FullNotebook::edit, "aaaa", [](Note& note) { note.body = "two"; }), "");
     EXPECT_TRUE(owner->note("aaaa")->personEdited);
     std::optional<std::vector<NoteVersion>> versions;
     other->history("aaaa", [&versions](std::vector<NoteVersion> found) { versions = std::move(found); });
@@ -265,24 +257,18 @@ TEST(NotebookAccess, doesEverythingThroughTheOwner)
 
     // One red pixel.
     const QByteArray gif = QByteArray::fromBase64("R0lGODlhAQABAPAAAP8AAAAAACH5BAAAAAAALAAAAAABAAEAAAICRAEAOw==");
-    const auto save = [&](const std::string& bytes) {
-        return desk.problemOf([&](NotebookCallback done) { other->savePicture("aaaa", bytes, std::move(done)); });
-    };
-    EXPECT_EQ(save(gif.toStdString()), "");
-    EXPECT_NE(save("no picture"), "");
+    EXPECT_EQ(desk.problemOf(*other, &FullNotebook::savePicture, "aaaa", gif.toStdString()), "");
+    EXPECT_NE(desk.problemOf(*other, &FullNotebook::savePicture, "aaaa", "no picture"), "");
     EXPECT_TRUE(other->pictureURL(*owner->note("aaaa")));
     for (const auto& [id, by] : {std::pair("bbbb", NoteAuthor::person), {"cccc", NoteAuthor::quorvell}})
-        ASSERT_EQ(
-            desk.problemOf([&](NotebookCallback done) { other->remember("a fact", by, id, monday, std::move(done)); }),
-            "");
-    EXPECT_EQ(desk.problemOf([&](NotebookCallback done) { other->forgetAll(std::move(done)); }), "");
+        ASSERT_EQ(desk.problemOf(*other, &FullNotebook::remember, "a fact", by, id, monday), "");
+    EXPECT_EQ(desk.problemOf(*other, &FullNotebook::forgetAll), "");
     EXPECT_EQ(owner->notes().size(), 1u);
     EXPECT_TRUE(desk.spinUntil([&heard] { return heard.size() == 8; })) << heard;
 
     const std::string target = desk.folder / "moved";
-    EXPECT_NE(desk.problemOf([&](NotebookCallback done) { other->moveNotebook(target, std::move(done)); }), "");
-    auto* const mover = static_cast<NotebookAccess*>(owner.get());
-    EXPECT_EQ(desk.problemOf([&](NotebookCallback done) { mover->moveNotebook(target, std::move(done)); }), "");
+    EXPECT_NE(desk.problemOf(*other, &FullNotebook::moveNotebook, target), "");
+    EXPECT_EQ(desk.problemOf(static_cast<FullNotebook&>(*owner), &FullNotebook::moveNotebook, target), "");
     desk.environment.notebookFolder = target;
     EXPECT_FALSE(desk.open(guest)->isOwner());
     EXPECT_EQ(desk.append(*guest, "aaaa", "!"), "");

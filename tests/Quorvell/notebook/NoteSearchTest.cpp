@@ -21,6 +21,8 @@ std::vector<Note> someNotes()
         {.id = "5", .title = "Old dentist", .updated = monday, .archived = true},
         {.id = "6", .title = "Tea", .body = "Water, kettle", .updated = monday + 2h},
         {.id = "7", .title = "Tea", .body = "Water, kettle", .updated = monday + 3h},
+        {.id = "8", .kind = NoteKind::howTo, .title = "Bread", .updated = monday - 1h, .timesUsed = 1},
+        {.id = "9", .kind = NoteKind::howTo, .title = "Bread", .updated = monday - 2h, .timesUsed = 2},
     };
 }
 
@@ -43,11 +45,12 @@ TEST(NoteIndex, ranksWhatHoldsAllWords)
         {"dial", "3"},
         {"kettle", "76"},
         {"water tea", "76"},
+        {"bread", "98"},
         {"fear", ""},
         {"fear", "4", NoteQuery::Reader::person},
         {"dentist", "3", NoteQuery::Reader::assistant, NoteKind::howTo},
-        {"", "76123"},
-        {"?! '", "76123"},
+        {"", "7612389"},
+        {"?! '", "7612389"},
         {"\" OR title:tea NEAR(", ""},
         {"dentist AND", ""},
     };
@@ -63,7 +66,7 @@ TEST(NoteIndex, ranksWhatHoldsAllWords)
         for (const NoteHit& hit : found.hits)
             ids += hit.id;
         if (std::string_view(row.words).empty() || row.words[0] == '?')
-            std::sort(ids.begin() + 2, ids.end()); // of equal age
+            std::sort(ids.begin() + 2, ids.end()); // some are of equal age
         EXPECT_EQ(ids, row.ids);
         EXPECT_EQ(found.count, found.hits.size());
     }

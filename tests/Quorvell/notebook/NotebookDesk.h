@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 
 namespace quorvell {
 
@@ -19,7 +20,7 @@ inline constexpr Instant monday = std::chrono::sys_days(std::chrono::year(2026) 
 
 inline Note noteOf(const std::string& id, const std::string& title, const std::string& body = "")
 {
-    return {.id = id, .title = title, .body = body, .created = monday, .updated = monday};
+    return {.id = id, .title = title, .body = body, .created = monday};
 }
 
 struct Desk {
@@ -41,31 +42,28 @@ struct Desk {
         return *store;
     }
 
-    /// Begins a change with `start` and waits for its verdict.
-    NotebookVerdict result(const std::function<void(NotebookCallback)>& start)
+    /// Begins a change, a member function of the store, and waits for its verdict.
+    template <typename Member, typename... Arguments> NotebookVerdict ask(Member change, const Arguments&... arguments)
     {
         std::optional<NotebookVerdict> verdict;
-        start([&verdict](const NotebookVerdict& found) { verdict = found; });
+        std::invoke(change, *store, arguments..., [&verdict](const NotebookVerdict& found) { verdict = found; });
         EXPECT_TRUE(posts.runUntil([&verdict] { return verdict.has_value(); }));
         return verdict.value_or(NotebookVerdict{});
     }
-    NotebookVerdict add(const Note& note)
-    {
-        return result([&](NotebookCallback done) { store->add(note, std::move(done)); });
-    }
+    NotebookVerdict add(const Note& note) { return ask(&NotebookStore::add, note); }
     NotebookVerdict update(const std::string& id, const FullNotebook::Change& change)
     {
-        return result([&](NotebookCallback done) { store->update(id, change, std::move(done)); });
+        return ask(&NotebookStore::update, id, change);
+    }
+    NotebookVerdict edit(const std::string& id, const FullNotebook::Change& change)
+    {
+        return ask(&NotebookStore::edit, id, change);
     }
     void reload()
     {
         bool isDone = false;
         store->reload([&isDone] { isDone = true; });
         EXPECT_TRUE(posts.runUntil([&isDone] { return isDone; }));
-    }
-    NotebookVerdict edit(const std::string& id, const FullNotebook::Change& change)
-    {
-        return result([&](NotebookCallback done) { store->edit(id, change, std::move(done)); });
     }
     std::vector<NoteVersion> history(const std::string& id)
     {

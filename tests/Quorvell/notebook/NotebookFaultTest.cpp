@@ -5,10 +5,7 @@
 #include "Quorvell/notebook/NotebookMove.h"
 #include "Quorvell/notebook/NotebookTidying.h"
 
-#include <sys/stat.h>
 #include <utime.h>
-
-#include <thread>
 
 namespace quorvell {
 namespace {
@@ -71,47 +68,6 @@ TEST(NotebookFault, outsideEditsAreReadBeforeTheyAreWrittenOver)
         desk.reload();
         EXPECT_EQ(desk.stored(), store.notes());
     }
-}
-
-/// An editor that saves atomically, again and again, what it has read a while ago.
-void editStubbornly(const std::string& path, int times)
-{
-    for (int index = 0; index < times; ++index) {
-        auto note = NoteFile::decode(readText(path), monday);
-        if (!note)
-            continue;
-        note->body += "E" + std::to_string(index) + " ";
-        std::this_thread::sleep_for(3ms);
-        writeText(path + ".tmp", NoteFile::encode(*note));
-        fs::rename(path + ".tmp", path);
-        std::this_thread::sleep_for(5ms);
-    }
-}
-
-TEST(NotebookFault, twoWritersLoseNothingThatWasConfirmed)
-{
-    Desk desk;
-    NotebookStore& store = desk.open();
-    ASSERT_TRUE(desk.add(noteOf("aaaa", "a")).isStored);
-    std::jthread editor(editStubbornly, *store.fileURL("aaaa"), 10);
-    std::vector<std::string> confirmed;
-    for (int index = 0; index < 8; ++index) {
-        const std::string mark = "S" + std::to_string(index) + " ";
-        const NotebookVerdict verdict = desk.update("aaaa", appended(mark));
-        EXPECT_EQ(verdict.isStored, verdict.problem.empty());
-        if (verdict.isStored)
-            confirmed.push_back(mark);
-        std::this_thread::sleep_for(4ms);
-    }
-    editor.join();
-    desk.reload();
-    std::string everything = store.note("aaaa")->body;
-    for (const NoteVersion& version : desk.history("aaaa"))
-        everything += version.body;
-    EXPECT_GT(confirmed.size(), 3u);
-    for (const std::string& mark : confirmed)
-        EXPECT_NE(everything.find(mark), std::string::npos) << mark;
-    EXPECT_EQ(desk.stored(), store.notes());
 }
 
 TEST(NotebookFault, aThousandFilesChangeAtOnce)
@@ -203,11 +159,8 @@ TEST(NotebookFault, movingKeepsBothAndLeavesTheSourceWholeWhenItFails)
     writeText(target + "/2026-11-16-a-aaaa.md", "there before");
     writeText(target + "/.history/aaaa.json",
         NoteHistory::text({NoteVersion{.date = monday - 24h, .title = "a", .body = "older"}}));
-    const auto move = [&](const std::string& folder) {
-        return desk.result([&](NotebookCallback done) { store.moveNotebook(folder, std::move(done)); });
-    };
     for (const std::string& bad : {desk.folder / "inside", desk.folder.path(), std::string("/proc/none")}) {
-        EXPECT_NE(move(bad).problem, "") << bad;
+        EXPECT_NE(desk.ask(&NotebookStore::moveNotebook, bad).problem, "") << bad;
         EXPECT_EQ(desk.stored(), store.notes());
     }
     store.moveNotebook(target, [](const NotebookVerdict& verdict) { EXPECT_EQ(verdict.problem, ""); });

@@ -55,8 +55,7 @@ TEST(NotebookStore, changesOneNoteInItsFile)
     EXPECT_EQ(store.note("aaaa")->updated, monday + 24h);
     EXPECT_FALSE(store.note("aaaa")->personEdited);
     desk.setClock(monday - 24h); // somebody sets the clock back
-    EXPECT_TRUE(
-        desk.result([&](NotebookCallback done) { store.edit("aaaa", titled("By hand"), std::move(done)); }).isStored);
+    EXPECT_TRUE(desk.edit("aaaa", titled("By hand")).isStored);
     EXPECT_EQ(store.note("aaaa")->updated, monday + 24h + 1ms);
     EXPECT_TRUE(store.note("aaaa")->personEdited);
     EXPECT_EQ(desk.files(), std::vector<std::string>{"2026-11-16-old-title-aaaa.md"});
@@ -265,10 +264,7 @@ TEST(NotebookStore, keepsAVersionAMinuteUnlessTheAuthorChanges)
         EXPECT_EQ(desk.history("aaaa").size(), row.versions);
     }
     EXPECT_EQ(desk.history("aaaa")[1], (NoteVersion{desk.history("aaaa")[1].date, "a", "012-34", {}}));
-    EXPECT_TRUE(desk.result([&](NotebookCallback done) {
-                        store.restoreVersion("aaaa", desk.history("aaaa").back(), std::move(done));
-                    })
-                    .isStored);
+    EXPECT_TRUE(desk.ask(&NotebookStore::restoreVersion, "aaaa", desk.history("aaaa").back()).isStored);
     EXPECT_EQ(store.note("aaaa")->body, "0");
     EXPECT_EQ(desk.history("aaaa").size(), 6u) << "what was current before went into the history";
     for (int index = 0; index < 25; ++index) {
@@ -326,35 +322,27 @@ TEST(NotebookStore, deletesIntoTheTrashAndForgetsForGood)
 {
     Desk desk;
     FakeTrash trash;
-    std::string withdrawn;
     desk.ports.trash = &trash;
-    desk.ports.withdrawNotifications = [&withdrawn](const std::string& id) { withdrawn += id; };
     NotebookStore& store = desk.open();
-    const auto remove = [&](const std::string& id) {
-        return desk.result([&](NotebookCallback done) { store.delete_(id, std::move(done)); });
-    };
     for (const char* id : {"aaaa", "bbbb"})
         ASSERT_TRUE(desk.add(noteOf(id, "x", "text of " + std::string(id))).isStored);
     store.update("aaaa", titled("y"), [](const NotebookVerdict&) {});
-    EXPECT_TRUE(remove("aaaa").isStored);
+    EXPECT_TRUE(desk.ask(&NotebookStore::delete_, "aaaa").isStored);
     EXPECT_EQ(trash.put_, std::vector<std::string>{"2026-11-16-x-aaaa.md"});
     trash.takes = false;
-    EXPECT_TRUE(remove("bbbb").isStored);
+    EXPECT_TRUE(desk.ask(&NotebookStore::delete_, "bbbb").isStored);
     EXPECT_EQ(desk.history("bbbb").at(0).body, "text of bbbb") << "no trash, but not lost either";
-    EXPECT_FALSE(remove("bbbb").isStored);
-    EXPECT_EQ(withdrawn, "aaaabbbb");
+    EXPECT_FALSE(desk.ask(&NotebookStore::delete_, "bbbb").isStored);
     EXPECT_TRUE(store.notes().empty() && desk.files().empty());
 
     ASSERT_TRUE(desk.add(noteOf("cccc", "stays")).isStored);
     for (const auto& [id, by] : {std::pair("dddd", NoteAuthor::person), {"eeee", NoteAuthor::quorvell}})
-        ASSERT_TRUE(
-            desk.result([&](NotebookCallback done) { store.remember("a fact", by, id, monday, std::move(done)); })
-                .isStored);
+        ASSERT_TRUE(desk.ask(&NotebookStore::remember, "a fact", by, id, monday).isStored);
     EXPECT_EQ(store.keptFacts().at(0).id, "dddd");
     EXPECT_EQ(store.suggestions().at(0).id, "eeee");
     EXPECT_EQ(store.visibleToQuorvell().size(), 2u);
     EXPECT_TRUE(desk.edit("dddd", appended("more")).isStored);
-    EXPECT_TRUE(desk.result([&](NotebookCallback done) { store.forgetAll(std::move(done)); }).isStored);
+    EXPECT_TRUE(desk.ask(&NotebookStore::forgetAll).isStored);
     EXPECT_EQ(store.notes().size(), 1u);
     EXPECT_TRUE(desk.history("dddd").empty());
     EXPECT_EQ(desk.files().size(), 1u);
@@ -372,26 +360,23 @@ TEST(NotebookStore, keepsPicturesAndTicks)
     const Converter converter;
     desk.ports.pictures = &converter;
     NotebookStore& store = desk.open();
-    const auto save = [&](const std::string& id, const std::string& picture) {
-        return desk.result([&](NotebookCallback done) { store.savePicture(id, picture, std::move(done)); });
-    };
     ASSERT_TRUE(desk.add(noteOf("aaaa", "a", "* [x] one\n - [ ] two\n- [y] none\n+ [ ] three")).isStored);
     ASSERT_TRUE(desk.add(noteOf("a/b", "b")).isStored);
     EXPECT_EQ(store.pictureURL(*store.note("aaaa")), std::nullopt);
-    EXPECT_TRUE(save("aaaa", "a cat").isStored);
+    EXPECT_TRUE(desk.ask(&NotebookStore::savePicture, "aaaa", "a cat").isStored);
     EXPECT_EQ(store.note("aaaa")->image, "Pictures/aaaa.png");
     EXPECT_EQ(readText(store.pictureURL(*store.note("aaaa")).value_or("")), "PNG of a cat");
     for (const auto& [id, picture] : {std::pair("aaaa", "bad"), {"a/b", "a cat"}, {"none", "a cat"}})
-        EXPECT_FALSE(save(id, picture).isStored) << id;
+        EXPECT_FALSE(desk.ask(&NotebookStore::savePicture, id, picture).isStored) << id;
 
     EXPECT_EQ(withToggledTask(store.note("aaaa")->body, 0), "* [ ] one\n - [ ] two\n- [y] none\n+ [ ] three");
     EXPECT_EQ(withToggledTask(store.note("aaaa")->body, 2), "* [x] one\n - [ ] two\n- [y] none\n+ [x] three");
     EXPECT_EQ(withToggledTask(store.note("aaaa")->body, 3), std::nullopt);
     ASSERT_TRUE(desk.update("aaaa", [](Note& note) { note.steps = {"x", "y"}; }).isStored);
     for (const auto& [step, isChecked] : {std::pair(1, true), {0, true}, {1, false}, {7, true}})
-        EXPECT_TRUE(
-            desk.result([&](NotebookCallback done) { store.setChecked("aaaa", step, isChecked, std::move(done)); })
-                .isStored);
+        EXPECT_TRUE(desk.ask(&NotebookStore::setChecked, "aaaa", step, isChecked).isStored);
+    EXPECT_TRUE(desk.ask(&NotebookStore::toggleTask, "aaaa", 0u).isStored);
+    EXPECT_TRUE(store.note("aaaa")->body.starts_with("* [ ] one"));
     EXPECT_EQ(store.note("aaaa")->checked, std::vector<std::int64_t>{0});
 }
 
