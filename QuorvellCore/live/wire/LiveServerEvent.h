@@ -51,6 +51,7 @@ struct BilledSeconds {
 struct ServerError {
     std::optional<std::string> code;
     std::string message;
+    std::optional<std::string> clientEventID{}; ///< Of the message that it is about, where one is named.
     bool operator==(const ServerError&) const = default;
 };
 struct Diagnostic {

@@ -83,7 +83,8 @@ struct Mapping {
     Mapped operator()(openai_event::Error event) const
     {
         return one(live_event::ServerError{std::move(event.code),
-            std::move(event.message).value_or("The service reported an error without saying which.")});
+            std::move(event.message).value_or("The service reported an error without saying which."),
+            std::move(event.clientEventID)});
     }
     Mapped operator()(openai_event::Closed event) const
     {
