@@ -8,6 +8,7 @@
 #include "Quorvell/connections/NetworkFingerprint.h"
 #include "Quorvell/connections/OnDeviceService.h"
 #include "Quorvell/desktop/DesktopOpener.h"
+#include "Quorvell/files/FileWorker.h"
 #include "Quorvell/notebook/FreshNoteID.h"
 #include "Quorvell/tools/AgendaTools.h"
 #include "Quorvell/tools/NotebookDigest.h"
@@ -31,6 +32,16 @@ std::string freshRunName()
     std::array<char, 9> digits{};
     std::snprintf(digits.data(), digits.size(), "%06x", QRandomGenerator::system()->generate() & 0xFFFFFF);
     return digits.data();
+}
+
+/// On a thread of its own: starting a program may take a moment.
+auto showingElsewhere(Scheduler& scheduler)
+{
+    const auto worker = std::make_shared<FileWorker>(
+        [&scheduler](std::function<void()> action) { scheduler.post(std::move(action)); });
+    return [worker](const std::string& path, NotebookToolContext::Shown shown) {
+        worker->run([path] { return showOnDesktop(path); }, std::move(shown));
+    };
 }
 
 } // namespace
@@ -93,8 +104,8 @@ std::string Assistant::openNotebookAndTools(const ProgramEnvironment& environmen
     registerAgendaTools(
         m_registry, *m_agenda, *m_notebook, {now, m_calendar, freshEventUid, &m_heard, m_settings.wakingHours});
     m_search = std::make_unique<NotebookSearch>(*m_notebook, m_scheduler);
-    registerNotebookTools(
-        m_registry, *m_notebook, {now, freshNoteID, m_calendar, m_search.get(), &m_heard, showOnDesktop});
+    registerNotebookTools(m_registry, *m_notebook,
+        {now, freshNoteID, m_calendar, m_search.get(), &m_heard, showingElsewhere(m_scheduler)});
     return ToolDispatcher::startUpProblem(m_registry).value_or("");
 }
 

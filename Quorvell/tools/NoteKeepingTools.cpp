@@ -1,5 +1,6 @@
 #include "Quorvell/tools/NoteKeepingTools.h"
 
+#include "Quorvell/notebook/NoteTitle.h"
 #include "Quorvell/notebook/OneLine.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
@@ -20,7 +21,6 @@ constexpr std::size_t maximumTitle = 200; ///< Characters, as all below.
 constexpr std::size_t maximumText = 100'000;
 constexpr std::size_t maximumStep = 1'000;
 constexpr std::size_t maximumSteps = 100;
-constexpr std::size_t madeUpTitle = 60;
 
 /// A note to be kept, or what is wrong with the request, worded for the model.
 struct NoteRequest {
@@ -31,18 +31,6 @@ struct NoteRequest {
 NoteRequest refused(std::string problem)
 {
     return {{}, "Nothing was kept: " + std::move(problem)};
-}
-
-/// The first line of the text, at most `madeUpTitle` long and cut between words where it can be.
-std::string titleFrom(const std::string& text)
-{
-    const std::string content = trimmed(text);
-    const std::string line = onOneLine(content.substr(0, content.find('\n')));
-    std::string title = firstCharacters(line, madeUpTitle);
-    const std::size_t lastSpace = title.rfind(' ');
-    if (title.size() < line.size() && lastSpace != std::string::npos)
-        title.erase(lastSpace);
-    return title;
 }
 
 /// Empty when the text is short enough.
@@ -82,7 +70,6 @@ Note newNote(const NotebookToolContext& context, NoteKind kind, std::string titl
         .kind = kind,
         .title = std::move(title),
         .created = now,
-        .updated = now,
         .author = NoteAuthor::quorvell,
         .origin = origin};
 }
@@ -101,7 +88,7 @@ NoteRequest noteOf(const LiveFunctionCall& call, const NotebookToolContext& cont
             return refused(std::move(problem));
     // A clip is what somebody else wrote, seen on the screen: never to be trusted when it is read again.
     const bool isClip = kind == storedText(NoteKind::clip);
-    Note note = newNote(context, isClip ? NoteKind::clip : NoteKind::note, title.empty() ? titleFrom(text) : title,
+    Note note = newNote(context, isClip ? NoteKind::clip : NoteKind::note, title.empty() ? noteTitleFrom(text) : title,
         isClip ? NoteOrigin::screen : NoteOrigin::conversation);
     note.body = text;
     return {std::move(note), ""};
@@ -119,7 +106,7 @@ NoteRequest explanationOf(const LiveFunctionCall& call, const NotebookToolContex
         return refused("level must be \"simple\", \"normal\" or \"detailed\".");
     if (std::string problem = textProblem(text); !problem.empty())
         return refused(std::move(problem));
-    Note note = newNote(context, NoteKind::explanation, titleFrom(question), NoteOrigin::explainer);
+    Note note = newNote(context, NoteKind::explanation, noteTitleFrom(question), NoteOrigin::explainer);
     note.question = firstCharacters(question, maximumStep);
     note.body = text;
     note.level = level.value_or("normal");
@@ -207,13 +194,15 @@ void explain(FullNotebook& notebook, const NotebookToolContext& context, const L
     notebook.update(id, change, answering(std::move(reply), *known));
 }
 
-void saveHowTo(
-    FullNotebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply)
+void saveHowTo(FullNotebook& notebook, NoteUse& use, const NotebookToolContext& context, const LiveFunctionCall& call,
+    ToolReply reply)
 {
     NoteRequest request = howToOf(call, context, notebook);
     if (!request.problem.empty())
         return reply.fail(request.problem);
     const std::vector<std::string> replaced = request.note.basedOn;
+    if (!replaced.empty())
+        request.note.timesUsed = use.used(*notebook.note(replaced.front()));
     const NotebookCallback answer = answering(std::move(reply), request.note);
     const auto done = [&notebook, replaced, answer](const NotebookVerdict& verdict) {
         // Put away only once its successor is safe; that this may fail does not unkeep the new one.

@@ -3,6 +3,7 @@
 
 #include "Quorvell/notebook/FullNotebook.h"
 #include "Quorvell/session/ToolReply.h"
+#include "Quorvell/tools/NoteUse.h"
 #include "Quorvell/tools/NotebookToolContext.h"
 #include "QuorvellCore/live/wire/LiveFunctionCall.h"
 
@@ -11,7 +12,7 @@ namespace quorvell {
 void keepNote(
     FullNotebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply);
 void explain(FullNotebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply);
-void saveHowTo(
-    FullNotebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply);
+void saveHowTo(FullNotebook& notebook, NoteUse& use, const NotebookToolContext& context, const LiveFunctionCall& call,
+    ToolReply reply);
 
 } // namespace quorvell

@@ -2,6 +2,7 @@
 
 #include "Quorvell/tools/FactTool.h"
 #include "Quorvell/tools/NoteKeepingTools.h"
+#include "Quorvell/tools/NoteUse.h"
 #include "QuorvellCore/reminders/DateParts.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
@@ -93,8 +94,8 @@ Json shownThread(const std::vector<NoteTurn>& thread)
     return turns;
 }
 
-void readNote(
-    const FullNotebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply)
+void readNote(const FullNotebook& notebook, NoteUse& use, const NotebookToolContext& context,
+    const LiveFunctionCall& call, ToolReply reply)
 {
     const auto note = notebook.note(call.string("id").value_or(""));
     if (!note || !note->isVisibleToQuorvell())
@@ -114,6 +115,7 @@ void readNote(
     if (start.size() < text.size())
         shown["truncated"] = true;
     reply.answer(shown);
+    use.used(*note);
 }
 
 void openNotebook(
@@ -124,16 +126,20 @@ void openNotebook(
     const auto path = id.empty() ? std::optional(notebook.folder()) : notebook.fileURL(id);
     if (!path || (!id.empty() && (!note || !note->isVisibleToQuorvell())))
         return reply.fail(noSuchNote);
-    const std::string problem = context.show ? context.show(*path) : "There is no screen to show the notebook on here.";
-    if (!problem.empty())
-        return reply.fail(problem);
-    Json shown = {{"status", "shown"}};
-    if (note) {
-        notebook.flash(id);
-        shown["id"] = id;
-        shown["title"] = note->title;
-    }
-    reply.answer(shown);
+    if (!context.show)
+        return reply.fail("There is no screen to show the notebook on here.");
+    const auto answer = std::make_shared<ToolReply>(std::move(reply));
+    context.show(*path, [&notebook, answer, note](const std::string& problem) {
+        if (!problem.empty())
+            return answer->fail(problem);
+        Json shown = {{"status", "shown"}};
+        if (note) {
+            notebook.flash(note->id);
+            shown["id"] = note->id;
+            shown["title"] = note->title;
+        }
+        answer->answer(shown);
+    });
 }
 
 } // namespace
@@ -142,20 +148,21 @@ void registerNotebookTools(ToolRegistry& registry, FullNotebook& notebook, Noteb
 {
     const auto shared = std::make_shared<const NotebookToolContext>(std::move(context));
     const auto facts = std::make_shared<FactTool>(notebook, *shared);
+    const auto use = std::make_shared<NoteUse>(notebook, shared->now);
     registry.add("keep_note", [&notebook, shared](const LiveFunctionCall& call, ToolReply reply) {
         keepNote(notebook, *shared, call, std::move(reply));
     });
     registry.add("find_in_notebook", [&notebook, shared](const LiveFunctionCall& call, ToolReply reply) {
         findInNotebook(notebook, shared, call, std::move(reply));
     });
-    registry.add("read_note", [&notebook, shared](const LiveFunctionCall& call, ToolReply reply) {
-        readNote(notebook, *shared, call, std::move(reply));
+    registry.add("read_note", [&notebook, shared, use](const LiveFunctionCall& call, ToolReply reply) {
+        readNote(notebook, *use, *shared, call, std::move(reply));
     });
     registry.add("explain", [&notebook, shared](const LiveFunctionCall& call, ToolReply reply) {
         explain(notebook, *shared, call, std::move(reply));
     });
-    registry.add("save_how_to", [&notebook, shared](const LiveFunctionCall& call, ToolReply reply) {
-        saveHowTo(notebook, *shared, call, std::move(reply));
+    registry.add("save_how_to", [&notebook, shared, use](const LiveFunctionCall& call, ToolReply reply) {
+        saveHowTo(notebook, *use, *shared, call, std::move(reply));
     });
     registry.add("remember_about_them",
         [facts, shared](const LiveFunctionCall& call, ToolReply reply) { facts->call(call, std::move(reply)); });

@@ -11,7 +11,8 @@ namespace quorvell {
 ///
 /// keep_note title?, text?, kind? ("note" or "clip") answers {"status": "kept", "id", "title"}.
 /// explain question, text, level? does the same; the same question again replaces the text.
-/// save_how_to title, goal, steps, based_on? does the same and puts the one it is based on away.
+/// save_how_to title, goal, steps, based_on? does the same and puts the one it is based on away, whose uses go on to
+/// count for the new one.
 /// find_in_notebook query, kind?, limit? answers {"status": "found", "count", "notes": [{"id", "kind", "title",
 /// "snippet", "created", "remind_at"?, "untrusted"?}]}; "count" is of all that match, "notes" the first `limit` of
 /// them, best first. read_note id answers {"status": "read", "id", "kind", "title", "text", "created", "remind_at"?,

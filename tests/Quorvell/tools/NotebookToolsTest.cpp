@@ -86,12 +86,14 @@ struct Bench {
                     .calendar = *Calendar::create("Asia/Tokyo", "en_GB"),
                     .search = search.get(),
                     .consent = &heard,
-                    .show = [this](const std::string& path) { return shown = path, std::string(); }});
+                    .show = [this](const std::string& path,
+                                const auto& done) { done(path == "/notes/1.md" ? "No program." : ""), shown = path; }});
         }
         auto text = std::make_shared<std::string>();
         (*registry.owner(tool))(LiveFunctionCall::fromArgumentsText("1", tool, arguments, false),
             ToolReply([text](const Json& result) { *text = dumpJson(result); }));
-        EXPECT_TRUE(notebook.waiting.empty() || text->empty()) << "answered before it was durable";
+        EXPECT_TRUE(notebook.waiting.empty() || text->empty() || tool == "read_note")
+            << "answered before it was durable";
         for (const auto& finish : std::exchange(notebook.waiting, {}))
             finish();
         EXPECT_TRUE(scheduler.queue.runUntil([&] { return tool != "find_in_notebook" || !text->empty(); }));
@@ -146,13 +148,14 @@ TEST(NotebookTools, keepExplanationsAndHowTos)
     EXPECT_EQ(explanation.origin, NoteOrigin::explainer);
     EXPECT_EQ(explanation.body + *explanation.level, "It boils.normal");
 
-    Bench other({{.id = "1", .kind = NoteKind::howTo, .title = "Tea", .steps = {"Boil"}}});
+    Bench other({{.id = "1", .kind = NoteKind::howTo, .title = "Tea", .steps = {"Boil"}, .timesUsed = 2}});
     other.answer(
         "save_how_to", R"({"title": "Tea", "goal": "a cup", "steps": ["Boil ", "", "Pour"], "based_on": "1"})");
     ASSERT_EQ(other.notebook.list.size(), 2u);
     EXPECT_EQ(other.notebook.list[0].steps, (std::vector<std::string>{"Boil", "Pour"}));
     EXPECT_EQ(other.notebook.list[0].goal, "a cup");
     EXPECT_TRUE(other.notebook.list[1].archived) << "what it replaces is put away";
+    EXPECT_EQ(other.notebook.list[0].timesUsed, 3) << "and goes on to count";
 }
 
 TEST(NotebookTools, sayWhatIsWrongWithARequest)
@@ -274,8 +277,14 @@ TEST(NotebookTools, findReadAndOpenWhatIsVisible)
     EXPECT_EQ(
         bench.answer("open_notebook", R"({"id": "3"})"), R"({"status":"shown","id":"3","title":"Call the dentist"})");
     EXPECT_EQ(bench.shown + bench.notebook.flashed().value_or(""), "/notes/3.md3");
+    EXPECT_EQ(bench.answer("open_notebook", R"({"id": "1"})"), R"({"error":"No program."})");
     bench.answer("open_notebook", "{}");
     EXPECT_EQ(bench.shown, "/notes");
+    bench.answer("read_note", R"({"id": "3"})");
+    bench.answer("read_note", R"({"id": "3"})");
+    EXPECT_EQ(bench.notebook.note("3")->timesUsed, 1) << "once a conversation";
+    EXPECT_EQ(bench.notebook.note("3")->reviewed, monday);
+    EXPECT_EQ(bench.notebook.note("1")->timesUsed, 0) << "only a how-to is followed";
     bench.notebook.list[0].body = std::string(30'000, 'x');
     const auto answer = parseJson(bench.answer("read_note", R"({"id": "1"})"));
     EXPECT_EQ(readString(*answer, "text")->size(), 20'000u);
