@@ -10,19 +10,58 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <filesystem>
 
 namespace quorvell {
 
 namespace {
 
+/// While it lives, Ctrl+C and Ctrl+\ typed in the terminal are the editor's alone.
+class InterruptsLeftToTheEditor {
+public:
+    InterruptsLeftToTheEditor()
+        : m_interrupt(std::signal(SIGINT, SIG_IGN))
+        , m_quit(std::signal(SIGQUIT, SIG_IGN))
+    {
+    }
+    ~InterruptsLeftToTheEditor()
+    {
+        std::signal(SIGINT, m_interrupt);
+        std::signal(SIGQUIT, m_quit);
+    }
+    InterruptsLeftToTheEditor(const InterruptsLeftToTheEditor&) = delete;
+    InterruptsLeftToTheEditor& operator=(const InterruptsLeftToTheEditor&) = delete;
+
+    /// Starts the program with both signals as they usually are. False when it cannot be started.
+    static bool start(pid_t& process, char* const* arguments)
+    {
+        sigset_t usual;
+        ::sigemptyset(&usual);
+        ::sigaddset(&usual, SIGINT);
+        ::sigaddset(&usual, SIGQUIT);
+        posix_spawnattr_t attributes;
+        ::posix_spawnattr_init(&attributes);
+        ::posix_spawnattr_setsigdefault(&attributes, &usual);
+        ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
+        const int failure = ::posix_spawn(&process, "/bin/sh", nullptr, &attributes, arguments, environ);
+        ::posix_spawnattr_destroy(&attributes);
+        return failure == 0;
+    }
+
+private:
+    void (*m_interrupt)(int);
+    void (*m_quit)(int);
+};
+
 /// True when the editor came back without an error.
 bool runEditor(const std::string& command, std::string path)
 {
     std::string words[] = {"sh", "-c", command + " \"$1\"", "sh", std::move(path)};
     char* arguments[] = {words[0].data(), words[1].data(), words[2].data(), words[3].data(), words[4].data(), nullptr};
+    const InterruptsLeftToTheEditor interrupts;
     pid_t process = 0;
-    if (::posix_spawn(&process, "/bin/sh", nullptr, nullptr, arguments, environ) != 0)
+    if (!InterruptsLeftToTheEditor::start(process, arguments))
         return false;
     int status = 0;
     while (::waitpid(process, &status, 0) < 0 && errno == EINTR) { }

@@ -5,10 +5,12 @@
 #include "Quorvell/app/ProgramEnvironment.h"
 #include "Quorvell/app/QtScheduler.h"
 #include "Quorvell/app/WaitFor.h"
+#include "Quorvell/files/Folder.h"
 #include "QuorvellCore/text/Json.h"
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -53,9 +55,9 @@ public:
     {
         const auto versions = waitFor<std::vector<NoteVersion>>(
             [&](FullNotebook::HistoryCallback told) { m_notebook.history(note.id, std::move(told)); });
-        const auto index = static_cast<std::size_t>(m_request.version - 1);
+        const auto index = static_cast<std::size_t>(m_request.number - 1);
         if (index >= versions.size()) {
-            m_errors << "There is no version " << m_request.version << ". \"quorvell notes history " << note.id
+            m_errors << "There is no version " << m_request.number << ". \"quorvell notes history " << note.id
                      << "\" lists them.\n";
             return couldNot;
         }
@@ -78,6 +80,40 @@ public:
         return tell(note.id, "confirmed", verdict, "Confirmed. The assistant knows it from now on.");
     }
 
+    int tick(const Note& note)
+    {
+        const auto index = static_cast<std::size_t>(m_request.number - 1);
+        const auto step = static_cast<std::int64_t>(index);
+        const bool isHowTo = note.kind == NoteKind::howTo;
+        if (isHowTo ? index >= note.steps.size() : !withToggledTask(note.body, index)) {
+            m_errors << "The note has no " << (isHowTo ? "step " : "task ") << m_request.number
+                     << ". Steps are those of a how-to, tasks are lines of a note such as \"- [ ] Milk\".\n";
+            return couldNot;
+        }
+        const bool isTicked = std::find(note.checked.begin(), note.checked.end(), step) != note.checked.end();
+        const NotebookVerdict verdict = verdictOf([&](NotebookCallback told) {
+            if (isHowTo)
+                m_notebook.setChecked(note.id, step, !isTicked, std::move(told));
+            else
+                m_notebook.toggleTask(note.id, index, std::move(told));
+        });
+        return tell(note.id, "changed", verdict, "The tick is changed.");
+    }
+
+    int picture(const Note& note)
+    {
+        if (m_request.picture.empty())
+            return tellPicture(note);
+        const auto picture = readFile(m_request.picture, largestPicture);
+        if (!picture) {
+            m_errors << m_request.picture << " cannot be read, or it is larger than 32 MiB. Give another file.\n";
+            return couldNot;
+        }
+        const NotebookVerdict verdict =
+            verdictOf([&](NotebookCallback told) { m_notebook.savePicture(note.id, *picture, std::move(told)); });
+        return tell(note.id, "changed", verdict, "The picture is kept with the note.");
+    }
+
     int delete_(const Note& note)
     {
         const NotebookVerdict verdict =
@@ -86,6 +122,19 @@ public:
     }
 
 private:
+    static constexpr std::size_t largestPicture = 32 * 1024 * 1024; ///< Bytes; as much as the owner takes.
+
+    int tellPicture(const Note& note)
+    {
+        const auto path = m_notebook.pictureURL(note);
+        if (!path) {
+            m_errors << "The note has no picture. \"quorvell notes picture " << note.id << " FILE\" keeps one.\n";
+            return couldNot;
+        }
+        m_out << (m_request.asJson ? dumpJson({{"id", note.id}, {"picture", *path}}) : *path) << "\n";
+        return done;
+    }
+
     static NotebookVerdict verdictOf(const std::function<void(NotebookCallback)>& begin)
     {
         return waitFor<NotebookVerdict>(begin);
@@ -127,7 +176,8 @@ int changeNote(const NotesRequest& request, const Note& note, const ProgramEnvir
             return couldNot;
         }
         if (!edited.note) {
-            out << (request.asJson ? "{\"status\":\"unchanged\"}\n" : "Nothing was changed.\n");
+            out << (request.asJson ? dumpJson({{"status", "unchanged"}, {"id", note.id}}) : "Nothing was changed.")
+                << "\n";
             return done;
         }
     }
@@ -146,13 +196,21 @@ int changeNote(const NotesRequest& request, const Note& note, const ProgramEnvir
         return changing.restore(note);
     case NotesRequest::Action::confirm:
         return changing.confirm(note);
+    case NotesRequest::Action::tick:
+        return changing.tick(note);
+    case NotesRequest::Action::picture:
+        return changing.picture(note);
     case NotesRequest::Action::delete_:
         return changing.delete_(note);
     case NotesRequest::Action::list:
     case NotesRequest::Action::find:
     case NotesRequest::Action::show:
+    case NotesRequest::Action::facts:
     case NotesRequest::Action::history:
     case NotesRequest::Action::export_:
+    case NotesRequest::Action::add:
+    case NotesRequest::Action::remember:
+    case NotesRequest::Action::forgetFacts:
     case NotesRequest::Action::move:
         break;
     }

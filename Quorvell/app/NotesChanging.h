@@ -9,8 +9,8 @@ namespace quorvell {
 
 struct ProgramEnvironment;
 
-/// The exit code of edit, restore, confirm and delete. Hands the change to whichever program owns the notebook. Makes
-/// its own event loop where there is none.
+/// The exit code of edit, tick, picture, restore, confirm and delete. Hands the change to whichever program owns the
+/// notebook. Makes its own event loop where there is none.
 int changeNote(const NotesRequest& request, const Note& note, const ProgramEnvironment& environment, std::ostream& out,
     std::ostream& errors);
 

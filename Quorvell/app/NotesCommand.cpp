@@ -1,6 +1,7 @@
 #include "Quorvell/app/NotesCommand.h"
 
 #include "Quorvell/app/NotesChanging.h"
+#include "Quorvell/app/NotesKeeping.h"
 #include "Quorvell/app/NotesMoving.h"
 #include "Quorvell/app/NotesReading.h"
 #include "Quorvell/app/ProgramEnvironment.h"
@@ -21,33 +22,37 @@ constexpr int couldNot = 1;
 using Action = NotesRequest::Action;
 
 struct Options {
-    bool asJson = false;
     std::vector<std::string> words;
-    std::string target; ///< An id, or where to export or move to.
-    int version = 0;
+    NotesRequest request;
 };
+
+/// What stands after a subcommand's name.
+enum class Takes { nothing, words, id, idAndVersion, idAndStep, idAndPicture, assurance, target };
 
 struct Subcommand {
     const char* name;
     Action action;
+    Takes takes;
     const char* description;
-    const char* argument; ///< Empty when it takes none.
-    const char* meaning;
 };
 
 constexpr Subcommand subcommands[] = {
-    {"list", Action::list, "All notes, the newest first", "", ""},
-    {"show", Action::show, "One note with its text", "id", "Its id or the beginning of it"},
-    {"edit", Action::edit, "Edit a note in the program that VISUAL or EDITOR names", "id",
-        "Its id or the beginning of it"},
-    {"history", Action::history, "Earlier versions of a note, the newest first", "id", "Its id or the beginning of it"},
-    {"restore", Action::restore, "Bring an earlier version back", "id", "Its id or the beginning of it"},
-    {"confirm", Action::confirm, "Let the assistant know a fact about you", "id", "Its id or the beginning of it"},
-    {"delete", Action::delete_, "Move a note to the trash", "id", "Its id or the beginning of it"},
-    {"export", Action::export_, "Copy the notebook into a folder; with --json its notes into one file", "target",
-        "The folder or, with --json, the file; - is the standard output"},
-    {"move", Action::move, "Keep the notebook in another folder from now on", "target",
-        "The folder; or local, for the usual one; or synced, for one that a sync program keeps"},
+    {"list", Action::list, Takes::nothing, "All notes, the newest first"},
+    {"find", Action::find, Takes::words, "Notes that hold all of the words, or words that begin so"},
+    {"show", Action::show, Takes::id, "One note with its text"},
+    {"add", Action::add, Takes::words, "Keep a note of your own"},
+    {"edit", Action::edit, Takes::id, "Edit a note in the program that VISUAL or EDITOR names"},
+    {"tick", Action::tick, Takes::idAndStep, "Tick a step or a task of a note, or take the tick off"},
+    {"picture", Action::picture, Takes::idAndPicture, "Keep a picture with a note, or say where its picture is"},
+    {"history", Action::history, Takes::id, "Earlier versions of a note, the newest first"},
+    {"restore", Action::restore, Takes::idAndVersion, "Bring an earlier version back"},
+    {"delete", Action::delete_, Takes::id, "Move a note to the trash"},
+    {"facts", Action::facts, Takes::nothing, "What is kept about you"},
+    {"remember", Action::remember, Takes::words, "Keep a fact about you that the assistant may know"},
+    {"confirm", Action::confirm, Takes::id, "Let the assistant know a fact about you"},
+    {"forget-facts", Action::forgetFacts, Takes::assurance, "Remove every fact about you for good"},
+    {"export", Action::export_, Takes::target, "Copy the notebook into a folder; with --json its notes into one file"},
+    {"move", Action::move, Takes::target, "Keep the notebook in another folder from now on"},
 };
 
 std::string joined(const std::vector<std::string>& words)
@@ -60,18 +65,63 @@ std::string joined(const std::vector<std::string>& words)
 
 NotesRequest requestOf(const CLI::App& command, const Options& options)
 {
-    if (command.got_subcommand("find"))
-        return {Action::find, joined(options.words), 0, options.asJson};
-    for (const Subcommand& subcommand : subcommands)
-        if (command.got_subcommand(subcommand.name))
-            return {subcommand.action, options.target, options.version, options.asJson};
-    return {Action::list, "", 0, options.asJson};
+    NotesRequest request = options.request;
+    for (const Subcommand& subcommand : subcommands) {
+        if (!command.got_subcommand(subcommand.name))
+            continue;
+        request.action = subcommand.action;
+        if (subcommand.takes == Takes::words)
+            request.words = joined(options.words);
+    }
+    return request;
+}
+
+void addArguments(CLI::App& command, Takes takes, Options& options)
+{
+    NotesRequest& request = options.request;
+    switch (takes) {
+    case Takes::nothing:
+        return;
+    case Takes::words:
+        command.add_option("words", options.words, "The words")->required();
+        return;
+    case Takes::assurance:
+        command.add_flag("--yes", request.isSure, "Do it without asking back");
+        return;
+    case Takes::target:
+        command
+            .add_option("target", request.words,
+                command.get_name() == "move"
+                    ? "The folder; or local, for the usual one; or synced, for one that a sync program keeps"
+                    : "The folder or, with --json, the file; - is the standard output")
+            ->required();
+        return;
+    case Takes::id:
+    case Takes::idAndVersion:
+    case Takes::idAndStep:
+    case Takes::idAndPicture:
+        command.add_option("id", request.words, "Its id or the beginning of it")->required();
+    }
+    if (takes == Takes::idAndPicture)
+        command.add_option("file", request.picture, "The picture, in any common format");
+    else if (takes != Takes::id)
+        command
+            .add_option("number", request.number,
+                takes == Takes::idAndVersion ? "Its number in the history" : "The number of the step or task")
+            ->required()
+            ->check(CLI::PositiveNumber);
 }
 
 bool isChange(Action action)
 {
-    return action == Action::edit || action == Action::restore || action == Action::confirm
-        || action == Action::delete_;
+    return action == Action::edit || action == Action::restore || action == Action::confirm || action == Action::tick
+        || action == Action::picture || action == Action::delete_;
+}
+
+bool isAboutNoNote(Action action)
+{
+    return action == Action::add || action == Action::remember || action == Action::facts
+        || action == Action::forgetFacts;
 }
 
 int runNotes(const NotesRequest& request, const ProgramEnvironment& environment)
@@ -85,8 +135,10 @@ int runNotes(const NotesRequest& request, const ProgramEnvironment& environment)
     }
     const auto now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
     const auto output = environment.isOutputTerminal ? NotesListing::Output::terminal : NotesListing::Output::other;
-    NotesReading reading(
-        request, environment.notebookFolder, {*std::move(calendar), now, output}, std::cout, std::cerr);
+    const NotesListing listing{*std::move(calendar), now, output};
+    if (isAboutNoNote(request.action))
+        return keepNotes(request, listing, environment, std::cout, std::cerr);
+    NotesReading reading(request, environment.notebookFolder, listing, std::cout, std::cerr);
     if (!isChange(request.action))
         return reading.run();
     const auto note = reading.meantNote();
@@ -100,20 +152,12 @@ std::function<int()> addNotesCommand(CLI::App& program, const ProgramEnvironment
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand("notes", "List, find, show and change the notes of the notebook");
     command->require_subcommand(0, 1);
-    command->add_flag("--json", options->asJson, "One JSON object a line");
+    command->add_flag("--json", options->request.asJson, "One JSON object a line");
     for (const Subcommand& subcommand : subcommands) {
         CLI::App* added = command->add_subcommand(subcommand.name, subcommand.description);
-        if (*subcommand.argument != '\0')
-            added->add_option(subcommand.argument, options->target, subcommand.meaning)->required();
-        if (subcommand.action == Action::restore)
-            added->add_option("version", options->version, "Its number in the history")
-                ->required()
-                ->check(CLI::PositiveNumber);
+        addArguments(*added, subcommand.takes, *options);
         added->fallthrough();
     }
-    CLI::App* find = command->add_subcommand("find", "Notes that hold all of the words, or words that begin so");
-    find->add_option("words", options->words, "What to look for")->required();
-    find->fallthrough();
     return [command, options, environment] { return runNotes(requestOf(*command, *options), environment); };
 }
 

@@ -10,8 +10,9 @@ namespace quorvell {
 
 struct ProgramEnvironment;
 
-/// `quorvell notes [list | find WORDS... | show ID | edit ID | history ID | restore ID NUMBER | confirm ID | delete ID
-/// | export TARGET | move TARGET] [--json]`. Reading needs no owner of the notebook; what changes it goes through the
+/// `quorvell notes [list | find WORDS... | show ID | add WORDS... | edit ID | tick ID NUMBER | picture ID [FILE] |
+/// history ID | restore ID NUMBER | delete ID | facts | remember WORDS... | confirm ID | forget-facts --yes |
+/// export TARGET | move TARGET] [--json]`. Reading needs no owner of the notebook; what changes it goes through the
 /// owner.
 std::function<int()> addNotesCommand(CLI::App& program, const ProgramEnvironment& environment);
 

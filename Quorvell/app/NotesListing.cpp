@@ -5,20 +5,22 @@
 #include "QuorvellCore/reminders/DateParts.h"
 #include "QuorvellCore/reminders/ReminderWords.h"
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/ColumnText.h"
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <vector>
 
 namespace quorvell {
 
 namespace {
 
-/// Filled with spaces to `width` characters, or cut to it.
+/// Filled with spaces to `width` columns of a terminal, or cut to it.
 std::string column(const std::string& text, std::size_t width)
 {
-    const std::string cut = firstCharacters(text, width);
-    return cut + std::string(width - characterCount(cut), ' ');
+    const std::string cut = firstColumns(text, width);
+    return cut + std::string(width - std::min(columnsOf(cut), width), ' ');
 }
 
 /// One line that no control character can break.
@@ -33,6 +35,15 @@ std::string writerOf(const Note& note)
     return note.personEdited && note.author == NoteAuthor::quorvell ? writer + ", changed by you" : writer;
 }
 
+/// "1, 3"
+std::string ticks(const Note& note)
+{
+    std::string text;
+    for (const std::int64_t step : note.checked)
+        text += (text.empty() ? "" : ", ") + std::to_string(step + 1);
+    return text;
+}
+
 } // namespace
 
 std::string NotesListing::line(const Note& note) const
@@ -43,7 +54,7 @@ std::string NotesListing::line(const Note& note) const
     const std::string title = note.title.empty() ? note.plainText().substr(0, 4 * longestTitle) : note.title;
     return column(plainLine(note.id), idWidth) + "  " + DateParts::fromDay(note.created, calendar).text() + "  "
         + column(std::string(storedText(note.kind)), kindWidth) + "  "
-        + firstCharacters(plainLine(repairUtf8(title)), longestTitle) + marks(note);
+        + firstColumns(plainLine(repairUtf8(title)), longestTitle) + marks(note);
 }
 
 std::string NotesListing::page(const Note& note, const std::string& path) const
@@ -55,6 +66,8 @@ std::string NotesListing::page(const Note& note, const std::string& path) const
         text += "\n" + shown(*note.question) + "\n";
     if (const std::string body = note.plainText(); !body.empty())
         text += "\n" + shown(body) + (body.ends_with('\n') ? "" : "\n");
+    if (!note.checked.empty())
+        text += "\nTicked: " + ticks(note) + "\n";
     for (const NoteTurn& turn : note.thread)
         text += "\n" + shown(turn.question) + "\n\n" + shown(turn.answer) + "\n";
     return text;
@@ -68,7 +81,7 @@ std::string NotesListing::entry(const NoteVersion& version, std::size_t number) 
         text += " " + step;
     const std::string line = plainLine(version.title + ": " + text);
     return std::to_string(number) + "  " + DateParts::from(version.date, calendar).text() + "  "
-        + firstCharacters(line, longest);
+        + firstColumns(line, longest);
 }
 
 Json NotesListing::json(const NoteVersion& version, std::size_t number)

@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <ostream>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 namespace quorvell {
@@ -57,9 +59,15 @@ int NotesReading::run()
         return history();
     case NotesRequest::Action::export_:
         return exportAll();
+    case NotesRequest::Action::facts:
+    case NotesRequest::Action::add:
+    case NotesRequest::Action::remember:
+    case NotesRequest::Action::forgetFacts:
     case NotesRequest::Action::edit:
     case NotesRequest::Action::restore:
     case NotesRequest::Action::confirm:
+    case NotesRequest::Action::tick:
+    case NotesRequest::Action::picture:
     case NotesRequest::Action::delete_:
     case NotesRequest::Action::move:
         break;
@@ -91,13 +99,27 @@ std::optional<Note> NotesReading::meantNote()
     }
     if (found.size() == 1)
         return *found.front();
-    if (found.empty())
+    tellCandidates(found);
+    return std::nullopt;
+}
+
+/// Where no id begins like the words, perhaps they were meant to be found.
+void NotesReading::tellCandidates(std::vector<const Note*> candidates) const
+{
+    constexpr std::size_t most = 10;
+    const bool isPrefix = !candidates.empty();
+    if (!isPrefix)
+        candidates = holding(m_request.words);
+    if (isPrefix)
+        m_errors << "Several notes have an id that begins like this. Give more of it:\n";
+    else if (candidates.empty())
         m_errors << "No note has an id that begins like this. \"quorvell notes\" lists them.\n";
     else
-        m_errors << "Several notes have an id that begins like this. Give more of it:\n";
-    for (const Note* note : found)
-        m_errors << m_listing.line(*note) << "\n";
-    return std::nullopt;
+        m_errors << "No note has an id that begins like this. These hold the words:\n";
+    for (std::size_t index = 0; index < std::min(candidates.size(), most); ++index)
+        m_errors << m_listing.line(*candidates[index]) << "\n";
+    if (candidates.size() > most)
+        m_errors << "and " << candidates.size() - most << " more.\n";
 }
 
 int NotesReading::list() const
@@ -111,20 +133,30 @@ int NotesReading::list() const
 
 int NotesReading::find() const
 {
-    NoteIndex index;
-    for (const Note& note : m_content.notes)
-        index.put(note);
-    const NotesFound found =
-        index.find({.words = m_request.words, .reader = NoteQuery::Reader::person, .limit = m_content.notes.size()});
-    if (found.hits.empty() && !m_request.asJson)
+    const std::vector<const Note*> found = holding(m_request.words);
+    if (found.empty() && !m_request.asJson)
         m_out << "No note holds all of these words. Try fewer words, or only their beginnings.\n";
-    for (const NoteHit& hit : found.hits) {
-        const auto note = std::find_if(m_content.notes.begin(), m_content.notes.end(),
-            [&hit](const Note& candidate) { return candidate.id == hit.id; });
-        if (note != m_content.notes.end())
-            printLine(*note);
-    }
+    for (const Note* note : found)
+        printLine(*note);
     return done;
+}
+
+/// Best first.
+std::vector<const Note*> NotesReading::holding(const std::string& words) const
+{
+    NoteIndex index;
+    std::unordered_map<std::string_view, const Note*> notes;
+    for (const Note& note : m_content.notes) {
+        index.put(note);
+        notes[note.id] = &note;
+    }
+    const NotesFound found =
+        index.find({.words = words, .reader = NoteQuery::Reader::person, .limit = m_content.notes.size()});
+    std::vector<const Note*> holding;
+    for (const NoteHit& hit : found.hits)
+        if (const auto note = notes.find(hit.id); note != notes.end())
+            holding.push_back(note->second);
+    return holding;
 }
 
 int NotesReading::show()

@@ -30,6 +30,8 @@ private:
     int history();
     int exportAll() const;
     int exportJson() const;
+    void tellCandidates(std::vector<const Note*> candidates) const;
+    std::vector<const Note*> holding(const std::string& words) const;
     void printLine(const Note& note) const;
     std::string pathOf(const Note& note) const;
 

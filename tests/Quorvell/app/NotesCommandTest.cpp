@@ -105,6 +105,16 @@ TEST(NotesCommand, listsFindsAndShows)
             "No note holds all of these words. Try fewer words, or only their beginnings.\n", ""},
         {{"notes", "show", "aaaa"}, 1, "", "Several notes"},
         {{"notes", "show", "cccc"}, 1, "", "No note has an id"},
+        {{"notes", "show", "dentist"}, 1, "", "No note has an id that begins like this. These hold the words:\naaaa1"},
+        {{"notes", "tick", "bbbb", "1"}, 1, "", "The note has no task 1"},
+        {{"notes", "tick", "aaaa3", "3"}, 1, "", "The note has no step 3"},
+        {{"notes", "picture", "bbbb"}, 1, "", "The note has no picture"},
+        {{"notes", "picture", "bbbb", "/none.png"}, 1, "", "/none.png cannot be read"},
+        {{"notes", "forget-facts"}, 1, "", "This removes every fact"},
+        {{"notes", "remember", "My PIN is", "1234"}, 1, "", "Nothing was kept"},
+        {{"notes", "add", " "}, 1, "", "There are no words"},
+        {{"notes", "facts"}, 0, "The notebook holds no facts about you. \"quorvell notes remember ...\" keeps one.\n",
+            ""},
         {{"notes", "history", "bbbb"}, 0, "There are no earlier versions of this note.\n", ""},
         {{"notes", "restore", "bbbb", "1"}, 1, "", "There is no version 1"},
         {{"notes", "confirm", "aaaa3"}, 1, "", "Only facts"},
@@ -148,7 +158,7 @@ TEST(NotesCommand, speaksJsonToScripts)
     EXPECT_EQ(shell.run({"notes", "--json", "show", "aaaa1"}), 0);
     EXPECT_EQ(shell.output,
         R"({"id":"aaaa11112222","kind":"note","title":"Call the dentist","created":"2026-11-16T17:00:00.000Z",)"
-        R"("updated":"1970-01-01T00:00:00.000Z","author":"quorvell","origin":"person","pinned":false,"archived":false,)"
+        R"("updated":"2026-11-16T17:00:00.000Z","author":"quorvell","origin":"person","pinned":false,"archived":false,)"
         R"("remind_at":"2026-11-17T17:00:00.000Z","repeat":"daily","file":")"
             + shell.environment.notebookFolder + "/aaaa11112222.md\",\"text\":\"\"}\n");
     EXPECT_EQ(shell.run({"notes", "find", "tea", "--json"}), 0);
@@ -211,6 +221,32 @@ TEST(NotesCommand, editsAndRestores)
     EXPECT_EQ(shell.run({"notes", "restore", "aaaa3", "2", "--json"}), 0);
     EXPECT_EQ(shell.output, "{\"status\":\"restored\",\"id\":\"aaaa33334444\"}\n");
     EXPECT_EQ(stored().steps, (std::vector<std::string>{"Boil", "Pour"}));
+}
+
+TEST(NotesCommand, keepsTicksAndForgets)
+{
+    Shell shell;
+    shell.keep(someNotes());
+    // One red pixel.
+    test::writeText(shell.folder / "red.ppm", "P3 1 1 255 255 0 0\n");
+    const std::string picture = shell.environment.notebookFolder + "/Pictures/aaaa33334444.png";
+    const std::pair<std::vector<std::string>, std::string> rows[] = {
+        {{"notes", "add", "Buy", "three loaves"}, "Kept. Its id is "},
+        {{"notes", "find", "loaves"}, "Buy three loaves\n"},
+        {{"notes", "tick", "aaaa3", "2"}, "The tick is changed.\n"},
+        {{"notes", "show", "aaaa3"}, "\nTicked: 2\n"},
+        {{"notes", "picture", "aaaa3", shell.folder / "red.ppm"}, "The picture is kept"},
+        {{"notes", "picture", "aaaa3"}, picture + "\n"},
+        {{"notes", "remember", "I", "have a dog"}, "The assistant knows it"},
+        {{"notes", "facts"}, "about_me     I have a dog\n"},
+        {{"notes", "forget-facts", "--yes", "--json"}, "{\"status\":\"forgotten\"}\n"},
+        {{"notes", "facts", "--json"}, ""},
+    };
+    for (const auto& [words, says] : rows) {
+        EXPECT_EQ(shell.run(words), 0) << words[1] << shell.errors;
+        EXPECT_NE(shell.output.find(says), std::string::npos) << words[1] << ": " << shell.output;
+    }
+    EXPECT_EQ(shell.output, "");
 }
 
 TEST(NotesCommand, exports)

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "Quorvell/app/NotesListing.h"
+#include "Quorvell/app/NotesRequest.h"
+
+#include <iosfwd>
+
+namespace quorvell {
+
+struct ProgramEnvironment;
+
+/// The exit code of add, remember, facts and forget-facts, which concern no note that is there already. Goes through
+/// whichever program owns the notebook. Makes its own event loop where there is none.
+int keepNotes(const NotesRequest& request, const NotesListing& listing, const ProgramEnvironment& environment,
+    std::ostream& out, std::ostream& errors);
+
+} // namespace quorvell
