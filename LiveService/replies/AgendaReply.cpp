@@ -111,7 +111,7 @@ std::string caveats(const Json& result)
     std::string told = names.empty() ? "" : " That is at the same time as " + names + ".";
     for (const Json& reminder : listIn(result, "reminders"))
         told += " Your reminder “" + text(reminder, "title") + "” comes meanwhile.";
-    return told + (readBool(result, "past").value_or(false) ? " That is already past. Did you mean another day?" : "");
+    return told + (readBool(result, "past").value_or(false) ? " Mind that this is already past." : "");
 }
 
 std::string eventReply(const Json& result)

@@ -126,6 +126,10 @@ TEST(ReplyWording, tellsOfNotes)
             R"({"status":"added","title":"Lunch with Ana","start":"2026-11-27 13:00","conflicts":[{"title":"Gym"}]})",
             "I have put Lunch with Ana into your calendar, on Friday the 27th of November at 1 PM. That is at the same "
             "time as Gym."},
+        {"added in the past, over a reminder", "add_event", Purpose::tell,
+            R"({"status":"added","title":"Gym","start":"2026-11-20 08:00","reminders":[{"title":"Pay rent"}],"past":true})",
+            "I have put Gym into your calendar, on Friday the 20th of November at 8 AM. Your reminder “Pay rent” comes "
+            "meanwhile. Mind that this is already past."},
         {"asked first", "change_event", Purpose::tell, R"({"status":"needs_confirmation","title":"Gym"})",
             "Should I really delete Gym?"},
         {"a fact", "remember_about_them", Purpose::tell, R"({"status":"remembered"})", "I will remember that."},
