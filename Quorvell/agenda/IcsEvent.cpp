@@ -205,10 +205,11 @@ void IcsEvent::followRule(
     icalproperty* property, Instant from, Instant to, const IcsZones& zones, std::vector<IcsMoment>& found) const
 {
     icalrecurrencetype rule = icalproperty_get_rrule(property);
-    if (!canBeFollowed(rule))
+    const bool isHourly = rule.freq == ICAL_HOURLY_RECURRENCE;
+    if (!canBeFollowed(rule) || (isHourly && start.kind == IcsMoment::Kind::date))
         return;
     dropPositionsInWeeks(rule);
-    if (rule.freq == ICAL_HOURLY_RECURRENCE)
+    if (isHourly)
         return followHours(rule, from, to, zones, found);
     IcsMoment plain = start;
     if (plain.kind != IcsMoment::Kind::date)

@@ -105,6 +105,8 @@ TEST(IcsCalendar, putsEventsWhereTheyHappen)
             {"2026-11-22T18:00/2026-11-22T18:00", "2026-11-24T00:00/2026-11-24T00:00",
                 "2026-11-25T06:00/2026-11-25T06:00", "2026-11-26T12:00/2026-11-26T12:00",
                 "2026-11-27T18:00/2026-11-27T18:00"}},
+        {"every five hours of a whole day", event("DTSTART;VALUE=DATE:20261123\nRRULE:FREQ=HOURLY;INTERVAL=5"),
+            {"2026-11-22T23:00/2026-11-23T23:00 day"}},
         {"further dates", event("DTSTART:20200101T120000Z\nRDATE:20261124T120000Z,20261126T120000Z"),
             {"2026-11-24T12:00/2026-11-24T12:00", "2026-11-26T12:00/2026-11-26T12:00"}},
         {"one moved out of the week, one into it",
