@@ -45,7 +45,7 @@ public:
     {
         const LowerCasedText lower(task);
         findImpossibleDate(lower.text(), today);
-        find(joinedDay(), lower.text());
+        find(otherDay(), lower.text());
         if (!hasTime)
             find(impossibleTime(), lower.text());
         if (m_range)
@@ -55,11 +55,12 @@ public:
     const std::optional<TextRange>& range() const { return m_range; }
 
 private:
-    /// Only one day is understood of "every monday and wednesday".
-    static const Pattern& joinedDay()
+    /// Only one day is understood of "every monday and wednesday", and none of "yesterday at 5 pm".
+    static const Pattern& otherDay()
     {
         static const Pattern pattern(R"(^(?:and|or|until|till)\s+(?:on\s+)?)"
-                                     R"((?:sunday|monday|tuesday|wednesday|thursday|friday|saturday|tomorrow)s?\b)");
+                                     R"((?:sunday|monday|tuesday|wednesday|thursday|friday|saturday|tomorrow)s?\b)"
+                                     R"(|^yesterday\b(?!['’]))");
         return pattern;
     }
 

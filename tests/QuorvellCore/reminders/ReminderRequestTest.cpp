@@ -34,6 +34,8 @@ TEST(ReminderRequest, fromWords)
         {"31 april at 5pm pay rent", Verdict::needsTime, "Pay rent"},
         {"feb 29 at noon party", Verdict::needsTime, "Party"},
         {"every monday and wednesday at 8am gym", Verdict::needsTime, "Gym"},
+        {"at 5pm yesterday call mum", Verdict::needsTime, "Call mum"},
+        {"tomorrow yesterday's mail", Verdict::ready, "Yesterday's mail", "2026-11-22 09:00"},
         {"tomorrow at 25:00 call mum", Verdict::needsTime, "Call mum"},
         {"tomorrow buy 40 marshmallows", Verdict::ready, "Buy 40 marshmallows", "2026-11-22 09:00"},
         {"tomorrow prepare the 5 march deadline", Verdict::ready, "Prepare the 5 march deadline", "2026-11-22 09:00"},
