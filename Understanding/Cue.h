@@ -8,6 +8,7 @@ namespace quorvell {
 enum class Cue : std::uint8_t {
     filler, ///< Says nothing: "me", "the", "a".
     definite, ///< "the", "my": it is there already.
+    indefinite, ///< "a", "another": it is not there yet.
     pronoun, ///< "it", "that".
     // What is to be done
     remind,
@@ -16,6 +17,7 @@ enum class Cue : std::uint8_t {
     know,
     keep,
     make,
+    enter, ///< As make, and for nothing that is there already.
     own, ///< "I have", "I've got"
     schedule,
     find,

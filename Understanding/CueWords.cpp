@@ -11,25 +11,28 @@ constexpr auto anywhere = CuePlace::anywhere;
 
 constexpr CueWords rows[] = {
     {filler, head,
-        "me|us|a|an|all|all of|am|i am|it is|that "
-        "is|some|please|quick|new|little|short|small|mental|another|out|aloud|loud|out loud|back|off|to me|"
+        "me|us|all|all of|am|i am|it is|that "
+        "is|some|please|quick|new|another|little|short|small|mental|out|aloud|loud|out loud|back|off|to me|"
         "for me|for us|up|again|just|else|is|are|am i|we|i|quickly|kindly|still|now|currently|so far|already|here|"
         "down|got|of|ever|yet|the words|one of|for later|might|could|would|can|may|should|will|love|dear|darling|mate|"
         "a bit of|a little|be able to|whether|if"},
+    {indefinite, head, "a|an"},
     {definite, head, "the|my|our|that|this|those|these|your"},
     {pronoun, head,
         "it|them|it$|that$|this$|them$|that one$|this one$|that bit$|of that$|of it$|of this$|it to me$|"
         "it out$|it out loud$|it aloud$|it back$|that to me$|that out$|that one to me$|it again$|that back$"},
 
     {remind, head,
-        "remind|remind me|remind us|nudge me|ping me|alert me|prompt me|notify me|buzz me|poke me|shout at me|"
+        "remind|remind me|remind us|nudge me|nag me|pester me|bug me|chase me|hassle me|ping me|alert me|prompt "
+        "me|notify me|buzz me|poke me|shout at me|"
         "give me a nudge|give me a shout|give me a ping|give me a poke|give me a buzz|jog my memory|set an alarm|"
         "set me an alarm|set a timer|make sure i|make sure that i|make sure we|see to it that i|see that i|"
         "get me to|be reminded|give me a heads up|drop me a hint|let me know when i should"},
     {remind, start, "reminder to|reminder for|reminder about|a reminder to|a reminder for|new reminder|reminder"},
     {wake, head, "wake me|wake me up|get me up|get me out of bed"},
     {remember, head,
-        "remember|for the record|for future reference|do not forget|do not ever forget|never forget|do not let me "
+        "remember|make sure you remember|be sure to remember|be aware|for the record|for future reference|do not "
+        "forget|do not ever forget|never forget|do not let me "
         "forget|let me not forget|"
         "make sure i do not forget|make sure that i do not forget|make sure i remember|must not forget|"
         "i must not forget|i should not forget|i can not forget|i cannot forget|do not want to forget|"
@@ -41,15 +44,19 @@ constexpr CueWords rows[] = {
         "learn|remember about me|remember this about me|remember something about me|know this about me|"
         "know something about me|note about me|keep in mind about me|save about me"},
     {keep, head,
-        "keep|save|store|record|note down|jot|jot down|jot this down|jot that down|jot it down|write|"
+        "file this|file that|file it|keep a record|keep|save|store|record|note down|jot|jot down|jot this down|jot "
+        "that down|jot it down|write|"
         "write down|write this down|write that down|write it down|write up|scribble|scribble down|scribble this down|"
         "scrawl|put down|put this down|put that down|put it down|get this down|get that down|take down|take this down|"
         "take that down|take it down|make note|log|log that|note this|note it down|note this down|note that down|pop "
         "down|commit to paper|memorise|memorize|type up|type out|leave a note"},
     {keep, start, "note|memo|note to self|new note"},
     {make, head,
-        "make|create|add|put|set|set up|enter|stick|pop|get|start|give|give me|i need|need|want|take|insert|throw in|"
-        "fill in|write in|put in|put down|jot in|have|include|register|chuck|bung|drop in|get me"},
+        "make|put|set|set up|dictate|i would like|i would love|i want|stick|pop|get|start|give|give me|i "
+        "need|need|want|take|insert|throw in|"
+        "fill in|write in|put in|put down|jot in|have|chuck|bung|drop in|get me"},
+    {enter, head, "add|enter|create|insert|register|include|add in|note in|fit in with"},
+    {enter, start, "new"},
     {own, start, "i have|i have got|we have|we have got|there is|i am having|i am meeting|i am seeing|i am going to"},
     {schedule, head,
         "schedule|book|book in|book me|book me in|book me in for|book us in for|put me down for|sign me up for|pencil "
@@ -81,11 +88,12 @@ constexpr CueWords rows[] = {
     {earlier, head, "bring forward|pull forward|move forward|move up|bring up to"},
     {delay, head,
         "postpone|put off|put it off|put that off|put this off|push it back|push that back|move it back|put it back|"
-        "push back|delay|put back|set back|push out|defer|hold off|hold off on|hold over|move back|"
+        "push back|delay|put back|set back|push out|defer|hold off|hold off on|hold over|move back|hold|"
         "put|push off|shelve|leave"},
     {delay, anywhere, "off till|off until|back until|back till|off to|back to"},
     {later, head,
-        "later|not today|not tomorrow|not this morning|not tonight|not now|not yet|not right now|snooze|later on|in a "
+        "later|i will do it|i will do that|not this minute|not today|not tomorrow|not this morning|not tonight|not "
+        "now|not yet|not right now|snooze|later on|in a "
         "bit|in a while|maybe later|another time|"
         "remind me again|remind me later$|remind me again later|remind me about it|remind me about that|"
         "remind me about it again|remind me about that again|remind me once more|ask me again|ask me later|"
@@ -104,7 +112,7 @@ constexpr CueWords rows[] = {
         "about|"
         "stop reminding me|stop reminding me about|you need not remind me|i do not need|do not need|no longer need|"
         "never mind about|never mind the"},
-    {done, head, "cross|tick|mark|mark off|finish|strike off|cross out|i have done|i am through with|scratch"},
+    {done, head, "cross|tick|consider|mark|mark off|finish|strike off|cross out|i have done|i am through with|scratch"},
     {also, start, "also|as well|too"},
 
     {what, head, "what|what is|what are|which|how|how is|how does|how do|what else is|what else|what was|what all"},
@@ -116,7 +124,7 @@ constexpr CueWords rows[] = {
         "do i have|have i|have i got|i have|i have got|do we have|have we got|do i|does|do|does my|would i have|will i "
         "have|could i have|can i have|are we|will i be|will i|is|did i|have you got|do you have|have|got|am i"},
     {there, head, "is there|are there|there is|there are|will there be|is there still"},
-    {any, head, "any|anything|something|things|stuff|any of|anything else|whatever|everything|anything at all"},
+    {any, head, "any|anything|something|things|stuff|any of|whatever|everything|anything at all"},
     {wrote, head,
         "did i write|did i write down|did i note|did i note down|did i say|did i save|did i keep|did i put|did i jot "
         "down|did i put down|did i record|did i store|have i written|have i written down|have i noted|have i noted "
@@ -151,12 +159,14 @@ constexpr CueWords rows[] = {
         "call|interview|lesson|class|brunch|haircut|checkup|"
         "coffee|drinks|session|practice|rehearsal|birthday|wedding|concert|trip|tea|supper|conference|training"},
     {free, anywhere,
-        "free|available|availability|gap|gaps|slot|slots|spare time|spare hour|spare moment|squeeze in|squeeze|fit "
+        "room for|a window of|window of|free|available|availability|gap|gaps|slot|slots|spare time|spare hour|spare "
+        "moment|squeeze in|squeeze|fit "
         "in|fit|opening|"
         "openings|free time|free slot|free slots|unbooked|nothing on|open slot|open slots"},
     {time, anywhere, "time|times"},
     {busy, head,
-        "on|going on|happening|coming up|planned|scheduled|doing|am i doing|up to|am i up to|busy|look|look "
+        "anything else|on|going on|happening|coming up|planned|scheduled|doing|am i doing|up to|am i up "
+        "to|busy|look|look "
         "like|looking|"
         "looking like|in store|lined up|on the cards|booked|is on|is happening|is coming up|is going on|is planned|"
         "is scheduled|is in store|is lined up|do i have on|have i got on|have i on|got on|am i supposed to be|"
@@ -166,8 +176,13 @@ constexpr CueWords rows[] = {
         "what is next$|what comes next$|next on|next in|is next on|is next in|next up|up next|coming up next|comes "
         "next|next appointment|next event|next meeting|next thing|my next|my next appointment|my next meeting|my next "
         "event|next engagement|next$"},
+    {next, head, "what time is my|what time is the|when is my|when is the|when does my|when am i seeing|when do i see"},
     {pending, anywhere,
-        "to remember|to do still|left to do|still to do|need to do|need to remember|must i do|should i do|must i not "
+        "have i forgotten anything|did i forget anything|am i forgetting anything|have i missed anything|left "
+        "for|left$|"
+        "did i ask you to remind me of|did i ask you to remind me about|do you have to remind me of|"
+        "do you have to remind me about|will you remind me of|are you reminding me of|is left|to remember|to do "
+        "still|left to do|still to do|need to do|need to remember|must i do|should i do|must i not "
         "forget|should i not forget|have to do|got to do|got to remember|have to remember|pending|outstanding|due|"
         "on my plate|on my list|on the list|do i need to do|do i have to do|do i need to remember|am i supposed to do|"
         "am i supposed to remember|must i remember|should i remember|on my to do list|on my to-do list|on the to do "
@@ -175,6 +190,7 @@ constexpr CueWords rows[] = {
         "waiting for me|had to do|i had to do|i had to remember|had to remember|supposed to do|open tasks|do i still "
         "have to do|am i meant to do|am i meant to remember"},
     {instead, anywhere, "instead|rather$"},
+    {instead, head, "i would rather have|rather have|i would prefer|prefer"},
     {foreign, anywhere,
         "file|files|window|windows|tab|tabs|email|emails|mail|message|messages|app|apps|browser|volume|language|song|"
         "music|light|lights|picture|photo|photos|folder|screen|website|page|video|game|computer|television|tv|weather|"

@@ -22,6 +22,7 @@ struct CueWeights {
 
 constexpr CueWeights cueWeights[] = {
     {Cue::definite, {{{moveEvent, 1}, {cancelEvent, 1}}}},
+    {Cue::indefinite, {{{addEvent, 1}, {moveEvent, -2}}}},
     {Cue::pronoun, {{{readNote, 1}, {moveEvent, 1}}}},
     {Cue::remind, {{{remind, 9}}}},
     {Cue::wake, {{{remind, 9}}}},
@@ -29,6 +30,7 @@ constexpr CueWeights cueWeights[] = {
     {Cue::know, {{{remember, 9}}}},
     {Cue::keep, {{{keepNote, 5}}}},
     {Cue::make, {{{keepNote, 2}, {addEvent, 2}, {remind, 1}, {moveEvent, 2}}}},
+    {Cue::enter, {{{keepNote, 2}, {addEvent, 3}, {remind, 1}}}},
     {Cue::own, {{{addEvent, 2}}}},
     {Cue::also, {{{addAnother, 4}}}},
     {Cue::schedule, {{{addEvent, 5}, {remind, 1}}}},
@@ -72,7 +74,7 @@ constexpr CueWeights cueWeights[] = {
     {Cue::day, {{{listEvents, 3}}}},
     {Cue::event, {{{addEvent, 2}, {moveEvent, 1}, {cancelEvent, 1}, {listEvents, 1}}}},
     {Cue::occasion, {{{addEvent, 2}, {moveEvent, 1}, {cancelEvent, 1}, {nextEvent, 2}}}},
-    {Cue::free, {{{findTime, 4}, {listEvents, -3}}}},
+    {Cue::free, {{{findTime, 4}, {listEvents, -3}, {nextEvent, -4}}}},
     {Cue::time, {{{findTime, 3}, {listEvents, -3}}}},
     {Cue::busy, {{{listEvents, 3}}}},
     {Cue::next, {{{nextEvent, 5}}}},

@@ -44,7 +44,7 @@ private:
     bool asksToTakeDown() const
     {
         constexpr std::array takers{Cue::remind, Cue::wake, Cue::remember, Cue::know};
-        const bool isMade = m_reading.has(Cue::make) || m_reading.has(Cue::keep);
+        const bool isMade = m_reading.has(Cue::make) || m_reading.has(Cue::enter) || m_reading.has(Cue::keep);
         const bool makesThing =
             isMade && (m_reading.has(Cue::note) || m_reading.has(Cue::notes) || m_reading.has(Cue::reminder));
         const bool follows = m_reading.has(Cue::keep) && (m_words.at(m_place) == "that" || isBehindColon());
@@ -57,7 +57,7 @@ private:
     {
         const bool isHead = m_content.empty();
         const CuePlace place = !isHead ? CuePlace::anywhere : m_place == 0 ? CuePlace::start : CuePlace::head;
-        const std::size_t lead = place == CuePlace::start ? 0 : leadLength();
+        const std::size_t lead = leadLength();
         auto match = CueTable::at(m_words, m_place, place);
         if (const auto noun = lead > 0 ? CueTable::at(m_words, m_place + lead, CuePlace::anywhere) : std::nullopt;
             noun && (!match || noun->words + lead > match->words) && isContainer(noun->cue)) {
@@ -65,7 +65,8 @@ private:
         }
         // What is to be written down may well speak of notes and the like.
         constexpr std::array written{Cue::keep, Cue::topic, Cue::wrote, Cue::note, Cue::notes, Cue::notebook};
-        const bool isContained = match && (match->words > lead && lead > 0);
+        const bool isContained =
+            match && ((match->words > lead && lead > 0) || m_place + match->words == m_words.size());
         const bool isWritten = !isHead && !isContained && (!match || match->cue != Cue::say)
             && std::ranges::any_of(written, [this](Cue cue) { return m_reading.has(cue); });
         if (!match || isWritten)
@@ -82,9 +83,8 @@ private:
 
     bool isArticle(const CueMatch& match) const
     {
-        const std::string_view word = m_words.at(m_place);
         return !m_words.endsClause(m_place) && match.words == 1
-            && (match.cue == Cue::definite || word == "a" || word == "an");
+            && (match.cue == Cue::definite || match.cue == Cue::indefinite);
     }
 
     /// "in my" of "in my notes".

@@ -20,8 +20,8 @@ struct Contraction {
 constexpr std::array contractions{Contraction{"'m", "am"}, Contraction{"'re", "are"}, Contraction{"'ve", "have"},
     Contraction{"'ll", "will"}, Contraction{"'d", "would"}};
 /// Before "'s" it stands for "is"; after every other word for what somebody owns.
-constexpr std::array<std::string_view, 10> askers{
-    "what", "when", "where", "who", "how", "that", "it", "there", "here", "which"};
+constexpr std::array<std::string_view, 11> askers{
+    "one", "what", "when", "where", "who", "how", "that", "it", "there", "here", "which"};
 struct Hurried {
     std::string_view typed;
     std::string_view first;

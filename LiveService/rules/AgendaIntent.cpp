@@ -77,8 +77,9 @@ AgendaIntent eventIn(std::string words, const RuleSurroundings& around)
 /// What names an event: "my lunch with Ana on friday". Its day, if one is named, says where to look.
 AgendaIntent target(Kind kind, const std::string& words, const RuleSurroundings& around)
 {
-    static const Pattern ends("^(?:(?:my|the|our|that|this|an?)\\s+)+|\\s+(?:event|appointment|meeting)$"
-                              "|\\s*\\b(?:from|in|on) (?:my|the) (?:calendar|agenda|diary|schedule)$",
+    static const Pattern ends(
+        "^(?:(?:my|the|our|that|this|an?|do|have|time of|start of|starting)\\s+)+|\\s+(?:event|appointment|meeting)$"
+        "|\\s*\\b(?:from|in|on) (?:my|the) (?:calendar|agenda|diary|schedule)$",
         caseless);
     static const Pattern day(
         "\\b(?:on|of|from|for)?\\s*((?:today|tomorrow|tonight|(?:this |next )?(?:mon|tues|wednes|thurs|fri"
@@ -119,7 +120,7 @@ std::optional<AgendaIntent> AgendaIntent::following(const RequestReading& readin
     if (RequestText::isIdle(others))
         return intent;
     // "When is lunch with Ana?"
-    if (!reading.has(Cue::when))
+    if (!reading.has(Cue::when) && !reading.has(Cue::next))
         return std::nullopt;
     intent.title = target(Kind::next, others, around).title;
     return intent;
@@ -148,7 +149,9 @@ std::optional<AgendaIntent> AgendaIntent::findingTime(const RequestReading& read
     if (wholePart && days && !isDay && days->from == days->to)
         days = SpokenDays::read(days->words + " " + wholePart->texts[0], around).value_or(*days);
     static const Pattern purpose("\\b(?:for|to|see|meet|visit|go|do) \\S.*$", caseless);
-    if (!RequestText::isIdle(purpose.replaceAll(others, "")))
+    // "When could I see Ben for an hour?"
+    const bool hasPurpose = reading.has(Cue::when) && SpokenLength::read(reading.content);
+    if (!hasPurpose && !RequestText::isIdle(purpose.replaceAll(others, "")))
         return std::nullopt;
     intent.days = days.value_or(SpokenDays{});
     return intent;
@@ -159,7 +162,7 @@ std::optional<AgendaIntent> AgendaIntent::adding(const RequestReading& reading, 
     auto intent = eventIn(reading.content, around);
     intent.isUnasked = reading.has(Cue::own) && !reading.has(Cue::calendar);
     const bool isSaid = reading.has(Cue::calendar) || reading.has(Cue::event);
-    const bool isLikely = reading.has(Cue::occasion) || reading.has(Cue::schedule);
+    const bool isLikely = reading.has(Cue::occasion) || reading.has(Cue::schedule) || reading.has(Cue::enter);
     constexpr std::size_t dayOnly = 10; ///< "2026-11-22"
     if (intent.isUnasked && (!around.offers("add_event") || intent.start.size() <= dayOnly || intent.title.empty()))
         return std::nullopt;

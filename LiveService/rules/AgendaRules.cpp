@@ -131,11 +131,14 @@ RuleStep AgendaRules::answer(const AgendaIntent& intent, RequestMemory memory, c
     memory.lastDay = intent.days.to.substr(0, dayOnly);
     switch (intent.kind) {
     case AgendaIntent::Kind::list:
+        memory.topic = RequestMemory::Topic::events;
         return {requests.whatsOn(intent.days), std::move(memory)};
     case AgendaIntent::Kind::next:
         memory.wish = {.kind = EventWish::Kind::tellNext, .title = intent.title};
         return {requests.whatsOn(intent.days), std::move(memory)};
     case AgendaIntent::Kind::findTime:
+        memory.topic = RequestMemory::Topic::freeTime;
+        memory.freeMinutes = intent.minutes;
         return {requests.findFreeTime(intent.minutes, intent.days), std::move(memory)};
     case AgendaIntent::Kind::add:
         return add(intent, std::move(memory), requests);

@@ -31,10 +31,11 @@ std::string withoutLead(std::string_view content)
 std::string topicIn(const std::string& content)
 {
     static const Pattern lead(
-        "^(?:(?:about|on|for|of|with|in|that|the|my|our|an?|any|i|me|said|mentioning|regarding)\\s+)+", caseless);
-    static const Pattern tail(
-        "(?:,?\\s+(?:and (?:read|show|open) (?:it|that|them)\\b.*|in|is|are|to me|please|again|out|have a look"
-        "|out loud|aloud|thing|one))+$",
+        "^(?:(?:about|on|for|of|with|in|that|the|my|our|an?|any|i|me|said|has|have|mentioning|regarding)\\s+)+",
+        caseless);
+    static const Pattern tail("(?:,?\\s+(?:(?:and )?(?:read|show|open|find) (?:it|that|them)\\b.*|mentioned|written "
+                              "down|in|in it|is|are|to me|please|again|out|have a look"
+                              "|out loud|aloud|thing|one))+$",
         caseless);
     return trimmed(tail.replaceAll(lead.replaceAll(trimmed(content), ""), ""), "\"“”,");
 }

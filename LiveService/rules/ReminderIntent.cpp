@@ -1,6 +1,7 @@
 #include "LiveService/rules/ReminderIntent.h"
 
 #include "LiveService/rules/RequestText.h"
+#include "LiveService/rules/SpokenDays.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
@@ -24,7 +25,9 @@ ReminderIntent ReminderIntent::of(std::string_view rest)
 {
     static const Pattern ofSomething("^of\\s+", caseless);
     const std::string wish = ofSomething.replaceAll(withoutFor(rest), "about ");
-    return {wish.empty() ? "remind me" : "remind me " + wish, wish.empty()};
+    const auto length = SpokenLength::read(wish);
+    const bool isLength = length && length->rest.empty();
+    return {wish.empty() ? "remind me" : "remind me " + std::string(isLength ? "in " : "") + wish, wish.empty()};
 }
 
 std::optional<ReminderIntent> ReminderIntent::readTimed(
@@ -48,7 +51,7 @@ std::optional<ReminderIntent> ReminderIntent::readTimed(
 std::string ReminderIntent::timeAnswer(std::string_view core)
 {
     static const Pattern filler(
-        "^(?:(?:let's say|let us say|make it|say|maybe|how about|perhaps|i mean|i meant|no|yes|yeah"
+        "^(?:(?:let's say|let us say|make it|say|maybe|how about|what about|and|perhaps|i mean|i meant|no|yes|yeah"
         "|it's|it is|that would be|on second thought|actually|remind me|well)\\b[,:]?\\s*)+",
         caseless);
     static const Pattern closing(

@@ -23,12 +23,29 @@ RuleStep list(const SpokenDays& days, RequestMemory memory, const ToolRequests& 
     return {requests.listReminders(), std::move(memory)};
 }
 
+/// "And on friday?", after the calendar was asked about another day.
+std::optional<RuleStep> askFurther(const std::string& when, RequestMemory& memory, const RuleSurroundings& around)
+{
+    const bool isFree = memory.topic == Topic::freeTime;
+    if (!isFree && memory.topic != Topic::events)
+        return std::nullopt;
+    auto days = SpokenDays::read(when, around);
+    if (!days)
+        return std::nullopt;
+    const AgendaIntent asking{.kind = isFree ? AgendaIntent::Kind::findTime : AgendaIntent::Kind::list,
+        .days = std::move(*days),
+        .minutes = memory.freeMinutes};
+    return AgendaRules::answer(asking, std::move(memory), around);
+}
+
 /// "No, tomorrow" leaves the hour as it was, "make it 6" the day. A length of time counts from now, and is none of
 /// this.
 std::optional<RuleStep> correct(const ReminderChange& change, RequestMemory& memory, const RuleSurroundings& around)
 {
     if (!change.task.empty() || change.when == "later")
         return std::nullopt;
+    if (auto asked = askFurther(change.when, memory, around))
+        return asked;
     const auto length = SpokenLength::read(change.when);
     if (memory.topic == Topic::event) {
         const AgendaIntent moving{.kind = AgendaIntent::Kind::move,

@@ -82,8 +82,9 @@ struct RequestMemory {
     /// What is to be done with the notes that a search under way finds.
     enum class SearchPurpose { tell, read, readNewest, listNotes };
 
-    /// What was last set, kept or changed, and "it" therefore means.
-    enum class Topic { none, reminder, event, note };
+    /// What was last set, kept or changed, and "it" therefore means; or what was asked, and a further day is asked
+    /// about.
+    enum class Topic { none, reminder, event, note, events, freeTime };
 
     PendingQuestion pending{};
     Topic topic = Topic::none;
@@ -92,6 +93,7 @@ struct RequestMemory {
     SearchPurpose purpose = SearchPurpose::tell;
     std::string reminder{}; ///< Id of the one last talked about; empty for none.
     std::string reminderDate{}; ///< When it is, in the form of the tools' dates; empty when that was not told.
+    int freeMinutes = 0; ///< How long the free time was to be that was last asked for.
     FoundEvent event{}; ///< The one last talked about; without an id there is none.
     EventWish wish{};
     std::vector<FoundEvent> events{};

@@ -26,10 +26,10 @@ template <typename Intent> Found found(std::optional<Intent> intent)
 
 TimeHints hintsIn(const RequestReading& reading, const RuleSurroundings& around)
 {
-    static const Pattern duty("(?:^|\\s)to (?=[a-z])", caseless);
+    static const Pattern duty("(?:^|\\s)(?:to|that|about) (?=[a-z])", caseless);
     static const Pattern newTime(
-        "^(?!.*\\bfrom\\b).*\\S to "
-        "(?:\\d|noon|midday|half|quarter|today|tomorrow|next|(?:mon|tues|wednes|thurs|fri|satur|sun)day)|\\S later$",
+        "^(?!.*\\bfrom\\b).*\\S (?:to|is(?: now)? at) (?:\\d|noon|midday|half|quarter|today|tomorrow|next"
+        "|(?:mon|tues|wednes|thurs|fri|satur|sun)day)|\\S later$",
         caseless);
     if (reading.isVerbatim || reading.content.empty())
         return {};
@@ -40,7 +40,7 @@ TimeHints hintsIn(const RequestReading& reading, const RuleSurroundings& around)
     const auto last = end ? SpokenMoment::read(end->time, around) : std::nullopt;
     return {.hasMoment = (moment && moment->date.size() > dayOnly) || (last && last->date.size() > dayOnly),
         .hasDay = SpokenDays::find(reading.content, around, others).has_value(),
-        .hasLength = SpokenLength::read(reading.content).has_value(),
+        .hasLength = SpokenLength::read(reading.content) || (end && SpokenLength::read(end->time)),
         .hasNewTime = end && newTime.find(reading.content),
         .hasDuty = moment && duty.find(reading.content)};
 }

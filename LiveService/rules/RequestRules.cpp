@@ -149,6 +149,11 @@ RuleStep answerRequest(const std::string& core, RequestMemory memory, const Rule
     return say(PlainReplies::cannot(around.tools), std::move(memory));
 }
 
+bool isUndoable(Topic topic)
+{
+    return topic == Topic::event || topic == Topic::reminder || topic == Topic::note;
+}
+
 /// "Cancel that", of what was last set or kept.
 RuleStep undo(RequestMemory memory, const RuleSurroundings& around)
 {
@@ -160,6 +165,8 @@ RuleStep undo(RequestMemory memory, const RuleSurroundings& around)
         return {requests.chosen("set_reminder", "{\"done\":true}", memory.reminder), std::move(memory)};
     case Topic::note:
     case Topic::none:
+    case Topic::events:
+    case Topic::freeTime:
         break;
     }
     return say(std::string(PlainReplies::cannotDelete), std::move(memory));
@@ -202,7 +209,7 @@ RuleStep RequestRules::answerWords(
         const PendingQuestion asked = std::exchange(memory.pending, {});
         return {ToolRequests{around}.confirmed(asked.tool, asked.arguments), std::move(memory)};
     }
-    if (SmallTalk::isUndo(core) && memory.pending.kind == Kind::none && memory.topic != Topic::none)
+    if (SmallTalk::isUndo(core) && memory.pending.kind == Kind::none && isUndoable(memory.topic))
         return remembered(undo(std::move(memory), around));
     if (SmallTalk::isCancel(core)) {
         const bool wasAsking = std::exchange(memory.pending, {}).kind != Kind::none;

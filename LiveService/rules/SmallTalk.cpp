@@ -34,15 +34,7 @@ constexpr Row rows[] = {
     {"how are you", Topic::howAreYou},
     {"how are you doing", Topic::howAreYou},
     {"how are you today", Topic::howAreYou},
-    {"thanks", Topic::thanks},
-    {"thank you", Topic::thanks},
-    {"thank you very much", Topic::thanks},
-    {"thank you so much", Topic::thanks},
-    {"thanks a lot", Topic::thanks},
-    {"many thanks", Topic::thanks},
-    {"cheers", Topic::thanks},
     {"well done", Topic::thanks},
-    {"great thanks", Topic::thanks},
     {"goodbye", Topic::goodbye},
     {"good bye", Topic::goodbye},
     {"bye", Topic::goodbye},
@@ -84,6 +76,14 @@ constexpr Row rows[] = {
     {"pardon", Topic::repeat},
     {"sorry", Topic::repeat},
     {"again", Topic::repeat},
+    {"come again", Topic::repeat},
+    {"what was that", Topic::repeat},
+    {"what", Topic::repeat},
+    {"repeat", Topic::repeat},
+    {"excuse me", Topic::repeat},
+    {"i didnt catch that", Topic::repeat},
+    {"i did not catch that", Topic::repeat},
+    {"i didnt hear that", Topic::repeat},
     {"what time is it", Topic::clock},
     {"what is the time", Topic::clock},
     {"whats the time", Topic::clock},
@@ -103,6 +103,26 @@ constexpr std::string_view cancelPhrases[] = {"never mind", "nevermind", "cancel
 constexpr std::string_view undoPhrases[] = {"cancel that", "cancel it", "undo", "undo that", "undo it", "delete that",
     "delete it", "remove that", "remove it", "scrap that", "scratch that", "take that back", "get rid of it",
     "get rid of that", "forget it", "forget that", "cancel that one", "delete that one"};
+
+/// What thanks are made of; one of the first few must be there.
+constexpr std::string_view thanksWords[] = {"thanks", "thank", "cheers", "ta", "you", "very", "so", "much", "a", "lot",
+    "million", "many", "great", "lovely", "perfect", "brilliant", "good", "wonderful", "that", "is", "was", "its", "it",
+    "helpful", "kind", "of", "for", "your", "help", "dear", "oh", "well", "all", "the", "again"};
+constexpr std::size_t thanksThemselves = 4;
+
+bool isThanks(std::string_view phrase)
+{
+    bool hasThanks = false;
+    for (std::size_t start = 0; start < phrase.size();) {
+        const std::size_t end = std::min(phrase.find(' ', start), phrase.size());
+        const auto word = std::ranges::find(thanksWords, phrase.substr(start, end - start));
+        if (word == std::end(thanksWords))
+            return false;
+        hasThanks = hasThanks || word < std::begin(thanksWords) + thanksThemselves;
+        start = end + 1;
+    }
+    return hasThanks;
+}
 
 std::string answerTo(Topic topic, std::string_view lastReply, const RuleSurroundings& around)
 {
@@ -139,7 +159,7 @@ std::optional<std::string> SmallTalk::answer(
     const std::string phrase = RequestText::phrase(core);
     const auto row = std::ranges::find(rows, phrase, &Row::phrase);
     if (row == std::end(rows))
-        return std::nullopt;
+        return isThanks(phrase) ? std::optional(answerTo(Topic::thanks, lastReply, surroundings)) : std::nullopt;
     return answerTo(row->topic, lastReply, surroundings);
 }
 

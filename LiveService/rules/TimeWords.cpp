@@ -32,7 +32,8 @@ std::string withAt(const std::string& words)
 bool isLink(std::string_view word)
 {
     return word == "to" || word == "until" || word == "till" || word == "by" || word == "for" || word == "back"
-        || word == "off" || word == "out" || word == "be" || word == "is" || word == "rather";
+        || word == "off" || word == "out" || word == "be" || word == "is" || word == "rather" || word == "say"
+        || word == "later" || word == "moved" || word == "moving" || word == "been" || word == "has" || word == "now";
 }
 
 bool isTail(std::string_view word)
@@ -89,8 +90,11 @@ std::optional<TimeWords> TimeWords::atStart(std::string_view said, const RuleSur
 {
     const RequestWords words(said);
     for (std::size_t end = std::min(words.size(), longest); end > 0; --end) {
-        if (isTime(words.said(0, end), around))
-            return TimeWords{.time = words.said(0, end), .rest = words.said(end, words.size())};
+        const std::string start = words.said(0, end);
+        const auto phrase = ReminderPhrase::parse(withAt(start), around.now, around.calendar);
+        const bool isRepeated = phrase && phrase->repeatRule && phrase->task.empty();
+        if (isRepeated || isTime(start, around))
+            return TimeWords{.time = start, .rest = words.said(end, words.size())};
     }
     return std::nullopt;
 }

@@ -225,11 +225,27 @@ TEST(ChangeRules, takesItForWhatWasLastSetOrKept)
             "I cannot throw notes away. You can: type quorvell notes delete, or delete its file in your notebook's "
             "folder."},
         {note, "never mind", "Okay."},
+        {note, "oh lovely, thank you so much", "You are welcome."},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.words);
         const auto after = RequestRules::answerResult(row.done.call, row.done.result, {}, around);
         EXPECT_EQ(shown(RequestRules::answerWords(row.words, after.memory, around)), row.expected);
+    }
+}
+
+TEST(ChangeRules, asksAboutAFurtherDay)
+{
+    RuleSurroundings around = surroundings();
+    around.tools.insert({"whats_on", "find_free_time"});
+    const char* rows[][3] = {
+        {"what's on today", "and tomorrow?", R"(whats_on {"from":"2026-11-22","to":"2026-11-22"})"},
+        {"any gaps tomorrow for 45 minutes", "what about friday",
+            R"(find_free_time {"minutes":45,"from":"2026-11-27","to":"2026-11-27"})"},
+    };
+    for (const auto& [first, second, expected] : rows) {
+        const RuleStep before = RequestRules::answerWords(first, {}, around);
+        EXPECT_EQ(shown(RequestRules::answerWords(second, before.memory, around)), expected) << second;
     }
 }
 

@@ -1,0 +1,57 @@
+// What somebody says, and what a tool answers, each taken for anything: the rules always have a next step, and call no
+// tool that the session did not offer.
+#include "LiveService/rules/RequestRules.h"
+
+#include <chrono>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <variant>
+
+namespace {
+
+using namespace quorvell;
+
+void check(bool holds)
+{
+    if (!holds)
+        std::abort();
+}
+
+RuleSurroundings surroundings()
+{
+    const std::chrono::sys_days day = std::chrono::year(2026) / 11 / 21;
+    return {{"set_reminder", "keep_note", "find_in_notebook", "read_note", "remember_about_them", "whats_on",
+                "find_free_time", "add_event", "change_event"},
+        day + std::chrono::hours(12), *Calendar::create("Europe/Berlin", "en_US")};
+}
+
+RuleStep checked(RuleStep step, const RuleSurroundings& around)
+{
+    if (const auto* request = std::get_if<ToolRequest>(&step.answer))
+        check(around.offers(request->name));
+    else
+        check(!std::get<std::string>(step.answer).empty());
+    return step;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const RuleSurroundings around = surroundings();
+    // Lines are turns of one conversation; one that begins with "{" is the answer to the tool that was called.
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    RuleStep step{std::string(), {}};
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        const std::string line = text.substr(start, end - start);
+        const auto* call = std::get_if<ToolRequest>(&step.answer);
+        const bool isResult = call && line.starts_with('{');
+        step = checked(isResult ? RequestRules::answerResult(*call, line, step.memory, around)
+                                : RequestRules::answerWords(line, step.memory, around),
+            around);
+        start = end + 1;
+    }
+    return 0;
+}
