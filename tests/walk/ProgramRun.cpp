@@ -39,6 +39,11 @@ Outcome ProgramHome::run(const QStringList& arguments, const std::string& input,
     return runThrough(QStringLiteral(QUORVELL_PROGRAM), arguments, input, limitMilliseconds);
 }
 
+Outcome ProgramHome::run(const char* commandLine, const std::string& input) const
+{
+    return run(QProcess::splitCommand(QString::fromUtf8(commandLine)), input);
+}
+
 Outcome ProgramHome::runThrough(const QString& launcher, const QStringList& launcherArguments, const std::string& input,
     int limitMilliseconds) const
 {
@@ -66,6 +71,11 @@ std::unique_ptr<QProcess> ProgramHome::start(const QStringList& arguments) const
     process->start(QStringLiteral(QUORVELL_PROGRAM), arguments);
     process->waitForStarted();
     return process;
+}
+
+std::unique_ptr<QProcess> ProgramHome::start(const char* commandLine) const
+{
+    return start(QProcess::splitCommand(QString::fromUtf8(commandLine)));
 }
 
 void ProgramHome::become(const std::vector<std::string>& arguments) const

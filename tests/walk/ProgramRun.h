@@ -31,10 +31,13 @@ public:
     void set(const QString& variable, const QString& value) { m_variables.insert(variable, value); }
 
     Outcome run(const QStringList& arguments, const std::string& input = {}, int limitMilliseconds = 60000) const;
+    /// The arguments as they are typed in a shell; double quotes keep words together.
+    Outcome run(const char* commandLine, const std::string& input = {}) const;
     /// As run, but through another program that starts ours (a private message bus).
     Outcome runThrough(const QString& launcher, const QStringList& launcherArguments, const std::string& input = {},
         int limitMilliseconds = 60000) const;
     std::unique_ptr<QProcess> start(const QStringList& arguments) const;
+    std::unique_ptr<QProcess> start(const char* commandLine) const;
 
     /// Makes this process the program; comes back only when that is impossible.
     void become(const std::vector<std::string>& arguments) const;

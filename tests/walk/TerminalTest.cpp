@@ -1,9 +1,11 @@
 // The program at a terminal, as a person uses it: keys in, what is shown out.
 #include "ProgramRun.h"
 
+#include <QDateTime>
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -61,6 +63,12 @@ public:
     }
     const std::string& output() const { return m_output; }
 
+    void resize(unsigned short columns) const
+    {
+        const winsize size{24, columns, 0, 0};
+        ASSERT_EQ(::ioctl(m_terminal, TIOCSWINSZ, &size), 0);
+    }
+
     /// The exit code; -1 when it does not end.
     int exitCode()
     {
@@ -98,7 +106,7 @@ TEST(Terminal, aPersonTypesWithHistoryPastesAndInterrupts)
         EXPECT_TRUE(chat.shows("mode: do")) << chat.output();
         ASSERT_TRUE(chat.shows(prompt));
         chat.type("make a note that the \x1b[200~spare key\r/quit\x1b[201~ is here\r"); // A paste commands nothing.
-        EXPECT_TRUE(chat.shows("keep_note")) << chat.output();
+        EXPECT_TRUE(chat.shows("Note kept")) << chat.output();
         ASSERT_TRUE(chat.shows("\x1b[?2004h")) << chat.output();
         chat.type("half a line");
         ASSERT_TRUE(chat.shows("half a line")); // An interrupt would take what was not read yet.
@@ -120,6 +128,53 @@ TEST(Terminal, aPersonTypesWithHistoryPastesAndInterrupts)
     EXPECT_EQ(next.output().find("> > "), std::string::npos) << "drawn over, not behind: " << next.output();
     next.type("\x15\x04");
     EXPECT_EQ(next.exitCode(), 0) << next.output();
+}
+
+TEST(Terminal, looksAsItAllows)
+{
+    struct Row {
+        const char* terminal;
+        const char* noColour;
+        bool isFaint, movesCursor;
+    };
+    for (const Row& row :
+        {Row{"xterm", "", true, true}, Row{"xterm", "1", false, true}, Row{"dumb", "", false, false}}) {
+        SCOPED_TRACE(std::string(row.terminal) + row.noColour);
+        ProgramHome home;
+        home.set(QStringLiteral("TERM"), QString::fromUtf8(row.terminal));
+        home.set(QStringLiteral("NO_COLOR"), QString::fromUtf8(row.noColour));
+        Terminal chat(home, {"chat"});
+        ASSERT_TRUE(chat.shows(prompt)) << chat.output();
+        chat.type("remind me tomorrow at 5 pm to call the dentist\r");
+        EXPECT_TRUE(chat.shows("Reminder set: Call the dentist")) << chat.output();
+        EXPECT_TRUE(chat.shows(prompt)) << chat.output();
+        chat.type("\x04");
+        EXPECT_EQ(chat.exitCode(), 0);
+        EXPECT_EQ(chat.output().find("\x1b[2m") != std::string::npos, row.isFaint) << chat.output();
+        EXPECT_EQ(chat.output().find('\x1b') != std::string::npos, row.movesCursor) << chat.output();
+    }
+}
+
+TEST(Terminal, whatComesLateLeavesTheTypedLineWhole)
+{
+    ProgramHome home;
+    home.set(QStringLiteral("TERM"), QStringLiteral("xterm"));
+    Terminal chat(home, {"chat"});
+    ASSERT_TRUE(chat.shows("\x1b[?2004h")) << chat.output();
+    chat.type("half a line\x1b[D\x1b[D");
+    ASSERT_TRUE(chat.shows("half a line"));
+    const auto soon = QDateTime::currentDateTimeUtc().addSecs(2).toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss.000Z"));
+    home.write("data/Quorvell/Notebook/Water the plants.md",
+        "---\nid: \"aaaaaaaaaaaa\"\nkind: \"note\"\ntitle: \"Water the plants\"\nremind_at: \"" + soon.toStdString()
+            + "\"\n---\n");
+    EXPECT_TRUE(chat.shows("ater the plants")) << chat.output();
+    EXPECT_TRUE(chat.shows("half a line")) << "drawn again: " << chat.output();
+    chat.type("X");
+    EXPECT_TRUE(chat.shows("X"));
+    chat.resize(40);
+    EXPECT_TRUE(chat.shows("half a liXne")) << "the cursor stayed where it was: " << chat.output();
+    chat.type("\x15/help\r");
+    EXPECT_TRUE(chat.shows("\r\n  A line that begins with a space is\r\n  always")) << chat.output();
 }
 
 TEST(Terminal, everyTransportCarriesTheSameConversation)
@@ -168,12 +223,12 @@ TEST(Terminal, everyTransportCarriesTheSameConversation)
         EXPECT_EQ(headerValue(note, "title"), "Call the dentist");
 
     // What happened can be looked at afterwards.
-    const Outcome listed = home.run({QStringLiteral("log"), QStringLiteral("--list"), QStringLiteral("--json")});
+    const Outcome listed = home.run("log --list --json");
     EXPECT_EQ(listed.events().size(), std::size(rows)) << listed.output;
-    const Outcome last = home.run({QStringLiteral("log")});
+    const Outcome last = home.run("log");
     EXPECT_NE(last.output.find("tool called"), std::string::npos) << last.output;
     EXPECT_EQ(last.output.find("dentist"), std::string::npos) << last.output;
-    const Outcome usage = home.run({QStringLiteral("usage"), QStringLiteral("--json")});
+    const Outcome usage = home.run("usage --json");
     const std::vector<Json> sums = usage.events();
     ASSERT_EQ(sums.size(), 1u);
     const Json* hosted = memberOf(sums[0], "hosted");
@@ -194,17 +249,17 @@ TEST(Terminal, theDoctorTellsWhatIsBroken)
                 return readString(finding, "verdict").value_or("");
         return "missing";
     };
-    const QStringList doctor{QStringLiteral("doctor"), QStringLiteral("--json")};
-    Outcome outcome = home.run(doctor);
+    Outcome outcome = home.run("doctor --json");
     SCOPED_TRACE(outcome.output + outcome.errors);
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_EQ(verdict(outcome, "live service"), "ok");
+    EXPECT_EQ(verdict(outcome, "calendar"), "ok");
     EXPECT_EQ(verdict(outcome, "sound"), "limited");
     EXPECT_EQ(verdict(outcome, "session bus"), "limited");
 
     home.write(
         "config/Quorvell/settings.json", R"({"notebook_folder": "/proc/nowhere", "live_host": "ws://127.0.0.1:9"})");
-    outcome = home.run(doctor);
+    outcome = home.run("doctor --json");
     SCOPED_TRACE(outcome.output + outcome.errors);
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_EQ(verdict(outcome, "live service"), "broken");
