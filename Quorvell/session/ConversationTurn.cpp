@@ -47,10 +47,9 @@ void ConversationTurn::userOverheard(const std::string& text)
     userAsked(text, text, SessionAudience::Words::spoken);
 }
 
-void ConversationTurn::lateUserWords(const std::string& delta, SessionTime spokenAt)
+void ConversationTurn::lateUserWords(const std::string& delta)
 {
     m_isHeardLate = true;
-    m_heardLateFrom = spokenAt;
     m_heard.add(m_heard.partial + delta, Transcript::Piece::partial);
     m_lateWordsTimer = m_ports.scheduler.after(lateWordsSettle, [this] { finishUserWords(); });
     noteActivity();
@@ -65,8 +64,6 @@ void ConversationTurn::forgetUserWords()
 
 void ConversationTurn::userWords(const std::string& delta)
 {
-    if (m_isHeardLate)
-        finishUserWords();
     m_heard.add(m_heard.partial + delta, Transcript::Piece::partial);
     noteBeginning();
     m_tracker.heard();
@@ -308,11 +305,7 @@ void ConversationTurn::finishUserWords()
 void ConversationTurn::userAskedBefore(const std::string& text)
 {
     m_recentRequests.heard(text, m_ports.scheduler.now());
-    // What was said within the turn may still be what it is about.
-    if (m_tracker.isOpen && m_heardLateFrom >= m_beganAt)
-        m_conversation.userAsked(text);
-    else
-        m_conversation.userAskedBefore(text);
+    m_conversation.userAskedBefore(text);
     m_ports.observer.userSaid(text, SessionAudience::Words::spoken);
 }
 

@@ -39,11 +39,11 @@ public:
     void userOverheard(const std::string& text);
     /// A piece of what the user says.
     void userWords(const std::string& delta);
-    /// A piece of what the user said, as far as can be told before the model began to act on it: it asks for nothing
-    /// more. `spokenAt`: when that was.
-    void lateUserWords(const std::string& delta, SessionTime spokenAt);
-    /// Words are coming in that are not complete, and ask for something.
-    bool isHearingWords() const { return !m_heard.isEmpty() && !m_isHeardLate; }
+    /// A piece of what the user said before the model began to act on it: it asks for nothing more.
+    void lateUserWords(const std::string& delta);
+    /// Words are coming in that are not complete.
+    bool isHearingWords() const { return !m_heard.isEmpty(); }
+    bool areWordsLate() const { return m_isHeardLate; }
     /// What the user has said so far is complete.
     void finishUserWords();
     /// What the user has said so far will be heard once more.
@@ -104,7 +104,7 @@ private:
     /// A service sends a voice without longer gaps than this.
     static constexpr std::chrono::milliseconds arrivalGap{1'000};
     /// Late words of which no further piece came for so long are complete.
-    static constexpr std::chrono::milliseconds lateWordsSettle{1'000};
+    static constexpr std::chrono::milliseconds lateWordsSettle{300};
     /// Nor is it silent for longer while a sentence is still being sent.
     static constexpr std::chrono::milliseconds voiceGap{150};
 
@@ -126,7 +126,6 @@ private:
     TurnTracker m_tracker;
     Transcript m_heard; ///< What the user says, while it arrives.
     bool m_isHeardLate = false; ///< It was acted on before it arrived.
-    SessionTime m_heardLateFrom{}; ///< When that was spoken.
     SpokenReply m_spoken; ///< What the voice said in this turn.
     std::chrono::milliseconds m_playedBefore{}; ///< Where in all sound ever played this turn's voice begins.
     std::string m_written; ///< What the model wrote in this turn.

@@ -73,6 +73,7 @@ void SessionController::start(std::vector<std::string> unsent)
     m_resting.begin();
     m_desk.begin();
     m_listening.heldChunks.forget();
+    m_listening.wordless.forget();
     setPhase(SessionPhase::connecting);
     m_listening.ear.openForConversation();
     m_lines.open(ConnectionKeeper::Arrival::first);

@@ -27,6 +27,7 @@
 #include "Quorvell/session/ToolDesk.h"
 #include "Quorvell/session/ToolDispatcher.h"
 #include "Quorvell/session/UsageStore.h"
+#include "Quorvell/session/WordlessSpeech.h"
 #include "QuorvellCore/live/history/TypedMessage.h"
 #include "QuorvellCore/live/prompt/QuorvellPrompt.h"
 
@@ -116,8 +117,6 @@ public:
 
 private:
     static constexpr std::size_t mostWaiting = 64; ///< Messages for a connection that is not there yet.
-    /// For words of a silence after speech to come back from the service.
-    static constexpr std::chrono::milliseconds recognition{5'000};
     /// After the user's speech, for the service to notice that it was spoken over.
     static constexpr std::chrono::milliseconds bargeInNotice{2'000};
 
@@ -142,7 +141,7 @@ private:
         HeldSpeech heldChunks{};
         bool haveWordsCome = false; ///< Of the speech that began last.
         SessionTime lastWords{}; ///< When the last piece of words came.
-        SessionTime lastAction{}; ///< When the model last began to act, or wrote.
+        WordlessSpeech wordless{};
         SessionTime lastActivity{};
         SessionTime lastSpeech{}; ///< When the last chunk of the user's speech came.
         SessionTime lastCheck{};

@@ -61,8 +61,8 @@ IdleRules SessionController::idleRules() const
 
 bool SessionController::isQuiet() const
 {
-    const bool areWordsAwaited =
-        m_listening.heldChunks.isAwaitingAnswer() && m_ports.scheduler.now() - m_listening.lastSpeech < recognition;
+    const bool areWordsAwaited = m_listening.heldChunks.isAwaitingAnswer()
+        && m_ports.scheduler.now() - m_listening.lastSpeech < WordlessSpeech::recognition;
     return !m_turn.isOpen() && !m_turn.isVoiceSounding() && !m_listening.ear.isHearingSpeech() && !areWordsAwaited
         && !m_desk.isWorking() && !m_actions.isConsentPending && m_connection.waiting.empty();
 }
@@ -130,8 +130,10 @@ void SessionController::hear(const MicrophoneStream::Step& step)
     } else {
         flushHeldChunks();
     }
-    if (!step.speech.empty())
+    if (!step.speech.empty()) {
         m_listening.lastSpeech = m_ports.scheduler.now();
+        m_listening.wordless.goesOn(m_listening.lastSpeech);
+    }
     if (!step.speech.empty() && step.speech.back().isEndMark())
         speechEnded();
 }
@@ -143,6 +145,7 @@ void SessionController::handleSpeechOnset()
         m_ports.synthesiser->stop();
     forgetHeldNoise();
     m_listening.haveWordsCome = false;
+    m_listening.wordless.began(m_ports.scheduler.now());
     if (!m_turn.modelGenerating())
         return;
     m_ports.log.record("barged_in", {{"unheard_ms", m_ports.player.unplayed().count()}});
@@ -185,9 +188,7 @@ void SessionController::flushHeldChunks()
 /// Words that belong to sound: what was typed is complete as it comes.
 HeldModeCalls::Words SessionController::spokenWords() const
 {
-    const bool hasSpoken =
-        m_listening.lastSpeech > SessionTime::zero() && m_ports.scheduler.now() - m_listening.lastSpeech < recognition;
-    return {hasSpoken && !m_listening.haveWordsCome, m_listening.lastWords};
+    return {m_listening.wordless.areWordsAwaited(m_ports.scheduler.now()), m_listening.lastWords};
 }
 
 void SessionController::modelReacted()
@@ -199,8 +200,12 @@ void SessionController::modelReacted()
 
 void SessionController::modelActed()
 {
+    const bool isKnownRequest = m_turn.isOpen() && !m_turn.conversation().openRequests().empty();
+    const bool isAboutIt =
+        m_turn.isBackendWorking() || m_turn.isHearingWords() || (isKnownRequest && !m_turn.actedSinceWords());
+    if (!isAboutIt)
+        m_listening.wordless.actedOn();
     modelReacted();
-    m_listening.lastAction = m_ports.scheduler.now();
 }
 
 /// A voice that speaks before the user's words have come may still speak of something else.

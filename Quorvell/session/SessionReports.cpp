@@ -55,6 +55,10 @@ void SessionController::lineLost(const LiveClosure&)
         m_turn.finishUserWords();
     }
     held.connectionLost();
+    // An answer to something else came in between, and the sound was let go.
+    if (!isSpeechHeld && m_listening.wordless.isUnanswered(m_ports.scheduler.now()))
+        tellProblem("What you said last may not have been heard. Please say it again if nothing comes of it.");
+    m_listening.wordless.forget();
     m_connection.untoldSince.reset();
     if (m_turn.connectionLost()) {
         if (m_connection.lostRequests.empty())
@@ -172,9 +176,8 @@ void SessionController::wordsCame(const std::string& words)
     heard.haveWordsCome = true;
     heard.lastWords = m_ports.scheduler.now();
     m_turn.expectNewReply();
-    const bool hasBeenActedOn = heard.lastSpeech > SessionTime::zero() && heard.lastAction > heard.lastSpeech;
-    if (hasBeenActedOn && !m_turn.isHearingWords()) {
-        m_turn.lateUserWords(words, heard.lastSpeech);
+    if (m_turn.isHearingWords() ? m_turn.areWordsLate() : heard.wordless.wordsBegan()) {
+        m_turn.lateUserWords(words);
     } else {
         m_turn.userWords(words);
         awaitFollowThrough();

@@ -149,13 +149,8 @@ public:
         }
         void understand(int number)
         {
-            if (m_service.happens(15)) { // The words come behind what they led to, in two pieces.
-                act(number);
-                const auto wait = std::chrono::milliseconds(2'100) + m_service.someTime(6'000);
-                later(wait, [this] { report(live_event::InputTranscript{"request "}); });
-                return later(wait + std::chrono::milliseconds(200),
-                    [this, number] { report(live_event::InputTranscript{std::to_string(number)}); });
-            }
+            if (m_acting == 0 && m_toSay == 0 && m_service.happens(15))
+                return act(number, Words::late);
             report(live_event::InputTranscript{"request " + std::to_string(number)});
             m_forgotten.insert(number);
             if (m_acting == 0 && m_toSay == 0 && m_service.happens(3))
@@ -163,10 +158,11 @@ public:
             for (const int wanted : std::exchange(m_forgotten, {}))
                 act(wanted);
         }
-        void act(int number)
+        enum class Words { known, late };
+        void act(int number, Words words = Words::known)
         {
             ++m_acting;
-            later(m_service.someTime(2'000), [this, number] {
+            later(m_service.someTime(2'000), [this, number, words] {
                 if (m_service.happens(50))
                     report(live_event::Delegated{"d"});
                 if (m_service.happens(30))
@@ -177,6 +173,8 @@ public:
                     {{"title", "request " + std::to_string(number)}}}}};
                 --m_acting;
                 report(call);
+                if (words == Words::late)
+                    reportLate(number);
                 if (m_service.happens(5))
                     report(call);
                 if (m_service.happens(5))
@@ -184,6 +182,14 @@ public:
                 if (m_service.happens(8))
                     later(m_service.someTime(4'000), [this] { drop(); });
             });
+        }
+        /// In two pieces, behind what they led to.
+        void reportLate(int number)
+        {
+            const auto wait = m_service.someTime(1'000);
+            later(wait, [this] { report(live_event::InputTranscript{"request "}); });
+            later(wait + std::chrono::milliseconds(200),
+                [this, number] { report(live_event::InputTranscript{std::to_string(number)}); });
         }
         void speakSoon(const std::string& words)
         {

@@ -178,6 +178,7 @@ private:
             pass(MicrophoneStream::chunkLength);
         }
         lastAsked = scheduler.now();
+        pass(4s); // Who speaks waits for the answer to begin.
     }
     Bytes soundOf(int number)
     {
