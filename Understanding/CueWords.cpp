@@ -31,7 +31,8 @@ constexpr CueWords rows[] = {
     {remind, start, "reminder to|reminder for|reminder about|a reminder to|a reminder for|new reminder|reminder"},
     {wake, head, "wake me|wake me up|get me up|get me out of bed"},
     {remember, head,
-        "remember|make sure you remember|be sure to remember|be aware|for the record|for future reference|do not "
+        "remember|do not you forget|do not you ever forget|make sure you remember|be sure to remember|be aware|for the "
+        "record|for future reference|do not "
         "forget|do not ever forget|never forget|do not let me "
         "forget|let me not forget|"
         "make sure i do not forget|make sure that i do not forget|make sure i remember|must not forget|"
@@ -44,7 +45,8 @@ constexpr CueWords rows[] = {
         "learn|remember about me|remember this about me|remember something about me|know this about me|"
         "know something about me|note about me|keep in mind about me|save about me"},
     {keep, head,
-        "file this|file that|file it|keep a record|keep|save|store|record|note down|jot|jot down|jot this down|jot "
+        "get this written down|get that written down|file this|file that|file it|keep a "
+        "record|keep|save|store|record|note down|jot|jot down|jot this down|jot "
         "that down|jot it down|write|"
         "write down|write this down|write that down|write it down|write up|scribble|scribble down|scribble this down|"
         "scrawl|put down|put this down|put that down|put it down|get this down|get that down|take down|take this down|"
@@ -72,8 +74,7 @@ constexpr CueWords rows[] = {
     {open, head, "open|open up"},
     {show, head,
         "show|list|list out|display|let me see|see|run through|run me through|go through|bring up|pull up|get|"
-        "get out|fetch|print|walk me through|talk me through|let me have|give me|recap|remind me of|remind me about "
-        "my"},
+        "get out|fetch|print|walk me through|talk me through|let me have|give me|recap"},
     {tell, head, "tell|tell me|let me know|say|shout|mention|ask me|call me|message me"},
     {cancel, head,
         "delete|cancel|remove|get rid of|throw away|throw out|throw|bin|trash|scrap|erase|call off|drop|scratch|"
@@ -92,7 +93,8 @@ constexpr CueWords rows[] = {
         "put|push off|shelve|leave"},
     {delay, anywhere, "off till|off until|back until|back till|off to|back to"},
     {later, head,
-        "later|i will do it|i will do that|not this minute|not today|not tomorrow|not this morning|not tonight|not "
+        "later|i can not do it now|i can not do that now|i will do it|i will do that|not this minute|not today|not "
+        "tomorrow|not this morning|not tonight|not "
         "now|not yet|not right now|snooze|later on|in a "
         "bit|in a while|maybe later|another time|"
         "remind me again|remind me later$|remind me again later|remind me about it|remind me about that|"
@@ -106,7 +108,8 @@ constexpr CueWords rows[] = {
         "tick off|tick|cross off|check off|over and done with|out of the way|over with|off my list|off the list|"
         "as done|as finished|as complete|as completed|i did|i already did|i have already done|sorted out|all done|"
         "did that|did it|been done|wrapped up|is history"},
-    {later, anywhere, "can wait|will have to wait|has to wait|have to wait|must wait|will wait|could wait"},
+    {later, anywhere,
+        "can wait|wait till|wait until|will have to wait|has to wait|have to wait|must wait|will wait|could wait"},
     {done, head,
         "no need to remind me|no need to remind me of|no need to remind me about|do not remind me|do not remind me "
         "about|"
@@ -145,7 +148,8 @@ constexpr CueWords rows[] = {
     {notebook, anywhere, "notebook|note book"},
     {reminder, anywhere, "reminder|alarm"},
     {reminders, anywhere,
-        "reminders|to-do|to-do list|to-dos|to do|to dos|todos|todo|to do list|todo list|task list|tasks|list of things "
+        "reminders|jobs|errands|to-do|to-do list|to-dos|to do|to dos|todos|todo|to do list|todo list|task "
+        "list|tasks|list of things "
         "to do|chores|alarms"},
     {calendar, anywhere,
         "calendar|diary|agenda|planner|timetable|my schedule|the schedule|our schedule|appointments|events|meetings|"
@@ -178,6 +182,8 @@ constexpr CueWords rows[] = {
         "event|next engagement|next$"},
     {next, head, "what time is my|what time is the|when is my|when is the|when does my|when am i seeing|when do i see"},
     {pending, anywhere,
+        "was i meant to remember|was i meant to do|meant to remember|meant to do|was i supposed to do|was i supposed "
+        "to remember|"
         "have i forgotten anything|did i forget anything|am i forgetting anything|have i missed anything|left "
         "for|left$|"
         "did i ask you to remind me of|did i ask you to remind me about|do you have to remind me of|"

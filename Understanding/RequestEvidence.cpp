@@ -22,7 +22,7 @@ struct CueWeights {
 
 constexpr CueWeights cueWeights[] = {
     {Cue::definite, {{{moveEvent, 1}, {cancelEvent, 1}}}},
-    {Cue::indefinite, {{{addEvent, 1}, {moveEvent, -2}}}},
+    {Cue::indefinite, {{{addEvent, 1}, {moveEvent, -1}}}},
     {Cue::pronoun, {{{readNote, 1}, {moveEvent, 1}}}},
     {Cue::remind, {{{remind, 9}}}},
     {Cue::wake, {{{remind, 9}}}},
@@ -116,7 +116,7 @@ Weights weighed(const RequestReading& reading, const TimeHints& hints)
     if (hints.hasNewTime)
         weights[moveEvent] += 3;
     if (hints.hasLength) {
-        weights[findTime] += 4;
+        weights[findTime] += 3;
         weights[moveEvent] += 2;
         weights[putOffReminder] += 1;
     }

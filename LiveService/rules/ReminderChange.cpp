@@ -63,7 +63,7 @@ std::string until(const TimeWords& found)
 std::string ReminderChange::taskNamed(const std::string& content)
 {
     static const Pattern edges(
-        "^(?:(?:as|with|that|this|it|and|on|is|are|i(?: am| have|'m|'ve|’m|’ve)?|already|just|all)"
+        "^(?:(?:let|as|with|that|this|it|and|on|is|are|i(?: am| have|'m|'ve|’m|’ve)?|already|just|all)"
         "\\s+)+|(?:^|\\s+)(?:is|are|has|have|been|was|were|it|that|this|them|already|now|today"
         "|just now|by the way|as|and|all|thing|one(?:['’]s)?|off|too|any more|anymore|can|for|about)$",
         caseless);
@@ -97,9 +97,9 @@ std::optional<ReminderChange> ReminderChange::finishing(const RequestReading& re
 
 std::optional<ReminderChange> ReminderChange::told(std::string_view core)
 {
-    static const Pattern past(
-        "^(?:i|we)(?:'ve|’ve| have)?(?: been and| gone and| already| just| also)* (\\S+)(?: (?:up|out|off|in|for|to))?"
-        " (.+)$",
+    static const Pattern past("^(?:(?:yes|yeah|yep|ok|okay)[,.]? )?(?:i|we)(?:'ve|’ve| have)?(?: been and| gone and| "
+                              "already| just| also)* (\\S+)(?: (?:up|out|off|in|for|to))?"
+                              " (.+)$",
         caseless);
     // People who are only pointed at are no task.
     static const Pattern someone("^(?:you|it|him|her|them|us|that|this|there|here)\\b", caseless);

@@ -114,9 +114,9 @@ bool RequestText::isIdle(std::string_view said)
         "have", "has", "got", "there", "any", "anything", "something", "else", "on", "for", "the", "of", "still", "to",
         "it", "this", "that", "in", "at", "be", "will", "would", "could", "can", "should", "time", "free", "a", "an",
         "some", "with", "about", "rest", "just", "now", "please", "and", "or", "around", "sometime", "again", "might",
-        "look", "looking", "spare", "next", "hours", "hour", "little", "so", "far", "up", "planned", "long", "bit",
-        "long", "as", "us", "get", "find", "going", "left", "doing", "you", "know", "may", "by", "more", "open", "due",
-        "set", "pending", "least", "stretch", "spot", "appear", "happening", "like"});
+        "look", "looking", "spare", "first", "next", "hours", "hour", "little", "so", "far", "up", "planned", "long",
+        "bit", "long", "as", "us", "get", "find", "going", "left", "doing", "you", "know", "may", "by", "more", "open",
+        "due", "set", "pending", "least", "stretch", "spot", "appear", "happening", "like"});
     const RequestWords words(said);
     for (std::size_t index = 0; index < words.size(); ++index) {
         if (std::ranges::find(idle, words.at(index)) == idle.end())

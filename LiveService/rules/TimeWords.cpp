@@ -33,7 +33,8 @@ bool isLink(std::string_view word)
 {
     return word == "to" || word == "until" || word == "till" || word == "by" || word == "for" || word == "back"
         || word == "off" || word == "out" || word == "be" || word == "is" || word == "rather" || word == "say"
-        || word == "later" || word == "moved" || word == "moving" || word == "been" || word == "has" || word == "now";
+        || word == "go" || word == "later" || word == "moved" || word == "moving" || word == "been" || word == "has"
+        || word == "now";
 }
 
 bool isTail(std::string_view word)

@@ -69,6 +69,7 @@ TEST(RequestRules, turnsRequestsIntoToolCalls)
         {"remind me on march fifth at 5 pm to eat", remind("remind me on march 5th at 5 pm to eat")},
         {"at 5:30 pm call mum", remind("remind me at 5:30 pm call mum")},
         {"remind me to call the dentist", remind("remind me to call the dentist")},
+        {"remind me about my eye test on thursday at 2 pm", remind("remind me about my eye test on thursday at 2 pm")},
 
         {"note that the wifi password is blue river", keep("Wifi password", "The wifi password is blue river")},
         {"Make a note: the spare key is under the pot.", keep("Spare key", "The spare key is under the pot")},
