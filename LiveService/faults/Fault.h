@@ -19,6 +19,8 @@ struct Fault {
         drop, ///< The connection is cut after `count` messages.
         close, ///< It is closed with `code` after `count` messages.
         halfOpen, ///< It stays but is dead after `count` messages.
+        stuck, ///< It stays and answers pings, but after `count` messages nothing more is said over it.
+        asleep, ///< After `time` it is dead, as it is for a computer that slept.
         latePong, ///< Pings are answered so much later (`time`).
         goAway, ///< After `time` the end is announced, and comes after `timeLeft`.
         rejectHandle, ///< No handle of an earlier session is known.

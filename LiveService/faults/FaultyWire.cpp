@@ -34,6 +34,8 @@ void FaultyWire::take(std::string text, Time now)
         add(wire_action::Close{m_faults.find(Fault::Kind::close)->code}, now);
     if (isAfter(Fault::Kind::halfOpen))
         add(wire_action::Freeze{}, now);
+    if (isAfter(Fault::Kind::stuck))
+        add(wire_action::FallSilent{}, now);
 }
 
 std::vector<WireAction> FaultyWire::due(Time now)

@@ -22,13 +22,16 @@ struct Close {
 };
 struct Freeze {
     bool operator==(const Freeze&) const = default;
-};
+}; ///< Nothing is read, written or answered any more.
+struct FallSilent {
+    bool operator==(const FallSilent&) const = default;
+}; ///< The service says nothing more; the connection lives.
 
 } // namespace quorvell::wire_action
 
 namespace quorvell {
 
-using WireAction = std::variant<wire_action::Send, wire_action::Close, wire_action::Freeze>;
+using WireAction = std::variant<wire_action::Send, wire_action::Close, wire_action::Freeze, wire_action::FallSilent>;
 
 /// Without faults every message is due at once and unchanged. Not thread safe; lives with its session.
 class FaultyWire {

@@ -9,6 +9,7 @@
 #include "LiveService/server/WebSocketTransport.h"
 #include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
 #include "QuorvellCore/live/wire/ResponsesRequestReader.h"
+#include "QuorvellCore/live/wire/SessionDescriptionBounds.h"
 
 #include <QMetaObject>
 #include <nlohmann/json.hpp>
@@ -43,6 +44,10 @@ std::optional<Offer> readOffer(const std::string& body, std::string& problem)
         problem = "Send {\"session\": ..., \"transport\": {\"type\": \"webrtc\", \"sdp\": OFFER}}.";
         return std::nullopt;
     }
+    if (!SessionDescriptionBounds::hold(*sdp)) {
+        problem = "\"sdp\" is no description of a call, or is far larger than any.";
+        return std::nullopt;
+    }
     auto options = OpenAILiveClientParser::parseSession(*session, problem);
     if (!options)
         return std::nullopt;
@@ -68,6 +73,13 @@ LiveServer::LiveServer(Settings settings)
     m_idle.setInterval(idlePatience);
     connect(&m_idle, &QTimer::timeout, this, [this] { m_speech.letGo(); });
     m_idle.start();
+}
+
+bool LiveServer::listen(const QHostAddress& host, std::uint16_t port)
+{
+    // A service for this computer opens no port of a call to the network either.
+    m_reach = host.isLoopback() ? WebRTCPeerOptions::Reach::thisComputer : WebRTCPeerOptions::Reach::both;
+    return m_door.listen(host, port);
 }
 
 LiveServer::~LiveServer()
@@ -123,8 +135,8 @@ void LiveServer::openCall(Guest guest, const std::string& body, const HttpAnswer
     if (!offer)
         return answer.answer(HttpResponse::refusal(400, problem, "invalid_value"));
     const bool isBlocked = SessionFaults::of(m_settings.faults, guest.number).find(Fault::Kind::udpBlocked);
-    auto owned =
-        std::make_unique<WebRTCTransport>(isBlocked ? WebRTCTransport::Way::blocked : WebRTCTransport::Way::open);
+    auto owned = std::make_unique<WebRTCTransport>(
+        isBlocked ? WebRTCTransport::Way::blocked : WebRTCTransport::Way::open, m_reach);
     WebRTCTransport& transport = *owned;
     auto& session =
         openSession(guest.number, std::move(owned), std::make_shared<OpenAICodec>(OpenAICodec::Sound::apart));

@@ -8,6 +8,7 @@
 #include "LiveService/server/ServiceDoor.h"
 #include "LiveService/speech/SpeechWorkerPool.h"
 #include "LiveService/speech/WorkerThread.h"
+#include "Quorvell/webrtc/WebRTCPeerOptions.h"
 
 #include <QHostAddress>
 #include <QObject>
@@ -45,7 +46,7 @@ public:
     ~LiveServer() override;
 
     /// Port 0 takes any that is free. False when the address cannot be had; problem() says why.
-    bool listen(const QHostAddress& host, std::uint16_t port) { return m_door.listen(host, port); }
+    bool listen(const QHostAddress& host, std::uint16_t port);
     std::uint16_t port() const { return m_door.port(); }
     QString problem() const { return m_door.problem(); }
 
@@ -73,6 +74,7 @@ private:
     ResumptionStore m_resumption;
     QTimer m_idle;
     ServiceDoor m_door;
+    WebRTCPeerOptions::Reach m_reach = WebRTCPeerOptions::Reach::thisComputer; ///< Of calls.
     std::map<int, std::unique_ptr<LiveServerSession>> m_sessions;
     std::function<void()> m_stopped; ///< Set while stopping.
 };

@@ -255,6 +255,8 @@ void LiveServerSession::startFaultTimers()
 {
     if (const Fault* age = m_surroundings.faults.find(Fault::Kind::age))
         QTimer::singleShot(age->time, this, [this] { end("session_expired", goingAway); });
+    if (const Fault* asleep = m_surroundings.faults.find(Fault::Kind::asleep))
+        QTimer::singleShot(asleep->time, this, [this] { freeze(); });
     const Fault* leave = m_surroundings.faults.find(Fault::Kind::goAway);
     if (!leave)
         return;
@@ -281,13 +283,19 @@ void LiveServerSession::sendDue()
             m_transport->send(send->text);
         else if (const auto* close = std::get_if<wire_action::Close>(&action))
             m_transport->close(close->code, "fault");
-        else
+        else if (std::holds_alternative<wire_action::FallSilent>(action))
             m_isFrozen = true;
-        if (m_isFrozen)
-            m_transport->freeze();
+        else
+            freeze();
     }
     if (const auto next = m_wire.nextDue())
         m_wireTimer.start(std::max(*next - now(), LiveSessionEngine::Time::zero()));
+}
+
+void LiveServerSession::freeze()
+{
+    m_isFrozen = true;
+    m_transport->freeze();
 }
 
 void LiveServerSession::wakeAtNextTick()

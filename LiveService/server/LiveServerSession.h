@@ -75,6 +75,7 @@ private:
     void startFaultTimers();
     void send(std::string text);
     void sendDue();
+    void freeze();
     void wakeAtNextTick();
 
     std::unique_ptr<SessionTransport> m_transport;
@@ -86,7 +87,7 @@ private:
     std::deque<std::string> m_unread; ///< Messages behind a large one that is being read.
     std::size_t m_unreadBytes = 0;
     bool m_isReading = false;
-    bool m_isFrozen = false;
+    bool m_isFrozen = false; ///< Neither heard nor answered any more; a fault that is made on purpose.
     bool m_offersHandles = false;
     std::deque<std::string> m_handles; ///< The last two that were offered.
     int m_creates = 0;

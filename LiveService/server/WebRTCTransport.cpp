@@ -27,8 +27,9 @@ std::string leadingNowhere(const std::string& sdp)
 
 } // namespace
 
-WebRTCTransport::WebRTCTransport(Way way)
+WebRTCTransport::WebRTCTransport(Way way, WebRTCPeerOptions::Reach reach)
     : m_way(way)
+    , m_reach(reach)
 {
 }
 
@@ -46,7 +47,8 @@ void WebRTCTransport::answer(std::string_view offer, AnswerReady answerReady, Op
         QMetaObject::invokeMethod(this, std::move(report), Qt::QueuedConnection);
     };
     m_peer = std::make_unique<WebRTCPeer>(
-        WebRTCPeerOptions{.role = WebRTCPeerOptions::Role::answers, .reach = WebRTCPeerOptions::Reach::both},
+        WebRTCPeerOptions{
+            .role = WebRTCPeerOptions::Role::answers, .reach = m_reach, .mostQueuedSound = mostQueuedSound},
         peerReports(), post);
     m_peer->takeDescription(offer);
 }
@@ -116,6 +118,8 @@ void WebRTCTransport::abort()
 void WebRTCTransport::freeze()
 {
     m_isFrozen = true;
+    if (m_peer)
+        m_peer->stall();
 }
 
 void WebRTCTransport::lose()

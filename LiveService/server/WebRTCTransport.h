@@ -23,8 +23,10 @@ public:
     using Failed = std::function<void(const std::string& problem)>;
 
     static constexpr std::chrono::milliseconds closePatience{300}; ///< For the last texts to leave.
+    /// A reply is handed out at the pace at which it is heard, a fifth of a second ahead; what comes beyond is dropped.
+    static constexpr std::chrono::milliseconds mostQueuedSound{3'000};
 
-    explicit WebRTCTransport(Way way);
+    WebRTCTransport(Way way, WebRTCPeerOptions::Reach reach);
 
     void begin(Reports reports) override;
     /// Answers the offer. After `answerReady` `opened` comes once texts can be sent; else `failed`, once.
@@ -43,6 +45,7 @@ private:
     void lose();
 
     Way m_way;
+    WebRTCPeerOptions::Reach m_reach;
     Reports m_reports;
     AnswerReady m_answerReady;
     Opened m_opened;

@@ -25,6 +25,7 @@ public:
     /// Null when the library could not be started.
     webrtc::PeerConnectionFactoryInterface* factory();
     rtc::Thread& signalling();
+    rtc::Thread& network();
 
 private:
     struct Parts;

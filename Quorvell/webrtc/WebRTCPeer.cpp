@@ -13,6 +13,7 @@
 #include <rtc_base/thread.h>
 
 #include <algorithm>
+#include <atomic>
 #include <utility>
 
 namespace quorvell {
@@ -88,6 +89,7 @@ public:
     void takeDescription(std::string_view sdp);
     bool sendText(std::string_view text);
     CallAudio& audio() { return m_audio; }
+    void stall();
 
     // The connection
     void OnSignalingChange(Library::SignalingState) override { }
@@ -112,6 +114,7 @@ private:
     CallAudio m_audio;
     CallEngine m_engine;
     rtc::scoped_refptr<Library> m_connection;
+    std::atomic<bool> m_isStalled{false}; ///< Until the end; the network thread waits for its change.
     // Of the signalling thread:
     rtc::scoped_refptr<webrtc::DataChannelInterface> m_channel;
     bool m_isDescribed = false; ///< Nothing more to say of ourselves, or nobody to say it to.
@@ -133,6 +136,8 @@ WebRTCPeer::Link::Link(const WebRTCPeerOptions& options, Reports reports, Post p
 WebRTCPeer::Link::~Link()
 {
     m_reports->end();
+    m_isStalled = false;
+    m_isStalled.notify_all();
     if (!m_connection)
         return;
     m_engine.signalling().BlockingCall([this] {
@@ -273,6 +278,12 @@ bool WebRTCPeer::Link::sendText(std::string_view text)
     });
 }
 
+void WebRTCPeer::Link::stall()
+{
+    if (m_connection && !m_isStalled.exchange(true))
+        m_engine.network().PostTask([this] { m_isStalled.wait(true); });
+}
+
 WebRTCPeer::WebRTCPeer(WebRTCPeerOptions options, Reports reports, Post post)
     : m_link(std::make_unique<Link>(options, std::move(reports), std::move(post)))
 {
@@ -303,6 +314,11 @@ void WebRTCPeer::dropSound()
 std::chrono::milliseconds WebRTCPeer::unsentSound() const
 {
     return std::chrono::milliseconds(m_link->audio().unsentSamples() * 1000 / sampleRate);
+}
+
+void WebRTCPeer::stall()
+{
+    m_link->stall();
 }
 
 } // namespace quorvell

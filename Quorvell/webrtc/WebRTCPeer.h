@@ -62,6 +62,9 @@ public:
     /// Forgets what was given and has not gone out.
     void dropSound();
     std::chrono::milliseconds unsentSound() const;
+    /// From now on nothing goes out and nothing is answered, as if this side had vanished without a word; for faults
+    /// that are made on purpose. Give it nothing to send any more.
+    void stall();
 
 private:
     class Link;

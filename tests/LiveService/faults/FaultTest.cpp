@@ -35,7 +35,7 @@ std::string sent(const std::vector<const char*>& faults)
             else if (const auto* close = std::get_if<wire_action::Close>(&action))
                 result += " " + std::to_string(close->code);
             else
-                result += " frozen";
+                result += std::holds_alternative<wire_action::Freeze>(action) ? " frozen" : " mute";
         }
     }
     return result;
@@ -54,6 +54,7 @@ TEST(FaultyWire, failsAtTheSamePlaceEachTime)
         {{"drop=2"}, "ab 1006"},
         {{"close=1008:3"}, "abc 1008"},
         {{"half-open=1"}, "a frozen"},
+        {{"stuck=2"}, "ab mute"},
         {{"duplicate"}, "aabbccddee"},
         {{"reorder"}, "badc200:e"},
         {{"malformed=2"}, "ab{\"type\":\"session.cde"},
