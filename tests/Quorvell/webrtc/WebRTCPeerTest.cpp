@@ -102,6 +102,13 @@ TEST(WebRTCPeer, carriesTextsAndSoundBothWays)
     EXPECT_TRUE(call.caller.problems.empty());
 }
 
+TEST(WebRTCPeer, noticesThatTheOtherSideHasVanished)
+{
+    Call call;
+    call.answerer.peer->stall();
+    EXPECT_TRUE(call.queue.runUntil([&] { return call.caller.state == State::disconnected; }));
+}
+
 TEST(WebRTCPeer, refusesADescriptionItCannotUse)
 {
     test::PostQueue queue;
