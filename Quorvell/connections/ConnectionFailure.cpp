@@ -13,6 +13,8 @@ using Kind = ConnectionFailure::Kind;
 
 constexpr int tooLarge = 1009;
 constexpr int serverError = 1011;
+constexpr int serviceRestart = 1012;
+constexpr int tryAgainLater = 1013;
 constexpr int goingAway = 1001;
 constexpr int badMessage = 1007;
 constexpr int notAllowed = 1008;
@@ -40,6 +42,23 @@ std::string serviceName(const LiveAccess& access)
                                                        : "The service at " + access.endpoint.host;
 }
 
+/// After "Wait": what the service asked for, in words.
+std::string waitingTime(const ConnectionFailure& failure)
+{
+    using std::chrono::ceil;
+    const auto asked = failure.retryAfter.value_or(std::chrono::minutes(1));
+    if (const auto minutes = ceil<std::chrono::minutes>(asked).count(); minutes > 1)
+        return std::to_string(minutes) + " minutes";
+    return asked > std::chrono::seconds(30) ? "a minute" : "half a minute";
+}
+
+/// A service that has been used up is not busy: waiting changes nothing.
+bool isOutOfCredit(const ConnectionFailure& failure)
+{
+    constexpr int tooMany = 429;
+    return failure.code == tooMany && failure.detail.find("insufficient_quota") != std::string::npos;
+}
+
 /// What the service says itself, as an appendix.
 std::string quoted(const std::string& words)
 {
@@ -59,8 +78,13 @@ Advice adviceForStatus(const ConnectionFailure& failure, const std::string& serv
             true};
     if (status == 404)
         return {service + " offers no live conversations" + why + ". Check the host that is set for Quorvell.", true};
+    if (isOutOfCredit(failure))
+        return {
+            service + " says that this account's credit is used up" + why + ". Add credit to the account" + otherwise,
+            true};
     if (status == 429)
-        return {service + " has had too many requests from this account" + why + ". Wait a minute and ask again."};
+        return {service + " has had too many requests from this account" + why + ". Wait " + waitingTime(failure)
+            + " and ask again."};
     if (status >= 500)
         return {service + " has a problem of its own (" + std::to_string(status) + "). Ask again in a few minutes."};
     if (!failure.message.empty())
@@ -136,13 +160,24 @@ Advice adviceFor(const ConnectionFailure& failure, const std::string& service, c
 LiveClosure ConnectionFailure::closure(const LiveAccess& access) const
 {
     ConnectionFailure told = *this;
-    told.detail = firstCharacters(detail, longestQuote);
+    if (kind != Kind::refusedRequest) // The body of a refusal is read, not quoted.
+        told.detail = firstCharacters(detail, longestQuote);
     told.message = firstCharacters(message, longestQuote);
     const Advice advice = adviceFor(told, serviceName(access), std::string(access.keyName));
     const bool isCoded = kind == Kind::closed || kind == Kind::refusedRequest;
-    const std::string& said = told.message.empty() ? told.detail : told.message;
+    const std::string said = firstCharacters(told.message.empty() ? told.detail : told.message, longestQuote);
+    const auto wait = isBusy() ? std::optional(retryAfter.value_or(std::chrono::milliseconds::zero())) : std::nullopt;
     return {isCoded && code != 0 ? code : LiveClosure::abnormal, said.empty() ? nameOf(kind) : said, advice.mustUserAct,
-        advice.sentence};
+        advice.sentence, wait};
+}
+
+bool ConnectionFailure::isBusy() const
+{
+    constexpr int notImplemented = 501;
+    constexpr int tooMany = 429;
+    if (kind == Kind::refusedRequest)
+        return (code == tooMany && !isOutOfCredit(*this)) || (code >= 500 && code != notImplemented);
+    return kind == Kind::closed && (code == serverError || code == serviceRestart || code == tryAgainLater);
 }
 
 ConnectionFailure ConnectionFailure::refusal(int status, std::string body)

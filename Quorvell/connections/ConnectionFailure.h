@@ -3,6 +3,8 @@
 #include "Quorvell/connections/LiveAccess.h"
 #include "Quorvell/session/LiveClosure.h"
 
+#include <chrono>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,7 +32,10 @@ struct ConnectionFailure {
     int code = 0;
     std::string detail{};
     std::string message{}; ///< What a refusing service says for people.
+    std::optional<std::chrono::milliseconds> retryAfter{}; ///< How long the service asks to be left alone.
 
+    /// The service has too much to do, or a problem that passes; it says so itself.
+    bool isBusy() const;
     /// For the session and the user.
     LiveClosure closure(const LiveAccess& access) const;
 

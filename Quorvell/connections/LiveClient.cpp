@@ -133,6 +133,7 @@ void LiveClient::setUp()
 
 void LiveClient::textReceived(const std::string& text)
 {
+    m_hasReacted = true;
     for (LiveServerEvent& event : LiveServerParser::parse(text)) {
         if (m_life.is(Stage::closed))
             return;
@@ -237,15 +238,20 @@ void LiveClient::sendWaiting()
         send(isAnswerWanted ? LiveMessage::text(*last) : LiveMessage::note(*last));
     else if (isAnswerWanted)
         send(LiveMessage::answerNow());
-    if (isAnswerWanted)
-        modelIsAnswering();
+    if (!isAnswerWanted)
+        return;
+    m_hasReacted = false;
+    modelIsAnswering();
 }
 
-/// A service that forgets to end its turn must not keep messages waiting for ever.
+/// A service that forgets to end its turn must not keep messages waiting for ever. One that has not even begun it is
+/// gone, though its connection may still answer pings.
 void LiveClient::modelIsAnswering()
 {
     m_isAnswering = m_isBusy = true;
     m_life.startDeadline(m_limits.quietTurn, [this] {
+        if (!m_hasReacted)
+            return m_life.fail({Kind::wentSilent});
         turnEnded();
         reportIdleness();
     });

@@ -60,6 +60,7 @@ private:
     std::vector<LiveHistoryEntry> m_history;
     std::deque<LiveMessageText> m_waiting;
     bool m_isAnswerWanted = false; ///< Of what was told so far, once the model is free.
+    bool m_hasReacted = true; ///< The service has said anything since it was last asked.
     bool m_isAnswering = false; ///< Between a request, or the model's first word, and the end of its turn.
     bool m_isBusy = false; ///< The last word to the session was not that nothing runs.
     std::set<std::string, std::less<>> m_owed; ///< Calls whose result the model waits for.

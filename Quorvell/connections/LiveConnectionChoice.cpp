@@ -14,7 +14,6 @@ LiveConnectionChoice::LiveConnectionChoice(LiveAccessSource& source, Settings se
     : m_source(source)
     , m_settings(std::move(settings))
     , m_networks(std::move(networks))
-    , m_web(std::make_unique<QNetworkAccessManager>())
 {
 }
 
@@ -48,8 +47,7 @@ std::unique_ptr<LiveConnection> LiveConnectionChoice::make(LiveConnectionObserve
     case Protocol::gemini:
         return std::make_unique<LiveClient>(m_source, m_settings.models, observer, m_settings.limits);
     case Protocol::responses:
-        return std::make_unique<ResponsesTextConnection>(
-            m_source, m_settings.models, *m_web, observer, m_settings.limits);
+        return std::make_unique<ResponsesTextConnection>(m_source, m_settings.models, observer, m_settings.limits);
     case Protocol::openAI:
         return std::make_unique<OpenAILiveClient>(m_source, m_settings.models, observer, m_settings.limits, route());
     }
@@ -62,7 +60,6 @@ OpenAIRoute LiveConnectionChoice::route()
     const bool isBlocked = m_networks.now && m_networks.blocked.isBlocked(network, m_networks.now());
     OpenAIRoute route;
     route.ways = waysFor(m_settings, isBlocked);
-    route.web = m_web.get();
     route.worked = [this, network](Way way) { note(network, way, false); };
     route.wasBlocked = [this, network](Way way) { note(network, way, true); };
     return route;

@@ -53,7 +53,6 @@ private:
     LiveAccessSource& m_source;
     Settings m_settings;
     Networks m_networks;
-    std::unique_ptr<QNetworkAccessManager> m_web; ///< Shared, so that a second request finds an open line.
 };
 
 } // namespace quorvell

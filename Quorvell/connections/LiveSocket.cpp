@@ -129,7 +129,8 @@ ConnectionFailure LiveSocket::failureOf(QAbstractSocket::SocketError error) cons
         return {Kind::untrusted, 0, m_untrustedBecause.empty() ? text : m_untrustedBecause};
     if (error == QAbstractSocket::HostNotFoundError)
         return {Kind::nameUnknown, 0, text};
-    // Whatever the error is called: a status in its text means that a server answered and refused the upgrade.
+    // Whatever the error is called: a status in its text means that a server answered and refused the upgrade. That is
+    // all the library tells of the answer: how long a busy service asks to be left alone stays unknown here.
     if (const int status = ConnectionFailure::statusIn(text); status != 0)
         return {Kind::refusedRequest, status, text};
     return {Kind::nobodyAnswers, 0, text};

@@ -10,14 +10,16 @@ struct LiveTimeLimits {
     std::chrono::milliseconds toConnectMedia{4'000}; ///< From the answer to the first word over WebRTC.
     std::chrono::milliseconds toStart{20'000};
     std::chrono::milliseconds toClose{2'000};
-    std::chrono::milliseconds betweenPings{10'000};
+    std::chrono::milliseconds betweenPings{5'000};
     /// In whole pings without any byte in between; then the connection is dead.
-    std::chrono::milliseconds silence{25'000};
+    std::chrono::milliseconds silence{15'000};
 
     /// Over WebRTC, after the library itself has waited some 5 s.
     std::chrono::milliseconds disconnection{5'000};
     /// Without a word of an answer that has begun or was asked for; then messages need not wait for its end.
     std::chrono::milliseconds quietTurn{20'000};
+    /// Without any word though one is owed; then the service is asked whether it is there, and given up as long after.
+    std::chrono::milliseconds owedWord{5'000};
     /// Between two pieces of an answer that comes in a stream.
     std::chrono::milliseconds streamSilence{120'000};
 

@@ -18,12 +18,15 @@ using Way = OpenAIRoute::Way;
 /// A create is refused when a response still runs over there. It is tried again at once, then after growing pauses.
 constexpr int mostRefusedCreates = 6;
 
+constexpr std::string_view pingPrefix = "ping_";
+
 } // namespace
 
 OpenAILiveClient::OpenAILiveClient(LiveAccessSource& accessSource, LiveModelSettings models,
     LiveConnectionObserver& observer, LiveTimeLimits limits, OpenAIRoute route)
     : m_limits(limits)
     , m_route(std::move(route))
+    , m_silence(limits.owedWord, {[this] { askWhetherItIsThere(); }, [this] { m_life.fail({Kind::wentSilent}); }})
     , m_life(accessSource, observer, [this] { m_transport.reset(); })
 {
     m_options.model = std::move(models.voiceModel);
@@ -57,10 +60,13 @@ void OpenAILiveClient::openTransport()
     OpenAITransport::Reports reports;
     reports.opened = [this] { transportOpened(); };
     reports.textReceived = [this](const std::string& text) { textReceived(text); };
-    reports.soundReceived = [this](const Bytes& pcm) { m_life.report(live_event::Audio{pcm}); };
+    reports.soundReceived = [this](const Bytes& pcm) {
+        m_silence.heard();
+        m_life.report(live_event::Audio{pcm});
+    };
     reports.closed = [this](const ConnectionFailure& failure) { transportClosed(failure); };
     if (way() == Way::peer)
-        m_transport = std::make_unique<OpenAIPeerTransport>(*m_route.web, std::move(reports), m_limits);
+        m_transport = std::make_unique<OpenAIPeerTransport>(std::move(reports), m_limits);
     else
         m_transport = std::make_unique<OpenAISocketTransport>(std::move(reports), m_limits);
     m_transport->open(m_life.access(), m_options);
@@ -139,6 +145,7 @@ void OpenAILiveClient::transportClosed(const ConnectionFailure& failure)
 
 void OpenAILiveClient::textReceived(const std::string& text)
 {
+    m_silence.heard();
     for (OpenAILiveEvent& event : OpenAILiveParser::parse(text)) {
         if (m_life.is(Stage::closed))
             return;
@@ -215,10 +222,18 @@ bool OpenAILiveClient::applyError(const openai_event::Error& error)
         sessionRefused(error);
         return false;
     }
-    const bool isAboutCreate = error.clientEventID && error.clientEventID->starts_with("create_");
+    const std::string about = error.clientEventID.value_or("");
+    const bool isAboutCreate = about.starts_with("create_");
     if (isAboutCreate)
         retryCreate(error.clientEventID);
-    return !isAboutCreate;
+    return !isAboutCreate && !about.starts_with(pingPrefix);
+}
+
+/// This protocol has no such question, but a service answers what it does not know with an error.
+void OpenAILiveClient::askWhetherItIsThere()
+{
+    m_life.report(live_event::Diagnostic{"service_doubted", {}});
+    send({{"type", "session.ping"}, {"event_id", std::string(pingPrefix) + std::to_string(++m_pings)}});
 }
 
 void OpenAILiveClient::retryCreate(const std::optional<std::string>& clientEventID)
@@ -257,13 +272,17 @@ void OpenAILiveClient::reportIdleness()
 
 void OpenAILiveClient::sendAudio(std::span<const std::uint8_t> pcm)
 {
-    if (m_life.is(Stage::started))
-        m_transport->sendSound(pcm);
+    if (!m_life.is(Stage::started))
+        return;
+    m_silence.soundSent();
+    m_transport->sendSound(pcm);
 }
 
 void OpenAILiveClient::sendAudioPause()
 {
-    // This protocol has no word for it: the service hears that nothing comes.
+    // This protocol has no word for it: the service hears that nothing comes, and says what it has heard.
+    if (m_life.is(Stage::started))
+        m_silence.soundEnded();
 }
 
 void OpenAILiveClient::sendMessage(const LiveMessageText& message)
@@ -342,6 +361,8 @@ void OpenAILiveClient::sendAll(const std::vector<Json>& messages)
 {
     for (const Json& message : messages)
         send(message);
+    if (m_flow.createInFlight && m_life.is(Stage::started))
+        m_silence.asked();
 }
 
 } // namespace quorvell

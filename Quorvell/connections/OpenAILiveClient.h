@@ -7,6 +7,7 @@
 #include "Quorvell/connections/OpenAIRoute.h"
 #include "Quorvell/connections/OpenAITransport.h"
 #include "Quorvell/connections/SeenCalls.h"
+#include "Quorvell/connections/SilenceWatch.h"
 #include "Quorvell/session/LiveConnection.h"
 #include "QuorvellCore/live/wire/OpenAIBackendFlow.h"
 #include "QuorvellCore/live/wire/OpenAILiveEvent.h"
@@ -55,6 +56,7 @@ private:
     bool applyEnd(const openai_event::BackendEnded& end);
     bool applyCall(const openai_event::FunctionCall& call);
     bool applyError(const openai_event::Error& error);
+    void askWhetherItIsThere();
     void retryCreate(const std::optional<std::string>& clientEventID);
     void sessionRefused(const openai_event::Error& error);
     void reportIdleness();
@@ -72,6 +74,8 @@ private:
     bool m_isBusy = false; ///< The last word to the session on the backend was not that it is idle.
     int m_refusedCreates = 0; ///< In a row.
     SeenCalls m_calls;
+    SilenceWatch m_silence;
+    int m_pings = 0; ///< So far.
     std::optional<std::string> m_delegationID; ///< While it runs.
     std::string m_closeReason; ///< As the service stated it.
     std::unique_ptr<OpenAITransport> m_transport;

@@ -27,9 +27,8 @@ WebRTCPeerOptions optionsFor(const LiveAccess& access)
 
 } // namespace
 
-OpenAIPeerTransport::OpenAIPeerTransport(QNetworkAccessManager& web, Reports reports, LiveTimeLimits limits)
-    : m_web(web)
-    , m_reports(std::move(reports))
+OpenAIPeerTransport::OpenAIPeerTransport(Reports reports, LiveTimeLimits limits)
+    : m_reports(std::move(reports))
     , m_limits(limits)
 {
     m_waiting.setSingleShot(true);

@@ -16,7 +16,7 @@ namespace quorvell {
 /// description and is answered with the service's.
 class OpenAIPeerTransport : public OpenAITransport {
 public:
-    OpenAIPeerTransport(QNetworkAccessManager& web, Reports reports, LiveTimeLimits limits);
+    OpenAIPeerTransport(Reports reports, LiveTimeLimits limits);
 
     void open(const LiveAccess& access, const OpenAILiveSetupOptions& options) override;
     void send(std::string_view text) override;
@@ -32,7 +32,6 @@ private:
     void wait(std::chrono::milliseconds limit, ConnectionFailure::Kind otherwise);
     void end(const ConnectionFailure& failure);
 
-    QNetworkAccessManager& m_web;
     Reports m_reports;
     LiveTimeLimits m_limits;
     LiveAccess m_access;
@@ -42,6 +41,7 @@ private:
     bool m_hasEnded = false;
     ConnectionFailure::Kind m_otherwise = ConnectionFailure::Kind::wentSilent; ///< When the waiting is in vain.
     QTimer m_waiting;
+    QNetworkAccessManager m_web; ///< Of this session only: no dead line from before a sleep of the computer is tried.
     std::unique_ptr<WebExchange> m_exchange;
     std::unique_ptr<WebRTCPeer> m_peer;
     QObject m_context; ///< Receives what comes later; goes first.

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QNetworkAccessManager>
-
 #include <functional>
 #include <vector>
 
@@ -12,7 +10,6 @@ struct OpenAIRoute {
     enum class Way { socket, peer };
 
     std::vector<Way> ways{Way::socket}; ///< Never empty.
-    QNetworkAccessManager* web = nullptr; ///< Outlives the connection; needed for a peer.
     /// Told when a session began on a way, and when media did not get through on one.
     std::function<void(Way way)> worked{};
     std::function<void(Way way)> wasBlocked{};

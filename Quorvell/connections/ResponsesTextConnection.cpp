@@ -2,6 +2,7 @@
 
 #include "QuorvellCore/live/wire/RefusedSetting.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvell {
@@ -13,12 +14,16 @@ namespace item = openai_item;
 
 constexpr std::size_t longestUnfinished = 1024 * 1024;
 
+/// A question that waits longer for a busy service is better asked again by the user.
+constexpr std::chrono::milliseconds longestPause{8'000};
+
 /// Trying again may help: the service is busy or the line was bad.
 bool isPassing(const ConnectionFailure& failure)
 {
+    constexpr int tookTooLong = 408;
     switch (failure.kind) {
     case Kind::refusedRequest:
-        return failure.code == 408 || failure.code == 429 || failure.code >= 500;
+        return failure.code == tookTooLong || failure.isBusy();
     case Kind::nobodyAnswers:
     case Kind::openedTooSlowly:
     case Kind::wentSilent:
@@ -31,10 +36,10 @@ bool isPassing(const ConnectionFailure& failure)
 
 } // namespace
 
-ResponsesTextConnection::ResponsesTextConnection(LiveAccessSource& accessSource, LiveModelSettings models,
-    QNetworkAccessManager& web, LiveConnectionObserver& observer, LiveTimeLimits limits)
+ResponsesTextConnection::ResponsesTextConnection(
+    LiveAccessSource& accessSource, LiveModelSettings models, LiveConnectionObserver& observer, LiveTimeLimits limits)
     : m_limits(limits)
-    , m_client(web, limits)
+    , m_client(m_web, limits)
     , m_life(accessSource, observer, [this] { m_client.cancel(); })
 {
     m_request.model = std::move(models.backendModel);
@@ -228,9 +233,10 @@ bool ResponsesTextConnection::retryWithoutSetting(const ConnectionFailure& failu
 /// Only while nothing was shown and no tool was called: nothing is shown or done twice.
 bool ResponsesTextConnection::retry(const ConnectionFailure& failure)
 {
-    if (m_hasAnswerBegun || !isPassing(failure) || m_retries == mostRetries)
+    const auto asked = failure.retryAfter.value_or(std::chrono::milliseconds::zero());
+    if (m_hasAnswerBegun || !isPassing(failure) || m_retries == mostRetries || asked > longestPause)
         return false;
-    const auto pause = m_limits.firstCreatePause * (1 << (2 * m_retries));
+    const auto pause = std::max(asked, m_limits.firstCreatePause * (1 << (2 * m_retries)));
     ++m_retries;
     m_life.report(live_event::Diagnostic{"answer_retried", std::to_string(failure.code)});
     m_life.later([this] { ask(); }, pause);

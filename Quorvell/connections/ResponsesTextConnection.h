@@ -19,9 +19,8 @@ namespace quorvell {
 /// time; what comes meanwhile waits. Sound is not carried.
 class ResponsesTextConnection : public LiveConnection {
 public:
-    /// `web` outlives the connection.
-    ResponsesTextConnection(LiveAccessSource& accessSource, LiveModelSettings models, QNetworkAccessManager& web,
-        LiveConnectionObserver& observer, LiveTimeLimits limits = {});
+    ResponsesTextConnection(LiveAccessSource& accessSource, LiveModelSettings models, LiveConnectionObserver& observer,
+        LiveTimeLimits limits = {});
 
     void open(const LiveSetup& setup) override;
     void sendAudio(std::span<const std::uint8_t>) override { }
@@ -65,6 +64,7 @@ private:
     bool m_hasCalled = false; ///< The running answer has called a tool.
     int m_retries = 0;
     std::string m_unfinished; ///< Text of the running answer, as far as it has come.
+    QNetworkAccessManager m_web; ///< Its own: after a sleep of the computer the lines of older ones are dead.
     ResponsesClient m_client;
     ConnectionLife m_life; ///< Goes first.
 };

@@ -2,6 +2,8 @@
 
 #include "Quorvell/connections/NetworkRequest.h"
 
+#include <QDateTime>
+#include <QLocale>
 #include <QPointer>
 #include <QSslError>
 
@@ -15,6 +17,23 @@ namespace {
 using Kind = ConnectionFailure::Kind;
 
 constexpr int tooLarge = 1009;
+
+/// A number of seconds, or a date. A day at most: whoever asks for more means never.
+std::optional<std::chrono::milliseconds> waitIn(const QByteArray& retryAfter)
+{
+    constexpr qint64 longest = 24 * 60 * 60;
+    bool isNumber = false;
+    qint64 seconds = retryAfter.trimmed().toLongLong(&isNumber);
+    if (!isNumber) {
+        QDateTime date = QLocale::c().toDateTime(
+            QString::fromLatin1(retryAfter.trimmed()), QStringLiteral("ddd, dd MMM yyyy hh:mm:ss 'GMT'"));
+        date.setTimeSpec(Qt::UTC);
+        if (!date.isValid())
+            return std::nullopt;
+        seconds = QDateTime::currentDateTimeUtc().secsTo(date);
+    }
+    return std::chrono::seconds(std::clamp<qint64>(seconds, 0, longest));
+}
 
 } // namespace
 
@@ -82,13 +101,20 @@ void WebExchange::finished()
         return;
     const int answered = status();
     if (answered != 0 && (answered < 200 || answered > 299))
-        return fail(ConnectionFailure::refusal(answered, m_refusal));
+        return fail(refusal(answered));
     if (m_reply->error() != QNetworkReply::NoError)
         return fail(failureOf(m_reply->error()));
     m_isOver = true;
     m_patience.stop();
     if (const auto ended = m_reports.ended)
         ended();
+}
+
+ConnectionFailure WebExchange::refusal(int answered) const
+{
+    ConnectionFailure failure = ConnectionFailure::refusal(answered, m_refusal);
+    failure.retryAfter = waitIn(m_reply->rawHeader("Retry-After"));
+    return failure;
 }
 
 ConnectionFailure WebExchange::failureOf(QNetworkReply::NetworkError error) const

@@ -48,6 +48,7 @@ private:
     void piecesArrived();
     void finished();
     int status() const;
+    ConnectionFailure refusal(int answered) const;
     ConnectionFailure failureOf(QNetworkReply::NetworkError error) const;
     void fail(const ConnectionFailure& failure);
 

@@ -24,12 +24,11 @@ TEST(IndependentPeer, holdsAConversationWithUsAndIsMissedWhenItFallsSilent)
     ASSERT_TRUE(runUntil([&] { return (port += service.readLine()).endsWith('\n'); }, 15s))
         << service.readAllStandardError().toStdString();
 
-    QNetworkAccessManager web;
     RecordingLiveObserver observer;
     HostedAccess source(accessTo(port.trimmed().toUShort()));
     LiveTimeLimits limits;
     limits.disconnection = 500ms;
-    OpenAILiveClient client(source, {}, observer, limits, {{OpenAIRoute::Way::peer}, &web});
+    OpenAILiveClient client(source, {}, observer, limits, {{OpenAIRoute::Way::peer}});
     client.open({});
     ASSERT_TRUE(
         runUntil([&] { return !observer.all<live_event::SetupComplete>().empty() || observer.closings > 0; }, 20s));

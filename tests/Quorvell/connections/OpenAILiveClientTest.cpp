@@ -23,6 +23,7 @@ constexpr LiveTimeLimits shortLimits{.toOpen = 300ms,
     .toClose = 300ms,
     .betweenPings = 50ms,
     .silence = 200ms,
+    .owedWord = 100ms,
     .firstCreatePause = 5ms};
 /// For what succeeds, on a busy machine too.
 constexpr LiveTimeLimits longLimits{.firstCreatePause = 5ms};
@@ -33,7 +34,7 @@ struct Talk {
         const LiveTimeLimits& limits = longLimits)
         : source(access)
         , client(source, std::move(models), observer, limits,
-              {std::move(ways), &web, [this](Way way) { worked.push_back(way); },
+              {std::move(ways), [this](Way way) { worked.push_back(way); },
                   [this](Way way) { blocked.push_back(way); }})
     {
         LiveSetup setup;
@@ -42,7 +43,6 @@ struct Talk {
     }
     bool isStarted() const { return !observer.all<live_event::SetupComplete>().empty(); }
 
-    QNetworkAccessManager web;
     Ways worked;
     Ways blocked;
     RecordingLiveObserver observer;
@@ -76,6 +76,8 @@ ScriptedLiveServer::Script afterStart(std::function<void(QWebSocket&)> then)
 LiveClosure closureOf(const LiveAccess& access, const Ways& ways = {Way::socket})
 {
     Talk talk(access, ways, {}, shortLimits);
+    EXPECT_TRUE(runUntil([&] { return talk.observer.closings > 0 || talk.isStarted(); }));
+    talk.client.sendMessage({.text = "hello"});
     EXPECT_TRUE(runUntil([&] { return talk.observer.closings > 0; }));
     EXPECT_EQ(talk.observer.closings, 1);
     return talk.observer.closure.value_or(LiveClosure{});
@@ -89,6 +91,7 @@ protected:
 TEST_F(OpenAILiveClientTest, everyRefusalEndsInOneSentence)
 {
     const auto http = [](const char* status, const char* body = "") { return ScriptedWebServer::answer(status, body); };
+    const QByteArray busy = "HTTP/1.1 429 Too Many Requests\r\nContent-Length: 0\r\nRetry-After: ";
     const QByteArray upgrade = "HTTP/1.1 101 Switching Protocols\r\nUpgrade: websocket\r\nConnection: Upgrade\r\n"
                                "Sec-WebSocket-Accept: {accept}\r\n\r\n";
     struct Row {
@@ -98,14 +101,20 @@ TEST_F(OpenAILiveClientTest, everyRefusalEndsInOneSentence)
         int code;
         bool mustUserAct;
         const char* sentence;
+        std::optional<std::chrono::milliseconds> retryAfter{};
     };
     const Row rows[] = {
         {"wrong key", Way::socket, http("401 Unauthorized"), 401, true,
             "did not accept the API key. Check OPENAI_API_KEY"},
         {"no right", Way::socket, http("403 Forbidden"), 403, true, "does not let this API key"},
         {"other server", Way::socket, http("404 Not Found"), 404, true, "offers no live conversations"},
-        {"too many", Way::socket, http("429 Too Many Requests"), 429, false, "Wait a minute"},
-        {"overloaded", Way::socket, http("503 Service Unavailable"), 503, false, "a problem of its own (503)"},
+        {"too many", Way::socket, http("429 Too Many Requests"), 429, false, "Wait a minute", 0ms},
+        {"too many, for a while", Way::peer, busy + "150\r\n\r\n", 429, false, "Wait 3 minutes", 150s},
+        {"too many, until a date", Way::peer, busy + "Sun, 06 Nov 1994 08:49:37 GMT\r\n\r\n", 429, false, "Wait", 0ms},
+        {"no credit", Way::peer,
+            http("429 Too Many Requests", R"({"error":{"message":"No.","code":"insufficient_quota"}})"), 429, true,
+            "credit is used up (No.)"},
+        {"overloaded", Way::socket, http("503 Service Unavailable"), 503, false, "a problem of its own (503)", 0ms},
         {"no web server", Way::socket, "220 mail.example.org ready\r\n\r\n", 1006, false, "cannot be reached"},
         {"never answers", Way::socket, "", 1006, false, "did not answer in time"},
         {"never begins", Way::socket, upgrade, 1006, false, "The connection to the assistant has gone silent"},
@@ -113,7 +122,7 @@ TEST_F(OpenAILiveClientTest, everyRefusalEndsInOneSentence)
             "did not accept the API key (No credit.)"},
         {"no such model", Way::peer, http("400 Bad Request", R"({"error":{"message":"No such model."}})"), 400, true,
             "would not begin a conversation: No such model."},
-        {"overloaded, asked by POST", Way::peer, http("503 Service Unavailable"), 503, false, "(503)"},
+        {"overloaded, asked by POST", Way::peer, http("503 Service Unavailable"), 503, false, "(503)", 0ms},
         {"another answer", Way::peer, http("200 OK", "<html>"), 1006, true, "something that is no conversation"},
         {"an answer without sound", Way::peer, http("200 OK", R"({"session":{},"transport":{"sdp":"v=0"}})"), 1006,
             false, "on this computer"},
@@ -127,6 +136,7 @@ TEST_F(OpenAILiveClientTest, everyRefusalEndsInOneSentence)
         const LiveClosure closure = closureOf(server.access(), {row.way});
         EXPECT_EQ(closure.code, row.code);
         EXPECT_EQ(closure.mustUserAct, row.mustUserAct);
+        EXPECT_EQ(closure.retryAfter, row.retryAfter);
         EXPECT_NE(closure.sentence.find(row.sentence), std::string::npos) << closure.sentence;
         EXPECT_EQ(closure.sentence.find("secret-key"), std::string::npos);
     }
@@ -149,6 +159,7 @@ TEST_F(OpenAILiveClientTest, aServiceThatBreaksOffIsNoticed)
     const Row rows[] = {
         {"begins nothing", [](QWebSocket&, const std::string&) {}, 1006, "did not begin the conversation in time"},
         {"refuses the session", refuse, 1006, "would not begin a conversation: No such model."},
+        {"falls silent, and answers pings", afterStart([](QWebSocket&) {}), 1006, "has gone silent"},
         {"vanishes", afterStart([](QWebSocket& peer) { peer.abort(); }), 1006, "connection to the assistant was lost"},
         {"goes away", closing(1001), 1001, "went away"},
         {"does not understand", closing(1007), 1007, "did not understand a message"},
@@ -358,6 +369,25 @@ TEST_F(OpenAILiveClientTest, aRefusedCreateIsTriedAgainAndGivenUpInTheEnd)
         EXPECT_TRUE(talk.observer.all<live_event::ServerError>().empty());
         EXPECT_LE(creates, 7);
     }
+}
+
+TEST_F(OpenAILiveClientTest, aServiceThatTakesLongIsAskedWhetherItIsThereAndKept)
+{
+    int questions = 0;
+    const ScriptedLiveServer server([&](QWebSocket& peer, const std::string& text) {
+        if (isStart(text))
+            tellerOf(peer)(Wire::sessionStarted("sess_1"));
+        const auto message = OpenAILiveClientParser::parse(text);
+        if (const auto* unknown = std::get_if<said::Malformed>(&message); unknown && ++questions > 0)
+            tellerOf(peer)(Wire::error({"invalid_request_error", unknown->code, unknown->reason, unknown->eventID}));
+    });
+    Talk talk(server.access(), {Way::socket}, {}, shortLimits);
+    ASSERT_TRUE(runUntil([&] { return talk.isStarted(); }));
+    talk.client.sendAudio(Bytes(1920));
+    talk.client.sendAudioPause();
+    EXPECT_TRUE(runUntil([&] { return questions == 1; }));
+    EXPECT_FALSE(runUntil([&] { return talk.observer.closings > 0; }, 400ms));
+    EXPECT_TRUE(talk.observer.all<live_event::ServerError>().empty());
 }
 
 TEST_F(OpenAILiveClientTest, aRefusedSettingIsDroppedOnceAndTheSessionAskedForAgain)

@@ -30,10 +30,9 @@ LiveSetup someSetup()
 }
 
 template <typename Client> struct Talk {
-    template <typename... More>
-    explicit Talk(const LiveAccess& access, const LiveSetup& setup, LiveModelSettings models, More&... more)
+    explicit Talk(const LiveAccess& access, const LiveSetup& setup, LiveModelSettings models)
         : source(access)
-        , client(source, std::move(models), more..., observer, shortLimits)
+        , client(source, std::move(models), observer, shortLimits)
     {
         client.open(setup);
         runUntil([&] { return isStarted() || observer.closings > 0; });
@@ -167,6 +166,7 @@ TEST_F(OtherClientsTest, geminiIsNotInterruptedAndCallsAreAnsweredOnce)
 
     // A service that never ends its turn does not keep messages waiting for ever.
     talk.client.sendMessage({.text = "one"});
+    service.tell(LiveServerMessage::outputTranscription("Well"));
     talk.client.sendMessage({.text = "two"});
     EXPECT_TRUE(runUntil([&] { return service.heard.size() == 6; }));
     talk.client.close();
@@ -176,6 +176,12 @@ TEST_F(OtherClientsTest, geminiIsNotInterruptedAndCallsAreAnsweredOnce)
 
 TEST_F(OtherClientsTest, geminiEndsInOneSentence)
 {
+    GeminiService mute;
+    GeminiTalk unanswered(mute.server.access(), {}, {});
+    unanswered.client.sendMessage({.text = "hello"});
+    ASSERT_TRUE(runUntil([&] { return unanswered.observer.closings > 0; }));
+    EXPECT_NE(unanswered.observer.closure->sentence.find("gone silent"), std::string::npos);
+
     LiveSetup resuming;
     resuming.resumptionHandle = "stale";
     const ScriptedLiveServer server([](QWebSocket& peer, const std::string&) {
@@ -244,12 +250,11 @@ struct ResponsesService {
 
 struct TypedTalk {
     explicit TypedTalk(const ResponsesService& service, LiveModelSettings models = {})
-        : talk(service.server.access(), someSetup(), std::move(models), web)
+        : talk(service.server.access(), someSetup(), std::move(models))
     {
     }
     bool settles() { return talk.waitFor<live_event::TurnComplete>(); }
 
-    QNetworkAccessManager web;
     Talk<ResponsesTextConnection> talk;
 };
 
