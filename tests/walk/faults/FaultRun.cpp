@@ -34,7 +34,9 @@ const char* nameOf(Carrier carrier)
 FaultRun::FaultRun(QtScheduler& scheduler, Carrier carrier, const FaultRow& row, const Recordings& recordings,
     const FaultPatience& patience, const std::string& certificate, Done done)
     : m_scheduler(scheduler)
+    , m_clock(scheduler)
     , m_carrier(carrier)
+    , m_sleepsAfter(row.sleepsAfter)
     , m_recordings(recordings)
     , m_patience(patience)
     , m_done(std::move(done))
@@ -87,6 +89,8 @@ void FaultRun::serviceReady(const std::string& address)
     makeSession(address);
     m_start = m_scheduler.now();
     m_ticks = m_scheduler.every(MicrophoneStream::chunkLength, [this] { feedChunk(); });
+    if (m_sleepsAfter > 0ms)
+        m_sleep = m_scheduler.after(m_sleepsAfter, [this] { sleep(); });
     askNext();
 }
 
@@ -108,7 +112,7 @@ void FaultRun::makeSession(const std::string& address)
     networks.changed = [](const BlockedNetworks&) {};
     m_choice = std::make_unique<LiveConnectionChoice>(*m_access, choice, networks);
 
-    SessionController::Ports ports{m_scheduler,
+    SessionController::Ports ports{m_clock,
         [this](LiveConnectionObserver& observer, LiveMedium medium) { return m_choice->make(observer, medium); },
         m_player, *this, *this, *m_tools, [] { return std::string("It is now."); }};
     SessionSettings settings;
@@ -132,6 +136,13 @@ void FaultRun::askNext()
     if (!m_recordings.front().empty())
         return m_session->begin(); // Nothing while a conversation runs.
     m_session->submitTyped({{{requests[static_cast<std::size_t>(m_current)].words}}, false});
+}
+
+void FaultRun::sleep()
+{
+    // Less than the silence after which a conversation ends, more than any service waits.
+    constexpr std::chrono::seconds night{90};
+    m_clock.sleep(night);
 }
 
 /// The room's sound: the present request, else silence, at the pace of the clock.

@@ -8,6 +8,8 @@
 #include "Quorvell/connections/LiveConnectionChoice.h"
 #include "Quorvell/session/EventLog.h"
 #include "Quorvell/session/SessionController.h"
+#include "Quorvell/session/SessionObserver.h"
+#include "SleepyClock.h"
 
 #include <array>
 #include <cstdint>
@@ -31,6 +33,7 @@ struct FaultRow {
     std::vector<std::string> faults; ///< As the service takes them.
     std::vector<Carrier> carriers; ///< Where it can happen.
     bool isUntrusted = false; ///< The service shows a certificate for another name.
+    std::chrono::milliseconds sleepsAfter{}; ///< The computer sleeps so long after the beginning; zero: never.
 };
 
 struct FaultOutcome {
@@ -82,13 +85,16 @@ private:
     void registerTools();
     void carryOut(const LiveFunctionCall& call, ToolReply reply);
     void askNext();
+    void sleep();
     void feedChunk();
     void settleRequest();
     void told(const std::string& sentence);
     void finish();
 
     QtScheduler& m_scheduler;
+    SleepyClock m_clock; ///< The session's.
     Carrier m_carrier;
+    std::chrono::milliseconds m_sleepsAfter;
     const Recordings& m_recordings;
     FaultPatience m_patience;
     Done m_done;
@@ -113,6 +119,7 @@ private:
     TimerHandle m_ticks;
     TimerHandle m_next;
     TimerHandle m_limit;
+    TimerHandle m_sleep;
 };
 
 } // namespace quorvell::walk

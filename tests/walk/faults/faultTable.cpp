@@ -24,6 +24,7 @@ namespace {
 
 const std::vector<Carrier> everywhere{Carrier::webSocket, Carrier::webRTC, Carrier::gemini, Carrier::responses};
 const std::vector<Carrier> spoken{Carrier::webSocket, Carrier::webRTC, Carrier::gemini};
+const std::vector<Carrier> openAI{Carrier::webSocket, Carrier::webRTC, Carrier::responses};
 const std::vector<Carrier> openAILive{Carrier::webSocket, Carrier::webRTC};
 
 const std::vector<FaultRow> faultRows{
@@ -35,10 +36,13 @@ const std::vector<FaultRow> faultRows{
     {Brief::no, "refused, 429, once", {"refuse=429@1"}, everywhere},
     {Brief::no, "refused, 500, once", {"refuse=500@1"}, everywhere},
     {Brief::yes, "refused, 503, once", {"refuse=503@1"}, everywhere},
+    {Brief::no, "refused, 503, for good", {"refuse=503"}, everywhere},
     {Brief::no, "cut at once", {"drop=2@1"}, everywhere},
     {Brief::yes, "cut in an answer", {"drop=6@1"}, everywhere},
     {Brief::no, "cut again and again", {"drop=8@1", "drop=8@2", "drop=8@3"}, everywhere},
     {Brief::yes, "silent, half open", {"half-open=6@1"}, everywhere},
+    {Brief::yes, "silent, nothing said", {"stuck=6@1"}, openAI},
+    {Brief::yes, "computer sleeps", {"asleep=1200ms@1"}, everywhere, false, 1200ms},
     {Brief::no, "pongs late", {"late-pong=30s@1"}, {Carrier::webSocket, Carrier::gemini}},
     {Brief::no, "closed, 1001", {"close=1001:6@1"}, spoken},
     {Brief::no, "closed, 1006", {"close=1006:6@1"}, spoken},
@@ -79,6 +83,7 @@ FaultPatience patienceFor(const Options& options)
         .silence = 1200ms,
         .disconnection = 500ms,
         .quietTurn = 3s,
+        .owedWord = 1s,
         .streamSilence = 2s};
     patience.session.reconnectShortest = 100ms;
     patience.session.reconnectLongest = 1s;
