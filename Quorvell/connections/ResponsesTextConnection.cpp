@@ -15,7 +15,7 @@ namespace item = openai_item;
 constexpr std::size_t longestUnfinished = 1024 * 1024;
 
 /// A question that waits longer for a busy service is better asked again by the user.
-constexpr std::chrono::milliseconds longestPause{8'000};
+constexpr std::chrono::milliseconds longestPause{15'000};
 
 /// Trying again may help: the service is busy or the line was bad.
 bool isPassing(const ConnectionFailure& failure)
