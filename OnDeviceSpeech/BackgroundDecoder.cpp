@@ -37,11 +37,11 @@ void BackgroundDecoder::finish()
     post({Wish::Kind::finish, {}});
 }
 
-std::optional<std::vector<HeardWord>> BackgroundDecoder::finished()
+std::optional<Decoder::Result> BackgroundDecoder::finished()
 {
     std::unique_lock lock(m_mutex);
     m_changed.wait(lock, [this] { return m_isFinished || m_hasFailed; });
-    return std::exchange(m_words, std::nullopt);
+    return m_hasFailed ? std::nullopt : std::optional(std::exchange(m_result, {}));
 }
 
 std::optional<BackgroundDecoder::Wish> BackgroundDecoder::next(const std::stop_token& stop)
@@ -73,9 +73,9 @@ void BackgroundDecoder::run(const std::stop_token& stop, const Decoder::Options&
             decoder->feed(wish->samples);
             break;
         case Wish::Kind::finish: {
-            std::vector<HeardWord> words = decoder->finish();
+            Decoder::Result result = decoder->finish();
             const std::lock_guard lock(m_mutex);
-            m_words = std::move(words);
+            m_result = std::move(result);
             m_isFinished = true;
             m_changed.notify_all();
             break;

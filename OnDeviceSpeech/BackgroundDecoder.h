@@ -25,7 +25,7 @@ public:
     /// Asks for the words of what was fed; collect them with finished().
     void finish();
     /// Waits. Nothing when the models could not be read.
-    std::optional<std::vector<HeardWord>> finished();
+    std::optional<Decoder::Result> finished();
 
 private:
     struct Wish {
@@ -41,8 +41,8 @@ private:
     std::mutex m_mutex;
     std::condition_variable_any m_changed;
     std::deque<Wish> m_wishes;
-    std::optional<std::vector<HeardWord>> m_words;
-    bool m_isFinished = false; ///< m_words belongs to the last finish().
+    Decoder::Result m_result;
+    bool m_isFinished = false; ///< m_result belongs to the last finish().
     bool m_hasFailed = false;
     std::jthread m_thread; ///< Last, so that it ends before what it uses.
 };

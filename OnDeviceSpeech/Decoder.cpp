@@ -2,6 +2,7 @@
 
 #include <array>
 #include <mutex>
+#include <string_view>
 #include <utility>
 
 extern "C" {
@@ -15,8 +16,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr std::chrono::milliseconds frameLength{10};
-constexpr float shareOfFirstModel = 0.5f;
 const char* const mixedSearch = "mixed";
 
 /// The library's set-up of its options and its log are not made for two threads at once.
@@ -46,7 +45,7 @@ bool mixModels(ps_decoder_t* decoder, cmd_ln_t* settings, const Decoder::Options
     std::string firstName = "first";
     std::string secondName = "second";
     std::array names{firstName.data(), secondName.data()};
-    const std::array weights{shareOfFirstModel, 1 - shareOfFirstModel};
+    const std::array weights{options.shareOfFirst, 1 - options.shareOfFirst};
     ngram_model_t* mixed = ngram_model_set_init(settings, models.data(), names.data(), weights.data(), 2);
     const bool isSet = mixed && ps_set_lm(decoder, mixedSearch, mixed) == 0 && ps_set_search(decoder, mixedSearch) == 0;
     ngram_model_free(mixed);
@@ -82,15 +81,10 @@ std::unique_ptr<Decoder> Decoder::create(const Options& options)
     err_set_logfp(nullptr);
     auto parts = std::make_unique<Parts>();
     const bool isMixed = !options.secondLanguageModel.empty();
-    const bool isGrammar = !options.grammar.empty();
-    // The gate before us has cut silences off already; the library's own way would make word times of different
-    // searches drift apart.
+    // The gate before us has cut silences off already; all that it let through is listened to.
     parts->settings.reset(cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", options.acousticModel.c_str(), "-dict",
-        options.dictionary.c_str(), "-remove_silence", "no",
-        isMixed         ? nullptr
-            : isGrammar ? "-fsg"
-                        : "-lm",
-        isGrammar ? options.grammar.c_str() : options.languageModel.c_str(), nullptr));
+        options.dictionary.c_str(), "-remove_silence", "no", isMixed ? nullptr : "-lm", options.languageModel.c_str(),
+        nullptr));
     if (!parts->settings)
         return nullptr;
     parts->decoder.reset(ps_init(parts->settings.get()));
@@ -103,7 +97,7 @@ void Decoder::begin()
 {
     if (m_parts->isListening)
         ps_end_utt(m_parts->decoder.get());
-    // A new stream, so that word times count from the utterance's start.
+    // A new stream, so that what was heard before does not weigh on it.
     ps_start_stream(m_parts->decoder.get());
     m_parts->isListening = ps_start_utt(m_parts->decoder.get()) == 0;
 }
@@ -114,22 +108,20 @@ void Decoder::feed(std::span<const std::int16_t> samples)
         ps_process_raw(m_parts->decoder.get(), samples.data(), samples.size(), FALSE, FALSE);
 }
 
-std::vector<HeardWord> Decoder::finish()
+Decoder::Result Decoder::finish()
 {
-    std::vector<HeardWord> words;
-    if (!std::exchange(m_parts->isListening, false) || ps_end_utt(m_parts->decoder.get()) != 0)
-        return words;
-    for (ps_seg_t* segment = ps_seg_iter(m_parts->decoder.get()); segment; segment = ps_seg_next(segment)) {
+    Result result;
+    ps_decoder_t* decoder = m_parts->decoder.get();
+    if (!std::exchange(m_parts->isListening, false) || ps_end_utt(decoder) != 0 || !ps_get_hyp(decoder, &result.score))
+        return result;
+    for (ps_seg_t* segment = ps_seg_iter(decoder); segment; segment = ps_seg_next(segment)) {
         const char* word = ps_seg_word(segment);
-        // Silences, noises, and the grammar's steps that need no word
-        if (!word || std::string_view("<[+(").find(word[0]) != std::string_view::npos)
+        // Silences and noises
+        if (!word || std::string_view("<[+").find(word[0]) != std::string_view::npos)
             continue;
-        int first = 0;
-        int last = 0;
-        ps_seg_frames(segment, &first, &last);
-        words.push_back({plainWord(word), first * frameLength, (last + 1) * frameLength});
+        result.text.append(result.text.empty() ? "" : " ").append(plainWord(word));
     }
-    return words;
+    return result;
 }
 
 } // namespace quorvell

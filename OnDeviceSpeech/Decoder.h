@@ -1,24 +1,27 @@
 #pragma once
 
-#include "OnDeviceSpeech/HeardUtterance.h"
-
 #include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
-#include <vector>
 
 namespace quorvell {
 
-/// One search of the recogniser with one language model or grammar. Blocking; one thread at a time.
+/// A search for words, led by one language model or a mixture of two. Blocking; one thread at a time.
 class Decoder {
 public:
+    struct Result {
+        std::string text; ///< Words without silences and fillers.
+        /// How well sound and language model together agree with the words: higher is better, comparable between
+        /// searches over the same sound. Ten of it are about the natural logarithm of a probability.
+        int score = 0;
+    };
     struct Options {
         std::string acousticModel; ///< Folder.
         std::string dictionary;
-        std::string languageModel{};
-        std::string secondLanguageModel{}; ///< Mixed in equal parts with the first; empty for none.
-        std::string grammar{}; ///< Instead of language models.
+        std::string languageModel;
+        std::string secondLanguageModel{}; ///< Mixed with the first; empty for none.
+        float shareOfFirst = 0.5F; ///< Of the mixture, from 0 to 1.
     };
 
     /// Null when a model cannot be read.
@@ -27,8 +30,7 @@ public:
 
     void begin();
     void feed(std::span<const std::int16_t> samples);
-    /// The words of the utterance with their times and marks, without silences and fillers.
-    std::vector<HeardWord> finish();
+    Result finish();
 
 private:
     struct Parts;

@@ -13,8 +13,7 @@ SpeechModels SpeechModels::find(const std::string& programFolder)
         .dictionary = own + "general.dict",
         .generalLanguageModel = system + "en-us.lm.bin",
         .commandLanguageModel = own + "commands.lm",
-        .commandDictionary = own + "commands.dict",
-        .commandGrammar = own + "commands.fsg"};
+        .commandDictionary = own + "commands.dict"};
 }
 
 std::string SpeechModels::missing() const
@@ -25,7 +24,7 @@ std::string SpeechModels::missing() const
             return "Speech cannot be recognised on this computer: " + *path
                 + " is missing. Install the package pocketsphinx-en-us; typing works without it.";
     }
-    for (const std::string* path : {&dictionary, &commandLanguageModel, &commandDictionary, &commandGrammar}) {
+    for (const std::string* path : {&dictionary, &commandLanguageModel, &commandDictionary}) {
         if (!std::filesystem::exists(*path, error))
             return "Speech cannot be recognised on this computer: " + *path
                 + " is missing. Build or install Quorvell again; typing works without it.";

@@ -16,9 +16,8 @@ struct SpeechModels {
     std::string acousticModel; ///< Folder.
     std::string dictionary; ///< Of the general language model's words and those of the commands.
     std::string generalLanguageModel;
-    std::string commandLanguageModel; ///< Built with the program from request templates, as the next two.
+    std::string commandLanguageModel; ///< Built with the program from request templates, as is the next.
     std::string commandDictionary;
-    std::string commandGrammar;
 
     /// `programFolder` is the folder that holds the program.
     static SpeechModels find(const std::string& programFolder);
@@ -43,6 +42,7 @@ public:
     void begin();
     /// 16 kHz mono. Recognition goes on while samples arrive, so that finish has little left to do.
     void feed(std::span<const std::int16_t> samples);
+    /// Waits for the words; for the models too while they load.
     HeardUtterance finish();
 
 private:

@@ -10,7 +10,7 @@ endforeach()
 add_executable(generate_speech_models "${CMAKE_CURRENT_LIST_DIR}/tools/generateModels.cpp")
 target_link_libraries(generate_speech_models PRIVATE quorvell_on_device_speech PocketSphinx::PocketSphinx)
 set(speech_files)
-foreach(name IN ITEMS commands.lm commands.fsg commands.dict general.dict)
+foreach(name IN ITEMS commands.lm commands.dict general.dict)
     list(APPEND speech_files "${speech_folder}/${name}")
 endforeach()
 add_custom_command(OUTPUT ${speech_files}
@@ -20,6 +20,10 @@ add_custom_command(OUTPUT ${speech_files}
     DEPENDS generate_speech_models ${speech_templates}
     COMMENT "Making the speech models of the commands" VERBATIM)
 add_custom_target(speech_models ALL DEPENDS ${speech_files})
+
+# For measuring: what is heard in recordings
+add_executable(hear_recordings "${CMAKE_SOURCE_DIR}/bench/speech/hearRecordings.cpp")
+target_link_libraries(hear_recordings PRIVATE quorvell_on_device_speech)
 
 # These rooms' tests speak to the recogniser; they are defined after this file is read.
 function(quorvell_speech_tests_need_models)

@@ -32,7 +32,8 @@ HeardTurn OnDeviceSpeechPort::finish()
 {
     if (!m_hearing.recogniser)
         return {.problem = m_hearing.problem};
-    return {.text = m_hearing.recogniser->finish().text};
+    HeardUtterance heard = m_hearing.recogniser->finish();
+    return {.text = std::move(heard.text), .problem = std::move(heard.problem)};
 }
 
 void OnDeviceSpeechPort::speak(std::string_view wanted, std::string_view text, const Sink& sink, std::stop_token stop)

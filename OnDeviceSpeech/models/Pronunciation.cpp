@@ -17,6 +17,9 @@ std::vector<std::string> ownPronunciations(std::string_view word)
     if (word == "a.m.") {
         return {"AH EH M"}; // when written "a m", voices read the article
     }
+    if (word == "sure") {
+        return {"SH ER", "SH AO R"}; // the dictionary has only the careful way
+    }
     return {};
 }
 

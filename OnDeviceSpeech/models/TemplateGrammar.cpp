@@ -45,7 +45,6 @@ double RepeatableRandom::next()
 /// Reads one file from front to back; `problem` is set at the first mistake.
 struct TemplateGrammar::Reader {
     std::string_view text;
-    std::string_view mark;
     std::size_t at = 0;
     std::string problem;
 
@@ -63,7 +62,7 @@ struct TemplateGrammar::Reader {
             ++at;
         }
         const std::size_t start = at;
-        constexpr std::string_view single = ";=|()[]+";
+        constexpr std::string_view single = ";=|()[]";
         if (at < text.size() && single.find(text[at]) != single.npos) {
             ++at;
         } else if (at < text.size() && (text[at] == '<' || text[at] == '/')) {
@@ -71,7 +70,7 @@ struct TemplateGrammar::Reader {
             at = end == text.npos ? text.size() : end + 1;
         } else {
             while (
-                at < text.size() && !isSpace(text[at]) && std::string_view(";=|()[]+</").find(text[at]) == text.npos) {
+                at < text.size() && !isSpace(text[at]) && std::string_view(";=|()[]</").find(text[at]) == text.npos) {
                 ++at;
             }
         }
@@ -125,10 +124,6 @@ struct TemplateGrammar::Reader {
                 break;
             }
             result.parts.push_back(part());
-            if (peek() == "+" && !token().empty()) {
-                Expansion repeated{Expansion::Kind::repetition, {}, {std::move(result.parts.back())}, {}};
-                result.parts.back() = std::move(repeated);
-            }
         }
         if (result.parts.empty()) {
             fail("an alternative is empty");
@@ -155,17 +150,17 @@ struct TemplateGrammar::Reader {
         if (first.starts_with('<')) {
             return {Expansion::Kind::rule, std::string(first.substr(1, first.size() - 2)), {}, {}};
         }
-        if (first.starts_with('/') || first == "=" || first == "+") {
+        if (first.starts_with('/') || first == "=") {
             fail("a word was expected");
         }
-        return {Expansion::Kind::word, std::string(first).append(mark), {}, {}};
+        return {Expansion::Kind::word, std::string(first), {}, {}};
     }
 };
 
-std::string TemplateGrammar::add(std::string_view text, std::string_view fileName, std::string_view mark)
+std::string TemplateGrammar::add(std::string_view text, std::string_view fileName)
 {
     const std::string plain = withoutComments(text);
-    Reader reader{plain, mark, 0, {}};
+    Reader reader{plain, 0, {}};
     reader.expect("grammar");
     reader.token();
     reader.expect(";");
@@ -256,7 +251,6 @@ void TemplateGrammar::draw(
         draw(expansion.name, random, sentence);
         return;
     case Expansion::Kind::sequence:
-    case Expansion::Kind::repetition: // drawn once
         for (const Expansion& part : expansion.parts) {
             draw(part, random, sentence);
         }
@@ -271,70 +265,6 @@ void TemplateGrammar::draw(
         draw(expansion.parts[chosen], random, sentence);
         return;
     }
-}
-
-/// Lays an expansion between two states of a graph.
-struct TemplateGrammar::GraphBuilder {
-    const TemplateGrammar& grammar;
-    const std::set<std::string>& free;
-    CommandGraph graph;
-
-    using State = CommandGraph::State;
-
-    void lay(const Expansion& expansion, State from, State to)
-    {
-        switch (expansion.kind) {
-        case Expansion::Kind::word:
-            graph.addStep(from, to, expansion.name);
-            return;
-        case Expansion::Kind::rule:
-            layRule(expansion.name, from, to);
-            return;
-        case Expansion::Kind::choice:
-            for (const Expansion& part : expansion.parts) {
-                lay(part, from, to);
-            }
-            return;
-        case Expansion::Kind::repetition: {
-            const State before = graph.addState();
-            const State after = graph.addState();
-            graph.addStep(from, before, {});
-            lay(expansion.parts.front(), before, after);
-            graph.addStep(after, before, {});
-            graph.addStep(after, to, {});
-            return;
-        }
-        case Expansion::Kind::sequence:
-            for (const Expansion& part : expansion.parts) {
-                const State next = graph.addState();
-                lay(part, from, next);
-                from = next;
-            }
-            graph.addStep(from, to, {});
-            return;
-        }
-    }
-
-    void layRule(const std::string& name, State from, State to)
-    {
-        if (free.contains(name)) {
-            const State inside = graph.addState();
-            graph.addStep(from, inside, std::string(CommandGraph::entry));
-            graph.addStep(inside, inside, std::string(CommandGraph::freeWord));
-            graph.addStep(inside, to, {});
-        } else if (const auto rule = grammar.m_rules.find(name); rule != grammar.m_rules.end()) {
-            lay(rule->second, from, to);
-        }
-    }
-};
-
-CommandGraph TemplateGrammar::graph(const std::string& rule, const std::set<std::string>& free) const
-{
-    GraphBuilder builder{*this, free, {}};
-    const CommandGraph::State end = builder.graph.addState();
-    builder.layRule(rule, builder.graph.start(), end);
-    builder.graph.setFinal(end);
-    return builder.graph.minimal();
 }
 
 } // namespace quorvell

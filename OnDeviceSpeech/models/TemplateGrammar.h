@@ -2,8 +2,6 @@
 // its tests use it; recognition reads what the generator wrote.
 #pragma once
 
-#include "OnDeviceSpeech/models/CommandGraph.h"
-
 #include <cstdint>
 #include <map>
 #include <set>
@@ -22,32 +20,27 @@ struct RepeatableRandom {
 };
 
 /// Rules in the JSpeech Grammar Format without tags: words, `<rule>`, `<NULL>`, `( )`, `[ ]`, `|`, /weights/
-/// before alternatives, and `+` after what may be said several times. Rules may not lead back to themselves.
+/// before alternatives. Rules may not lead back to themselves.
 class TemplateGrammar {
 public:
     /// Adds the rules of one file. Empty when they were understood, else a sentence with the line of the mistake.
-    /// `mark` is put after every word of the file, so that recognised words tell where they come from.
-    std::string add(std::string_view text, std::string_view fileName, std::string_view mark = {});
+    std::string add(std::string_view text, std::string_view fileName);
     /// Empty when every rule that is used exists and none contains itself.
     std::string check() const;
 
     std::set<std::string> words() const;
     /// Appends one sentence of a rule that check() has seen.
     void draw(const std::string& rule, RepeatableRandom& random, std::vector<std::string>& sentence) const;
-    /// The graph of everything that a rule allows, with free words (see CommandGraph) in place of the rules in `free`.
-    CommandGraph graph(const std::string& rule, const std::set<std::string>& free) const;
 
 private:
     struct Expansion {
-        enum class Kind { word, rule, sequence, choice, repetition };
+        enum class Kind { word, rule, sequence, choice };
         Kind kind = Kind::sequence;
         std::string name; ///< The word or the rule.
         std::vector<Expansion> parts;
         std::vector<double> weights; ///< One for each part of a choice.
     };
     struct Reader;
-
-    struct GraphBuilder;
 
     bool leadsTo(const Expansion& expansion, std::set<std::string>& open, std::string& problem) const;
     void draw(const Expansion& expansion, RepeatableRandom& random, std::vector<std::string>& sentence) const;

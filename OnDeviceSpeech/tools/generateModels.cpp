@@ -1,6 +1,5 @@
-// Writes the models of the requests that the on-device service understands: a trigram language model, a grammar and a
-// dictionary of their words, and a dictionary of the general language model's words. Run by the build.
-#include "OnDeviceSpeech/WordMarks.h"
+// Writes what leads the recogniser: a trigram language model of the requests that the on-device service understands,
+// and a dictionary of its words and of the general language model's. Run by the build.
 #include "OnDeviceSpeech/models/Pronunciation.h"
 #include "OnDeviceSpeech/models/TemplateGrammar.h"
 #include "OnDeviceSpeech/models/TrigramModel.h"
@@ -26,7 +25,6 @@ constexpr int sentenceCount = 60000;
 constexpr std::uint64_t seed = 20261121;
 /// Tuned on spoken requests whose words are partly outside the templates.
 constexpr double openness = 2;
-constexpr double freeProbability = 0.03;
 
 using Dictionary = std::multimap<std::string, std::string>; ///< Word to sounds.
 
@@ -44,9 +42,8 @@ Dictionary readDictionary(const std::string& path)
     return result;
 }
 
-std::string entryOf(const std::string& marked, const Dictionary& known)
+std::string entryOf(const std::string& word, const Dictionary& known)
 {
-    const std::string word(withoutMark(marked));
     std::vector<std::string> ways;
     const auto [first, last] = known.equal_range(word);
     std::transform(first, last, std::back_inserter(ways), [](const auto& entry) { return entry.second; });
@@ -58,7 +55,7 @@ std::string entryOf(const std::string& marked, const Dictionary& known)
     std::string result;
     int count = 0;
     for (const std::string& way : ways) {
-        result += marked + (++count == 1 ? " " : "(" + std::to_string(count) + ") ") + way + '\n';
+        result += word + (++count == 1 ? " " : "(" + std::to_string(count) + ") ") + way + '\n';
     }
     return result;
 }
@@ -108,15 +105,6 @@ int fail(const std::string& sentence)
     return 1;
 }
 
-/// Every word of the file once.
-std::vector<std::string> freeWordsOf(const std::string& text)
-{
-    TemplateGrammar grammar;
-    grammar.add(text, {}, std::string_view(&freeMark, 1));
-    const std::set<std::string> words = grammar.words();
-    return {words.begin(), words.end()};
-}
-
 TrigramModel trained(const TemplateGrammar& grammar, const std::string& rule)
 {
     TrigramModel model(openness);
@@ -133,9 +121,8 @@ TrigramModel trained(const TemplateGrammar& grammar, const std::string& rule)
 
 int main(int argumentCount, char** arguments)
 {
-    if (argumentCount != 7) {
-        return fail(
-            "Usage: generateModels OUTPUT_FOLDER DICTIONARY GENERAL_MODEL requests.jsgf times.jsgf freeWords.jsgf");
+    if (argumentCount < 5) {
+        return fail("Usage: generateModels OUTPUT_FOLDER DICTIONARY GENERAL_MODEL TEMPLATES.jsgf ...");
     }
     err_set_logfp(nullptr);
     const std::filesystem::path folder = arguments[1];
@@ -146,25 +133,17 @@ int main(int argumentCount, char** arguments)
             + arguments[known.empty() ? 2 : 3] + ": install the package pocketsphinx-en-us.");
     }
 
-    const std::string freeText = contentOf(arguments[6]);
     TemplateGrammar grammar;
-    for (const std::string& problem : {grammar.add(contentOf(arguments[4]), arguments[4]),
-             grammar.add(contentOf(arguments[5]), arguments[5], std::string_view(&timeMark, 1)),
-             grammar.add(freeText, arguments[6]), grammar.check()}) {
-        if (!problem.empty()) {
-            return fail(problem);
-        }
+    std::string problem;
+    for (int file = 4; file < argumentCount && problem.empty(); ++file) {
+        problem = grammar.add(contentOf(arguments[file]), arguments[file]);
     }
-
-    std::set<std::string> words = grammar.words();
+    if (problem = problem.empty() ? grammar.check() : problem; !problem.empty()) {
+        return fail(problem);
+    }
+    const std::set<std::string> words = grammar.words();
     general.insert(words.begin(), words.end());
-    TrigramModel model = trained(grammar, "request");
-    const std::vector<std::string> freeWords = freeWordsOf(freeText);
-    words.insert(freeWords.begin(), freeWords.end());
-    const CommandGraph graph = grammar.graph("command", {"task", "remark", "topic"});
-
-    const bool isWritten = write(folder / "commands.lm", model.written())
-        && write(folder / "commands.fsg", graph.written("commands", freeWords, freeProbability))
+    const bool isWritten = write(folder / "commands.lm", trained(grammar, "request").written())
         && write(folder / "commands.dict", dictionaryOf(words, known))
         && write(folder / "general.dict", dictionaryOf(general, known));
     return isWritten ? 0 : fail("Cannot write to " + folder.string() + '.');

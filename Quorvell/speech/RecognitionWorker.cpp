@@ -76,6 +76,14 @@ bool RecognitionWorker::prepare()
     return m_recogniser != nullptr;
 }
 
+void RecognitionWorker::report(std::uint64_t utterance, HeardUtterance heard)
+{
+    if (heard.problem.empty())
+        m_reports.recognised(utterance, std::move(heard.text));
+    else
+        m_reports.failed(std::move(heard.problem));
+}
+
 void RecognitionWorker::carryOut(const Wish& wish)
 {
     switch (wish.kind) {
@@ -91,7 +99,7 @@ void RecognitionWorker::carryOut(const Wish& wish)
         return;
     case Wish::Kind::finish:
         if (const auto utterance = std::exchange(m_utterance, 0); utterance != 0)
-            m_reports.recognised(utterance, m_recogniser->finish().text);
+            report(utterance, m_recogniser->finish());
         return;
     case Wish::Kind::release:
         m_utterance = 0;

@@ -54,6 +54,7 @@ private:
     void run(const std::stop_token& stop);
     /// Loads the models where they are missing. False when that is not possible.
     bool prepare();
+    void report(std::uint64_t utterance, HeardUtterance heard);
     void carryOut(const Wish& wish);
     bool next(const std::stop_token& stop, Wish& wish);
 

@@ -33,79 +33,55 @@ std::unique_ptr<SpeechRecogniser> makeRecogniser()
     return std::move(made.recogniser);
 }
 
-HeardUtterance hear(SpeechRecogniser& recogniser, const Samples& samples)
+std::string hear(SpeechRecogniser& recogniser, const Samples& samples)
 {
     constexpr std::size_t piece = SpeechRecogniser::sampleRateHz / 25;
     recogniser.begin();
     for (std::size_t start = 0; start < samples.size(); start += piece) {
         recogniser.feed(std::span(samples).subspan(start, std::min(piece, samples.size() - start)));
     }
-    return recogniser.finish();
+    const HeardUtterance heard = recogniser.finish();
+    EXPECT_EQ(heard.problem, "");
+    return heard.text;
 }
 
-TEST(SpokenRequest, keepsDayAndHour)
+TEST(SpokenRequest, isHeardAsItIsWritten)
 {
     struct Row {
         const char* voice;
         const char* spoken;
-        const char* time;
-        const char* task;
+        std::vector<const char*> kept;
     };
     const Row rows[] = {
-        {"slt", "remind me tomorrow at 5 pm to call the dentist", "tomorrow at 5 pm", "call the dentist"},
         {"rms", "hey quorvell, remind me to water the garden on friday at half past three in the afternoon",
-            "on friday at 3:30 in the afternoon", "water the garden"},
-        {"slt", "don't let me forget to lock the door tonight at ten", "tonight at 10", "lock the door"},
-        {"rms", "set a reminder for the twelfth of december at 9:30 am to pay the rent", "december 12th at 9:30 am",
-            "pay the rent"},
-        {"slt", "remind me in twenty five minutes to check the oven", "in 25 minutes", "check the oven"},
-        {"rms", "remind me every monday at eight a.m. to feed the cat", "every monday at 8 am", "feed the cat"},
+            {"on friday at 3:30 in the afternoon", "water the garden"}},
+        {"slt", "don't let me forget to lock the door tonight at ten", {"tonight at 10", "lock the door"}},
+        {"rms", "set a reminder for the twelfth of december at 9:30 am to pay the rent",
+            {"december 12th at 9:30 am", "pay the rent"}},
+        {"slt", "remind me in twenty five minutes to check the oven", {"in 25 minutes", "check the oven"}},
+        {"rms", "remind me every monday at eight a.m. to feed the cat", {"every monday at 8 am", "feed the cat"}},
+        {"slt", "pencil in coffee with Ingrid on thursday at half past ten", {"pencil in", "with ingrid", "at 10:30"}},
+        {"rms", "could I squeeze in an hour tomorrow afternoon", {"squeeze in an hour tomorrow afternoon"}},
+        {"slt", "the afternoon", {"the afternoon"}},
+        {"rms", "yes please remember it", {"yes please remember it"}},
+        {"slt", "no please don't", {"no please don't"}},
+        {"slt", "i am not sure whether that is a good idea", {"i am not sure whether that is a good idea"}},
     };
     const auto recogniser = makeRecogniser();
     ASSERT_TRUE(recogniser);
     for (const Row& row : rows) {
-        const HeardUtterance heard = hear(*recogniser, spoken(row.voice, row.spoken));
-        SCOPED_TRACE(heard.text);
-        EXPECT_TRUE(heard.isCommand);
-        EXPECT_NE(heard.text.find(row.time), std::string::npos);
-        EXPECT_NE(heard.text.find(row.task), std::string::npos);
-        EXPECT_TRUE(std::is_sorted(heard.words.begin(), heard.words.end(),
-            [](const HeardWord& left, const HeardWord& right) { return left.start < right.start; }));
+        const std::string heard = hear(*recogniser, spoken(row.voice, row.spoken));
+        SCOPED_TRACE(heard);
+        for (const char* kept : row.kept) {
+            EXPECT_NE(heard.find(kept), std::string::npos) << kept;
+        }
     }
-}
+    EXPECT_EQ(hear(*recogniser, Samples(SpeechRecogniser::sampleRateHz)), "") << "silence";
+    EXPECT_EQ(hear(*recogniser, {}), "") << "nothing at all";
 
-TEST(SpokenRequest, takesShortAnswersAndNotFreeSpeechForCommands)
-{
-    struct Row {
-        const char* spoken;
-        const char* text;
-        bool isCommand;
-    };
-    const Row rows[] = {
-        {"the afternoon", "the afternoon", true},
-        {"never mind", "never mind", true},
-        {"at nine in the morning", "at 9 in the morning", true},
-        {"what is the capital of france", "what is the capital of france", false},
-        {"i am not sure whether that is a good idea", "i am not sure whether that is a good idea", false},
-    };
-    const auto recogniser = makeRecogniser();
-    ASSERT_TRUE(recogniser);
-    for (const Row& row : rows) {
-        const HeardUtterance heard = hear(*recogniser, spoken("slt", row.spoken));
-        EXPECT_EQ(heard.text, row.text);
-        EXPECT_EQ(heard.isCommand, row.isCommand) << row.spoken;
-    }
-    EXPECT_EQ(hear(*recogniser, Samples(SpeechRecogniser::sampleRateHz)), HeardUtterance{}) << "silence";
-    EXPECT_EQ(hear(*recogniser, {}), HeardUtterance{}) << "nothing at all";
-}
-
-TEST(SpokenRequest, forgetsWhatWasNotFinished)
-{
-    const auto recogniser = makeRecogniser();
-    ASSERT_TRUE(recogniser);
     recogniser->begin();
     recogniser->feed(spoken("slt", "find my note about the garage code"));
-    EXPECT_EQ(hear(*recogniser, spoken("slt", "never mind")).text, "never mind");
+    EXPECT_EQ(hear(*recogniser, spoken("slt", "never mind")), "never mind") << "what was not finished is forgotten";
 }
 
 TEST(SpokenRequest, isHeardInTwoThreadsAtOnce)
@@ -114,8 +90,8 @@ TEST(SpokenRequest, isHeardInTwoThreadsAtOnce)
     const Samples second = spoken("rms", "remind me in two hours to buy some milk");
     std::string texts[2];
     {
-        std::jthread left([&] { texts[0] = hear(*makeRecogniser(), first).text; });
-        std::jthread right([&] { texts[1] = hear(*makeRecogniser(), second).text; });
+        std::jthread left([&] { texts[0] = hear(*makeRecogniser(), first); });
+        std::jthread right([&] { texts[1] = hear(*makeRecogniser(), second); });
     }
     EXPECT_EQ(texts[0], "remind me on sunday at noon to call my sister");
     EXPECT_EQ(texts[1], "remind me in 2 hours to buy some milk");
@@ -126,6 +102,10 @@ TEST(SpeechModels, saysWhatIsMissing)
     const auto made = SpeechRecogniser::create(SpeechModels::find("/nowhere"));
     EXPECT_FALSE(made.recogniser);
     EXPECT_NE(made.problem.find("/nowhere/../share/quorvell/speech/"), std::string::npos);
+
+    SpeechModels unreadable = SpeechModels::find("/nowhere");
+    unreadable.dictionary = unreadable.commandDictionary = unreadable.commandLanguageModel = "/dev/null";
+    EXPECT_NE(SpeechRecogniser::create(unreadable).problem.find("pocketsphinx-en-us"), std::string::npos);
 }
 
 TEST(SpeechVoice, deliversWhileItSpeaksAndStopsWhenAsked)
