@@ -49,8 +49,10 @@ TurnDetector::TurnDetector(int sampleRateHz)
 
 std::vector<TurnEvent> TurnDetector::take(std::span<const std::int16_t> samples, std::chrono::milliseconds now)
 {
-    std::vector<TurnEvent> events = look(now);
-    m_lastSound = now;
+    std::vector<TurnEvent> events;
+    const auto gap = now - std::exchange(m_lastSound, now);
+    if (gap > leastGap && gap < 2 * longestDelay)
+        m_stopsSending = false; // It was held up.
     while (!samples.empty()) {
         const std::size_t count = std::min(m_frameSamples - m_partial.size(), samples.size());
         m_partial.insert(m_partial.end(), samples.begin(), samples.begin() + static_cast<std::ptrdiff_t>(count));
@@ -67,12 +69,15 @@ std::vector<TurnEvent> TurnDetector::look(std::chrono::milliseconds now)
     if (m_isOpen && now >= nextLook()) {
         appendHeard(events, std::exchange(m_partial, {}));
         end(events);
+        m_stopsSending = true;
     }
     return events;
 }
 
 std::chrono::milliseconds TurnDetector::nextLook() const
 {
+    if (!m_stopsSending)
+        return m_lastSound + longestDelay;
     return m_lastSound + std::clamp<std::chrono::milliseconds>(endQuiet - m_quietFrames * frame, leastGap, endGap);
 }
 
@@ -115,8 +120,10 @@ void TurnDetector::followTurn(const Frame& samples, bool isLoud, std::vector<Tur
     ++m_turnFrames;
     m_loudFrames += isLoud ? 1 : 0;
     m_quietFrames = isLoud ? 0 : m_quietFrames + 1;
-    if (m_quietFrames >= framesIn(endQuiet) || m_turnFrames >= framesIn(longestTurn))
+    if (m_quietFrames >= framesIn(endQuiet) || m_turnFrames >= framesIn(longestTurn)) {
         end(events);
+        m_stopsSending = false;
+    }
 }
 
 void TurnDetector::end(std::vector<TurnEvent>& events)

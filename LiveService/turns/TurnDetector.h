@@ -32,12 +32,14 @@ public:
     static constexpr std::chrono::milliseconds frame{20};
     static constexpr std::chrono::milliseconds preRoll{300}; ///< Kept from before the onset: no first syllable is lost.
     static constexpr std::chrono::milliseconds endQuiet{520}; ///< Shorter pauses belong to the sentence.
-    static constexpr std::chrono::milliseconds endGap{350}; ///< A client with a gate of its own stops sending instead.
-    static constexpr std::chrono::milliseconds leastGap{200}; ///< Sound may be that late; quiet before it counts.
+    static constexpr std::chrono::milliseconds longestDelay{900}; ///< A busy computer holds sound up for so long.
+    static constexpr std::chrono::milliseconds endGap{350}; ///< Of a client that stops sending at the end of a turn.
+    static constexpr std::chrono::milliseconds leastGap{200}; ///< Of such a client; quiet before it counts.
     static constexpr std::chrono::milliseconds longestTurn{30'000};
 
     explicit TurnDetector(int sampleRateHz);
 
+    /// Sound that comes late belongs to the turn unless `look` has ended it.
     std::vector<TurnEvent> take(std::span<const std::int16_t> samples, std::chrono::milliseconds now);
     /// To be called when nextLook has come: ends a turn whose client stopped sending.
     std::vector<TurnEvent> look(std::chrono::milliseconds now);
@@ -63,6 +65,7 @@ private:
     int m_turnFrames = 0;
     int m_loudFrames = 0;
     int m_quietFrames = 0; ///< Since the last loud one.
+    bool m_stopsSending = false; ///< The client did when the last turn was over, as with a key that is held to talk.
     std::chrono::milliseconds m_lastSound{};
 };
 

@@ -70,9 +70,13 @@ TEST(TurnDetector, findsTurns)
         {"a pause within a sentence", {{0.1, ms(800)}, {0, ms(440)}, {0.1, ms(800)}, {0, ms(1000)}},
             "began 80 ended 2560 "},
         {"a click", {{0, ms(400)}, {0.5, ms(40)}, {0, ms(1000)}}, ""},
-        {"the client's gate closes", {{0.1, ms(800)}, {-1, ms(1000)}}, "began 80 ended 1160 "},
-        {"a short gap between chunks", {{0.1, ms(800)}, {-1, ms(200)}, {0.1, ms(400)}, {-1, ms(400)}},
-            "began 80 ended 1760 "},
+        {"a key is held, and once more", {{0, ms(400)}, {0.1, ms(800)}, {-1, ms(2000)}, {0.1, ms(800)}, {-1, ms(1000)}},
+            "began 480 ended 2120 began 3280 ended 4360 "},
+        {"sound is held up", {{0.1, ms(800)}, {-1, ms(800)}, {0.1, ms(400)}, {0, ms(1000)}}, "began 80 ended 2520 "},
+        {"sound is held up for too long, and again",
+            {{0, ms(400)}, {0.1, ms(800)}, {-1, ms(1000)}, {0.1, ms(400)}, {-1, ms(800)}, {0.1, ms(400)},
+                {0, ms(1000)}},
+            "began 480 ended 2120 began 2280 ended 4320 "},
         {"a noisy room", {{0.02, ms(2000)}, {0.15, ms(1000)}, {0.02, ms(1000)}},
             "began 80 ended 1040 began 2080 ended 3520 "},
         {"noise grows louder and stays", {{0.001, ms(2000)}, {0.012, ms(4000)}}, "began 2080 ended 4520 "},
@@ -89,7 +93,7 @@ TEST(TurnDetector, findsTurns)
 TEST(TurnDetector, hearsTheTurnFromBeforeItsOnset)
 {
     milliseconds heard{};
-    eventsFor({{0, milliseconds(1000)}, {0.1, milliseconds(1000)}, {-1, milliseconds(400)}}, &heard);
+    eventsFor({{0, milliseconds(1000)}, {0.1, milliseconds(1000)}, {-1, milliseconds(1000)}}, &heard);
     EXPECT_EQ(heard, milliseconds(1000) + milliseconds(240));
 }
 
