@@ -153,13 +153,13 @@ void askFirst(const SharedPointer& shared, const CalendarEvent& event, const Pen
 }
 
 /// What the user themselves said since they were asked, and nothing else, decides.
-bool hasAgreed(const Shared& shared)
+bool hasAgreed(const Shared& shared, std::string_view question)
 {
     constexpr minutes longestMemory{5};
     if (!shared.context.consent || shared.context.now() - shared.pending->asked > longestMemory)
         return false;
     const auto heard = shared.context.consent->heardSince(shared.pending->asked);
-    return heard && SpokenConsent::isAffirmative(*heard) && !SpokenConsent::hesitates(*heard);
+    return heard && SpokenConsent::agreesTo(question, *heard);
 }
 
 void cancelEvent(const SharedPointer& shared, const EventID& id, EventScope scope, ToolReply reply)
@@ -170,7 +170,8 @@ void cancelEvent(const SharedPointer& shared, const EventID& id, EventScope scop
         if (!found.event)
             return answer->fail(found.problem);
         const bool isAgain = shared->pending && shared->pending->id == id && shared->pending->scope == scope;
-        if (!isAgain || !hasAgreed(*shared))
+        const EventAnswers answers(shared->context.now(), shared->context.calendar);
+        if (!isAgain || !hasAgreed(*shared, deletionQuestion(*found.event, scope, answers)))
             return askFirst(shared, *found.event, {id, scope, shared->context.now()}, isAgain, answer);
         shared->pending.reset();
         shared->agenda.remove(id, scope, shared->context.calendar, shared->context.now(),

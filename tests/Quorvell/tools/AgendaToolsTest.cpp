@@ -193,6 +193,8 @@ TEST(AgendaTools, deleteOnlyAfterTheUsersOwnYes)
     };
     const Row rows[] = {
         {"a clear yes", {"yes please delete it"}, true},
+        {"a yes in the words of the question", {"yes, delete lunch on sunday"}, true},
+        {"a yes to more than was asked", {"yes, delete everything"}, false},
         {"nothing at all", {}, false},
         {"a no", {"no, keep it"}, false},
         {"a yes that is taken back", {"yes", "no wait"}, false},
