@@ -26,6 +26,7 @@ namespace quorvell {
 namespace {
 
 constexpr int couldNot = 1;
+constexpr const char* elseType = " `quorvell chat` is for typing.";
 
 /// One spoken conversation with everything that shows and carries it.
 class AloudTalk {
@@ -83,10 +84,12 @@ private:
 
     void soundKnown(const std::string& problem)
     {
-        const std::string choice = problem.empty() ? m_sound.problemOfChoice() : std::string();
-        const bool isDeaf = problem.empty() && choice.empty() && m_sound.devices().microphone({}) == nullptr;
-        if (!problem.empty() || !choice.empty() || isDeaf)
-            return fail(isDeaf ? sentenceOf(SoundProblem::noMicrophone) : problem + choice);
+        if (!problem.empty())
+            return fail(problem + elseType);
+        if (const std::string choice = m_sound.problemOfChoice(); !choice.empty())
+            return fail(choice);
+        if (!m_sound.devices().microphone({}))
+            return fail(std::string("No microphone is connected. Connect one and start again.") + elseType);
         Assistant::Wishes wishes{m_options.host, m_options.backend, m_options.transport};
         wishes.listening = m_listening;
         wishes.greeting = SessionSettings::Greeting::spoken;
