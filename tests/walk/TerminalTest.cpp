@@ -45,7 +45,7 @@ public:
     bool shows(const std::string& text, std::chrono::seconds limit = std::chrono::seconds(20))
     {
         const auto end = std::chrono::steady_clock::now() + limit;
-        while (std::chrono::steady_clock::now() < end) {
+        do {
             if (const auto found = m_output.find(text, m_seen); found != std::string::npos) {
                 m_seen = found + text.size();
                 return true;
@@ -58,7 +58,7 @@ public:
             if (count <= 0)
                 return false;
             m_output.append(bytes, static_cast<std::size_t>(count));
-        }
+        } while (std::chrono::steady_clock::now() < end);
         return false;
     }
     const std::string& output() const { return m_output; }

@@ -3,6 +3,7 @@
 if(QUORVELL_TESTS AND NOT QUORVELL_SANITIZE)
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_LIST_DIR}/*.cpp")
     add_executable(walk_test ${sources})
+    target_include_directories(walk_test PRIVATE "${CMAKE_SOURCE_DIR}/tests/support")
     target_compile_definitions(walk_test PRIVATE QUORVELL_PROGRAM="$<TARGET_FILE:quorvell>")
     target_compile_options(walk_test PRIVATE ${QUORVELL_WARNINGS})
     target_link_libraries(walk_test PRIVATE quorvell_text Qt6::Core util GTest::gtest GTest::gtest_main)
