@@ -284,11 +284,19 @@ void ConnectionKeeper::renewAfterSleep(std::chrono::milliseconds slept)
     if (!ready())
         return;
     m_ports.log.record("renewed_after_sleep", {{"slept_ms", slept.count()}});
+    renew("slept");
+}
+
+void ConnectionKeeper::renew(const std::string& why)
+{
+    if (!ready())
+        return;
+    m_ports.log.record("session_renewed", {{"cause", why}});
     if (m_standby)
-        retire(std::move(m_standby), "slept", Farewell::silent);
+        retire(std::move(m_standby), why, Farewell::silent);
     m_reconnect = {};
     m_live->isReady = false;
-    m_ports.owner.lineLost({LiveClosure::abnormal, "slept"});
+    m_ports.owner.lineLost({LiveClosure::abnormal, why});
     openLive(Arrival::mended);
 }
 

@@ -86,6 +86,8 @@ public:
     /// Once a second while the conversation is active: renews the line after a sleep of the computer, looks at its age,
     /// warms up the one to come, switches.
     void look();
+    /// Puts a fresh line in the place of the live one, which is of no use any more. Nothing while none is ready.
+    void renew(const std::string& why);
     /// The turn that began at `beganAt` is over and settled.
     void noteTurnClosed(SessionTime beganAt);
 

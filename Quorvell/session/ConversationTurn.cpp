@@ -261,6 +261,10 @@ void ConversationTurn::losePatience()
 {
     const bool hasAnswer = m_tracker.isAnswered || !m_written.empty();
     close(hasAnswer ? SessionAudience::TurnOutcome::answered : SessionAudience::TurnOutcome::unanswered);
+    if (!m_tracker.isBackendWorking)
+        return;
+    m_tracker.backendFinished();
+    m_ports.givenUp();
 }
 
 void ConversationTurn::close(SessionAudience::TurnOutcome outcome)

@@ -25,6 +25,7 @@ public:
         AudioPlayer& player;
         SessionAudience& observer;
         std::function<void()> closed; ///< A turn is over, before the observer hears of it.
+        std::function<void()> givenUp; ///< The model was at it until patience ended, and may be for ever.
     };
 
     ConversationTurn(Ports ports, SessionSettings::Replies replies, std::chrono::milliseconds patience);

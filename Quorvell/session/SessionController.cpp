@@ -15,8 +15,8 @@ SessionController::SessionController(Ports ports, SessionSettings settings)
     : m_ports(std::move(ports))
     , m_settings(std::move(settings))
     , m_meter(m_ports.usageStore, m_settings.dailyMinutes)
-    , m_turn({m_ports.scheduler, m_ports.player, m_ports.observer, [this] { turnClosed(); }}, m_settings.replies,
-          m_settings.patience)
+    , m_turn({m_ports.scheduler, m_ports.player, m_ports.observer, [this] { turnClosed(); }, [this] { turnGivenUp(); }},
+          m_settings.replies, m_settings.patience)
     , m_lines({m_ports.scheduler, m_ports.log,
                   [this](LiveConnectionObserver& line) { return m_ports.connections(line, m_settings.medium); },
                   m_ports.jitter, *this},

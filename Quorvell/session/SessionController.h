@@ -228,6 +228,7 @@ private:
     void tell(const std::string& event, LiveMessageText::Answer answer);
     void switchHelpMode(HelpMode mode);
     void turnClosed();
+    void turnGivenUp();
     void tellProblem(const std::string& sentence);
     std::string frontApp() const;
     void setPhase(SessionPhase phase);

@@ -89,6 +89,18 @@ void SessionController::mend()
                  {replies.begin(), replies.end()}, m_desk.runningCalls()})});
 }
 
+/// A service that is stuck would not take up the next request either. What it was at is told, and not asked again.
+void SessionController::turnGivenUp()
+{
+    if (!m_lines.ready() || m_desk.isWorking())
+        return;
+    m_listening.heldChunks.answered();
+    m_listening.wordless.forget();
+    m_lines.renew("unanswered");
+    if (m_ports.synthesiser && m_settings.replies == SessionSettings::Replies::spoken)
+        m_ports.synthesiser->say("No answer came. Please say it again.");
+}
+
 void SessionController::linesGivenUp(const LiveClosure& closure)
 {
     if (m_resting.state() == Doze::waking && !closure.mustUserAct)

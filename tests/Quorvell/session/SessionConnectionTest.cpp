@@ -268,6 +268,23 @@ TEST_F(SessionConnectionTest, afterASleepOfTheComputerTheConnectionIsMadeAnewBef
     EXPECT_EQ(connectionsMade, 4);
 }
 
+TEST_F(SessionConnectionTest, aServiceThatIsStuckIsGivenUpWithTheTurn)
+{
+    begin();
+    controller->submitTyped({{{"buy milk"}}, true});
+    scheduler.advance(59s);
+    EXPECT_EQ(connectionsMade, 1) << "it may be thinking";
+    saidSince();
+    scheduler.advance(1s);
+    EXPECT_EQ(saidSince(), Lines{"turn unanswered"});
+    EXPECT_EQ(connectionsMade, 2);
+    sentSince();
+    becomeReady();
+    EXPECT_TRUE(handedOver().empty()) << "the user was told to ask again";
+    controller->submitTyped({{{"buy milk"}}, true});
+    EXPECT_EQ(handedOver(), Lines{"message [They typed] buy milk"});
+}
+
 TEST_F(SessionConnectionTest, isReplacedAtAQuietMomentOnceItIsToEnd)
 {
     struct Row {
