@@ -67,9 +67,10 @@ bool isOutput(const LiveServerEvent& event)
 
 } // namespace
 
-LiveClient::LiveClient(
-    LiveAccessSource& accessSource, LiveModelSettings models, LiveConnectionObserver& observer, LiveTimeLimits limits)
-    : m_limits(limits)
+LiveClient::LiveClient(LiveAccessSource& accessSource, LiveModelSettings models, LiveConnectionObserver& observer,
+    ServiceExperience& experience, LiveTimeLimits limits)
+    : m_experience(experience)
+    , m_limits(limits)
     , m_resampler(portRate, LiveMessage::inputSampleRate)
     , m_life(accessSource, observer, [this] { m_socket.reset(); })
 {
@@ -134,6 +135,8 @@ void LiveClient::setUp()
 void LiveClient::textReceived(const std::string& text)
 {
     m_hasReacted = true;
+    if (m_life.is(Stage::started))
+        m_experience.wasGivenUpOverSound = false;
     for (LiveServerEvent& event : LiveServerParser::parse(text)) {
         if (m_life.is(Stage::closed))
             return;
@@ -207,6 +210,20 @@ void LiveClient::sendAudioPause()
         return;
     sendSound(m_resampler.finishToInt16());
     send(LiveMessage::audioStreamEnd());
+    m_hasReacted = false;
+    if (isFree())
+        m_life.startDeadline(m_limits.quietTurn, [this] { soundWasLeftUnanswered(); });
+}
+
+/// It may have been a noise, and rightly so; then a fresh connection, which is given the same sound, says as little.
+void LiveClient::soundWasLeftUnanswered()
+{
+    if (m_hasReacted || m_experience.leavesSoundUnanswered)
+        return;
+    if (std::exchange(m_experience.wasGivenUpOverSound, true))
+        m_experience.leavesSoundUnanswered = true;
+    else
+        m_life.fail({Kind::wentSilent});
 }
 
 void LiveClient::sendMessage(const LiveMessageText& message)
@@ -280,6 +297,7 @@ void LiveClient::sendToolResponse(const LiveFunctionResponse& response, LiveResp
     if (scheduling == LiveResponseScheduling::interrupt)
         told.response["scheduling"] = "INTERRUPT";
     send(LiveMessage::toolResponse({told}));
+    m_hasReacted = m_hasReacted && scheduling == LiveResponseScheduling::silent;
     if (scheduling != LiveResponseScheduling::silent)
         modelIsAnswering();
     else if (isFree())

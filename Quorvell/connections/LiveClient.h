@@ -7,6 +7,7 @@
 #include "Quorvell/connections/LiveSocket.h"
 #include "Quorvell/connections/LiveTimeLimits.h"
 #include "Quorvell/connections/SeenCalls.h"
+#include "Quorvell/connections/ServiceExperience.h"
 #include "Quorvell/session/LiveConnection.h"
 #include "QuorvellCore/live/wire/LiveSetupOptions.h"
 
@@ -23,7 +24,7 @@ namespace quorvell {
 class LiveClient : public LiveConnection {
 public:
     LiveClient(LiveAccessSource& accessSource, LiveModelSettings models, LiveConnectionObserver& observer,
-        LiveTimeLimits limits = {});
+        ServiceExperience& experience, LiveTimeLimits limits = {});
 
     void open(const LiveSetup& setup) override;
     void sendAudio(std::span<const std::uint8_t> pcm) override;
@@ -48,6 +49,7 @@ private:
     void setUp();
     bool keepNewCalls(std::vector<LiveFunctionCall>& calls);
     void modelIsAnswering();
+    void soundWasLeftUnanswered();
     void turnEnded();
     void sendWaiting();
     void reportIdleness();
@@ -55,6 +57,7 @@ private:
     void sendSound(const std::vector<std::int16_t>& samples);
     void send(const Json& message);
 
+    ServiceExperience& m_experience;
     LiveTimeLimits m_limits;
     LiveSetupOptions m_options;
     std::vector<LiveHistoryEntry> m_history;

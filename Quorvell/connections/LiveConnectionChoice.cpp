@@ -45,11 +45,13 @@ std::unique_ptr<LiveConnection> LiveConnectionChoice::make(LiveConnectionObserve
 {
     switch (protocolFor(m_settings, medium)) {
     case Protocol::gemini:
-        return std::make_unique<LiveClient>(m_source, m_settings.models, observer, m_settings.limits);
+        return std::make_unique<LiveClient>(m_source, m_settings.models, observer, m_experience, m_settings.limits);
     case Protocol::responses:
-        return std::make_unique<ResponsesTextConnection>(m_source, m_settings.models, observer, m_settings.limits);
+        return std::make_unique<ResponsesTextConnection>(
+            m_source, m_settings.models, observer, m_experience, m_settings.limits);
     case Protocol::openAI:
-        return std::make_unique<OpenAILiveClient>(m_source, m_settings.models, observer, m_settings.limits, route());
+        return std::make_unique<OpenAILiveClient>(
+            m_source, m_settings.models, observer, m_experience, m_settings.limits, route());
     }
     return nullptr;
 }

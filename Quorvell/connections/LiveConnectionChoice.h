@@ -8,6 +8,7 @@
 #include "Quorvell/connections/LiveTimeLimits.h"
 #include "Quorvell/connections/LiveTransport.h"
 #include "Quorvell/connections/OpenAIRoute.h"
+#include "Quorvell/connections/ServiceExperience.h"
 #include "Quorvell/session/LiveConnection.h"
 #include "Quorvell/session/LiveConnectionObserver.h"
 #include "Quorvell/session/LiveMedium.h"
@@ -53,6 +54,7 @@ private:
     LiveAccessSource& m_source;
     Settings m_settings;
     Networks m_networks;
+    ServiceExperience m_experience;
 };
 
 } // namespace quorvell

@@ -18,8 +18,9 @@ struct LiveTimeLimits {
     std::chrono::milliseconds disconnection{5'000};
     /// Without a word of an answer that has begun or was asked for; then messages need not wait for its end.
     std::chrono::milliseconds quietTurn{20'000};
-    /// Without any word though one is owed; then the service is asked whether it is there, and given up as long after.
-    std::chrono::milliseconds owedWord{5'000};
+    /// Without any word though one is owed, or within an answer; then the service is asked whether it is there.
+    std::chrono::milliseconds owedWord{8'000};
+    std::chrono::milliseconds toSayItIsThere{4'000};
     /// Between two pieces of an answer that comes in a stream.
     std::chrono::milliseconds streamSilence{120'000};
 

@@ -18,15 +18,16 @@ using Way = OpenAIRoute::Way;
 /// A create is refused when a response still runs over there. It is tried again at once, then after growing pauses.
 constexpr int mostRefusedCreates = 6;
 
-constexpr std::string_view pingPrefix = "ping_";
+constexpr std::string_view questionPrefix = "question_";
 
 } // namespace
 
 OpenAILiveClient::OpenAILiveClient(LiveAccessSource& accessSource, LiveModelSettings models,
-    LiveConnectionObserver& observer, LiveTimeLimits limits, OpenAIRoute route)
-    : m_limits(limits)
+    LiveConnectionObserver& observer, ServiceExperience& experience, LiveTimeLimits limits, OpenAIRoute route)
+    : m_experience(experience)
+    , m_limits(limits)
     , m_route(std::move(route))
-    , m_silence(limits.owedWord, {[this] { askWhetherItIsThere(); }, [this] { m_life.fail({Kind::wentSilent}); }})
+    , m_silence({limits.owedWord, limits.toSayItIsThere}, {[this] { doubt(); }, [this] { wentSilent(); }})
     , m_life(accessSource, observer, [this] { m_transport.reset(); })
 {
     m_options.model = std::move(models.voiceModel);
@@ -57,11 +58,12 @@ void OpenAILiveClient::openTransport()
 {
     m_life.enter(Stage::opening);
     m_life.stopDeadline();
+    m_experience.dropRefused(m_options);
     OpenAITransport::Reports reports;
     reports.opened = [this] { transportOpened(); };
     reports.textReceived = [this](const std::string& text) { textReceived(text); };
     reports.soundReceived = [this](const Bytes& pcm) {
-        m_silence.heard();
+        m_silence.heard(owes());
         m_life.report(live_event::Audio{pcm});
     };
     reports.closed = [this](const ConnectionFailure& failure) { transportClosed(failure); };
@@ -88,17 +90,11 @@ void OpenAILiveClient::transportOpened()
     m_life.startDeadline(m_limits.toStart, [this] { m_life.fail({Kind::startedTooSlowly}); });
 }
 
-/// Each option is dropped at most once: what is absent cannot be refused again.
+/// Each option is dropped at most once in the life of the program.
 bool OpenAILiveClient::retryWithout(RefusedSetting setting)
 {
-    std::optional<std::string>* option = nullptr;
-    if (setting == RefusedSetting::serviceTier)
-        option = &m_options.serviceTier;
-    if (setting == RefusedSetting::summary)
-        option = &m_options.reasoningSummary;
-    if (option == nullptr || !option->has_value())
+    if (!m_experience.drop(m_options, setting))
         return false;
-    option->reset();
     m_life.report(live_event::Diagnostic{"responses_setting_dropped", std::to_string(static_cast<int>(setting))});
     m_life.report(live_event::Diagnostic{"session_request_retried", {}});
     openAgain();
@@ -145,12 +141,12 @@ void OpenAILiveClient::transportClosed(const ConnectionFailure& failure)
 
 void OpenAILiveClient::textReceived(const std::string& text)
 {
-    m_silence.heard();
     for (OpenAILiveEvent& event : OpenAILiveParser::parse(text)) {
         if (m_life.is(Stage::closed))
             return;
         handle(std::move(event));
     }
+    m_silence.heard(owes());
 }
 
 void OpenAILiveClient::handle(OpenAILiveEvent event)
@@ -195,6 +191,8 @@ bool OpenAILiveClient::applyStart()
     m_life.stopDeadline();
     if (m_route.worked)
         m_route.worked(way());
+    if (!std::exchange(m_experience.wasAsked, true))
+        askWhetherItIsThere(); // So that its silence means something later.
     return true;
 }
 
@@ -226,14 +224,49 @@ bool OpenAILiveClient::applyError(const openai_event::Error& error)
     const bool isAboutCreate = about.starts_with("create_");
     if (isAboutCreate)
         retryCreate(error.clientEventID);
-    return !isAboutCreate && !about.starts_with(pingPrefix);
+    return !isAboutCreate && !answersQuestion(error);
 }
 
-/// This protocol has no such question, but a service answers what it does not know with an error.
+// ---- Silence
+
+/// This protocol has no such question, but an item without its content changes nothing and is answered with an error.
 void OpenAILiveClient::askWhetherItIsThere()
 {
+    m_isQuestionOpen = true;
+    m_life.later([this] { m_isQuestionOpen = false; }, m_limits.toSayItIsThere);
+    send({{"type", "response.item.create"}, {"event_id", std::string(questionPrefix) + std::to_string(++m_questions)}});
+}
+
+/// Some services do not say which event an error is about.
+bool OpenAILiveClient::answersQuestion(const openai_event::Error& error)
+{
+    const bool isAnswer = error.clientEventID ? error.clientEventID->starts_with(questionPrefix) : m_isQuestionOpen;
+    if (isAnswer) {
+        m_isQuestionOpen = false;
+        m_experience.answersQuestions = true;
+    }
+    return isAnswer;
+}
+
+void OpenAILiveClient::doubt()
+{
     m_life.report(live_event::Diagnostic{"service_doubted", {}});
-    send({{"type", "session.ping"}, {"event_id", std::string(pingPrefix) + std::to_string(++m_pings)}});
+    askWhetherItIsThere();
+}
+
+/// A service that never answered such a question may be thinking, or have heard a noise: only what it has not even
+/// begun is given up then. How long the user waits for the rest is the session's affair.
+void OpenAILiveClient::wentSilent()
+{
+    const bool isNothingBegun = m_flow.createInFlight && m_flow.running.empty();
+    if (m_experience.answersQuestions || isNothingBegun)
+        m_life.fail({Kind::wentSilent});
+}
+
+SilenceWatch::Owes OpenAILiveClient::owes() const
+{
+    const bool isInTheMiddle = m_flow.createInFlight || !m_flow.running.empty();
+    return isInTheMiddle ? SilenceWatch::Owes::more : SilenceWatch::Owes::nothing;
 }
 
 void OpenAILiveClient::retryCreate(const std::optional<std::string>& clientEventID)

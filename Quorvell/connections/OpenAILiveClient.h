@@ -7,6 +7,7 @@
 #include "Quorvell/connections/OpenAIRoute.h"
 #include "Quorvell/connections/OpenAITransport.h"
 #include "Quorvell/connections/SeenCalls.h"
+#include "Quorvell/connections/ServiceExperience.h"
 #include "Quorvell/connections/SilenceWatch.h"
 #include "Quorvell/session/LiveConnection.h"
 #include "QuorvellCore/live/wire/OpenAIBackendFlow.h"
@@ -24,7 +25,7 @@ namespace quorvell {
 class OpenAILiveClient : public LiveConnection {
 public:
     OpenAILiveClient(LiveAccessSource& accessSource, LiveModelSettings models, LiveConnectionObserver& observer,
-        LiveTimeLimits limits = {}, OpenAIRoute route = {});
+        ServiceExperience& experience, LiveTimeLimits limits = {}, OpenAIRoute route = {});
 
     void open(const LiveSetup& setup) override;
     void sendAudio(std::span<const std::uint8_t> pcm) override;
@@ -57,6 +58,10 @@ private:
     bool applyCall(const openai_event::FunctionCall& call);
     bool applyError(const openai_event::Error& error);
     void askWhetherItIsThere();
+    bool answersQuestion(const openai_event::Error& error);
+    void doubt();
+    void wentSilent();
+    SilenceWatch::Owes owes() const;
     void retryCreate(const std::optional<std::string>& clientEventID);
     void sessionRefused(const openai_event::Error& error);
     void reportIdleness();
@@ -65,6 +70,7 @@ private:
     void send(const Json& message);
     void sendAll(const std::vector<Json>& messages);
 
+    ServiceExperience& m_experience;
     LiveTimeLimits m_limits;
     OpenAIRoute m_route;
     std::size_t m_tried = 0; ///< The way that is in use.
@@ -75,7 +81,8 @@ private:
     int m_refusedCreates = 0; ///< In a row.
     SeenCalls m_calls;
     SilenceWatch m_silence;
-    int m_pings = 0; ///< So far.
+    int m_questions = 0; ///< So far, whether it is there.
+    bool m_isQuestionOpen = false;
     std::optional<std::string> m_delegationID; ///< While it runs.
     std::string m_closeReason; ///< As the service stated it.
     std::unique_ptr<OpenAITransport> m_transport;

@@ -1,7 +1,5 @@
 #include "Quorvell/connections/ResponsesTextConnection.h"
 
-#include "QuorvellCore/live/wire/RefusedSetting.h"
-
 #include <algorithm>
 #include <utility>
 
@@ -36,9 +34,10 @@ bool isPassing(const ConnectionFailure& failure)
 
 } // namespace
 
-ResponsesTextConnection::ResponsesTextConnection(
-    LiveAccessSource& accessSource, LiveModelSettings models, LiveConnectionObserver& observer, LiveTimeLimits limits)
-    : m_limits(limits)
+ResponsesTextConnection::ResponsesTextConnection(LiveAccessSource& accessSource, LiveModelSettings models,
+    LiveConnectionObserver& observer, ServiceExperience& experience, LiveTimeLimits limits)
+    : m_experience(experience)
+    , m_limits(limits)
     , m_client(m_web, limits)
     , m_life(accessSource, observer, [this] { m_client.cancel(); })
 {
@@ -132,6 +131,7 @@ void ResponsesTextConnection::ask()
 {
     m_hasAnswerBegun = m_hasCalled = false;
     m_unfinished.clear();
+    m_experience.dropRefused(m_request);
     ResponsesRequest question = m_request;
     question.input = m_items.all();
     ResponsesClient::Reports reports;
@@ -218,12 +218,8 @@ bool ResponsesTextConnection::retryWithoutSetting(const ConnectionFailure& failu
     if (failure.kind != Kind::refusedRequest)
         return false;
     const RefusedSetting setting = OpenAILiveEndpoint::refusedSetting(failure.code, failure.detail);
-    std::optional<std::string>* option = setting == RefusedSetting::serviceTier ? &m_request.serviceTier
-        : setting == RefusedSetting::summary                                    ? &m_request.reasoningSummary
-                                                                                : nullptr;
-    if (!option || !option->has_value())
+    if (!m_experience.drop(m_request, setting))
         return false;
-    option->reset();
     m_life.report(live_event::Diagnostic{"responses_setting_dropped", std::to_string(static_cast<int>(setting))});
     m_life.report(live_event::Diagnostic{"session_request_retried", {}});
     m_life.later([this] { ask(); });

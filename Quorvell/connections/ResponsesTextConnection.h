@@ -7,6 +7,7 @@
 #include "Quorvell/connections/LiveTimeLimits.h"
 #include "Quorvell/connections/ResponsesClient.h"
 #include "Quorvell/connections/SeenCalls.h"
+#include "Quorvell/connections/ServiceExperience.h"
 #include "Quorvell/session/LiveConnection.h"
 
 #include <deque>
@@ -20,7 +21,7 @@ namespace quorvell {
 class ResponsesTextConnection : public LiveConnection {
 public:
     ResponsesTextConnection(LiveAccessSource& accessSource, LiveModelSettings models, LiveConnectionObserver& observer,
-        LiveTimeLimits limits = {});
+        ServiceExperience& experience, LiveTimeLimits limits = {});
 
     void open(const LiveSetup& setup) override;
     void sendAudio(std::span<const std::uint8_t>) override { }
@@ -51,6 +52,7 @@ private:
     void giveUpAnswer(const std::string& code, const std::string& sentence);
     void settle();
 
+    ServiceExperience& m_experience;
     LiveTimeLimits m_limits;
     ResponsesRequest m_request; ///< All but its input.
     ConversationItems m_items;

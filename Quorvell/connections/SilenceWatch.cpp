@@ -4,18 +4,18 @@
 
 namespace quorvell {
 
-SilenceWatch::SilenceWatch(std::chrono::milliseconds patience, Reports reports)
-    : m_reports(std::move(reports))
+SilenceWatch::SilenceWatch(Limits limits, Reports reports)
+    : m_limits(limits)
+    , m_reports(std::move(reports))
 {
     m_patience.setSingleShot(true);
-    m_patience.setInterval(patience);
     QObject::connect(&m_patience, &QTimer::timeout, &m_context, [this] { losePatience(); });
 }
 
 void SilenceWatch::asked()
 {
     if (!m_patience.isActive())
-        m_patience.start();
+        m_patience.start(m_limits.patience);
 }
 
 void SilenceWatch::soundSent()
@@ -30,18 +30,22 @@ void SilenceWatch::soundEnded()
         asked();
 }
 
-void SilenceWatch::heard()
+void SilenceWatch::heard(Owes owes)
 {
     m_isDoubted = false;
     m_hasSpokenSince = true;
-    m_patience.stop();
+    if (owes == Owes::more)
+        m_patience.start(m_limits.patience);
+    else
+        m_patience.stop();
 }
 
 void SilenceWatch::losePatience()
 {
-    if (std::exchange(m_isDoubted, true))
+    m_isDoubted = !m_isDoubted;
+    if (!m_isDoubted)
         return m_reports.wentSilent();
-    m_patience.start();
+    m_patience.start(m_limits.answer);
     m_reports.doubted();
 }
 

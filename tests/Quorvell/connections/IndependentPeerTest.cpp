@@ -28,7 +28,8 @@ TEST(IndependentPeer, holdsAConversationWithUsAndIsMissedWhenItFallsSilent)
     HostedAccess source(accessTo(port.trimmed().toUShort()));
     LiveTimeLimits limits;
     limits.disconnection = 500ms;
-    OpenAILiveClient client(source, {}, observer, limits, {{OpenAIRoute::Way::peer}});
+    ServiceExperience experience;
+    OpenAILiveClient client(source, {}, observer, experience, limits, {{OpenAIRoute::Way::peer}});
     client.open({});
     ASSERT_TRUE(
         runUntil([&] { return !observer.all<live_event::SetupComplete>().empty() || observer.closings > 0; }, 20s));

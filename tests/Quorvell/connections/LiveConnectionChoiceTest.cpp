@@ -2,6 +2,7 @@
 
 #include "Quorvell/connections/LiveEndpointSettings.h"
 #include "Quorvell/connections/NetworkFingerprint.h"
+#include "QuorvellCore/live/wire/OpenAILiveSetupOptions.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -87,6 +88,20 @@ TEST(LiveConnectionChoice, goesByBackendMediumTransportAndNetwork)
         EXPECT_EQ(LiveConnectionChoice::protocolFor(row.settings, row.medium), row.protocol);
         EXPECT_EQ(LiveConnectionChoice::waysFor(row.settings, row.isBlocked), row.ways);
     }
+}
+
+TEST(ServiceExperience, remembersWhatWasRefused)
+{
+    ServiceExperience experience;
+    OpenAILiveSetupOptions first;
+    first.serviceTier = first.reasoningSummary = "auto";
+    OpenAILiveSetupOptions second = first;
+    EXPECT_FALSE(experience.drop(first, RefusedSetting::none));
+    EXPECT_TRUE(experience.drop(first, RefusedSetting::serviceTier));
+    EXPECT_FALSE(experience.drop(first, RefusedSetting::serviceTier)) << "what is absent cannot be refused";
+    experience.dropRefused(second);
+    EXPECT_EQ(second, first);
+    EXPECT_EQ(second.reasoningSummary, "auto");
 }
 
 TEST(BlockedNetworks, areTriedAgainAfterAWhile)

@@ -24,6 +24,7 @@ constexpr LiveTimeLimits shortLimits{.toOpen = 300ms,
     .betweenPings = 50ms,
     .silence = 200ms,
     .owedWord = 100ms,
+    .toSayItIsThere = 400ms,
     .firstCreatePause = 5ms};
 /// For what succeeds, on a busy machine too.
 constexpr LiveTimeLimits longLimits{.firstCreatePause = 5ms};
@@ -33,7 +34,8 @@ struct Talk {
     explicit Talk(const LiveAccess& access, Ways ways = {Way::socket}, LiveModelSettings models = {},
         const LiveTimeLimits& limits = longLimits)
         : source(access)
-        , client(source, std::move(models), observer, limits,
+        , experience{.wasAsked = true}
+        , client(source, std::move(models), observer, experience, limits,
               {std::move(ways), [this](Way way) { worked.push_back(way); },
                   [this](Way way) { blocked.push_back(way); }})
     {
@@ -47,6 +49,7 @@ struct Talk {
     Ways blocked;
     RecordingLiveObserver observer;
     HostedAccess source;
+    ServiceExperience experience;
     OpenAILiveClient client;
 };
 
@@ -371,23 +374,52 @@ TEST_F(OpenAILiveClientTest, aRefusedCreateIsTriedAgainAndGivenUpInTheEnd)
     }
 }
 
-TEST_F(OpenAILiveClientTest, aServiceThatTakesLongIsAskedWhetherItIsThereAndKept)
+TEST_F(OpenAILiveClientTest, aServiceThatIsStuckIsToldFromOneThatTakesLong)
 {
-    int questions = 0;
-    const ScriptedLiveServer server([&](QWebSocket& peer, const std::string& text) {
-        if (isStart(text))
-            tellerOf(peer)(Wire::sessionStarted("sess_1"));
-        const auto message = OpenAILiveClientParser::parse(text);
-        if (const auto* unknown = std::get_if<said::Malformed>(&message); unknown && ++questions > 0)
-            tellerOf(peer)(Wire::error({"invalid_request_error", unknown->code, unknown->reason, unknown->eventID}));
-    });
-    Talk talk(server.access(), {Way::socket}, {}, shortLimits);
-    ASSERT_TRUE(runUntil([&] { return talk.isStarted(); }));
-    talk.client.sendAudio(Bytes(1920));
-    talk.client.sendAudioPause();
-    EXPECT_TRUE(runUntil([&] { return questions == 1; }));
-    EXPECT_FALSE(runUntil([&] { return talk.observer.closings > 0; }, 400ms));
-    EXPECT_TRUE(talk.observer.all<live_event::ServerError>().empty());
+    enum class Owed { nothing, wordOnSound, restOfAnswer };
+    struct Row {
+        const char* name;
+        Owed owed;
+        int answers; ///< To so many questions whether it is there; the first comes at the start.
+        bool isGivenUp;
+    };
+    const Row rows[] = {
+        {"nothing is owed", Owed::nothing, 1, false},
+        {"it heard a noise", Owed::wordOnSound, 1000, false},
+        {"stuck after speech", Owed::wordOnSound, 1, true},
+        {"it never says whether it is there, and heard a noise", Owed::wordOnSound, 0, false},
+        {"it thinks", Owed::restOfAnswer, 1000, false},
+        {"stuck within an answer", Owed::restOfAnswer, 1, true},
+        {"it never says whether it is there, and thinks", Owed::restOfAnswer, 0, false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        int questions = 0;
+        const ScriptedLiveServer server([&](QWebSocket& peer, const std::string& text) {
+            const Teller tell = tellerOf(peer);
+            const auto message = OpenAILiveClientParser::parse(text);
+            if (isStart(text))
+                tell(Wire::sessionStarted("sess_1"));
+            if (std::holds_alternative<said::ResponseCreate>(message))
+                tell(Wire::responseEvent(OpenAIResponseEvent::created("resp_1")));
+            const auto* broken = std::get_if<said::Malformed>(&message);
+            if (broken && ++questions <= row.answers)
+                tell(Wire::error({"invalid_request_error", broken->code, broken->reason,
+                    questions % 2 == 0 ? broken->eventID : std::nullopt}));
+        });
+        Talk talk(server.access(), {Way::socket}, {}, shortLimits);
+        talk.experience.wasAsked = false;
+        ASSERT_TRUE(runUntil([&] { return questions == 1; }));
+        if (row.owed == Owed::wordOnSound) {
+            talk.client.sendAudio(Bytes(1920));
+            talk.client.sendAudioPause();
+        } else if (row.owed == Owed::restOfAnswer) {
+            talk.client.sendMessage({.text = "hello"});
+        }
+        EXPECT_EQ(runUntil([&] { return talk.observer.closings > 0; }, row.isGivenUp ? 5s : 800ms), row.isGivenUp);
+        EXPECT_EQ(questions > 1, row.owed != Owed::nothing);
+        EXPECT_TRUE(talk.observer.all<live_event::ServerError>().empty());
+    }
 }
 
 TEST_F(OpenAILiveClientTest, aRefusedSettingIsDroppedOnceAndTheSessionAskedForAgain)
@@ -413,6 +445,7 @@ TEST_F(OpenAILiveClientTest, aRefusedSettingIsDroppedOnceAndTheSessionAskedForAg
         EXPECT_EQ(facts[1].name, "session_request_retried");
     }
     EXPECT_EQ(server.connections, 2);
+    EXPECT_EQ(overPeer.experience.refused, std::set{RefusedSetting::serviceTier});
     ASSERT_EQ(peers.sessions.size(), 2U);
     EXPECT_EQ(peers.sessions[1].find("service_tier"), std::string::npos);
 }

@@ -32,7 +32,7 @@ LiveSetup someSetup()
 template <typename Client> struct Talk {
     explicit Talk(const LiveAccess& access, const LiveSetup& setup, LiveModelSettings models)
         : source(access)
-        , client(source, std::move(models), observer, shortLimits)
+        , client(source, std::move(models), observer, experience, shortLimits)
     {
         client.open(setup);
         runUntil([&] { return isStarted() || observer.closings > 0; });
@@ -45,6 +45,7 @@ template <typename Client> struct Talk {
 
     RecordingLiveObserver observer;
     HostedAccess source;
+    ServiceExperience experience;
     Client client;
 };
 
@@ -182,6 +183,18 @@ TEST_F(OtherClientsTest, geminiEndsInOneSentence)
     ASSERT_TRUE(runUntil([&] { return unanswered.observer.closings > 0; }));
     EXPECT_NE(unanswered.observer.closure->sentence.find("gone silent"), std::string::npos);
 
+    // Sound may have been a noise: one fresh connection is given it, and its silence is believed.
+    ServiceExperience experience;
+    for (const bool isGivenUp : {true, false}) {
+        GeminiTalk unheard(mute.server.access(), {}, {});
+        std::swap(unheard.experience, experience);
+        unheard.client.sendAudio(Bytes(9600));
+        unheard.client.sendAudioPause();
+        EXPECT_EQ(runUntil([&] { return unheard.observer.closings > 0; }, isGivenUp ? std::chrono::seconds(5) : 600ms),
+            isGivenUp);
+        std::swap(unheard.experience, experience);
+    }
+
     LiveSetup resuming;
     resuming.resumptionHandle = "stale";
     const ScriptedLiveServer server([](QWebSocket& peer, const std::string&) {
@@ -262,7 +275,7 @@ void holdTypedConversation(const std::function<std::string(ResponsesStreamWriter
 {
     ResponsesService service({{ResponsesService::stream(calling)}, {ResponsesService::saying("Kept")}});
     TypedTalk typed(service);
-    auto& [observer, source, client] = typed.talk;
+    auto& [observer, source, experience, client] = typed.talk;
     client.sendMessage({.text = "earlier", .answer = LiveMessageText::Answer::notWanted});
     client.sendMessage({.text = "note: milk", .jpeg = Bytes{0xFF, 0xD8}});
     client.sendMessage({.text = "and bread"});
