@@ -36,6 +36,7 @@ FaultRun::FaultRun(QtScheduler& scheduler, Carrier carrier, const FaultRow& row,
     : m_scheduler(scheduler)
     , m_clock(scheduler)
     , m_carrier(carrier)
+    , m_fault(row.name)
     , m_sleepsAfter(row.sleepsAfter)
     , m_recordings(recordings)
     , m_patience(patience)
@@ -51,8 +52,8 @@ FaultRun::~FaultRun() = default;
 void FaultRun::record(std::string_view name, const Json& fields)
 {
     if (std::getenv("QUORVELL_FAULTS_VERBOSE") != nullptr)
-        std::fprintf(stderr, "    %s %.*s %s\n", nameOf(m_carrier), static_cast<int>(name.size()), name.data(),
-            dumpJson(fields).c_str());
+        std::fprintf(stderr, "%9.3f %s, %s: %.*s %s\n", std::chrono::duration<double>(m_scheduler.now()).count(),
+            nameOf(m_carrier), m_fault, static_cast<int>(name.size()), name.data(), dumpJson(fields).c_str());
 }
 
 void FaultRun::registerTools()
@@ -68,6 +69,7 @@ void FaultRun::registerTools()
 void FaultRun::carryOut(const LiveFunctionCall& call, ToolReply reply)
 {
     std::string words = dumpJson(call.args);
+    record("carried_out", call.args);
     std::transform(words.begin(), words.end(), words.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; });
     for (std::size_t index = 0; index < requests.size(); ++index)
         if (words.find(requests[index].sign) != std::string::npos) {
@@ -178,6 +180,11 @@ void FaultRun::linkChanged(Link link)
         m_lost = now;
     else if (m_lost != SessionTime{})
         m_outcome.longestMending = std::max(m_outcome.longestMending, now - std::exchange(m_lost, {}));
+}
+
+void FaultRun::userSaid(const std::string& text, Words)
+{
+    record("user_said", {{"text", text}, {"request", m_current}});
 }
 
 void FaultRun::problemArose(const std::string& sentence)

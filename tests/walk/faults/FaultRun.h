@@ -69,6 +69,7 @@ public:
 
     void record(std::string_view name, const Json& fields) override;
     void linkChanged(Link link) override;
+    void userSaid(const std::string& text, Words words) override;
     void problemArose(const std::string& sentence) override;
     void turnCompleted(TurnOutcome outcome) override;
     void conversationEnded(const SessionEnd& end) override;
@@ -94,6 +95,7 @@ private:
     QtScheduler& m_scheduler;
     SleepyClock m_clock; ///< The session's.
     Carrier m_carrier;
+    const char* m_fault;
     std::chrono::milliseconds m_sleepsAfter;
     const Recordings& m_recordings;
     FaultPatience m_patience;
