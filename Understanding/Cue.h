@@ -57,6 +57,7 @@ enum class Cue : std::uint8_t {
     time, ///< "time", as in "when do I have time"
     busy,
     next,
+    further, ///< "after that": behind what was just told.
     pending, ///< "to do", "to remember"
     instead,
     foreign, ///< What this service has nothing to do with: "file", "window"

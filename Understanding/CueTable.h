@@ -13,6 +13,7 @@ enum class CuePlace : std::uint8_t {
     start, ///< As its first words.
     head, ///< Before what it is about begins.
     anywhere,
+    end, ///< Anywhere, and as its last words even where those before them are taken down as they are.
 };
 
 struct CueMatch {

@@ -8,6 +8,7 @@ using enum Cue;
 constexpr auto start = CuePlace::start;
 constexpr auto head = CuePlace::head;
 constexpr auto anywhere = CuePlace::anywhere;
+constexpr auto end = CuePlace::end;
 
 constexpr CueWords rows[] = {
     {filler, head,
@@ -16,6 +17,7 @@ constexpr CueWords rows[] = {
         "for me|for us|up|again|just|else|is|are|am i|we|i|quickly|kindly|still|now|currently|so far|already|here|"
         "down|got|of|ever|yet|the words|one of|for later|might|could|would|can|may|should|will|love|dear|darling|mate|"
         "a bit of|a little|be able to|whether|if"},
+    {filler, anywhere, "any more$|anymore$|any longer$|after all$"},
     {indefinite, head, "a|an"},
     {definite, head, "the|my|our|that|this|those|these|your"},
     {pronoun, head,
@@ -52,7 +54,7 @@ constexpr CueWords rows[] = {
         "scrawl|put down|put this down|put that down|put it down|get this down|get that down|take down|take this down|"
         "take that down|take it down|make note|log|log that|note this|note it down|note this down|note that down|pop "
         "down|commit to paper|memorise|memorize|type up|type out|leave a note"},
-    {keep, start, "note|memo|note to self|new note"},
+    {keep, start, "note|memo|note to self|new note|for my records|for our records|for my files|for the files"},
     {make, head,
         "make|put|set|set up|dictate|i would like|i would love|i want|stick|pop|get|start|give|give me|i "
         "need|need|want|take|insert|throw in|"
@@ -114,6 +116,7 @@ constexpr CueWords rows[] = {
         "no need to remind me|no need to remind me of|no need to remind me about|do not remind me|do not remind me "
         "about|"
         "stop reminding me|stop reminding me about|you need not remind me|i do not need|do not need|no longer need|"
+        "no more|no further|enough of|that is enough of|i am over with|"
         "never mind about|never mind the"},
     {done, head, "cross|tick|consider|mark|mark off|finish|strike off|cross out|i have done|i am through with|scratch"},
     {also, start, "also|as well|too"},
@@ -181,6 +184,8 @@ constexpr CueWords rows[] = {
         "next|next appointment|next event|next meeting|next thing|my next|my next appointment|my next meeting|my next "
         "event|next engagement|next$"},
     {next, head, "what time is my|what time is the|when is my|when is the|when does my|when am i seeing|when do i see"},
+    {further, anywhere,
+        "after that|after it|after this|after this one|after that one|afterwards|and then$|what then$|next after that"},
     {pending, anywhere,
         "was i meant to remember|was i meant to do|meant to remember|meant to do|was i supposed to do|was i supposed "
         "to remember|"
@@ -195,7 +200,7 @@ constexpr CueWords rows[] = {
         "list|left to do|"
         "waiting for me|had to do|i had to do|i had to remember|had to remember|supposed to do|open tasks|do i still "
         "have to do|am i meant to do|am i meant to remember"},
-    {instead, anywhere, "instead|rather$"},
+    {instead, end, "instead|instead of that|rather$"},
     {instead, head, "i would rather have|rather have|i would prefer|prefer"},
     {foreign, anywhere,
         "file|files|window|windows|tab|tabs|email|emails|mail|message|messages|app|apps|browser|volume|language|song|"

@@ -78,6 +78,7 @@ constexpr CueWeights cueWeights[] = {
     {Cue::time, {{{findTime, 3}, {listEvents, -3}}}},
     {Cue::busy, {{{listEvents, 3}}}},
     {Cue::next, {{{nextEvent, 5}}}},
+    {Cue::further, {{{nextEvent, 4}}}},
     {Cue::pending, {{{listReminders, 5}, {listEvents, -2}}}},
     {Cue::instead, {{{moveEvent, 2}, {putOffReminder, 2}}}},
     {Cue::foreign,

@@ -29,7 +29,7 @@ public:
             m_reading.isVerbatim = m_content.empty() && asksToTakeDown();
         }
         if (m_reading.isVerbatim)
-            takeContent(m_words.size() - m_place);
+            takeContent(closing() - m_place);
         m_reading.content = joined();
         return m_reading;
     }
@@ -49,6 +49,19 @@ private:
             isMade && (m_reading.has(Cue::note) || m_reading.has(Cue::notes) || m_reading.has(Cue::reminder));
         const bool follows = m_reading.has(Cue::keep) && (m_words.at(m_place) == "that" || isBehindColon());
         return makesThing || follows || std::ranges::any_of(takers, [this](Cue cue) { return m_reading.has(cue); });
+    }
+
+    /// Where the words to take down end: "instead" is no part of what they want to be reminded of.
+    std::size_t closing()
+    {
+        for (std::size_t index = m_place; index < m_words.size() && m_reading.has(Cue::remind); ++index) {
+            const auto match = CueTable::at(m_words, index, CuePlace::end);
+            if (!match || index + match->words < m_words.size())
+                continue;
+            m_reading.cues.set(static_cast<std::size_t>(match->cue));
+            return index;
+        }
+        return m_words.size();
     }
 
     bool isBehindColon() const { return m_place > 0 && m_place < m_words.size() && m_words.endsClause(m_place - 1); }

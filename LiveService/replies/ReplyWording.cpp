@@ -30,6 +30,16 @@ std::string errorReply(const std::string& sentences)
     return std::string_view(".!?").find(text.back()) == std::string_view::npos ? text + "." : text;
 }
 
+/// People tell what they have done whether a reminder asked them to or not.
+std::string reminderError(const ToolRequest& call, const std::string& error)
+{
+    if (error.find("no pending reminder has these words") == std::string::npos)
+        return errorReply(error);
+    const auto arguments = parseJson(call.arguments);
+    const bool isDone = arguments && memberOf(*arguments, "done");
+    return isDone ? "All right. There was no reminder for that." : "I found no reminder like that.";
+}
+
 std::string requestOf(const ToolRequest& call, const RequestMemory& memory)
 {
     return memory.request.empty() ? textOf(parseJson(call.arguments), "text") : memory.request;
@@ -68,7 +78,7 @@ std::string ReplyWording::reply(const ToolRequest& call, std::string_view result
     if (!result || !result->is_object())
         return "That did not work.";
     if (const auto error = readString(*result, "error"))
-        return errorReply(*error);
+        return call.name == "set_reminder" ? reminderError(call, *error) : errorReply(*error);
     const auto status = readString(*result, "status").value_or("");
     if (call.name == "set_reminder")
         return status == "reminders" ? ReminderReply::list(*result, memory.days, memory.firstDay, memory.lastDay)

@@ -117,6 +117,7 @@ std::optional<AgendaIntent> AgendaIntent::following(const RequestReading& readin
     std::string others;
     const auto days = SpokenDays::find(reading.content, around, others);
     AgendaIntent intent{.kind = Kind::next, .days = days.value_or(SpokenDays::ahead(around))};
+    intent.isFurther = reading.has(Cue::further);
     if (RequestText::isIdle(others))
         return intent;
     // "When is lunch with Ana?"

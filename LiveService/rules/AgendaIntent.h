@@ -28,6 +28,7 @@ struct AgendaIntent {
     std::string end{};
     bool isUnasked = false; ///< Of add: they only spoke of it, and are asked first.
     std::string when{}; ///< The user's words for the new time.
+    bool isFurther = false; ///< Of next: behind the one last talked about.
 
     bool operator==(const AgendaIntent&) const = default;
 

@@ -77,7 +77,11 @@ RuleStep tellNext(RequestMemory memory, const RuleSurroundings& around)
     if (!wish.title.empty())
         memory.events = meant(memory.events, wish.title);
     const std::string now = DateParts::from(around.now, around.calendar).text();
-    std::erase_if(memory.events, [&now](const FoundEvent& event) { return event.start < now; });
+    std::erase_if(memory.events,
+        [&](const FoundEvent& event) { return event.start < now || (!wish.when.empty() && event.start <= wish.when); });
+    // What is asked for "after that" is behind this one. A time alone is no wish to move it: the topic stays.
+    if (!memory.events.empty())
+        memory.event = memory.events.front();
     std::string reply = wish.title.empty() || !memory.events.empty() ? AgendaReply::next(memory.events) : notFound;
     return {std::move(reply), std::move(memory)};
 }
@@ -134,7 +138,9 @@ RuleStep AgendaRules::answer(const AgendaIntent& intent, RequestMemory memory, c
         memory.topic = RequestMemory::Topic::events;
         return {requests.whatsOn(intent.days), std::move(memory)};
     case AgendaIntent::Kind::next:
-        memory.wish = {.kind = EventWish::Kind::tellNext, .title = intent.title};
+        memory.wish = {.kind = EventWish::Kind::tellNext,
+            .title = intent.title,
+            .when = intent.isFurther ? memory.event.start : std::string()};
         return {requests.whatsOn(intent.days), std::move(memory)};
     case AgendaIntent::Kind::findTime:
         memory.topic = RequestMemory::Topic::freeTime;

@@ -75,7 +75,22 @@ std::string aboutThem(std::string text)
     return text;
 }
 
+/// By which words that tell something are known.
+constexpr std::string_view verbs =
+    "(?:is|are|was|were|isn['’]?t|aren['’]?t|has|have|had|can|cannot|can['’]?t|will|won['’]?t|does|doesn['’]?t|did|said"
+    "|likes?|loves?|hates?|lives?|works?|prefers?|needs?|speaks?|plays?|goes|wants?|eats?|drinks?|owes?|wears?|hurts?|"
+    "aches?"
+    "|weighs|costs?|opens|closes|starts|ends|begins|leaves|comes|gets|takes|keeps|sits|stands|sleeps|drives|studies|"
+    "teaches"
+    "|uses|belongs|means|smokes|snores|knows|thinks|moved|broke|died|turns|makes|sells|grows|lies|enjoys|dislikes)";
+
 } // namespace
+
+bool FactWords::isStatement(std::string_view content)
+{
+    static const Pattern statement("^(?:that|this)\\b|^(?:i|we)\\b|\\S " + std::string(verbs) + "\\b", caseless);
+    return statement.find(content).has_value();
+}
 
 bool FactWords::isSecret(std::string_view content)
 {
@@ -90,9 +105,7 @@ std::optional<std::string> FactWords::read(std::string_view content, Certainty c
     static const Pattern lead("^(?:that|this|about me|something about me)\\b[:,]?\\s*(?:that\\b\\s*)?", caseless);
     // Without a verb it is a thing to do: "don't forget my keys".
     static const Pattern personal(
-        "^(?:(?:i|we)(?:['’](?:m|ve|re))? .+|(?:my|our) .+?(?: (?:is|are|was|were|isn['’]?t|aren['’]?t|has"
-        "|have|likes?|loves?|hates?|lives?|works?|prefers?|needs?|speaks?|plays?|goes|does|doesn['’]?t|can|cannot"
-        "|can['’]?t|wants?|eats?|drinks?)|['’]s) .+)$",
+        "^(?:(?:i|we)(?:['’](?:m|ve|re))? .+|(?:my|our) \\S+.*?(?: " + std::string(verbs) + "\\b|['’]s \\S).*)$",
         caseless);
     static const Pattern duty(
         "^(?:i|we)(?:['’]ve)? (?:have|need|want|must|should|ought|got|has) to\\b|^(?:i|we) must\\b|^to\\b", caseless);

@@ -72,7 +72,8 @@ struct EventWish {
 
     Kind kind = Kind::none;
     std::string title{}; ///< Words of it.
-    std::string when{}; ///< The new time in the user's words; empty when it is moved by `minutes`.
+    std::string
+        when{}; ///< The new time in the user's words; empty when it is moved by `minutes`. Of tellNext: behind it.
     int minutes = 0;
 
     bool operator==(const EventWish&) const = default;

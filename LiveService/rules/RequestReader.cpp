@@ -18,6 +18,7 @@ using Found = std::optional<Request>;
 using Purpose = RequestMemory::SearchPurpose;
 
 constexpr auto caseless = Pattern::Case::insensitive;
+constexpr int mostReasons = 6;
 
 template <typename Intent> Found found(std::optional<Intent> intent)
 {
@@ -48,9 +49,6 @@ TimeHints hintsIn(const RequestReading& reading, const RuleSurroundings& around)
 /// "Remember ..." may mean a fact, something to write down, or something to do.
 Found remembered(const RequestReading& reading, const RuleSurroundings& around)
 {
-    static const Pattern statement("^(?:that|this)\\b|\\b(?:is|are|was|were|has|have|likes?|lives?|needs?|owes?|works?"
-                                   "|wants?|said|will be)\\b|^(?:i|we)\\b",
-        caseless);
     static const Pattern duty("^to\\b", caseless);
     const auto certainty = reading.has(Cue::know) ? FactWords::Certainty::told : FactWords::Certainty::likely;
     if (around.offers("remember_about_them")) {
@@ -60,16 +58,20 @@ Found remembered(const RequestReading& reading, const RuleSurroundings& around)
     // "Is there anything I should remember?"
     if (reading.content.empty() && (reading.has(Cue::what) || reading.has(Cue::any)))
         return ReminderChange{.kind = ReminderChange::Kind::list};
-    const bool isTask = duty.find(reading.content) || !statement.find(reading.content);
+    const bool isTask = duty.find(reading.content) || !FactWords::isStatement(reading.content);
     return isTask && !reading.has(Cue::know) ? Found(ReminderIntent::of(reading.content))
                                              : Found(NoteIntent::keeping(reading.content));
 }
 
-/// "Not now, remind me this evening" is about one that is there.
-Found reminding(const RequestReading& reading)
+/// "Not now, remind me this evening" is about one that is there, and so is "remind me on friday instead".
+Found reminding(const RequestReading& reading, const RuleSurroundings& around)
 {
     if (reading.has(Cue::later))
         return std::nullopt;
+    if (reading.has(Cue::instead)) {
+        if (auto change = ReminderChange::puttingOff(reading, around))
+            return std::move(*change);
+    }
     return ReminderIntent::of((reading.has(Cue::wake) ? "to wake up " : "") + reading.content);
 }
 
@@ -93,7 +95,7 @@ Found as(RequestKind kind, const RequestReading& reading, const RuleSurroundings
 {
     switch (kind) {
     case RequestKind::remind:
-        return reminding(reading);
+        return reminding(reading, around);
     case RequestKind::remember:
         return remembered(reading, around);
     case RequestKind::listReminders:
@@ -144,7 +146,7 @@ std::optional<ReminderIntent> timedTask(const std::string& core, const RuleSurro
 /// A time and nothing else is another time for what was talked about.
 std::optional<ReminderChange> bareTime(const std::string& core, const RuleSurroundings& around)
 {
-    static const Pattern instead("\\s+instead$", caseless);
+    static const Pattern instead(",?\\s+instead$", caseless);
     const std::string words = RequestText::withDigits(ReminderIntent::timeAnswer(instead.replaceAll(core, "")));
     const auto phrase = ReminderPhrase::parse(words, around.now, around.calendar);
     if (!phrase || !phrase->task.empty() || phrase->repeatRule)
@@ -162,15 +164,18 @@ Found likeliest(const std::string& core, const RuleSurroundings& around)
     return std::nullopt;
 }
 
-/// What comes behind a reason: "Ana is ill, cancel our lunch". Nothing when the first words ask already.
+/// What comes behind a reason: "Ana is ill, cancel our lunch". Nothing when the first words ask already. Only the first
+/// few clauses are looked behind: nobody gives more reasons.
 Found afterReason(const std::string& core, const RuleSurroundings& around)
 {
     const RequestWords words(core);
     if (CueTable::at(words, 0, CuePlace::start))
         return std::nullopt;
-    for (std::size_t index = 0; index + 1 < words.size(); ++index) {
+    int reasons = 0;
+    for (std::size_t index = 0; index + 1 < words.size() && reasons < mostReasons; ++index) {
         if (!words.endsClause(index))
             continue;
+        ++reasons;
         const std::string rest = RequestText::withoutOpening(words.said(index + 1, words.size()));
         if (!CueTable::at(RequestWords(rest), 0, CuePlace::head))
             continue;
@@ -179,6 +184,57 @@ Found afterReason(const std::string& core, const RuleSurroundings& around)
             continue;
         if (auto request = likeliest(rest, around))
             return request;
+    }
+    return std::nullopt;
+}
+
+/// The words of a clause that name one thing: "the dentist" of "the dentist", "I don't need the dentist any more".
+std::string thingNamed(const std::string& clause)
+{
+    static const Pattern thing("^(?:the|my|our|his|her|their)(?: \\S+){1,3}$", caseless);
+    const RequestReading reading = RequestReading::of(clause);
+    const bool isThing = thing.find(reading.content) || (reading.has(Cue::occasion) && !reading.has(Cue::own));
+    return isThing && !reading.isVerbatim ? reading.content : std::string();
+}
+
+/// What is named first is what "that" means behind it: "the dentist, can we make that friday?"
+Found namedFirst(const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern pronoun("\\b(?:(?:that|this) one|it|that|this|them)\\b", caseless);
+    const RequestWords words(core);
+    for (std::size_t index = 0; index + 1 < words.size(); ++index) {
+        const std::string thing = words.endsClause(index) ? thingNamed(words.said(0, index + 1)) : std::string();
+        if (thing.empty())
+            continue;
+        std::string rest = RequestText::withoutOpening(words.said(index + 1, words.size()));
+        const auto match = pronoun.find(rest);
+        if (!match || !CueTable::at(RequestWords(rest), 0, CuePlace::head) || RequestReading::of(rest).isVerbatim)
+            continue;
+        return likeliest(rest.replace(match->range.start, match->range.end - match->range.start, thing), around);
+    }
+    return std::nullopt;
+}
+
+/// Whether it names something that is there already, which it changes.
+bool changesNamed(const Request& request)
+{
+    if (const auto* change = std::get_if<ReminderChange>(&request))
+        return !change->task.empty();
+    const auto* intent = std::get_if<AgendaIntent>(&request);
+    return intent && !intent->title.empty()
+        && (intent->kind == AgendaIntent::Kind::move || intent->kind == AgendaIntent::Kind::cancel);
+}
+
+/// What comes before a reason: "cancel my lunch, I am ill". What is to be written down may well give one.
+Found beforeReason(const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern reason("^(?:i|we|he|she|they|it|because|since|as)$");
+    const RequestWords words(core);
+    for (std::size_t index = 0; index + 1 < words.size(); ++index) {
+        if (!words.endsClause(index) || !reason.find(words.at(index + 1)))
+            continue;
+        auto request = likeliest(RequestText::withoutClosing(words.said(0, index + 1)), around);
+        return request && changesNamed(*request) ? request : std::nullopt;
     }
     return std::nullopt;
 }
@@ -192,7 +248,7 @@ std::optional<Request> RequestReader::read(std::string_view words, const RuleSur
         return *choice;
     if (auto change = bareTime(core, around))
         return *change;
-    for (const auto reader : {afterReason, likeliest}) {
+    for (const auto reader : {namedFirst, beforeReason, afterReason, likeliest}) {
         if (auto request = reader(core, around))
             return request;
     }

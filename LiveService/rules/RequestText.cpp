@@ -11,6 +11,8 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <utility>
 
 namespace quorvell {
 
@@ -20,6 +22,34 @@ std::string withoutMatchAtStart(const Pattern& pattern, const std::string& text)
 {
     const auto match = pattern.find(text);
     return match && match->range.start == 0 ? trimmed(std::string_view(text).substr(match->range.end)) : text;
+}
+
+/// "The vet is on friday, put that in my diary" with the wish in front.
+std::optional<std::string> wishBehind(const std::string& core)
+{
+    static const Pattern wish(
+        "^(.+?)[,.;:]?\\s+(?:(?:and|so|but|could you|can you|would you|please|just)[,]?\\s+)*"
+        "(?:((?:remember|(?:do not|don['’]?t|never) forget|keep) (?:that|this|it)(?: in mind)?(?: about me)?)"
+        "|((?:make|take|keep) a (?:little |quick )?note(?: of (?:that|this|it))?|note (?:that|this|it)(?: down)?"
+        "|(?:write|jot|put|take|get|scribble) (?:(?:that|this|it) down|down (?:that|this|it))"
+        "|(?:put|add|write|save|keep) (?:that|this|it) (?:in|into|to) (?:my|the) (?:notes|notebook)"
+        "|(?:save|note|store) (?:that|this|it)|for (?:the|my|our) (?:records?|files))"
+        "|((?:put|add|enter|write|pop|stick|note|get) (?:that|this|it) (?:down )?(?:in|into|on|onto|to)"
+        " (?:my|the|our) (?:calendar|diary|agenda|schedule|planner))"
+        "|((?:remind|nudge|ping) me(?: (?:of|about) (?:that|this|it))?|(?:do not|don['’]?t) let me "
+        "forget(?: (?:that|this|it|about it))?))(?: for me)?$",
+        Pattern::Case::insensitive);
+    static const Pattern duty(
+        "^(?:i|we)(?:['’]ve)? (?:(?:have|need|want|ought|got|has) to|must|should)\\b", Pattern::Case::insensitive);
+    const auto match = wish.find(core);
+    if (!match)
+        return std::nullopt;
+    const std::string said = RequestText::withoutOpening(match->texts[0]);
+    if (!match->texts[1].empty())
+        return "remember that " + said;
+    if (!match->texts[3].empty())
+        return "put " + said + " in my calendar";
+    return match->texts[4].empty() ? "note that " + said : "remind me " + duty.replaceAll(said, "to");
 }
 
 } // namespace
@@ -76,27 +106,8 @@ std::string RequestText::withoutClosing(std::string_view words)
 
 std::string RequestText::withWishFirst(const std::string& core, const RuleSurroundings& around)
 {
-    static const Pattern wish(
-        "^(.+?)[,.;:]?\\s+(?:(?:and|so|but|could you|can you|would you|please|just)[,]?\\s+)*"
-        "(?:((?:remember|(?:do not|don['’]?t|never) forget|keep) (?:that|this|it)(?: in mind)?(?: about me)?)"
-        "|((?:make|take|keep) a (?:little |quick )?note(?: of (?:that|this|it))?|note (?:that|this|it)(?: down)?"
-        "|(?:write|jot|put|take|get|scribble) (?:(?:that|this|it) down|down (?:that|this|it))"
-        "|(?:put|add|write|save|keep) (?:that|this|it) (?:in|into|to) (?:my|the) (?:notes|notebook)"
-        "|(?:save|note|store) (?:that|this|it)|for the record)"
-        "|((?:put|add|enter|write|pop|stick|note|get) (?:that|this|it) (?:down )?(?:in|into|on|onto|to)"
-        " (?:my|the|our) (?:calendar|diary|agenda|schedule|planner))"
-        "|((?:remind|nudge|ping) me(?: (?:of|about) (?:that|this|it))?))(?: for me)?$",
-        Pattern::Case::insensitive);
-    static const Pattern duty(
-        "^(?:i|we)(?:['’]ve)? (?:(?:have|need|want|ought|got|has) to|must|should)\\b", Pattern::Case::insensitive);
-    if (const auto match = wish.find(core)) {
-        const std::string said = withoutOpening(match->texts[0]);
-        if (!match->texts[1].empty())
-            return "remember that " + said;
-        if (!match->texts[3].empty())
-            return "put " + said + " in my calendar";
-        return match->texts[4].empty() ? "note that " + said : "remind me " + duty.replaceAll(said, "to");
-    }
+    if (auto turned = wishBehind(core))
+        return *std::move(turned);
     const auto time = TimeWords::atStart(core, around);
     if (!time || time->rest.empty())
         return core;

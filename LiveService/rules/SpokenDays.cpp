@@ -1,6 +1,7 @@
 #include "LiveService/rules/SpokenDays.h"
 
 #include "LiveService/rules/RequestText.h"
+#include "LiveService/rules/TimeVocabulary.h"
 #include "LiveService/rules/TimeWords.h"
 #include "QuorvellCore/reminders/DateParts.h"
 #include "QuorvellCore/reminders/ReminderPhrase.h"
@@ -142,7 +143,9 @@ std::optional<SpokenDays> SpokenDays::find(std::string_view said, const RuleSurr
     const std::size_t count = std::min(words.size(), TimeWords::longest);
     for (std::size_t length = count; length > 0; --length) {
         for (std::size_t start = 0; start + length <= count; ++start) {
-            auto days = read(words.said(start, start + length), around);
+            auto days = TimeVocabulary::mayBeTime(words, start, start + length)
+                ? read(words.said(start, start + length), around)
+                : std::nullopt;
             if (!days)
                 continue;
             others = trimmed(words.said(0, start) + " " + words.said(start + length, words.size()));

@@ -2,6 +2,7 @@
 
 #include "LiveService/rules/RequestText.h"
 #include "LiveService/rules/SpokenDays.h"
+#include "LiveService/rules/TimeVocabulary.h"
 #include "QuorvellCore/reminders/ReminderPhrase.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
@@ -73,7 +74,8 @@ std::optional<TimeWords> TimeWords::atEnd(std::string_view said, const RuleSurro
     while (end > 0 && isTail(words.at(end - 1)))
         --end;
     for (std::size_t start = end > longest ? end - longest : 0; start < end; ++start) {
-        if (isLink(words.at(start)) || !isTime(words.said(start, end), around))
+        const bool mayBegin = !isLink(words.at(start)) && TimeVocabulary::mayBeTime(words, start, end);
+        if (!mayBegin || !isTime(words.said(start, end), around))
             continue;
         TimeWords found{.time = withAt(words.said(start, end)), .rest = {}};
         std::size_t last = start;
@@ -91,6 +93,8 @@ std::optional<TimeWords> TimeWords::atStart(std::string_view said, const RuleSur
 {
     const RequestWords words(said);
     for (std::size_t end = std::min(words.size(), longest); end > 0; --end) {
+        if (!TimeVocabulary::mayBeTime(words, 0, end))
+            continue;
         const std::string start = words.said(0, end);
         const auto phrase = ReminderPhrase::parse(withAt(start), around.now, around.calendar);
         const bool isRepeated = phrase && phrase->repeatRule && phrase->task.empty();

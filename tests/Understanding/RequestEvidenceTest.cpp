@@ -37,6 +37,8 @@ TEST(RequestEvidence, weighsWhatIsAskedApartFromWhatItIsAbout)
         {"get rid of the milk reminder", finishReminder, "the milk"},
         {"what have I got on Friday in my diary", listEvents, "Friday", {.hasDay = true}},
         {"what's next on my calendar", nextEvent, ""},
+        {"what's after that", nextEvent, ""},
+        {"remind me to eat instead", remind, "to eat"},
         {"any gaps on friday", findTime, "friday", {.hasDay = true}},
         {"find me half an hour tomorrow", findTime, "half an hour tomorrow", {.hasDay = true, .hasLength = true}},
         {"find the half hour report note", findNote, "the half hour report", {.hasLength = true}},

@@ -105,6 +105,19 @@ TEST(ChangeRules, changesRemindersAndKnowsTheCalendar)
         {"mark the reminder as done", R"(set_reminder {"done":true})"},
         {"snooze the reminder for an hour", R"(set_reminder {"later":"in an hour"})"},
         {"make it 6 pm instead", R"(set_reminder {"later":"6 pm"})"},
+        {"remind me about the dentist on monday at 10 am instead",
+            R"(set_reminder {"task":"dentist","later":"on monday at 10 am"})"},
+        {"note that I drink tea instead", R"(keep_note {"title":"I drink tea instead")"},
+        {"no more dentist reminder please, I called", R"(set_reminder {"task":"dentist","done":true})"},
+        {"move the vet to sunday at noon, I have to work", R"(whats_on {"from":"2026-11-21","to":"2026-12-22"})"},
+        {"note that the vet moved, I called", R"(keep_note {"title":"The vet moved, I called")"},
+        {"the dentist, can we make that friday at 10 am", R"(whats_on {"from":"2026-11-21","to":"2026-12-22"})"},
+        {"I don't need the haircut any more, delete it", R"(whats_on {"from":"2026-11-21","to":"2026-12-22"})"},
+        {"I have to collect the cake on friday at 3 pm, don't let me forget",
+            R"(set_reminder {"text":"remind me collect the cake on friday at 3 pm"})"},
+        {"for my records, Leo wears size 38 shoes", R"(keep_note {"title":"Leo)"},
+        {"keep in mind my back hurts", R"(remember_about_them {"fact":"Their back hurts."})"},
+        {"don't forget my blue swimming goggles", R"(set_reminder {"text":"remind me my blue swimming goggles"})"},
         {"not now, remind me this evening", R"(set_reminder {"later":"this evening"})"},
         {"later, tomorrow morning", R"(set_reminder {"later":"tomorrow morning"})"},
         {"later he called me tomorrow", "That needs an online model."},
@@ -185,6 +198,9 @@ TEST(ChangeRules, takesTheReminderLastTalkedAboutWhereNoneIsDue)
     EXPECT_EQ(shown(hear(done, nothing, {})), "Nothing was changed: no reminder is due.");
     EXPECT_EQ(shown(hear({"set_reminder", R"({"task":"tea","done":true})"}, nothing, set.memory)),
         "Nothing was changed: no reminder is due.");
+    const char* unknown = R"({"error":"Nothing was changed: no pending reminder has these words. Call set_reminder."})";
+    EXPECT_EQ(shown(hear({"set_reminder", R"({"task":"tea","done":true})"}, unknown, set.memory)),
+        "All right. There was no reminder for that.");
     const char* list = R"({"status":"reminders","reminders":[{"id":"a","task":"Rest"},{"id":"b","task":"Eat"}]})";
     EXPECT_EQ(hear({"set_reminder", R"({"list":true})"}, list, set.memory).memory.reminder, "r1");
 }
@@ -294,6 +310,9 @@ TEST(ChangeRules, asksBeforeItChangesTheCalendar)
             step = say(row.words[index], step);
         EXPECT_EQ(shown(step), row.expected);
     }
+    const auto next = hear(agenda, say("what's next", start));
+    EXPECT_EQ(shown(hear(agenda, say("what's after that", next))),
+        "Next is Lunch with Ben, on Saturday the 28th of November at 12 PM.");
     EXPECT_EQ(shown(say("friday at 5 pm", say("change my lunch with Ana", start))),
         R"(whats_on {"from":"2026-11-21","to":"2026-12-22"})");
     const auto cancelled = say("the first one", hear(agenda, say("cancel lunch", start)));
