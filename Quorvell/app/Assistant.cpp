@@ -37,8 +37,8 @@ std::string freshRunName()
 /// On a thread of its own: starting a program may take a moment.
 auto showingElsewhere(Scheduler& scheduler)
 {
-    const auto worker = std::make_shared<FileWorker>(
-        [&scheduler](std::function<void()> action) { scheduler.post(std::move(action)); });
+    const auto worker =
+        std::make_shared<FileWorker>([&scheduler](std::function<void()> action) { scheduler.post(std::move(action)); });
     return [worker](const std::string& path, NotebookToolContext::Shown shown) {
         worker->run([path] { return showOnDesktop(path); }, std::move(shown));
     };
