@@ -17,7 +17,7 @@ constexpr CueWords rows[] = {
         "for me|for us|up|again|just|else|is|are|am i|we|i|quickly|kindly|still|now|currently|so far|already|here|"
         "down|got|of|ever|yet|the words|one of|for later|might|could|would|can|may|should|will|love|dear|darling|mate|"
         "a bit of|a little|be able to|whether|if"},
-    {filler, anywhere, "any more$|anymore$|any longer$|after all$"},
+    {filler, anywhere, "at all|any more$|anymore$|any longer$|after all$"},
     {indefinite, head, "a|an"},
     {definite, head, "the|my|our|that|this|those|these|your"},
     {pronoun, head,
@@ -51,7 +51,8 @@ constexpr CueWords rows[] = {
         "record|keep|save|store|record|note down|jot|jot down|jot this down|jot "
         "that down|jot it down|write|"
         "write down|write this down|write that down|write it down|write up|scribble|scribble down|scribble this down|"
-        "scrawl|put down|put this down|put that down|put it down|get this down|get that down|take down|take this down|"
+        "put this on paper|put that on paper|put it on paper|put on paper|scrawl|put down|put this down|put that "
+        "down|put it down|get this down|get that down|take down|take this down|"
         "take that down|take it down|make note|log|log that|note this|note it down|note this down|note that down|pop "
         "down|commit to paper|memorise|memorize|type up|type out|leave a note"},
     {keep, start, "note|memo|note to self|new note|for my records|for our records|for my files|for the files"},
@@ -73,7 +74,7 @@ constexpr CueWords rows[] = {
         "in|have a look through|have a look|take a look|check|check in|rummage|scan|look"},
     {read, head,
         "read|read out|read out loud|read back|read aloud|hear|let me hear|play back|recite|read through|go over"},
-    {open, head, "open|open up"},
+    {open, head, "open|open up|go to|turn to|jump to"},
     {show, head,
         "show|list|list out|display|let me see|see|run through|run me through|go through|bring up|pull up|get|"
         "get out|fetch|print|walk me through|talk me through|let me have|give me|recap"},
@@ -192,7 +193,8 @@ constexpr CueWords rows[] = {
         "have i forgotten anything|did i forget anything|am i forgetting anything|have i missed anything|left "
         "for|left$|"
         "did i ask you to remind me of|did i ask you to remind me about|do you have to remind me of|"
-        "do you have to remind me about|will you remind me of|are you reminding me of|is left|to remember|to do "
+        "do you have to remind me about|will you remind me of|are you reminding me of|you are supposed to remind me of|"
+        "you have to remind me of|you need to remind me of|you should remind me of|is left|to remember|to do "
         "still|left to do|still to do|need to do|need to remember|must i do|should i do|must i not "
         "forget|should i not forget|have to do|got to do|got to remember|have to remember|pending|outstanding|due|"
         "on my plate|on my list|on the list|do i need to do|do i have to do|do i need to remember|am i supposed to do|"

@@ -114,8 +114,10 @@ Weights weighed(const RequestReading& reading, const TimeHints& hints)
     }
     if (hints.hasDuty)
         weights[remind] += 2;
-    if (hints.hasNewTime)
+    if (hints.hasNewTime) {
         weights[moveEvent] += 3;
+        weights[putOffReminder] += 2;
+    }
     if (hints.hasLength) {
         weights[findTime] += 3;
         weights[moveEvent] += 2;

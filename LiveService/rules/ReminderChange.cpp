@@ -65,7 +65,8 @@ std::string ReminderChange::taskNamed(const std::string& content)
     static const Pattern edges(
         "^(?:(?:let|as|with|that|this|it|and|on|is|are|i(?: am| have|'m|'ve|’m|’ve)?|already|just|all)"
         "\\s+)+|(?:^|\\s+)(?:is|are|has|have|been|was|were|it|that|this|them|already|now|today"
-        "|just now|by the way|as|and|all|thing|one(?:['’]s)?|off|too|any more|anymore|can|for|about)$",
+        "|just now|yesterday|earlier|last night|this (?:morning|afternoon|evening)|by the "
+        "way|as|and|all|thing|one(?:['’]s)?|off|too|any more|anymore|can|for|about)$",
         caseless);
     static const Pattern gerund("^[a-z]+ing\\s+(?=\\S)", caseless);
     std::string task = trimmed(content);
