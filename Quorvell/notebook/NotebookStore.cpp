@@ -29,8 +29,8 @@ NotebookStore::Opened NotebookStore::open(
     if (!content)
         return {nullptr, problemSentence(FileProblem::noPermission, folder)};
     // The constructor is private, which make_unique cannot reach.
-    return {std::unique_ptr<NotebookStore>(new NotebookStore(
-                std::move(folder), worker, scheduler, std::move(ports), std::move(reader), std::move(*content))),
+    return {std::unique_ptr<NotebookStore>(
+                new NotebookStore(std::move(folder), worker, scheduler, ports, std::move(reader), std::move(*content))),
         ""};
 }
 
@@ -39,7 +39,7 @@ NotebookStore::NotebookStore(std::string folder, FileWorker& worker, Scheduler& 
     : m_folder(std::move(folder))
     , m_worker(worker)
     , m_scheduler(scheduler)
-    , m_ports(std::move(ports))
+    , m_ports(ports)
     , m_reader(std::move(reader))
     , m_history(std::make_shared<NoteHistory>(m_folder))
 {
