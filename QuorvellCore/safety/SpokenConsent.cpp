@@ -71,9 +71,10 @@ std::string spacedWords(std::string_view answer)
     return text;
 }
 
+/// Both with a space at each end; the last one may belong to the next phrase as well.
 void replaceAll(std::string& text, std::string_view from, std::string_view to)
 {
-    for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+    for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size() - 1))
         text.replace(at, from.size(), to);
 }
 
