@@ -5,7 +5,6 @@
 
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
-#include <unicode/utf8.h>
 
 namespace quorvell {
 

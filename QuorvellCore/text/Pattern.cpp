@@ -103,15 +103,6 @@ std::vector<PatternMatch> Pattern::findAll(std::string_view text) const
     return matches;
 }
 
-bool Pattern::matchesWhole(std::string_view text) const
-{
-    bool isMatch = false;
-    m_compiled->search(PatternText(text), [&](icu::RegexMatcher& matcher, UErrorCode& status) {
-        isMatch = matcher.matches(status) && U_SUCCESS(status);
-    });
-    return isMatch;
-}
-
 std::string Pattern::replaceAll(std::string_view text, std::string_view replacement) const
 {
     std::string result;

@@ -44,7 +44,6 @@ public:
     std::optional<PatternMatch> find(std::string_view text, std::size_t from = 0) const;
     std::optional<PatternMatch> find(const PatternText& text, std::size_t from = 0) const;
     std::vector<PatternMatch> findAll(std::string_view text) const;
-    bool matchesWhole(std::string_view text) const;
     /// Every match replaced by `replacement`, taken literally.
     std::string replaceAll(std::string_view text, std::string_view replacement) const;
 
