@@ -31,6 +31,20 @@ icu::Locale localeOf(const std::string& name)
     return language.empty() || language == "c" || language == "posix" ? icu::Locale::getUS() : place;
 }
 
+/// A pattern's letters that stand for something: what is quoted ("HH 'h' mm") is text.
+icu::UnicodeString withoutQuotedText(const icu::UnicodeString& pattern)
+{
+    icu::UnicodeString fields;
+    bool isQuoted = false;
+    for (std::int32_t index = 0; index < pattern.length(); ++index) {
+        if (pattern[index] == u'\'')
+            isQuoted = !isQuoted;
+        else if (!isQuoted)
+            fields += pattern[index];
+    }
+    return fields;
+}
+
 icu::DateFormatSymbols symbolsOf(const std::string& locale, UErrorCode& status)
 {
     return icu::DateFormatSymbols(localeOf(locale), "gregorian", status);
@@ -46,8 +60,8 @@ ClockStyle clockStyle(const std::string& locale)
     const auto* simple = dynamic_cast<const icu::SimpleDateFormat*>(format.get());
     if (!simple)
         return style;
-    icu::UnicodeString pattern;
-    simple->toPattern(pattern);
+    icu::UnicodeString written;
+    const icu::UnicodeString pattern = withoutQuotedText(simple->toPattern(written));
     const std::int32_t hour = std::max(pattern.indexOf(u'h'), pattern.indexOf(u'K'));
     if (hour < 0)
         return {false, false, {}, {}};
@@ -75,20 +89,6 @@ std::array<std::string, 7> weekdayNames(const std::string& locale)
     // ICU leaves entry 0 empty, so that Sunday is 1.
     for (std::size_t index = 0; U_SUCCESS(status) && count == 8 && index < names.size(); ++index)
         names[index] = utf8Text(found[index + 1]);
-    return names;
-}
-
-std::array<std::string, 12> monthNames(const std::string& locale)
-{
-    std::array<std::string, 12> names{"January", "February", "March", "April", "May", "June", "July", "August",
-        "September", "October", "November", "December"};
-    UErrorCode status = U_ZERO_ERROR;
-    const auto symbols = symbolsOf(locale, status);
-    std::int32_t count = 0;
-    const icu::UnicodeString* found =
-        symbols.getMonths(count, icu::DateFormatSymbols::STANDALONE, icu::DateFormatSymbols::WIDE);
-    for (std::size_t index = 0; U_SUCCESS(status) && count == 12 && index < names.size(); ++index)
-        names[index] = utf8Text(found[index]);
     return names;
 }
 
