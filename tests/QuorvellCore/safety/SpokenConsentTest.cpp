@@ -7,8 +7,8 @@ namespace quorvell {
 TEST(SpokenConsent, onlyAClearYesIsOne)
 {
     for (const char* yes : {"okay", "Yes.", "yes please send it", "uh okay, go ahead", "Oh, well — yeah, sure!",
-             "All right then", "All right, all right", "of course", "that’s fine", "THAT'S RIGHT", "hmm yes", "send the email now",
-             "please delete it", "go on then, thank you"}) {
+             "All right then", "All right, all right", "of course", "that’s fine", "THAT'S RIGHT", "hmm yes",
+             "send the email now", "please delete it", "go on then, thank you"}) {
         EXPECT_TRUE(SpokenConsent::isAffirmative(yes)) << yes;
         EXPECT_FALSE(SpokenConsent::hesitates(yes)) << yes;
     }
