@@ -8,7 +8,7 @@
 
 namespace quorvell {
 
-/// What the user typed before, browsed with the arrow keys. Holds no text twice.
+/// What the user typed before, browsed with the arrow keys. A text that is typed again moves to the newest place.
 class CommandHistory {
 public:
     static constexpr std::size_t usualLimit = 100;

@@ -17,7 +17,7 @@ WebRequest ResponsesEndpoint::request(std::string_view apiKey, const ResponsesRe
     return {WebRequest::Method::post, address.webUrl(path),
         {{"Authorization", "Bearer " + std::string(apiKey)}, {"Content-Type", "application/json"},
             {"Accept", std::string(ServerSentEvents::contentType)}},
-        dumpJson(question.json()), std::chrono::seconds(60)};
+        dumpJson(question.json()), std::chrono::seconds(120)};
 }
 
 } // namespace quorvell

@@ -15,7 +15,7 @@ struct WebRequest {
     std::string url;
     std::vector<std::pair<std::string, std::string>> headers;
     std::string body;
-    std::chrono::seconds timeout{60};
+    std::chrono::seconds timeout{60}; ///< At most; whoever carries it out may be less patient.
 
     bool operator==(const WebRequest&) const = default;
 };
