@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <optional>
 #include <string_view>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -33,6 +34,12 @@ std::vector<std::string> partsOf(const std::string& folder)
 bool isMoved(const std::string& part, const std::string& name)
 {
     return !name.starts_with('.') || part == std::string("/") + NoteHistory::folderName;
+}
+
+bool isFolder(const std::string& path)
+{
+    std::error_code failure; // a link that leads to itself is none
+    return std::filesystem::is_directory(path, failure);
 }
 
 /// "a.md" becomes "a-2.md".
@@ -70,7 +77,7 @@ private:
             return problemSentence(FileProblem::noPermission, m_from + part);
         for (const std::string& name : *names) {
             const std::string path = m_from + part + "/" + name;
-            if (!isMoved(part, name) || std::filesystem::is_directory(path))
+            if (!isMoved(part, name) || isFolder(path))
                 continue;
             const auto text = readFile(path, maximumBytes);
             if (!text)
@@ -168,7 +175,7 @@ bool removeCopied(const std::string& from, const std::string& to)
     for (const std::string& part : partsOf(from)) {
         const bool isHistory = part == std::string("/") + NoteHistory::folderName;
         for (const std::string& name : fileNamesIn(from + part).value_or(std::vector<std::string>{})) {
-            if (!isMoved(part, name) || std::filesystem::is_directory(from + part + "/" + name))
+            if (!isMoved(part, name) || isFolder(from + part + "/" + name))
                 continue;
             const auto text = readFile(from + part + "/" + name, maximumBytes);
             const bool isCopied = text && hasCopy(to + part, name, *text, isHistory);

@@ -163,6 +163,9 @@ TEST(NotebookFault, movingKeepsBothAndLeavesTheSourceWholeWhenItFails)
         EXPECT_NE(desk.ask(&NotebookStore::moveNotebook, bad).problem, "") << bad;
         EXPECT_EQ(desk.stored(), store.notes());
     }
+    fs::create_symlink("loop", desk.folder / "loop");
+    EXPECT_NE(desk.ask(&NotebookStore::moveNotebook, target).problem, "") << "a file that cannot be read";
+    fs::remove(desk.folder / "loop");
     store.moveNotebook(target, [](const NotebookVerdict& verdict) { EXPECT_EQ(verdict.problem, ""); });
     EXPECT_TRUE(desk.update("aaaa", appended("?")).isStored) << "changes meanwhile wait";
     EXPECT_EQ(store.folder(), target);
