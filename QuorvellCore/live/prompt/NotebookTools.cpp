@@ -26,9 +26,8 @@ Json notes()
                         {"note", "clip"}))}),
         declaration("find_in_notebook",
             "Searches everything in the notebook: notes, clips, explanations, how-tos, facts about the user, "
-            "reminders. "
-            "Answers with the best matches, each with id, kind, title, snippet and dates; read_note gives the whole "
-            "text.",
+            "reminders. Answers with the best matches, each with id, kind, title, snippet and dates; read_note gives "
+            "the whole text.",
             {required("query", text("The two or three words that matter. Empty lists the newest.")),
                 optional("kind",
                     choice("Only this kind; about_me holds facts about the user.",
@@ -48,8 +47,7 @@ Json notes()
                 optional("based_on", text("Id of the how-to that this one replaces."))}),
         declaration("remember_about_them",
             "Remembers one lasting fact about the user that they told you. Never secrets, health details they didn't "
-            "ask "
-            "to keep, or guesses.",
+            "ask to keep, or guesses.",
             {required("fact", text("One sentence in the third person, such as \"Prefers large print.\"."))}),
         declaration("open_notebook", "Shows the notebook on the screen.",
             {optional("id", text("The note to show. Default: the list."))}),
@@ -61,8 +59,7 @@ Json reminders()
     return Json::array({
         declaration("set_reminder",
             "Sets, lists, changes, ticks off or puts off a reminder. To set one, give the user's own words in `text`. "
-            "Answers "
-            "\"set\" with the day and hour in words; or, with nothing stored, \"which_time\" with the choices, "
+            "Answers \"set\" with the day and hour in words; or, with nothing stored, \"which_time\" with the choices, "
             "\"needs_time\" or \"needs_task\": ask the user and call again.",
             {
                 optional("text",

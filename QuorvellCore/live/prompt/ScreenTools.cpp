@@ -31,9 +31,8 @@ Json clicking()
             {required("element_id", elementID())}),
         declaration("type_text",
             "Types into a field. Adds at the end of what is there unless `replace` is true. For long writing give a "
-            "few "
-            "paragraphs per call, one call after another. Never for passwords, PINs, card numbers or codes. Answers "
-            "with what the field holds now.",
+            "few paragraphs per call, one call after another. Never for passwords, PINs, card numbers or codes. "
+            "Answers with what the field holds now.",
             {required("element_id", elementID()),
                 required("text", text("The exact text, with line breaks where they belong.")),
                 optional("replace", flag("True empties the field first. Default false."))}),
@@ -125,8 +124,7 @@ Json several()
     return Json::array({
         declaration("do_steps",
             "Carries out several sure steps in order without a round trip between them, and stops at the first one "
-            "that "
-            "fails or needs consent. Answers with each step's result and the fresh screen.",
+            "that fails or needs consent. Answers with each step's result and the fresh screen.",
             {required("steps",
                 list("Two to ten steps.",
                     object("One step.",
@@ -140,8 +138,7 @@ Json several()
                          "do_not_disturb", "lock_screen", "screenshot", "show_desktop"})),
                 optional("value",
                     text("For volume and brightness: \"0\" to \"100\", \"up\" or \"down\". For do_not_disturb: \"on\" "
-                         "or "
-                         "\"off\"."))}),
+                         "or \"off\"."))}),
     });
 }
 

@@ -49,8 +49,7 @@ Json consentAndPointing()
     return Json::array({
         declaration("confirm_action",
             "Carries out the action that waits for consent, after the user has clearly said yes to the question. "
-            "Refused "
-            "when no clear yes was heard."),
+            "Refused when no clear yes was heard."),
         declaration("point_at",
             "Guide mode: highlights one element and says one instruction to the user. An app event follows when they "
             "have done it, or something else.",

@@ -40,8 +40,7 @@ TEST(QuorvellPrompt, appEventsToTheLetter)
     EXPECT_TRUE(QuorvellPrompt::greetingEvent("", "x").starts_with("[Quorvell app event] They just called you over. "));
     EXPECT_EQ(QuorvellPrompt::liveGreeting("", "Firefox"),
         "They has just called Quorvell over and is looking at Firefox. Say hello warmly and ask what they'd like to "
-        "do, "
-        "in one short sentence.");
+        "do, in one short sentence.");
     EXPECT_EQ(QuorvellPrompt::missedRequest("turn it up"),
         "[Quorvell app event] They said: “turn it up”. It wasn't passed on to you, so nothing has been done about it "
         "yet. Treat it as their request and handle it now, looking at the screen first if it's about the computer. If "
@@ -49,8 +48,7 @@ TEST(QuorvellPrompt, appEventsToTheLetter)
     EXPECT_EQ(QuorvellPrompt::heardWhileResting("hello"),
         "[Quorvell app event] They just said: “hello”. (Quorvell was resting while it was quiet, and the Mac wrote "
         "their words down; they may be slightly off.) Treat it as their request and handle it now, out loud, looking "
-        "at "
-        "the screen first if it's about the computer. Don't mention resting or reconnecting.");
+        "at the screen first if it's about the computer. Don't mention resting or reconnecting.");
 }
 
 TEST(QuorvellPrompt, typedMessagesCarryTheirNotes)
