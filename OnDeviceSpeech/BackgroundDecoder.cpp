@@ -4,8 +4,10 @@
 
 namespace quorvell {
 
-BackgroundDecoder::BackgroundDecoder(Decoder::Options options)
-    : m_thread([this, options = std::move(options)](const std::stop_token& stop) { run(stop, options); })
+BackgroundDecoder::BackgroundDecoder(Decoder::Options options, std::stop_token stop)
+    : m_stop(std::move(stop))
+    , m_thread([this, options = std::move(options)](const std::stop_token& end) { run(end, options); })
+    , m_whenStopped(m_stop, [this] { m_thread.request_stop(); })
 {
 }
 
@@ -40,14 +42,15 @@ void BackgroundDecoder::finish()
 std::optional<Decoder::Result> BackgroundDecoder::finished()
 {
     std::unique_lock lock(m_mutex);
-    m_changed.wait(lock, [this] { return m_isFinished || m_hasFailed; });
-    return m_hasFailed ? std::nullopt : std::optional(std::exchange(m_result, {}));
+    const bool isDone = m_changed.wait(lock, m_stop, [this] { return m_isFinished || m_hasFailed; });
+    return !isDone || m_hasFailed ? std::nullopt : std::optional(std::exchange(m_result, {}));
 }
 
 std::optional<BackgroundDecoder::Wish> BackgroundDecoder::next(const std::stop_token& stop)
 {
     std::unique_lock lock(m_mutex);
-    if (!m_changed.wait(lock, stop, [this] { return !m_wishes.empty(); })) {
+    // A stop comes before what still waits.
+    if (!m_changed.wait(lock, stop, [this] { return !m_wishes.empty(); }) || stop.stop_requested()) {
         return std::nullopt;
     }
     Wish wish = std::move(m_wishes.front());
@@ -57,7 +60,7 @@ std::optional<BackgroundDecoder::Wish> BackgroundDecoder::next(const std::stop_t
 
 void BackgroundDecoder::run(const std::stop_token& stop, const Decoder::Options& options)
 {
-    const std::unique_ptr<Decoder> decoder = Decoder::create(options);
+    const std::unique_ptr<Decoder> decoder = Decoder::create(options, stop);
     if (!decoder) {
         const std::lock_guard lock(m_mutex);
         m_hasFailed = true;

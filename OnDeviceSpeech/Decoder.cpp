@@ -1,6 +1,7 @@
 #include "OnDeviceSpeech/Decoder.h"
 
 #include <array>
+#include <initializer_list>
 #include <mutex>
 #include <string_view>
 #include <utility>
@@ -16,7 +17,7 @@ namespace quorvell {
 
 namespace {
 
-const char* const mixedSearch = "mixed";
+const char* const search = "words";
 
 /// The library's set-up of its options and its log are not made for two threads at once.
 std::mutex& setUp()
@@ -28,30 +29,20 @@ std::mutex& setUp()
 struct Release {
     void operator()(ps_decoder_t* decoder) const { ps_free(decoder); }
     void operator()(cmd_ln_t* options) const { cmd_ln_free_r(options); }
+    void operator()(ngram_model_t* model) const { ngram_model_free(model); }
 };
 
-/// Mixes both models. The set takes its members over.
-bool mixModels(ps_decoder_t* decoder, cmd_ln_t* settings, const Decoder::Options& options)
+using LanguageModel = std::unique_ptr<ngram_model_t, Release>;
+
+/// Both models as one, which shares in them.
+LanguageModel mixed(cmd_ln_t* settings, const LanguageModel& first, const LanguageModel& second, float shareOfFirst)
 {
-    logmath_t* logarithms = ps_get_logmath(decoder);
-    ngram_model_t* first = ngram_model_read(settings, options.languageModel.c_str(), NGRAM_AUTO, logarithms);
-    ngram_model_t* second = ngram_model_read(settings, options.secondLanguageModel.c_str(), NGRAM_AUTO, logarithms);
-    if (!first || !second) {
-        ngram_model_free(first);
-        ngram_model_free(second);
-        return false;
-    }
-    std::array models{first, second};
+    std::array models{first.get(), second.get()};
     std::string firstName = "first";
     std::string secondName = "second";
     std::array names{firstName.data(), secondName.data()};
-    const std::array weights{options.shareOfFirst, 1 - options.shareOfFirst};
-    ngram_model_t* mixed = ngram_model_set_init(settings, models.data(), names.data(), weights.data(), 2);
-    const bool isSet = mixed && ps_set_lm(decoder, mixedSearch, mixed) == 0 && ps_set_search(decoder, mixedSearch) == 0;
-    ngram_model_free(mixed);
-    ngram_model_free(first);
-    ngram_model_free(second);
-    return isSet;
+    const std::array weights{shareOfFirst, 1 - shareOfFirst};
+    return LanguageModel(ngram_model_set_init(settings, models.data(), names.data(), weights.data(), 2));
 }
 
 /// Without the number of a further pronunciation, "read(2)".
@@ -63,10 +54,58 @@ std::string plainWord(std::string_view word)
 } // namespace
 
 struct Decoder::Parts {
+    // The steps of loading; each is false when a file cannot be read.
+    bool readSounds(const Options& options);
+    bool readFirstModel(const Options& options);
+    bool readSecondModel(const Options& options);
+    bool beginSearch(const Options& options);
+
+    LanguageModel read(const std::string& path) const;
+
     std::unique_ptr<cmd_ln_t, Release> settings;
     std::unique_ptr<ps_decoder_t, Release> decoder;
+    LanguageModel first;
+    LanguageModel second;
     bool isListening = false;
 };
+
+bool Decoder::Parts::readSounds(const Options& options)
+{
+    // The gate before us has cut silences off already; all that it let through is listened to.
+    settings.reset(cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", options.acousticModel.c_str(), "-dict",
+        options.dictionary.c_str(), "-remove_silence", "no", nullptr));
+    if (settings)
+        decoder.reset(ps_init(settings.get()));
+    return decoder != nullptr;
+}
+
+LanguageModel Decoder::Parts::read(const std::string& path) const
+{
+    return LanguageModel(ngram_model_read(settings.get(), path.c_str(), NGRAM_AUTO, ps_get_logmath(decoder.get())));
+}
+
+bool Decoder::Parts::readFirstModel(const Options& options)
+{
+    first = read(options.languageModel);
+    return first != nullptr;
+}
+
+bool Decoder::Parts::readSecondModel(const Options& options)
+{
+    if (options.secondLanguageModel.empty())
+        return true;
+    second = read(options.secondLanguageModel);
+    return second != nullptr;
+}
+
+/// The decoder keeps what it needs of the models.
+bool Decoder::Parts::beginSearch(const Options& options)
+{
+    const LanguageModel model = second ? mixed(settings.get(), first, second, options.shareOfFirst) : std::move(first);
+    first.reset();
+    second.reset();
+    return model && ps_set_lm(decoder.get(), search, model.get()) == 0 && ps_set_search(decoder.get(), search) == 0;
+}
 
 Decoder::Decoder(std::unique_ptr<Parts> parts)
     : m_parts(std::move(parts))
@@ -75,21 +114,15 @@ Decoder::Decoder(std::unique_ptr<Parts> parts)
 
 Decoder::~Decoder() = default;
 
-std::unique_ptr<Decoder> Decoder::create(const Options& options)
+std::unique_ptr<Decoder> Decoder::create(const Options& options, const std::stop_token& stop)
 {
     const std::lock_guard lock(setUp());
     err_set_logfp(nullptr);
     auto parts = std::make_unique<Parts>();
-    const bool isMixed = !options.secondLanguageModel.empty();
-    // The gate before us has cut silences off already; all that it let through is listened to.
-    parts->settings.reset(cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", options.acousticModel.c_str(), "-dict",
-        options.dictionary.c_str(), "-remove_silence", "no", isMixed ? nullptr : "-lm", options.languageModel.c_str(),
-        nullptr));
-    if (!parts->settings)
-        return nullptr;
-    parts->decoder.reset(ps_init(parts->settings.get()));
-    if (!parts->decoder || (isMixed && !mixModels(parts->decoder.get(), parts->settings.get(), options)))
-        return nullptr;
+    // One step after the other, so that whoever gives up waits for one of them and not for all.
+    for (const auto step : {&Parts::readSounds, &Parts::readFirstModel, &Parts::readSecondModel, &Parts::beginSearch})
+        if (stop.stop_requested() || !(*parts.*step)(options))
+            return nullptr;
     return std::unique_ptr<Decoder>(new Decoder(std::move(parts)));
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <stop_token>
 #include <string>
 
 namespace quorvell {
@@ -24,8 +25,8 @@ public:
         float shareOfFirst = 0.5F; ///< Of the mixture, from 0 to 1.
     };
 
-    /// Null when a model cannot be read.
-    static std::unique_ptr<Decoder> create(const Options& options);
+    /// Reads the models, which may take a second. Null when one cannot be read, and soon after `stop` is requested.
+    static std::unique_ptr<Decoder> create(const Options& options, const std::stop_token& stop = {});
     ~Decoder();
 
     void begin();

@@ -34,6 +34,7 @@ bool isCommand(const Decoder::Result& commands, const Decoder::Result& open)
 
 /// Two searches over the same sound: one knows only what the templates say, the other every word.
 struct SpeechRecogniser::Parts {
+    std::stop_token stop;
     std::unique_ptr<Decoder> commands;
     BackgroundDecoder open;
     std::size_t fedSamples = 0;
@@ -46,24 +47,26 @@ SpeechRecogniser::SpeechRecogniser(std::unique_ptr<Parts> parts)
 
 SpeechRecogniser::~SpeechRecogniser() = default;
 
-SpeechRecogniser::Made SpeechRecogniser::create(const SpeechModels& models)
+SpeechRecogniser::Made SpeechRecogniser::create(const SpeechModels& models, const std::stop_token& stop)
 {
     if (std::string problem = models.missing(); !problem.empty()) {
         return {nullptr, std::move(problem)};
     }
     auto commands = Decoder::create({.acousticModel = models.acousticModel,
-        .dictionary = models.commandDictionary,
-        .languageModel = models.commandLanguageModel});
+                                        .dictionary = models.commandDictionary,
+                                        .languageModel = models.commandLanguageModel},
+        stop);
     if (!commands) {
-        return {nullptr, unreadable};
+        return {nullptr, stop.stop_requested() ? "" : unreadable};
     }
     // The large model is still loading when this returns; what is fed meanwhile waits for it.
-    auto parts = std::unique_ptr<Parts>(new Parts{std::move(commands),
+    auto parts = std::unique_ptr<Parts>(new Parts{stop, std::move(commands),
         BackgroundDecoder({.acousticModel = models.acousticModel,
-            .dictionary = models.dictionary,
-            .languageModel = models.commandLanguageModel,
-            .secondLanguageModel = models.generalLanguageModel,
-            .shareOfFirst = shareOfCommands})});
+                              .dictionary = models.dictionary,
+                              .languageModel = models.commandLanguageModel,
+                              .secondLanguageModel = models.generalLanguageModel,
+                              .shareOfFirst = shareOfCommands},
+            stop)});
     return {std::unique_ptr<SpeechRecogniser>(new SpeechRecogniser(std::move(parts))), {}};
 }
 
@@ -88,7 +91,7 @@ HeardUtterance SpeechRecogniser::finish()
     const Decoder::Result commands = m_parts->commands->finish();
     const std::optional<Decoder::Result> open = m_parts->open.finished();
     if (!open) {
-        return {{}, unreadable};
+        return {{}, m_parts->stop.stop_requested() ? "" : unreadable};
     }
     return {spokenToWritten(isCommand(commands, *open) ? commands.text : open->text)};
 }

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <stop_token>
 #include <string>
 
 namespace quorvell {
@@ -34,8 +35,9 @@ public:
     static constexpr std::size_t longestUtteranceSamples = std::size_t{60} * sampleRateHz;
 
     struct Made;
-    /// Either a recogniser or a sentence that says what is missing and how to get it.
-    static Made create(const SpeechModels& models);
+    /// Either a recogniser or a sentence that says what is missing and how to get it. Once `stop` is requested, from
+    /// any thread, this and everything else here returns soon and with nothing.
+    static Made create(const SpeechModels& models, const std::stop_token& stop = {});
     ~SpeechRecogniser();
 
     /// Starts a new utterance; what was fed to an unfinished one is forgotten.

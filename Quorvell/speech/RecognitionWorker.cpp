@@ -51,7 +51,7 @@ void RecognitionWorker::forget()
 bool RecognitionWorker::next(const std::stop_token& stop, Wish& wish)
 {
     std::unique_lock lock(m_mutex);
-    if (!m_changed.wait(lock, stop, [this] { return !m_wishes.empty(); }))
+    if (!m_changed.wait(lock, stop, [this] { return !m_wishes.empty(); }) || stop.stop_requested())
         return false;
     wish = std::move(m_wishes.front());
     m_wishes.pop_front();
@@ -62,17 +62,17 @@ bool RecognitionWorker::next(const std::stop_token& stop, Wish& wish)
 void RecognitionWorker::run(const std::stop_token& stop)
 {
     for (Wish wish; next(stop, wish);)
-        carryOut(wish);
+        carryOut(wish, stop);
 }
 
-bool RecognitionWorker::prepare()
+bool RecognitionWorker::prepare(const std::stop_token& stop)
 {
     if (m_recogniser)
         return true;
-    SpeechRecogniser::Made made = SpeechRecogniser::create(m_models);
+    SpeechRecogniser::Made made = SpeechRecogniser::create(m_models, stop);
     m_recogniser = std::move(made.recogniser);
-    if (!m_recogniser)
-        m_reports.failed(made.problem);
+    if (!made.problem.empty())
+        m_reports.failed(std::move(made.problem));
     return m_recogniser != nullptr;
 }
 
@@ -84,11 +84,11 @@ void RecognitionWorker::report(std::uint64_t utterance, HeardUtterance heard)
         m_reports.failed(std::move(heard.problem));
 }
 
-void RecognitionWorker::carryOut(const Wish& wish)
+void RecognitionWorker::carryOut(const Wish& wish, const std::stop_token& stop)
 {
     switch (wish.kind) {
     case Wish::Kind::begin:
-        m_utterance = prepare() ? wish.utterance : 0;
+        m_utterance = prepare(stop) ? wish.utterance : 0;
         m_resampler = std::make_unique<Resampler>(sampleRateHz, SpeechRecogniser::sampleRateHz);
         if (m_utterance != 0)
             m_recogniser->begin();
@@ -98,8 +98,11 @@ void RecognitionWorker::carryOut(const Wish& wish)
             m_recogniser->feed(m_resampler->process(std::span<const std::int16_t>(wish.samples)));
         return;
     case Wish::Kind::finish:
-        if (const auto utterance = std::exchange(m_utterance, 0); utterance != 0)
-            report(utterance, m_recogniser->finish());
+        if (const auto utterance = std::exchange(m_utterance, 0); utterance != 0) {
+            HeardUtterance heard = m_recogniser->finish();
+            if (!stop.stop_requested())
+                report(utterance, std::move(heard));
+        }
         return;
     case Wish::Kind::release:
         m_utterance = 0;

@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <stop_token>
 #include <string>
 #include <thread>
 #include <vector>
@@ -31,6 +32,7 @@ public:
     };
 
     RecognitionWorker(SpeechModels models, Reports reports);
+    /// Soon, whatever is under way; what waits is forgotten.
     ~RecognitionWorker();
     RecognitionWorker(const RecognitionWorker&) = delete;
     RecognitionWorker& operator=(const RecognitionWorker&) = delete;
@@ -53,9 +55,9 @@ private:
     void post(Wish wish);
     void run(const std::stop_token& stop);
     /// Loads the models where they are missing. False when that is not possible.
-    bool prepare();
+    bool prepare(const std::stop_token& stop);
     void report(std::uint64_t utterance, HeardUtterance heard);
-    void carryOut(const Wish& wish);
+    void carryOut(const Wish& wish, const std::stop_token& stop);
     bool next(const std::stop_token& stop, Wish& wish);
 
     SpeechModels m_models;

@@ -8,8 +8,10 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <filesystem>
 #include <random>
+#include <thread>
 
 namespace quorvell::test {
 namespace {
@@ -101,6 +103,23 @@ TEST(DeviceEar, saysWhatIsMissing)
         ear.captured(room(1s, 0.2F));
         ear.stop();
     }
+}
+
+TEST(RecognitionWorker, endsWithoutDoingWhatWaits)
+{
+    std::atomic<int> reports = 0;
+    for (const bool isLoading : {false, true}) {
+        RecognitionWorker worker(SpeechModels::find(programFolder()),
+            {[&](std::uint64_t, const std::string&) { ++reports; }, [&](const std::string&) { ++reports; }});
+        for (std::uint64_t utterance = 1; utterance <= 3; ++utterance) {
+            worker.begin(utterance);
+            worker.feed(std::vector<std::int16_t>(std::size_t{10} * RecognitionWorker::sampleRateHz));
+            worker.finish();
+        }
+        if (isLoading)
+            std::this_thread::sleep_for(100ms);
+    }
+    EXPECT_EQ(reports, 0) << "neither words nor a failure of models that nobody waits for";
 }
 
 /// A loudspeaker whose time goes by when the test says so.
