@@ -51,7 +51,7 @@ std::string fieldFor(const HttpResponse& response)
         return "Upgrade: websocket\r\nSec-WebSocket-Version: 13\r\n";
     case 429:
     case 503:
-        return "Retry-After: 10\r\n";
+        return "Retry-After: " + std::to_string(response.retryAfterSeconds) + "\r\n";
     default:
         return {};
     }

@@ -12,6 +12,7 @@ struct HttpResponse {
     std::string contentType = "application/json";
     std::string body;
     std::string allow{}; ///< With 405: the method that is served, "GET".
+    int retryAfterSeconds = 10; ///< With 429 and 503: when it may be tried again.
 
     /// A refusal: {"error": {"message": reason, "type": ..., "code": code}}. `reason` is a sentence for whoever wrote
     /// the client.

@@ -312,7 +312,8 @@ int main(int argumentCount, char** arguments)
         return 1;
     QProcess service;
     service.start(QString::fromUtf8(arguments[1]),
-        {QStringLiteral("live-service"), QStringLiteral("--token-file"), token.fileName()});
+        {QStringLiteral("live-service"), QStringLiteral("--expect-speech"), QStringLiteral("--token-file"),
+            token.fileName()});
     const std::string address = addressOf(service);
     const auto request = recording(arguments[2]);
     const auto interruption = recording(arguments[3]);

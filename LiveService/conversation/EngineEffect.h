@@ -25,6 +25,10 @@ struct PrepareSpeech {
     std::string voice;
     bool operator==(const PrepareSpeech&) const = default;
 };
+/// The client begins to send sound: recognition will be wanted. Before the first turn.
+struct ExpectSpeech {
+    bool operator==(const ExpectSpeech&) const = default;
+};
 /// A new turn for the recogniser.
 struct BeginListening {
     bool operator==(const BeginListening&) const = default;
@@ -72,9 +76,9 @@ struct CloseConnection {
 
 namespace quorvell {
 
-using EngineEffect =
-    std::variant<effect::Tell, effect::PrepareSpeech, effect::BeginListening, effect::Listen, effect::FinishListening,
-        effect::ThinkAboutWords, effect::ThinkAboutResult, effect::Voice, effect::StopVoice, effect::CloseConnection>;
+using EngineEffect = std::variant<effect::Tell, effect::PrepareSpeech, effect::ExpectSpeech, effect::BeginListening,
+    effect::Listen, effect::FinishListening, effect::ThinkAboutWords, effect::ThinkAboutResult, effect::Voice,
+    effect::StopVoice, effect::CloseConnection>;
 using EngineEffects = std::vector<EngineEffect>;
 
 } // namespace quorvell

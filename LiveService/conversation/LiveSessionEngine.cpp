@@ -4,8 +4,6 @@
 #include "LiveService/replies/PlainReplies.h"
 #include "LiveService/voice/SpokenText.h"
 
-#include <nlohmann/json.hpp>
-
 #include <algorithm>
 #include <utility>
 
@@ -15,16 +13,6 @@ namespace {
 
 constexpr int normalClosure = 1000;
 constexpr int policyViolation = 1008;
-
-LiveSessionEngine::ToolNames namesOf(const Json& tools)
-{
-    LiveSessionEngine::ToolNames names;
-    for (const Json& tool : tools) {
-        if (auto name = readString(tool, "name"))
-            names.insert(std::move(*name));
-    }
-    return names;
-}
 
 } // namespace
 
@@ -79,7 +67,7 @@ void LiveSessionEngine::take(const openai_client::SessionStart& message, Time)
 void LiveSessionEngine::open(const OpenAILiveSetupOptions& options)
 {
     m_phase = Phase::open;
-    m_tools = namesOf(options.tools);
+    m_tools = offeredTools(options.tools);
     m_heardRate = options.sampleRate;
     const int spokenRate = m_spokenRate.value_or(m_heardRate);
     State before;
@@ -100,8 +88,17 @@ void LiveSessionEngine::open(const OpenAILiveSetupOptions& options)
 
 void LiveSessionEngine::take(const openai_client::InputAudio& message, Time now)
 {
+    if (m_samplesHeard == 0)
+        m_effects.emplace_back(effect::ExpectSpeech{});
     m_samplesHeard += message.pcm.size() / 2;
     takeTurnEvents(m_turns->take(samplesOfBytes(message.pcm), now));
+}
+
+EngineEffects LiveSessionEngine::soundPaused()
+{
+    if (m_phase == Phase::open)
+        takeTurnEvents(m_turns->finish());
+    return taken();
 }
 
 /// Commentary and thoughts inform a model; here there is none that could use them.

@@ -7,6 +7,7 @@
 #include "LiveService/conversation/EngineEffect.h"
 #include "LiveService/conversation/HeardTurn.h"
 #include "LiveService/conversation/IdSource.h"
+#include "LiveService/conversation/OfferedTools.h"
 #include "LiveService/turns/TurnDetector.h"
 #include "LiveService/voice/ReplyPacer.h"
 #include "LiveService/voice/VoicePiece.h"
@@ -15,7 +16,6 @@
 #include <chrono>
 #include <deque>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 
@@ -25,7 +25,6 @@ namespace quorvell {
 class LiveSessionEngine {
 public:
     using Time = std::chrono::milliseconds;
-    using ToolNames = std::set<std::string, std::less<>>;
 
     static constexpr Time startPatience{10'000}; ///< For the first message after the connection was made.
     static constexpr int mostErrorsInARow = 20;
@@ -44,6 +43,8 @@ public:
     LiveSessionEngine& operator=(const LiveSessionEngine&) = delete;
 
     EngineEffects receive(const OpenAILiveClientMessage& message, Time now);
+    /// The client's sound pauses: the user's turn is over, however short the quiet was.
+    EngineEffects soundPaused();
     EngineEffects heard(const HeardTurn& turn, Time now);
     EngineEffects thought(RuleStep step, Time now);
     EngineEffects voiced(VoicePiece piece, Time now);
@@ -63,7 +64,7 @@ public:
 
     const std::string& sessionID() const { return m_sessionID; }
     /// That the session offered.
-    const ToolNames& tools() const { return m_tools; }
+    const OfferedTools& tools() const { return m_tools; }
 
 private:
     enum class Phase { waiting, open, closed };
@@ -98,7 +99,7 @@ private:
     Phase m_phase = Phase::waiting;
     Time m_startDeadline;
     int m_errorsInARow = 0;
-    ToolNames m_tools;
+    OfferedTools m_tools;
     int m_heardRate = 24000;
     std::optional<int> m_spokenRate;
     std::optional<State> m_resumed;

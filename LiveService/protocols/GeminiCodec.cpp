@@ -77,9 +77,8 @@ struct Reader {
         return incoming;
     }
     Incoming operator()(gemini_client::Malformed& problem) const { return malformed(std::move(problem.reason)); }
-    // A turn ends by itself when the client's sound pauses, and pictures tell the rules nothing.
-    Incoming operator()(gemini_client::AudioStreamEnd&) const { return {}; }
-    Incoming operator()(gemini_client::Image&) const { return {}; }
+    Incoming operator()(gemini_client::AudioStreamEnd&) const { return {.soundPauses = true}; }
+    Incoming operator()(gemini_client::Image&) const { return {}; } // Pictures tell the rules nothing.
 
     static Incoming malformed(std::string reason)
     {

@@ -21,6 +21,7 @@ public:
         std::vector<LiveHistoryEntry> earlier{}; ///< Turns to remember without answering; they come first.
         std::optional<std::string> handle{}; ///< Of an earlier session that is to be taken up.
         bool wantsHandles = false; ///< From now on the client wants to be able to take this session up later.
+        bool soundPauses = false; ///< The client sends no sound for now; comes last.
     };
     struct Outgoing {
         std::vector<std::string> texts{};

@@ -6,8 +6,6 @@
 #include "LiveService/voice/SpokenText.h"
 #include "QuorvellCore/live/wire/ResponsesStreamWriter.h"
 
-#include <nlohmann/json.hpp>
-
 #include <algorithm>
 #include <map>
 #include <utility>
@@ -75,16 +73,6 @@ RuleStep TypedConversation::answer(const std::vector<OpenAIItem>& items, const R
     for (std::size_t index = first; index < items.size(); ++index)
         std::visit(retelling, items[index]);
     return std::move(retelling).step();
-}
-
-std::set<std::string, std::less<>> TypedConversation::toolNames(const ResponsesRequest& request)
-{
-    std::set<std::string, std::less<>> names;
-    for (const Json& tool : request.tools) {
-        if (auto name = readString(tool, "name"))
-            names.insert(std::move(*name));
-    }
-    return names;
 }
 
 std::vector<std::string> TypedConversation::events(const RuleStep& step, const IdSource& ids)

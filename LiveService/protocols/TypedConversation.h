@@ -4,7 +4,7 @@
 #include "LiveService/conversation/IdSource.h"
 #include "LiveService/rules/RuleStep.h"
 #include "LiveService/rules/RuleSurroundings.h"
-#include "QuorvellCore/live/wire/ResponsesRequest.h"
+#include "QuorvellCore/live/wire/OpenAIItem.h"
 
 #include <string>
 #include <vector>
@@ -17,9 +17,6 @@ struct TypedConversation {
     /// What the rules do about the last item: the user's words, or the output of a tool. What they had in mind by
     /// then is found again by going through the items before it.
     static RuleStep answer(const std::vector<OpenAIItem>& items, const RuleSurroundings& surroundings);
-
-    /// The names of the tools that the request offers.
-    static std::set<std::string, std::less<>> toolNames(const ResponsesRequest& request);
 
     /// The answer as the protocol's events, one text each.
     static std::vector<std::string> events(const RuleStep& step, const IdSource& ids);

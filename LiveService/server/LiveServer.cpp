@@ -1,5 +1,6 @@
 #include "LiveService/server/LiveServer.h"
 
+#include "LiveService/conversation/OfferedTools.h"
 #include "LiveService/protocols/GeminiCodec.h"
 #include "LiveService/protocols/OpenAICodec.h"
 #include "LiveService/protocols/TypedConversation.h"
@@ -22,6 +23,7 @@ namespace {
 
 constexpr int goingAway = 1001;
 constexpr int created = 201;
+constexpr int patienceWithFault = 2; ///< Seconds, so that nobody waits long for what is refused on purpose.
 
 std::string settingProblem(const std::string& setting)
 {
@@ -59,7 +61,7 @@ std::optional<Offer> readOffer(const std::string& body, std::string& problem)
 
 LiveServer::LiveServer(Settings settings)
     : m_settings(std::move(settings))
-    , m_speech(m_settings.makeSpeech)
+    , m_speech(m_settings.makeSpeech, m_settings.readiness)
     , m_door(m_settings.token, m_settings.tls,
           {[this](Guest guest) { return refusalFor(guest); },
               [this](Guest guest, std::unique_ptr<QWebSocket> socket, StallingSocket* wire) {
@@ -100,8 +102,11 @@ void LiveServer::stop(std::function<void()> stopped)
 std::optional<HttpResponse> LiveServer::refusalFor(Guest guest) const
 {
     const auto faults = SessionFaults::of(m_settings.faults, guest.number);
-    if (const Fault* fault = faults.find(Fault::Kind::refuse))
-        return HttpResponse::refusal(fault->count, settingProblem(fault->setting), fault->setting);
+    if (const Fault* fault = faults.find(Fault::Kind::refuse)) {
+        HttpResponse refusal = HttpResponse::refusal(fault->count, settingProblem(fault->setting), fault->setting);
+        refusal.retryAfterSeconds = patienceWithFault;
+        return refusal;
+    }
     if (m_stopped || m_sessions.size() >= m_settings.mostSessions)
         return HttpResponse::refusal(503, "Too many sessions are open. Close one, or try again later.");
     return std::nullopt;
@@ -165,7 +170,7 @@ void LiveServer::respond(Guest guest, std::string body, const HttpAnswer& answer
             return;
         }
         const auto& request = std::get<ResponsesRequest>(reading);
-        const RuleSurroundings around{TypedConversation::toolNames(request), now, m_settings.calendar};
+        const RuleSurroundings around{offeredTools(request.tools), now, m_settings.calendar};
         const auto step = TypedConversation::answer(request.input, around);
         later([answer, faults, events = TypedConversation::events(step, m_settings.ids)] {
             EventStream::send(answer, faults, events);

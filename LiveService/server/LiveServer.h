@@ -40,6 +40,7 @@ public:
         std::size_t mostSessions = usualSessions;
         std::vector<Fault> faults{};
         std::optional<QSslConfiguration> tls{}; ///< With a certificate and its key; without, nothing is encrypted.
+        SpeechWorkerPool::Readiness readiness = SpeechWorkerPool::Readiness::whenSpeechComes;
     };
 
     explicit LiveServer(Settings settings);

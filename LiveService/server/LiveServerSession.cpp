@@ -103,6 +103,8 @@ void LiveServerSession::takeIncoming(const SessionCodec::Incoming& incoming)
     m_engine.remember(incoming.earlier);
     for (const OpenAILiveClientMessage& message : incoming.messages)
         take(message);
+    if (incoming.soundPauses && !m_isFrozen)
+        carryOut(m_engine.soundPaused());
     if (incoming.wantsHandles && m_engine.isOpen())
         offerResumption();
 }
@@ -151,6 +153,11 @@ void LiveServerSession::carryOut(const effect::PrepareSpeech& prepare)
 {
     m_speech = m_surroundings.takeSpeech();
     m_speech->prepare(prepare.heardRateHz, prepare.spokenRateHz, prepare.voice);
+}
+
+void LiveServerSession::carryOut(const effect::ExpectSpeech&)
+{
+    m_speech->expectSpeech();
 }
 
 void LiveServerSession::carryOut(const effect::BeginListening&)

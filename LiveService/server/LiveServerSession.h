@@ -60,6 +60,7 @@ private:
     void carryOut(EngineEffects effects);
     void carryOut(const effect::Tell& tell);
     void carryOut(const effect::PrepareSpeech& prepare);
+    void carryOut(const effect::ExpectSpeech& expect);
     void carryOut(const effect::BeginListening& begin);
     void carryOut(effect::Listen& listen);
     void carryOut(const effect::FinishListening& finish);

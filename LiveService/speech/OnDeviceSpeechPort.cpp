@@ -8,31 +8,40 @@ namespace quorvell {
 static_assert(SpeechPort::sampleRateHz == SpeechRecogniser::sampleRateHz);
 static_assert(SpeechPort::sampleRateHz == SpeechVoice::sampleRateHz);
 
-OnDeviceSpeechPort::OnDeviceSpeechPort(const SpeechModels& models, std::string defaultVoice)
-    : m_hearing(SpeechRecogniser::create(models))
+OnDeviceSpeechPort::OnDeviceSpeechPort(SpeechModels models, std::string defaultVoice)
+    : m_models(std::move(models))
     , m_defaultVoice(std::move(defaultVoice))
     , m_voiceName(m_defaultVoice)
     , m_voice(std::make_unique<SpeechVoice>(m_voiceName))
 {
 }
 
+void OnDeviceSpeechPort::expectSpeech()
+{
+    if (!m_hearing)
+        m_hearing = SpeechRecogniser::create(m_models);
+}
+
 void OnDeviceSpeechPort::begin()
 {
-    if (m_hearing.recogniser)
-        m_hearing.recogniser->begin();
+    expectSpeech();
+    if (m_hearing->recogniser)
+        m_hearing->recogniser->begin();
 }
 
 void OnDeviceSpeechPort::feed(std::span<const std::int16_t> samples)
 {
-    if (m_hearing.recogniser)
-        m_hearing.recogniser->feed(samples);
+    if (m_hearing && m_hearing->recogniser)
+        m_hearing->recogniser->feed(samples);
 }
 
 HeardTurn OnDeviceSpeechPort::finish()
 {
-    if (!m_hearing.recogniser)
-        return {.problem = m_hearing.problem};
-    HeardUtterance heard = m_hearing.recogniser->finish();
+    if (!m_hearing)
+        return {};
+    if (!m_hearing->recogniser)
+        return {.problem = m_hearing->problem};
+    HeardUtterance heard = m_hearing->recogniser->finish();
     return {.text = std::move(heard.text), .problem = std::move(heard.problem)};
 }
 

@@ -5,23 +5,27 @@
 #include "OnDeviceSpeech/SpeechVoice.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace quorvell {
 
-/// The recogniser and the voice of this computer. Loading the models takes a second; without them turns are answered
-/// by a sentence that says what is missing, and the voice still speaks.
+/// The recogniser and the voice of this computer. The recogniser's models take a second to load and 150 MB, so they are
+/// loaded when speech is expected; without them turns are answered by a sentence that says what is missing, and the
+/// voice still speaks.
 class OnDeviceSpeechPort : public SpeechPort {
 public:
-    OnDeviceSpeechPort(const SpeechModels& models, std::string defaultVoice);
+    OnDeviceSpeechPort(SpeechModels models, std::string defaultVoice);
 
+    void expectSpeech() override;
     void begin() override;
     void feed(std::span<const std::int16_t> samples) override;
     HeardTurn finish() override;
     void speak(std::string_view voice, std::string_view text, const Sink& sink, std::stop_token stop) override;
 
 private:
-    SpeechRecogniser::Made m_hearing;
+    SpeechModels m_models;
+    std::optional<SpeechRecogniser::Made> m_hearing; ///< Once speech was expected.
     std::string m_defaultVoice;
     std::string m_voiceName; ///< Of m_voice.
     std::unique_ptr<SpeechVoice> m_voice;

@@ -18,6 +18,8 @@ public:
 
     virtual ~SpeechPort() = default;
 
+    /// A turn is likely to come: loads what recognition needs, where that is still to be done.
+    virtual void expectSpeech() = 0;
     /// Starts a new turn; what was fed to an unfinished one is forgotten.
     virtual void begin() = 0;
     virtual void feed(std::span<const std::int16_t> samples) = 0;

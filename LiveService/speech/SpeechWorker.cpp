@@ -15,7 +15,6 @@ constexpr std::size_t piecesInSecond = 50; ///< Less than 20 ms waits for more, 
 SpeechWorker::SpeechWorker(MakePort makePort)
     : m_makePort(std::move(makePort))
 {
-    m_thread.post([this] { port(); });
 }
 
 SpeechWorker::~SpeechWorker()
@@ -36,6 +35,11 @@ void SpeechWorker::release()
 {
     stopSpeaking();
     m_thread.clear();
+}
+
+void SpeechWorker::expectSpeech()
+{
+    m_thread.post([this] { port().expectSpeech(); });
 }
 
 void SpeechWorker::beginListening()

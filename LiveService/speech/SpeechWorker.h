@@ -25,7 +25,7 @@ public:
 
     static constexpr int longestBacklogSeconds = 60; ///< Of sound that waits for the recogniser; more is not heard.
 
-    /// Loads the models at once, in the background.
+    /// The port is made when it is first needed, in the background.
     explicit SpeechWorker(MakePort makePort);
     ~SpeechWorker();
 
@@ -34,6 +34,7 @@ public:
     /// The session is over: nothing of it is done any more.
     void release();
 
+    void expectSpeech();
     void beginListening();
     void listen(std::vector<std::int16_t> samples);
     void finishListening(HearTurn done);

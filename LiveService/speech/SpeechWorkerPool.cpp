@@ -4,15 +4,25 @@
 
 namespace quorvell {
 
-SpeechWorkerPool::SpeechWorkerPool(SpeechWorker::MakePort makePort)
+SpeechWorkerPool::SpeechWorkerPool(SpeechWorker::MakePort makePort, Readiness readiness)
     : m_makePort(std::move(makePort))
-    , m_ready(std::make_unique<SpeechWorker>(m_makePort))
+    , m_readiness(readiness)
 {
+    if (m_readiness == Readiness::always)
+        m_ready = make();
 }
 
 std::unique_ptr<SpeechWorker> SpeechWorkerPool::take()
 {
-    return m_ready ? std::move(m_ready) : std::make_unique<SpeechWorker>(m_makePort);
+    return m_ready ? std::move(m_ready) : make();
+}
+
+std::unique_ptr<SpeechWorker> SpeechWorkerPool::make() const
+{
+    auto worker = std::make_unique<SpeechWorker>(m_makePort);
+    if (m_readiness == Readiness::always)
+        worker->expectSpeech();
+    return worker;
 }
 
 void SpeechWorkerPool::giveBack(std::unique_ptr<SpeechWorker> worker)

@@ -7,12 +7,14 @@
 
 namespace quorvell {
 
-/// Keeps a worker with loaded models at hand, so that the first turn of a session does not wait for them.
+/// Keeps a worker at hand, so that the first turn of a session does not wait for what the last one has loaded.
 /// Used on one thread.
 class SpeechWorkerPool {
 public:
-    /// Starts to load the first worker's models.
-    explicit SpeechWorkerPool(SpeechWorker::MakePort makePort);
+    /// When recognition is made ready: where somebody is known to speak soon, at once and for every session.
+    enum class Readiness { whenSpeechComes, always };
+
+    SpeechWorkerPool(SpeechWorker::MakePort makePort, Readiness readiness);
 
     std::unique_ptr<SpeechWorker> take();
     /// One is kept for the next session; its models are too large to keep more.
@@ -22,9 +24,11 @@ public:
     void letGo();
 
 private:
+    std::unique_ptr<SpeechWorker> make() const;
     void end(std::unique_ptr<SpeechWorker> worker);
 
     SpeechWorker::MakePort m_makePort;
+    Readiness m_readiness;
     std::unique_ptr<SpeechWorker> m_ready;
     WorkerThread m_undertaker; ///< Ends workers that are not kept, which may take as long as recognising a turn.
 };

@@ -65,12 +65,22 @@ std::vector<TurnEvent> TurnDetector::take(std::span<const std::int16_t> samples,
 
 std::vector<TurnEvent> TurnDetector::look(std::chrono::milliseconds now)
 {
+    if (!m_isOpen || now < nextLook())
+        return {};
+    m_stopsSending = true;
+    return finish();
+}
+
+std::vector<TurnEvent> TurnDetector::finish()
+{
     std::vector<TurnEvent> events;
-    if (m_isOpen && now >= nextLook()) {
-        appendHeard(events, std::exchange(m_partial, {}));
+    if (m_isOpen) {
+        appendHeard(events, m_partial);
         end(events);
-        m_stopsSending = true;
     }
+    m_partial.clear();
+    m_before.clear();
+    m_recentLoud.clear();
     return events;
 }
 

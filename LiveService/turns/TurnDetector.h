@@ -44,6 +44,9 @@ public:
     /// To be called when nextLook has come: ends a turn whose client stopped sending.
     std::vector<TurnEvent> look(std::chrono::milliseconds now);
 
+    /// The client says itself that its sound pauses: ends the turn, and forgets what did not become one.
+    std::vector<TurnEvent> finish();
+
     bool isOpen() const { return m_isOpen; }
     /// When the turn ends unless sound arrives. Only while a turn is open.
     std::chrono::milliseconds nextLook() const;

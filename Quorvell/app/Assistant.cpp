@@ -35,6 +35,15 @@ std::string freshRunName()
 }
 
 /// On a thread of its own: starting a program may take a moment.
+/// Who is going to talk shall not wait for speech recognition; who types needs none.
+OnDeviceService::Command onDeviceCommand(const ProgramEnvironment& environment, const Assistant::Wishes& wishes)
+{
+    OnDeviceService::Command command{environment.programPath, {"live-service", "--child"}};
+    if (wishes.listening != SessionSettings::Listening::none)
+        command.arguments.emplace_back("--expect-speech");
+    return command;
+}
+
 auto showingElsewhere(Scheduler& scheduler)
 {
     const auto worker =
@@ -87,8 +96,7 @@ std::string Assistant::chooseService(const ProgramEnvironment& environment, cons
     if (choice.hosted)
         m_service = std::make_unique<HostedAccess>(*choice.hosted);
     else if (choice.isOnDevice)
-        m_service = std::make_unique<OnDeviceService>(
-            OnDeviceService::Command{environment.programPath, {"live-service", "--child"}});
+        m_service = std::make_unique<OnDeviceService>(onDeviceCommand(environment, wishes));
     return choice.problem;
 }
 

@@ -43,6 +43,7 @@ struct Options {
     std::vector<std::string> faults;
     bool isChild = false;
 };
+    bool expectsSpeech = false;
 
 std::string randomHex(int words)
 {
@@ -129,7 +130,8 @@ LiveServer::Settings settingsFor(const Options& options, const ProgramEnvironmen
         [] { return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now()); },
         [](std::string_view prefix) { return std::string(prefix) + randomHex(3); },
         [models, voice = options.voice] { return std::make_unique<OnDeviceSpeechPort>(models, voice); },
-        LiveServer::usualSessions, manner.faults, manner.tls};
+        LiveServer::usualSessions, manner.faults, manner.tls,
+        options.expectsSpeech ? SpeechWorkerPool::Readiness::always : SpeechWorkerPool::Readiness::whenSpeechComes};
 }
 
 void printForChild(const LiveServer& server)
@@ -227,6 +229,8 @@ std::function<int()> addLiveServiceCommand(CLI::App& program, const ProgramEnvir
         ->take_all();
     command->footer(Fault::help());
     command
+    command->add_flag("--expect-speech", options->expectsSpeech,
+        "Load speech recognition at once (150 MB). Without it that is done when a client's first sound comes.");
         ->add_flag("--child", options->isChild,
             "For an assistant that starts this: key on standard input, port on standard output, ends with its input.")
         ->excludes(file);

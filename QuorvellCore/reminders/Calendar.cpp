@@ -1,5 +1,7 @@
 #include "QuorvellCore/reminders/Calendar.h"
 
+#include "QuorvellCore/reminders/ZoneTable.h"
+
 #include <unicode/basictz.h>
 #include <unicode/timezone.h>
 
@@ -11,10 +13,13 @@ using std::chrono::milliseconds;
 using std::chrono::year_month_day;
 
 struct Calendar::Zone {
-    std::unique_ptr<const icu::BasicTimeZone> rules;
+    std::optional<ZoneTable> table;
+    std::unique_ptr<const icu::BasicTimeZone> rules; ///< Without a table.
 
     milliseconds offsetAt(Instant instant) const
     {
+        if (table)
+            return table->offsetAt(floor<std::chrono::seconds>(instant));
         std::int32_t raw = 0;
         std::int32_t saving = 0;
         UErrorCode status = U_ZERO_ERROR;
@@ -25,6 +30,8 @@ struct Calendar::Zone {
     /// The offset before a clock change for times that it skips or repeats.
     milliseconds offsetAtLocal(LocalTime time) const
     {
+        if (table)
+            return table->offsetAtLocal(floor<std::chrono::seconds>(time));
         std::int32_t raw = 0;
         std::int32_t saving = 0;
         UErrorCode status = U_ZERO_ERROR;
@@ -41,20 +48,21 @@ Calendar::Calendar(std::shared_ptr<const Zone> rules, std::string_view zone, std
 {
 }
 
-std::optional<Calendar> Calendar::create(std::string_view zone, std::string_view locale)
+std::optional<Calendar> Calendar::create(std::string_view zone, std::string_view locale, std::string_view zoneFile)
 {
     constexpr std::size_t longestName = 64;
     if (zone.empty() || zone.size() > longestName)
         return std::nullopt;
+    auto shared = std::make_shared<Zone>();
+    shared->table = ZoneTable::parse(zoneFile);
+    if (shared->table)
+        return Calendar(std::move(shared), zone, locale);
     const icu::StringPiece name(zone.data(), static_cast<std::int32_t>(zone.size()));
     std::unique_ptr<icu::TimeZone> found(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(name)));
-    if (!found || *found == icu::TimeZone::getUnknown())
-        return std::nullopt;
     auto* rules = dynamic_cast<icu::BasicTimeZone*>(found.get());
-    if (!rules)
+    if (!rules || *found == icu::TimeZone::getUnknown())
         return std::nullopt;
     found.release();
-    auto shared = std::make_shared<Zone>();
     shared->rules.reset(rules);
     return Calendar(std::move(shared), zone, locale);
 }

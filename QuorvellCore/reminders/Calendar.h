@@ -32,12 +32,18 @@ struct CalendarParts {
 /// moves forward by what was skipped; of a time that happens twice the first counts.
 class Calendar {
 public:
-    /// Nothing for a zone that is not known. `zone` is an IANA name, `locale` a name such as "en_GB".
-    static std::optional<Calendar> create(std::string_view zone, std::string_view locale);
+    using LocalTime = std::chrono::local_time<std::chrono::milliseconds>;
+
+    /// Nothing for a zone that is not known. `zone` is an IANA name, `locale` a name such as "en_GB". `zoneFile` is
+    /// what the computer's own time zone database holds for the zone, and as new as that is; without it ICU's rules
+    /// count, which are as old as the library.
+    static std::optional<Calendar> create(
+        std::string_view zone, std::string_view locale, std::string_view zoneFile = {});
 
     const std::string& zone() const { return m_zone; }
     const std::string& locale() const { return m_locale; }
 
+    LocalTime localTime(Instant instant) const;
     CalendarParts parts(Instant instant) const;
     LocalDay day(Instant instant) const;
     Instant instant(LocalDay day, std::chrono::milliseconds timeOfDay) const;
@@ -53,10 +59,8 @@ public:
 
 private:
     struct Zone;
-    using LocalTime = std::chrono::local_time<std::chrono::milliseconds>;
 
     Calendar(std::shared_ptr<const Zone> rules, std::string_view zone, std::string_view locale);
-    LocalTime localTime(Instant instant) const;
 
     std::shared_ptr<const Zone> m_rules; ///< Shared by copies; never changes.
     std::string m_zone;

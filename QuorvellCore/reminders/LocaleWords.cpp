@@ -97,13 +97,13 @@ std::string formatted(Instant instant, std::string_view pattern, const Calendar&
     UErrorCode status = U_ZERO_ERROR;
     const icu::Locale place = localeOf(locale);
     icu::SimpleDateFormat format(unicodeText(pattern), place, status);
-    auto gregorian = std::make_unique<icu::GregorianCalendar>(
-        icu::TimeZone::createTimeZone(unicodeText(calendar.zone())), place, status);
+    // The calendar alone knows the zone: what its clock shows is written as if it were UTC.
+    auto gregorian = std::make_unique<icu::GregorianCalendar>(*icu::TimeZone::getGMT(), place, status);
     if (U_FAILURE(status))
         return {};
     format.adoptCalendar(gregorian.release());
     icu::UnicodeString text;
-    format.format(static_cast<double>(instant.time_since_epoch().count()), text);
+    format.format(static_cast<double>(calendar.localTime(instant).time_since_epoch().count()), text);
     return utf8Text(text);
 }
 

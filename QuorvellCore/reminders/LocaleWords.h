@@ -22,7 +22,7 @@ ClockStyle clockStyle(const std::string& locale);
 /// Stand-alone names, Sunday first.
 std::array<std::string, 7> weekdayNames(const std::string& locale);
 
-/// `pattern` is a date pattern of Unicode's locale data ("EEEE d MMMM").
+/// `pattern` is a date pattern of Unicode's locale data ("EEEE d MMMM"), without a zone.
 std::string formatted(Instant instant, std::string_view pattern, const Calendar& calendar, const std::string& locale);
 
 } // namespace quorvell

@@ -30,6 +30,7 @@ struct Shown {
     {
         return "prepare " + std::to_string(prepare.heardRateHz) + " " + prepare.voice;
     }
+    std::string operator()(const effect::ExpectSpeech&) const { return "expect"; }
     std::string operator()(const effect::BeginListening&) const { return "begin"; }
     std::string operator()(const effect::Listen&) const { return "listen"; }
     std::string operator()(const effect::FinishListening&) const { return "finish"; }
@@ -191,7 +192,7 @@ TEST(LiveSessionEngine, walksThroughASpokenTurn)
 {
     Conversation talk;
     talk.start();
-    EXPECT_EQ(talk.sendSound(0, milliseconds(600)), Texts());
+    EXPECT_EQ(talk.sendSound(0, milliseconds(600)), Texts{"expect"});
     EXPECT_EQ(talk.sendSound(40, milliseconds(1000)), Texts{"begin"});
     talk.now = *talk.engine().nextTick();
     EXPECT_EQ(talk.tick(), (Texts{"listen", "finish"}));
@@ -225,7 +226,7 @@ TEST(LiveSessionEngine, stopsSpeakingWhenTheUserBegins)
     talk.voice({.reply = 1, .kind = VoicePiece::Kind::sentenceBegan, .sentence = "Hello Sam."});
     EXPECT_EQ(talk.voice({.reply = 1, .samples = std::vector<std::int16_t>(24000)}).size(), 1u + 5u) << "200 ms ahead";
     EXPECT_EQ(talk.sendSound(40, milliseconds(80)),
-        (Texts{"stop", "interrupted",
+        (Texts{"expect", "stop", "interrupted",
             R"({"type":"session.usage.updated","usage":{"seconds":0.28},"context_window":{"usage_ratio":0.0234375}})",
             "begin", "turn over"}));
     EXPECT_EQ(talk.voice({.reply = 1, .samples = std::vector<std::int16_t>(24000)}), Texts())

@@ -139,6 +139,14 @@ TEST(LiveServer, servesGeminiAndTakesAConversationUpAgain)
     GeminiClient stranger(server, "handle_0");
     ASSERT_TRUE(waitFor([&] { return stranger.isOver; }));
     EXPECT_EQ(stranger.socket.closeCode(), QWebSocketProtocol::CloseCodePolicyViolated);
+    GeminiClient hasty(server);
+    ASSERT_TRUE(waitFor([&] { return hasty.story == "ready"; }));
+    for (int turn = 0; turn < 2; ++turn) {
+        hasty.say(25);
+        hasty.send(LiveMessage::audioStreamEnd());
+    }
+    const std::string twice = "remind me tomorrow at 5 pm to eatremind me tomorrow at 5 pm to eat";
+    EXPECT_TRUE(waitFor([&] { return hasty.heard == twice; })) << "no quiet is needed between: " << hasty.heard;
     GeminiClient wrong(server);
     ASSERT_TRUE(waitFor([&] { return wrong.story == "ready"; }));
     wrong.send({{"dance", 1}});

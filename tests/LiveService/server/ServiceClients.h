@@ -34,6 +34,7 @@ namespace quorvell::test {
 /// Hears "remind me ..." in every sound, and speaks 10 ms of sound for each letter.
 class FakeSpeech : public SpeechPort {
 public:
+    void expectSpeech() override { }
     void begin() override { m_heard = 0; }
     void feed(std::span<const std::int16_t> samples) override { m_heard += samples.size(); }
     HeardTurn finish() override { return {.text = m_heard > 8000 ? "remind me tomorrow at 5 pm to eat" : ""}; }

@@ -37,6 +37,7 @@ public:
         m_log.add("made");
     }
     ~FakePort() override { m_log.add("destroyed"); }
+    void expectSpeech() override { m_log.add("loaded"); }
     void begin() override { m_samples = 0; }
     void feed(std::span<const std::int16_t> samples) override { m_samples += samples.size(); }
     HeardTurn finish() override { return {.text = std::to_string(m_samples)}; }
@@ -92,7 +93,7 @@ TEST(SpeechWorker, convertsRatesBothWays)
 TEST(SpeechWorker, stopsSpeakingAtOnceAndForgetsWhatWaits)
 {
     Log log;
-    SpeechWorkerPool pool(makePort(log));
+    SpeechWorkerPool pool(makePort(log), SpeechWorkerPool::Readiness::whenSpeechComes);
     auto worker = pool.take();
     worker->prepare(16000, 16000, "slt");
     worker->speak(1, {"For ever", "Never"}, [](const VoicePiece&) {});
@@ -113,8 +114,15 @@ TEST(SpeechWorker, stopsSpeakingAtOnceAndForgetsWhatWaits)
     EXPECT_TRUE(log.waitFor("destroyed"));
     const std::lock_guard lock(log.mutex);
     EXPECT_EQ(std::count(log.texts.begin(), log.texts.end(), "made"), 1);
-    for (const char* never : {"speaks Never as slt", "speaks Nor this as slt"})
+    for (const char* never : {"speaks Never as slt", "speaks Nor this as slt", "loaded"})
         EXPECT_EQ(std::count(log.texts.begin(), log.texts.end(), never), 0) << never;
+}
+
+TEST(SpeechWorker, isReadyToHearBeforeItIsTakenWhereSpeechIsExpected)
+{
+    Log log;
+    const SpeechWorkerPool pool(makePort(log), SpeechWorkerPool::Readiness::always);
+    EXPECT_TRUE(log.waitFor("loaded"));
 }
 
 } // namespace quorvell

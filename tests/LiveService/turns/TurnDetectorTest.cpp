@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <random>
 #include <string>
 
@@ -13,10 +14,11 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr int rate = 24000;
+constexpr double pause = std::numeric_limits<double>::quiet_NaN();
 
 /// What a client sends: stretches of sound, in chunks of 40 ms as time goes by.
 struct Stretch {
-    double level; ///< Root mean square, 0 to 1. Negative: nothing is sent.
+    double level; ///< Root mean square, 0 to 1. Negative: nothing is sent. NaN: the client says that it pauses.
     milliseconds length;
 };
 
@@ -40,6 +42,10 @@ std::string eventsFor(const std::vector<Stretch>& stretches, milliseconds* heard
     for (const Stretch& stretch : stretches) {
         for (milliseconds sent{}; sent < stretch.length; sent += milliseconds(40)) {
             now += milliseconds(40);
+            if (std::isnan(stretch.level)) {
+                show(detector.finish());
+                continue;
+            }
             if (stretch.level < 0) {
                 show(detector.look(now));
                 continue;
@@ -72,6 +78,10 @@ TEST(TurnDetector, findsTurns)
         {"a click", {{0, ms(400)}, {0.5, ms(40)}, {0, ms(1000)}}, ""},
         {"a key is held, and once more", {{0, ms(400)}, {0.1, ms(800)}, {-1, ms(2000)}, {0.1, ms(800)}, {-1, ms(1000)}},
             "began 480 ended 2120 began 3280 ended 4360 "},
+        {"a client says that it pauses", {{0.1, ms(800)}, {0, ms(200)}, {pause, ms(40)}, {0.1, ms(800)}, {0, ms(1000)}},
+            "began 80 ended 1040 began 1120 ended 2360 "},
+        {"a sound too short, a pause, and another one", {{0.5, ms(40)}, {pause, ms(40)}, {0.5, ms(40)}, {0, ms(400)}},
+            ""},
         {"sound is held up", {{0.1, ms(800)}, {-1, ms(800)}, {0.1, ms(400)}, {0, ms(1000)}}, "began 80 ended 2520 "},
         {"sound is held up for too long, and again",
             {{0, ms(400)}, {0.1, ms(800)}, {-1, ms(1000)}, {0.1, ms(400)}, {-1, ms(800)}, {0.1, ms(400)},

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// What the computer's time zone database holds for a zone, "Europe/Berlin". Empty where it has no such zone.
+std::string systemZoneFile(std::string_view zone);
+
+} // namespace quorvell

@@ -1,0 +1,1 @@
+quorvell_fuzz(zoneFile USES reminders)
