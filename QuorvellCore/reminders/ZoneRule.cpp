@@ -53,8 +53,8 @@ public:
         return value;
     }
 
-    /// "[+-]h[:m[:s]]" in seconds.
-    std::int32_t time()
+    /// "[+-]h[:m[:s]]", in seconds.
+    std::int32_t duration()
     {
         const bool isNegative = skipIf('-');
         if (!isNegative)
@@ -82,7 +82,7 @@ public:
             day.number = number(isWithoutLeapDay ? 1 : 0, 365);
         }
         if (skipIf('/'))
-            day.time = time();
+            day.time = duration();
         return day;
     }
 
@@ -98,11 +98,11 @@ std::optional<ZoneRule> ZoneRule::parse(std::string_view text)
     Reader reader(text);
     ZoneRule rule;
     reader.skipName();
-    rule.standard = -reader.time(); // counted westwards
+    rule.standard = -reader.duration(); // counted westwards
     if (!reader.isAtEnd()) {
         reader.skipName();
         const bool hasOffset = !reader.skipIf(',');
-        rule.saving = hasOffset ? -reader.time() : rule.standard + secondsInHour;
+        rule.saving = hasOffset ? -reader.duration() : rule.standard + secondsInHour;
         if (hasOffset)
             reader.skip(',');
         rule.start = reader.day();
