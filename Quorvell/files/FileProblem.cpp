@@ -1,8 +1,31 @@
 #include "Quorvell/files/FileProblem.h"
 
+#include <sys/stat.h>
+
 #include <cerrno>
+#include <filesystem>
 
 namespace quorvell {
+
+namespace {
+
+/// The nearest one on the way to a folder that is there; the folder itself when it is.
+std::string existingPart(const std::string& folder)
+{
+    std::filesystem::path path = folder;
+    for (struct stat found{}; !path.empty() && ::stat(path.c_str(), &found) != 0;)
+        path = path.parent_path();
+    return path.empty() ? "." : path.string();
+}
+
+/// Nothing can be put right in a folder that never was.
+std::string cannotBeMade(const std::string& folder, const std::string& reason)
+{
+    return "The folder " + folder + " cannot be made: " + reason
+        + ". Check that HOME names a folder of your own, or choose another one in the settings, and try again.";
+}
+
+} // namespace
 
 FileProblem fileProblem(int errorNumber)
 {
@@ -45,9 +68,13 @@ std::string problemSentence(FileProblem problem, const std::string& folder)
     case FileProblem::readOnly:
         return folder + " is on a disk that can only be read. Make the disk writable and try again.";
     case FileProblem::noPermission:
+        if (const std::string existing = existingPart(folder); existing != folder)
+            return cannotBeMade(folder, "this account may not write in " + existing);
         return "This account may not write in " + folder + ". Give it read and write access and try again.";
     case FileProblem::folderGone:
         return "The folder " + folder + " is gone. Put it back where it was and try again.";
+    case FileProblem::cannotBeMade:
+        return cannotBeMade(folder, existingPart(folder) + " takes no folders");
     case FileProblem::notAFolder:
         return folder
             + " cannot be used: something on the way to it is a file, not a folder. Move that file away and "

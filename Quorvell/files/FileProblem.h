@@ -13,6 +13,7 @@ enum class FileProblem {
     readOnly,
     noPermission,
     folderGone,
+    cannotBeMade, ///< Only of a folder: the place takes none.
     notAFolder,
     changedMeanwhile, ///< Only where a file must be as it was last seen.
     other,

@@ -54,7 +54,7 @@ FileProblem makeFolder(const std::string& path)
         if (end < path.size() && path[end] != '/')
             continue;
         if (const FileProblem problem = makeOneFolder(path.substr(0, end)); problem != FileProblem::none)
-            return problem;
+            return problem == FileProblem::folderGone ? FileProblem::cannotBeMade : problem; // What is above is there.
     }
     return path.empty() ? FileProblem::folderGone : FileProblem::none;
 }

@@ -158,6 +158,22 @@ TEST(Folder, isMadeWithTheFoldersAboveIt)
     EXPECT_EQ(makeFolder(folder / "file"), FileProblem::notAFolder);
     EXPECT_EQ(makeFolder(folder / "file/below"), FileProblem::notAFolder);
     EXPECT_EQ(makeFolder(""), FileProblem::folderGone);
+
+    // A home that is none
+    EXPECT_EQ(makeFolder("/proc/none/notes"), FileProblem::cannotBeMade);
+    EXPECT_NE(
+        problemSentence(FileProblem::cannotBeMade, "/proc/none/notes").find("made: /proc takes no folders. Check"),
+        std::string::npos);
+    const test::OrdinaryUser user(folder.path().c_str());
+    ASSERT_TRUE(user.isOrdinary());
+    const std::string closed = folder / "closed";
+    ASSERT_EQ(makeFolder(closed), FileProblem::none);
+    ::chmod(closed.c_str(), 0500);
+    EXPECT_EQ(makeFolder(closed + "/home/notes"), FileProblem::noPermission);
+    const std::string sentence = problemSentence(FileProblem::noPermission, closed + "/home/notes");
+    EXPECT_NE(sentence.find("/home/notes cannot be made: this account may not write in " + closed + ". Check"),
+        std::string::npos)
+        << sentence;
 }
 
 TEST(Folder, readsOrdinaryFilesOfLimitedSize)
