@@ -34,7 +34,6 @@ std::string freshRunName()
     return digits.data();
 }
 
-/// On a thread of its own: starting a program may take a moment.
 /// Who is going to talk shall not wait for speech recognition; who types needs none.
 OnDeviceService::Command onDeviceCommand(const ProgramEnvironment& environment, const Assistant::Wishes& wishes)
 {
@@ -44,6 +43,7 @@ OnDeviceService::Command onDeviceCommand(const ProgramEnvironment& environment, 
     return command;
 }
 
+/// On a thread of its own: starting a program may take a moment.
 auto showingElsewhere(Scheduler& scheduler)
 {
     const auto worker =

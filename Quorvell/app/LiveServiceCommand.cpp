@@ -42,8 +42,8 @@ struct Options {
     std::string keyFile;
     std::vector<std::string> faults;
     bool isChild = false;
-};
     bool expectsSpeech = false;
+};
 
 std::string randomHex(int words)
 {
@@ -228,9 +228,9 @@ std::function<int()> addLiveServiceCommand(CLI::App& program, const ProgramEnvir
     command->add_option("--fault", options->faults, "A way to fail on purpose; may be given several times. See below.")
         ->take_all();
     command->footer(Fault::help());
-    command
     command->add_flag("--expect-speech", options->expectsSpeech,
         "Load speech recognition at once (150 MB). Without it that is done when a client's first sound comes.");
+    command
         ->add_flag("--child", options->isChild,
             "For an assistant that starts this: key on standard input, port on standard output, ends with its input.")
         ->excludes(file);
