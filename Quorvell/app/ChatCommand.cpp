@@ -16,6 +16,7 @@
 #include "Quorvell/app/TerminalColumns.h"
 #include "Quorvell/app/TerminalLines.h"
 #include "Quorvell/app/UsageText.h"
+#include "Quorvell/app/WorkNote.h"
 #include "Quorvell/app/WorkStatus.h"
 
 #include <CLI/CLI.hpp>
@@ -49,9 +50,14 @@ public:
         }
         ConversationText::Style style = options.textStyle(environment);
         style.aside = [this, &lines](const auto& print) { lines.aside([&] { m_status.aside(print); }); };
-        m_views.push_back(std::make_unique<ConversationText>(std::cout, std::cerr, style));
+        auto text = std::make_unique<ConversationText>(std::cout, std::cerr, style);
+        ConversationText& shown = *text;
+        m_views.push_back(std::move(text));
         if (environment.movesCursor && environment.isInputTerminal)
             m_views.push_back(std::make_unique<WorkStatus>(scheduler, m_status));
+        else
+            m_views.push_back(
+                std::make_unique<WorkNote>(scheduler, [&shown](const std::string& note) { shown.note(note); }));
     }
 
     std::vector<SessionAudience*> observersWith(SessionAudience& last) const

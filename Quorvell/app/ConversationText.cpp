@@ -41,14 +41,14 @@ ConversationText::ConversationText(std::ostream& out, std::ostream& errors, Styl
 void ConversationText::restChanged(Doze doze)
 {
     if (doze == Doze::dozing)
-        printAside("resting: nothing is sent until you speak");
+        note("resting: nothing is sent until you speak");
     if (doze == Doze::waking)
-        printAside("waking");
+        note("waking");
 }
 
 void ConversationText::helpModeChanged(HelpMode mode)
 {
-    printAside(std::string("mode: ") + ChatWord::nameOf(mode));
+    note(std::string("mode: ") + ChatWord::nameOf(mode));
 }
 
 void ConversationText::userSaid(const std::string& text, Words)
@@ -65,22 +65,22 @@ void ConversationText::assistantSaid(const std::string& text)
 void ConversationText::planChanged(const TaskPlan& plan)
 {
     for (std::size_t index = 0; index < plan.steps.size(); ++index)
-        printAside((plan.steps[index].done ? "[x] " : "[ ] ") + std::to_string(index + 1) + ". "
+        note((plan.steps[index].done ? "[x] " : "[ ] ") + std::to_string(index + 1) + ". "
             + oneLine(plan.steps[index].text));
 }
 
 void ConversationText::toolCalled(const LiveFunctionCall& call)
 {
     if (m_style.tools == Tools::whole)
-        printAside(call.name + "  " + printable(dumpJson(call.args)));
+        note(call.name + "  " + printable(dumpJson(call.args)));
 }
 
 void ConversationText::toolAnswered(const LiveFunctionResponse& response)
 {
     if (m_style.tools == Tools::whole)
-        return printAside(response.name + "  " + printable(dumpJson(response.response)));
+        return note(response.name + "  " + printable(dumpJson(response.response)));
     if (const auto text = ToolText::of(response))
-        printAside(oneLine(*text));
+        note(oneLine(*text));
 }
 
 void ConversationText::problemArose(const std::string& sentence)
@@ -130,7 +130,7 @@ void ConversationText::print(std::ostream& stream, const std::string& line)
     printLine(stream, line, 0, Look::plain);
 }
 
-void ConversationText::printAside(const std::string& line)
+void ConversationText::note(const std::string& line)
 {
     printLine(m_out, asideMark + line, markColumns, Look::faint);
 }

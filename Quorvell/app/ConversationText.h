@@ -43,6 +43,9 @@ public:
     void turnCompleted(TurnOutcome outcome) override;
     void conversationEnded(const SessionEnd& end) override;
 
+    /// A line that nobody said.
+    void note(const std::string& line);
+
     /// Printable, without line breaks and not too long.
     static std::string oneLine(std::string_view text);
     /// Without control characters, which could move the cursor or change the terminal. Line breaks and tabs stay.
@@ -52,7 +55,6 @@ private:
     enum class Look { plain, faint };
 
     void print(std::ostream& stream, const std::string& line);
-    void printAside(const std::string& line); ///< What nobody said.
     void printLine(std::ostream& stream, const std::string& line, std::size_t indent, Look look);
 
     std::ostream& m_out;

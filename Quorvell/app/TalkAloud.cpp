@@ -13,6 +13,7 @@
 #include "Quorvell/app/TalkStatus.h"
 #include "Quorvell/app/TerminalColumns.h"
 #include "Quorvell/app/UsageText.h"
+#include "Quorvell/app/WorkNote.h"
 #include "Quorvell/speech/DeviceEar.h"
 #include "Quorvell/speech/DeviceVoice.h"
 
@@ -77,6 +78,10 @@ private:
             m_status = std::make_unique<TalkStatus>(
                 m_loop.scheduler(), m_line, [this] { return m_assistant ? m_assistant->usage().secondsToday() : 0.0; });
             observers.push_back(m_status.get());
+        } else if (m_text) {
+            m_work =
+                std::make_unique<WorkNote>(m_loop.scheduler(), [this](const std::string& note) { m_text->note(note); });
+            observers.push_back(m_work.get());
         }
         observers.push_back(&m_talk);
         m_observers = std::make_unique<ObserverGroup>(observers);
@@ -172,6 +177,7 @@ private:
     std::unique_ptr<ConversationEvents> m_events; ///< With --json.
     std::unique_ptr<ConversationText> m_text; ///< Without.
     std::unique_ptr<TalkStatus> m_status; ///< Where the terminal can show it.
+    std::unique_ptr<WorkNote> m_work; ///< Where it cannot.
     std::unique_ptr<ObserverGroup> m_observers;
     std::unique_ptr<Assistant> m_assistant;
     std::unique_ptr<Keyboard> m_keyboard;

@@ -9,11 +9,14 @@
 #include "Quorvell/app/ProgramLoop.h"
 #include "Quorvell/app/ReplyRecorder.h"
 #include "Quorvell/app/TalkTurn.h"
+#include "Quorvell/app/WorkNote.h"
 #include "Quorvell/audio/WavFile.h"
 
 #include <nlohmann/json.hpp>
 
 #include <iostream>
+#include <utility>
+#include <vector>
 
 namespace quorvell {
 
@@ -31,9 +34,22 @@ int complain(const std::string& problem)
 /// What the turn looks like to whoever asked for it.
 struct TalkView {
     std::unique_ptr<ConversationEvents> events; ///< With --json.
-    std::unique_ptr<ConversationText> text; ///< Without.
+    std::unique_ptr<ConversationText> text; ///< Without, as is the next.
+    std::unique_ptr<WorkNote> work;
 
-    SessionObserver* observer() const { return events ? static_cast<SessionObserver*>(events.get()) : text.get(); }
+    std::vector<SessionAudience*> observersWith(SessionAudience& last) const
+    {
+        if (events)
+            return {events.get(), &last};
+        return {text.get(), work.get(), &last};
+    }
+    void tellProblem(const std::string& sentence) const
+    {
+        if (events)
+            events->problemArose(sentence);
+        else
+            text->problemArose(sentence);
+    }
     void tell(std::string_view event) const
     {
         if (events)
@@ -41,14 +57,16 @@ struct TalkView {
     }
 };
 
-TalkView makeView(
-    const ProgramEnvironment& environment, const ConversationOptions& options, const QtScheduler& scheduler)
+TalkView makeView(const ProgramEnvironment& environment, const ConversationOptions& options, QtScheduler& scheduler)
 {
     if (options.asJson)
-        return {std::make_unique<ConversationEvents>(std::cout, scheduler), nullptr};
+        return {std::make_unique<ConversationEvents>(std::cout, scheduler), nullptr, nullptr};
     ConversationText::Style style = options.textStyle(environment);
     style.speakers = ConversationText::Speakers::named;
-    return {nullptr, std::make_unique<ConversationText>(std::cout, std::cerr, style)};
+    auto text = std::make_unique<ConversationText>(std::cout, std::cerr, style);
+    auto work =
+        std::make_unique<WorkNote>(scheduler, [shown = text.get()](const std::string& note) { shown->note(note); });
+    return {nullptr, std::move(text), std::move(work)};
 }
 
 int keepReply(const TalkFiles& files, const ReplyRecorder& recorder)
@@ -80,11 +98,11 @@ int talkFromRecording(const ProgramEnvironment& environment, const ConversationO
     ReplyRecorder recorder([&] { view.tell("voice_started"); });
     const auto finished = [&](const TalkTurn::Outcome& outcome) {
         if (!outcome.problem.empty())
-            view.observer()->problemArose(outcome.problem);
+            view.tellProblem(outcome.problem);
         ProgramLoop::end(outcome.isAnswered ? 0 : couldNot);
     };
     TalkTurn turn({scheduler, [&] { view.tell("input_ended"); }, finished}, *recording.samples);
-    ObserverGroup observers({view.observer(), &turn});
+    ObserverGroup observers(view.observersWith(turn));
     const Assistant::Wishes wishes{options.host, options.backend, options.transport};
     const Assistant::Made made = Assistant::create(environment, settings, scheduler, wishes, {recorder}, observers);
     if (!made.assistant)

@@ -1,5 +1,6 @@
 #include "Quorvell/app/TalkStatus.h"
 
+#include "Quorvell/app/ConversationText.h"
 #include "Quorvell/app/ToolText.h"
 #include "Quorvell/app/UsageText.h"
 #include "QuorvellCore/live/gate/PCM.h"
@@ -11,7 +12,8 @@
 namespace quorvell {
 
 TalkStatus::TalkStatus(Scheduler& scheduler, StatusLine& line, std::function<double()> secondsToday)
-    : m_line(line)
+    : m_scheduler(scheduler)
+    , m_line(line)
     , m_secondsToday(std::move(secondsToday))
     , m_ticks(scheduler.every(tick, [this] { tell(); }))
 {
@@ -49,7 +51,14 @@ void TalkStatus::earChanged(Ear ear)
 void TalkStatus::userSaid(const std::string&, Words)
 {
     m_answer = Answer::awaited;
+    m_asked = m_scheduler.now();
+    m_thought.clear();
     tell();
+}
+
+void TalkStatus::thoughtChanged(const ThoughtSummary& thought)
+{
+    m_thought = ConversationText::printable(thought.newestLine());
 }
 
 void TalkStatus::assistantWordsHeard(const std::string&)
@@ -91,9 +100,7 @@ void TalkStatus::tell()
     const float level = std::exchange(m_level, 0.0F);
     if (m_ear == Ear::open || m_ear == Ear::hearing)
         text += "  " + meter(level);
-    if (!m_tool.empty())
-        text += "  · " + m_tool + " …";
-    m_line.show(text + "  · today " + UsageText::duration(m_secondsToday()));
+    m_line.show(text + work() + "  · today " + UsageText::duration(m_secondsToday()));
 }
 
 std::string TalkStatus::state() const
@@ -113,8 +120,23 @@ std::string TalkStatus::state() const
     if (m_ear == Ear::hearing)
         return "hearing you";
     if (m_answer != Answer::none)
-        return m_answer == Answer::heard ? "speaking   " : "thinking   ";
+        return m_answer == Answer::heard ? "speaking   " : thinking();
     return m_ear == Ear::open ? "listening  " : "not listening";
+}
+
+std::string TalkStatus::thinking() const
+{
+    const auto waited = m_scheduler.now() - m_asked;
+    if (waited < worthCounting)
+        return "thinking   ";
+    return "thinking " + std::to_string(std::chrono::duration_cast<std::chrono::seconds>(waited).count()) + " s";
+}
+
+/// What the answer waits for.
+std::string TalkStatus::work() const
+{
+    const std::string& step = m_tool.empty() && m_answer == Answer::awaited ? m_thought : m_tool;
+    return step.empty() ? std::string() : "  · " + step + " …";
 }
 
 } // namespace quorvell

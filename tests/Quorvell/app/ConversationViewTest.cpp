@@ -2,12 +2,14 @@
 #include "Quorvell/app/ConversationText.h"
 #include "Quorvell/app/TalkStatus.h"
 #include "Quorvell/app/ToolText.h"
+#include "Quorvell/app/WorkNote.h"
 #include "Quorvell/app/WorkStatus.h"
 #include "VirtualScheduler.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <functional>
 #include <sstream>
 
 namespace quorvell {
@@ -179,6 +181,11 @@ TEST(TalkStatus, tellsWhoseTurnItIs)
     status.earChanged(SessionObserver::Ear::open);
     status.userSaid("hello", Words::spoken);
     EXPECT_TRUE(shows("thinking"));
+    ThoughtSummary thought;
+    thought.add("**Comparing both**\n");
+    status.thoughtChanged(thought);
+    clock.advance(12s);
+    EXPECT_TRUE(shows("thinking 12 s  ▯▯▯▯▯▯▯▯  · Comparing both …  · today"));
     status.toolCalled({"call_1", "whats_on", {}});
     EXPECT_TRUE(shows("· whats on …"));
     status.assistantWordsHeard("Hi");
@@ -188,6 +195,42 @@ TEST(TalkStatus, tellsWhoseTurnItIs)
     EXPECT_TRUE(shows("resting; talk to wake it"));
     status.earChanged(SessionObserver::Ear::muted);
     EXPECT_TRUE(shows("muted"));
+}
+
+TEST(WorkNote, tellsOnceOfALongWait)
+{
+    struct Row {
+        const char* name;
+        std::function<void(SessionObserver&)> meanwhile;
+        std::vector<std::string> notes;
+    };
+    ThoughtSummary thought;
+    thought.add("**Comparing both**\n");
+    const Row rows[] = {
+        {"nothing comes", [](SessionObserver&) {}, {"still working on it …"}},
+        {"a thought comes", [&](SessionObserver& view) { view.thoughtChanged(thought); },
+            {"still working on it: Comparing both …"}},
+        {"a tool runs",
+            [](SessionObserver& view) {
+                view.toolCalled({"call_1", "look_up", {}});
+            },
+            {"still working on it: look up …"}},
+        {"an answer is shown", [](SessionObserver& view) { view.assistantSaid("Here."); }, {}},
+        {"an answer is spoken", [](SessionObserver& view) { view.assistantWordsHeard("Here"); }, {}},
+        {"the turn ends", [](SessionObserver& view) { view.turnCompleted(Outcome::interrupted); }, {}},
+        {"all ends", [](SessionObserver& view) { view.conversationEnded({}); }, {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::vector<std::string> notes;
+        VirtualScheduler clock;
+        WorkNote work(clock, [&](const std::string& note) { notes.push_back(note); });
+        work.userSaid("find it", Words::typed);
+        clock.advance(2s);
+        row.meanwhile(work);
+        clock.advance(1min);
+        EXPECT_EQ(notes, row.notes);
+    }
 }
 
 TEST(ConversationText, neverLetsForeignTextMoveTheCursor)

@@ -1,0 +1,45 @@
+#include "Quorvell/app/WorkNote.h"
+
+#include "Quorvell/app/ConversationText.h"
+#include "Quorvell/app/ToolText.h"
+
+namespace quorvell {
+
+void WorkNote::userSaid(const std::string&, Words)
+{
+    m_step.clear();
+    m_wait = m_scheduler.after(
+        patience, [this] { m_tell("still working on it" + (m_step.empty() ? "" : ": " + m_step) + " …"); });
+}
+
+void WorkNote::thoughtChanged(const ThoughtSummary& thought)
+{
+    m_step = ConversationText::oneLine(thought.newestLine());
+}
+
+void WorkNote::toolCalled(const LiveFunctionCall& call)
+{
+    m_step = ToolText::readableName(call.name);
+}
+
+void WorkNote::assistantWordsHeard(const std::string&)
+{
+    m_wait.cancel();
+}
+
+void WorkNote::assistantSaid(const std::string&)
+{
+    m_wait.cancel();
+}
+
+void WorkNote::turnCompleted(TurnOutcome)
+{
+    m_wait.cancel();
+}
+
+void WorkNote::conversationEnded(const SessionEnd&)
+{
+    m_wait.cancel();
+}
+
+} // namespace quorvell
