@@ -96,7 +96,7 @@ int runAgent(const ProgramEnvironment& environment)
                   << ". One is enough." << std::endl;
         return couldNot;
     }
-    const Interrupts interrupts([] { ProgramLoop::end(done); });
+    const Interrupts interrupts({[] { ProgramLoop::end(done); }});
     return loop.run();
 }
 

@@ -143,7 +143,8 @@ int runChat(const ProgramEnvironment& environment, const ConversationOptions& op
     assistant = made.assistant.get();
     if (isPerson)
         tell(welcome(*assistant));
-    const Interrupts interrupts([&] { conversation.interrupt(); }, [&] { lines->resized(); });
+    const Interrupts interrupts(
+        {[&] { conversation.interrupt(); }, [&] { conversation.leave(); }, [&] { lines->resized(); }});
     loop.scheduler().post([&] { conversation.begin(assistant->session()); });
     return loop.run();
 }

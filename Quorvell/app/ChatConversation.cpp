@@ -37,6 +37,11 @@ void ChatConversation::interrupt()
         tell("Ctrl+C once more leaves.");
 }
 
+void ChatConversation::leave()
+{
+    end("the system ends the program");
+}
+
 void ChatConversation::assistantSaid(const std::string&)
 {
     m_hasOnlyProblem = false;

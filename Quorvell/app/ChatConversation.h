@@ -33,6 +33,8 @@ public:
     void begin(SessionController& session);
     /// A person's first one stops the answer (or drops the half-typed line), the second leaves.
     void interrupt();
+    /// Whatever goes on: the system wants the program to end.
+    void leave();
 
     void assistantSaid(const std::string& text) override;
     void problemArose(const std::string& sentence) override;

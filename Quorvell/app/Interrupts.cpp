@@ -33,9 +33,8 @@ void setHandler(void (*handler)(int))
 
 } // namespace
 
-Interrupts::Interrupts(std::function<void()> interrupted, std::function<void()> resized)
-    : m_interrupted(std::move(interrupted))
-    , m_resized(std::move(resized))
+Interrupts::Interrupts(Reports reports)
+    : m_reports(std::move(reports))
 {
     if (pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0)
         return;
@@ -43,9 +42,17 @@ Interrupts::Interrupts(std::function<void()> interrupted, std::function<void()> 
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] {
         char signal = 0;
         if (read(pipeEnds[0], &signal, 1) == 1)
-            (signal == SIGWINCH ? m_resized : m_interrupted)();
+            report(signal);
     });
     setHandler(handleSignal);
+}
+
+void Interrupts::report(int signal) const
+{
+    const bool isEnd = signal != SIGINT && m_reports.ended;
+    const auto& told = signal == SIGWINCH ? m_reports.resized : isEnd ? m_reports.ended : m_reports.interrupted;
+    if (told)
+        told();
 }
 
 Interrupts::~Interrupts()

@@ -11,15 +11,21 @@ namespace quorvell {
 /// One at a time.
 class Interrupts {
 public:
-    explicit Interrupts(
-        std::function<void()> interrupted, std::function<void()> resized = [] {});
+    struct Reports {
+        std::function<void()> interrupted; ///< Ctrl+C.
+        std::function<void()> ended{}; ///< The system wants it to end, or the terminal is gone. Default: as Ctrl+C.
+        std::function<void()> resized{};
+    };
+
+    explicit Interrupts(Reports reports);
     ~Interrupts();
     Interrupts(const Interrupts&) = delete;
     Interrupts& operator=(const Interrupts&) = delete;
 
 private:
-    std::function<void()> m_interrupted;
-    std::function<void()> m_resized;
+    void report(int signal) const;
+
+    Reports m_reports;
     std::unique_ptr<QSocketNotifier> m_notifier;
 };
 

@@ -196,7 +196,7 @@ int serve(const Options& options, const ProgramEnvironment& environment, const T
         std::cerr << "Anyone on the way to " << options.host << " can listen in: the connection is not encrypted.\n";
 
     const auto end = [&server] { server.stop([] { QCoreApplication::quit(); }); };
-    const Interrupts interrupts(end);
+    const Interrupts interrupts({end});
     const auto parent = options.isChild ? whenInputEnds(end) : nullptr;
     if (options.isChild)
         printForChild(server);

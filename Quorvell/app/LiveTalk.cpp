@@ -64,6 +64,11 @@ void LiveTalk::interrupt()
     m_ports.tell("Stopped. Ctrl+C once more leaves.");
 }
 
+void LiveTalk::leave()
+{
+    end("the system ends the program");
+}
+
 void LiveTalk::turnCompleted(TurnOutcome)
 {
     m_wasInterrupted = false;

@@ -26,6 +26,8 @@ public:
     void keyPressed(char key);
     /// The first one stops an answer, the next leaves.
     void interrupt();
+    /// Whatever goes on: the system wants the program to end.
+    void leave();
     bool isKeyHeld() const { return m_isKeyHeld; }
     /// What the keys do, for the first line.
     static std::string keysText(SessionSettings::Listening listening);

@@ -55,7 +55,7 @@ public:
 
     int run()
     {
-        const Interrupts interrupts([this] { interrupt(); });
+        const Interrupts interrupts({[this] { interrupt(); }, [this] { leave(); }});
         m_sound.whenKnown([this](const std::string& problem) { soundKnown(problem); });
         return m_loop.run();
     }
@@ -138,6 +138,14 @@ private:
     {
         if (m_assistant)
             m_talk.interrupt();
+        else
+            ProgramLoop::end(couldNot);
+    }
+
+    void leave()
+    {
+        if (m_assistant)
+            m_talk.leave();
         else
             ProgramLoop::end(couldNot);
     }

@@ -107,7 +107,7 @@ int talkFromRecording(const ProgramEnvironment& environment, const ConversationO
     const Assistant::Made made = Assistant::create(environment, settings, scheduler, wishes, {recorder}, observers);
     if (!made.assistant)
         return complain(made.problem);
-    const Interrupts interrupts([&] { turn.interrupt(); });
+    const Interrupts interrupts({[&] { turn.interrupt(); }});
     scheduler.post([&] { turn.begin(made.assistant->session()); });
     const int exitCode = loop.run();
     return exitCode != 0 ? exitCode : keepReply(files, recorder);

@@ -215,6 +215,17 @@ TEST_F(ChatConversationTest, aPersonsFirstInterruptStopsTheAnswerOrDropsTheLineA
     EXPECT_EQ(exitCode, 0);
 }
 
+TEST_F(ChatConversationTest, aPersonsConversationEndsWithinAnAnswerWhenTheSystemWantsIt)
+{
+    beginGreeted();
+    lines.type("tell me a long story");
+    scheduler.settle();
+    chat->leave();
+    EXPECT_EQ(wire->sent.back(), "close");
+    close({});
+    EXPECT_EQ(exitCode, 0);
+}
+
 TEST_F(ChatConversationTest, wordsForTheProgramNeverReachTheModel)
 {
     beginGreeted();
