@@ -21,7 +21,9 @@ std::optional<Json> parseArguments(std::string_view text)
 /// The whole text is one finite number, with or without white space around it.
 std::optional<double> numberFromText(std::string_view text)
 {
-    const std::string digits = trimmed(text);
+    std::string digits = trimmed(text);
+    if (digits.starts_with('+') && !digits.starts_with("+-"))
+        digits.erase(0, 1); // the reader below knows the other sign only
     double value = 0;
     const auto [end, problem] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     if (problem != std::errc{} || end != digits.data() + digits.size() || !std::isfinite(value))

@@ -34,15 +34,15 @@ TEST(LiveFunctionCall, knowsWhenItWasCutOff)
 TEST(LiveFunctionCall, readsArguments)
 {
     const auto call = LiveFunctionCall::fromArgumentsText("c", "n",
-        R"({"i":3,"d":2.5,"t":" -4e1 ","b":true,"x":"3 apples","h":"0x10",
+        R"({"i":3,"d":2.5,"t":" -4e1 ","p":"+5","pm":"+-5","b":true,"x":"3 apples","h":"0x10",
             "inf":"inf","nan":"nan","e":"","s":"a","n":null})",
         false);
     struct Row {
         const char* key;
         std::optional<double> number;
     };
-    const Row rows[] = {{"i", 3}, {"d", 2.5}, {"t", -40}, {"b", {}}, {"x", {}}, {"h", {}}, {"inf", {}}, {"nan", {}},
-        {"e", {}}, {"n", {}}, {"absent", {}}};
+    const Row rows[] = {{"i", 3}, {"d", 2.5}, {"t", -40}, {"p", 5}, {"pm", {}}, {"b", {}}, {"x", {}}, {"h", {}},
+        {"inf", {}}, {"nan", {}}, {"e", {}}, {"n", {}}, {"absent", {}}};
     for (const Row& row : rows)
         EXPECT_EQ(call.number(row.key), row.number) << row.key;
     EXPECT_EQ(call.string("s"), "a");
