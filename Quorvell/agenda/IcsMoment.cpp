@@ -1,5 +1,6 @@
 #include "Quorvell/agenda/IcsMoment.h"
 
+#include "Quorvell/files/SystemZone.h"
 #include "QuorvellCore/reminders/WindowsZone.h"
 
 #include <array>
@@ -145,12 +146,15 @@ const Calendar* IcsZones::known(const std::string& zone) const
     if (found == m_known.end()) {
         if (m_known.size() >= mostNames)
             return nullptr;
-        auto calendar = Calendar::create(zone, m_user.locale());
+        const auto calendarIn = [this](std::string_view name) {
+            return Calendar::create(name, m_user.locale(), systemZoneFile(name));
+        };
+        auto calendar = calendarIn(zone);
         for (std::size_t slash = zone.find('/'); !calendar && slash != std::string::npos;
              slash = zone.find('/', slash + 1))
-            calendar = Calendar::create(std::string_view(zone).substr(slash + 1), m_user.locale());
+            calendar = calendarIn(std::string_view(zone).substr(slash + 1));
         if (const auto place = calendar ? std::nullopt : zoneOfWindowsName(zone))
-            calendar = Calendar::create(*place, m_user.locale());
+            calendar = calendarIn(*place);
         found = m_known.emplace(zone, std::move(calendar)).first;
     }
     return found->second ? &*found->second : nullptr;

@@ -3,6 +3,7 @@
 #include "Quorvell/app/AgendaAccess.h"
 #include "Quorvell/app/NotebookAccess.h"
 #include "Quorvell/app/PrivateFile.h"
+#include "Quorvell/app/UsersCalendar.h"
 #include "Quorvell/connections/HostedAccess.h"
 #include "Quorvell/connections/LiveEndpointSettings.h"
 #include "Quorvell/connections/NetworkFingerprint.h"
@@ -58,7 +59,7 @@ auto showingElsewhere(Scheduler& scheduler)
 Assistant::Made Assistant::create(const ProgramEnvironment& environment, const UserSettings& settings,
     QtScheduler& scheduler, const Wishes& wishes, const Sound& sound, SessionAudience& observer)
 {
-    auto calendar = Calendar::create(environment.timeZone, environment.locale);
+    auto calendar = calendarIn(environment.timeZone, environment.locale);
     if (!calendar)
         return {nullptr, environment.unknownTimeZone()};
     std::unique_ptr<Assistant> assistant(new Assistant(environment, scheduler, settings, *std::move(calendar)));

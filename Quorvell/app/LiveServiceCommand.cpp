@@ -4,6 +4,7 @@
 #include "LiveService/speech/OnDeviceSpeechPort.h"
 #include "Quorvell/app/Interrupts.h"
 #include "Quorvell/app/ProgramEnvironment.h"
+#include "Quorvell/app/UsersCalendar.h"
 
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
@@ -177,7 +178,7 @@ std::unique_ptr<QSocketNotifier> whenInputEnds(std::function<void()> ended)
 int serve(const Options& options, const ProgramEnvironment& environment, const Token& token)
 {
     const QHostAddress host(QString::fromStdString(options.host));
-    auto calendar = Calendar::create(environment.timeZone, environment.locale);
+    auto calendar = calendarIn(environment.timeZone, environment.locale);
     if (!calendar)
         calendar = Calendar::create("UTC", "en_US");
     if (host.isNull() || !calendar)

@@ -3,6 +3,7 @@
 #include "Quorvell/app/EventLogFile.h"
 #include "Quorvell/app/LogTimeline.h"
 #include "Quorvell/app/ProgramEnvironment.h"
+#include "Quorvell/app/UsersCalendar.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -58,7 +59,7 @@ int complain(const std::string& sentence)
 
 int runLog(const ProgramEnvironment& environment, const Options& options)
 {
-    const auto calendar = Calendar::create(environment.timeZone, environment.locale);
+    const auto calendar = calendarIn(environment.timeZone, environment.locale);
     if (!calendar)
         return complain(environment.unknownTimeZone());
     const LogTimeline timeline = LogTimeline::of(EventLogFile::readAll(environment.stateFolder));

@@ -5,6 +5,7 @@
 #include "Quorvell/app/NotesMoving.h"
 #include "Quorvell/app/NotesReading.h"
 #include "Quorvell/app/ProgramEnvironment.h"
+#include "Quorvell/app/UsersCalendar.h"
 
 #include <CLI/CLI.hpp>
 
@@ -128,7 +129,7 @@ int runNotes(const NotesRequest& request, const ProgramEnvironment& environment)
 {
     if (request.action == Action::move)
         return moveNotes(request, environment, std::cout, std::cerr);
-    auto calendar = Calendar::create(environment.timeZone, environment.locale);
+    auto calendar = calendarIn(environment.timeZone, environment.locale);
     if (!calendar) {
         std::cerr << environment.unknownTimeZone() << std::endl;
         return couldNot;

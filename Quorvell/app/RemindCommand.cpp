@@ -4,6 +4,7 @@
 #include "Quorvell/app/RemindPhrases.h"
 #include "Quorvell/app/RemindStoring.h"
 #include "Quorvell/app/RemindText.h"
+#include "Quorvell/app/UsersCalendar.h"
 #include "QuorvellCore/reminders/DateParts.h"
 #include "QuorvellCore/reminders/ReminderPhraseJson.h"
 
@@ -48,8 +49,8 @@ std::optional<Instant> readNow(const std::string& text, const Calendar& calendar
 std::optional<Calendar> calendarFor(const Options& options, const ProgramEnvironment& environment)
 {
     if (!options.zone.empty())
-        return Calendar::create(options.zone, environment.locale);
-    const auto calendar = Calendar::create(environment.timeZone, environment.locale);
+        return calendarIn(options.zone, environment.locale);
+    const auto calendar = calendarIn(environment.timeZone, environment.locale);
     if (calendar)
         return calendar;
     std::cerr << "The time zone of this computer is not known; times are in UTC. Name it with --zone Europe/Berlin."

@@ -1,5 +1,7 @@
 #include "Quorvell/app/ReminderService.h"
 
+#include "Quorvell/app/UsersCalendar.h"
+
 #include <utility>
 
 namespace quorvell {
@@ -10,7 +12,7 @@ namespace {
 Calendar currentCalendar(const ProgramEnvironment& environment)
 {
     const ProgramEnvironment now = ProgramEnvironment::read(environment.programPath.c_str());
-    auto calendar = Calendar::create(now.timeZone, now.locale);
+    auto calendar = calendarIn(now.timeZone, now.locale);
     return calendar ? *calendar : *Calendar::create("UTC", environment.locale);
 }
 

@@ -5,6 +5,7 @@
 #include "Quorvell/app/UsageFile.h"
 #include "Quorvell/app/UsageText.h"
 #include "Quorvell/app/UserSettings.h"
+#include "Quorvell/app/UsersCalendar.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -36,7 +37,7 @@ int runUsage(const ProgramEnvironment& environment, bool asJson)
 {
     ProgramLoop loop;
     const UserSettings settings = UserSettings::readTelling(environment, std::cerr);
-    const auto calendar = Calendar::create(environment.timeZone, environment.locale);
+    const auto calendar = calendarIn(environment.timeZone, environment.locale);
     if (!calendar) {
         std::cerr << environment.unknownTimeZone() << std::endl;
         return couldNot;

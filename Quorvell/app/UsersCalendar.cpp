@@ -1,14 +1,20 @@
 #include "Quorvell/app/UsersCalendar.h"
 
 #include "Quorvell/app/ProgramEnvironment.h"
+#include "Quorvell/files/SystemZone.h"
 
 #include <ostream>
 
 namespace quorvell {
 
+std::optional<Calendar> calendarIn(const std::string& zone, const std::string& locale)
+{
+    return Calendar::create(zone, locale, systemZoneFile(zone));
+}
+
 std::optional<Calendar> usersCalendar(const ProgramEnvironment& environment, std::ostream& complaints)
 {
-    auto calendar = Calendar::create(environment.timeZone, environment.locale);
+    auto calendar = calendarIn(environment.timeZone, environment.locale);
     if (!calendar)
         complaints << environment.unknownTimeZone() << std::endl;
     return calendar;
