@@ -67,6 +67,8 @@ TEST(IcsCalendar, putsEventsWhereTheyHappen)
         {"a zone by the name that another system has for it",
             event("DTSTART;TZID=W. Europe Standard Time:20261123T090000\nDURATION:PT1H"),
             {"2026-11-23T08:00/2026-11-23T09:00"}},
+        {"a zone whose rules are newer than those of the library",
+            event("DTSTART;TZID=Asia/Almaty:20261123T090000\nDURATION:PT1H"), {"2026-11-23T04:00/2026-11-23T05:00"}},
         {"a zone that nobody knows", event("DTSTART;TZID=Nowhere:20261123T090000\nDURATION:PT1H"),
             {"2026-11-23T08:00/2026-11-23T09:00"}},
         {"whole days", event("DTSTART;VALUE=DATE:20261123\nDTEND;VALUE=DATE:20261125"),
