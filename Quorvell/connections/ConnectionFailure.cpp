@@ -87,10 +87,12 @@ Advice adviceForStatus(const ConnectionFailure& failure, const std::string& serv
             + " and ask again."};
     if (status >= 500)
         return {service + " has a problem of its own (" + std::to_string(status) + "). Ask again in a few minutes."};
-    if (!failure.message.empty())
-        return {service + " would not begin a conversation: " + failure.message, true};
-    return {service + " refused the connection" + (status != 0 ? " (" + std::to_string(status) + ")" : "")
-        + ". Check the host that is set for Quorvell, and ask again."};
+    if (status == 0)
+        return {service + " refused the connection. Check the host that is set for Quorvell, and ask again."};
+    const std::string said = failure.message.empty() ? std::string() : ": " + failure.message;
+    return {service + " refused the request (" + std::to_string(status) + said
+            + "). Check the host and the models that are set for Quorvell, and ask again.",
+        status >= 400 && status != 408};
 }
 
 Advice adviceForClosing(const ConnectionFailure& failure, const std::string& service, const std::string& keyName)
@@ -122,7 +124,9 @@ Advice adviceFor(const ConnectionFailure& failure, const std::string& service, c
     case Kind::refusedRequest:
         return adviceForStatus(failure, service, keyName);
     case Kind::refusedSession:
-        return {service + " would not begin a conversation: " + failure.detail, true};
+        return {service + " would not begin a conversation" + quoted(failure.detail)
+                + ". Check the models that are set for Quorvell, and ask again.",
+            true};
     case Kind::nameUnknown:
         return {service + " could not be found. Check the network connection and the host's name, and ask again."};
     case Kind::nobodyAnswers:
@@ -193,6 +197,9 @@ ConnectionFailure ConnectionFailure::refusal(int status, std::string body)
 int ConnectionFailure::statusIn(std::string_view errorText)
 {
     constexpr std::string_view mark = "status code: ";
+    constexpr std::string_view badRequest = "Unknown error condition"; // The library's words for 400.
+    if (errorText.find(badRequest) != std::string_view::npos)
+        return 400;
     const auto position = errorText.find(mark);
     if (position == std::string_view::npos)
         return 0;

@@ -220,7 +220,7 @@ void SessionController::handleServerError(const live_event::ServerError& error)
 {
     m_ports.log.record(
         "server_error", {{"code", error.code.value_or("")}, {"about", error.clientEventID.value_or("")}});
-    m_ports.observer.problemArose("The service reported a problem: " + error.message);
+    m_ports.observer.problemArose(error.message);
     m_turn.problemShown();
 }
 

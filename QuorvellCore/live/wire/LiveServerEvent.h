@@ -50,7 +50,7 @@ struct BilledSeconds {
 };
 struct ServerError {
     std::optional<std::string> code;
-    std::string message;
+    std::string message; ///< From a connection, a sentence for the user.
     std::optional<std::string> clientEventID{}; ///< Of the message that it is about, where one is named.
     bool operator==(const ServerError&) const = default;
 };

@@ -82,9 +82,9 @@ struct Mapping {
     Mapped operator()(openai_event::ServedTier event) const { return diagnostic("served_tier", std::move(event.tier)); }
     Mapped operator()(openai_event::Error event) const
     {
+        const std::string what = event.message ? " (" + *event.message + ")" : " without saying which";
         return one(live_event::ServerError{std::move(event.code),
-            std::move(event.message).value_or("The service reported an error without saying which."),
-            std::move(event.clientEventID)});
+            "The service reported a problem" + what + ". Ask again.", std::move(event.clientEventID)});
     }
     Mapped operator()(openai_event::Closed event) const
     {

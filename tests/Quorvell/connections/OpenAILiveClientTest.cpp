@@ -124,7 +124,9 @@ TEST_F(OpenAILiveClientTest, everyRefusalEndsInOneSentence)
         {"key out of money", Way::peer, http("401 Unauthorized", R"({"error":{"message":"No credit."}})"), 401, true,
             "did not accept the API key (No credit.)"},
         {"no such model", Way::peer, http("400 Bad Request", R"({"error":{"message":"No such model."}})"), 400, true,
-            "would not begin a conversation: No such model."},
+            "refused the request (400: No such model.). Check the host and the models"},
+        {"the same, without words", Way::socket, http("400 Bad Request"), 400, true,
+            "refused the request (400). Check"},
         {"overloaded, asked by POST", Way::peer, http("503 Service Unavailable"), 503, false, "(503)", 0ms},
         {"another answer", Way::peer, http("200 OK", "<html>"), 1006, true, "something that is no conversation"},
         {"an answer without sound", Way::peer, http("200 OK", R"({"session":{},"transport":{"sdp":"v=0"}})"), 1006,
@@ -161,7 +163,7 @@ TEST_F(OpenAILiveClientTest, aServiceThatBreaksOffIsNoticed)
     };
     const Row rows[] = {
         {"begins nothing", [](QWebSocket&, const std::string&) {}, 1006, "did not begin the conversation in time"},
-        {"refuses the session", refuse, 1006, "would not begin a conversation: No such model."},
+        {"refuses the session", refuse, 1006, "would not begin a conversation (No such model.). Check"},
         {"falls silent, and answers pings", afterStart([](QWebSocket&) {}), 1006, "has gone silent"},
         {"vanishes", afterStart([](QWebSocket& peer) { peer.abort(); }), 1006, "connection to the assistant was lost"},
         {"goes away", closing(1001), 1001, "went away"},

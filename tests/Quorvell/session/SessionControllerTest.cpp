@@ -105,7 +105,7 @@ TEST_F(SessionControllerTest, anUnansweredTurnIsGivenUpAfterPatience)
                 w.report(live_event::BackendIdle{});
                 w.report(live_event::ServerError{"overloaded", "Too busy."});
             },
-            {"problem: The service reported a problem: Too busy.", "turn answered"}},
+            {"problem: Too busy.", "turn answered"}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);

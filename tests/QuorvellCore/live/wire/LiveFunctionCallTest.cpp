@@ -73,7 +73,10 @@ TEST(OpenAILiveEventMapper, speaksTheSessionsVocabulary)
         {"tokens", openai_event::BackendUsage{10, 4, 2},
             {Usage{12}, Diagnostic{"backend_usage", "input 10, cached 4, output 2"}}},
         {"text leaves only its length", openai_event::BackendText{"año"}, {Diagnostic{"backend_text", "3 characters"}}},
-        {"error", openai_event::Error{"code", "words", "create_1"}, {ServerError{"code", "words", "create_1"}}},
+        {"error", openai_event::Error{"code", "No.", "create_1"},
+            {ServerError{"code", "The service reported a problem (No.). Ask again.", "create_1"}}},
+        {"error without words", openai_event::Error{},
+            {ServerError{{}, "The service reported a problem without saying which. Ask again."}}},
         {"closed", openai_event::Closed{"unknown"}, {Diagnostic{"session_closed", "unknown"}}},
     };
     for (const Row& row : rows)
