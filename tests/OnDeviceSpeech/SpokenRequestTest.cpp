@@ -45,13 +45,23 @@ std::string hear(SpeechRecogniser& recogniser, const Samples& samples)
     return heard.text;
 }
 
-TEST(SpokenRequest, isHeardAsItIsWritten)
+struct Row {
+    const char* voice;
+    const char* spoken;
+    std::vector<const char*> kept;
+};
+
+void expectHeard(SpeechRecogniser& recogniser, const Row& row)
 {
-    struct Row {
-        const char* voice;
-        const char* spoken;
-        std::vector<const char*> kept;
-    };
+    const std::string heard = hear(recogniser, spoken(row.voice, row.spoken));
+    SCOPED_TRACE(heard);
+    for (const char* kept : row.kept) {
+        EXPECT_NE(heard.find(kept), std::string::npos) << kept;
+    }
+}
+
+TEST(SpokenRequest, isHeardAsItIsWrittenInTwoThreadsAtOnce)
+{
     const Row rows[] = {
         {"slt", "don't let me forget to lock the door tonight at ten", {"tonight at 10", "lock the door"}},
         {"rms", "set a reminder for the twelfth of december at 9:30 am to pay the rent",
@@ -62,14 +72,17 @@ TEST(SpokenRequest, isHeardAsItIsWritten)
         {"slt", "no please don't", {"no please don't"}},
         {"slt", "i am not sure whether that is a good idea", {"i am not sure whether that is a good idea"}},
     };
+    // As when the service hears while the device listens. One row is enough: four searches at once on few cores cost
+    // far more work than one after the other.
+    const std::jthread other([&] {
+        const auto recogniser = makeRecogniser();
+        ASSERT_TRUE(recogniser);
+        expectHeard(*recogniser, rows[0]);
+    });
     const auto recogniser = makeRecogniser();
     ASSERT_TRUE(recogniser);
-    for (const Row& row : rows) {
-        const std::string heard = hear(*recogniser, spoken(row.voice, row.spoken));
-        SCOPED_TRACE(heard);
-        for (const char* kept : row.kept) {
-            EXPECT_NE(heard.find(kept), std::string::npos) << kept;
-        }
+    for (const Row& row : std::span(rows).subspan(1)) {
+        expectHeard(*recogniser, row);
     }
     EXPECT_EQ(hear(*recogniser, Samples(SpeechRecogniser::sampleRateHz)), "") << "silence";
     EXPECT_EQ(hear(*recogniser, {}), "") << "nothing at all";
@@ -77,19 +90,6 @@ TEST(SpokenRequest, isHeardAsItIsWritten)
     recogniser->begin();
     recogniser->feed(spoken("slt", "read it to me"));
     EXPECT_EQ(hear(*recogniser, spoken("slt", "never mind")), "never mind") << "what was not finished is forgotten";
-}
-
-TEST(SpokenRequest, isHeardInTwoThreadsAtOnce)
-{
-    const Samples first = spoken("slt", "remind me at noon to call my sister");
-    const Samples second = spoken("rms", "remind me in two hours to buy milk");
-    std::string texts[2];
-    {
-        std::jthread left([&] { texts[0] = hear(*makeRecogniser(), first); });
-        std::jthread right([&] { texts[1] = hear(*makeRecogniser(), second); });
-    }
-    EXPECT_EQ(texts[0], "remind me at noon to call my sister");
-    EXPECT_EQ(texts[1], "remind me in 2 hours to buy milk");
 }
 
 TEST(SpeechModels, saysWhatIsMissing)
