@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace quorvell {
@@ -31,6 +33,15 @@ bool isFolder(const std::string& path)
 AgendaVerdict failed(std::string problem)
 {
     return {std::nullopt, std::move(problem)};
+}
+
+std::optional<CalendarEvent> occurrenceAt(
+    Instant start, const EventID& series, const IcsCalendar& file, const Calendar& calendar)
+{
+    auto found = file.between(start, start + std::chrono::milliseconds(1), series.calendar, calendar);
+    const auto same = std::find_if(
+        found.begin(), found.end(), [&](const CalendarEvent& event) { return event.id.uid == series.uid; });
+    return same != found.end() ? std::optional(std::move(*same)) : std::nullopt;
 }
 
 } // namespace
@@ -88,6 +99,10 @@ void CalendarFolder::eachFile(const std::function<bool(File&)>& visit, std::vect
 AgendaReading CalendarFolder::read(Instant from, Instant to, const Calendar& calendar)
 {
     AgendaReading reading;
+    // One that was never made holds no events; a file in its place may hide many.
+    if (std::error_code failure; !fileNamesIn(m_folder) && std::filesystem::exists(m_folder, failure))
+        reading.problems.push_back(
+            "The calendars in " + m_folder + " cannot be read. See that it is a folder that you may read.");
     eachFile(
         [&](File& file) {
             const auto found = file.calendar.between(from, to, letter(), calendar);
@@ -161,7 +176,17 @@ AgendaVerdict CalendarFolder::edit(
 AgendaVerdict CalendarFolder::change(
     const EventID& id, EventScope scope, const EventChange& change, const Calendar& calendar, Instant now)
 {
-    return edit(id, calendar, [&](IcsCalendar& file) { return file.change(id, scope, change, calendar, now); });
+    std::optional<CalendarEvent> moved;
+    AgendaVerdict verdict = edit(id, calendar, [&](IcsCalendar& file) {
+        std::string problem = file.change(id, scope, change, calendar, now);
+        // A series that moved has other occurrences now.
+        if (problem.empty() && scope == EventScope::series && change.start && !file.find(id, calendar))
+            moved = occurrenceAt(*change.start, id, file, calendar);
+        return problem;
+    });
+    if (verdict.event && moved)
+        verdict.event = std::move(moved);
+    return verdict;
 }
 
 AgendaVerdict CalendarFolder::remove(const EventID& id, EventScope scope, const Calendar& calendar, Instant now)

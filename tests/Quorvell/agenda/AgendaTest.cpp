@@ -67,6 +67,7 @@ TEST(CalendarFolder, keepsOneEventAFile)
     EXPECT_TRUE(folder.remove(added.event->id, EventScope::occurrence, berlin(), now).event);
     EXPECT_FALSE(std::filesystem::exists(path));
     EXPECT_FALSE(folder.remove(added.event->id, EventScope::occurrence, berlin(), now).event);
+    EXPECT_EQ(CalendarFolder(home / "Calendar/broken.ics").read(now, weekEnd, berlin()).problems.size(), 1U);
 }
 
 TEST(CalendarFolder, writesIntoTheFirstCalendarOfMany)
