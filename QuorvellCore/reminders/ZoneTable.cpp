@@ -13,9 +13,9 @@ constexpr int lastYear = 2400;
 constexpr std::int32_t longestOffset = 26 * 3600; ///< Seconds. No zone was ever further from UTC.
 
 /// Numbers of the most significant byte first. Beyond the end it reads zeros and remembers it.
-class Bytes {
+class ByteReader {
 public:
-    explicit Bytes(std::string_view rest)
+    explicit ByteReader(std::string_view rest)
         : m_rest(rest)
     {
     }
@@ -54,7 +54,7 @@ struct Counts {
     }
 };
 
-std::optional<Counts> readHeader(Bytes& bytes)
+std::optional<Counts> readHeader(ByteReader& bytes)
 {
     constexpr std::size_t unused = 15;
     const std::string_view mark = bytes.take(4);
@@ -70,7 +70,7 @@ std::optional<Counts> readHeader(Bytes& bytes)
     return isFine ? std::optional(counts) : std::nullopt;
 }
 
-std::optional<ZoneTable> readChanges(Bytes& bytes, const Counts& counts)
+std::optional<ZoneTable> readChanges(ByteReader& bytes, const Counts& counts)
 {
     constexpr std::size_t timeSize = 8;
     std::vector<std::int64_t> times(counts.changes);
@@ -130,7 +130,7 @@ void writeOut(const ZoneRule& rule, ZoneTable& table)
 
 std::optional<ZoneTable> ZoneTable::parse(std::string_view file)
 {
-    Bytes bytes(file.substr(0, maximumBytes));
+    ByteReader bytes(file.substr(0, maximumBytes));
     const auto old = readHeader(bytes);
     if (!old || file.size() > maximumBytes)
         return std::nullopt;
