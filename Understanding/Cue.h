@@ -9,6 +9,7 @@ enum class Cue : std::uint8_t {
     filler, ///< Says nothing: "me", "the", "a".
     definite, ///< "the", "my": it is there already.
     indefinite, ///< "a", "another": it is not there yet.
+    all, ///< "all my": not only one of them.
     pronoun, ///< "it", "that".
     // What is to be done
     remind,
@@ -27,6 +28,7 @@ enum class Cue : std::uint8_t {
     tell,
     cancel,
     move,
+    unable, ///< "I can't do": it cannot stay as it is.
     delay, ///< A change of time that fits events and reminders alike.
     earlier, ///< Of a change of time: not later.
     later,
@@ -54,6 +56,7 @@ enum class Cue : std::uint8_t {
     event, ///< Says that it is one: "an event"
     occasion, ///< Names one: "lunch"
     free,
+    once, ///< "only this time": not every time.
     time, ///< "time", as in "when do I have time"
     busy,
     next,

@@ -12,13 +12,14 @@ constexpr auto end = CuePlace::end;
 
 constexpr CueWords rows[] = {
     {filler, head,
-        "me|us|all|all of|am|i am|it is|that "
+        "me|us|am|i am|it is|that "
         "is|some|please|quick|new|another|little|short|small|mental|out|aloud|loud|out loud|back|off|to me|"
         "for me|for us|up|again|just|else|is|are|am i|we|i|quickly|kindly|still|now|currently|so far|already|here|"
         "down|got|of|ever|yet|the words|one of|for later|might|could|would|can|may|should|will|love|dear|darling|mate|"
         "a bit of|a little|be able to|whether|if"},
     {filler, anywhere, "at all|any more$|anymore$|any longer$|after all$"},
     {indefinite, head, "a|an"},
+    {all, head, "all|all of"},
     {definite, head, "the|my|our|that|this|those|these|your"},
     {pronoun, head,
         "it|them|it$|that$|this$|them$|that one$|this one$|that bit$|of that$|of it$|of this$|it to me$|"
@@ -80,7 +81,8 @@ constexpr CueWords rows[] = {
         "get out|fetch|print|walk me through|talk me through|let me have|give me|recap"},
     {tell, head, "tell|tell me|let me know|say|shout|mention|ask me|call me|message me"},
     {cancel, head,
-        "delete|cancel|remove|get rid of|throw away|throw out|throw|bin|trash|scrap|erase|call off|drop|scratch|"
+        "delete|cancel|remove|stop|end|get rid of|throw away|throw out|throw|bin|trash|scrap|erase|call "
+        "off|drop|scratch|"
         "clear|wipe|lose|dismiss|turn off|forget|forget about|strike|ditch|chuck out|rub out|do away with|cross out"},
     {cancel, anywhere,
         "off my calendar|off the calendar|off my diary|out of my calendar|out of my diary|from my calendar|from my "
@@ -88,6 +90,15 @@ constexpr CueWords rows[] = {
     {move, head,
         "move|reschedule|shift|change|push|rearrange|switch|bump|slide|rebook|bring|"
         "alter|adjust|update|swap|correct"},
+    {unable, start,
+        "i can not do|i can not make|i can not manage|i can not get to|i can not go to|i can not come to|i can not "
+        "attend|i cannot do|i cannot make|i cannot manage|i cannot get to|i cannot go to|i cannot come to|i cannot "
+        "attend|i will not make|i will not manage|i will not be able to make|i am not able to do|i am not able to "
+        "make|i am unable to make|we can not do|we can not make|we can not manage|i will have to miss|i have to miss|"
+        "i must miss|i have no time for|i do not have time for|i have not got time for"},
+    {unable, anywhere,
+        "does not work for|does not work for me|does not work|does not suit me|does not suit|is no good for|is no good "
+        "for me|is no good|will not work for|will not work"},
     {earlier, anywhere, "forward|earlier|sooner"},
     {earlier, head, "bring forward|pull forward|move forward|move up|bring up to"},
     {delay, head,
@@ -171,6 +182,9 @@ constexpr CueWords rows[] = {
         "moment|squeeze in|squeeze|fit "
         "in|fit|opening|"
         "openings|free time|free slot|free slots|unbooked|nothing on|open slot|open slots"},
+    {once, anywhere,
+        "this time|that time|only this time|just this time|this one time|this time only|this once|only this once|just "
+        "this once|just once|only once"},
     {time, anywhere, "time|times"},
     {busy, head,
         "anything else|on|going on|happening|coming up|planned|scheduled|doing|am i doing|up to|am i up "

@@ -1,5 +1,6 @@
 #include "Understanding/RequestWords.h"
 
+#include "QuorvellCore/text/Apostrophes.h"
 #include "QuorvellCore/text/LowerCase.h"
 
 #include <algorithm>
@@ -32,16 +33,8 @@ struct Hurried {
 constexpr std::array hurried{Hurried{"whats", "what", "is"}, Hurried{"wheres", "where", "is"},
     Hurried{"thats", "that", "is"}, Hurried{"im", "i", "am"}, Hurried{"ive", "i", "have"}, Hurried{"dont", "do", "not"},
     Hurried{"mustnt", "must", "not"}, Hurried{"cant", "can", "not"}, Hurried{"lets", "let", "us"},
-    Hurried{"can't", "can", "not"}, Hurried{"let's", "let", "us"}};
-
-/// Typographic apostrophes as "'".
-std::string withPlainApostrophes(std::string text)
-{
-    for (const std::string_view apostrophe : {"\u2018", "\u2019"})
-        for (std::size_t at = text.find(apostrophe); at != std::string::npos; at = text.find(apostrophe, at))
-            text.replace(at, apostrophe.size(), "'");
-    return text;
-}
+    Hurried{"didnt", "did", "not"}, Hurried{"doesnt", "does", "not"}, Hurried{"wont", "will", "not"},
+    Hurried{"won't", "will", "not"}, Hurried{"can't", "can", "not"}, Hurried{"let's", "let", "us"}};
 
 std::string withoutApostrophes(std::string text)
 {

@@ -3,6 +3,7 @@
 #include "LiveService/replies/ReplyWording.h"
 #include "LiveService/replies/SpokenWhen.h"
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
 
 #include <nlohmann/json.hpp>
@@ -14,7 +15,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr std::size_t itemsNamed = 5;
 constexpr std::size_t slotsNamed = 3;
 constexpr std::size_t dayLength = 10; ///< "2026-11-22"
 
@@ -76,7 +76,7 @@ std::string listReply(const Json& result, const RequestMemory& memory)
     std::string reply =
         items.size() == 1 ? "There is one thing" : "There are " + std::to_string(items.size()) + " things";
     reply += withLead(days) + ".";
-    const std::size_t named = std::min(items.size(), itemsNamed);
+    const std::size_t named = std::min(items.size(), RequestMemory::mostTold);
     for (std::size_t index = 0; index < named; ++index)
         reply += sentence(items[index], !isOneDay);
     return reply + (named < items.size() ? " And more." : "");
@@ -114,7 +114,15 @@ std::string caveats(const Json& result)
     return told + (readBool(result, "past").value_or(false) ? " Mind that this is already past." : "");
 }
 
-std::string eventReply(const Json& result)
+/// How much of a series was changed, as the end of a sentence.
+std::string extent(const Json& result, EventWish::Scope scope)
+{
+    if (!readBool(result, "repeats").value_or(false) || scope == EventWish::Scope::open)
+        return "";
+    return scope == EventWish::Scope::all ? ", and so are all its other times" : ", this time only";
+}
+
+std::string eventReply(const Json& result, EventWish::Scope scope)
 {
     const std::string status = text(result, "status");
     const std::string title = text(result, "title");
@@ -128,24 +136,34 @@ std::string eventReply(const Json& result)
     if (status == "deleted")
         return "I have deleted " + title + " from your calendar.";
     if (status == "changed")
-        return title + " is now" + (when.empty() ? " changed" : " " + when) + "." + caveats(result);
-    return "I have put " + title + " into your calendar" + (when.empty() ? "" : ", " + when) + "." + caveats(result);
+        return title + " is now" + (when.empty() ? " changed" : " " + when) + extent(result, scope) + "."
+            + caveats(result);
+    const std::string repeat = text(result, "repeat_words");
+    const std::string often = repeat.empty() ? "" : ", " + lowerCased(repeat.substr(0, 1)) + repeat.substr(1);
+    return "I have put " + title + " into your calendar" + often
+        + (when.empty() ? "" : (repeat.empty() ? ", " : ", starting ") + when) + "." + caveats(result);
 }
 
 } // namespace
 
-std::string AgendaReply::next(const std::vector<FoundEvent>& events)
+std::string AgendaReply::named(const FoundThing& thing)
+{
+    const std::string when = SpokenWhen::on(SpokenWhen::fromDate(thing.start));
+    return thing.title + (when.empty() ? "" : ", " + when);
+}
+
+std::string AgendaReply::next(const std::vector<FoundThing>& events)
 {
     if (events.empty())
         return "There is nothing coming up in your calendar.";
-    return "Next is " + events.front().title + ", " + SpokenWhen::on(SpokenWhen::fromDate(events.front().start)) + ".";
+    return "Next is " + named(events.front()) + ".";
 }
 
 std::string AgendaReply::reply(std::string_view tool, const Json& result, const RequestMemory& memory)
 {
     if (tool == "whats_on")
         return listReply(result, memory);
-    return tool == "find_free_time" ? freeReply(result, memory.days) : eventReply(result);
+    return tool == "find_free_time" ? freeReply(result, memory.days) : eventReply(result, memory.wish.scope);
 }
 
 } // namespace quorvell

@@ -14,6 +14,8 @@ struct PlainReplies {
     using Tools = std::set<std::string, std::less<>>;
 
     static constexpr std::string_view notUnderstood = "Sorry, I could not understand that.";
+    static constexpr std::string_view whichOne = "Which one do you mean?";
+    static constexpr std::string_view notThatMany = "There are not that many. Which one do you mean?";
     static constexpr std::string_view dropped = "Okay, I will not do that.";
     static constexpr std::string_view cannotDelete =
         "I cannot throw notes away. You can: type quorvell notes delete, or delete its file in your notebook's folder.";

@@ -14,7 +14,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr std::size_t mostNamed = 5;
 constexpr std::size_t longestNames = 120; ///< Bytes of a list that one can still follow.
 
 TaskWords taskOf(const Json& result, std::string_view userWords)
@@ -143,21 +142,17 @@ std::string ReminderReply::reply(const Json& result, std::string_view userWords)
     return setReply(result, taskOf(result, userWords));
 }
 
-std::string ReminderReply::list(
-    const Json& result, std::string_view days, std::string_view firstDay, std::string_view lastDay)
+std::string ReminderReply::list(const Json& result, const RequestMemory& memory)
 {
     auto entries = entriesOf(result);
-    std::erase_if(entries, [&](const Entry& entry) {
-        const std::string day = entry.date.substr(0, firstDay.size());
-        return !firstDay.empty() && (day < firstDay || day > lastDay);
-    });
-    const std::string lead = days.empty() ? "" : " " + std::string(days);
+    std::erase_if(entries, [&](const Entry& entry) { return !memory.tellsOf(entry.date); });
+    const std::string lead = memory.days.empty() ? "" : " " + memory.days;
     if (entries.empty())
         return "You have no reminders" + lead + ".";
     std::string reply = "You have "
         + (entries.size() == 1 ? std::string("one reminder") : std::to_string(entries.size()) + " reminders") + lead
         + ".";
-    const std::size_t named = std::min(entries.size(), mostNamed);
+    const std::size_t named = std::min(entries.size(), RequestMemory::mostTold);
     for (std::size_t index = 0; index < named; ++index) {
         const std::string when = whenOf(entries[index]);
         reply += " " + entries[index].task + (when.empty() ? "" : ", " + when) + ".";

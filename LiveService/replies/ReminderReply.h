@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LiveService/rules/RequestMemory.h"
 #include "QuorvellCore/text/Json.h"
 
 #include <string>
@@ -11,9 +12,8 @@ namespace quorvell {
 struct ReminderReply {
     /// `userWords` are those of the request; they tell "to call Anna" from "about Anna".
     static std::string reply(const Json& result, std::string_view userWords);
-    /// The reminders of the days from `firstDay` to `lastDay`; of all where they are empty. `days` says it in words.
-    static std::string list(
-        const Json& result, std::string_view days, std::string_view firstDay, std::string_view lastDay);
+    /// The reminders of the days that were asked about.
+    static std::string list(const Json& result, const RequestMemory& memory);
 };
 
 } // namespace quorvell

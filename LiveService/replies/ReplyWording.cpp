@@ -81,7 +81,7 @@ std::string ReplyWording::reply(const ToolRequest& call, std::string_view result
         return call.name == "set_reminder" ? reminderError(call, *error) : errorReply(*error);
     const auto status = readString(*result, "status").value_or("");
     if (call.name == "set_reminder")
-        return status == "reminders" ? ReminderReply::list(*result, memory.days, memory.firstDay, memory.lastDay)
+        return status == "reminders" ? ReminderReply::list(*result, memory)
                                      : ReminderReply::reply(*result, requestOf(call, memory));
     if (call.name == "keep_note")
         return NoteReply::kept(*result);

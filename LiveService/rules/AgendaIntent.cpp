@@ -1,6 +1,9 @@
 #include "LiveService/rules/AgendaIntent.h"
 
 #include "LiveService/rules/RequestText.h"
+#include "LiveService/rules/SeriesWords.h"
+#include "LiveService/rules/SpokenRepeat.h"
+#include "LiveService/rules/TimeVocabulary.h"
 #include "LiveService/rules/TimeWords.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
@@ -47,7 +50,7 @@ std::string titleFrom(const std::string& words)
 {
     static const Pattern edges("^(?:(?:an?|the|my|for|called|named|about|with the title|(?:i|we)(?:['’]ve| have)(?: "
                                "got| been (?:invited|asked) to)?|there['’]?s|there is|been (?:invited|asked) to"
-                               "|that|this|it)\\s+)+|\\s+(?:for|on|at|in|from)$",
+                               "|that|this|it)\\s+)+|\\s+(?:for|on|at|in|from|of)$",
         caseless);
     return withUpperCaseFirst(trimmed(edges.replaceAll(trimmed(words, ",.:;\"“”"), ""), ",.:; "));
 }
@@ -64,39 +67,69 @@ AgendaIntent eventIn(std::string words, const RuleSurroundings& around)
             words = length->rest;
         }
     }
+    const auto repeat = SpokenRepeat::read(words);
+    if (repeat) {
+        intent.repeat = repeat->stored;
+        intent.isRepeatUnknown = repeat->stored.empty();
+        words = repeat->rest;
+    }
     const std::string endWords = takeEnd(words);
     const auto moment = SpokenMoment::read(words, around);
     if (moment) {
         intent.start = moment->date;
+        intent.repeat = repeat ? repeat->stored : moment->repeat;
         intent.end = endWords.empty() ? "" : endOn(moment->date, endWords, around);
     }
     intent.title = titleFrom(moment ? moment->rest : words);
     return intent;
 }
 
-/// What names an event: "my lunch with Ana on friday". Its day, if one is named, says where to look.
-AgendaIntent target(Kind kind, const std::string& words, const RuleSurroundings& around)
+/// What names an event: "my lunch with Ana on friday". Its day, if one is named, says where to look, and that of a
+/// series this one is meant.
+AgendaIntent target(Kind kind, const SeriesWords& words, const RuleSurroundings& around)
 {
     static const Pattern ends(
         "^(?:(?:my|the|our|that|this|an?|do|have|time of|start of|starting)\\s+)+|\\s+(?:event|appointment|meeting)$"
         "|\\s*\\b(?:from|in|on) (?:my|the) (?:calendar|agenda|diary|schedule)$",
         caseless);
-    static const Pattern day(
-        "\\b(?:on|of|from|for)?\\s*((?:today|tomorrow|tonight|(?:this |next )?(?:mon|tues|wednes|thurs|fri"
-        "|satur|sun)day|this week|next week)(?:'s|’s)?(?: (?:morning|afternoon|evening))?)\\b",
+    static const Pattern day("\\b(?:on|of|from|for)?\\s*((?:today|tomorrow|tonight|(?:this |next )?"
+            + std::string(TimeVocabulary::weekday)
+            + "|this week|next week)(?:'s|’s)?(?: (?:morning|afternoon|evening))?)\\b",
         caseless);
-    AgendaIntent intent{.kind = kind, .days = SpokenDays::ahead(around)};
-    std::string name = ends.replaceAll(trimmed(words), "");
+    AgendaIntent intent{.kind = kind, .days = SpokenDays::ahead(around), .scope = words.scope};
+    std::string name = ends.replaceAll(trimmed(words.rest), "");
     if (const auto match = day.find(name)) {
         static const Pattern possessive("['’]s\\b");
         if (auto days = SpokenDays::read(possessive.replaceAll(match->texts[0], ""), around)) {
             intent.days = std::move(*days);
+            if (intent.scope == EventWish::Scope::open)
+                intent.scope = EventWish::Scope::one;
             name = trimmed(name.substr(0, match->range.start) + name.substr(match->range.end));
         }
     }
     static const Pattern pronoun("^(?:it|that|this|them)(?: one)?$", caseless);
     intent.title = trimmed(pronoun.replaceAll(trimmed(ends.replaceAll(name, "")), ""));
     return intent;
+}
+
+/// The event that is to be changed. "My next yoga" is one of its times; all of a day's are no series.
+AgendaIntent changed(Kind kind, const SeriesWords& words, const RequestReading& reading, const RuleSurroundings& around)
+{
+    AgendaIntent intent = target(kind, words, around);
+    if (intent.scope == EventWish::Scope::open && (reading.has(Cue::next) || reading.has(Cue::once)))
+        intent.scope = EventWish::Scope::one;
+    else if (intent.scope == EventWish::Scope::open && reading.has(Cue::all))
+        intent.scope = EventWish::Scope::all;
+    return intent;
+}
+
+/// "I can't do lunch on friday": where it goes instead has to be asked for.
+std::optional<AgendaIntent> unsuited(const RequestReading& reading, const RuleSurroundings& around)
+{
+    const auto time = TimeWords::atEnd(reading.content, around);
+    AgendaIntent intent = target(Kind::move, {.rest = time ? time->rest : reading.content}, around);
+    const bool hasTime = time || intent.days != SpokenDays::ahead(around);
+    return !intent.title.empty() && (hasTime || reading.has(Cue::occasion)) ? std::optional(intent) : std::nullopt;
 }
 
 } // namespace
@@ -123,7 +156,7 @@ std::optional<AgendaIntent> AgendaIntent::following(const RequestReading& readin
     // "When is lunch with Ana?"
     if (!reading.has(Cue::when) && !reading.has(Cue::next))
         return std::nullopt;
-    intent.title = target(Kind::next, others, around).title;
+    intent.title = target(Kind::next, {.rest = others}, around).title;
     return intent;
 }
 
@@ -175,12 +208,16 @@ std::optional<AgendaIntent> AgendaIntent::adding(const RequestReading& reading, 
 
 std::optional<AgendaIntent> AgendaIntent::moving(const RequestReading& reading, const RuleSurroundings& around)
 {
-    const auto found = TimeWords::atEnd(reading.content, around);
+    if (reading.has(Cue::unable))
+        return unsuited(reading, around);
+    SeriesWords words = SeriesWords::read(reading.content);
+    const auto found = TimeWords::atEnd(words.rest, around);
     if (!found) {
         const bool isEvent = reading.has(Cue::occasion) || reading.has(Cue::calendar) || reading.has(Cue::event);
-        return isEvent ? std::optional(target(Kind::move, reading.content, around)) : std::nullopt;
+        return isEvent ? std::optional(changed(Kind::move, words, reading, around)) : std::nullopt;
     }
-    AgendaIntent intent = target(Kind::move, found->rest, around);
+    words.rest = found->rest;
+    AgendaIntent intent = changed(Kind::move, words, reading, around);
     constexpr int minutesOfDay = 24 * 60;
     const auto length = SpokenLength::read(found->time);
     const auto days = TimeWords::daysIn(found->time);
@@ -193,7 +230,7 @@ std::optional<AgendaIntent> AgendaIntent::moving(const RequestReading& reading, 
 std::optional<AgendaIntent> AgendaIntent::cancelling(const RequestReading& reading, const RuleSurroundings& around)
 {
     static const Pattern other("^(?:everything|all|my|the)$", caseless);
-    AgendaIntent intent = target(Kind::cancel, reading.content, around);
+    AgendaIntent intent = changed(Kind::cancel, SeriesWords::read(reading.content), reading, around);
     if (other.find(intent.title) || (intent.title.empty() && !reading.has(Cue::pronoun) && !reading.has(Cue::event)))
         return std::nullopt;
     return intent;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LiveService/rules/RequestMemory.h"
 #include "LiveService/rules/SpokenDays.h"
 #include "Understanding/RequestReading.h"
 
@@ -26,6 +27,9 @@ struct AgendaIntent {
     std::string title{};
     std::string start{}; ///< In the form of the tools' dates.
     std::string end{};
+    std::string repeat{}; ///< Of add: in the form of the tools; empty for none.
+    bool isRepeatUnknown = false; ///< Of add: it comes back in a way that no calendar rule here can say.
+    EventWish::Scope scope = EventWish::Scope::open; ///< Of move and cancel.
     bool isUnasked = false; ///< Of add: they only spoke of it, and are asked first.
     std::string when{}; ///< The user's words for the new time.
     bool isFurther = false; ///< Of next: behind the one last talked about.

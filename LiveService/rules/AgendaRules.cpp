@@ -2,12 +2,15 @@
 
 #include "LiveService/replies/AgendaReply.h"
 #include "LiveService/replies/PlainReplies.h"
+#include "LiveService/replies/SpokenWhen.h"
+#include "LiveService/rules/Pointing.h"
 #include "LiveService/rules/ReminderChange.h"
 #include "LiveService/rules/SpokenDays.h"
 #include "LiveService/rules/ToolResultRules.h"
 #include "QuorvellCore/reminders/DateParts.h"
-#include "QuorvellCore/text/TextMatch.h"
+#include "QuorvellCore/reminders/ReminderRepeat.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvell {
@@ -17,72 +20,64 @@ namespace {
 using Kind = PendingQuestion::Kind;
 
 constexpr const char* notFound = "I found nothing like that in your calendar.";
+constexpr const char* repeatUnknown =
+    "I can repeat an event every day, every weekday, on days of every week, every month or every year, and in no other "
+    "way. Please say it in one of these ways.";
 constexpr std::size_t dayOnly = 10; ///< Length of "2026-11-22".
 
-RuleStep ask(PendingQuestion question, RequestMemory memory)
+/// What comes every day or week hardly takes all of it.
+bool lacksTime(const AgendaIntent& intent)
 {
-    std::string text = question.question;
-    memory.pending = std::move(question);
-    return {std::move(text), std::move(memory)};
+    const auto repeat = ReminderRepeat::fromStored(intent.repeat);
+    return repeat && repeat->kind != ReminderRepeat::Kind::monthly && repeat->kind != ReminderRepeat::Kind::yearly
+        && intent.start.size() <= dayOnly;
 }
 
 RuleStep add(const AgendaIntent& intent, RequestMemory memory, const ToolRequests& requests)
 {
+    if (intent.isRepeatUnknown)
+        return {repeatUnknown, std::move(memory)};
     if (intent.title.empty())
-        return ask(
-            {.kind = Kind::eventTitle, .question = "What should I put into your calendar?", .date = intent.start},
+        return RuleStep::asking({.kind = Kind::eventTitle,
+                                    .question = "What should I put into your calendar?",
+                                    .date = intent.start,
+                                    .repeat = intent.repeat},
             std::move(memory));
-    if (intent.start.empty())
-        return ask({.kind = Kind::eventTime, .question = "When is it?", .task = intent.title}, std::move(memory));
-    auto answer = requests.addEvent(intent.title, intent.start, intent.end, intent.minutes);
+    if (intent.start.empty() || lacksTime(intent))
+        return RuleStep::asking({.kind = Kind::eventTime,
+                                    .question = intent.repeat.empty() ? "When is it?" : "At what time is it?",
+                                    .task = intent.title,
+                                    .date = intent.start,
+                                    .repeat = intent.repeat},
+            std::move(memory));
+    auto answer = requests.addEvent(intent);
     const auto* request = std::get_if<ToolRequest>(&answer);
     if (!intent.isUnasked || !request)
         return {std::move(answer), std::move(memory)};
-    return ask({.kind = Kind::confirm,
-                   .question = "Should I put that into your calendar?",
-                   .tool = request->name,
-                   .arguments = request->arguments},
+    return RuleStep::asking({.kind = Kind::confirm,
+                                .question = "Should I put that into your calendar?",
+                                .tool = request->name,
+                                .arguments = request->arguments},
         std::move(memory));
 }
 
-bool holdsWords(const std::string& title, const std::string& words)
+std::string now(const RuleSurroundings& around)
 {
-    const std::string text = " " + TextMatch::normalized(title) + " ";
-    const std::string wanted = TextMatch::normalized(words);
-    for (std::size_t start = 0; start < wanted.size();) {
-        const std::size_t end = std::min(wanted.find(' ', start), wanted.size());
-        const std::string word = wanted.substr(start, end - start);
-        const bool isFiller = word == "the" || word == "my" || word == "with" || word == "a" || word == "meeting"
-            || word == "appointment" || word == "event" || word == "one";
-        if (!isFiller && text.find(" " + word) == std::string::npos)
-            return false;
-        start = end + 1;
-    }
-    return !wanted.empty();
-}
-
-std::vector<FoundEvent> meant(const std::vector<FoundEvent>& events, const std::string& words)
-{
-    std::vector<FoundEvent> found;
-    for (const FoundEvent& event : events) {
-        if (holdsWords(event.title, words))
-            found.push_back(event);
-    }
-    return found;
+    return DateParts::from(around.now, around.calendar).text();
 }
 
 RuleStep tellNext(RequestMemory memory, const RuleSurroundings& around)
 {
     const EventWish wish = std::exchange(memory.wish, {});
     if (!wish.title.empty())
-        memory.events = meant(memory.events, wish.title);
-    const std::string now = DateParts::from(around.now, around.calendar).text();
-    std::erase_if(memory.events,
-        [&](const FoundEvent& event) { return event.start < now || (!wish.when.empty() && event.start <= wish.when); });
+        memory.found = Pointing::named(memory.found, wish.title);
+    std::erase_if(memory.found, [&](const FoundThing& event) {
+        return event.start < now(around) || (!wish.when.empty() && event.start <= wish.when);
+    });
     // What is asked for "after that" is behind this one. A time alone is no wish to move it: the topic stays.
-    if (!memory.events.empty())
-        memory.event = memory.events.front();
-    std::string reply = wish.title.empty() || !memory.events.empty() ? AgendaReply::next(memory.events) : notFound;
+    if (!memory.found.empty())
+        memory.event = memory.found.front();
+    std::string reply = wish.title.empty() || !memory.found.empty() ? AgendaReply::next(memory.found) : notFound;
     return {std::move(reply), std::move(memory)};
 }
 
@@ -93,15 +88,43 @@ RuleStep changeReminderInstead(RequestMemory memory, const RuleSurroundings& aro
     const std::string task = ReminderChange::taskNamed(wish.title);
     if (!around.offers("set_reminder") || task.empty() || wish.minutes < 0)
         return {notFound, std::move(memory)};
-    const ToolRequests requests{around};
-    if (wish.kind == EventWish::Kind::cancel)
-        return {requests.finishReminder(task), std::move(memory)};
-    const std::string when = wish.when.empty() ? "by " + std::to_string(wish.minutes) + " minutes" : wish.when;
-    return {requests.putOffReminder(task, when), std::move(memory)};
+    return {AgendaRules::changeReminder(task, wish, around), std::move(memory)};
+}
+
+bool isNoEvent(const FoundThing& thing)
+{
+    return thing.kind != FoundThing::Kind::event;
+}
+
+/// As it was added, and not one of its times.
+bool isWholeSeries(const FoundThing& event)
+{
+    return event.repeats && event.id.find('#') == std::string::npos;
+}
+
+/// Times of one series are told with the same id but for what follows "#". The next one stands for all.
+void keepNextOfSeries(std::vector<FoundThing>& events, const RuleSurroundings& around)
+{
+    const auto series = [](const FoundThing& event) { return event.id.substr(0, event.id.find('#')); };
+    const bool isOne = std::ranges::all_of(
+        events, [&](const FoundThing& event) { return event.repeats && series(event) == series(events.front()); });
+    const auto next = std::ranges::find_if(events, [&](const FoundThing& event) { return event.start >= now(around); });
+    if (isOne && events.size() > 1)
+        events = {next != events.end() ? *next : events.back()};
+}
+
+RuleStep askWhichEvent(RequestMemory memory)
+{
+    constexpr std::size_t mostNamed = 3;
+    std::string question = "There are several: ";
+    for (std::size_t index = 0; index < std::min(memory.found.size(), mostNamed); ++index)
+        question += (index > 0 ? "; " : "") + AgendaReply::named(memory.found[index]);
+    return RuleStep::asking(
+        {.kind = Kind::whichEvent, .question = question + ". Which one do you mean?"}, std::move(memory));
 }
 
 /// Where the event goes.
-std::optional<std::string> newStart(const FoundEvent& event, const EventWish& wish, const RuleSurroundings& around)
+std::optional<std::string> newStart(const FoundThing& event, const EventWish& wish, const RuleSurroundings& around)
 {
     const auto old = DateParts::parse(event.start);
     if (wish.when.empty())
@@ -109,8 +132,34 @@ std::optional<std::string> newStart(const FoundEvent& event, const EventWish& wi
     return SpokenMoment::movedTo(wish.when, event.start, around);
 }
 
+/// With the only event that was found, or the one of them that is meant.
+RuleStep carryOutFound(RequestMemory memory, const RuleSurroundings& around)
+{
+    if (memory.found.size() > 1)
+        return askWhichEvent(std::move(memory));
+    const FoundThing event = memory.found.front();
+    return AgendaRules::carryOut(event, std::move(memory), around);
+}
+
+/// "It" is what was told, if that was a list, or what was talked about. Nothing where there is no such thing.
+std::optional<RuleStep> changeIt(RequestMemory memory, const RuleSurroundings& around)
+{
+    if (memory.topic == RequestMemory::Topic::events) {
+        std::erase_if(memory.found, isNoEvent);
+        return memory.found.empty() ? std::nullopt : std::optional(carryOutFound(std::move(memory), around));
+    }
+    if (memory.event.id.empty())
+        return std::nullopt;
+    const FoundThing event = memory.event;
+    if (!isWholeSeries(event) || memory.wish.scope != EventWish::Scope::one)
+        return AgendaRules::carryOut(event, std::move(memory), around);
+    // Which of its times is next, the calendar knows.
+    memory.wish.title = event.title;
+    return RuleStep{ToolRequests{around}.whatsOn(SpokenDays::ahead(around)), std::move(memory)};
+}
+
 /// As long after the new start as it was after the old one.
-std::string newEnd(const FoundEvent& event, const std::string& start, const RuleSurroundings& around)
+std::string newEnd(const FoundThing& event, const std::string& start, const RuleSurroundings& around)
 {
     const auto instantOf = [&](const std::string& text) {
         const auto parts = DateParts::parse(text);
@@ -150,20 +199,20 @@ RuleStep AgendaRules::answer(const AgendaIntent& intent, RequestMemory memory, c
         return add(intent, std::move(memory), requests);
     case AgendaIntent::Kind::move:
         if (intent.when.empty() && intent.minutes == 0)
-            return ask({.kind = Kind::newEventTime, .question = "When should it be instead?", .task = intent.title},
+            return RuleStep::asking(
+                {.kind = Kind::newEventTime, .question = "When should it be instead?", .task = intent.title},
                 std::move(memory));
-        memory.wish = {EventWish::Kind::move, intent.title, intent.when, intent.minutes};
+        memory.wish = {EventWish::Kind::move, intent.title, intent.when, intent.minutes, intent.scope};
         break;
     case AgendaIntent::Kind::cancel:
-        memory.wish = {EventWish::Kind::cancel, intent.title, {}, 0};
+        memory.wish = {EventWish::Kind::cancel, intent.title, {}, 0, intent.scope};
         break;
     }
     if (!around.offers("change_event"))
         return {PlainReplies::notOffered("change your calendar"), std::move(memory)};
-    if (intent.title.empty() && !memory.event.id.empty()) {
-        memory.events = {memory.event};
-        if (auto request = carryOut(memory, 0, around))
-            return {std::move(*request), std::move(memory)};
+    if (intent.title.empty()) {
+        if (auto step = changeIt(memory, around))
+            return *std::move(step);
     }
     return {requests.whatsOn(intent.days), std::move(memory)};
 }
@@ -171,49 +220,46 @@ RuleStep AgendaRules::answer(const AgendaIntent& intent, RequestMemory memory, c
 std::optional<RuleStep> AgendaRules::afterList(
     std::string_view result, RequestMemory memory, const RuleSurroundings& around)
 {
-    memory.events = ToolResultRules::eventsIn(result);
+    memory.found = ToolResultRules::agendaIn(result);
     if (memory.wish.kind == EventWish::Kind::none)
         return std::nullopt;
+    std::erase_if(memory.found, isNoEvent);
     if (memory.wish.kind == EventWish::Kind::tellNext)
         return tellNext(std::move(memory), around);
-    memory.events = meant(memory.events, memory.wish.title);
-    if (memory.events.empty())
+    memory.found = Pointing::named(memory.found, memory.wish.title);
+    if (memory.found.empty())
         return changeReminderInstead(std::move(memory), around);
-    if (memory.events.size() > 1) {
-        std::string question = "There are several: ";
-        for (std::size_t index = 0; index < std::min<std::size_t>(memory.events.size(), 3); ++index)
-            question += (index > 0 ? ", " : "") + memory.events[index].title;
-        return ask({.kind = Kind::whichEvent, .question = question + ". Which one do you mean?"}, std::move(memory));
-    }
-    if (auto request = carryOut(memory, 0, around))
-        return RuleStep{std::move(*request), std::move(memory)};
-    return RuleStep{"Sorry, I could not understand the new time.", std::move(memory)};
+    keepNextOfSeries(memory.found, around);
+    return carryOutFound(std::move(memory), around);
 }
 
-std::optional<ToolRequests::Answer> AgendaRules::carryOut(
-    const RequestMemory& memory, std::size_t index, const RuleSurroundings& around)
+RuleStep AgendaRules::carryOut(const FoundThing& event, RequestMemory memory, const RuleSurroundings& around)
 {
     const ToolRequests requests{around};
-    const FoundEvent& event = memory.events[index];
-    if (memory.wish.kind == EventWish::Kind::cancel)
-        return requests.cancelEvent(event.id);
-    const auto start = newStart(event, memory.wish, around);
+    const EventWish& wish = memory.wish;
+    if (event.repeats && wish.scope == EventWish::Scope::open && !isWholeSeries(event)) {
+        memory.found = {event};
+        const std::string when = SpokenWhen::on(SpokenWhen::fromDate(event.start.substr(0, dayOnly)));
+        return RuleStep::asking({.kind = Kind::occurrences,
+                                    .question = event.title + " repeats. Only the one " + when + ", or every time?"},
+            std::move(memory));
+    }
+    if (wish.kind == EventWish::Kind::cancel)
+        return {requests.cancelEvent(event.id, wish.scope), std::move(memory)};
+    const auto start = newStart(event, wish, around);
     if (!start)
-        return std::nullopt;
-    return requests.moveEvent(event.id, *start, newEnd(event, *start, around));
+        return {"Sorry, I could not understand the new time.", std::move(memory)};
+    return {requests.moveEvent(event.id, *start, newEnd(event, *start, around), wish.scope), std::move(memory)};
 }
 
-std::optional<std::size_t> AgendaRules::named(const std::vector<FoundEvent>& events, std::string_view words)
+ToolRequests::Answer AgendaRules::changeReminder(
+    const std::string& task, const EventWish& wish, const RuleSurroundings& around)
 {
-    std::optional<std::size_t> found;
-    for (std::size_t index = 0; index < events.size(); ++index) {
-        if (!holdsWords(events[index].title, std::string(words)))
-            continue;
-        if (found)
-            return std::nullopt;
-        found = index;
-    }
-    return found;
+    const ToolRequests requests{around};
+    if (wish.kind == EventWish::Kind::cancel)
+        return requests.finishReminder(task);
+    return requests.putOffReminder(
+        task, wish.when.empty() ? "by " + std::to_string(wish.minutes) + " minutes" : wish.when);
 }
 
 } // namespace quorvell

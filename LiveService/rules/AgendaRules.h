@@ -16,11 +16,11 @@ struct AgendaRules {
     /// After whats_on: the event that is to be moved or cancelled, when it was asked for that.
     static std::optional<RuleStep> afterList(
         std::string_view result, RequestMemory memory, const RuleSurroundings& around);
-    /// Moves or cancels the event at `index` of those found. Nothing when the new time cannot be understood.
-    static std::optional<ToolRequests::Answer> carryOut(
-        const RequestMemory& memory, std::size_t index, const RuleSurroundings& around);
-    /// The event among those found that the words name; nothing when none or several do.
-    static std::optional<std::size_t> named(const std::vector<FoundEvent>& events, std::string_view words);
+    /// Moves or cancels the event as was wished; of one that repeats it may have to be asked first how much is meant.
+    static RuleStep carryOut(const FoundThing& event, RequestMemory memory, const RuleSurroundings& around);
+    /// Does with a reminder what was wished of an event.
+    static ToolRequests::Answer changeReminder(
+        const std::string& task, const EventWish& wish, const RuleSurroundings& around);
 };
 
 } // namespace quorvell

@@ -1,5 +1,6 @@
 #include "LiveService/rules/FactWords.h"
 
+#include "LiveService/rules/TimeVocabulary.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
@@ -110,9 +111,9 @@ std::optional<std::string> FactWords::read(std::string_view content, Certainty c
     static const Pattern duty(
         "^(?:i|we)(?:['’]ve)? (?:have|need|want|must|should|ought|got|has) to\\b|^(?:i|we) must\\b|^to\\b", caseless);
     // What is so for a day only is a note.
-    static const Pattern passing("\\b(?:today|tonight|tomorrow|yesterday|right now|parked|at \\d+|on "
-                                 "(?:mon|tues|wednes|thurs|fri|satur|sun)day|(?:this|next) (?:week|month"
-                                 "|morning|afternoon|evening|(?:mon|tues|wednes|thurs|fri|satur|sun)day))\\b",
+    static const std::string weekday(TimeVocabulary::weekday);
+    static const Pattern passing("\\b(?:today|tonight|tomorrow|yesterday|right now|parked|at \\d+|on " + weekday
+            + "|(?:this|next) (?:week|month|morning|afternoon|evening|" + weekday + "))\\b",
         caseless);
     static const Pattern subject("^i\\b\\s*(['’]m|['’]ve)?\\s*(.*)$", caseless);
     std::string said = trimmed(content);

@@ -4,18 +4,17 @@
 #include "LiveService/replies/SpokenWhen.h"
 #include "LiveService/replies/TaskWords.h"
 #include "LiveService/rules/AgendaRules.h"
+#include "LiveService/rules/Pointing.h"
 #include "LiveService/rules/ReminderIntent.h"
 #include "LiveService/rules/RequestReader.h"
 #include "LiveService/rules/RequestText.h"
+#include "LiveService/rules/SeriesWords.h"
 #include "LiveService/rules/TimeChoicePicker.h"
 #include "LiveService/rules/TimeWords.h"
 #include "LiveService/rules/ToolRequests.h"
-#include "QuorvellCore/reminders/ReminderPhrase.h"
 #include "QuorvellCore/text/Pattern.h"
-#include "QuorvellCore/text/TextMatch.h"
 
 #include <utility>
-#include <vector>
 
 namespace quorvell {
 
@@ -23,20 +22,6 @@ namespace {
 
 using Kind = PendingQuestion::Kind;
 using Answer = std::optional<ToolRequests::Answer>;
-
-std::optional<ReminderPhrase> phraseIn(const std::string& words, const RuleSurroundings& around)
-{
-    return ReminderPhrase::parse(RequestText::withDigits(words), around.now, around.calendar);
-}
-
-bool namesDay(const std::string& words)
-{
-    static const Pattern day(
-        "\\b(?:today|tonight|tomorrow|(?:mon|tues|wednes|thurs|fri|satur|sun)day|next|in \\d+"
-        "|january|february|march|april|may|june|july|august|september|october|november|december)\\b",
-        Pattern::Case::insensitive);
-    return day.find(words).has_value();
-}
 
 /// Whether the words are a request of their own and no answer.
 bool isNewRequest(Kind kind, const std::string& core, const RuleSurroundings& around)
@@ -51,33 +36,34 @@ bool isNewRequest(Kind kind, const std::string& core, const RuleSurroundings& ar
     const auto* reminder = std::get_if<ReminderIntent>(&*request);
     if (!reminder)
         return true;
-    const auto phrase = phraseIn(reminder->text, around);
+    const auto phrase = TimeWords::phraseIn(reminder->text, around);
     if (kind == Kind::reminderTime || kind == Kind::whichTime)
         return !reminder->isBare && (!phrase || !phrase->task.empty());
     return kind != Kind::reminderTask || phrase.has_value();
 }
 
-Answer answerTime(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+Answer answerTime(
+    const std::string& core, const PendingQuestion& asked, const RequestMemory& memory, const RuleSurroundings& around)
 {
     const std::string time = ReminderIntent::timeAnswer(core);
-    if (!phraseIn(time, around))
+    if (!TimeWords::phraseIn(time, around))
         return std::nullopt;
-    const PendingQuestion& asked = memory.pending;
     if (!asked.tool.empty())
         return ToolRequests{around}.putOffAgain(asked.tool, asked.arguments, RequestText::withDigits(time));
     // The task as it was understood: what was wrong with the time is no longer in it.
-    const auto task = TaskWords::of(memory.pending.task, memory.request);
+    const auto task = TaskWords::of(asked.task, memory.request);
     const std::string request = task.text.empty() ? memory.request : "remind me " + task.link + " " + task.text;
-    return ToolRequests{around}.remindFromWords(request + " " + time, memory.pending.repeat);
+    return ToolRequests{around}.remindFromWords(request + " " + time, asked.repeat);
 }
 
-Answer answerWhichTime(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+Answer answerWhichTime(
+    const std::string& core, const PendingQuestion& asked, const RequestMemory& memory, const RuleSurroundings& around)
 {
-    const PendingQuestion& asked = memory.pending;
     const ToolRequests requests{around};
-    const auto phrase = phraseIn(core, around);
-    if (namesDay(core) && phrase && phrase->hasTime && !phrase->isAmbiguous())
-        return answerTime(core, memory, around);
+    const auto phrase = TimeWords::phraseIn(core, around);
+    const auto moment = SpokenMoment::read(core, around);
+    if (phrase && phrase->hasTime && !phrase->isAmbiguous() && moment && moment->namesDay)
+        return answerTime(core, asked, memory, around);
     const auto date = TimeChoicePicker::pick(RequestText::withDigits(core), asked.choices);
     if (!date)
         return std::nullopt;
@@ -85,96 +71,66 @@ Answer answerWhichTime(const std::string& core, const RequestMemory& memory, con
                               : requests.putOffAgain(asked.tool, asked.arguments, SpokenWhen::fromDate(*date));
 }
 
-Answer answerTask(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+Answer answerTask(const std::string& core, const PendingQuestion& asked, const RuleSurroundings& around)
 {
     const std::string task = ReminderIntent::taskAnswer(core);
     if (task.empty())
         return std::nullopt;
-    return ToolRequests{around}.remindSettled(task, memory.pending.date, memory.pending.repeat);
+    return ToolRequests{around}.remindSettled(task, asked.date, asked.repeat);
 }
 
 Answer answerEventTime(const std::string& core, const PendingQuestion& asked, const RuleSurroundings& around)
 {
     const std::string words = ReminderIntent::timeAnswer(core);
-    const auto moment = SpokenMoment::read(words, around);
-    return moment ? Answer(ToolRequests{around}.addEvent(asked.task, moment->date, {}, 0)) : std::nullopt;
+    const auto start = SpokenMoment::movedTo(words, asked.date, around);
+    return start ? Answer(ToolRequests{around}.addEvent({.title = asked.task, .start = *start, .repeat = asked.repeat}))
+                 : std::nullopt;
 }
 
-Answer answerNewEventTime(const std::string& core, RequestMemory& memory, const RuleSurroundings& around)
+Answer answerNewEventTime(
+    const std::string& core, const PendingQuestion& asked, RequestMemory& memory, const RuleSurroundings& around)
 {
     const auto found = TimeWords::atEnd(ReminderIntent::timeAnswer(core), around);
     if (!found || !found->rest.empty())
         return std::nullopt;
-    memory.wish = {.kind = EventWish::Kind::move, .title = memory.pending.task, .when = found->time};
+    memory.wish = {.kind = EventWish::Kind::move, .title = asked.task, .when = found->time};
     return ToolRequests{around}.whatsOn(SpokenDays::ahead(around));
-}
-
-/// Which of `count` things the words point at by their place.
-std::optional<std::size_t> placeIn(const std::string& core, std::size_t count)
-{
-    const auto choice = NoteIntent::readChoice(core);
-    if (!choice || count == 0)
-        return std::nullopt;
-    const int last = static_cast<int>(count) - 1;
-    const int index = choice->index == NoteIntent::lastIndex ? last : choice->index;
-    return index >= 0 && index <= last ? std::optional(static_cast<std::size_t>(index)) : std::nullopt;
-}
-
-Answer answerWhichEvent(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
-{
-    auto index = placeIn(core, memory.events.size());
-    if (!index)
-        index = AgendaRules::named(memory.events, core);
-    return index ? AgendaRules::carryOut(memory, *index, around) : std::nullopt;
-}
-
-/// "the one about the garden": the only note whose title holds the words.
-const FoundNote* noteNamed(const std::string& core, const std::vector<FoundNote>& found)
-{
-    static const Pattern filler(
-        "^(?:read(?: me)?(?: out)?|the|one|note|about|called|with|on)\\s+", Pattern::Case::insensitive);
-    std::string words = TextMatch::normalized(core);
-    for (auto match = filler.find(words); match; match = filler.find(words))
-        words.erase(0, match->range.end);
-    const FoundNote* named = nullptr;
-    for (const FoundNote& note : found) {
-        if (words.empty() || TextMatch::normalized(note.title).find(words) == std::string::npos)
-            continue;
-        if (named)
-            return nullptr;
-        named = &note;
-    }
-    return named;
 }
 
 Answer answerWhichNote(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
 {
-    const auto& found = memory.found;
-    const ToolRequests requests{around};
-    if (const auto choice = NoteIntent::readChoice(core)) {
-        const auto count = static_cast<int>(found.size());
-        const int index = choice->index == NoteIntent::lastIndex ? count - 1 : choice->index;
-        return index >= 0 && index < count ? Answer(requests.readNote(found[static_cast<std::size_t>(index)].id))
-                                           : std::nullopt;
-    }
-    const FoundNote* named = noteNamed(core, found);
-    return named ? Answer(requests.readNote(named->id)) : std::nullopt;
+    const auto note = Pointing::at(memory.found, core, around);
+    return note ? Answer(ToolRequests{around}.readNote(note->id)) : std::nullopt;
 }
 
-Answer answerWhichReminder(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+Answer answerWhichReminder(
+    const std::string& core, const PendingQuestion& asked, const RequestMemory& memory, const RuleSurroundings& around)
 {
-    const auto index = placeIn(core, memory.found.size());
-    const FoundNote* chosen = index ? &memory.found[*index] : noteNamed(core, memory.found);
-    if (!chosen)
-        return std::nullopt;
-    return ToolRequests{around}.chosen(memory.pending.tool, memory.pending.arguments, chosen->id);
+    const auto reminder = Pointing::at(memory.found, core, around);
+    return reminder ? Answer(ToolRequests{around}.chosen(asked.tool, asked.arguments, reminder->id)) : std::nullopt;
 }
 
-Answer answerKeepOrRemind(const std::string& core, RequestMemory& memory, const ToolRequests& requests)
+std::optional<RuleStep> answerWhichEvent(
+    const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    const auto event = Pointing::at(memory.found, core, around);
+    return event ? std::optional(AgendaRules::carryOut(*event, memory, around)) : std::nullopt;
+}
+
+std::optional<RuleStep> answerOccurrences(const std::string& core, RequestMemory memory, const RuleSurroundings& around)
+{
+    memory.wish.scope = SeriesWords::answer(core);
+    if (memory.wish.scope == EventWish::Scope::open || memory.found.empty())
+        return std::nullopt;
+    const FoundThing event = memory.found.front();
+    return AgendaRules::carryOut(event, std::move(memory), around);
+}
+
+Answer answerKeepOrRemind(
+    const std::string& core, const std::string& task, RequestMemory& memory, const ToolRequests& requests)
 {
     static const Pattern reminding("\\bremind(?:er|ers)?\\b|\\bsecond\\b", Pattern::Case::insensitive);
     static const Pattern keeping("\\b(?:write|note|keep|down|yes|first|save)\\b", Pattern::Case::insensitive);
-    const std::string& task = memory.pending.task;
     if (reminding.find(core)) {
         memory.request = "remind me to " + task;
         return requests.remindFromWords(memory.request);
@@ -183,18 +139,18 @@ Answer answerKeepOrRemind(const std::string& core, RequestMemory& memory, const 
                               : std::nullopt;
 }
 
-Answer answerFor(const std::string& core, RequestMemory& memory, const RuleSurroundings& around)
+/// The request that follows from an answer, and what it changes in `memory`.
+Answer requestFor(
+    const std::string& core, const PendingQuestion& asked, RequestMemory& memory, const RuleSurroundings& around)
 {
     const ToolRequests requests{around};
-    switch (memory.pending.kind) {
-    case Kind::none:
-        break;
+    switch (asked.kind) {
     case Kind::whichTime:
-        return answerWhichTime(core, memory, around);
+        return answerWhichTime(core, asked, memory, around);
     case Kind::reminderTime:
-        return answerTime(core, memory, around);
+        return answerTime(core, asked, memory, around);
     case Kind::reminderTask:
-        return answerTask(core, memory, around);
+        return answerTask(core, asked, around);
     case Kind::wholeReminder:
         memory.request = "remind me " + core;
         return requests.remindFromWords(memory.request);
@@ -202,25 +158,42 @@ Answer answerFor(const std::string& core, RequestMemory& memory, const RuleSurro
         return answerWhichNote(core, memory, around);
     case Kind::noteText:
         return requests.keep(NoteIntent::titleFor(core), RequestText::written(core));
-    case Kind::confirm:
-        break; // A clear yes was looked for before; anything else is none.
     case Kind::whichReminder:
-        return answerWhichReminder(core, memory, around);
-    case Kind::whichEvent:
-        return answerWhichEvent(core, memory, around);
+        return answerWhichReminder(core, asked, memory, around);
     case Kind::eventTime:
-        return answerEventTime(core, memory.pending, around);
+        return answerEventTime(core, asked, around);
     case Kind::newEventTime:
-        return answerNewEventTime(core, memory, around);
+        return answerNewEventTime(core, asked, memory, around);
     case Kind::keepOrRemind:
-        return answerKeepOrRemind(core, memory, requests);
-    case Kind::eventTitle:
-        return requests.addEvent(ReminderIntent::taskAnswer(core), memory.pending.date, {}, 0);
+        return answerKeepOrRemind(core, asked.task, memory, requests);
     case Kind::noteTopic:
         memory.purpose = RequestMemory::SearchPurpose::read;
         return requests.find(core, 0);
+    case Kind::confirm: // A clear yes was looked for before; anything else is none.
+    case Kind::none:
+    case Kind::eventTitle:
+    case Kind::whichEvent:
+    case Kind::occurrences:
+        break;
     }
     return std::nullopt;
+}
+
+std::optional<RuleStep> stepFor(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    if (asked.kind == Kind::eventTitle)
+        return AgendaRules::answer({.kind = AgendaIntent::Kind::add,
+                                       .title = ReminderIntent::taskAnswer(core),
+                                       .start = asked.date,
+                                       .repeat = asked.repeat},
+            std::move(memory), around);
+    if (asked.kind == Kind::whichEvent)
+        return answerWhichEvent(core, memory, around);
+    if (asked.kind == Kind::occurrences)
+        return answerOccurrences(core, std::move(memory), around);
+    auto request = requestFor(core, asked, memory, around);
+    return request ? std::optional(RuleStep{std::move(*request), std::move(memory)}) : std::nullopt;
 }
 
 } // namespace
@@ -229,20 +202,17 @@ std::optional<RuleStep> FollowUpRules::answer(
     std::string_view words, RequestMemory& memory, const RuleSurroundings& around)
 {
     const std::string core(words);
-    if (isNewRequest(memory.pending.kind, core, around)) {
-        memory.pending = {};
+    PendingQuestion asked = std::exchange(memory.pending, {});
+    if (isNewRequest(asked.kind, core, around))
         return std::nullopt;
-    }
-    if (auto settled = answerFor(core, memory, around)) {
-        memory.pending = {};
-        return RuleStep{std::move(*settled), memory};
-    }
-    if (memory.pending.misses >= PendingQuestion::patience) {
-        memory.pending = {};
+    if (auto step = stepFor(core, asked, memory, around))
+        return step;
+    if (asked.misses >= PendingQuestion::patience)
         return std::nullopt;
-    }
-    ++memory.pending.misses;
-    return RuleStep{std::string(PlainReplies::notUnderstood) + " " + memory.pending.question, memory};
+    ++asked.misses;
+    const std::string again = std::string(PlainReplies::notUnderstood) + " " + asked.question;
+    memory.pending = std::move(asked);
+    return RuleStep{again, memory};
 }
 
 } // namespace quorvell

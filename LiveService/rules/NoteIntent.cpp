@@ -92,9 +92,8 @@ std::optional<NoteIntent> NoteIntent::searching(const RequestReading& reading, P
     else if (intent.text.empty() && (reading.has(Cue::notes) || reading.has(Cue::notebook)))
         intent.purpose = Purpose::listNotes;
     else if (intent.text.empty())
-        return isOfNotes || reading.has(Cue::pronoun)
-            ? std::optional(NoteIntent{Kind::readFound, {}, {}, {}, onlyIndex})
-            : std::nullopt;
+        return isOfNotes || reading.has(Cue::pronoun) ? std::optional(NoteIntent{.kind = Kind::readFound})
+                                                      : std::nullopt;
     else if (!isOfNotes && (reading.has(Cue::foreign) || !hasWords(intent.text, mostBareWords)))
         return std::nullopt;
     return intent;
@@ -102,32 +101,13 @@ std::optional<NoteIntent> NoteIntent::searching(const RequestReading& reading, P
 
 std::optional<NoteIntent> NoteIntent::readChoice(std::string_view core)
 {
-    static const Pattern ordinal(
-        "^(?:(?:read|open|show)(?: me)?(?: out)? )?(?:the )?(?:(first|1st)|(second|2nd)|(third|3rd)"
-        "|(fourth|4th)|(fifth|5th)|(last))(?: one| note)?(?: please)?$",
-        caseless);
-    static const Pattern number(
-        "^(?:(?:read|open|show)(?: me)?(?: out)? )?(?:note |number |note number )([1-9])$", caseless);
+    static const Pattern lead("^(?:(?:read|open|show)(?: me)?(?: out)? )?", caseless);
     static const Pattern it(
-        "^(?:read|open|show|tell)(?: me)?(?: out)? (?:it|that|this|that one|this one|that note|this note"
-        "|the note)(?: to me| out| aloud| out loud| back)*$",
+        "^(?:(?:read|open|show|tell)(?: me)?(?: out)? (?:it|that|this|that one|this one|that note|this note"
+        "|the note)(?: to me| out| aloud| out loud| back)*|that one|this one)$",
         caseless);
-    NoteIntent intent{.kind = Kind::readFound};
-    if (const auto match = number.find(core)) {
-        intent.index = match->texts[0].front() - '1';
-        return intent;
-    }
-    if (it.find(core)) {
-        intent.index = onlyIndex;
-        return intent;
-    }
-    const auto match = ordinal.find(core);
-    if (!match)
-        return std::nullopt;
-    while (match->texts[static_cast<std::size_t>(intent.index)].empty())
-        ++intent.index;
-    intent.index = intent.index == 5 ? lastIndex : intent.index;
-    return intent;
+    NoteIntent intent{.kind = Kind::readFound, .place = ListPlace::read(lead.replaceAll(core, ""))};
+    return intent.place || it.find(core) ? std::optional(intent) : std::nullopt;
 }
 
 std::string NoteIntent::titleFor(std::string_view text)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LiveService/rules/ListPlace.h"
 #include "LiveService/rules/RequestMemory.h"
 #include "Understanding/RequestReading.h"
 
@@ -14,16 +15,14 @@ struct NoteIntent {
     enum class Kind {
         keep, ///< Write `text` down, under `title` where the user named one.
         search, ///< Look for `text` (empty: everything) and do what `purpose` says.
-        readFound, ///< Read the found note at `index`.
+        readFound, ///< Read the found note at `place`, or the only one.
     };
-    static constexpr int lastIndex = -1; ///< The last of the found notes.
-    static constexpr int onlyIndex = -2; ///< "read it": the one that was found.
 
     Kind kind = Kind::keep;
     std::string text{};
     std::string title{};
     RequestMemory::SearchPurpose purpose = RequestMemory::SearchPurpose::tell;
-    int index = 0;
+    std::optional<ListPlace> place{};
 
     bool operator==(const NoteIntent&) const = default;
 

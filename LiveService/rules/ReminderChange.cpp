@@ -1,5 +1,6 @@
 #include "LiveService/rules/ReminderChange.h"
 
+#include "LiveService/rules/ListPlace.h"
 #include "LiveService/rules/RequestText.h"
 #include "LiveService/rules/TimeWords.h"
 #include "QuorvellCore/text/Characters.h"
@@ -70,7 +71,7 @@ std::string ReminderChange::taskNamed(const std::string& content)
         caseless);
     static const Pattern gerund("^[a-z]+ing\\s+(?=\\S)", caseless);
     std::string task = trimmed(content);
-    for (std::string before; before != task;) {
+    for (std::string before; before != task && !ListPlace::read(task);) {
         before = task;
         task = trimmed(edges.replaceAll(task, ""), ",.");
     }

@@ -3,8 +3,8 @@
 #include "LiveService/rules/RequestText.h"
 #include "LiveService/rules/SpokenDays.h"
 #include "QuorvellCore/text/Characters.h"
-#include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/RequestWords.h"
 
 namespace quorvell {
 
@@ -41,8 +41,8 @@ std::optional<ReminderIntent> ReminderIntent::readTimed(
     static const Pattern chore(
         "^(?:call|ring|phone|buy|pay|water|feed|walk|pick up|collect|renew|return|clean|wash|visit)\\b", caseless);
     const std::string core(words);
-    const std::string firstTimeWord = lowerCased(timeWords.substr(0, timeWords.find(' ')));
-    const bool beginsWithTime = !firstTimeWord.empty() && lowerCased(core).starts_with(firstTimeWord);
+    const std::string firstTimeWord(RequestWords(timeWords).at(0));
+    const bool beginsWithTime = !firstTimeWord.empty() && RequestWords(core).at(0) == firstTimeWord;
     if (task.empty() || !(beginsWithTime ? !statement.find(task) : chore.find(core).has_value()))
         return std::nullopt;
     return ReminderIntent{"remind me " + core};
@@ -52,7 +52,7 @@ std::string ReminderIntent::timeAnswer(std::string_view core)
 {
     static const Pattern filler(
         "^(?:(?:let's say|let us say|make it|say|maybe|how about|what about|and|perhaps|i mean|i meant|no|yes|yeah"
-        "|it's|it is|that would be|on second thought|actually|remind me|well)\\b[,:]?\\s*)+",
+        "|it's|it is|do|try|that would be|on second thought|actually|remind me|well)\\b[,:]?\\s*)+",
         caseless);
     static const Pattern closing(
         "[\\s,]+(?:would be (?:good|great|nice|fine|best)|is (?:good|great|fine|best)|sounds good"

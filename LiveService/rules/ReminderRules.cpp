@@ -70,12 +70,10 @@ std::optional<RuleStep> correct(const ReminderChange& change, RequestMemory& mem
 
 RuleStep ReminderRules::set(const ReminderIntent& intent, RequestMemory memory, const RuleSurroundings& around)
 {
-    if (intent.isBare) {
-        memory.pending = {
-            .kind = PendingQuestion::Kind::wholeReminder, .question = "What do you want to be reminded of, and when?"};
-        std::string question = memory.pending.question;
-        return {std::move(question), std::move(memory)};
-    }
+    if (intent.isBare)
+        return RuleStep::asking(
+            {.kind = PendingQuestion::Kind::wholeReminder, .question = "What do you want to be reminded of, and when?"},
+            std::move(memory));
     memory.request = intent.text;
     return {ToolRequests{around}.remindFromWords(intent.text), std::move(memory)};
 }

@@ -2,12 +2,15 @@
 
 #include "LiveService/rules/FactWords.h"
 #include "LiveService/rules/RequestText.h"
+#include "LiveService/rules/SeriesWords.h"
+#include "LiveService/rules/TimeVocabulary.h"
 #include "LiveService/rules/TimeWords.h"
-#include "QuorvellCore/reminders/ReminderPhrase.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/CueTable.h"
 #include "Understanding/RequestEvidence.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 namespace quorvell {
@@ -29,20 +32,22 @@ TimeHints hintsIn(const RequestReading& reading, const RuleSurroundings& around)
 {
     static const Pattern duty("(?:^|\\s)(?:to|that|about) (?=[a-z])", caseless);
     static const Pattern newTime(
-        "^(?!.*\\bfrom\\b).*\\S (?:to|is(?: now)? at) (?:\\d|noon|midday|half|quarter|today|tomorrow|next"
-        "|(?:mon|tues|wednes|thurs|fri|satur|sun)day)|\\S later$",
+        "^(?!.*\\bfrom\\b).*\\S (?:to|(?:is|are)(?: now)? at) (?:\\d|noon|midday|half|quarter|today|tomorrow|next"
+        "|" + std::string(TimeVocabulary::weekday)
+            + ")|\\S later$",
         caseless);
-    if (reading.isVerbatim || reading.content.empty())
+    if (reading.isVerbatim || reading.content.empty() || RequestText::isStory(reading.content))
         return {};
     std::string others;
     const auto moment = SpokenMoment::read(reading.content, around);
     constexpr std::size_t dayOnly = 10; ///< "2026-11-22"
-    const auto end = TimeWords::atEnd(reading.content, around);
+    const std::string once = SeriesWords::read(reading.content).rest;
+    const auto end = TimeWords::atEnd(once, around);
     const auto last = end ? SpokenMoment::read(end->time, around) : std::nullopt;
     return {.hasMoment = (moment && moment->date.size() > dayOnly) || (last && last->date.size() > dayOnly),
         .hasDay = SpokenDays::find(reading.content, around, others).has_value(),
         .hasLength = SpokenLength::read(reading.content) || (end && SpokenLength::read(end->time)),
-        .hasNewTime = end && newTime.find(reading.content),
+        .hasNewTime = end && newTime.find(once),
         .hasDuty = moment && duty.find(reading.content)};
 }
 
@@ -139,7 +144,7 @@ Found as(RequestKind kind, const RequestReading& reading, const RuleSurroundings
 /// A request with a time but without the words that ask for a reminder.
 std::optional<ReminderIntent> timedTask(const std::string& core, const RuleSurroundings& around)
 {
-    const auto phrase = ReminderPhrase::parse(RequestText::withDigits(core), around.now, around.calendar);
+    const auto phrase = TimeWords::phraseIn(core, around);
     return phrase ? ReminderIntent::readTimed(core, phrase->timeWords, phrase->task) : std::nullopt;
 }
 
@@ -148,7 +153,7 @@ std::optional<ReminderChange> bareTime(const std::string& core, const RuleSurrou
 {
     static const Pattern instead(",?\\s+instead$", caseless);
     const std::string words = RequestText::withDigits(ReminderIntent::timeAnswer(instead.replaceAll(core, "")));
-    const auto phrase = ReminderPhrase::parse(words, around.now, around.calendar);
+    const auto phrase = TimeWords::phraseIn(words, around);
     if (!phrase || !phrase->task.empty() || phrase->repeatRule)
         return std::nullopt;
     return ReminderChange{.kind = ReminderChange::Kind::later, .when = words};
@@ -162,6 +167,20 @@ Found likeliest(const std::string& core, const RuleSurroundings& around)
             return request;
     }
     return std::nullopt;
+}
+
+/// Whether the words behind that one are a clause of their own: behind a sign or, as nobody says signs, where they
+/// begin to ask.
+bool isBoundary(const RequestWords& words, std::size_t index)
+{
+    constexpr std::array<std::string_view, 5> helpers{"can", "could", "would", "will", "shall"};
+    constexpr std::array<std::string_view, 3> persons{"we", "you", "i"};
+    const std::string_view next = words.at(index + 1);
+    const std::string_view second = words.at(index + 2);
+    const bool asks =
+        std::ranges::find(helpers, next) != helpers.end() && std::ranges::find(persons, second) != persons.end();
+    return words.endsClause(index) || asks || next == "please" || (next == "remind" && second == "me")
+        || (next == "let" && second == "us");
 }
 
 /// What comes behind a reason: "Ana is ill, cancel our lunch". Nothing when the first words ask already. Only the first
@@ -188,29 +207,67 @@ Found afterReason(const std::string& core, const RuleSurroundings& around)
     return std::nullopt;
 }
 
-/// The words of a clause that name one thing: "the dentist" of "the dentist", "I don't need the dentist any more".
-std::string thingNamed(const std::string& clause)
+/// The words of a clause that name one thing: "the dentist" of "the dentist", "I don't need the dentist any more",
+/// "I can't do the dentist tomorrow".
+std::string thingNamed(const RequestReading& clause, const RuleSurroundings& around)
 {
     static const Pattern thing("^(?:the|my|our|his|her|their)(?: \\S+){1,3}$", caseless);
-    const RequestReading reading = RequestReading::of(clause);
-    const bool isThing = thing.find(reading.content) || (reading.has(Cue::occasion) && !reading.has(Cue::own));
-    return isThing && !reading.isVerbatim ? reading.content : std::string();
+    if (clause.has(Cue::unable)) {
+        const auto moved = AgendaIntent::moving(clause, around);
+        return moved ? moved->title : std::string();
+    }
+    const bool isThing = thing.find(clause.content) || (clause.has(Cue::occasion) && !clause.has(Cue::own));
+    return isThing && !clause.isVerbatim ? clause.content : std::string();
+}
+
+/// What is asked of a thing that was named before: "can we make that friday?"
+Found askedOf(const std::string& thing, std::string rest, const RuleSurroundings& around)
+{
+    static const Pattern pronoun("\\b(?:(?:that|this) one|it|that|this|them)\\b", caseless);
+    const auto match = pronoun.find(rest);
+    if (!match || !CueTable::at(RequestWords(rest), 0, CuePlace::head) || RequestReading::of(rest).isVerbatim)
+        return std::nullopt;
+    return likeliest(rest.replace(match->range.start, match->range.end - match->range.start, thing), around);
+}
+
+/// Another time for what cannot stay as it is: "remind me on tuesday at 9 am instead". Without a name, "it" is meant.
+Found elsewhere(const std::string& thing, const std::string& rest, const RuleSurroundings& around)
+{
+    const RequestReading reading = RequestReading::of(rest);
+    if (reading.has(Cue::remind) && TimeWords::isTime(reading.content, around))
+        return ReminderChange{.kind = ReminderChange::Kind::later,
+            .task = ReminderChange::taskNamed(thing),
+            .when = RequestText::withDigits(reading.content)};
+    if (const auto change = bareTime(rest, around)) {
+        if (thing.empty())
+            return *change;
+        return AgendaIntent{
+            .kind = AgendaIntent::Kind::move, .days = SpokenDays::ahead(around), .title = thing, .when = change->when};
+    }
+    auto request = likeliest(rest, around);
+    auto* moved = request ? std::get_if<AgendaIntent>(&*request) : nullptr;
+    if (moved && moved->kind == AgendaIntent::Kind::move && moved->title.empty())
+        moved->title = thing;
+    return request;
 }
 
 /// What is named first is what "that" means behind it: "the dentist, can we make that friday?"
 Found namedFirst(const std::string& core, const RuleSurroundings& around)
 {
-    static const Pattern pronoun("\\b(?:(?:that|this) one|it|that|this|them)\\b", caseless);
     const RequestWords words(core);
-    for (std::size_t index = 0; index + 1 < words.size(); ++index) {
-        const std::string thing = words.endsClause(index) ? thingNamed(words.said(0, index + 1)) : std::string();
-        if (thing.empty())
+    int clauses = 0;
+    for (std::size_t index = 0; index + 1 < words.size() && clauses < mostReasons; ++index) {
+        if (!isBoundary(words, index))
             continue;
-        std::string rest = RequestText::withoutOpening(words.said(index + 1, words.size()));
-        const auto match = pronoun.find(rest);
-        if (!match || !CueTable::at(RequestWords(rest), 0, CuePlace::head) || RequestReading::of(rest).isVerbatim)
-            continue;
-        return likeliest(rest.replace(match->range.start, match->range.end - match->range.start, thing), around);
+        ++clauses;
+        const RequestReading first = RequestReading::of(words.said(0, index + 1));
+        const std::string thing = thingNamed(first, around);
+        const std::string rest = RequestText::withoutOpening(words.said(index + 1, words.size()));
+        auto request = thing.empty() ? std::nullopt : askedOf(thing, rest, around);
+        if (!request && first.has(Cue::unable))
+            request = elsewhere(thing, rest, around);
+        if (request)
+            return request;
     }
     return std::nullopt;
 }

@@ -4,6 +4,7 @@
 #include "LiveService/replies/ReplyWording.h"
 #include "LiveService/rules/AgendaRules.h"
 #include "LiveService/rules/FollowUpRules.h"
+#include "LiveService/rules/ListedRules.h"
 #include "LiveService/rules/ReminderRules.h"
 #include "LiveService/rules/RequestReader.h"
 #include "LiveService/rules/RequestText.h"
@@ -13,8 +14,10 @@
 #include "QuorvellCore/live/history/ModeIntent.h"
 #include "QuorvellCore/safety/SpokenConsent.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace quorvell {
 
@@ -32,12 +35,6 @@ RuleStep say(std::string text, RequestMemory memory)
     return {std::move(text), std::move(memory)};
 }
 
-RuleStep ask(Kind kind, std::string question, RequestMemory memory)
-{
-    memory.pending = {.kind = kind, .question = question};
-    return say(std::move(question), std::move(memory));
-}
-
 /// What is said, be it by the rules themselves or in place of a tool that is not offered, can be repeated.
 RuleStep remembered(RuleStep step)
 {
@@ -49,7 +46,8 @@ RuleStep remembered(RuleStep step)
 RuleStep keepNote(const NoteIntent& intent, RequestMemory memory, const ToolRequests& requests)
 {
     if (intent.text.empty())
-        return ask(Kind::noteText, "What do you want to write down?", std::move(memory));
+        return RuleStep::asking(
+            {.kind = Kind::noteText, .question = "What do you want to write down?"}, std::move(memory));
     const std::string title = intent.title.empty() ? NoteIntent::titleFor(intent.text) : intent.title;
     return {requests.keep(title, intent.text), std::move(memory)};
 }
@@ -61,22 +59,9 @@ RuleStep search(const NoteIntent& intent, RequestMemory memory, const ToolReques
     return {requests.find(intent.text, limit), std::move(memory)};
 }
 
-RuleStep readFound(const NoteIntent& intent, RequestMemory memory, const ToolRequests& requests)
+RuleStep answerNote(const NoteIntent& intent, RequestMemory memory, const RuleSurroundings& around)
 {
-    const auto count = static_cast<int>(memory.found.size());
-    int index = intent.index == NoteIntent::lastIndex ? count - 1 : intent.index;
-    if (index == NoteIntent::onlyIndex && count == 1)
-        index = 0;
-    if (count == 0)
-        return ask(Kind::noteTopic, "What are you looking for?", std::move(memory));
-    if (index < 0 || index >= count)
-        return ask(Kind::whichNote, "Which one should I read?", std::move(memory));
-    auto request = requests.readNote(memory.found[static_cast<std::size_t>(index)].id);
-    return {std::move(request), std::move(memory)};
-}
-
-RuleStep answerNote(const NoteIntent& intent, RequestMemory memory, const ToolRequests& requests)
-{
+    const ToolRequests requests{around};
     switch (intent.kind) {
     case NoteIntent::Kind::keep:
         return keepNote(intent, std::move(memory), requests);
@@ -85,7 +70,7 @@ RuleStep answerNote(const NoteIntent& intent, RequestMemory memory, const ToolRe
     case NoteIntent::Kind::readFound:
         break;
     }
-    return readFound(intent, std::move(memory), requests);
+    return ListedRules::read(intent, std::move(memory), around);
 }
 
 const char* nameOf(HelpMode mode)
@@ -111,10 +96,7 @@ struct Answering {
         return ReminderRules::change(change, std::move(memory), around);
     }
     RuleStep operator()(const ReminderIntent& intent) { return ReminderRules::set(intent, std::move(memory), around); }
-    RuleStep operator()(const NoteIntent& intent)
-    {
-        return answerNote(intent, std::move(memory), ToolRequests{around});
-    }
+    RuleStep operator()(const NoteIntent& intent) { return answerNote(intent, std::move(memory), around); }
     RuleStep operator()(const FactIntent& intent)
     {
         return {ToolRequests{around}.remember(intent.fact), std::move(memory)};
@@ -128,11 +110,10 @@ struct Answering {
         if (memory.topic == Topic::note)
             return {requests.keep(NoteIntent::titleFor(intent.words), RequestText::written(intent.words)),
                 std::move(memory)};
-        memory.pending = {.kind = Kind::keepOrRemind,
-            .question = "Should I write that down, or remind you of it?",
-            .task = intent.words};
-        std::string question = memory.pending.question;
-        return say(std::move(question), std::move(memory));
+        return RuleStep::asking({.kind = Kind::keepOrRemind,
+                                    .question = "Should I write that down, or remind you of it?",
+                                    .task = intent.words},
+            std::move(memory));
     }
     RuleStep operator()(NotebookIntent intent)
     {
@@ -144,9 +125,12 @@ struct Answering {
 
 RuleStep answerRequest(const std::string& core, RequestMemory memory, const RuleSurroundings& around)
 {
-    if (auto request = RequestReader::read(core, around))
-        return std::visit(Answering{std::move(memory), around}, *request);
-    return say(PlainReplies::cannot(around.tools), std::move(memory));
+    const auto request = RequestReader::read(core, around);
+    if (!request)
+        return say(PlainReplies::cannot(around.tools), std::move(memory));
+    if (auto step = ListedRules::change(*request, memory, around))
+        return *std::move(step);
+    return std::visit(Answering{std::move(memory), around}, *request);
 }
 
 bool isUndoable(Topic topic)
@@ -160,7 +144,10 @@ RuleStep undo(RequestMemory memory, const RuleSurroundings& around)
     const ToolRequests requests{around};
     switch (memory.topic) {
     case Topic::event:
-        return {requests.cancelEvent(memory.event.id), std::move(memory)};
+        // What was set as a series goes as one.
+        if (memory.event.repeats && memory.wish.scope == EventWish::Scope::open)
+            memory.wish.scope = EventWish::Scope::all;
+        return {requests.cancelEvent(memory.event.id, memory.wish.scope), std::move(memory)};
     case Topic::reminder:
         return {requests.chosen("set_reminder", "{\"done\":true}", memory.reminder), std::move(memory)};
     case Topic::note:
@@ -188,6 +175,22 @@ void noteTopic(const ToolRequest& call, std::string_view result, RequestMemory& 
     }
     if (call.name == "keep_note")
         memory.topic = Topic::note;
+}
+
+/// What "the second one" points into from now on: what was told, and nothing behind it.
+void noteList(const ToolRequest& call, std::string_view result, RequestMemory& memory)
+{
+    std::vector<FoundThing> things = call.name == "whats_on" ? ToolResultRules::agendaIn(result)
+        : call.name == "set_reminder"                        ? ToolResultRules::remindersIn(result)
+                                                             : std::vector<FoundThing>();
+    if (things.empty() && call.name != "whats_on")
+        return;
+    memory.found = std::move(things);
+    if (memory.pending.kind != Kind::none)
+        return;
+    if (call.name == "set_reminder")
+        std::erase_if(memory.found, [&](const FoundThing& thing) { return !memory.tellsOf(thing.start); });
+    memory.found.resize(std::min(memory.found.size(), RequestMemory::mostTold));
 }
 
 /// The note to read at once, when that is what the search was for.
@@ -243,7 +246,8 @@ RuleStep RequestRules::answerResult(
     if (call.name == "set_reminder")
         memory.pending = ToolResultRules::questionIn(call, result, reply);
     if (memory.pending.kind == Kind::none)
-        memory.pending = ToolResultRules::questionOf(call, result, reply, memory.found);
+        memory.pending = ToolResultRules::questionOf(call, result, reply);
+    noteList(call, result, memory);
     if (call.name == "find_in_notebook") {
         memory.found = ToolResultRules::notesIn(result);
         const auto id = noteToRead(memory);

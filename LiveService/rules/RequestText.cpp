@@ -4,7 +4,6 @@
 #include "OnDeviceSpeech/SpokenToWritten.h"
 #include "QuorvellCore/reminders/SpokenTimes.h"
 #include "QuorvellCore/text/Characters.h"
-#include "QuorvellCore/text/Pattern.h"
 #include "QuorvellCore/text/TextMatch.h"
 #include "Understanding/RequestReading.h"
 #include "Understanding/RequestWords.h"
@@ -24,6 +23,14 @@ std::string withoutMatchAtStart(const Pattern& pattern, const std::string& text)
     return match && match->range.start == 0 ? trimmed(std::string_view(text).substr(match->range.end)) : text;
 }
 
+/// Where the last words begin: what is looked for at the end is not looked for in a whole story.
+std::size_t endOf(std::string_view text)
+{
+    constexpr std::size_t longestEnd = 160; ///< Bytes.
+    const std::size_t from = text.size() > longestEnd ? text.find(' ', text.size() - longestEnd) : 0;
+    return from == std::string_view::npos ? 0 : from;
+}
+
 /// "The vet is on friday, put that in my diary" with the wish in front.
 std::optional<std::string> wishBehind(const std::string& core)
 {
@@ -41,10 +48,11 @@ std::optional<std::string> wishBehind(const std::string& core)
         Pattern::Case::insensitive);
     static const Pattern duty(
         "^(?:i|we)(?:['’]ve)? (?:(?:have|need|want|ought|got|has) to|must|should)\\b", Pattern::Case::insensitive);
-    const auto match = wish.find(core);
+    const std::size_t end = endOf(core);
+    const auto match = wish.find(std::string_view(core).substr(end));
     if (!match)
         return std::nullopt;
-    const std::string said = RequestText::withoutOpening(match->texts[0]);
+    const std::string said = RequestText::withoutOpening(core.substr(0, end) + match->texts[0]);
     if (!match->texts[1].empty())
         return "remember that " + said;
     if (!match->texts[3].empty())
@@ -96,7 +104,7 @@ std::string RequestText::withoutClosing(std::string_view words)
     std::string text = trimmed(words);
     for (std::string before; before != text;) {
         before = text;
-        const auto match = closing.find(text);
+        const auto match = closing.find(text, endOf(text));
         if (match && match->range.start > 0)
             text.resize(match->range.start);
     }
@@ -138,7 +146,21 @@ bool RequestText::isIdle(std::string_view said)
 
 std::string RequestText::withDigits(std::string_view words)
 {
-    return withWrittenTimes(spokenToWritten(words));
+    return isStory(words) ? std::string(words) : withWrittenTimes(spokenToWritten(words));
+}
+
+bool RequestText::isStory(std::string_view words)
+{
+    constexpr std::size_t mostBytes = 800;
+    constexpr std::ptrdiff_t mostBlanks = 80;
+    constexpr std::string_view blanks = " \t\r\n";
+    return words.size() > mostBytes
+        || std::ranges::count_if(words, [&](char letter) { return blanks.find(letter) != blanks.npos; }) > mostBlanks;
+}
+
+std::string RequestText::without(std::string_view words, const TextRange& range)
+{
+    return trimmed(trimmed(words.substr(0, range.start)) + " " + trimmed(words.substr(range.end)));
 }
 
 std::string RequestText::written(std::string_view words)
@@ -148,9 +170,11 @@ std::string RequestText::written(std::string_view words)
 
 std::string RequestText::phrase(std::string_view words)
 {
-    std::string result = TextMatch::normalized(words);
-    std::erase(result, '\'');
-    return result;
+    const RequestWords parts(words);
+    std::string joined;
+    for (std::size_t index = 0; index < parts.size(); ++index)
+        joined += std::string(parts.at(index)) + " ";
+    return TextMatch::normalized(joined);
 }
 
 } // namespace quorvell

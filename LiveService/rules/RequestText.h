@@ -2,6 +2,7 @@
 #pragma once
 
 #include "LiveService/rules/RuleSurroundings.h"
+#include "QuorvellCore/text/Pattern.h"
 
 #include <string>
 #include <string_view>
@@ -22,9 +23,13 @@ struct RequestText {
     static bool isIdle(std::string_view words);
     /// Numbers and times of day that are said in words, in digits, as the reader of phrases knows them.
     static std::string withDigits(std::string_view words);
+    /// Whether there are more words than anybody puts a time into. Reading a time in them would take long.
+    static bool isStory(std::string_view words);
+    /// With one space in place of what is left out.
+    static std::string without(std::string_view words, const TextRange& range);
     /// As something to write down: first letter in upper case, no loose signs at the ends.
     static std::string written(std::string_view words);
-    /// Lower case, letters and digits only, one space between words; for comparing whole phrases.
+    /// Lower case, letters and digits only, contractions taken apart; for comparing whole phrases.
     static std::string phrase(std::string_view words);
 };
 

@@ -4,6 +4,7 @@
 #include "LiveService/rules/ToolRequest.h"
 
 #include <string>
+#include <utility>
 #include <variant>
 
 namespace quorvell {
@@ -13,6 +14,14 @@ namespace quorvell {
 struct RuleStep {
     std::variant<ToolRequest, std::string> answer;
     RequestMemory memory;
+
+    /// Asks the user back.
+    static RuleStep asking(PendingQuestion question, RequestMemory memory)
+    {
+        std::string text = question.question;
+        memory.pending = std::move(question);
+        return {std::move(text), std::move(memory)};
+    }
 
     bool operator==(const RuleStep&) const = default;
 };

@@ -4,7 +4,6 @@
 #include "LiveService/rules/TimeVocabulary.h"
 #include "LiveService/rules/TimeWords.h"
 #include "QuorvellCore/reminders/DateParts.h"
-#include "QuorvellCore/reminders/ReminderPhrase.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/RequestWords.h"
@@ -104,11 +103,6 @@ Instant usualOne(const ReminderPhrase& phrase, const RuleSurroundings& around)
     return phrase.isAmbiguous() && usual != choices.end() ? *usual : phrase.date;
 }
 
-std::optional<ReminderPhrase> phraseIn(std::string_view words, const RuleSurroundings& around)
-{
-    return ReminderPhrase::parse(RequestText::withDigits(words), around.now, around.calendar);
-}
-
 } // namespace
 
 std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const RuleSurroundings& around)
@@ -127,7 +121,7 @@ std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const RuleSu
     if (today.find(words)) {
         day = dayAfter(0, around);
     } else {
-        const auto phrase = phraseIn(words, around);
+        const auto phrase = TimeWords::phraseIn(words, around);
         if (!phrase || phrase->hasTime || !phrase->task.empty() || phrase->repeatRule)
             return std::nullopt;
         day = dayText(phrase->date, around);
@@ -163,17 +157,19 @@ SpokenDays SpokenDays::ahead(const RuleSurroundings& around)
 
 std::optional<SpokenMoment> SpokenMoment::read(std::string_view words, const RuleSurroundings& around)
 {
-    static const Pattern day("\\b(?:today|tonight|tomorrow|(?:mon|tues|wednes|thurs|fri|satur|sun)day|next|week"
-                             "|january|february|march|april|may|june|july|august|september|october|november|december"
-                             "|\\d+(?:st|nd|rd|th)|days?)\\b",
+    static const Pattern day("\\b(?:today|tonight|tomorrow|" + std::string(TimeVocabulary::weekday)
+            + "|next|week|in \\d+|in an?"
+              "|january|february|march|april|may|june|july|august|september|october|november|december"
+              "|\\d+(?:st|nd|rd|th)|days?)\\b",
         caseless);
-    const auto phrase = phraseIn(words, around);
+    const auto phrase = TimeWords::phraseIn(words, around);
     if (!phrase)
         return std::nullopt;
     const Instant date = usualOne(*phrase, around);
     const DateParts parts =
         phrase->hasTime ? DateParts::from(date, around.calendar) : DateParts::fromDay(date, around.calendar);
-    return SpokenMoment{parts.text(), phrase->task, !phrase->hasTime || day.find(phrase->timeWords).has_value()};
+    return SpokenMoment{parts.text(), phrase->task, !phrase->hasTime || day.find(phrase->timeWords).has_value(),
+        phrase->repeatRule ? phrase->repeatRule->stored() : std::string()};
 }
 
 std::optional<std::string> SpokenMoment::movedTo(
@@ -204,6 +200,8 @@ std::optional<SpokenLength> SpokenLength::read(std::string_view spoken)
         {Pattern("\\b(?:for |of )?(?:a |an )?(\\d{1,2})[ -]?hours?\\b", caseless), 60},
         {Pattern("\\b(?:for |of )?(?:(?:an|one|a free|a|free) )?hour\\b", caseless), 60},
     };
+    if (RequestText::isStory(spoken))
+        return std::nullopt;
     const std::string words = RequestText::withDigits(spoken);
     for (const Row& row : rows) {
         const auto match = row.pattern.find(words);
@@ -211,9 +209,7 @@ std::optional<SpokenLength> SpokenLength::read(std::string_view spoken)
             continue;
         const bool hasNumber = !match->texts.empty() && !match->texts[0].empty();
         const int minutes = row.minutes * (hasNumber ? std::atoi(match->texts[0].c_str()) : 1);
-        const std::string before = trimmed(words.substr(0, match->range.start));
-        const std::string after = trimmed(words.substr(match->range.end));
-        return SpokenLength{minutes, trimmed(before + " " + after)};
+        return SpokenLength{minutes, RequestText::without(words, match->range)};
     }
     return std::nullopt;
 }

@@ -30,6 +30,7 @@ struct SpokenMoment {
     std::string date; ///< In the form of the tools' dates; without a time where none was named.
     std::string rest; ///< The words without those of the time.
     bool namesDay = false; ///< Else it is the next time that the clock shows it.
+    std::string repeat{}; ///< How it comes back, in the form of the tools; empty for once.
 
     /// An hour without a half of the day ("at one") is taken between 8 in the morning and 8 in the evening.
     static std::optional<SpokenMoment> read(std::string_view words, const RuleSurroundings& around);

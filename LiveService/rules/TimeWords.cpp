@@ -1,9 +1,9 @@
 #include "LiveService/rules/TimeWords.h"
 
+#include "LiveService/rules/ListPlace.h"
 #include "LiveService/rules/RequestText.h"
 #include "LiveService/rules/SpokenDays.h"
 #include "LiveService/rules/TimeVocabulary.h"
-#include "QuorvellCore/reminders/ReminderPhrase.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/RequestWords.h"
@@ -33,9 +33,9 @@ std::string withAt(const std::string& words)
 bool isLink(std::string_view word)
 {
     return word == "to" || word == "until" || word == "till" || word == "by" || word == "for" || word == "back"
-        || word == "off" || word == "out" || word == "be" || word == "is" || word == "rather" || word == "say"
-        || word == "go" || word == "later" || word == "moved" || word == "moving" || word == "been" || word == "has"
-        || word == "now";
+        || word == "off" || word == "out" || word == "be" || word == "is" || word == "are" || word == "rather"
+        || word == "say" || word == "go" || word == "later" || word == "moved" || word == "moving" || word == "been"
+        || word == "has" || word == "now";
 }
 
 bool isTail(std::string_view word)
@@ -44,6 +44,13 @@ bool isTail(std::string_view word)
 }
 
 } // namespace
+
+std::optional<ReminderPhrase> TimeWords::phraseIn(std::string_view words, const RuleSurroundings& around)
+{
+    if (RequestText::isStory(words))
+        return std::nullopt;
+    return ReminderPhrase::parse(RequestText::withDigits(words), around.now, around.calendar);
+}
 
 std::optional<int> TimeWords::daysIn(std::string_view words)
 {
@@ -71,13 +78,16 @@ std::optional<TimeWords> TimeWords::atEnd(std::string_view said, const RuleSurro
 {
     const RequestWords words(said);
     std::size_t end = words.size();
-    while (end > 0 && isTail(words.at(end - 1)))
-        --end;
+    bool isLater = false; // Than it was, and not than now.
+    for (; end > 0 && isTail(words.at(end - 1)); --end)
+        isLater = isLater || words.at(end - 1) == "later";
     for (std::size_t start = end > longest ? end - longest : 0; start < end; ++start) {
-        const bool mayBegin = !isLink(words.at(start)) && TimeVocabulary::mayBeTime(words, start, end);
+        // "The second one to 5 pm" is not 4:59.
+        const bool isPlace = start > 0 && ListPlace::read(words.said(start - 1, start + 1));
+        const bool mayBegin = !isPlace && !isLink(words.at(start)) && TimeVocabulary::mayBeTime(words, start, end);
         if (!mayBegin || !isTime(words.said(start, end), around))
             continue;
-        TimeWords found{.time = withAt(words.said(start, end)), .rest = {}};
+        TimeWords found{.time = withAt(words.said(start, end)), .rest = {}, .isBy = isLater};
         std::size_t last = start;
         while (last > 0 && isLink(words.at(last - 1))) {
             --last;

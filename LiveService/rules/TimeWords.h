@@ -2,6 +2,7 @@
 #pragma once
 
 #include "LiveService/rules/RuleSurroundings.h"
+#include "QuorvellCore/reminders/ReminderPhrase.h"
 
 #include <optional>
 #include <string>
@@ -17,6 +18,8 @@ struct TimeWords {
     std::string rest;
     bool isBy = false; ///< "by an hour": how far, not until when.
 
+    /// What the words say of a time, numbers in words too. Nothing in a whole story.
+    static std::optional<ReminderPhrase> phraseIn(std::string_view words, const RuleSurroundings& around);
     /// Whether the words are a time or a length of time and nothing else. Repetitions are none.
     static bool isTime(std::string_view words, const RuleSurroundings& around);
     /// "a day", "two weeks", and nothing else.

@@ -18,6 +18,13 @@ ToolRequests::Answer request(
     return ToolRequest{tool, dumpJson(arguments)};
 }
 
+Json ofScope(Json arguments, EventWish::Scope scope)
+{
+    if (scope == EventWish::Scope::all)
+        arguments["series"] = true;
+    return arguments;
+}
+
 } // namespace
 
 ToolRequests::Answer ToolRequests::remindFromWords(std::string_view text, std::string_view repeat) const
@@ -108,31 +115,35 @@ ToolRequests::Answer ToolRequests::findFreeTime(int minutes, const SpokenDays& d
     return request(surroundings, "find_free_time", arguments, "look into your calendar");
 }
 
-ToolRequests::Answer ToolRequests::addEvent(
-    std::string_view title, std::string_view start, std::string_view end, int minutes) const
+ToolRequests::Answer ToolRequests::addEvent(const AgendaIntent& event) const
 {
     constexpr std::size_t dayOnly = 10; ///< "2026-11-22"
-    Json arguments{{"title", title}, {"start", start}};
-    if (!end.empty())
-        arguments["end"] = end;
-    else if (minutes > 0)
-        arguments["minutes"] = minutes;
-    if (start.size() <= dayOnly)
+    Json arguments{{"title", event.title}, {"start", event.start}};
+    if (!event.end.empty())
+        arguments["end"] = event.end;
+    else if (event.minutes > 0)
+        arguments["minutes"] = event.minutes;
+    if (event.start.size() <= dayOnly)
         arguments["all_day"] = true;
+    if (!event.repeat.empty())
+        arguments["repeat"] = event.repeat;
     return request(surroundings, "add_event", arguments, "put events into your calendar");
 }
 
-ToolRequests::Answer ToolRequests::moveEvent(std::string_view id, std::string_view start, std::string_view end) const
+ToolRequests::Answer ToolRequests::moveEvent(
+    std::string_view id, std::string_view start, std::string_view end, EventWish::Scope scope) const
 {
     Json changes{{"start", start}};
     if (!end.empty())
         changes["end"] = end;
-    return request(surroundings, "change_event", {{"id", id}, {"changes", changes}}, "change your calendar");
+    return request(
+        surroundings, "change_event", ofScope({{"id", id}, {"changes", changes}}, scope), "change your calendar");
 }
 
-ToolRequests::Answer ToolRequests::cancelEvent(std::string_view id) const
+ToolRequests::Answer ToolRequests::cancelEvent(std::string_view id, EventWish::Scope scope) const
 {
-    return request(surroundings, "change_event", {{"id", id}, {"cancel", true}}, "change your calendar");
+    return request(
+        surroundings, "change_event", ofScope({{"id", id}, {"cancel", true}}, scope), "change your calendar");
 }
 
 ToolRequests::Answer ToolRequests::confirmed(std::string_view tool, std::string_view text) const

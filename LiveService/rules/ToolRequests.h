@@ -1,6 +1,7 @@
 // Builds the requests that the rules make, each only where the session offered its tool. Pure.
 #pragma once
 
+#include "LiveService/rules/AgendaIntent.h"
 #include "LiveService/rules/RuleStep.h"
 #include "LiveService/rules/RuleSurroundings.h"
 #include "LiveService/rules/SpokenDays.h"
@@ -35,10 +36,11 @@ struct ToolRequests {
     Answer whatsOn(const SpokenDays& days) const;
     /// Without days the tool's own stretch of time is searched.
     Answer findFreeTime(int minutes, const SpokenDays& days) const;
-    /// `end` may be empty, `minutes` 0; without a time of day it is a whole day's.
-    Answer addEvent(std::string_view title, std::string_view start, std::string_view end, int minutes) const;
-    Answer moveEvent(std::string_view id, std::string_view start, std::string_view end) const;
-    Answer cancelEvent(std::string_view id) const;
+    /// Of its times only `start` has to be there; without a time of day it is a whole day's.
+    Answer addEvent(const AgendaIntent& event) const;
+    /// `end` may be empty.
+    Answer moveEvent(std::string_view id, std::string_view start, std::string_view end, EventWish::Scope scope) const;
+    Answer cancelEvent(std::string_view id, EventWish::Scope scope) const;
     /// The same call once more, now that the user has agreed.
     Answer confirmed(std::string_view tool, std::string_view arguments) const;
     /// The same call once more, with another time until which a reminder is put off.

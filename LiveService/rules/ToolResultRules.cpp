@@ -9,7 +9,7 @@ namespace quorvell {
 namespace {
 
 constexpr std::size_t mostChoices = 8;
-constexpr std::size_t mostNotes = 50;
+constexpr std::size_t mostThings = 50;
 
 PendingQuestion::Kind kindOf(const Json& result)
 {
@@ -36,10 +36,37 @@ std::vector<TimeChoice> choicesIn(const Json& result)
     return choices;
 }
 
-FoundEvent readEvent(const Json& item)
+using Kind = FoundThing::Kind;
+
+FoundThing readThing(const Json& item, Kind kind, const char* title, const char* start)
 {
-    return {readString(item, "id").value_or(""), readString(item, "title").value_or(""),
-        readString(item, "start").value_or(""), readString(item, "end").value_or("")};
+    return {.id = readString(item, "id").value_or(""),
+        .title = readString(item, title).value_or(""),
+        .start = readString(item, start).value_or(""),
+        .end = readString(item, "end").value_or(""),
+        .kind = kind,
+        .repeats = readBool(item, "repeats").value_or(false)};
+}
+
+FoundThing readEvent(const Json& item)
+{
+    return readThing(item, Kind::event, "title", "start");
+}
+
+/// The first of a list, each read by `read`. What has no id cannot be pointed at.
+template <typename Read> std::vector<FoundThing> thingsIn(std::string_view text, const char* key, Read read)
+{
+    std::vector<FoundThing> things;
+    const auto result = parseJson(text);
+    const Json* list = result ? memberOf(*result, key) : nullptr;
+    if (!list || !list->is_array())
+        return things;
+    for (const Json& item : *list) {
+        FoundThing thing = read(item);
+        if (!thing.id.empty() && things.size() < mostThings)
+            things.push_back(std::move(thing));
+    }
+    return things;
 }
 
 } // namespace
@@ -62,33 +89,24 @@ PendingQuestion ToolResultRules::questionIn(const ToolRequest& call, std::string
         .arguments = putsOff ? call.arguments : std::string()};
 }
 
-std::vector<FoundNote> ToolResultRules::notesIn(std::string_view text)
+std::vector<FoundThing> ToolResultRules::notesIn(std::string_view text)
 {
-    std::vector<FoundNote> notes;
-    const auto result = parseJson(text);
-    const Json* list = result ? memberOf(*result, "notes") : nullptr;
-    if (!list || !list->is_array())
-        return notes;
-    for (const Json& note : *list) {
-        if (const auto id = readString(note, "id"); id && notes.size() < mostNotes)
-            notes.push_back({*id, readString(note, "title").value_or("")});
-    }
-    return notes;
+    return thingsIn(text, "notes", [](const Json& item) { return readThing(item, Kind::note, "title", "date"); });
 }
 
-std::vector<FoundEvent> ToolResultRules::eventsIn(std::string_view text)
+std::vector<FoundThing> ToolResultRules::agendaIn(std::string_view text)
 {
-    std::vector<FoundEvent> events;
-    const auto result = parseJson(text);
-    const Json* list = result ? memberOf(*result, "items") : nullptr;
-    if (!list || !list->is_array())
-        return events;
-    for (const Json& item : *list) {
-        FoundEvent event = readEvent(item);
-        if (!event.id.empty() && readString(item, "kind") == "event" && events.size() < mostNotes)
-            events.push_back(std::move(event));
-    }
-    return events;
+    return thingsIn(text, "items", [](const Json& item) {
+        FoundThing thing = readEvent(item);
+        thing.kind = readString(item, "kind") == "event" ? Kind::event : Kind::reminder;
+        return thing;
+    });
+}
+
+std::vector<FoundThing> ToolResultRules::remindersIn(std::string_view text)
+{
+    return thingsIn(
+        text, "reminders", [](const Json& item) { return readThing(item, Kind::reminder, "task", "date"); });
 }
 
 ToolResultRules::Reminder ToolResultRules::reminderIn(std::string_view text)
@@ -103,11 +121,11 @@ ToolResultRules::Reminder ToolResultRules::reminderIn(std::string_view text)
     return {readString(reminder, "id").value_or(""), readString(reminder, "date").value_or("")};
 }
 
-FoundEvent ToolResultRules::eventIn(std::string_view text)
+FoundThing ToolResultRules::eventIn(std::string_view text)
 {
     const auto result = parseJson(text);
     const auto status = result ? readString(*result, "status") : std::nullopt;
-    return status == "added" || status == "changed" ? readEvent(*result) : FoundEvent();
+    return status == "added" || status == "changed" ? readEvent(*result) : FoundThing();
 }
 
 bool ToolResultRules::endsReminder(std::string_view text)
@@ -126,28 +144,16 @@ bool ToolResultRules::foundNothingDue(const ToolRequest& call, std::string_view 
     return changes && !memberOf(*arguments, "id") && !memberOf(*arguments, "task");
 }
 
-PendingQuestion ToolResultRules::questionOf(
-    const ToolRequest& call, std::string_view text, std::string_view question, std::vector<FoundNote>& found)
+PendingQuestion ToolResultRules::questionOf(const ToolRequest& call, std::string_view text, std::string_view question)
 {
     const auto result = parseJson(text);
     const auto status = result ? readString(*result, "status") : std::nullopt;
-    if (status == "needs_confirmation")
-        return {.kind = PendingQuestion::Kind::confirm,
-            .question = std::string(question),
-            .tool = call.name,
-            .arguments = call.arguments};
-    const Json* list = status == "which_reminder" ? memberOf(*result, "reminders") : nullptr;
-    if (!list || !list->is_array())
+    const auto kind = status == "needs_confirmation" ? PendingQuestion::Kind::confirm
+        : status == "which_reminder"                 ? PendingQuestion::Kind::whichReminder
+                                                     : PendingQuestion::Kind::none;
+    if (kind == PendingQuestion::Kind::none)
         return {};
-    found.clear();
-    for (const Json& reminder : *list) {
-        if (const auto id = readString(reminder, "id"); id && found.size() < mostNotes)
-            found.push_back({*id, readString(reminder, "task").value_or("")});
-    }
-    return {.kind = PendingQuestion::Kind::whichReminder,
-        .question = std::string(question),
-        .tool = call.name,
-        .arguments = call.arguments};
+    return {.kind = kind, .question = std::string(question), .tool = call.name, .arguments = call.arguments};
 }
 
 } // namespace quorvell

@@ -91,15 +91,15 @@ void findFreeTime(const SharedPointer& shared, const LiveFunctionCall& call, Too
         });
 }
 
-/// Answers with the event as it stands and with what stands in its way.
+/// Answers with the event as it stands and with what stands in its way. `head` is how the answer begins.
 void answerWithConflicts(
-    const SharedPointer& shared, const char* status, const CalendarEvent& event, std::shared_ptr<ToolReply> answer)
+    const SharedPointer& shared, Json head, const CalendarEvent& event, std::shared_ptr<ToolReply> answer)
 {
     shared->agenda.read(event.start, event.end, shared->context.calendar,
-        [shared, status, event, answer = std::move(answer)](const AgendaReading& reading) {
+        [shared, head = std::move(head), event, answer = std::move(answer)](const AgendaReading& reading) {
             const Instant now = shared->context.now();
             const EventAnswers answers(now, shared->context.calendar);
-            Json result = {{"status", status}};
+            Json result = head;
             result.update(answers.event(event));
             result["conflicts"] = answers.conflicts(event, reading.events);
             if (Json reminders = answers.remindersDuring(event, visibleNotes(*shared)); !reminders.empty())
@@ -119,11 +119,14 @@ void addEvent(const SharedPointer& shared, const LiveFunctionCall& call, ToolRep
     if (!read.problem.empty())
         return reply.fail("Nothing was added: " + read.problem);
     read.draft.uid = shared->context.newUid();
+    Json head = {{"status", "added"}};
+    if (read.draft.repeat)
+        head["repeat_words"] = read.draft.repeat->spoken(shared->context.calendar.locale());
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
-    shared->agenda.add(
-        read.draft, shared->context.calendar, shared->context.now(), [shared, answer](const AgendaVerdict& verdict) {
+    shared->agenda.add(read.draft, shared->context.calendar, shared->context.now(),
+        [shared, head = std::move(head), answer](const AgendaVerdict& verdict) {
             if (verdict.event)
-                answerWithConflicts(shared, "added", *verdict.event, answer);
+                answerWithConflicts(shared, head, *verdict.event, answer);
             else
                 answer->fail(verdict.problem);
         });
@@ -211,7 +214,7 @@ void changeEvent(const SharedPointer& shared, const LiveFunctionCall& call, Tool
             shared->agenda.change(id, scope, read.change, shared->context.calendar, shared->context.now(),
                 [shared, answer](const AgendaVerdict& verdict) {
                     if (verdict.event)
-                        answerWithConflicts(shared, "changed", *verdict.event, answer);
+                        answerWithConflicts(shared, {{"status", "changed"}}, *verdict.event, answer);
                     else
                         answer->fail(verdict.problem);
                 });

@@ -1,5 +1,6 @@
 #include "QuorvellCore/live/history/ModeIntent.h"
 
+#include "QuorvellCore/text/Apostrophes.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
@@ -110,14 +111,6 @@ std::optional<HelpMode> requestedIn(const Clause& clause)
             return phrase.mode;
     }
     return std::nullopt;
-}
-
-std::string withPlainApostrophes(std::string text)
-{
-    for (const std::string_view apostrophe : {"\u2018", "\u2019"})
-        for (std::size_t at = text.find(apostrophe); at != std::string::npos; at = text.find(apostrophe, at))
-            text.replace(at, apostrophe.size(), "'");
-    return text;
 }
 
 } // namespace

@@ -130,6 +130,9 @@ TEST(ReplyWording, tellsOfNotes)
             R"({"status":"added","title":"Gym","start":"2026-11-20 08:00","reminders":[{"title":"Pay rent"}],"past":true})",
             "I have put Gym into your calendar, on Friday the 20th of November at 8 AM. Your reminder “Pay rent” comes "
             "meanwhile. Mind that this is already past."},
+        {"added as a series", "add_event", Purpose::tell,
+            R"({"status":"added","repeat_words":"Every Monday","title":"Yoga","start":"2026-11-23 18:00"})",
+            "I have put Yoga into your calendar, every Monday, starting on Monday the 23rd of November at 6 PM."},
         {"asked first", "change_event", Purpose::tell, R"({"status":"needs_confirmation","title":"Gym"})",
             "Should I really delete Gym?"},
         {"a fact", "remember_about_them", Purpose::tell, R"({"status":"remembered"})", "I will remember that."},

@@ -16,12 +16,9 @@ TEST(ChangeRules, changesRemindersAndKnowsTheCalendar)
     };
     const Row rows[] = {
         {"list my reminders", R"(set_reminder {"list":true})"},
-        {"do i have any reminders today", R"(set_reminder {"list":true})"},
         {"I'm done", R"(set_reminder {"done":true})"},
-        {"i did it", R"(set_reminder {"done":true})"},
         {"mark it as done", R"(set_reminder {"done":true})"},
         {"I called the dentist", R"(set_reminder {"task":"dentist","done":true})"},
-        {"i've already paid my rent", R"(set_reminder {"task":"rent","done":true})"},
         {"tick off the laundry", R"(set_reminder {"task":"laundry","done":true})"},
         {"the laundry is done", R"(set_reminder {"task":"laundry","done":true})"},
         {"later", R"(set_reminder {"later":"later"})"},
@@ -29,14 +26,13 @@ TEST(ChangeRules, changesRemindersAndKnowsTheCalendar)
         {"remind me again in an hour", R"(set_reminder {"later":"in an hour"})"},
         {"snooze it for ten minutes", R"(set_reminder {"later":"in 10 minutes"})"},
         {"tomorrow morning", R"(set_reminder {"later":"tomorrow morning"})"},
+        {"make the dentist reminder two hours later", R"(set_reminder {"task":"dentist","later":"by 2 hours"})"},
         {"put it off until monday", R"(set_reminder {"later":"monday"})"},
         {"move the reminder to call mum to tomorrow at 9 am",
             R"(set_reminder {"task":"call mum","later":"tomorrow at 9 am"})"},
 
-        {"what's on today", R"(whats_on {"from":"2026-11-21","to":"2026-11-21"})"},
         {"what do I have tomorrow", R"(whats_on {"from":"2026-11-22","to":"2026-11-22"})"},
         {"what's on my calendar this week", R"(whats_on {"from":"2026-11-21","to":"2026-11-22"})"},
-        {"show me my agenda for friday", R"(whats_on {"from":"2026-11-27","to":"2026-11-27"})"},
         {"do i have anything on tomorrow afternoon", R"(whats_on {"from":"2026-11-22 12:00","to":"2026-11-22 18:00"})"},
         {"how does my week look", R"(whats_on {"from":"2026-11-21","to":"2026-11-22"})"},
         {"what's happening next week", R"(whats_on {"from":"2026-11-23","to":"2026-11-29"})"},
@@ -45,10 +41,7 @@ TEST(ChangeRules, changesRemindersAndKnowsTheCalendar)
             R"(find_free_time {"minutes":45,"from":"2026-11-22","to":"2026-11-22"})"},
         {"when do i have an hour free this week",
             R"(find_free_time {"minutes":60,"from":"2026-11-21","to":"2026-11-22"})"},
-        {"find me half an hour on friday", R"(find_free_time {"minutes":30,"from":"2026-11-27","to":"2026-11-27"})"},
-        {"do i have an hour free tomorrow", R"(find_free_time {"minutes":60,"from":"2026-11-22","to":"2026-11-22"})"},
         {"when am i free", R"(find_free_time {"minutes":60})"},
-        {"find a free hour", R"(find_free_time {"minutes":60})"},
         {"put lunch with Ana on Friday at one in my calendar",
             R"(add_event {"title":"Lunch with Ana","start":"2026-11-27 13:00"})"},
         {"add dentist tomorrow at 9 am to my calendar", R"(add_event {"title":"Dentist","start":"2026-11-22 09:00"})"},
@@ -68,7 +61,6 @@ TEST(ChangeRules, changesRemindersAndKnowsTheCalendar)
         {"book me in for yoga on monday at 6 pm", R"(add_event {"title":"Yoga","start":"2026-11-23 18:00"})"},
         {"schedule a call with Kim tomorrow from half past two to three",
             R"(add_event {"title":"Call with Kim","start":"2026-11-22 14:30","end":"2026-11-22 15:00"})"},
-        {"tell me what I have on monday", R"(whats_on {"from":"2026-11-23","to":"2026-11-23"})"},
         {"when could I squeeze in an hour tomorrow",
             R"(find_free_time {"minutes":60,"from":"2026-11-22","to":"2026-11-22"})"},
         {"find the kettle note", R"(find_in_notebook {"query":"kettle"})"},
@@ -83,7 +75,6 @@ TEST(ChangeRules, changesRemindersAndKnowsTheCalendar)
         {"remember about me that my sister lives in Rome",
             R"(remember_about_them {"fact":"Their sister lives in Rome."})"},
         {"keep in mind that i never drink coffee", R"(remember_about_them {"fact":"Never drinks coffee."})"},
-        {"remember my birthday is in may", R"(remember_about_them {"fact":"Their birthday is in may."})"},
         {"remember that my sister is called Mira", R"(remember_about_them {"fact":"Their sister is called Mira."})"},
         {"don't forget that we live in Bern", R"(remember_about_them {"fact":"They live in Bern."})"},
         {"remember that my pin is 4711", R"(remember_about_them {"fact":"Their pin is 4711."})"},
@@ -96,13 +87,9 @@ TEST(ChangeRules, changesRemindersAndKnowsTheCalendar)
 
         {"move the dentist reminder to friday at 9 am", R"(set_reminder {"task":"dentist","later":"friday at 9 am"})"},
         {"push the dentist reminder back by ten minutes", R"(set_reminder {"task":"dentist","later":"by 10 minutes"})"},
-        {"put it off by an hour", R"(set_reminder {"later":"by an hour"})"},
-        {"i'm done with that", R"(set_reminder {"done":true})"},
-        {"put off the dentist reminder to monday", R"(set_reminder {"task":"dentist","later":"monday"})"},
         {"snooze the dentist reminder for an hour", R"(set_reminder {"task":"dentist","later":"in an hour"})"},
         {"mark the dentist reminder as done", R"(set_reminder {"task":"dentist","done":true})"},
         {"delete my dentist reminder", R"(set_reminder {"task":"dentist","done":true})"},
-        {"mark the reminder as done", R"(set_reminder {"done":true})"},
         {"snooze the reminder for an hour", R"(set_reminder {"later":"in an hour"})"},
         {"make it 6 pm instead", R"(set_reminder {"later":"6 pm"})"},
         {"remind me about the dentist on monday at 10 am instead",
@@ -124,7 +111,6 @@ TEST(ChangeRules, changesRemindersAndKnowsTheCalendar)
         {"on sunday at 10 am I need a reminder to call my mother",
             R"(set_reminder {"text":"remind me to call my mother on sunday at 10 am"})"},
         {"make the vet half an hour later", R"(whats_on {"from":"2026-11-21","to":"2026-12-22"})"},
-        {"reschedule the vet for sunday at noon", R"(whats_on {"from":"2026-11-21","to":"2026-12-22"})"},
         {"please save this for me: Anna likes lilies", R"(keep_note {"title":"Anna)"},
         {"do i have anything on the plumber", R"(find_in_notebook {"query":"plumber"})"},
         {"open the note on the plumber and read it out", R"(find_in_notebook {"query":"plumber"})"},
@@ -132,26 +118,19 @@ TEST(ChangeRules, changesRemindersAndKnowsTheCalendar)
         {"make it louder", "That needs an online model."},
         {"change it to german", "That needs an online model."},
         {"read me the plumber note", R"(find_in_notebook {"query":"plumber"})"},
-        {"open the plumber note", R"(find_in_notebook {"query":"plumber"})"},
-        {"find a free hour tomorrow", R"(find_free_time {"minutes":60,"from":"2026-11-22","to":"2026-11-22"})"},
         {"find me an hour on friday", R"(find_free_time {"minutes":60,"from":"2026-11-27","to":"2026-11-27"})"},
         {"find a free afternoon next week", R"(find_free_time {"minutes":180,"from":"2026-11-23","to":"2026-11-29"})"},
         {"find me a free morning tomorrow",
             R"(find_free_time {"minutes":180,"from":"2026-11-22 05:00","to":"2026-11-22 12:00"})"},
-        {"show me the boiler note", R"(find_in_notebook {"query":"boiler"})"},
         {"look up what I wrote about the boiler", R"(find_in_notebook {"query":"boiler"})"},
         {"save this: the bulb is in the cellar", R"(keep_note {"title":"Bulb")"},
-        {"write this down for me, the lock is open", R"(keep_note {"title":"Lock")"},
         {"ping me in 20 minutes to check the oven",
             R"(set_reminder {"text":"remind me in 20 minutes to check the oven"})"},
-        {"any reminders for tomorrow", R"(set_reminder {"list":true})"},
         {"what's left to do today", R"(set_reminder {"list":true})"},
         {"forget the oven reminder", R"(set_reminder {"task":"oven","done":true})"},
-        {"cross off the laundry", R"(set_reminder {"task":"laundry","done":true})"},
         {"pencil in coffee with Ana on tuesday at 11 am",
             R"(add_event {"title":"Coffee with Ana","start":"2026-11-24 11:00"})"},
         {"push the vet back an hour", R"(whats_on {"from":"2026-11-21","to":"2026-12-22"})"},
-        {"anything on friday", R"(whats_on {"from":"2026-11-27","to":"2026-11-27"})"},
         {"am i busy on friday", R"(whats_on {"from":"2026-11-27","to":"2026-11-27"})"},
         {"is friday afternoon free", R"(find_free_time {"minutes":60,"from":"2026-11-27 12:00")"},
         {"have i got time on monday", R"(find_free_time {"minutes":60,"from":"2026-11-23")"},
@@ -161,17 +140,29 @@ TEST(ChangeRules, changesRemindersAndKnowsTheCalendar)
         {"alert", "That needs an online model."},
         {"find a free parking space", "That needs an online model."},
         {"do it for me", R"(set_mode {"mode":"do"})"},
-        {"remember to call mum at 6 pm", R"(set_reminder {"text":"remind me to call mum at 6 pm"})"},
-        {"remember that the car is in the second row",
-            R"(keep_note {"title":"Car","text":"The car is in the second row"})"},
-        {"what did i write about the boat", R"(find_in_notebook {"query":"boat"})"},
-        {"find kettle", R"(find_in_notebook {"query":"kettle"})"},
         {"delete my note about tea", "I cannot throw notes away."},
         {"move the window to the left", "That needs an online model."},
         {"I have a meeting tomorrow at 5 pm", "Should I put that into your calendar?"},
-        {"what is on television", "That needs an online model."},
+        {"put yoga in my calendar every monday at 6 pm",
+            R"(add_event {"title":"Yoga","start":"2026-11-23 18:00","repeat":"weekly:2"})"},
+        {"schedule a team meeting every weekday at 9:30 am for 15 minutes",
+            R"(add_event {"title":"Team meeting","start":"2026-11-23 09:30","minutes":15,"repeat":"weekdays"})"},
+        {"add choir to my diary on tuesdays and thursdays at 7 pm",
+            R"(add_event {"title":"Choir","start":"2026-11-21 19:00","repeat":"weekly:3,5"})"},
+        {"put Anna's birthday in my calendar every year on december 5th",
+            R"(add_event {"title":"Anna's birthday","start":"2026-12-05","all_day":true,"repeat":"yearly"})"},
+        {"put yoga in my calendar every other monday at 6 pm", "I can repeat an event every day"},
+        {"put yoga in my calendar every monday", "At what time is it?"},
+        {"I can't do the dentist tomorrow, remind me on tuesday at 9 am instead",
+            R"(set_reminder {"task":"dentist","later":"on tuesday at 9 am"})"},
+        {"i can't do the dentist tomorrow remind me on tuesday at 9 am",
+            R"(set_reminder {"task":"dentist","later":"on tuesday at 9 am"})"},
+        {"I can't make it tomorrow, remind me on tuesday instead", R"(set_reminder {"later":"on tuesday"})"},
+        {"friday does not work for lunch with Ana, let's do saturday", R"(whats_on {"from":"2026-11-21")"},
+        {"I can't make lunch on friday", "When should it be instead?"},
+        {"I can't make the cake rise", "That needs an online model."},
+        {"the vet could you move it to sunday at noon", R"(whats_on {"from":"2026-11-21","to":"2026-12-22"})"},
         {"i called you yesterday because it rained", "That needs an online model."},
-        {"delete this file", "That needs an online model."},
         {"change the language to german", "That needs an online model."},
     };
     for (const Row& row : rows) {
@@ -265,6 +256,92 @@ TEST(ChangeRules, asksAboutAFurtherDay)
     }
 }
 
+TEST(ChangeRules, pointsIntoTheListThatWasTold)
+{
+    RuleSurroundings around = surroundings();
+    around.tools.insert({"whats_on", "change_event"});
+    const char* reminders =
+        R"({"status":"reminders","reminders":[{"id":"r1","task":"Call mum","date":"2026-11-22 17:00"},
+        {"id":"r2","task":"Rest","date":"2026-11-23 09:00"}]})";
+    const char* agenda = R"({"status":"agenda","items":[
+        {"kind":"event","id":"e1","title":"Vet","start":"2026-11-22 15:00","end":"2026-11-22 16:00"},
+        {"kind":"reminder","id":"r1","title":"Call mum","start":"2026-11-22 17:00"}]})";
+    const char* notes = R"({"status":"found","notes":[{"id":"a","title":"Tea"},{"id":"b","title":"Cup"}]})";
+    struct Row {
+        const char* asked;
+        const char* list;
+        const char* words;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"list my reminders", reminders, "the second one is done", R"(set_reminder {"done":true,"id":"r2"})"},
+        {"list my reminders", reminders, "I did number two", R"(set_reminder {"done":true,"id":"r2"})"},
+        {"list my reminders", reminders, "delete the last one", R"(set_reminder {"done":true,"id":"r2"})"},
+        {"list my reminders", reminders, "put the first one off until friday",
+            R"(set_reminder {"later":"friday","id":"r1"})"},
+        {"any reminders for monday", reminders, "tick off the first one", R"(set_reminder {"done":true,"id":"r2"})"},
+        {"list my reminders", reminders, "the second one", "Rest, on Monday the 23rd of November at 9 AM."},
+        {"list my reminders", reminders, "the fifth one", "There are not that many. Which one do you mean?"},
+        {"what's on tomorrow", agenda, "move the first one to 5 pm",
+            R"(change_event {"id":"e1","changes":{"start":"2026-11-22 17:00","end":"2026-11-22 18:00"}})"},
+        {"what's on tomorrow", agenda, "make the first one half an hour later",
+            R"(change_event {"id":"e1","changes":{"start":"2026-11-22 15:30","end":"2026-11-22 16:30"}})"},
+        {"what's on tomorrow", agenda, "cancel the first one", R"(change_event {"id":"e1","cancel":true})"},
+        {"what's on tomorrow", agenda, "cancel the second one", R"(set_reminder {"done":true,"id":"r1"})"},
+        {"list my reminders", reminders, "that one", "Which one do you mean?"},
+        {"what's on tomorrow", agenda, "cancel that one", R"(change_event {"id":"e1","cancel":true})"},
+        {"find tea", notes, "delete the second one", "I cannot throw notes away."},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.words);
+        const RuleStep asked = RequestRules::answerWords(row.asked, {}, around);
+        const RuleStep told =
+            RequestRules::answerResult(std::get<ToolRequest>(asked.answer), row.list, asked.memory, around);
+        const std::string said = shown(RequestRules::answerWords(row.words, told.memory, around));
+        EXPECT_EQ(said.substr(0, std::string_view(row.expected).size()), row.expected) << said;
+    }
+}
+
+TEST(ChangeRules, changesOneTimeOrAllOfASeries)
+{
+    RuleSurroundings around = surroundings();
+    around.tools.insert({"whats_on", "change_event"});
+    const char* agenda = R"({"status":"agenda","items":[
+        {"kind":"event","id":"y#1","title":"Yoga","start":"2026-11-21 09:00","end":"2026-11-21 10:00","repeats":true},
+        {"kind":"event","id":"y#2","title":"Yoga","start":"2026-11-23 18:00","end":"2026-11-23 19:00","repeats":true},
+        {"kind":"event","id":"y#3","title":"Yoga","start":"2026-11-30 18:00","end":"2026-11-30 19:00","repeats":true}]})";
+    const char* moved = R"(change_event {"id":"y#2","changes":{"start":"2026-11-23 19:00","end":"2026-11-23 20:00"})";
+    const char* question = "Yoga repeats. Only the one on Monday the 23rd of November, or every time?";
+    struct Row {
+        std::vector<const char*> words; ///< The first before the list of events is known, the others after it.
+        std::string expected;
+    };
+    const Row rows[] = {
+        {{"move yoga to 7 pm"}, question},
+        {{"move yoga to 7 pm", "every time please"}, moved + std::string(R"(,"series":true})")},
+        {{"move yoga to 7 pm", "just this one"}, moved + std::string("}")},
+        {{"move yoga to 7 pm", "only on monday"}, moved + std::string("}")},
+        {{"move yoga to 7 pm", "blue"}, "Sorry, I could not understand that. " + std::string(question)},
+        {{"move all my yoga lessons to 7 pm"}, moved + std::string(R"(,"series":true})")},
+        {{"move yoga to 7 pm from now on"}, moved + std::string(R"(,"series":true})")},
+        {{"move yoga to 7 pm only this time"}, moved + std::string("}")},
+        {{"move yoga to every tuesday at 7 pm"},
+            R"(change_event {"id":"y#2","changes":{"start":"2026-11-24 19:00","end":"2026-11-24 20:00"},"series":true})"},
+        {{"all my yoga lessons are now at 7 pm"}, moved + std::string(R"(,"series":true})")},
+        {{"cancel my next yoga"}, R"(change_event {"id":"y#2","cancel":true})"},
+        {{"cancel the whole series of yoga"}, R"(change_event {"id":"y#2","cancel":true,"series":true})"},
+        {{"cancel yoga", "all of them"}, R"(change_event {"id":"y#2","cancel":true,"series":true})"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.words.back());
+        RuleStep step = RequestRules::answerWords(row.words.front(), {}, around);
+        step = RequestRules::answerResult(std::get<ToolRequest>(step.answer), agenda, step.memory, around);
+        for (std::size_t index = 1; index < row.words.size(); ++index)
+            step = RequestRules::answerWords(row.words[index], step.memory, around);
+        EXPECT_EQ(shown(step), row.expected);
+    }
+}
+
 TEST(ChangeRules, asksBeforeItChangesTheCalendar)
 {
     RuleSurroundings around = surroundings();
@@ -313,6 +390,8 @@ TEST(ChangeRules, asksBeforeItChangesTheCalendar)
     const auto next = hear(agenda, say("what's next", start));
     EXPECT_EQ(shown(hear(agenda, say("what's after that", next))),
         "Next is Lunch with Ben, on Saturday the 28th of November at 12 PM.");
+    EXPECT_EQ(shown(say("the one on saturday", hear(agenda, say("cancel lunch", start)))),
+        R"(change_event {"id":"e2","cancel":true})");
     EXPECT_EQ(shown(say("friday at 5 pm", say("change my lunch with Ana", start))),
         R"(whats_on {"from":"2026-11-21","to":"2026-12-22"})");
     const auto cancelled = say("the first one", hear(agenda, say("cancel lunch", start)));

@@ -117,7 +117,8 @@ TEST(AgendaTools, answerInTheUsersDays)
             R"({"status":"added","id":"f:fresh-uid","title":"Vigil","start":"2026-10-24 22:00","end":"2026-10-25 06:00",)"
             R"("when":"Saturday 24 October at 10 PM","conflicts":[],"past":true})"},
         {"add_event", R"({"title":"Gym","start":"2026-11-22 07:00","repeat":"weekly:3,5"})", // Tuesdays and Thursdays
-            R"({"status":"added","id":"f:fresh-uid","title":"Gym","start":"2026-11-24 07:00","end":"2026-11-24 08:00",)"
+            R"({"status":"added","repeat_words":"Every Tuesday and Thursday",)"
+            R"("id":"f:fresh-uid","title":"Gym","start":"2026-11-24 07:00","end":"2026-11-24 08:00",)"
             R"("when":"Tuesday 24 November at 7 AM","repeats":true,"conflicts":[]})"},
         {"add_event", R"({"title":"Visit","start":"2026-11-20 08:45"})",
             R"({"status":"added","id":"f:fresh-uid","title":"Visit","start":"2026-11-20 08:45","end":"2026-11-20 09:45",)"
@@ -134,6 +135,9 @@ TEST(AgendaTools, answerInTheUsersDays)
         {"change_event", R"({"id":"f:choir#20261125T180000","series":true,"changes":{"end":"2026-11-25 19:00"}})",
             R"({"status":"changed","id":"f:choir#20261125T180000","title":"Choir","start":"2026-11-25 18:00",)"
             R"("end":"2026-11-25 19:00","when":"Wednesday 25 November at 6 PM","repeats":true,"conflicts":[]})"},
+        {"change_event", R"({"id":"f:choir#20261125T180000","series":true,"changes":{"start":"2026-11-25 20:00"}})",
+            R"({"status":"changed","id":"f:choir#20261125T200000","title":"Choir","start":"2026-11-25 20:00",)"
+            R"("end":"2026-11-25 21:30","when":"Wednesday 25 November at 8 PM","repeats":true,"conflicts":[]})"},
         {"change_event", R"({"id":"f:holiday","changes":{"start":"2026-11-26"}})",
             R"({"status":"changed","id":"f:holiday","title":"Holiday","start":"2026-11-26","end":"2026-11-27",)"
             R"("when":"Thursday 26 November to Friday 27 November","all_day":true,"conflicts":[]})"},

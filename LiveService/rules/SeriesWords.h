@@ -1,0 +1,23 @@
+#pragma once
+
+#include "LiveService/rules/RequestMemory.h"
+
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// The words that tell how much of an event that repeats is meant, taken out of the others.
+struct SeriesWords {
+    EventWish::Scope scope = EventWish::Scope::open;
+    std::string rest;
+
+    /// "Every monday's yoga", "the whole series", "from now on", "only monday's".
+    static SeriesWords read(std::string_view words);
+    /// As the answer to the question whether one or all are meant; there a day is one of them.
+    static EventWish::Scope answer(std::string_view words);
+
+    bool operator==(const SeriesWords&) const = default;
+};
+
+} // namespace quorvell
