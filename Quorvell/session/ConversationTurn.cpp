@@ -76,7 +76,20 @@ void ConversationTurn::backendStarted()
     noteBeginning();
     m_tracker.heard();
     m_tracker.backendStarted();
+    m_isResultToTell = false;
     noteActivity();
+}
+
+void ConversationTurn::acted(Act act)
+{
+    m_actedSinceWords = true;
+    m_isResultToTell = false;
+    m_hasSpokenSinceAct = m_hasSpokenSinceAct && act == Act::onEarlier;
+}
+
+void ConversationTurn::resultGiven()
+{
+    m_isResultToTell = !m_actedSinceWords || m_hasSpokenSinceAct;
 }
 
 void ConversationTurn::backendFinished()
@@ -149,7 +162,8 @@ void ConversationTurn::problemShown()
 
 bool ConversationTurn::connectionLost()
 {
-    const bool isAnswerComplete = m_tracker.isAnswered && !m_tracker.isBackendWorking && !isReplyArriving();
+    const bool isAnswerComplete =
+        m_tracker.isAnswered && !m_tracker.isBackendWorking && !isReplyArriving() && !isRequestLeft();
     if (!m_tracker.isOpen || isAnswerComplete)
         return false;
     finishAssistantWords();
@@ -172,7 +186,7 @@ void ConversationTurn::end()
     finishUserWords();
     finishAssistantWords();
     m_conversation.settle();
-    m_bargedIn = false;
+    m_bargedIn = m_isResultToTell = false;
     m_tracker = {};
     m_completionTimer.cancel();
     m_patienceTimer.cancel();
@@ -232,7 +246,7 @@ void ConversationTurn::noteActivity()
 
 void ConversationTurn::noteAnswer()
 {
-    m_spokeSinceRequest = true;
+    m_spokeSinceRequest |= !m_isResultToTell;
     noteBeginning();
     m_lastOutput = m_ports.scheduler.now();
     m_tracker.answered(m_lastOutput + m_ports.player.unplayed());
@@ -254,7 +268,16 @@ void ConversationTurn::complete()
         m_tracker.answered(m_ports.scheduler.now() + unplayed);
         return noteActivity();
     }
+    if (isRequestLeft())
+        return m_ports.requestLeft();
     close(SessionAudience::TurnOutcome::answered);
+}
+
+bool ConversationTurn::isRequestLeft() const
+{
+    const bool areWordsComing = isHearingWords() && !m_isHeardLate;
+    const bool areWordsLeft = !m_actedSinceWords && !m_spokeSinceRequest && !m_conversation.openRequests().empty();
+    return m_isResultToTell && (areWordsComing || areWordsLeft);
 }
 
 void ConversationTurn::losePatience()
@@ -272,6 +295,7 @@ void ConversationTurn::close(SessionAudience::TurnOutcome outcome)
     finishUserWords();
     finishAssistantWords();
     m_conversation.settle();
+    m_isResultToTell = false;
     m_tracker.close();
     m_completionTimer.cancel();
     m_patienceTimer.cancel();

@@ -24,6 +24,8 @@ public:
         Scheduler& scheduler;
         AudioPlayer& player;
         SessionAudience& observer;
+        std::function<void()>
+            requestLeft; ///< An answer is complete, and the user had said something after its request.
         std::function<void()> closed; ///< A turn is over, before the observer hears of it.
         std::function<void()> givenUp; ///< The model was at it until patience ended, and may be for ever.
     };
@@ -38,6 +40,8 @@ public:
     void userTyped(const std::string& text, const std::string& ownWords);
     /// The recogniser on the device understood the user, while nobody else listened.
     void userOverheard(const std::string& text);
+    /// The user begins to speak.
+    void userBegan() { m_hasSpokenSinceAct = true; }
     /// A piece of what the user says.
     void userWords(const std::string& delta);
     /// A piece of what the user said before the model began to act on it: it asks for nothing more.
@@ -63,8 +67,12 @@ public:
     void serviceFinished();
     /// The user was told of a problem, which is an answer too.
     void problemShown();
+    /// What the user said that the model acts on.
+    enum class Act { onLatest, onEarlier };
     /// A tool has begun; until words come again, the request counts as acted on.
-    void acted() { m_actedSinceWords = true; }
+    void acted(Act act);
+    /// A tool's result went to the model; what is said next may be about that only.
+    void resultGiven();
     /// Something else happened, so patience begins anew.
     void noteActivity();
     /// The connection is gone. Whether the open turn was not finished over it; it then waits for the next one.
@@ -116,6 +124,7 @@ private:
     void noteAnswer();
     void scheduleCompletion();
     void complete();
+    bool isRequestLeft() const;
     void losePatience();
     void close(SessionAudience::TurnOutcome outcome);
     void startNewCaption();
@@ -134,6 +143,8 @@ private:
     bool m_bargedIn = false;
     bool m_actedSinceWords = false;
     bool m_spokeSinceRequest = false;
+    bool m_hasSpokenSinceAct = false; ///< The user, since a tool began last.
+    bool m_isResultToTell = false; ///< Of a tool that was called before the user spoke last.
     SessionTime m_beganAt{};
     SessionTime m_lastOutput{};
     ConversationMemory m_conversation;

@@ -32,8 +32,11 @@ void Ear::setMuted(Muting muting)
 {
     if (std::exchange(m_muting, muting) == muting)
         return;
+    const bool isSpeechCut = isHearingSpeech();
     m_stream.reset();
     applyToCapture();
+    if (isSpeechCut)
+        tellSpeechCut();
 }
 
 void Ear::pressKey()
@@ -53,10 +56,19 @@ void Ear::releaseKey()
 
 void Ear::finishRelease()
 {
-    const auto end = m_stream.releaseKey();
+    const bool isSpeechCut = m_stream.releaseKey();
     applyToCapture();
-    if (end)
-        m_ports.keyReleased(*end);
+    if (isSpeechCut)
+        tellSpeechCut();
+}
+
+/// Not every protocol has a word for the end of speech, and no sound at all may as well be a slow network.
+void Ear::tellSpeechCut()
+{
+    const auto silence = MicGateOutput::sound({Bytes(MicrophoneStream::chunkBytes)});
+    std::vector<MicGateOutput> ending(quietChunks, silence);
+    ending.push_back(MicGateOutput::endMark());
+    m_ports.speechCut(std::move(ending));
 }
 
 std::vector<MicrophoneStream::Step> Ear::captured(std::span<const std::uint8_t> pcm)

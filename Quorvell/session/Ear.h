@@ -21,11 +21,13 @@ public:
         Scheduler& scheduler;
         AudioCapture* capture; ///< Absent: sound comes from elsewhere, or never.
         SessionAudience& observer;
-        std::function<void(const MicGateOutput&)> keyReleased; ///< With the end mark of what was said.
+        std::function<void(std::vector<MicGateOutput>)> speechCut; ///< By the key or the mute switch: how it ends.
     };
 
     /// A last syllable is often spoken while the finger already leaves the key.
     static constexpr std::chrono::milliseconds keyTail{200};
+    /// Silence (800 ms) by which every service hears that a sentence is over: as much as the gate lets through.
+    static constexpr int quietChunks = MicGate::hangoverChunks;
 
     Ear(Ports ports, SessionSettings::Listening listening);
     Ear(const Ear&) = delete;
@@ -52,6 +54,7 @@ public:
 private:
     void applyToCapture();
     void finishRelease();
+    void tellSpeechCut();
 
     Ports m_ports;
     SessionSettings::Listening m_listening;

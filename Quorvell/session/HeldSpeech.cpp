@@ -1,8 +1,16 @@
 #include "Quorvell/session/HeldSpeech.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvell {
+
+void HeldSpeech::speechBegan()
+{
+    if (m_isCutOff && m_given == m_heldChunks.size())
+        forget(); // The rest of a sentence that was reacted to: mostly the quiet at its end.
+    m_earlier = m_heldChunks.size();
+}
 
 void HeldSpeech::add(MicGateOutput output)
 {
@@ -11,6 +19,7 @@ void HeldSpeech::add(MicGateOutput output)
         return;
     m_heldChunks.pop_front();
     m_given -= m_given > 0 ? 1 : 0;
+    m_earlier -= m_earlier > 0 ? 1 : 0;
     m_isCutOff = true;
 }
 
@@ -27,9 +36,22 @@ void HeldSpeech::connectionLost()
 
 void HeldSpeech::answered()
 {
-    m_heldChunks.erase(m_heldChunks.begin(), m_heldChunks.begin() + static_cast<std::ptrdiff_t>(m_given));
-    m_given = 0;
-    m_isCutOff = false;
+    if (m_given == 0)
+        return;
+    m_isCutOff = !m_heldChunks[m_given - 1].isEndMark();
+    letGo(m_given);
+}
+
+void HeldSpeech::earlierAnswered()
+{
+    letGo(std::min(m_earlier, m_given));
+}
+
+void HeldSpeech::letGo(std::size_t count)
+{
+    m_heldChunks.erase(m_heldChunks.begin(), m_heldChunks.begin() + static_cast<std::ptrdiff_t>(count));
+    m_given -= count;
+    m_earlier -= std::min(m_earlier, count);
 }
 
 void HeldSpeech::forget()

@@ -14,6 +14,8 @@ class HeldSpeech {
 public:
     static constexpr std::size_t most = 750; ///< 30 s of chunks; the oldest go first.
 
+    /// What is added from here on is spoken after what is held.
+    void speechBegan();
     void add(MicGateOutput output);
     /// Hands over what was not given yet, in order.
     void giveTo(const std::function<void(const MicGateOutput&)>& take);
@@ -21,18 +23,23 @@ public:
     void connectionLost();
     /// The model has reacted to what it was given.
     void answered();
+    /// Likewise, to what was said before the user began to speak again.
+    void earlierAnswered();
     void forget();
 
     bool isEmpty() const { return m_heldChunks.empty(); }
     /// Whether something was given that still waits for a reaction.
     bool isAwaitingAnswer() const { return m_given > 0; }
-    /// Whether the beginning of what is held is missing. True until everything is forgotten.
+    /// Whether the beginning of what is held is missing: too much was said, or the model reacted amid a sentence.
     bool isCutOff() const { return m_isCutOff; }
     std::size_t size() const { return m_heldChunks.size(); }
 
 private:
+    void letGo(std::size_t count);
+
     std::deque<MicGateOutput> m_heldChunks; ///< Oldest first.
     std::size_t m_given = 0; ///< So many of the oldest.
+    std::size_t m_earlier = 0; ///< So many of the oldest were there when speech began last.
     bool m_isCutOff = false;
 };
 

@@ -36,13 +36,11 @@ void MicrophoneStream::pressKey()
     isKeyHeld = true;
 }
 
-std::optional<MicGateOutput> MicrophoneStream::releaseKey()
+bool MicrophoneStream::releaseKey()
 {
     isKeyHeld = false;
     chunker.buffer.clear();
-    if (!std::exchange(isKeySpeech, false))
-        return std::nullopt;
-    return MicGateOutput::endMark();
+    return std::exchange(isKeySpeech, false);
 }
 
 void MicrophoneStream::reset()

@@ -6,7 +6,6 @@
 
 #include <chrono>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <vector>
 
@@ -40,8 +39,8 @@ struct MicrophoneStream {
     /// For sound captured in pieces of any size: 16-bit little-endian mono.
     std::vector<Step> captured(std::span<const std::uint8_t> pcm);
     void pressKey();
-    /// The end mark, if there was speech to end.
-    std::optional<MicGateOutput> releaseKey();
+    /// Whether there was speech to end.
+    bool releaseKey();
     bool isHearingSpeech() const { return judge == Judge::key ? isKeySpeech : gate.isOpen; }
     /// Forgets what was held, as when a new conversation begins.
     void reset();

@@ -15,7 +15,8 @@ SessionController::SessionController(Ports ports, SessionSettings settings)
     : m_ports(std::move(ports))
     , m_settings(std::move(settings))
     , m_meter(m_ports.usageStore, m_settings.dailyMinutes)
-    , m_turn({m_ports.scheduler, m_ports.player, m_ports.observer, [this] { turnClosed(); }, [this] { turnGivenUp(); }},
+    , m_turn({m_ports.scheduler, m_ports.player, m_ports.observer, [this] { followThrough(); },
+                 [this] { turnClosed(); }, [this] { turnGivenUp(); }},
           m_settings.replies, m_settings.patience)
     , m_lines({m_ports.scheduler, m_ports.log,
                   [this](LiveConnectionObserver& line) { return m_ports.connections(line, m_settings.medium); },
@@ -24,11 +25,7 @@ SessionController::SessionController(Ports ports, SessionSettings settings)
     , m_preparation({m_ports.scheduler, m_lines, m_ports.log, m_meter}, m_settings.limits)
     , m_resting(m_ports.scheduler, m_ports.dozeListener, *this, m_settings.limits)
     , m_listening{.ear{{m_ports.scheduler, m_ports.capture, m_ports.observer,
-                           [this](const MicGateOutput& end) {
-                               m_listening.heldChunks.add(end);
-                               flushHeldChunks();
-                               speechEnded();
-                           }},
+                           [this](const std::vector<MicGateOutput>& ending) { speechCut(ending); }},
           m_settings.listening}}
     , m_desk({m_ports.scheduler, m_ports.tools, m_ports.log, m_ports.observer, *this}, m_settings.limits)
     , m_heldModes(m_ports.scheduler,
@@ -213,10 +210,7 @@ void SessionController::submitTyped(const TypedMessage& message, QuorvellPrompt:
 
 void SessionController::setMuted(Muting muting)
 {
-    const bool wasHearing = m_listening.ear.isHearingSpeech();
     m_listening.ear.setMuted(muting);
-    if (muting == Muting::muted && wasHearing && m_lines.ready())
-        m_lines.ready()->sendAudioPause();
     noteActivity();
 }
 

@@ -180,13 +180,14 @@ private:
     void noteActivity();
     void hear(const MicrophoneStream::Step& step);
     void handleSpeechOnset();
+    void speechCut(const std::vector<MicGateOutput>& ending);
     void speechEnded();
     void flushHeldChunks();
     void forgetHeldNoise();
     void wordsCame(const std::string& words);
     HeldModeCalls::Words spokenWords() const;
     void modelReacted();
-    void modelActed();
+    ConversationTurn::Act modelActed();
     void voiceReacted();
     void awaitFollowThrough();
     void followThrough();

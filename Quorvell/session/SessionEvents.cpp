@@ -35,14 +35,11 @@ std::string resultText(const AnsweredCall& answered)
     return callText(answered.call) + " answered " + jsonText(answered.result) + ". ";
 }
 
-} // namespace
-
-std::string SessionEvents::handover(const Unfinished& turn)
+std::string unfinished(const SessionEvents::Unfinished& turn, const std::string& why)
 {
     if (turn.heardReply.empty() && turn.done.empty() && turn.running.empty())
-        return QuorvellPrompt::missedRequest(firstCharacters(turn.requests, mostQuoted));
-    std::string text =
-        "They said: " + inQuotes(turn.requests) + ". The connection was renewed before that was finished. ";
+        return QuorvellPrompt::missedRequest(firstCharacters(turn.requests, SessionEvents::mostQuoted));
+    std::string text = "They said: " + inQuotes(turn.requests) + ". " + why + " ";
     for (const AnsweredCall& answered : turn.done)
         text += resultText(answered);
     for (const LiveFunctionCall& call : turn.running)
@@ -52,6 +49,18 @@ std::string SessionEvents::handover(const Unfinished& turn)
     return event(text
         + "Don't run any of this again and don't mention the connection; do what is still missing, and tell them in a "
           "few words what came of it.");
+}
+
+} // namespace
+
+std::string SessionEvents::handover(const Unfinished& turn)
+{
+    return unfinished(turn, "The connection was renewed before that was finished.");
+}
+
+std::string SessionEvents::notTakenUp(const Unfinished& turn)
+{
+    return unfinished(turn, "The last of it may not have been taken up.");
 }
 
 std::string SessionEvents::lateResult(const AnsweredCall& answered)

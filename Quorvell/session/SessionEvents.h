@@ -15,7 +15,7 @@ namespace quorvell {
 struct SessionEvents {
     static constexpr std::size_t mostQuoted = 2000; ///< User-perceived characters of one text or result.
 
-    /// A request that was being dealt with as its connection was lost, for the connection that takes over.
+    /// Requests that were not dealt with to their end, as when their connection was lost.
     struct Unfinished {
         std::string requests; ///< In the user's words; never empty.
         std::string heardReply{}; ///< What the user has heard of the answer.
@@ -24,6 +24,8 @@ struct SessionEvents {
     };
     /// Nothing done and nothing heard: the plain words of a missed request.
     static std::string handover(const Unfinished& turn);
+    /// Likewise, where the model was there all along and dealt with something else.
+    static std::string notTakenUp(const Unfinished& turn);
     /// A tool's answer to a call that an earlier connection asked for.
     static std::string lateResult(const AnsweredCall& answered);
     /// What was said while the connection was already open but not yet in use.

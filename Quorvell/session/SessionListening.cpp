@@ -144,6 +144,8 @@ void SessionController::handleSpeechOnset()
     if (m_ports.synthesiser)
         m_ports.synthesiser->stop();
     forgetHeldNoise();
+    m_listening.heldChunks.speechBegan();
+    m_turn.userBegan();
     m_listening.haveWordsCome = false;
     m_listening.wordless.began(m_ports.scheduler.now());
     if (!m_turn.modelGenerating())
@@ -160,6 +162,14 @@ void SessionController::forgetHeldNoise()
     if (m_listening.heldChunks.isAwaitingAnswer()
         && m_ports.scheduler.now() - m_listening.lastSpeech > m_settings.limits.followThrough)
         m_listening.heldChunks.answered();
+}
+
+void SessionController::speechCut(const std::vector<MicGateOutput>& ending)
+{
+    for (const MicGateOutput& output : ending)
+        m_listening.heldChunks.add(output);
+    flushHeldChunks();
+    speechEnded();
 }
 
 void SessionController::speechEnded()
@@ -198,14 +208,19 @@ void SessionController::modelReacted()
     noteActivity();
 }
 
-void SessionController::modelActed()
+ConversationTurn::Act SessionController::modelActed()
 {
-    const bool isKnownRequest = m_turn.isOpen() && !m_turn.conversation().openRequests().empty();
-    const bool isAboutIt =
-        m_turn.isBackendWorking() || m_turn.isHearingWords() || (isKnownRequest && !m_turn.actedSinceWords());
-    if (!isAboutIt)
+    const bool isRequestLeft =
+        m_turn.isOpen() && !m_turn.conversation().openRequests().empty() && !m_turn.actedSinceWords();
+    if (isRequestLeft && !m_turn.isHearingWords() && !m_listening.haveWordsCome) {
+        m_listening.heldChunks.earlierAnswered();
+        noteActivity();
+        return ConversationTurn::Act::onEarlier;
+    }
+    if (!isRequestLeft && !m_turn.isBackendWorking() && !m_turn.isHearingWords())
         m_listening.wordless.actedOn();
     modelReacted();
+    return ConversationTurn::Act::onLatest;
 }
 
 /// A voice that speaks before the user's words have come may still speak of something else.
@@ -226,7 +241,9 @@ void SessionController::followThrough()
 {
     if (!m_lines.ready() || !m_turn.isOpen())
         return;
-    if (m_listening.ear.isHearingSpeech() || m_turn.isBackendWorking())
+    // What was said just now may lead the model back to what was said before.
+    const bool isSpeechRecent = m_ports.scheduler.now() - m_listening.lastSpeech < WordlessSpeech::recognition;
+    if (m_listening.ear.isHearingSpeech() || isSpeechRecent || m_turn.isBackendWorking())
         return awaitFollowThrough();
     m_turn.finishUserWords();
     const std::string requests = m_turn.conversation().openRequests();
@@ -234,7 +251,9 @@ void SessionController::followThrough()
         return;
     m_ports.log.record("request_missed", Json::object());
     m_listening.heldChunks.answered();
-    deliver({.text = QuorvellPrompt::missedRequest(requests)});
+    const auto& replies = m_desk.actionReplies();
+    deliver({.text = SessionEvents::notTakenUp({requests, m_turn.conversation().openReplies(),
+                 {replies.begin(), replies.end()}, m_desk.runningCalls()})});
 }
 
 void SessionController::targetRefresh()

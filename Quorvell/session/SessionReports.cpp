@@ -61,8 +61,7 @@ void SessionController::lineLost(const LiveClosure&)
     m_listening.wordless.forget();
     m_connection.untoldSince.reset();
     if (m_turn.connectionLost()) {
-        if (m_connection.lostRequests.empty())
-            m_connection.lostRequests = m_turn.conversation().openRequests();
+        m_connection.lostRequests = m_turn.conversation().openRequests();
         m_connection.lostReplies = m_turn.conversation().openReplies();
         auto& waiting = m_connection.waiting;
         waiting.insert(waiting.begin(), m_connection.unanswered.begin(), m_connection.unanswered.end());
@@ -139,9 +138,11 @@ struct SessionController::EventHandler {
     void operator()(const live_event::InputTranscript& words) { session.wordsCame(words.text); }
     void operator()(const live_event::ToolCall& tool)
     {
-        session.modelActed();
-        turn.backendStarted();
-        turn.acted();
+        if (session.m_desk.isNews(tool.calls, session.m_lines.serial())) {
+            const auto act = session.modelActed();
+            turn.backendStarted();
+            turn.acted(act);
+        }
         session.m_desk.handle(tool.calls, session.m_lines.serial());
     }
     void operator()(const live_event::ToolCallCancellation& calls) { session.m_desk.cancel(calls.ids); }
@@ -232,7 +233,7 @@ void SessionController::lineWrote(const std::string& text)
 
 void SessionController::lineReplyGrew(const std::string& delta)
 {
-    modelReacted();
+    modelActed();
     m_turn.replyGrew(delta);
 }
 
@@ -266,6 +267,7 @@ void SessionController::finishWaking()
 {
     const auto rested = m_ports.scheduler.now() - m_resting.dozedAt();
     const std::string words = m_resting.finishWaking();
+    m_connection.lostRequests.clear(); // A line lost on the way had not been told them.
     m_ports.log.record("woke", {{"after_ms", rested.count()}});
     if (words.empty())
         return;
@@ -313,15 +315,19 @@ void SessionController::toolAnswered(const ToolDesk::Answer& answer)
             {"sent", isWanted}});
     noteActivity();
     m_turn.noteActivity();
-    if (isWanted)
-        return m_lines.ready()->sendToolResponse(
-            {answer.answered.call.id, answer.answered.call.name, answer.answered.result}, answer.scheduling);
-    // Whoever asked is gone. A request that is about to be handed over brings its results along.
+    const bool isToBeTold = answer.scheduling != LiveResponseScheduling::silent;
     const bool isOfThisConversation =
         m_connection.phase == SessionPhase::active && answer.askedBy >= m_connection.firstSerial;
-    if (isOfThisConversation && m_connection.lostRequests.empty()
-        && answer.scheduling != LiveResponseScheduling::silent)
+    if (isWanted)
+        m_lines.ready()->sendToolResponse(
+            {answer.answered.call.id, answer.answered.call.name, answer.answered.result}, answer.scheduling);
+    else if (isToBeTold && isOfThisConversation && m_connection.lostRequests.empty())
+        // Whoever asked is gone. A request that is about to be handed over brings its results along.
         tell(SessionEvents::lateResult(answer.answered), LiveMessageText::Answer::wanted);
+    else
+        return;
+    if (isToBeTold)
+        m_turn.resultGiven();
 }
 
 void SessionController::helpModeAsked(const LiveFunctionCall& call, ToolReply reply)

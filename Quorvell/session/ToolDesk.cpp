@@ -44,24 +44,35 @@ void ToolDesk::begin()
 void ToolDesk::handle(const std::vector<LiveFunctionCall>& calls, std::uint64_t askedBy)
 {
     for (const LiveFunctionCall& call : calls) {
-        if (isRepeated({askedBy, call.id})) {
+        const Key key{askedBy, call.id};
+        if (isSeen(key)) {
             m_ports.log.record("tool_call_repeated", {{"name", call.name}});
             continue;
         }
+        remember(key);
         m_ports.log.record("tool_called", {{"name", call.name}});
         m_ports.observer.toolCalled(call);
         runFor(call, askedBy);
     }
 }
 
-bool ToolDesk::isRepeated(const Key& key)
+bool ToolDesk::isNews(const std::vector<LiveFunctionCall>& calls, std::uint64_t askedBy) const
 {
-    if (std::find(m_seen.begin(), m_seen.end(), key) != m_seen.end())
-        return true;
+    return std::any_of(calls.begin(), calls.end(), [&](const LiveFunctionCall& call) {
+        return !isSeen({askedBy, call.id});
+    });
+}
+
+bool ToolDesk::isSeen(const Key& key) const
+{
+    return std::find(m_seen.begin(), m_seen.end(), key) != m_seen.end();
+}
+
+void ToolDesk::remember(const Key& key)
+{
     m_seen.push_back(key);
     if (m_seen.size() > rememberedCalls)
         m_seen.pop_front();
-    return false;
 }
 
 void ToolDesk::runFor(const LiveFunctionCall& call, std::uint64_t askedBy)

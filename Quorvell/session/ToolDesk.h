@@ -57,6 +57,8 @@ public:
 
     /// Calls of the model that came over the line `askedBy`. One that is reported twice is run once.
     void handle(const std::vector<LiveFunctionCall>& calls, std::uint64_t askedBy);
+    /// Whether one of these was not reported before.
+    bool isNews(const std::vector<LiveFunctionCall>& calls, std::uint64_t askedBy) const;
     /// Carries out one call; `reply` is answered exactly once, now or later.
     void run(const LiveFunctionCall& call, ToolReply reply, Conversation conversation);
     /// The model takes calls back. An action among them is told to stop; what a tool answers is still passed on.
@@ -92,7 +94,8 @@ private:
         bool isCancelled = false;
     };
 
-    bool isRepeated(const Key& key);
+    bool isSeen(const Key& key) const;
+    void remember(const Key& key);
     void runFor(const LiveFunctionCall& call, std::uint64_t askedBy);
     void answered(const Key& key, const Json& result);
     void takePlan(const LiveFunctionCall& call);

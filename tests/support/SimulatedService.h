@@ -149,12 +149,15 @@ public:
         }
         void understand(int number)
         {
-            if (m_acting == 0 && m_toSay == 0 && m_service.happens(15))
-                return act(number, Words::late);
-            report(live_event::InputTranscript{"request " + std::to_string(number)});
-            m_forgotten.insert(number);
-            if (m_acting == 0 && m_toSay == 0 && m_service.happens(3))
-                return; // It comes back to it when something else is said.
+            const bool isIdle = m_acting == 0 && m_toSay == 0;
+            if (isIdle && m_service.happens(15)) {
+                act(number, Words::late);
+            } else {
+                report(live_event::InputTranscript{"request " + std::to_string(number)});
+                m_forgotten.insert(number);
+                if (isIdle && m_service.happens(3))
+                    return; // It comes back to it when something else is said.
+            }
             for (const int wanted : std::exchange(m_forgotten, {}))
                 act(wanted);
         }

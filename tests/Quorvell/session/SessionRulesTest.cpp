@@ -142,9 +142,21 @@ TEST(HeldSpeech, isGivenOnceToEachConnectionUntilAnswered)
     EXPECT_TRUE(held.isCutOff());
     EXPECT_EQ(held.size(), HeldSpeech::most);
     EXPECT_EQ(givenSince().size(), HeldSpeech::most);
-    held.answered();
-    EXPECT_TRUE(held.isEmpty());
+    held.answered(); // Amid a sentence: what follows of it would make no sense by itself.
+    held.add(chunk('d'));
+    EXPECT_TRUE(held.isCutOff());
+    givenSince();
+    held.speechBegan();
     EXPECT_FALSE(held.isCutOff());
+    held.add(chunk('e'));
+    held.add(MicGateOutput::endMark());
+    givenSince();
+    held.speechBegan();
+    held.add(chunk('f'));
+    givenSince();
+    held.earlierAnswered();
+    held.connectionLost();
+    EXPECT_EQ(givenSince(), "f");
 }
 
 TEST(ConversationMemory, knowsWhatIsSettledAndWhatIsStillAsked)

@@ -225,5 +225,32 @@ TEST_F(SessionWordsTest, wordsThatNobodyTakesUpAreHandedOverOnce)
     EXPECT_TRUE(sentSince().empty());
 }
 
+TEST_F(SessionWordsTest, whatIsSaidWhileAToolRunsIsNotTakenForAnsweredByItsResult)
+{
+    for (const bool isTakenUp : {false, true}) {
+        SCOPED_TRACE(isTakenUp);
+        replies.clear();
+        makeActive();
+        wire->report(live_event::InputTranscript{"buy milk"});
+        callTool("c1", "keep_note");
+        speak();
+        wire->report(live_event::InputTranscript{"and bread"});
+        replies[0].answer({{"status", "kept"}});
+        if (isTakenUp)
+            callTool("c2", "keep_note");
+        hearAssistant("Milk is noted.", 1s);
+        wire->report(live_event::BackendIdle{});
+        sentSince();
+        scheduler.advance(20s);
+        const Lines sent = sentSince();
+        EXPECT_EQ(std::count_if(sent.begin(), sent.end(),
+                      [](const auto& line) {
+                          return line.starts_with("message [Quorvell app event] They said: “buy milk and bread”. The "
+                                                  "last of it may not have been taken up. keep_note {}");
+                      }),
+            isTakenUp ? 0 : 1);
+    }
+}
+
 } // namespace
 } // namespace quorvell
