@@ -1,10 +1,9 @@
 #include "Quorvell/app/NotesChanging.h"
 
 #include "Quorvell/app/NoteEditor.h"
-#include "Quorvell/app/NotebookAccess.h"
 #include "Quorvell/app/ProgramEnvironment.h"
-#include "Quorvell/app/QtScheduler.h"
 #include "Quorvell/app/WaitFor.h"
+#include "Quorvell/app/WithNotebook.h"
 #include "Quorvell/files/Folder.h"
 #include "QuorvellCore/text/Json.h"
 
@@ -181,40 +180,35 @@ int changeNote(const NotesRequest& request, const Note& note, const ProgramEnvir
             return done;
         }
     }
-    const ApplicationWhereNeeded application;
-    QtScheduler scheduler;
-    const OpenedNotebook opened = openNotebook(environment, scheduler);
-    if (!opened.notebook) {
-        errors << opened.problem << "\n";
+    return withNotebook(environment, errors, [&](FullNotebook& notebook) {
+        NotesChanging changing(notebook, request, out, errors);
+        switch (request.action) {
+        case NotesRequest::Action::edit:
+            return changing.edit(note, *edited.note);
+        case NotesRequest::Action::restore:
+            return changing.restore(note);
+        case NotesRequest::Action::confirm:
+            return changing.confirm(note);
+        case NotesRequest::Action::tick:
+            return changing.tick(note);
+        case NotesRequest::Action::picture:
+            return changing.picture(note);
+        case NotesRequest::Action::delete_:
+            return changing.delete_(note);
+        case NotesRequest::Action::list:
+        case NotesRequest::Action::find:
+        case NotesRequest::Action::show:
+        case NotesRequest::Action::facts:
+        case NotesRequest::Action::history:
+        case NotesRequest::Action::export_:
+        case NotesRequest::Action::add:
+        case NotesRequest::Action::remember:
+        case NotesRequest::Action::forgetFacts:
+        case NotesRequest::Action::move:
+            break;
+        }
         return couldNot;
-    }
-    NotesChanging changing(*opened.notebook, request, out, errors);
-    switch (request.action) {
-    case NotesRequest::Action::edit:
-        return changing.edit(note, *edited.note);
-    case NotesRequest::Action::restore:
-        return changing.restore(note);
-    case NotesRequest::Action::confirm:
-        return changing.confirm(note);
-    case NotesRequest::Action::tick:
-        return changing.tick(note);
-    case NotesRequest::Action::picture:
-        return changing.picture(note);
-    case NotesRequest::Action::delete_:
-        return changing.delete_(note);
-    case NotesRequest::Action::list:
-    case NotesRequest::Action::find:
-    case NotesRequest::Action::show:
-    case NotesRequest::Action::facts:
-    case NotesRequest::Action::history:
-    case NotesRequest::Action::export_:
-    case NotesRequest::Action::add:
-    case NotesRequest::Action::remember:
-    case NotesRequest::Action::forgetFacts:
-    case NotesRequest::Action::move:
-        break;
-    }
-    return couldNot;
+    });
 }
 
 } // namespace quorvell

@@ -1,9 +1,7 @@
 #include "Quorvell/app/NotesKeeping.h"
 
-#include "Quorvell/app/NotebookAccess.h"
-#include "Quorvell/app/ProgramEnvironment.h"
-#include "Quorvell/app/QtScheduler.h"
 #include "Quorvell/app/WaitFor.h"
+#include "Quorvell/app/WithNotebook.h"
 #include "Quorvell/notebook/FreshNoteID.h"
 #include "Quorvell/notebook/NoteTitle.h"
 #include "Quorvell/notebook/OneLine.h"
@@ -128,21 +126,16 @@ private:
 int keepNotes(const NotesRequest& request, const NotesListing& listing, const ProgramEnvironment& environment,
     std::ostream& out, std::ostream& errors)
 {
-    const ApplicationWhereNeeded application;
-    QtScheduler scheduler;
-    const OpenedNotebook opened = openNotebook(environment, scheduler);
-    if (!opened.notebook) {
-        errors << opened.problem << "\n";
-        return couldNot;
-    }
-    NotesKeeping keeping(*opened.notebook, request, listing, out, errors);
-    if (request.action == NotesRequest::Action::add)
-        return keeping.add();
-    if (request.action == NotesRequest::Action::remember)
-        return keeping.remember();
-    if (request.action == NotesRequest::Action::forgetFacts)
-        return keeping.forgetFacts();
-    return keeping.facts();
+    return withNotebook(environment, errors, [&](FullNotebook& notebook) {
+        NotesKeeping keeping(notebook, request, listing, out, errors);
+        if (request.action == NotesRequest::Action::add)
+            return keeping.add();
+        if (request.action == NotesRequest::Action::remember)
+            return keeping.remember();
+        if (request.action == NotesRequest::Action::forgetFacts)
+            return keeping.forgetFacts();
+        return keeping.facts();
+    });
 }
 
 } // namespace quorvell
