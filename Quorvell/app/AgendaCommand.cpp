@@ -1,6 +1,7 @@
 #include "Quorvell/app/AgendaCommand.h"
 
 #include "Quorvell/app/AgendaAccess.h"
+#include "Quorvell/app/PlainLine.h"
 #include "Quorvell/app/ProgramEnvironment.h"
 #include "Quorvell/app/ProgramLoop.h"
 #include "Quorvell/app/UserSettings.h"
@@ -61,8 +62,8 @@ std::string lineOf(const Json& item)
         shownWidth = timeOf(start).size() + 1 + until.size();
     }
     std::string line = time + std::string(shownWidth < width ? width - shownWidth : 1, ' ');
-    line += (text(item, "kind") == "reminder" ? "Reminder: " : "") + text(item, "title");
-    if (const std::string place = text(item, "place"); !place.empty())
+    line += (text(item, "kind") == "reminder" ? "Reminder: " : "") + plainLine(text(item, "title"));
+    if (const std::string place = plainLine(text(item, "place")); !place.empty())
         line += " (" + place + ")";
     return line + (readBool(item, "overdue").value_or(false) ? ", overdue" : "");
 }
@@ -111,7 +112,11 @@ int runCommand(AgendaRequest request, const ProgramEnvironment& environment)
     auto content = readNoteFolder(environment.notebookFolder, now);
     runAgenda(request, *agenda, content ? std::move(content->notes) : std::vector<Note>(), now, *calendar, std::cout,
         std::cerr, ProgramLoop::end);
-    return loop.run();
+    const int outcome = loop.run();
+    if (content)
+        return outcome;
+    std::cerr << unreadableNoteFolder(environment.notebookFolder) << " Its reminders are missing here." << std::endl;
+    return couldNot;
 }
 
 } // namespace
@@ -148,7 +153,7 @@ void runAgenda(const AgendaRequest& request, Agenda& agenda, std::vector<Note> n
                         : std::string("Nothing is planned."))
                     << std::endl;
             for (const std::string& problem : reading.problems)
-                errors << problem << std::endl;
+                errors << plainLine(problem) << std::endl;
             finished(reading.problems.empty() ? done : couldNot);
         });
 }

@@ -1,7 +1,7 @@
 #include "Quorvell/app/NotesListing.h"
 
 #include "Quorvell/app/ConversationText.h"
-#include "Quorvell/notebook/OneLine.h"
+#include "Quorvell/app/PlainLine.h"
 #include "QuorvellCore/reminders/DateParts.h"
 #include "QuorvellCore/reminders/ReminderWords.h"
 #include "QuorvellCore/text/Characters.h"
@@ -21,12 +21,6 @@ std::string column(const std::string& text, std::size_t width)
 {
     const std::string cut = firstColumns(text, width);
     return cut + std::string(width - std::min(columnsOf(cut), width), ' ');
-}
-
-/// One line that no control character can break.
-std::string plainLine(const std::string& text)
-{
-    return ConversationText::printable(onOneLine(text));
 }
 
 std::string writerOf(const Note& note)

@@ -1,11 +1,12 @@
 #include "Quorvell/app/NotesReading.h"
 
+#include "Quorvell/app/PlainLine.h"
 #include "Quorvell/files/AtomicFile.h"
 #include "Quorvell/notebook/NoteHistory.h"
 #include "Quorvell/notebook/NoteIndex.h"
 #include "Quorvell/notebook/NotebookMove.h"
 #include "QuorvellCore/notebook/NoteJson.h"
-#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/text/Characters.h"
 
 #include <nlohmann/json.hpp>
 
@@ -22,15 +23,6 @@ namespace {
 
 constexpr int done = 0;
 constexpr int couldNot = 1;
-
-/// A folder that was never made is an empty notebook.
-std::optional<NoteFolderContent> readNotebook(const std::string& folder, Instant now)
-{
-    std::error_code failure;
-    if (!std::filesystem::exists(folder, failure) && !failure)
-        return NoteFolderContent{};
-    return readNoteFolder(folder, now);
-}
 
 } // namespace
 
@@ -77,9 +69,9 @@ int NotesReading::run()
 
 bool NotesReading::read()
 {
-    auto content = readNotebook(m_folder, m_listing.now);
+    auto content = readNoteFolder(m_folder, m_listing.now);
     if (!content) {
-        m_errors << "The notebook in " << m_folder << " cannot be read. See that it is a folder that you may read.\n";
+        m_errors << unreadableNoteFolder(m_folder) << "\n";
         return false;
     }
     m_content = std::move(*content);
@@ -94,7 +86,8 @@ std::optional<Note> NotesReading::meantNote()
     for (const Note& note : m_content.notes) {
         if (note.id == m_request.words)
             return note;
-        if (note.id.starts_with(m_request.words))
+        // Nothing is no beginning: a script whose variable is empty means no note.
+        if (!m_request.words.empty() && note.id.starts_with(m_request.words))
             found.push_back(&note);
     }
     if (found.size() == 1)
@@ -108,7 +101,7 @@ void NotesReading::tellCandidates(std::vector<const Note*> candidates) const
 {
     constexpr std::size_t most = 10;
     const bool isPrefix = !candidates.empty();
-    if (!isPrefix)
+    if (!isPrefix && !trimmed(m_request.words).empty())
         candidates = holding(m_request.words);
     if (isPrefix)
         m_errors << "Several notes have an id that begins like this. Give more of it:\n";
@@ -128,7 +121,22 @@ int NotesReading::list() const
         m_out << "There are no notes in " << m_folder << " yet.\n";
     for (const Note& note : m_content.notes)
         printLine(note);
+    tellUnreadable();
     return done;
+}
+
+/// Nothing is lost unseen: a file that was emptied, or is no text, is named.
+void NotesReading::tellUnreadable() const
+{
+    constexpr std::size_t most = 5;
+    const auto& names = m_content.unreadable;
+    if (names.empty())
+        return;
+    std::string told;
+    for (std::size_t index = 0; index < std::min(names.size(), most); ++index)
+        told += (index > 0 ? ", " : "") + plainLine(names[index]);
+    m_errors << "Not every file in " << m_folder << " can be read as a note. Left out: " << told
+             << (names.size() > most ? " and " + std::to_string(names.size() - most) + " more" : "") << ".\n";
 }
 
 int NotesReading::find() const

@@ -25,6 +25,7 @@ public:
 private:
     bool read();
     int list() const;
+    void tellUnreadable() const;
     int find() const;
     int show();
     int history();

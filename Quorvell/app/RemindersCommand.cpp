@@ -1,6 +1,7 @@
 #include "Quorvell/app/RemindersCommand.h"
 
 #include "Quorvell/app/NotebookAccess.h"
+#include "Quorvell/app/PlainLine.h"
 #include "Quorvell/app/ProgramEnvironment.h"
 #include "Quorvell/app/ProgramLoop.h"
 #include "Quorvell/app/UsersCalendar.h"
@@ -9,6 +10,7 @@
 #include "Quorvell/tools/ReminderAnswers.h"
 #include "Quorvell/tools/ReminderChanges.h"
 #include "QuorvellCore/reminders/ReminderState.h"
+#include "QuorvellCore/text/Characters.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -27,7 +29,8 @@ constexpr int couldNot = 1;
 std::string lineOf(const Note& note, const ReminderAnswers& answers)
 {
     const Json entry = answers.entry(note);
-    std::string line = note.id + "  " + note.title + "  (" + readString(entry, "when").value_or("");
+    std::string line =
+        plainLine(note.id) + "  " + plainLine(note.title) + "  (" + readString(entry, "when").value_or("");
     if (const auto repeat = readString(entry, "repeat_words"))
         line += ", " + *repeat;
     return line + (readBool(entry, "overdue").value_or(false) ? ", overdue)" : ")");
@@ -63,8 +66,10 @@ public:
     std::optional<Note> meant() const
     {
         const auto pending = pendingReminders(m_notebook.notes(), ReminderAudience::user);
-        auto found = meantReminders(pending, m_request.id, "", m_now);
-        if (found.empty())
+        // Without a name it would be what is due.
+        const bool isNamed = !trimmed(m_request.id).empty();
+        auto found = isNamed ? meantReminders(pending, m_request.id, "", m_now) : std::vector<Note>();
+        if (found.empty() && isNamed)
             found = meantReminders(pending, "", m_request.id, m_now);
         if (found.size() == 1)
             return found.front();
@@ -107,7 +112,8 @@ public:
             return;
         }
         const auto when = readString(answer, isDone ? "next" : "when");
-        m_out << note.title << (isDone ? ": done." : ": put off.") << (when ? " Next " + *when + "." : "") << std::endl;
+        m_out << plainLine(note.title) << (isDone ? ": done." : ": put off.") << (when ? " Next " + *when + "." : "")
+              << std::endl;
     }
 
 private:

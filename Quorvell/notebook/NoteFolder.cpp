@@ -3,6 +3,8 @@
 #include "Quorvell/notebook/NoteFolderReader.h"
 #include "Quorvell/notebook/NoteList.h"
 
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace quorvell {
@@ -16,15 +18,25 @@ bool isNoteFileName(std::string_view name)
 
 std::optional<NoteFolderContent> readNoteFolder(const std::string& folder, Instant now)
 {
-    auto changes = NoteFolderReader(folder).read(now);
+    std::error_code failure;
+    if (!std::filesystem::exists(folder, failure) && !failure)
+        return NoteFolderContent{};
+    NoteFolderReader reader(folder);
+    auto changes = reader.read(now);
     if (!changes)
         return std::nullopt;
     NoteFolderContent content;
     content.fileNames.reserve(changes->changed.size());
     for (const StoredNote& stored : changes->changed)
         content.fileNames.emplace(stored.note.id, stored.file.name);
+    content.unreadable = reader.unreadable();
     content.notes = NoteList::sorted(std::move(changes->changed));
     return content;
+}
+
+std::string unreadableNoteFolder(const std::string& folder)
+{
+    return "The notebook in " + folder + " cannot be read. See that it is a folder that you may read.";
 }
 
 } // namespace quorvell

@@ -87,10 +87,13 @@ void NoteFolderReader::removed(const std::string& fileName)
     m_entries.erase(fileName);
 }
 
-std::size_t NoteFolderReader::unreadable() const
+std::vector<std::string> NoteFolderReader::unreadable() const
 {
-    return static_cast<std::size_t>(
-        std::count_if(m_entries.begin(), m_entries.end(), [](const auto& entry) { return !entry.second.id; }));
+    std::vector<std::string> names;
+    for (const auto& [name, entry] : m_entries)
+        if (!entry.id)
+            names.push_back(name);
+    return names;
 }
 
 std::vector<std::string> NoteFolderReader::ids() const

@@ -30,7 +30,7 @@ public:
     void removed(const std::string& fileName);
 
     /// Files that are named as notes and could not be read as such.
-    std::size_t unreadable() const;
+    std::vector<std::string> unreadable() const;
     /// All ids that the folder holds, those of files that lost against another with the same id too.
     std::vector<std::string> ids() const;
 

@@ -81,10 +81,10 @@ private:
                 continue;
             const auto text = readFile(path, maximumBytes);
             if (!text)
-                return "The notebook was not moved, because " + path
+                return "Nothing was moved or copied, because " + path
                     + " cannot be read. See that it can, or move it away, and try again.";
             if (const FileProblem problem = copyFile(part, name, *text); problem != FileProblem::none)
-                return "The notebook was not moved. " + problemSentence(problem, m_to + part);
+                return "Nothing was moved or copied. " + problemSentence(problem, m_to + part);
         }
         return "";
     }
@@ -164,7 +164,8 @@ std::string copyNotebook(const std::string& from, const std::string& to)
     const auto target = std::filesystem::weakly_canonical(to, failure);
     const auto [end, rest] = std::mismatch(source.begin(), source.end(), target.begin(), target.end());
     if (end == source.end() || rest == target.end())
-        return "The notebook was not moved: one of the two folders lies inside the other, or they are the same. Choose "
+        return "Nothing was moved or copied: one of the two folders lies inside the other, or they are the same. "
+               "Choose "
                "another folder.";
     return Copying(from, to).run();
 }

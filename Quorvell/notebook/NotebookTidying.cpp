@@ -51,7 +51,7 @@ void tidyNotebook(const std::string& folder, Instant now)
 {
     NoteFolderReader reader(folder);
     const auto content = reader.read(now);
-    if (!content || reader.unreadable() > 0)
+    if (!content || !reader.unreadable().empty())
         return;
     std::set<std::string> kept;
     for (std::string& id : reader.ids())

@@ -70,7 +70,7 @@ std::vector<Note> meantReminders(
         collect([&](const Note& note) { return note.id == id; });
         if (meant.empty())
             collect([&](const Note& note) { return note.id.starts_with(id); });
-    } else if (!wanted.empty()) {
+    } else if (!trimmed(words).empty()) {
         collect([&](const Note& note) { return TextMatch::normalized(note.title) == wanted; });
         if (meant.empty())
             collect([&](const Note& note) { return holdsWords(note, wanted); });

@@ -105,6 +105,7 @@ TEST(NotesCommand, listsFindsAndShows)
             "No note holds all of these words. Try fewer words, or only their beginnings.\n", ""},
         {{"notes", "show", "aaaa"}, 1, "", "Several notes"},
         {{"notes", "show", "cccc"}, 1, "", "No note has an id"},
+        {{"notes", "delete", ""}, 1, "", "No note has an id"},
         {{"notes", "show", "dentist"}, 1, "", "No note has an id that begins like this. These hold the words:\naaaa1"},
         {{"notes", "tick", "bbbb", "1"}, 1, "", "The note has no task 1"},
         {{"notes", "tick", "aaaa3", "3"}, 1, "", "The note has no step 3"},
@@ -177,6 +178,11 @@ TEST(NotesCommand, saysWhenThereIsNothingToRead)
     test::writeText(shell.environment.notebookFolder, "a file");
     EXPECT_EQ(shell.run({"notes"}), 1);
     EXPECT_NE(shell.errors.find(shell.environment.notebookFolder), std::string::npos);
+    Shell emptied;
+    emptied.keep(someNotes());
+    test::writeText(emptied.environment.notebookFolder + "/bbbb.md", "");
+    EXPECT_EQ(emptied.run({"notes"}), 0);
+    EXPECT_NE(emptied.errors.find("Left out: bbbb.md.\n"), std::string::npos) << emptied.errors;
 }
 
 TEST(NotesCommand, editsAndRestores)

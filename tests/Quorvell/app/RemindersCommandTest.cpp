@@ -57,6 +57,8 @@ TEST(RemindersCommand, listsTicksOffAndPutsOff)
             ""},
         {{Action::done, "aa"}, 1, "", "Several reminders fit"},
         {{Action::done, "zz"}, 1, "", "No pending reminder"},
+        {{Action::done, ""}, 1, "", "No pending reminder"}, // Pay rent is due, and not named.
+        {{Action::done, " !"}, 1, "", "No pending reminder"},
         {{Action::later, "mum", "by an hour"}, 0, "Call mum: put off. Next Sunday 22 November at 18:00.\n", ""},
         {{Action::later, "mum", "at 5"}, 1, "", "\"at 5\" is not one time"},
         {{Action::later, "mum", "some day"}, 1, "", "\"some day\" is not one time"},
