@@ -57,15 +57,14 @@ struct Decoder::Parts {
     // The steps of loading; each is false when a file cannot be read.
     bool readSounds(const Options& options);
     bool readFirstModel(const Options& options);
-    bool readSecondModel(const Options& options);
+    bool mixInSecondModel(const Options& options);
     bool beginSearch(const Options& options);
 
     LanguageModel read(const std::string& path) const;
 
     std::unique_ptr<cmd_ln_t, Release> settings;
     std::unique_ptr<ps_decoder_t, Release> decoder;
-    LanguageModel first;
-    LanguageModel second;
+    LanguageModel model; ///< Until the search begins.
     bool isListening = false;
 };
 
@@ -86,25 +85,24 @@ LanguageModel Decoder::Parts::read(const std::string& path) const
 
 bool Decoder::Parts::readFirstModel(const Options& options)
 {
-    first = read(options.languageModel);
-    return first != nullptr;
+    model = read(options.languageModel);
+    return model != nullptr;
 }
 
-bool Decoder::Parts::readSecondModel(const Options& options)
+bool Decoder::Parts::mixInSecondModel(const Options& options)
 {
     if (options.secondLanguageModel.empty())
         return true;
-    second = read(options.secondLanguageModel);
-    return second != nullptr;
+    const LanguageModel second = read(options.secondLanguageModel);
+    if (second)
+        model = mixed(settings.get(), model, second, options.shareOfFirst);
+    return second && model;
 }
 
-/// The decoder keeps what it needs of the models.
-bool Decoder::Parts::beginSearch(const Options& options)
+bool Decoder::Parts::beginSearch(const Options&)
 {
-    const LanguageModel model = second ? mixed(settings.get(), first, second, options.shareOfFirst) : std::move(first);
-    first.reset();
-    second.reset();
-    return model && ps_set_lm(decoder.get(), search, model.get()) == 0 && ps_set_search(decoder.get(), search) == 0;
+    const LanguageModel used = std::move(model); // The decoder keeps it.
+    return ps_set_lm(decoder.get(), search, used.get()) == 0 && ps_set_search(decoder.get(), search) == 0;
 }
 
 Decoder::Decoder(std::unique_ptr<Parts> parts)
@@ -120,7 +118,7 @@ std::unique_ptr<Decoder> Decoder::create(const Options& options, const std::stop
     err_set_logfp(nullptr);
     auto parts = std::make_unique<Parts>();
     // One step after the other, so that whoever gives up waits for one of them and not for all.
-    for (const auto step : {&Parts::readSounds, &Parts::readFirstModel, &Parts::readSecondModel, &Parts::beginSearch})
+    for (const auto step : {&Parts::readSounds, &Parts::readFirstModel, &Parts::mixInSecondModel, &Parts::beginSearch})
         if (stop.stop_requested() || !(*parts.*step)(options))
             return nullptr;
     return std::unique_ptr<Decoder>(new Decoder(std::move(parts)));
