@@ -89,7 +89,7 @@ std::size_t RequestWords::endOf(std::size_t start, std::size_t end) const
     return isAbbreviated && m_utterance[end] == '.' ? end + 1 : end;
 }
 
-void RequestWords::add(std::string text, std::size_t start, std::size_t end)
+void RequestWords::add(const std::string& text, std::size_t start, std::size_t end)
 {
     for (std::string& part : partsOf(withPlainApostrophes(lowerCased(text))))
         m_words.push_back({std::move(part), start, end, false});

@@ -35,7 +35,7 @@ private:
     };
 
     std::size_t endOf(std::size_t start, std::size_t end) const;
-    void add(std::string text, std::size_t start, std::size_t end);
+    void add(const std::string& text, std::size_t start, std::size_t end);
 
     std::string m_utterance;
     std::vector<Word> m_words;

@@ -88,9 +88,11 @@ std::optional<RuleStep> ListedRules::change(
 {
     RequestMemory memory = remembering;
     const auto place = ListPlace::read(nameIn(request));
-    const auto index = place ? place->among(memory.found.size()) : std::nullopt;
-    if (!index)
+    if (!place || memory.found.empty())
         return std::nullopt;
+    const auto index = place->among(memory.found.size());
+    if (!index)
+        return RuleStep{std::string(PlainReplies::notThatMany), std::move(memory)};
     const FoundThing thing = memory.found[*index];
     if (thing.kind == FoundThing::Kind::note)
         return RuleStep{std::string(PlainReplies::cannotDelete), std::move(memory)};

@@ -281,7 +281,7 @@ TEST(ChangeRules, pointsIntoTheListThatWasTold)
             R"(set_reminder {"later":"friday","id":"r1"})"},
         {"any reminders for monday", reminders, "tick off the first one", R"(set_reminder {"done":true,"id":"r2"})"},
         {"list my reminders", reminders, "the second one", "Rest, on Monday the 23rd of November at 9 AM."},
-        {"list my reminders", reminders, "the fifth one", "There are not that many. Which one do you mean?"},
+        {"list my reminders", reminders, "delete the fifth one", "There are not that many. Which one do you mean?"},
         {"what's on tomorrow", agenda, "move the first one to 5 pm",
             R"(change_event {"id":"e1","changes":{"start":"2026-11-22 17:00","end":"2026-11-22 18:00"}})"},
         {"what's on tomorrow", agenda, "make the first one half an hour later",
