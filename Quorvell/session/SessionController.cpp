@@ -336,9 +336,9 @@ void SessionController::stop(std::string_view reason)
             std::chrono::milliseconds::zero(), [this, reason = std::string(reason)] { lineEnded(reason); });
 }
 
-void SessionController::endWith(SessionEnd end)
+void SessionController::endWith(SessionEnd end, LastRequest request)
 {
-    if (m_turn.isOpen() && m_connection.phase == SessionPhase::active)
+    if (request == LastRequest::inDoubt && m_turn.isOpen() && m_connection.phase == SessionPhase::active)
         end.sentence += " What you asked last may not have been done.";
     end.isFailure = true;
     end.unsent = m_connection.waitingTyped;

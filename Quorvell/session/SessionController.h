@@ -165,7 +165,8 @@ private:
     void tellTurnsSince(ConversationMemory::Mark known);
     void announceIfQuiet();
     void announceOnDevice();
-    void endWith(SessionEnd end);
+    enum class LastRequest { inDoubt, untouched }; ///< Whether an open one may have been carried out, or half.
+    void endWith(SessionEnd end, LastRequest request = LastRequest::inDoubt);
     void goIdle();
 
     // Silence and sound

@@ -110,7 +110,9 @@ void SessionController::linesGivenUp(const LiveClosure& closure)
     end.sentence = closure.sentence.empty()
         ? "The connection was lost and could not be made again. Check the network, then try again."
         : closure.sentence;
-    endWith(std::move(end));
+    // What was refused at the door was not begun; what went out over a line that was lost may have been.
+    const bool isRefused = closure.code < LiveClosure::normal && !m_lines.isReconnecting();
+    endWith(std::move(end), isRefused && !m_turn.actedSinceWords() ? LastRequest::untouched : LastRequest::inDoubt);
 }
 
 void SessionController::lineEnded(const std::string& reason)

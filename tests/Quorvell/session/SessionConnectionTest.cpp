@@ -189,8 +189,10 @@ TEST_F(SessionConnectionTest, mendingEndsAfterEnoughAttemptsOrWhenTheUserMustAct
     EXPECT_EQ(connectionsMade, 6);
 
     begin();
+    controller->submitTyped({{{"hello"}}, true});
+    saidSince();
     wire->closeWith({.code = 401, .reason = "refused", .mustUserAct = true, .sentence = "Key refused."});
-    EXPECT_EQ(saidSince(), (Lines{"idle", "ended: Key refused."}));
+    EXPECT_EQ(saidSince(), (Lines{"idle", "turn broken off", "ended: Key refused."})) << "it cannot have been done";
 
     begin();
     lose();
