@@ -39,6 +39,10 @@ std::optional<Clock> distanceAt(const SpokenWords& words, std::size_t place, boo
         isCertain = words.at(next) == "minutes" || isAfterAt;
         next += words.at(next) == "minutes" ? 1 : 0;
     }
+    // "The second one to eight", "number two to eight": that says which one, and no minutes.
+    if (!isCertain && (minutes == 1 || (place > 0 && words.at(place - 1) == "number"))) {
+        return std::nullopt;
+    }
     const std::string_view link = words.at(next);
     const bool isTo = link == "to" || link == "before";
     const auto hour = words.hour(next + 1);
