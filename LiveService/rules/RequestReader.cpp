@@ -175,11 +175,13 @@ bool isBoundary(const RequestWords& words, std::size_t index)
 {
     constexpr std::array<std::string_view, 5> helpers{"can", "could", "would", "will", "shall"};
     constexpr std::array<std::string_view, 3> persons{"we", "you", "i"};
+    constexpr std::array<std::string_view, 3> movers{"make", "move", "put"};
     const std::string_view next = words.at(index + 1);
     const std::string_view second = words.at(index + 2);
     const bool asks =
         std::ranges::find(helpers, next) != helpers.end() && std::ranges::find(persons, second) != persons.end();
-    return words.endsClause(index) || asks || next == "please" || (next == "remind" && second == "me")
+    const bool moves = std::ranges::find(movers, next) != movers.end() && (second == "it" || second == "that");
+    return words.endsClause(index) || asks || moves || next == "please" || (next == "remind" && second == "me")
         || (next == "let" && second == "us");
 }
 

@@ -158,6 +158,7 @@ TEST(ChangeRules, changesRemindersAndKnowsTheCalendar)
         {"i can't do the dentist tomorrow remind me on tuesday at 9 am",
             R"(set_reminder {"task":"dentist","later":"on tuesday at 9 am"})"},
         {"I can't make it tomorrow, remind me on tuesday instead", R"(set_reminder {"later":"on tuesday"})"},
+        {"tomorrow doesn't work for the vet make it wednesday at 10 am", R"(whats_on {"from":"2026-11-21")"},
         {"friday does not work for lunch with Ana, let's do saturday", R"(whats_on {"from":"2026-11-21")"},
         {"I can't make lunch on friday", "When should it be instead?"},
         {"I can't make the cake rise", "That needs an online model."},
