@@ -96,6 +96,10 @@ std::vector<Clause> clausesOf(std::string_view words)
         start = match.range.end;
     }
     clauses.push_back({TextMatch::normalized(words.substr(start)), false});
+    // Each takes some ten searches; of a line of a thousand numbers the last ones do.
+    constexpr std::size_t most = 50;
+    if (clauses.size() > most)
+        clauses.erase(clauses.begin(), clauses.end() - most);
     return clauses;
 }
 
