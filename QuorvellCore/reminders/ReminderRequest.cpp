@@ -55,12 +55,15 @@ public:
     const std::optional<TextRange>& range() const { return m_range; }
 
 private:
-    /// Only one day is understood of "every monday and wednesday", and none of "yesterday at 5 pm".
+    /// Only one day is understood of "every monday and wednesday", and of "every other monday"; none of "yesterday at
+    /// 5 pm".
     static const Pattern& otherDay()
     {
         static const Pattern pattern(R"(^(?:and|or|until|till)\s+(?:on\s+)?)"
                                      R"((?:sunday|monday|tuesday|wednesday|thursday|friday|saturday|tomorrow)s?\b)"
-                                     R"(|^yesterday\b(?!['’]))");
+                                     R"(|^yesterday\b(?!['’]))"
+                                     R"(|^(?:every|each)\s+(?:other|second|third|fourth|two|three|four|six|\d+)\b)"
+                                     R"(|\b(?:every|each)\s+(?:other|second|third|fourth)$)");
         return pattern;
     }
 
