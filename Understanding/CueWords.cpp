@@ -81,7 +81,7 @@ constexpr CueWords rows[] = {
         "get out|fetch|print|walk me through|talk me through|let me have|give me|recap"},
     {tell, head, "tell|tell me|let me know|say|shout|mention|ask me|call me|message me"},
     {cancel, head,
-        "delete|cancel|remove|stop|end|get rid of|throw away|throw out|throw|bin|trash|scrap|erase|call "
+        "delete|cancel|remove|stop|get rid of|throw away|throw out|throw|bin|trash|scrap|erase|call "
         "off|drop|scratch|"
         "clear|wipe|lose|dismiss|turn off|forget|forget about|strike|ditch|chuck out|rub out|do away with|cross out"},
     {cancel, anywhere,
