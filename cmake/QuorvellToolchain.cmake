@@ -8,9 +8,9 @@ endif()
 
 find_program(MOLD mold)
 find_program(LLD ld.lld)
-if(QUORVELL_SANITIZE STREQUAL "fuzz" AND LLD)
+if(QUORVELL_SANITIZE STREQUAL "address" AND LLD)
     add_link_options(-fuse-ld=lld)
-elseif(MOLD AND NOT QUORVELL_SANITIZE STREQUAL "fuzz")
+elseif(MOLD AND NOT QUORVELL_SANITIZE STREQUAL "address")
     add_link_options(-fuse-ld=mold)
 endif()
 
@@ -24,14 +24,13 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
 endif()
 
 if(QUORVELL_SANITIZE STREQUAL "address")
-    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -Og -g1)
+    # The fuzz targets' instrumentation is in everything, so that one build serves them and the tests.
+    add_compile_options(
+        -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1 -g1)
     add_link_options(-fsanitize=address,undefined)
 elseif(QUORVELL_SANITIZE STREQUAL "thread")
     add_compile_options(-fsanitize=thread -O1 -g1)
     add_link_options(-fsanitize=thread)
-elseif(QUORVELL_SANITIZE STREQUAL "fuzz")
-    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined -O1 -g1)
-    add_link_options(-fsanitize=address,undefined)
 elseif(CMAKE_BUILD_TYPE STREQUAL "Debug")
     add_compile_options(-g1)
 endif()
