@@ -232,9 +232,12 @@ bool OpenAILiveClient::applyError(const openai_event::Error& error)
 /// This protocol has no such question, but an item without its content changes nothing and is answered with an error.
 void OpenAILiveClient::askWhetherItIsThere()
 {
+    constexpr int late = 4; // An answer may come long after it was given up, and is no news to the user even then.
     m_isQuestionOpen = true;
-    m_life.later([this] { m_isQuestionOpen = false; }, m_limits.toSayItIsThere);
-    send({{"type", "response.item.create"}, {"event_id", std::string(questionPrefix) + std::to_string(++m_questions)}});
+    ++m_questions;
+    m_life.later([this, question = m_questions] { m_isQuestionOpen = m_isQuestionOpen && question != m_questions; },
+        late * m_limits.toSayItIsThere);
+    send({{"type", "response.item.create"}, {"event_id", std::string(questionPrefix) + std::to_string(m_questions)}});
 }
 
 /// Some services do not say which event an error is about.

@@ -409,7 +409,9 @@ TEST_F(OpenAILiveClientTest, aServiceThatIsStuckIsToldFromOneThatTakesLong)
                 tell(Wire::error({"invalid_request_error", broken->code, broken->reason,
                     questions % 2 == 0 ? broken->eventID : std::nullopt}));
         });
-        Talk talk(server.access(), {Way::socket}, {}, shortLimits);
+        LiveTimeLimits limits = shortLimits;
+        limits.toSayItIsThere = 800ms;
+        Talk talk(server.access(), {Way::socket}, {}, limits);
         talk.experience.wasAsked = false;
         ASSERT_TRUE(runUntil([&] { return questions == 1; }));
         if (row.owed == Owed::wordOnSound) {
@@ -418,7 +420,7 @@ TEST_F(OpenAILiveClientTest, aServiceThatIsStuckIsToldFromOneThatTakesLong)
         } else if (row.owed == Owed::restOfAnswer) {
             talk.client.sendMessage({.text = "hello"});
         }
-        EXPECT_EQ(runUntil([&] { return talk.observer.closings > 0; }, row.isGivenUp ? 5s : 800ms), row.isGivenUp);
+        EXPECT_EQ(runUntil([&] { return talk.observer.closings > 0; }, row.isGivenUp ? 10s : 1100ms), row.isGivenUp);
         EXPECT_EQ(questions > 1, row.owed != Owed::nothing);
         EXPECT_TRUE(talk.observer.all<live_event::ServerError>().empty());
     }
