@@ -17,7 +17,7 @@ std::string number(std::int64_t value, int bytes)
 
 std::string header(int changes, int types)
 {
-    return "TZif2" + std::string(15, '\0') + number(0, 12) + number(changes, 4) + number(types, 4) + number(1, 4);
+    return "TZif2" + std::string(15 + 12, '\0') + number(changes, 4) + number(types, 4) + number(1, 4);
 }
 
 /// A zone of UTC+1 that had UTC+2 from 1000000000 to 1100000000, with a rule for the years after that.
