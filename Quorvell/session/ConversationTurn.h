@@ -24,8 +24,7 @@ public:
         Scheduler& scheduler;
         AudioPlayer& player;
         SessionAudience& observer;
-        std::function<void()>
-            requestLeft; ///< An answer is complete, and the user had said something after its request.
+        std::function<void()> requestLeft; ///< The answer that is over was to an earlier request only.
         std::function<void()> closed; ///< A turn is over, before the observer hears of it.
         std::function<void()> givenUp; ///< The model was at it until patience ended, and may be for ever.
     };
