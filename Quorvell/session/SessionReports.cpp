@@ -111,7 +111,8 @@ void SessionController::linesGivenUp(const LiveClosure& closure)
         ? "The connection was lost and could not be made again. Check the network, then try again."
         : closure.sentence;
     // What was refused at the door was not begun; what went out over a line that was lost may have been.
-    const bool isRefused = closure.code < LiveClosure::normal && !m_lines.isReconnecting();
+    const bool isShut = closure.code < LiveClosure::normal || closure.mustUserAct;
+    const bool isRefused = isShut && !m_lines.isReconnecting();
     endWith(std::move(end), isRefused && !m_turn.actedSinceWords() ? LastRequest::untouched : LastRequest::inDoubt);
 }
 

@@ -151,6 +151,9 @@ TEST_F(SessionControllerTest, aConversationThatCannotBeginIsToldInOneSentence)
 
     controller->submitTyped({{{"once more"}}, false}); // The next request begins anew and knows what was said.
     EXPECT_EQ(wire->setup.history, (std::vector<LiveHistoryEntry>{{"user", "hello"}}));
+    becomeReady();
+    wire->closeWith({.code = 1006, .reason = "untrusted", .mustUserAct = true, .sentence = "Not trusted."});
+    EXPECT_EQ(saidSince().back(), "ended: Not trusted."); // And no doubt whether it was done.
 }
 
 TEST_F(SessionControllerTest, stopEndsOnceTheConnectionHasClosed)
