@@ -7,6 +7,7 @@
 #include "Quorvell/connections/LiveConnectionChoice.h"
 #include "Quorvell/connections/LiveEndpointSettings.h"
 #include "Quorvell/session/SessionController.h"
+#include "Quorvell/session/SessionObserver.h"
 #include "QuorvellCore/live/gate/PCM.h"
 
 #include <QCoreApplication>
