@@ -1,4 +1,19 @@
+# SPDX-License-Identifier: MIT
 # The rooms of the house and the doors between them. A new door needs a record in docs/decisions/.
+
+quorvell_prelude(core OPTIONS -fno-exceptions)
+quorvell_prelude(shell)
+if(QUORVELL_TESTS)
+    quorvell_prelude(test HEADERS <gtest/gtest.h> LIBRARIES GTest::gtest)
+endif()
+if(QUORVELL_SHELL)
+    set(qt_headers <QByteArray> <QCoreApplication> <QObject> <QPointer> <QString> <QTimer>)
+    quorvell_prelude(qt LIBRARIES Qt6::Core HEADERS ${qt_headers})
+    quorvell_prelude(commands LIBRARIES Qt6::Core CLI11::CLI11 HEADERS ${qt_headers} <filesystem> <iostream> <CLI/CLI.hpp>)
+    foreach(prelude IN ITEMS qt commands) # What Qt's modules define must be the same in all that share them.
+        target_compile_definitions(prelude_${prelude} PRIVATE QT_NETWORK_LIB QT_WEBSOCKETS_LIB QT_DBUS_LIB)
+    endforeach()
+endif()
 
 # QuorvellCore: functions of their arguments
 quorvell_room(text QuorvellCore/text CORE LIBRARIES ICU::uc ICU::i18n PUBLIC_LIBRARIES nlohmann_json::nlohmann_json)
@@ -13,46 +28,57 @@ quorvell_room(understanding Understanding CORE USES text)
 # Heads and answers of HTTP, for the service on this computer.
 quorvell_room(http Http)
 
+# Sound values and the ends of calls, which the assistant and the service on this computer both use.
+quorvell_room(audio Media/audio LIBRARIES PkgConfig::sndfile PkgConfig::samplerate)
+
 # Quorvell: the shell. These rooms need no Qt.
-quorvell_room(session Quorvell/session USES text live automation)
-quorvell_room(audio Quorvell/audio LIBRARIES PkgConfig::sndfile PkgConfig::samplerate)
+quorvell_room(loop Quorvell/loop USES text)
+quorvell_room(session Quorvell/session USES text live automation loop)
 quorvell_room(files Quorvell/files USES text PUBLIC_LIBRARIES Threads::Threads)
-quorvell_room(notebook_store Quorvell/notebook USES text notebook files session LIBRARIES PkgConfig::sqlite3)
+quorvell_room(notebook_store Quorvell/notebook USES text notebook files loop LIBRARIES PkgConfig::sqlite3)
 quorvell_room(agenda Quorvell/agenda USES text notebook reminders files LIBRARIES PkgConfig::libical)
-quorvell_room(reminding Quorvell/reminding USES text notebook reminders session notebook_store)
-quorvell_room(tools Quorvell/tools USES text live notebook reminders safety session notebook_store agenda reminding)
+quorvell_room(reminding Quorvell/reminding USES text notebook reminders loop notebook_store)
+quorvell_room(tools Quorvell/tools USES text live notebook reminders safety loop session notebook_store agenda reminding)
 
 # The rooms that share state across threads: the thread sanitizer runs their tests.
 set(QUORVELL_THREADED_ROOMS automation audio files notebook_store agenda)
 
 foreach(room IN ITEMS
-    text notebook reminders live automation safety understanding http session audio files notebook_store agenda reminding
-    tools)
+    text notebook reminders live automation safety understanding http loop session audio files notebook_store agenda
+    reminding tools)
     quorvell_test(${room})
 endforeach()
 
 if(QUORVELL_SHELL)
     # The WebRTC library behind values of our own; nobody else sees its headers.
-    quorvell_room(echo Quorvell/echo LIBRARIES tg_owt::tg_owt)
-    quorvell_room(webrtc Quorvell/webrtc LIBRARIES tg_owt::tg_owt Threads::Threads)
-    quorvell_room(sound Quorvell/sound USES text live session audio echo LIBRARIES PkgConfig::pulse Threads::Threads)
-    quorvell_room(connections Quorvell/connections USES text live session audio webrtc
+    quorvell_room(echo Media/echo LIBRARIES tg_owt::tg_owt)
+    quorvell_room(webrtc Media/webrtc LIBRARIES tg_owt::tg_owt Threads::Threads)
+    quorvell_room(sound Quorvell/sound USES text live loop session audio echo LIBRARIES PkgConfig::pulse Threads::Threads)
+    quorvell_room(connections Quorvell/connections PRELUDE qt USES text live session audio webrtc
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)
     quorvell_room(on_device_speech OnDeviceSpeech USES text LIBRARIES PocketSphinx::PocketSphinx Flite::Flite Threads::Threads)
     include(OnDeviceSpeech/models.cmake)
-    quorvell_room(speech Quorvell/speech USES text live session audio on_device_speech LIBRARIES Threads::Threads)
-    quorvell_room(desktop Quorvell/desktop USES text session reminding agenda files
+    quorvell_room(speech Quorvell/speech USES text live loop session audio on_device_speech LIBRARIES Threads::Threads)
+    quorvell_room(desktop Quorvell/desktop PRELUDE qt USES text loop reminding agenda files
         PUBLIC_LIBRARIES Qt6::Core Qt6::DBus LIBRARIES Qt6::Gui PkgConfig::gio PkgConfig::libical)
     # Signals of the message bus reach only slots that Qt knows by name.
     set_target_properties(quorvell_desktop PROPERTIES AUTOMOC ON)
-    quorvell_room(live_service LiveService
+    quorvell_room(live_service LiveService PRELUDE qt
         USES text live reminders safety understanding http on_device_speech webrtc audio
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)
-    quorvell_room(app Quorvell/app
-        USES text notebook reminders live automation safety session files notebook_store agenda reminding tools audio echo
-             sound speech webrtc desktop connections on_device_speech live_service
+    # What the terminal and the panel share.
+    quorvell_room(settings Quorvell/settings PRELUDE qt USES text live reminders files agenda notebook_store connections)
+    quorvell_room(records Quorvell/records USES text reminders loop session settings)
+    quorvell_room(handover Quorvell/handover PRELUDE qt USES text notebook files loop notebook_store desktop settings)
+    quorvell_room(assistant Quorvell/assistant PRELUDE qt
+        USES text notebook reminders loop session files notebook_store agenda reminding tools audio echo sound speech desktop
+             connections settings records handover)
+    quorvell_room(app Quorvell/app PRELUDE commands
+        USES text notebook reminders live automation safety loop session files notebook_store agenda reminding tools audio
+             sound speech desktop connections on_device_speech live_service settings records handover assistant
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::DBus LIBRARIES CLI11::CLI11 PkgConfig::libedit)
-    foreach(room IN ITEMS echo webrtc sound speech desktop connections on_device_speech live_service app)
+    foreach(room IN ITEMS
+        echo webrtc sound speech desktop connections on_device_speech live_service settings records handover assistant app)
         quorvell_test(${room})
     endforeach()
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads the head of an HTTP/1.1 request. Pure: the bytes so far in, a reading out.
 #pragma once
 

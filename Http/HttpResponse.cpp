@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Http/HttpResponse.h"
 
 namespace quorvell {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Builds answers to HTTP/1.1 requests. Pure.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "OnDeviceSpeech/BackgroundDecoder.h"
 
 #include <utility>

@@ -1,3 +1,6 @@
+// SPDX-License-Identifier: MIT
+// A decoder on a thread of its own, which also loads its models, so that neither loading nor decoding holds up the
+// caller.
 #pragma once
 
 #include "OnDeviceSpeech/Decoder.h"
@@ -15,8 +18,7 @@
 
 namespace quorvell {
 
-/// A decoder on a thread of its own, which also loads its models, so that neither loading nor decoding holds up the
-/// caller. Call it from one thread.
+/// Call it from one thread.
 class BackgroundDecoder {
 public:
     /// Once `stop` is requested, from any thread, nothing is waited for any more.

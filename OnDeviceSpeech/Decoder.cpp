@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "OnDeviceSpeech/Decoder.h"
 
 #include <array>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A search for words, led by one language model or a mixture of two.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +10,7 @@
 
 namespace quorvell {
 
-/// A search for words, led by one language model or a mixture of two. Blocking; one thread at a time.
+/// Blocking; one thread at a time.
 class Decoder {
 public:
     struct Result {

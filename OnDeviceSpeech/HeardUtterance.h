@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
+// What was understood of one utterance.
 #pragma once
 
 #include <string>
 
 namespace quorvell {
 
-/// What was understood of one utterance.
 struct HeardUtterance {
     /// In written form, ready for a text reader: lower case, numbers and clock times in digits
     /// ("remind me tomorrow at 5 pm to call the dentist"). Empty when no speech was recognised.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "OnDeviceSpeech/SpeechRecogniser.h"
 
 #include "OnDeviceSpeech/BackgroundDecoder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Speech to text on the device.
 #pragma once
 

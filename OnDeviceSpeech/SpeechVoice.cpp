@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "OnDeviceSpeech/SpeechVoice.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text to speech on the device.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "OnDeviceSpeech/SpokenTimeReaders.h"
 
 #include <algorithm>

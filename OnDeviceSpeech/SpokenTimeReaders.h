@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Readers of one spoken time each, tried at every word of a text by spokenToWritten.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "OnDeviceSpeech/SpokenToWritten.h"
 
 #include "OnDeviceSpeech/SpokenTimeReaders.h"

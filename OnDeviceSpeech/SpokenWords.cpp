@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "OnDeviceSpeech/SpokenWords.h"
 
 #include <algorithm>

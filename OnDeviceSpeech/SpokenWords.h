@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A text as words that readers of spoken times can look at: lower case, hyphens opened, punctuation set apart.
 #pragma once
 

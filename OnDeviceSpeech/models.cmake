@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The models of the commands are made from the templates when the program is built.
 
 set(speech_system /usr/share/pocketsphinx/model/en-us)

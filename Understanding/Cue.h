@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
+// What a few words of a request hint at, however they were put.
 #pragma once
 
 #include <cstdint>
 
 namespace quorvell {
 
-/// What a few words of a request hint at, however they were put.
 enum class Cue : std::uint8_t {
     filler, ///< Says nothing: "me", "the", "a".
     definite, ///< "the", "my": it is there already.

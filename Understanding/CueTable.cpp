@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Understanding/CueTable.h"
 
 #include "Understanding/CueWords.h"

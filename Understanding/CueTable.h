@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Where in a request words are a cue; elsewhere they are part of what it is about.
 #pragma once
 
 #include "Understanding/Cue.h"
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// Where in a request words are a cue; elsewhere they are part of what it is about.
 enum class CuePlace : std::uint8_t {
     start, ///< As its first words.
     head, ///< Before what it is about begins.

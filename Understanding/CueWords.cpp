@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Understanding/CueWords.h"
 
 namespace quorvell {

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Ways to say one thing, in the form of RequestWords.
 #pragma once
 
 #include "Understanding/CueTable.h"
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// Ways to say one thing, in the form of RequestWords.
 struct CueWords {
     Cue cue;
     CuePlace place;

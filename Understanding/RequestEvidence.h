@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What the kinds of time named in a request hint at.
 #pragma once
 
 #include "Understanding/RequestKind.h"
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// What the kinds of time named in a request hint at.
 struct TimeHints {
     bool hasMoment = false; ///< A time of day.
     bool hasDay = false;

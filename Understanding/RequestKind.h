@@ -1,10 +1,12 @@
+// SPDX-License-Identifier: MIT
+// What can be asked for.
 #pragma once
 
 #include <cstdint>
 
 namespace quorvell {
 
-/// What can be asked for. Where the evidence for two is the same, the earlier one is tried first.
+/// Where the evidence for two is the same, the earlier one is tried first.
 enum class RequestKind : std::uint8_t {
     remind,
     remember, ///< A fact, a note or a reminder, as what is to be remembered shows.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Understanding/RequestReading.h"
 
 #include "Understanding/CueTable.h"

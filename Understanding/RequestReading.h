@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A request taken apart: what hints at what is asked, and what it is about.
 #pragma once
 
 #include "Understanding/Cue.h"
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// A request taken apart: what hints at what is asked, and what it is about.
 struct RequestReading {
     std::bitset<static_cast<std::size_t>(Cue::count)> cues{};
     /// The user's own words without the cues; empty when there are none.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Understanding/RequestWords.h"
 
 #include "QuorvellCore/text/Apostrophes.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// An utterance word by word: as it is compared, and where it stands.
 #pragma once
 
 #include <cstddef>
@@ -7,8 +9,7 @@
 
 namespace quorvell {
 
-/// An utterance word by word: as it is compared, and where it stands. A contraction is taken apart ("what's" is "what"
-/// and "is"), so that both ways to say it are one.
+/// A contraction is taken apart ("what's" is "what" and "is"), so that both ways to say it are one.
 class RequestWords {
 public:
     static constexpr std::size_t most = 400; ///< Words that are looked at; the others stay with the last one.

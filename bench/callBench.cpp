@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 // Calls over WebRTC on loopback, both ends in this process: how long a call takes to come about, what it holds, how
 // long a text and a sound are under way, what it costs the processor.
-#include "Quorvell/webrtc/WebRTCPeer.h"
+#include "Media/webrtc/WebRTCPeer.h"
 
 #include <sys/resource.h>
 

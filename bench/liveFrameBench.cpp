@@ -1,16 +1,17 @@
+// SPDX-License-Identifier: MIT
 // What one 40 ms frame of sound costs on the wire, each way, beside what any client must pay: base64 alone, and JSON
 // with base64 written in the plainest way.
 #include "QuorvellCore/live/gate/MicGate.h"
 #include "QuorvellCore/live/gate/PCM.h"
-#include "QuorvellCore/live/wire/LiveClientParser.h"
-#include "QuorvellCore/live/wire/LiveMessage.h"
-#include "QuorvellCore/live/wire/LiveServerMessage.h"
-#include "QuorvellCore/live/wire/LiveServerParser.h"
-#include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
-#include "QuorvellCore/live/wire/OpenAILiveEventMapper.h"
-#include "QuorvellCore/live/wire/OpenAILiveMessage.h"
-#include "QuorvellCore/live/wire/OpenAILiveParser.h"
-#include "QuorvellCore/live/wire/OpenAILiveServerMessage.h"
+#include "QuorvellCore/live/wire/gemini/GeminiClientParser.h"
+#include "QuorvellCore/live/wire/gemini/GeminiServerMessage.h"
+#include "QuorvellCore/live/wire/gemini/LiveMessage.h"
+#include "QuorvellCore/live/wire/gemini/LiveServerParser.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveEventMapper.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveMessage.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveParser.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveServerMessage.h"
 #include "QuorvellCore/text/Base64.h"
 
 #include <benchmark/benchmark.h>
@@ -38,7 +39,7 @@ const Bytes pcm = frame();
 const std::string received = OpenAILiveServerMessage::outputAudioDeltaText(pcm);
 const std::string sent = OpenAILiveMessage::audioText(pcm);
 
-const std::string geminiReceived = dumpJson(LiveServerMessage::audio(pcm));
+const std::string geminiReceived = dumpJson(GeminiServerMessage::audio(pcm));
 const std::string geminiSent = LiveMessage::audioText(pcm);
 
 void encodeBase64Alone(benchmark::State& state)
@@ -127,7 +128,7 @@ void decodeGeminiFrame(benchmark::State& state)
 void decodeGeminiFrameOnTheServer(benchmark::State& state)
 {
     for (auto _ : state)
-        benchmark::DoNotOptimize(LiveClientParser::parse(geminiSent));
+        benchmark::DoNotOptimize(GeminiClientParser::parse(geminiSent));
 }
 
 void gateFrame(benchmark::State& state)

@@ -1,13 +1,14 @@
+// SPDX-License-Identifier: MIT
 // Spoken conversations with the real service on this computer, over each transport: from the first loud sample to the
 // wire, from the end of speech to the answer, from speaking over it to silence, and what a session costs meanwhile.
 // Arguments: the program, a recorded request, a recorded interruption. Prints one JSON object a transport.
-#include "Quorvell/app/QtScheduler.h"
-#include "Quorvell/audio/WavFile.h"
+#include "Media/audio/WavFile.h"
 #include "Quorvell/connections/HostedAccess.h"
 #include "Quorvell/connections/LiveConnectionChoice.h"
 #include "Quorvell/connections/LiveEndpointSettings.h"
+#include "Quorvell/desktop/QtScheduler.h"
 #include "Quorvell/session/SessionController.h"
-#include "Quorvell/session/SessionObserver.h"
+#include "Quorvell/session/reports/SessionObserver.h"
 #include "QuorvellCore/live/gate/PCM.h"
 
 #include <QCoreApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How many reminder phrases a second are understood, the phrases one a line in the file given. Prints one JSON object.
 #include "QuorvellCore/reminders/ReminderPhrase.h"
 

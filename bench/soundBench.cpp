@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 // What the sound rooms cost and how soon they act, through a private sound server: one JSON object a line.
 
+#include "Media/audio/Resampler.h"
 #include "OnDeviceSpeech/SpeechVoice.h"
 #include "PrivatePulse.h"
-#include "Quorvell/audio/Resampler.h"
 #include "Quorvell/sound/CaptureCleaner.h"
 #include "Quorvell/sound/PulseCapture.h"
 #include "Quorvell/sound/PulsePlayer.h"

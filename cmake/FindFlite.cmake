@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # flite ships no build description. The link order matters: voice, language, lexicon, engine.
 find_path(Flite_INCLUDE_DIR flite.h PATH_SUFFIXES flite)
 set(libraries)

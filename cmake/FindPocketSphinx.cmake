@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The package's own pkg-config file names a folder that does not exist, so the parts are looked for by name.
 find_path(PocketSphinx_INCLUDE_DIR pocketsphinx.h PATH_SUFFIXES pocketsphinx)
 find_path(SphinxBase_INCLUDE_DIR sphinxbase/err.h PATH_SUFFIXES sphinxbase)

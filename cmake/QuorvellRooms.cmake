@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # One target per room. A room sees only the rooms it names: its include root is a generated folder that holds one
 # symbolic link, to its own source folder, so an include that is not allowed finds no file and does not build.
 
@@ -6,12 +7,35 @@ set(QUORVELL_CORE_WARNINGS -Wconversion -Wsign-conversion)
 
 file(WRITE "${CMAKE_BINARY_DIR}/rooms.txt" "")
 
-# quorvell_room(<name> <folder> [CORE] [USES <room>...] [LIBRARIES <lib>...] [PUBLIC_LIBRARIES <lib>...])
+# Preludes: headers of libraries that most units of a kind of room include, compiled once. They hold no header of ours,
+# so no wall is lower for them; house.headers compiles our headers without them. A unit still includes what it uses.
+# Whoever shares one must be compiled alike, hence one for each set of flags. Qt asks for -fPIC.
+set(QUORVELL_PRELUDE_STANDARD <algorithm> <array> <charconv> <chrono> <cmath> <cstdint> <deque> <functional> <map>
+    <memory> <mutex> <optional> <set> <span> <string> <string_view> <utility> <variant> <vector>
+    <nlohmann/json.hpp>)
+function(quorvell_prelude name)
+    cmake_parse_arguments(PRELUDE "" "" "HEADERS;LIBRARIES;OPTIONS" ${ARGN})
+    set(target prelude_${name})
+    add_library(${target} OBJECT "${CMAKE_SOURCE_DIR}/cmake/prelude.cpp")
+    target_compile_options(${target} PRIVATE ${QUORVELL_WARNINGS} ${PRELUDE_OPTIONS} -fPIC)
+    target_link_libraries(${target} PRIVATE nlohmann_json::nlohmann_json ${PRELUDE_LIBRARIES})
+    target_precompile_headers(${target} PRIVATE ${QUORVELL_PRELUDE_STANDARD} ${PRELUDE_HEADERS})
+endfunction()
+function(quorvell_use_prelude target name)
+    target_compile_options(${target} PRIVATE -fPIC)
+    if(name STREQUAL "qt" OR name STREQUAL "commands") # Those of a module that a room does not link tell it nothing.
+        target_compile_definitions(${target} PRIVATE QT_NETWORK_LIB QT_WEBSOCKETS_LIB QT_DBUS_LIB)
+    endif()
+    target_precompile_headers(${target} REUSE_FROM prelude_${name})
+endfunction()
+
+# quorvell_room(<name> <folder> [CORE] [PRELUDE <name>] [USES <room>...] [LIBRARIES <lib>...] [PUBLIC_LIBRARIES <lib>...])
 #   CORE              no exceptions, stricter warnings
+#   PRELUDE           core (where CORE says so), shell without it
 #   USES              rooms whose headers this one may include
 #   LIBRARIES         libraries only its sources see; PUBLIC_LIBRARIES those that its headers expose
 function(quorvell_room name folder)
-    cmake_parse_arguments(ROOM "CORE" "" "USES;LIBRARIES;PUBLIC_LIBRARIES" ${ARGN})
+    cmake_parse_arguments(ROOM "CORE" "PRELUDE" "USES;LIBRARIES;PUBLIC_LIBRARIES" ${ARGN})
     set(source "${CMAKE_SOURCE_DIR}/${folder}")
     set(root "${CMAKE_BINARY_DIR}/rooms/${name}")
     get_filename_component(parent "${root}/${folder}" DIRECTORY)
@@ -49,7 +73,11 @@ function(quorvell_room name folder)
         target_compile_options(${target} PRIVATE ${QUORVELL_WARNINGS})
         if(ROOM_CORE)
             target_compile_options(${target} PRIVATE ${QUORVELL_CORE_WARNINGS} -fno-exceptions)
+            set(ROOM_PRELUDE core)
+        elseif(NOT ROOM_PRELUDE)
+            set(ROOM_PRELUDE shell)
         endif()
+        quorvell_use_prelude(${target} ${ROOM_PRELUDE})
         set_target_properties(${target} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON INTERFACE_HEADER_SETS_TO_VERIFY alone)
     else()
         add_library(${target} INTERFACE)
@@ -66,19 +94,6 @@ function(quorvell_room name folder)
         string(APPEND doors " ${door}")
     endforeach()
     file(APPEND "${CMAKE_BINARY_DIR}/rooms.txt" "${name} ${folder}${doors}\n")
-endfunction()
-
-# What every test includes, compiled once per configuration: it is half the time of a small test. Qt asks for -fPIC,
-# and whoever shares precompiled headers must be compiled alike, so all tests have it.
-function(quorvell_test_prelude target)
-    if(NOT TARGET test_prelude)
-        add_executable(test_prelude "${CMAKE_SOURCE_DIR}/tests/support/prelude.cpp")
-        target_compile_options(test_prelude PRIVATE ${QUORVELL_WARNINGS} -fPIC)
-        target_link_libraries(test_prelude PRIVATE nlohmann_json::nlohmann_json GTest::gtest)
-        target_precompile_headers(test_prelude PRIVATE <gtest/gtest.h> <nlohmann/json.hpp>)
-    endif()
-    target_compile_options(${target} PRIVATE -fPIC)
-    target_precompile_headers(${target} REUSE_FROM test_prelude)
 endfunction()
 
 # quorvell_test(<room> [<further library>...]): one executable of tests/<folder of the room>, linking only that room.
@@ -101,7 +116,7 @@ function(quorvell_test room)
         QUORVELL_FIXTURES="${CMAKE_SOURCE_DIR}/tests/fixtures")
     target_compile_options(${target} PRIVATE ${QUORVELL_WARNINGS})
     target_link_libraries(${target} PRIVATE quorvell_${room} ${ARGN} GTest::gtest GTest::gtest_main)
-    quorvell_test_prelude(${target})
+    quorvell_use_prelude(${target} test)
     gtest_discover_tests(${target} TEST_PREFIX "${room}." DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS ${room})
 endfunction()
 

@@ -1,9 +1,12 @@
+# SPDX-License-Identifier: MIT
 # Compiler cache, linker and sanitizers, the same for every room.
 
 find_program(CCACHE ccache)
 if(CCACHE)
-    # The two leniences that precompiled headers need.
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${CCACHE}")
+    # The two leniences that precompiled headers need; and paths from the source folder on, so that what was compiled in
+    # one folder serves another.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros
+        "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}" CCACHE_NOHASHDIR=1 "${CCACHE}")
 endif()
 
 find_program(MOLD mold)
@@ -16,7 +19,8 @@ endif()
 
 # One setting for the whole program: mixing them between units would break the one-definition rule of the JSON type.
 add_compile_definitions(JSON_NOEXCEPTION JSON_USE_IMPLICIT_CONVERSIONS=0 U_CHARSET_IS_UTF8=1 QT_NO_KEYWORDS
-    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII
+    _REENTRANT) # As libpulse asks; everywhere, because precompiled headers are shared.
 
 # GCC 12 takes short string appends in optimised code for overlapping copies; the finding is about its own library.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)

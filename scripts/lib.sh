@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Shared by the scripts of this folder; source it. Everything it says goes to standard error, so that a program's own
 # output stays clean.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Checks of the house itself, run with the tests of the ordinary build.
 
 if(QUORVELL_SANITIZE)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/conversation/BackendRun.h"
 
 #include "LiveService/replies/PlainReplies.h"

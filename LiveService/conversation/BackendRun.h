@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The delegated backend of one session: which messages wait, which response runs, which results are owed. Pure.
 #pragma once
 

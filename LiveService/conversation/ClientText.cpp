@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/conversation/ClientText.h"
 
 #include "QuorvellCore/text/Characters.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What a text from the client is: what the user typed or said, or an event of the client itself.
 #pragma once
 
 #include <string>
@@ -5,7 +7,6 @@
 
 namespace quorvell {
 
-/// What a text from the client is: what the user typed or said, or an event of the client itself.
 struct ClientText {
     enum class Kind {
         request, ///< `text` are the user's words.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/conversation/ConversationHistory.h"
 
 #include <algorithm>

@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: MIT
+// The turns of a conversation, the oldest forgotten first.
 #pragma once
 
-#include "QuorvellCore/live/wire/LiveHistoryEntry.h"
+#include "QuorvellCore/live/wire/vocabulary/LiveHistoryEntry.h"
 
 #include <cstddef>
 #include <deque>
@@ -10,7 +12,7 @@
 
 namespace quorvell {
 
-/// The turns of a conversation, the oldest forgotten first. How full it is tells the client when to start afresh.
+/// How full it is tells the client when to start afresh.
 class ConversationHistory {
 public:
     static constexpr std::size_t mostTurns = 128;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a conversation wants done around it. The engine only returns these; the session carries them out, in order.
 #pragma once
 

@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
+// What was made of a turn of the user's.
 #pragma once
 
 #include <string>
 
 namespace quorvell {
 
-/// What was made of a turn of the user's.
 struct HeardTurn {
     std::string text{}; ///< Written form. Empty when no words were recognised.
     std::string problem{}; ///< Why turns cannot be recognised at all: a sentence for the user.

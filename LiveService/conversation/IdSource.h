@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Gives a fresh id that begins with `prefix` ("resp_").
 #pragma once
 
 #include <functional>
@@ -6,7 +8,7 @@
 
 namespace quorvell {
 
-/// Gives a fresh id that begins with `prefix` ("resp_"). Passed in, so that a conversation can be replayed exactly.
+/// Passed in, so that a conversation can be replayed exactly.
 using IdSource = std::function<std::string(std::string_view prefix)>;
 
 } // namespace quorvell

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/conversation/LiveSessionEngine.h"
 
 #include "LiveService/protocols/SampleBytes.h"

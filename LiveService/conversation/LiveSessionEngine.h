@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One live session as a state machine. Pure: client messages, what was heard, thought and voiced, and times go in;
 // effects come out.
 #pragma once
@@ -11,7 +12,7 @@
 #include "LiveService/turns/TurnDetector.h"
 #include "LiveService/voice/ReplyPacer.h"
 #include "LiveService/voice/VoicePiece.h"
-#include "QuorvellCore/live/wire/OpenAILiveClientMessage.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveClientMessage.h"
 
 #include <chrono>
 #include <deque>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/conversation/OfferedTools.h"
 
 #include <nlohmann/json.hpp>

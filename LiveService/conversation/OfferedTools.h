@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// By name.
 #pragma once
 
 #include "QuorvellCore/text/Json.h"
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// By name.
 using OfferedTools = std::set<std::string, std::less<>>;
 
 /// What a client declares.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Conversations that can be taken up by a later session, while the service runs.
 #pragma once
 
 #include "LiveService/conversation/LiveSessionEngine.h"
@@ -10,8 +12,7 @@
 
 namespace quorvell {
 
-/// Conversations that can be taken up by a later session, while the service runs. The oldest are forgotten first.
-/// Not thread safe; lives on the main thread.
+/// The oldest are forgotten first. Not thread safe; lives on the main thread.
 class ResumptionStore {
 public:
     static constexpr std::size_t mostKept = 32; ///< A conversation has at most 256 kB.

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 // What a session tells its client, before any protocol words it.
 #pragma once
 
-#include "QuorvellCore/live/wire/OpenAIErrorReport.h"
-#include "QuorvellCore/live/wire/OpenAILiveEvent.h"
-#include "QuorvellCore/live/wire/OpenAIResponseEnd.h"
+#include "QuorvellCore/live/wire/openai/OpenAIErrorReport.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveEvent.h"
+#include "QuorvellCore/live/wire/openai/OpenAIResponseEnd.h"
 
 #include <cstdint>
 #include <string>

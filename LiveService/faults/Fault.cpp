@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/faults/Fault.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ways in which the service can be told to fail on purpose: for tests, and for users who look for a weak spot. Pure.
 #pragma once
 

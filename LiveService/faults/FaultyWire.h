@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What becomes of a session's messages on a wire that fails on purpose. Pure: messages and times in, actions out.
 #pragma once
 

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/protocols/GeminiCodec.h"
 
 #include "LiveService/protocols/SampleBytes.h"
-#include "QuorvellCore/live/wire/LiveClientParser.h"
-#include "QuorvellCore/live/wire/LiveMessage.h"
-#include "QuorvellCore/live/wire/LiveServerMessage.h"
+#include "QuorvellCore/live/wire/gemini/GeminiClientParser.h"
+#include "QuorvellCore/live/wire/gemini/GeminiServerMessage.h"
+#include "QuorvellCore/live/wire/gemini/LiveMessage.h"
 
 #include <nlohmann/json.hpp>
 
@@ -94,29 +95,29 @@ Outgoing text(const Json& message)
 struct Writer {
     Outgoing operator()(const news::Started& started) const
     {
-        return text(LiveServerMessage::setupComplete(started.sessionID));
+        return text(GeminiServerMessage::setupComplete(started.sessionID));
     }
     Outgoing operator()(const news::Heard& heard) const
     {
-        return text(LiveServerMessage::inputTranscription(heard.words));
+        return text(GeminiServerMessage::inputTranscription(heard.words));
     }
     Outgoing operator()(const news::ToolCalled& called) const
     {
-        return text(LiveServerMessage::toolCall({LiveFunctionCall::fromArgumentsText(
+        return text(GeminiServerMessage::toolCall({LiveFunctionCall::fromArgumentsText(
             called.call.callID, called.call.name, called.call.arguments, called.call.incomplete)}));
     }
     Outgoing operator()(const news::Spoken& spoken) const
     {
-        return text(LiveServerMessage::outputTranscription(spoken.words));
+        return text(GeminiServerMessage::outputTranscription(spoken.words));
     }
     Outgoing operator()(const news::Sound& sound) const
     {
-        return {{LiveServerMessage::audioText(bytesOfSamples(sound.samples))}};
+        return {{GeminiServerMessage::audioText(bytesOfSamples(sound.samples))}};
     }
-    Outgoing operator()(const news::Interrupted&) const { return text(LiveServerMessage::interrupted()); }
-    Outgoing operator()(const news::Generated&) const { return text(LiveServerMessage::generationComplete()); }
-    Outgoing operator()(const news::TurnOver&) const { return text(LiveServerMessage::turnComplete()); }
-    Outgoing operator()(const news::Usage& usage) const { return text(LiveServerMessage::usage(usage.totalTokens)); }
+    Outgoing operator()(const news::Interrupted&) const { return text(GeminiServerMessage::interrupted()); }
+    Outgoing operator()(const news::Generated&) const { return text(GeminiServerMessage::generationComplete()); }
+    Outgoing operator()(const news::TurnOver&) const { return text(GeminiServerMessage::turnComplete()); }
+    Outgoing operator()(const news::Usage& usage) const { return text(GeminiServerMessage::usage(usage.totalTokens)); }
     Outgoing operator()(const news::Refused& refused) const
     {
         // What waits is answered with the response that runs or that a result will bring.
@@ -137,7 +138,7 @@ struct Writer {
 
 SessionCodec::Incoming GeminiCodec::read(std::string_view text) const
 {
-    LiveClientMessage message = LiveClientParser::parse(text);
+    GeminiClientMessage message = GeminiClientParser::parse(text);
     return std::visit(Reader(), message);
 }
 
@@ -148,12 +149,12 @@ SessionCodec::Outgoing GeminiCodec::write(const SessionNews& news)
 
 std::string GeminiCodec::resumption(std::string_view handle) const
 {
-    return dumpJson(LiveServerMessage::resumptionUpdate(handle));
+    return dumpJson(GeminiServerMessage::resumptionUpdate(handle));
 }
 
 std::string GeminiCodec::goAway(std::chrono::milliseconds timeLeft) const
 {
-    return dumpJson(LiveServerMessage::goAway(timeLeft));
+    return dumpJson(GeminiServerMessage::goAway(timeLeft));
 }
 
 std::optional<int> GeminiCodec::spokenRateHz() const

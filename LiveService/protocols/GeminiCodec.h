@@ -1,10 +1,12 @@
+// SPDX-License-Identifier: MIT
+// Gemini live sessions.
 #pragma once
 
 #include "LiveService/protocols/SessionCodec.h"
 
 namespace quorvell {
 
-/// Gemini live sessions. The protocol has no event for what cannot be taken: the connection ends with 1007.
+/// The protocol has no event for what cannot be taken: the connection ends with 1007.
 class GeminiCodec : public SessionCodec {
 public:
     Incoming read(std::string_view text) const override;

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/protocols/OpenAICodec.h"
 
 #include "LiveService/protocols/SampleBytes.h"
-#include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
-#include "QuorvellCore/live/wire/OpenAILiveServerMessage.h"
-#include "QuorvellCore/live/wire/OpenAIResponseEvent.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveServerMessage.h"
+#include "QuorvellCore/live/wire/openai/OpenAIResponseEvent.h"
 
 #include <nlohmann/json.hpp>
 

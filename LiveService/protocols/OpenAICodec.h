@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
+// Live sessions with a delegated backend.
 #pragma once
 
 #include "LiveService/protocols/SessionCodec.h"
 
 namespace quorvell {
 
-/// Live sessions with a delegated backend.
 class OpenAICodec : public SessionCodec {
 public:
     enum class Sound { inTexts, apart }; ///< Apart: it travels on a track of its own.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// 16-bit samples from the wire, little-endian; half a sample at the end is left out.
 #pragma once
 
 #include "QuorvellCore/text/Bytes.h"
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// 16-bit samples from the wire, little-endian; half a sample at the end is left out.
 inline std::vector<std::int16_t> samplesOfBytes(const Bytes& pcm)
 {
     std::vector<std::int16_t> samples(pcm.size() / 2);

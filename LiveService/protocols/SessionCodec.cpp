@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/protocols/SessionCodec.h"
 
 namespace quorvell {

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 // How one client speaks: its texts to messages, the session's news to texts. Pure.
 #pragma once
 
 #include "LiveService/conversation/EngineEffect.h"
 #include "LiveService/conversation/SessionNews.h"
-#include "QuorvellCore/live/wire/OpenAILiveClientMessage.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveClientMessage.h"
 
 #include <chrono>
 #include <optional>

@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/protocols/TypedConversation.h"
 
 #include "LiveService/conversation/ClientText.h"
 #include "LiveService/replies/PlainReplies.h"
 #include "LiveService/rules/RequestRules.h"
 #include "LiveService/voice/SpokenText.h"
-#include "QuorvellCore/live/wire/ResponsesStreamWriter.h"
+#include "QuorvellCore/live/wire/responses/ResponsesStreamWriter.h"
 
 #include <algorithm>
 #include <map>

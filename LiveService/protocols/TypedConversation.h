@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 // Answers a typed conversation that comes whole with each request. Pure.
 #pragma once
 
 #include "LiveService/conversation/IdSource.h"
 #include "LiveService/rules/RuleStep.h"
 #include "LiveService/rules/RuleSurroundings.h"
-#include "QuorvellCore/live/wire/OpenAIItem.h"
+#include "QuorvellCore/live/wire/openai/OpenAIItem.h"
 
 #include <string>
 #include <vector>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The wording of the calendar tools' results.
 #pragma once
 
 #include "LiveService/rules/RequestMemory.h"
@@ -9,7 +11,6 @@
 
 namespace quorvell {
 
-/// The wording of the calendar tools' results.
 struct AgendaReply {
     /// "Lunch with Ana, on Friday the 27th of November at 1 PM".
     static std::string named(const FoundThing& thing);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/replies/NoteReply.h"
 
 #include "LiveService/replies/ReplyWording.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The wording of the notebook tools' results.
 #pragma once
 
 #include "LiveService/rules/RequestMemory.h"
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// The wording of the notebook tools' results.
 struct NoteReply {
     static std::string kept(const Json& result);
     static std::string found(const Json& result, std::string_view query, RequestMemory::SearchPurpose purpose);

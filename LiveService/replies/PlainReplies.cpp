@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/replies/PlainReplies.h"
 
 #include "LiveService/replies/SpokenWhen.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is said without any tool. Short, in common words: it is heard, not read.
 #pragma once
 

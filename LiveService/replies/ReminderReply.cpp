@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/replies/ReminderReply.h"
 
 #include "LiveService/replies/SpokenWhen.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The wording of set_reminder's results.
 #pragma once
 
 #include "LiveService/rules/RequestMemory.h"
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// The wording of set_reminder's results.
 struct ReminderReply {
     /// `userWords` are those of the request; they tell "to call Anna" from "about Anna".
     static std::string reply(const Json& result, std::string_view userWords);

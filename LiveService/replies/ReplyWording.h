@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Words a tool's result as a brief reply, to be heard and shown. Pure.
 #pragma once
 

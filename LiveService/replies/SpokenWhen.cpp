@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/replies/SpokenWhen.h"
 
 #include "QuorvellCore/reminders/DateParts.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Dates in the words of a reply.
 #pragma once
 
 #include <string>
@@ -5,7 +7,6 @@
 
 namespace quorvell {
 
-/// Dates in the words of a reply.
 struct SpokenWhen {
     /// "Sunday 22 November at 5 PM" becomes "Sunday the 22nd of November at 5 PM": clearer to hear. Other forms stay.
     static std::string words(std::string_view when);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/replies/TaskWords.h"
 
 #include "QuorvellCore/text/Characters.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A task as the middle of a sentence: "remind you <link> <text>".
 #pragma once
 
 #include <string>
@@ -5,7 +7,6 @@
 
 namespace quorvell {
 
-/// A task as the middle of a sentence: "remind you <link> <text>".
 struct TaskWords {
     std::string text; ///< A first letter that the user did not write in upper case is lowered.
     std::string link; ///< "to", "about" or "that"; empty for an empty task.

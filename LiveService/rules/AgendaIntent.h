@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What an utterance asks of the calendar.
 #pragma once
 
 #include "LiveService/rules/RequestMemory.h"
@@ -10,7 +12,6 @@
 
 namespace quorvell {
 
-/// What an utterance asks of the calendar.
 struct AgendaIntent {
     enum class Kind {
         list, ///< What is on in `days`.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/rules/AgendaRules.h"
 
 #include "LiveService/replies/AgendaReply.h"

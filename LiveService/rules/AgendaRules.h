@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What the calendar is asked, and what follows from its answers.
 #pragma once
 
 #include "LiveService/rules/AgendaIntent.h"
@@ -10,7 +12,6 @@
 
 namespace quorvell {
 
-/// What the calendar is asked, and what follows from its answers.
 struct AgendaRules {
     static RuleStep answer(const AgendaIntent& intent, RequestMemory memory, const RuleSurroundings& around);
     /// After whats_on: the event that is to be moved or cancelled, when it was asked for that.

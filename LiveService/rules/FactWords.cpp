@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/rules/FactWords.h"
 
 #include "LiveService/rules/TimeVocabulary.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A lasting fact that the user tells about themselves.
 #pragma once
 
 #include <optional>
@@ -6,7 +8,6 @@
 
 namespace quorvell {
 
-/// A lasting fact that the user tells about themselves.
 struct FactWords {
     enum class Certainty {
         told, ///< The user said that it is about them.

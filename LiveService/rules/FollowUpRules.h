@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Reads an utterance as the answer to the question that is still open.
 #pragma once
 
 #include "LiveService/rules/RuleStep.h"
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// Reads an utterance as the answer to the question that is still open.
 struct FollowUpRules {
     /// Nothing when it is another request or when patience has run out; `memory` then no longer holds the question.
     /// `core` is the utterance without its opening and closing words.

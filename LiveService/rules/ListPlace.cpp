@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/rules/ListPlace.h"
 
 #include "QuorvellCore/text/LowerCase.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A place in a list, as people point at one of several things: "the second one", "number two", "the last".
 #pragma once
 
 #include <cstddef>
@@ -6,7 +8,6 @@
 
 namespace quorvell {
 
-/// A place in a list, as people point at one of several things: "the second one", "number two", "the last".
 struct ListPlace {
     static constexpr int last = -1;
 

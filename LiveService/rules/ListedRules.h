@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What is done with one of the things of the list that was told last: "cancel the second one".
 #pragma once
 
 #include "LiveService/rules/NoteIntent.h"
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// What is done with one of the things of the list that was told last: "cancel the second one".
 struct ListedRules {
     /// Nothing for a request that does not point into the list.
     static std::optional<RuleStep> change(

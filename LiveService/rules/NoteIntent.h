@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What an utterance asks of the notebook.
 #pragma once
 
 #include "LiveService/rules/ListPlace.h"
@@ -10,7 +12,6 @@
 
 namespace quorvell {
 
-/// What an utterance asks of the notebook.
 struct NoteIntent {
     enum class Kind {
         keep, ///< Write `text` down, under `title` where the user named one.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/rules/Pointing.h"
 
 #include "LiveService/rules/ListPlace.h"

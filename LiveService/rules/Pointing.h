@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which of the things that a tool named somebody means. Pure.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/rules/ReminderChange.h"
 
 #include "LiveService/rules/ListPlace.h"

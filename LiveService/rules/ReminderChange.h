@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What an utterance does with reminders that are there already.
 #pragma once
 
 #include "LiveService/rules/RuleSurroundings.h"
@@ -10,7 +12,6 @@
 
 namespace quorvell {
 
-/// What an utterance does with reminders that are there already.
 struct ReminderChange {
     enum class Kind { list, done, later };
 

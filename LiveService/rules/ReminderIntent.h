@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A request for a reminder, in the user's own words but for its first ones.
 #pragma once
 
 #include <optional>
@@ -6,7 +8,6 @@
 
 namespace quorvell {
 
-/// A request for a reminder, in the user's own words but for its first ones.
 struct ReminderIntent {
     std::string
         text; ///< "remind me tomorrow at 5 pm to call the dentist"; the ways to begin are reduced to "remind me".

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/rules/ReminderRules.h"
 
 #include "LiveService/replies/SpokenWhen.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What the owner of reminders is asked.
 #pragma once
 
 #include "LiveService/rules/ReminderChange.h"
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// What the owner of reminders is asked.
 struct ReminderRules {
     static RuleStep set(const ReminderIntent& intent, RequestMemory memory, const RuleSurroundings& around);
     /// Where no reminder is named, what was last talked about is meant: it may be an event.

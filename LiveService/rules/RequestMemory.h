@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What one conversation keeps in mind between two utterances. Values: copied to the worker that thinks, and back.
 #pragma once
 

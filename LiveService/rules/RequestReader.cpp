@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/rules/RequestReader.h"
 
 #include "LiveService/rules/FactWords.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A lasting fact, as it is to be remembered.
 #pragma once
 
 #include "LiveService/rules/AgendaIntent.h"
@@ -13,7 +15,6 @@
 
 namespace quorvell {
 
-/// A lasting fact, as it is to be remembered.
 struct FactIntent {
     std::string fact;
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/rules/RequestRules.h"
 
 #include "LiveService/replies/PlainReplies.h"
@@ -71,19 +72,6 @@ RuleStep answerNote(const NoteIntent& intent, RequestMemory memory, const RuleSu
         break;
     }
     return ListedRules::read(intent, std::move(memory), around);
-}
-
-const char* nameOf(HelpMode mode)
-{
-    switch (mode) {
-    case HelpMode::guide:
-        return "guide";
-    case HelpMode::auto_:
-        return "auto";
-    case HelpMode::do_:
-        break;
-    }
-    return "do";
 }
 
 struct Answering {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Turns the user's words, and what tools answered, into the next step of the conversation. Pure.
 #pragma once
 

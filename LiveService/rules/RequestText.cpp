@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/rules/RequestText.h"
 
 #include "LiveService/rules/TimeWords.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The user's words without what surrounds a request. Pure.
 #pragma once
 

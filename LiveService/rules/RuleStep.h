@@ -1,3 +1,6 @@
+// SPDX-License-Identifier: MIT
+// What the rules make of an utterance or of a tool's result: a tool to carry out or a text to say, and what to keep in
+// mind from then on.
 #pragma once
 
 #include "LiveService/rules/RequestMemory.h"
@@ -9,8 +12,6 @@
 
 namespace quorvell {
 
-/// What the rules make of an utterance or of a tool's result: a tool to carry out or a text to say, and what to keep
-/// in mind from then on.
 struct RuleStep {
     std::variant<ToolRequest, std::string> answer;
     RequestMemory memory;

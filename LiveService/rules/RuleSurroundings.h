@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What the rules need to know besides the words.
 #pragma once
 
 #include "QuorvellCore/reminders/Calendar.h"
@@ -9,7 +11,6 @@
 
 namespace quorvell {
 
-/// What the rules need to know besides the words.
 struct RuleSurroundings {
     std::set<std::string, std::less<>> tools; ///< Names that the session offered; no other is ever called.
     Instant now;

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The words that tell how much of an event that repeats is meant, taken out of the others.
 #pragma once
 
 #include "LiveService/rules/RequestMemory.h"
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// The words that tell how much of an event that repeats is meant, taken out of the others.
 struct SeriesWords {
     EventWish::Scope scope = EventWish::Scope::open;
     std::string rest;

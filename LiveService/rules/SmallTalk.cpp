@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/rules/SmallTalk.h"
 
 #include "LiveService/replies/PlainReplies.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What needs no tool: greetings, thanks, the clock, what this service can do.
 #pragma once
 
 #include "LiveService/rules/RuleSurroundings.h"
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// What needs no tool: greetings, thanks, the clock, what this service can do.
 struct SmallTalk {
     /// The answer, when `core` (an utterance without opening and closing words) is one of the phrases known here.
     /// `lastReply` is what was said before.

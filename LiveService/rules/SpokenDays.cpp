@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/rules/SpokenDays.h"
 
 #include "LiveService/rules/RequestText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Days and stretches of time as people name them, in the form that tools take. Pure.
 #pragma once
 

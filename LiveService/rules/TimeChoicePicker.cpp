@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/rules/TimeChoicePicker.h"
 
 #include "QuorvellCore/text/Pattern.h"

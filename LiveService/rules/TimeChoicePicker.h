@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Settles which of several instants the user means.
 #pragma once
 
 #include "LiveService/rules/RequestMemory.h"
@@ -9,7 +11,6 @@
 
 namespace quorvell {
 
-/// Settles which of several instants the user means.
 struct TimeChoicePicker {
     /// The date that `words` settle on: one of the choices ("the afternoon", "5 pm", "the first one"), or the day of
     /// the fitting one at another time of day ("6 pm instead"). Nothing when the words leave it open.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/rules/TimeVocabulary.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which words a time can be made of. Pure.
 #pragma once
 

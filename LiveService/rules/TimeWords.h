@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where in a request the words of its time stand. Pure.
 #pragma once
 

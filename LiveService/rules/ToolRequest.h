@@ -1,11 +1,12 @@
+// SPDX-License-Identifier: MIT
+// A tool that the rules want carried out.
 #pragma once
 
 #include <string>
 
 namespace quorvell {
 
-/// A tool that the rules want carried out. Arguments and results stay JSON text here, the form that the wire gives
-/// them.
+/// Arguments and results stay JSON text here, the form that the wire gives them.
 struct ToolRequest {
     std::string name;
     std::string arguments; ///< A JSON object.

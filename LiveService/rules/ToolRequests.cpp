@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/rules/ToolRequests.h"
 
 #include "LiveService/replies/PlainReplies.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Builds the requests that the rules make, each only where the session offered its tool. Pure.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/rules/ToolResultRules.h"
 
 #include "QuorvellCore/text/Json.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What a tool's result leaves to be remembered.
 #pragma once
 
 #include "LiveService/rules/RequestMemory.h"
@@ -8,7 +10,7 @@
 
 namespace quorvell {
 
-/// What a tool's result leaves to be remembered. Results come from outside: what cannot be read is left out.
+/// Results come from outside: what cannot be read is left out.
 struct ToolResultRules {
     /// The open question of a set_reminder call's result, if it asks one. `question` is how it was worded.
     static PendingQuestion questionIn(const ToolRequest& call, std::string_view result, std::string_view question);

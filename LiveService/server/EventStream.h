@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Answers a posted request with a stream of events, as the request's faults let it.
 #pragma once
 
 #include "LiveService/faults/FaultyWire.h"
@@ -8,7 +10,7 @@
 
 namespace quorvell {
 
-/// Answers a posted request with a stream of events, as the request's faults let it. Main thread.
+/// Main thread.
 class EventStream {
 public:
     /// Everything is handed over at once; the stream ends with the last event.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/server/HttpAnswer.h"
 
 namespace quorvell {

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The way back to whoever posted a request.
 #pragma once
 
 #include "Http/HttpResponse.h"
@@ -9,8 +11,7 @@
 
 namespace quorvell {
 
-/// The way back to whoever posted a request. The connection ends with the answer; a client that has gone hears
-/// nothing. Lives on the main thread.
+/// The connection ends with the answer; a client that has gone hears nothing. Lives on the main thread.
 class HttpAnswer {
 public:
     explicit HttpAnswer(QTcpSocket* socket)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/server/LiveServer.h"
 
 #include "LiveService/conversation/OfferedTools.h"
@@ -8,9 +9,9 @@
 #include "LiveService/server/StallingSocket.h"
 #include "LiveService/server/WebRTCTransport.h"
 #include "LiveService/server/WebSocketTransport.h"
-#include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
-#include "QuorvellCore/live/wire/ResponsesRequestReader.h"
-#include "QuorvellCore/live/wire/SessionDescriptionBounds.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"
+#include "QuorvellCore/live/wire/responses/ResponsesRequestReader.h"
+#include "QuorvellCore/live/wire/transport/SessionDescriptionBounds.h"
 
 #include <QMetaObject>
 #include <nlohmann/json.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The live service: one server, any number of sessions up to a limit.
 #pragma once
 
@@ -8,7 +9,7 @@
 #include "LiveService/server/ServiceDoor.h"
 #include "LiveService/speech/SpeechWorkerPool.h"
 #include "LiveService/speech/WorkerThread.h"
-#include "Quorvell/webrtc/WebRTCPeerOptions.h"
+#include "Media/webrtc/WebRTCPeerOptions.h"
 
 #include <QHostAddress>
 #include <QObject>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/server/LiveServerSession.h"
 
 #include "LiveService/rules/RequestRules.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// One client: carries its messages to the engine and the engine's effects out.
 #pragma once
 
 #include "LiveService/conversation/LiveSessionEngine.h"
@@ -19,8 +21,7 @@
 
 namespace quorvell {
 
-/// One client: carries its messages to the engine and the engine's effects out. Lives on the main thread; what takes
-/// time is done by the workers, whose answers come back through `reach`.
+/// Lives on the main thread; what takes time is done by the workers, whose answers come back through `reach`.
 class LiveServerSession : public QObject {
 public:
     /// Runs the function on the main thread with this session, if it is still there. Callable from any thread.

@@ -1,3 +1,6 @@
+// SPDX-License-Identifier: MIT
+// Accepts connections, with TLS where it has a certificate; refuses with an HTTP status what shows no key or asks for
+// something else; hands WebSockets and posted requests on.
 #pragma once
 
 #include "LiveService/server/HttpAnswer.h"
@@ -23,8 +26,7 @@ namespace quorvell {
 
 class StallingSocket;
 
-/// Accepts connections, with TLS where it has a certificate; refuses with an HTTP status what shows no key or asks
-/// for something else; hands WebSockets and posted requests on. Lives on the main thread.
+/// Lives on the main thread.
 class ServiceDoor : public QObject {
 public:
     static constexpr std::chrono::milliseconds patience{5'000}; ///< For a whole head, and again for a whole body.

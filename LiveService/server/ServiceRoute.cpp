@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/server/ServiceRoute.h"
 
-#include "QuorvellCore/live/wire/LiveEndpoint.h"
+#include "QuorvellCore/live/wire/gemini/GeminiLiveEndpoint.h"
 
 #include <algorithm>
 #include <iterator>
@@ -18,7 +19,7 @@ struct Row {
 constexpr Row rows[] = {
     {ServiceRoute::sessions, "GET", ServiceRoute::Kind::openAISocket},
     {ServiceRoute::sessions, "POST", ServiceRoute::Kind::openAICall},
-    {LiveEndpoint::path, "GET", ServiceRoute::Kind::geminiSocket},
+    {GeminiLiveEndpoint::path, "GET", ServiceRoute::Kind::geminiSocket},
     {ServiceRoute::responses, "POST", ServiceRoute::Kind::response},
 };
 
@@ -49,7 +50,7 @@ ServiceRoute ServiceRoute::of(const HttpRequest& request, std::string_view token
     if (row == std::end(rows))
         return wrongMethod(path);
     const bool isGemini = row->kind == Kind::geminiSocket;
-    if (!isSameSecret(isGemini ? request.field(LiveEndpoint::keyHeader) : request.bearer(), token))
+    if (!isSameSecret(isGemini ? request.field(GeminiLiveEndpoint::keyHeader) : request.bearer(), token))
         return refused(401,
             isGemini ? "Send this service's key in the header \"x-goog-api-key\"."
                      : "Send the header \"Authorization: Bearer KEY\" with this service's key.");

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which of the service's doors a request knocks at, and whether it may come in. Pure.
 #pragma once
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The wire to one client.
 #pragma once
 
 #include "QuorvellCore/text/Bytes.h"
@@ -10,7 +12,7 @@
 
 namespace quorvell {
 
-/// The wire to one client. Lives on the main thread.
+/// Lives on the main thread.
 class SessionTransport {
 public:
     struct Reports {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/server/StallingSocket.h"
 
 #include <QTimer>

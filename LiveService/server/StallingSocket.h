@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A connection that can be made to fail on purpose: to hang without ending, or to answer pings late.
 #pragma once
 
 #include <QByteArray>
@@ -7,8 +9,7 @@
 
 namespace quorvell {
 
-/// A connection that can be made to fail on purpose: to hang without ending, or to answer pings late. A WebSocket on
-/// top of it notices nothing. Lives on the main thread.
+/// A WebSocket on top of it notices nothing. Lives on the main thread.
 class StallingSocket : public QTcpSocket {
 public:
     using QTcpSocket::QTcpSocket;

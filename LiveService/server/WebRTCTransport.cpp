@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/server/WebRTCTransport.h"
 
 #include "LiveService/protocols/SampleBytes.h"

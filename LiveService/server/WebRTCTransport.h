@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
+// A client over WebRTC: texts on the channel of events, sound on tracks.
 #pragma once
 
 #include "LiveService/server/SessionTransport.h"
-#include "Quorvell/webrtc/WebRTCPeer.h"
+#include "Media/webrtc/WebRTCPeer.h"
 
 #include <QObject>
 
@@ -13,7 +15,6 @@
 
 namespace quorvell {
 
-/// A client over WebRTC: texts on the channel of events, sound on tracks.
 class WebRTCTransport : public QObject, public SessionTransport {
 public:
     /// Over: nothing can be reached at the addresses in the answer; a fault that is made on purpose.

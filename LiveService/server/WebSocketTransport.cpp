@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/server/WebSocketTransport.h"
 
 #include "LiveService/server/StallingSocket.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A client over a WebSocket.
 #pragma once
 
 #include "LiveService/server/SessionTransport.h"
@@ -13,7 +15,7 @@ namespace quorvell {
 
 class StallingSocket;
 
-/// A client over a WebSocket. One that answers no ping, or reads no faster than it is told things, is let go.
+/// One that answers no ping, or reads no faster than it is told things, is let go.
 class WebSocketTransport : public QObject, public SessionTransport {
 public:
     static constexpr qint64 longestMessage = 16 * 1024 * 1024; ///< A longer one closes the connection with 1009.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/speech/OnDeviceSpeechPort.h"
 
 #include <algorithm>

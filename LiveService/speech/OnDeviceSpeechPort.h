@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The recogniser and the voice of this computer.
 #pragma once
 
 #include "LiveService/speech/SpeechPort.h"
@@ -10,9 +12,8 @@
 
 namespace quorvell {
 
-/// The recogniser and the voice of this computer. The recogniser's models take a second to load and 150 MB, so they are
-/// loaded when speech is expected; without them turns are answered by a sentence that says what is missing, and the
-/// voice still speaks.
+/// The recogniser's models take a second to load and 150 MB, so they are loaded when speech is expected; without them
+/// turns are answered by a sentence that says what is missing, and the voice still speaks.
 class OnDeviceSpeechPort : public SpeechPort {
 public:
     OnDeviceSpeechPort(SpeechModels models, std::string defaultVoice);

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Recognition and voice as one session uses them.
 #pragma once
 
 #include "LiveService/conversation/HeardTurn.h"
@@ -10,7 +12,7 @@
 
 namespace quorvell {
 
-/// Recognition and voice as one session uses them. Made, used and destroyed on one worker thread; everything blocks.
+/// Made, used and destroyed on one worker thread; everything blocks.
 class SpeechPort {
 public:
     static constexpr int sampleRateHz = 16000; ///< In and out, mono.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/speech/SpeechWorker.h"
 
 #include "LiveService/voice/SpokenText.h"

@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: MIT
+// Hears and speaks for one session at a time, on a thread of its own.
 #pragma once
 
 #include "LiveService/speech/SpeechPort.h"
 #include "LiveService/speech/WorkerThread.h"
 #include "LiveService/voice/VoicePiece.h"
-#include "Quorvell/audio/Resampler.h"
+#include "Media/audio/Resampler.h"
 
 #include <atomic>
 #include <functional>
@@ -15,8 +17,8 @@
 
 namespace quorvell {
 
-/// Hears and speaks for one session at a time, on a thread of its own. Its functions return at once and are called
-/// from one thread; the callbacks run on the worker's thread. Rates are converted here.
+/// Its functions return at once and are called from one thread; the callbacks run on the worker's thread. Rates are
+/// converted here.
 class SpeechWorker {
 public:
     using MakePort = std::function<std::unique_ptr<SpeechPort>()>;

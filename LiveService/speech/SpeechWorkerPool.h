@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Keeps a worker at hand, so that the first turn of a session does not wait for what the last one has loaded.
 #pragma once
 
 #include "LiveService/speech/SpeechWorker.h"
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// Keeps a worker at hand, so that the first turn of a session does not wait for what the last one has loaded.
 /// Used on one thread.
 class SpeechWorkerPool {
 public:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/speech/WorkerThread.h"
 
 #include <utility>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// One thread that does jobs in order.
 #pragma once
 
 #include <condition_variable>
@@ -8,7 +10,7 @@
 
 namespace quorvell {
 
-/// One thread that does jobs in order. Used from the thread that made it; jobs run on its own.
+/// Used from the thread that made it; jobs run on its own.
 class WorkerThread {
 public:
     WorkerThread();

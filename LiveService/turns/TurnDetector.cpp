@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/turns/TurnDetector.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Decides where the user's turns begin and end in the sound that a client sends. Pure: samples and times in, events
 // out.
 #pragma once

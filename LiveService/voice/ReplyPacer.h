@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hands out a spoken reply at the pace at which it is heard. Pure: samples and times in, pieces out.
 #pragma once
 

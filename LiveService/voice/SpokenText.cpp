@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/voice/SpokenText.h"
 
 #include "QuorvellCore/text/Characters.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Cuts a reply into the pieces that are voiced and shown together. Pure.
 #pragma once
 

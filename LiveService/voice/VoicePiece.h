@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What the voice gives for a reply, in this order for each sentence: began, samples (any number), ended.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +8,6 @@
 
 namespace quorvell {
 
-/// What the voice gives for a reply, in this order for each sentence: began, samples (any number), ended.
 struct VoicePiece {
     enum class Kind { sentenceBegan, samples, sentenceEnded, replyEnded };
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "OnDeviceSpeech/models/Pronunciation.h"
 
 #include <flite.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How words are said, in the sounds of the acoustic model.
 #pragma once
 

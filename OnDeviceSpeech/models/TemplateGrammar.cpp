@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "OnDeviceSpeech/models/TemplateGrammar.h"
 
 #include <algorithm>

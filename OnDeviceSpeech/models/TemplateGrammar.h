@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The request templates as a grammar from which sentences can be drawn. Only the generator of the command models and
 // its tests use it; recognition reads what the generator wrote.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Estimates a trigram language model from sentences.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes what leads the recogniser: a trigram language model of the requests that the on-device service understands,
 // and a dictionary of its words and of the general language model's. Run by the build.
 #include "OnDeviceSpeech/models/Pronunciation.h"

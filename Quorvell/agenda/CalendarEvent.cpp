@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/agenda/CalendarEvent.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Names one event, or one occurrence of a series, across all calendars: "f:UID" or "f:UID#20261122T170000".
 #pragma once
 
 #include "QuorvellCore/reminders/ReminderRepeat.h"
@@ -9,7 +11,6 @@
 
 namespace quorvell {
 
-/// Names one event, or one occurrence of a series, across all calendars: "f:UID" or "f:UID#20261122T170000".
 struct EventID {
     char calendar = 'f'; ///< Which source keeps it.
     std::string uid;

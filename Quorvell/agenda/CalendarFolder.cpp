@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/agenda/CalendarFolder.h"
 
 #include "Quorvell/files/AtomicFile.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A folder of .ics files, or of folders of them, as other calendar and synchronising programs lay them out.
 #pragma once
 
 #include "Quorvell/agenda/CalendarSource.h"
@@ -8,8 +10,7 @@
 
 namespace quorvell {
 
-/// A folder of .ics files, or of folders of them, as other calendar and synchronising programs lay them out. Nothing is
-/// kept in memory: what another program writes counts at the next question. Blocks; one thread.
+/// Nothing is kept in memory: what another program writes counts at the next question. Blocks; one thread.
 class CalendarFolder final : public CalendarSource {
 public:
     static constexpr std::size_t mostFiles = 20'000;

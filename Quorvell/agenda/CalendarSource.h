@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Where events are kept.
 #pragma once
 
 #include "Quorvell/agenda/CalendarEvent.h"
@@ -19,7 +21,7 @@ struct AgendaVerdict {
     std::string problem; ///< When it could not be done: a sentence that says what to do.
 };
 
-/// Where events are kept. Every function may wait for a disk or another program, at most some seconds; one thread.
+/// Every function may wait for a disk or another program, at most some seconds; one thread.
 class CalendarSource {
 public:
     virtual ~CalendarSource() = default;

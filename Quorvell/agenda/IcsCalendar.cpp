@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/agenda/IcsCalendar.h"
 
 #include "Quorvell/agenda/IcsEditing.h"

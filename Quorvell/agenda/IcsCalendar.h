@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The text of calendar files (iCalendar, RFC 5545): read into events, changed in place so that what other programs
 // wrote into it stays.
 #pragma once

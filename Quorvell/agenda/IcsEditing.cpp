@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/agenda/IcsEditing.h"
 
 #include "Quorvell/agenda/IcsRule.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Changes to single events of a calendar file. Only for the sources of this room.
 #pragma once
 

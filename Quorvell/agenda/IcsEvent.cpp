@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/agenda/IcsEvent.h"
 
 #include "Quorvell/agenda/IcsCalendar.h"

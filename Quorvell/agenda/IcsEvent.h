@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One VEVENT of a calendar file. Only for the sources of this room.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/agenda/IcsMoment.h"
 
 #include "Quorvell/files/SystemZone.h"

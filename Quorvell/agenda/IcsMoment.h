@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Moments as calendar files write them, and the zones they are in. Only for the sources of this room.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/agenda/IcsRule.h"
 
 #include "Quorvell/agenda/IcsMoment.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rules by which events of a calendar file repeat. Only for the sources of this room.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/agenda/WakingHours.h"
 
 #include "QuorvellCore/reminders/DecimalNumber.h"

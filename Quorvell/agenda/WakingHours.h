@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The part of every day in which the user may have something planned, by their clock.
 #pragma once
 
 #include <chrono>
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// The part of every day in which the user may have something planned, by their clock.
 struct WakingHours {
     std::chrono::minutes from{std::chrono::hours(8)}; ///< Since midnight, before 24:00.
     std::chrono::minutes to{std::chrono::hours(22)}; ///< After `from`, at most a day; beyond 24:00 the night after.

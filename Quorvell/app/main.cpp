@@ -1,18 +1,19 @@
+// SPDX-License-Identifier: MIT
 // The program: reads its surroundings, lets each command declare itself, and runs the one that was chosen.
-#include "Quorvell/app/AgendaCommand.h"
-#include "Quorvell/app/AgentCommand.h"
-#include "Quorvell/app/ChatCommand.h"
-#include "Quorvell/app/DoctorCommand.h"
-#include "Quorvell/app/HelpText.h"
-#include "Quorvell/app/LiveServiceCommand.h"
-#include "Quorvell/app/LogCommand.h"
-#include "Quorvell/app/NotesCommand.h"
-#include "Quorvell/app/ProgramEnvironment.h"
-#include "Quorvell/app/RemindCommand.h"
-#include "Quorvell/app/RemindersCommand.h"
-#include "Quorvell/app/TalkCommand.h"
-#include "Quorvell/app/UsageCommand.h"
-#include "Quorvell/app/UserSettings.h"
+#include "Quorvell/app/agenda/AgendaCommand.h"
+#include "Quorvell/app/chat/ChatCommand.h"
+#include "Quorvell/app/doctor/DoctorCommand.h"
+#include "Quorvell/app/notes/NotesCommand.h"
+#include "Quorvell/app/program/HelpText.h"
+#include "Quorvell/app/program/LiveServiceCommand.h"
+#include "Quorvell/app/records/LogCommand.h"
+#include "Quorvell/app/records/UsageCommand.h"
+#include "Quorvell/app/reminders/AgentCommand.h"
+#include "Quorvell/app/reminders/RemindCommand.h"
+#include "Quorvell/app/reminders/RemindersCommand.h"
+#include "Quorvell/app/talk/TalkCommand.h"
+#include "Quorvell/settings/ProgramEnvironment.h"
+#include "Quorvell/settings/UserSettings.h"
 
 #include <CLI/CLI.hpp>
 

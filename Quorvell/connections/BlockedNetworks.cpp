@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/BlockedNetworks.h"
 
 #include <nlohmann/json.hpp>

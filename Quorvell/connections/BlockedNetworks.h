@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The networks on which media did not get through, so that the next conversation there begins the other way at once.
 #pragma once
 
 #include "QuorvellCore/text/Instant.h"
@@ -11,7 +13,6 @@
 
 namespace quorvell {
 
-/// The networks on which media did not get through, so that the next conversation there begins the other way at once.
 /// After a while it is tried again: guests' networks change their rules, and a failure may have been an accident.
 struct BlockedNetworks {
     static constexpr std::size_t most = 32; ///< Beyond that the oldest is forgotten.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/ConnectionFailure.h"
 
 #include "QuorvellCore/text/Characters.h"

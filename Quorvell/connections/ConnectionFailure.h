@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
+// What went wrong with a connection, as the network shows it.
 #pragma once
 
 #include "Quorvell/connections/LiveAccess.h"
-#include "Quorvell/session/LiveClosure.h"
+#include "Quorvell/session/ports/LiveClosure.h"
 
 #include <chrono>
 #include <optional>
@@ -10,7 +12,6 @@
 
 namespace quorvell {
 
-/// What went wrong with a connection, as the network shows it.
 struct ConnectionFailure {
     enum class Kind {
         refusedRequest, ///< `code` is the HTTP status, 0 when it is unknown; `detail` the body where one is known.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/ConnectionLife.h"
 
 #include <QPointer>

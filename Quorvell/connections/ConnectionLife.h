@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: MIT
+// The stages that every live connection goes through, its time limits, and the one report of its end.
 #pragma once
 
 #include "Quorvell/connections/ConnectionFailure.h"
 #include "Quorvell/connections/LiveAccessSource.h"
-#include "Quorvell/session/LiveConnectionObserver.h"
+#include "Quorvell/session/ports/LiveConnectionObserver.h"
 
 #include <QObject>
 #include <QTimer>
@@ -15,8 +17,7 @@
 
 namespace quorvell {
 
-/// The stages that every live connection goes through, its time limits, and the one report of its end. Main thread.
-/// The owner's destruction ends it at any moment: what was put off is forgotten.
+/// Main thread. The owner's destruction ends it at any moment: what was put off is forgotten.
 class ConnectionLife {
 public:
     enum class Stage { unopened, locating, opening, starting, started, closing, closed };

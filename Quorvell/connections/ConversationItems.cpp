@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/ConversationItems.h"
 
-#include "QuorvellCore/live/wire/LiveHistorySeed.h"
+#include "QuorvellCore/live/wire/vocabulary/LiveHistorySeed.h"
 
 #include <algorithm>
 #include <utility>

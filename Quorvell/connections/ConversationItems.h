@@ -1,15 +1,17 @@
+// SPDX-License-Identifier: MIT
+// A typed conversation as it is sent along with every question.
 #pragma once
 
-#include "QuorvellCore/live/wire/LiveHistoryEntry.h"
-#include "QuorvellCore/live/wire/OpenAIItem.h"
+#include "QuorvellCore/live/wire/openai/OpenAIItem.h"
+#include "QuorvellCore/live/wire/vocabulary/LiveHistoryEntry.h"
 
 #include <cstddef>
 #include <vector>
 
 namespace quorvell {
 
-/// A typed conversation as it is sent along with every question. Bounded: the oldest turns go first, whole, so that
-/// no result is left without its call; old pictures go before the words around them.
+/// Bounded: the oldest turns go first, whole, so that no result is left without its call; old pictures go before the
+/// words around them.
 class ConversationItems {
 public:
     static constexpr std::size_t mostItems = 400;

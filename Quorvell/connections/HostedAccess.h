@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A service that somebody else keeps running.
 #pragma once
 
 #include "Quorvell/connections/LiveAccessSource.h"
@@ -6,7 +8,6 @@
 
 namespace quorvell {
 
-/// A service that somebody else keeps running.
 class HostedAccess : public LiveAccessSource {
 public:
     explicit HostedAccess(LiveAccess access)

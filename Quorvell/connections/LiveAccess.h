@@ -1,13 +1,15 @@
+// SPDX-License-Identifier: MIT
+// Where the live service is and what opens it.
 #pragma once
 
-#include "QuorvellCore/live/wire/OpenAILiveEndpoint.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveEndpoint.h"
 
 #include <string>
 #include <string_view>
 
 namespace quorvell {
 
-/// Where the live service is and what opens it. The key is never printed and never logged.
+/// The key is never printed and never logged.
 struct LiveAccess {
     enum class Place { hosted, onDevice };
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Finds the live service, starting it where that is needed.
 #pragma once
 
 #include "Quorvell/connections/LiveAccess.h"
@@ -8,7 +10,7 @@
 
 namespace quorvell {
 
-/// Finds the live service, starting it where that is needed. Main thread.
+/// Main thread.
 class LiveAccessSource {
 public:
     struct Found {

@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: MIT
+// Whose live service holds the conversation; a setting.
 #pragma once
 
 namespace quorvell {
 
-/// Whose live service holds the conversation; a setting. The one on this device speaks every protocol.
+/// The one on this device speaks every protocol.
 enum class LiveBackend {
     automatic, ///< By what the user gave keys for.
     openAI,

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/LiveClient.h"
 
 #include "QuorvellCore/live/prompt/QuorvellPrompt.h"
-#include "QuorvellCore/live/wire/LiveEndpoint.h"
-#include "QuorvellCore/live/wire/LiveMessage.h"
-#include "QuorvellCore/live/wire/LiveServerParser.h"
+#include "QuorvellCore/live/wire/gemini/GeminiLiveEndpoint.h"
+#include "QuorvellCore/live/wire/gemini/LiveMessage.h"
+#include "QuorvellCore/live/wire/gemini/LiveServerParser.h"
 
 #include <algorithm>
 #include <bit>
@@ -104,7 +105,7 @@ void LiveClient::openSocket()
     reports.textReceived = [this](const std::string& text) { textReceived(text); };
     reports.closed = [this](const ConnectionFailure& failure) { socketClosed(failure); };
     m_socket = std::make_unique<LiveSocket>(std::move(reports), m_limits);
-    m_socket->open(LiveEndpoint{m_life.access().address()}.request(m_life.access().key));
+    m_socket->open(GeminiLiveEndpoint{m_life.access().address()}.request(m_life.access().key));
 }
 
 void LiveClient::socketOpened()

@@ -1,15 +1,16 @@
+// SPDX-License-Identifier: MIT
 // A live conversation with a Gemini service, over a WebSocket.
 #pragma once
 
-#include "Quorvell/audio/Resampler.h"
+#include "Media/audio/Resampler.h"
 #include "Quorvell/connections/ConnectionLife.h"
 #include "Quorvell/connections/LiveModelSettings.h"
 #include "Quorvell/connections/LiveSocket.h"
 #include "Quorvell/connections/LiveTimeLimits.h"
 #include "Quorvell/connections/SeenCalls.h"
 #include "Quorvell/connections/ServiceExperience.h"
-#include "Quorvell/session/LiveConnection.h"
-#include "QuorvellCore/live/wire/LiveSetupOptions.h"
+#include "Quorvell/session/ports/LiveConnection.h"
+#include "QuorvellCore/live/wire/gemini/LiveSetupOptions.h"
 
 #include <deque>
 #include <memory>

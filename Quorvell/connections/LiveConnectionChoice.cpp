@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/LiveConnectionChoice.h"
 
 #include "Quorvell/connections/LiveClient.h"

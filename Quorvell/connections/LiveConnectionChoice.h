@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which connection holds a conversation: by backend, by what it carries, by transport and network.
 #pragma once
 
@@ -9,9 +10,9 @@
 #include "Quorvell/connections/LiveTransport.h"
 #include "Quorvell/connections/OpenAIRoute.h"
 #include "Quorvell/connections/ServiceExperience.h"
-#include "Quorvell/session/LiveConnection.h"
-#include "Quorvell/session/LiveConnectionObserver.h"
-#include "Quorvell/session/LiveMedium.h"
+#include "Quorvell/session/ports/LiveConnection.h"
+#include "Quorvell/session/ports/LiveConnectionObserver.h"
+#include "Quorvell/session/ports/LiveMedium.h"
 
 #include <functional>
 #include <memory>

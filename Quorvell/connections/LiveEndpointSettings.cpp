@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/LiveEndpointSettings.h"
 
-#include "QuorvellCore/live/wire/LiveEndpoint.h"
+#include "QuorvellCore/live/wire/gemini/GeminiLiveEndpoint.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
@@ -46,7 +47,7 @@ LiveEndpointSettings::Choice LiveEndpointSettings::choose() const
     const std::optional<std::string>& given = isGemini ? geminiKey : key;
     const std::string_view keyName = isGemini ? "GEMINI_API_KEY" : "OPENAI_API_KEY";
     const std::string address =
-        host.value_or(std::string(isGemini ? LiveEndpoint::defaultHost : OpenAILiveEndpoint::defaultHost));
+        host.value_or(std::string(isGemini ? GeminiLiveEndpoint::defaultHost : OpenAILiveEndpoint::defaultHost));
     const auto endpoint = OpenAILiveEndpoint::create(address);
     if (!endpoint)
         return {std::nullopt, false, hostProblem(address).value_or("")};

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What the user said about the live service, on the command line, in the environment and in the settings.
 #pragma once
 
 #include "Quorvell/connections/LiveAccess.h"
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// What the user said about the live service, on the command line, in the environment and in the settings.
 struct LiveEndpointSettings {
     /// One of: a hosted service, the service on this device, a sentence about what is wrong.
     struct Choice {

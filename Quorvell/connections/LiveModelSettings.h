@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Which models hold a conversation and how.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +8,7 @@
 
 namespace quorvell {
 
-/// Which models hold a conversation and how. Absent options are left to the service.
+/// Absent options are left to the service.
 struct LiveModelSettings {
     std::string voiceModel = "gpt-live";
     std::string voice = "marin";

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/LiveSocket.h"
 
 #include "Quorvell/connections/NetworkRequest.h"
-#include "QuorvellCore/live/wire/OpenAILiveParser.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveParser.h"
 
 #include <QSslConfiguration>
 #include <QSslError>

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: MIT
+// A WebSocket that never hangs: opening has a limit, silence is noticed, messages are bounded, and every way to end
+// comes out as one ConnectionFailure.
 #pragma once
 
 #include "Quorvell/connections/ConnectionFailure.h"
 #include "Quorvell/connections/LiveTimeLimits.h"
-#include "QuorvellCore/live/wire/WebRequest.h"
+#include "QuorvellCore/live/wire/transport/WebRequest.h"
 
 #include <QObject>
 #include <QTimer>
@@ -16,8 +19,7 @@
 
 namespace quorvell {
 
-/// A WebSocket that never hangs: opening has a limit, silence is noticed, messages are bounded, and every way to end
-/// comes out as one ConnectionFailure. The server's certificate is always verified. Main thread; used once.
+/// The server's certificate is always verified. Main thread; used once.
 class LiveSocket {
 public:
     struct Reports {

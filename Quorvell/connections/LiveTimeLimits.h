@@ -1,10 +1,12 @@
+// SPDX-License-Identifier: MIT
+// How long the other side of a live connection may take.
 #pragma once
 
 #include <chrono>
 
 namespace quorvell {
 
-/// How long the other side of a live connection may take. Tests shorten them.
+/// Tests shorten them.
 struct LiveTimeLimits {
     std::chrono::milliseconds toOpen{20'000};
     std::chrono::milliseconds toConnectMedia{4'000}; ///< From the answer to the first word over WebRTC.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/NetworkFingerprint.h"
 
 #include <QCryptographicHash>

@@ -1,3 +1,6 @@
+// SPDX-License-Identifier: MIT
+// Tells one network from another, well enough to remember something about it: a short text from the way out (device and
+// gateway), and nothing that names the network.
 #pragma once
 
 #include <string>
@@ -5,8 +8,7 @@
 
 namespace quorvell {
 
-/// Tells one network from another, well enough to remember something about it: a short text from the way out (device
-/// and gateway), and nothing that names the network. Empty without a way out.
+/// Empty without a way out.
 struct NetworkFingerprint {
     /// Of the network that this computer is in now.
     static std::string current();

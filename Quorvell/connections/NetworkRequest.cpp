@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/NetworkRequest.h"
 
 #include <QSslConfiguration>

@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: MIT
+// As the network library wants it: certificates verified, no redirection (the request carries a key), no cookies.
 #pragma once
 
-#include "QuorvellCore/live/wire/WebRequest.h"
+#include "QuorvellCore/live/wire/transport/WebRequest.h"
 
 #include <QNetworkRequest>
 
 namespace quorvell {
 
-/// As the network library wants it: certificates verified, no redirection (the request carries a key), no cookies.
 QNetworkRequest networkRequest(const WebRequest& request);
 
 } // namespace quorvell

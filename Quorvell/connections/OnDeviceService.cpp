@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/OnDeviceService.h"
 
 #include "QuorvellCore/text/Json.h"

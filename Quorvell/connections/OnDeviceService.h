@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The live service as a child of this program.
 #pragma once
 
 #include "Quorvell/connections/LiveAccessSource.h"
@@ -14,9 +16,9 @@
 
 namespace quorvell {
 
-/// The live service as a child of this program. It starts when it is first looked for, stays, ends with this object
-/// (its standard input closes, so also when this program is killed), and is started anew when it has died. The key
-/// is made here, handed over on standard input and so never in a list of processes. Main thread.
+/// It starts when it is first looked for, stays, ends with this object (its standard input closes, so also when this
+/// program is killed), and is started anew when it has died. The key is made here, handed over on standard input and so
+/// never in a list of processes. Main thread.
 class OnDeviceService : public LiveAccessSource {
 public:
     struct Command {

@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/OpenAILiveClient.h"
 
 #include "Quorvell/connections/OpenAIPeerTransport.h"
 #include "Quorvell/connections/OpenAISocketTransport.h"
-#include "QuorvellCore/live/wire/OpenAILiveEventMapper.h"
-#include "QuorvellCore/live/wire/OpenAILiveMessage.h"
-#include "QuorvellCore/live/wire/OpenAILiveParser.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveEventMapper.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveMessage.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveParser.h"
 
 #include <utility>
 

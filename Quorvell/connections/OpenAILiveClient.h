@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A live conversation in the OpenAI form, over a WebSocket or WebRTC.
 #pragma once
 
@@ -9,10 +10,10 @@
 #include "Quorvell/connections/SeenCalls.h"
 #include "Quorvell/connections/ServiceExperience.h"
 #include "Quorvell/connections/SilenceWatch.h"
-#include "Quorvell/session/LiveConnection.h"
-#include "QuorvellCore/live/wire/OpenAIBackendFlow.h"
-#include "QuorvellCore/live/wire/OpenAILiveEvent.h"
-#include "QuorvellCore/live/wire/OpenAIResponseEnds.h"
+#include "Quorvell/session/ports/LiveConnection.h"
+#include "QuorvellCore/live/wire/openai/OpenAIBackendFlow.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveEvent.h"
+#include "QuorvellCore/live/wire/openai/OpenAIResponseEnds.h"
 
 #include <memory>
 #include <optional>

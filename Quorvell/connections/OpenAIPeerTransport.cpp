@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/OpenAIPeerTransport.h"
 
 #include <QCoreApplication>

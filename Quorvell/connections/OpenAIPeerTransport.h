@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: MIT
+// Sound as media over WebRTC, events over its data channel.
 #pragma once
 
+#include "Media/webrtc/WebRTCPeer.h"
 #include "Quorvell/connections/LiveTimeLimits.h"
 #include "Quorvell/connections/OpenAITransport.h"
 #include "Quorvell/connections/WebExchange.h"
-#include "Quorvell/webrtc/WebRTCPeer.h"
 
 #include <QObject>
 #include <QTimer>
@@ -12,8 +14,7 @@
 
 namespace quorvell {
 
-/// Sound as media over WebRTC, events over its data channel. The session is asked for by a POST that carries our
-/// description and is answered with the service's.
+/// The session is asked for by a POST that carries our description and is answered with the service's.
 class OpenAIPeerTransport : public OpenAITransport {
 public:
     OpenAIPeerTransport(Reports reports, LiveTimeLimits limits);

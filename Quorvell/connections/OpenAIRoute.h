@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// How an OpenAI session is reached: the first way that works.
 #pragma once
 
 #include <functional>
@@ -5,7 +7,6 @@
 
 namespace quorvell {
 
-/// How an OpenAI session is reached: the first way that works.
 struct OpenAIRoute {
     enum class Way { socket, peer };
 

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/OpenAISocketTransport.h"
 
-#include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
-#include "QuorvellCore/live/wire/OpenAILiveMessage.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveMessage.h"
 
 #include <utility>
 

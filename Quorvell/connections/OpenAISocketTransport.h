@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Everything over one WebSocket, sound as base64 in the events.
 #pragma once
 
 #include "Quorvell/connections/LiveSocket.h"
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// Everything over one WebSocket, sound as base64 in the events.
 class OpenAISocketTransport : public OpenAITransport {
 public:
     OpenAISocketTransport(Reports reports, LiveTimeLimits limits);

@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
+// Carries the events and the sound of one session in the OpenAI form.
 #pragma once
 
 #include "Quorvell/connections/ConnectionFailure.h"
-#include "QuorvellCore/live/wire/OpenAILiveSetupOptions.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveSetupOptions.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -13,7 +15,7 @@
 
 namespace quorvell {
 
-/// Carries the events and the sound of one session in the OpenAI form. Main thread; used once.
+/// Main thread; used once.
 class OpenAITransport {
 public:
     /// None may destroy the transport.

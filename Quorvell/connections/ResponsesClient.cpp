@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/ResponsesClient.h"
 
-#include "QuorvellCore/live/wire/ResponsesEndpoint.h"
+#include "QuorvellCore/live/wire/responses/ResponsesEndpoint.h"
 
 #include <utility>
 

@@ -1,18 +1,20 @@
+// SPDX-License-Identifier: MIT
+// Asks the Responses service one question at a time and reads the answer while it streams in.
 #pragma once
 
 #include "Quorvell/connections/LiveTimeLimits.h"
 #include "Quorvell/connections/WebExchange.h"
-#include "QuorvellCore/live/wire/ResponsesRequest.h"
-#include "QuorvellCore/live/wire/ResponsesStreamEvent.h"
-#include "QuorvellCore/live/wire/ResponsesStreamParser.h"
-#include "QuorvellCore/live/wire/ServerSentEvents.h"
+#include "QuorvellCore/live/wire/responses/ResponsesRequest.h"
+#include "QuorvellCore/live/wire/responses/ResponsesStreamEvent.h"
+#include "QuorvellCore/live/wire/responses/ResponsesStreamParser.h"
+#include "QuorvellCore/live/wire/transport/ServerSentEvents.h"
 
 #include <functional>
 #include <memory>
 
 namespace quorvell {
 
-/// Asks the Responses service one question at a time and reads the answer while it streams in. Main thread.
+/// Main thread.
 class ResponsesClient {
 public:
     /// Each may ask again, cancel or destroy the client.

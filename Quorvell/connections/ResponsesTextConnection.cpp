@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/ResponsesTextConnection.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A typed conversation over the Responses service: every question carries the conversation so far.
 #pragma once
 
@@ -8,7 +9,7 @@
 #include "Quorvell/connections/ResponsesClient.h"
 #include "Quorvell/connections/SeenCalls.h"
 #include "Quorvell/connections/ServiceExperience.h"
-#include "Quorvell/session/LiveConnection.h"
+#include "Quorvell/session/ports/LiveConnection.h"
 
 #include <deque>
 #include <set>

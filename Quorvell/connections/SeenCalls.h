@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The tool calls of one conversation: one that is reported twice runs once.
 #pragma once
 
 #include <algorithm>
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// The tool calls of one conversation: one that is reported twice runs once.
 struct SeenCalls {
     static constexpr std::size_t remembered = 256;
 

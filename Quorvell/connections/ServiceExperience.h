@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: MIT
+// What this program has learned of its service, over all connections since the start.
 #pragma once
 
-#include "QuorvellCore/live/wire/RefusedSetting.h"
+#include "QuorvellCore/live/wire/vocabulary/RefusedSetting.h"
 
 #include <optional>
 #include <set>
@@ -8,7 +10,7 @@
 
 namespace quorvell {
 
-/// What this program has learned of its service, over all connections since the start. Main thread.
+/// Main thread.
 struct ServiceExperience {
     std::set<RefusedSetting> refused{};
     bool wasAsked = false; ///< Whether it is there, by any connection.

@@ -1,3 +1,6 @@
+// SPDX-License-Identifier: MIT
+// Notices a service that owes a word and says none, though its connection is fine: it is asked whether it is there, and
+// is silent when even that brings nothing.
 #pragma once
 
 #include <QObject>
@@ -8,8 +11,7 @@
 
 namespace quorvell {
 
-/// Notices a service that owes a word and says none, though its connection is fine: it is asked whether it is there,
-/// and is silent when even that brings nothing. Main thread.
+/// Main thread.
 class SilenceWatch {
 public:
     struct Reports {

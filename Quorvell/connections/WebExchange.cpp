@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/WebExchange.h"
 
 #include "Quorvell/connections/NetworkRequest.h"

@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
+// One request over HTTP and its answer, piece by piece.
 #pragma once
 
 #include "Quorvell/connections/ConnectionFailure.h"
-#include "QuorvellCore/live/wire/WebRequest.h"
+#include "QuorvellCore/live/wire/transport/WebRequest.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -17,8 +19,8 @@
 
 namespace quorvell {
 
-/// One request over HTTP and its answer, piece by piece. The server's certificate is always verified, and nothing is
-/// sent on to another address: the request carries a key. Destroying it cancels it. Main thread.
+/// The server's certificate is always verified, and nothing is sent on to another address: the request carries a key.
+/// Destroying it cancels it. Main thread.
 class WebExchange {
 public:
     /// Each may destroy the exchange. Either `ended` or `failed` comes, once; a refusal is a failure with its body.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Hears one kind of signal on a message bus while it lives.
 #pragma once
 
 #include <QDBusConnection>
@@ -10,7 +12,7 @@ class QObject;
 
 namespace quorvell {
 
-/// Hears one kind of signal on a message bus while it lives. Main thread.
+/// Main thread.
 class BusSignals {
 public:
     using Heard = std::function<void(const QDBusMessage& signal)>;

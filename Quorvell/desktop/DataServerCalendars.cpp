@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/desktop/DataServerCalendars.h"
 
 #include <QDBusArgument>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The calendars that evolution-data-server keeps, asked over the session bus.
 #pragma once
 
 #include <QDBusConnection>
@@ -10,9 +12,8 @@
 
 namespace quorvell {
 
-/// The calendars that evolution-data-server keeps, asked over the session bus. It is never started from here. Blocks,
-/// every question for two seconds at most; one thread, which is where it has to be made use of first: its connection
-/// to the session bus belongs to that thread.
+/// It is never started from here. Blocks, every question for two seconds at most; one thread, which is where it has to
+/// be made use of first: its connection to the session bus belongs to that thread.
 class DataServerCalendars {
 public:
     static constexpr std::size_t mostCalendars = 32;

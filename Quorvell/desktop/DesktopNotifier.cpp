@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/desktop/DesktopNotifier.h"
 
 #include <QDBusPendingCallWatcher>

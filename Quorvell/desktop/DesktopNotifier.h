@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Notices on the desktop, by whatever program shows notifications there.
 #pragma once
 
 #include "Quorvell/desktop/BusSignals.h"
@@ -13,8 +15,7 @@
 
 namespace quorvell {
 
-/// Notices on the desktop, by whatever program shows notifications there. When that one starts anew, what is still
-/// open is shown again. Main thread, with an event loop.
+/// When that one starts anew, what is still open is shown again. Main thread, with an event loop.
 class DesktopNotifier final : public Notifier {
 public:
     explicit DesktopNotifier(const QDBusConnection& sessionBus);

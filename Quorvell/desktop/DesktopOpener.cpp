@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/desktop/DesktopOpener.h"
 
 #include <gio/gio.h>

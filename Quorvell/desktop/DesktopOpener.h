@@ -1,11 +1,12 @@
+// SPDX-License-Identifier: MIT
+// Opens a file or folder in the program that the user chose for its kind.
 #pragma once
 
 #include <string>
 
 namespace quorvell {
 
-/// Opens a file or folder in the program that the user chose for its kind. Empty when that was started, else a sentence
-/// that says why not. Any thread; no event loop is needed.
+/// Empty when that was started, else a sentence that says why not. Any thread; no event loop is needed.
 std::string showOnDesktop(const std::string& path);
 
 } // namespace quorvell

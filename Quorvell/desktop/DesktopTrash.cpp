@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/desktop/DesktopTrash.h"
 
 #include <gio/gio.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The calendars of the desktop, as evolution-data-server keeps them for all programs.
 #pragma once
 
 #include "Quorvell/agenda/CalendarSource.h"
@@ -9,8 +11,7 @@
 
 namespace quorvell {
 
-/// The calendars of the desktop, as evolution-data-server keeps them for all programs. Used where that runs. Blocks;
-/// one thread.
+/// Used where that runs. Blocks; one thread.
 class EventsOfDataServer final : public CalendarSource {
 public:
     char letter() const override { return 'd'; }

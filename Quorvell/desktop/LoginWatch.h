@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: MIT
+// The user's return as the desktop tells it: the computer woke up, the session was unlocked, the screen saver ended;
+// and, while somebody waits, use after idleness.
 #pragma once
 
 #include "Quorvell/desktop/BusSignals.h"
+#include "Quorvell/loop/Scheduler.h"
 #include "Quorvell/reminding/IdleReturn.h"
 #include "Quorvell/reminding/PresenceWatch.h"
-#include "Quorvell/session/Scheduler.h"
 
 #include <QDBusConnection>
 #include <QObject>
@@ -13,8 +16,7 @@
 
 namespace quorvell {
 
-/// The user's return as the desktop tells it: the computer woke up, the session was unlocked, the screen saver ended;
-/// and, while somebody waits, use after idleness. What a desktop does not offer is done without. Main thread.
+/// What a desktop does not offer is done without. Main thread.
 class LoginWatch final : public PresenceWatch {
 public:
     static constexpr std::chrono::seconds idlePeriod{30};

@@ -1,10 +1,12 @@
+// SPDX-License-Identifier: MIT
+// Every format that the Qt installation reads.
 #pragma once
 
 #include "Quorvell/files/PictureConverter.h"
 
 namespace quorvell {
 
-/// Every format that the Qt installation reads. Any thread.
+/// Any thread.
 class PictureFormats final : public PictureConverter {
 public:
     static constexpr int maximumSide = 4096; ///< Pixels; larger pictures are scaled down.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/desktop/TimerFdWallClock.h"
 
 #include <sys/timerfd.h>

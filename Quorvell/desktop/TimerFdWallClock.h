@@ -1,3 +1,6 @@
+// SPDX-License-Identifier: MIT
+// The kernel's alarm on the wall clock: rings right after the computer wakes up where its moment passed in the sleep,
+// and tells when the clock was set.
 #pragma once
 
 #include "Quorvell/reminding/WallClockTimer.h"
@@ -8,8 +11,7 @@
 
 namespace quorvell {
 
-/// The kernel's alarm on the wall clock: rings right after the computer wakes up where its moment passed in the sleep,
-/// and tells when the clock was set. Needs an event loop.
+/// Needs an event loop.
 class TimerFdWallClock final : public WallClockTimer {
 public:
     TimerFdWallClock();

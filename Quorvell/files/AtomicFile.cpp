@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/files/AtomicFile.h"
 
 #include "Quorvell/files/Folder.h"

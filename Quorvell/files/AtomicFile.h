@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A file that appears whole and durable or not at all, whenever the program or the computer stops.
 #pragma once
 
 #include "Quorvell/files/FileDescriptor.h"
@@ -10,8 +12,8 @@
 
 namespace quorvell {
 
-/// A file that appears whole and durable or not at all, whenever the program or the computer stops. The text goes to a
-/// hidden temporary file of the same folder, which is flushed, renamed and its folder flushed. Blocks; one thread.
+/// The text goes to a hidden temporary file of the same folder, which is flushed, renamed and its folder flushed.
+/// Blocks; one thread.
 class AtomicFile {
 public:
     enum class Existing { replace, keep };

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Owns an open file and closes it.
 #pragma once
 
 #include <unistd.h>
@@ -6,7 +8,7 @@
 
 namespace quorvell {
 
-/// Owns an open file and closes it. Negative when there is none.
+/// Negative when there is none.
 class FileDescriptor {
 public:
     FileDescriptor() = default;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/files/FileProblem.h"
 
 #include <sys/stat.h>

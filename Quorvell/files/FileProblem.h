@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
+// Why a file or folder could not be read or written.
 #pragma once
 
 #include <string>
 
 namespace quorvell {
 
-/// Why a file or folder could not be read or written.
 enum class FileProblem {
     none,
     nameTaken, ///< Only where an existing file must be kept.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Tells one state of a file from another without reading it: which file it is, its size and when it was written.
 #pragma once
 
 #include <sys/stat.h>
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// Tells one state of a file from another without reading it: which file it is, its size and when it was written.
 /// Not the time of its last renaming, which a file keeps its content through.
 struct FileStamp {
     std::uint64_t file = 0; ///< Its number on its disk.

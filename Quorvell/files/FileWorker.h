@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one thread that reads, writes and flushes files, so that no other thread ever waits for a disk.
 #pragma once
 

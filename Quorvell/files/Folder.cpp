@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/files/Folder.h"
 
 #include "Quorvell/files/FileDescriptor.h"

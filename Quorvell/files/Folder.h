@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Makes the folder and those above it that are missing, each with mode 0700.
 #pragma once
 
 #include "Quorvell/files/FileProblem.h"
@@ -10,7 +12,7 @@
 
 namespace quorvell {
 
-/// Makes the folder and those above it that are missing, each with mode 0700. One that exists is left as it is.
+/// One that exists is left as it is.
 FileProblem makeFolder(const std::string& path);
 
 /// As makeFolder, but the folder above must be there: one that was taken away is not brought back by a part of it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tells when something in a folder changes. Waits in the kernel: costs nothing while nothing happens.
 #pragma once
 

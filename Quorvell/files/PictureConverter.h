@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Makes a PNG of a picture in any common format.
 #pragma once
 
 #include <optional>
@@ -6,7 +8,7 @@
 
 namespace quorvell {
 
-/// Makes a PNG of a picture in any common format. Called on the file worker.
+/// Called on the file worker.
 class PictureConverter {
 public:
     virtual ~PictureConverter() = default;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/files/RandomBytes.h"
 
 #include <sys/random.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What the computer's time zone database holds for a zone, "Europe/Berlin".
 #pragma once
 
 #include <string>
@@ -5,7 +7,7 @@
 
 namespace quorvell {
 
-/// What the computer's time zone database holds for a zone, "Europe/Berlin". Empty where it has no such zone.
+/// Empty where it has no such zone.
 std::string systemZoneFile(std::string_view zone);
 
 } // namespace quorvell

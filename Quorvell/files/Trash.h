@@ -1,10 +1,12 @@
+// SPDX-License-Identifier: MIT
+// The desktop's waste basket, from which the user can take a file back.
 #pragma once
 
 #include <string>
 
 namespace quorvell {
 
-/// The desktop's waste basket, from which the user can take a file back. Called on the file worker.
+/// Called on the file worker.
 class Trash {
 public:
     virtual ~Trash() = default;

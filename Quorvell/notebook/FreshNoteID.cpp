@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/notebook/FreshNoteID.h"
 
 #include "Quorvell/files/RandomBytes.h"

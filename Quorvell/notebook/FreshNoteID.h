@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
+// An id that no other note has: Note::newID of the system's randomness.
 #pragma once
 
 #include <string>
 
 namespace quorvell {
 
-/// An id that no other note has: Note::newID of the system's randomness.
 std::string freshNoteID();
 
 } // namespace quorvell

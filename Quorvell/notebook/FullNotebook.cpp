@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/notebook/FullNotebook.h"
 
 #include <sys/stat.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Everything that can be done with a notebook.
 #pragma once
 
 #include "Quorvell/notebook/NoteVersion.h"
@@ -11,7 +13,7 @@
 
 namespace quorvell {
 
-/// Everything that can be done with a notebook. Main thread; callbacks run there, later.
+/// Main thread; callbacks run there, later.
 class FullNotebook : public Notebook {
 public:
     using Change = std::function<void(Note&)>;

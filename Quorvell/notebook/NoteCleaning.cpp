@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/notebook/NoteCleaning.h"
 
 #include "QuorvellCore/notebook/LineEnds.h"

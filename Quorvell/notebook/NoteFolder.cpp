@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/notebook/NoteFolder.h"
 
 #include "Quorvell/notebook/NoteFolderReader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The notebook folder as it lies on the disk, read without owning it.
 #pragma once
 

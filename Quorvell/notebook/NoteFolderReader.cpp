@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/notebook/NoteFolderReader.h"
 
 #include "Quorvell/files/FileDescriptor.h"

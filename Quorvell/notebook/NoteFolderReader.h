@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What is different since the folder was read before.
 #pragma once
 
 #include "Quorvell/notebook/StoredNote.h"
@@ -10,7 +12,6 @@
 
 namespace quorvell {
 
-/// What is different since the folder was read before.
 struct NoteFolderChanges {
     std::vector<StoredNote> changed; ///< New ones too; one for each id, in the order of their files' names.
     std::vector<std::string> gone; ///< Ids.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/notebook/NoteHistory.h"
 
 #include "Quorvell/files/AtomicFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Earlier versions of notes: one JSON file for each note in the folder ".history" of the notebook.
 #pragma once
 

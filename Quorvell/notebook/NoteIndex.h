@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ranked full-text search over notes, in memory.
 #pragma once
 

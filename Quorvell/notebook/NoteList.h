@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Notes with the newest `created` first, one for each id.
 #pragma once
 
 #include "Quorvell/notebook/StoredNote.h"
@@ -9,8 +11,7 @@
 
 namespace quorvell {
 
-/// Notes with the newest `created` first, one for each id. Changing one among 10,000 costs a millisecond or two, a
-/// thousand at once a few.
+/// Changing one among 10,000 costs a millisecond or two, a thousand at once a few.
 class NoteList {
 public:
     NoteList() = default;

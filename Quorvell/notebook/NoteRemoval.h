@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Puts a note's file into the waste basket.
 #pragma once
 
 #include "Quorvell/files/FileProblem.h"
@@ -8,8 +10,8 @@
 
 namespace quorvell {
 
-/// Puts a note's file into the waste basket. Where there is none, or it does not take the file, `keepVersion` runs and
-/// the file is removed. A file that is gone already is no problem. Blocks.
+/// Where there is none, or it does not take the file, `keepVersion` runs and the file is removed. A file that is gone
+/// already is no problem. Blocks.
 FileProblem discardNote(const std::string& folder, const std::string& fileName, Trash* trash,
     const std::function<FileProblem()>& keepVersion);
 

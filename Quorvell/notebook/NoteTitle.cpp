@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/notebook/NoteTitle.h"
 
-#include "Quorvell/notebook/OneLine.h"
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/OneLine.h"
 
 namespace quorvell {
 

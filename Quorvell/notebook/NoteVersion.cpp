@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/notebook/NoteVersion.h"
 
 namespace quorvell {

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What the history keeps of a note as it once was.
 #pragma once
 
 #include "QuorvellCore/notebook/Note.h"
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// What the history keeps of a note as it once was.
 struct NoteVersion {
     Instant date{}; ///< When it was written.
     std::string title{};

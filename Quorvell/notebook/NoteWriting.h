@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Where a note is to be written.
 #pragma once
 
 #include "Quorvell/files/FileProblem.h"
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// Where a note is to be written.
 struct NotePlace {
     std::string fileName; ///< Empty for a note that has no file yet.
     std::optional<FileStamp> stamp; ///< How the file was when it was last seen. Nothing when it is gone.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The notebook as tools and programs see it, whether this program owns the folder or another one does.
 #pragma once
 

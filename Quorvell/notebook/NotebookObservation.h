@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// While it lives, somebody hears of a notebook's changes.
 #pragma once
 
 #include <functional>
@@ -5,7 +7,7 @@
 
 namespace quorvell {
 
-/// While it lives, somebody hears of a notebook's changes. Movable; an empty one is nobody's.
+/// Movable; an empty one is nobody's.
 class NotebookObservation {
 public:
     NotebookObservation() = default;

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Where a notebook may lie without the user having to name a folder.
 #pragma once
 
 #include <optional>
@@ -5,7 +7,6 @@
 
 namespace quorvell {
 
-/// Where a notebook may lie without the user having to name a folder.
 struct NotebookPlaces {
     /// Below the folder for the user's data.
     static std::string localFolder(const std::string& dataFolder);

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What the store asks of the desktop.
 #pragma once
 
 #include "Quorvell/files/PictureConverter.h"
@@ -5,7 +7,7 @@
 
 namespace quorvell {
 
-/// What the store asks of the desktop. Each may be missing; all outlive the file worker.
+/// Each may be missing; all outlive the file worker.
 struct NotebookPorts {
     Trash* trash = nullptr; ///< Without it deleted notes are removed.
     const PictureConverter* pictures = nullptr; ///< Without it no pictures are taken in.

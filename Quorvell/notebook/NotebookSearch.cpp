@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/notebook/NotebookSearch.h"
 
 #include <algorithm>

@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: MIT
+// Search over a notebook, kept current as it changes.
 #pragma once
 
 #include "Quorvell/files/FileWorker.h"
+#include "Quorvell/loop/Scheduler.h"
 #include "Quorvell/notebook/NoteIndex.h"
 #include "Quorvell/notebook/Notebook.h"
-#include "Quorvell/session/Scheduler.h"
 
 #include <functional>
 #include <memory>
@@ -13,8 +15,8 @@
 
 namespace quorvell {
 
-/// Search over a notebook, kept current as it changes. The index lives on a thread of its own; notes go there a few at
-/// a time, so that not even ten thousand hold up the main thread, which is where this lives.
+/// The index lives on a thread of its own; notes go there a few at a time, so that not even ten thousand hold up the
+/// main thread, which is where this lives.
 class NotebookSearch {
 public:
     using Callback = std::function<void(const NotesFound&)>;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/notebook/NotebookStore.h"
 
 #include "Quorvell/files/Folder.h"

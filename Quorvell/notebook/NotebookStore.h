@@ -1,15 +1,16 @@
+// SPDX-License-Identifier: MIT
 // The one writer of the notebook folder. A change shows in the list at once and is put back when it cannot be written.
 #pragma once
 
 #include "Quorvell/files/FileWorker.h"
 #include "Quorvell/files/FolderWatch.h"
+#include "Quorvell/loop/Scheduler.h"
 #include "Quorvell/notebook/FullNotebook.h"
 #include "Quorvell/notebook/NoteFolderReader.h"
 #include "Quorvell/notebook/NoteHistory.h"
 #include "Quorvell/notebook/NoteList.h"
 #include "Quorvell/notebook/NoteWriting.h"
 #include "Quorvell/notebook/NotebookPorts.h"
-#include "Quorvell/session/Scheduler.h"
 
 #include <deque>
 #include <functional>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How NotebookStore brings its changes to the disk, and outside changes into its list.
 #include "Quorvell/files/AtomicFile.h"
 #include "Quorvell/notebook/NoteCleaning.h"

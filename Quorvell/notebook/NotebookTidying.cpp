@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/notebook/NotebookTidying.h"
 
 #include "Quorvell/files/AtomicFile.h"

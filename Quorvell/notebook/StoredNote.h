@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Which file holds a note, as it was when it was last read or written.
 #pragma once
 
 #include "Quorvell/files/FileStamp.h"
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// Which file holds a note, as it was when it was last read or written.
 struct NoteFileRecord {
     std::string name;
     FileStamp stamp;

@@ -1,10 +1,12 @@
+// SPDX-License-Identifier: MIT
+// Finds the user's return in samples of how long nobody has used the computer.
 #pragma once
 
 #include <chrono>
 
 namespace quorvell {
 
-/// Finds the user's return in samples of how long nobody has used the computer. A value; not thread safe.
+/// A value; not thread safe.
 class IdleReturn {
 public:
     static constexpr std::chrono::minutes shortestAbsence{5};

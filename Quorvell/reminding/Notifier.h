@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Something to be shown to the user outside of any conversation.
 #pragma once
 
 #include <functional>
@@ -6,7 +8,6 @@
 
 namespace quorvell {
 
-/// Something to be shown to the user outside of any conversation.
 struct Notice {
     struct Action {
         std::string key;

@@ -1,10 +1,12 @@
+// SPDX-License-Identifier: MIT
+// Tells when the user is back at the computer: it woke up, was unlocked, or was used again after a while.
 #pragma once
 
 #include <functional>
 
 namespace quorvell {
 
-/// Tells when the user is back at the computer: it woke up, was unlocked, or was used again after a while. Main thread.
+/// Main thread.
 class PresenceWatch {
 public:
     virtual ~PresenceWatch() = default;

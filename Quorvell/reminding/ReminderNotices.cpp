@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/reminding/ReminderNotices.h"
 
 #include "QuorvellCore/reminders/ReminderWords.h"

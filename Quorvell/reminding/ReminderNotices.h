@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is shown and said when reminders come due.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/reminding/ReminderSchedule.h"
 
 #include "QuorvellCore/reminders/ReminderRepeat.h"

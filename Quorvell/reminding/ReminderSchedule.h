@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // When the reminders of a notebook fire. Pure. What has fired is kept in the note itself: `reviewed` is the occurrence
 // that was shown last, so that no restart and no clock that was set fires it a second time.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/reminding/ReminderWatch.h"
 
 #include "QuorvellCore/reminders/ReminderState.h"

@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: MIT
 // Fires reminders: each occurrence once, none lost, whether the computer slept, was off or had its clock set.
 #pragma once
 
+#include "Quorvell/loop/EventLog.h"
 #include "Quorvell/notebook/Notebook.h"
 #include "Quorvell/reminding/Notifier.h"
 #include "Quorvell/reminding/PresenceWatch.h"
 #include "Quorvell/reminding/ReminderNotices.h"
 #include "Quorvell/reminding/WallClockTimer.h"
-#include "Quorvell/session/EventLog.h"
 #include "QuorvellCore/reminders/Calendar.h"
 
 #include <functional>

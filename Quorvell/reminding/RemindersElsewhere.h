@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Lets a conversation tell of reminders that another program fired, the one that owns the notebook.
 #pragma once
 
 #include "Quorvell/notebook/Notebook.h"
@@ -9,7 +11,7 @@
 
 namespace quorvell {
 
-/// Lets a conversation tell of reminders that another program fired, the one that owns the notebook. Main thread.
+/// Main thread.
 class RemindersElsewhere {
 public:
     /// What was shown longer ago is no news.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// One alarm at a moment of the wall clock, whatever happens to that clock or to the computer's sleep in between.
 #pragma once
 
 #include "QuorvellCore/text/Instant.h"
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// One alarm at a moment of the wall clock, whatever happens to that clock or to the computer's sleep in between.
 /// Main thread.
 class WallClockTimer {
 public:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/session/SessionController.h"
 
 #include "QuorvellCore/text/Characters.h"
@@ -306,7 +307,7 @@ void SessionController::tellProblem(const std::string& sentence)
 void SessionController::switchHelpMode(HelpMode mode)
 {
     m_settings.helpMode = mode;
-    m_ports.log.record("mode_changed", {{"mode", std::string(SessionEvents::nameOf(mode))}});
+    m_ports.log.record("mode_changed", {{"mode", std::string(nameOf(mode))}});
     m_ports.observer.helpModeChanged(mode);
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Silence and sound: resting and stopping when nobody speaks, the way of the user's voice to the model.
 #include "Quorvell/session/SessionController.h"
 

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 // What the conversation's connections, its rest and its tools report.
-#include "Quorvell/session/HelpModeSwitch.h"
 #include "Quorvell/session/SessionController.h"
+#include "Quorvell/session/tools/HelpModeSwitch.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/sound/CaptureChain.h"
 
 #include "Quorvell/sound/CaptureCleaner.h"

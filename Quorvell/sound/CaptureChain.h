@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: MIT
+// From the sound thread's pieces to clean chunks, on a thread of its own: cleaning takes longer than the sound thread
+// may be held up.
 #pragma once
 
-#include "Quorvell/audio/EchoReference.h"
-#include "Quorvell/audio/SampleRing.h"
+#include "Media/audio/EchoReference.h"
+#include "Media/audio/SampleRing.h"
 #include "QuorvellCore/text/Bytes.h"
 
 #include <semaphore.h>
@@ -15,8 +18,6 @@
 
 namespace quorvell {
 
-/// From the sound thread's pieces to clean chunks, on a thread of its own: cleaning takes longer than the sound thread
-/// may be held up.
 class CaptureChain {
 public:
     static constexpr std::size_t chunkSamples = 960; ///< 40 ms: what the session's gate decides about at once.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/sound/CaptureCleaner.h"
 
 #include "QuorvellCore/live/gate/PCM.h"

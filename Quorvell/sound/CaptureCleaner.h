@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: MIT
+// Takes the assistant's voice and noise out of the microphone's sound, and rests where that would change nothing: while
+// nothing is played, and the room is quiet or has nothing but its steady noise.
 #pragma once
 
-#include "Quorvell/audio/EchoReference.h"
-#include "Quorvell/echo/EchoCanceller.h"
+#include "Media/audio/EchoReference.h"
+#include "Media/echo/EchoCanceller.h"
 #include "Quorvell/sound/Headphones.h"
 #include "Quorvell/sound/RoomNoise.h"
 
@@ -11,9 +14,7 @@
 
 namespace quorvell {
 
-/// Takes the assistant's voice and noise out of the microphone's sound, and rests where that would change nothing:
-/// while nothing is played, and the room is quiet or has nothing but its steady noise. A rest would otherwise cost a
-/// hundredth of a core.
+/// A rest would otherwise cost a hundredth of a core.
 class CaptureCleaner {
 public:
     static constexpr std::size_t chunkSamples = 960; ///< 40 ms: what the session's gate decides about at once.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/sound/DeviceStream.h"
 
 #include <utility>

@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: MIT
+// A stream that stays on the best device there is while it is wanted: the chosen one, else the desktop's default, else
+// any.
 #pragma once
 
-#include "Quorvell/session/GuardedPost.h"
-#include "Quorvell/session/Scheduler.h"
+#include "Quorvell/loop/GuardedPost.h"
+#include "Quorvell/loop/Scheduler.h"
 #include "Quorvell/sound/PulseStream.h"
 #include "Quorvell/sound/SoundServer.h"
 #include "Quorvell/sound/StreamRetry.h"
@@ -14,8 +17,7 @@
 
 namespace quorvell {
 
-/// A stream that stays on the best device there is while it is wanted: the chosen one, else the desktop's default, else
-/// any. It moves when devices come and go, and is asked for again when the server ended it. Main thread.
+/// It moves when devices come and go, and is asked for again when the server ended it. Main thread.
 class DeviceStream : private SoundServer::Listener {
 public:
     class Owner {

@@ -1,12 +1,14 @@
+// SPDX-License-Identifier: MIT
+// Whether the microphone hears nothing of the loudspeaker, as when headphones are on: then nothing needs to be taken
+// out, and nobody who speaks over the assistant is mistaken for its echo.
 #pragma once
 
 #include <deque>
 
 namespace quorvell {
 
-/// Whether the microphone hears nothing of the loudspeaker, as when headphones are on: then nothing needs to be taken
-/// out, and nobody who speaks over the assistant is mistaken for its echo. Shown by a microphone that stays quiet for a
-/// while as the loudspeaker speaks. A value; levels are those of PCM, 40 ms each.
+/// Shown by a microphone that stays quiet for a while as the loudspeaker speaks. A value; levels are those of PCM, 40
+/// ms each.
 class Headphones {
 public:
     static constexpr std::size_t window = 38; ///< One and a half seconds.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/sound/PlaybackTiming.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// How far a playback stream is, as the server last told.
 #pragma once
 
 #include <chrono>
@@ -5,7 +7,7 @@
 
 namespace quorvell {
 
-/// How far a playback stream is, as the server last told. A value.
+/// A value.
 struct PlaybackTiming {
     std::int64_t queuedSamples = 0; ///< Given to the server and not yet to the device.
     std::chrono::microseconds deviceQueue{}; ///< How long the device takes until a sample given to it is heard.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/sound/PulseCapture.h"
 
 #include <pulse/stream.h>

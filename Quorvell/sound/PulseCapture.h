@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: MIT
+// The desktop's microphone, without the assistant's own voice in it.
 #pragma once
 
-#include "Quorvell/audio/EchoReference.h"
-#include "Quorvell/session/AudioCapture.h"
-#include "Quorvell/session/GuardedPost.h"
+#include "Media/audio/EchoReference.h"
+#include "Quorvell/loop/GuardedPost.h"
+#include "Quorvell/session/ports/AudioCapture.h"
 #include "Quorvell/sound/CaptureChain.h"
 #include "Quorvell/sound/DeviceStream.h"
 #include "Quorvell/sound/SoundServer.h"
@@ -16,8 +18,7 @@
 
 namespace quorvell {
 
-/// The desktop's microphone, without the assistant's own voice in it. While it is open it takes the best device there
-/// is, also one that comes later. Main thread.
+/// While it is open it takes the best device there is, also one that comes later. Main thread.
 class PulseCapture : public AudioCapture, private DeviceStream::Owner {
 public:
     struct Reports {

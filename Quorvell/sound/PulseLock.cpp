@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/sound/PulseLock.h"
 
 #include <pulse/thread-mainloop.h>

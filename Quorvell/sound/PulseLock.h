@@ -1,10 +1,12 @@
+// SPDX-License-Identifier: MIT
+// Holds the sound thread while it lives: none of its callbacks runs meanwhile.
 #pragma once
 
 struct pa_threaded_mainloop;
 
 namespace quorvell {
 
-/// Holds the sound thread while it lives: none of its callbacks runs meanwhile. Never on the sound thread itself.
+/// Never on the sound thread itself.
 class PulseLock {
 public:
     explicit PulseLock(pa_threaded_mainloop* loop);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/sound/PulsePlayer.h"
 
 #include "Quorvell/sound/PlaybackTiming.h"

@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
+// The desktop's loudspeaker.
 #pragma once
 
-#include "Quorvell/audio/EchoReference.h"
-#include "Quorvell/session/AudioPlayer.h"
+#include "Media/audio/EchoReference.h"
+#include "Quorvell/session/ports/AudioPlayer.h"
 #include "Quorvell/sound/DeviceStream.h"
 #include "Quorvell/sound/SoundServer.h"
 
@@ -16,8 +18,8 @@
 
 namespace quorvell {
 
-/// The desktop's loudspeaker. Counts what was really heard, falls silent at once, and goes on when the sound server was
-/// restarted or the loudspeaker replaced. Main thread.
+/// Counts what was really heard, falls silent at once, and goes on when the sound server was restarted or the
+/// loudspeaker replaced. Main thread.
 class PulsePlayer : public AudioPlayer, private DeviceStream::Owner {
 public:
     /// 120 ms wait at the server, so that a busy computer plays without gaps. Stopping drops them.

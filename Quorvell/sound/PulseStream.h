@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: MIT
+// One stream of 16-bit mono at 24000 Hz from or to a device.
 #pragma once
 
-#include "Quorvell/session/GuardedPost.h"
+#include "Quorvell/loop/GuardedPost.h"
 #include "Quorvell/sound/SoundServer.h"
 
 #include <cstddef>
@@ -12,8 +14,7 @@ struct pa_stream;
 
 namespace quorvell {
 
-/// One stream of 16-bit mono at 24000 Hz from or to a device. Made, used and destroyed on the main thread; the sound
-/// thread only calls `Reports::movable`.
+/// Made, used and destroyed on the main thread; the sound thread only calls `Reports::movable`.
 class PulseStream {
 public:
     static constexpr int sampleRateHz = 24000;

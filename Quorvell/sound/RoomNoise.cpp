@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/sound/RoomNoise.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The steady noise of the room, as of a fan, and how much of it the noise suppression leaves.
 #pragma once
 
 #include <cstdint>
@@ -6,8 +8,7 @@
 
 namespace quorvell {
 
-/// The steady noise of the room, as of a fan, and how much of it the noise suppression leaves. A value; levels are
-/// those of PCM, 40 ms each.
+/// A value; levels are those of PCM, 40 ms each.
 class RoomNoise {
 public:
     static constexpr std::size_t window = 50; ///< Two seconds: somebody who speaks draws breath in them.

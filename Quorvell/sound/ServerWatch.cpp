@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/sound/ServerWatch.h"
 
 #include "Quorvell/sound/PulseLock.h"

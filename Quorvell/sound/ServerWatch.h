@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Notices that a sound server has come, by its socket, without asking again and again.
 #pragma once
 
 #include <functional>
@@ -8,8 +10,7 @@ struct pa_io_event;
 
 namespace quorvell {
 
-/// Notices that a sound server has come, by its socket, without asking again and again. The folder of the socket may
-/// itself be missing yet. Made and destroyed on the main thread.
+/// The folder of the socket may itself be missing yet. Made and destroyed on the main thread.
 class ServerWatch {
 public:
     /// `appeared` runs on the sound thread, also for other new files in the socket's folder.

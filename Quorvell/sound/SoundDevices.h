@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A microphone or a loudspeaker as the sound server knows it.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// A microphone or a loudspeaker as the sound server knows it.
 struct SoundDevice {
     std::string name; ///< Stays the same from day to day; what settings keep.
     std::string description; ///< For people.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/sound/SoundServer.h"
 
 #include "Quorvell/sound/PulseLock.h"

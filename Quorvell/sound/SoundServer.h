@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 // The connection to the desktop's sound server, which microphone and loudspeaker share.
 #pragma once
 
-#include "Quorvell/session/GuardedPost.h"
-#include "Quorvell/session/Scheduler.h"
+#include "Quorvell/loop/GuardedPost.h"
+#include "Quorvell/loop/Scheduler.h"
 #include "Quorvell/sound/SoundDevices.h"
 #include "Quorvell/sound/SoundProblem.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// How often a stream that the server ended is asked for again before the user is told.
 #pragma once
 
 #include <chrono>
@@ -5,7 +7,7 @@
 
 namespace quorvell {
 
-/// How often a stream that the server ended is asked for again before the user is told. A value.
+/// A value.
 struct StreamRetry {
     static constexpr int mostEndings = 3; ///< In a row.
     static constexpr std::chrono::milliseconds first{100}; ///< Each further wait is three times as long.

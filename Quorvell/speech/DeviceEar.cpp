@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/speech/DeviceEar.h"
 
 #include "QuorvellCore/live/gate/PCM.h"

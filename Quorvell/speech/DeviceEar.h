@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: MIT
+// Listens without a connection.
 #pragma once
 
 #include "OnDeviceSpeech/SpeechRecogniser.h"
-#include "Quorvell/session/DozeListener.h"
-#include "Quorvell/session/GuardedPost.h"
-#include "Quorvell/session/Scheduler.h"
+#include "Quorvell/loop/GuardedPost.h"
+#include "Quorvell/loop/Scheduler.h"
+#include "Quorvell/session/ports/DozeListener.h"
 #include "Quorvell/speech/RecognitionWorker.h"
 #include "QuorvellCore/live/gate/MicGate.h"
 #include "QuorvellCore/live/gate/PCMChunker.h"
@@ -15,8 +17,8 @@
 
 namespace quorvell {
 
-/// Listens without a connection. The gate that also guards the conversation decides whether somebody speaks, so that
-/// the recogniser works then and only then; a quiet room, or one with steady noise, costs next to nothing. Main thread.
+/// The gate that also guards the conversation decides whether somebody speaks, so that the recogniser works then and
+/// only then; a quiet room, or one with steady noise, costs next to nothing. Main thread.
 class DeviceEar : public DozeListener {
 public:
     static constexpr std::size_t chunkBytes = 1920; ///< 40 ms

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/speech/DeviceVoice.h"
 
+#include "Media/audio/Resampler.h"
 #include "OnDeviceSpeech/SpeechVoice.h"
-#include "Quorvell/audio/Resampler.h"
 
 #include <cstring>
 #include <utility>

@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: MIT
+// Speaks on the device, through the same loudspeaker as the conversation and so without being taken for the user.
 #pragma once
 
-#include "Quorvell/session/AudioPlayer.h"
-#include "Quorvell/session/GuardedPost.h"
-#include "Quorvell/session/Scheduler.h"
-#include "Quorvell/session/SpeechSynthesiser.h"
+#include "Quorvell/loop/GuardedPost.h"
+#include "Quorvell/loop/Scheduler.h"
+#include "Quorvell/session/ports/AudioPlayer.h"
+#include "Quorvell/session/ports/SpeechSynthesiser.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -17,7 +19,6 @@
 
 namespace quorvell {
 
-/// Speaks on the device, through the same loudspeaker as the conversation and so without being taken for the user.
 /// Words become sound on a thread of its own. Main thread.
 class DeviceVoice : public SpeechSynthesiser {
 public:

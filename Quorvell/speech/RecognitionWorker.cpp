@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/speech/RecognitionWorker.h"
 
 #include <span>

@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
+// The recogniser on a thread of its own.
 #pragma once
 
+#include "Media/audio/Resampler.h"
 #include "OnDeviceSpeech/SpeechRecogniser.h"
-#include "Quorvell/audio/Resampler.h"
 
 #include <condition_variable>
 #include <cstdint>
@@ -16,9 +18,8 @@
 
 namespace quorvell {
 
-/// The recogniser on a thread of its own. The models take 140 MB and most of a second to load, so they are loaded while
-/// the first utterance is still being said, and let go when nobody is listened to. Called from one thread, waits for
-/// nothing.
+/// The models take 140 MB and most of a second to load, so they are loaded while the first utterance is still being
+/// said, and let go when nobody is listened to. Called from one thread, waits for nothing.
 class RecognitionWorker {
 public:
     static constexpr int sampleRateHz = 24000; ///< What it is fed; the recogniser's own rate is lower.

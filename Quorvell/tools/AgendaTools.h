@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 // The model's hands on the calendar: whats_on, find_free_time, add_event, change_event.
 #pragma once
 
 #include "Quorvell/agenda/Agenda.h"
 #include "Quorvell/agenda/WakingHours.h"
 #include "Quorvell/notebook/Notebook.h"
-#include "Quorvell/session/ToolRegistry.h"
+#include "Quorvell/session/tools/ToolRegistry.h"
 #include "Quorvell/tools/ConsentWords.h"
 #include "QuorvellCore/reminders/Calendar.h"
 

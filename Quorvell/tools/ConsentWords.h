@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What the user answered to a question of a tool.
 #pragma once
 
 #include "QuorvellCore/text/Instant.h"
@@ -7,8 +9,7 @@
 
 namespace quorvell {
 
-/// What the user answered to a question of a tool. Only their own words count, never what the model says they said.
-/// Main thread.
+/// Only their own words count, never what the model says they said. Main thread.
 class ConsentWords {
 public:
     virtual ~ConsentWords() = default;

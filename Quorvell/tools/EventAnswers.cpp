@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/tools/EventAnswers.h"
 
 #include "QuorvellCore/reminders/DateParts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Events and reminders of a day as the agenda's tools and programs tell them, as JSON.
 #pragma once
 

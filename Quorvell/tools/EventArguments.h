@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 // What the model asks of the calendar's tools, read and judged.
 #pragma once
 
 #include "Quorvell/agenda/CalendarEvent.h"
-#include "QuorvellCore/live/wire/LiveFunctionCall.h"
+#include "QuorvellCore/live/wire/vocabulary/LiveFunctionCall.h"
 #include "QuorvellCore/reminders/Calendar.h"
 #include "QuorvellCore/text/Json.h"
 

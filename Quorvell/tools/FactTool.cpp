@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/tools/FactTool.h"
 
-#include "Quorvell/notebook/OneLine.h"
 #include "Quorvell/tools/PrivateFacts.h"
 #include "QuorvellCore/safety/SpokenConsent.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
+#include "QuorvellCore/text/OneLine.h"
 #include "QuorvellCore/text/TextMatch.h"
 
 #include <nlohmann/json.hpp>

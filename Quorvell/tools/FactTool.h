@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 // remember_about_them: a fact about the user is kept only after they said a clear yes to it themselves.
 #pragma once
 
 #include "Quorvell/notebook/FullNotebook.h"
-#include "Quorvell/session/ToolReply.h"
+#include "Quorvell/session/tools/ToolReply.h"
 #include "Quorvell/tools/NotebookToolContext.h"
-#include "QuorvellCore/live/wire/LiveFunctionCall.h"
+#include "QuorvellCore/live/wire/vocabulary/LiveFunctionCall.h"
 
 #include <string>
 

@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: MIT
+// Remembers the user's latest words of a conversation that it observes.
 #pragma once
 
-#include "Quorvell/session/SessionObserver.h"
+#include "Quorvell/session/reports/SessionObserver.h"
 #include "Quorvell/tools/ConsentWords.h"
 
 #include <functional>
@@ -10,7 +12,7 @@
 
 namespace quorvell {
 
-/// Remembers the user's latest words of a conversation that it observes. Main thread.
+/// Main thread.
 class HeardWords final : public ConsentWords, public SessionObserver {
 public:
     explicit HeardWords(std::function<Instant()> wallClock)

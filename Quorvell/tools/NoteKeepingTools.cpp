@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/tools/NoteKeepingTools.h"
 
 #include "Quorvell/notebook/NoteTitle.h"
-#include "Quorvell/notebook/OneLine.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
+#include "QuorvellCore/text/OneLine.h"
 #include "QuorvellCore/text/TextMatch.h"
 
 #include <nlohmann/json.hpp>

@@ -1,11 +1,12 @@
+// SPDX-License-Identifier: MIT
 // keep_note, explain, save_how_to: what the model writes into the notebook.
 #pragma once
 
 #include "Quorvell/notebook/FullNotebook.h"
-#include "Quorvell/session/ToolReply.h"
+#include "Quorvell/session/tools/ToolReply.h"
 #include "Quorvell/tools/NoteUse.h"
 #include "Quorvell/tools/NotebookToolContext.h"
-#include "QuorvellCore/live/wire/LiveFunctionCall.h"
+#include "QuorvellCore/live/wire/vocabulary/LiveFunctionCall.h"
 
 namespace quorvell {
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/tools/NoteUse.h"
 
 #include <utility>

@@ -1,3 +1,6 @@
+// SPDX-License-Identifier: MIT
+// Notes down that a note was of use: a how-to that is read, to be followed, or that a better one is based on counts one
+// more use, and an explanation was looked at again.
 #pragma once
 
 #include "Quorvell/notebook/Notebook.h"
@@ -9,9 +12,7 @@
 
 namespace quorvell {
 
-/// Notes down that a note was of use: a how-to that is read, to be followed, or that a better one is based on counts
-/// one more use, and an explanation was looked at again. Each once a conversation, however often the model reads it.
-/// Main thread.
+/// Each once a conversation, however often the model reads it. Main thread.
 class NoteUse {
 public:
     NoteUse(Notebook& notebook, std::function<Instant()> now);

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/tools/NotebookDigest.h"
 
-#include "Quorvell/notebook/OneLine.h"
 #include "QuorvellCore/reminders/ReminderState.h"
 #include "QuorvellCore/reminders/ReminderWords.h"
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/OneLine.h"
 
 #include <algorithm>
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What the notebook's tools need besides the notebook.
 #pragma once
 
 #include "Quorvell/notebook/NotebookSearch.h"
@@ -9,7 +11,7 @@
 
 namespace quorvell {
 
-/// What the notebook's tools need besides the notebook. Everything that is borrowed outlives the registry.
+/// Everything that is borrowed outlives the registry.
 struct NotebookToolContext {
     std::function<Instant()> now;
     std::function<std::string()> newID;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/tools/NotebookTools.h"
 
 #include "Quorvell/tools/FactTool.h"

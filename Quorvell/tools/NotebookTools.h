@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 // The model's hands on the notebook. Notes that are put away and facts that are not confirmed do not exist for it.
 #pragma once
 
 #include "Quorvell/notebook/FullNotebook.h"
-#include "Quorvell/session/ToolRegistry.h"
+#include "Quorvell/session/tools/ToolRegistry.h"
 #include "Quorvell/tools/NotebookToolContext.h"
 
 namespace quorvell {

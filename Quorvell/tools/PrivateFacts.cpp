@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/tools/PrivateFacts.h"
 
 #include "QuorvellCore/text/TextMatch.h"

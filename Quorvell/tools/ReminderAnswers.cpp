@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/tools/ReminderAnswers.h"
 
 #include "QuorvellCore/reminders/DateParts.h"

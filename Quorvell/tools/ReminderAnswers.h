@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What set_reminder answers, as JSON.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/tools/ReminderArguments.h"
 
 #include "QuorvellCore/reminders/DateParts.h"

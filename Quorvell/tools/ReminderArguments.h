@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 // What the model asks of set_reminder, read and judged.
 #pragma once
 
-#include "QuorvellCore/live/wire/LiveFunctionCall.h"
+#include "QuorvellCore/live/wire/vocabulary/LiveFunctionCall.h"
 #include "QuorvellCore/reminders/Calendar.h"
 #include "QuorvellCore/reminders/ReminderRequest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/tools/ReminderChanges.h"
 
 #include "QuorvellCore/reminders/ReminderChoices.h"

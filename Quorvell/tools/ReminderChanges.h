@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which reminder is meant, and what done and later make of it.
 #pragma once
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The note that keeps a request that is ready.
 #pragma once
 
 #include "QuorvellCore/notebook/Note.h"
@@ -7,7 +9,7 @@
 
 namespace quorvell {
 
-/// The note that keeps a request that is ready. Fires at its time: no trigger.
+/// Fires at its time: no trigger.
 Note reminderNote(const ReminderRequest& request, std::string id, NoteAuthor author, NoteOrigin origin, Instant now);
 
 } // namespace quorvell

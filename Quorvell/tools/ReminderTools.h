@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 // The model's hand on reminders: set_reminder.
 #pragma once
 
 #include "Quorvell/notebook/Notebook.h"
-#include "Quorvell/session/ToolRegistry.h"
+#include "Quorvell/session/tools/ToolRegistry.h"
 #include "QuorvellCore/reminders/Calendar.h"
 
 #include <functional>

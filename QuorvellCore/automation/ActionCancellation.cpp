@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/automation/ActionCancellation.h"
 
 namespace quorvell {

@@ -1,10 +1,12 @@
+// SPDX-License-Identifier: MIT
+// Tells a running action to stop.
 #pragma once
 
 #include <mutex>
 
 namespace quorvell {
 
-/// Tells a running action to stop. Shared between the action and whoever cancels it; any thread.
+/// Shared between the action and whoever cancels it; any thread.
 class ActionCancellation {
 public:
     bool isCancelled() const;

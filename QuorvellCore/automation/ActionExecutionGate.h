@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Lets one action run at a time, and lets it be cancelled while it runs.
 #pragma once
 
 #include "QuorvellCore/automation/ActionCancellation.h"
@@ -10,7 +12,7 @@
 
 namespace quorvell {
 
-/// Lets one action run at a time, and lets it be cancelled while it runs. Any thread.
+/// Any thread.
 class ActionExecutionGate {
 public:
     /// The right to run one action. A running action looks at its cancellation between its steps.

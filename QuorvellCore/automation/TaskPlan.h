@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The model's plan for a longer task: what it is for, its steps, and what was found out on the way.
 #pragma once
 
 #include "QuorvellCore/automation/TaskPlanChange.h"
@@ -11,8 +13,7 @@
 
 namespace quorvell {
 
-/// The model's plan for a longer task: what it is for, its steps, and what was found out on the way. A value; its
-/// texts come from a model and are trimmed and cut.
+/// A value; its texts come from a model and are trimmed and cut.
 struct TaskPlan {
     static constexpr std::size_t mostSteps = 20;
     static constexpr std::size_t mostFacts = 40; ///< Beyond it the oldest are forgotten.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What an update did to a plan.
 #pragma once
 
 #include <cstddef>
@@ -6,7 +8,6 @@
 
 namespace quorvell {
 
-/// What an update did to a plan.
 struct TaskPlanChange {
     std::vector<std::size_t> finished; ///< Numbers, from 1, of the steps that were not done before.
     std::vector<std::string> learned; ///< Facts that were not known before.

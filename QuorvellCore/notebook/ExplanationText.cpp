@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/notebook/ExplanationText.h"
 
 namespace quorvell {

@@ -1,3 +1,6 @@
+// SPDX-License-Identifier: MIT
+// The body of an explanation as its sections: stretches of lines between blank lines (empty, or of spaces and tabs
+// only).
 #pragma once
 
 #include <string>
@@ -6,9 +9,8 @@
 
 namespace quorvell {
 
-/// The body of an explanation as its sections: stretches of lines between blank lines (empty, or of spaces and tabs
-/// only). Every other line is part of exactly one section, unchanged; no section is empty. A body without blank lines
-/// is one section.
+/// Every other line is part of exactly one section, unchanged; no section is empty. A body without blank lines is one
+/// section.
 struct ExplanationText {
     std::vector<std::string> sections;
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/notebook/LineEnds.h"
 
 namespace quorvell {

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Line feeds for CR LF.
 #pragma once
 
 #include <string>
@@ -5,8 +7,8 @@
 
 namespace quorvell {
 
-/// Line feeds for CR LF. A run of carriage returns before a line feed goes whole: what is left of it would be taken for
-/// a CR LF at the next reading and change the text again. Other carriage returns stay.
+/// A run of carriage returns before a line feed goes whole: what is left of it would be taken for a CR LF at the next
+/// reading and change the text again. Other carriage returns stay.
 std::string withLineFeeds(std::string_view text);
 
 } // namespace quorvell

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/notebook/Note.h"
 
 #include "QuorvellCore/notebook/ExplanationText.h"

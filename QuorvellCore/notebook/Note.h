@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One notebook entry: a clip, a note, an explanation, a how-to or a fact about the user. A reminder is a note with
 // remindAt or a trigger.
 #pragma once

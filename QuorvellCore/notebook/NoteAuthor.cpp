@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/notebook/NoteAuthor.h"
 
 namespace quorvell {

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// "quorvell" or "person".
 #pragma once
 
 #include <optional>
@@ -10,7 +12,6 @@ enum class NoteAuthor {
     person,
 };
 
-/// "quorvell" or "person".
 std::string_view storedText(NoteAuthor author);
 
 /// Exactly the raw value.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/notebook/NoteFile.h"
 
 #include "QuorvellCore/notebook/LineEnds.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A note as the text of a file: a header of "key: JSON" lines between two "---" lines, then the body. People edit these
 // files with anything, so reading forgives what it can and nothing here ever fails loudly.
 #pragma once

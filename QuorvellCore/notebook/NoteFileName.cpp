@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How NoteFile names the file of a note.
 #include "QuorvellCore/notebook/NoteFile.h"
 #include "QuorvellCore/text/Characters.h"

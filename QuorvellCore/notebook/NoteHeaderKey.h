@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The keys of a note file's header, in the order in which they are written.
 #pragma once
 
 #include <array>
@@ -6,7 +8,6 @@
 
 namespace quorvell {
 
-/// The keys of a note file's header, in the order in which they are written.
 enum class NoteHeaderKey : std::size_t {
     id,
     kind,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/notebook/NoteHeaderReader.h"
 
 #include <nlohmann/json.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The header of a note file, line by line, as people and other programs leave it.
 #pragma once
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Appends header lines to the text of a note file, in the order of the calls.
 #pragma once
 
 #include "QuorvellCore/notebook/NoteHeaderKey.h"
@@ -13,8 +15,7 @@
 
 namespace quorvell {
 
-/// Appends header lines to the text of a note file, in the order of the calls. Fields that are absent, empty or false
-/// have no line, except those that are written by writeJson.
+/// Fields that are absent, empty or false have no line, except those that are written by writeJson.
 class NoteHeaderWriter {
 public:
     explicit NoteHeaderWriter(std::string& text)

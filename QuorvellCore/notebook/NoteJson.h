@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A note as a JSON object, wherever it travels as one.
 #pragma once
 
 #include "QuorvellCore/notebook/Note.h"
@@ -7,8 +9,7 @@
 
 namespace quorvell {
 
-/// A note as a JSON object, wherever it travels as one. Keys are the names of its fields, in their order; the files
-/// have keys of their own (NoteFile).
+/// Keys are the names of its fields, in their order; the files have keys of their own (NoteFile).
 struct NoteJson {
     /// What is absent is left out.
     static Json encode(const Note& note);

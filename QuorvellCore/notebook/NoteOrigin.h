@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Where the content of a note came from.
 #pragma once
 
 #include <optional>
@@ -5,7 +7,6 @@
 
 namespace quorvell {
 
-/// Where the content of a note came from.
 enum class NoteOrigin { person, conversation, screen, web, explainer };
 
 std::string_view storedText(NoteOrigin origin);

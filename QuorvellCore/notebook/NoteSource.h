@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Where a clip was taken from.
 #pragma once
 
 #include <optional>
@@ -5,7 +7,6 @@
 
 namespace quorvell {
 
-/// Where a clip was taken from.
 struct NoteSource {
     std::optional<std::string> app{};
     std::optional<std::string> site{}; ///< Host shown to the person.

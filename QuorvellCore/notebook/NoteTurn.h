@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// One follow-up question and its answer under an explanation.
 #pragma once
 
 #include "QuorvellCore/text/Instant.h"
@@ -6,7 +8,6 @@
 
 namespace quorvell {
 
-/// One follow-up question and its answer under an explanation.
 struct NoteTurn {
     std::string question{};
     std::string answer{};

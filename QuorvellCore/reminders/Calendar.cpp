@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/Calendar.h"
 
 #include "QuorvellCore/reminders/ZoneTable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The user's days: turns instants into local dates and back. Gregorian, in one time zone.
 #pragma once
 

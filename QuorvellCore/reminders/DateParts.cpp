@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/DateParts.h"
 
 #include "QuorvellCore/reminders/DecimalNumber.h"

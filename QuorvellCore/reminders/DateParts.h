@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The form in which dates cross the border to the model: what the user's clock shows, without a zone.
 #pragma once
 
 #include "QuorvellCore/reminders/Calendar.h"
@@ -10,7 +12,6 @@
 
 namespace quorvell {
 
-/// The form in which dates cross the border to the model: what the user's clock shows, without a zone.
 struct DateParts {
     int year = 2000;
     int month = 1;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The days that words such as "friday", "march 5" and "the 31st" mean, seen from a day.
 #pragma once
 

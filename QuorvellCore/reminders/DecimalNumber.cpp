@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/DecimalNumber.h"
 
 #include "QuorvellCore/text/CodePoints.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The digits of any script as one number, up to 999,999,999.
 #pragma once
 
 #include <optional>
@@ -5,7 +7,7 @@
 
 namespace quorvell {
 
-/// The digits of any script as one number, up to 999,999,999. Nothing for an empty text or another letter.
+/// Nothing for an empty text or another letter.
 std::optional<int> decimalNumber(std::string_view digits);
 
 } // namespace quorvell

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/LocaleWords.h"
 
 #include <unicode/dtfmtsym.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the user's language and country call days and times. The dates are Gregorian in every locale.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/PhraseDate.h"
 
 #include <algorithm>

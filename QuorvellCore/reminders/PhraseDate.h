@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The instants that a phrase can mean, and how it repeats.
 #pragma once
 
 #include "QuorvellCore/reminders/PhraseFindings.h"
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// The instants that a phrase can mean, and how it repeats.
 struct PhraseDate {
     Instant date{};
     bool hasTime = false;

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The word that made a reminder repeat.
 #pragma once
 
 #include "QuorvellCore/reminders/Calendar.h"
@@ -10,7 +12,7 @@
 
 namespace quorvell {
 
-/// The word that made a reminder repeat. Some rules take their day from the date that is found in the end.
+/// Some rules take their day from the date that is found in the end.
 enum class PhraseRepeat { daily, weekdays, weeklyOnDate, weeklyOnWeekday, monthlyOnDate, yearly };
 
 /// A day that the words named.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/PhraseKeywords.h"
 
 #include <algorithm>

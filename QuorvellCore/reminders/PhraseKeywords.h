@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The searches that a word can set off.
 #pragma once
 
 #include <array>
@@ -6,7 +8,6 @@
 
 namespace quorvell {
 
-/// The searches that a word can set off.
 enum class PhraseSearch {
     repeat,
     offset,

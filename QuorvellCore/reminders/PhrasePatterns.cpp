@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/PhrasePatterns.h"
 
 namespace quorvell {

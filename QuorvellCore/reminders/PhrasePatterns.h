@@ -1,10 +1,12 @@
+// SPDX-License-Identifier: MIT
+// What a reminder phrase is searched for, in the order of the search.
 #pragma once
 
 #include "QuorvellCore/text/Pattern.h"
 
 namespace quorvell {
 
-/// What a reminder phrase is searched for, in the order of the search. The text is in lower case.
+/// The text is in lower case.
 struct PhrasePatterns {
     Pattern repeat;
     Pattern offset; ///< "in 20 minutes"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Runs the patterns over a lower-cased phrase in their fixed order.
 #pragma once
 
 #include "QuorvellCore/reminders/PhraseFindings.h"
@@ -8,8 +10,8 @@
 
 namespace quorvell {
 
-/// Runs the patterns over a lower-cased phrase in their fixed order. A day or a part of the day that is found is never
-/// overridden by a later pattern, and only words that contributed are remembered as time words.
+/// A day or a part of the day that is found is never overridden by a later pattern, and only words that contributed are
+/// remembered as time words.
 class PhraseRecogniser {
 public:
     /// The text and the calendar must outlive the recogniser.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// In order, without overlaps.
 #pragma once
 
 #include "QuorvellCore/text/Pattern.h"
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// In order, without overlaps.
 std::vector<TextRange> mergedRanges(std::vector<TextRange> ranges);
 
 /// The words at `ranges` (in order, without overlaps), joined with a space.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/PhraseWords.h"
 
 #include "QuorvellCore/reminders/DecimalNumber.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The word tables of reminder phrases, English and in lower case. Constants, so read from any thread.
 #pragma once
 

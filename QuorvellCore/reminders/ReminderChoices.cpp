@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/ReminderChoices.h"
 
 #include "QuorvellCore/reminders/ReminderWords.h"

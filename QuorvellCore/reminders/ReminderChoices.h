@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// One way of putting a reminder off.
 #pragma once
 
 #include "QuorvellCore/reminders/Calendar.h"
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// One way of putting a reminder off.
 struct ReminderChoice {
     std::string title; ///< "In an hour".
     std::string detail; ///< The moment as the user's clock shows it: "5 PM", "Sun 22 Nov, 9 AM".

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What was understood of "remind me tomorrow at 5 to call the dentist".
 #pragma once
 
 #include "QuorvellCore/reminders/Calendar.h"
@@ -10,7 +12,7 @@
 
 namespace quorvell {
 
-/// What was understood of "remind me tomorrow at 5 to call the dentist". English only, in any case.
+/// English only, in any case.
 struct ReminderPhrase {
     static constexpr std::size_t maximumBytes = 1024 * 1024; ///< Longer texts hold no reminder.
 

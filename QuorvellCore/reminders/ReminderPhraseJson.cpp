@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/ReminderPhraseJson.h"
 
 #include <nlohmann/json.hpp>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The phrase under its field names, instants in their text form, the rule as stored text or null; null for no phrase.
 #pragma once
 
 #include "QuorvellCore/reminders/ReminderPhrase.h"
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// The phrase under its field names, instants in their text form, the rule as stored text or null; null for no phrase.
 Json phraseJson(const std::optional<ReminderPhrase>& phrase);
 
 } // namespace quorvell

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/ReminderRepeat.h"
 
 #include "QuorvellCore/reminders/DecimalNumber.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// How a reminder comes back.
 #pragma once
 
 #include "QuorvellCore/reminders/Calendar.h"
@@ -9,7 +11,6 @@
 
 namespace quorvell {
 
-/// How a reminder comes back.
 struct ReminderRepeat {
     enum class Kind { daily, weekdays, weekly, monthly, yearly };
 

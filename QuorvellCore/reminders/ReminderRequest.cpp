@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/ReminderRequest.h"
 
 #include "QuorvellCore/reminders/DaySearch.h"

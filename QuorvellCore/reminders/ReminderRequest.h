@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What the user wants to be reminded of and when, ready to be stored or asked about.
 #pragma once
 
 #include "QuorvellCore/reminders/ReminderPhrase.h"
@@ -8,9 +10,9 @@
 
 namespace quorvell {
 
-/// What the user wants to be reminded of and when, ready to be stored or asked about. Where a phrase says what the
-/// words mean, a request says what to do about it: times that are said in words are understood, what the time words
-/// left dangling in the task is tidied away, and instants that are already past are no choice.
+/// Where a phrase says what the words mean, a request says what to do about it: times that are said in words are
+/// understood, what the time words left dangling in the task is tidied away, and instants that are already past are no
+/// choice.
 struct ReminderRequest {
     enum class Verdict {
         ready,

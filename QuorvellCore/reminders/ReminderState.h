@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// When a note's reminder is pending or due, and what finishing or putting it off changes.
 #pragma once
 
 #include "QuorvellCore/notebook/Note.h"
@@ -5,8 +7,7 @@
 
 namespace quorvell {
 
-/// When a note's reminder is pending or due, and what finishing or putting it off changes. The note's other fields,
-/// `updated` among them, are the store's business.
+/// The note's other fields, `updated` among them, are the store's business.
 struct ReminderState {
     static bool isPending(const Note& note);
     static bool isDue(const Note& note, Instant now);

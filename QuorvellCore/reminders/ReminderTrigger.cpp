@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/ReminderTrigger.h"
 
 namespace quorvell {

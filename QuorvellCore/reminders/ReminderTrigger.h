@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What makes a reminder fire.
 #pragma once
 
 #include <optional>
@@ -5,7 +7,6 @@
 
 namespace quorvell {
 
-/// What makes a reminder fire.
 enum class ReminderTrigger {
     time, ///< Its `remindAt`; also the meaning of an absent trigger.
     backAtMac, ///< The user's return to the computer.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Says a due instant to the user.
 #pragma once
 
 #include "QuorvellCore/reminders/Calendar.h"
@@ -6,7 +8,6 @@
 
 namespace quorvell {
 
-/// Says a due instant to the user.
 struct ReminderWords {
     enum class Time { isKnown, isUnknown };
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/SpokenTimes.h"
 
 #include "QuorvellCore/reminders/DecimalNumber.h"

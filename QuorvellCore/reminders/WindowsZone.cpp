@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/WindowsZone.h"
 
 #include <unicode/timezone.h>

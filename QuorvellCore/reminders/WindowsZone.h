@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// "Europe/Berlin" for "W.
 #pragma once
 
 #include <optional>
@@ -6,8 +8,7 @@
 
 namespace quorvell {
 
-/// "Europe/Berlin" for "W. Europe Standard Time", as calendars from that other system call it. Nothing for any other
-/// name.
+/// Europe Standard Time", as calendars from that other system call it. Nothing for any other name.
 std::optional<std::string> zoneOfWindowsName(std::string_view name);
 
 } // namespace quorvell

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// How a zone's clocks change every year, as the time zone database writes it ("CET-1CEST,M3.5.0,M10.5.0/3").
 #pragma once
 
 #include <cstdint>
@@ -6,7 +8,6 @@
 
 namespace quorvell {
 
-/// How a zone's clocks change every year, as the time zone database writes it ("CET-1CEST,M3.5.0,M10.5.0/3").
 struct ZoneRule {
     /// The last or the nth weekday of a month, or a day of the year.
     struct Day {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/ZoneTable.h"
 
 #include "QuorvellCore/reminders/ZoneRule.h"

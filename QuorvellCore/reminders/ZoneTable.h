@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// When the clocks of one time zone change, and by how much they are ahead of UTC in between.
 #pragma once
 
 #include <chrono>
@@ -9,7 +11,6 @@
 
 namespace quorvell {
 
-/// When the clocks of one time zone change, and by how much they are ahead of UTC in between.
 struct ZoneTable {
     static constexpr std::size_t maximumBytes = 64 * 1024;
 

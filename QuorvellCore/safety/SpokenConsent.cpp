@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/safety/SpokenConsent.h"
 
 #include "QuorvellCore/text/CodePoints.h"

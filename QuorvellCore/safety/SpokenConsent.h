@@ -1,11 +1,12 @@
+// SPDX-License-Identifier: MIT
+// Whether what the user said in answer to a question is a clear yes.
 #pragma once
 
 #include <string_view>
 
 namespace quorvell {
 
-/// Whether what the user said in answer to a question is a clear yes. Consent is asked before anything that matters, so
-/// every doubt counts as none. English; any thread.
+/// Consent is asked before anything that matters, so every doubt counts as none. English; any thread.
 struct SpokenConsent {
     /// A yes and nothing that does more than confirm it: "yes please send it", "uh okay, go ahead".
     static bool isAffirmative(std::string_view answer);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/text/Apostrophes.h"
 
 #include <string_view>

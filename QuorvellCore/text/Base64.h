@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Standard alphabet with padding.
 #pragma once
 
 #include "QuorvellCore/text/Bytes.h"
@@ -9,7 +11,6 @@
 
 namespace quorvell {
 
-/// Standard alphabet with padding.
 std::string base64Encode(std::span<const std::uint8_t> bytes);
 
 /// Strict: nothing for a wrong length, alphabet or padding. The empty text gives no bytes.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Raw bytes: PCM samples (16-bit little-endian), pictures, undecoded messages.
 #pragma once
 
 #include <cstdint>
@@ -5,7 +7,6 @@
 
 namespace quorvell {
 
-/// Raw bytes: PCM samples (16-bit little-endian), pictures, undecoded messages.
 using Bytes = std::vector<std::uint8_t>;
 
 } // namespace quorvell

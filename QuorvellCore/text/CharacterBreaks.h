@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Walks the user-perceived characters of a UTF-8 text in order; the text must outlive the walk.
 #pragma once
 
 #include <cstddef>
@@ -6,7 +8,6 @@
 
 namespace quorvell {
 
-/// Walks the user-perceived characters of a UTF-8 text in order; the text must outlive the walk.
 /// Stretches of plain ASCII never reach the Unicode rules.
 class CharacterBreaks {
 public:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/text/Characters.h"
 
 #include "QuorvellCore/text/CharacterBreaks.h"

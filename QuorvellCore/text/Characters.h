@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // User-perceived characters (ICU's grapheme clusters), the unit of every length limit, and trimming.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/text/CodePoints.h"
 
 #include <unicode/uchar.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One step through UTF-8 text. Ill-formed sequences count as U+FFFD, one for each.
 #pragma once
 

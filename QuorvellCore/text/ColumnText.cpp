@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/text/ColumnText.h"
 
 #include "QuorvellCore/text/CharacterBreaks.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text measured in the columns of a terminal: East Asian characters and emoji take two, accents none.
 #pragma once
 

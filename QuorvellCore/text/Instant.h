@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Instants as every room passes them, and their one text form in files and tool results.
 #pragma once
 

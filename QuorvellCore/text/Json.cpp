@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/text/Json.h"
 
 #include <nlohmann/json.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one JSON type and the only ways in and out. Nothing here throws; JSON from outside is read through the readers.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/text/LowerCase.h"
 
 #include "QuorvellCore/text/CodePoints.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Lower case of the root locale (no Turkish or Lithuanian rules).
 #pragma once
 
 #include <cstddef>
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// Lower case of the root locale (no Turkish or Lithuanian rules).
 std::string lowerCased(std::string_view text);
 
 /// A lower-cased copy that can say where its characters came from, even where lower-casing changes lengths (İ, ẞ).

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The web page that a browser shows.
 #pragma once
 
 #include <optional>
@@ -5,7 +7,6 @@
 
 namespace quorvell {
 
-/// The web page that a browser shows.
 struct PageLocation {
     std::optional<std::string> site; ///< Host.
     std::string address;

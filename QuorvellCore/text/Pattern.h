@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Regular expressions in ICU's syntax over UTF-8 text.
 #pragma once
 

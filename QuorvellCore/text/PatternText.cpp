@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/text/PatternText.h"
 
 #include "QuorvellCore/text/CodePoints.h"

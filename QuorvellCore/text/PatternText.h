@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A text made ready once for several patterns: a UTF-16 copy, and for each of its units the byte it came from.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// A text made ready once for several patterns: a UTF-16 copy, and for each of its units the byte it came from.
 /// The text given must outlive it.
 class PatternText {
 public:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/text/SiteMatch.h"
 
 #include "QuorvellCore/text/Characters.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Whether two web addresses mean the same site, and whether a page is the one asked for.
 #pragma once
 
 #include "QuorvellCore/text/PageLocation.h"
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// Whether two web addresses mean the same site, and whether a page is the one asked for.
 struct SiteMatch {
     /// The host without "www." and "m."; only http and https addresses have one, and it holds a dot or is "localhost".
     static std::optional<std::string> host(std::string_view address);

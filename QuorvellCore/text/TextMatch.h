@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The one normaliser behind every comparison of texts and behind file names.
 #pragma once
 
 #include <string>
@@ -5,7 +7,6 @@
 
 namespace quorvell {
 
-/// The one normaliser behind every comparison of texts and behind file names.
 struct TextMatch {
     /// Lower case; every character that is neither a letter nor a number becomes a space, the apostrophe "'" stays;
     /// runs of spaces become one, none at the ends.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The text of a random UUID, lower case with its dashes.
 #pragma once
 
 #include <array>
@@ -6,8 +8,7 @@
 
 namespace quorvell {
 
-/// The text of a random UUID, lower case with its dashes. `randomBytes` are its 16 bytes before its version and variant
-/// bits are set.
+/// `randomBytes` are its 16 bytes before its version and variant bits are set.
 std::string uuidText(const std::array<std::uint8_t, 16>& randomBytes);
 
 } // namespace quorvell

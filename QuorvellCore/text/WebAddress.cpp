@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/text/WebAddress.h"
 
 #include "QuorvellCore/text/Characters.h"

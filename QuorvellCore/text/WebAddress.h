@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A web address taken apart.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +9,8 @@
 
 namespace quorvell {
 
-/// A web address taken apart. The host is lower-case ASCII (international names in their "xn--" form, an IPv6 address
-/// in its brackets), so that two spellings of one host compare equal.
+/// The host is lower-case ASCII (international names in their "xn--" form, an IPv6 address in its brackets), so that
+/// two spellings of one host compare equal.
 struct WebAddress {
     static constexpr std::size_t maximumBytes = 64 * 1024;
 

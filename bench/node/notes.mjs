@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads every note of a folder with a common reader of such headers and measures how long that takes, the best of a few
 // rounds. Prints one JSON object.
 import { readFileSync, readdirSync } from 'node:fs';

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads phrases, one a line, and measures how many a second the date parser understands. Prints one JSON object.
 import { readFileSync } from 'node:fs';
 import * as chrono from 'chrono-node';

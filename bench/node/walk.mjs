@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Holds real conversations with the built program and measures the walk of a request: typed line to tool result, end of
 // speech to first reply sample, and memory. Arguments: program, recordings of requests. Prints one JSON object.
 import { spawn } from 'node:child_process';

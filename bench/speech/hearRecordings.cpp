@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tells what the recogniser hears in recordings, one line of JSON each, and how long it worked at it. The models are
 // loaded once, so that many wordings, voices and rooms can be compared in minutes; scripts/measure-wordings does.
 #include "OnDeviceSpeech/SpeechRecogniser.h"

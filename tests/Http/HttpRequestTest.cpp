@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Http/HttpRequest.h"
 
 #include "Http/HttpResponse.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "OnDeviceSpeech/models/Pronunciation.h"
 #include "OnDeviceSpeech/models/TemplateGrammar.h"
 #include "OnDeviceSpeech/models/TrigramModel.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Real speech, made by the voice and heard by the recogniser.
 #include "OnDeviceSpeech/SpeechRecogniser.h"
 #include "OnDeviceSpeech/SpeechVoice.h"

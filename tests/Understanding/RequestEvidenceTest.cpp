@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Understanding/RequestEvidence.h"
 
 #include "Understanding/RequestWords.h"

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 // Whatever a Gemini live session may be sent by its client. What was read survives being written and read again.
-#include "QuorvellCore/live/wire/LiveClientParser.h"
-#include "QuorvellCore/live/wire/LiveMessage.h"
+#include "QuorvellCore/live/wire/gemini/GeminiClientParser.h"
+#include "QuorvellCore/live/wire/gemini/LiveMessage.h"
 
 #include <nlohmann/json.hpp>
 
@@ -45,9 +46,9 @@ struct Rewriting {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const auto message = LiveClientParser::parse({reinterpret_cast<const char*>(data), size});
+    const auto message = GeminiClientParser::parse({reinterpret_cast<const char*>(data), size});
     const auto written = std::visit(Rewriting{}, message);
-    if (written && LiveClientParser::parse(dumpJson(*written)) != message)
+    if (written && GeminiClientParser::parse(dumpJson(*written)) != message)
         std::abort();
     return 0;
 }

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 // Whatever a Gemini live session may be sent by its server. What was read survives being written and read again, and
 // the short way for sound agrees with the long one.
-#include "QuorvellCore/live/wire/LiveServerMessage.h"
-#include "QuorvellCore/live/wire/LiveServerParser.h"
+#include "QuorvellCore/live/wire/gemini/GeminiServerMessage.h"
+#include "QuorvellCore/live/wire/gemini/LiveServerParser.h"
 
 #include <nlohmann/json.hpp>
 
@@ -23,37 +24,37 @@ void require(bool holds)
 struct Rewriting {
     Json operator()(const live_event::InputTranscript& event) const
     {
-        return LiveServerMessage::inputTranscription(event.text);
+        return GeminiServerMessage::inputTranscription(event.text);
     }
     Json operator()(const live_event::OutputTranscript& event) const
     {
-        return LiveServerMessage::outputTranscription(event.text);
+        return GeminiServerMessage::outputTranscription(event.text);
     }
-    Json operator()(const live_event::ToolCall& event) const { return LiveServerMessage::toolCall(event.calls); }
+    Json operator()(const live_event::ToolCall& event) const { return GeminiServerMessage::toolCall(event.calls); }
     Json operator()(const live_event::ToolCallCancellation& event) const
     {
-        return LiveServerMessage::toolCallCancellation(event.ids);
+        return GeminiServerMessage::toolCallCancellation(event.ids);
     }
     Json operator()(const live_event::GoAway& event) const
     {
-        return event.timeLeft ? LiveServerMessage::goAway(*event.timeLeft) : Json{{"goAway", Json::object()}};
+        return event.timeLeft ? GeminiServerMessage::goAway(*event.timeLeft) : Json{{"goAway", Json::object()}};
     }
     Json operator()(const live_event::ResumptionHandle& event) const
     {
-        return LiveServerMessage::resumptionUpdate(event.handle);
+        return GeminiServerMessage::resumptionUpdate(event.handle);
     }
-    Json operator()(const live_event::Usage& event) const { return LiveServerMessage::usage(event.totalTokens); }
+    Json operator()(const live_event::Usage& event) const { return GeminiServerMessage::usage(event.totalTokens); }
     Json operator()(const live_event::SetupComplete& event) const
     {
-        return LiveServerMessage::setupComplete(event.sessionID);
+        return GeminiServerMessage::setupComplete(event.sessionID);
     }
-    Json operator()(const live_event::Interrupted&) const { return LiveServerMessage::interrupted(); }
-    Json operator()(const live_event::GenerationComplete&) const { return LiveServerMessage::generationComplete(); }
-    Json operator()(const live_event::TurnComplete&) const { return LiveServerMessage::turnComplete(); }
+    Json operator()(const live_event::Interrupted&) const { return GeminiServerMessage::interrupted(); }
+    Json operator()(const live_event::GenerationComplete&) const { return GeminiServerMessage::generationComplete(); }
+    Json operator()(const live_event::TurnComplete&) const { return GeminiServerMessage::turnComplete(); }
     Json operator()(const live_event::Audio& event) const
     {
-        const Json message = LiveServerMessage::audio(event.pcm);
-        require(dumpJson(message) == LiveServerMessage::audioText(event.pcm));
+        const Json message = GeminiServerMessage::audio(event.pcm);
+        require(dumpJson(message) == GeminiServerMessage::audioText(event.pcm));
         return message;
     }
     template <typename Other> Json operator()(const Other&) const { std::abort(); } // never from this service

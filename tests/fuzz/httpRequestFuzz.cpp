@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes are the start of a request, a request within its bounds, or refused with a status and a sentence; never a
 // crash. What was understood does not change when more bytes arrive.
 #include "Http/HttpRequest.h"

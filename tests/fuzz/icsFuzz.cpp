@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calendar files come from other programs and from the net: whatever they hold, they are read, changed and written
 // without a fault, and what is written is read again.
 #include "Quorvell/agenda/IcsCalendar.h"

@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: MIT
 // Whatever either side of a live session may be sent. Besides not crashing: what was read, written and read again is
 // the same.
-#include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
-#include "QuorvellCore/live/wire/OpenAILiveEndpoint.h"
-#include "QuorvellCore/live/wire/OpenAILiveEventMapper.h"
-#include "QuorvellCore/live/wire/OpenAILiveMessage.h"
-#include "QuorvellCore/live/wire/OpenAILiveParser.h"
-#include "QuorvellCore/live/wire/OpenAILiveServerMessage.h"
-#include "QuorvellCore/live/wire/OpenAIResponseEvent.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveEndpoint.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveEventMapper.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveMessage.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveParser.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveServerMessage.h"
+#include "QuorvellCore/live/wire/openai/OpenAIResponseEvent.h"
 
 #include <nlohmann/json.hpp>
 

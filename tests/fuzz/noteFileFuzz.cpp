@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes are either no note or a note that survives being written and read again unchanged, and its header says what
 // the plain way of reading it says: every value parsed as JSON, the last readable one of each key kept.
 #include "QuorvellCore/notebook/NoteFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any JSON is either no note or a note that survives being written and read again unchanged.
 #include "QuorvellCore/notebook/NoteJson.h"
 

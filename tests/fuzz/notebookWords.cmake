@@ -1,1 +1,2 @@
+# SPDX-License-Identifier: MIT
 quorvell_fuzz(notebookWords USES notebook_store)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What people, models and files put into search and history: nothing of it may stop the program, and no query
 // may mean more than its words.
 #include "Quorvell/notebook/NoteHistory.h"

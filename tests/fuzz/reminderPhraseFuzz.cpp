@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes as a phrase, at any moment in any of some zones. The first five bytes choose moment and zone.
 #include "QuorvellCore/reminders/PhraseKeywords.h"
 #include "QuorvellCore/reminders/PhrasePatterns.h"

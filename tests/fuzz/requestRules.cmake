@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The rules alone: their room needs Qt and the models of speech, they need neither.
 file(GLOB rules CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/LiveService/rules/*.cpp" "${CMAKE_SOURCE_DIR}/LiveService/replies/*.cpp"
     "${CMAKE_SOURCE_DIR}/OnDeviceSpeech/Spoken*.cpp")

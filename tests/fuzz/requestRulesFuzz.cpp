@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What somebody says, and what a tool answers, each taken for anything: the rules always have a next step, and call no
 // tool that the session did not offer.
 #include "LiveService/rules/RequestRules.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whatever is said or typed is taken apart and weighed: nothing of it may stop the service, and what a request is about
 // never holds more than was said.
 #include "Understanding/RequestEvidence.h"

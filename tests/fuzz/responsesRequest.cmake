@@ -1,1 +1,2 @@
+# SPDX-License-Identifier: MIT
 quorvell_fuzz(responsesRequest USES live)

@@ -1,5 +1,6 @@
+// SPDX-License-Identifier: MIT
 // Any body that a client of the Responses service may send. What was read survives being written and read again.
-#include "QuorvellCore/live/wire/ResponsesRequestReader.h"
+#include "QuorvellCore/live/wire/responses/ResponsesRequestReader.h"
 
 #include <cstddef>
 #include <cstdint>

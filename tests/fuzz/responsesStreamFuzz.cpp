@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 // An answer's stream of any bytes, cut anywhere, reads the same; after its end comes nothing. The first byte chooses
 // the cut.
-#include "QuorvellCore/live/wire/ResponsesStreamParser.h"
-#include "QuorvellCore/live/wire/ServerSentEvents.h"
+#include "QuorvellCore/live/wire/responses/ResponsesStreamParser.h"
+#include "QuorvellCore/live/wire/transport/ServerSentEvents.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,5 +1,6 @@
+// SPDX-License-Identifier: MIT
 // Whatever is let through to the library that reads descriptions of calls keeps within what was promised to it.
-#include "QuorvellCore/live/wire/SessionDescriptionBounds.h"
+#include "QuorvellCore/live/wire/transport/SessionDescriptionBounds.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,5 +1,6 @@
+// SPDX-License-Identifier: MIT
 // Any bytes are a recording, or refused with a sentence; never a crash, never more than the longest recording.
-#include "Quorvell/audio/WavFile.h"
+#include "Media/audio/WavFile.h"
 
 #include <cstdlib>
 

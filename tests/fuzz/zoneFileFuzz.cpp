@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes are either no zone or one whose clock goes from a time of day to an instant and back.
 #include "QuorvellCore/reminders/Calendar.h"
 

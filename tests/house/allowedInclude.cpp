@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The control of forbiddenInclude.cpp: the same room, a header that it may see.
 #include "QuorvellCore/text/TextMatch.h"
 

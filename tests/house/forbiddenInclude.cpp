@@ -1,5 +1,6 @@
+// SPDX-License-Identifier: MIT
 // Must not compile: the room that this stands in (only the text room is linked) has no door to the live room.
-#include "QuorvellCore/live/wire/LiveFunctionCall.h"
+#include "QuorvellCore/live/wire/vocabulary/LiveFunctionCall.h"
 
 int main()
 {

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Another program that ends with the test.
 #pragma once
 
 #include <sys/prctl.h>
@@ -10,7 +12,7 @@
 
 namespace quorvell::test {
 
-/// Another program that ends with the test. What it prints goes nowhere, but for what it writes to descriptor 3.
+/// What it prints goes nowhere, but for what it writes to descriptor 3.
 class ChildProcess {
 public:
     explicit ChildProcess(std::vector<std::string> command)

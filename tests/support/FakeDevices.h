@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: MIT
 // Loudspeaker, microphone, ear and voice of the device, as a test wants them to be.
 #pragma once
 
-#include "Quorvell/session/AudioCapture.h"
-#include "Quorvell/session/AudioPlayer.h"
-#include "Quorvell/session/DozeListener.h"
-#include "Quorvell/session/Scheduler.h"
-#include "Quorvell/session/SpeechSynthesiser.h"
-#include "Quorvell/session/UsageStore.h"
+#include "Quorvell/loop/Scheduler.h"
+#include "Quorvell/session/ports/AudioCapture.h"
+#include "Quorvell/session/ports/AudioPlayer.h"
+#include "Quorvell/session/ports/DozeListener.h"
+#include "Quorvell/session/ports/SpeechSynthesiser.h"
+#include "Quorvell/session/ports/UsageStore.h"
 
 #include <algorithm>
 #include <string>

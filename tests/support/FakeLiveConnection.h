@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
+// Writes down what the session sends and reports what a test makes up.
 #pragma once
 
-#include "Quorvell/session/LiveConnection.h"
-#include "Quorvell/session/LiveConnectionObserver.h"
+#include "Quorvell/session/ports/LiveConnection.h"
+#include "Quorvell/session/ports/LiveConnectionObserver.h"
 
 #include <nlohmann/json.hpp>
 
@@ -10,7 +12,6 @@
 
 namespace quorvell {
 
-/// Writes down what the session sends and reports what a test makes up.
 class FakeLiveConnection : public LiveConnection {
 public:
     explicit FakeLiveConnection(LiveConnectionObserver& observer)

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// This process can write no larger file while this lives, as on a disk that is full half way through.
 #pragma once
 
 #include <sys/resource.h>
@@ -6,7 +8,6 @@
 
 namespace quorvell::test {
 
-/// This process can write no larger file while this lives, as on a disk that is full half way through.
 class FileSizeLimit {
 public:
     explicit FileSizeLimit(rlim_t bytes)

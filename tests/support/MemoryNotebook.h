@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A notebook without a disk: changes are stored at once, or refused when the test says so.
 #pragma once
 

@@ -1,10 +1,12 @@
+// SPDX-License-Identifier: MIT
+// Gives up root's rights for a while, since root writes through permissions.
 #pragma once
 
 #include <unistd.h>
 
 namespace quorvell::test {
 
-/// Gives up root's rights for a while, since root writes through permissions. `folder` becomes the ordinary user's.
+/// `folder` becomes the ordinary user's.
 class OrdinaryUser {
 public:
     explicit OrdinaryUser(const char* folder)

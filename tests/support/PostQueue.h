@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Stands in for an event loop: collects posts from any thread and runs them where the test asks for it.
 #pragma once
 
 #include <chrono>
@@ -9,7 +11,6 @@
 
 namespace quorvell::test {
 
-/// Stands in for an event loop: collects posts from any thread and runs them where the test asks for it.
 class PostQueue {
 public:
     std::function<void(std::function<void()>)> poster()

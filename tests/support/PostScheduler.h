@@ -1,13 +1,14 @@
+// SPDX-License-Identifier: MIT
+// Real threads may post to it; the wall clock stands still and every delay is over at once.
 #pragma once
 
 #include "PostQueue.h"
-#include "Quorvell/session/Scheduler.h"
+#include "Quorvell/loop/Scheduler.h"
 
 #include <memory>
 
 namespace quorvell::test {
 
-/// Real threads may post to it; the wall clock stands still and every delay is over at once.
 class PostScheduler final : public Scheduler {
 public:
     explicit PostScheduler(Instant wallClock)

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A session bus of the test's own, announced in the environment while it lives.
 #pragma once
 
 #include <sys/prctl.h>
@@ -10,7 +12,6 @@
 
 namespace quorvell::test {
 
-/// A session bus of the test's own, announced in the environment while it lives.
 class PrivateBus {
 public:
     PrivateBus()

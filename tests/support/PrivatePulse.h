@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A sound server of the test's own, with devices that exist only as data: no hardware is touched.
 #pragma once
 
 #include "TemporaryFolder.h"
@@ -20,8 +22,8 @@
 
 namespace quorvell::test {
 
-/// A sound server of the test's own, with devices that exist only as data: no hardware is touched. A null sink makes
-/// a new client wait for two seconds unless another one plays; on sinks that are to be awake a client of silence does.
+/// A null sink makes a new client wait for two seconds unless another one plays; on sinks that are to be awake a client
+/// of silence does.
 class PrivatePulse {
 public:
     enum class Server { pulseAudio, pipeWire };

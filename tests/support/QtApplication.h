@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The one application object that Qt wants, for tests that need its event loop.
 #pragma once
 
 #include <QCoreApplication>
@@ -9,7 +11,6 @@
 
 namespace quorvell {
 
-/// The one application object that Qt wants, for tests that need its event loop.
 inline void needQtApplication()
 {
     static int count = 1;

@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: MIT
+// A main thread with a real clock and no Qt: what is due runs where the test waits.
 #pragma once
 
-#include "Quorvell/session/Scheduler.h"
+#include "Quorvell/loop/Scheduler.h"
 
 #include <algorithm>
 #include <condition_variable>
@@ -11,7 +13,6 @@
 
 namespace quorvell::test {
 
-/// A main thread with a real clock and no Qt: what is due runs where the test waits.
 class RealScheduler : public Scheduler {
 public:
     using Clock = std::chrono::steady_clock;

@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: MIT
+// Keeps what a live connection reports.
 #pragma once
 
-#include "Quorvell/session/LiveConnectionObserver.h"
+#include "Quorvell/session/ports/LiveConnectionObserver.h"
 
 #include <optional>
 #include <string>
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// Keeps what a live connection reports.
 class RecordingLiveObserver : public LiveConnectionObserver {
 public:
     void liveEventReceived(const LiveServerEvent& event) override { events.push_back(event); }

@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: MIT
+// The course of a conversation as lines of text.
 #pragma once
 
-#include "Quorvell/session/SessionObserver.h"
+#include "Quorvell/session/reports/SessionObserver.h"
 
 #include <nlohmann/json.hpp>
 
@@ -10,7 +12,6 @@
 
 namespace quorvell {
 
-/// The course of a conversation as lines of text.
 class RecordingObserver : public SessionObserver {
 public:
     void phaseChanged(SessionPhase phase) override

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A session with everything around it made up, on a clock that the test moves.
 #pragma once
 

@@ -1,11 +1,12 @@
+// SPDX-License-Identifier: MIT
 // A live service as a session meets it on bad days: slow, forgetful, dropping calls, saying things twice. What the user
 // wants is "request N", in writing or as sound whose samples carry the number; each is answered by one call of
 // keep_note.
 #pragma once
 
-#include "Quorvell/session/LiveConnection.h"
-#include "Quorvell/session/LiveConnectionObserver.h"
-#include "Quorvell/session/Scheduler.h"
+#include "Quorvell/loop/Scheduler.h"
+#include "Quorvell/session/ports/LiveConnection.h"
+#include "Quorvell/session/ports/LiveConnectionObserver.h"
 
 #include <nlohmann/json.hpp>
 

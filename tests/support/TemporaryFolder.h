@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// An empty folder that goes with everything in it.
 #pragma once
 
 #include <cstdlib>
@@ -9,7 +11,6 @@
 
 namespace quorvell::test {
 
-/// An empty folder that goes with everything in it.
 class TemporaryFolder {
 public:
     TemporaryFolder()

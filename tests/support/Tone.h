@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A sine as 16-bit little-endian mono PCM at 24000 Hz.
 #pragma once
 
 #include <chrono>
@@ -8,7 +10,6 @@
 
 namespace quorvell {
 
-/// A sine as 16-bit little-endian mono PCM at 24000 Hz.
 inline std::vector<std::uint8_t> tone(double hz, std::chrono::milliseconds length)
 {
     std::vector<std::uint8_t> pcm;

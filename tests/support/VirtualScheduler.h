@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 // A clock that stands still until a test moves it: hours pass in milliseconds, and always in the same order.
 #pragma once
 
-#include "Quorvell/session/Scheduler.h"
+#include "Quorvell/loop/Scheduler.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The day's events and reminders through the real program, beside the real calendar service and without any.
 #include "ProgramRun.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs the real program in a home of its own, as a newcomer would.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A spoken conversation through the real program and a real sound server, whose devices come and go meanwhile.
 #include "PrivatePulse.h"
 #include "ProgramRun.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program at a terminal, as a person uses it: keys in, what is shown out.
 #include "ProgramRun.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The typical request through the real program: what a newcomer without an account, a bus, a display or a sound server
 // sees when typing it.
 #include "ProgramRun.h"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The real program, started the way a newcomer starts it.
 
 if(QUORVELL_TESTS AND NOT QUORVELL_SANITIZE)
@@ -7,7 +8,7 @@ if(QUORVELL_TESTS AND NOT QUORVELL_SANITIZE)
     target_compile_definitions(walk_test PRIVATE QUORVELL_PROGRAM="$<TARGET_FILE:quorvell>")
     target_compile_options(walk_test PRIVATE ${QUORVELL_WARNINGS})
     target_link_libraries(walk_test PRIVATE quorvell_text Qt6::Core util GTest::gtest GTest::gtest_main)
-    quorvell_test_prelude(walk_test)
+    quorvell_use_prelude(walk_test test)
     add_dependencies(walk_test quorvell)
     gtest_discover_tests(walk_test TEST_PREFIX walk. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 LABELS walk)
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/live/gate/MicGate.h"
 
 #include <algorithm>

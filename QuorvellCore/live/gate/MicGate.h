@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Decides which microphone chunks are sent. Pure: levels in, chunks out; time is counted in chunks.
 #pragma once
 

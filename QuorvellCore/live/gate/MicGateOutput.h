@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// One thing to send: a chunk, or the mark that speech has ended.
 #pragma once
 
 #include "QuorvellCore/live/gate/AudioChunk.h"
@@ -7,7 +9,6 @@
 
 namespace quorvell {
 
-/// One thing to send: a chunk, or the mark that speech has ended.
 struct MicGateOutput {
     std::optional<AudioChunk> chunk; ///< Absent: the end mark.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Samples and their loudness. Pure; data is signed 16-bit little-endian mono, an odd trailing byte is ignored.
 #pragma once
 

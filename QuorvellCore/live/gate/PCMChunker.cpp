@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/live/gate/PCMChunker.h"
 
 #include <utility>

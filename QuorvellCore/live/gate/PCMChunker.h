@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Cuts a stream of sound, delivered in any sizes, into chunks of one size.
 #pragma once
 
 #include "QuorvellCore/live/gate/AudioChunk.h"
@@ -11,7 +13,6 @@
 
 namespace quorvell {
 
-/// Cuts a stream of sound, delivered in any sizes, into chunks of one size.
 struct PCMChunker {
     std::size_t chunkBytes = 0; ///< 0 never cuts.
     Bytes buffer; ///< Less than one chunk.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/live/gate/SpeechPresence.h"
 
 #include "QuorvellCore/live/gate/PCM.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Whether a stretch of sound holds speech at all, judged by loudness alone.
 #pragma once
 
 #include "QuorvellCore/live/gate/AudioChunk.h"
@@ -6,7 +8,6 @@
 
 namespace quorvell {
 
-/// Whether a stretch of sound holds speech at all, judged by loudness alone.
 struct SpeechPresence {
     static constexpr float speechLevel = 0.04f;
 

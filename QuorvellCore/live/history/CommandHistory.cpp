@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/live/history/CommandHistory.h"
 
 #include "QuorvellCore/text/Characters.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What the user typed before, browsed with the arrow keys.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +10,7 @@
 
 namespace quorvell {
 
-/// What the user typed before, browsed with the arrow keys. A text that is typed again moves to the newest place.
+/// A text that is typed again moves to the newest place.
 class CommandHistory {
 public:
     static constexpr std::size_t usualLimit = 100;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/live/history/ModeIntent.h"
 
 #include "QuorvellCore/text/Apostrophes.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// What the user asked for lately, so that actions can be traced back to the user's own words.
 #pragma once
 
 #include <chrono>
@@ -10,7 +12,6 @@
 
 namespace quorvell {
 
-/// What the user asked for lately, so that actions can be traced back to the user's own words.
 /// Times are the session's: milliseconds since an arbitrary start.
 struct RecentRequests {
     using Time = std::chrono::milliseconds;

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The words of one turn while they arrive: finished pieces, and one that may still change.
 #pragma once
 
 #include <string>
@@ -6,7 +8,6 @@
 
 namespace quorvell {
 
-/// The words of one turn while they arrive: finished pieces, and one that may still change.
 struct Transcript {
     enum class Piece { partial, final_ };
 

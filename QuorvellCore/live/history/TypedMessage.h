@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// A message being typed.
 #pragma once
 
 #include <string>
@@ -5,7 +7,6 @@
 
 namespace quorvell {
 
-/// A message being typed.
 struct TypedMessage {
     struct Piece {
         std::string text;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Who the assistant is, how it talks, and how it treats the person it talks with.
 #include "QuorvellCore/live/prompt/PromptSections.h"
 #include "QuorvellCore/live/prompt/QuorvellPrompt.h"

@@ -1,13 +1,15 @@
+// SPDX-License-Identifier: MIT
+// What the instructions depend on.
 #pragma once
 
 #include "QuorvellCore/live/prompt/HelpMode.h"
-#include "QuorvellCore/live/prompt/ToolFlags.h"
+#include "QuorvellCore/live/tools/ToolFlags.h"
 
 #include <string>
 
 namespace quorvell {
 
-/// What the instructions depend on. They say nothing about the time but what `whereAndWhen` brings along.
+/// They say nothing about the time but what `whereAndWhen` brings along.
 struct PromptOptions {
     /// Who holds the tools: the model that talks, or a backend that it delegates to.
     enum class ToolHolder { voice, backend };

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the voice and the backend share the work, and what the tools beyond the screen are for.
 #include "QuorvellCore/live/prompt/PromptSections.h"
 #include "QuorvellCore/live/prompt/QuorvellPrompt.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The sections of the instructions and how they are put together. Internal to this folder's sources.
 #pragma once
 

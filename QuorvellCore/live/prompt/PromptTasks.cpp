@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How a task on the computer is carried out: the modes, the screen, plans, speed.
 #include "QuorvellCore/live/prompt/PromptSections.h"
 #include "QuorvellCore/live/prompt/QuorvellPrompt.h"

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/conversation/LiveSessionEngine.h"
 
 #include "LiveService/protocols/OpenAICodec.h"
-#include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
-#include "QuorvellCore/live/wire/OpenAILiveMessage.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveMessage.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

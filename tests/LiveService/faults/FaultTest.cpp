@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/faults/FaultyWire.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/protocols/TypedConversation.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/replies/ReplyWording.h"
 
 #include <gtest/gtest.h>

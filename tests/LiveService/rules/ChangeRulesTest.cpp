@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RuleBench.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the tests of the rules share: a session that offers reminders and notes, on a Saturday at 1 PM.
 #pragma once
 

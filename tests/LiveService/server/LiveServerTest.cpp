@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ServiceClients.h"
 
 namespace quorvell::test {

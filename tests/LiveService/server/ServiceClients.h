@@ -1,17 +1,18 @@
+// SPDX-License-Identifier: MIT
 // A service whose recogniser and voice are made up, and clients of its protocols.
 #pragma once
 
 #include "LiveService/server/LiveServer.h"
 #include "LiveService/server/WebSocketTransport.h"
-#include "Quorvell/webrtc/WebRTCPeer.h"
-#include "QuorvellCore/live/wire/LiveEndpoint.h"
-#include "QuorvellCore/live/wire/LiveMessage.h"
-#include "QuorvellCore/live/wire/LiveServerParser.h"
-#include "QuorvellCore/live/wire/OpenAILiveEndpoint.h"
-#include "QuorvellCore/live/wire/OpenAILiveMessage.h"
-#include "QuorvellCore/live/wire/ResponsesEndpoint.h"
-#include "QuorvellCore/live/wire/ResponsesStreamParser.h"
-#include "QuorvellCore/live/wire/ServerSentEvents.h"
+#include "Media/webrtc/WebRTCPeer.h"
+#include "QuorvellCore/live/wire/gemini/GeminiLiveEndpoint.h"
+#include "QuorvellCore/live/wire/gemini/LiveMessage.h"
+#include "QuorvellCore/live/wire/gemini/LiveServerParser.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveEndpoint.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveMessage.h"
+#include "QuorvellCore/live/wire/responses/ResponsesEndpoint.h"
+#include "QuorvellCore/live/wire/responses/ResponsesStreamParser.h"
+#include "QuorvellCore/live/wire/transport/ServerSentEvents.h"
 #include "QuorvellCore/text/Base64.h"
 
 #include <QCoreApplication>
@@ -197,7 +198,7 @@ public:
         options.tools = Json::array({{{"functionDeclarations", Json::array({{{"name", "set_reminder"}}})}}});
         QObject::connect(
             &socket, &QWebSocket::connected, &socket, [this, options] { send(LiveMessage::setup(options)); });
-        const auto endpoint = LiveEndpoint::create("ws://127.0.0.1:" + std::to_string(server.port()));
+        const auto endpoint = GeminiLiveEndpoint::create("ws://127.0.0.1:" + std::to_string(server.port()));
         socket.open(requestFor(endpoint->request("secret")));
     }
 

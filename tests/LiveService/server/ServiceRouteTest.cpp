@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/server/ServiceRoute.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/speech/SpeechWorkerPool.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LiveService/voice/ReplyPacer.h"
 
 #include "LiveService/voice/SpokenText.h"

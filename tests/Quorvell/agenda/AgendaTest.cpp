@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/agenda/Agenda.h"
 
 #include "PostQueue.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Our WebRTC client against a service on another stack, in a process of its own.
 #include "Quorvell/connections/OpenAILiveClient.h"
 #include "ScriptedServices.h"

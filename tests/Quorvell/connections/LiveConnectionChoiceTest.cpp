@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/LiveConnectionChoice.h"
 
 #include "Quorvell/connections/LiveEndpointSettings.h"
 #include "Quorvell/connections/NetworkFingerprint.h"
-#include "QuorvellCore/live/wire/OpenAILiveSetupOptions.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveSetupOptions.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

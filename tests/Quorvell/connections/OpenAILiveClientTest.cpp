@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/connections/OpenAILiveClient.h"
 
-#include "QuorvellCore/live/wire/OpenAILiveClientParser.h"
-#include "QuorvellCore/live/wire/OpenAILiveServerMessage.h"
-#include "QuorvellCore/live/wire/OpenAIResponseEvent.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveServerMessage.h"
+#include "QuorvellCore/live/wire/openai/OpenAIResponseEvent.h"
 #include "ScriptedServices.h"
 
 #include <gtest/gtest.h>

@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 // The clients of the other protocols: Gemini's live sessions and typed conversations over the Responses service.
 #include "Quorvell/connections/LiveClient.h"
 #include "Quorvell/connections/ResponsesTextConnection.h"
-#include "QuorvellCore/live/wire/LiveClientParser.h"
-#include "QuorvellCore/live/wire/LiveServerMessage.h"
-#include "QuorvellCore/live/wire/ResponsesRequestReader.h"
-#include "QuorvellCore/live/wire/ResponsesStreamWriter.h"
+#include "QuorvellCore/live/wire/gemini/GeminiClientParser.h"
+#include "QuorvellCore/live/wire/gemini/GeminiServerMessage.h"
+#include "QuorvellCore/live/wire/responses/ResponsesRequestReader.h"
+#include "QuorvellCore/live/wire/responses/ResponsesStreamWriter.h"
 #include "ScriptedServices.h"
 
 #include <gtest/gtest.h>
@@ -59,12 +60,12 @@ struct GeminiService {
     }
     void hear(QWebSocket& from, const std::string& text)
     {
-        auto message = LiveClientParser::parse(text);
+        auto message = GeminiClientParser::parse(text);
         peer = &from;
         if (auto* setup = std::get_if<said::Setup>(&message)) {
             options = std::move(setup->options);
             // As real services do, in a binary frame.
-            from.sendBinaryMessage(QByteArray::fromStdString(dumpJson(LiveServerMessage::setupComplete("s"))));
+            from.sendBinaryMessage(QByteArray::fromStdString(dumpJson(GeminiServerMessage::setupComplete("s"))));
         } else {
             heard.push_back(std::move(message));
         }
@@ -81,7 +82,7 @@ struct GeminiService {
 
     QWebSocket* peer = nullptr;
     LiveSetupOptions options;
-    std::vector<LiveClientMessage> heard;
+    std::vector<GeminiClientMessage> heard;
     ScriptedLiveServer server;
 };
 
@@ -128,7 +129,7 @@ TEST_F(OtherClientsTest, geminiHearsSoundAtItsOwnRate)
     for (const said::Audio& sound : service.all<said::Audio>())
         bytes += sound.pcm.size();
     EXPECT_NEAR(static_cast<double>(bytes), 32000, 200) << "a second at 16000 Hz";
-    service.tell(LiveServerMessage::audio(Bytes{1, 2, 3, 4}));
+    service.tell(GeminiServerMessage::audio(Bytes{1, 2, 3, 4}));
     ASSERT_TRUE(talk.waitFor<live_event::Audio>());
 }
 
@@ -139,9 +140,9 @@ TEST_F(OtherClientsTest, geminiIsNotInterruptedAndCallsAreAnsweredOnce)
     talk.client.sendMessage({.text = "note: milk"});
     ASSERT_TRUE(runUntil([&] { return service.heard.size() == 1; }));
     const std::vector<LiveFunctionCall> calls = {{"1", "keep_note"}, {"2", "look_up"}, {"3", "look_up"}};
-    service.tell(LiveServerMessage::toolCall(calls));
-    service.tell(LiveServerMessage::toolCall(calls));
-    service.tell(LiveServerMessage::toolCallCancellation({"2"}));
+    service.tell(GeminiServerMessage::toolCall(calls));
+    service.tell(GeminiServerMessage::toolCall(calls));
+    service.tell(GeminiServerMessage::toolCallCancellation({"2"}));
     ASSERT_TRUE(talk.waitFor<live_event::ToolCallCancellation>());
     EXPECT_EQ(talk.observer.all<live_event::ToolCall>().size(), 1U);
 
@@ -155,7 +156,7 @@ TEST_F(OtherClientsTest, geminiIsNotInterruptedAndCallsAreAnsweredOnce)
     ASSERT_TRUE(runUntil([&] { return service.heard.size() == 3; }));
     EXPECT_TRUE(talk.observer.all<live_event::BackendIdle>().empty());
 
-    service.tell(LiveServerMessage::turnComplete());
+    service.tell(GeminiServerMessage::turnComplete());
     ASSERT_TRUE(talk.waitFor<live_event::BackendIdle>());
     ASSERT_TRUE(runUntil([&] { return service.heard.size() == 4; }));
     EXPECT_EQ(std::get<said::Content>(service.heard[0]), (said::Content{{{"user", "note: milk"}}, true}));
@@ -167,7 +168,7 @@ TEST_F(OtherClientsTest, geminiIsNotInterruptedAndCallsAreAnsweredOnce)
 
     // A service that never ends its turn does not keep messages waiting for ever.
     talk.client.sendMessage({.text = "one"});
-    service.tell(LiveServerMessage::outputTranscription("Well"));
+    service.tell(GeminiServerMessage::outputTranscription("Well"));
     talk.client.sendMessage({.text = "two"});
     EXPECT_TRUE(runUntil([&] { return service.heard.size() == 6; }));
     talk.client.close();

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 // Live services that do what a test says, on loopback: over a WebSocket, over HTTP, over WebRTC.
 #pragma once
 
+#include "Media/webrtc/WebRTCPeer.h"
 #include "QtApplication.h"
 #include "Quorvell/connections/HostedAccess.h"
-#include "Quorvell/webrtc/WebRTCPeer.h"
 #include "RecordingLiveObserver.h"
 
 #include <QByteArray>

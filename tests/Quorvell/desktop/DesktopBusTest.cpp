@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The real programs of a desktop, on a bus of the test's own.
 #include "ChildProcess.h"
 #include "MemoryNotebook.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/files/FolderWatch.h"
 
 #include "PostQueue.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/files/SystemZone.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "NotebookDesk.h"
 #include "PostScheduler.h"
 #include "Quorvell/notebook/NotebookSearch.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A notebook in a temporary folder, whose main thread is the test.
 #pragma once
 

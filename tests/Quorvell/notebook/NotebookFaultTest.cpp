@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What other programs, the disk and the user do to the folder behind the store's back.
 #include "FileSizeLimit.h"
 #include "NotebookDesk.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whatever happens to a program while it writes notes: every file holds an old or a new version whole, nothing that was
 // confirmed is missing, and what could not be stored is told. One row a trouble; scripts/faults --notebook prints them.
 #include "FileSizeLimit.h"

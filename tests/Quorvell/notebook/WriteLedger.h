@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What was asked of a notebook while something went wrong, what it answered, and what is left of it.
 #pragma once
 

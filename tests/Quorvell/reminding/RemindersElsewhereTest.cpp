@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/reminding/RemindersElsewhere.h"
 
 #include "MemoryNotebook.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Connections that are lost, mended and replaced: no request is lost, none is run twice, nobody notices.
 #include "SessionBench.h"
 

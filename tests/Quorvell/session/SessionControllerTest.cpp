@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/session/SessionController.h"
 
 #include "SessionBench.h"

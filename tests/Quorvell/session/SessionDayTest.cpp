@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A day with the assistant: random talk, silence, faults; every rule of phases and rests checked all along.
 #include "FakeDevices.h"
 #include "Quorvell/session/SessionController.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Silence: resting, waking, stopping.
 #include "SessionBench.h"
 

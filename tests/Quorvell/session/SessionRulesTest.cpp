@@ -1,13 +1,14 @@
+// SPDX-License-Identifier: MIT
 // The small rules of a session, each as a table.
-#include "Quorvell/session/ConversationMemory.h"
-#include "Quorvell/session/HeldSpeech.h"
-#include "Quorvell/session/HelpModeSwitch.h"
-#include "Quorvell/session/IdleRules.h"
-#include "Quorvell/session/ReconnectBackoff.h"
-#include "Quorvell/session/Rotation.h"
-#include "Quorvell/session/SpokenReply.h"
-#include "Quorvell/session/ThoughtSummary.h"
-#include "Quorvell/session/UsageDays.h"
+#include "Quorvell/session/connection/ReconnectBackoff.h"
+#include "Quorvell/session/connection/Rotation.h"
+#include "Quorvell/session/hearing/HeldSpeech.h"
+#include "Quorvell/session/reports/ThoughtSummary.h"
+#include "Quorvell/session/rest/IdleRules.h"
+#include "Quorvell/session/tools/HelpModeSwitch.h"
+#include "Quorvell/session/turn/ConversationMemory.h"
+#include "Quorvell/session/turn/SpokenReply.h"
+#include "Quorvell/session/usage/UsageDays.h"
 
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whose words count, when they come late, and what is told without being asked for.
 #include "SessionBench.h"
 

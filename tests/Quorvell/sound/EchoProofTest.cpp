@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 // The assistant's own voice must not take a turn, and a person who speaks over it must. The signal goes through the
 // same cleaning and the same gate as in a conversation, faster than it would be heard.
 
-#include "Quorvell/audio/Resampler.h"
-#include "Quorvell/audio/WavFile.h"
+#include "Media/audio/Resampler.h"
+#include "Media/audio/WavFile.h"
 #include "Quorvell/sound/CaptureCleaner.h"
 #include "QuorvellCore/live/gate/MicGate.h"
 #include "QuorvellCore/live/gate/PCM.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/sound/Headphones.h"
 
 #include <gtest/gtest.h>

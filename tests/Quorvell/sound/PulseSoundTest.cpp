@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SoundRig.h"
 
 #include <dlfcn.h>

@@ -1,5 +1,6 @@
+// SPDX-License-Identifier: MIT
+#include "Media/audio/Resampler.h"
 #include "OnDeviceSpeech/SpeechVoice.h"
-#include "Quorvell/audio/Resampler.h"
 #include "Quorvell/speech/DeviceEar.h"
 #include "Quorvell/speech/DeviceVoice.h"
 #include "QuorvellCore/live/gate/PCM.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/tools/AgendaTools.h"
 
 #include "MemoryNotebook.h"

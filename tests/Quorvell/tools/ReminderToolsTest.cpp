@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Quorvell/tools/ReminderTools.h"
 
 #include "MemoryNotebook.h"

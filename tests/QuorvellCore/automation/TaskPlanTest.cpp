@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/automation/TaskPlan.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/ReminderPhrase.h"
 
 #include "QuorvellCore/reminders/DateParts.h"

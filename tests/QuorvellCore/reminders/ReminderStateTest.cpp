@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/ReminderState.h"
 
 #include "QuorvellCore/reminders/ReminderChoices.h"

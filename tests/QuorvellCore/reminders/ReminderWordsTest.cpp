@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/ReminderWords.h"
 
 #include "QuorvellCore/reminders/LocaleWords.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/safety/SpokenConsent.h"
 
 #include <gtest/gtest.h>

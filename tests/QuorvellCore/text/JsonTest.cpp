@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/text/Json.h"
 
 #include <gtest/gtest.h>

@@ -1,14 +1,15 @@
+// SPDX-License-Identifier: MIT
 // One conversation with a service that fails: three requests, and what became of each.
 #pragma once
 
 #include "FaultyService.h"
-#include "Quorvell/app/QtScheduler.h"
-#include "Quorvell/app/ReplyRecorder.h"
+#include "Quorvell/app/talk/ReplyRecorder.h"
 #include "Quorvell/connections/LiveAccessSource.h"
 #include "Quorvell/connections/LiveConnectionChoice.h"
-#include "Quorvell/session/EventLog.h"
+#include "Quorvell/desktop/QtScheduler.h"
+#include "Quorvell/loop/EventLog.h"
 #include "Quorvell/session/SessionController.h"
-#include "Quorvell/session/SessionObserver.h"
+#include "Quorvell/session/reports/SessionObserver.h"
 #include "SleepyClock.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FaultyService.h"
 
 #include <QFile>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+// The real service in a process of its own, told how to fail.
 #pragma once
 
 #include <QProcess>
@@ -9,7 +11,7 @@
 
 namespace quorvell::walk {
 
-/// The real service in a process of its own, told how to fail. Ends with this object.
+/// Ends with this object.
 class FaultyService {
 public:
     /// `ready` gets the address once it listens, "" when it never does.

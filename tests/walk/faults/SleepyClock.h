@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: MIT
+// The clock of a computer that can be put to sleep: afterwards more time has gone by than timers know of.
 #pragma once
 
-#include "Quorvell/session/Scheduler.h"
+#include "Quorvell/loop/Scheduler.h"
 
 #include <utility>
 
 namespace quorvell::walk {
 
-/// The clock of a computer that can be put to sleep: afterwards more time has gone by than timers know of.
 class SleepyClock : public Scheduler {
 public:
     explicit SleepyClock(Scheduler& clock)

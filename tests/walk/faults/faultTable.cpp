@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 // Prints one table of transports and faults: what the user would have met. With --long the program's own limits and
 // recorded speech, else shortened ones and typing; --brief leaves faults out that differ little; --repeats N sets how
 // often one fault is repeated for the memory.
 #include "FaultRun.h"
-#include "Quorvell/audio/WavFile.h"
+#include "Media/audio/WavFile.h"
 
 #include <QCoreApplication>
 #include <QProcess>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/live/history/CommandHistory.h"
 #include "QuorvellCore/live/history/RecentRequests.h"
 #include "QuorvellCore/live/history/Transcript.h"

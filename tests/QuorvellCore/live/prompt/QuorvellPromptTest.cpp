@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "QuorvellCore/live/prompt/QuorvellPrompt.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: MIT
+#include "Media/audio/WavFile.h"
+
+#include "Media/audio/FileSource.h"
+#include "Media/audio/MemorySource.h"
+#include "Media/audio/Resampler.h"
+#include "Media/audio/WavLayout.h"
+
+#include <sndfile.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+namespace quorvell {
+
+namespace {
+
+constexpr std::size_t blockFrames = 4096;
+constexpr const char* recordAgain = " Save it as a WAV file, for example with 16 bits and 24000 Hz, and try again.";
+
+struct CloseSound {
+    void operator()(SNDFILE* file) const { sf_close(file); }
+};
+using Sound = std::unique_ptr<SNDFILE, CloseSound>;
+
+/// The found parts of a recording, one after another, as the sound library reads a file.
+struct PlainWav {
+    const ByteSource& source;
+    const WavLayout& layout;
+    sf_count_t position = 0;
+
+    sf_count_t headerSize() const { return static_cast<sf_count_t>(layout.header.size()); }
+    sf_count_t size() const { return headerSize() + layout.dataSize; }
+    sf_count_t seek(sf_count_t offset, int origin);
+    sf_count_t read(std::span<std::uint8_t> into);
+};
+
+sf_count_t PlainWav::seek(sf_count_t offset, int origin)
+{
+    const sf_count_t base = origin == SEEK_SET ? 0 : origin == SEEK_CUR ? position : size();
+    sf_count_t target = 0;
+    if (__builtin_add_overflow(base, offset, &target))
+        return -1;
+    position = std::clamp<sf_count_t>(target, 0, size());
+    return position;
+}
+
+sf_count_t PlainWav::read(std::span<std::uint8_t> into)
+{
+    std::size_t done = 0;
+    if (position < headerSize())
+        done = MemorySource(layout.header).read(static_cast<std::uint64_t>(position), into);
+    const sf_count_t inSound = position + static_cast<sf_count_t>(done) - headerSize();
+    if (inSound >= 0 && inSound < layout.dataSize) {
+        const auto left = static_cast<std::size_t>(layout.dataSize - inSound);
+        const auto rest = into.subspan(done, std::min(left, into.size() - done));
+        done += source.read(layout.dataStart + static_cast<std::uint64_t>(inSound), rest);
+    }
+    position += static_cast<sf_count_t>(done);
+    return static_cast<sf_count_t>(done);
+}
+
+PlainWav& plainWav(void* data)
+{
+    return *static_cast<PlainWav*>(data);
+}
+
+SF_VIRTUAL_IO plainWavAccess()
+{
+    SF_VIRTUAL_IO access{};
+    access.get_filelen = [](void* data) { return plainWav(data).size(); };
+    access.seek = [](sf_count_t offset, int origin, void* data) { return plainWav(data).seek(offset, origin); };
+    access.read = [](void* into, sf_count_t count, void* data) -> sf_count_t {
+        if (count <= 0)
+            return 0;
+        return plainWav(data).read({static_cast<std::uint8_t*>(into), static_cast<std::size_t>(count)});
+    };
+    access.write = [](const void*, sf_count_t, void*) -> sf_count_t { return 0; };
+    access.tell = [](void* data) { return plainWav(data).position; };
+    return access;
+}
+
+WavReading refused(std::string problem)
+{
+    return {std::nullopt, std::move(problem), 0};
+}
+
+std::optional<std::string> problemOf(const SF_INFO& info, const std::string& name)
+{
+    if (info.channels < 1 || info.channels > WavFile::highestChannelCount)
+        return name + " has " + std::to_string(info.channels) + " channels." + recordAgain;
+    if (info.samplerate < Resampler::lowestRateHz || info.samplerate > Resampler::highestRateHz)
+        return name + " has a sample rate of " + std::to_string(info.samplerate) + " Hz." + recordAgain;
+    return std::nullopt;
+}
+
+std::string tooLong(const std::string& name)
+{
+    return name + " is longer than " + std::to_string(WavFile::longestRecording.count())
+        + " minutes. Cut it into shorter pieces and play them one after another.";
+}
+
+/// The mean of the channels of each frame.
+std::vector<float> mixedToMono(std::span<const float> interleaved, std::size_t channels)
+{
+    std::vector<float> mono(interleaved.size() / channels);
+    for (std::size_t frame = 0; frame < mono.size(); ++frame) {
+        float sum = 0;
+        for (std::size_t channel = 0; channel < channels; ++channel)
+            sum += interleaved[frame * channels + channel];
+        mono[frame] = sum / static_cast<float>(channels);
+    }
+    return mono;
+}
+
+void append(std::vector<std::int16_t>& samples, std::span<const float> more)
+{
+    const auto converted = toInt16(more);
+    samples.insert(samples.end(), converted.begin(), converted.end());
+}
+
+/// Reads in blocks and counts them, because a header may promise less than follows; so memory is bounded by
+/// `longestRecording`.
+WavReading readSamples(SNDFILE* sound, const SF_INFO& info, const std::string& name, int sampleRateHz)
+{
+    const auto channels = static_cast<std::size_t>(info.channels);
+    const auto seconds = std::chrono::seconds(WavFile::longestRecording).count();
+    const auto mostFrames = static_cast<sf_count_t>(info.samplerate) * seconds;
+    if (info.frames > mostFrames)
+        return refused(tooLong(name));
+    Resampler resampler(info.samplerate, sampleRateHz, Resampler::Quality::best);
+    std::vector<float> block(blockFrames * channels);
+    std::vector<std::int16_t> samples;
+    sf_count_t framesRead = 0;
+    while (const sf_count_t frames = sf_readf_float(sound, block.data(), blockFrames)) {
+        if (frames < 0)
+            break;
+        framesRead += frames;
+        if (framesRead > mostFrames)
+            return refused(tooLong(name));
+        const std::span read(block.data(), static_cast<std::size_t>(frames) * channels);
+        append(samples, resampler.process(mixedToMono(read, channels)));
+    }
+    append(samples, resampler.finish());
+    if (samples.empty())
+        return refused(name + " holds no sound." + recordAgain);
+    return {std::move(samples), {}, info.samplerate};
+}
+
+WavReading readSource(const ByteSource& source, const std::string& name, int sampleRateHz)
+{
+    const auto layout = WavLayout::find(source);
+    if (!layout)
+        return refused(name + " is not a WAV file, or is damaged." + recordAgain);
+    PlainWav file{source, *layout};
+    SF_VIRTUAL_IO access = plainWavAccess();
+    SF_INFO info{};
+    const Sound sound(sf_open_virtual(&access, SFM_READ, &info, &file));
+    if (!sound)
+        return refused(name + " holds sound in a form that cannot be read." + recordAgain);
+    if (auto problem = problemOf(info, name))
+        return refused(*std::move(problem));
+    return readSamples(sound.get(), info, name, sampleRateHz);
+}
+
+std::string couldNotWrite(const std::string& path, int reason)
+{
+    return "Could not write " + path + (reason != 0 ? std::string(": ") + std::strerror(reason) : std::string())
+        + ". Choose a folder that exists and that you may write to.";
+}
+
+bool writeSamples(const std::string& path, std::span<const std::int16_t> samples, int sampleRateHz)
+{
+    SF_INFO info{};
+    info.samplerate = sampleRateHz;
+    info.channels = 1;
+    info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
+    const Sound sound(sf_open(path.c_str(), SFM_WRITE, &info));
+    const auto count = static_cast<sf_count_t>(samples.size());
+    return sound && sf_write_short(sound.get(), samples.data(), count) == count;
+}
+
+} // namespace
+
+WavReading WavFile::read(const std::string& path, int sampleRateHz)
+{
+    const FileSource::Made file = FileSource::open(path);
+    return file.source ? readSource(*file.source, path, sampleRateHz) : refused(file.problem);
+}
+
+WavReading WavFile::read(std::span<const std::uint8_t> bytes, int sampleRateHz)
+{
+    return readSource(MemorySource(bytes), "The recording", sampleRateHz);
+}
+
+std::optional<std::string> WavFile::problemOfWriting(const std::string& path)
+{
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    std::error_code failure;
+    if (std::filesystem::is_directory(path, failure))
+        return couldNotWrite(path, EISDIR);
+    if (access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0)
+        return couldNotWrite(path, errno);
+    return std::nullopt;
+}
+
+std::optional<std::string> WavFile::write(
+    const std::string& path, std::span<const std::int16_t> samples, int sampleRateHz)
+{
+    const std::string temporary = path + ".part";
+    errno = 0;
+    if (writeSamples(temporary, samples, sampleRateHz) && std::rename(temporary.c_str(), path.c_str()) == 0)
+        return std::nullopt;
+    const int reason = errno;
+    std::remove(temporary.c_str());
+    return couldNotWrite(path, reason);
+}
+
+} // namespace quorvell

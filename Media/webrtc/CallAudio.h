@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+// The sound of one call, 10 ms at a time, between the clock that drives the call and the rest of the program.
+#pragma once
+
+#include "Media/webrtc/CallSampleRing.h"
+#include "Media/webrtc/WebRTCPeerOptions.h"
+
+#include <semaphore.h>
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <thread>
+#include <vector>
+
+namespace quorvell {
+
+/// `frameToSend` and `frameHeard` belong to the call's clock: they neither wait nor ask for memory. What was heard is
+/// handed on from a thread of its own.
+class CallAudio {
+public:
+    static constexpr std::size_t frameSamples = 240; ///< 10 ms at 24000 Hz.
+    using Frame = std::array<std::int16_t, frameSamples>;
+    using Heard = std::function<void(std::vector<std::uint8_t> pcm)>;
+
+    CallAudio(const WebRTCPeerOptions& options, Heard heard);
+    ~CallAudio();
+    CallAudio(const CallAudio&) = delete;
+    CallAudio& operator=(const CallAudio&) = delete;
+
+    // Main thread
+    bool send(std::span<const std::uint8_t> pcm);
+    void dropUnsent() { m_outgoing.forget(); }
+    std::size_t unsentSamples() const { return m_outgoing.waiting(); }
+
+    // The call's clock
+    void frameToSend(Frame& frame); ///< Silence when nothing waits.
+    void frameHeard(const Frame& frame);
+
+private:
+    void handOn();
+
+    WebRTCPeerOptions::Backlog m_backlog;
+    Heard m_heard;
+    CallSampleRing m_outgoing;
+    CallSampleRing m_incoming;
+    int m_framesToReport = 0; ///< Of the hang-over.
+    int m_framesUnreported = 0;
+    std::atomic<bool> m_isOver{false};
+    sem_t m_somethingHeard; ///< Counts reports; posting it never waits.
+    std::thread m_reporter;
+};
+
+} // namespace quorvell

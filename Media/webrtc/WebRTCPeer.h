@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+// One end of a WebRTC call with a voice and a channel for texts. The library behind it stays behind this header.
+#pragma once
+
+#include "Media/webrtc/WebRTCPeerOptions.h"
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorvell {
+
+/// Everything is called on one thread, the main one, and everything is reported there, through `post`. Sound is 16-bit
+/// little-endian mono PCM at 24000 Hz both ways; it travels as Opus. The offering side opens the channel of texts.
+/// Making and ending a peer takes a few milliseconds.
+class WebRTCPeer {
+public:
+    enum class State {
+        connecting,
+        connected,
+        disconnected, ///< Nothing was heard for about 5 s; may come back.
+        failed, ///< For good.
+        closed, ///< By the other side, in an orderly way.
+    };
+
+    /// Runs a callback soon on the main thread, in order. Called from any thread.
+    using Post = std::function<void(std::function<void()>)>;
+
+    /// Each may destroy the peer; nothing is reported after that.
+    struct Reports {
+        /// The offer, or the answer to the offer that was taken, addresses included. Once.
+        std::function<void(const std::string& sdp)> descriptionReady{};
+        std::function<void(State state)> stateChanged{};
+        std::function<void()> channelOpened{};
+        std::function<void(const std::string& text)> textReceived{};
+        /// Some 20 ms of it, only while there is anything to hear, and 300 ms beyond.
+        std::function<void(const std::vector<std::uint8_t>& pcm)> soundReceived{};
+        /// Nothing will come of this peer; `problem` says why, for a log. Once.
+        std::function<void(const std::string& problem)> failed{};
+    };
+
+    static constexpr int sampleRate = 24000;
+    static constexpr std::string_view channelName = "oai-events";
+    static constexpr std::size_t largestDescription = 256 * 1024;
+    static constexpr std::size_t largestText = 256 * 1024; ///< Of one message, as the peers' stacks agree on.
+
+    WebRTCPeer(WebRTCPeerOptions options, Reports reports, Post post);
+    ~WebRTCPeer();
+    WebRTCPeer(const WebRTCPeer&) = delete;
+    WebRTCPeer& operator=(const WebRTCPeer&) = delete;
+
+    /// The answer to our offer, or the offer that is to be answered. Once.
+    void takeDescription(std::string_view sdp);
+    /// False when the channel is not open, the text is too long, or too much waits already.
+    bool sendText(std::string_view text);
+    /// Queued behind what was given before. False when not all of it fitted.
+    bool sendSound(std::span<const std::uint8_t> pcm);
+    /// Forgets what was given and has not gone out.
+    void dropSound();
+    std::chrono::milliseconds unsentSound() const;
+    /// From now on nothing goes out and nothing is answered, as if this side had vanished without a word; for faults
+    /// that are made on purpose. Give it nothing to send any more.
+    void stall();
+
+private:
+    class Link;
+    std::unique_ptr<Link> m_link;
+};
+
+} // namespace quorvell

@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/app/agenda/AgendaCommand.h"
+
+#include "Quorvell/app/program/ProgramLoop.h"
+#include "Quorvell/assistant/AgendaAccess.h"
+#include "Quorvell/notebook/NoteFolder.h"
+#include "Quorvell/settings/ProgramEnvironment.h"
+#include "Quorvell/settings/UserSettings.h"
+#include "Quorvell/settings/UsersCalendar.h"
+#include "Quorvell/tools/EventAnswers.h"
+#include "QuorvellCore/text/PrintableText.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include <iostream>
+#include <memory>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+constexpr int done = 0;
+constexpr int couldNot = 1;
+
+struct Stretch {
+    Instant from{};
+    Instant to{};
+};
+
+/// Today whole, so that what has been is shown too; the week and free time from now on.
+Stretch stretchOf(AgendaRequest::Action action, Instant now, const Calendar& calendar)
+{
+    const LocalDay today = calendar.day(now);
+    const auto startOf = [&](LocalDay day) { return calendar.instant(day, std::chrono::hours(0)); };
+    if (action == AgendaRequest::Action::today)
+        return {startOf(today), startOf(today + std::chrono::days(1))};
+    return {action == AgendaRequest::Action::week ? startOf(today) : now, startOf(today + std::chrono::days(7))};
+}
+
+std::string text(const Json& object, std::string_view key)
+{
+    return readString(object, key).value_or("");
+}
+
+/// "12:00–13:00  Lunch (Here)", "all day      Holiday", "17:00        Reminder: Call mum, overdue"
+std::string lineOf(const Json& item)
+{
+    constexpr std::size_t width = 13;
+    const auto timeOf = [](const std::string& date) { return date.size() > 11 ? date.substr(11) : std::string(); };
+    const std::string start = text(item, "start");
+    const std::string end = text(item, "end");
+    std::string time = timeOf(start);
+    std::size_t shownWidth = time.size();
+    if (readBool(item, "all_day").value_or(false)) {
+        time = start == end ? "all day" : "until " + end.substr(5);
+        shownWidth = time.size();
+    } else if (!end.empty()) {
+        const bool isOtherDay = end.substr(0, 10) != start.substr(0, 10);
+        const std::string until = isOtherDay ? end.substr(5) : timeOf(end);
+        time += "–" + until;
+        shownWidth = timeOf(start).size() + 1 + until.size();
+    }
+    std::string line = time + std::string(shownWidth < width ? width - shownWidth : 1, ' ');
+    line += (text(item, "kind") == "reminder" ? "Reminder: " : "") + printableLine(text(item, "title"));
+    if (const std::string place = printableLine(text(item, "place")); !place.empty())
+        line += " (" + place + ")";
+    return line + (readBool(item, "overdue").value_or(false) ? ", overdue" : "");
+}
+
+void printItems(const Json& items, bool asJson, std::ostream& out)
+{
+    std::string day;
+    for (const Json& item : items) {
+        if (asJson) {
+            out << dumpJson(item) << std::endl;
+            continue;
+        }
+        const std::string start = text(item, "start").substr(0, 10);
+        const std::string when = text(item, "when");
+        if (start != day)
+            out << (day.empty() ? "" : "\n") << when.substr(0, std::min(when.find(" at "), when.find(" to "))) << "\n";
+        day = start;
+        out << "  " << lineOf(item) << std::endl;
+    }
+}
+
+struct Options {
+    bool asJson = false;
+    int minutes = 60;
+};
+
+AgendaRequest requestOf(const CLI::App& command, const Options& options)
+{
+    if (command.got_subcommand("free"))
+        return {AgendaRequest::Action::free, options.minutes, options.asJson, {}};
+    if (command.got_subcommand("week"))
+        return {AgendaRequest::Action::week, 0, options.asJson, {}};
+    return {AgendaRequest::Action::today, 0, options.asJson, {}};
+}
+
+int runCommand(AgendaRequest request, const ProgramEnvironment& environment)
+{
+    const auto calendar = usersCalendar(environment, std::cerr);
+    if (!calendar)
+        return couldNot;
+    if (request.action == AgendaRequest::Action::free)
+        request.waking = UserSettings::readTelling(environment, std::cerr).wakingHours;
+    ProgramLoop loop;
+    const Instant now = loop.scheduler().wallClock();
+    const auto agenda = openAgenda(environment, loop.scheduler());
+    auto content = readNoteFolder(environment.notebookFolder, now);
+    runAgenda(request, *agenda, content ? std::move(content->notes) : std::vector<Note>(), now, *calendar, std::cout,
+        std::cerr, ProgramLoop::end);
+    const int outcome = loop.run();
+    if (content)
+        return outcome;
+    std::cerr << unreadableNoteFolder(environment.notebookFolder) << " Its reminders are missing here." << std::endl;
+    return couldNot;
+}
+
+} // namespace
+
+void runAgenda(const AgendaRequest& request, Agenda& agenda, std::vector<Note> notes, Instant now,
+    const Calendar& calendar, std::ostream& out, std::ostream& errors, std::function<void(int)> finished)
+{
+    const Stretch stretch = stretchOf(request.action, now, calendar);
+    agenda.read(stretch.from, stretch.to, calendar,
+        [request, notes = std::move(notes), stretch, now, calendar, &out, &errors, finished = std::move(finished)](
+            const AgendaReading& reading) {
+            const EventAnswers answers(now, calendar);
+            Json items = Json::array();
+            if (request.action == AgendaRequest::Action::free) {
+                FreeTime::Wish wish;
+                wish.length = std::chrono::minutes(request.minutes);
+                wish.waking = request.waking;
+                wish.from = stretch.from;
+                wish.to = stretch.to;
+                for (const FreeTime& free : FreeTime::find(reading.events, wish, calendar))
+                    items.push_back(answers.slot(free));
+                if (!request.asJson)
+                    for (const Json& slot : items)
+                        out << text(slot, "when") << std::endl;
+            } else {
+                const Json whole = answers.agenda(reading.events, notes, stretch.from, stretch.to);
+                items = *memberOf(whole, "items");
+            }
+            if (request.asJson || request.action != AgendaRequest::Action::free)
+                printItems(items, request.asJson, out);
+            if (items.empty() && !request.asJson)
+                out << (request.action == AgendaRequest::Action::free
+                        ? "There is no such gap from " + request.waking.text() + " in the next seven days."
+                        : std::string("Nothing is planned."))
+                    << std::endl;
+            for (const std::string& problem : reading.problems)
+                errors << printableLine(problem) << std::endl;
+            finished(reading.problems.empty() ? done : couldNot);
+        });
+}
+
+std::function<int()> addAgendaCommand(CLI::App& program, const ProgramEnvironment& environment)
+{
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand("agenda", "Your events and reminders, and when you are free");
+    command->require_subcommand(0, 1);
+    command->add_flag("--json", options->asJson, "One JSON object a line");
+    command->add_subcommand("today", "Today")->fallthrough();
+    command->add_subcommand("week", "Today and the six days after it")->fallthrough();
+    CLI::App* free = command->add_subcommand("free", "The next gaps that are long enough, within seven days");
+    free->add_option("minutes", options->minutes, "How long a gap must be")->check(CLI::Range(5, 24 * 60));
+    free->fallthrough();
+    return [command, options, environment] { return runCommand(requestOf(*command, *options), environment); };
+}
+
+} // namespace quorvell

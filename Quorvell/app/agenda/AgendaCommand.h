@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// Calls `finished` with the exit code once the calendars have answered.
+#pragma once
+
+#include "Quorvell/agenda/Agenda.h"
+#include "Quorvell/agenda/WakingHours.h"
+#include "QuorvellCore/notebook/Note.h"
+#include "QuorvellCore/reminders/Calendar.h"
+
+#include <functional>
+#include <iosfwd>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace quorvell {
+
+struct ProgramEnvironment;
+
+struct AgendaRequest {
+    enum class Action { today, week, free };
+
+    Action action = Action::today;
+    int minutes = 60; ///< Of free.
+    bool asJson = false; ///< One object a line.
+    WakingHours waking{}; ///< Of free.
+};
+
+void runAgenda(const AgendaRequest& request, Agenda& agenda, std::vector<Note> notes, Instant now,
+    const Calendar& calendar, std::ostream& out, std::ostream& errors, std::function<void(int)> finished);
+
+/// `quorvell agenda [today | week | free MINUTES] [--json]`
+std::function<int()> addAgendaCommand(CLI::App& program, const ProgramEnvironment& environment);
+
+} // namespace quorvell

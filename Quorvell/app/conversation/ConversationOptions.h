@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// What every command that holds a conversation can be told.
+#pragma once
+
+#include "Quorvell/app/conversation/ConversationText.h"
+#include "Quorvell/connections/LiveBackend.h"
+#include "Quorvell/connections/LiveTransport.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace quorvell {
+
+struct ProgramEnvironment;
+
+struct ConversationOptions {
+    bool asJson = false;
+    bool isVerbose = false; ///< Tools with all that they are asked and answer.
+    std::optional<std::string> host;
+    std::optional<LiveBackend> backend;
+    std::optional<LiveTransport> transport;
+
+    /// How the conversation looks where no other program reads it.
+    ConversationText::Style textStyle(const ProgramEnvironment& environment) const;
+
+    /// Declares them; their values are there once the command line was read.
+    static std::shared_ptr<ConversationOptions> declare(CLI::App& command);
+};
+
+} // namespace quorvell

@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/app/notes/NotesCommand.h"
+
+#include "Quorvell/app/notes/NotesChanging.h"
+#include "Quorvell/app/notes/NotesKeeping.h"
+#include "Quorvell/app/notes/NotesMoving.h"
+#include "Quorvell/app/notes/NotesReading.h"
+#include "Quorvell/settings/ProgramEnvironment.h"
+#include "Quorvell/settings/UsersCalendar.h"
+
+#include <CLI/CLI.hpp>
+
+#include <chrono>
+#include <iostream>
+#include <memory>
+#include <vector>
+
+namespace quorvell {
+
+namespace {
+
+constexpr int couldNot = 1;
+
+using Action = NotesRequest::Action;
+
+struct Options {
+    std::vector<std::string> words;
+    NotesRequest request;
+};
+
+/// What stands after a subcommand's name.
+enum class Takes { nothing, words, id, idAndVersion, idAndStep, idAndPicture, assurance, target };
+
+struct Subcommand {
+    const char* name;
+    Action action;
+    Takes takes;
+    const char* description;
+};
+
+constexpr Subcommand subcommands[] = {
+    {"list", Action::list, Takes::nothing, "All notes, the newest first"},
+    {"find", Action::find, Takes::words, "Notes that hold all of the words, or words that begin so"},
+    {"show", Action::show, Takes::id, "One note with its text"},
+    {"add", Action::add, Takes::words, "Keep a note of your own"},
+    {"edit", Action::edit, Takes::id, "Edit a note in the program that VISUAL or EDITOR names"},
+    {"tick", Action::tick, Takes::idAndStep, "Tick a step or a task of a note, or take the tick off"},
+    {"picture", Action::picture, Takes::idAndPicture, "Keep a picture with a note, or say where its picture is"},
+    {"history", Action::history, Takes::id, "Earlier versions of a note, the newest first"},
+    {"restore", Action::restore, Takes::idAndVersion, "Bring an earlier version back"},
+    {"delete", Action::delete_, Takes::id, "Move a note to the trash"},
+    {"facts", Action::facts, Takes::nothing, "What is kept about you"},
+    {"remember", Action::remember, Takes::words, "Keep a fact about you that the assistant may know"},
+    {"confirm", Action::confirm, Takes::id, "Let the assistant know a fact about you"},
+    {"forget-facts", Action::forgetFacts, Takes::assurance, "Remove every fact about you for good"},
+    {"export", Action::export_, Takes::target, "Copy the notebook into a folder; with --json its notes into one file"},
+    {"move", Action::move, Takes::target, "Keep the notebook in another folder from now on"},
+};
+
+std::string joined(const std::vector<std::string>& words)
+{
+    std::string text;
+    for (const std::string& word : words)
+        text += (text.empty() ? "" : " ") + word;
+    return text;
+}
+
+NotesRequest requestOf(const CLI::App& command, const Options& options)
+{
+    NotesRequest request = options.request;
+    for (const Subcommand& subcommand : subcommands) {
+        if (!command.got_subcommand(subcommand.name))
+            continue;
+        request.action = subcommand.action;
+        if (subcommand.takes == Takes::words)
+            request.words = joined(options.words);
+    }
+    return request;
+}
+
+void addArguments(CLI::App& command, Takes takes, Options& options)
+{
+    NotesRequest& request = options.request;
+    switch (takes) {
+    case Takes::nothing:
+        return;
+    case Takes::words:
+        command.add_option("words", options.words, "The words")->required();
+        return;
+    case Takes::assurance:
+        command.add_flag("--yes", request.isSure, "Do it without asking back");
+        return;
+    case Takes::target:
+        command
+            .add_option("target", request.words,
+                command.get_name() == "move"
+                    ? "The folder; or local, for the usual one; or synced, for one that a sync program keeps"
+                    : "The folder or, with --json, the file; - is the standard output")
+            ->required();
+        return;
+    case Takes::id:
+    case Takes::idAndVersion:
+    case Takes::idAndStep:
+    case Takes::idAndPicture:
+        command.add_option("id", request.words, "Its id or the beginning of it")->required();
+    }
+    if (takes == Takes::idAndPicture)
+        command.add_option("file", request.picture, "The picture, in any common format");
+    else if (takes != Takes::id)
+        command
+            .add_option("number", request.number,
+                takes == Takes::idAndVersion ? "Its number in the history" : "The number of the step or task")
+            ->required()
+            ->check(CLI::PositiveNumber);
+}
+
+bool isChange(Action action)
+{
+    return action == Action::edit || action == Action::restore || action == Action::confirm || action == Action::tick
+        || action == Action::picture || action == Action::delete_;
+}
+
+bool isAboutNoNote(Action action)
+{
+    return action == Action::add || action == Action::remember || action == Action::facts
+        || action == Action::forgetFacts;
+}
+
+int runNotes(const NotesRequest& request, const ProgramEnvironment& environment)
+{
+    if (request.action == Action::move)
+        return moveNotes(request, environment, std::cout, std::cerr);
+    auto calendar = calendarIn(environment.timeZone, environment.locale);
+    if (!calendar) {
+        std::cerr << environment.unknownTimeZone() << std::endl;
+        return couldNot;
+    }
+    const auto now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+    const auto output = environment.isOutputTerminal ? NotesListing::Output::terminal : NotesListing::Output::other;
+    const NotesListing listing{*std::move(calendar), now, output};
+    if (isAboutNoNote(request.action))
+        return keepNotes(request, listing, environment, std::cout, std::cerr);
+    NotesReading reading(request, environment.notebookFolder, listing, std::cout, std::cerr);
+    if (!isChange(request.action))
+        return reading.run();
+    const auto note = reading.meantNote();
+    return note ? changeNote(request, *note, environment, std::cout, std::cerr) : couldNot;
+}
+
+} // namespace
+
+std::function<int()> addNotesCommand(CLI::App& program, const ProgramEnvironment& environment)
+{
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand("notes", "List, find, show and change the notes of the notebook");
+    command->require_subcommand(0, 1);
+    command->add_flag("--json", options->request.asJson, "One JSON object a line");
+    for (const Subcommand& subcommand : subcommands) {
+        CLI::App* added = command->add_subcommand(subcommand.name, subcommand.description);
+        addArguments(*added, subcommand.takes, *options);
+        added->fallthrough();
+    }
+    return [command, options, environment] { return runNotes(requestOf(*command, *options), environment); };
+}
+
+} // namespace quorvell

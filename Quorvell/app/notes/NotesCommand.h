@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+
+namespace CLI {
+class App;
+}
+
+namespace quorvell {
+
+struct ProgramEnvironment;
+
+/// `quorvell notes [list | find WORDS... | show ID | add WORDS... | edit ID | tick ID NUMBER | picture ID [FILE] |
+/// history ID | restore ID NUMBER | delete ID | facts | remember WORDS... | confirm ID | forget-facts --yes |
+/// export TARGET | move TARGET] [--json]`. Reading needs no owner of the notebook; what changes it goes through the
+/// owner.
+std::function<int()> addNotesCommand(CLI::App& program, const ProgramEnvironment& environment);
+
+} // namespace quorvell

@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/app/program/LiveServiceCommand.h"
+
+#include "LiveService/server/LiveServer.h"
+#include "LiveService/speech/OnDeviceSpeechPort.h"
+#include "Quorvell/app/program/Interrupts.h"
+#include "Quorvell/settings/ProgramEnvironment.h"
+#include "Quorvell/settings/UsersCalendar.h"
+
+#include <CLI/CLI.hpp>
+#include <QCoreApplication>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QSocketNotifier>
+#include <QSslCertificate>
+#include <QSslKey>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quorvell {
+
+namespace {
+
+constexpr int couldNot = 1;
+constexpr int wrongUsage = 2;
+constexpr std::size_t longestToken = 4096;
+constexpr qint64 maximumKeyBytes = 64 * 1024;
+
+struct Options {
+    std::string host = "127.0.0.1";
+    std::uint16_t port = 0;
+    std::string tokenFile;
+    std::string voice = "slt";
+    std::string certificateFile;
+    std::string keyFile;
+    std::vector<std::string> faults;
+    bool isChild = false;
+    bool expectsSpeech = false;
+};
+
+std::string randomHex(int words)
+{
+    std::string text;
+    for (int word = 0; word < words; ++word) {
+        std::array<char, 9> digits{};
+        std::snprintf(digits.data(), digits.size(), "%08x", QRandomGenerator::system()->generate());
+        text += digits.data();
+    }
+    return text;
+}
+
+std::string firstLine(std::istream& input)
+{
+    std::string line;
+    for (char letter{}; line.size() < longestToken && input.get(letter) && letter != '\n';)
+        line += letter;
+    while (!line.empty() && (line.back() == '\r' || line.back() == ' '))
+        line.pop_back();
+    return line;
+}
+
+/// The key that clients must show, and whether it was made up here and has to be told.
+struct Token {
+    std::string text;
+    bool isNew = false;
+};
+
+std::optional<Token> readToken(const Options& options, const ProgramEnvironment& environment)
+{
+    if (options.isChild || !options.tokenFile.empty()) {
+        std::ifstream file(options.tokenFile);
+        Token token{firstLine(options.isChild ? std::cin : file)};
+        return token.text.empty() ? std::nullopt : std::optional(token);
+    }
+    if (environment.liveToken)
+        return Token{*environment.liveToken};
+    return Token{randomHex(8), true};
+}
+
+/// What the options say about failing on purpose and about encryption.
+struct Manner {
+    std::vector<Fault> faults;
+    std::optional<QSslConfiguration> tls;
+    std::string problem; ///< A sentence; empty when all is well.
+};
+
+std::optional<QSslConfiguration> readTls(const Options& options, std::string& problem)
+{
+    if (options.certificateFile.empty())
+        return std::nullopt;
+    const auto certificates = QSslCertificate::fromPath(QString::fromStdString(options.certificateFile));
+    QFile file(QString::fromStdString(options.keyFile.empty() ? options.certificateFile : options.keyFile));
+    const QByteArray pem = file.open(QIODevice::ReadOnly) ? file.read(maximumKeyBytes) : QByteArray();
+    const QSslKey rsa(pem, QSsl::Rsa);
+    const QSslKey key = rsa.isNull() ? QSslKey(pem, QSsl::Ec) : rsa;
+    if (certificates.isEmpty() || key.isNull()) {
+        problem =
+            "--tls-certificate and --tls-key must name PEM files with a certificate and its key without a password.";
+        return std::nullopt;
+    }
+    QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
+    tls.setLocalCertificateChain(certificates);
+    tls.setPrivateKey(key);
+    return tls;
+}
+
+Manner readManner(const Options& options)
+{
+    Manner manner;
+    for (const std::string& text : options.faults) {
+        if (const auto fault = Fault::parse(text, manner.problem))
+            manner.faults.push_back(*fault);
+    }
+    manner.tls = readTls(options, manner.problem);
+    return manner;
+}
+
+LiveServer::Settings settingsFor(const Options& options, const ProgramEnvironment& environment, std::string token,
+    Calendar calendar, const Manner& manner)
+{
+    const SpeechModels models = SpeechModels::find(environment.programFolder);
+    return {std::move(token), std::move(calendar),
+        [] { return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now()); },
+        [](std::string_view prefix) { return std::string(prefix) + randomHex(3); },
+        [models, voice = options.voice] { return std::make_unique<OnDeviceSpeechPort>(models, voice); },
+        LiveServer::usualSessions, manner.faults, manner.tls,
+        options.expectsSpeech ? SpeechWorkerPool::Readiness::always : SpeechWorkerPool::Readiness::whenSpeechComes};
+}
+
+void printForChild(const LiveServer& server)
+{
+    std::cout << "{\"port\":" << server.port() << "}" << std::endl;
+}
+
+void printForPeople(const LiveServer& server, const Options& options, const Token& token)
+{
+    const bool hasColon = options.host.find(':') != std::string::npos;
+    const std::string host = hasColon ? "[" + options.host + "]" : options.host;
+    const std::string address = host + ":" + std::to_string(server.port());
+    const char* scheme = options.certificateFile.empty() ? "ws://" : "wss://";
+    std::cout << "Listening at " << scheme << address << ServiceRoute::sessions << "\n"
+              << "Clients show the key in the header \"Authorization: Bearer KEY\".\n";
+    if (token.isNew)
+        std::cout << "The key, until this ends: " << token.text << "\n";
+    std::cout << "For an assistant: QUORVELL_LIVE_HOST=" << scheme << address << " OPENAI_API_KEY=KEY quorvell chat\n"
+              << "Stop with Ctrl+C." << std::endl;
+}
+
+int complain(const std::string& sentence, int exitCode = couldNot)
+{
+    std::cerr << sentence << std::endl;
+    return exitCode;
+}
+
+/// The assistant that started this holds the other end of the input.
+std::unique_ptr<QSocketNotifier> whenInputEnds(std::function<void()> ended)
+{
+    auto notifier = std::make_unique<QSocketNotifier>(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(),
+        [input = notifier.get(), ended = std::move(ended)] {
+            std::array<char, 256> ignored{};
+            if (read(STDIN_FILENO, ignored.data(), ignored.size()) > 0)
+                return;
+            input->setEnabled(false);
+            ended();
+        });
+    return notifier;
+}
+
+int serve(const Options& options, const ProgramEnvironment& environment, const Token& token)
+{
+    const QHostAddress host(QString::fromStdString(options.host));
+    auto calendar = calendarIn(environment.timeZone, environment.locale);
+    if (!calendar)
+        calendar = Calendar::create("UTC", "en_US");
+    if (host.isNull() || !calendar)
+        return complain("\"" + options.host + "\" is no address of this computer. Try 127.0.0.1.");
+
+    int argumentCount = 0;
+    QCoreApplication application(argumentCount, nullptr);
+    const Manner manner = readManner(options);
+    if (!manner.problem.empty())
+        return complain(manner.problem, wrongUsage);
+    LiveServer server(settingsFor(options, environment, token.text, *calendar, manner));
+    if (!server.listen(host, options.port))
+        return complain("Cannot listen at " + options.host + " port " + std::to_string(options.port) + ": "
+            + server.problem().toStdString() + ". Try --port 0 for any free port.");
+    if (!host.isLoopback() && !manner.tls)
+        std::cerr << "Anyone on the way to " << options.host << " can listen in: the connection is not encrypted.\n";
+
+    const auto end = [&server] { server.stop([] { QCoreApplication::quit(); }); };
+    const Interrupts interrupts({end});
+    const auto parent = options.isChild ? whenInputEnds(end) : nullptr;
+    if (options.isChild)
+        printForChild(server);
+    else
+        printForPeople(server, options, token);
+    QCoreApplication::exec();
+    // Every client is gone. Speech models that are still being loaded are not waited for.
+    std::_Exit(0);
+}
+
+} // namespace
+
+std::function<int()> addLiveServiceCommand(CLI::App& program, const ProgramEnvironment& environment)
+{
+    CLI::App* command = program.add_subcommand("live-service",
+        "The live service on this computer: speech, reminders and notes without an account or a network");
+    auto options = std::make_shared<Options>();
+    command
+        ->add_option("--host", options->host, "Address to listen at. Without --tls-certificate nothing is encrypted.")
+        ->capture_default_str();
+    command->add_option("--port", options->port, "Port to listen at; 0 takes any that is free.")->capture_default_str();
+    auto* file = command->add_option("--token-file", options->tokenFile,
+        "File whose first line is the key that clients must show. Without it QUORVELL_LIVE_TOKEN, else a new one.");
+    command->add_option("--voice", options->voice, "The voice where a client names none that is known here.")
+        ->capture_default_str();
+    command->add_option(
+        "--tls-certificate", options->certificateFile, "PEM file with the certificate to serve TLS with.");
+    command->add_option("--tls-key", options->keyFile, "PEM file with its key, where the certificate's file has none.");
+    command->add_option("--fault", options->faults, "A way to fail on purpose; may be given several times. See below.")
+        ->take_all();
+    command->footer(Fault::help());
+    command->add_flag("--expect-speech", options->expectsSpeech,
+        "Load speech recognition at once (150 MB). Without it that is done when a client's first sound comes.");
+    command
+        ->add_flag("--child", options->isChild,
+            "For an assistant that starts this: key on standard input, port on standard output, ends with its input.")
+        ->excludes(file);
+    return [options, &environment] {
+        const auto token = readToken(*options, environment);
+        if (!token)
+            return complain(options->isChild
+                    ? "No key came on standard input."
+                    : "Cannot read a key from \"" + options->tokenFile + "\". Its first line must hold one.");
+        return serve(*options, environment, *token);
+    };
+}
+
+} // namespace quorvell

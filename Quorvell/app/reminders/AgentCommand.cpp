@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/app/reminders/AgentCommand.h"
+
+#include "Quorvell/app/program/Interrupts.h"
+#include "Quorvell/app/program/ProgramLoop.h"
+#include "Quorvell/assistant/ReminderService.h"
+#include "Quorvell/handover/NotebookAccess.h"
+#include "Quorvell/notebook/FreshNoteID.h"
+#include "Quorvell/records/EventLogFile.h"
+#include "Quorvell/settings/ProgramEnvironment.h"
+
+#include <CLI/CLI.hpp>
+#include <fcntl.h>
+#include <nlohmann/json.hpp>
+#include <sys/file.h>
+
+#include <iostream>
+#include <memory>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+constexpr int done = 0;
+constexpr int couldNot = 1;
+
+/// One agent a user and notebook; ends with the program however that ends.
+FileDescriptor takeAgentPlace(const ProgramEnvironment& environment)
+{
+    FileDescriptor file(::open((environment.notebookFolder + "/.agent").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+    if (file.isOpen() && ::flock(file.number(), LOCK_EX | LOCK_NB) != 0)
+        return FileDescriptor();
+    return file;
+}
+
+/// Fires the reminders whenever this program owns the notebook: from the start, or once its owner ends.
+class Agent {
+public:
+    Agent(const ProgramEnvironment& environment, Scheduler& scheduler)
+        : m_environment(environment)
+        , m_scheduler(scheduler)
+        , m_log(environment.stateFolder, scheduler, freshNoteID())
+    {
+    }
+
+    /// Empty, or why nothing can be done.
+    std::string start()
+    {
+        OpenedNotebook opened = openNotebook(m_environment, m_scheduler);
+        if (!opened.notebook)
+            return opened.problem;
+        m_notebook = std::move(opened.notebook);
+        m_service = std::make_unique<ReminderService>(m_environment, *m_notebook, m_scheduler, m_log,
+            ReminderService::Voices{
+                [this](const std::string& sentence) { announce(sentence); }, [this] { tellOfMissingDesktop(); }});
+        m_log.record("agent_started", {{"owner", m_notebook->isOwner()}});
+        return "";
+    }
+
+private:
+    /// A terminal shows it to the user; a journal would keep it for others.
+    void announce(const std::string& sentence) const
+    {
+        if (m_environment.isOutputTerminal)
+            std::cout << sentence << std::endl;
+    }
+
+    void tellOfMissingDesktop()
+    {
+        if (!std::exchange(m_hasTold, true))
+            std::cerr << "A reminder is due, but nothing here shows notifications. Start a notification service; until "
+                         "then \"quorvell reminders\" lists what is due."
+                      << std::endl;
+    }
+
+    const ProgramEnvironment& m_environment;
+    Scheduler& m_scheduler;
+    EventLogFile m_log;
+    std::unique_ptr<FullNotebook> m_notebook;
+    std::unique_ptr<ReminderService> m_service;
+    bool m_hasTold = false;
+};
+
+int runAgent(const ProgramEnvironment& environment)
+{
+    ProgramLoop loop;
+    Agent agent(environment, loop.scheduler());
+    const std::string problem = agent.start();
+    if (!problem.empty()) {
+        std::cerr << problem << std::endl;
+        return couldNot;
+    }
+    const FileDescriptor place = takeAgentPlace(environment);
+    if (!place.isOpen()) {
+        std::cerr << "Another quorvell agent already watches the reminders in " << environment.notebookFolder
+                  << ". One is enough." << std::endl;
+        return couldNot;
+    }
+    const Interrupts interrupts({[] { ProgramLoop::end(done); }});
+    return loop.run();
+}
+
+} // namespace
+
+std::function<int()> addAgentCommand(CLI::App& program, const ProgramEnvironment& environment)
+{
+    program.add_subcommand(
+        "agent", "Fire reminders in the background, without a conversation (see quorvell-agent.service)");
+    return [environment] { return runAgent(environment); };
+}
+
+} // namespace quorvell

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/app/reminders/RemindCommand.h"
+
+#include "Quorvell/app/reminders/RemindPhrases.h"
+#include "Quorvell/app/reminders/RemindStoring.h"
+#include "Quorvell/app/reminders/RemindText.h"
+#include "Quorvell/settings/ProgramEnvironment.h"
+#include "Quorvell/settings/UsersCalendar.h"
+#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/ReminderPhraseJson.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include <chrono>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quorvell {
+
+namespace {
+
+constexpr int done = 0;
+constexpr int couldNot = 1;
+constexpr int wrongUsage = 2;
+
+struct Options {
+    std::vector<std::string> words;
+    bool isDryRun = false;
+    bool asJson = false;
+    std::string now;
+    std::string zone;
+};
+
+/// An instant, or without "Z" or an offset what the clock of the calendar's zone shows.
+std::optional<Instant> readNow(const std::string& text, const Calendar& calendar)
+{
+    if (text.empty())
+        return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+    if (const auto instant = parseIsoText(text))
+        return instant;
+    const auto parts = DateParts::parse(text);
+    return parts ? parts->instant(calendar) : std::nullopt;
+}
+
+/// Nothing for a zone that was asked for and is not known. Where the computer's own is unknown, UTC has to do.
+std::optional<Calendar> calendarFor(const Options& options, const ProgramEnvironment& environment)
+{
+    if (!options.zone.empty())
+        return calendarIn(options.zone, environment.locale);
+    const auto calendar = calendarIn(environment.timeZone, environment.locale);
+    if (calendar)
+        return calendar;
+    std::cerr << "The time zone of this computer is not known; times are in UTC. Name it with --zone Europe/Berlin."
+              << std::endl;
+    return Calendar::create("UTC", environment.locale);
+}
+
+/// Needs no event loop, no bus and no notebook.
+int runDryRun(const Options& options, RemindPhrases& phrases, Instant now, const Calendar& calendar)
+{
+    int result = done;
+    while (const auto phrase = phrases.next()) {
+        if (options.asJson) {
+            std::cout << dumpJson(phraseJson(ReminderPhrase::parse(*phrase, now, calendar))) << std::endl;
+            continue;
+        }
+        const auto request = ReminderRequest::fromWords(*phrase, now, calendar);
+        const bool isUnderstood = request.verdict == ReminderRequest::Verdict::ready;
+        (isUnderstood ? std::cout : std::cerr) << remindText(request, now, calendar) << std::endl;
+        result = isUnderstood ? result : couldNot;
+    }
+    return result;
+}
+
+int run(const Options& options, const ProgramEnvironment& environment)
+{
+    const auto calendar = calendarFor(options, environment);
+    if (!calendar) {
+        std::cerr << "\"" << options.zone
+                  << "\" is not a time zone that is known here. Give one such as --zone Europe/Berlin." << std::endl;
+        return wrongUsage;
+    }
+    const auto now = readNow(options.now, *calendar);
+    if (!now) {
+        std::cerr << "\"" << options.now << "\" is not a time. Write it like 2026-11-21T09:30:00Z." << std::endl;
+        return wrongUsage;
+    }
+    RemindPhrases phrases(options.words, std::cin);
+    return options.isDryRun ? runDryRun(options, phrases, *now, *calendar)
+                            : storeReminders(environment, phrases, *now, *calendar);
+}
+
+} // namespace
+
+std::function<int()> addRemindCommand(CLI::App& program, const ProgramEnvironment& environment)
+{
+    CLI::App* command =
+        program.add_subcommand("remind", "Set a reminder from a phrase such as \"tomorrow at 5 pm call mum\"");
+    const auto options = std::make_shared<Options>();
+    command
+        ->add_option("phrase", options->words, "What to be reminded of and when; - reads phrases from standard input")
+        ->required();
+    auto* dryRun = command->add_flag("--dry-run", options->isDryRun, "Show what is understood and store nothing");
+    command->add_flag("--json", options->asJson, "One JSON object a phrase, null where no time is found")
+        ->needs(dryRun);
+    command->add_option("--now", options->now, "The moment to count from, as 2026-11-21T09:30:00Z (default: now)")
+        ->needs(dryRun);
+    command->add_option("--zone", options->zone, "The time zone to think in, as Europe/Berlin (default: yours)");
+    return [environment, options] { return run(*options, environment); };
+}
+
+} // namespace quorvell

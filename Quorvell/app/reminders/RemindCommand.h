@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+
+namespace CLI {
+class App;
+}
+
+namespace quorvell {
+
+struct ProgramEnvironment;
+
+/// `quorvell remind PHRASE [--dry-run [--json]] [--now ISO] [--zone IANA]`: sets a reminder from the user's words, or
+/// only shows what was understood. "-" reads phrases from standard input, a line each.
+std::function<int()> addRemindCommand(CLI::App& program, const ProgramEnvironment& environment);
+
+} // namespace quorvell

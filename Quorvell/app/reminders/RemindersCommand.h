@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// Calls `finished` with the exit code, at once or when the change is stored.
+#pragma once
+
+#include "Quorvell/app/reminders/WhichTime.h"
+#include "Quorvell/notebook/Notebook.h"
+#include "QuorvellCore/reminders/Calendar.h"
+
+#include <functional>
+#include <iosfwd>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace quorvell {
+
+struct ProgramEnvironment;
+
+struct RemindersRequest {
+    enum class Action { list, done, later };
+
+    Action action = Action::list;
+    std::string id{}; ///< Or its beginning, or words of the task.
+    std::string when{}; ///< Of later, in words.
+    bool asJson = false; ///< One object a line.
+};
+
+/// `whichTime` may be empty: nobody is there to be asked.
+void runReminders(const RemindersRequest& request, Notebook& notebook, Instant now, const Calendar& calendar,
+    std::ostream& out, std::ostream& errors, const WhichTime& whichTime, std::function<void(int)> finished);
+
+/// `quorvell reminders [list | done ID | later ID WHEN...] [--json]`
+std::function<int()> addRemindersCommand(CLI::App& program, const ProgramEnvironment& environment);
+
+} // namespace quorvell

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/app/talk/TalkTurn.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+constexpr std::size_t chunkSamples = MicrophoneStream::chunkBytes / 2;
+
+std::vector<std::int16_t> withLeadIn(std::vector<std::int16_t> recording)
+{
+    const auto silence = static_cast<std::size_t>(TalkTurn::leadIn.count() * MicrophoneStream::sampleRateHz / 1000);
+    recording.insert(recording.begin(), silence, 0);
+    return recording;
+}
+
+} // namespace
+
+TalkTurn::TalkTurn(Ports ports, std::vector<std::int16_t> recording)
+    : m_ports(std::move(ports))
+    , m_recording(withLeadIn(std::move(recording)))
+{
+}
+
+void TalkTurn::begin(SessionController& session)
+{
+    m_session = &session;
+    m_session->begin();
+}
+
+void TalkTurn::interrupt()
+{
+    end("Interrupted before the answer was complete.");
+}
+
+void TalkTurn::phaseChanged(SessionPhase phase)
+{
+    if (phase == SessionPhase::active)
+        startPlaying();
+}
+
+void TalkTurn::userSaid(const std::string&, Words)
+{
+    m_wasUnderstood = true;
+}
+
+void TalkTurn::turnCompleted(TurnOutcome outcome)
+{
+    m_isAnswered = m_isAnswered || outcome == TurnOutcome::answered;
+    m_isUnanswered = outcome == TurnOutcome::unanswered;
+    // An answer to the end of the recording is the last one.
+    if (hasInputEnded() && !m_isEnding && outcome != TurnOutcome::brokenOff)
+        m_ports.scheduler.post([this] { end(m_isUnanswered ? "No answer came. Try again." : ""); });
+}
+
+void TalkTurn::conversationEnded(const SessionEnd& ended)
+{
+    m_ticks.cancel();
+    m_isEnding = true;
+    if (!ended.isFailure && m_problem.empty() && !m_wasUnderstood)
+        m_problem = problemOfNothingUnderstood();
+    m_ports.finished({!ended.isFailure && m_problem.empty(), m_problem});
+}
+
+void TalkTurn::startPlaying()
+{
+    m_start = m_ports.scheduler.now();
+    m_ticks = m_ports.scheduler.every(MicrophoneStream::chunkLength, [this] { play(); });
+}
+
+/// A timer may come late; the pace is kept by the clock, as a microphone would.
+void TalkTurn::play()
+{
+    const auto elapsed = m_ports.scheduler.now() - m_start;
+    while (m_chunksFed * MicrophoneStream::chunkLength <= elapsed && !m_isEnding)
+        feedChunk();
+    judge();
+}
+
+void TalkTurn::feedChunk()
+{
+    Bytes chunk(MicrophoneStream::chunkBytes);
+    const std::size_t count = std::min(chunkSamples, m_recording.size() - m_position);
+    for (std::size_t index = 0; index < count; ++index) {
+        const auto sample = static_cast<std::uint16_t>(m_recording[m_position + index]);
+        chunk[2 * index] = static_cast<std::uint8_t>(sample & 0xFF);
+        chunk[2 * index + 1] = static_cast<std::uint8_t>(sample >> 8);
+    }
+    m_session->microphoneCaptured(chunk);
+    ++m_chunksFed;
+    const bool isLast = count > 0 && m_position + count == m_recording.size();
+    m_position += count;
+    if (isLast) {
+        m_inputEnd = m_ports.scheduler.now();
+        m_ports.inputEnded();
+    }
+}
+
+void TalkTurn::judge()
+{
+    if (m_isEnding || !hasInputEnded() || m_session->isTurnOpen())
+        return;
+    const auto quiet = m_ports.scheduler.now() - m_inputEnd;
+    if (m_isAnswered && quiet >= lateWords)
+        return end("");
+    const bool wasAnythingSent = m_session->usage().microphoneChunks > 0;
+    if (quiet >= (wasAnythingSent ? understanding : lateWords))
+        end(m_isUnanswered ? "No answer came. Try again." : problemOfNothingUnderstood());
+}
+
+std::string TalkTurn::problemOfNothingUnderstood() const
+{
+    if (m_session->usage().microphoneChunks == 0)
+        return "No speech was heard in the recording. Record it louder, or closer to the microphone, and try again.";
+    return "Nothing was understood in the recording. Speak a little more slowly, and try again.";
+}
+
+void TalkTurn::end(std::string problem)
+{
+    if (std::exchange(m_isEnding, true))
+        return;
+    m_ticks.cancel();
+    m_problem = std::move(problem);
+    if (m_session->phase() == SessionPhase::idle)
+        m_ports.finished({false, m_problem});
+    else
+        m_session->stop("end of the turn");
+}
+
+} // namespace quorvell

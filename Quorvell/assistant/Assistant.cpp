@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/assistant/Assistant.h"
+
+#include "Quorvell/assistant/AgendaAccess.h"
+#include "Quorvell/connections/HostedAccess.h"
+#include "Quorvell/connections/LiveEndpointSettings.h"
+#include "Quorvell/connections/NetworkFingerprint.h"
+#include "Quorvell/connections/OnDeviceService.h"
+#include "Quorvell/desktop/DesktopOpener.h"
+#include "Quorvell/files/FileWorker.h"
+#include "Quorvell/handover/NotebookAccess.h"
+#include "Quorvell/notebook/FreshNoteID.h"
+#include "Quorvell/settings/PrivateFile.h"
+#include "Quorvell/settings/UsersCalendar.h"
+#include "Quorvell/tools/AgendaTools.h"
+#include "Quorvell/tools/NotebookDigest.h"
+#include "Quorvell/tools/NotebookTools.h"
+#include "Quorvell/tools/ReminderTools.h"
+#include "QuorvellCore/reminders/LocaleWords.h"
+
+#include <QRandomGenerator>
+#include <nlohmann/json.hpp>
+
+#include <array>
+#include <cstdio>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+std::string freshRunName()
+{
+    std::array<char, 9> digits{};
+    std::snprintf(digits.data(), digits.size(), "%06x", QRandomGenerator::system()->generate() & 0xFFFFFF);
+    return digits.data();
+}
+
+/// Who is going to talk shall not wait for speech recognition; who types needs none.
+OnDeviceService::Command onDeviceCommand(const ProgramEnvironment& environment, const Assistant::Wishes& wishes)
+{
+    OnDeviceService::Command command{environment.programPath, {"live-service", "--child"}};
+    if (wishes.listening != SessionSettings::Listening::none)
+        command.arguments.emplace_back("--expect-speech");
+    return command;
+}
+
+/// On a thread of its own: starting a program may take a moment.
+auto showingElsewhere(Scheduler& scheduler)
+{
+    const auto worker =
+        std::make_shared<FileWorker>([&scheduler](std::function<void()> action) { scheduler.post(std::move(action)); });
+    return [worker](const std::string& path, NotebookToolContext::Shown shown) {
+        worker->run([path] { return showOnDesktop(path); }, std::move(shown));
+    };
+}
+
+} // namespace
+
+Assistant::Made Assistant::create(const ProgramEnvironment& environment, const UserSettings& settings,
+    QtScheduler& scheduler, const Wishes& wishes, const Sound& sound, SessionAudience& observer)
+{
+    auto calendar = calendarIn(environment.timeZone, environment.locale);
+    if (!calendar)
+        return {nullptr, environment.unknownTimeZone()};
+    std::unique_ptr<Assistant> assistant(new Assistant(environment, scheduler, settings, *std::move(calendar)));
+    std::string problem = assistant->chooseService(environment, wishes);
+    if (problem.empty())
+        problem = assistant->openNotebookAndTools(environment);
+    if (!problem.empty())
+        return {nullptr, std::move(problem)};
+    assistant->makeSession(wishes, sound, observer);
+    assistant->fireReminders(environment);
+    return {std::move(assistant), {}};
+}
+
+Assistant::Assistant(
+    const ProgramEnvironment& environment, QtScheduler& scheduler, UserSettings settings, Calendar calendar)
+    : m_scheduler(scheduler)
+    , m_settings(std::move(settings))
+    , m_calendar(std::move(calendar))
+    , m_log(environment.stateFolder, scheduler, freshRunName())
+    , m_heard([&scheduler] { return scheduler.wallClock(); })
+    , m_stateFolder(environment.stateFolder)
+{
+}
+
+std::string Assistant::chooseService(const ProgramEnvironment& environment, const Wishes& wishes)
+{
+    const auto& host = wishes.host ? wishes.host : environment.liveHost ? environment.liveHost : m_settings.liveHost;
+    LiveEndpointSettings endpoint{host, environment.apiKey, environment.geminiKey};
+    endpoint.backend = wishes.backend.value_or(m_settings.backend);
+    const LiveEndpointSettings::Choice choice = endpoint.choose();
+    m_connections.backend = choice.backend;
+    m_connections.place = choice.isOnDevice ? LiveAccess::Place::onDevice : LiveAccess::Place::hosted;
+    m_connections.transport = wishes.transport.value_or(m_settings.transport);
+    m_connections.models = m_settings.models;
+    if (choice.hosted)
+        m_service = std::make_unique<HostedAccess>(*choice.hosted);
+    else if (choice.isOnDevice)
+        m_service = std::make_unique<OnDeviceService>(onDeviceCommand(environment, wishes));
+    return choice.problem;
+}
+
+std::string Assistant::openNotebookAndTools(const ProgramEnvironment& environment)
+{
+    OpenedNotebook opened = openNotebook(environment, m_scheduler);
+    if (!opened.notebook)
+        return opened.problem;
+    m_notebook = std::move(opened.notebook);
+    const auto now = [this] { return m_scheduler.wallClock(); };
+    registerReminderTools(m_registry, *m_notebook, {now, m_calendar, freshNoteID});
+    m_agenda = openAgenda(environment, m_scheduler);
+    registerAgendaTools(
+        m_registry, *m_agenda, *m_notebook, {now, m_calendar, freshEventUid, &m_heard, m_settings.wakingHours});
+    m_search = std::make_unique<NotebookSearch>(*m_notebook, m_scheduler);
+    registerNotebookTools(m_registry, *m_notebook,
+        {now, freshNoteID, m_calendar, m_search.get(), &m_heard, showingElsewhere(m_scheduler)});
+    return ToolDispatcher::startUpProblem(m_registry).value_or("");
+}
+
+void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionAudience& observer)
+{
+    m_tools = std::make_unique<ToolDispatcher>(m_registry);
+    // Apart, since only a hosted service costs something.
+    m_usage = std::make_unique<UsageFile>(
+        m_stateFolder + (isOnDevice() ? "/usage-on-device.json" : "/usage.json"), m_scheduler, m_calendar);
+    m_observers = std::make_unique<ObserverGroup>(std::vector<SessionAudience*>{&m_heard, &observer, m_usage.get()});
+    m_choice = std::make_unique<LiveConnectionChoice>(*m_service, m_connections, networks());
+    const auto connections = [this](LiveConnectionObserver& session, LiveMedium medium) {
+        return m_choice->make(session, medium);
+    };
+    SessionController::Ports ports{
+        m_scheduler, connections, sound.player, m_log, *m_observers, *m_tools, [this] { return whereAndWhen(); }};
+    ports.capture = sound.capture;
+    ports.dozeListener = sound.dozeListener;
+    ports.synthesiser = sound.synthesiser;
+    ports.usageStore = m_usage.get();
+    ports.jitter = [] { return QRandomGenerator::global()->generateDouble(); };
+    m_session = std::make_unique<SessionController>(ports, sessionSettings(wishes));
+}
+
+/// On the desktop and in the conversation; in the conversation too what the program that owns the notebook fires.
+void Assistant::fireReminders(const ProgramEnvironment& environment)
+{
+    const auto announce = [this](const std::string& sentence) { m_session->announce(sentence); };
+    m_reminders = std::make_unique<ReminderService>(
+        environment, *m_notebook, m_scheduler, m_log, ReminderService::Voices{announce, nullptr});
+    m_remindersElsewhere = std::make_unique<RemindersElsewhere>(RemindersElsewhere::Ports{
+        *m_notebook, [this] { return m_scheduler.wallClock(); }, [this] { return m_calendar; }, announce});
+}
+
+SessionSettings Assistant::sessionSettings(const Wishes& wishes) const
+{
+    SessionSettings settings;
+    settings.userName = m_settings.userName;
+    settings.familyName = m_settings.familyName;
+    settings.medium = wishes.medium;
+    settings.replies = wishes.replies;
+    settings.greeting = wishes.greeting;
+    settings.listening = wishes.listening;
+    settings.microphone =
+        m_settings.sendsOnlySpeech ? SessionSettings::Microphone::onlySpeech : SessionSettings::Microphone::everything;
+    settings.restsWhenQuiet = m_settings.restsWhenQuiet;
+    settings.helpMode = m_settings.helpMode;
+    if (!isOnDevice())
+        settings.dailyMinutes = m_settings.dailyMinutes;
+    return settings;
+}
+
+/// With what the model should know of the notebook from its first word.
+LiveConnectionChoice::Networks Assistant::networks()
+{
+    constexpr std::size_t longestFile = 16 * 1024;
+    const std::string path = m_stateFolder + "/networks.json";
+    LiveConnectionChoice::Networks networks;
+    if (const auto known = parseJson(PrivateFile::readWhole(path, longestFile)))
+        networks.blocked = BlockedNetworks::fromJson(*known);
+    networks.current = &NetworkFingerprint::current;
+    networks.now = [this] { return m_scheduler.wallClock(); };
+    networks.changed = [path](const BlockedNetworks& blocked) {
+        PrivateFile::replace(path, dumpJson(blocked.json()) + "\n");
+    };
+    return networks;
+}
+
+std::string Assistant::whereAndWhen() const
+{
+    const std::string digest = notebookDigest(m_notebook->notes(), m_scheduler.wallClock(), m_calendar);
+    return "It is " + formatted(m_scheduler.wallClock(), "EEEE d MMMM yyyy, HH:mm", m_calendar, "en_GB")
+        + ", in the time zone " + m_calendar.zone() + "."
+        + (digest.empty() ? "" : "\n\nFrom their notebook, as it stands now:\n\n" + digest);
+}
+
+} // namespace quorvell

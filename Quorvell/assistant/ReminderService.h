@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// Lets a program fire reminders for as long as it owns the notebook.
+#pragma once
+
+#include "Quorvell/desktop/DesktopNotifier.h"
+#include "Quorvell/desktop/LoginWatch.h"
+#include "Quorvell/desktop/TimerFdWallClock.h"
+#include "Quorvell/loop/EventLog.h"
+#include "Quorvell/loop/Scheduler.h"
+#include "Quorvell/notebook/Notebook.h"
+#include "Quorvell/reminding/ReminderWatch.h"
+#include "Quorvell/settings/ProgramEnvironment.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace quorvell {
+
+/// Every program that may own it holds one. Main thread, with an event loop.
+class ReminderService {
+public:
+    struct Voices {
+        std::function<void(const std::string& sentence)> announce; ///< Where somebody listens; may be empty.
+        std::function<void()> couldNotShow; ///< May be empty.
+    };
+
+    /// All but the environment are borrowed and outlive it.
+    ReminderService(
+        const ProgramEnvironment& environment, Notebook& notebook, Scheduler& scheduler, EventLog& log, Voices voices);
+    ~ReminderService();
+    ReminderService(const ReminderService&) = delete;
+    ReminderService& operator=(const ReminderService&) = delete;
+
+private:
+    /// Connections of its own, which end with it.
+    struct Buses {
+        Buses();
+        ~Buses();
+        QString sessionName;
+        QString systemName;
+    };
+
+    Buses m_buses;
+    TimerFdWallClock m_clock;
+    DesktopNotifier m_notifier;
+    LoginWatch m_presence;
+    ReminderWatch m_watch;
+    std::shared_ptr<bool> m_life = std::make_shared<bool>(true);
+};
+
+} // namespace quorvell

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/session/connection/LinePreparation.h"
+
+#include <nlohmann/json.hpp>
+
+namespace quorvell {
+
+LinePreparation::LinePreparation(Ports ports, SessionLimits limits)
+    : m_ports(ports)
+    , m_limits(limits)
+{
+}
+
+void LinePreparation::onset()
+{
+    if (!m_ports.lines.hasPrepared()) {
+        if (!isAllowed())
+            return;
+        m_unused.push_back(m_ports.scheduler.now());
+        ++m_ports.meter.counts().prepared;
+        m_ports.log.record("connection_prepared", Json::object());
+        m_ports.lines.prepare();
+    }
+    m_timer = m_ports.scheduler.after(m_limits.preparedFor, [this] { throwAway(); });
+}
+
+void LinePreparation::used()
+{
+    m_timer.cancel();
+    if (m_ports.lines.hasPrepared() && !m_unused.empty())
+        m_unused.pop_back();
+}
+
+void LinePreparation::throwAway()
+{
+    if (!m_ports.lines.hasPrepared())
+        return;
+    m_ports.log.record("connection_not_needed", Json::object());
+    m_ports.lines.dropPrepared();
+}
+
+bool LinePreparation::isAllowed()
+{
+    constexpr std::chrono::hours span{1};
+    while (!m_unused.empty() && m_ports.scheduler.now() - m_unused.front() > span)
+        m_unused.pop_front();
+    const bool isOftenUnused = m_unused.size() >= static_cast<std::size_t>(m_limits.preparedPerHour);
+    return !isOftenUnused && !m_ports.meter.isDayUsedUp();
+}
+
+} // namespace quorvell

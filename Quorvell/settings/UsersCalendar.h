@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// By the rules of the computer's own time zone database.
+#pragma once
+
+#include "QuorvellCore/reminders/Calendar.h"
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+namespace quorvell {
+
+struct ProgramEnvironment;
+
+/// Nothing for a zone that is not known.
+std::optional<Calendar> calendarIn(const std::string& zone, const std::string& locale);
+
+/// The days of the user of this computer. Nothing where their zone is unknown, which is then told.
+std::optional<Calendar> usersCalendar(const ProgramEnvironment& environment, std::ostream& complaints);
+
+} // namespace quorvell

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+// The tools of the notebook, the reminders, the calendar and the linked accounts.
+#include "QuorvellCore/live/tools/ToolGroups.h"
+#include "QuorvellCore/live/tools/ToolSchema.h"
+
+namespace quorvell::tool_groups {
+
+using namespace tool_schema;
+
+namespace {
+
+constexpr std::string_view moment = "\"2026-11-22 17:00\" in the user's time zone, or \"2026-11-22\" for a whole day.";
+
+Json dateText(std::string_view what)
+{
+    return text(std::string(what) + " " + std::string(moment));
+}
+
+Json notes()
+{
+    return Json::array({
+        declaration("keep_note", "Keeps a note in the user's notebook. Answers with its id once it is safely stored.",
+            {required("title", text("A few words that they would look for.")),
+                required("text", text("The note in their words; Markdown is fine.")),
+                optional("kind",
+                    choice("note: their own words (default). clip: something copied from the screen or a page.",
+                        {"note", "clip"}))}),
+        declaration("find_in_notebook",
+            "Searches everything in the notebook: notes, clips, explanations, how-tos, facts about the user, "
+            "reminders. Answers with the best matches, each with id, kind, title, snippet and dates; read_note gives "
+            "the whole text.",
+            {required("query", text("The two or three words that matter. Empty lists the newest.")),
+                optional("kind",
+                    choice("Only this kind; about_me holds facts about the user.",
+                        {"note", "clip", "explanation", "how_to", "about_me"})),
+                optional("limit", integer("At most so many, 1 to 50. Default 10."))}),
+        declaration("read_note", "Reads one note whole.",
+            {required("id", text("The note's id, 12 characters, from find_in_notebook."))}),
+        declaration("explain",
+            "Keeps an explanation that the user asked for, so that they can read it again. Say it to them as well.",
+            {required("question", text("What they wanted to know, in their words.")),
+                required("text", text("The explanation; Markdown is fine.")),
+                optional("level", choice("How deep it goes. Default: normal.", {"simple", "normal", "detailed"}))}),
+        declaration("save_how_to", "Keeps a way of doing something that worked, so that it can be followed again.",
+            {required("title", text("A few words, such as \"Send a photo by e-mail\".")),
+                required("goal", text("What one has at the end.")),
+                required("steps", list("The steps in order, as one would tell them.", text("One step."))),
+                optional("based_on", text("Id of the how-to that this one replaces."))}),
+        declaration("remember_about_them",
+            "Remembers one lasting fact about the user that they told you. Never secrets, health details they didn't "
+            "ask to keep, or guesses.",
+            {required("fact", text("One sentence in the third person, such as \"Prefers large print.\"."))}),
+        declaration("open_notebook", "Shows the notebook on the screen.",
+            {optional("id", text("The note to show. Default: the list."))}),
+    });
+}
+
+Json reminders()
+{
+    return Json::array({
+        declaration("set_reminder",
+            "Sets, lists, changes, ticks off or puts off a reminder. To set one, give the user's own words in `text`. "
+            "Answers \"set\" with the day and hour in words; or, with nothing stored, \"which_time\" with the choices, "
+            "\"needs_time\" or \"needs_task\": ask the user and call again.",
+            {
+                optional("text",
+                    text("What they said, whole, with the words for the time: \"call the dentist tomorrow at 5 pm\".")),
+                optional("task", text("What to be reminded of, without the time; with `date`, or in a second call.")),
+                optional("date", dateText("The moment, when it is settled:")),
+                optional("repeat",
+                    text("\"daily\", \"weekdays\", \"weekly:2\" (1 Sunday to 7 Saturday, several with commas), "
+                         "\"monthly:15\" or \"yearly\"; as an earlier answer gave it. \"none\" ends the repeating.")),
+                optional("when_back", flag("True: when the user is next back at the computer, instead of at a time.")),
+                optional("list", flag("True: lists what is pending, each with its id.")),
+                optional("id",
+                    text(
+                        "An existing reminder, to change it, tick it off or put it off. Without it `task` may name the "
+                        "reminder; without both, the one that is due is meant.")),
+                optional("done", flag("True: that one is done.")),
+                optional("later",
+                    text("Until when that one is put off, in the user's words, such as \"in an hour\" or "
+                         "\"tomorrow morning\".")),
+            }),
+    });
+}
+
+Json days()
+{
+    return Json::array({
+        declaration("whats_on", "Lists events and reminders of a stretch of days, in order, each with its id.",
+            {optional("from", dateText("First day or moment. Default: now.")),
+                optional("to", dateText("Last day or moment. Default: the end of the first day."))}),
+        declaration("find_free_time", "Finds gaps in the calendar during waking hours. Answers with a few that fit.",
+            {required("minutes", integer("How long the gap must be.")),
+                optional("from", dateText("Search from. Default: now.")),
+                optional("to", dateText("Search until. Default: seven days later."))}),
+        declaration("add_event", "Puts an event into the calendar. Answers with its id and its time in words.",
+            {required("title", text("What it is, in a few words.")), required("start", dateText("When it begins:")),
+                optional("end", dateText("When it ends; or give `minutes`.")),
+                optional("minutes", integer("How long it lasts. Default 60.")),
+                optional("all_day", flag("True for whole days.")), optional("place", text("Where.")),
+                optional("notes", text("Anything else worth keeping with it.")),
+                optional("repeat",
+                    text("Only when it comes again and again: \"daily\", \"weekdays\", \"weekly:2\" (1 Sunday to 7 "
+                         "Saturday, several with commas), \"monthly:15\" or \"yearly\"."))}),
+        declaration("change_event", "Moves, changes or cancels an event. Give `changes` or `cancel`, never both.",
+            {required("id", text("The event's id, from whats_on.")),
+                optional("changes",
+                    object("Only what changes.",
+                        {optional("title", text("New title.")), optional("start", dateText("New start:")),
+                            optional("end", dateText("New end:")), optional("all_day", flag("Whole days.")),
+                            optional("place", text("New place.")), optional("notes", text("New notes."))})),
+                optional("cancel",
+                    flag(
+                        "True removes the event. Answers first with a question for the user; call again once they have "
+                        "said yes.")),
+                optional("series", flag("True: all of a series, not only this time of it."))}),
+    });
+}
+
+} // namespace
+
+Json notebook()
+{
+    Json all = Json::array();
+    for (const Json& part : {notes(), reminders(), days()})
+        all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
+
+Json connectedApps()
+{
+    return Json::array({
+        declaration("connect_app",
+            "Opens the page on which the user links an online account. They sign in themselves; an app event follows.",
+            {required("app", text("The service, such as \"mail\" or \"calendar\", by its usual name."))}),
+        declaration("check_connected_apps", "Lists the linked accounts and whether each one works."),
+        declaration("search_connected_tools",
+            "Finds tools of the linked accounts. Answers with names, descriptions and the arguments that they take.",
+            {required("query", text("What you want to do, in a few words.")),
+                optional("app", text("Only tools of this service."))}),
+        declaration("execute_connected_tool",
+            "Runs one tool of a linked account. Answers with ok, executed, and data or error.",
+            {required("tool", text("The name exactly as search_connected_tools gave it.")),
+                required("arguments",
+                    text("The arguments as the text of a JSON object, exactly as the tool's description asks for them: "
+                         "\"{\\\"to\\\": \\\"mina@example.com\\\"}\"."))}),
+    });
+}
+
+} // namespace quorvell::tool_groups

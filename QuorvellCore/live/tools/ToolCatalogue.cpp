@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: MIT
+// The tools as the two kinds of backend want them.
+#include "QuorvellCore/live/tools/ToolCatalogue.h"
+
+#include "QuorvellCore/live/tools/ToolGroups.h"
+#include "QuorvellCore/live/tools/ToolSchema.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+constexpr auto notebookNames = std::to_array<std::string_view>(
+    {"keep_note", "find_in_notebook", "read_note", "explain", "save_how_to", "remember_about_them", "open_notebook",
+        "set_reminder", "whats_on", "find_free_time", "add_event", "change_event"});
+constexpr auto connectedNames = std::to_array<std::string_view>(
+    {"connect_app", "check_connected_apps", "search_connected_tools", "execute_connected_tool"});
+constexpr auto nextStepNames = std::to_array<std::string_view>({"click", "type_text", "press_key", "scroll",
+    "choose_menu", "choose_option", "open_app", "open_website", "click_at_spot", "point_at"});
+constexpr auto planUpdateNames =
+    std::to_array<std::string_view>({"click", "type_text", "press_key", "scroll", "choose_menu", "open_app",
+        "open_website", "read_page", "find_on_page", "choose_option", "fill_form", "browser_control", "wait_for_screen",
+        "look_at_screen", "do_steps", "quick_action", "click_at_spot", "drag", "task_finished", "keep_note"});
+
+Json group(Json declarations)
+{
+    return {{"functionDeclarations", std::move(declarations)}};
+}
+
+Json screenGroup()
+{
+    Json all = tool_groups::screenActions();
+    const Json tasks = tool_groups::tasksAndModes();
+    all.insert(all.end(), tasks.begin(), tasks.end());
+    return all;
+}
+
+void removeProperty(Json& declaration, const char* name)
+{
+    if (declaration.contains("parameters"))
+        declaration["parameters"]["properties"].erase(name);
+}
+
+bool isOffered(const Json& declaration, const ToolFlags& flags)
+{
+    const std::string name = readString(declaration, "name").value_or("");
+    if (name == "do_task")
+        return flags.tiered;
+    if (name == "look_up")
+        return flags.webLookup;
+    return flags.connectedApps || !ToolCatalogue::connectedAppToolNames.contains(name);
+}
+
+/// The declarations of one group that the flags ask for.
+Json offered(const Json& declarations, const ToolFlags& flags)
+{
+    Json kept = Json::array();
+    for (const Json& declaration : declarations) {
+        if (!isOffered(declaration, flags))
+            continue;
+        kept.push_back(declaration);
+        if (!flags.nextStep)
+            removeProperty(kept.back(), "then");
+    }
+    return kept;
+}
+
+Json responsesTool(const Json& declaration)
+{
+    const Json* parameters = memberOf(declaration, "parameters");
+    const Json none{{"type", "object"}, {"properties", Json::object()}};
+    return {{"type", "function"}, {"name", declaration["name"]}, {"description", declaration["description"]},
+        {"parameters", parameters ? ToolCatalogue::jsonSchema(*parameters) : none}};
+}
+
+/// The schemas in a list or under the names of an object.
+Json eachAsJsonSchema(const Json& schemas)
+{
+    Json result = schemas;
+    for (Json& schema : result)
+        schema = ToolCatalogue::jsonSchema(schema);
+    return result;
+}
+
+Json lowerCasedTypeName(const Json& type)
+{
+    auto name = readString(type);
+    if (!name)
+        return type;
+    std::transform(name->begin(), name->end(), name->begin(),
+        [](char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter; });
+    return *name;
+}
+
+} // namespace
+
+constinit const ToolNames ToolCatalogue::notebookToolNames{notebookNames};
+constinit const ToolNames ToolCatalogue::connectedAppToolNames{connectedNames};
+constinit const ToolNames ToolCatalogue::nextStepTools{nextStepNames};
+constinit const ToolNames ToolCatalogue::planUpdateTools{planUpdateNames};
+
+const Json& ToolCatalogue::planUpdateProperty()
+{
+    using namespace tool_schema;
+    static const Json property = object("Optional: keeps the open plan true without a call of its own, such as "
+                                        "{\"done\": [1], \"facts\": [\"The order number is 4711.\"]}.",
+        {optional("done", list("Numbers of the steps that are done, from 1.", Json{{"type", "INTEGER"}})),
+            optional("facts", list("Facts worth keeping for later steps.", Json{{"type", "STRING"}}))});
+    return property;
+}
+
+const Json& ToolCatalogue::nextStepProperty()
+{
+    using namespace tool_schema;
+    static const Json property = object("Optional, and worth giving whenever you can already tell: the one step after "
+                                        "this one. It is carried out only if this one worked and the step still fits; "
+                                        "otherwise you get the fresh screen. Never a step that needs consent.",
+        {required("tool", choice("The tool of that step.", nextStepNames)),
+            required("arguments", tool_groups::stepArguments())});
+    return property;
+}
+
+const Json& ToolCatalogue::notebookTools()
+{
+    static const Json declarations = tool_groups::notebook();
+    return declarations;
+}
+
+const Json& ToolCatalogue::connectedAppTools()
+{
+    static const Json declarations = tool_groups::connectedApps();
+    return declarations;
+}
+
+const Json& ToolCatalogue::lookUpTool()
+{
+    using namespace tool_schema;
+    static const Json declaration = tool_schema::declaration("look_up",
+        "Looks something up on the web and answers with a short summary and its sources. For anything recent, changing "
+        "or uncertain.",
+        {required("query", text("A short question without the user's private details."))});
+    return declaration;
+}
+
+const Json& ToolCatalogue::updateTool()
+{
+    using namespace tool_schema;
+    static const Json declaration = tool_schema::declaration("quorvell_update",
+        "Checks for a newer Quorvell, or installs it when the user has asked for that. Answers with both versions.",
+        {required("action", choice("What to do.", {"check", "install"}))});
+    return declaration;
+}
+
+const Json& ToolCatalogue::tools()
+{
+    static const Json groups = Json::array({group(screenGroup()), group(notebookTools()),
+        group(Json::array({updateTool()})), group(connectedAppTools()), group(Json::array({lookUpTool()}))});
+    return groups;
+}
+
+Json ToolCatalogue::liveTools(const ToolFlags& flags)
+{
+    Json groups = Json::array();
+    for (const Json& whole : tools()) {
+        Json kept = offered(whole["functionDeclarations"], flags);
+        if (!kept.empty())
+            groups.push_back(group(std::move(kept)));
+    }
+    return groups;
+}
+
+Json ToolCatalogue::responsesTools(const ToolFlags& flags)
+{
+    Json list = Json::array();
+    for (const Json& whole : tools()) {
+        for (const Json& declaration : offered(whole["functionDeclarations"], flags))
+            list.push_back(responsesTool(declaration));
+    }
+    return list;
+}
+
+Json ToolCatalogue::jsonSchema(const Json& schema)
+{
+    if (!schema.is_object())
+        return schema;
+    Json result = schema;
+    for (auto& [key, value] : result.items()) {
+        if (key == "type")
+            value = lowerCasedTypeName(value);
+        else if (key == "items")
+            value = jsonSchema(value);
+        else if (key == "properties" || key == "anyOf")
+            value = eachAsJsonSchema(value);
+    }
+    return result;
+}
+
+} // namespace quorvell

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Reads what a client sends to a server.
+#pragma once
+
+#include "QuorvellCore/live/wire/openai/OpenAILiveClientMessage.h"
+#include "QuorvellCore/text/Json.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// Everything is bounded; what cannot be acted on becomes Malformed.
+struct OpenAILiveClientParser {
+    static constexpr JsonLimits limits{.maximumBytes = 16 * 1024 * 1024, .maximumDepth = 64};
+    static constexpr std::size_t maximumTools = 256;
+    static constexpr int minimumSampleRate = 8000;
+    static constexpr int maximumSampleRate = 48000;
+
+    static OpenAILiveClientMessage parse(std::string_view message);
+
+    /// The options that a session object states. On failure nothing, and `problem` says in a sentence what is wrong.
+    static std::optional<OpenAILiveSetupOptions> parseSession(const Json& session, std::string& problem);
+};
+
+} // namespace quorvell

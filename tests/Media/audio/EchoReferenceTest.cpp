@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "Media/audio/EchoReference.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+#include <thread>
+
+namespace quorvell {
+namespace {
+
+std::vector<std::int16_t> counting(std::size_t count, int first)
+{
+    std::vector<std::int16_t> samples(count);
+    std::iota(samples.begin(), samples.end(), static_cast<std::int16_t>(first));
+    return samples;
+}
+
+TEST(SampleRing, keepsOrderBetweenTwoThreads)
+{
+    constexpr std::size_t total = 300'000;
+    SampleRing ring(1000);
+    std::jthread writer([&ring] {
+        std::vector<std::int16_t> piece(333);
+        for (std::size_t sent = 0; sent < total;) {
+            for (std::size_t index = 0; index < piece.size(); ++index)
+                piece[index] = static_cast<std::int16_t>((sent + index) % 30'011);
+            const std::size_t wanted = std::min(piece.size(), total - sent);
+            sent += ring.write(std::span(piece).first(wanted));
+        }
+    });
+    std::vector<std::int16_t> into(271);
+    std::size_t wrong = 0;
+    for (std::size_t got = 0; got < total;) {
+        const std::size_t count = ring.read(into);
+        for (std::size_t index = 0; index < count; ++index)
+            wrong += into[index] == static_cast<std::int16_t>((got + index) % 30'011) ? 0 : 1;
+        got += count;
+    }
+    EXPECT_EQ(wrong, 0U);
+    EXPECT_EQ(ring.available(), 0U);
+}
+
+/// Each step plays, then captures frames; `next` is the sample that the last frame gets first, 0 for silence.
+TEST(EchoReference, staysBesideTheEcho)
+{
+    enum class Event { none, forget, restart };
+    struct Step {
+        std::size_t played;
+        Event event;
+        int frames;
+        int next;
+    };
+    struct Row {
+        const char* name;
+        std::vector<Step> steps;
+    };
+    constexpr Event none = Event::none;
+    const Row rows[] = {
+        {"frame by frame", {{960, none, 1, 1}, {240, none, 1, 241}, {240, none, 1, 481}}},
+        {"silence before anything is played", {{0, none, 1, 0}, {240, none, 1, 1}, {0, none, 1, 0}}},
+        {"a microphone that is late and catches up",
+            {{960, none, 1, 1}, {7200, none, 30, 7201}, {12'000, none, 20, 12'001}}},
+        {"what was flushed will not sound", {{960, none, 1, 1}, {480, Event::forget, 1, 0}, {240, none, 1, 1441}}},
+        {"the microphone was closed meanwhile", {{900, none, 1, 1}, {300, Event::restart, 1, 0}, {240, none, 1, 1201}}},
+        {"within tolerance nothing is dropped", {{12'000 + 960 + 720, none, 50, 11'761}, {240, none, 1, 12'001}}},
+        {"a captured stretch was lost: brought forward to the queue",
+            {{12'000 + 2400, none, 50, 11'761}, {240, none, 1, 13'441}}},
+        {"a second without a microphone", {{24'000, none, 50, 11'761}, {0, none, 1, 23'041}}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EchoReference reference;
+        int played = 0;
+        for (const Step& step : row.steps) {
+            reference.played(counting(step.played, played + 1));
+            played += static_cast<int>(step.played);
+            if (step.event == Event::forget)
+                reference.forgetUnplayed();
+            if (step.event == Event::restart)
+                reference.restart();
+            std::vector<std::int16_t> frame(240, -1);
+            bool isSound = false;
+            for (int count = 0; count < step.frames; ++count)
+                isSound = reference.next(frame);
+            EXPECT_EQ(isSound, step.next != 0);
+            EXPECT_EQ(frame.front(), static_cast<std::int16_t>(step.next));
+        }
+    }
+}
+
+} // namespace
+} // namespace quorvell

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "Media/audio/WavFile.h"
+
+#include <gtest/gtest.h>
+#include <sndfile.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <numbers>
+
+namespace quorvell {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int wantedRateHz = 24000;
+constexpr double toneHz = 440;
+
+class WavFileTest : public testing::Test {
+protected:
+    void SetUp() override { fs::create_directories(folder); }
+    void TearDown() override { fs::remove_all(folder); }
+
+    std::string path(const std::string& name) const { return (folder / name).string(); }
+
+    /// A tone in the first channel, silence in the others.
+    std::string record(int format, int rateHz, int channels, double seconds) const
+    {
+        SF_INFO info{};
+        info.format = format;
+        info.samplerate = rateHz;
+        info.channels = channels;
+        const std::string file = path("tone");
+        SNDFILE* sound = sf_open(file.c_str(), SFM_WRITE, &info);
+        std::vector<float> frame(static_cast<std::size_t>(channels));
+        for (int index = 0; index < static_cast<int>(seconds * rateHz); ++index) {
+            frame[0] = 0.5F * static_cast<float>(std::sin(2 * std::numbers::pi * toneHz * index / rateHz));
+            sf_writef_float(sound, frame.data(), 1);
+        }
+        sf_close(sound);
+        return file;
+    }
+
+    fs::path folder = fs::temp_directory_path() / ("quorvell-wav-" + std::to_string(getpid()));
+};
+
+double rms(const std::vector<std::int16_t>& samples)
+{
+    double sum = 0;
+    for (const auto sample : samples)
+        sum += static_cast<double>(sample) * sample;
+    return std::sqrt(sum / static_cast<double>(samples.size())) / 32768;
+}
+
+double risingCrossings(const std::vector<std::int16_t>& samples)
+{
+    double count = 0;
+    for (std::size_t index = 1; index < samples.size(); ++index)
+        count += samples[index - 1] < 0 && samples[index] >= 0 ? 1 : 0;
+    return count;
+}
+
+TEST_F(WavFileTest, readsCommonFormatsAsMonoAtTheWantedRate)
+{
+    struct Row {
+        const char* name;
+        int format;
+        int rateHz;
+        int channels;
+    };
+    const Row rows[] = {
+        {"telephone, A-law", SF_FORMAT_WAV | SF_FORMAT_ALAW, 8000, 1},
+        {"recogniser's rate", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 16000, 1},
+        {"already as wanted", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 24000, 1},
+        {"compact disc", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 44100, 2},
+        {"studio", SF_FORMAT_WAV | SF_FORMAT_PCM_24, 96000, 2},
+        {"8 bits, unsigned", SF_FORMAT_WAV | SF_FORMAT_PCM_U8, 11025, 1},
+        {"floats, six channels", SF_FORMAT_WAVEX | SF_FORMAT_FLOAT, 48000, 6},
+        {"large file header", SF_FORMAT_RF64 | SF_FORMAT_PCM_32, 32000, 2},
+        {"compressed", SF_FORMAT_WAV | SF_FORMAT_IMA_ADPCM, 22050, 1},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto reading = WavFile::read(record(row.format, row.rateHz, row.channels, 0.5), wantedRateHz);
+        ASSERT_TRUE(reading.samples) << reading.problem;
+        EXPECT_NEAR(static_cast<double>(reading.samples->size()), 0.5 * wantedRateHz, 0.5 * wantedRateHz * 0.05);
+        EXPECT_NEAR(risingCrossings(*reading.samples), 0.5 * toneHz, 0.5 * toneHz * 0.06);
+        EXPECT_NEAR(rms(*reading.samples), 0.5 / std::numbers::sqrt2 / row.channels, 0.02);
+    }
+}
+
+TEST_F(WavFileTest, refusesWithASentence)
+{
+    const int wav = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
+    struct Row {
+        const char* name;
+        std::string file;
+        const char* sentence;
+    };
+    const auto keep = [this](const std::string& from, const char* name) {
+        fs::rename(from, path(name));
+        return path(name);
+    };
+    std::ofstream(path("text.wav")) << "RIFF is not enough to make a recording of a text";
+    std::ofstream(path("empty.wav")).close();
+    const Row rows[] = {
+        {"missing", path("missing.wav"), "Could not open"},
+        {"a folder", folder.string(), "is not a file"},
+        {"no sound file", path("text.wav"), "is not a WAV file"},
+        {"empty", path("empty.wav"), "is not a WAV file"},
+        {"another sound format", keep(record(SF_FORMAT_AU | SF_FORMAT_PCM_16, 8000, 1, 0.1), "a"), "is not a WAV file"},
+        {"header only", keep(record(wav, 24000, 1, 0), "b"), "holds no sound"},
+        {"too slow", keep(record(wav, 1000, 1, 1), "c"), "sample rate of 1000 Hz"},
+        {"too long", keep(record(SF_FORMAT_WAV | SF_FORMAT_PCM_U8, 4000, 1, 600.5), "d"), "longer than 10 minutes"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto reading = WavFile::read(row.file, wantedRateHz);
+        EXPECT_FALSE(reading.samples);
+        EXPECT_NE(reading.problem.find(row.sentence), std::string::npos) << reading.problem;
+    }
+}
+
+TEST_F(WavFileTest, givesWhatABrokenOffFileHolds)
+{
+    const std::string file = record(SF_FORMAT_WAV | SF_FORMAT_PCM_16, 24000, 1, 1);
+    fs::resize_file(file, 44 + 24000); // The header still promises 48000 bytes.
+    std::ifstream stream(file, std::ios::binary);
+    const std::vector<std::uint8_t> bytes((std::istreambuf_iterator<char>(stream)), {});
+    for (const WavReading& reading : {WavFile::read(file, wantedRateHz), WavFile::read(bytes, wantedRateHz)}) {
+        ASSERT_TRUE(reading.samples) << reading.problem;
+        EXPECT_EQ(reading.samples->size(), 12000U);
+    }
+}
+
+TEST_F(WavFileTest, writesWhatItReads)
+{
+    const std::vector<std::int16_t> samples = {0, 1, -1, 32767, -32768, 1234};
+    EXPECT_EQ(WavFile::write(path("out.wav"), samples, wantedRateHz), std::nullopt);
+    EXPECT_EQ(WavFile::read(path("out.wav"), wantedRateHz).samples, samples);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
+
+    EXPECT_EQ(WavFile::problemOfWriting(path("out.wav")), std::nullopt);
+    EXPECT_EQ(WavFile::problemOfWriting("out.wav"), std::nullopt);
+    for (const std::string& place : {path("missing/out.wav"), folder.string()}) {
+        const auto problem = WavFile::write(place, samples, wantedRateHz);
+        ASSERT_TRUE(problem);
+        EXPECT_NE(problem->find("Choose a folder"), std::string::npos);
+        EXPECT_EQ(WavFile::problemOfWriting(place), problem);
+    }
+}
+
+} // namespace
+} // namespace quorvell

@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/app/conversation/ConversationEvents.h"
+#include "Quorvell/app/conversation/ConversationText.h"
+#include "Quorvell/app/conversation/ToolText.h"
+#include "Quorvell/app/conversation/WorkNote.h"
+#include "Quorvell/app/conversation/WorkStatus.h"
+#include "Quorvell/app/talk/TalkStatus.h"
+#include "QuorvellCore/text/PrintableText.h"
+#include "VirtualScheduler.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <functional>
+#include <sstream>
+
+namespace quorvell {
+namespace {
+
+using namespace std::chrono_literals;
+using Words = SessionObserver::Words;
+using Outcome = SessionObserver::TurnOutcome;
+
+const TaskPlan moving{"Move", {{"Pack", true}}, {}, {}};
+
+/// One conversation with everything in it.
+void hold(SessionObserver& view, VirtualScheduler& clock)
+{
+    view.phaseChanged(SessionPhase::connecting);
+    clock.advance(40ms);
+    view.phaseChanged(SessionPhase::active);
+    view.userSaid("keep milk", Words::typed);
+    view.toolCalled({"call_1", "keep_note", {{"title", "milk"}}});
+    view.toolAnswered({"call_1", "keep_note", {{"status", "kept"}, {"title", "Milk"}}});
+    view.assistantSaid("Noted.");
+    view.assistantSaid("Anything else?");
+    view.turnCompleted(Outcome::answered);
+    view.userSaid("hello?", Words::spoken);
+    view.turnCompleted(Outcome::unanswered);
+    view.problemArose("Trouble.");
+    SessionEnd end;
+    end.reason = "gone";
+    end.isFailure = true;
+    end.sentence = "Lost.";
+    end.unsent = {"one more"};
+    view.conversationEnded(end);
+}
+
+TEST(ConversationEvents, isOneObjectALineWithTimes)
+{
+    std::ostringstream out;
+    VirtualScheduler clock;
+    ConversationEvents view(out, clock);
+    hold(view, clock);
+    std::string expected = R"({"event":"phase","at":"2026-11-21T10:00:00.000Z","ms":0,"phase":"connecting"})"
+                           "\n";
+    const auto expect = [&expected](const std::string& event, const std::string& fields) {
+        expected += R"({"event":")" + event + R"(","at":"2026-11-21T10:00:00.040Z","ms":40,)" + fields + "}\n";
+    };
+    expect("phase", R"("phase":"active")");
+    expect("words", R"("speaker":"user","source":"typed","text":"keep milk")");
+    expect("tool_call", R"("id":"call_1","name":"keep_note","args":{"title":"milk"})");
+    expect("tool_result", R"("id":"call_1","name":"keep_note","result":{"status":"kept","title":"Milk"})");
+    expect("words", R"("speaker":"assistant","text":"Noted.")");
+    expect("words", R"("speaker":"assistant","text":"Anything else?")");
+    expect("reply", R"("answered":true,"text":"Noted. Anything else?")");
+    expect("words", R"("speaker":"user","source":"spoken","text":"hello?")");
+    expect("reply", R"("answered":false,"text":"")");
+    expect("problem", R"("text":"Trouble.")");
+    expect("closed", R"("reason":"gone","failed":true,"text":"Lost.","unsent":["one more"])");
+    ThoughtSummary thought;
+    for (const char* piece : {"**Look", "ing**\n", "Found."}) {
+        thought.add(piece);
+        view.thoughtChanged(thought);
+    }
+    view.planChanged(moving);
+    view.assistantSaid("Here.");
+    expect("thinking", R"("text":"Looking")");
+    expect("plan", R"("goal":"Move","steps":[{"number":1,"text":"Pack","done":true}],"facts":[])");
+    expect("thinking", R"("text":"Found.")");
+    expect("words", R"("speaker":"assistant","text":"Here.")");
+    EXPECT_EQ(out.str(), expected);
+}
+
+TEST(ConversationText, showsRepliesAndKeepsProblemsApart)
+{
+    std::ostringstream out;
+    std::ostringstream errors;
+    VirtualScheduler clock;
+    ConversationText plain(out, errors, {});
+    hold(plain, clock);
+    plain.planChanged(moving);
+    EXPECT_EQ(out.str(), "  · Note kept: Milk\nNoted.\nAnything else?\n  · [x] 1. Pack\n");
+    EXPECT_EQ(errors.str(), "No answer came. Ask again.\nTrouble.\nLost.\nNot sent: one more\n");
+
+    out.str("");
+    ConversationText::Style style{TerminalColour::ansi, ConversationText::Speakers::named};
+    style.tools = ConversationText::Tools::whole;
+    style.columns = [] { return std::size_t(20); };
+    ConversationText coloured(out, errors, style);
+    hold(coloured, clock);
+    EXPECT_EQ(out.str(),
+        "You: keep milk\n\x1b[2m  · keep_note\n    {\"title\":\"milk\"}\x1b[0m\n"
+        "\x1b[2m  · keep_note\n    {\"status\":\"kept\",\"title\":\"Milk\"}\x1b[0m\n"
+        "Quorvell: Noted.\nQuorvell: Anything\nelse?\nYou: hello?\n");
+}
+
+TEST(ToolText, tellsWhatWasDoneInAFewWords)
+{
+    struct Row {
+        const char* tool;
+        Json answer;
+        const char* told; ///< Null: the assistant's words tell it.
+    };
+    const Row rows[] = {
+        {"set_reminder",
+            {{"status", "set"}, {"task", "Call mum"}, {"when", "Sunday at 5 PM"}, {"repeat_words", "every week"}},
+            "Reminder set: Call mum, Sunday at 5 PM, every week"},
+        {"set_reminder", {{"status", "done"}, {"task", "Bins"}, {"next", "Monday"}},
+            "Reminder done: Bins, next Monday"},
+        {"set_reminder", {{"status", "reminders"}, {"count", 1}}, "Reminders looked up: 1 reminder"},
+        {"set_reminder", {{"status", "which_time"}, {"task", "Bins"}}, nullptr},
+        {"whats_on", {{"status", "agenda"}, {"count", 3}}, "Calendar looked up: 3 entries"},
+        {"find_free_time", {{"status", "free"}, {"slots", Json::array()}}, "Free time looked up: no free times"},
+        {"add_event", {{"error", "start is missing."}}, "not done: add event"},
+        {"look_up", {{"answer", "42"}}, "done: look up"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(ToolText::of({"call_1", row.tool, row.answer}),
+            row.told ? std::optional<std::string>(row.told) : std::nullopt)
+            << row.tool;
+}
+
+TEST(WorkStatus, tellsOnlyOfLongWaitsAndMakesRoomForWords)
+{
+    std::ostringstream out;
+    VirtualScheduler clock;
+    StatusLine line(out);
+    WorkStatus status(clock, line);
+    const auto written = [&] { return std::exchange(out, std::ostringstream()).str(); };
+    status.phaseChanged(SessionPhase::connecting);
+    EXPECT_EQ(written(), "\x1b[2mCalling the assistant …\x1b[0m");
+    status.phaseChanged(SessionPhase::active);
+    EXPECT_EQ(written(), "\r\x1b[K");
+    status.userSaid("find it", Words::typed);
+    clock.advance(1s);
+    EXPECT_EQ(written(), "");
+    status.toolCalled({"call_1", "look_up", {}});
+    clock.advance(1s);
+    EXPECT_EQ(written(), "\x1b[2mWorking: look up … 2 s (Ctrl+C stops)\x1b[0m");
+    line.aside([&] { out << "said\n"; });
+    EXPECT_EQ(written(), "\r\x1b[Ksaid\n\x1b[2mWorking: look up … 2 s (Ctrl+C stops)\x1b[0m");
+    ThoughtSummary thought;
+    thought.add("**Comparing both**\n");
+    status.thoughtChanged(thought);
+    clock.advance(1s);
+    EXPECT_EQ(written(), "\r\x1b[K\x1b[2mWorking: Comparing both … 3 s (Ctrl+C stops)\x1b[0m");
+    status.assistantReplyGrew("It is\nhere, 日本");
+    EXPECT_EQ(written(), "\r\x1b[K\x1b[2mIt is here, 日本 …\x1b[0m");
+    status.turnCompleted(Outcome::answered);
+    EXPECT_EQ(written(), "\r\x1b[K");
+    clock.advance(1min);
+    EXPECT_EQ(written(), "");
+    EXPECT_EQ(clock.pendingTimers(), 0U);
+}
+
+TEST(TalkStatus, tellsWhoseTurnItIs)
+{
+    std::ostringstream out;
+    VirtualScheduler clock;
+    StatusLine line(out, TerminalColour::none);
+    TalkStatus status(clock, line, [] { return 65.0; });
+    const auto shows = [&](const std::string& text) {
+        return std::exchange(out, std::ostringstream()).str().find(text) != std::string::npos;
+    };
+    status.phaseChanged(SessionPhase::connecting);
+    EXPECT_TRUE(shows("calling the assistant"));
+    status.phaseChanged(SessionPhase::active);
+    status.earChanged(SessionObserver::Ear::open);
+    EXPECT_TRUE(shows("listening    ▯▯▯▯▯▯▯▯  · today 1 min 5 s"));
+    status.earChanged(SessionObserver::Ear::hearing);
+    EXPECT_TRUE(shows("hearing you"));
+    status.earChanged(SessionObserver::Ear::open);
+    status.userSaid("hello", Words::spoken);
+    EXPECT_TRUE(shows("thinking"));
+    ThoughtSummary thought;
+    thought.add("**Comparing both**\n");
+    status.thoughtChanged(thought);
+    clock.advance(12s);
+    EXPECT_TRUE(shows("thinking 12 s  ▯▯▯▯▯▯▯▯  · Comparing both …  · today"));
+    status.toolCalled({"call_1", "whats_on", {}});
+    EXPECT_TRUE(shows("· whats on …"));
+    status.assistantWordsHeard("Hi");
+    EXPECT_TRUE(shows("speaking"));
+    status.turnCompleted(Outcome::answered);
+    status.restChanged(Doze::dozing);
+    EXPECT_TRUE(shows("resting; talk to wake it"));
+    status.earChanged(SessionObserver::Ear::muted);
+    EXPECT_TRUE(shows("muted"));
+}
+
+TEST(WorkNote, tellsOnceOfALongWait)
+{
+    struct Row {
+        const char* name;
+        std::function<void(SessionObserver&)> meanwhile;
+        std::vector<std::string> notes;
+    };
+    ThoughtSummary thought;
+    thought.add("**Comparing both**\n");
+    const Row rows[] = {
+        {"nothing comes", [](SessionObserver&) {}, {"still working on it …"}},
+        {"a thought comes", [&](SessionObserver& view) { view.thoughtChanged(thought); },
+            {"still working on it: Comparing both …"}},
+        {"a tool runs",
+            [](SessionObserver& view) {
+                view.toolCalled({"call_1", "look_up", {}});
+            },
+            {"still working on it: look up …"}},
+        {"an answer is shown", [](SessionObserver& view) { view.assistantSaid("Here."); }, {}},
+        {"an answer is spoken", [](SessionObserver& view) { view.assistantWordsHeard("Here"); }, {}},
+        {"the turn ends", [](SessionObserver& view) { view.turnCompleted(Outcome::interrupted); }, {}},
+        {"all ends", [](SessionObserver& view) { view.conversationEnded({}); }, {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::vector<std::string> notes;
+        VirtualScheduler clock;
+        WorkNote work(clock, [&](const std::string& note) { notes.push_back(note); });
+        work.userSaid("find it", Words::typed);
+        clock.advance(2s);
+        row.meanwhile(work);
+        clock.advance(1min);
+        EXPECT_EQ(notes, row.notes);
+    }
+}
+
+TEST(ConversationText, neverLetsForeignTextMoveTheCursor)
+{
+    EXPECT_EQ(printableText("a\x1b[2Jb\a\x7f\r\xC2\x9B"
+                            "31mc\n\td é"),
+        "a[2Jb31mc\n\td é");
+    EXPECT_EQ(printableText("\xC2"), "\xEF\xBF\xBD");
+    EXPECT_EQ(printableLine("a\nb" + std::string(300, 'x'), ConversationText::longestNote),
+        "a b" + std::string(156, 'x') + "…");
+}
+
+} // namespace
+} // namespace quorvell

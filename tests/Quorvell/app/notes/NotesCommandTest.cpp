@@ -1,0 +1,300 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/app/notes/NotesCommand.h"
+
+#include "Quorvell/notebook/NoteFolder.h"
+#include "Quorvell/settings/ProgramEnvironment.h"
+#include "QuorvellCore/notebook/NoteFile.h"
+#include "QuorvellCore/text/Json.h"
+#include "TemporaryFolder.h"
+
+#include <CLI/CLI.hpp>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+
+namespace quorvell {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Instant monday = std::chrono::sys_days(std::chrono::year(2026) / 11 / 16) + 17h;
+
+struct Shell {
+    test::TemporaryFolder folder;
+    ProgramEnvironment environment;
+    std::string output;
+    std::string errors;
+
+    Shell()
+    {
+        environment.notebookFolder = folder / "Notebook";
+        environment.timeZone = "Asia/Tokyo";
+        environment.locale = "en_GB";
+        environment.runtimeFolder = folder.path();
+    }
+
+    void keep(const std::vector<Note>& notes) const
+    {
+        std::filesystem::create_directory(environment.notebookFolder);
+        for (const Note& note : notes)
+            test::writeText(environment.notebookFolder + "/" + note.id + ".md", NoteFile::encode(note));
+    }
+
+    /// The exit code; 2 where the words do not parse, as in the program.
+    int run(std::vector<std::string> words)
+    {
+        CLI::App program;
+        const auto command = addNotesCommand(program, environment);
+        std::reverse(words.begin(), words.end()); // as the parser wants them
+        try {
+            program.parse(words);
+        } catch (const CLI::ParseError&) {
+            return 2;
+        }
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        const int code = command();
+        output = testing::internal::GetCapturedStdout();
+        errors = testing::internal::GetCapturedStderr();
+        return code;
+    }
+};
+
+std::vector<Note> someNotes()
+{
+    return {
+        {.id = "aaaa11112222",
+            .title = "Call the dentist",
+            .created = monday,
+            .author = NoteAuthor::quorvell,
+            .remindAt = monday + 24h,
+            .repeatRule = "daily"},
+        {.id = "aaaa33334444",
+            .kind = NoteKind::howTo,
+            .title = "Tea",
+            .created = monday - 48h,
+            .pinned = true,
+            .steps = {"Boil", "Pour"}},
+        {.id = "bbbb",
+            .kind = NoteKind::aboutMe,
+            .title = "Two\nlines\x1b[31m",
+            .body = "red \x1b[31m\u009bm\ntea",
+            .created = monday - 72h,
+            .archived = true},
+    };
+}
+
+TEST(NotesCommand, listsFindsAndShows)
+{
+    const std::string dentist =
+        "aaaa11112222  2026-11-17  note         Call the dentist  [remind: Wednesday 18 Nov, 02:00, repeats]\n";
+    const std::string tea = "aaaa33334444  2026-11-15  how_to       Tea  [pinned]\n";
+    const std::string fact = "bbbb          2026-11-14  about_me     Two lines[31m  [archived, not confirmed]\n";
+    struct Row {
+        std::vector<std::string> words;
+        int code;
+        std::string output;
+        const char* error;
+    };
+    const Row rows[] = {
+        {{"notes"}, 0, dentist + tea + fact, ""},
+        {{"notes", "list"}, 0, dentist + tea + fact, ""},
+        {{"notes", "find", "TEA"}, 0, tea + fact, ""},
+        {{"notes", "find", "call", "den"}, 0, dentist, ""},
+        {{"notes", "find", "nothing"}, 0,
+            "No note holds all of these words. Try fewer words, or only their beginnings.\n", ""},
+        {{"notes", "show", "aaaa"}, 1, "", "Several notes"},
+        {{"notes", "show", "cccc"}, 1, "", "No note has an id"},
+        {{"notes", "delete", ""}, 1, "", "No note has an id"},
+        {{"notes", "show", "dentist"}, 1, "", "No note has an id that begins like this. These hold the words:\naaaa1"},
+        {{"notes", "tick", "bbbb", "1"}, 1, "", "The note has no task 1"},
+        {{"notes", "tick", "aaaa3", "3"}, 1, "", "The note has no step 3"},
+        {{"notes", "picture", "bbbb"}, 1, "", "The note has no picture"},
+        {{"notes", "picture", "bbbb", "/none.png"}, 1, "", "/none.png cannot be read"},
+        {{"notes", "forget-facts"}, 1, "", "This removes every fact"},
+        {{"notes", "remember", "My PIN is", "1234"}, 1, "", "Nothing was kept"},
+        {{"notes", "add", " "}, 1, "", "There are no words"},
+        {{"notes", "facts"}, 0, "The notebook holds no facts about you. \"quorvell notes remember ...\" keeps one.\n",
+            ""},
+        {{"notes", "history", "bbbb"}, 0, "There are no earlier versions of this note.\n", ""},
+        {{"notes", "restore", "bbbb", "1"}, 1, "", "There is no version 1"},
+        {{"notes", "confirm", "aaaa3"}, 1, "", "Only facts"},
+        {{"notes", "find"}, 2, "", ""},
+        {{"notes", "show"}, 2, "", ""},
+        {{"notes", "restore", "bbbb", "0"}, 2, "", ""},
+        {{"notes", "list", "find", "x"}, 2, "", ""},
+        {{"notes", "lost"}, 2, "", ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.words.back());
+        Shell shell;
+        shell.keep(someNotes());
+        EXPECT_EQ(shell.run(row.words), row.code);
+        EXPECT_EQ(shell.output, row.output);
+        EXPECT_TRUE(shell.errors.starts_with(row.error)) << shell.errors;
+    }
+}
+
+TEST(NotesCommand, showsANoteSafely)
+{
+    Shell shell;
+    shell.keep(someNotes());
+    const std::string path = shell.environment.notebookFolder;
+    EXPECT_EQ(shell.run({"notes", "show", "aaaa3"}), 0);
+    EXPECT_EQ(shell.output,
+        "Tea\nhow_to, 2026-11-15 02:00, by you  [pinned]\n" + path + "/aaaa33334444.md\n\n1. Boil\n2. Pour\n");
+    EXPECT_EQ(shell.run({"notes", "show", "bbbb"}), 0);
+    EXPECT_NE(shell.output.find("\n\nred \x1b[31m\u009bm\ntea\n"), std::string::npos)
+        << "a file gets the text as it is";
+    shell.environment.isOutputTerminal = true;
+    EXPECT_EQ(shell.run({"notes", "show", "bbbb"}), 0);
+    EXPECT_NE(shell.output.find("\n\nred [31mm\ntea\n"), std::string::npos);
+    EXPECT_EQ(shell.output.find('\x1b'), std::string::npos);
+}
+
+TEST(NotesCommand, speaksJsonToScripts)
+{
+    Shell shell;
+    shell.keep(someNotes());
+    EXPECT_EQ(shell.run({"notes", "--json", "show", "aaaa1"}), 0);
+    EXPECT_EQ(shell.output,
+        R"({"id":"aaaa11112222","kind":"note","title":"Call the dentist","created":"2026-11-16T17:00:00.000Z",)"
+        R"("updated":"2026-11-16T17:00:00.000Z","author":"quorvell","origin":"person","pinned":false,"archived":false,)"
+        R"("remind_at":"2026-11-17T17:00:00.000Z","repeat":"daily","file":")"
+            + shell.environment.notebookFolder + "/aaaa11112222.md\",\"text\":\"\"}\n");
+    EXPECT_EQ(shell.run({"notes", "find", "tea", "--json"}), 0);
+    EXPECT_EQ(std::count(shell.output.begin(), shell.output.end(), '\n'), 2);
+    EXPECT_TRUE(parseJson(shell.output.substr(0, shell.output.find('\n')))) << shell.output;
+    EXPECT_EQ(shell.run({"notes", "find", "nothing", "--json"}), 0);
+    EXPECT_EQ(shell.output, "");
+}
+
+TEST(NotesCommand, saysWhenThereIsNothingToRead)
+{
+    Shell shell;
+    EXPECT_EQ(shell.run({"notes"}), 0);
+    EXPECT_NE(shell.output.find("no notes in " + shell.environment.notebookFolder), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(shell.environment.notebookFolder)) << "reading made the folder";
+    test::writeText(shell.environment.notebookFolder, "a file");
+    EXPECT_EQ(shell.run({"notes"}), 1);
+    EXPECT_NE(shell.errors.find(shell.environment.notebookFolder), std::string::npos);
+    Shell emptied;
+    emptied.keep(someNotes());
+    test::writeText(emptied.environment.notebookFolder + "/bbbb.md", "");
+    EXPECT_EQ(emptied.run({"notes"}), 0);
+    EXPECT_NE(emptied.errors.find("Left out: bbbb.md.\n"), std::string::npos) << emptied.errors;
+}
+
+TEST(NotesCommand, editsAndRestores)
+{
+    Shell shell;
+    shell.keep(someNotes());
+    const auto stored = [&shell] {
+        const auto content = readNoteFolder(shell.environment.notebookFolder, monday);
+        return content ? *std::find_if(content->notes.begin(), content->notes.end(),
+                   [](const Note& note) { return note.id == "aaaa33334444"; })
+                       : Note{};
+    };
+    struct Row {
+        const char* editor;
+        int code;
+        const char* says;
+        const char* step;
+    };
+    const Row rows[] = {
+        {"true", 0, "Nothing was changed", "Boil"},
+        {"sed -i s/Boil/Heat/", 0, "The note is changed", "Heat"},
+        {"false", 1, "ended with an error", "Heat"},
+        {"sed -i s/^kind.*//", 1, "must keep its id and a kind", "Heat"},
+        {"rm", 1, "cannot be read any more", "Heat"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.editor);
+        shell.environment.editor = row.editor;
+        EXPECT_EQ(shell.run({"notes", "edit", "aaaa3"}), row.code);
+        EXPECT_NE((shell.output + shell.errors).find(row.says), std::string::npos) << shell.output << shell.errors;
+        EXPECT_EQ(stored().steps[0], row.step);
+    }
+    EXPECT_TRUE(stored().personEdited);
+    // While the editor is open somebody else changes the file: both are kept.
+    const std::string outside =
+        "printf '\\nfrom outside\\n' >> " + shell.environment.notebookFolder + "/aaaa33334444.md; sed -i s/Pour/Serve/";
+    shell.environment.editor = outside;
+    EXPECT_EQ(shell.run({"notes", "edit", "aaaa3"}), 0);
+    EXPECT_EQ(stored().steps[1], "Serve");
+    EXPECT_EQ(shell.run({"notes", "history", "aaaa3", "--json"}), 0);
+    EXPECT_NE(shell.output.find("from outside"), std::string::npos) << shell.output;
+    EXPECT_EQ(shell.run({"notes", "restore", "aaaa3", "2", "--json"}), 0);
+    EXPECT_EQ(shell.output, "{\"status\":\"restored\",\"id\":\"aaaa33334444\"}\n");
+    EXPECT_EQ(stored().steps, (std::vector<std::string>{"Boil", "Pour"}));
+}
+
+TEST(NotesCommand, keepsTicksAndForgets)
+{
+    Shell shell;
+    shell.keep(someNotes());
+    // One red pixel.
+    test::writeText(shell.folder / "red.ppm", "P3 1 1 255 255 0 0\n");
+    const std::string picture = shell.environment.notebookFolder + "/Pictures/aaaa33334444.png";
+    const std::pair<std::vector<std::string>, std::string> rows[] = {
+        {{"notes", "add", "Buy", "three loaves"}, "Kept. Its id is "},
+        {{"notes", "find", "loaves"}, "Buy three loaves\n"},
+        {{"notes", "tick", "aaaa3", "2"}, "The tick is changed.\n"},
+        {{"notes", "show", "aaaa3"}, "\nTicked: 2\n"},
+        {{"notes", "picture", "aaaa3", shell.folder / "red.ppm"}, "The picture is kept"},
+        {{"notes", "picture", "aaaa3"}, picture + "\n"},
+        {{"notes", "remember", "I", "have a dog"}, "The assistant knows it"},
+        {{"notes", "facts"}, "about_me     I have a dog\n"},
+        {{"notes", "forget-facts", "--yes", "--json"}, "{\"status\":\"forgotten\"}\n"},
+        {{"notes", "facts", "--json"}, ""},
+    };
+    for (const auto& [words, says] : rows) {
+        EXPECT_EQ(shell.run(words), 0) << words[1] << shell.errors;
+        EXPECT_NE(shell.output.find(says), std::string::npos) << words[1] << ": " << shell.output;
+    }
+    EXPECT_EQ(shell.output, "");
+}
+
+TEST(NotesCommand, exports)
+{
+    Shell shell;
+    shell.keep(someNotes());
+    EXPECT_EQ(shell.run({"notes", "export", shell.folder / "copy"}), 0);
+    EXPECT_EQ(readNoteFolder(shell.folder / "copy", monday)->notes,
+        readNoteFolder(shell.environment.notebookFolder, monday)->notes);
+    EXPECT_EQ(shell.run({"notes", "export", "-", "--json"}), 0);
+    const auto notes = parseJson(shell.output);
+    EXPECT_TRUE(notes && notes->size() == 3) << shell.output;
+    EXPECT_EQ(shell.run({"notes", "export", shell.folder / "none/x.json", "--json"}), 1);
+    EXPECT_NE(shell.errors.find("is gone"), std::string::npos) << shell.errors;
+}
+
+TEST(NotesCommand, movesTheNotebook)
+{
+    Shell shell;
+    shell.keep(someNotes());
+    shell.environment.configFolder = shell.folder / "config/deep";
+    shell.environment.localNotebookFolder = shell.environment.notebookFolder;
+    const std::string target = shell.folder / "elsewhere";
+    EXPECT_EQ(shell.run({"notes", "move", "synced"}), 1);
+    std::filesystem::create_directories(shell.environment.configFolder);
+    const std::string settings = shell.environment.configFolder + "/settings.json";
+    test::writeText(settings, "{not json");
+    EXPECT_EQ(shell.run({"notes", "move", target}), 1);
+    EXPECT_FALSE(std::filesystem::exists(target)) << "moved although nobody would find it";
+    test::writeText(settings, R"({"user_name": "Asha"})");
+    EXPECT_EQ(shell.run({"notes", "move", target, "--json"}), 0) << shell.errors;
+    EXPECT_EQ(readNoteFolder(target, monday)->notes.size(), 3u);
+    EXPECT_TRUE(readNoteFolder(shell.environment.notebookFolder, monday)->notes.empty());
+    const auto written = parseJson(test::readText(settings));
+    ASSERT_TRUE(written);
+    EXPECT_EQ(readString(*written, "user_name"), "Asha");
+    EXPECT_EQ(readString(*written, "notebook_folder"), target);
+    shell.environment.notebookFolder = target;
+    EXPECT_EQ(shell.run({"notes", "move", "local"}), 0) << shell.errors;
+    EXPECT_EQ(readNoteFolder(shell.environment.localNotebookFolder, monday)->notes.size(), 3u);
+}
+
+} // namespace
+} // namespace quorvell

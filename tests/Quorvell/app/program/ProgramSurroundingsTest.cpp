@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include "QtApplication.h"
+#include "Quorvell/app/terminal/PipedLines.h"
+#include "Quorvell/desktop/QtScheduler.h"
+#include "Quorvell/settings/ProgramEnvironment.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <map>
+
+namespace quorvell {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// The environment of this process with a few variables of its own, put back at the end.
+class Variables {
+public:
+    explicit Variables(const std::map<std::string, std::string>& values)
+    {
+        for (const char* name : names) {
+            if (const char* old = std::getenv(name))
+                m_old[name] = old;
+            unsetenv(name);
+        }
+        for (const auto& [name, value] : values)
+            setenv(name.c_str(), value.c_str(), 1);
+    }
+    ~Variables()
+    {
+        for (const char* name : names)
+            unsetenv(name);
+        for (const auto& [name, value] : m_old)
+            setenv(name.c_str(), value.c_str(), 1);
+    }
+
+private:
+    static constexpr const char* names[] = {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_STATE_HOME",
+        "XDG_RUNTIME_DIR", "TZ", "LC_ALL", "LC_TIME", "LANG", "OPENAI_API_KEY", "QUORVELL_LIVE_HOST",
+        "DBUS_SESSION_BUS_ADDRESS"};
+    std::map<std::string, std::string> m_old;
+};
+
+TEST(ProgramEnvironment, readsTimeZoneAndLocale)
+{
+    struct Row {
+        std::map<std::string, std::string> variables;
+        const char* zone;
+        const char* locale;
+    };
+    const Row rows[] = {
+        {{{"TZ", "Europe/Berlin"}, {"LANG", "de_DE.UTF-8"}}, "Europe/Berlin", "de_DE"},
+        {{{"TZ", ":America/New_York"}, {"LANG", "C"}, {"LC_TIME", "en_GB"}}, "America/New_York", "en_GB"},
+        {{{"TZ", "/usr/share/zoneinfo/Asia/Tokyo"}, {"LC_ALL", "C.UTF-8"}, {"LANG", "de_DE"}}, "Asia/Tokyo", "en_US"},
+        {{{"TZ", "UTC"}, {"LC_ALL", "sr_RS@latin"}}, "UTC", "sr_RS"},
+        {{{"TZ", "IST-5:30"}}, "GMT+05:30", "en_US"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.zone);
+        const Variables variables(row.variables);
+        tzset();
+        const auto environment = ProgramEnvironment::read("quorvell");
+        EXPECT_EQ(environment.timeZone, row.zone);
+        EXPECT_EQ(environment.locale, row.locale);
+    }
+    tzset();
+}
+
+TEST(ProgramEnvironment, findsItsFolders)
+{
+    const Variables variables({{"HOME", "/home/asha"}, {"XDG_DATA_HOME", "relative"}, {"XDG_CONFIG_HOME", "/cfg"},
+        {"OPENAI_API_KEY", ""}, {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/x"}});
+    const auto environment = ProgramEnvironment::read("quorvell");
+    EXPECT_EQ(environment.notebookFolder, "/home/asha/.local/share/Quorvell/Notebook");
+    EXPECT_EQ(environment.configFolder, "/cfg/Quorvell");
+    EXPECT_EQ(environment.stateFolder, "/home/asha/.local/state/Quorvell");
+    EXPECT_EQ(environment.apiKey, std::nullopt);
+    EXPECT_TRUE(environment.hasSessionBus);
+    EXPECT_EQ(environment.programPath.front(), '/');
+}
+
+TEST(QtScheduler, runsTimersUntilTheyAreCancelled)
+{
+    needQtApplication();
+    int once = 0;
+    int often = 0;
+    int never = 0;
+    std::vector<int> posted;
+    {
+        QtScheduler scheduler;
+        const SessionTime start = scheduler.now();
+        const TimerHandle single = scheduler.after(5ms, [&] { ++once; });
+        TimerHandle repeated;
+        repeated = scheduler.every(2ms, [&] {
+            if (++often == 3)
+                repeated.cancel(); // From inside its own action.
+        });
+        scheduler.after(1ms, [&] { ++never; }).cancel();
+        scheduler.post([&] { posted.push_back(1); });
+        scheduler.post([&] { posted.push_back(2); });
+        EXPECT_TRUE(posted.empty());
+        EXPECT_TRUE(runUntil([&] { return once == 1 && often == 3; }));
+        EXPECT_GE(scheduler.now() - start, 5ms);
+        const TimerHandle outlived = scheduler.after(1ms, [&] { ++never; });
+        scheduler.post([&] { ++never; });
+    }
+    runUntil([] { return false; }, 20ms);
+    EXPECT_EQ(posted, (std::vector<int>{1, 2}));
+    EXPECT_EQ(once, 1);
+    EXPECT_EQ(often, 3);
+    EXPECT_EQ(never, 0);
+}
+
+TEST(PipedLines, givesOneLineAtATimeAndLeavesOutWhatIsTooLong)
+{
+    needQtApplication();
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    int complaints = 0;
+    PipedLines lines(ends[0], [&](const std::string&) { ++complaints; });
+    std::vector<std::string> taken;
+    bool isOver = false;
+    std::function<void()> ask = [&] {
+        lines.readNext([&](const std::optional<TypedMessage>& message) {
+            isOver = !message;
+            if (!message)
+                return;
+            taken.push_back(message->text());
+            ask();
+        });
+    };
+    ask();
+    const auto send = [&](const std::string& text) {
+        for (std::size_t start = 0; start < text.size(); start += 4096) {
+            const std::string piece = text.substr(start, 4096);
+            ASSERT_EQ(write(ends[1], piece.data(), piece.size()), static_cast<ssize_t>(piece.size()));
+            runUntil([] { return false; }, 1ms);
+        }
+    };
+    send("one\n\ntw");
+    send("o\n" + std::string(PipedLines::longestLine + 5000, 'x') + "\nbad \xFF byte\nlast, without an end");
+    close(ends[1]);
+    EXPECT_TRUE(runUntil([&] { return isOver; }));
+    EXPECT_EQ(taken, (std::vector<std::string>{"one", "", "two", "bad \xEF\xBF\xBD byte", "last, without an end"}));
+    EXPECT_EQ(complaints, 1);
+    close(ends[0]);
+}
+
+} // namespace
+} // namespace quorvell

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/app/reminders/RemindText.h"
+
+#include "Quorvell/app/reminders/RemindPhrases.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace quorvell {
+namespace {
+
+TEST(RemindText, saysWhatIsUnderstood)
+{
+    struct Row {
+        const char* words;
+        const char* begins;
+    };
+    const Row rows[] = {
+        {"every monday at 8am run", "Run\nMonday 23 November at 8 AM\nEvery Monday"},
+        {"tomorrow call mum", "Call mum\nSunday 22 November at 9 AM (no hour was given)"},
+        {"at 5 call mum",
+            "Nothing is set, for the hour can mean Saturday 21 November at 5 PM, or Sunday 22 November at 5 AM."},
+        {"today at 9am call mum", "Nothing is set: Saturday 21 November at 9 AM is already past."},
+        {"tomorrow at noon", "Nothing is set: what to be reminded of is missing (Sunday 22 November at 12 PM)."},
+        {"call mum", "Nothing is set: no day or hour was understood"},
+    };
+    const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
+    const Instant now = *parseIsoText("2026-11-21T09:30:00Z");
+    for (const Row& row : rows) {
+        const std::string text = remindText(ReminderRequest::fromWords(row.words, now, calendar), now, calendar);
+        EXPECT_TRUE(text.starts_with(row.begins)) << text;
+    }
+}
+
+TEST(RemindPhrases, comeFromTheCallOrTheInput)
+{
+    std::istringstream input("one\r\n\n" + std::string(2 * ReminderPhrase::maximumBytes, 'a') + "\nlast");
+    RemindPhrases call({"at", "-", "5"}, input);
+    EXPECT_EQ(call.next(), "at - 5");
+    EXPECT_EQ(call.next(), std::nullopt);
+    RemindPhrases lines({"-"}, input);
+    EXPECT_EQ(lines.next(), "one");
+    EXPECT_EQ(lines.next(), "");
+    EXPECT_EQ(lines.next().value_or("").size(), ReminderPhrase::maximumBytes + 1) << "refused, but not kept whole";
+    EXPECT_EQ(lines.next(), "last");
+    EXPECT_EQ(lines.next(), std::nullopt);
+}
+
+} // namespace
+} // namespace quorvell

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/handover/NotebookLock.h"
+
+#include "OrdinaryUser.h"
+#include "TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace quorvell {
+namespace {
+
+using Outcome = NotebookLock::Outcome;
+
+TEST(NotebookLock, isHeldByOne)
+{
+    const test::TemporaryFolder folder;
+    {
+        const auto first = NotebookLock::take(folder / "a/b");
+        EXPECT_EQ(first.outcome, Outcome::taken);
+        const auto second = NotebookLock::take(folder / "a/b");
+        EXPECT_EQ(second.outcome, Outcome::heldElsewhere);
+        EXPECT_NE(second.problem.find("process " + std::to_string(::getpid())), std::string::npos) << second.problem;
+        EXPECT_EQ(NotebookLock::take(folder / "c").outcome, Outcome::taken);
+        struct stat found { };
+        ASSERT_EQ(::stat((folder / "a/b/.quorvell.lock").c_str(), &found), 0);
+        EXPECT_EQ(found.st_mode & 07777u, 0600u);
+        // The file is anybody's to write into; what it says is only shown when it is a number.
+        test::writeText(folder / "a/b/.quorvell.lock", "99 bottles");
+        EXPECT_EQ(NotebookLock::take(folder / "a/b").problem.find("process"), std::string::npos);
+    }
+    EXPECT_EQ(NotebookLock::take(folder / "a/b").outcome, Outcome::taken);
+}
+
+TEST(NotebookLock, saysWhyItCannotBeHad)
+{
+    const test::TemporaryFolder folder;
+    test::writeText(folder / "file", "");
+    const test::OrdinaryUser user(folder.path().c_str());
+    ASSERT_TRUE(user.isOrdinary());
+    ASSERT_EQ(::mkdir((folder / "closed").c_str(), 0500), 0);
+    ASSERT_EQ(::mkdir((folder / "linked").c_str(), 0700), 0);
+    ASSERT_EQ(::symlink("/etc/passwd", (folder / "linked/.quorvell.lock").c_str()), 0);
+    for (const std::string& path : {folder / "file", folder / "file/below", folder / "closed", folder / "linked"}) {
+        const auto attempt = NotebookLock::take(path);
+        EXPECT_EQ(attempt.outcome, Outcome::impossible) << path;
+        EXPECT_NE(attempt.problem.find(path), std::string::npos) << attempt.problem;
+    }
+}
+
+} // namespace
+} // namespace quorvell

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/settings/UserSettings.h"
+
+#include "TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace quorvell {
+namespace {
+
+UserSettings::Reading readText(const std::string& content)
+{
+    const test::TemporaryFolder folder;
+    const std::string path = folder.path() + "/settings.json";
+    std::ofstream(path) << content;
+    return UserSettings::read(path);
+}
+
+TEST(UserSettings, takesWhatItKnows)
+{
+    const auto reading = readText(R"({"user_name": " Asha ", "live_host": "live.example.org", "only_send_speech": false,
+        "voice": "cedar", "max_output_tokens": 500, "family_name": null, "backend": "gemini", "transport": "websocket",
+        "help_mode": "do", "listening": "push_to_talk", "rest_when_quiet": false, "daily_minutes": 90,
+        "microphone": "mic", "notebook_folder": "/notes", "waking_hours": "7:30-1"})");
+    UserSettings wanted;
+    wanted.userName = "Asha";
+    wanted.liveHost = "live.example.org";
+    wanted.sendsOnlySpeech = false;
+    wanted.models.voice = "cedar";
+    wanted.models.maxOutputTokens = 500;
+    wanted.backend = LiveBackend::gemini;
+    wanted.transport = LiveTransport::webSocket;
+    wanted.helpMode = HelpMode::do_;
+    wanted.listening = UserSettings::Listening::pushToTalk;
+    wanted.restsWhenQuiet = false;
+    wanted.dailyMinutes = std::chrono::minutes(90);
+    wanted.microphone = "mic";
+    wanted.notebookFolder = "/notes";
+    wanted.wakingHours = {std::chrono::minutes(450), std::chrono::hours(25)};
+    EXPECT_EQ(reading.settings, wanted);
+    EXPECT_TRUE(reading.problems.empty());
+}
+
+TEST(UserSettings, aBrokenFileGivesASentenceAndTheDefaults)
+{
+    struct Row {
+        const char* name;
+        std::string content;
+        const char* problem;
+    };
+    const Row rows[] = {
+        {"no JSON", "{user_name: Asha}", "are not a JSON object. Correct the file or remove it"},
+        {"no object", "[1]", "are not a JSON object"},
+        {"empty", "", "is empty, too large"},
+        {"too large", std::string(UserSettings::longestFile + 1, ' '), "is empty, too large"},
+        {"a wrong type", R"({"user_name": 7})", "\"user_name\""},
+        {"too long", R"({"voice": ")" + std::string(201, 'x') + "\"}", "must be a text of at most 200 characters"},
+        {"no truth", R"({"only_send_speech": "yes"})", "must be true or false"},
+        {"no such choice", R"({"backend": "clippy"})", "one of \"auto\", \"gemini\", \"on_device\", \"openai\""},
+        {"more minutes than a day has", R"({"daily_minutes": 1441})", "minutes from 1 to 1440"},
+        {"a folder somewhere", R"({"notebook_folder": "notes"})", "beginning with /"},
+        {"no hours to be awake", R"({"waking_hours": "8-8"})", "two times of day, as \"8:00-22:00\""},
+        {"a slip of the pen", R"({"rest_when_quite": true})", "no setting \"rest_when_quite\""},
+        {"no number of tokens", R"({"max_output_tokens": -1})", "must be a whole number above 0"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto reading = readText(row.content);
+        EXPECT_EQ(reading.settings, UserSettings{});
+        ASSERT_EQ(reading.problems.size(), 1U);
+        EXPECT_NE(reading.problems[0].find(row.problem), std::string::npos) << reading.problems[0];
+    }
+    EXPECT_TRUE(UserSettings::read("/nonexistent/settings.json").problems.empty());
+    EXPECT_EQ(UserSettings::read("/").problems.size(), 1U);
+}
+
+} // namespace
+} // namespace quorvell

@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+#include "QuorvellCore/live/prompt/QuorvellPrompt.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <set>
+#include <sstream>
+
+namespace quorvell {
+
+namespace {
+
+constexpr ToolFlags all{.tiered = true, .webLookup = true, .connectedApps = true, .nextStep = true};
+
+/// Every tool with its arguments, "?" behind those that may be left out. `plan_update` and `then` have their own lists.
+const char* const catalogue = R"(click element_id
+type_text element_id text replace?
+press_key key
+scroll direction element_id?
+choose_menu path
+choose_option element_id option
+open_app name
+open_website address
+click_at_spot x y
+drag x y to_x to_y
+read_page from?
+find_on_page text
+fill_form fields
+browser_control action tab?
+list_tabs
+wait_for_screen expect? seconds?
+look_at_screen include_image? include_menus? fine_detail?
+do_steps steps
+quick_action name value?
+do_task goal
+start_task goal steps done_when
+update_plan steps? done? facts? done_when?
+task_finished summary evidence
+confirm_action
+point_at element_id instruction expect?
+point_at_spot x y instruction expect?
+clear_pointer
+flag_scam reason?
+set_mode mode
+keep_note title text kind?
+find_in_notebook query kind? limit?
+read_note id
+explain question text level?
+save_how_to title goal steps based_on?
+remember_about_them fact
+open_notebook id?
+set_reminder text? task? date? repeat? when_back? list? id? done? later?
+whats_on from? to?
+find_free_time minutes from? to?
+add_event title start end? minutes? all_day? place? notes? repeat?
+change_event id changes? cancel? series?
+quorvell_update action
+connect_app app
+check_connected_apps
+search_connected_tools query app?
+execute_connected_tool tool arguments
+look_up query
+)";
+
+std::vector<std::string> namesOf(const Json& responsesTools)
+{
+    std::vector<std::string> names;
+    for (const Json& tool : responsesTools)
+        names.push_back(readString(tool, "name").value_or(""));
+    return names;
+}
+
+std::string signature(const Json& tool)
+{
+    const Json& parameters = tool["parameters"];
+    const auto required = readStrings(parameters, "required").value_or(std::vector<std::string>{});
+    std::string line = readString(tool, "name").value_or("");
+    for (const auto& [name, schema] : parameters["properties"].items()) {
+        if (name == "plan_update" || name == "then")
+            continue;
+        const bool isRequired = std::find(required.begin(), required.end(), name) != required.end();
+        line += " " + name + (isRequired ? "" : "?");
+    }
+    return line + "\n";
+}
+
+/// Says where a schema lacks something that a model or a service needs.
+void checkSchema(const Json& schema, const std::string& place, std::set<std::string>& types)
+{
+    SCOPED_TRACE(place);
+    const auto type = readString(schema, "type");
+    ASSERT_TRUE(type);
+    types.insert(*type);
+    if (*type == "array" || *type == "ARRAY") {
+        checkSchema(schema["items"], place + "[]", types);
+    }
+    if (*type == "object" || *type == "OBJECT") {
+        for (const auto& [name, property] : schema["properties"].items())
+            checkSchema(property, place + "." + name, types);
+        for (const std::string& name : readStrings(schema, "required").value_or(std::vector<std::string>{}))
+            EXPECT_TRUE(schema["properties"].contains(name)) << name;
+    }
+}
+
+} // namespace
+
+TEST(ToolCatalogue, declaresEveryToolWithItsArguments)
+{
+    std::string signatures;
+    std::set<std::string> types;
+    for (const Json& tool : QuorvellPrompt::responsesTools(all)) {
+        signatures += signature(tool);
+        EXPECT_EQ(readString(tool, "type"), "function");
+        EXPECT_GT(readString(tool, "description").value_or("").size(), 20u);
+        checkSchema(tool["parameters"], readString(tool, "name").value_or("?"), types);
+        for (const auto& [name, schema] : tool["parameters"]["properties"].items())
+            EXPECT_GT(readString(schema, "description").value_or("").size(), 3u) << name;
+    }
+    EXPECT_EQ(signatures, catalogue);
+    EXPECT_EQ(types, (std::set<std::string>{"array", "boolean", "integer", "number", "object", "string"}));
+}
+
+TEST(ToolCatalogue, bothFormsHoldTheSameToolsInTheSameOrder)
+{
+    std::vector<std::string> names;
+    std::set<std::string> types;
+    for (const Json& group : QuorvellPrompt::liveTools(all)) {
+        for (const Json& declaration : group["functionDeclarations"]) {
+            names.push_back(readString(declaration, "name").value_or(""));
+            if (const Json* parameters = memberOf(declaration, "parameters")) {
+                EXPECT_FALSE((*parameters)["properties"].empty());
+                checkSchema(*parameters, names.back(), types);
+            }
+        }
+    }
+    EXPECT_EQ(names, namesOf(QuorvellPrompt::responsesTools(all)));
+    EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), 47u);
+    EXPECT_EQ(types, (std::set<std::string>{"ARRAY", "BOOLEAN", "INTEGER", "NUMBER", "OBJECT", "STRING"}));
+    EXPECT_EQ(dumpJson(QuorvellPrompt::liveTools(all)), dumpJson(QuorvellPrompt::tools()));
+}
+
+TEST(ToolCatalogue, flagsSelect)
+{
+    struct Row {
+        const char* name;
+        ToolFlags flags;
+        std::set<std::string> missing;
+    };
+    const Row rows[] = {
+        {"no engine", {false, true, true, true}, {"do_task"}},
+        {"no look-up", {true, false, true, true}, {"look_up"}},
+        {"no linked apps", {true, true, false, true},
+            {"connect_app", "check_connected_apps", "search_connected_tools", "execute_connected_tool"}},
+    };
+    const auto whole = namesOf(QuorvellPrompt::responsesTools(all));
+    for (const Row& row : rows) {
+        std::set<std::string> missing(whole.begin(), whole.end());
+        for (const std::string& name : namesOf(QuorvellPrompt::responsesTools(row.flags)))
+            missing.erase(name);
+        EXPECT_EQ(missing, row.missing) << row.name;
+    }
+    EXPECT_EQ(QuorvellPrompt::liveTools({}).size(), 3u) << "groups without tools are left out";
+}
+
+TEST(ToolCatalogue, extraPropertiesStandWhereTheyAreAccepted)
+{
+    for (const bool nextStep : {true, false}) {
+        ToolFlags flags = all;
+        flags.nextStep = nextStep;
+        for (const Json& tool : QuorvellPrompt::responsesTools(flags)) {
+            const std::string name = readString(tool, "name").value_or("");
+            const Json& properties = tool["parameters"]["properties"];
+            EXPECT_EQ(properties.contains("plan_update"), QuorvellPrompt::planUpdateTools.contains(name)) << name;
+            EXPECT_EQ(properties.contains("then"), nextStep && QuorvellPrompt::nextStepTools.contains(name)) << name;
+        }
+    }
+    EXPECT_EQ(QuorvellPrompt::planUpdateTools.size(), 20u);
+    EXPECT_EQ(QuorvellPrompt::nextStepTools.size(), 10u);
+    EXPECT_TRUE(readString(QuorvellPrompt::nextStepProperty(), "description")
+                    .value_or("")
+                    .starts_with("Optional, and worth giving whenever you can already tell"));
+}
+
+TEST(ToolCatalogue, listsFollowTheirNames)
+{
+    const auto names = [](const ToolNames& list) { return std::vector<std::string>(list.begin(), list.end()); };
+    EXPECT_EQ(namesOf(QuorvellPrompt::notebookTools()), names(QuorvellPrompt::notebookToolNames));
+    EXPECT_EQ(namesOf(QuorvellPrompt::connectedAppTools()), names(QuorvellPrompt::connectedAppToolNames));
+}
+
+TEST(ToolCatalogue, schemasBecomeJSONSchema)
+{
+    struct Row {
+        const char* name;
+        const char* schema;
+        const char* result;
+    };
+    const Row rows[] = {
+        {"nested",
+            R"({"type":"OBJECT","properties":{"a":{"type":"ARRAY","items":{"type":"STRING","enum":["STRING"]}}}})",
+            R"({"type":"object","properties":{"a":{"type":"array","items":{"type":"string","enum":["STRING"]}}}})"},
+        {"a property called type", R"({"type":"OBJECT","properties":{"type":{"type":"STRING","description":"TYPE"}}})",
+            R"({"type":"object","properties":{"type":{"type":"string","description":"TYPE"}}})"},
+        {"properties called items and properties",
+            R"({"type":"OBJECT","properties":{"items":{"type":"NUMBER"},"properties":{"type":"STRING"}}})",
+            R"({"type":"object","properties":{"items":{"type":"number"},"properties":{"type":"string"}}})"},
+        {"alternatives", R"({"anyOf":[{"type":"STRING"},{"type":"INTEGER"}]})",
+            R"({"anyOf":[{"type":"string"},{"type":"integer"}]})"},
+        {"no schema", R"("STRING")", R"("STRING")"},
+    };
+    for (const Row& row : rows) {
+        const Json schema = parseJson(row.schema).value_or(Json());
+        EXPECT_EQ(dumpJson(QuorvellPrompt::jsonSchema(schema)), row.result) << row.name;
+    }
+}
+
+} // namespace quorvell

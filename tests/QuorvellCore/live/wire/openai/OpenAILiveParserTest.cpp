@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include "QuorvellCore/live/wire/openai/OpenAILiveParser.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace quorvell {
+
+namespace {
+
+std::string wrapped(const std::string& event)
+{
+    return R"({"type":"response.event","event":)" + event + "}";
+}
+
+} // namespace
+
+TEST(OpenAILiveParser, whatCannotBeReadGivesNoEvent)
+{
+    const std::string rows[] = {
+        "", "{", "null", "[]", "7", R"("session.started")", R"({"session":{"id":"s"}})", R"({"type":7})",
+        R"({"type":"session.updated"})", R"({"type":"session.started"})", R"({"type":"session.started","session":"s"})",
+        R"({"type":"session.started","session":{"id":1}})", R"({"type":"session.output_audio.delta"})",
+        R"({"type":"session.output_audio.delta","delta":"AAA"})", // no whole group
+        R"({"type":"session.output_audio.delta","delta":"AA=A"})", // padding inside
+        R"({"type":"session.output_audio.delta","delta":"AA A"})",
+        R"({"type":"session.output_audio.delta","delta":"AA-_"})", // another alphabet
+        R"({"type":"session.input_transcript.delta","delta":null})",
+        R"({"type":"session.delegation.created","delegation":{}})", R"({"type":"response.event"})",
+        R"({"type":"response.created","response":{"id":"r"}})", // not embedded
+        wrapped(R"({"type":"response.created"})"), wrapped(R"({"type":"response.completed","response":{}})"),
+        wrapped(R"({"type":"response.output_item.done","item":{"type":"message","call_id":"c","name":"n"}})"),
+        wrapped(R"({"type":"response.output_item.done","item":{"type":"function_call","name":"n"}})"),
+        wrapped(R"({"type":"response.output_item.done","item":{"type":"function_call","call_id":"c"}})"),
+        wrapped(R"({"type":"response.output_item.added","item":{"type":"function_call"}})"),
+        wrapped(R"({"type":"response.output_text.done"})"), wrapped(wrapped(R"({"type":"session.closed"})")),
+        R"({"type":"session.closed","a":)" + std::string(100, '[') + std::string(100, ']') + "}", // too deep
+    };
+    for (const std::string& message : rows)
+        EXPECT_TRUE(OpenAILiveParser::parse(message).empty()) << message;
+}
+
+TEST(OpenAILiveParser, payloadsThatMayBeMissing)
+{
+    using namespace openai_event;
+    struct Row {
+        std::string message;
+        std::vector<OpenAILiveEvent> events;
+    };
+    const std::string tokens = R"("usage":{"input_tokens":9e99,"output_tokens":-3,"input_tokens_details":7})";
+    const Row rows[] = {
+        {R"({"type":"session.closed"})", {Closed{"unknown"}}},
+        {R"({"type":"session.usage.updated","usage":{"seconds":3}})", {Usage{3, std::nullopt}}},
+        {R"({"type":"session.usage.updated","context_window":{"usage_ratio":1}})", {Usage{std::nullopt, 1}}},
+        {R"({"type":"error"})", {Error{}}},
+        {R"({"type":"error","client_event_id":"outer","error":{"client_event_id":"inner"}})", {Error{{}, {}, "inner"}}},
+        {wrapped(R"({"type":"response.failed","response":{"id":"r","status":null}})"), {BackendEnded{"r", "failed"}}},
+        {wrapped(R"({"type":"response.cancelled","response":{"id":"r"}})"), {BackendEnded{"r", "cancelled"}}},
+        {wrapped(R"({"type":"response.incomplete","response":{"id":"r"}})"), {BackendEnded{"r", "incomplete"}}},
+        {wrapped(R"({"type":"response.done","response":{"id":"r","status":"failed"}})"), {BackendEnded{"r", "failed"}}},
+        {wrapped(R"({"type":"response.completed","response":{"id":"r",)" + tokens + "}}"),
+            {BackendEnded{"r", "completed"}, BackendUsage{}}},
+        {wrapped(R"({"type":"response.output_item.done","item":{"type":"function_call","call_id":"c","name":"n"}})"),
+            {FunctionCall{"c", "n", "", false}}},
+        {wrapped(R"({"type":"response.output_item.done",
+            "item":{"type":"function_call","call_id":"c","name":"n","arguments":{"a":1}}})"),
+            {FunctionCall{"c", "n", R"({"a":1})", false}}},
+        {R"({"type":"session.output_audio.delta","delta":""})", {Audio{}}},
+        {R"({"type":"session.output_audio.delta","delta":"\u0041AAA"})", {Audio{{0, 0, 0}}}},
+    };
+    for (const Row& row : rows)
+        EXPECT_TRUE(OpenAILiveParser::parse(row.message) == row.events) << row.message;
+}
+
+/// Sound is read without a JSON parser where its message is as plain as usual; the answer must not depend on it.
+TEST(OpenAILiveParser, soundIsTheSameHoweverItIsWritten)
+{
+    struct Row {
+        std::string message;
+        bool isRead;
+    };
+    const std::string type = R"("type":"session.output_audio.delta")";
+    const Row rows[] = {
+        {"{" + type + R"(,"delta":"AAAA"})", true},
+        {" {\t" + type + "\r\n , \"delta\" : \"AAAA\" } \n", true},
+        {R"({"delta":"AAAA","event_id":"e",)" + type + "}", true},
+        {R"({"delta":"AAAA","n":{"delta":"////"},)" + type + "}", true},
+        {"{" + type + R"(,"note":"\\\"","delta":"AAAA"})", true},
+        {"{" + type + R"(,"note":"é","delta":"AAAA"})", true},
+        {"{" + type + R"(,"delta":"////","delta":"AAAA"})", true},
+        {"{" + type + R"(,"delta":"\u0041AAA"})", true},
+        {"{" + type + R"(,"delta":"AAAA"})" + "x", false},
+        {"{" + type + R"(,"delta":"AAAA",})", false},
+        {"{" + type + R"(,"delta":"AAAA")", false},
+        {"{" + type + R"( "delta":"AAAA"})", false},
+        {"{," + type + R"(,"delta":"AAAA"})", false},
+        {"{" + type + ",\"note\":\"\xff\",\"delta\":\"AAAA\"}", false},
+        {"{" + type + ",\"note\":\"a\nb\",\"delta\":\"AAAA\"}", false},
+        {"{" + type + ",\"delta\":\"AA\nAA\"}", false},
+        {"{" + type + ",\"delta\":\"a\nb\",\"delta\":\"AAAA\"}", false},
+        {"{" + type + R"(,"type":"session.closed","delta":"AAAA"})", false},
+    };
+    for (const Row& row : rows) {
+        const auto events = OpenAILiveParser::parse(row.message);
+        const bool isSound = events == std::vector<OpenAILiveEvent>{openai_event::Audio{{0, 0, 0}}};
+        EXPECT_EQ(isSound, row.isRead) << row.message;
+    }
+}
+
+} // namespace quorvell

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include "QuorvellCore/live/wire/vocabulary/LiveFunctionCall.h"
+
+#include "QuorvellCore/live/wire/openai/OpenAILiveEventMapper.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvell {
+
+TEST(LiveFunctionCall, knowsWhenItWasCutOff)
+{
+    struct Row {
+        const char* arguments;
+        bool incomplete;
+        bool cutOff;
+        const char* args;
+    };
+    const Row rows[] = {
+        {R"({"text":"a"})", false, false, R"({"text":"a"})"},
+        {"", false, false, "{}"},
+        {" \n", false, false, "{}"},
+        {R"({"text":"a)", false, true, R"({"_cut_off":true})"},
+        {"[1]", false, true, R"({"_cut_off":true})"},
+        {R"({"text":"a"})", true, true, R"({"text":"a","_cut_off":true})"},
+        {R"({"_cut_off":false})", false, true, R"({"_cut_off":false})"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.arguments);
+        const auto call = LiveFunctionCall::fromArgumentsText("c", "n", row.arguments, row.incomplete);
+        EXPECT_EQ(call.wasCutOff(), row.cutOff);
+        EXPECT_EQ(dumpJson(call.args), row.args);
+    }
+}
+
+TEST(LiveFunctionCall, readsArguments)
+{
+    const auto call = LiveFunctionCall::fromArgumentsText("c", "n",
+        R"({"i":3,"d":2.5,"t":" -4e1 ","p":"+5","pm":"+-5","b":true,"x":"3 apples","h":"0x10",
+            "inf":"inf","nan":"nan","e":"","s":"a","n":null})",
+        false);
+    struct Row {
+        const char* key;
+        std::optional<double> number;
+    };
+    const Row rows[] = {{"i", 3}, {"d", 2.5}, {"t", -40}, {"p", 5}, {"pm", {}}, {"b", {}}, {"x", {}}, {"h", {}},
+        {"inf", {}}, {"nan", {}}, {"e", {}}, {"n", {}}, {"absent", {}}};
+    for (const Row& row : rows)
+        EXPECT_EQ(call.number(row.key), row.number) << row.key;
+    EXPECT_EQ(call.string("s"), "a");
+    EXPECT_EQ(call.string("i"), std::nullopt);
+}
+
+TEST(OpenAILiveEventMapper, speaksTheSessionsVocabulary)
+{
+    using namespace live_event;
+    struct Row {
+        const char* name;
+        OpenAILiveEvent event;
+        std::vector<LiveServerEvent> mapped;
+    };
+    const LiveFunctionCall whole{"c", "n", Json{{"a", 1}}};
+    const LiveFunctionCall cutOff{"c", "n", Json{{"_cut_off", true}}};
+    const Row rows[] = {
+        {"started", openai_event::Started{"s"}, {SetupComplete{"s"}}},
+        {"audio", openai_event::Audio{{1, 2}}, {Audio{{1, 2}}}},
+        {"user's words", openai_event::InputTranscript{"hi"}, {InputTranscript{"hi"}}},
+        {"voice's words", openai_event::OutputTranscript{"hi"}, {OutputTranscript{"hi"}}},
+        {"delegated", openai_event::Delegated{"d"}, {Delegated{"d"}}},
+        {"call", openai_event::FunctionCall{"c", "n", R"({"a":1})", false}, {ToolCall{{whole}}}},
+        {"call without an end", openai_event::FunctionCall{"c", "n", R"({"a":)", true}, {ToolCall{{cutOff}}}},
+        {"reasoning break", openai_event::Reasoning{}, {Thinking{}}},
+        {"usage", openai_event::Usage{4.5, 0.5}, {BilledSeconds{4.5}, ContextUsage{0.5}}},
+        {"no usage", openai_event::Usage{}, {}},
+        {"tokens", openai_event::BackendUsage{10, 4, 2},
+            {Usage{12}, Diagnostic{"backend_usage", "input 10, cached 4, output 2"}}},
+        {"text leaves only its length", openai_event::BackendText{"año"}, {Diagnostic{"backend_text", "3 characters"}}},
+        {"error", openai_event::Error{"code", "No.", "create_1"},
+            {ServerError{"code", "The service reported a problem (No.). Ask again.", "create_1"}}},
+        {"error without words", openai_event::Error{},
+            {ServerError{{}, "The service reported a problem without saying which. Ask again."}}},
+        {"closed", openai_event::Closed{"unknown"}, {Diagnostic{"session_closed", "unknown"}}},
+    };
+    for (const Row& row : rows)
+        EXPECT_TRUE(OpenAILiveEventMapper::map(row.event) == row.mapped) << row.name;
+}
+
+} // namespace quorvell
