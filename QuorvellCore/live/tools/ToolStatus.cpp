@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include "QuorvellCore/live/tools/ToolStatus.h"
+
+#include <algorithm>
+#include <array>
+
+namespace quorvell {
+
+namespace {
+
+struct Stored {
+    ToolStatus status;
+    std::string_view text;
+};
+
+constexpr auto table = std::to_array<Stored>({
+    {ToolStatus::refused, "refused"},
+    {ToolStatus::switched, "switched"},
+    {ToolStatus::set, "set"},
+    {ToolStatus::whichTime, "which_time"},
+    {ToolStatus::needsTime, "needs_time"},
+    {ToolStatus::needsTask, "needs_task"},
+    {ToolStatus::reminders, "reminders"},
+    {ToolStatus::whichReminder, "which_reminder"},
+    {ToolStatus::deferred, "deferred"},
+    {ToolStatus::done, "done"},
+    {ToolStatus::kept, "kept"},
+    {ToolStatus::found, "found"},
+    {ToolStatus::read, "read"},
+    {ToolStatus::shown, "shown"},
+    {ToolStatus::known, "known"},
+    {ToolStatus::remembered, "remembered"},
+    {ToolStatus::notRemembered, "not_remembered"},
+    {ToolStatus::agenda, "agenda"},
+    {ToolStatus::free, "free"},
+    {ToolStatus::added, "added"},
+    {ToolStatus::changed, "changed"},
+    {ToolStatus::deleted, "deleted"},
+    {ToolStatus::needsConfirmation, "needs_confirmation"},
+});
+
+} // namespace
+
+std::string_view storedText(ToolStatus status)
+{
+    const auto* row = std::ranges::find(table, status, &Stored::status);
+    return row == table.end() ? std::string_view() : row->text;
+}
+
+std::optional<ToolStatus> toolStatus(std::string_view stored)
+{
+    const auto* row = std::ranges::find(table, stored, &Stored::text);
+    return row == table.end() ? std::nullopt : std::optional(row->status);
+}
+
+} // namespace quorvell

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// What a tool says that it did, or what it needs first.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace quorvell {
+
+enum class ToolStatus : std::uint8_t {
+    none, ///< The answer says nothing of it, nor that it failed.
+    other, ///< It says something that is not known here; ToolResult keeps the text.
+    failed, ///< Told by {"error"} and not by a status.
+    refused,
+    switched,
+    // Reminders
+    set,
+    whichTime,
+    needsTime,
+    needsTask,
+    reminders,
+    whichReminder,
+    deferred,
+    done,
+    // The notebook
+    kept,
+    found,
+    read,
+    shown,
+    known,
+    remembered,
+    notRemembered,
+    // The calendar
+    agenda,
+    free,
+    added,
+    changed,
+    deleted,
+    // Any
+    needsConfirmation,
+};
+
+/// "which_time" and the like; empty for the first three.
+std::string_view storedText(ToolStatus status);
+
+/// Exactly one of the stored texts, else nothing.
+std::optional<ToolStatus> toolStatus(std::string_view stored);
+
+} // namespace quorvell
