@@ -9,10 +9,8 @@ endif()
 if(QUORVELL_SHELL)
     set(qt_headers <QByteArray> <QCoreApplication> <QObject> <QPointer> <QString> <QTimer>)
     quorvell_prelude(qt LIBRARIES Qt6::Core HEADERS ${qt_headers})
-    quorvell_prelude(commands LIBRARIES Qt6::Core CLI11::CLI11 HEADERS ${qt_headers} <filesystem> <iostream> <CLI/CLI.hpp>)
-    foreach(prelude IN ITEMS qt commands) # What Qt's modules define must be the same in all that share them.
-        target_compile_definitions(prelude_${prelude} PRIVATE QT_NETWORK_LIB QT_WEBSOCKETS_LIB QT_DBUS_LIB)
-    endforeach()
+    # What Qt's modules define must be the same in all that share them.
+    target_compile_definitions(prelude_qt PRIVATE QT_NETWORK_LIB QT_WEBSOCKETS_LIB QT_DBUS_LIB)
 endif()
 
 # QuorvellCore: functions of their arguments
@@ -73,7 +71,7 @@ if(QUORVELL_SHELL)
     quorvell_room(assistant Quorvell/assistant PRELUDE qt
         USES text notebook reminders loop session files notebook_store agenda reminding tools audio echo sound speech desktop
              connections settings records handover)
-    quorvell_room(app Quorvell/app PRELUDE commands
+    quorvell_room(app Quorvell/app PRELUDE qt
         USES text notebook reminders live automation safety loop session files notebook_store agenda reminding tools audio
              sound speech desktop connections on_device_speech live_service settings records handover assistant
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::DBus LIBRARIES CLI11::CLI11 PkgConfig::libedit)
@@ -84,7 +82,8 @@ if(QUORVELL_SHELL)
 
     if(EXISTS "${CMAKE_SOURCE_DIR}/Quorvell/app/main.cpp")
         add_executable(quorvell Quorvell/app/main.cpp)
-        target_link_libraries(quorvell PRIVATE quorvell_app CLI11::CLI11)
+        target_link_libraries(quorvell PRIVATE quorvell_app)
+        target_compile_definitions(quorvell PRIVATE QUORVELL_VERSION="${PROJECT_VERSION}")
         target_compile_options(quorvell PRIVATE ${QUORVELL_WARNINGS})
         add_dependencies(quorvell speech_models)
         include(tests/walk/walk.cmake)

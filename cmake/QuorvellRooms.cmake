@@ -23,7 +23,7 @@ function(quorvell_prelude name)
 endfunction()
 function(quorvell_use_prelude target name)
     target_compile_options(${target} PRIVATE -fPIC)
-    if(name STREQUAL "qt" OR name STREQUAL "commands") # Those of a module that a room does not link tell it nothing.
+    if(name STREQUAL "qt") # Those of a module that a room does not link tell it nothing.
         target_compile_definitions(${target} PRIVATE QT_NETWORK_LIB QT_WEBSOCKETS_LIB QT_DBUS_LIB)
     endif()
     target_precompile_headers(${target} REUSE_FROM prelude_${name})

@@ -4,7 +4,7 @@
 #include "Quorvell/app/chat/ChatCommand.h"
 #include "Quorvell/app/doctor/DoctorCommand.h"
 #include "Quorvell/app/notes/NotesCommand.h"
-#include "Quorvell/app/program/HelpText.h"
+#include "Quorvell/app/program/CommandLine.h"
 #include "Quorvell/app/program/LiveServiceCommand.h"
 #include "Quorvell/app/records/LogCommand.h"
 #include "Quorvell/app/records/UsageCommand.h"
@@ -15,49 +15,37 @@
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UserSettings.h"
 
-#include <CLI/CLI.hpp>
-
-#include <functional>
-#include <utility>
+#include <string>
 #include <vector>
 
 namespace {
 
+using quorvell::Command;
 using quorvell::ProgramEnvironment;
 
-constexpr int couldNot = 1;
-constexpr int wrongUsage = 2;
-
-using AddCommand = std::function<int()> (*)(CLI::App&, const ProgramEnvironment&);
-
 /// In the order in which the help lists them. The first runs when no command is named.
-const std::vector<AddCommand> commandTable{quorvell::addChatCommand, quorvell::addTalkCommand,
-    quorvell::addRemindCommand, quorvell::addRemindersCommand, quorvell::addAgendaCommand, quorvell::addNotesCommand,
-    quorvell::addLogCommand, quorvell::addUsageCommand, quorvell::addDoctorCommand, quorvell::addAgentCommand,
-    quorvell::addLiveServiceCommand};
-
-struct Command {
-    CLI::App* declared;
-    std::function<int()> run;
+constexpr Command (*commandTable[])(const ProgramEnvironment&) = {
+    quorvell::chatCommand,
+    quorvell::talkCommand,
+    quorvell::remindCommand,
+    quorvell::remindersCommand,
+    quorvell::agendaCommand,
+    quorvell::notesCommand,
+    quorvell::logCommand,
+    quorvell::usageCommand,
+    quorvell::doctorCommand,
+    quorvell::agentCommand,
+    quorvell::liveServiceCommand,
 };
 
-std::vector<Command> declareCommands(CLI::App& program, const ProgramEnvironment& environment)
+Command programOf(const ProgramEnvironment& environment)
 {
-    std::vector<Command> commands;
-    for (const AddCommand add : commandTable) {
-        auto run = add(program, environment);
-        // What was declared last at the top level is what `add` just declared.
-        commands.push_back({program.get_subcommands(nullptr).back(), std::move(run)});
-    }
-    return commands;
-}
-
-int runChosen(const std::vector<Command>& commands)
-{
-    for (const Command& command : commands)
-        if (command.declared->parsed())
-            return command.run();
-    return commands.empty() ? couldNot : commands.front().run();
+    Command program("quorvell", "A voice assistant for your desktop.");
+    program.footer = "Exit codes: 0 done, 1 could not, 2 wrong usage.";
+    for (const auto command : commandTable)
+        program.commands.push_back(command(environment));
+    program.run = program.commands.front().run;
+    return program;
 }
 
 } // namespace
@@ -69,14 +57,6 @@ int main(int argumentCount, char** arguments)
     const auto settings = quorvell::UserSettings::read(environment.configFolder + "/settings.json").settings;
     environment.notebookFolder = settings.notebookFolder.value_or(environment.notebookFolder);
     environment.calendarFolder = settings.calendarFolder.value_or(environment.calendarFolder);
-    CLI::App program("A voice assistant for your desktop.", "quorvell");
-    quorvell::useHelpText(program);
-    program.require_subcommand(0, 1);
-    const std::vector<Command> commands = declareCommands(program, environment);
-    try {
-        program.parse(argumentCount, arguments);
-    } catch (const CLI::ParseError& problem) {
-        return program.exit(problem) == 0 ? 0 : wrongUsage;
-    }
-    return runChosen(commands);
+    const std::vector<std::string> words(arguments + 1, arguments + argumentCount);
+    return quorvell::CommandLine::run(programOf(environment), QUORVELL_VERSION, words);
 }

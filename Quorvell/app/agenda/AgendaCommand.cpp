@@ -10,7 +10,6 @@
 #include "Quorvell/tools/EventAnswers.h"
 #include "QuorvellCore/text/PrintableText.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <iostream>
@@ -91,15 +90,6 @@ struct Options {
     int minutes = 60;
 };
 
-AgendaRequest requestOf(const CLI::App& command, const Options& options)
-{
-    if (command.got_subcommand("free"))
-        return {AgendaRequest::Action::free, options.minutes, options.asJson, {}};
-    if (command.got_subcommand("week"))
-        return {AgendaRequest::Action::week, 0, options.asJson, {}};
-    return {AgendaRequest::Action::today, 0, options.asJson, {}};
-}
-
 int runCommand(AgendaRequest request, const ProgramEnvironment& environment)
 {
     const auto calendar = usersCalendar(environment, std::cerr);
@@ -159,18 +149,23 @@ void runAgenda(const AgendaRequest& request, Agenda& agenda, std::vector<Note> n
         });
 }
 
-std::function<int()> addAgendaCommand(CLI::App& program, const ProgramEnvironment& environment)
+Command agendaCommand(const ProgramEnvironment& environment)
 {
     const auto options = std::make_shared<Options>();
-    CLI::App* command = program.add_subcommand("agenda", "Your events and reminders, and when you are free");
-    command->require_subcommand(0, 1);
-    command->add_flag("--json", options->asJson, "One JSON object a line");
-    command->add_subcommand("today", "Today")->fallthrough();
-    command->add_subcommand("week", "Today and the six days after it")->fallthrough();
-    CLI::App* free = command->add_subcommand("free", "The next gaps that are long enough, within seven days");
-    free->add_option("minutes", options->minutes, "How long a gap must be")->check(CLI::Range(5, 24 * 60));
-    free->fallthrough();
-    return [command, options, environment] { return runCommand(requestOf(*command, *options), environment); };
+    const auto running = [options, environment](AgendaRequest::Action action) {
+        return [options, environment, action] {
+            return runCommand({action, options->minutes, options->asJson, {}}, environment);
+        };
+    };
+    Command command("agenda", "Your events and reminders, and when you are free");
+    command.flag("--json", options->asJson, "One JSON object a line");
+    command.run = running(AgendaRequest::Action::today);
+    command.command("today", "Today");
+    command.command("week", "Today and the six days after it").run = running(AgendaRequest::Action::week);
+    Command& free = command.command("free", "The next gaps that are long enough, within seven days");
+    free.number("minutes", options->minutes, 5, 24 * 60, "How long a gap must be");
+    free.run = running(AgendaRequest::Action::free);
+    return command;
 }
 
 } // namespace quorvell

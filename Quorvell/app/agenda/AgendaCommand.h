@@ -4,16 +4,13 @@
 
 #include "Quorvell/agenda/Agenda.h"
 #include "Quorvell/agenda/WakingHours.h"
+#include "Quorvell/app/program/Command.h"
 #include "QuorvellCore/notebook/Note.h"
 #include "QuorvellCore/reminders/Calendar.h"
 
 #include <functional>
 #include <iosfwd>
 #include <vector>
-
-namespace CLI {
-class App;
-}
 
 namespace quorvell {
 
@@ -32,6 +29,6 @@ void runAgenda(const AgendaRequest& request, Agenda& agenda, std::vector<Note> n
     const Calendar& calendar, std::ostream& out, std::ostream& errors, std::function<void(int)> finished);
 
 /// `quorvell agenda [today | week | free MINUTES] [--json]`
-std::function<int()> addAgendaCommand(CLI::App& program, const ProgramEnvironment& environment);
+Command agendaCommand(const ProgramEnvironment& environment);
 
 } // namespace quorvell

@@ -1,17 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
-
-namespace CLI {
-class App;
-}
+#include "Quorvell/app/program/Command.h"
 
 namespace quorvell {
 
 struct ProgramEnvironment;
 
 /// `quorvell chat [--json] [--aloud] [--host HOST]`: the assistant in a terminal or a pipe.
-std::function<int()> addChatCommand(CLI::App& program, const ProgramEnvironment& environment);
+Command chatCommand(const ProgramEnvironment& environment);
 
 } // namespace quorvell

@@ -1,34 +1,29 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/conversation/ConversationOptions.h"
 
+#include "Quorvell/app/program/Command.h"
 #include "Quorvell/app/terminal/TerminalColumns.h"
 #include "Quorvell/connections/LiveEndpointSettings.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UserSettings.h"
 
-#include <CLI/CLI.hpp>
-
 namespace quorvell {
 
-std::shared_ptr<ConversationOptions> ConversationOptions::declare(CLI::App& command)
+std::shared_ptr<ConversationOptions> ConversationOptions::declare(Command& command)
 {
     auto options = std::make_shared<ConversationOptions>();
-    auto* json = command.add_flag("--json", options->asJson, "Print one JSON object per event");
-    command.add_flag("--verbose", options->isVerbose, "Show what tools are asked and answer, word for word")
-        ->excludes(json);
+    command.flag("--json", options->asJson, "Print one JSON object per event");
+    command.flag("--verbose", options->isVerbose, "Show what tools are asked and answer, word for word")
+        .excludes("--json");
     command
-        .add_option("--host", options->host,
+        .text("--host", options->host,
             "The live service: HOST, HOST:PORT or wss://HOST (default: QUORVELL_LIVE_HOST, the settings, "
             "or the service on this device where there is no key)")
-        ->check([](const std::string& host) { return LiveEndpointSettings::hostProblem(host).value_or(""); });
-    command.add_option("--backend", options->backend, "Whose live model: auto, openai, gemini or on_device")
-        ->type_name("NAME")
-        ->transform(CLI::CheckedTransformer(UserSettings::backends()).description(""));
-    command
-        .add_option(
-            "--transport", options->transport, "How sound travels to an OpenAI model: auto, webrtc or websocket")
-        ->type_name("NAME")
-        ->transform(CLI::CheckedTransformer(UserSettings::transports()).description(""));
+        .checkedBy([](const std::string& host) { return LiveEndpointSettings::hostProblem(host).value_or(""); });
+    command.choice(
+        "--backend", options->backend, UserSettings::backends(), "Whose live model: auto, openai, gemini or on_device");
+    command.choice("--transport", options->transport, UserSettings::transports(),
+        "How sound travels to an OpenAI model: auto, webrtc or websocket");
     return options;
 }
 

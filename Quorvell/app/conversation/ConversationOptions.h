@@ -10,12 +10,9 @@
 #include <optional>
 #include <string>
 
-namespace CLI {
-class App;
-}
-
 namespace quorvell {
 
+struct Command;
 struct ProgramEnvironment;
 
 struct ConversationOptions {
@@ -29,7 +26,7 @@ struct ConversationOptions {
     ConversationText::Style textStyle(const ProgramEnvironment& environment) const;
 
     /// Declares them; their values are there once the command line was read.
-    static std::shared_ptr<ConversationOptions> declare(CLI::App& command);
+    static std::shared_ptr<ConversationOptions> declare(Command& command);
 };
 
 } // namespace quorvell

@@ -5,7 +5,6 @@
 #include "Quorvell/app/program/ProgramLoop.h"
 #include "Quorvell/app/terminal/TerminalColumns.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <iostream>
@@ -38,12 +37,13 @@ int runDoctor(const ProgramEnvironment& environment, bool asJson)
 
 } // namespace
 
-std::function<int()> addDoctorCommand(CLI::App& program, const ProgramEnvironment& environment)
+Command doctorCommand(const ProgramEnvironment& environment)
 {
-    CLI::App* command = program.add_subcommand("doctor", "Look what works, what does not, and say what to do");
+    Command command("doctor", "Look what works, what does not, and say what to do");
     const auto asJson = std::make_shared<bool>(false);
-    command->add_flag("--json", *asJson, "Print one JSON object a finding");
-    return [environment, asJson] { return runDoctor(environment, *asJson); };
+    command.flag("--json", *asJson, "Print one JSON object a finding");
+    command.run = [environment, asJson] { return runDoctor(environment, *asJson); };
+    return command;
 }
 
 } // namespace quorvell

@@ -1,17 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
-
-namespace CLI {
-class App;
-}
+#include "Quorvell/app/program/Command.h"
 
 namespace quorvell {
 
 struct ProgramEnvironment;
 
 /// `quorvell doctor [--json]`: what works, what does not, what to do.
-std::function<int()> addDoctorCommand(CLI::App& program, const ProgramEnvironment& environment);
+Command doctorCommand(const ProgramEnvironment& environment);
 
 } // namespace quorvell

@@ -8,10 +8,9 @@
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UsersCalendar.h"
 
-#include <CLI/CLI.hpp>
-
 #include <chrono>
 #include <iostream>
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -22,11 +21,6 @@ namespace {
 constexpr int couldNot = 1;
 
 using Action = NotesRequest::Action;
-
-struct Options {
-    std::vector<std::string> words;
-    NotesRequest request;
-};
 
 /// What stands after a subcommand's name.
 enum class Takes { nothing, words, id, idAndVersion, idAndStep, idAndPicture, assurance, target };
@@ -57,61 +51,38 @@ constexpr Subcommand subcommands[] = {
     {"move", Action::move, Takes::target, "Keep the notebook in another folder from now on"},
 };
 
-std::string joined(const std::vector<std::string>& words)
+void addArguments(Command& command, Takes takes, NotesRequest& request)
 {
-    std::string text;
-    for (const std::string& word : words)
-        text += (text.empty() ? "" : " ") + word;
-    return text;
-}
-
-NotesRequest requestOf(const CLI::App& command, const Options& options)
-{
-    NotesRequest request = options.request;
-    for (const Subcommand& subcommand : subcommands) {
-        if (!command.got_subcommand(subcommand.name))
-            continue;
-        request.action = subcommand.action;
-        if (subcommand.takes == Takes::words)
-            request.words = joined(options.words);
-    }
-    return request;
-}
-
-void addArguments(CLI::App& command, Takes takes, Options& options)
-{
-    NotesRequest& request = options.request;
     switch (takes) {
     case Takes::nothing:
         return;
     case Takes::words:
-        command.add_option("words", options.words, "The words")->required();
+        command.words("words", request.words, "The words").isRequired();
         return;
     case Takes::assurance:
-        command.add_flag("--yes", request.isSure, "Do it without asking back");
+        command.flag("--yes", request.isSure, "Do it without asking back");
         return;
     case Takes::target:
         command
-            .add_option("target", request.words,
-                command.get_name() == "move"
+            .text("target", request.words,
+                command.name == "move"
                     ? "The folder; or local, for the usual one; or synced, for one that a sync program keeps"
                     : "The folder or, with --json, the file; - is the standard output")
-            ->required();
+            .isRequired();
         return;
     case Takes::id:
     case Takes::idAndVersion:
     case Takes::idAndStep:
     case Takes::idAndPicture:
-        command.add_option("id", request.words, "Its id or the beginning of it")->required();
+        command.text("id", request.words, "Its id or the beginning of it").isRequired();
     }
     if (takes == Takes::idAndPicture)
-        command.add_option("file", request.picture, "The picture, in any common format");
+        command.text("file", request.picture, "The picture, in any common format");
     else if (takes != Takes::id)
         command
-            .add_option("number", request.number,
+            .number("number", request.number, 1, std::numeric_limits<int>::max(),
                 takes == Takes::idAndVersion ? "Its number in the history" : "The number of the step or task")
-            ->required()
-            ->check(CLI::PositiveNumber);
+            .isRequired();
 }
 
 bool isChange(Action action)
@@ -149,18 +120,21 @@ int runNotes(const NotesRequest& request, const ProgramEnvironment& environment)
 
 } // namespace
 
-std::function<int()> addNotesCommand(CLI::App& program, const ProgramEnvironment& environment)
+Command notesCommand(const ProgramEnvironment& environment)
 {
-    const auto options = std::make_shared<Options>();
-    CLI::App* command = program.add_subcommand("notes", "List, find, show and change the notes of the notebook");
-    command->require_subcommand(0, 1);
-    command->add_flag("--json", options->request.asJson, "One JSON object a line");
+    const auto request = std::make_shared<NotesRequest>();
+    Command command("notes", "List, find, show and change the notes of the notebook");
+    command.flag("--json", request->asJson, "One JSON object a line");
     for (const Subcommand& subcommand : subcommands) {
-        CLI::App* added = command->add_subcommand(subcommand.name, subcommand.description);
-        addArguments(*added, subcommand.takes, *options);
-        added->fallthrough();
+        Command& added = command.command(subcommand.name, subcommand.description);
+        addArguments(added, subcommand.takes, *request);
+        added.run = [action = subcommand.action, request, environment] {
+            request->action = action;
+            return runNotes(*request, environment);
+        };
     }
-    return [command, options, environment] { return runNotes(requestOf(*command, *options), environment); };
+    command.run = command.commands.front().run;
+    return command;
 }
 
 } // namespace quorvell

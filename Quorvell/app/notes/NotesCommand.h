@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
-
-namespace CLI {
-class App;
-}
+#include "Quorvell/app/program/Command.h"
 
 namespace quorvell {
 
@@ -15,6 +11,6 @@ struct ProgramEnvironment;
 /// history ID | restore ID NUMBER | delete ID | facts | remember WORDS... | confirm ID | forget-facts --yes |
 /// export TARGET | move TARGET] [--json]`. Reading needs no owner of the notebook; what changes it goes through the
 /// owner.
-std::function<int()> addNotesCommand(CLI::App& program, const ProgramEnvironment& environment);
+Command notesCommand(const ProgramEnvironment& environment);
 
 } // namespace quorvell

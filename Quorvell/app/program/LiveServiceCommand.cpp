@@ -7,7 +7,6 @@
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UsersCalendar.h"
 
-#include <CLI/CLI.hpp>
 #include <QCoreApplication>
 #include <QFile>
 #include <QRandomGenerator>
@@ -211,32 +210,28 @@ int serve(const Options& options, const ProgramEnvironment& environment, const T
 
 } // namespace
 
-std::function<int()> addLiveServiceCommand(CLI::App& program, const ProgramEnvironment& environment)
+Command liveServiceCommand(const ProgramEnvironment& environment)
 {
-    CLI::App* command = program.add_subcommand("live-service",
+    Command command("live-service",
         "The live service on this computer: speech, reminders and notes without an account or a network");
     auto options = std::make_shared<Options>();
-    command
-        ->add_option("--host", options->host, "Address to listen at. Without --tls-certificate nothing is encrypted.")
-        ->capture_default_str();
-    command->add_option("--port", options->port, "Port to listen at; 0 takes any that is free.")->capture_default_str();
-    auto* file = command->add_option("--token-file", options->tokenFile,
+    command.text("--host", options->host, "Address to listen at. Without --tls-certificate nothing is encrypted.");
+    command.number("--port", options->port, std::uint16_t(0), std::uint16_t(65535),
+        "Port to listen at; 0 takes any that is free.");
+    command.text("--token-file", options->tokenFile,
         "File whose first line is the key that clients must show. Without it QUORVELL_LIVE_TOKEN, else a new one.");
-    command->add_option("--voice", options->voice, "The voice where a client names none that is known here.")
-        ->capture_default_str();
-    command->add_option(
-        "--tls-certificate", options->certificateFile, "PEM file with the certificate to serve TLS with.");
-    command->add_option("--tls-key", options->keyFile, "PEM file with its key, where the certificate's file has none.");
-    command->add_option("--fault", options->faults, "A way to fail on purpose; may be given several times. See below.")
-        ->take_all();
-    command->footer(Fault::help());
-    command->add_flag("--expect-speech", options->expectsSpeech,
+    command.text("--voice", options->voice, "The voice where a client names none that is known here.");
+    command.text("--tls-certificate", options->certificateFile, "PEM file with the certificate to serve TLS with.");
+    command.text("--tls-key", options->keyFile, "PEM file with its key, where the certificate's file has none.");
+    command.texts("--fault", options->faults, "A way to fail on purpose; may be given several times. See below.");
+    command.footer = Fault::help();
+    command.flag("--expect-speech", options->expectsSpeech,
         "Load speech recognition at once (150 MB). Without it that is done when a client's first sound comes.");
     command
-        ->add_flag("--child", options->isChild,
+        .flag("--child", options->isChild,
             "For an assistant that starts this: key on standard input, port on standard output, ends with its input.")
-        ->excludes(file);
-    return [options, &environment] {
+        .excludes("--token-file");
+    command.run = [options, &environment] {
         const auto token = readToken(*options, environment);
         if (!token)
             return complain(options->isChild
@@ -244,6 +239,7 @@ std::function<int()> addLiveServiceCommand(CLI::App& program, const ProgramEnvir
                     : "Cannot read a key from \"" + options->tokenFile + "\". Its first line must hold one.");
         return serve(*options, environment, *token);
     };
+    return command;
 }
 
 } // namespace quorvell

@@ -6,7 +6,6 @@
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UsersCalendar.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <iostream>
@@ -65,7 +64,10 @@ int runLog(const ProgramEnvironment& environment, const Options& options)
         return complain(environment.unknownTimeZone());
     const LogTimeline timeline = LogTimeline::of(EventLogFile::readAll(environment.stateFolder));
     if (timeline.unreadable > 0)
-        std::cerr << timeline.unreadable << " lines of the log could not be read and are left out." << std::endl;
+        std::cerr << timeline.unreadable
+                  << (timeline.unreadable == 1 ? " line of the log could not be read and is left out."
+                                               : " lines of the log could not be read and are left out.")
+                  << std::endl;
     if (timeline.conversations.empty())
         return complain("The log in " + environment.stateFolder + " is empty: no conversation was held yet.");
     if (options.isList) {
@@ -82,16 +84,17 @@ int runLog(const ProgramEnvironment& environment, const Options& options)
 
 } // namespace
 
-std::function<int()> addLogCommand(CLI::App& program, const ProgramEnvironment& environment)
+Command logCommand(const ProgramEnvironment& environment)
 {
-    CLI::App* command = program.add_subcommand("log", "Show what happened in a conversation, without what was said");
+    Command command("log", "Show what happened in a conversation, without what was said");
     const auto options = std::make_shared<Options>();
-    command->add_option("id", options->id, "Which conversation, as --list names it (default: the last one)");
-    auto* list = command->add_flag("--list", options->isList, "List the conversations that the log still holds");
-    command->add_flag("--last", options->isLast, "The last conversation, which is also what is shown without a choice")
-        ->excludes(list);
-    command->add_flag("--json", options->asJson, "Print the events as they are kept, one JSON object a line");
-    return [environment, options] { return runLog(environment, *options); };
+    command.text("id", options->id, "Which conversation, as --list names it (default: the last one)");
+    command.flag("--list", options->isList, "List the conversations that the log still holds");
+    command.flag("--last", options->isLast, "The last conversation, which is also what is shown without a choice")
+        .excludes("--list");
+    command.flag("--json", options->asJson, "Print the events as they are kept, one JSON object a line");
+    command.run = [environment, options] { return runLog(environment, *options); };
+    return command;
 }
 
 } // namespace quorvell

@@ -1,17 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
-
-namespace CLI {
-class App;
-}
+#include "Quorvell/app/program/Command.h"
 
 namespace quorvell {
 
 struct ProgramEnvironment;
 
 /// `quorvell log [--last|--list|ID] [--json]`: what happened in a conversation, from the event log.
-std::function<int()> addLogCommand(CLI::App& program, const ProgramEnvironment& environment);
+Command logCommand(const ProgramEnvironment& environment);
 
 } // namespace quorvell

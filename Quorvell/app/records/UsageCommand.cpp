@@ -8,7 +8,6 @@
 #include "Quorvell/settings/UserSettings.h"
 #include "Quorvell/settings/UsersCalendar.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -54,7 +53,8 @@ int runUsage(const ProgramEnvironment& environment, bool asJson)
     std::cout << "With a hosted model:\n" << UsageText::ofDays(hosted.book(), hosted.today()) << "\n";
     if (settings.dailyMinutes) {
         const double left = 60.0 * static_cast<double>(settings.dailyMinutes->count()) - hosted.secondsToday();
-        std::cout << "Your limit is " << settings.dailyMinutes->count() << " minutes a day; "
+        const auto minutes = settings.dailyMinutes->count();
+        std::cout << "Your limit is " << minutes << (minutes == 1 ? " minute" : " minutes") << " a day; "
                   << UsageText::duration(std::max(left, 0.0)) << " are left today.\n";
     }
     std::cout << "\nOn this computer, free of charge:\n"
@@ -64,12 +64,13 @@ int runUsage(const ProgramEnvironment& environment, bool asJson)
 
 } // namespace
 
-std::function<int()> addUsageCommand(CLI::App& program, const ProgramEnvironment& environment)
+Command usageCommand(const ProgramEnvironment& environment)
 {
-    CLI::App* command = program.add_subcommand("usage", "Show what was spoken and used today and this month");
+    Command command("usage", "Show what was spoken and used today and this month");
     const auto asJson = std::make_shared<bool>(false);
-    command->add_flag("--json", *asJson, "Print one JSON object");
-    return [environment, asJson] { return runUsage(environment, *asJson); };
+    command.flag("--json", *asJson, "Print one JSON object");
+    command.run = [environment, asJson] { return runUsage(environment, *asJson); };
+    return command;
 }
 
 } // namespace quorvell

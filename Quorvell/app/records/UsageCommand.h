@@ -1,17 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
-
-namespace CLI {
-class App;
-}
+#include "Quorvell/app/program/Command.h"
 
 namespace quorvell {
 
 struct ProgramEnvironment;
 
 /// `quorvell usage [--json]`: what was spoken and used today and this month.
-std::function<int()> addUsageCommand(CLI::App& program, const ProgramEnvironment& environment);
+Command usageCommand(const ProgramEnvironment& environment);
 
 } // namespace quorvell

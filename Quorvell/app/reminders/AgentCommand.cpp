@@ -9,7 +9,7 @@
 #include "Quorvell/records/EventLogFile.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 
-#include <CLI/CLI.hpp>
+#include <QDBusConnection>
 #include <fcntl.h>
 #include <nlohmann/json.hpp>
 #include <sys/file.h>
@@ -97,17 +97,22 @@ int runAgent(const ProgramEnvironment& environment)
                   << ". One is enough." << std::endl;
         return couldNot;
     }
+    if (!environment.hasSessionBus || !QDBusConnection::sessionBus().isConnected())
+        std::cerr << "There is no session bus here: reminders cannot show on the desktop, and other programs cannot "
+                     "change the notebook while this one runs. Start the agent from your desktop session, as with "
+                     "\"systemctl --user start quorvell-agent\"."
+                  << std::endl;
     const Interrupts interrupts({[] { ProgramLoop::end(done); }});
     return loop.run();
 }
 
 } // namespace
 
-std::function<int()> addAgentCommand(CLI::App& program, const ProgramEnvironment& environment)
+Command agentCommand(const ProgramEnvironment& environment)
 {
-    program.add_subcommand(
-        "agent", "Fire reminders in the background, without a conversation (see quorvell-agent.service)");
-    return [environment] { return runAgent(environment); };
+    Command command("agent", "Fire reminders in the background, without a conversation (see quorvell-agent.service)");
+    command.run = [environment] { return runAgent(environment); };
+    return command;
 }
 
 } // namespace quorvell

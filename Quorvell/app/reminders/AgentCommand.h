@@ -1,17 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
-
-namespace CLI {
-class App;
-}
+#include "Quorvell/app/program/Command.h"
 
 namespace quorvell {
 
 struct ProgramEnvironment;
 
 /// `quorvell agent`: keeps the notebook and fires reminders without a conversation, until it is told to end.
-std::function<int()> addAgentCommand(CLI::App& program, const ProgramEnvironment& environment);
+Command agentCommand(const ProgramEnvironment& environment);
 
 } // namespace quorvell

@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
-
-namespace CLI {
-class App;
-}
+#include "Quorvell/app/program/Command.h"
 
 namespace quorvell {
 
@@ -13,6 +9,6 @@ struct ProgramEnvironment;
 
 /// `quorvell remind PHRASE [--dry-run [--json]] [--now ISO] [--zone IANA]`: sets a reminder from the user's words, or
 /// only shows what was understood. "-" reads phrases from standard input, a line each.
-std::function<int()> addRemindCommand(CLI::App& program, const ProgramEnvironment& environment);
+Command remindCommand(const ProgramEnvironment& environment);
 
 } // namespace quorvell

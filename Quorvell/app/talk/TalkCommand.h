@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
-
-namespace CLI {
-class App;
-}
+#include "Quorvell/app/program/Command.h"
 
 namespace quorvell {
 
@@ -13,6 +9,6 @@ struct ProgramEnvironment;
 
 /// `quorvell talk [--device NAME] [--push-to-talk]`: a spoken conversation.
 /// `quorvell talk FILE.wav [--reply OUT.wav]`: one spoken turn from a recording.
-std::function<int()> addTalkCommand(CLI::App& program, const ProgramEnvironment& environment);
+Command talkCommand(const ProgramEnvironment& environment);
 
 } // namespace quorvell

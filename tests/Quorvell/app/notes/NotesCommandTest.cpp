@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/notes/NotesCommand.h"
 
+#include "Quorvell/app/program/CommandLine.h"
 #include "Quorvell/notebook/NoteFolder.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "QuorvellCore/notebook/NoteFile.h"
 #include "QuorvellCore/text/Json.h"
 #include "TemporaryFolder.h"
 
-#include <CLI/CLI.hpp>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -41,20 +41,13 @@ struct Shell {
             test::writeText(environment.notebookFolder + "/" + note.id + ".md", NoteFile::encode(note));
     }
 
-    /// The exit code; 2 where the words do not parse, as in the program.
     int run(std::vector<std::string> words)
     {
-        CLI::App program;
-        const auto command = addNotesCommand(program, environment);
-        std::reverse(words.begin(), words.end()); // as the parser wants them
-        try {
-            program.parse(words);
-        } catch (const CLI::ParseError&) {
-            return 2;
-        }
+        Command program("quorvell", "");
+        program.commands.push_back(notesCommand(environment));
         testing::internal::CaptureStdout();
         testing::internal::CaptureStderr();
-        const int code = command();
+        const int code = CommandLine::run(program, "1", std::move(words));
         output = testing::internal::GetCapturedStdout();
         errors = testing::internal::GetCapturedStderr();
         return code;
