@@ -2,6 +2,7 @@
 #include "Quorvell/app/reminders/RemindCommand.h"
 
 #include "Quorvell/app/reminders/RemindPhrases.h"
+#include "Quorvell/app/reminders/RemindRequest.h"
 #include "Quorvell/app/reminders/RemindStoring.h"
 #include "Quorvell/app/reminders/RemindText.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
@@ -9,7 +10,6 @@
 #include "QuorvellCore/reminders/DateParts.h"
 #include "QuorvellCore/reminders/ReminderPhraseJson.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <chrono>
@@ -28,7 +28,7 @@ constexpr int couldNot = 1;
 constexpr int wrongUsage = 2;
 
 struct Options {
-    std::vector<std::string> words;
+    std::string phrase;
     bool isDryRun = false;
     bool asJson = false;
     std::string now;
@@ -59,8 +59,9 @@ std::optional<Calendar> calendarFor(const Options& options, const ProgramEnviron
     return Calendar::create("UTC", environment.locale);
 }
 
-/// Needs no event loop, no bus and no notebook.
-int runDryRun(const Options& options, RemindPhrases& phrases, Instant now, const Calendar& calendar)
+/// Needs no event loop, no bus and no notebook. At a terminal the hour would be asked for.
+int runDryRun(
+    const Options& options, RemindPhrases& phrases, Instant now, const Calendar& calendar, const WhichTime& whichTime)
 {
     int result = done;
     while (const auto phrase = phrases.next()) {
@@ -68,7 +69,7 @@ int runDryRun(const Options& options, RemindPhrases& phrases, Instant now, const
             std::cout << dumpJson(phraseJson(ReminderPhrase::parse(*phrase, now, calendar))) << std::endl;
             continue;
         }
-        const auto request = ReminderRequest::fromWords(*phrase, now, calendar);
+        const auto request = remindRequest(*phrase, now, calendar, whichTime);
         const bool isUnderstood = request.verdict == ReminderRequest::Verdict::ready;
         (isUnderstood ? std::cout : std::cerr) << remindText(request, now, calendar) << std::endl;
         result = isUnderstood ? result : couldNot;
@@ -89,28 +90,33 @@ int run(const Options& options, const ProgramEnvironment& environment)
         std::cerr << "\"" << options.now << "\" is not a time. Write it like 2026-11-21T09:30:00Z." << std::endl;
         return wrongUsage;
     }
-    RemindPhrases phrases(options.words, std::cin);
-    return options.isDryRun ? runDryRun(options, phrases, *now, *calendar)
-                            : storeReminders(environment, phrases, *now, *calendar);
+    RemindPhrases phrases(options.phrase, std::cin);
+    const auto output = options.asJson ? RemindOutput::json : RemindOutput::text;
+    if (!options.isDryRun)
+        return storeReminders(environment, phrases, *now, *calendar, output);
+    WhichTime unasked;
+    if (environment.isInputTerminal && environment.isOutputTerminal)
+        unasked = [](const auto&) { return std::nullopt; };
+    return runDryRun(options, phrases, *now, *calendar, unasked);
 }
 
 } // namespace
 
-std::function<int()> addRemindCommand(CLI::App& program, const ProgramEnvironment& environment)
+Command remindCommand(const ProgramEnvironment& environment)
 {
-    CLI::App* command =
-        program.add_subcommand("remind", "Set a reminder from a phrase such as \"tomorrow at 5 pm call mum\"");
+    Command command("remind", "Set a reminder from a phrase such as \"tomorrow at 5 pm call mum\"");
     const auto options = std::make_shared<Options>();
-    command
-        ->add_option("phrase", options->words, "What to be reminded of and when; - reads phrases from standard input")
-        ->required();
-    auto* dryRun = command->add_flag("--dry-run", options->isDryRun, "Show what is understood and store nothing");
-    command->add_flag("--json", options->asJson, "One JSON object a phrase, null where no time is found")
-        ->needs(dryRun);
-    command->add_option("--now", options->now, "The moment to count from, as 2026-11-21T09:30:00Z (default: now)")
-        ->needs(dryRun);
-    command->add_option("--zone", options->zone, "The time zone to think in, as Europe/Berlin (default: yours)");
-    return [environment, options] { return run(*options, environment); };
+    command.words("phrase", options->phrase, "What to be reminded of and when; - reads phrases from standard input")
+        .isRequired();
+    command.flag("--dry-run", options->isDryRun, "Show what is understood and store nothing");
+    command.flag("--json", options->asJson,
+        "One JSON object a phrase: what is set, with its id; with --dry-run what is understood, null where no time is "
+        "found");
+    command.text("--now", options->now, "The moment to count from, as 2026-11-21T09:30:00Z (default: now)")
+        .needs("--dry-run");
+    command.text("--zone", options->zone, "The time zone to think in, as Europe/Berlin (default: yours)");
+    command.run = [environment, options] { return run(*options, environment); };
+    return command;
 }
 
 } // namespace quorvell

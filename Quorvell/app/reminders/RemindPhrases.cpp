@@ -7,15 +7,12 @@
 
 namespace quorvell {
 
-RemindPhrases::RemindPhrases(const std::vector<std::string>& words, std::istream& input)
+RemindPhrases::RemindPhrases(std::string phrase, std::istream& input)
 {
-    if (words.size() == 1 && words.front() == "-") {
+    if (phrase == "-")
         m_input = &input;
-        return;
-    }
-    m_phrase.emplace();
-    for (const std::string& word : words)
-        *m_phrase += (m_phrase->empty() ? "" : " ") + word;
+    else
+        m_phrase = std::move(phrase);
 }
 
 std::optional<std::string> RemindPhrases::next()

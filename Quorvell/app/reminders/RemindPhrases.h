@@ -5,13 +5,12 @@
 #include <istream>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace quorvell {
 
 class RemindPhrases {
 public:
-    RemindPhrases(const std::vector<std::string>& words, std::istream& input);
+    RemindPhrases(std::string phrase, std::istream& input); ///< "-" reads a phrase a line from the input.
 
     std::optional<std::string> next();
 

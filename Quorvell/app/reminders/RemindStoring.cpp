@@ -2,14 +2,17 @@
 #include "Quorvell/app/reminders/RemindStoring.h"
 
 #include "Quorvell/app/program/ProgramLoop.h"
+#include "Quorvell/app/reminders/RemindRequest.h"
 #include "Quorvell/app/reminders/RemindText.h"
 #include "Quorvell/app/reminders/WhichTime.h"
 #include "Quorvell/handover/NotebookAccess.h"
 #include "Quorvell/notebook/FreshNoteID.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
+#include "Quorvell/tools/ReminderAnswers.h"
 #include "Quorvell/tools/ReminderNote.h"
 
 #include <QEventLoop>
+#include <nlohmann/json.hpp>
 
 #include <iostream>
 #include <optional>
@@ -36,31 +39,51 @@ NotebookVerdict store(Notebook& notebook, Note note)
     return verdict.value_or(NotebookVerdict{false, "The notebook gave no answer. Try again."});
 }
 
-/// True when it is stored.
-bool setReminder(
-    Notebook& notebook, const std::string& phrase, Instant now, const Calendar& calendar, const WhichTime& whichTime)
-{
-    auto request = ReminderRequest::fromWords(phrase, now, calendar);
-    if (request.verdict == ReminderRequest::Verdict::whichTime && whichTime)
-        if (const auto date = whichTime(request.choices))
-            request = ReminderRequest::settled(request.task, *date, true, request.repeatRule, now, calendar);
-    const std::string text = remindText(request, now, calendar);
-    if (request.verdict != ReminderRequest::Verdict::ready) {
-        std::cerr << text << std::endl;
+/// One run of the command.
+struct RemindStoring {
+    Notebook& notebook;
+    Instant now;
+    const Calendar& calendar;
+    RemindOutput output;
+    WhichTime whichTime; ///< Empty where nobody can be asked.
+
+    /// True when it is stored.
+    bool set(const std::string& phrase) const
+    {
+        const ReminderRequest request = remindRequest(phrase, now, calendar, whichTime);
+        if (request.verdict != ReminderRequest::Verdict::ready)
+            return complain(remindText(request, now, calendar));
+        const Note note = reminderNote(request, freshNoteID(), NoteAuthor::person, NoteOrigin::person, now);
+        const NotebookVerdict verdict = store(notebook, note);
+        if (!verdict.isStored)
+            return complain(verdict.problem);
+        tell(request, note);
+        return true;
+    }
+
+private:
+    void tell(const ReminderRequest& request, const Note& note) const
+    {
+        if (output == RemindOutput::json)
+            std::cout << dumpJson(ReminderAnswers(now, calendar).set(note, request.hasTime)) << std::endl;
+        else
+            std::cout << "A reminder is set.\n" << remindText(request, now, calendar) << std::endl;
+    }
+
+    bool complain(const std::string& problem) const
+    {
+        if (output == RemindOutput::json)
+            std::cout << dumpJson({{"status", "not_set"}, {"problem", problem}}) << std::endl;
+        else
+            std::cerr << problem << std::endl;
         return false;
     }
-    const NotebookVerdict verdict =
-        store(notebook, reminderNote(request, freshNoteID(), NoteAuthor::person, NoteOrigin::person, now));
-    if (verdict.isStored)
-        std::cout << "A reminder is set.\n" << text << std::endl;
-    else
-        std::cerr << verdict.problem << std::endl;
-    return verdict.isStored;
-}
+};
 
 } // namespace
 
-int storeReminders(const ProgramEnvironment& environment, RemindPhrases& phrases, Instant now, const Calendar& calendar)
+int storeReminders(const ProgramEnvironment& environment, RemindPhrases& phrases, Instant now, const Calendar& calendar,
+    RemindOutput output)
 {
     ProgramLoop loop;
     const OpenedNotebook opened = openNotebook(environment, loop.scheduler());
@@ -68,14 +91,14 @@ int storeReminders(const ProgramEnvironment& environment, RemindPhrases& phrases
         std::cerr << opened.problem << std::endl;
         return couldNot;
     }
-    WhichTime whichTime;
-    if (environment.isInputTerminal && environment.isOutputTerminal)
-        whichTime = [&](const auto& choices) { return askWhichTime(choices, now, calendar, std::cin, std::cout); };
+    RemindStoring storing{*opened.notebook, now, calendar, output, nullptr};
+    if (environment.isInputTerminal && environment.isOutputTerminal && output == RemindOutput::text)
+        storing.whichTime = [&](const auto& choices) {
+            return askWhichTime(choices, now, calendar, std::cin, std::cout);
+        };
     int result = done;
-    while (const auto phrase = phrases.next()) {
-        if (!setReminder(*opened.notebook, *phrase, now, calendar, whichTime))
-            result = couldNot;
-    }
+    while (const auto phrase = phrases.next())
+        result = storing.set(*phrase) ? result : couldNot;
     return result;
 }
 

@@ -2,6 +2,7 @@
 #include "Quorvell/app/reminders/RemindersCommand.h"
 
 #include "Quorvell/app/program/ProgramLoop.h"
+#include "Quorvell/app/reminders/RemindRequest.h"
 #include "Quorvell/handover/NotebookAccess.h"
 #include "Quorvell/notebook/NoteFolder.h"
 #include "Quorvell/reminding/ReminderSchedule.h"
@@ -13,7 +14,6 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/PrintableText.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <iostream>
@@ -91,7 +91,7 @@ public:
         const bool canAsk = until.verdict == ReminderRequest::Verdict::whichTime && m_whichTime;
         const auto date = until.verdict == ReminderRequest::Verdict::ready ? std::optional(until.date)
             : canAsk                                                       ? m_whichTime(until.choices)
-                                                                           : std::nullopt;
+                     : writtenTime(m_request.when, until.choices, m_calendar);
         if (date)
             return [date](Note& note) { ReminderState::later(note, *date); };
         if (canAsk) {
@@ -131,20 +131,8 @@ private:
 struct Options {
     bool asJson = false;
     std::string id;
-    std::vector<std::string> when;
+    std::string when;
 };
-
-RemindersRequest requestOf(const CLI::App& command, const Options& options)
-{
-    RemindersRequest request{RemindersRequest::Action::list, options.id, "", options.asJson};
-    for (const std::string& word : options.when)
-        request.when += (request.when.empty() ? "" : " ") + word;
-    if (command.got_subcommand("done"))
-        request.action = RemindersRequest::Action::done;
-    if (command.got_subcommand("later"))
-        request.action = RemindersRequest::Action::later;
-    return request;
-}
 
 int runCommand(const RemindersRequest& request, const ProgramEnvironment& environment)
 {
@@ -191,21 +179,26 @@ void runReminders(const RemindersRequest& request, Notebook& notebook, Instant n
         });
 }
 
-std::function<int()> addRemindersCommand(CLI::App& program, const ProgramEnvironment& environment)
+Command remindersCommand(const ProgramEnvironment& environment)
 {
     const auto options = std::make_shared<Options>();
-    CLI::App* command = program.add_subcommand("reminders", "List what you will be reminded of, tick off, put off");
-    command->require_subcommand(0, 1);
-    command->add_flag("--json", options->asJson, "One JSON object a line");
-    command->add_subcommand("list", "All that are pending, by their times")->fallthrough();
-    CLI::App* finish = command->add_subcommand("done", "Tick one off");
-    finish->add_option("id", options->id, "Its id, the beginning of it, or words of the task")->required();
-    finish->fallthrough();
-    CLI::App* later = command->add_subcommand("later", "Put one off");
-    later->add_option("id", options->id, "Its id, the beginning of it, or words of the task")->required();
-    later->add_option("when", options->when, "Until when: in an hour, this evening, tomorrow at 5 pm")->required();
-    later->fallthrough();
-    return [command, options, environment] { return runCommand(requestOf(*command, *options), environment); };
+    const auto running = [options, environment](RemindersRequest::Action action) {
+        return [options, environment, action] {
+            return runCommand({action, options->id, options->when, options->asJson}, environment);
+        };
+    };
+    Command command("reminders", "List what you will be reminded of, tick off, put off");
+    command.flag("--json", options->asJson, "One JSON object a line");
+    command.run = running(RemindersRequest::Action::list);
+    command.command("list", "All that are pending, by their times");
+    Command& finish = command.command("done", "Tick one off");
+    finish.text("id", options->id, "Its id, the beginning of it, or words of the task").isRequired();
+    finish.run = running(RemindersRequest::Action::done);
+    Command& later = command.command("later", "Put one off");
+    later.text("id", options->id, "Its id, the beginning of it, or words of the task").isRequired();
+    later.words("when", options->when, "Until when: in an hour, this evening, tomorrow at 5 pm").isRequired();
+    later.run = running(RemindersRequest::Action::later);
+    return command;
 }
 
 } // namespace quorvell

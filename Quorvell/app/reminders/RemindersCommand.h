@@ -2,6 +2,7 @@
 // Calls `finished` with the exit code, at once or when the change is stored.
 #pragma once
 
+#include "Quorvell/app/program/Command.h"
 #include "Quorvell/app/reminders/WhichTime.h"
 #include "Quorvell/notebook/Notebook.h"
 #include "QuorvellCore/reminders/Calendar.h"
@@ -9,10 +10,6 @@
 #include <functional>
 #include <iosfwd>
 #include <string>
-
-namespace CLI {
-class App;
-}
 
 namespace quorvell {
 
@@ -32,6 +29,6 @@ void runReminders(const RemindersRequest& request, Notebook& notebook, Instant n
     std::ostream& out, std::ostream& errors, const WhichTime& whichTime, std::function<void(int)> finished);
 
 /// `quorvell reminders [list | done ID | later ID WHEN...] [--json]`
-std::function<int()> addRemindersCommand(CLI::App& program, const ProgramEnvironment& environment);
+Command remindersCommand(const ProgramEnvironment& environment);
 
 } // namespace quorvell
