@@ -10,11 +10,13 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <string_view>
 #include <system_error>
 
 namespace quorvell {
@@ -29,7 +31,7 @@ struct CloseSound {
 };
 using Sound = std::unique_ptr<SNDFILE, CloseSound>;
 
-/// The found parts of a recording, one after another, as the sound library reads a file.
+/// What matters of a recording, one part after another, as the sound library reads a file.
 struct PlainWav {
     const ByteSource& source;
     const WavLayout& layout;
@@ -86,6 +88,18 @@ SF_VIRTUAL_IO plainWavAccess()
     return access;
 }
 
+/// Forms without chunks to be stepped over, told by how they begin.
+bool isCompressed(const ByteSource& source)
+{
+    using namespace std::string_view_literals;
+    std::array<std::uint8_t, 4> begin{};
+    if (source.read(0, begin) != begin.size())
+        return false;
+    const std::string_view text(reinterpret_cast<const char*>(begin.data()), begin.size());
+    const bool isMpegFrame = begin[0] == 0xFF && (begin[1] & 0xE6) == 0xE2; // Sync, and layer III.
+    return text == "fLaC"sv || text == "OggS"sv || text.starts_with("ID3"sv) || isMpegFrame;
+}
+
 WavReading refused(std::string problem)
 {
     return {std::nullopt, std::move(problem), 0};
@@ -132,7 +146,7 @@ WavReading readSamples(SNDFILE* sound, const SF_INFO& info, const std::string& n
     const auto channels = static_cast<std::size_t>(info.channels);
     const auto seconds = std::chrono::seconds(WavFile::longestRecording).count();
     const auto mostFrames = static_cast<sf_count_t>(info.samplerate) * seconds;
-    if (info.frames > mostFrames)
+    if (info.frames > mostFrames && info.frames != SF_COUNT_MAX) // Unknown until it was read.
         return refused(tooLong(name));
     Resampler resampler(info.samplerate, sampleRateHz, Resampler::Quality::best);
     std::vector<float> block(blockFrames * channels);
@@ -155,9 +169,9 @@ WavReading readSamples(SNDFILE* sound, const SF_INFO& info, const std::string& n
 
 WavReading readSource(const ByteSource& source, const std::string& name, int sampleRateHz)
 {
-    const auto layout = WavLayout::find(source);
+    const auto layout = isCompressed(source) ? std::optional(WavLayout::whole(source)) : WavLayout::find(source);
     if (!layout)
-        return refused(name + " is not a WAV file, or is damaged." + recordAgain);
+        return refused(name + " is not a WAV, FLAC, Ogg or MP3 file, or is damaged." + recordAgain);
     PlainWav file{source, *layout};
     SF_VIRTUAL_IO access = plainWavAccess();
     SF_INFO info{};

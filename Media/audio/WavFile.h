@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Recordings as files: any common WAV file in, 16-bit mono out.
+// Recordings as files: any common WAV file, FLAC, Ogg (Vorbis, Opus) or MP3 in, 16-bit mono WAV out.
 #pragma once
 
 #include <chrono>
@@ -22,7 +22,7 @@ struct WavFile {
     static constexpr std::chrono::minutes longestRecording{10};
     static constexpr int highestChannelCount = 32;
 
-    /// Channels are mixed to one and the rate converted. Anything but a WAV file of at most `longestRecording` is
+    /// Channels are mixed to one and the rate converted. Anything but a recording of at most `longestRecording` is
     /// refused; a file that breaks off gives what it holds.
     static WavReading read(const std::string& path, int sampleRateHz);
     static WavReading read(std::span<const std::uint8_t> bytes, int sampleRateHz);

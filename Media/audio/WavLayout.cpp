@@ -105,6 +105,11 @@ WavLayout layoutOf(const ByteSource& source, const Chunk& data, const Bytes& for
 
 } // namespace
 
+WavLayout WavLayout::whole(const ByteSource& source)
+{
+    return {{}, 0, static_cast<std::uint32_t>(std::min(source.size(), largestData))};
+}
+
 std::optional<WavLayout> WavLayout::find(const ByteSource& source)
 {
     if (!isWaveFile(source))

@@ -24,6 +24,9 @@ struct WavLayout {
     /// Nothing when the bytes are no RIFF or RF64 file, or have no format or no sound chunk.
     static std::optional<WavLayout> find(const ByteSource& source);
 
+    /// For forms that the decoder reads as they are.
+    static WavLayout whole(const ByteSource& source);
+
     bool operator==(const WavLayout&) const = default;
 };
 

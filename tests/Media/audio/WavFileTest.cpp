@@ -80,6 +80,10 @@ TEST_F(WavFileTest, readsCommonFormatsAsMonoAtTheWantedRate)
         {"floats, six channels", SF_FORMAT_WAVEX | SF_FORMAT_FLOAT, 48000, 6},
         {"large file header", SF_FORMAT_RF64 | SF_FORMAT_PCM_32, 32000, 2},
         {"compressed", SF_FORMAT_WAV | SF_FORMAT_IMA_ADPCM, 22050, 1},
+        {"FLAC", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 44100, 2},
+        {"Ogg Vorbis", SF_FORMAT_OGG | SF_FORMAT_VORBIS, 44100, 1},
+        {"Ogg Opus", SF_FORMAT_OGG | SF_FORMAT_OPUS, 48000, 1},
+        {"MP3", SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III, 44100, 1},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -105,14 +109,18 @@ TEST_F(WavFileTest, refusesWithASentence)
     };
     std::ofstream(path("text.wav")) << "RIFF is not enough to make a recording of a text";
     std::ofstream(path("empty.wav")).close();
+    std::ofstream(path("text.mp3")) << "ID3 is not enough either";
     const Row rows[] = {
         {"missing", path("missing.wav"), "Could not open"},
         {"a folder", folder.string(), "is not a file"},
-        {"no sound file", path("text.wav"), "is not a WAV file"},
-        {"empty", path("empty.wav"), "is not a WAV file"},
-        {"another sound format", keep(record(SF_FORMAT_AU | SF_FORMAT_PCM_16, 8000, 1, 0.1), "a"), "is not a WAV file"},
+        {"no sound file", path("text.wav"), "is not a WAV, FLAC, Ogg or MP3 file"},
+        {"empty", path("empty.wav"), "is not a WAV, FLAC"},
+        {"no music", path("text.mp3"), "in a form that cannot be read"},
+        {"another sound format", keep(record(SF_FORMAT_AU | SF_FORMAT_PCM_16, 8000, 1, 0.1), "a"),
+            "is not a WAV, FLAC"},
         {"header only", keep(record(wav, 24000, 1, 0), "b"), "holds no sound"},
         {"too slow", keep(record(wav, 1000, 1, 1), "c"), "sample rate of 1000 Hz"},
+        {"too long, packed", keep(record(SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 4000, 1, 600.5), "e"), "longer than 10"},
         {"too long", keep(record(SF_FORMAT_WAV | SF_FORMAT_PCM_U8, 4000, 1, 600.5), "d"), "longer than 10 minutes"},
     };
     for (const Row& row : rows) {
