@@ -159,6 +159,7 @@ SessionSettings Assistant::sessionSettings(const Wishes& wishes) const
     settings.replies = wishes.replies;
     settings.greeting = wishes.greeting;
     settings.listening = wishes.listening;
+    settings.limits = wishes.limits;
     settings.microphone =
         m_settings.sendsOnlySpeech ? SessionSettings::Microphone::onlySpeech : SessionSettings::Microphone::everything;
     settings.restsWhenQuiet = m_settings.restsWhenQuiet;

@@ -43,6 +43,7 @@ public:
         SessionSettings::Replies replies = SessionSettings::Replies::spoken;
         SessionSettings::Listening listening = SessionSettings::Listening::openMicrophone;
         SessionSettings::Greeting greeting = SessionSettings::Greeting::none;
+        SessionLimits limits{};
     };
     /// What the program hears and speaks through. All are borrowed.
     struct Sound {

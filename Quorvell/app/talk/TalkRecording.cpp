@@ -104,7 +104,8 @@ int talkFromRecording(const ProgramEnvironment& environment, const ConversationO
     };
     TalkTurn turn({scheduler, [&] { view.tell("input_ended"); }, finished}, *recording.samples);
     ObserverGroup observers(view.observersWith(turn));
-    const Assistant::Wishes wishes{options.host, options.backend, options.transport};
+    Assistant::Wishes wishes{options.host, options.backend, options.transport};
+    wishes.limits = TalkTurn::limitsFor(recording.samples->size());
     const Assistant::Made made = Assistant::create(environment, settings, scheduler, wishes, {recorder}, observers);
     if (!made.assistant)
         return complain(made.problem);

@@ -19,6 +19,15 @@ std::vector<std::int16_t> withLeadIn(std::vector<std::int16_t> recording)
 
 } // namespace
 
+SessionLimits TalkTurn::limitsFor(std::size_t samples)
+{
+    SessionLimits limits;
+    const auto length = std::chrono::milliseconds(samples * 1000 / MicrophoneStream::sampleRateHz);
+    limits.quietListening += length;
+    limits.quietHighlighted += length;
+    return limits;
+}
+
 TalkTurn::TalkTurn(Ports ports, std::vector<std::int16_t> recording)
     : m_ports(std::move(ports))
     , m_recording(withLeadIn(std::move(recording)))
@@ -62,6 +71,8 @@ void TalkTurn::conversationEnded(const SessionEnd& ended)
     m_isEnding = true;
     if (!ended.isFailure && m_problem.empty() && !m_wasUnderstood)
         m_problem = problemOfNothingUnderstood();
+    if (!ended.isFailure && m_problem.empty() && !hasInputEnded())
+        m_problem = problemOfUnheardRest();
     m_ports.finished({!ended.isFailure && m_problem.empty(), m_problem});
 }
 
@@ -116,6 +127,16 @@ std::string TalkTurn::problemOfNothingUnderstood() const
     if (m_session->usage().microphoneChunks == 0)
         return "No speech was heard in the recording. Record it louder, or closer to the microphone, and try again.";
     return "Nothing was understood in the recording. Speak a little more slowly, and try again.";
+}
+
+std::string TalkTurn::problemOfUnheardRest() const
+{
+    const auto seconds = [](std::size_t samples) { return samples / MicrophoneStream::sampleRateHz; };
+    const auto clock = [](std::size_t whole) {
+        return std::to_string(whole / 60) + (whole % 60 < 10 ? ":0" : ":") + std::to_string(whole % 60);
+    };
+    return "The conversation ended after " + clock(seconds(m_position)) + " of " + clock(seconds(m_recording.size()))
+        + " minutes; the rest of the recording was not heard. Play that part once more.";
 }
 
 void TalkTurn::end(std::string problem)

@@ -6,6 +6,7 @@
 #include "Quorvell/loop/Scheduler.h"
 #include "Quorvell/session/SessionController.h"
 #include "Quorvell/session/reports/SessionObserver.h"
+#include "Quorvell/session/settings/SessionLimits.h"
 
 #include <cstdint>
 #include <functional>
@@ -35,6 +36,9 @@ public:
     /// For the first words to be understood after the end of the recording.
     static constexpr std::chrono::milliseconds understanding{20'000};
 
+    /// The pauses of a recording are not the user's silence: the conversation waits them out.
+    static SessionLimits limitsFor(std::size_t samples);
+
     /// Mono at MicrophoneStream::sampleRateHz.
     TalkTurn(Ports ports, std::vector<std::int16_t> recording);
 
@@ -53,6 +57,7 @@ private:
     bool hasInputEnded() const { return m_position >= m_recording.size(); }
     void judge();
     std::string problemOfNothingUnderstood() const;
+    std::string problemOfUnheardRest() const;
     void end(std::string problem);
 
     Ports m_ports;

@@ -22,11 +22,12 @@ public:
 
 class TalkTurnTest : public testing::Test {
 protected:
-    /// A second of a tone that swells like a syllable, loud or hardly audible.
-    void begin(double loudness = 12000)
+    /// A second of a tone that swells like a syllable, loud or hardly audible; and silence behind it.
+    void begin(double loudness = 12000, std::chrono::seconds silence = 0s)
     {
-        std::vector<std::int16_t> recording(24000);
-        for (std::size_t index = 0; index < recording.size(); ++index)
+        constexpr std::size_t second = 24000;
+        std::vector<std::int16_t> recording(second * static_cast<std::size_t>(1 + silence.count()));
+        for (std::size_t index = 0; index < second; ++index)
             recording[index] = static_cast<std::int16_t>(loudness * std::sin(static_cast<double>(index) / 10));
         turn.emplace(TalkTurn::Ports{scheduler, [this] { inputEndedAt = scheduler.now(); },
                          [this](const TalkTurn::Outcome& ended) { outcome = ended; }},
@@ -36,8 +37,10 @@ protected:
             wire = made.get();
             return made;
         };
+        SessionSettings settings;
+        settings.limits = TalkTurn::limitsFor(recording.size());
         controller.emplace(
-            SessionController::Ports{scheduler, connections, recorder, log, *turn, tools, nullptr}, SessionSettings{});
+            SessionController::Ports{scheduler, connections, recorder, log, *turn, tools, nullptr}, settings);
         turn->begin(*controller);
         wire->report(live_event::SetupComplete{"sess_1"});
     }
@@ -97,6 +100,23 @@ TEST_F(TalkTurnTest, anEarlyAnswerLeavesTimeForMoreWords)
     EXPECT_NE(wire->sent.back(), "close");
     scheduler.advance(200ms);
     EXPECT_EQ(closeAndTell().problem, "");
+}
+
+TEST_F(TalkTurnTest, theRecordingIsPlayedWholeOrTheRestIsTold)
+{
+    begin(12000, 300s);
+    answerAloud();
+    scheduler.advance(290s);
+    EXPECT_FALSE(outcome) << "the pauses of a recording are not the user's silence";
+    scheduler.advance(20s);
+    EXPECT_EQ(closeAndTell().problem, "");
+    outcome.reset();
+    begin(12000, 300s);
+    answerAloud();
+    scheduler.advance(60s);
+    controller->stop("daily limit reached");
+    EXPECT_EQ(closeAndTell().problem.substr(0, 40), "The conversation ended after 1:00 of 5:0");
+    EXPECT_FALSE(outcome->isAnswered);
 }
 
 TEST_F(TalkTurnTest, whatCannotBeAnsweredIsToldInASentence)
