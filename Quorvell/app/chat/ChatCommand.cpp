@@ -20,7 +20,6 @@
 #include "Quorvell/records/UsageText.h"
 #include "Quorvell/settings/PrivateFile.h"
 
-#include <CLI/CLI.hpp>
 #include <unistd.h>
 
 #include <iostream>
@@ -86,7 +85,7 @@ std::unique_ptr<LineSource> makeLines(
     std::optional<CommandHistoryFile> history;
     if (settings.keepsTypedHistory)
         history.emplace(environment.stateFolder, "typed.jsonl");
-    return std::make_unique<TerminalLines>(prompt, std::move(history));
+    return std::make_unique<TerminalLines>(prompt, std::move(history), environment.colour());
 }
 
 std::string welcome(const Assistant& assistant)
@@ -152,17 +151,18 @@ int runChat(const ProgramEnvironment& environment, const ConversationOptions& op
 
 } // namespace
 
-std::function<int()> addChatCommand(CLI::App& program, const ProgramEnvironment& environment)
+Command chatCommand(const ProgramEnvironment& environment)
 {
-    CLI::App* command = program.add_subcommand(
+    Command command(
         "chat", "Talk to the assistant in writing (what runs when no command is named); each line is a message");
-    const auto options = ConversationOptions::declare(*command);
+    const auto options = ConversationOptions::declare(command);
     const auto isAloud = std::make_shared<bool>(false);
-    command->add_flag("--aloud", *isAloud, "Speak the answers too, through the loudspeaker");
-    return [environment, options, isAloud] {
+    command.flag("--aloud", *isAloud, "Speak the answers too, through the loudspeaker");
+    command.run = [environment, options, isAloud] {
         return runChat(
             environment, *options, *isAloud ? ChatConversation::Voice::aloud : ChatConversation::Voice::none);
     };
+    return command;
 }
 
 } // namespace quorvell

@@ -65,8 +65,9 @@ void TerminalLines::CloseEditor::operator()(editline* editor) const
     el_end(editor);
 }
 
-TerminalLines::TerminalLines(std::string prompt, std::optional<CommandHistoryFile> historyFile)
-    : m_prompt(std::move(prompt))
+TerminalLines::TerminalLines(std::string prompt, std::optional<CommandHistoryFile> historyFile, TerminalColour colour)
+    : m_colour(colour)
+    , m_prompt(std::move(prompt))
     , m_historyFile(std::move(historyFile))
     , m_notifier(std::make_unique<QSocketNotifier>(STDIN_FILENO, QSocketNotifier::Read))
 {
@@ -179,6 +180,7 @@ int TerminalLines::nextKey(editline* editor, wchar_t* key)
 void TerminalLines::openPrompt()
 {
     m_columns = terminalColumns();
+    writeToTerminal(beginTyped(m_colour));
     el_set(m_editor.get(), EL_UNBUFFERED, 1); // Raw mode, and an empty line behind the prompt.
     writeToTerminal(startMarkingPastes); // Last: who sees it knows that each key counts by now.
 }
@@ -188,6 +190,7 @@ void TerminalLines::closePrompt()
     el_set(m_editor.get(), EL_UNBUFFERED, 0);
     el_set(m_editor.get(), EL_PREP_TERM, 0);
     writeToTerminal(stopMarkingPastes);
+    writeToTerminal(endTyped(m_colour));
 }
 
 void TerminalLines::inputArrived()

@@ -6,6 +6,7 @@
 #include "Quorvell/app/terminal/LineSource.h"
 #include "Quorvell/app/terminal/PastedPieces.h"
 #include "Quorvell/app/terminal/TerminalKeys.h"
+#include "Quorvell/settings/TerminalColour.h"
 #include "QuorvellCore/live/history/CommandHistory.h"
 
 #include <QObject>
@@ -28,7 +29,7 @@ public:
     static constexpr std::chrono::milliseconds sequencePatience{50};
 
     /// Without a history file the history lasts as long as this object.
-    TerminalLines(std::string prompt, std::optional<CommandHistoryFile> historyFile);
+    TerminalLines(std::string prompt, std::optional<CommandHistoryFile> historyFile, TerminalColour colour);
     ~TerminalLines() override;
 
     void readNext(Report report) override;
@@ -57,6 +58,7 @@ private:
     void insert(const std::string& text, std::size_t position = 0);
     void finish(std::optional<std::string> line);
 
+    TerminalColour m_colour;
     std::string m_prompt;
     std::optional<CommandHistoryFile> m_historyFile;
     CommandHistory m_history;
