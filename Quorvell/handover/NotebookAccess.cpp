@@ -19,6 +19,10 @@ constexpr int maximumAttempts = 10; ///< Half a second in all, in which a progra
 
 const NotebookVerdict stored{.isStored = true, .problem = ""};
 
+constexpr const char* busLostSentence =
+    "The message bus no longer answers, so other programs cannot change the notebook while this one runs. End this "
+    "program, and start it again from your desktop session.";
+
 NotebookVerdict failed(std::string problem)
 {
     return {.isStored = false, .problem = std::move(problem)};
@@ -159,27 +163,28 @@ void NotebookAccess::moveNotebook(const std::string& folder, NotebookCallback do
     const auto lock = std::make_shared<NotebookLock>(std::move(*attempt.lock));
     m_store->moveNotebook(
         folder, [this, life = std::weak_ptr(m_life), lock, folder, done](const NotebookVerdict& verdict) {
+            NotebookVerdict told = verdict;
             if (!life.expired() && verdict.isStored)
-                finishMove(lock, folder);
-            done(verdict);
+                told.remark = finishMove(lock, folder);
+            done(told);
         });
 }
 
-/// From now on this program is found as the owner of the new folder.
-void NotebookAccess::finishMove(std::shared_ptr<NotebookLock> lock, const std::string& folder)
+/// From now on this program is found as the owner of the new folder. Gives a sentence where it is not.
+std::string NotebookAccess::finishMove(std::shared_ptr<NotebookLock> lock, const std::string& folder)
 {
     m_folder = folder;
     m_lock = std::move(*lock);
     if (!m_bus)
-        return;
+        return {};
     m_service = nullptr;
     auto bus = NotebookBus::connect(folder);
     m_bus.reset();
     if (!bus)
-        return;
+        return busLostSentence;
     m_bus.emplace(std::move(*bus));
     m_service = std::make_unique<NotebookBusService>(*m_bus, *m_store);
-    m_bus->claimName();
+    return m_bus->claimName() == NotebookBus::Claim::granted ? "" : busLostSentence;
 }
 
 NotebookAccess::Claim NotebookAccess::claim()

@@ -18,6 +18,7 @@ namespace quorvell {
 struct NotebookVerdict {
     bool isStored = false; ///< On disk and flushed.
     std::string problem; ///< When not: a sentence for the user that says what to do next.
+    std::string remark{}; ///< When it is: what the user should know besides; most often nothing.
 };
 
 using NotebookCallback = std::function<void(const NotebookVerdict&)>;

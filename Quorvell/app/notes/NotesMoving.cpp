@@ -76,6 +76,8 @@ int moveNotes(
         errors << verdict.problem << "\n";
         return couldNot;
     }
+    if (!verdict.remark.empty())
+        errors << verdict.remark << "\n";
     (*changed)["notebook_folder"] = *target;
     FileProblem problem = makeFolder(environment.configFolder);
     if (problem == FileProblem::none)

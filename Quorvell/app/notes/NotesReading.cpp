@@ -206,7 +206,7 @@ int NotesReading::exportAll() const
         m_errors << problem << "\n";
         return couldNot;
     }
-    m_out << m_content.notes.size() << " notes are now in " << m_request.words << " too.\n";
+    m_out << exported() << m_request.words << " too.\n";
     return done;
 }
 
@@ -227,8 +227,14 @@ int NotesReading::exportJson() const
         m_errors << problemSentence(problem, folder) << "\n";
         return couldNot;
     }
-    m_out << m_content.notes.size() << " notes are now in " << target.string() << ".\n";
+    m_out << exported() << target.string() << ".\n";
     return done;
+}
+
+std::string NotesReading::exported() const
+{
+    const std::size_t count = m_content.notes.size();
+    return std::to_string(count) + (count == 1 ? " note is now in " : " notes are now in ");
 }
 
 void NotesReading::printLine(const Note& note) const

@@ -32,6 +32,7 @@ private:
     int history();
     int exportAll() const;
     int exportJson() const;
+    std::string exported() const; ///< "3 notes are now in "
     void tellCandidates(std::vector<const Note*> candidates) const;
     std::vector<const Note*> holding(const std::string& words) const;
     void printLine(const Note& note) const;

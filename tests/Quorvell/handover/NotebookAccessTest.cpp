@@ -181,6 +181,31 @@ TEST(NotebookAccess, worksWithABusThatIsGone)
     EXPECT_EXIT(openWithABusThatIsGone(), testing::ExitedWithCode(0), "");
 }
 
+[[noreturn]] void moveWhileTheBusGoes()
+{
+    auto bus = std::make_unique<test::PrivateBus>();
+    Desk desk(Desk::Bus::none);
+    desk.environment.hasSessionBus = true;
+    std::unique_ptr<Notebook> notebook;
+    NotebookAccess* const access = desk.open(notebook);
+    const auto remarkOfMove = [&](const std::string& target) {
+        std::optional<NotebookVerdict> verdict;
+        access->moveNotebook(target, [&verdict](const NotebookVerdict& found) { verdict = found; });
+        desk.spinUntil([&verdict] { return verdict.has_value(); });
+        return verdict && verdict->isStored ? verdict->remark : "not moved";
+    };
+    const bool isQuiet = remarkOfMove(desk.folder / "first").empty();
+    bus = nullptr;
+    const bool isTold = remarkOfMove(desk.folder / "second").find("no longer answers") != std::string::npos;
+    std::exit(isQuiet && isTold ? 0 : 1);
+}
+
+TEST(NotebookAccess, tellsWhenTheBusIsLostInAMove)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // a program of its own
+    EXPECT_EXIT(moveWhileTheBusGoes(), testing::ExitedWithCode(0), "");
+}
+
 TEST(NotebookAccess, handsChangesToTheOwner)
 {
     Desk desk(Desk::Bus::own);
