@@ -54,8 +54,8 @@ LiveEndpointSettings::Choice LiveEndpointSettings::choose() const
     if (!given)
         return {std::nullopt, false,
             "The live service at " + address + " needs a key. Set " + std::string(keyName)
-                + ", or choose the service on this device: leave the host out, and the backend on automatic or "
-                  "on-device."};
+                + ", or choose the service on this device: leave the host out, and set the "
+                  "backend to on_device."};
     const std::string plainKey = trimmed(*given);
     if (!isPrintable(plainKey))
         return {std::nullopt, false,

@@ -97,9 +97,10 @@ void SessionController::stopWhenDayIsUsedUp()
 
 std::string SessionController::dayUsedUpSentence() const
 {
-    return "Today's " + std::to_string(m_meter.dailyMinutes().count())
-        + " minutes of spoken conversation are used up. Go on by typing (quorvell chat), or raise dailyMinutes in the "
-          "settings.";
+    const auto minutes = m_meter.dailyMinutes().count();
+    return "Today's " + std::to_string(minutes) + (minutes == 1 ? " minute" : " minutes") + " of spoken conversation "
+        + (minutes == 1 ? "is" : "are")
+        + " used up. Go on by typing (quorvell chat), or raise daily_minutes in the settings.";
 }
 
 // ---- Sound

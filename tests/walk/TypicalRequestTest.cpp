@@ -196,6 +196,15 @@ TEST(TypicalRequest, wrongUseIsTold)
         {"chat --host ws://127.0.0.1:9", 1, "127.0.0.1"},
         {"notes show ffffffffffff", 1, "No note"},
         {"remind \"call mum\"", 1, "hen"},
+        {"chat --backend wrong", 2, "--backend: it takes auto, gemini, on_device or openai, not \"wrong\"."},
+        {"chat --backend 3", 2, "not \"3\""},
+        {"talk --transport 1", 2, "--transport: it takes auto, webrtc or websocket, not"},
+        {"chat --host", 2, "--host: its value is missing."},
+        {"log --list=maybe", 2, "--list: it takes no value."},
+        {"agenda free 4", 2, "minutes: it takes a whole number from 5 to 1440, not \"4\"."},
+        {"live-service --port 70000", 2, "--port: it takes a whole number from 0 to 65535"},
+        {"notes tick ffff 0x1", 2, "number: it takes a whole number from 1 on"},
+        {"chat --backend openai", 1, "set the backend to on_device"},
         {"remind --dry-run --zone Mars/Dune \"at 5 pm eat\"", 2, "Mars/Dune"},
     };
     for (const Row& row : rows) {
@@ -208,6 +217,30 @@ TEST(TypicalRequest, wrongUseIsTold)
         EXPECT_NE(outcome.errors.find(row.told), std::string::npos);
         EXPECT_TRUE(home.noteFiles().empty());
     }
+}
+
+TEST(TypicalRequest, whatScriptsRelyOn)
+{
+    const ProgramHome home;
+    EXPECT_TRUE(home.run("--version").output.starts_with("quorvell "));
+    const Outcome set = home.run("remind --json -", "friday at 10:30 send the report\nat 5 call mum\n");
+    SCOPED_TRACE(set.output + set.errors);
+    EXPECT_EQ(set.exitCode, 1) << "one of the two can mean two times";
+    const auto events = set.events();
+    ASSERT_EQ(events.size(), 2u);
+    ASSERT_EQ(home.noteFiles().size(), 1u);
+    EXPECT_EQ(readString(events[0], "status"), "set");
+    EXPECT_EQ(readString(events[0], "id"), headerValue(home.noteFiles()[0], "id"));
+    EXPECT_EQ(readString(events[1], "status"), "not_set");
+    const Outcome finished = home.run(("reminders done " + readString(events[0], "id").value_or("")).c_str());
+    EXPECT_EQ(finished.exitCode, 0) << finished.errors;
+
+    const auto agent = home.start("agent");
+    agent->setReadChannel(QProcess::StandardError);
+    EXPECT_TRUE(agent->waitForReadyRead(10000)) << "nothing was said of the missing bus";
+    EXPECT_NE(agent->readAllStandardError().toStdString().find("systemctl --user start"), std::string::npos);
+    agent->kill();
+    agent->waitForFinished();
 }
 
 TEST(TypicalRequest, aSecondProgramHandsOverOrSaysWhyNot)

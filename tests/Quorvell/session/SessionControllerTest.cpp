@@ -306,12 +306,12 @@ TEST_F(SessionControllerTest, whoeverHasUsedUpTheDayIsToldAndNotConnected)
     EXPECT_EQ(controller->phase(), SessionPhase::active);
     scheduler.advance(2s);
     EXPECT_EQ(controller->phase(), SessionPhase::idle);
-    EXPECT_NE(saidSince()[0].find("problem: Today's 1 minutes of spoken conversation are used up."), std::string::npos);
+    EXPECT_NE(saidSince()[0].find("problem: Today's 1 minute of spoken conversation is used up."), std::string::npos);
     EXPECT_NE(synthesiser.said.find("used up"), std::string::npos);
     controller->submitTyped({{{"hello"}}, false});
     EXPECT_EQ(connectionsMade, 1);
     EXPECT_NE(
-        saidSince().back().find("used up. Go on by typing (quorvell chat), or raise dailyMinutes"), std::string::npos);
+        saidSince().back().find("used up. Go on by typing (quorvell chat), or raise daily_minutes"), std::string::npos);
 }
 
 } // namespace
