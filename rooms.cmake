@@ -33,10 +33,13 @@ quorvell_room(audio Media/audio LIBRARIES PkgConfig::sndfile PkgConfig::samplera
 quorvell_room(loop Quorvell/loop USES text)
 quorvell_room(session Quorvell/session USES text live automation loop)
 quorvell_room(files Quorvell/files USES text PUBLIC_LIBRARIES Threads::Threads)
+# What the user may choose, as values that rooms on both sides of a choice share.
+quorvell_room(preferences Quorvell/preferences USES text reminders)
 quorvell_room(notebook_store Quorvell/notebook USES text notebook files loop LIBRARIES PkgConfig::sqlite3)
-quorvell_room(agenda Quorvell/agenda USES text notebook reminders files LIBRARIES PkgConfig::libical)
+quorvell_room(agenda Quorvell/agenda USES text notebook reminders files preferences LIBRARIES PkgConfig::libical)
 quorvell_room(reminding Quorvell/reminding USES text notebook reminders loop notebook_store)
-quorvell_room(tools Quorvell/tools USES text live notebook reminders safety loop session notebook_store agenda reminding)
+quorvell_room(tools Quorvell/tools
+    USES text live notebook reminders safety loop session preferences notebook_store agenda reminding)
 
 # The rooms that share state across threads: the thread sanitizer runs their tests.
 set(QUORVELL_THREADED_ROOMS automation audio files notebook_store agenda)
@@ -52,7 +55,7 @@ if(QUORVELL_SHELL)
     quorvell_room(echo Media/echo LIBRARIES tg_owt::tg_owt)
     quorvell_room(webrtc Media/webrtc LIBRARIES tg_owt::tg_owt Threads::Threads)
     quorvell_room(sound Quorvell/sound USES text live loop session audio echo LIBRARIES PkgConfig::pulse Threads::Threads)
-    quorvell_room(connections Quorvell/connections PRELUDE qt USES text live session audio webrtc
+    quorvell_room(connections Quorvell/connections PRELUDE qt USES text live session preferences audio webrtc
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)
     quorvell_room(on_device_speech OnDeviceSpeech USES text LIBRARIES PocketSphinx::PocketSphinx Flite::Flite Threads::Threads)
     include(OnDeviceSpeech/models.cmake)
@@ -65,15 +68,15 @@ if(QUORVELL_SHELL)
         USES text live reminders safety understanding http on_device_speech webrtc audio
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)
     # What the terminal and the panel share.
-    quorvell_room(settings Quorvell/settings PRELUDE qt USES text live reminders files agenda notebook_store connections)
+    quorvell_room(settings Quorvell/settings USES text live reminders files preferences)
     quorvell_room(records Quorvell/records USES text reminders loop session settings)
     quorvell_room(handover Quorvell/handover PRELUDE qt USES text notebook files loop notebook_store desktop settings)
     quorvell_room(assistant Quorvell/assistant PRELUDE qt
-        USES text notebook reminders loop session files notebook_store agenda reminding tools audio echo sound speech desktop
-             connections settings records handover)
+        USES text notebook reminders loop session files preferences notebook_store agenda reminding tools audio echo sound
+             speech desktop connections settings records handover)
     quorvell_room(app Quorvell/app PRELUDE qt
-        USES text notebook reminders live automation safety loop session files notebook_store agenda reminding tools audio
-             sound speech desktop connections on_device_speech live_service settings records handover assistant
+        USES text notebook reminders live automation safety loop session files preferences notebook_store agenda reminding
+             tools audio sound speech desktop connections on_device_speech live_service settings records handover assistant
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::DBus LIBRARIES CLI11::CLI11 PkgConfig::libedit)
     foreach(room IN ITEMS
         echo webrtc sound speech desktop connections on_device_speech live_service settings records handover assistant app)

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Quorvell/agenda/CalendarEvent.h"
-#include "Quorvell/agenda/WakingHours.h"
+#include "Quorvell/preferences/WakingHours.h"
 #include "QuorvellCore/reminders/Calendar.h"
 
 #include <chrono>

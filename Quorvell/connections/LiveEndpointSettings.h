@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Quorvell/connections/LiveAccess.h"
-#include "Quorvell/connections/LiveBackend.h"
+#include "Quorvell/preferences/LiveBackend.h"
 
 #include <optional>
 #include <string>

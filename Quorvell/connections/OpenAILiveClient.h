@@ -3,13 +3,13 @@
 #pragma once
 
 #include "Quorvell/connections/ConnectionLife.h"
-#include "Quorvell/connections/LiveModelSettings.h"
 #include "Quorvell/connections/LiveTimeLimits.h"
 #include "Quorvell/connections/OpenAIRoute.h"
 #include "Quorvell/connections/OpenAITransport.h"
 #include "Quorvell/connections/SeenCalls.h"
 #include "Quorvell/connections/ServiceExperience.h"
 #include "Quorvell/connections/SilenceWatch.h"
+#include "Quorvell/preferences/LiveModelSettings.h"
 #include "Quorvell/session/ports/LiveConnection.h"
 #include "QuorvellCore/live/wire/openai/OpenAIBackendFlow.h"
 #include "QuorvellCore/live/wire/openai/OpenAILiveEvent.h"

@@ -4,11 +4,11 @@
 
 #include "Quorvell/connections/ConnectionLife.h"
 #include "Quorvell/connections/ConversationItems.h"
-#include "Quorvell/connections/LiveModelSettings.h"
 #include "Quorvell/connections/LiveTimeLimits.h"
 #include "Quorvell/connections/ResponsesClient.h"
 #include "Quorvell/connections/SeenCalls.h"
 #include "Quorvell/connections/ServiceExperience.h"
+#include "Quorvell/preferences/LiveModelSettings.h"
 #include "Quorvell/session/ports/LiveConnection.h"
 
 #include <deque>

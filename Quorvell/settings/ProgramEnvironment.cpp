@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/settings/ProgramEnvironment.h"
 
-#include "Quorvell/notebook/NotebookPlaces.h"
+#include "Quorvell/settings/NotebookPlaces.h"
 
 #include <pwd.h>
 #include <unistd.h>

@@ -2,10 +2,10 @@
 // What the user has settled once and for all, in settings.json of the configuration folder.
 #pragma once
 
-#include "Quorvell/agenda/WakingHours.h"
-#include "Quorvell/connections/LiveBackend.h"
-#include "Quorvell/connections/LiveModelSettings.h"
-#include "Quorvell/connections/LiveTransport.h"
+#include "Quorvell/preferences/LiveBackend.h"
+#include "Quorvell/preferences/LiveModelSettings.h"
+#include "Quorvell/preferences/LiveTransport.h"
+#include "Quorvell/preferences/WakingHours.h"
 #include "QuorvellCore/live/prompt/HelpMode.h"
 
 #include <chrono>

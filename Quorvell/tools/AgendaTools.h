@@ -3,8 +3,8 @@
 #pragma once
 
 #include "Quorvell/agenda/Agenda.h"
-#include "Quorvell/agenda/WakingHours.h"
 #include "Quorvell/notebook/Notebook.h"
+#include "Quorvell/preferences/WakingHours.h"
 #include "Quorvell/session/tools/ToolRegistry.h"
 #include "Quorvell/tools/ConsentWords.h"
 #include "QuorvellCore/reminders/Calendar.h"

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "Quorvell/agenda/Agenda.h"
-#include "Quorvell/agenda/WakingHours.h"
 #include "Quorvell/app/program/Command.h"
+#include "Quorvell/preferences/WakingHours.h"
 #include "QuorvellCore/notebook/Note.h"
 #include "QuorvellCore/reminders/Calendar.h"
 

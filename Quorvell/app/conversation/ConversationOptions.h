@@ -3,8 +3,8 @@
 #pragma once
 
 #include "Quorvell/app/conversation/ConversationText.h"
-#include "Quorvell/connections/LiveBackend.h"
-#include "Quorvell/connections/LiveTransport.h"
+#include "Quorvell/preferences/LiveBackend.h"
+#include "Quorvell/preferences/LiveTransport.h"
 
 #include <memory>
 #include <optional>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Quorvell/agenda/WakingHours.h"
+#include "Quorvell/preferences/WakingHours.h"
 
 #include "QuorvellCore/reminders/DecimalNumber.h"
 #include "QuorvellCore/text/Characters.h"

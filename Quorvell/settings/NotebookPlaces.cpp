@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Quorvell/notebook/NotebookPlaces.h"
+#include "Quorvell/settings/NotebookPlaces.h"
 
 #include <filesystem>
 #include <system_error>
