@@ -203,6 +203,8 @@ TEST(TypicalRequest, wrongUseIsTold)
         {"log --list=maybe", 2, "--list: it takes no value."},
         {"agenda free 4", 2, "minutes: it takes a whole number from 5 to 1440, not \"4\"."},
         {"live-service --port 70000", 2, "--port: it takes a whole number from 0 to 65535"},
+        {"live-service --voice nobody", 2, "--voice: it takes slt, rms, awb or kal16, not"},
+        {"live-service --tls-key x", 2, "--tls-key requires --tls-certificate"},
         {"notes tick ffff 0x1", 2, "number: it takes a whole number from 1 on"},
         {"chat --backend openai", 1, "set the backend to on_device"},
         {"remind --dry-run --zone Mars/Dune \"at 5 pm eat\"", 2, "Mars/Dune"},

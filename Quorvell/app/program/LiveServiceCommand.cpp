@@ -3,6 +3,7 @@
 
 #include "LiveService/server/LiveServer.h"
 #include "LiveService/speech/OnDeviceSpeechPort.h"
+#include "OnDeviceSpeech/SpeechVoice.h"
 #include "Quorvell/app/program/Interrupts.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UsersCalendar.h"
@@ -220,9 +221,11 @@ Command liveServiceCommand(const ProgramEnvironment& environment)
         "Port to listen at; 0 takes any that is free.");
     command.text("--token-file", options->tokenFile,
         "File whose first line is the key that clients must show. Without it QUORVELL_LIVE_TOKEN, else a new one.");
-    command.text("--voice", options->voice, "The voice where a client names none that is known here.");
+    command.text("--voice", options->voice, "The voice where a client names none that is known here.")
+        .checkedBy(CommandValues::oneOf(SpeechVoice::names()));
     command.text("--tls-certificate", options->certificateFile, "PEM file with the certificate to serve TLS with.");
-    command.text("--tls-key", options->keyFile, "PEM file with its key, where the certificate's file has none.");
+    command.text("--tls-key", options->keyFile, "PEM file with its key, where the certificate's file has none.")
+        .needs("--tls-certificate");
     command.texts("--fault", options->faults, "A way to fail on purpose; may be given several times. See below.");
     command.footer = Fault::help();
     command.flag("--expect-speech", options->expectsSpeech,
