@@ -3,9 +3,9 @@
 // wire, from the end of speech to the answer, from speaking over it to silence, and what a session costs meanwhile.
 // Arguments: the program, a recorded request, a recorded interruption. Prints one JSON object a transport.
 #include "Media/audio/WavFile.h"
-#include "Quorvell/connections/HostedAccess.h"
-#include "Quorvell/connections/LiveConnectionChoice.h"
-#include "Quorvell/connections/LiveEndpointSettings.h"
+#include "Quorvell/connections/access/HostedAccess.h"
+#include "Quorvell/connections/access/LiveEndpointSettings.h"
+#include "Quorvell/connections/choice/LiveConnectionChoice.h"
 #include "Quorvell/desktop/QtScheduler.h"
 #include "Quorvell/session/SessionController.h"
 #include "Quorvell/session/reports/SessionObserver.h"

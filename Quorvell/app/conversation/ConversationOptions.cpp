@@ -3,7 +3,7 @@
 
 #include "Quorvell/app/program/Command.h"
 #include "Quorvell/app/terminal/TerminalColumns.h"
-#include "Quorvell/connections/LiveEndpointSettings.h"
+#include "Quorvell/connections/access/LiveEndpointSettings.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UserSettings.h"
 

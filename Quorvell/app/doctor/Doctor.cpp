@@ -2,9 +2,9 @@
 #include "Quorvell/app/doctor/Doctor.h"
 
 #include "OnDeviceSpeech/SpeechRecogniser.h"
-#include "Quorvell/connections/HostedAccess.h"
-#include "Quorvell/connections/LiveEndpointSettings.h"
-#include "Quorvell/connections/OnDeviceService.h"
+#include "Quorvell/connections/access/HostedAccess.h"
+#include "Quorvell/connections/access/LiveEndpointSettings.h"
+#include "Quorvell/connections/access/OnDeviceService.h"
 #include "Quorvell/files/FileDescriptor.h"
 
 #include <QDBusConnection>

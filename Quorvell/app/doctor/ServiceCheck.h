@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Quorvell/app/doctor/DoctorFinding.h"
-#include "Quorvell/connections/LiveAccessSource.h"
+#include "Quorvell/connections/access/LiveAccessSource.h"
 #include "Quorvell/loop/Scheduler.h"
 
 #include <QObject>

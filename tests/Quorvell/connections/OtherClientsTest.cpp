@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The clients of the other protocols: Gemini's live sessions and typed conversations over the Responses service.
-#include "Quorvell/connections/LiveClient.h"
-#include "Quorvell/connections/ResponsesTextConnection.h"
+#include "Quorvell/connections/gemini/GeminiLiveClient.h"
+#include "Quorvell/connections/responses/ResponsesTextConnection.h"
 #include "QuorvellCore/live/wire/gemini/GeminiClientParser.h"
 #include "QuorvellCore/live/wire/gemini/GeminiServerMessage.h"
 #include "QuorvellCore/live/wire/responses/ResponsesRequestReader.h"
@@ -50,7 +50,7 @@ template <typename Client> struct Talk {
     Client client;
 };
 
-using GeminiTalk = Talk<LiveClient>;
+using GeminiTalk = Talk<GeminiLiveClient>;
 
 /// Answers the setup, and keeps what else was said.
 struct GeminiService {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "FaultRun.h"
 
-#include "Quorvell/connections/HostedAccess.h"
-#include "Quorvell/connections/LiveEndpointSettings.h"
+#include "Quorvell/connections/access/HostedAccess.h"
+#include "Quorvell/connections/access/LiveEndpointSettings.h"
 
 #include <nlohmann/json.hpp>
 

@@ -4,8 +4,8 @@
 
 #include "FaultyService.h"
 #include "Quorvell/app/talk/ReplyRecorder.h"
-#include "Quorvell/connections/LiveAccessSource.h"
-#include "Quorvell/connections/LiveConnectionChoice.h"
+#include "Quorvell/connections/access/LiveAccessSource.h"
+#include "Quorvell/connections/choice/LiveConnectionChoice.h"
 #include "Quorvell/desktop/QtScheduler.h"
 #include "Quorvell/loop/EventLog.h"
 #include "Quorvell/session/SessionController.h"

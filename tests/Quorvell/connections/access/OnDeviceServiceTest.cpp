@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/connections/access/OnDeviceService.h"
+
+#include "QtApplication.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <optional>
+
+namespace quorvell {
+namespace {
+
+using namespace std::chrono_literals;
+
+OnDeviceService::Command shell(const char* script)
+{
+    return {"/bin/sh", {"-c", script}};
+}
+
+/// Looks once and waits for the answer.
+LiveAccessSource::Found find(OnDeviceService& service)
+{
+    std::optional<LiveAccessSource::Found> answer;
+    service.find([&](const LiveAccessSource::Found& found) { answer = found; });
+    EXPECT_TRUE(runUntil([&] { return answer.has_value(); }));
+    return answer.value_or(LiveAccessSource::Found{});
+}
+
+class OnDeviceServiceTest : public testing::Test {
+protected:
+    void SetUp() override { needQtApplication(); }
+};
+
+TEST_F(OnDeviceServiceTest, aChildThatCannotServeIsToldInASentence)
+{
+    struct Row {
+        const char* name;
+        OnDeviceService::Command command;
+        const char* sentence;
+    };
+    const Row rows[] = {
+        {"not there", {"/nonexistent/quorvell", {}}, "could not be started: /nonexistent/quorvell"},
+        {"ends with a word", shell("echo first >&2; echo 'no speech model' >&2; exit 1"),
+            "ended unexpectedly. Ask again to start it anew. It said: no speech model"},
+        {"says nothing", shell("cat >/dev/null"), "did not become ready"},
+        {"says something else", shell("echo hello; cat >/dev/null"), "did not become ready"},
+        {"names no real port", shell("echo '{\"port\":70000}'; cat >/dev/null"), "did not become ready"},
+        {"never ends its line", shell("yes | tr -d '\\n'"), "did not become ready"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        OnDeviceService service(row.command, 500ms);
+        const auto found = find(service);
+        EXPECT_FALSE(found.access);
+        EXPECT_NE(found.problem.find(row.sentence), std::string::npos) << found.problem;
+    }
+}
+
+TEST_F(OnDeviceServiceTest, theChildLearnsItsKeyAndIsStartedAnewWhenItDied)
+{
+    // Its port says how it was started: the key came as one line of 64 hexadecimal digits, and not as an argument.
+    const char* script = "read key; test ${#key} = 64 && test $# = 0 && echo '{\"port\":4321}'; "
+                         "echo $$ >&2; while read more; do :; done";
+    OnDeviceService service(shell(script));
+    const auto first = find(service);
+    ASSERT_TRUE(first.access) << first.problem;
+    EXPECT_EQ(first.access->endpoint.request("").url, "ws://127.0.0.1:4321/v1/live/sessions");
+    EXPECT_EQ(first.access->place, LiveAccess::Place::onDevice);
+    EXPECT_EQ(find(service).access, first.access);
+
+    OnDeviceService shortLived(shell("read key; echo '{\"port\":4321}'"));
+    const auto before = find(shortLived);
+    ASSERT_TRUE(before.access);
+    LiveAccessSource::Found after = before;
+    EXPECT_TRUE(runUntil([&] {
+        after = find(shortLived);
+        return after.access && after.access->key != before.access->key;
+    }));
+}
+
+} // namespace
+} // namespace quorvell
