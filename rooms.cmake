@@ -24,7 +24,7 @@ quorvell_room(safety QuorvellCore/safety CORE USES text)
 # What the words of a request hint at, for the service on this computer.
 quorvell_room(understanding Understanding CORE USES text)
 # Heads and answers of HTTP, for the service on this computer.
-quorvell_room(http Http)
+quorvell_room(http Http USES text)
 
 # Sound values and the ends of calls, which the assistant and the service on this computer both use.
 quorvell_room(audio Media/audio LIBRARIES PkgConfig::sndfile PkgConfig::samplerate)
@@ -53,7 +53,7 @@ endforeach()
 if(QUORVELL_SHELL)
     # The WebRTC library behind values of our own; nobody else sees its headers.
     quorvell_room(echo Media/echo LIBRARIES tg_owt::tg_owt)
-    quorvell_room(webrtc Media/webrtc LIBRARIES tg_owt::tg_owt Threads::Threads)
+    quorvell_room(webrtc Media/webrtc USES text audio LIBRARIES tg_owt::tg_owt Threads::Threads)
     quorvell_room(sound Quorvell/sound USES text live loop session audio echo LIBRARIES PkgConfig::pulse Threads::Threads)
     quorvell_room(connections Quorvell/connections PRELUDE qt USES text live session preferences audio webrtc
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)

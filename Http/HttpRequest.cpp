@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Http/HttpRequest.h"
 
+#include "QuorvellCore/text/LowerCase.h"
+
 #include <algorithm>
 #include <charconv>
 #include <optional>
@@ -8,14 +10,6 @@
 namespace quorvell {
 
 namespace {
-
-std::string lowered(std::string_view text)
-{
-    std::string result(text);
-    std::ranges::transform(result, result.begin(),
-        [](char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + 32) : letter; });
-    return result;
-}
 
 std::string_view withoutBlanks(std::string_view text)
 {
@@ -41,7 +35,7 @@ std::optional<HttpRequest::Fields> readFields(std::string_view rest)
         const std::size_t colon = line.find(':');
         if (colon == std::string_view::npos || colon == 0 || line.front() == ' ' || line.front() == '\t')
             return std::nullopt;
-        std::string& value = fields[lowered(line.substr(0, colon))];
+        std::string& value = fields[asciiLowerCased(line.substr(0, colon))];
         value += (value.empty() ? "" : ", ") + std::string(withoutBlanks(line.substr(colon + 1)));
     }
     return fields;
@@ -95,7 +89,7 @@ std::string_view HttpRequest::field(std::string_view name) const
 
 bool HttpRequest::fieldHas(std::string_view name, std::string_view token) const
 {
-    const std::string text = lowered(field(name));
+    const std::string text = asciiLowerCased(field(name));
     std::string_view rest = text;
     while (!rest.empty()) {
         const std::size_t comma = rest.find(',');
@@ -117,7 +111,7 @@ std::string_view HttpRequest::bearer() const
 {
     constexpr std::string_view scheme = "bearer ";
     const std::string_view value = field("authorization");
-    if (value.size() <= scheme.size() || lowered(value.substr(0, scheme.size())) != scheme)
+    if (value.size() <= scheme.size() || asciiLowerCased(value.substr(0, scheme.size())) != scheme)
         return {};
     return withoutBlanks(value.substr(scheme.size()));
 }

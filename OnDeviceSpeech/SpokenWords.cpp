@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "OnDeviceSpeech/SpokenWords.h"
 
+#include "QuorvellCore/text/LowerCase.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -53,11 +55,6 @@ bool isPunctuation(char c)
     return std::string_view(",.;:!?\"()").find(c) != std::string_view::npos;
 }
 
-char lowerAscii(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 std::optional<int> digits(std::string_view word)
 {
     int value = 0;
@@ -88,9 +85,7 @@ void SpokenWords::append(std::size_t start, std::size_t wordStart, std::size_t e
     // "twenty-five" is two words; other words keep their hyphens.
     const std::size_t hyphen = m_text.find('-', wordStart);
     if (hyphen < end && hyphen > wordStart) {
-        std::string first = m_text.substr(wordStart, hyphen - wordStart);
-        std::transform(first.begin(), first.end(), first.begin(), lowerAscii);
-        if (placeIn(tens, first) > 0) {
+        if (placeIn(tens, asciiLowerCased(std::string_view(m_text).substr(wordStart, hyphen - wordStart))) > 0) {
             append(start, wordStart, hyphen);
             append(hyphen, hyphen + 1, end);
             return;
@@ -100,8 +95,7 @@ void SpokenWords::append(std::size_t start, std::size_t wordStart, std::size_t e
     while (word.coreEnd > wordStart && isPunctuation(m_text[word.coreEnd - 1])) {
         --word.coreEnd;
     }
-    std::string whole = m_text.substr(wordStart, end - wordStart);
-    std::transform(whole.begin(), whole.end(), whole.begin(), lowerAscii);
+    const std::string whole = asciiLowerCased(std::string_view(m_text).substr(wordStart, end - wordStart));
     if (whole.starts_with("a.m.") || whole.starts_with("p.m.")) {
         word.coreEnd = wordStart + 4;
     }

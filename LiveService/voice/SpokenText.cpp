@@ -2,6 +2,7 @@
 #include "LiveService/voice/SpokenText.h"
 
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
 
 #include <algorithm>
@@ -20,11 +21,6 @@ bool isSpace(char letter)
     return letter == ' ' || letter == '\n' || letter == '\t' || letter == '\r';
 }
 
-char lowered(char letter)
-{
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
 bool isSmallLetter(char letter)
 {
     return letter >= 'a' && letter <= 'z';
@@ -36,9 +32,7 @@ std::string wordBefore(std::string_view text, std::size_t end)
     std::size_t start = end;
     while (start > 0 && !isSpace(text[start - 1]))
         --start;
-    std::string word(text.substr(start, end - start));
-    std::ranges::transform(word, word.begin(), lowered);
-    return word;
+    return asciiLowerCased(text.substr(start, end - start));
 }
 
 /// Whether the full stop at `position` belongs to a short form ("p.m.", "Dr.") and not to the sentence.

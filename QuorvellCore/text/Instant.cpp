@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/text/Instant.h"
 
+#include "QuorvellCore/text/TextReader.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -20,75 +22,15 @@ constexpr Instant firstInstant = std::chrono::sys_days(std::chrono::year(0) / 1 
 constexpr Instant lastInstant =
     std::chrono::sys_days(std::chrono::year(9999) / 12 / 31) + std::chrono::days(1) - milliseconds(1);
 
-/// Takes text apart from the front; once something does not fit, everything after it fails too.
-class Reader {
-public:
-    explicit Reader(std::string_view text)
-        : m_rest(text)
-    {
-    }
+constexpr TextReader::Width two{2, 2};
 
-    bool isFine() const { return m_isFine; }
-    bool isAtEnd() const { return m_rest.empty(); }
-    char peek() const { return m_rest.empty() ? '\0' : m_rest.front(); }
-
-    void skip(char expected)
-    {
-        m_isFine = m_isFine && peek() == expected;
-        if (m_isFine)
-            m_rest.remove_prefix(1);
-    }
-
-    bool skipIf(char expected)
-    {
-        if (peek() != expected)
-            return false;
-        m_rest.remove_prefix(1);
-        return true;
-    }
-
-    int digits(int count, int maximum)
-    {
-        int value = 0;
-        for (int index = 0; index < count; ++index) {
-            const char digit = peek();
-            m_isFine = m_isFine && digit >= '0' && digit <= '9';
-            if (!m_isFine)
-                return 0;
-            value = value * 10 + (digit - '0');
-            m_rest.remove_prefix(1);
-        }
-        m_isFine = value <= maximum;
-        return value;
-    }
-
-    milliseconds fraction()
-    {
-        int value = 0;
-        int count = 0;
-        for (; peek() >= '0' && peek() <= '9'; ++count) {
-            if (count < 3)
-                value = value * 10 + (peek() - '0');
-            m_rest.remove_prefix(1);
-        }
-        m_isFine = m_isFine && count >= 1 && count <= 9;
-        for (; count < 3; ++count)
-            value *= 10;
-        return milliseconds(value);
-    }
-
-private:
-    std::string_view m_rest;
-    bool m_isFine = true;
-};
-
-std::optional<std::chrono::sys_days> readDate(Reader& reader)
+std::optional<std::chrono::sys_days> readDate(TextReader& reader)
 {
-    const int year = reader.digits(4, 9999);
+    const int year = reader.number({4, 4}, {0, 9999});
     reader.skip('-');
-    const int month = reader.digits(2, 12);
+    const int month = reader.number(two, {1, 12});
     reader.skip('-');
-    const int day = reader.digits(2, 31);
+    const int day = reader.number(two, {1, 31});
     const std::chrono::year_month_day date{std::chrono::year(year), std::chrono::month(static_cast<unsigned>(month)),
         std::chrono::day(static_cast<unsigned>(day))};
     if (!reader.isFine() || !date.ok())
@@ -96,27 +38,36 @@ std::optional<std::chrono::sys_days> readDate(Reader& reader)
     return std::chrono::sys_days(date);
 }
 
-milliseconds readTime(Reader& reader)
+/// Cut to three digits.
+milliseconds readFraction(TextReader& reader)
 {
-    milliseconds time = hours(reader.digits(2, 23));
+    std::string digits(reader.digits({1, 9}));
+    digits.resize(3, '0');
+    return milliseconds(TextReader(digits).number({3, 3}, {0, 999}));
+}
+
+milliseconds readTime(TextReader& reader)
+{
+    milliseconds time = hours(reader.number(two, {0, 23}));
     reader.skip(':');
-    time += minutes(reader.digits(2, 59));
+    time += minutes(reader.number(two, {0, 59}));
     reader.skip(':');
-    time += seconds(reader.digits(2, 59));
+    time += seconds(reader.number(two, {0, 59}));
     if (reader.skipIf('.'))
-        time += reader.fraction();
+        time += readFraction(reader);
     return time;
 }
 
-minutes readOffset(Reader& reader)
+minutes readOffset(TextReader& reader)
 {
     if (reader.skipIf('Z'))
         return minutes(0);
-    const bool isBehind = reader.peek() == '-';
-    reader.skip(isBehind ? '-' : '+');
-    minutes offset = hours(reader.digits(2, 23));
+    const bool isBehind = reader.skipIf('-');
+    if (!isBehind)
+        reader.skip('+');
+    minutes offset = hours(reader.number(two, {0, 23}));
     reader.skip(':');
-    offset += minutes(reader.digits(2, 59));
+    offset += minutes(reader.number(two, {0, 59}));
     return isBehind ? -offset : offset;
 }
 
@@ -139,7 +90,7 @@ std::string isoText(Instant instant)
 
 std::optional<Instant> parseIsoText(std::string_view text)
 {
-    Reader reader(text);
+    TextReader reader(text);
     const auto day = readDate(reader);
     if (!day)
         return std::nullopt;

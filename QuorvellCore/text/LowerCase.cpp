@@ -13,16 +13,6 @@ namespace quorvell {
 
 namespace {
 
-std::string lowerCasedAscii(std::string_view text)
-{
-    std::string lower(text);
-    for (char& letter : lower) {
-        if (letter >= 'A' && letter <= 'Z')
-            letter = static_cast<char>(letter + ('a' - 'A'));
-    }
-    return lower;
-}
-
 std::string lowerCased(std::string_view text, icu::Edits* edits)
 {
     std::string lower;
@@ -40,16 +30,26 @@ bool isInsideCharacter(char byte)
 
 } // namespace
 
+std::string asciiLowerCased(std::string_view text)
+{
+    std::string lower(text);
+    for (char& letter : lower) {
+        if (letter >= 'A' && letter <= 'Z')
+            letter = static_cast<char>(letter + ('a' - 'A'));
+    }
+    return lower;
+}
+
 std::string lowerCased(std::string_view text)
 {
-    return isAscii(text) ? lowerCasedAscii(text) : lowerCased(text, nullptr);
+    return isAscii(text) ? asciiLowerCased(text) : lowerCased(text, nullptr);
 }
 
 LowerCasedText::LowerCasedText(std::string_view input)
     : m_inputSize(input.size())
 {
     if (isAscii(input)) {
-        m_text = lowerCasedAscii(input);
+        m_text = asciiLowerCased(input);
         return;
     }
     icu::Edits edits;

@@ -10,6 +10,8 @@
 namespace quorvell {
 
 std::string lowerCased(std::string_view text);
+/// Leaves alone what lies beyond ASCII: for names of protocols and programs, which have no other letters.
+std::string asciiLowerCased(std::string_view text);
 
 /// A lower-cased copy that can say where its characters came from, even where lower-casing changes lengths (İ, ẞ).
 class LowerCasedText {

@@ -4,6 +4,7 @@
 
 #include "QuorvellCore/live/tools/ToolGroups.h"
 #include "QuorvellCore/live/tools/ToolSchema.h"
+#include "QuorvellCore/text/LowerCase.h"
 
 #include <algorithm>
 #include <array>
@@ -87,12 +88,8 @@ Json eachAsJsonSchema(const Json& schemas)
 
 Json lowerCasedTypeName(const Json& type)
 {
-    auto name = readString(type);
-    if (!name)
-        return type;
-    std::transform(name->begin(), name->end(), name->begin(),
-        [](char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter; });
-    return *name;
+    const auto name = readString(type);
+    return name ? Json(asciiLowerCased(*name)) : type;
 }
 
 } // namespace

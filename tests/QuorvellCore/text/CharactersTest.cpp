@@ -71,6 +71,11 @@ TEST(Characters, raisesTheFirst)
     EXPECT_EQ(withUpperCaseFirst(""), "");
 }
 
+TEST(LowerCase, ofNamesOfProtocolsChangesNoOtherLetters)
+{
+    EXPECT_EQ(asciiLowerCased("Opus/48000 [@Z`{] \xC3\x84"), "opus/48000 [@z`{] \xC3\x84");
+}
+
 TEST(LowerCase, knowsWhereItsLettersCameFrom)
 {
     // İ becomes two code points (2 to 3 bytes), ẞ a shorter one (3 to 2), and K (the Kelvin sign, 3 bytes) one byte.
