@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Calls over WebRTC on loopback, both ends in this process: how long a call takes to come about, what it holds, how
 // long a text and a sound are under way, what it costs the processor.
+#include "Media/audio/SampleBytes.h"
 #include "Media/webrtc/WebRTCPeer.h"
 
 #include <sys/resource.h>
@@ -127,13 +128,11 @@ double part(std::vector<double> values, double share)
 
 std::vector<std::uint8_t> loud(std::chrono::milliseconds length)
 {
-    std::vector<std::uint8_t> pcm;
-    for (int index = 0; index < length.count() * 24; ++index) {
-        const auto sample = static_cast<std::int16_t>(index / 24 % 2 == 0 ? 8000 : -8000);
-        pcm.push_back(static_cast<std::uint8_t>(sample & 0xFF));
-        pcm.push_back(static_cast<std::uint8_t>((sample >> 8) & 0xFF));
-    }
-    return pcm;
+    std::vector<std::int16_t> samples;
+    for (int index = 0; index < length.count() * 24; ++index)
+        samples.push_back(static_cast<std::int16_t>(index / 24 % 2 == 0 ? 8000 : -8000));
+    const auto pcm = bytesOfSamples(samples);
+    return {pcm.begin(), pcm.end()};
 }
 
 /// Share of one core that one of the two ends takes.

@@ -2,6 +2,7 @@
 // Spoken conversations with the real service on this computer, over each transport: from the first loud sample to the
 // wire, from the end of speech to the answer, from speaking over it to silence, and what a session costs meanwhile.
 // Arguments: the program, a recorded request, a recorded interruption. Prints one JSON object a transport.
+#include "Media/audio/SampleBytes.h"
 #include "Media/audio/WavFile.h"
 #include "Quorvell/connections/access/HostedAccess.h"
 #include "Quorvell/connections/access/LiveEndpointSettings.h"
@@ -236,11 +237,8 @@ private:
         for (; m_chunks * MicrophoneStream::chunkLength <= Clock::now() - m_start; ++m_chunks) {
             Bytes chunk(MicrophoneStream::chunkBytes);
             const std::size_t left = m_saying == nullptr ? 0 : m_saying->size() - m_position;
-            for (std::size_t index = 0; index < std::min(left, chunkSamples); ++index) {
-                const auto sample = static_cast<std::uint16_t>((*m_saying)[m_position + index]);
-                chunk[2 * index] = static_cast<std::uint8_t>(sample & 0xFF);
-                chunk[2 * index + 1] = static_cast<std::uint8_t>(sample >> 8);
-            }
+            std::ranges::copy(
+                bytesOfSamples(std::span(*m_saying).subspan(m_position, std::min(left, chunkSamples))), chunk.begin());
             m_position += std::min(left, chunkSamples);
             // A chunk is handed over at its end; its first sample sounded a chunk earlier.
             if (left > 0 && m_firstLoud == Clock::time_point{} && PCM::levelOfInt16LE(chunk) > loud)

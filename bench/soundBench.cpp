@@ -2,6 +2,7 @@
 // What the sound rooms cost and how soon they act, through a private sound server: one JSON object a line.
 
 #include "Media/audio/Resampler.h"
+#include "Media/audio/SampleBytes.h"
 #include "OnDeviceSpeech/SpeechVoice.h"
 #include "PrivatePulse.h"
 #include "Quorvell/sound/CaptureCleaner.h"
@@ -64,8 +65,8 @@ std::vector<std::int16_t> speech(std::string_view voice, std::string_view words)
 
 Bytes bytesOf(const std::vector<std::int16_t>& samples)
 {
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(samples.data());
-    return {bytes, bytes + samples.size() * sizeof(std::int16_t)};
+    const auto bytes = bytesOfSamples(samples);
+    return {bytes.begin(), bytes.end()};
 }
 
 /// When a device began to sound and when it fell silent, seen where the sound server hands the sound out.

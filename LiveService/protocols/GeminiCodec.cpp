@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "LiveService/protocols/GeminiCodec.h"
 
-#include "LiveService/protocols/SampleBytes.h"
+#include "Media/audio/SampleBytes.h"
 #include "QuorvellCore/live/wire/gemini/GeminiClientParser.h"
 #include "QuorvellCore/live/wire/gemini/GeminiServerMessage.h"
 #include "QuorvellCore/live/wire/gemini/LiveMessage.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "LiveService/protocols/OpenAICodec.h"
 
-#include "LiveService/protocols/SampleBytes.h"
+#include "Media/audio/SampleBytes.h"
 #include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"
 #include "QuorvellCore/live/wire/openai/OpenAILiveServerMessage.h"
 #include "QuorvellCore/live/wire/openai/OpenAIResponseEvent.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "LiveService/server/WebRTCTransport.h"
 
-#include "LiveService/protocols/SampleBytes.h"
+#include "Media/audio/SampleBytes.h"
 
 #include <QMetaObject>
 #include <QTimer>
@@ -47,9 +47,10 @@ void WebRTCTransport::answer(std::string_view offer, AnswerReady answerReady, Op
     const auto post = [this](std::function<void()> report) {
         QMetaObject::invokeMethod(this, std::move(report), Qt::QueuedConnection);
     };
-    m_peer = std::make_unique<WebRTCPeer>(
-        WebRTCPeerOptions{
-            .role = WebRTCPeerOptions::Role::answers, .reach = m_reach, .mostQueuedSound = mostQueuedSound},
+    m_peer = std::make_unique<WebRTCPeer>(WebRTCPeerOptions{.role = WebRTCPeerOptions::Role::answers,
+                                              .reach = m_reach,
+                                              .mostQueuedSound = mostQueuedSound,
+                                              .quietReported = quietReported},
         peerReports(), post);
     m_peer->takeDescription(offer);
 }

@@ -7,9 +7,6 @@ namespace quorvell {
 
 bool EchoReference::next(std::span<std::int16_t> frame)
 {
-    const std::uint64_t forgotten = m_forgotten.load(std::memory_order_acquire);
-    if (forgotten > m_ring.taken())
-        m_ring.skip(static_cast<std::size_t>(forgotten - m_ring.taken()));
     const std::size_t count = m_ring.read(frame);
     std::fill(frame.begin() + static_cast<std::ptrdiff_t>(count), frame.end(), std::int16_t{0});
     judgeLag();
@@ -18,7 +15,7 @@ bool EchoReference::next(std::span<std::int16_t> frame)
 
 void EchoReference::judgeLag()
 {
-    m_leastLag = std::min(m_leastLag, m_ring.available());
+    m_leastLag = std::min(m_leastLag, m_ring.waiting());
     if (++m_frames < judgedFrames)
         return;
     const std::size_t normal = m_queueLength.load(std::memory_order_relaxed);
@@ -30,7 +27,7 @@ void EchoReference::judgeLag()
 
 void EchoReference::restart()
 {
-    m_ring.skip(m_ring.available());
+    m_ring.skip(m_ring.waiting());
     m_frames = 0;
     m_leastLag = capacity;
 }

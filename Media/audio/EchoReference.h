@@ -23,7 +23,7 @@ public:
     /// The playing thread's: these are next in the queue to the loudspeaker.
     void played(std::span<const std::int16_t> samples) { m_ring.write(samples); }
     /// The playing thread's: what is in the queue will not sound.
-    void forgetUnplayed() { m_forgotten.store(m_ring.written(), std::memory_order_release); }
+    void forgetUnplayed() { m_ring.forget(); }
     /// The playing thread's: how many samples the queue to the loudspeaker normally holds.
     void setQueueLength(std::size_t samples) { m_queueLength.store(samples, std::memory_order_relaxed); }
     /// Any thread's: another loudspeaker, or headphones plugged in; how much of it the microphone hears is not known.
@@ -41,7 +41,6 @@ private:
     void judgeLag();
 
     SampleRing m_ring{capacity};
-    std::atomic<std::uint64_t> m_forgotten{0}; ///< Counted from the first sample on.
     std::atomic<std::size_t> m_queueLength{960};
     std::atomic<std::uint64_t> m_paths{0};
     std::size_t m_leastLag = capacity; ///< This and the next are the capturing thread's.

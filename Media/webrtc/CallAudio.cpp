@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Media/webrtc/CallAudio.h"
 
+#include "Media/audio/SampleBytes.h"
 #include "Media/webrtc/WebRTCPeer.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstdlib>
-#include <cstring>
 
 namespace quorvell {
 
@@ -14,7 +13,6 @@ namespace {
 
 /// Above what Opus makes of silence (a few steps of 16 bits), below any voice.
 constexpr int quietestSound = 33;
-constexpr int hangOverFrames = 30;
 constexpr int framesPerReport = 2;
 constexpr std::size_t heardCapacity = WebRTCPeer::sampleRate;
 /// The least that stays queued when a backlog is caught up, so that an uneven microphone does not run dry.
@@ -26,16 +24,6 @@ bool isAudible(const CallAudio::Frame& frame)
         frame.begin(), frame.end(), [](std::int16_t sample) { return std::abs(sample) >= quietestSound; });
 }
 
-/// The machine is little-endian, and so is the sound; another one does not build.
-std::vector<std::int16_t> samplesOf(std::span<const std::uint8_t> pcm)
-{
-    static_assert(std::endian::native == std::endian::little);
-    std::vector<std::int16_t> samples(pcm.size() / sizeof(std::int16_t));
-    if (!samples.empty())
-        std::memcpy(samples.data(), pcm.data(), samples.size() * sizeof(std::int16_t));
-    return samples;
-}
-
 std::size_t samplesIn(std::chrono::milliseconds time)
 {
     return static_cast<std::size_t>(std::max<std::int64_t>(time.count(), 10)) * WebRTCPeer::sampleRate / 1000;
@@ -45,6 +33,7 @@ std::size_t samplesIn(std::chrono::milliseconds time)
 
 CallAudio::CallAudio(const WebRTCPeerOptions& options, Heard heard)
     : m_backlog(options.backlog)
+    , m_hangOverFrames(static_cast<int>(options.quietReported / frameLength))
     , m_heard(std::move(heard))
     , m_outgoing(samplesIn(options.mostQueuedSound))
     , m_incoming(heardCapacity)
@@ -63,7 +52,7 @@ CallAudio::~CallAudio()
 
 bool CallAudio::send(std::span<const std::uint8_t> pcm)
 {
-    const auto samples = samplesOf(pcm);
+    const auto samples = samplesOfBytes(pcm);
     return m_outgoing.write(samples) == samples.size();
 }
 
@@ -79,7 +68,7 @@ void CallAudio::frameToSend(Frame& frame)
 void CallAudio::frameHeard(const Frame& frame)
 {
     if (isAudible(frame))
-        m_framesToReport = hangOverFrames + 1;
+        m_framesToReport = m_hangOverFrames + 1;
     if (m_framesToReport == 0)
         return;
     --m_framesToReport;
@@ -100,9 +89,8 @@ void CallAudio::handOn()
         samples.resize(m_incoming.read(samples));
         if (samples.empty())
             continue;
-        std::vector<std::uint8_t> pcm(samples.size() * sizeof(std::int16_t));
-        std::memcpy(pcm.data(), samples.data(), pcm.size());
-        m_heard(std::move(pcm));
+        const auto pcm = bytesOfSamples(samples);
+        m_heard({pcm.begin(), pcm.end()});
     }
 }
 

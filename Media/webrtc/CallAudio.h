@@ -2,13 +2,14 @@
 // The sound of one call, 10 ms at a time, between the clock that drives the call and the rest of the program.
 #pragma once
 
-#include "Media/webrtc/CallSampleRing.h"
+#include "Media/audio/SampleRing.h"
 #include "Media/webrtc/WebRTCPeerOptions.h"
 
 #include <semaphore.h>
 
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <span>
@@ -21,7 +22,8 @@ namespace quorvell {
 /// handed on from a thread of its own.
 class CallAudio {
 public:
-    static constexpr std::size_t frameSamples = 240; ///< 10 ms at 24000 Hz.
+    static constexpr std::chrono::milliseconds frameLength{10};
+    static constexpr std::size_t frameSamples = 240; ///< At 24000 Hz.
     using Frame = std::array<std::int16_t, frameSamples>;
     using Heard = std::function<void(std::vector<std::uint8_t> pcm)>;
 
@@ -43,9 +45,10 @@ private:
     void handOn();
 
     WebRTCPeerOptions::Backlog m_backlog;
+    int m_hangOverFrames;
     Heard m_heard;
-    CallSampleRing m_outgoing;
-    CallSampleRing m_incoming;
+    SampleRing m_outgoing;
+    SampleRing m_incoming;
     int m_framesToReport = 0; ///< Of the hang-over.
     int m_framesUnreported = 0;
     std::atomic<bool> m_isOver{false};

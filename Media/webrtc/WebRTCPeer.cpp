@@ -4,6 +4,7 @@
 #include "Media/webrtc/CallAudio.h"
 #include "Media/webrtc/CallEngine.h"
 #include "Media/webrtc/CallReports.h"
+#include "QuorvellCore/text/LowerCase.h"
 
 #include <api/audio_options.h>
 #include <api/data_channel_interface.h>
@@ -13,7 +14,6 @@
 #include <api/units/time_delta.h>
 #include <rtc_base/thread.h>
 
-#include <algorithm>
 #include <atomic>
 #include <utility>
 
@@ -73,9 +73,7 @@ cricket::AudioOptions untouchedSound()
 /// Codec names may come in capital letters.
 bool hasOpusAndChannel(std::string_view sdp)
 {
-    std::string lowered(sdp);
-    std::transform(lowered.begin(), lowered.end(), lowered.begin(),
-        [](char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + 'a' - 'A') : letter; });
+    const std::string lowered = asciiLowerCased(sdp);
     return lowered.find("opus/48000") != std::string::npos && lowered.find("m=application") != std::string::npos;
 }
 

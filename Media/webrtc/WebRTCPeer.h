@@ -38,7 +38,7 @@ public:
         std::function<void(State state)> stateChanged{};
         std::function<void()> channelOpened{};
         std::function<void(const std::string& text)> textReceived{};
-        /// Some 20 ms of it, only while there is anything to hear, and 300 ms beyond.
+        /// Some 20 ms of it, only while there is anything to hear, and `quietReported` beyond.
         std::function<void(const std::vector<std::uint8_t>& pcm)> soundReceived{};
         /// Nothing will come of this peer; `problem` says why, for a log. Once.
         std::function<void(const std::string& problem)> failed{};

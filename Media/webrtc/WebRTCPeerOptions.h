@@ -20,6 +20,8 @@ struct WebRTCPeerOptions {
     Reach reach = Reach::network;
     Backlog backlog = Backlog::kept;
     std::chrono::milliseconds mostQueuedSound{5'000}; ///< What does not fit is refused.
+    /// How long sound is still reported after the last that was audible: whoever judges by quiet needs to hear it.
+    std::chrono::milliseconds quietReported{300};
     /// For finding this computer's addresses; what is known by then goes into the description.
     std::chrono::milliseconds gathering{1'500};
 

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/sound/CaptureChain.h"
 
+#include "Media/audio/SampleBytes.h"
 #include "Quorvell/sound/CaptureCleaner.h"
 
 #include <pthread.h>
 
 #include <array>
-#include <bit>
 #include <utility>
 
 namespace quorvell {
-
-static_assert(std::endian::native == std::endian::little, "samples travel as they lie in memory");
 
 CaptureChain::CaptureChain(EchoReference& reference, std::function<void(Chunk)> chunkReady)
     : m_reference(reference)
@@ -33,7 +31,7 @@ CaptureChain::~CaptureChain()
 void CaptureChain::captured(std::span<const std::int16_t> samples)
 {
     m_ring.write(samples);
-    if (m_ring.available() >= chunkSamples)
+    if (m_ring.waiting() >= chunkSamples)
         sem_post(&m_wake);
 }
 
@@ -50,14 +48,14 @@ void CaptureChain::run(const std::stop_token& stop)
     std::array<std::int16_t, chunkSamples> chunk;
     while (sem_wait(&m_wake) != 0 || !stop.stop_requested()) {
         if (m_isRestarted.exchange(false, std::memory_order_acq_rel)) {
-            m_ring.skip(m_ring.available());
+            m_ring.skip(m_ring.waiting());
             cleaner.restart();
         }
-        while (m_ring.available() >= chunkSamples) {
+        while (m_ring.waiting() >= chunkSamples) {
             m_ring.read(chunk);
             cleaner.clean(chunk);
-            const auto* bytes = reinterpret_cast<const std::uint8_t*>(chunk.data());
-            m_chunkReady({Bytes(bytes, bytes + sizeof chunk), cleaner.isResting()});
+            const auto bytes = bytesOfSamples(chunk);
+            m_chunkReady({Bytes(bytes.begin(), bytes.end()), cleaner.isResting()});
         }
     }
 }

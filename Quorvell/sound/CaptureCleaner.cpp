@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/sound/CaptureCleaner.h"
 
+#include "Media/audio/SampleBytes.h"
 #include "QuorvellCore/live/gate/PCM.h"
 
 #include <algorithm>
@@ -12,7 +13,7 @@ namespace {
 
 float levelOf(std::span<const std::int16_t> samples)
 {
-    return PCM::levelOfInt16LE({reinterpret_cast<const std::uint8_t*>(samples.data()), samples.size_bytes()});
+    return PCM::levelOfInt16LE(bytesOfSamples(samples));
 }
 
 } // namespace

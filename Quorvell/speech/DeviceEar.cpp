@@ -1,23 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/speech/DeviceEar.h"
 
+#include "Media/audio/SampleBytes.h"
 #include "QuorvellCore/live/gate/PCM.h"
 
-#include <cstring>
 #include <utility>
 
 namespace quorvell {
-
-namespace {
-
-std::vector<std::int16_t> samplesOf(const Bytes& pcm)
-{
-    std::vector<std::int16_t> samples(pcm.size() / sizeof(std::int16_t));
-    std::memcpy(samples.data(), pcm.data(), samples.size() * sizeof(std::int16_t));
-    return samples;
-}
-
-} // namespace
 
 DeviceEar::DeviceEar(SpeechModels models, Scheduler& scheduler)
     : m_models(std::move(models))
@@ -76,7 +65,7 @@ void DeviceEar::hear(AudioChunk chunk)
         beginUtterance();
     for (const MicGateOutput& output : outputs) {
         if (output.chunk)
-            m_worker->feed(samplesOf(output.chunk->pcm));
+            m_worker->feed(samplesOfBytes(output.chunk->pcm));
     }
     if (wasOpen && !m_gate.isOpen)
         endUtterance();

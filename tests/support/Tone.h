@@ -2,6 +2,8 @@
 // A sine as 16-bit little-endian mono PCM at 24000 Hz.
 #pragma once
 
+#include "Media/audio/SampleBytes.h"
+
 #include <chrono>
 #include <cmath>
 #include <cstdint>
@@ -12,13 +14,11 @@ namespace quorvell {
 
 inline std::vector<std::uint8_t> tone(double hz, std::chrono::milliseconds length)
 {
-    std::vector<std::uint8_t> pcm;
-    for (int index = 0; index < length.count() * 24; ++index) {
-        const auto sample = static_cast<std::int16_t>(8000 * std::sin(2 * std::numbers::pi * hz * index / 24000));
-        pcm.push_back(static_cast<std::uint8_t>(sample & 0xFF));
-        pcm.push_back(static_cast<std::uint8_t>((sample >> 8) & 0xFF));
-    }
-    return pcm;
+    std::vector<std::int16_t> samples;
+    for (int index = 0; index < length.count() * 24; ++index)
+        samples.push_back(static_cast<std::int16_t>(8000 * std::sin(2 * std::numbers::pi * hz * index / 24000)));
+    const auto pcm = bytesOfSamples(samples);
+    return {pcm.begin(), pcm.end()};
 }
 
 /// From the crossings of zero; what a wrong rate or a wrong codec changes first.
@@ -26,8 +26,7 @@ inline double pitchOf(const std::vector<std::uint8_t>& pcm)
 {
     int ups = 0;
     std::int16_t before = 0;
-    for (std::size_t index = 0; index + 1 < pcm.size(); index += 2) {
-        const auto sample = static_cast<std::int16_t>(pcm[index] | (pcm[index + 1] << 8));
+    for (const std::int16_t sample : samplesOfBytes(pcm)) {
         ups += before < 0 && sample >= 0;
         before = sample;
     }

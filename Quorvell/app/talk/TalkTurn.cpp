@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/talk/TalkTurn.h"
 
+#include "Media/audio/SampleBytes.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -95,11 +97,7 @@ void TalkTurn::feedChunk()
 {
     Bytes chunk(MicrophoneStream::chunkBytes);
     const std::size_t count = std::min(chunkSamples, m_recording.size() - m_position);
-    for (std::size_t index = 0; index < count; ++index) {
-        const auto sample = static_cast<std::uint16_t>(m_recording[m_position + index]);
-        chunk[2 * index] = static_cast<std::uint8_t>(sample & 0xFF);
-        chunk[2 * index + 1] = static_cast<std::uint8_t>(sample >> 8);
-    }
+    std::ranges::copy(bytesOfSamples(std::span(m_recording).subspan(m_position, count)), chunk.begin());
     m_session->microphoneCaptured(chunk);
     ++m_chunksFed;
     const bool isLast = count > 0 && m_position + count == m_recording.size();

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/connections/gemini/GeminiLiveClient.h"
 
+#include "Media/audio/SampleBytes.h"
 #include "QuorvellCore/live/prompt/QuorvellPrompt.h"
 #include "QuorvellCore/live/wire/gemini/GeminiLiveEndpoint.h"
 #include "QuorvellCore/live/wire/gemini/LiveMessage.h"
 #include "QuorvellCore/live/wire/gemini/LiveServerParser.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstring>
 #include <utility>
 
 namespace quorvell {
@@ -48,15 +47,6 @@ Json toolGroups(const Json& offered)
                 kept.push_back(tool);
     }
     return kept.empty() ? Json::array() : Json::array({Json{{"functionDeclarations", std::move(kept)}}});
-}
-
-std::vector<std::int16_t> samplesOf(std::span<const std::uint8_t> pcm)
-{
-    static_assert(std::endian::native == std::endian::little);
-    std::vector<std::int16_t> samples(pcm.size() / sizeof(std::int16_t));
-    if (!samples.empty())
-        std::memcpy(samples.data(), pcm.data(), samples.size() * sizeof(std::int16_t));
-    return samples;
 }
 
 bool isOutput(const LiveServerEvent& event)
@@ -195,14 +185,13 @@ void GeminiLiveClient::reportIdleness()
 void GeminiLiveClient::sendAudio(std::span<const std::uint8_t> pcm)
 {
     if (m_life.is(Stage::started) && m_socket->unsentBytes() < LiveSocket::mostUnsentSound)
-        sendSound(m_resampler.process(samplesOf(pcm)));
+        sendSound(m_resampler.process(samplesOfBytes(pcm)));
 }
 
 void GeminiLiveClient::sendSound(const std::vector<std::int16_t>& samples)
 {
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(samples.data());
     if (!samples.empty())
-        m_socket->send(LiveMessage::audioText({bytes, samples.size() * sizeof(std::int16_t)}));
+        m_socket->send(LiveMessage::audioText(bytesOfSamples(samples)));
 }
 
 void GeminiLiveClient::sendAudioPause()

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <numeric>
-#include <thread>
+#include <vector>
 
 namespace quorvell {
 namespace {
@@ -14,31 +14,6 @@ std::vector<std::int16_t> counting(std::size_t count, int first)
     std::vector<std::int16_t> samples(count);
     std::iota(samples.begin(), samples.end(), static_cast<std::int16_t>(first));
     return samples;
-}
-
-TEST(SampleRing, keepsOrderBetweenTwoThreads)
-{
-    constexpr std::size_t total = 300'000;
-    SampleRing ring(1000);
-    std::jthread writer([&ring] {
-        std::vector<std::int16_t> piece(333);
-        for (std::size_t sent = 0; sent < total;) {
-            for (std::size_t index = 0; index < piece.size(); ++index)
-                piece[index] = static_cast<std::int16_t>((sent + index) % 30'011);
-            const std::size_t wanted = std::min(piece.size(), total - sent);
-            sent += ring.write(std::span(piece).first(wanted));
-        }
-    });
-    std::vector<std::int16_t> into(271);
-    std::size_t wrong = 0;
-    for (std::size_t got = 0; got < total;) {
-        const std::size_t count = ring.read(into);
-        for (std::size_t index = 0; index < count; ++index)
-            wrong += into[index] == static_cast<std::int16_t>((got + index) % 30'011) ? 0 : 1;
-        got += count;
-    }
-    EXPECT_EQ(wrong, 0U);
-    EXPECT_EQ(ring.available(), 0U);
 }
 
 /// Each step plays, then captures frames; `next` is the sample that the last frame gets first, 0 for silence.

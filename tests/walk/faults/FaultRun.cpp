@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "FaultRun.h"
 
+#include "Media/audio/SampleBytes.h"
 #include "Quorvell/connections/access/HostedAccess.h"
 #include "Quorvell/connections/access/LiveEndpointSettings.h"
 
@@ -160,11 +161,7 @@ void FaultRun::feedChunk()
         if (mayTalk) {
             const auto& recording = m_recordings[static_cast<std::size_t>(m_current)];
             const std::size_t count = std::min(chunkSamples, recording.size() - m_position);
-            for (std::size_t index = 0; index < count; ++index) {
-                const auto sample = static_cast<std::uint16_t>(recording[m_position + index]);
-                chunk[2 * index] = static_cast<std::uint8_t>(sample & 0xFF);
-                chunk[2 * index + 1] = static_cast<std::uint8_t>(sample >> 8);
-            }
+            std::ranges::copy(bytesOfSamples(std::span(recording).subspan(m_position, count)), chunk.begin());
             if (count > 0)
                 m_asked = m_scheduler.now();
             m_position += count;
