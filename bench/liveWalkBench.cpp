@@ -236,12 +236,13 @@ private:
     {
         for (; m_chunks * MicrophoneStream::chunkLength <= Clock::now() - m_start; ++m_chunks) {
             Bytes chunk(MicrophoneStream::chunkBytes);
-            const std::size_t left = m_saying == nullptr ? 0 : m_saying->size() - m_position;
-            std::ranges::copy(
-                bytesOfSamples(std::span(*m_saying).subspan(m_position, std::min(left, chunkSamples))), chunk.begin());
-            m_position += std::min(left, chunkSamples);
+            const auto left =
+                m_saying == nullptr ? std::span<const std::int16_t>() : std::span(*m_saying).subspan(m_position);
+            const auto piece = left.first(std::min(left.size(), chunkSamples));
+            std::ranges::copy(bytesOfSamples(piece), chunk.begin());
+            m_position += piece.size();
             // A chunk is handed over at its end; its first sample sounded a chunk earlier.
-            if (left > 0 && m_firstLoud == Clock::time_point{} && PCM::levelOfInt16LE(chunk) > loud)
+            if (!piece.empty() && m_firstLoud == Clock::time_point{} && PCM::levelOfInt16LE(chunk) > loud)
                 m_firstLoud = Clock::now() - MicrophoneStream::chunkLength;
             m_session->microphoneCaptured(chunk);
         }

@@ -11,6 +11,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <span>
 #include <thread>
@@ -42,11 +43,14 @@ public:
     void frameHeard(const Frame& frame);
 
 private:
+    void learnRoom(std::span<const std::int16_t> samples);
     void handOn();
 
     WebRTCPeerOptions::Backlog m_backlog;
     int m_hangOverFrames;
     Heard m_heard;
+    std::deque<int> m_peaks; ///< Of the last frames that were given to be sent. Main thread.
+    std::atomic<int> m_quiet; ///< A frame whose peak is lower may be left out.
     SampleRing m_outgoing;
     SampleRing m_incoming;
     int m_framesToReport = 0; ///< Of the hang-over.

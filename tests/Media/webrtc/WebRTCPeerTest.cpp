@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "Media/webrtc/WebRTCPeer.h"
 
+#include "Media/audio/SampleBytes.h"
 #include "Media/webrtc/CallAudio.h"
 #include "PostQueue.h"
 #include "Tone.h"
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <fstream>
 #include <optional>
 
@@ -169,6 +171,10 @@ TEST(CallAudio, catchesUpInPausesOnly)
         {"nothing waits", Backlog::caughtUp, {}, {0, 0}},
         {"quiet ahead of speech is left out", Backlog::caughtUp, {0, 0, 0, 0, 0, 0, 900, 901, 902, 903},
             {0, 900, 901, 902, 903, 0}},
+        {"so is the noise of a room", Backlog::caughtUp, {60, 80, 50, 90, 60, 70, 900, 901, 902, 903},
+            {70, 900, 901, 902, 903, 0}},
+        {"a voice without a pause is kept", Backlog::caughtUp, {900, 901, 902, 903, 904, 905, 906},
+            {900, 901, 902, 903, 904, 905, 906}},
         {"a short pause is kept", Backlog::caughtUp, {900, 0, 0, 901}, {900, 0, 0, 901, 0}},
         {"a reply keeps its pauses", Backlog::kept, {0, 0, 0, 0, 0, 0, 900}, {0, 0, 0, 0, 0, 0, 900, 0}},
     };
@@ -179,7 +185,7 @@ TEST(CallAudio, catchesUpInPausesOnly)
         CallAudio audio(options, [](const Pcm&) {});
         for (const int level : row.given) {
             const auto frame = frameOf(static_cast<std::int16_t>(level));
-            audio.send({reinterpret_cast<const std::uint8_t*>(frame.data()), frame.size() * 2});
+            audio.send(bytesOfSamples(frame));
         }
         std::vector<int> sent;
         for (std::size_t index = 0; index < row.sent.size(); ++index) {
@@ -191,11 +197,13 @@ TEST(CallAudio, catchesUpInPausesOnly)
     }
 }
 
-TEST(CallAudio, reportsVoiceAndALittleBeyond)
+void expectReportsBeyond(std::chrono::milliseconds quietReported)
 {
     test::PostQueue queue;
     std::size_t frames = 0;
-    CallAudio audio({}, [post = queue.poster(), &frames](const Pcm& pcm) {
+    WebRTCPeerOptions options;
+    options.quietReported = quietReported;
+    CallAudio audio(options, [post = queue.poster(), &frames](const Pcm& pcm) {
         post([&frames, count = pcm.size() / 2 / CallAudio::frameSamples] { frames += count; });
     });
     const auto hear = [&](int level, int count) {
@@ -207,8 +215,15 @@ TEST(CallAudio, reportsVoiceAndALittleBeyond)
     hear(0, 20);
     hear(500, 5);
     hear(0, 90);
-    EXPECT_TRUE(queue.runUntil([&] { return frames >= 5 + 20 + 5 + 30; }));
-    EXPECT_EQ(frames, 5U + 20 + 5 + 30);
+    const std::size_t expected = 5 + 20 + 5 + static_cast<std::size_t>(quietReported / CallAudio::frameLength);
+    EXPECT_TRUE(queue.runUntil([&] { return frames >= expected; }));
+    EXPECT_EQ(frames, expected);
+}
+
+TEST(CallAudio, reportsVoiceAndALittleBeyond)
+{
+    expectReportsBeyond(std::chrono::milliseconds(300));
+    expectReportsBeyond(std::chrono::milliseconds(600));
 }
 
 } // namespace
