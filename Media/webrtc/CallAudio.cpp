@@ -89,8 +89,11 @@ void CallAudio::frameToSend(Frame& frame)
 
 void CallAudio::frameHeard(const Frame& frame)
 {
-    if (peakOf(frame) >= quietestSound)
+    if (peakOf(frame) >= quietestSound) {
+        if (m_framesToReport == 0)
+            m_framesUnreported = framesPerReport; // The first at once: somebody waits for it.
         m_framesToReport = m_hangOverFrames + 1;
+    }
     if (m_framesToReport == 0)
         return;
     --m_framesToReport;

@@ -23,6 +23,9 @@ namespace {
 
 using Library = webrtc::PeerConnectionInterface;
 
+/// The addresses of all networks come in one go. The library then looks for further kinds, 50 ms each, of which there
+/// are none without servers that help, and for TCP, where this side calls and need not be known.
+constexpr webrtc::TimeDelta addressesTogether = webrtc::TimeDelta::Millis(10);
 constexpr std::size_t mostWaitingBytes = 8 * 1024 * 1024; ///< The library gives a channel up at 16 MiB.
 
 /// Says once how it went, on the signalling thread.
@@ -95,7 +98,7 @@ public:
     void OnDataChannel(rtc::scoped_refptr<webrtc::DataChannelInterface> channel) override;
     void OnConnectionChange(Library::PeerConnectionState state) override { m_reports->stateChanged(stateOf(state)); }
     void OnIceGatheringChange(Library::IceGatheringState state) override;
-    void OnIceCandidate(const webrtc::IceCandidateInterface*) override { }
+    void OnIceCandidate(const webrtc::IceCandidateInterface*) override;
     // The channel
     void OnStateChange() override;
     void OnMessage(const webrtc::DataBuffer& message) override;
@@ -116,6 +119,7 @@ private:
     std::atomic<bool> m_isStalled{false}; ///< Until the end; the network thread waits for its change.
     // Of the signalling thread:
     rtc::scoped_refptr<webrtc::DataChannelInterface> m_channel;
+    bool m_hasAddress = false;
     bool m_isDescribed = false; ///< Nothing more to say of ourselves, or nobody to say it to.
 };
 
@@ -197,6 +201,12 @@ void WebRTCPeer::Link::OnIceGatheringChange(Library::IceGatheringState state)
 {
     if (state == Library::kIceGatheringComplete)
         reportDescription();
+}
+
+void WebRTCPeer::Link::OnIceCandidate(const webrtc::IceCandidateInterface*)
+{
+    if (!std::exchange(m_hasAddress, true))
+        m_engine.signalling().PostDelayedTask([this] { reportDescription(); }, addressesTogether);
 }
 
 void WebRTCPeer::Link::reportDescription()

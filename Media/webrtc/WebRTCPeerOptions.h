@@ -22,7 +22,7 @@ struct WebRTCPeerOptions {
     std::chrono::milliseconds mostQueuedSound{5'000}; ///< What does not fit is refused.
     /// How long sound is still reported after the last that was audible: whoever judges by quiet needs to hear it.
     std::chrono::milliseconds quietReported{300};
-    /// For finding this computer's addresses; what is known by then goes into the description.
+    /// For finding this computer's first address; without one the description is of no use.
     std::chrono::milliseconds gathering{1'500};
 
     bool operator==(const WebRTCPeerOptions&) const = default;
