@@ -60,7 +60,7 @@ if(QUORVELL_SHELL)
     quorvell_room(on_device_speech OnDeviceSpeech USES text LIBRARIES PocketSphinx::PocketSphinx Flite::Flite Threads::Threads)
     include(OnDeviceSpeech/models.cmake)
     quorvell_room(speech Quorvell/speech USES text live loop session audio on_device_speech LIBRARIES Threads::Threads)
-    quorvell_room(desktop Quorvell/desktop PRELUDE qt USES text loop reminding agenda files
+    quorvell_room(desktop Quorvell/desktop PRELUDE qt USES loop reminding agenda files
         PUBLIC_LIBRARIES Qt6::Core Qt6::DBus LIBRARIES Qt6::Gui PkgConfig::gio PkgConfig::libical)
     # Signals of the message bus reach only slots that Qt knows by name.
     set_target_properties(quorvell_desktop PROPERTIES AUTOMOC ON)
@@ -70,7 +70,7 @@ if(QUORVELL_SHELL)
     # What the terminal and the panel share.
     quorvell_room(settings Quorvell/settings USES text live reminders files preferences)
     quorvell_room(records Quorvell/records USES text reminders loop session settings)
-    quorvell_room(handover Quorvell/handover PRELUDE qt USES text notebook files loop notebook_store desktop settings)
+    quorvell_room(handover Quorvell/handover PRELUDE qt USES notebook files loop notebook_store desktop settings)
     quorvell_room(assistant Quorvell/assistant PRELUDE qt
         USES text notebook reminders loop session files preferences notebook_store agenda reminding tools audio echo sound
              speech desktop connections settings records handover)

@@ -96,7 +96,7 @@ bool OpenAILiveClient::retryWithout(RefusedSetting setting)
 {
     if (!m_experience.drop(m_options, setting))
         return false;
-    m_life.report(live_event::Diagnostic{"responses_setting_dropped", std::to_string(static_cast<int>(setting))});
+    m_life.report(live_event::Diagnostic{"responses_setting_dropped", std::string(nameOf(setting))});
     m_life.report(live_event::Diagnostic{"session_request_retried", {}});
     openAgain();
     return true;

@@ -221,7 +221,7 @@ bool ResponsesTextConnection::retryWithoutSetting(const ConnectionFailure& failu
     const RefusedSetting setting = OpenAILiveEndpoint::refusedSetting(failure.code, failure.detail);
     if (!m_experience.drop(m_request, setting))
         return false;
-    m_life.report(live_event::Diagnostic{"responses_setting_dropped", std::to_string(static_cast<int>(setting))});
+    m_life.report(live_event::Diagnostic{"responses_setting_dropped", std::string(nameOf(setting))});
     m_life.report(live_event::Diagnostic{"session_request_retried", {}});
     m_life.later([this] { ask(); });
     return true;

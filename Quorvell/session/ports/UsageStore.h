@@ -4,7 +4,7 @@
 
 namespace quorvell {
 
-/// Main thread. See UsageDays for the value behind it.
+/// Main thread.
 class UsageStore {
 public:
     virtual ~UsageStore() = default;

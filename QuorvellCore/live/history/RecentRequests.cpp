@@ -26,7 +26,8 @@ void RecentRequests::typed(std::string_view text, Time at)
 void RecentRequests::join(std::string words, Time at)
 {
     lastHeard = at;
-    const bool belongsToLast = !requests.empty() && std::chrono::abs(at - requests.back().updated) <= joinWithin;
+    const bool belongsToLast = !requests.empty() && std::chrono::abs(at - requests.back().updated) <= joinWithin
+        && at - requests.back().at <= longest;
     if (!belongsToLast) {
         requests.push_back({at, std::move(words), {}, at});
         return;
@@ -37,8 +38,8 @@ void RecentRequests::join(std::string words, Time at)
 
 void RecentRequests::forget(Time now)
 {
-    // By the last piece: a request that is still being spoken is not old, however long ago it began.
-    std::erase_if(requests, [now](const Request& request) { return now - request.updated > keptFor; });
+    // By the first words: no word counts for longer, however much was said after it without a pause.
+    std::erase_if(requests, [now](const Request& request) { return now - request.at > keptFor; });
     if (requests.size() > most)
         requests.erase(requests.begin(), requests.end() - static_cast<std::ptrdiff_t>(most));
 }

@@ -17,7 +17,9 @@ struct RecentRequests {
     using Time = std::chrono::milliseconds;
 
     static constexpr Time joinWithin{1500}; ///< Recognition delivers one request in several pieces.
-    static constexpr Time keptFor{90'000};
+    /// What goes on for longer is a request anew, so that its last words count for a minute at least.
+    static constexpr Time longest{30'000};
+    static constexpr Time keptFor{90'000}; ///< After its first words.
     static constexpr std::size_t most = 8;
 
     struct Request {

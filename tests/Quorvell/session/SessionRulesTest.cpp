@@ -8,7 +8,6 @@
 #include "Quorvell/session/tools/HelpModeSwitch.h"
 #include "Quorvell/session/turn/ConversationMemory.h"
 #include "Quorvell/session/turn/SpokenReply.h"
-#include "Quorvell/session/usage/UsageDays.h"
 
 #include <gtest/gtest.h>
 
@@ -212,19 +211,6 @@ TEST(ThoughtSummary, keepsTheNewestOfWhatIsBounded)
     EXPECT_TRUE(thought.text().starts_with("größer"));
     thought.add(std::string(2 * ThoughtSummary::most, 'x'));
     EXPECT_EQ(thought.text(), std::string(ThoughtSummary::most, 'x'));
-}
-
-TEST(UsageDays, addUpAndForgetTheOldest)
-{
-    UsageDays days;
-    for (const double seconds : {30.0, 12.5, -5.0, std::numeric_limits<double>::quiet_NaN()})
-        days.add("2026-11-21", seconds);
-    days.add("2026-12-01", 1);
-    EXPECT_EQ(days.secondsIn("2026-11"), 42.5);
-    for (int day = 0; day < 100; ++day)
-        days.add("2027-" + std::to_string(100 + day), 1);
-    EXPECT_EQ(days.days.size(), UsageDays::most);
-    EXPECT_EQ(days.secondsOn("2026-11-21"), 0);
 }
 
 } // namespace

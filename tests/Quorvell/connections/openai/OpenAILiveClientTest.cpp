@@ -446,7 +446,7 @@ TEST_F(OpenAILiveClientTest, aRefusedSettingIsDroppedOnceAndTheSessionAskedForAg
         ASSERT_TRUE(runUntil([&] { return talk->isStarted(); }));
         const auto facts = talk->observer.all<live_event::Diagnostic>();
         ASSERT_EQ(facts.size(), 2U);
-        EXPECT_EQ(facts[0].name, "responses_setting_dropped");
+        EXPECT_EQ(facts[0], (live_event::Diagnostic{"responses_setting_dropped", "service_tier"}));
         EXPECT_EQ(facts[1].name, "session_request_retried");
     }
     EXPECT_EQ(server.connections, 2);

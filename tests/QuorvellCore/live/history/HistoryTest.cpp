@@ -114,6 +114,19 @@ TEST(RecentRequests, takesEachTypedLineForARequestOfItsOwn)
     EXPECT_TRUE(recent.requests.back().used.empty());
 }
 
+TEST(RecentRequests, letsNoWordOfALongSpeechCountForTooLong)
+{
+    RecentRequests recent;
+    for (int second = 0; second <= 91; ++second)
+        recent.heard(second == 0 ? "do it for me" : "and", std::chrono::seconds(second));
+    ASSERT_FALSE(recent.requests.empty());
+    EXPECT_EQ(recent.requests.front().text.find("do it"), std::string::npos);
+    recent.heard("switch to guide mode", milliseconds(91'500));
+    recent.heard("", milliseconds(150'000));
+    ASSERT_FALSE(recent.requests.empty()) << "its last words count for a minute";
+    EXPECT_NE(recent.requests.back().text.find("guide mode"), std::string::npos);
+}
+
 TEST(RecentRequests, forgetsEvenWhenNothingWasSaid)
 {
     RecentRequests recent;
