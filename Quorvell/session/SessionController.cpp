@@ -7,35 +7,54 @@
 
 #include <utility>
 
-// The story of a conversation and what the user and the program want of it. Silence and sound are in
-// SessionListening.cpp, what connections, rest and tools report in SessionReports.cpp.
-
 namespace quorvell {
 
 SessionController::SessionController(Ports ports, SessionSettings settings)
     : m_ports(std::move(ports))
     , m_settings(std::move(settings))
+    , m_reports([this](SessionReport report) { take(report); })
+    , m_timers(m_ports.scheduler,
+          [this](const WrappingScheduler::Action& action) {
+              const auto call = m_reports.enter();
+              action();
+          })
+    , m_notices(m_ports.observer, m_ports.synthesiser, m_settings.replies)
     , m_meter(m_ports.usageStore, m_settings.dailyMinutes)
-    , m_turn({m_ports.scheduler, m_ports.player, m_ports.observer, [this] { followThrough(); },
-                 [this] { turnClosed(); }, [this] { turnGivenUp(); }},
+    , m_turn({m_timers, m_ports.player, m_ports.observer, [this](TurnReport report) { m_reports.add(report); }},
           m_settings.replies, m_settings.patience)
-    , m_lines({m_ports.scheduler, m_ports.log,
+    , m_lines({m_timers, m_ports.log,
                   [this](LiveConnectionObserver& line) { return m_ports.connections(line, m_settings.medium); },
-                  m_ports.jitter, *this},
+                  m_ports.jitter, [this](ConnectionFact fact) { m_reports.addFromOutside(std::move(fact)); },
+                  [this](LineReport report) { m_reports.add(std::move(report)); }},
           m_settings.limits)
-    , m_preparation({m_ports.scheduler, m_lines, m_ports.log, m_meter}, m_settings.limits)
-    , m_resting(m_ports.scheduler, m_ports.dozeListener, *this, m_settings.limits)
-    , m_listening{.ear{{m_ports.scheduler, m_ports.capture, m_ports.observer,
-                           [this](const std::vector<MicGateOutput>& ending) { speechCut(ending); }},
-          m_settings.listening}}
-    , m_desk({m_ports.scheduler, m_ports.tools, m_ports.log, m_ports.observer, *this}, m_settings.limits)
-    , m_heldModes(m_ports.scheduler,
-          [this](const LiveFunctionCall& call, ToolReply reply) { judgeHelpMode(call, std::move(reply)); })
+    , m_preparation({m_timers, m_lines, m_ports.log, m_meter}, m_settings.limits)
+    , m_resting({m_timers, m_ports.dozeListener, m_ports.observer,
+                    [this](RestReport report) { m_reports.add(std::move(report)); }},
+          m_settings.limits)
+    , m_quiet({m_timers, m_ports.log, [this] { checkIdle(); }}, m_settings)
+    , m_listening({m_timers, m_ports.capture, m_ports.player, m_ports.log, m_ports.observer, m_lines, m_turn, m_meter,
+                      m_quiet, m_notices, [this](ListeningReport report) { m_reports.add(std::move(report)); }},
+          m_settings)
+    , m_desk({m_timers, m_ports.tools, m_ports.log, m_ports.observer,
+                 [this](ToolReport report) { m_reports.add(std::move(report)); }},
+          m_settings.limits)
+    , m_modes({m_timers, m_ports.log, m_ports.observer, m_turn,
+                  [this](ToolReport report) { m_reports.add(std::move(report)); }},
+          m_settings.helpMode)
+    , m_outbox({m_lines, m_turn, m_meter, m_notices})
+    , m_handover({m_turn, m_desk, m_outbox})
+    , m_answers({m_ports.log, m_lines, m_turn, m_outbox, m_handover})
+    , m_events({m_ports.log, m_ports.observer, m_ports.player, m_lines, m_turn, m_listening, m_quiet, m_meter, m_desk,
+          m_modes})
+    , m_briefing({m_settings, m_ports.tools, m_modes, m_turn, m_ports.whereAndWhen})
+    , m_rest({m_timers, m_ports.log, m_resting, m_lines, m_preparation, m_briefing, m_listening, m_quiet, m_turn,
+          m_meter, m_outbox, m_handover, m_notices})
 {
 }
 
 SessionController::~SessionController()
 {
+    m_reports.close();
     // They outlive the session and would report to it.
     if (m_ports.dozeListener)
         m_ports.dozeListener->stop();
@@ -47,10 +66,11 @@ SessionController::~SessionController()
 
 void SessionController::begin()
 {
-    if (m_connection.phase == SessionPhase::idle)
+    const auto call = m_reports.enter();
+    if (m_phase == SessionPhase::idle)
         start({});
     else
-        m_resting.wake();
+        m_rest.wake();
 }
 
 void SessionController::start(std::vector<std::string> unsent)
@@ -61,51 +81,45 @@ void SessionController::start(std::vector<std::string> unsent)
         end.reason = "daily limit reached";
         end.isFailure = true;
         end.mustUserAct = true;
-        end.sentence = dayUsedUpSentence();
+        end.sentence = m_meter.usedUpSentence();
         end.unsent = std::move(unsent);
         return m_ports.observer.conversationEnded(end);
     }
-    m_connection.sessionStart = m_ports.scheduler.now();
-    m_connection.sessionID.clear();
-    m_connection.firstSerial = m_lines.serial() + 1;
+    m_sessionStart = m_timers.now();
     m_resting.begin();
     m_desk.begin();
-    m_listening.heldChunks.forget();
-    m_listening.wordless.forget();
+    m_answers.begin();
     setPhase(SessionPhase::connecting);
-    m_listening.ear.openForConversation();
-    m_lines.open(ConnectionKeeper::Arrival::first);
+    m_listening.begin();
+    m_lines.open(Arrival::first, m_briefing.write());
 }
 
-LiveSetup SessionController::liveSetup(const std::optional<std::string>& resumptionHandle)
+void SessionController::take(const line_report::Ready& ready)
 {
-    PromptOptions options;
-    options.userName = m_settings.userName;
-    options.familyName = m_settings.familyName;
-    options.startMode = m_settings.helpMode;
-    if (m_ports.whereAndWhen)
-        options.whereAndWhen = m_ports.whereAndWhen();
-    LiveSetup setup;
-    setup.voiceInstructions = QuorvellPrompt::systemInstruction(options);
-    setup.toolInstructions = m_settings.medium == LiveMedium::text ? QuorvellPrompt::textBackendInstructions(options)
-                                                                   : QuorvellPrompt::liveBackendInstructions(options);
-    options.toolHolder = PromptOptions::ToolHolder::voice;
-    setup.soleInstructions = QuorvellPrompt::systemInstruction(options);
-    setup.tools = m_ports.tools.offeredTools();
-    setup.resumptionHandle = resumptionHandle;
-    if (!resumptionHandle)
-        setup.history = m_turn.conversation().settled();
-    return setup;
+    if (!m_lines.ready())
+        return; // Gone again.
+    m_meter.connectionBegan();
+    if (ready.arrival == Arrival::first)
+        beginConversation(ready.sessionID);
+    else
+        m_ports.log.record("session_continued", {{"id", ready.sessionID}});
+    m_handover.tellTurnsSince(ready.knows);
+    if (ready.arrival == Arrival::rotated)
+        ++m_meter.counts().rotations;
+    if (ready.arrival == Arrival::woken)
+        m_rest.finishWaking();
+    if (ready.arrival == Arrival::mended)
+        mend();
+    m_outbox.deliverWaiting();
+    m_listening.flushHeldChunks();
 }
 
 void SessionController::beginConversation(const std::string& sessionID)
 {
-    m_ports.log.record("session_started",
-        {{"id", sessionID}, {"after_ms", (m_ports.scheduler.now() - m_connection.sessionStart).count()}});
-    noteActivity();
+    m_ports.log.record("session_started", {{"id", sessionID}, {"after_ms", (m_timers.now() - m_sessionStart).count()}});
     setPhase(SessionPhase::active);
-    startIdleCheck();
-    const bool isAskedAlready = !m_connection.waiting.empty() || !m_listening.heldChunks.isEmpty();
+    m_quiet.begin();
+    const bool isAskedAlready = !m_outbox.isEmpty() || m_listening.isHoldingSpeech();
     if (!isAskedAlready && m_settings.greeting == SessionSettings::Greeting::spoken)
         greet();
 }
@@ -114,7 +128,7 @@ void SessionController::greet()
 {
     // Where answers are shown, the model that writes them greets; else the voice does.
     if (m_settings.replies == SessionSettings::Replies::shown)
-        return deliver({.text = QuorvellPrompt::greetingEvent(m_settings.userName, frontApp())});
+        return m_outbox.tell({.text = QuorvellPrompt::greetingEvent(m_settings.userName, frontApp())});
     m_turn.open();
     m_lines.ready()->sendVoiceInstructions(QuorvellPrompt::liveGreeting(m_settings.userName, frontApp()));
 }
@@ -129,55 +143,26 @@ std::string SessionController::frontApp() const
 
 void SessionController::send(LiveMessageText message)
 {
-    if (m_connection.phase == SessionPhase::idle)
+    const auto call = m_reports.enter();
+    if (m_phase == SessionPhase::idle)
         return;
-    m_resting.wake();
-    if (m_lines.ready()) {
-        if (message.answer == LiveMessageText::Answer::wanted && m_connection.unanswered.size() < mostWaiting)
-            m_connection.unanswered.push_back(message);
-        deliver(message);
-    } else if (message.lateness == LiveMessageText::Lateness::stillUseful) {
-        await(std::move(message));
-    }
-}
-
-void SessionController::await(LiveMessageText message)
-{
-    if (m_connection.waiting.size() >= mostWaiting)
-        return tellProblem("There is no connection yet, and too much waits for it already. Try again in a moment.");
-    m_connection.waiting.push_back(std::move(message));
+    m_rest.wake();
+    m_outbox.send(std::move(message));
 }
 
 void SessionController::announce(std::string sentence)
 {
-    m_announcements.add(std::move(sentence), m_ports.scheduler.now());
-    if (m_connection.phase == SessionPhase::idle)
+    const auto call = m_reports.enter();
+    m_announcements.add(std::move(sentence), m_timers.now());
+    if (m_phase == SessionPhase::idle)
         return announceOnDevice();
-    m_resting.wake();
+    m_rest.wake();
     announceIfQuiet();
-}
-
-void SessionController::announceIfQuiet()
-{
-    const bool isSpeechAround = m_turn.isVoiceSounding() || m_listening.ear.isHearingSpeech();
-    const bool isMoment = isQuiet() || (m_announcements.isUrgent(m_ports.scheduler.now()) && !isSpeechAround);
-    if (m_announcements.isEmpty() || !m_lines.ready() || !isMoment)
-        return;
-    m_ports.log.record("announced", Json::object());
-    send({.text = SessionEvents::announcement(m_announcements.take())});
-}
-
-void SessionController::announceOnDevice()
-{
-    for (const std::string& sentence : m_announcements.take()) {
-        m_ports.observer.assistantSaid(sentence);
-        if (m_ports.synthesiser && m_settings.replies == SessionSettings::Replies::spoken)
-            m_ports.synthesiser->say(sentence);
-    }
 }
 
 void SessionController::respond()
 {
+    const auto call = m_reports.enter();
     if (!m_lines.ready())
         return;
     m_turn.open();
@@ -187,49 +172,60 @@ void SessionController::respond()
 
 void SessionController::submitTyped(const TypedMessage& message, QuorvellPrompt::Entry entry)
 {
+    const auto call = m_reports.enter();
     const std::string text = trimmed(message.text());
     if (text.empty())
         return;
-    if (m_connection.phase == SessionPhase::idle)
+    if (m_phase == SessionPhase::idle)
         start({text});
-    if (m_connection.phase == SessionPhase::idle)
+    if (m_phase == SessionPhase::idle)
         return;
     std::string ownWords;
     for (const TypedMessage::Piece& piece : message.pieces)
         if (!piece.pasted)
             ownWords += piece.text;
-    noteActivity();
+    m_quiet.noteActivity();
     m_turn.userTyped(text, ownWords);
-    m_resting.wake();
+    m_rest.wake();
     const auto reply = message.spoken ? QuorvellPrompt::Reply::spoken : QuorvellPrompt::Reply::shown;
-    const LiveMessageText wrapped{.text = QuorvellPrompt::typedMessage(text, entry, reply)};
-    if (m_lines.ready())
-        return deliver(wrapped);
-    m_connection.waitingTyped.push_back(text);
-    await(wrapped);
+    m_outbox.sendTyped(text, {.text = QuorvellPrompt::typedMessage(text, entry, reply)});
+}
+
+void SessionController::microphoneCaptured(std::span<const std::uint8_t> pcm)
+{
+    const auto call = m_reports.enter();
+    if (m_phase == SessionPhase::idle)
+        return;
+    if (m_resting.state() != Doze::dozing)
+        m_listening.captured(pcm);
+    else if (m_listening.ear().isListening())
+        m_resting.captured(pcm);
 }
 
 void SessionController::setMuted(Muting muting)
 {
-    m_listening.ear.setMuted(muting);
-    noteActivity();
+    const auto call = m_reports.enter();
+    m_listening.ear().setMuted(muting);
+    m_quiet.noteActivity();
 }
 
 void SessionController::pushToTalk(Key key)
 {
-    if (!m_listening.ear.isBehindKey())
+    const auto call = m_reports.enter();
+    Ear& ear = m_listening.ear();
+    if (!ear.isBehindKey())
         return;
     if (key == Key::released)
-        return m_listening.ear.releaseKey();
+        return ear.releaseKey();
     begin();
-    noteActivity();
-    m_listening.ear.pressKey();
+    m_quiet.noteActivity();
+    ear.pressKey();
 }
 
 void SessionController::interrupt()
 {
-    if (m_ports.synthesiser)
-        m_ports.synthesiser->stop();
+    const auto call = m_reports.enter();
+    m_notices.hush();
     m_desk.cancelAction();
     if (m_turn.isOpen() || m_turn.isVoiceSounding()) {
         m_ports.log.record("silenced", Json::object());
@@ -237,112 +233,242 @@ void SessionController::interrupt()
     }
     if (m_lines.ready())
         m_lines.ready()->dropStale();
-    noteActivity();
+    m_quiet.noteActivity();
 }
 
 void SessionController::setHelpMode(HelpMode mode)
 {
-    if (mode == m_settings.helpMode)
+    const auto call = m_reports.enter();
+    if (mode == m_modes.mode())
         return;
-    switchHelpMode(mode);
+    m_modes.change(mode);
     if (m_lines.ready()) // A connection that is still to come begins with it.
-        tell(SessionEvents::helpModeSwitched(mode), LiveMessageText::Answer::notWanted);
+        m_outbox.tell({.text = SessionEvents::helpModeSwitched(mode), .answer = LiveMessageText::Answer::notWanted});
 }
 
 void SessionController::showTarget(std::string currentTarget, std::function<bool()> isStillThere)
 {
-    m_actions.currentTarget = std::move(currentTarget);
-    m_actions.isTargetThere = std::move(isStillThere);
-    m_actions.targetRefreshTimer =
-        m_ports.scheduler.every(m_settings.limits.targetRefresh, [this] { targetRefresh(); });
+    m_quiet.showTarget(std::move(currentTarget), std::move(isStillThere));
 }
 
 void SessionController::clearTarget()
 {
-    m_actions.targetRefreshTimer.cancel();
-    m_actions.currentTarget.clear();
+    m_quiet.clearTarget();
 }
 
 void SessionController::noteConsent(Consent consent)
 {
-    m_actions.isConsentPending = consent == Consent::pending;
-    noteActivity();
+    m_quiet.noteConsent(consent);
 }
 
 void SessionController::runTool(const LiveFunctionCall& call, ToolReply reply)
 {
+    const auto reports = m_reports.enter();
     m_desk.run(call, std::move(reply), m_lines.ready() ? ToolDesk::Conversation::live : ToolDesk::Conversation::none);
 }
 
-// ---- Messages
+// ---- Tools
 
-void SessionController::deliver(const LiveMessageText& message)
+void SessionController::take(const tool_report::Answered& answer)
 {
-    if (message.answer == LiveMessageText::Answer::wanted) {
-        if (!m_turn.isOpen())
-            m_turn.open();
-        m_turn.backendStarted();
-    }
-    if (message.jpeg)
-        m_meter.imageSent();
-    m_lines.ready()->sendMessage(message);
+    using Conversation = ToolAnswers::Conversation;
+    m_quiet.noteActivity();
+    m_answers.give(answer, m_phase == SessionPhase::active ? Conversation::active : Conversation::other);
 }
 
-void SessionController::tell(const std::string& event, LiveMessageText::Answer answer)
+void SessionController::take(const tool_report::TakesLong&)
 {
-    const LiveMessageText message{.text = event, .answer = answer};
-    if (m_lines.ready())
-        deliver(message);
-    else
-        await(message);
+    const bool isVoiceFree = m_settings.replies == SessionSettings::Replies::spoken && !m_turn.isVoiceSounding()
+        && !m_listening.ear().isHearingSpeech();
+    if (m_lines.ready() && isVoiceFree)
+        m_lines.ready()->sendVoiceInstructions(SessionEvents::stillWorking());
 }
 
-void SessionController::tellProblem(const std::string& sentence)
-{
-    m_ports.observer.problemArose(sentence);
-    if (m_ports.synthesiser && m_settings.replies == SessionSettings::Replies::spoken)
-        m_ports.synthesiser->say(sentence);
-}
+// ---- Turns
 
-void SessionController::switchHelpMode(HelpMode mode)
+void SessionController::take(const turn_report::Closed& turn)
 {
-    m_settings.helpMode = mode;
-    m_ports.log.record("mode_changed", {{"mode", std::string(nameOf(mode))}});
-    m_ports.observer.helpModeChanged(mode);
-}
-
-void SessionController::turnClosed()
-{
-    m_connection.unanswered.clear();
-    m_connection.lostRequests.clear();
+    m_outbox.forgetSent();
     m_desk.forgetReplies();
-    m_lines.noteTurnClosed(m_turn.beganAt());
-    const auto untold = std::exchange(m_connection.untoldSince, std::nullopt);
-    if (untold && m_lines.ready())
-        tellTurnsSince(*untold);
+    m_lines.noteTurnClosed(turn.beganAt, m_turn.conversation().settledMark());
+    m_handover.turnClosed();
+}
+
+/// A service that is stuck would not take up the next request either. What it was at is told, and not asked again.
+void SessionController::take(const turn_report::GivenUp&)
+{
+    if (!m_lines.ready() || m_desk.isWorking())
+        return;
+    m_listening.giveUp();
+    m_lines.renew("unanswered");
+    m_notices.say("No answer came. Please say it again.");
+}
+
+// ---- Silence
+
+QuietFacts SessionController::quietFacts() const
+{
+    QuietFacts facts;
+    facts.isTurnOpen = m_turn.isOpen();
+    facts.isVoiceSounding = m_turn.isVoiceSounding();
+    facts.isUserSpeaking = m_listening.ear().isHearingSpeech();
+    facts.areWordsAwaited = m_listening.areWordsAwaited();
+    facts.isToolRunning = m_desk.isWorking();
+    facts.isActing = m_desk.isActing();
+    facts.isConsentPending = m_quiet.isConsentPending();
+    facts.isMessageWaiting = !m_outbox.isEmpty();
+    facts.isDeviceSpeaking = m_notices.isSpeaking();
+    facts.isHighlighted = m_quiet.isHighlighted();
+    facts.isConnected = m_lines.ready() != nullptr;
+    facts.isListening = m_listening.ear().isListening();
+    facts.canRest = m_resting.canRest();
+    facts.doze = m_resting.state();
+    return facts;
+}
+
+void SessionController::checkIdle()
+{
+    using Moment = ConnectionKeeper::Moment;
+    meterTalk();
+    announceIfQuiet();
+    stopWhenDayIsUsedUp();
+    restOrStopIfQuiet();
+    m_lines.look(quietFacts().isQuiet() ? Moment::quiet : Moment::busy);
+}
+
+void SessionController::meterTalk()
+{
+    const auto elapsed = m_quiet.sinceLastLook();
+    if (m_settings.medium == LiveMedium::voice && m_lines.openLines() > 0)
+        m_meter.meterTalk(elapsed * m_lines.openLines());
+    if (m_meter.isNews())
+        m_ports.observer.usageChanged(m_meter.usage());
+}
+
+void SessionController::announceIfQuiet()
+{
+    if (!m_announcements.isDue(quietFacts(), m_timers.now()))
+        return;
+    m_ports.log.record("announced", Json::object());
+    m_outbox.send({.text = SessionEvents::announcement(m_announcements.take())});
+}
+
+void SessionController::announceOnDevice()
+{
+    for (const std::string& sentence : m_announcements.take())
+        m_notices.announce(sentence);
+}
+
+void SessionController::stopWhenDayIsUsedUp()
+{
+    if (m_settings.medium != LiveMedium::voice || !m_meter.isDayUsedUp() || m_turn.isOpen())
+        return;
+    m_notices.problem(m_meter.usedUpSentence());
+    stop("daily limit reached");
+}
+
+void SessionController::restOrStopIfQuiet()
+{
+    if (m_phase != SessionPhase::active)
+        return;
+    dozeIfQuiet();
+    if (const QuietFacts facts = quietFacts(); m_quiet.verdict(facts) == IdleRules::Verdict::stop)
+        stop(m_quiet.reason(facts));
+}
+
+// ---- Rest
+
+void SessionController::dozeIfQuiet()
+{
+    if (m_quiet.verdict(quietFacts()) == IdleRules::Verdict::rest)
+        m_rest.doze();
+}
+
+void SessionController::wakingTookTooLong()
+{
+    if (m_resting.state() != Doze::waking)
+        return;
+    m_ports.log.record("waking_failed", Json::object());
+    SessionEnd end;
+    end.reason = "waking failed";
+    end.sentence = m_rest.wakingFailedSentence();
+    if (!m_resting.canRest())
+        return endWith(std::move(end));
+    m_rest.dozeAgain(end.sentence);
+    announceOnDevice();
+}
+
+// ---- Connections that are lost
+
+void SessionController::take(const line_report::Delayed&)
+{
+    m_notices.problem("The service is busy just now. Quorvell tries again by itself, and keeps what you have said.");
+}
+
+void SessionController::take(const line_report::Lost&)
+{
+    m_listening.lineLost();
+    m_handover.lineLost();
+    if (m_lines.isReconnecting() && m_resting.state() == Doze::awake && !std::exchange(m_isLossTold, true))
+        m_ports.observer.linkChanged(SessionAudience::Link::reconnecting);
+}
+
+void SessionController::mend()
+{
+    ++m_meter.counts().reconnections;
+    m_ports.log.record("session_mended", Json::object());
+    if (std::exchange(m_isLossTold, false))
+        m_ports.observer.linkChanged(SessionAudience::Link::steady);
+    m_handover.lineMended();
+}
+
+void SessionController::take(const line_report::GivenUp& fact)
+{
+    const LiveClosure& closure = fact.closure;
+    if (m_resting.state() == Doze::waking && !closure.mustUserAct)
+        return wakingTookTooLong();
+    SessionEnd end;
+    end.reason = closure.reason;
+    end.mustUserAct = closure.mustUserAct;
+    end.sentence = closure.sentence.empty()
+        ? "The connection was lost and could not be made again. Check the network, then try again."
+        : closure.sentence;
+    // What was refused at the door was not begun; what went out over a line that was lost may have been.
+    const bool isShut = closure.code < LiveClosure::normal || closure.mustUserAct;
+    const bool isRefused = isShut && !m_lines.isReconnecting();
+    endWith(std::move(end), isRefused && !m_turn.actedSinceWords() ? LastRequest::untouched : LastRequest::inDoubt);
 }
 
 // ---- The end
 
 void SessionController::stop(std::string_view reason)
 {
-    if (m_connection.phase == SessionPhase::idle)
+    const auto call = m_reports.enter();
+    if (m_phase == SessionPhase::idle)
         return;
     m_turn.end();
     m_ports.player.stop();
     const bool isEndToCome = m_lines.end(std::string(reason), ConnectionKeeper::Farewell::reported);
     goIdle();
     if (!isEndToCome)
-        m_connection.farewell = m_ports.scheduler.after(
-            std::chrono::milliseconds::zero(), [this, reason = std::string(reason)] { lineEnded(reason); });
+        m_farewell = m_timers.after(std::chrono::milliseconds::zero(),
+            [this, reason = std::string(reason)] { take(line_report::Ended{reason}); });
+}
+
+void SessionController::take(const line_report::Ended& fact)
+{
+    m_ports.log.record("session_ended", {{"reason", fact.reason}});
+    SessionEnd end;
+    end.reason = fact.reason;
+    m_ports.observer.conversationEnded(end);
 }
 
 void SessionController::endWith(SessionEnd end, LastRequest request)
 {
-    if (request == LastRequest::inDoubt && m_turn.isOpen() && m_connection.phase == SessionPhase::active)
+    if (request == LastRequest::inDoubt && m_turn.isOpen() && m_phase == SessionPhase::active)
         end.sentence += " What you asked last may not have been done.";
     end.isFailure = true;
-    end.unsent = m_connection.waitingTyped;
+    end.unsent = m_outbox.waitingTyped();
     m_lines.end(end.reason, ConnectionKeeper::Farewell::silent);
     goIdle();
     m_turn.breakOff();
@@ -351,30 +477,22 @@ void SessionController::endWith(SessionEnd end, LastRequest request)
 
 void SessionController::goIdle()
 {
-    m_listening.idleCheckTimer.cancel();
-    m_listening.bargeInTimer.cancel();
-    m_listening.followThroughTimer.cancel();
-    m_listening.heldChunks.forget();
-    m_listening.ear.closeAfterConversation();
+    m_quiet.end();
+    m_listening.end();
     m_preparation.end();
     m_resting.end();
-    m_heldModes.giveUp();
+    m_modes.giveUp();
     m_desk.cancelAction();
-    clearTarget();
-    m_actions.isConsentPending = false;
-    m_connection.waiting.clear();
-    m_connection.waitingTyped.clear();
-    m_connection.unanswered.clear();
-    m_connection.lostRequests.clear();
-    m_connection.untoldSince.reset();
-    m_connection.isLossTold = false;
+    m_outbox.forget();
+    m_handover.forget();
+    m_isLossTold = false;
     setPhase(SessionPhase::idle);
     announceOnDevice();
 }
 
 void SessionController::setPhase(SessionPhase phase)
 {
-    m_connection.phase = phase;
+    m_phase = phase;
     m_ports.observer.phaseChanged(phase);
 }
 

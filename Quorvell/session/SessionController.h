@@ -4,10 +4,16 @@
 
 #include "Quorvell/loop/EventLog.h"
 #include "Quorvell/loop/Scheduler.h"
+#include "Quorvell/session/SessionReport.h"
+#include "Quorvell/session/briefing/Briefing.h"
 #include "Quorvell/session/connection/ConnectionKeeper.h"
 #include "Quorvell/session/connection/LinePreparation.h"
+#include "Quorvell/session/events/ServiceEvents.h"
 #include "Quorvell/session/hearing/Ear.h"
-#include "Quorvell/session/hearing/HeldSpeech.h"
+#include "Quorvell/session/listening/Listening.h"
+#include "Quorvell/session/outbox/Handover.h"
+#include "Quorvell/session/outbox/Outbox.h"
+#include "Quorvell/session/outbox/ToolAnswers.h"
 #include "Quorvell/session/ports/AudioCapture.h"
 #include "Quorvell/session/ports/AudioPlayer.h"
 #include "Quorvell/session/ports/DozeListener.h"
@@ -16,18 +22,21 @@
 #include "Quorvell/session/ports/LiveMedium.h"
 #include "Quorvell/session/ports/SpeechSynthesiser.h"
 #include "Quorvell/session/ports/UsageStore.h"
+#include "Quorvell/session/queue/ReportQueue.h"
+#include "Quorvell/session/queue/WrappingScheduler.h"
+#include "Quorvell/session/quiet/Announcements.h"
+#include "Quorvell/session/quiet/QuietFacts.h"
+#include "Quorvell/session/quiet/QuietWatch.h"
 #include "Quorvell/session/reports/SessionAudience.h"
 #include "Quorvell/session/reports/SessionUsage.h"
-#include "Quorvell/session/rest/IdleRules.h"
+#include "Quorvell/session/reports/UserNotices.h"
+#include "Quorvell/session/rest/RestCycle.h"
 #include "Quorvell/session/rest/Resting.h"
 #include "Quorvell/session/settings/SessionSettings.h"
-#include "Quorvell/session/tools/HeldModeCalls.h"
+#include "Quorvell/session/tools/HelpModeKeeper.h"
 #include "Quorvell/session/tools/ToolDesk.h"
 #include "Quorvell/session/tools/ToolDispatcher.h"
-#include "Quorvell/session/turn/Announcements.h"
 #include "Quorvell/session/turn/ConversationTurn.h"
-#include "Quorvell/session/turn/SessionEvents.h"
-#include "Quorvell/session/turn/WordlessSpeech.h"
 #include "Quorvell/session/usage/TalkMeter.h"
 #include "QuorvellCore/live/history/TypedMessage.h"
 #include "QuorvellCore/live/prompt/QuorvellPrompt.h"
@@ -38,12 +47,15 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <variant>
 #include <vector>
 
 namespace quorvell {
 
-/// Main thread. All its ports are borrowed and must outlive it.
-class SessionController : private ConnectionKeeper::Owner, private Resting::Owner, private ToolDesk::Owner {
+/// What its parts find out comes to it as values, one after the other (ReportQueue), never while it is doing something
+/// else. Main thread. All its ports are borrowed and must outlive it.
+class SessionController {
 public:
     using MakeLiveConnection = std::function<std::unique_ptr<LiveConnection>(LiveConnectionObserver&, LiveMedium)>;
     using Muting = Ear::Muting;
@@ -66,7 +78,7 @@ public:
     };
 
     SessionController(Ports ports, SessionSettings settings);
-    ~SessionController() override;
+    ~SessionController();
     SessionController(const SessionController&) = delete;
     SessionController& operator=(const SessionController&) = delete;
 
@@ -97,7 +109,7 @@ public:
     void showTarget(std::string currentTarget, std::function<bool()> isStillThere);
     void clearTarget();
     /// An action waits for the user's spoken yes; meanwhile the conversation does not rest.
-    enum class Consent { pending, settled };
+    using Consent = QuietWatch::Consent;
     void noteConsent(Consent consent);
     /// Ends the conversation; the observer hears of the end once the connection is closed.
     void stop(std::string_view reason);
@@ -105,11 +117,11 @@ public:
     /// Carries out one tool call; `reply` is answered exactly once, now or later.
     void runTool(const LiveFunctionCall& call, ToolReply reply);
 
-    SessionPhase phase() const { return m_connection.phase; }
+    SessionPhase phase() const { return m_phase; }
     Doze doze() const { return m_resting.state(); }
     bool isTurnOpen() const { return m_turn.isOpen(); }
-    HelpMode helpMode() const { return m_settings.helpMode; }
-    bool isMuted() const { return m_listening.ear.isMuted(); }
+    HelpMode helpMode() const { return m_modes.mode(); }
+    bool isMuted() const { return m_listening.ear().isMuted(); }
     const SessionUsage& usage() const { return m_meter.usage(); }
     /// What was said on both sides, oldest first.
     const std::deque<LiveHistoryEntry>& conversation() const { return m_turn.conversation().entries(); }
@@ -117,138 +129,85 @@ public:
     ToolDesk& tools() { return m_desk; }
 
 private:
-    static constexpr std::size_t mostWaiting = 64; ///< Messages for a connection that is not there yet.
-    /// After the user's speech, for the service to notice that it was spoken over.
-    static constexpr std::chrono::milliseconds bargeInNotice{2'000};
-
-    struct EventHandler;
-    struct ConnectionState {
-        SessionPhase phase = SessionPhase::idle;
-        std::string sessionID;
-        SessionTime sessionStart{};
-        std::uint64_t firstSerial = 0; ///< Of this conversation's lines; earlier ones belong to the one before.
-        std::vector<LiveMessageText> waiting; ///< Until there is a line that is ready.
-        std::vector<LiveMessageText> unanswered; ///< Of the app, sent in the turn that is open.
-        std::vector<std::string> waitingTyped; ///< The user's words among them.
-        bool isLossTold = false; ///< To the observer, which is to hear of the end of it.
-        std::string lostRequests; ///< Of the turn that a lost line was at.
-        std::string lostReplies; ///< What the user had heard in answer to them.
-        /// The open turn ran over an earlier line and was finished there; the present one is told once it is settled.
-        std::optional<ConversationMemory::Mark> untoldSince{};
-        TimerHandle farewell{};
-    };
-    struct ListeningState {
-        Ear ear;
-        HeldSpeech heldChunks{};
-        bool haveWordsCome = false; ///< Of the speech that began last.
-        SessionTime lastWords{}; ///< When the last piece of words came.
-        WordlessSpeech wordless{};
-        SessionTime lastActivity{};
-        SessionTime lastSpeech{}; ///< When the last chunk of the user's speech came.
-        SessionTime lastCheck{};
-        TimerHandle idleCheckTimer{};
-        TimerHandle bargeInTimer{};
-        TimerHandle followThroughTimer{};
-    };
-    struct ActionState {
-        bool isConsentPending = false;
-        std::string currentTarget; ///< Empty: nothing is highlighted.
-        std::function<bool()> isTargetThere;
-        TimerHandle targetRefreshTimer{};
-    };
-
     // The story of a conversation
     void start(std::vector<std::string> unsent);
     void beginConversation(const std::string& sessionID);
     void greet();
-    void finishWaking();
     void mend();
-    void tellTurnsSince(ConversationMemory::Mark known);
-    void announceIfQuiet();
-    void announceOnDevice();
     enum class LastRequest { inDoubt, untouched }; ///< Whether an open one may have been carried out, or half.
     void endWith(SessionEnd end, LastRequest request = LastRequest::inDoubt);
     void goIdle();
+    void setPhase(SessionPhase phase);
 
-    // Silence and sound
-    void startIdleCheck();
+    // Silence
+    QuietFacts quietFacts() const;
     void checkIdle();
+    void meterTalk();
+    void announceIfQuiet();
+    void announceOnDevice();
+    void stopWhenDayIsUsedUp();
     void restOrStopIfQuiet();
     void dozeIfQuiet();
-    IdleRules idleRules() const;
-    void meterTalk();
-    void stopWhenDayIsUsedUp();
-    std::string dayUsedUpSentence() const;
-    void noteActivity();
-    void hear(const MicrophoneStream::Step& step);
-    void handleSpeechOnset();
-    void speechCut(const std::vector<MicGateOutput>& ending);
-    void speechEnded();
-    void flushHeldChunks();
-    void forgetHeldNoise();
-    void wordsCame(const std::string& words);
-    HeldModeCalls::Words spokenWords() const;
-    void modelReacted();
-    ConversationTurn::Act modelActed();
-    void voiceReacted();
-    void awaitFollowThrough();
-    void followThrough();
-    void targetRefresh();
+    void wakingTookTooLong();
 
-    // What lines report: ConnectionKeeper::Owner
-    LiveSetup liveSetup(const std::optional<std::string>& resumptionHandle) override;
-    ConversationMemory::Mark settledMark() const override { return m_turn.conversation().settledMark(); }
-    bool isQuiet() const override;
-    void lineBecameReady(const ConnectionKeeper::Ready& ready) override;
-    void lineReported(const LiveServerEvent& event) override;
-    void unusedLineBilled(double seconds) override { m_meter.billedBeside(seconds); }
-    void lineWrote(const std::string& text) override;
-    void lineReplyGrew(const std::string& delta) override;
-    void lineDelayed() override;
-    void lineLost(const LiveClosure& closure) override;
-    void linesGivenUp(const LiveClosure& closure) override;
-    void lineEnded(const std::string& reason) override;
-    void handleVoice(const live_event::Audio& sound);
-    void handleInterrupted();
-    void handleServerError(const live_event::ServerError& error);
+    // What the parts report
+    template <typename... Reports> void take(std::variant<Reports...>& report)
+    {
+        std::visit([this](auto& fact) { take(fact); }, report);
+    }
+    void take(const ConnectionFact& fact) { m_lines.take(fact, m_turn.conversation().settledMark()); }
+    void take(const line_report::Ready& ready);
+    void take(const line_report::Event& fact) { m_events.handle(fact.event); }
+    void take(const line_report::Written& reply) { m_events.replyWritten(reply.text); }
+    void take(const line_report::Grew& reply) { m_events.replyGrew(reply.delta); }
+    void take(const line_report::UnusedBilled& bill) { m_meter.billedBeside(bill.seconds); }
+    void take(const line_report::OpeningDue&) { m_lines.openDue(m_briefing.write()); }
+    void take(const line_report::StandbyDue&) { m_lines.openStandby(m_briefing.write()); }
+    void take(const line_report::Delayed&);
+    void take(const line_report::Lost&);
+    void take(const line_report::GivenUp& fact);
+    void take(const line_report::Ended& fact);
+    void take(const rest_report::Onset&) { m_rest.onset(); }
+    void take(const rest_report::Heard& fact) { m_rest.heard(fact.words); }
+    void take(const rest_report::Failed& fact) { m_rest.failed(fact.sentence); }
+    void take(const rest_report::WakingTookTooLong&) { wakingTookTooLong(); }
+    void take(const tool_report::Answered& answer);
+    void take(tool_report::HelpModeAsked& asked) { m_modes.ask(std::move(asked), m_listening.spokenWords()); }
+    void take(tool_report::HelpModeDue& due) { m_modes.judge(std::move(due)); }
+    void take(const tool_report::TakesLong&);
+    void take(const turn_report::Closed& turn);
+    void take(const turn_report::RequestLeft&) { m_listening.followThrough(); }
+    void take(const turn_report::GivenUp&);
+    void take(const listening_report::SpeechCut& cut) { m_listening.speechCut(cut.ending); }
+    void take(const listening_report::RequestMissed&) { m_handover.tellMissed(); }
 
-    // Rest: Resting::Owner
-    void dozeChanged(Doze doze) override;
-    void wakingBegan() override;
-    void onsetAtRest() override;
-    void wordsHeardAtRest(const std::string& words) override;
-    void restFailed(const std::string& sentence) override;
-    void wakingTookTooLong() override;
-
-    // Tools: ToolDesk::Owner
-    void toolAnswered(const ToolDesk::Answer& answer) override;
-    void helpModeAsked(const LiveFunctionCall& call, ToolReply reply) override;
-    void judgeHelpMode(const LiveFunctionCall& call, ToolReply reply);
-    void toolTakesLong() override;
-
-    void deliver(const LiveMessageText& message);
-    void await(LiveMessageText message);
-    void tell(const std::string& event, LiveMessageText::Answer answer);
-    void switchHelpMode(HelpMode mode);
-    void turnClosed();
-    void turnGivenUp();
-    void tellProblem(const std::string& sentence);
     std::string frontApp() const;
-    void setPhase(SessionPhase phase);
 
     Ports m_ports;
     SessionSettings m_settings;
-    ConnectionState m_connection;
+    ReportQueue<SessionReport> m_reports;
+    WrappingScheduler m_timers; ///< All of the session's run inside a call of it.
+    SessionPhase m_phase = SessionPhase::idle;
+    SessionTime m_sessionStart{};
+    bool m_isLossTold = false; ///< To the observer, which is to hear of the end of it.
+    UserNotices m_notices;
     TalkMeter m_meter;
     ConversationTurn m_turn;
     ConnectionKeeper m_lines;
     LinePreparation m_preparation;
     Resting m_resting;
-    ListeningState m_listening;
+    QuietWatch m_quiet;
     Announcements m_announcements;
+    Listening m_listening;
     ToolDesk m_desk;
-    HeldModeCalls m_heldModes; ///< After the desk, which hears of their end.
-    ActionState m_actions;
+    HelpModeKeeper m_modes; ///< After the desk, which hears of the end of what it holds.
+    Outbox m_outbox;
+    Handover m_handover;
+    ToolAnswers m_answers;
+    ServiceEvents m_events;
+    Briefing m_briefing;
+    RestCycle m_rest;
+    TimerHandle m_farewell;
 };
 
 } // namespace quorvell

@@ -7,6 +7,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -25,29 +26,32 @@ public:
         std::string line = wanted.resumptionHandle ? "open with " + *wanted.resumptionHandle : "open";
         for (const Json& tool : wanted.tools)
             line += " " + readString(tool, "name").value_or("?");
-        sent.push_back(line);
+        note(line);
     }
     void sendAudio(std::span<const std::uint8_t> pcm) override
     {
         ++audioChunks;
         audioBytes += static_cast<int>(pcm.size());
+        if (during)
+            during("audio");
     }
-    void sendAudioPause() override { sent.push_back("pause"); }
-    void sendMessage(const LiveMessageText& message) override { sent.push_back("message " + message.text); }
-    void requestAnswer() override { sent.push_back("answer"); }
-    void sendVoiceInstructions(const std::string& text) override { sent.push_back("voice " + text); }
+    void sendAudioPause() override { note("pause"); }
+    void sendMessage(const LiveMessageText& message) override { note("message " + message.text); }
+    void requestAnswer() override { note("answer"); }
+    void sendVoiceInstructions(const std::string& text) override { note("voice " + text); }
     void sendToolResponse(const LiveFunctionResponse& response, LiveResponseScheduling wanted) override
     {
         scheduling = wanted;
-        sent.push_back("tool " + response.id + " " + dumpJson(response.response));
+        note("tool " + response.id + " " + dumpJson(response.response));
     }
-    void dropStale() override { sent.push_back("drop stale"); }
-    void close() override { sent.push_back("close"); }
+    void dropStale() override { note("drop stale"); }
+    void close() override { note("close"); }
 
     void report(const LiveServerEvent& event) { m_observer.liveEventReceived(event); }
     void reportText(const std::string& text) { m_observer.liveReplyWritten(text); }
     void closeWith(const LiveClosure& closure) { m_observer.liveConnectionClosed(closure); }
 
+    std::function<void(const std::string& call)> during; ///< Runs inside each call but `open`, with what is in `sent`.
     LiveSetup setup;
     std::vector<std::string> sent;
     LiveResponseScheduling scheduling = LiveResponseScheduling::whenIdle; ///< Of the last tool response.
@@ -55,6 +59,13 @@ public:
     int audioBytes = 0;
 
 private:
+    void note(const std::string& line)
+    {
+        sent.push_back(line);
+        if (during && !line.starts_with("open"))
+            during(line);
+    }
+
     LiveConnectionObserver& m_observer;
 };
 

@@ -7,8 +7,10 @@
 #include "Quorvell/session/SessionController.h"
 #include "RecordingObserver.h"
 #include "VirtualScheduler.h"
+#include "WrittenLog.h"
 
 #include <cmath>
+#include <functional>
 #include <initializer_list>
 #include <optional>
 #include <string>
@@ -16,13 +18,6 @@
 #include <vector>
 
 namespace quorvell {
-
-class WrittenLog : public EventLog {
-public:
-    void record(std::string_view name, const Json& fields) override { text += std::string(name) + dumpJson(fields); }
-    bool has(std::string_view name) const { return text.find(name) != std::string::npos; }
-    std::string text;
-};
 
 struct SessionBench {
     using Lines = std::vector<std::string>;
@@ -32,6 +27,10 @@ struct SessionBench {
         const auto connections = [this](LiveConnectionObserver& session, LiveMedium) {
             auto made = std::make_unique<FakeLiveConnection>(session);
             before = std::exchange(wire, made.get());
+            made->during = [this, line = made.get()](const std::string& call) {
+                if (during)
+                    during(*line, call);
+            };
             ++connectionsMade;
             return made;
         };
@@ -109,6 +108,7 @@ struct SessionBench {
     std::vector<ToolReply> replies; ///< What tests answer when they like.
     FakeLiveConnection* wire = nullptr; ///< The newest connection.
     FakeLiveConnection* before = nullptr; ///< The one made before it; gone once both have closed.
+    std::function<void(FakeLiveConnection&, const std::string& call)> during; ///< Runs inside each.
     int connectionsMade = 0;
     std::optional<SessionController> controller;
 };

@@ -11,32 +11,27 @@ namespace quorvell {
 /// One connection and what is known of it. Outlives its use until it has closed.
 class ConnectionKeeper::Line : public LiveConnectionObserver {
 public:
-    Line(ConnectionKeeper& keeper, Arrival why)
-        : arrival(why)
-        , m_keeper(keeper)
+    Line(std::uint64_t number, Arrival why, const std::function<void(ConnectionFact)>& heard)
+        : id(number)
+        , arrival(why)
+        , m_heard(heard)
     {
     }
 
-    void liveEventReceived(const LiveServerEvent& event) override { m_keeper.handleEvent(*this, event); }
-    void liveReplyWritten(const std::string& text) override
-    {
-        if (m_keeper.m_live.get() == this)
-            m_keeper.m_ports.owner.lineWrote(text);
-    }
-    void liveReplyGrew(const std::string& delta) override
-    {
-        if (m_keeper.m_live.get() == this)
-            m_keeper.m_ports.owner.lineReplyGrew(delta);
-    }
+    void liveEventReceived(const LiveServerEvent& event) override { m_heard({id, event}); }
+    void liveReplyWritten(const std::string& text) override { m_heard({id, ConnectionFact::Written{text}}); }
+    void liveReplyGrew(const std::string& delta) override { m_heard({id, ConnectionFact::Grew{delta}}); }
     void liveConnectionClosed(const LiveClosure& closure) override
     {
-        if (!std::exchange(isClosed, true))
-            m_keeper.handleClose(*this, closure);
+        if (!std::exchange(hasClosed, true))
+            m_heard({id, closure});
     }
 
+    const std::uint64_t id;
     Arrival arrival;
     bool isReady = false;
-    bool isClosed = false;
+    bool hasClosed = false; ///< It has said so,
+    bool isClosed = false; ///< and the keeper has taken that in.
     std::string sessionID;
     SessionTime connectionStart{};
     ConversationMemory::Mark knows = 0;
@@ -49,7 +44,7 @@ public:
     std::unique_ptr<LiveConnection> connection;
 
 private:
-    ConnectionKeeper& m_keeper;
+    const std::function<void(ConnectionFact)>& m_heard;
 };
 
 ConnectionKeeper::ConnectionKeeper(Ports ports, SessionLimits limits)
@@ -67,19 +62,32 @@ LiveConnection* ConnectionKeeper::ready() const
 
 // ---- Opening
 
-void ConnectionKeeper::open(Arrival arrival)
+void ConnectionKeeper::open(Arrival arrival, const LineBriefing& briefing)
 {
     if (arrival == Arrival::first)
         m_resumption = {};
     m_reconnect = {};
     m_isReconnecting = false;
+    m_due.reset();
     if (m_prepared)
         takePrepared(arrival);
     else
-        openLive(arrival);
+        openLive(arrival, briefing);
 }
 
-void ConnectionKeeper::openLive(Arrival arrival)
+void ConnectionKeeper::openDue(const LineBriefing& briefing)
+{
+    if (const auto arrival = std::exchange(m_due, std::nullopt))
+        openLive(*arrival, briefing);
+}
+
+void ConnectionKeeper::askForOpening(Arrival arrival)
+{
+    m_due = arrival;
+    m_ports.report(line_report::OpeningDue{});
+}
+
+void ConnectionKeeper::openLive(Arrival arrival, const LineBriefing& briefing)
 {
     m_retry.cancel();
     m_rotation = {};
@@ -87,32 +95,35 @@ void ConnectionKeeper::openLive(Arrival arrival)
         retire(std::move(m_live), "lost", Farewell::silent);
     m_live = makeConnection(arrival);
     ++m_serial;
-    openLine(*m_live);
+    openLine(*m_live, briefing);
 }
 
-void ConnectionKeeper::openLine(Line& line)
+void ConnectionKeeper::openLine(Line& line, const LineBriefing& briefing)
 {
-    const auto& handle = m_resumption.resumptionHandle;
-    line.isResumed = handle.has_value();
-    line.knows = handle ? m_resumption.knows : m_ports.owner.settledMark();
-    line.connection->open(m_ports.owner.liveSetup(handle));
+    LiveSetup setup = briefing.setup;
+    setup.resumptionHandle = m_resumption.resumptionHandle;
+    line.isResumed = setup.resumptionHandle.has_value();
+    line.knows = line.isResumed ? m_resumption.knows : briefing.knows;
+    if (line.isResumed)
+        setup.history.clear();
+    line.connection->open(setup);
 }
 
 std::unique_ptr<ConnectionKeeper::Line> ConnectionKeeper::makeConnection(Arrival arrival)
 {
-    auto line = std::make_unique<Line>(*this, arrival);
+    auto line = std::make_unique<Line>(++m_made, arrival, m_ports.heard);
     line->connection = m_ports.connections(*line);
     return line;
 }
 
 // ---- A line that is opened in advance
 
-void ConnectionKeeper::prepare()
+void ConnectionKeeper::prepare(const LineBriefing& briefing)
 {
     if (m_live || m_prepared)
         return;
     m_prepared = makeConnection(Arrival::woken);
-    openLine(*m_prepared);
+    openLine(*m_prepared, briefing);
 }
 
 void ConnectionKeeper::takePrepared(Arrival arrival)
@@ -136,7 +147,7 @@ void ConnectionKeeper::dropPrepared()
         m_resumption = m_prepared->resumption;
     m_prepared->isUnused = true;
     if (m_prepared->billedSeconds > 0)
-        m_ports.owner.unusedLineBilled(m_prepared->billedSeconds);
+        m_ports.report(line_report::UnusedBilled{m_prepared->billedSeconds});
     retire(std::move(m_prepared), "not needed", Farewell::silent);
 }
 
@@ -151,7 +162,7 @@ void ConnectionKeeper::preparedClosed(const LiveClosure& closure)
 void ConnectionKeeper::noteBill(Line& line, double seconds)
 {
     if (line.isUnused && seconds > line.billedSeconds)
-        m_ports.owner.unusedLineBilled(seconds - line.billedSeconds);
+        m_ports.report(line_report::UnusedBilled{seconds - line.billedSeconds});
     line.billedSeconds = seconds;
 }
 
@@ -162,12 +173,38 @@ int ConnectionKeeper::openLines() const
 
 // ---- What lines report
 
-void ConnectionKeeper::handleEvent(Line& line, const LiveServerEvent& event)
+ConnectionKeeper::Line* ConnectionKeeper::lineOf(std::uint64_t id)
+{
+    for (Line* line : {m_live.get(), m_standby.get(), m_prepared.get()})
+        if (line && line->id == id)
+            return line;
+    const auto found = std::ranges::find(m_retired, id, [](const auto& line) { return line->id; });
+    return found == m_retired.end() ? nullptr : found->get();
+}
+
+void ConnectionKeeper::take(const ConnectionFact& fact, ConversationMemory::Mark settled)
+{
+    Line* line = lineOf(fact.line);
+    if (!line)
+        return;
+    if (const auto* event = std::get_if<LiveServerEvent>(&fact.what))
+        return handleEvent(*line, *event, settled);
+    if (const auto* closure = std::get_if<LiveClosure>(&fact.what))
+        return handleClose(*line, *closure);
+    if (line != m_live.get())
+        return;
+    if (const auto* written = std::get_if<ConnectionFact::Written>(&fact.what))
+        m_ports.report(line_report::Written{written->text});
+    if (const auto* grew = std::get_if<ConnectionFact::Grew>(&fact.what))
+        m_ports.report(line_report::Grew{grew->delta});
+}
+
+void ConnectionKeeper::handleEvent(Line& line, const LiveServerEvent& event, ConversationMemory::Mark settled)
 {
     if (const auto* setup = std::get_if<live_event::SetupComplete>(&event))
         return handleSetup(line, setup->sessionID);
     if (const auto* handle = std::get_if<live_event::ResumptionHandle>(&event))
-        return noteHandle(line, handle->handle);
+        return noteHandle(line, handle->handle, settled);
     const bool isForLog = std::holds_alternative<live_event::Diagnostic>(event);
     if (const auto* bill = std::get_if<live_event::BilledSeconds>(&event); bill && m_live.get() != &line)
         return noteBill(line, bill->seconds);
@@ -178,7 +215,7 @@ void ConnectionKeeper::handleEvent(Line& line, const LiveServerEvent& event)
         m_rotation.want("go_away", now);
     if (const auto* usage = std::get_if<live_event::ContextUsage>(&event))
         m_rotation.noteContext(usage->ratio, now, m_limits);
-    m_ports.owner.lineReported(event);
+    m_ports.report(line_report::Event{event});
 }
 
 void ConnectionKeeper::handleSetup(Line& line, const std::string& sessionID)
@@ -198,25 +235,26 @@ void ConnectionKeeper::becomeReady(Line& line, Arrival arrival)
     m_lastLook = m_ports.scheduler.now();
     m_reconnect.connected(m_lastLook);
     m_isReconnecting = false;
-    m_ports.owner.lineBecameReady({arrival, line.sessionID, line.knows});
+    m_ports.report(line_report::Ready{arrival, line.sessionID, line.knows});
 }
 
-void ConnectionKeeper::noteHandle(Line& line, const std::string& handle)
+void ConnectionKeeper::noteHandle(Line& line, const std::string& handle, ConversationMemory::Mark settled)
 {
-    line.resumption = {handle, m_ports.scheduler.now(), m_ports.owner.settledMark()};
+    line.resumption = {handle, m_ports.scheduler.now(), settled};
     if (m_live.get() == &line)
         m_resumption = line.resumption;
 }
 
-void ConnectionKeeper::noteTurnClosed(SessionTime beganAt)
+void ConnectionKeeper::noteTurnClosed(SessionTime beganAt, ConversationMemory::Mark settled)
 {
     // A handle that came in the course of the turn came after the model's part in it: services give none before.
     if (m_resumption.resumptionHandle && m_resumption.at > beganAt)
-        m_resumption.knows = m_ports.owner.settledMark();
+        m_resumption.knows = settled;
 }
 
 void ConnectionKeeper::handleClose(Line& line, const LiveClosure& closure)
 {
+    line.isClosed = true;
     if (m_live.get() == &line)
         return liveClosed(closure);
     if (m_standby.get() == &line)
@@ -224,7 +262,7 @@ void ConnectionKeeper::handleClose(Line& line, const LiveClosure& closure)
     if (m_prepared.get() == &line)
         return preparedClosed(closure);
     if (line.farewell == Farewell::reported)
-        m_ports.owner.lineEnded(line.endReason);
+        m_ports.report(line_report::Ended{line.endReason});
     takeAwayClosedLines();
 }
 
@@ -247,13 +285,13 @@ void ConnectionKeeper::liveClosed(const LiveClosure& closure)
         m_ports.log.record("resumption_refused", Json::object());
         m_resumption = {};
     } else if (arrival == Arrival::first && !closure.retryAfter) {
-        return m_ports.owner.linesGivenUp(closure);
+        return m_ports.report(line_report::GivenUp{closure});
     }
     if (closure.mustUserAct)
-        return m_ports.owner.linesGivenUp(closure);
+        return m_ports.report(line_report::GivenUp{closure});
     m_reconnect.lost(m_ports.scheduler.now(), m_limits);
     if (m_standby && m_standby->isReady) {
-        m_ports.owner.lineLost(closure);
+        m_ports.report(line_report::Lost{});
         return switchToStandby(Arrival::mended);
     }
     reconnect(closure, arrival);
@@ -264,17 +302,17 @@ void ConnectionKeeper::reconnect(const LiveClosure& closure, Arrival arrival)
     const auto usual = m_reconnect.next(m_ports.jitter ? m_ports.jitter() : 0.5, m_limits);
     const SessionTime asked = closure.retryAfter.value_or(SessionTime::zero());
     if (!usual || asked > m_limits.longestRetryAfter)
-        return m_ports.owner.linesGivenUp(closure);
+        return m_ports.report(line_report::GivenUp{closure});
     const SessionTime wait = std::max(*usual, asked);
     m_ports.log.record("reconnecting", {{"attempt", m_reconnect.attempts}, {"after_ms", wait.count()}});
     const bool isFirstAttempt = !std::exchange(m_isReconnecting, true);
-    m_retry = m_ports.scheduler.after(wait, [this, arrival] { openLive(arrival); });
+    m_retry = m_ports.scheduler.after(wait, [this, arrival] { askForOpening(arrival); });
     if (!isFirstAttempt)
         return;
     if (arrival == Arrival::first)
-        m_ports.owner.lineDelayed();
+        m_ports.report(line_report::Delayed{});
     else
-        m_ports.owner.lineLost(closure);
+        m_ports.report(line_report::Lost{});
 }
 
 /// The service has let go of a computer that slept, and the good-bye went past it: nothing will come over the line any
@@ -297,22 +335,22 @@ void ConnectionKeeper::renew(const std::string& why)
         retire(std::move(m_standby), why, Farewell::silent);
     m_reconnect = {};
     m_live->isReady = false;
-    m_ports.owner.lineLost({LiveClosure::abnormal, why});
-    openLive(Arrival::mended);
+    m_ports.report(line_report::Lost{});
+    askForOpening(Arrival::mended);
 }
 
 // ---- A line that is replaced
 
-void ConnectionKeeper::look()
+void ConnectionKeeper::look(Moment moment)
 {
     const SessionTime now = m_ports.scheduler.now();
     const auto elapsed = now - std::exchange(m_lastLook, now);
     if (elapsed > m_limits.sleep)
         return renewAfterSleep(elapsed);
-    rotateIfQuiet();
+    rotateIfQuiet(moment);
 }
 
-void ConnectionKeeper::rotateIfQuiet()
+void ConnectionKeeper::rotateIfQuiet(Moment moment)
 {
     if (!ready())
         return;
@@ -324,15 +362,17 @@ void ConnectionKeeper::rotateIfQuiet()
         m_ports.log.record(
             "rotation_deferred_too_long", {{"cause", m_rotation.cause}, {"standby", m_standby && m_standby->isReady}});
     if (!m_standby && now >= m_standbyNotBefore)
-        openStandby();
-    else if (m_standby && m_standby->isReady && m_ports.owner.isQuiet())
+        m_ports.report(line_report::StandbyDue{});
+    else if (m_standby && m_standby->isReady && moment == Moment::quiet)
         switchToStandby(Arrival::rotated);
 }
 
-void ConnectionKeeper::openStandby()
+void ConnectionKeeper::openStandby(const LineBriefing& briefing)
 {
+    if (m_standby || !ready())
+        return;
     m_standby = makeConnection(Arrival::rotated);
-    openLine(*m_standby);
+    openLine(*m_standby, briefing);
 }
 
 void ConnectionKeeper::standbyClosed(const LiveClosure& closure)
@@ -361,6 +401,7 @@ void ConnectionKeeper::switchToStandby(Arrival arrival)
 bool ConnectionKeeper::end(const std::string& reason, Farewell farewell)
 {
     m_retry.cancel();
+    m_due.reset();
     m_isReconnecting = false;
     m_rotation = {};
     const bool isEndToCome = m_live && !m_live->isClosed && farewell == Farewell::reported;
@@ -380,7 +421,7 @@ void ConnectionKeeper::retire(std::unique_ptr<Line> line, std::string reason, Fa
     Line& retired = *m_retired.back();
     if (retired.isClosed)
         takeAwayClosedLines();
-    else
+    else if (!retired.hasClosed)
         retired.connection->close();
 }
 

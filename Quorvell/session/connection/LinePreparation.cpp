@@ -11,17 +11,18 @@ LinePreparation::LinePreparation(Ports ports, SessionLimits limits)
 {
 }
 
-void LinePreparation::onset()
+bool LinePreparation::onset()
 {
-    if (!m_ports.lines.hasPrepared()) {
-        if (!isAllowed())
-            return;
-        m_unused.push_back(m_ports.scheduler.now());
-        ++m_ports.meter.counts().prepared;
-        m_ports.log.record("connection_prepared", Json::object());
-        m_ports.lines.prepare();
-    }
+    const bool isWanted = !m_ports.lines.hasPrepared();
+    if (isWanted && !isAllowed())
+        return false;
     m_timer = m_ports.scheduler.after(m_limits.preparedFor, [this] { throwAway(); });
+    if (!isWanted)
+        return false;
+    m_unused.push_back(m_ports.scheduler.now());
+    ++m_ports.meter.counts().prepared;
+    m_ports.log.record("connection_prepared", Json::object());
+    return true;
 }
 
 void LinePreparation::used()

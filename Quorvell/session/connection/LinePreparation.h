@@ -27,8 +27,8 @@ public:
     LinePreparation(const LinePreparation&) = delete;
     LinePreparation& operator=(const LinePreparation&) = delete;
 
-    /// Somebody began to speak while the conversation rests.
-    void onset();
+    /// Somebody began to speak while the conversation rests. Whether a line is to be prepared now.
+    [[nodiscard]] bool onset();
     /// The conversation wakes and takes what was prepared, if anything was.
     void used();
     /// The rest is over in another way.

@@ -5,10 +5,8 @@
 
 namespace quorvell {
 
-Resting::Resting(Scheduler& scheduler, DozeListener* listener, Owner& owner, SessionLimits limits)
-    : m_scheduler(scheduler)
-    , m_dozeListener(listener)
-    , m_owner(owner)
+Resting::Resting(Ports ports, SessionLimits limits)
+    : m_ports(std::move(ports))
     , m_limits(limits)
 {
 }
@@ -24,7 +22,7 @@ void Resting::doze()
 {
     if (m_doze != Doze::awake || !canRest())
         return;
-    m_dozedAt = m_scheduler.now();
+    m_dozedAt = m_ports.scheduler.now();
     ++m_dozes;
     setDoze(Doze::dozing);
     listen();
@@ -43,44 +41,37 @@ void Resting::dozeAgain()
 void Resting::listen()
 {
     DozeListener::Reports reports;
-    reports.onset = [this] {
-        if (m_doze == Doze::dozing)
-            m_owner.onsetAtRest();
-    };
-    reports.heard = [this](const std::string& words) { heard(words); };
-    reports.failed = [this](const std::string& sentence) { failed(sentence); };
-    m_dozeListener->start(std::move(reports));
+    reports.onset = [this] { m_ports.report(rest_report::Onset{}); };
+    reports.heard = [this](const std::string& words) { m_ports.report(rest_report::Heard{words}); };
+    reports.failed = [this](const std::string& sentence) { m_ports.report(rest_report::Failed{sentence}); };
+    m_ports.listener->start(std::move(reports));
 }
 
-void Resting::wake()
+bool Resting::wake()
 {
     if (m_doze != Doze::dozing)
-        return;
-    m_dozeListener->stop();
+        return false;
+    m_ports.listener->stop();
     setDoze(Doze::waking);
-    m_wakingLimit = m_scheduler.after(m_limits.waking, [this] {
-        if (m_doze == Doze::waking)
-            m_owner.wakingTookTooLong();
-    });
-    m_owner.wakingBegan();
+    m_wakingLimit =
+        m_ports.scheduler.after(m_limits.waking, [this] { m_ports.report(rest_report::WakingTookTooLong{}); });
+    return true;
 }
 
-void Resting::heard(const std::string& words)
+bool Resting::heard(const std::string& words)
 {
     if (m_doze != Doze::dozing || words.empty())
-        return;
+        return false;
     m_heardWhileDozing = words;
-    m_owner.wordsHeardAtRest(words);
-    wake();
+    return true;
 }
 
-void Resting::failed(const std::string& sentence)
+bool Resting::failed()
 {
     if (m_doze != Doze::dozing)
-        return;
+        return false;
     m_dozeFailed = true;
-    m_owner.restFailed(sentence);
-    wake();
+    return true;
 }
 
 std::string Resting::finishWaking()
@@ -95,7 +86,7 @@ std::string Resting::finishWaking()
 void Resting::end()
 {
     if (m_doze == Doze::dozing)
-        m_dozeListener->stop();
+        m_ports.listener->stop();
     m_wakingLimit.cancel();
     m_heardWhileDozing.clear();
     setDoze(Doze::awake);
@@ -104,13 +95,13 @@ void Resting::end()
 void Resting::captured(std::span<const std::uint8_t> pcm)
 {
     if (m_doze == Doze::dozing)
-        m_dozeListener->captured(pcm);
+        m_ports.listener->captured(pcm);
 }
 
 void Resting::setDoze(Doze doze)
 {
     if (std::exchange(m_doze, doze) != doze)
-        m_owner.dozeChanged(doze);
+        m_ports.observer.restChanged(doze);
 }
 
 } // namespace quorvell

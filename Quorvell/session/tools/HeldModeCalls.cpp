@@ -8,9 +8,9 @@
 
 namespace quorvell {
 
-HeldModeCalls::HeldModeCalls(Scheduler& scheduler, Judge judge)
+HeldModeCalls::HeldModeCalls(Scheduler& scheduler, std::function<void(ToolReport)> report)
     : m_scheduler(scheduler)
-    , m_judge(std::move(judge))
+    , m_report(std::move(report))
 {
 }
 
@@ -20,15 +20,15 @@ void HeldModeCalls::ask(const LiveFunctionCall& call, ToolReply reply, const Wor
     const SessionTime settled = words.last + wordsSettle;
     const bool mayMoreCome = words.areAwaited || (words.last > SessionTime::zero() && now < settled);
     if (!mayMoreCome && m_held.empty())
-        return m_judge(call, std::move(reply));
+        return m_report(tool_report::HelpModeDue{call, std::move(reply)});
     m_held.push_back({call, std::move(reply), now + longestWait});
-    judgeAt(words.areAwaited ? m_held.front().until : settled);
+    waitUntil(words.areAwaited ? m_held.front().until : settled);
 }
 
 void HeldModeCalls::wordsCame()
 {
     if (!m_held.empty())
-        judgeAt(m_scheduler.now() + wordsSettle);
+        waitUntil(m_scheduler.now() + wordsSettle);
 }
 
 void HeldModeCalls::giveUp()
@@ -38,16 +38,16 @@ void HeldModeCalls::giveUp()
         held.reply.fail("No active conversation.");
 }
 
-void HeldModeCalls::judgeAt(SessionTime moment)
+void HeldModeCalls::waitUntil(SessionTime moment)
 {
     const SessionTime due = std::min(moment, m_held.front().until);
-    m_timer = m_scheduler.after(due - m_scheduler.now(), [this] { judgeAll(); });
+    m_timer = m_scheduler.after(due - m_scheduler.now(), [this] { reportAll(); });
 }
 
-void HeldModeCalls::judgeAll()
+void HeldModeCalls::reportAll()
 {
     for (Held& held : std::exchange(m_held, {}))
-        m_judge(held.call, std::move(held.reply));
+        m_report(tool_report::HelpModeDue{std::move(held.call), std::move(held.reply)});
 }
 
 } // namespace quorvell

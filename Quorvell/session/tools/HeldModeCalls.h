@@ -5,6 +5,7 @@
 
 #include "Quorvell/loop/Scheduler.h"
 #include "Quorvell/session/tools/ToolReply.h"
+#include "Quorvell/session/tools/ToolReport.h"
 #include "QuorvellCore/live/wire/vocabulary/LiveFunctionCall.h"
 
 #include <chrono>
@@ -25,11 +26,10 @@ public:
         bool areAwaited = false; ///< The user spoke, and nothing of it has come yet.
         SessionTime last{}; ///< When the last piece of what was spoken came.
     };
-    using Judge = std::function<void(const LiveFunctionCall& call, ToolReply reply)>;
 
-    HeldModeCalls(Scheduler& scheduler, Judge judge);
+    HeldModeCalls(Scheduler& scheduler, std::function<void(ToolReport)> report);
 
-    /// Judged at once where the user's words are complete, later otherwise; never from inside a later call.
+    /// Reports tool_report::HelpModeDue at once where the user's words are complete, later otherwise.
     void ask(const LiveFunctionCall& call, ToolReply reply, const Words& words);
     /// A piece of the user's words has come.
     void wordsCame();
@@ -43,11 +43,11 @@ private:
         SessionTime until{};
     };
 
-    void judgeAt(SessionTime moment);
-    void judgeAll();
+    void waitUntil(SessionTime moment);
+    void reportAll();
 
     Scheduler& m_scheduler;
-    Judge m_judge;
+    std::function<void(ToolReport)> m_report;
     std::vector<Held> m_held; ///< Oldest first.
     TimerHandle m_timer;
 };

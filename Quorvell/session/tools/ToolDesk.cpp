@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace quorvell {
 
@@ -21,7 +22,7 @@ constexpr std::array<std::string_view, 14> screenActions{"click", "type_text", "
 } // namespace
 
 ToolDesk::ToolDesk(Ports ports, SessionLimits limits)
-    : m_ports(ports)
+    : m_ports(std::move(ports))
     , m_limits(limits)
     , m_execution(freshUUID)
     , m_self(std::make_shared<ToolDesk*>(this))
@@ -82,7 +83,8 @@ void ToolDesk::runFor(const LiveFunctionCall& call, std::uint64_t askedBy)
     const bool isTooMuch = m_running.size() >= mostRunning;
     m_running.push_back({key, call});
     if (!m_progressTimer.isSet())
-        m_progressTimer = m_ports.scheduler.every(m_limits.progress, [this] { m_ports.owner.toolTakesLong(); });
+        m_progressTimer =
+            m_ports.scheduler.every(m_limits.progress, [this] { m_ports.report(tool_report::TakesLong{}); });
     ToolReply reply([self = std::weak_ptr(m_self), key](const Json& result) {
         if (const auto desk = self.lock())
             (*desk)->answered(key, result);
@@ -102,7 +104,7 @@ void ToolDesk::run(const LiveFunctionCall& call, ToolReply reply, Conversation c
     if (isScreenAction(call.name))
         return act(call, std::move(reply));
     if (ToolDispatcher::isOfSession(call.name))
-        return m_ports.owner.helpModeAsked(call, std::move(reply));
+        return m_ports.report(tool_report::HelpModeAsked{call, std::move(reply)});
     m_ports.tools.run(call, std::move(reply));
 }
 
@@ -182,12 +184,12 @@ void ToolDesk::answered(const Key& key, const Json& result)
     if (m_running.empty())
         m_progressTimer.cancel();
     const LiveResponseScheduling scheduling = schedulingOf(call);
-    const Answer answer{{std::move(call.call), result}, scheduling, key.first};
+    tool_report::Answered answer{{std::move(call.call), result}, scheduling, key.first};
     m_ports.observer.toolAnswered({key.second, answer.answered.call.name, result});
     m_actionReplies.push_back(answer.answered);
     if (m_actionReplies.size() > keptReplies)
         m_actionReplies.pop_front();
-    m_ports.owner.toolAnswered(answer);
+    m_ports.report(std::move(answer));
 }
 
 LiveResponseScheduling ToolDesk::schedulingOf(const Running& call)

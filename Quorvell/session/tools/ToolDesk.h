@@ -9,6 +9,7 @@
 #include "Quorvell/session/reports/SessionAudience.h"
 #include "Quorvell/session/settings/SessionLimits.h"
 #include "Quorvell/session/tools/ToolDispatcher.h"
+#include "Quorvell/session/tools/ToolReport.h"
 #include "QuorvellCore/automation/ActionExecutionGate.h"
 #include "QuorvellCore/automation/TaskPlan.h"
 #include "QuorvellCore/live/wire/vocabulary/LiveFunctionCall.h"
@@ -16,6 +17,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -29,28 +31,12 @@ class ToolDesk {
 public:
     enum class Conversation { live, none };
 
-    struct Answer {
-        AnsweredCall answered;
-        LiveResponseScheduling scheduling = LiveResponseScheduling::whenIdle;
-        std::uint64_t askedBy = 0; ///< The line that the call came over.
-    };
-
-    class Owner {
-    public:
-        virtual ~Owner() = default;
-        virtual void toolAnswered(const Answer& answer) = 0;
-        /// set_mode, which only the conversation itself can judge.
-        virtual void helpModeAsked(const LiveFunctionCall& call, ToolReply reply) = 0;
-        /// A tool has been running for long.
-        virtual void toolTakesLong() = 0;
-    };
-
     struct Ports {
         Scheduler& scheduler;
         const ToolDispatcher& tools;
         EventLog& log;
         SessionAudience& observer;
-        Owner& owner;
+        std::function<void(ToolReport)> report;
     };
 
     ToolDesk(Ports ports, SessionLimits limits);

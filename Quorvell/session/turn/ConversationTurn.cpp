@@ -270,7 +270,7 @@ void ConversationTurn::complete()
         return noteActivity();
     }
     if (isRequestLeft())
-        return m_ports.requestLeft();
+        return m_ports.report(turn_report::RequestLeft{});
     close(SessionAudience::TurnOutcome::answered);
 }
 
@@ -288,7 +288,7 @@ void ConversationTurn::losePatience()
     if (!m_tracker.isBackendWorking)
         return;
     m_tracker.backendFinished();
-    m_ports.givenUp();
+    m_ports.report(turn_report::GivenUp{});
 }
 
 void ConversationTurn::close(SessionAudience::TurnOutcome outcome)
@@ -300,7 +300,7 @@ void ConversationTurn::close(SessionAudience::TurnOutcome outcome)
     m_tracker.close();
     m_completionTimer.cancel();
     m_patienceTimer.cancel();
-    m_ports.closed();
+    m_ports.report(turn_report::Closed{m_beganAt});
     m_ports.observer.turnCompleted(outcome);
 }
 

@@ -10,6 +10,7 @@
 #include "Quorvell/session/settings/SessionSettings.h"
 #include "Quorvell/session/turn/ConversationMemory.h"
 #include "Quorvell/session/turn/SpokenReply.h"
+#include "Quorvell/session/turn/TurnReport.h"
 #include "Quorvell/session/turn/TurnTracker.h"
 #include "QuorvellCore/live/history/RecentRequests.h"
 #include "QuorvellCore/live/history/Transcript.h"
@@ -26,9 +27,7 @@ public:
         Scheduler& scheduler;
         AudioPlayer& player;
         SessionAudience& observer;
-        std::function<void()> requestLeft; ///< The answer that is over was to an earlier request only.
-        std::function<void()> closed; ///< A turn is over, before the observer hears of it.
-        std::function<void()> givenUp; ///< The model was at it until patience ended, and may be for ever.
+        std::function<void(TurnReport)> report;
     };
 
     ConversationTurn(Ports ports, SessionSettings::Replies replies, std::chrono::milliseconds patience);

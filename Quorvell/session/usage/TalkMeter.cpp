@@ -54,6 +54,14 @@ bool TalkMeter::isDayUsedUp() const
     return m_store && m_dailyMinutes && m_store->secondsToday() >= 60.0 * static_cast<double>(m_dailyMinutes->count());
 }
 
+std::string TalkMeter::usedUpSentence() const
+{
+    const auto minutes = m_dailyMinutes.value_or(std::chrono::minutes(0)).count();
+    return "Today's " + std::to_string(minutes) + (minutes == 1 ? " minute" : " minutes") + " of spoken conversation "
+        + (minutes == 1 ? "is" : "are")
+        + " used up. Go on by typing (quorvell chat), or raise daily_minutes in the settings.";
+}
+
 bool TalkMeter::isNews()
 {
     if (m_told == m_usage)

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstddef>
 #include <optional>
+#include <string>
 
 namespace quorvell {
 
@@ -32,7 +33,8 @@ public:
     void meterTalk(std::chrono::milliseconds open);
 
     bool isDayUsedUp() const;
-    std::chrono::minutes dailyMinutes() const { return m_dailyMinutes.value_or(std::chrono::minutes(0)); }
+    /// For the user.
+    std::string usedUpSentence() const;
     const SessionUsage& usage() const { return m_usage; }
     SessionUsage& counts() { return m_usage; }
     /// Whether the usage has changed since this was asked last.

@@ -3,6 +3,7 @@
 
 #include "RecordingObserver.h"
 #include "VirtualScheduler.h"
+#include "WrittenLog.h"
 
 #include <gtest/gtest.h>
 
@@ -50,7 +51,7 @@ TEST(ToolReply, answersExactlyOnceWhateverHappens)
     EXPECT_NE(errorOf(dropped.results[0]).find("ended without an answer"), std::string::npos);
 }
 
-class ToolDeskTest : public testing::Test, public ToolDesk::Owner {
+class ToolDeskTest : public testing::Test {
 protected:
     void SetUp() override
     {
@@ -60,14 +61,15 @@ protected:
                 replies.push_back(std::move(reply));
             });
     }
-    void toolAnswered(const ToolDesk::Answer& answer) override
+    void take(const tool_report::Answered& answer)
     {
         answered.push_back(
             std::to_string(answer.askedBy) + " " + answer.answered.call.id + " " + dumpJson(answer.answered.result));
         scheduling = answer.scheduling;
     }
-    void helpModeAsked(const LiveFunctionCall&, ToolReply reply) override { reply.answer({{"mode", "asked"}}); }
-    void toolTakesLong() override { ++reminders; }
+    void take(tool_report::HelpModeAsked& asked) { asked.reply.answer({{"mode", "asked"}}); }
+    void take(const tool_report::HelpModeDue&) { FAIL() << "not the desk's to say"; }
+    void take(const tool_report::TakesLong&) { ++reminders; }
 
     void call(const std::string& id, const std::string& name, const Json& args = Json::object(), std::uint64_t line = 1)
     {
@@ -75,20 +77,17 @@ protected:
     }
     Lines answersSince() { return std::exchange(answered, {}); }
 
-    class NoLog : public EventLog {
-    public:
-        void record(std::string_view, const Json&) override { }
-    };
-
     VirtualScheduler scheduler;
-    NoLog log;
+    WrittenLog log;
     RecordingObserver observer;
     ToolRegistry registry;
     ToolDispatcher tools{registry};
     Lines seen;
     Lines answered;
     LiveResponseScheduling scheduling = LiveResponseScheduling::whenIdle;
-    ToolDesk desk{{scheduler, tools, log, observer, *this}, {}};
+    ToolDesk desk{{scheduler, tools, log, observer,
+                      [this](ToolReport report) { std::visit([this](auto& fact) { take(fact); }, report); }},
+        {}};
     std::vector<ToolReply> replies;
     int reminders = 0;
 };

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Quorvell/loop/Scheduler.h"
+#include "Quorvell/session/quiet/QuietFacts.h"
 
 #include <chrono>
 #include <cstddef>
@@ -20,7 +21,8 @@ public:
 
     void add(std::string sentence, SessionTime now);
     bool isEmpty() const { return m_pending.empty(); }
-    bool isUrgent(SessionTime now) const { return !isEmpty() && now - m_pending.front().since > patience; }
+    /// Something waits, and this is the moment to tell it.
+    bool isDue(const QuietFacts& facts, SessionTime now) const;
     /// All that wait, oldest first; nothing waits afterwards.
     std::vector<std::string> take();
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Quorvell/session/turn/Announcements.h"
+#include "Quorvell/session/quiet/Announcements.h"
 
 #include <utility>
 
@@ -10,6 +10,14 @@ void Announcements::add(std::string sentence, SessionTime now)
     m_pending.push_back({std::move(sentence), now});
     if (m_pending.size() > most)
         m_pending.pop_front();
+}
+
+bool Announcements::isDue(const QuietFacts& facts, SessionTime now) const
+{
+    if (isEmpty() || !facts.isConnected)
+        return false;
+    const bool isUrgent = now - m_pending.front().since > patience;
+    return facts.isQuiet() || (isUrgent && !facts.isSpeechAround());
 }
 
 std::vector<std::string> Announcements::take()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Quorvell/session/rest/IdleRules.h"
+#include "Quorvell/session/quiet/IdleRules.h"
 
 namespace quorvell {
 

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/session/outbox/ToolAnswers.h"
+
+#include "Quorvell/session/turn/SessionEvents.h"
+
+#include <nlohmann/json.hpp>
+
+namespace quorvell {
+
+ToolAnswers::ToolAnswers(Ports ports)
+    : m_ports(ports)
+{
+}
+
+void ToolAnswers::give(const tool_report::Answered& answer, Conversation conversation)
+{
+    const auto& [call, result] = answer.answered;
+    const bool isWanted = m_ports.lines.ready() && m_ports.lines.serial() == answer.askedBy;
+    m_ports.log.record(
+        "tool_answered", {{"name", call.name}, {"failed", memberOf(result, "error") != nullptr}, {"sent", isWanted}});
+    m_ports.turn.noteActivity();
+    const bool isToBeTold = answer.scheduling != LiveResponseScheduling::silent;
+    const bool isOfThisConversation = conversation == Conversation::active && answer.askedBy >= m_firstSerial;
+    if (isWanted)
+        m_ports.lines.ready()->sendToolResponse({call.id, call.name, result}, answer.scheduling);
+    else if (isToBeTold && isOfThisConversation && !m_ports.handover.isPending())
+        // Whoever asked is gone. A request that is about to be handed over brings its results along.
+        m_ports.outbox.tell({.text = SessionEvents::lateResult(answer.answered)});
+    else
+        return;
+    if (isToBeTold)
+        m_ports.turn.resultGiven();
+}
+
+} // namespace quorvell

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/session/outbox/Outbox.h"
+
+#include "Quorvell/session/outbox/Handover.h"
+#include "Quorvell/session/outbox/ToolAnswers.h"
+#include "SessionParts.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvell {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+struct OutboxTest : SessionParts, testing::Test { };
+
+TEST_F(OutboxTest, keepsItsMessagesForTheLineThatComes)
+{
+    outbox.send({.text = "one"});
+    outbox.send({.text = "stale", .lateness = LiveMessageText::Lateness::worthless});
+    outbox.sendTyped("hi", {.text = "They typed hi"});
+    outbox.tell({.text = "note", .answer = LiveMessageText::Answer::notWanted});
+    EXPECT_EQ(outbox.waitingTyped(), Lines{"hi"});
+    EXPECT_FALSE(turn.isOpen());
+    connect();
+    outbox.deliverWaiting();
+    EXPECT_EQ(sentSince(), (Lines{"message one", "message They typed hi", "message note"}));
+    EXPECT_TRUE(outbox.isEmpty() && outbox.waitingTyped().empty() && turn.isOpen());
+    outbox.deliverWaiting();
+    outbox.send({.text = "now", .lateness = LiveMessageText::Lateness::worthless, .jpeg = Bytes(3)});
+    EXPECT_EQ(sentSince(), Lines{"message now"});
+    EXPECT_EQ(meter.usage().imagesSent, 1);
+}
+
+TEST_F(OutboxTest, sendsTheAppsOwnMessagesAgainWhereTheirTurnWasNotFinished)
+{
+    connect();
+    outbox.send({.text = "first"});
+    outbox.forgetSent(); // Its turn is over.
+    outbox.send({.text = "second"});
+    outbox.send({.text = "by the way", .answer = LiveMessageText::Answer::notWanted});
+    disconnect();
+    outbox.tell({.text = "third"});
+    outbox.sendAgain();
+    connect();
+    outbox.deliverWaiting();
+    EXPECT_EQ(sentSince(), (Lines{"message second", "message third"}));
+}
+
+TEST_F(OutboxTest, complainsWhenTooMuchWaits)
+{
+    for (std::size_t count = 0; count <= Outbox::mostWaiting; ++count)
+        outbox.tell({.text = "more"});
+    EXPECT_EQ(saidSince().size(), 1U);
+    EXPECT_NE(synthesiser.said.find("too much waits for it already"), std::string::npos);
+    outbox.forget();
+    EXPECT_TRUE(outbox.isEmpty());
+}
+
+TEST_F(OutboxTest, handsOverWhatWasUnfinishedOnceAndToldLaterWhatWasSettledElsewhere)
+{
+    turn.userTyped("buy milk", "buy milk");
+    turn.backendStarted();
+    handover.lineLost();
+    EXPECT_TRUE(handover.isPending());
+    connect();
+    handover.lineMended();
+    EXPECT_FALSE(handover.isPending());
+    EXPECT_TRUE(sentSince().at(0).starts_with("message [Quorvell app event] They said: “buy milk”."));
+    handover.lineMended();
+    EXPECT_TRUE(sentSince().empty()) << "told once; the turn goes on";
+    turn.breakOff();
+    handover.turnClosed();
+    EXPECT_TRUE(sentSince().at(0).starts_with("message [Quorvell app event] This was said meanwhile, and is settled."));
+    handover.turnClosed();
+    EXPECT_TRUE(sentSince().empty());
+}
+
+TEST_F(OutboxTest, givesAToolsAnswerToWhoeverAskedOrToWhoeverIsThere)
+{
+    enum class Told { asEvent, asResult, notAtAll };
+    struct Row {
+        const char* name;
+        int linesAgo; ///< The line that asked.
+        LiveResponseScheduling scheduling;
+        ToolAnswers::Conversation conversation;
+        Told told;
+    };
+    const auto idle = LiveResponseScheduling::whenIdle;
+    const auto silent = LiveResponseScheduling::silent;
+    const auto active = ToolAnswers::Conversation::active;
+    const Row rows[] = {
+        {"it asked", 0, idle, active, Told::asResult},
+        {"it asked and took it back", 0, silent, active, Told::asResult},
+        {"the one before asked", 1, idle, active, Told::asEvent},
+        {"the one before asked and took it back", 1, silent, active, Told::notAtAll},
+        {"the conversation before asked", 2, idle, active, Told::notAtAll},
+        {"the conversation is over", 1, idle, ToolAnswers::Conversation::other, Told::notAtAll},
+    };
+    ToolAnswers given({log, lines, turn, outbox, handover});
+    connect();
+    given.begin();
+    connect();
+    connect();
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const tool_report::Answered answer{{{"c1", "keep_note", Json::object()}, {{"status", "kept"}}}, row.scheduling,
+            lines.serial() - static_cast<std::uint64_t>(row.linesAgo)};
+        given.give(answer, row.conversation);
+        const Lines sent = sentSince();
+        ASSERT_EQ(sent.size(), row.told == Told::notAtAll ? 0U : 1U);
+        if (row.told != Told::notAtAll) {
+            EXPECT_TRUE(sent[0].starts_with(row.told == Told::asResult ? "tool c1" : "message [Quorvell app event] A"));
+        }
+    }
+}
+
+} // namespace
+} // namespace quorvell
