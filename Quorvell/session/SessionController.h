@@ -125,7 +125,6 @@ public:
     const SessionUsage& usage() const { return m_meter.usage(); }
     /// What was said on both sides, oldest first.
     const std::deque<LiveHistoryEntry>& conversation() const { return m_turn.conversation().entries(); }
-    const ConnectionKeeper& lines() const { return m_lines; }
     ToolDesk& tools() { return m_desk; }
 
 private:

@@ -10,6 +10,7 @@
 #include "Quorvell/session/ports/UsageStore.h"
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -60,7 +61,12 @@ private:
 
 class FakeDozeListener : public DozeListener {
 public:
-    void start(Reports wanted) override { reports = std::move(wanted); }
+    void start(Reports wanted) override
+    {
+        reports = std::move(wanted);
+        if (during)
+            during();
+    }
     void captured(std::span<const std::uint8_t> pcm) override { bytes += pcm.size(); }
     void stop() override { reports = {}; }
     bool isListening() const { return reports.heard != nullptr; }
@@ -71,6 +77,7 @@ public:
     void fail(const std::string& sentence) { Reports(reports).failed(sentence); }
 
     Reports reports;
+    std::function<void()> during; ///< Runs inside `start`.
     std::size_t bytes = 0;
 };
 

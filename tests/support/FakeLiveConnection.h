@@ -18,7 +18,9 @@ public:
     explicit FakeLiveConnection(LiveConnectionObserver& observer)
         : m_observer(observer)
     {
+        ++alive;
     }
+    ~FakeLiveConnection() override { --alive; }
 
     void open(const LiveSetup& wanted) override
     {
@@ -52,6 +54,7 @@ public:
     void closeWith(const LiveClosure& closure) { m_observer.liveConnectionClosed(closure); }
 
     std::function<void(const std::string& call)> during; ///< Runs inside each call but `open`, with what is in `sent`.
+    static inline int alive = 0; ///< Those that nobody has let go yet.
     LiveSetup setup;
     std::vector<std::string> sent;
     LiveResponseScheduling scheduling = LiveResponseScheduling::whenIdle; ///< Of the last tool response.

@@ -29,6 +29,23 @@ struct SessionParts {
         wire->sent.clear();
     }
     void disconnect() { lines.end("test", ConnectionKeeper::Farewell::silent); }
+    /// A tone of that loudness (0 to 127), or silence, at the pace of the clock.
+    void sound(std::chrono::milliseconds length, int loudness)
+    {
+        Bytes chunk(MicrophoneStream::chunkBytes);
+        for (std::size_t index = 1; index < chunk.size(); index += 4)
+            chunk[index] = static_cast<std::uint8_t>(loudness);
+        for (; length > std::chrono::milliseconds(0); length -= MicrophoneStream::chunkLength) {
+            listening.captured(chunk);
+            scheduler.advance(MicrophoneStream::chunkLength);
+        }
+    }
+    void speak()
+    {
+        sound(std::chrono::seconds(1), 0);
+        sound(std::chrono::milliseconds(520), 40);
+        sound(std::chrono::seconds(1), 0);
+    }
     Lines sentSince() { return std::exchange(wire->sent, {}); }
     Lines saidSince() { return std::exchange(observer.lines, {}); }
 

@@ -118,6 +118,7 @@ public:
         void dropStale() override { }
         void close() override
         {
+            isUnwanted = true;
             later(m_service.someTime(100), [this] { finish({}); });
         }
 
@@ -134,6 +135,7 @@ public:
 
         bool isOpen = false;
         bool isClosed = false;
+        bool isUnwanted = false; ///< It was told to close.
 
     private:
         static std::set<int> numbersIn(const std::string& text, const char* pattern)
@@ -229,6 +231,13 @@ public:
         int m_toSay = 0; ///< Replies being made or heard.
         int m_acting = 0; ///< Requests it is thinking about.
     };
+
+    /// Connections that the session has neither lost nor closed.
+    std::ptrdiff_t inUse() const
+    {
+        return std::ranges::count_if(
+            connections, [](const Connection* line) { return !line->isClosed && !line->isUnwanted; });
+    }
 
     Scheduler& scheduler;
     std::mt19937& random;

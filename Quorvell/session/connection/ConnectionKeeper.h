@@ -73,16 +73,12 @@ public:
 
     /// The line to talk over; null while there is none that is ready.
     LiveConnection* ready() const;
-    bool hasLine() const { return m_live != nullptr || m_retry.isSet(); }
     bool isReconnecting() const { return m_isReconnecting; }
     /// Tells lines apart: every one that becomes live has a number of its own.
     std::uint64_t serial() const { return m_serial; }
-    const Rotation& rotation() const { return m_rotation; }
-    bool hasStandby() const { return m_standby != nullptr; }
     bool hasPrepared() const { return m_prepared != nullptr; }
     /// So many that the other side holds open for talk.
     int openLines() const;
-    std::size_t retiredLines() const { return m_retired.size(); }
 
 private:
     class Line;

@@ -61,7 +61,7 @@ TEST_F(SessionConnectionTest, aLostConnectionIsMendedAndKnowsWhatWasSaid)
     EXPECT_TRUE(sentSince().empty());
     EXPECT_EQ(saidSince(), (Lines{"reconnecting", "steady"}));
     EXPECT_EQ(controller->usage().reconnections, 1);
-    EXPECT_EQ(controller->lines().retiredLines(), 0U);
+    EXPECT_EQ(FakeLiveConnection::alive, 1);
 }
 
 TEST_F(SessionConnectionTest, whatWasUnderWayIsHandedOver)
@@ -83,31 +83,17 @@ TEST_F(SessionConnectionTest, whatWasUnderWayIsHandedOver)
         {"nothing", nothing, nothing, {}, 0},
         {"words without their sound", words, nothing,
             {"They said: “buy milk”. It wasn't passed on to you, so nothing has been done about it yet."}, 0},
-        {"speech that was not answered", [this] { speak(); }, nothing, {"pause"}, 41},
         {"speech of which some words came back",
             [this, words] {
                 speak();
                 words();
             },
             nothing, {"pause"}, 41},
-        {"speech in the gap", nothing, [this] { speak(); }, {"pause"}, 41},
-        {"typed in the gap", nothing,
-            [this] {
-                controller->submitTyped({{{"hi"}}, true});
-            },
-            {"message [They typed] hi"}, 0},
         {"typed before",
             [this] {
                 controller->submitTyped({{{"hi"}}, true});
             },
             nothing, {"They said: “hi”. It wasn't passed on to you"}, 0},
-        {"the app's own message", [this] { controller->send({.text = "A reminder is due."}); }, nothing,
-            {"message A reminder is due."}, 0},
-        {"worthless when late", nothing,
-            [this] {
-                controller->send({.text = "The screen changed.", .lateness = LiveMessageText::Lateness::worthless});
-            },
-            {}, 0},
         {"a tool that runs", calls, nothing,
             {"They said: “buy milk”. The connection was renewed before that was finished. keep_note {} is still"}, 0},
         {"a tool that answers in the gap", calls,
@@ -152,21 +138,6 @@ TEST_F(SessionConnectionTest, whatWasUnderWayIsHandedOver)
         EXPECT_LE(handedOver().size(), std::max<std::size_t>(1, row.handedOver.size()));
         EXPECT_EQ(wire->audioChunks, row.audioChunks);
     }
-}
-
-TEST_F(SessionConnectionTest, aToolThatAnswersLateIsToldOnceToWhoeverIsThere)
-{
-    begin();
-    wire->report(live_event::InputTranscript{"buy milk"});
-    callTool("c1", "keep_note");
-    loseAndMend();
-    sentSince();
-    replies[0].answer({{"status", "kept"}});
-    const Lines told = handedOver();
-    ASSERT_EQ(told.size(), 1U);
-    EXPECT_TRUE(told[0].starts_with(R"(A call from before the connection was renewed has finished: keep_note {} )"
-                                    R"(answered {"status":"kept"}. Don't call it again)"));
-    EXPECT_EQ(replies.size(), 1U);
 }
 
 TEST_F(SessionConnectionTest, mendingEndsAfterEnoughAttemptsOrWhenTheUserMustAct)
@@ -258,7 +229,7 @@ TEST_F(SessionConnectionTest, afterASleepOfTheComputerTheConnectionIsMadeAnewBef
     scheduler.sleep(1min);
     scheduler.advance(1s);
     EXPECT_EQ(connectionsMade, 3);
-    EXPECT_EQ(controller->lines().retiredLines(), 2U);
+    EXPECT_EQ(FakeLiveConnection::alive, 3);
     sentSince();
     becomeReady();
     EXPECT_TRUE(handedOver().front().starts_with("They said: “buy milk”."));
@@ -290,30 +261,12 @@ TEST_F(SessionConnectionTest, aServiceThatIsStuckIsGivenUpWithTheTurn)
 
 TEST_F(SessionConnectionTest, isReplacedAtAQuietMomentOnceItIsToEnd)
 {
-    struct Row {
-        const char* name;
-        std::function<void()> cause;
-    };
-    const Row rows[] = {
-        {"go away", [this] { wire->report(live_event::GoAway{10s}); }},
-        {"context", [this] { wire->report(live_event::ContextUsage{0.9}); }},
-        {"age",
-            [this] {
-                controller->setMuted(Ear::Muting::muted);
-                for (int minute = 0; minute < 24; ++minute) {
-                    scheduler.advance(1min);
-                    exchange("and", "Yes.");
-                }
-                scheduler.advance(10s);
-                controller->setMuted(Ear::Muting::heard);
-            }},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const LiveServerEvent& cause :
+        {LiveServerEvent(live_event::GoAway{10s}), LiveServerEvent(live_event::ContextUsage{0.9})}) {
         begin();
         exchange("hello", "Hi.");
         const int made = connectionsMade;
-        row.cause();
+        wire->report(cause);
         wire->report(live_event::InputTranscript{"tell me"});
         hearAssistant("A long story.", 70s);
         scheduler.advance(1s);
@@ -334,9 +287,20 @@ TEST_F(SessionConnectionTest, isReplacedAtAQuietMomentOnceItIsToEnd)
         EXPECT_EQ(controller->usage().rotations, 1);
         EXPECT_EQ(saidSince().back(), "turn answered"); // Nobody noticed.
         scheduler.settle();
-        EXPECT_EQ(controller->lines().retiredLines(), 0U);
+        EXPECT_EQ(FakeLiveConnection::alive, 1);
         controller->stop("enough");
     }
+}
+
+TEST_F(SessionConnectionTest, isReplacedAtItsAge)
+{
+    begin();
+    controller->setMuted(Ear::Muting::muted);
+    for (int minute = 0; minute < 25; ++minute) {
+        scheduler.advance(1min);
+        exchange("and", "Yes.");
+    }
+    EXPECT_EQ(connectionsMade, 2);
 }
 
 TEST_F(SessionConnectionTest, theStandbyTakesOverAtOnceWhenTheOtherIsLost)

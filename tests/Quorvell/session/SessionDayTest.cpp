@@ -202,17 +202,16 @@ private:
         const bool isIdle = controller.phase() == SessionPhase::idle;
         const bool isActive = controller.phase() == SessionPhase::active;
         const Doze doze = controller.doze();
-        const ConnectionKeeper& keeper = controller.lines();
+        const auto linesInUse = service.inUse();
         rule("the microphone is open while somebody is to be heard",
             capture.isOpen() == (!isIdle && !controller.isMuted()));
         rule("the device listens at rest only", listener.isListening() == (doze == Doze::dozing));
         rule("only who is active rests", doze == Doze::awake || isActive);
-        rule("there is a line but at rest", keeper.hasLine() == (!isIdle && doze != Doze::dozing));
-        rule("talk needs an active conversation", isActive || !keeper.ready());
-        rule("a standby stands by something", !keeper.hasStandby() || (keeper.hasLine() && doze == Doze::awake));
-        rule("a line is prepared at rest only", !keeper.hasPrepared() || doze == Doze::dozing);
+        rule("who is idle has no line", !isIdle || linesInUse == 0);
+        rule("at rest a line is prepared at most", doze != Doze::dozing || linesInUse <= 1);
+        rule("one line stands by at most", linesInUse <= 2);
         rule("no sound and no reminder is sent twice", service.chunksTwice + service.remindersTwice == 0);
-        rule("connections are let go", service.connections.size() <= 6 && keeper.retiredLines() <= 5);
+        rule("connections are let go", service.connections.size() <= 6);
         rule("nothing grows",
             controller.conversation().size() <= ConversationMemory::most && scheduler.pendingTimers() <= 60);
         if (work.size() > 100)

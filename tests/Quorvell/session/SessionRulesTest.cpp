@@ -3,7 +3,6 @@
 #include "Quorvell/session/connection/ReconnectBackoff.h"
 #include "Quorvell/session/connection/Rotation.h"
 #include "Quorvell/session/hearing/HeldSpeech.h"
-#include "Quorvell/session/quiet/IdleRules.h"
 #include "Quorvell/session/reports/ThoughtSummary.h"
 #include "Quorvell/session/tools/HelpModeSwitch.h"
 #include "Quorvell/session/turn/ConversationMemory.h"
@@ -16,40 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using Lines = std::vector<std::string>;
-
-TEST(IdleRules, eachLimitMustBeExceeded)
-{
-    struct Row {
-        const char* name;
-        IdleRules rules; ///< Without its time.
-        std::chrono::milliseconds limit;
-        IdleRules::Verdict beyond;
-        const char* reason;
-    };
-    const auto stop = IdleRules::Verdict::stop;
-    const Row rows[] = {
-        {"may rest", {{}, Doze::awake, true, false, true}, 15s, IdleRules::Verdict::rest, "quiet for a while"},
-        {"may not rest", {{}, Doze::awake, true, false, false}, 120s, stop, "quiet for a while"},
-        {"highlighted", {{}, Doze::awake, true, true, true}, 240s, stop,
-            "quiet for a while with something highlighted"},
-        {"resting", {{}, Doze::dozing, true, false, false}, 300s, stop, "quiet for a while, resting"},
-        {"nobody listens", {{}, Doze::awake, false, false, true}, 600s, stop, "quiet for a while"},
-        {"nobody listens, highlighted", {{}, Doze::awake, false, true, true}, 600s, stop,
-            "quiet for a while with something highlighted"},
-        {"muted at rest", {{}, Doze::dozing, false, false, false}, 600s, stop, "quiet for a while, resting"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        IdleRules rules = row.rules;
-        rules.quietFor = row.limit - 1ms;
-        EXPECT_EQ(rules.verdict({}), IdleRules::Verdict::goOn);
-        rules.quietFor = row.limit;
-        EXPECT_EQ(rules.verdict({}), IdleRules::Verdict::goOn);
-        rules.quietFor = row.limit + 1ms;
-        EXPECT_EQ(rules.verdict({}), row.beyond);
-        EXPECT_EQ(rules.reason(), row.reason);
-    }
-}
 
 TEST(ReconnectBackoff, countsAfreshOnlyAfterASteadyConnection)
 {
@@ -126,14 +91,10 @@ TEST(HeldSpeech, isGivenOnceToEachConnectionUntilAnswered)
         return std::exchange(given, {});
     };
     held.add(chunk('a'));
-    EXPECT_FALSE(held.isAwaitingAnswer());
     EXPECT_EQ(givenSince(), "a");
-    held.add(chunk('b'));
-    EXPECT_EQ(givenSince(), "b");
-    EXPECT_EQ(givenSince(), "");
     held.connectionLost();
     held.add(MicGateOutput::endMark());
-    EXPECT_EQ(givenSince(), "ab|");
+    EXPECT_EQ(givenSince(), "a|");
     held.add(chunk('c'));
     held.answered(); // What was not given yet is a new request.
     EXPECT_EQ(givenSince(), "c");

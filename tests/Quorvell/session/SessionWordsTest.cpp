@@ -143,16 +143,7 @@ TEST_F(SessionWordsTest, whatTheProgramHasToTellWaitsForAQuietMoment)
     };
     const Row rows[] = {
         {"quiet", nothing, nothing, By::model},
-        {"the user speaks", [this] { sound(520ms, 12000); }, [this] { silence(7s); }, By::modelLater},
         {"the voice sounds", tale, pass(7s), By::modelLater},
-        {"a tool runs for long", [this] { callTool("c1", "keep_note"); }, pass(32s), By::modelLater},
-        {"a consent is pending", [this] { controller->noteConsent(SessionController::Consent::pending); },
-            [this] {
-                scheduler.advance(2s);
-                controller->noteConsent(SessionController::Consent::settled);
-                scheduler.advance(1s);
-            },
-            By::modelLater},
         {"it rests", rest,
             [this] {
                 becomeReady();
@@ -210,20 +201,6 @@ TEST_F(SessionWordsTest, whatTheModelThinksIsShownAndNeverSaid)
     EXPECT_EQ(controller->conversation().size(), 2U);
     controller->submitTyped({{{"thanks"}}, true});
     EXPECT_EQ(saidSince().front(), "thought: ");
-}
-
-TEST_F(SessionWordsTest, wordsThatNobodyTakesUpAreHandedOverOnce)
-{
-    makeActive();
-    wire->report(live_event::InputTranscript{"buy milk"});
-    scheduler.advance(14s);
-    EXPECT_EQ(log.text.find("request_missed"), std::string::npos);
-    scheduler.advance(2s);
-    EXPECT_TRUE(wire->sent.back().starts_with("message [Quorvell app event] They said: “buy milk”."));
-    EXPECT_TRUE(log.has("request_missed"));
-    sentSince();
-    scheduler.advance(40s);
-    EXPECT_TRUE(sentSince().empty());
 }
 
 TEST_F(SessionWordsTest, whatIsSaidWhileAToolRunsIsNotTakenForAnsweredByItsResult)

@@ -78,40 +78,29 @@ TEST_F(OutboxTest, handsOverWhatWasUnfinishedOnceAndToldLaterWhatWasSettledElsew
 
 TEST_F(OutboxTest, givesAToolsAnswerToWhoeverAskedOrToWhoeverIsThere)
 {
-    enum class Told { asEvent, asResult, notAtAll };
+    const std::string event = "message [Quorvell app event] A call from before";
     struct Row {
-        const char* name;
         int linesAgo; ///< The line that asked.
         LiveResponseScheduling scheduling;
-        ToolAnswers::Conversation conversation;
-        Told told;
+        std::string told; ///< How it begins; empty: nothing.
     };
     const auto idle = LiveResponseScheduling::whenIdle;
-    const auto silent = LiveResponseScheduling::silent;
-    const auto active = ToolAnswers::Conversation::active;
-    const Row rows[] = {
-        {"it asked", 0, idle, active, Told::asResult},
-        {"it asked and took it back", 0, silent, active, Told::asResult},
-        {"the one before asked", 1, idle, active, Told::asEvent},
-        {"the one before asked and took it back", 1, silent, active, Told::notAtAll},
-        {"the conversation before asked", 2, idle, active, Told::notAtAll},
-        {"the conversation is over", 1, idle, ToolAnswers::Conversation::other, Told::notAtAll},
-    };
+    const auto silent = LiveResponseScheduling::silent; // It was taken back.
     ToolAnswers given({log, lines, turn, outbox, handover});
     connect();
     given.begin();
     connect();
     connect();
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const Row& row : {Row{0, idle, "tool c1"}, {0, silent, "tool c1"}, {1, idle, event}, {1, silent, ""},
+             {2, idle, ""}}) { // Of the conversation before.
         const tool_report::Answered answer{{{"c1", "keep_note", Json::object()}, {{"status", "kept"}}}, row.scheduling,
             lines.serial() - static_cast<std::uint64_t>(row.linesAgo)};
-        given.give(answer, row.conversation);
+        given.give(answer, ToolAnswers::Conversation::other);
+        EXPECT_EQ(sentSince().size(), row.linesAgo == 0 ? 1U : 0U) << "it is over for all others";
+        given.give(answer, ToolAnswers::Conversation::active);
         const Lines sent = sentSince();
-        ASSERT_EQ(sent.size(), row.told == Told::notAtAll ? 0U : 1U);
-        if (row.told != Told::notAtAll) {
-            EXPECT_TRUE(sent[0].starts_with(row.told == Told::asResult ? "tool c1" : "message [Quorvell app event] A"));
-        }
+        ASSERT_EQ(sent.size(), row.told.empty() ? 0U : 1U);
+        EXPECT_TRUE(sent.empty() || sent[0].starts_with(row.told)) << sent[0];
     }
 }
 

@@ -69,6 +69,8 @@ TEST_F(QuietWatchTest, whatGoesOnDecidesWhetherItRestsOrEnds)
         facts.*row.fact = !(facts.*row.fact);
         watch.noteActivity();
         EXPECT_EQ(endOfQuiet(facts), row.end);
+        EXPECT_EQ(watch.reason(facts),
+            facts.isHighlighted ? "quiet for a while with something highlighted" : "quiet for a while");
     }
     QuietFacts facts = listening();
     watch.noteActivity();
