@@ -4,9 +4,9 @@
 
 #include "QtApplication.h"
 #include "Quorvell/connections/access/HostedAccess.h"
-#include "Quorvell/connections/life/LiveModelSettings.h"
 #include "Quorvell/connections/life/LiveTimeLimits.h"
 #include "Quorvell/connections/life/ServiceExperience.h"
+#include "Quorvell/preferences/LiveModelSettings.h"
 #include "Quorvell/session/ports/LiveSetup.h"
 #include "RecordingLiveObserver.h"
 

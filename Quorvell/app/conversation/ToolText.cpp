@@ -1,43 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/conversation/ToolText.h"
 
+#include "QuorvellCore/live/tools/ToolResult.h"
+#include "QuorvellCore/live/tools/ToolTraits.h"
+#include "QuorvellCore/text/PrintableText.h"
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <array>
-#include <string_view>
+#include <cstdint>
 
 namespace quorvell {
 
 namespace {
-
-/// What a tool answers, and how it is told. The member "count" or the list that is named is put before a plural.
-struct Wording {
-    std::string_view tool; ///< Empty: any.
-    std::string_view status;
-    const char* words; ///< Null: not told.
-    const char* counted = nullptr; ///< What is counted, in the singular.
-    const char* list = nullptr; ///< The member whose length it is, where there is no "count".
-};
-
-constexpr std::array wordings{
-    Wording{"set_reminder", "set", "Reminder set"}, Wording{"set_reminder", "deferred", "Reminder moved"},
-    Wording{"set_reminder", "done", "Reminder done"},
-    Wording{"set_reminder", "reminders", "Reminders looked up", "reminder"}, Wording{"keep_note", "kept", "Note kept"},
-    Wording{"explain", "kept", "Explanation kept"}, Wording{"save_how_to", "kept", "How-to kept"},
-    Wording{"find_in_notebook", "found", "Notebook searched", "note"}, Wording{"read_note", "read", "Note read"},
-    Wording{"open_notebook", "shown", "Shown on the desktop"},
-    Wording{"remember_about_them", "remembered", "Remembered"},
-    Wording{"remember_about_them", "known", "Known already"},
-    Wording{"remember_about_them", "not_remembered", "Not remembered"},
-    Wording{"whats_on", "agenda", "Calendar looked up", "entry"},
-    Wording{"find_free_time", "free", "Free time looked up", "free time", "slots"},
-    Wording{"add_event", "added", "Put in the calendar"}, Wording{"change_event", "changed", "Calendar changed"},
-    Wording{"change_event", "deleted", "Deleted from the calendar"}, Wording{"", "which_time", nullptr},
-    Wording{"", "needs_time", nullptr}, Wording{"", "needs_task", nullptr}, Wording{"", "which_reminder", nullptr},
-    Wording{"", "needs_confirmation", nullptr},
-    Wording{"set_mode", "switched", nullptr}, // Told where every change of the mode is.
-};
 
 std::string plural(std::int64_t count, std::string singular)
 {
@@ -48,19 +23,19 @@ std::string plural(std::int64_t count, std::string singular)
     return (count == 0 ? "no" : std::to_string(count)) + " " + singular + "s";
 }
 
-std::string countOf(const Json& result, const Wording& wording)
+std::string countOf(const ToolResult& result, const ToolOutcome& outcome)
 {
-    const Json* list = wording.list != nullptr ? memberOf(result, wording.list) : nullptr;
+    const Json* list = result.list(outcome.list);
     const auto listed = list != nullptr ? static_cast<std::int64_t>(list->size()) : 0;
-    return plural(readInteger(result, "count").value_or(listed), wording.counted);
+    return plural(readInteger(result.json(), "count").value_or(listed), std::string(outcome.counted));
 }
 
 /// The title, and when: "Call mum, Sunday 22 November at 5 PM, every day".
-std::string subjectOf(const Json& result)
+std::string subjectOf(const ToolResult& result)
 {
     std::string subject;
     const auto add = [&](const char* key, const char* before) {
-        if (const auto text = readString(result, key); text && !text->empty())
+        if (const auto text = result.string(key); text && !text->empty())
             subject += (subject.empty() ? "" : before) + *text;
     };
     for (const char* key : {"task", "title", "fact"})
@@ -71,29 +46,35 @@ std::string subjectOf(const Json& result)
     return subject;
 }
 
+std::string readableName(std::string toolName)
+{
+    std::replace(toolName.begin(), toolName.end(), '_', ' ');
+    return printableLine(toolName);
+}
+
 } // namespace
 
 std::optional<std::string> ToolText::of(const LiveFunctionResponse& response)
 {
-    const Json& result = response.response;
-    const std::string status = readString(result, "status").value_or("");
-    if (memberOf(result, "error") != nullptr || status == "refused")
+    const ToolResult result = ToolResult::of(response.response);
+    if (result.isFailure() || result.status() == ToolStatus::refused)
         return "not done: " + readableName(response.name);
-    const auto* wording = std::find_if(wordings.begin(), wordings.end(), [&](const Wording& known) {
-        return known.status == status && (known.tool.empty() || known.tool == response.name);
-    });
-    if (wording == wordings.end())
-        return "done: " + readableName(response.name);
-    if (wording->words == nullptr)
+    if (asksBack(result.status()))
         return std::nullopt;
-    const std::string told = wording->counted != nullptr ? countOf(result, *wording) : subjectOf(result);
-    return std::string(wording->words) + (told.empty() ? "" : ": " + told);
+    const ToolTraits* tool = ToolTraits::find(response.name);
+    const ToolOutcome* outcome = tool ? tool->outcome(result.status()) : nullptr;
+    if (!outcome)
+        return "done: " + readableName(response.name);
+    if (outcome->words.empty())
+        return std::nullopt;
+    const std::string told = outcome->counted.empty() ? subjectOf(result) : countOf(result, *outcome);
+    return std::string(outcome->words) + (told.empty() ? "" : ": " + told);
 }
 
-std::string ToolText::readableName(std::string toolName)
+std::string ToolText::running(const std::string& toolName)
 {
-    std::replace(toolName.begin(), toolName.end(), '_', ' ');
-    return toolName;
+    const ToolTraits* tool = ToolTraits::find(toolName);
+    return tool ? std::string(tool->running) : readableName(toolName);
 }
 
 } // namespace quorvell

@@ -21,7 +21,7 @@ void WorkNote::thoughtChanged(const ThoughtSummary& thought)
 
 void WorkNote::toolCalled(const LiveFunctionCall& call)
 {
-    m_step = ToolText::readableName(call.name);
+    m_step = ToolText::running(call.name);
 }
 
 void WorkNote::assistantWordsHeard(const std::string&)

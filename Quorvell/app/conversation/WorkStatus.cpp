@@ -57,7 +57,7 @@ void WorkStatus::thoughtChanged(const ThoughtSummary& thought)
 void WorkStatus::toolCalled(const LiveFunctionCall& call)
 {
     workBegan();
-    m_step = ToolText::readableName(call.name);
+    m_step = ToolText::running(call.name);
     tell();
 }
 

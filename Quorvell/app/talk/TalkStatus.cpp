@@ -77,7 +77,7 @@ void TalkStatus::turnCompleted(TurnOutcome)
 
 void TalkStatus::toolCalled(const LiveFunctionCall& call)
 {
-    m_tool = ToolText::readableName(call.name);
+    m_tool = ToolText::running(call.name);
     tell();
 }
 

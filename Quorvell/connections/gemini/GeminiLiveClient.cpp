@@ -3,6 +3,7 @@
 
 #include "Media/audio/SampleBytes.h"
 #include "QuorvellCore/live/prompt/QuorvellPrompt.h"
+#include "QuorvellCore/live/tools/ToolCatalogue.h"
 #include "QuorvellCore/live/wire/gemini/GeminiLiveEndpoint.h"
 #include "QuorvellCore/live/wire/gemini/LiveMessage.h"
 #include "QuorvellCore/live/wire/gemini/LiveServerParser.h"
@@ -40,7 +41,7 @@ Json toolGroups(const Json& offered)
     ToolFlags flags{.tiered = true, .webLookup = true, .connectedApps = true};
     flags.nextStep = std::any_of(offered.begin(), offered.end(), mayNameNextStep);
     Json kept = Json::array();
-    for (const Json& group : QuorvellPrompt::liveTools(flags)) {
+    for (const Json& group : ToolCatalogue::liveTools(flags)) {
         const Json* declarations = memberOf(group, "functionDeclarations");
         for (const Json& tool : declarations ? *declarations : Json::array())
             if (memberNamed(offered, readString(tool, "name").value_or("")))

@@ -2,7 +2,8 @@
 #include "Quorvell/session/tools/ToolDesk.h"
 
 #include "Quorvell/loop/FreshUUID.h"
-#include "QuorvellCore/live/prompt/QuorvellPrompt.h"
+#include "QuorvellCore/live/tools/ToolCatalogue.h"
+#include "QuorvellCore/live/tools/ToolTraits.h"
 
 #include <nlohmann/json.hpp>
 
@@ -12,26 +13,12 @@
 
 namespace quorvell {
 
-namespace {
-
-/// They change something on the screen; the other tools only look, or touch nothing but the notebook and the like.
-constexpr std::array<std::string_view, 14> screenActions{"click", "type_text", "press_key", "scroll", "choose_menu",
-    "choose_option", "open_app", "open_website", "click_at_spot", "drag", "fill_form", "browser_control", "do_steps",
-    "quick_action"};
-
-} // namespace
-
 ToolDesk::ToolDesk(Ports ports, SessionLimits limits)
     : m_ports(std::move(ports))
     , m_limits(limits)
     , m_execution(freshUUID)
     , m_self(std::make_shared<ToolDesk*>(this))
 {
-}
-
-bool ToolDesk::isScreenAction(std::string_view toolName)
-{
-    return std::find(screenActions.begin(), screenActions.end(), toolName) != screenActions.end();
 }
 
 void ToolDesk::begin()
@@ -101,9 +88,10 @@ void ToolDesk::run(const LiveFunctionCall& call, ToolReply reply, Conversation c
     if (call.wasCutOff())
         return reply.fail(ToolDispatcher::cutOffText(call.name));
     takePlan(call);
-    if (isScreenAction(call.name))
+    const ToolTraits* tool = ToolTraits::find(call.name);
+    if (tool && tool->actsOnScreen)
         return act(call, std::move(reply));
-    if (ToolDispatcher::isOfSession(call.name))
+    if (tool && tool->isOfSession)
         return m_ports.report(tool_report::HelpModeAsked{call, std::move(reply)});
     m_ports.tools.run(call, std::move(reply));
 }
@@ -117,12 +105,12 @@ void ToolDesk::takePlan(const LiveFunctionCall& call)
     else if (isOwned && call.name == "update_plan")
         updatePlan(call.args);
     else if (const Json* update = memberOf(call.args, "plan_update");
-             update && QuorvellPrompt::planUpdateTools.contains(call.name))
+             update && ToolCatalogue::planUpdateTools.contains(call.name))
         updatePlan(*update);
     if (m_plan != before)
         m_ports.observer.planChanged(m_plan);
     const Json* next = memberOf(call.args, "then");
-    if (QuorvellPrompt::nextStepTools.contains(call.name))
+    if (ToolCatalogue::nextStepTools.contains(call.name))
         m_nextStep = next ? *next : Json();
 }
 
@@ -196,8 +184,8 @@ LiveResponseScheduling ToolDesk::schedulingOf(const Running& call)
 {
     if (call.isCancelled)
         return LiveResponseScheduling::silent;
-    // A warning does not wait for the end of the sentence.
-    return call.call.name == "flag_scam" ? LiveResponseScheduling::interrupt : LiveResponseScheduling::whenIdle;
+    const ToolTraits* tool = ToolTraits::find(call.call.name);
+    return tool && tool->interrupts ? LiveResponseScheduling::interrupt : LiveResponseScheduling::whenIdle;
 }
 
 std::vector<LiveFunctionCall> ToolDesk::runningCalls() const

@@ -20,7 +20,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -67,8 +66,6 @@ public:
     const Json& nextStep() const { return m_nextStep; }
     /// Checked between their sub-steps by the tools that act.
     ActionExecutionGate& execution() { return m_execution; }
-
-    static bool isScreenAction(std::string_view toolName);
 
 private:
     static constexpr std::size_t rememberedCalls = 256; ///< Against a call that is reported twice.

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/session/tools/ToolDispatcher.h"
 
-#include "QuorvellCore/live/prompt/QuorvellPrompt.h"
+#include "QuorvellCore/live/tools/ToolCatalogue.h"
+#include "QuorvellCore/live/tools/ToolTraits.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace quorvell {
@@ -11,14 +11,8 @@ namespace quorvell {
 ToolDispatcher::ToolDispatcher(const ToolRegistry& registry)
     : m_registry(registry)
     , m_catalogue(
-          QuorvellPrompt::responsesTools({.tiered = true, .webLookup = true, .connectedApps = true, .nextStep = true}))
+          ToolCatalogue::responsesTools({.tiered = true, .webLookup = true, .connectedApps = true, .nextStep = true}))
 {
-}
-
-bool ToolDispatcher::isInCatalogue(std::string_view name) const
-{
-    return std::any_of(
-        m_catalogue.begin(), m_catalogue.end(), [&](const Json& tool) { return readString(tool, "name") == name; });
 }
 
 std::optional<std::string> ToolDispatcher::startUpProblem(const ToolRegistry& registry)
@@ -35,9 +29,12 @@ std::optional<std::string> ToolDispatcher::startUpProblem(const ToolRegistry& re
 Json ToolDispatcher::offeredTools() const
 {
     Json offered = Json::array();
-    for (const Json& tool : m_catalogue)
-        if (const auto name = readString(tool, "name"); name && (isOfSession(*name) || m_registry.has(*name)))
-            offered.push_back(tool);
+    for (const Json& declaration : m_catalogue) {
+        const std::string name = readString(declaration, "name").value_or("");
+        const ToolTraits* tool = ToolTraits::find(name);
+        if ((tool && tool->isOfSession) || m_registry.has(name))
+            offered.push_back(declaration);
+    }
     return offered;
 }
 
@@ -47,7 +44,7 @@ void ToolDispatcher::run(const LiveFunctionCall& call, ToolReply reply) const
         return reply.fail(cutOffText(call.name));
     if (const ToolHandler* owner = m_registry.owner(call.name))
         return (*owner)(call, std::move(reply));
-    if (isInCatalogue(call.name))
+    if (ToolTraits::find(call.name))
         return reply.fail(call.name
             + " is not available in this version of Quorvell, so nothing was done. Say so plainly, and offer what the "
               "other tools can do or how they can do it themselves.");

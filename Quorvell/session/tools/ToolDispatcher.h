@@ -21,15 +21,11 @@ public:
     /// A sentence when a tool has two owners: then nothing may start.
     static std::optional<std::string> startUpProblem(const ToolRegistry& registry);
 
-    /// The declarations of the catalogue that have an owner here, in its order.
+    /// The declarations of the catalogue that somebody carries out here, in its order.
     Json offeredTools() const;
-
-    /// Tools that the conversation itself carries out; they need no owner.
-    static bool isOfSession(std::string_view name) { return name == "set_mode"; }
 
     void run(const LiveFunctionCall& call, ToolReply reply) const;
 
-    bool isInCatalogue(std::string_view name) const;
     bool hasOwner(std::string_view name) const { return m_registry.has(name); }
 
     /// What the model is told about a call whose arguments broke off.

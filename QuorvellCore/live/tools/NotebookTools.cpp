@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The tools of the notebook, the reminders, the calendar and the linked accounts.
-#include "QuorvellCore/live/tools/ToolGroups.h"
+#include "QuorvellCore/live/tools/ToolDeclarations.h"
 #include "QuorvellCore/live/tools/ToolSchema.h"
 
-namespace quorvell::tool_groups {
+namespace quorvell::tool_declarations {
 
 using namespace tool_schema;
 
@@ -148,4 +148,4 @@ Json connectedApps()
     });
 }
 
-} // namespace quorvell::tool_groups
+} // namespace quorvell::tool_declarations

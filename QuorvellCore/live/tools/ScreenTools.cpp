@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The tools that read the screen and act on it.
-#include "QuorvellCore/live/tools/ToolGroups.h"
+#include "QuorvellCore/live/tools/ToolDeclarations.h"
 #include "QuorvellCore/live/tools/ToolSchema.h"
 
-namespace quorvell::tool_groups {
+namespace quorvell::tool_declarations {
 
 using namespace tool_schema;
 
@@ -166,4 +166,4 @@ Json screenActions()
     return all;
 }
 
-} // namespace quorvell::tool_groups
+} // namespace quorvell::tool_declarations

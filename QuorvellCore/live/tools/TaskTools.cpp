@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The tools for whole tasks, for consent and safety, and for showing instead of doing.
-#include "QuorvellCore/live/tools/ToolGroups.h"
+#include "QuorvellCore/live/tools/ToolDeclarations.h"
 #include "QuorvellCore/live/tools/ToolSchema.h"
 
-namespace quorvell::tool_groups {
+namespace quorvell::tool_declarations {
 
 using namespace tool_schema;
 
@@ -94,4 +94,4 @@ Json tasksAndModes()
     return all;
 }
 
-} // namespace quorvell::tool_groups
+} // namespace quorvell::tool_declarations

@@ -2,8 +2,9 @@
 // The tools as the two kinds of backend want them.
 #include "QuorvellCore/live/tools/ToolCatalogue.h"
 
-#include "QuorvellCore/live/tools/ToolGroups.h"
+#include "QuorvellCore/live/tools/ToolDeclarations.h"
 #include "QuorvellCore/live/tools/ToolSchema.h"
+#include "QuorvellCore/live/tools/ToolTable.h"
 #include "QuorvellCore/text/LowerCase.h"
 
 #include <algorithm>
@@ -14,17 +15,56 @@ namespace quorvell {
 
 namespace {
 
-constexpr auto notebookNames = std::to_array<std::string_view>(
-    {"keep_note", "find_in_notebook", "read_note", "explain", "save_how_to", "remember_about_them", "open_notebook",
-        "set_reminder", "whats_on", "find_free_time", "add_event", "change_event"});
-constexpr auto connectedNames = std::to_array<std::string_view>(
-    {"connect_app", "check_connected_apps", "search_connected_tools", "execute_connected_tool"});
-constexpr auto nextStepNames = std::to_array<std::string_view>({"click", "type_text", "press_key", "scroll",
-    "choose_menu", "choose_option", "open_app", "open_website", "click_at_spot", "point_at"});
-constexpr auto planUpdateNames =
-    std::to_array<std::string_view>({"click", "type_text", "press_key", "scroll", "choose_menu", "open_app",
-        "open_website", "read_page", "find_on_page", "choose_option", "fill_form", "browser_control", "wait_for_screen",
-        "look_at_screen", "do_steps", "quick_action", "click_at_spot", "drag", "task_finished", "keep_note"});
+using Condition = bool (*)(const ToolTraits&);
+
+template <Condition holds>
+constexpr auto countWhere = static_cast<std::size_t>(std::count_if(toolTable.begin(), toolTable.end(), holds));
+
+template <Condition holds> constexpr auto namesWhere()
+{
+    std::array<std::string_view, countWhere<holds>> names;
+    auto next = names.begin();
+    for (const ToolTraits& tool : toolTable)
+        if (holds(tool))
+            *next++ = tool.name;
+    return names;
+}
+
+constexpr bool isOfNotebook(const ToolTraits& tool)
+{
+    return tool.group == ToolGroup::notebook;
+}
+
+constexpr bool isOfConnectedApps(const ToolTraits& tool)
+{
+    return tool.group == ToolGroup::connectedApps;
+}
+
+constexpr bool namesNextStep(const ToolTraits& tool)
+{
+    return tool.namesNextStep;
+}
+
+constexpr bool updatesPlan(const ToolTraits& tool)
+{
+    return tool.planPlace > 0;
+}
+
+constexpr auto namesByPlanPlace()
+{
+    std::array<std::string_view, countWhere<updatesPlan>> names;
+    for (const ToolTraits& tool : toolTable)
+        if (updatesPlan(tool))
+            names[tool.planPlace - 1U] = tool.name;
+    return names;
+}
+
+constexpr auto notebookNames = namesWhere<isOfNotebook>();
+constexpr auto connectedNames = namesWhere<isOfConnectedApps>();
+constexpr auto nextStepNames = namesWhere<namesNextStep>();
+constexpr auto planUpdateNames = namesByPlanPlace();
+static_assert(std::none_of(planUpdateNames.begin(), planUpdateNames.end(), [](auto name) { return name.empty(); }),
+    "each place is given once");
 
 Json group(Json declarations)
 {
@@ -33,8 +73,8 @@ Json group(Json declarations)
 
 Json screenGroup()
 {
-    Json all = tool_groups::screenActions();
-    const Json tasks = tool_groups::tasksAndModes();
+    Json all = tool_declarations::screenActions();
+    const Json tasks = tool_declarations::tasksAndModes();
     all.insert(all.end(), tasks.begin(), tasks.end());
     return all;
 }
@@ -47,12 +87,12 @@ void removeProperty(Json& declaration, const char* name)
 
 bool isOffered(const Json& declaration, const ToolFlags& flags)
 {
-    const std::string name = readString(declaration, "name").value_or("");
-    if (name == "do_task")
-        return flags.tiered;
-    if (name == "look_up")
+    const ToolTraits* tool = ToolTraits::find(readString(declaration, "name").value_or(""));
+    if (!tool || (tool->isTiered && !flags.tiered))
+        return false;
+    if (tool->group == ToolGroup::lookUp)
         return flags.webLookup;
-    return flags.connectedApps || !ToolCatalogue::connectedAppToolNames.contains(name);
+    return tool->group != ToolGroup::connectedApps || flags.connectedApps;
 }
 
 /// The declarations of one group that the flags ask for.
@@ -116,19 +156,19 @@ const Json& ToolCatalogue::nextStepProperty()
                                         "this one. It is carried out only if this one worked and the step still fits; "
                                         "otherwise you get the fresh screen. Never a step that needs consent.",
         {required("tool", choice("The tool of that step.", nextStepNames)),
-            required("arguments", tool_groups::stepArguments())});
+            required("arguments", tool_declarations::stepArguments())});
     return property;
 }
 
 const Json& ToolCatalogue::notebookTools()
 {
-    static const Json declarations = tool_groups::notebook();
+    static const Json declarations = tool_declarations::notebook();
     return declarations;
 }
 
 const Json& ToolCatalogue::connectedAppTools()
 {
-    static const Json declarations = tool_groups::connectedApps();
+    static const Json declarations = tool_declarations::connectedApps();
     return declarations;
 }
 

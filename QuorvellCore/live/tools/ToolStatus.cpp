@@ -47,6 +47,12 @@ std::string_view storedText(ToolStatus status)
     return row == table.end() ? std::string_view() : row->text;
 }
 
+bool asksBack(ToolStatus status)
+{
+    return status == ToolStatus::whichTime || status == ToolStatus::needsTime || status == ToolStatus::needsTask
+        || status == ToolStatus::whichReminder || status == ToolStatus::needsConfirmation;
+}
+
 std::optional<ToolStatus> toolStatus(std::string_view stored)
 {
     const auto* row = std::ranges::find(table, stored, &Stored::text);

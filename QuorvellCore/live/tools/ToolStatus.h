@@ -44,6 +44,9 @@ enum class ToolStatus : std::uint8_t {
 /// "which_time" and the like; empty for the first three.
 std::string_view storedText(ToolStatus status);
 
+/// Whether nothing was done yet because something has to be asked first.
+bool asksBack(ToolStatus status);
+
 /// Exactly one of the stored texts, else nothing.
 std::optional<ToolStatus> toolStatus(std::string_view stored);
 

@@ -147,9 +147,9 @@ TEST(WorkStatus, tellsOnlyOfLongWaitsAndMakesRoomForWords)
     EXPECT_EQ(written(), "");
     status.toolCalled({"call_1", "look_up", {}});
     clock.advance(1s);
-    EXPECT_EQ(written(), "\x1b[2mWorking: look up … 2 s (Ctrl+C stops)\x1b[0m");
+    EXPECT_EQ(written(), "\x1b[2mWorking: looking it up on the web … 2 s (Ctrl+C stops)\x1b[0m");
     line.aside([&] { out << "said\n"; });
-    EXPECT_EQ(written(), "\r\x1b[Ksaid\n\x1b[2mWorking: look up … 2 s (Ctrl+C stops)\x1b[0m");
+    EXPECT_EQ(written(), "\r\x1b[Ksaid\n\x1b[2mWorking: looking it up on the web … 2 s (Ctrl+C stops)\x1b[0m");
     ThoughtSummary thought;
     thought.add("**Comparing both**\n");
     status.thoughtChanged(thought);
@@ -216,7 +216,7 @@ TEST(WorkNote, tellsOnceOfALongWait)
             [](SessionObserver& view) {
                 view.toolCalled({"call_1", "look_up", {}});
             },
-            {"still working on it: look up …"}},
+            {"still working on it: looking it up on the web …"}},
         {"an answer is shown", [](SessionObserver& view) { view.assistantSaid("Here."); }, {}},
         {"an answer is spoken", [](SessionObserver& view) { view.assistantWordsHeard("Here"); }, {}},
         {"the turn ends", [](SessionObserver& view) { view.turnCompleted(Outcome::interrupted); }, {}},

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "QuorvellCore/live/prompt/QuorvellPrompt.h"
+#include "QuorvellCore/live/tools/ToolCatalogue.h"
+
+#include "QuorvellCore/live/tools/ToolTraits.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -109,7 +111,7 @@ TEST(ToolCatalogue, declaresEveryToolWithItsArguments)
 {
     std::string signatures;
     std::set<std::string> types;
-    for (const Json& tool : QuorvellPrompt::responsesTools(all)) {
+    for (const Json& tool : ToolCatalogue::responsesTools(all)) {
         signatures += signature(tool);
         EXPECT_EQ(readString(tool, "type"), "function");
         EXPECT_GT(readString(tool, "description").value_or("").size(), 20u);
@@ -125,7 +127,7 @@ TEST(ToolCatalogue, bothFormsHoldTheSameToolsInTheSameOrder)
 {
     std::vector<std::string> names;
     std::set<std::string> types;
-    for (const Json& group : QuorvellPrompt::liveTools(all)) {
+    for (const Json& group : ToolCatalogue::liveTools(all)) {
         for (const Json& declaration : group["functionDeclarations"]) {
             names.push_back(readString(declaration, "name").value_or(""));
             if (const Json* parameters = memberOf(declaration, "parameters")) {
@@ -134,10 +136,10 @@ TEST(ToolCatalogue, bothFormsHoldTheSameToolsInTheSameOrder)
             }
         }
     }
-    EXPECT_EQ(names, namesOf(QuorvellPrompt::responsesTools(all)));
+    EXPECT_EQ(names, namesOf(ToolCatalogue::responsesTools(all)));
     EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), 47u);
     EXPECT_EQ(types, (std::set<std::string>{"ARRAY", "BOOLEAN", "INTEGER", "NUMBER", "OBJECT", "STRING"}));
-    EXPECT_EQ(dumpJson(QuorvellPrompt::liveTools(all)), dumpJson(QuorvellPrompt::tools()));
+    EXPECT_EQ(dumpJson(ToolCatalogue::liveTools(all)), dumpJson(ToolCatalogue::tools()));
 }
 
 TEST(ToolCatalogue, flagsSelect)
@@ -153,14 +155,14 @@ TEST(ToolCatalogue, flagsSelect)
         {"no linked apps", {true, true, false, true},
             {"connect_app", "check_connected_apps", "search_connected_tools", "execute_connected_tool"}},
     };
-    const auto whole = namesOf(QuorvellPrompt::responsesTools(all));
+    const auto whole = namesOf(ToolCatalogue::responsesTools(all));
     for (const Row& row : rows) {
         std::set<std::string> missing(whole.begin(), whole.end());
-        for (const std::string& name : namesOf(QuorvellPrompt::responsesTools(row.flags)))
+        for (const std::string& name : namesOf(ToolCatalogue::responsesTools(row.flags)))
             missing.erase(name);
         EXPECT_EQ(missing, row.missing) << row.name;
     }
-    EXPECT_EQ(QuorvellPrompt::liveTools({}).size(), 3u) << "groups without tools are left out";
+    EXPECT_EQ(ToolCatalogue::liveTools({}).size(), 3u) << "groups without tools are left out";
 }
 
 TEST(ToolCatalogue, extraPropertiesStandWhereTheyAreAccepted)
@@ -168,25 +170,49 @@ TEST(ToolCatalogue, extraPropertiesStandWhereTheyAreAccepted)
     for (const bool nextStep : {true, false}) {
         ToolFlags flags = all;
         flags.nextStep = nextStep;
-        for (const Json& tool : QuorvellPrompt::responsesTools(flags)) {
+        for (const Json& tool : ToolCatalogue::responsesTools(flags)) {
             const std::string name = readString(tool, "name").value_or("");
             const Json& properties = tool["parameters"]["properties"];
-            EXPECT_EQ(properties.contains("plan_update"), QuorvellPrompt::planUpdateTools.contains(name)) << name;
-            EXPECT_EQ(properties.contains("then"), nextStep && QuorvellPrompt::nextStepTools.contains(name)) << name;
+            EXPECT_EQ(properties.contains("plan_update"), ToolCatalogue::planUpdateTools.contains(name)) << name;
+            EXPECT_EQ(properties.contains("then"), nextStep && ToolCatalogue::nextStepTools.contains(name)) << name;
         }
     }
-    EXPECT_EQ(QuorvellPrompt::planUpdateTools.size(), 20u);
-    EXPECT_EQ(QuorvellPrompt::nextStepTools.size(), 10u);
-    EXPECT_TRUE(readString(QuorvellPrompt::nextStepProperty(), "description")
+    EXPECT_EQ(ToolCatalogue::planUpdateTools.size(), 20u);
+    EXPECT_EQ(ToolCatalogue::nextStepTools.size(), 10u);
+    EXPECT_TRUE(readString(ToolCatalogue::nextStepProperty(), "description")
                     .value_or("")
                     .starts_with("Optional, and worth giving whenever you can already tell"));
+}
+
+/// Its order is the order in which models are told about the tools.
+TEST(ToolTraits, nameTheToolsOfTheCatalogue)
+{
+    std::vector<std::string> declared;
+    std::vector<std::string> known;
+    std::uint8_t group = 0;
+    for (const Json& tools : ToolCatalogue::tools()) {
+        for (const Json& declaration : tools["functionDeclarations"]) {
+            const ToolTraits* tool = ToolTraits::find(readString(declaration, "name").value_or(""));
+            ASSERT_TRUE(tool) << declaration;
+            EXPECT_EQ(static_cast<std::uint8_t>(tool->group), group) << tool->name;
+            declared.emplace_back(tool->name);
+        }
+        ++group;
+    }
+    for (const ToolTraits& tool : ToolTraits::all()) {
+        known.emplace_back(tool.name);
+        EXPECT_FALSE(tool.running.empty()) << tool.name;
+        EXPECT_LE(tool.actsOnScreen, tool.changes) << tool.name;
+    }
+    EXPECT_EQ(known, declared);
+    EXPECT_EQ(ToolTraits::find("set_reminders"), nullptr);
 }
 
 TEST(ToolCatalogue, listsFollowTheirNames)
 {
     const auto names = [](const ToolNames& list) { return std::vector<std::string>(list.begin(), list.end()); };
-    EXPECT_EQ(namesOf(QuorvellPrompt::notebookTools()), names(QuorvellPrompt::notebookToolNames));
-    EXPECT_EQ(namesOf(QuorvellPrompt::connectedAppTools()), names(QuorvellPrompt::connectedAppToolNames));
+    EXPECT_EQ(namesOf(ToolCatalogue::notebookTools()), names(ToolCatalogue::notebookToolNames));
+    EXPECT_EQ(namesOf(ToolCatalogue::connectedAppTools()), names(ToolCatalogue::connectedAppToolNames));
 }
 
 TEST(ToolCatalogue, schemasBecomeJSONSchema)
@@ -211,7 +237,7 @@ TEST(ToolCatalogue, schemasBecomeJSONSchema)
     };
     for (const Row& row : rows) {
         const Json schema = parseJson(row.schema).value_or(Json());
-        EXPECT_EQ(dumpJson(QuorvellPrompt::jsonSchema(schema)), row.result) << row.name;
+        EXPECT_EQ(dumpJson(ToolCatalogue::jsonSchema(schema)), row.result) << row.name;
     }
 }
 

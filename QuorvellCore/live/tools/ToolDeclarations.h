@@ -5,7 +5,7 @@
 
 #include "QuorvellCore/text/Json.h"
 
-namespace quorvell::tool_groups {
+namespace quorvell::tool_declarations {
 
 /// What the arguments of any tool that acts on the screen may hold; for steps that name another tool.
 Json stepArguments();
@@ -15,4 +15,4 @@ Json tasksAndModes(); ///< do_task to update_plan, consent, pointing, scams, mod
 Json notebook();
 Json connectedApps();
 
-} // namespace quorvell::tool_groups
+} // namespace quorvell::tool_declarations
