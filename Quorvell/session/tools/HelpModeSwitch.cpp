@@ -37,10 +37,10 @@ HelpModeSwitch HelpModeSwitch::judge(std::optional<std::string_view> wanted, Hel
 {
     const auto mode = wanted ? helpModeNamed(*wanted) : std::nullopt;
     if (!mode)
-        return {std::nullopt, {{"error", "mode must be one of guide, auto and do."}}};
+        return {std::nullopt, ToolResult::failed("mode must be one of guide, auto and do.")};
     if (!useUpRequest(*mode, requests))
-        return {std::nullopt, {{"status", "refused"}, {"message", refusal(current)}}};
-    return {mode, {{"status", "switched"}, {"mode", std::string(nameOf(*mode))}}};
+        return {std::nullopt, ToolResult(ToolStatus::refused).advise(refusal(current))};
+    return {mode, ToolResult(ToolStatus::switched).add("mode", std::string(nameOf(*mode)))};
 }
 
 } // namespace quorvell

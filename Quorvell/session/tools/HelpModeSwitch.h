@@ -4,9 +4,7 @@
 
 #include "QuorvellCore/live/history/RecentRequests.h"
 #include "QuorvellCore/live/prompt/HelpMode.h"
-#include "QuorvellCore/text/Json.h"
-
-#include <nlohmann/json.hpp>
+#include "QuorvellCore/live/tools/ToolResult.h"
 
 #include <optional>
 #include <string_view>
@@ -15,7 +13,7 @@ namespace quorvell {
 
 struct HelpModeSwitch {
     std::optional<HelpMode> mode; ///< The mode from now on; absent when refused.
-    Json answer; ///< For the model.
+    ToolResult answer; ///< For the model.
 
     /// The words that ask for `wanted` are used up by it.
     static HelpModeSwitch judge(std::optional<std::string_view> wanted, HelpMode current, RecentRequests& requests);

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/session/tools/ToolReply.h"
 
-#include <nlohmann/json.hpp>
-
-#include <string>
+#include <string_view>
 #include <utility>
 
 namespace quorvell {
@@ -39,17 +37,17 @@ ToolReply& ToolReply::operator=(ToolReply&& other) noexcept
     return *this;
 }
 
-void ToolReply::answer(const Json& result)
+void ToolReply::answer(const ToolResult& result)
 {
     // Taken first: a sink that drops this reply while it runs must not be answered again.
     if (const Sink sink = std::exchange(m_sink, nullptr))
-        sink(result.is_object() ? result : Json{{"result", result}});
+        sink(result.json());
 }
 
 void ToolReply::fail(std::string_view message)
 {
     if (m_sink)
-        answer(Json{{"error", std::string(message)}});
+        answer(ToolResult::failed(message));
 }
 
 } // namespace quorvell

@@ -2,6 +2,7 @@
 // The right to answer one tool call, exactly once.
 #pragma once
 
+#include "QuorvellCore/live/tools/ToolResult.h"
 #include "QuorvellCore/text/Json.h"
 
 #include <functional>
@@ -21,10 +22,12 @@ public:
     ToolReply(const ToolReply&) = delete;
     ToolReply& operator=(const ToolReply&) = delete;
 
-    /// `result` is a JSON object. A second answer is ignored.
-    void answer(const Json& result);
-    /// {"error": message}
+    /// A second answer is ignored.
+    void answer(const ToolResult& result);
+    /// What somebody else answered, passed on as it is.
+    void answer(const Json& result) { answer(ToolResult::of(result)); }
     void fail(std::string_view message);
+    void fail(ToolFailure failure) { fail(sentenceOf(failure)); }
 
 private:
     Sink m_sink;

@@ -16,24 +16,27 @@ ToolStatus statusOf(const Json& object)
 } // namespace
 
 ToolResult::ToolResult(ToolStatus status)
-    : ToolResult(Json{{"status", storedText(status)}})
+    : ToolResult(status, Json{{"status", storedText(status)}})
 {
 }
 
-ToolResult::ToolResult(Json object)
-    : m_status(statusOf(object))
+ToolResult::ToolResult(ToolStatus status, Json object)
+    : m_status(status)
     , m_json(std::move(object))
 {
 }
 
 ToolResult ToolResult::failed(std::string_view message)
 {
-    return ToolResult(Json{{"error", message}});
+    return {ToolStatus::failed, Json{{"error", message}}};
 }
 
 ToolResult ToolResult::of(Json result)
 {
-    return ToolResult(result.is_object() ? std::move(result) : Json{{"result", std::move(result)}});
+    if (!result.is_object())
+        return {ToolStatus::none, Json{{"result", std::move(result)}}};
+    const ToolStatus status = statusOf(result);
+    return {status, std::move(result)};
 }
 
 std::optional<ToolResult> ToolResult::parse(std::string_view text)
@@ -41,7 +44,7 @@ std::optional<ToolResult> ToolResult::parse(std::string_view text)
     auto json = parseJson(text, {.maximumBytes = longestText});
     if (!json || !json->is_object())
         return std::nullopt;
-    return ToolResult(std::move(*json));
+    return of(std::move(*json));
 }
 
 ToolResult& ToolResult::add(const char* key, Json value)

@@ -26,7 +26,6 @@ public:
     explicit ToolResult(ToolStatus status);
     /// {"error": message}
     static ToolResult failed(std::string_view message);
-    static ToolResult failed(ToolFailure failure) { return failed(sentenceOf(failure)); }
     /// What is no object becomes {"result": ...}.
     static ToolResult of(Json result);
     /// Nothing when the text is too long, malformed or no object.
@@ -45,7 +44,7 @@ public:
     /// Nothing when it did not fail, or for another reason than those that are told apart.
     std::optional<ToolFailure> failure() const;
     /// Empty when there are none.
-    std::string wordsForUser() const { return string("question").value_or(""); }
+    std::string wordsForUser() const { return asksBack(m_status) ? string("question").value_or("") : ""; }
     std::string wordsForModel() const { return string(isFailure() ? "error" : "message").value_or(""); }
 
     /// A member; nothing when it is missing or no text.
@@ -57,7 +56,7 @@ public:
     bool operator==(const ToolResult&) const = default;
 
 private:
-    explicit ToolResult(Json object);
+    ToolResult(ToolStatus status, Json object);
 
     ToolStatus m_status = ToolStatus::none;
     Json m_json; ///< Always an object.

@@ -39,6 +39,7 @@ TEST(ToolResult, readsWhateverComes)
     const Row rows[] = {
         {R"({"status":"which_time","message":"Ask."})", ToolStatus::whichTime, "", "Ask."},
         {R"({"status":"needs_confirmation","question":"Shall I?"})", ToolStatus::needsConfirmation, "Shall I?"},
+        {R"({"status":"read","question":"What is a kettle?"})", ToolStatus::read},
         {R"({"status":"clicked"})", ToolStatus::other},
         {R"({"status":""})", ToolStatus::other},
         {R"({"status":7,"question":{},"message":[]})", ToolStatus::none},
@@ -66,7 +67,7 @@ TEST(ToolResult, failuresThatAreToldApart)
     for (const auto failure :
         {ToolFailure::noReminderWithID, ToolFailure::noReminderWithWords, ToolFailure::noReminderDue}) {
         EXPECT_FALSE(sentenceOf(failure).empty());
-        EXPECT_EQ(ToolResult::parse(dumpJson(ToolResult::failed(failure).json()))->failure(), failure);
+        EXPECT_EQ(ToolResult::parse(dumpJson(ToolResult::failed(sentenceOf(failure)).json()))->failure(), failure);
     }
     ToolResult advice(ToolStatus::refused);
     advice.advise(std::string(sentenceOf(ToolFailure::noReminderDue)));
