@@ -88,11 +88,6 @@ void FullNotebook::restoreVersion(const std::string& id, const NoteVersion& vers
     edit(id, change, std::move(done));
 }
 
-std::vector<Note> FullNotebook::visibleToQuorvell() const
-{
-    return selected([](const Note& note) { return note.isVisibleToQuorvell(); });
-}
-
 std::vector<Note> FullNotebook::keptFacts() const
 {
     return selected(
@@ -109,13 +104,6 @@ void FullNotebook::flash(const std::string& id)
 {
     m_flashed = id;
     announce({{id}, {}});
-}
-
-std::vector<Note> FullNotebook::selected(const std::function<bool(const Note&)>& isWanted) const
-{
-    std::vector<Note> found;
-    std::copy_if(notes().begin(), notes().end(), std::back_inserter(found), isWanted);
-    return found;
 }
 
 } // namespace quorvell

@@ -51,7 +51,6 @@ public:
     /// Brings the text of an earlier version back; the present one goes into the history.
     void restoreVersion(const std::string& id, const NoteVersion& version, NotebookCallback done);
 
-    std::vector<Note> visibleToQuorvell() const;
     std::vector<Note> keptFacts() const; ///< Confirmed ones.
     std::vector<Note> suggestions() const; ///< Facts that the person has not confirmed yet.
 
@@ -60,8 +59,6 @@ public:
     const std::optional<std::string>& flashed() const { return m_flashed; }
 
 private:
-    std::vector<Note> selected(const std::function<bool(const Note&)>& isWanted) const;
-
     std::optional<std::string> m_flashed; ///< An id.
 };
 

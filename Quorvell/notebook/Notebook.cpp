@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/notebook/Notebook.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace quorvell {
@@ -13,6 +15,18 @@ NotebookObservation Notebook::observe(Observer changed)
         if (const auto known = observers.lock())
             known->erase(number);
     });
+}
+
+std::vector<Note> Notebook::visibleToQuorvell() const
+{
+    return selected([](const Note& note) { return note.isVisibleToQuorvell(); });
+}
+
+std::vector<Note> Notebook::selected(const std::function<bool(const Note&)>& isWanted) const
+{
+    std::vector<Note> found;
+    std::copy_if(notes().begin(), notes().end(), std::back_inserter(found), isWanted);
+    return found;
 }
 
 void Notebook::announce(const NotebookChanges& changes) const

@@ -38,6 +38,8 @@ public:
 
     /// Newest `created` first. Valid until the next change.
     virtual const std::vector<Note>& notes() const = 0;
+    /// What the model may read of them.
+    std::vector<Note> visibleToQuorvell() const;
     virtual std::optional<Note> note(const std::string& id) const = 0;
     /// False while another program owns the folder. Only the owner fires reminders.
     virtual bool isOwner() const { return true; }
@@ -49,6 +51,7 @@ public:
     [[nodiscard]] NotebookObservation observe(Observer changed);
 
 protected:
+    std::vector<Note> selected(const std::function<bool(const Note&)>& isWanted) const;
     void announce(const NotebookChanges& changes) const;
 
 private:

@@ -33,20 +33,13 @@ struct Shared {
     std::optional<PendingDeletion> pending;
 };
 
-void addProblems(Json& result, const AgendaReading& reading)
+void addProblems(ToolResult& result, const AgendaReading& reading)
 {
     if (!reading.problems.empty())
-        result["problems"] = reading.problems;
+        result.add("problems", reading.problems);
 }
 
 using SharedPointer = std::shared_ptr<Shared>;
-
-std::vector<Note> visibleNotes(const Shared& shared)
-{
-    std::vector<Note> visible = shared.notebook.notes();
-    std::erase_if(visible, [](const Note& note) { return !note.isVisibleToQuorvell(); });
-    return visible;
-}
 
 void whatsOn(const SharedPointer& shared, const LiveFunctionCall& call, ToolReply reply)
 {
@@ -57,7 +50,8 @@ void whatsOn(const SharedPointer& shared, const LiveFunctionCall& call, ToolRepl
     shared->agenda.read(
         stretch.from, stretch.to, shared->context.calendar, [shared, stretch, answer](const AgendaReading& reading) {
             const EventAnswers answers(shared->context.now(), shared->context.calendar);
-            Json result = answers.agenda(reading.events, visibleNotes(*shared), stretch.from, stretch.to);
+            ToolResult result =
+                answers.agenda(reading.events, shared->notebook.visibleToQuorvell(), stretch.from, stretch.to);
             addProblems(result, reading);
             answer->answer(result);
         });
@@ -86,30 +80,30 @@ void findFreeTime(const SharedPointer& shared, const LiveFunctionCall& call, Too
             Json slots = Json::array();
             for (const FreeTime& free : FreeTime::find(reading.events, wish, shared->context.calendar))
                 slots.push_back(answers.slot(free));
-            Json result = {{"status", "free"}, {"minutes", wish.length.count()}, {"slots", std::move(slots)}};
+            ToolResult result(ToolStatus::free);
+            result.add("minutes", wish.length.count()).add("slots", std::move(slots));
             addProblems(result, reading);
             answer->answer(result);
         });
 }
 
-/// Answers with the event as it stands and with what stands in its way. `head` is how the answer begins.
+/// Answers with the event as it stands and with what stands in its way. `begun` is how the answer begins.
 void answerWithConflicts(
-    const SharedPointer& shared, Json head, const CalendarEvent& event, std::shared_ptr<ToolReply> answer)
+    const SharedPointer& shared, ToolResult begun, const CalendarEvent& event, std::shared_ptr<ToolReply> answer)
 {
     shared->agenda.read(event.start, event.end, shared->context.calendar,
-        [shared, head = std::move(head), event, answer = std::move(answer)](const AgendaReading& reading) {
+        [shared, begun = std::move(begun), event, answer = std::move(answer)](const AgendaReading& reading) {
             const Instant now = shared->context.now();
             const EventAnswers answers(now, shared->context.calendar);
-            Json result = head;
-            result.update(answers.event(event));
-            result["conflicts"] = answers.conflicts(event, reading.events);
-            if (Json reminders = answers.remindersDuring(event, visibleNotes(*shared)); !reminders.empty())
-                result["reminders"] = std::move(reminders);
-            if (event.end <= now) {
-                result["past"] = true;
-                result["message"] = "It is in the calendar, but already past. Say so and ask whether they meant "
-                                    "another day; if so, move it with change_event.";
-            }
+            ToolResult result = begun;
+            result.addAll(answers.event(event)).add("conflicts", answers.conflicts(event, reading.events));
+            if (Json reminders = answers.remindersDuring(event, shared->notebook.visibleToQuorvell());
+                !reminders.empty())
+                result.add("reminders", std::move(reminders));
+            if (event.end <= now)
+                result.add("past", true)
+                    .advise("It is in the calendar, but already past. Say so and ask whether they "
+                            "meant another day; if so, move it with change_event.");
             answer->answer(result);
         });
 }
@@ -120,14 +114,14 @@ void addEvent(const SharedPointer& shared, const LiveFunctionCall& call, ToolRep
     if (!read.problem.empty())
         return reply.fail("Nothing was added: " + read.problem);
     read.draft.uid = shared->context.newUid();
-    Json head = {{"status", "added"}};
+    ToolResult added(ToolStatus::added);
     if (read.draft.repeat)
-        head["repeat_words"] = read.draft.repeat->spoken(shared->context.calendar.locale());
+        added.add("repeat_words", read.draft.repeat->spoken(shared->context.calendar.locale()));
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
     shared->agenda.add(read.draft, shared->context.calendar, shared->context.now(),
-        [shared, head = std::move(head), answer](const AgendaVerdict& verdict) {
+        [shared, added = std::move(added), answer](const AgendaVerdict& verdict) {
             if (verdict.event)
-                answerWithConflicts(shared, head, *verdict.event, answer);
+                answerWithConflicts(shared, added, *verdict.event, answer);
             else
                 answer->fail(verdict.problem);
         });
@@ -145,15 +139,13 @@ void askFirst(const SharedPointer& shared, const CalendarEvent& event, const Pen
 {
     shared->pending = deletion;
     const EventAnswers answers(shared->context.now(), shared->context.calendar);
-    Json result = {{"status", "needs_confirmation"}};
-    result.update(answers.event(event));
-    result["question"] = deletionQuestion(event, deletion.scope, answers);
-    result["message"] = isAgain
-        ? "Nothing is deleted: no clear yes was heard. If they want to keep the event, leave it. "
-          "Otherwise ask the question again and call once more after their yes."
-        : "Nothing is deleted yet. Ask the question, and call again with the same arguments once "
-          "they have said yes.";
-    answer->answer(result);
+    ToolResult result(ToolStatus::needsConfirmation);
+    result.addAll(answers.event(event)).ask(deletionQuestion(event, deletion.scope, answers));
+    answer->answer(
+        result.advise(isAgain ? "Nothing is deleted: no clear yes was heard. If they want to keep the event, leave it. "
+                                "Otherwise ask the question again and call once more after their yes."
+                              : "Nothing is deleted yet. Ask the question, and call again with the same arguments once "
+                                "they have said yes."));
 }
 
 /// What the user themselves said since they were asked, and nothing else, decides.
@@ -182,9 +174,8 @@ void cancelEvent(const SharedPointer& shared, const EventID& id, EventScope scop
             [shared, answer, event = *found.event](const AgendaVerdict& removed) {
                 if (!removed.problem.empty())
                     return answer->fail(removed.problem);
-                Json result = {{"status", "deleted"}};
-                result.update(EventAnswers(shared->context.now(), shared->context.calendar).event(event));
-                answer->answer(result);
+                const EventAnswers later(shared->context.now(), shared->context.calendar);
+                answer->answer(ToolResult(ToolStatus::deleted).addAll(later.event(event)));
             });
     });
 }
@@ -215,7 +206,7 @@ void changeEvent(const SharedPointer& shared, const LiveFunctionCall& call, Tool
             shared->agenda.change(id, scope, read.change, shared->context.calendar, shared->context.now(),
                 [shared, answer](const AgendaVerdict& verdict) {
                     if (verdict.event)
-                        answerWithConflicts(shared, {{"status", "changed"}}, *verdict.event, answer);
+                        answerWithConflicts(shared, ToolResult(ToolStatus::changed), *verdict.event, answer);
                     else
                         answer->fail(verdict.problem);
                 });

@@ -82,7 +82,7 @@ Json EventAnswers::reminder(const Note& note) const
     return entry;
 }
 
-Json EventAnswers::agenda(
+ToolResult EventAnswers::agenda(
     const std::vector<CalendarEvent>& events, const std::vector<Note>& notes, Instant from, Instant to) const
 {
     std::vector<std::pair<Instant, Json>> items;
@@ -105,7 +105,7 @@ Json EventAnswers::agenda(
     for (auto& [moment, entry] : items)
         if (shown.size() < mostItems)
             shown.push_back(std::move(entry));
-    return {{"status", "agenda"}, {"count", items.size()}, {"items", std::move(shown)}};
+    return ToolResult(ToolStatus::agenda).add("count", items.size()).add("items", std::move(shown));
 }
 
 Json EventAnswers::remindersDuring(const CalendarEvent& event, const std::vector<Note>& notes) const

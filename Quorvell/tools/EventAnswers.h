@@ -4,6 +4,7 @@
 
 #include "Quorvell/agenda/CalendarEvent.h"
 #include "Quorvell/agenda/FreeTime.h"
+#include "QuorvellCore/live/tools/ToolResult.h"
 #include "QuorvellCore/notebook/Note.h"
 #include "QuorvellCore/reminders/Calendar.h"
 #include "QuorvellCore/text/Json.h"
@@ -29,7 +30,7 @@ public:
     Json slot(const FreeTime& free) const;
 
     /// Events and the pending reminders of that stretch in the order of their times; what is overdue counts as now.
-    Json agenda(
+    ToolResult agenda(
         const std::vector<CalendarEvent>& events, const std::vector<Note>& notes, Instant from, Instant to) const;
 
     /// Those that take time while this one does.

@@ -54,7 +54,7 @@ void FactTool::call(const LiveFunctionCall& call, ToolReply reply)
     if (const std::string problem = privateFactProblem(fact); !problem.empty())
         return reply.fail(problem);
     if (const Note* const known = knownFact(m_notebook, fact))
-        return reply.answer({{"status", "known"}, {"id", known->id}, {"fact", known->title}});
+        return reply.answer(ToolResult(ToolStatus::known).add("id", known->id).add("fact", known->title));
     if (TextMatch::normalized(fact) != m_asked) {
         m_asked = TextMatch::normalized(fact);
         m_askedAt = m_context.now();
@@ -64,10 +64,11 @@ void FactTool::call(const LiveFunctionCall& call, ToolReply reply)
 
 void FactTool::ask(const std::string& fact, ToolReply reply)
 {
-    reply.answer({{"status", "needs_confirmation"}, {"fact", fact}, {"question", questionAbout(fact)},
-        {"message",
-            "Nothing is kept yet. Ask the question; when they have answered, call remember_about_them again with the "
-            "same fact."}});
+    ToolResult result(ToolStatus::needsConfirmation);
+    result.add("fact", fact).ask(questionAbout(fact));
+    result.advise("Nothing is kept yet. Ask the question; when they have answered, call remember_about_them again with "
+                  "the same fact.");
+    reply.answer(result);
 }
 
 /// By what the user has said since the question, and nothing that the model says of it.
@@ -79,14 +80,16 @@ void FactTool::settle(const std::string& fact, ToolReply reply)
     m_asked.clear();
     if (SpokenConsent::agreesTo(questionAbout(fact), *heard))
         return keep(fact, std::move(reply));
-    reply.answer({{"status", "not_remembered"}, {"fact", fact},
-        {"message", "They did not clearly say yes, so nothing was kept. Let it be unless they come back to it."}});
+    reply.answer(
+        ToolResult(ToolStatus::notRemembered)
+            .add("fact", fact)
+            .advise("They did not clearly say yes, so nothing was kept. Let it be unless they come back to it."));
 }
 
 void FactTool::keep(const std::string& fact, ToolReply reply)
 {
     const std::string id = m_context.newID();
-    const Json remembered = {{"status", "remembered"}, {"id", id}, {"fact", fact}};
+    const ToolResult remembered = ToolResult(ToolStatus::remembered).add("id", id).add("fact", fact);
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
     const auto done = [answer, remembered](const NotebookVerdict& verdict) {
         if (verdict.isStored)

@@ -144,7 +144,7 @@ NoteRequest howToOf(const LiveFunctionCall& call, const NotebookToolContext& con
 /// Tells the model what became of it.
 NotebookCallback answering(ToolReply reply, const Note& note)
 {
-    const Json kept = {{"status", "kept"}, {"id", note.id}, {"title", note.title}};
+    const ToolResult kept = ToolResult(ToolStatus::kept).add("id", note.id).add("title", note.title);
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
     return [answer, kept](const NotebookVerdict& verdict) {
         if (verdict.isStored)

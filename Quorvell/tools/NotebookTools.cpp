@@ -82,8 +82,9 @@ void findInNotebook(const FullNotebook& notebook, const std::shared_ptr<const No
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
     context->search->find({.words = *query, .kind = kind, .limit = requestedLimit(call)},
         [&notebook, context, answer](const NotesFound& found) {
-            answer->answer(
-                {{"status", "found"}, {"count", found.count}, {"notes", shownHits(notebook, *context, found)}});
+            answer->answer(ToolResult(ToolStatus::found)
+                               .add("count", found.count)
+                               .add("notes", shownHits(notebook, *context, found)));
         });
 }
 
@@ -103,8 +104,7 @@ void readNote(const FullNotebook& notebook, NoteUse& use, const NotebookToolCont
         return reply.fail(noSuchNote);
     const std::string text = repairUtf8(note->plainText());
     const std::string start = firstCharacters(text, maximumTextRead);
-    Json shown = {{"status", "read"}};
-    shown.update(described(*note));
+    Json shown = described(*note);
     shown["text"] = start;
     addDates(shown, *note, context);
     if (note->question)
@@ -115,7 +115,7 @@ void readNote(const FullNotebook& notebook, NoteUse& use, const NotebookToolCont
         shown["thread"] = shownThread(note->thread);
     if (start.size() < text.size())
         shown["truncated"] = true;
-    reply.answer(shown);
+    reply.answer(ToolResult(ToolStatus::read).addAll(shown));
     use.used(*note);
 }
 
@@ -133,11 +133,10 @@ void openNotebook(
     context.show(*path, [&notebook, answer, note](const std::string& problem) {
         if (!problem.empty())
             return answer->fail(problem);
-        Json shown = {{"status", "shown"}};
+        ToolResult shown(ToolStatus::shown);
         if (note) {
             notebook.flash(note->id);
-            shown["id"] = note->id;
-            shown["title"] = note->title;
+            shown.add("id", note->id).add("title", note->title);
         }
         answer->answer(shown);
     });

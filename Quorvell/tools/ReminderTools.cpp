@@ -64,10 +64,9 @@ private:
             return carryOut(meant.front());
         if (meant.size() > 1)
             return m_reply.answer(m_answers.whichReminder(meant));
-        m_reply.fail(!id.empty() ? "Nothing was changed: no pending reminder has that id. Call set_reminder with list."
-                : words.empty()  ? "Nothing was changed: no reminder is due. Call set_reminder with list and ask which."
-                                 : "Nothing was changed: no pending reminder has these words. Call set_reminder with "
-                                   "list and ask which.");
+        m_reply.fail(!id.empty() ? ToolFailure::noReminderWithID
+                : words.empty()  ? ToolFailure::noReminderDue
+                                 : ToolFailure::noReminderWithWords);
     }
 
     void finish(const Note& note)

@@ -133,8 +133,7 @@ void runAgenda(const AgendaRequest& request, Agenda& agenda, std::vector<Note> n
                     for (const Json& slot : items)
                         out << text(slot, "when") << std::endl;
             } else {
-                const Json whole = answers.agenda(reading.events, notes, stretch.from, stretch.to);
-                items = *memberOf(whole, "items");
+                items = *answers.agenda(reading.events, notes, stretch.from, stretch.to).list("items");
             }
             if (request.asJson || request.action != AgendaRequest::Action::free)
                 printItems(items, request.asJson, out);
