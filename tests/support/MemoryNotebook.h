@@ -1,17 +1,18 @@
 // SPDX-License-Identifier: MIT
-// A notebook without a disk: changes are stored at once, or refused when the test says so.
+// A notebook without a disk: changes are stored at once, or later, or refused when the test says so.
 #pragma once
 
-#include "Quorvell/notebook/Notebook.h"
+#include "Quorvell/notebook/FullNotebook.h"
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace quorvell {
 
-class MemoryNotebook : public Notebook {
+class MemoryNotebook : public FullNotebook {
 public:
     const std::vector<Note>& notes() const override { return list; }
     std::optional<Note> note(const std::string& id) const override
@@ -24,19 +25,49 @@ public:
     {
         if (refusal.empty())
             list.insert(list.begin(), std::move(note));
-        done({refusal.empty(), refusal});
+        finish(std::move(done));
     }
     void update(const std::string& id, std::function<void(Note&)> change, NotebookCallback done) override
     {
         for (Note& note : list)
             if (note.id == id && refusal.empty())
                 change(note);
-        done({refusal.empty(), refusal});
+        finish(std::move(done));
+    }
+    void edit(const std::string&, Change, NotebookCallback) override { }
+    void delete_(const std::string&, NotebookCallback) override { }
+    void forgetAll(NotebookCallback) override { }
+    void savePicture(const std::string&, std::string, NotebookCallback) override { }
+    void history(const std::string&, HistoryCallback) override { }
+    void moveNotebook(const std::string&, NotebookCallback) override { }
+    const std::string& folder() const override { return path; }
+    std::optional<std::string> fileURL(const std::string& id) const override
+    {
+        return note(id) ? std::optional(path + "/" + id + ".md") : std::nullopt;
+    }
+
+    enum class Durability { atOnce, later };
+    /// All that was written so far becomes durable.
+    void settle()
+    {
+        for (const auto& finished : std::exchange(waiting, {}))
+            finished();
     }
 
     std::vector<Note> list;
+    std::string path = "/notes";
     std::string refusal;
     bool owner = true;
+    Durability durability = Durability::atOnce;
+    std::vector<std::function<void()>> waiting; ///< Answers to writes that are not durable yet.
+
+private:
+    void finish(NotebookCallback done)
+    {
+        waiting.push_back([this, done = std::move(done)] { done({refusal.empty(), refusal}); });
+        if (durability == Durability::atOnce)
+            settle();
+    }
 };
 
 } // namespace quorvell

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/tools/NotebookTools.h"
 
+#include "MemoryNotebook.h"
 #include "PostScheduler.h"
 #include "Quorvell/tools/NotebookDigest.h"
 #include "Quorvell/tools/PrivateFacts.h"
@@ -15,51 +16,6 @@ using namespace std::chrono_literals;
 
 constexpr Instant monday = std::chrono::sys_days(std::chrono::year(2026) / 11 / 16) + 17h;
 
-class NotesInMemory final : public FullNotebook {
-public:
-    const std::vector<Note>& notes() const override { return list; }
-    std::optional<Note> note(const std::string& id) const override
-    {
-        const auto found = std::find_if(list.begin(), list.end(), [&id](const Note& note) { return note.id == id; });
-        return found == list.end() ? std::nullopt : std::optional(*found);
-    }
-    void add(Note note, NotebookCallback done) override
-    {
-        if (problem.empty())
-            list.insert(list.begin(), std::move(note));
-        finish(std::move(done));
-    }
-    void update(const std::string& id, Change change, NotebookCallback done) override
-    {
-        for (Note& note : list)
-            if (note.id == id)
-                change(note);
-        finish(std::move(done));
-    }
-    void edit(const std::string&, Change, NotebookCallback) override { }
-    void delete_(const std::string&, NotebookCallback) override { }
-    void forgetAll(NotebookCallback) override { }
-    void savePicture(const std::string&, std::string, NotebookCallback) override { }
-    void history(const std::string&, HistoryCallback) override { }
-    void moveNotebook(const std::string&, NotebookCallback) override { }
-    const std::string& folder() const override { return path; }
-    std::optional<std::string> fileURL(const std::string& id) const override
-    {
-        return note(id) ? std::optional(path + "/" + id + ".md") : std::nullopt;
-    }
-
-    std::vector<Note> list;
-    std::string path = "/notes";
-    std::string problem;
-    std::vector<std::function<void()>> waiting; ///< Answers to writes that are not durable yet.
-
-private:
-    void finish(NotebookCallback done)
-    {
-        waiting.push_back([this, done = std::move(done)] { done({.isStored = problem.empty(), .problem = problem}); });
-    }
-};
-
 struct Words final : ConsentWords {
     std::optional<std::string> heardSince(Instant) const override { return words; }
 
@@ -67,10 +23,14 @@ struct Words final : ConsentWords {
 };
 
 struct Bench {
-    explicit Bench(std::vector<Note> notes = {}) { notebook.list = std::move(notes); }
+    explicit Bench(std::vector<Note> notes = {})
+    {
+        notebook.list = std::move(notes);
+        notebook.durability = MemoryNotebook::Durability::later;
+    }
 
     test::PostScheduler scheduler{monday};
-    NotesInMemory notebook;
+    MemoryNotebook notebook;
     Words heard;
     std::string shown;
     ToolRegistry registry;
@@ -95,8 +55,7 @@ struct Bench {
             ToolReply([text](const Json& result) { *text = dumpJson(result); }));
         EXPECT_TRUE(notebook.waiting.empty() || text->empty() || tool == "read_note")
             << "answered before it was durable";
-        for (const auto& finish : std::exchange(notebook.waiting, {}))
-            finish();
+        notebook.settle();
         EXPECT_TRUE(scheduler.queue.runUntil([&] { return tool != "find_in_notebook" || !text->empty(); }));
         return *text;
     }
@@ -193,7 +152,7 @@ TEST(NotebookTools, sayWhatIsWrongWithARequest)
         EXPECT_TRUE(bench.notebook.list.empty());
     }
     Bench full;
-    full.notebook.problem = "The disk is full.";
+    full.notebook.refusal = "The disk is full.";
     EXPECT_EQ(full.answer("keep_note", R"({"text": "a"})"), R"({"error":"The disk is full."})");
 }
 
