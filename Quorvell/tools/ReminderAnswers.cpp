@@ -21,10 +21,10 @@ bool waitsForReturn(const Note& note)
     return note.trigger == storedText(ReminderTrigger::backAtMac);
 }
 
-void addRepeat(Json& result, const ReminderRequest& request)
+void addRepeat(ToolResult& result, const ReminderRequest& request)
 {
     if (request.repeatRule)
-        result["repeat"] = request.repeatRule->stored();
+        result.add("repeat", request.repeatRule->stored());
 }
 
 std::optional<ReminderRepeat> repeatOf(const Note& note)
@@ -44,61 +44,55 @@ std::string ReminderAnswers::when(Instant moment) const
     return ReminderWords::spoken(moment, m_now, m_calendar, m_calendar.locale());
 }
 
-Json ReminderAnswers::set(const Note& note, bool hasTime) const
+ToolResult ReminderAnswers::set(const Note& note, bool hasTime) const
 {
-    Json result = {{"status", "set"}, {"id", note.id}, {"task", note.title}};
-    if (waitsForReturn(note)) {
-        result["when"] = onReturn;
-        result["when_back"] = true;
-        return result;
-    }
+    ToolResult result(ToolStatus::set);
+    result.add("id", note.id).add("task", note.title);
+    if (waitsForReturn(note))
+        return result.add("when", onReturn).add("when_back", true);
     const Instant moment = note.remindAt.value_or(m_now);
-    result["date"] = date(moment, hasTime);
-    result["when"] = when(moment);
-    result["has_time"] = hasTime;
-    if (const auto repeat = repeatOf(note)) {
-        result["repeat"] = repeat->stored();
-        result["repeat_words"] = repeat->spoken(m_calendar.locale());
-    }
+    result.add("date", date(moment, hasTime)).add("when", when(moment)).add("has_time", hasTime);
+    if (const auto repeat = repeatOf(note))
+        result.add("repeat", repeat->stored()).add("repeat_words", repeat->spoken(m_calendar.locale()));
     return result;
 }
 
-Json ReminderAnswers::whichTime(const ReminderRequest& request) const
+ToolResult ReminderAnswers::whichTime(const ReminderRequest& request) const
 {
     Json choices = Json::array();
     for (const Instant choice : request.choices)
         choices.push_back({{"date", date(choice, true)}, {"when", when(choice)}});
-    Json result = {{"status", "which_time"}, {"task", request.task}, {"choices", std::move(choices)}};
+    ToolResult result(ToolStatus::whichTime);
+    result.add("task", request.task).add("choices", std::move(choices));
     addRepeat(result, request);
-    result["message"] = "Nothing is set yet. Ask the user which of the choices they mean, then call set_reminder again "
-                        "with task, the date of that choice, and repeat if it is given here.";
-    return result;
+    return result.advise(
+        "Nothing is set yet. Ask the user which of the choices they mean, then call set_reminder again "
+        "with task, the date of that choice, and repeat if it is given here.");
 }
 
-Json ReminderAnswers::needsTime(const ReminderRequest& request) const
+ToolResult ReminderAnswers::needsTime(const ReminderRequest& request) const
 {
     const bool isPast = request.verdict == ReminderRequest::Verdict::pastTime;
-    Json result = {{"status", "needs_time"}, {"task", request.task}};
+    ToolResult result(ToolStatus::needsTime);
+    result.add("task", request.task);
     addRepeat(result, request);
-    if (isPast) {
-        result["past"] = true;
-        result["when"] = when(request.date);
-    }
-    result["message"] = isPast
-        ? "Nothing is set: the time they named is already past. Say so, ask when instead, then call set_reminder again."
-        : "Nothing is set yet: no day or hour was understood, or not all of it. Ask the user when, then call "
-          "set_reminder again with the task and the time in one text.";
-    return result;
+    if (isPast)
+        result.add("past", true).add("when", when(request.date));
+    return result.advise(isPast
+            ? "Nothing is set: the time they named is already past. Say so, ask when instead, then call set_reminder "
+              "again."
+            : "Nothing is set yet: no day or hour was understood, or not all of it. Ask the user when, then call "
+              "set_reminder again with the task and the time in one text.");
 }
 
-Json ReminderAnswers::needsTask(const ReminderRequest& request) const
+ToolResult ReminderAnswers::needsTask(const ReminderRequest& request) const
 {
-    Json result = {
-        {"status", "needs_task"}, {"date", date(request.date, request.hasTime)}, {"when", when(request.date)}};
+    ToolResult result(ToolStatus::needsTask);
+    result.add("date", date(request.date, request.hasTime)).add("when", when(request.date));
     addRepeat(result, request);
-    result["message"] = "Nothing is set yet. Ask the user what they want to be reminded of, then call set_reminder "
-                        "again with task, date, and repeat if it is given here.";
-    return result;
+    return result.advise(
+        "Nothing is set yet. Ask the user what they want to be reminded of, then call set_reminder again "
+        "with task, date, and repeat if it is given here.");
 }
 
 Json ReminderAnswers::entry(const Note& note) const
@@ -120,36 +114,37 @@ Json ReminderAnswers::entry(const Note& note) const
     return entry;
 }
 
-Json ReminderAnswers::list(const std::vector<Note>& pending) const
+ToolResult ReminderAnswers::list(const std::vector<Note>& pending) const
 {
     Json entries = Json::array();
     for (const Note& note : pending)
         if (entries.size() < mostListed)
             entries.push_back(entry(note));
-    return {{"status", "reminders"}, {"count", pending.size()}, {"reminders", std::move(entries)}};
+    return ToolResult(ToolStatus::reminders).add("count", pending.size()).add("reminders", std::move(entries));
 }
 
-Json ReminderAnswers::whichReminder(const std::vector<Note>& candidates) const
+ToolResult ReminderAnswers::whichReminder(const std::vector<Note>& candidates) const
 {
-    Json result = list(candidates);
-    result["status"] = "which_reminder";
-    result["message"] = "Nothing is changed yet: several reminders fit. Ask the user which one, then call set_reminder "
-                        "again with its id.";
-    return result;
+    ToolResult result = list(candidates);
+    result.add("status", storedText(ToolStatus::whichReminder));
+    return result.advise(
+        "Nothing is changed yet: several reminders fit. Ask the user which one, then call set_reminder "
+        "again with its id.");
 }
 
-Json ReminderAnswers::deferred(const Note& note) const
+ToolResult ReminderAnswers::deferred(const Note& note) const
 {
     const Instant moment = note.remindAt.value_or(m_now);
-    return {{"status", "deferred"}, {"id", note.id}, {"task", note.title}, {"date", date(moment, true)},
-        {"when", when(moment)}};
+    ToolResult result(ToolStatus::deferred);
+    return result.add("id", note.id).add("task", note.title).add("date", date(moment, true)).add("when", when(moment));
 }
 
-Json ReminderAnswers::done(const Note& note) const
+ToolResult ReminderAnswers::done(const Note& note) const
 {
-    Json result = {{"status", "done"}, {"id", note.id}, {"task", note.title}};
+    ToolResult result(ToolStatus::done);
+    result.add("id", note.id).add("task", note.title);
     if (ReminderState::isPending(note) && note.remindAt)
-        result["next"] = when(*note.remindAt);
+        result.add("next", when(*note.remindAt));
     return result;
 }
 

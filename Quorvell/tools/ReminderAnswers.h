@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// What set_reminder answers, as JSON.
+// What set_reminder answers.
 #pragma once
 
+#include "QuorvellCore/live/tools/ToolResult.h"
 #include "QuorvellCore/notebook/Note.h"
 #include "QuorvellCore/reminders/Calendar.h"
 #include "QuorvellCore/reminders/ReminderRequest.h"
@@ -21,14 +22,14 @@ public:
     {
     }
 
-    Json set(const Note& note, bool hasTime) const;
-    Json whichTime(const ReminderRequest& request) const;
-    Json needsTime(const ReminderRequest& request) const;
-    Json needsTask(const ReminderRequest& request) const;
-    Json list(const std::vector<Note>& pending) const;
-    Json whichReminder(const std::vector<Note>& candidates) const;
-    Json deferred(const Note& note) const;
-    Json done(const Note& note) const;
+    ToolResult set(const Note& note, bool hasTime) const;
+    ToolResult whichTime(const ReminderRequest& request) const;
+    ToolResult needsTime(const ReminderRequest& request) const;
+    ToolResult needsTask(const ReminderRequest& request) const;
+    ToolResult list(const std::vector<Note>& pending) const;
+    ToolResult whichReminder(const std::vector<Note>& candidates) const;
+    ToolResult deferred(const Note& note) const;
+    ToolResult done(const Note& note) const;
 
     /// "2026-11-22 17:00", or the day alone.
     std::string date(Instant moment, bool hasTime) const;

@@ -51,7 +51,7 @@ public:
     }
 
 private:
-    using Answer = std::function<Json(const Note&, const ReminderAnswers&)>;
+    using Answer = std::function<ToolResult(const Note&, const ReminderAnswers&)>;
 
     std::vector<Note> pending() const { return pendingReminders(m_notebook.notes(), ReminderAudience::model); }
 
@@ -158,30 +158,32 @@ private:
 
     void ask(const ReminderRequest& request, const std::string& id)
     {
-        Json result;
+        ToolResult question = questionOf(request);
+        if (!id.empty())
+            question.add("id", id);
+        m_reply.answer(question);
+    }
+
+    ToolResult questionOf(const ReminderRequest& request) const
+    {
         switch (request.verdict) {
         case ReminderRequest::Verdict::whichTime:
-            result = m_answers.whichTime(request);
-            break;
-        case ReminderRequest::Verdict::ready:
-        case ReminderRequest::Verdict::needsTask:
-            result = m_answers.needsTask(request);
-            break;
+            return m_answers.whichTime(request);
         case ReminderRequest::Verdict::needsTime:
         case ReminderRequest::Verdict::pastTime:
-            result = m_answers.needsTime(request);
+            return m_answers.needsTime(request);
+        case ReminderRequest::Verdict::ready:
+        case ReminderRequest::Verdict::needsTask:
             break;
         }
-        if (!id.empty())
-            result["id"] = id;
-        m_reply.answer(result);
+        return m_answers.needsTask(request);
     }
 
     void store(Note note, bool hasTime)
     {
         if (characterCount(note.title) > ReminderArguments::longestTask)
             return m_reply.fail("Nothing was set: the task is too long. Say it in one sentence.");
-        const Json result = m_answers.set(note, hasTime);
+        const ToolResult result = m_answers.set(note, hasTime);
         const auto answer = std::make_shared<ToolReply>(std::move(m_reply));
         m_notebook.add(std::move(note), [answer, result](const NotebookVerdict& verdict) {
             if (verdict.isStored)

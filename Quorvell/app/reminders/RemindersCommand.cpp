@@ -107,12 +107,12 @@ public:
     void tell(const Note& note) const
     {
         const bool isDone = m_request.action == RemindersRequest::Action::done;
-        const Json answer = isDone ? m_answers.done(note) : m_answers.deferred(note);
+        const ToolResult answer = isDone ? m_answers.done(note) : m_answers.deferred(note);
         if (m_request.asJson) {
-            m_out << dumpJson(answer) << std::endl;
+            m_out << dumpJson(answer.json()) << std::endl;
             return;
         }
-        const auto when = readString(answer, isDone ? "next" : "when");
+        const auto when = answer.string(isDone ? "next" : "when");
         m_out << printableLine(note.title) << (isDone ? ": done." : ": put off.")
               << (when ? " Next " + *when + "." : "") << std::endl;
     }
