@@ -2,6 +2,7 @@
 // What a note costs: as text and back, kept durably, and 10,000 of them read at a start, beside merely reading their
 // files, read again after one change, and searched. "--write-notes FOLDER" only writes the notes, for others to read.
 #include "Quorvell/files/Folder.h"
+#include "Quorvell/notebook/NoteFileRules.h"
 #include "Quorvell/notebook/NoteFolder.h"
 #include "Quorvell/notebook/NoteFolderReader.h"
 #include "Quorvell/notebook/NoteIndex.h"

@@ -14,7 +14,7 @@ namespace {
 /// Above what Opus makes of silence (a few steps of 16 bits), below any voice.
 constexpr int quietestSound = 33;
 constexpr int framesPerReport = 2;
-constexpr std::size_t heardCapacity = WebRTCPeer::sampleRate;
+constexpr std::size_t heardCapacity = WebRTCPeerOptions::sampleRate;
 /// The least that stays queued when a backlog is caught up, so that an uneven microphone does not run dry.
 constexpr std::size_t framesLeftQueued = 4;
 
@@ -34,7 +34,7 @@ int peakOf(std::span<const std::int16_t> samples)
 
 std::size_t samplesIn(std::chrono::milliseconds time)
 {
-    return static_cast<std::size_t>(std::max<std::int64_t>(time.count(), 10)) * WebRTCPeer::sampleRate / 1000;
+    return static_cast<std::size_t>(std::max<std::int64_t>(time.count(), 10)) * WebRTCPeerOptions::sampleRate / 1000;
 }
 
 } // namespace

@@ -5,7 +5,7 @@
 
 namespace quorvell {
 
-CallReports::CallReports(WebRTCPeer::Reports reports, WebRTCPeer::Post post)
+CallReports::CallReports(WebRTCPeerReports reports, WebRTCPeerReports::Post post)
     : m_reports(std::move(reports))
     , m_post(std::move(post))
 {
@@ -35,7 +35,7 @@ void CallReports::descriptionReady(std::string sdp)
     });
 }
 
-void CallReports::stateChanged(WebRTCPeer::State state)
+void CallReports::stateChanged(WebRTCPeerReports::State state)
 {
     post([this, state] {
         if (m_reports.stateChanged)

@@ -2,7 +2,8 @@
 // Carries reports from the library's threads to the main thread.
 #pragma once
 
-#include "Media/webrtc/WebRTCPeer.h"
+#include "Media/webrtc/WebRTCPeerOptions.h"
+#include "Media/webrtc/WebRTCPeerReports.h"
 
 #include <atomic>
 #include <cstddef>
@@ -17,13 +18,13 @@ namespace quorvell {
 class CallReports : public std::enable_shared_from_this<CallReports> {
 public:
     static constexpr std::size_t mostWaitingText = 32 * 1024 * 1024;
-    static constexpr std::size_t mostWaitingSound = 30 * WebRTCPeer::sampleRate * 2; ///< Half a minute.
+    static constexpr std::size_t mostWaitingSound = 30 * WebRTCPeerOptions::sampleRate * 2; ///< Half a minute.
 
-    CallReports(WebRTCPeer::Reports reports, WebRTCPeer::Post post);
+    CallReports(WebRTCPeerReports reports, WebRTCPeerReports::Post post);
 
     // From any thread
     void descriptionReady(std::string sdp);
-    void stateChanged(WebRTCPeer::State state);
+    void stateChanged(WebRTCPeerReports::State state);
     void channelOpened();
     void textReceived(std::string text);
     void soundReceived(std::vector<std::uint8_t> pcm);
@@ -36,8 +37,8 @@ private:
     void post(std::function<void()> report);
     bool claim(std::atomic<std::size_t>& waiting, std::size_t size, std::size_t most);
 
-    WebRTCPeer::Reports m_reports; ///< Stays as it is.
-    WebRTCPeer::Post m_post;
+    WebRTCPeerReports m_reports; ///< Stays as it is.
+    WebRTCPeerReports::Post m_post;
     std::atomic<std::size_t> m_waitingText{0}; ///< Bytes posted and not yet reported.
     std::atomic<std::size_t> m_waitingSound{0};
     bool m_isOver = false; ///< Main thread.

@@ -3,15 +3,13 @@
 #pragma once
 
 #include "Media/webrtc/WebRTCPeerOptions.h"
+#include "Media/webrtc/WebRTCPeerReports.h"
 
 #include <chrono>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <span>
-#include <string>
 #include <string_view>
-#include <vector>
 
 namespace quorvell {
 
@@ -20,31 +18,11 @@ namespace quorvell {
 /// Making and ending a peer takes a few milliseconds.
 class WebRTCPeer {
 public:
-    enum class State {
-        connecting,
-        connected,
-        disconnected, ///< Nothing was heard for about 5 s; may come back.
-        failed, ///< For good.
-        closed, ///< By the other side, in an orderly way.
-    };
+    using State = WebRTCPeerReports::State;
+    using Reports = WebRTCPeerReports;
+    using Post = WebRTCPeerReports::Post;
 
-    /// Runs a callback soon on the main thread, in order. Called from any thread.
-    using Post = std::function<void(std::function<void()>)>;
-
-    /// Each may destroy the peer; nothing is reported after that.
-    struct Reports {
-        /// The offer, or the answer to the offer that was taken, addresses included. Once.
-        std::function<void(const std::string& sdp)> descriptionReady{};
-        std::function<void(State state)> stateChanged{};
-        std::function<void()> channelOpened{};
-        std::function<void(const std::string& text)> textReceived{};
-        /// Some 20 ms of it, only while there is anything to hear, and `quietReported` beyond.
-        std::function<void(const std::vector<std::uint8_t>& pcm)> soundReceived{};
-        /// Nothing will come of this peer; `problem` says why, for a log. Once.
-        std::function<void(const std::string& problem)> failed{};
-    };
-
-    static constexpr int sampleRate = 24000;
+    static constexpr int sampleRate = WebRTCPeerOptions::sampleRate;
     static constexpr std::string_view channelName = "oai-events";
     static constexpr std::size_t largestDescription = 256 * 1024;
     static constexpr std::size_t largestText = 256 * 1024; ///< Of one message, as the peers' stacks agree on.

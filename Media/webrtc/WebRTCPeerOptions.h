@@ -7,6 +7,8 @@
 namespace quorvell {
 
 struct WebRTCPeerOptions {
+    static constexpr int sampleRate = 24000; ///< Of the sound both ways.
+
     enum class Role { offers, answers };
     /// Where the other side may be.
     enum class Reach { network, thisComputer, both };

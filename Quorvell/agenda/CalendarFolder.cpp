@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/agenda/CalendarFolder.h"
 
+#include "Quorvell/agenda/IcsLimits.h"
 #include "Quorvell/files/AtomicFile.h"
 #include "Quorvell/files/Folder.h"
 
@@ -83,7 +84,7 @@ void CalendarFolder::eachFile(const std::function<bool(File&)>& visit, std::vect
                         + std::to_string(mostFiles) + " count.");
                 return;
             }
-            auto text = readFile(folder + "/" + name, IcsCalendar::longestText);
+            auto text = readFile(folder + "/" + name, IcsLimits::longestText);
             auto calendar = text ? IcsCalendar::parse(*text) : std::nullopt;
             if (!calendar) {
                 if (problems)
@@ -108,7 +109,7 @@ AgendaReading CalendarFolder::read(Instant from, Instant to, const Calendar& cal
         [&](File& file) {
             const auto found = file.calendar.between(from, to, letter(), calendar);
             reading.events.insert(reading.events.end(), found.begin(), found.end());
-            return reading.events.size() < IcsCalendar::mostOccurrences;
+            return reading.events.size() < IcsLimits::mostOccurrences;
         },
         &reading.problems);
     std::stable_sort(reading.events.begin(), reading.events.end(),
@@ -161,7 +162,7 @@ AgendaVerdict CalendarFolder::edit(
     if (std::string problem = edit(file->calendar); !problem.empty())
         return failed(std::move(problem));
     const std::string path = file->folder + "/" + file->name;
-    if (readFile(path, IcsCalendar::longestText) != file->text)
+    if (readFile(path, IcsLimits::longestText) != file->text)
         return failed("Another program just changed that calendar file. Look at the event again and repeat it.");
     FileProblem problem = FileProblem::none;
     if (file->calendar.eventCount() > 0)

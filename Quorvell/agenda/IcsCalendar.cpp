@@ -2,6 +2,7 @@
 #include "Quorvell/agenda/IcsCalendar.h"
 
 #include "Quorvell/agenda/IcsEditing.h"
+#include "Quorvell/agenda/IcsLimits.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
@@ -35,7 +36,7 @@ bool isNestedTooDeeply(std::string_view text)
         deepest = std::max(deepest, depth);
         start = end + 1;
     }
-    return deepest > IcsCalendar::deepestNesting;
+    return deepest > IcsLimits::deepestNesting;
 }
 
 /// One series with what was changed of single occurrences, or one event.
@@ -65,7 +66,7 @@ struct IcsCalendar::Content {
             return {root.get()};
         std::vector<icalcomponent*> found;
         for (icalcomponent* event = icalcomponent_get_first_component(root.get(), ICAL_VEVENT_COMPONENT);
-             event && found.size() < mostEvents;
+             event && found.size() < IcsLimits::mostEvents;
              event = icalcomponent_get_next_component(root.get(), ICAL_VEVENT_COMPONENT))
             found.push_back(event);
         return found;
@@ -166,7 +167,7 @@ IcsCalendar& IcsCalendar::operator=(IcsCalendar&&) noexcept = default;
 
 std::optional<IcsCalendar> IcsCalendar::parse(std::string_view text)
 {
-    if (text.size() > longestText || text.find('\0') != std::string_view::npos || isNestedTooDeeply(text))
+    if (text.size() > IcsLimits::longestText || text.find('\0') != std::string_view::npos || isNestedTooDeeply(text))
         return std::nullopt;
     icalerror_set_errors_are_fatal(0);
     auto content = std::make_unique<Content>();
@@ -258,12 +259,12 @@ std::vector<CalendarEvent> IcsCalendar::between(Instant from, Instant to, char l
     const IcsZones zones(m_content->root.get(), calendar);
     std::vector<CalendarEvent> found;
     for (const auto& [uid, series] : m_content->series())
-        if (found.size() < mostOccurrences)
+        if (found.size() < IcsLimits::mostOccurrences)
             addShown(series, letter, from, to, zones, found);
     std::stable_sort(found.begin(), found.end(),
         [](const CalendarEvent& left, const CalendarEvent& right) { return left.start < right.start; });
-    if (found.size() > mostOccurrences)
-        found.resize(mostOccurrences);
+    if (found.size() > IcsLimits::mostOccurrences)
+        found.resize(IcsLimits::mostOccurrences);
     return found;
 }
 

@@ -18,13 +18,7 @@ namespace quorvell {
 /// A calendar file, or a single event without its calendar. One thread.
 class IcsCalendar {
 public:
-    static constexpr std::size_t longestText = 4 * 1024 * 1024; ///< Bytes.
-    static constexpr int deepestNesting = 8;
-    static constexpr std::size_t mostEvents = 20'000; ///< In one text.
-    static constexpr std::size_t mostOccurrences = 2'000; ///< In one answer.
-    static constexpr int longestSearch = 5'000; ///< Occurrences that one series is followed for one answer.
-
-    /// Nothing for what is no calendar or is beyond the limits.
+    /// Nothing for what is no calendar or is beyond IcsLimits.
     static std::optional<IcsCalendar> parse(std::string_view text);
     static IcsCalendar withEvent(const EventDraft& draft, const Calendar& calendar, Instant now);
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/agenda/IcsEvent.h"
 
-#include "Quorvell/agenda/IcsCalendar.h"
+#include "Quorvell/agenda/IcsLimits.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
@@ -184,7 +184,7 @@ std::vector<IcsMoment> IcsEvent::occurrences(Instant from, Instant to, const Ics
          rule = icalcomponent_get_next_property(component, ICAL_RRULE_PROPERTY))
         followRule(rule, from - lasts, to, zones, found);
     int dates = 0;
-    for (icalproperty* date = first(component, ICAL_RDATE_PROPERTY); date && dates < IcsCalendar::longestSearch;
+    for (icalproperty* date = first(component, ICAL_RDATE_PROPERTY); date && dates < IcsLimits::longestSearch;
          date = icalcomponent_get_next_property(component, ICAL_RDATE_PROPERTY), ++dates)
         if (const auto moment = IcsMoment::read(date); moment && start.kind == IcsMoment::Kind::date)
             found.push_back(start.at(std::chrono::floor<days>(moment->local)));
@@ -231,7 +231,7 @@ void IcsEvent::followRule(
     // Skipping ahead loses count of occurrences that are numbered.
     if (rule.count == 0 && near.local > plain.local)
         icalrecur_iterator_set_start(iterator, plain.at(near.local).time());
-    for (int step = 0; step < IcsCalendar::longestSearch && found.size() < IcsCalendar::mostOccurrences; ++step) {
+    for (int step = 0; step < IcsLimits::longestSearch && found.size() < IcsLimits::mostOccurrences; ++step) {
         const auto next = IcsMoment::from(icalrecur_iterator_next(iterator));
         if (!next)
             break;
@@ -254,7 +254,7 @@ void IcsEvent::followHours(const icalrecurrencetype& rule, Instant from, Instant
     const auto until = IcsMoment::from(rule.until);
     const Instant last = until ? std::min(to, zones.instant(until->like(start)) + seconds(1)) : to;
     std::int64_t step = from > first ? (from - first) / interval : 0;
-    for (; found.size() < IcsCalendar::mostOccurrences && (rule.count == 0 || step < rule.count); ++step) {
+    for (; found.size() < IcsLimits::mostOccurrences && (rule.count == 0 || step < rule.count); ++step) {
         const Instant begins = first + step * interval;
         if (begins >= last)
             break;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/desktop/EventsOfDataServer.h"
 
+#include "Quorvell/agenda/IcsLimits.h"
+
 #include <algorithm>
 #include <set>
 #include <utility>
@@ -70,7 +72,7 @@ void EventsOfDataServer::readCalendar(
     const auto collect = [&](const IcsCalendar& ics) {
         for (CalendarEvent& event : ics.between(from, to, letter(), calendar)) {
             event.id.uid = found.uid + "/" + event.id.uid;
-            if (reading.events.size() < IcsCalendar::mostOccurrences)
+            if (reading.events.size() < IcsLimits::mostOccurrences)
                 reading.events.push_back(std::move(event));
         }
     };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/handover/NotebookBusClient.h"
 
-#include "Quorvell/notebook/NoteFolder.h"
+#include "Quorvell/notebook/NoteFileRules.h"
 #include "QuorvellCore/notebook/NoteFile.h"
 
 #include <QDBusPendingCallWatcher>

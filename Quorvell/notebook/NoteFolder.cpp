@@ -10,13 +10,6 @@
 
 namespace quorvell {
 
-bool isNoteFileName(std::string_view name)
-{
-    constexpr std::string_view ending = ".md";
-    return name.size() > ending.size() && name.ends_with(ending) && !name.starts_with('.') && !name.starts_with('#')
-        && !name.starts_with('~');
-}
-
 std::optional<NoteFolderContent> readNoteFolder(const std::string& folder, Instant now)
 {
     std::error_code failure;

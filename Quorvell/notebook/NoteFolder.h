@@ -4,20 +4,12 @@
 
 #include "QuorvellCore/notebook/Note.h"
 
-#include <cstddef>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
 namespace quorvell {
-
-/// A note's file may hold this much. A larger one is not read; it stays as it is.
-inline constexpr std::size_t maximumNoteBytes = 4 * 1024 * 1024;
-
-/// True for names that end in ".md", except those of hidden and of editors' back-up files.
-bool isNoteFileName(std::string_view name);
 
 struct NoteFolderContent {
     std::vector<Note> notes; ///< Newest `created` first, one for each id.

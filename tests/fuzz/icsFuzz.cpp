@@ -2,6 +2,7 @@
 // Calendar files come from other programs and from the net: whatever they hold, they are read, changed and written
 // without a fault, and what is written is read again.
 #include "Quorvell/agenda/IcsCalendar.h"
+#include "Quorvell/agenda/IcsLimits.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -18,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     const Instant to = from + std::chrono::days(60);
     const auto events = calendar->between(from, to, 'f', user);
-    if (events.size() > IcsCalendar::mostOccurrences)
+    if (events.size() > IcsLimits::mostOccurrences)
         std::abort();
     if (!events.empty()) {
         const EventID id = events[size % events.size()].id;
@@ -32,7 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         calendar->remove(events.back().id, EventScope::occurrence, user, from);
     }
     const std::string written = calendar->text();
-    if (!written.empty() && written.size() < IcsCalendar::longestText)
+    if (!written.empty() && written.size() < IcsLimits::longestText)
         if (auto again = IcsCalendar::parse(written))
             again->between(from, to, 'f', user);
     return 0;

@@ -3,7 +3,7 @@
 
 #include "Quorvell/files/AtomicFile.h"
 #include "Quorvell/files/Folder.h"
-#include "Quorvell/notebook/NoteFolder.h"
+#include "Quorvell/notebook/NoteFileRules.h"
 #include "QuorvellCore/notebook/NoteFile.h"
 
 #include <spawn.h>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/agenda/IcsCalendar.h"
 
+#include "Quorvell/agenda/IcsLimits.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -144,7 +146,7 @@ TEST(IcsCalendar, refusesWhatIsNoCalendar)
         nested += "begin:VEVENT\n";
     for (const std::string& text :
         {std::string(), std::string("hello"), std::string("BEGIN:VCARD\nEND:VCARD\n"), nested,
-            std::string("BEGIN:VCALENDAR\n\0END:VCALENDAR\n", 32), std::string(IcsCalendar::longestText + 1, 'x')})
+            std::string("BEGIN:VCALENDAR\n\0END:VCALENDAR\n", 32), std::string(IcsLimits::longestText + 1, 'x')})
         EXPECT_FALSE(IcsCalendar::parse(text)) << text.substr(0, 40);
     EXPECT_EQ(shown(file("BEGIN:VEVENT\nSUMMARY:Nobody's\nEND:VEVENT"), "2026-01-01T00:00:00Z", "2027-01-01T00:00:00Z"),
         std::vector<std::string>());

@@ -5,6 +5,7 @@
 #include "PrivateBus.h"
 #include "QtApplication.h"
 #include "Quorvell/desktop/QtScheduler.h"
+#include "Quorvell/notebook/NoteFileRules.h"
 #include "Quorvell/notebook/NoteFolder.h"
 #include "QuorvellCore/notebook/NoteFile.h"
 #include "TemporaryFolder.h"

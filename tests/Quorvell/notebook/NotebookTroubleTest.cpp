@@ -4,6 +4,7 @@
 #include "FileSizeLimit.h"
 #include "NotebookDesk.h"
 #include "OrdinaryUser.h"
+#include "Quorvell/notebook/NoteFileRules.h"
 #include "WriteLedger.h"
 
 #include <sched.h>

@@ -5,7 +5,6 @@
 #include "QuorvellCore/live/wire/openai/OpenAILiveClientMessage.h"
 #include "QuorvellCore/text/Json.h"
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,9 +14,6 @@ namespace quorvell {
 /// Everything is bounded; what cannot be acted on becomes Malformed.
 struct OpenAILiveClientParser {
     static constexpr JsonLimits limits{.maximumBytes = 16 * 1024 * 1024, .maximumDepth = 64};
-    static constexpr std::size_t maximumTools = 256;
-    static constexpr int minimumSampleRate = 8000;
-    static constexpr int maximumSampleRate = 48000;
 
     static OpenAILiveClientMessage parse(std::string_view message);
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/live/wire/openai/OpenAISessionReader.h"
 
-#include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"
 #include "QuorvellCore/live/wire/openai/OpenAILiveMessage.h"
 #include "QuorvellCore/live/wire/vocabulary/LiveHistorySeed.h"
 
@@ -58,8 +57,7 @@ void OpenAISessionReader::readAudio(const Json& session)
     if (!format)
         return;
     const auto rate = readInteger(*format, "rate").value_or(OpenAILiveMessage::sampleRate);
-    if (readString(*format, "type") != "audio/pcm" || rate < OpenAILiveClientParser::minimumSampleRate
-        || rate > OpenAILiveClientParser::maximumSampleRate)
+    if (readString(*format, "type") != "audio/pcm" || rate < minimumSampleRate || rate > maximumSampleRate)
         fail("\"format\" must be \"audio/pcm\" with a \"rate\" from 8000 to 48000.");
     else
         m_options.sampleRate = static_cast<int>(rate);
@@ -85,13 +83,12 @@ void OpenAISessionReader::readTools(const Json& backend)
     const Json* tools = memberOf(backend, "tools");
     if (!tools)
         return;
-    const bool isListOfObjects = tools->is_array() && tools->size() <= OpenAILiveClientParser::maximumTools
+    const bool isListOfObjects = tools->is_array() && tools->size() <= maximumTools
         && std::all_of(tools->begin(), tools->end(), [](const Json& tool) { return tool.is_object(); });
     if (isListOfObjects)
         m_options.tools = *tools;
     else
-        fail("\"tools\" must be a list of at most " + std::to_string(OpenAILiveClientParser::maximumTools)
-            + " objects.");
+        fail("\"tools\" must be a list of at most " + std::to_string(maximumTools) + " objects.");
 }
 
 void OpenAISessionReader::readHistory(const Json& session)

@@ -5,6 +5,7 @@
 #include "QuorvellCore/live/wire/openai/OpenAILiveSetupOptions.h"
 #include "QuorvellCore/text/Json.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -13,6 +14,10 @@ namespace quorvell {
 /// Used once; keeps the first problem.
 class OpenAISessionReader {
 public:
+    static constexpr std::size_t maximumTools = 256;
+    static constexpr int minimumSampleRate = 8000;
+    static constexpr int maximumSampleRate = 48000;
+
     std::optional<OpenAILiveSetupOptions> read(const Json& session);
     /// Only the options of the backend, from a backend object.
     std::optional<OpenAILiveSetupOptions> readBackendAlone(const Json& backend);

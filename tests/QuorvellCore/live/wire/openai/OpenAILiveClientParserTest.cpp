@@ -2,6 +2,7 @@
 #include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"
 
 #include "Fixtures.h"
+#include "QuorvellCore/live/wire/openai/OpenAISessionReader.h"
 
 #include <gtest/gtest.h>
 
@@ -70,7 +71,7 @@ TEST(OpenAILiveClientParser, refusesWhatASessionCannotBe)
         const char* problem;
     };
     std::string tools = "[{}";
-    for (std::size_t count = 1; count <= OpenAILiveClientParser::maximumTools; ++count)
+    for (std::size_t count = 1; count <= OpenAISessionReader::maximumTools; ++count)
         tools += ",{}";
     tools += "]";
     const Row rows[] = {

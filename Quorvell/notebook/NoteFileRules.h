@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// Which files of the notebook folder count as notes.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace quorvell {
+
+/// A note's file may hold this much. A larger one is not read; it stays as it is.
+inline constexpr std::size_t maximumNoteBytes = 4 * 1024 * 1024;
+
+/// True for names that end in ".md", except those of hidden and of editors' back-up files.
+bool isNoteFileName(std::string_view name);
+
+} // namespace quorvell
