@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Where the models of speech recognition lie, and which of them are missing.
 #include "OnDeviceSpeech/SpeechRecogniser.h"
 
 #include <filesystem>

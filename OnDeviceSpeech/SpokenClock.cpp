@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Times of day as people say them: "half past six", "five o'clock", "twenty to three".
 #include "OnDeviceSpeech/SpokenTimeReaders.h"
 
 #include <array>

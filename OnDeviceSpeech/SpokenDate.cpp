@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Days of a month as people say them: "the fifth of march", "march the twenty first".
 #include "OnDeviceSpeech/SpokenTimeReaders.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Stretches of time as people say them: "in twenty five minutes", "an hour and a half from now".
 #include "OnDeviceSpeech/SpokenTimeReaders.h"
 
 #include <algorithm>

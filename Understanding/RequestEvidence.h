@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the kinds of time named in a request hint at.
+// Weighs what kind of request the words make.
 #pragma once
 
 #include "Understanding/RequestKind.h"
@@ -9,6 +9,7 @@
 
 namespace quorvell {
 
+/// What the kinds of time named in a request hint at.
 struct TimeHints {
     bool hasMoment = false; ///< A time of day.
     bool hasDay = false;

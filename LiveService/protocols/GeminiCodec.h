@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Gemini live sessions.
+// The words of a session for clients of the Gemini protocol.
 #pragma once
 
 #include "LiveService/protocols/SessionCodec.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Live sessions with a delegated backend.
+// The words of a session for clients of the protocol with a delegated backend.
 #pragma once
 
 #include "LiveService/protocols/SessionCodec.h"

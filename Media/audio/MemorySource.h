@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Borrows its bytes.
+// Bytes in memory, read as a file would be.
 #pragma once
 
 #include "Media/audio/ByteSource.h"
 
 namespace quorvell {
 
+/// Borrows its bytes.
 class MemorySource : public ByteSource {
 public:
     explicit MemorySource(std::span<const std::uint8_t> bytes)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Names one event, or one occurrence of a series, across all calendars: "f:UID" or "f:UID#20261122T170000".
+// Events as every calendar gives and takes them.
 #pragma once
 
 #include "QuorvellCore/reminders/ReminderRepeat.h"
@@ -11,6 +11,7 @@
 
 namespace quorvell {
 
+/// Names one event, or one occurrence of a series, across all calendars: "f:UID" or "f:UID#20261122T170000".
 struct EventID {
     char calendar = 'f'; ///< Which source keeps it.
     std::string uid;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Gaps between the events of a calendar, for whoever looks for time.
 #pragma once
 
 #include "Quorvell/agenda/CalendarEvent.h"

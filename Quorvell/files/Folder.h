@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Makes the folder and those above it that are missing, each with mode 0700.
+// Folders and the ordinary files in them: made, listed and read.
 #pragma once
 
 #include "Quorvell/files/FileProblem.h"
@@ -12,6 +12,7 @@
 
 namespace quorvell {
 
+/// Makes the folder and those above it that are missing, each with mode 0700.
 /// One that exists is left as it is.
 FileProblem makeFolder(const std::string& path);
 

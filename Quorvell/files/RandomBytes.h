@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The system's source of randomness.
 #pragma once
 
 #include <array>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What became of a change that was handed to the owner of the notebook.
+// The notebook of another program: hands it changes and waits for its answers.
 #pragma once
 
 #include "Quorvell/handover/NotebookBus.h"
@@ -15,6 +15,7 @@
 
 namespace quorvell {
 
+/// What became of a change that was handed to the owner of the notebook.
 struct NotebookHandOver {
     enum class Outcome {
         stored,

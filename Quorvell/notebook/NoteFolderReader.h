@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What is different since the folder was read before.
+// Reads the notebook folder again and again and tells what changed.
 #pragma once
 
 #include "Quorvell/notebook/StoredNote.h"
@@ -12,6 +12,7 @@
 
 namespace quorvell {
 
+/// What is different since the folder was read before.
 struct NoteFolderChanges {
     std::vector<StoredNote> changed; ///< New ones too; one for each id, in the order of their files' names.
     std::vector<std::string> gone; ///< Ids.

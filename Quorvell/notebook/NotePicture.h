@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Keeps a picture as the PNG of the note with this id.
+// The pictures of notes, as files beside them.
 #pragma once
 
 #include "Quorvell/files/PictureConverter.h"
@@ -16,6 +16,7 @@ struct PictureWritten {
     std::string problem; ///< When it could not be kept: what to do.
 };
 
+/// Keeps a picture as the PNG of the note with this id.
 /// Blocks.
 PictureWritten writePicture(
     const std::string& folder, const std::string& id, std::string_view picture, const PictureConverter* converter);

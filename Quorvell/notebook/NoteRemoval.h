@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Puts a note's file into the waste basket.
+// Takes notes out of the folder, for a while or for good.
 #pragma once
 
 #include "Quorvell/files/FileProblem.h"
@@ -10,6 +10,7 @@
 
 namespace quorvell {
 
+/// Puts a note's file into the waste basket.
 /// Where there is none, or it does not take the file, `keepVersion` runs and the file is removed. A file that is gone
 /// already is no problem. Blocks.
 FileProblem discardNote(const std::string& folder, const std::string& fileName, Trash* trash,

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where a note is to be written.
+// Writes single notes into the folder, over nobody else's changes.
 #pragma once
 
 #include "Quorvell/files/FileProblem.h"
@@ -10,6 +10,7 @@
 
 namespace quorvell {
 
+/// Where a note is to be written.
 struct NotePlace {
     std::string fileName; ///< Empty for a note that has no file yet.
     std::optional<FileStamp> stamp; ///< How the file was when it was last seen. Nothing when it is gone.

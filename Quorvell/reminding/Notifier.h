@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Something to be shown to the user outside of any conversation.
+// Shows things to the user outside of any conversation.
 #pragma once
 
 #include <functional>
@@ -8,6 +8,7 @@
 
 namespace quorvell {
 
+/// Something to be shown.
 struct Notice {
     struct Action {
         std::string key;

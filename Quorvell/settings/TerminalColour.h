@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What may be sent to change how text looks.
+// How text for a terminal is set off, where it may be.
 #pragma once
 
 #include <string>

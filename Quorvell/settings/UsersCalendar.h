@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// By the rules of the computer's own time zone database.
+// The calendar that the user of this computer lives by.
 #pragma once
 
 #include "QuorvellCore/reminders/Calendar.h"
@@ -12,6 +12,7 @@ namespace quorvell {
 
 struct ProgramEnvironment;
 
+/// By the rules of the computer's own time zone database.
 /// Nothing for a zone that is not known.
 std::optional<Calendar> calendarIn(const std::string& zone, const std::string& locale);
 

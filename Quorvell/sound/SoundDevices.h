@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A microphone or a loudspeaker as the sound server knows it.
+// The microphones and loudspeakers that are there, and which of them is to be used.
 #pragma once
 
 #include <cstdint>
@@ -9,6 +9,7 @@
 
 namespace quorvell {
 
+/// A microphone or a loudspeaker as the sound server knows it.
 struct SoundDevice {
     std::string name; ///< Stays the same from day to day; what settings keep.
     std::string description; ///< For people.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// "quorvell" or "person".
+// Who wrote a note.
 #pragma once
 
 #include <optional>
@@ -12,6 +12,7 @@ enum class NoteAuthor {
     person,
 };
 
+/// "quorvell" or "person".
 std::string_view storedText(NoteAuthor author);
 
 /// Exactly the raw value.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// "clip", "note", "explanation", "how_to", "about_me".
+// What sorts of notes the notebook holds.
 #pragma once
 
 #include <array>
@@ -13,6 +13,7 @@ enum class NoteKind { clip, note, explanation, howTo, aboutMe };
 inline constexpr std::array<NoteKind, 5> allNoteKinds = {
     NoteKind::clip, NoteKind::note, NoteKind::explanation, NoteKind::howTo, NoteKind::aboutMe};
 
+/// "clip", "note", "explanation", "how_to", "about_me".
 std::string_view storedText(NoteKind kind);
 
 /// Exactly one of the five stored texts, else nothing.

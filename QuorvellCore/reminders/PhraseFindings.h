@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The word that made a reminder repeat.
+// What was found in a reminder phrase, before a date is made of it.
 #pragma once
 
 #include "QuorvellCore/reminders/Calendar.h"
@@ -12,6 +12,7 @@
 
 namespace quorvell {
 
+/// The word that made a reminder repeat.
 /// Some rules take their day from the date that is found in the end.
 enum class PhraseRepeat { daily, weekdays, weeklyOnDate, weeklyOnWeekday, monthlyOnDate, yearly };
 

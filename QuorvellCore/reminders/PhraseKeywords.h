@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The searches that a word can set off.
+// Tells which searches of a reminder phrase cannot find anything, so that they are left out.
 #pragma once
 
 #include <array>
@@ -8,6 +8,7 @@
 
 namespace quorvell {
 
+/// The searches that a word can set off.
 enum class PhraseSearch {
     repeat,
     offset,

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// In order, without overlaps.
+// What a reminder phrase asks to be reminded of, once its time is taken out.
 #pragma once
 
 #include "QuorvellCore/text/Pattern.h"
@@ -10,6 +10,7 @@
 
 namespace quorvell {
 
+/// In order, without overlaps.
 std::vector<TextRange> mergedRanges(std::vector<TextRange> ranges);
 
 /// The words at `ranges` (in order, without overlaps), joined with a space.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One way of putting a reminder off.
+// What is offered for putting a reminder off.
 #pragma once
 
 #include "QuorvellCore/reminders/Calendar.h"
@@ -9,6 +9,7 @@
 
 namespace quorvell {
 
+/// One way of putting a reminder off.
 struct ReminderChoice {
     std::string title; ///< "In an hour".
     std::string detail; ///< The moment as the user's clock shows it: "5 PM", "Sun 22 Nov, 9 AM".

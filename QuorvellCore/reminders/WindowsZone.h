@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// "Europe/Berlin" for "W.
+// Time zones by the names that another family of systems gives them in calendars.
 #pragma once
 
 #include <optional>
@@ -8,7 +8,7 @@
 
 namespace quorvell {
 
-/// Europe Standard Time", as calendars from that other system call it. Nothing for any other name.
+/// "Europe/Berlin" for "W. Europe Standard Time". Nothing for any other name.
 std::optional<std::string> zoneOfWindowsName(std::string_view name);
 
 } // namespace quorvell

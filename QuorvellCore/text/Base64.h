@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Standard alphabet with padding.
+// Bytes as base64 (standard alphabet with padding) and back.
 #pragma once
 
 #include "QuorvellCore/text/Bytes.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches heads of requests that are let in or refused with the wrong status; secrets compared only in part.
 #include "Http/HttpRequest.h"
 
 #include "Http/HttpResponse.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches models of spoken requests that lack wordings, differ between builds, or do not add up.
 #include "OnDeviceSpeech/models/Pronunciation.h"
 #include "OnDeviceSpeech/models/TemplateGrammar.h"
 #include "OnDeviceSpeech/models/TrigramModel.h"

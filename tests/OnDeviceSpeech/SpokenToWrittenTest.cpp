@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches spoken times written wrongly, and other words taken for times.
 #include "OnDeviceSpeech/SpokenToWritten.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """A live service over WebRTC on another stack than ours (GStreamer), for tests.
 
 Prints its port. Answers each POST /v1/live/sessions with a session that sounds a tone of 660 Hz and, whenever an answer

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches a service session that answers out of turn, twice, or never, whatever its client sends.
 #include "LiveService/conversation/LiveSessionEngine.h"
 
 #include "LiveService/protocols/OpenAICodec.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches faults on purpose that do not come where they were asked for.
 #include "LiveService/faults/FaultyWire.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches a typed conversation, sent whole each time, that forgets what it had in mind.
 #include "LiveService/protocols/TypedConversation.h"
 
 #include <gtest/gtest.h>

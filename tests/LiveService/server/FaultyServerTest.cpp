@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches a service whose deliberate faults do not show on the wire.
 #include "ServiceClients.h"
 
 namespace quorvell::test {

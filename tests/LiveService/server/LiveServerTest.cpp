@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches a service that lets the wrong client in, mixes up sessions, or breaks on nonsense.
 #include "ServiceClients.h"
 
 namespace quorvell::test {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches requests that reach a door of the service without its key.
 #include "LiveService/server/ServiceRoute.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches speech of a session that comes late, in the wrong rate, or after it was stopped.
 #include "LiveService/speech/SpeechWorkerPool.h"
 
 #include <gtest/gtest.h>

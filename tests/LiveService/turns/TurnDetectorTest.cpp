@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches turns that begin too late, end too early, or are found in noise.
 #include "LiveService/turns/TurnDetector.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches replies handed out faster or slower than they are heard, or beside their words.
 #include "LiveService/voice/ReplyPacer.h"
 
 #include "LiveService/voice/SpokenText.h"

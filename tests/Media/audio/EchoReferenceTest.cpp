@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches played sound that loses its place beside the microphone's.
 #include "Media/audio/EchoReference.h"
 
 #include <gtest/gtest.h>

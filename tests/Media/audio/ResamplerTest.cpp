@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches clicks where pieces of a stream meet, and samples that are no numbers.
 #include "Media/audio/Resampler.h"
 
 #include <gtest/gtest.h>

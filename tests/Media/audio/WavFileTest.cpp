@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches recordings misread, taken though broken, or written so that they do not come back.
 #include "Media/audio/WavFile.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches calls that lose texts or sound, miss the other side's end, or leave something behind.
 #include "Media/webrtc/WebRTCPeer.h"
 
 #include "Media/audio/SampleBytes.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches events lost or changed on their way through a calendar folder, and busy time called free.
 #include "Quorvell/agenda/Agenda.h"
 
 #include "PostQueue.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches calendar files misread, events moved by clock changes, and changes that damage what others wrote.
 #include "Quorvell/agenda/IcsCalendar.h"
 
 #include "Quorvell/agenda/IcsLimits.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches files that cannot be taken back from the waste basket, and pictures without a bound.
 #include "Quorvell/desktop/DesktopTrash.h"
 #include "Quorvell/desktop/PictureFormats.h"
 #include "TemporaryFolder.h"

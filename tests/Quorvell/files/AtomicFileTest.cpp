@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches files that are lost, half written or readable by others when writing stops.
 #include "Quorvell/files/AtomicFile.h"
 
 #include "FileSizeLimit.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches file jobs out of order, lost at the end, or answered on the wrong thread.
 #include "Quorvell/files/FileWorker.h"
 
 #include "PostQueue.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches changes in a folder that go unnoticed.
 #include "Quorvell/files/FolderWatch.h"
 
 #include "PostQueue.h"

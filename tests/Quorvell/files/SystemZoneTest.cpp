@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches zones of the computer misread, and names that lead out of their folder.
 #include "Quorvell/files/SystemZone.h"
 
 #include <gtest/gtest.h>

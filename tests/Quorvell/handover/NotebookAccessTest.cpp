@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches changes lost between programs that share a notebook, two owners, and owners that hang or lie.
 #include "Quorvell/handover/NotebookAccess.h"
 
 #include "FileSizeLimit.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches two holders of one notebook, and refusals without a reason.
 #include "Quorvell/handover/NotebookLock.h"
 
 #include "OrdinaryUser.h"

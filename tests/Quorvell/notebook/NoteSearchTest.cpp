@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches notes that a search misses, ranks wrongly, or still finds after they changed.
 #include "NotebookDesk.h"
 #include "PostScheduler.h"
 #include "Quorvell/notebook/NotebookSearch.h"

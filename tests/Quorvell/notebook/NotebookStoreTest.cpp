@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches notes confirmed and not kept, files overwritten that others changed, changes out of order.
 #include "Quorvell/notebook/NotebookStore.h"
 
 #include "FileSizeLimit.h"

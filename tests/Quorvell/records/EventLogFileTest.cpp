@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches an event log that grows without bound, stops the program, or is readable by others.
 #include "Quorvell/records/EventLogFile.h"
 
 #include "TemporaryFolder.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches the story of a conversation told wrongly from the log, and use added up to the wrong day.
 #include "Quorvell/records/LogTimeline.h"
 #include "Quorvell/records/UsageFile.h"
 #include "Quorvell/records/UsageText.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches reminders fired twice, late or never: sleep, clocks that are set, restarts.
 #include "Quorvell/reminding/ReminderWatch.h"
 
 #include "MemoryNotebook.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches reminders that another program fired and that are told twice or not at all.
 #include "Quorvell/reminding/RemindersElsewhere.h"
 
 #include "MemoryNotebook.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches settings misread, and a broken file that stops the program.
 #include "Quorvell/settings/UserSettings.h"
 
 #include "TemporaryFolder.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches headphones that are missed, or seen where there are none.
 #include "Quorvell/sound/Headphones.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches sound that stops when devices or the server come and go, or is not cut at once.
 #include "SoundRig.h"
 
 #include <dlfcn.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Bursts of a tone, 100 ms of sound and 100 ms of silence: steady sound would count as noise.
+// A private sound server with the program's microphone and loudspeaker on it, for tests.
 #pragma once
 
 #include "PrivatePulse.h"
@@ -15,6 +15,7 @@
 
 namespace quorvell::test {
 
+/// Bursts of a tone, 100 ms of sound and 100 ms of silence: steady sound would count as noise.
 inline Bytes bursts(int hertz, std::chrono::milliseconds length)
 {
     std::vector<float> samples(static_cast<std::size_t>(length.count()) * 24);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches words heard in noise, speech that goes on after its end, and models that are missing without a word.
 #include "Media/audio/Resampler.h"
 #include "OnDeviceSpeech/SpeechVoice.h"
 #include "Quorvell/speech/DeviceEar.h"

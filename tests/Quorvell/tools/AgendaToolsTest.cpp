@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches calendar tools that answer for wrong days, change without a yes, or tell mistakes unclearly.
 #include "Quorvell/tools/AgendaTools.h"
 
 #include "MemoryNotebook.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches notebook tools that keep private facts, show hidden notes, or tell mistakes unclearly.
 #include "Quorvell/tools/NotebookTools.h"
 
 #include "MemoryNotebook.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches a time guessed by set_reminder, and a reminder stored where a question was due.
 #include "Quorvell/tools/ReminderTools.h"
 
 #include "MemoryNotebook.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches two actions at once, and a cancelled one that goes on.
 #include "QuorvellCore/automation/ActionExecutionGate.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches plans that lose steps, misreport progress, or grow with what a model says.
 #include "QuorvellCore/automation/TaskPlan.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches notes that do not come back from their files as they were, and names that leave the folder.
 #include "QuorvellCore/notebook/NoteFile.h"
 
 #include <gtest/gtest.h>

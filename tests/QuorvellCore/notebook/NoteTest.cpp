@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches fields of a note lost or misread on their way, and notes shown that are hidden.
 #include "QuorvellCore/notebook/NoteJson.h"
 
 #include <gtest/gtest.h>

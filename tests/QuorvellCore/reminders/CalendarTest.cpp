@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches days and times around clock changes, and texts taken for dates that are none.
 #include "QuorvellCore/reminders/Calendar.h"
 
 #include "QuorvellCore/reminders/DaySearch.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches dates from the model misread, or moved on their way to an instant and back.
 #include "QuorvellCore/reminders/DateParts.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches days, times and repeats misunderstood in a phrase, and texts that take too long.
 #include "QuorvellCore/reminders/ReminderPhrase.h"
 
 #include "QuorvellCore/reminders/DateParts.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches repeats that come on the wrong day, or do not come back from their text.
 #include "QuorvellCore/reminders/ReminderRepeat.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches requests for a reminder that guess where they should ask.
 #include "QuorvellCore/reminders/ReminderRequest.h"
 
 #include "QuorvellCore/reminders/DateParts.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches reminders that are due too early, stay when done, or lose their repeat.
 #include "QuorvellCore/reminders/ReminderState.h"
 
 #include "QuorvellCore/reminders/ReminderChoices.h"

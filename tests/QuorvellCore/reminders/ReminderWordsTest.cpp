@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches moments said to the user as another day or hour than they are.
 #include "QuorvellCore/reminders/ReminderWords.h"
 
 #include "QuorvellCore/reminders/LocaleWords.h"

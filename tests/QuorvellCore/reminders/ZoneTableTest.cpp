@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches clock changes of a zone missed, and bytes taken for a zone that are none.
 #include "QuorvellCore/reminders/ZoneTable.h"
 
 #include "QuorvellCore/reminders/Calendar.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches answers taken for a yes that are none.
 #include "QuorvellCore/safety/SpokenConsent.h"
 
 #include <gtest/gtest.h>

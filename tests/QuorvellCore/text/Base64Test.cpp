@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches bytes changed by base64, and texts taken that are none.
 #include "QuorvellCore/text/Base64.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches characters miscounted, cut apart, or repaired wrongly.
 #include "QuorvellCore/text/Characters.h"
 
 #include "QuorvellCore/text/LowerCase.h"

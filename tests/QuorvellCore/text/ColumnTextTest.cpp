@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches text that runs over a terminal's edge, and words cut where they need not be.
 #include "QuorvellCore/text/ColumnText.h"
 
 #include <gtest/gtest.h>

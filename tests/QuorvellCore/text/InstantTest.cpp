@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches moments that do not come back from their text form.
 #include "QuorvellCore/text/Instant.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches JSON beyond its bounds taken, bad text written, values bent to another type.
 #include "QuorvellCore/text/Json.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches patterns that match at the wrong bytes, or take without end on hostile text.
 #include "QuorvellCore/text/Pattern.h"
 
 #include <gtest/gtest.h>

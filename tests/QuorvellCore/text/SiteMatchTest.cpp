@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches pages of another site taken for the same one.
 #include "QuorvellCore/text/SiteMatch.h"
 
 #include "QuorvellCore/text/WebAddress.h"

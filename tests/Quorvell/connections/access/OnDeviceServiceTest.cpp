@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches a service on the device that does not start, dies, or does not learn its key.
 #include "Quorvell/connections/access/OnDeviceService.h"
 
 #include "QtApplication.h"

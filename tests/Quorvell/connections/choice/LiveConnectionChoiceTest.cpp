@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches the wrong service, transport or way chosen, and refusals forgotten.
 #include "Quorvell/connections/choice/LiveConnectionChoice.h"
 
 #include "Quorvell/connections/access/LiveEndpointSettings.h"

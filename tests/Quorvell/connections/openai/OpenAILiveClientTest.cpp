@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches connections that hang, leak a key, lose a message, or end without a sentence.
 #include "Quorvell/connections/openai/OpenAILiveClient.h"
 
 #include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"

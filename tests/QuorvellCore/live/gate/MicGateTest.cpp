@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches speech cut at its start or end, and noise that is sent.
 #include "QuorvellCore/live/gate/MicGate.h"
 
 #include <gtest/gtest.h>

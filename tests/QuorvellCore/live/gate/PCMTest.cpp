@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches samples and loudness converted wrongly, and chunks that lose bytes.
 #include "QuorvellCore/live/gate/PCM.h"
 
 #include "QuorvellCore/live/gate/PCMChunker.h"

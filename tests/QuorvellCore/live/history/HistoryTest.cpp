@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches what was said or typed, joined wrongly, kept too long or not forgotten.
 #include "QuorvellCore/live/history/CommandHistory.h"
 #include "QuorvellCore/live/history/RecentRequests.h"
 #include "QuorvellCore/live/history/Transcript.h"

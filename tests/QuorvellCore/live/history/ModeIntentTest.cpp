@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches help modes switched by words that ask for none.
 #include "QuorvellCore/live/history/ModeIntent.h"
 
 #include <gtest/gtest.h>

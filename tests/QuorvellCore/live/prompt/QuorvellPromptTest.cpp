@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches instructions that lack a section, say what a flag turned off, or swallow a name.
 #include "QuorvellCore/live/prompt/QuorvellPrompt.h"
 
 #include <gtest/gtest.h>

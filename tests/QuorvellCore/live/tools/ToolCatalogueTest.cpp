@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
+// Catches tool declarations that lack an argument, or differ between the two forms.
 #include "QuorvellCore/live/tools/ToolCatalogue.h"
 
+#include "QuorvellCore/live/prompt/QuorvellPrompt.h"
 #include "QuorvellCore/live/tools/ToolTraits.h"
 
 #include <gtest/gtest.h>

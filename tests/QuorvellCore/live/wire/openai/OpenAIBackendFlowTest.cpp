@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches responses that overlap, never begin, or begin twice.
 #include "QuorvellCore/live/wire/openai/OpenAIBackendFlow.h"
 
 #include "QuorvellCore/live/wire/openai/OpenAIResponseEnds.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches messages of clients misread, or taken though they cannot be acted on.
 #include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"
 
 #include "Fixtures.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches sessions opened at the wrong address, and refusals misread.
 #include "QuorvellCore/live/wire/openai/OpenAILiveEndpoint.h"
 
 #include "QuorvellCore/text/Json.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches messages to a session that say more or less than was set.
 #include "QuorvellCore/live/wire/openai/OpenAILiveMessage.h"
 
 #include "QuorvellCore/text/Characters.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches events of a server misread, or made of what cannot be read.
 #include "QuorvellCore/live/wire/openai/OpenAILiveParser.h"
 
 #include <gtest/gtest.h>

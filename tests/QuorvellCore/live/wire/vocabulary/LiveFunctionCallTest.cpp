@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches tool calls whose arguments are misread or were cut off unseen.
 #include "QuorvellCore/live/wire/vocabulary/LiveFunctionCall.h"
 
 #include "QuorvellCore/live/wire/openai/OpenAILiveEventMapper.h"
