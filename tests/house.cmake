@@ -6,9 +6,13 @@ if(QUORVELL_SANITIZE)
 endif()
 
 add_test(NAME house.layers COMMAND scripts/check-layers "${CMAKE_BINARY_DIR}/rooms.txt" WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
+add_test(NAME house.circles COMMAND scripts/check-circles WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.own_header_first COMMAND scripts/check-headers WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.purity COMMAND scripts/check-purity WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.format COMMAND scripts/format --check WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
+
+# The checks above find what they are there for.
+add_test(NAME house.planted_faults COMMAND tests/house/planted_faults.py WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 
 # The background service is one that the service manager takes.
 find_program(SYSTEMD_ANALYZE systemd-analyze)

@@ -1,0 +1,84 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Plants faults in a small tree and sees each check of scripts/ find them, and find nothing where there is none."""
+
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+SCRIPTS = pathlib.Path(__file__).resolve().parents[2] / "scripts"
+LICENCE = "// SPDX-License-Identifier: MIT\n"
+
+
+def header(*includes):
+    lines = "".join(f'#include "{include}"\n' for include in includes)
+    return f"{LICENCE}// Stands for a header.\n#pragma once\n{lines}"
+
+
+def source(*includes):
+    return LICENCE + "".join(f'#include "{include}"\n' for include in includes)
+
+
+SOUND = {
+    "A/One.h": header("A/Two.h"),
+    "A/One.cpp": source("A/One.h", "B/deep/Three.h"),
+    "A/Two.h": header(),
+    "B/deep/Three.h": header(),
+    "QuorvellCore/Pure.h": header(),
+    "Understanding/Pure.h": header(),
+    "tests/A/OneTest.cpp": f'{LICENCE}// Catches nothing at all.\n#include "A/One.h"\n#include "B/deep/Three.h"\n',
+    "scripts/tool": "#!/bin/sh\n# SPDX-License-Identifier: MIT\n",
+}
+ROOMS = "a A B\nb B\n"
+
+# check, what it says, the files that are different
+FAULTS = [
+    ("circles", "A circle of files: A/One, A/Two", {"A/Two.h": header("A/One.h")}),
+    ("circles", "A/Two.cpp:2: includes A/One.h", {"A/Two.cpp": source("A/One.h")}),
+    ("circles", "A circle of folders: A, B/deep", {"B/deep/Four.h": header("A/Two.h")}),
+    ("heads", "A/Two.h: begin with the line", {"A/Two.h": "// Stands for a header.\n#pragma once\n"}),
+    ("heads", "A/Two.h: say on the line after", {"A/Two.h": LICENCE + "#pragma once\n"}),
+    ("heads", "A/Two.h: \"#pragma once\" comes", {"A/Two.h": LICENCE + "// Stands for a header.\n\n#include <map>\n"}),
+    ("heads", "A/Alone.cpp: say on the line after", {"A/Alone.cpp": source()}),
+    ("heads", "scripts/tool: begin with the line", {"scripts/tool": "#!/bin/sh\n# Does nothing.\n"}),
+    ("headers", "A/One.cpp: include \"A/One.h\" before", {"A/One.cpp": source("A/Two.h", "A/One.h")}),
+    ("layers", "A/One.cpp:2: a may not include \"C/Five.h\"", {"A/One.cpp": source("C/Five.h")}),
+    ("layers", "B/Six.h:4: b may not include \"A/Two.h\"", {"B/Six.h": header("A/Two.h")}),
+    ("layers", "B/Six.h:4: includes \"../A/Two.h\"", {"B/Six.h": header("../A/Two.h")}),
+    ("layers", "B/Six.h:2: b may not include \"A/Two.h\"", {"B/Six.h": LICENCE + "#include <A/Two.h>\n"}),
+    ("layers", "tests/B/SixTest.cpp:2: b may not include \"A/Two.h\"", {"tests/B/SixTest.cpp": source("A/Two.h")}),
+    ("purity", "QuorvellCore/Pure.h:4:", {"QuorvellCore/Pure.h": header() + "inline int five() { throw 5; }\n"}),
+    ("purity", "Understanding/Pure.h:4:", {"Understanding/Pure.h": header() + "#include <fstream>\n"}),
+]
+
+
+def run(check, files):
+    with tempfile.TemporaryDirectory() as folder:
+        root = pathlib.Path(folder)
+        for name, text in files.items():
+            (root / name).parent.mkdir(parents=True, exist_ok=True)
+            (root / name).write_text(text, encoding="utf-8")
+        rooms = root / "rooms.txt"
+        rooms.write_text(ROOMS + "c C\n", encoding="utf-8")
+        argument = rooms if check == "layers" else root
+        result = subprocess.run([SCRIPTS / f"check-{check}", argument], cwd=root, capture_output=True, text=True, check=False)
+        return result.returncode, result.stdout + result.stderr
+
+
+def main():
+    failed = False
+    for check in sorted({check for check, _, _ in FAULTS}):
+        status, said = run(check, SOUND)
+        if status != 0 or said:
+            failed = True
+            print(f"check-{check} finds fault with a sound tree:\n{said}")
+    for check, expected, files in FAULTS:
+        status, said = run(check, SOUND | files)
+        if status == 0 or expected not in said:
+            failed = True
+            print(f"check-{check} does not say '{expected}':\n{said}")
+    sys.exit(1 if failed else 0)
+
+
+main()
