@@ -69,10 +69,11 @@ private:
 
     std::string m_token;
     Handlers m_handlers;
-    std::unique_ptr<QTcpServer> m_listener;
-    QWebSocketServer m_upgrader; ///< Never listens itself: it has no way to refuse with a status.
+    // These outlive the listener, whose sockets leave them as they end.
     std::map<QTcpSocket*, Waiting> m_waiting;
     std::map<std::uint16_t, std::pair<Guest, QTcpSocket*>> m_upgrading; ///< By the port of the other side.
+    std::unique_ptr<QTcpServer> m_listener;
+    QWebSocketServer m_upgrader; ///< Never listens itself: it has no way to refuse with a status.
     int m_guests = 0;
 };
 
