@@ -3,23 +3,13 @@
 // the short way for sound agrees with the long one.
 #include "QuorvellCore/live/wire/gemini/GeminiServerMessage.h"
 #include "QuorvellCore/live/wire/gemini/LiveServerParser.h"
+#include "fuzzing.h"
 
 #include <nlohmann/json.hpp>
-
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string_view>
 
 using namespace quorvell;
 
 namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 struct Rewriting {
     Json operator()(const live_event::InputTranscript& event) const
@@ -62,9 +52,8 @@ struct Rewriting {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void quorvell::search(std::string_view text)
 {
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
     const auto events = LiveServerParser::parse(text);
     if (auto json = parseJson(text); json && json->is_object()) {
         (*json)["forced"] = 1; // keeps the message off the short way
@@ -72,5 +61,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     for (const LiveServerEvent& event : events)
         require(LiveServerParser::parse(dumpJson(std::visit(Rewriting{}, event))) == std::vector{event});
-    return 0;
 }

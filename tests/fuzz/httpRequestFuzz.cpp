@@ -2,30 +2,19 @@
 // Any bytes are the start of a request, a request within its bounds, or refused with a status and a sentence; never a
 // crash. What was understood does not change when more bytes arrive.
 #include "Http/HttpRequest.h"
+#include "fuzzing.h"
 
-#include <cstdint>
-#include <cstdlib>
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void quorvell::search(std::string_view text)
 {
-    using quorvell::HttpReading;
-    using quorvell::HttpRequest;
-    const std::string bytes(reinterpret_cast<const char*>(data), size);
-    const HttpReading reading = HttpReading::of(bytes);
-    if ((reading.kind == HttpReading::Kind::refused) != (reading.status >= 400 && !reading.reason.empty()))
-        std::abort();
+    const HttpReading reading = HttpReading::of(text);
+    require((reading.kind == HttpReading::Kind::refused) == (reading.status >= 400 && !reading.reason.empty()));
     if (reading.kind == HttpReading::Kind::incomplete)
-        return 0;
-    if (HttpReading::of(bytes + "X") != reading && bytes.size() > HttpRequest::longestHead + 4)
-        std::abort();
+        return;
+    require(text.size() <= HttpRequest::longestHead + 4 || HttpReading::of(std::string(text) + "X") == reading);
     const HttpRequest& request = reading.request;
-    if (request.headBytes > size || request.bodyBytes > HttpRequest::longestBody)
-        std::abort();
-    if (reading.kind == HttpReading::Kind::whole && HttpReading::of(bytes.substr(0, request.headBytes)) != reading)
-        std::abort();
+    require(request.headBytes <= text.size() && request.bodyBytes <= HttpRequest::longestBody);
+    require(reading.kind != HttpReading::Kind::whole || HttpReading::of(text.substr(0, request.headBytes)) == reading);
     (void)request.path();
     (void)request.upgradeProblem();
-    if (quorvell::isSameSecret(request.bearer(), ""))
-        std::abort();
-    return 0;
+    require(!isSameSecret(request.bearer(), ""));
 }

@@ -8,23 +8,13 @@
 #include "QuorvellCore/live/wire/openai/OpenAILiveParser.h"
 #include "QuorvellCore/live/wire/openai/OpenAILiveServerMessage.h"
 #include "QuorvellCore/live/wire/openai/OpenAIResponseEvent.h"
+#include "fuzzing.h"
 
 #include <nlohmann/json.hpp>
-
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string_view>
 
 namespace {
 
 using namespace quorvell;
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 /// The short way for sound and the long way through JSON agree. A number among the members forces the long one.
 void checkShortWay(std::string_view text)
@@ -75,9 +65,8 @@ void readAsServer(std::string_view text)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void quorvell::search(std::string_view text)
 {
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
     readAsClient(text);
     readAsServer(text);
     OpenAILiveEndpoint::webRTCAnswer(text);
@@ -86,5 +75,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(
             OpenAILiveEndpoint::create(endpoint->request("key").url.substr(0, endpoint->request("key").url.find("/v1")))
             == endpoint);
-    return 0;
 }

@@ -3,25 +3,15 @@
 // the plain way of reading it says: every value parsed as JSON, the last readable one of each key kept.
 #include "QuorvellCore/notebook/NoteFile.h"
 #include "QuorvellCore/notebook/NoteHeaderReader.h"
+#include "fuzzing.h"
 
 #include <nlohmann/json.hpp>
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <map>
-#include <string>
-#include <string_view>
 
 using namespace quorvell;
 
 namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 std::string_view withoutBlanks(std::string_view text)
 {
@@ -55,19 +45,17 @@ void readHeaderBothWays(std::string_view text)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void quorvell::search(std::string_view text)
 {
-    const std::string_view text{reinterpret_cast<const char*>(data), size};
     const Instant now{std::chrono::milliseconds(1'795'251'600'000)}; // in November 2026
     readHeaderBothWays(text);
     const auto note = NoteFile::decode(text, now);
     if (!note)
-        return 0;
+        return;
     require(NoteFile::decode(NoteFile::encode(*note), now) == note);
     for (const auto& name : {NoteFile::fileName(*note), NoteFile::longFileName(*note, 2)})
         require(name.size() <= 255 && name.find_first_of(std::string_view("/\0", 2)) == name.npos
             && !name.starts_with('.'));
     (void)note->searchText();
     (void)note->plainText();
-    return 0;
 }

@@ -3,20 +3,11 @@
 // may mean more than its words.
 #include "Quorvell/notebook/NoteHistory.h"
 #include "Quorvell/notebook/NoteIndex.h"
-
-#include <cstdint>
-#include <cstdlib>
-#include <string>
+#include "fuzzing.h"
 
 namespace {
 
 using namespace quorvell;
-
-void check(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 NoteIndex smallIndex()
 {
@@ -28,16 +19,15 @@ NoteIndex smallIndex()
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void quorvell::search(std::string_view given)
 {
     static NoteIndex index = smallIndex();
-    const std::string text(reinterpret_cast<const char*>(data), size);
+    const std::string text(given);
     for (const NoteHit& hit : index.find({.words = text}).hits)
-        check(hit.id == "1");
+        require(hit.id == "1");
     index.put({.id = "3", .title = text, .body = text});
     index.find({.words = text, .reader = NoteQuery::Reader::person});
     index.remove("3");
     const auto versions = NoteHistory::parsed(text);
-    check(NoteHistory::parsed(NoteHistory::text(versions)) == versions);
-    return 0;
+    require(NoteHistory::parsed(NoteHistory::text(versions)) == versions);
 }

@@ -6,14 +6,13 @@
 #include "QuorvellCore/reminders/ReminderRequest.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
+#include "fuzzing.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <chrono>
-#include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <utility>
 #include <vector>
 
@@ -44,10 +43,11 @@ const Calendar& calendarOf(std::uint8_t choice)
 }
 
 /// Every minute of the years 1970 to 2106 or so, a quarter of which has been seen by every zone's history.
-Instant momentOf(const std::uint8_t* data)
+Instant momentOf(std::string_view bytes)
 {
-    const std::uint32_t number =
-        std::uint32_t{data[0]} << 24 | std::uint32_t{data[1]} << 16 | std::uint32_t{data[2]} << 8 | data[3];
+    std::uint32_t number = 0;
+    for (const char byte : bytes.substr(0, 4))
+        number = number << 8 | static_cast<std::uint8_t>(byte);
     return Instant(std::chrono::seconds(number));
 }
 
@@ -90,13 +90,13 @@ void checkPhrase(const ReminderPhrase& phrase, std::string_view text, const Cale
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void quorvell::search(std::string_view bytes)
 {
-    if (size < headerSize)
-        return 0;
-    const Calendar& calendar = calendarOf(data[4]);
-    const Instant now = momentOf(data);
-    const std::string text(reinterpret_cast<const char*>(data) + headerSize, size - headerSize);
+    if (bytes.size() < headerSize)
+        return;
+    const Calendar& calendar = calendarOf(static_cast<std::uint8_t>(bytes[4]));
+    const Instant now = momentOf(bytes);
+    const std::string text(bytes.substr(headerSize));
 
     const auto started = std::chrono::steady_clock::now();
     const auto phrase = ReminderPhrase::parse(text, now, calendar);
@@ -110,5 +110,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto request = ReminderRequest::fromWords(text, now, calendar);
     demand(request.verdict != ReminderRequest::Verdict::ready || (request.date >= now && !request.task.empty()),
         "what is ready lies ahead and says what to do");
-    return 0;
 }

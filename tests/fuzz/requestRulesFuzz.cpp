@@ -2,22 +2,14 @@
 // What somebody says, and what a tool answers, each taken for anything: the rules always have a next step, and call no
 // tool that the session did not offer.
 #include "LiveService/rules/RequestRules.h"
+#include "fuzzing.h"
 
 #include <chrono>
-#include <cstdint>
-#include <cstdlib>
-#include <string>
 #include <variant>
 
 namespace {
 
 using namespace quorvell;
-
-void check(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 RuleSurroundings surroundings()
 {
@@ -30,19 +22,19 @@ RuleSurroundings surroundings()
 RuleStep checked(RuleStep step, const RuleSurroundings& around)
 {
     if (const auto* request = std::get_if<ToolRequest>(&step.answer))
-        check(around.offers(request->name));
+        require(around.offers(request->name));
     else
-        check(!std::get<std::string>(step.answer).empty());
+        require(!std::get<std::string>(step.answer).empty());
     return step;
 }
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void quorvell::search(std::string_view given)
 {
     static const RuleSurroundings around = surroundings();
     // Lines are turns of one conversation; one that begins with "{" is the answer to the tool that was called.
-    const std::string text(reinterpret_cast<const char*>(data), size);
+    const std::string text(given);
     RuleStep step{std::string(), {}};
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = std::min(text.find('\n', start), text.size());
@@ -54,5 +46,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             around);
         start = end + 1;
     }
-    return 0;
 }

@@ -3,34 +3,24 @@
 // never holds more than was said.
 #include "Understanding/RequestEvidence.h"
 #include "Understanding/RequestWords.h"
-
-#include <cstdint>
-#include <cstdlib>
-#include <string>
+#include "fuzzing.h"
 
 namespace {
 
 using namespace quorvell;
 
-void check(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void quorvell::search(std::string_view text)
 {
-    const std::string text(reinterpret_cast<const char*>(data), size);
     const RequestWords words(text);
-    check(words.size() <= RequestWords::most + 1);
-    check(words.said().size() <= size);
+    require(words.size() <= RequestWords::most + 1);
+    require(words.said().size() <= text.size());
     for (std::size_t index = 0; index < words.size(); ++index)
-        check(words.said(index, index + 1).size() <= size);
+        require(words.said(index, index + 1).size() <= text.size());
     const RequestReading reading = RequestReading::of(text);
-    check(reading.content.size() <= size);
-    const auto kinds = RequestEvidence::ranked(reading, {.hasMoment = size % 2 == 0, .hasLength = size % 3 == 0});
-    check(kinds.size() <= static_cast<std::size_t>(RequestKind::count));
-    return 0;
+    require(reading.content.size() <= text.size());
+    const auto kinds =
+        RequestEvidence::ranked(reading, {.hasMoment = text.size() % 2 == 0, .hasLength = text.size() % 3 == 0});
+    require(kinds.size() <= static_cast<std::size_t>(RequestKind::count));
 }

@@ -3,12 +3,9 @@
 // the cut.
 #include "QuorvellCore/live/wire/responses/ResponsesStreamParser.h"
 #include "QuorvellCore/live/wire/transport/ServerSentEvents.h"
+#include "fuzzing.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string_view>
 
 using namespace quorvell;
 
@@ -31,8 +28,7 @@ Reading readInPieces(std::string_view stream, std::size_t size)
         for (ServerSentEvent& part : reader.add(stream.substr(0, size))) {
             const bool wasEnded = parser.isEnded();
             Events read = parser.read(part.data);
-            if (wasEnded && !read.empty())
-                std::abort();
+            require(!wasEnded || read.empty());
             std::move(read.begin(), read.end(), std::back_inserter(all.events));
             all.parts.push_back(std::move(part));
         }
@@ -42,19 +38,16 @@ Reading readInPieces(std::string_view stream, std::size_t size)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void quorvell::search(std::string_view text)
 {
-    if (size == 0)
-        return 0;
-    const std::string_view stream(reinterpret_cast<const char*>(data) + 1, size - 1);
+    if (text.empty())
+        return;
+    const std::string_view stream = text.substr(1);
     const Reading whole = readInPieces(stream, stream.size() + 1);
-    if (!(readInPieces(stream, std::size_t{data[0]} + 1) == whole))
-        std::abort();
+    require(readInPieces(stream, static_cast<unsigned char>(text[0]) + std::size_t{1}) == whole);
     for (const ServerSentEvent& part : whole.parts) {
         const bool isOneLine = part.data.find_first_of("\r\n") == part.data.npos;
         ServerSentEvents again;
-        if (isOneLine && again.add(ServerSentEvents::text(part)) != std::vector{part})
-            std::abort();
+        require(!isOneLine || again.add(ServerSentEvents::text(part)) == std::vector{part});
     }
-    return 0;
 }
