@@ -40,8 +40,8 @@ TEST(Agenda, showsWhatTheDesktopsCalendarsHold)
     if (!hasServer || std::system("/usr/bin/python3 -c 'import dbus' 2>/dev/null") != 0)
         FAIL() << "evolution-data-server or python3-dbus is not installed; scripts/test installs what is missing";
     ProgramHome home;
-    home.set(QStringLiteral("EVENT"), QString::fromUtf8(makeEvent));
-    home.set(QStringLiteral("GSETTINGS_BACKEND"), QStringLiteral("memory"));
+    home.set("EVENT", makeEvent);
+    home.set("GSETTINGS_BACKEND", "memory");
     const QString script = QStringLiteral("/usr/bin/python3 -c \"$EVENT\" && exec \"$0\" agenda week --json");
     const Outcome shown = home.runThrough(QStringLiteral("dbus-run-session"),
         {QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"), script, QStringLiteral(QUORVELL_PROGRAM)});
@@ -55,18 +55,16 @@ TEST(Agenda, showsWhatTheDesktopsCalendarsHold)
 TEST(Agenda, oneProgramAtATimeKeepsTheNotebook)
 {
     const ProgramHome home; // No bus: the lock on the folder decides.
-    ASSERT_EQ(home.run({QStringLiteral("remind"), QStringLiteral("tomorrow at 5 pm call mum")}).exitCode, 0);
-    const auto agent = home.start({QStringLiteral("agent")});
+    ASSERT_EQ(home.run("remind \"tomorrow at 5 pm call mum\"").exitCode, 0);
+    RunningProgram agent(home, "agent");
     Outcome second;
     for (int tries = 0; tries < 100 && second.exitCode != 1; ++tries) {
         QThread::msleep(20);
-        second = home.run({QStringLiteral("reminders"), QStringLiteral("done"), QStringLiteral("mum")});
+        second = home.run("reminders done mum");
     }
     EXPECT_EQ(second.exitCode, 1);
     EXPECT_NE(second.errors.find("notebook"), std::string::npos) << second.errors;
-    ::kill(static_cast<pid_t>(agent->processId()), SIGTERM);
-    EXPECT_TRUE(agent->waitForFinished(10000));
-    EXPECT_EQ(agent->exitCode(), 0);
-    const Outcome shown = home.run({QStringLiteral("agenda"), QStringLiteral("week")});
+    EXPECT_EQ(agent.exitCodeAfter(SIGTERM), 0);
+    const Outcome shown = home.run("agenda week");
     EXPECT_EQ(shown.exitCode, 0) << shown.errors;
 }

@@ -3,6 +3,8 @@
 
 #include <unistd.h>
 
+#include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -35,19 +37,16 @@ ProgramHome::ProgramHome(QString timeZone)
     m_variables.insert(QStringLiteral("TZ"), timeZone);
 }
 
-Outcome ProgramHome::run(const QStringList& arguments, const std::string& input, int limitMilliseconds) const
+Outcome ProgramHome::run(const std::string& commandLine, const std::string& input) const
 {
-    return runThrough(QStringLiteral(QUORVELL_PROGRAM), arguments, input, limitMilliseconds);
+    return runThrough(
+        QStringLiteral(QUORVELL_PROGRAM), QProcess::splitCommand(QString::fromStdString(commandLine)), input);
 }
 
-Outcome ProgramHome::run(const char* commandLine, const std::string& input) const
+Outcome ProgramHome::runThrough(
+    const QString& launcher, const QStringList& launcherArguments, const std::string& input) const
 {
-    return run(QProcess::splitCommand(QString::fromUtf8(commandLine)), input);
-}
-
-Outcome ProgramHome::runThrough(const QString& launcher, const QStringList& launcherArguments, const std::string& input,
-    int limitMilliseconds) const
-{
+    constexpr int limitMilliseconds = 60000;
     QProcess process;
     process.setProcessEnvironment(m_variables);
     process.start(launcher, launcherArguments);
@@ -65,18 +64,11 @@ Outcome ProgramHome::runThrough(const QString& launcher, const QStringList& laun
     return outcome;
 }
 
-std::unique_ptr<QProcess> ProgramHome::start(const QStringList& arguments) const
+void ProgramHome::start(QProcess& process, const std::string& commandLine) const
 {
-    auto process = std::make_unique<QProcess>();
-    process->setProcessEnvironment(m_variables);
-    process->start(QStringLiteral(QUORVELL_PROGRAM), arguments);
-    process->waitForStarted();
-    return process;
-}
-
-std::unique_ptr<QProcess> ProgramHome::start(const char* commandLine) const
-{
-    return start(QProcess::splitCommand(QString::fromUtf8(commandLine)));
+    process.setProcessEnvironment(m_variables);
+    process.start(QStringLiteral(QUORVELL_PROGRAM), QProcess::splitCommand(QString::fromStdString(commandLine)));
+    process.waitForStarted();
 }
 
 void ProgramHome::become(const std::vector<std::string>& arguments) const
@@ -123,6 +115,43 @@ std::vector<std::string> ProgramHome::noteFiles() const
         files.push_back(text.str());
     }
     return files;
+}
+
+RunningProgram::RunningProgram(const ProgramHome& home, const std::string& commandLine)
+{
+    home.start(m_process, commandLine);
+}
+
+RunningProgram::~RunningProgram()
+{
+    m_process.kill();
+    m_process.waitForFinished();
+}
+
+bool RunningProgram::shows(const std::string& text)
+{
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (std::chrono::steady_clock::now() < end) {
+        if (const auto place = m_output.find(text, m_seen); place != std::string::npos) {
+            m_seen = place + text.size();
+            return true;
+        }
+        m_process.waitForReadyRead(50);
+        m_output += m_process.readAllStandardOutput().toStdString();
+    }
+    return false;
+}
+
+int RunningProgram::exitCode()
+{
+    const bool hasEnded = m_process.state() == QProcess::NotRunning || m_process.waitForFinished(15000);
+    return hasEnded && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+}
+
+int RunningProgram::exitCodeAfter(int signal)
+{
+    ::kill(static_cast<pid_t>(m_process.processId()), signal);
+    return exitCode();
 }
 
 std::string headerValue(const std::string& noteFile, const std::string& key)

@@ -29,16 +29,17 @@ class ProgramHome {
 public:
     explicit ProgramHome(QString timeZone = QStringLiteral("Europe/Berlin"));
 
-    void set(const QString& variable, const QString& value) { m_variables.insert(variable, value); }
+    void set(const char* variable, const std::string& value)
+    {
+        m_variables.insert(QString::fromUtf8(variable), QString::fromStdString(value));
+    }
 
-    Outcome run(const QStringList& arguments, const std::string& input = {}, int limitMilliseconds = 60000) const;
     /// The arguments as they are typed in a shell; double quotes keep words together.
-    Outcome run(const char* commandLine, const std::string& input = {}) const;
+    Outcome run(const std::string& commandLine, const std::string& input = {}) const;
     /// As run, but through another program that starts ours (a private message bus).
-    Outcome runThrough(const QString& launcher, const QStringList& launcherArguments, const std::string& input = {},
-        int limitMilliseconds = 60000) const;
-    std::unique_ptr<QProcess> start(const QStringList& arguments) const;
-    std::unique_ptr<QProcess> start(const char* commandLine) const;
+    Outcome runThrough(
+        const QString& launcher, const QStringList& launcherArguments, const std::string& input = {}) const;
+    void start(QProcess& process, const std::string& commandLine) const;
 
     /// Makes this process the program; comes back only when that is impossible.
     void become(const std::vector<std::string>& arguments) const;
@@ -53,6 +54,28 @@ public:
 private:
     QTemporaryDir m_folder;
     QProcessEnvironment m_variables;
+};
+
+/// The program while it runs, and what it printed so far. It is ended with this object.
+class RunningProgram {
+public:
+    RunningProgram(const ProgramHome& home, const std::string& commandLine);
+    ~RunningProgram();
+    RunningProgram(const RunningProgram&) = delete;
+    RunningProgram& operator=(const RunningProgram&) = delete;
+
+    /// Waits for a text behind the one that was waited for last.
+    bool shows(const std::string& text);
+    const std::string& output() const { return m_output; }
+    QProcess& process() { return m_process; }
+    /// -1 when it does not end by itself.
+    int exitCode();
+    int exitCodeAfter(int signal);
+
+private:
+    QProcess m_process;
+    std::string m_output;
+    std::size_t m_seen = 0;
 };
 
 /// The JSON value of one header line of a note file, as text; empty when the line is missing.

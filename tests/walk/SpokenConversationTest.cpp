@@ -20,51 +20,6 @@ const std::string otherSpeaker = "module-null-sink sink_name=other rate=48000";
 const std::string room = "module-null-sink sink_name=room rate=48000";
 const std::string microphone = "module-remap-source source_name=microphone master=room.monitor";
 
-/// The program, and what it printed so far.
-class Conversation {
-public:
-    explicit Conversation(const ProgramHome& home)
-        : m_program(home.start("talk --json"))
-    {
-        m_program->setReadChannel(QProcess::StandardOutput);
-    }
-    ~Conversation()
-    {
-        m_program->kill();
-        m_program->waitForFinished();
-    }
-    Conversation(const Conversation&) = delete;
-    Conversation& operator=(const Conversation&) = delete;
-
-    /// Waits for a text behind the one that was waited for last.
-    bool shows(const std::string& text)
-    {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-        while (std::chrono::steady_clock::now() < end) {
-            if (const auto place = m_output.find(text, m_seen); place != std::string::npos) {
-                m_seen = place + text.size();
-                return true;
-            }
-            m_program->waitForReadyRead(50);
-            m_output += m_program->readAllStandardOutput().toStdString();
-        }
-        return false;
-    }
-    const std::string& output() const { return m_output; }
-
-    int exitCodeAfterInterrupt()
-    {
-        ::kill(static_cast<pid_t>(m_program->processId()), SIGINT);
-        m_program->waitForFinished(10000);
-        return m_program->exitStatus() == QProcess::NormalExit ? m_program->exitCode() : -1;
-    }
-
-private:
-    std::unique_ptr<QProcess> m_program;
-    std::string m_output;
-    std::size_t m_seen = 0;
-};
-
 /// What one loudspeaker plays from now on.
 class Recorder {
 public:
@@ -120,11 +75,11 @@ TEST(SpokenConversation, goesOnWhileDevicesComeAndGo)
     pulse.control("set-default-source microphone");
     pulse.control("set-default-sink speaker");
     ProgramHome home;
-    home.set(QStringLiteral("PULSE_SERVER"), QString::fromStdString(pulse.address()));
+    home.set("PULSE_SERVER", pulse.address());
     home.write("data/Quorvell/Notebook/Call the dentist.md",
         "---\nid: \"aaaaaaaaaaaa\"\nkind: \"note\"\ntitle: \"Call the dentist\"\n"
         "remind_at: \"2090-11-24T16:00:00.000Z\"\n---\n");
-    Conversation talk(home);
+    RunningProgram talk(home, "talk --json");
     ASSERT_TRUE(talk.shows(R"("event":"reply")")) << talk.output(); // The greeting.
     say(pulse, "What are my reminders?");
     ASSERT_TRUE(talk.shows("tool_result")) << talk.output();
@@ -142,7 +97,7 @@ TEST(SpokenConversation, goesOnWhileDevicesComeAndGo)
     pulse.control("set-default-source microphone");
     say(pulse, "What is on tomorrow?");
     EXPECT_TRUE(talk.shows("whats_on")) << talk.output();
-    EXPECT_EQ(talk.exitCodeAfterInterrupt(), 0);
+    EXPECT_EQ(talk.exitCodeAfter(SIGINT), 0);
     const std::string rest = atOther.words();
     EXPECT_NE(rest.find("november"), std::string::npos) << rest;
 }
@@ -153,7 +108,7 @@ TEST(SpokenConversation, saysThatThereIsNoMicrophone)
         const PrivatePulse pulse({speaker}, {}, server);
         pulse.control("info");
         ProgramHome home;
-        home.set(QStringLiteral("PULSE_SERVER"), QString::fromStdString(pulse.address()));
+        home.set("PULSE_SERVER", pulse.address());
         const Outcome outcome = home.run("talk");
         EXPECT_EQ(outcome.exitCode, 1);
         EXPECT_EQ(outcome.errors,

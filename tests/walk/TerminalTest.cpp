@@ -98,7 +98,7 @@ constexpr const char* controlC = "\x03";
 TEST(Terminal, aPersonTypesWithHistoryPastesAndInterrupts)
 {
     ProgramHome home;
-    home.set(QStringLiteral("TERM"), QStringLiteral("xterm"));
+    home.set("TERM", "xterm");
     {
         Terminal chat(home, {"chat"});
         ASSERT_TRUE(chat.shows("nothing you say leaves it"));
@@ -142,8 +142,8 @@ TEST(Terminal, looksAsItAllows)
         {Row{"xterm", "", true, true}, Row{"xterm", "1", false, true}, Row{"dumb", "", false, false}}) {
         SCOPED_TRACE(std::string(row.terminal) + row.noColour);
         ProgramHome home;
-        home.set(QStringLiteral("TERM"), QString::fromUtf8(row.terminal));
-        home.set(QStringLiteral("NO_COLOR"), QString::fromUtf8(row.noColour));
+        home.set("TERM", row.terminal);
+        home.set("NO_COLOR", row.noColour);
         Terminal chat(home, {"chat"});
         ASSERT_TRUE(chat.shows(prompt)) << chat.output();
         chat.type("remind me tomorrow at 5 pm to call the dentist\r");
@@ -161,7 +161,7 @@ TEST(Terminal, looksAsItAllows)
 TEST(Terminal, whatComesLateLeavesTheTypedLineWhole)
 {
     ProgramHome home;
-    home.set(QStringLiteral("TERM"), QStringLiteral("xterm"));
+    home.set("TERM", "xterm");
     Terminal chat(home, {"chat"});
     ASSERT_TRUE(chat.shows("\x1b[?2004h")) << chat.output();
     chat.type("half a line\x1b[D\x1b[D");
@@ -183,42 +183,24 @@ TEST(Terminal, whatComesLateLeavesTheTypedLineWhole)
 TEST(Terminal, everyTransportCarriesTheSameConversation)
 {
     ProgramHome home;
-    const auto service = home.start({QStringLiteral("live-service"), QStringLiteral("--token-file"),
-        QString::fromStdString(home.write("key", "a-key-for-tests\n"))});
-    std::string output;
-    for (int attempt = 0; attempt < 200 && output.find("\nClients") == std::string::npos; ++attempt) {
-        service->waitForReadyRead(100);
-        output += service->readAllStandardOutput().toStdString();
-    }
-    const auto start = output.find("ws://");
-    ASSERT_NE(start, std::string::npos) << output;
-    const std::string address = output.substr(start, output.find('/', start + 5) - start);
-    home.set(QStringLiteral("OPENAI_API_KEY"), QStringLiteral("a-key-for-tests"));
-    home.set(QStringLiteral("GEMINI_API_KEY"), QStringLiteral("a-key-for-tests"));
-    struct Row {
-        const char* name;
-        QStringList arguments;
-    };
-    const QString recording = QString::fromStdString(home.path("request.wav"));
+    RunningProgram service(home, "live-service --token-file " + home.write("key", "a-key-for-tests\n"));
+    ASSERT_TRUE(service.shows("\nClients")) << service.output();
+    const auto start = service.output().find("ws://");
+    const std::string address = service.output().substr(start, service.output().find('/', start + 5) - start);
+    home.set("OPENAI_API_KEY", "a-key-for-tests");
+    home.set("GEMINI_API_KEY", "a-key-for-tests");
+    const std::string request = "remind me tomorrow at 5 pm to call the dentist";
+    const std::string talk = "talk " + home.path("request.wav");
     QProcess::execute(QStringLiteral("flite"),
         {QStringLiteral("-voice"), QStringLiteral("slt"), QStringLiteral("-t"),
-            QStringLiteral("Remind me tomorrow at five p m to call the dentist."), QStringLiteral("-o"), recording});
-    const QStringList talk{QStringLiteral("talk"), recording};
-    const QStringList webRTC{QStringLiteral("--transport"), QStringLiteral("webrtc")};
-    const QStringList gemini{QStringLiteral("--backend"), QStringLiteral("gemini")};
-    const Row rows[] = {
-        {"spoken over WebRTC", talk + webRTC},
-        {"spoken to the Gemini form", talk + gemini},
-        {"typed over the Responses form", {QStringLiteral("chat")}},
-        {"typed to the Gemini form", QStringList{QStringLiteral("chat")} + gemini},
-    };
+            QStringLiteral("Remind me tomorrow at five p m to call the dentist."), QStringLiteral("-o"),
+            QString::fromStdString(home.path("request.wav"))});
+    const std::string ways[] = {
+        talk + " --transport webrtc", talk + " --backend gemini", "chat", "chat --backend gemini"};
     std::size_t notes = 0;
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const Outcome outcome = home.run(row.arguments
-                + QStringList{QStringLiteral("--json"), QStringLiteral("--host"), QString::fromStdString(address)},
-            "remind me tomorrow at 5 pm to call the dentist\n");
-        SCOPED_TRACE(outcome.output + outcome.errors);
+    for (const std::string& way : ways) {
+        const Outcome outcome = home.run(way + " --json --host " + address, request + "\n");
+        SCOPED_TRACE(way + outcome.output + outcome.errors);
         EXPECT_EQ(outcome.exitCode, 0);
         EXPECT_EQ(home.noteFiles().size(), ++notes);
     }
@@ -227,7 +209,7 @@ TEST(Terminal, everyTransportCarriesTheSameConversation)
 
     // What happened can be looked at afterwards.
     const Outcome listed = home.run("log --list --json");
-    EXPECT_EQ(listed.events().size(), std::size(rows)) << listed.output;
+    EXPECT_EQ(listed.events().size(), std::size(ways)) << listed.output;
     const Outcome last = home.run("log");
     EXPECT_NE(last.output.find("tool called"), std::string::npos) << last.output;
     EXPECT_EQ(last.output.find("dentist"), std::string::npos) << last.output;
@@ -238,14 +220,12 @@ TEST(Terminal, everyTransportCarriesTheSameConversation)
     const Json* today = hosted ? memberOf(*hosted, "today") : nullptr;
     ASSERT_TRUE(today);
     EXPECT_GT(readNumber(*today, "microphone_seconds").value_or(0), 1);
-    service->kill();
-    service->waitForFinished();
 }
 
 TEST(Terminal, theDoctorTellsWhatIsBroken)
 {
     ProgramHome home;
-    home.set(QStringLiteral("PULSE_SERVER"), QStringLiteral("unix:/nonexistent"));
+    home.set("PULSE_SERVER", "unix:/nonexistent");
     const auto verdict = [](const Outcome& outcome, const char* subject) -> std::string {
         for (const Json& finding : outcome.events())
             if (readString(finding, "subject") == subject)

@@ -64,6 +64,12 @@ class FaultRun : public SessionObserver, public EventLog {
 public:
     using Done = std::function<void(const FaultOutcome& outcome)>;
 
+    struct Request {
+        const char* words;
+        const char* sign; ///< A word that is in nothing but this request.
+    };
+    static const std::array<Request, FaultOutcome::requests> requests;
+
     FaultRun(QtScheduler& scheduler, Carrier carrier, const FaultRow& row, const Recordings& recordings,
         const FaultPatience& patience, const std::string& certificate, Done done);
     ~FaultRun() override;
@@ -76,12 +82,6 @@ public:
     void conversationEnded(const SessionEnd& end) override;
 
 private:
-    struct Request {
-        const char* words;
-        const char* sign; ///< A word that is in nothing but this request.
-    };
-    static const std::array<Request, FaultOutcome::requests> requests;
-
     void serviceReady(const std::string& address);
     void makeSession(const std::string& address);
     void registerTools();

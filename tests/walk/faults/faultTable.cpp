@@ -100,13 +100,11 @@ Recordings speech()
 {
     Recordings recordings;
     const QTemporaryDir folder;
-    const char* const words[] = {"Remind me tomorrow at five p m to call the dentist.",
-        "Remind me to buy milk tomorrow at nine a m.", "In twenty minutes remind me to check the oven."};
     for (std::size_t index = 0; index < recordings.size(); ++index) {
         const QString path = folder.filePath(QStringLiteral("request.wav"));
         QProcess::execute(QStringLiteral("flite"),
-            {QStringLiteral("-voice"), QStringLiteral("slt"), QStringLiteral("-t"), QString::fromUtf8(words[index]),
-                QStringLiteral("-o"), path});
+            {QStringLiteral("-voice"), QStringLiteral("slt"), QStringLiteral("-t"),
+                QString::fromUtf8(FaultRun::requests[index].words), QStringLiteral("-o"), path});
         recordings[index] = WavFile::read(path.toStdString(), MicrophoneStream::sampleRateHz)
                                 .samples.value_or(std::vector<std::int16_t>{});
     }
