@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Catches fields of a note lost or misread on their way, and notes shown that are hidden.
 #include "QuorvellCore/notebook/NoteJson.h"
+#include "WholeNote.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <tuple>
+
 namespace quorvell {
-namespace {
 
 TEST(Note, readsStoredTextsExactly)
 {
@@ -32,11 +34,7 @@ TEST(Note, isUpdatedWhenItIsCreatedUnlessToldOtherwise)
 
 TEST(Note, labelsItsSource)
 {
-    struct Row {
-        NoteSource source;
-        std::optional<std::string> label;
-    };
-    const Row rows[] = {
+    const std::pair<NoteSource, std::optional<std::string>> rows[] = {
         {{.site = "www.example.org"}, "example.org"},
         {{.site = "WWW.example.org"}, "WWW.example.org"},
         {{.site = "shop.www.example.org"}, "shop.www.example.org"},
@@ -46,8 +44,8 @@ TEST(Note, labelsItsSource)
         {{.app = "", .site = ""}, std::nullopt},
         {{.address = "https://example.org", .title = "Example"}, std::nullopt},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(row.source.label(), row.label) << row.source.app.value_or("-") << row.source.site.value_or("-");
+    for (const auto& [source, label] : rows)
+        EXPECT_EQ(source.label(), label) << source.app.value_or("-") << source.site.value_or("-");
 }
 
 TEST(Note, makesIdsFromTheFirstBytes)
@@ -70,14 +68,13 @@ TEST(Note, givesItsTextForSearchAndReading)
     note.thread = {{.question = "why", .answer = "so"}};
     EXPECT_EQ(note.searchText(), "T B Q G example.org S one two why so");
 
-    struct Row {
+    const struct Row {
         const char* name;
         NoteKind kind;
         const char* body;
         std::vector<std::string> steps;
         const char* plain;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"a note's body stays", NoteKind::note, "a\n\n\n b \n", {"unused"}, "a\n\n\n b \n"},
         {"steps alone", NoteKind::howTo, "", {"Open", "Save"}, "1. Open\n2. Save"},
         {"steps and body", NoteKind::howTo, "Careful.", {"Open"}, "1. Open\n\nCareful."},
@@ -96,51 +93,13 @@ TEST(Note, givesItsTextForSearchAndReading)
 
 TEST(Note, hidesWhatIsPutAwayOrUnconfirmed)
 {
-    struct Row {
-        NoteKind kind;
-        bool archived;
-        bool confirmed;
-        bool visible;
-    };
-    const Row rows[] = {
-        {NoteKind::clip, false, false, true},
-        {NoteKind::clip, true, false, false},
-        {NoteKind::aboutMe, false, false, false},
-        {NoteKind::aboutMe, false, true, true},
-        {NoteKind::aboutMe, true, true, false},
-    };
-    for (const Row& row : rows) {
-        const Note note{.kind = row.kind, .archived = row.archived, .confirmed = row.confirmed};
-        EXPECT_EQ(note.isVisibleToQuorvell(), row.visible);
+    const std::tuple<NoteKind, bool, bool, bool> rows[] = {{NoteKind::clip, false, false, true},
+        {NoteKind::clip, true, false, false}, {NoteKind::aboutMe, false, false, false},
+        {NoteKind::aboutMe, false, true, true}, {NoteKind::aboutMe, true, true, false}};
+    for (const auto& [kind, archived, confirmed, visible] : rows) {
+        const Note note{.kind = kind, .archived = archived, .confirmed = confirmed};
+        EXPECT_EQ(note.isVisibleToQuorvell(), visible);
     }
-}
-
-/// A note that fills every field.
-Note wholeNote()
-{
-    const Instant day = *parseIsoText("2026-11-21T09:00:00.123Z");
-    Note note{.id = "3f2a90bc1d77", .kind = NoteKind::howTo, .title = "“Tea”", .body = "B\n", .created = day};
-    note.updated = day + std::chrono::hours(1);
-    note.author = NoteAuthor::quorvell;
-    note.origin = NoteOrigin::web;
-    note.personEdited = note.pinned = note.archived = note.confirmed = true;
-    note.source = NoteSource{"Firefox", "www.example.org", "https://example.org/a", "Tea"};
-    note.steps = {"Boil", "Pour"};
-    note.goal = "Tea";
-    note.question = "How?";
-    note.thread = {{"Why?", "So.", day}};
-    note.timesUsed = 3;
-    note.checked = {1, 0};
-    note.when = note.remindAt = note.reviewed = note.doneAt = day;
-    note.image = "Pictures/3f2a90bc1d77.png";
-    note.level = "simple";
-    note.basedOn = {"a"};
-    note.repeatRule = "daily";
-    note.trigger = "time";
-    note.then = "Drink";
-    note.event = "e";
-    note.mirror = "m";
-    return note;
 }
 
 TEST(NoteJson, everyFieldTravels)
@@ -178,5 +137,4 @@ TEST(NoteJson, everyFieldTravels)
     EXPECT_FALSE(NoteJson::decode(Json::array()));
 }
 
-} // namespace
 } // namespace quorvell

@@ -4,68 +4,20 @@
 
 #include "QuorvellCore/live/prompt/QuorvellPrompt.h"
 #include "QuorvellCore/live/tools/ToolTraits.h"
+#include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <set>
 #include <sstream>
+#include <tuple>
 
 namespace quorvell {
 
 namespace {
 
 constexpr ToolFlags all{.tiered = true, .webLookup = true, .connectedApps = true, .nextStep = true};
-
-/// Every tool with its arguments, "?" behind those that may be left out. `plan_update` and `then` have their own lists.
-const char* const catalogue = R"(click element_id
-type_text element_id text replace?
-press_key key
-scroll direction element_id?
-choose_menu path
-choose_option element_id option
-open_app name
-open_website address
-click_at_spot x y
-drag x y to_x to_y
-read_page from?
-find_on_page text
-fill_form fields
-browser_control action tab?
-list_tabs
-wait_for_screen expect? seconds?
-look_at_screen include_image? include_menus? fine_detail?
-do_steps steps
-quick_action name value?
-do_task goal
-start_task goal steps done_when
-update_plan steps? done? facts? done_when?
-task_finished summary evidence
-confirm_action
-point_at element_id instruction expect?
-point_at_spot x y instruction expect?
-clear_pointer
-flag_scam reason?
-set_mode mode
-keep_note title text kind?
-find_in_notebook query kind? limit?
-read_note id
-explain question text level?
-save_how_to title goal steps based_on?
-remember_about_them fact
-open_notebook id?
-set_reminder text? task? date? repeat? when_back? list? id? done? later?
-whats_on from? to?
-find_free_time minutes from? to?
-add_event title start end? minutes? all_day? place? notes? repeat?
-change_event id changes? cancel? series?
-quorvell_update action
-connect_app app
-check_connected_apps
-search_connected_tools query app?
-execute_connected_tool tool arguments
-look_up query
-)";
 
 std::vector<std::string> namesOf(const Json& responsesTools)
 {
@@ -75,6 +27,7 @@ std::vector<std::string> namesOf(const Json& responsesTools)
     return names;
 }
 
+/// The name and the arguments, "?" behind those that may be left out. `plan_update` and `then` have their own lists.
 std::string signature(const Json& tool)
 {
     const Json& parameters = tool["parameters"];
@@ -121,7 +74,7 @@ TEST(ToolCatalogue, declaresEveryToolWithItsArguments)
         for (const auto& [name, schema] : tool["parameters"]["properties"].items())
             EXPECT_GT(readString(schema, "description").value_or("").size(), 3u) << name;
     }
-    EXPECT_EQ(signatures, catalogue);
+    EXPECT_EQ(signatures, test::readText(QUORVELL_FIXTURES "/live/toolSignatures.txt"));
     EXPECT_EQ(types, (std::set<std::string>{"array", "boolean", "integer", "number", "object", "string"}));
 }
 
@@ -146,23 +99,18 @@ TEST(ToolCatalogue, bothFormsHoldTheSameToolsInTheSameOrder)
 
 TEST(ToolCatalogue, flagsSelect)
 {
-    struct Row {
-        const char* name;
-        ToolFlags flags;
-        std::set<std::string> missing;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, ToolFlags, std::set<std::string>> rows[] = {
         {"no engine", {false, true, true, true}, {"do_task"}},
         {"no look-up", {true, false, true, true}, {"look_up"}},
         {"no linked apps", {true, true, false, true},
             {"connect_app", "check_connected_apps", "search_connected_tools", "execute_connected_tool"}},
     };
     const auto whole = namesOf(ToolCatalogue::responsesTools(all));
-    for (const Row& row : rows) {
+    for (const auto& [name, flags, expected] : rows) {
         std::set<std::string> missing(whole.begin(), whole.end());
-        for (const std::string& name : namesOf(ToolCatalogue::responsesTools(row.flags)))
-            missing.erase(name);
-        EXPECT_EQ(missing, row.missing) << row.name;
+        for (const std::string& present : namesOf(ToolCatalogue::responsesTools(flags)))
+            missing.erase(present);
+        EXPECT_EQ(missing, expected) << name;
     }
     EXPECT_EQ(ToolCatalogue::liveTools({}).size(), 3u) << "groups without tools are left out";
 }
@@ -219,12 +167,7 @@ TEST(ToolCatalogue, listsFollowTheirNames)
 
 TEST(ToolCatalogue, schemasBecomeJSONSchema)
 {
-    struct Row {
-        const char* name;
-        const char* schema;
-        const char* result;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
         {"nested",
             R"({"type":"OBJECT","properties":{"a":{"type":"ARRAY","items":{"type":"STRING","enum":["STRING"]}}}})",
             R"({"type":"object","properties":{"a":{"type":"array","items":{"type":"string","enum":["STRING"]}}}})"},
@@ -237,9 +180,9 @@ TEST(ToolCatalogue, schemasBecomeJSONSchema)
             R"({"anyOf":[{"type":"string"},{"type":"integer"}]})"},
         {"no schema", R"("STRING")", R"("STRING")"},
     };
-    for (const Row& row : rows) {
-        const Json schema = parseJson(row.schema).value_or(Json());
-        EXPECT_EQ(dumpJson(ToolCatalogue::jsonSchema(schema)), row.result) << row.name;
+    for (const auto& [name, text, result] : rows) {
+        const Json schema = parseJson(text).value_or(Json());
+        EXPECT_EQ(dumpJson(ToolCatalogue::jsonSchema(schema)), result) << name;
     }
 }
 
