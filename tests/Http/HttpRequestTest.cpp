@@ -11,13 +11,12 @@ namespace quorvell {
 TEST(HttpRequest, readsHeadsAndRefusesWithTheRightStatus)
 {
     const std::string post = "POST /a?b=c HTTP/1.1\r\n";
-    struct Row {
+    const struct Row {
         const char* name;
         std::string bytes;
         int status; ///< 0 whole, -1 incomplete.
         std::size_t body = 0;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"no body", "GET / HTTP/1.1\r\nHost: x\r\n\r\n", 0},
         {"nothing", "", -1},
         {"not whole yet", "GET / HTTP/1.1\r\nHost: x\r\n", -1},

@@ -32,11 +32,7 @@ TemplateGrammar read(const char* text)
 
 TEST(TemplateGrammar, namesTheMistake)
 {
-    struct Row {
-        const char* text;
-        const char* problem;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, const char*> rows[] = {
         {"<a> = b;", "x, line 1: \"grammar\" is missing"},
         {"grammar g;\n<a> = b", "x, line 3: \";\" is missing"},
         {"grammar g;\na = b;", "x, line 2: a rule's <name> was expected"},
@@ -46,9 +42,8 @@ TEST(TemplateGrammar, namesTheMistake)
         {"grammar g;\n<a> = /-1/ b;", "x, line 2: a weight is a number above 0 between slashes"},
         {"grammar g;\n<a> = b;\n<a> = c;", "x, line 3: the rule <a> exists already"},
     };
-    for (const Row& row : rows) {
-        EXPECT_EQ(TemplateGrammar().add(row.text, "x"), row.problem);
-    }
+    for (const auto& [text, problem] : rows)
+        EXPECT_EQ(TemplateGrammar().add(text, "x"), problem);
     TemplateGrammar open;
     EXPECT_EQ(open.add("grammar g; <a> = <b>;", "x"), "");
     EXPECT_EQ(open.check(), "the rule <b> does not exist");
@@ -87,9 +82,8 @@ TEST(TrigramModel, probabilitiesOfEveryHistoryAddUpToOne)
     const Sentence histories[] = {{"<s>"}, {"<s>", "a"}, {"a", "b"}, {"b"}, {"c", "c"}, {"c"}, {"never"}};
     for (const Sentence& history : histories) {
         double sum = 0;
-        for (const char* word : {"a", "b", "c", "</s>"}) {
+        for (const char* word : {"a", "b", "c", "</s>"})
             sum += std::pow(10, model.log10Probability(history, word));
-        }
         EXPECT_NEAR(sum, 1, 1e-9);
     }
     EXPECT_GT(model.log10Probability({"a", "b"}, "c"), model.log10Probability({"a", "b"}, "a"));

@@ -38,9 +38,8 @@ std::string hear(SpeechRecogniser& recogniser, const Samples& samples)
 {
     constexpr std::size_t piece = SpeechRecogniser::sampleRateHz / 25;
     recogniser.begin();
-    for (std::size_t start = 0; start < samples.size(); start += piece) {
+    for (std::size_t start = 0; start < samples.size(); start += piece)
         recogniser.feed(std::span(samples).subspan(start, std::min(piece, samples.size() - start)));
-    }
     const HeardUtterance heard = recogniser.finish();
     EXPECT_EQ(heard.problem, "");
     return heard.text;
@@ -56,9 +55,8 @@ void expectHeard(SpeechRecogniser& recogniser, const Row& row)
 {
     const std::string heard = hear(recogniser, spoken(row.voice, row.spoken));
     SCOPED_TRACE(heard);
-    for (const char* kept : row.kept) {
+    for (const char* kept : row.kept)
         EXPECT_NE(heard.find(kept), std::string::npos) << kept;
-    }
 }
 
 TEST(SpokenRequest, isHeardAsItIsWrittenInTwoThreadsAtOnce)
@@ -82,9 +80,8 @@ TEST(SpokenRequest, isHeardAsItIsWrittenInTwoThreadsAtOnce)
     });
     const auto recogniser = makeRecogniser();
     ASSERT_TRUE(recogniser);
-    for (const Row& row : std::span(rows).subspan(1)) {
+    for (const Row& row : std::span(rows).subspan(1))
         expectHeard(*recogniser, row);
-    }
     EXPECT_EQ(hear(*recogniser, Samples(SpeechRecogniser::sampleRateHz)), "") << "silence";
     EXPECT_EQ(hear(*recogniser, {}), "") << "nothing at all";
 

@@ -13,13 +13,12 @@ namespace quorvell {
 TEST(RequestEvidence, weighsWhatIsAskedApartFromWhatItIsAbout)
 {
     using enum RequestKind;
-    struct Row {
+    const struct Row {
         const char* words;
         RequestKind kind;
         const char* content;
         TimeHints hints = {};
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"dig out what I said about the boiler", findNote, "the boiler"},
         {"where did I put down the wifi password", findNote, "the wifi password"},
         {"read me the plumber note", readNote, "the plumber"},

@@ -5,18 +5,19 @@
 #include "LiveService/protocols/OpenAICodec.h"
 #include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"
 #include "QuorvellCore/live/wire/openai/OpenAILiveMessage.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveServerMessage.h"
+#include "QuorvellCore/live/wire/openai/OpenAIResponseEvent.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+
+#include <tuple>
 
 namespace quorvell {
 
 namespace {
 
 using std::chrono::milliseconds;
-
-constexpr const char* callDone =
-    R"({"type":"response.event","event":{"type":"response.output_item.done","item":{"type":"function_call","call_id":"call_3","name":"set_reminder","arguments":"{\"text\":\"x\"}","status":"completed"}}})";
 
 /// Effects as texts: frames as they go over the wire, the rest by name.
 struct Shown {
@@ -71,36 +72,30 @@ Texts shown(const EngineEffects& effects)
     return texts;
 }
 
-std::string inResponse(const std::string& event)
+std::string inResponse(Json event)
 {
-    return R"({"type":"response.event","event":)" + event + "}";
+    return dumpJson(OpenAILiveServerMessage::responseEvent(std::move(event)));
 }
 
 std::string created(const char* id)
 {
-    return inResponse(
-        std::string(R"({"type":"response.created","response":{"id":")") + id + R"(","status":"in_progress"}})");
+    return inResponse(OpenAIResponseEvent::created(id));
 }
 
 std::string completed(const char* id, int read, int written)
 {
-    const std::string in = std::to_string(read);
-    const std::string out = std::to_string(written);
-    return inResponse(std::string(R"({"type":"response.completed","response":{"id":")") + id
-        + R"(","status":"completed","usage":{"input_tokens":)" + in
-        + R"(,"input_tokens_details":{"cached_tokens":0},"output_tokens":)" + out + R"(,"total_tokens":)"
-        + std::to_string(read + written) + R"(},"service_tier":"default"}})");
+    const openai_event::BackendUsage usage{read, 0, written};
+    return inResponse(OpenAIResponseEvent::ended({id, OpenAIResponseEnd::Status::completed, usage, "default"}));
 }
 
 std::string textDone(const char* text)
 {
-    return inResponse(std::string(R"({"type":"response.output_text.done","text":")") + text + "\"}");
+    return inResponse(OpenAIResponseEvent::textDone(text));
 }
 
-std::string error(const char* code, const char* message, const char* id = nullptr)
+std::string error(const char* code, const char* message, std::optional<std::string> id = {})
 {
-    return std::string(R"({"type":"error","error":{"type":"invalid_request_error","code":")") + code
-        + R"(","message":")" + message + "\"" + (id ? std::string(R"(,"client_event_id":")") + id + "\"" : "") + "}}";
+    return dumpJson(OpenAILiveServerMessage::error({"invalid_request_error", code, message, std::move(id)}));
 }
 
 /// A session whose rules and voice are played by the test. Ids count up.
@@ -170,14 +165,13 @@ TEST(LiveSessionEngine, walksThroughATypedReminder)
     EXPECT_EQ(talk.send(OpenAILiveMessage::responseCreate("create_2")),
         (Texts{error("response_in_progress", "A response is running. Wait until it has ended.", "create_2")}));
     EXPECT_EQ(talk.think(ToolRequest{"set_reminder", R"({"text":"x"})"}),
-        (Texts{
-            inResponse(
-                R"({"type":"response.output_item.added","item":{"type":"function_call","call_id":"call_3","name":"set_reminder","arguments":"","status":"in_progress"}})"),
-            callDone, completed("resp_2", 2, 1)}));
+        (Texts{inResponse(OpenAIResponseEvent::functionCallAdded({"call_3", "set_reminder", R"({"text":"x"})", false})),
+            inResponse(OpenAIResponseEvent::functionCallDone({"call_3", "set_reminder", R"({"text":"x"})", false})),
+            completed("resp_2", 2, 1)}));
     EXPECT_EQ(talk.send(OpenAILiveMessage::responseCreate("create_3")),
         (Texts{error("function_call_output_missing", "Send the results of the function calls first.", "create_3")}));
     EXPECT_EQ(talk.send(OpenAILiveMessage::functionOutput("call_9", "{}").front()),
-        (Texts{error("unknown_call_id", R"(No result is owed for this \"call_id\".)")}));
+        (Texts{error("unknown_call_id", R"(No result is owed for this "call_id".)")}));
     EXPECT_EQ(talk.send(OpenAILiveMessage::functionOutput("call_3", R"({"status":"set"})").front()), Texts());
     EXPECT_EQ(talk.send(OpenAILiveMessage::responseCreate()),
         (Texts{created("resp_4"), R"(think set_reminder {"status":"set"})"}));
@@ -238,11 +232,7 @@ TEST(LiveSessionEngine, stopsSpeakingWhenTheUserBegins)
 
 TEST(LiveSessionEngine, carriesOutInstructions)
 {
-    struct Row {
-        const char* instructions;
-        Texts expected;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, Texts> rows[] = {
         {"[Quorvell app event] They have to leave. Tell them: “It is five o'clock.” Be brief.",
             {"voice 1 <It is five o'clock.>"}},
         {"[Quorvell app event] They just said: “help me”. (Quorvell was resting while it was quiet, ...)",
@@ -250,10 +240,10 @@ TEST(LiveSessionEngine, carriesOutInstructions)
                 "think help me"}},
         {"Speak slowly.", {}},
     };
-    for (const Row& row : rows) {
+    for (const auto& [instructions, expected] : rows) {
         Conversation talk;
         talk.start();
-        EXPECT_EQ(talk.send(OpenAILiveMessage::instructions(row.instructions)), row.expected) << row.instructions;
+        EXPECT_EQ(talk.send(OpenAILiveMessage::instructions(instructions)), expected) << instructions;
     }
 }
 
@@ -273,24 +263,18 @@ TEST(LiveSessionEngine, goesOnFromAnotherSession)
 
 TEST(LiveSessionEngine, answersATurnWithoutWordsPlainly)
 {
-    struct Row {
-        const char* name;
-        milliseconds speech;
-        HeardTurn turn;
-        Texts expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, milliseconds, HeardTurn, Texts> rows[] = {
         {"speech that was not understood", milliseconds(800), {}, {"voice 1 <Sorry, I could not understand that.>"}},
         {"a noise", milliseconds(120), {}, {}},
         {"no models", milliseconds(120), {.problem = "I cannot hear."}, {"voice 1 <I cannot hear.>"}},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, speech, turn, expected] : rows) {
+        SCOPED_TRACE(name);
         Conversation talk;
         talk.start();
-        talk.sendSound(40, row.speech);
+        talk.sendSound(40, speech);
         talk.sendSound(0, milliseconds(800));
-        EXPECT_EQ(talk.hear(row.turn), row.expected);
+        EXPECT_EQ(talk.hear(turn), expected);
     }
 }
 
@@ -357,29 +341,23 @@ TEST(LiveSessionEngine, goesOnWhenAResultNeverComes)
 
 TEST(LiveSessionEngine, refusesWhatItCannotTake)
 {
-    struct Row {
-        const char* name;
-        const char* frame;
-        bool started;
-        std::string expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, const char*, bool, std::string> rows[] = {
         {"no JSON", "hello", true, error("invalid_json", "The message is no JSON object, or is too large.")},
         {"unknown type", R"({"type":"dance","event_id":"e1"})", true,
-            error("unknown_type", R"(There is no message of this \"type\".)", "e1")},
+            error("unknown_type", R"(There is no message of this "type".)", "e1")},
         {"no samples", R"({"type":"session.input_audio.append","audio":"AAA="})", false,
-            error("session_not_started", R"(Send \"session.start\" first.)")},
+            error("session_not_started", R"(Send "session.start" first.)")},
         {"half a sample", R"({"type":"session.input_audio.append","audio":"AA=="})", true,
-            error("invalid_value", R"(\"audio\" is no base64 of whole 16-bit samples.)")},
+            error("invalid_value", R"("audio" is no base64 of whole 16-bit samples.)")},
         {"too early", R"({"type":"response.create"})", false,
-            error("session_not_started", R"(Send \"session.start\" first.)")},
+            error("session_not_started", R"(Send "session.start" first.)")},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, frame, started, expected] : rows) {
+        SCOPED_TRACE(name);
         Conversation talk;
-        if (row.started)
+        if (started)
             talk.start();
-        EXPECT_EQ(talk.receive(row.frame), Texts{row.expected});
+        EXPECT_EQ(talk.receive(frame), Texts{expected});
         EXPECT_EQ(talk.start().empty(), false);
     }
     Conversation talk;
@@ -390,6 +368,12 @@ TEST(LiveSessionEngine, refusesWhatItCannotTake)
     for (int count = 1; count < LiveSessionEngine::mostErrorsInARow; ++count)
         EXPECT_EQ(talk.receive("nonsense").size(), 1u);
     EXPECT_EQ(talk.receive("nonsense").back(), "close 1008 too_many_errors");
+    Conversation full;
+    full.start();
+    for (std::size_t count = 0; count < BackendRun::mostWaiting; ++count)
+        EXPECT_EQ(full.send(typed("x")), Texts());
+    EXPECT_EQ(full.send(typed("x")),
+        Texts{error("too_many_messages", R"(Too many messages wait. Send "response.create" first.)")});
 }
 
 TEST(LiveSessionEngine, endsWhatNeverStartsAndWhatTheServiceEnds)

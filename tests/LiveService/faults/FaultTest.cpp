@@ -47,26 +47,13 @@ std::string sent(const std::vector<const char*>& faults)
 
 TEST(FaultyWire, failsAtTheSamePlaceEachTime)
 {
-    struct Row {
-        std::vector<const char*> faults;
-        const char* expected;
-    };
-    const Row rows[] = {
-        {{}, "abcde"},
-        {{"drop=2"}, "ab 1006"},
-        {{"close=1008:3"}, "abc 1008"},
-        {{"half-open=1"}, "a frozen"},
-        {{"stuck=2"}, "ab mute"},
-        {{"duplicate"}, "aabbccddee"},
-        {{"reorder"}, "badc200:e"},
-        {{"malformed=2"}, "ab{\"type\":\"session.cde"},
-        {{"oversized=4"}, "abcd#e"},
-        {{"slow=500ms"}, "500:abcde"},
-        {{"slow=2s", "drop=1"}, "2000:a 1006"},
-        {{"duplicate", "drop=2"}, "aabb 1006"},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(sent(row.faults), row.expected) << (row.faults.empty() ? "none" : row.faults.front());
+    const std::pair<std::vector<const char*>, const char*> rows[] = {{{}, "abcde"}, {{"drop=2"}, "ab 1006"},
+        {{"close=1008:3"}, "abc 1008"}, {{"half-open=1"}, "a frozen"}, {{"stuck=2"}, "ab mute"},
+        {{"duplicate"}, "aabbccddee"}, {{"reorder"}, "badc200:e"}, {{"malformed=2"}, "ab{\"type\":\"session.cde"},
+        {{"oversized=4"}, "abcd#e"}, {{"slow=500ms"}, "500:abcde"}, {{"slow=2s", "drop=1"}, "2000:a 1006"},
+        {{"duplicate", "drop=2"}, "aabb 1006"}};
+    for (const auto& [faults, expected] : rows)
+        EXPECT_EQ(sent(faults), expected) << (faults.empty() ? "none" : faults.front());
 }
 
 TEST(Fault, readsNamesWithValuesAndSaysWhatIsWrong)

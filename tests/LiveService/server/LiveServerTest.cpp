@@ -1,22 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Catches a service that lets the wrong client in, mixes up sessions, or breaks on nonsense.
+#include "LiveService/server/ServiceDoor.h"
 #include "ServiceClients.h"
 
+#include <tuple>
+
 namespace quorvell::test {
-
-namespace {
-
-class EventLoop : public testing::Environment {
-public:
-    void SetUp() override
-    {
-        static int argumentCount = 0;
-        static QCoreApplication application(argumentCount, nullptr);
-    }
-};
-const auto* const eventLoop = testing::AddGlobalTestEnvironment(new EventLoop);
-
-} // namespace
 
 TEST(LiveServer, refusesWithAStatus)
 {
@@ -35,6 +24,14 @@ TEST(LiveServer, refusesWithAStatus)
     ASSERT_TRUE(waitFor([&] { return plain.state() == QTcpSocket::UnconnectedState; }));
     EXPECT_TRUE(plain.readAll().startsWith("HTTP/1.1 401 Unauthorized\r\n"));
     EXPECT_EQ(server.sessionCount(), 0u);
+
+    std::vector<std::unique_ptr<QTcpSocket>> silent(ServiceDoor::mostWaiting + 1);
+    for (auto& socket : silent) {
+        socket = std::make_unique<QTcpSocket>();
+        socket->connectToHost(QHostAddress::LocalHost, server.port());
+    }
+    const auto isClosed = [](const auto& socket) { return socket->state() == QTcpSocket::UnconnectedState; };
+    EXPECT_TRUE(waitFor([&] { return std::ranges::count_if(silent, isClosed) == 1; })) << "one too many";
 }
 
 TEST(LiveServer, servesTwoSessionsAtOnceAndNoMore)
@@ -215,34 +212,27 @@ TEST(LiveServer, answersTypedTurnsAsAStream)
     QNetworkAccessManager network;
     ResponsesRequest question;
     question.input = {openai_item::Message{"user", "[They typed] hello"}};
-    struct Row {
-        int status;
-        std::string text;
-        bool isWhole;
-    };
-    const Row rows[] = {
+    const std::tuple<int, std::string, bool> rows[] = {
         {403, "", false}, {200, "Hello. What can I do for you?", true}, {200, "Hello. What can I do for", false}};
-    for (const Row& row : rows) {
+    for (const auto& [status, expected, isWhole] : rows) {
         const auto request = ResponsesEndpoint::create(addressOf(server))->request("secret", question);
         std::unique_ptr<QNetworkReply> reply(
             network.post(requestFor(request), QByteArray::fromStdString(request.body)));
         ASSERT_TRUE(waitFor([&] { return reply->isFinished(); }));
-        EXPECT_EQ(reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), row.status);
+        EXPECT_EQ(reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), status);
         const std::string body = reply->readAll().toStdString();
-        if (row.status == 403) {
+        if (status == 403) {
             EXPECT_EQ(OpenAILiveEndpoint::refusedSetting(403, body), RefusedSetting::serviceTier) << body;
         }
         ServerSentEvents events;
         ResponsesStreamParser parser;
         std::string text;
-        for (const ServerSentEvent& event : events.add(body)) {
-            for (const ResponsesStreamEvent& fact : parser.read(event.data)) {
+        for (const ServerSentEvent& event : events.add(body))
+            for (const ResponsesStreamEvent& fact : parser.read(event.data))
                 if (const auto* delta = std::get_if<responses_event::TextDelta>(&fact))
                     text += delta->delta;
-            }
-        }
-        EXPECT_EQ(parser.isEnded(), row.isWhole) << body;
-        EXPECT_EQ(text, row.text);
+        EXPECT_EQ(parser.isEnded(), isWhole) << body;
+        EXPECT_EQ(text, expected);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "LiveService/server/LiveServer.h"
 #include "LiveService/server/WebSocketTransport.h"
 #include "Media/webrtc/WebRTCPeer.h"
+#include "QtApplication.h"
 #include "QuorvellCore/live/wire/gemini/GeminiLiveEndpoint.h"
 #include "QuorvellCore/live/wire/gemini/LiveMessage.h"
 #include "QuorvellCore/live/wire/gemini/LiveServerParser.h"
@@ -16,7 +17,6 @@
 #include "QuorvellCore/text/Base64.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -52,18 +52,12 @@ private:
 
 inline bool waitFor(const std::function<bool()>& holds, int milliseconds = 5000)
 {
-    QElapsedTimer elapsed;
-    elapsed.start();
-    while (!holds()) {
-        if (elapsed.elapsed() > milliseconds)
-            return false;
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 10);
-    }
-    return true;
+    return runUntil(holds, std::chrono::milliseconds(milliseconds));
 }
 
 inline LiveServer::Settings settings(const std::vector<const char*>& faultTexts = {})
 {
+    needQtApplication();
     std::vector<Fault> faults;
     std::string problem;
     for (const char* text : faultTexts)

@@ -24,13 +24,12 @@ TEST(ServiceRoute, letsInOnlyThoseWhoShowTheKey)
     };
     const std::string old = "Upgrade: websocket\r\nConnection: upgrade\r\nSec-WebSocket-Key: a\r\n"
                             "Sec-WebSocket-Version: 8\r\n";
-    struct Row {
+    const struct Row {
         const char* name;
         std::string bytes;
         std::optional<Kind> kind;
         int status = 200;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"a WebSocket", get("/v1/live/sessions", bearer + upgrade), Kind::openAISocket},
         {"a query is not looked at", get("/v1/live/sessions?a=b", bearer + upgrade), Kind::openAISocket},
         {"an offer", "POST /v1/live/sessions HTTP/1.1\r\n" + bearer + "\r\n", Kind::openAICall},

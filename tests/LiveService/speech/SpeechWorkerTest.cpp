@@ -73,6 +73,8 @@ TEST(SpeechWorker, convertsRatesBothWays)
         SpeechWorker worker(makePort(log));
         worker.prepare(24000, 24000, "slt");
         worker.beginListening();
+        worker.listen(
+            std::vector<std::int16_t>(std::size_t{24000} * SpeechWorker::longestBacklogSeconds + 1)); // Unheard.
         for (int count = 0; count < 10; ++count)
             worker.listen(std::vector<std::int16_t>(2400, 5));
         worker.finishListening([&](const HeardTurn& turn) { log.add("heard " + turn.text); });

@@ -8,6 +8,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <tuple>
 
 namespace quorvell {
 
@@ -67,12 +68,7 @@ std::string eventsFor(const std::vector<Stretch>& stretches, milliseconds* heard
 TEST(TurnDetector, findsTurns)
 {
     const auto ms = [](int count) { return milliseconds(count); };
-    struct Row {
-        const char* name;
-        std::vector<Stretch> stretches;
-        const char* expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::vector<Stretch>, const char*> rows[] = {
         {"silence", {{0, ms(3000)}}, ""},
         {"speech in silence", {{0, ms(400)}, {0.1, ms(1000)}, {0, ms(1000)}}, "began 480 ended 1920 "},
         {"a pause within a sentence", {{0.1, ms(800)}, {0, ms(440)}, {0.1, ms(800)}, {0, ms(1000)}},
@@ -96,10 +92,8 @@ TEST(TurnDetector, findsTurns)
         {"two turns", {{0.1, ms(400)}, {0, ms(800)}, {0.1, ms(400)}, {0, ms(800)}},
             "began 80 ended 920 began 1280 ended 2120 "},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(eventsFor(row.stretches), row.expected);
-    }
+    for (const auto& [name, stretches, expected] : rows)
+        EXPECT_EQ(eventsFor(stretches), expected) << name;
 }
 
 TEST(TurnDetector, hearsTheTurnFromBeforeItsOnset)

@@ -27,12 +27,8 @@ TEST(EchoReference, staysBesideTheEcho)
         int frames;
         int next;
     };
-    struct Row {
-        const char* name;
-        std::vector<Step> steps;
-    };
     constexpr Event none = Event::none;
-    const Row rows[] = {
+    const std::pair<const char*, std::vector<Step>> rows[] = {
         {"frame by frame", {{960, none, 1, 1}, {240, none, 1, 241}, {240, none, 1, 481}}},
         {"silence before anything is played", {{0, none, 1, 0}, {240, none, 1, 1}, {0, none, 1, 0}}},
         {"a microphone that is late and catches up",
@@ -44,11 +40,11 @@ TEST(EchoReference, staysBesideTheEcho)
             {{12'000 + 2400, none, 50, 11'761}, {240, none, 1, 13'441}}},
         {"a second without a microphone", {{24'000, none, 50, 11'761}, {0, none, 1, 23'041}}},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, steps] : rows) {
+        SCOPED_TRACE(name);
         EchoReference reference;
         int played = 0;
-        for (const Step& step : row.steps) {
+        for (const Step& step : steps) {
             reference.played(counting(step.played, played + 1));
             played += static_cast<int>(step.played);
             if (step.event == Event::forget)

@@ -37,16 +37,12 @@ std::vector<float> converted(int fromHz, int toHz, std::size_t pieceSize)
 
 TEST(Resampler, piecesGiveTheSameStreamAsTheWhole)
 {
-    struct Row {
-        int fromHz;
-        int toHz;
-    };
-    for (const Row& row : {Row{24000, 16000}, {16000, 24000}, {44100, 24000}, {24000, 24000}}) {
-        SCOPED_TRACE(row.fromHz);
-        const auto whole = converted(row.fromHz, row.toHz, 1'000'000);
-        EXPECT_NEAR(static_cast<double>(whole.size()), row.toHz, 2);
+    for (const auto& [fromHz, toHz] : {std::pair{24000, 16000}, {16000, 24000}, {44100, 24000}, {24000, 24000}}) {
+        SCOPED_TRACE(fromHz);
+        const auto whole = converted(fromHz, toHz, 1'000'000);
+        EXPECT_NEAR(static_cast<double>(whole.size()), toHz, 2);
         for (const std::size_t pieceSize : {std::size_t(37), std::size_t(960)}) {
-            const auto pieces = converted(row.fromHz, row.toHz, pieceSize);
+            const auto pieces = converted(fromHz, toHz, pieceSize);
             ASSERT_NEAR(static_cast<double>(pieces.size()), static_cast<double>(whole.size()), 1);
             for (std::size_t index = 0; index < std::min(pieces.size(), whole.size()); ++index)
                 ASSERT_NEAR(pieces[index], whole[index], 0.001) << index;

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <numbers>
+#include <tuple>
 
 namespace quorvell {
 namespace {
@@ -65,13 +66,7 @@ double risingCrossings(const std::vector<std::int16_t>& samples)
 
 TEST_F(WavFileTest, readsCommonFormatsAsMonoAtTheWantedRate)
 {
-    struct Row {
-        const char* name;
-        int format;
-        int rateHz;
-        int channels;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, int, int, int> rows[] = {
         {"telephone, A-law", SF_FORMAT_WAV | SF_FORMAT_ALAW, 8000, 1},
         {"recogniser's rate", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 16000, 1},
         {"already as wanted", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 24000, 1},
@@ -86,24 +81,19 @@ TEST_F(WavFileTest, readsCommonFormatsAsMonoAtTheWantedRate)
         {"Ogg Opus", SF_FORMAT_OGG | SF_FORMAT_OPUS, 48000, 1},
         {"MP3", SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III, 44100, 1},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const auto reading = WavFile::read(record(row.format, row.rateHz, row.channels, 0.5), wantedRateHz);
+    for (const auto& [name, format, rateHz, channels] : rows) {
+        SCOPED_TRACE(name);
+        const auto reading = WavFile::read(record(format, rateHz, channels, 0.5), wantedRateHz);
         ASSERT_TRUE(reading.samples) << reading.problem;
         EXPECT_NEAR(static_cast<double>(reading.samples->size()), 0.5 * wantedRateHz, 0.5 * wantedRateHz * 0.05);
         EXPECT_NEAR(risingCrossings(*reading.samples), 0.5 * toneHz, 0.5 * toneHz * 0.06);
-        EXPECT_NEAR(rms(*reading.samples), 0.5 / std::numbers::sqrt2 / row.channels, 0.02);
+        EXPECT_NEAR(rms(*reading.samples), 0.5 / std::numbers::sqrt2 / channels, 0.02);
     }
 }
 
 TEST_F(WavFileTest, refusesWithASentence)
 {
     const int wav = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
-    struct Row {
-        const char* name;
-        std::string file;
-        const char* sentence;
-    };
     const auto keep = [this](const std::string& from, const char* name) {
         fs::rename(from, path(name));
         return path(name);
@@ -111,7 +101,7 @@ TEST_F(WavFileTest, refusesWithASentence)
     std::ofstream(path("text.wav")) << "RIFF is not enough to make a recording of a text";
     std::ofstream(path("empty.wav")).close();
     std::ofstream(path("text.mp3")) << "ID3 is not enough either";
-    const Row rows[] = {
+    const std::tuple<const char*, std::string, const char*> rows[] = {
         {"missing", path("missing.wav"), "Could not open"},
         {"a folder", folder.string(), "is not a file"},
         {"no sound file", path("text.wav"), "is not a WAV, FLAC, Ogg or MP3 file"},
@@ -124,11 +114,11 @@ TEST_F(WavFileTest, refusesWithASentence)
         {"too long, packed", keep(record(SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 4000, 1, 600.5), "e"), "longer than 10"},
         {"too long", keep(record(SF_FORMAT_WAV | SF_FORMAT_PCM_U8, 4000, 1, 600.5), "d"), "longer than 10 minutes"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const auto reading = WavFile::read(row.file, wantedRateHz);
+    for (const auto& [name, file, sentence] : rows) {
+        SCOPED_TRACE(name);
+        const auto reading = WavFile::read(file, wantedRateHz);
         EXPECT_FALSE(reading.samples);
-        EXPECT_NE(reading.problem.find(row.sentence), std::string::npos) << reading.problem;
+        EXPECT_NE(reading.problem.find(sentence), std::string::npos) << reading.problem;
     }
 }
 

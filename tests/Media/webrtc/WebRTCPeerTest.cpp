@@ -12,6 +12,7 @@
 #include <chrono>
 #include <fstream>
 #include <optional>
+#include <tuple>
 
 namespace quorvell {
 namespace {
@@ -121,23 +122,18 @@ TEST(WebRTCPeer, refusesADescriptionItCannotUse)
     std::string silent = *caller.description;
     for (std::size_t place; (place = silent.find("opus")) != std::string::npos;)
         silent.replace(place, 4, "none");
-    struct Row {
-        const char* name;
-        std::string sdp;
-        const char* problem;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::string, const char*> rows[] = {
         {"no description", "hello", "cannot be read"},
         {"too long", *caller.description + std::string(WebRTCPeer::largestDescription, ' '), "cannot be read"},
         {"cut off", caller.description->substr(0, 700), "cannot be read"},
         {"without Opus", silent, "Opus"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, sdp, problem] : rows) {
+        SCOPED_TRACE(name);
         End answerer(queue, Role::answers);
-        answerer.peer->takeDescription(row.sdp);
+        answerer.peer->takeDescription(sdp);
         ASSERT_TRUE(queue.runUntil([&] { return !answerer.problems.empty(); }));
-        EXPECT_NE(answerer.problems[0].find(row.problem), std::string::npos) << answerer.problems[0];
+        EXPECT_NE(answerer.problems[0].find(problem), std::string::npos) << answerer.problems[0];
     }
 }
 
@@ -162,13 +158,12 @@ CallAudio::Frame frameOf(std::int16_t value)
 
 TEST(CallAudio, catchesUpInPausesOnly)
 {
-    struct Row {
+    const struct Row {
         const char* name;
         Backlog backlog;
         std::vector<int> given; ///< Levels of frames.
         std::vector<int> sent;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"nothing waits", Backlog::caughtUp, {}, {0, 0}},
         {"quiet ahead of speech is left out", Backlog::caughtUp, {0, 0, 0, 0, 0, 0, 900, 901, 902, 903},
             {0, 900, 901, 902, 903, 0}},

@@ -26,14 +26,13 @@ TaskPlan plan()
 TEST(TaskPlan, updatesTellWhatMovedOn)
 {
     using Texts = std::vector<std::string>;
-    struct Row {
+    const struct Row {
         const char* update;
         std::vector<std::size_t> finished;
         Texts learned;
         std::size_t problems;
         const char* steps; ///< "x" where done.
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"{}", {}, {}, 0, "x--"},
         {"[7]", {}, {}, 0, "x--"},
         {R"({"done": [2], "facts": [" It asks for a name. "]})", {2}, {"It asks for a name."}, 0, "xx-"},

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace quorvell {
 namespace {
 
@@ -24,13 +26,7 @@ LocalDay dayOf(int year, int month, int day)
 
 TEST(Calendar, timesOnDaysOfClockChanges)
 {
-    struct Row {
-        const char* zone;
-        LocalDay day;
-        std::chrono::minutes time;
-        const char* instant;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, LocalDay, std::chrono::minutes, const char*> rows[] = {
         {"Europe/Berlin", dayOf(2026, 11, 22), 17h, "2026-11-22T16:00:00.000Z"},
         {"Europe/Berlin", dayOf(2026, 3, 29), 1h + 59min, "2026-03-29T00:59:00.000Z"},
         {"Europe/Berlin", dayOf(2026, 3, 29), 2h + 30min, "2026-03-29T01:30:00.000Z"}, // Skipped: 3:30.
@@ -42,21 +38,13 @@ TEST(Calendar, timesOnDaysOfClockChanges)
         {"Pacific/Apia", dayOf(2011, 12, 30), 9h, "2011-12-30T19:00:00.000Z"}, // The whole day was skipped.
         {"UTC", dayOf(2026, 12, 31), 24h, "2027-01-01T00:00:00.000Z"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.instant);
-        EXPECT_EQ(isoText(calendarOf(row.zone).instant(row.day, row.time)), row.instant);
-    }
+    for (const auto& [zone, day, time, instant] : rows)
+        EXPECT_EQ(isoText(calendarOf(zone).instant(day, time)), instant) << instant;
 }
 
 TEST(Calendar, addsDaysByTheCalendar)
 {
-    struct Row {
-        const char* zone;
-        const char* from;
-        int count;
-        const char* to;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, const char*, int, const char*> rows[] = {
         {"Europe/Berlin", "2026-03-28T16:00:00.000Z", 1, "2026-03-29T15:00:00.000Z"},
         {"Europe/Berlin", "2026-10-24T15:00:00.000Z", 1, "2026-10-25T16:00:00.000Z"},
         {"Europe/Berlin", "2026-03-28T01:30:00.000Z", 1, "2026-03-29T01:30:00.000Z"},
@@ -65,10 +53,8 @@ TEST(Calendar, addsDaysByTheCalendar)
         {"UTC", "2026-01-01T10:00:00.000Z", -1, "2025-12-31T10:00:00.000Z"},
         {"America/New_York", "2026-11-01T06:30:00.000Z", 0, "2026-11-01T06:30:00.000Z"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.to);
-        EXPECT_EQ(isoText(calendarOf(row.zone).addingDays(*parseIsoText(row.from), days(row.count))), row.to);
-    }
+    for (const auto& [zone, from, count, to] : rows)
+        EXPECT_EQ(isoText(calendarOf(zone).addingDays(*parseIsoText(from), days(count))), to) << to;
 }
 
 TEST(Calendar, partsAndStartOfDay)

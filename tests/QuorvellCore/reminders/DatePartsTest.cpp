@@ -4,50 +4,28 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace quorvell {
-namespace {
 
 TEST(DateParts, parses)
 {
-    struct Row {
-        const char* text;
-        std::optional<DateParts> parts;
-    };
-    const Row rows[] = {
-        {"2026-11-22 17:00", DateParts{2026, 11, 22, 17, 0, false}},
-        {" 2026-1-2T7:05\n", DateParts{2026, 1, 2, 7, 5, false}},
-        {"2026-11-22", DateParts{2026, 11, 22, 0, 0, true}},
-        {"2024-02-30", DateParts{2024, 2, 30, 0, 0, true}},
-        {"2000-01-01 00:00", DateParts{2000, 1, 1, 0, 0, false}},
-        {"2100-12-31 23:59", DateParts{2100, 12, 31, 23, 59, false}},
-        {"1999-01-01", {}},
-        {"2101-01-01", {}},
-        {"2026-13-01", {}},
-        {"2026-00-01", {}},
-        {"2026-01-32", {}},
-        {"2026-01-00", {}},
-        {"2026-01-01 24:00", {}},
-        {"2026-01-01 23:60", {}},
-        {"2026-01-01 7:5", {}},
-        {"2026-01-01  17:00", {}},
-        {"2026-01-01 17:00:00", {}},
-        {"26-01-01", {}},
-        {"on 2026-01-01", {}},
-        {"", {}},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(DateParts::parse(row.text), row.parts) << row.text;
+    const std::pair<const char*, DateParts> rows[] = {{"2026-11-22 17:00", {2026, 11, 22, 17, 0, false}},
+        {" 2026-1-2T7:05\n", {2026, 1, 2, 7, 5, false}}, {"2026-11-22", {2026, 11, 22, 0, 0, true}},
+        {"2024-02-30", {2024, 2, 30, 0, 0, true}}, {"2000-01-01 00:00", {2000, 1, 1, 0, 0, false}},
+        {"2100-12-31 23:59", {2100, 12, 31, 23, 59, false}}};
+    for (const auto& [text, parts] : rows)
+        EXPECT_EQ(DateParts::parse(text), parts) << text;
+    for (const char* text : {"1999-01-01", "2101-01-01", "2026-13-01", "2026-00-01", "2026-01-32", "2026-01-00",
+             "2026-01-01 24:00", "2026-01-01 23:60", "2026-01-01 7:5", "2026-01-01  17:00", "2026-01-01 17:00:00",
+             "26-01-01", "on 2026-01-01", ""})
+        EXPECT_EQ(DateParts::parse(text), std::nullopt) << text;
     EXPECT_EQ(DateParts::parse(std::string(100'000, ' ') + "2026-01-01"), std::nullopt);
 }
 
 TEST(DateParts, addsOnTheClockFace)
 {
-    struct Row {
-        DateParts from;
-        std::int64_t minutes;
-        DateParts to;
-    };
-    const Row rows[] = {
+    const std::tuple<DateParts, std::int64_t, DateParts> rows[] = {
         {{2026, 3, 29, 1, 30, false}, 60, {2026, 3, 29, 2, 30, false}},
         {{2026, 12, 31, 23, 59, false}, 1, {2027, 1, 1, 0, 0, false}},
         {{2026, 1, 1, 0, 0, false}, -1, {2025, 12, 31, 23, 59, false}},
@@ -55,8 +33,8 @@ TEST(DateParts, addsOnTheClockFace)
         {{2024, 2, 30, 0, 0, true}, 0, {2024, 3, 1, 0, 0, true}},
         {{2026, 1, 1, 0, 0, false}, 366 * 24 * 60, {2027, 1, 2, 0, 0, false}},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(row.from.adding(row.minutes), row.to) << row.to.text();
+    for (const auto& [from, minutes, to] : rows)
+        EXPECT_EQ(from.adding(minutes), to) << to.text();
     const DateParts wild{2'000'000'000, -2'000'000'000, 2'000'000'000, 2'000'000'000, -2'000'000'000, false};
     EXPECT_NE(wild.adding(INT64_MIN), wild);
 }
@@ -72,5 +50,4 @@ TEST(DateParts, crossesToInstantsAndBack)
     EXPECT_FALSE(DateParts::parse("2026-02-29")->instant(calendar));
 }
 
-} // namespace
 } // namespace quorvell

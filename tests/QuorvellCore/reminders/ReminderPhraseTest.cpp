@@ -16,6 +16,9 @@
 namespace quorvell {
 namespace {
 
+const Calendar calendar = *Calendar::create("Europe/Berlin", "en_US");
+const Instant now = *parseIsoText("2026-11-21T09:30:00Z"); ///< Saturday, 10:30 in Berlin.
+
 /// Times as the clock of `zone` shows them; alternatives follow the date. A day without a time has "09:00?".
 struct Row {
     const char* text;
@@ -30,23 +33,23 @@ struct Surroundings {
     const char* now = "2026-11-21T09:30:00.000Z"; ///< Saturday, 10:30 in Berlin.
 };
 
-std::string datesOf(const ReminderPhrase& phrase, const Calendar& calendar)
+std::string datesOf(const ReminderPhrase& phrase, const Calendar& user)
 {
-    std::string dates = DateParts::from(phrase.date, calendar).text() + (phrase.hasTime ? "" : "?");
+    std::string dates = DateParts::from(phrase.date, user).text() + (phrase.hasTime ? "" : "?");
     for (const Instant alternative : phrase.alternatives)
-        dates += ", " + DateParts::from(alternative, calendar).text();
+        dates += ", " + DateParts::from(alternative, user).text();
     return dates;
 }
 
 void check(const Surroundings& surroundings, std::span<const Row> rows)
 {
-    const auto calendar = *Calendar::create(surroundings.zone, "en_US");
+    const auto user = *Calendar::create(surroundings.zone, "en_US");
     for (const Row& row : rows) {
         SCOPED_TRACE(row.text);
-        const auto phrase = ReminderPhrase::parse(row.text, *parseIsoText(surroundings.now), calendar);
+        const auto phrase = ReminderPhrase::parse(row.text, *parseIsoText(surroundings.now), user);
         ASSERT_TRUE(phrase);
         EXPECT_EQ(phrase->task, row.task);
-        EXPECT_EQ(datesOf(*phrase, calendar), row.dates);
+        EXPECT_EQ(datesOf(*phrase, user), row.dates);
         EXPECT_EQ(phrase->timeWords, row.timeWords);
         EXPECT_EQ(phrase->repeatRule ? phrase->repeatRule->stored() : "", row.rule);
     }
@@ -212,16 +215,13 @@ TEST(ReminderPhrase, yearEndsLeapDaysAndClockChanges)
         {"in 1 day", "", "2026-03-29 12:00", "in 1 day"},
     };
     check({"Europe/Berlin", "2026-03-28T11:00:00.000Z"}, beforeSpring);
-    const auto berlin = *Calendar::create("Europe/Berlin", "en_US");
-    const auto twice = ReminderPhrase::parse("tomorrow at 2:30am", *parseIsoText("2026-10-24T10:00:00Z"), berlin);
+    const auto twice = ReminderPhrase::parse("tomorrow at 2:30am", *parseIsoText("2026-10-24T10:00:00Z"), calendar);
     ASSERT_TRUE(twice);
     EXPECT_EQ(isoText(twice->date), "2026-10-25T00:30:00.000Z");
 }
 
 TEST(ReminderPhrase, findsNoTime)
 {
-    const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
-    const Instant now = *parseIsoText("2026-11-21T09:30:00Z");
     for (const char* text : {"", " ", "remind me to buy milk", "in thirteen minutes", "at 5%", "at 5 %", "at 5th",
              "at 5 minutes", "at 24:00", "at 5:60", "@5:60", "at 24", "31 april", "feb 30", "february 29", "the 32nd",
              "the 0th", "5 minutes before", "sunny", "monkey", "marching 40", "someday", "todays", "at five", "every",
@@ -233,8 +233,6 @@ TEST(ReminderPhrase, findsNoTime)
 
 TEST(ReminderPhrase, longTextsHoldUpNobody)
 {
-    const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
-    const Instant now = *parseIsoText("2026-11-21T09:30:00Z");
     const auto repeated = [](std::string_view piece, std::size_t size) {
         std::string text;
         while (text.size() < size)
@@ -252,27 +250,21 @@ TEST(ReminderPhrase, longTextsHoldUpNobody)
 
 TEST(ReminderPhrase, isReadFromAnyThread)
 {
-    const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
-    const Instant now = *parseIsoText("2026-11-21T09:30:00Z");
     const char* text = "Hey Quorvell, remind me every monday at 5 in the evening to see the 🎂 at 5%";
     const auto expected = ReminderPhrase::parse(text, now, calendar);
     std::atomic<int> failures = 0;
-    std::vector<std::thread> threads;
-    for (int index = 0; index < 4; ++index) {
+    std::vector<std::jthread> threads;
+    for (int index = 0; index < 4; ++index)
         threads.emplace_back([&] {
             for (int round = 0; round < 200; ++round)
                 failures += ReminderPhrase::parse(text, now, calendar) == expected ? 0 : 1;
         });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
+    threads.clear();
     EXPECT_EQ(failures, 0);
 }
 
 TEST(ReminderPhrase, asJson)
 {
-    const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
-    const Instant now = *parseIsoText("2026-11-21T09:30:00Z");
     EXPECT_EQ(dumpJson(phraseJson(ReminderPhrase::parse("every monday at 5 run", now, calendar))),
         R"({"task":"Run","date":"2026-11-23T04:00:00.000Z","hasTime":true,"alternatives":["2026-11-23T16:00:00.000Z"],)"
         R"("repeatRule":"weekly:2","timeWords":"every monday at 5","isAmbiguous":true})");

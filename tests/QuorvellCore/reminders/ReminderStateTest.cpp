@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace quorvell {
 namespace {
 
@@ -17,10 +19,7 @@ const Calendar calendar = *Calendar::create("Europe/Berlin", "en_US");
 
 Note reminder(std::optional<Instant> remindAt)
 {
-    Note note;
-    note.id = "a";
-    note.remindAt = remindAt;
-    return note;
+    return {.id = "a", .remindAt = remindAt};
 }
 
 template <typename Change> Note changed(Note note, const Change& change)
@@ -31,14 +30,8 @@ template <typename Change> Note changed(Note note, const Change& change)
 
 TEST(ReminderState, pendingAndDue)
 {
-    struct Row {
-        const char* name;
-        Note note;
-        bool pending;
-        bool due;
-    };
     const auto waiting = changed(reminder(noon - 1h), [](Note& note) { note.trigger = "back_at_mac"; });
-    const Row rows[] = {
+    const std::tuple<const char*, Note, bool, bool> rows[] = {
         {"due on the dot", reminder(noon), true, true},
         {"ahead", reminder(noon + 1ms), true, false},
         {"no time", reminder({}), false, false},
@@ -51,22 +44,21 @@ TEST(ReminderState, pendingAndDue)
         {"waited, done", changed(waiting, [](Note& note) { note.doneAt = noon - 2h; }), false, false},
         {"waits, archived", changed(waiting, [](Note& note) { note.archived = true; }), false, false},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(ReminderState::isPending(row.note), row.pending);
-        EXPECT_EQ(ReminderState::isDue(row.note, noon), row.due);
+    for (const auto& [name, note, pending, due] : rows) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(ReminderState::isPending(note), pending);
+        EXPECT_EQ(ReminderState::isDue(note, noon), due);
     }
 }
 
 TEST(ReminderState, doneMovesRepeatsOn)
 {
-    struct Row {
+    const struct Row {
         const char* name;
         const char* rule;
         const char* remindAt;
         const char* next; ///< Empty when none is left.
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"no rule", "", "2026-11-21T08:00:00.000Z", "2026-11-21T08:00:00.000Z"},
         {"an unreadable rule", "hourly", "2026-11-21T08:00:00.000Z", "2026-11-21T08:00:00.000Z"},
         {"daily", "daily", "2026-11-21T08:00:00.000Z", "2026-11-22T08:00:00.000Z"},

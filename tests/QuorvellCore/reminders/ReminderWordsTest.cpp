@@ -7,21 +7,19 @@
 #include <gtest/gtest.h>
 
 namespace quorvell {
-namespace {
 
 using Time = ReminderWords::Time;
 
 TEST(ReminderWords, sayAnInstant)
 {
-    struct Row {
+    const struct Row {
         const char* locale;
         const char* date; ///< 2026-11-21T11:00Z is noon on a Saturday.
         const char* spoken;
         const char* full;
         const char* shortWords;
         const char* choice;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"en_US", "2026-11-22T16:00:00Z", "Sunday 22 November at 5 PM", "Sunday 22 Nov, 5 PM", "Sun 22 Nov, 5 PM",
             "Sun 22 Nov, 5 PM"},
         {"en_US", "2026-11-21T16:30:00Z", "Saturday 21 November at 5:30 PM", "Today, 5:30 PM", "5:30 PM",
@@ -71,14 +69,10 @@ TEST(ReminderWords, clockOfOtherCountries)
 
 TEST(ReminderWords, ordinals)
 {
-    struct Row {
-        int number;
-        const char* text;
-    };
-    for (const Row& row : {Row{1, "1st"}, {2, "2nd"}, {3, "3rd"}, {4, "4th"}, {10, "10th"}, {11, "11th"}, {12, "12th"},
-             {13, "13th"}, {21, "21st"}, {22, "22nd"}, {101, "101st"}, {111, "111th"}, {113, "113th"}, {0, "0th"}})
-        EXPECT_EQ(ReminderWords::ordinal(row.number), row.text);
+    for (const auto& [number, text] :
+        {std::pair{1, "1st"}, {2, "2nd"}, {3, "3rd"}, {4, "4th"}, {10, "10th"}, {11, "11th"}, {12, "12th"},
+            {13, "13th"}, {21, "21st"}, {22, "22nd"}, {101, "101st"}, {111, "111th"}, {113, "113th"}, {0, "0th"}})
+        EXPECT_EQ(ReminderWords::ordinal(number), text);
 }
 
-} // namespace
 } // namespace quorvell

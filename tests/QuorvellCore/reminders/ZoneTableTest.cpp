@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace quorvell {
 namespace {
 
@@ -32,12 +34,7 @@ std::string fileWith(const std::string& years)
 
 TEST(ZoneTable, followsTheRuleForTheYearsToCome)
 {
-    struct Row {
-        const char* years;
-        const char* local;
-        const char* instant;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
         {"", "2001-09-09T04:00:00Z", "2001-09-09T02:00:00.000Z"},
         {"", "2030-07-01T12:00:00Z", "2030-07-01T11:00:00.000Z"},
         {"CET-1", "2030-07-01T12:00:00Z", "2030-07-01T11:00:00.000Z"},
@@ -53,14 +50,14 @@ TEST(ZoneTable, followsTheRuleForTheYearsToCome)
         {"XXX3YYY,59/0,60/0", "2028-02-29T12:00:00Z", "2028-02-29T14:00:00.000Z"}, // The 60th day.
         {"XXX3YYY,0/0,J365/25", "2030-12-31T23:30:00Z", "2031-01-01T01:30:00.000Z"}, // Always.
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(std::string(row.years) + " " + row.local);
-        const auto calendar = Calendar::create("Zone", "en_US", fileWith(row.years));
+    for (const auto& [years, local, instant] : rows) {
+        SCOPED_TRACE(std::string(years) + " " + local);
+        const auto calendar = Calendar::create("Zone", "en_US", fileWith(years));
         ASSERT_TRUE(calendar);
-        const auto clock = parseIsoText(row.local)->time_since_epoch();
+        const auto clock = parseIsoText(local)->time_since_epoch();
         const LocalDay day(std::chrono::floor<std::chrono::days>(clock));
-        EXPECT_EQ(isoText(calendar->instant(day, clock - day.time_since_epoch())), row.instant);
-        EXPECT_EQ(calendar->day(*parseIsoText(row.instant)), day);
+        EXPECT_EQ(isoText(calendar->instant(day, clock - day.time_since_epoch())), instant);
+        EXPECT_EQ(calendar->day(*parseIsoText(instant)), day);
     }
 }
 

@@ -5,25 +5,15 @@
 #include <gtest/gtest.h>
 
 namespace quorvell {
-namespace {
 
 TEST(Base64, knownPairs)
 {
-    struct Row {
-        Bytes bytes;
-        const char* text;
-    };
-    const Row rows[] = {
-        {{}, ""},
-        {{'f'}, "Zg=="},
-        {{'f', 'o'}, "Zm8="},
-        {{'f', 'o', 'o'}, "Zm9v"},
-        {{0xFB, 0xFF, 0xBF, 0x00}, "+/+/AA=="},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(base64Encode(row.bytes), row.text);
-        EXPECT_EQ(base64Decode(row.text), row.bytes);
+    const std::pair<Bytes, const char*> rows[] = {{{}, ""}, {{'f'}, "Zg=="}, {{'f', 'o'}, "Zm8="},
+        {{'f', 'o', 'o'}, "Zm9v"}, {{0xFB, 0xFF, 0xBF, 0x00}, "+/+/AA=="}};
+    for (const auto& [bytes, text] : rows) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(base64Encode(bytes), text);
+        EXPECT_EQ(base64Decode(text), bytes);
     }
 }
 
@@ -44,5 +34,4 @@ TEST(Base64, refuses)
         EXPECT_EQ(base64Decode(text), std::nullopt) << text;
 }
 
-} // namespace
 } // namespace quorvell

@@ -7,50 +7,32 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace quorvell {
-namespace {
 
 TEST(Characters, countsWhatPeopleSee)
 {
-    struct Row {
-        const char* text;
-        std::size_t count;
-        const char* firstTwo;
-    };
-    const Row rows[] = {
-        {"", 0, ""},
-        {"abc", 3, "ab"},
-        {"e\u0301a\u0308x", 3, "e\u0301a\u0308"},
-        {"a\u0301", 1, "a\u0301"},
-        {"👩‍👩‍👧🇩🇪x", 3, "👩‍👩‍👧🇩🇪"},
-        {"\r\na\nb", 4, "\r\na"},
-        {"a\r\nb", 3, "a\r\n"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(characterCount(row.text), row.count);
-        EXPECT_EQ(firstCharacters(row.text, 2), row.firstTwo);
-        EXPECT_EQ(firstCharacters(row.text, 100), row.text);
-        EXPECT_EQ(firstCharacters(row.text, 0), "");
+    const std::tuple<const char*, std::size_t, const char*> rows[] = {{"", 0, ""}, {"abc", 3, "ab"},
+        {"e\u0301a\u0308x", 3, "e\u0301a\u0308"}, {"a\u0301", 1, "a\u0301"},
+        {"👩‍👩‍👧🇩🇪x", 3, "👩‍👩‍👧🇩🇪"}, {"\r\na\nb", 4, "\r\na"},
+        {"a\r\nb", 3, "a\r\n"}};
+    for (const auto& [text, count, firstTwo] : rows) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(characterCount(text), count);
+        EXPECT_EQ(firstCharacters(text, 2), firstTwo);
+        EXPECT_EQ(firstCharacters(text, 100), text);
+        EXPECT_EQ(firstCharacters(text, 0), "");
     }
 }
 
 TEST(Characters, repairsEveryIllFormedSequenceOnce)
 {
-    struct Row {
-        const char* text;
-        const char* repaired;
-    };
-    const Row rows[] = {
-        {"plain é 🎂", "plain é 🎂"},
-        {"a\xff z", "a\uFFFD z"},
-        {"cut \xF0\x9F\x8E", "cut \uFFFD"},
-        {"\xC0\xAF", "\uFFFD\uFFFD"},
-        {"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"},
-        {"\x80x", "\uFFFDx"},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(repairUtf8(row.text), row.repaired);
+    const std::pair<const char*, const char*> rows[] = {{"plain é 🎂", "plain é 🎂"}, {"a\xff z", "a\uFFFD z"},
+        {"cut \xF0\x9F\x8E", "cut \uFFFD"}, {"\xC0\xAF", "\uFFFD\uFFFD"}, {"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"},
+        {"\x80x", "\uFFFDx"}};
+    for (const auto& [text, repaired] : rows)
+        EXPECT_EQ(repairUtf8(text), repaired);
 }
 
 TEST(Characters, trims)
@@ -83,16 +65,12 @@ TEST(LowerCase, knowsWhereItsLettersCameFrom)
     const std::string input = "aİẞ\u212A é";
     const LowerCasedText lower(input);
     EXPECT_EQ(lower.text(), "ai\u0307ßk é");
-    struct Row {
-        const char* word;
-        const char* source;
-    };
-    for (const Row& row :
-        {Row{"a", "a"}, {"i\u0307", "İ"}, {"ß", "ẞ"}, {"k", "\u212A"}, {" é", " é"}, {"ßk", "ẞ\u212A"}}) {
-        SCOPED_TRACE(row.word);
-        const std::size_t start = lower.text().find(row.word);
+    for (const auto& [word, source] :
+        {std::pair{"a", "a"}, {"i\u0307", "İ"}, {"ß", "ẞ"}, {"k", "\u212A"}, {" é", " é"}, {"ßk", "ẞ\u212A"}}) {
+        SCOPED_TRACE(word);
+        const std::size_t start = lower.text().find(word);
         const std::size_t from = lower.inputPosition(start);
-        EXPECT_EQ(input.substr(from, lower.inputEndPosition(start + std::string(row.word).size()) - from), row.source);
+        EXPECT_EQ(input.substr(from, lower.inputEndPosition(start + std::string(word).size()) - from), source);
     }
     // The dot alone belongs to the whole letter.
     const std::size_t dot = lower.text().find("\u0307");
@@ -105,24 +83,11 @@ TEST(LowerCase, knowsWhereItsLettersCameFrom)
 
 TEST(TextMatch, normalizes)
 {
-    struct Row {
-        const char* text;
-        const char* normalized;
-    };
-    const Row rows[] = {
-        {"  Don't  STOP! ", "don't stop"},
-        {"Ärger—mit\u00A0Ñandú", "ärger mit ñandú"},
-        {"e\u0301te\u0301", "e\u0301te\u0301"},
-        {"a_b-c.d", "a b c d"},
-        {"½ Ⅷ ٣ 五", "½ ⅷ ٣ 五"},
-        {"’quoted‘", "quoted"},
-        {"🎂", ""},
-        {"", ""},
-        {"''", "''"},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(TextMatch::normalized(row.text), row.normalized) << row.text;
+    const std::pair<const char*, const char*> rows[] = {{"  Don't  STOP! ", "don't stop"},
+        {"Ärger—mit\u00A0Ñandú", "ärger mit ñandú"}, {"e\u0301te\u0301", "e\u0301te\u0301"}, {"a_b-c.d", "a b c d"},
+        {"½ Ⅷ ٣ 五", "½ ⅷ ٣ 五"}, {"’quoted‘", "quoted"}, {"🎂", ""}, {"", ""}, {"''", "''"}};
+    for (const auto& [text, normalized] : rows)
+        EXPECT_EQ(TextMatch::normalized(text), normalized) << text;
 }
 
-} // namespace
 } // namespace quorvell

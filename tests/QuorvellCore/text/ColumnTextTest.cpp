@@ -4,33 +4,24 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace quorvell {
-namespace {
 
 TEST(ColumnText, countsWhatATerminalNeeds)
 {
-    struct Row {
-        const char* text;
-        std::size_t columns;
-        const char* firstThree;
-    };
-    const Row rows[] = {{"", 0, ""}, {"abcd", 4, "abc"}, {"日本語", 6, "日"}, {"e\u0301te\u0301", 3, "e\u0301te\u0301"},
-        {"a👍b", 4, "a👍"}, {"한국", 4, "한"}, {"\u200Bx\x01", 1, "\u200Bx\x01"}, {"\xFF\xFF", 2, "\xFF\xFF"}};
-    for (const Row& row : rows) {
-        EXPECT_EQ(columnsOf(row.text), row.columns) << row.text;
-        EXPECT_EQ(firstColumns(row.text, 3), row.firstThree) << row.text;
+    const std::tuple<const char*, std::size_t, const char*> rows[] = {{"", 0, ""}, {"abcd", 4, "abc"},
+        {"日本語", 6, "日"}, {"e\u0301te\u0301", 3, "e\u0301te\u0301"}, {"a👍b", 4, "a👍"}, {"한국", 4, "한"},
+        {"\u200Bx\x01", 1, "\u200Bx\x01"}, {"\xFF\xFF", 2, "\xFF\xFF"}};
+    for (const auto& [text, columns, firstThree] : rows) {
+        EXPECT_EQ(columnsOf(text), columns) << text;
+        EXPECT_EQ(firstColumns(text, 3), firstThree) << text;
     }
 }
 
 TEST(ColumnText, breaksBetweenWordsOnly)
 {
-    struct Row {
-        const char* name;
-        const char* text;
-        std::size_t indent;
-        const char* wrapped;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, const char*, std::size_t, const char*> rows[] = {
         {"fits", "ten  wide.", 0, "ten  wide."},
         {"two lines", "remind me of it", 0, "remind me\nof it"},
         {"below the start of the line", "  one two three", 2, "  one two\n    three"},
@@ -40,9 +31,8 @@ TEST(ColumnText, breaksBetweenWordsOnly)
         {"spaces at the end go", "0123456789   ", 0, "0123456789"},
         {"a tab", "a\tb", 0, "a    b"},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(wrappedToColumns(row.text, 10, row.indent), row.wrapped) << row.name;
+    for (const auto& [name, text, indent, wrapped] : rows)
+        EXPECT_EQ(wrappedToColumns(text, 10, indent), wrapped) << name;
 }
 
-} // namespace
 } // namespace quorvell

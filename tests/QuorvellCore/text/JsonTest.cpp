@@ -5,39 +5,25 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <tuple>
+
 namespace quorvell {
-namespace {
 
 TEST(Json, whatIsRead)
 {
-    struct Row {
-        const char* name;
-        std::string text;
-        std::optional<std::string> dumped; ///< Absent when refused.
-    };
-    const Row rows[] = {
-        {"a fragment", "7", "7"},
-        {"key order stays", R"({"b":1,"a":[true,null]})", R"({"b":1,"a":[true,null]})"},
-        {"the last of two equal keys", R"({"a":1,"b":2,"a":3})", R"({"a":3,"b":2})"},
-        {"a slash is not escaped", R"("a\/b")", R"("a/b")"},
-        {"brackets in strings are no depth", '"' + std::string(500, '[') + '"', '"' + std::string(500, '[') + '"'},
-        {"an escaped quote does not end a string", R"(["\"[[[[[[", 1])", R"(["\"[[[[[[",1])"},
-        {"malformed", "{\"a\":}", {}},
-        {"two values", "1 2", {}},
-        {"nothing", "", {}},
-        {"bad UTF-8", "\"\xff\"", {}},
-        {"half a surrogate pair", R"("\ud800")", {}},
-        {"a number beyond every type", "1e999", {}},
-        {"as deep as allowed", std::string(64, '[') + std::string(64, ']'),
-            std::string(64, '[') + std::string(64, ']')},
-        {"one deeper", std::string(65, '[') + std::string(65, ']'), {}},
-        {"deep and never closed", std::string(100'000, '{'), {}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const auto value = parseJson(row.text);
-        EXPECT_EQ(value ? std::optional(dumpJson(*value)) : std::nullopt, row.dumped);
+    const std::string deepest = std::string(64, '[') + std::string(64, ']');
+    const std::string brackets = '"' + std::string(500, '[') + '"'; // In a text they are no depth.
+    const std::pair<std::string, std::string> rows[] = {{"7", "7"},
+        {R"({"b":1,"a":[true,null]})", R"({"b":1,"a":[true,null]})"}, {R"({"a":1,"b":2,"a":3})", R"({"a":3,"b":2})"},
+        {R"("a\/b")", R"("a/b")"}, {brackets, brackets}, {R"(["\"[[[[[[", 1])", R"(["\"[[[[[[",1])"},
+        {deepest, deepest}};
+    for (const auto& [text, dumped] : rows) {
+        const auto value = parseJson(text);
+        EXPECT_EQ(value ? dumpJson(*value) : "refused", dumped) << text;
     }
+    for (const std::string& text : {std::string("{\"a\":}"), std::string("1 2"), std::string(), std::string("\"\xff\""),
+             std::string(R"("\ud800")"), std::string("1e999"), "[" + deepest + "]", std::string(100'000, '{')})
+        EXPECT_FALSE(parseJson(text)) << text.substr(0, 80);
 }
 
 TEST(Json, limitsOfSize)
@@ -62,31 +48,17 @@ TEST(Json, sortsKeysAtEveryDepth)
 
 TEST(Json, readersNeverBend)
 {
-    struct Row {
-        const char* text;
-        std::optional<std::int64_t> integer;
-        std::optional<double> number;
-    };
-    const Row rows[] = {
-        {"7", 7, 7.0},
-        {"-7", -7, -7.0},
-        {"7.0", 7, 7.0},
-        {"7.5", {}, 7.5},
-        {"9223372036854775807", INT64_MAX, 9223372036854775807.0},
-        {"9223372036854775808", {}, 9223372036854775808.0},
-        {"-9223372036854775808", INT64_MIN, -9223372036854775808.0},
-        {"9223372036854775808.0", {}, 9223372036854775808.0},
-        {"1e300", {}, 1e300},
-        {"\"7\"", {}, {}},
-        {"true", {}, {}},
-        {"null", {}, {}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        const auto value = parseJson(row.text);
+    const std::tuple<const char*, std::optional<std::int64_t>, std::optional<double>> rows[] = {{"7", 7, 7.0},
+        {"-7", -7, -7.0}, {"7.0", 7, 7.0}, {"7.5", {}, 7.5}, {"9223372036854775807", INT64_MAX, 9223372036854775807.0},
+        {"9223372036854775808", {}, 9223372036854775808.0}, {"-9223372036854775808", INT64_MIN, -9223372036854775808.0},
+        {"9223372036854775808.0", {}, 9223372036854775808.0}, {"1e300", {}, 1e300}, {"\"7\"", {}, {}}, {"true", {}, {}},
+        {"null", {}, {}}};
+    for (const auto& [text, integer, number] : rows) {
+        SCOPED_TRACE(text);
+        const auto value = parseJson(text);
         ASSERT_TRUE(value);
-        EXPECT_EQ(readInteger(*value), row.integer);
-        EXPECT_EQ(readNumber(*value), row.number);
+        EXPECT_EQ(readInteger(*value), integer);
+        EXPECT_EQ(readNumber(*value), number);
     }
 }
 
@@ -104,5 +76,4 @@ TEST(Json, membersOfAnObject)
     EXPECT_EQ(memberOf(Json::array({1}), "text"), nullptr);
 }
 
-} // namespace
 } // namespace quorvell

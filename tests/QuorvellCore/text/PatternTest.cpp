@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 namespace quorvell {
-namespace {
 
 TEST(Pattern, tellsBytesOfUtf8)
 {
@@ -53,5 +52,4 @@ TEST(Pattern, outlivesFaultsAndHostility)
     EXPECT_TRUE(Pattern("b").find("\xFF\xFE b \x80"));
 }
 
-} // namespace
 } // namespace quorvell

@@ -6,16 +6,13 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace quorvell {
-namespace {
 
 TEST(WebAddress, takesApart)
 {
-    struct Row {
-        const char* text;
-        WebAddress address;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, WebAddress> rows[] = {
         {"example.com:8080", {"https", "example.com", 8080, "", ""}},
         {" HTTP://User:pw@Example.COM/A/b?q=1#f ", {"http", "example.com", {}, "/A/b", "q=1"}},
         {"wss://127.0.0.1:65535/v1", {"wss", "127.0.0.1", 65535, "/v1", ""}},
@@ -28,10 +25,8 @@ TEST(WebAddress, takesApart)
         {"file:///etc", {"file", "", {}, "/etc", ""}},
         {"example.com?a=/b", {"https", "example.com", {}, "", "a=/b"}},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(WebAddress::parse(row.text), row.address);
-    }
+    for (const auto& [text, address] : rows)
+        EXPECT_EQ(WebAddress::parse(text), address) << text;
     for (const char* text : {"https://example.com:65536", "https://example.com:8a", "https://a b.com",
              "https://a%2eb.com", "https://evil.com\\@good.com", "1http://a.com", "a.com/?u=http://b.com",
              "https://a\nb.com", "https://xn--a.com", "https://[::1", "https://b]@:c@d:1:2", "https://℀.com"})
@@ -49,33 +44,18 @@ TEST(WebAddress, thisComputer)
 
 TEST(SiteMatch, hostsAndPaths)
 {
-    struct Row {
-        const char* address;
-        std::optional<std::string> host;
-        std::string path;
-    };
-    const Row rows[] = {
-        {"WWW.Example.com/Shop", "example.com", "/shop"},
-        {"https://example.com/shop", "example.com", "/shop"},
-        {"example.com/shop/", "example.com", "/shop/"},
-        {"www.m.example.com", "example.com", ""},
-        {"m.www.example.com", "www.example.com", ""},
-        {"www.com/", "www.com", ""},
-        {"m.co", "m.co", ""},
-        {"\n localhost:3000/x \t", "localhost", "/x"},
-        {"localhost.", "localhost.", ""},
-        {"bücher.de/Stra%C3%9Fe%2F%3f", "xn--bcher-kva.de", "/straße%2f%3f"},
-        {"intranet/x", {}, "/x"},
-        {"ftp://example.com/x", {}, "/x"},
-        {"exa mple.com", {}, ""},
-        {"", {}, ""},
-        {"https://", {}, ""},
-        {"https://example.com:99999/x", {}, ""},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.address);
-        EXPECT_EQ(SiteMatch::host(row.address), row.host);
-        EXPECT_EQ(SiteMatch::path(row.address), row.path);
+    const std::tuple<const char*, std::optional<std::string>, std::string> rows[] = {
+        {"WWW.Example.com/Shop", "example.com", "/shop"}, {"https://example.com/shop", "example.com", "/shop"},
+        {"example.com/shop/", "example.com", "/shop/"}, {"www.m.example.com", "example.com", ""},
+        {"m.www.example.com", "www.example.com", ""}, {"www.com/", "www.com", ""}, {"m.co", "m.co", ""},
+        {"\n localhost:3000/x \t", "localhost", "/x"}, {"localhost.", "localhost.", ""},
+        {"bücher.de/Stra%C3%9Fe%2F%3f", "xn--bcher-kva.de", "/straße%2f%3f"}, {"intranet/x", {}, "/x"},
+        {"ftp://example.com/x", {}, "/x"}, {"exa mple.com", {}, ""}, {"", {}, ""}, {"https://", {}, ""},
+        {"https://example.com:99999/x", {}, ""}};
+    for (const auto& [address, host, path] : rows) {
+        SCOPED_TRACE(address);
+        EXPECT_EQ(SiteMatch::host(address), host);
+        EXPECT_EQ(SiteMatch::path(address), path);
     }
 }
 
@@ -91,19 +71,13 @@ TEST(SiteMatch, sameSiteIsOneSided)
 TEST(SiteMatch, alreadyShowing)
 {
     const PageLocation shown{"shop.example.com", "https://shop.example.com/cart", "Cart", true};
-    struct Row {
-        const char* name;
-        const char* address;
-        PageLocation page;
-        bool showing;
-    };
     PageLocation noSite = shown;
     noSite.site.reset();
     PageLocation loading = shown;
     loading.loaded = false;
     PageLocation blank = loading;
     blank.title.clear();
-    const Row rows[] = {
+    const std::tuple<const char*, const char*, PageLocation, bool> rows[] = {
         {"a subdomain of the wanted site", "example.com/cart", shown, true},
         {"another path", "example.com/", shown, false},
         {"another site", "example.org/cart", shown, false},
@@ -112,11 +86,8 @@ TEST(SiteMatch, alreadyShowing)
         {"still loading, nothing to see", "example.com/cart", blank, false},
         {"no address", "", shown, false},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(SiteMatch::alreadyShowing(row.address, row.page), row.showing);
-    }
+    for (const auto& [name, address, page, showing] : rows)
+        EXPECT_EQ(SiteMatch::alreadyShowing(address, page), showing) << name;
 }
 
-} // namespace
 } // namespace quorvell

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace quorvell {
 
 namespace {
@@ -41,13 +43,7 @@ std::vector<float> joined(std::initializer_list<std::vector<float>> parts)
 
 TEST(MicGate, opensOnSpeechOnly)
 {
-    struct Row {
-        const char* name;
-        std::vector<float> levels;
-        std::string sent;
-        bool open;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::vector<float>, std::string, bool> rows[] = {
         {"one loud chunk in silence", {0, 0, 0.2f, 0, 0}, "", false},
         {"two loud chunks within three", {0, 0.2f, 0, 0.2f}, "0 1 2 3 ", true},
         {"two loud chunks too far apart", {0, 0.2f, 0, 0, 0.2f}, "", false},
@@ -57,25 +53,24 @@ TEST(MicGate, opensOnSpeechOnly)
         {"a noisy room asks for more", joined({repeated(0.05f, 5), {0.12f, 0.12f, 0.12f}}), "", false},
         {"a noisy room, louder", joined({repeated(0.05f, 2), {0.13f, 0.13f}}), "0 1 2 3 ", true},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, levels, sent, open] : rows) {
+        SCOPED_TRACE(name);
         MicGate gate;
-        EXPECT_EQ(run(gate, row.levels), row.sent);
-        EXPECT_EQ(gate.isOpen, row.open);
-        EXPECT_EQ(gate.chunksHeard, static_cast<int>(row.levels.size()));
-        EXPECT_EQ(gate.opens, row.open ? 1 : 0);
+        EXPECT_EQ(run(gate, levels), sent);
+        EXPECT_EQ(gate.isOpen, open);
+        EXPECT_EQ(gate.chunksHeard, static_cast<int>(levels.size()));
+        EXPECT_EQ(gate.opens, open ? 1 : 0);
     }
 }
 
 TEST(MicGate, closesAfterTheHangOver)
 {
-    struct Row {
+    const struct Row {
         const char* name;
         std::vector<float> after;
         int sent; ///< Of the chunks after speech.
         bool open;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"nineteen quiet chunks", repeated(0, 19), 19, true},
         {"the twentieth ends it", repeated(0, 20), 20, false},
         {"a sound in between starts over", joined({repeated(0, 19), {0.05f}, repeated(0, 19)}), 39, true},

@@ -9,6 +9,7 @@
 
 #include <cmath>
 #include <limits>
+#include <tuple>
 
 namespace quorvell {
 
@@ -34,14 +35,11 @@ AudioChunk chunkOfLevel(float level)
 TEST(PCM, floatsBecomeSamples)
 {
     const float infinity = std::numeric_limits<float>::infinity();
-    struct Row {
-        float sample;
-        int units;
-    };
-    const Row rows[] = {{0, 0}, {1, 32767}, {1.5f, 32767}, {-1, -32767}, {-2, -32767}, {0.5f, 16383}, {-0.5f, -16383},
-        {0.9f / 32767, 0}, {-0.9f / 32767, 0}, {infinity, 32767}, {-infinity, -32767}, {std::nanf(""), 0}};
-    for (const Row& row : rows)
-        EXPECT_EQ(PCM::floatToInt16LE({{row.sample}}), samples({row.units})) << row.sample;
+    const std::pair<float, int> rows[] = {{0, 0}, {1, 32767}, {1.5f, 32767}, {-1, -32767}, {-2, -32767}, {0.5f, 16383},
+        {-0.5f, -16383}, {0.9f / 32767, 0}, {-0.9f / 32767, 0}, {infinity, 32767}, {-infinity, -32767},
+        {std::nanf(""), 0}};
+    for (const auto& [sample, units] : rows)
+        EXPECT_EQ(PCM::floatToInt16LE({{sample}}), samples({units})) << sample;
     EXPECT_TRUE(PCM::floatToInt16LE({}).empty());
 }
 
@@ -55,14 +53,10 @@ TEST(PCM, samplesBecomeFloats)
 
 TEST(PCM, levelIsFourTimesTheRootMeanSquare)
 {
-    struct Row {
-        std::vector<float> samples;
-        float level;
-    };
-    const Row rows[] = {{{}, 0}, {{0, 0}, 0}, {{0.1f, -0.1f}, 0.4f}, {{0.2f, 0, 0, 0}, 0.4f}, {{1, 1}, 1},
-        {{std::nanf(""), 0}, 0}, {{std::numeric_limits<float>::infinity()}, 1}};
-    for (const Row& row : rows)
-        EXPECT_FLOAT_EQ(PCM::level(row.samples), row.level);
+    const std::pair<std::vector<float>, float> rows[] = {{{}, 0}, {{0, 0}, 0}, {{0.1f, -0.1f}, 0.4f},
+        {{0.2f, 0, 0, 0}, 0.4f}, {{1, 1}, 1}, {{std::nanf(""), 0}, 0}, {{std::numeric_limits<float>::infinity()}, 1}};
+    for (const auto& [samples, level] : rows)
+        EXPECT_FLOAT_EQ(PCM::level(samples), level);
     const Bytes data = samples({1200, -3400, 32767, -32768, 5, 0, 0, 77});
     EXPECT_EQ(PCM::levelOfInt16LE(data), PCM::level(PCM::int16LEToFloat(data)));
     EXPECT_EQ(PCM::levelOfInt16LE({}), 0.0f);
@@ -70,16 +64,11 @@ TEST(PCM, levelIsFourTimesTheRootMeanSquare)
 
 TEST(PCM, silenceLiesWithinThePeak)
 {
-    struct Row {
-        Bytes data;
-        int peak;
-        bool silent;
-    };
-    const Row rows[] = {{{}, 0, true}, {{0xff}, 0, true}, {samples({0, 0}), 0, true}, {samples({3, -3}), 3, true},
-        {samples({4}), 3, false}, {samples({-4}), 3, false}, {samples({-32768}), 32767, false},
-        {samples({-32768}), 32768, true}};
-    for (const Row& row : rows)
-        EXPECT_EQ(PCM::isSilent(row.data, row.peak), row.silent) << row.peak;
+    const std::tuple<Bytes, int, bool> rows[] = {{{}, 0, true}, {{0xff}, 0, true}, {samples({0, 0}), 0, true},
+        {samples({3, -3}), 3, true}, {samples({4}), 3, false}, {samples({-4}), 3, false},
+        {samples({-32768}), 32767, false}, {samples({-32768}), 32768, true}};
+    for (const auto& [data, peak, silent] : rows)
+        EXPECT_EQ(PCM::isSilent(data, peak), silent) << peak;
 }
 
 TEST(PCMChunker, cutsWholeChunksAndKeepsTheRest)
@@ -106,18 +95,14 @@ TEST(PCMChunker, cutsWholeChunksAndKeepsTheRest)
 
 TEST(SpeechPresence, needsTwoLoudChunks)
 {
-    struct Row {
-        const char* name;
-        std::vector<float> levels;
-        bool heard;
-    };
-    const Row rows[] = {{"nothing", {}, false}, {"a click", {0, 0.5f, 0}, false},
-        {"two apart", {0.1f, 0, 0, 0.1f}, true}, {"below", {0.039f, 0.039f, 0.039f}, false}};
-    for (const Row& row : rows) {
+    const std::tuple<const char*, std::vector<float>, bool> rows[] = {{"nothing", {}, false},
+        {"a click", {0, 0.5f, 0}, false}, {"two apart", {0.1f, 0, 0, 0.1f}, true},
+        {"below", {0.039f, 0.039f, 0.039f}, false}};
+    for (const auto& [name, levels, heard] : rows) {
         std::vector<AudioChunk> chunks;
-        for (const float level : row.levels)
+        for (const float level : levels)
             chunks.push_back(chunkOfLevel(level));
-        EXPECT_EQ(SpeechPresence::heardSpeech(chunks), row.heard) << row.name;
+        EXPECT_EQ(SpeechPresence::heardSpeech(chunks), heard) << name;
     }
     const AudioChunk quarter{samples({8192, -8192})}; // level exactly 1
     EXPECT_EQ(SpeechPresence::loudChunks({{quarter}}, 1.0f), 0) << "at the threshold is quiet";

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace quorvell {
 
 using Strings = std::vector<std::string>;
@@ -76,12 +78,7 @@ TEST(CommandHistory, browsesAndBringsTheDraftBack)
 
 TEST(RecentRequests, joinsPiecesOfOneRequest)
 {
-    struct Row {
-        const char* name;
-        std::vector<int> times;
-        Strings texts;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::vector<int>, Strings> rows[] = {
         {"1.2 s apart", {0, 1200}, {"0 1"}},
         {"exactly 1.5 s apart", {0, 1500}, {"0 1"}},
         {"2 s apart", {0, 2000}, {"0", "1"}},
@@ -91,15 +88,15 @@ TEST(RecentRequests, joinsPiecesOfOneRequest)
         {"only the last eight", {0, 5000, 10000, 15000, 20000, 25000, 30000, 35000, 40000, 45000},
             {"2", "3", "4", "5", "6", "7", "8", "9"}},
     };
-    for (const Row& row : rows) {
+    for (const auto& [name, times, expected] : rows) {
         RecentRequests recent;
-        for (std::size_t index = 0; index < row.times.size(); ++index)
-            recent.heard(" " + std::to_string(index) + " ", milliseconds(row.times[index]));
+        for (std::size_t index = 0; index < times.size(); ++index)
+            recent.heard(" " + std::to_string(index) + " ", milliseconds(times[index]));
         Strings texts;
         for (const auto& request : recent.requests)
             texts.push_back(request.text);
-        EXPECT_EQ(texts, row.texts) << row.name;
-        EXPECT_EQ(recent.lastHeard, milliseconds(row.times.back()));
+        EXPECT_EQ(texts, expected) << name;
+        EXPECT_EQ(recent.lastHeard, milliseconds(times.back()));
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <vector>
 
 namespace quorvell {
@@ -55,12 +56,7 @@ TEST(QuorvellPrompt, appEventsToTheLetter)
 
 TEST(QuorvellPrompt, typedMessagesCarryTheirNotes)
 {
-    struct Row {
-        Entry entry;
-        Reply reply;
-        const char* text;
-    };
-    const Row rows[] = {
+    const std::tuple<Entry, Reply, const char*> rows[] = {
         {Entry::typed, Reply::spoken, "[They typed] hi"},
         {Entry::typed, Reply::shown, "[They typed] (your reply is shown as text, not spoken) hi"},
         {Entry::dictated, Reply::spoken,
@@ -69,8 +65,8 @@ TEST(QuorvellPrompt, typedMessagesCarryTheirNotes)
             "[They typed] (said aloud and written down by speech recognition, so a word may be misheard; your reply is "
             "shown as text, not spoken) hi"},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(QuorvellPrompt::typedMessage("hi", row.entry, row.reply), row.text);
+    for (const auto& [entry, reply, text] : rows)
+        EXPECT_EQ(QuorvellPrompt::typedMessage("hi", entry, reply), text);
 }
 
 TEST(QuorvellPrompt, sectionsForEachModel)
@@ -99,11 +95,10 @@ TEST(QuorvellPrompt, sectionsForEachModel)
 
 TEST(QuorvellPrompt, sectionsFollowTheFlags)
 {
-    struct Row {
+    const struct Row {
         const char* heading;
         void (*turnOff)(PromptOptions&);
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"# Local task execution", [](PromptOptions& options) { options.tools.tiered = false; }},
         {"# The next click, in the same call", [](PromptOptions& options) { options.tools.nextStep = false; }},
         {"# Where and when", [](PromptOptions& options) { options.whereAndWhen = " "; }},

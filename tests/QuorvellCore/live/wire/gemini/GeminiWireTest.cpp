@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace quorvell {
 
 namespace {
@@ -40,12 +42,7 @@ TEST(GeminiWire, clientMessagesAreBuiltAndRead)
         {"user", "What's on today?"}, {"assistant", "Lunch with Mina at one."}};
     const std::vector<LiveFunctionResponse> responses = {
         {"call_1", "keep_note", {{"status", "kept"}}}, {"call_2", "look_up", {{"error", "There is no network."}}}};
-    struct Row {
-        std::string fixture;
-        Json built;
-        GeminiClientMessage read;
-    };
-    const Row rows[] = {
+    const std::tuple<std::string, Json, GeminiClientMessage> rows[] = {
         {"setup.smallest", Message::setup(smallest), gemini_client::Setup{smallest}},
         {"setup.whole", Message::setup(wholeOptions()), gemini_client::Setup{wholeOptions()}},
         {"audio", Message::audio(sound), Audio{sound, 16000}},
@@ -57,11 +54,11 @@ TEST(GeminiWire, clientMessagesAreBuiltAndRead)
         {"toolResponse", Message::toolResponse(responses), ToolResponse{responses}},
     };
     auto unread = fixtureLines("gemini.client");
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.fixture);
-        const std::string text = unread.extract(row.fixture).mapped();
-        EXPECT_EQ(dumpJson(row.built), text);
-        EXPECT_TRUE(GeminiClientParser::parse(text) == row.read);
+    for (const auto& [fixture, built, read] : rows) {
+        SCOPED_TRACE(fixture);
+        const std::string text = unread.extract(fixture).mapped();
+        EXPECT_EQ(dumpJson(built), text);
+        EXPECT_TRUE(GeminiClientParser::parse(text) == read);
     }
     EXPECT_TRUE(unread.empty()) << "no row for " << unread.begin()->first;
     EXPECT_FALSE(Message::history({{"user", " \n"}}));
@@ -72,12 +69,7 @@ TEST(GeminiWire, serverMessagesAreBuiltAndRead)
     using namespace live_event;
     const std::vector<LiveFunctionCall> calls = {
         {"call_1", "set_reminder", {{"text", "tomorrow at 5 pm call the dentist"}}}, {"call_2", "clear_pointer"}};
-    struct Row {
-        std::string fixture;
-        std::optional<Json> built;
-        std::vector<LiveServerEvent> read;
-    };
-    const Row rows[] = {
+    const std::tuple<std::string, std::optional<Json>, std::vector<LiveServerEvent>> rows[] = {
         {"setupComplete", Server::setupComplete(), {SetupComplete{}}},
         {"setupComplete.named", Server::setupComplete("session_1"), {SetupComplete{"session_1"}}},
         {"audio", Server::audio(sound), {Audio{sound}}},
@@ -101,13 +93,13 @@ TEST(GeminiWire, serverMessagesAreBuiltAndRead)
         {"other.odd", std::nullopt, {ToolCall{{cutOffCall("call_5", "type_text"), {"call_6", "scroll"}}}, GoAway{}}},
     };
     auto unread = fixtureLines("gemini.server");
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.fixture);
-        const std::string text = unread.extract(row.fixture).mapped();
-        if (row.built) {
-            EXPECT_EQ(dumpJson(*row.built), text);
+    for (const auto& [fixture, built, read] : rows) {
+        SCOPED_TRACE(fixture);
+        const std::string text = unread.extract(fixture).mapped();
+        if (built) {
+            EXPECT_EQ(dumpJson(*built), text);
         }
-        EXPECT_TRUE(LiveServerParser::parse(text) == row.read);
+        EXPECT_TRUE(LiveServerParser::parse(text) == read);
     }
     EXPECT_TRUE(unread.empty()) << "no row for " << unread.begin()->first;
 }
@@ -134,11 +126,10 @@ TEST(GeminiWire, theShortWayForSoundAgreesWithTheLongOne)
 
 TEST(GeminiWire, whatNoServerCanActOnIsNamed)
 {
-    struct Row {
+    const struct Row {
         const char* text;
         const char* named; ///< Part of the reason; empty where the message is accepted after all.
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"", "no JSON object"},
         {"[1]", "no JSON object"},
         {R"({"hello":1})", "none of"},

@@ -84,15 +84,14 @@ TEST(OpenAIBackendFlow, messagesThatAskForNothingCreateNothing)
 TEST(OpenAIBackendFlow, refusedCreatesAreTriedAgain)
 {
     using ID = std::optional<std::string>;
-    struct Row {
+    const struct Row {
         const char* name;
         bool isRunning;
         ID refused;
         std::string released;
         bool needsCreate;
         ID inFlight;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"the one in flight", false, "create_1", "create_2", false, "create_2"},
         {"the one in flight while a response runs", true, "create_1", "", true, std::nullopt},
         {"an older one", false, "create_0", "", true, "create_1"},

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace quorvell {
 
 namespace {
@@ -26,15 +28,11 @@ std::string item(const std::string& value)
 
 TEST(OpenAILiveClientParser, whatCannotBeActedOnIsNamed)
 {
-    struct Row {
-        std::string message;
-        std::string code;
-    };
     const std::string image = R"({"type":"input_image","image_url":"data:image/jpeg;base64,AAAA"})";
     std::string images = image;
     for (int count = 1; count < 9; ++count)
         images += "," + image;
-    const Row rows[] = {
+    const std::pair<std::string, std::string> rows[] = {
         {"", "invalid_json"},
         {"[]", "invalid_json"},
         {std::string(100, '['), "invalid_json"},
@@ -59,23 +57,17 @@ TEST(OpenAILiveClientParser, whatCannotBeActedOnIsNamed)
         {item(R"({"type":"message","role":"user","content":[)" + image + "]}"), "read"},
         {item(R"({"type":"message","role":"user","content":[)" + images + "]}"), "invalid_value"},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(codeOf(OpenAILiveClientParser::parse(row.message)), row.code) << row.message;
+    for (const auto& [message, code] : rows)
+        EXPECT_EQ(codeOf(OpenAILiveClientParser::parse(message)), code) << message;
 }
 
 TEST(OpenAILiveClientParser, refusesWhatASessionCannotBe)
 {
-    struct Row {
-        const char* name;
-        const char* pointer;
-        const char* value;
-        const char* problem;
-    };
     std::string tools = "[{}";
     for (std::size_t count = 1; count <= OpenAISessionReader::maximumTools; ++count)
         tools += ",{}";
     tools += "]";
-    const Row rows[] = {
+    const std::tuple<const char*, const char*, const char*, const char*> rows[] = {
         {"too many tools", "/session/delegation/response/tools", tools.c_str(), "\"tools\""},
         {"no model", "/session/model", "7", "\"model\""},
         {"no voice", "/session/audio/output/voice", "null", "\"voice\""},
@@ -87,14 +79,14 @@ TEST(OpenAILiveClientParser, refusesWhatASessionCannotBe)
         {"tools that are no list", "/session/delegation/response/tools", "{}", "\"tools\""},
         {"history of something else", "/session/input", "[{}]", "\"input\""},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, pointer, value, problem] : rows) {
+        SCOPED_TRACE(name);
         Json message = parseJson(fixtureText("client", "session.start")).value_or(Json());
-        message[Json::json_pointer(row.pointer)] = parseJson(row.value).value_or(Json());
+        message[Json::json_pointer(pointer)] = parseJson(value).value_or(Json());
         const auto read = OpenAILiveClientParser::parse(dumpJson(message));
         const auto* malformed = std::get_if<openai_client::Malformed>(&read);
         ASSERT_TRUE(malformed);
-        EXPECT_NE(malformed->reason.find(row.problem), std::string::npos) << malformed->reason;
+        EXPECT_NE(malformed->reason.find(problem), std::string::npos) << malformed->reason;
         EXPECT_EQ(malformed->eventID, "start");
     }
 }

@@ -7,17 +7,15 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <tuple>
+
 namespace quorvell {
 
 using Header = std::pair<std::string, std::string>;
 
 TEST(OpenAILiveEndpoint, readsAddresses)
 {
-    struct Row {
-        const char* address;
-        const char* socket;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, const char*> rows[] = {
         {"example.com", "wss://example.com/v1/live/sessions"},
         {" https://Example.com/ ", "wss://example.com/v1/live/sessions"},
         {"wss://example.com:8443", "wss://example.com:8443/v1/live/sessions"},
@@ -25,10 +23,10 @@ TEST(OpenAILiveEndpoint, readsAddresses)
         {"http://localhost", "ws://localhost/v1/live/sessions"},
         {"ws://[::1]:80", "ws://[::1]:80/v1/live/sessions"},
     };
-    for (const Row& row : rows) {
-        const auto endpoint = OpenAILiveEndpoint::create(row.address);
-        ASSERT_TRUE(endpoint) << row.address;
-        EXPECT_EQ(endpoint->request("k").url, row.socket);
+    for (const auto& [address, socket] : rows) {
+        const auto endpoint = OpenAILiveEndpoint::create(address);
+        ASSERT_TRUE(endpoint) << address;
+        EXPECT_EQ(endpoint->request("k").url, socket);
     }
 }
 
@@ -62,11 +60,7 @@ TEST(OpenAILiveEndpoint, requestsCarryTheKeyAndTheSession)
 TEST(OpenAILiveEndpoint, readsWebRTCAnswers)
 {
     using Answer = OpenAILiveEndpoint::WebRTCAnswer;
-    struct Row {
-        const char* body;
-        std::optional<Answer> answer;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, std::optional<Answer>> rows[] = {
         {R"({"transport":{"type":"webrtc","sdp":"v=0"},"session":{"id":"s"}})", Answer{"v=0", "s"}},
         {R"({"transport":{"sdp":"v=0"},"session":{}})", Answer{"v=0", ""}},
         {R"({"transport":{"sdp":"v=0"}})", std::nullopt},
@@ -75,18 +69,13 @@ TEST(OpenAILiveEndpoint, readsWebRTCAnswers)
         {R"({"transport":{"sdp":"v=0\nno line"},"session":{}})", std::nullopt},
         {"v=0", std::nullopt},
     };
-    for (const Row& row : rows)
-        EXPECT_TRUE(OpenAILiveEndpoint::webRTCAnswer(row.body) == row.answer) << row.body;
+    for (const auto& [body, answer] : rows)
+        EXPECT_TRUE(OpenAILiveEndpoint::webRTCAnswer(body) == answer) << body;
 }
 
 TEST(OpenAILiveEndpoint, namesTheRefusedSetting)
 {
-    struct Row {
-        int status;
-        std::string body;
-        RefusedSetting setting;
-    };
-    const Row rows[] = {
+    const std::tuple<int, std::string, RefusedSetting> rows[] = {
         {400, "Unknown SERVICE_TIER 'priority', summary 'auto'", RefusedSetting::serviceTier},
         {400, R"({"error":{"param":"reasoning.summary"}})", RefusedSetting::summary},
         {403, "Your organization must be Verified to use this", RefusedSetting::summary},
@@ -96,8 +85,8 @@ TEST(OpenAILiveEndpoint, namesTheRefusedSetting)
         {500, "summary", RefusedSetting::none},
         {400, "", RefusedSetting::none},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(OpenAILiveEndpoint::refusedSetting(row.status, row.body), row.setting) << row.status << row.body;
+    for (const auto& [status, body, setting] : rows)
+        EXPECT_EQ(OpenAILiveEndpoint::refusedSetting(status, body), setting) << status << body;
 }
 
 } // namespace quorvell

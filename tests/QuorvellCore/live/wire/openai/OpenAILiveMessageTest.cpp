@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace quorvell {
 
 using Format = OpenAILiveMessage::AudioFormat;
@@ -42,26 +44,20 @@ TEST(OpenAILiveMessage, rolesOtherThanAssistantAreInput)
 TEST(OpenAILiveMessage, reasoningIsSentOnlyAsFarAsItIsSet)
 {
     using Text = std::optional<std::string>;
-    struct Row {
-        const char* name;
-        Text effort;
-        Text summary;
-        const char* reasoning;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, Text, Text, const char*> rows[] = {
         {"none turns the summary off", "none", "auto", R"({"effort":"none"})"},
         {"both", "high", "auto", R"({"effort":"high","summary":"auto"})"},
         {"summary alone", {}, "auto", R"({"summary":"auto"})"},
         {"neither", {}, {}, "null"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, effort, summary, expected] : rows) {
+        SCOPED_TRACE(name);
         OpenAILiveSetupOptions options;
-        options.reasoningEffort = row.effort;
-        options.reasoningSummary = row.summary;
+        options.reasoningEffort = effort;
+        options.reasoningSummary = summary;
         const Json backend = OpenAILiveMessage::backend(options);
         const Json* reasoning = memberOf(backend, "reasoning");
-        EXPECT_EQ(reasoning ? dumpJson(*reasoning) : "null", row.reasoning);
+        EXPECT_EQ(reasoning ? dumpJson(*reasoning) : "null", expected);
     }
 }
 

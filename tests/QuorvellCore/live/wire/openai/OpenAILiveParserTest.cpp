@@ -44,12 +44,8 @@ TEST(OpenAILiveParser, whatCannotBeReadGivesNoEvent)
 TEST(OpenAILiveParser, payloadsThatMayBeMissing)
 {
     using namespace openai_event;
-    struct Row {
-        std::string message;
-        std::vector<OpenAILiveEvent> events;
-    };
     const std::string tokens = R"("usage":{"input_tokens":9e99,"output_tokens":-3,"input_tokens_details":7})";
-    const Row rows[] = {
+    const std::pair<std::string, std::vector<OpenAILiveEvent>> rows[] = {
         {R"({"type":"session.closed"})", {Closed{"unknown"}}},
         {R"({"type":"session.usage.updated","usage":{"seconds":3}})", {Usage{3, std::nullopt}}},
         {R"({"type":"session.usage.updated","context_window":{"usage_ratio":1}})", {Usage{std::nullopt, 1}}},
@@ -69,19 +65,15 @@ TEST(OpenAILiveParser, payloadsThatMayBeMissing)
         {R"({"type":"session.output_audio.delta","delta":""})", {Audio{}}},
         {R"({"type":"session.output_audio.delta","delta":"\u0041AAA"})", {Audio{{0, 0, 0}}}},
     };
-    for (const Row& row : rows)
-        EXPECT_TRUE(OpenAILiveParser::parse(row.message) == row.events) << row.message;
+    for (const auto& [message, events] : rows)
+        EXPECT_TRUE(OpenAILiveParser::parse(message) == events) << message;
 }
 
 /// Sound is read without a JSON parser where its message is as plain as usual; the answer must not depend on it.
 TEST(OpenAILiveParser, soundIsTheSameHoweverItIsWritten)
 {
-    struct Row {
-        std::string message;
-        bool isRead;
-    };
     const std::string type = R"("type":"session.output_audio.delta")";
-    const Row rows[] = {
+    const std::pair<std::string, bool> rows[] = {
         {"{" + type + R"(,"delta":"AAAA"})", true},
         {" {\t" + type + "\r\n , \"delta\" : \"AAAA\" } \n", true},
         {R"({"delta":"AAAA","event_id":"e",)" + type + "}", true},
@@ -101,10 +93,10 @@ TEST(OpenAILiveParser, soundIsTheSameHoweverItIsWritten)
         {"{" + type + ",\"delta\":\"a\nb\",\"delta\":\"AAAA\"}", false},
         {"{" + type + R"(,"type":"session.closed","delta":"AAAA"})", false},
     };
-    for (const Row& row : rows) {
-        const auto events = OpenAILiveParser::parse(row.message);
+    for (const auto& [message, isRead] : rows) {
+        const auto events = OpenAILiveParser::parse(message);
         const bool isSound = events == std::vector<OpenAILiveEvent>{openai_event::Audio{{0, 0, 0}}};
-        EXPECT_EQ(isSound, row.isRead) << row.message;
+        EXPECT_EQ(isSound, isRead) << message;
     }
 }
 

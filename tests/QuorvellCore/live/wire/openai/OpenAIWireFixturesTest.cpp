@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace quorvell {
 
 namespace {
@@ -61,12 +63,7 @@ TEST(OpenAIWireFixtures, clientMessagesAreBuiltAndRead)
     using namespace openai_client;
     using Kind = Append::Kind;
     const LiveImage picture{{0xff, 0xd8, 0xff, 0xe0}, "high"};
-    struct Row {
-        std::string fixture;
-        Json built;
-        OpenAILiveClientMessage read;
-    };
-    const Row rows[] = {
+    const std::tuple<std::string, Json, OpenAILiveClientMessage> rows[] = {
         {"session.start", Message::sessionStart(wholeOptions(), Message::AudioFormat::declared),
             SessionStart{wholeOptions(), "start"}},
         {"session.start.smallest", Message::sessionStart(smallestOptions(), Message::AudioFormat::undeclared),
@@ -91,12 +88,12 @@ TEST(OpenAIWireFixtures, clientMessagesAreBuiltAndRead)
         {"session.close", Message::close(), Close{"close"}},
     };
     std::set<std::string> unread = fixtureNames("client");
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.fixture);
-        const std::string text = fixtureText("client", row.fixture);
-        EXPECT_EQ(dumpJson(row.built), compact(text));
-        EXPECT_TRUE(OpenAILiveClientParser::parse(text) == row.read);
-        unread.erase(row.fixture);
+    for (const auto& [fixture, built, read] : rows) {
+        SCOPED_TRACE(fixture);
+        const std::string text = fixtureText("client", fixture);
+        EXPECT_EQ(dumpJson(built), compact(text));
+        EXPECT_TRUE(OpenAILiveClientParser::parse(text) == read);
+        unread.erase(fixture);
     }
     EXPECT_TRUE(unread.empty()) << "no row for " << *unread.begin();
 }
@@ -109,12 +106,7 @@ TEST(OpenAIWireFixtures, serverMessagesAreBuiltAndRead)
     const FunctionCall cutOff{"call_2", "type_text", R"({"text":"Dear Mi)", true};
     const BackendUsage usage{1200, 1000, 34};
     const std::string refusal = "A response is still running. Wait for its end.";
-    struct Row {
-        std::string fixture;
-        std::optional<Json> built;
-        std::vector<OpenAILiveEvent> read;
-    };
-    const Row rows[] = {
+    const std::tuple<std::string, std::optional<Json>, std::vector<OpenAILiveEvent>> rows[] = {
         {"session.started", Server::sessionStarted("sess_1"), {Started{"sess_1"}}},
         {"session.output_audio.delta", Server::outputAudioDelta(sound), {Audio{sound}}},
         {"session.input_transcript.delta", Server::inputTranscriptDelta("remind me "), {InputTranscript{"remind me "}}},
@@ -147,14 +139,14 @@ TEST(OpenAIWireFixtures, serverMessagesAreBuiltAndRead)
         {"other.audio", std::nullopt, {Audio{sound}}},
     };
     std::set<std::string> unread = fixtureNames("server");
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.fixture);
-        const std::string text = fixtureText("server", row.fixture);
-        if (row.built) {
-            EXPECT_EQ(dumpJson(*row.built), compact(text));
+    for (const auto& [fixture, built, read] : rows) {
+        SCOPED_TRACE(fixture);
+        const std::string text = fixtureText("server", fixture);
+        if (built) {
+            EXPECT_EQ(dumpJson(*built), compact(text));
         }
-        EXPECT_TRUE(OpenAILiveParser::parse(text) == row.read);
-        unread.erase(row.fixture);
+        EXPECT_TRUE(OpenAILiveParser::parse(text) == read);
+        unread.erase(fixture);
     }
     EXPECT_TRUE(unread.empty()) << "no row for " << *unread.begin();
 }

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <numeric>
+#include <tuple>
 
 namespace quorvell {
 
@@ -82,11 +83,7 @@ TEST(ResponsesWire, requestsAreBuiltAndRead)
 TEST(ResponsesWire, whatCannotBeAnsweredIsNamed)
 {
     const std::string known = R"({"model":"m","instructions":"i","stream":true,"input":)";
-    struct Row {
-        std::string body;
-        const char* named;
-    };
-    const Row rows[] = {
+    const std::pair<std::string, const char*> rows[] = {
         {"", "no JSON object"},
         {R"({"instructions":"i","stream":true,"input":"x"})", "model"},
         {R"({"model":"m","instructions":"i","input":"x"})", "stream"},
@@ -96,11 +93,11 @@ TEST(ResponsesWire, whatCannotBeAnsweredIsNamed)
         {known + R"([{"role":"robot","content":"x"}]})", "role"},
         {known + R"([{"role":"user","content":[{"type":"input_file"}]}]})", "content"},
     };
-    for (const Row& row : rows) {
-        const auto read = ResponsesRequestReader::read(row.body);
+    for (const auto& [body, named] : rows) {
+        const auto read = ResponsesRequestReader::read(body);
         const auto* report = std::get_if<OpenAIErrorReport>(&read);
-        ASSERT_TRUE(report) << row.body;
-        EXPECT_NE(report->message.find(row.named), std::string::npos) << report->message;
+        ASSERT_TRUE(report) << body;
+        EXPECT_NE(report->message.find(named), std::string::npos) << report->message;
     }
     const auto plain = ResponsesRequestReader::read(known + R"("Hello"})");
     const std::vector<OpenAIItem> input = {openai_item::Message{"user", "Hello"}};
@@ -149,12 +146,7 @@ TEST(ResponsesWire, answersThatGoWrong)
         "name":"type_text","status":"completed"}})";
     const char* error = R"({"type":"error","code":"rate_limit","message":"Slow down."})";
     const ResponsesStreamEvent cutOff = call("c", "type_text", R"({"a":1})", true);
-    struct Row {
-        const char* name;
-        std::vector<const char*> messages;
-        Events read;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::vector<const char*>, Events> rows[] = {
         {"a call that the limit cuts off", {added, delta, incomplete, created},
             {cutOff, Ended{"r", "incomplete", "max_output_tokens"}}},
         {"a failure says why", {created, failed, failed}, {Started{"r"}, Ended{"r", "failed", "Too busy."}}},
@@ -173,8 +165,8 @@ TEST(ResponsesWire, answersThatGoWrong)
                 R"({"type":"response.created"})", R"({"type":"response.in_progress"})"},
             {}},
     };
-    for (const Row& row : rows)
-        EXPECT_TRUE(readAll(row.messages) == row.read) << row.name;
+    for (const auto& [name, messages, read] : rows)
+        EXPECT_TRUE(readAll(messages) == read) << name;
 
     ResponsesStreamWriter writer("r");
     const Events expected = {call("c", "type_text", "{\"a", true), Ended{"r", "incomplete", "max_output_tokens"}};
@@ -186,12 +178,8 @@ TEST(ResponsesWire, answersThatGoWrong)
 
 TEST(ServerSentEvents, readsEveryFormOfLines)
 {
-    struct Row {
-        const char* stream;
-        std::vector<ServerSentEvent> events;
-    };
-    const Row rows[] = {
-        {"data: a\n\ndata:b\r\rdata:  c\r\n\r\n", {{"message", "a"}, {"message", "b"}, {"message", " c"}}},
+    const std::pair<const char*, std::vector<ServerSentEvent>> rows[] = {
+        {"data: a\n\ndata:b\r\rdata:  c\r\ndata\r\n\r\n", {{"message", "a"}, {"message", "b"}, {"message", " c\n"}}},
         {"\xEF\xBB\xBF"
          "event: x\ndata: a\ndata\ndata: b\n\n",
             {{"x", "a\n\nb"}}},
@@ -199,14 +187,14 @@ TEST(ServerSentEvents, readsEveryFormOfLines)
         {"data: a\nevent: late\n\ndata: unfinished\n", {{"late", "a"}}},
         {"data:\n\n\n\n", {{"message", ""}}},
     };
-    for (const Row& row : rows)
+    for (const auto& [stream, expected] : rows)
         for (const std::size_t size : {1u, 2u, 5u, 1000u}) {
             ServerSentEvents reader;
             std::vector<ServerSentEvent> events;
-            for (std::string_view rest = row.stream; !rest.empty(); rest.remove_prefix(std::min(size, rest.size())))
+            for (std::string_view rest = stream; !rest.empty(); rest.remove_prefix(std::min(size, rest.size())))
                 for (ServerSentEvent& event : reader.add(rest.substr(0, size)))
                     events.push_back(std::move(event));
-            EXPECT_TRUE(events == row.events) << row.stream << size;
+            EXPECT_TRUE(events == expected) << stream << size;
         }
     ServerSentEvents reader;
     reader.add("data: " + std::string(ServerSentEvents::maximumEventBytes - 16, 'x') + "\n");

@@ -6,17 +6,13 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace quorvell {
 
 TEST(LiveFunctionCall, knowsWhenItWasCutOff)
 {
-    struct Row {
-        const char* arguments;
-        bool incomplete;
-        bool cutOff;
-        const char* args;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, bool, bool, const char*> rows[] = {
         {R"({"text":"a"})", false, false, R"({"text":"a"})"},
         {"", false, false, "{}"},
         {" \n", false, false, "{}"},
@@ -25,11 +21,11 @@ TEST(LiveFunctionCall, knowsWhenItWasCutOff)
         {R"({"text":"a"})", true, true, R"({"text":"a","_cut_off":true})"},
         {R"({"_cut_off":false})", false, true, R"({"_cut_off":false})"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.arguments);
-        const auto call = LiveFunctionCall::fromArgumentsText("c", "n", row.arguments, row.incomplete);
-        EXPECT_EQ(call.wasCutOff(), row.cutOff);
-        EXPECT_EQ(dumpJson(call.args), row.args);
+    for (const auto& [arguments, incomplete, cutOff, args] : rows) {
+        SCOPED_TRACE(arguments);
+        const auto call = LiveFunctionCall::fromArgumentsText("c", "n", arguments, incomplete);
+        EXPECT_EQ(call.wasCutOff(), cutOff);
+        EXPECT_EQ(dumpJson(call.args), args);
     }
 }
 
@@ -39,14 +35,10 @@ TEST(LiveFunctionCall, readsArguments)
         R"({"i":3,"d":2.5,"t":" -4e1 ","p":"+5","pm":"+-5","b":true,"x":"3 apples","h":"0x10",
             "inf":"inf","nan":"nan","e":"","s":"a","n":null})",
         false);
-    struct Row {
-        const char* key;
-        std::optional<double> number;
-    };
-    const Row rows[] = {{"i", 3}, {"d", 2.5}, {"t", -40}, {"p", 5}, {"pm", {}}, {"b", {}}, {"x", {}}, {"h", {}},
-        {"inf", {}}, {"nan", {}}, {"e", {}}, {"n", {}}, {"absent", {}}};
-    for (const Row& row : rows)
-        EXPECT_EQ(call.number(row.key), row.number) << row.key;
+    const std::pair<const char*, std::optional<double>> rows[] = {{"i", 3}, {"d", 2.5}, {"t", -40}, {"p", 5},
+        {"pm", {}}, {"b", {}}, {"x", {}}, {"h", {}}, {"inf", {}}, {"nan", {}}, {"e", {}}, {"n", {}}, {"absent", {}}};
+    for (const auto& [key, number] : rows)
+        EXPECT_EQ(call.number(key), number) << key;
     EXPECT_EQ(call.string("s"), "a");
     EXPECT_EQ(call.string("i"), std::nullopt);
 }
@@ -54,14 +46,9 @@ TEST(LiveFunctionCall, readsArguments)
 TEST(OpenAILiveEventMapper, speaksTheSessionsVocabulary)
 {
     using namespace live_event;
-    struct Row {
-        const char* name;
-        OpenAILiveEvent event;
-        std::vector<LiveServerEvent> mapped;
-    };
     const LiveFunctionCall whole{"c", "n", Json{{"a", 1}}};
     const LiveFunctionCall cutOff{"c", "n", Json{{"_cut_off", true}}};
-    const Row rows[] = {
+    const std::tuple<const char*, OpenAILiveEvent, std::vector<LiveServerEvent>> rows[] = {
         {"started", openai_event::Started{"s"}, {SetupComplete{"s"}}},
         {"audio", openai_event::Audio{{1, 2}}, {Audio{{1, 2}}}},
         {"user's words", openai_event::InputTranscript{"hi"}, {InputTranscript{"hi"}}},
@@ -81,8 +68,8 @@ TEST(OpenAILiveEventMapper, speaksTheSessionsVocabulary)
             {ServerError{{}, "The service reported a problem without saying which. Ask again."}}},
         {"closed", openai_event::Closed{"unknown"}, {Diagnostic{"session_closed", "unknown"}}},
     };
-    for (const Row& row : rows)
-        EXPECT_TRUE(OpenAILiveEventMapper::map(row.event) == row.mapped) << row.name;
+    for (const auto& [name, event, mapped] : rows)
+        EXPECT_TRUE(OpenAILiveEventMapper::map(event) == mapped) << name;
 }
 
 } // namespace quorvell
