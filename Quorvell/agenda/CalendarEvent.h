@@ -52,12 +52,12 @@ struct EventDraft {
 
 /// What is to be changed; the rest stays as it is.
 struct EventChange {
-    std::optional<std::string> title;
-    std::optional<std::string> place;
-    std::optional<std::string> notes;
-    std::optional<Instant> start; ///< Without an end the event keeps its length.
-    std::optional<Instant> end;
-    std::optional<bool> allDay;
+    std::optional<std::string> title{};
+    std::optional<std::string> place{};
+    std::optional<std::string> notes{};
+    std::optional<Instant> start{}; ///< Without an end the event keeps its length.
+    std::optional<Instant> end{};
+    std::optional<bool> allDay{};
 };
 
 enum class EventScope {

@@ -61,8 +61,7 @@ TEST(CalendarFolder, keepsOneEventAFile)
     EXPECT_EQ(reading.events.front().place, "Café, corner");
     EXPECT_EQ(reading.problems.size(), 1U);
 
-    EventChange change;
-    change.start = at("2026-11-24T15:30:00Z");
+    const EventChange change{.start = at("2026-11-24T15:30:00Z")};
     const AgendaVerdict changed = folder.change(added.event->id, EventScope::occurrence, change, berlin(), now);
     ASSERT_TRUE(changed.event) << changed.problem;
     EXPECT_EQ(isoText(changed.event->end), "2026-11-24T16:30:00.000Z");
@@ -145,8 +144,7 @@ TEST(CalendarFolder, sharesWithAnotherCalendarProgram)
     EXPECT_EQ(events[1].title, "Choir");
     EXPECT_EQ(isoText(events[1].start), "2026-11-25T17:00:00.000Z");
     EXPECT_EQ(isoText(events[2].end), "2026-12-02T18:30:00.000Z");
-    EventChange later;
-    later.start = events[1].start + std::chrono::hours(1);
+    const EventChange later{.start = events[1].start + std::chrono::hours(1)};
     ASSERT_TRUE(folder.change(events[1].id, EventScope::occurrence, later, berlin(), now).event);
     ASSERT_TRUE(folder.remove(events[2].id, EventScope::occurrence, berlin(), now).event);
     const std::string choir = khal(home, "list -f '{start}|{title}' 2026-11-24 20d");
@@ -171,17 +169,18 @@ TEST(WakingHours, areReadStrictly)
 
 TEST(FreeTime, findsGapsOfWakingHours)
 {
-    const auto busy = [](const char* start, const char* end) {
+    const auto november = [](const std::string& moment) { return at(("2026-11-" + moment + ":00Z").c_str()); };
+    const auto busy = [&](const char* start, const char* end) {
         CalendarEvent event;
-        event.start = at(start);
-        event.end = at(end);
+        event.start = november(start);
+        event.end = november(end);
         return event;
     };
-    CalendarEvent holiday = busy("2026-11-22T23:00:00Z", "2026-11-23T23:00:00Z");
+    CalendarEvent holiday = busy("22T23:00", "23T23:00");
     holiday.allDay = true;
-    CalendarEvent offered = busy("2026-11-23T07:00:00Z", "2026-11-23T21:00:00Z");
+    CalendarEvent offered = busy("23T07:00", "23T21:00");
     offered.isBusy = false;
-    struct Row {
+    const struct Row {
         const char* name;
         std::vector<CalendarEvent> events;
         const char* from;
@@ -189,35 +188,27 @@ TEST(FreeTime, findsGapsOfWakingHours)
         int minutes;
         std::vector<std::string> found;
         const char* waking = "8-22";
-    };
-    const Row rows[] = {
-        {"of somebody who stays up", {busy("2026-11-23T23:30:00Z", "2026-11-24T00:10:00Z")}, "2026-11-22T23:30:00Z",
-            "2026-11-24T09:30:00Z", 30, {"23:30-01:00", "11:00-23:30", "00:15-01:00"}, "12:00-2:00"},
-        {"an empty day, from the next quarter on", {holiday, offered}, "2026-11-23T09:07:00Z", "2026-11-23T23:00:00Z",
-            60, {"09:15-21:00"}},
+    } rows[] = {
+        {"of somebody who stays up", {busy("23T23:30", "24T00:10")}, "22T23:30", "24T09:30", 30,
+            {"23:30-01:00", "11:00-23:30", "00:15-01:00"}, "12:00-2:00"},
+        {"an empty day, from the next quarter on", {holiday, offered}, "23T09:07", "23T23:00", 60, {"09:15-21:00"}},
         {"overlapping and touching events",
-            {busy("2026-11-23T08:00:00Z", "2026-11-23T12:00:00Z"), busy("2026-11-23T09:00:00Z", "2026-11-23T10:00:00Z"),
-                busy("2026-11-23T12:00:00Z", "2026-11-23T13:00:00Z")},
-            "2026-11-22T23:00:00Z", "2026-11-23T23:00:00Z", 60, {"07:00-08:00", "13:00-21:00"}},
-        {"a gap that is just long enough",
-            {busy("2026-11-23T06:00:00Z", "2026-11-23T12:00:00Z"),
-                busy("2026-11-23T12:45:00Z", "2026-11-23T22:00:00Z")},
-            "2026-11-22T23:00:00Z", "2026-11-23T23:00:00Z", 45, {"12:00-12:45"}},
-        {"one that is too short",
-            {busy("2026-11-23T06:00:00Z", "2026-11-23T12:00:00Z"),
-                busy("2026-11-23T12:45:00Z", "2026-11-23T22:00:00Z")},
-            "2026-11-22T23:00:00Z", "2026-11-23T23:00:00Z", 46, {}},
-        {"two days, the night between", {}, "2026-11-23T20:00:00Z", "2026-11-24T10:00:00Z", 60,
-            {"20:00-21:00", "07:00-10:00"}},
-        {"the wrong way round", {}, "2026-11-24T10:00:00Z", "2026-11-23T10:00:00Z", 60, {}},
+            {busy("23T08:00", "23T12:00"), busy("23T09:00", "23T10:00"), busy("23T12:00", "23T13:00")}, "22T23:00",
+            "23T23:00", 60, {"07:00-08:00", "13:00-21:00"}},
+        {"a gap that is just long enough", {busy("23T06:00", "23T12:00"), busy("23T12:45", "23T22:00")}, "22T23:00",
+            "23T23:00", 45, {"12:00-12:45"}},
+        {"one that is too short", {busy("23T06:00", "23T12:00"), busy("23T12:45", "23T22:00")}, "22T23:00", "23T23:00",
+            46, {}},
+        {"two days, the night between", {}, "23T20:00", "24T10:00", 60, {"20:00-21:00", "07:00-10:00"}},
+        {"the wrong way round", {}, "24T10:00", "23T10:00", 60, {}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         std::vector<std::string> found;
         for (const FreeTime& free : FreeTime::find(row.events,
                  {.length = std::chrono::minutes(row.minutes),
-                 .from = at(row.from),
-                 .to = at(row.to),
+                 .from = november(row.from),
+                 .to = november(row.to),
                  .waking = *WakingHours::parse(row.waking)},
                  berlin()))
             found.push_back(isoText(free.start).substr(11, 5) + "-" + isoText(free.end).substr(11, 5));

@@ -141,12 +141,8 @@ TEST(DesktopNotifier, isActedOnReplacedAndWithdrawn)
 
     // A whole reminder: fires, is put off at the menu, is withdrawn.
     MemoryNotebook notebook;
-    Note note;
-    note.id = "n";
-    note.title = "Water the plants";
     TimerFdWallClock clock;
-    note.remindAt = clock.now() + std::chrono::milliseconds(50);
-    notebook.list.push_back(note);
+    notebook.list = {{.id = "n", .title = "Water the plants", .remindAt = clock.now() + std::chrono::milliseconds(50)}};
     NoPresence presence;
     NoLog log;
     {
@@ -252,11 +248,7 @@ TEST(EventsOfDataServer, sharesTheDesktopsCalendars)
         return lines;
     };
     using Lines = std::vector<std::string>;
-    const auto moved = [](const char* start) {
-        EventChange change;
-        change.start = at(start);
-        return change;
-    };
+    const auto moved = [](const char* start) { return EventChange{.start = at(start)}; };
 
     const EventDraft draft{
         "quorvell-test-1", "Choir", "Hall", "", at("2026-11-25T17:00:00Z"), at("2026-11-25T18:30:00Z"), false};

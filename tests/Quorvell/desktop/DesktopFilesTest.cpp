@@ -65,22 +65,14 @@ TEST(PictureFormats, becomePngOfBoundedSize)
     ASSERT_GT(png.size(), 60u);
     std::string bomb = bitmap(30, 20);
     bomb.replace(18, 8, std::string("\x30\x75\x00\x00\x30\x75\x00\x00", 8)); // says it has 30,000 pixels a side
-    struct Row {
+    const struct Row {
         const char* name;
         std::string bytes;
         int width; ///< 0 where it is refused.
         int height;
-    };
-    const Row rows[] = {
-        {"BMP", bitmap(30, 20), 30, 20},
-        {"PNG", png, 30, 20},
-        {"PPM", "P3 2 1 255 255 0 0 0 255 0", 2, 1},
-        {"too wide", bitmap(5000, 10), 4096, 8},
-        {"no picture", "<html>", 0, 0},
-        {"nothing", "", 0, 0},
-        {"says it is huge", bomb, 0, 0},
-        {"half of one", png.substr(0, 40), 0, 0},
-    };
+    } rows[] = {{"BMP", bitmap(30, 20), 30, 20}, {"PNG", png, 30, 20}, {"PPM", "P3 2 1 255 255 0 0 0 255 0", 2, 1},
+        {"too wide", bitmap(5000, 10), 4096, 8}, {"no picture", "<html>", 0, 0}, {"nothing", "", 0, 0},
+        {"says it is huge", bomb, 0, 0}, {"half of one", png.substr(0, 40), 0, 0}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         const auto made = formats.png(row.bytes);

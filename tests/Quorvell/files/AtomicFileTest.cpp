@@ -9,9 +9,22 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <utime.h>
 
+#include <cerrno>
 #include <ctime>
+
+namespace {
+int flushes = 0;
+}
+
+/// Stands before the system's, which a test cannot watch.
+extern "C" int fsync(int file)
+{
+    ++flushes;
+    return ::fdatasync(file);
+}
 
 namespace quorvell {
 namespace {
@@ -26,10 +39,16 @@ unsigned modeOf(const std::string& path)
     return ::stat(path.c_str(), &found) == 0 ? found.st_mode & 07777u : 0;
 }
 
-TEST(AtomicFile, replacesAFileWholeAndKeepsItPrivate)
+TEST(AtomicFile, replacesAFileWholeOrNotAtAllAndKeepsItPrivate)
 {
     const test::TemporaryFolder folder;
     writeText(folder / "a.md", "old");
+    {
+        const test::FileSizeLimit limit(5000);
+        EXPECT_EQ(writeFileDurably(folder.path(), "a.md", std::string(20'000, 'x')), FileProblem::tooLarge);
+    }
+    EXPECT_EQ(readText(folder / "a.md"), "old");
+    EXPECT_EQ(fileNamesIn(folder.path()), Names{"a.md"});
     ::chmod((folder / "a.md").c_str(), 0644);
     const std::string large(3'000'000, 'x');
     EXPECT_EQ(writeFileDurably(folder.path(), "a.md", large), FileProblem::none);
@@ -55,6 +74,19 @@ TEST(AtomicFile, keepsWhatIsThereAndTakesAnotherName)
     EXPECT_EQ(fileNamesIn(folder.path()), (Names{"a.md", "b.md", "c.md"}));
 }
 
+TEST(AtomicFile, isOnTheDiskBeforeItIsConfirmed)
+{
+    const test::TemporaryFolder folder;
+    flushes = 0;
+    EXPECT_EQ(writeFileDurably(folder.path(), "a.md", "new"), FileProblem::none);
+    EXPECT_EQ(flushes, 2) << "the text, then its name";
+    EXPECT_EQ(writeFileDurably(folder.path(), "a.md", "newer", AtomicFile::Flushing::no), FileProblem::none);
+    EXPECT_EQ(flushes, 2);
+    EXPECT_EQ(removeFileDurably(folder.path(), "a.md"), FileProblem::none);
+    EXPECT_EQ(flushes, 3);
+    EXPECT_EQ(fileProblem(EDQUOT), FileProblem::diskFull);
+}
+
 TEST(AtomicFile, leavesNothingBehindUncommitted)
 {
     const test::TemporaryFolder folder;
@@ -66,18 +98,6 @@ TEST(AtomicFile, leavesNothingBehindUncommitted)
         EXPECT_TRUE(names->front().starts_with('.') && !names->front().ends_with(".md"));
     }
     EXPECT_EQ(fileNamesIn(folder.path()), Names{});
-}
-
-TEST(AtomicFile, keepsTheOldFileWhenWritingStopsHalfWay)
-{
-    const test::TemporaryFolder folder;
-    writeText(folder / "a.md", "old");
-    {
-        const test::FileSizeLimit limit(5000);
-        EXPECT_EQ(writeFileDurably(folder.path(), "a.md", std::string(20'000, 'x')), FileProblem::tooLarge);
-    }
-    EXPECT_EQ(readText(folder / "a.md"), "old");
-    EXPECT_EQ(fileNamesIn(folder.path()), Names{"a.md"});
 }
 
 TEST(AtomicFile, takesAPlaceOnlyFromWhatIsExpectedThere)

@@ -12,7 +12,6 @@
 #include <thread>
 
 namespace quorvell {
-namespace {
 
 namespace fs = std::filesystem;
 using test::writeText;
@@ -26,12 +25,11 @@ TEST(FolderWatch, tellsOfEveryKindOfChange)
     test::PostQueue posts;
     int changes = 0;
     FolderWatch watch(folder, posts.poster(), [&changes] { ++changes; });
-    struct Row {
+    const struct Row {
         const char* name;
         std::function<void()> happens;
         int isTold;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"a hidden file", [&] { writeText(folder + "/.b.tmp", "b"); }, 0},
         {"written in place", [&] { writeText(folder + "/a.md", "b"); }, 1},
         {"saved atomically", [&] { writeFileDurably(folder, "a.md", "c"); }, 1},
@@ -54,5 +52,4 @@ TEST(FolderWatch, tellsOfEveryKindOfChange)
     }
 }
 
-} // namespace
 } // namespace quorvell

@@ -30,32 +30,16 @@ std::vector<Note> someNotes()
 
 TEST(NoteIndex, ranksWhatHoldsAllWords)
 {
-    struct Row {
+    const struct Row {
         const char* words;
         const char* ids;
         NoteQuery::Reader reader = NoteQuery::Reader::assistant;
         std::optional<NoteKind> kind{};
-    };
-    const Row rows[] = {
-        {"DENT!", "312"},
-        {"entist", ""},
-        {"call dentist", "31"},
-        {"muller", "1"},
-        {"MÜLLER", "1"},
-        {"garden", "2"},
-        {"gardening", "2"},
-        {"dial", "3"},
-        {"kettle", "76"},
-        {"water tea", "76"},
-        {"bread", "98"},
-        {"fear", ""},
-        {"fear", "4", NoteQuery::Reader::person},
-        {"dentist", "3", NoteQuery::Reader::assistant, NoteKind::howTo},
-        {"", "7612389"},
-        {"?! '", "7612389"},
-        {"\" OR title:tea NEAR(", ""},
-        {"dentist AND", ""},
-    };
+    } rows[] = {{"DENT!", "312"}, {"entist", ""}, {"call dentist", "31"}, {"muller", "1"}, {"MÜLLER", "1"},
+        {"garden", "2"}, {"gardening", "2"}, {"dial", "3"}, {"kettle", "76"}, {"water tea", "76"}, {"bread", "98"},
+        {"fear", ""}, {"fear", "4", NoteQuery::Reader::person},
+        {"dentist", "3", NoteQuery::Reader::assistant, NoteKind::howTo}, {"", "7612389"}, {"?! '", "7612389"},
+        {"\" OR title:tea NEAR(", ""}, {"dentist AND", ""}};
     NoteIndex index;
     for (const Note& note : someNotes()) {
         index.put(note);
@@ -83,14 +67,12 @@ TEST(NoteIndex, showsWhereTheWordsAre)
     std::string words;
     for (int number = 100; number < 200; ++number)
         words += "w" + std::to_string(number) + "\n ";
-    struct Row {
+    const struct Row {
         const char* name;
         std::string body;
         const char* query;
-        std::string starts;
-        std::string holds;
-    };
-    const Row rows[] = {
+        std::string starts, holds;
+    } rows[] = {
         {"short text whole", " one\n\ntwo ", "two", "one two", "two"},
         {"around the word", words, "w150", "…", " w150 "},
         {"the beginning where only the title holds it", words, "title", "w100 w101", "…"},

@@ -25,7 +25,7 @@ inline Note noteOf(const std::string& id, const std::string& title, const std::s
 }
 
 struct Desk {
-    test::TemporaryFolder folder;
+    test::TemporaryFolder folder{test::memoryDisk()};
     test::PostQueue posts;
     VirtualScheduler clock;
     NotebookPorts ports;

@@ -9,7 +9,6 @@
 #include <utime.h>
 
 namespace quorvell {
-namespace {
 
 using test::readText;
 using test::writeText;
@@ -166,6 +165,7 @@ TEST(NotebookFault, movingKeepsBothAndLeavesTheSourceWholeWhenItFails)
     }
     fs::create_symlink("loop", desk.folder / "loop");
     EXPECT_NE(desk.ask(&NotebookStore::moveNotebook, target).problem, "") << "a file that cannot be read";
+    EXPECT_FALSE(fs::exists(target + "/2026-11-16-a-aaaa-2.md")) << "what was copied before goes again";
     fs::remove(desk.folder / "loop");
     store.moveNotebook(target, [](const NotebookVerdict& verdict) { EXPECT_EQ(verdict.problem, ""); });
     EXPECT_TRUE(desk.update("aaaa", appended("?")).isStored) << "changes meanwhile wait";
@@ -178,5 +178,4 @@ TEST(NotebookFault, movingKeepsBothAndLeavesTheSourceWholeWhenItFails)
     EXPECT_TRUE(desk.files().empty());
 }
 
-} // namespace
 } // namespace quorvell

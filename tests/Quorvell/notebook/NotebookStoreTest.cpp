@@ -46,13 +46,12 @@ TEST(NotebookStore, changesOneNoteInItsFile)
     Desk desk;
     NotebookStore& store = desk.open();
     ASSERT_TRUE(desk.add(noteOf("aaaa", "Old title")).isStored);
-    EXPECT_TRUE(desk.update("aaaa",
-                        [](Note& note) {
-                            note.id = "other";
-                            note.created += 1h;
-                            note.title = "New title";
-                        })
-                    .isStored);
+    const auto change = [](Note& note) {
+        note.id = "other";
+        note.created += 1h;
+        note.title = "New title";
+    };
+    EXPECT_TRUE(desk.update("aaaa", change).isStored);
     EXPECT_EQ(store.note("aaaa")->title, "New title");
     EXPECT_EQ(store.note("aaaa")->created, monday);
     EXPECT_EQ(store.note("aaaa")->updated, monday + 24h);
@@ -75,13 +74,11 @@ TEST(NotebookStore, showsChangesAtOnceAndWritesThemInOrder)
     NotebookStore& store = desk.open();
     std::vector<int> answers;
     const auto answer = [&answers](int number) {
-        return [&answers, number](
-                   const NotebookVerdict& verdict) { answers.push_back(verdict.isStored ? number : -number); };
+        return [&, number](const auto& verdict) { answers.push_back(verdict.isStored ? number : -number); };
     };
     store.add(noteOf("aaaa", "a"), answer(1));
     for (int number = 2; number <= 6; ++number)
-        store.update(
-            "aaaa", [](Note& note) { note.body += "x"; }, answer(number));
+        store.update("aaaa", appended("x"), answer(number));
     EXPECT_EQ(store.note("aaaa")->body, "xxxxx");
     EXPECT_TRUE(answers.empty());
     ASSERT_TRUE(desk.posts.runUntil([&] { return answers.size() == 6; }));
@@ -98,12 +95,11 @@ TEST(NotebookStore, putsBackWhatCannotBeWritten)
     std::vector<std::string> problems;
     const auto remember = [&problems](const NotebookVerdict& verdict) { problems.push_back(verdict.problem); };
     const test::FileSizeLimit limit(4000);
-    store.update(
-        "aaaa", [](Note& note) { note.body = std::string(9000, 'x'); }, remember);
+    store.update("aaaa", appended(std::string(9000, 'x')), remember);
     store.update("aaaa", titled("b"), remember);
     store.add(noteOf("bbbb", "never", std::string(9000, 'x')), remember);
     store.update("bbbb", titled("never either"), remember);
-    EXPECT_EQ(store.note("aaaa")->body.size(), 9000u);
+    EXPECT_EQ(store.note("aaaa")->body.size(), 9003u);
     EXPECT_EQ(store.notes().size(), 2u);
     ASSERT_TRUE(desk.posts.runUntil([&] { return problems.size() == 4; }));
     std::sort(problems.begin(), problems.end());

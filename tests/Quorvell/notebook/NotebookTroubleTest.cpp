@@ -116,7 +116,7 @@ std::size_t countNoteFiles(const std::string& folder)
 
 TEST(NotebookTrouble, aThousandWritesAndKills)
 {
-    const test::TemporaryFolder folder;
+    const test::TemporaryFolder folder(test::memoryDisk());
     std::mt19937 random(20261121);
     std::uniform_int_distribution<int> count(0, 60);
     std::uniform_int_distribution<int> microseconds(0, 4'000);

@@ -10,11 +10,10 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <iostream>
 #include <map>
 #include <memory>
 #include <random>
-#include <set>
+#include <tuple>
 
 namespace quorvell {
 namespace {
@@ -110,13 +109,9 @@ struct Bench {
     }
     void add(const std::string& id, Instant moment, const char* rule = nullptr)
     {
-        Note note;
-        note.id = id;
-        note.title = "Task " + id;
-        note.remindAt = moment;
+        notebook.list.push_back({.id = id, .title = "Task " + id, .remindAt = moment});
         if (rule)
-            note.repeatRule = rule;
-        notebook.list.push_back(note);
+            notebook.list.back().repeatRule = rule;
     }
     Note note(const std::string& id) const { return notebook.note(id).value_or(Note()); }
     void press(const std::string& key, const std::string& action) { notifier.reports.actionTaken(key, action); }
@@ -125,37 +120,34 @@ struct Bench {
 /// How often a reminder at three in the afternoon fires, seen in the moments at which it was shown.
 TEST(ReminderWatch, firesEachOccurrenceOnceAcrossClockChanges)
 {
-    struct Row {
+    const struct Row {
         const char* name;
         const char* zone;
         const char* from;
         const char* base; ///< First occurrence.
         const char* rule;
         int daysLong;
-        std::vector<const char*> fired;
-    };
-    const Row rows[] = {
+        std::vector<std::string> fired; ///< Without the year.
+    } rows[] = {
         {"spring in Berlin, an hour that is skipped", "Europe/Berlin", "2026-03-27T12:00:00Z", "2026-03-28T01:30:00Z",
-            "daily", 4,
-            {"2026-03-28T01:30:00.000Z", "2026-03-29T01:30:00.000Z", "2026-03-30T00:30:00.000Z",
-                "2026-03-31T00:30:00.000Z"}},
+            "daily", 4, {"03-28T01:30", "03-29T01:30", "03-30T00:30", "03-31T00:30"}},
         {"autumn in Berlin, an hour that comes twice", "Europe/Berlin", "2026-10-23T22:00:00Z", "2026-10-24T00:30:00Z",
-            "daily", 3, {"2026-10-24T00:30:00.000Z", "2026-10-25T00:30:00.000Z", "2026-10-26T01:30:00.000Z"}},
+            "daily", 3, {"10-24T00:30", "10-25T00:30", "10-26T01:30"}},
         {"spring in New York", "America/New_York", "2026-03-07T12:00:00Z", "2026-03-07T14:00:00Z", "daily", 3,
-            {"2026-03-07T14:00:00.000Z", "2026-03-08T13:00:00.000Z", "2026-03-09T13:00:00.000Z"}},
+            {"03-07T14:00", "03-08T13:00", "03-09T13:00"}},
         {"autumn in New York", "America/New_York", "2026-10-31T12:00:00Z", "2026-10-31T13:00:00Z", "daily", 2,
-            {"2026-10-31T13:00:00.000Z", "2026-11-01T14:00:00.000Z"}},
+            {"10-31T13:00", "11-01T14:00"}},
         {"spring on Lord Howe, by half an hour", "Australia/Lord_Howe", "2026-10-02T12:00:00Z", "2026-10-02T22:30:00Z",
-            "daily", 3, {"2026-10-02T22:30:00.000Z", "2026-10-03T22:00:00.000Z", "2026-10-04T22:00:00.000Z"}},
+            "daily", 3, {"10-02T22:30", "10-03T22:00", "10-04T22:00"}},
         {"autumn on Lord Howe", "Australia/Lord_Howe", "2026-04-03T12:00:00Z", "2026-04-03T22:00:00Z", "daily", 2,
-            {"2026-04-03T22:00:00.000Z", "2026-04-04T22:30:00.000Z"}},
+            {"04-03T22:00", "04-04T22:30"}},
         {"the leap day", "UTC", "2028-02-28T00:00:00Z", "2028-02-28T09:00:00Z", "daily", 3,
-            {"2028-02-28T09:00:00.000Z", "2028-02-29T09:00:00.000Z", "2028-03-01T09:00:00.000Z"}},
+            {"02-28T09:00", "02-29T09:00", "03-01T09:00"}},
         {"yearly on the leap day", "UTC", "2028-02-28T00:00:00Z", "2028-02-29T09:00:00Z", "yearly", 800,
-            {"2028-02-29T09:00:00.000Z", "2029-02-28T09:00:00.000Z", "2030-02-28T09:00:00.000Z"}},
+            {"02-29T09:00", "02-28T09:00", "02-28T09:00"}},
         {"the last day of the month", "UTC", "2028-01-30T00:00:00Z", "2028-01-31T09:00:00Z", "monthly:31", 62,
-            {"2028-01-31T09:00:00.000Z", "2028-02-29T09:00:00.000Z", "2028-03-31T09:00:00.000Z"}},
-        {"once", "UTC", "2026-11-21T00:00:00Z", "2026-11-21T09:00:00Z", nullptr, 60, {"2026-11-21T09:00:00.000Z"}},
+            {"01-31T09:00", "02-29T09:00", "03-31T09:00"}},
+        {"once", "UTC", "2026-11-21T00:00:00Z", "2026-11-21T09:00:00Z", nullptr, 60, {"11-21T09:00"}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -170,9 +162,9 @@ TEST(ReminderWatch, firesEachOccurrenceOnceAcrossClockChanges)
             ASSERT_LT(fired.size(), 10U);
             const Instant moment = *bench.clock.alarm;
             bench.clock.pass(moment);
-            fired.push_back(isoText(moment));
+            fired.push_back(isoText(moment).substr(5, 11));
         }
-        EXPECT_EQ(fired, std::vector<std::string>(row.fired.begin(), row.fired.end()));
+        EXPECT_EQ(fired, row.fired);
         EXPECT_EQ(bench.notifier.shown.size(), row.fired.size());
         EXPECT_EQ(bench.notifier.open.size(), 1U); // Each takes the place of the one before.
     }
@@ -200,66 +192,6 @@ TEST(ReminderWatch, standsAClockThatIsSet)
         bench.press("b", "In 10 minutes"); // Of one that fired early, too.
         bench.clock.pass(at("2026-11-22T10:50:00Z"));
         EXPECT_EQ(bench.notifier.shown.size(), shown + (rule ? 0 : 1)) << (rule ? rule : "once");
-    }
-}
-
-/// How many reminders a notice speaks of.
-std::size_t countIn(const Notice& notice)
-{
-    return notice.key.starts_with("summary") ? static_cast<std::size_t>(std::stoi(notice.title)) : 1;
-}
-
-/// A reminder every 37 minutes, over clock changes, a clock that is set, a week of sleep and new starts of the program.
-TEST(ReminderWatch, firesEachOnceAndLosesNone)
-{
-    struct Row {
-        const char* name;
-        const char* zone;
-        const char* changes; ///< The moment about which it all happens.
-    };
-    const Row rows[] = {
-        {"spring in Berlin", "Europe/Berlin", "2026-03-29T01:00:00Z"},
-        {"autumn in Berlin", "Europe/Berlin", "2026-10-25T01:00:00Z"},
-        {"spring in New York", "America/New_York", "2026-03-08T07:00:00Z"},
-        {"autumn in New York", "America/New_York", "2026-11-01T06:00:00Z"},
-        {"spring on Lord Howe", "Australia/Lord_Howe", "2026-10-03T15:30:00Z"},
-        {"autumn on Lord Howe", "Australia/Lord_Howe", "2026-04-04T15:00:00Z"},
-        {"the leap day", "Europe/Berlin", "2028-02-29T12:00:00Z"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const Instant middle = at(row.changes);
-        Bench bench;
-        bench.zone = row.zone;
-        bench.clock.time = middle - days(2);
-        int count = 0;
-        for (Instant moment = middle - days(2) + minutes(3); moment < middle + days(14); moment += minutes(37))
-            bench.add(std::to_string(++count), moment);
-        bench.start();
-        const auto fired = [&] {
-            std::size_t sum = 0;
-            for (const Notice& notice : bench.notifier.shown)
-                sum += countIn(notice);
-            return sum;
-        };
-        bench.clock.pass(middle + hours(5) + minutes(4));
-        bench.watch->look(); // A minute before the next one.
-        EXPECT_EQ(fired(), static_cast<std::size_t>((days(2) + hours(5)) / minutes(37)) + 1);
-        bench.clock.set(middle + hours(4)); // Back an hour.
-        bench.start();
-        bench.clock.pass(middle + days(1));
-        bench.clock.set(middle + days(2)); // Forward a day.
-        bench.clock.pass(middle + days(3));
-        bench.clock.sleep(middle + days(10));
-        bench.start();
-        bench.clock.pass(middle + days(15));
-        std::set<std::string> lost;
-        for (const Note& note : bench.notebook.list)
-            if (note.reviewed != note.remindAt)
-                lost.insert(note.id);
-        EXPECT_EQ(lost, std::set<std::string>());
-        EXPECT_EQ(fired(), static_cast<std::size_t>(count));
-        std::cout << row.name << ": " << count << " set, " << fired() << " fired, " << lost.size() << " lost\n";
     }
 }
 
@@ -291,13 +223,7 @@ TEST(ReminderWatch, catchesUpGently)
 
 TEST(ReminderWatch, carriesOutWhatIsPressed)
 {
-    struct Row {
-        const char* pressedAt;
-        const char* action;
-        const char* remindAt;
-        bool isPending;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, const char*, const char*, bool> rows[] = {
         {"2026-11-21T10:00:00Z", "done", "2026-11-21T10:00:00.000Z", false},
         {"2026-11-21T12:00:00Z", "In 10 minutes", "2026-11-21T12:10:00.000Z", true},
         {"2026-11-21T10:00:00Z", "This evening", "2026-11-21T17:00:00.000Z", true}, // 18:00 in Berlin
@@ -306,18 +232,18 @@ TEST(ReminderWatch, carriesOutWhatIsPressed)
         {"2026-11-21T10:00:00Z", "Tomorrow morning", "2026-11-22T08:00:00.000Z", true},
         {"2026-11-21T10:00:00Z", "unheard of", "2026-11-21T10:00:00.000Z", true},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(std::string(row.action) + " " + row.pressedAt);
+    for (const auto& [pressedAt, action, remindAt, isPending] : rows) {
+        SCOPED_TRACE(std::string(action) + " " + pressedAt);
         Bench bench;
         bench.add("a", at("2026-11-21T10:00:00Z"));
         bench.start();
-        bench.clock.pass(at(row.pressedAt));
-        bench.press("a", row.action);
-        EXPECT_EQ(isoText(*bench.note("a").remindAt), row.remindAt);
-        EXPECT_EQ(ReminderState::isPending(bench.note("a")), row.isPending);
-        EXPECT_EQ(bench.notifier.open.empty(), std::string(row.action) != "unheard of");
-        bench.clock.pass(at(row.pressedAt) + days(2));
-        EXPECT_EQ(bench.notifier.shown.size(), row.isPending && bench.note("a").remindAt > at(row.pressedAt) ? 2U : 1U);
+        bench.clock.pass(at(pressedAt));
+        bench.press("a", action);
+        EXPECT_EQ(isoText(*bench.note("a").remindAt), remindAt);
+        EXPECT_EQ(ReminderState::isPending(bench.note("a")), isPending);
+        EXPECT_EQ(bench.notifier.open.empty(), std::string(action) != "unheard of");
+        bench.clock.pass(at(pressedAt) + days(2));
+        EXPECT_EQ(bench.notifier.shown.size(), isPending && bench.note("a").remindAt > at(pressedAt) ? 2U : 1U);
     }
 
     Bench settled; // Elsewhere: ticked off by voice, deleted in an editor.
@@ -352,6 +278,7 @@ TEST(ReminderWatch, firesOnReturnAndWithoutADisk)
 
     Bench full;
     full.add("a", at("2026-11-21T10:00:00Z"));
+    full.notebook.list.back().reviewed = at("2026-11-21T10:30:00Z"); // Of no time that it ever had.
     full.notebook.refusal = "The disk is full. Free some space.";
     full.start();
     full.clock.pass(at("2026-11-21T12:00:00Z"));
@@ -367,17 +294,28 @@ TEST(ReminderWatch, firesOnReturnAndWithoutADisk)
     EXPECT_EQ(returns, (std::vector<bool>{false, false, false, false, true, false}));
 }
 
-/// Whatever happens to clock, sleep and program, each reminder is shown once after its time, and again only when it
-/// was put off.
+/// How many reminders a notice speaks of.
+std::size_t countIn(const Notice& notice)
+{
+    return notice.key.starts_with("summary") ? static_cast<std::size_t>(std::stoi(notice.title)) : 1;
+}
+
+/// Whatever happens to clock, sleep and program, across changes of the clock too, each reminder is shown once after its
+/// time, and again only when it was put off.
 TEST(ReminderWatch, losesAndRepeatsNothingAtRandom)
 {
+    const std::pair<const char*, const char*> changes[] = {{"Europe/Berlin", "2026-03-28T01:00:00Z"},
+        {"America/New_York", "2026-10-31T06:00:00Z"}, {"Australia/Lord_Howe", "2026-04-03T15:00:00Z"},
+        {"Europe/Berlin", "2028-02-28T12:00:00Z"}};
     for (unsigned seed = 1; seed <= 60; ++seed) {
         SCOPED_TRACE(seed);
         std::mt19937 random(seed);
         const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
         Bench bench;
+        bench.zone = changes[seed % std::size(changes)].first;
+        bench.clock.time = at(changes[seed % std::size(changes)].second);
         bench.start();
-        std::map<std::string, int> expected;
+        std::map<std::string, std::size_t> expected;
         for (int step = 0; step < 60; ++step) {
             const Instant now = bench.clock.time;
             switch (below(7)) {
@@ -411,16 +349,15 @@ TEST(ReminderWatch, losesAndRepeatsNothingAtRandom)
             }
         }
         bench.clock.pass(bench.clock.time + days(30));
-        std::map<std::string, int> shown;
-        for (const Notice& notice : bench.notifier.shown) {
-            if (!notice.key.starts_with("summary"))
-                ++shown[notice.key];
-        }
+        std::size_t shown = 0;
+        for (const Notice& notice : bench.notifier.shown)
+            shown += countIn(notice);
+        std::size_t all = 0;
         for (const auto& [id, count] : expected) {
-            const Note note = bench.note(id);
-            EXPECT_EQ(note.reviewed, note.remindAt) << id; // Shown at its last time, by itself or in a summary.
-            EXPECT_LE(shown[id], count) << id;
+            EXPECT_EQ(bench.note(id).reviewed, bench.note(id).remindAt) << id; // Shown at its last time.
+            all += count;
         }
+        EXPECT_EQ(shown, all);
     }
 }
 

@@ -37,10 +37,7 @@ TEST(RemindersElsewhere, tellsOnceWhatTheOwnerHasJustShown)
         SCOPED_TRACE(row.name);
         ChangingNotebook notebook;
         notebook.owner = row.isOwner;
-        Note note;
-        note.id = "0a1b2c3d4e5f";
-        note.title = "Call Mum";
-        note.remindAt = row.shown;
+        Note note{.id = "0a1b2c3d4e5f", .title = "Call Mum", .remindAt = row.shown};
         notebook.list = {note};
         std::vector<std::string> told;
         const RemindersElsewhere elsewhere(

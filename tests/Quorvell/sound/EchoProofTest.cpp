@@ -162,15 +162,14 @@ TEST(EchoProof, holdsThroughTheSoundServer)
     SoundRig rig({"module-null-sink sink_name=speaker rate=48000 channels=1 norewinds=1"});
     MicGate bare;
     MicGate clean;
-    const auto into = [](MicGate& gate) {
-        return [&gate](std::span<const std::uint8_t> pcm) {
+    const auto into = [](MicGate& gate) -> PulseCapture::Reports {
+        const auto hear = [&gate](std::span<const std::uint8_t> pcm) {
             gate.process({Bytes(pcm.begin(), pcm.end())}, PCM::levelOfInt16LE(pcm));
         };
+        return {hear, [](const std::string&) {}, [] {}};
     };
-    const PulseCapture::Reports toClean{into(clean), [](const std::string&) {}, [] {}};
-    const PulseCapture::Reports toBare{into(bare), [](const std::string&) {}, [] {}};
-    PulseCapture cleaned(rig.server, rig.playedHere, toClean);
-    PulseCapture uncleaned(rig.server, rig.heardBeside, toBare);
+    PulseCapture cleaned(rig.server, rig.playedHere, into(clean));
+    PulseCapture uncleaned(rig.server, rig.heardBeside, into(bare));
     for (PulseCapture* capture : {&cleaned, &uncleaned}) {
         capture->chooseDevice("speaker.monitor");
         capture->open();
@@ -210,9 +209,7 @@ TEST(EchoProof, ownVoiceNeverTakesATurnAndAPersonDoes)
         EXPECT_EQ(proof.opens, 0);
         EXPECT_LT(proof.loudestEcho, MicGate::openLevel);
         EXPECT_EQ(proof.missed, 0);
-        int worst = 0;
-        for (const int onset : proof.onsetMs)
-            worst = std::max(worst, onset);
+        const int worst = proof.onsetMs.empty() ? 0 : std::ranges::max(proof.onsetMs);
         EXPECT_LE(worst, row.latestMs);
         std::cout << row.name << ": " << seconds() << " s, " << proof.opens << " false turns, loudest echo "
                   << proof.loudestEcho << ", " << proof.onsetMs.size() << " interruptions heard, " << proof.missed

@@ -21,14 +21,12 @@ void speak(Headphones& headphones, int chunks, float echo, float room)
 
 TEST(Headphones, areKnownByTheirSilence)
 {
-    struct Row {
+    const struct Row {
         const char* name;
         int chunks;
-        float echo;
-        float room;
+        float echo, room;
         bool areOn;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"nothing is heard", 60, 0, 0.001F, true},
         {"nothing is heard beside a fan", 60, 0, 0.05F, true},
         {"they leak", 60, 0.03F, 0.001F, true},

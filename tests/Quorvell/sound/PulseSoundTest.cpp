@@ -208,12 +208,13 @@ TEST_P(EachSoundServer, followsDevicesThatComeAndGo)
     EXPECT_EQ(rig.player.device(), "speaker");
     rig.pulse.control("set-default-sink other");
     ASSERT_TRUE(rig.waitFor([&] { return rig.player.device() == "other"; }));
-    auto before = rig.player.played();
-    ASSERT_TRUE(rig.waitFor([&] { return rig.player.played() > before + 200ms; }));
+    const auto goesOn = [&] {
+        return rig.waitFor([&, before = rig.player.played()] { return rig.player.played() > before + 200ms; });
+    };
+    ASSERT_TRUE(goesOn());
     rig.pulse.unload(other);
     ASSERT_TRUE(rig.waitFor([&] { return rig.player.device() == "speaker"; }));
-    before = rig.player.played();
-    EXPECT_TRUE(rig.waitFor([&] { return rig.player.played() > before + 200ms; }));
+    EXPECT_TRUE(goesOn());
     EXPECT_TRUE(rig.playerReports.empty());
 }
 
