@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// How far a conversation has come.
 #pragma once
 
 namespace quorvell {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The story of a conversation: how it begins, what is asked and answered, how it ends.
 #include "Quorvell/session/SessionController.h"
 
 #include "SessionBench.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The way of the voice to the model: what is given once, what again, what is cut short.
 #include "Quorvell/session/listening/Listening.h"
 
 #include "SessionParts.h"

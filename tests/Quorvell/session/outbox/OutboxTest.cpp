@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Messages for a line that is not there yet, that is lost, or that others asked over.
 #include "Quorvell/session/outbox/Outbox.h"
 
 #include "Quorvell/session/outbox/Handover.h"

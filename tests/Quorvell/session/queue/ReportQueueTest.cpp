@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Reports are taken in order, and never inside a call.
 #include "Quorvell/session/queue/ReportQueue.h"
 
 #include <gtest/gtest.h>

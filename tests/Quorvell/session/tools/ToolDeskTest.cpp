@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Tool calls: each is answered exactly once, one action runs at a time.
 #include "Quorvell/session/tools/ToolDesk.h"
 
 #include "RecordingObserver.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// When a turn is over that nobody declares over.
 #include "Quorvell/session/turn/TurnTracker.h"
 
 #include <gtest/gtest.h>
