@@ -86,6 +86,9 @@ ReminderRequest putOffRequest(std::string_view words, Instant now, const Calenda
     constexpr std::string_view by = "by ";
     if (words.starts_with(by))
         return putOffRequest("in " + std::string(words.substr(by.size())), std::max(now, own), calendar, own);
+    for (const std::string_view until : {"until ", "till "})
+        if (words.starts_with(until))
+            return putOffRequest(words.substr(until.size()), now, calendar, own);
     const std::string wanted = TextMatch::normalized(words);
     const bool isVague = wanted == "later" || wanted == "a bit later" || wanted == "again later" || wanted == "snooze";
     for (const ReminderChoice& choice : ReminderChoices::later(now, calendar, calendar.locale()))

@@ -68,8 +68,11 @@ PhraseRecogniser::PhraseRecogniser(std::string_view lowerCasedText, Instant now,
 {
 }
 
-PhraseFindings PhraseRecogniser::findings()
+PhraseFindings PhraseRecogniser::findings(const PhraseHints& hints)
 {
+    if (hints.day)
+        m_findings.day = PhraseDay{*hints.day};
+    m_findings.ranges = hints.dayWords;
     findRepeat();
     findOffset();
     if (m_findings.instant)

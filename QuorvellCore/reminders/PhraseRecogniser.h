@@ -3,6 +3,7 @@
 #pragma once
 
 #include "QuorvellCore/reminders/PhraseFindings.h"
+#include "QuorvellCore/reminders/PhraseHints.h"
 #include "QuorvellCore/reminders/PhraseKeywords.h"
 #include "QuorvellCore/text/PatternText.h"
 
@@ -17,7 +18,7 @@ public:
     /// The text and the calendar must outlive the recogniser.
     PhraseRecogniser(std::string_view lowerCasedText, Instant now, const Calendar& calendar);
 
-    PhraseFindings findings();
+    PhraseFindings findings(const PhraseHints& hints);
 
 private:
     void findRepeat();

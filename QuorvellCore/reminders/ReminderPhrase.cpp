@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/ReminderPhrase.h"
 
-#include "QuorvellCore/reminders/PhraseDate.h"
-#include "QuorvellCore/reminders/PhraseRecogniser.h"
+#include "QuorvellCore/reminders/PhraseReading.h"
 #include "QuorvellCore/reminders/PhraseTask.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
@@ -10,14 +9,6 @@
 namespace quorvell {
 
 namespace {
-
-/// Days are counted from here to the year 9999; a clock outside is broken.
-bool isUsable(Instant now)
-{
-    constexpr Instant first = std::chrono::sys_days(std::chrono::year(1) / 1 / 2);
-    constexpr Instant end = std::chrono::sys_days(std::chrono::year(9999) / 1 / 1);
-    return now >= first && now < end;
-}
 
 std::vector<TextRange> rangesInInput(const std::vector<TextRange>& ranges, const LowerCasedText& lower)
 {
@@ -32,16 +23,16 @@ std::vector<TextRange> rangesInInput(const std::vector<TextRange>& ranges, const
 
 std::optional<ReminderPhrase> ReminderPhrase::parse(std::string_view text, Instant now, const Calendar& calendar)
 {
-    if (text.size() > maximumBytes || !isUsable(now))
+    if (text.size() > maximumBytes)
         return std::nullopt;
     const std::string input = repairUtf8(text);
     const LowerCasedText lower(input);
-    const PhraseFindings findings = PhraseRecogniser(lower.text(), now, calendar).findings();
-    if (findings.isEmpty())
+    const auto reading = PhraseReading::of(lower.text(), {}, now, calendar);
+    if (!reading)
         return std::nullopt;
 
-    const std::vector<TextRange> ranges = rangesInInput(findings.ranges, lower);
-    PhraseDate date = PhraseDate::resolve(findings, now, calendar);
+    const std::vector<TextRange> ranges = rangesInInput(reading->findings.ranges, lower);
+    PhraseDate date = reading->date;
     ReminderPhrase phrase;
     phrase.task = phraseTask(input, ranges);
     phrase.date = date.date;

@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/ReminderRequest.h"
 
-#include "QuorvellCore/reminders/DaySearch.h"
+#include "QuorvellCore/reminders/NotTimes.h"
+#include "QuorvellCore/reminders/PassedOverTimes.h"
 #include "QuorvellCore/reminders/PhrasePatterns.h"
-#include "QuorvellCore/reminders/PhraseWords.h"
+#include "QuorvellCore/reminders/PhraseReading.h"
+#include "QuorvellCore/reminders/PhraseTask.h"
+#include "QuorvellCore/reminders/RequestTokens.h"
+#include "QuorvellCore/reminders/SaidDates.h"
+#include "QuorvellCore/reminders/SpokenDates.h"
 #include "QuorvellCore/reminders/SpokenTimes.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
@@ -29,110 +34,100 @@ std::string tidiedTask(const std::string& task, std::string_view words)
     static const Pattern articleBeforeTo(R"(^the\s+(?=to\s))", Pattern::Case::insensitive);
     static const Pattern article(R"(^the\s+)", Pattern::Case::insensitive);
     static const Pattern preposition(R"(^(?:to|about|that)\s+)", Pattern::Case::insensitive);
-    static const Pattern atSign(R"(\s*@\s*$|^\s*@\s+)");
     const bool lostItsNoun = lowerCased(words).find("the day after tomorrow") != std::string::npos;
-    std::string tidy = withoutMatch(atSign, withoutMatch(PhrasePatterns::all().leadIn, task + ' '));
+    std::string tidy = trimmed(withoutMatch(PhrasePatterns::all().leadIn, task + ' '), "@");
     const std::string withoutArticle = withoutMatch(lostItsNoun ? article : articleBeforeTo, tidy);
     if (withoutArticle != tidy)
         tidy = withoutMatch(PhrasePatterns::all().leadIn, withoutMatch(preposition, withoutArticle));
-    return withUpperCaseFirst(trimmed(tidy, ",.;:-!"));
+    return withUpperCaseFirst(trimmed(tidy, ",.;:-!?@"));
 }
 
-/// Where a task still names a day or a time that was passed over, so that the rest must not be taken for the whole:
-/// "31 april at 5 pm" is not today at 5 pm.
-class PassedOverWords {
+/// The words of a request, as far as they were read.
+class RequestReading {
 public:
-    PassedOverWords(std::string_view task, bool hasTime, LocalDay today)
+    RequestReading(const std::string& text, Instant now, const Calendar& calendar)
+        : m_text(text)
+        , m_lower(text)
+        , m_tokens(m_lower, text)
     {
-        const LowerCasedText lower(task);
-        findImpossibleDate(lower.text(), today);
-        find(otherDay(), lower.text());
-        if (!hasTime)
-            find(impossibleTime(), lower.text());
-        if (m_range)
-            m_range = TextRange{lower.inputPosition(m_range->start), lower.inputEndPosition(m_range->end)};
+        markNotTimes(m_tokens);
+        const SaidDates said = SaidDates::find(m_tokens, calendar.day(now));
+        m_phrase = PhraseReading::of(m_lower.text(), hints(said), now, calendar);
+        if (m_phrase)
+            m_tokens.markTimes(mergedRanges(m_phrase->findings.ranges));
+        m_passedOver = passedOverTimes(m_tokens, m_phrase ? m_phrase->findings : PhraseFindings());
+        if (said.isContradiction)
+            m_passedOver.insert(m_passedOver.end(), said.words.begin(), said.words.end());
     }
 
-    const std::optional<TextRange>& range() const { return m_range; }
+    const std::optional<PhraseReading>& phrase() const { return m_phrase; }
+    bool isWhole() const { return m_passedOver.empty(); }
+
+    /// What is left without the words of times, understood or not.
+    std::string task() const
+    {
+        std::vector<TextRange> ranges = m_passedOver;
+        if (m_phrase)
+            ranges.insert(ranges.end(), m_phrase->findings.ranges.begin(), m_phrase->findings.ranges.end());
+        for (TextRange& range : ranges)
+            range = {m_lower.inputPosition(range.start), m_lower.inputEndPosition(range.end)};
+        return ranges.empty() ? m_text : phraseTask(m_text, mergedRanges(std::move(ranges)));
+    }
 
 private:
-    /// Only one day is understood of "every monday and wednesday", and of "every other monday"; none of "yesterday at
-    /// 5 pm".
-    static const Pattern& otherDay()
+    PhraseHints hints(const SaidDates& said) const
     {
-        static const Pattern pattern(R"(^(?:and|or|until|till)\s+(?:on\s+)?)"
-                                     R"((?:sunday|monday|tuesday|wednesday|thursday|friday|saturday|tomorrow)s?\b)"
-                                     R"(|^yesterday\b(?!['’]))"
-                                     R"(|^(?:every|each)\s+(?:other|second|third|fourth|two|three|four|six|\d+)\b)"
-                                     R"(|\b(?:every|each)\s+(?:other|second|third|fourth)$)");
-        return pattern;
+        PhraseHints hints;
+        for (int index = 0; index < m_tokens.size(); ++index)
+            if (!m_tokens.isOpen(index))
+                hints.notTimes.push_back(m_tokens.token(index).range);
+        if (said.day) {
+            hints.day = said.day;
+            hints.dayWords = said.words;
+        }
+        return hints;
     }
 
-    static const Pattern& impossibleTime()
-    {
-        static const Pattern pattern(R"((?:^|\b(?:at|by)\s+)\d{1,2}(?::\d{2}\b|\s*[ap]\.?m\b\.?))");
-        return pattern;
-    }
-
-    /// Only real months count here: 40 marshmallows are no date.
-    void findImpossibleDate(std::string_view task, LocalDay today)
-    {
-        const auto match = PhrasePatterns::all().dayAndMonth.find(task);
-        if (!match)
-            return;
-        const bool isDayFirst = match->groups[0].has_value();
-        const auto day = PhraseWords::amount(match->texts[isDayFirst ? 0 : 3]).value_or(0);
-        const auto month = PhraseWords::month(match->texts[isDayFirst ? 1 : 2]).value_or(1);
-        const TextRange monthStart = *match->groups[isDayFirst ? 1 : 2];
-        const std::string_view rest = task.substr(monthStart.start);
-        const std::string_view word = rest.substr(0, rest.find_first_not_of("abcdefghijklmnopqrstuvwxyz"));
-        const bool isMonth =
-            word == "sept" || PhraseWords::months[static_cast<std::size_t>(month - 1)].starts_with(word);
-        if (isMonth && !nextDate(month, day, today))
-            m_range = match->range;
-    }
-
-    void find(const Pattern& pattern, std::string_view task)
-    {
-        const auto match = m_range ? std::nullopt : pattern.find(task);
-        if (match)
-            m_range = match->range;
-    }
-
-    std::optional<TextRange> m_range;
+    const std::string& m_text;
+    LowerCasedText m_lower;
+    RequestTokens m_tokens;
+    std::optional<PhraseReading> m_phrase;
+    std::vector<TextRange> m_passedOver;
 };
+
+/// Nobody reads a request of a megabyte.
+bool isTooLong(std::string_view text)
+{
+    return text.size() > ReminderPhrase::maximumBytes;
+}
 
 } // namespace
 
 ReminderRequest ReminderRequest::fromWords(std::string_view words, Instant now, const Calendar& calendar)
 {
-    const std::string text = withWrittenTimes(repairUtf8(words));
-    const auto phrase = ReminderPhrase::parse(text, now, calendar);
     ReminderRequest request;
-    request.task = tidiedTask(phrase ? phrase->task : text, text);
-    const bool hasTime = phrase && phrase->hasTime;
-    if (const auto range = PassedOverWords(request.task, hasTime, calendar.day(now)).range()) {
-        static const Pattern preposition(R"(^\s*to\s+)", Pattern::Case::insensitive);
-        const std::string rest = request.task.erase(range->start, range->end - range->start);
-        request.task = tidiedTask(withoutMatch(preposition, rest), text);
+    if (isTooLong(words))
         return request;
-    }
-    if (!phrase)
+    const std::string text = withWrittenDates(withWrittenTimes(repairUtf8(words)));
+    const RequestReading reading(text, now, calendar);
+    request.task = tidiedTask(reading.task(), text);
+    if (!reading.phrase() || !reading.isWhole())
         return request;
 
-    std::vector<Instant> choices = phrase->alternatives;
-    choices.insert(choices.begin(), phrase->date);
+    const PhraseDate& date = reading.phrase()->date;
+    std::vector<Instant> choices = date.alternatives;
+    choices.insert(choices.begin(), date.date);
     std::erase_if(choices, [&](Instant choice) { return choice <= now; });
     if (choices.size() > 1) {
         request.verdict = Verdict::whichTime;
         request.date = choices.front();
         request.hasTime = true;
         request.choices = std::move(choices);
-        request.repeatRule = phrase->repeatRule;
+        request.repeatRule = date.repeatRule;
         return request;
     }
-    const Instant date = choices.empty() ? phrase->date : choices.front();
-    return settled(request.task, date, phrase->hasTime, phrase->repeatRule, now, calendar);
+    const Instant moment = choices.empty() ? date.date : choices.front();
+    return settled(request.task, moment, date.hasTime, date.repeatRule, now, calendar);
 }
 
 ReminderRequest ReminderRequest::settled(std::string_view task, Instant date, bool hasTime,

@@ -30,7 +30,7 @@ struct SpokenTimePatterns {
 
     /// "half past five", "at ten to six".
     const Pattern relative{R"(\b(at\s+|by\s+)?(half|a\s+quarter|quarter|\d{1,2}|)" + minute
-            + R"()(?:\s+minutes?)?\s+(past|to)\s+)" + hour + R"(\b)",
+            + R"()(?:\s+minutes?)?\s+(past|to)\s+)" + hour + R"((?:\b|(?=[ap]\.?m\b)))",
         Pattern::Case::insensitive};
     const Pattern oClock{R"(\b(at\s+|by\s+)?)" + hour + R"(\s*o\s?['’]?\s?clock\b)", Pattern::Case::insensitive};
     /// "five thirty pm".

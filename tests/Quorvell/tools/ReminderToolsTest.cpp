@@ -88,6 +88,10 @@ TEST(ReminderTools, setsWhatIsSettled)
             R"({"status":"set","id":"0123456789ab","task":"Water the plants","date":"2026-11-22 12:00",)"
             R"("when":"Sunday 22 November at 12 PM","has_time":true})",
             "2026-11-22T11:00:00.000Z", ""},
+        {R"({"text":"call mum on Saturday 20 March at 8 PM"})",
+            R"({"status":"set","id":"0123456789ab","task":"Call mum","date":"2027-03-20 20:00",)"
+            R"("when":"Saturday 20 March at 8 PM","has_time":true})",
+            "2027-03-20T19:00:00.000Z", ""},
         {R"({"text":"today at 5 call mum"})", // Five in the morning is over.
             R"({"status":"set","id":"0123456789ab","task":"Call mum","date":"2026-11-21 17:00",)"
             R"("when":"Saturday 21 November at 5 PM","has_time":true})",
@@ -128,6 +132,7 @@ TEST(ReminderTools, asksAndStoresNothing)
         {R"({"task":"buy milk"})", R"({"status":"needs_time","task":"Buy milk"})"},
         {R"({"text":"31 april at 5pm pay rent"})", R"({"status":"needs_time","task":"Pay rent"})"},
         {R"({"text":"remind me on 31 april to pay rent"})", R"({"status":"needs_time","task":"Pay rent"})"},
+        {R"({"text":"call mum on sunday 20 march at 8 pm"})", R"({"status":"needs_time","task":"Call mum"})"},
         {R"({"task":"pay rent","date":"2026-11-21 09:00"})",
             R"({"status":"needs_time","task":"Pay rent","past":true,"when":"Saturday 21 November at 9 AM"})"},
         {R"({"text":"tomorrow at noon"})",
@@ -194,6 +199,9 @@ TEST(ReminderTools, listsFinishesAndPutsOff)
             R"({"status":"deferred","id":"back","task":"Water the plants","date":"2026-11-22 09:00",)"
             R"("when":"Sunday 22 November at 9 AM"})"},
         {R"({"later":"friday at 3 pm","task":"mum"})",
+            R"({"status":"deferred","id":"soon","task":"Call mum","date":"2026-11-27 15:00",)"
+            R"("when":"Friday 27 November at 3 PM"})"},
+        {R"({"later":"until friday the 27th at 3 pm","task":"mum"})",
             R"({"status":"deferred","id":"soon","task":"Call mum","date":"2026-11-27 15:00",)"
             R"("when":"Friday 27 November at 3 PM"})"},
         {R"({"later":"by ten minutes","task":"mum"})",

@@ -3,24 +3,47 @@
 #include "QuorvellCore/reminders/ReminderRequest.h"
 
 #include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/ReminderWords.h"
 #include "QuorvellCore/reminders/SpokenTimes.h"
 
 #include <gtest/gtest.h>
+
+#include <span>
+#include <string>
 
 namespace quorvell {
 namespace {
 
 using Verdict = ReminderRequest::Verdict;
 
+struct Request {
+    const char* words;
+    Verdict verdict;
+    const char* task;
+    const char* date = ""; ///< Or the choices.
+};
+
+void check(std::span<const Request> rows)
+{
+    const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
+    const Instant now = *parseIsoText("2026-11-21T09:30:00Z"); // A Saturday.
+    for (const Request& row : rows) {
+        SCOPED_TRACE(row.words);
+        const auto request = ReminderRequest::fromWords(row.words, now, calendar);
+        EXPECT_EQ(request.verdict, row.verdict);
+        EXPECT_EQ(request.task, row.task);
+        std::string dates = request.date == Instant() ? "" : DateParts::from(request.date, calendar).text();
+        for (std::size_t index = 1; index < request.choices.size(); ++index)
+            dates += ", " + DateParts::from(request.choices[index], calendar).text();
+        if (request.repeatRule)
+            dates += " " + request.repeatRule->stored();
+        EXPECT_EQ(dates, row.date);
+    }
+}
+
 TEST(ReminderRequest, fromWords)
 {
-    struct Row {
-        const char* words;
-        Verdict verdict;
-        const char* task;
-        const char* date = ""; ///< Or the choices.
-    };
-    const Row rows[] = {
+    const Request rows[] = {
         {"remind me tomorrow at 5 pm to call mum", Verdict::ready, "Call mum", "2026-11-22 17:00"},
         {"tomorrow call mum", Verdict::ready, "Call mum", "2026-11-22 09:00"},
         {"tomorrow at 5 call mum", Verdict::whichTime, "Call mum", "2026-11-22 05:00, 2026-11-22 17:00"},
@@ -56,17 +79,165 @@ TEST(ReminderRequest, fromWords)
         {"tomorrow at five call mum", Verdict::whichTime, "Call mum", "2026-11-22 05:00, 2026-11-22 17:00"},
         {"remind me at 6 o'clock tonight to cook", Verdict::ready, "Cook", "2026-11-21 18:00"},
     };
+    check(rows);
+}
+
+TEST(ReminderRequest, readsDaysNamedInMoreThanOneWord)
+{
+    const Request rows[] = {
+        {"call mum on saturday 20 march at 8 pm", Verdict::ready, "Call mum", "2027-03-20 20:00"},
+        {"call mum on Saturday, March 20 at 8 PM", Verdict::ready, "Call mum", "2027-03-20 20:00"},
+        {"Wednesday the 9th of December at noon call mum", Verdict::ready, "Call mum", "2026-12-09 12:00"},
+        {"call mum at noon on 9 december (wednesday)", Verdict::ready, "Call mum", "2026-12-09 12:00"},
+        {"friday the 27th call mum", Verdict::ready, "Call mum", "2026-11-27 09:00"},
+        {"tomorrow, 22 november, at 8 pm call mum", Verdict::ready, "Call mum", "2026-11-22 20:00"},
+        {"call mum on 20 march 2028 at 8 pm", Verdict::ready, "Call mum", "2028-03-20 20:00"},
+        {"march 20th, 2028 call mum", Verdict::ready, "Call mum", "2028-03-20 09:00"},
+        {"call mum on 20 march 2026 at 8 pm", Verdict::pastTime, "Call mum", "2026-03-20 20:00"},
+        {"2027-03-20 at 8 pm call mum", Verdict::ready, "Call mum", "2027-03-20 20:00"},
+        {"on december fifth at 5 pm call mum", Verdict::ready, "Call mum", "2026-12-05 17:00"},
+        {"the twenty first of march call mum", Verdict::ready, "Call mum", "2027-03-21 09:00"},
+        {"pay rent on the first of every month", Verdict::ready, "Pay rent", "2026-12-01 09:00 monthly:1"},
+        {"gym on mondays at 8 am", Verdict::ready, "Gym", "2026-11-23 08:00 weekly:2"},
+        {"gym everyday at 8 am", Verdict::ready, "Gym", "2026-11-22 08:00 daily"},
+        {"in an hour and a half call mum", Verdict::ready, "Call mum", "2026-11-21 12:00"},
+        {"call mum in 2 hours and 30 minutes", Verdict::ready, "Call mum", "2026-11-21 13:00"},
+        {"call mum in one and a half hours", Verdict::ready, "Call mum", "2026-11-21 12:00"},
+        {"call mum in about twenty five minutes", Verdict::ready, "Call mum", "2026-11-21 10:55"},
+        {"call mum in two weeks' time", Verdict::ready, "Call mum", "2026-12-05 10:30"},
+        {"call mum 20 minutes from now", Verdict::ready, "Call mum", "2026-11-21 10:50"},
+        {"tomorrow at a quarter past 3pm call mum", Verdict::ready, "Call mum", "2026-11-22 15:15"},
+        {"tomorrow half past 3 call mum", Verdict::whichTime, "Call mum", "2026-11-22 03:30, 2026-11-22 15:30"},
+        {"tomorrow at 12 noon call mum", Verdict::ready, "Call mum", "2026-11-22 12:00"},
+        {"tomorrow around 5 pm call mum", Verdict::ready, "Call mum", "2026-11-22 17:00"},
+        {"tomorrow 7 in the evening call mum", Verdict::ready, "Call mum", "2026-11-22 19:00"},
+        {"can you remind me to call mum tomorrow?", Verdict::ready, "Call mum", "2026-11-22 09:00"},
+        {"buy 2 pm tickets tomorrow at 5 pm", Verdict::ready, "Buy 2 pm tickets", "2026-11-22 17:00"},
+        {"remind me to ask Bob tomorrow: who comes?", Verdict::ready, "Ask Bob : who comes", "2026-11-22 09:00"},
+    };
+    check(rows);
+}
+
+TEST(ReminderRequest, asksWhereATimeWasPassedOver)
+{
+    const char* rows[] = {
+        // Days that do not agree, or are several.
+        "call mum on sunday 20 march at 8 pm",
+        "tomorrow, 23 november, call mum",
+        "31 april 2027 call mum",
+        "friday the 28th call mum",
+        "call mum on monday or tuesday at 8 pm",
+        "at 5 pm call mum yesterday",
+        "every day until friday at 8 am call mum",
+        "from the 10th to the 14th of december call mum",
+        "call mum the last day of every month",
+        "call mum on the first monday of the month at 8 am",
+        "every 2 weeks call mum at 8 am",
+        "call mum every weekend at 8 am",
+        "call mum twice a day at 8 am",
+        // Times.
+        "at 8 am and 8 pm call mum",
+        "call mum between 5 and 6 pm",
+        "call mum 5-6 pm",
+        "call mum before 5 pm",
+        "tomorrow 5 call mum",
+        "tomorrow at 1730 call mum",
+        "tomorrow half 5 call mum",
+        "in 2 hours tomorrow call mum",
+        "in a day or two call mum",
+        "in a month at 5 pm call mum",
+        "an hour before my appointment at 2 pm call mum",
+        "tomorrow at lunch call mum",
+        // Days that the patterns do not know.
+        "tomorow at 5 pm call mum",
+        "call mum at 5 pm on wensday",
+        "thrusday call mum at 5 pm",
+        "call mum this weekend at 5 pm",
+        "next month at 5 pm call mum",
+        "call mum in march at 5 pm",
+        "on christmas eve at 5 pm call mum",
+        "on 20/3/2027 at 5 pm call mum",
+        "on 5/12 at 5 pm call mum",
+        "on 20.3.2027 at 5 pm call mum",
+        // The time, or part of the task.
+        "buy 2 pm tickets",
+        "listen to 3 am radio",
+        "confirm my 2pm appointment",
+        "read Friday Night Lights at 5 pm",
+        "print the friday report at 5 pm",
+        "prepare tomorrow's meeting at 5 pm",
+        "transfer 12.50 to Bob",
+    };
+    const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
+    for (const char* words : rows)
+        EXPECT_EQ(ReminderRequest::fromWords(words, *parseIsoText("2026-11-21T09:30:00Z"), calendar).verdict,
+            Verdict::needsTime)
+            << words;
+}
+
+TEST(ReminderRequest, tasksKeepWhatOnlyLooksLikeATime)
+{
+    const char* tasks[] = {
+        "Buy 5 amazing apples",
+        "Pay £12.50 to Bob",
+        "Pay 12.50 to Bob",
+        "Pay $12.50 to Bob",
+        "Buy sun cream",
+        "Update the sat nav",
+        "Buy mon cheri",
+        "Wed Anna",
+        "Call 555 1234",
+        "Install version 2.30",
+        "Buy 1/2 cup of rice",
+        "Check the 24/7 shop",
+        "Bake it at 20 degrees",
+        "Ask for 5.30% more",
+        "March to the store",
+        "Run 5 miles",
+        "Buy a book about march madness",
+        "Call May",
+        "Read Friday Night Lights",
+        "Buy 5 marshmallows",
+        "Buy 12 decorations",
+        "Read \"Monday at 5 pm\"",
+        "Print the friday report",
+        "Send the notes of last friday",
+        "Prepare friday's meeting",
+        "Buy the weekly magazine",
+        "Cook the evening meal",
+        "Say good night",
+        "Go to the 5th floor",
+        "Visit the second hand shop",
+        "Ping 10.12.13.14",
+        "Mail bob@12.com",
+        "Eat a sundae",
+        "Read John 3:16",
+        "Thank every other guest",
+        "Buy christmas presents",
+        "Buy everyday shoes",
+        "Plan for next month",
+    };
+    const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
+    for (const std::string task : tasks) {
+        const auto request = ReminderRequest::fromWords(
+            "remind me to " + task + " tomorrow", *parseIsoText("2026-11-21T09:30:00Z"), calendar);
+        EXPECT_EQ(request.verdict, Verdict::ready) << task;
+        EXPECT_EQ(request.task, task);
+        EXPECT_EQ(DateParts::from(request.date, calendar).text(), "2026-11-22 09:00") << task;
+        EXPECT_FALSE(request.repeatRule) << task;
+    }
+}
+
+TEST(ReminderRequest, understandsTheDatesThatAreSpokenToTheUser)
+{
     const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
     const Instant now = *parseIsoText("2026-11-21T09:30:00Z");
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.words);
-        const auto request = ReminderRequest::fromWords(row.words, now, calendar);
-        EXPECT_EQ(request.verdict, row.verdict);
-        EXPECT_EQ(request.task, row.task);
-        std::string dates = request.date == Instant() ? "" : DateParts::from(request.date, calendar).text();
-        for (std::size_t index = 1; index < request.choices.size(); ++index)
-            dates += ", " + DateParts::from(request.choices[index], calendar).text();
-        EXPECT_EQ(dates, row.date);
+    for (int days = 1; days < 365; days += 13) {
+        const Instant date = calendar.addingDays(now, std::chrono::days(days));
+        const std::string spoken = ReminderWords::spoken(date, now, calendar, calendar.locale());
+        EXPECT_EQ(ReminderRequest::fromWords("call mum on " + spoken, now, calendar).date, date) << spoken;
+        const auto said = ReminderRequest::fromWords("on " + spoken + " call mum", now, calendar);
+        EXPECT_EQ(said.task, "Call mum") << spoken;
     }
 }
 
