@@ -37,7 +37,7 @@ struct HttpRequest {
     bool operator==(const HttpRequest&) const = default;
 };
 
-struct HttpReading {
+struct [[nodiscard]] HttpReading {
     enum class Kind { incomplete, whole, refused };
 
     Kind kind = Kind::incomplete;

@@ -39,7 +39,7 @@ public:
     /// A result that took longer is given up, so that the user can go on.
     static constexpr std::chrono::milliseconds patience{120'000};
 
-    enum class CreateVerdict { started, inProgress, outputsOwed };
+    enum class [[nodiscard]] CreateVerdict{started, inProgress, outputsOwed};
 
     /// `memory` is what an earlier session had in mind, when this one goes on from it. `ids` must outlive it.
     BackendRun(const IdSource& ids, const std::optional<std::string>& serviceTier, RequestMemory memory);

@@ -12,7 +12,7 @@
 namespace quorvell {
 
 /// What a file held, or why it could not be read.
-struct WavReading {
+struct [[nodiscard]] WavReading {
     std::optional<std::vector<std::int16_t>> samples; ///< Mono, at the rate that was asked for.
     std::string problem; ///< When there are none: a sentence for the user that says what to do next.
     int recordedRateHz = 0; ///< As it was recorded.
@@ -32,7 +32,7 @@ struct WavFile {
 
     /// Writes a temporary file beside `path` and renames it, so that no half-written recording is ever seen.
     /// Nothing when it worked, otherwise a sentence for the user.
-    static std::optional<std::string> write(
+    [[nodiscard]] static std::optional<std::string> write(
         const std::string& path, std::span<const std::int16_t> samples, int sampleRateHz);
 };
 

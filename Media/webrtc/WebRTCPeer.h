@@ -35,7 +35,7 @@ public:
     /// The answer to our offer, or the offer that is to be answered. Once.
     void takeDescription(std::string_view sdp);
     /// False when the channel is not open, the text is too long, or too much waits already.
-    bool sendText(std::string_view text);
+    [[nodiscard]] bool sendText(std::string_view text);
     /// Queued behind what was given before. False when not all of it fitted.
     bool sendSound(std::span<const std::uint8_t> pcm);
     /// Forgets what was given and has not gone out.

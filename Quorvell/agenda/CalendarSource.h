@@ -11,12 +11,12 @@
 
 namespace quorvell {
 
-struct AgendaReading {
+struct [[nodiscard]] AgendaReading {
     std::vector<CalendarEvent> events; ///< In the order of their starts.
     std::vector<std::string> problems; ///< Sentences for the user about what could not be read.
 };
 
-struct AgendaVerdict {
+struct [[nodiscard]] AgendaVerdict {
     std::optional<CalendarEvent> event; ///< As it stands now, or stood before it was removed.
     std::string problem; ///< When it could not be done: a sentence that says what to do.
 };

@@ -44,9 +44,9 @@ public:
     std::optional<CalendarEvent> find(const EventID& id, const Calendar& calendar) const;
 
     /// Each gives an empty text, or why it cannot be done.
-    std::string change(
+    [[nodiscard]] std::string change(
         const EventID& id, EventScope scope, const EventChange& change, const Calendar& calendar, Instant now);
-    std::string remove(const EventID& id, EventScope scope, const Calendar& calendar, Instant now);
+    [[nodiscard]] std::string remove(const EventID& id, EventScope scope, const Calendar& calendar, Instant now);
 
 private:
     struct Content;

@@ -6,7 +6,7 @@
 
 namespace quorvell {
 
-enum class FileProblem {
+enum class [[nodiscard]] FileProblem{
     none,
     nameTaken, ///< Only where an existing file must be kept.
     diskFull, ///< Or the user's share of it is used up.

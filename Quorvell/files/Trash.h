@@ -12,7 +12,7 @@ public:
     virtual ~Trash() = default;
 
     /// False when the file cannot be put there; it is then where it was.
-    virtual bool put(const std::string& path) = 0;
+    [[nodiscard]] virtual bool put(const std::string& path) = 0;
 };
 
 } // namespace quorvell

@@ -23,7 +23,7 @@
 
 namespace quorvell {
 
-struct OpenedNotebook {
+struct [[nodiscard]] OpenedNotebook {
     std::unique_ptr<FullNotebook> notebook;
     std::string problem; ///< When there is none: a sentence for the user that says what to do.
 };
@@ -41,7 +41,7 @@ public:
     ~NotebookAccess() override;
 
     /// Becomes the owner or finds it. When neither is possible: why.
-    std::string open();
+    [[nodiscard]] std::string open();
     bool isOwner() const override { return m_store != nullptr; }
 
     const std::vector<Note>& notes() const override;
@@ -62,7 +62,7 @@ public:
     void moveNotebook(const std::string& folder, NotebookCallback done) override;
 
 private:
-    enum class Claim { owner, heldElsewhere, impossible };
+    enum class [[nodiscard]] Claim{owner, heldElsewhere, impossible};
     enum class Kind { add, update, edit, delete_, forgetAll, savePicture };
 
     /// One change on its way to the owner. They go one after another, so that each is based on what came before it.

@@ -16,7 +16,7 @@
 namespace quorvell {
 
 /// What became of a change that was handed to the owner of the notebook.
-struct NotebookHandOver {
+struct [[nodiscard]] NotebookHandOver {
     enum class Outcome {
         stored,
         changed, ///< Based on a version that is no longer the current one.

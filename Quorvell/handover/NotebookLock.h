@@ -13,7 +13,7 @@ namespace quorvell {
 class NotebookLock {
 public:
     enum class Outcome { taken, heldElsewhere, impossible };
-    struct Attempt;
+    struct [[nodiscard]] Attempt;
 
     /// Makes the folder when it is missing. Never waits for another program.
     static Attempt take(const std::string& folder);

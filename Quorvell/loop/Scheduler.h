@@ -14,7 +14,7 @@ namespace quorvell {
 using SessionTime = std::chrono::milliseconds;
 
 /// Cancels its timer when it dies. Movable; an empty one cancels nothing.
-class TimerHandle {
+class [[nodiscard]] TimerHandle {
 public:
     TimerHandle() = default;
     explicit TimerHandle(std::function<void()> cancel)

@@ -25,7 +25,7 @@ public:
     explicit NoteFolderReader(std::string folder);
 
     /// Nothing when the folder cannot be read. `now` becomes `created` where a file has no readable one.
-    std::optional<NoteFolderChanges> read(Instant now);
+    [[nodiscard]] std::optional<NoteFolderChanges> read(Instant now);
 
     /// What the owner of this reader did to the folder itself, so that it is no news at the next reading.
     void wrote(const Note& note, const NoteFileRecord& file);

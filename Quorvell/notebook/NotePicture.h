@@ -11,7 +11,7 @@ namespace quorvell {
 
 inline constexpr const char* picturesFolderName = "Pictures";
 
-struct PictureWritten {
+struct [[nodiscard]] PictureWritten {
     std::string image; ///< Its path relative to the notebook folder.
     std::string problem; ///< When it could not be kept: what to do.
 };

@@ -16,7 +16,7 @@ struct NotePlace {
     std::optional<FileStamp> stamp; ///< How the file was when it was last seen. Nothing when it is gone.
 };
 
-struct NoteWritten {
+struct [[nodiscard]] NoteWritten {
     FileProblem problem = FileProblem::none; ///< `changedMeanwhile`: read the file before you write again.
     NoteFileRecord file; ///< That holds the note now.
 };

@@ -15,7 +15,7 @@
 namespace quorvell {
 
 /// What became of one change.
-struct NotebookVerdict {
+struct [[nodiscard]] NotebookVerdict {
     bool isStored = false; ///< On disk and flushed.
     std::string problem; ///< When not: a sentence for the user that says what to do next.
     std::string remark{}; ///< When it is: what the user should know besides; most often nothing.

@@ -122,12 +122,13 @@ private:
         return writeFileDurably(folder, name, NoteHistory::text(both));
     }
 
+    /// As far as it can be done; what is told is the problem that led here.
     void undo() const
     {
         for (const auto& [folder, name] : m_made)
-            removeFileDurably(folder, name);
+            static_cast<void>(removeFileDurably(folder, name));
         for (const Replaced& replaced : m_replaced)
-            writeFileDurably(replaced.folder, replaced.name, replaced.text);
+            static_cast<void>(writeFileDurably(replaced.folder, replaced.name, replaced.text));
     }
 
     struct Replaced {

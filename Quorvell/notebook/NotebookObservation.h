@@ -8,7 +8,7 @@
 namespace quorvell {
 
 /// Movable; an empty one is nobody's.
-class NotebookObservation {
+class [[nodiscard]] NotebookObservation {
 public:
     NotebookObservation() = default;
     explicit NotebookObservation(std::function<void()> end)

@@ -61,8 +61,9 @@ NotebookStore::~NotebookStore()
         m_worker.run(
             [work = workOf(last), history = m_history, note = last.changes.back().result] {
                 if (work().problem == FileProblem::changedMeanwhile)
-                    history->keep(note.id, NoteVersion::of(note), note.author, NoteHistory::Keeping::always);
-                return true;
+                    static_cast<void>(
+                        history->keep(note.id, NoteVersion::of(note), note.author, NoteHistory::Keeping::always));
+                return true; // Nobody is left to be told.
             },
             [](bool) {});
     }

@@ -30,7 +30,7 @@ namespace quorvell {
 /// goes into the history. So it must depend on nothing but the note.
 class NotebookStore final : public FullNotebook {
 public:
-    struct Opened {
+    struct [[nodiscard]] Opened {
         std::unique_ptr<NotebookStore> store;
         std::string problem; ///< When there is no store: what to do.
     };

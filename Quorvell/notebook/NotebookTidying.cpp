@@ -41,7 +41,7 @@ void removeOrphans(const std::string& folder, std::string_view ending, const std
     for (const std::string& name : fileNamesIn(folder).value_or(std::vector<std::string>{})) {
         const auto id = stem(name, ending);
         if (id && isOurId(*id) && !kept.contains(*id) && isOld(folder + "/" + name, now))
-            removeFileDurably(folder, name);
+            static_cast<void>(removeFileDurably(folder, name)); // What stays is tried again a day later.
     }
     removeStaleTemporaryFiles(folder, age);
 }

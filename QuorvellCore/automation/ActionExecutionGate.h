@@ -26,7 +26,7 @@ public:
     explicit ActionExecutionGate(std::function<std::string()> freshID);
 
     /// Nothing while another action runs: the call is then refused as busy.
-    std::optional<Ticket> begin(std::string callID);
+    [[nodiscard]] std::optional<Ticket> begin(std::string callID);
     bool isCurrent(const Ticket& ticket) const;
     /// Of a ticket that is not current, nothing happens.
     void finish(const Ticket& ticket);

@@ -20,8 +20,8 @@ void quorvell::search(std::string_view text)
         const EventScope scope = text.size() % 2 == 0 ? EventScope::occurrence : EventScope::series;
         require(!EventID::parse(id.text()) || calendar->find(id, user));
         const EventChange change{.title = "Moved", .start = from + std::chrono::hours(30)};
-        calendar->change(id, scope, change, user, from);
-        calendar->remove(events.back().id, EventScope::occurrence, user, from);
+        static_cast<void>(calendar->change(id, scope, change, user, from));
+        static_cast<void>(calendar->remove(events.back().id, EventScope::occurrence, user, from));
     }
     const std::string written = calendar->text();
     if (!written.empty() && written.size() < IcsLimits::longestText)

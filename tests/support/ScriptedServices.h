@@ -186,7 +186,7 @@ public:
     LiveAccess access() const { return m_web.access(); }
     Teller teller()
     {
-        return [this](const Json& message) { peer->sendText(dumpJson(message)); };
+        return [this](const Json& message) { static_cast<void>(peer->sendText(dumpJson(message))); };
     }
 
     std::unique_ptr<WebRTCPeer> peer; ///< Of the last session.

@@ -9,7 +9,7 @@
 
 namespace quorvell {
 
-struct EditedNote {
+struct [[nodiscard]] EditedNote {
     std::optional<Note> note; ///< Nothing when nothing was changed, or it could not be read again.
     std::string problem; ///< In the latter case: what to do. What was typed is never thrown away.
 };

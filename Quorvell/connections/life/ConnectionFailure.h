@@ -12,7 +12,7 @@
 
 namespace quorvell {
 
-struct ConnectionFailure {
+struct [[nodiscard]] ConnectionFailure {
     enum class Kind {
         refusedRequest, ///< `code` is the HTTP status, 0 when it is unknown; `detail` the body where one is known.
         refusedSession, ///< The service answered session.start with an error; `detail` is its message.

@@ -100,7 +100,8 @@ void OpenAIPeerTransport::stateChanged(WebRTCPeer::State state)
 
 void OpenAIPeerTransport::send(std::string_view text)
 {
-    m_peer->sendText(text);
+    if (!m_peer->sendText(text))
+        end({Kind::wentSilent}); // A message that is lost, such as a tool's result, would be waited for in vain.
 }
 
 void OpenAIPeerTransport::close()

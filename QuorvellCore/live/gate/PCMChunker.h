@@ -18,9 +18,9 @@ struct PCMChunker {
     Bytes buffer; ///< Less than one chunk.
 
     /// Every whole chunk that is there now, in order.
-    std::vector<AudioChunk> append(std::span<const std::uint8_t> data);
+    [[nodiscard]] std::vector<AudioChunk> append(std::span<const std::uint8_t> data);
     /// The remainder, if there is one.
-    std::optional<AudioChunk> flush();
+    [[nodiscard]] std::optional<AudioChunk> flush();
 
     bool operator==(const PCMChunker&) const = default;
 };

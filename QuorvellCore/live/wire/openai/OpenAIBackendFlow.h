@@ -35,16 +35,16 @@ struct OpenAIBackendFlow {
     std::int64_t creates = 0; ///< So far. Running out of numbers ends the process.
 
     void started(std::string_view responseID);
-    std::vector<Json> ended(std::string_view responseID);
+    [[nodiscard]] std::vector<Json> ended(std::string_view responseID);
     void called(std::string_view callID);
     /// The result of a call goes out at once and ahead of what is queued; only the create waits. Nothing for a call
     /// that is unknown or already answered.
-    std::vector<Json> output(std::string_view callID, Json message);
-    std::vector<Json> message(Queued message);
-    std::vector<Json> flush();
+    [[nodiscard]] std::vector<Json> output(std::string_view callID, Json message);
+    [[nodiscard]] std::vector<Json> message(Queued message);
+    [[nodiscard]] std::vector<Json> flush();
     /// The server refused the client's event with this id. Only creates matter: the next one is tried once the
     /// backend is free.
-    std::vector<Json> rejected(const std::optional<std::string>& clientEventID);
+    [[nodiscard]] std::vector<Json> rejected(const std::optional<std::string>& clientEventID);
     /// How many were removed.
     std::size_t dropStale();
 

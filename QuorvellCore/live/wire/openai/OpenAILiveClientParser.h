@@ -18,7 +18,7 @@ struct OpenAILiveClientParser {
     static OpenAILiveClientMessage parse(std::string_view message);
 
     /// The options that a session object states. On failure nothing, and `problem` says in a sentence what is wrong.
-    static std::optional<OpenAILiveSetupOptions> parseSession(const Json& session, std::string& problem);
+    [[nodiscard]] static std::optional<OpenAILiveSetupOptions> parseSession(const Json& session, std::string& problem);
 };
 
 } // namespace quorvell

@@ -20,14 +20,14 @@ class ResponsesStreamWriter {
 public:
     explicit ResponsesStreamWriter(std::string responseID);
 
-    std::string created();
-    std::string reasoningDelta(std::string_view text);
-    std::string textDelta(std::string_view text);
+    [[nodiscard]] std::string created();
+    [[nodiscard]] std::string reasoningDelta(std::string_view text);
+    [[nodiscard]] std::string textDelta(std::string_view text);
     /// The whole of a call: begun, its arguments, done. An incomplete one ends where its arguments end.
-    std::string functionCall(const openai_event::FunctionCall& call);
+    [[nodiscard]] std::string functionCall(const openai_event::FunctionCall& call);
     /// The end's response id is this answer's, whatever it says.
-    std::string ended(OpenAIResponseEnd end);
-    std::string error(const OpenAIErrorReport& report);
+    [[nodiscard]] std::string ended(OpenAIResponseEnd end);
+    [[nodiscard]] std::string error(const OpenAIErrorReport& report);
 
 private:
     std::string write(Json event);

@@ -113,11 +113,11 @@ TEST(OpenAIBackendFlow, refusedCreatesAreTriedAgain)
 TEST(OpenAIBackendFlow, endClearsTheCreateOnlyWhenNothingRuns)
 {
     OpenAIBackendFlow flow;
-    flow.message(queued("typed", true));
+    static_cast<void>(flow.message(queued("typed", true)));
     flow.running = {"r1", "r2"};
-    flow.ended("r1");
+    static_cast<void>(flow.ended("r1"));
     EXPECT_TRUE(flow.createInFlight);
-    flow.ended("r2");
+    static_cast<void>(flow.ended("r2"));
     EXPECT_FALSE(flow.createInFlight);
 }
 
@@ -126,7 +126,7 @@ TEST(OpenAIBackendFlow, dropsStaleMessagesInPlace)
     OpenAIBackendFlow flow;
     flow.started("r1");
     for (const auto& [name, stale] : {std::pair("a", true), {"b", false}, {"c", true}, {"d", false}})
-        flow.message(queued(name, true, stale));
+        static_cast<void>(flow.message(queued(name, true, stale)));
     EXPECT_EQ(flow.dropStale(), 2u);
     EXPECT_EQ(words(flow.ended("r1")), "b d create_1");
 }
