@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// By name.
+// Which tools a session may call.
 #pragma once
 
 #include "QuorvellCore/text/Json.h"
@@ -10,6 +10,7 @@
 
 namespace quorvell {
 
+/// By name.
 using OfferedTools = std::set<std::string, std::less<>>;
 
 /// What a client declares.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A lasting fact, as it is to be remembered.
+// Reads a request that stands by itself, with no question before it.
 #pragma once
 
 #include "LiveService/rules/AgendaIntent.h"
@@ -15,6 +15,7 @@
 
 namespace quorvell {
 
+/// A lasting fact, as it is to be remembered.
 struct FactIntent {
     std::string fact;
 

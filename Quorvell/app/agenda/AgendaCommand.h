@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Calls `finished` with the exit code once the calendars have answered.
+// The command that shows the user's days and free time.
 #pragma once
 
 #include "Quorvell/agenda/Agenda.h"
@@ -25,6 +25,7 @@ struct AgendaRequest {
     WakingHours waking{}; ///< Of free.
 };
 
+/// Calls `finished` with the exit code once the calendars have answered.
 void runAgenda(const AgendaRequest& request, Agenda& agenda, std::vector<Note> notes, Instant now,
     const Calendar& calendar, std::ostream& out, std::ostream& errors, std::function<void(int)> finished);
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Declares the command that looks for what is wrong.
 #pragma once
 
 #include "Quorvell/app/program/Command.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What came of a visit to the user's editor.
+// A note in the user's own editor.
 #pragma once
 
 #include "QuorvellCore/notebook/Note.h"
@@ -9,6 +9,7 @@
 
 namespace quorvell {
 
+/// What came of a visit to the editor.
 struct [[nodiscard]] EditedNote {
     std::optional<Note> note; ///< Nothing when nothing was changed, or it could not be read again.
     std::string problem; ///< In the latter case: what to do. What was typed is never thrown away.

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Declares the command that runs the service on the device.
 #pragma once
 
 #include "Quorvell/app/program/Command.h"

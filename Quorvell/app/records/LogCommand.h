@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Declares the command that shows what happened in conversations.
 #pragma once
 
 #include "Quorvell/app/program/Command.h"

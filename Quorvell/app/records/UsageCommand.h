@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Declares the command that shows what conversations have used.
 #pragma once
 
 #include "Quorvell/app/program/Command.h"

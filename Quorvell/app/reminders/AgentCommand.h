@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Declares the command that fires reminders in the background.
 #pragma once
 
 #include "Quorvell/app/program/Command.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Declares the command that sets reminders without a conversation.
 #pragma once
 
 #include "Quorvell/app/program/Command.h"

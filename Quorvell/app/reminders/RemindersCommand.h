@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Calls `finished` with the exit code, at once or when the change is stored.
+// The command that lists reminders, ticks them off and puts them off.
 #pragma once
 
 #include "Quorvell/app/program/Command.h"
@@ -24,6 +24,7 @@ struct RemindersRequest {
     bool asJson = false; ///< One object a line.
 };
 
+/// Calls `finished` with the exit code, at once or when the change is stored.
 /// `whichTime` may be empty: nobody is there to be asked.
 void runReminders(const RemindersRequest& request, Notebook& notebook, Instant now, const Calendar& calendar,
     std::ostream& out, std::ostream& errors, const WhichTime& whichTime, std::function<void(int)> finished);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Declares the command that holds a conversation aloud.
 #pragma once
 
 #include "Quorvell/app/program/Command.h"

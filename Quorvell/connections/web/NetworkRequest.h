@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// As the network library wants it: certificates verified, no redirection (the request carries a key), no cookies.
+// A web request for the library that owns the network.
 #pragma once
 
 #include "QuorvellCore/live/wire/transport/WebRequest.h"
@@ -8,6 +8,7 @@
 
 namespace quorvell {
 
+/// Certificates verified, no redirection (the request carries a key), no cookies.
 QNetworkRequest networkRequest(const WebRequest& request);
 
 } // namespace quorvell

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // How far a conversation has come.
+// How far a conversation has come, as everybody outside of it sees it.
 #pragma once
 
 namespace quorvell {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Carries out one tool.
+// Which owner carries out which tool.
 #pragma once
 
 #include "Quorvell/session/tools/ToolReply.h"
@@ -14,6 +14,7 @@
 
 namespace quorvell {
 
+/// Carries out one tool.
 /// May answer later; runs on the main thread.
 using ToolHandler = std::function<void(const LiveFunctionCall&, ToolReply)>;
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches replies that misstate what a tool did.
 #include "LiveService/replies/ReplyWording.h"
 
 #include <gtest/gtest.h>

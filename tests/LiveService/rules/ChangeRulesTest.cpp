@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches requests that change the wrong reminder or event, or change without asking.
 #include "RuleBench.h"
 
 #include <gtest/gtest.h>

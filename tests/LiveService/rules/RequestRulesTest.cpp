@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches requests that lead to the wrong tool call, question or answer.
 #include "RuleBench.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The story of a conversation: how it begins, what is asked and answered, how it ends.
+// Catches conversations that hang, answer twice, listen to the wrong one, or end without a word.
 #include "Quorvell/session/SessionController.h"
 
 #include "SessionBench.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches conversations in writing that skip a line, hang, or end with the wrong exit code.
 #include "Quorvell/app/chat/ChatConversation.h"
 
 #include "SessionBench.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches conversations shown wrongly, to people and to scripts, and outside text that moves the cursor.
 #include "Quorvell/app/conversation/ConversationEvents.h"
 #include "Quorvell/app/conversation/ConversationText.h"
 #include "Quorvell/app/conversation/ToolText.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches wrong notes shown, unsafe text printed and changes lost by the notes command.
 #include "Quorvell/app/notes/NotesCommand.h"
 
 #include "Quorvell/app/program/CommandLine.h"

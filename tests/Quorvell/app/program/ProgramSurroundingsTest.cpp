@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches surroundings misread: time zone, locale, folders, timers and lines of input.
 #include "QtApplication.h"
 #include "Quorvell/app/terminal/PipedLines.h"
 #include "Quorvell/desktop/QtScheduler.h"

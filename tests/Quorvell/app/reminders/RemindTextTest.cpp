@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches reminders set without a conversation that are told or read wrongly.
 #include "Quorvell/app/reminders/RemindText.h"
 
 #include "Quorvell/app/reminders/RemindPhrases.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches commands that tick off the wrong reminder, guess a time, or show another day.
 #include "Quorvell/app/reminders/RemindersCommand.h"
 
 #include "MemoryNotebook.h"

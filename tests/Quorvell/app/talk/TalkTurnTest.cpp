@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches a turn from a recording that ends early, hangs, or loses its reply.
 #include "Quorvell/app/talk/TalkTurn.h"
 
 #include "FakeLiveConnection.h"

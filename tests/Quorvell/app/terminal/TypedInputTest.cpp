@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches keys and pastes misread when they arrive in pieces, and others' words taken for the user's.
 #include "Quorvell/app/chat/ChatWord.h"
 #include "Quorvell/app/terminal/CommandHistoryFile.h"
 #include "Quorvell/app/terminal/PastedPieces.h"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Tool calls: each is answered exactly once, one action runs at a time.
+// Catches tool calls answered twice or never, run side by side, or run though they may not.
 #include "Quorvell/session/tools/ToolDesk.h"
 
 #include "RecordingObserver.h"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // When a turn is over that nobody declares over.
+// Catches turns taken for over too early or never.
 #include "Quorvell/session/turn/TurnTracker.h"
 
 #include <gtest/gtest.h>
