@@ -16,6 +16,7 @@
 #include <rtc_base/ssl_stream_adapter.h>
 #include <rtc_base/thread.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
@@ -118,14 +119,14 @@ private:
 /// Opus that sends one packet in 400 ms instead of twenty while there is nothing to hear, which is most of the time;
 /// every receiver fills such gaps (RFC 7587, 3.1.3). And it looks for no music in what is one voice: from complexity 7
 /// on every frame is analysed for it, silent ones too.
-template <int frameMilliseconds> struct FrugalOpus : webrtc::AudioEncoderOpus {
+template <int longestFrameMs> struct FrugalOpus : webrtc::AudioEncoderOpus {
     static absl::optional<Config> SdpToConfig(const webrtc::SdpAudioFormat& format)
     {
         auto config = AudioEncoderOpus::SdpToConfig(format);
         if (!config)
             return config;
         config->dtx_enabled = true;
-        config->frame_size_ms = frameMilliseconds;
+        config->frame_size_ms = std::min(config->frame_size_ms, longestFrameMs);
         config->complexity = config->low_rate_complexity = 5;
         return config;
     }
@@ -136,7 +137,8 @@ rtc::scoped_refptr<webrtc::AudioEncoderFactory> encodersFor(WebRTCPeerOptions::R
 {
     if (reach == WebRTCPeerOptions::Reach::thisComputer)
         return webrtc::CreateAudioEncoderFactory<FrugalOpus<10>>();
-    return webrtc::CreateAudioEncoderFactory<FrugalOpus<20>>();
+    constexpr int longestOfAll = 120;
+    return webrtc::CreateAudioEncoderFactory<FrugalOpus<longestOfAll>>();
 }
 
 /// What encrypts sound is set up with the first session and torn down with the last, which held every call up for 50
