@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/tools/ReminderChanges.h"
 
+#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/PhraseWords.h"
 #include "QuorvellCore/reminders/ReminderChoices.h"
 #include "QuorvellCore/reminders/ReminderState.h"
 #include "QuorvellCore/reminders/ReminderTrigger.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
+#include "QuorvellCore/text/Pattern.h"
 #include "QuorvellCore/text/TextMatch.h"
 
 #include <algorithm>
@@ -46,6 +49,21 @@ bool holdsWords(const Note& note, const std::string& wanted)
     return isNamed;
 }
 
+/// Until a date in the form of the tools; a whole day's is at the usual hour.
+ReminderRequest putOffTo(const DateParts& parts, Instant now, const Calendar& calendar)
+{
+    ReminderRequest request;
+    auto date = parts.instant(calendar);
+    if (date && parts.allDay)
+        date = calendar.instant(calendar.day(*date), std::chrono::hours(PhraseWords::defaultHour));
+    request.hasTime = !parts.allDay;
+    request.verdict = !date ? ReminderRequest::Verdict::needsTime
+        : *date <= now      ? ReminderRequest::Verdict::pastTime
+                            : ReminderRequest::Verdict::ready;
+    request.date = date.value_or(now);
+    return request;
+}
+
 } // namespace
 
 std::vector<Note> pendingReminders(const std::vector<Note>& notes, ReminderAudience audience)
@@ -83,6 +101,13 @@ std::vector<Note> meantReminders(
 
 ReminderRequest putOffRequest(std::string_view words, Instant now, const Calendar& calendar, Instant own)
 {
+    if (const auto parts = DateParts::parse(words))
+        return putOffTo(*parts, now, calendar);
+    // "6 pm", of one that is on another day, is on that day.
+    static const Pattern clock(
+        "^(?:at )?(?:\\d{1,2}(?:[:.]\\d{2})? ?(?:[ap]\\.?m\\.?)?|noon|midday|midnight)$", Pattern::Case::insensitive);
+    if (own > now && !calendar.isSameDay(own, now) && clock.find(words))
+        now = calendar.instant(calendar.day(own), std::chrono::hours(0));
     constexpr std::string_view by = "by ";
     if (words.starts_with(by))
         return putOffRequest("in " + std::string(words.substr(by.size())), std::max(now, own), calendar, own);

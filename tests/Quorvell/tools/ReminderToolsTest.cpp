@@ -214,6 +214,12 @@ TEST(ReminderTools, listsFinishesAndPutsOff)
             R"({"status":"which_time","task":"Call mum","choices":[)"
             R"({"date":"2026-11-22 05:00","when":"Sunday 22 November at 5 AM"},)"
             R"({"date":"2026-11-22 17:00","when":"Sunday 22 November at 5 PM"}],"id":"soon"})"},
+        {R"({"later":"2026-12-09 19:00","id":"soon"})", // As a follow-up settled it.
+            R"({"status":"deferred","id":"soon","task":"Call mum","date":"2026-12-09 19:00",)"
+            R"("when":"Wednesday 9 December at 7 PM"})"},
+        {R"({"later":"6 pm","task":"mum"})", // The day stays.
+            R"({"status":"deferred","id":"soon","task":"Call mum","date":"2026-11-22 18:00",)"
+            R"("when":"Sunday 22 November at 6 PM"})"},
         {R"({"later":"some day","task":"mum"})", R"({"status":"needs_time","task":"Call mum","id":"soon"})"},
         {R"({"id":"soon","date":"2026-11-23 10:00","task":"call dad"})",
             R"({"status":"set","id":"soon","task":"Call dad","date":"2026-11-23 10:00",)"
