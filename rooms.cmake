@@ -21,8 +21,16 @@ quorvell_room(live QuorvellCore/live CORE USES text)
 quorvell_room(automation QuorvellCore/automation CORE USES text PUBLIC_LIBRARIES Threads::Threads)
 quorvell_room(safety QuorvellCore/safety CORE USES text)
 
-# What the words of a request hint at, for the service on this computer.
-quorvell_room(understanding Understanding CORE USES text)
+# What a request means, without a model: its words, the times in it, what a conversation keeps in mind, one folder of
+# skills for each matter, and the table of them.
+quorvell_room(understanding_words Understanding/words CORE USES text)
+quorvell_room(understanding_time Understanding/time CORE USES text reminders understanding_words)
+quorvell_room(understanding_dialogue Understanding/dialogue CORE
+    USES text live reminders understanding_words understanding_time)
+quorvell_room(skills Understanding/skills CORE
+    USES text live reminders understanding_words understanding_time understanding_dialogue)
+quorvell_room(understanding_requests Understanding/requests CORE
+    USES text live safety understanding_words understanding_time understanding_dialogue skills)
 # Heads and answers of HTTP, for the service on this computer.
 quorvell_room(http Http USES text)
 
@@ -45,7 +53,8 @@ quorvell_room(tools Quorvell/tools
 set(QUORVELL_THREADED_ROOMS automation audio files notebook_store agenda)
 
 foreach(room IN ITEMS
-    text notebook reminders live automation safety understanding http loop session audio files notebook_store agenda
+    text notebook reminders live automation safety understanding_words understanding_time
+    understanding_requests http loop session audio files notebook_store agenda
     reminding tools)
     quorvell_test(${room})
 endforeach()
@@ -57,7 +66,7 @@ if(QUORVELL_SHELL)
     quorvell_room(sound Quorvell/sound USES text live loop session audio echo LIBRARIES PkgConfig::pulse Threads::Threads)
     quorvell_room(connections Quorvell/connections PRELUDE qt USES text live session preferences audio webrtc
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)
-    quorvell_room(on_device_speech OnDeviceSpeech USES text LIBRARIES PocketSphinx::PocketSphinx Flite::Flite Threads::Threads)
+    quorvell_room(on_device_speech OnDeviceSpeech USES text understanding_time LIBRARIES PocketSphinx::PocketSphinx Flite::Flite Threads::Threads)
     include(OnDeviceSpeech/models.cmake)
     quorvell_room(speech Quorvell/speech USES text live loop session audio on_device_speech LIBRARIES Threads::Threads)
     quorvell_room(desktop Quorvell/desktop PRELUDE qt USES loop reminding agenda files
@@ -65,7 +74,7 @@ if(QUORVELL_SHELL)
     # Signals of the message bus reach only slots that Qt knows by name.
     set_target_properties(quorvell_desktop PROPERTIES AUTOMOC ON)
     quorvell_room(live_service LiveService PRELUDE qt
-        USES text live reminders safety understanding http on_device_speech webrtc audio
+        USES text live understanding_dialogue understanding_requests http on_device_speech webrtc audio
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)
     # What the terminal and the panel share.
     quorvell_room(settings Quorvell/settings USES text live reminders files preferences)

@@ -3,7 +3,7 @@
 
 #include "OnDeviceSpeech/BackgroundDecoder.h"
 #include "OnDeviceSpeech/Decoder.h"
-#include "OnDeviceSpeech/SpokenToWritten.h"
+#include "Understanding/time/SpokenToWritten.h"
 
 #include <algorithm>
 #include <utility>

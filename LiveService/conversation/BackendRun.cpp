@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "LiveService/conversation/BackendRun.h"
 
-#include "LiveService/replies/PlainReplies.h"
+#include "Understanding/dialogue/PlainReplies.h"
 
 #include <utility>
 

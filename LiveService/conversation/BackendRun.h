@@ -5,7 +5,7 @@
 #include "LiveService/conversation/ClientText.h"
 #include "LiveService/conversation/EngineEffect.h"
 #include "LiveService/conversation/IdSource.h"
-#include "LiveService/rules/RuleStep.h"
+#include "Understanding/dialogue/RuleStep.h"
 
 #include <chrono>
 #include <cstdint>

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "LiveService/conversation/SessionNews.h"
-#include "LiveService/rules/RequestMemory.h"
-#include "LiveService/rules/ToolRequest.h"
+#include "Understanding/dialogue/RequestMemory.h"
+#include "Understanding/dialogue/ToolRequest.h"
 
 #include <cstdint>
 #include <set>

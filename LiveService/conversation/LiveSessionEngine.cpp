@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "LiveService/conversation/LiveSessionEngine.h"
 
-#include "LiveService/replies/PlainReplies.h"
 #include "LiveService/voice/SpokenText.h"
 #include "Media/audio/SampleBytes.h"
+#include "Understanding/dialogue/PlainReplies.h"
 
 #include <algorithm>
 #include <utility>

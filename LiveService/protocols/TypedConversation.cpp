@@ -2,10 +2,10 @@
 #include "LiveService/protocols/TypedConversation.h"
 
 #include "LiveService/conversation/ClientText.h"
-#include "LiveService/replies/PlainReplies.h"
-#include "LiveService/rules/RequestRules.h"
 #include "LiveService/voice/SpokenText.h"
 #include "QuorvellCore/live/wire/responses/ResponsesStreamWriter.h"
+#include "Understanding/dialogue/PlainReplies.h"
+#include "Understanding/requests/RequestRules.h"
 
 #include <algorithm>
 #include <map>

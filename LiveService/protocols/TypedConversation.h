@@ -3,9 +3,9 @@
 #pragma once
 
 #include "LiveService/conversation/IdSource.h"
-#include "LiveService/rules/RuleStep.h"
-#include "LiveService/rules/RuleSurroundings.h"
 #include "QuorvellCore/live/wire/openai/OpenAIItem.h"
+#include "Understanding/dialogue/RuleStep.h"
+#include "Understanding/dialogue/RuleSurroundings.h"
 
 #include <string>
 #include <vector>

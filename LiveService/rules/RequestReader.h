@@ -2,11 +2,11 @@
 // Reads a request that stands by itself, with no question before it.
 #pragma once
 
-#include "LiveService/rules/AgendaIntent.h"
-#include "LiveService/rules/NoteIntent.h"
-#include "LiveService/rules/ReminderChange.h"
-#include "LiveService/rules/ReminderIntent.h"
-#include "LiveService/rules/RuleSurroundings.h"
+#include "Understanding/dialogue/RuleSurroundings.h"
+#include "Understanding/skills/calendar/AgendaIntent.h"
+#include "Understanding/skills/notes/NoteIntent.h"
+#include "Understanding/skills/reminders/ReminderChange.h"
+#include "Understanding/skills/reminders/ReminderIntent.h"
 
 #include <optional>
 #include <string>

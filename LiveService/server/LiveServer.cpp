@@ -171,7 +171,7 @@ void LiveServer::respond(Guest guest, std::string body, const HttpAnswer& answer
             return;
         }
         const auto& request = std::get<ResponsesRequest>(reading);
-        const RuleSurroundings around{offeredTools(request.tools), now, m_settings.calendar};
+        const RuleSurroundings around{{now, m_settings.calendar}, offeredTools(request.tools)};
         const auto step = TypedConversation::answer(request.input, around);
         later([answer, faults, events = TypedConversation::events(step, m_settings.ids)] {
             EventStream::send(answer, faults, events);

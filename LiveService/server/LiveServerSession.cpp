@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "LiveService/server/LiveServerSession.h"
 
-#include "LiveService/rules/RequestRules.h"
+#include "Understanding/requests/RequestRules.h"
 
 #include <algorithm>
 #include <utility>
@@ -194,7 +194,7 @@ void LiveServerSession::carryOut(effect::ThinkAboutResult& result)
 
 void LiveServerSession::think(std::function<RuleStep(const RuleSurroundings&)> rules)
 {
-    RuleSurroundings around{m_engine.tools(), m_surroundings.wallClock(), m_surroundings.calendar};
+    RuleSurroundings around{{m_surroundings.wallClock(), m_surroundings.calendar}, m_engine.tools()};
     m_surroundings.thinking.post([reach = m_surroundings.reach, around = std::move(around), rules = std::move(rules)] {
         reach([step = rules(around)](
                   LiveServerSession& session) { session.carryOut(session.m_engine.thought(step, now())); });

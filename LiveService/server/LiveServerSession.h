@@ -6,10 +6,10 @@
 #include "LiveService/conversation/ResumptionStore.h"
 #include "LiveService/faults/FaultyWire.h"
 #include "LiveService/protocols/SessionCodec.h"
-#include "LiveService/rules/RuleSurroundings.h"
 #include "LiveService/server/SessionTransport.h"
 #include "LiveService/speech/SpeechWorker.h"
 #include "LiveService/speech/WorkerThread.h"
+#include "Understanding/dialogue/RuleSurroundings.h"
 
 #include <QObject>
 #include <QTimer>

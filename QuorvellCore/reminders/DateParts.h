@@ -5,6 +5,7 @@
 #include "QuorvellCore/reminders/Calendar.h"
 #include "QuorvellCore/text/Instant.h"
 
+#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -29,13 +30,15 @@ struct DateParts {
     /// Arithmetic on the clock face: no daylight-saving change shifts it.
     DateParts adding(std::int64_t minutes) const;
 
+    DateParts wholeDay() const { return {year, month, day, 0, 0, true}; }
+
     /// Nothing for a day that does not exist. A whole day gives its start.
     std::optional<Instant> instant(const Calendar& calendar) const;
 
     /// "2026-11-22 17:00", for a whole day "2026-11-22".
     std::string text() const;
 
-    bool operator==(const DateParts&) const = default;
+    auto operator<=>(const DateParts&) const = default; ///< A whole day comes behind its first minute.
 };
 
 } // namespace quorvell

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Catches requests weighed as something else than they are.
-#include "Understanding/RequestEvidence.h"
+#include "Understanding/requests/RequestEvidence.h"
 
-#include "Understanding/RequestWords.h"
+#include "Understanding/words/RequestWords.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What somebody says, and what a tool answers, each taken for anything: the rules always have a next step, and call no
 // tool that the session did not offer.
-#include "LiveService/rules/RequestRules.h"
+#include "Understanding/requests/RequestRules.h"
 #include "fuzzing.h"
 
 #include <chrono>
@@ -14,9 +14,9 @@ using namespace quorvell;
 RuleSurroundings surroundings()
 {
     const std::chrono::sys_days day = std::chrono::year(2026) / 11 / 21;
-    return {{"set_reminder", "keep_note", "find_in_notebook", "read_note", "remember_about_them", "whats_on",
-                "find_free_time", "add_event", "change_event"},
-        day + std::chrono::hours(12), *Calendar::create("Europe/Berlin", "en_US")};
+    return {{day + std::chrono::hours(12), *Calendar::create("Europe/Berlin", "en_US")},
+        {"set_reminder", "keep_note", "find_in_notebook", "read_note", "remember_about_them", "whats_on",
+            "find_free_time", "add_event", "change_event"}};
 }
 
 RuleStep checked(RuleStep step, const RuleSurroundings& around)

@@ -1,2 +1,2 @@
 # SPDX-License-Identifier: MIT
-quorvell_fuzz(requestWords USES understanding)
+quorvell_fuzz(requestWords USES understanding_requests)

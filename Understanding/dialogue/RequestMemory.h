@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+// What one conversation keeps in mind between two utterances. Values: copied to the worker that thinks, and back.
+#pragma once
+
+#include "Understanding/dialogue/FoundThing.h"
+#include "Understanding/dialogue/PendingQuestion.h"
+#include "Understanding/dialogue/Wish.h"
+#include "Understanding/time/SpokenDays.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorvell {
+
+struct RequestMemory {
+    /// What is to be done with the notes that a search under way finds.
+    enum class SearchPurpose { tell, read, readNewest, listNotes };
+    /// What was last asked of the calendar, where a further day may be asked about.
+    enum class CalendarQuestion { none, events, freeTime };
+
+    static constexpr std::size_t mostTold = 5; ///< Things of a list; more nobody keeps in mind.
+
+    PendingQuestion pending{};
+    std::string_view topic{}; ///< The skill of what was last set, kept, changed or asked for: "it". A literal.
+    std::string request{}; ///< The user's own words for the reminder under way, over all its turns.
+    std::vector<FoundThing> found{}; ///< What was last told as a list: "the second one" is one of them.
+    SearchPurpose purpose = SearchPurpose::tell;
+    FoundThing reminder{}; ///< The one last talked about; without an id there is none.
+    FoundThing event{}; ///< The same of events.
+    CalendarQuestion asked = CalendarQuestion::none;
+    int freeMinutes = 0; ///< How long the free time was to be that was last asked for.
+    Wish wish{};
+    std::optional<SpokenDays> days{}; ///< What a list under way is of; nothing for everything.
+    std::string lastReply{}; ///< For "say that again".
+
+    /// "tomorrow"; empty for everything.
+    std::string daysInWords() const { return days ? days->words : std::string(); }
+    /// Whether a list under way tells of that thing.
+    bool tellsOf(const FoundThing& thing) const { return !days || (thing.start && days->hold(*thing.start)); }
+
+    /// "It" is a matter of that skill from now on.
+    void talkOf(std::string_view skill)
+    {
+        topic = skill;
+        asked = CalendarQuestion::none;
+    }
+
+    bool operator==(const RequestMemory&) const = default;
+};
+
+} // namespace quorvell

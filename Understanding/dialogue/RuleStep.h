@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+// What the rules make of an utterance or of a tool's result: a tool to carry out or a text to say, and what to keep in
+// mind from then on.
+#pragma once
+
+#include "Understanding/dialogue/RequestMemory.h"
+#include "Understanding/dialogue/ToolRequest.h"
+
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace quorvell {
+
+struct RuleStep {
+    std::variant<ToolRequest, std::string> answer;
+    RequestMemory memory;
+
+    /// Asks the user back.
+    static RuleStep asking(PendingQuestion question, RequestMemory memory)
+    {
+        std::string text = question.question;
+        memory.pending = std::move(question);
+        return {std::move(text), std::move(memory)};
+    }
+
+    bool operator==(const RuleStep&) const = default;
+};
+
+} // namespace quorvell

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+// One matter that can be asked about: everything that the conversation has to know of it.
+#pragma once
+
+#include "QuorvellCore/live/tools/ToolResult.h"
+#include "Understanding/dialogue/CueWeights.h"
+#include "Understanding/dialogue/RequestKind.h"
+#include "Understanding/dialogue/ToolRequest.h"
+#include "Understanding/dialogue/TrailingWish.h"
+#include "Understanding/words/CueWords.h"
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// A row of functions and tables, without state; what a skill has nothing to say to stays empty. Those that give an
+/// optional give nothing where they do not apply.
+struct Skill {
+    using Step = std::optional<RuleStep>;
+
+    std::string_view name{};
+    std::span<const std::string_view> tools{}; ///< Whose results it takes.
+    std::span<const CueWords> (*cues)() = nullptr;
+    std::span<const CueWeights> weights{}; ///< Of its cues, and of the common ones for its kinds.
+    std::span<const RequestKind> kinds{}; ///< Where the evidence for two is the same, the earlier is tried first.
+    std::span<const TrailingWish> trailingWishes{};
+
+    /// What can be done with the tools that are offered, behind "I can"; empty for nothing.
+    std::string (*ability)(const RuleSurroundings& around) = nullptr;
+    std::string_view example{}; ///< A request, where its first tool is offered.
+
+    /// An utterance as it was said, opening and closing words too, that is no answer to any question.
+    std::optional<Request> (*readSaid)(const std::string& words, const RuleSurroundings& around) = nullptr;
+    /// A whole utterance that can be nothing else, read before anything is weighed.
+    std::optional<Request> (*readPlain)(const std::string& core, const RuleSurroundings& around) = nullptr;
+    /// One that asks for nothing by itself, read when nothing else was understood.
+    std::optional<Request> (*readStatement)(const std::string& core, const RuleSurroundings& around) = nullptr;
+    /// Another time for a thing that was named before and cannot stay as it is: "remind me on tuesday at 9 am instead".
+    std::optional<Request> (*readElsewhere)(const std::string& thing, const RequestReading& reading,
+        const std::string& words, const RuleSurroundings& around) = nullptr;
+
+    /// What follows from a result of one of its tools.
+    RuleStep (*takeResult)(const ToolRequest& call, const ToolResult& result, RequestMemory memory,
+        const RuleSurroundings& around) = nullptr;
+
+    // Of what was last talked about, where that is a matter of this skill:
+    /// "Cancel that."
+    Step (*undo)(RequestMemory memory, const RuleSurroundings& around) = nullptr;
+    /// "Also buy milk."
+    Step (*addAnother)(const std::string& words, RequestMemory memory, const RuleSurroundings& around) = nullptr;
+    /// "No, tomorrow", "half an hour later": another time, or a further day.
+    Step (*retime)(const Wish& wish, RequestMemory memory, const RuleSurroundings& around) = nullptr;
+
+    // With a thing of its own from the list that was told:
+    RuleStep (*changeListed)(
+        const Wish& wish, const FoundThing& thing, RequestMemory memory, const RuleSurroundings& around) = nullptr;
+    /// "The second one."
+    RuleStep (*pointAt)(const FoundThing& thing, RequestMemory memory, const RuleSurroundings& around) = nullptr;
+};
+
+} // namespace quorvell

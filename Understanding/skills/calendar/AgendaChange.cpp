@@ -1,0 +1,270 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/calendar/AgendaChange.h"
+
+#include "Understanding/dialogue/Pointing.h"
+#include "Understanding/dialogue/SeriesWords.h"
+#include "Understanding/skills/calendar/AgendaCalls.h"
+#include "Understanding/skills/calendar/AgendaReply.h"
+#include "Understanding/skills/reminders/ReminderChange.h"
+#include "Understanding/skills/reminders/ReminderIntent.h"
+#include "Understanding/skills/reminders/ReminderRules.h"
+#include "Understanding/time/SpokenMove.h"
+#include "Understanding/time/SpokenPhrase.h"
+#include "Understanding/time/SpokenWhen.h"
+#include "Understanding/time/TimeChoicePicker.h"
+#include "Understanding/time/TimeWords.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Step = std::optional<RuleStep>;
+
+constexpr const char* notFound = "I found nothing like that in your calendar.";
+
+DateParts now(const RuleSurroundings& around)
+{
+    return DateParts::from(around.now, around.calendar);
+}
+
+RuleStep tellNext(RequestMemory memory, const RuleSurroundings& around)
+{
+    const Wish wish = std::exchange(memory.wish, {});
+    if (!wish.title.empty())
+        memory.found = Pointing::named(memory.found, wish.title);
+    std::erase_if(memory.found, [&](const FoundThing& event) {
+        return !event.start || *event.start < now(around) || (wish.after && *event.start <= *wish.after);
+    });
+    // What is asked for "after that" is behind this one. A time alone is no wish to move it: the topic stays.
+    if (!memory.found.empty())
+        memory.event = memory.found.front();
+    std::string reply = wish.title.empty() || !memory.found.empty() ? AgendaReply::next(memory.found) : notFound;
+    return {std::move(reply), std::move(memory)};
+}
+
+/// People say "move the dentist" of a reminder, too.
+RuleStep changeReminderInstead(RequestMemory memory, const RuleSurroundings& around)
+{
+    Wish wish = std::exchange(memory.wish, {});
+    wish.title = ReminderChange::taskNamed(wish.title);
+    if (!around.offers("set_reminder") || wish.title.empty() || wish.minutes < 0)
+        return {notFound, std::move(memory)};
+    return ReminderRules::carryOut(wish, std::move(memory), around);
+}
+
+bool isNoEvent(const FoundThing& thing)
+{
+    return thing.skill != AgendaCalls::skill;
+}
+
+/// As it was added, and not one of its times.
+bool isWholeSeries(const FoundThing& event)
+{
+    return event.repeats && event.id.find('#') == std::string::npos;
+}
+
+/// Times of one series are told with the same id but for what follows "#". The next one stands for all.
+void keepNextOfSeries(std::vector<FoundThing>& events, const RuleSurroundings& around)
+{
+    const auto series = [](const FoundThing& event) { return event.id.substr(0, event.id.find('#')); };
+    const bool isOne = std::ranges::all_of(
+        events, [&](const FoundThing& event) { return event.repeats && series(event) == series(events.front()); });
+    const auto next = std::ranges::find_if(
+        events, [&](const FoundThing& event) { return event.start && *event.start >= now(around); });
+    if (isOne && events.size() > 1)
+        events = {next != events.end() ? *next : events.back()};
+}
+
+RuleStep askWhichEvent(RequestMemory memory)
+{
+    constexpr std::size_t mostNamed = 3;
+    std::string question = "There are several: ";
+    for (std::size_t index = 0; index < std::min(memory.found.size(), mostNamed); ++index)
+        question += (index > 0 ? "; " : "") + AgendaReply::named(memory.found[index]);
+    return RuleStep::asking(
+        {.kind = &AgendaChange::whichEvent, .question = question + ". Which one do you mean?"}, std::move(memory));
+}
+
+/// Where the event goes; nothing where that cannot be told.
+SpokenMove newStart(const FoundThing& event, const Wish& wish, const RuleSurroundings& around)
+{
+    if (!event.start)
+        return {};
+    if (!wish.when.empty())
+        return SpokenMove::read(wish.when, *event.start, SpokenMove::FarHour::isUsual, around);
+    return event.start->allDay ? SpokenMove() : SpokenMove{{event.start->adding(wish.minutes)}};
+}
+
+/// With the only event that was found, or the one of them that is meant.
+RuleStep carryOutFound(RequestMemory memory, const RuleSurroundings& around)
+{
+    if (memory.found.size() > 1)
+        return askWhichEvent(std::move(memory));
+    const FoundThing event = memory.found.front();
+    return AgendaChange::carryOut(event, std::move(memory), around);
+}
+
+/// "It" is what was told, if that was a list, or what was talked about. Nothing where there is no such thing.
+std::optional<RuleStep> changeIt(RequestMemory memory, const RuleSurroundings& around)
+{
+    if (memory.asked == RequestMemory::CalendarQuestion::events) {
+        std::erase_if(memory.found, isNoEvent);
+        return memory.found.empty() ? std::nullopt : std::optional(carryOutFound(std::move(memory), around));
+    }
+    if (memory.event.id.empty())
+        return std::nullopt;
+    const FoundThing event = memory.event;
+    if (!isWholeSeries(event) || memory.wish.scope != Wish::Scope::one)
+        return AgendaChange::carryOut(event, std::move(memory), around);
+    // Which of its times is next, the calendar knows.
+    memory.wish.title = event.title;
+    return RuleStep{AgendaCalls{around}.whatsOn(SpokenDays::ahead(around)), std::move(memory)};
+}
+
+/// As long after the new start as it was after the old one.
+std::optional<DateParts> newEnd(const FoundThing& event, const DateParts& start, const RuleSurroundings& around)
+{
+    const auto instantOf = [&](const std::optional<DateParts>& parts) {
+        return parts && !parts->allDay ? parts->instant(around.calendar) : std::nullopt;
+    };
+    const auto from = instantOf(event.start);
+    const auto to = instantOf(event.end);
+    if (!from || !to || *to <= *from || start.allDay)
+        return std::nullopt;
+    return start.adding(std::chrono::duration_cast<std::chrono::minutes>(*to - *from).count());
+}
+
+RuleStep askWhichStart(const FoundThing& event, const std::vector<DateParts>& starts, RequestMemory memory)
+{
+    PendingQuestion asked{.kind = &AgendaChange::whichStart, .question = "Do you mean "};
+    for (const DateParts& start : starts) {
+        asked.question += (asked.choices.empty() ? "" : ", or ") + SpokenWhen::date(start);
+        asked.choices.push_back({start, SpokenWhen::date(start)});
+    }
+    asked.question += "?";
+    memory.found = {event};
+    return RuleStep::asking(std::move(asked), std::move(memory));
+}
+
+RuleStep moveTo(const FoundThing& event, const DateParts& start, RequestMemory memory, const RuleSurroundings& around)
+{
+    const auto end = newEnd(event, start, around);
+    return {AgendaCalls{around}.move(event.id, start, end, memory.wish.scope), std::move(memory)};
+}
+
+Step takeNewTime(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    const auto found = TimeWords::atEnd(ReminderIntent::timeAnswer(core), around);
+    if (!found || !found->rest.empty())
+        return std::nullopt;
+    memory.wish = {.kind = Wish::Kind::move, .title = asked.task, .when = found->time};
+    return RuleStep{AgendaCalls{around}.whatsOn(SpokenDays::ahead(around)), std::move(memory)};
+}
+
+Step takeEvent(const std::string& core, const PendingQuestion&, RequestMemory memory, const RuleSurroundings& around)
+{
+    const auto event = Pointing::at(memory.found, core, around);
+    return event ? Step(AgendaChange::carryOut(*event, std::move(memory), around)) : std::nullopt;
+}
+
+Step takeOccurrences(
+    const std::string& core, const PendingQuestion&, RequestMemory memory, const RuleSurroundings& around)
+{
+    memory.wish.scope = SeriesWords::answer(core);
+    if (memory.wish.scope == Wish::Scope::open || memory.found.empty())
+        return std::nullopt;
+    const FoundThing event = memory.found.front();
+    return AgendaChange::carryOut(event, std::move(memory), around);
+}
+
+Step takeStart(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    const auto start = TimeChoicePicker::pick(SpokenPhrase::withDigits(core), asked.choices);
+    if (!start || memory.found.empty())
+        return std::nullopt;
+    const FoundThing event = memory.found.front();
+    return moveTo(event, *start, std::move(memory), around);
+}
+
+} // namespace
+
+const QuestionKind AgendaChange::newTime{takeNewTime};
+const QuestionKind AgendaChange::whichEvent{takeEvent};
+const QuestionKind AgendaChange::occurrences{takeOccurrences};
+const QuestionKind AgendaChange::whichStart{takeStart};
+
+std::optional<RuleStep> AgendaChange::afterList(
+    std::vector<FoundThing> listed, RequestMemory memory, const RuleSurroundings& around)
+{
+    memory.found = std::move(listed);
+    if (memory.wish.kind == Wish::Kind::none)
+        return std::nullopt;
+    std::erase_if(memory.found, isNoEvent);
+    if (memory.wish.kind == Wish::Kind::tellNext)
+        return tellNext(std::move(memory), around);
+    memory.found = Pointing::named(memory.found, memory.wish.title);
+    if (memory.found.empty())
+        return changeReminderInstead(std::move(memory), around);
+    keepNextOfSeries(memory.found, around);
+    return carryOutFound(std::move(memory), around);
+}
+
+RuleStep AgendaChange::carryOut(const FoundThing& event, RequestMemory memory, const RuleSurroundings& around)
+{
+    const AgendaCalls calls{around};
+    const Wish wish = memory.wish;
+    if (event.repeats && wish.scope == Wish::Scope::open && !isWholeSeries(event)) {
+        memory.found = {event};
+        const std::string when = event.start ? SpokenWhen::on(SpokenWhen::date(event.start->wholeDay())) : "";
+        return RuleStep::asking({.kind = &AgendaChange::occurrences,
+                                    .question = event.title + " repeats. Only the one " + when + ", or every time?"},
+            std::move(memory));
+    }
+    if (wish.kind == Wish::Kind::cancel)
+        return {calls.cancel(event.id, wish.scope), std::move(memory)};
+    const SpokenMove to = newStart(event, wish, around);
+    if (to.choices.empty())
+        return {"Sorry, I could not understand the new time.", std::move(memory)};
+    if (to.choices.size() > 1)
+        return askWhichStart(event, to.choices, std::move(memory));
+    return moveTo(event, to.choices.front(), std::move(memory), around);
+}
+
+/// Moves or cancels what is named, or what was talked about.
+RuleStep AgendaChange::make(const AgendaIntent& intent, RequestMemory memory, const RuleSurroundings& around)
+{
+    const AgendaCalls calls{around};
+    const bool isMove = intent.kind == AgendaIntent::Kind::move;
+    if (isMove && intent.when.empty() && intent.minutes == 0)
+        return RuleStep::asking(
+            {.kind = &AgendaChange::newTime, .question = "When should it be instead?", .task = intent.title},
+            std::move(memory));
+    memory.wish = wishIn(intent, memory);
+    if (auto refusal = calls.refusal())
+        return {*std::move(refusal), std::move(memory)};
+    if (intent.title.empty()) {
+        if (auto step = changeIt(memory, around))
+            return *std::move(step);
+    }
+    return {calls.whatsOn(intent.days.value_or(SpokenDays::ahead(around))), std::move(memory)};
+}
+
+Wish AgendaChange::wishIn(const AgendaIntent& intent, const RequestMemory& memory)
+{
+    const bool isTold = intent.kind == AgendaIntent::Kind::next;
+    return {.kind = isTold                            ? Wish::Kind::tellNext
+            : intent.kind == AgendaIntent::Kind::move ? Wish::Kind::move
+                                                      : Wish::Kind::cancel,
+        .title = intent.title,
+        .when = intent.when,
+        .minutes = isTold ? 0 : intent.minutes,
+        .scope = intent.scope,
+        .after = isTold && intent.isFurther ? memory.event.start : std::nullopt};
+}
+
+} // namespace quorvell

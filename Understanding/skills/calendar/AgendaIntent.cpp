@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/calendar/AgendaIntent.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/dialogue/SeriesWords.h"
+#include "Understanding/skills/calendar/AgendaCues.h"
+#include "Understanding/time/SpokenLength.h"
+#include "Understanding/time/SpokenMoment.h"
+#include "Understanding/time/SpokenPhrase.h"
+#include "Understanding/time/SpokenRepeat.h"
+#include "Understanding/time/TimeVocabulary.h"
+#include "Understanding/time/TimeWords.h"
+#include "Understanding/words/CommonCues.h"
+#include "Understanding/words/RequestText.h"
+
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Kind = AgendaIntent::Kind;
+
+constexpr auto caseless = Pattern::Case::insensitive;
+constexpr int usualMinutes = 60;
+
+/// "from 2 to 4 pm": becomes "at 2 pm", and the end apart.
+std::string takeEnd(std::string& words)
+{
+    static const std::string clock =
+        "((?:half past |quarter (?:past|to) )?(?:\\d{1,2}(?::\\d{2})?|one|two|three|four|five|six"
+        "|seven|eight|nine|ten|eleven|twelve))(?: ?([ap]\\.?m\\.?))?";
+    static const Pattern span("\\bfrom " + clock + " (?:to|till|until) " + clock, caseless);
+    const auto match = span.find(words);
+    if (!match)
+        return {};
+    const std::string half = match->texts[1].empty() ? match->texts[3] : match->texts[1];
+    const std::string end = "at " + match->texts[2] + (match->texts[3].empty() ? "" : " " + match->texts[3]);
+    words = words.substr(0, match->range.start) + "at " + match->texts[0] + (half.empty() ? "" : " " + half)
+        + words.substr(match->range.end);
+    return end;
+}
+
+/// The time of `end` on the day of `start`; nothing when it would not lie behind it.
+std::optional<DateParts> endOn(const DateParts& start, const std::string& endWords, const RuleSurroundings& around)
+{
+    const auto end = SpokenMoment::read(endWords, around);
+    if (!end || end->date.allDay)
+        return std::nullopt;
+    DateParts date = start;
+    date.hour = end->date.hour;
+    date.minute = end->date.minute;
+    return date > start ? std::optional(date) : std::nullopt;
+}
+
+std::string titleFrom(const std::string& words)
+{
+    static const Pattern edges("^(?:(?:an?|the|my|for|called|named|about|with the title|(?:i|we)(?:['’]ve| have)(?: "
+                               "got| been (?:invited|asked) to)?|there['’]?s|there is|been (?:invited|asked) to"
+                               "|that|this|it)\\s+)+|\\s+(?:for|on|at|in|from|of)$",
+        caseless);
+    return withUpperCaseFirst(trimmed(edges.replaceAll(trimmed(words, ",.:;\"“”"), ""), ",.:; "));
+}
+
+AgendaIntent eventIn(std::string words, const RuleSurroundings& around)
+{
+    AgendaIntent intent{.kind = Kind::add};
+    words = SpokenPhrase::withDigits(words);
+    static const Pattern lasting(
+        "\\b(?:for|lasting)\\s+(?=(?:an?|one|half|\\d+|three)\\b.*\\b(?:hours?|minutes?)\\b)", caseless);
+    if (lasting.find(words)) {
+        if (const auto length = SpokenLength::read(words)) {
+            intent.minutes = length->minutes;
+            words = length->rest;
+        }
+    }
+    const auto repeat = SpokenRepeat::read(words);
+    if (repeat) {
+        intent.repeat = repeat->stored;
+        intent.isRepeatUnknown = repeat->stored.empty();
+        words = repeat->rest;
+    }
+    const std::string endWords = takeEnd(words);
+    const auto moment = SpokenMoment::read(words, around);
+    if (moment) {
+        intent.start = moment->date;
+        intent.repeat = repeat ? repeat->stored : moment->repeat;
+        intent.end = endWords.empty() ? std::nullopt : endOn(moment->date, endWords, around);
+    }
+    intent.title = titleFrom(moment ? moment->rest : words);
+    return intent;
+}
+
+/// What names an event: "my lunch with Ana on friday". Its day, if one is named, says where to look, and that of a
+/// series this one is meant.
+AgendaIntent target(Kind kind, const SeriesWords& words, const RuleSurroundings& around)
+{
+    static const Pattern ends(
+        "^(?:(?:my|the|our|that|this|an?|do|have|time of|start of|starting)\\s+)+|\\s+(?:event|appointment|meeting)$"
+        "|\\s*\\b(?:from|in|on) (?:my|the) (?:calendar|agenda|diary|schedule)$",
+        caseless);
+    static const Pattern day("\\b(?:on|of|from|for)?\\s*((?:today|tomorrow|tonight|(?:this |next )?"
+            + std::string(TimeVocabulary::weekday)
+            + "|this week|next week)(?:'s|’s)?(?: (?:morning|afternoon|evening))?)\\b",
+        caseless);
+    AgendaIntent intent{.kind = kind, .days = SpokenDays::ahead(around), .scope = words.scope};
+    std::string name = ends.replaceAll(trimmed(words.rest), "");
+    if (const auto match = day.find(name)) {
+        static const Pattern possessive("['’]s\\b");
+        if (auto days = SpokenDays::read(possessive.replaceAll(match->texts[0], ""), around)) {
+            intent.days = std::move(days);
+            if (intent.scope == Wish::Scope::open)
+                intent.scope = Wish::Scope::one;
+            name = trimmed(name.substr(0, match->range.start) + name.substr(match->range.end));
+        }
+    }
+    static const Pattern pronoun("^(?:it|that|this|them)(?: one)?$", caseless);
+    intent.title = trimmed(pronoun.replaceAll(trimmed(ends.replaceAll(name, "")), ""));
+    return intent;
+}
+
+/// The event that is to be changed. "My next yoga" is one of its times; all of a day's are no series.
+AgendaIntent changed(Kind kind, const SeriesWords& words, const RequestReading& reading, const RuleSurroundings& around)
+{
+    AgendaIntent intent = target(kind, words, around);
+    if (intent.scope == Wish::Scope::open && (reading.has(AgendaCues::next) || reading.has(AgendaCues::once)))
+        intent.scope = Wish::Scope::one;
+    else if (intent.scope == Wish::Scope::open && reading.has(CommonCues::all))
+        intent.scope = Wish::Scope::all;
+    return intent;
+}
+
+/// "I can't do lunch on friday": where it goes instead has to be asked for.
+std::optional<AgendaIntent> unsuited(const RequestReading& reading, const RuleSurroundings& around)
+{
+    const auto time = TimeWords::atEnd(reading.content, around);
+    AgendaIntent intent = target(Kind::move, {.rest = time ? time->rest : reading.content}, around);
+    const bool hasTime = time || intent.days != SpokenDays::ahead(around);
+    return !intent.title.empty() && (hasTime || reading.has(AgendaCues::occasion)) ? std::optional(intent)
+                                                                                   : std::nullopt;
+}
+
+} // namespace
+
+std::optional<AgendaIntent> AgendaIntent::listing(const RequestReading& reading, const RuleSurroundings& around)
+{
+    std::string others;
+    auto days = SpokenDays::find(reading.content, around, others);
+    if (!RequestText::isIdle(others))
+        return std::nullopt;
+    if (!days)
+        days = SpokenDays::read("today", around);
+    return AgendaIntent{.kind = Kind::list, .days = std::move(days)};
+}
+
+std::optional<AgendaIntent> AgendaIntent::following(const RequestReading& reading, const RuleSurroundings& around)
+{
+    std::string others;
+    const auto days = SpokenDays::find(reading.content, around, others);
+    AgendaIntent intent{.kind = Kind::next, .days = days.value_or(SpokenDays::ahead(around))};
+    intent.isFurther = reading.has(AgendaCues::further);
+    if (RequestText::isIdle(others))
+        return intent;
+    // "When is lunch with Ana?"
+    if (!reading.has(CommonCues::when) && !reading.has(AgendaCues::next))
+        return std::nullopt;
+    intent.title = target(Kind::next, {.rest = others}, around).title;
+    return intent;
+}
+
+/// A part of a day that is free counts when most of it is.
+std::optional<AgendaIntent> AgendaIntent::findingTime(const RequestReading& reading, const RuleSurroundings& around)
+{
+    static const Pattern part("^(?:whole |entire |full )?(morning|afternoon|evening|day)s?\\b", caseless);
+    constexpr int mostOfAPart = 3 * usualMinutes;
+    constexpr int mostOfADay = 8 * usualMinutes;
+    AgendaIntent intent{.kind = Kind::findTime, .minutes = usualMinutes};
+    std::string words = reading.content;
+    const auto wholePart = part.find(words);
+    if (wholePart)
+        words = trimmed(words.substr(wholePart->range.end));
+    const bool isDay = wholePart && wholePart->texts[0] == "day";
+    if (wholePart) {
+        intent.minutes = isDay ? mostOfADay : mostOfAPart;
+    } else if (const auto length = SpokenLength::read(words)) {
+        intent.minutes = length->minutes;
+        words = length->rest;
+    }
+    std::string others;
+    auto days = SpokenDays::find(words, around, others);
+    if (wholePart && days && !isDay && days->from == days->to)
+        days = SpokenDays::read(days->words + " " + wholePart->texts[0], around).value_or(*days);
+    static const Pattern purpose("\\b(?:for|to|see|meet|visit|go|do) \\S.*$", caseless);
+    // "When could I see Ben for an hour?"
+    const bool hasPurpose = reading.has(CommonCues::when) && SpokenLength::read(reading.content);
+    if (!hasPurpose && !RequestText::isIdle(purpose.replaceAll(others, "")))
+        return std::nullopt;
+    intent.days = days;
+    return intent;
+}
+
+std::optional<AgendaIntent> AgendaIntent::adding(const RequestReading& reading, const RuleSurroundings& around)
+{
+    auto intent = eventIn(reading.content, around);
+    intent.isUnasked = reading.has(AgendaCues::own) && !reading.has(AgendaCues::calendar);
+    const bool isSaid = reading.has(AgendaCues::calendar) || reading.has(AgendaCues::event);
+    const bool isLikely =
+        reading.has(AgendaCues::occasion) || reading.has(AgendaCues::schedule) || reading.has(CommonCues::enter);
+    if (intent.isUnasked && (!around.offers("add_event") || !intent.hasTime() || intent.title.empty()))
+        return std::nullopt;
+    if (isSaid || intent.isUnasked || (isLikely && intent.hasTime())
+        || (reading.has(AgendaCues::occasion) && intent.start))
+        return intent;
+    return std::nullopt;
+}
+
+std::optional<AgendaIntent> AgendaIntent::moving(const RequestReading& reading, const RuleSurroundings& around)
+{
+    if (reading.has(AgendaCues::unable))
+        return unsuited(reading, around);
+    SeriesWords words = SeriesWords::read(reading.content);
+    const auto found = TimeWords::atEnd(words.rest, around);
+    if (!found) {
+        const bool isEvent =
+            reading.has(AgendaCues::occasion) || reading.has(AgendaCues::calendar) || reading.has(AgendaCues::event);
+        return isEvent ? std::optional(changed(Kind::move, words, reading, around)) : std::nullopt;
+    }
+    words.rest = found->rest;
+    AgendaIntent intent = changed(Kind::move, words, reading, around);
+    constexpr int minutesOfDay = 24 * 60;
+    const auto length = SpokenLength::read(found->time);
+    const auto days = TimeWords::daysIn(found->time);
+    const int minutes = days ? *days * minutesOfDay : length && length->rest.empty() ? length->minutes : 0;
+    intent.minutes = reading.has(AgendaCues::earlier) ? -minutes : minutes;
+    intent.when = minutes > 0 ? std::string() : found->time;
+    return intent;
+}
+
+std::optional<AgendaIntent> AgendaIntent::cancelling(const RequestReading& reading, const RuleSurroundings& around)
+{
+    static const Pattern other("^(?:everything|all|my|the)$", caseless);
+    AgendaIntent intent = changed(Kind::cancel, SeriesWords::read(reading.content), reading, around);
+    if (other.find(intent.title)
+        || (intent.title.empty() && !reading.has(CommonCues::pronoun) && !reading.has(AgendaCues::event)))
+        return std::nullopt;
+    return intent;
+}
+
+} // namespace quorvell

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// The wording of the calendar tools' results.
+#pragma once
+
+#include "QuorvellCore/text/Json.h"
+#include "Understanding/dialogue/RequestMemory.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorvell {
+
+struct AgendaReply {
+    /// "Lunch with Ana, on Friday the 27th of November at 1 PM".
+    static std::string named(const FoundThing& thing);
+    /// What comes first of `events`, which are in order.
+    static std::string next(const std::vector<FoundThing>& events);
+    /// `tool` is "whats_on", "find_free_time", "add_event" or "change_event".
+    static std::string reply(std::string_view tool, const Json& result, const RequestMemory& memory);
+};
+
+} // namespace quorvell

@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/calendar/AgendaRules.h"
+
+#include "QuorvellCore/reminders/ReminderRepeat.h"
+#include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/skills/calendar/AgendaCalls.h"
+#include "Understanding/skills/calendar/AgendaChange.h"
+#include "Understanding/skills/reminders/ReminderIntent.h"
+#include "Understanding/time/SpokenLength.h"
+#include "Understanding/time/SpokenMoment.h"
+#include "Understanding/time/SpokenMove.h"
+
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Step = std::optional<RuleStep>;
+
+constexpr const char* repeatUnknown =
+    "I can repeat an event every day, every weekday, on days of every week, every month or every year, and in no other "
+    "way. Please say it in one of these ways.";
+
+/// What comes every day or week hardly takes all of it.
+bool lacksTime(const AgendaIntent& intent)
+{
+    const auto repeat = ReminderRepeat::fromStored(intent.repeat);
+    return repeat && repeat->kind != ReminderRepeat::Kind::monthly && repeat->kind != ReminderRepeat::Kind::yearly
+        && !intent.hasTime();
+}
+
+RuleStep add(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls& calls)
+{
+    if (intent.isRepeatUnknown)
+        return {repeatUnknown, std::move(memory)};
+    if (intent.title.empty())
+        return RuleStep::asking({.kind = &AgendaRules::title,
+                                    .question = "What should I put into your calendar?",
+                                    .date = intent.start,
+                                    .repeat = intent.repeat},
+            std::move(memory));
+    if (!intent.start || lacksTime(intent))
+        return RuleStep::asking({.kind = &AgendaRules::when,
+                                    .question = intent.repeat.empty() ? "When is it?" : "At what time is it?",
+                                    .task = intent.title,
+                                    .date = intent.start,
+                                    .repeat = intent.repeat},
+            std::move(memory));
+    auto answer = calls.add(intent);
+    const auto* request = std::get_if<ToolRequest>(&answer);
+    if (!intent.isUnasked || !request)
+        return {std::move(answer), std::move(memory)};
+    return RuleStep::asking({.kind = &ToolResults::confirmation,
+                                .question = "Should I put that into your calendar?",
+                                .tool = request->name,
+                                .arguments = request->arguments},
+        std::move(memory));
+}
+
+RuleStep list(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls& calls)
+{
+    memory.talkOf(AgendaCalls::skill);
+    memory.asked = RequestMemory::CalendarQuestion::events;
+    return {calls.whatsOn(intent.days.value_or(SpokenDays())), std::move(memory)};
+}
+
+RuleStep findTime(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls& calls)
+{
+    memory.talkOf(AgendaCalls::skill);
+    memory.asked = RequestMemory::CalendarQuestion::freeTime;
+    memory.freeMinutes = intent.minutes;
+    return {calls.findFreeTime(intent.minutes, intent.days), std::move(memory)};
+}
+
+/// "And on friday?", after the calendar was asked about another day.
+std::optional<AgendaIntent> further(const Wish& wish, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    if (memory.asked == RequestMemory::CalendarQuestion::none)
+        return std::nullopt;
+    auto days = SpokenDays::read(wish.when, around);
+    if (!days)
+        return std::nullopt;
+    const bool isFree = memory.asked == RequestMemory::CalendarQuestion::freeTime;
+    return AgendaIntent{.kind = isFree ? AgendaIntent::Kind::findTime : AgendaIntent::Kind::list,
+        .days = std::move(days),
+        .minutes = memory.freeMinutes};
+}
+
+AgendaIntent moving(const Wish& wish)
+{
+    const auto length = SpokenLength::read(wish.when);
+    return {.kind = AgendaIntent::Kind::move,
+        .minutes = length ? length->minutes : wish.minutes,
+        .scope = wish.scope,
+        .when = length ? std::string() : wish.when};
+}
+
+Step takeWhen(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    const std::string words = ReminderIntent::timeAnswer(core);
+    const auto moment = SpokenMoment::read(words, around);
+    const auto to = asked.date ? SpokenMove::read(words, *asked.date, SpokenMove::FarHour::isUsual, around)
+                               : SpokenMove{moment ? std::vector{moment->date} : std::vector<DateParts>()};
+    if (to.choices.size() != 1)
+        return std::nullopt;
+    return RuleStep{AgendaCalls{around}.add({.title = asked.task, .start = to.choices.front(), .repeat = asked.repeat}),
+        std::move(memory)};
+}
+
+Step takeTitle(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    return AgendaRules::answer({.kind = AgendaIntent::Kind::add,
+                                   .title = ReminderIntent::taskAnswer(core),
+                                   .start = asked.date,
+                                   .repeat = asked.repeat},
+        std::move(memory), around);
+}
+
+} // namespace
+
+const QuestionKind AgendaRules::when{takeWhen};
+const QuestionKind AgendaRules::title{takeTitle};
+
+Request AgendaRules::request(AgendaIntent intent)
+{
+    const bool isMove = intent.kind == AgendaIntent::Kind::move;
+    Request request{.answer = [intent](RequestMemory memory, const RuleSurroundings& around) {
+        return answer(intent, std::move(memory), around);
+    }};
+    if (isMove || intent.kind == AgendaIntent::Kind::cancel)
+        request.wish = AgendaChange::wishIn(intent, {});
+    if (isMove && intent.title.empty())
+        request.about = [intent](const std::string& thing) {
+            AgendaIntent named = intent;
+            named.title = thing;
+            return AgendaRules::request(named);
+        };
+    return request;
+}
+
+RuleStep AgendaRules::answer(const AgendaIntent& intent, RequestMemory memory, const RuleSurroundings& around)
+{
+    const AgendaCalls calls{around};
+    memory.wish = {};
+    memory.days = intent.days;
+    switch (intent.kind) {
+    case AgendaIntent::Kind::list:
+        return list(intent, std::move(memory), calls);
+    case AgendaIntent::Kind::next:
+        memory.wish = AgendaChange::wishIn(intent, memory);
+        return {calls.whatsOn(intent.days.value_or(SpokenDays::ahead(around))), std::move(memory)};
+    case AgendaIntent::Kind::findTime:
+        return findTime(intent, std::move(memory), calls);
+    case AgendaIntent::Kind::add:
+        return add(intent, std::move(memory), calls);
+    case AgendaIntent::Kind::move:
+    case AgendaIntent::Kind::cancel:
+        break;
+    }
+    return AgendaChange::make(intent, std::move(memory), around);
+}
+
+std::optional<RuleStep> AgendaRules::retime(const Wish& wish, RequestMemory memory, const RuleSurroundings& around)
+{
+    if (const auto asking = further(wish, memory, around))
+        return answer(*asking, std::move(memory), around);
+    if (memory.asked != RequestMemory::CalendarQuestion::none || memory.event.id.empty())
+        return std::nullopt;
+    return answer(moving(wish), std::move(memory), around);
+}
+
+RuleStep AgendaRules::changeListed(
+    const Wish& wish, const FoundThing& event, RequestMemory memory, const RuleSurroundings& around)
+{
+    talkAbout(event, memory);
+    AgendaIntent intent{.kind = AgendaIntent::Kind::cancel, .scope = wish.scope};
+    if (wish.kind == Wish::Kind::move) {
+        intent = moving(wish);
+        // The time is asked for, and the answer needs a name.
+        intent.title = intent.minutes == 0 && intent.when.empty() ? event.title : std::string();
+    }
+    return answer(intent, std::move(memory), around);
+}
+
+void AgendaRules::talkAbout(const FoundThing& event, RequestMemory& memory)
+{
+    memory.event = event;
+    memory.talkOf(AgendaCalls::skill);
+}
+
+} // namespace quorvell

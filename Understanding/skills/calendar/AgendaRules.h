@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// What the calendar is asked, and what follows from its answers.
+#pragma once
+
+#include "Understanding/dialogue/QuestionKind.h"
+#include "Understanding/dialogue/Request.h"
+#include "Understanding/skills/calendar/AgendaIntent.h"
+
+#include <optional>
+
+namespace quorvell {
+
+struct AgendaRules {
+    static const QuestionKind when; ///< The event of that title is.
+    static const QuestionKind title; ///< Of the event at that time.
+
+    static Request request(AgendaIntent intent);
+    static RuleStep answer(const AgendaIntent& intent, RequestMemory memory, const RuleSurroundings& around);
+    /// Another time for the event last talked about, or a further day to ask the calendar about.
+    static std::optional<RuleStep> retime(const Wish& wish, RequestMemory memory, const RuleSurroundings& around);
+    static RuleStep changeListed(
+        const Wish& wish, const FoundThing& event, RequestMemory memory, const RuleSurroundings& around);
+    /// "It" is that event from now on.
+    static void talkAbout(const FoundThing& event, RequestMemory& memory);
+};
+
+} // namespace quorvell

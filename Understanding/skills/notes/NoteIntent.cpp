@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/notes/NoteIntent.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/notes/NoteCues.h"
+#include "Understanding/words/CommonCues.h"
+#include "Understanding/words/RequestText.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Purpose = RequestMemory::SearchPurpose;
+
+constexpr int longestTitleWords = 6;
+constexpr std::size_t longestTitleCharacters = 60;
+constexpr auto caseless = Pattern::Case::insensitive;
+
+/// What leads from the wish to the words themselves.
+std::string withoutLead(std::string_view content)
+{
+    static const Pattern lead("^(?:(?:down|here|to self|in writing|as follows|saying that|saying|that says|which says"
+                              "|reads?|please|in(?= that\\b)|for (?:me|us|later))\\b[,:]?\\s*)*"
+                              "(?:(?:that|this|of|about|to|for)\\b\\s*[:,]?\\s*)?",
+        caseless);
+    return trimmed(lead.replaceAll(trimmed(content, ",;:-"), ""), ",;:-");
+}
+
+/// "about the plumber" of "find my note about the plumber".
+std::string topicIn(const std::string& content)
+{
+    static const Pattern lead(
+        "^(?:(?:about|on|for|of|with|in|that|the|my|our|an?|any|i|me|said|has|have|mentioning|regarding)\\s+)+",
+        caseless);
+    static const Pattern tail("(?:,?\\s+(?:(?:and )?(?:read|show|open|find) (?:it|that|them)\\b.*|mentioned|written "
+                              "down|in|in it|is|are|to me|please|again|out|have a look"
+                              "|out loud|aloud|thing|one))+$",
+        caseless);
+    return trimmed(tail.replaceAll(lead.replaceAll(trimmed(content), ""), ""), "\"“”,");
+}
+
+bool hasWords(const std::string& text, std::size_t most)
+{
+    return !text.empty() && static_cast<std::size_t>(std::ranges::count(text, ' ')) < most;
+}
+
+bool isSubject(std::string_view words)
+{
+    static const Pattern empty(
+        "^(?:it|this|that|there|here|he|she|they|we|i|you|what|who|everything|nothing)\\b", caseless);
+    return !words.empty() && !empty.find(words);
+}
+
+std::string firstWords(const std::string& text)
+{
+    std::size_t end = 0;
+    for (int words = 0; words < longestTitleWords && end < text.size(); ++words) {
+        end = text.find_first_of(" \n", end + 1);
+        if (end == std::string::npos || text[end] == '\n')
+            break;
+    }
+    return text.substr(0, end);
+}
+
+} // namespace
+
+NoteIntent NoteIntent::keeping(std::string_view content)
+{
+    static const Pattern named("^(?:called|titled|named)\\s+[\"“]?(.+?)[\"”]?(?:\\s*:|,?\\s+(?:saying|that says|with "
+                               "the text|which says))\\s+(.+)$",
+        caseless);
+    NoteIntent intent{.kind = NoteIntent::Kind::keep};
+    const std::string text = trimmed(content);
+    if (const auto match = named.find(text)) {
+        intent.title = RequestText::written(match->texts[0]);
+        intent.text = RequestText::written(match->texts[1]);
+    } else {
+        intent.text = RequestText::written(withoutLead(text));
+    }
+    return intent;
+}
+
+std::optional<NoteIntent> NoteIntent::searching(const RequestReading& reading, Purpose purpose)
+{
+    constexpr std::size_t mostBareWords = 3;
+    const bool isOfNotes = reading.has(NoteCues::note) || reading.has(NoteCues::notes)
+        || reading.has(NoteCues::notebook) || reading.has(NoteCues::wrote) || reading.has(NoteCues::newest);
+    NoteIntent intent{.kind = Kind::search, .text = topicIn(reading.content), .purpose = purpose};
+    if (intent.text.empty() && reading.has(NoteCues::newest))
+        intent.purpose = Purpose::readNewest;
+    else if (intent.text.empty() && (reading.has(NoteCues::notes) || reading.has(NoteCues::notebook)))
+        intent.purpose = Purpose::listNotes;
+    else if (intent.text.empty())
+        return isOfNotes || reading.has(CommonCues::pronoun) ? std::optional(NoteIntent{.kind = Kind::readFound})
+                                                             : std::nullopt;
+    else if (!isOfNotes && (reading.has(CommonCues::foreign) || !hasWords(intent.text, mostBareWords)))
+        return std::nullopt;
+    return intent;
+}
+
+std::optional<NoteIntent> NoteIntent::readChoice(std::string_view core)
+{
+    static const Pattern lead("^(?:(?:read|open|show)(?: me)?(?: out)? )?", caseless);
+    static const Pattern it(
+        "^(?:(?:read|open|show|tell)(?: me)?(?: out)? (?:it|that|this|that one|this one|that note|this note"
+        "|the note)(?: to me| out| aloud| out loud| back)*|that one|this one)$",
+        caseless);
+    NoteIntent intent{.kind = Kind::readFound, .place = ListPlace::read(lead.replaceAll(core, ""))};
+    return intent.place || it.find(core) ? std::optional(intent) : std::nullopt;
+}
+
+std::string NoteIntent::titleFor(std::string_view text)
+{
+    static const Pattern subject(
+        "^(?:(?:the|my|our)\\s+)?(\\S+(?:\\s+\\S+){0,4}?)\\s+(?:is|are|was|were)\\s+\\S", caseless);
+    static const Pattern tail("[\\s,.;:!?-]+$");
+    const std::string whole(text);
+    const auto match = subject.find(whole);
+    std::string title = match && isSubject(match->texts[0]) ? match->texts[0] : firstWords(whole);
+    title = firstCharacters(tail.replaceAll(title, ""), longestTitleCharacters);
+    return title.empty() ? "Note" : withUpperCaseFirst(title);
+}
+
+} // namespace quorvell

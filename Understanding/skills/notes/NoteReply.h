@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+// The wording of the notebook tools' results.
+#pragma once
+
+#include "QuorvellCore/text/Json.h"
+#include "Understanding/dialogue/RequestMemory.h"
+
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+struct NoteReply {
+    static std::string kept(const Json& result);
+    static std::string found(const Json& result, std::string_view query, RequestMemory::SearchPurpose purpose);
+    static std::string read(const Json& result);
+};
+
+} // namespace quorvell

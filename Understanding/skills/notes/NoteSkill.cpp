@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/notes/NoteSkill.h"
+
+#include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/skills/notes/NoteCalls.h"
+#include "Understanding/skills/notes/NoteCues.h"
+#include "Understanding/skills/notes/NoteRules.h"
+#include "Understanding/words/CommonCues.h"
+
+#include <optional>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Found = std::optional<Request>;
+using Purpose = RequestMemory::SearchPurpose;
+
+constexpr CueWeights weights[] = {
+    {CommonCues::pronoun, {{{"readNote", 1}}}},
+    {NoteCues::keep, {{{"keepNote", 5}}}},
+    {CommonCues::make, {{{"keepNote", 2}}}},
+    {CommonCues::enter, {{{"keepNote", 2}}}},
+    {CommonCues::find, {{{"findNote", 5}}}},
+    {CommonCues::read, {{{"readNote", 5}, {"findNote", 1}}}},
+    {CommonCues::open, {{{"readNote", 3}, {"openNotebook", 3}}}},
+    {CommonCues::show, {{{"findNote", 2}, {"openNotebook", 3}}}},
+    {CommonCues::cancel, {{{"deleteNote", 5}, {"findNote", -5}}}},
+    {CommonCues::what, {{{"readNote", 1}}}},
+    {NoteCues::where, {{{"findNote", 4}}}},
+    {CommonCues::have, {{{"findNote", 2}}}},
+    {CommonCues::any, {{{"findNote", 2}}}},
+    {NoteCues::wrote, {{{"readNote", 4}, {"findNote", 4}}}},
+    {NoteCues::say, {{{"readNote", 4}}}},
+    {CommonCues::topic, {{{"findNote", 2}, {"readNote", 2}}}},
+    {NoteCues::note,
+        {{{"keepNote", 2}, {"findNote", 4}, {"readNote", 2}, {"deleteNote", 2}, {"cancelEvent", -5}, {"moveEvent", -5},
+            {"addEvent", -4}, {"finishReminder", -3}}}},
+    {NoteCues::notes,
+        {{{"keepNote", 2}, {"findNote", 4}, {"readNote", 1}, {"deleteNote", 2}, {"cancelEvent", -5}, {"moveEvent", -5},
+            {"addEvent", -4}, {"listEvents", -4}}}},
+    {NoteCues::newest, {{{"readNote", 4}, {"deleteNote", 2}, {"cancelEvent", -5}}}},
+    {NoteCues::notebook,
+        {{{"openNotebook", 3}, {"findNote", 3}, {"keepNote", 2}, {"listEvents", -4}, {"addEvent", -4}}}},
+    {CommonCues::foreign, {{{"deleteNote", -6}}}},
+};
+
+Request requestFor(NoteIntent intent)
+{
+    return {.answer = [intent = std::move(intent)](RequestMemory memory, const RuleSurroundings& around) {
+        return NoteRules::answer(intent, std::move(memory), around);
+    }};
+}
+
+/// One of the things that were told; the words may as well say which of those that were asked about.
+Request readingFound(const NoteIntent& intent)
+{
+    return {.answer = [place = intent.place](RequestMemory memory,
+                          const RuleSurroundings&) { return NoteRules::askWhich(place, std::move(memory)); },
+        .mayAnswer = [](const PendingQuestion&, const RuleSurroundings&) { return true; },
+        .pointsIntoList = true,
+        .place = intent.place};
+}
+
+Found searching(const RequestReading& reading, Purpose purpose)
+{
+    auto intent = NoteIntent::searching(reading, purpose);
+    if (!intent)
+        return std::nullopt;
+    return intent->kind == NoteIntent::Kind::readFound ? readingFound(*intent) : requestFor(*std::move(intent));
+}
+
+Found keep(const RequestReading& reading, const RuleSurroundings&)
+{
+    return requestFor(NoteIntent::keeping(reading.content));
+}
+
+Found read(const RequestReading& reading, const RuleSurroundings&)
+{
+    return searching(reading, Purpose::read);
+}
+
+Found find(const RequestReading& reading, const RuleSurroundings&)
+{
+    return searching(reading, Purpose::tell);
+}
+
+/// Opens the notebook itself only when nothing in it is asked for.
+Found open(const RequestReading& reading, const RuleSurroundings& around)
+{
+    if (!reading.has(NoteCues::notebook) || !reading.content.empty() || !around.offers("open_notebook"))
+        return std::nullopt;
+    return Request{.answer = [](RequestMemory memory, const RuleSurroundings& surroundings) {
+        return RuleStep{NoteCalls{surroundings}.open(), std::move(memory)};
+    }};
+}
+
+RuleStep refuseToDelete(RequestMemory memory)
+{
+    return ToolResults::say(std::string(NoteRules::cannotDelete), std::move(memory));
+}
+
+Found remove(const RequestReading& reading, const RuleSurroundings&)
+{
+    if (!reading.has(NoteCues::note) && !reading.has(NoteCues::notes) && !reading.has(NoteCues::newest))
+        return std::nullopt;
+    return Request{
+        .answer = [](RequestMemory memory, const RuleSurroundings&) { return refuseToDelete(std::move(memory)); }};
+}
+
+constexpr RequestKind kinds[] = {
+    {"keepNote", {}, keep},
+    {"readNote", {}, read},
+    {"findNote", {}, find},
+    {"openNotebook", {}, open},
+    {"deleteNote", {}, remove},
+};
+
+constexpr TrailingWish trailingWishes[] = {
+    {"(?:make|take|keep) a (?:little |quick )?note(?: of (?:that|this|it))?|note (?:that|this|it)(?: down)?"
+     "|(?:write|jot|put|take|get|scribble) (?:(?:that|this|it) down|down (?:that|this|it))"
+     "|(?:put|add|write|save|keep) (?:that|this|it) (?:in|into|to) (?:my|the) (?:notes|notebook)"
+     "|(?:save|note|store) (?:that|this|it)|for (?:the|my|our) (?:records?|files)",
+        "note that "},
+};
+
+constexpr std::string_view tools[] = {"keep_note", "find_in_notebook", "read_note", "open_notebook"};
+
+std::string ability(const RuleSurroundings& around)
+{
+    const bool keeps = around.offers("keep_note");
+    const bool finds = around.offers("find_in_notebook");
+    const bool reads = finds && around.offers("read_note");
+    if (keeps)
+        return reads ? "save, find and read your notes" : finds ? "save and find your notes" : "save notes";
+    return !finds ? "" : reads ? "find and read your notes" : "find your notes";
+}
+
+Found readPlain(const std::string& core, const RuleSurroundings&)
+{
+    const auto choice = NoteIntent::readChoice(core);
+    return choice ? Found(readingFound(*choice)) : std::nullopt;
+}
+
+Skill::Step undo(RequestMemory memory, const RuleSurroundings&)
+{
+    return refuseToDelete(std::move(memory));
+}
+
+Skill::Step addAnother(const std::string& words, RequestMemory memory, const RuleSurroundings& around)
+{
+    return NoteRules::keep(words, std::move(memory), around);
+}
+
+RuleStep changeListed(const Wish&, const FoundThing&, RequestMemory memory, const RuleSurroundings&)
+{
+    return refuseToDelete(std::move(memory));
+}
+
+RuleStep pointAt(const FoundThing& note, RequestMemory memory, const RuleSurroundings& around)
+{
+    return {NoteCalls{around}.read(note.id), std::move(memory)};
+}
+
+} // namespace
+
+constinit const Skill NoteSkill::row{
+    .name = NoteCalls::skill,
+    .tools = tools,
+    .cues = NoteCues::rows,
+    .weights = weights,
+    .kinds = kinds,
+    .trailingWishes = trailingWishes,
+    .ability = ability,
+    .readPlain = readPlain,
+    .takeResult = NoteRules::takeResult,
+    .undo = undo,
+    .addAnother = addAnother,
+    .changeListed = changeListed,
+    .pointAt = pointAt,
+};
+
+} // namespace quorvell

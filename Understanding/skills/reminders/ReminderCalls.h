@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// The calls of set_reminder. Pure.
+#pragma once
+
+#include "QuorvellCore/reminders/DateParts.h"
+#include "Understanding/dialogue/ToolCalls.h"
+
+#include <string_view>
+
+namespace quorvell {
+
+struct ReminderCalls {
+    static constexpr std::string_view skill = "reminders";
+    static constexpr const char* tool = "set_reminder";
+
+    const RuleSurroundings& around;
+
+    /// From the user's own words. `repeat` may be empty, or what an earlier result found in words that are gone.
+    ToolCalls::Answer set(std::string_view text, std::string_view repeat = {}) const;
+    /// From what an earlier result settled. `repeat` may be empty.
+    ToolCalls::Answer setAt(std::string_view task, const DateParts& date, std::string_view repeat) const;
+    ToolCalls::Answer list() const;
+    /// `task` are words of it; empty for what is due.
+    ToolCalls::Answer finish(std::string_view task) const;
+    ToolCalls::Answer putOff(std::string_view task, std::string_view when) const;
+    // Of the one with that id:
+    ToolCalls::Answer finishThis(std::string_view id) const;
+    ToolCalls::Answer putOffThis(std::string_view id, std::string_view when) const;
+};
+
+} // namespace quorvell

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/reminders/ReminderIntent.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/time/SpokenLength.h"
+#include "Understanding/time/SpokenPhrase.h"
+#include "Understanding/words/RequestText.h"
+#include "Understanding/words/RequestWords.h"
+
+namespace quorvell {
+
+namespace {
+
+constexpr auto caseless = Pattern::Case::insensitive;
+
+/// "for tomorrow at 5 to call mum": the phrase reader knows no "for" here.
+std::string withoutFor(std::string_view rest)
+{
+    static const Pattern connector("^for\\s+", caseless);
+    return connector.replaceAll(trimmed(rest), "");
+}
+
+} // namespace
+
+ReminderIntent ReminderIntent::of(std::string_view rest)
+{
+    static const Pattern ofSomething("^of\\s+", caseless);
+    const std::string wish = ofSomething.replaceAll(withoutFor(rest), "about ");
+    const auto length = SpokenLength::read(wish);
+    const bool isLength = length && length->rest.empty();
+    return {wish.empty() ? "remind me" : "remind me " + std::string(isLength ? "in " : "") + wish, wish.empty()};
+}
+
+std::optional<ReminderIntent> ReminderIntent::readTimed(
+    std::string_view words, std::string_view timeWords, std::string_view task)
+{
+    static const Pattern statement(
+        "^(?:is|are|was|were|will|would|has|have|had|i|i'm|we|we're|you|he|she|it|it's|they|there"
+        "|the|my|our|this|that|and|what|when|where|who|how|why)\\b",
+        caseless);
+    // Tasks of daily life; verbs that this service could be expected to carry out itself are not among them.
+    static const Pattern chore(
+        "^(?:call|ring|phone|buy|pay|water|feed|walk|pick up|collect|renew|return|clean|wash|visit)\\b", caseless);
+    const std::string core(words);
+    const std::string firstTimeWord(RequestWords(timeWords).at(0));
+    const bool beginsWithTime = !firstTimeWord.empty() && RequestWords(core).at(0) == firstTimeWord;
+    if (task.empty() || !(beginsWithTime ? !statement.find(task) : chore.find(core).has_value()))
+        return std::nullopt;
+    return ReminderIntent{"remind me " + core};
+}
+
+std::string ReminderIntent::timeAnswer(std::string_view core)
+{
+    static const Pattern filler(
+        "^(?:(?:let's say|let us say|make it|say|maybe|how about|what about|and|perhaps|i mean|i meant|no|yes|yeah"
+        "|it's|it is|do|try|that would be|on second thought|actually|remind me|well)\\b[,:]?\\s*)+",
+        caseless);
+    static const Pattern closing(
+        "[\\s,]+(?:would be (?:good|great|nice|fine|best)|is (?:good|great|fine|best)|sounds good"
+        "|works(?: for me)?)$",
+        caseless);
+    static const Pattern bareHour(
+        "^(?:\\d{1,2}(?::\\d{2})?|one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve)$", caseless);
+    const std::string answer = trimmed(closing.replaceAll(filler.replaceAll(core, ""), ""));
+    return bareHour.find(answer) ? "at " + answer : answer;
+}
+
+std::string ReminderIntent::bareTime(std::string_view core, const LocalTime& around)
+{
+    static const Pattern instead(",?\\s+instead$", caseless);
+    const std::string words = SpokenPhrase::withDigits(timeAnswer(instead.replaceAll(core, "")));
+    const auto phrase = SpokenPhrase::read(words, around);
+    return phrase && phrase->task.empty() && !phrase->repeatRule ? words : std::string();
+}
+
+std::string ReminderIntent::taskAnswer(std::string_view core)
+{
+    static const Pattern filler(
+        "^(?:(?:it's|it is|that's|that is|it|remind me|just|yes|well|um+|the reminder is)\\b[,:]?\\s*)*"
+        "(?:(?:to|about|for|that|of)\\b\\s*)?",
+        caseless);
+    return RequestText::written(filler.replaceAll(core, ""));
+}
+
+} // namespace quorvell

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/reminders/ReminderReply.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/LowerCase.h"
+#include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/skills/reminders/ReminderQuestions.h"
+#include "Understanding/skills/reminders/TaskWords.h"
+#include "Understanding/time/SpokenWhen.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+namespace quorvell {
+
+namespace {
+
+constexpr std::size_t longestNames = 120; ///< Bytes of a list that one can still follow.
+
+TaskWords taskOf(const Json& result, std::string_view userWords)
+{
+    return TaskWords::of(readString(result, "task").value_or(""), userWords);
+}
+
+std::string remindYou(const TaskWords& task)
+{
+    return task.text.empty() ? "remind you" : "remind you " + task.link + " " + task.text;
+}
+
+std::string setReply(const Json& result, const TaskWords& task)
+{
+    const std::string when = SpokenWhen::on(readString(result, "when").value_or(""));
+    const auto repeat = readString(result, "repeat_words");
+    std::string reply = "I will " + remindYou(task);
+    if (!repeat)
+        return reply + (when.empty() ? "" : " " + when) + ".";
+    reply += " " + lowerCased(repeat->substr(0, 1)) + repeat->substr(1);
+    return reply + (when.empty() ? "" : ", starting " + when) + ".";
+}
+
+struct Entry {
+    std::string task;
+    std::optional<DateParts> date;
+    std::string when;
+    bool isOverdue = false;
+};
+
+std::vector<Entry> entriesOf(const Json& result)
+{
+    std::vector<Entry> entries;
+    const Json* list = memberOf(result, "reminders");
+    if (!list || !list->is_array())
+        return entries;
+    for (const Json& entry : *list)
+        entries.push_back({trimmed(readString(entry, "task").value_or(""), ".;:,"), ToolResults::dateIn(entry, "date"),
+            readString(entry, "when").value_or(""), readBool(entry, "overdue").value_or(false)});
+    return entries;
+}
+
+std::string whenOf(const Entry& entry)
+{
+    if (entry.isOverdue)
+        return "overdue";
+    return SpokenWhen::on(entry.date ? SpokenWhen::date(*entry.date) : entry.when);
+}
+
+std::string doneReply(const Json& result, const TaskWords& task)
+{
+    const std::string next = SpokenWhen::on(readString(result, "next").value_or(""));
+    return "Done" + (task.text.empty() ? "" : ": " + task.text) + "."
+        + (next.empty() ? "" : " I will remind you again " + next + ".");
+}
+
+std::string whichReminderReply(const Json& result)
+{
+    std::string names;
+    for (const Entry& entry : entriesOf(result)) {
+        names += (names.empty() ? "" : ", ") + entry.task;
+        if (names.size() > longestNames)
+            break;
+    }
+    return names.empty() ? "Which one do you mean?" : "Several fit: " + names + ". Which one do you mean?";
+}
+
+} // namespace
+
+std::vector<TimeChoice> ReminderReply::choices(const Json& result)
+{
+    constexpr std::size_t most = 8;
+    std::vector<TimeChoice> choices;
+    const Json* list = memberOf(result, "choices");
+    if (!list || !list->is_array())
+        return choices;
+    for (const Json& choice : *list) {
+        if (const auto date = ToolResults::dateIn(choice, "date"); date && choices.size() < most)
+            choices.push_back({*date, readString(choice, "when").value_or("")});
+    }
+    return choices;
+}
+
+std::string ReminderReply::reply(const ToolResult& result, std::string_view userWords)
+{
+    const Json& json = result.json();
+    const TaskWords task = taskOf(json, userWords);
+    const ToolStatus status = result.status();
+    if (status == ToolStatus::whichTime)
+        return ReminderQuestions::wordedChoices(choices(json));
+    if (status == ToolStatus::needsTime)
+        return (readBool(json, "past").value_or(false) ? "That time is already past. " : std::string())
+            + "When should I " + remindYou(task) + "?";
+    if (status == ToolStatus::whichReminder)
+        return whichReminderReply(json);
+    if (status == ToolStatus::done)
+        return doneReply(json, task);
+    if (status == ToolStatus::deferred)
+        return "I will " + remindYou(task) + " " + SpokenWhen::on(result.string("when").value_or("later")) + ".";
+    return status == ToolStatus::needsTask ? "What do you want to be reminded of?" : setReply(json, task);
+}
+
+std::string ReminderReply::list(const Json& result, const RequestMemory& memory)
+{
+    auto entries = entriesOf(result);
+    std::erase_if(entries, [&](const Entry& entry) { return !memory.tellsOf({.start = entry.date}); });
+    const std::string lead = memory.daysInWords().empty() ? "" : " " + memory.daysInWords();
+    if (entries.empty())
+        return "You have no reminders" + lead + ".";
+    std::string reply = "You have "
+        + (entries.size() == 1 ? std::string("one reminder") : std::to_string(entries.size()) + " reminders") + lead
+        + ".";
+    const std::size_t named = std::min(entries.size(), RequestMemory::mostTold);
+    for (std::size_t index = 0; index < named; ++index) {
+        const std::string when = whenOf(entries[index]);
+        reply += " " + entries[index].task + (when.empty() ? "" : ", " + when) + ".";
+    }
+    return reply + (named < entries.size() ? " The others are in your notebook." : "");
+}
+
+} // namespace quorvell

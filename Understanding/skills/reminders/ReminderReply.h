@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// The wording of set_reminder's results.
+#pragma once
+
+#include "QuorvellCore/live/tools/ToolResult.h"
+#include "QuorvellCore/text/Json.h"
+#include "Understanding/dialogue/RequestMemory.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorvell {
+
+struct ReminderReply {
+    /// What the words could mean, where that is asked.
+    static std::vector<TimeChoice> choices(const Json& result);
+    /// `userWords` are those of the request; they tell "to call Anna" from "about Anna".
+    static std::string reply(const ToolResult& result, std::string_view userWords);
+    /// The reminders of the days that were asked about.
+    static std::string list(const Json& result, const RequestMemory& memory);
+};
+
+} // namespace quorvell

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/reminders/ReminderRules.h"
+
+#include "Understanding/skills/reminders/ReminderCalls.h"
+#include "Understanding/skills/reminders/ReminderQuestions.h"
+#include "Understanding/time/SpokenLength.h"
+#include "Understanding/time/SpokenMove.h"
+#include "Understanding/time/SpokenPhrase.h"
+#include "Understanding/time/SpokenWhen.h"
+#include "Understanding/time/TimeWords.h"
+
+#include <nlohmann/json.hpp>
+
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+constexpr const char* vague = "later";
+constexpr const char* whenInstead = "Please say at what time the reminder should come instead.";
+
+std::string byMinutes(int minutes)
+{
+    return "by " + std::to_string(minutes) + " minutes";
+}
+
+/// "By half an hour": on from its own time, as "in half an hour" is from now.
+bool isShift(const Wish& wish)
+{
+    return wish.minutes != 0 || wish.when.starts_with("by ");
+}
+
+bool isLength(const std::string& when)
+{
+    const auto length = SpokenLength::read(when);
+    return length.has_value() || TimeWords::daysIn(when.starts_with("in ") ? when.substr(3) : when);
+}
+
+RuleStep askWhichTime(const FoundThing& reminder, const std::vector<DateParts>& dates, RequestMemory memory)
+{
+    std::vector<TimeChoice> choices;
+    for (const DateParts& date : dates)
+        choices.push_back({date, SpokenWhen::date(date)});
+    return RuleStep::asking({.kind = &ReminderQuestions::whichTime,
+                                .question = ReminderQuestions::wordedChoices(choices),
+                                .task = reminder.title,
+                                .choices = choices,
+                                .tool = ReminderCalls::tool,
+                                .arguments = dumpJson(Json{{"id", reminder.id}})},
+        std::move(memory));
+}
+
+/// Moved to where the words say; as they stand where it is not known when it is.
+RuleStep move(const FoundThing& reminder, const std::string& when, RequestMemory memory, const RuleSurroundings& around)
+{
+    const ReminderCalls calls{around};
+    const SpokenMove to = reminder.start && !isLength(when) && when != vague
+        ? SpokenMove::read(when, *reminder.start, SpokenMove::FarHour::isAsked, around)
+        : SpokenMove();
+    if (to.choices.size() > 1)
+        return askWhichTime(reminder, to.choices, std::move(memory));
+    return {calls.putOffThis(reminder.id, to.choices.empty() ? when : to.choices.front().text()), std::move(memory)};
+}
+
+bool mayAnswer(const ReminderIntent& intent, const PendingQuestion& asked, const RuleSurroundings& around)
+{
+    const auto phrase = SpokenPhrase::read(intent.text, around);
+    if (asked.kind == &ReminderQuestions::when || asked.kind == &ReminderQuestions::whichTime)
+        return intent.isBare || (phrase && phrase->task.empty());
+    return asked.kind == &ReminderQuestions::task && !phrase;
+}
+
+std::optional<Wish> wishIn(const ReminderChange& change)
+{
+    if (change.kind == ReminderChange::Kind::list)
+        return std::nullopt;
+    const bool isLater = change.kind == ReminderChange::Kind::later;
+    return Wish{.kind = isLater ? Wish::Kind::move : Wish::Kind::cancel, .title = change.task, .when = change.when};
+}
+
+} // namespace
+
+Request ReminderRules::request(ReminderIntent intent)
+{
+    return {.answer = [intent](RequestMemory memory,
+                          const RuleSurroundings& around) { return set(intent, std::move(memory), around); },
+        .mayAnswer = [intent](const PendingQuestion& asked,
+                         const RuleSurroundings& around) { return quorvell::mayAnswer(intent, asked, around); }};
+}
+
+Request ReminderRules::request(ReminderChange change)
+{
+    const auto wish = wishIn(change);
+    // A bare time, or "done", may well be the answer; to whether something should be done it is none.
+    return {.answer =
+                [change](RequestMemory memory, const RuleSurroundings& around) {
+                    return ReminderRules::change(change, std::move(memory), around);
+                },
+        .wish = wish,
+        .mayAnswer = [wish](const PendingQuestion& asked,
+                         const RuleSurroundings&) { return wish && wish->title.empty() && !asked.isYesOrNo(); }};
+}
+
+RuleStep ReminderRules::set(const ReminderIntent& intent, RequestMemory memory, const RuleSurroundings& around)
+{
+    if (intent.isBare)
+        return RuleStep::asking(
+            {.kind = &ReminderQuestions::whole, .question = "What do you want to be reminded of, and when?"},
+            std::move(memory));
+    memory.request = intent.text;
+    return {ReminderCalls{around}.set(intent.text), std::move(memory)};
+}
+
+RuleStep ReminderRules::change(const ReminderChange& change, RequestMemory memory, const RuleSurroundings& around)
+{
+    memory.request.clear();
+    if (const auto wish = wishIn(change))
+        return carryOut(*wish, std::move(memory), around);
+    memory.days = change.days;
+    return {ReminderCalls{around}.list(), std::move(memory)};
+}
+
+RuleStep ReminderRules::carryOut(const Wish& wish, RequestMemory memory, const RuleSurroundings& around)
+{
+    const ReminderCalls calls{around};
+    if (wish.kind == Wish::Kind::cancel)
+        return {calls.finish(wish.title), std::move(memory)};
+    return {calls.putOff(wish.title, wish.when.empty() ? byMinutes(wish.minutes) : wish.when), std::move(memory)};
+}
+
+RuleStep ReminderRules::carryOutWith(
+    const FoundThing& reminder, const Wish& wish, RequestMemory memory, const RuleSurroundings& around)
+{
+    const ReminderCalls calls{around};
+    memory.request.clear();
+    if (wish.kind == Wish::Kind::cancel)
+        return {calls.finishThis(reminder.id), std::move(memory)};
+    if (!wish.when.empty())
+        return move(reminder, wish.when, std::move(memory), around);
+    if (wish.minutes != 0 && reminder.start && !reminder.start->allDay)
+        return {calls.putOffThis(reminder.id, reminder.start->adding(wish.minutes).text()), std::move(memory)};
+    if (wish.minutes <= 0)
+        return {whenInstead, std::move(memory)};
+    return {calls.putOffThis(reminder.id, byMinutes(wish.minutes)), std::move(memory)};
+}
+
+std::optional<RuleStep> ReminderRules::retime(const Wish& wish, RequestMemory memory, const RuleSurroundings& around)
+{
+    const FoundThing reminder = memory.reminder;
+    if (reminder.id.empty() || wish.when == vague)
+        return std::nullopt;
+    if (!isShift(wish) && (isLength(wish.when) || !reminder.start))
+        return std::nullopt;
+    return carryOutWith(reminder, wish, std::move(memory), around);
+}
+
+} // namespace quorvell

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// What the owner of reminders is asked.
+#pragma once
+
+#include "Understanding/dialogue/Request.h"
+#include "Understanding/skills/reminders/ReminderChange.h"
+#include "Understanding/skills/reminders/ReminderIntent.h"
+
+#include <optional>
+
+namespace quorvell {
+
+struct ReminderRules {
+    static Request request(ReminderIntent intent);
+    static Request request(ReminderChange change);
+
+    static RuleStep set(const ReminderIntent& intent, RequestMemory memory, const RuleSurroundings& around);
+    static RuleStep change(const ReminderChange& change, RequestMemory memory, const RuleSurroundings& around);
+    /// What is wished of a thing, done with the reminder of that name.
+    static RuleStep carryOut(const Wish& wish, RequestMemory memory, const RuleSurroundings& around);
+    /// The same with one that is known. The hour stays where only a day is named, and the day where only an hour is.
+    static RuleStep carryOutWith(
+        const FoundThing& reminder, const Wish& wish, RequestMemory memory, const RuleSurroundings& around);
+    /// Another time for the one last talked about. Nothing for a length of time from now: then what is due is meant.
+    static std::optional<RuleStep> retime(const Wish& wish, RequestMemory memory, const RuleSurroundings& around);
+};
+
+} // namespace quorvell

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/time/SpokenDays.h"
+
+#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/time/SpokenPhrase.h"
+#include "Understanding/time/TimeVocabulary.h"
+#include "Understanding/words/RequestWords.h"
+
+#include <algorithm>
+#include <array>
+
+namespace quorvell {
+
+namespace {
+
+constexpr auto caseless = Pattern::Case::insensitive;
+constexpr std::chrono::days lookAhead{31};
+
+struct PartOfDay {
+    std::string_view name;
+    int from; ///< Minutes of the day.
+    int to;
+};
+
+constexpr int hour = 60;
+constexpr int lastMinute = 24 * hour - 1;
+constexpr std::array partsOfDay{PartOfDay{"morning", 5 * hour, 12 * hour}, PartOfDay{"afternoon", 12 * hour, 18 * hour},
+    PartOfDay{"evening", 18 * hour, lastMinute}, PartOfDay{"night", 18 * hour, lastMinute}};
+
+DateParts dayAfter(int days, const LocalTime& around)
+{
+    return DateParts::fromDay(around.calendar.addingDays(around.now, std::chrono::days(days)), around.calendar);
+}
+
+DateParts atMinute(DateParts day, int minute)
+{
+    day.allDay = false;
+    return day.adding(minute);
+}
+
+/// 0 on a Monday to 6 on a Sunday.
+int daysSinceMonday(const LocalTime& around)
+{
+    return (around.calendar.parts(around.now).weekday + 5) % 7;
+}
+
+std::optional<SpokenDays> severalDays(const std::string& words, const LocalTime& around)
+{
+    static const Pattern week(
+        "^(?:for |of |in )?(?:this|the|my|my whole|the rest of (?:the|this)) week(?: ahead)?$", caseless);
+    static const Pattern next("^(?:for |in )?next week$", caseless);
+    static const Pattern weekend("^(?:for |on |at )?(?:this|the|my) weekend$", caseless);
+    static const Pattern soon("^(?:for |in |over )?the next (?:few|couple of) days$", caseless);
+    const int since = daysSinceMonday(around);
+    if (week.find(words))
+        return SpokenDays{dayAfter(0, around), dayAfter(6 - since, around), "this week"};
+    if (next.find(words))
+        return SpokenDays{dayAfter(7 - since, around), dayAfter(13 - since, around), "next week"};
+    if (weekend.find(words))
+        return SpokenDays{dayAfter(std::max(5 - since, 0), around), dayAfter(6 - since, around), "at the weekend"};
+    if (soon.find(words))
+        return SpokenDays{dayAfter(0, around), dayAfter(2, around), "in the next few days"};
+    return std::nullopt;
+}
+
+/// The part of the day at the end of the words, which it takes away.
+const PartOfDay* takePart(std::string& words)
+{
+    static const Pattern part(
+        "(?:^|\\s+)(?:this |in the |at |my )?(morning|afternoon|evening|night)$|(?<=^to)night$", caseless);
+    const auto match = part.find(words);
+    if (!match)
+        return nullptr;
+    const std::string name = match->texts[0].empty() ? "night" : match->texts[0];
+    words = trimmed(words.substr(0, match->range.start));
+    if (words == "to" || words == "for to")
+        words = "today";
+    const auto row = std::ranges::find(partsOfDay, name, &PartOfDay::name);
+    return row != partsOfDay.end() ? row : nullptr;
+}
+
+} // namespace
+
+std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const LocalTime& around)
+{
+    static const Pattern lead("^(?:for|of|in)\\s+(?!the (?:morning|afternoon|evening)$)", caseless);
+    std::string words = lead.replaceAll(trimmed(spoken), "");
+    if (auto several = severalDays(words, around))
+        return several;
+    const std::string named = words;
+    const PartOfDay* part = takePart(words);
+    if (words.empty() && part)
+        words = "today";
+    static const Pattern today(
+        "^(?:today|now|my (?:whole )?day|the day(?: ahead)?|the rest of (?:the|my) day)$", caseless);
+    DateParts day;
+    if (today.find(words)) {
+        day = dayAfter(0, around);
+    } else {
+        const auto phrase = SpokenPhrase::read(words, around);
+        if (!phrase || phrase->hasTime || !phrase->task.empty() || phrase->repeatRule)
+            return std::nullopt;
+        day = DateParts::fromDay(phrase->date, around.calendar);
+    }
+    if (!part)
+        return SpokenDays{day, day, named};
+    return SpokenDays{atMinute(day, part->from), atMinute(day, part->to), named};
+}
+
+std::optional<SpokenDays> SpokenDays::find(std::string_view said, const LocalTime& around, std::string& others)
+{
+    const RequestWords words(said);
+    const std::size_t count = std::min(words.size(), TimeVocabulary::longest);
+    for (std::size_t length = count; length > 0; --length) {
+        for (std::size_t start = 0; start + length <= count; ++start) {
+            auto days = TimeVocabulary::mayBeTime(words, start, start + length)
+                ? read(words.said(start, start + length), around)
+                : std::nullopt;
+            if (!days)
+                continue;
+            others = trimmed(words.said(0, start) + " " + words.said(start + length, words.size()));
+            return days;
+        }
+    }
+    others = words.said();
+    return std::nullopt;
+}
+
+bool SpokenDays::hold(const DateParts& date) const
+{
+    return date.wholeDay() >= from.wholeDay() && date.wholeDay() <= to.wholeDay();
+}
+
+SpokenDays SpokenDays::ahead(const LocalTime& around)
+{
+    return {dayAfter(0, around), dayAfter(static_cast<int>(lookAhead.count()), around), "in the next month"};
+}
+
+} // namespace quorvell

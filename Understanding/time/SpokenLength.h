@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// A length of time, taken out of the words.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// "45 minutes", "an hour and a half".
+struct SpokenLength {
+    int minutes = 0;
+    std::string rest; ///< The words without it.
+
+    static std::optional<SpokenLength> read(std::string_view words);
+
+    bool operator==(const SpokenLength&) const = default;
+};
+
+} // namespace quorvell

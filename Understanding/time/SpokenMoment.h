@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// A moment, or a day, that words settle on. Pure.
+#pragma once
+
+#include "QuorvellCore/reminders/DateParts.h"
+#include "Understanding/time/LocalTime.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+struct SpokenMoment {
+    DateParts date{}; ///< A whole day where no time was named.
+    std::string rest{}; ///< The words without those of the time.
+    bool namesDay = false; ///< Else it is the next time that the clock shows it.
+    std::string repeat{}; ///< How it comes back, in the form of the tools; empty for once.
+
+    /// An hour without a half of the day ("at one") is taken between 8 in the morning and 8 in the evening.
+    static std::optional<SpokenMoment> read(std::string_view words, const LocalTime& around);
+
+    bool operator==(const SpokenMoment&) const = default;
+};
+
+} // namespace quorvell

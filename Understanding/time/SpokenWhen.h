@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// Dates in the words of a reply.
+#pragma once
+
+#include "QuorvellCore/reminders/DateParts.h"
+
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+struct SpokenWhen {
+    /// "Sunday 22 November at 5 PM" becomes "Sunday the 22nd of November at 5 PM": clearer to hear. Other forms stay.
+    static std::string words(std::string_view when);
+    /// The same with "on" where it starts with a weekday.
+    static std::string on(std::string_view when);
+    /// "Sunday the 22nd of November at 5 PM"; without a time for a whole day. Empty for a day that does not exist.
+    static std::string date(const DateParts& parts);
+    /// "5 in the morning"; empty for a whole day.
+    static std::string timeOfDay(const DateParts& parts);
+    /// "5 PM"; empty for a whole day.
+    static std::string clock(const DateParts& parts);
+};
+
+} // namespace quorvell

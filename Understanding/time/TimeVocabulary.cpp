@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/time/TimeVocabulary.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace quorvell {
+
+namespace {
+
+/// Sorted. The plural needs no row of its own.
+constexpr auto timeWords = std::to_array<std::string_view>(
+    {"a", "after", "afternoon", "ahead", "am", "an", "and", "another", "apr", "april", "around", "at", "aug", "august",
+        "by", "clock", "coming", "couple", "daily", "day", "dec", "december", "each", "eight", "eighteen", "eighteenth",
+        "eighth", "eleven", "eleventh", "evening", "every", "extra", "feb", "february", "few", "fifteen", "fifteenth",
+        "fifth", "fifty", "first", "five", "for", "fortnight", "forty", "four", "fourteen", "fourteenth", "fourth",
+        "fri", "friday", "from", "full", "half", "hour", "hr", "in", "jan", "january", "jul", "july", "jun", "june",
+        "m", "mar", "march", "may", "midday", "midnight", "min", "minute", "mon", "monday", "month", "monthly", "more",
+        "morning", "my", "next", "night", "nine", "nineteen", "nineteenth", "ninth", "noon", "nov", "november", "now",
+        "o", "oclock", "oct", "october", "of", "oh", "on", "one", "other", "our", "over", "p", "past", "pm", "quarter",
+        "rest", "sat", "saturday", "second", "sep", "sept", "september", "seven", "seventeen", "seventeenth", "seventh",
+        "sharp", "six", "sixteen", "sixteenth", "sixth", "sun", "sunday", "ten", "tenth", "the", "third", "thirteen",
+        "thirteenth", "thirtieth", "thirty", "this", "three", "thu", "thur", "thurs", "thursday", "tmrw", "to", "today",
+        "tomorrow", "tonight", "tue", "tues", "tuesday", "twelfth", "twelve", "twentieth", "twenty", "two", "wed",
+        "wednesday", "week", "weekday", "weekend", "weekly", "whole", "within", "year", "yearly"});
+static_assert(std::ranges::is_sorted(timeWords));
+
+bool isTimeWord(std::string_view word)
+{
+    // "5pm", "a.m", "half-past", and digits of other scripts.
+    const bool isWritten = std::ranges::any_of(word, [](char letter) { return letter < 'a' || letter > 'z'; });
+    if (isWritten || std::ranges::binary_search(timeWords, word))
+        return true;
+    return word.ends_with('s') && std::ranges::binary_search(timeWords, word.substr(0, word.size() - 1));
+}
+
+} // namespace
+
+bool TimeVocabulary::mayBeTime(const RequestWords& words, std::size_t first, std::size_t end)
+{
+    for (std::size_t index = first; index < end; ++index) {
+        if (!isTimeWord(words.at(index)))
+            return false;
+    }
+    return true;
+}
+
+} // namespace quorvell

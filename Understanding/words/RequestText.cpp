@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/words/RequestText.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/TextMatch.h"
+#include "Understanding/words/RequestWords.h"
+
+#include <algorithm>
+#include <array>
+
+namespace quorvell {
+
+namespace {
+
+std::string withoutMatchAtStart(const Pattern& pattern, const std::string& text)
+{
+    const auto match = pattern.find(text);
+    return match && match->range.start == 0 ? trimmed(std::string_view(text).substr(match->range.end)) : text;
+}
+
+} // namespace
+
+std::size_t RequestText::endOf(std::string_view text)
+{
+    constexpr std::size_t longestEnd = 160; ///< Bytes.
+    const std::size_t from = text.size() > longestEnd ? text.find(' ', text.size() - longestEnd) : 0;
+    return from == std::string_view::npos ? 0 : from;
+}
+
+std::string RequestText::withoutOpening(std::string_view words)
+{
+    static const Pattern opening(
+        "^(?:hey|hi|hello|okay|ok|so|well|u+m+|u+h+|e+r+m*|hm+|ah|and|then|now|oh|right|alright|all "
+        "right|(?:listen|look|say)(?=,)"
+        "|sorry|excuse me|please|kindly|quorvell|dear|darling|good (?:morning|afternoon|evening)(?= \\S|,)"
+        "|actually|by the way|you know|i mean|let me see(?=,)"
+        "|(?:can|could|would|will) you (?:just|maybe|perhaps|possibly|kindly)"
+        "|(?:would|do) you mind|would you be (?:so kind|a dear|able)(?: as)?(?: to| and)|be (?:so kind as to|a dear "
+        "and)"
+        "|(?:i was wondering|i wonder) (?:if|whether) (?:you|i|we) (?:could|can|might)|is it possible to"
+        "|(?:i(?:['’]d| would) (?:like|love)|i(?:['’]d| would) appreciate it|i want|i need)"
+        " (?:you )?(?:to|if you (?:could|would))|i(?:['’]d| would) be grateful if you (?:could|would)"
+        "|let['’]?s|let us|go ahead and|do me a favou?r(?:,)?(?: and)?|if you (?:could|would|can|don['’]?t mind)"
+        "|i think|maybe|perhaps|just|quickly|also(?=,)|(?:tell|show|remind) me(?= "
+        "(?:what|when|which|whether|where|how|if)\\b)"
+        "|(?:i|we)(?:['’]ve| have)(?: got)? to(?= )|i (?:must|should|ought to)(?! (?:not|remember)\\b)|thanks,|great,"
+        "|do you know(?= (?:what|when|which|where|if)\\b)|what i want is to|you can(?= \\S+ \\S)|i(?:['’]m| am) "
+        "sure(?: that)?|be able to|let me(?! (?:see|hear|know|have)\\b)"
+        "|(?:can|could|would|will|might) (?:you|we|i)(?: please)?)(?![\\w'’])[,.:;!?]*\\s*",
+        Pattern::Case::insensitive);
+    std::string text = trimmed(firstCharacters(words, longest));
+    for (std::string before; before != text;) {
+        before = text;
+        text = withoutMatchAtStart(opening, text);
+        if (text.empty())
+            return before;
+    }
+    return text;
+}
+
+std::string RequestText::withoutClosing(std::string_view words)
+{
+    static const Pattern closing(
+        "[\\s,.;!?]*(?:\\b(?:please|for me|(?:many )?thanks(?: a lot| so much)?|thank you(?: very much| so "
+        "much)?|cheers|ta|will you|would you|could you"
+        "|can you|won['’]?t you|if you (?:can|could|would|please|don['’]?t mind|wouldn['’]?t mind|like)"
+        "|when you (?:can|get a chance|have a moment)|dear|darling|love|mate|quorvell|okay|ok|all "
+        "right|then))?[\\s.;!?]*$",
+        Pattern::Case::insensitive);
+    std::string text = trimmed(words);
+    for (std::string before; before != text;) {
+        before = text;
+        const auto match = closing.find(text, endOf(text));
+        if (match && match->range.start > 0)
+            text.resize(match->range.start);
+    }
+    // The full stop of "5 p.m." belongs to it.
+    return text.ends_with(".m") || text.ends_with(".M") ? text + "." : text;
+}
+
+bool RequestText::isIdle(std::string_view said)
+{
+    constexpr auto idle = std::to_array<std::string_view>({"i", "we", "me", "my", "am", "is", "are", "do", "does",
+        "have", "has", "got", "there", "any", "anything", "something", "else", "on", "for", "the", "of", "still", "to",
+        "it", "this", "that", "in", "at", "be", "will", "would", "could", "can", "should", "time", "free", "a", "an",
+        "some", "with", "about", "rest", "just", "now", "please", "and", "or", "around", "sometime", "again", "might",
+        "look", "looking", "spare", "first", "next", "hours", "hour", "little", "so", "far", "up", "planned", "long",
+        "bit", "long", "as", "us", "get", "find", "going", "left", "doing", "you", "know", "may", "by", "more", "open",
+        "due", "set", "pending", "least", "stretch", "spot", "appear", "happening", "like"});
+    const RequestWords words(said);
+    for (std::size_t index = 0; index < words.size(); ++index) {
+        if (std::ranges::find(idle, words.at(index)) == idle.end())
+            return false;
+    }
+    return true;
+}
+
+bool RequestText::isStory(std::string_view words)
+{
+    constexpr std::size_t mostBytes = 800;
+    constexpr std::ptrdiff_t mostBlanks = 80;
+    constexpr std::string_view blanks = " \t\r\n";
+    return words.size() > mostBytes
+        || std::ranges::count_if(words, [&](char letter) { return blanks.find(letter) != blanks.npos; }) > mostBlanks;
+}
+
+std::string RequestText::without(std::string_view words, const TextRange& range)
+{
+    return trimmed(trimmed(words.substr(0, range.start)) + " " + trimmed(words.substr(range.end)));
+}
+
+std::string RequestText::written(std::string_view words)
+{
+    return withUpperCaseFirst(trimmed(words, ",;:-"));
+}
+
+std::string RequestText::phrase(std::string_view words)
+{
+    const RequestWords parts(words);
+    std::string joined;
+    for (std::size_t index = 0; index < parts.size(); ++index)
+        joined += std::string(parts.at(index)) + " ";
+    return TextMatch::normalized(joined);
+}
+
+} // namespace quorvell
