@@ -2,7 +2,6 @@
 #include "Media/webrtc/CallAudio.h"
 
 #include "Media/audio/SampleBytes.h"
-#include "Media/webrtc/WebRTCPeer.h"
 
 #include <algorithm>
 #include <cstdlib>

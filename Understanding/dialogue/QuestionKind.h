@@ -2,13 +2,15 @@
 // A question that a skill can ask, and how it takes the answer.
 #pragma once
 
-#include "Understanding/dialogue/RuleStep.h"
-#include "Understanding/dialogue/RuleSurroundings.h"
-
 #include <optional>
 #include <string>
 
 namespace quorvell {
+
+struct PendingQuestion;
+struct RequestMemory;
+struct RuleStep;
+struct RuleSurroundings;
 
 /// Each is one object that lives as long as the program; questions are told apart by its address.
 struct QuestionKind {

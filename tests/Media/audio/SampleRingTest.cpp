@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches samples that are lost, repeated or torn between two threads.
 #include "Media/audio/SampleRing.h"
 
 #include <gtest/gtest.h>

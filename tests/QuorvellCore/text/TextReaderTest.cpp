@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches text that is read past its end or beyond what was asked.
 #include "QuorvellCore/text/TextReader.h"
 
 #include <gtest/gtest.h>

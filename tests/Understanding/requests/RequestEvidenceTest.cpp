@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches requests weighed as something else than they are.
 #include "Understanding/requests/RequestEvidence.h"
 
 #include "Understanding/requests/SkillTable.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches utterances taken apart at the wrong places.
 #include "Understanding/words/RequestWords.h"
 
 #include <gtest/gtest.h>

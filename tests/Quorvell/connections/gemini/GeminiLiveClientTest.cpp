@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches a Gemini conversation that is opened, spoken or ended otherwise than the service expects.
 #include "Quorvell/connections/gemini/GeminiLiveClient.h"
 
 #include "ClientTalk.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches turns that are lost or doubled in what a typed question carries along.
 #include "Quorvell/connections/responses/ConversationItems.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Catches typed conversations that lose an answer or hang on a failing service.
 #include "Quorvell/connections/responses/ResponsesTextConnection.h"
 
 #include "ClientTalk.h"
