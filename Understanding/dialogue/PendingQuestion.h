@@ -27,8 +27,6 @@ struct PendingQuestion {
     int misses = 0;
 
     bool isOpen() const { return kind != nullptr; }
-    /// Whether the call is made as it stands, once the user agrees.
-    bool isYesOrNo() const;
 
     bool operator==(const PendingQuestion&) const = default;
 };

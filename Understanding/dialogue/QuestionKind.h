@@ -2,15 +2,13 @@
 // A question that a skill can ask, and how it takes the answer.
 #pragma once
 
+#include "Understanding/dialogue/RuleStep.h"
+#include "Understanding/dialogue/RuleSurroundings.h"
+
 #include <optional>
 #include <string>
 
 namespace quorvell {
-
-struct PendingQuestion;
-struct RequestMemory;
-struct RuleStep;
-struct RuleSurroundings;
 
 /// Each is one object that lives as long as the program; questions are told apart by its address.
 struct QuestionKind {
@@ -19,6 +17,9 @@ struct QuestionKind {
         const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around);
 
     Answer answer = nullptr; ///< Empty for a question of yes or no: the call that waits is made, or is not.
+
+    /// Whether the call that waits is made as it stands, once the user agrees.
+    static bool isYesOrNo(const PendingQuestion& asked) { return asked.kind && !asked.kind->answer; }
 };
 
 } // namespace quorvell

@@ -4,6 +4,7 @@
 #include "QuorvellCore/live/tools/ToolResult.h"
 #include "QuorvellCore/safety/SpokenConsent.h"
 #include "Understanding/dialogue/PlainReplies.h"
+#include "Understanding/dialogue/QuestionKind.h"
 #include "Understanding/dialogue/SmallTalk.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/requests/FollowUpRules.h"
@@ -84,7 +85,7 @@ RuleStep answered(std::string_view words, RequestMemory memory, const RuleSurrou
 {
     const std::string opened = RequestText::withoutOpening(words);
     const std::string core = RequestText::withoutClosing(opened);
-    if (memory.pending.isYesOrNo() && SpokenConsent::agreesTo(memory.pending.question, words)) {
+    if (QuestionKind::isYesOrNo(memory.pending) && SpokenConsent::agreesTo(memory.pending.question, words)) {
         PendingQuestion asked = std::exchange(memory.pending, {});
         return {ToolRequest{std::move(asked.tool), std::move(asked.arguments)}, std::move(memory)};
     }

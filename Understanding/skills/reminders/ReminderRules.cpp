@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/reminders/ReminderRules.h"
 
+#include "Understanding/dialogue/QuestionKind.h"
 #include "Understanding/skills/reminders/ReminderCalls.h"
 #include "Understanding/skills/reminders/ReminderQuestions.h"
 #include "Understanding/time/SpokenLength.h"
@@ -100,8 +101,10 @@ Request ReminderRules::request(ReminderChange change)
                     return ReminderRules::change(change, std::move(memory), around);
                 },
         .wish = wish,
-        .mayAnswer = [wish](const PendingQuestion& asked,
-                         const RuleSurroundings&) { return wish && wish->title.empty() && !asked.isYesOrNo(); }};
+        .mayAnswer =
+            [wish](const PendingQuestion& asked, const RuleSurroundings&) {
+                return wish && wish->title.empty() && !QuestionKind::isYesOrNo(asked);
+            }};
 }
 
 RuleStep ReminderRules::set(const ReminderIntent& intent, RequestMemory memory, const RuleSurroundings& around)

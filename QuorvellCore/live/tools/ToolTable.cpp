@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "QuorvellCore/live/tools/ToolTraits.h"
-
 #include "QuorvellCore/live/tools/ToolTable.h"
 
 #include <algorithm>
