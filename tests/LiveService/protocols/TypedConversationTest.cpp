@@ -13,7 +13,7 @@ TEST(TypedConversation, findsAgainWhatItHadInMind)
     using openai_item::Message;
     const std::chrono::sys_days day = std::chrono::year(2026) / 11 / 21;
     const RuleSurroundings around{
-        {"set_reminder"}, day + std::chrono::hours(12), *Calendar::create("Europe/Berlin", "en_US")};
+        {day + std::chrono::hours(12), *Calendar::create("Europe/Berlin", "en_US")}, {"set_reminder"}};
     const auto shown = [&](const std::vector<OpenAIItem>& items) {
         const RuleStep step = TypedConversation::answer(items, around);
         const auto* request = std::get_if<ToolRequest>(&step.answer);
