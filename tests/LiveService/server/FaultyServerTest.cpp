@@ -32,8 +32,7 @@ TEST(FaultyServer, failsOnPurpose)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.faults.front());
-        LiveServer server(settings(row.faults));
-        ASSERT_TRUE(server.listen(QHostAddress::LocalHost, 0));
+        const ListeningServer server(settings(row.faults));
         Client client(server);
         client.socket.setMaxAllowedIncomingMessageSize(1024 * 1024);
         waitFor([&] { return client.isConnected || client.isOver; });
@@ -46,8 +45,7 @@ TEST(FaultyServer, failsOnPurpose)
 
 TEST(FaultyServer, canHangAndAnswerPingsLate)
 {
-    LiveServer server(settings({"half-open=1@1", "late-pong=300ms@2"}));
-    ASSERT_TRUE(server.listen(QHostAddress::LocalHost, 0));
+    const ListeningServer server(settings({"half-open=1@1", "late-pong=300ms@2"}));
     Client dead(server);
     ASSERT_TRUE(waitFor([&] { return dead.isConnected; }));
     dead.start();
@@ -70,8 +68,7 @@ TEST(FaultyServer, canHangAndAnswerPingsLate)
 
 TEST(FaultyServer, saysThatItGoesAwayAndGoes)
 {
-    LiveServer server(settings({"go-away=100ms:150ms", "reject-handle@2"}));
-    ASSERT_TRUE(server.listen(QHostAddress::LocalHost, 0));
+    const ListeningServer server(settings({"go-away=100ms:150ms", "reject-handle@2"}));
     GeminiClient client(server);
     ASSERT_TRUE(waitFor([&] { return client.isOver; }));
     EXPECT_EQ(client.story, "ready, go away");

@@ -9,8 +9,7 @@ namespace quorvell::test {
 
 TEST(LiveServer, refusesWithAStatus)
 {
-    LiveServer server(settings());
-    ASSERT_TRUE(server.listen(QHostAddress::LocalHost, 0));
+    const ListeningServer server;
     Client stranger(server, "wrong");
     EXPECT_TRUE(
         waitFor([&] { return stranger.isOver || stranger.socket.error() != QAbstractSocket::UnknownSocketError; }));
@@ -36,8 +35,7 @@ TEST(LiveServer, refusesWithAStatus)
 
 TEST(LiveServer, servesTwoSessionsAtOnceAndNoMore)
 {
-    LiveServer server(settings());
-    ASSERT_TRUE(server.listen(QHostAddress::LocalHost, 0));
+    ListeningServer server;
     Client one(server);
     Client two(server);
     ASSERT_TRUE(waitFor([&] { return one.isConnected && two.isConnected; }));
@@ -68,8 +66,7 @@ TEST(LiveServer, servesTwoSessionsAtOnceAndNoMore)
 
 TEST(LiveServer, hearsAndSpeaks)
 {
-    LiveServer server(settings());
-    ASSERT_TRUE(server.listen(QHostAddress::LocalHost, 0));
+    const ListeningServer server;
     Client client(server);
     ASSERT_TRUE(waitFor([&] { return client.isConnected; }));
     client.start();
@@ -85,8 +82,7 @@ TEST(LiveServer, hearsAndSpeaks)
 
 TEST(LiveServer, goesOnAfterNonsenseAndKeepsFramesInOrder)
 {
-    LiveServer server(settings());
-    ASSERT_TRUE(server.listen(QHostAddress::LocalHost, 0));
+    const ListeningServer server;
     Client client(server);
     ASSERT_TRUE(waitFor([&] { return client.isConnected; }));
     client.socket.sendTextMessage(QStringLiteral("{\"type\":"));
@@ -108,8 +104,7 @@ TEST(LiveServer, goesOnAfterNonsenseAndKeepsFramesInOrder)
 
 TEST(LiveServer, servesGeminiAndTakesAConversationUpAgain)
 {
-    LiveServer server(settings());
-    ASSERT_TRUE(server.listen(QHostAddress::LocalHost, 0));
+    const ListeningServer server;
     {
         GeminiClient client(server);
         ASSERT_TRUE(waitFor([&] { return !client.handle.empty(); }));
@@ -157,8 +152,7 @@ TEST(LiveServer, servesCalls)
 {
     auto with = settings({"udp-blocked@2"});
     with.mostSessions = 4;
-    LiveServer server(with);
-    ASSERT_TRUE(server.listen(QHostAddress::LocalHost, 0));
+    const ListeningServer server(with);
     QNetworkAccessManager network;
     QObject main;
     Client reader(server); // Only its way of reading is used.
@@ -207,8 +201,7 @@ TEST(LiveServer, servesCalls)
 
 TEST(LiveServer, answersTypedTurnsAsAStream)
 {
-    LiveServer server(settings({"refuse=403:service_tier@1", "drop=3@3"}));
-    ASSERT_TRUE(server.listen(QHostAddress::LocalHost, 0));
+    const ListeningServer server(settings({"refuse=403:service_tier@1", "drop=3@3"}));
     QNetworkAccessManager network;
     ResponsesRequest question;
     question.input = {openai_item::Message{"user", "[They typed] hello"}};

@@ -73,6 +73,14 @@ inline LiveServer::Settings settings(const std::vector<const char*>& faultTexts 
         .faults = std::move(faults)};
 }
 
+struct ListeningServer : LiveServer {
+    explicit ListeningServer(Settings with = settings())
+        : LiveServer(std::move(with))
+    {
+        EXPECT_TRUE(listen(QHostAddress::LocalHost, 0));
+    }
+};
+
 inline constexpr const char* isSet =
     R"({"status":"set","task":"Eat","date":"2026-11-22 17:00","when":"Sunday 22 November at 5 PM"})";
 

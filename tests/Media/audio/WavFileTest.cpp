@@ -2,9 +2,10 @@
 // Catches recordings misread, taken though broken, or written so that they do not come back.
 #include "Media/audio/WavFile.h"
 
+#include "TemporaryFolder.h"
+
 #include <gtest/gtest.h>
 #include <sndfile.h>
-#include <unistd.h>
 
 #include <cmath>
 #include <filesystem>
@@ -22,10 +23,7 @@ constexpr double toneHz = 440;
 
 class WavFileTest : public testing::Test {
 protected:
-    void SetUp() override { fs::create_directories(folder); }
-    void TearDown() override { fs::remove_all(folder); }
-
-    std::string path(const std::string& name) const { return (folder / name).string(); }
+    std::string path(const std::string& name) const { return folder / name; }
 
     /// A tone in the first channel, silence in the others.
     std::string record(int format, int rateHz, int channels, double seconds) const
@@ -45,7 +43,7 @@ protected:
         return file;
     }
 
-    fs::path folder = fs::temp_directory_path() / ("quorvell-wav-" + std::to_string(getpid()));
+    test::TemporaryFolder folder;
 };
 
 double rms(const std::vector<std::int16_t>& samples)
@@ -103,7 +101,7 @@ TEST_F(WavFileTest, refusesWithASentence)
     std::ofstream(path("text.mp3")) << "ID3 is not enough either";
     const std::tuple<const char*, std::string, const char*> rows[] = {
         {"missing", path("missing.wav"), "Could not open"},
-        {"a folder", folder.string(), "is not a file"},
+        {"a folder", folder.path(), "is not a file"},
         {"no sound file", path("text.wav"), "is not a WAV, FLAC, Ogg or MP3 file"},
         {"empty", path("empty.wav"), "is not a WAV, FLAC"},
         {"no music", path("text.mp3"), "in a form that cannot be read"},
@@ -139,11 +137,11 @@ TEST_F(WavFileTest, writesWhatItReads)
     const std::vector<std::int16_t> samples = {0, 1, -1, 32767, -32768, 1234};
     EXPECT_EQ(WavFile::write(path("out.wav"), samples, wantedRateHz), std::nullopt);
     EXPECT_EQ(WavFile::read(path("out.wav"), wantedRateHz).samples, samples);
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
 
     EXPECT_EQ(WavFile::problemOfWriting(path("out.wav")), std::nullopt);
     EXPECT_EQ(WavFile::problemOfWriting("out.wav"), std::nullopt);
-    for (const std::string& place : {path("missing/out.wav"), folder.string()}) {
+    for (const std::string& place : {path("missing/out.wav"), folder.path()}) {
         const auto problem = WavFile::write(place, samples, wantedRateHz);
         ASSERT_TRUE(problem);
         EXPECT_NE(problem->find("Choose a folder"), std::string::npos);

@@ -2,6 +2,8 @@
 // Catches instructions that lack a section, say what a flag turned off, or swallow a name.
 #include "QuorvellCore/live/prompt/QuorvellPrompt.h"
 
+#include "TemporaryFolder.h"
+
 #include <gtest/gtest.h>
 
 #include <tuple>
@@ -37,21 +39,13 @@ PromptOptions everything()
 
 TEST(QuorvellPrompt, appEventsToTheLetter)
 {
-    EXPECT_EQ(QuorvellPrompt::greetingEvent("Asha", "Firefox"),
-        "[Quorvell app event] Asha just called you over. They're looking at Firefox. Say hello the way you would if a "
-        "friend waved you over, and ask what they'd like to do. Keep it to one short sentence.");
+    std::string events;
+    for (const std::string& event :
+        {QuorvellPrompt::greetingEvent("Asha", "Firefox"), QuorvellPrompt::liveGreeting("", "Firefox"),
+            QuorvellPrompt::missedRequest("turn it up"), QuorvellPrompt::heardWhileResting("hello")})
+        events += event + "\n";
+    EXPECT_EQ(events, test::readText(QUORVELL_FIXTURES "/live/appEvents.txt"));
     EXPECT_TRUE(QuorvellPrompt::greetingEvent("", "x").starts_with("[Quorvell app event] They just called you over. "));
-    EXPECT_EQ(QuorvellPrompt::liveGreeting("", "Firefox"),
-        "They has just called Quorvell over and is looking at Firefox. Say hello warmly and ask what they'd like to "
-        "do, in one short sentence.");
-    EXPECT_EQ(QuorvellPrompt::missedRequest("turn it up"),
-        "[Quorvell app event] They said: “turn it up”. It wasn't passed on to you, so nothing has been done about it "
-        "yet. Treat it as their request and handle it now, looking at the screen first if it's about the computer. If "
-        "it's already done or needs nothing, say so in a few words.");
-    EXPECT_EQ(QuorvellPrompt::heardWhileResting("hello"),
-        "[Quorvell app event] They just said: “hello”. (Quorvell was resting while it was quiet, and the Mac wrote "
-        "their words down; they may be slightly off.) Treat it as their request and handle it now, out loud, looking "
-        "at the screen first if it's about the computer. Don't mention resting or reconnecting.");
 }
 
 TEST(QuorvellPrompt, typedMessagesCarryTheirNotes)
