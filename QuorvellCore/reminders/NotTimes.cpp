@@ -167,10 +167,12 @@ private:
                 "usd", "eur", "gbp", "degrees", "degree", "celsius", "fahrenheit", "km", "kilometres", "kilometers",
                 "mile", "miles", "mph", "metres", "meters", "metre", "meter", "cm", "mm", "kg", "kilo", "kilos", "gram",
                 "grams", "litre", "litres", "liter", "liters", "ml", "cups", "cup", "inch", "inches", "feet"});
+        const bool isHouse = is(index + 2, {"street", "st", "road", "rd", "avenue", "ave", "lane", "square", "drive"})
+            && TimeTerms::isOrdinary(m_tokens, index + 1);
         const bool isCount = is(index + 1, {"points", "times", "people", "pieces", "copies", "bottles", "stars"});
         if (isCount && is(index - 1, {"at", "by", "@"})) // "At 5 people come."
             return Meaning::doubtful;
-        return taskIf(isMoney || isNamed || isMeasure || isCount);
+        return taskIf(isMoney || isNamed || isMeasure || isCount || isHouse);
     }
 
     /// "20.3.2027", but not "version 1.10.22".
@@ -334,8 +336,9 @@ private:
             at(index).kind == Kind::clock && at(index).text.find_first_of("ap") != std::string_view::npos;
         if (!(isMarked || endsMarked) || !TimeTerms::isOrdinary(m_tokens, index + length) || index <= m_tokens.start())
             return Meaning::open;
-        const bool isAttribute = TimeTerms::isOrdinary(m_tokens, index - 1)
-            || is(index - 1, {"to", "my", "our", "your", "his", "her", "their", "the", "of"});
+        const bool isBehindWord = TimeTerms::isOrdinary(m_tokens, index - 1) && !TimeTerms::weekday(at(index - 1).text);
+        const bool isAttribute =
+            isBehindWord || is(index - 1, {"to", "my", "our", "your", "his", "her", "their", "the", "of"});
         if (!isAttribute)
             return Meaning::open;
         const Meaning meaning = clockOfTask(index);

@@ -23,6 +23,7 @@ public:
         : m_tokens(tokens)
         , m_hasDay(findings.day.has_value())
         , m_hasClock(findings.clock || findings.instant)
+        , m_hasRule(findings.repeat.has_value())
     {
     }
 
@@ -33,7 +34,7 @@ public:
             const int length = lengthAt(index);
             const std::size_t start = at(index).range.start;
             if (length > 0 && isLeft(index))
-                found.push_back(m_tokens.range(index, std::min(index + length, m_tokens.size()) - 1));
+                found.push_back(m_tokens.range(led(index), std::min(index + length, m_tokens.size()) - 1));
             else if (length > 0) // It stays in the task.
                 found.push_back({start, start});
             index += std::max(length, 1);
@@ -45,6 +46,14 @@ private:
     bool is(int index, RequestTokens::Words words) const { return m_tokens.is(index, words); }
     const RequestToken& at(int index) const { return m_tokens.token(index); }
     bool isLeft(int index) const { return m_tokens.isOpen(index); }
+
+    /// With the words that lead to it: "at the" of "at the start of each month".
+    int led(int index) const
+    {
+        while (isLeft(index - 1) && is(index - 1, {"on", "at", "by", "in", "the", "for", "from", "and", ","}))
+            --index;
+        return index;
+    }
 
     int lengthAt(int index) const
     {
@@ -109,6 +118,8 @@ private:
     /// "31 april", "in march"; not "march to the store" nor "call May".
     int monthOrDate(int index) const
     {
+        if (isShortYear(index))
+            return 1;
         const bool isDayFirst = isNumber(index) && isMonth(is(index + 1, {"of"}) ? index + 2 : index + 1);
         if (isDayFirst)
             return is(index + 1, {"of"}) ? 3 : 2;
@@ -122,6 +133,14 @@ private:
             || (is(index - 1, {"of"})
                 && is(index - 2, {"end", "beginning", "start", "middle", "first", "last", "day", "week", "half"}));
         return isLed ? 1 : 0;
+    }
+
+    /// "[5 march] 27", "[5 march] '27".
+    bool isShortYear(int index) const
+    {
+        const int before = is(index - 1, {"'", "’"}) ? index - 2 : index - 1;
+        const bool isBehindMonth = TimeTerms::month(at(before).text) || TimeTerms::month(at(before - 1).text);
+        return at(index).kind == Kind::number && at(index).text.size() == 2 && m_tokens.isTime(before) && isBehindMonth;
     }
 
     bool isMonth(int index) const { return isLeft(index) && TimeTerms::month(at(index).text); }
@@ -212,6 +231,9 @@ private:
         const int next = is(index + 1, {"the", "on", "at"}) ? index + 2 : index + 1;
         if (m_tokens.isTime(index - 1) && (isHalf || (isLeft(next) && isPoint(next) && !isSomethingCounted(next))))
             return next - index + std::max(TimeTerms::clockLength(m_tokens, next), 1);
+        const bool isEither = is(index, {"/"}) && m_tokens.isTime(index - 1) && !at(index).followsSpace;
+        if (isEither) // "every week/month"
+            return 1;
         if (m_tokens.isTime(index - 1) && is(index, {"or"}) && is(index + 1, {"so", "later", "earlier"}))
             return 2;
         return m_tokens.isTime(next) && isLeft(index - 1) && isPoint(index - 1) ? 1 : 0;
@@ -234,19 +256,26 @@ private:
             const bool isCounted = isNumber(index + 1) || TimeTerms::number(at(index + 1).text)
                 || is(index + 1, {"other", "second", "third", "fourth", "few", "couple", "single", "last", "first"});
             if (isCounted)
-                return isRhythm(index + 2) || isNumber(index + 1) ? 2 : 0;
+                return isLeft(index + 2) && isRhythm(index + 2)  ? 3
+                    : isRhythm(index + 2) || isNumber(index + 1) ? 2
+                                                                 : 0;
             return isRhythm(index + 1) ? 2 : 0;
         }
         const bool isTimes = is(index, {"once", "twice", "times"}) && is(index + 1, {"a", "per", "every", "each"})
             && is(index + 2, {"day", "week", "month", "year", "hour"});
         if (isTimes)
             return 3;
+        const bool isRepeated = is(index, {"repeat", "recur"}) && is(index - 1, {"to"}) && index > m_tokens.start();
+        if (isRepeated && isEdge(index) && !m_hasRule) // "and set it to repeat"
+            return 1;
         return is(index, {"hourly", "fortnightly", "biweekly", "quarterly", "bimonthly", "annually"}) ? 1 : 0;
     }
 
     /// "this weekend", "next month", "the end of the week".
     int period(int index) const
     {
+        if (is(index, {"this"}) && is(index + 1, {"time"}) && m_tokens.isTime(index + 2))
+            return 2;
         const bool isPeriod = is(index + 1, {"week", "weekend", "month", "year", "quarter"});
         const bool isPlan = is(index - 1, {"for", "about", "of"}) && m_hasDay;
         if (isPeriod && is(index, {"this", "next", "coming", "following"}) && isLeft(index + 1))
@@ -280,17 +309,22 @@ private:
     /// "an hour before my appointment", "two days after [tomorrow]", "a week [on friday]", "[friday] week".
     int distance(int index) const
     {
+        if (isCount(index) && isLeft(index + 1) && TimeTerms::isUnit(at(index + 1).text) && isBeforeAfter(index + 2))
+            return 3;
         if (!TimeTerms::isUnit(at(index).text) && !is(index, {"seconds", "secs"}))
             return 0;
-        const bool isCounted = TimeTerms::number(at(index - 1).text) || isNumber(index - 1);
+        const bool isCounted = isCount(index - 1);
         const bool isWeekOn = is(index, {"week", "weeks", "fortnight"})
             && (isCounted ? m_tokens.isTime(index + 1) : m_tokens.isTime(index - 1) && isEdge(index));
-        const bool isFrom = is(index + 1, {"before", "after", "prior", "ahead", "from", "earlier"})
-            && (isCounted || is(index - 1, {"the"}));
+        const bool isFrom = isBeforeAfter(index + 1) && is(index - 1, {"the"});
         const bool isSeconds = is(index, {"seconds", "secs"}) && isNumber(index - 1)
             && (m_tokens.isTime(index - 2) || is(index - 2, {"in"}));
         return isFrom || isWeekOn || isSeconds ? 1 : 0;
     }
+
+    bool isCount(int index) const { return isLeft(index) && (TimeTerms::number(at(index).text) || isNumber(index)); }
+
+    bool isBeforeAfter(int index) const { return is(index, {"before", "after", "prior", "ahead", "from", "earlier"}); }
 
     /// "the 5th", "the first monday", "the last day of".
     int ordinal(int index) const
@@ -338,6 +372,7 @@ private:
     const RequestTokens& m_tokens;
     bool m_hasDay = false;
     bool m_hasClock = false;
+    bool m_hasRule = false;
 };
 
 } // namespace

@@ -39,7 +39,8 @@ std::string tidiedTask(const std::string& task, std::string_view words)
     const std::string withoutArticle = withoutMatch(lostItsNoun ? article : articleBeforeTo, tidy);
     if (withoutArticle != tidy)
         tidy = withoutMatch(PhrasePatterns::all().leadIn, withoutMatch(preposition, withoutArticle));
-    return withUpperCaseFirst(trimmed(tidy, ",.;:-!?@"));
+    static const Pattern to(R"(^to\s+)", Pattern::Case::insensitive); // Of "by friday to call mum".
+    return withUpperCaseFirst(trimmed(withoutMatch(to, tidy), ",.;:-!?@"));
 }
 
 /// The words of a request, as far as they were read.

@@ -133,10 +133,19 @@ std::string rewritten(
 std::string withWrittenTimes(std::string_view text)
 {
     const SpokenTimePatterns& patterns = SpokenTimePatterns::all();
-    std::string result = rewritten(std::string(text), patterns.relative, writtenRelative);
-    result = rewritten(result, patterns.oClock, writtenOClock);
-    result = rewritten(result, patterns.marked, writtenMarked);
-    return rewritten(result, patterns.plain, writtenPlain);
+    const std::string lower = lowerCased(text);
+    const auto holds = [&lower](std::string_view word) { return lower.find(word) != std::string::npos; };
+    std::string result(text);
+    // Most texts have none of these words, and a search for a pattern costs more than one for a word.
+    if (holds("past") || holds(" to "))
+        result = rewritten(result, patterns.relative, writtenRelative);
+    if (holds("clock"))
+        result = rewritten(result, patterns.oClock, writtenOClock);
+    if (holds("am") || holds("pm") || holds(".m") || holds(" m"))
+        result = rewritten(result, patterns.marked, writtenMarked);
+    if (holds("at") || holds("by"))
+        result = rewritten(result, patterns.plain, writtenPlain);
+    return result;
 }
 
 } // namespace quorvell

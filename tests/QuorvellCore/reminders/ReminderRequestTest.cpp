@@ -113,6 +113,8 @@ TEST(ReminderRequest, readsDaysNamedInMoreThanOneWord)
         {"tomorrow 7 in the evening call mum", Verdict::ready, "Call mum", "2026-11-22 19:00"},
         {"can you remind me to call mum tomorrow?", Verdict::ready, "Call mum", "2026-11-22 09:00"},
         {"buy 2 pm tickets tomorrow at 5 pm", Verdict::ready, "Buy 2 pm tickets", "2026-11-22 17:00"},
+        {"remind me by friday to call mum", Verdict::ready, "Call mum", "2026-11-27 09:00"},
+        {"sun 5 pm call mum", Verdict::ready, "Call mum", "2026-11-22 17:00"},
         {"remind me to ask Bob tomorrow: who comes?", Verdict::ready, "Ask Bob : who comes", "2026-11-22 09:00"},
     };
     check(rows);
@@ -135,6 +137,10 @@ TEST(ReminderRequest, asksWhereATimeWasPassedOver)
         "every 2 weeks call mum at 8 am",
         "call mum every weekend at 8 am",
         "call mum twice a day at 8 am",
+        "call mum every week/month",
+        "on 5 march 27 at 5 pm call mum",
+        "this time tomorrow call mum",
+        "gym on monday and set it to repeat",
         // Times.
         "at 8 am and 8 pm call mum",
         "call mum between 5 and 6 pm",
@@ -216,6 +222,7 @@ TEST(ReminderRequest, tasksKeepWhatOnlyLooksLikeATime)
         "Buy christmas presents",
         "Buy everyday shoes",
         "Plan for next month",
+        "Meet at 21 Jump Street",
     };
     const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
     for (const std::string task : tasks) {
