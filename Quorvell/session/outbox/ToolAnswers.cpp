@@ -2,6 +2,7 @@
 #include "Quorvell/session/outbox/ToolAnswers.h"
 
 #include "Quorvell/session/turn/SessionEvents.h"
+#include "QuorvellCore/live/tools/ToolResult.h"
 
 #include <nlohmann/json.hpp>
 
@@ -17,7 +18,7 @@ void ToolAnswers::give(const tool_report::Answered& answer, Conversation convers
     const auto& [call, result] = answer.answered;
     const bool isWanted = m_ports.lines.ready() && m_ports.lines.serial() == answer.askedBy;
     m_ports.log.record(
-        "tool_answered", {{"name", call.name}, {"failed", memberOf(result, "error") != nullptr}, {"sent", isWanted}});
+        "tool_answered", {{"name", call.name}, {"failed", ToolResult::of(result).isFailure()}, {"sent", isWanted}});
     m_ports.turn.noteActivity();
     const bool isToBeTold = answer.scheduling != LiveResponseScheduling::silent;
     const bool isOfThisConversation = conversation == Conversation::active && answer.askedBy >= m_firstSerial;
