@@ -5,6 +5,7 @@
 #include <array>
 #include <mutex>
 
+// NOLINTBEGIN(readability-identifier-naming): the library's own names.
 extern "C" {
 #include <flite.h>
 cst_voice* register_cmu_us_slt(const char* folder);
@@ -12,6 +13,7 @@ cst_voice* register_cmu_us_rms(const char* folder);
 cst_voice* register_cmu_us_awb(const char* folder);
 cst_voice* register_cmu_us_kal16(const char* folder);
 }
+// NOLINTEND(readability-identifier-naming)
 
 namespace quorvell {
 

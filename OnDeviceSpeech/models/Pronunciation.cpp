@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cctype>
 
-extern "C" cst_lexicon* cmu_lex_init();
+extern "C" cst_lexicon* cmu_lex_init(); // NOLINT(readability-identifier-naming): the library's own name.
 
 namespace quorvell {
 

@@ -17,7 +17,7 @@ bool holds(const std::vector<SoundDevice>& devices, const std::string& name)
 } // namespace
 
 DesktopSound::DesktopSound(
-    const std::string& runtimeFolder, Scheduler& scheduler, const Devices& devices, Reports reports)
+    const std::string& runtimeFolder, Scheduler& scheduler, const Devices& devices, const Reports& reports)
     : m_chosen(devices)
     , m_server({{}, runtimeFolder, "Quorvell"}, scheduler)
     , m_player(m_server, m_reference, {reports.failed, [] {}})

@@ -32,7 +32,8 @@ public:
     };
 
     /// The scheduler outlives it.
-    DesktopSound(const std::string& runtimeFolder, Scheduler& scheduler, const Devices& devices, Reports reports);
+    DesktopSound(
+        const std::string& runtimeFolder, Scheduler& scheduler, const Devices& devices, const Reports& reports);
     ~DesktopSound() override;
 
     /// Calls back once: an empty text when the server and its devices are known, else why there is no sound.

@@ -64,6 +64,7 @@ std::string ChatWord::overview()
 std::string ChatWord::unknownText(const std::string& word)
 {
     std::vector<std::string> words;
+    words.reserve(knownWords.size());
     for (const Known& known : knownWords)
         words.push_back(std::string("/") + known.word);
     const std::string nearest = nearestWord("/" + word, words);
