@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Calls over WebRTC on loopback, both ends in this process: how long a call takes to come about, what it holds, how
-// long a text and a sound are under way, what it costs the processor.
 // long a text and a sound are under way, what it costs the processor. "--brief" only sees that it still measures.
 #include "Media/audio/SampleBytes.h"
 #include "Media/webrtc/WebRTCPeer.h"

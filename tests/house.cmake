@@ -7,6 +7,7 @@ endif()
 
 add_test(NAME house.layers COMMAND scripts/check-layers "${CMAKE_BINARY_DIR}/rooms.txt" WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.circles COMMAND scripts/check-circles WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
+add_test(NAME house.heads COMMAND scripts/check-heads WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.own_header_first COMMAND scripts/check-headers WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.purity COMMAND scripts/check-purity WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.format COMMAND scripts/format --check WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
