@@ -32,7 +32,7 @@ TEST(FolderWatch, tellsOfEveryKindOfChange)
     } rows[] = {
         {"a hidden file", [&] { writeText(folder + "/.b.tmp", "b"); }, 0},
         {"written in place", [&] { writeText(folder + "/a.md", "b"); }, 1},
-        {"saved atomically", [&] { writeFileDurably(folder, "a.md", "c"); }, 1},
+        {"saved atomically", [&] { EXPECT_EQ(writeFileDurably(folder, "a.md", "c"), FileProblem::none); }, 1},
         {"renamed", [&] { fs::rename(folder + "/a.md", folder + "/c.md"); }, 1},
         {"removed", [&] { fs::remove(folder + "/c.md"); }, 1},
         {"the folder goes", [&] { fs::rename(folder, parent / "aside"); }, 1},
