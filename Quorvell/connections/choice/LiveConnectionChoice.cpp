@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/connections/choice/LiveConnectionChoice.h"
 
-#include "Quorvell/connections/gemini/GeminiLiveClient.h"
+#include "Quorvell/connections/gemini/LiveClient.h"
 #include "Quorvell/connections/openai/OpenAILiveClient.h"
 #include "Quorvell/connections/responses/ResponsesTextConnection.h"
 
@@ -46,8 +46,7 @@ std::unique_ptr<LiveConnection> LiveConnectionChoice::make(LiveConnectionObserve
 {
     switch (protocolFor(m_settings, medium)) {
     case Protocol::gemini:
-        return std::make_unique<GeminiLiveClient>(
-            m_source, m_settings.models, observer, m_experience, m_settings.limits);
+        return std::make_unique<LiveClient>(m_source, m_settings.models, observer, m_experience, m_settings.limits);
     case Protocol::responses:
         return std::make_unique<ResponsesTextConnection>(
             m_source, m_settings.models, observer, m_experience, m_settings.limits);

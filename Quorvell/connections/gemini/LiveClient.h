@@ -22,9 +22,9 @@ namespace quorvell {
 
 /// Lives on the main thread. Facts are reported from the event loop, never from inside a call. A message to this
 /// service would break off what the model is saying, so messages wait until it has finished.
-class GeminiLiveClient : public LiveConnection {
+class LiveClient : public LiveConnection {
 public:
-    GeminiLiveClient(LiveAccessSource& accessSource, LiveModelSettings models, LiveConnectionObserver& observer,
+    LiveClient(LiveAccessSource& accessSource, LiveModelSettings models, LiveConnectionObserver& observer,
         ServiceExperience& experience, LiveTimeLimits limits = {});
 
     void open(const LiveSetup& setup) override;

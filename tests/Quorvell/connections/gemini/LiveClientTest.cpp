@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Catches a Gemini conversation that is opened, spoken or ended otherwise than the service expects.
-#include "Quorvell/connections/gemini/GeminiLiveClient.h"
+#include "Quorvell/connections/gemini/LiveClient.h"
 
 #include "ClientTalk.h"
 #include "QuorvellCore/live/wire/gemini/GeminiClientParser.h"
@@ -15,7 +15,7 @@ namespace {
 using namespace std::chrono_literals;
 namespace said = gemini_client;
 using Lateness = LiveMessageText::Lateness;
-using GeminiTalk = ClientTalk<GeminiLiveClient>;
+using GeminiTalk = ClientTalk<LiveClient>;
 
 /// Answers the setup, and keeps what else was said.
 struct GeminiService {
@@ -51,12 +51,12 @@ struct GeminiService {
     ScriptedLiveServer server;
 };
 
-class GeminiLiveClientTest : public testing::Test {
+class LiveClientTest : public testing::Test {
 protected:
     void SetUp() override { needQtApplication(); }
 };
 
-TEST_F(GeminiLiveClientTest, isSetUpWithWhatTheSessionWants)
+TEST_F(LiveClientTest, isSetUpWithWhatTheSessionWants)
 {
     GeminiService service;
     GeminiTalk talk(service.server.access(), someSetup(), {});
@@ -82,7 +82,7 @@ TEST_F(GeminiLiveClientTest, isSetUpWithWhatTheSessionWants)
     EXPECT_TRUE(resumed.all<said::Content>().empty());
 }
 
-TEST_F(GeminiLiveClientTest, givesSoundAtTheServicesRate)
+TEST_F(LiveClientTest, givesSoundAtTheServicesRate)
 {
     GeminiService service;
     GeminiTalk talk(service.server.access(), {}, {});
@@ -98,7 +98,7 @@ TEST_F(GeminiLiveClientTest, givesSoundAtTheServicesRate)
     ASSERT_TRUE(talk.waitFor<live_event::Audio>());
 }
 
-TEST_F(GeminiLiveClientTest, interruptsNothingAndAnswersCallsOnce)
+TEST_F(LiveClientTest, interruptsNothingAndAnswersCallsOnce)
 {
     GeminiService service;
     GeminiTalk talk(service.server.access(), {}, {});
@@ -141,7 +141,7 @@ TEST_F(GeminiLiveClientTest, interruptsNothingAndAnswersCallsOnce)
     EXPECT_EQ(talk.observer.closure, LiveClosure{});
 }
 
-TEST_F(GeminiLiveClientTest, endsInOneSentence)
+TEST_F(LiveClientTest, endsInOneSentence)
 {
     GeminiService mute;
     GeminiTalk unanswered(mute.server.access(), {}, {});

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Quorvell/connections/gemini/GeminiLiveClient.h"
+#include "Quorvell/connections/gemini/LiveClient.h"
 
 #include "Media/audio/SampleBytes.h"
 #include "QuorvellCore/live/prompt/QuorvellPrompt.h"
@@ -59,8 +59,8 @@ bool isOutput(const LiveServerEvent& event)
 
 } // namespace
 
-GeminiLiveClient::GeminiLiveClient(LiveAccessSource& accessSource, LiveModelSettings models,
-    LiveConnectionObserver& observer, ServiceExperience& experience, LiveTimeLimits limits)
+LiveClient::LiveClient(LiveAccessSource& accessSource, LiveModelSettings models, LiveConnectionObserver& observer,
+    ServiceExperience& experience, LiveTimeLimits limits)
     : m_experience(experience)
     , m_limits(limits)
     , m_resampler(portRate, LiveMessage::inputSampleRate)
@@ -73,7 +73,7 @@ GeminiLiveClient::GeminiLiveClient(LiveAccessSource& accessSource, LiveModelSett
 
 // ---- Opening
 
-void GeminiLiveClient::open(const LiveSetup& setup)
+void LiveClient::open(const LiveSetup& setup)
 {
     if (!m_life.is(Stage::unopened))
         return;
@@ -88,7 +88,7 @@ void GeminiLiveClient::open(const LiveSetup& setup)
     m_life.locate([this] { openSocket(); });
 }
 
-void GeminiLiveClient::openSocket()
+void LiveClient::openSocket()
 {
     m_life.enter(Stage::opening);
     LiveSocket::Reports reports;
@@ -99,21 +99,21 @@ void GeminiLiveClient::openSocket()
     m_socket->open(GeminiLiveEndpoint{m_life.access().address()}.request(m_life.access().key));
 }
 
-void GeminiLiveClient::socketOpened()
+void LiveClient::socketOpened()
 {
     m_life.enter(Stage::starting);
     m_life.startDeadline(m_limits.toStart, [this] { m_life.fail({Kind::startedTooSlowly}); });
     send(LiveMessage::setup(m_options));
 }
 
-void GeminiLiveClient::socketClosed(const ConnectionFailure& failure)
+void LiveClient::socketClosed(const ConnectionFailure& failure)
 {
     if (m_life.is(Stage::closing))
         return m_life.finish({});
     m_life.fail(failure);
 }
 
-void GeminiLiveClient::setUp()
+void LiveClient::setUp()
 {
     m_life.enter(Stage::started);
     m_life.stopDeadline();
@@ -124,7 +124,7 @@ void GeminiLiveClient::setUp()
 
 // ---- What the service reports
 
-void GeminiLiveClient::textReceived(const std::string& text)
+void LiveClient::textReceived(const std::string& text)
 {
     m_hasReacted = true;
     if (m_life.is(Stage::started))
@@ -136,7 +136,7 @@ void GeminiLiveClient::textReceived(const std::string& text)
     }
 }
 
-void GeminiLiveClient::handle(LiveServerEvent event)
+void LiveClient::handle(LiveServerEvent event)
 {
     if (std::holds_alternative<live_event::SetupComplete>(event)) {
         if (!m_life.is(Stage::starting))
@@ -159,7 +159,7 @@ void GeminiLiveClient::handle(LiveServerEvent event)
 }
 
 /// False when none is new.
-bool GeminiLiveClient::keepNewCalls(std::vector<LiveFunctionCall>& calls)
+bool LiveClient::keepNewCalls(std::vector<LiveFunctionCall>& calls)
 {
     std::erase_if(calls, [this](const LiveFunctionCall& call) { return !m_calls.isNew(call.id); });
     for (const LiveFunctionCall& call : calls)
@@ -167,7 +167,7 @@ bool GeminiLiveClient::keepNewCalls(std::vector<LiveFunctionCall>& calls)
     return !calls.empty();
 }
 
-void GeminiLiveClient::turnEnded()
+void LiveClient::turnEnded()
 {
     m_isAnswering = false;
     if (m_owed.empty())
@@ -175,7 +175,7 @@ void GeminiLiveClient::turnEnded()
     sendWaiting();
 }
 
-void GeminiLiveClient::reportIdleness()
+void LiveClient::reportIdleness()
 {
     if (isFree() && m_waiting.empty() && std::exchange(m_isBusy, false))
         m_life.report(live_event::BackendIdle{});
@@ -183,19 +183,19 @@ void GeminiLiveClient::reportIdleness()
 
 // ---- What the session wants
 
-void GeminiLiveClient::sendAudio(std::span<const std::uint8_t> pcm)
+void LiveClient::sendAudio(std::span<const std::uint8_t> pcm)
 {
     if (m_life.is(Stage::started) && m_socket->unsentBytes() < LiveSocket::mostUnsentSound)
         sendSound(m_resampler.process(samplesOfBytes(pcm)));
 }
 
-void GeminiLiveClient::sendSound(const std::vector<std::int16_t>& samples)
+void LiveClient::sendSound(const std::vector<std::int16_t>& samples)
 {
     if (!samples.empty())
         m_socket->send(LiveMessage::audioText(bytesOfSamples(samples)));
 }
 
-void GeminiLiveClient::sendAudioPause()
+void LiveClient::sendAudioPause()
 {
     if (!m_life.is(Stage::started))
         return;
@@ -207,7 +207,7 @@ void GeminiLiveClient::sendAudioPause()
 }
 
 /// It may have been a noise, and rightly so; then a fresh connection, which is given the same sound, says as little.
-void GeminiLiveClient::soundWasLeftUnanswered()
+void LiveClient::soundWasLeftUnanswered()
 {
     if (m_hasReacted || m_experience.leavesSoundUnanswered)
         return;
@@ -217,7 +217,7 @@ void GeminiLiveClient::soundWasLeftUnanswered()
         m_life.fail({Kind::wentSilent});
 }
 
-void GeminiLiveClient::sendMessage(const LiveMessageText& message)
+void LiveClient::sendMessage(const LiveMessageText& message)
 {
     if (!m_life.is(Stage::started))
         return;
@@ -228,7 +228,7 @@ void GeminiLiveClient::sendMessage(const LiveMessageText& message)
     sendWaiting();
 }
 
-void GeminiLiveClient::sendWaiting()
+void LiveClient::sendWaiting()
 {
     if (!isFree() || !m_life.is(Stage::started))
         return;
@@ -254,7 +254,7 @@ void GeminiLiveClient::sendWaiting()
 
 /// A service that forgets to end its turn must not keep messages waiting for ever. One that has not even begun it is
 /// gone, though its connection may still answer pings.
-void GeminiLiveClient::modelIsAnswering()
+void LiveClient::modelIsAnswering()
 {
     m_isAnswering = m_isBusy = true;
     m_life.startDeadline(m_limits.quietTurn, [this] {
@@ -265,20 +265,20 @@ void GeminiLiveClient::modelIsAnswering()
     });
 }
 
-void GeminiLiveClient::requestAnswer()
+void LiveClient::requestAnswer()
 {
     m_isBusy = m_isAnswerWanted = true;
     sendWaiting();
 }
 
 /// There is one model here, and it takes instructions as messages.
-void GeminiLiveClient::sendVoiceInstructions(const std::string& text)
+void LiveClient::sendVoiceInstructions(const std::string& text)
 {
     sendMessage({.text = text});
 }
 
 /// Exactly one answer for each call that still wants one.
-void GeminiLiveClient::sendToolResponse(const LiveFunctionResponse& response, LiveResponseScheduling scheduling)
+void LiveClient::sendToolResponse(const LiveFunctionResponse& response, LiveResponseScheduling scheduling)
 {
     if (m_owed.erase(response.id) == 0)
         return;
@@ -295,14 +295,14 @@ void GeminiLiveClient::sendToolResponse(const LiveFunctionResponse& response, Li
         m_life.later([this] { turnEnded(); });
 }
 
-void GeminiLiveClient::dropStale()
+void LiveClient::dropStale()
 {
     std::erase_if(m_waiting,
         [](const LiveMessageText& message) { return message.lateness == LiveMessageText::Lateness::worthless; });
     m_life.later([this] { reportIdleness(); });
 }
 
-void GeminiLiveClient::close()
+void LiveClient::close()
 {
     if (m_life.is(Stage::closing) || m_life.is(Stage::closed))
         return;
@@ -315,7 +315,7 @@ void GeminiLiveClient::close()
     m_socket->close();
 }
 
-void GeminiLiveClient::send(const Json& message)
+void LiveClient::send(const Json& message)
 {
     if (m_life.is(Stage::starting) || m_life.is(Stage::started))
         m_socket->send(dumpJson(message));
