@@ -224,12 +224,13 @@ TEST(TypicalRequest, whatScriptsRelyOn)
     const Outcome finished = home.run(("reminders done " + readString(events[0], "id").value_or("")).c_str());
     EXPECT_EQ(finished.exitCode, 0) << finished.errors;
 
-    const auto agent = home.start("agent");
-    agent->setReadChannel(QProcess::StandardError);
-    EXPECT_TRUE(agent->waitForReadyRead(10000)) << "nothing was said of the missing bus";
-    EXPECT_NE(agent->readAllStandardError().toStdString().find("systemctl --user start"), std::string::npos);
-    agent->kill();
-    agent->waitForFinished();
+    QProcess agent;
+    home.start(agent, "agent");
+    agent.setReadChannel(QProcess::StandardError);
+    EXPECT_TRUE(agent.waitForReadyRead(10000)) << "nothing was said of the missing bus";
+    EXPECT_NE(agent.readAllStandardError().toStdString().find("systemctl --user start"), std::string::npos);
+    agent.kill();
+    agent.waitForFinished();
 }
 
 TEST(TypicalRequest, aSecondProgramHandsOverOrSaysWhyNot)

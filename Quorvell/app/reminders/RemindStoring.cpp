@@ -65,7 +65,7 @@ private:
     void tell(const ReminderRequest& request, const Note& note) const
     {
         if (output == RemindOutput::json)
-            std::cout << dumpJson(ReminderAnswers(now, calendar).set(note, request.hasTime)) << std::endl;
+            std::cout << dumpJson(ReminderAnswers(now, calendar).set(note, request.hasTime).json()) << std::endl;
         else
             std::cout << "A reminder is set.\n" << remindText(request, now, calendar) << std::endl;
     }

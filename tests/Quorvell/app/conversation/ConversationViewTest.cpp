@@ -190,7 +190,7 @@ TEST(TalkStatus, tellsWhoseTurnItIs)
     clock.advance(12s);
     EXPECT_TRUE(shows("thinking 12 s  ▯▯▯▯▯▯▯▯  · Comparing both …  · today"));
     status.toolCalled({"call_1", "whats_on", {}});
-    EXPECT_TRUE(shows("· whats on …"));
+    EXPECT_TRUE(shows("· looking at the calendar …"));
     status.assistantWordsHeard("Hi");
     EXPECT_TRUE(shows("speaking"));
     status.turnCompleted(Outcome::answered);

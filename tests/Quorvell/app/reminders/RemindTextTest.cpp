@@ -48,7 +48,6 @@ TEST(RemindRequest, readsWhatAScriptWritesByTheClockOfPrograms)
         {"tomorrow at 5 call mum", ""},
         {"tomorrow at 5:30 call mum", ""},
         {"friday at 10.30 send the report", ""},
-        {"friday at 10:30 read 08:15 aloud", ""},
     };
     const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
     const Instant now = *parseIsoText("2026-11-21T09:30:00Z");
@@ -59,6 +58,8 @@ TEST(RemindRequest, readsWhatAScriptWritesByTheClockOfPrograms)
         const auto asked = remindRequest(row.words, now, calendar, [](const auto& choices) { return choices.back(); });
         EXPECT_EQ(asked.verdict, ReminderRequest::Verdict::ready) << row.words;
     }
+    const auto twoTimes = remindRequest("friday at 10:30 read 08:15 aloud", now, calendar, nullptr);
+    EXPECT_EQ(twoTimes.verdict, ReminderRequest::Verdict::needsTime);
 }
 
 TEST(RemindPhrases, comeFromTheCallOrTheInput)

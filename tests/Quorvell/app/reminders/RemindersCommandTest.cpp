@@ -86,8 +86,8 @@ TEST(RemindersCommand, asksWhichTimeIsMeant)
         const char* typed;
         const char* remindAt; ///< Unchanged: 2026-11-22T16:00.
     };
-    for (const Row& row : {Row{"2\n", "2026-11-22T04:00:00.000Z"}, {"pm\n", "2026-11-21T16:00:00.000Z"},
-             {"7\nwhat\n5 in the morning\n", "2026-11-22T04:00:00.000Z"}, {"\n1\n", "2026-11-22T16:00:00.000Z"},
+    for (const Row& row : {Row{"2\n", "2026-11-22T17:00:00.000Z"}, {"pm\n", "2026-11-22T17:00:00.000Z"},
+             {"7\nwhat\n6 in the morning\n", "2026-11-22T05:00:00.000Z"}, {"\n1\n", "2026-11-22T16:00:00.000Z"},
              {"8 pm\n0\nx\n1\n", "2026-11-22T16:00:00.000Z"}, {"", "2026-11-22T16:00:00.000Z"}}) {
         SCOPED_TRACE(row.typed);
         MemoryNotebook notebook;
@@ -97,10 +97,9 @@ TEST(RemindersCommand, asksWhichTimeIsMeant)
         std::ostringstream errors;
         const auto ask = [&](const auto& choices) { return askWhichTime(choices, now, berlin(), answers, out); };
         runReminders(
-            {RemindersRequest::Action::later, "mum", "at 5"}, notebook, now, berlin(), out, errors, ask, [](int) {});
+            {RemindersRequest::Action::later, "mum", "at 6"}, notebook, now, berlin(), out, errors, ask, [](int) {});
         EXPECT_EQ(isoText(*notebook.list.front().remindAt), row.remindAt);
-        EXPECT_TRUE(
-            out.str().starts_with("  1  Saturday 21 November at 17:00\n  2  Sunday 22 November at 05:00\nWhich"));
+        EXPECT_TRUE(out.str().starts_with("  1  Sunday 22 November at 06:00\n  2  Sunday 22 November at 18:00\nWhich"));
     }
 }
 
