@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The tools of the notebook, the reminders, the calendar and the linked accounts.
+#include "QuorvellCore/live/tools/ToolDeclaration.h"
 #include "QuorvellCore/live/tools/ToolDeclarations.h"
 #include "QuorvellCore/live/tools/ToolSchema.h"
 

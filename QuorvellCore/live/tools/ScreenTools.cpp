@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The tools that read the screen and act on it.
+#include "QuorvellCore/live/tools/ToolDeclaration.h"
 #include "QuorvellCore/live/tools/ToolDeclarations.h"
 #include "QuorvellCore/live/tools/ToolSchema.h"
 

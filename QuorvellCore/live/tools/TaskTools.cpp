@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The tools for whole tasks, for consent and safety, and for showing instead of doing.
+#include "QuorvellCore/live/tools/ToolDeclaration.h"
 #include "QuorvellCore/live/tools/ToolDeclarations.h"
 #include "QuorvellCore/live/tools/ToolSchema.h"
 

@@ -2,6 +2,7 @@
 // The tools as the two kinds of backend want them.
 #include "QuorvellCore/live/tools/ToolCatalogue.h"
 
+#include "QuorvellCore/live/tools/ToolDeclaration.h"
 #include "QuorvellCore/live/tools/ToolDeclarations.h"
 #include "QuorvellCore/live/tools/ToolSchema.h"
 #include "QuorvellCore/live/tools/ToolTable.h"
@@ -141,23 +142,12 @@ constinit const ToolNames ToolCatalogue::planUpdateTools{planUpdateNames};
 
 const Json& ToolCatalogue::planUpdateProperty()
 {
-    using namespace tool_schema;
-    static const Json property = object("Optional: keeps the open plan true without a call of its own, such as "
-                                        "{\"done\": [1], \"facts\": [\"The order number is 4711.\"]}.",
-        {optional("done", list("Numbers of the steps that are done, from 1.", Json{{"type", "INTEGER"}})),
-            optional("facts", list("Facts worth keeping for later steps.", Json{{"type", "STRING"}}))});
-    return property;
+    return tool_declarations::planUpdateProperty();
 }
 
 const Json& ToolCatalogue::nextStepProperty()
 {
-    using namespace tool_schema;
-    static const Json property = object("Optional, and worth giving whenever you can already tell: the one step after "
-                                        "this one. It is carried out only if this one worked and the step still fits; "
-                                        "otherwise you get the fresh screen. Never a step that needs consent.",
-        {required("tool", choice("The tool of that step.", nextStepNames)),
-            required("arguments", tool_declarations::stepArguments())});
-    return property;
+    return tool_declarations::nextStepProperty();
 }
 
 const Json& ToolCatalogue::notebookTools()
@@ -175,7 +165,7 @@ const Json& ToolCatalogue::connectedAppTools()
 const Json& ToolCatalogue::lookUpTool()
 {
     using namespace tool_schema;
-    static const Json declaration = tool_schema::declaration("look_up",
+    static const Json declaration = tool_declarations::declaration("look_up",
         "Looks something up on the web and answers with a short summary and its sources. For anything recent, changing "
         "or uncertain.",
         {required("query", text("A short question without the user's private details."))});
@@ -185,7 +175,7 @@ const Json& ToolCatalogue::lookUpTool()
 const Json& ToolCatalogue::updateTool()
 {
     using namespace tool_schema;
-    static const Json declaration = tool_schema::declaration("quorvell_update",
+    static const Json declaration = tool_declarations::declaration("quorvell_update",
         "Checks for a newer Quorvell, or installs it when the user has asked for that. Answers with both versions.",
         {required("action", choice("What to do.", {"check", "install"}))});
     return declaration;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/live/tools/ToolSchema.h"
 
-#include "QuorvellCore/live/tools/ToolCatalogue.h"
-
 #include <utility>
 
 namespace quorvell::tool_schema {
@@ -12,20 +10,6 @@ namespace {
 Json described(const char* type, std::string_view description)
 {
     return {{"type", type}, {"description", description}};
-}
-
-void addProperties(Json& schema, const std::vector<Property>& properties)
-{
-    Json members = Json::object();
-    Json names = Json::array();
-    for (const auto& [name, need, property] : properties) {
-        members[std::string(name)] = property;
-        if (need == Need::required)
-            names.push_back(name);
-    }
-    schema["properties"] = std::move(members);
-    if (!names.empty())
-        schema["required"] = std::move(names);
 }
 
 } // namespace
@@ -87,20 +71,18 @@ Json object(std::string_view description, const std::vector<Property>& propertie
     return schema;
 }
 
-Json declaration(std::string_view name, std::string_view description, const std::vector<Property>& properties)
+void addProperties(Json& schema, const std::vector<Property>& properties)
 {
-    std::vector<Property> all = properties;
-    if (ToolCatalogue::planUpdateTools.contains(name))
-        all.push_back(optional("plan_update", ToolCatalogue::planUpdateProperty()));
-    if (ToolCatalogue::nextStepTools.contains(name))
-        all.push_back(optional("then", ToolCatalogue::nextStepProperty()));
-    Json tool{{"name", name}, {"description", description}};
-    if (all.empty())
-        return tool;
-    Json parameters{{"type", "OBJECT"}};
-    addProperties(parameters, all);
-    tool["parameters"] = std::move(parameters);
-    return tool;
+    Json members = Json::object();
+    Json names = Json::array();
+    for (const auto& [name, need, property] : properties) {
+        members[std::string(name)] = property;
+        if (need == Need::required)
+            names.push_back(name);
+    }
+    schema["properties"] = std::move(members);
+    if (!names.empty())
+        schema["required"] = std::move(names);
 }
 
 } // namespace quorvell::tool_schema

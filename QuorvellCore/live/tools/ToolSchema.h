@@ -33,7 +33,7 @@ Json flag(std::string_view description);
 Json list(std::string_view description, Json item);
 Json object(std::string_view description, const std::vector<Property>& properties);
 
-/// Adds `plan_update` and `then` where the tool's name asks for them.
-Json declaration(std::string_view name, std::string_view description, const std::vector<Property>& properties = {});
+/// Adds the properties to an object's schema, the required ones to its list.
+void addProperties(Json& schema, const std::vector<Property>& properties);
 
 } // namespace quorvell::tool_schema
