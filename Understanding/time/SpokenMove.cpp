@@ -114,7 +114,7 @@ SpokenMove SpokenMove::read(std::string_view words, const DateParts& old, FarHou
     const auto moment = SpokenMoment::read(words, around);
     if (!phrase || !moment)
         return {};
-    static const Pattern span("^in\\b", caseless);
+    static const Pattern span("^in (?!the\\b)", caseless);
     if (span.find(phrase->timeWords))
         return {{moment->date}};
     SpokenMove move;

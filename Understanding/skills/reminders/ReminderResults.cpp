@@ -5,6 +5,7 @@
 #include "Understanding/skills/reminders/ReminderCalls.h"
 #include "Understanding/skills/reminders/ReminderQuestions.h"
 #include "Understanding/skills/reminders/ReminderReply.h"
+#include "Understanding/skills/reminders/ReminderRules.h"
 
 #include <nlohmann/json.hpp>
 
@@ -26,13 +27,17 @@ std::string failureReply(const Json& arguments, const ToolResult& result)
                                        : "I found no reminder like that.";
 }
 
-RuleStep takeFailure(const ToolRequest& call, const ToolResult& result, RequestMemory memory)
+RuleStep takeFailure(
+    const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
 {
     const Json arguments = parseJson(call.arguments).value_or(Json::object());
     const bool isNamed = memberOf(arguments, "id") || memberOf(arguments, "task");
     // Then the reminder that was just talked about is meant.
-    if (result.failure() == ToolFailure::noReminderDue && !isNamed && !memory.reminder.id.empty())
+    if (result.failure() == ToolFailure::noReminderDue && !isNamed && !memory.reminder.id.empty()) {
+        if (auto step = ReminderRules::putOffAhead(readString(arguments, "later").value_or(""), memory, around))
+            return std::move(*step);
         return {ToolCalls::chosen(call.name, call.arguments, memory.reminder.id), std::move(memory)};
+    }
     return ToolResults::say(failureReply(arguments, result), std::move(memory));
 }
 
@@ -101,10 +106,10 @@ std::string replyFor(const ToolRequest& call, const ToolResult& result, const Re
 } // namespace
 
 RuleStep ReminderResults::take(
-    const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings&)
+    const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
 {
     if (result.isFailure())
-        return takeFailure(call, result, std::move(memory));
+        return takeFailure(call, result, std::move(memory), around);
     if (auto asked = ToolResults::confirming(call, result, "Should I really do that?", memory))
         return *std::move(asked);
     std::string reply = replyFor(call, result, memory);

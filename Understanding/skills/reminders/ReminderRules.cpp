@@ -5,6 +5,7 @@
 #include "Understanding/skills/reminders/ReminderCalls.h"
 #include "Understanding/skills/reminders/ReminderQuestions.h"
 #include "Understanding/time/SpokenLength.h"
+#include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenMove.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/SpokenWhen.h"
@@ -158,6 +159,25 @@ std::optional<RuleStep> ReminderRules::retime(const Wish& wish, RequestMemory me
     if (!isShift(wish) && (isLength(wish.when) || !reminder.start))
         return std::nullopt;
     return carryOutWith(reminder, wish, std::move(memory), around);
+}
+
+std::optional<RuleStep> ReminderRules::putOffAhead(
+    const std::string& later, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    constexpr int vagueMinutes = 60;
+    const FoundThing& reminder = memory.reminder;
+    const auto own =
+        reminder.start && !reminder.start->allDay ? reminder.start->instant(around.calendar) : std::nullopt;
+    if (!own || *own <= around.now)
+        return std::nullopt;
+    if (later == vague)
+        return RuleStep{
+            ReminderCalls{around}.putOffThis(reminder.id, reminder.start->adding(vagueMinutes).text()), memory};
+    const auto fromNow = later.starts_with("in ") ? SpokenMoment::read(later, around) : std::nullopt;
+    const auto fromOwn = fromNow ? SpokenMoment::read(later, LocalTime{*own, around.calendar}) : std::nullopt;
+    if (!fromOwn || fromOwn->date.allDay || fromNow->date.allDay)
+        return std::nullopt;
+    return askWhichTime(reminder, {fromOwn->date, fromNow->date}, memory);
 }
 
 } // namespace quorvell

@@ -428,4 +428,26 @@ TEST(ChangeRules, asksBeforeItChangesTheCalendar)
     EXPECT_EQ(shown(say("call ben", which)), R"(set_reminder {"later":"in 10 minutes","id":"b"})");
 }
 
+TEST(ChangeRules, putsOffWhatIsNotDueYetFromItsOwnTime)
+{
+    const auto say = [](const char* words, const RequestMemory& memory) {
+        return RequestRules::answerWords(words, memory, surroundings());
+    };
+    const auto hear = [](const char* result, const RuleStep& step) {
+        return RequestRules::answerResult(std::get<ToolRequest>(step.answer), result, step.memory, surroundings());
+    };
+    const auto set = hear(R"({"status":"set","id":"r1","task":"call mum","date":"2026-12-09 18:00","when":"then"})",
+        say("remind me on 9 december at 6 pm to call mum", {}));
+    const std::pair<const char*, const char*> rows[] = {
+        {"push it back a day",
+            "Do you mean Thursday the 10th of December at 6 PM, or Sunday the 22nd of November at 1 PM?"},
+        {"a bit later", R"(set_reminder {"later":"2026-12-09 19:00","id":"r1"})"},
+    };
+    const char* nothingDue =
+        R"({"error":"Nothing was changed: no reminder is due. Call set_reminder with list and ask which."})";
+    for (const auto& [words, answer] : rows)
+        EXPECT_EQ(shown(hear(nothingDue, say(words, set.memory))), answer) << words;
+    EXPECT_EQ(shown(say("in the morning", set.memory)), R"(set_reminder {"later":"2026-12-09 09:00","id":"r1"})");
+}
+
 } // namespace quorvell
