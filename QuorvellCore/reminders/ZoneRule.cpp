@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::int32_t secondsInHour = 3600;
 constexpr int longestHours = 167; ///< Of a time; it may lie on another day of the week.
+constexpr int longestOffset = 24; ///< Hours between a clock and UTC.
 
 constexpr TextReader::Width upToThree{1, 3};
 
@@ -25,12 +26,12 @@ void skipName(TextReader& reader)
 }
 
 /// "[+-]h[:m[:s]]", in seconds.
-std::int32_t readDuration(TextReader& reader)
+std::int32_t readDuration(TextReader& reader, int mostHours)
 {
     const bool isNegative = reader.skipIf('-');
     if (!isNegative)
         reader.skipIf('+');
-    std::int32_t seconds = reader.number(upToThree, {0, longestHours}) * secondsInHour;
+    std::int32_t seconds = reader.number(upToThree, {0, mostHours}) * secondsInHour;
     if (reader.skipIf(':'))
         seconds += reader.number(upToThree, {0, 59}) * 60;
     if (reader.skipIf(':'))
@@ -53,7 +54,7 @@ ZoneRule::Day readDay(TextReader& reader)
         day.number = reader.number(upToThree, {isWithoutLeapDay ? 1 : 0, 365});
     }
     if (reader.skipIf('/'))
-        day.time = readDuration(reader);
+        day.time = readDuration(reader, longestHours);
     return day;
 }
 
@@ -64,11 +65,11 @@ std::optional<ZoneRule> ZoneRule::parse(std::string_view text)
     TextReader reader(text);
     ZoneRule rule;
     skipName(reader);
-    rule.standard = -readDuration(reader); // counted westwards
+    rule.standard = -readDuration(reader, longestOffset); // counted westwards
     if (!reader.isAtEnd()) {
         skipName(reader);
         const bool hasOffset = !reader.skipIf(',');
-        rule.saving = hasOffset ? -readDuration(reader) : rule.standard + secondsInHour;
+        rule.saving = hasOffset ? -readDuration(reader, longestOffset) : rule.standard + secondsInHour;
         if (hasOffset)
             reader.skip(',');
         rule.start = readDay(reader);

@@ -6,6 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <string_view>
 #include <utility>
 
 namespace quorvell {
@@ -65,13 +66,13 @@ RuleStep ToolResults::say(std::string text, RequestMemory memory)
 }
 
 std::optional<RuleStep> ToolResults::confirming(
-    const ToolRequest& call, const ToolResult& result, std::string usual, const RequestMemory& memory)
+    const ToolRequest& call, const ToolResult& result, std::string_view usual, const RequestMemory& memory)
 {
     if (result.status() != ToolStatus::needsConfirmation)
         return std::nullopt;
-    const std::string question = result.wordsForUser();
+    std::string question = result.wordsForUser();
     return RuleStep::asking({.kind = &confirmation,
-                                .question = question.empty() ? std::move(usual) : question,
+                                .question = question.empty() ? std::string(usual) : std::move(question),
                                 .tool = call.name,
                                 .arguments = call.arguments},
         memory);

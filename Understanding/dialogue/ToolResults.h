@@ -39,7 +39,7 @@ struct ToolResults {
     /// Whether the call should really be made; nothing where that is not asked. `usual` stands in for a question that
     /// the tool did not word.
     static std::optional<RuleStep> confirming(
-        const ToolRequest& call, const ToolResult& result, std::string usual, const RequestMemory& memory);
+        const ToolRequest& call, const ToolResult& result, std::string_view usual, const RequestMemory& memory);
 };
 
 } // namespace quorvell

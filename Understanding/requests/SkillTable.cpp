@@ -45,8 +45,8 @@ std::vector<std::string> abilitiesOf(const RuleSurroundings& around)
         if (!ability.empty())
             abilities.push_back(std::move(ability));
     }
-    std::ranges::stable_partition(
-        abilities, [](const std::string& ability) { return ability.find(" and ") == std::string::npos; });
+    std::stable_partition(abilities.begin(), abilities.end(),
+        [](const std::string& ability) { return ability.find(" and ") == std::string::npos; });
     return abilities;
 }
 

@@ -44,6 +44,7 @@ bool isLength(const std::string& when)
 RuleStep askWhichTime(const FoundThing& reminder, const std::vector<DateParts>& dates, RequestMemory memory)
 {
     std::vector<TimeChoice> choices;
+    choices.reserve(dates.size());
     for (const DateParts& date : dates)
         choices.push_back({date, SpokenWhen::date(date)});
     return RuleStep::asking({.kind = &ReminderQuestions::whichTime,
