@@ -10,13 +10,13 @@ Outbox::Outbox(Ports ports)
 {
 }
 
-void Outbox::send(LiveMessageText message)
+void Outbox::send(const LiveMessageText& message)
 {
     const bool isWanted = message.answer == LiveMessageText::Answer::wanted;
     if (isConnected() && isWanted && m_unanswered.size() < mostWaiting)
         m_unanswered.push_back(message);
     if (isConnected() || message.lateness == LiveMessageText::Lateness::stillUseful)
-        tell(std::move(message));
+        tell(message);
 }
 
 void Outbox::sendTyped(const std::string& text, const LiveMessageText& wrapped)

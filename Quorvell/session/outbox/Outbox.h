@@ -31,7 +31,7 @@ public:
     Outbox& operator=(const Outbox&) = delete;
 
     /// Of the app. One that wants an answer is sent once more when the line is lost in the turn that it is to open.
-    void send(LiveMessageText message);
+    void send(const LiveMessageText& message);
     /// What the user typed, and how the model is to see it.
     void sendTyped(const std::string& text, const LiveMessageText& wrapped);
     /// Of the session itself: to whoever is there, or to the first that comes.
