@@ -141,13 +141,13 @@ std::string SessionController::frontApp() const
 
 // ---- What the user and the program want
 
-void SessionController::send(LiveMessageText message)
+void SessionController::send(const LiveMessageText& message)
 {
     const auto call = m_reports.enter();
     if (m_phase == SessionPhase::idle)
         return;
     m_rest.wake();
-    m_outbox.send(std::move(message));
+    m_outbox.send(message);
 }
 
 void SessionController::announce(std::string sentence)

@@ -85,7 +85,7 @@ public:
     /// The user asks for help. Where a conversation rests it wakes it; nothing when one runs or is about to.
     void begin();
     /// A message of the app for the model. Sent once the conversation is connected; wakes one that rests.
-    void send(LiveMessageText message);
+    void send(const LiveMessageText& message);
     /// Something that the program has to tell the user by itself, in one sentence. The model tells it at the next quiet
     /// moment, waking up where it rests; where there is no model to tell it, it is shown and said on the device.
     void announce(std::string sentence);
