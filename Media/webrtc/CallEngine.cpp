@@ -11,6 +11,7 @@
 #include <api/video_codecs/video_encoder_factory.h>
 #include <modules/audio_device/include/audio_device_default.h>
 #include <pc/srtp_session.h>
+#include <rtc_base/checks.h>
 #include <rtc_base/logging.h>
 #include <rtc_base/ssl_adapter.h>
 #include <rtc_base/ssl_stream_adapter.h>
@@ -23,6 +24,9 @@
 #include <cstdint>
 #include <mutex>
 #include <thread>
+
+// The library was built with its checks on; an object made by a unit without them is smaller than the library thinks.
+static_assert(RTC_DCHECK_IS_ON);
 
 namespace quorvell {
 
