@@ -29,6 +29,27 @@ function(quorvell_use_prelude target name)
     target_precompile_headers(${target} REUSE_FROM prelude_${name})
 endfunction()
 
+# The sources of one folder are compiled together, at most eight at a time: most of a unit's time goes into the same headers
+# and templates. So two sources of a folder must not give different things one name, not even in unnamed namespaces.
+# That each source includes what it uses is seen by clang-tidy, which reads them one by one.
+function(quorvell_compile_together target)
+    if(NOT QUORVELL_TOGETHER)
+        return()
+    endif()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+    get_target_property(sources ${target} SOURCES)
+    foreach(source IN LISTS sources)
+        if(source MATCHES "\\.cpp$")
+            get_filename_component(folder "${source}" DIRECTORY)
+            file(RELATIVE_PATH folder "${CMAKE_SOURCE_DIR}" "${folder}")
+            string(MAKE_C_IDENTIFIER "${folder}" folder)
+            math(EXPR part "0${count_${folder}} / 8")
+            math(EXPR count_${folder} "0${count_${folder}} + 1")
+            set_source_files_properties("${source}" PROPERTIES UNITY_GROUP "${folder}_${part}")
+        endif()
+    endforeach()
+endfunction()
+
 # quorvell_room(<name> <folder> [CORE] [PRELUDE <name>] [USES <room>...] [LIBRARIES <lib>...] [PUBLIC_LIBRARIES <lib>...])
 #   CORE              no exceptions, stricter warnings
 #   PRELUDE           core (where CORE says so), shell without it
@@ -78,6 +99,7 @@ function(quorvell_room name folder)
             set(ROOM_PRELUDE shell)
         endif()
         quorvell_use_prelude(${target} ${ROOM_PRELUDE})
+        quorvell_compile_together(${target})
         set_target_properties(${target} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON INTERFACE_HEADER_SETS_TO_VERIFY alone)
     else()
         add_library(${target} INTERFACE)

@@ -92,7 +92,7 @@ Outgoing text(const Json& message)
     return {{dumpJson(message)}};
 }
 
-struct Writer {
+struct GeminiWriter {
     Outgoing operator()(const news::Started& started) const
     {
         return text(GeminiServerMessage::setupComplete(started.sessionID));
@@ -144,7 +144,7 @@ SessionCodec::Incoming GeminiCodec::read(std::string_view text) const
 
 SessionCodec::Outgoing GeminiCodec::write(const SessionNews& news)
 {
-    return std::visit(Writer(), news);
+    return std::visit(GeminiWriter(), news);
 }
 
 std::string GeminiCodec::resumption(std::string_view handle) const

@@ -22,7 +22,7 @@ std::string inResponse(Json event)
     return dumpJson(Message::responseEvent(std::move(event)));
 }
 
-struct Writer {
+struct OpenAIWriter {
     OpenAICodec::Sound sound;
 
     Texts operator()(const news::Started& started) const
@@ -84,7 +84,7 @@ SessionCodec::Incoming OpenAICodec::read(std::string_view text) const
 
 SessionCodec::Outgoing OpenAICodec::write(const SessionNews& news)
 {
-    return {std::visit(Writer{m_sound}, news)};
+    return {std::visit(OpenAIWriter{m_sound}, news)};
 }
 
 } // namespace quorvell

@@ -13,7 +13,7 @@ namespace quorvell {
 
 namespace {
 
-FaultyWire::Time now()
+FaultyWire::Time wireNow()
 {
     return std::chrono::duration_cast<FaultyWire::Time>(std::chrono::steady_clock::now().time_since_epoch());
 }
@@ -21,7 +21,7 @@ FaultyWire::Time now()
 /// Sends what is due, and comes back for the rest.
 void sendDue(const std::shared_ptr<FaultyWire>& wire, const HttpAnswer& answer)
 {
-    for (const WireAction& action : wire->due(now())) {
+    for (const WireAction& action : wire->due(wireNow())) {
         if (const auto* send = std::get_if<wire_action::Send>(&action))
             answer.send(send->text);
         else if (std::holds_alternative<wire_action::Close>(action))
@@ -32,7 +32,7 @@ void sendDue(const std::shared_ptr<FaultyWire>& wire, const HttpAnswer& answer)
     const auto next = wire->nextDue();
     if (!next)
         return answer.finish();
-    QTimer::singleShot(std::max(*next - now(), FaultyWire::Time::zero()), QCoreApplication::instance(),
+    QTimer::singleShot(std::max(*next - wireNow(), FaultyWire::Time::zero()), QCoreApplication::instance(),
         [wire, answer] { sendDue(wire, answer); });
 }
 
@@ -43,7 +43,7 @@ void EventStream::send(const HttpAnswer& answer, SessionFaults faults, const std
     const auto wire = std::make_shared<FaultyWire>(std::move(faults));
     answer.send(HttpResponse::eventStreamHead());
     for (const std::string& event : events)
-        wire->take(event, now());
+        wire->take(event, wireNow());
     sendDue(wire, answer);
 }
 

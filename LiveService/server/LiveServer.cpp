@@ -22,7 +22,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr int goingAway = 1001;
 constexpr int created = 201;
 constexpr int patienceWithFault = 2; ///< Seconds, so that nobody waits long for what is refused on purpose.
 
@@ -96,7 +95,7 @@ void LiveServer::stop(std::function<void()> stopped)
     m_stopped = std::move(stopped);
     m_door.stop();
     for (auto& [number, session] : m_sessions)
-        session->end("server_shutdown", goingAway);
+        session->end("server_shutdown", LiveServerSession::goingAway);
     reportIfStopped();
 }
 

@@ -10,12 +10,11 @@ namespace quorvell {
 
 namespace {
 
-constexpr int goingAway = 1001;
 constexpr int policyViolation = 1008;
 constexpr int internalError = 1011;
 constexpr std::size_t handlesKept = 2; ///< The client may not have got the newest one.
 
-LiveSessionEngine::Time now()
+LiveSessionEngine::Time sessionNow()
 {
     return std::chrono::duration_cast<LiveSessionEngine::Time>(std::chrono::steady_clock::now().time_since_epoch());
 }
@@ -27,12 +26,12 @@ LiveServerSession::LiveServerSession(
     : m_transport(std::move(transport))
     , m_codec(std::move(codec))
     , m_surroundings(std::move(surroundings))
-    , m_engine(m_surroundings.ids, now(), m_codec->spokenRateHz())
+    , m_engine(m_surroundings.ids, sessionNow(), m_codec->spokenRateHz())
     , m_wire(m_surroundings.faults)
 {
     m_tick.setSingleShot(true);
     m_tick.setTimerType(Qt::PreciseTimer);
-    connect(&m_tick, &QTimer::timeout, this, [this] { carryOut(m_engine.tick(now())); });
+    connect(&m_tick, &QTimer::timeout, this, [this] { carryOut(m_engine.tick(sessionNow())); });
     m_wireTimer.setSingleShot(true);
     connect(&m_wireTimer, &QTimer::timeout, this, &LiveServerSession::sendDue);
     m_transport->begin({[this](std::string text) { takeText(std::move(text)); },
@@ -113,13 +112,14 @@ void LiveServerSession::takeIncoming(const SessionCodec::Incoming& incoming)
 void LiveServerSession::take(const OpenAILiveClientMessage& message)
 {
     if (!m_isFrozen && !isRefusedOnPurpose(message))
-        carryOut(m_engine.receive(message, now()));
+        carryOut(m_engine.receive(message, sessionNow()));
 }
 
 void LiveServerSession::resume(const std::string& handle)
 {
-    auto state = m_surroundings.faults.find(Fault::Kind::rejectHandle) ? std::nullopt
-                                                                       : m_surroundings.resumption.find(handle, now());
+    auto state = m_surroundings.faults.find(Fault::Kind::rejectHandle)
+        ? std::nullopt
+        : m_surroundings.resumption.find(handle, sessionNow());
     if (state)
         m_engine.resume(std::move(*state));
     else
@@ -175,7 +175,7 @@ void LiveServerSession::carryOut(const effect::FinishListening&)
 {
     m_speech->finishListening([reach = m_surroundings.reach](HeardTurn turn) {
         reach([turn = std::move(turn)](
-                  LiveServerSession& session) { session.carryOut(session.m_engine.heard(turn, now())); });
+                  LiveServerSession& session) { session.carryOut(session.m_engine.heard(turn, sessionNow())); });
     });
 }
 
@@ -197,7 +197,7 @@ void LiveServerSession::think(std::function<RuleStep(const RuleSurroundings&)> r
     RuleSurroundings around{{m_surroundings.wallClock(), m_surroundings.calendar}, m_engine.tools()};
     m_surroundings.thinking.post([reach = m_surroundings.reach, around = std::move(around), rules = std::move(rules)] {
         reach([step = rules(around)](
-                  LiveServerSession& session) { session.carryOut(session.m_engine.thought(step, now())); });
+                  LiveServerSession& session) { session.carryOut(session.m_engine.thought(step, sessionNow())); });
     });
 }
 
@@ -205,7 +205,7 @@ void LiveServerSession::carryOut(effect::Voice& voice)
 {
     m_speech->speak(voice.reply, std::move(voice.sentences), [reach = m_surroundings.reach](VoicePiece piece) {
         reach([piece = std::move(piece)](
-                  LiveServerSession& session) { session.carryOut(session.m_engine.voiced(piece, now())); });
+                  LiveServerSession& session) { session.carryOut(session.m_engine.voiced(piece, sessionNow())); });
     });
 }
 
@@ -225,7 +225,7 @@ void LiveServerSession::carryOut(const effect::CloseConnection& close)
 void LiveServerSession::offerResumption()
 {
     std::string handle = m_surroundings.ids("handle_");
-    m_surroundings.resumption.put(handle, m_engine.state(), now());
+    m_surroundings.resumption.put(handle, m_engine.state(), sessionNow());
     send(m_codec->resumption(handle));
     m_handles.push_back(std::move(handle));
     if (m_handles.size() <= handlesKept)
@@ -280,13 +280,13 @@ void LiveServerSession::send(std::string text)
         m_transport->send(text);
         return;
     }
-    m_wire.take(std::move(text), now());
+    m_wire.take(std::move(text), sessionNow());
     sendDue();
 }
 
 void LiveServerSession::sendDue()
 {
-    for (const WireAction& action : m_wire.due(now())) {
+    for (const WireAction& action : m_wire.due(sessionNow())) {
         if (const auto* send = std::get_if<wire_action::Send>(&action))
             m_transport->send(send->text);
         else if (const auto* close = std::get_if<wire_action::Close>(&action))
@@ -297,7 +297,7 @@ void LiveServerSession::sendDue()
             freeze();
     }
     if (const auto next = m_wire.nextDue())
-        m_wireTimer.start(std::max(*next - now(), LiveSessionEngine::Time::zero()));
+        m_wireTimer.start(std::max(*next - sessionNow(), LiveSessionEngine::Time::zero()));
 }
 
 void LiveServerSession::freeze()
@@ -312,7 +312,7 @@ void LiveServerSession::wakeAtNextTick()
     if (!next)
         m_tick.stop();
     else
-        m_tick.start(std::max(*next - now(), LiveSessionEngine::Time::zero()));
+        m_tick.start(std::max(*next - sessionNow(), LiveSessionEngine::Time::zero()));
 }
 
 } // namespace quorvell

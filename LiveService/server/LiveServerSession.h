@@ -41,6 +41,7 @@ public:
 
     static constexpr std::size_t largeMessage = 128 * 1024; ///< From here on read off the main thread.
     static constexpr std::size_t longestUnread = 64 * 1024 * 1024; ///< Bytes behind a message that is being read.
+    static constexpr int goingAway = 1001; ///< Close code of a server that leaves, in RFC 6455.
 
     LiveServerSession(
         std::unique_ptr<SessionTransport> transport, std::shared_ptr<SessionCodec> codec, Surroundings surroundings);

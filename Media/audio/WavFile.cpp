@@ -23,7 +23,7 @@ namespace quorvell {
 
 namespace {
 
-constexpr std::size_t blockFrames = 4096;
+constexpr std::size_t framesAtOnce = 4096;
 constexpr const char* recordAgain = " Save it as a WAV file, for example with 16 bits and 24000 Hz, and try again.";
 
 struct CloseSound {
@@ -149,10 +149,10 @@ WavReading readSamples(SNDFILE* sound, const SF_INFO& info, const std::string& n
     if (info.frames > mostFrames && info.frames != SF_COUNT_MAX) // Unknown until it was read.
         return refused(tooLong(name));
     Resampler resampler(info.samplerate, sampleRateHz, Resampler::Quality::best);
-    std::vector<float> block(blockFrames * channels);
+    std::vector<float> block(framesAtOnce * channels);
     std::vector<std::int16_t> samples;
     sf_count_t framesRead = 0;
-    while (const sf_count_t frames = sf_readf_float(sound, block.data(), blockFrames)) {
+    while (const sf_count_t frames = sf_readf_float(sound, block.data(), framesAtOnce)) {
         if (frames < 0)
             break;
         framesRead += frames;

@@ -8,7 +8,8 @@ namespace quorvell {
 
 namespace {
 
-constexpr const char* notThere = "There is no event with that id. List the events again and use the id given there.";
+constexpr const char* unknownEvent =
+    "There is no event with that id. List the events again and use the id given there.";
 
 CalendarSource* sourceOf(const std::vector<std::unique_ptr<CalendarSource>>& sources, char letter)
 {
@@ -62,7 +63,7 @@ void Agenda::find(const EventID& id, const Calendar& calendar, VerdictCallback d
         [id, calendar](Sources& sources) {
             CalendarSource* source = sourceOf(sources, id.calendar);
             auto event = source ? source->find(id, calendar) : std::nullopt;
-            return AgendaVerdict{event, event ? "" : notThere};
+            return AgendaVerdict{event, event ? "" : unknownEvent};
         },
         std::move(done));
 }
@@ -85,7 +86,8 @@ void Agenda::change(const EventID& id, EventScope scope, const EventChange& chan
     run<AgendaVerdict>(
         [id, scope, change, calendar, now](Sources& sources) {
             CalendarSource* source = sourceOf(sources, id.calendar);
-            return source ? source->change(id, scope, change, calendar, now) : AgendaVerdict{std::nullopt, notThere};
+            return source ? source->change(id, scope, change, calendar, now)
+                          : AgendaVerdict{std::nullopt, unknownEvent};
         },
         std::move(done));
 }
@@ -95,7 +97,7 @@ void Agenda::remove(const EventID& id, EventScope scope, const Calendar& calenda
     run<AgendaVerdict>(
         [id, scope, calendar, now](Sources& sources) {
             CalendarSource* source = sourceOf(sources, id.calendar);
-            return source ? source->remove(id, scope, calendar, now) : AgendaVerdict{std::nullopt, notThere};
+            return source ? source->remove(id, scope, calendar, now) : AgendaVerdict{std::nullopt, unknownEvent};
         },
         std::move(done));
 }

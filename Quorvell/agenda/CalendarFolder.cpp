@@ -18,9 +18,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr const char* notThere = "There is no event with that id any more. List the events again and use the id given "
-                                 "there.";
-
 bool isCalendarFile(const std::string& name)
 {
     return name.ends_with(".ics") && !name.starts_with(".");
@@ -157,7 +154,7 @@ AgendaVerdict CalendarFolder::edit(
 {
     auto file = fileWith(id.uid);
     if (!file)
-        return failed(notThere);
+        return failed(IcsCalendar::goneEvent);
     const auto before = file->calendar.find(id, calendar);
     if (std::string problem = edit(file->calendar); !problem.empty())
         return failed(std::move(problem));

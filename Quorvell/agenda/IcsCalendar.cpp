@@ -15,9 +15,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr const char* notThere = "There is no event with that id any more. List the events again and use the id given "
-                                 "there.";
-
 /// Components nest in the parser's memory and in its calls, so the depth is judged before it sees the text.
 bool isNestedTooDeeply(std::string_view text)
 {
@@ -289,7 +286,7 @@ std::string IcsCalendar::change(
     const auto place = m_content->place(id, zones);
     const auto shown = find(id, calendar);
     if (!place || !shown)
-        return notThere;
+        return goneEvent;
     const auto& master = place->series.master;
     const bool isSeries = master && master->repeats && (scope == EventScope::series || !place->occurrence);
     if (isSeries)
@@ -303,7 +300,7 @@ std::string IcsCalendar::change(
         return "One occurrence of this series cannot be changed by itself here.";
     icalcomponent* single = IcsEditing::newOccurrence(*master, *place->occurrence, zones);
     const auto event = IcsEvent::read(single);
-    std::string problem = event ? IcsEditing::change(*event, *shown, change, zones, now) : notThere;
+    std::string problem = event ? IcsEditing::change(*event, *shown, change, zones, now) : goneEvent;
     if (problem.empty())
         icalcomponent_add_component(m_content->root.get(), single);
     else
@@ -316,7 +313,7 @@ std::string IcsCalendar::remove(const EventID& id, EventScope scope, const Calen
     const IcsZones zones(m_content->root.get(), calendar);
     const auto place = m_content->place(id, zones);
     if (!place || icalcomponent_isa(m_content->root.get()) != ICAL_VCALENDAR_COMPONENT)
-        return notThere;
+        return goneEvent;
     const auto removeComponent = [this](icalcomponent* component) {
         icalcomponent_remove_component(m_content->root.get(), component);
         icalcomponent_free(component);

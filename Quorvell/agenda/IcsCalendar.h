@@ -18,6 +18,10 @@ namespace quorvell {
 /// A calendar file, or a single event without its calendar. One thread.
 class IcsCalendar {
 public:
+    /// For whoever names an event that has been deleted meanwhile.
+    static constexpr const char* goneEvent =
+        "There is no event with that id any more. List the events again and use the id given there.";
+
     /// Nothing for what is no calendar or is beyond IcsLimits.
     static std::optional<IcsCalendar> parse(std::string_view text);
     static IcsCalendar withEvent(const EventDraft& draft, const Calendar& calendar, Instant now);

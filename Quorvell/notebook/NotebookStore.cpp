@@ -15,7 +15,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr const char* unknownNote = "There is no note with that id any more. Look it up again.";
 constexpr const char* takenId = "A note with that id is already in the notebook. Change that one instead.";
 
 } // namespace

@@ -68,6 +68,8 @@ public:
     void tidy(Instant now);
 
 private:
+    static constexpr const char* unknownNote = "There is no note with that id any more. Look it up again.";
+
     enum class Kind { write, discard, erase }; ///< Discard: into the waste basket. Erase: for good, history and all.
     struct Waiting {
         Kind kind = Kind::write;

@@ -13,8 +13,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr const char* unknownNote = "There is no note with that id any more. Look it up again.";
-
 NotebookVerdict verdictOf(FileProblem problem, const std::string& folder)
 {
     if (problem == FileProblem::none)

@@ -180,12 +180,12 @@ Message readToolResponse(const Json& toolResponse)
     return result;
 }
 
-struct Reader {
+struct ClientReader {
     std::string_view key;
     Message (*read)(const Json&);
 };
 
-constexpr Reader readers[] = {
+constexpr ClientReader clientReaders[] = {
     {"setup", readSetup},
     {"realtimeInput", readRealtimeInput},
     {"clientContent", readContent},
@@ -203,7 +203,7 @@ GeminiClientMessage GeminiClientParser::parse(std::string_view message)
     const auto json = parseJson(message, limits);
     if (!json || !json->is_object())
         return malformed("The message is no JSON object, or is too large.");
-    for (const Reader& reader : readers) {
+    for (const ClientReader& reader : clientReaders) {
         if (const Json* member = memberOf(*json, reader.key))
             return reader.read(*member);
     }

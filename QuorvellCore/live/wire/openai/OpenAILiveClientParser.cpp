@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"
 
+#include "QuorvellCore/live/wire/openai/OpenAIAudioTypes.h"
 #include "QuorvellCore/live/wire/openai/OpenAIItemCodec.h"
 #include "QuorvellCore/live/wire/openai/OpenAISessionReader.h"
 #include "QuorvellCore/live/wire/transport/AudioFrameText.h"
@@ -17,8 +18,6 @@ namespace quorvell {
 namespace {
 
 using Message = OpenAILiveClientMessage;
-
-constexpr std::string_view audioType = "session.input_audio.append";
 
 std::optional<std::string> eventIDOf(const Json& message)
 {
@@ -47,7 +46,7 @@ Message readSessionStart(const Json& message)
     return openai_client::SessionStart{std::move(*options), eventIDOf(message)};
 }
 
-Message readAudio(const Json& message)
+Message readInputAudio(const Json& message)
 {
     const Json* audio = memberOf(message, "audio");
     const auto* text = audio ? audio->get_ptr<const Json::string_t*>() : nullptr;
@@ -110,20 +109,20 @@ Message readClose(const Json& message)
     return openai_client::Close{eventIDOf(message)};
 }
 
-struct Reader {
+struct ClientReader {
     std::string_view type;
     Message (*read)(const Json&);
 };
 
 constexpr std::array readers{
-    Reader{audioType, readAudio},
-    Reader{"session.start", readSessionStart},
-    Reader{"session.instructions.append", readInstructions},
-    Reader{"session.commentary.append", readCommentary},
-    Reader{"session.thinking.append", readThinking},
-    Reader{"response.item.create", readItemCreate},
-    Reader{"response.create", readResponseCreate},
-    Reader{"session.close", readClose},
+    ClientReader{OpenAIAudioTypes::input, readInputAudio},
+    ClientReader{"session.start", readSessionStart},
+    ClientReader{"session.instructions.append", readInstructions},
+    ClientReader{"session.commentary.append", readCommentary},
+    ClientReader{"session.thinking.append", readThinking},
+    ClientReader{"response.item.create", readItemCreate},
+    ClientReader{"response.create", readResponseCreate},
+    ClientReader{"session.close", readClose},
 };
 
 } // namespace
@@ -131,7 +130,7 @@ constexpr std::array readers{
 OpenAILiveClientMessage OpenAILiveClientParser::parse(std::string_view message)
 {
     if (message.size() <= limits.maximumBytes) {
-        auto pcm = readAudioFrameText(message, audioType, "audio");
+        auto pcm = readAudioFrameText(message, OpenAIAudioTypes::input, "audio");
         if (pcm && pcm->size() % 2 == 0)
             return openai_client::InputAudio{std::move(*pcm)};
     }
@@ -142,7 +141,7 @@ OpenAILiveClientMessage OpenAILiveClientParser::parse(std::string_view message)
     if (!type)
         return missing("type", *json);
     const auto reader =
-        std::find_if(readers.begin(), readers.end(), [&](const Reader& entry) { return entry.type == *type; });
+        std::find_if(readers.begin(), readers.end(), [&](const ClientReader& entry) { return entry.type == *type; });
     if (reader == readers.end())
         return malformed("unknown_type", "There is no message of this \"type\".", *json);
     return reader->read(*json);

@@ -12,7 +12,7 @@ namespace {
 using Mapped = std::vector<LiveServerEvent>;
 
 /// A list of one without copying its element, as an initialiser list would: sound comes through here.
-template <typename Event> Mapped one(Event event)
+template <typename Event> Mapped mapped(Event event)
 {
     Mapped events;
     events.emplace_back(std::move(event));
@@ -21,26 +21,26 @@ template <typename Event> Mapped one(Event event)
 
 Mapped diagnostic(const char* name, std::string detail)
 {
-    return one(live_event::Diagnostic{name, std::move(detail)});
+    return mapped(live_event::Diagnostic{name, std::move(detail)});
 }
 
 struct Mapping {
     Mapped operator()(openai_event::Started event) const
     {
-        return one(live_event::SetupComplete{std::move(event.sessionID)});
+        return mapped(live_event::SetupComplete{std::move(event.sessionID)});
     }
-    Mapped operator()(openai_event::Audio event) const { return one(live_event::Audio{std::move(event.pcm)}); }
+    Mapped operator()(openai_event::Audio event) const { return mapped(live_event::Audio{std::move(event.pcm)}); }
     Mapped operator()(openai_event::InputTranscript event) const
     {
-        return one(live_event::InputTranscript{std::move(event.delta)});
+        return mapped(live_event::InputTranscript{std::move(event.delta)});
     }
     Mapped operator()(openai_event::OutputTranscript event) const
     {
-        return one(live_event::OutputTranscript{std::move(event.delta)});
+        return mapped(live_event::OutputTranscript{std::move(event.delta)});
     }
     Mapped operator()(openai_event::Delegated event) const
     {
-        return one(live_event::Delegated{std::move(event.delegationID)});
+        return mapped(live_event::Delegated{std::move(event.delegationID)});
     }
     Mapped operator()(openai_event::BackendStarted event) const
     {
@@ -55,10 +55,13 @@ struct Mapping {
         live_event::ToolCall call;
         call.calls.push_back(LiveFunctionCall::fromArgumentsText(
             std::move(event.callID), std::move(event.name), event.arguments, event.incomplete));
-        return one(std::move(call));
+        return mapped(std::move(call));
     }
     Mapped operator()(openai_event::ToolChosen event) const { return diagnostic("tool_chosen", std::move(event.name)); }
-    Mapped operator()(openai_event::Reasoning event) const { return one(live_event::Thinking{std::move(event.delta)}); }
+    Mapped operator()(openai_event::Reasoning event) const
+    {
+        return mapped(live_event::Thinking{std::move(event.delta)});
+    }
     Mapped operator()(const openai_event::BackendText& event) const
     {
         return diagnostic("backend_text", std::to_string(characterCount(event.text)) + " characters");
@@ -74,7 +77,7 @@ struct Mapping {
     }
     Mapped operator()(openai_event::BackendUsage event) const
     {
-        Mapped events = one(live_event::Usage{event.inputTokens + event.outputTokens});
+        Mapped events = mapped(live_event::Usage{event.inputTokens + event.outputTokens});
         events.emplace_back(live_event::Diagnostic{"backend_usage",
             "input " + std::to_string(event.inputTokens) + ", cached " + std::to_string(event.cachedTokens)
                 + ", output " + std::to_string(event.outputTokens)});
@@ -84,7 +87,7 @@ struct Mapping {
     Mapped operator()(openai_event::Error event) const
     {
         const std::string what = event.message ? " (" + *event.message + ")" : " without saying which";
-        return one(live_event::ServerError{std::move(event.code),
+        return mapped(live_event::ServerError{std::move(event.code),
             "The service reported a problem" + what + ". Ask again.", std::move(event.clientEventID)});
     }
     Mapped operator()(openai_event::Closed event) const

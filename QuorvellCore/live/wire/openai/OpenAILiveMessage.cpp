@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/live/wire/openai/OpenAILiveMessage.h"
 
+#include "QuorvellCore/live/wire/openai/OpenAIAudioTypes.h"
 #include "QuorvellCore/live/wire/openai/OpenAIItemCodec.h"
 #include "QuorvellCore/live/wire/transport/AudioFrameText.h"
 #include "QuorvellCore/live/wire/vocabulary/LiveHistorySeed.h"
@@ -11,8 +12,6 @@
 namespace quorvell {
 
 namespace {
-
-constexpr std::string_view audioType = "session.input_audio.append";
 
 void setIfPresent(Json& object, const char* key, const std::optional<std::string>& value)
 {
@@ -77,12 +76,12 @@ Json OpenAILiveMessage::close()
 
 Json OpenAILiveMessage::audio(std::span<const std::uint8_t> pcm)
 {
-    return {{"type", audioType}, {"audio", base64Encode(pcm)}};
+    return {{"type", OpenAIAudioTypes::input}, {"audio", base64Encode(pcm)}};
 }
 
 std::string OpenAILiveMessage::audioText(std::span<const std::uint8_t> pcm)
 {
-    return audioFrameText(audioType, "audio", pcm);
+    return audioFrameText(OpenAIAudioTypes::input, "audio", pcm);
 }
 
 Json OpenAILiveMessage::instructions(std::string_view text, const OpenAIAppendIDs& ids)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/live/wire/openai/OpenAILiveParser.h"
 
+#include "QuorvellCore/live/wire/openai/OpenAIAudioTypes.h"
 #include "QuorvellCore/live/wire/transport/AudioFrameText.h"
 #include "QuorvellCore/text/Base64.h"
 
@@ -16,8 +17,6 @@ namespace quorvell {
 namespace {
 
 using Events = std::vector<OpenAILiveEvent>;
-
-constexpr std::string_view audioType = "session.output_audio.delta";
 
 /// A list of one without copying its element, as an initialiser list would: sound comes through here.
 template <typename Event> Events one(Event event)
@@ -212,44 +211,44 @@ Events readBackendText(const Json& event)
     return text ? one(openai_event::BackendText{std::move(*text)}) : Events{};
 }
 
-struct Reader {
+struct ServerReader {
     std::string_view type;
     Events (*read)(const Json&);
 };
 
 constexpr std::array sessionReaders{
-    Reader{"session.started", readStarted},
-    Reader{audioType, readAudio},
-    Reader{"session.input_transcript.delta", readInputTranscript},
-    Reader{"session.output_transcript.delta", readOutputTranscript},
-    Reader{"session.delegation.created", readDelegated},
-    Reader{"response.event", readResponseEvent},
-    Reader{"session.usage.updated", readUsage},
-    Reader{"error", readError},
-    Reader{"session.closed", readClosed},
+    ServerReader{"session.started", readStarted},
+    ServerReader{OpenAIAudioTypes::output, readAudio},
+    ServerReader{"session.input_transcript.delta", readInputTranscript},
+    ServerReader{"session.output_transcript.delta", readOutputTranscript},
+    ServerReader{"session.delegation.created", readDelegated},
+    ServerReader{"response.event", readResponseEvent},
+    ServerReader{"session.usage.updated", readUsage},
+    ServerReader{"error", readError},
+    ServerReader{"session.closed", readClosed},
 };
 
 constexpr std::array backendReaders{
-    Reader{"response.created", readBackendStarted},
-    Reader{"response.completed", readCompleted},
-    Reader{"response.failed", readFailed},
-    Reader{"response.incomplete", readIncomplete},
-    Reader{"response.cancelled", readCancelled},
-    Reader{"response.done", readCompleted},
-    Reader{"response.output_item.added", readItemAdded},
-    Reader{"response.output_item.done", readItemDone},
-    Reader{"response.reasoning_summary_text.delta", readReasoning},
-    Reader{"response.reasoning_summary_part.added", readReasoningBreak},
-    Reader{"response.output_text.done", readBackendText},
+    ServerReader{"response.created", readBackendStarted},
+    ServerReader{"response.completed", readCompleted},
+    ServerReader{"response.failed", readFailed},
+    ServerReader{"response.incomplete", readIncomplete},
+    ServerReader{"response.cancelled", readCancelled},
+    ServerReader{"response.done", readCompleted},
+    ServerReader{"response.output_item.added", readItemAdded},
+    ServerReader{"response.output_item.done", readItemDone},
+    ServerReader{"response.reasoning_summary_text.delta", readReasoning},
+    ServerReader{"response.reasoning_summary_part.added", readReasoningBreak},
+    ServerReader{"response.output_text.done", readBackendText},
 };
 
-Events readWith(std::span<const Reader> readers, const Json& message)
+Events readWith(std::span<const ServerReader> readers, const Json& message)
 {
     const auto type = readString(message, "type");
     if (!type)
         return {};
     const auto reader =
-        std::find_if(readers.begin(), readers.end(), [&](const Reader& entry) { return entry.type == *type; });
+        std::find_if(readers.begin(), readers.end(), [&](const ServerReader& entry) { return entry.type == *type; });
     return reader == readers.end() ? Events{} : reader->read(message);
 }
 
@@ -257,8 +256,9 @@ Events readWith(std::span<const Reader> readers, const Json& message)
 
 std::vector<OpenAILiveEvent> OpenAILiveParser::parse(std::string_view message)
 {
-    if (auto pcm =
-            message.size() <= limits.maximumBytes ? readAudioFrameText(message, audioType, "delta") : std::nullopt)
+    if (auto pcm = message.size() <= limits.maximumBytes
+            ? readAudioFrameText(message, OpenAIAudioTypes::output, "delta")
+            : std::nullopt)
         return one(openai_event::Audio{std::move(*pcm)});
     const auto json = parseJson(message, limits);
     return json ? readWith(sessionReaders, *json) : Events{};

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/live/wire/openai/OpenAILiveServerMessage.h"
 
+#include "QuorvellCore/live/wire/openai/OpenAIAudioTypes.h"
 #include "QuorvellCore/live/wire/transport/AudioFrameText.h"
 #include "QuorvellCore/text/Base64.h"
 
@@ -9,12 +10,6 @@
 #include <utility>
 
 namespace quorvell {
-
-namespace {
-
-constexpr std::string_view audioType = "session.output_audio.delta";
-
-} // namespace
 
 Json OpenAILiveServerMessage::sessionStarted(std::string_view sessionID)
 {
@@ -28,12 +23,12 @@ Json OpenAILiveServerMessage::sessionClosed(std::string_view reason)
 
 Json OpenAILiveServerMessage::outputAudioDelta(std::span<const std::uint8_t> pcm)
 {
-    return {{"type", audioType}, {"delta", base64Encode(pcm)}};
+    return {{"type", OpenAIAudioTypes::output}, {"delta", base64Encode(pcm)}};
 }
 
 std::string OpenAILiveServerMessage::outputAudioDeltaText(std::span<const std::uint8_t> pcm)
 {
-    return audioFrameText(audioType, "delta", pcm);
+    return audioFrameText(OpenAIAudioTypes::output, "delta", pcm);
 }
 
 Json OpenAILiveServerMessage::outputTranscriptDelta(std::string_view text)
