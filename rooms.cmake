@@ -3,7 +3,7 @@
 
 quorvell_prelude(core OPTIONS -fno-exceptions)
 quorvell_prelude(shell)
-if(QUORVELL_TESTS)
+if(QUORVELL_TESTS OR QUORVELL_WALK)
     quorvell_prelude(test HEADERS <gtest/gtest.h> LIBRARIES GTest::gtest)
 endif()
 if(QUORVELL_SHELL)

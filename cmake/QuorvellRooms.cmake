@@ -37,6 +37,10 @@ function(quorvell_compile_together target)
         return()
     endif()
     set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+    # What one source keeps to itself is not hidden by a name in the next, though the compiler sees both.
+    target_compile_options(${target} PRIVATE
+        $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage> $<$<CXX_COMPILER_ID:GNU>:-Wno-shadow>
+        $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local>)
     get_target_property(sources ${target} SOURCES)
     foreach(source IN LISTS sources)
         if(source MATCHES "\\.cpp$")
@@ -138,6 +142,7 @@ function(quorvell_test room)
         QUORVELL_FIXTURES="${CMAKE_SOURCE_DIR}/tests/fixtures")
     target_compile_options(${target} PRIVATE ${QUORVELL_WARNINGS})
     target_link_libraries(${target} PRIVATE quorvell_${room} ${ARGN} GTest::gtest GTest::gtest_main)
+    quorvell_compile_together(${target})
     quorvell_use_prelude(${target} test)
     gtest_discover_tests(${target} TEST_PREFIX "${room}." DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS ${room})
 endfunction()

@@ -58,6 +58,15 @@ install_missing() {
     rm -f "$log"
 }
 
+# Configures a preset anew, with further settings; what was built stays.
+configure_preset() {
+    local preset=$1
+    shift
+    mkdir -p build
+    cmake --preset "$preset" "$@" >"build/$preset.log" 2>&1 </dev/null \
+        || fail "Configuring failed; see build/$preset.log."
+}
+
 # Configures a preset where needed and builds targets of it (everything without one). Quiet unless it fails.
 build_preset() {
     local preset=$1 log
