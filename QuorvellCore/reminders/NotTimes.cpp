@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/NotTimes.h"
 
+#include "QuorvellCore/reminders/RequestVocabulary.h"
 #include "QuorvellCore/reminders/TimeTerms.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace quorvell {
 
 namespace {
 
 using Kind = RequestToken::Kind;
+using Terms = WordTerms;
 using Meaning = RequestToken::Meaning;
 
 bool isFigure(const RequestToken& token)
@@ -32,19 +33,16 @@ public:
     explicit NotTimes(RequestTokens& tokens)
         : m_tokens(tokens)
     {
-        m_hasOtherDay = countOf([this](int index) { return TimeTerms::isRelativeDay(m_tokens.token(index).text); }) > 0
-            || countOf([this](int index) {
-                   const auto& text = m_tokens.token(index).text;
-                   return TimeTerms::weekday(text) && !TimeTerms::isWordToo(text);
-               })
-                > 1;
+        m_hasOtherDay = countOf([this](int index) { return has(index, Terms::relativeDay); }) > 0
+            || countOf([this](int index) { return has(index, Terms::weekday) && !has(index, Terms::wordToo); }) > 1;
+        m_clocks = countOf([this](int index) { return isClock(index); });
     }
 
     void mark()
     {
         markQuotes();
         for (int index = 0; index < m_tokens.size(); ++index) {
-            if (!m_tokens.isOpen(index))
+            if (!has(index, Terms::notTime) || !m_tokens.isOpen(index))
                 continue;
             for (const auto rule :
                 {&NotTimes::possessive, &NotTimes::partOfWord, &NotTimes::amount, &NotTimes::fraction,
@@ -70,20 +68,26 @@ private:
     }
 
     bool is(int index, RequestTokens::Words words) const { return m_tokens.is(index, words); }
+    bool has(int index, std::uint32_t anyOf) const { return m_tokens.has(index, anyOf); }
     const RequestToken& at(int index) const { return m_tokens.token(index); }
 
     Meaning taskIf(bool holds) const { return holds ? Meaning::task : Meaning::open; }
     /// With another day in the request these words can only belong to the task; alone they may be the day.
     Meaning taskOrDoubtful() const { return m_hasOtherDay ? Meaning::task : Meaning::doubtful; }
 
+    bool isClock(int index) const
+    {
+        const bool isHour = at(index).kind == Kind::number && is(index - 1, {"at", "by", "@"});
+        return isHour || TimeTerms::clockLength(m_tokens, index) > 0;
+    }
+
     /// Of a clock that may belong to the task: it does where another one is the time.
     Meaning clockOfTask(int index) const
     {
-        const auto isClock = [&](int other) {
-            const bool isHour = at(other).kind == Kind::number && is(other - 1, {"at", "by", "@"});
-            return std::abs(other - index) > 1 && (isHour || TimeTerms::clockLength(m_tokens, other) > 0);
-        };
-        return countOf(isClock) > 0 ? Meaning::task : Meaning::doubtful;
+        int others = m_clocks;
+        for (int near = index - 1; near <= index + 1; ++near)
+            others -= isClock(near) ? 1 : 0;
+        return others > 0 ? Meaning::task : Meaning::doubtful;
     }
 
     /// What somebody put into quotes is a name.
@@ -118,8 +122,9 @@ private:
         const bool isPlural = is(index, {"tomorrows", "todays", "tonights"});
         return taskIf(isPlural
             || (isOwner
-                && (TimeTerms::weekday(owner) || TimeTerms::isRelativeDay(owner) || TimeTerms::month(owner)
-                    || TimeTerms::isPart(owner) || TimeTerms::isUnit(owner) || owner == "yesterday")));
+                && (owner == "yesterday"
+                    || RequestVocabulary::termsOf(owner).has(
+                        Terms::weekday | Terms::relativeDay | Terms::month | Terms::part | Terms::unit))));
     }
 
     /// "5 amazing", "5 marshmallows", "decide 3": the patterns look at the first letters only.
@@ -134,16 +139,7 @@ private:
         const bool hasFigures = letters.size() < text.size() || isFigure(at(index - 1));
         const bool isMarker = is(index, {"a.m", "p.m", "a.m.", "p.m."});
         const bool beginsLikeMarker = letters.size() > 2 && (letters.starts_with("am") || letters.starts_with("pm"));
-        return taskIf((hasFigures && beginsLikeMarker && !isMarker) || beginsLikeMonth(index));
-    }
-
-    bool beginsLikeMonth(int index) const
-    {
-        const std::string_view text = at(index).text;
-        constexpr std::string_view beginnings[] = {
-            "jan", "feb", "mar", "apr", "may", "jun", "jul", "aug", "sep", "oct", "nov", "dec"};
-        const bool begins = std::ranges::any_of(beginnings, [text](auto letters) { return text.starts_with(letters); });
-        return begins && !TimeTerms::month(text);
+        return taskIf((hasFigures && beginsLikeMarker && !isMarker) || has(index, Terms::beginsLikeMonth));
     }
 
     /// Prices, measures, shares, versions: "$12.50", "at 5 degrees", "march 5 miles", "version 2.30".
@@ -230,14 +226,14 @@ private:
     /// "buy sun cream", "we wed at noon" or "sun at 5 pm": by the neighbours.
     Meaning shortWeekday(int index)
     {
-        if (!TimeTerms::isWordToo(at(index).text))
+        if (!has(index, Terms::wordToo))
             return Meaning::open;
-        const bool isLed = TimeTerms::governsDay(m_tokens, index - 1) || TimeTerms::isTimeLike(m_tokens, index - 1);
+        const bool isLed = has(index - 1, Terms::governsDay) || TimeTerms::isTimeLike(m_tokens, index - 1);
         const bool isThing = is(index - 1, {"the", "in", "a", "to", "i", "we", "he", "she", "they", "cat"});
         const bool isAlone = !m_tokens.isInside(index + 1) || at(index + 1).kind == Kind::mark;
         const bool isFollowed = TimeTerms::isTimeLike(m_tokens, index + 1)
             || (is(index + 1, {"the"}) && at(index + 2).kind == Kind::ordinal);
-        const bool isListed = is(index + 1, {"and", "or", "to"}) && TimeTerms::weekday(at(index + 2).text);
+        const bool isListed = is(index + 1, {"and", "or", "to"}) && has(index + 2, Terms::weekday);
         if (isThing && !isLed)
             return Meaning::task;
         if (isLed || isAlone || isFollowed || isListed)
@@ -248,29 +244,28 @@ private:
     /// "the friday report", "last friday", "good friday".
     Meaning attributiveDay(int index)
     {
-        if (!TimeTerms::weekday(at(index).text) || TimeTerms::isWordToo(at(index).text))
+        if (!has(index, Terms::weekday) || has(index, Terms::wordToo))
             return Meaning::open;
         if (is(index - 1, {"last"})) // But "the last friday of the month".
             return is(index + 1, {"of", "in"}) || is(index - 2, {"the"}) ? Meaning::doubtful : Meaning::task;
         if (is(index - 1, {"good", "black", "cyber", "ash", "easter", "ruby", "super", "casual", "fat", "bloody"}))
             return is(index - 2, {"on", "by", "until", "before", "after"}) ? Meaning::doubtful : Meaning::task;
-        const bool isPart = TimeTerms::isPart(at(index + 1).text);
-        const bool isAttribute = TimeTerms::isDeterminer(m_tokens, index - 1)
-            && !TimeTerms::governsDay(m_tokens, index - 2) && TimeTerms::isOrdinary(m_tokens, index + (isPart ? 2 : 1));
+        const bool isPart = has(index + 1, Terms::part);
+        const bool isAttribute = has(index - 1, Terms::determiner) && !has(index - 2, Terms::governsDay)
+            && TimeTerms::isOrdinary(m_tokens, index + (isPart ? 2 : 1));
         return isAttribute ? taskOrDoubtful() : Meaning::open;
     }
 
     /// "Friday Night Lights", "March Madness": capitals that go on behind a day in the middle of the request.
     Meaning title(int index)
     {
-        const bool isDay = TimeTerms::weekday(at(index).text) || TimeTerms::isPart(at(index).text);
-        const bool isInside =
-            at(index).hasCapital && index > m_tokens.start() && !TimeTerms::governsDay(m_tokens, index - 1);
+        const bool isDay = has(index, Terms::weekday) || has(index, Terms::part);
+        const bool isInside = at(index).hasCapital && index > m_tokens.start() && !has(index - 1, Terms::governsDay);
         if (!isDay || !isInside)
             return Meaning::open;
-        const bool continues = m_tokens.token(index - 1).meaning != Meaning::open && TimeTerms::isPart(at(index).text)
-            && TimeTerms::weekday(at(index - 1).text);
-        const int next = TimeTerms::isPart(at(index + 1).text) && at(index + 1).hasCapital ? index + 2 : index + 1;
+        const bool continues =
+            at(index - 1).meaning != Meaning::open && has(index, Terms::part) && has(index - 1, Terms::weekday);
+        const int next = has(index + 1, Terms::part) && at(index + 1).hasCapital ? index + 2 : index + 1;
         const bool isTitle = at(next).hasCapital && TimeTerms::isOrdinary(m_tokens, next);
         return continues ? at(index - 1).meaning : isTitle ? taskOrDoubtful() : Meaning::open;
     }
@@ -278,7 +273,7 @@ private:
     /// "the evening meal", "a night train", "say good morning".
     Meaning attributivePart(int index)
     {
-        if (!TimeTerms::isPart(at(index).text))
+        if (!has(index, Terms::part))
             return Meaning::open;
         const bool isGreeting = is(index - 1, {"good", "a", "an"}) && TimeTerms::isOrdinary(m_tokens, index + 1);
         const bool isWish = is(index - 1, {"good"});
@@ -304,7 +299,7 @@ private:
                 "episode", "place", "time", "draft", "row", "step", "hand", "person", "party", "half", "round",
                 "century", "copy", "class", "one", "attempt", "try", "coat", "dose"});
         const bool isReached = is(index - 1, {"the"}) && is(index - 2, {"to", "in", "from", "of", "at", "for"})
-            && TimeTerms::isOrdinary(m_tokens, index + 1) && !TimeTerms::isUnit(at(index + 1).text);
+            && TimeTerms::isOrdinary(m_tokens, index + 1) && !has(index + 1, Terms::unit);
         return taskIf(isNamed || isReached);
     }
 
@@ -313,14 +308,14 @@ private:
     {
         const bool isDay = (at(index).kind == Kind::number || at(index).kind == Kind::ordinal);
         const int monthIndex = isDay ? (is(index + 1, {"of"}) ? index + 2 : index + 1) : index;
-        if (!TimeTerms::month(at(monthIndex).text))
+        if (!has(monthIndex, Terms::month))
             return Meaning::open;
         int first = isDay ? index : index - 1;
         if (!isDay && is(first, {"of"}))
             --first;
         const bool hasDay = at(first).kind == Kind::number || at(first).kind == Kind::ordinal;
         const bool isLed = is(first - 2, {"on", "by", ",", "until", "from", "before", "after"})
-            || TimeTerms::weekday(at(first - 2).text) || first - 1 <= m_tokens.start();
+            || has(first - 2, Terms::weekday) || first - 1 <= m_tokens.start();
         const bool isAttribute =
             hasDay && is(first - 1, {"the", "my", "our"}) && !isLed && TimeTerms::isOrdinary(m_tokens, monthIndex + 1);
         return isAttribute ? taskOrDoubtful() : Meaning::open;
@@ -336,7 +331,7 @@ private:
             at(index).kind == Kind::clock && at(index).text.find_first_of("ap") != std::string_view::npos;
         if (!(isMarked || endsMarked) || !TimeTerms::isOrdinary(m_tokens, index + length) || index <= m_tokens.start())
             return Meaning::open;
-        const bool isBehindWord = TimeTerms::isOrdinary(m_tokens, index - 1) && !TimeTerms::weekday(at(index - 1).text);
+        const bool isBehindWord = TimeTerms::isOrdinary(m_tokens, index - 1) && !has(index - 1, Terms::weekday);
         const bool isAttribute =
             isBehindWord || is(index - 1, {"to", "my", "our", "your", "his", "her", "their", "the", "of"});
         if (!isAttribute)
@@ -349,6 +344,7 @@ private:
 
     RequestTokens& m_tokens;
     bool m_hasOtherDay = false;
+    int m_clocks = 0;
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "QuorvellCore/reminders/PassedOverTimes.h"
 
 #include "QuorvellCore/reminders/DecimalNumber.h"
+#include "QuorvellCore/reminders/RequestVocabulary.h"
 #include "QuorvellCore/reminders/TimeTerms.h"
 
 #include <algorithm>
@@ -12,6 +13,7 @@ namespace quorvell {
 namespace {
 
 using Kind = RequestToken::Kind;
+using Terms = WordTerms;
 
 constexpr int hoursOfDay = 24;
 
@@ -44,6 +46,7 @@ public:
 
 private:
     bool is(int index, RequestTokens::Words words) const { return m_tokens.is(index, words); }
+    bool has(int index, std::uint32_t anyOf) const { return m_tokens.has(index, anyOf); }
     const RequestToken& at(int index) const { return m_tokens.token(index); }
     bool isLeft(int index) const { return m_tokens.isOpen(index); }
 
@@ -59,6 +62,8 @@ private:
     {
         if (m_tokens.isDoubtful(index))
             return 1;
+        if (!has(index, Terms::passedOver))
+            return 0;
         if (at(index).meaning == RequestToken::Meaning::task)
             return foreignDay(index);
         if (!isLeft(index))
@@ -79,27 +84,27 @@ private:
         const std::string_view text = at(index).text;
         const std::string_view owner = text.substr(0, text.find_first_of("'\xE2"));
         const bool isOwner = owner.size() < text.size() && text.ends_with('s');
-        const bool isAhead = (isOwner && (TimeTerms::weekday(owner) || owner == "tomorrow" || owner == "tonight"))
+        const bool isAhead =
+            (isOwner
+                && (owner == "tomorrow" || owner == "tonight" || RequestVocabulary::termsOf(owner).has(Terms::weekday)))
             || is(index, {"tomorrows", "tonights"});
         return isAhead && !m_hasDay ? 1 : 0;
     }
 
     int day(int index) const
     {
-        const std::string_view text = at(index).text;
         const bool isLinked = is(index - 1, {"and", "or", "on", "until", "till", "to"});
         if (is(index, {"yesterday"}) && (isEdge(index) || isLinked))
             return 1;
-        const bool isDay = (TimeTerms::weekday(text) && !isWordOfTask(index)) || TimeTerms::isPluralWeekday(text)
-            || TimeTerms::isRelativeDay(text) || TimeTerms::isAlmostDay(text);
+        const bool isDay = (has(index, Terms::weekday) && !isWordOfTask(index))
+            || has(index, Terms::pluralWeekday | Terms::relativeDay | Terms::almostDay);
         return isDay || is(index, {"eod", "noonish"}) || (is(index, {"everyday", "everynight"}) && isEdge(index)) ? 1
                                                                                                                   : 0;
     }
 
     bool isWordOfTask(int index) const
     {
-        return TimeTerms::isWordToo(at(index).text) && !TimeTerms::governsDay(m_tokens, index - 1)
-            && !is(index - 1, {"and", "or", ","});
+        return has(index, Terms::wordToo) && !has(index - 1, Terms::governsDay) && !is(index - 1, {"and", "or", ","});
     }
 
     /// First or last of what is no time.
@@ -139,11 +144,11 @@ private:
     bool isShortYear(int index) const
     {
         const int before = is(index - 1, {"'", "’"}) ? index - 2 : index - 1;
-        const bool isBehindMonth = TimeTerms::month(at(before).text) || TimeTerms::month(at(before - 1).text);
+        const bool isBehindMonth = has(before, Terms::month) || has(before - 1, Terms::month);
         return at(index).kind == Kind::number && at(index).text.size() == 2 && m_tokens.isTime(before) && isBehindMonth;
     }
 
-    bool isMonth(int index) const { return isLeft(index) && TimeTerms::month(at(index).text); }
+    bool isMonth(int index) const { return isLeft(index) && has(index, Terms::month); }
 
     bool isNumber(int index) const
     {
@@ -160,7 +165,7 @@ private:
             return length;
         if (is(index, {"o'clock", "oclock", "o’clock"}))
             return 1;
-        const bool isHalf = is(index, {"half"}) && (isNumber(index + 1) || TimeTerms::number(at(index + 1).text))
+        const bool isHalf = is(index, {"half"}) && (isNumber(index + 1) || has(index + 1, Terms::number))
             && !is(index + 1, {"a", "an"});
         if (isHalf)
             return 2;
@@ -224,8 +229,8 @@ private:
         if (!isLink)
             return 0;
         const auto isPoint = [this](int other) {
-            return isNumber(other) || at(other).kind == Kind::clock || TimeTerms::weekday(at(other).text)
-                || TimeTerms::isPart(at(other).text) || (TimeTerms::number(at(other).text) && !is(other, {"a", "an"}));
+            return isNumber(other) || at(other).kind == Kind::clock || has(other, Terms::weekday | Terms::part)
+                || (has(other, Terms::number) && !is(other, {"a", "an"}));
         };
         const bool isHalf = is(index, {"and"}) && is(index + 1, {"a"}) && is(index + 2, {"half", "quarter"});
         const int next = is(index + 1, {"the", "on", "at"}) ? index + 2 : index + 1;
@@ -249,11 +254,11 @@ private:
     int rule(int index) const
     {
         const auto isRhythm = [this](int other) {
-            return TimeTerms::isUnit(at(other).text) || m_tokens.isTime(other) || TimeTerms::weekday(at(other).text)
-                || TimeTerms::isPart(at(other).text) || is(other, {"quarter", "hourly", "few", "couple"});
+            return has(other, Terms::unit | Terms::weekday | Terms::part) || m_tokens.isTime(other)
+                || is(other, {"quarter", "hourly", "few", "couple"});
         };
         if (is(index, {"every", "each"})) {
-            const bool isCounted = isNumber(index + 1) || TimeTerms::number(at(index + 1).text)
+            const bool isCounted = isNumber(index + 1) || has(index + 1, Terms::number)
                 || is(index + 1, {"other", "second", "third", "fourth", "few", "couple", "single", "last", "first"});
             if (isCounted)
                 return isLeft(index + 2) && isRhythm(index + 2)  ? 3
@@ -295,13 +300,13 @@ private:
     int offset(int index) const
     {
         constexpr int longest = 6;
-        const bool isCount = isNumber(index + 1) || TimeTerms::number(at(index + 1).text)
-            || at(index + 1).kind == Kind::figures || at(index + 1).kind == Kind::clock
+        const bool isCount = isNumber(index + 1) || has(index + 1, Terms::number) || at(index + 1).kind == Kind::figures
+            || at(index + 1).kind == Kind::clock
             || is(index + 1, {"half", "about", "around", "less", "exactly", "another", "few", "couple"});
         if (!is(index, {"in"}) || !isCount)
             return 0;
         for (int unit = index + 2; unit <= index + longest; ++unit)
-            if (isLeft(unit) && TimeTerms::isUnit(at(unit).text))
+            if (isLeft(unit) && has(unit, Terms::unit))
                 return unit - index + 1;
         return is(index + 1, {"a"}) && is(index + 2, {"while", "bit", "moment"}) ? 3 : 0;
     }
@@ -309,9 +314,9 @@ private:
     /// "an hour before my appointment", "two days after [tomorrow]", "a week [on friday]", "[friday] week".
     int distance(int index) const
     {
-        if (isCount(index) && isLeft(index + 1) && TimeTerms::isUnit(at(index + 1).text) && isBeforeAfter(index + 2))
+        if (isCount(index) && isLeft(index + 1) && has(index + 1, Terms::unit) && isBeforeAfter(index + 2))
             return 3;
-        if (!TimeTerms::isUnit(at(index).text) && !is(index, {"seconds", "secs"}))
+        if (!has(index, Terms::unit) && !is(index, {"seconds", "secs"}))
             return 0;
         const bool isCounted = isCount(index - 1);
         const bool isWeekOn = is(index, {"week", "weeks", "fortnight"})
@@ -322,7 +327,7 @@ private:
         return isFrom || isWeekOn || isSeconds ? 1 : 0;
     }
 
-    bool isCount(int index) const { return isLeft(index) && (TimeTerms::number(at(index).text) || isNumber(index)); }
+    bool isCount(int index) const { return isLeft(index) && (has(index, Terms::number) || isNumber(index)); }
 
     bool isBeforeAfter(int index) const { return is(index, {"before", "after", "prior", "ahead", "from", "earlier"}); }
 
@@ -331,7 +336,7 @@ private:
     {
         if (at(index).kind == Kind::ordinal)
             return is(index - 1, {"the", "on", "and", "or", "to"}) ? 1 : 0;
-        const bool isPlace = TimeTerms::ordinal(at(index).text) || is(index, {"last"});
+        const bool isPlace = has(index, Terms::ordinal) || is(index, {"last"});
         const bool isOfWeekday = m_tokens.isTime(index + 1) || is(index + 1, {"day", "weekday"});
         const bool isDate = is(index - 1, {"the"}) && is(index - 2, {"on", "by", "until"})
             && !TimeTerms::isOrdinary(m_tokens, index + 1);

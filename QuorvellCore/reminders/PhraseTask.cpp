@@ -27,15 +27,6 @@ std::string withoutRanges(std::string_view text, const std::vector<TextRange>& r
     return rest.append(text.substr(kept));
 }
 
-std::string withoutLeadIn(std::string text)
-{
-    if (lowerCased(text).find("remind") == std::string::npos)
-        return text; // Every lead-in has it; most texts on the wire have not.
-    if (const auto match = PhrasePatterns::all().leadIn.find(text))
-        text.erase(match->range.start, match->range.end - match->range.start);
-    return text;
-}
-
 std::string withSingleSpaces(std::string_view text)
 {
     std::string result;
@@ -77,6 +68,15 @@ std::string_view withoutFirstWordOf(std::string_view text, Words words)
 }
 
 } // namespace
+
+std::string withoutLeadIn(std::string text)
+{
+    if (lowerCased(text).find("remind") == std::string::npos)
+        return text; // Every lead-in has it; most texts on the wire have not.
+    if (const auto match = PhrasePatterns::all().leadIn.find(text))
+        text.erase(match->range.start, match->range.end - match->range.start);
+    return text;
+}
 
 std::vector<TextRange> mergedRanges(std::vector<TextRange> ranges)
 {

@@ -3,17 +3,19 @@
 
 #include "QuorvellCore/reminders/NotTimes.h"
 #include "QuorvellCore/reminders/PassedOverTimes.h"
-#include "QuorvellCore/reminders/PhrasePatterns.h"
 #include "QuorvellCore/reminders/PhraseReading.h"
 #include "QuorvellCore/reminders/PhraseTask.h"
 #include "QuorvellCore/reminders/RequestTokens.h"
+#include "QuorvellCore/reminders/RequestWording.h"
 #include "QuorvellCore/reminders/SaidDates.h"
 #include "QuorvellCore/reminders/SpokenDates.h"
 #include "QuorvellCore/reminders/SpokenTimes.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
+#include "QuorvellCore/text/Pattern.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quorvell {
 
@@ -21,42 +23,43 @@ namespace {
 
 using Verdict = ReminderRequest::Verdict;
 
-std::string withoutMatch(const Pattern& pattern, std::string text)
+/// `pattern` begins at the start of a text, with that word: most texts are spared the search.
+std::string withoutFirst(std::string_view word, const Pattern& pattern, std::string text)
 {
-    const auto match = pattern.find(text);
+    const bool mayMatch = asciiLowerCased(std::string_view(text).substr(0, word.size())) == word;
+    const auto match = mayMatch ? pattern.find(text) : std::nullopt;
     return match ? text.erase(match->range.start, match->range.end - match->range.start) : text;
 }
 
 /// Undoes what cutting the time words leaves: "the to water the plants" of "the day after tomorrow to water the
 /// plants", "lunch @" of "lunch @5pm", and a "remind me to" that stood behind a time and a comma.
-std::string tidiedTask(const std::string& task, std::string_view words)
+std::string tidiedTask(const std::string& task, std::string_view lowerCasedWords)
 {
     static const Pattern articleBeforeTo(R"(^the\s+(?=to\s))", Pattern::Case::insensitive);
     static const Pattern article(R"(^the\s+)", Pattern::Case::insensitive);
     static const Pattern preposition(R"(^(?:to|about|that)\s+)", Pattern::Case::insensitive);
-    const bool lostItsNoun = lowerCased(words).find("the day after tomorrow") != std::string::npos;
-    std::string tidy = trimmed(withoutMatch(PhrasePatterns::all().leadIn, task + ' '), "@");
-    const std::string withoutArticle = withoutMatch(lostItsNoun ? article : articleBeforeTo, tidy);
+    static const Pattern to(R"(^to\s+)", Pattern::Case::insensitive);
+    const bool lostItsNoun = lowerCasedWords.find("the day after tomorrow") != std::string_view::npos;
+    std::string tidy = trimmed(withoutLeadIn(task + ' '), "@");
+    const std::string withoutArticle = withoutFirst("the", lostItsNoun ? article : articleBeforeTo, tidy);
     if (withoutArticle != tidy)
-        tidy = withoutMatch(PhrasePatterns::all().leadIn, withoutMatch(preposition, withoutArticle));
-    static const Pattern to(R"(^to\s+)", Pattern::Case::insensitive); // Of "by friday to call mum".
-    return withUpperCaseFirst(trimmed(withoutMatch(to, tidy), ",.;:-!?@"));
+        tidy = withoutLeadIn(withoutFirst("", preposition, withoutArticle));
+    return withUpperCaseFirst(trimmed(withoutFirst("to", to, tidy), ",.;:-!?@")); // Of "by friday to call mum".
 }
 
 /// The words of a request, as far as they were read.
 class RequestReading {
 public:
-    RequestReading(const std::string& text, Instant now, const Calendar& calendar)
-        : m_text(text)
-        , m_lower(text)
-        , m_tokens(m_lower, text)
+    RequestReading(RequestWording& wording, Instant now, const Calendar& calendar)
+        : m_wording(wording)
     {
-        markNotTimes(m_tokens);
-        const SaidDates said = SaidDates::find(m_tokens, calendar.day(now));
-        m_phrase = PhraseReading::of(m_lower.text(), hints(said), now, calendar);
+        RequestTokens& tokens = wording.tokens();
+        markNotTimes(tokens);
+        const SaidDates said = SaidDates::find(tokens, calendar.day(now));
+        m_phrase = PhraseReading::of(wording.lower().text(), hints(said), now, calendar);
         if (m_phrase)
-            m_tokens.markTimes(mergedRanges(m_phrase->findings.ranges));
-        m_passedOver = passedOverTimes(m_tokens, m_phrase ? m_phrase->findings : PhraseFindings());
+            tokens.markTimes(mergedRanges(m_phrase->findings.ranges));
+        m_passedOver = passedOverTimes(tokens, m_phrase ? m_phrase->findings : PhraseFindings());
         if (said.isContradiction)
             m_passedOver.insert(m_passedOver.end(), said.words.begin(), said.words.end());
     }
@@ -71,17 +74,18 @@ public:
         if (m_phrase)
             ranges.insert(ranges.end(), m_phrase->findings.ranges.begin(), m_phrase->findings.ranges.end());
         for (TextRange& range : ranges)
-            range = {m_lower.inputPosition(range.start), m_lower.inputEndPosition(range.end)};
-        return ranges.empty() ? m_text : phraseTask(m_text, mergedRanges(std::move(ranges)));
+            range = m_wording.asWritten(range);
+        return ranges.empty() ? m_wording.text() : phraseTask(m_wording.text(), mergedRanges(std::move(ranges)));
     }
 
 private:
     PhraseHints hints(const SaidDates& said) const
     {
         PhraseHints hints;
-        for (int index = 0; index < m_tokens.size(); ++index)
-            if (!m_tokens.isOpen(index))
-                hints.notTimes.push_back(m_tokens.token(index).range);
+        const RequestTokens& tokens = m_wording.tokens();
+        for (int index = 0; index < tokens.size(); ++index)
+            if (!tokens.isOpen(index))
+                hints.notTimes.push_back(tokens.token(index).range);
         if (said.day) {
             hints.day = said.day;
             hints.dayWords = said.words;
@@ -89,9 +93,7 @@ private:
         return hints;
     }
 
-    const std::string& m_text;
-    LowerCasedText m_lower;
-    RequestTokens m_tokens;
+    const RequestWording& m_wording;
     std::optional<PhraseReading> m_phrase;
     std::vector<TextRange> m_passedOver;
 };
@@ -109,9 +111,11 @@ ReminderRequest ReminderRequest::fromWords(std::string_view words, Instant now, 
     ReminderRequest request;
     if (isTooLong(words))
         return request;
-    const std::string text = withWrittenDates(withWrittenTimes(repairUtf8(words)));
-    const RequestReading reading(text, now, calendar);
-    request.task = tidiedTask(reading.task(), text);
+    std::optional<RequestWording> wording(std::in_place, withWrittenTimes(repairUtf8(words)));
+    if (auto written = withWrittenDates(*wording))
+        wording.emplace(*std::move(written));
+    const RequestReading reading(*wording, now, calendar);
+    request.task = tidiedTask(reading.task(), wording->lower().text());
     if (!reading.phrase() || !reading.isWhole())
         return request;
 

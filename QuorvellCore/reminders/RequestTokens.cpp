@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/RequestTokens.h"
 
+#include "QuorvellCore/reminders/RequestVocabulary.h"
 #include "QuorvellCore/text/CodePoints.h"
 
 #include <algorithm>
@@ -102,6 +103,8 @@ bool hasCapitalAt(std::string_view input, std::size_t position)
 RequestTokens::RequestTokens(const LowerCasedText& lower, std::string_view input)
 {
     const std::string_view text = lower.text();
+    constexpr std::size_t usualLength = 4; // Bytes of a word with the space behind it, rather fewer than many.
+    m_tokens.reserve(text.size() / usualLength + 1);
     bool followsSpace = true;
     for (std::size_t position = 0; position < text.size();) {
         std::size_t next = position;
@@ -119,6 +122,7 @@ RequestTokens::RequestTokens(const LowerCasedText& lower, std::string_view input
         token.range = {position, end};
         token.hasCapital = hasCapitalAt(input, lower.inputPosition(position));
         token.followsSpace = followsSpace;
+        token.terms = isWord ? RequestVocabulary::termsOf(token.text) : RequestVocabulary::termsOfMark(token.text);
         m_tokens.push_back(token);
         followsSpace = false;
         position = end;
@@ -128,7 +132,7 @@ RequestTokens::RequestTokens(const LowerCasedText& lower, std::string_view input
 
 const RequestToken& RequestTokens::token(int index) const
 {
-    static const RequestToken none{Kind::mark, {}, {}, false, true, RequestToken::Meaning::task};
+    static const RequestToken none{Kind::mark, {}, {}, false, true, {}, RequestToken::Meaning::task};
     return isInside(index) ? m_tokens[static_cast<std::size_t>(index)] : none;
 }
 

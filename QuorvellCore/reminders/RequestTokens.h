@@ -2,10 +2,12 @@
 // The words, numbers and marks of a request, with what is known of each.
 #pragma once
 
+#include "QuorvellCore/reminders/WordTerms.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -35,6 +37,7 @@ struct RequestToken {
     std::string_view text; ///< Lower-cased.
     bool hasCapital = false; ///< Of its first letter, as it was written.
     bool followsSpace = false;
+    WordTerms terms{};
     Meaning meaning = Meaning::open;
 };
 
@@ -49,6 +52,8 @@ public:
     const RequestToken& token(int index) const;
     bool isInside(int index) const { return index >= 0 && index < size(); }
     bool is(int index, Words words) const;
+    /// One of the terms holds of that word.
+    bool has(int index, std::uint32_t anyOf) const { return token(index).terms.has(anyOf); }
     bool isOpen(int index) const { return isInside(index) && token(index).meaning == RequestToken::Meaning::open; }
     bool isTime(int index) const { return isInside(index) && token(index).meaning == RequestToken::Meaning::time; }
     bool isDoubtful(int index) const

@@ -12,6 +12,7 @@ namespace quorvell {
 namespace {
 
 using Kind = RequestToken::Kind;
+using Terms = WordTerms;
 using std::chrono::days;
 
 /// One naming of a day: the day itself, or only what it has to be.
@@ -64,7 +65,7 @@ public:
     {
         std::vector<Mention> found;
         for (int index = 0; index < m_tokens.size(); ++index) {
-            auto mention = m_tokens.isOpen(index) ? at(index) : std::nullopt;
+            auto mention = m_tokens.has(index, Terms::saidDate) && m_tokens.isOpen(index) ? at(index) : std::nullopt;
             if (!mention)
                 continue;
             index = mention->last;
@@ -120,11 +121,11 @@ private:
         return mention;
     }
 
-    bool isMonth(int index) const { return m_tokens.isOpen(index) && TimeTerms::month(m_tokens.token(index).text); }
+    bool isMonth(int index) const { return m_tokens.isOpen(index) && m_tokens.has(index, Terms::month); }
 
     Mention inYear(int first, int last, int monthIndex, int dayIndex) const
     {
-        const int month = *TimeTerms::month(m_tokens.token(monthIndex).text);
+        const int month = m_tokens.token(monthIndex).terms.valueOf(Terms::month).value_or(0);
         const int day = numberAt(m_tokens, dayIndex);
         const int yearIndex = m_tokens.is(last + 1, {",", "in", "of"}) ? last + 2 : last + 1;
         if (!isYear(m_tokens, yearIndex))
@@ -141,10 +142,10 @@ private:
             m_tokens.is(index, {"day"}) && m_tokens.is(index + 1, {"after"}) && m_tokens.is(index + 2, {"tomorrow"});
         if (isAfter)
             return Mention{index, index + 2, m_today + days(2), {}, {}, true, false};
-        if (TimeTerms::isRelativeDay(text))
+        if (m_tokens.has(index, Terms::relativeDay))
             return Mention{
                 index, index, m_today + days(text == "tomorrow" || text == "tmrw" ? 1 : 0), {}, {}, true, false};
-        const auto weekday = TimeTerms::weekday(text);
+        const auto weekday = m_tokens.token(index).terms.valueOf(Terms::weekday);
         const bool isRule = m_tokens.is(index - 1, {"every", "each"});
         return weekday && !isRule ? std::optional(Mention{index, index, {}, weekday, {}, true, false}) : std::nullopt;
     }

@@ -3,7 +3,6 @@
 
 #include "QuorvellCore/reminders/DecimalNumber.h"
 #include "QuorvellCore/reminders/ReminderWords.h"
-#include "QuorvellCore/reminders/RequestTokens.h"
 #include "QuorvellCore/reminders/TimeTerms.h"
 
 #include <algorithm>
@@ -15,6 +14,7 @@ namespace quorvell {
 namespace {
 
 using Kind = RequestToken::Kind;
+using Terms = WordTerms;
 
 constexpr int minutesOfHour = 60;
 constexpr int minutesOfDay = 24 * minutesOfHour;
@@ -50,7 +50,7 @@ public:
     {
         std::vector<Replacement> found;
         for (int index = 0; index < m_tokens.size();) {
-            const auto replacement = at(index);
+            const auto replacement = has(index, Terms::spokenDate) ? at(index) : std::nullopt;
             if (replacement)
                 found.push_back(*replacement);
             index = replacement ? replacement->end : index + 1;
@@ -70,6 +70,8 @@ private:
     }
 
     bool is(int index, RequestTokens::Words words) const { return m_tokens.is(index, words); }
+    bool has(int index, std::uint32_t anyOf) const { return m_tokens.has(index, anyOf); }
+    const Terms& terms(int index) const { return m_tokens.token(index).terms; }
     std::string_view text(int index) const { return m_tokens.token(index).text; }
     Kind kind(int index) const { return m_tokens.token(index).kind; }
 
@@ -105,11 +107,12 @@ private:
     {
         if (const auto number = digits(index))
             return Quantity{4 * *number, index + 1};
-        const auto number = TimeTerms::number(text(index));
+        const auto number = terms(index).valueOf(Terms::number);
         if (!number)
             return std::nullopt;
         const int oneIndex = is(index + 1, {"-"}) ? index + 2 : index + 1;
-        const auto one = *number >= 20 && !is(oneIndex, {"a", "an"}) ? TimeTerms::number(text(oneIndex)) : std::nullopt;
+        const auto one =
+            *number >= 20 && !is(oneIndex, {"a", "an"}) ? terms(oneIndex).valueOf(Terms::number) : std::nullopt;
         return one && *one < 10 ? Quantity{4 * (*number + *one), oneIndex + 1} : Quantity{4 * *number, index + 1};
     }
 
@@ -130,13 +133,13 @@ private:
     std::optional<Length> oneLength(int index) const
     {
         const auto count = quantity(index);
-        const int unit = count && TimeTerms::isUnit(text(count->end)) ? minutesOf(text(count->end)) : 0;
+        const int unit = count && has(count->end, Terms::unit) ? minutesOf(text(count->end)) : 0;
         if (unit == 0)
             return std::nullopt;
         int quarters = count->quarters;
         int end = count->end + 1;
         const bool hasFraction = is(end, {"and"}) && is(end + 1, {"a"}) && is(end + 2, {"half", "quarter"});
-        if (hasFraction && !TimeTerms::isUnit(text(end + 3))) {
+        if (hasFraction && !has(end + 3, Terms::unit)) {
             quarters += is(end + 2, {"half"}) ? 2 : 1;
             end += 3;
         }
@@ -200,11 +203,11 @@ private:
         constexpr int longestMonth = 31;
         if (kind(index) == Kind::ordinal)
             return Quantity{decimalNumber(text(index).substr(0, text(index).size() - 2)).value_or(0), index + 1};
-        if (const auto day = TimeTerms::ordinal(text(index)))
+        if (const auto day = terms(index).valueOf(Terms::ordinal))
             return Quantity{*day, index + 1};
         const int tens = is(index, {"twenty"}) ? 20 : is(index, {"thirty"}) ? 30 : 0;
         const int oneIndex = is(index + 1, {"-"}) ? index + 2 : index + 1;
-        const auto one = tens > 0 ? TimeTerms::ordinal(text(oneIndex)) : std::nullopt;
+        const auto one = tens > 0 ? terms(oneIndex).valueOf(Terms::ordinal) : std::nullopt;
         const bool isDay = one && *one < 10 && tens + *one <= longestMonth;
         return isDay ? std::optional(Quantity{tens + *one, oneIndex + 1}) : std::nullopt;
     }
@@ -231,13 +234,12 @@ private:
             return std::nullopt;
         const int before = is(index - 1, {"the"}) ? index - 2 : index - 1;
         const int after = is(day->end, {"of"}) ? day->end + 1 : day->end;
-        const bool isOfMonth = TimeTerms::month(text(before)) || TimeTerms::month(text(after));
-        const bool isAlone = before == index - 2
-            && (is(before, {"on", "by", "until"}) || TimeTerms::weekday(text(before)))
+        const bool isOfMonth = has(before, Terms::month) || has(after, Terms::month);
+        const bool isAlone = before == index - 2 && (is(before, {"on", "by", "until"}) || has(before, Terms::weekday))
             && (kind(day->end) == Kind::mark || is(day->end, {"at", "to"}));
         if (!isOfMonth && !isAlone)
             return std::nullopt;
-        const int first = TimeTerms::month(text(before)) ? before + 1 : index;
+        const int first = has(before, Terms::month) ? before + 1 : index;
         return Replacement{first, day->end, ReminderWords::ordinal(day->quarters)};
     }
 
@@ -248,7 +250,7 @@ private:
         const bool isRule = is(index - 1, {"every", "each"}) || is(index - 1, {"on"});
         const bool isTimed =
             day == index + 1 || kind(day + 1) == Kind::mark || TimeTerms::isTimeLike(m_tokens, day + 1);
-        if (isRule || !isTimed || !TimeTerms::isPluralWeekday(text(day)))
+        if (isRule || !isTimed || !has(day, Terms::pluralWeekday))
             return std::nullopt;
         return Replacement{index, day + 1, "every " + std::string(text(day).substr(0, text(day).size() - 1))};
     }
@@ -286,7 +288,7 @@ private:
             return Replacement{index, index + 2, "in the night"};
         const bool isHour = kind(index) == Kind::number && text(index).size() <= 2
             && !is(index - 1, {"at", "by", "@", "around", ":", "/"});
-        const bool isOfPart = (is(index + 1, {"in"}) && is(index + 2, {"the"}) && TimeTerms::isPart(text(index + 3)))
+        const bool isOfPart = (is(index + 1, {"in"}) && is(index + 2, {"the"}) && has(index + 3, Terms::part))
             || (is(index + 1, {"at"}) && is(index + 2, {"night"}));
         return isHour && isOfPart ? std::optional(Replacement{index, index + 1, "at " + std::string(text(index))})
                                   : std::nullopt;
@@ -305,16 +307,18 @@ private:
 
 } // namespace
 
-std::string withWrittenDates(std::string_view text)
+std::optional<std::string> withWrittenDates(const RequestWording& wording)
 {
-    const LowerCasedText lower(text);
-    const RequestTokens tokens(lower, text);
+    const std::vector<Replacement> replacements = SpokenDates(wording.tokens()).find();
+    if (replacements.empty())
+        return std::nullopt;
+    const std::string_view text = wording.text();
     std::string result;
     std::size_t kept = 0;
-    for (const Replacement& replacement : SpokenDates(tokens).find()) {
-        const TextRange range = tokens.range(replacement.first, replacement.end - 1);
-        result.append(text.substr(kept, lower.inputPosition(range.start) - kept)).append(replacement.text);
-        kept = lower.inputEndPosition(range.end);
+    for (const Replacement& replacement : replacements) {
+        const TextRange range = wording.asWritten(wording.tokens().range(replacement.first, replacement.end - 1));
+        result.append(text.substr(kept, range.start - kept)).append(replacement.text);
+        kept = range.end;
     }
     return result.append(text.substr(kept));
 }

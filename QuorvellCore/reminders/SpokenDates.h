@@ -4,12 +4,14 @@
 // "every monday".
 #pragma once
 
+#include "QuorvellCore/reminders/RequestWording.h"
+
+#include <optional>
 #include <string>
-#include <string_view>
 
 namespace quorvell {
 
-/// Everything else stays as it is; English only.
-std::string withWrittenDates(std::string_view text);
+/// Nothing where no word changes, which is most often; English only.
+std::optional<std::string> withWrittenDates(const RequestWording& wording);
 
 } // namespace quorvell

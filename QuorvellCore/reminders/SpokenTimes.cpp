@@ -2,6 +2,8 @@
 #include "QuorvellCore/reminders/SpokenTimes.h"
 
 #include "QuorvellCore/reminders/DecimalNumber.h"
+#include "QuorvellCore/reminders/SpokenTimeCues.h"
+#include "QuorvellCore/reminders/SpokenTimeNames.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
 
@@ -9,18 +11,14 @@
 #include <array>
 #include <cstdio>
 #include <optional>
+#include <utility>
 
 namespace quorvell {
 
 namespace {
 
-constexpr std::array<std::string_view, 12> hourNames = {
-    "one", "two", "three", "four", "five", "six", "seven", "eight", "nine", "ten", "eleven", "twelve"};
-
-/// Minutes that are spoken as words are multiples of five.
-constexpr std::array<std::string_view, 12> minuteNames = {"", "five", "ten", "fifteen", "twenty", "twenty five",
-    "thirty", "thirty five", "forty", "forty five", "fifty", "fifty five"};
-
+constexpr auto& hourNames = SpokenTimeNames::hours;
+constexpr auto& minuteNames = SpokenTimeNames::minutes;
 constexpr int hoursOnTheClock = 12;
 constexpr int minutesInHour = 60;
 
@@ -113,8 +111,9 @@ std::optional<std::string> writtenPlain(const PatternMatch& match)
     return match.texts[0] + written(hourOf(match.texts[1]), minuteOf(match.texts[2]));
 }
 
-std::string rewritten(
-    const std::string& text, const Pattern& pattern, std::optional<std::string> (*rewrite)(const PatternMatch&))
+using Rewriting = std::optional<std::string> (*)(const PatternMatch&);
+
+std::string rewritten(const std::string& text, const Pattern& pattern, Rewriting rewrite)
 {
     std::string result;
     std::size_t kept = 0;
@@ -133,18 +132,23 @@ std::string rewritten(
 std::string withWrittenTimes(std::string_view text)
 {
     const SpokenTimePatterns& patterns = SpokenTimePatterns::all();
-    const std::string lower = lowerCased(text);
-    const auto holds = [&lower](std::string_view word) { return lower.find(word) != std::string::npos; };
     std::string result(text);
-    // Most texts have none of these words, and a search for a pattern costs more than one for a word.
-    if (holds("past") || holds(" to "))
-        result = rewritten(result, patterns.relative, writtenRelative);
-    if (holds("clock"))
-        result = rewritten(result, patterns.oClock, writtenOClock);
-    if (holds("am") || holds("pm") || holds(".m") || holds(" m"))
-        result = rewritten(result, patterns.marked, writtenMarked);
-    if (holds("at") || holds("by"))
-        result = rewritten(result, patterns.plain, writtenPlain);
+    SpokenTimeCues cues = SpokenTimeCues::of(result);
+    const auto rewrite = [&](const Pattern& pattern, Rewriting rewriting) {
+        std::string changed = rewritten(result, pattern, rewriting);
+        if (changed == result)
+            return;
+        result = std::move(changed);
+        cues = SpokenTimeCues::of(result);
+    };
+    if (cues.relative)
+        rewrite(patterns.relative, writtenRelative);
+    if (cues.oClock)
+        rewrite(patterns.oClock, writtenOClock);
+    if (cues.marked)
+        rewrite(patterns.marked, writtenMarked);
+    if (cues.plain)
+        rewrite(patterns.plain, writtenPlain);
     return result;
 }
 
