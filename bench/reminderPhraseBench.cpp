@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // How many reminder phrases a second are understood and how many requests are read, one a line in the file given; and
 // how long those take that were written to be slow. Prints one JSON object.
-#include "QuorvellCore/reminders/ReminderPhrase.h"
-#include "QuorvellCore/reminders/ReminderRequest.h"
+#include "QuorvellCore/reminders/phrase/ReminderPhrase.h"
+#include "QuorvellCore/reminders/request/ReminderRequest.h"
 
 #include <algorithm>
 #include <chrono>

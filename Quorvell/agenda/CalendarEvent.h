@@ -2,7 +2,7 @@
 // Events as every calendar gives and takes them.
 #pragma once
 
-#include "QuorvellCore/reminders/ReminderRepeat.h"
+#include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "QuorvellCore/text/Instant.h"
 
 #include <optional>

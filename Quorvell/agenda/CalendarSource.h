@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Quorvell/agenda/CalendarEvent.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <optional>
 #include <string>

@@ -4,7 +4,7 @@
 
 #include "Quorvell/agenda/CalendarEvent.h"
 #include "Quorvell/preferences/WakingHours.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <chrono>
 #include <cstddef>

@@ -2,7 +2,7 @@
 #include "Quorvell/agenda/IcsMoment.h"
 
 #include "Quorvell/files/SystemZone.h"
-#include "QuorvellCore/reminders/WindowsZone.h"
+#include "QuorvellCore/reminders/calendar/WindowsZone.h"
 
 #include <array>
 #include <cstdio>

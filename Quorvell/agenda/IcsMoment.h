@@ -2,7 +2,7 @@
 // Moments as calendar files write them, and the zones they are in. Only for the sources of this room.
 #pragma once
 
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <libical/ical.h>
 

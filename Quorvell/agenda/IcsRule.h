@@ -2,8 +2,8 @@
 // The rules by which events of a calendar file repeat. Only for the sources of this room.
 #pragma once
 
-#include "QuorvellCore/reminders/Calendar.h"
-#include "QuorvellCore/reminders/ReminderRepeat.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
+#include "QuorvellCore/reminders/state/ReminderRepeat.h"
 
 #include <libical/ical.h>
 

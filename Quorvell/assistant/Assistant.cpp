@@ -16,7 +16,7 @@
 #include "Quorvell/tools/NotebookDigest.h"
 #include "Quorvell/tools/NotebookTools.h"
 #include "Quorvell/tools/ReminderTools.h"
-#include "QuorvellCore/reminders/LocaleWords.h"
+#include "QuorvellCore/reminders/calendar/LocaleWords.h"
 
 #include <QRandomGenerator>
 #include <nlohmann/json.hpp>

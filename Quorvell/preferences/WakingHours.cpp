@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/preferences/WakingHours.h"
 
-#include "QuorvellCore/reminders/DecimalNumber.h"
+#include "QuorvellCore/reminders/calendar/DecimalNumber.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <array>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Quorvell/records/LogEntry.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <chrono>
 #include <string>

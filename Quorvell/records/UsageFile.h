@@ -6,7 +6,7 @@
 #include "Quorvell/records/UsageBook.h"
 #include "Quorvell/session/ports/UsageStore.h"
 #include "Quorvell/session/reports/SessionObserver.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <functional>
 #include <string>

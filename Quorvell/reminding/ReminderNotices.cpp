@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/reminding/ReminderNotices.h"
 
-#include "QuorvellCore/reminders/ReminderWords.h"
+#include "QuorvellCore/reminders/calendar/ReminderWords.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 
 #include "Quorvell/reminding/Notifier.h"
 #include "Quorvell/reminding/ReminderSchedule.h"
-#include "QuorvellCore/reminders/ReminderChoices.h"
+#include "QuorvellCore/reminders/state/ReminderChoices.h"
 
 #include <string>
 #include <vector>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/reminding/ReminderSchedule.h"
 
-#include "QuorvellCore/reminders/ReminderRepeat.h"
-#include "QuorvellCore/reminders/ReminderState.h"
-#include "QuorvellCore/reminders/ReminderTrigger.h"
+#include "QuorvellCore/reminders/state/ReminderRepeat.h"
+#include "QuorvellCore/reminders/state/ReminderState.h"
+#include "QuorvellCore/reminders/state/ReminderTrigger.h"
 
 #include <algorithm>
 

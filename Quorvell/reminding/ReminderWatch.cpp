@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/reminding/ReminderWatch.h"
 
-#include "QuorvellCore/reminders/ReminderState.h"
+#include "QuorvellCore/reminders/state/ReminderState.h"
 
 #include <nlohmann/json.hpp>
 

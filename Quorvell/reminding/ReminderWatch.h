@@ -8,7 +8,7 @@
 #include "Quorvell/reminding/PresenceWatch.h"
 #include "Quorvell/reminding/ReminderNotices.h"
 #include "Quorvell/reminding/WallClockTimer.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <functional>
 #include <map>

@@ -2,7 +2,7 @@
 #include "Quorvell/reminding/RemindersElsewhere.h"
 
 #include "Quorvell/reminding/ReminderNotices.h"
-#include "QuorvellCore/reminders/ReminderState.h"
+#include "QuorvellCore/reminders/state/ReminderState.h"
 
 #include <utility>
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Quorvell/notebook/Notebook.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <functional>
 #include <map>

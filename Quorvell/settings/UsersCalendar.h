@@ -2,7 +2,7 @@
 // The calendar that the user of this computer lives by.
 #pragma once
 
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <iosfwd>
 #include <optional>

@@ -7,7 +7,7 @@
 #include "Quorvell/preferences/WakingHours.h"
 #include "Quorvell/session/tools/ToolRegistry.h"
 #include "Quorvell/tools/ConsentWords.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <functional>
 #include <string>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/tools/EventAnswers.h"
 
-#include "QuorvellCore/reminders/DateParts.h"
-#include "QuorvellCore/reminders/LocaleWords.h"
-#include "QuorvellCore/reminders/ReminderState.h"
-#include "QuorvellCore/reminders/ReminderTrigger.h"
-#include "QuorvellCore/reminders/ReminderWords.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
+#include "QuorvellCore/reminders/calendar/LocaleWords.h"
+#include "QuorvellCore/reminders/calendar/ReminderWords.h"
+#include "QuorvellCore/reminders/state/ReminderState.h"
+#include "QuorvellCore/reminders/state/ReminderTrigger.h"
 
 #include <nlohmann/json.hpp>
 

@@ -6,7 +6,7 @@
 #include "Quorvell/agenda/FreeTime.h"
 #include "QuorvellCore/live/tools/ToolResult.h"
 #include "QuorvellCore/notebook/Note.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 #include "QuorvellCore/text/Json.h"
 
 #include <string>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/tools/EventArguments.h"
 
-#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <nlohmann/json.hpp>

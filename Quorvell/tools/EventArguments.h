@@ -4,7 +4,7 @@
 
 #include "Quorvell/agenda/CalendarEvent.h"
 #include "QuorvellCore/live/wire/vocabulary/LiveFunctionCall.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 #include "QuorvellCore/text/Json.h"
 
 #include <string>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/tools/NotebookDigest.h"
 
-#include "QuorvellCore/reminders/ReminderState.h"
-#include "QuorvellCore/reminders/ReminderWords.h"
+#include "QuorvellCore/reminders/calendar/ReminderWords.h"
+#include "QuorvellCore/reminders/state/ReminderState.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/OneLine.h"
 

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "QuorvellCore/notebook/Note.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <string>
 #include <vector>

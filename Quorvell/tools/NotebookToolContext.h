@@ -4,7 +4,7 @@
 
 #include "Quorvell/notebook/NotebookSearch.h"
 #include "Quorvell/tools/ConsentWords.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <functional>
 #include <string>

@@ -4,7 +4,7 @@
 #include "Quorvell/tools/FactTool.h"
 #include "Quorvell/tools/NoteKeepingTools.h"
 #include "Quorvell/tools/NoteUse.h"
-#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
 

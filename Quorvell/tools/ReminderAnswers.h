@@ -4,8 +4,8 @@
 
 #include "QuorvellCore/live/tools/ToolResult.h"
 #include "QuorvellCore/notebook/Note.h"
-#include "QuorvellCore/reminders/Calendar.h"
-#include "QuorvellCore/reminders/ReminderRequest.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
+#include "QuorvellCore/reminders/request/ReminderRequest.h"
 #include "QuorvellCore/text/Json.h"
 
 #include <string>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/tools/ReminderArguments.h"
 
-#include "QuorvellCore/reminders/DateParts.h"
-#include "QuorvellCore/reminders/PhraseWords.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
+#include "QuorvellCore/reminders/phrase/PhraseWords.h"
 #include "QuorvellCore/text/Characters.h"
 
 namespace quorvell {

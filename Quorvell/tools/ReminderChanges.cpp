@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/tools/ReminderChanges.h"
 
-#include "QuorvellCore/reminders/DateParts.h"
-#include "QuorvellCore/reminders/PhraseWords.h"
-#include "QuorvellCore/reminders/ReminderChoices.h"
-#include "QuorvellCore/reminders/ReminderState.h"
-#include "QuorvellCore/reminders/ReminderTrigger.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
+#include "QuorvellCore/reminders/phrase/PhraseWords.h"
+#include "QuorvellCore/reminders/state/ReminderChoices.h"
+#include "QuorvellCore/reminders/state/ReminderState.h"
+#include "QuorvellCore/reminders/state/ReminderTrigger.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"

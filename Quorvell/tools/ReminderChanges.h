@@ -3,8 +3,8 @@
 #pragma once
 
 #include "QuorvellCore/notebook/Note.h"
-#include "QuorvellCore/reminders/Calendar.h"
-#include "QuorvellCore/reminders/ReminderRequest.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
+#include "QuorvellCore/reminders/request/ReminderRequest.h"
 
 #include <string>
 #include <string_view>

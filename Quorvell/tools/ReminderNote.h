@@ -3,7 +3,7 @@
 #pragma once
 
 #include "QuorvellCore/notebook/Note.h"
-#include "QuorvellCore/reminders/ReminderRequest.h"
+#include "QuorvellCore/reminders/request/ReminderRequest.h"
 
 #include <string>
 

@@ -6,8 +6,8 @@
 #include "Quorvell/tools/ReminderArguments.h"
 #include "Quorvell/tools/ReminderChanges.h"
 #include "Quorvell/tools/ReminderNote.h"
-#include "QuorvellCore/reminders/ReminderRequest.h"
-#include "QuorvellCore/reminders/ReminderState.h"
+#include "QuorvellCore/reminders/request/ReminderRequest.h"
+#include "QuorvellCore/reminders/state/ReminderState.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <nlohmann/json.hpp>

@@ -4,7 +4,7 @@
 
 #include "Quorvell/notebook/Notebook.h"
 #include "Quorvell/session/tools/ToolRegistry.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <functional>
 #include <string>

@@ -2,7 +2,7 @@
 // A note, a reminder or an event that a tool named.
 #pragma once
 
-#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
 
 #include <optional>
 #include <string>

@@ -2,7 +2,7 @@
 // What was asked back and is still open.
 #pragma once
 
-#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "Understanding/time/TimeChoice.h"
 
 #include <optional>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/dialogue/PlainReplies.h"
 
-#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "Understanding/time/SpokenWhen.h"
 
 namespace quorvell {

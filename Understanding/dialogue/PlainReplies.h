@@ -2,7 +2,7 @@
 // What is said without any tool. Short, in common words: it is heard, not read.
 #pragma once
 
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 #include "QuorvellCore/text/Instant.h"
 
 #include <string>

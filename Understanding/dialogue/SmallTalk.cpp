@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/dialogue/SmallTalk.h"
 
-#include "QuorvellCore/reminders/ReminderWords.h"
+#include "QuorvellCore/reminders/calendar/ReminderWords.h"
 #include "Understanding/dialogue/PlainReplies.h"
 #include "Understanding/words/RequestText.h"
 

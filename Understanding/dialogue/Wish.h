@@ -2,7 +2,7 @@
 // What is to be done with a thing that is there already.
 #pragma once
 
-#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
 
 #include <optional>
 #include <string>

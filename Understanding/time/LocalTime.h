@@ -2,7 +2,7 @@
 // When and where words are said: what a time in them is read against.
 #pragma once
 
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 #include "QuorvellCore/text/Instant.h"
 
 namespace quorvell {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/time/SpokenDays.h"
 
-#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/time/SpokenPhrase.h"

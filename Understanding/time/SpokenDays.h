@@ -2,7 +2,7 @@
 // Days and stretches of time as people name them, and where they are. Pure.
 #pragma once
 
-#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "Understanding/time/LocalTime.h"
 
 #include <optional>

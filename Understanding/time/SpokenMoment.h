@@ -2,7 +2,7 @@
 // A moment, or a day, that words settle on. Pure.
 #pragma once
 
-#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "Understanding/time/LocalTime.h"
 
 #include <optional>

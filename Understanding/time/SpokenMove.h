@@ -2,7 +2,7 @@
 // Where something goes that stands at a time already, by words that say only what changes. Pure.
 #pragma once
 
-#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "Understanding/time/LocalTime.h"
 
 #include <string_view>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/time/SpokenPhrase.h"
 
-#include "QuorvellCore/reminders/SpokenTimes.h"
+#include "QuorvellCore/reminders/spoken/SpokenTimes.h"
 #include "Understanding/time/SpokenToWritten.h"
 #include "Understanding/words/RequestText.h"
 

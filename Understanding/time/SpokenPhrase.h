@@ -2,7 +2,7 @@
 // What words say of a time, however its numbers are put: typed in digits, or heard as words.
 #pragma once
 
-#include "QuorvellCore/reminders/ReminderPhrase.h"
+#include "QuorvellCore/reminders/phrase/ReminderPhrase.h"
 #include "Understanding/time/LocalTime.h"
 
 #include <optional>

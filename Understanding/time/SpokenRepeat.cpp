@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/time/SpokenRepeat.h"
 
-#include "QuorvellCore/reminders/PhraseWords.h"
-#include "QuorvellCore/reminders/ReminderRepeat.h"
+#include "QuorvellCore/reminders/phrase/PhraseWords.h"
+#include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/time/TimeVocabulary.h"

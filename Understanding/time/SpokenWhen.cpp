@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/time/SpokenWhen.h"
 
-#include "QuorvellCore/reminders/Calendar.h"
-#include "QuorvellCore/reminders/ReminderWords.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
+#include "QuorvellCore/reminders/calendar/ReminderWords.h"
 #include "QuorvellCore/text/Pattern.h"
 
 #include <array>

@@ -2,7 +2,7 @@
 // Dates in the words of a reply.
 #pragma once
 
-#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
 
 #include <string>
 #include <string_view>

@@ -2,7 +2,7 @@
 // One of the instants that the user's words could mean.
 #pragma once
 
-#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
 
 #include <string>
 

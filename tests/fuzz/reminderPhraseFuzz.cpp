@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Any bytes as a phrase, at any moment in any of some zones. The first five bytes choose moment and zone.
-#include "QuorvellCore/reminders/PhraseKeywords.h"
-#include "QuorvellCore/reminders/PhrasePatterns.h"
-#include "QuorvellCore/reminders/ReminderPhraseJson.h"
-#include "QuorvellCore/reminders/ReminderRequest.h"
+#include "QuorvellCore/reminders/phrase/PhraseKeywords.h"
+#include "QuorvellCore/reminders/phrase/PhrasePatterns.h"
+#include "QuorvellCore/reminders/phrase/ReminderPhraseJson.h"
+#include "QuorvellCore/reminders/request/ReminderRequest.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "fuzzing.h"

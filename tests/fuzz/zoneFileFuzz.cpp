@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Any bytes are either no zone or one whose clock goes from a time of day to an instant and back.
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 #include "fuzzing.h"
 
 void quorvell::search(std::string_view text)

@@ -6,7 +6,7 @@
 #include "Quorvell/app/program/Command.h"
 #include "Quorvell/preferences/WakingHours.h"
 #include "QuorvellCore/notebook/Note.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <functional>
 #include <iosfwd>

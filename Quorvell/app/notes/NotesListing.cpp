@@ -2,8 +2,8 @@
 #include "Quorvell/app/notes/NotesListing.h"
 
 #include "Quorvell/app/conversation/ConversationText.h"
-#include "QuorvellCore/reminders/DateParts.h"
-#include "QuorvellCore/reminders/ReminderWords.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
+#include "QuorvellCore/reminders/calendar/ReminderWords.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/ColumnText.h"
 #include "QuorvellCore/text/PrintableText.h"

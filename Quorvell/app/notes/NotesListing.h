@@ -4,7 +4,7 @@
 
 #include "Quorvell/notebook/NoteVersion.h"
 #include "QuorvellCore/notebook/Note.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 #include "QuorvellCore/text/Json.h"
 
 #include <cstddef>

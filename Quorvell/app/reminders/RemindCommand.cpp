@@ -7,8 +7,8 @@
 #include "Quorvell/app/reminders/RemindText.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UsersCalendar.h"
-#include "QuorvellCore/reminders/DateParts.h"
-#include "QuorvellCore/reminders/ReminderPhraseJson.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
+#include "QuorvellCore/reminders/phrase/ReminderPhraseJson.h"
 
 #include <nlohmann/json.hpp>
 

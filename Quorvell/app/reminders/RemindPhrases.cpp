@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/reminders/RemindPhrases.h"
 
-#include "QuorvellCore/reminders/ReminderPhrase.h"
+#include "QuorvellCore/reminders/phrase/ReminderPhrase.h"
 
 #include <utility>
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Quorvell/app/reminders/WhichTime.h"
-#include "QuorvellCore/reminders/ReminderRequest.h"
+#include "QuorvellCore/reminders/request/ReminderRequest.h"
 
 #include <optional>
 #include <string>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Quorvell/app/reminders/RemindPhrases.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 namespace quorvell {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/reminders/RemindText.h"
 
-#include "QuorvellCore/reminders/ReminderWords.h"
+#include "QuorvellCore/reminders/calendar/ReminderWords.h"
 #include "QuorvellCore/text/LowerCase.h"
 
 namespace quorvell {

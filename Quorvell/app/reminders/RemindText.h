@@ -2,7 +2,7 @@
 // What was understood of a reminder, for a person to read; where it cannot be set, why not and what to do.
 #pragma once
 
-#include "QuorvellCore/reminders/ReminderRequest.h"
+#include "QuorvellCore/reminders/request/ReminderRequest.h"
 
 #include <string>
 

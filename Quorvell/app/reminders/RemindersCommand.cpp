@@ -10,7 +10,7 @@
 #include "Quorvell/settings/UsersCalendar.h"
 #include "Quorvell/tools/ReminderAnswers.h"
 #include "Quorvell/tools/ReminderChanges.h"
-#include "QuorvellCore/reminders/ReminderState.h"
+#include "QuorvellCore/reminders/state/ReminderState.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/PrintableText.h"
 

@@ -5,7 +5,7 @@
 #include "Quorvell/app/program/Command.h"
 #include "Quorvell/app/reminders/WhichTime.h"
 #include "Quorvell/notebook/Notebook.h"
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <functional>
 #include <iosfwd>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/reminders/WhichTime.h"
 
-#include "QuorvellCore/reminders/DecimalNumber.h"
-#include "QuorvellCore/reminders/ReminderRequest.h"
-#include "QuorvellCore/reminders/ReminderWords.h"
+#include "QuorvellCore/reminders/calendar/DecimalNumber.h"
+#include "QuorvellCore/reminders/calendar/ReminderWords.h"
+#include "QuorvellCore/reminders/request/ReminderRequest.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>

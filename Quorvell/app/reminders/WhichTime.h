@@ -2,7 +2,7 @@
 // Which of several times the user means, when there is somebody to be asked.
 #pragma once
 
-#include "QuorvellCore/reminders/Calendar.h"
+#include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <functional>
 #include <iosfwd>

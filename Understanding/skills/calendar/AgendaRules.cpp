@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/calendar/AgendaRules.h"
 
-#include "QuorvellCore/reminders/ReminderRepeat.h"
+#include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/calendar/AgendaCalls.h"
 #include "Understanding/skills/calendar/AgendaChange.h"

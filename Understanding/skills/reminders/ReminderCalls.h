@@ -2,7 +2,7 @@
 // The calls of set_reminder. Pure.
 #pragma once
 
-#include "QuorvellCore/reminders/DateParts.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "Understanding/dialogue/ToolCalls.h"
 
 #include <string_view>

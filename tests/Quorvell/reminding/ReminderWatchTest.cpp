@@ -4,8 +4,8 @@
 
 #include "MemoryNotebook.h"
 #include "Quorvell/reminding/IdleReturn.h"
-#include "QuorvellCore/reminders/ReminderRepeat.h"
-#include "QuorvellCore/reminders/ReminderState.h"
+#include "QuorvellCore/reminders/state/ReminderRepeat.h"
+#include "QuorvellCore/reminders/state/ReminderState.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

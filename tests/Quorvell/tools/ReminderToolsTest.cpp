@@ -4,7 +4,7 @@
 
 #include "MemoryNotebook.h"
 #include "Quorvell/tools/ReminderChanges.h"
-#include "QuorvellCore/reminders/ReminderState.h"
+#include "QuorvellCore/reminders/state/ReminderState.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

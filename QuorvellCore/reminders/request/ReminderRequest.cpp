@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+#include "QuorvellCore/reminders/request/ReminderRequest.h"
+
+#include "QuorvellCore/reminders/phrase/PhraseReading.h"
+#include "QuorvellCore/reminders/phrase/PhraseTask.h"
+#include "QuorvellCore/reminders/request/NotTimes.h"
+#include "QuorvellCore/reminders/request/PassedOverTimes.h"
+#include "QuorvellCore/reminders/request/SaidDates.h"
+#include "QuorvellCore/reminders/spoken/SpokenDates.h"
+#include "QuorvellCore/reminders/spoken/SpokenTimes.h"
+#include "QuorvellCore/reminders/wording/RequestTokens.h"
+#include "QuorvellCore/reminders/wording/RequestWording.h"
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/LowerCase.h"
+#include "QuorvellCore/text/Pattern.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Verdict = ReminderRequest::Verdict;
+
+/// `pattern` begins at the start of a text, with that word: most texts are spared the search.
+std::string withoutFirst(std::string_view word, const Pattern& pattern, std::string text)
+{
+    const bool mayMatch = asciiLowerCased(std::string_view(text).substr(0, word.size())) == word;
+    const auto match = mayMatch ? pattern.find(text) : std::nullopt;
+    return match ? text.erase(match->range.start, match->range.end - match->range.start) : text;
+}
+
+/// Undoes what cutting the time words leaves: "the to water the plants" of "the day after tomorrow to water the
+/// plants", "lunch @" of "lunch @5pm", and a "remind me to" that stood behind a time and a comma.
+std::string tidiedTask(const std::string& task, std::string_view lowerCasedWords)
+{
+    static const Pattern articleBeforeTo(R"(^the\s+(?=to\s))", Pattern::Case::insensitive);
+    static const Pattern article(R"(^the\s+)", Pattern::Case::insensitive);
+    static const Pattern preposition(R"(^(?:to|about|that)\s+)", Pattern::Case::insensitive);
+    static const Pattern to(R"(^to\s+)", Pattern::Case::insensitive);
+    const bool lostItsNoun = lowerCasedWords.find("the day after tomorrow") != std::string_view::npos;
+    std::string tidy = trimmed(withoutLeadIn(task + ' '), "@");
+    const std::string withoutArticle = withoutFirst("the", lostItsNoun ? article : articleBeforeTo, tidy);
+    if (withoutArticle != tidy)
+        tidy = withoutLeadIn(withoutFirst("", preposition, withoutArticle));
+    return withUpperCaseFirst(trimmed(withoutFirst("to", to, tidy), ",.;:-!?@")); // Of "by friday to call mum".
+}
+
+/// The words of a request, as far as they were read.
+class RequestReading {
+public:
+    RequestReading(RequestWording& wording, Instant now, const Calendar& calendar)
+        : m_wording(wording)
+    {
+        RequestTokens& tokens = wording.tokens();
+        markNotTimes(tokens);
+        const SaidDates said = SaidDates::find(tokens, calendar.day(now));
+        m_phrase = PhraseReading::of(wording.lower().text(), hints(said), now, calendar);
+        if (m_phrase)
+            tokens.markTimes(mergedRanges(m_phrase->findings.ranges));
+        m_passedOver = passedOverTimes(tokens, m_phrase ? m_phrase->findings : PhraseFindings());
+        if (said.isContradiction)
+            m_passedOver.insert(m_passedOver.end(), said.words.begin(), said.words.end());
+    }
+
+    const std::optional<PhraseReading>& phrase() const { return m_phrase; }
+    bool isWhole() const { return m_passedOver.empty(); }
+
+    /// What is left without the words of times, understood or not.
+    std::string task() const
+    {
+        std::vector<TextRange> ranges = m_passedOver;
+        if (m_phrase)
+            ranges.insert(ranges.end(), m_phrase->findings.ranges.begin(), m_phrase->findings.ranges.end());
+        for (TextRange& range : ranges)
+            range = m_wording.asWritten(range);
+        return ranges.empty() ? m_wording.text() : phraseTask(m_wording.text(), mergedRanges(std::move(ranges)));
+    }
+
+private:
+    PhraseHints hints(const SaidDates& said) const
+    {
+        PhraseHints hints;
+        const RequestTokens& tokens = m_wording.tokens();
+        for (int index = 0; index < tokens.size(); ++index)
+            if (!tokens.isOpen(index))
+                hints.notTimes.push_back(tokens.token(index).range);
+        if (said.day) {
+            hints.day = said.day;
+            hints.dayWords = said.words;
+        }
+        return hints;
+    }
+
+    const RequestWording& m_wording;
+    std::optional<PhraseReading> m_phrase;
+    std::vector<TextRange> m_passedOver;
+};
+
+/// Nobody reads a request of a megabyte.
+bool isTooLong(std::string_view text)
+{
+    return text.size() > ReminderPhrase::maximumBytes;
+}
+
+} // namespace
+
+ReminderRequest ReminderRequest::fromWords(std::string_view words, Instant now, const Calendar& calendar)
+{
+    ReminderRequest request;
+    if (isTooLong(words))
+        return request;
+    std::optional<RequestWording> wording(std::in_place, withWrittenTimes(repairUtf8(words)));
+    if (auto written = withWrittenDates(*wording))
+        wording.emplace(*std::move(written));
+    const RequestReading reading(*wording, now, calendar);
+    request.task = tidiedTask(reading.task(), wording->lower().text());
+    if (!reading.phrase() || !reading.isWhole())
+        return request;
+
+    const PhraseDate& date = reading.phrase()->date;
+    std::vector<Instant> choices = date.alternatives;
+    choices.insert(choices.begin(), date.date);
+    std::erase_if(choices, [&](Instant choice) { return choice <= now; });
+    if (choices.size() > 1) {
+        request.verdict = Verdict::whichTime;
+        request.date = choices.front();
+        request.hasTime = true;
+        request.choices = std::move(choices);
+        request.repeatRule = date.repeatRule;
+        return request;
+    }
+    const Instant moment = choices.empty() ? date.date : choices.front();
+    return settled(request.task, moment, date.hasTime, date.repeatRule, now, calendar);
+}
+
+ReminderRequest ReminderRequest::settled(std::string_view task, Instant date, bool hasTime,
+    std::optional<ReminderRepeat> repeatRule, Instant now, const Calendar& calendar)
+{
+    ReminderRequest request{Verdict::ready, std::string(task), date, hasTime, {}, std::move(repeatRule)};
+    if (date < now && request.repeatRule)
+        request.date = request.repeatRule->next(now, date, calendar).value_or(date);
+    if (request.date < now)
+        request.verdict = Verdict::pastTime;
+    else if (request.task.empty())
+        request.verdict = Verdict::needsTask;
+    return request;
+}
+
+} // namespace quorvell

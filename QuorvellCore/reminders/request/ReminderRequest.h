@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// What the user wants to be reminded of and when, ready to be stored or asked about.
+#pragma once
+
+#include "QuorvellCore/reminders/phrase/ReminderPhrase.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+/// Where a phrase says what the words mean, a request says what to do about it: times that are said in words are
+/// understood, what the time words left dangling in the task is tidied away, and instants that are already past are no
+/// choice.
+struct ReminderRequest {
+    enum class Verdict {
+        ready,
+        whichTime, ///< The words mean one of `choices`.
+        needsTime, ///< No time was understood, or not all of it.
+        pastTime, ///< The only time that was meant is over.
+        needsTask,
+    };
+
+    Verdict verdict = Verdict::needsTime;
+    std::string task;
+    Instant date{};
+    bool hasTime = false;
+    std::vector<Instant> choices; ///< In order; of whichTime.
+    std::optional<ReminderRepeat> repeatRule;
+
+    static ReminderRequest fromWords(std::string_view words, Instant now, const Calendar& calendar);
+
+    /// When everything is settled but whether it fits together. A repeating one that is past moves on.
+    static ReminderRequest settled(std::string_view task, Instant date, bool hasTime,
+        std::optional<ReminderRepeat> repeatRule, Instant now, const Calendar& calendar);
+
+    bool operator==(const ReminderRequest&) const = default;
+};
+
+} // namespace quorvell

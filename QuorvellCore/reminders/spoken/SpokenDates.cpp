@@ -1,0 +1,326 @@
+// SPDX-License-Identifier: MIT
+#include "QuorvellCore/reminders/spoken/SpokenDates.h"
+
+#include "QuorvellCore/reminders/calendar/DecimalNumber.h"
+#include "QuorvellCore/reminders/calendar/ReminderWords.h"
+#include "QuorvellCore/reminders/wording/TimeTerms.h"
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+namespace quorvell {
+
+namespace {
+
+using Kind = RequestToken::Kind;
+using Terms = WordTerms;
+
+constexpr int minutesOfHour = 60;
+constexpr int minutesOfDay = 24 * minutesOfHour;
+constexpr int daysOfWeek = 7;
+
+/// The tokens from `first` up to `end` give way to `text`.
+struct Replacement {
+    int first = 0;
+    int end = 0;
+    std::string text;
+};
+
+/// A number with what belongs to it, in quarters: "one and a half" is 6.
+struct Quantity {
+    int quarters = 0;
+    int end = 0;
+};
+
+struct Length {
+    int minutes = 0;
+    int end = 0;
+    bool isOfDays = false; ///< Whole days only, which keep the time of day.
+};
+
+class SpokenDates {
+public:
+    explicit SpokenDates(const RequestTokens& tokens)
+        : m_tokens(tokens)
+    {
+    }
+
+    std::vector<Replacement> find() const
+    {
+        std::vector<Replacement> found;
+        for (int index = 0; index < m_tokens.size();) {
+            const auto replacement = has(index, Terms::spokenDate) ? at(index) : std::nullopt;
+            if (replacement)
+                found.push_back(*replacement);
+            index = replacement ? replacement->end : index + 1;
+        }
+        return found;
+    }
+
+private:
+    std::optional<Replacement> at(int index) const
+    {
+        for (const auto rule : {&SpokenDates::offset, &SpokenDates::fromNow, &SpokenDates::monthlyOrdinal,
+                 &SpokenDates::ordinal, &SpokenDates::pluralWeekday, &SpokenDates::twelveNoon, &SpokenDates::aboutClock,
+                 &SpokenDates::hourOfPart, &SpokenDates::everyday})
+            if (auto replacement = (this->*rule)(index))
+                return replacement;
+        return std::nullopt;
+    }
+
+    bool is(int index, RequestTokens::Words words) const { return m_tokens.is(index, words); }
+    bool has(int index, std::uint32_t anyOf) const { return m_tokens.has(index, anyOf); }
+    const Terms& terms(int index) const { return m_tokens.token(index).terms; }
+    std::string_view text(int index) const { return m_tokens.token(index).text; }
+    Kind kind(int index) const { return m_tokens.token(index).kind; }
+
+    std::optional<int> digits(int index) const
+    {
+        constexpr std::size_t longest = 4;
+        const bool isNumber = kind(index) == Kind::number && text(index).size() <= longest;
+        return isNumber ? decimalNumber(text(index)) : std::nullopt;
+    }
+
+    /// "2", "1.5", "twenty five", "an", "half an", "a quarter of an", "two and a half".
+    std::optional<Quantity> quantity(int index) const
+    {
+        if (is(index, {"a"}) && is(index + 1, {"half", "quarter"}))
+            ++index;
+        if (is(index, {"half", "quarter"})) {
+            const int of = is(index + 1, {"of"}) ? index + 2 : index + 1;
+            if (is(of, {"a", "an"}))
+                return Quantity{is(index, {"half"}) ? 2 : 1, of + 1};
+            return std::nullopt;
+        }
+        if (is(index, {"three"}) && is(index + 1, {"quarters"}) && is(index + 2, {"of"}) && is(index + 3, {"an"}))
+            return Quantity{3, index + 4};
+        if (text(index).ends_with(".5") && text(index).size() == 3)
+            return Quantity{4 * (text(index).front() - '0') + 2, index + 1};
+        auto number = wholeNumber(index);
+        if (number && is(number->end, {"and"}) && is(number->end + 1, {"a"}) && is(number->end + 2, {"half"}))
+            number = Quantity{number->quarters + 2, number->end + 3};
+        return number;
+    }
+
+    std::optional<Quantity> wholeNumber(int index) const
+    {
+        if (const auto number = digits(index))
+            return Quantity{4 * *number, index + 1};
+        const auto number = terms(index).valueOf(Terms::number);
+        if (!number)
+            return std::nullopt;
+        const int oneIndex = is(index + 1, {"-"}) ? index + 2 : index + 1;
+        const auto one =
+            *number >= 20 && !is(oneIndex, {"a", "an"}) ? terms(oneIndex).valueOf(Terms::number) : std::nullopt;
+        return one && *one < 10 ? Quantity{4 * (*number + *one), oneIndex + 1} : Quantity{4 * *number, index + 1};
+    }
+
+    static int minutesOf(std::string_view unit)
+    {
+        if (unit.starts_with("min"))
+            return 1;
+        if (unit.starts_with("h"))
+            return minutesOfHour;
+        if (unit.starts_with("day"))
+            return minutesOfDay;
+        if (unit == "week" || unit == "weeks")
+            return daysOfWeek * minutesOfDay;
+        return unit.starts_with("fortnight") ? 2 * daysOfWeek * minutesOfDay : 0; // A month has no length.
+    }
+
+    /// "two hours and a half", "30 minutes".
+    std::optional<Length> oneLength(int index) const
+    {
+        const auto count = quantity(index);
+        const int unit = count && has(count->end, Terms::unit) ? minutesOf(text(count->end)) : 0;
+        if (unit == 0)
+            return std::nullopt;
+        int quarters = count->quarters;
+        int end = count->end + 1;
+        const bool hasFraction = is(end, {"and"}) && is(end + 1, {"a"}) && is(end + 2, {"half", "quarter"});
+        if (hasFraction && !has(end + 3, Terms::unit)) {
+            quarters += is(end + 2, {"half"}) ? 2 : 1;
+            end += 3;
+        }
+        const bool isOfDays = unit >= minutesOfDay && quarters % 4 == 0;
+        if ((unit >= minutesOfDay && !isOfDays) || (unit == 1 && quarters % 4 != 0))
+            return std::nullopt;
+        return Length{quarters * unit / 4, end, isOfDays};
+    }
+
+    /// "2 hours and 30 minutes", "an hour and a half". Days do not mix with hours.
+    std::optional<Length> length(int index) const
+    {
+        constexpr int mostParts = 4;
+        auto whole = oneLength(index);
+        for (int part = 1; whole && part < mostParts; ++part) {
+            const int next = is(whole->end, {"and", ","}) ? whole->end + 1 : whole->end;
+            const auto more = oneLength(next);
+            if (!more)
+                break;
+            if (more->isOfDays != whole->isOfDays)
+                return std::nullopt;
+            whole = Length{whole->minutes + more->minutes, more->end, whole->isOfDays};
+        }
+        return whole;
+    }
+
+    static std::string written(const Length& length)
+    {
+        return length.isOfDays ? "in " + std::to_string(length.minutes / minutesOfDay) + " days"
+                               : "in " + std::to_string(length.minutes) + " minutes";
+    }
+
+    std::optional<Replacement> offset(int index) const
+    {
+        if (!is(index, {"in"}))
+            return std::nullopt;
+        const int first = is(index + 1, {"about", "around", "roughly", "approximately", "exactly", "just", "another"})
+            ? index + 2
+            : index + 1;
+        const auto found = length(first);
+        if (!found)
+            return std::nullopt;
+        int end = is(found->end, {"'", "’"}) ? found->end + 1 : found->end;
+        end = is(end, {"time"}) || (is(end, {"from"}) && is(end + 1, {"now"})) ? end + (is(end, {"time"}) ? 1 : 2)
+                                                                               : found->end;
+        return Replacement{index, end, written(*found)};
+    }
+
+    std::optional<Replacement> fromNow(int index) const
+    {
+        const auto found = is(index - 1, {"in"}) ? std::nullopt : length(index);
+        if (!found || !is(found->end, {"from"}) || !is(found->end + 1, {"now", "today"}))
+            return std::nullopt;
+        const bool isWhole = found->isOfDays || is(found->end + 1, {"now"});
+        return isWhole ? std::optional(Replacement{index, found->end + 2, written(*found)}) : std::nullopt;
+    }
+
+    /// "5th", "fifth", "twenty first".
+    std::optional<Quantity> dayNumber(int index) const
+    {
+        constexpr int longestMonth = 31;
+        if (kind(index) == Kind::ordinal)
+            return Quantity{decimalNumber(text(index).substr(0, text(index).size() - 2)).value_or(0), index + 1};
+        if (const auto day = terms(index).valueOf(Terms::ordinal))
+            return Quantity{*day, index + 1};
+        const int tens = is(index, {"twenty"}) ? 20 : is(index, {"thirty"}) ? 30 : 0;
+        const int oneIndex = is(index + 1, {"-"}) ? index + 2 : index + 1;
+        const auto one = tens > 0 ? terms(oneIndex).valueOf(Terms::ordinal) : std::nullopt;
+        const bool isDay = one && *one < 10 && tens + *one <= longestMonth;
+        return isDay ? std::optional(Quantity{tens + *one, oneIndex + 1}) : std::nullopt;
+    }
+
+    /// "on the first of every month", "the 1st of the month".
+    std::optional<Replacement> monthlyOrdinal(int index) const
+    {
+        const int the = is(index, {"on"}) ? index + 1 : index;
+        const auto day = is(the, {"the"}) ? dayNumber(the + 1) : std::nullopt;
+        if (!day || !is(day->end, {"of"}) || !is(day->end + 2, {"month"}))
+            return std::nullopt;
+        const std::string written = "on the " + ReminderWords::ordinal(day->quarters);
+        if (is(day->end + 1, {"every", "each"}))
+            return Replacement{index, day->end + 3, "every month " + written};
+        const bool isThisOne = is(day->end + 1, {"the"}) && is(the - 1, {"on"});
+        return isThisOne ? std::optional(Replacement{index, day->end + 3, written}) : std::nullopt;
+    }
+
+    /// "december fifth", "the twenty first of march", "on the fifth".
+    std::optional<Replacement> ordinal(int index) const
+    {
+        const auto day = kind(index) == Kind::word ? dayNumber(index) : std::nullopt;
+        if (!day)
+            return std::nullopt;
+        const int before = is(index - 1, {"the"}) ? index - 2 : index - 1;
+        const int after = is(day->end, {"of"}) ? day->end + 1 : day->end;
+        const bool isOfMonth = has(before, Terms::month) || has(after, Terms::month);
+        const bool isAlone = before == index - 2 && (is(before, {"on", "by", "until"}) || has(before, Terms::weekday))
+            && (kind(day->end) == Kind::mark || is(day->end, {"at", "to"}));
+        if (!isOfMonth && !isAlone)
+            return std::nullopt;
+        const int first = has(before, Terms::month) ? before + 1 : index;
+        return Replacement{first, day->end, ReminderWords::ordinal(day->quarters)};
+    }
+
+    /// "on mondays"; "mondays at 8".
+    std::optional<Replacement> pluralWeekday(int index) const
+    {
+        const int day = is(index, {"on"}) ? index + 1 : index;
+        const bool isRule = is(index - 1, {"every", "each"}) || is(index - 1, {"on"});
+        const bool isTimed =
+            day == index + 1 || kind(day + 1) == Kind::mark || TimeTerms::isTimeLike(m_tokens, day + 1);
+        if (isRule || !isTimed || !has(day, Terms::pluralWeekday))
+            return std::nullopt;
+        return Replacement{index, day + 1, "every " + std::string(text(day).substr(0, text(day).size() - 1))};
+    }
+
+    std::optional<Replacement> twelveNoon(int index) const
+    {
+        if (is(index, {"12noon", "12midnight"}))
+            return Replacement{index, index + 1, std::string(text(index).substr(2))};
+        const bool isTwelve = is(index, {"12", "12:00", "twelve"}) && is(index + 1, {"noon", "midday", "midnight"});
+        return isTwelve ? std::optional(Replacement{index, index + 2, std::string(text(index + 1))}) : std::nullopt;
+    }
+
+    /// "around 5 pm", "at about 5": as near as a reminder can be. "5ish", too.
+    std::optional<Replacement> aboutClock(int index) const
+    {
+        const int about = is(index, {"at"}) ? index + 1 : index;
+        const bool isAbout = is(about, {"about", "around", "approximately", "roughly", "exactly"});
+        const bool isClock = TimeTerms::clockLength(m_tokens, about + 1) > 0
+            || (kind(about + 1) == Kind::number && text(about + 1).size() <= 2
+                && (about > index || is(about, {"around"})) && !TimeTerms::isOrdinary(m_tokens, about + 2));
+        if (isAbout && isClock)
+            return Replacement{index, about + 1, "at"};
+        const std::string_view hour = text(index);
+        const bool isVague = hour.ends_with("ish") && hour.size() <= 5
+            && hour.find_first_not_of("0123456789") == hour.size() - 3 && hour.size() > 3;
+        return isVague ? std::optional(Replacement{index, index + 1,
+                   (is(index - 1, {"at", "by", "around"}) ? "" : "at ") + std::string(hour.substr(0, hour.size() - 3))})
+                       : std::nullopt;
+    }
+
+    /// "7 in the evening" has its "at" understood; "at night" is "in the night".
+    std::optional<Replacement> hourOfPart(int index) const
+    {
+        if (is(index, {"at"}) && is(index + 1, {"night"}))
+            return Replacement{index, index + 2, "in the night"};
+        const bool isHour = kind(index) == Kind::number && text(index).size() <= 2
+            && !is(index - 1, {"at", "by", "@", "around", ":", "/"});
+        const bool isOfPart = (is(index + 1, {"in"}) && is(index + 2, {"the"}) && has(index + 3, Terms::part))
+            || (is(index + 1, {"at"}) && is(index + 2, {"night"}));
+        return isHour && isOfPart ? std::optional(Replacement{index, index + 1, "at " + std::string(text(index))})
+                                  : std::nullopt;
+    }
+
+    /// "everyday at 6 am"
+    std::optional<Replacement> everyday(int index) const
+    {
+        const bool isTimed = kind(index + 1) == Kind::mark || TimeTerms::isTimeLike(m_tokens, index + 1);
+        return is(index, {"everyday"}) && isTimed ? std::optional(Replacement{index, index + 1, "every day"})
+                                                  : std::nullopt;
+    }
+
+    const RequestTokens& m_tokens;
+};
+
+} // namespace
+
+std::optional<std::string> withWrittenDates(const RequestWording& wording)
+{
+    const std::vector<Replacement> replacements = SpokenDates(wording.tokens()).find();
+    if (replacements.empty())
+        return std::nullopt;
+    const std::string_view text = wording.text();
+    std::string result;
+    std::size_t kept = 0;
+    for (const Replacement& replacement : replacements) {
+        const TextRange range = wording.asWritten(wording.tokens().range(replacement.first, replacement.end - 1));
+        result.append(text.substr(kept, range.start - kept)).append(replacement.text);
+        kept = range.end;
+    }
+    return result.append(text.substr(kept));
+}
+
+} // namespace quorvell
