@@ -117,7 +117,7 @@ ReminderRequest putOffRequest(std::string_view words, Instant now, const Calenda
     const std::string wanted = TextMatch::normalized(words);
     const bool isVague = wanted == "later" || wanted == "a bit later" || wanted == "again later" || wanted == "snooze";
     for (const ReminderChoice& choice : ReminderChoices::later(now, calendar, calendar.locale()))
-        if (wanted == lowerCased(choice.title) || (isVague && choice.title == "In an hour"))
+        if (wanted == lowerCased(choice.title) || (isVague && choice.kind == ReminderChoice::Kind::inAnHour))
             return {ReminderRequest::Verdict::ready, "", choice.date, true, {}, std::nullopt};
     ReminderRequest request = ReminderRequest::fromWords(words, now, calendar);
     if (request.verdict == ReminderRequest::Verdict::needsTask)

@@ -11,6 +11,9 @@ namespace quorvell {
 
 /// One way of putting a reminder off.
 struct ReminderChoice {
+    enum class Kind { inTenMinutes, inAnHour, thisEvening, tomorrowMorning };
+
+    Kind kind = Kind::inTenMinutes;
     std::string title; ///< "In an hour".
     std::string detail; ///< The moment as the user's clock shows it: "5 PM", "Sun 22 Nov, 9 AM".
     Instant date{};

@@ -119,15 +119,15 @@ std::string extent(const Json& result, Wish::Scope scope)
     return scope == Wish::Scope::all ? ", and so are all its other times" : ", this time only";
 }
 
-std::string eventReply(const Json& result, Wish::Scope scope)
+std::string eventReply(const ToolResult& answer, Wish::Scope scope)
 {
-    const std::string status = text(result, "status");
+    const Json& result = answer.json();
     const std::string title = text(result, "title");
     const auto start = ToolResults::dateIn(result, "start");
     const std::string when = SpokenWhen::on(start ? SpokenWhen::date(*start) : text(result, "when"));
-    if (status == "deleted")
+    if (answer.status() == ToolStatus::deleted)
         return "I have deleted " + title + " from your calendar.";
-    if (status == "changed")
+    if (answer.status() == ToolStatus::changed)
         return title + " is now" + (when.empty() ? " changed" : " " + when) + extent(result, scope) + "."
             + caveats(result);
     const std::string repeat = text(result, "repeat_words");
@@ -151,11 +151,12 @@ std::string AgendaReply::next(const std::vector<FoundThing>& events)
     return "Next is " + named(events.front()) + ".";
 }
 
-std::string AgendaReply::reply(std::string_view tool, const Json& result, const RequestMemory& memory)
+std::string AgendaReply::reply(std::string_view tool, const ToolResult& result, const RequestMemory& memory)
 {
     if (tool == "whats_on")
-        return listReply(result, memory);
-    return tool == "find_free_time" ? freeReply(result, memory.daysInWords()) : eventReply(result, memory.wish.scope);
+        return listReply(result.json(), memory);
+    return tool == "find_free_time" ? freeReply(result.json(), memory.daysInWords())
+                                    : eventReply(result, memory.wish.scope);
 }
 
 } // namespace quorvell

@@ -2,7 +2,7 @@
 // The wording of the calendar tools' results.
 #pragma once
 
-#include "QuorvellCore/text/Json.h"
+#include "QuorvellCore/live/tools/ToolResult.h"
 #include "Understanding/dialogue/RequestMemory.h"
 
 #include <string>
@@ -17,7 +17,7 @@ struct AgendaReply {
     /// What comes first of `events`, which are in order.
     static std::string next(const std::vector<FoundThing>& events);
     /// `tool` is "whats_on", "find_free_time", "add_event" or "change_event".
-    static std::string reply(std::string_view tool, const Json& result, const RequestMemory& memory);
+    static std::string reply(std::string_view tool, const ToolResult& result, const RequestMemory& memory);
 };
 
 } // namespace quorvell

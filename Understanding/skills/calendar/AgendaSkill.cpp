@@ -158,7 +158,7 @@ RuleStep takeList(
         return *std::move(step);
     listed.resize(std::min(listed.size(), RequestMemory::mostTold));
     memory.found = std::move(listed);
-    std::string reply = AgendaReply::reply(call.name, result.json(), memory);
+    std::string reply = AgendaReply::reply(call.name, result, memory);
     return ToolResults::say(std::move(reply), std::move(memory));
 }
 
@@ -172,7 +172,7 @@ RuleStep takeResult(
         return *std::move(asked);
     if (call.name == "whats_on")
         return takeList(call, result, std::move(memory), around);
-    std::string reply = AgendaReply::reply(call.name, result.json(), memory);
+    std::string reply = AgendaReply::reply(call.name, result, memory);
     if (call.name != "find_free_time") {
         const bool isThere = result.status() == ToolStatus::added || result.status() == ToolStatus::changed;
         memory.event = isThere ? ToolResults::thing(result.json(), {.skill = AgendaCalls::skill}) : FoundThing();
