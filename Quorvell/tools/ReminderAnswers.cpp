@@ -9,6 +9,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <utility>
+
 namespace quorvell {
 
 namespace {
@@ -44,6 +46,13 @@ std::string ReminderAnswers::when(Instant moment) const
     return ReminderWords::spoken(moment, m_now, m_calendar, m_calendar.locale());
 }
 
+ToolResult ReminderAnswers::withRepeat(ToolResult result, const Note& note) const
+{
+    if (const auto repeat = repeatOf(note))
+        result.add("repeat", repeat->stored()).add("repeat_words", repeat->spoken(m_calendar.locale()));
+    return result;
+}
+
 ToolResult ReminderAnswers::set(const Note& note, bool hasTime) const
 {
     ToolResult result(ToolStatus::set);
@@ -52,9 +61,7 @@ ToolResult ReminderAnswers::set(const Note& note, bool hasTime) const
         return result.add("when", onReturn).add("when_back", true);
     const Instant moment = note.remindAt.value_or(m_now);
     result.add("date", date(moment, hasTime)).add("when", when(moment)).add("has_time", hasTime);
-    if (const auto repeat = repeatOf(note))
-        result.add("repeat", repeat->stored()).add("repeat_words", repeat->spoken(m_calendar.locale()));
-    return result;
+    return withRepeat(std::move(result), note);
 }
 
 ToolResult ReminderAnswers::whichTime(const ReminderRequest& request) const
@@ -136,7 +143,8 @@ ToolResult ReminderAnswers::deferred(const Note& note) const
 {
     const Instant moment = note.remindAt.value_or(m_now);
     ToolResult result(ToolStatus::deferred);
-    return result.add("id", note.id).add("task", note.title).add("date", date(moment, true)).add("when", when(moment));
+    result.add("id", note.id).add("task", note.title).add("date", date(moment, true)).add("when", when(moment));
+    return withRepeat(std::move(result), note);
 }
 
 ToolResult ReminderAnswers::done(const Note& note) const

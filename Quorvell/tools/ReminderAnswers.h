@@ -39,6 +39,8 @@ public:
     Json entry(const Note& note) const;
 
 private:
+    ToolResult withRepeat(ToolResult result, const Note& note) const;
+
     Instant m_now;
     Calendar m_calendar;
 };

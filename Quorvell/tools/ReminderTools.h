@@ -30,9 +30,9 @@ struct ReminderToolContext {
 /// "repeat_words"?, "when_back"?, "untrusted"?}]}, all that are pending by their times.
 ///
 /// With done, {"status": "done", "id", "task", "next"?}. With later (words such as "in an hour" or "by an hour"),
-/// {"status": "deferred", "id", "task", "date", "when"}, or which_time or needs_time as above. Which reminder is meant
-/// says id, or task in words, or nothing where only one is due; when several fit, {"status": "which_reminder",
-/// "reminders", "message"}.
+/// {"status": "deferred", "id", "task", "date", "when", "repeat"?, "repeat_words"?}, or which_time or needs_time as
+/// above. Which reminder is meant says id, or task in words, or nothing where only one is due; when several fit,
+/// {"status": "which_reminder", "reminders", "message"}.
 void registerReminderTools(ToolRegistry& registry, Notebook& notebook, ReminderToolContext context);
 
 } // namespace quorvell

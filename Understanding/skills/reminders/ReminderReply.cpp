@@ -30,15 +30,29 @@ std::string remindYou(const TaskWords& task)
     return task.text.empty() ? "remind you" : "remind you " + task.link + " " + task.text;
 }
 
+/// "every Monday"; empty for what comes once.
+std::string oftenIn(const Json& object)
+{
+    const std::string words = readString(object, "repeat_words").value_or("");
+    return lowerCased(words.substr(0, 1)) + words.substr(std::min<std::size_t>(words.size(), 1));
+}
+
 std::string setReply(const Json& result, const TaskWords& task)
 {
     const std::string when = SpokenWhen::on(readString(result, "when").value_or(""));
-    const auto repeat = readString(result, "repeat_words");
-    std::string reply = "I will " + remindYou(task);
-    if (!repeat)
+    const std::string often = oftenIn(result);
+    const std::string reply = "I will " + remindYou(task);
+    if (often.empty())
         return reply + (when.empty() ? "" : " " + when) + ".";
-    reply += " " + lowerCased(repeat->substr(0, 1)) + repeat->substr(1);
-    return reply + (when.empty() ? "" : ", starting " + when) + ".";
+    return reply + " " + often + (when.empty() ? "" : ", starting " + when) + ".";
+}
+
+/// One that repeats goes on to do so, at the new time of day.
+std::string deferredReply(const Json& result, const TaskWords& task)
+{
+    const std::string often = oftenIn(result);
+    return "I will " + remindYou(task) + " " + SpokenWhen::on(readString(result, "when").value_or("later"))
+        + (often.empty() ? "" : ", and " + often) + ".";
 }
 
 struct Entry {
@@ -46,6 +60,7 @@ struct Entry {
     std::optional<DateParts> date;
     std::string when;
     bool isOverdue = false;
+    std::string often;
 };
 
 std::vector<Entry> entriesOf(const Json& result)
@@ -56,7 +71,7 @@ std::vector<Entry> entriesOf(const Json& result)
         return entries;
     for (const Json& entry : *list)
         entries.push_back({trimmed(readString(entry, "task").value_or(""), ".;:,"), ToolResults::dateIn(entry, "date"),
-            readString(entry, "when").value_or(""), readBool(entry, "overdue").value_or(false)});
+            readString(entry, "when").value_or(""), readBool(entry, "overdue").value_or(false), oftenIn(entry)});
     return entries;
 }
 
@@ -116,7 +131,7 @@ std::string ReminderReply::reply(const ToolResult& result, std::string_view user
     if (status == ToolStatus::done)
         return doneReply(json, task);
     if (status == ToolStatus::deferred)
-        return "I will " + remindYou(task) + " " + SpokenWhen::on(result.string("when").value_or("later")) + ".";
+        return deferredReply(json, task);
     return status == ToolStatus::needsTask ? "What do you want to be reminded of?" : setReply(json, task);
 }
 
@@ -133,7 +148,9 @@ std::string ReminderReply::list(const Json& result, const RequestMemory& memory)
     const std::size_t named = std::min(entries.size(), RequestMemory::mostTold);
     for (std::size_t index = 0; index < named; ++index) {
         const std::string when = whenOf(entries[index]);
-        reply += " " + entries[index].task + (when.empty() ? "" : ", " + when) + ".";
+        const std::string& often = entries[index].often;
+        reply +=
+            " " + entries[index].task + (when.empty() ? "" : ", " + when) + (often.empty() ? "" : ", " + often) + ".";
     }
     return reply + (named < entries.size() ? " The others are in your notebook." : "");
 }

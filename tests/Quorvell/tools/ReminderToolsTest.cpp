@@ -220,6 +220,12 @@ TEST(ReminderTools, listsFinishesAndPutsOff)
         {R"({"later":"6 pm","task":"mum"})", // The day stays.
             R"({"status":"deferred","id":"soon","task":"Call mum","date":"2026-11-22 18:00",)"
             R"("when":"Sunday 22 November at 6 PM"})"},
+        {R"({"later":"2026-11-22 20:00","id":"daily"})", // It goes on to repeat.
+            R"({"status":"deferred","id":"daily","task":"Take the pills","date":"2026-11-22 20:00",)"
+            R"("when":"Sunday 22 November at 8 PM","repeat":"daily","repeat_words":"Every day"})"},
+        {R"({"later":"a bit later"})", // As "In an hour" of the buttons, whatever that is called.
+            R"({"status":"deferred","id":"late","task":"Call the dentist","date":"2026-11-21 11:30",)"
+            R"("when":"Saturday 21 November at 11:30 AM"})"},
         {R"({"later":"some day","task":"mum"})", R"({"status":"needs_time","task":"Call mum","id":"soon"})"},
         {R"({"id":"soon","date":"2026-11-23 10:00","task":"call dad"})",
             R"({"status":"set","id":"soon","task":"Call dad","date":"2026-11-23 10:00",)"
