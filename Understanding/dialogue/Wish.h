@@ -25,6 +25,8 @@ struct Wish {
     int minutes = 0; ///< Below 0 to an earlier time.
     Scope scope = Scope::open;
     std::optional<DateParts> after{};
+    std::string
+        from{}; ///< Where they take it to stand: "friday" of "not friday, saturday". Empty when they do not say.
 
     bool operator==(const Wish&) const = default;
 };

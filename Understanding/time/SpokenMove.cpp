@@ -129,4 +129,10 @@ SpokenMove SpokenMove::read(std::string_view words, const DateParts& old, FarHou
     return move;
 }
 
+bool SpokenMove::isAt(std::string_view words, const DateParts& old, const LocalTime& around)
+{
+    const SpokenMove move = read(words, old, FarHour::isAsked, around);
+    return std::ranges::find(move.choices, old) != move.choices.end();
+}
+
 } // namespace quorvell

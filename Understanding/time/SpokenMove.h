@@ -24,6 +24,9 @@ struct SpokenMove {
     /// Without choices where the words name no time.
     static SpokenMove read(std::string_view words, const DateParts& old, FarHour farHour, const LocalTime& around);
 
+    /// Whether the words name the day or the time of day that it stands at.
+    static bool isAt(std::string_view words, const DateParts& old, const LocalTime& around);
+
     bool operator==(const SpokenMove&) const = default;
 };
 

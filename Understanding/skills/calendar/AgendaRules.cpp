@@ -5,6 +5,7 @@
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/calendar/AgendaCalls.h"
 #include "Understanding/skills/calendar/AgendaChange.h"
+#include "Understanding/skills/calendar/AgendaReply.h"
 #include "Understanding/skills/reminders/ReminderIntent.h"
 #include "Understanding/time/SpokenLength.h"
 #include "Understanding/time/SpokenMoment.h"
@@ -169,6 +170,8 @@ std::optional<RuleStep> AgendaRules::retime(const Wish& wish, RequestMemory memo
         return answer(*asking, std::move(memory), around);
     if (memory.asked != RequestMemory::CalendarQuestion::none || memory.event.id.empty())
         return std::nullopt;
+    if (!wish.from.empty() && !(memory.event.start && SpokenMove::isAt(wish.from, *memory.event.start, around)))
+        return RuleStep{AgendaReply::named(memory.event) + ". When should it be instead?", std::move(memory)};
     return answer(moving(wish), std::move(memory), around);
 }
 

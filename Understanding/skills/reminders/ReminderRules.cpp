@@ -22,7 +22,10 @@ namespace quorvell {
 namespace {
 
 constexpr const char* vague = "later";
+constexpr const char* whichThing = "Please say which reminder or event you mean, and when it should be.";
 constexpr const char* whenInstead = "Please say at what time the reminder should come instead.";
+
+constexpr int minutesOfDay = 24 * 60;
 
 std::string byMinutes(int minutes)
 {
@@ -109,6 +112,20 @@ Request ReminderRules::request(ReminderChange change)
             }};
 }
 
+Request ReminderRules::followUp(Wish wish)
+{
+    // Without its own time nobody knows what is earlier, or the same time.
+    const bool mayBeDue = !wish.from.empty() || wish.minutes > 0;
+    return {
+        .answer =
+            [wish, mayBeDue](RequestMemory memory, const RuleSurroundings& around) {
+                return mayBeDue ? carryOut(wish, std::move(memory), around) : RuleStep{whichThing, std::move(memory)};
+            },
+        .wish = wish,
+        .mayAnswer = [](const PendingQuestion& asked,
+                         const RuleSurroundings&) { return !QuestionKind::isYesOrNo(asked); }};
+}
+
 RuleStep ReminderRules::set(const ReminderIntent& intent, RequestMemory memory, const RuleSurroundings& around)
 {
     if (intent.isBare)
@@ -147,6 +164,9 @@ RuleStep ReminderRules::carryOutWith(
         return move(reminder, wish.when, std::move(memory), around);
     if (wish.minutes != 0 && reminder.start && !reminder.start->allDay)
         return {calls.putOffThis(reminder.id, reminder.start->adding(wish.minutes).text()), std::move(memory)};
+    if (wish.minutes != 0 && reminder.start && wish.minutes % minutesOfDay == 0)
+        return {
+            calls.putOffThis(reminder.id, reminder.start->adding(wish.minutes).wholeDay().text()), std::move(memory)};
     if (wish.minutes <= 0)
         return {whenInstead, std::move(memory)};
     return {calls.putOffThis(reminder.id, byMinutes(wish.minutes)), std::move(memory)};
@@ -159,6 +179,10 @@ std::optional<RuleStep> ReminderRules::retime(const Wish& wish, RequestMemory me
         return std::nullopt;
     if (!isShift(wish) && (isLength(wish.when) || !reminder.start))
         return std::nullopt;
+    if (!wish.from.empty() && reminder.start && !SpokenMove::isAt(wish.from, *reminder.start, around))
+        return RuleStep{
+            reminder.title + " is " + SpokenWhen::on(SpokenWhen::date(*reminder.start)) + ". " + whenInstead,
+            std::move(memory)};
     return carryOutWith(reminder, wish, std::move(memory), around);
 }
 

@@ -13,6 +13,8 @@ namespace quorvell {
 struct ReminderRules {
     static Request request(ReminderIntent intent);
     static Request request(ReminderChange change);
+    /// Of what was talked about, whatever skill that is a matter of; else of what is due, or a question.
+    static Request followUp(Wish wish);
 
     static RuleStep set(const ReminderIntent& intent, RequestMemory memory, const RuleSurroundings& around);
     static RuleStep change(const ReminderChange& change, RequestMemory memory, const RuleSurroundings& around);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/reminders/ReminderSkill.h"
 
+#include "Understanding/skills/reminders/FollowUpWish.h"
 #include "Understanding/skills/reminders/ReminderCalls.h"
 #include "Understanding/skills/reminders/ReminderCues.h"
 #include "Understanding/skills/reminders/ReminderResults.h"
@@ -107,6 +108,8 @@ Found readPlain(const std::string& core, const RuleSurroundings& around)
 {
     if (ListPlace::read(core)) // "The second one" is no day.
         return std::nullopt;
+    if (auto wish = FollowUpWish::read(core, around))
+        return ReminderRules::followUp(*std::move(wish));
     const std::string words = ReminderIntent::bareTime(core, around);
     if (words.empty())
         return std::nullopt;

@@ -213,6 +213,7 @@ TEST(ChangeRules, takesItForWhatWasLastSetOrKept)
     const Done evening{{"set_reminder", "{}"}, R"({"status":"set","id":"r1","task":"Eat","date":"2026-11-21 20:00"})"};
     const Done morning{{"set_reminder", "{}"}, R"({"status":"set","id":"r1","task":"Eat","date":"2026-11-27 10:00"})"};
     const Done far{{"set_reminder", "{}"}, R"({"status":"set","id":"r1","task":"Eat","date":"2026-12-09 18:00"})"};
+    const Done wholeDay{{"set_reminder", "{}"}, R"({"status":"set","id":"r1","task":"Eat","date":"2026-12-09"})"};
     const Done event{{"add_event", "{}"},
         R"({"status":"added","id":"e1","title":"Vet","start":"2026-11-23 15:00","end":"2026-11-23 16:00"})"};
     const Done note{{"keep_note", "{}"}, R"({"status":"kept","id":"n1"})"};
@@ -236,6 +237,20 @@ TEST(ChangeRules, takesItForWhatWasLastSetOrKept)
             "Do you mean Friday the 27th of November at 6 PM, or Friday the 11th of December at 6 PM?"},
         {far, "half an hour earlier", R"(set_reminder {"later":"2026-12-09 17:30","id":"r1"})"},
         {far, "make it half an hour later", R"(set_reminder {"later":"by half an hour","id":"r1"})"},
+        {far, "an hour earlier", R"(set_reminder {"later":"2026-12-09 17:00","id":"r1"})"},
+        {far, "two days later", R"(set_reminder {"later":"2026-12-11 18:00","id":"r1"})"},
+        {far, "no, the day after", R"(set_reminder {"later":"2026-12-10 18:00","id":"r1"})"},
+        {far, "make it the day before instead", R"(set_reminder {"later":"2026-12-08 18:00","id":"r1"})"},
+        {wholeDay, "a week later", R"(set_reminder {"later":"2026-12-16","id":"r1"})"},
+        {morning, "same time on saturday", R"(set_reminder {"later":"2026-11-28 10:00","id":"r1"})"},
+        {morning, "sunday at the same time", R"(set_reminder {"later":"2026-11-22 10:00","id":"r1"})"},
+        {morning, "not friday, saturday", R"(set_reminder {"later":"2026-11-28 10:00","id":"r1"})"},
+        {morning, "not friday but saturday", R"(set_reminder {"later":"2026-11-28 10:00","id":"r1"})"},
+        {morning, "saturday, not friday", R"(set_reminder {"later":"2026-11-28 10:00","id":"r1"})"},
+        {morning, "no, not at 10, at 11", R"(set_reminder {"later":"2026-11-27 11:00","id":"r1"})"},
+        {morning, "not thursday, saturday",
+            "Eat is on Friday the 27th of November at 10 AM. Please say at what time the reminder should come "
+            "instead."},
         {reminder, "and also buy milk", R"(set_reminder {"task":"Buy milk","date":"2026-11-23 17:00"})"},
         {reminder, "cancel that", R"(set_reminder {"done":true,"id":"r1"})"},
         {reminder, "remind me again in an hour", R"(set_reminder {"later":"in an hour"})"},
@@ -243,6 +258,15 @@ TEST(ChangeRules, takesItForWhatWasLastSetOrKept)
             R"(change_event {"id":"e1","changes":{"start":"2026-11-23 18:00","end":"2026-11-23 19:00"}})"},
         {event, "move it to tuesday",
             R"(change_event {"id":"e1","changes":{"start":"2026-11-24 15:00","end":"2026-11-24 16:00"}})"},
+        {event, "the day after",
+            R"(change_event {"id":"e1","changes":{"start":"2026-11-24 15:00","end":"2026-11-24 16:00"}})"},
+        {event, "not monday, tuesday",
+            R"(change_event {"id":"e1","changes":{"start":"2026-11-24 15:00","end":"2026-11-24 16:00"}})"},
+        {event, "not friday, tuesday", "Vet, on Monday the 23rd of November at 3 PM. When should it be instead?"},
+        {event, "remind me an hour before", R"(set_reminder {"text":"remind me an hour before"})"},
+        {note, "an hour earlier", "Please say which reminder or event you mean, and when it should be."},
+        {note, "same time on saturday", "Please say which reminder or event you mean, and when it should be."},
+        {note, "not today, tomorrow", R"(set_reminder {"later":"tomorrow"})"},
         {event, "cancel that", R"(change_event {"id":"e1","cancel":true})"},
         {event, "put it off by an hour",
             R"(change_event {"id":"e1","changes":{"start":"2026-11-23 16:00","end":"2026-11-23 17:00"}})"},
