@@ -32,6 +32,7 @@ struct PatternMatch {
 class Pattern {
 public:
     enum class Case { sensitive, insensitive };
+    static constexpr Case caseless = Case::insensitive;
 
     explicit Pattern(std::string_view expression, Case letterCase = Case::sensitive);
     ~Pattern();

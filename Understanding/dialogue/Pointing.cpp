@@ -16,8 +16,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr auto caseless = Pattern::Case::insensitive;
-
 /// Words around a name; those of `kinds` may be part of it.
 constexpr auto fillers =
     std::to_array<std::string_view>({"the", "my", "our", "with", "a", "an", "one", "meeting", "appointment", "event",
@@ -64,7 +62,7 @@ bool holdsWords(const std::string& title, const std::string& words, Kinds kindWo
 /// "the one on friday", "the 1 pm one".
 std::vector<FoundThing> ofTime(const std::vector<FoundThing>& things, const std::string& words, const LocalTime& around)
 {
-    static const Pattern pointer("\\b(?:the|that|one)\\b|['’]s\\b", caseless);
+    static const Pattern pointer("\\b(?:the|that|one)\\b|['’]s\\b", Pattern::caseless);
     const auto moment = SpokenMoment::read(pointer.replaceAll(words, ""), around);
     if (!moment)
         return {};
@@ -94,7 +92,8 @@ std::vector<FoundThing> Pointing::named(const std::vector<FoundThing>& things, s
 std::optional<FoundThing> Pointing::at(
     const std::vector<FoundThing>& things, std::string_view said, const LocalTime& around)
 {
-    static const Pattern lead("^(?:(?:read|open|show|take|i mean|i meant|no|yes)(?: me)?(?: out)?[,]? )+", caseless);
+    static const Pattern lead(
+        "^(?:(?:read|open|show|take|i mean|i meant|no|yes)(?: me)?(?: out)?[,]? )+", Pattern::caseless);
     const std::string words = lead.replaceAll(said, "");
     if (const auto place = ListPlace::read(words)) {
         const auto index = place->among(things.size());

@@ -11,8 +11,6 @@ namespace {
 
 using Scope = Wish::Scope;
 
-constexpr auto caseless = Pattern::Case::insensitive;
-
 /// Nothing changes where the pattern is not found.
 bool take(const Pattern& pattern, std::string& words)
 {
@@ -31,8 +29,8 @@ SeriesWords SeriesWords::read(std::string_view words)
         "\\b(?:(?:every|each) (?:time|week|month|year|day)|(?:every|each)(?: (?:single|one of))?"
         "|(?:the |my |our )?(?:(?:whole|entire|complete)(?! day)(?: series)?|series)(?: of)?"
         "|always|for good|from now on|for ever)\\b(?: (?:the|my|our)\\b)?",
-        caseless);
-    static const Pattern one("\\b(?:only|just)\\b", caseless);
+        Pattern::caseless);
+    static const Pattern one("\\b(?:only|just)\\b", Pattern::caseless);
     SeriesWords read{.scope = Scope::open, .rest = std::string(words)};
     while (take(series, read.rest))
         read.scope = Scope::all;
@@ -43,10 +41,10 @@ SeriesWords SeriesWords::read(std::string_view words)
 
 Scope SeriesWords::answer(std::string_view words)
 {
-    static const Pattern all("\\b(?:all|every|everything|each|always|series|whole|both)\\b", caseless);
+    static const Pattern all("\\b(?:all|every|everything|each|always|series|whole|both)\\b", Pattern::caseless);
     static const Pattern one("\\b(?:only|just|one|once|single|first|next|this|that|today|tomorrow|"
             + std::string(TimeVocabulary::weekday) + ")\\b",
-        caseless);
+        Pattern::caseless);
     if (all.find(words))
         return Scope::all;
     return one.find(words) ? Scope::one : Scope::open;

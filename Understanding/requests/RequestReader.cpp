@@ -23,7 +23,6 @@ namespace {
 
 using Found = std::optional<Request>;
 
-constexpr auto caseless = Pattern::Case::insensitive;
 constexpr int mostReasons = 6;
 
 RequestReading readingOf(std::string_view words)
@@ -33,12 +32,12 @@ RequestReading readingOf(std::string_view words)
 
 TimeHints hintsIn(const RequestReading& reading, const RuleSurroundings& around)
 {
-    static const Pattern duty("(?:^|\\s)(?:to|that|about) (?=[a-z])", caseless);
+    static const Pattern duty("(?:^|\\s)(?:to|that|about) (?=[a-z])", Pattern::caseless);
     static const Pattern newTime(
         "^(?!.*\\bfrom\\b).*\\S (?:to|(?:is|are)(?: now)? at) (?:\\d|noon|midday|half|quarter|today|tomorrow|next"
         "|" + std::string(TimeVocabulary::weekday)
             + ")|\\S later$",
-        caseless);
+        Pattern::caseless);
     if (reading.isVerbatim || reading.content.empty() || RequestText::isStory(reading.content))
         return {};
     std::string others;
@@ -111,7 +110,7 @@ Found afterReason(const std::string& core, const RuleSurroundings& around)
 /// "I can't do the dentist tomorrow".
 std::string thingNamed(const RequestReading& clause, const RuleSurroundings& around)
 {
-    static const Pattern thing("^(?:the|my|our|his|her|their)(?: \\S+){1,3}$", caseless);
+    static const Pattern thing("^(?:the|my|our|his|her|their)(?: \\S+){1,3}$", Pattern::caseless);
     if (clause.hasAny(Cue::hinders)) {
         const auto moved = likeliest(clause, around);
         return moved && moved->wish ? moved->wish->title : std::string();
@@ -123,7 +122,7 @@ std::string thingNamed(const RequestReading& clause, const RuleSurroundings& aro
 /// What is asked of a thing that was named before: "can we make that friday?"
 Found askedOf(const std::string& thing, std::string rest, const RuleSurroundings& around)
 {
-    static const Pattern pronoun("\\b(?:(?:that|this) one|it|that|this|them)\\b", caseless);
+    static const Pattern pronoun("\\b(?:(?:that|this) one|it|that|this|them)\\b", Pattern::caseless);
     const auto match = pronoun.find(rest);
     if (!match || !SkillTable::cues().at(RequestWords(rest), 0, CuePlace::head) || readingOf(rest).isVerbatim)
         return std::nullopt;

@@ -16,15 +16,13 @@ namespace quorvell {
 
 namespace {
 
-constexpr auto caseless = Pattern::Case::insensitive;
-
 struct TurnedWish {
     explicit TurnedWish(const TrailingWish& row)
         : wish(row)
         , form("^(.+?)[,.;:]?\\s+(?:(?:and|so|but|could you|can you|would you|please|just)[,]?\\s+)*(?:"
                   + std::string(row.phrases) + ")(?: for me)?$",
-              caseless)
-        , lead("^" + std::string(row.withoutLead), caseless)
+              Pattern::caseless)
+        , lead("^" + std::string(row.withoutLead), Pattern::caseless)
     {
     }
 

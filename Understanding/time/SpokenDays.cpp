@@ -15,7 +15,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr auto caseless = Pattern::Case::insensitive;
 constexpr std::chrono::days lookAhead{31};
 
 struct PartOfDay {
@@ -49,10 +48,10 @@ int daysSinceMonday(const LocalTime& around)
 std::optional<SpokenDays> severalDays(const std::string& words, const LocalTime& around)
 {
     static const Pattern week(
-        "^(?:for |of |in )?(?:this|the|my|my whole|the rest of (?:the|this)) week(?: ahead)?$", caseless);
-    static const Pattern next("^(?:for |in )?next week$", caseless);
-    static const Pattern weekend("^(?:for |on |at )?(?:this|the|my) weekend$", caseless);
-    static const Pattern soon("^(?:for |in |over )?the next (?:few|couple of) days$", caseless);
+        "^(?:for |of |in )?(?:this|the|my|my whole|the rest of (?:the|this)) week(?: ahead)?$", Pattern::caseless);
+    static const Pattern next("^(?:for |in )?next week$", Pattern::caseless);
+    static const Pattern weekend("^(?:for |on |at )?(?:this|the|my) weekend$", Pattern::caseless);
+    static const Pattern soon("^(?:for |in |over )?the next (?:few|couple of) days$", Pattern::caseless);
     const int since = daysSinceMonday(around);
     if (week.find(words))
         return SpokenDays{dayAfter(0, around), dayAfter(6 - since, around), "this week"};
@@ -69,7 +68,7 @@ std::optional<SpokenDays> severalDays(const std::string& words, const LocalTime&
 const PartOfDay* takePart(std::string& words)
 {
     static const Pattern part(
-        "(?:^|\\s+)(?:this |in the |at |my )?(morning|afternoon|evening|night)$|(?<=^to)night$", caseless);
+        "(?:^|\\s+)(?:this |in the |at |my )?(morning|afternoon|evening|night)$|(?<=^to)night$", Pattern::caseless);
     const auto match = part.find(words);
     if (!match)
         return nullptr;
@@ -85,7 +84,7 @@ const PartOfDay* takePart(std::string& words)
 
 std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const LocalTime& around)
 {
-    static const Pattern lead("^(?:for|of|in)\\s+(?!the (?:morning|afternoon|evening)$)", caseless);
+    static const Pattern lead("^(?:for|of|in)\\s+(?!the (?:morning|afternoon|evening)$)", Pattern::caseless);
     std::string words = lead.replaceAll(trimmed(spoken), "");
     if (auto several = severalDays(words, around))
         return several;
@@ -94,7 +93,7 @@ std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const LocalT
     if (words.empty() && part)
         words = "today";
     static const Pattern today(
-        "^(?:today|now|my (?:whole )?day|the day(?: ahead)?|the rest of (?:the|my) day)$", caseless);
+        "^(?:today|now|my (?:whole )?day|the day(?: ahead)?|the rest of (?:the|my) day)$", Pattern::caseless);
     DateParts day;
     if (today.find(words)) {
         day = dayAfter(0, around);

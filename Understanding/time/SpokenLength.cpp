@@ -11,8 +11,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr auto caseless = Pattern::Case::insensitive;
-
 } // namespace
 
 std::optional<SpokenLength> SpokenLength::read(std::string_view spoken)
@@ -22,13 +20,13 @@ std::optional<SpokenLength> SpokenLength::read(std::string_view spoken)
         int minutes; ///< Of the whole, or of each of the number in the first group.
     };
     static const Row rows[] = {
-        {Pattern("\\b(?:for |of )?an hour and a half\\b", caseless), 90},
-        {Pattern("\\b(?:for |of )?(?:a )?half (?:an |a )?hour\\b", caseless), 30},
-        {Pattern("\\b(?:for |of )?three quarters of an hour\\b", caseless), 45},
-        {Pattern("\\b(?:for |of )?(?:a )?quarter of an hour\\b", caseless), 15},
-        {Pattern("\\b(?:for |of )?(?:a |an )?(\\d{1,3})[ -]?(?:minutes?|mins?)\\b", caseless), 1},
-        {Pattern("\\b(?:for |of )?(?:a |an )?(\\d{1,2})[ -]?hours?\\b", caseless), 60},
-        {Pattern("\\b(?:for |of )?(?:(?:an|one|a free|a|free) )?hour\\b", caseless), 60},
+        {Pattern("\\b(?:for |of )?an hour and a half\\b", Pattern::caseless), 90},
+        {Pattern("\\b(?:for |of )?(?:a )?half (?:an |a )?hour\\b", Pattern::caseless), 30},
+        {Pattern("\\b(?:for |of )?three quarters of an hour\\b", Pattern::caseless), 45},
+        {Pattern("\\b(?:for |of )?(?:a )?quarter of an hour\\b", Pattern::caseless), 15},
+        {Pattern("\\b(?:for |of )?(?:a |an )?(\\d{1,3})[ -]?(?:minutes?|mins?)\\b", Pattern::caseless), 1},
+        {Pattern("\\b(?:for |of )?(?:a |an )?(\\d{1,2})[ -]?hours?\\b", Pattern::caseless), 60},
+        {Pattern("\\b(?:for |of )?(?:(?:an|one|a free|a|free) )?hour\\b", Pattern::caseless), 60},
     };
     if (RequestText::isStory(spoken))
         return std::nullopt;

@@ -12,7 +12,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr auto caseless = Pattern::Case::insensitive;
 constexpr int firstUsualHour = 8;
 constexpr int lastUsualHour = 20;
 
@@ -45,7 +44,7 @@ std::optional<SpokenMoment> SpokenMoment::read(std::string_view words, const Loc
             + "|next|week|in \\d+|in an?"
               "|january|february|march|april|may|june|july|august|september|october|november|december"
               "|\\d+(?:st|nd|rd|th)|days?)\\b",
-        caseless);
+        Pattern::caseless);
     const auto phrase = SpokenPhrase::read(words, around);
     if (!phrase)
         return std::nullopt;

@@ -14,7 +14,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr auto caseless = Pattern::Case::insensitive;
 constexpr int minutesOfDay = 24 * 60;
 
 int minuteOf(const DateParts& parts)
@@ -41,10 +40,10 @@ std::int64_t daysBetween(const DateParts& from, const DateParts& to, const Local
 /// "The 10th" is one of the month in which it stands already, unless that is over.
 std::optional<DateParts> ofSameMonth(std::string_view timeWords, const DateParts& old, const LocalTime& around)
 {
-    static const Pattern ordinal("\\b(\\d{1,2})(?:st|nd|rd|th)\\b", caseless);
+    static const Pattern ordinal("\\b(\\d{1,2})(?:st|nd|rd|th)\\b", Pattern::caseless);
     static const Pattern named("\\b(?:january|february|march|april|may|june|july|august|september|october|november"
                                "|december|jan|feb|mar|apr|jun|jul|aug|sept?|oct|nov|dec|month|next)\\b",
-        caseless);
+        Pattern::caseless);
     const auto match = ordinal.find(timeWords);
     if (!match || named.find(timeWords))
         return std::nullopt;
@@ -56,13 +55,13 @@ std::optional<DateParts> ofSameMonth(std::string_view timeWords, const DateParts
 }
 
 /// "Friday", of something that is weeks away, may as well be the Friday of that week.
-std::vector<DateParts> weekdays(
+std::vector<DateParts> daysMeant(
     std::string_view timeWords, const DateParts& coming, const DateParts& old, const LocalTime& around)
 {
     static const Pattern bare(
         "\\b(?<!next )(?<!this )(?<!coming )" + std::string(TimeVocabulary::weekday) + "\\b(?! (?:the )?\\d)",
-        caseless);
-    static const Pattern dated("\\d(?:st|nd|rd|th)\\b|\\bweeks?\\b|\\bday after\\b", caseless);
+        Pattern::caseless);
+    static const Pattern dated("\\d(?:st|nd|rd|th)\\b|\\bweeks?\\b|\\bday after\\b", Pattern::caseless);
     constexpr std::int64_t week = 7;
     const DateParts today = DateParts::fromDay(around.now, around.calendar);
     if (!bare.find(timeWords) || dated.find(timeWords) || daysBetween(today, old, around) <= week)
@@ -83,7 +82,7 @@ std::vector<DateParts> daysMeant(
         return {old};
     if (const auto day = ofSameMonth(phrase.timeWords, old, around))
         return {*day};
-    return weekdays(phrase.timeWords, moment.date, old, around);
+    return daysMeant(phrase.timeWords, moment.date, old, around);
 }
 
 /// The minutes of the day that the words may mean.
@@ -114,7 +113,7 @@ SpokenMove SpokenMove::read(std::string_view words, const DateParts& old, FarHou
     const auto moment = SpokenMoment::read(words, around);
     if (!phrase || !moment)
         return {};
-    static const Pattern span("^in (?!the\\b)", caseless);
+    static const Pattern span("^in (?!the\\b)", Pattern::caseless);
     if (span.find(phrase->timeWords))
         return {{moment->date}};
     SpokenMove move;

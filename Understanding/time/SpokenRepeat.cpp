@@ -12,7 +12,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr auto caseless = Pattern::Case::insensitive;
 const std::string weekday(TimeVocabulary::weekday);
 
 /// The days that `named` lists, as a weekly rule.
@@ -36,12 +35,12 @@ std::optional<SpokenRepeat> SpokenRepeat::read(std::string_view said)
         " (?:days?|weeks?|months?|years?|"
             + weekday
             + ")|fortnightly|every fortnight|bi-?weekly|(?:twice|three times) an? (?:day|week|month|year))\\b",
-        caseless);
+        Pattern::caseless);
     // One day after "every" is left to the phrase reader, which knows its date.
     static const Pattern several("\\b(?:(?:every|each)(?: week)?(?: on)? " + weekday
             + "s?(?:(?:,|,? and)(?: every| each)?(?: on)? " + weekday + "s?)+|(?:on )?" + weekday
             + "s(?:(?:,|,? and)(?: on)? " + weekday + "s)*)\\b",
-        caseless);
+        Pattern::caseless);
     const std::string words(said);
     if (const auto match = unknown.find(words))
         return SpokenRepeat{{}, RequestText::without(words, match->range)};

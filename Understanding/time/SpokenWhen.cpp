@@ -13,8 +13,8 @@ namespace quorvell {
 
 namespace {
 
-constexpr std::array weekdays{"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
-constexpr std::array months{"January", "February", "March", "April", "May", "June", "July", "August", "September",
+constexpr std::array weekdayNames{"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
+constexpr std::array monthNames{"January", "February", "March", "April", "May", "June", "July", "August", "September",
     "October", "November", "December"};
 
 /// ICU writes a narrow space before AM and PM, which a voice may stumble over.
@@ -70,8 +70,8 @@ std::string SpokenWhen::date(const DateParts& parts)
     const auto day = Calendar::dayOf(parts.year, parts.month, parts.day);
     if (!day)
         return {};
-    std::string result = std::string(weekdays[static_cast<std::size_t>(Calendar::weekday(*day) - 1)]) + " the "
-        + ReminderWords::ordinal(parts.day) + " of " + months[static_cast<std::size_t>(parts.month - 1)];
+    std::string result = std::string(weekdayNames[static_cast<std::size_t>(Calendar::weekday(*day) - 1)]) + " the "
+        + ReminderWords::ordinal(parts.day) + " of " + monthNames[static_cast<std::size_t>(parts.month - 1)];
     const std::string time = clock(parts);
     return time.empty() ? result : result + " at " + time;
 }

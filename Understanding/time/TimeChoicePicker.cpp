@@ -10,8 +10,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr auto caseless = Pattern::Case::insensitive;
-
 enum class Half { unknown, morning, afternoon };
 
 struct Clock {
@@ -41,9 +39,9 @@ Half halfOf(Clock clock)
 
 Half halfNamed(const std::string& words)
 {
-    static const Pattern morning("\\b(?:morning|a\\.m\\.|early)|(?<![a-z])am\\b|\\d\\s*am\\b", caseless);
+    static const Pattern morning("\\b(?:morning|a\\.m\\.|early)|(?<![a-z])am\\b|\\d\\s*am\\b", Pattern::caseless);
     static const Pattern afternoon(
-        "\\b(?:afternoon|evening|night|tonight|p\\.m\\.|after lunch)|(?<![a-z])pm\\b|\\d\\s*pm\\b", caseless);
+        "\\b(?:afternoon|evening|night|tonight|p\\.m\\.|after lunch)|(?<![a-z])pm\\b|\\d\\s*pm\\b", Pattern::caseless);
     const bool isMorning = morning.find(words).has_value();
     const bool isAfternoon = afternoon.find(words).has_value();
     if (isMorning == isAfternoon)
@@ -54,10 +52,10 @@ Half halfNamed(const std::string& words)
 /// Which one by its place: 0 is the first, -1 the last.
 std::optional<int> placeNamed(const std::string& words)
 {
-    static const Pattern first("\\b(?:first|1st|earlier|earliest|former)\\b", caseless);
-    static const Pattern second("\\b(?:second|2nd)\\b", caseless);
-    static const Pattern third("\\b(?:third|3rd)\\b", caseless);
-    static const Pattern last("\\b(?:last|latter|later|latest)\\b", caseless);
+    static const Pattern first("\\b(?:first|1st|earlier|earliest|former)\\b", Pattern::caseless);
+    static const Pattern second("\\b(?:second|2nd)\\b", Pattern::caseless);
+    static const Pattern third("\\b(?:third|3rd)\\b", Pattern::caseless);
+    static const Pattern last("\\b(?:last|latter|later|latest)\\b", Pattern::caseless);
     if (first.find(words))
         return 0;
     if (second.find(words))
@@ -69,9 +67,9 @@ std::optional<int> placeNamed(const std::string& words)
 
 std::optional<Clock> clockNamed(const std::string& words)
 {
-    static const Pattern form("\\b(\\d{1,2})(?:[:.](\\d{2}))?(?!\\d|(?:st|nd|rd|th)\\b)", caseless);
-    static const Pattern noon("\\b(?:noon|midday)\\b", caseless);
-    static const Pattern midnight("\\bmidnight\\b", caseless);
+    static const Pattern form("\\b(\\d{1,2})(?:[:.](\\d{2}))?(?!\\d|(?:st|nd|rd|th)\\b)", Pattern::caseless);
+    static const Pattern noon("\\b(?:noon|midday)\\b", Pattern::caseless);
+    static const Pattern midnight("\\bmidnight\\b", Pattern::caseless);
     if (noon.find(words))
         return Clock{12, 0};
     if (midnight.find(words))

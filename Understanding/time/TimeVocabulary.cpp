@@ -10,7 +10,7 @@ namespace quorvell {
 namespace {
 
 /// Sorted. The plural needs no row of its own.
-constexpr auto timeWords = std::to_array<std::string_view>(
+constexpr auto vocabulary = std::to_array<std::string_view>(
     {"a", "after", "afternoon", "ahead", "am", "an", "and", "another", "apr", "april", "around", "at", "aug", "august",
         "by", "clock", "coming", "couple", "daily", "day", "dec", "december", "each", "eight", "eighteen", "eighteenth",
         "eighth", "eleven", "eleventh", "evening", "every", "extra", "feb", "february", "few", "fifteen", "fifteenth",
@@ -24,15 +24,15 @@ constexpr auto timeWords = std::to_array<std::string_view>(
         "thirteenth", "thirtieth", "thirty", "this", "three", "thu", "thur", "thurs", "thursday", "tmrw", "to", "today",
         "tomorrow", "tonight", "tue", "tues", "tuesday", "twelfth", "twelve", "twentieth", "twenty", "two", "wed",
         "wednesday", "week", "weekday", "weekend", "weekly", "whole", "within", "year", "yearly"});
-static_assert(std::ranges::is_sorted(timeWords));
+static_assert(std::ranges::is_sorted(vocabulary));
 
 bool isTimeWord(std::string_view word)
 {
     // "5pm", "a.m", "half-past", and digits of other scripts.
     const bool isWritten = std::ranges::any_of(word, [](char letter) { return letter < 'a' || letter > 'z'; });
-    if (isWritten || std::ranges::binary_search(timeWords, word))
+    if (isWritten || std::ranges::binary_search(vocabulary, word))
         return true;
-    return word.ends_with('s') && std::ranges::binary_search(timeWords, word.substr(0, word.size() - 1));
+    return word.ends_with('s') && std::ranges::binary_search(vocabulary, word.substr(0, word.size() - 1));
 }
 
 } // namespace

@@ -16,14 +16,12 @@ namespace quorvell {
 
 namespace {
 
-constexpr auto caseless = Pattern::Case::insensitive;
-
 /// The clock alone: "3", "half past four".
 std::string withAt(const std::string& words)
 {
-    static const Pattern bare("^\\d{1,2}(?::\\d{2})?$|^(?:half|quarter) (?:past|to)\\b", caseless);
-    static const Pattern more("\\b(?:more|another|extra|other)\\s+", caseless);
-    static const Pattern unit("^(hour|day|week|minute)$", caseless);
+    static const Pattern bare("^\\d{1,2}(?::\\d{2})?$|^(?:half|quarter) (?:past|to)\\b", Pattern::caseless);
+    static const Pattern more("\\b(?:more|another|extra|other)\\s+", Pattern::caseless);
+    static const Pattern unit("^(hour|day|week|minute)$", Pattern::caseless);
     const std::string plain = more.replaceAll(words, "");
     if (const auto match = unit.find(plain))
         return (match->texts[0] == "hour" ? "an " : "a ") + match->texts[0];
@@ -48,7 +46,7 @@ bool isTail(std::string_view word)
 
 std::optional<int> TimeWords::daysIn(std::string_view words)
 {
-    static const Pattern days("^(?:an?|one|(\\d{1,2})) (?:day|(week))s?$", caseless);
+    static const Pattern days("^(?:an?|one|(\\d{1,2})) (?:day|(week))s?$", Pattern::caseless);
     constexpr int daysOfWeek = 7;
     const auto match = days.find(SpokenPhrase::withDigits(words));
     if (!match)

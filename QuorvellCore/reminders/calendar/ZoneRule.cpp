@@ -10,8 +10,8 @@ namespace quorvell {
 namespace {
 
 constexpr std::int32_t secondsInHour = 3600;
-constexpr int longestHours = 167; ///< Of a time; it may lie on another day of the week.
-constexpr int longestOffset = 24; ///< Hours between a clock and UTC.
+constexpr int longestTime = 167; ///< Of a time; it may lie on another day of the week.
+constexpr int longestOffsetHours = 24; ///< Hours between a clock and UTC.
 
 constexpr TextReader::Width upToThree{1, 3};
 
@@ -54,7 +54,7 @@ ZoneRule::Day readDay(TextReader& reader)
         day.number = reader.number(upToThree, {isWithoutLeapDay ? 1 : 0, 365});
     }
     if (reader.skipIf('/'))
-        day.time = readDuration(reader, longestHours);
+        day.time = readDuration(reader, longestTime);
     return day;
 }
 
@@ -65,11 +65,11 @@ std::optional<ZoneRule> ZoneRule::parse(std::string_view text)
     TextReader reader(text);
     ZoneRule rule;
     skipName(reader);
-    rule.standard = -readDuration(reader, longestOffset); // counted westwards
+    rule.standard = -readDuration(reader, longestOffsetHours); // counted westwards
     if (!reader.isAtEnd()) {
         skipName(reader);
         const bool hasOffset = !reader.skipIf(',');
-        rule.saving = hasOffset ? -readDuration(reader, longestOffset) : rule.standard + secondsInHour;
+        rule.saving = hasOffset ? -readDuration(reader, longestOffsetHours) : rule.standard + secondsInHour;
         if (hasOffset)
             reader.skip(',');
         rule.start = readDay(reader);

@@ -22,7 +22,6 @@ namespace {
 
 using Kind = AgendaIntent::Kind;
 
-constexpr auto caseless = Pattern::Case::insensitive;
 constexpr int usualMinutes = 60;
 
 /// "from 2 to 4 pm": becomes "at 2 pm", and the end apart.
@@ -31,7 +30,7 @@ std::string takeEnd(std::string& words)
     static const std::string clock =
         "((?:half past |quarter (?:past|to) )?(?:\\d{1,2}(?::\\d{2})?|one|two|three|four|five|six"
         "|seven|eight|nine|ten|eleven|twelve))(?: ?([ap]\\.?m\\.?))?";
-    static const Pattern span("\\bfrom " + clock + " (?:to|till|until) " + clock, caseless);
+    static const Pattern span("\\bfrom " + clock + " (?:to|till|until) " + clock, Pattern::caseless);
     const auto match = span.find(words);
     if (!match)
         return {};
@@ -59,7 +58,7 @@ std::string titleFrom(const std::string& words)
     static const Pattern edges("^(?:(?:an?|the|my|for|called|named|about|with the title|(?:i|we)(?:['’]ve| have)(?: "
                                "got| been (?:invited|asked) to)?|there['’]?s|there is|been (?:invited|asked) to"
                                "|that|this|it)\\s+)+|\\s+(?:for|on|at|in|from|of)$",
-        caseless);
+        Pattern::caseless);
     return withUpperCaseFirst(trimmed(edges.replaceAll(trimmed(words, ",.:;\"“”"), ""), ",.:; "));
 }
 
@@ -68,7 +67,7 @@ AgendaIntent eventIn(std::string words, const RuleSurroundings& around)
     AgendaIntent intent{.kind = Kind::add};
     words = SpokenPhrase::withDigits(words);
     static const Pattern lasting(
-        "\\b(?:for|lasting)\\s+(?=(?:an?|one|half|\\d+|three)\\b.*\\b(?:hours?|minutes?)\\b)", caseless);
+        "\\b(?:for|lasting)\\s+(?=(?:an?|one|half|\\d+|three)\\b.*\\b(?:hours?|minutes?)\\b)", Pattern::caseless);
     if (lasting.find(words)) {
         if (const auto length = SpokenLength::read(words)) {
             intent.minutes = length->minutes;
@@ -99,11 +98,11 @@ AgendaIntent target(Kind kind, const SeriesWords& words, const RuleSurroundings&
     static const Pattern ends(
         "^(?:(?:my|the|our|that|this|an?|do|have|time of|start of|starting)\\s+)+|\\s+(?:event|appointment|meeting)$"
         "|\\s*\\b(?:from|in|on) (?:my|the) (?:calendar|agenda|diary|schedule)$",
-        caseless);
+        Pattern::caseless);
     static const Pattern day("\\b(?:on|of|from|for)?\\s*((?:today|tomorrow|tonight|(?:this |next )?"
             + std::string(TimeVocabulary::weekday)
             + "|this week|next week)(?:'s|’s)?(?: (?:morning|afternoon|evening))?)\\b",
-        caseless);
+        Pattern::caseless);
     AgendaIntent intent{.kind = kind, .days = SpokenDays::ahead(around), .scope = words.scope};
     std::string name = ends.replaceAll(trimmed(words.rest), "");
     if (const auto match = day.find(name)) {
@@ -115,7 +114,7 @@ AgendaIntent target(Kind kind, const SeriesWords& words, const RuleSurroundings&
             name = trimmed(name.substr(0, match->range.start) + name.substr(match->range.end));
         }
     }
-    static const Pattern pronoun("^(?:it|that|this|them)(?: one)?$", caseless);
+    static const Pattern pronoun("^(?:it|that|this|them)(?: one)?$", Pattern::caseless);
     intent.title = trimmed(pronoun.replaceAll(trimmed(ends.replaceAll(name, "")), ""));
     return intent;
 }
@@ -172,7 +171,7 @@ std::optional<AgendaIntent> AgendaIntent::following(const RequestReading& readin
 /// A part of a day that is free counts when most of it is.
 std::optional<AgendaIntent> AgendaIntent::findingTime(const RequestReading& reading, const RuleSurroundings& around)
 {
-    static const Pattern part("^(?:whole |entire |full )?(morning|afternoon|evening|day)s?\\b", caseless);
+    static const Pattern part("^(?:whole |entire |full )?(morning|afternoon|evening|day)s?\\b", Pattern::caseless);
     constexpr int mostOfAPart = 3 * usualMinutes;
     constexpr int mostOfADay = 8 * usualMinutes;
     AgendaIntent intent{.kind = Kind::findTime, .minutes = usualMinutes};
@@ -191,7 +190,7 @@ std::optional<AgendaIntent> AgendaIntent::findingTime(const RequestReading& read
     auto days = SpokenDays::find(words, around, others);
     if (wholePart && days && !isDay && days->from == days->to)
         days = SpokenDays::read(days->words + " " + wholePart->texts[0], around).value_or(*days);
-    static const Pattern purpose("\\b(?:for|to|see|meet|visit|go|do) \\S.*$", caseless);
+    static const Pattern purpose("\\b(?:for|to|see|meet|visit|go|do) \\S.*$", Pattern::caseless);
     // "When could I see Ben for an hour?"
     const bool hasPurpose = reading.has(CommonCues::when) && SpokenLength::read(reading.content);
     if (!hasPurpose && !RequestText::isIdle(purpose.replaceAll(others, "")))
@@ -239,7 +238,7 @@ std::optional<AgendaIntent> AgendaIntent::moving(const RequestReading& reading, 
 
 std::optional<AgendaIntent> AgendaIntent::cancelling(const RequestReading& reading, const RuleSurroundings& around)
 {
-    static const Pattern other("^(?:everything|all|my|the)$", caseless);
+    static const Pattern other("^(?:everything|all|my|the)$", Pattern::caseless);
     AgendaIntent intent = changed(Kind::cancel, SeriesWords::read(reading.content), reading, around);
     if (other.find(intent.title)
         || (intent.title.empty() && !reading.has(CommonCues::pronoun) && !reading.has(AgendaCues::event)))

@@ -15,8 +15,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr auto caseless = Pattern::Case::insensitive;
-
 struct Form {
     std::string_view said;
     std::string_view told;
@@ -52,7 +50,7 @@ std::string thirdPerson(const std::string& verb)
 /// "Always" and the like stand before the verb.
 std::string predicate(const std::string& words)
 {
-    static const Pattern adverb("^(always|never|usually|often|only|really|also)\\s+(\\S+)(.*)$", caseless);
+    static const Pattern adverb("^(always|never|usually|often|only|really|also)\\s+(\\S+)(.*)$", Pattern::caseless);
     static const Pattern verb("^(\\S+)(.*)$");
     if (const auto match = adverb.find(words))
         return withUpperCaseFirst(lowerCased(match->texts[0])) + " " + lowerCased(thirdPerson(match->texts[1]))
@@ -67,11 +65,12 @@ std::string aboutThem(std::string text)
         Pattern said;
         const char* told;
     };
-    static const Pronoun words[] = {{Pattern("\\b(?:my|our)\\b", caseless), "their"},
-        {Pattern("\\b(?:mine|ours)\\b", caseless), "theirs"},
-        {Pattern("\\b(?:myself|ourselves)\\b", caseless), "themselves"}, {Pattern("\\b(?:me|us)\\b", caseless), "them"},
-        {Pattern("\\b(?:i|we)(?:['’](?:m|re)| am)\\b", caseless), "they are"},
-        {Pattern("\\b(?:i|we)\\b", caseless), "they"}};
+    static const Pronoun words[] = {{Pattern("\\b(?:my|our)\\b", Pattern::caseless), "their"},
+        {Pattern("\\b(?:mine|ours)\\b", Pattern::caseless), "theirs"},
+        {Pattern("\\b(?:myself|ourselves)\\b", Pattern::caseless), "themselves"},
+        {Pattern("\\b(?:me|us)\\b", Pattern::caseless), "them"},
+        {Pattern("\\b(?:i|we)(?:['’](?:m|re)| am)\\b", Pattern::caseless), "they are"},
+        {Pattern("\\b(?:i|we)\\b", Pattern::caseless), "they"}};
     for (const Pronoun& word : words)
         text = word.said.replaceAll(text, word.told);
     return text;
@@ -90,7 +89,8 @@ constexpr std::string_view verbs =
 
 bool FactWords::isStatement(std::string_view content)
 {
-    static const Pattern statement("^(?:that|this)\\b|^(?:i|we)\\b|\\S " + std::string(verbs) + "\\b", caseless);
+    static const Pattern statement(
+        "^(?:that|this)\\b|^(?:i|we)\\b|\\S " + std::string(verbs) + "\\b", Pattern::caseless);
     return statement.find(content).has_value();
 }
 
@@ -98,25 +98,27 @@ bool FactWords::isSecret(std::string_view content)
 {
     static const Pattern secret(
         "\\b(?:pin|pin code|password|passcode|passphrase|card number|iban|cvv|puk)\\b.*(?: (?:is|are|was)\\b|\\d)",
-        caseless);
+        Pattern::caseless);
     return secret.find(content).has_value();
 }
 
 std::optional<std::string> FactWords::read(std::string_view content, Certainty certainty)
 {
-    static const Pattern lead("^(?:that|this|about me|something about me)\\b[:,]?\\s*(?:that\\b\\s*)?", caseless);
+    static const Pattern lead(
+        "^(?:that|this|about me|something about me)\\b[:,]?\\s*(?:that\\b\\s*)?", Pattern::caseless);
     // Without a verb it is a thing to do: "don't forget my keys".
     static const Pattern personal(
         "^(?:(?:i|we)(?:['’](?:m|ve|re))? .+|(?:my|our) \\S+.*?(?: " + std::string(verbs) + "\\b|['’]s \\S).*)$",
-        caseless);
+        Pattern::caseless);
     static const Pattern duty(
-        "^(?:i|we)(?:['’]ve)? (?:have|need|want|must|should|ought|got|has) to\\b|^(?:i|we) must\\b|^to\\b", caseless);
+        "^(?:i|we)(?:['’]ve)? (?:have|need|want|must|should|ought|got|has) to\\b|^(?:i|we) must\\b|^to\\b",
+        Pattern::caseless);
     // What is so for a day only is a note.
     static const std::string weekday(TimeVocabulary::weekday);
     static const Pattern passing("\\b(?:today|tonight|tomorrow|yesterday|right now|parked|at \\d+|on " + weekday
             + "|(?:this|next) (?:week|month|morning|afternoon|evening|" + weekday + "))\\b",
-        caseless);
-    static const Pattern subject("^i\\b\\s*(['’]m|['’]ve)?\\s*(.*)$", caseless);
+        Pattern::caseless);
+    static const Pattern subject("^i\\b\\s*(['’]m|['’]ve)?\\s*(.*)$", Pattern::caseless);
     std::string said = trimmed(content);
     if (const auto match = lead.find(said); match && match->range.start == 0)
         said = said.substr(match->range.end);

@@ -18,7 +18,6 @@ using Purpose = RequestMemory::SearchPurpose;
 
 constexpr int longestTitleWords = 6;
 constexpr std::size_t longestTitleCharacters = 60;
-constexpr auto caseless = Pattern::Case::insensitive;
 
 /// What leads from the wish to the words themselves.
 std::string withoutLead(std::string_view content)
@@ -26,7 +25,7 @@ std::string withoutLead(std::string_view content)
     static const Pattern lead("^(?:(?:down|here|to self|in writing|as follows|saying that|saying|that says|which says"
                               "|reads?|please|in(?= that\\b)|for (?:me|us|later))\\b[,:]?\\s*)*"
                               "(?:(?:that|this|of|about|to|for)\\b\\s*[:,]?\\s*)?",
-        caseless);
+        Pattern::caseless);
     return trimmed(lead.replaceAll(trimmed(content, ",;:-"), ""), ",;:-");
 }
 
@@ -35,11 +34,11 @@ std::string topicIn(const std::string& content)
 {
     static const Pattern lead(
         "^(?:(?:about|on|for|of|with|in|that|the|my|our|an?|any|i|me|said|has|have|mentioning|regarding)\\s+)+",
-        caseless);
+        Pattern::caseless);
     static const Pattern tail("(?:,?\\s+(?:(?:and )?(?:read|show|open|find) (?:it|that|them)\\b.*|mentioned|written "
                               "down|in|in it|is|are|to me|please|again|out|have a look"
                               "|out loud|aloud|thing|one))+$",
-        caseless);
+        Pattern::caseless);
     return trimmed(tail.replaceAll(lead.replaceAll(trimmed(content), ""), ""), "\"“”,");
 }
 
@@ -51,7 +50,7 @@ bool hasWords(const std::string& text, std::size_t most)
 bool isSubject(std::string_view words)
 {
     static const Pattern empty(
-        "^(?:it|this|that|there|here|he|she|they|we|i|you|what|who|everything|nothing)\\b", caseless);
+        "^(?:it|this|that|there|here|he|she|they|we|i|you|what|who|everything|nothing)\\b", Pattern::caseless);
     return !words.empty() && !empty.find(words);
 }
 
@@ -72,7 +71,7 @@ NoteIntent NoteIntent::keeping(std::string_view content)
 {
     static const Pattern named("^(?:called|titled|named)\\s+[\"“]?(.+?)[\"”]?(?:\\s*:|,?\\s+(?:saying|that says|with "
                                "the text|which says))\\s+(.+)$",
-        caseless);
+        Pattern::caseless);
     NoteIntent intent{.kind = NoteIntent::Kind::keep};
     const std::string text = trimmed(content);
     if (const auto match = named.find(text)) {
@@ -104,11 +103,11 @@ std::optional<NoteIntent> NoteIntent::searching(const RequestReading& reading, P
 
 std::optional<NoteIntent> NoteIntent::readChoice(std::string_view core)
 {
-    static const Pattern lead("^(?:(?:read|open|show)(?: me)?(?: out)? )?", caseless);
+    static const Pattern lead("^(?:(?:read|open|show)(?: me)?(?: out)? )?", Pattern::caseless);
     static const Pattern it(
         "^(?:(?:read|open|show|tell)(?: me)?(?: out)? (?:it|that|this|that one|this one|that note|this note"
         "|the note)(?: to me| out| aloud| out loud| back)*|that one|this one)$",
-        caseless);
+        Pattern::caseless);
     NoteIntent intent{.kind = Kind::readFound, .place = ListPlace::read(lead.replaceAll(core, ""))};
     return intent.place || it.find(core) ? std::optional(intent) : std::nullopt;
 }
@@ -116,7 +115,7 @@ std::optional<NoteIntent> NoteIntent::readChoice(std::string_view core)
 std::string NoteIntent::titleFor(std::string_view text)
 {
     static const Pattern subject(
-        "^(?:(?:the|my|our)\\s+)?(\\S+(?:\\s+\\S+){0,4}?)\\s+(?:is|are|was|were)\\s+\\S", caseless);
+        "^(?:(?:the|my|our)\\s+)?(\\S+(?:\\s+\\S+){0,4}?)\\s+(?:is|are|was|were)\\s+\\S", Pattern::caseless);
     static const Pattern tail("[\\s,.;:!?-]+$");
     const std::string whole(text);
     const auto match = subject.find(whole);

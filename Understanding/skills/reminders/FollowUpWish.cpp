@@ -15,16 +15,15 @@ namespace quorvell {
 
 namespace {
 
-constexpr auto caseless = Pattern::Case::insensitive;
 constexpr int minutesOfDay = 24 * 60;
 constexpr std::size_t mostWords = 10; ///< Nobody says more of them for a time and another.
 
 /// "two days later", "the day before", "an hour earlier", in minutes; below 0 for earlier.
 std::optional<int> shiftIn(const std::string& words)
 {
-    static const Pattern nextDay("^(?:on )?the (?:day after(?: that)?|next day|following day)$", caseless);
-    static const Pattern dayBefore("^(?:on )?the (?:day before(?: that)?|previous day)$", caseless);
-    static const Pattern shift("^(.+) (?:(later|after)|earlier|sooner|before)(?: (?:than )?that)?$", caseless);
+    static const Pattern nextDay("^(?:on )?the (?:day after(?: that)?|next day|following day)$", Pattern::caseless);
+    static const Pattern dayBefore("^(?:on )?the (?:day before(?: that)?|previous day)$", Pattern::caseless);
+    static const Pattern shift("^(.+) (?:(later|after)|earlier|sooner|before)(?: (?:than )?that)?$", Pattern::caseless);
     if (nextDay.find(words))
         return minutesOfDay;
     if (dayBefore.find(words))
@@ -43,9 +42,9 @@ std::optional<int> shiftIn(const std::string& words)
 /// "same time on saturday", "saturday, same time": the day alone.
 std::optional<Wish> sameTime(const std::string& words, const LocalTime& around)
 {
-    static const Pattern first("^(?:at )?(?:the )?same time,? (?:but )?(.+)$", caseless);
+    static const Pattern first("^(?:at )?(?:the )?same time,? (?:but )?(.+)$", Pattern::caseless);
     static const Pattern last(
-        "^(.+?),? (?:but )?(?:at )?the same time$|^(.+?),? (?:but )?(?:at )?same time$", caseless);
+        "^(.+?),? (?:but )?(?:at )?the same time$|^(.+?),? (?:but )?(?:at )?same time$", Pattern::caseless);
     auto match = first.find(words);
     if (!match)
         match = last.find(words);
@@ -86,8 +85,8 @@ std::optional<Wish> inPlaceOf(const std::string& spoken, const LocalTime& around
 
 std::optional<Wish> FollowUpWish::read(std::string_view core, const LocalTime& around)
 {
-    static const Pattern instead(",? instead$", caseless);
-    static const Pattern asks("\\bremind", caseless); // "Remind me an hour before" moves nothing.
+    static const Pattern instead(",? instead$", Pattern::caseless);
+    static const Pattern asks("\\bremind", Pattern::caseless); // "Remind me an hour before" moves nothing.
     if (RequestWords(core).size() > mostWords || asks.find(core))
         return std::nullopt;
     const std::string words = trimmed(ReminderIntent::timeAnswer(instead.replaceAll(core, "")), ",.");

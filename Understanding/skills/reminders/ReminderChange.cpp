@@ -20,11 +20,10 @@ namespace {
 
 using Kind = ReminderChange::Kind;
 
-constexpr auto caseless = Pattern::Case::insensitive;
-
 std::string withoutArticle(const std::string& words)
 {
-    static const Pattern article("^(?:(?:to|about|for|the|my|our|a|an|that|this|his|her|their|some)\\s+)+", caseless);
+    static const Pattern article(
+        "^(?:(?:to|about|for|the|my|our|a|an|that|this|his|her|their|some)\\s+)+", Pattern::caseless);
     return trimmed(article.replaceAll(trimmed(words), ""));
 }
 
@@ -33,7 +32,7 @@ std::string withoutKind(const std::string& words)
 {
     static const Pattern thing(
         "^(?:(?:that|this|the|my|our) )?(?:(.+) )?reminder(?: (?:to|about|for|of|that says)(?: the| my)? (.+))?$",
-        caseless);
+        Pattern::caseless);
     const auto match = thing.find(trimmed(words));
     return match ? withoutArticle(match->texts[0].empty() ? match->texts[1] : match->texts[0]) : withoutArticle(words);
 }
@@ -55,8 +54,8 @@ bool isPast(std::string_view verb)
 std::string until(const TimeWords& found)
 {
     static const Pattern span(
-        "\\b(?:minutes?|hours?|days?|weeks?)$|^(?:an?|half an|the) (?:hour|day|week) and a half$", caseless);
-    static const Pattern led("^(?:in|at|on|after|next)\\b", caseless);
+        "\\b(?:minutes?|hours?|days?|weeks?)$|^(?:an?|half an|the) (?:hour|day|week) and a half$", Pattern::caseless);
+    static const Pattern led("^(?:in|at|on|after|next)\\b", Pattern::caseless);
     // Moved by a length it goes on from its own time, else from now.
     if (span.find(found.time) && !led.find(found.time))
         return (found.isBy ? "by " : "in ") + found.time;
@@ -72,8 +71,8 @@ std::string ReminderChange::taskNamed(const std::string& content)
         "\\s+)+|(?:^|\\s+)(?:is|are|has|have|been|was|were|it|that|this|them|already|now|today"
         "|just now|yesterday|earlier|last night|this (?:morning|afternoon|evening)|by the "
         "way|as|and|all|thing|one(?:['’]s)?|off|too|any more|anymore|can|for|about)$",
-        caseless);
-    static const Pattern gerund("^[a-z]+ing\\s+(?=\\S)", caseless);
+        Pattern::caseless);
+    static const Pattern gerund("^[a-z]+ing\\s+(?=\\S)", Pattern::caseless);
     std::string task = trimmed(content);
     for (std::string before; before != task && !ListPlace::read(task);) {
         before = task;
@@ -94,7 +93,7 @@ std::optional<ReminderChange> ReminderChange::listing(const RequestReading& read
 std::optional<ReminderChange> ReminderChange::finishing(const RequestReading& reading)
 {
     // Long stories are no task.
-    static const Pattern isSomethingElse("(?:\\S+\\s+){5}\\S", caseless);
+    static const Pattern isSomethingElse("(?:\\S+\\s+){5}\\S", Pattern::caseless);
     const std::string task = taskNamed(reading.content);
     if (isSomethingElse.find(task) || reading.has(CommonCues::what) || reading.has(CommonCues::when)
         || reading.has(CommonCues::foreign))
@@ -107,10 +106,10 @@ std::optional<ReminderChange> ReminderChange::told(std::string_view core)
     static const Pattern past("^(?:(?:yes|yeah|yep|ok|okay)[,.]? )?(?:i|we)(?:'ve|’ve| have)?(?: been and| gone and| "
                               "already| just| also)* (\\S+)(?: (?:up|out|off|in|for|to))?"
                               " (.+)$",
-        caseless);
+        Pattern::caseless);
     // People who are only pointed at are no task.
-    static const Pattern someone("^(?:you|it|him|her|them|us|that|this|there|here)\\b", caseless);
-    static const Pattern passive("^(.+?)(?:['’]s|['’]ve| has| have) been (\\S+)$", caseless);
+    static const Pattern someone("^(?:you|it|him|her|them|us|that|this|there|here)\\b", Pattern::caseless);
+    static const Pattern passive("^(.+?)(?:['’]s|['’]ve| has| have) been (\\S+)$", Pattern::caseless);
     if (const auto match = passive.find(core); match && isPast(lowerCased(match->texts[1])))
         return finishing({.content = match->texts[0]});
     const auto match = past.find(core);
@@ -131,7 +130,7 @@ std::optional<ReminderChange> ReminderChange::puttingOff(const RequestReading& r
     }
     const std::string task = taskNamed(found->rest);
     // "Later he called me tomorrow" is no wish.
-    static const Pattern story("^(?:he|she|they|we|you|who)\\b", caseless);
+    static const Pattern story("^(?:he|she|they|we|you|who)\\b", Pattern::caseless);
     if (story.find(task))
         return std::nullopt;
     return ReminderChange{.kind = Kind::later, .task = task, .when = until(*found)};

@@ -12,12 +12,10 @@ namespace quorvell {
 
 namespace {
 
-constexpr auto caseless = Pattern::Case::insensitive;
-
 /// "for tomorrow at 5 to call mum": the phrase reader knows no "for" here.
 std::string withoutFor(std::string_view rest)
 {
-    static const Pattern connector("^for\\s+", caseless);
+    static const Pattern connector("^for\\s+", Pattern::caseless);
     return connector.replaceAll(trimmed(rest), "");
 }
 
@@ -25,7 +23,7 @@ std::string withoutFor(std::string_view rest)
 
 ReminderIntent ReminderIntent::of(std::string_view rest)
 {
-    static const Pattern ofSomething("^of\\s+", caseless);
+    static const Pattern ofSomething("^of\\s+", Pattern::caseless);
     const std::string wish = ofSomething.replaceAll(withoutFor(rest), "about ");
     const auto length = SpokenLength::read(wish);
     const bool isLength = length && length->rest.empty();
@@ -38,10 +36,11 @@ std::optional<ReminderIntent> ReminderIntent::readTimed(
     static const Pattern statement(
         "^(?:is|are|was|were|will|would|has|have|had|i|i'm|we|we're|you|he|she|it|it's|they|there"
         "|the|my|our|this|that|and|what|when|where|who|how|why)\\b",
-        caseless);
+        Pattern::caseless);
     // Tasks of daily life; verbs that this service could be expected to carry out itself are not among them.
     static const Pattern chore(
-        "^(?:call|ring|phone|buy|pay|water|feed|walk|pick up|collect|renew|return|clean|wash|visit)\\b", caseless);
+        "^(?:call|ring|phone|buy|pay|water|feed|walk|pick up|collect|renew|return|clean|wash|visit)\\b",
+        Pattern::caseless);
     const std::string core(words);
     const std::string firstTimeWord(RequestWords(timeWords).at(0));
     const bool beginsWithTime = !firstTimeWord.empty() && RequestWords(core).at(0) == firstTimeWord;
@@ -55,20 +54,20 @@ std::string ReminderIntent::timeAnswer(std::string_view core)
     static const Pattern filler(
         "^(?:(?:let's say|let us say|make it|say|maybe|how about|what about|and|perhaps|i mean|i meant|no|yes|yeah"
         "|it's|it is|do|try|that would be|on second thought|actually|remind me|well)\\b[,:]?\\s*)+",
-        caseless);
+        Pattern::caseless);
     static const Pattern closing(
         "[\\s,]+(?:would be (?:good|great|nice|fine|best)|is (?:good|great|fine|best)|sounds good"
         "|works(?: for me)?)$",
-        caseless);
+        Pattern::caseless);
     static const Pattern bareHour(
-        "^(?:\\d{1,2}(?::\\d{2})?|one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve)$", caseless);
+        "^(?:\\d{1,2}(?::\\d{2})?|one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve)$", Pattern::caseless);
     const std::string answer = trimmed(closing.replaceAll(filler.replaceAll(core, ""), ""));
     return bareHour.find(answer) ? "at " + answer : answer;
 }
 
 std::string ReminderIntent::bareTime(std::string_view core, const LocalTime& around)
 {
-    static const Pattern instead(",?\\s+instead$", caseless);
+    static const Pattern instead(",?\\s+instead$", Pattern::caseless);
     const std::string words = SpokenPhrase::withDigits(timeAnswer(instead.replaceAll(core, "")));
     const auto phrase = SpokenPhrase::read(words, around);
     return phrase && phrase->task.empty() && !phrase->repeatRule ? words : std::string();
@@ -79,7 +78,7 @@ std::string ReminderIntent::taskAnswer(std::string_view core)
     static const Pattern filler(
         "^(?:(?:it's|it is|that's|that is|it|remind me|just|yes|well|um+|the reminder is)\\b[,:]?\\s*)*"
         "(?:(?:to|about|for|that|of)\\b\\s*)?",
-        caseless);
+        Pattern::caseless);
     return RequestText::written(filler.replaceAll(core, ""));
 }
 

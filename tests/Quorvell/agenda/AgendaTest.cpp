@@ -2,6 +2,7 @@
 // Catches events lost or changed on their way through a calendar folder, and busy time called free.
 #include "Quorvell/agenda/Agenda.h"
 
+#include "AgendaMoments.h"
 #include "PostQueue.h"
 #include "Quorvell/agenda/CalendarFolder.h"
 #include "Quorvell/agenda/FreeTime.h"
@@ -17,17 +18,10 @@
 namespace quorvell {
 namespace {
 
+using test::at;
+using test::berlin;
+using test::now;
 using test::TemporaryFolder;
-
-Instant at(const char* iso)
-{
-    return parseIsoText(iso).value_or(Instant());
-}
-
-Calendar berlin()
-{
-    return *Calendar::create("Europe/Berlin", "en_GB");
-}
 
 EventDraft lunch(const char* start = "2026-11-23T11:00:00Z")
 {
@@ -35,7 +29,6 @@ EventDraft lunch(const char* start = "2026-11-23T11:00:00Z")
         at(start) + std::chrono::hours(1), false};
 }
 
-const Instant now = at("2026-11-21T09:00:00Z");
 const Instant weekEnd = at("2026-11-28T09:00:00Z");
 
 TEST(CalendarFolder, keepsOneEventAFile)

@@ -2,6 +2,7 @@
 // Catches calendar files misread, events moved by clock changes, and changes that damage what others wrote.
 #include "Quorvell/agenda/IcsCalendar.h"
 
+#include "AgendaMoments.h"
 #include "Quorvell/agenda/IcsLimits.h"
 
 #include <gtest/gtest.h>
@@ -13,17 +14,9 @@
 namespace quorvell {
 namespace {
 
-Instant at(const char* iso)
-{
-    return parseIsoText(iso).value_or(Instant());
-}
-
-Calendar berlin()
-{
-    return *Calendar::create("Europe/Berlin", "en_GB");
-}
-
-const Instant now = at("2026-11-21T09:00:00Z");
+using test::at;
+using test::berlin;
+using test::now;
 
 std::string file(const std::string& lines)
 {

@@ -27,7 +27,7 @@ std::vector<std::unique_ptr<CalendarSource>> folderSource(const std::string& pat
 }
 
 /// A calendar with lunch on Sunday, a holiday on Monday and choir every Wednesday; a reminder that is overdue.
-struct Bench {
+struct AgendaBench {
     test::TemporaryFolder folder;
     test::PostQueue posts;
     Agenda agenda{folderSource(folder.path()), posts.poster()};
@@ -36,7 +36,7 @@ struct Bench {
     HeardWords heard{[this] { return now; }};
     ToolRegistry registry;
 
-    Bench()
+    AgendaBench()
     {
         const Calendar calendar = *Calendar::create("Europe/Berlin", "en_US");
         registerAgendaTools(
@@ -146,7 +146,7 @@ TEST(AgendaTools, answerInTheUsersDays)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.tool + row.arguments);
-        Bench bench;
+        AgendaBench bench;
         EXPECT_EQ(bench.answer(row.tool, row.arguments), row.result);
     }
 }
@@ -179,7 +179,7 @@ TEST(AgendaTools, sayWhatIsWrong)
         {"change_event", R"({"id":"f:nothing","changes":{"title":"x"}})", "no event with that id"},
         {"change_event", R"({"changes":{"title":"x"}})", "id is missing"},
     };
-    Bench bench;
+    AgendaBench bench;
     for (const Row& row : rows) {
         const std::string answer = bench.answer(row.tool, row.arguments);
         EXPECT_TRUE(answer.starts_with(R"({"error":)") && answer.find(row.says) != answer.npos)
@@ -208,7 +208,7 @@ TEST(AgendaTools, deleteOnlyAfterTheUsersOwnYes)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        Bench bench;
+        AgendaBench bench;
         bench.say("yes"); // To something else, before.
         const std::string first = bench.answer("change_event", cancel);
         EXPECT_EQ(status(first), asks);
@@ -219,7 +219,7 @@ TEST(AgendaTools, deleteOnlyAfterTheUsersOwnYes)
         EXPECT_EQ(status(second), row.isDeleted ? R"({"status":"deleted")" : asks);
     }
 
-    Bench other; // A yes to one question is none to another, and none for ever.
+    AgendaBench other; // A yes to one question is none to another, and none for ever.
     other.answer("change_event", cancel);
     other.say("yes");
     EXPECT_EQ(status(other.answer("change_event", R"({"id":"f:choir#20261125T180000","cancel":true})")), asks);

@@ -23,8 +23,8 @@ struct Words final : ConsentWords {
     std::optional<std::string> words;
 };
 
-struct Bench {
-    explicit Bench(std::vector<Note> notes = {})
+struct NotebookBench {
+    explicit NotebookBench(std::vector<Note> notes = {})
     {
         notebook.list = std::move(notes);
         notebook.durability = MemoryNotebook::Durability::later;
@@ -80,7 +80,7 @@ TEST(NotebookTools, keepNotes)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.arguments);
-        Bench bench;
+        NotebookBench bench;
         EXPECT_EQ(bench.answer("keep_note", row.arguments),
             std::string(R"({"status":"kept","id":"newnewnewnew","title":")") + row.title + "\"}");
         const Note expected{.id = "newnewnewnew",
@@ -92,14 +92,14 @@ TEST(NotebookTools, keepNotes)
             .origin = NoteOrigin::conversation};
         EXPECT_EQ(bench.notebook.list, std::vector<Note>{expected});
     }
-    Bench bench;
+    NotebookBench bench;
     bench.answer("keep_note", R"({"text": "seen", "kind": "clip"})");
     EXPECT_TRUE(isUntrusted(bench.notebook.list.at(0).origin));
 }
 
 TEST(NotebookTools, keepExplanationsAndHowTos)
 {
-    Bench bench;
+    NotebookBench bench;
     bench.answer("explain", R"({"question": "What is a  kettle?", "text": "A pot.", "level": "simple"})");
     EXPECT_EQ(bench.answer("explain", R"({"question": "what is a kettle", "text": "It boils."})"),
         R"({"status":"kept","id":"newnewnewnew","title":"What is a kettle?"})");
@@ -109,7 +109,7 @@ TEST(NotebookTools, keepExplanationsAndHowTos)
     EXPECT_EQ(explanation.origin, NoteOrigin::explainer);
     EXPECT_EQ(explanation.body + *explanation.level, "It boils.normal");
 
-    Bench other({{.id = "1", .kind = NoteKind::howTo, .title = "Tea", .steps = {"Boil"}, .timesUsed = 2}});
+    NotebookBench other({{.id = "1", .kind = NoteKind::howTo, .title = "Tea", .steps = {"Boil"}, .timesUsed = 2}});
     other.answer(
         "save_how_to", R"({"title": "Tea", "goal": "a cup", "steps": ["Boil ", "", "Pour"], "based_on": "1"})");
     ASSERT_EQ(other.notebook.list.size(), 2u);
@@ -146,13 +146,13 @@ TEST(NotebookTools, sayWhatIsWrongWithARequest)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.arguments.substr(0, 50));
-        Bench bench;
+        NotebookBench bench;
         const std::string answer = bench.answer(row.tool, row.arguments);
         EXPECT_TRUE(answer.starts_with("{\"error\":")) << answer;
         EXPECT_NE(answer.find(row.says), std::string::npos) << answer;
         EXPECT_TRUE(bench.notebook.list.empty());
     }
-    Bench full;
+    NotebookBench full;
     full.notebook.refusal = "The disk is full.";
     EXPECT_EQ(full.answer("keep_note", R"({"text": "a"})"), R"({"error":"The disk is full."})");
 }
@@ -169,7 +169,7 @@ TEST(NotebookTools, rememberOnlyAfterAClearYes)
         {"yes but not that", "not_remembered", false}, {"what time is it", "not_remembered", false}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.status);
-        Bench bench;
+        NotebookBench bench;
         const std::string asked = bench.answer("remember_about_them", fact);
         EXPECT_NE(asked.find("needs_confirmation\",\"fact\":\"Prefers large print.\",\"question\":\"Shall I"),
             std::string::npos)
@@ -183,7 +183,7 @@ TEST(NotebookTools, rememberOnlyAfterAClearYes)
         EXPECT_NE(bench.answer("remember_about_them", fact).find(next), std::string::npos);
     }
     // A yes to one question is none to another.
-    Bench bench;
+    NotebookBench bench;
     bench.answer("remember_about_them", fact);
     bench.answer("remember_about_them", R"({"fact": "Has a dog."})");
     EXPECT_TRUE(bench.notebook.list.empty());
@@ -218,7 +218,7 @@ std::vector<Note> someNotes()
 
 TEST(NotebookTools, findReadAndOpenWhatIsVisible)
 {
-    Bench bench(someNotes());
+    NotebookBench bench(someNotes());
     EXPECT_EQ(bench.answer("find_in_notebook", R"({"query": "chairs"})"),
         R"({"status":"found","count":1,"notes":[{"id":"2","kind":"note","title":"Ideas",)"
         R"("snippet":"a dentist's chair","created":"2026-11-17 02:00","untrusted":true}]})");

@@ -16,12 +16,12 @@
 namespace quorvell {
 namespace {
 
-struct Bench {
+struct ReminderBench {
     MemoryNotebook notebook;
     ToolRegistry registry;
     std::vector<std::string> answers;
 
-    Bench()
+    ReminderBench()
     {
         registerReminderTools(registry, notebook,
             {.now = [] { return *parseIsoText("2026-11-21T09:30:00Z"); }, // Saturday, 10:30 in Berlin.
@@ -99,7 +99,7 @@ TEST(ReminderTools, setsWhatIsSettled)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.arguments);
-        Bench bench;
+        ReminderBench bench;
         EXPECT_EQ(bench.answer(row.arguments), row.result);
         ASSERT_EQ(bench.notebook.list.size(), 1U);
         const Note& note = bench.notebook.list.front();
@@ -142,14 +142,14 @@ TEST(ReminderTools, asksAndStoresNothing)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.arguments);
-        Bench bench;
+        ReminderBench bench;
         EXPECT_EQ(bench.answer(row.arguments), row.result);
         EXPECT_TRUE(bench.notebook.list.empty());
     }
 }
 
 /// A notebook with an overdue, a coming, a repeating and a waiting reminder, one that is done and one put away.
-void fill(Bench& bench)
+void fill(ReminderBench& bench)
 {
     const auto add = [&](const char* id, const char* title, const char* remindAt) -> Note& {
         Note note;
@@ -245,7 +245,7 @@ TEST(ReminderTools, listsFinishesAndPutsOff)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.arguments);
-        Bench bench;
+        ReminderBench bench;
         fill(bench);
         EXPECT_EQ(bench.answer(row.arguments), row.result);
         const std::string result = row.result;
@@ -253,7 +253,7 @@ TEST(ReminderTools, listsFinishesAndPutsOff)
             EXPECT_EQ(pendingReminders(bench.notebook.list, ReminderAudience::user).size(), 3U);
         }
     }
-    Bench several;
+    ReminderBench several;
     fill(several);
     EXPECT_TRUE(
         several.answer(R"({"done":true,"task":"call"})").starts_with(R"({"status":"which_reminder","count":2,)"));
@@ -290,7 +290,7 @@ TEST(ReminderTools, saysWhatIsWrong)
         {R"({"text":"tomorrow )" + std::string(600, 'a') + "\"}", "the task is too long"},
     };
     for (const Row& row : rows) {
-        Bench bench;
+        ReminderBench bench;
         fill(bench);
         const auto before = bench.notebook.list;
         const std::string answer = bench.answer(row.arguments);
@@ -312,7 +312,7 @@ TEST(ReminderTools, answerEveryCombination)
             if ((chosen >> index & 1U) != 0)
                 arguments += (arguments.empty() ? "{" : ",") + members[index];
         SCOPED_TRACE(arguments);
-        Bench bench;
+        ReminderBench bench;
         fill(bench);
         const auto before = bench.notebook.list;
         const auto answer = parseJson(bench.answer(arguments.empty() ? "{}" : arguments + "}"));
