@@ -1,12 +1,11 @@
 # SPDX-License-Identifier: MIT
-# The models of the commands are made from the templates when the program is built.
+# The models of the commands are made from the templates when the program is built: those of every skill, and what they
+# have in common.
 
 set(speech_system /usr/share/pocketsphinx/model/en-us)
 set(speech_folder "${CMAKE_BINARY_DIR}/share/quorvell/speech")
-set(speech_templates)
-foreach(name IN ITEMS requests times freeWords)
-    list(APPEND speech_templates "${CMAKE_CURRENT_LIST_DIR}/models/${name}.jsgf")
-endforeach()
+file(GLOB speech_templates CONFIGURE_DEPENDS "${CMAKE_CURRENT_LIST_DIR}/models/*.jsgf"
+    "${CMAKE_SOURCE_DIR}/Understanding/skills/*/requests.jsgf")
 
 add_executable(generate_speech_models "${CMAKE_CURRENT_LIST_DIR}/tools/generateModels.cpp")
 target_link_libraries(generate_speech_models PRIVATE quorvell_on_device_speech PocketSphinx::PocketSphinx)

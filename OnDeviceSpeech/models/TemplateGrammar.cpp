@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <numeric>
+#include <utility>
 
 namespace quorvell {
 
@@ -166,20 +168,40 @@ std::string TemplateGrammar::add(std::string_view text, std::string_view fileNam
     reader.token();
     reader.expect(";");
     while (reader.problem.empty() && !reader.peek().empty()) {
-        const std::string_view name = reader.token();
+        std::string_view name = reader.token();
+        const bool isPublic = name == "public";
+        if (isPublic) {
+            name = reader.token();
+        }
         if (name.size() < 3 || name.front() != '<') {
             reader.fail("a rule's <name> was expected");
             break;
         }
         reader.expect("=");
-        Expansion expansion = reader.choice();
+        Rule rule{reader.choice(), isPublic};
         reader.expect(";");
         const std::string key(name.substr(1, name.size() - 2));
-        if (reader.problem.empty() && !m_rules.emplace(key, std::move(expansion)).second) {
+        if (reader.problem.empty() && !add(key, std::move(rule))) {
             reader.fail("the rule <" + key + "> exists already");
         }
     }
     return reader.problem.empty() ? std::string{} : std::string(fileName) + ", " + reader.problem;
+}
+
+/// False when there is such a rule and it does not take more.
+bool TemplateGrammar::add(const std::string& name, Rule rule)
+{
+    const auto known = m_rules.find(name);
+    if (known == m_rules.end()) {
+        return m_rules.emplace(name, std::move(rule)).second;
+    }
+    if (!known->second.isPublic || !rule.isPublic) {
+        return false;
+    }
+    Expansion& choice = known->second.choice;
+    choice.weights.insert(choice.weights.end(), rule.choice.weights.begin(), rule.choice.weights.end());
+    std::move(rule.choice.parts.begin(), rule.choice.parts.end(), std::back_inserter(choice.parts));
+    return true;
 }
 
 bool TemplateGrammar::leadsTo(const Expansion& expansion, std::set<std::string>& open, std::string& problem) const
@@ -194,7 +216,7 @@ bool TemplateGrammar::leadsTo(const Expansion& expansion, std::set<std::string>&
             problem = "the rule <" + expansion.name + "> contains itself";
             return false;
         }
-        const bool fine = leadsTo(rule->second, open, problem);
+        const bool fine = leadsTo(rule->second.choice, open, problem);
         open.erase(expansion.name);
         return fine;
     }
@@ -206,7 +228,7 @@ std::string TemplateGrammar::check() const
 {
     std::string problem;
     std::set<std::string> open;
-    for (const auto& [name, expansion] : m_rules) {
+    for (const auto& [name, rule] : m_rules) {
         if (!leadsTo({Expansion::Kind::rule, name, {}, {}}, open, problem)) {
             break;
         }
@@ -218,8 +240,8 @@ std::set<std::string> TemplateGrammar::words() const
 {
     std::set<std::string> result;
     std::vector<const Expansion*> waiting;
-    for (const auto& [name, expansion] : m_rules) {
-        waiting.push_back(&expansion);
+    for (const auto& [name, rule] : m_rules) {
+        waiting.push_back(&rule.choice);
     }
     while (!waiting.empty()) {
         const Expansion& next = *waiting.back();
@@ -237,7 +259,7 @@ std::set<std::string> TemplateGrammar::words() const
 void TemplateGrammar::draw(const std::string& rule, RepeatableRandom& random, std::vector<std::string>& sentence) const
 {
     if (const auto found = m_rules.find(rule); found != m_rules.end()) {
-        draw(found->second, random, sentence);
+        draw(found->second.choice, random, sentence);
     }
 }
 

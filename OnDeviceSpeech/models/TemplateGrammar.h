@@ -21,7 +21,8 @@ struct RepeatableRandom {
 };
 
 /// Rules in the JSpeech Grammar Format without tags: words, `<rule>`, `<NULL>`, `( )`, `[ ]`, `|`, /weights/
-/// before alternatives. Rules may not lead back to themselves.
+/// before alternatives. Rules may not lead back to themselves. All files are one grammar, and a public rule may have
+/// alternatives in several of them.
 class TemplateGrammar {
 public:
     /// Adds the rules of one file. Empty when they were understood, else a sentence with the line of the mistake.
@@ -41,12 +42,17 @@ private:
         std::vector<Expansion> parts;
         std::vector<double> weights; ///< One for each part of a choice.
     };
+    struct Rule {
+        Expansion choice;
+        bool isPublic = false;
+    };
     struct Reader;
 
+    bool add(const std::string& name, Rule rule);
     bool leadsTo(const Expansion& expansion, std::set<std::string>& open, std::string& problem) const;
     void draw(const Expansion& expansion, RepeatableRandom& random, std::vector<std::string>& sentence) const;
 
-    std::map<std::string, Expansion> m_rules;
+    std::map<std::string, Rule> m_rules;
 };
 
 } // namespace quorvell

@@ -41,6 +41,9 @@ TEST(TemplateGrammar, namesTheMistake)
         {"grammar g;\n<a> = /x/ b;", "x, line 2: a weight is a number above 0 between slashes"},
         {"grammar g;\n<a> = /-1/ b;", "x, line 2: a weight is a number above 0 between slashes"},
         {"grammar g;\n<a> = b;\n<a> = c;", "x, line 3: the rule <a> exists already"},
+        {"grammar g;\n<a> = b;\npublic <a> = c;", "x, line 3: the rule <a> exists already"},
+        {"grammar g;\npublic <a> = b;\n<a> = c;", "x, line 3: the rule <a> exists already"},
+        {"grammar g;\npublic a = b;", "x, line 2: a rule's <name> was expected"},
     };
     for (const auto& [text, problem] : rows)
         EXPECT_EQ(TemplateGrammar().add(text, "x"), problem);
@@ -70,6 +73,25 @@ TEST(TemplateGrammar, drawsEveryWordingAndTheSameEveryTime)
     EXPECT_TRUE(drawn.contains({"please", "call", "me", "at", "two"}));
     EXPECT_TRUE(drawn.contains({"note", "buy", "milk"}));
     EXPECT_EQ(grammar.words().size(), 11u);
+}
+
+TEST(TemplateGrammar, drawsAPublicRuleFromAllFilesByTheirWeights)
+{
+    TemplateGrammar grammar;
+    EXPECT_EQ(grammar.add("grammar a; public <request> = /1/ call | /2/ <note>; <note> = note;", "a"), "");
+    EXPECT_EQ(grammar.add("grammar b; public <request> = /7/ open;", "b"), "");
+    EXPECT_EQ(grammar.check(), "");
+    RepeatableRandom random{7};
+    std::map<Sentence, int> drawn;
+    for (int i = 0; i < 10'000; ++i) {
+        Sentence sentence;
+        grammar.draw("request", random, sentence);
+        ++drawn[sentence];
+    }
+    EXPECT_EQ(drawn.size(), 3U);
+    EXPECT_NEAR(drawn[{"call"}], 1000, 100);
+    EXPECT_NEAR(drawn[{"note"}], 2000, 100);
+    EXPECT_NEAR(drawn[{"open"}], 7000, 150);
 }
 
 TEST(TrigramModel, probabilitiesOfEveryHistoryAddUpToOne)
