@@ -42,7 +42,7 @@ quorvell_room(loop Quorvell/loop USES text)
 quorvell_room(session Quorvell/session USES text live automation loop)
 quorvell_room(files Quorvell/files USES text PUBLIC_LIBRARIES Threads::Threads)
 # What the user may choose, as values that rooms on both sides of a choice share.
-quorvell_room(preferences Quorvell/preferences USES text reminders)
+quorvell_room(preferences Quorvell/preferences USES text live reminders)
 quorvell_room(notebook_store Quorvell/notebook USES text notebook files loop LIBRARIES PkgConfig::sqlite3)
 quorvell_room(agenda Quorvell/agenda USES text notebook reminders files preferences LIBRARIES PkgConfig::libical)
 quorvell_room(reminding Quorvell/reminding USES text notebook reminders loop notebook_store)

@@ -150,11 +150,12 @@ public:
     {
         LiveEndpointSettings endpoint;
         endpoint.host = address;
-        endpoint.key = endpoint.geminiKey = key;
         endpoint.backend = backend;
+        endpoint.keys = {{backend, key}};
         m_access = std::make_unique<HostedAccess>(endpoint.choose().hosted.value_or(LiveAccess{}));
         LiveConnectionChoice::Settings choice;
         choice.backend = backend;
+        choice.models = LiveModelSettings::usual(backend);
         choice.transport = transport;
         LiveConnectionChoice::Networks networks;
         networks.current = [] { return std::string(); };

@@ -55,8 +55,10 @@ int main(int argumentCount, char** arguments)
     ProgramEnvironment environment = ProgramEnvironment::read(arguments[0]);
     // Every command must find the same notebook; what is wrong with the settings is told by those who use the rest.
     const auto settings = quorvell::UserSettings::read(environment.configFolder + "/settings.json").settings;
-    environment.notebookFolder = settings.notebookFolder.value_or(environment.notebookFolder);
-    environment.calendarFolder = settings.calendarFolder.value_or(environment.calendarFolder);
+    if (settings.notebookFolder)
+        environment.notebookFolder = settings.notebookFolder->path;
+    if (settings.calendarFolder)
+        environment.calendarFolder = settings.calendarFolder->path;
     const std::vector<std::string> words(arguments + 1, arguments + argumentCount);
     return quorvell::CommandLine::run(programOf(environment), QUORVELL_VERSION, words);
 }

@@ -88,16 +88,14 @@ Assistant::Assistant(
 std::string Assistant::chooseService(const ProgramEnvironment& environment, const Wishes& wishes)
 {
     const auto& host = wishes.host ? wishes.host : environment.liveHost ? environment.liveHost : m_settings.liveHost;
-    LiveEndpointSettings endpoint{host, environment.apiKey, environment.geminiKey};
-    endpoint.backend = wishes.backend.value_or(m_settings.backend);
+    const LiveEndpointSettings endpoint{host, environment.keys, wishes.backend.value_or(m_settings.backend)};
     const LiveEndpointSettings::Choice choice = endpoint.choose();
     m_connections.backend = choice.backend;
-    m_connections.place = choice.isOnDevice ? LiveAccess::Place::onDevice : LiveAccess::Place::hosted;
     m_connections.transport = wishes.transport.value_or(m_settings.transport);
-    m_connections.models = m_settings.models;
+    m_connections.models = m_settings.modelsFor(choice.backend);
     if (choice.hosted)
         m_service = std::make_unique<HostedAccess>(*choice.hosted);
-    else if (choice.isOnDevice)
+    else if (choice.isOnDevice())
         m_service = std::make_unique<OnDeviceService>(onDeviceCommand(environment, wishes));
     return choice.problem;
 }

@@ -59,7 +59,7 @@ public:
         const Wishes& wishes, const Sound& sound, SessionAudience& observer);
 
     SessionController& session() { return *m_session; }
-    bool isOnDevice() const { return m_connections.place == LiveAccess::Place::onDevice; }
+    bool isOnDevice() const { return m_connections.backend == LiveBackend::onDevice; }
     const UsageFile& usage() const { return *m_usage; }
 
 private:

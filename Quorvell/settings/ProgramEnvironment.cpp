@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/settings/ProgramEnvironment.h"
 
+#include "Quorvell/preferences/LiveBackendTraits.h"
 #include "Quorvell/settings/NotebookPlaces.h"
 
 #include <pwd.h>
@@ -135,6 +136,15 @@ std::string localeName()
     return "en_US";
 }
 
+LiveKeys liveKeys()
+{
+    LiveKeys keys;
+    for (const LiveBackendTraits& backend : LiveBackendTraits::all())
+        if (auto key = backend.isHosted() ? variable(std::string(backend.keyVariable).c_str()) : std::nullopt)
+            keys.emplace(backend.backend, *std::move(key));
+    return keys;
+}
+
 bool knowsSessionBus(const std::string& runtimeFolder)
 {
     std::error_code failure;
@@ -158,8 +168,7 @@ ProgramEnvironment ProgramEnvironment::read(const char* programName)
     environment.runtimeFolder = variable("XDG_RUNTIME_DIR").value_or("");
     environment.timeZone = timeZoneName();
     environment.locale = localeName();
-    environment.apiKey = variable("OPENAI_API_KEY");
-    environment.geminiKey = variable("GEMINI_API_KEY");
+    environment.keys = liveKeys();
     environment.liveHost = variable("QUORVELL_LIVE_HOST");
     environment.liveToken = variable("QUORVELL_LIVE_TOKEN");
     environment.editor = variable("VISUAL") ? variable("VISUAL") : variable("EDITOR");

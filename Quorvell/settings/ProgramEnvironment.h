@@ -2,6 +2,7 @@
 // Everything the program takes from its surroundings, read once at start-up so that nothing else has to look.
 #pragma once
 
+#include "Quorvell/preferences/LiveKeys.h"
 #include "Quorvell/settings/TerminalColour.h"
 
 #include <optional>
@@ -21,8 +22,7 @@ struct ProgramEnvironment {
     std::string runtimeFolder; ///< $XDG_RUNTIME_DIR, or empty.
     std::string timeZone; ///< IANA name, "Europe/Berlin".
     std::string locale; ///< "en_GB"; LC_ALL, LC_TIME, LANG in this order, "en_US" where none says.
-    std::optional<std::string> apiKey; ///< OPENAI_API_KEY; empty counts as absent.
-    std::optional<std::string> geminiKey; ///< GEMINI_API_KEY
+    LiveKeys keys; ///< Of the variables that LiveBackendTraits names; empty counts as absent.
     std::optional<std::string> liveHost; ///< QUORVELL_LIVE_HOST: "host", "host:port" or a wss/https address.
     std::optional<std::string> liveToken; ///< QUORVELL_LIVE_TOKEN: the key that clients of our own service must show.
     std::optional<std::string> editor; ///< VISUAL or EDITOR: a command that edits the file it is given.

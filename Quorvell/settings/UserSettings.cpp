@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/settings/UserSettings.h"
 
+#include "Quorvell/preferences/LiveBackendTraits.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
@@ -20,7 +21,8 @@ namespace quorvell {
 
 namespace {
 
-/// Takes values out of the settings object and remembers what it could not take.
+/// Takes values out of the settings object, each as the type of its place asks for it, and remembers what it could not
+/// take.
 class Taker {
 public:
     Taker(const Json& object, const std::string& path, std::vector<std::string>& problems)
@@ -30,64 +32,51 @@ public:
     {
     }
 
-    void take(const char* key, std::string& into)
+    void operator()(std::string_view key, std::string& into)
     {
         if (auto text = textOf(key))
             into = *std::move(text);
     }
-    void take(const char* key, std::optional<std::string>& into)
+    void operator()(std::string_view key, std::optional<std::string>& into)
     {
         if (auto text = textOf(key); text && !text->empty())
             into = *std::move(text);
     }
-    void take(const char* key, bool& into)
+    void operator()(std::string_view key, bool& into) { take(key, readBool(m_object, key), into, "true or false"); }
+    void operator()(std::string_view key, std::optional<std::int64_t>& into)
     {
-        if (!isThere(key))
-            return;
-        if (const auto value = readBool(m_object, key))
-            into = *value;
-        else
-            complain(key, "true or false");
+        take(key, countOf(key), into, "a whole number above 0");
     }
-    template <typename Choice> void take(const char* key, Choice& into, const std::map<std::string, Choice>& choices)
+    void operator()(std::string_view key, std::optional<std::chrono::minutes>& into)
     {
-        if (!isThere(key))
-            return;
-        std::string wanted;
-        for (const auto& [name, choice] : choices) {
-            if (readString(m_object, key) == name) {
-                into = choice;
-                return;
-            }
-            wanted += (wanted.empty() ? "\"" : ", \"") + name + "\"";
-        }
-        complain(key, ("one of " + wanted).c_str());
-    }
-    void take(const char* key, std::optional<std::chrono::minutes>& into)
-    {
-        if (!isThere(key))
-            return;
         constexpr std::int64_t minutesOfADay = 24 * 60;
-        if (const auto value = readInteger(m_object, key); value && *value > 0 && *value <= minutesOfADay)
-            into = std::chrono::minutes(*value);
-        else
-            complain(key, "a whole number of minutes from 1 to 1440");
+        const auto count = countOf(key);
+        take(key, count && *count <= minutesOfADay ? std::optional(std::chrono::minutes(*count)) : std::nullopt, into,
+            "a whole number of minutes from 1 to 1440");
     }
-    void takeFolder(const char* key, std::optional<std::string>& into)
+    void operator()(std::string_view key, std::optional<UserSettings::Folder>& into)
     {
-        if (auto text = textOf(key); text && text->starts_with('/'))
-            into = *std::move(text);
-        else if (text)
-            complain(key, "the full path of a folder, beginning with /");
+        if (auto text = textOf(key))
+            take(key, text->starts_with('/') ? std::optional(UserSettings::Folder{*text}) : std::nullopt, into,
+                "the full path of a folder, beginning with /");
     }
-    void take(const char* key, WakingHours& into)
+    void operator()(std::string_view key, WakingHours& into)
     {
-        const auto text = textOf(key);
-        if (const auto hours = WakingHours::parse(text.value_or("")))
-            into = *hours;
-        else if (text)
-            complain(key, "two times of day, as \"8:00-22:00\"");
+        if (const auto text = textOf(key))
+            take(key, WakingHours::parse(*text), into, "two times of day, as \"8:00-22:00\"");
     }
+    void operator()(std::string_view key, LiveBackend& into) { choose(key, into, LiveBackendTraits::byName()); }
+    void operator()(std::string_view key, LiveTransport& into) { choose(key, into, UserSettings::transports()); }
+    void operator()(std::string_view key, HelpMode& into)
+    {
+        choose(key, into, {{"guide", HelpMode::guide}, {"auto", HelpMode::auto_}, {"do", HelpMode::do_}});
+    }
+    void operator()(std::string_view key, UserSettings::Listening& into)
+    {
+        using Listening = UserSettings::Listening;
+        choose(key, into, {{"open", Listening::openMicrophone}, {"push_to_talk", Listening::pushToTalk}});
+    }
+
     /// What is in the file and means nothing: most often a slip of the pen.
     void complainOfUnknown()
     {
@@ -98,34 +87,49 @@ public:
                 m_problems.push_back("There is no setting \"" + firstCharacters(key, 60) + "\" (in " + m_path
                     + "). It is passed over; the settings that there are stand in docs/formats/settings.md.");
     }
-    void take(const char* key, std::optional<std::int64_t>& into)
-    {
-        if (!isThere(key))
-            return;
-        if (const auto value = readInteger(m_object, key); value && *value > 0)
-            into = *value;
-        else
-            complain(key, "a whole number above 0");
-    }
 
 private:
-    bool isThere(const char* key)
+    bool isThere(std::string_view key)
     {
-        m_known.insert(key);
+        m_known.emplace(key);
         const Json* value = memberOf(m_object, key);
         return value != nullptr && !value->is_null();
     }
-    std::optional<std::string> textOf(const char* key)
+    std::optional<std::string> textOf(std::string_view key)
     {
         if (!isThere(key))
             return std::nullopt;
         auto text = readString(m_object, key);
         if (text && characterCount(*text) <= UserSettings::longestText)
             return trimmed(*text);
-        complain(key, ("a text of at most " + std::to_string(UserSettings::longestText) + " characters").c_str());
+        complain(key, "a text of at most " + std::to_string(UserSettings::longestText) + " characters");
         return std::nullopt;
     }
-    void complain(const char* key, const char* wanted)
+    std::optional<std::int64_t> countOf(std::string_view key) const
+    {
+        const auto value = readInteger(m_object, key);
+        return value && *value > 0 ? value : std::nullopt;
+    }
+    template <typename Value, typename Place>
+    void take(std::string_view key, const std::optional<Value>& value, Place& into, const std::string& wanted)
+    {
+        if (!isThere(key))
+            return;
+        if (value)
+            into = *value;
+        else
+            complain(key, wanted);
+    }
+    template <typename Choice>
+    void choose(std::string_view key, Choice& into, const std::map<std::string, Choice>& choices)
+    {
+        std::string names;
+        for (const auto& [name, choice] : choices)
+            names += (names.empty() ? "\"" : ", \"") + name + "\"";
+        const auto chosen = choices.find(readString(m_object, key).value_or(""));
+        take(key, chosen != choices.end() ? std::optional(chosen->second) : std::nullopt, into, "one of " + names);
+    }
+    void complain(std::string_view key, const std::string& wanted)
     {
         m_problems.push_back(
             "The setting \"" + std::string(key) + "\" in " + m_path + " is left out: it must be " + wanted + ".");
@@ -136,6 +140,17 @@ private:
     std::vector<std::string>& m_problems;
     std::set<std::string, std::less<>> m_known; ///< Every key that was asked for.
 };
+
+/// The keys that backends have for the names of their models; several may share one.
+std::set<std::string_view> modelKeys()
+{
+    std::set<std::string_view> keys;
+    for (const LiveBackendTraits& backend : LiveBackendTraits::all())
+        for (const auto& choice : {backend.voiceModel, backend.voice, backend.backendModel})
+            if (!choice.setting.empty())
+                keys.insert(choice.setting);
+    return keys;
+}
 
 /// Nothing when there is no such file.
 std::optional<std::string> contentOf(const std::string& path, std::vector<std::string>& problems)
@@ -163,13 +178,6 @@ std::optional<std::string> contentOf(const std::string& path, std::vector<std::s
 
 } // namespace
 
-const std::map<std::string, LiveBackend>& UserSettings::backends()
-{
-    static const std::map<std::string, LiveBackend> names{{"auto", LiveBackend::automatic},
-        {"openai", LiveBackend::openAI}, {"gemini", LiveBackend::gemini}, {"on_device", LiveBackend::onDevice}};
-    return names;
-}
-
 const std::map<std::string, LiveTransport>& UserSettings::transports()
 {
     static const std::map<std::string, LiveTransport> names{
@@ -189,38 +197,31 @@ UserSettings::Reading UserSettings::read(const std::string& path)
             + " are not a JSON object. Correct the file or remove it; until then the usual settings are used.");
         return reading;
     }
-    UserSettings& settings = reading.settings;
     Taker taker(*json, path, reading.problems);
-    taker.take("user_name", settings.userName);
-    taker.take("family_name", settings.familyName);
-    taker.take("live_host", settings.liveHost);
-    taker.take("backend", settings.backend, backends());
-    taker.take("transport", settings.transport, transports());
-    taker.take<HelpMode>(
-        "help_mode", settings.helpMode, {{"guide", HelpMode::guide}, {"auto", HelpMode::auto_}, {"do", HelpMode::do_}});
-    taker.take<Listening>("listening", settings.listening,
-        {{"open", Listening::openMicrophone}, {"push_to_talk", Listening::pushToTalk}});
-    taker.take("only_send_speech", settings.sendsOnlySpeech);
-    taker.take("rest_when_quiet", settings.restsWhenQuiet);
-    taker.take("keep_typed_history", settings.keepsTypedHistory);
-    taker.take("daily_minutes", settings.dailyMinutes);
-    taker.take("microphone", settings.microphone);
-    taker.take("loudspeaker", settings.loudspeaker);
-    taker.takeFolder("notebook_folder", settings.notebookFolder);
-    taker.takeFolder("calendar_folder", settings.calendarFolder);
-    taker.take("waking_hours", settings.wakingHours);
-    taker.take("voice", settings.models.voice);
-    taker.take("gemini_model", settings.models.geminiModel);
-    taker.take("gemini_voice", settings.models.geminiVoice);
-    taker.take("voice_model", settings.models.voiceModel);
-    taker.take("backend_model", settings.models.backendModel);
-    taker.take("reasoning_effort", settings.models.reasoningEffort);
-    taker.take("reasoning_summary", settings.models.reasoningSummary);
-    taker.take("service_tier", settings.models.serviceTier);
-    taker.take("verbosity", settings.models.verbosity);
-    taker.take("max_output_tokens", settings.models.maxOutputTokens);
+    reading.settings.each(taker);
+    for (const std::string_view key : modelKeys()) {
+        std::optional<std::string> name;
+        taker(key, name);
+        if (name)
+            reading.settings.modelNames.emplace(key, *std::move(name));
+    }
     taker.complainOfUnknown();
     return reading;
+}
+
+LiveModelSettings UserSettings::modelsFor(LiveBackend wanted) const
+{
+    const LiveBackendTraits& traits = LiveBackendTraits::of(wanted);
+    LiveModelSettings models = LiveModelSettings::usual(wanted);
+    models.options = modelOptions;
+    const auto prefer = [this](const LiveBackendTraits::Choice& choice, std::string& name) {
+        if (const auto named = modelNames.find(choice.setting); named != modelNames.end())
+            name = named->second;
+    };
+    prefer(traits.voiceModel, models.voiceModel);
+    prefer(traits.voice, models.voice);
+    prefer(traits.backendModel, models.backendModel);
+    return models;
 }
 
 UserSettings UserSettings::readTelling(const ProgramEnvironment& environment, std::ostream& complaints)

@@ -4,6 +4,7 @@
 #include "Quorvell/app/program/Command.h"
 #include "Quorvell/app/terminal/TerminalColumns.h"
 #include "Quorvell/connections/access/LiveEndpointSettings.h"
+#include "Quorvell/preferences/LiveBackendTraits.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UserSettings.h"
 
@@ -21,7 +22,7 @@ std::shared_ptr<ConversationOptions> ConversationOptions::declare(Command& comma
             "or the service on this device where there is no key)")
         .checkedBy([](const std::string& host) { return LiveEndpointSettings::hostProblem(host).value_or(""); });
     command.choice(
-        "--backend", options->backend, UserSettings::backends(), "Whose live model: auto, openai, gemini or on_device");
+        "--backend", options->backend, LiveBackendTraits::byName(), "Whose live model: " + LiveBackendTraits::names());
     command.choice("--transport", options->transport, UserSettings::transports(),
         "How sound travels to an OpenAI model: auto, webrtc or websocket");
     return options;

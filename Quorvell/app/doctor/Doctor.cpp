@@ -6,6 +6,7 @@
 #include "Quorvell/connections/access/LiveEndpointSettings.h"
 #include "Quorvell/connections/access/OnDeviceService.h"
 #include "Quorvell/files/FileDescriptor.h"
+#include "Quorvell/preferences/LiveBackendTraits.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -82,7 +83,7 @@ void Doctor::examine(std::function<void(const std::vector<DoctorFinding>&)> done
     m_done = std::move(done);
     const UserSettings::Reading reading = UserSettings::read(m_environment.configFolder + "/settings.json");
     const UserSettings& settings = reading.settings;
-    m_findings = {Doctor::settings(reading), keys(m_environment, settings.backend),
+    m_findings = {Doctor::settings(reading), keys(m_environment.keys, settings.backend),
         notebook(m_environment.notebookFolder),
         calendar(m_environment.calendarFolder, m_environment.hasSessionBus && isOnBus(calendarService)),
         stateFolder(m_environment.stateFolder), models(m_environment.programFolder)};
@@ -91,12 +92,12 @@ void Doctor::examine(std::function<void(const std::vector<DoctorFinding>&)> done
 
     m_waitingFor = 2;
     const auto& host = m_environment.liveHost ? m_environment.liveHost : settings.liveHost;
-    LiveEndpointSettings endpoint{host, m_environment.apiKey, m_environment.geminiKey, settings.backend};
+    const LiveEndpointSettings endpoint{host, m_environment.keys, settings.backend};
     const LiveEndpointSettings::Choice choice = endpoint.choose();
     std::unique_ptr<LiveAccessSource> source;
     if (choice.hosted)
         source = std::make_unique<HostedAccess>(*choice.hosted);
-    else if (choice.isOnDevice)
+    else if (choice.isOnDevice())
         source = std::make_unique<OnDeviceService>(
             OnDeviceService::Command{m_environment.programPath, {"live-service", "--child"}});
     const auto serviceFound = [this](const DoctorFinding& finding) {
@@ -127,23 +128,20 @@ DoctorFinding Doctor::settings(const UserSettings::Reading& reading)
     return {"settings", Verdict::limited, all};
 }
 
-DoctorFinding Doctor::keys(const ProgramEnvironment& environment, LiveBackend backend)
+DoctorFinding Doctor::keys(const LiveKeys& keys, LiveBackend backend)
 {
     std::string names;
-    for (const auto& [name, key] :
-        {std::pair("OPENAI_API_KEY", &environment.apiKey), std::pair("GEMINI_API_KEY", &environment.geminiKey)}) {
-        if (!*key)
-            continue;
-        if (!looksLikeKey(**key))
-            return {"key", Verdict::limited, std::string(name) + " is set, and does not look like a key",
+    for (const auto& [owner, key] : keys) {
+        const std::string name(LiveBackendTraits::of(owner).keyVariable);
+        if (!looksLikeKey(key))
+            return {"key", Verdict::limited, name + " is set, and does not look like a key",
                 "Copy it anew from the provider's page; it has no spaces and no line breaks."};
-        names += (names.empty() ? "" : " and ") + std::string(name);
+        names += (names.empty() ? "" : " and ") + name;
     }
-    const bool isWanted = backend == LiveBackend::openAI || backend == LiveBackend::gemini;
-    if (names.empty() && isWanted)
+    const LiveBackendTraits& wanted = LiveBackendTraits::of(backend);
+    if (names.empty() && wanted.isHosted())
         return {"key", Verdict::limited, "the settings ask for a hosted model, and there is no key for it",
-            std::string("Set ") + (backend == LiveBackend::gemini ? "GEMINI_API_KEY" : "OPENAI_API_KEY")
-                + ", or take the line \"backend\" out of the settings."};
+            "Set " + std::string(wanted.keyVariable) + ", or take the line \"backend\" out of the settings."};
     return {"key", Verdict::works, names.empty() ? "none; the assistant works on this computer alone" : names + " set"};
 }
 

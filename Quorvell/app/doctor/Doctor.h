@@ -25,7 +25,7 @@ public:
 
     // Each looks at one thing that needs no waiting.
     static DoctorFinding settings(const UserSettings::Reading& reading);
-    static DoctorFinding keys(const ProgramEnvironment& environment, LiveBackend backend);
+    static DoctorFinding keys(const LiveKeys& keys, LiveBackend backend);
     static DoctorFinding notebook(const std::string& folder);
     /// `isOfDesktop`: a service of the desktop keeps calendars.
     static DoctorFinding calendar(const std::string& folder, bool isOfDesktop);

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/connections/access/LiveEndpointSettings.h"
 
-#include "QuorvellCore/live/wire/gemini/GeminiLiveEndpoint.h"
+#include "Quorvell/preferences/LiveBackendTraits.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quorvell {
 
@@ -21,9 +22,12 @@ LiveBackend decided(const LiveEndpointSettings& settings)
 {
     if (settings.backend != LiveBackend::automatic)
         return settings.backend;
-    if (settings.host || settings.key)
+    if (settings.host)
         return LiveBackend::openAI;
-    return settings.geminiKey ? LiveBackend::gemini : LiveBackend::onDevice;
+    const auto backends = LiveBackendTraits::all();
+    const auto first = std::ranges::find_if(
+        backends, [&](const LiveBackendTraits& traits) { return settings.keys.contains(traits.backend); });
+    return first != backends.end() ? first->backend : LiveBackend::onDevice;
 }
 
 } // namespace
@@ -40,29 +44,24 @@ std::optional<std::string> LiveEndpointSettings::hostProblem(const std::string& 
 
 LiveEndpointSettings::Choice LiveEndpointSettings::choose() const
 {
-    const LiveBackend chosen = decided(*this);
-    if (chosen == LiveBackend::onDevice)
-        return {std::nullopt, true, {}};
-    const bool isGemini = chosen == LiveBackend::gemini;
-    const std::optional<std::string>& given = isGemini ? geminiKey : key;
-    const std::string_view keyName = isGemini ? "GEMINI_API_KEY" : "OPENAI_API_KEY";
-    const std::string address =
-        host.value_or(std::string(isGemini ? GeminiLiveEndpoint::defaultHost : OpenAILiveEndpoint::defaultHost));
+    const LiveBackendTraits& chosen = LiveBackendTraits::of(decided(*this));
+    if (!chosen.isHosted())
+        return {chosen.backend};
+    const auto fails = [&](std::string problem) { return Choice{chosen.backend, std::nullopt, std::move(problem)}; };
+    const std::string address = host.value_or(std::string(chosen.host));
     const auto endpoint = OpenAILiveEndpoint::create(address);
     if (!endpoint)
-        return {std::nullopt, false, hostProblem(address).value_or("")};
-    if (!given)
-        return {std::nullopt, false,
-            "The live service at " + address + " needs a key. Set " + std::string(keyName)
-                + ", or choose the service on this device: leave the host out, and set the "
-                  "backend to on_device."};
-    const std::string plainKey = trimmed(*given);
+        return fails(hostProblem(address).value_or(""));
+    const auto given = keys.find(chosen.backend);
+    const std::string keyName(chosen.keyVariable);
+    if (given == keys.end())
+        return fails("The live service at " + address + " needs a key. Set " + keyName
+            + ", or choose the service on this device: leave the host out, and set the backend to on_device.");
+    const std::string plainKey = trimmed(given->second);
     if (!isPrintable(plainKey))
-        return {std::nullopt, false,
-            "The key in " + std::string(keyName)
-                + " holds characters that no key has, such as a line break. Set it "
-                  "again."};
-    return {LiveAccess{*endpoint, plainKey, LiveAccess::Place::hosted, keyName}, false, {}, chosen};
+        return fails(
+            "The key in " + keyName + " holds characters that no key has, such as a line break. Set it again.");
+    return {chosen.backend, LiveAccess{*endpoint, plainKey, LiveAccess::Place::hosted, chosen.keyVariable}, {}};
 }
 
 } // namespace quorvell

@@ -4,6 +4,7 @@
 
 #include "Quorvell/connections/access/LiveAccess.h"
 #include "Quorvell/preferences/LiveBackend.h"
+#include "Quorvell/preferences/LiveKeys.h"
 
 #include <optional>
 #include <string>
@@ -13,21 +14,20 @@ namespace quorvell {
 struct LiveEndpointSettings {
     /// One of: a hosted service, the service on this device, a sentence about what is wrong.
     struct Choice {
-        std::optional<LiveAccess> hosted;
-        bool isOnDevice = false;
-        std::string problem;
-        LiveBackend backend = LiveBackend::openAI; ///< Never automatic: the protocol to speak.
+        LiveBackend backend = LiveBackend::onDevice; ///< Never automatic.
+        std::optional<LiveAccess> hosted{};
+        std::string problem{};
 
+        bool isOnDevice() const { return backend == LiveBackend::onDevice; }
         bool operator==(const Choice&) const = default;
     };
 
     std::optional<std::string> host{}; ///< "host", "host:port", or an address with wss, https, or (loopback) ws, http.
-    std::optional<std::string> key{}; ///< Of OPENAI_API_KEY.
-    std::optional<std::string> geminiKey{}; ///< Of GEMINI_API_KEY.
+    LiveKeys keys{};
     LiveBackend backend = LiveBackend::automatic;
 
-    /// Automatic: with a host or an OpenAI key the OpenAI form, else with a Gemini key that one, else the service on
-    /// this device.
+    /// Automatic: with a host the OpenAI form, else the first backend whose key there is, else the service on this
+    /// device.
     Choice choose() const;
 
     /// What is wrong with the host, in a sentence; nothing when all is well.

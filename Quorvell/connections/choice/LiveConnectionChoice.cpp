@@ -4,6 +4,7 @@
 #include "Quorvell/connections/gemini/LiveClient.h"
 #include "Quorvell/connections/openai/OpenAILiveClient.h"
 #include "Quorvell/connections/responses/ResponsesTextConnection.h"
+#include "Quorvell/preferences/LiveBackendTraits.h"
 
 #include <utility>
 
@@ -18,13 +19,10 @@ LiveConnectionChoice::LiveConnectionChoice(LiveAccessSource& source, Settings se
 {
 }
 
-LiveConnectionChoice::Protocol LiveConnectionChoice::protocolFor(const Settings& settings, LiveMedium medium)
+LiveProtocol LiveConnectionChoice::protocolFor(const Settings& settings, LiveMedium medium)
 {
-    if (settings.backend == LiveBackend::gemini)
-        return Protocol::gemini;
-    // A hosted voice session is paid for by the second; typing needs none.
-    const bool isHosted = settings.place == LiveAccess::Place::hosted;
-    return medium == LiveMedium::text && isHosted ? Protocol::responses : Protocol::openAI;
+    const LiveBackendTraits& backend = LiveBackendTraits::of(settings.backend);
+    return medium == LiveMedium::text ? backend.typed : backend.spoken;
 }
 
 std::vector<Way> LiveConnectionChoice::waysFor(const Settings& settings, bool isBlockedHere)
@@ -35,7 +33,7 @@ std::vector<Way> LiveConnectionChoice::waysFor(const Settings& settings, bool is
     case LiveTransport::webSocket:
         return {Way::socket};
     case LiveTransport::automatic:
-        if (settings.place == LiveAccess::Place::onDevice || isBlockedHere)
+        if (LiveBackendTraits::of(settings.backend).transport == LiveTransport::webSocket || isBlockedHere)
             return {Way::socket};
         return {Way::peer, Way::socket};
     }
@@ -45,12 +43,12 @@ std::vector<Way> LiveConnectionChoice::waysFor(const Settings& settings, bool is
 std::unique_ptr<LiveConnection> LiveConnectionChoice::make(LiveConnectionObserver& observer, LiveMedium medium)
 {
     switch (protocolFor(m_settings, medium)) {
-    case Protocol::gemini:
+    case LiveProtocol::gemini:
         return std::make_unique<LiveClient>(m_source, m_settings.models, observer, m_experience, m_settings.limits);
-    case Protocol::responses:
+    case LiveProtocol::responses:
         return std::make_unique<ResponsesTextConnection>(
             m_source, m_settings.models, observer, m_experience, m_settings.limits);
-    case Protocol::openAI:
+    case LiveProtocol::openAI:
         return std::make_unique<OpenAILiveClient>(
             m_source, m_settings.models, observer, m_experience, m_settings.limits, route());
     }

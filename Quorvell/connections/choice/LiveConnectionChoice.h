@@ -9,6 +9,7 @@
 #include "Quorvell/connections/openai/OpenAIRoute.h"
 #include "Quorvell/preferences/LiveBackend.h"
 #include "Quorvell/preferences/LiveModelSettings.h"
+#include "Quorvell/preferences/LiveProtocol.h"
 #include "Quorvell/preferences/LiveTransport.h"
 #include "Quorvell/session/ports/LiveConnection.h"
 #include "Quorvell/session/ports/LiveConnectionObserver.h"
@@ -26,7 +27,6 @@ class LiveConnectionChoice {
 public:
     struct Settings {
         LiveBackend backend = LiveBackend::openAI; ///< Decided: never automatic.
-        LiveAccess::Place place = LiveAccess::Place::hosted;
         LiveTransport transport = LiveTransport::automatic;
         LiveModelSettings models{};
         LiveTimeLimits limits{};
@@ -44,8 +44,7 @@ public:
 
     std::unique_ptr<LiveConnection> make(LiveConnectionObserver& observer, LiveMedium medium);
 
-    enum class Protocol { openAI, gemini, responses };
-    static Protocol protocolFor(const Settings& settings, LiveMedium medium);
+    static LiveProtocol protocolFor(const Settings& settings, LiveMedium medium);
     static std::vector<OpenAIRoute::Way> waysFor(const Settings& settings, bool isBlockedHere);
 
 private:

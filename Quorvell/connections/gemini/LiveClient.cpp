@@ -66,9 +66,8 @@ LiveClient::LiveClient(LiveAccessSource& accessSource, LiveModelSettings models,
     , m_resampler(portRate, LiveMessage::inputSampleRate)
     , m_life(accessSource, observer, [this] { m_socket.reset(); })
 {
-    m_options.model = std::move(models.geminiModel);
-    m_options.voiceName = std::move(models.geminiVoice);
-    m_options.thinkingLevel = std::move(models.geminiThinkingLevel);
+    m_options.model = std::move(models.voiceModel);
+    m_options.voiceName = std::move(models.voice);
 }
 
 // ---- Opening

@@ -34,11 +34,11 @@ OpenAILiveClient::OpenAILiveClient(LiveAccessSource& accessSource, LiveModelSett
     m_options.model = std::move(models.voiceModel);
     m_options.voice = std::move(models.voice);
     m_options.backendModel = std::move(models.backendModel);
-    m_options.reasoningEffort = std::move(models.reasoningEffort);
-    m_options.reasoningSummary = std::move(models.reasoningSummary);
-    m_options.serviceTier = std::move(models.serviceTier);
-    m_options.verbosity = std::move(models.verbosity);
-    m_options.maxOutputTokens = models.maxOutputTokens;
+    m_options.reasoningEffort = std::move(models.options.reasoningEffort);
+    m_options.reasoningSummary = std::move(models.options.reasoningSummary);
+    m_options.serviceTier = std::move(models.options.serviceTier);
+    m_options.verbosity = std::move(models.options.verbosity);
+    m_options.maxOutputTokens = models.options.maxOutputTokens;
     m_options.sampleRate = OpenAILiveMessage::sampleRate;
 }
 

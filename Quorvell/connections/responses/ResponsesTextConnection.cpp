@@ -43,11 +43,11 @@ ResponsesTextConnection::ResponsesTextConnection(LiveAccessSource& accessSource,
     , m_life(accessSource, observer, [this] { m_client.cancel(); })
 {
     m_request.model = std::move(models.backendModel);
-    m_request.reasoningEffort = std::move(models.reasoningEffort);
-    m_request.reasoningSummary = std::move(models.reasoningSummary);
-    m_request.serviceTier = std::move(models.serviceTier);
-    m_request.verbosity = std::move(models.verbosity);
-    m_request.maxOutputTokens = models.maxOutputTokens;
+    m_request.reasoningEffort = std::move(models.options.reasoningEffort);
+    m_request.reasoningSummary = std::move(models.options.reasoningSummary);
+    m_request.serviceTier = std::move(models.options.serviceTier);
+    m_request.verbosity = std::move(models.options.verbosity);
+    m_request.maxOutputTokens = models.options.maxOutputTokens;
 }
 
 void ResponsesTextConnection::open(const LiveSetup& setup)

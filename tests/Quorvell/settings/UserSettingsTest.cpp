@@ -2,11 +2,14 @@
 // Catches settings misread, and a broken file that stops the program.
 #include "Quorvell/settings/UserSettings.h"
 
+#include "Quorvell/preferences/LiveBackendTraits.h"
 #include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <iterator>
+#include <set>
 
 namespace quorvell {
 namespace {
@@ -29,8 +32,8 @@ TEST(UserSettings, takesWhatItKnows)
     wanted.userName = "Asha";
     wanted.liveHost = "live.example.org";
     wanted.sendsOnlySpeech = false;
-    wanted.models.voice = "cedar";
-    wanted.models.maxOutputTokens = 500;
+    wanted.modelNames = {{"voice", "cedar"}};
+    wanted.modelOptions.maxOutputTokens = 500;
     wanted.backend = LiveBackend::gemini;
     wanted.transport = LiveTransport::webSocket;
     wanted.helpMode = HelpMode::do_;
@@ -38,10 +41,47 @@ TEST(UserSettings, takesWhatItKnows)
     wanted.restsWhenQuiet = false;
     wanted.dailyMinutes = std::chrono::minutes(90);
     wanted.microphone = "mic";
-    wanted.notebookFolder = "/notes";
+    wanted.notebookFolder = {"/notes"};
     wanted.wakingHours = {std::chrono::minutes(450), std::chrono::hours(25)};
     EXPECT_EQ(reading.settings, wanted);
     EXPECT_TRUE(reading.problems.empty());
+}
+
+TEST(UserSettings, eachBackendHasNamesOfItsOwn)
+{
+    const auto settings = readText(R"({"voice": "cedar", "gemini_model": "larger", "gemini_voice": ""})").settings;
+    using B = LiveBackend;
+    EXPECT_EQ(settings.modelsFor(B::openAI), (LiveModelSettings{"gpt-live", "cedar", "gpt-5", {}}));
+    EXPECT_EQ(settings.modelsFor(B::gemini), (LiveModelSettings{"larger", "Kore", "", {}}));
+    EXPECT_EQ(settings.modelsFor(B::onDevice).voice, "cedar");
+}
+
+/// A name or a key that two rows share would belong to the first of them alone.
+TEST(UserSettings, everyBackendAndEverySettingIsToldApartAndDocumented)
+{
+    std::ifstream file(QUORVELL_FIXTURES "/../../docs/formats/settings.md");
+    const std::string page(std::istreambuf_iterator<char>(file), {});
+    const auto isDocumented = [&page](std::string_view name) {
+        return page.find("`" + std::string(name) + "`") != page.npos;
+    };
+    std::set<std::string_view> keys;
+    const auto isNew = [&](std::string_view key, const auto&) {
+        EXPECT_TRUE(keys.insert(key).second && isDocumented(key)) << key;
+    };
+    UserSettings().each(isNew);
+    for (const LiveBackendTraits& backend : LiveBackendTraits::all()) {
+        SCOPED_TRACE(backend.name);
+        EXPECT_EQ(&LiveBackendTraits::of(backend.backend), &backend);
+        EXPECT_EQ(LiveBackendTraits::byName().at(std::string(backend.name)), backend.backend);
+        EXPECT_TRUE(isDocumented(backend.name));
+        EXPECT_EQ(backend.isHosted(), !backend.host.empty());
+        EXPECT_TRUE(!backend.isHosted() || isDocumented(backend.keyVariable));
+        for (const auto& choice : {backend.voiceModel, backend.voice, backend.backendModel}) {
+            EXPECT_EQ(choice.setting.empty(), choice.usual.empty());
+            EXPECT_TRUE(choice.setting.empty() || isDocumented(choice.setting)) << choice.setting;
+            EXPECT_FALSE(keys.contains(choice.setting)) << choice.setting;
+        }
+    }
 }
 
 TEST(UserSettings, aBrokenFileGivesASentenceAndTheDefaults)

@@ -102,13 +102,14 @@ void FaultRun::makeSession(const std::string& address)
 {
     LiveEndpointSettings endpoint;
     endpoint.host = address;
-    endpoint.key = endpoint.geminiKey = FaultyService::key;
     endpoint.backend = m_carrier == Carrier::gemini ? LiveBackend::gemini : LiveBackend::openAI;
+    endpoint.keys = {{endpoint.backend, FaultyService::key}};
     m_access = std::make_unique<HostedAccess>(endpoint.choose().hosted.value_or(LiveAccess{}));
     LiveConnectionChoice::Settings choice;
     choice.backend = endpoint.backend;
     choice.transport = m_carrier == Carrier::webRTC ? LiveTransport::automatic : LiveTransport::webSocket;
-    choice.models.serviceTier = "priority"; // May be refused, and then is done without.
+    choice.models = LiveModelSettings::usual(choice.backend);
+    choice.models.options.serviceTier = "priority"; // May be refused, and then is done without.
     choice.limits = m_patience.connection;
     LiveConnectionChoice::Networks networks;
     networks.current = [] { return std::string("here"); };

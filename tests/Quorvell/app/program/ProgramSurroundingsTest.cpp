@@ -39,7 +39,7 @@ public:
 
 private:
     static constexpr const char* names[] = {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_STATE_HOME",
-        "XDG_RUNTIME_DIR", "TZ", "LC_ALL", "LC_TIME", "LANG", "OPENAI_API_KEY", "QUORVELL_LIVE_HOST",
+        "XDG_RUNTIME_DIR", "TZ", "LC_ALL", "LC_TIME", "LANG", "OPENAI_API_KEY", "GEMINI_API_KEY", "QUORVELL_LIVE_HOST",
         "DBUS_SESSION_BUS_ADDRESS"};
     std::map<std::string, std::string> m_old;
 };
@@ -72,12 +72,12 @@ TEST(ProgramEnvironment, readsTimeZoneAndLocale)
 TEST(ProgramEnvironment, findsItsFolders)
 {
     const Variables variables({{"HOME", "/home/asha"}, {"XDG_DATA_HOME", "relative"}, {"XDG_CONFIG_HOME", "/cfg"},
-        {"OPENAI_API_KEY", ""}, {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/x"}});
+        {"OPENAI_API_KEY", ""}, {"GEMINI_API_KEY", "g"}, {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/x"}});
     const auto environment = ProgramEnvironment::read("quorvell");
     EXPECT_EQ(environment.notebookFolder, "/home/asha/.local/share/Quorvell/Notebook");
     EXPECT_EQ(environment.configFolder, "/cfg/Quorvell");
     EXPECT_EQ(environment.stateFolder, "/home/asha/.local/state/Quorvell");
-    EXPECT_EQ(environment.apiKey, std::nullopt);
+    EXPECT_EQ(environment.keys, (LiveKeys{{LiveBackend::gemini, "g"}}));
     EXPECT_TRUE(environment.hasSessionBus);
     EXPECT_EQ(environment.programPath.front(), '/');
 }

@@ -15,8 +15,7 @@ namespace {
 using namespace std::chrono_literals;
 using Way = OpenAIRoute::Way;
 using Ways = std::vector<Way>;
-using Protocol = LiveConnectionChoice::Protocol;
-using Place = LiveAccess::Place;
+using Protocol = LiveProtocol;
 
 TEST(LiveEndpointSettings, choosesTheServiceByHostAndKey)
 {
@@ -28,22 +27,24 @@ TEST(LiveEndpointSettings, choosesTheServiceByHostAndKey)
         const char* problem;
         LiveBackend backend = LiveBackend::openAI;
     };
+    const LiveKeys k{{B::openAI, "k"}};
+    const LiveKeys otherK{{B::gemini, "k"}};
     const Row rows[] = {
-        {"nothing said", {}, "", ""},
-        {"a key alone", {{}, "k"}, "wss://api.openai.com/", ""},
-        {"another host", {"live.example.org:8443", "k"}, "wss://live.example.org:8443/", ""},
-        {"loopback in the clear", {"ws://127.0.0.1:9000", "k"}, "ws://127.0.0.1:9000/", ""},
-        {"elsewhere in the clear", {"ws://live.example.org", "k"}, "", "without encryption (ws://) only this computer"},
-        {"no address", {"not a host", "k"}, "", "is not an address of a live service"},
-        {"a key copied with its line break", {{}, "k\n"}, "wss://api.openai.com/", ""},
-        {"a key that would forge a header", {{}, "k\r\nX: y"}, "", "Set it again"},
+        {"nothing said", {}, "", "", B::onDevice},
+        {"a key alone", {{}, k}, "wss://api.openai.com/", ""},
+        {"another host", {"live.example.org:8443", k}, "wss://live.example.org:8443/", ""},
+        {"loopback in the clear", {"ws://127.0.0.1:9000", k}, "ws://127.0.0.1:9000/", ""},
+        {"elsewhere in the clear", {"ws://live.example.org", k}, "", "without encryption (ws://) only this computer"},
+        {"no address", {"not a host", k}, "", "is not an address of a live service"},
+        {"a key copied with its line break", {{}, {{B::openAI, "k\n"}}}, "wss://api.openai.com/", ""},
+        {"a key that would forge a header", {{}, {{B::openAI, "k\r\nX: y"}}}, "", "Set it again"},
         {"a host without a key", {"live.example.org"}, "", "needs a key. Set OPENAI_API_KEY"},
-        {"both keys", {{}, "k", "g"}, "wss://api.openai.com/", ""},
-        {"the other key alone", {{}, {}, "k"}, "wss://generativelanguage.googleapis.com/", "", B::gemini},
-        {"asked for, with its key", {{}, "o", "k", B::gemini}, "wss://generativelanguage.googleapis.com/", "",
-            B::gemini},
-        {"asked for, without its key", {{}, "k", {}, B::gemini}, "", "needs a key. Set GEMINI_API_KEY"},
-        {"kept on the device", {"live.example.org", "k", "g", B::onDevice}, "", ""},
+        {"both keys", {{}, {{B::openAI, "k"}, {B::gemini, "g"}}}, "wss://api.openai.com/", ""},
+        {"the other key alone", {{}, otherK}, "wss://generativelanguage.googleapis.com/", "", B::gemini},
+        {"asked for, with its key", {{}, {{B::openAI, "o"}, {B::gemini, "k"}}, B::gemini},
+            "wss://generativelanguage.googleapis.com/", "", B::gemini},
+        {"asked for, without its key", {{}, k, B::gemini}, "", "needs a key. Set GEMINI_API_KEY", B::gemini},
+        {"kept on the device", {"live.example.org", k, B::onDevice}, "", "", B::onDevice},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -51,7 +52,7 @@ TEST(LiveEndpointSettings, choosesTheServiceByHostAndKey)
         EXPECT_EQ(choice.hosted ? choice.hosted->address().socketUrl("/") : "", row.address);
         EXPECT_EQ(choice.hosted ? choice.hosted->key : "k", "k");
         EXPECT_EQ(choice.backend, row.backend);
-        EXPECT_EQ(choice.isOnDevice, !choice.hosted && *row.problem == '\0');
+        EXPECT_EQ(choice.isOnDevice(), !choice.hosted && *row.problem == '\0');
         EXPECT_EQ(choice.problem.empty(), *row.problem == '\0') << choice.problem;
         EXPECT_NE(choice.problem.find(row.problem), std::string::npos) << choice.problem;
     }
@@ -71,19 +72,15 @@ TEST(LiveConnectionChoice, goesByBackendMediumTransportAndNetwork)
     const Row rows[] = {
         {"hosted voice", {}, LiveMedium::voice, false, Protocol::openAI, {Way::peer, Way::socket}},
         {"hosted voice, media blocked here", {}, LiveMedium::voice, true, Protocol::openAI, {Way::socket}},
-        {"only WebRTC", {LiveBackend::openAI, Place::hosted, T::webRTC}, LiveMedium::voice, true, Protocol::openAI,
+        {"only WebRTC", {LiveBackend::openAI, T::webRTC}, LiveMedium::voice, true, Protocol::openAI, {Way::peer}},
+        {"only WebSocket", {LiveBackend::openAI, T::webSocket}, LiveMedium::voice, false, Protocol::openAI,
+            {Way::socket}},
+        {"on the device", {LiveBackend::onDevice}, LiveMedium::voice, false, Protocol::openAI, {Way::socket}},
+        {"on the device, typed", {LiveBackend::onDevice}, LiveMedium::text, false, Protocol::openAI, {Way::socket}},
+        {"on the device over WebRTC", {LiveBackend::onDevice, T::webRTC}, LiveMedium::voice, false, Protocol::openAI,
             {Way::peer}},
-        {"only WebSocket", {LiveBackend::openAI, Place::hosted, T::webSocket}, LiveMedium::voice, false,
-            Protocol::openAI, {Way::socket}},
-        {"on the device", {LiveBackend::onDevice, Place::onDevice}, LiveMedium::voice, false, Protocol::openAI,
-            {Way::socket}},
-        {"on the device, typed", {LiveBackend::onDevice, Place::onDevice}, LiveMedium::text, false, Protocol::openAI,
-            {Way::socket}},
-        {"on the device over WebRTC", {LiveBackend::onDevice, Place::onDevice, T::webRTC}, LiveMedium::voice, false,
-            Protocol::openAI, {Way::peer}},
         {"hosted, typed", {}, LiveMedium::text, false, Protocol::responses, {Way::peer, Way::socket}},
-        {"the other backend", {LiveBackend::gemini}, LiveMedium::text, false, Protocol::gemini,
-            {Way::peer, Way::socket}},
+        {"the other backend", {LiveBackend::gemini}, LiveMedium::text, false, Protocol::gemini, {Way::socket}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);

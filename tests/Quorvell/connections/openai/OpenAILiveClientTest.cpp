@@ -440,7 +440,7 @@ TEST_F(OpenAILiveClientTest, aRefusedSettingIsDroppedOnceAndTheSessionAskedForAg
         [](ScriptedPeerServer& session, const std::string&) { session.teller()(Wire::sessionStarted("sess_1")); });
     peers.refusal = ScriptedWebServer::answer("403 Forbidden", R"({"error":{"message":"Unknown SERVICE_TIER"}})");
     LiveModelSettings models;
-    models.serviceTier = "priority";
+    models.options.serviceTier = "priority";
     Talk overSocket(server.access(), {Way::socket}, models);
     Talk overPeer(peers.access(), {Way::peer}, models);
     for (Talk* talk : {&overSocket, &overPeer}) {

@@ -140,7 +140,7 @@ TEST_F(ResponsesTextConnectionTest, aTypedQuestionSurvivesWhatPasses)
         SCOPED_TRACE(row.name);
         ResponsesService service(row.answers);
         LiveModelSettings models;
-        models.serviceTier = "priority";
+        models.options.serviceTier = "priority";
         TypedTalk typed(service, models);
         auto& observer = typed.talk.observer;
         typed.talk.client.sendMessage({.text = "well?"});
