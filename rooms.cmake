@@ -40,14 +40,14 @@ quorvell_room(audio Media/audio LIBRARIES PkgConfig::sndfile PkgConfig::samplera
 # Quorvell: the shell. These rooms need no Qt.
 quorvell_room(loop Quorvell/loop USES text)
 quorvell_room(session Quorvell/session USES text live automation loop)
-quorvell_room(files Quorvell/files USES text PUBLIC_LIBRARIES Threads::Threads)
+quorvell_room(files Quorvell/files PUBLIC_LIBRARIES Threads::Threads)
 # What the user may choose, as values that rooms on both sides of a choice share.
 quorvell_room(preferences Quorvell/preferences USES text live reminders)
 quorvell_room(notebook_store Quorvell/notebook USES text notebook files loop LIBRARIES PkgConfig::sqlite3)
-quorvell_room(agenda Quorvell/agenda USES text notebook reminders files preferences LIBRARIES PkgConfig::libical)
+quorvell_room(agenda Quorvell/agenda USES text reminders files preferences LIBRARIES PkgConfig::libical)
 quorvell_room(reminding Quorvell/reminding USES text notebook reminders loop notebook_store)
 quorvell_room(tools Quorvell/tools
-    USES text live notebook reminders safety loop session preferences notebook_store agenda reminding)
+    USES text live notebook reminders safety session preferences notebook_store agenda reminding)
 
 # The rooms that share state across threads: the thread sanitizer runs their tests.
 set(QUORVELL_THREADED_ROOMS automation audio files notebook_store agenda)
@@ -66,9 +66,9 @@ if(QUORVELL_SHELL)
     quorvell_room(sound Quorvell/sound USES text live loop session audio echo LIBRARIES PkgConfig::pulse Threads::Threads)
     quorvell_room(connections Quorvell/connections PRELUDE qt USES text live session preferences audio webrtc
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)
-    quorvell_room(on_device_speech OnDeviceSpeech USES text understanding_time LIBRARIES PocketSphinx::PocketSphinx Flite::Flite Threads::Threads)
+    quorvell_room(on_device_speech OnDeviceSpeech USES understanding_time LIBRARIES PocketSphinx::PocketSphinx Flite::Flite Threads::Threads)
     include(OnDeviceSpeech/models.cmake)
-    quorvell_room(speech Quorvell/speech USES text live loop session audio on_device_speech LIBRARIES Threads::Threads)
+    quorvell_room(speech Quorvell/speech USES live loop session audio on_device_speech LIBRARIES Threads::Threads)
     quorvell_room(desktop Quorvell/desktop PRELUDE qt USES loop reminding agenda files
         PUBLIC_LIBRARIES Qt6::Core Qt6::DBus LIBRARIES Qt6::Gui PkgConfig::gio PkgConfig::libical)
     # Signals of the message bus reach only slots that Qt knows by name.
@@ -81,11 +81,11 @@ if(QUORVELL_SHELL)
     quorvell_room(records Quorvell/records USES text reminders loop session settings)
     quorvell_room(handover Quorvell/handover PRELUDE qt USES notebook files loop notebook_store desktop settings)
     quorvell_room(assistant Quorvell/assistant PRELUDE qt
-        USES text notebook reminders loop session files preferences notebook_store agenda reminding tools audio echo sound
-             speech desktop connections settings records handover)
+        USES text reminders loop session files notebook_store agenda reminding tools audio sound desktop connections
+             settings records handover)
     quorvell_room(app Quorvell/app PRELUDE qt
-        USES text notebook reminders live automation safety loop session files preferences notebook_store agenda reminding
-             tools audio sound speech desktop connections on_device_speech live_service settings records handover assistant
+        USES text notebook reminders live loop session files preferences notebook_store agenda reminding tools audio
+             speech desktop connections on_device_speech live_service settings records handover assistant
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::DBus LIBRARIES CLI11::CLI11 PkgConfig::libedit)
     foreach(room IN ITEMS
         echo webrtc sound speech desktop connections on_device_speech live_service settings records handover assistant app)

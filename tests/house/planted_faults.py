@@ -48,6 +48,7 @@ FAULTS = [
     ("layers", "B/Six.h:4: includes \"../A/Two.h\"", {"B/Six.h": header("../A/Two.h")}),
     ("layers", "B/Six.h:2: b may not include \"A/Two.h\"", {"B/Six.h": LICENCE + "#include <A/Two.h>\n"}),
     ("layers", "tests/B/SixTest.cpp:2: b may not include \"A/Two.h\"", {"tests/B/SixTest.cpp": source("A/Two.h")}),
+    ("layers", "rooms.cmake: a has a door to b that it does not use", {"A/One.cpp": source("A/One.h")}),
     ("purity", "QuorvellCore/Pure.h:4:", {"QuorvellCore/Pure.h": header() + "inline int five() { throw 5; }\n"}),
     ("purity", "Understanding/Pure.h:4:", {"Understanding/Pure.h": header() + "#include <fstream>\n"}),
 ]
