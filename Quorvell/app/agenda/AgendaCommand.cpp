@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/agenda/AgendaCommand.h"
 
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/ProgramLoop.h"
 #include "Quorvell/assistant/AgendaAccess.h"
 #include "Quorvell/notebook/NoteFolder.h"
@@ -19,9 +20,6 @@
 namespace quorvell {
 
 namespace {
-
-constexpr int done = 0;
-constexpr int couldNot = 1;
 
 struct Stretch {
     Instant from{};
@@ -94,7 +92,7 @@ int runCommand(AgendaRequest request, const ProgramEnvironment& environment)
 {
     const auto calendar = usersCalendar(environment, std::cerr);
     if (!calendar)
-        return couldNot;
+        return exit_code::couldNot;
     if (request.action == AgendaRequest::Action::free)
         request.waking = UserSettings::readTelling(environment, std::cerr).wakingHours;
     ProgramLoop loop;
@@ -107,7 +105,7 @@ int runCommand(AgendaRequest request, const ProgramEnvironment& environment)
     if (content)
         return outcome;
     std::cerr << unreadableNoteFolder(environment.notebookFolder) << " Its reminders are missing here." << std::endl;
-    return couldNot;
+    return exit_code::couldNot;
 }
 
 } // namespace
@@ -144,7 +142,7 @@ void runAgenda(const AgendaRequest& request, Agenda& agenda, std::vector<Note> n
                     << std::endl;
             for (const std::string& problem : reading.problems)
                 errors << printableLine(problem) << std::endl;
-            finished(reading.problems.empty() ? done : couldNot);
+            finished(reading.problems.empty() ? exit_code::done : exit_code::couldNot);
         });
 }
 

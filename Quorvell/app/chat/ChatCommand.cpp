@@ -7,6 +7,7 @@
 #include "Quorvell/app/conversation/ConversationText.h"
 #include "Quorvell/app/conversation/WorkNote.h"
 #include "Quorvell/app/conversation/WorkStatus.h"
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/Interrupts.h"
 #include "Quorvell/app/program/ProgramLoop.h"
 #include "Quorvell/app/terminal/PipedLines.h"
@@ -29,7 +30,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr int couldNot = 1;
 constexpr const char* prompt = "> ";
 
 bool isForAPerson(const ProgramEnvironment& environment, const ConversationOptions& options)
@@ -138,7 +138,7 @@ int runChat(const ProgramEnvironment& environment, const ConversationOptions& op
         environment, settings, loop.scheduler(), wishesFor(options, isPerson, voice), {player}, observers);
     if (!made.assistant) {
         std::cerr << made.problem << std::endl;
-        return couldNot;
+        return exit_code::couldNot;
     }
     assistant = made.assistant.get();
     if (isPerson)

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/chat/ChatConversation.h"
 
+#include "Quorvell/app/program/ExitCode.h"
+
 #include <utility>
 
 namespace quorvell {
 
 namespace {
 
-constexpr int couldNot = 1;
 constexpr std::chrono::milliseconds soon{0};
 
 } // namespace
@@ -56,7 +57,7 @@ void ChatConversation::problemArose(const std::string&)
 void ChatConversation::turnCompleted(TurnOutcome outcome)
 {
     if (std::exchange(m_hasOnlyProblem, false) || outcome == TurnOutcome::unanswered)
-        m_exitCode = couldNot;
+        m_exitCode = exit_code::couldNot;
     m_isBrokenOff = outcome == TurnOutcome::brokenOff;
     if (!m_isEnding && !m_isBrokenOff)
         m_next = m_ports.scheduler.after(soon, [this] { askForMessage(); });
@@ -73,7 +74,7 @@ void ChatConversation::conversationEnded(const SessionEnd& end)
         m_next = m_ports.scheduler.after(soon, [this] { askForMessage(); });
         return;
     }
-    m_exitCode = couldNot;
+    m_exitCode = exit_code::couldNot;
     m_next = m_ports.scheduler.after(soon, [this] { finish(); });
 }
 

@@ -3,6 +3,7 @@
 
 #include "Quorvell/app/notes/NoteEditor.h"
 #include "Quorvell/app/notes/WithNotebook.h"
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/WaitFor.h"
 #include "Quorvell/files/Folder.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
@@ -20,9 +21,6 @@
 namespace quorvell {
 
 namespace {
-
-constexpr int done = 0;
-constexpr int couldNot = 1;
 
 /// One change of one note, told as it ends.
 class NotesChanging {
@@ -59,7 +57,7 @@ public:
         if (index >= versions.size()) {
             m_errors << "There is no version " << m_request.number << ". \"quorvell notes history " << note.id
                      << "\" lists them.\n";
-            return couldNot;
+            return exit_code::couldNot;
         }
         const NotebookVerdict verdict = verdictOf(
             [&](NotebookCallback told) { m_notebook.restoreVersion(note.id, versions[index], std::move(told)); });
@@ -71,7 +69,7 @@ public:
     {
         if (note.kind != NoteKind::aboutMe) {
             m_errors << "Only facts about you are confirmed; this is another kind of note.\n";
-            return couldNot;
+            return exit_code::couldNot;
         }
         const NotebookVerdict verdict = verdictOf([&](NotebookCallback told) {
             m_notebook.edit(
@@ -88,7 +86,7 @@ public:
         if (isHowTo ? index >= note.steps.size() : !withToggledTask(note.body, index)) {
             m_errors << "The note has no " << (isHowTo ? "step " : "task ") << m_request.number
                      << ". Steps are those of a how-to, tasks are lines of a note such as \"- [ ] Milk\".\n";
-            return couldNot;
+            return exit_code::couldNot;
         }
         const bool isTicked = std::find(note.checked.begin(), note.checked.end(), step) != note.checked.end();
         const NotebookVerdict verdict = verdictOf([&](NotebookCallback told) {
@@ -107,7 +105,7 @@ public:
         const auto picture = readFile(m_request.picture, largestPicture);
         if (!picture) {
             m_errors << m_request.picture << " cannot be read, or it is larger than 32 MiB. Give another file.\n";
-            return couldNot;
+            return exit_code::couldNot;
         }
         const NotebookVerdict verdict =
             verdictOf([&](NotebookCallback told) { m_notebook.savePicture(note.id, *picture, std::move(told)); });
@@ -129,10 +127,10 @@ private:
         const auto path = m_notebook.pictureURL(note);
         if (!path) {
             m_errors << "The note has no picture. \"quorvell notes picture " << note.id << " FILE\" keeps one.\n";
-            return couldNot;
+            return exit_code::couldNot;
         }
         m_out << (m_request.asJson ? dumpJson({{"id", note.id}, {"picture", *path}}) : *path) << "\n";
-        return done;
+        return exit_code::done;
     }
 
     static NotebookVerdict verdictOf(const std::function<void(NotebookCallback)>& begin)
@@ -148,7 +146,7 @@ private:
             m_out << dumpJson({{"status", status}, {"id", id}}) << "\n";
         else
             m_out << sentence << "\n";
-        return verdict.isStored ? done : couldNot;
+        return verdict.isStored ? exit_code::done : exit_code::couldNot;
     }
 
     FullNotebook& m_notebook;
@@ -173,12 +171,12 @@ int changeNote(const NotesRequest& request, const Note& note, const ProgramEnvir
         edited = editNote(note, environment.editor.value_or("editor"), temporaryFolder(environment));
         if (!edited.problem.empty()) {
             errors << edited.problem << "\n";
-            return couldNot;
+            return exit_code::couldNot;
         }
         if (!edited.note) {
             out << (request.asJson ? dumpJson({{"status", "unchanged"}, {"id", note.id}}) : "Nothing was changed.")
                 << "\n";
-            return done;
+            return exit_code::done;
         }
     }
     return withNotebook(environment, errors, [&](FullNotebook& notebook) {
@@ -208,7 +206,7 @@ int changeNote(const NotesRequest& request, const Note& note, const ProgramEnvir
         case NotesRequest::Action::move:
             break;
         }
-        return couldNot;
+        return exit_code::couldNot;
     });
 }
 

@@ -5,6 +5,7 @@
 #include "Quorvell/app/notes/NotesKeeping.h"
 #include "Quorvell/app/notes/NotesMoving.h"
 #include "Quorvell/app/notes/NotesReading.h"
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UsersCalendar.h"
 
@@ -17,8 +18,6 @@
 namespace quorvell {
 
 namespace {
-
-constexpr int couldNot = 1;
 
 using Action = NotesRequest::Action;
 
@@ -104,7 +103,7 @@ int runNotes(const NotesRequest& request, const ProgramEnvironment& environment)
     auto calendar = calendarIn(environment.timeZone, environment.locale);
     if (!calendar) {
         std::cerr << environment.unknownTimeZone() << std::endl;
-        return couldNot;
+        return exit_code::couldNot;
     }
     const auto now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
     const auto output = environment.isOutputTerminal ? NotesListing::Output::terminal : NotesListing::Output::other;
@@ -115,7 +114,7 @@ int runNotes(const NotesRequest& request, const ProgramEnvironment& environment)
     if (!isChange(request.action))
         return reading.run();
     const auto note = reading.meantNote();
-    return note ? changeNote(request, *note, environment, std::cout, std::cerr) : couldNot;
+    return note ? changeNote(request, *note, environment, std::cout, std::cerr) : exit_code::couldNot;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "Quorvell/app/notes/NotesKeeping.h"
 
 #include "Quorvell/app/notes/WithNotebook.h"
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/WaitFor.h"
 #include "Quorvell/notebook/FreshNoteID.h"
 #include "Quorvell/notebook/NoteTitle.h"
@@ -17,9 +18,6 @@
 namespace quorvell {
 
 namespace {
-
-constexpr int done = 0;
-constexpr int couldNot = 1;
 
 class NotesKeeping {
 public:
@@ -72,12 +70,12 @@ public:
                         : m_listing.line(fact))
                       << "\n";
         if (m_request.asJson)
-            return done;
+            return exit_code::done;
         if (kept.empty() && suggested.empty())
             m_out << "The notebook holds no facts about you. \"quorvell notes remember ...\" keeps one.\n";
         if (!suggested.empty())
             m_out << "The assistant does not see what is not confirmed. \"quorvell notes confirm ID\" confirms it.\n";
-        return done;
+        return exit_code::done;
     }
 
     int forgetFacts()
@@ -94,14 +92,14 @@ public:
             m_out << "{\"status\":\"forgotten\"}\n";
         else
             m_out << "Every fact about you is gone.\n";
-        return done;
+        return exit_code::done;
     }
 
 private:
     int fail(const std::string& problem)
     {
         m_errors << problem << "\n";
-        return couldNot;
+        return exit_code::couldNot;
     }
 
     int tell(const std::string& id, const char* sentence, const NotebookVerdict& verdict)
@@ -112,7 +110,7 @@ private:
             m_out << dumpJson({{"status", "kept"}, {"id", id}}) << "\n";
         else
             m_out << sentence << " Its id is " << id << ".\n";
-        return done;
+        return exit_code::done;
     }
 
     FullNotebook& m_notebook;

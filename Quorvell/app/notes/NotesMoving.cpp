@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/notes/NotesMoving.h"
 
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/WaitFor.h"
 #include "Quorvell/desktop/QtScheduler.h"
 #include "Quorvell/files/AtomicFile.h"
@@ -21,8 +22,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr int done = 0;
-constexpr int couldNot = 1;
 constexpr const char* settingsName = "settings.json";
 
 std::optional<std::string> targetOf(const std::string& words, const ProgramEnvironment& environment)
@@ -56,14 +55,14 @@ int moveNotes(
     const auto target = targetOf(request.words, environment);
     if (!target) {
         errors << "There is no folder here that a sync program keeps. Give the path of one instead.\n";
-        return couldNot;
+        return exit_code::couldNot;
     }
     const std::string path = environment.configFolder + "/" + settingsName;
     auto changed = settings(path);
     if (!changed) {
         errors << "The settings in " << path << " cannot be read, so the new place could not be entered there. Mend "
                << "them and try again.\n";
-        return couldNot;
+        return exit_code::couldNot;
     }
     const ApplicationWhereNeeded application;
     QtScheduler scheduler;
@@ -74,7 +73,7 @@ int moveNotes(
                                                        });
     if (!verdict.isStored) {
         errors << verdict.problem << "\n";
-        return couldNot;
+        return exit_code::couldNot;
     }
     if (!verdict.remark.empty())
         errors << verdict.remark << "\n";
@@ -86,13 +85,13 @@ int moveNotes(
         errors << "The notebook is now in " << *target << ", but that could not be entered in " << path << ". "
                << problemSentence(problem, environment.configFolder) << " Until then enter it there by hand, as "
                << "\"notebook_folder\".\n";
-        return couldNot;
+        return exit_code::couldNot;
     }
     if (request.asJson)
         out << dumpJson({{"status", "moved"}, {"folder", *target}}) << "\n";
     else
         out << "The notebook is now in " << *target << ".\n";
-    return done;
+    return exit_code::done;
 }
 
 } // namespace quorvell

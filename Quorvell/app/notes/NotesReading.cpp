@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/notes/NotesReading.h"
 
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/files/AtomicFile.h"
 #include "Quorvell/notebook/NoteHistory.h"
 #include "Quorvell/notebook/NoteIndex.h"
@@ -20,13 +21,6 @@
 
 namespace quorvell {
 
-namespace {
-
-constexpr int done = 0;
-constexpr int couldNot = 1;
-
-} // namespace
-
 NotesReading::NotesReading(
     const NotesRequest& request, std::string folder, NotesListing listing, std::ostream& out, std::ostream& errors)
     : m_request(request)
@@ -40,7 +34,7 @@ NotesReading::NotesReading(
 int NotesReading::run()
 {
     if (!read())
-        return couldNot;
+        return exit_code::couldNot;
     switch (m_request.action) {
     case NotesRequest::Action::list:
         return list();
@@ -65,7 +59,7 @@ int NotesReading::run()
     case NotesRequest::Action::move:
         break;
     }
-    return couldNot;
+    return exit_code::couldNot;
 }
 
 bool NotesReading::read()
@@ -123,7 +117,7 @@ int NotesReading::list() const
     for (const Note& note : m_content.notes)
         printLine(note);
     tellUnreadable();
-    return done;
+    return exit_code::done;
 }
 
 /// Nothing is lost unseen: a file that was emptied, or is no text, is named.
@@ -147,7 +141,7 @@ int NotesReading::find() const
         m_out << "No note holds all of these words. Try fewer words, or only their beginnings.\n";
     for (const Note* note : found)
         printLine(*note);
-    return done;
+    return exit_code::done;
 }
 
 /// Best first.
@@ -172,19 +166,19 @@ int NotesReading::show()
 {
     const auto note = meantNote();
     if (!note)
-        return couldNot;
+        return exit_code::couldNot;
     if (m_request.asJson)
         m_out << dumpJson(NotesListing::jsonWithText(*note, pathOf(*note))) << "\n";
     else
         m_out << m_listing.page(*note, pathOf(*note));
-    return done;
+    return exit_code::done;
 }
 
 int NotesReading::history()
 {
     const auto note = meantNote();
     if (!note)
-        return couldNot;
+        return exit_code::couldNot;
     const auto versions = NoteHistory(m_folder).versions(note->id);
     if (versions.empty() && !m_request.asJson)
         m_out << "There are no earlier versions of this note.\n";
@@ -194,7 +188,7 @@ int NotesReading::history()
         else
             m_out << m_listing.entry(versions[index], index + 1) << "\n";
     }
-    return done;
+    return exit_code::done;
 }
 
 /// As files, or with --json as one array of whole notes; "-" is the standard output.
@@ -204,10 +198,10 @@ int NotesReading::exportAll() const
         return exportJson();
     if (const std::string problem = copyNotebook(m_folder, m_request.words); !problem.empty()) {
         m_errors << problem << "\n";
-        return couldNot;
+        return exit_code::couldNot;
     }
     m_out << exported() << m_request.words << " too.\n";
-    return done;
+    return exit_code::done;
 }
 
 int NotesReading::exportJson() const
@@ -218,17 +212,17 @@ int NotesReading::exportJson() const
     const std::string text = dumpJson(notes) + "\n";
     if (m_request.words == "-") {
         m_out << text;
-        return done;
+        return exit_code::done;
     }
     const std::filesystem::path target = std::filesystem::absolute(m_request.words);
     const std::string folder = target.parent_path().string();
     if (const FileProblem problem = writeFileDurably(folder, target.filename().string(), text);
         problem != FileProblem::none) {
         m_errors << problemSentence(problem, folder) << "\n";
-        return couldNot;
+        return exit_code::couldNot;
     }
     m_out << exported() << target.string() << ".\n";
-    return done;
+    return exit_code::done;
 }
 
 std::string NotesReading::exported() const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/notes/WithNotebook.h"
 
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/WaitFor.h"
 #include "Quorvell/desktop/QtScheduler.h"
 #include "Quorvell/handover/NotebookAccess.h"
@@ -13,14 +14,13 @@ namespace quorvell {
 int withNotebook(
     const ProgramEnvironment& environment, std::ostream& errors, const std::function<int(FullNotebook&)>& use)
 {
-    constexpr int couldNot = 1;
     const ApplicationWhereNeeded application;
     QtScheduler scheduler;
     const OpenedNotebook opened = openNotebook(environment, scheduler);
     if (opened.notebook)
         return use(*opened.notebook);
     errors << opened.problem << "\n";
-    return couldNot;
+    return exit_code::couldNot;
 }
 
 } // namespace quorvell

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/program/CommandLine.h"
 
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/NearestWord.h"
 #include "Quorvell/app/terminal/TerminalColumns.h"
 #include "QuorvellCore/text/Characters.h"
@@ -202,7 +203,7 @@ int CommandLine::run(const Command& program, const std::string& version, std::ve
     try {
         reader.app().parse(std::move(words));
     } catch (const CLI::ParseError& problem) {
-        return reader.app().exit(problem) == 0 ? 0 : wrongUsage;
+        return reader.app().exit(problem) == 0 ? exit_code::done : exit_code::wrongUsage;
     }
     return reader.chosen(program)();
 }

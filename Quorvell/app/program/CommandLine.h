@@ -12,8 +12,6 @@
 namespace quorvell {
 
 struct CommandLine {
-    static constexpr int wrongUsage = 2;
-
     /// Gives the exit code. `words` come without the program's own name.
     static int run(const Command& program, const std::string& version, std::vector<std::string> words);
 };

@@ -4,6 +4,7 @@
 #include "LiveService/server/LiveServer.h"
 #include "LiveService/speech/OnDeviceSpeechPort.h"
 #include "OnDeviceSpeech/SpeechVoice.h"
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/Interrupts.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UsersCalendar.h"
@@ -30,8 +31,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr int couldNot = 1;
-constexpr int wrongUsage = 2;
 constexpr std::size_t longestToken = 4096;
 constexpr qint64 maximumKeyBytes = 64 * 1024;
 
@@ -155,7 +154,7 @@ void printForPeople(const LiveServer& server, const Options& options, const Toke
               << "Stop with Ctrl+C." << std::endl;
 }
 
-int complain(const std::string& sentence, int exitCode = couldNot)
+int complain(const std::string& sentence, int exitCode = exit_code::couldNot)
 {
     std::cerr << sentence << std::endl;
     return exitCode;
@@ -189,7 +188,7 @@ int serve(const Options& options, const ProgramEnvironment& environment, const T
     QCoreApplication application(argumentCount, nullptr);
     const Manner manner = readManner(options);
     if (!manner.problem.empty())
-        return complain(manner.problem, wrongUsage);
+        return complain(manner.problem, exit_code::wrongUsage);
     LiveServer server(settingsFor(options, environment, token.text, *calendar, manner));
     if (!server.listen(host, options.port))
         return complain("Cannot listen at " + options.host + " port " + std::to_string(options.port) + ": "

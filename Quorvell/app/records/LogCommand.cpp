@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/records/LogCommand.h"
 
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/records/EventLogFile.h"
 #include "Quorvell/records/LogTimeline.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
@@ -15,8 +16,6 @@
 namespace quorvell {
 
 namespace {
-
-constexpr int couldNot = 1;
 
 struct Options {
     std::string id;
@@ -54,7 +53,7 @@ void printConversation(const LogConversation& conversation, const Calendar& cale
 int complain(const std::string& sentence)
 {
     std::cerr << sentence << std::endl;
-    return couldNot;
+    return exit_code::couldNot;
 }
 
 int runLog(const ProgramEnvironment& environment, const Options& options)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/records/UsageCommand.h"
 
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/ProgramLoop.h"
 #include "Quorvell/records/UsageFile.h"
 #include "Quorvell/records/UsageText.h"
@@ -17,8 +18,6 @@
 namespace quorvell {
 
 namespace {
-
-constexpr int couldNot = 1;
 
 Json jsonOf(const UsageBook::Day& used)
 {
@@ -40,7 +39,7 @@ int runUsage(const ProgramEnvironment& environment, bool asJson)
     const auto calendar = calendarIn(environment.timeZone, environment.locale);
     if (!calendar) {
         std::cerr << environment.unknownTimeZone() << std::endl;
-        return couldNot;
+        return exit_code::couldNot;
     }
     const UsageFile hosted(environment.stateFolder + "/usage.json", loop.scheduler(), *calendar);
     const UsageFile onDevice(environment.stateFolder + "/usage-on-device.json", loop.scheduler(), *calendar);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/reminders/AgentCommand.h"
 
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/Interrupts.h"
 #include "Quorvell/app/program/ProgramLoop.h"
 #include "Quorvell/assistant/ReminderService.h"
@@ -21,9 +22,6 @@
 namespace quorvell {
 
 namespace {
-
-constexpr int done = 0;
-constexpr int couldNot = 1;
 
 /// One agent a user and notebook; ends with the program however that ends.
 FileDescriptor takeAgentPlace(const ProgramEnvironment& environment)
@@ -89,20 +87,20 @@ int runAgent(const ProgramEnvironment& environment)
     const std::string problem = agent.start();
     if (!problem.empty()) {
         std::cerr << problem << std::endl;
-        return couldNot;
+        return exit_code::couldNot;
     }
     const FileDescriptor place = takeAgentPlace(environment);
     if (!place.isOpen()) {
         std::cerr << "Another quorvell agent already watches the reminders in " << environment.notebookFolder
                   << ". One is enough." << std::endl;
-        return couldNot;
+        return exit_code::couldNot;
     }
     if (!environment.hasSessionBus || !QDBusConnection::sessionBus().isConnected())
         std::cerr << "There is no session bus here: reminders cannot show on the desktop, and other programs cannot "
                      "change the notebook while this one runs. Start the agent from your desktop session, as with "
                      "\"systemctl --user start quorvell-agent\"."
                   << std::endl;
-    const Interrupts interrupts({[] { ProgramLoop::end(done); }});
+    const Interrupts interrupts({[] { ProgramLoop::end(exit_code::done); }});
     return loop.run();
 }
 

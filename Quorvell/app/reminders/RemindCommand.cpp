@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/reminders/RemindCommand.h"
 
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/reminders/RemindPhrases.h"
 #include "Quorvell/app/reminders/RemindRequest.h"
 #include "Quorvell/app/reminders/RemindStoring.h"
@@ -22,10 +23,6 @@
 namespace quorvell {
 
 namespace {
-
-constexpr int done = 0;
-constexpr int couldNot = 1;
-constexpr int wrongUsage = 2;
 
 struct Options {
     std::string phrase;
@@ -63,7 +60,7 @@ std::optional<Calendar> calendarFor(const Options& options, const ProgramEnviron
 int runDryRun(
     const Options& options, RemindPhrases& phrases, Instant now, const Calendar& calendar, const WhichTime& whichTime)
 {
-    int result = done;
+    int result = exit_code::done;
     while (const auto phrase = phrases.next()) {
         if (options.asJson) {
             std::cout << dumpJson(phraseJson(ReminderPhrase::parse(*phrase, now, calendar))) << std::endl;
@@ -72,7 +69,7 @@ int runDryRun(
         const auto request = remindRequest(*phrase, now, calendar, whichTime);
         const bool isUnderstood = request.verdict == ReminderRequest::Verdict::ready;
         (isUnderstood ? std::cout : std::cerr) << remindText(request, now, calendar) << std::endl;
-        result = isUnderstood ? result : couldNot;
+        result = isUnderstood ? result : exit_code::couldNot;
     }
     return result;
 }
@@ -83,12 +80,12 @@ int run(const Options& options, const ProgramEnvironment& environment)
     if (!calendar) {
         std::cerr << "\"" << options.zone
                   << "\" is not a time zone that is known here. Give one such as --zone Europe/Berlin." << std::endl;
-        return wrongUsage;
+        return exit_code::wrongUsage;
     }
     const auto now = readNow(options.now, *calendar);
     if (!now) {
         std::cerr << "\"" << options.now << "\" is not a time. Write it like 2026-11-21T09:30:00Z." << std::endl;
-        return wrongUsage;
+        return exit_code::wrongUsage;
     }
     RemindPhrases phrases(options.phrase, std::cin);
     const auto output = options.asJson ? RemindOutput::json : RemindOutput::text;

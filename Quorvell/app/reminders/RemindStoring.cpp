@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/reminders/RemindStoring.h"
 
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/ProgramLoop.h"
 #include "Quorvell/app/reminders/RemindRequest.h"
 #include "Quorvell/app/reminders/RemindText.h"
@@ -21,9 +22,6 @@
 namespace quorvell {
 
 namespace {
-
-constexpr int done = 0;
-constexpr int couldNot = 1;
 
 /// Waits until the note is durable, or why it is not.
 NotebookVerdict store(Notebook& notebook, Note note)
@@ -89,16 +87,16 @@ int storeReminders(const ProgramEnvironment& environment, RemindPhrases& phrases
     const OpenedNotebook opened = openNotebook(environment, loop.scheduler());
     if (!opened.notebook) {
         std::cerr << opened.problem << std::endl;
-        return couldNot;
+        return exit_code::couldNot;
     }
     RemindStoring storing{*opened.notebook, now, calendar, output, nullptr};
     if (environment.isInputTerminal && environment.isOutputTerminal && output == RemindOutput::text)
         storing.whichTime = [&](const auto& choices) {
             return askWhichTime(choices, now, calendar, std::cin, std::cout);
         };
-    int result = done;
+    int result = exit_code::done;
     while (const auto phrase = phrases.next())
-        result = storing.set(*phrase) ? result : couldNot;
+        result = storing.set(*phrase) ? result : exit_code::couldNot;
     return result;
 }
 

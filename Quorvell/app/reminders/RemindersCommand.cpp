@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/reminders/RemindersCommand.h"
 
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/ProgramLoop.h"
 #include "Quorvell/app/reminders/RemindRequest.h"
 #include "Quorvell/handover/NotebookAccess.h"
@@ -23,9 +24,6 @@
 namespace quorvell {
 
 namespace {
-
-constexpr int done = 0;
-constexpr int couldNot = 1;
 
 std::string lineOf(const Note& note, const ReminderAnswers& answers)
 {
@@ -60,7 +58,7 @@ public:
             m_out << "Nothing is pending. \"quorvell remind\" sets a reminder." << std::endl;
         for (const Note& note : pending)
             m_out << (m_request.asJson ? dumpJson(m_answers.entry(note)) : lineOf(note, m_answers)) << std::endl;
-        return done;
+        return exit_code::done;
     }
 
     /// The one reminder that is meant; none when it has been told why.
@@ -138,12 +136,12 @@ int runCommand(const RemindersRequest& request, const ProgramEnvironment& enviro
 {
     const auto calendar = usersCalendar(environment, std::cerr);
     if (!calendar)
-        return couldNot;
+        return exit_code::couldNot;
     ProgramLoop loop;
     const OpenedNotebook opened = openNotebook(environment, loop.scheduler());
     if (!opened.notebook) {
         std::cerr << opened.problem << std::endl;
-        return couldNot;
+        return exit_code::couldNot;
     }
     const auto now = loop.scheduler().wallClock();
     WhichTime whichTime;
@@ -166,16 +164,16 @@ void runReminders(const RemindersRequest& request, Notebook& notebook, Instant n
     const auto note = run->meant();
     const auto change = note ? run->change(*note) : nullptr;
     if (!change)
-        return finished(couldNot);
+        return finished(exit_code::couldNot);
     notebook.update(
         note->id, change, [run, &notebook, &errors, id = note->id, finished](const NotebookVerdict& verdict) {
             const auto stored = notebook.note(id);
             if (!verdict.isStored || !stored) {
                 errors << (verdict.isStored ? "The reminder is gone." : verdict.problem) << std::endl;
-                return finished(couldNot);
+                return finished(exit_code::couldNot);
             }
             run->tell(*stored);
-            finished(done);
+            finished(exit_code::done);
         });
 }
 

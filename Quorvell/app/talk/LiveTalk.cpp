@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/talk/LiveTalk.h"
 
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/terminal/Keyboard.h"
 
 #include <utility>
@@ -9,7 +10,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr int couldNot = 1;
 constexpr std::chrono::milliseconds soon{0};
 
 } // namespace
@@ -82,7 +82,7 @@ void LiveTalk::conversationEnded(const SessionEnd& ended)
         return m_ports.finished(0);
     if (ended.mustUserAct) {
         m_isEnding = true;
-        m_next = m_ports.scheduler.after(soon, [this] { m_ports.finished(couldNot); });
+        m_next = m_ports.scheduler.after(soon, [this] { m_ports.finished(exit_code::couldNot); });
         return;
     }
     if (!ended.isFailure)

@@ -5,6 +5,7 @@
 #include "Quorvell/app/conversation/ConversationOptions.h"
 #include "Quorvell/app/conversation/ConversationText.h"
 #include "Quorvell/app/conversation/WorkNote.h"
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/Interrupts.h"
 #include "Quorvell/app/program/ProgramLoop.h"
 #include "Quorvell/app/talk/LiveTalk.h"
@@ -28,7 +29,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr int couldNot = 1;
 constexpr const char* elseType = " `quorvell chat` is for typing.";
 
 /// One spoken conversation with everything that shows and carries it.
@@ -141,7 +141,7 @@ private:
         if (m_assistant)
             m_talk.interrupt();
         else
-            ProgramLoop::end(couldNot);
+            ProgramLoop::end(exit_code::couldNot);
     }
 
     void leave()
@@ -149,7 +149,7 @@ private:
         if (m_assistant)
             m_talk.leave();
         else
-            ProgramLoop::end(couldNot);
+            ProgramLoop::end(exit_code::couldNot);
     }
 
     void tell(const std::string& sentence)
@@ -165,7 +165,7 @@ private:
     void fail(const std::string& sentence)
     {
         std::cerr << sentence << std::endl;
-        ProgramLoop::end(couldNot);
+        ProgramLoop::end(exit_code::couldNot);
     }
 
     std::string usageText() const
@@ -242,7 +242,7 @@ int listSoundDevices(const ProgramEnvironment& environment, bool asJson)
             printDevices(sound.devices(), asJson);
         else
             std::cerr << problem << std::endl;
-        ProgramLoop::end(problem.empty() ? 0 : couldNot);
+        ProgramLoop::end(problem.empty() ? exit_code::done : exit_code::couldNot);
     });
     return loop.run();
 }

@@ -6,6 +6,7 @@
 #include "Quorvell/app/conversation/ConversationOptions.h"
 #include "Quorvell/app/conversation/ConversationText.h"
 #include "Quorvell/app/conversation/WorkNote.h"
+#include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/Interrupts.h"
 #include "Quorvell/app/program/ProgramLoop.h"
 #include "Quorvell/app/talk/ReplyRecorder.h"
@@ -23,13 +24,12 @@ namespace quorvell {
 
 namespace {
 
-constexpr int couldNot = 1;
 constexpr int clearSpeechRateHz = 16000; ///< Below, the sounds that tell consonants apart are missing.
 
 int complain(const std::string& problem)
 {
     std::cerr << problem << std::endl;
-    return couldNot;
+    return exit_code::couldNot;
 }
 
 /// What the turn looks like to whoever asked for it.
@@ -100,7 +100,7 @@ int talkFromRecording(const ProgramEnvironment& environment, const ConversationO
     const auto finished = [&](const TalkTurn::Outcome& outcome) {
         if (!outcome.problem.empty())
             view.tellProblem(outcome.problem);
-        ProgramLoop::end(outcome.isAnswered ? 0 : couldNot);
+        ProgramLoop::end(outcome.isAnswered ? exit_code::done : exit_code::couldNot);
     };
     TalkTurn turn({scheduler, [&] { view.tell("input_ended"); }, finished}, *recording.samples);
     ObserverGroup observers(view.observersWith(turn));
