@@ -49,8 +49,7 @@ Command& Command::command(std::string subcommand, std::string meaning)
     return commands.emplace_back(std::move(subcommand), std::move(meaning));
 }
 
-CommandOption& Command::add(
-    std::string option, std::string meaning, Values values, std::function<void(const std::vector<std::string>&)> take)
+CommandOption& Command::add(std::string option, std::string meaning, Values values, CommandOption::Take take)
 {
     return options.emplace_back(CommandOption{std::move(option), std::move(meaning), values, std::move(take)});
 }

@@ -12,6 +12,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quorvell {
@@ -36,10 +37,10 @@ struct Command {
     template <std::integral Number>
     CommandOption& number(std::string option, Number& into, Number least, Number most, std::string meaning)
     {
-        const auto take = [&into](const auto& typed) {
+        CommandOption::Take take = [&into](const auto& typed) {
             into = static_cast<Number>(CommandValues::numberOf(typed.front()));
         };
-        return add(std::move(option), std::move(meaning), CommandOption::Values::one, take)
+        return add(std::move(option), std::move(meaning), CommandOption::Values::one, std::move(take))
             .checkedBy(CommandValues::wholeNumber(least, most))
             .named("NUMBER");
     }
@@ -49,18 +50,18 @@ struct Command {
         std::string meaning)
     {
         std::vector<std::string> names;
+        names.reserve(choices.size());
         for (const auto& [known, meant] : choices)
             names.push_back(known);
-        const auto take = [&into, choices](const auto& typed) { into = choices.at(typed.front()); };
-        return add(std::move(option), std::move(meaning), CommandOption::Values::one, take)
+        CommandOption::Take take = [&into, choices](const auto& typed) { into = choices.at(typed.front()); };
+        return add(std::move(option), std::move(meaning), CommandOption::Values::one, std::move(take))
             .checkedBy(CommandValues::oneOf(std::move(names)))
             .named("NAME");
     }
     Command& command(std::string subcommand, std::string meaning);
 
 private:
-    CommandOption& add(std::string option, std::string meaning, CommandOption::Values values,
-        std::function<void(const std::vector<std::string>&)> take);
+    CommandOption& add(std::string option, std::string meaning, CommandOption::Values values, CommandOption::Take take);
 };
 
 } // namespace quorvell

@@ -14,11 +14,12 @@ struct CommandOption {
 
     /// What is wrong with a value, as a sentence; empty when nothing is.
     using Check = std::function<std::string(const std::string& value)>;
+    using Take = std::function<void(const std::vector<std::string>& typed)>;
 
     std::string name; ///< With its dashes; without them it is a word in its place.
     std::string description; ///< For the help.
     Values values = Values::one;
-    std::function<void(const std::vector<std::string>&)> take; ///< Of checked values.
+    Take take; ///< Of checked values.
     Check check{};
     std::string valueName{"TEXT"}; ///< For the help.
     Presence presence = Presence::optional;
