@@ -31,7 +31,6 @@ endfunction()
 
 # The sources of one folder are compiled together, at most eight at a time: most of a unit's time goes into the same headers
 # and templates. So two sources of a folder must not give different things one name, not even in unnamed namespaces.
-# That each source includes what it uses is seen by clang-tidy, which reads them one by one.
 function(quorvell_compile_together target)
     if(NOT QUORVELL_TOGETHER)
         return()

@@ -2,7 +2,9 @@
 # SPDX-License-Identifier: MIT
 """Plants faults in a small tree and sees each check of scripts/ find them, and find nothing where there is none."""
 
+import json
 import pathlib
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -53,6 +55,59 @@ FAULTS = [
     ("purity", "Understanding/Pure.h:4:", {"Understanding/Pure.h": header() + "#include <fstream>\n"}),
 ]
 
+# Units that clang-tidy looks at together: two that name a thing of their own alike, and two for which only the compiler
+# can tell that they do not go together.
+TIDY = {
+    "Http/Alike.cpp": "namespace {\n\nint* start()\n{\n    return nullptr;\n}\n\n} // namespace\n\nint* one = start();\n",
+    "Http/AlikeToo.cpp": "namespace {\n\nint* start()\n{\n    return nullptr;\n}\n\n} // namespace\n\nint* two = start();\n",
+    "Http/Static.cpp": '#include "Http/Header.h"\nstatic int* start()\n{\n    return nullptr;\n}\nint* three = start();\n',
+    "Http/Sound.cpp": "int* four = nullptr;\n",
+    "Http/Header.h": "#pragma once\nextern int* three;\nnamespace a {\nextern int five;\n}\n",
+}
+TIDY_FAULTS = [
+    ("Http/Alike.cpp", "return nullptr", "return 0"),
+    ("Http/AlikeToo.cpp", "return nullptr", "return 0"),
+    ("Http/Static.cpp", "return nullptr", "return 0"),
+    ("Http/Sound.cpp", "nullptr", "0"),
+    ("Http/Sound.cpp", "nullptr", "five"), # Does not compile.
+    ("Http/Sound.cpp", "int*", '#include "Http/Header.h"\nusing a::five; // five\nint*'),
+    ("Http/Sound.cpp", "int*", """#include <string>
+char first() { const std::string_view text = std::string("five"); return text[0]; }
+int*"""),
+    ("Http/Header.h", "extern int* three;", "extern int* three;\nstruct badName {};"),
+]
+
+
+def run_tidy(files):
+    with tempfile.TemporaryDirectory() as folder:
+        root = pathlib.Path(folder)
+        (root / "Http").mkdir()
+        for name, text in files.items():
+            (root / name).write_text(text, encoding="utf-8")
+        shutil.copy(SCRIPTS.parent / ".clang-tidy", root)
+        (root / "build/rooms/http").mkdir(parents=True)
+        (root / "build/rooms/http/Http").symlink_to(root / "Http")
+        units = [{"directory": folder, "file": str(root / name),
+                  "command": f"c++ -I{root}/build/rooms/http -std=gnu++20 -o {name}.o -c {root / name}"}
+                 for name in files if name.endswith(".cpp")]
+        (root / "build/compile_commands.json").write_text(json.dumps(units), encoding="utf-8")
+        result = subprocess.run([SCRIPTS / "check-tidy", root / "build", "--project", root],
+                                capture_output=True, text=True, check=False)
+        return result.returncode, result.stdout + result.stderr
+
+
+def plant_for_tidy():
+    status, said = run_tidy(TIDY)
+    if status != 0:
+        print(f"check-tidy finds fault with a sound tree:\n{said}")
+    failed = status != 0
+    for name, sound, fault in TIDY_FAULTS:
+        status, said = run_tidy(TIDY | {name: TIDY[name].replace(sound, fault)})
+        if status == 0 or f"{name}:" not in said or "error:" not in said:
+            failed = True
+            print(f"check-tidy does not find '{fault}' in {name}:\n{said}")
+    return failed
+
 
 def run(check, files):
     with tempfile.TemporaryDirectory() as folder:
@@ -79,6 +134,8 @@ def main():
         if status == 0 or expected not in said:
             failed = True
             print(f"check-{check} does not say '{expected}':\n{said}")
+    if shutil.which("clang-tidy-14"):
+        failed |= plant_for_tidy()
     sys.exit(1 if failed else 0)
 
 
