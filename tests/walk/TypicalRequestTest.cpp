@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The typical request through the real program: what a newcomer without an account, a bus, a display or a sound server
 // sees when typing it.
+#include "FixtureTable.h"
 #include "PrivateBus.h"
 #include "ProgramRun.h"
 
@@ -14,7 +15,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <functional>
-#include <tuple>
 
 using namespace quorvell;
 using namespace quorvell::walk;
@@ -173,37 +173,14 @@ TEST(TypicalRequest, theServicesKeyStandsInNoListOfProcesses)
 
 TEST(TypicalRequest, wrongUseIsTold)
 {
-    const std::tuple<const char*, int, const char*> rows[] = {
-        {"chat --lowd", 2, "Did you mean --aloud?"},
-        {"dcotor", 2, "Did you mean doctor?"},
-        {"notes sing", 2, "no command sing"},
-        {"talk /nowhere.wav", 1, "/nowhere.wav"},
-        {"talk /proc/self/status", 1, "WAV"},
-        {"chat --host ws://example.com", 2, "encrypt"},
-        {"chat --host ws://127.0.0.1:9", 1, "127.0.0.1"},
-        {"notes show ffffffffffff", 1, "No note"},
-        {"remind \"call mum\"", 1, "hen"},
-        {"chat --backend wrong", 2, "--backend: it takes auto, gemini, on_device or openai, not \"wrong\"."},
-        {"chat --backend 3", 2, "not \"3\""},
-        {"talk --transport 1", 2, "--transport: it takes auto, webrtc or websocket, not"},
-        {"chat --host", 2, "--host: its value is missing."},
-        {"log --list=maybe", 2, "--list: it takes no value."},
-        {"agenda free 4", 2, "minutes: it takes a whole number from 5 to 1440, not \"4\"."},
-        {"live-service --port 70000", 2, "--port: it takes a whole number from 0 to 65535"},
-        {"live-service --voice nobody", 2, "--voice: it takes slt, rms, awb or kal16, not"},
-        {"live-service --tls-key x", 2, "--tls-key requires --tls-certificate"},
-        {"notes tick ffff 0x1", 2, "number: it takes a whole number from 1 on"},
-        {"chat --backend openai", 1, "set the backend to on_device"},
-        {"remind --dry-run --zone Mars/Dune \"at 5 pm eat\"", 2, "Mars/Dune"},
-    };
-    for (const auto& [commandLine, exitCode, told] : rows) {
-        SCOPED_TRACE(commandLine);
+    for (const auto& [name, lines] : test::fixtureRows("walk/wrongUse.txt", 3)) { // Command, exit code, what is told.
+        SCOPED_TRACE(lines[0]);
         const ProgramHome home;
-        const Outcome outcome = home.run(commandLine, "hello\n");
+        const Outcome outcome = home.run(lines[0], "hello\n");
         SCOPED_TRACE(outcome.output + outcome.errors);
         EXPECT_TRUE(outcome.ended);
-        EXPECT_EQ(outcome.exitCode, exitCode);
-        EXPECT_NE(outcome.errors.find(told), std::string::npos);
+        EXPECT_EQ(std::to_string(outcome.exitCode), lines[1]);
+        EXPECT_NE(outcome.errors.find(lines[2]), std::string::npos);
         EXPECT_TRUE(home.noteFiles().empty());
     }
 }

@@ -2,7 +2,7 @@
 // Catches events lost or changed on their way through a calendar folder, and busy time called free.
 #include "Quorvell/agenda/Agenda.h"
 
-#include "AgendaMoments.h"
+#include "Moments.h"
 #include "PostQueue.h"
 #include "Quorvell/agenda/CalendarFolder.h"
 #include "Quorvell/agenda/FreeTime.h"
@@ -13,14 +13,10 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <optional>
 
 namespace quorvell {
 namespace {
 
-using test::at;
-using test::berlin;
-using test::now;
 using test::TemporaryFolder;
 
 EventDraft lunch(const char* start = "2026-11-23T11:00:00Z")
@@ -29,6 +25,7 @@ EventDraft lunch(const char* start = "2026-11-23T11:00:00Z")
         at(start) + std::chrono::hours(1), false};
 }
 
+const Instant now = at("2026-11-21T09:00:00Z");
 const Instant weekEnd = at("2026-11-28T09:00:00Z");
 
 TEST(CalendarFolder, keepsOneEventAFile)
@@ -162,7 +159,7 @@ TEST(WakingHours, areReadStrictly)
 
 TEST(FreeTime, findsGapsOfWakingHours)
 {
-    const auto november = [](const std::string& moment) { return at(("2026-11-" + moment + ":00Z").c_str()); };
+    const auto november = [](const std::string& moment) { return at("2026-11-" + moment + ":00Z"); };
     const auto busy = [&](const char* start, const char* end) {
         CalendarEvent event;
         event.start = november(start);

@@ -2,21 +2,16 @@
 // Catches calendar files misread, events moved by clock changes, and changes that damage what others wrote.
 #include "Quorvell/agenda/IcsCalendar.h"
 
-#include "AgendaMoments.h"
+#include "FixtureTable.h"
+#include "Moments.h"
 #include "Quorvell/agenda/IcsLimits.h"
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <tuple>
-#include <vector>
-
 namespace quorvell {
 namespace {
 
-using test::at;
-using test::berlin;
-using test::now;
+const Instant editedAt = at("2026-11-21T09:00:00Z");
 
 std::string file(const std::string& lines)
 {
@@ -50,78 +45,22 @@ std::vector<std::string> inTheYear(const IcsCalendar& calendar)
     return shown(calendar.text(), "2026-01-01T00:00:00Z", "2027-01-01T00:00:00Z");
 }
 
+/// A fixture's lines: of an event or of all that stands in a file, then "= " and when something happens.
 TEST(IcsCalendar, putsEventsWhereTheyHappen)
 {
-    const std::string outlook = "BEGIN:VTIMEZONE\nTZID:Made up\nBEGIN:STANDARD\nDTSTART:20200101T000000\n"
-                                "TZOFFSETFROM:+0300\nTZOFFSETTO:+0300\nEND:STANDARD\nEND:VTIMEZONE\n";
-    const std::tuple<const char*, std::string, std::vector<std::string>> rows[] = {
-        {"in a zone",
-            event("DTSTART;TZID=America/New_York:20261123T090000\nDTEND;TZID=America/New_York:20261123T100000"),
-            {"11-23T14:00/15:00"}},
-        {"in UTC, with a duration", event("DTSTART:20261123T090000Z\nDURATION:PT45M"), {"11-23T09:00/09:45"}},
-        {"by the user's clock, without an end", event("DTSTART:20261123T090000"), {"11-23T08:00"}},
-        {"a zone behind a program's name",
-            event("DTSTART;TZID=/example.org/2007/Europe/London:20261123T090000\nDURATION:PT1H"),
-            {"11-23T09:00/10:00"}},
-        {"a zone that the file describes", outlook + event("DTSTART;TZID=Made up:20261123T090000\nDURATION:PT1H"),
-            {"11-23T06:00/07:00"}},
-        {"a zone by the name that another system has for it",
-            event("DTSTART;TZID=W. Europe Standard Time:20261123T090000\nDURATION:PT1H"), {"11-23T08:00/09:00"}},
-        {"a zone whose rules are newer than those of the library",
-            event("DTSTART;TZID=Asia/Almaty:20261123T090000\nDURATION:PT1H"), {"11-23T04:00/05:00"}},
-        {"a zone that nobody knows", event("DTSTART;TZID=Nowhere:20261123T090000\nDURATION:PT1H"),
-            {"11-23T08:00/09:00"}},
-        {"whole days", event("DTSTART;VALUE=DATE:20261123\nDTEND;VALUE=DATE:20261125"),
-            {"11-22T23:00/11-24T23:00 day"}},
-        {"a whole day without an end", event("DTSTART;VALUE=DATE:20261123"), {"11-22T23:00/11-23T23:00 day"}},
-        {"under way when the week begins", event("DTSTART:20261121T220000Z\nDTEND:20261123T010000Z"),
-            {"11-21T22:00/11-23T01:00"}},
-        {"over when it begins", event("DTSTART:20261121T220000Z\nDTEND:20261122T000000Z"), {}},
-        {"called off", event("DTSTART:20261123T090000Z\nSTATUS:CANCELLED"), {}},
-        {"one of a series called off",
-            event("DTSTART:20261116T090000Z\nRRULE:FREQ=WEEKLY;COUNT=2") + "\n"
-                + event("RECURRENCE-ID:20261123T090000Z\nDTSTART:20261123T100000Z\nSTATUS:CANCELLED"),
-            {}},
-        {"every working day, one struck out",
-            event("DTSTART;TZID=Europe/Berlin:20200106T090000\nDURATION:PT1H\nRRULE:FREQ=WEEKLY;BYDAY=MO,WE,FR\n"
-                  "EXDATE;TZID=Europe/Berlin:20261125T090000"),
-            {"11-23T08:00/09:00", "11-27T08:00/09:00"}},
-        {"with positions, which mean nothing in a week",
-            event("DTSTART:20200106T090000Z\nRRULE:FREQ=WEEKLY;BYDAY=2MO,FR"), {"11-23T09:00", "11-27T09:00"}},
-        {"one struck out without its zone",
-            event("DTSTART;TZID=Asia/Tokyo:20261117T090000\nRRULE:FREQ=WEEKLY;COUNT=2\nEXDATE:20261124T090000"), {}},
-        {"until an instant, counted in the zone",
-            event("DTSTART;TZID=Europe/Berlin:20261121T003000\nRRULE:FREQ=DAILY;UNTIL=20261123T233000Z"),
-            {"11-22T23:30", "11-23T23:30"}},
-        {"until a day, counted in whole", event("DTSTART:20261121T090000Z\nRRULE:FREQ=DAILY;UNTIL=20261123"),
-            {"11-22T09:00", "11-23T09:00"}},
-        {"a number of times", event("DTSTART;VALUE=DATE:20261110\nRRULE:FREQ=WEEKLY;COUNT=3"),
-            {"11-23T23:00/11-24T23:00 day"}},
-        {"the last Friday of the month", event("DTSTART:20200131T120000Z\nRRULE:FREQ=MONTHLY;BYDAY=-1FR"),
-            {"11-27T12:00"}},
-        {"every third day, for years", event("DTSTART:20200101T120000Z\nRRULE:FREQ=DAILY;INTERVAL=3"),
-            {"11-22T12:00", "11-25T12:00", "11-28T12:00"}},
-        {"every other week, for years", event("DTSTART:20200101T120000Z\nRRULE:FREQ=WEEKLY;INTERVAL=2;BYDAY=WE,FR"),
-            {"11-25T12:00", "11-27T12:00"}},
-        {"every fifth month, for years", event("DTSTART:20200124T120000Z\nRRULE:FREQ=MONTHLY;INTERVAL=2"),
-            {"11-24T12:00"}},
-        {"every thirty hours", event("DTSTART:20261101T120000Z\nRRULE:FREQ=HOURLY;INTERVAL=30"),
-            {"11-22T18:00", "11-24T00:00", "11-25T06:00", "11-26T12:00", "11-27T18:00"}},
-        {"every five hours of a whole day", event("DTSTART;VALUE=DATE:20261123\nRRULE:FREQ=HOURLY;INTERVAL=5"),
-            {"11-22T23:00/11-23T23:00 day"}},
-        {"further dates", event("DTSTART:20200101T120000Z\nRDATE:20261124T120000Z,20261126T120000Z"),
-            {"11-24T12:00", "11-26T12:00"}},
-        {"one moved out of the week, one into it",
-            event("DTSTART:20261102T120000Z\nRRULE:FREQ=WEEKLY") + "\n"
-                + event("RECURRENCE-ID:20261123T120000Z\nDTSTART:20261223T120000Z") + "\n"
-                + event("RECURRENCE-ID:20261214T120000Z\nDTSTART:20261124T070000Z"),
-            {"11-24T07:00"}},
-        {"every second that never comes",
-            event("DTSTART:20261102T120000Z\nRRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30"), {}},
-        {"a day that never comes", event("DTSTART:20261102T120000Z\nRRULE:FREQ=DAILY;BYMONTH=2;BYMONTHDAY=30"), {}},
-    };
-    for (const auto& [name, text, happens] : rows)
-        EXPECT_EQ(shown(file(text), "2026-11-22T00:00:00Z", "2026-11-29T00:00:00Z"), happens) << name;
+    for (const auto& [name, lines] : test::fixtureRows("agenda/events.txt")) {
+        std::string text;
+        std::vector<std::string> happens;
+        for (const std::string& line : lines)
+            if (line.starts_with("= "))
+                happens.push_back(line.substr(2));
+            else
+                text += (text.empty() ? "" : "\n") + line;
+        EXPECT_EQ(shown(file(text.find("BEGIN:") == text.npos ? event(text) : text), "2026-11-22T00:00:00Z",
+                      "2026-11-29T00:00:00Z"),
+            happens)
+            << name;
+    }
 }
 
 TEST(IcsCalendar, keepsTheHourAcrossClockChanges)
@@ -184,7 +123,7 @@ TEST(IcsCalendar, changesOneOccurrenceOrTheSeries)
         ASSERT_TRUE(calendar);
         const auto id = EventID::parse(row.id);
         ASSERT_TRUE(id);
-        const std::string problem = calendar->change(*id, row.scope, row.change, berlin(), now);
+        const std::string problem = calendar->change(*id, row.scope, row.change, berlin(), editedAt);
         EXPECT_EQ(problem.empty(), !row.happens.empty()) << problem;
         if (!problem.empty())
             continue;
@@ -256,9 +195,9 @@ TEST(IcsCalendar, removesOneOccurrenceOrTheSeries)
     auto calendar = IcsCalendar::parse(file(event(weekly) + "\n" + event("DTSTART:20261201T120000Z", "other")));
     ASSERT_TRUE(calendar);
     const EventID one{'f', "u1", "20261116T120000"};
-    EXPECT_EQ(calendar->remove(one, EventScope::occurrence, berlin(), now), "");
+    EXPECT_EQ(calendar->remove(one, EventScope::occurrence, berlin(), editedAt), "");
     EXPECT_FALSE(calendar->find(one, berlin()));
-    EXPECT_NE(calendar->remove(one, EventScope::occurrence, berlin(), now), "");
+    EXPECT_NE(calendar->remove(one, EventScope::occurrence, berlin(), editedAt), "");
     EXPECT_EQ(inTheYear(*calendar).size(), 4U);
     EXPECT_EQ(calendar->remove({'f', "u1", "20261123T120000"}, EventScope::series, berlin(), Instant()), "");
     EXPECT_EQ(inTheYear(*calendar).size(), 1U);

@@ -2,6 +2,7 @@
 // The real programs of a desktop, on a bus of the test's own.
 #include "ChildProcess.h"
 #include "MemoryNotebook.h"
+#include "Moments.h"
 #include "PrivateBus.h"
 #include "QtApplication.h"
 #include "Quorvell/desktop/DesktopNotifier.h"
@@ -11,6 +12,7 @@
 #include "Quorvell/reminding/ReminderWatch.h"
 #include "TemporaryFolder.h"
 #include "VirtualScheduler.h"
+#include "WrittenLog.h"
 
 #include <QDBusConnectionInterface>
 #include <gtest/gtest.h>
@@ -59,11 +61,6 @@ class NoPresence final : public PresenceWatch {
 public:
     void onReturn(std::function<void()>) override { }
     void setWaiting(bool) override { }
-};
-
-class NoLog final : public EventLog {
-public:
-    void record(std::string_view, const Json&) override { }
 };
 
 std::string outputOf(const std::string& command)
@@ -144,7 +141,7 @@ TEST(DesktopNotifier, isActedOnReplacedAndWithdrawn)
     TimerFdWallClock clock;
     notebook.list = {{.id = "n", .title = "Water the plants", .remindAt = clock.now() + std::chrono::milliseconds(50)}};
     NoPresence presence;
-    NoLog log;
+    WrittenLog log;
     {
         DesktopNotifier reminders(bus);
         ReminderWatch watch({notebook, clock, reminders, presence, log,
@@ -215,11 +212,6 @@ TEST(LoginWatch, tellsOfEveryReturn)
         emit("org.freedesktop.ScreenSaver", "/org/freedesktop/ScreenSaver",
             std::string("org.freedesktop.ScreenSaver ActiveChanged b \"[<") + active + ">]\"");
     EXPECT_TRUE(runUntil([&] { return returns == 3; }));
-}
-
-Instant at(const char* iso)
-{
-    return parseIsoText(iso).value_or(Instant());
 }
 
 TEST(EventsOfDataServer, sharesTheDesktopsCalendars)

@@ -2,17 +2,19 @@
 // Catches reminders fired twice, late or never: sleep, clocks that are set, restarts.
 #include "Quorvell/reminding/ReminderWatch.h"
 
+#include "FixtureTable.h"
 #include "MemoryNotebook.h"
+#include "Moments.h"
 #include "Quorvell/reminding/IdleReturn.h"
 #include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "QuorvellCore/reminders/state/ReminderState.h"
+#include "WrittenLog.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <map>
-#include <memory>
 #include <random>
+#include <sstream>
 #include <tuple>
 
 namespace quorvell {
@@ -21,11 +23,6 @@ namespace {
 using std::chrono::days;
 using std::chrono::hours;
 using std::chrono::minutes;
-
-Instant at(const char* iso)
-{
-    return parseIsoText(iso).value_or(Instant());
-}
 
 class FakeClock final : public WallClockTimer {
 public:
@@ -84,17 +81,12 @@ public:
     bool isWaiting = false;
 };
 
-class NoLog final : public EventLog {
-public:
-    void record(std::string_view, const Json&) override { }
-};
-
 struct Bench {
     MemoryNotebook notebook;
     FakeClock clock;
     FakeNotifier notifier;
     FakePresence presence;
-    NoLog log;
+    WrittenLog log;
     std::string zone = "Europe/Berlin";
     std::vector<std::string> said;
     std::unique_ptr<ReminderWatch> watch;
@@ -120,52 +112,26 @@ struct Bench {
 /// How often a reminder at three in the afternoon fires, seen in the moments at which it was shown.
 TEST(ReminderWatch, firesEachOccurrenceOnceAcrossClockChanges)
 {
-    const struct Row {
-        const char* name;
-        const char* zone;
-        const char* from;
-        const char* base; ///< First occurrence.
-        const char* rule;
-        int daysLong;
-        std::vector<std::string> fired; ///< Without the year.
-    } rows[] = {
-        {"spring in Berlin, an hour that is skipped", "Europe/Berlin", "2026-03-27T12:00:00Z", "2026-03-28T01:30:00Z",
-            "daily", 4, {"03-28T01:30", "03-29T01:30", "03-30T00:30", "03-31T00:30"}},
-        {"autumn in Berlin, an hour that comes twice", "Europe/Berlin", "2026-10-23T22:00:00Z", "2026-10-24T00:30:00Z",
-            "daily", 3, {"10-24T00:30", "10-25T00:30", "10-26T01:30"}},
-        {"spring in New York", "America/New_York", "2026-03-07T12:00:00Z", "2026-03-07T14:00:00Z", "daily", 3,
-            {"03-07T14:00", "03-08T13:00", "03-09T13:00"}},
-        {"autumn in New York", "America/New_York", "2026-10-31T12:00:00Z", "2026-10-31T13:00:00Z", "daily", 2,
-            {"10-31T13:00", "11-01T14:00"}},
-        {"spring on Lord Howe, by half an hour", "Australia/Lord_Howe", "2026-10-02T12:00:00Z", "2026-10-02T22:30:00Z",
-            "daily", 3, {"10-02T22:30", "10-03T22:00", "10-04T22:00"}},
-        {"autumn on Lord Howe", "Australia/Lord_Howe", "2026-04-03T12:00:00Z", "2026-04-03T22:00:00Z", "daily", 2,
-            {"04-03T22:00", "04-04T22:30"}},
-        {"the leap day", "UTC", "2028-02-28T00:00:00Z", "2028-02-28T09:00:00Z", "daily", 3,
-            {"02-28T09:00", "02-29T09:00", "03-01T09:00"}},
-        {"yearly on the leap day", "UTC", "2028-02-28T00:00:00Z", "2028-02-29T09:00:00Z", "yearly", 800,
-            {"02-29T09:00", "02-28T09:00", "02-28T09:00"}},
-        {"the last day of the month", "UTC", "2028-01-30T00:00:00Z", "2028-01-31T09:00:00Z", "monthly:31", 62,
-            {"01-31T09:00", "02-29T09:00", "03-31T09:00"}},
-        {"once", "UTC", "2026-11-21T00:00:00Z", "2026-11-21T09:00:00Z", nullptr, 60, {"11-21T09:00"}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    // Zone, rule and length in days; from when; the first occurrence; when it fires, without the year.
+    for (const auto& [name, lines] : test::fixtureRows("reminding/clockChanges.txt", 4)) {
+        SCOPED_TRACE(name);
         Bench bench;
-        bench.zone = row.zone;
-        bench.clock.time = at(row.from);
-        bench.add("a", at(row.base), row.rule);
+        std::string rule;
+        int daysLong = 0;
+        std::istringstream(lines[0]) >> bench.zone >> rule >> daysLong;
+        bench.clock.time = at(lines[1]);
+        bench.add("a", at(lines[2]), rule == "once" ? nullptr : rule.c_str());
         bench.start();
-        std::vector<std::string> fired;
-        const Instant end = at(row.from) + days(row.daysLong);
-        while (bench.clock.alarm && *bench.clock.alarm <= end) {
-            ASSERT_LT(fired.size(), 10U);
+        const Instant end = at(lines[1]) + days(daysLong);
+        std::string fired;
+        std::size_t count = 0;
+        for (; count < 10 && bench.clock.alarm && *bench.clock.alarm <= end; ++count) {
             const Instant moment = *bench.clock.alarm;
             bench.clock.pass(moment);
-            fired.push_back(isoText(moment).substr(5, 11));
+            fired += (fired.empty() ? "" : " ") + isoText(moment).substr(5, 11);
         }
-        EXPECT_EQ(fired, row.fired);
-        EXPECT_EQ(bench.notifier.shown.size(), row.fired.size());
+        EXPECT_EQ(fired, lines[3]);
+        EXPECT_EQ(bench.notifier.shown.size(), count);
         EXPECT_EQ(bench.notifier.open.size(), 1U); // Each takes the place of the one before.
     }
 }

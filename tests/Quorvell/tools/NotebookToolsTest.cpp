@@ -2,6 +2,7 @@
 // Catches notebook tools that keep private facts, show hidden notes, or tell mistakes unclearly.
 #include "Quorvell/tools/NotebookTools.h"
 
+#include "FixtureTable.h"
 #include "MemoryNotebook.h"
 #include "PostScheduler.h"
 #include "Quorvell/tools/NotebookDigest.h"
@@ -121,35 +122,17 @@ TEST(NotebookTools, keepExplanationsAndHowTos)
 
 TEST(NotebookTools, sayWhatIsWrongWithARequest)
 {
-    struct Row {
-        const char* tool;
-        std::string arguments;
-        const char* says;
-    };
-    const Row rows[] = {
-        {"keep_note", "{}", "title and text are both missing"},
-        {"keep_note", R"({"title": " \n", "text": "\t"})", "title and text are both missing"},
-        {"keep_note", R"({"text": "a", "kind": "about_me"})", "kind must be"},
-        {"keep_note", R"({"title": ")" + std::string(201, 'x') + "\"}", "has 201 characters; at most 200"},
-        {"keep_note", R"({"title": "a", "text": ")" + std::string(100'001, 'x') + "\"}", "at most 100000"},
-        {"explain", R"({"question": "a"})", "text is missing"},
-        {"explain", R"({"question": "a", "text": "b", "level": "deep"})", "level must be"},
-        {"save_how_to", R"({"title": "a", "goal": "b", "steps": "c"})", "needs a title"},
-        {"save_how_to", R"({"title": "a", "goal": "b", "steps": [" "]})", "Nothing was kept"},
-        {"save_how_to", R"({"title": "a", "goal": "b", "steps": ["c"], "based_on": "d"})", "based_on is no"},
-        {"remember_about_them", R"({"fact": "?"})", "fact is missing"},
-        {"remember_about_them", R"({"fact": "Her PIN is 1234"})", "never remembered"},
-        {"find_in_notebook", "{}", "query is missing"},
-        {"find_in_notebook", R"({"query": "a", "kind": "notes"})", "kind must be one of"},
-        {"read_note", R"({"id": "none"})", "no note with that id"},
-        {"open_notebook", R"({"id": "none"})", "no note with that id"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.arguments.substr(0, 50));
+    auto rows = test::fixtureRows("tools/notebook.mistakes.txt", 2);
+    rows.push_back(
+        {"", {R"(keep_note {"title": ")" + std::string(201, 'x') + "\"}", "has 201 characters; at most 200"}});
+    rows.push_back(
+        {"", {R"(keep_note {"title": "a", "text": ")" + std::string(100'001, 'x') + "\"}", "at most 100000"}});
+    for (const auto& [name, lines] : rows) {
+        SCOPED_TRACE(lines[0].substr(0, 50));
         NotebookBench bench;
-        const std::string answer = bench.answer(row.tool, row.arguments);
-        EXPECT_TRUE(answer.starts_with("{\"error\":")) << answer;
-        EXPECT_NE(answer.find(row.says), std::string::npos) << answer;
+        const std::size_t space = lines[0].find(' ');
+        const std::string answer = bench.answer(lines[0].substr(0, space), lines[0].substr(space + 1));
+        EXPECT_TRUE(answer.starts_with("{\"error\":") && answer.find(lines[1]) != answer.npos) << answer;
         EXPECT_TRUE(bench.notebook.list.empty());
     }
     NotebookBench full;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Catches conversations shown wrongly, to people and to scripts, and outside text that moves the cursor.
+#include "FixtureTable.h"
 #include "Quorvell/app/conversation/ConversationEvents.h"
 #include "Quorvell/app/conversation/ConversationText.h"
 #include "Quorvell/app/conversation/ToolText.h"
@@ -7,12 +8,12 @@
 #include "Quorvell/app/conversation/WorkStatus.h"
 #include "Quorvell/app/talk/TalkStatus.h"
 #include "QuorvellCore/text/PrintableText.h"
+#include "TemporaryFolder.h"
 #include "VirtualScheduler.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <functional>
 #include <sstream>
 
 namespace quorvell {
@@ -53,22 +54,6 @@ TEST(ConversationEvents, isOneObjectALineWithTimes)
     VirtualScheduler clock;
     ConversationEvents view(out, clock);
     hold(view, clock);
-    std::string expected = R"({"event":"phase","at":"2026-11-21T10:00:00.000Z","ms":0,"phase":"connecting"})"
-                           "\n";
-    const auto expect = [&expected](const std::string& event, const std::string& fields) {
-        expected += R"({"event":")" + event + R"(","at":"2026-11-21T10:00:00.040Z","ms":40,)" + fields + "}\n";
-    };
-    expect("phase", R"("phase":"active")");
-    expect("words", R"("speaker":"user","source":"typed","text":"keep milk")");
-    expect("tool_call", R"("id":"call_1","name":"keep_note","args":{"title":"milk"})");
-    expect("tool_result", R"("id":"call_1","name":"keep_note","result":{"status":"kept","title":"Milk"})");
-    expect("words", R"("speaker":"assistant","text":"Noted.")");
-    expect("words", R"("speaker":"assistant","text":"Anything else?")");
-    expect("reply", R"("answered":true,"text":"Noted. Anything else?")");
-    expect("words", R"("speaker":"user","source":"spoken","text":"hello?")");
-    expect("reply", R"("answered":false,"text":"")");
-    expect("problem", R"("text":"Trouble.")");
-    expect("closed", R"("reason":"gone","failed":true,"text":"Lost.","unsent":["one more"])");
     ThoughtSummary thought;
     for (const char* piece : {"**Look", "ing**\n", "Found."}) {
         thought.add(piece);
@@ -76,11 +61,7 @@ TEST(ConversationEvents, isOneObjectALineWithTimes)
     }
     view.planChanged(moving);
     view.assistantSaid("Here.");
-    expect("thinking", R"("text":"Looking")");
-    expect("plan", R"("goal":"Move","steps":[{"number":1,"text":"Pack","done":true}],"facts":[])");
-    expect("thinking", R"("text":"Found.")");
-    expect("words", R"("speaker":"assistant","text":"Here.")");
-    EXPECT_EQ(out.str(), expected);
+    EXPECT_EQ(out.str(), test::readText(QUORVELL_FIXTURES "/app/conversation.jsonl"));
 }
 
 TEST(ConversationText, showsRepliesAndKeepsProblemsApart)
@@ -108,28 +89,10 @@ TEST(ConversationText, showsRepliesAndKeepsProblemsApart)
 
 TEST(ToolText, tellsWhatWasDoneInAFewWords)
 {
-    struct Row {
-        const char* tool;
-        Json answer;
-        const char* told; ///< Null: the assistant's words tell it.
-    };
-    const Row rows[] = {
-        {"set_reminder",
-            {{"status", "set"}, {"task", "Call mum"}, {"when", "Sunday at 5 PM"}, {"repeat_words", "every week"}},
-            "Reminder set: Call mum, Sunday at 5 PM, every week"},
-        {"set_reminder", {{"status", "done"}, {"task", "Bins"}, {"next", "Monday"}},
-            "Reminder done: Bins, next Monday"},
-        {"set_reminder", {{"status", "reminders"}, {"count", 1}}, "Reminders looked up: 1 reminder"},
-        {"set_reminder", {{"status", "which_time"}, {"task", "Bins"}}, nullptr},
-        {"whats_on", {{"status", "agenda"}, {"count", 3}}, "Calendar looked up: 3 entries"},
-        {"find_free_time", {{"status", "free"}, {"slots", Json::array()}}, "Free time looked up: no free times"},
-        {"add_event", {{"error", "start is missing."}}, "not done: add event"},
-        {"look_up", {{"answer", "42"}}, "done: look up"},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(ToolText::of({"call_1", row.tool, row.answer}),
-            row.told ? std::optional<std::string>(row.told) : std::nullopt)
-            << row.tool;
+    for (const auto& [name, lines] : test::fixtureRows("app/toolTexts.txt", 3)) // Tool, answer, what is told.
+        EXPECT_EQ(ToolText::of({"call_1", lines[0], parseJson(lines[1]).value_or(Json())})
+                      .value_or("(the assistant's words tell it)"),
+            lines[2]);
 }
 
 TEST(WorkStatus, tellsOnlyOfLongWaitsAndMakesRoomForWords)

@@ -2,6 +2,7 @@
 // Catches wrong notes shown, unsafe text printed and changes lost by the notes command.
 #include "Quorvell/app/notes/NotesCommand.h"
 
+#include "FixtureTable.h"
 #include "Quorvell/app/program/CommandLine.h"
 #include "Quorvell/notebook/NoteFolder.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
@@ -13,6 +14,8 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <span>
+#include <sstream>
 
 namespace quorvell {
 namespace {
@@ -79,54 +82,34 @@ std::vector<Note> someNotes()
     };
 }
 
+/// A fixture's lines: the words, the exit code, what is shown, and "! " before how the complaint begins.
 TEST(NotesCommand, listsFindsAndShows)
 {
-    const std::string dentist =
-        "aaaa11112222  2026-11-17  note         Call the dentist  [remind: Wednesday 18 Nov, 02:00, repeats]\n";
-    const std::string tea = "aaaa33334444  2026-11-15  how_to       Tea  [pinned]\n";
-    const std::string fact = "bbbb          2026-11-14  about_me     Two lines[31m  [archived, not confirmed]\n";
-    struct Row {
+    for (const auto& [name, lines] : test::fixtureRows("app/notes.txt")) {
+        SCOPED_TRACE(lines[0]);
+        ASSERT_GE(lines.size(), 2U);
         std::vector<std::string> words;
-        int code;
+        std::istringstream command(lines[0]);
+        for (std::string word; std::getline(command, word, '|');)
+            words.push_back(word);
         std::string output;
-        const char* error;
-    };
-    const Row rows[] = {
-        {{"notes"}, 0, dentist + tea + fact, ""},
-        {{"notes", "list"}, 0, dentist + tea + fact, ""},
-        {{"notes", "find", "TEA"}, 0, tea + fact, ""},
-        {{"notes", "find", "call", "den"}, 0, dentist, ""},
-        {{"notes", "find", "nothing"}, 0,
-            "No note holds all of these words. Try fewer words, or only their beginnings.\n", ""},
-        {{"notes", "show", "aaaa"}, 1, "", "Several notes"},
-        {{"notes", "show", "cccc"}, 1, "", "No note has an id"},
-        {{"notes", "delete", ""}, 1, "", "No note has an id"},
-        {{"notes", "show", "dentist"}, 1, "", "No note has an id that begins like this. These hold the words:\naaaa1"},
-        {{"notes", "tick", "bbbb", "1"}, 1, "", "The note has no task 1"},
-        {{"notes", "tick", "aaaa3", "3"}, 1, "", "The note has no step 3"},
-        {{"notes", "picture", "bbbb"}, 1, "", "The note has no picture"},
-        {{"notes", "picture", "bbbb", "/none.png"}, 1, "", "/none.png cannot be read"},
-        {{"notes", "forget-facts"}, 1, "", "This removes every fact"},
-        {{"notes", "remember", "My PIN is", "1234"}, 1, "", "Nothing was kept"},
-        {{"notes", "add", " "}, 1, "", "There are no words"},
-        {{"notes", "facts"}, 0, "The notebook holds no facts about you. \"quorvell notes remember ...\" keeps one.\n",
-            ""},
-        {{"notes", "history", "bbbb"}, 0, "There are no earlier versions of this note.\n", ""},
-        {{"notes", "restore", "bbbb", "1"}, 1, "", "There is no version 1"},
-        {{"notes", "confirm", "aaaa3"}, 1, "", "Only facts"},
-        {{"notes", "find"}, 2, "", ""},
-        {{"notes", "show"}, 2, "", ""},
-        {{"notes", "restore", "bbbb", "0"}, 2, "", ""},
-        {{"notes", "list", "find", "x"}, 2, "", ""},
-        {{"notes", "lost"}, 2, "", ""},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.words.back());
+        std::string errors;
+        for (const std::string& line : std::span(lines).subspan(2))
+            if (line.starts_with("! "))
+                errors += (errors.empty() ? "" : "\n") + line.substr(2);
+            else
+                output += line + "\n";
         Shell shell;
         shell.keep(someNotes());
-        EXPECT_EQ(shell.run(row.words), row.code);
-        EXPECT_EQ(shell.output, row.output);
-        EXPECT_TRUE(shell.errors.starts_with(row.error)) << shell.errors;
+        EXPECT_EQ(std::to_string(shell.run(words)), lines[1]);
+        EXPECT_EQ(shell.output, output);
+        EXPECT_TRUE(shell.errors.starts_with(errors)) << shell.errors;
+    }
+    for (const auto& [command, word, error] : {std::tuple("delete", "", "No note has"), {"add", " ", "There are no"}}) {
+        Shell shell;
+        shell.keep(someNotes());
+        EXPECT_EQ(shell.run({"notes", command, word}), 1);
+        EXPECT_TRUE(shell.errors.starts_with(error)) << shell.errors;
     }
 }
 

@@ -2,36 +2,32 @@
 // Catches reminders set without a conversation that are told or read wrongly.
 #include "Quorvell/app/reminders/RemindText.h"
 
+#include "FixtureTable.h"
 #include "Quorvell/app/reminders/RemindPhrases.h"
 #include "Quorvell/app/reminders/RemindRequest.h"
 
 #include <gtest/gtest.h>
 
+#include <span>
 #include <sstream>
 
 namespace quorvell {
+
 namespace {
+
+const Calendar calendar = *Calendar::create("Europe/Berlin", "en_US");
+const Instant now = *parseIsoText("2026-11-21T09:30:00Z");
+
+} // namespace
 
 TEST(RemindText, saysWhatIsUnderstood)
 {
-    struct Row {
-        const char* words;
-        const char* begins;
-    };
-    const Row rows[] = {
-        {"every monday at 8am run", "Run\nMonday 23 November at 8 AM\nEvery Monday"},
-        {"tomorrow call mum", "Call mum\nSunday 22 November at 9 AM (no hour was given)"},
-        {"at 5 call mum",
-            "Nothing is set, for the hour can mean Saturday 21 November at 5 PM, or Sunday 22 November at 5 AM."},
-        {"today at 9am call mum", "Nothing is set: Saturday 21 November at 9 AM is already past."},
-        {"tomorrow at noon", "Nothing is set: what to be reminded of is missing (Sunday 22 November at 12 PM)."},
-        {"call mum", "Nothing is set: no day or hour was understood"},
-    };
-    const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
-    const Instant now = *parseIsoText("2026-11-21T09:30:00Z");
-    for (const Row& row : rows) {
-        const std::string text = remindText(ReminderRequest::fromWords(row.words, now, calendar), now, calendar);
-        EXPECT_TRUE(text.starts_with(row.begins)) << text;
+    for (const auto& [name, lines] : test::fixtureRows("app/remind.txt")) { // Words, and how what is said begins.
+        std::string begins;
+        for (const std::string& line : std::span(lines).subspan(1))
+            begins += (begins.empty() ? "" : "\n") + line;
+        const std::string text = remindText(ReminderRequest::fromWords(lines[0], now, calendar), now, calendar);
+        EXPECT_TRUE(text.starts_with(begins) && !begins.empty()) << text;
     }
 }
 
@@ -49,8 +45,6 @@ TEST(RemindRequest, readsWhatAScriptWritesByTheClockOfPrograms)
         {"tomorrow at 5:30 call mum", ""},
         {"friday at 10.30 send the report", ""},
     };
-    const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
-    const Instant now = *parseIsoText("2026-11-21T09:30:00Z");
     for (const Row& row : rows) {
         const ReminderRequest request = remindRequest(row.words, now, calendar, nullptr);
         const bool isSettled = request.verdict == ReminderRequest::Verdict::ready;
@@ -76,5 +70,4 @@ TEST(RemindPhrases, comeFromTheCallOrTheInput)
     EXPECT_EQ(lines.next(), std::nullopt);
 }
 
-} // namespace
 } // namespace quorvell

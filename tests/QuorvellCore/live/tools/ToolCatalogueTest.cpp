@@ -2,6 +2,7 @@
 // Catches tool declarations that lack an argument, or differ between the two forms.
 #include "QuorvellCore/live/tools/ToolCatalogue.h"
 
+#include "FixtureTable.h"
 #include "QuorvellCore/live/prompt/QuorvellPrompt.h"
 #include "QuorvellCore/live/tools/ToolTraits.h"
 #include "TemporaryFolder.h"
@@ -167,23 +168,8 @@ TEST(ToolCatalogue, listsFollowTheirNames)
 
 TEST(ToolCatalogue, schemasBecomeJSONSchema)
 {
-    const std::tuple<const char*, const char*, const char*> rows[] = {
-        {"nested",
-            R"({"type":"OBJECT","properties":{"a":{"type":"ARRAY","items":{"type":"STRING","enum":["STRING"]}}}})",
-            R"({"type":"object","properties":{"a":{"type":"array","items":{"type":"string","enum":["STRING"]}}}})"},
-        {"a property called type", R"({"type":"OBJECT","properties":{"type":{"type":"STRING","description":"TYPE"}}})",
-            R"({"type":"object","properties":{"type":{"type":"string","description":"TYPE"}}})"},
-        {"properties called items and properties",
-            R"({"type":"OBJECT","properties":{"items":{"type":"NUMBER"},"properties":{"type":"STRING"}}})",
-            R"({"type":"object","properties":{"items":{"type":"number"},"properties":{"type":"string"}}})"},
-        {"alternatives", R"({"anyOf":[{"type":"STRING"},{"type":"INTEGER"}]})",
-            R"({"anyOf":[{"type":"string"},{"type":"integer"}]})"},
-        {"no schema", R"("STRING")", R"("STRING")"},
-    };
-    for (const auto& [name, text, result] : rows) {
-        const Json schema = parseJson(text).value_or(Json());
-        EXPECT_EQ(dumpJson(ToolCatalogue::jsonSchema(schema)), result) << name;
-    }
+    for (const auto& [name, lines] : test::fixtureRows("live/schemas.txt", 2))
+        EXPECT_EQ(dumpJson(ToolCatalogue::jsonSchema(parseJson(lines[0]).value_or(Json()))), lines[1]) << name;
 }
 
 } // namespace quorvell

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The messages written by hand hold both sides to the same protocol: one side builds each, the other reads it.
+#include "FixtureTable.h"
 #include "Fixtures.h"
 #include "QuorvellCore/live/wire/gemini/GeminiClientParser.h"
 #include "QuorvellCore/live/wire/gemini/GeminiLiveEndpoint.h"
@@ -126,34 +127,17 @@ TEST(GeminiWire, theShortWayForSoundAgreesWithTheLongOne)
 
 TEST(GeminiWire, whatNoServerCanActOnIsNamed)
 {
-    const struct Row {
-        const char* text;
-        const char* named; ///< Part of the reason; empty where the message is accepted after all.
-    } rows[] = {
-        {"", "no JSON object"},
-        {"[1]", "no JSON object"},
-        {R"({"hello":1})", "none of"},
-        {R"({"setup":{"model":"voice"}})", "models/"},
-        {R"({"setup":{"model":"models/m","tools":[{"functionDeclarations":[7]}]}})", "tools"},
-        {R"({"setup":{"model":"models/m","generationConfig":7,"realtimeInputConfig":[]}})", ""},
-        {R"({"realtimeInput":{}})", "audioStreamEnd"},
-        {R"({"realtimeInput":{"audio":{"data":"AAA=","mimeType":"audio/ogg"}}})", "mimeType"},
-        {R"({"realtimeInput":{"audio":{"data":"AAA=","mimeType":"audio/pcm;rate=7999"}}})", "rate"},
-        {R"({"realtimeInput":{"audio":{"data":"AA==","mimeType":"audio/pcm"}}})", "whole"},
-        {R"({"realtimeInput":{"audio":{"data":"AAA=","mimeType":"audio/pcm"}}})", ""},
-        {R"({"realtimeInput":{"video":{"data":"AAA=","mimeType":"image/png"}}})", "image/jpeg"},
-        {R"({"clientContent":{"turns":{}}})", "turns"},
-        {R"({"clientContent":{"turns":[{"role":"system","parts":[{"text":"x"}]}]}})", "role"},
-        {R"({"clientContent":{"turns":[{"role":"user","parts":[{"inlineData":{}}]}]}})", "parts"},
-        {R"({"toolResponse":{"functionResponses":[{"id":"c","response":"kept"}]}})", "response"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        const auto message = GeminiClientParser::parse(row.text);
+    auto rows = test::fixtureRows("live/gemini.client.mistakes.txt", 2);
+    rows.push_back({"nothing", {"", "no JSON object"}});
+    for (const auto& [name, lines] : rows) {
+        const auto message = GeminiClientParser::parse(lines[0]);
         const auto* problem = std::get_if<gemini_client::Malformed>(&message);
-        EXPECT_EQ(problem != nullptr, *row.named != '\0');
-        EXPECT_TRUE(!problem || problem->reason.find(row.named) != std::string::npos) << problem->reason;
+        ASSERT_TRUE(problem) << lines[0];
+        EXPECT_NE(problem->reason.find(lines[1]), std::string::npos) << problem->reason;
     }
+    for (const char* accepted : {R"({"setup":{"model":"models/m","generationConfig":7,"realtimeInputConfig":[]}})",
+             R"({"realtimeInput":{"audio":{"data":"AAA=","mimeType":"audio/pcm"}}})"})
+        EXPECT_FALSE(std::holds_alternative<gemini_client::Malformed>(GeminiClientParser::parse(accepted))) << accepted;
 }
 
 TEST(GeminiWire, keyTravelsInAHeader)

@@ -2,6 +2,7 @@
 // Catches messages of clients misread, or taken though they cannot be acted on.
 #include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"
 
+#include "FixtureTable.h"
 #include "Fixtures.h"
 #include "QuorvellCore/live/wire/openai/OpenAISessionReader.h"
 
@@ -32,33 +33,16 @@ TEST(OpenAILiveClientParser, whatCannotBeActedOnIsNamed)
     std::string images = image;
     for (int count = 1; count < 9; ++count)
         images += "," + image;
-    const std::pair<std::string, std::string> rows[] = {
-        {"", "invalid_json"},
-        {"[]", "invalid_json"},
-        {std::string(100, '['), "invalid_json"},
-        {R"({})", "missing_field"},
-        {R"({"type":null})", "missing_field"},
-        {R"({"type":"session.stop"})", "unknown_type"},
-        {R"({"type":"session.start"})", "missing_field"},
-        {R"({"type":"session.start","session":[]})", "invalid_value"},
-        {R"({"type":"session.input_audio.append"})", "missing_field"},
-        {R"({"type":"session.input_audio.append","audio":"AA"})", "invalid_value"},
-        {R"({"type":"session.input_audio.append","audio":"AAAA"})", "invalid_value"}, // three bytes: half a sample
-        {R"({"type":"session.thinking.append","text":"x"})", "missing_field"},
-        {R"({"type":"response.item.create"})", "missing_field"},
-        {item(R"({"type":"file"})"), "invalid_value"},
-        {item(R"({"type":"function_call_output","output":"{}"})"), "missing_field"},
-        {item(R"({"type":"function_call_output","call_id":"c","output":{}})"), "missing_field"},
-        {item(R"({"type":"message","role":"assistant","content":[]})"), "invalid_value"},
-        {item(R"({"type":"message","role":"user","content":7})"), "invalid_value"},
-        {item(R"({"type":"message","role":"user","content":[{"type":"input_audio"}]})"), "invalid_value"},
-        {item(R"({"type":"message","role":"user","content":[{"type":"input_image","image_url":"https://x"}]})"),
-            "invalid_value"},
-        {item(R"({"type":"message","role":"user","content":[)" + image + "]}"), "read"},
-        {item(R"({"type":"message","role":"user","content":[)" + images + "]}"), "invalid_value"},
+    const auto imagesOf = [&](const std::string& list) {
+        return item(R"({"type":"message","role":"user","content":[)" + list + "]}");
     };
-    for (const auto& [message, code] : rows)
-        EXPECT_EQ(codeOf(OpenAILiveClientParser::parse(message)), code) << message;
+    auto rows = test::fixtureRows("live/openai.client.mistakes.txt", 2);
+    rows.push_back({"nothing", {"", "invalid_json"}});
+    rows.push_back({"too deep", {std::string(100, '['), "invalid_json"}});
+    rows.push_back({"a picture", {imagesOf(image), "read"}});
+    rows.push_back({"too many pictures", {imagesOf(images), "invalid_value"}});
+    for (const auto& [name, lines] : rows)
+        EXPECT_EQ(codeOf(OpenAILiveClientParser::parse(lines[0])), lines[1]) << name << lines[0];
 }
 
 TEST(OpenAILiveClientParser, refusesWhatASessionCannotBe)

@@ -2,6 +2,8 @@
 // Catches events of a server misread, or made of what cannot be read.
 #include "QuorvellCore/live/wire/openai/OpenAILiveParser.h"
 
+#include "FixtureTable.h"
+
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -18,27 +20,12 @@ std::string wrapped(const std::string& event)
 
 TEST(OpenAILiveParser, whatCannotBeReadGivesNoEvent)
 {
-    const std::string rows[] = {
-        "", "{", "null", "[]", "7", R"("session.started")", R"({"session":{"id":"s"}})", R"({"type":7})",
-        R"({"type":"session.updated"})", R"({"type":"session.started"})", R"({"type":"session.started","session":"s"})",
-        R"({"type":"session.started","session":{"id":1}})", R"({"type":"session.output_audio.delta"})",
-        R"({"type":"session.output_audio.delta","delta":"AAA"})", // no whole group
-        R"({"type":"session.output_audio.delta","delta":"AA=A"})", // padding inside
-        R"({"type":"session.output_audio.delta","delta":"AA A"})",
-        R"({"type":"session.output_audio.delta","delta":"AA-_"})", // another alphabet
-        R"({"type":"session.input_transcript.delta","delta":null})",
-        R"({"type":"session.delegation.created","delegation":{}})", R"({"type":"response.event"})",
-        R"({"type":"response.created","response":{"id":"r"}})", // not embedded
-        wrapped(R"({"type":"response.created"})"), wrapped(R"({"type":"response.completed","response":{}})"),
-        wrapped(R"({"type":"response.output_item.done","item":{"type":"message","call_id":"c","name":"n"}})"),
-        wrapped(R"({"type":"response.output_item.done","item":{"type":"function_call","name":"n"}})"),
-        wrapped(R"({"type":"response.output_item.done","item":{"type":"function_call","call_id":"c"}})"),
-        wrapped(R"({"type":"response.output_item.added","item":{"type":"function_call"}})"),
-        wrapped(R"({"type":"response.output_text.done"})"), wrapped(wrapped(R"({"type":"session.closed"})")),
-        R"({"type":"session.closed","a":)" + std::string(100, '[') + std::string(100, ']') + "}", // too deep
-    };
-    for (const std::string& message : rows)
-        EXPECT_TRUE(OpenAILiveParser::parse(message).empty()) << message;
+    auto rows = test::fixtureRows("live/openai.unreadable.txt", 1);
+    rows.push_back({"nothing", {""}});
+    rows.push_back(
+        {"too deep", {R"({"type":"session.closed","a":)" + std::string(100, '[') + std::string(100, ']') + "}"}});
+    for (const auto& [name, lines] : rows)
+        EXPECT_TRUE(OpenAILiveParser::parse(lines[0]).empty()) << name << lines[0];
 }
 
 TEST(OpenAILiveParser, payloadsThatMayBeMissing)

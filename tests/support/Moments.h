@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
-// The moment and the place in which these tests look at a calendar.
+// Moments and calendars as tests write them.
 #pragma once
 
 #include "QuorvellCore/reminders/calendar/Calendar.h"
 #include "QuorvellCore/text/Instant.h"
 
-namespace quorvell::test {
+#include <string_view>
 
-inline Instant at(const char* iso)
+namespace quorvell {
+
+inline Instant at(std::string_view iso)
 {
     return parseIsoText(iso).value_or(Instant());
 }
@@ -17,6 +19,4 @@ inline Calendar berlin()
     return *Calendar::create("Europe/Berlin", "en_GB");
 }
 
-inline const Instant now = at("2026-11-21T09:00:00Z");
-
-} // namespace quorvell::test
+} // namespace quorvell
