@@ -8,6 +8,8 @@
 #include <nlohmann/json.hpp>
 
 #include <functional>
+#include <set>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -18,9 +20,9 @@ public:
     explicit FakeLiveConnection(LiveConnectionObserver& observer)
         : m_observer(observer)
     {
-        ++alive;
+        living.insert(this);
     }
-    ~FakeLiveConnection() override { --alive; }
+    ~FakeLiveConnection() override { living.erase(this); }
 
     void open(const LiveSetup& wanted) override
     {
@@ -54,7 +56,7 @@ public:
     void closeWith(const LiveClosure& closure) { m_observer.liveConnectionClosed(closure); }
 
     std::function<void(const std::string& call)> during; ///< Runs inside each call but `open`, with what is in `sent`.
-    static inline int alive = 0; ///< Those that nobody has let go yet.
+    static inline std::set<const FakeLiveConnection*> living; ///< Those that nobody has let go yet.
     LiveSetup setup;
     std::vector<std::string> sent;
     LiveResponseScheduling scheduling = LiveResponseScheduling::whenIdle; ///< Of the last tool response.
@@ -70,6 +72,25 @@ private:
     }
 
     LiveConnectionObserver& m_observer;
+};
+
+/// The connection that a test talks to. One that was never made or is gone fails the test, and not the program.
+class FakeLine {
+public:
+    FakeLine(FakeLiveConnection* line = nullptr)
+        : m_line(line)
+    {
+    }
+    FakeLiveConnection& operator*() const
+    {
+        if (!FakeLiveConnection::living.contains(m_line))
+            throw std::logic_error("there is no such connection");
+        return *m_line;
+    }
+    FakeLiveConnection* operator->() const { return &**this; }
+
+private:
+    FakeLiveConnection* m_line;
 };
 
 } // namespace quorvell

@@ -2,31 +2,38 @@
 // A session with everything around it made up, on a clock that the test moves.
 #pragma once
 
-#include "FakeDevices.h"
-#include "FakeLiveConnection.h"
 #include "Quorvell/session/SessionController.h"
-#include "RecordingObserver.h"
-#include "VirtualScheduler.h"
-#include "WrittenLog.h"
+#include "SessionSurroundings.h"
 
-#include <cmath>
 #include <functional>
 #include <initializer_list>
 #include <optional>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace quorvell {
 
-struct SessionBench {
-    using Lines = std::vector<std::string>;
+/// What happens in a row of a table, one thing after the other.
+using Step = std::function<void()>;
+using Steps = std::vector<Step>;
+
+inline void carryOut(const Steps& steps)
+{
+    for (const Step& step : steps)
+        step();
+}
+
+inline std::string lastOf(const std::vector<std::string>& lines)
+{
+    return lines.empty() ? "nothing" : lines.back();
+}
+
+struct SessionBench : SessionSurroundings {
+    void captured(std::span<const std::uint8_t> pcm) override { controller->microphoneCaptured(pcm); }
 
     SessionController& make(SessionSettings settings = {})
     {
         const auto connections = [this](LiveConnectionObserver& session, LiveMedium) {
             auto made = std::make_unique<FakeLiveConnection>(session);
-            before = std::exchange(wire, made.get());
+            before = std::exchange(wire, FakeLine(made.get()));
             made->during = [this, line = made.get()](const std::string& call) {
                 if (during)
                     during(*line, call);
@@ -57,32 +64,17 @@ struct SessionBench {
     }
     void becomeReady() { wire->report(live_event::SetupComplete{"sess_" + std::to_string(connectionsMade)}); }
     void lose() { wire->closeWith({.code = 1006, .reason = "gone", .sentence = "Lost."}); }
-    Lines saidSince() { return std::exchange(observer.lines, {}); }
-    /// What was sent over the newest connection since this was asked last.
-    Lines sentSince() { return std::exchange(wire->sent, {}); }
-
-    /// A tone loud enough for speech, or silence, at the pace of the clock.
-    void sound(std::chrono::milliseconds length, double loudness)
+    void type(const std::string& words) { controller->submitTyped({{{words}}, true}); }
+    Step pass(std::chrono::milliseconds time)
     {
-        Bytes chunk(MicrophoneStream::chunkBytes);
-        for (std::size_t index = 0; index < chunk.size() / 2; ++index) {
-            const auto sample = static_cast<std::int16_t>(loudness * std::sin(static_cast<double>(index) / 10));
-            chunk[2 * index] = static_cast<std::uint8_t>(sample & 0xFF);
-            chunk[2 * index + 1] = static_cast<std::uint8_t>((sample >> 8) & 0xFF);
-        }
-        for (; length > std::chrono::milliseconds(0); length -= MicrophoneStream::chunkLength) {
-            controller->microphoneCaptured(chunk);
-            scheduler.advance(MicrophoneStream::chunkLength);
-        }
+        return [this, time] { scheduler.advance(time); };
     }
-    void silence(std::chrono::milliseconds length) { sound(length, 0); }
-    /// One second of silence before, so that the gate knows the room, and one after, so that it closes.
-    void speak(std::chrono::milliseconds length = std::chrono::milliseconds(520))
+    Step hear(const char* words)
     {
-        silence(std::chrono::milliseconds(1000));
-        sound(length, 12000);
-        silence(std::chrono::milliseconds(1000));
+        return [this, words] { wire->report(live_event::InputTranscript{words}); };
     }
+    /// The last that was sent over the newest connection.
+    std::string lastSent() const { return lastOf(wire->sent); }
     void hearAssistant(const std::string& words, std::chrono::milliseconds length)
     {
         wire->report(live_event::OutputTranscript{words});
@@ -93,21 +85,12 @@ struct SessionBench {
         wire->report(live_event::ToolCall{{{id, name, args}}});
     }
 
-    VirtualScheduler scheduler;
-    FakePlayer player{scheduler};
-    FakeCapture capture;
     FakeDozeListener dozeListener;
-    FakeSynthesiser synthesiser;
     FakeUsageStore usageStore;
     double jitter = 0;
-    WrittenLog log;
-    RecordingObserver observer;
     SessionAudience* audience = &observer; ///< Set before `make` to let others see the conversation.
-    ToolRegistry registry;
-    ToolDispatcher tools{registry};
     std::vector<ToolReply> replies; ///< What tests answer when they like.
-    FakeLiveConnection* wire = nullptr; ///< The newest connection.
-    FakeLiveConnection* before = nullptr; ///< The one made before it; gone once both have closed.
+    FakeLine before; ///< The one made before it; gone once both have closed.
     std::function<void(FakeLiveConnection&, const std::string& call)> during; ///< Runs inside each.
     int connectionsMade = 0;
     std::optional<SessionController> controller;

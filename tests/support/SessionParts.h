@@ -2,24 +2,17 @@
 // The parts of a session that carry its talk, put together without the session: one line, one turn, nobody who reacts.
 #pragma once
 
-#include "FakeDevices.h"
-#include "FakeLiveConnection.h"
 #include "Quorvell/session/listening/Listening.h"
 #include "Quorvell/session/outbox/Handover.h"
 #include "Quorvell/session/outbox/Outbox.h"
-#include "RecordingObserver.h"
-#include "VirtualScheduler.h"
-#include "WrittenLog.h"
+#include "SessionSurroundings.h"
 
 #include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace quorvell {
 
-struct SessionParts {
-    using Lines = std::vector<std::string>;
+struct SessionParts : SessionSurroundings {
+    void captured(std::span<const std::uint8_t> pcm) override { listening.captured(pcm); }
 
     /// A line is opened, and ready.
     void connect()
@@ -29,34 +22,8 @@ struct SessionParts {
         wire->sent.clear();
     }
     void disconnect() { lines.end("test", ConnectionKeeper::Farewell::silent); }
-    /// A tone of that loudness (0 to 127), or silence, at the pace of the clock.
-    void sound(std::chrono::milliseconds length, int loudness)
-    {
-        Bytes chunk(MicrophoneStream::chunkBytes);
-        for (std::size_t index = 1; index < chunk.size(); index += 4)
-            chunk[index] = static_cast<std::uint8_t>(loudness);
-        for (; length > std::chrono::milliseconds(0); length -= MicrophoneStream::chunkLength) {
-            listening.captured(chunk);
-            scheduler.advance(MicrophoneStream::chunkLength);
-        }
-    }
-    void speak()
-    {
-        sound(std::chrono::seconds(1), 0);
-        sound(std::chrono::milliseconds(520), 40);
-        sound(std::chrono::seconds(1), 0);
-    }
-    Lines sentSince() { return std::exchange(wire->sent, {}); }
-    Lines saidSince() { return std::exchange(observer.lines, {}); }
 
     SessionSettings settings;
-    VirtualScheduler scheduler;
-    FakePlayer player{scheduler};
-    FakeCapture capture;
-    FakeSynthesiser synthesiser;
-    WrittenLog log;
-    RecordingObserver observer;
-    FakeLiveConnection* wire = nullptr;
     UserNotices notices{observer, &synthesiser, SessionSettings::Replies::spoken};
     TalkMeter meter{nullptr, std::nullopt};
     ConversationTurn turn{
@@ -70,8 +37,6 @@ struct SessionParts {
             },
             {}, [this](const ConnectionFact& fact) { lines.take(fact, 0); }, [](const LineReport&) {}},
         settings.limits};
-    ToolRegistry registry;
-    ToolDispatcher tools{registry};
     std::vector<tool_report::Answered> answers;
     ToolDesk desk{{scheduler, tools, log, observer,
                       [this](ToolReport report) {

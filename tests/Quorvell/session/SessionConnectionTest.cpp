@@ -2,16 +2,12 @@
 // Connections that are lost, mended and replaced: no request is lost, none is run twice, nobody notices.
 #include "SessionBench.h"
 
-#include <gtest/gtest.h>
-
 namespace quorvell {
 namespace {
 
-using namespace std::chrono_literals;
-using Lines = std::vector<std::string>;
 using History = std::vector<LiveHistoryEntry>;
 
-class SessionConnectionTest : public SessionBench, public testing::Test {
+class SessionConnectionTest : public SessionBench {
 protected:
     SessionConnectionTest() { own({"keep_note"}); }
     /// A conversation that does not rest.
@@ -61,71 +57,44 @@ TEST_F(SessionConnectionTest, aLostConnectionIsMendedAndKnowsWhatWasSaid)
     EXPECT_TRUE(sentSince().empty());
     EXPECT_EQ(saidSince(), (Lines{"reconnecting", "steady"}));
     EXPECT_EQ(controller->usage().reconnections, 1);
-    EXPECT_EQ(FakeLiveConnection::alive, 1);
+    EXPECT_EQ(FakeLiveConnection::living.size(), 1U);
 }
 
 TEST_F(SessionConnectionTest, whatWasUnderWayIsHandedOver)
 {
     struct Row {
         const char* name;
-        std::function<void()> before;
-        std::function<void()> meanwhile;
+        Steps before;
+        Steps meanwhile;
         Lines handedOver; ///< The beginnings.
-        int audioChunks;
+        int audioChunks = 0;
     };
-    const auto words = [this] { wire->report(live_event::InputTranscript{"buy milk"}); };
-    const auto calls = [this, words] {
-        words();
-        callTool("c1", "keep_note");
-    };
-    const auto nothing = [] {};
+    const Step words = hear("buy milk");
+    const Step spoken = [this] { speak(); };
+    const Step typed = [this] { type("hi"); };
+    const Step called = [this] { callTool("c1", "keep_note"); };
+    const Step kept = [this] { replies.at(replies.size() - 1).answer({{"status", "kept"}}); };
+    const Step cutShort = [this] { hearAssistant("I will", 500ms); };
+    const Step answered = [this] { hearAssistant("Done.", 2s); };
+    const std::string renewed = "They said: “buy milk”. The connection was renewed before that was finished. ";
     const Row rows[] = {
-        {"nothing", nothing, nothing, {}, 0},
-        {"words without their sound", words, nothing,
-            {"They said: “buy milk”. It wasn't passed on to you, so nothing has been done about it yet."}, 0},
-        {"speech of which some words came back",
-            [this, words] {
-                speak();
-                words();
-            },
-            nothing, {"pause"}, 41},
-        {"typed before",
-            [this] {
-                controller->submitTyped({{{"hi"}}, true});
-            },
-            nothing, {"They said: “hi”. It wasn't passed on to you"}, 0},
-        {"a tool that runs", calls, nothing,
-            {"They said: “buy milk”. The connection was renewed before that was finished. keep_note {} is still"}, 0},
-        {"a tool that answers in the gap", calls,
-            [this] {
-                replies.back().answer({{"status", "kept"}});
-            },
-            {R"(They said: “buy milk”. The connection was renewed before that was finished. keep_note {} answered {"s)"},
-            0},
-        {"an answer cut short",
-            [this, words] {
-                words();
-                hearAssistant("I will", 500ms);
-            },
-            nothing,
-            {"They said: “buy milk”. The connection was renewed before that was finished. Of your answer they heard: "
-             "“I w"},
-            0},
-        {"an answer that was complete",
-            [this, words] {
-                words();
-                hearAssistant("Done.", 2s);
-                scheduler.advance(1500ms);
-            },
-            nothing, {}, 0},
+        {"nothing", {}, {}, {}},
+        {"words without their sound", {words}, {},
+            {"They said: “buy milk”. It wasn't passed on to you, so nothing has been done about it yet."}},
+        {"speech of which some words came back", {spoken, words}, {}, {"pause"}, 41},
+        {"typed before", {typed}, {}, {"They said: “hi”. It wasn't passed on to you"}},
+        {"a tool that runs", {words, called}, {}, {renewed + "keep_note {} is still"}},
+        {"a tool that answers in the gap", {words, called}, {kept}, {renewed + R"(keep_note {} answered {"s)"}},
+        {"an answer cut short", {words, cutShort}, {}, {renewed + "Of your answer they heard: “I w"}},
+        {"an answer that was complete", {words, answered, pass(1500ms)}, {}, {}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         replies.clear();
         begin();
-        row.before();
+        carryOut(row.before);
         lose();
-        row.meanwhile();
+        carryOut(row.meanwhile);
         scheduler.advance(600ms);
         sentSince();
         becomeReady();
@@ -144,7 +113,7 @@ TEST_F(SessionConnectionTest, mendingEndsAfterEnoughAttemptsOrWhenTheUserMustAct
 {
     begin();
     jitter = 1;
-    controller->submitTyped({{{"hello"}}, true});
+    type("hello");
     saidSince();
     for (const auto wait : {1s, 2s, 4s, 8s, 8s}) {
         lose();
@@ -161,7 +130,7 @@ TEST_F(SessionConnectionTest, mendingEndsAfterEnoughAttemptsOrWhenTheUserMustAct
     EXPECT_EQ(connectionsMade, 6);
 
     begin();
-    controller->submitTyped({{{"hello"}}, true});
+    type("hello");
     saidSince();
     wire->closeWith({.code = 401, .reason = "refused", .mustUserAct = true, .sentence = "Key refused."});
     EXPECT_EQ(saidSince(), (Lines{"idle", "turn broken off", "ended: Key refused."})) << "it cannot have been done";
@@ -198,7 +167,7 @@ TEST_F(SessionConnectionTest, aBusyServiceIsAskedAgainBeforeTheConversationBegin
         SCOPED_TRACE(row.name);
         make();
         saidSince();
-        controller->submitTyped({{{"hello"}}, true});
+        type("hello");
         for (int refusal = 0; refusal < row.refusals; ++refusal) {
             const int made = connectionsMade;
             wire->closeWith({.code = 503, .sentence = "Busy.", .retryAfter = row.asked});
@@ -209,7 +178,7 @@ TEST_F(SessionConnectionTest, aBusyServiceIsAskedAgainBeforeTheConversationBegin
         }
         if (controller->phase() != SessionPhase::idle) {
             becomeReady();
-            EXPECT_EQ(sentSince().back(), "message [They typed] hello");
+            EXPECT_EQ(lastOf(sentSince()), "message [They typed] hello");
         }
         EXPECT_EQ(saidSince(), row.said);
     }
@@ -229,10 +198,10 @@ TEST_F(SessionConnectionTest, afterASleepOfTheComputerTheConnectionIsMadeAnewBef
     scheduler.sleep(1min);
     scheduler.advance(1s);
     EXPECT_EQ(connectionsMade, 3);
-    EXPECT_EQ(FakeLiveConnection::alive, 3);
+    EXPECT_EQ(FakeLiveConnection::living.size(), 3U);
     sentSince();
     becomeReady();
-    EXPECT_TRUE(handedOver().front().starts_with("They said: “buy milk”."));
+    EXPECT_TRUE(handedOver().at(0).starts_with("They said: “buy milk”."));
     EXPECT_EQ(saidSince(), (Lines{"spoken: buy milk"})) << "nothing of a loss";
 
     makeActive(); // One that was quiet, and may rest, needs no connection then.
@@ -245,7 +214,7 @@ TEST_F(SessionConnectionTest, afterASleepOfTheComputerTheConnectionIsMadeAnewBef
 TEST_F(SessionConnectionTest, aServiceThatIsStuckIsGivenUpWithTheTurn)
 {
     begin();
-    controller->submitTyped({{{"buy milk"}}, true});
+    type("buy milk");
     scheduler.advance(59s);
     EXPECT_EQ(connectionsMade, 1) << "it may be thinking";
     saidSince();
@@ -255,8 +224,15 @@ TEST_F(SessionConnectionTest, aServiceThatIsStuckIsGivenUpWithTheTurn)
     sentSince();
     becomeReady();
     EXPECT_TRUE(handedOver().empty()) << "the user was told to ask again";
-    controller->submitTyped({{{"buy milk"}}, true});
+    type("buy milk");
     EXPECT_EQ(handedOver(), Lines{"message [They typed] buy milk"});
+
+    begin();
+    type("buy milk");
+    speak();
+    scheduler.advance(70s);
+    becomeReady();
+    EXPECT_EQ(wire->audioChunks, 0) << "nor is what was said meanwhile heard again";
 }
 
 TEST_F(SessionConnectionTest, isReplacedAtAQuietMomentOnceItIsToEnd)
@@ -274,20 +250,20 @@ TEST_F(SessionConnectionTest, isReplacedAtAQuietMomentOnceItIsToEnd)
         becomeReady();
         scheduler.advance(63s);
         EXPECT_TRUE(log.has("rotation_deferred_too_long"));
-        EXPECT_EQ(before->sent.back().substr(0, 4), "open"); // Still the one in use.
+        EXPECT_EQ(lastOf(before->sent).substr(0, 4), "open"); // Still the one in use.
         EXPECT_TRUE(std::find(before->sent.begin(), before->sent.end(), "close") == before->sent.end());
         silence(400ms); // The beginning of the next words is held by the gate across the switch.
         scheduler.advance(10s);
-        EXPECT_EQ(before->sent.back(), "close");
+        EXPECT_EQ(lastOf(before->sent), "close");
         EXPECT_TRUE(
-            handedOver().back().starts_with("This was said meanwhile, and is settled. They: “tell me” You: “A l"));
+            lastOf(handedOver()).starts_with("This was said meanwhile, and is settled. They: “tell me” You: “A l"));
         before->closeWith({});
         sound(80ms, 12000);
         EXPECT_EQ(wire->audioChunks, 10);
         EXPECT_EQ(controller->usage().rotations, 1);
-        EXPECT_EQ(saidSince().back(), "turn answered"); // Nobody noticed.
+        EXPECT_EQ(lastOf(saidSince()), "turn answered"); // Nobody noticed.
         scheduler.settle();
-        EXPECT_EQ(FakeLiveConnection::alive, 1);
+        EXPECT_EQ(FakeLiveConnection::living.size(), 1U);
         controller->stop("enough");
     }
 }
@@ -314,7 +290,7 @@ TEST_F(SessionConnectionTest, theStandbyTakesOverAtOnceWhenTheOtherIsLost)
     becomeReady();
     sentSince();
     before->closeWith({.code = 1008, .reason = "limit"});
-    EXPECT_TRUE(handedOver().front().starts_with("They said: “buy milk”."));
+    EXPECT_TRUE(handedOver().at(0).starts_with("They said: “buy milk”."));
     EXPECT_EQ(connectionsMade, 2);
 
     begin();
@@ -338,12 +314,11 @@ TEST_F(SessionConnectionTest, aResumptionHandleStandsInForTheHistory)
     exchange("more", "Certainly.");
     lose();
     scheduler.advance(600ms);
-    EXPECT_EQ(wire->sent.front().substr(0, 12), "open with h1");
+    EXPECT_EQ(wire->sent.at(0).substr(0, 12), "open with h1");
     EXPECT_TRUE(wire->setup.history.empty());
     sentSince();
     becomeReady();
-    EXPECT_TRUE(
-        handedOver().front().starts_with("This was said meanwhile, and is settled. They: “more” You: “Certain"));
+    EXPECT_TRUE(handedOver().at(0).starts_with("This was said meanwhile, and is settled. They: “more” You: “Certain"));
 
     wire->report(live_event::InputTranscript{"and now"});
     hearAssistant("Now this.", 1s);
@@ -358,7 +333,7 @@ TEST_F(SessionConnectionTest, aResumptionHandleStandsInForTheHistory)
     scheduler.advance(600ms);
     lose(); // Refused, perhaps because of the handle.
     scheduler.advance(8s);
-    EXPECT_EQ(wire->sent.front().substr(0, 9), "open set_");
+    EXPECT_EQ(wire->sent.at(0).substr(0, 9), "open set_");
     EXPECT_EQ(wire->setup.history.size(), 6U);
 }
 

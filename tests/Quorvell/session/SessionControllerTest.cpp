@@ -5,15 +5,10 @@
 
 #include "SessionBench.h"
 
-#include <gtest/gtest.h>
-
 namespace quorvell {
 namespace {
 
-using namespace std::chrono_literals;
-using Lines = std::vector<std::string>;
-
-class SessionControllerTest : public SessionBench, public testing::Test {
+class SessionControllerTest : public SessionBench {
 protected:
     SessionControllerTest() { own({"keep_note"}); }
 };
@@ -34,13 +29,12 @@ TEST_F(SessionControllerTest, aTypedRequestWalksThroughToItsReply)
     EXPECT_NE(wire->setup.voiceInstructions.find("Saturday"), std::string::npos);
 
     wire->report(live_event::SetupComplete{"sess_1"});
-    EXPECT_EQ(
-        wire->sent.back(), "message [They typed] (your reply is shown as text, not spoken) keep a note: buy milk");
+    EXPECT_EQ(lastSent(), "message [They typed] (your reply is shown as text, not spoken) keep a note: buy milk");
 
     wire->report(live_event::ToolCall{{{"call_1", "keep_note", {{"title", "buy milk"}}}}});
     ASSERT_EQ(replies.size(), 1U);
-    replies[0].answer({{"status", "kept"}});
-    EXPECT_EQ(wire->sent.back(), R"(tool call_1 {"status":"kept"})");
+    replies.at(0).answer({{"status", "kept"}});
+    EXPECT_EQ(lastSent(), R"(tool call_1 {"status":"kept"})");
     wire->reportText("Noted: buy milk.");
     scheduler.advance(5s); // The backend still works on it.
     wire->report(live_event::OutputTranscript{"Noted"});
@@ -78,7 +72,7 @@ TEST_F(SessionControllerTest, theGreetingIsATurnAndGivesWayToAWaitingRequest)
     settings.greeting = SessionSettings::Greeting::spoken;
     settings.userName = "Asha";
     makeActive(settings);
-    EXPECT_EQ(wire->sent.back(),
+    EXPECT_EQ(lastSent(),
         "voice Asha has just called Quorvell over and is looking at their desktop. Say hello warmly and ask what "
         "they'd like to do, in one short sentence.");
     wire->report(live_event::OutputTranscript{"Hello Asha!"});
@@ -87,10 +81,10 @@ TEST_F(SessionControllerTest, theGreetingIsATurnAndGivesWayToAWaitingRequest)
 
     settings.replies = SessionSettings::Replies::shown;
     makeActive(settings);
-    EXPECT_EQ(wire->sent.back().substr(0, 60), "message [Quorvell app event] Asha just called you over. They");
+    EXPECT_EQ(lastSent().substr(0, 60), "message [Quorvell app event] Asha just called you over. They");
     make(settings).submitTyped({{{"hi"}}, true});
     wire->report(live_event::SetupComplete{"sess_1"});
-    EXPECT_EQ(wire->sent.back(), "message [They typed] hi");
+    EXPECT_EQ(lastSent(), "message [They typed] hi");
 }
 
 TEST_F(SessionControllerTest, anUnansweredTurnIsGivenUpAfterPatience)
@@ -130,7 +124,7 @@ TEST_F(SessionControllerTest, aToolThatAnswersLateAnswersNobodyElse)
     controller->begin();
     becomeReady();
     sentSince();
-    replies[0].answer({{"status", "kept"}});
+    replies.at(0).answer({{"status", "kept"}});
     EXPECT_TRUE(sentSince().empty()); // The new conversation never asked.
     callTool("call_2", "keep_note");
     controller.reset();
@@ -151,14 +145,14 @@ TEST_F(SessionControllerTest, aConversationThatCannotBeginIsToldInOneSentence)
     EXPECT_EQ(wire->setup.history, (std::vector<LiveHistoryEntry>{{"user", "hello"}}));
     becomeReady();
     wire->closeWith({.code = 1006, .reason = "untrusted", .mustUserAct = true, .sentence = "Not trusted."});
-    EXPECT_EQ(saidSince().back(), "ended: Not trusted."); // And no doubt whether it was done.
+    EXPECT_EQ(lastOf(saidSince()), "ended: Not trusted."); // And no doubt whether it was done.
 }
 
 TEST_F(SessionControllerTest, stopEndsOnceTheConnectionHasClosed)
 {
     makeActive();
     controller->stop("end of input");
-    EXPECT_EQ(wire->sent.back(), "close");
+    EXPECT_EQ(lastSent(), "close");
     EXPECT_EQ(saidSince(), (Lines{"idle"}));
     wire->report(live_event::OutputTranscript{"late words"});
     wire->closeWith({.code = 1000, .reason = "client_requested"});
@@ -224,13 +218,13 @@ TEST_F(SessionControllerTest, theMicrophoneIsOpenOnlyForWhomItIsMeantTo)
     sound(400ms, 200); // The last syllable belongs to it, what follows does not.
     EXPECT_FALSE(capture.isOpen());
     EXPECT_EQ(wire->audioChunks, 15 + Ear::quietChunks); // In which a service hears that it is over.
-    EXPECT_EQ(sentSince().back(), "pause");
+    EXPECT_EQ(lastOf(sentSince()), "pause");
 }
 
 TEST_F(SessionControllerTest, whoSpeaksOverTheVoiceSilencesIt)
 {
     makeActive();
-    controller->submitTyped({{{"tell me a story"}}, true});
+    type("tell me a story");
     wire->report(live_event::BackendIdle{});
     silence(1s);
     saidSince();
@@ -247,7 +241,7 @@ TEST_F(SessionControllerTest, whoSpeaksOverTheVoiceSilencesIt)
     EXPECT_EQ(saidSince(),
         (Lines{"words: Once upon a time ", "words: there was a king.", "said: Once upon a time there was",
             "turn interrupted"}));
-    EXPECT_EQ(controller->conversation().back().text, "Once upon a time there was");
+    EXPECT_EQ(controller->conversation().at(1).text, "Once upon a time there was");
 
     wire->report(live_event::InputTranscript{"stop"});
     hearAssistant("All right.", 1s);
@@ -292,12 +286,13 @@ TEST_F(SessionControllerTest, whoeverHasUsedUpTheDayIsToldAndNotConnected)
     EXPECT_EQ(controller->phase(), SessionPhase::active);
     scheduler.advance(2s);
     EXPECT_EQ(controller->phase(), SessionPhase::idle);
-    EXPECT_NE(saidSince()[0].find("problem: Today's 1 minute of spoken conversation is used up."), std::string::npos);
+    EXPECT_NE(
+        saidSince().at(0).find("problem: Today's 1 minute of spoken conversation is used up."), std::string::npos);
     EXPECT_NE(synthesiser.said.find("used up"), std::string::npos);
     controller->submitTyped({{{"hello"}}, false});
     EXPECT_EQ(connectionsMade, 1);
-    EXPECT_NE(
-        saidSince().back().find("used up. Go on by typing (quorvell chat), or raise daily_minutes"), std::string::npos);
+    EXPECT_NE(lastOf(saidSince()).find("used up. Go on by typing (quorvell chat), or raise daily_minutes"),
+        std::string::npos);
 }
 
 } // namespace

@@ -2,15 +2,10 @@
 // Whoever the session calls may report at once, from inside the call: the session hears of it afterwards, in order.
 #include "SessionBench.h"
 
-#include <gtest/gtest.h>
-
 namespace quorvell {
 namespace {
 
-using namespace std::chrono_literals;
-using Lines = std::vector<std::string>;
-
-class SessionReentryTest : public SessionBench, public testing::Test {
+class SessionReentryTest : public SessionBench {
 protected:
     /// Reports once, from inside the first call that begins with `call`. Nobody hears of it before that has returned.
     void reportDuring(const std::string& call, std::function<void(FakeLiveConnection&)> reports)
@@ -41,7 +36,7 @@ TEST_F(SessionReentryTest, hearsOfWhatALineReportsOnceItsOwnCallHasReturned)
         std::function<void()> led; ///< and what made the session call it.
         Lines said;
     };
-    const auto typed = [this] { controller->submitTyped({{{"hi"}}, true}); };
+    const auto typed = [this] { type("hi"); };
     const Row rows[] = {
         {"closes as it is written to", "message", closes, typed, {"typed: hi", "reconnecting"}},
         {"calls a tool as it is written to", "message", calls, typed,
@@ -75,11 +70,11 @@ TEST_F(SessionReentryTest, hearsOfWhatALineReportsOnceItsOwnCallHasReturned)
         if (controller->phase() == SessionPhase::active && controller->doze() == Doze::awake)
             becomeReady();
         controller->stop("enough");
-        if (FakeLiveConnection::alive > 0)
+        if (!FakeLiveConnection::living.empty())
             wire->closeWith({});
         scheduler.settle();
         EXPECT_EQ(controller->phase(), SessionPhase::idle);
-        EXPECT_EQ(FakeLiveConnection::alive, 0);
+        EXPECT_EQ(FakeLiveConnection::living.size(), 0U);
         EXPECT_EQ(scheduler.pendingTimers(), 0U);
     }
 }
@@ -93,7 +88,7 @@ TEST_F(SessionReentryTest, wakesOnWordsThatAreHeardWhileItGoesToRest)
     };
     scheduler.advance(16s);
     becomeReady();
-    EXPECT_TRUE(wire->sent.back().starts_with("message [Quorvell app event] They just said: “what time is it”."));
+    EXPECT_TRUE(lastSent().starts_with("message [Quorvell app event] They just said: “what time is it”."));
     EXPECT_EQ(saidSince(), (Lines{"dozing", "spoken: what time is it", "waking", "awake"}));
 }
 

@@ -2,15 +2,10 @@
 // Silence: resting, waking, stopping.
 #include "SessionBench.h"
 
-#include <gtest/gtest.h>
-
 namespace quorvell {
 namespace {
 
-using namespace std::chrono_literals;
-using Lines = std::vector<std::string>;
-
-class SessionRestTest : public SessionBench, public testing::Test {
+class SessionRestTest : public SessionBench {
 protected:
     SessionRestTest() { own({"keep_note", "click"}); }
     void rest()
@@ -31,7 +26,7 @@ TEST_F(SessionRestTest, restsOnceQuietHasLastedLongEnough)
     scheduler.advance(1s);
     EXPECT_EQ(controller->doze(), Doze::dozing);
     EXPECT_EQ(controller->phase(), SessionPhase::active);
-    EXPECT_EQ(wire->sent.back(), "close");
+    EXPECT_EQ(lastSent(), "close");
     EXPECT_TRUE(dozeListener.isListening());
     wire->closeWith({}); // It was asked for: nothing is mended, nothing has ended.
     scheduler.advance(1s);
@@ -128,48 +123,32 @@ TEST_F(SessionRestTest, aSoundAtRestOpensTheConnectionThatItsWordsWillNeed)
 {
     struct Row {
         const char* name;
-        std::function<void()> between; ///< The sound and its words.
-        std::function<void()> after; ///< Its words.
+        Steps between; ///< The sound and its words.
+        Steps after; ///< Its words.
         int connections; ///< Made since it rests.
     };
-    const auto nothing = [] {};
+    const Step ready = [this] { becomeReady(); };
+    const Step lost = [this] { lose(); };
+    const Step noise = [this] { dozeListener.noticeOnset(); };
     const Row rows[] = {
-        {"ready before the words", [this] { becomeReady(); }, nothing, 1},
-        {"ready after the words", nothing, [this] { becomeReady(); }, 1},
-        {"lost before the words",
-            [this] {
-                becomeReady();
-                lose();
-            },
-            [this] { becomeReady(); }, 2},
-        {"lost after the words", nothing,
-            [this] {
-                lose();
-                scheduler.advance(1s);
-                becomeReady();
-            },
-            2},
-        {"a second sound keeps it",
-            [this] {
-                becomeReady();
-                scheduler.advance(14s);
-                dozeListener.noticeOnset();
-                scheduler.advance(14s);
-            },
-            nothing, 1},
+        {"ready before the words", {ready}, {}, 1},
+        {"ready after the words", {}, {ready}, 1},
+        {"lost before the words", {ready, lost}, {ready}, 2},
+        {"lost after the words", {}, {lost, pass(1s), ready}, 2},
+        {"a second sound keeps it", {ready, pass(14s), noise, pass(14s)}, {}, 1},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         rest();
         const int made = connectionsMade;
         dozeListener.noticeOnset();
-        row.between();
+        carryOut(row.between);
         EXPECT_EQ(controller->doze(), Doze::dozing);
         dozeListener.hear("what time is it");
-        row.after();
+        carryOut(row.after);
         EXPECT_EQ(controller->doze(), Doze::awake);
         EXPECT_EQ(connectionsMade, made + row.connections);
-        EXPECT_TRUE(wire->sent.back().starts_with("message [Quorvell app event] They just said: “what time is it”."));
+        EXPECT_TRUE(lastSent().starts_with("message [Quorvell app event] They just said: “what time is it”."));
         EXPECT_EQ(controller->usage().prepared, 1);
     }
 }
@@ -205,7 +184,7 @@ TEST_F(SessionRestTest, noiseAtRestOpensFewConnectionsAndLeavesNone)
     wire->closeWith({});
     scheduler.settle();
     EXPECT_EQ(scheduler.pendingTimers(), 0U);
-    EXPECT_EQ(FakeLiveConnection::alive, 0);
+    EXPECT_EQ(FakeLiveConnection::living.size(), 0U);
 }
 
 TEST_F(SessionRestTest, wakingThatTakesTooLongIsSaidAndLeavesItUsable)

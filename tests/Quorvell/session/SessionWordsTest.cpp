@@ -2,17 +2,10 @@
 // Whose words count, when they come late, and what is told without being asked for.
 #include "SessionBench.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
 namespace quorvell {
 namespace {
 
-using namespace std::chrono_literals;
-using Lines = std::vector<std::string>;
-
-class SessionWordsTest : public SessionBench, public testing::Test {
+class SessionWordsTest : public SessionBench {
 protected:
     SessionWordsTest() { own({"keep_note"}); }
 };
@@ -25,7 +18,7 @@ TEST_F(SessionWordsTest, theModeFollowsTheUserAlone)
         sentSince();
         callTool("mode_" + std::to_string(++calls), "set_mode", {{"mode", mode}});
         scheduler.advance(300ms); // What was said may have a next piece.
-        return sentSince().back();
+        return lastOf(sentSince());
     };
     EXPECT_NE(
         ask("do").find("They haven't asked to switch. Stay in guide mode; only they change it"), std::string::npos);
@@ -40,7 +33,7 @@ TEST_F(SessionWordsTest, theModeFollowsTheUserAlone)
     EXPECT_NE(ask("do").find("refused"), std::string::npos); // The words are used up.
     EXPECT_NE(ask("fast").find("mode must be one of guide, auto and do."), std::string::npos);
     controller->setHelpMode(HelpMode::auto_);
-    EXPECT_NE(wire->sent.back().find("They have switched to auto mode."), std::string::npos);
+    EXPECT_NE(lastSent().find("They have switched to auto mode."), std::string::npos);
     EXPECT_NE(ask("guide").find("Stay in Auto; only they change it."), std::string::npos);
 }
 
@@ -48,54 +41,42 @@ TEST_F(SessionWordsTest, theModeWaitsForWordsThatAreReportedLate)
 {
     struct Row {
         const char* name;
-        std::function<void()> before;
-        std::function<void()> after; ///< The call.
+        Steps before;
+        Steps after; ///< The call.
         std::chrono::milliseconds wait; ///< Until it is decided; nothing was decided before.
         const char* answer;
     };
-    const auto words = [this](const char* text) {
-        return [this, text] { wire->report(live_event::InputTranscript{text}); };
-    };
-    const auto said = [this] { speak(); };
-    const auto nothing = [] {};
+    const Step said = [this] { speak(); };
+    const Step ended = [this] { controller->stop("enough"); };
+    const Step echoed = [this] { wire->report(live_event::OutputTranscript{"Do it for me"}); };
     const Row rows[] = {
-        {"words after the call", said, words("do it for me"), 300ms, "switched"},
-        {"in pieces on both sides of it",
-            [=] {
-                said();
-                words("do it")();
-            },
-            words(" for me please"), 300ms, "switched"},
-        {"what follows takes it back", words("do it for me"), words(", no, just show me"), 300ms, "refused"},
-        {"none come", said, nothing, 1500ms, "refused"},
-        {"nobody spoke", nothing, nothing, 0ms, "refused"},
-        {"only the model says so", said, [this] { wire->report(live_event::OutputTranscript{"Do it for me"}); }, 1500ms,
-            "refused"},
-        {"the conversation ends first", said, [this] { controller->stop("enough"); }, 0ms, ""},
+        {"words after the call", {said}, {hear("do it for me")}, 300ms, "switched"},
+        {"in pieces on both sides of it", {said, hear("do it")}, {hear(" for me please")}, 300ms, "switched"},
+        {"what follows takes it back", {hear("do it for me")}, {hear(", no, just show me")}, 300ms, "refused"},
+        {"none come", {said}, {}, 1500ms, "refused"},
+        {"nobody spoke", {}, {}, 0ms, "refused"},
+        {"only the model says so", {said}, {echoed}, 1500ms, "refused"},
+        {"the conversation ends first", {said}, {ended}, 0ms, ""},
+    };
+    const auto count = [](const Lines& lines, const char* start) {
+        return std::ranges::count_if(lines, [start](const auto& line) { return line.starts_with(start); });
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         makeActive();
-        row.before();
+        carryOut(row.before);
         sentSince();
         saidSince();
         callTool("mode_1", "set_mode", {{"mode", "do"}});
-        row.after();
-        const auto answers = [this] {
-            return std::count_if(
-                wire->sent.begin(), wire->sent.end(), [](const auto& sent) { return sent.starts_with("tool "); });
-        };
+        carryOut(row.after);
         if (row.wait > 0ms) {
             scheduler.advance(row.wait - 1ms);
-            EXPECT_EQ(answers(), 0);
+            EXPECT_EQ(count(wire->sent, "tool "), 0);
             scheduler.advance(1ms);
         }
-        EXPECT_EQ(answers(), *row.answer ? 1 : 0);
+        EXPECT_EQ(count(wire->sent, "tool "), *row.answer ? 1 : 0);
         EXPECT_EQ(controller->helpMode(), row.answer == std::string("switched") ? HelpMode::do_ : HelpMode::guide);
-        const Lines reported = saidSince(); // Answered once in each case.
-        EXPECT_EQ(std::count_if(
-                      reported.begin(), reported.end(), [](const auto& line) { return line.starts_with("result"); }),
-            1);
+        EXPECT_EQ(count(saidSince(), "result"), 1) << "answered once in each case";
     }
 }
 
@@ -104,7 +85,7 @@ TEST_F(SessionWordsTest, wordsThatComeAfterTheirAnswerAskForNothing)
     makeActive();
     speak();
     callTool("c1", "keep_note");
-    replies[0].answer({{"status", "kept"}});
+    replies.at(0).answer({{"status", "kept"}});
     hearAssistant("Kept.", 500ms);
     wire->report(live_event::BackendIdle{});
     scheduler.advance(2s);
@@ -113,7 +94,7 @@ TEST_F(SessionWordsTest, wordsThatComeAfterTheirAnswerAskForNothing)
     wire->report(live_event::InputTranscript{" a note"});
     scheduler.advance(1s);
     EXPECT_FALSE(controller->isTurnOpen());
-    EXPECT_EQ(saidSince().back(), "spoken: keep a note");
+    EXPECT_EQ(lastOf(saidSince()), "spoken: keep a note");
     EXPECT_EQ(
         controller->conversation(), (std::deque<LiveHistoryEntry>{{"user", "keep a note"}, {"assistant", "Kept."}}));
     scheduler.advance(12s);
@@ -125,35 +106,23 @@ TEST_F(SessionWordsTest, whatTheProgramHasToTellWaitsForAQuietMoment)
     enum class By { model, modelLater, device };
     struct Row {
         const char* name;
-        std::function<void()> before;
-        std::function<void()> after;
+        Steps before;
+        Steps after;
         By told;
     };
-    const auto nothing = [] {};
-    const auto rest = [this] {
-        scheduler.advance(16s);
-        wire->closeWith({});
-    };
-    const auto tale = [this] { hearAssistant("A tale.", 5s); };
-    const auto pass = [this](std::chrono::milliseconds time) { return [this, time] { scheduler.advance(time); }; };
-    const auto mend = [this] {
-        scheduler.advance(600ms);
-        becomeReady();
-        scheduler.advance(1s);
-    };
+    const Step closed = [this] { wire->closeWith({}); };
+    const Step lost = [this] { lose(); };
+    const Step ready = [this] { becomeReady(); };
+    const Step ended = [this] { controller->stop("enough"); };
+    const Step tale = [this] { hearAssistant("A tale.", 5s); };
     const Row rows[] = {
-        {"quiet", nothing, nothing, By::model},
-        {"the voice sounds", tale, pass(7s), By::modelLater},
-        {"it rests", rest,
-            [this] {
-                becomeReady();
-                scheduler.advance(1s);
-            },
-            By::modelLater},
-        {"it cannot wake", rest, pass(20s), By::device},
-        {"the connection is lost", [this] { lose(); }, mend, By::modelLater},
-        {"there is no conversation", [this] { controller->stop("enough"); }, nothing, By::device},
-        {"the conversation ends first", tale, [this] { controller->stop("enough"); }, By::device},
+        {"quiet", {}, {}, By::model},
+        {"the voice sounds", {tale}, {pass(7s)}, By::modelLater},
+        {"it rests", {pass(16s), closed}, {ready, pass(1s)}, By::modelLater},
+        {"it cannot wake", {pass(16s), closed}, {pass(20s)}, By::device},
+        {"the connection is lost", {lost}, {pass(600ms), ready, pass(1s)}, By::modelLater},
+        {"there is no conversation", {ended}, {}, By::device},
+        {"the conversation ends first", {tale}, {ended}, By::device},
     };
     const auto told = [this] {
         const Lines sent = sentSince();
@@ -167,10 +136,10 @@ TEST_F(SessionWordsTest, whatTheProgramHasToTellWaitsForAQuietMoment)
         synthesiser = {};
         makeActive();
         silence(1s);
-        row.before();
+        carryOut(row.before);
         controller->announce("Reminder: call “Mum”.");
         EXPECT_EQ(told(), row.told == By::model);
-        row.after();
+        carryOut(row.after);
         EXPECT_EQ(told(), row.told == By::modelLater);
         const Lines said = saidSince();
         EXPECT_EQ(std::count(said.begin(), said.end(), "said: Reminder: call “Mum”."), row.told == By::device);
@@ -187,7 +156,7 @@ TEST_F(SessionWordsTest, whatTheProgramHasToTellWaitsForAQuietMoment)
 TEST_F(SessionWordsTest, whatTheModelThinksIsShownAndNeverSaid)
 {
     makeActive();
-    controller->submitTyped({{{"when am I free"}}, true});
+    type("when am I free");
     saidSince();
     for (const char* piece : {"**Looking", " at the calendar**\n\n", "", "Friday is full."})
         wire->report(live_event::Thinking{piece});
@@ -199,8 +168,8 @@ TEST_F(SessionWordsTest, whatTheModelThinksIsShownAndNeverSaid)
     scheduler.advance(2s);
     EXPECT_EQ(saidSince(), (Lines{"words: On Monday.", "said: On Monday.", "turn answered"}));
     EXPECT_EQ(controller->conversation().size(), 2U);
-    controller->submitTyped({{{"thanks"}}, true});
-    EXPECT_EQ(saidSince().front(), "thought: ");
+    type("thanks");
+    EXPECT_EQ(saidSince().at(0), "thought: ");
 }
 
 TEST_F(SessionWordsTest, whatIsSaidWhileAToolRunsIsNotTakenForAnsweredByItsResult)
@@ -213,7 +182,7 @@ TEST_F(SessionWordsTest, whatIsSaidWhileAToolRunsIsNotTakenForAnsweredByItsResul
         callTool("c1", "keep_note");
         speak();
         wire->report(live_event::InputTranscript{"and bread"});
-        replies[0].answer({{"status", "kept"}});
+        replies.at(0).answer({{"status", "kept"}});
         if (isTakenUp)
             callTool("c2", "keep_note");
         hearAssistant("Milk is noted.", 1s);

@@ -6,13 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include <deque>
-#include <optional>
-
 namespace quorvell {
 namespace {
-
-using namespace std::chrono_literals;
 
 /// Lines that are there as soon as they are asked for, and then the end, unless the writer is slow.
 class ReadyLines : public LineSource {
@@ -50,7 +45,7 @@ private:
     Report m_report;
 };
 
-class ChatConversationTest : public testing::Test, protected SessionBench {
+class ChatConversationTest : public SessionBench {
 protected:
     void begin(ChatConversation::Partner partner)
     {
@@ -91,7 +86,7 @@ protected:
         wire->closeWith(closure);
         scheduler.settle();
     }
-    bool wasSentLast(const std::string& text) const { return wire->sent.back().ends_with(text); }
+    bool wasSentLast(const std::string& text) const { return lastSent().ends_with(text); }
 
     ReadyLines lines{scheduler};
     std::optional<int> exitCode;
@@ -114,7 +109,7 @@ TEST_F(ChatConversationTest, aScriptsLinesGoOneTurnAtATime)
     answer("done.");
     EXPECT_TRUE(wasSentLast(" two"));
     answer("Done too.");
-    EXPECT_EQ(wire->sent.back(), "close");
+    EXPECT_EQ(lastSent(), "close");
     EXPECT_EQ(exitCode, std::nullopt);
     close({});
     EXPECT_EQ(exitCode, 0);
@@ -189,7 +184,7 @@ TEST_F(ChatConversationTest, anInterruptOfAScriptEndsItCleanly)
 {
     beginWith({"one"});
     chat->interrupt(); // While connecting.
-    EXPECT_EQ(wire->sent.back(), "close");
+    EXPECT_EQ(lastSent(), "close");
     close({});
     EXPECT_EQ(exitCode, 0);
 }
@@ -212,7 +207,7 @@ TEST_F(ChatConversationTest, aPersonsFirstInterruptStopsTheAnswerOrDropsTheLineA
     EXPECT_FALSE(lines.isHalfTyped);
     EXPECT_TRUE(notes.empty());
     chat->interrupt();
-    EXPECT_EQ(wire->sent.back(), "close");
+    EXPECT_EQ(lastSent(), "close");
     close({});
     EXPECT_EQ(exitCode, 0);
 }
@@ -223,7 +218,7 @@ TEST_F(ChatConversationTest, aPersonsConversationEndsWithinAnAnswerWhenTheSystem
     lines.type("tell me a long story");
     scheduler.settle();
     chat->leave();
-    EXPECT_EQ(wire->sent.back(), "close");
+    EXPECT_EQ(lastSent(), "close");
     close({});
     EXPECT_EQ(exitCode, 0);
 }

@@ -9,10 +9,7 @@
 namespace quorvell {
 namespace {
 
-using namespace std::chrono_literals;
-using Lines = std::vector<std::string>;
-
-struct ListeningTest : SessionParts, testing::Test {
+struct ListeningTest : SessionParts {
     ListeningTest() { listening.begin(); }
 };
 
@@ -98,15 +95,15 @@ TEST_F(ListeningTest, hearsAgainWhatIsTakenUpByNobody)
 TEST_F(ListeningTest, silencesTheDeviceAndTheVoiceThatIsSpokenOver)
 {
     connect();
-    sound(1s, 0);
+    silence(1s);
     notices.say("Something went wrong.");
     turn.voiceSound(Bytes(96'000));
-    sound(80ms, 40);
+    sound(80ms, 12000);
     EXPECT_FALSE(notices.isSpeaking());
     EXPECT_EQ(player.unplayed(), 0ms);
     EXPECT_EQ(sentSince(), Lines{"drop stale"});
     EXPECT_TRUE(turn.bargedIn());
-    sound(1s, 0);
+    silence(1s);
     scheduler.advance(Listening::bargeInNotice);
     EXPECT_FALSE(turn.bargedIn()) << "the service took it for noise";
 }
@@ -114,8 +111,8 @@ TEST_F(ListeningTest, silencesTheDeviceAndTheVoiceThatIsSpokenOver)
 TEST_F(ListeningTest, endsASentenceThatIsCutByTheMuteSwitch)
 {
     connect();
-    sound(1s, 0);
-    sound(400ms, 40);
+    silence(1s);
+    sound(400ms, 12000);
     listening.ear().setMuted(Ear::Muting::muted);
     ASSERT_EQ(heard.size(), 1U);
     const int before = wire->audioChunks;

@@ -11,9 +11,7 @@
 namespace quorvell {
 namespace {
 
-using Lines = std::vector<std::string>;
-
-struct OutboxTest : SessionParts, testing::Test { };
+struct OutboxTest : SessionParts { };
 
 TEST_F(OutboxTest, keepsItsMessagesForTheLineThatComes)
 {

@@ -9,7 +9,6 @@
 #include <vector>
 
 namespace quorvell {
-namespace {
 
 using Lines = std::vector<std::string>;
 
@@ -53,5 +52,4 @@ TEST(ReportQueue, takesNothingOnceClosed)
     EXPECT_EQ(taken, 1);
 }
 
-} // namespace
 } // namespace quorvell

@@ -5,11 +5,9 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <vector>
 
 namespace quorvell {
-namespace {
 
 using namespace std::chrono_literals;
 
@@ -54,5 +52,4 @@ TEST(TurnTracker, isCompleteOnlyOnceAnsweredIdleAndQuiet)
     }
 }
 
-} // namespace
 } // namespace quorvell
