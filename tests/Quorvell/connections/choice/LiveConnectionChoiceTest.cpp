@@ -10,7 +10,6 @@
 #include <nlohmann/json.hpp>
 
 namespace quorvell {
-namespace {
 
 using namespace std::chrono_literals;
 using Way = OpenAIRoute::Way;
@@ -136,5 +135,4 @@ TEST(NetworkFingerprint, comesFromTheWayOut)
         EXPECT_EQ(NetworkFingerprint::of(none), "");
 }
 
-} // namespace
 } // namespace quorvell

@@ -10,7 +10,6 @@
 #include <csignal>
 
 namespace quorvell {
-namespace {
 
 using namespace std::chrono_literals;
 
@@ -61,5 +60,4 @@ TEST(IndependentPeer, holdsAConversationWithUsAndIsMissedWhenItFallsSilent)
     service.waitForFinished();
 }
 
-} // namespace
 } // namespace quorvell

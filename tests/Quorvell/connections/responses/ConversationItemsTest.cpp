@@ -4,10 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 namespace quorvell {
-namespace {
 
 TEST(ConversationItems, stayBoundedAndWhole)
 {
@@ -29,5 +26,4 @@ TEST(ConversationItems, stayBoundedAndWhole)
     EXPECT_EQ(items.all().size(), 1U);
 }
 
-} // namespace
 } // namespace quorvell
