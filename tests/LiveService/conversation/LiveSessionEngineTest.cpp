@@ -148,6 +148,10 @@ private:
     LiveSessionEngine m_engine;
 };
 
+struct StartedConversation : Conversation {
+    StartedConversation() { start(); }
+};
+
 Json typed(const char* text)
 {
     return OpenAILiveMessage::backendMessage(
@@ -186,8 +190,7 @@ TEST(LiveSessionEngine, walksThroughATypedReminder)
 
 TEST(LiveSessionEngine, walksThroughASpokenTurn)
 {
-    Conversation talk;
-    talk.start();
+    StartedConversation talk;
     EXPECT_EQ(talk.sendSound(0, milliseconds(600)), Texts{"expect"});
     EXPECT_EQ(talk.sendSound(40, milliseconds(1000)), Texts{"begin"});
     talk.now = *talk.engine().nextTick();
@@ -214,8 +217,7 @@ TEST(LiveSessionEngine, walksThroughASpokenTurn)
 
 TEST(LiveSessionEngine, stopsSpeakingWhenTheUserBegins)
 {
-    Conversation talk;
-    talk.start();
+    StartedConversation talk;
     EXPECT_EQ(talk.send(OpenAILiveMessage::instructions("Sam has just called Quorvell over and is looking at a page. "
                                                         "Say hello warmly and ask what they'd like to do.")),
         Texts{"voice 1 <Hello Sam.> <What can I do for you?>"});
@@ -241,16 +243,14 @@ TEST(LiveSessionEngine, carriesOutInstructions)
         {"Speak slowly.", {}},
     };
     for (const auto& [instructions, expected] : rows) {
-        Conversation talk;
-        talk.start();
+        StartedConversation talk;
         EXPECT_EQ(talk.send(OpenAILiveMessage::instructions(instructions)), expected) << instructions;
     }
 }
 
 TEST(LiveSessionEngine, goesOnFromAnotherSession)
 {
-    Conversation first;
-    first.start();
+    StartedConversation first;
     first.send(typed("one"));
     first.send(OpenAILiveMessage::responseCreate());
     first.think(std::string("First."));
@@ -270,8 +270,7 @@ TEST(LiveSessionEngine, answersATurnWithoutWordsPlainly)
     };
     for (const auto& [name, speech, turn, expected] : rows) {
         SCOPED_TRACE(name);
-        Conversation talk;
-        talk.start();
+        StartedConversation talk;
         talk.sendSound(40, speech);
         talk.sendSound(0, milliseconds(800));
         EXPECT_EQ(talk.hear(turn), expected);
@@ -280,8 +279,7 @@ TEST(LiveSessionEngine, answersATurnWithoutWordsPlainly)
 
 TEST(LiveSessionEngine, answersEverythingThatWaitsInOneResponse)
 {
-    Conversation talk;
-    talk.start();
+    StartedConversation talk;
     talk.send(typed("one"));
     talk.send(OpenAILiveMessage::backendMessage("[Quorvell app event] The page changed."));
     talk.send(OpenAILiveMessage::backendMessage("[They typed] two"));
@@ -323,8 +321,7 @@ TEST(ClientText, whatAnEarlierConnectionSawToIsNotCarriedOutAgain)
 
 TEST(LiveSessionEngine, goesOnWhenAResultNeverComes)
 {
-    Conversation talk;
-    talk.start();
+    StartedConversation talk;
     talk.send(typed("one"));
     talk.send(OpenAILiveMessage::responseCreate());
     talk.think(ToolRequest{"set_reminder", "{}"});
@@ -360,16 +357,14 @@ TEST(LiveSessionEngine, refusesWhatItCannotTake)
         EXPECT_EQ(talk.receive(frame), Texts{expected});
         EXPECT_EQ(talk.start().empty(), false);
     }
-    Conversation talk;
-    talk.start();
+    StartedConversation talk;
     EXPECT_EQ(talk.start(),
         (Texts{error("session_already_started", "This session has started. Open another connection for another one.",
             "start")}));
     for (int count = 1; count < LiveSessionEngine::mostErrorsInARow; ++count)
         EXPECT_EQ(talk.receive("nonsense").size(), 1u);
     EXPECT_EQ(talk.receive("nonsense").back(), "close 1008 too_many_errors");
-    Conversation full;
-    full.start();
+    StartedConversation full;
     for (std::size_t count = 0; count < BackendRun::mostWaiting; ++count)
         EXPECT_EQ(full.send(typed("x")), Texts());
     EXPECT_EQ(full.send(typed("x")),
@@ -385,8 +380,7 @@ TEST(LiveSessionEngine, endsWhatNeverStartsAndWhatTheServiceEnds)
         never.tick(), (Texts{R"({"type":"session.closed","reason":"start_timeout"})", "close 1008 start_timeout"}));
     EXPECT_FALSE(never.engine().nextTick());
 
-    Conversation talk;
-    talk.start();
+    StartedConversation talk;
     EXPECT_EQ(shown(talk.engine().end("server_shutdown", 1001)),
         (Texts{R"({"type":"session.closed","reason":"server_shutdown"})", "close 1001 server_shutdown"}));
     EXPECT_EQ(shown(talk.engine().end("server_shutdown", 1001)), Texts());

@@ -10,7 +10,6 @@
 #include <vector>
 
 namespace quorvell {
-namespace {
 
 /// What a ring of ten gives out after each step; samples are numbered from 1.
 TEST(SampleRing, givesOutWhatIsNeitherReadNorForgotten)
@@ -78,5 +77,4 @@ TEST(SampleRing, keepsOrderBetweenTwoThreads)
     EXPECT_EQ(ring.waiting(), 0U);
 }
 
-} // namespace
 } // namespace quorvell

@@ -53,12 +53,11 @@ public:
         environment.hasSessionBus = bus == Bus::own;
     }
 
-    NotebookAccess* open(std::unique_ptr<Notebook>& notebook)
+    std::unique_ptr<NotebookAccess> open()
     {
         OpenedNotebook opened = openNotebook(environment, scheduler());
         EXPECT_EQ(opened.problem, "");
-        notebook = std::move(opened.notebook);
-        return static_cast<NotebookAccess*>(notebook.get());
+        return std::unique_ptr<NotebookAccess>(static_cast<NotebookAccess*>(opened.notebook.release()));
     }
 
     template <typename Test> bool spinUntil(const Test& isDone)
@@ -78,14 +77,18 @@ public:
     }
     /// Of a change, a member function of the notebook.
     template <typename Kind, typename Member, typename... Arguments>
-    std::string problemOf(Kind& notebook, Member change, const Arguments&... arguments)
+    NotebookVerdict verdictOn(Kind& notebook, Member change, const Arguments&... arguments)
     {
         std::optional<NotebookVerdict> verdict;
         std::invoke(change, notebook, arguments..., [&verdict](const NotebookVerdict& found) { verdict = found; });
         EXPECT_FALSE(verdict) << "answered within the call";
         EXPECT_TRUE(spinUntil([&verdict] { return verdict.has_value(); }));
         EXPECT_TRUE(!verdict || verdict->isStored == verdict->problem.empty());
-        return verdict ? verdict->problem : "no verdict";
+        return verdict.value_or(NotebookVerdict{.problem = "no verdict"});
+    }
+    template <typename Kind, typename... Change> std::string problemOf(Kind& notebook, const Change&... change)
+    {
+        return verdictOn(notebook, change...).problem;
     }
     std::string add(Notebook& notebook, const Note& note) { return problemOf(notebook, &Notebook::add, note); }
     std::string append(Notebook& notebook, const std::string& id, const std::string& text)
@@ -152,8 +155,8 @@ TEST(NotebookAccessOwner, owns)
 TEST(NotebookAccess, isOneProgramsWithoutABus)
 {
     Desk desk(Desk::Bus::none);
-    std::unique_ptr<Notebook> first;
-    EXPECT_TRUE(desk.open(first)->isOwner());
+    auto first = desk.open();
+    EXPECT_TRUE(first->isOwner());
     EXPECT_EQ(desk.add(*first, noteOf("aaaa", "a")), "");
     const OpenedNotebook second = openNotebook(desk.environment, desk.scheduler());
     EXPECT_EQ(second.notebook, nullptr);
@@ -161,7 +164,8 @@ TEST(NotebookAccess, isOneProgramsWithoutABus)
         {desk.environment.notebookFolder, "process " + std::to_string(::getpid()), std::string("Close")})
         EXPECT_NE(second.problem.find(part), std::string::npos) << second.problem;
     first = nullptr;
-    EXPECT_TRUE(desk.open(first)->isOwner());
+    first = desk.open();
+    EXPECT_TRUE(first->isOwner());
     EXPECT_EQ(first->notes().size(), 1u);
 }
 
@@ -170,8 +174,8 @@ TEST(NotebookAccess, isOneProgramsWithoutABus)
     ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere/bus", 1);
     Desk desk(Desk::Bus::none);
     desk.environment.hasSessionBus = true;
-    std::unique_ptr<Notebook> notebook;
-    const bool isOwner = desk.open(notebook)->isOwner();
+    const auto notebook = desk.open();
+    const bool isOwner = notebook->isOwner();
     const bool isStored = desk.add(*notebook, noteOf("aaaa", "a")).empty();
     const bool isAlone = openNotebook(desk.environment, desk.scheduler()).notebook == nullptr;
     std::exit(isOwner && isStored && isAlone ? 0 : 1);
@@ -188,13 +192,10 @@ TEST(NotebookAccess, worksWithABusThatIsGone)
     auto bus = std::make_unique<test::PrivateBus>();
     Desk desk(Desk::Bus::none);
     desk.environment.hasSessionBus = true;
-    std::unique_ptr<Notebook> notebook;
-    NotebookAccess* const access = desk.open(notebook);
+    const auto access = desk.open();
     const auto remarkOfMove = [&](const std::string& target) {
-        std::optional<NotebookVerdict> verdict;
-        access->moveNotebook(target, [&verdict](const NotebookVerdict& found) { verdict = found; });
-        desk.spinUntil([&verdict] { return verdict.has_value(); });
-        return verdict && verdict->isStored ? verdict->remark : "not moved";
+        const NotebookVerdict verdict = desk.verdictOn(*access, &FullNotebook::moveNotebook, target);
+        return verdict.isStored ? verdict.remark : "not moved";
     };
     const bool isQuiet = remarkOfMove(desk.folder / "first").empty();
     bus = nullptr;
@@ -211,10 +212,9 @@ TEST(NotebookAccess, tellsWhenTheBusIsLostInAMove)
 TEST(NotebookAccess, handsChangesToTheOwner)
 {
     Desk desk(Desk::Bus::own);
-    std::unique_ptr<Notebook> owner;
-    std::unique_ptr<Notebook> other;
-    EXPECT_TRUE(desk.open(owner)->isOwner());
-    EXPECT_FALSE(desk.open(other)->isOwner());
+    const auto owner = desk.open();
+    const auto other = desk.open();
+    EXPECT_TRUE(owner->isOwner() && !other->isOwner());
     EXPECT_EQ(desk.add(*other, noteOf("aaaa", "a")), "");
     EXPECT_EQ(desk.append(*other, "aaaa", "one "), "");
     EXPECT_EQ(owner->note("aaaa")->body, "one ");
@@ -245,10 +245,8 @@ TEST(NotebookAccess, handsChangesToTheOwner)
 TEST(NotebookAccess, seesWhatOthersStore)
 {
     Desk desk(Desk::Bus::own);
-    std::unique_ptr<Notebook> owner;
-    std::unique_ptr<Notebook> other;
-    desk.open(owner);
-    desk.open(other);
+    const auto owner = desk.open();
+    const auto other = desk.open();
     EXPECT_EQ(desk.add(*owner, noteOf("aaaa", "a")), "");
     EXPECT_TRUE(desk.spinUntil([&other] { return other->notes().size() == 1; }));
     EXPECT_EQ(desk.append(*owner, "aaaa", "x"), "");
@@ -256,18 +254,15 @@ TEST(NotebookAccess, seesWhatOthersStore)
 
     // Another folder is another notebook, on the same bus too.
     desk.environment.notebookFolder = desk.folder / "elsewhere";
-    std::unique_ptr<Notebook> elsewhere;
-    EXPECT_TRUE(desk.open(elsewhere)->isOwner());
-    EXPECT_TRUE(elsewhere->notes().empty());
+    const auto elsewhere = desk.open();
+    EXPECT_TRUE(elsewhere->isOwner() && elsewhere->notes().empty());
 }
 
 TEST(NotebookAccess, doesEverythingThroughTheOwner)
 {
     Desk desk(Desk::Bus::own);
-    std::unique_ptr<Notebook> owner;
-    std::unique_ptr<Notebook> guest;
-    desk.open(owner);
-    NotebookAccess* const other = desk.open(guest);
+    const auto owner = desk.open();
+    const auto other = desk.open();
     std::string heard;
     const NotebookObservation observation = other->observe([&heard](const NotebookChanges& changes) {
         for (const std::string& id : changes.gone)
@@ -296,9 +291,10 @@ TEST(NotebookAccess, doesEverythingThroughTheOwner)
 
     const std::string target = desk.folder / "moved";
     EXPECT_NE(desk.problemOf(*other, &FullNotebook::moveNotebook, target), "");
-    EXPECT_EQ(desk.problemOf(static_cast<FullNotebook&>(*owner), &FullNotebook::moveNotebook, target), "");
+    EXPECT_EQ(desk.problemOf(*owner, &FullNotebook::moveNotebook, target), "");
     desk.environment.notebookFolder = target;
-    EXPECT_FALSE(desk.open(guest)->isOwner());
+    const auto guest = desk.open();
+    EXPECT_FALSE(guest->isOwner());
     EXPECT_EQ(desk.append(*guest, "aaaa", "!"), "");
     EXPECT_EQ(readNoteFolder(target, monday)->notes, owner->notes());
 }
@@ -307,11 +303,9 @@ TEST(NotebookAccess, takesOverFromAnOwnerThatIsKilledOrEnds)
 {
     Desk desk(Desk::Bus::own);
     OtherProgram other(desk);
-    std::unique_ptr<Notebook> notebook;
-    std::unique_ptr<Notebook> third;
-    NotebookAccess* access = desk.open(notebook);
-    EXPECT_FALSE(access->isOwner());
-    desk.open(third);
+    auto notebook = desk.open();
+    EXPECT_FALSE(notebook->isOwner());
+    const auto third = desk.open();
     EXPECT_EQ(desk.add(*notebook, noteOf("aaaa", "a")), "");
     std::optional<NotebookVerdict> verdict;
     notebook->update(
@@ -319,7 +313,7 @@ TEST(NotebookAccess, takesOverFromAnOwnerThatIsKilledOrEnds)
     other.kill();
     EXPECT_TRUE(desk.spinUntil([&verdict] { return verdict.has_value(); }));
     EXPECT_TRUE(verdict->isStored) << verdict->problem;
-    EXPECT_TRUE(access->isOwner());
+    EXPECT_TRUE(notebook->isOwner());
     EXPECT_EQ(notebook->note("aaaa")->body, "x");
     // The third program finds the new owner, and takes over in its turn when that one ends properly.
     EXPECT_EQ(desk.append(*third, "aaaa", "y"), "");
@@ -338,8 +332,8 @@ TEST(NotebookAccess, saysWhenTheOwnerHangs)
 {
     Desk desk(Desk::Bus::own);
     const OtherProgram other(desk);
-    std::unique_ptr<Notebook> notebook;
-    EXPECT_FALSE(desk.open(notebook)->isOwner());
+    const auto notebook = desk.open();
+    EXPECT_FALSE(notebook->isOwner());
     other.stop();
     desk.longestTurn = 0;
     QElapsedTimer waited;
@@ -352,8 +346,7 @@ TEST(NotebookAccess, saysWhenTheOwnerHangs)
 TEST(NotebookAccess, distrustsTheBus)
 {
     Desk desk(Desk::Bus::own);
-    std::unique_ptr<Notebook> owner;
-    desk.open(owner);
+    const auto owner = desk.open();
     ASSERT_EQ(desk.add(*owner, noteOf("aaaa", "a")), "");
     const auto bus = NotebookBus::connect(desk.environment.notebookFolder);
     ASSERT_TRUE(bus);

@@ -9,7 +9,6 @@
 #include <sys/stat.h>
 
 namespace quorvell {
-namespace {
 
 using Outcome = NotebookLock::Outcome;
 
@@ -49,5 +48,4 @@ TEST(NotebookLock, saysWhyItCannotBeHad)
     }
 }
 
-} // namespace
 } // namespace quorvell

@@ -6,12 +6,10 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <regex>
 #include <set>
 
 namespace quorvell {
-namespace {
 
 using namespace std::chrono_literals;
 
@@ -58,5 +56,4 @@ TEST(FreshUUID, isOfTheRandomKindAndNeverTheSame)
     EXPECT_EQ(seen.size(), 100U);
 }
 
-} // namespace
 } // namespace quorvell

@@ -14,6 +14,10 @@ using test::readText;
 using test::writeText;
 namespace fs = std::filesystem;
 
+struct NotebookFaultTest : testing::Test {
+    Desk desk;
+};
+
 TEST(NotebookFault, outsideEditsAreReadBeforeTheyAreWrittenOver)
 {
     const std::string file = "2026-11-16-a-aaaa.md";
@@ -70,10 +74,9 @@ TEST(NotebookFault, outsideEditsAreReadBeforeTheyAreWrittenOver)
     }
 }
 
-TEST(NotebookFault, aThousandFilesChangeAtOnce)
+TEST_F(NotebookFaultTest, aThousandFilesChangeAtOnce)
 {
-    Desk desk;
-    const auto write = [&desk](int number, const std::string& text) {
+    const auto write = [this](int number, const std::string& text) {
         const std::string id = "n" + std::to_string(number);
         writeText(desk.folder / (id + ".md"), NoteFile::encode(noteOf(id, text)));
     };
@@ -97,9 +100,8 @@ TEST(NotebookFault, aThousandFilesChangeAtOnce)
     EXPECT_EQ(desk.history("n500").at(0).title, "old") << "what outside changes replaced is kept";
 }
 
-TEST(NotebookFault, historyThatCannotBeWrittenStopsTheChange)
+TEST_F(NotebookFaultTest, historyThatCannotBeWrittenStopsTheChange)
 {
-    Desk desk;
     NotebookStore& store = desk.open();
     ASSERT_TRUE(desk.add(noteOf("aaaa", "a", "old")).isStored);
     writeText(desk.folder / NoteHistory::folderName, "a file where the folder should be");
@@ -109,11 +111,10 @@ TEST(NotebookFault, historyThatCannotBeWrittenStopsTheChange)
     EXPECT_EQ(desk.stored(), store.notes());
 }
 
-TEST(NotebookFault, tidyingRemovesOnlyWhatIsOldAndOurs)
+TEST_F(NotebookFaultTest, tidyingRemovesOnlyWhatIsOldAndOurs)
 {
     const std::string gone = "0123456789ab";
     const std::string shared = "00000000000a";
-    Desk desk;
     fs::create_directories(desk.folder / "Pictures");
     fs::create_directories(desk.folder / ".history");
     const auto now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
@@ -146,9 +147,8 @@ TEST(NotebookFault, tidyingRemovesOnlyWhatIsOldAndOurs)
         EXPECT_TRUE(fs::exists(desk.folder / name)) << name;
 }
 
-TEST(NotebookFault, movingKeepsBothAndLeavesTheSourceWholeWhenItFails)
+TEST_F(NotebookFaultTest, movingKeepsBothAndLeavesTheSourceWholeWhenItFails)
 {
-    Desk desk;
     NotebookStore& store = desk.open();
     const test::TemporaryFolder elsewhere;
     const std::string target = elsewhere / "deep/Notebook";

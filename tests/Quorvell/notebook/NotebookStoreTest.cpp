@@ -15,9 +15,12 @@ namespace {
 using test::readText;
 using test::writeText;
 
-TEST(NotebookStore, keepsWhatItConfirms)
-{
+struct NotebookStoreTest : testing::Test {
     Desk desk;
+};
+
+TEST_F(NotebookStoreTest, keepsWhatItConfirms)
+{
     NotebookStore& store = desk.open();
     Note note = noteOf("aaaa11112222", "Shopping", "milk\r\neggs\r\n");
     note.question = "a\r\nb\xFF";
@@ -41,9 +44,8 @@ TEST(NotebookStore, keepsWhatItConfirms)
     EXPECT_EQ(found.st_mode & 07777u, 0600u);
 }
 
-TEST(NotebookStore, changesOneNoteInItsFile)
+TEST_F(NotebookStoreTest, changesOneNoteInItsFile)
 {
-    Desk desk;
     NotebookStore& store = desk.open();
     ASSERT_TRUE(desk.add(noteOf("aaaa", "Old title")).isStored);
     const auto change = [](Note& note) {
@@ -68,9 +70,8 @@ TEST(NotebookStore, changesOneNoteInItsFile)
     EXPECT_EQ(desk.stored(), store.notes());
 }
 
-TEST(NotebookStore, showsChangesAtOnceAndWritesThemInOrder)
+TEST_F(NotebookStoreTest, showsChangesAtOnceAndWritesThemInOrder)
 {
-    Desk desk;
     NotebookStore& store = desk.open();
     std::vector<int> answers;
     const auto answer = [&answers](int number) {
@@ -87,9 +88,8 @@ TEST(NotebookStore, showsChangesAtOnceAndWritesThemInOrder)
     EXPECT_EQ(desk.files().size(), 1u);
 }
 
-TEST(NotebookStore, putsBackWhatCannotBeWritten)
+TEST_F(NotebookStoreTest, putsBackWhatCannotBeWritten)
 {
-    Desk desk;
     NotebookStore& store = desk.open();
     ASSERT_TRUE(desk.add(noteOf("aaaa", "a", "old")).isStored);
     std::vector<std::string> problems;
@@ -113,9 +113,8 @@ TEST(NotebookStore, putsBackWhatCannotBeWritten)
     EXPECT_EQ(desk.files().size(), 1u);
 }
 
-TEST(NotebookStore, overwritesNoFileThatIsNotOnRecord)
+TEST_F(NotebookStoreTest, overwritesNoFileThatIsNotOnRecord)
 {
-    Desk desk;
     const std::string notes[] = {"2026-11-16-a-aaaa.md", "2026-11-16-a-aaaa-aaaa11112222.md"};
     for (const std::string& name : notes)
         writeText(desk.folder / name, "of somebody else");
@@ -130,14 +129,13 @@ TEST(NotebookStore, overwritesNoFileThatIsNotOnRecord)
     EXPECT_EQ(desk.stored(), store.notes());
 }
 
-TEST(NotebookStore, readsTheFolderAsPeopleLeaveIt)
+TEST_F(NotebookStoreTest, readsTheFolderAsPeopleLeaveIt)
 {
     const auto file = [](const std::string& title, Instant updated) {
         Note note = noteOf("aaaa", title);
         note.updated = updated;
         return NoteFile::encode(note);
     };
-    Desk desk;
     writeText(desk.folder / "b.md", file("older", monday + 1h));
     writeText(desk.folder / "c.md", file("newer", monday + 2h));
     writeText(desk.folder / "d.md", file("as new, but read later", monday + 2h));
@@ -165,9 +163,8 @@ TEST(NotebookStore, readsTheFolderAsPeopleLeaveIt)
     EXPECT_EQ(store.fileURL("aaaa"), desk.folder / "d.md");
 }
 
-TEST(NotebookStore, reloadsUnderWaitingChanges)
+TEST_F(NotebookStoreTest, reloadsUnderWaitingChanges)
 {
-    Desk desk;
     NotebookStore& store = desk.open();
     ASSERT_TRUE(desk.add(noteOf("aaaa", "a")).isStored);
     ASSERT_TRUE(desk.add(noteOf("bbbb", "b")).isStored);
@@ -189,9 +186,8 @@ TEST(NotebookStore, reloadsUnderWaitingChanges)
     EXPECT_EQ(desk.stored(), store.notes());
 }
 
-TEST(NotebookStore, writesWhatIsWaitingWhenItEnds)
+TEST_F(NotebookStoreTest, writesWhatIsWaitingWhenItEnds)
 {
-    Desk desk;
     NotebookStore& store = desk.open();
     int answers = 0;
     store.add(noteOf("aaaa", "a"), [&answers](const NotebookVerdict&) { ++answers; });
@@ -206,9 +202,8 @@ TEST(NotebookStore, writesWhatIsWaitingWhenItEnds)
     EXPECT_EQ(desk.files().size(), 1u);
 }
 
-TEST(NotebookStore, saysWhatIsWrongWithTheFolder)
+TEST_F(NotebookStoreTest, saysWhatIsWrongWithTheFolder)
 {
-    Desk desk;
     writeText(desk.folder / "file", "");
     const auto opened = NotebookStore::open(desk.folder / "file/Notebook", *desk.worker, desk.clock);
     EXPECT_EQ(opened.store, nullptr);
@@ -233,9 +228,8 @@ TEST(NotebookStore, saysWhatIsWrongWithTheFolder)
     EXPECT_EQ(store.note("aaaa")->title, "b");
 }
 
-TEST(NotebookStore, keepsAVersionAMinuteUnlessTheAuthorChanges)
+TEST_F(NotebookStoreTest, keepsAVersionAMinuteUnlessTheAuthorChanges)
 {
-    Desk desk;
     NotebookStore& store = desk.open();
     ASSERT_TRUE(desk.add(noteOf("aaaa", "a", "0")).isStored);
     struct Row {
@@ -277,9 +271,8 @@ TEST(NotebookStore, keepsAVersionAMinuteUnlessTheAuthorChanges)
     EXPECT_TRUE(desk.history("../up").empty()) << "an id that leads out of the folder";
 }
 
-TEST(NotebookStore, listensToTheFolderAfterABurstOfChanges)
+TEST_F(NotebookStoreTest, listensToTheFolderAfterABurstOfChanges)
 {
-    Desk desk;
     NotebookStore& store = desk.open();
     std::vector<std::string> heard;
     const NotebookObservation observation = store.observe([&heard](const NotebookChanges& changes) {
@@ -317,9 +310,8 @@ public:
     std::vector<std::string> put_;
 };
 
-TEST(NotebookStore, deletesIntoTheTrashAndForgetsForGood)
+TEST_F(NotebookStoreTest, deletesIntoTheTrashAndForgetsForGood)
 {
-    Desk desk;
     FakeTrash trash;
     desk.ports.trash = &trash;
     NotebookStore& store = desk.open();
@@ -347,7 +339,7 @@ TEST(NotebookStore, deletesIntoTheTrashAndForgetsForGood)
     EXPECT_EQ(desk.files().size(), 1u);
 }
 
-TEST(NotebookStore, keepsPicturesAndTicks)
+TEST_F(NotebookStoreTest, keepsPicturesAndTicks)
 {
     struct Converter final : PictureConverter {
         std::optional<std::string> png(std::string_view picture) const override
@@ -355,7 +347,6 @@ TEST(NotebookStore, keepsPicturesAndTicks)
             return picture == "bad" ? std::nullopt : std::optional("PNG of " + std::string(picture));
         }
     };
-    Desk desk;
     const Converter converter;
     desk.ports.pictures = &converter;
     NotebookStore& store = desk.open();

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Catches words heard in noise, speech that goes on after its end, and models that are missing without a word.
+#include "FakeDevices.h"
 #include "Media/audio/Resampler.h"
 #include "OnDeviceSpeech/SpeechVoice.h"
 #include "Quorvell/speech/DeviceEar.h"
 #include "Quorvell/speech/DeviceVoice.h"
 #include "QuorvellCore/live/gate/PCM.h"
 #include "RealScheduler.h"
+#include "VirtualScheduler.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -124,45 +126,29 @@ TEST(RecognitionWorker, endsWithoutDoingWhatWaits)
     EXPECT_EQ(reports, 0) << "neither words nor a failure of models that nobody waits for";
 }
 
-/// A loudspeaker whose time goes by when the test says so.
-struct FakePlayer : AudioPlayer {
-    void play(std::span<const std::uint8_t> pcm) override { given += length(pcm.size()); }
-    void stop() override
-    {
-        ++stops;
-        given = heard;
-    }
-    std::chrono::milliseconds unplayed() const override { return given - heard; }
-    std::chrono::milliseconds played() const override { return heard; }
-    static std::chrono::milliseconds length(std::size_t bytes) { return std::chrono::milliseconds(bytes / 48); }
-
-    std::chrono::milliseconds given{};
-    std::chrono::milliseconds heard{};
-    int stops = 0;
-};
-
 TEST(DeviceVoice, isSpeakingUntilItWasHeard)
 {
     RealScheduler scheduler;
-    FakePlayer player;
+    VirtualScheduler loudspeaker; // Its time goes by when the test says so.
+    FakePlayer player(loudspeaker);
     DeviceVoice voice(player, scheduler);
     EXPECT_FALSE(voice.isSpeaking());
     voice.say("I am still here.");
     voice.say("Call me when you need me.");
     EXPECT_TRUE(voice.isSpeaking());
-    ASSERT_TRUE(scheduler.runUntil([&] { return player.given > 2s; }));
+    ASSERT_TRUE(scheduler.runUntil([&] { return player.unplayed() > 2s; }));
     scheduler.run(200ms);
-    EXPECT_LT(player.given, 5s);
+    const auto length = player.unplayed();
+    EXPECT_LT(length, 5s);
     EXPECT_TRUE(voice.isSpeaking()) << "made, but not heard";
-    const auto end = player.given;
-    player.given += 1s; // somebody else's sound after it
-    player.heard = end - 1ms;
+    player.play(Bytes(48000)); // A second of somebody else's sound after it.
+    loudspeaker.advance(length - 1ms);
     EXPECT_TRUE(voice.isSpeaking());
-    player.heard = end;
+    loudspeaker.advance(1ms);
     EXPECT_FALSE(voice.isSpeaking());
     voice.stop();
     EXPECT_EQ(player.stops, 0) << "what others say is not cut off";
-    player.heard = player.given;
+    loudspeaker.advance(1s);
 
     std::string story;
     while (story.size() < 2 * DeviceVoice::longestText)

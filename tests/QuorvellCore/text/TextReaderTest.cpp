@@ -7,7 +7,6 @@
 #include <string>
 
 namespace quorvell {
-namespace {
 
 /// "name=12;" with a name of any length and a number of one to three digits from 5 to 200.
 TEST(TextReader, saysOnceWhetherEverythingFits)
@@ -44,5 +43,4 @@ TEST(TextReader, saysOnceWhetherEverythingFits)
     EXPECT_FALSE(manyDigits.isFine());
 }
 
-} // namespace
 } // namespace quorvell

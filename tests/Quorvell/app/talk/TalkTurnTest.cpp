@@ -5,21 +5,16 @@
 #include "FakeLiveConnection.h"
 #include "Quorvell/app/talk/ReplyRecorder.h"
 #include "VirtualScheduler.h"
+#include "WrittenLog.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <optional>
 
 namespace quorvell {
 namespace {
 
 using namespace std::chrono_literals;
-
-class NoLog : public EventLog {
-public:
-    void record(std::string_view, const Json&) override { }
-};
 
 class TalkTurnTest : public testing::Test {
 protected:
@@ -62,7 +57,7 @@ protected:
     VirtualScheduler scheduler;
     int voiceBegan = 0;
     ReplyRecorder recorder{[this] { ++voiceBegan; }};
-    NoLog log;
+    WrittenLog log;
     ToolRegistry registry;
     ToolDispatcher tools{registry};
     FakeLiveConnection* wire = nullptr;

@@ -10,7 +10,6 @@
 #include <sys/stat.h>
 
 namespace quorvell {
-namespace {
 
 using Kind = TerminalInput::Kind;
 using Pieces = std::vector<TypedMessage::Piece>;
@@ -124,5 +123,4 @@ TEST(CommandHistoryFile, outlivesTheProgramAndStaysSmallAndPrivate)
     EXPECT_EQ(status.st_mode & 0777, 0600U);
 }
 
-} // namespace
 } // namespace quorvell
