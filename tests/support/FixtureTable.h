@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <fstream>
-#include <string>
-#include <vector>
 
 namespace quorvell::test {
 

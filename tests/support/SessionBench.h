@@ -5,8 +5,6 @@
 #include "Quorvell/session/SessionController.h"
 #include "SessionSurroundings.h"
 
-#include <functional>
-#include <initializer_list>
 #include <optional>
 
 namespace quorvell {

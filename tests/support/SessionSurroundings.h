@@ -14,9 +14,7 @@
 
 #include <cmath>
 #include <span>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace quorvell {
 

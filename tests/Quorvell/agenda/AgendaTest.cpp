@@ -11,9 +11,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <cstdlib>
-#include <filesystem>
-
 namespace quorvell {
 namespace {
 

@@ -6,8 +6,6 @@
 #include "Moments.h"
 #include "Quorvell/agenda/IcsLimits.h"
 
-#include <gtest/gtest.h>
-
 namespace quorvell {
 namespace {
 

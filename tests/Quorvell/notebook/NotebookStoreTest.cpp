@@ -7,8 +7,6 @@
 #include "OrdinaryUser.h"
 #include "Quorvell/notebook/NoteFileRules.h"
 
-#include <sys/stat.h>
-
 namespace quorvell {
 namespace {
 

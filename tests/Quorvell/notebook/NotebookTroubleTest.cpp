@@ -9,13 +9,9 @@
 
 #include <sched.h>
 #include <sys/mount.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
-#include <csignal>
 #include <random>
-#include <thread>
 
 namespace quorvell {
 namespace {

@@ -10,9 +10,6 @@
 #include "QuorvellCore/reminders/state/ReminderState.h"
 #include "WrittenLog.h"
 
-#include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
-
 #include <random>
 #include <sstream>
 #include <tuple>

@@ -5,8 +5,6 @@
 #include "SessionBench.h"
 #include "SimulatedService.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdio>
 #include <cstdlib>
 

@@ -10,9 +10,6 @@
 #include "Quorvell/tools/HeardWords.h"
 #include "TemporaryFolder.h"
 
-#include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
-
 namespace quorvell {
 namespace {
 

@@ -4,8 +4,6 @@
 
 #include "SessionParts.h"
 
-#include <gtest/gtest.h>
-
 namespace quorvell {
 namespace {
 

@@ -6,8 +6,6 @@
 #include "Quorvell/session/outbox/ToolAnswers.h"
 #include "SessionParts.h"
 
-#include <gtest/gtest.h>
-
 namespace quorvell {
 namespace {
 

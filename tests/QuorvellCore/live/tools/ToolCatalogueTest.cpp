@@ -7,7 +7,6 @@
 #include "QuorvellCore/live/tools/ToolTraits.h"
 #include "TemporaryFolder.h"
 
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <set>

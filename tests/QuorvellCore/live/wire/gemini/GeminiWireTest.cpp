@@ -8,8 +8,6 @@
 #include "QuorvellCore/live/wire/gemini/LiveMessage.h"
 #include "QuorvellCore/live/wire/gemini/LiveServerParser.h"
 
-#include <gtest/gtest.h>
-
 #include <tuple>
 
 namespace quorvell {

@@ -6,8 +6,6 @@
 #include "Fixtures.h"
 #include "QuorvellCore/live/wire/openai/OpenAISessionReader.h"
 
-#include <gtest/gtest.h>
-
 #include <tuple>
 
 namespace quorvell {

@@ -5,7 +5,6 @@
 #include "QuorvellCore/text/Json.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include <tuple>
 

@@ -4,7 +4,6 @@
 
 #include "FixtureTable.h"
 
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 namespace quorvell {
