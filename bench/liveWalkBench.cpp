@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Spoken conversations with the real service on this computer, over each transport: from the first loud sample to the
 // wire, from the end of speech to the answer, from speaking over it to silence, and what a session costs meanwhile.
-// Arguments: the program, a recorded request, a recorded interruption. Prints one JSON object a transport.
+// Arguments: the program, a recorded request, a recorded interruption; if wanted how often the transports take turns,
+// with three requests each, and which ones do. Prints one JSON object a transport.
 #include "Media/audio/SampleBytes.h"
 #include "Media/audio/WavFile.h"
 #include "Quorvell/connections/access/HostedAccess.h"
@@ -20,9 +21,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -35,6 +38,7 @@ using Clock = std::chrono::steady_clock;
 constexpr const char* key = "a-key-for-benchmarks";
 constexpr std::size_t chunkSamples = MicrophoneStream::chunkBytes / 2;
 constexpr float loud = 0.06F; ///< The level at which the gate takes sound for speech.
+constexpr int quietestSound = 33; ///< Of 32768; below is what Opus makes of silence.
 constexpr int rounds = 3;
 
 double processorSeconds()
@@ -68,14 +72,45 @@ double millisecondsSince(Clock::time_point start)
     return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
+double worst(const std::vector<double>& values)
+{
+    return values.empty() ? -1 : *std::ranges::max_element(values);
+}
+
+/// Of all sessions over one transport.
+struct Figures {
+    std::vector<double> connects;
+    std::vector<double> onsets; ///< From the first loud sample to the wire.
+    std::vector<double> transcripts; ///< From the end of speech until its words are told.
+    std::vector<double> answers; ///< From the end of speech until the answer begins.
+    std::vector<double> stops; ///< From the first loud sample of an interruption until the player is silenced.
+    std::vector<double> talkingLoads; ///< Percent of a core.
+    std::vector<double> quietLoads;
+
+    Json json() const
+    {
+        return {{"replies", answers.size()}, {"connect_ms", median(connects)}, {"onset_to_wire_ms", median(onsets)},
+            {"end_of_speech_to_words_ms", median(transcripts)}, {"end_of_speech_to_words_worst_ms", worst(transcripts)},
+            {"end_of_speech_to_reply_ms", median(answers)}, {"end_of_speech_to_reply_worst_ms", worst(answers)},
+            {"barge_in_to_stop_ms", median(stops)}, {"barge_in_to_stop_worst_ms", worst(stops)},
+            {"talking_cpu_percent", median(talkingLoads)}, {"quiet_cpu_percent", median(quietLoads)},
+            {"memory_mb", residentMegabytes()}};
+    }
+};
+
 /// A loudspeaker that plays in step with the clock and tells when it began and was silenced.
 class TimedPlayer : public AudioPlayer {
 public:
     void play(std::span<const std::uint8_t> pcm) override
     {
         if (!isPlaying())
-            began = m_end = Clock::now();
-        m_end += std::chrono::microseconds(pcm.size() * 1'000'000 / (2 * MicrophoneStream::sampleRateHz));
+            m_end = Clock::now();
+        const auto samples = samplesOfBytes(pcm);
+        const auto isAudible = [](std::int16_t sample) { return std::abs(sample) >= quietestSound; };
+        const auto first = std::find_if(samples.begin(), samples.end(), isAudible);
+        if (began == Clock::time_point{} && first != samples.end())
+            began = m_end + lengthOf(static_cast<std::size_t>(first - samples.begin()));
+        m_end += lengthOf(samples.size());
         m_given += pcm.size() / 2;
     }
     void stop() override
@@ -94,10 +129,16 @@ public:
     }
     bool isPlaying() const { return m_end > Clock::now(); }
 
+    /// What can be heard: over WebRTC the silence that a voice begins with is not played.
     Clock::time_point began{};
     Clock::time_point stopped{};
 
 private:
+    static std::chrono::microseconds lengthOf(std::size_t samples)
+    {
+        return std::chrono::microseconds(samples * 1'000'000 / MicrophoneStream::sampleRateHz);
+    }
+
     Clock::time_point m_end{};
     std::size_t m_given = 0;
     std::size_t m_forgotten = 0;
@@ -143,10 +184,11 @@ public:
 class Walk : public SessionObserver {
 public:
     Walk(QtScheduler& scheduler, const std::string& address, LiveBackend backend, LiveTransport transport,
-        const std::vector<std::int16_t>& request, const std::vector<std::int16_t>& interruption)
+        const std::vector<std::int16_t>& request, const std::vector<std::int16_t>& interruption, Figures& figures)
         : m_scheduler(scheduler)
         , m_request(request)
         , m_interruption(interruption)
+        , m_figures(figures)
     {
         LiveEndpointSettings endpoint;
         endpoint.host = address;
@@ -177,27 +219,29 @@ public:
         m_session = std::make_unique<SessionController>(ports, settings);
     }
 
-    Json run()
+    void run()
     {
         m_start = Clock::now();
         m_ticks = m_scheduler.every(MicrophoneStream::chunkLength, [this] { feed(); });
         m_session->begin();
         wait(20s, [this] { return m_session->phase() == SessionPhase::active; });
-        const double connected = millisecondsSince(m_start);
+        m_figures.connects.push_back(millisecondsSince(m_start));
         wait(1500ms);
         for (int round = 0; round < rounds; ++round)
             converse();
         const double before = processorSeconds();
         const auto quietSince = Clock::now();
         wait(5s);
-        const double quiet = (processorSeconds() - before) / (millisecondsSince(quietSince) / 1000) * 100;
+        m_figures.quietLoads.push_back((processorSeconds() - before) / (millisecondsSince(quietSince) / 1000) * 100);
         m_session->stop("measured");
         wait(3s, [this] { return m_hasEnded; });
-        return {{"connect_ms", connected}, {"onset_to_wire_ms", median(m_onsets)},
-            {"end_of_speech_to_reply_ms", median(m_answers)}, {"barge_in_to_stop_ms", median(m_stops)},
-            {"talking_cpu_percent", median(m_loads)}, {"quiet_cpu_percent", quiet}, {"memory_mb", residentMegabytes()}};
     }
 
+    void userSaid(const std::string&, Words) override
+    {
+        if (m_transcribed == Clock::time_point{})
+            m_transcribed = Clock::now();
+    }
     void conversationEnded(const SessionEnd&) override { m_hasEnded = true; }
 
 private:
@@ -207,18 +251,22 @@ private:
         const auto since = Clock::now();
         say(m_request);
         wait(10s, [this] { return m_position == m_saying->size(); });
-        m_onsets.push_back(std::chrono::duration<double, std::milli>(m_sent - m_firstLoud).count());
+        m_figures.onsets.push_back(std::chrono::duration<double, std::milli>(m_sent - m_firstLoud).count());
         const auto end = Clock::now();
         m_player.began = {};
+        m_transcribed = {};
         if (!wait(10s, [this] { return m_player.began != Clock::time_point{}; }))
             return;
-        m_answers.push_back(std::chrono::duration<double, std::milli>(m_player.began - end).count());
-        m_loads.push_back((processorSeconds() - before) / (millisecondsSince(since) / 1000) * 100);
+        m_figures.answers.push_back(std::chrono::duration<double, std::milli>(m_player.began - end).count());
+        if (m_transcribed != Clock::time_point{})
+            m_figures.transcripts.push_back(std::chrono::duration<double, std::milli>(m_transcribed - end).count());
+        m_figures.talkingLoads.push_back((processorSeconds() - before) / (millisecondsSince(since) / 1000) * 100);
         wait(800ms);
         m_player.stopped = {};
         say(m_interruption);
         if (wait(4s, [this] { return m_player.stopped != Clock::time_point{}; }))
-            m_stops.push_back(std::chrono::duration<double, std::milli>(m_player.stopped - m_firstLoud).count());
+            m_figures.stops.push_back(
+                std::chrono::duration<double, std::milli>(m_player.stopped - m_firstLoud).count());
         wait(5s, [this] { return m_position == m_saying->size(); });
         wait(1500ms); // Until the answer to it begins.
         wait(15s, [this] { return !m_session->isTurnOpen() && !m_player.isPlaying(); });
@@ -264,6 +312,7 @@ private:
     QtScheduler& m_scheduler;
     const std::vector<std::int16_t>& m_request;
     const std::vector<std::int16_t>& m_interruption;
+    Figures& m_figures;
     TimedPlayer m_player;
     NoLog m_log;
     ToolRegistry m_registry;
@@ -273,14 +322,11 @@ private:
     Clock::time_point m_start{};
     Clock::time_point m_firstLoud{};
     Clock::time_point m_sent{};
+    Clock::time_point m_transcribed{};
     const std::vector<std::int16_t>* m_saying = nullptr;
     std::size_t m_position = 0;
     std::int64_t m_chunks = 0;
     bool m_hasEnded = false;
-    std::vector<double> m_onsets;
-    std::vector<double> m_answers;
-    std::vector<double> m_stops;
-    std::vector<double> m_loads;
     TimerHandle m_ticks;
     std::unique_ptr<SessionController> m_session;
 };
@@ -307,8 +353,10 @@ std::string addressOf(QProcess& service)
 int main(int argumentCount, char** arguments)
 {
     QCoreApplication application(argumentCount, arguments);
-    if (argumentCount != 4)
-        return std::fprintf(stderr, "liveWalk_bench PROGRAM REQUEST.wav INTERRUPTION.wav\n"), 2;
+    if (argumentCount < 4)
+        return std::fprintf(stderr, "liveWalk_bench PROGRAM REQUEST.wav INTERRUPTION.wav [TURNS [TRANSPORT...]]\n"), 2;
+    const int turns = argumentCount > 4 ? std::atoi(arguments[4]) : 1;
+    const std::vector<std::string_view> wanted(arguments + std::min(argumentCount, 5), arguments + argumentCount);
     QTemporaryFile token;
     if (!token.open() || token.write(key) < 0 || !token.flush())
         return 1;
@@ -320,16 +368,29 @@ int main(int argumentCount, char** arguments)
     const auto request = recording(arguments[2]);
     const auto interruption = recording(arguments[3]);
     QtScheduler scheduler;
-    const std::pair<const char*, std::pair<LiveBackend, LiveTransport>> rows[] = {
-        {"websocket", {LiveBackend::openAI, LiveTransport::webSocket}},
-        {"webrtc", {LiveBackend::openAI, LiveTransport::webRTC}},
-        {"gemini", {LiveBackend::gemini, LiveTransport::automatic}}};
-    for (const auto& [name, way] : rows) {
-        Walk walk(scheduler, address, way.first, way.second, request, interruption);
-        Json result = walk.run();
-        result["transport"] = name;
+    struct Row {
+        const char* name;
+        LiveBackend backend;
+        LiveTransport transport;
+        Figures figures;
+    } rows[] = {{"websocket", LiveBackend::openAI, LiveTransport::webSocket, {}},
+        {"webrtc", LiveBackend::openAI, LiveTransport::webRTC, {}},
+        {"gemini", LiveBackend::gemini, LiveTransport::automatic, {}}};
+    const auto isWanted = [&](const Row& row) {
+        return wanted.empty() || std::find(wanted.begin(), wanted.end(), row.name) != wanted.end();
+    };
+    for (int turn = 0; turn < turns; ++turn) {
+        for (Row& row : rows) {
+            if (isWanted(row))
+                Walk(scheduler, address, row.backend, row.transport, request, interruption, row.figures).run();
+        }
+    }
+    for (const Row& row : rows) {
+        if (!isWanted(row))
+            continue;
+        Json result = row.figures.json();
+        result["transport"] = row.name;
         std::puts(dumpJson(result).c_str());
-        std::fflush(stdout);
     }
     service.kill();
     service.waitForFinished();
