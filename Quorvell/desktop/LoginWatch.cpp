@@ -20,7 +20,7 @@ const QString login = QStringLiteral("org.freedesktop.login1");
 const QString loginPath = QStringLiteral("/org/freedesktop/login1");
 const QString loginSession = QStringLiteral("org.freedesktop.login1.Session");
 const QString ownSession = QStringLiteral("/org/freedesktop/login1/session/auto");
-constexpr int timeOut = 2000; ///< Milliseconds.
+constexpr int callTimeOut = 2000; ///< Milliseconds.
 
 QDBusMessage propertiesCall(const QString& sessionPath, const char* method)
 {
@@ -32,7 +32,7 @@ QDBusMessage propertiesCall(const QString& sessionPath, const char* method)
 
 void ask(const QDBusConnection& bus, const QDBusMessage& call, QObject* context, const Answered& answered)
 {
-    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, timeOut), context);
+    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, callTimeOut), context);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context, [watcher, answered] {
         watcher->deleteLater();
         answered(*watcher);
