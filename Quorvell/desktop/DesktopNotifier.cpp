@@ -12,7 +12,7 @@ namespace {
 
 const QString service = QStringLiteral("org.freedesktop.Notifications");
 const QString path = QStringLiteral("/org/freedesktop/Notifications");
-constexpr int timeOut = 5000; ///< Milliseconds; the program that shows them may have to be started.
+constexpr int showTimeOut = 5000; ///< Milliseconds; the program that shows them may have to be started.
 
 QDBusMessage callTo(const char* method)
 {
@@ -68,7 +68,7 @@ void DesktopNotifier::askForAbilities()
 {
     QDBusMessage call = callTo("GetCapabilities");
     call.setAutoStartService(false);
-    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, timeOut), m_context.get());
+    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, showTimeOut), m_context.get());
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, m_context.get(), [this, watcher] {
         watcher->deleteLater();
         const QDBusPendingReply<QStringList> reply = *watcher;
@@ -132,7 +132,7 @@ void DesktopNotifier::send(const std::string& key)
     Shown& shown = m_shown[key];
     shown.isUnderWay = true;
     shown.isStale = false;
-    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(notifyCall(shown), timeOut), m_context.get());
+    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(notifyCall(shown), showTimeOut), m_context.get());
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, m_context.get(), [this, watcher, key] {
         watcher->deleteLater();
         const QDBusPendingReply<uint> reply = *watcher;

@@ -24,7 +24,7 @@ namespace quorvell {
 
 namespace {
 
-struct Options {
+struct RemindOptions {
     std::string phrase;
     bool isDryRun = false;
     bool asJson = false;
@@ -44,7 +44,7 @@ std::optional<Instant> readNow(const std::string& text, const Calendar& calendar
 }
 
 /// Nothing for a zone that was asked for and is not known. Where the computer's own is unknown, UTC has to do.
-std::optional<Calendar> calendarFor(const Options& options, const ProgramEnvironment& environment)
+std::optional<Calendar> calendarFor(const RemindOptions& options, const ProgramEnvironment& environment)
 {
     if (!options.zone.empty())
         return calendarIn(options.zone, environment.locale);
@@ -57,8 +57,8 @@ std::optional<Calendar> calendarFor(const Options& options, const ProgramEnviron
 }
 
 /// Needs no event loop, no bus and no notebook. At a terminal the hour would be asked for.
-int runDryRun(
-    const Options& options, RemindPhrases& phrases, Instant now, const Calendar& calendar, const WhichTime& whichTime)
+int runDryRun(const RemindOptions& options, RemindPhrases& phrases, Instant now, const Calendar& calendar,
+    const WhichTime& whichTime)
 {
     int result = exit_code::done;
     while (const auto phrase = phrases.next()) {
@@ -74,7 +74,7 @@ int runDryRun(
     return result;
 }
 
-int run(const Options& options, const ProgramEnvironment& environment)
+int run(const RemindOptions& options, const ProgramEnvironment& environment)
 {
     const auto calendar = calendarFor(options, environment);
     if (!calendar) {
@@ -102,7 +102,7 @@ int run(const Options& options, const ProgramEnvironment& environment)
 Command remindCommand(const ProgramEnvironment& environment)
 {
     Command command("remind", "Set a reminder from a phrase such as \"tomorrow at 5 pm call mum\"");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<RemindOptions>();
     command.words("phrase", options->phrase, "What to be reminded of and when; - reads phrases from standard input")
         .isRequired();
     command.flag("--dry-run", options->isDryRun, "Show what is understood and store nothing");

@@ -126,7 +126,7 @@ private:
     WhichTime m_whichTime;
 };
 
-struct Options {
+struct RemindersOptions {
     bool asJson = false;
     std::string id;
     std::string when;
@@ -179,7 +179,7 @@ void runReminders(const RemindersRequest& request, Notebook& notebook, Instant n
 
 Command remindersCommand(const ProgramEnvironment& environment)
 {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<RemindersOptions>();
     const auto running = [options, environment](RemindersRequest::Action action) {
         return [options, environment, action] {
             return runCommand({action, options->id, options->when, options->asJson}, environment);

@@ -15,8 +15,8 @@ namespace quorvell {
 
 namespace {
 
+const Instant spokenAt = *parseIsoText("2026-11-21T09:30:00Z");
 const Calendar calendar = *Calendar::create("Europe/Berlin", "en_US");
-const Instant now = *parseIsoText("2026-11-21T09:30:00Z");
 
 } // namespace
 
@@ -26,7 +26,8 @@ TEST(RemindText, saysWhatIsUnderstood)
         std::string begins;
         for (const std::string& line : std::span(lines).subspan(1))
             begins += (begins.empty() ? "" : "\n") + line;
-        const std::string text = remindText(ReminderRequest::fromWords(lines[0], now, calendar), now, calendar);
+        const std::string text =
+            remindText(ReminderRequest::fromWords(lines[0], spokenAt, calendar), spokenAt, calendar);
         EXPECT_TRUE(text.starts_with(begins) && !begins.empty()) << text;
     }
 }
@@ -46,13 +47,14 @@ TEST(RemindRequest, readsWhatAScriptWritesByTheClockOfPrograms)
         {"friday at 10.30 send the report", ""},
     };
     for (const Row& row : rows) {
-        const ReminderRequest request = remindRequest(row.words, now, calendar, nullptr);
+        const ReminderRequest request = remindRequest(row.words, spokenAt, calendar, nullptr);
         const bool isSettled = request.verdict == ReminderRequest::Verdict::ready;
         EXPECT_EQ(isSettled ? isoText(request.date) : "", row.date) << row.words;
-        const auto asked = remindRequest(row.words, now, calendar, [](const auto& choices) { return choices.back(); });
+        const auto asked =
+            remindRequest(row.words, spokenAt, calendar, [](const auto& choices) { return choices.back(); });
         EXPECT_EQ(asked.verdict, ReminderRequest::Verdict::ready) << row.words;
     }
-    const auto twoTimes = remindRequest("friday at 10:30 read 08:15 aloud", now, calendar, nullptr);
+    const auto twoTimes = remindRequest("friday at 10:30 read 08:15 aloud", spokenAt, calendar, nullptr);
     EXPECT_EQ(twoTimes.verdict, ReminderRequest::Verdict::needsTime);
 }
 
