@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "bench/BareCall.h"
+#include "BareCall.h"
 
 #include <api/audio_codecs/builtin_audio_decoder_factory.h>
 #include <api/audio_codecs/builtin_audio_encoder_factory.h>
