@@ -38,8 +38,7 @@ function(quorvell_compile_together target)
     set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
     # What one source keeps to itself is not hidden by a name in the next, though the compiler sees both.
     target_compile_options(${target} PRIVATE
-        $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage> $<$<CXX_COMPILER_ID:GNU>:-Wno-shadow>
-        $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local>)
+        -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage> $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local>)
     get_target_property(sources ${target} SOURCES)
     foreach(source IN LISTS sources)
         if(source MATCHES "\\.cpp$")
