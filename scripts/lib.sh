@@ -3,7 +3,8 @@
 # output stays clean.
 
 set -euo pipefail
-project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+unset CDPATH # With it "cd" may go elsewhere, and prints where.
+project=$(cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." && pwd)
 cd "$project"
 
 say() { printf '%s\n' "$*" >&2; }
