@@ -77,6 +77,14 @@ std::optional<FileStamp> stampAt(int folder, const std::string& name)
     return isFile ? std::optional(FileStamp::of(found)) : std::nullopt;
 }
 
+/// A folder, a device or a pipe would be lost for good; a link is only a way to a file.
+bool mayBeReplaced(int folder, const std::string& name)
+{
+    struct stat found { };
+    return ::fstatat(folder, name.c_str(), &found, AT_SYMLINK_NOFOLLOW) != 0 || S_ISREG(found.st_mode)
+        || S_ISLNK(found.st_mode);
+}
+
 /// Some file systems cannot flush a folder and say so; there is nothing more to be done on those.
 FileProblem flushFile(int file)
 {
@@ -95,7 +103,7 @@ AtomicFile::AtomicFile(std::string folder, Flushing flushing)
 
 AtomicFile::~AtomicFile()
 {
-    if (!m_temporaryName.empty())
+    if (!m_temporaryName.empty() && isTemporaryOurs())
         ::unlinkat(m_folder.number(), m_temporaryName.c_str(), 0);
 }
 
@@ -111,6 +119,8 @@ FileProblem AtomicFile::write(std::string_view text)
 FileProblem AtomicFile::commit(const std::string& name, Existing existing)
 {
     const int folder = m_folder.number();
+    if (existing == Existing::replace && !mayBeReplaced(folder, name))
+        return FileProblem::notAFile;
     const FileProblem problem = existing == Existing::keep
         ? renameKeepingExisting(folder, m_temporaryName, name)
         : problemOf(::renameat(folder, m_temporaryName.c_str(), folder, name.c_str()));
@@ -126,18 +136,50 @@ FileProblem AtomicFile::commitOver(const std::string& name, const FileStamp& exp
     if (stampAt(folder, name) != expected)
         return FileProblem::changedMeanwhile;
     // Swapped rather than replaced, so that what was there until this instant can be looked at and put back.
-    const char* const temporary = m_temporaryName.c_str();
-    if (::renameat2(folder, temporary, folder, name.c_str(), RENAME_EXCHANGE) != 0) {
+    if (!exchangeWith(name)) {
         if (errno == ENOENT)
             return FileProblem::changedMeanwhile;
         return errno == EINVAL || errno == ENOSYS ? commit(name, Existing::replace) : fileProblem(errno);
     }
-    if (stampAt(folder, m_temporaryName) != expected
-        && ::renameat2(folder, temporary, folder, name.c_str(), RENAME_EXCHANGE) == 0)
-        return FileProblem::changedMeanwhile;
-    ::unlinkat(folder, temporary, 0);
+    if (stampAt(folder, m_temporaryName) != expected)
+        return putBack(name);
+    ::unlinkat(folder, m_temporaryName.c_str(), 0);
     m_temporaryName.clear();
     return flush(folder);
+}
+
+bool AtomicFile::exchangeWith(const std::string& name) const
+{
+    const int folder = m_folder.number();
+    return ::renameat2(folder, m_temporaryName.c_str(), folder, name.c_str(), RENAME_EXCHANGE) == 0;
+}
+
+/// What came out of the exchange was written by another program in the last instant and gets its name again. Where that
+/// cannot be done it stays in the temporary file, which is all there is of it.
+FileProblem AtomicFile::putBack(const std::string& name)
+{
+    if (exchangeWith(name)) {
+        // Ours had been replaced in its turn: the newest gets the name, the other one stays in the temporary file.
+        if (!isTemporaryOurs())
+            exchangeWith(name);
+        return FileProblem::changedMeanwhile;
+    }
+    const int failure = errno;
+    const std::string theirs = std::exchange(m_temporaryName, {});
+    // Ours was taken away meanwhile, so the name is free.
+    if (failure == ENOENT && renameKeepingExisting(m_folder.number(), theirs, name) == FileProblem::none)
+        return FileProblem::changedMeanwhile;
+    return fileProblem(failure);
+}
+
+/// Not while another program's file lies there, for which ours was exchanged.
+bool AtomicFile::isTemporaryOurs() const
+{
+    struct stat written { };
+    struct stat found { };
+    return ::fstat(m_file.number(), &written) == 0
+        && ::fstatat(m_folder.number(), m_temporaryName.c_str(), &found, AT_SYMLINK_NOFOLLOW) == 0
+        && written.st_ino == found.st_ino && written.st_dev == found.st_dev;
 }
 
 FileProblem AtomicFile::flush(int file) const
@@ -196,16 +238,24 @@ FileProblem removeFileDurably(const std::string& folder, const std::string& name
     return flushFile(opened.number());
 }
 
-void removeStaleTemporaryFiles(const std::string& folder, std::chrono::seconds age)
+std::vector<std::string> temporaryFilesIn(const std::string& folder)
+{
+    std::vector<std::string> found = fileNamesIn(folder).value_or(std::vector<std::string>{});
+    std::erase_if(found, [&folder](const std::string& name) {
+        struct stat status { };
+        return !isTemporaryName(name) || ::lstat((folder + "/" + name).c_str(), &status) != 0
+            || !S_ISREG(status.st_mode) || status.st_uid != ::geteuid();
+    });
+    return found;
+}
+
+void removeStaleTemporaryFiles(const std::string& folder, std::chrono::seconds age, const std::set<std::string>& kept)
 {
     const std::time_t newest = std::time(nullptr) - static_cast<std::time_t>(age.count());
-    for (const std::string& name : fileNamesIn(folder).value_or(std::vector<std::string>{})) {
-        if (!isTemporaryName(name))
-            continue;
+    for (const std::string& name : temporaryFilesIn(folder)) {
         const std::string path = folder + "/" + name;
         struct stat found { };
-        const bool isOurs = ::lstat(path.c_str(), &found) == 0 && S_ISREG(found.st_mode) && found.st_uid == ::geteuid();
-        if (isOurs && found.st_mtime <= newest)
+        if (!kept.contains(name) && ::lstat(path.c_str(), &found) == 0 && found.st_mtime <= newest)
             ::unlink(path.c_str());
     }
 }

@@ -7,8 +7,10 @@
 #include "Quorvell/files/FileStamp.h"
 
 #include <chrono>
+#include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quorvell {
 
@@ -23,7 +25,7 @@ public:
     };
 
     explicit AtomicFile(std::string folder, Flushing flushing = Flushing::yes);
-    /// Removes what was written and not committed.
+    /// Removes what was written and not committed, and nothing that another program wrote.
     ~AtomicFile();
     AtomicFile(const AtomicFile&) = delete;
     AtomicFile& operator=(const AtomicFile&) = delete;
@@ -31,11 +33,13 @@ public:
     /// Mode 0600. Nothing is to be seen under a real name yet.
     FileProblem write(std::string_view text);
 
-    /// Gives the written file its name. After `nameTaken` another name may be tried.
+    /// Gives the written file its name. After `nameTaken` another name may be tried. What is no ordinary file is never
+    /// replaced: `notAFile`. Of a link only the link is.
     FileProblem commit(const std::string& name, Existing existing);
 
     /// Takes the place of the file `name` while that is still as `expected`, else `changedMeanwhile` and nothing is
-    /// changed. Even a change in the last instant is noticed, where the file system can exchange two files.
+    /// changed. Even a change in the last instant is noticed, where the file system can exchange two files. A program
+    /// that is killed in that instant leaves it in a temporary file (temporaryFilesIn).
     FileProblem commitOver(const std::string& name, const FileStamp& expected);
 
     /// Of the written file.
@@ -43,6 +47,9 @@ public:
 
 private:
     FileProblem openTemporary();
+    bool exchangeWith(const std::string& name) const;
+    FileProblem putBack(const std::string& name);
+    bool isTemporaryOurs() const;
     FileProblem flush(int file) const;
     FileProblem writeAll(std::string_view text);
 
@@ -60,8 +67,12 @@ FileProblem writeFileDurably(const std::string& folder, const std::string& name,
 /// A file or folder that is not there is no problem. Blocks.
 FileProblem removeFileDurably(const std::string& folder, const std::string& name);
 
-/// Removes temporary files that a stopped program left in `folder` and that nobody has written to for `age`. Touches
-/// nothing that is not named as AtomicFile names its own.
-void removeStaleTemporaryFiles(const std::string& folder, std::chrono::seconds age);
+/// Names of ordinary files of this user in `folder` that are named as AtomicFile names its own: of writers at work, and
+/// of those that were stopped.
+std::vector<std::string> temporaryFilesIn(const std::string& folder);
+
+/// Removes those of them that nobody has written to for `age` and that are not `kept`.
+void removeStaleTemporaryFiles(
+    const std::string& folder, std::chrono::seconds age, const std::set<std::string>& kept = {});
 
 } // namespace quorvell

@@ -50,6 +50,16 @@ FileProblem fileProblem(int errorNumber)
         return FileProblem::folderGone;
     case ENOTDIR:
         return FileProblem::notAFolder;
+    case EISDIR:
+    case ELOOP:
+    case ENXIO:
+        return FileProblem::notAFile;
+    case ENAMETOOLONG:
+        return FileProblem::nameTooLong;
+    case EMFILE:
+    case ENFILE:
+    case ENOMEM:
+        return FileProblem::outOfHandles;
     default:
         return FileProblem::other;
     }
@@ -65,7 +75,7 @@ std::string problemSentence(FileProblem problem, const std::string& folder)
     case FileProblem::diskFull:
         return "The disk that holds " + folder + " is full. Free some space and try again.";
     case FileProblem::tooLarge:
-        return "That is larger than this system lets a program write in " + folder + ". Shorten it and try again.";
+        return "That is larger than a file in " + folder + " may be. Shorten it and try again.";
     case FileProblem::readOnly:
         return folder + " is on a disk that can only be read. Make the disk writable and try again.";
     case FileProblem::noPermission:
@@ -80,6 +90,14 @@ std::string problemSentence(FileProblem problem, const std::string& folder)
         return folder
             + " cannot be used: something on the way to it is a file, not a folder. Move that file away and "
               "try again.";
+    case FileProblem::notAFile:
+        return "What already has that name in " + folder
+            + " is no ordinary file, and only such are replaced. Move it away or choose another name, and try again.";
+    case FileProblem::nameTooLong:
+        return folder + " cannot be used: a name in it is longer than this system allows. Choose a shorter one.";
+    case FileProblem::outOfHandles:
+        return "This computer has no more open files or no more memory to give, so nothing could be done in " + folder
+            + ". Close some programs and try again.";
     case FileProblem::changedMeanwhile:
         return "Another program keeps changing the same file in " + folder + ". Wait until it is done and try again.";
     case FileProblem::other:

@@ -16,6 +16,9 @@ enum class [[nodiscard]] FileProblem{
     folderGone,
     cannotBeMade, ///< Only of a folder: the place takes none.
     notAFolder,
+    notAFile, ///< What stands there under that name is a folder, a pipe, a device or a link.
+    nameTooLong,
+    outOfHandles, ///< Open files or memory, of this program or of the computer.
     changedMeanwhile, ///< Only where a file must be as it was last seen.
     other,
 };

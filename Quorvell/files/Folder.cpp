@@ -44,7 +44,7 @@ FileProblem makeOneFolder(const std::string& path)
     const int failure = errno;
     if (isFolder(path))
         return FileProblem::none;
-    return failure == EEXIST ? FileProblem::notAFolder : fileProblem(failure);
+    return failure == EEXIST || failure == ELOOP ? FileProblem::notAFolder : fileProblem(failure);
 }
 
 } // namespace

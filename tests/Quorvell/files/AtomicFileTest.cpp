@@ -4,26 +4,41 @@
 
 #include "FileSizeLimit.h"
 #include "OrdinaryUser.h"
+#include "Quorvell/files/FileTarget.h"
 #include "Quorvell/files/Folder.h"
 #include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 #include <utime.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <ctime>
+#include <functional>
 
 namespace {
 int flushes = 0;
-}
+/// What happens before each exchange of two files; another number than 0 is the error that it fails with.
+std::function<int()> beforeExchange;
+} // namespace
 
 /// Stands before the system's, which a test cannot watch.
 extern "C" int fsync(int file)
 {
     ++flushes;
     return ::fdatasync(file);
+}
+
+extern "C" int renameat2(int folder, const char* from, int otherFolder, const char* to, unsigned flags) noexcept
+{
+    const int failure = flags == RENAME_EXCHANGE && beforeExchange ? beforeExchange() : 0;
+    if (failure == 0)
+        return static_cast<int>(::syscall(SYS_renameat2, folder, from, otherFolder, to, flags));
+    errno = failure;
+    return -1;
 }
 
 namespace quorvell {
@@ -128,12 +143,113 @@ TEST(AtomicFile, takesAPlaceOnlyFromWhatIsExpectedThere)
     EXPECT_EQ(fileNamesIn(folder.path()), Names{"a.md"});
 }
 
+/// The texts of all files, those without a proper name last.
+std::string textsIn(const test::TemporaryFolder& folder)
+{
+    std::string named;
+    std::string others;
+    for (const std::string& name : fileNamesIn(folder.path()).value_or(Names{}))
+        (name == "a.md" ? named : others) += readText(folder / name) + ";";
+    return named + others;
+}
+
+TEST(AtomicFile, losesNothingThatIsWrittenInTheLastInstant)
+{
+    enum class Happens { nothing, saved, gone, broken };
+    struct Row {
+        const char* name;
+        std::vector<Happens> before; ///< The first exchange, the second, the third.
+        FileProblem problem;
+        const char* texts;
+    };
+    const Row rows[] = {
+        {"nothing", {}, FileProblem::none, "ours;"},
+        {"saved before the exchange", {Happens::saved}, FileProblem::changedMeanwhile, "1;"},
+        {"saved again before it is put back", {Happens::saved, Happens::saved}, FileProblem::changedMeanwhile, "2;1;"},
+        {"ours removed before it is put back", {Happens::saved, Happens::gone}, FileProblem::changedMeanwhile, "1;"},
+        {"cannot be put back", {Happens::saved, Happens::broken}, FileProblem::other, "ours;1;"},
+        {"removed before the exchange", {Happens::gone}, FileProblem::changedMeanwhile, ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const test::TemporaryFolder folder;
+        writeText(folder / "a.md", "seen");
+        const auto seen = FileStamp::ofFile(folder / "a.md");
+        ASSERT_TRUE(seen);
+        std::size_t exchanges = 0;
+        beforeExchange = [&] {
+            switch (exchanges < row.before.size() ? row.before[exchanges] : Happens::nothing) {
+            case Happens::saved:
+                writeText(folder / "saved", std::to_string(exchanges + 1));
+                std::rename((folder / "saved").c_str(), (folder / "a.md").c_str());
+                break;
+            case Happens::gone:
+                std::remove((folder / "a.md").c_str());
+                break;
+            case Happens::broken:
+                return EIO;
+            case Happens::nothing:
+                break;
+            }
+            ++exchanges;
+            return 0;
+        };
+        {
+            AtomicFile file(folder.path());
+            ASSERT_EQ(file.write("ours"), FileProblem::none);
+            EXPECT_EQ(file.commitOver("a.md", *seen), row.problem);
+        }
+        beforeExchange = nullptr;
+        EXPECT_EQ(textsIn(folder), row.texts);
+    }
+}
+
+TEST(AtomicFile, replacesOnlyOrdinaryFiles)
+{
+    const test::TemporaryFolder folder;
+    writeText(folder / "file", "old");
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    ASSERT_EQ(::mkdir((folder / "folder").c_str(), 0700), 0);
+    ASSERT_EQ(::symlink("file", (folder / "link").c_str()), 0);
+    ASSERT_EQ(::symlink("pipe", (folder / "link to a pipe").c_str()), 0);
+    ASSERT_EQ(::symlink("nowhere", (folder / "link to nothing").c_str()), 0);
+    for (const char* name : {"pipe", "folder"}) {
+        EXPECT_EQ(writeFileDurably(folder.path(), name, "new"), FileProblem::notAFile) << name;
+        EXPECT_NE(modeOf(folder / name), 0u) << name;
+    }
+    struct Row {
+        std::string path;
+        const char* name; ///< In the folder; empty when it is refused.
+        const char* says;
+    };
+    const Row rows[] = {
+        {folder / "file", "file", ""},
+        {folder / "new", "new", ""},
+        {folder / "link", "file", ""},
+        {folder / "link to a pipe", "", "is a device or a pipe"},
+        {folder / "link to nothing", "", "leads to no file"},
+        {folder / "pipe", "", "is a device or a pipe"},
+        {folder / "folder", "", "is a folder"},
+        {folder / "new/", "", "is a folder"},
+        {folder / "folder/..", "", "is a folder"},
+        {"", "", "No file is named"},
+    };
+    for (const Row& row : rows) {
+        const FileTarget target = FileTarget::of(row.path);
+        EXPECT_EQ(target.name, row.name) << row.path;
+        EXPECT_EQ(target.folder, target.name.empty() ? "" : folder.path()) << row.path;
+        EXPECT_NE(target.problem.find(row.says), std::string::npos) << target.problem;
+        EXPECT_EQ(target.problem.empty(), !target.name.empty()) << target.problem;
+    }
+}
+
 TEST(AtomicFile, saysWhyItCannotWrite)
 {
     const test::TemporaryFolder folder;
     writeText(folder / "file", "");
     EXPECT_EQ(writeFileDurably(folder / "gone", "a.md", "new"), FileProblem::folderGone);
     EXPECT_EQ(writeFileDurably(folder / "file", "a.md", "new"), FileProblem::notAFolder);
+    EXPECT_EQ(writeFileDurably(folder.path(), std::string(300, 'a'), "new"), FileProblem::nameTooLong);
 
     const test::OrdinaryUser user(folder.path().c_str());
     ASSERT_TRUE(user.isOrdinary());
