@@ -150,7 +150,7 @@ void NotebookAccess::savePicture(const std::string& id, std::string picture, Not
     hand({.kind = Kind::savePicture, .id = id, .picture = std::move(picture), .done = std::move(done)});
 }
 
-void NotebookAccess::moveNotebook(const std::string& folder, NotebookCallback done)
+void NotebookAccess::moveNotebook(const std::string& folder, Entering enter, NotebookCallback done)
 {
     const auto refuse = [this, done](std::string problem) {
         m_scheduler.post([done, problem = std::move(problem)] { done(failed(problem)); });
@@ -161,8 +161,8 @@ void NotebookAccess::moveNotebook(const std::string& folder, NotebookCallback do
     if (!attempt.lock)
         return refuse(attempt.problem);
     const auto lock = std::make_shared<NotebookLock>(std::move(*attempt.lock));
-    m_store->moveNotebook(
-        folder, [this, life = std::weak_ptr(m_life), lock, folder, done](const NotebookVerdict& verdict) {
+    m_store->moveNotebook(folder, std::move(enter),
+        [this, life = std::weak_ptr(m_life), lock, folder, done](const NotebookVerdict& verdict) {
             NotebookVerdict told = verdict;
             if (!life.expired() && verdict.isStored)
                 told.remark = finishMove(lock, folder);

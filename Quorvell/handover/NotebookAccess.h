@@ -59,7 +59,7 @@ public:
     void savePicture(const std::string& id, std::string picture, NotebookCallback done) override;
 
     /// Only the owner can; whoever starts next must be told the new folder.
-    void moveNotebook(const std::string& folder, NotebookCallback done) override;
+    void moveNotebook(const std::string& folder, Entering enter, NotebookCallback done) override;
 
 private:
     enum class [[nodiscard]] Claim{owner, heldElsewhere, impossible};

@@ -17,6 +17,8 @@ namespace quorvell {
 class FullNotebook : public Notebook {
 public:
     using Change = std::function<void(Note&)>;
+    /// Enters the new folder where programs look it up. A text that it returns says why that could not be done.
+    using Entering = std::function<std::string()>;
     using HistoryCallback = std::function<void(std::vector<NoteVersion>)>;
 
     /// As update, for what the person changed by hand.
@@ -33,8 +35,9 @@ public:
     virtual void history(const std::string& id, HistoryCallback done) = 0;
 
     /// Moves every file to another folder, which it makes, and keeps the notebook there from then on. When anything
-    /// fails the notebook stays whole where it is.
-    virtual void moveNotebook(const std::string& folder, NotebookCallback done) = 0;
+    /// fails the notebook stays whole where it is. `enter` runs when every file is there and none is removed here yet,
+    /// so that whenever the program stops, the next one finds a whole notebook.
+    virtual void moveNotebook(const std::string& folder, Entering enter, NotebookCallback done) = 0;
 
     virtual const std::string& folder() const = 0;
     /// Absolute path of the note's file. Nothing before a new note is stored.

@@ -4,15 +4,11 @@
 #include "Quorvell/files/FileDescriptor.h"
 #include "Quorvell/files/Folder.h"
 #include "Quorvell/notebook/NoteFileRules.h"
-#include "QuorvellCore/notebook/NoteFile.h"
-#include "QuorvellCore/text/Characters.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <cstdint>
-#include <cstring>
 #include <future>
 #include <span>
 #include <string_view>
@@ -24,30 +20,9 @@ namespace quorvell {
 
 namespace {
 
-/// Eight bytes at a time, because nearly every note is nothing else and all of them are looked at.
-bool isAscii(std::string_view text)
-{
-    constexpr std::uint64_t highBits = 0x8080808080808080U;
-    std::size_t position = 0;
-    for (; position + sizeof(std::uint64_t) <= text.size(); position += sizeof(std::uint64_t)) {
-        std::uint64_t bytes = 0;
-        std::memcpy(&bytes, text.data() + position, sizeof(bytes));
-        if ((bytes & highBits) != 0)
-            return false;
-    }
-    return std::all_of(text.begin() + static_cast<std::ptrdiff_t>(position), text.end(),
-        [](char letter) { return static_cast<unsigned char>(letter) < 0x80; });
-}
-
-/// Repairing what is not UTF-8 and writing it back would destroy a file in another encoding, so it is no note.
-bool isUtf8(std::string_view text)
-{
-    return isAscii(text) || repairUtf8(text) == text;
-}
-
 std::optional<Note> decoded(const std::optional<StampedText>& file, Instant now)
 {
-    return file && isUtf8(file->text) ? NoteFile::decode(file->text, now) : std::nullopt;
+    return file ? noteInFile(file->text, now) : std::nullopt;
 }
 
 } // namespace

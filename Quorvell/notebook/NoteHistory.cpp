@@ -15,7 +15,7 @@ namespace quorvell {
 
 namespace {
 
-/// Twenty versions of the largest note, each byte escaped, would be more; such a history starts anew.
+/// Of a history. Twenty versions of the largest note would be more; then fewer of them are kept.
 constexpr std::size_t maximumBytes = 64 * 1024 * 1024;
 
 std::optional<NoteVersion> readVersion(const Json& json)
@@ -53,7 +53,10 @@ FileProblem NoteHistory::keep(const std::string& id, const NoteVersion& version,
     if (const FileProblem problem = makeFolderInside(m_folder); problem != FileProblem::none)
         return problem;
     const auto flushing = keeping == Keeping::replacedOutside ? AtomicFile::Flushing::no : AtomicFile::Flushing::yes;
-    return writeFileDurably(m_folder, id + ".json", text(kept), flushing);
+    std::string history = text(kept);
+    for (; history.size() > maximumBytes && kept.size() > 1; history = text(kept))
+        kept.resize((kept.size() + 1) / 2);
+    return writeFileDurably(m_folder, id + ".json", history, flushing);
 }
 
 std::vector<NoteVersion> NoteHistory::versions(const std::string& id) const

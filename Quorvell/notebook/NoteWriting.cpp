@@ -2,6 +2,7 @@
 #include "Quorvell/notebook/NoteWriting.h"
 
 #include "Quorvell/files/AtomicFile.h"
+#include "Quorvell/notebook/NoteFileRules.h"
 #include "QuorvellCore/notebook/NoteFile.h"
 
 namespace quorvell {
@@ -26,8 +27,12 @@ NoteWritten commitUnderFreeName(AtomicFile& file, std::string wanted, const Note
 
 NoteWritten writeNote(const std::string& folder, const NotePlace& place, const Note& note)
 {
+    const std::string text = NoteFile::encode(note);
+    // It would be kept and never be seen again.
+    if (text.size() > maximumNoteBytes)
+        return {FileProblem::tooLarge, {}};
     AtomicFile file(folder);
-    if (const FileProblem problem = file.write(NoteFile::encode(note)); problem != FileProblem::none)
+    if (const FileProblem problem = file.write(text); problem != FileProblem::none)
         return {problem, {}};
     if (place.fileName.empty() || !place.stamp)
         return commitUnderFreeName(file, place.fileName, note);

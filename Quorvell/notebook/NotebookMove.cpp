@@ -163,12 +163,13 @@ std::string copyNotebook(const std::string& from, const std::string& to)
 {
     std::error_code failure;
     const auto source = std::filesystem::weakly_canonical(from, failure);
-    const auto target = std::filesystem::weakly_canonical(to, failure);
+    const auto target = to.empty() ? std::filesystem::path() : std::filesystem::weakly_canonical(to, failure);
+    if (source.empty() || target.empty())
+        return "Nothing was moved or copied: no folder is named there, or its name leads nowhere. Give another one.";
     const auto [end, rest] = std::mismatch(source.begin(), source.end(), target.begin(), target.end());
     if (end == source.end() || rest == target.end())
         return "Nothing was moved or copied: one of the two folders lies inside the other, or they are the same. "
-               "Choose "
-               "another folder.";
+               "Choose another folder.";
     return Copying(from, to).run();
 }
 

@@ -4,11 +4,13 @@
 #include "Quorvell/files/Folder.h"
 #include "Quorvell/notebook/NoteCleaning.h"
 #include "Quorvell/notebook/NotePicture.h"
+#include "Quorvell/notebook/NoteRescue.h"
 #include "Quorvell/notebook/NotebookMove.h"
 #include "Quorvell/notebook/NotebookTidying.h"
 
 #include <algorithm>
 #include <chrono>
+#include <set>
 #include <utility>
 
 namespace quorvell {
@@ -128,7 +130,12 @@ void NotebookStore::forgetAll(NotebookCallback done)
     };
     for (const std::string& id : facts)
         removeNote(Kind::erase, id, finishOne);
-    m_worker.run([] { return NotebookVerdict{.isStored = true, .problem = ""}; }, finishOne);
+    m_worker.run(
+        [folder = m_folder, ids = std::set(facts.begin(), facts.end()), now = m_scheduler.wallClock()] {
+            eraseLeftVersions(folder, ids, now);
+            return NotebookVerdict{.isStored = true, .problem = ""};
+        },
+        finishOne);
 }
 
 void NotebookStore::savePicture(const std::string& id, std::string picture, NotebookCallback done)
@@ -203,15 +210,19 @@ void NotebookStore::tidy(Instant now)
         [](bool) {});
 }
 
-void NotebookStore::moveNotebook(const std::string& folder, NotebookCallback done)
+void NotebookStore::moveNotebook(const std::string& folder, Entering enter, NotebookCallback done)
 {
     if (m_isMoving)
         return refuse("The notebook is being moved already. Wait until that is done.", std::move(done));
     m_isMoving = true;
     m_worker.run([from = m_folder, to = folder] { return copyNotebook(from, to); },
-        [this, life = std::weak_ptr(m_life), folder, done = std::move(done)](const std::string& problem) {
-            if (!life.expired())
-                finishMove(folder, problem, done);
+        [this, life = std::weak_ptr(m_life), folder, enter = std::move(enter), done = std::move(done)](
+            std::string problem) {
+            if (life.expired())
+                return;
+            if (problem.empty() && enter)
+                problem = enter();
+            finishMove(folder, problem, done);
         });
 }
 

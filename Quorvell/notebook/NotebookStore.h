@@ -53,7 +53,7 @@ public:
     void savePicture(const std::string& id, std::string picture, NotebookCallback done) override;
     void history(const std::string& id, HistoryCallback done) override;
     /// Whoever asks holds that folder's lock too.
-    void moveNotebook(const std::string& folder, NotebookCallback done) override;
+    void moveNotebook(const std::string& folder, Entering enter, NotebookCallback done) override;
 
     /// Reads again what changed in the folder; changes that are not written yet stay on top.
     void reload(std::function<void()> done);

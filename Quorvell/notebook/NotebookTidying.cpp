@@ -6,6 +6,7 @@
 #include "Quorvell/notebook/NoteFolderReader.h"
 #include "Quorvell/notebook/NoteHistory.h"
 #include "Quorvell/notebook/NotePicture.h"
+#include "Quorvell/notebook/NoteRescue.h"
 
 #include <chrono>
 #include <set>
@@ -52,7 +53,10 @@ void tidyNotebook(const std::string& folder, Instant now)
 {
     NoteFolderReader reader(folder);
     const auto content = reader.read(now);
-    if (!content || !reader.unreadable().empty())
+    if (!content)
+        return;
+    const std::set<std::string> unkept = rescueLeftVersions(folder, content->changed, now);
+    if (!reader.unreadable().empty())
         return;
     std::set<std::string> kept;
     for (std::string& id : reader.ids())
@@ -65,7 +69,7 @@ void tidyNotebook(const std::string& folder, Instant now)
             if (auto id = stem(stored.note.image->substr(start.size()), ".png"))
                 kept.insert(std::move(*id));
     removeOrphans(folder + "/" + picturesFolderName, ".png", kept, now);
-    removeStaleTemporaryFiles(folder, age);
+    removeStaleTemporaryFiles(folder, age, unkept);
 }
 
 } // namespace quorvell

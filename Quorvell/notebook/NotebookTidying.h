@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Removes pictures and histories of notes that are gone, and what killed programs left behind, once a day old.
+// Removes pictures and histories of notes that are gone, and what killed programs left behind, once a day old. What
+// those left of a note goes into its history first.
 #pragma once
 
 #include "QuorvellCore/text/Instant.h"

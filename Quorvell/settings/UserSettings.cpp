@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/settings/UserSettings.h"
 
+#include "Quorvell/files/Folder.h"
 #include "Quorvell/preferences/LiveBackendTraits.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "QuorvellCore/text/Characters.h"
@@ -11,7 +12,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <fstream>
 #include <functional>
 #include <map>
 #include <set>
@@ -162,15 +162,11 @@ std::optional<std::string> contentOf(const std::string& path, std::vector<std::s
                 + ". The usual settings are used.");
         return std::nullopt;
     }
-    std::ifstream file(path, std::ios::binary);
-    std::string content(UserSettings::longestFile + 1, '\0');
-    if (S_ISREG(status.st_mode))
-        file.read(content.data(), static_cast<std::streamsize>(content.size()));
-    content.resize(static_cast<std::size_t>(file.gcount()));
-    if (content.empty() || content.size() > UserSettings::longestFile) {
+    const auto content = readFile(path, UserSettings::longestFile);
+    if (!content || content->empty()) {
         problems.push_back("The settings in " + path
-            + " could not be read: the file is empty, too large or not for "
-              "you to read. The usual settings are used.");
+            + " could not be read: the file is empty, too large, not for you to read or "
+              "no ordinary file. The usual settings are used.");
         return std::nullopt;
     }
     return content;
@@ -189,9 +185,13 @@ UserSettings::Reading UserSettings::read(const std::string& path)
 {
     Reading reading;
     const auto content = contentOf(path, reading.problems);
-    if (!content)
-        return reading;
-    const auto json = parseJson(*content);
+    return content ? parsed(*content, path) : reading;
+}
+
+UserSettings::Reading UserSettings::parsed(const std::string& content, const std::string& path)
+{
+    Reading reading;
+    const auto json = parseJson(content);
     if (!json || !json->is_object()) {
         reading.problems.push_back("The settings in " + path
             + " are not a JSON object. Correct the file or remove it; until then the usual settings are used.");

@@ -84,6 +84,8 @@ struct UserSettings {
 
     /// Whatever is wrong with the file, there are settings: those that could be read, and the defaults.
     static Reading read(const std::string& path);
+    /// What a file of that content says; `path` is named in what is wrong with it.
+    static Reading parsed(const std::string& content, const std::string& path);
     /// The settings of this program's user; what is wrong with them is told, a line each.
     static UserSettings readTelling(const ProgramEnvironment& environment, std::ostream& complaints);
 

@@ -39,7 +39,7 @@ public:
     void forgetAll(NotebookCallback) override { }
     void savePicture(const std::string&, std::string, NotebookCallback) override { }
     void history(const std::string&, HistoryCallback) override { }
-    void moveNotebook(const std::string&, NotebookCallback) override { }
+    void moveNotebook(const std::string&, Entering, NotebookCallback) override { }
     const std::string& folder() const override { return path; }
     std::optional<std::string> fileURL(const std::string& id) const override
     {

@@ -194,7 +194,7 @@ TEST(NotebookAccess, worksWithABusThatIsGone)
     desk.environment.hasSessionBus = true;
     const auto access = desk.open();
     const auto remarkOfMove = [&](const std::string& target) {
-        const NotebookVerdict verdict = desk.verdictOn(*access, &FullNotebook::moveNotebook, target);
+        const NotebookVerdict verdict = desk.verdictOn(*access, &FullNotebook::moveNotebook, target, nullptr);
         return verdict.isStored ? verdict.remark : "not moved";
     };
     const bool isQuiet = remarkOfMove(desk.folder / "first").empty();
@@ -290,8 +290,8 @@ TEST(NotebookAccess, doesEverythingThroughTheOwner)
     EXPECT_TRUE(desk.spinUntil([&heard] { return heard.size() == 8; })) << heard;
 
     const std::string target = desk.folder / "moved";
-    EXPECT_NE(desk.problemOf(*other, &FullNotebook::moveNotebook, target), "");
-    EXPECT_EQ(desk.problemOf(*owner, &FullNotebook::moveNotebook, target), "");
+    EXPECT_NE(desk.problemOf(*other, &FullNotebook::moveNotebook, target, nullptr), "");
+    EXPECT_EQ(desk.problemOf(*owner, &FullNotebook::moveNotebook, target, nullptr), "");
     desk.environment.notebookFolder = target;
     const auto guest = desk.open();
     EXPECT_FALSE(guest->isOwner());

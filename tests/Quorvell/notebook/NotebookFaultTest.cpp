@@ -3,6 +3,7 @@
 #include "FileSizeLimit.h"
 #include "NotebookDesk.h"
 #include "OrdinaryUser.h"
+#include "Quorvell/notebook/NoteFileRules.h"
 #include "Quorvell/notebook/NotebookMove.h"
 #include "Quorvell/notebook/NotebookTidying.h"
 
@@ -111,6 +112,16 @@ TEST_F(NotebookFaultTest, historyThatCannotBeWrittenStopsTheChange)
     EXPECT_EQ(desk.stored(), store.notes());
 }
 
+TEST_F(NotebookFaultTest, aNoteThatCouldNotBeReadAgainIsRefused)
+{
+    NotebookStore& store = desk.open();
+    ASSERT_TRUE(desk.add(noteOf("aaaa", "a", "old")).isStored);
+    EXPECT_NE(desk.update("aaaa", appended(std::string(maximumNoteBytes, 'x'))).problem.find("Shorten it"),
+        std::string::npos);
+    EXPECT_EQ(store.note("aaaa")->body, "old");
+    EXPECT_EQ(desk.stored(), store.notes());
+}
+
 TEST_F(NotebookFaultTest, tidyingRemovesOnlyWhatIsOldAndOurs)
 {
     const std::string gone = "0123456789ab";
@@ -147,6 +158,67 @@ TEST_F(NotebookFaultTest, tidyingRemovesOnlyWhatIsOldAndOurs)
         EXPECT_TRUE(fs::exists(desk.folder / name)) << name;
 }
 
+TEST(NotebookFault, whatAKilledProgramLeftOfANoteGoesIntoItsHistory)
+{
+    const std::string id = "aaaa11112222";
+    Note theirs = noteOf(id, "a", "theirs");
+    Note other = noteOf("bbbb", "b", "of a note that is gone");
+    Note before = noteOf(id, "a", "before");
+    struct Row {
+        const char* name;
+        std::string left;
+        const char* versions; ///< Bodies, newest first.
+    };
+    const Row rows[] = {
+        {"another program's version", NoteFile::encode(theirs), "theirs before "},
+        {"what the note says", NoteFile::encode(noteOf(id, "a", "now")), "before "},
+        {"what its history knows", NoteFile::encode(before), "before "},
+        {"another note", NoteFile::encode(other), "before "},
+        {"no note", "---\nid: \"" + id, "before "},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Desk desk;
+        const std::string left = desk.folder / ".quorvell-0123456789abcdef.tmp";
+        fs::create_directories(desk.folder / ".history");
+        writeText(desk.folder / ".history/" + id + ".json", NoteHistory::text({NoteVersion::of(before)}));
+        writeText(desk.folder / "a.md", NoteFile::encode(noteOf(id, "a", "now")));
+        writeText(left, row.left);
+        const auto now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+        tidyNotebook(desk.folder.path(), now);
+        const auto versions = [&] {
+            std::string bodies;
+            for (const NoteVersion& version : NoteHistory(desk.folder.path()).versions(id))
+                bodies += version.body + " ";
+            return bodies;
+        };
+        EXPECT_EQ(versions(), row.versions);
+        EXPECT_TRUE(fs::exists(left)) << "another program may be writing it";
+        const utimbuf longAgo{0, 0};
+        ::utime(left.c_str(), &longAgo);
+        tidyNotebook(desk.folder.path(), now);
+        EXPECT_EQ(versions(), row.versions) << "once";
+        EXPECT_FALSE(fs::exists(left));
+    }
+    // Where it cannot be kept it stays; what is forgotten does not come back.
+    Desk desk;
+    const std::string left = desk.folder / ".quorvell-0123456789abcdef.tmp";
+    Note fact = theirs;
+    fact.kind = NoteKind::aboutMe;
+    writeText(desk.folder / "a.md", NoteFile::encode(fact));
+    fact.body = "left";
+    writeText(left, NoteFile::encode(fact));
+    const utimbuf longAgo{0, 0};
+    ::utime(left.c_str(), &longAgo);
+    writeText(desk.folder / NoteHistory::folderName, "a file where the folder should be");
+    tidyNotebook(desk.folder.path(), monday);
+    EXPECT_TRUE(fs::exists(left));
+    fs::remove(desk.folder / NoteHistory::folderName);
+    desk.open();
+    EXPECT_TRUE(desk.ask(&NotebookStore::forgetAll).isStored);
+    EXPECT_FALSE(fs::exists(left));
+}
+
 TEST_F(NotebookFaultTest, movingKeepsBothAndLeavesTheSourceWholeWhenItFails)
 {
     NotebookStore& store = desk.open();
@@ -159,15 +231,24 @@ TEST_F(NotebookFaultTest, movingKeepsBothAndLeavesTheSourceWholeWhenItFails)
     writeText(target + "/2026-11-16-a-aaaa.md", "there before");
     writeText(target + "/.history/aaaa.json",
         NoteHistory::text({NoteVersion{.date = monday - 24h, .title = "a", .body = "older"}}));
-    for (const std::string& bad : {desk.folder / "inside", desk.folder.path(), std::string("/proc/none")}) {
-        EXPECT_NE(desk.ask(&NotebookStore::moveNotebook, bad).problem, "") << bad;
+    for (const std::string& bad :
+        {desk.folder / "inside", desk.folder.path(), std::string("/proc/none"), std::string()}) {
+        EXPECT_NE(desk.ask(&NotebookStore::moveNotebook, bad, nullptr).problem, "") << bad;
         EXPECT_EQ(desk.stored(), store.notes());
     }
     fs::create_symlink("loop", desk.folder / "loop");
-    EXPECT_NE(desk.ask(&NotebookStore::moveNotebook, target).problem, "") << "a file that cannot be read";
+    EXPECT_NE(desk.ask(&NotebookStore::moveNotebook, target, nullptr).problem, "") << "a file that cannot be read";
     EXPECT_FALSE(fs::exists(target + "/2026-11-16-a-aaaa-2.md")) << "what was copied before goes again";
     fs::remove(desk.folder / "loop");
-    store.moveNotebook(target, [](const NotebookVerdict& verdict) { EXPECT_EQ(verdict.problem, ""); });
+    const FullNotebook::Entering enter = [&]() -> std::string {
+        EXPECT_TRUE(fs::exists(target + "/plain.txt") && fs::exists(desk.folder / "plain.txt"))
+            << "nothing is removed yet";
+        return "no place to enter it";
+    };
+    EXPECT_EQ(desk.ask(&NotebookStore::moveNotebook, target, enter).problem, "no place to enter it");
+    EXPECT_EQ(store.folder(), desk.folder.path());
+    EXPECT_EQ(desk.stored(), store.notes());
+    store.moveNotebook(target, nullptr, [](const NotebookVerdict& verdict) { EXPECT_EQ(verdict.problem, ""); });
     EXPECT_TRUE(desk.update("aaaa", appended("?")).isStored) << "changes meanwhile wait";
     EXPECT_EQ(store.folder(), target);
     EXPECT_EQ(store.note("aaaa")->body, "ours!?");

@@ -5,13 +5,34 @@
 #include "NotebookDesk.h"
 #include "OrdinaryUser.h"
 #include "Quorvell/notebook/NoteFileRules.h"
+#include "Quorvell/notebook/NotebookTidying.h"
 #include "WriteLedger.h"
 
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 
 #include <random>
+
+namespace {
+std::chrono::microseconds lingering{0};
+}
+
+/// Stands before the system's. The instants before and after an exchange last longer, so that other programs meet the
+/// one and kills the other.
+extern "C" int renameat2(int folder, const char* from, int otherFolder, const char* to, unsigned flags) noexcept
+{
+    const auto linger = [flags] {
+        if (flags == RENAME_EXCHANGE && lingering.count() > 0)
+            ::usleep(static_cast<useconds_t>(lingering.count()));
+    };
+    linger();
+    const long result = ::syscall(SYS_renameat2, folder, from, otherFolder, to, flags);
+    linger();
+    return static_cast<int>(result);
+}
 
 namespace quorvell {
 namespace {
@@ -189,6 +210,74 @@ void saveFromOutside(const std::string& path, int version)
     note->updated += 1ms;
     writeText(path + ".tmp", NoteFile::encode(*note));
     ::rename((path + ".tmp").c_str(), path.c_str());
+}
+
+/// Gives one note another title again and again, until it is killed. Says on the pipe when it has begun.
+[[noreturn]] void retitleForEver(const std::string& folder, int pipe)
+{
+    lingering = std::chrono::microseconds(400);
+    test::PostQueue posts;
+    FileWorker worker(posts.poster());
+    VirtualScheduler clock;
+    auto opened = NotebookStore::open(folder, worker, clock);
+    int titles = 0;
+    const std::function<void(const NotebookVerdict&)> next = [&](const NotebookVerdict&) {
+        if (++titles == 2 && ::write(pipe, "x", 1) != 1)
+            _exit(1);
+        opened.store->update(idOf(1), titled(std::to_string(titles)), next);
+    };
+    next({});
+    posts.runUntil([] { return false; });
+    _exit(2);
+}
+
+/// Starts a program that writes a note, saves that note from outside and kills the program a moment later.
+void saveAndKill(const std::string& folder, const std::string& path, int version, std::mt19937& random)
+{
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    const pid_t writer = ::fork();
+    if (writer == 0)
+        retitleForEver(folder, ends[1]);
+    ::close(ends[1]);
+    char begun = 0;
+    EXPECT_EQ(::read(ends[0], &begun, 1), 1);
+    ::close(ends[0]);
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % 2000));
+    saveFromOutside(path, version);
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % 1000));
+    ::kill(writer, SIGKILL);
+    int status = 0;
+    ASSERT_EQ(::waitpid(writer, &status, 0), writer);
+    ASSERT_TRUE(WIFSIGNALED(status)) << "the writer gave up by itself: " << WEXITSTATUS(status);
+}
+
+TEST(NotebookTrouble, killedWhileAnotherProgramSaves)
+{
+    constexpr int kills = 200;
+    const test::TemporaryFolder folder(test::memoryDisk());
+    const std::string path = folder / "a.md";
+    writeText(path, NoteFile::encode(noteAt(1, 1)));
+    std::mt19937 random(20261122);
+    WriteLedger ledger;
+    int rescued = 0;
+    for (int version = 2; version < kills + 2; ++version) {
+        ASSERT_NO_FATAL_FAILURE(saveAndKill(folder.path(), path, version, random));
+        tidyNotebook(folder.path(), monday); // As the next program does when it opens the notebook.
+        ledger.asked(1, version);
+        ledger.confirmed(1, version);
+        const auto content = readNoteFolder(folder.path(), Instant{});
+        ASSERT_TRUE(content && content->notes.size() == 1);
+        const auto versions = NoteHistory(folder.path()).versions(idOf(1));
+        const bool isInHistory = std::any_of(versions.begin(), versions.end(),
+            [version](const NoteVersion& known) { return known.body == bodyOf(1, version); });
+        const bool isThere = content->notes.front().body == bodyOf(1, version);
+        ASSERT_TRUE(isThere || isInHistory) << "lost: version " << version;
+        rescued += isThere ? 0 : 1;
+    }
+    ledger.judge("killed while another program saves", readNoteFolder(folder.path(), Instant{})->notes,
+        [&folder](const std::string& id) { return NoteHistory(folder.path()).versions(id); });
+    RecordProperty("rescued", rescued);
 }
 
 TEST(NotebookTrouble, otherProgramsInTheFolder)

@@ -6,6 +6,7 @@
 #include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <fstream>
 #include <iterator>
@@ -115,6 +116,10 @@ TEST(UserSettings, aBrokenFileGivesASentenceAndTheDefaults)
     }
     EXPECT_TRUE(UserSettings::read("/nonexistent/settings.json").problems.empty());
     EXPECT_EQ(UserSettings::read("/").problems.size(), 1U);
+    // Nobody writes to the pipe, so that who opens it to read waits.
+    const test::TemporaryFolder folder;
+    ASSERT_EQ(mkfifo((folder / "settings.json").c_str(), 0600), 0);
+    EXPECT_EQ(UserSettings::read(folder / "settings.json").problems.size(), 1U);
 }
 
 } // namespace
