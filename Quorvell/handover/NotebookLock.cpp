@@ -20,7 +20,15 @@ constexpr const char* lockName = "/.quorvell.lock";
 FileDescriptor openLockFile(const std::string& path)
 {
     constexpr mode_t onlyTheUser = 0600;
-    return FileDescriptor(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, onlyTheUser));
+    constexpr int flags = O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
+    return FileDescriptor(::open(path.c_str(), flags, onlyTheUser));
+}
+
+/// True when something is there that no lock can be: a folder, a link, a pipe.
+bool isObstructed(const std::string& path)
+{
+    struct stat found { };
+    return ::lstat(path.c_str(), &found) == 0 && !S_ISREG(found.st_mode);
 }
 
 /// False when somebody removed or replaced the file between its opening and its locking.
@@ -54,6 +62,12 @@ NotebookLock::Attempt impossible(FileProblem problem, const std::string& folder)
     return {NotebookLock::Outcome::impossible, std::nullopt, problemSentence(problem, folder)};
 }
 
+NotebookLock::Attempt obstructed(const std::string& path)
+{
+    return {NotebookLock::Outcome::impossible, std::nullopt,
+        path + " is in the way: it must be an ordinary file, or not be there. Move it away and try again."};
+}
+
 NotebookLock::Attempt heldElsewhere(const std::string& folder)
 {
     return {NotebookLock::Outcome::heldElsewhere, std::nullopt,
@@ -70,6 +84,8 @@ NotebookLock::Attempt NotebookLock::take(const std::string& folder)
     const std::string path = folder + lockName;
     constexpr int maximumReplacements = 10;
     for (int attempt = 0; attempt < maximumReplacements; ++attempt) {
+        if (isObstructed(path))
+            return obstructed(path);
         FileDescriptor file = openLockFile(path);
         if (!file.isOpen())
             return impossible(fileProblem(errno), folder);

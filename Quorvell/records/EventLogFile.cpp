@@ -3,10 +3,7 @@
 
 #include "Quorvell/settings/PrivateFile.h"
 
-#include <fcntl.h>
 #include <nlohmann/json.hpp>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <utility>
@@ -14,8 +11,6 @@
 namespace quorvell {
 
 namespace {
-
-constexpr mode_t onlyTheUser = 0600;
 
 std::string lineOf(Instant at, std::string_view name, const std::string& run, const Json& fields)
 {
@@ -37,28 +32,14 @@ EventLogFile::EventLogFile(std::string folder, const Scheduler& clock, std::stri
     , m_clock(clock)
 {
     PrivateFile::prepareFolder(m_folder);
-    openFile();
-}
-
-EventLogFile::~EventLogFile()
-{
-    if (m_descriptor >= 0)
-        close(m_descriptor);
 }
 
 void EventLogFile::record(std::string_view name, const Json& fields)
 {
-    if (m_descriptor < 0)
-        return;
-    struct stat status { };
-    if (fstat(m_descriptor, &status) == 0 && status.st_size >= fullSize)
+    // Opened for each event: another program may have moved a full file aside meanwhile.
+    const auto size = PrivateFile::append(path(0), lineOf(m_clock.wallClock(), name, m_run, fields));
+    if (size && *size >= fullSize)
         rotate();
-    // In one write, so that the lines of two programs never mix.
-    const std::string line = lineOf(m_clock.wallClock(), name, m_run, fields);
-    if (write(m_descriptor, line.data(), line.size()) < 0) {
-        close(m_descriptor);
-        m_descriptor = -1;
-    }
 }
 
 std::string EventLogFile::readAll(const std::string& folder)
@@ -74,17 +55,10 @@ std::string EventLogFile::pathIn(const std::string& folder, int age)
     return folder + "/events" + (age > 0 ? "." + std::to_string(age) : "") + ".jsonl";
 }
 
-void EventLogFile::openFile()
+void EventLogFile::rotate() const
 {
-    m_descriptor = open(path(0).c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOFOLLOW, onlyTheUser);
-}
-
-void EventLogFile::rotate()
-{
-    close(m_descriptor);
     for (int age = keptFiles; age > 0; --age)
         std::rename(path(age - 1).c_str(), path(age).c_str());
-    openFile();
 }
 
 } // namespace quorvell

@@ -19,9 +19,6 @@ public:
 
     /// `clock` is borrowed. `run` names this run of the program.
     EventLogFile(std::string folder, const Scheduler& clock, std::string run);
-    ~EventLogFile() override;
-    EventLogFile(const EventLogFile&) = delete;
-    EventLogFile& operator=(const EventLogFile&) = delete;
 
     void record(std::string_view name, const Json& fields) override;
 
@@ -31,13 +28,11 @@ public:
 private:
     std::string path(int age) const { return pathIn(m_folder, age); }
     static std::string pathIn(const std::string& folder, int age);
-    void openFile();
-    void rotate();
+    void rotate() const;
 
     std::string m_folder;
     std::string m_run; ///< Tells the lines of several programs apart.
     const Scheduler& m_clock;
-    int m_descriptor = -1;
 };
 
 } // namespace quorvell

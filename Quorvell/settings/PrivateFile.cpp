@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/settings/PrivateFile.h"
 
+#include "Quorvell/files/AtomicFile.h"
 #include "Quorvell/files/FileDescriptor.h"
 
 #include <fcntl.h>
@@ -8,10 +9,11 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
+#include <cerrno>
+#include <chrono>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace quorvell {
 
@@ -27,6 +29,8 @@ std::string readFrom(int descriptor, off_t start, std::size_t most)
     while (length < most) {
         const auto count =
             pread(descriptor, content.data() + length, most - length, start + static_cast<off_t>(length));
+        if (count < 0 && errno == EINTR)
+            continue;
         if (count <= 0)
             break;
         length += static_cast<std::size_t>(count);
@@ -44,7 +48,7 @@ off_t sizeOf(int descriptor)
 
 FileDescriptor openToRead(const std::string& path)
 {
-    return FileDescriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    return FileDescriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY));
 }
 
 } // namespace
@@ -54,6 +58,7 @@ void PrivateFile::prepareFolder(const std::string& folder)
     std::error_code failure;
     std::filesystem::create_directories(folder, failure);
     std::filesystem::permissions(folder, std::filesystem::perms::owner_all, failure);
+    removeStaleTemporaryFiles(folder, std::chrono::hours(24));
 }
 
 std::string PrivateFile::readEnd(const std::string& path, std::size_t most)
@@ -76,26 +81,28 @@ std::string PrivateFile::readWhole(const std::string& path, std::size_t most)
     return size <= 0 || size > static_cast<off_t>(most) ? std::string() : readFrom(file.number(), 0, most);
 }
 
-void PrivateFile::append(const std::string& path, std::string_view lines)
+std::optional<std::int64_t> PrivateFile::append(const std::string& path, std::string_view lines)
 {
-    const FileDescriptor file(
-        open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, onlyTheUser));
-    if (sizeOf(file.number()) >= 0) [[maybe_unused]]
-        const auto written = write(file.number(), lines.data(), lines.size());
+    constexpr int flags = O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
+    const FileDescriptor file(open(path.c_str(), flags, onlyTheUser));
+    const off_t size = sizeOf(file.number());
+    if (size < 0)
+        return std::nullopt;
+    // A line that a full disk cut short must not take the next one with it.
+    const bool isCut = size > 0 && readFrom(file.number(), size - 1, 1) != "\n";
+    const std::string text = (isCut ? "\n" : "") + std::string(lines);
+    const ssize_t written = write(file.number(), text.data(), text.size());
+    return written == static_cast<ssize_t>(text.size()) ? std::optional<std::int64_t>(size + written) : std::nullopt;
 }
 
 bool PrivateFile::replace(const std::string& path, std::string_view content)
 {
-    std::string temporary = path + ".XXXXXX";
-    FileDescriptor file(mkostemp(temporary.data(), O_CLOEXEC)); // With mode 0600.
-    if (!file.isOpen())
+    const std::filesystem::path place(path);
+    struct stat found { };
+    if (lstat(path.c_str(), &found) == 0 && !S_ISREG(found.st_mode))
         return false;
-    const bool isWhole = write(file.number(), content.data(), content.size()) == static_cast<ssize_t>(content.size());
-    file.close();
-    if (isWhole && std::rename(temporary.c_str(), path.c_str()) == 0)
-        return true;
-    unlink(temporary.c_str());
-    return false;
+    return writeFileDurably(place.parent_path().string(), place.filename().string(), content, AtomicFile::Flushing::no)
+        == FileProblem::none;
 }
 
 } // namespace quorvell

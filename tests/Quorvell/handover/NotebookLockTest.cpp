@@ -3,6 +3,7 @@
 #include "Quorvell/handover/NotebookLock.h"
 
 #include "OrdinaryUser.h"
+#include "Quorvell/files/Folder.h"
 #include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -41,10 +42,17 @@ TEST(NotebookLock, saysWhyItCannotBeHad)
     ASSERT_EQ(::mkdir((folder / "closed").c_str(), 0500), 0);
     ASSERT_EQ(::mkdir((folder / "linked").c_str(), 0700), 0);
     ASSERT_EQ(::symlink("/etc/passwd", (folder / "linked/.quorvell.lock").c_str()), 0);
-    for (const std::string& path : {folder / "file", folder / "file/below", folder / "closed", folder / "linked"}) {
+    ASSERT_EQ(makeFolder(folder / "locked/.quorvell.lock"), FileProblem::none);
+    ASSERT_EQ(makeFolder(folder / "piped"), FileProblem::none);
+    ASSERT_EQ(::mkfifo((folder / "piped/.quorvell.lock").c_str(), 0600), 0);
+    const std::pair<const char*, const char*> rows[] = {{"file", ""}, {"file/below", ""}, {"closed", ""},
+        {"linked", "in the way"}, {"locked", "in the way"}, {"piped", "in the way"}};
+    for (const auto& [name, says] : rows) {
+        const std::string path = folder / name;
         const auto attempt = NotebookLock::take(path);
         EXPECT_EQ(attempt.outcome, Outcome::impossible) << path;
         EXPECT_NE(attempt.problem.find(path), std::string::npos) << attempt.problem;
+        EXPECT_NE(attempt.problem.find(says), std::string::npos) << attempt.problem;
     }
 }
 

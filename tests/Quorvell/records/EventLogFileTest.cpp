@@ -71,6 +71,11 @@ TEST(EventLogFile, worksOnWhereNothingCanBeWritten)
 {
     const VirtualScheduler clock;
     EventLogFile("/proc/nonexistent", clock, "a1b2c3").record("event", Json::object());
+    // Nobody reads the pipe, so that who opens it to write waits.
+    const test::TemporaryFolder folder;
+    ASSERT_EQ(mkfifo((folder / "events.jsonl").c_str(), 0600), 0);
+    EventLogFile(folder.path(), clock, "a1b2c3").record("event", Json::object());
+    EXPECT_EQ(EventLogFile::readAll(folder.path()), "");
 }
 
 } // namespace
