@@ -6,6 +6,7 @@
 #include "Quorvell/app/notes/NotesCommand.h"
 #include "Quorvell/app/program/CommandLine.h"
 #include "Quorvell/app/program/LiveServiceCommand.h"
+#include "Quorvell/app/program/StandardStreams.h"
 #include "Quorvell/app/records/LogCommand.h"
 #include "Quorvell/app/records/UsageCommand.h"
 #include "Quorvell/app/reminders/AgentCommand.h"
@@ -52,6 +53,7 @@ Command programOf(const ProgramEnvironment& environment)
 
 int main(int argumentCount, char** arguments)
 {
+    quorvell::StandardStreams::prepare();
     ProgramEnvironment environment = ProgramEnvironment::read(arguments[0]);
     // Every command must find the same notebook; what is wrong with the settings is told by those who use the rest.
     const auto settings = quorvell::UserSettings::read(environment.configFolder + "/settings.json").settings;
@@ -60,5 +62,6 @@ int main(int argumentCount, char** arguments)
     if (settings.calendarFolder)
         environment.calendarFolder = settings.calendarFolder->path;
     const std::vector<std::string> words(arguments + 1, arguments + argumentCount);
-    return quorvell::CommandLine::run(programOf(environment), QUORVELL_VERSION, words);
+    return quorvell::StandardStreams::finish(
+        quorvell::CommandLine::run(programOf(environment), QUORVELL_VERSION, words));
 }

@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: MIT
-// Catches surroundings misread: time zone, locale, folders, timers and lines of input.
+// Catches surroundings misread: time zone, locale, folders, timers and lines of input; and output that is lost unseen.
 #include "QtApplication.h"
+#include "Quorvell/app/program/StandardStreams.h"
 #include "Quorvell/app/terminal/PipedLines.h"
 #include "Quorvell/desktop/QtScheduler.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <map>
 
 namespace quorvell {
@@ -43,6 +48,50 @@ private:
         "DBUS_SESSION_BUS_ADDRESS"};
     std::map<std::string, std::string> m_old;
 };
+
+/// A program whose standard output is what `arrange` makes of it; its exit code tells whether that was noticed.
+[[noreturn]] void printWith(void (*arrange)())
+{
+    arrange();
+    StandardStreams::prepare();
+    std::cout << "a line\n";
+    std::exit(StandardStreams::finish(0));
+}
+
+TEST(StandardStreams, tellWhatCouldNotBePrinted)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // a program of its own
+    struct Row {
+        const char* name;
+        void (*arrange)();
+        int code;
+        const char* says;
+    };
+    const Row rows[] = {
+        {"all is well", [] { ::dup2(::open("/dev/null", O_WRONLY), STDOUT_FILENO); }, 0, ""},
+        {"a full disk", [] { ::dup2(::open("/dev/full", O_WRONLY), STDOUT_FILENO); }, 1, "No space left on device"},
+        {"closed", [] { ::close(STDOUT_FILENO); }, 1, "could be written"},
+        {"an input that is closed",
+            [] {
+                ::dup2(::open("/dev/null", O_WRONLY), STDOUT_FILENO);
+                ::close(STDIN_FILENO);
+            },
+            0, ""},
+        {"a limit for files",
+            [] {
+                constexpr rlim_t most = 10'000;
+                const rlimit limit{most, most};
+                ::dup2(::fileno(std::tmpfile()), STDOUT_FILENO);
+                ::lseek(STDOUT_FILENO, most, SEEK_SET);
+                ::setrlimit(RLIMIT_FSIZE, &limit);
+            },
+            1, "File too large"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EXIT(printWith(row.arrange), testing::ExitedWithCode(row.code), row.says);
+    }
+}
 
 TEST(ProgramEnvironment, readsTimeZoneAndLocale)
 {
