@@ -132,7 +132,10 @@ struct NoteIndex::Database {
     };
 
     std::unique_ptr<sqlite3, Closer> handle{opened()};
+    Statement begin{handle.get(), "BEGIN"};
+    Statement commit{handle.get(), "COMMIT"};
     Statement number{handle.get(), "SELECT number FROM notes WHERE id = ?1"};
+    Statement identity{handle.get(), "SELECT id FROM notes WHERE number = ?1"};
     Statement removeNote{handle.get(), "DELETE FROM notes WHERE number = ?1"};
     Statement removeText{handle.get(), "DELETE FROM texts WHERE rowid = ?1"};
     Statement addNote{handle.get(), "INSERT INTO notes (id, kind, visible, used, updated) VALUES (?1, ?2, ?3, ?4, ?5)"};
@@ -167,6 +170,16 @@ struct NoteIndex::Database {
             found.push_back({search.integer(0), search.number(1), search.integer(2), search.integer(3)});
         search.reset();
         return found;
+    }
+    /// Without a snippet.
+    NoteHit idOf(std::int64_t found)
+    {
+        identity.bind(1, found);
+        NoteHit hit;
+        if (identity.step())
+            hit.id = identity.text(0);
+        identity.reset();
+        return hit;
     }
     NoteHit hit(std::int64_t found, const std::string& words)
     {
@@ -210,6 +223,14 @@ void NoteIndex::put(const Note& note)
         .run();
 }
 
+void NoteIndex::putAll(const std::vector<Note>& notes)
+{
+    m_database->begin.run();
+    for (const Note& note : notes)
+        put(note);
+    m_database->commit.run();
+}
+
 void NoteIndex::remove(const std::string& id)
 {
     const auto number = m_database->numberOf(id);
@@ -229,7 +250,8 @@ NotesFound NoteIndex::find(const NoteQuery& query) const
     found.count = candidates.size();
     candidates.resize(std::min(candidates.size(), query.limit));
     for (const Candidate& candidate : candidates)
-        found.hits.push_back(m_database->hit(candidate.number, words));
+        found.hits.push_back(
+            query.withSnippets ? m_database->hit(candidate.number, words) : m_database->idOf(candidate.number));
     return found;
 }
 

@@ -19,6 +19,7 @@ struct NoteQuery {
     std::optional<NoteKind> kind{};
     Reader reader = Reader::assistant; ///< What is hidden from the assistant is not hidden from the person.
     std::size_t limit = 10;
+    bool withSnippets = true; ///< Each costs another search; who shows whole notes needs none.
 };
 
 struct NoteHit {
@@ -40,6 +41,8 @@ public:
     NoteIndex& operator=(NoteIndex&&) noexcept;
 
     void put(const Note& note);
+    /// The same in one go: many notes one by one take several times as long.
+    void putAll(const std::vector<Note>& notes);
     void remove(const std::string& id);
     NotesFound find(const NoteQuery& query) const;
 

@@ -61,8 +61,7 @@ void NotebookSearch::feed()
         [index = m_index, ids = std::move(ids), notes = std::move(notes)] {
             for (const std::string& id : ids)
                 index->remove(id);
-            for (const Note& note : notes)
-                index->put(note);
+            index->putAll(notes);
             return true;
         },
         [](bool) {});

@@ -41,6 +41,7 @@ public:
         ::sigemptyset(&usual);
         ::sigaddset(&usual, SIGINT);
         ::sigaddset(&usual, SIGQUIT);
+        ::sigaddset(&usual, SIGXFSZ); // Which this program has no use for.
         posix_spawnattr_t attributes;
         ::posix_spawnattr_init(&attributes);
         ::posix_spawnattr_setsigdefault(&attributes, &usual);

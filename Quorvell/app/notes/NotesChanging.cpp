@@ -16,11 +16,24 @@
 #include <memory>
 #include <optional>
 #include <ostream>
+#include <system_error>
 #include <utility>
 
 namespace quorvell {
 
 namespace {
+
+/// A file that says no dates gets those of its reading, which tell nothing. An editor leaves the dates as they are, so
+/// everything else is what a change shows in.
+bool isOtherwiseSame(Note note, const Note& base)
+{
+    for (NoteTurn& turn : note.thread)
+        if (turn.date == note.created)
+            turn.date = base.created;
+    note.created = base.created;
+    note.updated = base.updated;
+    return note == base;
+}
 
 /// One change of one note, told as it ends.
 class NotesChanging {
@@ -38,7 +51,7 @@ public:
     {
         const auto isConflict = std::make_shared<bool>(false);
         const auto change = [base, edited, isConflict](Note& note) {
-            *isConflict = note.updated != base.updated;
+            *isConflict = !isOtherwiseSame(note, base);
             note = edited;
         };
         const NotebookVerdict verdict =
@@ -157,8 +170,11 @@ private:
 
 std::string temporaryFolder(const ProgramEnvironment& environment)
 {
-    return environment.runtimeFolder.empty() ? std::filesystem::temp_directory_path().string()
-                                             : environment.runtimeFolder;
+    std::error_code failure;
+    const auto usual = std::filesystem::temp_directory_path(failure);
+    if (!environment.runtimeFolder.empty())
+        return environment.runtimeFolder;
+    return failure ? "/tmp" : usual.string();
 }
 
 } // namespace

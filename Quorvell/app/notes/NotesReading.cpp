@@ -3,6 +3,7 @@
 
 #include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/files/AtomicFile.h"
+#include "Quorvell/files/FileTarget.h"
 #include "Quorvell/notebook/NoteHistory.h"
 #include "Quorvell/notebook/NoteIndex.h"
 #include "Quorvell/notebook/NotebookMove.h"
@@ -13,7 +14,6 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <filesystem>
 #include <ostream>
 #include <string_view>
 #include <unordered_map>
@@ -148,13 +148,12 @@ int NotesReading::find() const
 std::vector<const Note*> NotesReading::holding(const std::string& words) const
 {
     NoteIndex index;
+    index.putAll(m_content.notes);
     std::unordered_map<std::string_view, const Note*> notes;
-    for (const Note& note : m_content.notes) {
-        index.put(note);
+    for (const Note& note : m_content.notes)
         notes[note.id] = &note;
-    }
-    const NotesFound found =
-        index.find({.words = words, .reader = NoteQuery::Reader::person, .limit = m_content.notes.size()});
+    const NotesFound found = index.find(
+        {.words = words, .reader = NoteQuery::Reader::person, .limit = m_content.notes.size(), .withSnippets = false});
     std::vector<const Note*> holding;
     for (const NoteHit& hit : found.hits)
         if (const auto note = notes.find(hit.id); note != notes.end())
@@ -196,11 +195,15 @@ int NotesReading::exportAll() const
 {
     if (m_request.asJson)
         return exportJson();
-    if (const std::string problem = copyNotebook(m_folder, m_request.words); !problem.empty()) {
-        m_errors << problem << "\n";
+    if (m_request.words == "-") {
+        m_errors << "Only with --json can the notes go to the standard output. Give a folder otherwise.\n";
         return exit_code::couldNot;
     }
-    m_out << exported() << m_request.words << " too.\n";
+    if (const std::string problem = copyNotebook(m_folder, m_request.words); !problem.empty()) {
+        m_errors << printableLine(problem) << "\n";
+        return exit_code::couldNot;
+    }
+    m_out << exported() << printableLine(m_request.words) << " too.\n";
     return exit_code::done;
 }
 
@@ -214,14 +217,15 @@ int NotesReading::exportJson() const
         m_out << text;
         return exit_code::done;
     }
-    const std::filesystem::path target = std::filesystem::absolute(m_request.words);
-    const std::string folder = target.parent_path().string();
-    if (const FileProblem problem = writeFileDurably(folder, target.filename().string(), text);
-        problem != FileProblem::none) {
-        m_errors << problemSentence(problem, folder) << "\n";
+    const FileTarget target = FileTarget::of(m_request.words);
+    std::string sentence = target.problem;
+    if (sentence.empty())
+        sentence = problemSentence(writeFileDurably(target.folder, target.name, text), target.folder);
+    if (!sentence.empty()) {
+        m_errors << printableLine(sentence) << "\n";
         return exit_code::couldNot;
     }
-    m_out << exported() << target.string() << ".\n";
+    m_out << exported() << printableLine(target.folder + "/" + target.name) << ".\n";
     return exit_code::done;
 }
 

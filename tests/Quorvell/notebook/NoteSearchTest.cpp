@@ -88,6 +88,9 @@ TEST(NoteIndex, showsWhereTheWordsAre)
         const std::string& snippet = found.hits[0].snippet;
         EXPECT_TRUE(snippet.starts_with(row.starts) && snippet.find(row.holds) != std::string::npos) << snippet;
         EXPECT_LE(characterCount(snippet), 162u);
+        const NotesFound bare = index.find({.words = row.query, .withSnippets = false});
+        ASSERT_EQ(bare.hits.size(), 1u);
+        EXPECT_EQ(bare.hits[0].id + bare.hits[0].snippet, "1");
     }
 }
 

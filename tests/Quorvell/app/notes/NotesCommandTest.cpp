@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <span>
@@ -194,12 +195,18 @@ TEST(NotesCommand, editsAndRestores)
         EXPECT_EQ(stored().steps[0], row.step);
     }
     EXPECT_TRUE(stored().personEdited);
+    // A note without dates is not taken for one that somebody else changed.
+    test::writeText(shell.environment.notebookFolder + "/undated.md", "---\nid: \"cccc\"\nkind: \"note\"\n---\nBoil\n");
+    shell.environment.editor = "sed -i s/Boil/Heat/";
+    EXPECT_EQ(shell.run({"notes", "edit", "cccc"}), 0);
+    EXPECT_EQ(shell.output, "The note is changed.\n");
     // While the editor is open somebody else changes the file: both are kept.
     const std::string outside =
         "printf '\\nfrom outside\\n' >> " + shell.environment.notebookFolder + "/aaaa33334444.md; sed -i s/Pour/Serve/";
     shell.environment.editor = outside;
     EXPECT_EQ(shell.run({"notes", "edit", "aaaa3"}), 0);
     EXPECT_EQ(stored().steps[1], "Serve");
+    EXPECT_NE(shell.output.find("Somebody else had changed it"), std::string::npos);
     EXPECT_EQ(shell.run({"notes", "history", "aaaa3", "--json"}), 0);
     EXPECT_NE(shell.output.find("from outside"), std::string::npos) << shell.output;
     EXPECT_EQ(shell.run({"notes", "restore", "aaaa3", "2", "--json"}), 0);
@@ -245,6 +252,30 @@ TEST(NotesCommand, exports)
     EXPECT_TRUE(notes && notes->size() == 3) << shell.output;
     EXPECT_EQ(shell.run({"notes", "export", shell.folder / "none/x.json", "--json"}), 1);
     EXPECT_NE(shell.errors.find("is gone"), std::string::npos) << shell.errors;
+    // Nothing but new and ordinary files is written to.
+    ASSERT_EQ(::mkfifo((shell.folder / "pipe").c_str(), 0600), 0);
+    test::writeText(shell.folder / "old.json", "old");
+    std::filesystem::create_symlink("old.json", shell.folder / "link");
+    std::filesystem::create_symlink("pipe", shell.folder / "link to a pipe");
+    const std::pair<std::vector<std::string>, const char*> refused[] = {
+        {{shell.folder / "pipe", "--json"}, "a device or a pipe"},
+        {{shell.folder / "link to a pipe", "--json"}, "a device or a pipe"},
+        {{shell.folder / "copy", "--json"}, "is a folder"},
+        {{"", "--json"}, "No file is named"},
+        {{""}, "no folder is named"},
+        {{"-"}, "Only with --json"},
+        {{shell.folder / "pipe"}, "is a file, not a folder"},
+    };
+    for (const auto& [words, says] : refused) {
+        std::vector<std::string> all{"notes", "export"};
+        all.insert(all.end(), words.begin(), words.end());
+        EXPECT_EQ(shell.run(all), 1) << words[0];
+        EXPECT_NE(shell.errors.find(says), std::string::npos) << shell.errors;
+    }
+    EXPECT_TRUE(std::filesystem::is_fifo(shell.folder / "pipe"));
+    EXPECT_EQ(shell.run({"notes", "export", shell.folder / "link", "--json"}), 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(shell.folder / "link"));
+    EXPECT_TRUE(parseJson(test::readText(shell.folder / "old.json")));
 }
 
 TEST(NotesCommand, movesTheNotebook)
@@ -260,6 +291,17 @@ TEST(NotesCommand, movesTheNotebook)
     test::writeText(settings, "{not json");
     EXPECT_EQ(shell.run({"notes", "move", target}), 1);
     EXPECT_FALSE(std::filesystem::exists(target)) << "moved although nobody would find it";
+    std::filesystem::remove(settings);
+    ASSERT_EQ(::mkfifo(settings.c_str(), 0600), 0);
+    EXPECT_EQ(shell.run({"notes", "move", target}), 1);
+    std::filesystem::remove(settings);
+    for (const std::string& bad :
+        {std::string("name\xff"), std::string(201, 'x'), std::string("blank "), std::string()}) {
+        EXPECT_EQ(shell.run({"notes", "move", bad.empty() ? bad : shell.folder / bad}), 1) << bad;
+        EXPECT_FALSE(!bad.empty() && std::filesystem::exists(shell.folder / bad)) << bad;
+        EXPECT_FALSE(std::filesystem::exists(settings));
+    }
+    EXPECT_EQ(readNoteFolder(shell.environment.notebookFolder, monday)->notes.size(), 3u);
     test::writeText(settings, R"({"user_name": "Asha"})");
     EXPECT_EQ(shell.run({"notes", "move", target, "--json"}), 0) << shell.errors;
     EXPECT_EQ(readNoteFolder(target, monday)->notes.size(), 3u);
