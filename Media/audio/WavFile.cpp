@@ -6,6 +6,7 @@
 #include "Media/audio/Resampler.h"
 #include "Media/audio/WavLayout.h"
 
+#include <fcntl.h>
 #include <sndfile.h>
 #include <unistd.h>
 
@@ -13,6 +14,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <memory>
@@ -189,13 +191,14 @@ std::string couldNotWrite(const std::string& path, int reason)
         + ". Choose a folder that exists and that you may write to.";
 }
 
-bool writeSamples(const std::string& path, std::span<const std::int16_t> samples, int sampleRateHz)
+/// Takes the descriptor and closes it.
+bool writeSamples(int descriptor, std::span<const std::int16_t> samples, int sampleRateHz)
 {
     SF_INFO info{};
     info.samplerate = sampleRateHz;
     info.channels = 1;
     info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
-    const Sound sound(sf_open(path.c_str(), SFM_WRITE, &info));
+    const Sound sound(sf_open_fd(descriptor, SFM_WRITE, &info, SF_TRUE));
     const auto count = static_cast<sf_count_t>(samples.size());
     return sound && sf_write_short(sound.get(), samples.data(), count) == count;
 }
@@ -217,8 +220,12 @@ std::optional<std::string> WavFile::problemOfWriting(const std::string& path)
 {
     const std::filesystem::path folder = std::filesystem::path(path).parent_path();
     std::error_code failure;
-    if (std::filesystem::is_directory(path, failure))
-        return couldNotWrite(path, EISDIR);
+    const auto type = std::filesystem::status(path, failure).type();
+    if (type == std::filesystem::file_type::directory || path.empty())
+        return couldNotWrite(path, path.empty() ? ENOENT : EISDIR);
+    if (std::filesystem::exists(path, failure) && type != std::filesystem::file_type::regular)
+        return "Could not write " + path
+            + ": it is a device or a pipe, and only files are replaced. Choose another name.";
     if (access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0)
         return couldNotWrite(path, errno);
     return std::nullopt;
@@ -227,9 +234,14 @@ std::optional<std::string> WavFile::problemOfWriting(const std::string& path)
 std::optional<std::string> WavFile::write(
     const std::string& path, std::span<const std::int16_t> samples, int sampleRateHz)
 {
-    const std::string temporary = path + ".part";
+    if (auto problem = problemOfWriting(path))
+        return problem;
+    std::string temporary = path + ".XXXXXX";
+    const int descriptor = ::mkostemp(temporary.data(), O_CLOEXEC);
+    if (descriptor < 0)
+        return couldNotWrite(path, errno);
     errno = 0;
-    if (writeSamples(temporary, samples, sampleRateHz) && std::rename(temporary.c_str(), path.c_str()) == 0)
+    if (writeSamples(descriptor, samples, sampleRateHz) && std::rename(temporary.c_str(), path.c_str()) == 0)
         return std::nullopt;
     const int reason = errno;
     std::remove(temporary.c_str());

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <sndfile.h>
+#include <sys/stat.h>
 
 #include <cmath>
 #include <filesystem>
@@ -147,6 +148,13 @@ TEST_F(WavFileTest, writesWhatItReads)
         EXPECT_NE(problem->find("Choose a folder"), std::string::npos);
         EXPECT_EQ(WavFile::problemOfWriting(place), problem);
     }
+    ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
+    std::ofstream(path("out.wav.part")) << "somebody's";
+    EXPECT_NE(WavFile::write(path("pipe"), samples, wantedRateHz), std::nullopt);
+    EXPECT_NE(WavFile::problemOfWriting(""), std::nullopt);
+    EXPECT_TRUE(fs::is_fifo(path("pipe")));
+    EXPECT_EQ(WavFile::write(path("out.wav"), samples, wantedRateHz), std::nullopt);
+    EXPECT_EQ(fs::file_size(path("out.wav.part")), 10U) << "a neighbour is not written over";
 }
 
 } // namespace
