@@ -17,19 +17,25 @@
 
 #include <iostream>
 #include <memory>
+#include <string>
 #include <utility>
 
 namespace quorvell {
 
 namespace {
 
-/// One agent a user and notebook; ends with the program however that ends.
-FileDescriptor takeAgentPlace(const ProgramEnvironment& environment)
+/// One agent a user and notebook; ends with the program however that ends. Where it cannot be had it is not open, and
+/// `problem` says why.
+FileDescriptor takeAgentPlace(const std::string& notebookFolder, std::string& problem)
 {
-    FileDescriptor file(::open((environment.notebookFolder + "/.agent").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-    if (file.isOpen() && ::flock(file.number(), LOCK_EX | LOCK_NB) != 0)
-        return FileDescriptor();
-    return file;
+    const std::string path = notebookFolder + "/.agent";
+    constexpr int flags = O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
+    FileDescriptor file(::open(path.c_str(), flags, 0600));
+    if (!file.isOpen())
+        problem = path + " cannot be opened. See that it is an ordinary file of yours, or move it away, and try again.";
+    else if (::flock(file.number(), LOCK_EX | LOCK_NB) != 0)
+        problem = "Another quorvell agent already watches the reminders in " + notebookFolder + ". One is enough.";
+    return problem.empty() ? std::move(file) : FileDescriptor();
 }
 
 /// Fires the reminders whenever this program owns the notebook: from the start, or once its owner ends.
@@ -89,10 +95,10 @@ int runAgent(const ProgramEnvironment& environment)
         std::cerr << problem << std::endl;
         return exit_code::couldNot;
     }
-    const FileDescriptor place = takeAgentPlace(environment);
+    std::string whyNot;
+    const FileDescriptor place = takeAgentPlace(environment.notebookFolder, whyNot);
     if (!place.isOpen()) {
-        std::cerr << "Another quorvell agent already watches the reminders in " << environment.notebookFolder
-                  << ". One is enough." << std::endl;
+        std::cerr << whyNot << std::endl;
         return exit_code::couldNot;
     }
     if (!environment.hasSessionBus || !QDBusConnection::sessionBus().isConnected())
