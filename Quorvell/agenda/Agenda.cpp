@@ -11,6 +11,19 @@ namespace {
 constexpr const char* unknownEvent =
     "There is no event with that id. List the events again and use the id given there.";
 
+constexpr const char* busy = "The calendars are still busy with an earlier question";
+
+/// The answer to what could not even begin.
+template <typename Result> Result refused();
+template <> AgendaReading refused()
+{
+    return {{}, {std::string(busy) + ", so they were not read. Try again in a moment."}, false};
+}
+template <> AgendaVerdict refused()
+{
+    return {std::nullopt, std::string(busy) + ", so nothing was done. Try again in a moment."};
+}
+
 CalendarSource* sourceOf(const std::vector<std::unique_ptr<CalendarSource>>& sources, char letter)
 {
     for (const auto& source : sources)
@@ -21,17 +34,25 @@ CalendarSource* sourceOf(const std::vector<std::unique_ptr<CalendarSource>>& sou
 
 } // namespace
 
-Agenda::Agenda(std::vector<std::unique_ptr<CalendarSource>> sources, FileWorker::Post post)
+Agenda::Agenda(
+    std::vector<std::unique_ptr<CalendarSource>> sources, AgendaWorker::Post post, AgendaWorker::Limits limits)
     : m_sources(std::make_shared<Sources>(std::move(sources)))
-    , m_worker(std::move(post))
+    , m_worker(std::move(post), limits)
 {
 }
 
 template <typename Result>
-void Agenda::run(std::function<Result(Sources&)> work, std::function<void(const Result&)> done)
+void Agenda::run(AgendaWorker::Kind kind, std::function<Result(Sources&)> work, std::function<void(const Result&)> done)
 {
     // Whatever outlives this agenda on its way back finds it gone; the sources end on the worker's thread or after it.
-    m_worker.run([sources = m_sources, work = std::move(work)] { return work(*sources); },
+    m_worker.run(
+        kind,
+        [sources = m_sources, work = std::move(work)](const Patience& patience) {
+            for (const auto& source : *sources)
+                source->havePatience(patience);
+            return work(*sources);
+        },
+        &refused<Result>,
         [life = std::weak_ptr<bool>(m_life), done = std::move(done)](const Result& result) {
             if (!life.expired())
                 done(result);
@@ -41,6 +62,7 @@ void Agenda::run(std::function<Result(Sources&)> work, std::function<void(const 
 void Agenda::read(Instant from, Instant to, const Calendar& calendar, ReadingCallback done)
 {
     run<AgendaReading>(
+        AgendaWorker::Kind::reads,
         [from, to, calendar](Sources& sources) {
             AgendaReading all;
             for (const auto& source : sources) {
@@ -49,6 +71,7 @@ void Agenda::read(Instant from, Instant to, const Calendar& calendar, ReadingCal
                 AgendaReading one = source->read(from, to, calendar);
                 all.events.insert(all.events.end(), one.events.begin(), one.events.end());
                 all.problems.insert(all.problems.end(), one.problems.begin(), one.problems.end());
+                all.isWhole = all.isWhole && one.isWhole;
             }
             std::stable_sort(all.events.begin(), all.events.end(),
                 [](const CalendarEvent& left, const CalendarEvent& right) { return left.start < right.start; });
@@ -60,10 +83,10 @@ void Agenda::read(Instant from, Instant to, const Calendar& calendar, ReadingCal
 void Agenda::find(const EventID& id, const Calendar& calendar, VerdictCallback done)
 {
     run<AgendaVerdict>(
+        AgendaWorker::Kind::reads,
         [id, calendar](Sources& sources) {
             CalendarSource* source = sourceOf(sources, id.calendar);
-            auto event = source ? source->find(id, calendar) : std::nullopt;
-            return AgendaVerdict{event, event ? "" : unknownEvent};
+            return source ? source->find(id, calendar) : AgendaVerdict{std::nullopt, unknownEvent};
         },
         std::move(done));
 }
@@ -71,6 +94,7 @@ void Agenda::find(const EventID& id, const Calendar& calendar, VerdictCallback d
 void Agenda::add(const EventDraft& draft, const Calendar& calendar, Instant now, VerdictCallback done)
 {
     run<AgendaVerdict>(
+        AgendaWorker::Kind::changes,
         [draft, calendar, now](Sources& sources) -> AgendaVerdict {
             for (const auto& source : sources)
                 if (source->isThere())
@@ -84,6 +108,7 @@ void Agenda::change(const EventID& id, EventScope scope, const EventChange& chan
     Instant now, VerdictCallback done)
 {
     run<AgendaVerdict>(
+        AgendaWorker::Kind::changes,
         [id, scope, change, calendar, now](Sources& sources) {
             CalendarSource* source = sourceOf(sources, id.calendar);
             return source ? source->change(id, scope, change, calendar, now)
@@ -95,6 +120,7 @@ void Agenda::change(const EventID& id, EventScope scope, const EventChange& chan
 void Agenda::remove(const EventID& id, EventScope scope, const Calendar& calendar, Instant now, VerdictCallback done)
 {
     run<AgendaVerdict>(
+        AgendaWorker::Kind::changes,
         [id, scope, calendar, now](Sources& sources) {
             CalendarSource* source = sourceOf(sources, id.calendar);
             return source ? source->remove(id, scope, calendar, now) : AgendaVerdict{std::nullopt, unknownEvent};

@@ -2,8 +2,8 @@
 // The user's events, wherever they are kept.
 #pragma once
 
+#include "Quorvell/agenda/AgendaWorker.h"
 #include "Quorvell/agenda/CalendarSource.h"
-#include "Quorvell/files/FileWorker.h"
 
 #include <functional>
 #include <memory>
@@ -11,14 +11,16 @@
 
 namespace quorvell {
 
-/// Main thread; answers come there later, unless the agenda ended before. Its sources live on the worker's thread.
+/// Main thread; answers come there later, unless the agenda ended before. Its sources live on the worker's thread. What
+/// takes too long is broken off and says so; what cannot even begin is refused.
 class Agenda {
 public:
     using ReadingCallback = std::function<void(const AgendaReading&)>;
     using VerdictCallback = std::function<void(const AgendaVerdict&)>;
 
     /// New events go to the first source that is there; all that are there are read.
-    Agenda(std::vector<std::unique_ptr<CalendarSource>> sources, FileWorker::Post post);
+    Agenda(std::vector<std::unique_ptr<CalendarSource>> sources, AgendaWorker::Post post,
+        AgendaWorker::Limits limits = AgendaWorker::Limits());
 
     void read(Instant from, Instant to, const Calendar& calendar, ReadingCallback done);
     void find(const EventID& id, const Calendar& calendar, VerdictCallback done);
@@ -30,11 +32,12 @@ public:
 private:
     using Sources = std::vector<std::unique_ptr<CalendarSource>>;
 
-    template <typename Result> void run(std::function<Result(Sources&)> work, std::function<void(const Result&)> done);
+    template <typename Result>
+    void run(AgendaWorker::Kind kind, std::function<Result(Sources&)> work, std::function<void(const Result&)> done);
 
     std::shared_ptr<Sources> m_sources; ///< Touched by the worker only.
     std::shared_ptr<bool> m_life = std::make_shared<bool>(true); ///< Answers that come after the end find it gone.
-    FileWorker m_worker; ///< Ends first, with its jobs.
+    AgendaWorker m_worker; ///< Ends first, with its jobs.
 };
 
 } // namespace quorvell

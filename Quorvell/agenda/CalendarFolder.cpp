@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <iterator>
 #include <system_error>
 #include <utility>
 
@@ -37,7 +38,7 @@ AgendaVerdict failed(std::string problem)
 std::optional<CalendarEvent> occurrenceAt(
     Instant start, const EventID& series, const IcsCalendar& file, const Calendar& calendar)
 {
-    auto found = file.between(start, start + std::chrono::milliseconds(1), series.calendar, calendar);
+    auto found = file.between(start, start + std::chrono::milliseconds(1), series.calendar, calendar).events;
     const auto same = std::find_if(
         found.begin(), found.end(), [&](const CalendarEvent& event) { return event.id.uid == series.uid; });
     return same != found.end() ? std::optional(std::move(*same)) : std::nullopt;
@@ -68,69 +69,100 @@ std::string CalendarFolder::folderForNew() const
     return all.size() > 1 && !hasFiles ? all[1] : m_folder;
 }
 
-void CalendarFolder::eachFile(const std::function<bool(File&)>& visit, std::vector<std::string>* problems) const
+CalendarFolder::Walk CalendarFolder::eachFile(
+    const std::function<bool(File&)>& visit, std::vector<std::string>& unreadable) const
 {
     std::size_t count = 0;
     for (const std::string& folder : folders()) {
         for (const std::string& name : fileNamesIn(folder).value_or(std::vector<std::string>())) {
             if (!isCalendarFile(name))
                 continue;
-            if (++count > mostFiles) {
-                if (problems)
-                    problems->push_back("There are too many calendar files in " + m_folder + "; the first "
-                        + std::to_string(mostFiles) + " count.");
-                return;
-            }
+            if (++count > mostFiles)
+                return Walk::tooMany;
+            if (patience().isOver())
+                return Walk::broken;
             auto text = readFile(folder + "/" + name, IcsLimits::longestText);
             auto calendar = text ? IcsCalendar::parse(*text) : std::nullopt;
             if (!calendar) {
-                if (problems)
-                    problems->push_back("The calendar file " + folder + "/" + name + " cannot be read.");
+                unreadable.push_back(folder + "/" + name);
                 continue;
             }
             File file{folder, name, *std::move(text), *std::move(calendar)};
             if (!visit(file))
-                return;
+                return Walk::whole;
         }
     }
+    return Walk::whole;
 }
 
 AgendaReading CalendarFolder::read(Instant from, Instant to, const Calendar& calendar)
 {
     AgendaReading reading;
+    std::vector<std::string>& problems = reading.problems;
     // One that was never made holds no events; a file in its place may hide many.
     if (std::error_code failure; !fileNamesIn(m_folder) && std::filesystem::exists(m_folder, failure))
-        reading.problems.push_back(
+        problems.push_back(
             "The calendars in " + m_folder + " cannot be read. See that it is a folder that you may read.");
-    eachFile(
+    IcsOmissions missing; // Told once of the whole folder.
+    std::vector<std::string> unreadable;
+    const Walk walk = eachFile(
         [&](File& file) {
-            const auto found = file.calendar.between(from, to, letter(), calendar);
-            reading.events.insert(reading.events.end(), found.begin(), found.end());
-            return reading.events.size() < IcsLimits::mostOccurrences;
+            IcsReading found = file.calendar.between(from, to, letter(), calendar, patience());
+            missing.time |= std::exchange(found.omissions.time, false);
+            missing.amount |= std::exchange(found.omissions.amount, false);
+            std::move(found.events.begin(), found.events.end(), std::back_inserter(reading.events));
+            for (std::string& problem : found.omissions.sentences("The calendar file " + file.folder + "/" + file.name))
+                problems.push_back(std::move(problem));
+            missing.amount |= reading.events.size() > IcsLimits::mostOccurrences;
+            return !missing.amount && !missing.time;
         },
-        &reading.problems);
+        unreadable);
+    for (const std::string& path : unreadable)
+        problems.push_back("The calendar file " + path + " cannot be read.");
+    if (walk == Walk::tooMany)
+        problems.push_back("There are too many calendar files in " + m_folder + "; the first "
+            + std::to_string(mostFiles) + " count.");
+    missing.time |= walk == Walk::broken;
+    if (problems.size() > mostProblems) {
+        const std::size_t others = problems.size() - mostProblems;
+        problems.resize(mostProblems);
+        problems.push_back("There are " + std::to_string(others) + " more problems like these.");
+    }
+    for (std::string& sentence : missing.sentences("The calendar folder " + m_folder))
+        problems.push_back(std::move(sentence));
+    reading.isWhole = !missing.time && !missing.amount && walk == Walk::whole;
     std::stable_sort(reading.events.begin(), reading.events.end(),
         [](const CalendarEvent& left, const CalendarEvent& right) { return left.start < right.start; });
+    if (reading.events.size() > IcsLimits::mostOccurrences)
+        reading.events.resize(IcsLimits::mostOccurrences);
     return reading;
 }
 
-std::optional<CalendarFolder::File> CalendarFolder::fileWith(const std::string& uid) const
+CalendarFolder::Found CalendarFolder::fileWith(const std::string& uid) const
 {
-    std::optional<File> found;
-    eachFile(
+    Found found;
+    std::vector<std::string> unreadable;
+    const Walk walk = eachFile(
         [&](File& file) {
             if (file.calendar.has(uid))
-                found = std::move(file);
-            return !found;
+                found.file = std::move(file);
+            return !found.file;
         },
-        nullptr);
+        unreadable);
+    if (!found.file)
+        found.problem = walk == Walk::broken
+            ? "The calendars in " + m_folder + " took too long to read, so nothing was done. Say so."
+            : IcsCalendar::goneEvent;
     return found;
 }
 
-std::optional<CalendarEvent> CalendarFolder::find(const EventID& id, const Calendar& calendar)
+AgendaVerdict CalendarFolder::find(const EventID& id, const Calendar& calendar)
 {
-    const auto file = fileWith(id.uid);
-    return file ? file->calendar.find(id, calendar) : std::nullopt;
+    const Found found = fileWith(id.uid);
+    if (!found.file)
+        return failed(found.problem);
+    auto event = found.file->calendar.find(id, calendar);
+    return {event, event ? "" : IcsCalendar::goneEvent};
 }
 
 AgendaVerdict CalendarFolder::add(const EventDraft& draft, const Calendar& calendar, Instant now)
@@ -152,9 +184,10 @@ AgendaVerdict CalendarFolder::add(const EventDraft& draft, const Calendar& calen
 AgendaVerdict CalendarFolder::edit(
     const EventID& id, const Calendar& calendar, const std::function<std::string(IcsCalendar&)>& edit)
 {
-    auto file = fileWith(id.uid);
+    Found found = fileWith(id.uid);
+    auto& file = found.file;
     if (!file)
-        return failed(IcsCalendar::goneEvent);
+        return failed(std::move(found.problem));
     const auto before = file->calendar.find(id, calendar);
     if (std::string problem = edit(file->calendar); !problem.empty())
         return failed(std::move(problem));

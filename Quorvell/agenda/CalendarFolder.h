@@ -15,6 +15,7 @@ class CalendarFolder final : public CalendarSource {
 public:
     static constexpr std::size_t mostFiles = 20'000;
     static constexpr std::size_t mostFolders = 64;
+    static constexpr std::size_t mostProblems = 20; ///< That are told of one reading.
 
     explicit CalendarFolder(std::string folder);
 
@@ -25,7 +26,7 @@ public:
     AgendaVerdict change(
         const EventID& id, EventScope scope, const EventChange& change, const Calendar& calendar, Instant now) override;
     AgendaVerdict remove(const EventID& id, EventScope scope, const Calendar& calendar, Instant now) override;
-    std::optional<CalendarEvent> find(const EventID& id, const Calendar& calendar) override;
+    AgendaVerdict find(const EventID& id, const Calendar& calendar) override;
 
 private:
     struct File {
@@ -35,11 +36,17 @@ private:
         IcsCalendar calendar;
     };
 
+    struct Found {
+        std::optional<File> file;
+        std::string problem; ///< Where there is none.
+    };
+    enum class Walk { whole, tooMany, broken }; ///< Broken: by the end of patience.
+
     std::vector<std::string> folders() const;
     std::string folderForNew() const;
-    /// Until `visit` says that it has seen enough.
-    void eachFile(const std::function<bool(File&)>& visit, std::vector<std::string>* problems) const;
-    std::optional<File> fileWith(const std::string& uid) const;
+    /// Until `visit` says that it has seen enough. Paths of what cannot be read are added to `unreadable`.
+    Walk eachFile(const std::function<bool(File&)>& visit, std::vector<std::string>& unreadable) const;
+    Found fileWith(const std::string& uid) const;
     AgendaVerdict edit(
         const EventID& id, const Calendar& calendar, const std::function<std::string(IcsCalendar&)>& edit);
 

@@ -3,38 +3,18 @@
 
 #include "Quorvell/agenda/IcsEditing.h"
 #include "Quorvell/agenda/IcsLimits.h"
-#include "QuorvellCore/text/Characters.h"
+#include "Quorvell/agenda/IcsText.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <set>
 #include <utility>
+#include <vector>
 
 namespace quorvell {
 
 namespace {
-
-/// Components nest in the parser's memory and in its calls, so the depth is judged before it sees the text.
-bool isNestedTooDeeply(std::string_view text)
-{
-    int depth = 0;
-    int deepest = 0;
-    for (std::size_t start = 0; start < text.size();) {
-        const std::size_t end = std::min(text.find('\n', start), text.size());
-        std::string_view line = text.substr(start, end - start);
-        line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
-        const auto begins = [&line](std::string_view word) {
-            return line.size() >= word.size()
-                && std::equal(word.begin(), word.end(), line.begin(),
-                    [](char wanted, char letter) { return wanted == (letter >= 'a' ? letter - ' ' : letter); });
-        };
-        depth += begins("BEGIN") ? 1 : begins("END") ? -1 : 0;
-        deepest = std::max(deepest, depth);
-        start = end + 1;
-    }
-    return deepest > IcsLimits::deepestNesting;
-}
 
 /// One series with what was changed of single occurrences, or one event.
 struct Series {
@@ -98,22 +78,24 @@ IcsMoment occurrenceOf(const Series& series, const IcsEvent& changed, const IcsZ
     return zones.moment(zones.instant(changed.recurrence->like(start)), start);
 }
 
-void addShown(const Series& series, char letter, Instant from, Instant to, const IcsZones& zones,
-    std::vector<CalendarEvent>& found)
+void addShown(const Series& series, char letter, IcsEvent::Search& search, std::vector<CalendarEvent>& found)
 {
+    const IcsZones& zones = search.zones;
     std::set<Instant> replaced;
     for (const IcsEvent& changed : series.changed) {
+        if (search.patience.isOver())
+            return;
         replaced.insert(zones.instant(occurrenceOf(series, changed, zones)));
         CalendarEvent event = changed.shown(changed.start, letter, zones);
         event.repeats = true;
         event.id.occurrence = occurrenceOf(series, changed, zones).text();
-        const bool isNow = event.start < to && (event.end > from || event.start >= from);
+        const bool isNow = event.start < search.to && (event.end > search.from || event.start >= search.from);
         if (isNow && !changed.isCancelled)
             found.push_back(std::move(event));
     }
     if (!series.master || series.master->isCancelled)
         return;
-    for (const IcsMoment& occurrence : series.master->occurrences(from, to, zones)) {
+    for (const IcsMoment& occurrence : series.master->occurrences(search)) {
         if (replaced.contains(zones.instant(occurrence)))
             continue;
         CalendarEvent event = series.master->shown(occurrence, letter, zones);
@@ -147,7 +129,8 @@ std::optional<Place> IcsCalendar::Content::place(const EventID& id, const IcsZon
         return std::nullopt;
     place->occurrence = place->series.master->start.at(*local);
     const Instant begins = zones.instant(*place->occurrence);
-    const auto around = place->series.master->occurrences(begins, begins + std::chrono::milliseconds(1), zones);
+    IcsEvent::Search search{begins, begins + std::chrono::milliseconds(1), zones};
+    const auto around = place->series.master->occurrences(search);
     const bool happens = std::any_of(
         around.begin(), around.end(), [&](const IcsMoment& moment) { return zones.instant(moment) == begins; });
     return happens ? std::move(place) : std::nullopt;
@@ -164,11 +147,12 @@ IcsCalendar& IcsCalendar::operator=(IcsCalendar&&) noexcept = default;
 
 std::optional<IcsCalendar> IcsCalendar::parse(std::string_view text)
 {
-    if (text.size() > IcsLimits::longestText || text.find('\0') != std::string_view::npos || isNestedTooDeeply(text))
+    const auto prepared = IcsText::prepared(text);
+    if (!prepared)
         return std::nullopt;
     icalerror_set_errors_are_fatal(0);
     auto content = std::make_unique<Content>();
-    content->root.reset(icalcomponent_new_from_string(std::string(text).c_str()));
+    content->root.reset(icalcomponent_new_from_string(prepared->c_str()));
     if (!content->root)
         return std::nullopt;
     const icalcomponent_kind kind = icalcomponent_isa(content->root.get());
@@ -194,31 +178,23 @@ std::string IcsCalendar::text() const
     return text ? text.get() : "";
 }
 
-std::string IcsCalendar::textOf(const EventID& id, const Calendar& calendar) const
+std::map<std::string, std::string> IcsCalendar::parts(const std::string& uid, const Calendar& calendar) const
 {
+    std::map<std::string, std::string> texts;
     const auto all = m_content->series();
-    const auto found = all.find(id.uid);
+    const auto found = all.find(uid);
     if (found == all.end())
-        return "";
+        return texts;
+    const auto textOf = [](const IcsEvent& event) {
+        const std::unique_ptr<char, void (*)(void*)> text(icalcomponent_as_ical_string_r(event.component), ::free);
+        return std::string(text ? text.get() : "");
+    };
     const IcsZones zones(m_content->root.get(), calendar);
-    icalcomponent* wanted = found->second.master && id.occurrence.empty() ? found->second.master->component : nullptr;
+    if (found->second.master)
+        texts[""] = textOf(*found->second.master);
     for (const IcsEvent& changed : found->second.changed)
-        if (occurrenceOf(found->second, changed, zones).text() == id.occurrence)
-            wanted = changed.component;
-    if (!wanted)
-        return "";
-    const std::unique_ptr<char, void (*)(void*)> text(icalcomponent_as_ical_string_r(wanted), ::free);
-    return text ? text.get() : "";
-}
-
-std::set<std::string> IcsCalendar::changedOccurrences(const std::string& uid, const Calendar& calendar) const
-{
-    std::set<std::string> occurrences;
-    const auto all = m_content->series();
-    if (const auto found = all.find(uid); found != all.end())
-        for (const IcsEvent& changed : found->second.changed)
-            occurrences.insert(occurrenceOf(found->second, changed, IcsZones(m_content->root.get(), calendar)).text());
-    return occurrences;
+        texts[occurrenceOf(found->second, changed, zones).text()] = textOf(changed);
+    return texts;
 }
 
 bool IcsCalendar::has(const std::string& uid) const
@@ -251,18 +227,29 @@ std::size_t IcsCalendar::eventCount() const
     return m_content->components().size();
 }
 
-std::vector<CalendarEvent> IcsCalendar::between(Instant from, Instant to, char letter, const Calendar& calendar) const
+IcsReading IcsCalendar::between(
+    Instant from, Instant to, char letter, const Calendar& calendar, const Patience& patience) const
 {
     const IcsZones zones(m_content->root.get(), calendar);
-    std::vector<CalendarEvent> found;
-    for (const auto& [uid, series] : m_content->series())
-        if (found.size() < IcsLimits::mostOccurrences)
-            addShown(series, letter, from, to, zones, found);
-    std::stable_sort(found.begin(), found.end(),
+    IcsEvent::Search search{from, to, zones, patience};
+    IcsReading reading;
+    for (const auto& [uid, series] : m_content->series()) {
+        search.omissions.time = patience.isOver();
+        search.omissions.amount = reading.events.size() > IcsLimits::mostOccurrences;
+        if (search.omissions.time || search.omissions.amount)
+            break;
+        addShown(series, letter, search, reading.events);
+    }
+    std::stable_sort(reading.events.begin(), reading.events.end(),
         [](const CalendarEvent& left, const CalendarEvent& right) { return left.start < right.start; });
-    if (found.size() > IcsLimits::mostOccurrences)
-        found.resize(IcsLimits::mostOccurrences);
-    return found;
+    if (reading.events.size() > IcsLimits::mostOccurrences) {
+        reading.events.resize(IcsLimits::mostOccurrences);
+        search.omissions.amount = true;
+    }
+    reading.omissions = search.omissions;
+    reading.omissions.time = patience.isOver();
+    reading.omissions.zones = zones.hasRefused();
+    return reading;
 }
 
 std::optional<CalendarEvent> IcsCalendar::find(const EventID& id, const Calendar& calendar) const

@@ -4,14 +4,15 @@
 #pragma once
 
 #include "Quorvell/agenda/CalendarEvent.h"
+#include "Quorvell/agenda/IcsReading.h"
+#include "Quorvell/agenda/Patience.h"
 #include "QuorvellCore/reminders/calendar/Calendar.h"
 
+#include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace quorvell {
 
@@ -31,11 +32,9 @@ public:
     IcsCalendar& operator=(IcsCalendar&& other) noexcept;
 
     std::string text() const;
-    /// As `text`, of one event of it: its series, or what was changed of one occurrence. Empty where there is none.
-    std::string textOf(const EventID& id, const Calendar& calendar) const;
-
-    /// The occurrences of a series that were changed by themselves, as its clock has them.
-    std::set<std::string> changedOccurrences(const std::string& uid, const Calendar& calendar) const;
+    /// The texts of one event without its calendar: of its series under "", of what was changed of single occurrences
+    /// under these, as the series' clock has them.
+    std::map<std::string, std::string> parts(const std::string& uid, const Calendar& calendar) const;
 
     bool has(const std::string& uid) const;
     std::string firstUid() const; ///< Empty where there is no event.
@@ -44,7 +43,8 @@ public:
 
     /// Those that overlap the stretch of time, by their starts. `letter` goes into their ids; `calendar` settles what
     /// bears no zone of its own.
-    std::vector<CalendarEvent> between(Instant from, Instant to, char letter, const Calendar& calendar) const;
+    IcsReading between(
+        Instant from, Instant to, char letter, const Calendar& calendar, const Patience& patience = {}) const;
     std::optional<CalendarEvent> find(const EventID& id, const Calendar& calendar) const;
 
     /// Each gives an empty text, or why it cannot be done.

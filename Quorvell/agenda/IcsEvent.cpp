@@ -2,11 +2,11 @@
 #include "Quorvell/agenda/IcsEvent.h"
 
 #include "Quorvell/agenda/IcsLimits.h"
+#include "Quorvell/agenda/IcsRule.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <set>
 
 namespace quorvell {
@@ -33,91 +33,9 @@ icalproperty* first(icalcomponent* component, icalproperty_kind kind)
     return icalcomponent_get_first_property(component, kind);
 }
 
-bool isGiven(short value)
-{
-    return value != ICAL_RECURRENCE_ARRAY_MAX;
-}
-
-/// A 30th of February would be looked for through all the years there are.
-bool neverComes(const icalrecurrencetype& rule)
-{
-    if (!isGiven(rule.by_month[0]) || !isGiven(rule.by_month_day[0]))
-        return false;
-    constexpr int leapYear = 2024;
-    for (const short month : rule.by_month) {
-        if (!isGiven(month))
-            break;
-        const int longest = Calendar::daysInMonth(leapYear, std::clamp<int>(month, 1, 12));
-        for (const short day : rule.by_month_day) {
-            if (!isGiven(day))
-                break;
-            if (std::abs(day) <= longest)
-                return false;
-        }
-    }
-    return true;
-}
-
-/// A sixth Monday or the second last day of a month is looked for just as long.
-bool namesNoDayOfAnyMonth(const icalrecurrencetype& rule)
-{
-    constexpr int mostOfOneWeekday = 5;
-    int candidates = 0;
-    bool hasDay = !isGiven(rule.by_day[0]);
-    for (const short day : rule.by_day) {
-        if (!isGiven(day))
-            break;
-        hasDay = hasDay || std::abs(icalrecurrencetype_day_position(day)) <= mostOfOneWeekday;
-        candidates += mostOfOneWeekday;
-    }
-    for (const short day : rule.by_month_day) {
-        if (!isGiven(day))
-            break;
-        ++candidates;
-    }
-    bool hasPosition = !isGiven(rule.by_set_pos[0]);
-    for (const short position : rule.by_set_pos) {
-        if (!isGiven(position))
-            break;
-        hasPosition = hasPosition || std::abs(position) <= std::max(candidates, 1);
-    }
-    return !hasDay || !hasPosition;
-}
-
-/// Rules by the hour and finer, with conditions, can search for ever; no calendar of people holds them.
-bool canBeFollowed(const icalrecurrencetype& rule)
-{
-    switch (rule.freq) {
-    case ICAL_HOURLY_RECURRENCE:
-        return !isGiven(rule.by_day[0]) && !isGiven(rule.by_month_day[0]) && !isGiven(rule.by_year_day[0])
-            && !isGiven(rule.by_week_no[0]) && !isGiven(rule.by_month[0]) && !isGiven(rule.by_set_pos[0])
-            && !isGiven(rule.by_hour[0]) && !isGiven(rule.by_minute[0]) && !isGiven(rule.by_second[0]);
-    case ICAL_MONTHLY_RECURRENCE:
-        return !neverComes(rule) && !namesNoDayOfAnyMonth(rule);
-    case ICAL_DAILY_RECURRENCE:
-    case ICAL_WEEKLY_RECURRENCE:
-    case ICAL_YEARLY_RECURRENCE:
-        return !neverComes(rule);
-    default:
-        return false;
-    }
-}
-
 bool mentions(const char* text, const char* word)
 {
     return text && std::string_view(text) == word;
-}
-
-/// "Every second Monday of the week" means nothing, and is counted from wherever the search begins.
-void dropPositionsInWeeks(icalrecurrencetype& rule)
-{
-    if (rule.freq == ICAL_MONTHLY_RECURRENCE || rule.freq == ICAL_YEARLY_RECURRENCE)
-        return;
-    for (short& day : rule.by_day) {
-        if (!isGiven(day))
-            break;
-        day = static_cast<short>(icalrecurrencetype_day_day_of_week(day));
-    }
 }
 
 } // namespace
@@ -172,24 +90,22 @@ CalendarEvent IcsEvent::shown(const IcsMoment& at, char letter, const IcsZones& 
     return event;
 }
 
-std::vector<IcsMoment> IcsEvent::occurrences(Instant from, Instant to, const IcsZones& zones) const
+std::vector<IcsMoment> IcsEvent::occurrences(Search& search) const
 {
+    const IcsZones& zones = search.zones;
     const milliseconds lasts = length(zones);
     const auto isWanted = [&](const IcsMoment& moment) {
         const Instant begins = zones.instant(moment);
-        return begins < to && (begins + lasts > from || (begins >= from && lasts == milliseconds(0)));
+        return begins < search.to
+            && (begins + lasts > search.from || (begins >= search.from && lasts == milliseconds(0)));
     };
     std::vector<IcsMoment> found{start};
-    for (icalproperty* rule = first(component, ICAL_RRULE_PROPERTY); rule;
-         rule = icalcomponent_get_next_property(component, ICAL_RRULE_PROPERTY))
-        followRule(rule, from - lasts, to, zones, found);
-    int dates = 0;
-    for (icalproperty* date = first(component, ICAL_RDATE_PROPERTY); date && dates < IcsLimits::longestSearch;
-         date = icalcomponent_get_next_property(component, ICAL_RDATE_PROPERTY), ++dates)
-        if (const auto moment = IcsMoment::read(date); moment && start.kind == IcsMoment::Kind::date)
-            found.push_back(start.at(std::chrono::floor<days>(moment->local)));
-        else if (moment && moment->kind != IcsMoment::Kind::date)
-            found.push_back(zones.moment(zones.instant(moment->like(start)), start));
+    int rules = 0;
+    for (icalproperty* rule = first(component, ICAL_RRULE_PROPERTY); rule && rules < IcsLimits::mostRules;
+         rule = icalcomponent_get_next_property(component, ICAL_RRULE_PROPERTY), ++rules)
+        followRule(rule, search.from - lasts, search, found);
+    search.omissions.repeats |= icalcomponent_count_properties(component, ICAL_RRULE_PROPERTY) > IcsLimits::mostRules;
+    addFurtherDates(search, found);
     std::erase_if(found, [&](const IcsMoment& moment) { return !isWanted(moment); });
     std::sort(found.begin(), found.end(),
         [&](const IcsMoment& left, const IcsMoment& right) { return zones.instant(left) < zones.instant(right); });
@@ -201,29 +117,50 @@ std::vector<IcsMoment> IcsEvent::occurrences(Instant from, Instant to, const Ics
     return found;
 }
 
+void IcsEvent::addFurtherDates(Search& search, std::vector<IcsMoment>& found) const
+{
+    const IcsZones& zones = search.zones;
+    int dates = 0;
+    for (icalproperty* date = first(component, ICAL_RDATE_PROPERTY); date;
+         date = icalcomponent_get_next_property(component, ICAL_RDATE_PROPERTY)) {
+        if (++dates > IcsLimits::longestSearch) {
+            search.omissions.repeats = true;
+            return;
+        }
+        const auto moment = IcsMoment::read(date);
+        if (moment && start.kind == IcsMoment::Kind::date)
+            found.push_back(start.at(std::chrono::floor<days>(moment->local)));
+        else if (moment && moment->kind != IcsMoment::Kind::date)
+            found.push_back(zones.moment(zones.instant(moment->like(start)), start));
+    }
+}
+
 /// The rule counts on the clock of the series' own zone, so that nine o'clock stays nine o'clock.
-void IcsEvent::followRule(
-    icalproperty* property, Instant from, Instant to, const IcsZones& zones, std::vector<IcsMoment>& found) const
+void IcsEvent::followRule(icalproperty* property, Instant from, Search& search, std::vector<IcsMoment>& found) const
 {
     icalrecurrencetype rule = icalproperty_get_rrule(property);
     const bool isHourly = rule.freq == ICAL_HOURLY_RECURRENCE;
-    if (!canBeFollowed(rule) || (isHourly && start.kind == IcsMoment::Kind::date))
+    if (IcsRule::neverComes(rule))
         return;
-    dropPositionsInWeeks(rule);
+    if (!IcsRule::canBeFollowed(rule) || (isHourly && start.kind == IcsMoment::Kind::date)) {
+        search.omissions.repeats = true;
+        return;
+    }
+    IcsRule::dropPositionsInWeeks(rule);
     if (isHourly)
-        return followHours(rule, from, to, zones, found);
+        return followHours(rule, from, search, found);
+    const IcsZones& zones = search.zones;
     IcsMoment plain = start;
     if (plain.kind != IcsMoment::Kind::date)
         plain.kind = IcsMoment::Kind::floating;
     // No further than asked, so that a rule that never comes again is not followed to the end of time.
-    const IcsLocalTime farthest = zones.moment(to, start).local + days(1);
+    const IcsLocalTime farthest = zones.moment(search.to, start).local + days(1);
     auto until = IcsMoment::from(rule.until);
     if (until && until->kind == IcsMoment::Kind::utc && start.kind != IcsMoment::Kind::utc)
         until->local = zones.moment(zones.instant(*until), start).local;
     if (until && until->kind == IcsMoment::Kind::date && start.kind != IcsMoment::Kind::date)
         until->local += days(1) - seconds(1);
-    if (until || rule.count == 0)
-        rule.until = plain.at(until ? std::min(until->local, farthest) : farthest).time();
+    rule.until = plain.at(until ? std::min(until->local, farthest) : farthest).time();
     icalrecur_iterator* iterator = icalrecur_iterator_new(rule, plain.time());
     if (!iterator)
         return;
@@ -231,35 +168,37 @@ void IcsEvent::followRule(
     // Skipping ahead loses count of occurrences that are numbered.
     if (rule.count == 0 && near.local > plain.local)
         icalrecur_iterator_set_start(iterator, plain.at(near.local).time());
+    bool isWhole = false;
     for (int step = 0; step < IcsLimits::longestSearch && found.size() < IcsLimits::mostOccurrences; ++step) {
         const auto next = IcsMoment::from(icalrecur_iterator_next(iterator));
-        if (!next)
-            break;
-        const IcsMoment occurrence = start.at(next->local);
-        const Instant begins = zones.instant(occurrence);
-        if (begins >= to)
+        const IcsMoment occurrence = next ? start.at(next->local) : start;
+        const Instant begins = next ? zones.instant(occurrence) : search.to;
+        isWhole = begins >= search.to;
+        if (isWhole || search.patience.isOver())
             break;
         if (begins >= from)
             found.push_back(occurrence);
     }
+    search.omissions.repeats |= !isWhole && !search.patience.isOver();
     icalrecur_iterator_free(iterator);
 }
 
 /// Hours need no calendar, and years of them no patience.
-void IcsEvent::followHours(const icalrecurrencetype& rule, Instant from, Instant to, const IcsZones& zones,
-    std::vector<IcsMoment>& found) const
+void IcsEvent::followHours(
+    const icalrecurrencetype& rule, Instant from, Search& search, std::vector<IcsMoment>& found) const
 {
     const auto interval = std::chrono::hours(std::max<int>(rule.interval, 1));
-    const Instant first = zones.instant(start);
+    const Instant first = search.zones.instant(start);
     const auto until = IcsMoment::from(rule.until);
-    const Instant last = until ? std::min(to, zones.instant(until->like(start)) + seconds(1)) : to;
+    const Instant last = until ? std::min(search.to, search.zones.instant(until->like(start)) + seconds(1)) : search.to;
     std::int64_t step = from > first ? (from - first) / interval : 0;
-    for (; found.size() < IcsLimits::mostOccurrences && (rule.count == 0 || step < rule.count); ++step) {
+    for (; rule.count == 0 || step < rule.count; ++step) {
         const Instant begins = first + step * interval;
-        if (begins >= last)
+        search.omissions.repeats |= begins < last && found.size() >= IcsLimits::mostOccurrences;
+        if (begins >= last || found.size() >= IcsLimits::mostOccurrences)
             break;
         if (begins >= from)
-            found.push_back(zones.moment(begins, start));
+            found.push_back(search.zones.moment(begins, start));
     }
 }
 

@@ -4,6 +4,8 @@
 
 #include "Quorvell/agenda/CalendarEvent.h"
 #include "Quorvell/agenda/IcsMoment.h"
+#include "Quorvell/agenda/IcsReading.h"
+#include "Quorvell/agenda/Patience.h"
 
 #include <optional>
 #include <string>
@@ -31,15 +33,24 @@ struct IcsEvent {
     /// The event as it is shown when it starts at `at`, an occurrence of its own.
     CalendarEvent shown(const IcsMoment& at, char letter, const IcsZones& zones) const;
 
+    /// A stretch of time that is asked for, and what the answer has to do without.
+    struct Search {
+        Instant from{};
+        Instant to{};
+        const IcsZones& zones;
+        Patience patience{};
+        IcsOmissions omissions{};
+    };
+
     /// The occurrences that start before `to` and are not over at `from`, its own start among them; without those that
     /// the file strikes out.
-    std::vector<IcsMoment> occurrences(Instant from, Instant to, const IcsZones& zones) const;
+    std::vector<IcsMoment> occurrences(Search& search) const;
 
 private:
-    void followRule(
-        icalproperty* rule, Instant from, Instant to, const IcsZones& zones, std::vector<IcsMoment>& found) const;
-    void followHours(const icalrecurrencetype& rule, Instant from, Instant to, const IcsZones& zones,
-        std::vector<IcsMoment>& found) const;
+    /// `from` is earlier than that of the search by the length of the event.
+    void followRule(icalproperty* rule, Instant from, Search& search, std::vector<IcsMoment>& found) const;
+    void followHours(const icalrecurrencetype& rule, Instant from, Search& search, std::vector<IcsMoment>& found) const;
+    void addFurtherDates(Search& search, std::vector<IcsMoment>& found) const;
     void removeStruckOut(const IcsZones& zones, std::vector<IcsMoment>& found) const;
 };
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/agenda/IcsMoment.h"
 
+#include "Quorvell/agenda/IcsLimits.h"
+#include "Quorvell/agenda/IcsZoneRules.h"
 #include "Quorvell/files/SystemZone.h"
 #include "QuorvellCore/reminders/calendar/WindowsZone.h"
 
@@ -139,33 +141,53 @@ IcsZones::IcsZones(icalcomponent* root, const Calendar& user)
 {
 }
 
-/// Some programs put their own name before the zone's: "/example.org/2007/Europe/Berlin".
-const Calendar* IcsZones::known(const std::string& zone) const
+const IcsZones::Zone& IcsZones::zone(const std::string& name) const
 {
-    constexpr std::size_t mostNames = 1000;
-    auto found = m_known.find(zone);
-    if (found == m_known.end()) {
-        if (m_known.size() >= mostNames)
-            return nullptr;
-        const auto calendarIn = [this](std::string_view name) {
-            return Calendar::create(name, m_user.locale(), systemZoneFile(name));
-        };
-        auto calendar = calendarIn(zone);
-        for (std::size_t slash = zone.find('/'); !calendar && slash != std::string::npos;
-             slash = zone.find('/', slash + 1))
-            calendar = calendarIn(std::string_view(zone).substr(slash + 1));
-        if (const auto place = calendar ? std::nullopt : zoneOfWindowsName(zone))
-            calendar = calendarIn(*place);
-        found = m_known.emplace(zone, std::move(calendar)).first;
+    static const Zone unknown;
+    auto found = m_zones.find(name);
+    if (found != m_zones.end())
+        return found->second;
+    if (m_zones.size() >= IcsLimits::mostZones || name.size() > IcsLimits::longestZoneName) {
+        m_hasRefused = true;
+        return unknown;
     }
-    return found->second ? &*found->second : nullptr;
+    return m_zones.emplace(name, look(name)).first->second;
 }
 
-icaltimezone* IcsZones::described(const std::string& zone) const
+IcsZones::Zone IcsZones::look(const std::string& name) const
 {
-    return m_root && icalcomponent_isa(m_root) == ICAL_VCALENDAR_COMPONENT
-        ? icalcomponent_get_timezone(m_root, zone.c_str())
-        : nullptr;
+    Zone zone{known(name), nullptr};
+    if (!zone.known)
+        zone.described = described(name);
+    return zone;
+}
+
+/// Some programs put their own name before the zone's: "/example.org/2007/Europe/Berlin".
+std::optional<Calendar> IcsZones::known(const std::string& name) const
+{
+    const auto calendarIn = [this](std::string_view place) {
+        return Calendar::create(place, m_user.locale(), systemZoneFile(place));
+    };
+    auto calendar = calendarIn(name);
+    std::size_t slash = name.find('/');
+    for (int parts = 1; !calendar && slash != std::string::npos && parts < IcsLimits::mostZoneParts; ++parts) {
+        calendar = calendarIn(std::string_view(name).substr(slash + 1));
+        slash = name.find('/', slash + 1);
+    }
+    if (const auto place = calendar ? std::nullopt : zoneOfWindowsName(name))
+        calendar = calendarIn(*place);
+    return calendar;
+}
+
+icaltimezone* IcsZones::described(const std::string& name) const
+{
+    if (!m_root || icalcomponent_isa(m_root) != ICAL_VCALENDAR_COMPONENT)
+        return nullptr;
+    icaltimezone* zone = icalcomponent_get_timezone(m_root, name.c_str());
+    if (!zone || IcsZoneRules::canBeFollowed(icaltimezone_get_component(zone), lastYear))
+        return zone;
+    m_hasRefused = true;
+    return nullptr;
 }
 
 Instant IcsZones::instant(const IcsMoment& moment) const
@@ -173,10 +195,11 @@ Instant IcsZones::instant(const IcsMoment& moment) const
     if (moment.kind == IcsMoment::Kind::utc)
         return asUtc(moment.local);
     if (moment.kind == IcsMoment::Kind::zoned) {
-        if (const Calendar* calendar = known(moment.zone))
-            return instantIn(*calendar, moment.local);
-        if (icaltimezone* zone = described(moment.zone))
-            return Instant(seconds(icaltime_as_timet_with_zone(moment.time(), zone)));
+        const Zone& its = zone(moment.zone);
+        if (its.known)
+            return instantIn(*its.known, moment.local);
+        if (its.described)
+            return Instant(seconds(icaltime_as_timet_with_zone(moment.time(), its.described)));
     }
     return instantIn(m_user, moment.local);
 }
@@ -188,11 +211,13 @@ IcsMoment IcsZones::moment(Instant instant, const IcsMoment& like) const
     if (like.kind == IcsMoment::Kind::date)
         return like.at(m_user.day(instant));
     if (like.kind == IcsMoment::Kind::zoned) {
-        if (const Calendar* calendar = known(like.zone))
-            return like.at(localOf(calendar->parts(instant)));
-        if (icaltimezone* zone = described(like.zone)) {
+        const Zone& its = zone(like.zone);
+        if (its.known)
+            return like.at(localOf(its.known->parts(instant)));
+        if (its.described) {
             const auto time = floor<seconds>(instant.time_since_epoch()).count();
-            const auto local = IcsMoment::from(icaltime_from_timet_with_zone(static_cast<time_t>(time), 0, zone));
+            const auto local =
+                IcsMoment::from(icaltime_from_timet_with_zone(static_cast<time_t>(time), 0, its.described));
             return like.at(local ? local->local : IcsLocalTime());
         }
     }

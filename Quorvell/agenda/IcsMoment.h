@@ -56,13 +56,25 @@ public:
     /// becomes of the zone's rules.
     IcsMoment newMoment(Instant instant, bool allDay) const;
 
+    /// Whether a moment stands by the user's clock because what the file says of its zone cannot be followed.
+    bool hasRefused() const { return m_hasRefused; }
+
 private:
-    const Calendar* known(const std::string& zone) const;
-    icaltimezone* described(const std::string& zone) const;
+    /// Both absent for one that nobody knows.
+    struct Zone {
+        std::optional<Calendar> known;
+        icaltimezone* described = nullptr; ///< By the file.
+    };
+
+    const Zone& zone(const std::string& name) const;
+    Zone look(const std::string& name) const;
+    std::optional<Calendar> known(const std::string& name) const;
+    icaltimezone* described(const std::string& name) const;
 
     icalcomponent* m_root;
     const Calendar& m_user;
-    mutable std::map<std::string, std::optional<Calendar>> m_known;
+    mutable std::map<std::string, Zone> m_zones;
+    mutable bool m_hasRefused = false;
 };
 
 } // namespace quorvell

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/agenda/IcsRule.h"
 
+#include "Quorvell/agenda/IcsByList.h"
+#include "Quorvell/agenda/IcsLimits.h"
 #include "Quorvell/agenda/IcsMoment.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdlib>
 
 namespace quorvell {
 
@@ -69,6 +73,59 @@ void shiftWeekdays(icalrecurrencetype& rule, days shift)
     }
 }
 
+/// A 30th of February would be looked for through all the years there are.
+bool namesNoDayOfItsMonths(const icalrecurrencetype& rule)
+{
+    if (!isGiven(rule.by_month[0]) || !isGiven(rule.by_month_day[0]))
+        return false;
+    constexpr int leapYear = 2024;
+    for (const short month : rule.by_month) {
+        if (!isGiven(month))
+            break;
+        const int longest = Calendar::daysInMonth(leapYear, std::clamp<int>(month, 1, 12));
+        for (const short day : rule.by_month_day) {
+            if (!isGiven(day))
+                break;
+            if (std::abs(day) <= longest)
+                return false;
+        }
+    }
+    return true;
+}
+
+/// A sixth Monday or the second last day of a month is looked for just as long.
+bool namesNoDayOfAnyMonth(const icalrecurrencetype& rule)
+{
+    constexpr int mostOfOneWeekday = 5;
+    int candidates = 0;
+    bool hasDay = !isGiven(rule.by_day[0]);
+    for (const short day : rule.by_day) {
+        if (!isGiven(day))
+            break;
+        hasDay = hasDay || std::abs(icalrecurrencetype_day_position(day)) <= mostOfOneWeekday;
+        candidates += mostOfOneWeekday;
+    }
+    for (const short day : rule.by_month_day) {
+        if (!isGiven(day))
+            break;
+        ++candidates;
+    }
+    bool hasPosition = !isGiven(rule.by_set_pos[0]);
+    for (const short position : rule.by_set_pos) {
+        if (!isGiven(position))
+            break;
+        hasPosition = hasPosition || std::abs(position) <= std::max(candidates, 1);
+    }
+    return !hasDay || !hasPosition;
+}
+
+/// That the rule names by itself; each is tried on each day, also where conditions then take it away.
+int timesOfDay(const icalrecurrencetype& rule)
+{
+    return std::max(IcsByList::countOf(rule.by_hour), 1) * std::max(IcsByList::countOf(rule.by_minute), 1)
+        * std::max(IcsByList::countOf(rule.by_second), 1);
+}
+
 } // namespace
 
 std::string IcsRule::text(const ReminderRepeat& repeat, LocalDay first)
@@ -106,6 +163,41 @@ void IcsRule::shift(icalcomponent* series, seconds shift, days dayShift)
         shiftWeekdays(rule, dayShift);
         icalproperty_set_rrule(property, rule);
     });
+}
+
+bool IcsRule::neverComes(const icalrecurrencetype& rule)
+{
+    return namesNoDayOfItsMonths(rule) || (rule.freq == ICAL_MONTHLY_RECURRENCE && namesNoDayOfAnyMonth(rule));
+}
+
+bool IcsRule::canBeFollowed(const icalrecurrencetype& rule)
+{
+    if (timesOfDay(rule) > IcsLimits::mostTimesOfDay)
+        return false;
+    switch (rule.freq) {
+    case ICAL_HOURLY_RECURRENCE:
+        return !isGiven(rule.by_day[0]) && !isGiven(rule.by_month_day[0]) && !isGiven(rule.by_year_day[0])
+            && !isGiven(rule.by_week_no[0]) && !isGiven(rule.by_month[0]) && !isGiven(rule.by_set_pos[0])
+            && !isGiven(rule.by_hour[0]) && !isGiven(rule.by_minute[0]) && !isGiven(rule.by_second[0]);
+    case ICAL_DAILY_RECURRENCE:
+    case ICAL_WEEKLY_RECURRENCE:
+    case ICAL_MONTHLY_RECURRENCE:
+    case ICAL_YEARLY_RECURRENCE:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void IcsRule::dropPositionsInWeeks(icalrecurrencetype& rule)
+{
+    if (rule.freq == ICAL_MONTHLY_RECURRENCE || rule.freq == ICAL_YEARLY_RECURRENCE)
+        return;
+    for (short& day : rule.by_day) {
+        if (!isGiven(day))
+            break;
+        day = static_cast<short>(icalrecurrencetype_day_day_of_week(day));
+    }
 }
 
 } // namespace quorvell

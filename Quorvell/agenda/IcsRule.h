@@ -17,6 +17,14 @@ struct IcsRule {
     /// later move of the series need not understand more than they do.
     static std::string text(const ReminderRepeat& repeat, LocalDay first);
 
+    /// What names days that no month has would be looked for through all the years there are.
+    static bool neverComes(const icalrecurrencetype& rule);
+    /// Rules by the minute and second, and by the hour with conditions, can search for ever; no calendar of people
+    /// holds them.
+    static bool canBeFollowed(const icalrecurrencetype& rule);
+    /// "Every second Monday of the week" means nothing, and is counted from wherever the search begins.
+    static void dropPositionsInWeeks(icalrecurrencetype& rule);
+
     /// Whether the rules give the same days, so many later, when the first day moves. Rules that name dates by
     /// themselves do not.
     static bool canShift(icalcomponent* series, std::chrono::days shift);

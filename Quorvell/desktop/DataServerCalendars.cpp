@@ -3,10 +3,13 @@
 
 #include <QDBusArgument>
 #include <QDBusMetaType>
+#include <QDBusPendingCall>
 
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <chrono>
+#include <thread>
 #include <utility>
 
 namespace quorvell {
@@ -181,7 +184,7 @@ std::optional<QVariantList> DataServerCalendars::ask(
             return std::nullopt;
         QDBusMessage call = callTo(opened->service, opened->path, prefix + QStringLiteral("Calendar"), method);
         call.setArguments(arguments);
-        const QDBusMessage reply = m_bus->call(call, QDBus::Block, timeOut);
+        const QDBusMessage reply = answerTo(call);
         if (reply.type() == QDBusMessage::ReplyMessage)
             return reply.arguments();
         m_problem = reply.errorMessage().toStdString();
@@ -197,11 +200,26 @@ std::optional<QVariantList> DataServerCalendars::ask(
 
 std::optional<QVariantList> DataServerCalendars::ask(const QDBusMessage& call)
 {
-    const QDBusMessage reply = m_bus->call(call, QDBus::Block, timeOut);
+    const QDBusMessage reply = answerTo(call);
     if (reply.type() == QDBusMessage::ReplyMessage)
         return reply.arguments();
     m_problem = reply.errorMessage().toStdString();
     return std::nullopt;
+}
+
+/// Waits in small steps, since a call that blocks could not be broken off. The connection's own thread takes the
+/// answer.
+QDBusMessage DataServerCalendars::answerTo(const QDBusMessage& call)
+{
+    constexpr std::chrono::microseconds shortest{100};
+    constexpr std::chrono::microseconds longest{10'000};
+    const QDBusPendingCall pending = m_bus->asyncCall(call, timeOut);
+    for (auto step = shortest; !pending.isFinished(); step = std::min(step * 2, longest)) {
+        if (m_patience.isOver())
+            return QDBusMessage::createError(QDBusError::NoReply, QStringLiteral("it took too long"));
+        std::this_thread::sleep_for(step);
+    }
+    return pending.reply();
 }
 
 QVariant DataServerCalendars::removedObject(const std::string& uid, const std::string& occurrence)

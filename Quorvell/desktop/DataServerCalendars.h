@@ -2,17 +2,21 @@
 // The calendars that evolution-data-server keeps, asked over the session bus.
 #pragma once
 
+#include "Quorvell/agenda/Patience.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quorvell {
 
-/// It is never started from here. Blocks, every question for two seconds at most; one thread, which is where it has to
+/// It is never started from here. Blocks, every question for two seconds at most, all of them for no longer than the
+/// patience that is given; one thread, which is where it has to
 /// be made use of first: its connection to the session bus belongs to that thread.
 class DataServerCalendars {
 public:
@@ -28,6 +32,7 @@ public:
     DataServerCalendars(const DataServerCalendars&) = delete;
     DataServerCalendars& operator=(const DataServerCalendars&) = delete;
 
+    void havePatience(Patience patience) { m_patience = std::move(patience); }
     bool connect();
     bool isThere();
     /// Those that are switched on and shown.
@@ -47,11 +52,13 @@ private:
 
     std::optional<Opened> open(const std::string& calendar);
     std::optional<QVariantList> ask(const QDBusMessage& call);
+    QDBusMessage answerTo(const QDBusMessage& call);
 
     std::optional<QDBusConnection> m_bus;
     QString m_connectionName;
     std::map<std::string, Opened> m_opened;
     std::string m_problem;
+    Patience m_patience;
 };
 
 } // namespace quorvell

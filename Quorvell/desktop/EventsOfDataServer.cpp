@@ -4,6 +4,7 @@
 #include "Quorvell/agenda/IcsLimits.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -46,49 +47,93 @@ std::string inCalendar(const std::string& text)
 
 } // namespace
 
+bool EventsOfDataServer::connect()
+{
+    m_calendars.havePatience(patience());
+    return m_calendars.connect();
+}
+
+bool EventsOfDataServer::isThere()
+{
+    m_calendars.havePatience(patience());
+    return m_calendars.isThere();
+}
+
+/// What has begun to be written is carried through, with the look at it afterwards.
+void EventsOfDataServer::beginToWrite()
+{
+    constexpr std::chrono::seconds writing{5};
+    havePatience({patience().stop, Patience::Clock::now() + writing});
+    m_calendars.havePatience(patience());
+}
+
 AgendaReading EventsOfDataServer::read(Instant from, Instant to, const Calendar& calendar)
 {
     AgendaReading reading;
-    if (!m_calendars.connect())
+    if (!connect())
         return reading;
-    for (const auto& found : m_calendars.found())
-        readCalendar(found, from, to, calendar, reading);
+    for (const auto& found : m_calendars.found()) {
+        const IcsOmissions omissions = readCalendar(found, {from, to}, calendar, reading);
+        for (std::string& sentence : omissions.sentences("The calendar “" + found.name + "”"))
+            reading.problems.push_back(std::move(sentence));
+        reading.isWhole = reading.isWhole && !omissions.time && !omissions.amount;
+    }
     std::stable_sort(reading.events.begin(), reading.events.end(),
         [](const CalendarEvent& left, const CalendarEvent& right) { return left.start < right.start; });
     return reading;
 }
 
 /// Its range leaves out occurrences that were moved, so series from further around are asked for whole.
-void EventsOfDataServer::readCalendar(
-    const DataServerCalendars::Found& found, Instant from, Instant to, const Calendar& calendar, AgendaReading& reading)
+IcsOmissions EventsOfDataServer::readCalendar(
+    const DataServerCalendars::Found& found, const Stretch& stretch, const Calendar& calendar, AgendaReading& reading)
 {
     constexpr std::chrono::days around{31};
-    const auto answer =
-        m_calendars.ask(found.uid, "GetObjectList", {QString::fromStdString(rangeQuery(from - around, to + around))});
+    if (patience().isOver())
+        return {.time = true};
+    const QString query = QString::fromStdString(rangeQuery(stretch.from - around, stretch.to + around));
+    const auto answer = m_calendars.ask(found.uid, "GetObjectList", {query});
     if (!answer || answer->isEmpty()) {
         reading.problems.push_back("The calendar “" + found.name + "” did not answer: " + m_calendars.problem());
-        return;
+        return {};
     }
+    return readObjects(found, answer->front().toStringList(), stretch, calendar, reading.events);
+}
+
+IcsOmissions EventsOfDataServer::readObjects(const DataServerCalendars::Found& found, const QStringList& objects,
+    const Stretch& stretch, const Calendar& calendar, std::vector<CalendarEvent>& events)
+{
+    IcsOmissions omissions;
     const auto collect = [&](const IcsCalendar& ics) {
-        for (CalendarEvent& event : ics.between(from, to, letter(), calendar)) {
+        IcsReading one = ics.between(stretch.from, stretch.to, letter(), calendar, patience());
+        omissions |= one.omissions;
+        for (CalendarEvent& event : one.events) {
             event.id.uid = found.uid + "/" + event.id.uid;
-            if (reading.events.size() < IcsLimits::mostOccurrences)
-                reading.events.push_back(std::move(event));
+            omissions.amount |= events.size() >= IcsLimits::mostOccurrences;
+            if (events.size() < IcsLimits::mostOccurrences)
+                events.push_back(std::move(event));
         }
     };
     std::set<std::string> followed;
-    for (const QString& text : answer->front().toStringList()) {
+    for (const QString& text : objects) {
+        omissions.time |= patience().isOver();
+        if (omissions.time || omissions.amount)
+            break;
         const auto one = IcsCalendar::parse(text.toStdString());
         const std::string uid = one ? one->firstUid() : "";
         if (uid.empty() || !followed.insert(uid).second)
             continue;
-        if (!one->hasSeries()) {
+        if (!one->hasSeries())
             collect(*one);
-            continue;
-        }
-        if (const auto series = whole({found.uid, {letter(), uid, {}}}))
+        else if (const auto series = whole({found.uid, {letter(), uid, {}}}))
             collect(*series);
     }
+    return omissions;
+}
+
+std::string EventsOfDataServer::missing() const
+{
+    return patience().isOver() ? "The desktop's calendar took too long to answer, so nothing was done. Say so."
+                               : notThere;
 }
 
 std::optional<EventsOfDataServer::Place> EventsOfDataServer::placeOf(const EventID& id)
@@ -107,30 +152,34 @@ std::optional<IcsCalendar> EventsOfDataServer::whole(const Place& place)
                                         : std::nullopt;
 }
 
-std::optional<CalendarEvent> EventsOfDataServer::find(const EventID& id, const Calendar& calendar)
+AgendaVerdict EventsOfDataServer::find(const EventID& id, const Calendar& calendar)
 {
     const auto place = placeOf(id);
-    const auto ics = place && m_calendars.connect() ? whole(*place) : std::nullopt;
+    const auto ics = place && connect() ? whole(*place) : std::nullopt;
     auto event = ics ? ics->find(place->id, calendar) : std::nullopt;
-    if (event)
-        event->id = id;
-    return event;
+    if (!event)
+        return failed(missing());
+    event->id = id;
+    return {event, ""};
 }
 
 AgendaVerdict EventsOfDataServer::add(const EventDraft& draft, const Calendar& calendar, Instant now)
 {
-    if (!m_calendars.connect())
+    if (!connect())
         return failed("There is no session bus any more, so the desktop's calendars cannot be reached.");
-    const IcsCalendar ics = IcsCalendar::withEvent(draft, calendar, now);
-    const QString text = QString::fromStdString(ics.textOf({letter(), draft.uid, {}}, calendar));
+    const auto parts = IcsCalendar::withEvent(draft, calendar, now).parts(draft.uid, calendar);
+    const QString text = QString::fromStdString(parts.empty() ? "" : parts.begin()->second);
+    beginToWrite();
     const auto answer = m_calendars.ask(ownCalendar, "CreateObjects", {QStringList{text}, noFlags});
     if (!answer)
         return failed("The desktop's calendar did not take the event: " + m_calendars.problem());
     const QStringList uids = answer->isEmpty() ? QStringList() : answer->front().toStringList();
     const std::string uid = uids.isEmpty() ? draft.uid : uids.front().toStdString();
     const EventID id{letter(), std::string(ownCalendar) + "/" + uid, {}};
-    auto event = find(id, calendar);
-    return {event, event ? "" : "The desktop's calendar took the event but does not show it. Look it up."};
+    AgendaVerdict added = find(id, calendar);
+    if (!added.event)
+        added.problem = "The desktop's calendar took the event but does not show it. Look it up.";
+    return added;
 }
 
 bool EventsOfDataServer::write(const Place& place, const std::string& text, const char* what)
@@ -153,61 +202,64 @@ bool EventsOfDataServer::removeObject(const Place& place, const std::string& occ
 bool EventsOfDataServer::store(
     const Place& place, const IcsCalendar& before, const IcsCalendar& after, const Calendar& calendar)
 {
+    beginToWrite();
     if (after.eventCount() == 0)
         return removeObject(place, "");
-    const auto textIn = [&](const IcsCalendar& ics, const std::string& occurrence) {
-        return ics.textOf({letter(), place.id.uid, occurrence}, calendar);
-    };
-    const std::string event = textIn(after, "");
-    if (event != textIn(before, "") && !write(place, event, "all"))
-        return false;
-    const auto wanted = after.changedOccurrences(place.id.uid, calendar);
-    for (const std::string& occurrence : wanted)
-        if (const std::string text = textIn(after, occurrence);
-            text != textIn(before, occurrence) && !write(place, text, "this"))
+    const auto old = before.parts(place.id.uid, calendar);
+    const auto wanted = after.parts(place.id.uid, calendar);
+    const auto event = wanted.find("");
+    for (const auto& [occurrence, text] : wanted) { // The series itself comes first.
+        const auto known = old.find(occurrence);
+        const bool isNews = known == old.end() || known->second != text;
+        if (isNews && !write(place, text, occurrence.empty() ? "all" : "this"))
             return false;
+    }
     bool hasRemoved = false;
-    for (const std::string& occurrence : before.changedOccurrences(place.id.uid, calendar)) {
-        if (wanted.contains(occurrence))
+    for (const auto& [occurrence, text] : old) {
+        if (occurrence.empty() || wanted.contains(occurrence))
             continue;
         if (!removeObject(place, occurrence))
             return false;
         hasRemoved = true;
     }
     // What it removes it also strikes out of the series, by a date without a zone.
-    return !hasRemoved || event.empty() || write(place, event, "all");
+    return !hasRemoved || event == wanted.end() || write(place, event->second, "all");
 }
 
 AgendaVerdict EventsOfDataServer::change(
     const EventID& id, EventScope scope, const EventChange& change, const Calendar& calendar, Instant now)
 {
     const auto place = placeOf(id);
-    const auto before = place && m_calendars.connect() ? whole(*place) : std::nullopt;
+    const auto before = place && connect() ? whole(*place) : std::nullopt;
     auto after = before ? IcsCalendar::parse(before->text()) : std::nullopt;
     if (!after)
-        return failed(notThere);
+        return failed(missing());
     if (std::string problem = after->change(place->id, scope, change, calendar, now); !problem.empty())
         return failed(std::move(problem));
     if (!store(*place, *before, *after, calendar))
-        return failed("The desktop's calendar did not take the change: " + m_calendars.problem());
-    auto event = find(id, calendar);
-    if (!event) // a series that moved has other occurrences now
-        event = find({id.calendar, id.uid, {}}, calendar);
-    return {event, event ? "" : notThere};
+        return failed("The desktop's calendar did not take the change, or not all of it: " + m_calendars.problem()
+            + ". Look the event up.");
+    AgendaVerdict changed = find(id, calendar);
+    if (!changed.event) // a series that moved has other occurrences now
+        changed = find({id.calendar, id.uid, {}}, calendar);
+    if (!changed.event)
+        changed.problem = "The desktop's calendar took the change but does not show the event. Look it up.";
+    return changed;
 }
 
 AgendaVerdict EventsOfDataServer::remove(const EventID& id, EventScope scope, const Calendar& calendar, Instant now)
 {
     const auto place = placeOf(id);
-    const auto before = place && m_calendars.connect() ? whole(*place) : std::nullopt;
+    const auto before = place && connect() ? whole(*place) : std::nullopt;
     auto event = before ? before->find(place->id, calendar) : std::nullopt;
     auto after = event ? IcsCalendar::parse(before->text()) : std::nullopt;
     if (!after)
-        return failed(notThere);
+        return failed(missing());
     if (std::string problem = after->remove(place->id, scope, calendar, now); !problem.empty())
         return failed(std::move(problem));
     if (!store(*place, *before, *after, calendar))
-        return failed("The desktop's calendar did not delete the event: " + m_calendars.problem());
+        return failed("The desktop's calendar did not delete the event, or not all of it: " + m_calendars.problem()
+            + ". Look it up.");
     event->id = id;
     return {event, ""};
 }

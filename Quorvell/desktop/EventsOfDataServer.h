@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quorvell {
 
@@ -15,13 +16,13 @@ namespace quorvell {
 class EventsOfDataServer final : public CalendarSource {
 public:
     char letter() const override { return 'd'; }
-    bool isThere() override { return m_calendars.isThere(); }
+    bool isThere() override;
     AgendaReading read(Instant from, Instant to, const Calendar& calendar) override;
     AgendaVerdict add(const EventDraft& draft, const Calendar& calendar, Instant now) override;
     AgendaVerdict change(
         const EventID& id, EventScope scope, const EventChange& change, const Calendar& calendar, Instant now) override;
     AgendaVerdict remove(const EventID& id, EventScope scope, const Calendar& calendar, Instant now) override;
-    std::optional<CalendarEvent> find(const EventID& id, const Calendar& calendar) override;
+    AgendaVerdict find(const EventID& id, const Calendar& calendar) override;
 
 private:
     /// In ids the uid names the calendar, too: "CALENDAR/UID".
@@ -31,12 +32,23 @@ private:
     };
 
     static std::optional<Place> placeOf(const EventID& id);
+    bool connect();
+    void beginToWrite();
+    /// What to say of an event that is not given.
+    std::string missing() const;
     std::optional<IcsCalendar> whole(const Place& place);
     bool write(const Place& place, const std::string& text, const char* what);
     bool removeObject(const Place& place, const std::string& occurrence);
     bool store(const Place& place, const IcsCalendar& before, const IcsCalendar& after, const Calendar& calendar);
-    void readCalendar(const DataServerCalendars::Found& found, Instant from, Instant to, const Calendar& calendar,
+    struct Stretch {
+        Instant from{};
+        Instant to{};
+    };
+    /// Gives what is missing of the calendar, apart from one that does not answer.
+    IcsOmissions readCalendar(const DataServerCalendars::Found& found, const Stretch& stretch, const Calendar& calendar,
         AgendaReading& reading);
+    IcsOmissions readObjects(const DataServerCalendars::Found& found, const QStringList& objects,
+        const Stretch& stretch, const Calendar& calendar, std::vector<CalendarEvent>& events);
 
     DataServerCalendars m_calendars;
 };

@@ -10,7 +10,9 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace quorvell {
 
@@ -39,6 +41,14 @@ void addProblems(ToolResult& result, const AgendaReading& reading)
         result.add("problems", reading.problems);
 }
 
+std::string joined(const std::vector<std::string>& sentences)
+{
+    std::string all;
+    for (const std::string& sentence : sentences)
+        all += (all.empty() ? "" : " ") + sentence;
+    return all;
+}
+
 using SharedPointer = std::shared_ptr<Shared>;
 
 void whatsOn(const SharedPointer& shared, const LiveFunctionCall& call, ToolReply reply)
@@ -49,6 +59,8 @@ void whatsOn(const SharedPointer& shared, const LiveFunctionCall& call, ToolRepl
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
     shared->agenda.read(
         stretch.from, stretch.to, shared->context.calendar, [shared, stretch, answer](const AgendaReading& reading) {
+            if (!reading.isWhole && reading.events.empty())
+                return answer->fail("What is on is not known: " + joined(reading.problems));
             const EventAnswers answers(shared->context.now(), shared->context.calendar);
             ToolResult result =
                 answers.agenda(reading.events, shared->notebook.visibleToQuorvell(), stretch.from, stretch.to);
@@ -76,6 +88,8 @@ void findFreeTime(const SharedPointer& shared, const LiveFunctionCall& call, Too
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
     shared->agenda.read(
         wish.from, wish.to, shared->context.calendar, [shared, wish, answer](const AgendaReading& reading) {
+            if (!reading.isWhole)
+                return answer->fail("When they are free is not known: " + joined(reading.problems));
             const EventAnswers answers(shared->context.now(), shared->context.calendar);
             Json slots = Json::array();
             for (const FreeTime& free : FreeTime::find(reading.events, wish, shared->context.calendar))
@@ -100,6 +114,8 @@ void answerWithConflicts(
             if (Json reminders = answers.remindersDuring(event, shared->notebook.visibleToQuorvell());
                 !reminders.empty())
                 result.add("reminders", std::move(reminders));
+            if (!reading.isWhole) // Else nobody could tell that there may be more conflicts.
+                addProblems(result, reading);
             if (event.end <= now)
                 result.add("past", true)
                     .advise("It is in the calendar, but already past. Say so and ask whether they "

@@ -13,7 +13,7 @@ void quorvell::search(std::string_view text)
     if (!calendar)
         return;
     const Instant to = from + std::chrono::days(60);
-    const auto events = calendar->between(from, to, 'f', user);
+    const auto events = calendar->between(from, to, 'f', user).events;
     require(events.size() <= IcsLimits::mostOccurrences);
     if (!events.empty()) {
         const EventID id = events[text.size() % events.size()].id;
@@ -26,5 +26,5 @@ void quorvell::search(std::string_view text)
     const std::string written = calendar->text();
     if (!written.empty() && written.size() < IcsLimits::longestText)
         if (auto again = IcsCalendar::parse(written))
-            again->between(from, to, 'f', user);
+            static_cast<void>(again->between(from, to, 'f', user));
 }

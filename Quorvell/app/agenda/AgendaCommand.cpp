@@ -13,6 +13,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <chrono>
 #include <iostream>
 #include <memory>
 #include <utility>
@@ -20,6 +21,8 @@
 namespace quorvell {
 
 namespace {
+
+constexpr std::chrono::seconds longestWait{20}; ///< For calendars that break off by themselves after eight.
 
 struct Stretch {
     Instant from{};
@@ -101,6 +104,11 @@ int runCommand(AgendaRequest request, const ProgramEnvironment& environment)
     auto content = readNoteFolder(environment.notebookFolder, now);
     runAgenda(request, *agenda, content ? std::move(content->notes) : std::vector<Note>(), now, *calendar, std::cout,
         std::cerr, ProgramLoop::end);
+    // A disk that does not answer keeps even what would break off from doing so.
+    const TimerHandle deadline = loop.scheduler().after(longestWait, [] {
+        std::cerr << "The calendars have not answered, so nothing is known of them. Try again later." << std::endl;
+        ProgramLoop::end(exit_code::couldNot);
+    });
     const int outcome = loop.run();
     if (content)
         return outcome;
@@ -119,7 +127,8 @@ void runAgenda(const AgendaRequest& request, Agenda& agenda, std::vector<Note> n
             const AgendaReading& reading) {
             const EventAnswers answers(now, calendar);
             Json items = Json::array();
-            if (request.action == AgendaRequest::Action::free) {
+            const bool isFreeTime = request.action == AgendaRequest::Action::free;
+            if (isFreeTime && reading.isWhole) {
                 FreeTime::Wish wish;
                 wish.length = std::chrono::minutes(request.minutes);
                 wish.waking = request.waking;
@@ -130,15 +139,14 @@ void runAgenda(const AgendaRequest& request, Agenda& agenda, std::vector<Note> n
                 if (!request.asJson)
                     for (const Json& slot : items)
                         out << text(slot, "when") << std::endl;
-            } else {
+            } else if (!isFreeTime) {
                 items = *answers.agenda(reading.events, notes, stretch.from, stretch.to).list("items");
             }
-            if (request.asJson || request.action != AgendaRequest::Action::free)
+            if (request.asJson || !isFreeTime)
                 printItems(items, request.asJson, out);
-            if (items.empty() && !request.asJson)
-                out << (request.action == AgendaRequest::Action::free
-                        ? "There is no such gap from " + request.waking.text() + " in the next seven days."
-                        : std::string("Nothing is planned."))
+            if (items.empty() && !request.asJson && reading.isWhole)
+                out << (isFreeTime ? "There is no such gap from " + request.waking.text() + " in the next seven days."
+                                   : std::string("Nothing is planned."))
                     << std::endl;
             for (const std::string& problem : reading.problems)
                 errors << printableLine(problem) << std::endl;

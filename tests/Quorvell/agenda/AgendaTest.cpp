@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Catches events lost or changed on their way through a calendar folder, and busy time called free.
+// Catches events lost or changed on their way through a calendar folder, busy time called free, and waits without end.
 #include "Quorvell/agenda/Agenda.h"
 
 #include "Moments.h"
@@ -10,6 +10,9 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+
+#include <atomic>
+#include <thread>
 
 namespace quorvell {
 namespace {
@@ -90,6 +93,126 @@ TEST(Agenda, readsAllAndAnswersLater)
         agenda.read(now, weekEnd, berlin(), [&](const AgendaReading&) { FAIL() << "after the end"; });
     }
     posts.runPosted();
+}
+
+TEST(CalendarFolder, breaksOffAndSaysSo)
+{
+    const TemporaryFolder home;
+    CalendarFolder folder(home.path());
+    ASSERT_TRUE(folder.add(lunch(), berlin(), now).event);
+    for (int index = 0; index < 30; ++index)
+        test::writeText(home / ("broken" + std::to_string(index) + ".ics"), "nonsense");
+    AgendaReading reading = folder.read(now, weekEnd, berlin());
+    EXPECT_TRUE(reading.isWhole);
+    ASSERT_EQ(reading.problems.size(), CalendarFolder::mostProblems + 1);
+    EXPECT_EQ(reading.problems.back(), "There are 10 more problems like these.");
+
+    const EventID id{'f', "11111111-aaaa", ""};
+    folder.havePatience({.until = Patience::Clock::now()});
+    reading = folder.read(now, weekEnd, berlin());
+    EXPECT_FALSE(reading.isWhole);
+    EXPECT_TRUE(reading.problems.back().ends_with("took too long to read; events may be missing."));
+    for (const AgendaVerdict& verdict :
+        {folder.find(id, berlin()), folder.change(id, EventScope::series, {.title = "Dinner"}, berlin(), now),
+            folder.remove(id, EventScope::series, berlin(), now)})
+        EXPECT_NE(verdict.problem.find("took too long to read, so nothing was done"), std::string::npos);
+    folder.havePatience({});
+    EXPECT_EQ(folder.find(id, berlin()).event->title, "Lunch with Ana");
+}
+
+/// A calendar on a disk that does not answer for a while, whatever it is told.
+class SlowSource final : public CalendarSource {
+public:
+    explicit SlowSource(std::chrono::milliseconds pause)
+        : m_pause(pause)
+    {
+    }
+    char letter() const override { return 's'; }
+    bool isThere() override { return true; }
+    AgendaReading read(Instant, Instant, const Calendar&) override
+    {
+        std::this_thread::sleep_for(m_pause);
+        return {};
+    }
+    AgendaVerdict add(const EventDraft&, const Calendar&, Instant) override
+    {
+        std::this_thread::sleep_for(m_pause);
+        ++added;
+        return {CalendarEvent(), ""};
+    }
+    AgendaVerdict change(const EventID&, EventScope, const EventChange&, const Calendar&, Instant) override
+    {
+        return {};
+    }
+    AgendaVerdict remove(const EventID&, EventScope, const Calendar&, Instant) override { return {}; }
+    AgendaVerdict find(const EventID&, const Calendar&) override { return {}; }
+
+    static inline std::atomic<int> added = 0;
+
+private:
+    std::chrono::milliseconds m_pause;
+};
+
+std::vector<std::unique_ptr<CalendarSource>> slow(std::chrono::milliseconds pause)
+{
+    std::vector<std::unique_ptr<CalendarSource>> sources;
+    sources.push_back(std::make_unique<SlowSource>(pause));
+    return sources;
+}
+
+TEST(Agenda, refusesWhatCannotBegin)
+{
+    using namespace std::chrono_literals;
+    test::PostQueue posts;
+    AgendaWorker::Limits limits;
+    limits.wait = 1ms;
+    limits.mostWaiting = 3;
+    std::vector<std::string> problems;
+    std::size_t answers = 0;
+    Agenda agenda(slow(200ms), posts.poster(), limits);
+    for (int question = 0; question < 20; ++question)
+        agenda.read(now, weekEnd, berlin(), [&](const AgendaReading& given) {
+            ++answers;
+            EXPECT_EQ(given.isWhole, given.problems.empty());
+            problems.insert(problems.end(), given.problems.begin(), given.problems.end());
+        });
+    const int before = SlowSource::added;
+    agenda.add(lunch(), berlin(), now, [&](const AgendaVerdict& given) {
+        ++answers;
+        problems.push_back(given.problem);
+    });
+    ASSERT_TRUE(posts.runUntil([&] { return answers == 21; }));
+    ASSERT_EQ(problems.size(), 20U); // All but the one that began.
+    EXPECT_EQ(std::ranges::count_if(problems,
+                  [](const std::string& problem) {
+                      return problem.find("busy with an earlier question, so nothing was done") != std::string::npos;
+                  }),
+        1);
+    EXPECT_EQ(SlowSource::added, before);
+}
+
+TEST(Agenda, endsInTimeWhateverItsSourcesDo)
+{
+    using namespace std::chrono_literals;
+    using Clock = std::chrono::steady_clock;
+    const int before = SlowSource::added;
+    test::PostQueue posts;
+    const auto endingTakes = [&](std::chrono::milliseconds pause, auto ask) {
+        AgendaWorker::Limits limits;
+        limits.end = 2s;
+        limits.stop = 50ms;
+        auto agenda = std::make_unique<Agenda>(slow(pause), posts.poster(), limits);
+        ask(*agenda);
+        std::this_thread::sleep_for(20ms); // It has begun.
+        const auto began = Clock::now();
+        agenda.reset();
+        posts.runPosted(); // Whatever comes after the end is not heard.
+        return Clock::now() - began;
+    };
+    const auto nobody = [](const auto&) { FAIL() << "after the end"; };
+    EXPECT_LT(endingTakes(100ms, [&](Agenda& agenda) { agenda.add(lunch(), berlin(), now, nobody); }), 10s);
+    EXPECT_EQ(SlowSource::added, before + 1); // What was asked for is done.
+    EXPECT_LT(endingTakes(60s, [&](Agenda& agenda) { agenda.read(now, weekEnd, berlin(), nobody); }), 30s);
 }
 
 /// Another calendar program, with a home of its own, over the folder.

@@ -28,7 +28,7 @@ std::vector<std::string> shown(const std::string& text, const char* from, const 
     std::vector<std::string> lines;
     if (!calendar)
         return {"unreadable"};
-    for (const CalendarEvent& found : calendar->between(at(from), at(to), 'f', berlin())) {
+    for (const CalendarEvent& found : calendar->between(at(from), at(to), 'f', berlin()).events) {
         const std::string start = isoText(found.start).substr(5, 11);
         const std::string end = isoText(found.end).substr(5, 11);
         const bool isSameDay = start.substr(0, 5) == end.substr(0, 5);
@@ -71,14 +71,118 @@ TEST(IcsCalendar, keepsTheHourAcrossClockChanges)
         (std::vector<std::string>{"02-28T23:00/02-29T23:00 day"}));
 }
 
+std::string zone(const std::string& lines, const std::string& start = "20200101T000000")
+{
+    return "BEGIN:VTIMEZONE\nTZID:Made up\nBEGIN:STANDARD\nDTSTART:" + start
+        + "\nTZOFFSETFROM:+0300\nTZOFFSETTO:+0300\n" + lines + "\nEND:STANDARD\nEND:VTIMEZONE\n";
+}
+
+std::string repeated(const std::string& text, int times)
+{
+    std::string all;
+    for (int time = 0; time < times; ++time)
+        all += text;
+    return all;
+}
+
+/// Where the shown stands only for the rest, the library below would be at it for minutes, years or ever.
+TEST(IcsCalendar, followsNothingWithoutEndAndSaysSo)
+{
+    enum class Left { nothing, repeats, zones };
+    const std::string inZone = event("DTSTART;TZID=Made up:20261123T090000");
+    const std::string byZone = "11-23T06:00"; // 9:00, three hours ahead of UTC
+    const std::string byUser = "11-23T08:00";
+    const std::string autumn = "RRULE:FREQ=YEARLY;BYDAY=-1SU;BYMONTH=10";
+    const std::string once = "DTSTART:20261123T090000Z\n";
+    const std::tuple<const char*, std::string, std::string, Left> rows[] = {
+        {"a zone that changes every second", zone("RRULE:FREQ=SECONDLY") + inZone, byUser, Left::zones},
+        {"every minute", zone("RRULE:FREQ=MINUTELY") + inZone, byUser, Left::zones},
+        {"every day", zone("RRULE:FREQ=DAILY") + inZone, byUser, Left::zones},
+        {"at many times of one day", zone("RRULE:FREQ=YEARLY;BYHOUR=1,2,3") + inZone, byUser, Left::zones},
+        {"on every day of the year", zone("RRULE:FREQ=YEARLY;BYDAY=MO,TU,WE,TH,FR,SA,SU") + inZone, byUser,
+            Left::zones},
+        {"by many rules", zone(repeated(autumn + "\n", 100)) + inZone, byUser, Left::zones},
+        {"on 10,000 dates", zone("RDATE:20200101T000000" + repeated(",20200102T000000", 9'999)) + inZone, byUser,
+            Left::zones},
+        {"with a name without end", event("DTSTART;TZID=" + repeated("a/", 500'000) + ":20261123T090000"), byUser,
+            Left::zones},
+        {"as zones are: from the first year on", zone(autumn, "16010101T000000") + inZone, byZone, Left::nothing},
+        {"a Sunday by its dates", zone("RRULE:FREQ=YEARLY;BYMONTH=3;BYMONTHDAY=8,9,10,11,12,13,14;BYDAY=SU") + inZone,
+            byZone, Left::nothing},
+        {"on 200 dates", zone("RDATE:20200101T000000" + repeated(",20200102T000000", 199)) + inZone, byZone,
+            Left::nothing},
+
+        {"an event every second", event(once + "RRULE:FREQ=SECONDLY"), "11-23T09:00", Left::repeats},
+        {"every hour of some days", event(once + "RRULE:FREQ=HOURLY;BYDAY=MO"), "11-23T09:00", Left::repeats},
+        {"at every second of a day that is far to find",
+            event("DTSTART:19000101T000000Z\nRRULE:FREQ=DAILY;COUNT=9;BYMONTH=2;BYMONTHDAY=29;BYYEARDAY=1;BYHOUR="
+                + std::string("0,1,2,3,4,5,6,7,8,9,10,11,12;BYMINUTE=0") + repeated(",1", 40) + ";BYSECOND=0"
+                + repeated(",1", 40)),
+            "", Left::repeats},
+        {"from long ago on, counted", event("DTSTART:19000101T090000Z\nRRULE:FREQ=DAILY;COUNT=2147483647"), "",
+            Left::repeats},
+        {"a fifth Monday that is the first of a month, counted",
+            event("DTSTART:19000101T090000Z\nRRULE:FREQ=MONTHLY;COUNT=3;BYDAY=5MO;BYMONTHDAY=1"), "", Left::nothing},
+        {"by many rules, of which some count", event(once + repeated("RRULE:FREQ=DAILY;COUNT=1\n", 9)), "11-23T09:00",
+            Left::repeats},
+        {"one of more dates than the parser takes from a line",
+            event(once + "RRULE:FREQ=DAILY\nEXDATE;X-A=\"b:c\":20261101T090000Z" + repeated(",20261102T090000Z", 3'000)
+                + ",20261123T090000Z"),
+            "", Left::nothing},
+        {"further dates without end", event(once + "RDATE:20261101T090000Z" + repeated(",20261102T090000Z", 5'000)),
+            "11-23T09:00", Left::repeats},
+    };
+    for (const auto& [name, text, happens, left] : rows) {
+        SCOPED_TRACE(name);
+        const auto calendar = IcsCalendar::parse(file(text));
+        ASSERT_TRUE(calendar);
+        const IcsReading found =
+            calendar->between(at("2026-11-23T00:00:00Z"), at("2026-11-24T00:00:00Z"), 'f', berlin());
+        EXPECT_EQ(found.events.empty() ? "" : isoText(found.events.front().start).substr(5, 11), happens);
+        EXPECT_LE(found.events.size(), 1U);
+        EXPECT_EQ(found.omissions.repeats, left == Left::repeats);
+        EXPECT_EQ(found.omissions.zones, left == Left::zones);
+        EXPECT_EQ(found.omissions.sentences("It").size(), left == Left::nothing ? 0U : 1U);
+    }
+    std::string many;
+    for (int index = 0; index < 1'000; ++index)
+        many += event("DTSTART:20200101T090000Z\nRRULE:FREQ=DAILY", "u" + std::to_string(index)) + "\n";
+    const auto calendar = IcsCalendar::parse(file(many));
+    ASSERT_TRUE(calendar);
+    const auto read = [&](const Patience& patience) {
+        return calendar->between(at("2026-11-23T00:00:00Z"), at("2026-11-30T00:00:00Z"), 'f', berlin(), patience);
+    };
+    EXPECT_EQ(read({}).events.size(), IcsLimits::mostOccurrences);
+    EXPECT_TRUE(read({}).omissions.amount);
+    EXPECT_TRUE(read({.until = Patience::Clock::now()}).omissions.time);
+}
+
+TEST(IcsCalendar, readsLinesOfAnyLength)
+{
+    const std::string words = repeated("a b\\, ", 100'000);
+    std::string folded = words;
+    for (std::size_t place = 70; place < folded.size(); place += 73)
+        folded.insert(place, "\r\n ");
+    const auto textOf = [](const std::string& description) {
+        const auto calendar = IcsCalendar::parse(file(event("DTSTART:20261123T090000Z\nDESCRIPTION:" + description)));
+        return calendar ? calendar->text() : "unreadable";
+    };
+    EXPECT_EQ(textOf(words), textOf(folded));
+    EXPECT_GT(textOf(words).size(), words.size());
+}
+
 TEST(IcsCalendar, refusesWhatIsNoCalendar)
 {
     std::string nested;
     for (int depth = 0; depth < 2000; ++depth)
         nested = "begin:VEVENT\n" + nested + "END:VEVENT\n";
     nested = file(nested);
+    // The parser closes with whatever begins with END and a colon, and takes lines apart that are folded.
+    const std::string hidden = file(repeated("BE\n GIN:VEVENT\nENDING:1\n", 2'000) + repeated("END:VEVENT\n", 2'000));
+    const std::string many = file(event("DTSTART:20261123T090000Z\n" + repeated("DTEND:x\n", 100'000)));
+    const std::string alarms = file(event(repeated("BEGIN:VALARM\nX-A:1\nEND:VALARM\n", 70'000)));
     for (const std::string& text :
-        {std::string(), std::string("hello"), std::string("BEGIN:VCARD\nEND:VCARD\n"), nested,
+        {hidden, many, alarms, std::string(), std::string("hello"), std::string("BEGIN:VCARD\nEND:VCARD\n"), nested,
             std::string("BEGIN:VCALENDAR\n\0END:VCALENDAR\n", 32), std::string(IcsLimits::longestText + 1, 'x')})
         EXPECT_FALSE(IcsCalendar::parse(text)) << text.substr(0, 40);
     EXPECT_EQ(shown(file("BEGIN:VEVENT\nSUMMARY:Nobody's\nEND:VEVENT"), "2026-01-01T00:00:00Z", "2027-01-01T00:00:00Z"),

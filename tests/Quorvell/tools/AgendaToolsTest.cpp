@@ -92,6 +92,22 @@ TEST(AgendaTools, sayWhatIsWrong)
     }
 }
 
+TEST(AgendaTools, callNothingFreeThatWasNotRead)
+{
+    AgendaBench bench;
+    for (int index = 0; index < 3; ++index) // More than one answer holds.
+        bench.write("hourly" + std::to_string(index),
+            "SUMMARY:Bell\nDTSTART:20261122T0" + std::to_string(index) + "3000Z\nRRULE:FREQ=HOURLY");
+    const std::string stretch = R"("from":"2026-11-22","to":"2027-11-22"})";
+    const std::pair<std::string, const char*> rows[] = {
+        {R"(find_free_time {"minutes":45,)" + stretch, R"({"error":"When they are free is not known: )"},
+        {"whats_on {" + stretch, R"("problems":[)"},
+        {R"(add_event {"title":"Cruise","start":"2026-11-22","end":"2027-11-20"})", R"("problems":[)"},
+    };
+    for (const auto& [request, says] : rows)
+        EXPECT_NE(bench.answer(request).find(says), std::string::npos) << request;
+}
+
 TEST(AgendaTools, deleteOnlyAfterTheUsersOwnYes)
 {
     const std::string cancel = R"(change_event {"id":"f:lunch","cancel":true})";
