@@ -145,13 +145,17 @@ function(quorvell_test room)
     gtest_discover_tests(${target} TEST_PREFIX "${room}." DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS ${room})
 endfunction()
 
-# quorvell_fuzz(<name> USES <room>...): tests/fuzz/<name>Fuzz.cpp over the seeds in tests/fuzz/corpus/<name>.
+# quorvell_fuzz(<name> [SECONDS <n>] USES <room>...): tests/fuzz/<name>Fuzz.cpp over the seeds in tests/fuzz/corpus/<name>.
+# A text that takes longer than SECONDS is a fault (10 where it is not given).
 # Under the address sanitizer only; it begins with the seeds and then searches.
 function(quorvell_fuzz name)
     if(NOT QUORVELL_TESTS OR NOT QUORVELL_SANITIZE STREQUAL "address")
         return()
     endif()
-    cmake_parse_arguments(FUZZ "" "" "USES" ${ARGN})
+    cmake_parse_arguments(FUZZ "" "SECONDS" "USES" ${ARGN})
+    if(NOT FUZZ_SECONDS)
+        set(FUZZ_SECONDS 10)
+    endif()
     set(target ${name}_fuzz)
     set(corpus "${CMAKE_SOURCE_DIR}/tests/fuzz/corpus/${name}")
     add_executable(${target} "${CMAKE_SOURCE_DIR}/tests/fuzz/${name}Fuzz.cpp")
@@ -162,6 +166,6 @@ function(quorvell_fuzz name)
     set(grown "${CMAKE_BINARY_DIR}/corpus/${name}")
     file(MAKE_DIRECTORY "${grown}")
     add_test(NAME fuzz.${name} COMMAND ${target} -max_total_time=${QUORVELL_FUZZ_SECONDS} -rss_limit_mb=2048
-        -timeout=10 -print_final_stats=1 -artifact_prefix=${CMAKE_BINARY_DIR}/corpus/ "${grown}" "${corpus}")
+        -timeout=${FUZZ_SECONDS} -print_final_stats=1 -artifact_prefix=${CMAKE_BINARY_DIR}/corpus/ "${grown}" "${corpus}")
     set_tests_properties(fuzz.${name} PROPERTIES TIMEOUT 300)
 endfunction()
