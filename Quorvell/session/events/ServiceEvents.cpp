@@ -84,6 +84,7 @@ void ServiceEvents::handleToolCall(const live_event::ToolCall& tool)
         m_ports.turn.backendStarted();
         m_ports.turn.acted(act);
     }
+    m_ports.desk.noteRequests(m_ports.turn.requests());
     m_ports.desk.handle(tool.calls, line);
 }
 

@@ -16,7 +16,8 @@ ToolAnswers::ToolAnswers(Ports ports)
 void ToolAnswers::give(const tool_report::Answered& answer, Conversation conversation)
 {
     const auto& [call, result] = answer.answered;
-    const bool isWanted = m_ports.lines.ready() && m_ports.lines.serial() == answer.askedBy;
+    const bool isLate = answer.time == tool_report::Answered::Time::late;
+    const bool isWanted = !isLate && m_ports.lines.ready() && m_ports.lines.serial() == answer.askedBy;
     m_ports.log.record(
         "tool_answered", {{"name", call.name}, {"failed", ToolResult::of(result).isFailure()}, {"sent", isWanted}});
     m_ports.turn.noteActivity();
@@ -25,7 +26,8 @@ void ToolAnswers::give(const tool_report::Answered& answer, Conversation convers
     if (isWanted)
         m_ports.lines.ready()->sendToolResponse({call.id, call.name, result}, answer.scheduling);
     else if (isToBeTold && isOfThisConversation && !m_ports.handover.isPending())
-        // Whoever asked is gone. A request that is about to be handed over brings its results along.
+        // Whoever asked is gone, or was told that there is no answer. A request that is about to be handed over brings
+        // its results along.
         m_ports.outbox.tell({.text = SessionEvents::lateResult(answer.answered)});
     else
         return;

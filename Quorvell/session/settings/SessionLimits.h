@@ -38,6 +38,8 @@ struct SessionLimits {
     // A turn
     Time followThrough{15'000}; ///< Words that neither voice nor tools took up are handed over in writing.
     Time progress{12'000}; ///< A tool that runs so long while nothing is said is spoken of, and again as long after.
+    Time toolAnswer{20'000}; ///< A tool that has not answered by then is answered for.
+    Time taskAnswer{600'000}; ///< Likewise, one that works the screen, carries out a whole goal or waits for a login.
     Time targetRefresh{1'000}; ///< Between two looks at whether what is highlighted is still there.
 
     bool operator==(const SessionLimits&) const = default;

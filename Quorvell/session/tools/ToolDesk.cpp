@@ -3,15 +3,39 @@
 
 #include "Quorvell/loop/FreshUUID.h"
 #include "QuorvellCore/live/tools/ToolCatalogue.h"
+#include "QuorvellCore/live/tools/ToolResult.h"
 #include "QuorvellCore/live/tools/ToolTraits.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <utility>
 
 namespace quorvell {
+
+namespace {
+
+bool changesSomething(const ToolTraits* tool)
+{
+    return !tool || tool->changes;
+}
+
+/// For the model, of a tool that has not answered. The first sentence may reach the user as it stands.
+std::string overdueText(const LiveFunctionCall& call, std::chrono::milliseconds waited)
+{
+    const std::string passed =
+        "No answer came within " + std::to_string(waited / std::chrono::seconds(1)) + " seconds, so it ";
+    return changesSomething(ToolTraits::find(call.name))
+        ? passed
+            + "may be done or not. Tell them just that, neither that it is done nor that it failed. Call it not again "
+              "for "
+              "the same; its result may still come."
+        : passed + "is not known. Tell them so plainly and offer to try again later.";
+}
+
+} // namespace
 
 ToolDesk::ToolDesk(Ports ports, SessionLimits limits)
     : m_ports(std::move(ports))
@@ -45,6 +69,14 @@ void ToolDesk::handle(const std::vector<LiveFunctionCall>& calls, std::uint64_t 
     }
 }
 
+void ToolDesk::noteRequests(std::uint64_t count)
+{
+    if (std::exchange(m_requests, count) == count)
+        return;
+    m_allowance.userAsked();
+    m_isStopTold = false;
+}
+
 bool ToolDesk::isNews(const std::vector<LiveFunctionCall>& calls, std::uint64_t askedBy) const
 {
     return std::any_of(calls.begin(), calls.end(), [&](const LiveFunctionCall& call) {
@@ -68,7 +100,7 @@ void ToolDesk::runFor(const LiveFunctionCall& call, std::uint64_t askedBy)
 {
     const Key key{askedBy, call.id};
     const bool isTooMuch = m_running.size() >= mostRunning;
-    m_running.push_back({key, call});
+    m_running.push_back({key, call, false, m_ports.scheduler.after(longest(call), [this, key] { overdue(key); })});
     if (!m_progressTimer.isSet())
         m_progressTimer =
             m_ports.scheduler.every(m_limits.progress, [this] { m_ports.report(tool_report::TakesLong{}); });
@@ -78,7 +110,46 @@ void ToolDesk::runFor(const LiveFunctionCall& call, std::uint64_t askedBy)
     });
     if (isTooMuch)
         return reply.fail("Too many calls at once, so this one was not run. Wait for the results of the others first.");
+    if (!isAllowed(call, reply))
+        return m_ports.log.record("tool_call_refused", {{"name", call.name}});
     run(call, std::move(reply), Conversation::live);
+}
+
+/// The help mode is the user's brake: it goes by their words alone, and must not wait.
+bool ToolDesk::isAllowed(const LiveFunctionCall& call, ToolReply& reply)
+{
+    using Verdict = CallAllowance::Verdict;
+    const ToolTraits* tool = ToolTraits::find(call.name);
+    if (tool && tool->isOfSession)
+        return true;
+    const auto kind = changesSomething(tool) ? CallAllowance::Kind::changes : CallAllowance::Kind::looks;
+    const Verdict verdict = m_allowance.judge(kind, m_ports.scheduler.now());
+    // A model that does not stop does not ask either.
+    if (verdict != Verdict::granted && !std::exchange(m_isStopTold, true))
+        m_ports.observer.problemArose("The model wants to do more than anybody asks for at once, so no more is done. "
+                                      "Say whether it shall go on.");
+    switch (verdict) {
+    case Verdict::granted:
+        return true;
+    case Verdict::askUser:
+        reply.answer(ToolResult(ToolStatus::needsConfirmation)
+                         .ask("I have changed " + std::to_string(CallAllowance::mostChanges)
+                             + " things for this request. Shall I go on?")
+                         .advise("This call was not run, and nothing more is changed until they have answered. Ask the "
+                                 "question, and wait."));
+        return false;
+    case Verdict::tooFast:
+        reply.fail("This call was not run: more than " + std::to_string(CallAllowance::mostChangesOfAMinute)
+            + " changes within a minute are not made. Tell them what is done and what is left, and ask whether to go "
+              "on.");
+        return false;
+    case Verdict::tooMany:
+        reply.fail(
+            "This call was not run: there were too many for one request. Give no more of them. Tell them what is "
+            "known and what is not, and wait for their words.");
+        return false;
+    }
+    return false;
 }
 
 void ToolDesk::run(const LiveFunctionCall& call, ToolReply reply, Conversation conversation)
@@ -163,21 +234,65 @@ void ToolDesk::cancelAction()
 
 void ToolDesk::answered(const Key& key, const Json& result)
 {
-    const auto found =
-        std::find_if(m_running.begin(), m_running.end(), [&](const Running& call) { return call.key == key; });
+    const auto found = std::ranges::find(m_running, key, &Running::key);
+    if (found == m_running.end())
+        return answeredLate(key, result);
+    Running call = std::move(*found);
+    m_running.erase(found);
+    pass(std::move(call), result, tool_report::Answered::Time::due);
+}
+
+/// Nobody waits for ever: the model is told what is known, which is that nothing is.
+void ToolDesk::overdue(Key key) // By value: it outlives the timer that it comes from.
+{
+    const auto found = std::ranges::find(m_running, key, &Running::key);
     if (found == m_running.end())
         return;
     Running call = std::move(*found);
     m_running.erase(found);
+    if (call.call.id == m_executingCall)
+        cancelAction();
+    m_ports.log.record("tool_given_up", {{"name", call.call.name}});
+    m_overdue.push_back({key, call.call, call.isCancelled});
+    if (m_overdue.size() > mostOverdue)
+        m_overdue.pop_front();
+    const auto sentence = ToolResult::failed(overdueText(call.call, longest(call.call)));
+    pass(std::move(call), sentence.json(), tool_report::Answered::Time::due);
+}
+
+/// What was looked up is of no use any more; what was changed, or was not, must be told.
+void ToolDesk::answeredLate(const Key& key, const Json& result)
+{
+    const auto found = std::ranges::find(m_overdue, key, &Running::key);
+    if (found == m_overdue.end())
+        return;
+    Running call = std::move(*found);
+    m_overdue.erase(found);
+    call.isCancelled = call.isCancelled || !changesSomething(ToolTraits::find(call.call.name));
+    m_ports.log.record("tool_answered_late", {{"name", call.call.name}});
+    pass(std::move(call), result, tool_report::Answered::Time::late);
+}
+
+void ToolDesk::pass(Running call, const Json& result, tool_report::Answered::Time time)
+{
     if (m_running.empty())
         m_progressTimer.cancel();
     const LiveResponseScheduling scheduling = schedulingOf(call);
-    tool_report::Answered answer{{std::move(call.call), result}, scheduling, key.first};
-    m_ports.observer.toolAnswered({key.second, answer.answered.call.name, result});
+    const auto [line, id] = call.key;
+    tool_report::Answered answer{{std::move(call.call), result}, scheduling, line, time};
+    m_ports.observer.toolAnswered({id, answer.answered.call.name, result});
     m_actionReplies.push_back(answer.answered);
     if (m_actionReplies.size() > keptReplies)
         m_actionReplies.pop_front();
     m_ports.report(std::move(answer));
+}
+
+/// What works the screen, carries out a whole goal or waits for a login takes its time.
+std::chrono::milliseconds ToolDesk::longest(const LiveFunctionCall& call) const
+{
+    const ToolTraits* tool = ToolTraits::find(call.name);
+    const bool isTask = tool && (tool->actsOnScreen || tool->isTiered || tool->group == ToolGroup::connectedApps);
+    return isTask ? m_limits.taskAnswer : m_limits.toolAnswer;
 }
 
 LiveResponseScheduling ToolDesk::schedulingOf(const Running& call)

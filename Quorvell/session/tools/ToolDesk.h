@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Where the model's tool calls come in: refuses what may not run, keeps the plan, lets one action run at a time, and
-// sees that each call is answered exactly once.
+// sees that each call is answered exactly once, in time, and that no model calls without end.
 #pragma once
 
 #include "Quorvell/loop/EventLog.h"
@@ -8,6 +8,7 @@
 #include "Quorvell/session/reports/AnsweredCall.h"
 #include "Quorvell/session/reports/SessionAudience.h"
 #include "Quorvell/session/settings/SessionLimits.h"
+#include "Quorvell/session/tools/CallAllowance.h"
 #include "Quorvell/session/tools/ToolDispatcher.h"
 #include "Quorvell/session/tools/ToolReport.h"
 #include "QuorvellCore/automation/ActionExecutionGate.h"
@@ -15,6 +16,7 @@
 #include "QuorvellCore/live/wire/vocabulary/LiveFunctionCall.h"
 #include "QuorvellCore/live/wire/vocabulary/LiveFunctionResponse.h"
 
+#include <chrono>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -42,6 +44,8 @@ public:
     ToolDesk(const ToolDesk&) = delete;
     ToolDesk& operator=(const ToolDesk&) = delete;
 
+    /// How often the user has asked for something: a new request may lead to new calls.
+    void noteRequests(std::uint64_t count);
     /// Calls of the model that came over the line `askedBy`. One that is reported twice is run once.
     void handle(const std::vector<LiveFunctionCall>& calls, std::uint64_t askedBy);
     /// Whether one of these was not reported before.
@@ -70,6 +74,7 @@ public:
 private:
     static constexpr std::size_t rememberedCalls = 256; ///< Against a call that is reported twice.
     static constexpr std::size_t mostRunning = 32;
+    static constexpr std::size_t mostOverdue = 32;
     static constexpr std::size_t keptReplies = 16;
 
     using Key = std::pair<std::uint64_t, std::string>; ///< Line and call id; services begin to count again.
@@ -77,21 +82,32 @@ private:
         Key key;
         LiveFunctionCall call;
         bool isCancelled = false;
+        TimerHandle deadline{};
     };
 
     bool isSeen(const Key& key) const;
     void remember(const Key& key);
     void runFor(const LiveFunctionCall& call, std::uint64_t askedBy);
+    /// Whether the call may run; where not, the reply is answered.
+    bool isAllowed(const LiveFunctionCall& call, ToolReply& reply);
+    void overdue(Key key);
     void answered(const Key& key, const Json& result);
+    void answeredLate(const Key& key, const Json& result);
+    void pass(Running call, const Json& result, tool_report::Answered::Time time);
     void takePlan(const LiveFunctionCall& call);
     void updatePlan(const Json& changes);
     void act(const LiveFunctionCall& call, ToolReply reply);
+    std::chrono::milliseconds longest(const LiveFunctionCall& call) const;
     static LiveResponseScheduling schedulingOf(const Running& call);
 
     Ports m_ports;
     SessionLimits m_limits;
     std::deque<Key> m_seen; ///< Newest last.
     std::vector<Running> m_running;
+    std::deque<Running> m_overdue; ///< Told to have not answered; oldest first.
+    CallAllowance m_allowance;
+    std::uint64_t m_requests = 0;
+    bool m_isStopTold = false; ///< To the user, since they asked last.
     std::deque<AnsweredCall> m_actionReplies;
     TaskPlan m_plan;
     Json m_nextStep; ///< The step after the one that runs, as the model announced it; null without one.

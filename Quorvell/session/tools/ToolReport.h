@@ -18,6 +18,8 @@ struct Answered {
     AnsweredCall answered;
     LiveResponseScheduling scheduling = LiveResponseScheduling::whenIdle;
     std::uint64_t askedBy = 0; ///< The line that the call came over.
+    enum class Time : std::uint8_t { due, late }; ///< Late: the model was told before that it did not answer.
+    Time time = Time::due;
 };
 /// set_mode, which only the conversation itself can judge.
 struct HelpModeAsked {

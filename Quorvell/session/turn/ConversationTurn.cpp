@@ -308,6 +308,7 @@ void ConversationTurn::close(SessionAudience::TurnOutcome outcome)
 
 void ConversationTurn::userAsked(const std::string& text, const std::string& ownWords, SessionAudience::Words words)
 {
+    ++m_requests;
     m_actedSinceWords = false;
     m_spokeSinceRequest = false;
     if (words == SessionAudience::Words::typed)

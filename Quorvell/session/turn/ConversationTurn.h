@@ -15,6 +15,7 @@
 #include "QuorvellCore/live/history/RecentRequests.h"
 #include "QuorvellCore/live/history/Transcript.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -41,7 +42,11 @@ public:
     /// The recogniser on the device understood the user, while nobody else listened.
     void userOverheard(const std::string& text);
     /// The user begins to speak.
-    void userBegan() { m_hasSpokenSinceAct = true; }
+    void userBegan()
+    {
+        m_hasSpokenSinceAct = true;
+        ++m_requests;
+    }
     /// A piece of what the user says.
     void userWords(const std::string& delta);
     /// A piece of what the user said before the model began to act on it: it asks for nothing more.
@@ -103,6 +108,8 @@ public:
     /// Since the user's last words.
     bool actedSinceWords() const { return m_actedSinceWords; }
     bool spokeSinceRequest() const { return m_spokeSinceRequest; }
+    /// Grows whenever the user speaks or types; a service may tell words late or not at all, so speech counts as well.
+    std::uint64_t requests() const { return m_requests; }
     /// The reply was still coming in shortly before now.
     bool isReplyArriving() const;
 
@@ -145,6 +152,7 @@ private:
     bool m_spokeSinceRequest = false;
     bool m_hasSpokenSinceAct = false; ///< The user, since a tool began last.
     bool m_isResultToTell = false; ///< Of a tool that was called before the user spoke last.
+    std::uint64_t m_requests = 0;
     SessionTime m_beganAt{};
     SessionTime m_lastOutput{};
     ConversationMemory m_conversation;

@@ -7,7 +7,7 @@ namespace {
 
 class SessionRestTest : public SessionBench {
 protected:
-    SessionRestTest() { own({"keep_note", "click"}); }
+    SessionRestTest() { own({"keep_note", "click", "execute_connected_tool"}); }
     void rest()
     {
         makeActive();
@@ -64,7 +64,7 @@ TEST_F(SessionRestTest, whatGoesOnKeepsItAwake)
         {"muted", [this] { controller->setMuted(Ear::Muting::muted); }, 601s, Doze::awake},
         {"a consent is pending", [this] { controller->noteConsent(SessionController::Consent::pending); }, 121s,
             Doze::awake},
-        {"a tool runs", call("keep_note"), 121s, Doze::awake},
+        {"a tool runs", call("execute_connected_tool"), 121s, Doze::awake},
         {"an action runs", call("click"), 0s, Doze::awake},
         {"the device itself speaks", [this] { synthesiser.isSaying = true; }, 0s, Doze::awake},
         {"sound still plays", [this] { hearAssistant("A long tale.", 30s); }, 0s, Doze::awake},

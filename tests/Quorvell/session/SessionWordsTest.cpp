@@ -37,6 +37,34 @@ TEST_F(SessionWordsTest, theModeFollowsTheUserAlone)
     EXPECT_NE(ask("guide").find("Stay in Auto; only they change it."), std::string::npos);
 }
 
+TEST_F(SessionWordsTest, afterManyChangesTheUserHasASay)
+{
+    const std::pair<const char*, std::function<void()>> rows[] = {
+        {"typed",
+            [this] {
+                controller->submitTyped({{{"Yes, go on.", false}}, false});
+            }},
+        {"spoken", [this] { wire->report(live_event::InputTranscript{"yes go on"}); }},
+        {"spoken, and nobody tells the words", [this] { speak(); }},
+        {"nothing", [] {}},
+    };
+    const auto changes = [this](const std::string& name) {
+        for (int index = 0; index < 100; ++index)
+            callTool(name + std::to_string(index), "keep_note");
+        return std::exchange(replies, {}).size();
+    };
+    for (const auto& [name, say] : rows) {
+        SCOPED_TRACE(name);
+        makeActive();
+        EXPECT_EQ(changes("a"), 20U);
+        const Lines sent = sentSince();
+        EXPECT_TRUE(std::ranges::any_of(
+            sent, [](const std::string& line) { return line.find("Shall I go on?") != line.npos; }));
+        say();
+        EXPECT_EQ(changes("b"), name == std::string_view("nothing") ? 0U : 10U); // Thirty within a minute.
+    }
+}
+
 TEST_F(SessionWordsTest, theModeWaitsForWordsThatAreReportedLate)
 {
     struct Row {

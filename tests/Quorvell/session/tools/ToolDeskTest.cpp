@@ -66,6 +66,7 @@ protected:
         answered.push_back(
             std::to_string(answer.askedBy) + " " + answer.answered.call.id + " " + dumpJson(answer.answered.result));
         scheduling = answer.scheduling;
+        time = answer.time;
     }
     void take(tool_report::HelpModeAsked& asked) { asked.reply.answer({{"mode", "asked"}}); }
     void take(const tool_report::HelpModeDue&) { FAIL() << "not the desk's to say"; }
@@ -90,6 +91,7 @@ protected:
         {}};
     std::vector<ToolReply> replies;
     int reminders = 0;
+    tool_report::Answered::Time time = tool_report::Answered::Time::due;
 };
 
 TEST_F(ToolDeskTest, aCallIsRunAndAnsweredOnceHoweverOftenItIsReported)
@@ -195,16 +197,84 @@ TEST_F(ToolDeskTest, aCancelledActionStopsAndIsStillAnsweredOnce)
 
 TEST_F(ToolDeskTest, longWorkIsSpokenOfAndTooManyCallsAreRefused)
 {
-    call("c1", "keep_note");
+    call("c1", "click");
     scheduler.advance(25s);
     EXPECT_EQ(reminders, 2);
     replies[0].answer({});
     scheduler.advance(25s);
     EXPECT_EQ(reminders, 2);
     for (int count = 0; count < 40; ++count)
-        call("many" + std::to_string(count), "keep_note");
+        call("many" + std::to_string(count), "look_at_screen");
     EXPECT_EQ(replies.size(), 33U);
     EXPECT_NE(answersSince().back().find("Too many calls at once"), std::string::npos);
+}
+
+TEST_F(ToolDeskTest, whatDoesNotAnswerInTimeIsAnsweredForTruly)
+{
+    struct Row {
+        const char* tool;
+        std::chrono::milliseconds longest;
+        const char* says;
+        LiveResponseScheduling late; ///< How its result is told that comes after all.
+    };
+    const Row rows[] = {
+        {"keep_note", 20s, "within 20 seconds, so it may be done or not.", LiveResponseScheduling::whenIdle},
+        {"look_at_screen", 20s, "within 20 seconds, so it is not known.", LiveResponseScheduling::silent},
+        {"click", 600s, "within 600 seconds, so it may be done or not.", LiveResponseScheduling::whenIdle},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.tool);
+        call(row.tool, row.tool);
+        scheduler.advance(row.longest - 1s);
+        EXPECT_TRUE(desk.isWorking());
+        scheduler.advance(1s);
+        EXPECT_FALSE(desk.isWorking() || desk.isActing());
+        const Lines told = answersSince();
+        ASSERT_EQ(told.size(), 1U);
+        EXPECT_NE(told[0].find(row.says), std::string::npos) << told[0];
+        EXPECT_EQ(time, tool_report::Answered::Time::due);
+        for (const char* status : {"kept", "kept again"})
+            replies.back().answer({{"status", status}});
+        EXPECT_EQ(answersSince(), (Lines{std::string("1 ") + row.tool + R"( {"status":"kept"})"}));
+        EXPECT_EQ(time, tool_report::Answered::Time::late);
+        EXPECT_EQ(scheduling, row.late);
+    }
+}
+
+TEST_F(ToolDeskTest, aModelThatCallsWithoutEndIsStoppedUntilTheUserSpeaks)
+{
+    int calls = 0;
+    const auto runsOf = [&](const char* tool, int count) {
+        const std::size_t before = seen.size();
+        for (int index = 0; index < count; ++index) {
+            call("n" + std::to_string(++calls), tool);
+            replies.clear(); // Each is answered at once.
+        }
+        return static_cast<int>(seen.size() - before);
+    };
+    const auto lastAnswer = [&] { return answersSince().back(); };
+    desk.noteRequests(1);
+    EXPECT_EQ(runsOf("keep_note", 1000), CallAllowance::mostChanges);
+    EXPECT_NE(lastAnswer().find(R"({"status":"needs_confirmation","question":"I have changed 20 things)"),
+        Lines::value_type::npos);
+    EXPECT_EQ(std::ranges::count_if(observer.lines,
+                  [](const std::string& line) {
+                      return line.find("no more is done. Say whether it shall go on.") != line.npos;
+                  }),
+        1);
+    desk.noteRequests(1); // Nobody has said anything.
+    EXPECT_EQ(runsOf("keep_note", 5), 0);
+    EXPECT_EQ(runsOf("look_at_screen", 1000), CallAllowance::mostCalls - CallAllowance::mostChanges);
+    EXPECT_NE(lastAnswer().find("too many for one request"), std::string::npos);
+    call("mode", "set_mode"); // The user's brake.
+    EXPECT_EQ(lastAnswer(), R"(1 mode {"mode":"asked"})");
+    desk.noteRequests(2);
+    EXPECT_EQ(runsOf("keep_note", 1000), CallAllowance::mostChangesOfAMinute - CallAllowance::mostChanges);
+    EXPECT_NE(lastAnswer().find("more than 30 changes within a minute"), std::string::npos);
+    scheduler.advance(60s);
+    desk.noteRequests(3);
+    EXPECT_EQ(runsOf("make_tea", 1000), 0); // Whatever nobody knows counts as well.
+    EXPECT_EQ(runsOf("keep_note", 5), 0);
 }
 
 TEST_F(ToolDeskTest, toolsWithoutAnOwnerAreNotOfferedAndTwoOwnersStopTheProgram)
