@@ -93,6 +93,26 @@ bool namesNoDayOfItsMonths(const icalrecurrencetype& rule)
     return true;
 }
 
+/// Whether the fifth Monday, or the first from the end, can fall on that day of a month; where one counts from the
+/// start and one from the end, it is taken for granted.
+bool canFallOn(int position, int dayOfMonth)
+{
+    return position == 0 || (position > 0) != (dayOfMonth > 0)
+        || std::abs(position) == (std::abs(dayOfMonth) - 1) / daysOfAWeek + 1;
+}
+
+/// A fifth Monday that is the first of its month is looked for as long.
+bool weekdaysMissTheirDates(const icalrecurrencetype& rule)
+{
+    const int dates = IcsByList::countOf(rule.by_month_day);
+    const int weekdays = IcsByList::countOf(rule.by_day);
+    for (int index = 0; index < weekdays; ++index)
+        for (int date = 0; date < dates; ++date)
+            if (canFallOn(icalrecurrencetype_day_position(rule.by_day[index]), rule.by_month_day[date]))
+                return false;
+    return dates > 0 && weekdays > 0;
+}
+
 /// A sixth Monday or the second last day of a month is looked for just as long.
 bool namesNoDayOfAnyMonth(const icalrecurrencetype& rule)
 {
@@ -116,7 +136,7 @@ bool namesNoDayOfAnyMonth(const icalrecurrencetype& rule)
             break;
         hasPosition = hasPosition || std::abs(position) <= std::max(candidates, 1);
     }
-    return !hasDay || !hasPosition;
+    return !hasDay || !hasPosition || weekdaysMissTheirDates(rule);
 }
 
 /// That the rule names by itself; each is tried on each day, also where conditions then take it away.
