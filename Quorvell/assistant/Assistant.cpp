@@ -10,6 +10,7 @@
 #include "Quorvell/files/FileWorker.h"
 #include "Quorvell/handover/NotebookAccess.h"
 #include "Quorvell/notebook/FreshNoteID.h"
+#include "Quorvell/settings/KeyVariables.h"
 #include "Quorvell/settings/PrivateFile.h"
 #include "Quorvell/settings/UsersCalendar.h"
 #include "Quorvell/tools/AgendaTools.h"
@@ -79,7 +80,7 @@ Assistant::Assistant(
     : m_scheduler(scheduler)
     , m_settings(std::move(settings))
     , m_calendar(std::move(calendar))
-    , m_log(environment.stateFolder, scheduler, freshRunName())
+    , m_log(environment.stateFolder, scheduler, freshRunName(), secretsOf(environment))
     , m_heard([&scheduler] { return scheduler.wallClock(); })
     , m_stateFolder(environment.stateFolder)
 {

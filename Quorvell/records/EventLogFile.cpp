@@ -26,8 +26,9 @@ std::string lineOf(Instant at, std::string_view name, const std::string& run, co
 
 } // namespace
 
-EventLogFile::EventLogFile(std::string folder, const Scheduler& clock, std::string run)
+EventLogFile::EventLogFile(std::string folder, const Scheduler& clock, std::string run, Secrets secrets)
     : m_folder(std::move(folder))
+    , m_secrets(std::move(secrets))
     , m_run(std::move(run))
     , m_clock(clock)
 {
@@ -37,7 +38,7 @@ EventLogFile::EventLogFile(std::string folder, const Scheduler& clock, std::stri
 void EventLogFile::record(std::string_view name, const Json& fields)
 {
     // Opened for each event: another program may have moved a full file aside meanwhile.
-    const auto size = PrivateFile::append(path(0), lineOf(m_clock.wallClock(), name, m_run, fields));
+    const auto size = PrivateFile::append(path(0), m_secrets.blanked(lineOf(m_clock.wallClock(), name, m_run, fields)));
     if (size && *size >= fullSize)
         rotate();
 }

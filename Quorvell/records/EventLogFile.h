@@ -4,6 +4,7 @@
 
 #include "Quorvell/loop/EventLog.h"
 #include "Quorvell/loop/Scheduler.h"
+#include "QuorvellCore/text/Secrets.h"
 
 #include <cstdint>
 #include <string>
@@ -17,8 +18,8 @@ public:
     static constexpr int keptFiles = 3; ///< Full ones.
     static constexpr std::size_t longestLine = 4096; ///< Bytes; a longer event keeps its name only.
 
-    /// `clock` is borrowed. `run` names this run of the program.
-    EventLogFile(std::string folder, const Scheduler& clock, std::string run);
+    /// `clock` is borrowed. `run` names this run of the program. `secrets` are in no line, whoever repeats them.
+    EventLogFile(std::string folder, const Scheduler& clock, std::string run, Secrets secrets = {});
 
     void record(std::string_view name, const Json& fields) override;
 
@@ -31,6 +32,7 @@ private:
     void rotate() const;
 
     std::string m_folder;
+    Secrets m_secrets;
     std::string m_run; ///< Tells the lines of several programs apart.
     const Scheduler& m_clock;
 };

@@ -118,7 +118,7 @@ void ReminderWatch::markShown(const DueReminder& reminder)
             if (life.expired())
                 return;
             if (!verdict.isStored)
-                m_ports.log.record("reminder_mark_failed", {{"problem", verdict.problem}});
+                m_ports.log.record("reminder_mark_failed", Json::object()); // Its sentence may name a note.
             else if (const auto found = m_unwritten.find(id); found != m_unwritten.end() && found->second == occurrence)
                 m_unwritten.erase(found);
         });

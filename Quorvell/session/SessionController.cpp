@@ -2,6 +2,7 @@
 #include "Quorvell/session/SessionController.h"
 
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/CodeWord.h"
 
 #include <nlohmann/json.hpp>
 
@@ -102,7 +103,7 @@ void SessionController::take(const line_report::Ready& ready)
     if (ready.arrival == Arrival::first)
         beginConversation(ready.sessionID);
     else
-        m_ports.log.record("session_continued", {{"id", ready.sessionID}});
+        m_ports.log.record("session_continued", {{"id", codeWord(ready.sessionID)}});
     m_handover.tellTurnsSince(ready.knows);
     if (ready.arrival == Arrival::rotated)
         ++m_meter.counts().rotations;
@@ -116,7 +117,8 @@ void SessionController::take(const line_report::Ready& ready)
 
 void SessionController::beginConversation(const std::string& sessionID)
 {
-    m_ports.log.record("session_started", {{"id", sessionID}, {"after_ms", (m_timers.now() - m_sessionStart).count()}});
+    m_ports.log.record(
+        "session_started", {{"id", codeWord(sessionID)}, {"after_ms", (m_timers.now() - m_sessionStart).count()}});
     setPhase(SessionPhase::active);
     m_quiet.begin();
     const bool isAskedAlready = !m_outbox.isEmpty() || m_listening.isHoldingSpeech();

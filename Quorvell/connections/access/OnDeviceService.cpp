@@ -3,6 +3,7 @@
 
 #include "QuorvellCore/text/Json.h"
 
+#include <QProcessEnvironment>
 #include <QRandomGenerator>
 #include <unistd.h>
 
@@ -27,6 +28,17 @@ std::string freshKey()
 QString toQString(const std::string& text)
 {
     return QString::fromStdString(text);
+}
+
+/// It needs none of the keys that the user may have for other things.
+QProcessEnvironment withoutKeys()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const QString& name : environment.keys())
+        for (const char* ending : {"_KEY", "_TOKEN", "_SECRET", "_PASSWORD"})
+            if (name.endsWith(QLatin1String(ending), Qt::CaseInsensitive))
+                environment.remove(name);
+    return environment;
 }
 
 std::optional<int> portIn(const QByteArray& line)
@@ -80,6 +92,7 @@ void OnDeviceService::startChild()
     m_output.clear();
     m_errors.clear();
     m_child = std::make_unique<QProcess>();
+    m_child->setProcessEnvironment(withoutKeys());
     // In a process group of its own, because Ctrl+C in a terminal would end it before the conversation is closed.
     m_child->setChildProcessModifier([] { setpgid(0, 0); });
     connectChild();

@@ -3,8 +3,10 @@
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
+#include "QuorvellCore/text/Secrets.h"
 
 #include <charconv>
+#include <utility>
 
 namespace quorvell {
 
@@ -27,11 +29,11 @@ struct Advice {
     bool mustUserAct = false;
 };
 
-/// For the event log, where the other side gave no reason.
+/// For the event log, which keeps no words of the other side: they may repeat what the user said, or the key.
 std::string nameOf(Kind kind)
 {
     static constexpr const char* names[] = {"refused", "session refused", "name unknown", "nobody answers", "untrusted",
-        "opened too slowly", "started too slowly", "went silent", "", "create refused", "unreadable answer",
+        "opened too slowly", "started too slowly", "went silent", "closed", "create refused", "unreadable answer",
         "media blocked", "own fault"};
     return names[static_cast<std::size_t>(kind)];
 }
@@ -164,16 +166,19 @@ Advice adviceFor(const ConnectionFailure& failure, const std::string& service, c
 
 LiveClosure ConnectionFailure::closure(const LiveAccess& access) const
 {
+    const Secrets secrets{{access.key}};
     ConnectionFailure told = *this;
+    // Before they are cut: half a key is one too.
+    told.detail = secrets.blanked(std::move(told.detail));
+    told.message = secrets.blanked(std::move(told.message));
     if (kind != Kind::refusedRequest) // The body of a refusal is read, not quoted.
-        told.detail = firstCharacters(detail, longestQuote);
-    told.message = firstCharacters(message, longestQuote);
+        told.detail = firstCharacters(told.detail, longestQuote);
+    told.message = firstCharacters(told.message, longestQuote);
     const Advice advice = adviceFor(told, serviceName(access), std::string(access.keyName));
     const bool isCoded = kind == Kind::closed || kind == Kind::refusedRequest;
-    const std::string said = firstCharacters(told.message.empty() ? told.detail : told.message, longestQuote);
     const auto wait = isBusy() ? std::optional(retryAfter.value_or(std::chrono::milliseconds::zero())) : std::nullopt;
-    return {isCoded && code != 0 ? code : LiveClosure::abnormal, said.empty() ? nameOf(kind) : said, advice.mustUserAct,
-        advice.sentence, wait};
+    return {
+        isCoded && code != 0 ? code : LiveClosure::abnormal, nameOf(kind), advice.mustUserAct, advice.sentence, wait};
 }
 
 bool ConnectionFailure::isBusy() const

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/connections/life/ConnectionLife.h"
 
+#include "QuorvellCore/text/Secrets.h"
+
 #include <QPointer>
 
 #include <utility>
@@ -60,7 +62,13 @@ void ConnectionLife::startDeadline(std::chrono::milliseconds limit, std::functio
 void ConnectionLife::report(const LiveServerEvent& event)
 {
     if (m_stage == Stage::started) {
-        m_observer.liveEventReceived(event);
+        if (const auto* error = std::get_if<live_event::ServerError>(&event)) {
+            live_event::ServerError told = *error;
+            told.message = withoutKey(std::move(told.message));
+            m_observer.liveEventReceived(told);
+        } else {
+            m_observer.liveEventReceived(event);
+        }
         for (const live_event::Diagnostic& early : std::exchange(m_early, {}))
             m_observer.liveEventReceived(early);
     } else if (const auto* forTheLog = std::get_if<live_event::Diagnostic>(&event);
@@ -72,13 +80,18 @@ void ConnectionLife::report(const LiveServerEvent& event)
 void ConnectionLife::reportWritten(const std::string& text)
 {
     if (m_stage == Stage::started)
-        m_observer.liveReplyWritten(text);
+        m_observer.liveReplyWritten(withoutKey(text));
 }
 
 void ConnectionLife::reportWriting(const std::string& delta)
 {
     if (m_stage == Stage::started)
         m_observer.liveReplyGrew(delta);
+}
+
+std::string ConnectionLife::withoutKey(std::string text) const
+{
+    return Secrets{{m_access.key}}.blanked(std::move(text));
 }
 
 void ConnectionLife::finish(const LiveClosure& closure)

@@ -39,7 +39,8 @@ public:
     void stopDeadline() { m_deadline.stop(); }
 
     /// A service that talks before the session has started, or after its end, is not listened to. What is for the log
-    /// waits for the start: before that, nobody knows which conversation it belongs to.
+    /// waits for the start: before that, nobody knows which conversation it belongs to. Whoever repeats the key is not
+    /// repeated: it is blanked out of all that is told or written.
     void report(const LiveServerEvent& event);
     void reportWritten(const std::string& text);
     void reportWriting(const std::string& delta);
@@ -47,6 +48,8 @@ public:
     void finish(const LiveClosure& closure);
 
 private:
+    std::string withoutKey(std::string text) const;
+
     LiveAccessSource& m_source;
     LiveConnectionObserver& m_observer;
     std::function<void()> m_letGo;

@@ -6,6 +6,7 @@
 #include "QuorvellCore/live/wire/openai/OpenAILiveEventMapper.h"
 #include "QuorvellCore/live/wire/openai/OpenAILiveMessage.h"
 #include "QuorvellCore/live/wire/openai/OpenAILiveParser.h"
+#include "QuorvellCore/text/CodeWord.h"
 
 #include <utility>
 
@@ -123,7 +124,7 @@ bool OpenAILiveClient::tryNextWay(const ConnectionFailure& failure)
 void OpenAILiveClient::transportClosed(const ConnectionFailure& failure)
 {
     if (m_life.is(Stage::closing))
-        return m_life.finish({LiveClosure::normal, m_closeReason, false, {}});
+        return m_life.finish({LiveClosure::normal, codeWord(m_closeReason), false, {}});
     if (m_life.is(Stage::locating) || m_life.is(Stage::closed))
         return;
     const bool isOpening = m_life.is(Stage::opening);
@@ -354,7 +355,7 @@ void OpenAILiveClient::sendToolResponse(const LiveFunctionResponse& response, Li
 {
     Json output = OpenAILiveMessage::functionOutput(response.id, dumpJson(response.response)).front();
     if (!fits(output)) {
-        m_life.report(live_event::Diagnostic{"tool_result_too_large", response.name});
+        m_life.report(live_event::Diagnostic{"tool_result_too_large", codeWord(response.name)});
         const Json tooLarge{{"error", "The result was too large to be sent. Ask for less of it."}};
         output = OpenAILiveMessage::functionOutput(response.id, dumpJson(tooLarge)).front();
     }

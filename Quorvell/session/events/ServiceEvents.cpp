@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/session/events/ServiceEvents.h"
 
+#include "QuorvellCore/text/CodeWord.h"
+
 #include <nlohmann/json.hpp>
 
 #include <variant>
@@ -99,8 +101,8 @@ void ServiceEvents::handleInterrupted()
 
 void ServiceEvents::handleServerError(const live_event::ServerError& error)
 {
-    m_ports.log.record(
-        "server_error", {{"code", error.code.value_or("")}, {"about", error.clientEventID.value_or("")}});
+    m_ports.log.record("server_error",
+        {{"code", codeWord(error.code.value_or(""))}, {"about", codeWord(error.clientEventID.value_or(""))}});
     m_ports.observer.problemArose(error.message);
     m_ports.turn.problemShown();
 }

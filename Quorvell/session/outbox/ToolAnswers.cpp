@@ -3,6 +3,7 @@
 
 #include "Quorvell/session/turn/SessionEvents.h"
 #include "QuorvellCore/live/tools/ToolResult.h"
+#include "QuorvellCore/text/CodeWord.h"
 
 #include <nlohmann/json.hpp>
 
@@ -18,8 +19,8 @@ void ToolAnswers::give(const tool_report::Answered& answer, Conversation convers
     const auto& [call, result] = answer.answered;
     const bool isLate = answer.time == tool_report::Answered::Time::late;
     const bool isWanted = !isLate && m_ports.lines.ready() && m_ports.lines.serial() == answer.askedBy;
-    m_ports.log.record(
-        "tool_answered", {{"name", call.name}, {"failed", ToolResult::of(result).isFailure()}, {"sent", isWanted}});
+    m_ports.log.record("tool_answered",
+        {{"name", codeWord(call.name)}, {"failed", ToolResult::of(result).isFailure()}, {"sent", isWanted}});
     m_ports.turn.noteActivity();
     const bool isToBeTold = answer.scheduling != LiveResponseScheduling::silent;
     const bool isOfThisConversation = conversation == Conversation::active && answer.askedBy >= m_firstSerial;

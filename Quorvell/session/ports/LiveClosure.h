@@ -13,7 +13,7 @@ struct LiveClosure {
     static constexpr int abnormal = 1006; ///< The other side vanished without a word.
 
     int code = normal; ///< A WebSocket close code (1000 to 4999), or the HTTP status of a refusal.
-    std::string reason{}; ///< As the other side or the network states it; for the event log.
+    std::string reason{}; ///< What kind of end it was, in words of this program only: for the event log.
     bool mustUserAct = false; ///< Trying again changes nothing until the user has done something.
     std::string sentence{}; ///< For the user: what happened and what to do next. Empty after an orderly end.
     /// Set when the service is only busy: how long it asks to be left alone, zero when it names no time.

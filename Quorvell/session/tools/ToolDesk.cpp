@@ -5,6 +5,7 @@
 #include "QuorvellCore/live/tools/ToolCatalogue.h"
 #include "QuorvellCore/live/tools/ToolResult.h"
 #include "QuorvellCore/live/tools/ToolTraits.h"
+#include "QuorvellCore/text/CodeWord.h"
 
 #include <nlohmann/json.hpp>
 
@@ -59,11 +60,11 @@ void ToolDesk::handle(const std::vector<LiveFunctionCall>& calls, std::uint64_t 
     for (const LiveFunctionCall& call : calls) {
         const Key key{askedBy, call.id};
         if (isSeen(key)) {
-            m_ports.log.record("tool_call_repeated", {{"name", call.name}});
+            m_ports.log.record("tool_call_repeated", {{"name", codeWord(call.name)}});
             continue;
         }
         remember(key);
-        m_ports.log.record("tool_called", {{"name", call.name}});
+        m_ports.log.record("tool_called", {{"name", codeWord(call.name)}});
         m_ports.observer.toolCalled(call);
         runFor(call, askedBy);
     }
@@ -220,7 +221,7 @@ void ToolDesk::cancel(const std::vector<std::string>& ids)
         for (Running& call : m_running)
             if (call.key.second == id)
                 call.isCancelled = true;
-        m_ports.log.record("tool_call_cancelled", {{"id", id}});
+        m_ports.log.record("tool_call_cancelled", {{"id", codeWord(id)}});
     }
 }
 

@@ -32,19 +32,22 @@ TEST(EventLogFile, keepsEventsAsLinesThatOnlyTheUserReads)
     const VirtualScheduler clock;
     const std::string path = folder.path() + "/state/events.jsonl";
     {
-        EventLogFile log(folder.path() + "/state", clock, "a1b2c3");
+        EventLogFile log(folder.path() + "/state", clock, "a1b2c3", Secrets{{"sk-12345678"}});
         log.record("session_started", {{"id", "sess\n1"}});
+        log.record("server_error", {{"code", "sk-12345678"}});
         log.record("too_long", {{"detail", std::string(5000, 'x')}});
     }
     EventLogFile(folder.path() + "/state", clock, "a1b2c3").record("again", Json::object());
     EXPECT_EQ(linesOf(path),
         (std::vector<std::string>{
             R"({"at":"2026-11-21T10:00:00.000Z","event":"session_started","run":"a1b2c3","id":"sess\n1"})",
+            R"({"at":"2026-11-21T10:00:00.000Z","event":"server_error","run":"a1b2c3","code":"(key)"})",
             R"({"at":"2026-11-21T10:00:00.000Z","event":"too_long","run":"a1b2c3"})",
-            R"({"at":"2026-11-21T10:00:00.000Z","event":"again","run":"a1b2c3"})"}));
-    struct stat status { };
-    ASSERT_EQ(stat(path.c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0600U);
+            R"({"at":"2026-11-21T10:00:00.000Z","event":"again","run":"a1b2c3"})"
+}));
+struct stat status { };
+ASSERT_EQ(stat(path.c_str(), &status), 0);
+EXPECT_EQ(status.st_mode & 0777, 0600U);
 }
 
 TEST(EventLogFile, aFullFileMovesAsideAndTheOldestGoes)

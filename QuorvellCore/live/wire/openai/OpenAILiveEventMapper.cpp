@@ -2,6 +2,7 @@
 #include "QuorvellCore/live/wire/openai/OpenAILiveEventMapper.h"
 
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/CodeWord.h"
 
 #include <utility>
 
@@ -42,13 +43,13 @@ struct Mapping {
     {
         return mapped(live_event::Delegated{std::move(event.delegationID)});
     }
-    Mapped operator()(openai_event::BackendStarted event) const
+    Mapped operator()(const openai_event::BackendStarted& event) const
     {
-        return diagnostic("backend_started", std::move(event.responseID));
+        return diagnostic("backend_started", codeWord(event.responseID));
     }
-    Mapped operator()(openai_event::BackendEnded event) const
+    Mapped operator()(const openai_event::BackendEnded& event) const
     {
-        return diagnostic("backend_ended", std::move(event.status));
+        return diagnostic("backend_ended", codeWord(event.status));
     }
     Mapped operator()(openai_event::FunctionCall event) const
     {
@@ -57,7 +58,10 @@ struct Mapping {
             std::move(event.callID), std::move(event.name), event.arguments, event.incomplete));
         return mapped(std::move(call));
     }
-    Mapped operator()(openai_event::ToolChosen event) const { return diagnostic("tool_chosen", std::move(event.name)); }
+    Mapped operator()(const openai_event::ToolChosen& event) const
+    {
+        return diagnostic("tool_chosen", codeWord(event.name));
+    }
     Mapped operator()(openai_event::Reasoning event) const
     {
         return mapped(live_event::Thinking{std::move(event.delta)});
@@ -83,16 +87,19 @@ struct Mapping {
                 + ", output " + std::to_string(event.outputTokens)});
         return events;
     }
-    Mapped operator()(openai_event::ServedTier event) const { return diagnostic("served_tier", std::move(event.tier)); }
+    Mapped operator()(const openai_event::ServedTier& event) const
+    {
+        return diagnostic("served_tier", codeWord(event.tier));
+    }
     Mapped operator()(openai_event::Error event) const
     {
         const std::string what = event.message ? " (" + *event.message + ")" : " without saying which";
         return mapped(live_event::ServerError{std::move(event.code),
             "The service reported a problem" + what + ". Ask again.", std::move(event.clientEventID)});
     }
-    Mapped operator()(openai_event::Closed event) const
+    Mapped operator()(const openai_event::Closed& event) const
     {
-        return diagnostic("session_closed", std::move(event.reason));
+        return diagnostic("session_closed", codeWord(event.reason));
     }
 };
 

@@ -60,8 +60,11 @@ TEST_F(OnDeviceServiceTest, aChildThatCannotServeIsToldInASentence)
 TEST_F(OnDeviceServiceTest, theChildLearnsItsKeyAndIsStartedAnewWhenItDied)
 {
     // Its port says how it was started: the key came as one line of 64 hexadecimal digits, and not as an argument.
-    const char* script = "read key; test ${#key} = 64 && test $# = 0 && echo '{\"port\":4321}'; "
-                         "echo $$ >&2; while read more; do :; done";
+    // It inherits no key of another service.
+    setenv("SOME_API_KEY", "sk-12345678", 1);
+    const char* script =
+        "read key; test ${#key} = 64 && test $# = 0 && test -z \"$SOME_API_KEY\" && echo '{\"port\":4321}'; "
+        "echo $$ >&2; while read more; do :; done";
     OnDeviceService service(shell(script));
     const auto first = find(service);
     ASSERT_TRUE(first.access) << first.problem;

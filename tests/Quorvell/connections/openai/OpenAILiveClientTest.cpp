@@ -131,6 +131,9 @@ TEST_F(OpenAILiveClientTest, everyRefusalEndsInOneSentence)
             "did not accept the API key (No credit.)"},
         {"no such model", Way::peer, http("400 Bad Request", R"({"error":{"message":"No such model."}})"), 400, true,
             "refused the request (400: No such model.). Check the host and the models"},
+        {"an echo of the key and of what was typed", Way::peer,
+            http("400 Bad Request", R"({"error":{"message":"Bad secret-key in: what I typed"}})"), 400, true,
+            "refused the request (400: Bad (key) in: what I typed)"},
         {"the same, without words", Way::socket, http("400 Bad Request"), 400, true,
             "refused the request (400). Check"},
         {"overloaded, asked by POST", Way::peer, http("503 Service Unavailable"), 503, false, "(503)", 0ms},
@@ -150,6 +153,8 @@ TEST_F(OpenAILiveClientTest, everyRefusalEndsInOneSentence)
         EXPECT_EQ(closure.retryAfter, row.retryAfter);
         EXPECT_NE(closure.sentence.find(row.sentence), std::string::npos) << closure.sentence;
         EXPECT_EQ(closure.sentence.find("secret-key"), std::string::npos);
+        EXPECT_EQ(closure.reason.find_first_of("(.:"), std::string::npos) << "for the log: " << closure.reason;
+        EXPECT_EQ(closure.reason.find("typed"), std::string::npos) << closure.reason;
     }
 }
 
