@@ -13,9 +13,14 @@
 #include "Quorvell/app/reminders/RemindCommand.h"
 #include "Quorvell/app/reminders/RemindersCommand.h"
 #include "Quorvell/app/talk/TalkCommand.h"
+#include "Quorvell/app/terminal/ShownOutput.h"
+#include "Quorvell/settings/KeyVariables.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UserSettings.h"
 
+#include <unistd.h>
+
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -23,6 +28,8 @@ namespace {
 
 using quorvell::Command;
 using quorvell::ProgramEnvironment;
+using quorvell::ShownOutput;
+using Reader = ShownOutput::Reader;
 
 /// In the order in which the help lists them. The first runs when no command is named.
 constexpr Command (*commandTable[])(const ProgramEnvironment&) = {
@@ -54,7 +61,13 @@ Command programOf(const ProgramEnvironment& environment)
 int main(int argumentCount, char** arguments)
 {
     quorvell::StandardStreams::prepare();
+    quorvell::forbidLookingIn();
     ProgramEnvironment environment = ProgramEnvironment::read(arguments[0]);
+    quorvell::clearKeyVariables(environment);
+    const ShownOutput output(std::cout, environment.isOutputTerminal ? Reader::person : Reader::program,
+        environment.isOutputTerminal ? quorvell::secretsOf(environment) : quorvell::Secrets());
+    const ShownOutput errors(
+        std::cerr, isatty(STDERR_FILENO) == 1 ? Reader::person : Reader::program, quorvell::secretsOf(environment));
     // Every command must find the same notebook; what is wrong with the settings is told by those who use the rest.
     const auto settings = quorvell::UserSettings::read(environment.configFolder + "/settings.json").settings;
     if (settings.notebookFolder)

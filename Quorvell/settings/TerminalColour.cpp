@@ -3,9 +3,9 @@
 
 namespace quorvell {
 
-std::string faint(const std::string& text, TerminalColour colour)
+std::string_view beginFaint(TerminalColour colour)
 {
-    return colour == TerminalColour::ansi ? "\x1b[2m" + text + "\x1b[0m" : text;
+    return colour == TerminalColour::ansi ? "\x1b[2m" : "";
 }
 
 std::string_view beginTyped(TerminalColour colour)
@@ -13,7 +13,7 @@ std::string_view beginTyped(TerminalColour colour)
     return colour == TerminalColour::ansi ? "\x1b[1m" : "";
 }
 
-std::string_view endTyped(TerminalColour colour)
+std::string_view endColour(TerminalColour colour)
 {
     return colour == TerminalColour::ansi ? "\x1b[0m" : "";
 }

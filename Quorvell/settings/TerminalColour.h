@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
-// How text for a terminal is set off, where it may be.
+// How text for a terminal is set off, where it may be: control sequences, all empty without colour.
 #pragma once
 
-#include <string>
 #include <string_view>
 
 namespace quorvell {
 
 enum class TerminalColour { none, ansi };
 
-/// For what is not speech.
-std::string faint(const std::string& text, TerminalColour colour);
-/// Around what the user types, to tell it from the answers. Both are empty without colour.
+/// Around what is not speech.
+std::string_view beginFaint(TerminalColour colour);
+/// Around what the user types, to tell it from the answers.
 std::string_view beginTyped(TerminalColour colour);
-std::string_view endTyped(TerminalColour colour);
+/// Behind either.
+std::string_view endColour(TerminalColour colour);
 
 } // namespace quorvell

@@ -35,6 +35,8 @@ bool takesNoColumn(UChar32 point)
 std::size_t columnsOf(char32_t codePoint)
 {
     const auto point = static_cast<UChar32>(codePoint);
+    if (codePoint >= ' ' && codePoint < 0x7F)
+        return 1; // Nearly all are; answers may be millions of them.
     if (takesNoColumn(point))
         return 0;
     const int width = u_getIntPropertyValue(point, UCHAR_EAST_ASIAN_WIDTH);

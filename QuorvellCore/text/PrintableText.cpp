@@ -2,6 +2,7 @@
 #include "QuorvellCore/text/PrintableText.h"
 
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/CodePoints.h"
 #include "QuorvellCore/text/OneLine.h"
 
 namespace quorvell {
@@ -13,10 +14,18 @@ bool isControl(unsigned char byte)
     return (byte < 0x20 && byte != '\n' && byte != '\t') || byte == 0x7F;
 }
 
-/// U+0080 to U+009F, the other control characters, begin with this byte in UTF-8.
-bool isSecondControl(unsigned char first, unsigned char second)
+/// Not seen themselves, they decide in which order the rest is seen: U+061C, U+200E, U+200F, U+202A to U+202E, U+2066
+/// to U+2069. U+2028 and U+2029 break a line where nobody expects it.
+bool turnsDirection(char32_t point)
 {
-    return first == 0xC2 && second >= 0x80 && second <= 0x9F;
+    return point == 0x061C || point == 0x200E || point == 0x200F || (point >= 0x2028 && point <= 0x202E)
+        || (point >= 0x2066 && point <= 0x2069);
+}
+
+bool isShown(char32_t point)
+{
+    constexpr char32_t lastSecondControl = 0x9F; // They begin at U+0080.
+    return point > lastSecondControl && !turnsDirection(point);
 }
 
 } // namespace
@@ -26,13 +35,12 @@ std::string printableText(std::string_view text)
     const std::string repaired = repairUtf8(text);
     std::string kept;
     kept.reserve(repaired.size());
-    for (std::size_t index = 0; index < repaired.size(); ++index) {
+    for (std::size_t index = 0; index < repaired.size();) {
         const auto byte = static_cast<unsigned char>(repaired[index]);
-        const auto next = static_cast<unsigned char>(index + 1 < repaired.size() ? repaired[index + 1] : 0);
-        if (isSecondControl(byte, next))
-            ++index;
-        else if (!isControl(byte))
-            kept += repaired[index];
+        const std::size_t start = index;
+        const char32_t point = nextCodePoint(repaired, index);
+        if (byte < 0x80 ? !isControl(byte) : isShown(point))
+            kept.append(repaired, start, index - start);
     }
     return kept;
 }

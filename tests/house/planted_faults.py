@@ -52,6 +52,8 @@ FAULTS = [
     ("layers", "tests/B/SixTest.cpp:2: b may not include \"A/Two.h\"", {"tests/B/SixTest.cpp": source("A/Two.h")}),
     ("layers", "rooms.cmake: a has a door to b that it does not use", {"A/One.cpp": source("A/One.h")}),
     ("purity", "QuorvellCore/Pure.h:4:", {"QuorvellCore/Pure.h": header() + "inline int five() { throw 5; }\n"}),
+    ("shown", "Understanding/Pure.h:4:", {"Understanding/Pure.h": header() + 'constexpr auto bold = "\\x1b[1m";\n'}),
+    ("shown", "Understanding/Pure.h:4:", {"Understanding/Pure.h": header() + 'inline void tell() { std::puts("x"); }\n'}),
     ("purity", "Understanding/Pure.h:4:", {"Understanding/Pure.h": header() + "#include <fstream>\n"}),
 ]
 

@@ -2,6 +2,7 @@
 #include "Quorvell/app/conversation/ConversationText.h"
 
 #include "Quorvell/app/conversation/ToolText.h"
+#include "Quorvell/app/terminal/ShownOutput.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/ColumnText.h"
 #include "QuorvellCore/text/PrintableText.h"
@@ -44,12 +45,12 @@ void ConversationText::helpModeChanged(HelpMode mode)
 void ConversationText::userSaid(const std::string& text, Words)
 {
     if (m_style.speakers == Speakers::named)
-        print(m_out, "You: " + printableText(text));
+        print(m_out, "You: " + text);
 }
 
 void ConversationText::assistantSaid(const std::string& text)
 {
-    print(m_out, (m_style.speakers == Speakers::named ? "Quorvell: " : "") + printableText(text));
+    print(m_out, (m_style.speakers == Speakers::named ? "Quorvell: " : "") + text);
 }
 
 void ConversationText::planChanged(const TaskPlan& plan)
@@ -62,20 +63,20 @@ void ConversationText::planChanged(const TaskPlan& plan)
 void ConversationText::toolCalled(const LiveFunctionCall& call)
 {
     if (m_style.tools == Tools::whole)
-        note(call.name + "  " + printableText(dumpJson(call.args)));
+        note(printableLine(call.name, longestNote) + "  " + dumpJson(call.args));
 }
 
 void ConversationText::toolAnswered(const LiveFunctionResponse& response)
 {
     if (m_style.tools == Tools::whole)
-        return note(response.name + "  " + printableText(dumpJson(response.response)));
+        return note(printableLine(response.name, longestNote) + "  " + dumpJson(response.response));
     if (const auto text = ToolText::of(response))
         note(printableLine(*text, longestNote));
 }
 
 void ConversationText::problemArose(const std::string& sentence)
 {
-    print(m_errors, printableText(sentence));
+    print(m_errors, sentence);
 }
 
 void ConversationText::turnCompleted(TurnOutcome outcome)
@@ -87,9 +88,9 @@ void ConversationText::turnCompleted(TurnOutcome outcome)
 void ConversationText::conversationEnded(const SessionEnd& end)
 {
     if (!end.sentence.empty())
-        print(m_errors, printableText(end.sentence));
+        print(m_errors, end.sentence);
     for (const std::string& text : end.unsent)
-        print(m_errors, "Not sent: " + printableText(text));
+        print(m_errors, "Not sent: " + text);
 }
 
 void ConversationText::print(std::ostream& stream, const std::string& line)
@@ -105,9 +106,12 @@ void ConversationText::note(const std::string& line)
 void ConversationText::printLine(std::ostream& stream, const std::string& line, std::size_t indent, Look look)
 {
     const auto colour = look == Look::faint ? m_style.colour : TerminalColour::none;
+    // Nobody remembers here where a tool's name or a sentence came from.
+    const std::string shown = printableText(line);
     const auto printNow = [&] {
-        stream << faint(m_style.columns ? wrappedToColumns(line, m_style.columns(), indent) : line, colour)
-               << std::endl;
+        ShownOutput::faint(
+            stream, m_style.columns ? wrappedToColumns(shown, m_style.columns(), indent) : shown, colour);
+        stream << std::endl;
     };
     if (m_style.aside)
         m_style.aside(printNow);

@@ -3,25 +3,37 @@
 
 #include "Quorvell/app/conversation/ConversationText.h"
 #include "Quorvell/app/conversation/ToolText.h"
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/CodePoints.h"
 #include "QuorvellCore/text/ColumnText.h"
 #include "QuorvellCore/text/PrintableText.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace quorvell {
 
 namespace {
 
-/// As many words from the end as fit a line, on one line.
-std::string lastWords(std::string text)
+/// As many words from the end as fit a line, on one line; of a word that fits none, its end. However much comes, the
+/// work is that of a line.
+std::string lastWords(std::string_view before, std::string_view delta)
 {
     constexpr std::size_t mostColumns = 70; // Narrower terminals cut it.
+    constexpr std::size_t mostBytes = 16 * mostColumns; // Letters with several accents.
+    std::string text(before);
+    text += printableText(delta.substr(delta.size() - std::min(delta.size(), mostBytes)));
     std::replace(text.begin(), text.end(), '\n', ' ');
+    text = repairUtf8(text.substr(text.size() - std::min(text.size(), mostBytes)));
+    std::size_t columns = columnsOf(text);
     std::size_t start = 0;
-    for (std::size_t columns = columnsOf(text); columns > mostColumns;) {
-        const std::size_t next = text.find(' ', start) + 1;
-        if (next == 0)
-            break;
+    while (columns > mostColumns) {
+        const std::size_t gap = text.find(' ', start);
+        std::size_t next = start;
+        if (gap != std::string::npos)
+            next = gap + 1;
+        else
+            nextCodePoint(text, next);
         columns -= columnsOf(std::string_view(text).substr(start, next - start));
         start = next;
     }
@@ -69,7 +81,7 @@ void WorkStatus::toolAnswered(const LiveFunctionResponse&)
 
 void WorkStatus::assistantReplyGrew(const std::string& delta)
 {
-    m_growing = lastWords(m_growing + printableText(delta));
+    m_growing = lastWords(m_growing, delta);
     tell();
 }
 

@@ -9,6 +9,7 @@
 #include "Quorvell/notebook/FreshNoteID.h"
 #include "Quorvell/records/EventLogFile.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
+#include "QuorvellCore/text/PrintableText.h"
 
 #include <QDBusConnection>
 #include <fcntl.h>
@@ -67,7 +68,7 @@ private:
     void announce(const std::string& sentence) const
     {
         if (m_environment.isOutputTerminal)
-            std::cout << sentence << std::endl;
+            std::cout << printableLine(sentence) << std::endl;
     }
 
     void tellOfMissingDesktop()

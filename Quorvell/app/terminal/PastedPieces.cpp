@@ -2,6 +2,7 @@
 #include "Quorvell/app/terminal/PastedPieces.h"
 
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/PrintableText.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -9,11 +10,6 @@
 namespace quorvell {
 
 namespace {
-
-bool isControl(unsigned char byte)
-{
-    return byte < 0x20 || byte == 0x7F;
-}
 
 /// Long texts would fill the terminal.
 std::string summaryOf(const std::string& text)
@@ -29,13 +25,11 @@ std::string shownForm(const std::string& text)
     if (lineBreaks > PastedPieces::mostLineBreaksShown || characterCount(text) > PastedPieces::mostCharactersShown)
         return summaryOf(text);
     std::string shown;
-    for (const char letter : text) {
+    for (const char letter : printableText(text)) {
         if (letter == '\n')
             shown += PastedPieces::shownLineBreak;
-        else if (letter == '\t')
-            shown += ' ';
-        else if (!isControl(static_cast<unsigned char>(letter)))
-            shown += letter;
+        else
+            shown += letter == '\t' ? ' ' : letter;
     }
     return shown;
 }

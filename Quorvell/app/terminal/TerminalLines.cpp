@@ -4,6 +4,7 @@
 #include "Quorvell/app/terminal/TerminalColumns.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/ColumnText.h"
+#include "QuorvellCore/text/PrintableText.h"
 
 #include <histedit.h>
 #include <langinfo.h>
@@ -190,7 +191,7 @@ void TerminalLines::closePrompt()
     el_set(m_editor.get(), EL_UNBUFFERED, 0);
     el_set(m_editor.get(), EL_PREP_TERM, 0);
     writeToTerminal(stopMarkingPastes);
-    writeToTerminal(endTyped(m_colour));
+    writeToTerminal(endColour(m_colour));
 }
 
 void TerminalLines::inputArrived()
@@ -268,7 +269,7 @@ void TerminalLines::replaceLine(const std::string& text)
 /// As if it were typed: only then does the editor know what stands on the screen and draw over it.
 void TerminalLines::insert(const std::string& text, std::size_t position)
 {
-    std::u32string keys = codePoints(repairUtf8(text));
+    std::u32string keys = codePoints(printableText(text));
     std::replace_if(
         keys.begin(), keys.end(), [](char32_t key) { return key < U' ' || key == U'\x7f'; }, U' ');
     m_queue.insert(position, keys);

@@ -205,6 +205,47 @@ TEST(ConversationText, neverLetsForeignTextMoveTheCursor)
                             "31mc\n\td é"),
         "a[2Jb31mc\n\td é");
     EXPECT_EQ(printableText("\xC2"), "\xEF\xBF\xBD");
+    const std::string evil = "a\x1b[2J\u202Eb";
+    std::ostringstream out;
+    ConversationText::Style style;
+    style.tools = ConversationText::Tools::whole;
+    ConversationText text(out, out, style);
+    text.toolCalled({"call_1", evil, {}});
+    text.toolAnswered({"call_1", evil, {}});
+    text.assistantSaid(evil);
+    text.problemArose(evil);
+    text.note(evil);
+    VirtualScheduler clock;
+    {
+        StatusLine line(out, TerminalColour::none);
+        line.show(evil);
+        WorkStatus status(clock, line);
+        status.userSaid("", Words::typed);
+        status.toolCalled({"call_1", evil, {}});
+        clock.advance(3s);
+        status.assistantReplyGrew(evil);
+    }
+    std::string shown = out.str();
+    for (std::size_t at = shown.find("\r\x1b[K"); at != shown.npos; at = shown.find("\r\x1b[K"))
+        shown.erase(at, 4); // The status line's own.
+    EXPECT_EQ(shown.find_first_of("\x1b\r"), shown.npos) << shown;
+    EXPECT_EQ(shown.find("\u202E"), shown.npos) << shown;
+}
+
+TEST(WorkStatus, showsTheEndOfAnAnswerWithoutBlanks)
+{
+    std::ostringstream out;
+    VirtualScheduler clock;
+    StatusLine line(out, TerminalColour::none);
+    WorkStatus status(clock, line);
+    status.userSaid("go", Words::typed);
+    for (const std::string& delta : {std::string(15'000'000, 'x'), std::string(5, 'y')})
+        status.assistantReplyGrew(delta);
+    EXPECT_TRUE(out.str().ends_with("\r\x1b[K" + std::string(65, 'x') + "yyyyy …"));
+    EXPECT_LT(out.str().size(), 1000U) << "what is kept is a line";
+    out.str("");
+    status.assistantReplyGrew(std::string(3000, ' ') + "é");
+    EXPECT_TRUE(out.str().ends_with("é …"));
     EXPECT_EQ(printableLine("a\nb" + std::string(300, 'x'), ConversationText::longestNote),
         "a b" + std::string(156, 'x') + "…");
 }

@@ -4,6 +4,7 @@
 #include "Quorvell/app/program/StandardStreams.h"
 #include "Quorvell/app/terminal/PipedLines.h"
 #include "Quorvell/desktop/QtScheduler.h"
+#include "Quorvell/settings/KeyVariables.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 
 #include <fcntl.h>
@@ -91,6 +92,20 @@ TEST(StandardStreams, tellWhatCouldNotBePrinted)
         SCOPED_TRACE(row.name);
         EXPECT_EXIT(printWith(row.arrange), testing::ExitedWithCode(row.code), row.says);
     }
+}
+
+TEST(KeyVariables, areNoLongerThereOnceTheyHaveBeenRead)
+{
+    const Variables variables({{"OPENAI_API_KEY", "sk-12345678"}, {"HOME", "/home/me"}});
+    setenv("COPY_OF_IT", "sk-12345678", 1);
+    const char* const kept = std::getenv("OPENAI_API_KEY");
+    const ProgramEnvironment environment = ProgramEnvironment::read("quorvell");
+    clearKeyVariables(environment);
+    EXPECT_EQ(secretsOf(environment), (Secrets{{"sk-12345678"}}));
+    EXPECT_EQ(std::getenv("OPENAI_API_KEY"), nullptr);
+    EXPECT_EQ(std::getenv("COPY_OF_IT"), nullptr);
+    EXPECT_STREQ(kept, "") << "nor where it stood";
+    EXPECT_STREQ(std::getenv("HOME"), "/home/me");
 }
 
 TEST(ProgramEnvironment, readsTimeZoneAndLocale)
