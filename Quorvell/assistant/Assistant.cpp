@@ -81,7 +81,13 @@ Assistant::Assistant(
     , m_settings(std::move(settings))
     , m_calendar(std::move(calendar))
     , m_log(environment.stateFolder, scheduler, freshRunName(), secretsOf(environment))
-    , m_heard([&scheduler] { return scheduler.wallClock(); })
+    , m_heard([&scheduler] { return scheduler.wallClock(); },
+          [this](const std::string& question, std::function<bool()> isStillOpen) {
+              m_scheduler.post([this, question, isStillOpen = std::move(isStillOpen)] {
+                  if (m_session && isStillOpen())
+                      m_session->putQuestion(question);
+              });
+          })
     , m_stateFolder(environment.stateFolder)
 {
 }

@@ -238,6 +238,17 @@ void SessionController::interrupt()
     m_quiet.noteActivity();
 }
 
+void SessionController::putQuestion(const std::string& question)
+{
+    const auto call = m_reports.enter();
+    const bool isHeard = m_ports.synthesiser || m_settings.replies != SessionSettings::Replies::spoken;
+    if (m_phase != SessionPhase::active || m_turn.isOpen() || !isHeard)
+        return;
+    m_ports.log.record("question_put", Json::object());
+    m_notices.announce(question);
+    m_quiet.noteActivity();
+}
+
 void SessionController::setHelpMode(HelpMode mode)
 {
     const auto call = m_reports.enter();

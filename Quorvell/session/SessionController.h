@@ -89,6 +89,9 @@ public:
     /// Something that the program has to tell the user by itself, in one sentence. The model tells it at the next quiet
     /// moment, waking up where it rests; where there is no model to tell it, it is shown and said on the device.
     void announce(std::string sentence);
+    /// A question that only the user's own answer settles, word for word: shown and said on the device. Nothing while a
+    /// turn is open, or where replies are spoken and nothing here can speak.
+    void putQuestion(const std::string& question);
     /// Asks the model to answer now.
     void respond();
     /// A message of the user. Where no conversation runs it begins one, where it rests it wakes it.

@@ -3,7 +3,6 @@
 
 #include "Quorvell/tools/EventAnswers.h"
 #include "Quorvell/tools/EventArguments.h"
-#include "QuorvellCore/safety/SpokenConsent.h"
 
 #include <nlohmann/json.hpp>
 
@@ -21,18 +20,10 @@ namespace {
 using std::chrono::days;
 using std::chrono::minutes;
 
-/// A deletion that the user has been asked about.
-struct PendingDeletion {
-    EventID id;
-    EventScope scope = EventScope::occurrence;
-    Instant asked{};
-};
-
 struct Shared {
     Agenda& agenda;
     Notebook& notebook;
     AgendaToolContext context;
-    std::optional<PendingDeletion> pending;
 };
 
 void addProblems(ToolResult& result, const AgendaReading& reading)
@@ -150,28 +141,19 @@ std::string deletionQuestion(const CalendarEvent& event, EventScope scope, const
                                                         : "Shall I delete " + what + "?";
 }
 
-void askFirst(const SharedPointer& shared, const CalendarEvent& event, const PendingDeletion& deletion, bool isAgain,
-    const std::shared_ptr<ToolReply>& answer)
+void askFirst(const SharedPointer& shared, const CalendarEvent& event, const std::string& question,
+    PendingConsent::Answer answer, const std::shared_ptr<ToolReply>& reply)
 {
-    shared->pending = deletion;
-    const EventAnswers answers(shared->context.now(), shared->context.calendar);
+    if (shared->context.consent)
+        shared->context.consent->ask(question);
     ToolResult result(ToolStatus::needsConfirmation);
-    result.addAll(answers.event(event)).ask(deletionQuestion(event, deletion.scope, answers));
-    answer->answer(
-        result.advise(isAgain ? "Nothing is deleted: no clear yes was heard. If they want to keep the event, leave it. "
-                                "Otherwise ask the question again and call once more after their yes."
-                              : "Nothing is deleted yet. Ask the question, and call again with the same arguments once "
-                                "they have said yes."));
-}
-
-/// What the user themselves said since they were asked, and nothing else, decides.
-bool hasAgreed(const Shared& shared, std::string_view question)
-{
-    constexpr minutes longestMemory{5};
-    if (!shared.context.consent || shared.context.now() - shared.pending->asked > longestMemory)
-        return false;
-    const auto heard = shared.context.consent->heardSince(shared.pending->asked);
-    return heard && SpokenConsent::agreesTo(question, *heard);
+    result.addAll(EventAnswers(shared->context.now(), shared->context.calendar).event(event)).ask(question);
+    reply->answer(result.advise(answer == PendingConsent::Answer::none
+            ? "Nothing is deleted yet. Ask the question word for word, as the last thing that you say, and call again "
+              "with the same arguments once they have said yes."
+            : "Nothing is deleted: no clear yes to this very question was heard. If they want to keep the event, leave "
+              "it. Otherwise say the question word for word and nothing besides it, and call once more after their "
+              "yes."));
 }
 
 void cancelEvent(const SharedPointer& shared, const EventID& id, EventScope scope, ToolReply reply)
@@ -181,11 +163,12 @@ void cancelEvent(const SharedPointer& shared, const EventID& id, EventScope scop
     shared->agenda.find(id, calendar, [shared, id, scope, answer](const AgendaVerdict& found) {
         if (!found.event)
             return answer->fail(found.problem);
-        const bool isAgain = shared->pending && shared->pending->id == id && shared->pending->scope == scope;
+        using Answer = PendingConsent::Answer;
         const EventAnswers answers(shared->context.now(), shared->context.calendar);
-        if (!isAgain || !hasAgreed(*shared, deletionQuestion(*found.event, scope, answers)))
-            return askFirst(shared, *found.event, {id, scope, shared->context.now()}, isAgain, answer);
-        shared->pending.reset();
+        const std::string question = deletionQuestion(*found.event, scope, answers);
+        const Answer heard = shared->context.consent ? shared->context.consent->settle(question) : Answer::none;
+        if (heard != Answer::yes)
+            return askFirst(shared, *found.event, question, heard, answer);
         shared->agenda.remove(id, scope, shared->context.calendar, shared->context.now(),
             [shared, answer, event = *found.event](const AgendaVerdict& removed) {
                 if (!removed.problem.empty())
@@ -233,7 +216,7 @@ void changeEvent(const SharedPointer& shared, const LiveFunctionCall& call, Tool
 
 void registerAgendaTools(ToolRegistry& registry, Agenda& agenda, Notebook& notebook, AgendaToolContext context)
 {
-    const auto shared = std::make_shared<Shared>(Shared{agenda, notebook, std::move(context), std::nullopt});
+    const auto shared = std::make_shared<Shared>(Shared{agenda, notebook, std::move(context)});
     const auto add = [&](const char* name, void (*handler)(const SharedPointer&, const LiveFunctionCall&, ToolReply)) {
         registry.add(name, [shared, handler](const LiveFunctionCall& call, ToolReply reply) {
             handler(shared, call, std::move(reply));

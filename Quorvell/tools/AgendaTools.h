@@ -18,7 +18,7 @@ struct AgendaToolContext {
     std::function<Instant()> now; ///< By the wall clock.
     Calendar calendar; ///< Of the user: zone and locale.
     std::function<std::string()> newUid; ///< For events, unique in the world.
-    const ConsentWords* consent = nullptr; ///< Without it nothing is ever deleted. Outlives the registry.
+    ConsentWords* consent = nullptr; ///< Without it nothing is ever deleted. Outlives the registry.
     WakingHours waking{}; ///< In which free time is looked for.
 };
 

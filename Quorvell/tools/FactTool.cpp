@@ -2,7 +2,6 @@
 #include "Quorvell/tools/FactTool.h"
 
 #include "Quorvell/tools/PrivateFacts.h"
-#include "QuorvellCore/safety/SpokenConsent.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
 #include "QuorvellCore/text/OneLine.h"
@@ -51,35 +50,42 @@ void FactTool::call(const LiveFunctionCall& call, ToolReply reply)
         return reply.fail("Nothing was kept: fact is missing. Give one sentence in the third person.");
     if (characterCount(fact) > maximumFact)
         return reply.fail("Nothing was kept: the fact is too long. Give one short sentence.");
+    if (PendingConsent::asksSomething(fact)) // Else a yes to it would be one to whatever it asks.
+        return reply.fail("Nothing was kept: a fact is a statement and asks nothing.");
     if (const std::string problem = privateFactProblem(fact); !problem.empty())
         return reply.fail(problem);
     if (const Note* const known = knownFact(m_notebook, fact))
         return reply.answer(ToolResult(ToolStatus::known).add("id", known->id).add("fact", known->title));
-    if (TextMatch::normalized(fact) != m_asked) {
-        m_asked = TextMatch::normalized(fact);
-        m_askedAt = m_context.now();
-    }
     settle(fact, std::move(reply));
 }
 
-void FactTool::ask(const std::string& fact, ToolReply reply)
+void FactTool::ask(const std::string& fact, PendingConsent::Answer answer, ToolReply reply)
 {
+    const bool isBorrowed = answer == PendingConsent::Answer::borrowed;
     ToolResult result(ToolStatus::needsConfirmation);
     result.add("fact", fact).ask(questionAbout(fact));
-    result.advise("Nothing is kept yet. Ask the question; when they have answered, call remember_about_them again with "
-                  "the same fact.");
+    result.advise(isBorrowed
+            ? "Nothing is kept: they were asked something else, so their answer does not count. Say this question word "
+              "for word and nothing besides it; when they have answered, call remember_about_them again with the same "
+              "fact. If they have said no, leave it."
+            : "Nothing is kept yet. Ask the question word for word, as the last thing that you say; when they have "
+              "answered, call remember_about_them again with the same fact.");
     reply.answer(result);
 }
 
 /// By what the user has said since the question, and nothing that the model says of it.
 void FactTool::settle(const std::string& fact, ToolReply reply)
 {
-    const auto heard = m_context.consent ? m_context.consent->heardSince(m_askedAt) : std::nullopt;
-    if (!heard)
-        return ask(fact, std::move(reply));
-    m_asked.clear();
-    if (SpokenConsent::agreesTo(questionAbout(fact), *heard))
+    using Answer = PendingConsent::Answer;
+    const std::string question = questionAbout(fact);
+    const Answer answer = m_context.consent ? m_context.consent->settle(question) : Answer::none;
+    if (answer == Answer::yes)
         return keep(fact, std::move(reply));
+    if (answer != Answer::no) {
+        if (m_context.consent)
+            m_context.consent->ask(question);
+        return ask(fact, answer, std::move(reply));
+    }
     reply.answer(
         ToolResult(ToolStatus::notRemembered)
             .add("fact", fact)

@@ -12,10 +12,11 @@
 namespace quorvell {
 
 /// remember_about_them fact. The first call answers {"status": "needs_confirmation", "fact", "question"} and keeps
-/// nothing. The next call with the same fact goes by what the user said since: after a clear yes the fact is kept and
-/// the answer is {"status": "remembered", "id", "fact"}; after anything else {"status": "not_remembered", "fact",
-/// "message"}; while they have said nothing, the question again. A fact that is kept already answers {"status":
-/// "known", "id", "fact"}. Private numbers and passwords are refused. Main thread.
+/// nothing. The next call with the same fact goes by what the user answered to that question (PendingConsent): after a
+/// clear yes the fact is kept and the answer is {"status": "remembered", "id", "fact"}; after anything else {"status":
+/// "not_remembered", "fact", "message"}; while they were not asked it or have said nothing, the question again. A fact
+/// that is kept already answers {"status": "known", "id", "fact"}. Private numbers and passwords are refused. Main
+/// thread.
 class FactTool {
 public:
     FactTool(FullNotebook& notebook, const NotebookToolContext& context);
@@ -23,14 +24,12 @@ public:
     void call(const LiveFunctionCall& call, ToolReply reply);
 
 private:
-    void ask(const std::string& fact, ToolReply reply);
+    void ask(const std::string& fact, PendingConsent::Answer answer, ToolReply reply);
     void settle(const std::string& fact, ToolReply reply);
     void keep(const std::string& fact, ToolReply reply);
 
     FullNotebook& m_notebook;
     const NotebookToolContext& m_context;
-    std::string m_asked; ///< The fact of the open question, normalised; empty when there is none.
-    Instant m_askedAt{};
 };
 
 } // namespace quorvell

@@ -17,7 +17,7 @@ struct NotebookToolContext {
     std::function<std::string()> newID;
     Calendar calendar; ///< Of the user: dates cross to the model as its clock shows them.
     NotebookSearch* search = nullptr; ///< Without it nothing is found, and the tool says so.
-    const ConsentWords* consent = nullptr; ///< Without it no fact about the user is ever confirmed.
+    ConsentWords* consent = nullptr; ///< Without it no fact about the user is ever confirmed.
     using Shown = std::function<void(const std::string& problem)>;
     /// Shows a file or folder on the screen, which may take its time, then says why that cannot be, or nothing.
     std::function<void(const std::string& path, Shown shown)> show = nullptr;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/safety/SpokenConsent.h"
 
-#include "QuorvellCore/text/CodePoints.h"
-#include "QuorvellCore/text/LowerCase.h"
+#include "QuorvellCore/safety/SpokenWords.h"
 
 #include <algorithm>
 #include <array>
@@ -49,29 +48,6 @@ template <typename Table> bool contains(const Table& table, std::string_view wor
     return std::find(table.begin(), table.end(), word) != table.end();
 }
 
-/// Lower case, apostrophes as "'", everything that is no part of a word a space, one space around each word.
-std::string spacedWords(std::string_view answer)
-{
-    const std::string lower = lowerCased(answer);
-    std::string text = " ";
-    for (std::size_t position = 0; position < lower.size();) {
-        const std::size_t start = position;
-        const char32_t letter = nextCodePoint(lower, position);
-        const bool isApostrophe = letter == U'\u2018' || letter == U'\u2019';
-        const bool isPartOfWord = letter == '\'' || (letter >= '0' && letter <= '9') || (letter >= 'a' && letter <= 'z')
-            || (letter > 0x7F && !isWhiteSpace(letter) && !(letter >= 0x2010 && letter <= 0x2027) && letter != 0xA0);
-        if (isApostrophe)
-            text += '\'';
-        else if (isPartOfWord)
-            text.append(lower, start, position - start);
-        else if (text.back() != ' ')
-            text += ' ';
-    }
-    if (text.back() != ' ')
-        text += ' ';
-    return text;
-}
-
 /// Both with a space at each end; the last one may belong to the next phrase as well.
 void replaceAll(std::string& text, std::string_view from, std::string_view to)
 {
@@ -104,7 +80,7 @@ bool confirms(std::string_view word)
 /// A yes in front, and behind it only what confirms it or is in `echoed`.
 bool isYes(std::string_view answer, const Words& echoed)
 {
-    std::string spaced = spacedWords(answer);
+    std::string spaced = spokenWords(answer);
     replaceAll(spaced, " all right ", " alright ");
     replaceAll(spaced, " of course ", " ofcourse ");
     const Words words = split(spaced);
@@ -121,7 +97,7 @@ bool isYes(std::string_view answer, const Words& echoed)
 
 bool SpokenConsent::hesitates(std::string_view answer)
 {
-    return answer.find('?') != std::string_view::npos || hasDoubt(spacedWords(answer));
+    return answer.find('?') != std::string_view::npos || hasDoubt(spokenWords(answer));
 }
 
 bool SpokenConsent::isAffirmative(std::string_view answer)
@@ -131,7 +107,7 @@ bool SpokenConsent::isAffirmative(std::string_view answer)
 
 bool SpokenConsent::agreesTo(std::string_view question, std::string_view answer)
 {
-    const std::string asked = spacedWords(question);
+    const std::string asked = spokenWords(question);
     Words echoed = split(asked);
     echoed.insert(echoed.end(), repeats.begin(), repeats.end());
     return !hesitates(answer) && isYes(answer, echoed);

@@ -5,6 +5,7 @@
 #include "FixtureTable.h"
 #include "MemoryNotebook.h"
 #include "PostScheduler.h"
+#include "Quorvell/tools/HeardWords.h"
 #include "Quorvell/tools/NotebookDigest.h"
 #include "Quorvell/tools/PrivateFacts.h"
 
@@ -18,12 +19,6 @@ using namespace std::chrono_literals;
 
 constexpr Instant monday = std::chrono::sys_days(std::chrono::year(2026) / 11 / 16) + 17h;
 
-struct Words final : ConsentWords {
-    std::optional<std::string> heardSince(Instant) const override { return words; }
-
-    std::optional<std::string> words;
-};
-
 struct NotebookBench {
     explicit NotebookBench(std::vector<Note> notes = {})
     {
@@ -33,7 +28,7 @@ struct NotebookBench {
 
     test::PostScheduler scheduler{monday};
     MemoryNotebook notebook;
-    Words heard;
+    HeardWords heard{[] { return monday; }};
     std::string shown;
     ToolRegistry registry;
     std::unique_ptr<NotebookSearch> search;
@@ -143,13 +138,17 @@ TEST(NotebookTools, sayWhatIsWrongWithARequest)
 TEST(NotebookTools, rememberOnlyAfterAClearYes)
 {
     const std::string fact = R"({"fact": "Prefers large print."})";
+    const std::string question = "Shall I remember this about you: Prefers large print?";
     struct Row {
+        std::string said; ///< By the assistant.
         std::optional<std::string> heard;
         const char* status;
         bool isKept;
     };
-    const Row rows[] = {{std::nullopt, "needs_confirmation", false}, {"yes please", "remembered", true},
-        {"yes but not that", "not_remembered", false}, {"what time is it", "not_remembered", false}};
+    const Row rows[] = {{question, std::nullopt, "needs_confirmation", false},
+        {question, "yes please", "remembered", true}, {question, "yes but not that", "not_remembered", false},
+        {question, "what time is it", "not_remembered", false}, {"", "yes please", "needs_confirmation", false},
+        {"Would you like to hear the weather?", "yes please", "needs_confirmation", false}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.status);
         NotebookBench bench;
@@ -158,18 +157,54 @@ TEST(NotebookTools, rememberOnlyAfterAClearYes)
             std::string::npos)
             << asked;
         EXPECT_TRUE(bench.notebook.list.empty());
-        bench.heard.words = row.heard;
+        bench.heard.assistantSaid(row.said);
+        if (row.heard)
+            bench.heard.userSaid(*row.heard, SessionObserver::Words::typed);
         EXPECT_NE(bench.answer("remember_about_them", fact).find(row.status), std::string::npos);
         EXPECT_EQ(bench.notebook.keptFacts().size(), row.isKept ? 1u : 0u);
         const char* const next = row.isKept ? "\"known\"" : "needs_confirmation";
-        bench.heard.words.reset();
         EXPECT_NE(bench.answer("remember_about_them", fact).find(next), std::string::npos);
     }
     // A yes to one question is none to another.
     NotebookBench bench;
     bench.answer("remember_about_them", fact);
+    bench.heard.assistantSaid(question);
+    bench.heard.userSaid("yes", SessionObserver::Words::typed);
     bench.answer("remember_about_them", R"({"fact": "Has a dog."})");
     EXPECT_TRUE(bench.notebook.list.empty());
+    EXPECT_NE(bench.answer("remember_about_them", R"({"fact": "Has a dog. Do you want the weather?"})").find("error"),
+        std::string::npos);
+}
+
+TEST(HeardWords, haveTheProgramPutAQuestionThatNobodyPut)
+{
+    using Outcome = SessionObserver::TurnOutcome;
+    const std::string question = "Shall I?";
+    struct Row {
+        std::string said; ///< By the assistant in the turn in which it was to ask.
+        Outcome outcome;
+        int put;
+    };
+    for (const Row& row :
+        {Row{"", Outcome::answered, 1}, {"I will see to it.", Outcome::answered, 1}, {question, Outcome::answered, 0},
+            {"Would you like some tea?", Outcome::answered, 0}, {"", Outcome::interrupted, 0}}) {
+        SCOPED_TRACE(row.said);
+        int put = 0;
+        HeardWords heard([] { return monday; },
+            [&](const std::string& shown, const std::function<bool()>& isStillOpen) {
+                put += shown == question && isStillOpen() ? 1 : 0;
+                heard.assistantSaid(shown);
+            });
+        heard.ask(question);
+        heard.assistantSaid(row.said);
+        heard.turnCompleted(row.outcome);
+        EXPECT_EQ(put, row.put);
+        heard.userSaid("yes", SessionObserver::Words::typed);
+        heard.assistantWordsHeard("All right");
+        const bool isAsked = row.put > 0 || row.said == question;
+        EXPECT_EQ(heard.settle(question) == PendingConsent::Answer::yes, isAsked);
+        EXPECT_NE(heard.settle(question), PendingConsent::Answer::yes) << "a yes allows one thing, once";
+    }
 }
 
 TEST(PrivateFacts, areRefused)

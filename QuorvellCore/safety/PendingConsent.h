@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+// A question that only the user's own yes settles, and what was said since: whether a yes is one to this very question.
+#pragma once
+
+#include "QuorvellCore/text/Instant.h"
+
+#include <chrono>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace quorvell {
+
+/// A yes is easily borrowed: somebody who is offered the weather says "yes please" too. So one counts only when the
+/// last thing that was put to the user before it is the question, word for word, and nothing else was asked from there
+/// until the yes is used. What is said in other words counts as not asked. A value; any thread.
+class PendingConsent {
+public:
+    /// From the question on; later a yes is an old one.
+    static constexpr std::chrono::minutes longestMemory{5};
+
+    enum class Answer {
+        none, ///< Not asked yet, not answered yet, or too long ago.
+        borrowed, ///< Something else was asked: whatever they said may belong to that.
+        yes,
+        no, ///< Anything but a clear yes.
+    };
+
+    explicit PendingConsent(std::string question)
+        : m_question(std::move(question))
+    {
+    }
+
+    /// Whoever hears it may take it for a question, with its mark or without.
+    static bool asksSomething(std::string_view text);
+
+    const std::string& question() const { return m_question; }
+    /// The same words; case, punctuation and spaces apart.
+    bool isAbout(std::string_view question) const;
+
+    /// One whole utterance of the assistant, or of the program itself, that the user has seen or heard.
+    void assistantSaid(std::string_view text, Instant at);
+    /// The user's own words, spoken or typed. Pieces of one answer count together: "yes", then "no wait".
+    void userSaid(std::string_view text);
+
+    /// The user has been asked, and nothing was said since.
+    bool isAsked() const { return m_state == State::asked; }
+    /// Nobody has put the question yet, and nothing else was asked.
+    bool isToBePut() const { return m_state == State::unasked; }
+    Answer answer(Instant now) const;
+
+private:
+    enum class State { unasked, asked, answered, borrowed };
+
+    std::string m_question;
+    State m_state = State::unasked;
+    std::string m_heardSinceAsk;
+    Instant m_askedAt{};
+};
+
+} // namespace quorvell
