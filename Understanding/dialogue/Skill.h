@@ -42,6 +42,12 @@ struct Skill {
     std::optional<Request> (*readElsewhere)(const std::string& thing, const RequestReading& reading,
         const std::string& words, const RuleSurroundings& around) = nullptr;
 
+    /// A question that none of its kinds could look up: as near as can be looked up. Changes nothing.
+    std::optional<Request> (*readQuestion)(const RequestReading& reading, const RuleSurroundings& around) = nullptr;
+    /// What the user is asked before that call is made for words that did not wish for it; empty for a call that only
+    /// looks something up.
+    std::string (*questionBefore)(const ToolRequest& call) = nullptr;
+
     /// What follows from a result of one of its tools.
     RuleStep (*takeResult)(const ToolRequest& call, const ToolResult& result, RequestMemory memory,
         const RuleSurroundings& around) = nullptr;

@@ -3,14 +3,16 @@
 
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/SeriesWords.h"
+#include "Understanding/requests/CarefulStep.h"
 #include "Understanding/requests/RequestEvidence.h"
 #include "Understanding/requests/SkillTable.h"
 #include "Understanding/requests/WishFirst.h"
 #include "Understanding/time/SpokenDays.h"
 #include "Understanding/time/SpokenLength.h"
-#include "Understanding/time/SpokenMoment.h"
+#include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/TimeVocabulary.h"
 #include "Understanding/time/TimeWords.h"
+#include "Understanding/words/CommonCues.h"
 #include "Understanding/words/RequestText.h"
 
 #include <algorithm>
@@ -41,11 +43,12 @@ TimeHints hintsIn(const RequestReading& reading, const RuleSurroundings& around)
     if (reading.isVerbatim || reading.content.empty() || RequestText::isStory(reading.content))
         return {};
     std::string others;
-    const auto moment = SpokenMoment::read(reading.content, around);
+    // A time that is only half understood still hints at what is asked.
+    const auto moment = SpokenPhrase::read(reading.content, around);
     const std::string once = SeriesWords::read(reading.content).rest;
     const auto end = TimeWords::atEnd(once, around);
-    const auto last = end ? SpokenMoment::read(end->time, around) : std::nullopt;
-    return {.hasMoment = (moment && !moment->date.allDay) || (last && !last->date.allDay),
+    const auto last = end ? SpokenPhrase::read(end->time, around) : std::nullopt;
+    return {.hasMoment = (moment && moment->hasTime) || (last && last->hasTime),
         .hasDay = SpokenDays::find(reading.content, around, others).has_value(),
         .hasLength = SpokenLength::read(reading.content) || (end && SpokenLength::read(end->time)),
         .hasNewTime = end && newTime.find(once),
@@ -190,6 +193,32 @@ Found bySkills(SkillReader reader, const std::string& words, const RuleSurroundi
     return std::nullopt;
 }
 
+/// The likeliest that looks something up.
+Found lookedUp(const std::string& core, const RuleSurroundings& around)
+{
+    const RequestReading reading = readingOf(core);
+    for (const RequestKind* kind : RequestEvidence::ranked(reading, hintsIn(reading, around))) {
+        auto request = kind->read(reading, around);
+        if (request && CarefulStep::onlyLooksUp(*request, around))
+            return request;
+    }
+    for (const Skill* skill : SkillTable::all()) {
+        auto request = skill->readQuestion ? skill->readQuestion(reading, around) : std::nullopt;
+        if (request)
+            return request;
+    }
+    return std::nullopt;
+}
+
+/// "Call a taxi tonight at 5" may well be meant for somebody who can do that.
+Request askedFirst(Request statement)
+{
+    statement.answer = [statement](RequestMemory memory, const RuleSurroundings& around) {
+        return CarefulStep::take(statement.answer(memory, around), statement, RequestMood::musing, memory);
+    };
+    return statement;
+}
+
 Found readClauses(const std::string& core, const RuleSurroundings& around)
 {
     for (const auto reader : {namedFirst, beforeReason, afterReason}) {
@@ -213,7 +242,17 @@ Found RequestReader::read(std::string_view words, const RuleSurroundings& around
         return request;
     if (auto request = readClauses(core, around))
         return request;
-    return bySkills(&Skill::readStatement, core, around);
+    auto statement = bySkills(&Skill::readStatement, core, around);
+    return statement && readingOf(core).has(CommonCues::foreign) ? askedFirst(*std::move(statement)) : statement;
+}
+
+Found RequestReader::readQuestion(std::string_view words, const RuleSurroundings& around)
+{
+    auto request = read(words, around);
+    if (request && CarefulStep::onlyLooksUp(*request, around))
+        return request;
+    auto lookUp = lookedUp(std::string(words), around);
+    return lookUp ? lookUp : request;
 }
 
 } // namespace quorvell

@@ -15,6 +15,8 @@ struct RequestReader {
     /// The likeliest request that the words can be, its parts found; nothing when they ask for nothing that is known
     /// here. `core` is an utterance without its opening and closing words.
     static std::optional<Request> read(std::string_view core, const RuleSurroundings& around);
+    /// The same of words that only want to know: what can be looked up comes first.
+    static std::optional<Request> readQuestion(std::string_view core, const RuleSurroundings& around);
 };
 
 } // namespace quorvell

@@ -7,6 +7,7 @@
 #include "Understanding/dialogue/QuestionKind.h"
 #include "Understanding/dialogue/SmallTalk.h"
 #include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/requests/CarefulStep.h"
 #include "Understanding/requests/FollowUpRules.h"
 #include "Understanding/requests/ListedRules.h"
 #include "Understanding/requests/RequestReader.h"
@@ -97,8 +98,11 @@ RuleStep answered(std::string_view words, RequestMemory memory, const RuleSurrou
         if (auto step = FollowUpRules::answer(core, memory, around))
             return *std::move(step);
     }
-    if (const auto request = RequestReader::read(core, around))
-        return answerRequest(*request, std::move(memory), around);
+    const RequestMood mood = moodOf(words);
+    const auto request =
+        mood == RequestMood::question ? RequestReader::readQuestion(core, around) : RequestReader::read(core, around);
+    if (request)
+        return CarefulStep::take(answerRequest(*request, memory, around), *request, mood, memory);
     return {SkillTable::cannot(around), std::move(memory)};
 }
 

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/time/SpokenMoment.h"
 
+#include "QuorvellCore/reminders/request/ReminderRequest.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/TimeVocabulary.h"
+#include "Understanding/words/RequestText.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace quorvell {
 
@@ -26,33 +27,50 @@ bool isUsual(Instant instant, const LocalTime& around)
     return hour >= firstUsualHour && hour < lastUsualHour;
 }
 
-/// Of what the words could mean, the first in the usual hours.
-Instant usualOne(const ReminderPhrase& phrase, const LocalTime& around)
+/// Of what the words could mean, the first in the usual hours. What is over is no choice any more.
+Instant usualOne(const ReminderRequest& request, const LocalTime& around)
 {
-    std::vector<Instant> choices{phrase.date};
-    choices.insert(choices.end(), phrase.alternatives.begin(), phrase.alternatives.end());
-    const auto usual =
-        std::ranges::find_if(choices, [&](Instant choice) { return isUsual(choice, around) && choice > around.now; });
-    return phrase.isAmbiguous() && usual != choices.end() ? *usual : phrase.date;
+    const auto usual = std::ranges::find_if(request.choices, [&](Instant choice) { return isUsual(choice, around); });
+    return usual != request.choices.end() ? *usual : request.date;
 }
 
-} // namespace
-
-std::optional<SpokenMoment> SpokenMoment::read(std::string_view words, const LocalTime& around)
+bool hasDayNamed(std::string_view words, const LocalTime& around)
 {
     static const Pattern day("\\b(?:today|tonight|tomorrow|" + std::string(TimeVocabulary::weekday)
             + "|next|week|in \\d+|in an?"
               "|january|february|march|april|may|june|july|august|september|october|november|december"
               "|\\d+(?:st|nd|rd|th)|days?)\\b",
         Pattern::caseless);
+    static const Pattern isoDay("\\b\\d{4}-\\d{2}-\\d{2}\\b");
     const auto phrase = SpokenPhrase::read(words, around);
-    if (!phrase)
+    return (phrase && day.find(phrase->timeWords)) || isoDay.find(words);
+}
+
+/// As a reminder would be read, so that both believe and doubt the same words.
+ReminderRequest requestIn(std::string_view words, const LocalTime& around)
+{
+    return ReminderRequest::fromWords(SpokenPhrase::withDigits(words), around.now, around.calendar);
+}
+
+} // namespace
+
+std::optional<SpokenMoment> SpokenMoment::read(std::string_view words, const LocalTime& around)
+{
+    if (RequestText::isStory(words))
         return std::nullopt;
-    const Instant date = usualOne(*phrase, around);
+    const ReminderRequest request = requestIn(words, around);
+    if (request.verdict == ReminderRequest::Verdict::needsTime)
+        return std::nullopt;
+    const Instant date = usualOne(request, around);
     const DateParts parts =
-        phrase->hasTime ? DateParts::from(date, around.calendar) : DateParts::fromDay(date, around.calendar);
-    return SpokenMoment{parts, phrase->task, !phrase->hasTime || day.find(phrase->timeWords).has_value(),
-        phrase->repeatRule ? phrase->repeatRule->stored() : std::string()};
+        request.hasTime ? DateParts::from(date, around.calendar) : DateParts::fromDay(date, around.calendar);
+    return SpokenMoment{parts, request.task, !request.hasTime || hasDayNamed(words, around),
+        request.repeatRule ? request.repeatRule->stored() : std::string()};
+}
+
+std::string SpokenMoment::wordsBeside(std::string_view words, const LocalTime& around)
+{
+    return RequestText::isStory(words) ? std::string(words) : requestIn(words, around).task;
 }
 
 } // namespace quorvell

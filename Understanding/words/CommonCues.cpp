@@ -43,7 +43,8 @@ constexpr CueWords table[] = {
     {Cues::cancel, head,
         "delete|cancel|remove|stop|get rid of|throw away|throw out|throw|bin|trash|scrap|erase|call "
         "off|drop|scratch|"
-        "clear|wipe|lose|dismiss|turn off|forget|forget about|strike|ditch|chuck out|rub out|do away with|cross out"},
+        "clear|wipe|lose|dismiss|turn off|switch off|disable|deactivate|forget|forget about|strike|ditch|chuck out|rub "
+        "out|do away with|cross out"},
     {Cues::cancel, anywhere,
         "off my calendar|off the calendar|off my diary|out of my calendar|out of my diary|from my calendar|from my "
         "diary"},
@@ -73,7 +74,8 @@ constexpr CueWords table[] = {
     {Cues::foreign, anywhere,
         "file|files|window|windows|tab|tabs|email|emails|mail|message|messages|app|apps|browser|volume|language|song|"
         "music|light|lights|picture|photo|photos|folder|screen|website|page|video|game|computer|television|tv|weather|"
-        "news|radio|parking|flight|flights|hotel|restaurant|train|taxi|cab|table|ticket|tickets"},
+        "keep quiet|keep silent|keep calm|keep "
+        "still|news|radio|parking|flight|flights|hotel|restaurant|train|taxi|cab|table|ticket|tickets"},
 };
 
 } // namespace

@@ -5,15 +5,16 @@
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/SeriesWords.h"
 #include "Understanding/skills/calendar/AgendaCues.h"
+#include "Understanding/skills/calendar/EventWords.h"
 #include "Understanding/time/SpokenLength.h"
 #include "Understanding/time/SpokenMoment.h"
-#include "Understanding/time/SpokenPhrase.h"
-#include "Understanding/time/SpokenRepeat.h"
+#include "Understanding/time/SpokenWhen.h"
 #include "Understanding/time/TimeVocabulary.h"
 #include "Understanding/time/TimeWords.h"
 #include "Understanding/words/CommonCues.h"
 #include "Understanding/words/RequestText.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvell {
@@ -23,73 +24,6 @@ namespace {
 using Kind = AgendaIntent::Kind;
 
 constexpr int usualMinutes = 60;
-
-/// "from 2 to 4 pm": becomes "at 2 pm", and the end apart.
-std::string takeEnd(std::string& words)
-{
-    static const std::string clock =
-        "((?:half past |quarter (?:past|to) )?(?:\\d{1,2}(?::\\d{2})?|one|two|three|four|five|six"
-        "|seven|eight|nine|ten|eleven|twelve))(?: ?([ap]\\.?m\\.?))?";
-    static const Pattern span("\\bfrom " + clock + " (?:to|till|until) " + clock, Pattern::caseless);
-    const auto match = span.find(words);
-    if (!match)
-        return {};
-    const std::string half = match->texts[1].empty() ? match->texts[3] : match->texts[1];
-    const std::string end = "at " + match->texts[2] + (match->texts[3].empty() ? "" : " " + match->texts[3]);
-    words = words.substr(0, match->range.start) + "at " + match->texts[0] + (half.empty() ? "" : " " + half)
-        + words.substr(match->range.end);
-    return end;
-}
-
-/// The time of `end` on the day of `start`; nothing when it would not lie behind it.
-std::optional<DateParts> endOn(const DateParts& start, const std::string& endWords, const RuleSurroundings& around)
-{
-    const auto end = SpokenMoment::read(endWords, around);
-    if (!end || end->date.allDay)
-        return std::nullopt;
-    DateParts date = start;
-    date.hour = end->date.hour;
-    date.minute = end->date.minute;
-    return date > start ? std::optional(date) : std::nullopt;
-}
-
-std::string titleFrom(const std::string& words)
-{
-    static const Pattern edges("^(?:(?:an?|the|my|for|called|named|about|with the title|(?:i|we)(?:['’]ve| have)(?: "
-                               "got| been (?:invited|asked) to)?|there['’]?s|there is|been (?:invited|asked) to"
-                               "|that|this|it)\\s+)+|\\s+(?:for|on|at|in|from|of)$",
-        Pattern::caseless);
-    return withUpperCaseFirst(trimmed(edges.replaceAll(trimmed(words, ",.:;\"“”"), ""), ",.:; "));
-}
-
-AgendaIntent eventIn(std::string words, const RuleSurroundings& around)
-{
-    AgendaIntent intent{.kind = Kind::add};
-    words = SpokenPhrase::withDigits(words);
-    static const Pattern lasting(
-        "\\b(?:for|lasting)\\s+(?=(?:an?|one|half|\\d+|three)\\b.*\\b(?:hours?|minutes?)\\b)", Pattern::caseless);
-    if (lasting.find(words)) {
-        if (const auto length = SpokenLength::read(words)) {
-            intent.minutes = length->minutes;
-            words = length->rest;
-        }
-    }
-    const auto repeat = SpokenRepeat::read(words);
-    if (repeat) {
-        intent.repeat = repeat->stored;
-        intent.isRepeatUnknown = repeat->stored.empty();
-        words = repeat->rest;
-    }
-    const std::string endWords = takeEnd(words);
-    const auto moment = SpokenMoment::read(words, around);
-    if (moment) {
-        intent.start = moment->date;
-        intent.repeat = repeat ? repeat->stored : moment->repeat;
-        intent.end = endWords.empty() ? std::nullopt : endOn(moment->date, endWords, around);
-    }
-    intent.title = titleFrom(moment ? moment->rest : words);
-    return intent;
-}
 
 /// What names an event: "my lunch with Ana on friday". Its day, if one is named, says where to look, and that of a
 /// series this one is meant.
@@ -117,6 +51,13 @@ AgendaIntent target(Kind kind, const SeriesWords& words, const RuleSurroundings&
     static const Pattern pronoun("^(?:it|that|this|them)(?: one)?$", Pattern::caseless);
     intent.title = trimmed(pronoun.replaceAll(trimmed(ends.replaceAll(name, "")), ""));
     return intent;
+}
+
+bool isOfCalendar(const RequestReading& reading)
+{
+    const auto cues = {AgendaCues::calendar, AgendaCues::day, AgendaCues::event, AgendaCues::occasion,
+        AgendaCues::schedule, AgendaCues::busy, AgendaCues::own};
+    return std::ranges::any_of(cues, [&](const Cue& cue) { return reading.has(cue); });
 }
 
 /// The event that is to be changed. "My next yoga" is one of its times; all of a day's are no series.
@@ -147,6 +88,10 @@ std::optional<AgendaIntent> AgendaIntent::listing(const RequestReading& reading,
     std::string others;
     auto days = SpokenDays::find(reading.content, around, others);
     if (!RequestText::isIdle(others))
+        return std::nullopt;
+    // "What do you know about me?"
+    const bool isOfTalk = reading.has(CommonCues::topic) || reading.has(CommonCues::tell);
+    if (!days && isOfTalk && !isOfCalendar(reading))
         return std::nullopt;
     if (!days)
         days = SpokenDays::read("today", around);
@@ -201,7 +146,16 @@ std::optional<AgendaIntent> AgendaIntent::findingTime(const RequestReading& read
 
 std::optional<AgendaIntent> AgendaIntent::adding(const RequestReading& reading, const RuleSurroundings& around)
 {
-    auto intent = eventIn(reading.content, around);
+    EventWords event = EventWords::read(reading.content, around);
+    AgendaIntent intent{.kind = Kind::add,
+        .minutes = event.minutes,
+        .title = std::move(event.title),
+        .start = event.start,
+        .end = event.end,
+        .repeat = std::move(event.repeat),
+        .isRepeatUnknown = event.isRepeatUnknown,
+        .isTimeUnclear = event.isTimeUnclear,
+        .clock = event.clock};
     intent.isUnasked = reading.has(AgendaCues::own) && !reading.has(AgendaCues::calendar);
     const bool isSaid = reading.has(AgendaCues::calendar) || reading.has(AgendaCues::event);
     const bool isLikely =
@@ -243,6 +197,31 @@ std::optional<AgendaIntent> AgendaIntent::cancelling(const RequestReading& readi
     if (other.find(intent.title)
         || (intent.title.empty() && !reading.has(CommonCues::pronoun) && !reading.has(AgendaCues::event)))
         return std::nullopt;
+    return intent;
+}
+
+std::optional<AgendaIntent> AgendaIntent::asking(const RequestReading& reading, const RuleSurroundings& around)
+{
+    static const Pattern otherList("\\blists?\\b", Pattern::caseless);
+    static const Pattern year("\\b(?:19|20)\\d{2}\\b");
+    const std::string& content = reading.content;
+    const bool isOther =
+        reading.has(CommonCues::foreign) || (otherList.find(content) && !reading.has(AgendaCues::event));
+    if (!isOfCalendar(reading) || (isOther && !reading.has(AgendaCues::calendar)))
+        return std::nullopt;
+    const auto moment = SpokenMoment::read(content, around);
+    const bool namesDay = moment && moment->namesDay;
+    std::string others;
+    auto days = SpokenDays::find(content, around, others);
+    if (namesDay && (!days || year.find(content)))
+        days = SpokenDays{moment->date.wholeDay(), moment->date.wholeDay(), SpokenWhen::date(moment->date.wholeDay())};
+    if (days)
+        return AgendaIntent{.kind = Kind::list, .days = std::move(days)};
+    if (!reading.has(AgendaCues::occasion) && !reading.has(AgendaCues::event) && !reading.has(AgendaCues::calendar))
+        return std::nullopt;
+    AgendaIntent intent = target(Kind::next, {.rest = SpokenMoment::wordsBeside(content, around)}, around);
+    if (!reading.has(AgendaCues::occasion))
+        intent = {.kind = Kind::list, .days = SpokenDays::ahead(around)};
     return intent;
 }
 

@@ -32,6 +32,8 @@ struct AgendaIntent {
     std::string repeat{}; ///< Of add: in the form of the tools; empty for none.
     bool isRepeatUnknown = false; ///< Of add: it comes back in a way that no calendar rule here can say.
     Wish::Scope scope = Wish::Scope::open; ///< Of move and cancel.
+    bool isTimeUnclear = false; ///< Of add: the words say more of its time than was understood.
+    std::optional<DateParts> clock{}; ///< Of add: the hour that was clear where the day was not.
     bool isUnasked = false; ///< Of add: they only spoke of it, and are asked first.
     std::string when{}; ///< The user's words for the new time.
     bool isFurther = false; ///< Of next: behind the one last talked about.
@@ -48,6 +50,8 @@ struct AgendaIntent {
     /// Without a new time it has to be asked for.
     static std::optional<AgendaIntent> moving(const RequestReading& reading, const RuleSurroundings& around);
     static std::optional<AgendaIntent> cancelling(const RequestReading& reading, const RuleSurroundings& around);
+    /// A question about the calendar, put in any words: the days that it names, or the event.
+    static std::optional<AgendaIntent> asking(const RequestReading& reading, const RuleSurroundings& around);
 };
 
 } // namespace quorvell

@@ -30,19 +30,35 @@ std::vector<Json> listIn(const Json& result, const char* key)
     return list && list->is_array() ? std::vector<Json>(list->begin(), list->end()) : std::vector<Json>();
 }
 
-/// "at 1 PM", or the day as well where the list is of several.
-std::string whenOf(const Json& item, bool namesDay)
+/// The days that a list tells of, seen from today.
+struct ListedDays {
+    std::optional<SpokenDays> days{};
+    DateParts today{};
+
+    bool areOne() const { return days && days->isOneDay(); }
+    /// Of what began before them.
+    bool lieBehind(const DateParts& start) const { return days && start.wholeDay() < days->from.wholeDay(); }
+};
+
+/// "at 1 PM", or the day as well where the list is of several, or where it began on an earlier one.
+std::string whenOf(const Json& item, const ListedDays& listed)
 {
     const auto start = ToolResults::dateIn(item, "start");
-    if (namesDay)
+    if (start && listed.lieBehind(*start)) {
+        const std::string clock = SpokenWhen::clock(*start);
+        return "since "
+            + (start->wholeDay() == listed.today ? "today" + (clock.empty() ? "" : " at " + clock)
+                                                 : SpokenWhen::date(*start));
+    }
+    if (!listed.areOne())
         return start ? SpokenWhen::on(SpokenWhen::date(*start)) : "";
     const std::string clock = start ? SpokenWhen::clock(*start) : "";
     return clock.empty() ? "all day" : "at " + clock;
 }
 
-std::string sentence(const Json& item, bool namesDay)
+std::string sentence(const Json& item, const ListedDays& listed)
 {
-    const std::string when = whenOf(item, namesDay);
+    const std::string when = whenOf(item, listed);
     const std::string place = text(item, "place");
     const std::string kind = text(item, "kind") == "reminder" ? "A reminder, " : "";
     return " " + kind + text(item, "title") + (when.empty() ? "" : ", " + when) + (place.empty() ? "" : ", " + place)
@@ -52,29 +68,39 @@ std::string sentence(const Json& item, bool namesDay)
 /// The user's own words for the days, as the end of a sentence.
 std::string withLead(std::string days)
 {
+    static const std::string month("(?:january|february|march|april|may|june|july|august|september|october|november"
+                                   "|december)");
+    static const Pattern months("\\b" + month + "\\b", Pattern::Case::insensitive);
+    static const Pattern date(
+        "^(?:the )?\\d{1,2}(?:st|nd|rd|th)\\b|^\\d{1,2} [a-z]|^" + month, Pattern::Case::insensitive);
     static const Pattern weekday("\\b(mon|tues|wednes|thurs|fri|satur|sun)day\\b", Pattern::Case::insensitive);
     if (days.empty())
         return days;
+    const bool isDate = date.find(days).has_value();
+    if (const auto match = months.find(days))
+        days = days.substr(0, match->range.start) + withUpperCaseFirst(days.substr(match->range.start));
     if (const auto match = weekday.find(days)) {
         const std::size_t start = match->range.start;
         days = (start == 0 ? "on " : "") + days.substr(0, start) + withUpperCaseFirst(days.substr(start));
+    } else if (isDate) {
+        days = "on " + days;
     }
     return " " + days;
 }
 
-std::string listReply(const Json& result, const RequestMemory& memory)
+std::string listReply(const Json& result, const RequestMemory& memory, const LocalTime& around)
 {
     const std::string days = memory.daysInWords();
     const auto items = listIn(result, "items");
     if (items.empty())
         return "There is nothing in your calendar" + withLead(days) + ".";
-    const bool isOneDay = memory.days && memory.days->isOneDay();
+    const ListedDays listed{memory.days, DateParts::fromDay(around.now, around.calendar)};
     std::string reply =
         items.size() == 1 ? "There is one thing" : "There are " + std::to_string(items.size()) + " things";
     reply += withLead(days) + ".";
     const std::size_t named = std::min(items.size(), RequestMemory::mostTold);
     for (std::size_t index = 0; index < named; ++index)
-        reply += sentence(items[index], !isOneDay);
+        reply += sentence(items[index], listed);
     return reply + (named < items.size() ? " And more." : "");
 }
 
@@ -119,7 +145,28 @@ std::string extent(const Json& result, Wish::Scope scope)
     return scope == Wish::Scope::all ? ", and so are all its other times" : ", this time only";
 }
 
-std::string eventReply(const ToolResult& answer, Wish::Scope scope)
+/// When it ends, where they said that: ", until 4 PM".
+std::string untilWhen(const ToolRequest& call, const Json& result)
+{
+    const auto arguments = parseJson(call.arguments);
+    const bool isSaid = arguments && (memberOf(*arguments, "end") || memberOf(*arguments, "minutes"));
+    const auto start = ToolResults::dateIn(result, "start");
+    const auto end = ToolResults::dateIn(result, "end");
+    if (!isSaid || !start || !end || !(*end > *start))
+        return "";
+    const bool isSameDay = start->wholeDay() == end->wholeDay();
+    return ", until " + (isSameDay ? SpokenWhen::clock(*end) : SpokenWhen::date(*end));
+}
+
+/// Without it nobody would notice a wrong year.
+std::string inYear(const std::optional<DateParts>& start, const LocalTime& around)
+{
+    const int thisYear = DateParts::fromDay(around.now, around.calendar).year;
+    const bool isNear = !start || (start->year >= thisYear && start->year <= thisYear + 1);
+    return isNear ? "" : ", in " + std::to_string(start->year);
+}
+
+std::string eventReply(const ToolRequest& call, const ToolResult& answer, Wish::Scope scope, const LocalTime& around)
 {
     const Json& result = answer.json();
     const std::string title = text(result, "title");
@@ -133,7 +180,8 @@ std::string eventReply(const ToolResult& answer, Wish::Scope scope)
     const std::string repeat = text(result, "repeat_words");
     const std::string often = repeat.empty() ? "" : ", " + lowerCased(repeat.substr(0, 1)) + repeat.substr(1);
     return "I have put " + title + " into your calendar" + often
-        + (when.empty() ? "" : (repeat.empty() ? ", " : ", starting ") + when) + "." + caveats(result);
+        + (when.empty() ? "" : (repeat.empty() ? ", " : ", starting ") + when) + inYear(start, around)
+        + untilWhen(call, result) + "." + caveats(result);
 }
 
 } // namespace
@@ -151,12 +199,13 @@ std::string AgendaReply::next(const std::vector<FoundThing>& events)
     return "Next is " + named(events.front()) + ".";
 }
 
-std::string AgendaReply::reply(std::string_view tool, const ToolResult& result, const RequestMemory& memory)
+std::string AgendaReply::reply(
+    const ToolRequest& call, const ToolResult& result, const RequestMemory& memory, const LocalTime& around)
 {
-    if (tool == "whats_on")
-        return listReply(result.json(), memory);
-    return tool == "find_free_time" ? freeReply(result.json(), memory.daysInWords())
-                                    : eventReply(result, memory.wish.scope);
+    if (call.name == "whats_on")
+        return listReply(result.json(), memory, around);
+    return call.name == "find_free_time" ? freeReply(result.json(), memory.daysInWords())
+                                         : eventReply(call, result, memory.wish.scope, around);
 }
 
 } // namespace quorvell

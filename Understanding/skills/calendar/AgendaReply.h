@@ -4,9 +4,9 @@
 
 #include "QuorvellCore/live/tools/ToolResult.h"
 #include "Understanding/dialogue/RequestMemory.h"
+#include "Understanding/dialogue/ToolRequest.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace quorvell {
@@ -16,8 +16,9 @@ struct AgendaReply {
     static std::string named(const FoundThing& thing);
     /// What comes first of `events`, which are in order.
     static std::string next(const std::vector<FoundThing>& events);
-    /// `tool` is "whats_on", "find_free_time", "add_event" or "change_event".
-    static std::string reply(std::string_view tool, const ToolResult& result, const RequestMemory& memory);
+    /// `call` is one of "whats_on", "find_free_time", "add_event" or "change_event".
+    static std::string reply(
+        const ToolRequest& call, const ToolResult& result, const RequestMemory& memory, const LocalTime& around);
 };
 
 } // namespace quorvell

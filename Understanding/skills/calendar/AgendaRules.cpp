@@ -6,10 +6,14 @@
 #include "Understanding/skills/calendar/AgendaCalls.h"
 #include "Understanding/skills/calendar/AgendaChange.h"
 #include "Understanding/skills/calendar/AgendaReply.h"
+#include "Understanding/skills/calendar/EventWords.h"
 #include "Understanding/skills/reminders/ReminderIntent.h"
 #include "Understanding/time/SpokenLength.h"
 #include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenMove.h"
+#include "Understanding/time/SpokenWhen.h"
+
+#include <nlohmann/json.hpp>
 
 #include <utility>
 
@@ -31,23 +35,37 @@ bool lacksTime(const AgendaIntent& intent)
         && !intent.hasTime();
 }
 
+/// What was understood already is kept for the answer: the length in the arguments, the hour as the only choice.
+RuleStep askWhen(const AgendaIntent& intent, RequestMemory memory)
+{
+    PendingQuestion asked{
+        .kind = &AgendaRules::when, .task = intent.title, .date = intent.start, .repeat = intent.repeat};
+    asked.question = intent.start ? "At what time is it?"
+        : intent.repeat.empty()   ? "When is it?"
+                                  : "At what time is it?";
+    if (intent.clock && !intent.start) {
+        asked.question = "On which day is it, at " + SpokenWhen::clock(*intent.clock) + "?";
+        asked.choices = {{*intent.clock, ""}};
+    } else if (intent.isTimeUnclear) {
+        asked.question = "I am not sure which time you mean. When is it?";
+    }
+    if (intent.minutes > 0)
+        asked.arguments = dumpJson(Json{{"minutes", intent.minutes}});
+    return RuleStep::asking(std::move(asked), std::move(memory));
+}
+
 RuleStep add(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls& calls)
 {
     if (intent.isRepeatUnknown)
         return {repeatUnknown, std::move(memory)};
-    if (intent.title.empty())
+    if (intent.title.empty() && (intent.start || !intent.isTimeUnclear))
         return RuleStep::asking({.kind = &AgendaRules::title,
                                     .question = "What should I put into your calendar?",
                                     .date = intent.start,
                                     .repeat = intent.repeat},
             std::move(memory));
     if (!intent.start || lacksTime(intent))
-        return RuleStep::asking({.kind = &AgendaRules::when,
-                                    .question = intent.repeat.empty() ? "When is it?" : "At what time is it?",
-                                    .task = intent.title,
-                                    .date = intent.start,
-                                    .repeat = intent.repeat},
-            std::move(memory));
+        return askWhen(intent, std::move(memory));
     auto answer = calls.add(intent);
     const auto* request = std::get_if<ToolRequest>(&answer);
     if (!intent.isUnasked || !request)
@@ -97,6 +115,14 @@ AgendaIntent moving(const Wish& wish)
         .when = length ? std::string() : wish.when};
 }
 
+DateParts atClockOf(DateParts day, const DateParts& clock)
+{
+    day.hour = clock.hour;
+    day.minute = clock.minute;
+    day.allDay = false;
+    return day;
+}
+
 Step takeWhen(
     const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
 {
@@ -104,10 +130,25 @@ Step takeWhen(
     const auto moment = SpokenMoment::read(words, around);
     const auto to = asked.date ? SpokenMove::read(words, *asked.date, SpokenMove::FarHour::isUsual, around)
                                : SpokenMove{moment ? std::vector{moment->date} : std::vector<DateParts>()};
-    if (to.choices.size() != 1)
-        return std::nullopt;
-    return RuleStep{AgendaCalls{around}.add({.title = asked.task, .start = to.choices.front(), .repeat = asked.repeat}),
-        std::move(memory)};
+    if (to.choices.size() != 1) {
+        const EventWords answer = EventWords::read(words, around); // "From friday to sunday."
+        if (asked.date || !answer.start || !answer.title.empty())
+            return std::nullopt;
+        return AgendaRules::answer(
+            {.kind = AgendaIntent::Kind::add, .title = asked.task, .start = answer.start, .end = answer.end},
+            std::move(memory), around);
+    }
+    DateParts start = to.choices.front();
+    if (start.allDay && !asked.choices.empty())
+        start = atClockOf(start, asked.choices.front().date);
+    const Json arguments = parseJson(asked.arguments).value_or(Json::object());
+    const int minutes = static_cast<int>(readInteger(arguments, "minutes").value_or(0));
+    return AgendaRules::answer({.kind = AgendaIntent::Kind::add,
+                                   .minutes = minutes,
+                                   .title = asked.task,
+                                   .start = start,
+                                   .repeat = asked.repeat},
+        std::move(memory), around);
 }
 
 Step takeTitle(

@@ -12,6 +12,7 @@
 #include "Understanding/skills/reminders/ReminderRules.h"
 #include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenPhrase.h"
+#include "Understanding/time/SpokenWhen.h"
 #include "Understanding/words/CommonCues.h"
 
 #include <algorithm>
@@ -52,7 +53,8 @@ constexpr CueWeights weights[] = {
             {"readNote", -4}, {"findNote", -4}}}},
     {AgendaCues::day, {{{"listEvents", 3}}}},
     {AgendaCues::event, {{{"addEvent", 2}, {"moveEvent", 1}, {"cancelEvent", 1}, {"listEvents", 1}}}},
-    {AgendaCues::occasion, {{{"addEvent", 2}, {"moveEvent", 1}, {"cancelEvent", 1}, {"nextEvent", 2}}}},
+    {AgendaCues::occasion,
+        {{{"addEvent", 2}, {"moveEvent", 1}, {"cancelEvent", 1}, {"nextEvent", 2}, {"findNote", -1}}}},
     {AgendaCues::free, {{{"findTime", 4}, {"listEvents", -3}, {"nextEvent", -4}}}},
     {AgendaCues::time, {{{"findTime", 3}, {"listEvents", -3}}}},
     {AgendaCues::busy, {{{"listEvents", 3}}}},
@@ -60,7 +62,8 @@ constexpr CueWeights weights[] = {
     {AgendaCues::further, {{{"nextEvent", 4}}}},
     {CommonCues::instead, {{{"moveEvent", 2}}}},
     {CommonCues::foreign,
-        {{{"cancelEvent", -6}, {"moveEvent", -6}, {"listEvents", -4}, {"findTime", -6}, {"addEvent", -6}}}},
+        {{{"cancelEvent", -6}, {"moveEvent", -6}, {"listEvents", -4}, {"findTime", -6}, {"addEvent", -6},
+            {"remind", -2}}}},
 };
 
 Found requestFor(std::optional<AgendaIntent> intent)
@@ -137,6 +140,23 @@ Found readElsewhere(
         {.kind = AgendaIntent::Kind::move, .days = SpokenDays::ahead(around), .title = thing, .when = when});
 }
 
+Found readQuestion(const RequestReading& reading, const RuleSurroundings& around)
+{
+    return requestFor(AgendaIntent::asking(reading, around));
+}
+
+std::string questionBefore(const ToolRequest& call)
+{
+    if (call.name == "change_event")
+        return "Should I change that in your calendar?";
+    if (call.name != "add_event")
+        return "";
+    const Json arguments = parseJson(call.arguments).value_or(Json::object());
+    const auto start = ToolResults::dateIn(arguments, "start");
+    return "Should I put " + readString(arguments, "title").value_or("that") + " into your calendar"
+        + (start ? ", " + SpokenWhen::on(SpokenWhen::date(*start)) : "") + "?";
+}
+
 std::vector<FoundThing> listedIn(const Json& result)
 {
     auto listed = ToolResults::things(result, "items", {.skill = AgendaCalls::skill});
@@ -158,7 +178,7 @@ RuleStep takeList(
         return *std::move(step);
     listed.resize(std::min(listed.size(), RequestMemory::mostTold));
     memory.found = std::move(listed);
-    std::string reply = AgendaReply::reply(call.name, result, memory);
+    std::string reply = AgendaReply::reply(call, result, memory, around);
     return ToolResults::say(std::move(reply), std::move(memory));
 }
 
@@ -172,7 +192,7 @@ RuleStep takeResult(
         return *std::move(asked);
     if (call.name == "whats_on")
         return takeList(call, result, std::move(memory), around);
-    std::string reply = AgendaReply::reply(call.name, result, memory);
+    std::string reply = AgendaReply::reply(call, result, memory, around);
     if (call.name != "find_free_time") {
         const bool isThere = result.status() == ToolStatus::added || result.status() == ToolStatus::changed;
         memory.event = isThere ? ToolResults::thing(result.json(), {.skill = AgendaCalls::skill}) : FoundThing();
@@ -209,6 +229,8 @@ constinit const Skill AgendaSkill::row{
     .trailingWishes = trailingWishes,
     .ability = ability,
     .readElsewhere = readElsewhere,
+    .readQuestion = readQuestion,
+    .questionBefore = questionBefore,
     .takeResult = takeResult,
     .undo = undo,
     .retime = AgendaRules::retime,

@@ -85,6 +85,11 @@ RuleStep takeResult(const ToolRequest& call, const ToolResult& result, RequestMe
     return ToolResults::say(std::move(reply), std::move(memory));
 }
 
+std::string questionBefore(const ToolRequest&)
+{
+    return "Should I remember that?";
+}
+
 } // namespace
 
 constinit const Skill FactSkill::row{
@@ -94,6 +99,7 @@ constinit const Skill FactSkill::row{
     .weights = weights,
     .kinds = kinds,
     .trailingWishes = trailingWishes,
+    .questionBefore = questionBefore,
     .takeResult = takeResult,
 };
 

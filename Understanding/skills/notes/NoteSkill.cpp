@@ -163,6 +163,11 @@ RuleStep pointAt(const FoundThing& note, RequestMemory memory, const RuleSurroun
     return {NoteCalls{around}.read(note.id), std::move(memory)};
 }
 
+std::string questionBefore(const ToolRequest& call)
+{
+    return call.name == "keep_note" ? "Should I write that down?" : "";
+}
+
 } // namespace
 
 constinit const Skill NoteSkill::row{
@@ -174,6 +179,7 @@ constinit const Skill NoteSkill::row{
     .trailingWishes = trailingWishes,
     .ability = ability,
     .readPlain = readPlain,
+    .questionBefore = questionBefore,
     .takeResult = NoteRules::takeResult,
     .undo = undo,
     .addAnother = addAnother,

@@ -13,6 +13,8 @@
 #include "Understanding/words/ListPlace.h"
 #include "Understanding/words/RequestText.h"
 
+#include <nlohmann/json.hpp>
+
 #include <optional>
 #include <utility>
 
@@ -138,6 +140,25 @@ Found readElsewhere(
         .when = SpokenPhrase::withDigits(reading.content)});
 }
 
+/// "Did I set an alarm for 6 AM?": they see it in the list.
+Found readQuestion(const RequestReading& reading, const RuleSurroundings&)
+{
+    const bool isOfReminders = reading.has(ReminderCues::reminder) || reading.has(ReminderCues::reminders)
+        || reading.has(ReminderCues::remind);
+    return isOfReminders ? Found(ReminderRules::request(ReminderChange{.kind = ReminderChange::Kind::list}))
+                         : std::nullopt;
+}
+
+std::string questionBefore(const ToolRequest& call)
+{
+    const Json arguments = parseJson(call.arguments).value_or(Json::object());
+    if (memberOf(arguments, "list"))
+        return "";
+    if (memberOf(arguments, "done"))
+        return "Should I mark that reminder as done?";
+    return memberOf(arguments, "later") ? "Should I move that reminder?" : "Should I set a reminder for that?";
+}
+
 Skill::Step undo(RequestMemory memory, const RuleSurroundings& around)
 {
     const FoundThing reminder = memory.reminder;
@@ -186,6 +207,8 @@ constinit const Skill ReminderSkill::row{
     .readPlain = readPlain,
     .readStatement = readStatement,
     .readElsewhere = readElsewhere,
+    .readQuestion = readQuestion,
+    .questionBefore = questionBefore,
     .takeResult = ReminderResults::take,
     .undo = undo,
     .addAnother = addAnother,

@@ -163,4 +163,34 @@ TEST(ReplyWording, tellsOfNotes)
     EXPECT_LT(reply({"read_note", "{}"}, longNote, {}).size(), 700u);
 }
 
+TEST(ReplyWording, saysWhenAnEventBeganAndEnds)
+{
+    const SpokenDays tomorrow{{2026, 11, 22, 0, 0, true}, {2026, 11, 22, 0, 0, true}, "tomorrow"};
+    const SpokenDays dated{{2026, 12, 9, 0, 0, true}, {2026, 12, 9, 0, 0, true}, "the 9th of december"};
+    struct Row {
+        ToolRequest call;
+        const char* result;
+        SpokenDays days;
+        const char* expected;
+    };
+    const ToolRequest list{"whats_on", "{}"};
+    const ToolRequest lasting{"add_event", R"({"minutes":120})"};
+    const Row rows[] = {
+        {list, R"({"items":[{"title":"Drinks","start":"2026-11-21 23:00","end":"2026-11-22 02:00"}]})", tomorrow,
+            "There is one thing tomorrow. Drinks, since today at 11 PM."},
+        {list, R"({"items":[{"title":"Holiday","start":"2026-11-19","end":"2026-11-24"}]})", tomorrow,
+            "There is one thing tomorrow. Holiday, since Thursday the 19th of November."},
+        {list, "{}", dated, "There is nothing in your calendar on the 9th of December."},
+        {lasting, R"({"status":"added","title":"Lunch","start":"2026-11-27 14:00","end":"2026-11-27 16:00"})", {},
+            "I have put Lunch into your calendar, on Friday the 27th of November at 2 PM, until 4 PM."},
+        {{"add_event", R"({"end":"2026-11-29"})"},
+            R"({"status":"added","title":"Trip","start":"2026-11-27","end":"2026-11-29"})", {},
+            "I have put Trip into your calendar, on Friday the 27th of November, until Sunday the 29th of November."},
+        {{"add_event", "{}"}, R"({"status":"added","title":"Lunch","start":"2028-03-20 13:00"})", {},
+            "I have put Lunch into your calendar, on Monday the 20th of March at 1 PM, in 2028."},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(reply(row.call, row.result, {.days = row.days}), row.expected);
+}
+
 } // namespace quorvell

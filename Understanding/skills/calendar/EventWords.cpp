@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+// What stands for lengths, repetitions and ranges is taken out of the words one after the other; the rest has to be one
+// moment and a title. Where it says more of a time than that, the day is left open, so that it is asked for.
+#include "Understanding/skills/calendar/EventWords.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/time/SpokenLength.h"
+#include "Understanding/time/SpokenMoment.h"
+#include "Understanding/time/SpokenPhrase.h"
+#include "Understanding/time/SpokenRepeat.h"
+#include "Understanding/time/TimeVocabulary.h"
+#include "Understanding/words/RequestText.h"
+#include "Understanding/words/RequestWords.h"
+
+#include <optional>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+constexpr int minutesOfHour = 60;
+
+/// "from 2 to 4 pm": becomes "at 2 pm", and the end apart.
+std::string takeEnd(std::string& words)
+{
+    static const std::string clock =
+        "((?:half past |quarter (?:past|to) )?(?:\\d{1,2}(?::\\d{2})?|one|two|three|four|five|six"
+        "|seven|eight|nine|ten|eleven|twelve))(?: ?([ap]\\.?m\\.?))?";
+    static const Pattern span("\\bfrom " + clock + " (?:to|till|until) " + clock + "(?![\\w:])", Pattern::caseless);
+    const auto match = span.find(words);
+    if (!match)
+        return {};
+    const std::string half = match->texts[1].empty() ? match->texts[3] : match->texts[1];
+    const std::string end = "at " + match->texts[2] + (match->texts[3].empty() ? "" : " " + match->texts[3]);
+    words = words.substr(0, match->range.start) + "at " + match->texts[0] + (half.empty() ? "" : " " + half)
+        + words.substr(match->range.end);
+    return end;
+}
+
+/// The time of `end` on the day of `start`; nothing when it would not lie behind it.
+std::optional<DateParts> endOn(const DateParts& start, const std::string& endWords, const LocalTime& around)
+{
+    const auto end = SpokenMoment::read(endWords, around);
+    if (!end || end->date.allDay || start.allDay)
+        return std::nullopt;
+    DateParts date = start;
+    date.hour = end->date.hour;
+    date.minute = end->date.minute;
+    return date > start ? std::optional(date) : std::nullopt;
+}
+
+struct Days {
+    DateParts first{};
+    DateParts last{};
+};
+
+std::optional<DateParts> dayIn(const std::string& words, const LocalTime& around)
+{
+    const bool isNamedDay = words.find_first_of("0123456789") != std::string::npos;
+    const auto moment = SpokenMoment::read((isNamedDay ? "on " : "") + words, around);
+    const bool isDay = moment && moment->date.allDay && moment->rest.empty() && moment->repeat.empty();
+    return isDay ? std::optional(moment->date) : std::nullopt;
+}
+
+/// "From friday to sunday", "the 10th to the 14th of december". The last day is the next of that name behind the first.
+std::optional<Days> takeDays(std::string& words, const LocalTime& around)
+{
+    static const std::string month("(?:january|february|march|april|may|june|july|august|september|october|november"
+                                   "|december)");
+    static const std::string day = "(today|tomorrow|(?:next |this )?" + std::string(TimeVocabulary::weekday)
+        + "|(?:the )?\\d{1,2}(?:st|nd|rd|th)(?: (?:of )?" + month + ")?|\\d{1,2} " + month + "|" + month
+        + " \\d{1,2}(?:st|nd|rd|th)?)";
+    static const Pattern range(
+        "\\b(?:from )?" + day + " (?:to|till|until|through) " + day + "(?![\\w'’])", Pattern::caseless);
+    static const Pattern named(month, Pattern::caseless);
+    static const Pattern number("\\d");
+    const auto match = range.find(words);
+    if (!match)
+        return std::nullopt;
+    const auto monthOfLast = named.find(match->texts[1]);
+    const bool takesMonth = monthOfLast && number.find(match->texts[0]) && !named.find(match->texts[0]);
+    const std::string said = match->texts[1];
+    const std::string of = takesMonth
+        ? " of " + said.substr(monthOfLast->range.start, monthOfLast->range.end - monthOfLast->range.start)
+        : "";
+    const auto first = dayIn(match->texts[0] + of, around);
+    const auto begin = first ? first->instant(around.calendar) : std::nullopt;
+    const auto last = begin ? dayIn(said, LocalTime{*begin, around.calendar}) : std::nullopt;
+    if (!last || !(*last > *first))
+        return std::nullopt;
+    words = RequestText::without(words, match->range);
+    return Days{*first, *last};
+}
+
+/// "for two hours", "a 30 minute call".
+void takeLength(std::string& words, EventWords& event)
+{
+    static const Pattern lasting(
+        "\\b(?:for|lasting)\\s+(?=(?:an?|one|half|\\d+|three)\\b.*\\b(?:hours?|minutes?)\\b)", Pattern::caseless);
+    static const Pattern before(
+        "(?<!\\bin )(?<!\\bin an? )\\b(?:\\d{1,3}|one|half|half an)[ -](?:minute|min|hour)(?: long)?"
+        " (?!before|after|later|from|earlier|ahead|prior|ago|at|on)[a-z]",
+        Pattern::caseless);
+    if (!lasting.find(words) && !before.find(words))
+        return;
+    if (const auto length = SpokenLength::read(words)) {
+        event.minutes = length->minutes;
+        words = length->rest;
+    }
+}
+
+std::string titleFrom(const std::string& words)
+{
+    static const Pattern edges("^(?:(?:an?|the|my|for|called|named|about|with the title|(?:i|we)(?:['’]ve| have)(?: "
+                               "got| been (?:invited|asked) to)?|there['’]?s|there is|been (?:invited|asked) to"
+                               "|that|this|it)\\s+)+|\\s+(?:for|on|at|in|from|of)$",
+        Pattern::caseless);
+    return withUpperCaseFirst(trimmed(edges.replaceAll(trimmed(words, ",.:;\"“”"), ""), ",.:; "));
+}
+
+/// The only hour in words whose day is not clear; nothing for "at 8 am and 8 pm" and "before 1 pm".
+std::optional<DateParts> clearClock(const std::string& words, const LocalTime& around)
+{
+    static const Pattern clock(
+        "(\\b(?:before|after|until|till|by|between|from|or|and|to) )?\\b(?:\\d{1,2}(?::\\d{2})? ?[ap]\\.?m\\b|"
+        "\\d{1,2}:\\d{2}|noon\\b|midday\\b)",
+        Pattern::caseless);
+    const auto matches = clock.findAll(words);
+    if (matches.size() != 1 || !matches.front().texts[0].empty())
+        return std::nullopt;
+    const TextRange range = matches.front().range;
+    const auto moment = SpokenMoment::read("at " + words.substr(range.start, range.end - range.start), around);
+    return moment && !moment->date.allDay ? std::optional(moment->date) : std::nullopt;
+}
+
+int minutesBetween(const DateParts& start, const DateParts& end)
+{
+    return (end.hour - start.hour) * minutesOfHour + end.minute - start.minute;
+}
+
+bool speaksOfTime(const std::string& words, const LocalTime& around)
+{
+    return RequestWords(SpokenMoment::wordsBeside(words, around)).size() < RequestWords(words).size();
+}
+
+/// Where the words name no moment, or not clearly.
+void leaveOpen(EventWords& event, const std::string& words, const std::string& endWords, const LocalTime& around)
+{
+    event.isTimeUnclear = speaksOfTime(words, around);
+    event.title = titleFrom(event.isTimeUnclear ? SpokenMoment::wordsBeside(words, around) : words);
+    event.clock = clearClock(words, around);
+    const auto end = event.clock && !endWords.empty() ? endOn(*event.clock, endWords, around) : std::nullopt;
+    if (end)
+        event.minutes = minutesBetween(*event.clock, *end);
+}
+
+} // namespace
+
+EventWords EventWords::read(std::string words, const LocalTime& around)
+{
+    EventWords event;
+    words = SpokenPhrase::withDigits(words);
+    takeLength(words, event);
+    const auto repeat = SpokenRepeat::read(words);
+    if (repeat) {
+        event.repeat = repeat->stored;
+        event.isRepeatUnknown = repeat->stored.empty();
+        words = repeat->rest;
+    }
+    std::string named = words;
+    if (const auto days = takeDays(named, around); days && !speaksOfTime(named, around)) {
+        event.start = days->first;
+        event.end = days->last;
+        event.title = titleFrom(named);
+        return event;
+    }
+    const std::string endWords = takeEnd(words);
+    const auto moment = SpokenMoment::read(words, around);
+    if (!moment) {
+        leaveOpen(event, words, endWords, around);
+        return event;
+    }
+    event.start = moment->date;
+    event.repeat = repeat ? repeat->stored : moment->repeat;
+    event.end = endWords.empty() ? std::nullopt : endOn(moment->date, endWords, around);
+    event.title = titleFrom(moment->rest);
+    return event;
+}
+
+} // namespace quorvell

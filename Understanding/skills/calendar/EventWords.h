@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// What words say of an event that is to be put in: its title, and when it is. Pure.
+#pragma once
+
+#include "QuorvellCore/reminders/calendar/DateParts.h"
+#include "Understanding/time/LocalTime.h"
+
+#include <optional>
+#include <string>
+
+namespace quorvell {
+
+struct EventWords {
+    std::string title{};
+    std::optional<DateParts> start{}; ///< Nothing where the words name none, or not clearly.
+    std::optional<DateParts> end{};
+    int minutes = 0; ///< 0 for none that was named.
+    std::string repeat{}; ///< In the form of the tools; empty for none.
+    bool isRepeatUnknown = false; ///< It comes back in a way that no calendar rule here can say.
+    bool isTimeUnclear = false; ///< The words say more of its time than was understood.
+    std::optional<DateParts> clock{}; ///< The hour that was clear where the day was not.
+
+    static EventWords read(std::string words, const LocalTime& around);
+
+    bool operator==(const EventWords&) const = default;
+};
+
+} // namespace quorvell
