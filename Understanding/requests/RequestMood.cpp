@@ -104,9 +104,12 @@ RequestMood moodOf(std::string_view words)
         return RequestMood::denial;
     if (isOtherTime(opened))
         return RequestMood::wish;
+    static const Pattern wishes("^(?:" + writes + ")\\b");
     const bool isMarked = trimmed(words).ends_with('?') && !asksPolitely(whole);
-    if (asksByItsStart(phrase) || asksToBeTold(phrase) || asksToBeTold(whole) || isMarked)
+    if (asksByItsStart(phrase) || asksToBeTold(phrase) || asksToBeTold(whole))
         return RequestMood::question;
+    if (isMarked)
+        return wishes.find(phrase) ? RequestMood::musing : RequestMood::question;
     return isMusing(phrase) ? RequestMood::musing : RequestMood::wish;
 }
 

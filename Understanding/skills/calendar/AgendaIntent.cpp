@@ -90,7 +90,8 @@ std::optional<AgendaIntent> AgendaIntent::listing(const RequestReading& reading,
     if (!RequestText::isIdle(others))
         return std::nullopt;
     // "What do you know about me?"
-    const bool isOfTalk = reading.has(CommonCues::topic) || reading.has(CommonCues::tell);
+    static const Pattern talk("\\b(?:you|know|say|said)\\b", Pattern::caseless);
+    const bool isOfTalk = talk.find(others) || reading.has(CommonCues::topic) || reading.has(CommonCues::tell);
     if (!days && isOfTalk && !isOfCalendar(reading))
         return std::nullopt;
     if (!days)

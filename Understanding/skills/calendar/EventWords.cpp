@@ -117,7 +117,13 @@ std::string titleFrom(const std::string& words)
                                "got| been (?:invited|asked) to)?|there['’]?s|there is|been (?:invited|asked) to"
                                "|that|this|it)\\s+)+|\\s+(?:for|on|at|in|from|of)$",
         Pattern::caseless);
-    return withUpperCaseFirst(trimmed(edges.replaceAll(trimmed(words, ",.:;\"“”"), ""), ",.:; "));
+    // "I forgot to put lunch": what they did not do is no part of the name.
+    static const Pattern undone(
+        "^(?:i |we )?(?:forgot|have forgotten|did not|didn['’]?t|never|meant|wanted|might|may)\\b(?: to)?"
+        " (?:put|add|enter|schedule|book)\\s+",
+        Pattern::caseless);
+    const std::string name = undone.replaceAll(trimmed(words, ",.:;\"“”"), "");
+    return withUpperCaseFirst(trimmed(edges.replaceAll(name, ""), ",.:; "));
 }
 
 /// The only hour in words whose day is not clear; nothing for "at 8 am and 8 pm" and "before 1 pm".

@@ -52,6 +52,7 @@ TEST(CarefulRequests, aQuestionNeverWrites)
     const std::string friday = onDay("2026-11-27");
     const std::string reminders = R"(set_reminder {"list":true})";
     const std::string nothing = "All right. I have changed nothing.";
+    const std::string lunch = "Should I put Lunch into your calendar, on Friday the 27th of November at 1 PM?";
     check({
         {{"do I have a meeting on friday at 3 pm"}, friday},
         {{"show me my calendar for friday at 3 pm"}, friday},
@@ -65,8 +66,15 @@ TEST(CarefulRequests, aQuestionNeverWrites)
         {{"confirm I have set an alarm for 6 AM"}, reminders},
         {{"don't put lunch in my calendar on friday at 1 pm"}, nothing},
         {{"put lunch in my calendar on friday at 1 pm? no, don't"}, nothing},
+        {{"I forgot to put lunch in my calendar on friday at 1 pm"}, lunch},
+        {{"I didn't put lunch in my calendar on friday at 1 pm"}, lunch},
+        {{"put lunch in my calendar on friday at 1 pm?"}, lunch},
+        {{"put lunch in my calendar on friday at 1 pm?", "yes"},
+            R"(add_event {"title":"Lunch","start":"2026-11-27 13:00"})"},
+        {{"put lunch in my calendar on friday at 1 pm?", "no"}, "Okay, I will not do that."},
         {{"call a taxi tonight at 5 pm"}, "Should I set a reminder for that?"},
         {{"please keep quiet for the next hour"}, after({"sing a song"})},
+        {{"what do you know about me"}, after({"sing a song"})},
     });
 }
 
@@ -109,6 +117,7 @@ TEST(CarefulRequests, asksForADateOfWhichOnlyAPartWasUnderstood)
         {{"put lunch in my calendar on saturday 20 march at 1 pm"}, added("Lunch", R"(2027-03-20 13:00")")},
         {{"put lunch in my calendar on 20 march 2028 at 1 pm"}, added("Lunch", R"(2028-03-20 13:00")")},
         {{"put lunch in my calendar on 2026-12-09 at 1 pm"}, added("Lunch", R"(2026-12-09 13:00")")},
+        {{"put sun cream shopping in my calendar on friday at 1 pm"}, atOne},
     });
 }
 
