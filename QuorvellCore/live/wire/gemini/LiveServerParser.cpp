@@ -68,7 +68,7 @@ std::optional<LiveFunctionCall> functionCall(const Json& call)
 {
     auto id = readString(call, "id");
     auto name = readString(call, "name");
-    if (!id || !name)
+    if (!id || !name || std::max(id->size(), name->size()) > LiveServerParser::longestID)
         return std::nullopt;
     LiveFunctionCall result{std::move(*id), std::move(*name)};
     const Json* args = memberOf(call, "args");
@@ -86,7 +86,7 @@ void addToolCall(const Json& toolCall, Events& events)
         return;
     live_event::ToolCall found;
     for (const Json& entry : *list) {
-        if (auto call = functionCall(entry))
+        if (auto call = functionCall(entry); call && found.calls.size() < LiveServerParser::mostCalls)
             found.calls.push_back(std::move(*call));
     }
     if (!found.calls.empty())

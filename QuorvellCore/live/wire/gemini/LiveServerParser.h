@@ -15,6 +15,9 @@ struct LiveServerParser {
     /// A message larger or deeper than this is no event.
     static constexpr JsonLimits limits{.maximumBytes = 16 * 1024 * 1024, .maximumDepth = 64};
 
+    static constexpr std::size_t longestID = 512; ///< Bytes, and of a tool's name.
+    static constexpr std::size_t mostCalls = 64; ///< In one message; the others are no calls.
+
     /// One message may hold several facts. Whatever the order of its keys, they come as: set up, what the user said,
     /// sound, what the model said, interrupted, generation complete, turn complete, tool calls, cancellations, go
     /// away, resumption handle, usage.

@@ -26,7 +26,8 @@ constexpr std::string_view createPrefix = "create_";
 void OpenAIBackendFlow::started(std::string_view responseID)
 {
     createInFlight.reset();
-    running.emplace(responseID);
+    if (running.size() < mostRunning)
+        running.emplace(responseID);
 }
 
 std::vector<Json> OpenAIBackendFlow::ended(std::string_view responseID)
@@ -40,7 +41,8 @@ std::vector<Json> OpenAIBackendFlow::ended(std::string_view responseID)
 
 void OpenAIBackendFlow::called(std::string_view callID)
 {
-    owed.emplace(callID);
+    if (owed.size() < mostOwed)
+        owed.emplace(callID);
 }
 
 std::vector<Json> OpenAIBackendFlow::output(std::string_view callID, Json message)
@@ -58,6 +60,8 @@ std::vector<Json> OpenAIBackendFlow::output(std::string_view callID, Json messag
 std::vector<Json> OpenAIBackendFlow::message(Queued message)
 {
     queued.push_back(std::move(message));
+    if (queued.size() > mostQueued)
+        queued.erase(queued.begin());
     return flush();
 }
 

@@ -27,6 +27,10 @@ struct OpenAIBackendFlow {
         bool operator==(const Queued&) const = default;
     };
 
+    static constexpr std::size_t mostRunning = 64; ///< A service that begins more without ending any begins no other.
+    static constexpr std::size_t mostOwed = 256;
+    static constexpr std::size_t mostQueued = 256; ///< Beyond it the oldest go.
+
     std::set<std::string, std::less<>> running; ///< Responses in progress.
     std::set<std::string, std::less<>> owed; ///< Function calls whose result the backend waits for.
     bool needsCreate = false; ///< A response.create is to be sent at the next opportunity.

@@ -38,6 +38,12 @@ std::optional<std::string> readInnerString(const Json& object, std::string_view 
     return inner ? readString(*inner) : std::nullopt;
 }
 
+/// Ids are remembered by the hundred; one that is longer than any is none.
+std::optional<std::string> withinBound(std::optional<std::string> id)
+{
+    return id && id->size() <= OpenAILiveParser::longestID ? std::move(id) : std::nullopt;
+}
+
 std::optional<double> readInnerNumber(const Json& object, std::string_view key, std::string_view innerKey)
 {
     const Json* inner = innerMemberOf(object, key, innerKey);
@@ -46,7 +52,7 @@ std::optional<double> readInnerNumber(const Json& object, std::string_view key, 
 
 Events readStarted(const Json& message)
 {
-    auto id = readInnerString(message, "session", "id");
+    auto id = withinBound(readInnerString(message, "session", "id"));
     return id ? one(openai_event::Started{std::move(*id)}) : Events{};
 }
 
@@ -72,7 +78,7 @@ Events readOutputTranscript(const Json& message)
 
 Events readDelegated(const Json& message)
 {
-    auto id = readInnerString(message, "delegation", "id");
+    auto id = withinBound(readInnerString(message, "delegation", "id"));
     return id ? one(openai_event::Delegated{std::move(*id)}) : Events{};
 }
 
@@ -90,9 +96,9 @@ Events readUsage(const Json& message)
 
 Events readError(const Json& message)
 {
-    auto clientEventID = readInnerString(message, "error", "client_event_id");
+    auto clientEventID = withinBound(readInnerString(message, "error", "client_event_id"));
     if (!clientEventID)
-        clientEventID = readString(message, "client_event_id");
+        clientEventID = withinBound(readString(message, "client_event_id"));
     return one(openai_event::Error{readInnerString(message, "error", "code"),
         readInnerString(message, "error", "message"), std::move(clientEventID)});
 }
@@ -104,7 +110,7 @@ Events readClosed(const Json& message)
 
 Events readBackendStarted(const Json& event)
 {
-    auto id = readInnerString(event, "response", "id");
+    auto id = withinBound(readInnerString(event, "response", "id"));
     return id ? one(openai_event::BackendStarted{std::move(*id)}) : Events{};
 }
 
@@ -125,7 +131,7 @@ openai_event::BackendUsage readBackendUsage(const Json& usage)
 Events readBackendEnded(const Json& event, const char* statusOfName)
 {
     const Json* response = memberOf(event, "response");
-    auto id = response ? readString(*response, "id") : std::nullopt;
+    auto id = response ? withinBound(readString(*response, "id")) : std::nullopt;
     if (!id)
         return {};
     Events events =
@@ -186,8 +192,8 @@ Events readItemDone(const Json& event)
     const Json* item = functionCallItem(event);
     if (!item)
         return {};
-    auto id = readString(*item, "call_id");
-    auto name = readString(*item, "name");
+    auto id = withinBound(readString(*item, "call_id"));
+    auto name = withinBound(readString(*item, "name"));
     if (!id || !name)
         return {};
     return one(openai_event::FunctionCall{

@@ -48,11 +48,27 @@ bool isHost(std::string_view host)
     return !host.empty() && host.size() <= 253 && std::all_of(host.begin(), host.end(), isHostCharacter);
 }
 
-/// A dotted name such as "127.evil.example" is none of these: after "127." only digits and dots may follow.
-bool isThisComputer(std::string_view host)
+/// 127.0.0.0/8 in four decimal numbers. Anything else is a name that somebody may answer for: "127.evil.example", and
+/// "127.999.1.1" too. Leading zeros would be octal to some resolvers.
+bool isLoopbackAddress(std::string_view host)
 {
-    return host == "localhost" || host == "[::1]"
-        || (host.starts_with("127.") && host.find_first_not_of("0123456789.") == std::string_view::npos);
+    int numbers = 0;
+    for (; !host.empty(); ++numbers) {
+        const std::size_t end = std::min(host.find('.'), host.size());
+        unsigned number = 256;
+        const auto [stop, problem] = std::from_chars(host.data(), host.data() + end, number);
+        const bool isPlain = end == 1 || (end > 1 && host.front() != '0');
+        if (problem != std::errc{} || stop != host.data() + end || !isPlain || number > 255
+            || (numbers == 0 && number != 127) || end + 1 == host.size())
+            return false;
+        host.remove_prefix(std::min(end + 1, host.size()));
+    }
+    return numbers == 4;
+}
+
+bool isLocal(std::string_view host)
+{
+    return host == "localhost" || host == "[::1]" || isLoopbackAddress(host);
 }
 
 } // namespace
@@ -72,9 +88,14 @@ std::optional<ServiceAddress> ServiceAddress::create(std::string_view address)
     if (text.ends_with('/'))
         text.pop_back();
     const auto [host, port] = splitHost(text);
-    if (!isHost(host) || (port && !isPort(*port)) || (security == Security::none && !isThisComputer(host)))
+    if (!isHost(host) || (port && !isPort(*port)) || (security == Security::none && !isLocal(host)))
         return std::nullopt;
     return ServiceAddress{std::move(text), security};
+}
+
+bool ServiceAddress::isThisComputer() const
+{
+    return isLocal(splitHost(host).host);
 }
 
 std::string ServiceAddress::webUrl(std::string_view path) const

@@ -19,6 +19,7 @@ struct ServiceAddress {
     /// only for the computer itself. Nothing for any other text; a path is not allowed.
     static std::optional<ServiceAddress> create(std::string_view address);
 
+    bool isThisComputer() const; ///< Whatever the port.
     std::string webUrl(std::string_view path) const; ///< "https" or "http".
     std::string socketUrl(std::string_view path) const; ///< "wss" or "ws".
 

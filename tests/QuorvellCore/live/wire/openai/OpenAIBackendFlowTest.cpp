@@ -121,6 +121,19 @@ TEST(OpenAIBackendFlow, endClearsTheCreateOnlyWhenNothingRuns)
     EXPECT_FALSE(flow.createInFlight);
 }
 
+TEST(OpenAIBackendFlow, holdsNoMoreThanItsBounds)
+{
+    OpenAIBackendFlow flow;
+    for (int count = 0; count < 1000; ++count) {
+        flow.started("r" + std::to_string(count));
+        flow.called("c" + std::to_string(count));
+        static_cast<void>(flow.message(queued("m", true)));
+    }
+    EXPECT_EQ(flow.running.size(), OpenAIBackendFlow::mostRunning);
+    EXPECT_EQ(flow.owed.size(), OpenAIBackendFlow::mostOwed);
+    EXPECT_EQ(flow.queued.size(), OpenAIBackendFlow::mostQueued);
+}
+
 TEST(OpenAIBackendFlow, dropsStaleMessagesInPlace)
 {
     OpenAIBackendFlow flow;

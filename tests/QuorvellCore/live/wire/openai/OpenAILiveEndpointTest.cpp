@@ -19,6 +19,7 @@ TEST(OpenAILiveEndpoint, readsAddresses)
         {" https://Example.com/ ", "wss://example.com/v1/live/sessions"},
         {"wss://example.com:8443", "wss://example.com:8443/v1/live/sessions"},
         {"ws://127.0.0.1:4711", "ws://127.0.0.1:4711/v1/live/sessions"},
+        {"ws://127.255.1.0", "ws://127.255.1.0/v1/live/sessions"},
         {"http://localhost", "ws://localhost/v1/live/sessions"},
         {"ws://[::1]:80", "ws://[::1]:80/v1/live/sessions"},
     };
@@ -31,10 +32,12 @@ TEST(OpenAILiveEndpoint, readsAddresses)
 
 TEST(OpenAILiveEndpoint, refusesAddresses)
 {
-    for (const char* address : {"", "https://", "ftp://example.com", "http://example.com", "ws://10.0.0.1",
-             "ws://127.evil.example", "ws://127.0.0.1.example.com", "ws://localhost.example.com",
-             "ws://localhost@example.com", "https://user@example.com", "example.com/path", "example.com:0",
-             "example.com:65536", "example.com:", "exa mple.com", "example.com\nHost: other", "[::1", "wss://[::1]x:1"})
+    for (const char* address :
+        {"", "https://", "ftp://example.com", "http://example.com", "ws://10.0.0.1", "ws://127.evil.example",
+            "ws://127.999.1.1", "ws://127.1", "ws://127.0.0.1.", "ws://127.0.0.1.1", "ws://127.0.0.01", "ws://127..0.1",
+            "ws://127.0.0.256", "ws://127.0.0.1.example.com", "ws://localhost.example.com",
+            "ws://localhost@example.com", "https://user@example.com", "example.com/path", "example.com:0",
+            "example.com:65536", "example.com:", "exa mple.com", "example.com\nHost: other", "[::1", "wss://[::1]x:1"})
         EXPECT_FALSE(OpenAILiveEndpoint::create(address)) << address;
 }
 

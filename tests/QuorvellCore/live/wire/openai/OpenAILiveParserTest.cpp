@@ -23,6 +23,14 @@ TEST(OpenAILiveParser, whatCannotBeReadGivesNoEvent)
     rows.push_back({"nothing", {""}});
     rows.push_back(
         {"too deep", {R"({"type":"session.closed","a":)" + std::string(100, '[') + std::string(100, ']') + "}"}});
+    const std::string id(OpenAILiveParser::longestID + 1, 'i');
+    for (const std::string& event : {R"({"type":"response.created","response":{"id":")" + id + R"("}})",
+             R"({"type":"response.completed","response":{"id":")" + id + R"("}})",
+             R"({"type":"response.output_item.done","item":{"type":"function_call","name":"n","call_id":")" + id
+                 + R"("}})",
+             R"({"type":"response.output_item.done","item":{"type":"function_call","call_id":"c","name":")" + id
+                 + R"("}})"})
+        rows.push_back({"an id longer than any", {wrapped(event)}});
     for (const auto& [name, lines] : rows)
         EXPECT_TRUE(OpenAILiveParser::parse(lines[0]).empty()) << name << lines[0];
 }
