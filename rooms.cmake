@@ -75,7 +75,7 @@ if(QUORVELL_SHELL)
     set_target_properties(quorvell_desktop PROPERTIES AUTOMOC ON)
     quorvell_room(live_service LiveService PRELUDE qt
         USES text live understanding_dialogue understanding_requests http on_device_speech webrtc audio
-        PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)
+        PUBLIC_LIBRARIES Qt6::Core Qt6::Network)
     # What the terminal and the panel share.
     quorvell_room(settings Quorvell/settings USES text live reminders files preferences)
     quorvell_room(records Quorvell/records USES text reminders loop session settings)
@@ -87,8 +87,9 @@ if(QUORVELL_SHELL)
         USES text notebook reminders live loop session files preferences notebook_store agenda reminding tools audio
              speech desktop connections on_device_speech live_service settings records handover assistant
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::DBus LIBRARIES CLI11::CLI11 PkgConfig::libedit)
+    quorvell_test(live_service Qt6::WebSockets)
     foreach(room IN ITEMS
-        echo webrtc sound speech desktop connections on_device_speech live_service settings records handover assistant app)
+        echo webrtc sound speech desktop connections on_device_speech settings records handover assistant app)
         quorvell_test(${room})
     endforeach()
 

@@ -38,8 +38,9 @@ BackendRun::BackendRun(const IdSource& ids, const std::optional<std::string>& se
 
 bool BackendRun::addMessage(ClientText message)
 {
-    if (m_waiting.size() >= mostWaiting)
+    if (m_waiting.size() >= mostWaiting || m_waitingBytes >= mostWaitingBytes)
         return false;
+    m_waitingBytes += message.text.size();
     m_waiting.push_back(std::move(message));
     return true;
 }
@@ -117,6 +118,7 @@ void BackendRun::goOn(std::chrono::milliseconds now, BackendOutputs& outputs)
     }
     ClientText message = std::move(m_waiting.front());
     m_waiting.pop_front();
+    m_waitingBytes -= message.text.size();
     m_manner = message.manner;
     m_wordsRead += wordsIn(message.text);
     switch (message.kind) {

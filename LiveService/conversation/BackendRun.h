@@ -36,6 +36,7 @@ using BackendOutputs = std::vector<BackendOutput>;
 class BackendRun {
 public:
     static constexpr std::size_t mostWaiting = 64;
+    static constexpr std::size_t mostWaitingBytes = 4 * 1024 * 1024; ///< Of all; the last one may go beyond.
     /// A result that took longer is given up, so that the user can go on.
     static constexpr std::chrono::milliseconds patience{120'000};
 
@@ -83,6 +84,7 @@ private:
     const IdSource& m_ids;
     std::string m_serviceTier;
     std::deque<ClientText> m_waiting;
+    std::size_t m_waitingBytes = 0;
     std::deque<Result> m_results; ///< Received and not yet answered.
     std::map<std::string, Owed> m_owed;
     std::optional<std::string> m_running; ///< The response's id.

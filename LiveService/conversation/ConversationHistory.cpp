@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "LiveService/conversation/ConversationHistory.h"
 
+#include "QuorvellCore/text/Characters.h"
+
 #include <algorithm>
 
 namespace quorvell {
@@ -13,8 +15,10 @@ ConversationHistory::ConversationHistory(const std::vector<LiveHistoryEntry>& ea
 
 void ConversationHistory::add(std::string_view role, std::string_view text)
 {
-    m_turns.push_back({std::string(role), std::string(text)});
-    m_bytes += text.size();
+    // A turn that is larger than the whole bound is kept as far as it goes.
+    m_turns.push_back(
+        {std::string(role), text.size() > mostBytes ? repairUtf8(text.substr(0, mostBytes - 2)) : std::string(text)});
+    m_bytes += m_turns.back().text.size();
     while (m_turns.size() > 1 && (m_turns.size() > mostTurns || m_bytes > mostBytes)) {
         m_bytes -= m_turns.front().text.size();
         m_turns.pop_front();

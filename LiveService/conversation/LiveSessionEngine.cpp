@@ -273,6 +273,8 @@ void LiveSessionEngine::takeTurnEvents(std::vector<TurnEvent> events)
     for (TurnEvent& event : events) {
         switch (event.kind) {
         case TurnEvent::Kind::began:
+            if (m_speech.size() >= mostTurnsUnrecognised)
+                return close("too_much_sound", policyViolation);
             breakOff();
             m_effects.emplace_back(effect::BeginListening{});
             break;
@@ -296,6 +298,9 @@ void LiveSessionEngine::say(const BackendReply& reply)
         tellUsage();
         return;
     }
+    if (m_unsaid + reply.text.size() > longestUnsaid)
+        return refuse("too_much_to_say", "Too much waits to be said. Wait for the voice.", std::nullopt);
+    m_unsaid += reply.text.size();
     m_isVoicing = true;
     m_effects.emplace_back(effect::Voice{++m_lastReply, SpokenText::sentences(reply.text)});
 }
@@ -346,6 +351,8 @@ void LiveSessionEngine::tellUsage()
 /// Once each, as soon as they are so.
 void LiveSessionEngine::tellEndOfTurn()
 {
+    if (m_phase == Phase::open && !m_isVoicing && !m_pacer->isSpeaking())
+        m_unsaid = 0;
     if (m_phase != Phase::open || !m_isTurnOpen || !m_backend->isIdle() || m_isVoicing || !m_speech.empty())
         return;
     if (!std::exchange(m_isGeneratedTold, true))

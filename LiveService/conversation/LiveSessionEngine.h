@@ -29,6 +29,8 @@ public:
 
     static constexpr Time startPatience{10'000}; ///< For the first message after the connection was made.
     static constexpr int mostErrorsInARow = 20;
+    static constexpr std::size_t mostTurnsUnrecognised = 8; ///< Of sound, 30 s each at most; then the session ends.
+    static constexpr std::size_t longestUnsaid = 64 * 1024; ///< Bytes of replies that wait for the voice, or sound.
     static constexpr Time shortestSpeech{300}; ///< A shorter sound without words is no turn and gets no answer.
 
     /// What one conversation passes on to the session that takes it up.
@@ -114,6 +116,7 @@ private:
     int m_lastReply = 0;
     int m_firstWantedReply = 1; ///< Pieces of earlier ones were broken off.
     bool m_isVoicing = false;
+    std::size_t m_unsaid = 0; ///< Bytes of the replies since the voice was last done.
     std::string m_saying; ///< What was handed out of the reply so far: only that was said.
     bool m_isTurnOpen = false; ///< Something is being answered, and its end was not told yet.
     bool m_isGeneratedTold = false;

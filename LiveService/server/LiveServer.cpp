@@ -6,7 +6,6 @@
 #include "LiveService/protocols/OpenAICodec.h"
 #include "LiveService/protocols/TypedConversation.h"
 #include "LiveService/server/EventStream.h"
-#include "LiveService/server/StallingSocket.h"
 #include "LiveService/server/WebRTCTransport.h"
 #include "LiveService/server/WebSocketTransport.h"
 #include "QuorvellCore/live/wire/openai/OpenAILiveClientParser.h"
@@ -64,9 +63,7 @@ LiveServer::LiveServer(Settings settings)
     , m_speech(m_settings.makeSpeech, m_settings.readiness)
     , m_door(m_settings.token, m_settings.tls,
           {[this](Guest guest) { return refusalFor(guest); },
-              [this](Guest guest, std::unique_ptr<QWebSocket> socket, StallingSocket* wire) {
-                  openWebSocket(guest, std::move(socket), wire);
-              },
+              [this](Guest guest, std::unique_ptr<QTcpSocket> socket) { openWebSocket(guest, std::move(socket)); },
               [this](Guest guest, std::string body, const HttpAnswer& answer) {
                   takePosted(guest, std::move(body), answer);
               }})
@@ -112,21 +109,25 @@ std::optional<HttpResponse> LiveServer::refusalFor(Guest guest) const
     return std::nullopt;
 }
 
-void LiveServer::openWebSocket(Guest guest, std::unique_ptr<QWebSocket> socket, StallingSocket* wire)
+void LiveServer::openWebSocket(Guest guest, std::unique_ptr<QTcpSocket> socket)
 {
     const auto faults = SessionFaults::of(m_settings.faults, guest.number);
-    if (const Fault* late = faults.find(Fault::Kind::latePong); late && wire)
-        wire->delayPongs(late->time);
+    const Fault* late = faults.find(Fault::Kind::latePong);
+    auto transport =
+        std::make_unique<WebSocketTransport>(std::move(socket), late ? late->time : std::chrono::milliseconds::zero());
     std::shared_ptr<SessionCodec> codec;
     if (guest.kind == ServiceRoute::Kind::geminiSocket)
         codec = std::make_shared<GeminiCodec>();
     else
         codec = std::make_shared<OpenAICodec>(OpenAICodec::Sound::inTexts);
-    openSession(guest.number, std::make_unique<WebSocketTransport>(std::move(socket), wire), std::move(codec));
+    openSession(guest.number, std::move(transport), std::move(codec));
 }
 
 void LiveServer::takePosted(Guest guest, std::string body, const HttpAnswer& answer)
 {
+    // Others may have come in while the body was on its way.
+    if (const auto refusal = refusalFor(guest))
+        return answer.answer(*refusal);
     if (guest.kind == ServiceRoute::Kind::openAICall)
         openCall(guest, body, answer);
     else
@@ -161,18 +162,24 @@ void LiveServer::openCall(Guest guest, const std::string& body, const HttpAnswer
 
 void LiveServer::respond(Guest guest, std::string body, const HttpAnswer& answer)
 {
+    if (m_responding >= mostResponding)
+        return answer.answer(HttpResponse::refusal(503, "Too many responses are being made. Try again later."));
+    ++m_responding;
     const auto faults = SessionFaults::of(m_settings.faults, guest.number);
     m_thinking.post([this, body = std::move(body), answer, faults, now = m_settings.wallClock()] {
         auto reading = ResponsesRequestReader::read(body);
         if (const auto* report = std::get_if<OpenAIErrorReport>(&reading)) {
-            later(
-                [answer, report = *report] { answer.answer(HttpResponse::refusal(400, report.message, report.code)); });
+            later([this, answer, report = *report] {
+                --m_responding;
+                answer.answer(HttpResponse::refusal(400, report.message, report.code));
+            });
             return;
         }
         const auto& request = std::get<ResponsesRequest>(reading);
         const RuleSurroundings around{{now, m_settings.calendar}, offeredTools(request.tools)};
         const auto step = TypedConversation::answer(request.input, around);
-        later([answer, faults, events = TypedConversation::events(step, m_settings.ids)] {
+        later([this, answer, faults, events = TypedConversation::events(step, m_settings.ids)] {
+            --m_responding;
             EventStream::send(answer, faults, events);
         });
     });

@@ -30,6 +30,7 @@ namespace quorvell {
 class LiveServer : public QObject {
 public:
     static constexpr std::size_t usualSessions = 8;
+    static constexpr int mostResponding = 8; ///< Typed turns that are being thought about; each may have 16 MiB.
     static constexpr std::chrono::minutes idlePatience{10}; ///< Without a session; then the models are let go.
 
     struct Settings {
@@ -60,7 +61,7 @@ private:
     using Guest = ServiceDoor::Guest;
 
     std::optional<HttpResponse> refusalFor(Guest guest) const;
-    void openWebSocket(Guest guest, std::unique_ptr<QWebSocket> socket, StallingSocket* wire);
+    void openWebSocket(Guest guest, std::unique_ptr<QTcpSocket> socket);
     void takePosted(Guest guest, std::string body, const HttpAnswer& answer);
     void openCall(Guest guest, const std::string& body, const HttpAnswer& answer);
     void respond(Guest guest, std::string body, const HttpAnswer& answer);
@@ -78,6 +79,7 @@ private:
     ServiceDoor m_door;
     WebRTCPeerOptions::Reach m_reach = WebRTCPeerOptions::Reach::thisComputer; ///< Of calls.
     std::map<int, std::unique_ptr<LiveServerSession>> m_sessions;
+    int m_responding = 0;
     std::function<void()> m_stopped; ///< Set while stopping.
 };
 

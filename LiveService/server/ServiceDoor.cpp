@@ -1,84 +1,94 @@
 // SPDX-License-Identifier: MIT
 #include "LiveService/server/ServiceDoor.h"
 
-#include "LiveService/server/StallingSocket.h"
-
-#include <QSslServer>
+#include <QCryptographicHash>
+#include <QSslSocket>
 #include <QTimer>
-#include <QWebSocket>
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvell {
 
 namespace {
 
-/// Makes connections that can be stalled.
-class StallingServer : public QTcpServer {
-protected:
-    void incomingConnection(qintptr descriptor) override
-    {
-        auto socket = std::make_unique<StallingSocket>(this);
-        if (socket->setSocketDescriptor(descriptor))
-            addPendingConnection(socket.release());
-    }
-};
+constexpr qint64 readAhead = HttpRequest::longestHead + HttpRequest::longestBody + 4;
 
-std::unique_ptr<QTcpServer> makeListener(const std::optional<QSslConfiguration>& tls)
+/// What proves that the request for a WebSocket was understood, in RFC 6455.
+QByteArray acceptanceOf(std::string_view key)
 {
-    if (!tls)
-        return std::make_unique<StallingServer>();
-    auto server = std::make_unique<QSslServer>();
-    server->setSslConfiguration(*tls);
-    return server;
+    QByteArray text(key.data(), static_cast<qsizetype>(key.size()));
+    text += "258EAFA5-E914-47DA-95CA-C5AB0DC85B11";
+    return QCryptographicHash::hash(text, QCryptographicHash::Sha1).toBase64();
 }
 
-constexpr qint64 readAhead = HttpRequest::longestHead + HttpRequest::longestBody + 4;
+/// Before encryption is agreed on nothing can be said.
+bool canBeAnswered(QTcpSocket* socket)
+{
+    const auto* secure = qobject_cast<QSslSocket*>(socket);
+    return !secure || secure->isEncrypted();
+}
 
 } // namespace
 
 ServiceDoor::ServiceDoor(std::string token, const std::optional<QSslConfiguration>& tls, Handlers handlers)
     : m_token(std::move(token))
     , m_handlers(std::move(handlers))
-    , m_listener(makeListener(tls))
-    , m_upgrader(QStringLiteral("Quorvell"), QWebSocketServer::NonSecureMode)
+    , m_listener(tls, [this](QTcpSocket* socket) { accept(socket); })
 {
-    m_upgrader.setHandshakeTimeout(patience);
-    connect(m_listener.get(), &QTcpServer::newConnection, this, &ServiceDoor::acceptWaiting);
-    connect(m_listener.get(), &QTcpServer::pendingConnectionAvailable, this, &ServiceDoor::acceptWaiting);
-    connect(&m_upgrader, &QWebSocketServer::newConnection, this, &ServiceDoor::takeUpgraded);
 }
 
 bool ServiceDoor::listen(const QHostAddress& host, std::uint16_t port)
 {
-    return m_listener->listen(host, port);
+    return m_listener.listen(host, port);
 }
 
 void ServiceDoor::stop()
 {
-    m_listener->close();
+    m_listener.close();
 }
 
-void ServiceDoor::acceptWaiting()
+void ServiceDoor::accept(QTcpSocket* socket)
 {
-    while (QTcpSocket* socket = m_listener->nextPendingConnection()) {
-        if (m_waiting.size() >= mostWaiting) {
-            socket->abort();
-            socket->deleteLater();
-            continue;
-        }
-        m_waiting[socket];
-        socket->setReadBufferSize(readAhead);
-        // Answers are small; held back to be sent together they would come 40 ms late.
-        socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-        connect(socket, &QTcpSocket::readyRead, this, [this, socket] { read(socket); });
-        connect(socket, &QTcpSocket::disconnected, this, [this, socket] {
-            m_waiting.erase(socket);
-            socket->deleteLater();
-        });
-        giveUpLater(socket);
-        read(socket);
+    m_waiting[socket].arrival = ++m_arrivals;
+    socket->setReadBufferSize(readAhead);
+    // Answers are small; held back to be sent together they would come 40 ms late.
+    socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    connect(socket, &QTcpSocket::readyRead, this, [this, socket] { read(socket); });
+    connect(socket, &QTcpSocket::disconnected, this, [this, socket] {
+        m_waiting.erase(socket);
+        socket->deleteLater();
+    });
+    giveUpLater(socket);
+    makeRoom();
+}
+
+void ServiceDoor::makeRoom()
+{
+    const auto strangers = m_waiting.size() - bodiesAwaited();
+    QTcpSocket* oldest = strangers > mostStrangers ? oldestStranger() : nullptr;
+    // In a rush it may have said long ago who it is, and nobody has looked yet.
+    if (oldest && !qobject_cast<QSslSocket*>(oldest))
+        oldest->waitForReadyRead(0);
+    const auto waiting = m_waiting.find(oldest);
+    if (waiting != m_waiting.end() && !waiting->second.request)
+        giveUp(oldest);
+}
+
+QTcpSocket* ServiceDoor::oldestStranger() const
+{
+    QTcpSocket* oldest = nullptr;
+    for (const auto& [socket, waiting] : m_waiting) {
+        if (!waiting.request && (!oldest || waiting.arrival < m_waiting.at(oldest).arrival))
+            oldest = socket;
     }
+    return oldest;
+}
+
+std::size_t ServiceDoor::bodiesAwaited() const
+{
+    return static_cast<std::size_t>(
+        std::ranges::count_if(m_waiting, [](const auto& waiting) { return waiting.second.request.has_value(); }));
 }
 
 void ServiceDoor::giveUpLater(QTcpSocket* socket)
@@ -86,9 +96,21 @@ void ServiceDoor::giveUpLater(QTcpSocket* socket)
     const bool waitsForHead = !m_waiting[socket].request;
     QTimer::singleShot(patience, socket, [this, socket, waitsForHead] {
         const auto waiting = m_waiting.find(socket);
-        if (waiting != m_waiting.end() && !waiting->second.request == waitsForHead)
+        if (waiting == m_waiting.end() || !waiting->second.request != waitsForHead)
+            return;
+        if (canBeAnswered(socket))
             refuse(socket, HttpResponse::refusal(408, "The request took too long."));
+        else
+            giveUp(socket);
     });
+}
+
+void ServiceDoor::giveUp(QTcpSocket* socket)
+{
+    m_waiting.erase(socket);
+    disconnect(socket, nullptr, this, nullptr);
+    socket->abort();
+    socket->deleteLater();
 }
 
 void ServiceDoor::read(QTcpSocket* socket)
@@ -104,7 +126,6 @@ void ServiceDoor::read(QTcpSocket* socket)
 
 void ServiceDoor::readHead(QTcpSocket* socket)
 {
-    // Only looked at: an upgrade reads the same bytes again.
     const QByteArray bytes = socket->peek(HttpRequest::longestHead + 4);
     const auto reading = HttpReading::of(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
     if (reading.kind == HttpReading::Kind::incomplete)
@@ -122,20 +143,29 @@ void ServiceDoor::readHead(QTcpSocket* socket)
 
 void ServiceDoor::letIn(QTcpSocket* socket, const HttpRequest& request, Guest guest)
 {
-    if (request.method == "POST") {
-        m_waiting[socket] = {request, guest};
-        giveUpLater(socket);
-        if (request.expectsContinue())
-            socket->write("HTTP/1.1 100 Continue\r\n\r\n");
-        readBody(socket);
-        return;
-    }
+    if (request.method != "POST")
+        return upgrade(socket, request, guest);
+    if (bodiesAwaited() >= mostBodies)
+        return refuse(socket, HttpResponse::refusal(503, "Too many requests are being sent. Try again later."));
+    Waiting& waiting = m_waiting[socket];
+    waiting.request = request;
+    waiting.guest = guest;
+    giveUpLater(socket);
+    if (request.expectsContinue())
+        socket->write("HTTP/1.1 100 Continue\r\n\r\n");
+    readBody(socket);
+}
+
+void ServiceDoor::upgrade(QTcpSocket* socket, const HttpRequest& request, Guest guest)
+{
     m_waiting.erase(socket);
     disconnect(socket, nullptr, this, nullptr);
-    socket->setReadBufferSize(0); // The WebSocket has bounds of its own.
-    m_upgrading[socket->peerPort()] = {guest, socket};
-    connect(socket, &QTcpSocket::disconnected, this, [this, port = socket->peerPort()] { m_upgrading.erase(port); });
-    m_upgrader.handleConnection(socket);
+    socket->skip(static_cast<qint64>(request.headBytes));
+    socket->write("HTTP/1.1 101 Switching Protocols\r\nUpgrade: websocket\r\nConnection: Upgrade\r\n"
+                  "Sec-WebSocket-Accept: "
+        + acceptanceOf(request.field("sec-websocket-key")) + "\r\n\r\n");
+    socket->setParent(nullptr);
+    m_handlers.webSocketOpened(guest, std::unique_ptr<QTcpSocket>(socket));
 }
 
 void ServiceDoor::readBody(QTcpSocket* socket)
@@ -148,6 +178,7 @@ void ServiceDoor::readBody(QTcpSocket* socket)
     std::string body = socket->read(static_cast<qint64>(waiting.request->bodyBytes)).toStdString();
     const Guest guest = waiting.guest;
     m_waiting.erase(socket);
+    QTimer::singleShot(answerPatience, socket, [socket] { socket->abort(); });
     m_handlers.posted(guest, std::move(body), HttpAnswer(socket));
 }
 
@@ -158,18 +189,6 @@ void ServiceDoor::refuse(QTcpSocket* socket, const HttpResponse& response)
     HttpAnswer(socket).answer(response);
     // A client that never reads its answer is not waited for.
     QTimer::singleShot(patience, socket, [socket] { socket->abort(); });
-}
-
-void ServiceDoor::takeUpgraded()
-{
-    while (QWebSocket* socket = m_upgrader.nextPendingConnection()) {
-        socket->setParent(nullptr);
-        const auto upgraded = m_upgrading.extract(socket->peerPort());
-        std::unique_ptr<QWebSocket> owned(socket);
-        if (!upgraded.empty())
-            m_handlers.webSocketOpened(
-                upgraded.mapped().first, std::move(owned), dynamic_cast<StallingSocket*>(upgraded.mapped().second));
-    }
 }
 
 } // namespace quorvell

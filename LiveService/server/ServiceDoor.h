@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
-// Accepts connections, with TLS where it has a certificate; refuses with an HTTP status what shows no key or asks for
+// Where clients come in: reads the head of every request, answers with a status whoever shows no key or asks for
 // something else; hands WebSockets and posted requests on.
 #pragma once
 
+#include "LiveService/server/DoorListener.h"
 #include "LiveService/server/HttpAnswer.h"
 #include "LiveService/server/ServiceRoute.h"
 
 #include <QHostAddress>
 #include <QObject>
 #include <QSslConfiguration>
-#include <QTcpServer>
-#include <QWebSocketServer>
+#include <QTcpSocket>
 
 #include <chrono>
 #include <cstdint>
@@ -20,17 +20,17 @@
 #include <optional>
 #include <string>
 
-class QWebSocket;
-
 namespace quorvell {
 
-class StallingSocket;
-
-/// Lives on the main thread.
+/// Lives on the main thread. Whoever has shown no key is counted and timed from the first moment on, the agreement on
+/// encryption included; when there are too many, the oldest of them gives way. So whoever shows the key at once is
+/// always let in, however many there are who never do.
 class ServiceDoor : public QObject {
 public:
     static constexpr std::chrono::milliseconds patience{5'000}; ///< For a whole head, and again for a whole body.
-    static constexpr std::size_t mostWaiting = 32; ///< Connections whose request is awaited; more are closed at once.
+    static constexpr std::chrono::milliseconds answerPatience{120'000}; ///< To make an answer and have it read.
+    static constexpr std::size_t mostStrangers = 32; ///< Connections that have not shown the key yet.
+    static constexpr std::size_t mostBodies = 8; ///< Awaited at once, of clients with the key: 16 MiB each at most.
 
     /// Somebody who shows the key. `number` counts them from 1 on.
     struct Guest {
@@ -39,8 +39,7 @@ public:
     };
     struct Handlers {
         std::function<std::optional<HttpResponse>(Guest)> refuse; ///< Nothing lets the guest in.
-        /// `wire` is null where the connection cannot be stalled.
-        std::function<void(Guest, std::unique_ptr<QWebSocket>, StallingSocket* wire)> webSocketOpened;
+        std::function<void(Guest, std::unique_ptr<QTcpSocket>)> webSocketOpened; ///< Its request has been answered.
         std::function<void(Guest, std::string body, HttpAnswer)> posted;
     };
 
@@ -49,31 +48,34 @@ public:
     /// Port 0 takes any that is free. False when the address cannot be had; problem() says why.
     bool listen(const QHostAddress& host, std::uint16_t port);
     void stop();
-    std::uint16_t port() const { return m_listener->serverPort(); }
-    QString problem() const { return m_listener->errorString(); }
+    std::uint16_t port() const { return m_listener.serverPort(); }
+    QString problem() const { return m_listener.errorString(); }
 
 private:
     struct Waiting {
-        std::optional<HttpRequest> request; ///< Its body is still awaited.
-        Guest guest;
+        int arrival = 0; ///< Counts up.
+        std::optional<HttpRequest> request{}; ///< The key was shown; its body is still awaited.
+        Guest guest{};
     };
 
-    void acceptWaiting();
+    void accept(QTcpSocket* socket);
+    void makeRoom();
+    QTcpSocket* oldestStranger() const;
+    std::size_t bodiesAwaited() const;
     void giveUpLater(QTcpSocket* socket);
+    void giveUp(QTcpSocket* socket);
     void read(QTcpSocket* socket);
     void readHead(QTcpSocket* socket);
     void readBody(QTcpSocket* socket);
     void letIn(QTcpSocket* socket, const HttpRequest& request, Guest guest);
+    void upgrade(QTcpSocket* socket, const HttpRequest& request, Guest guest);
     void refuse(QTcpSocket* socket, const HttpResponse& response);
-    void takeUpgraded();
 
     std::string m_token;
     Handlers m_handlers;
-    // These outlive the listener, whose sockets leave them as they end.
-    std::map<QTcpSocket*, Waiting> m_waiting;
-    std::map<std::uint16_t, std::pair<Guest, QTcpSocket*>> m_upgrading; ///< By the port of the other side.
-    std::unique_ptr<QTcpServer> m_listener;
-    QWebSocketServer m_upgrader; ///< Never listens itself: it has no way to refuse with a status.
+    std::map<QTcpSocket*, Waiting> m_waiting; ///< Outlives the listener, whose sockets leave it as they end.
+    DoorListener m_listener;
+    int m_arrivals = 0;
     int m_guests = 0;
 };
 

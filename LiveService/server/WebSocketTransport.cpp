@@ -1,24 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "LiveService/server/WebSocketTransport.h"
 
-#include "LiveService/server/StallingSocket.h"
-
 #include <utility>
 
 namespace quorvell {
 
 namespace {
 
+using Kind = WebSocketFrame::Kind;
+
 constexpr int abnormalClosure = 1006; ///< Never sent: the connection just ends.
+constexpr int normalClosure = 1000;
 
 } // namespace
 
-WebSocketTransport::WebSocketTransport(std::unique_ptr<QWebSocket> socket, StallingSocket* wire)
+WebSocketTransport::WebSocketTransport(std::unique_ptr<QTcpSocket> socket, std::chrono::milliseconds pongDelay)
     : m_socket(std::move(socket))
-    , m_wire(wire)
+    , m_secure(qobject_cast<QSslSocket*>(m_socket.get()))
+    , m_pongDelay(pongDelay)
 {
-    m_socket->setMaxAllowedIncomingMessageSize(longestMessage);
-    m_socket->setMaxAllowedIncomingFrameSize(longestMessage);
+    m_socket->setReadBufferSize(readAtOnce);
 }
 
 WebSocketTransport::~WebSocketTransport()
@@ -30,34 +31,101 @@ WebSocketTransport::~WebSocketTransport()
 void WebSocketTransport::begin(Reports reports)
 {
     m_reports = std::move(reports);
-    connect(m_socket.get(), &QWebSocket::textMessageReceived, this,
-        [this](const QString& text) { m_reports.textReceived(text.toStdString()); });
-    connect(m_socket.get(), &QWebSocket::binaryMessageReceived, this, [this] { m_reports.nonsenseReceived(); });
-    connect(m_socket.get(), &QWebSocket::disconnected, this, [this] { m_reports.lost(); });
-    connect(m_socket.get(), &QWebSocket::pong, this, [this] { m_awaitsPong = false; });
+    connect(m_socket.get(), &QTcpSocket::disconnected, this, [this] { m_reports.lost(); });
+    connect(m_socket.get(), &QTcpSocket::readyRead, this, &WebSocketTransport::read);
+    connect(m_socket.get(), &QTcpSocket::bytesWritten, this, &WebSocketTransport::sendOwedPong);
+    if (m_secure)
+        connect(m_secure, &QSslSocket::encryptedBytesWritten, this, &WebSocketTransport::sendOwedPong);
     connect(&m_ping, &QTimer::timeout, this, &WebSocketTransport::ping);
     m_ping.start(pingPeriod);
+    // What came behind the request is looked at when whoever owns this is ready for it.
+    QMetaObject::invokeMethod(
+        this, [this] { read(); }, Qt::QueuedConnection);
+}
+
+void WebSocketTransport::read()
+{
+    while (!m_isFrozen && m_socket->bytesAvailable() > 0) {
+        // More than there can be: only then an encrypted connection goes on to decrypt what it holds.
+        const QByteArray bytes = m_socket->read(2 * readAtOnce);
+        for (WebSocketReader::Piece& piece : m_reader.add({bytes.constData(), static_cast<std::size_t>(bytes.size())}))
+            take(std::move(piece));
+        // What comes behind it is read and thrown away until the client is gone: closed upon, it might lose the code.
+        if (m_reader.problem() != 0)
+            close(m_reader.problem(), "This is no frame that is taken here.");
+    }
+}
+
+void WebSocketTransport::take(WebSocketReader::Piece piece)
+{
+    switch (piece.kind) {
+    case Kind::text:
+        if (!m_isClosing)
+            m_reports.textReceived(std::move(piece.payload));
+        return;
+    case Kind::binary:
+        if (!m_isClosing)
+            m_reports.nonsenseReceived();
+        return;
+    case Kind::ping:
+        return pong(std::move(piece.payload));
+    case Kind::pong:
+        m_awaitsPong = false;
+        return;
+    case Kind::close:
+        close(piece.code == WebSocketReader::noCode ? normalClosure : piece.code, {});
+        m_socket->disconnectFromHost();
+        return;
+    case Kind::continuation:
+        return; // The reader has put it to its message.
+    }
+}
+
+void WebSocketTransport::pong(std::string payload)
+{
+    if (m_pongDelay == m_pongDelay.zero()) {
+        m_owedPong = std::move(payload);
+        return sendOwedPong();
+    }
+    QTimer::singleShot(m_pongDelay, this, [this, payload = std::move(payload)] { write(Kind::pong, payload); });
+}
+
+void WebSocketTransport::sendOwedPong()
+{
+    if (!m_owedPong || unsentBytes() > unsentWithPongs)
+        return;
+    const std::string payload = std::move(*m_owedPong);
+    m_owedPong.reset();
+    write(Kind::pong, payload);
 }
 
 void WebSocketTransport::send(const std::string& text)
 {
-    if (m_isFrozen)
+    if (m_isFrozen || m_isClosing)
         return;
-    if (m_socket->bytesToWrite() > longestUnsent + static_cast<qint64>(text.size()))
+    if (unsentBytes() > longestUnsent)
         m_socket->abort();
     else
-        m_socket->sendTextMessage(QString::fromStdString(text));
+        write(Kind::text, text);
+}
+
+qint64 WebSocketTransport::unsentBytes() const
+{
+    return m_socket->bytesToWrite() + (m_secure ? m_secure->encryptedBytesToWrite() : 0);
 }
 
 void WebSocketTransport::close(int code, std::string_view reason)
 {
+    if (std::exchange(m_isClosing, true))
+        return;
+    m_ping.stop();
     if (code == abnormalClosure || m_isFrozen) {
         m_socket->flush();
         m_socket->abort();
         return;
     }
-    m_socket->close(static_cast<QWebSocketProtocol::CloseCode>(code),
-        QString::fromUtf8(reason.data(), static_cast<qsizetype>(reason.size())));
+    write(Kind::close, WebSocketFrame::closePayload(code, reason));
+    m_socket->flush();
     // A client that does not answer the close is not waited for.
     QTimer::singleShot(closePatience, this, [this] { m_socket->abort(); });
 }
@@ -71,8 +139,6 @@ void WebSocketTransport::freeze()
 {
     m_isFrozen = true;
     m_ping.stop();
-    if (m_wire)
-        m_wire->freeze();
 }
 
 void WebSocketTransport::ping()
@@ -82,7 +148,15 @@ void WebSocketTransport::ping()
         return;
     }
     m_awaitsPong = true;
-    m_socket->ping();
+    write(Kind::ping, {});
+}
+
+void WebSocketTransport::write(Kind kind, std::string_view payload)
+{
+    if (m_isFrozen || (m_isClosing && kind != Kind::close))
+        return;
+    const std::string frame = WebSocketFrame::bytes(kind, payload);
+    m_socket->write(frame.data(), static_cast<qint64>(frame.size()));
 }
 
 } // namespace quorvell

@@ -232,6 +232,30 @@ TEST(LiveSessionEngine, stopsSpeakingWhenTheUserBegins)
     EXPECT_EQ(talk.tick(), Texts());
 }
 
+TEST(LiveSessionEngine, boundsWhatWaitsForTheVoiceAndTheRecogniser)
+{
+    StartedConversation talk;
+    const std::string sentence(3000, 'a');
+    const auto say = OpenAILiveMessage::instructions("[Quorvell app event] Tell them: “" + sentence + "”.");
+    int voiced = 0;
+    for (int count = 0; count < 100; ++count)
+        voiced += talk.send(say).front().starts_with("voice") ? 1 : 0;
+    EXPECT_EQ(voiced, static_cast<int>(LiveSessionEngine::longestUnsaid / sentence.size()));
+    for (int reply = 1; reply <= voiced; ++reply)
+        talk.voice({.reply = reply, .kind = VoicePiece::Kind::replyEnded});
+    EXPECT_TRUE(talk.send(say).front().starts_with("voice")) << "and then again";
+
+    StartedConversation loud;
+    Texts texts;
+    for (std::size_t turn = 0; turn <= LiveSessionEngine::mostTurnsUnrecognised && texts.empty(); ++turn) {
+        for (const std::string& text : loud.sendSound(40, milliseconds(400)))
+            if (text.starts_with("close"))
+                texts.push_back(text);
+        loud.engine().soundPaused();
+    }
+    EXPECT_EQ(texts, Texts{"close 1008 too_much_sound"});
+}
+
 TEST(LiveSessionEngine, carriesOutInstructions)
 {
     const std::pair<const char*, Texts> rows[] = {

@@ -80,20 +80,14 @@ TEST(FaultyServer, saysThatItGoesAwayAndGoes)
 
 TEST(FaultyServer, encryptsWithTheCertificateItIsGiven)
 {
-    QFile file(QStringLiteral(QUORVELL_FIXTURES "/connections/selfSigned.pem"));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray pem = file.readAll();
-    QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
-    tls.setLocalCertificate(QSslCertificate(pem));
-    tls.setPrivateKey(QSslKey(pem, QSsl::Rsa).isNull() ? QSslKey(pem, QSsl::Ec) : QSslKey(pem, QSsl::Rsa));
     auto with = settings();
-    with.tls = tls;
+    with.tls = selfSignedTls();
     LiveServer server(with); // The certificate names 127.0.0.1 and localhost.
     ASSERT_TRUE(server.listen(QHostAddress(QStringLiteral("127.0.0.2")), 0));
     QNetworkRequest request(QUrl(QStringLiteral("wss://127.0.0.2:%1/v1/live/sessions").arg(server.port())));
     request.setRawHeader("Authorization", "Bearer secret");
     QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
-    trusting.setCaCertificates({QSslCertificate(pem)});
+    trusting.setCaCertificates({with.tls->localCertificate()});
     for (const bool overlooksTheName : {false, true}) {
         QWebSocket socket;
         socket.setSslConfiguration(trusting);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Catches a service that lets the wrong client in, mixes up sessions, or breaks on nonsense.
 #include "LiveService/server/ServiceDoor.h"
+#include "QuorvellCore/live/wire/transport/WebSocketFrame.h"
 #include "ServiceClients.h"
 
 #include <tuple>
@@ -24,13 +25,120 @@ TEST(LiveServer, refusesWithAStatus)
     EXPECT_TRUE(plain.readAll().startsWith("HTTP/1.1 401 Unauthorized\r\n"));
     EXPECT_EQ(server.sessionCount(), 0u);
 
-    std::vector<std::unique_ptr<QTcpSocket>> silent(ServiceDoor::mostWaiting + 1);
+    std::vector<std::unique_ptr<QTcpSocket>> silent(ServiceDoor::mostStrangers + 1);
     for (auto& socket : silent) {
         socket = std::make_unique<QTcpSocket>();
         socket->connectToHost(QHostAddress::LocalHost, server.port());
     }
     const auto isClosed = [](const auto& socket) { return socket->state() == QTcpSocket::UnconnectedState; };
     EXPECT_TRUE(waitFor([&] { return std::ranges::count_if(silent, isClosed) == 1; })) << "one too many";
+}
+
+/// Connections that never say anything.
+std::vector<std::unique_ptr<QTcpSocket>> silentOnes(const LiveServer& server, std::size_t count)
+{
+    std::vector<std::unique_ptr<QTcpSocket>> silent(count);
+    for (auto& socket : silent) {
+        socket = std::make_unique<QTcpSocket>();
+        socket->connectToHost(QHostAddress::LocalHost, server.port());
+    }
+    return silent;
+}
+
+TEST(LiveServer, isOpenToWhoeverShowsTheKeyHoweverManyDoNot)
+{
+    auto encrypted = settings();
+    encrypted.tls = selfSignedTls();
+    for (const auto& with : {settings(), encrypted}) {
+        SCOPED_TRACE(with.tls ? "with TLS" : "plain");
+        const ListeningServer server(with);
+        Client early(server);
+        ASSERT_TRUE(waitFor([&] { return early.isConnected; }));
+        {
+            const auto silent = silentOnes(server, ServiceDoor::mostStrangers + 10);
+            const auto isClosed = [](const auto& socket) { return socket->state() == QTcpSocket::UnconnectedState; };
+            EXPECT_TRUE(waitFor([&] { return std::ranges::count_if(silent, isClosed) == 10; })) << "the oldest go";
+            EXPECT_TRUE(isClosed(silent.front()));
+            Client beside(server);
+            EXPECT_TRUE(waitFor([&] { return beside.isConnected; }));
+        }
+        waitFor([&] { return server.sessionCount() == 1; });
+        Client after(server);
+        EXPECT_TRUE(waitFor([&] { return after.isConnected; }));
+        EXPECT_FALSE(early.isOver) << "who is in stays in";
+    }
+}
+
+/// Bytes on an upgraded connection that no library would send.
+class RawClient {
+public:
+    RawClient(const LiveServer& server, const char* from)
+    {
+        socket.bind(QHostAddress(QString::fromLatin1(from)), sharedPort);
+        socket.connectToHost(QHostAddress::LocalHost, server.port());
+        socket.write(
+            "GET /v1/live/sessions HTTP/1.1\r\nHost: x\r\nAuthorization: Bearer secret\r\nUpgrade: websocket\r\n"
+            "Connection: Upgrade\r\nSec-WebSocket-Version: 13\r\nSec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n\r\n");
+        EXPECT_TRUE(waitFor([&] { return socket.state() == QTcpSocket::ConnectedState; }));
+        sharedPort = socket.localPort();
+        EXPECT_TRUE(waitFor([&] { return reads("s3pPLMBiTxaQ9kYGzzhZRbK+xOo=\r\n\r\n"); }));
+    }
+    void send(WebSocketFrame::Kind kind, std::string_view payload, std::optional<WebSocketFrame::Mask> mask)
+    {
+        const std::string frame = WebSocketFrame::bytes(kind, payload, mask);
+        socket.write(frame.data(), qint64(frame.size()));
+    }
+    bool reads(const QByteArray& text)
+    {
+        read += socket.readAll();
+        return read.contains(text);
+    }
+
+    QTcpSocket socket;
+    QByteArray read;
+    static inline quint16 sharedPort = 0;
+};
+
+TEST(LiveServer, holdsToTheProtocolOfWebSockets)
+{
+    const ListeningServer server;
+    RawClient::sharedPort = 0;
+    RawClient unmasked(server, "127.0.0.2");
+    unmasked.send(WebSocketFrame::Kind::text, "{}", std::nullopt);
+    EXPECT_TRUE(waitFor([&] { return unmasked.reads(QByteArray("\x03\xEA", 2)); })) << "closed with 1002";
+    EXPECT_TRUE(waitFor([&] { return unmasked.socket.state() == QTcpSocket::UnconnectedState; }));
+}
+
+TEST(LiveServer, tellsTwoClientsOfOnePortApart)
+{
+    const ListeningServer server;
+    RawClient::sharedPort = 0;
+    RawClient one(server, "127.0.0.2"), two(server, "127.0.0.3");
+    ASSERT_EQ(one.socket.localPort(), two.socket.localPort());
+    for (RawClient* client : {&one, &two}) {
+        client->send(WebSocketFrame::Kind::text, "{}", WebSocketFrame::Mask{});
+        EXPECT_TRUE(waitFor([&] { return client->reads("\"error\""); }));
+    }
+}
+
+TEST(LiveServer, answersOnlyTheLastPingOfAClientThatNeverReads)
+{
+    const ListeningServer server;
+    RawClient::sharedPort = 0;
+    RawClient client(server, "127.0.0.2");
+    client.send(WebSocketFrame::Kind::text,
+        dumpJson(OpenAILiveMessage::sessionStart({}, OpenAILiveMessage::AudioFormat::declared)),
+        WebSocketFrame::Mask{});
+    client.socket.setReadBufferSize(1);
+    const std::string payload(WebSocketFrame::longestControl, 'p');
+    // Were each answered, 24 MiB of answers would wait in the service, or the client would never get this far.
+    for (int count = 0; count < 200'000; ++count)
+        client.send(WebSocketFrame::Kind::ping, payload, WebSocketFrame::Mask{});
+    client.send(WebSocketFrame::Kind::ping, "the last", WebSocketFrame::Mask{});
+    ASSERT_TRUE(waitFor([&] { return client.socket.bytesToWrite() == 0; }, 20'000));
+    client.socket.setReadBufferSize(0);
+    EXPECT_TRUE(waitFor([&] { return client.reads("the last"); }));
+    EXPECT_LT(client.read.size(), 16 * 1024 * 1024) << "and what the two kernels hold";
 }
 
 TEST(LiveServer, servesTwoSessionsAtOnceAndNoMore)
@@ -96,7 +204,7 @@ TEST(LiveServer, goesOnAfterNonsenseAndKeepsFramesInOrder)
     ASSERT_TRUE(waitFor([&] { return client.types.count("error") == 3; }));
     EXPECT_TRUE(client.got("response.event")) << "the long message came first";
 
-    client.socket.sendTextMessage(QString(WebSocketTransport::longestMessage + 1024, QLatin1Char('a')));
+    client.socket.sendTextMessage(QString(qsizetype(WebSocketTransport::longestMessage) + 1024, QLatin1Char('a')));
     ASSERT_TRUE(waitFor([&] { return client.isOver; }));
     EXPECT_EQ(client.socket.closeCode(), QWebSocketProtocol::CloseCodeTooMuchData);
     EXPECT_TRUE(waitFor([&] { return server.sessionCount() == 0; }));

@@ -73,12 +73,27 @@ inline LiveServer::Settings settings(const std::vector<const char*>& faultTexts 
         .faults = std::move(faults)};
 }
 
+/// Names 127.0.0.1 and localhost.
+inline QSslConfiguration selfSignedTls()
+{
+    QFile file(QStringLiteral(QUORVELL_FIXTURES "/connections/selfSigned.pem"));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray pem = file.readAll();
+    QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
+    tls.setLocalCertificate(QSslCertificate(pem));
+    tls.setPrivateKey(QSslKey(pem, QSsl::Rsa).isNull() ? QSslKey(pem, QSsl::Ec) : QSslKey(pem, QSsl::Rsa));
+    return tls;
+}
+
 struct ListeningServer : LiveServer {
     explicit ListeningServer(Settings with = settings())
-        : LiveServer(std::move(with))
+        : LiveServer(with)
+        , tls(with.tls)
     {
         EXPECT_TRUE(listen(QHostAddress::LocalHost, 0));
     }
+
+    std::optional<QSslConfiguration> tls;
 };
 
 inline constexpr const char* isSet =
@@ -109,13 +124,20 @@ inline std::string addressOf(const LiveServer& server)
 /// A client that answers set_reminder and remembers what came.
 class Client {
 public:
-    explicit Client(const LiveServer& server, const char* key = "secret")
+    explicit Client(const ListeningServer& server, const char* key = "secret")
     {
+        if (server.tls) {
+            QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
+            trusting.setCaCertificates({server.tls->localCertificate()});
+            socket.setSslConfiguration(trusting);
+        }
         QObject::connect(
             &socket, &QWebSocket::textMessageReceived, &socket, [this](const QString& text) { take(text); });
         QObject::connect(&socket, &QWebSocket::connected, &socket, [this] { isConnected = true; });
         QObject::connect(&socket, &QWebSocket::disconnected, &socket, [this] { isOver = true; });
-        QNetworkRequest request(QUrl(QStringLiteral("ws://127.0.0.1:%1/v1/live/sessions").arg(server.port())));
+        const QString scheme = server.tls ? QStringLiteral("wss") : QStringLiteral("ws");
+        QNetworkRequest request(
+            QUrl(QStringLiteral("%1://127.0.0.1:%2/v1/live/sessions").arg(scheme).arg(server.port())));
         request.setRawHeader("Authorization", QByteArray("Bearer ") + key);
         socket.open(request);
     }
