@@ -4,6 +4,7 @@
 #include "Quorvell/session/hearing/MicrophoneStream.h"
 #include "QuorvellCore/text/Characters.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvell {
@@ -13,6 +14,17 @@ namespace {
 std::chrono::milliseconds lengthOf(std::span<const std::uint8_t> pcm)
 {
     return std::chrono::milliseconds(pcm.size() * 1000 / (2 * MicrophoneStream::sampleRateHz));
+}
+
+/// So much of a text as there is room for behind `bytes` others; characters stay whole.
+std::string withinBound(const std::string& text, std::size_t bytes, std::size_t most)
+{
+    std::size_t room = most - std::min(bytes, most);
+    if (text.size() <= room)
+        return text;
+    while (room > 0 && (static_cast<unsigned char>(text[room]) & 0xC0) == 0x80)
+        --room;
+    return text.substr(0, room);
 }
 
 } // namespace
@@ -51,7 +63,7 @@ void ConversationTurn::userOverheard(const std::string& text)
 void ConversationTurn::lateUserWords(const std::string& delta)
 {
     m_isHeardLate = true;
-    m_heard.add(m_heard.partial + delta, Transcript::Piece::partial);
+    hear(delta);
     m_lateWordsTimer = m_ports.scheduler.after(lateWordsSettle, [this] { finishUserWords(); });
     noteActivity();
 }
@@ -63,9 +75,14 @@ void ConversationTurn::forgetUserWords()
     m_lateWordsTimer.cancel();
 }
 
+void ConversationTurn::hear(const std::string& delta)
+{
+    m_heard.partial += withinBound(delta, m_heard.partial.size(), longestHeard);
+}
+
 void ConversationTurn::userWords(const std::string& delta)
 {
-    m_heard.add(m_heard.partial + delta, Transcript::Piece::partial);
+    hear(delta);
     noteBeginning();
     m_tracker.heard();
     noteActivity();
@@ -101,7 +118,7 @@ void ConversationTurn::backendFinished()
 
 void ConversationTurn::voiceSound(std::span<const std::uint8_t> pcm)
 {
-    if (isShown() || m_bargedIn)
+    if (isShown() || m_bargedIn || m_ports.player.unplayed() > mostUnplayed)
         return;
     finishUserWords();
     startNewCaption();
@@ -117,9 +134,12 @@ void ConversationTurn::voiceWords(const std::string& delta)
         return;
     finishUserWords();
     startNewCaption();
-    m_spoken.addWords(delta);
-    if (!isShown())
-        m_ports.observer.assistantWordsHeard(delta);
+    if (const std::string words = withinBound(delta, m_spokenBytes, longestReply); !words.empty()) {
+        m_spokenBytes += words.size();
+        m_spoken.addWords(words);
+        if (!isShown())
+            m_ports.observer.assistantWordsHeard(words);
+    }
     noteAnswer();
 }
 
@@ -128,10 +148,13 @@ void ConversationTurn::replyWritten(const std::string& text)
     if (m_bargedIn)
         return;
     finishUserWords();
-    m_written += (m_written.empty() ? "" : " ") + text;
+    const std::string kept = withinBound(text, m_written.size(), longestReply);
+    if (!kept.empty())
+        m_written += (m_written.empty() ? "" : " ") + kept;
     if (!isShown())
         return noteActivity();
-    m_ports.observer.assistantSaid(text);
+    if (!kept.empty())
+        m_ports.observer.assistantSaid(kept);
     noteAnswer();
 }
 
@@ -199,6 +222,7 @@ void ConversationTurn::cutReply(Cut cut)
     m_ports.player.stop();
     const std::string heard = m_spoken.heard(played);
     m_spoken = {};
+    m_spokenBytes = 0;
     if (!isShown() && !heard.empty())
         m_spoken.addWords(heard);
     m_bargedIn = true;
@@ -349,6 +373,7 @@ void ConversationTurn::finishAssistantWords()
 {
     const std::string spoken = trimmed(std::exchange(m_spoken, {}).text());
     const std::string written = trimmed(std::exchange(m_written, {}));
+    m_spokenBytes = 0;
     const bool isWrittenBest = !written.empty() && (isShown() || (spoken.empty() && !m_bargedIn));
     const std::string& text = isWrittenBest ? written : spoken;
     if (text.empty())

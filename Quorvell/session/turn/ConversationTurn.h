@@ -35,6 +35,11 @@ public:
     ConversationTurn(const ConversationTurn&) = delete;
     ConversationTurn& operator=(const ConversationTurn&) = delete;
 
+    // What one turn may hold; a service that says more is not listened to until the next one begins.
+    static constexpr std::size_t longestHeard = 64 * 1024; ///< Bytes of what the user says: over an hour of speech.
+    static constexpr std::size_t longestReply = 256 * 1024; ///< Bytes that the voice says, and again that are written.
+    static constexpr std::chrono::minutes mostUnplayed{10}; ///< Of the voice: 29 MB at the loudspeaker.
+
     /// An answer is asked for.
     void open();
     /// The user typed, which asks for an answer. `ownWords` is `text` without what was pasted.
@@ -124,6 +129,7 @@ private:
     /// Nor is it silent for longer while a sentence is still being sent.
     static constexpr std::chrono::milliseconds voiceGap{150};
 
+    void hear(const std::string& delta);
     bool isShown() const { return m_replies == SessionSettings::Replies::shown; }
     void userAsked(const std::string& text, const std::string& ownWords, SessionAudience::Words words);
     void userAskedBefore(const std::string& text);
@@ -145,6 +151,7 @@ private:
     bool m_isHeardLate = false; ///< It was acted on before it arrived.
     SpokenReply m_spoken; ///< What the voice said in this turn.
     std::chrono::milliseconds m_playedBefore{}; ///< Where in all sound ever played this turn's voice begins.
+    std::size_t m_spokenBytes = 0; ///< Words of the voice in this turn.
     std::string m_written; ///< What the model wrote in this turn.
     ThoughtSummary m_thoughtSummary; ///< Of this turn, or of the last one.
     bool m_bargedIn = false;

@@ -10,6 +10,38 @@ protected:
     SessionWordsTest() { own({"keep_note"}); }
 };
 
+TEST_F(SessionWordsTest, aTurnThatNeverEndsIsHeldWithinBounds)
+{
+    const std::string piece = std::string(999, 'x') + "é"; // A bound falls into the middle of a character.
+    const std::string delta = piece + piece + piece + piece + piece + piece + piece + piece;
+    struct Row {
+        const char* name;
+        LiveServerEvent event;
+        std::size_t most;
+    };
+    const Row rows[] = {
+        {"the voice's words", live_event::OutputTranscript{delta}, ConversationTurn::longestReply},
+        {"the user's words", live_event::InputTranscript{delta}, ConversationTurn::longestHeard},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        makeActive();
+        for (int count = 0; count < 200; ++count)
+            wire->report(row.event);
+        wire->report(live_event::Delegated{"deleg_1"}); // Ends what the user says.
+        controller->stop("enough");
+        std::size_t longest = 0;
+        for (const auto& line : saidSince())
+            longest = std::max(longest, line.size());
+        EXPECT_GT(longest, row.most - 100);
+        EXPECT_LT(longest, row.most + 100);
+    }
+    makeActive();
+    for (int minute = 0; minute < 15; ++minute)
+        wire->report(live_event::Audio{Bytes(60 * 48'000, 1)});
+    EXPECT_LE(player.unplayed(), ConversationTurn::mostUnplayed + 1min);
+}
+
 TEST_F(SessionWordsTest, theModeFollowsTheUserAlone)
 {
     makeActive();
