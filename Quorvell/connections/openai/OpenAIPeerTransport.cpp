@@ -16,8 +16,7 @@ constexpr std::size_t largestAnswer = 1024 * 1024;
 WebRTCPeerOptions optionsFor(const LiveAccess& access)
 {
     WebRTCPeerOptions options;
-    const std::string& host = access.endpoint.host;
-    const bool isHere = host.starts_with("127.") || host.starts_with("localhost") || host.starts_with("[::1]");
+    const bool isHere = ServiceAddress{access.endpoint.host, access.endpoint.security}.isThisComputer();
     options.reach = isHere ? WebRTCPeerOptions::Reach::thisComputer : WebRTCPeerOptions::Reach::network;
     // The microphone gives what it held back in one burst when somebody begins to speak, and half a minute of it after
     // a lost connection.

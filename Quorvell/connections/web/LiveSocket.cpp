@@ -6,8 +6,10 @@
 
 #include <QSslConfiguration>
 #include <QSslError>
+#include <QSslSocket>
 #include <QTcpSocket>
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvell {
@@ -79,17 +81,40 @@ void LiveSocket::open(const WebRequest& request)
 
 void LiveSocket::send(std::string_view text)
 {
+    if (m_hasEnded)
+        return;
+    // Later, since nothing is reported from inside a call.
+    if (unsentBytes() + static_cast<std::int64_t>(text.size()) > mostUnsent)
+        return QTimer::singleShot(0, &m_context, [this] { end({Kind::wentSilent}); });
+    m_sent = (unsentBytes() > 0 ? m_sent : 0) + static_cast<std::int64_t>(text.size());
     m_socket->sendTextMessage(toQString(text));
+}
+
+std::int64_t LiveSocket::unsentBytes() const
+{
+    std::int64_t bytes = m_socket->bytesToWrite();
+    // What is encrypted counts as written there.
+    for (const QSslSocket* connection : m_socket->findChildren<QSslSocket*>())
+        bytes += connection->encryptedBytesToWrite();
+    return bytes;
+}
+
+/// Any byte is a sign of life: a long message holds the pongs behind it back. But the library answers every ping by
+/// itself, and a service that reads none of the answers would have them hoarded here.
+void LiveSocket::bytesArrived()
+{
+    m_unansweredPings = 0;
+    if (unsentBytes() > std::min(m_sent + mostUnsentPongs, mostUnsent))
+        end({Kind::wentSilent});
 }
 
 void LiveSocket::socketOpened()
 {
     m_isOpen = true;
     // Messages are small and answered at once; held back to be joined, each would cost 40 ms.
-    // And any byte is a sign of life: a long message holds the pongs behind it back.
     for (QTcpSocket* connection : m_socket->findChildren<QTcpSocket*>()) {
         connection->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-        QObject::connect(connection, &QTcpSocket::readyRead, &m_context, [this] { m_unansweredPings = 0; });
+        QObject::connect(connection, &QTcpSocket::readyRead, &m_context, [this] { bytesArrived(); });
     }
     m_deadline.stop();
     m_pings.start();

@@ -293,6 +293,30 @@ TEST_F(OpenAILiveClientTest, aTypedMessageRunsAToolAndComesBackInWriting)
     EXPECT_NE(peers.sessions.at(0).find("Be kind."), std::string::npos);
 }
 
+TEST_F(OpenAILiveClientTest, aServiceThatPingsAndNeverReadsIsLetGo)
+{
+    // 125 bytes each; what it sends is taken as fast as it comes, and every answer is as long.
+    QByteArray pings;
+    for (int count = 0; count < 8'000; ++count)
+        pings += QByteArray("\x89\x7D", 2) + QByteArray(125, 'p');
+    qint64 sent = 0;
+    const ScriptedWebServer server([&](QTcpSocket& peer, const std::string& request) {
+        peer.write(ScriptedWebServer::upgradeSaying(
+            QByteArray::fromStdString(request), R"({"type":"session.started","session":{"id":"s"}})"));
+        peer.setReadBufferSize(1);
+        const auto more = [&] {
+            while (peer.bytesToWrite() < 4 * 1024 * 1024 && sent < 512 * 1024 * 1024)
+                sent += peer.write(pings);
+        };
+        QObject::connect(&peer, &QTcpSocket::bytesWritten, &peer, more);
+        more();
+    });
+    Talk talk(server.access());
+    ASSERT_TRUE(runUntil([&] { return talk.observer.closings > 0; }, 30s)) << sent;
+    EXPECT_LT(sent, 128 * 1024 * 1024) << "and not all that it has";
+    EXPECT_NE(talk.observer.closure->sentence.find("has gone silent"), std::string::npos);
+}
+
 TEST_F(OpenAILiveClientTest, soundTravelsBothWays)
 {
     const ScriptedLiveServer server([](QWebSocket& peer, const std::string& text) {
