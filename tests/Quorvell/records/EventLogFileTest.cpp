@@ -41,13 +41,12 @@ TEST(EventLogFile, keepsEventsAsLinesThatOnlyTheUserReads)
     EXPECT_EQ(linesOf(path),
         (std::vector<std::string>{
             R"({"at":"2026-11-21T10:00:00.000Z","event":"session_started","run":"a1b2c3","id":"sess\n1"})",
-            R"({"at":"2026-11-21T10:00:00.000Z","event":"server_error","run":"a1b2c3","code":"(key)"})",
+            R"x({"at":"2026-11-21T10:00:00.000Z","event":"server_error","run":"a1b2c3","code":"(key)"})x",
             R"({"at":"2026-11-21T10:00:00.000Z","event":"too_long","run":"a1b2c3"})",
-            R"({"at":"2026-11-21T10:00:00.000Z","event":"again","run":"a1b2c3"})"
-}));
-struct stat status { };
-ASSERT_EQ(stat(path.c_str(), &status), 0);
-EXPECT_EQ(status.st_mode & 0777, 0600U);
+            R"({"at":"2026-11-21T10:00:00.000Z","event":"again","run":"a1b2c3"})"}));
+    struct stat status { };
+    ASSERT_EQ(stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600U);
 }
 
 TEST(EventLogFile, aFullFileMovesAsideAndTheOldestGoes)
