@@ -28,7 +28,10 @@ bool asksByItsStart(const std::string& phrase)
     static const Pattern helper("^(?:is|are|am|was|were|does|has|should|shall) \\w"
                                 "|^(?:do|did|have|had) (?:i|we|you|he|she|they|any|there)\\b"
                                 "|^(?:will|would|could|can|may|might|must) (?!(?:you|i|we|it be possible)\\b)\\w");
-    return questionWord.find(phrase) || helper.find(phrase);
+    // "Can the dentist wait until monday" wishes just that.
+    static const Pattern wish(
+        "^(?:can|could) (?:\\w+ ){1,5}(?:wait|be (?:moved|put off|postponed|pushed|cancelled))\\b");
+    return questionWord.find(phrase) || (helper.find(phrase) && !wish.find(phrase));
 }
 
 bool asksToBeTold(const std::string& phrase)
@@ -36,7 +39,7 @@ bool asksToBeTold(const std::string& phrase)
     static const Pattern telling(
         "^(?:(?:may|can|could) (?:i|we) (?:know|ask|see|hear)\\b|(?:let me know|tell me|show me|remind me) "
         "(?:if|whether|what|which|where|who|how)\\b"
-        "|(?:tell|show|give) me (?:the|my|our|all|any|every|today|todays|tomorrow|tomorrows)\\b"
+        "|(?:tell|show|give) me (?:the|my|our|all|any)\\b|(?:show|give) me (?:every|today|todays|tomorrow|tomorrows)\\b"
         "|(?:show|list|display) (?:the|my|our|all|any|today|todays|tomorrow|tomorrows)\\b"
         "|(?:confirm|verify|check) (?:if|whether)\\b|(?:confirm|verify) (?:that )?(?:i|we|you|there)\\b)");
     return telling.find(phrase).has_value();

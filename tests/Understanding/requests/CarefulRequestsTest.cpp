@@ -91,7 +91,8 @@ TEST(CarefulRequests, aPoliteWishStaysOne)
             R"(set_reminder {"text":"remind me to feed the cat tonight"})"},
     });
     for (const char* words : {"remind me about the meeting", "what about 6 pm?", "when I get home, remind me",
-             "do the dishes", "I put the key under the pot, remember that", "give me a nudge at 5 pm",
+             "do the dishes", "tell me tomorrow at 9 am to stretch", "can the dentist wait until monday",
+             "I put the key under the pot, remember that", "give me a nudge at 5 pm",
              "the dentist, can we make that friday?"})
         EXPECT_EQ(moodOf(words), RequestMood::wish) << words;
 }
