@@ -5,7 +5,7 @@
     tests/peers/wire_attacks.py PROGRAM [SECONDS]
 
 One line each: what was done, the greatest memory of the attacked program, and what an honest client met meanwhile.
-Needs openssl for the attacks on TLS.
+Needs openssl for the attacks on TLS. The assistant is asked to speak aloud, since what is only typed takes another wire.
 """
 import base64, os, select, socket, ssl, struct, subprocess, sys, tempfile, threading, time
 
@@ -244,7 +244,7 @@ def hostile_service(harm):
         service = HostileService(harm)
         service.start()
         port = service.listener.getsockname()[1]
-        chat = subprocess.Popen([program, "chat"], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
+        chat = subprocess.Popen([program, "chat", "--aloud", "--transport", "websocket"], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
             stderr=subprocess.DEVNULL, env=surroundings(home, OPENAI_API_KEY="k",
                 QUORVELL_LIVE_HOST="ws://127.0.0.1:%d" % port))
         chat.stdin.write(b"hello\n")
