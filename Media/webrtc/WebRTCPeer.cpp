@@ -205,8 +205,12 @@ void WebRTCPeer::Link::OnIceGatheringChange(Library::IceGatheringState state)
 
 void WebRTCPeer::Link::OnIceCandidate(const webrtc::IceCandidateInterface*)
 {
-    if (!std::exchange(m_hasAddress, true))
-        m_engine.signalling().PostDelayedTask([this] { reportDescription(); }, addressesTogether);
+    if (std::exchange(m_hasAddress, true))
+        return;
+    // On this computer any one address is as good as all.
+    const bool isHere = m_options.reach == WebRTCPeerOptions::Reach::thisComputer;
+    m_engine.signalling().PostDelayedTask(
+        [this] { reportDescription(); }, isHere ? webrtc::TimeDelta::Zero() : addressesTogether);
 }
 
 void WebRTCPeer::Link::reportDescription()
