@@ -3,6 +3,7 @@
 
 #include "Quorvell/agenda/IcsLimits.h"
 #include "Quorvell/agenda/IcsRule.h"
+#include "Quorvell/agenda/IcsWeekNumbers.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
@@ -149,18 +150,13 @@ void IcsEvent::followRule(icalproperty* property, Instant from, Search& search, 
     IcsRule::dropPositionsInWeeks(rule);
     if (isHourly)
         return followHours(rule, from, search, found);
+    if (IcsWeekNumbers::areNamed(rule))
+        return followWeeks(rule, from, search, found);
     const IcsZones& zones = search.zones;
     IcsMoment plain = start;
     if (plain.kind != IcsMoment::Kind::date)
         plain.kind = IcsMoment::Kind::floating;
-    // No further than asked, so that a rule that never comes again is not followed to the end of time.
-    const IcsLocalTime farthest = zones.moment(search.to, start).local + days(1);
-    auto until = IcsMoment::from(rule.until);
-    if (until && until->kind == IcsMoment::Kind::utc && start.kind != IcsMoment::Kind::utc)
-        until->local = zones.moment(zones.instant(*until), start).local;
-    if (until && until->kind == IcsMoment::Kind::date && start.kind != IcsMoment::Kind::date)
-        until->local += days(1) - seconds(1);
-    rule.until = plain.at(until ? std::min(until->local, farthest) : farthest).time();
+    rule.until = plain.at(farthest(rule, search)).time();
     icalrecur_iterator* iterator = icalrecur_iterator_new(rule, plain.time());
     if (!iterator)
         return;
@@ -181,6 +177,47 @@ void IcsEvent::followRule(icalproperty* property, Instant from, Search& search, 
     }
     search.omissions.repeats |= !isWhole && !search.patience.isOver();
     icalrecur_iterator_free(iterator);
+}
+
+/// No further than asked, so that a rule that never comes again is not followed to the end of time.
+IcsLocalTime IcsEvent::farthest(const icalrecurrencetype& rule, const Search& search) const
+{
+    const IcsZones& zones = search.zones;
+    const IcsLocalTime asked = zones.moment(search.to, start).local + days(1);
+    auto until = IcsMoment::from(rule.until);
+    if (until && until->kind == IcsMoment::Kind::utc && start.kind != IcsMoment::Kind::utc)
+        until->local = zones.moment(zones.instant(*until), start).local;
+    if (until && until->kind == IcsMoment::Kind::date && start.kind != IcsMoment::Kind::date)
+        until->local += days(1) - seconds(1);
+    return until ? std::min(until->local, asked) : asked;
+}
+
+void IcsEvent::followWeeks(
+    const icalrecurrencetype& rule, Instant from, Search& search, std::vector<IcsMoment>& found) const
+{
+    const IcsLocalTime last = farthest(rule, search);
+    const auto yearOf = [&rule](IcsLocalTime local) {
+        return IcsWeekNumbers::yearOf(rule, std::chrono::floor<days>(local));
+    };
+    const LocalDay first = std::chrono::floor<days>(start.local);
+    const int interval = std::max<int>(rule.interval, 1);
+    const int begins = yearOf(start.local);
+    const int near = rule.count == 0 ? yearOf(search.zones.moment(from - days(2), start).local) : begins;
+    int step = 0;
+    for (int year = begins + std::max(near - begins, 0) / interval * interval; year <= yearOf(last); year += interval) {
+        for (const LocalDay day : IcsWeekNumbers::days(rule, first, year)) {
+            const IcsMoment occurrence = start.at(day + (start.local - first));
+            if (occurrence.local < start.local)
+                continue;
+            const bool isOver = occurrence.local > last || (rule.count > 0 && step >= rule.count);
+            const bool isTooFar = ++step > IcsLimits::longestSearch || found.size() >= IcsLimits::mostOccurrences;
+            search.omissions.repeats |= isTooFar && !isOver;
+            if (isOver || isTooFar || search.patience.isOver())
+                return;
+            if (search.zones.instant(occurrence) >= from)
+                found.push_back(occurrence);
+        }
+    }
 }
 
 /// Hours need no calendar, and years of them no patience.

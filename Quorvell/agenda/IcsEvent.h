@@ -50,6 +50,9 @@ private:
     /// `from` is earlier than that of the search by the length of the event.
     void followRule(icalproperty* rule, Instant from, Search& search, std::vector<IcsMoment>& found) const;
     void followHours(const icalrecurrencetype& rule, Instant from, Search& search, std::vector<IcsMoment>& found) const;
+    void followWeeks(const icalrecurrencetype& rule, Instant from, Search& search, std::vector<IcsMoment>& found) const;
+    /// The last moment by the series' own clock that a rule need be followed to.
+    IcsLocalTime farthest(const icalrecurrencetype& rule, const Search& search) const;
     void addFurtherDates(Search& search, std::vector<IcsMoment>& found) const;
     void removeStruckOut(const IcsZones& zones, std::vector<IcsMoment>& found) const;
 };

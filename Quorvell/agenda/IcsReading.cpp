@@ -19,7 +19,7 @@ std::vector<std::string> IcsOmissions::sentences(const std::string& calendar) co
     std::vector<std::string> told;
     if (repeats)
         told.push_back(
-            calendar + " holds an event that repeats too often to be followed; some of its times are missing.");
+            calendar + " holds an event that repeats in a way that cannot be followed; some of its times are missing.");
     if (zones)
         told.push_back(
             calendar + " describes a time zone that changes too often to be followed; its times may be wrong.");

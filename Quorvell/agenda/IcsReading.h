@@ -10,7 +10,7 @@
 namespace quorvell {
 
 struct IcsOmissions {
-    bool repeats = false; ///< Something repeats too finely or too often to be followed.
+    bool repeats = false; ///< Something repeats too finely, too often or in too odd a way to be followed.
     bool zones = false; ///< A zone that is described cannot be followed; its times stand by the user's clock.
     bool amount = false; ///< There are more than IcsLimits::mostOccurrences.
     bool time = false; ///< Patience ended.

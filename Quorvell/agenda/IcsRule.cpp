@@ -4,6 +4,7 @@
 #include "Quorvell/agenda/IcsByList.h"
 #include "Quorvell/agenda/IcsLimits.h"
 #include "Quorvell/agenda/IcsMoment.h"
+#include "Quorvell/agenda/IcsWeekNumbers.h"
 
 #include <algorithm>
 #include <array>
@@ -194,11 +195,13 @@ bool IcsRule::canBeFollowed(const icalrecurrencetype& rule)
 {
     if (timesOfDay(rule) > IcsLimits::mostTimesOfDay)
         return false;
+    if (IcsWeekNumbers::areNamed(rule))
+        return IcsWeekNumbers::canBeFollowed(rule);
     switch (rule.freq) {
     case ICAL_HOURLY_RECURRENCE:
         return !isGiven(rule.by_day[0]) && !isGiven(rule.by_month_day[0]) && !isGiven(rule.by_year_day[0])
-            && !isGiven(rule.by_week_no[0]) && !isGiven(rule.by_month[0]) && !isGiven(rule.by_set_pos[0])
-            && !isGiven(rule.by_hour[0]) && !isGiven(rule.by_minute[0]) && !isGiven(rule.by_second[0]);
+            && !isGiven(rule.by_month[0]) && !isGiven(rule.by_set_pos[0]) && !isGiven(rule.by_hour[0])
+            && !isGiven(rule.by_minute[0]) && !isGiven(rule.by_second[0]);
     case ICAL_DAILY_RECURRENCE:
     case ICAL_WEEKLY_RECURRENCE:
     case ICAL_MONTHLY_RECURRENCE:

@@ -71,6 +71,28 @@ TEST(IcsCalendar, keepsTheHourAcrossClockChanges)
         (std::vector<std::string>{"02-28T23:00/02-29T23:00 day"}));
 }
 
+TEST(IcsCalendar, findsAWeek53OnlyWhereThereIsOne)
+{
+    const std::pair<const char*, std::vector<std::string>> rows[] = {
+        {"BYDAY=MO", {"2020-12-28", "2026-12-28", "2032-12-27"}},
+        {"BYDAY=MO;COUNT=2", {"2020-12-28", "2026-12-28"}},
+        {"BYDAY=MO;WKST=SU", {"2020-12-28", "2025-12-29", "2031-12-29"}},
+        {"BYDAY=SU,MO;INTERVAL=3;UNTIL=20270101", {"2020-12-28", "2021-01-03", "2026-12-28"}},
+    };
+    for (const auto& [rule, days] : rows) {
+        const auto calendar = IcsCalendar::parse(
+            file(event(std::string("DTSTART;VALUE=DATE:20201228\nRRULE:FREQ=YEARLY;BYWEEKNO=53;") + rule)));
+        ASSERT_TRUE(calendar) << rule;
+        std::vector<std::string> happens;
+        const auto years = calendar->between(at("2020-01-01T00:00:00Z"), at("2033-06-01T00:00:00Z"), 'f', berlin());
+        for (const CalendarEvent& found : years.events) {
+            happens.push_back(isoText(found.start + std::chrono::hours(1)).substr(0, 10));
+            EXPECT_TRUE(calendar->find(found.id, berlin())) << rule << " " << happens.back();
+        }
+        EXPECT_EQ(happens, days) << rule;
+    }
+}
+
 std::string zone(const std::string& lines, const std::string& start = "20200101T000000")
 {
     return "BEGIN:VTIMEZONE\nTZID:Made up\nBEGIN:STANDARD\nDTSTART:" + start
@@ -129,6 +151,10 @@ TEST(IcsCalendar, followsNothingWithoutEndAndSaysSo)
             event(once + "RRULE:FREQ=DAILY\nEXDATE;X-A=\"b:c\":20261101T090000Z" + repeated(",20261102T090000Z", 3'000)
                 + ",20261123T090000Z"),
             "", Left::nothing},
+        {"weeks by their numbers, and days of these by theirs", event(once + "RRULE:FREQ=YEARLY;BYWEEKNO=48;BYDAY=2MO"),
+            "11-23T09:00", Left::repeats},
+        {"weeks that no year has", event(once + "RRULE:FREQ=YEARLY;BYWEEKNO=53,-53;BYDAY=MO;BYMONTH=6"), "11-23T09:00",
+            Left::nothing},
         {"further dates without end", event(once + "RDATE:20261101T090000Z" + repeated(",20261102T090000Z", 5'000)),
             "11-23T09:00", Left::repeats},
     };
