@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/agenda/CalendarFolder.h"
 
+#include "Quorvell/agenda/CalendarRescue.h"
 #include "Quorvell/agenda/IcsLimits.h"
 #include "Quorvell/files/AtomicFile.h"
 #include "Quorvell/files/Folder.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <filesystem>
 #include <iterator>
 #include <system_error>
@@ -81,13 +81,13 @@ CalendarFolder::Walk CalendarFolder::eachFile(
                 return Walk::tooMany;
             if (patience().isOver())
                 return Walk::broken;
-            auto text = readFile(folder + "/" + name, IcsLimits::longestText);
-            auto calendar = text ? IcsCalendar::parse(*text) : std::nullopt;
+            const auto read = readStampedFile(AT_FDCWD, folder + "/" + name, IcsLimits::longestText);
+            auto calendar = read ? IcsCalendar::parse(read->text) : std::nullopt;
             if (!calendar) {
                 unreadable.push_back(folder + "/" + name);
                 continue;
             }
-            File file{folder, name, *std::move(text), *std::move(calendar)};
+            File file{folder, name, read->stamp, *std::move(calendar)};
             if (!visit(file))
                 return Walk::whole;
         }
@@ -169,6 +169,7 @@ AgendaVerdict CalendarFolder::add(const EventDraft& draft, const Calendar& calen
 {
     const std::string folder = folderForNew();
     FileProblem problem = makeFolder(folder);
+    CalendarRescue::keepWhatWasLeft(folder);
     const IcsCalendar file = IcsCalendar::withEvent(draft, calendar, now);
     AtomicFile written(folder);
     if (problem == FileProblem::none)
@@ -178,6 +179,15 @@ AgendaVerdict CalendarFolder::add(const EventDraft& draft, const Calendar& calen
     if (problem != FileProblem::none)
         return failed(problemSentence(problem, folder));
     return {file.find({letter(), draft.uid, {}}, calendar), ""};
+}
+
+FileProblem CalendarFolder::write(const File& file)
+{
+    if (file.calendar.eventCount() == 0)
+        return removeFileExpected(file.folder, file.name, file.stamp);
+    AtomicFile written(file.folder);
+    const FileProblem problem = written.write(file.calendar.text());
+    return problem == FileProblem::none ? written.commitOver(file.name, file.stamp) : problem;
 }
 
 /// Reads, changes and writes in one go, so that what another program wrote a moment ago is changed, not lost.
@@ -191,14 +201,10 @@ AgendaVerdict CalendarFolder::edit(
     const auto before = file->calendar.find(id, calendar);
     if (std::string problem = edit(file->calendar); !problem.empty())
         return failed(std::move(problem));
-    const std::string path = file->folder + "/" + file->name;
-    if (readFile(path, IcsLimits::longestText) != file->text)
+    CalendarRescue::keepWhatWasLeft(file->folder);
+    const FileProblem problem = write(*file);
+    if (problem == FileProblem::changedMeanwhile)
         return failed("Another program just changed that calendar file. Look at the event again and repeat it.");
-    FileProblem problem = FileProblem::none;
-    if (file->calendar.eventCount() > 0)
-        problem = writeFileDurably(file->folder, file->name, file->calendar.text());
-    else if (::unlink(path.c_str()) != 0)
-        problem = fileProblem(errno);
     if (problem != FileProblem::none)
         return failed(problemSentence(problem, file->folder));
     const auto after = file->calendar.find(id, calendar);

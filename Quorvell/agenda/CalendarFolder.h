@@ -4,6 +4,8 @@
 
 #include "Quorvell/agenda/CalendarSource.h"
 #include "Quorvell/agenda/IcsCalendar.h"
+#include "Quorvell/files/FileProblem.h"
+#include "Quorvell/files/FileStamp.h"
 
 #include <functional>
 #include <string>
@@ -32,7 +34,7 @@ private:
     struct File {
         std::string folder;
         std::string name;
-        std::string text;
+        FileStamp stamp; ///< Of what was read.
         IcsCalendar calendar;
     };
 
@@ -47,6 +49,7 @@ private:
     /// Until `visit` says that it has seen enough. Paths of what cannot be read are added to `unreadable`.
     Walk eachFile(const std::function<bool(File&)>& visit, std::vector<std::string>& unreadable) const;
     Found fileWith(const std::string& uid) const;
+    static FileProblem write(const File& file); ///< Over what was read, or removes what has no event any more.
     AgendaVerdict edit(
         const EventID& id, const Calendar& calendar, const std::function<std::string(IcsCalendar&)>& edit);
 

@@ -238,6 +238,25 @@ FileProblem removeFileDurably(const std::string& folder, const std::string& name
     return flushFile(opened.number());
 }
 
+FileProblem removeFileExpected(const std::string& folder, const std::string& name, const FileStamp& expected)
+{
+    const FileDescriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!opened.isOpen())
+        return fileProblem(errno);
+    if (stampAt(opened.number(), name) != expected)
+        return FileProblem::changedMeanwhile;
+    // Taken aside first, so that what was there until this instant can be looked at and put back.
+    const std::string aside = newTemporaryName();
+    if (const auto problem = renameKeepingExisting(opened.number(), name, aside); problem != FileProblem::none)
+        return problem;
+    if (stampAt(opened.number(), aside) != expected) {
+        // Where the name was taken anew meanwhile, it stays in the temporary file.
+        static_cast<void>(renameKeepingExisting(opened.number(), aside, name));
+        return FileProblem::changedMeanwhile;
+    }
+    return ::unlinkat(opened.number(), aside.c_str(), 0) == 0 ? flushFile(opened.number()) : fileProblem(errno);
+}
+
 std::vector<std::string> temporaryFilesIn(const std::string& folder)
 {
     std::vector<std::string> found = fileNamesIn(folder).value_or(std::vector<std::string>{});

@@ -67,6 +67,10 @@ FileProblem writeFileDurably(const std::string& folder, const std::string& name,
 /// A file or folder that is not there is no problem. Blocks.
 FileProblem removeFileDurably(const std::string& folder, const std::string& name);
 
+/// While it is still as `expected`, else `changedMeanwhile` and it stays. As commitOver, a change in the last instant
+/// is noticed; a program that is killed in that instant leaves it in a temporary file.
+FileProblem removeFileExpected(const std::string& folder, const std::string& name, const FileStamp& expected);
+
 /// Names of ordinary files of this user in `folder` that are named as AtomicFile names its own: of writers at work, and
 /// of those that were stopped.
 std::vector<std::string> temporaryFilesIn(const std::string& folder);

@@ -6,13 +6,33 @@
 #include "PostQueue.h"
 #include "Quorvell/agenda/CalendarFolder.h"
 #include "Quorvell/agenda/FreeTime.h"
+#include "Quorvell/files/Folder.h"
 #include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+#include <utime.h>
 
 #include <atomic>
+#include <ctime>
+#include <filesystem>
+#include <functional>
 #include <thread>
+#include <utility>
+
+namespace {
+std::function<void()> beforeRenaming; ///< Once.
+} // namespace
+
+/// Stands before the system's, so that another program can be at work in the last instant.
+extern "C" int renameat2(int folder, const char* from, int otherFolder, const char* to, unsigned flags) noexcept
+{
+    if (const auto happens = std::exchange(beforeRenaming, nullptr))
+        happens();
+    return static_cast<int>(::syscall(SYS_renameat2, folder, from, otherFolder, to, flags));
+}
 
 namespace quorvell {
 namespace {
@@ -59,6 +79,49 @@ TEST(CalendarFolder, keepsOneEventAFile)
     EXPECT_FALSE(std::filesystem::exists(path));
     EXPECT_FALSE(folder.remove(added.event->id, EventScope::occurrence, berlin(), now).event);
     EXPECT_EQ(CalendarFolder(home / "Calendar/broken.ics").read(now, weekEnd, berlin()).problems.size(), 1U);
+}
+
+TEST(CalendarFolder, losesNothingThatIsWrittenInTheLastInstant)
+{
+    const TemporaryFolder home;
+    CalendarFolder folder(home.path());
+    const AgendaVerdict added = folder.add(lunch(), berlin(), now);
+    ASSERT_TRUE(added.event) << added.problem;
+    const std::string path = home / "11111111-aaaa.ics";
+    for (const bool isRemoved : {false, true}) {
+        beforeRenaming = [&] {
+            test::writeText(home / "saved", "of another program");
+            std::filesystem::rename(home / "saved", path);
+        };
+        const std::string text = test::readText(path);
+        const auto verdict = isRemoved
+            ? folder.remove(added.event->id, EventScope::series, berlin(), now)
+            : folder.change(added.event->id, EventScope::series, {.title = "Brunch"}, berlin(), now);
+        EXPECT_NE(verdict.problem.find("Another program"), std::string::npos) << verdict.problem;
+        EXPECT_EQ(test::readText(path), "of another program");
+        EXPECT_EQ(fileNamesIn(home.path())->size(), 1U);
+        test::writeText(path, text);
+    }
+}
+
+TEST(CalendarFolder, keepsWhatAKilledProgramLeft)
+{
+    const TemporaryFolder home;
+    CalendarFolder folder(home.path());
+    const AgendaVerdict added = folder.add(lunch(), berlin(), now);
+    ASSERT_TRUE(added.event) << added.problem;
+    const std::string young = home / ".quorvell-0123456789abcdef.tmp";
+    const std::string old = home / ".quorvell-fedcba9876543210.tmp";
+    test::writeText(young, "of a program at work");
+    test::writeText(old, "saved by another program");
+    const utimbuf twoDaysAgo{std::time(nullptr) - 172'800, std::time(nullptr) - 172'800};
+    ASSERT_EQ(::utime(old.c_str(), &twoDaysAgo), 0);
+    const EventChange change{.title = "Brunch"};
+    ASSERT_TRUE(folder.change(added.event->id, EventScope::occurrence, change, berlin(), now).event);
+    EXPECT_TRUE(std::filesystem::exists(young));
+    EXPECT_FALSE(std::filesystem::exists(old));
+    EXPECT_EQ(test::readText(home / ".history/quorvell-fedcba9876543210.tmp.ics"), "saved by another program");
+    EXPECT_EQ(folder.read(now, weekEnd, berlin()).events.size(), 1U);
 }
 
 TEST(CalendarFolder, writesIntoTheFirstCalendarOfMany)
