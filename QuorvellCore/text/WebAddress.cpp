@@ -3,6 +3,7 @@
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/CodePoints.h"
+#include "QuorvellCore/text/LoopbackAddress.h"
 #include "QuorvellCore/text/LowerCase.h"
 
 #include <unicode/bytestream.h>
@@ -147,10 +148,7 @@ std::optional<WebAddress> WebAddress::parse(std::string_view text)
 
 bool WebAddress::isLoopback() const
 {
-    if (host == "localhost" || host == "[::1]" || host.ends_with(".localhost"))
-        return true;
-    const auto isAddressLetter = [](char letter) { return isDigit(letter) || letter == '.'; };
-    return host.starts_with("127.") && std::all_of(host.begin(), host.end(), isAddressLetter);
+    return host == "localhost" || host == "[::1]" || host.ends_with(".localhost") || isLoopbackAddress(host);
 }
 
 } // namespace quorvell

@@ -38,7 +38,8 @@ TEST(WebAddress, thisComputer)
 {
     for (const char* text : {"localhost", "ws://127.1.2.3:5", "[::1]", "a.localhost"})
         EXPECT_TRUE(WebAddress::parse(text)->isLoopback()) << text;
-    for (const char* text : {"127.evil.com", "localhost.com", "128.0.0.1", "[::2]", "notlocalhost", "0.0.0.0"})
+    for (const char* text :
+        {"127.evil.com", "localhost.com", "128.0.0.1", "[::2]", "notlocalhost", "0.0.0.0", "127.999", "127.999.1.1"})
         EXPECT_FALSE(WebAddress::parse(text)->isLoopback()) << text;
 }
 

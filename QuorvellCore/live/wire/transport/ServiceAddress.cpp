@@ -2,6 +2,7 @@
 #include "QuorvellCore/live/wire/transport/ServiceAddress.h"
 
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/LoopbackAddress.h"
 #include "QuorvellCore/text/LowerCase.h"
 
 #include <algorithm>
@@ -46,24 +47,6 @@ bool isHost(std::string_view host)
             [](char letter) { return letter == ':' || (letter != '-' && isHostCharacter(letter)); });
     }
     return !host.empty() && host.size() <= 253 && std::all_of(host.begin(), host.end(), isHostCharacter);
-}
-
-/// 127.0.0.0/8 in four decimal numbers. Anything else is a name that somebody may answer for: "127.evil.example", and
-/// "127.999.1.1" too. Leading zeros would be octal to some resolvers.
-bool isLoopbackAddress(std::string_view host)
-{
-    int numbers = 0;
-    for (; !host.empty(); ++numbers) {
-        const std::size_t end = std::min(host.find('.'), host.size());
-        unsigned number = 256;
-        const auto [stop, problem] = std::from_chars(host.data(), host.data() + end, number);
-        const bool isPlain = end == 1 || (end > 1 && host.front() != '0');
-        if (problem != std::errc{} || stop != host.data() + end || !isPlain || number > 255
-            || (numbers == 0 && number != 127) || end + 1 == host.size())
-            return false;
-        host.remove_prefix(std::min(end + 1, host.size()));
-    }
-    return numbers == 4;
 }
 
 bool isLocal(std::string_view host)
