@@ -19,7 +19,7 @@ FileSource::Made FileSource::open(const std::string& path)
     struct stat status { };
     if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
         close(descriptor);
-        return {nullptr, path + " is not a file. Name a WAV file and try again."};
+        return {nullptr, path + " is not a file. Name a recording and try again."};
     }
     return {std::unique_ptr<FileSource>(new FileSource(descriptor, static_cast<std::uint64_t>(status.st_size))), {}};
 }

@@ -3,6 +3,7 @@
 
 #include "Media/audio/FileSource.h"
 #include "Media/audio/MemorySource.h"
+#include "Media/audio/OggPages.h"
 #include "Media/audio/Resampler.h"
 #include "Media/audio/WavLayout.h"
 
@@ -90,21 +91,24 @@ SF_VIRTUAL_IO plainWavAccess()
     return access;
 }
 
+std::string firstFour(const ByteSource& source)
+{
+    std::array<std::uint8_t, 4> begin{};
+    return {begin.begin(), begin.begin() + static_cast<std::ptrdiff_t>(source.read(0, begin))};
+}
+
 /// Forms without chunks to be stepped over, told by how they begin.
 bool isCompressed(const ByteSource& source)
 {
-    using namespace std::string_view_literals;
-    std::array<std::uint8_t, 4> begin{};
-    if (source.read(0, begin) != begin.size())
-        return false;
-    const std::string_view text(reinterpret_cast<const char*>(begin.data()), begin.size());
-    const bool isMpegFrame = begin[0] == 0xFF && (begin[1] & 0xE6) == 0xE2; // Sync, and layer III.
-    return text == "fLaC"sv || text == "OggS"sv || text.starts_with("ID3"sv) || isMpegFrame;
+    const std::string begin = firstFour(source);
+    const auto byte = [&begin](std::size_t index) { return static_cast<unsigned char>(begin[index]); };
+    const bool isMpegFrame = begin.size() == 4 && byte(0) == 0xFF && (byte(1) & 0xE6) == 0xE2; // Sync, and layer III.
+    return begin == "fLaC" || begin == "OggS" || begin.starts_with("ID3") || isMpegFrame;
 }
 
 WavReading refused(std::string problem)
 {
-    return {std::nullopt, std::move(problem), 0};
+    return {std::nullopt, std::move(problem)};
 }
 
 std::optional<std::string> problemOf(const SF_INFO& info, const std::string& name)
@@ -166,7 +170,8 @@ WavReading readSamples(SNDFILE* sound, const SF_INFO& info, const std::string& n
     append(samples, resampler.finish());
     if (samples.empty())
         return refused(name + " holds no sound." + recordAgain);
-    return {std::move(samples), {}, info.samplerate};
+    const bool isShort = info.frames != SF_COUNT_MAX && framesRead < info.frames;
+    return {std::move(samples), {}, info.samplerate, !isShort && sf_error(sound) == SF_ERR_NO_ERROR};
 }
 
 WavReading readSource(const ByteSource& source, const std::string& name, int sampleRateHz)
@@ -182,7 +187,9 @@ WavReading readSource(const ByteSource& source, const std::string& name, int sam
         return refused(name + " holds sound in a form that cannot be read." + recordAgain);
     if (auto problem = problemOf(info, name))
         return refused(*std::move(problem));
-    return readSamples(sound.get(), info, name, sampleRateHz);
+    WavReading reading = readSamples(sound.get(), info, name, sampleRateHz);
+    reading.isWhole &= !layout->breaksOff && (firstFour(source) != "OggS" || OggPages::areWhole(source));
+    return reading;
 }
 
 std::string couldNotWrite(const std::string& path, int reason)

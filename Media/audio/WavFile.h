@@ -16,6 +16,7 @@ struct [[nodiscard]] WavReading {
     std::optional<std::vector<std::int16_t>> samples; ///< Mono, at the rate that was asked for.
     std::string problem; ///< When there are none: a sentence for the user that says what to do next.
     int recordedRateHz = 0; ///< As it was recorded.
+    bool isWhole = true; ///< False where the file breaks off or is damaged: then there is only a part of the samples.
 };
 
 struct WavFile {

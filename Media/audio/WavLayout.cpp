@@ -13,6 +13,8 @@ namespace {
 constexpr std::uint64_t chunkHeaderSize = 8;
 constexpr std::uint64_t riffHeaderSize = 12;
 constexpr std::uint32_t unknownSize = 0xFFFFFFFF; ///< In RF64 files, and in those that a pipe has written.
+/// What a program writes that does not know yet how much will follow, rounded as it likes: over two hours of speech.
+constexpr std::uint32_t leastPlaceholder = 0x7F000000;
 /// The decoder's limit for one plain RIFF file, some kilobytes for the header left out.
 constexpr std::uint64_t largestData = std::numeric_limits<std::uint32_t>::max() - 65536;
 
@@ -88,6 +90,7 @@ WavLayout layoutOf(const ByteSource& source, const Chunk& data, const Bytes& for
     const std::uint64_t promised = data.size == unknownSize ? present : data.size;
     layout.dataStart = data.start;
     layout.dataSize = static_cast<std::uint32_t>(std::min({present, promised, largestData}));
+    layout.breaksOff = present < promised && promised < leastPlaceholder;
 
     Bytes content;
     appendText(content, "WAVE");

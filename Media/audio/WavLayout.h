@@ -20,6 +20,7 @@ struct WavLayout {
     std::vector<std::uint8_t> header;
     std::uint64_t dataStart = 0; ///< In the source.
     std::uint32_t dataSize = 0; ///< Bytes that are really there.
+    bool breaksOff = false; ///< Fewer of them than the file says.
 
     /// Nothing when the bytes are no RIFF or RF64 file, or have no format or no sound chunk.
     static std::optional<WavLayout> find(const ByteSource& source);

@@ -16,7 +16,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include <filesystem>
 #include <iostream>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -87,9 +89,15 @@ int talkFromRecording(const ProgramEnvironment& environment, const ConversationO
     const WavReading recording = WavFile::read(files.recording, MicrophoneStream::sampleRateHz);
     if (!recording.samples)
         return complain(recording.problem);
+    if (!recording.isWhole)
+        return complain(files.recording
+            + " breaks off or is damaged, so that words in it may be missing. It was not played; record it once more, "
+              "or save the part that you can hear as a new file.");
     if (recording.recordedRateHz < clearSpeechRateHz)
         std::cerr << files.recording << " was recorded at " << recording.recordedRateHz
                   << " Hz, as telephones do; words are often misheard. Record at 16000 Hz or more." << std::endl;
+    if (std::error_code failure; files.reply && std::filesystem::equivalent(files.recording, *files.reply, failure))
+        return complain("The answer would take the place of the recording. Give another name after --reply.");
     if (const auto problem = files.reply ? WavFile::problemOfWriting(*files.reply) : std::nullopt)
         return complain(*problem);
     ProgramLoop loop;

@@ -84,6 +84,7 @@ TEST_F(WavFileTest, readsCommonFormatsAsMonoAtTheWantedRate)
         SCOPED_TRACE(name);
         const auto reading = WavFile::read(record(format, rateHz, channels, 0.5), wantedRateHz);
         ASSERT_TRUE(reading.samples) << reading.problem;
+        EXPECT_TRUE(reading.isWhole);
         EXPECT_NEAR(static_cast<double>(reading.samples->size()), 0.5 * wantedRateHz, 0.5 * wantedRateHz * 0.05);
         EXPECT_NEAR(risingCrossings(*reading.samples), 0.5 * toneHz, 0.5 * toneHz * 0.06);
         EXPECT_NEAR(rms(*reading.samples), 0.5 / std::numbers::sqrt2 / channels, 0.02);
@@ -130,7 +131,37 @@ TEST_F(WavFileTest, givesWhatABrokenOffFileHolds)
     for (const WavReading& reading : {WavFile::read(file, wantedRateHz), WavFile::read(bytes, wantedRateHz)}) {
         ASSERT_TRUE(reading.samples) << reading.problem;
         EXPECT_EQ(reading.samples->size(), 12000U);
+        EXPECT_FALSE(reading.isWhole);
     }
+}
+
+TEST_F(WavFileTest, tellsWhatIsDamaged)
+{
+    enum class Damage { end, byte, gone };
+    const std::tuple<const char*, int, Damage> rows[] = {
+        {"FLAC that breaks off", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, Damage::end},
+        {"FLAC with a wrong byte", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, Damage::byte},
+        {"Vorbis that breaks off", SF_FORMAT_OGG | SF_FORMAT_VORBIS, Damage::end},
+        {"Vorbis with a wrong byte", SF_FORMAT_OGG | SF_FORMAT_VORBIS, Damage::byte},
+        {"Opus without its middle", SF_FORMAT_OGG | SF_FORMAT_OPUS, Damage::gone},
+    };
+    for (const auto& [name, format, damage] : rows) {
+        std::ifstream stream(record(format, 48000, 1, 3), std::ios::binary);
+        std::vector<std::uint8_t> bytes((std::istreambuf_iterator<char>(stream)), {});
+        const auto middle = static_cast<std::ptrdiff_t>(bytes.size() / 2);
+        if (damage == Damage::end)
+            bytes.resize(bytes.size() - 200);
+        else if (damage == Damage::byte)
+            bytes[bytes.size() / 2] ^= 0x40;
+        else
+            bytes.erase(bytes.begin() + middle, bytes.begin() + middle + 1000);
+        EXPECT_FALSE(WavFile::read(bytes, wantedRateHz).isWhole) << name;
+    }
+    // A pipe cannot be written to a second time, so its header promises a size that nobody knew.
+    std::ifstream stream(record(SF_FORMAT_WAV | SF_FORMAT_PCM_16, 24000, 1, 1), std::ios::binary);
+    std::vector<std::uint8_t> bytes((std::istreambuf_iterator<char>(stream)), {});
+    bytes[43] = 0x7F;
+    EXPECT_TRUE(WavFile::read(bytes, wantedRateHz).isWhole);
 }
 
 TEST_F(WavFileTest, writesWhatItReads)
