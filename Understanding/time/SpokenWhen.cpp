@@ -35,6 +35,17 @@ std::string twelveHourClock(int hour, int minute)
     return text;
 }
 
+/// " at 17:00" as the clock of all other replies has it.
+std::string withSpokenClock(const std::string& rest)
+{
+    static const Pattern clock("^ at (\\d\\d):(\\d\\d)$");
+    const auto match = clock.find(rest);
+    if (!match)
+        return rest;
+    const int hour = std::atoi(match->texts[0].c_str());
+    return " at " + twelveHourClock(hour, std::atoi(match->texts[1].c_str())) + (hour < 12 ? " AM" : " PM");
+}
+
 const char* partOfDay(int hour)
 {
     if (hour < 12)
@@ -55,7 +66,7 @@ std::string SpokenWhen::words(std::string_view when)
         return plain;
     const auto& part = match->texts;
     const int day = std::atoi(part[1].c_str());
-    return part[0] + " the " + ReminderWords::ordinal(day) + " of " + part[2] + part[3];
+    return part[0] + " the " + ReminderWords::ordinal(day) + " of " + part[2] + withSpokenClock(part[3]);
 }
 
 std::string SpokenWhen::on(std::string_view when)

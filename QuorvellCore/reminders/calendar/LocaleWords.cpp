@@ -5,7 +5,6 @@
 #include <unicode/gregocal.h>
 #include <unicode/smpdtfmt.h>
 
-#include <algorithm>
 #include <memory>
 
 namespace quorvell {
@@ -46,16 +45,23 @@ icu::UnicodeString withoutQuotedText(const icu::UnicodeString& pattern)
     return fields;
 }
 
+/// A day in one language among words in another would have to be pieced together by whoever hears it.
+icu::Locale englishOf(const std::string& name)
+{
+    const icu::Locale place = localeOf(name);
+    return std::string_view(place.getLanguage()) == "en" ? place : icu::Locale::getUS();
+}
+
 icu::DateFormatSymbols symbolsOf(const std::string& locale, UErrorCode& status)
 {
-    return icu::DateFormatSymbols(localeOf(locale), "gregorian", status);
+    return icu::DateFormatSymbols(englishOf(locale), "gregorian", status);
 }
 
 } // namespace
 
 ClockStyle clockStyle(const std::string& locale)
 {
-    ClockStyle style{true, false, "AM", "PM"};
+    ClockStyle style{true, "AM", "PM"};
     const std::unique_ptr<icu::DateFormat> format(
         icu::DateFormat::createTimeInstance(icu::DateFormat::kShort, localeOf(locale)));
     const auto* simple = dynamic_cast<const icu::SimpleDateFormat*>(format.get());
@@ -63,12 +69,9 @@ ClockStyle clockStyle(const std::string& locale)
         return style;
     icu::UnicodeString written;
     const icu::UnicodeString pattern = withoutQuotedText(simple->toPattern(written));
-    const std::int32_t hour = std::max(pattern.indexOf(u'h'), pattern.indexOf(u'K'));
-    if (hour < 0)
-        return {false, false, {}, {}};
+    if (pattern.indexOf(u'h') < 0 && pattern.indexOf(u'K') < 0)
+        return {false, {}, {}};
 
-    const std::int32_t mark = std::max({pattern.indexOf(u'a'), pattern.indexOf(u'b'), pattern.indexOf(u'B')});
-    style.marksComeFirst = mark >= 0 && mark < hour;
     UErrorCode status = U_ZERO_ERROR;
     std::int32_t count = 0;
     const auto symbols = symbolsOf(locale, status);
@@ -96,7 +99,7 @@ std::array<std::string, 7> weekdayNames(const std::string& locale)
 std::string formatted(Instant instant, std::string_view pattern, const Calendar& calendar, const std::string& locale)
 {
     UErrorCode status = U_ZERO_ERROR;
-    const icu::Locale place = localeOf(locale);
+    const icu::Locale place = englishOf(locale);
     icu::SimpleDateFormat format(unicodeText(pattern), place, status);
     // The calendar alone knows the zone: what its clock shows is written as if it were UTC.
     auto gregorian = std::make_unique<icu::GregorianCalendar>(*icu::TimeZone::getGMT(), place, status);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the user's language and country call days and times. The dates are Gregorian in every locale.
+// What days and times are called, and how the user's country writes the time of day. The program speaks English
+// everywhere, so the names are the English ones; the dates are Gregorian in every locale.
 #pragma once
 
 #include "QuorvellCore/reminders/calendar/Calendar.h"
@@ -13,8 +14,7 @@ namespace quorvell {
 /// How a locale writes the time of day.
 struct ClockStyle {
     bool isTwelveHour = true;
-    bool marksComeFirst = false; ///< "오후 5:30" rather than "5:30 PM".
-    std::string beforeNoon; ///< Empty marks where the clock has 24 hours.
+    std::string beforeNoon; ///< "am" where that is how the country's own English writes it.
     std::string afterNoon;
 };
 
@@ -23,7 +23,8 @@ ClockStyle clockStyle(const std::string& locale);
 /// Stand-alone names, Sunday first.
 std::array<std::string, 7> weekdayNames(const std::string& locale);
 
-/// `pattern` is a date pattern of Unicode's locale data ("EEEE d MMMM"), without a zone.
+/// In the country's English, or American English. `pattern` is a date pattern of Unicode's locale data ("EEEE d MMMM"),
+/// without a zone.
 std::string formatted(Instant instant, std::string_view pattern, const Calendar& calendar, const std::string& locale);
 
 } // namespace quorvell

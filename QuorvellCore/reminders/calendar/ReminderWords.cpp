@@ -61,8 +61,7 @@ std::string ReminderWords::clock(Instant date, const Calendar& calendar, const s
         return clockText("%02d:%02d", parts.hour, parts.minute);
     const int hour = (parts.hour + 11) % 12 + 1;
     const std::string time = clockText(parts.minute == 0 ? "%d" : "%d:%02d", hour, parts.minute);
-    const std::string& mark = parts.hour < 12 ? style.beforeNoon : style.afterNoon;
-    return style.marksComeFirst ? mark + " " + time : time + " " + mark;
+    return time + " " + (parts.hour < 12 ? style.beforeNoon : style.afterNoon);
 }
 
 std::string ReminderWords::ordinal(int number)

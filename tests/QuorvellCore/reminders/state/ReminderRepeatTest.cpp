@@ -27,7 +27,7 @@ TEST(ReminderRepeat, textForms)
         {"monthly:0", "monthly:32", "monthly:", "monthly:-1", "monthly:1 ", "monthly", "weekly", "weekly:", "weekly:0",
             "weekly:8", "weekly:2,", "weekly:,2", "weekly:2,x", "weekly: 2", "daily ", "hourly", ""})
         EXPECT_EQ(ReminderRepeat::fromStored(text), std::nullopt) << text;
-    EXPECT_EQ(ReminderRepeat::fromStored("weekly:2,3")->spoken("de_DE"), "Every Montag and Dienstag");
+    EXPECT_EQ(ReminderRepeat::fromStored("weekly:2,3")->spoken("de_DE"), "Every Monday and Tuesday");
 }
 
 TEST(ReminderRepeat, next)
