@@ -88,12 +88,18 @@ std::string withLead(std::string days)
     return " " + days;
 }
 
+/// Without it a calendar that could not be read would pass for an empty one. The sentences themselves hold paths.
+std::string unread(const Json& result)
+{
+    return listIn(result, "problems").empty() ? "" : AgendaReply::notWhole;
+}
+
 std::string listReply(const Json& result, const RequestMemory& memory, const LocalTime& around)
 {
     const std::string days = memory.daysInWords();
     const auto items = listIn(result, "items");
     if (items.empty())
-        return "There is nothing in your calendar" + withLead(days) + ".";
+        return "There is nothing in your calendar" + withLead(days) + "." + unread(result);
     const ListedDays listed{memory.days, DateParts::fromDay(around.now, around.calendar)};
     std::string reply =
         items.size() == 1 ? "There is one thing" : "There are " + std::to_string(items.size()) + " things";
@@ -101,14 +107,14 @@ std::string listReply(const Json& result, const RequestMemory& memory, const Loc
     const std::size_t named = std::min(items.size(), RequestMemory::mostTold);
     for (std::size_t index = 0; index < named; ++index)
         reply += sentence(items[index], listed);
-    return reply + (named < items.size() ? " And more." : "");
+    return reply + (named < items.size() ? " And more." : "") + unread(result);
 }
 
 std::string freeReply(const Json& result, const std::string& days)
 {
     const auto slots = listIn(result, "slots");
     if (slots.empty())
-        return "I found no free time" + withLead(days) + ".";
+        return "I found no free time" + withLead(days) + "." + unread(result);
     std::string reply = "You are free";
     const std::size_t named = std::min(slots.size(), slotsNamed);
     std::optional<DateParts> last;
@@ -121,7 +127,7 @@ std::string freeReply(const Json& result, const std::string& days)
         reply += (index > 0 ? ", or" : "") + day + " from " + SpokenWhen::clock(start)
             + (end ? " to " + SpokenWhen::clock(*end) : "");
     }
-    return reply + ".";
+    return reply + "." + unread(result);
 }
 
 std::string caveats(const Json& result)
@@ -197,6 +203,11 @@ std::string AgendaReply::next(const std::vector<FoundThing>& events)
     if (events.empty())
         return "There is nothing coming up in your calendar.";
     return "Next is " + named(events.front()) + ".";
+}
+
+std::string AgendaReply::withUnread(std::string said, const Json& result)
+{
+    return said.ends_with('?') ? said : said + unread(result);
 }
 
 std::string AgendaReply::reply(

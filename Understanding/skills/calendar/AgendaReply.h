@@ -16,6 +16,9 @@ struct AgendaReply {
     static std::string named(const FoundThing& thing);
     /// What comes first of `events`, which are in order.
     static std::string next(const std::vector<FoundThing>& events);
+    /// Told where the result holds problems; not behind a question, which is to be answered first.
+    static constexpr const char* notWhole = " Not all of your calendar could be read, so there may be more.";
+    static std::string withUnread(std::string said, const Json& result);
     /// `call` is one of "whats_on", "find_free_time", "add_event" or "change_event".
     static std::string reply(
         const ToolRequest& call, const ToolResult& result, const RequestMemory& memory, const LocalTime& around);

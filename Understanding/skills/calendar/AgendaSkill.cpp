@@ -174,8 +174,11 @@ RuleStep takeList(
     const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
 {
     auto listed = listedIn(result.json());
-    if (auto step = AgendaChange::afterList(listed, memory, around))
+    if (auto step = AgendaChange::afterList(listed, memory, around)) {
+        if (auto* said = std::get_if<std::string>(&step->answer))
+            *said = AgendaReply::withUnread(std::move(*said), result.json());
         return *std::move(step);
+    }
     listed.resize(std::min(listed.size(), RequestMemory::mostTold));
     memory.found = std::move(listed);
     std::string reply = AgendaReply::reply(call, result, memory, around);
