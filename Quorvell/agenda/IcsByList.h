@@ -17,6 +17,14 @@ struct IcsByList {
     {
         return static_cast<int>(std::find(std::begin(values), std::end(values), ICAL_RECURRENCE_ARRAY_MAX) - values);
     }
+
+    /// Each value once.
+    template <std::size_t size> static void sort(short (&values)[size])
+    {
+        const auto end = std::begin(values) + countOf(values);
+        std::sort(std::begin(values), end);
+        std::fill(std::unique(std::begin(values), end), end, static_cast<short>(ICAL_RECURRENCE_ARRAY_MAX));
+    }
 };
 
 } // namespace quorvell

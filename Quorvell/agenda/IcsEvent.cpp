@@ -147,7 +147,7 @@ void IcsEvent::followRule(icalproperty* property, Instant from, Search& search, 
         search.omissions.repeats = true;
         return;
     }
-    IcsRule::dropPositionsInWeeks(rule);
+    IcsRule::simplify(rule);
     if (isHourly)
         return followHours(rule, from, search, found);
     if (IcsWeekNumbers::areNamed(rule))

@@ -147,6 +147,21 @@ int timesOfDay(const icalrecurrencetype& rule)
         * std::max(IcsByList::countOf(rule.by_second), 1);
 }
 
+/// Of days or weeks with several times, or several days, the library would give all.
+bool canPick(const icalrecurrencetype& rule)
+{
+    const bool isOfLongPeriods = rule.freq == ICAL_MONTHLY_RECURRENCE || rule.freq == ICAL_YEARLY_RECURRENCE;
+    return isOfLongPeriods && timesOfDay(rule) == 1;
+}
+
+bool picksTheOnlyOne(const icalrecurrencetype& rule)
+{
+    const bool isOfShortPeriods = rule.freq == ICAL_DAILY_RECURRENCE || rule.freq == ICAL_WEEKLY_RECURRENCE;
+    const auto* end = rule.by_set_pos + IcsByList::countOf(rule.by_set_pos);
+    return isOfShortPeriods && timesOfDay(rule) == 1 && IcsByList::countOf(rule.by_day) <= 1
+        && std::any_of(std::begin(rule.by_set_pos), end, [](short position) { return std::abs(position) == 1; });
+}
+
 } // namespace
 
 std::string IcsRule::text(const ReminderRepeat& repeat, LocalDay first)
@@ -195,6 +210,8 @@ bool IcsRule::canBeFollowed(const icalrecurrencetype& rule)
 {
     if (timesOfDay(rule) > IcsLimits::mostTimesOfDay)
         return false;
+    if (isGiven(rule.by_set_pos[0]) && !canPick(rule) && !picksTheOnlyOne(rule))
+        return false;
     if (IcsWeekNumbers::areNamed(rule))
         return IcsWeekNumbers::canBeFollowed(rule);
     switch (rule.freq) {
@@ -212,8 +229,13 @@ bool IcsRule::canBeFollowed(const icalrecurrencetype& rule)
     }
 }
 
-void IcsRule::dropPositionsInWeeks(icalrecurrencetype& rule)
+void IcsRule::simplify(icalrecurrencetype& rule)
 {
+    IcsByList::sort(rule.by_hour);
+    IcsByList::sort(rule.by_minute);
+    IcsByList::sort(rule.by_second);
+    if (picksTheOnlyOne(rule))
+        rule.by_set_pos[0] = ICAL_RECURRENCE_ARRAY_MAX;
     if (rule.freq == ICAL_MONTHLY_RECURRENCE || rule.freq == ICAL_YEARLY_RECURRENCE)
         return;
     for (short& day : rule.by_day) {

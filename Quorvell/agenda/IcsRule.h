@@ -22,8 +22,10 @@ struct IcsRule {
     /// Rules by the minute and second, and by the hour with conditions, can search for ever; no calendar of people
     /// holds them.
     static bool canBeFollowed(const icalrecurrencetype& rule);
-    /// "Every second Monday of the week" means nothing, and is counted from wherever the search begins.
-    static void dropPositionsInWeeks(icalrecurrencetype& rule);
+    /// Takes out and sorts what would make the library give other times, or times in no order, where the search begins
+    /// later: "every second Monday of the week" and "the last of one" mean nothing or nothing more than the rule
+    /// without.
+    static void simplify(icalrecurrencetype& rule);
 
     /// Whether the rules give the same days, so many later, when the first day moves. Rules that name dates by
     /// themselves do not.
