@@ -149,8 +149,13 @@ void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionAud
 void Assistant::fireReminders(const ProgramEnvironment& environment)
 {
     const auto announce = [this](const std::string& sentence) { m_session->announce(sentence); };
-    m_reminders = std::make_unique<ReminderService>(
-        environment, *m_notebook, m_scheduler, m_log, ReminderService::Voices{announce, nullptr});
+    m_reminders = std::make_unique<ReminderService>(environment, *m_notebook, m_scheduler, m_log,
+        ReminderService::Voices{announce, nullptr, [this] {
+                                    m_observers->problemArose(
+                                        "The desktop's message bus has ended: reminders come up here only, and other "
+                                        "programs cannot change the "
+                                        "notebook while this one runs. Start this one again once the desktop is back.");
+                                }});
     m_remindersElsewhere = std::make_unique<RemindersElsewhere>(RemindersElsewhere::Ports{
         *m_notebook, [this] { return m_scheduler.wallClock(); }, [this] { return m_calendar; }, announce});
 }

@@ -3,6 +3,8 @@
 
 #include "Quorvell/settings/UsersCalendar.h"
 
+#include <nlohmann/json.hpp>
+
 #include <utility>
 
 namespace quorvell {
@@ -35,6 +37,12 @@ ReminderService::Buses::~Buses()
 ReminderService::ReminderService(
     const ProgramEnvironment& environment, Notebook& notebook, Scheduler& scheduler, EventLog& log, Voices voices)
     : m_notifier(QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_buses.sessionName))
+    , m_busEnd(QDBusConnection(m_buses.sessionName), BusSignals::Kind::busEnded(),
+          [&log, desktopLost = std::move(voices.desktopLost)](const QDBusMessage&) {
+              log.record("session_bus_lost", Json::object());
+              if (desktopLost)
+                  desktopLost();
+          })
     , m_presence(QDBusConnection::connectToBus(QDBusConnection::SystemBus, m_buses.systemName),
           QDBusConnection(m_buses.sessionName), scheduler)
     , m_watch({notebook, m_clock, m_notifier, m_presence, log, [environment] { return currentCalendar(environment); },

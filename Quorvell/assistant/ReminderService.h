@@ -2,6 +2,7 @@
 // Lets a program fire reminders for as long as it owns the notebook.
 #pragma once
 
+#include "Quorvell/desktop/BusSignals.h"
 #include "Quorvell/desktop/DesktopNotifier.h"
 #include "Quorvell/desktop/LoginWatch.h"
 #include "Quorvell/desktop/TimerFdWallClock.h"
@@ -23,6 +24,8 @@ public:
     struct Voices {
         std::function<void(const std::string& sentence)> announce; ///< Where somebody listens; may be empty.
         std::function<void()> couldNotShow; ///< May be empty.
+        /// The session bus ended: from now on nothing shows on the desktop. May be empty.
+        std::function<void()> desktopLost = nullptr;
     };
 
     /// All but the environment are borrowed and outlive it.
@@ -44,6 +47,7 @@ private:
     Buses m_buses;
     TimerFdWallClock m_clock;
     DesktopNotifier m_notifier;
+    BusSignals m_busEnd;
     LoginWatch m_presence;
     ReminderWatch m_watch;
     std::shared_ptr<bool> m_life = std::make_shared<bool>(true);

@@ -23,6 +23,12 @@ private:
     BusSignals::Heard m_heard;
 };
 
+BusSignals::Kind BusSignals::Kind::busEnded()
+{
+    return {QString(), QStringLiteral("/org/freedesktop/DBus/Local"), QStringLiteral("org.freedesktop.DBus.Local"),
+        QStringLiteral("Disconnected")};
+}
+
 BusSignals::BusSignals(const QDBusConnection& bus, const Kind& kind, Heard heard)
     : m_receiver(std::make_unique<BusSignalReceiver>(std::move(heard)))
 {

@@ -22,6 +22,9 @@ public:
         QString path; ///< Empty: of every object.
         QString interface;
         QString name;
+
+        /// That the bus itself is gone; no connection to it comes back. The bus library tells it like a signal.
+        static Kind busEnded();
     };
 
     BusSignals(const QDBusConnection& bus, const Kind& kind, Heard heard);

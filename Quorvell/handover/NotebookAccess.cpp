@@ -246,8 +246,11 @@ bool NotebookAccess::findOwner()
         m_folder, *m_worker, m_scheduler, [this](const NotebookChanges& changes) { announce(changes); });
     m_ownerWatch = std::make_unique<QDBusServiceWatcher>(
         m_bus->name(), m_bus->connection(), QDBusServiceWatcher::WatchForUnregistration);
-    QObject::connect(m_ownerWatch.get(), &QDBusServiceWatcher::serviceUnregistered, m_ownerWatch.get(),
-        [this] { m_takeOver = m_scheduler.after(pauseBetweenLooks, [this] { takeOver(); }); });
+    const auto look = [this] { m_takeOver = m_scheduler.after(pauseBetweenLooks, [this] { takeOver(); }); };
+    QObject::connect(m_ownerWatch.get(), &QDBusServiceWatcher::serviceUnregistered, m_ownerWatch.get(), look);
+    // Whether the owner ends then, too, only its lock tells.
+    m_busEnd = std::make_unique<BusSignals>(
+        m_bus->connection(), BusSignals::Kind::busEnded(), [look](const QDBusMessage&) { look(); });
     return true;
 }
 

@@ -2,6 +2,7 @@
 // The way to the notebook for every program: as its owner where nobody else is, else through the owner.
 #pragma once
 
+#include "Quorvell/desktop/BusSignals.h"
 #include "Quorvell/desktop/DesktopTrash.h"
 #include "Quorvell/desktop/PictureFormats.h"
 #include "Quorvell/handover/NotebookBus.h"
@@ -107,7 +108,8 @@ private:
     std::optional<NotebookBus> m_bus;
     std::unique_ptr<NotebookBusService> m_service;
     std::unique_ptr<NotebookBusClient> m_client;
-    std::unique_ptr<QDBusServiceWatcher> m_ownerWatch; ///< While another program is the owner.
+    std::unique_ptr<QDBusServiceWatcher> m_ownerWatch; ///< While another program is the owner, as is the next.
+    std::unique_ptr<BusSignals> m_busEnd;
     TimerHandle m_takeOver;
     std::deque<Request> m_requests; ///< The first one is under way.
     TimerHandle m_retry;

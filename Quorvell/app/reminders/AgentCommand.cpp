@@ -57,8 +57,8 @@ public:
             return opened.problem;
         m_notebook = std::move(opened.notebook);
         m_service = std::make_unique<ReminderService>(m_environment, *m_notebook, m_scheduler, m_log,
-            ReminderService::Voices{
-                [this](const std::string& sentence) { announce(sentence); }, [this] { tellOfMissingDesktop(); }});
+            ReminderService::Voices{[this](const std::string& sentence) { announce(sentence); },
+                [this] { tellOfMissingDesktop(); }, [] { endWithDesktop(); }});
         m_log.record("agent_started", {{"owner", m_notebook->isOwner()}});
         return "";
     }
@@ -69,6 +69,16 @@ private:
     {
         if (m_environment.isOutputTerminal)
             std::cout << printableLine(sentence) << std::endl;
+    }
+
+    /// Rather than to hold the notebook where nobody is reached any more: who starts it anew finds the next bus.
+    static void endWithDesktop()
+    {
+        std::cerr
+            << "The session bus has ended, so that reminders cannot show on the desktop any more. The agent ends; "
+               "start it again from your desktop session."
+            << std::endl;
+        ProgramLoop::end(exit_code::couldNot);
     }
 
     void tellOfMissingDesktop()

@@ -187,6 +187,27 @@ TEST(NotebookAccess, worksWithABusThatIsGone)
     EXPECT_EXIT(openWithABusThatIsGone(), testing::ExitedWithCode(0), "");
 }
 
+[[noreturn]] void loseTheBusAndThenTheOwner()
+{
+    auto bus = std::make_unique<test::PrivateBus>();
+    Desk desk(Desk::Bus::none);
+    desk.environment.hasSessionBus = true;
+    OtherProgram owner(desk);
+    const auto notebook = desk.open();
+    const bool wasOwner = notebook->isOwner();
+    bus = nullptr;
+    owner.kill();
+    const bool isOwner = desk.spinUntil([&] { return notebook->isOwner(); });
+    const bool isStored = desk.add(*notebook, noteOf("aaaa", "a")).empty();
+    std::exit(!wasOwner && isOwner && isStored ? 0 : 1);
+}
+
+TEST(NotebookAccess, takesOverAlsoWithoutTheBus)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // a program of its own
+    EXPECT_EXIT(loseTheBusAndThenTheOwner(), testing::ExitedWithCode(0), "");
+}
+
 [[noreturn]] void moveWhileTheBusGoes()
 {
     auto bus = std::make_unique<test::PrivateBus>();
