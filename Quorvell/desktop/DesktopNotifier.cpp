@@ -24,7 +24,7 @@ BusSignals::Kind signal(const char* name)
     return {service, path, service, QString::fromLatin1(name)};
 }
 
-/// First argument of a signal, which is its notification; 0 for anything else.
+/// First argument of a signal or an answer, which is its notification; 0 for anything else.
 uint idOf(const QDBusMessage& message)
 {
     const auto arguments = message.arguments();
@@ -35,8 +35,9 @@ uint idOf(const QDBusMessage& message)
 
 } // namespace
 
-DesktopNotifier::DesktopNotifier(const QDBusConnection& sessionBus)
+DesktopNotifier::DesktopNotifier(const QDBusConnection& sessionBus, NoticeNumbers numbers)
     : m_bus(sessionBus)
+    , m_numbers(std::move(numbers))
     , m_owner(std::make_unique<QDBusServiceWatcher>(service, m_bus, QDBusServiceWatcher::WatchForOwnerChange))
     , m_actions(std::make_unique<BusSignals>(
           m_bus, signal("ActionInvoked"), [this](const QDBusMessage& message) { actionInvoked(message); }))
@@ -55,7 +56,7 @@ DesktopNotifier::~DesktopNotifier()
         if (shown.id == 0 || shown.want == Want::withdrawn || shown.notice.actions.empty())
             continue;
         shown.notice.actions.clear();
-        m_bus.send(notifyCall(shown));
+        m_bus.send(notifyCall(shown.notice, {shown.id, {}}));
     }
 }
 
@@ -82,7 +83,7 @@ void DesktopNotifier::askForAbilities()
 void DesktopNotifier::show(const Notice& notice)
 {
     Shown& shown = m_shown[notice.key];
-    shown.notice = notice;
+    shown.notice = notice.printable();
     shown.want = Want::shown;
     shown.isStale = shown.isUnderWay;
     if (!shown.isUnderWay)
@@ -110,20 +111,23 @@ void DesktopNotifier::closeNotification(uint id)
     m_bus.send(call);
 }
 
-QDBusMessage DesktopNotifier::notifyCall(const Shown& shown) const
+QDBusMessage DesktopNotifier::notifyCall(const Notice& notice, const NoticeNumbers::Number& inPlaceOf) const
 {
     constexpr int stays = 0; // until the user does something with it
     QStringList actions;
     if (m_knowsActions)
-        for (const Notice::Action& action : shown.notice.actions)
+        for (const Notice::Action& action : notice.actions)
             actions << QString::fromStdString(action.key) << QString::fromStdString(action.label);
-    const QString body = QString::fromStdString(shown.notice.body);
+    const QString body = QString::fromStdString(notice.body);
     const QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("quorvell")},
-        {QStringLiteral("category"), QStringLiteral("x-quorvell.reminder")}};
-    QDBusMessage call = callTo("Notify");
-    call << QStringLiteral("Quorvell") << shown.id << QStringLiteral("appointment-soon")
-         << QString::fromStdString(shown.notice.title) << (m_knowsMarkup ? body.toHtmlEscaped() : body) << actions
-         << hints << stays;
+        {QStringLiteral("category"), QStringLiteral("x-quorvell.reminder")},
+        // Some services put a notice in the place of one with the same tag, even where its number was never learned.
+        {QStringLiteral("x-dunst-stack-tag"), QString::fromStdString(notice.key)}};
+    const QString server = inPlaceOf.server.empty() ? service : QString::fromStdString(inPlaceOf.server);
+    QDBusMessage call = QDBusMessage::createMethodCall(server, path, service, QStringLiteral("Notify"));
+    call << QStringLiteral("Quorvell") << inPlaceOf.id << QStringLiteral("appointment-soon")
+         << QString::fromStdString(notice.title) << (m_knowsMarkup ? body.toHtmlEscaped() : body) << actions << hints
+         << stays;
     return call;
 }
 
@@ -132,12 +136,25 @@ void DesktopNotifier::send(const std::string& key)
     Shown& shown = m_shown[key];
     shown.isUnderWay = true;
     shown.isStale = false;
-    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(notifyCall(shown), showTimeOut), m_context.get());
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, m_context.get(), [this, watcher, key] {
+    const auto left = std::exchange(shown.wasSent, true) ? std::nullopt : m_numbers.find(key);
+    const NoticeNumbers::Number inPlaceOf = left.value_or(NoticeNumbers::Number{shown.id, {}});
+    auto* watcher =
+        new QDBusPendingCallWatcher(m_bus.asyncCall(notifyCall(shown.notice, inPlaceOf), showTimeOut), m_context.get());
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, m_context.get(), [this, watcher, key, inPlaceOf] {
         watcher->deleteLater();
-        const QDBusPendingReply<uint> reply = *watcher;
-        answered(key, reply.isError() ? 0 : reply.value(), !reply.isError());
+        sent(key, inPlaceOf, watcher->reply());
     });
+}
+
+void DesktopNotifier::sent(const std::string& key, const NoticeNumbers::Number& inPlaceOf, const QDBusMessage& answer)
+{
+    const bool isShown = answer.type() == QDBusMessage::ReplyMessage && idOf(answer) != 0;
+    // Who showed the notice before is gone, and with it the notice.
+    if (!isShown && !inPlaceOf.server.empty() && m_shown.contains(key))
+        return send(key);
+    if (isShown)
+        m_numbers.keep(key, {idOf(answer), answer.service().toStdString()});
+    answered(key, isShown ? idOf(answer) : 0, isShown);
 }
 
 void DesktopNotifier::answered(const std::string& key, uint id, bool isShown)

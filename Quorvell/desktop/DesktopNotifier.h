@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Quorvell/desktop/BusSignals.h"
+#include "Quorvell/desktop/NoticeNumbers.h"
 #include "Quorvell/reminding/Notifier.h"
 
 #include <QDBusConnection>
@@ -15,10 +16,11 @@
 
 namespace quorvell {
 
-/// When that one starts anew, what is still open is shown again. Main thread, with an event loop.
+/// When that one starts anew, what is still open is shown again; when this program does, it takes the place of what the
+/// one before had shown. Main thread, with an event loop.
 class DesktopNotifier final : public Notifier {
 public:
-    explicit DesktopNotifier(const QDBusConnection& sessionBus);
+    explicit DesktopNotifier(const QDBusConnection& sessionBus, NoticeNumbers numbers = NoticeNumbers(""));
     /// What is open stays, without its buttons: nobody would hear them.
     ~DesktopNotifier() override;
 
@@ -33,20 +35,24 @@ private:
         uint id = 0; ///< Of the notification; 0 before it has one.
         bool isUnderWay = false; ///< An answer is due.
         bool isStale = false; ///< Changed since it was sent.
+        bool wasSent = false; ///< By this program: then its own number counts.
         Want want = Want::shown;
     };
 
     void askForAbilities();
     void send(const std::string& key);
+    void sent(const std::string& key, const NoticeNumbers::Number& inPlaceOf, const QDBusMessage& answer);
     void answered(const std::string& key, uint id, bool isShown);
     void closeNotification(uint id);
     void actionInvoked(const QDBusMessage& signal);
     void notificationClosed(const QDBusMessage& signal);
     void ownerChanged(bool isThere);
-    QDBusMessage notifyCall(const Shown& shown) const;
+    /// To the program that gave the number, else to whoever shows notices.
+    QDBusMessage notifyCall(const Notice& notice, const NoticeNumbers::Number& inPlaceOf) const;
     Shown* withId(uint id);
 
     QDBusConnection m_bus;
+    NoticeNumbers m_numbers;
     Reports m_reports;
     std::map<std::string, Shown> m_shown; ///< By key.
     bool m_knowsMarkup = true;

@@ -22,6 +22,9 @@ struct Notice {
     std::string body;
     std::vector<Action> actions; ///< Shown as buttons, in this order.
 
+    /// As it may be shown: texts come from notes, which other programs write, too. Keys stay as they are.
+    Notice printable() const;
+
     bool operator==(const Notice&) const = default;
 };
 

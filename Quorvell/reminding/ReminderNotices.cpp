@@ -5,6 +5,7 @@
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace quorvell {
 
@@ -23,6 +24,15 @@ std::string taskOf(const Note& note)
 std::string shortWhen(Instant moment, Instant now, const Calendar& calendar)
 {
     return ReminderWords::short_(moment, now, calendar, calendar.locale());
+}
+
+/// The same for the same reminders, so that a program that is started anew shows no second one.
+std::string summaryKey(const std::vector<DueReminder>& reminders)
+{
+    std::string names;
+    for (const DueReminder& reminder : reminders)
+        names += reminder.note.id + "@" + std::to_string(reminder.occurrence.time_since_epoch().count()) + " ";
+    return "summary " + std::to_string(std::hash<std::string>()(names));
 }
 
 void offerChoices(ReminderNotice& notice, const char* doneLabel, Instant now, const Calendar& calendar)
@@ -58,7 +68,7 @@ ReminderNotice ReminderNotice::summary(const std::vector<DueReminder>& reminders
     ReminderNotice result;
     result.reminders = reminders;
     const std::size_t named = std::min(reminders.size(), namedInSummary);
-    result.notice.key = "summary " + std::to_string(now.time_since_epoch().count());
+    result.notice.key = summaryKey(reminders);
     result.notice.title = std::to_string(reminders.size()) + " reminders came due";
     result.announcement = result.notice.title + ":";
     for (std::size_t index = 0; index < named; ++index) {

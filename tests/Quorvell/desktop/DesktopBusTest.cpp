@@ -102,7 +102,7 @@ TEST(DesktopNotifier, isActedOnReplacedAndWithdrawn)
     const std::string chooser = home.folder / "choose";
     test::writeText(chooser, "#!/bin/sh\ngrep 'In an hour'\n"); // Stands in for the user at the menu of buttons.
     std::filesystem::permissions(chooser, std::filesystem::perms::owner_all);
-    test::writeText(home.folder / "dunstrc", "[global]\ndmenu = " + chooser + "\n");
+    test::writeText(home.folder / "dunstrc", "[global]\nstack_duplicates = false\ndmenu = " + chooser + "\n");
     const std::vector<std::string> dunst{"dunst", "-conf", home.folder / "dunstrc"};
     const auto bus = home.connection("notifier");
     std::vector<std::string> actions;
@@ -160,6 +160,38 @@ TEST(DesktopNotifier, isActedOnReplacedAndWithdrawn)
     EXPECT_TRUE(displayed("1"));
     notifier->withdraw("c");
     EXPECT_TRUE(displayed("0"));
+
+    // A program that shows again what the one before had shown, which was killed or its service started anew meanwhile.
+    const NoticeNumbers numbers(home.folder / "notices");
+    const auto showAnew = [&] {
+        notifier = std::make_unique<DesktopNotifier>(bus, numbers);
+        notifier->show({"d", "Lunch", "Due", {}});
+        return runUntil([&] { return numbers.find("d") && outputOf("dunstctl count displayed") == "1"; });
+    };
+    EXPECT_TRUE(showAnew());
+    const auto before = numbers.find("d");
+    EXPECT_TRUE(showAnew());
+    EXPECT_FALSE(runUntil([&] { return numbers.find("d") != before; }, std::chrono::milliseconds(100)));
+    notifier = std::make_unique<DesktopNotifier>(bus); // Killed before it learned the number.
+    notifier->show({"d", "Lunch", "Due", {}});
+    EXPECT_FALSE(runUntil([&] { return outputOf("dunstctl count displayed") != "1"; }, std::chrono::milliseconds(300)));
+    daemon = nullptr;
+    daemon = std::make_unique<ChildProcess>(dunst);
+    ASSERT_TRUE(isThere());
+    notifier = std::make_unique<DesktopNotifier>(bus, numbers);
+    notifier->show({"d", "Lunch", "Due", {}});
+    EXPECT_TRUE(runUntil([&] { return numbers.find("d")->server != before->server; }));
+    EXPECT_EQ(outputOf("dunstctl count displayed"), "1");
+}
+
+TEST(BusSignals, tellThatTheBusEnded)
+{
+    Home home;
+    const auto bus = home.connection("ending");
+    int ends = 0;
+    const BusSignals signals(bus, BusSignals::Kind::busEnded(), [&](const QDBusMessage&) { ++ends; });
+    home.bus = nullptr;
+    EXPECT_TRUE(runUntil([&] { return ends == 1; }));
 }
 
 TEST(LoginWatch, tellsOfEveryReturn)

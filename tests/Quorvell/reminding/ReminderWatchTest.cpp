@@ -107,6 +107,14 @@ struct Bench {
 };
 
 /// How often a reminder at three in the afternoon fires, seen in the moments at which it was shown.
+TEST(Notice, isReadAsItIsWritten)
+{
+    const Notice notice{
+        "a\u202e", "Call\u202e mum\x1b[31m\nnow", "Due\u2066 5 PM\nBring\x07 tea", {{"k\u2066", "Do\u200fne"}}};
+    EXPECT_EQ(
+        notice.printable(), (Notice{"a\u202e", "Call mum[31m now", "Due 5 PM\nBring tea", {{"k\u2066", "Done"}}}));
+}
+
 TEST(ReminderWatch, firesEachOccurrenceOnceAcrossClockChanges)
 {
     // Zone, rule and length in days; from when; the first occurrence; when it fires, without the year.
