@@ -10,6 +10,7 @@
 #include "Quorvell/files/FileWorker.h"
 #include "Quorvell/handover/NotebookAccess.h"
 #include "Quorvell/notebook/FreshNoteID.h"
+#include "Quorvell/records/UsageText.h"
 #include "Quorvell/settings/KeyVariables.h"
 #include "Quorvell/settings/PrivateFile.h"
 #include "Quorvell/settings/UsersCalendar.h"
@@ -143,6 +144,13 @@ void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionAud
     ports.usageStore = m_usage.get();
     ports.jitter = [] { return QRandomGenerator::global()->generateDouble(); };
     m_session = std::make_unique<SessionController>(ports, sessionSettings(wishes));
+}
+
+std::string Assistant::usageText() const
+{
+    const auto service = isOnDevice() ? UsageText::Service::onDevice : UsageText::Service::hosted;
+    return UsageText::ofConversation(m_session->usage(), service) + "\n"
+        + UsageText::ofDays(m_usage->book(), m_usage->today(), service);
 }
 
 /// On the desktop and in the conversation; in the conversation too what the program that owns the notebook fires.

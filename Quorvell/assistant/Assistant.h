@@ -61,6 +61,8 @@ public:
     SessionController& session() { return *m_session; }
     bool isOnDevice() const { return m_connections.backend == LiveBackend::onDevice; }
     const UsageFile& usage() const { return *m_usage; }
+    /// Of this conversation, today and this month, for the user.
+    std::string usageText() const;
 
 private:
     Assistant(const ProgramEnvironment& environment, QtScheduler& scheduler, UserSettings settings, Calendar calendar);

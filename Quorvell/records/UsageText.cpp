@@ -11,13 +11,13 @@ namespace {
 
 constexpr std::size_t monthLength = 7; ///< Of "2026-11".
 
-std::string sentenceOf(const UsageBook::Day& used)
+std::string sentenceOf(const UsageBook::Day& used, UsageText::Service service)
 {
     std::string text = UsageText::duration(used.spokenSeconds) + " of spoken conversation";
     if (used.microphoneSeconds > 0 || used.voiceSeconds > 0)
         text += " (" + UsageText::duration(used.microphoneSeconds) + " of your voice sent, "
             + UsageText::duration(used.voiceSeconds) + " of answers)";
-    if (used.billedSeconds > 0)
+    if (used.billedSeconds > 0 && service == UsageText::Service::hosted)
         text += ", " + UsageText::duration(used.billedSeconds) + " billed";
     if (used.tokens > 0)
         text += ", " + std::to_string(used.tokens) + " tokens";
@@ -35,13 +35,13 @@ std::string UsageText::duration(double seconds)
     return (minutes > 0 ? std::to_string(minutes) + " min " : std::string()) + std::to_string(whole % 60) + " s";
 }
 
-std::string UsageText::ofDays(const UsageBook& book, std::string_view today)
+std::string UsageText::ofDays(const UsageBook& book, std::string_view today, Service service)
 {
-    return "Today: " + sentenceOf(book.sumOf(today))
-        + "\nThis month: " + sentenceOf(book.sumOf(today.substr(0, monthLength)));
+    return "Today: " + sentenceOf(book.sumOf(today), service)
+        + "\nThis month: " + sentenceOf(book.sumOf(today.substr(0, monthLength)), service);
 }
 
-std::string UsageText::ofConversation(const SessionUsage& usage)
+std::string UsageText::ofConversation(const SessionUsage& usage, Service service)
 {
     UsageBook::Day used;
     used.spokenSeconds = usage.connectedSeconds;
@@ -51,7 +51,7 @@ std::string UsageText::ofConversation(const SessionUsage& usage)
     used.voiceSeconds = usage.voiceSeconds;
     used.tokens = usage.tokens;
     used.images = usage.imagesSent;
-    return "This conversation: " + sentenceOf(used);
+    return "This conversation: " + sentenceOf(used, service);
 }
 
 } // namespace quorvell

@@ -18,7 +18,6 @@
 #include "Quorvell/assistant/DesktopSound.h"
 #include "Quorvell/assistant/ObserverGroup.h"
 #include "Quorvell/assistant/SilentPlayer.h"
-#include "Quorvell/records/UsageText.h"
 #include "Quorvell/settings/PrivateFile.h"
 
 #include <unistd.h>
@@ -116,10 +115,7 @@ int runChat(const ProgramEnvironment& environment, const ConversationOptions& op
     const auto lines = makeLines(isPerson, environment, settings);
     ChatView view(environment, options, loop.scheduler(), *lines);
     Assistant* assistant = nullptr;
-    const auto usage = [&assistant] {
-        return UsageText::ofConversation(assistant->session().usage()) + "\n"
-            + UsageText::ofDays(assistant->usage().book(), assistant->usage().today());
-    };
+    const auto usage = [&assistant] { return assistant->usageText(); };
     const auto tell = [&](const std::string& text) {
         lines->aside([&] { std::cout << forOutput(text, environment) << std::endl; });
     };

@@ -49,7 +49,8 @@ int runUsage(const ProgramEnvironment& environment, bool asJson)
                   << std::endl;
         return 0;
     }
-    std::cout << "With a hosted model:\n" << UsageText::ofDays(hosted.book(), hosted.today()) << "\n";
+    std::cout << "With a hosted model:\n"
+              << UsageText::ofDays(hosted.book(), hosted.today(), UsageText::Service::hosted) << "\n";
     if (settings.dailyMinutes) {
         const double left = 60.0 * static_cast<double>(settings.dailyMinutes->count()) - hosted.secondsToday();
         const auto minutes = settings.dailyMinutes->count();
@@ -57,7 +58,7 @@ int runUsage(const ProgramEnvironment& environment, bool asJson)
                   << UsageText::duration(std::max(left, 0.0)) << " are left today.\n";
     }
     std::cout << "\nOn this computer, free of charge:\n"
-              << UsageText::ofDays(onDevice.book(), onDevice.today()) << std::endl;
+              << UsageText::ofDays(onDevice.book(), onDevice.today(), UsageText::Service::onDevice) << std::endl;
     return 0;
 }
 

@@ -15,7 +15,6 @@
 #include "Quorvell/app/terminal/TerminalColumns.h"
 #include "Quorvell/assistant/Assistant.h"
 #include "Quorvell/assistant/DesktopSound.h"
-#include "Quorvell/records/UsageText.h"
 #include "Quorvell/speech/DeviceEar.h"
 #include "Quorvell/speech/DeviceVoice.h"
 #include "QuorvellCore/text/PrintableText.h"
@@ -49,7 +48,7 @@ public:
         , m_voice(m_sound.player(), m_loop.scheduler())
         , m_ear(SpeechModels::find(environment.programFolder), m_loop.scheduler())
         , m_talk({m_loop.scheduler(), [this](const std::string& sentence) { tell(sentence); },
-                     [this] { return usageText(); }, &ProgramLoop::end},
+                     [this] { return m_assistant->usageText(); }, &ProgramLoop::end},
               m_listening)
     {
         makeViews();
@@ -166,12 +165,6 @@ private:
     {
         std::cerr << sentence << std::endl;
         ProgramLoop::end(exit_code::couldNot);
-    }
-
-    std::string usageText() const
-    {
-        return UsageText::ofConversation(m_assistant->session().usage()) + "\n"
-            + UsageText::ofDays(m_assistant->usage().book(), m_assistant->usage().today());
     }
 
     ProgramEnvironment m_environment;

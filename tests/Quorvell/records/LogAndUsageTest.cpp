@@ -89,10 +89,12 @@ TEST(UsageFile, addsUpWhatSeveralProgramsUseOnTheUsersDay)
     one.conversationEnded({});
     one.usageChanged(SessionUsage{.tokens = 7}); // A new conversation counts from nothing.
     EXPECT_EQ(one.book().sumOf("2026-11-22").tokens, 7);
-    EXPECT_EQ(UsageText::ofDays(other.book(), "2026-11-21"),
+    EXPECT_EQ(UsageText::ofDays(other.book(), "2026-11-21", UsageText::Service::hosted),
         "Today: 1 min 52 s of spoken conversation (1 s of your voice sent, 0 s of answers), 20 s billed, 80 tokens.\n"
         "This month: 1 min 52 s of spoken conversation (1 s of your voice sent, 0 s of answers), 20 s billed, 80 "
         "tokens.");
+    EXPECT_EQ(UsageText::ofConversation(SessionUsage{.billedSeconds = 3}, UsageText::Service::onDevice),
+        "This conversation: 0 s of spoken conversation.");
 }
 
 } // namespace
