@@ -32,9 +32,10 @@ std::optional<std::string> variable(const char* name)
     return std::string(value);
 }
 
+/// A relative one would put a home into whatever folder the program was started from.
 std::string homeFolder()
 {
-    if (auto home = variable("HOME"))
+    if (auto home = variable("HOME"); home && home->front() == '/')
         return *home;
     const passwd* user = getpwuid(getuid());
     return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";

@@ -144,6 +144,8 @@ TEST(ProgramEnvironment, findsItsFolders)
     EXPECT_EQ(environment.keys, (LiveKeys{{LiveBackend::gemini, "g"}}));
     EXPECT_TRUE(environment.hasSessionBus);
     EXPECT_EQ(environment.programPath.front(), '/');
+    const Variables relative(std::map<std::string, std::string>{{"HOME", "rel"}});
+    EXPECT_EQ(ProgramEnvironment::read("quorvell").stateFolder.front(), '/');
 }
 
 TEST(QtScheduler, runsTimersUntilTheyAreCancelled)
