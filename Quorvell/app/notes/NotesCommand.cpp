@@ -50,6 +50,13 @@ constexpr Subcommand subcommands[] = {
     {"move", Action::move, Takes::target, "Keep the notebook in another folder from now on"},
 };
 
+/// What is only read may be named by what it says.
+std::string idMeaning(const std::string& command)
+{
+    const bool isRead = command == "show" || command == "history";
+    return std::string("Its id or the beginning of it") + (isRead ? ", or words that no other note holds" : "");
+}
+
 void addArguments(Command& command, Takes takes, NotesRequest& request)
 {
     switch (takes) {
@@ -73,7 +80,7 @@ void addArguments(Command& command, Takes takes, NotesRequest& request)
     case Takes::idAndVersion:
     case Takes::idAndStep:
     case Takes::idAndPicture:
-        command.text("id", request.words, "Its id or the beginning of it").isRequired();
+        command.text("id", request.words, idMeaning(command.name)).isRequired();
     }
     if (takes == Takes::idAndPicture)
         command.text("file", request.picture, "The picture, in any common format");

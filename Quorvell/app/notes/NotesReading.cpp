@@ -91,6 +91,14 @@ std::optional<Note> NotesReading::meantNote()
     return std::nullopt;
 }
 
+std::optional<Note> NotesReading::foundNote()
+{
+    const bool isID = std::any_of(m_content.notes.begin(), m_content.notes.end(),
+        [this](const Note& note) { return note.id.starts_with(m_request.words); });
+    const auto found = isID ? std::vector<const Note*>() : holding(m_request.words);
+    return found.size() == 1 ? std::optional(*found.front()) : meantNote();
+}
+
 /// Where no id begins like the words, perhaps they were meant to be found.
 void NotesReading::tellCandidates(std::vector<const Note*> candidates) const
 {
@@ -163,7 +171,7 @@ std::vector<const Note*> NotesReading::holding(const std::string& words) const
 
 int NotesReading::show()
 {
-    const auto note = meantNote();
+    const auto note = foundNote();
     if (!note)
         return exit_code::couldNot;
     if (m_request.asJson)
@@ -175,7 +183,7 @@ int NotesReading::show()
 
 int NotesReading::history()
 {
-    const auto note = meantNote();
+    const auto note = foundNote();
     if (!note)
         return exit_code::couldNot;
     const auto versions = NoteHistory(m_folder).versions(note->id);

@@ -22,6 +22,8 @@ public:
     int run();
     /// The one note that the request means. Nothing when it cannot be told, which is then said.
     std::optional<Note> meantNote();
+    /// Or the only one that holds the words: for what changes nothing.
+    std::optional<Note> foundNote();
 
 private:
     bool read();

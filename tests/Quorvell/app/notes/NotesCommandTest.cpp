@@ -122,6 +122,8 @@ TEST(NotesCommand, showsANoteSafely)
     EXPECT_EQ(shell.run({"notes", "show", "aaaa3"}), 0);
     EXPECT_EQ(shell.output,
         "Tea\nhow_to, 2026-11-15 02:00, by you  [pinned]\n" + path + "/aaaa33334444.md\n\n1. Boil\n2. Pour\n");
+    EXPECT_EQ(shell.run({"notes", "show", "dentist"}), 0);
+    EXPECT_TRUE(shell.output.starts_with("Call the dentist\n"));
     EXPECT_EQ(shell.run({"notes", "show", "bbbb"}), 0);
     EXPECT_NE(shell.output.find("\n\nred \x1b[31m\u009bm\ntea\n"), std::string::npos)
         << "a file gets the text as it is";
