@@ -97,11 +97,34 @@ bool isOf(const CLI::Error& problem, CLI::ExitCodes kind)
     return problem.get_exit_code() == static_cast<int>(kind);
 }
 
-/// In place of what the library tells in words of its own: "--host: 1 required TEXT missing" and
-/// "Could not convert: --list = maybe".
-std::string problemText(const CLI::Error& problem)
+/// "recording: What is said to the assistant."
+std::string described(const MeantCommand& meant, const std::string& name)
+{
+    const CLI::Option* option = meant.app->get_option_no_throw(name);
+    const std::string description = option ? option->get_description() : "";
+    return name + (description.empty() ? "" : ": " + description) + (description.ends_with('.') ? "" : ".");
+}
+
+/// What two names, or one, have to do with each other, in place of "words is required", "--reply requires recording"
+/// and
+/// "--device excludes recording".
+std::string bondText(const MeantCommand& meant, const CLI::Error& problem)
 {
     const std::string text = problem.what();
+    const std::string first = text.substr(0, text.find(' '));
+    const std::string last = text.substr(text.rfind(' ') + 1);
+    if (isOf(problem, CLI::ExitCodes::RequiredError) && meant.app->get_option_no_throw(first))
+        return "`" + meant.path + "` needs " + described(meant, first);
+    if (isOf(problem, CLI::ExitCodes::RequiresError))
+        return first + " goes only with " + described(meant, last);
+    return isOf(problem, CLI::ExitCodes::ExcludesError) ? first + " and " + last + " do not go together." : text;
+}
+
+/// In place of what the library tells in words of its own: "--host: 1 required TEXT missing" and
+/// "Could not convert: --list = maybe".
+std::string problemText(const MeantCommand& meant, const CLI::Error& problem)
+{
+    const std::string text = bondText(meant, problem);
     const std::size_t colon = std::min(text.find(':'), text.size());
     if (isOf(problem, CLI::ExitCodes::ArgumentMismatch))
         return text.substr(0, colon) + ": its value is missing.";
@@ -116,7 +139,7 @@ std::string failureText(const CLI::App* program, const CLI::Error& problem)
     const MeantCommand meant = meantCommand(program);
     const std::vector<std::string> unknown = program->remaining(true);
     const bool isUnknown = isOf(problem, CLI::ExitCodes::ExtrasError) && !unknown.empty();
-    return (isUnknown ? unknownWordText(meant, unknown.front()) : problemText(problem)) + "\n`" + meant.path
+    return (isUnknown ? unknownWordText(meant, unknown.front()) : problemText(meant, problem)) + "\n`" + meant.path
         + " --help` tells what there is.\n";
 }
 
