@@ -10,7 +10,9 @@
 #include "Quorvell/notebook/FreshNoteID.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/tools/ReminderAnswers.h"
+#include "Quorvell/tools/ReminderArguments.h"
 #include "Quorvell/tools/ReminderNote.h"
+#include "QuorvellCore/text/Characters.h"
 
 #include <QEventLoop>
 #include <nlohmann/json.hpp>
@@ -49,6 +51,9 @@ struct RemindStoring {
     bool set(const std::string& phrase) const
     {
         const ReminderRequest request = remindRequest(phrase, now, calendar, whichTime);
+        if (characterCount(request.task) > ReminderArguments::longestTask)
+            return complain("Nothing is set: a reminder has at most " + std::to_string(ReminderArguments::longestTask)
+                + " characters. Say it in one sentence; \"quorvell notes add\" keeps longer texts.");
         if (request.verdict != ReminderRequest::Verdict::ready)
             return complain(remindText(request, now, calendar));
         const Note note = reminderNote(request, freshNoteID(), NoteAuthor::person, NoteOrigin::person, now);
