@@ -114,7 +114,7 @@ std::string freeReply(const Json& result, const std::string& days)
 {
     const auto slots = listIn(result, "slots");
     if (slots.empty())
-        return "I found no free time" + withLead(days) + "." + unread(result);
+        return "I found no free time" + withLead(days) + ".";
     std::string reply = "You are free";
     const std::size_t named = std::min(slots.size(), slotsNamed);
     std::optional<DateParts> last;
@@ -127,7 +127,9 @@ std::string freeReply(const Json& result, const std::string& days)
         reply += (index > 0 ? ", or" : "") + day + " from " + SpokenWhen::clock(start)
             + (end ? " to " + SpokenWhen::clock(*end) : "");
     }
-    return reply + "." + unread(result);
+    return reply + "."
+        + (listIn(result, "problems").empty() ? ""
+                                              : " Not all of your calendar could be read, so you may be busy then.");
 }
 
 std::string caveats(const Json& result)
