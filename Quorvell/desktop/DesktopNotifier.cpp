@@ -3,7 +3,10 @@
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QTimer>
 
+#include <array>
+#include <chrono>
 #include <utility>
 
 namespace quorvell {
@@ -13,6 +16,9 @@ namespace {
 const QString service = QStringLiteral("org.freedesktop.Notifications");
 const QString path = QStringLiteral("/org/freedesktop/Notifications");
 constexpr int showTimeOut = 5000; ///< Milliseconds; the program that shows them may have to be started.
+/// Who has the name already may not be ready to show anything: while a desktop starts, the two lie apart.
+constexpr std::array<std::chrono::milliseconds, 3> retriesAfter{
+    {std::chrono::milliseconds(500), std::chrono::milliseconds(2500), std::chrono::milliseconds(10'000)}};
 
 QDBusMessage callTo(const char* method)
 {
@@ -154,7 +160,21 @@ void DesktopNotifier::sent(const std::string& key, const NoticeNumbers::Number& 
         return send(key);
     if (isShown)
         m_numbers.keep(key, {idOf(answer), answer.service().toStdString()});
+    if (!isShown && answer.errorName() != QLatin1String("org.freedesktop.DBus.Error.ServiceUnknown") && retry(key))
+        return;
     answered(key, isShown ? idOf(answer) : 0, isShown);
+}
+
+bool DesktopNotifier::retry(const std::string& key)
+{
+    const auto found = m_shown.find(key);
+    if (found == m_shown.end() || found->second.want == Want::withdrawn || found->second.retries >= retriesAfter.size())
+        return false;
+    QTimer::singleShot(retriesAfter[found->second.retries++], m_context.get(), [this, key] {
+        if (m_shown.contains(key))
+            send(key);
+    });
+    return true;
 }
 
 void DesktopNotifier::answered(const std::string& key, uint id, bool isShown)
@@ -177,8 +197,11 @@ void DesktopNotifier::answered(const std::string& key, uint id, bool isShown)
             m_reports.couldNotShow(notice);
         return; // kept: whoever starts to show notifications later gets it
     }
+    shown.retries = 0;
     if (shown.isStale)
-        send(key);
+        return send(key);
+    if (m_reports.shown)
+        m_reports.shown(key);
 }
 
 DesktopNotifier::Shown* DesktopNotifier::withId(uint id)

@@ -10,6 +10,7 @@
 #include <QDBusServiceWatcher>
 #include <QObject>
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <string>
@@ -35,6 +36,7 @@ private:
         uint id = 0; ///< Of the notification; 0 before it has one.
         bool isUnderWay = false; ///< An answer is due.
         bool isStale = false; ///< Changed since it was sent.
+        std::size_t retries = 0; ///< Since it was last shown.
         bool wasSent = false; ///< By this program: then its own number counts.
         Want want = Want::shown;
     };
@@ -42,6 +44,8 @@ private:
     void askForAbilities();
     void send(const std::string& key);
     void sent(const std::string& key, const NoticeNumbers::Number& inPlaceOf, const QDBusMessage& answer);
+    /// Whether it is sent once more, later.
+    bool retry(const std::string& key);
     void answered(const std::string& key, uint id, bool isShown);
     void closeNotification(uint id);
     void actionInvoked(const QDBusMessage& signal);

@@ -33,7 +33,8 @@ class Notifier {
 public:
     struct Reports {
         std::function<void(const std::string& key, const std::string& action)> actionTaken;
-        std::function<void(const Notice& notice)> couldNotShow; ///< Nobody is there who shows notices.
+        std::function<void(const std::string& key)> shown; ///< Each time that it is.
+        std::function<void(const Notice& notice)> couldNotShow; ///< Nobody is there who shows notices. Later it may be.
     };
 
     virtual ~Notifier() = default;

@@ -32,6 +32,11 @@ ReminderWatch::ReminderWatch(Ports ports)
     m_ports.presence.onReturn([this] { cameBack(); });
     m_ports.notifier.setReports(
         {.actionTaken = [this](const std::string& key, const std::string& action) { actionTaken(key, action); },
+            .shown =
+                [this](const std::string& key) {
+                    if (const auto found = m_open.find(key); found != m_open.end())
+                        writeMarks(std::vector(found->second.reminders)); // Storing may settle the notice.
+                },
             .couldNotShow =
                 [this](const Notice& notice) {
                     m_ports.log.record("reminder_not_shown", {{"actions", notice.actions.size()}});
@@ -45,7 +50,7 @@ ReminderWatch::~ReminderWatch()
 {
     m_ports.timer.onRing([] {});
     m_ports.presence.onReturn([] {});
-    m_ports.notifier.setReports({.actionTaken = [](const auto&, const auto&) {}, .couldNotShow = [](const auto&) {}});
+    m_ports.notifier.setReports({});
     m_ports.timer.setAlarm(std::nullopt);
 }
 
@@ -102,16 +107,26 @@ void ReminderWatch::show(ReminderNotice notice)
     if (m_ports.announce)
         m_ports.announce(notice.announcement);
     m_ports.log.record("reminder_fired", {{"count", notice.reminders.size()}});
-    // Only now: a crash in between shows it twice rather than never.
     for (const DueReminder& reminder : notice.reminders)
-        markShown(reminder);
+        m_unwritten[reminder.note.id] = reminder.occurrence;
+    // Where nobody listens it counts as shown when it shows: what nobody saw comes again with the next start.
+    if (m_ports.announce)
+        writeMarks(notice.reminders);
     m_open[notice.notice.key] = std::move(notice);
 }
 
-void ReminderWatch::markShown(const DueReminder& reminder)
+/// Only afterwards: a crash in between shows it twice rather than never.
+void ReminderWatch::writeMarks(const std::vector<DueReminder>& reminders)
+{
+    for (const DueReminder& reminder : reminders)
+        if (const auto mark = m_unwritten.find(reminder.note.id);
+            mark != m_unwritten.end() && mark->second == reminder.occurrence)
+            writeMark(reminder);
+}
+
+void ReminderWatch::writeMark(const DueReminder& reminder)
 {
     const std::string id = reminder.note.id;
-    m_unwritten[id] = reminder.occurrence;
     const auto mark = [occurrence = reminder.occurrence](Note& note) { ReminderSchedule::markShown(note, occurrence); };
     m_ports.notebook.update(id, mark,
         [this, id, occurrence = reminder.occurrence, life = std::weak_ptr<bool>(m_life)](const auto& verdict) {
@@ -129,8 +144,14 @@ void ReminderWatch::withdrawSettled()
 {
     for (auto open = m_open.begin(); open != m_open.end();) {
         const auto& reminders = open->second.reminders;
-        const bool isOpen = std::any_of(reminders.begin(), reminders.end(),
-            [this](const DueReminder& reminder) { return isStillOpen(m_ports.notebook, reminder); });
+        bool isOpen = false;
+        for (const DueReminder& reminder : reminders) {
+            const auto mark = m_unwritten.find(reminder.note.id);
+            if (isStillOpen(m_ports.notebook, reminder))
+                isOpen = true;
+            else if (mark != m_unwritten.end() && mark->second == reminder.occurrence)
+                m_unwritten.erase(mark);
+        }
         if (!isOpen)
             m_ports.notifier.withdraw(open->first);
         open = isOpen ? std::next(open) : m_open.erase(open);

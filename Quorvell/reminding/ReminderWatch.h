@@ -29,7 +29,7 @@ public:
         PresenceWatch& presence;
         EventLog& log;
         std::function<Calendar()> calendar; ///< Asked each time: the user may travel.
-        /// Says it as well where somebody listens: in an open conversation, on a terminal.
+        /// Says it as well where somebody listens: in an open conversation, on a terminal. Empty where nobody does.
         std::function<void(const std::string& sentence)> announce;
         /// For when nothing on this desktop shows notices.
         std::function<void()> couldNotShow = nullptr;
@@ -47,7 +47,8 @@ public:
 private:
     void fire(const std::vector<DueReminder>& due, Instant now, const Calendar& calendar);
     void show(ReminderNotice notice);
-    void markShown(const DueReminder& reminder);
+    void writeMarks(const std::vector<DueReminder>& reminders);
+    void writeMark(const DueReminder& reminder);
     void withdrawSettled();
     void cameBack();
     void actionTaken(const std::string& key, const std::string& action);

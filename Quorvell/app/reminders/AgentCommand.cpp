@@ -16,6 +16,7 @@
 #include <nlohmann/json.hpp>
 #include <sys/file.h>
 
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -57,18 +58,18 @@ public:
             return opened.problem;
         m_notebook = std::move(opened.notebook);
         m_service = std::make_unique<ReminderService>(m_environment, *m_notebook, m_scheduler, m_log,
-            ReminderService::Voices{[this](const std::string& sentence) { announce(sentence); },
-                [this] { tellOfMissingDesktop(); }, [] { endWithDesktop(); }});
+            ReminderService::Voices{whoeverListens(), [this] { tellOfMissingDesktop(); }, [] { endWithDesktop(); }});
         m_log.record("agent_started", {{"owner", m_notebook->isOwner()}});
         return "";
     }
 
 private:
     /// A terminal shows it to the user; a journal would keep it for others.
-    void announce(const std::string& sentence) const
+    std::function<void(const std::string& sentence)> whoeverListens() const
     {
-        if (m_environment.isOutputTerminal)
-            std::cout << printableLine(sentence) << std::endl;
+        if (!m_environment.isOutputTerminal)
+            return nullptr;
+        return [](const std::string& sentence) { std::cout << printableLine(sentence) << std::endl; };
     }
 
     /// Rather than to hold the notebook where nobody is reached any more: who starts it anew finds the next bus.

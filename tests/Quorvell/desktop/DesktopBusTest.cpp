@@ -118,8 +118,9 @@ TEST(DesktopNotifier, isActedOnReplacedAndWithdrawn)
     const Notice first{"a", "Call <mum>", "Due 5 PM & late", {{"done", "Done"}, {"In an hour", "In an hour"}}};
 
     auto notifier = std::make_unique<DesktopNotifier>(bus);
-    notifier->setReports({[&](const auto& key, const auto& action) { actions.push_back(key + ": " + action); },
-        [&](const Notice& notice) { unseen.push_back(notice.key); }});
+    notifier->setReports(
+        {.actionTaken = [&](const auto& key, const auto& action) { actions.push_back(key + ": " + action); },
+            .couldNotShow = [&](const Notice& notice) { unseen.push_back(notice.key); }});
     notifier->show(first); // Nobody is there yet: told, and not lost.
     EXPECT_TRUE(runUntil([&] { return !unseen.empty(); }));
     auto daemon = std::make_unique<ChildProcess>(dunst);

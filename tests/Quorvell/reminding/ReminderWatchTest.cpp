@@ -85,6 +85,7 @@ struct Bench {
     FakePresence presence;
     WrittenLog log;
     std::string zone = "Europe/Berlin";
+    bool isHeard = true; ///< Somebody is there to whom it is said as well.
     std::vector<std::string> said;
     std::unique_ptr<ReminderWatch> watch;
 
@@ -93,7 +94,9 @@ struct Bench {
         watch = nullptr;
         watch = std::make_unique<ReminderWatch>(ReminderWatch::Ports{notebook, clock, notifier, presence, log,
             [this] { return *Calendar::create(zone, "en_US"); },
-            [this](const std::string& sentence) { said.push_back(sentence); }});
+            isHeard
+                ? std::function<void(const std::string&)>([this](const auto& sentence) { said.push_back(sentence); })
+                : nullptr});
         watch->look();
     }
     void add(const std::string& id, Instant moment, const char* rule = nullptr)
@@ -257,6 +260,21 @@ TEST(ReminderWatch, firesOnReturnAndWithoutADisk)
     EXPECT_EQ(full.notifier.shown.size(), 1U);
     full.press("a", "done");
     EXPECT_EQ(full.notifier.shown.back().body, full.notebook.refusal);
+
+    Bench unseen; // The desktop's service is not there yet, and the program ends before it comes.
+    unseen.isHeard = false;
+    unseen.add("a", at("2026-11-21T10:00:00Z"));
+    unseen.start();
+    unseen.clock.pass(at("2026-11-21T10:00:00Z"));
+    unseen.watch->look();
+    EXPECT_EQ(unseen.notifier.shown.size(), 1U);
+    EXPECT_FALSE(unseen.note("a").reviewed);
+    unseen.start();
+    EXPECT_EQ(unseen.notifier.shown.size(), 2U);
+    unseen.notifier.reports.shown("a");
+    EXPECT_EQ(unseen.note("a").reviewed, at("2026-11-21T10:00:00Z"));
+    unseen.start();
+    EXPECT_EQ(unseen.notifier.shown.size(), 2U);
 
     IdleReturn idle;
     std::vector<bool> returns;
