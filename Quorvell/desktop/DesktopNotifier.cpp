@@ -160,21 +160,21 @@ void DesktopNotifier::sent(const std::string& key, const NoticeNumbers::Number& 
         return send(key);
     if (isShown)
         m_numbers.keep(key, {idOf(answer), answer.service().toStdString()});
-    if (!isShown && answer.errorName() != QLatin1String("org.freedesktop.DBus.Error.ServiceUnknown") && retry(key))
-        return;
     answered(key, isShown ? idOf(answer) : 0, isShown);
+    if (!isShown && answer.errorName() != QLatin1String("org.freedesktop.DBus.Error.ServiceUnknown"))
+        retry(key);
 }
 
-bool DesktopNotifier::retry(const std::string& key)
+void DesktopNotifier::retry(const std::string& key)
 {
     const auto found = m_shown.find(key);
-    if (found == m_shown.end() || found->second.want == Want::withdrawn || found->second.retries >= retriesAfter.size())
-        return false;
+    if (found == m_shown.end() || found->second.retries >= retriesAfter.size())
+        return;
     QTimer::singleShot(retriesAfter[found->second.retries++], m_context.get(), [this, key] {
-        if (m_shown.contains(key))
+        const auto waiting = m_shown.find(key);
+        if (waiting != m_shown.end() && waiting->second.id == 0 && !waiting->second.isUnderWay)
             send(key);
     });
-    return true;
 }
 
 void DesktopNotifier::answered(const std::string& key, uint id, bool isShown)

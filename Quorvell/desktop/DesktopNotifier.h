@@ -44,8 +44,7 @@ private:
     void askForAbilities();
     void send(const std::string& key);
     void sent(const std::string& key, const NoticeNumbers::Number& inPlaceOf, const QDBusMessage& answer);
-    /// Whether it is sent once more, later.
-    bool retry(const std::string& key);
+    void retry(const std::string& key); ///< A little later.
     void answered(const std::string& key, uint id, bool isShown);
     void closeNotification(uint id);
     void actionInvoked(const QDBusMessage& signal);

@@ -32,9 +32,10 @@ struct Notice {
 class Notifier {
 public:
     struct Reports {
-        std::function<void(const std::string& key, const std::string& action)> actionTaken;
-        std::function<void(const std::string& key)> shown; ///< Each time that it is.
-        std::function<void(const Notice& notice)> couldNotShow; ///< Nobody is there who shows notices. Later it may be.
+        std::function<void(const std::string& key, const std::string& action)> actionTaken = nullptr;
+        std::function<void(const std::string& key)> shown = nullptr; ///< Each time that it is.
+        std::function<void(const Notice& notice)> couldNotShow =
+            nullptr; ///< Nobody is there who shows notices. Later it may be.
     };
 
     virtual ~Notifier() = default;
