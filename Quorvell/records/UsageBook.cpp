@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/records/UsageBook.h"
 
+#include "Quorvell/session/hearing/MicrophoneStream.h"
+#include "QuorvellCore/text/Json.h"
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -36,6 +39,19 @@ double cents(double value)
 }
 
 } // namespace
+
+UsageBook::Day UsageBook::Day::of(const SessionUsage& usage, const SessionUsage& before)
+{
+    constexpr double chunkSeconds = std::chrono::duration<double>(MicrophoneStream::chunkLength).count();
+    const auto more = [](auto now, auto then) { return std::max<decltype(now)>(0, now - then); };
+    Day used;
+    used.billedSeconds = more(usage.billedSeconds, before.billedSeconds);
+    used.microphoneSeconds = static_cast<double>(more(usage.microphoneChunks, before.microphoneChunks)) * chunkSeconds;
+    used.voiceSeconds = more(usage.voiceSeconds, before.voiceSeconds);
+    used.tokens = more(usage.tokens, before.tokens);
+    used.images = more(usage.imagesSent, before.imagesSent);
+    return used;
+}
 
 UsageBook::Day& UsageBook::Day::operator+=(const Day& more)
 {

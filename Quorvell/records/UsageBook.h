@@ -2,7 +2,7 @@
 // What hosted conversations have cost by day, for the user to see and for the daily limit.
 #pragma once
 
-#include "QuorvellCore/text/Json.h"
+#include "Quorvell/session/reports/SessionUsage.h"
 
 #include <cstdint>
 #include <map>
@@ -20,6 +20,8 @@ struct UsageBook {
         std::int64_t tokens = 0;
         std::int64_t images = 0;
 
+        /// What a conversation used since it reported `before`; spoken seconds are counted by whoever holds it.
+        static Day of(const SessionUsage& usage, const SessionUsage& before = {});
         Day& operator+=(const Day& more);
         bool operator==(const Day&) const = default;
     };

@@ -1,24 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/records/UsageFile.h"
 
-#include "Quorvell/session/hearing/MicrophoneStream.h"
 #include "Quorvell/settings/PrivateFile.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <utility>
 
 namespace quorvell {
-
-namespace {
-
-double microphoneSeconds(std::int64_t chunks)
-{
-    return static_cast<double>(chunks) * std::chrono::duration<double>(MicrophoneStream::chunkLength).count();
-}
-
-} // namespace
 
 UsageFile::UsageFile(std::string path, Scheduler& scheduler, Calendar calendar)
     : m_path(std::move(path))
@@ -48,14 +37,7 @@ void UsageFile::addSeconds(double seconds)
 /// The session reports sums; only what is new in them is booked.
 void UsageFile::usageChanged(const SessionUsage& usage)
 {
-    const SessionUsage before = std::exchange(m_seen, usage);
-    UsageBook::Day used;
-    used.billedSeconds = std::max(0.0, usage.billedSeconds - before.billedSeconds);
-    used.voiceSeconds = std::max(0.0, usage.voiceSeconds - before.voiceSeconds);
-    used.microphoneSeconds =
-        microphoneSeconds(std::max<std::int64_t>(0, usage.microphoneChunks - before.microphoneChunks));
-    used.tokens = std::max<std::int64_t>(0, usage.tokens - before.tokens);
-    used.images = std::max<std::int64_t>(0, usage.imagesSent - before.imagesSent);
+    const auto used = UsageBook::Day::of(usage, std::exchange(m_seen, usage));
     if (used != UsageBook::Day{})
         note(used);
 }
@@ -95,9 +77,11 @@ void UsageFile::write()
     if (m_unwritten.days.empty())
         return;
     m_stored = UsageBook::fromText(PrivateFile::readWhole(m_path, longestFile));
-    m_stored = book();
+    UsageBook whole = book();
+    if (!PrivateFile::replace(m_path, whole.text()))
+        return; // This program counts on by itself; the next write tries again.
+    m_stored = std::move(whole);
     m_unwritten.days.clear();
-    PrivateFile::replace(m_path, m_stored.text()); // Else this program alone counts on.
 }
 
 } // namespace quorvell

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/records/UsageText.h"
 
-#include "Quorvell/session/hearing/MicrophoneStream.h"
-
 #include <cmath>
 
 namespace quorvell {
@@ -43,14 +41,8 @@ std::string UsageText::ofDays(const UsageBook& book, std::string_view today, Ser
 
 std::string UsageText::ofConversation(const SessionUsage& usage, Service service)
 {
-    UsageBook::Day used;
+    auto used = UsageBook::Day::of(usage);
     used.spokenSeconds = usage.connectedSeconds;
-    used.billedSeconds = usage.billedSeconds;
-    used.microphoneSeconds = static_cast<double>(usage.microphoneChunks)
-        * std::chrono::duration<double>(MicrophoneStream::chunkLength).count();
-    used.voiceSeconds = usage.voiceSeconds;
-    used.tokens = usage.tokens;
-    used.images = usage.imagesSent;
     return "This conversation: " + sentenceOf(used, service);
 }
 

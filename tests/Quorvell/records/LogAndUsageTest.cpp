@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Catches the story of a conversation told wrongly from the log, and use added up to the wrong day.
+#include "FileSizeLimit.h"
 #include "Quorvell/records/LogTimeline.h"
 #include "Quorvell/records/UsageFile.h"
 #include "Quorvell/records/UsageText.h"
@@ -95,6 +96,23 @@ TEST(UsageFile, addsUpWhatSeveralProgramsUseOnTheUsersDay)
         "tokens.");
     EXPECT_EQ(UsageText::ofConversation(SessionUsage{.billedSeconds = 3}, UsageText::Service::onDevice),
         "This conversation: 0 s of spoken conversation.");
+}
+
+TEST(UsageFile, forgetsNothingWhileTheDiskIsFull)
+{
+    const test::TemporaryFolder folder;
+    VirtualScheduler clock;
+    UsageFile usage(folder / "usage.json", clock, berlin);
+    {
+        const test::FileSizeLimit full(10);
+        for (int time = 0; time < 2; ++time) {
+            usage.addSeconds(50);
+            clock.advance(UsageFile::betweenWrites);
+        }
+        EXPECT_EQ(usage.secondsToday(), 100) << "the limit of the day goes by it";
+    }
+    usage.conversationEnded({});
+    EXPECT_EQ(UsageFile(folder / "usage.json", clock, berlin).secondsToday(), 100);
 }
 
 } // namespace
