@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tables of tests/fixtures whose rows are long texts: what is asked, and what is answered.
+// Tables of tests/fixtures whose rows are long texts: what is asked, and what is answered; or what happens one thing
+// after the other.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -33,6 +34,35 @@ inline std::vector<FixtureRow> fixtureRows(const std::string& path, std::size_t 
         row.lines.resize(std::max(lines, row.lines.size()));
     }
     return rows;
+}
+
+/// Plays each row from a new beginning: `begin` gives what plays one line and returns what came of it, which stands
+/// below the line, "> " before each.
+template <typename Begin> void playFixture(const std::string& path, const Begin& begin)
+{
+    for (const auto& [name, lines] : fixtureRows(path)) {
+        SCOPED_TRACE(name);
+        auto play = begin();
+        std::string played;
+        std::string written;
+        for (const std::string& line : lines) {
+            written += line + "\n";
+            if (line.starts_with("> "))
+                continue;
+            played += line + "\n";
+            const std::vector<std::string> answers = play(line);
+            for (const std::string& answer : answers)
+                played += "> " + answer + "\n";
+        }
+        EXPECT_EQ(played, written);
+    }
+}
+
+/// "rest of the line" behind its first word.
+inline std::pair<std::string, std::string> verbAndRest(const std::string& line)
+{
+    const std::size_t end = std::min(line.find(' '), line.size());
+    return {line.substr(0, end), line.substr(std::min(end + 1, line.size()))};
 }
 
 } // namespace quorvell::test

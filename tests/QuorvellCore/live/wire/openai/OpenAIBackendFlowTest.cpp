@@ -2,12 +2,12 @@
 // Catches responses that overlap, never begin, or begin twice.
 #include "QuorvellCore/live/wire/openai/OpenAIBackendFlow.h"
 
+#include "FixtureTable.h"
 #include "QuorvellCore/live/wire/openai/OpenAIResponseEnds.h"
-
-#include <gtest/gtest.h>
 
 #include <limits>
 #include <random>
+#include <sstream>
 
 namespace quorvell {
 
@@ -24,101 +24,58 @@ std::string words(const std::vector<Json>& released)
     return text;
 }
 
-OpenAIBackendFlow::Queued queued(const char* name, bool respond, bool stale = false)
+OpenAIBackendFlow::Queued queued(const std::string& name, bool respond, bool stale = false)
 {
     return {Json{{"m", name}}, respond, stale};
 }
 
+std::string state(const OpenAIBackendFlow& flow)
+{
+    return std::string(flow.isIdle() ? "idle" : "busy") + (flow.needsCreate ? ", needs a create" : "")
+        + (flow.createInFlight ? ", waits for " + *flow.createInFlight : "");
+}
+
+/// One line of the fixture; what it released.
+std::string play(OpenAIBackendFlow& flow, const std::string& line)
+{
+    std::istringstream read(line);
+    std::string verb;
+    std::string first;
+    std::string second;
+    read >> verb >> first >> second;
+    if (verb == "ask" || verb == "stale" || verb == "tell")
+        return words(flow.message(queued(first, verb != "tell", verb == "stale")));
+    if (verb == "output")
+        return words(flow.output(first, {{"m", second}}));
+    if (verb == "ended")
+        return words(flow.ended(first));
+    if (verb == "refused")
+        return words(flow.rejected(first.empty() ? std::nullopt : std::optional(first)));
+    if (verb == "flush")
+        return words(flow.flush());
+    if (verb == "drop")
+        return std::to_string(flow.dropStale());
+    if (verb == "started")
+        flow.started(first);
+    else if (verb == "called")
+        flow.called(first);
+    else if (verb == "runs")
+        flow.running.insert(first); // Without a word of it, as a spoken response does.
+    else
+        return verb == "state" ? state(flow) : "?";
+    return {};
+}
+
 } // namespace
 
-TEST(OpenAIBackendFlow, oneTurnWithAToolCall)
+TEST(OpenAIBackendFlow, releasesEverythingInTime)
 {
-    OpenAIBackendFlow flow;
-    EXPECT_TRUE(flow.isIdle());
-    EXPECT_EQ(words(flow.message(queued("typed", true))), "typed create_1");
-    EXPECT_FALSE(flow.isIdle());
-    flow.started("r1");
-    EXPECT_FALSE(flow.createInFlight);
-    flow.called("c1");
-    EXPECT_EQ(words(flow.message(queued("picture", false))), "");
-    EXPECT_EQ(words(flow.output("c1", {{"m", "result"}})), "result") << "goes out at once, only the create waits";
-    EXPECT_EQ(words(flow.ended("r1")), "picture create_2");
-    flow.started("r2");
-    EXPECT_EQ(words(flow.ended("r2")), "");
-    EXPECT_TRUE(flow.isIdle());
-}
-
-TEST(OpenAIBackendFlow, createsWaitForEverythingAndComeOnce)
-{
-    OpenAIBackendFlow flow;
-    flow.started("r1");
-    flow.called("c1");
-    flow.called("c2");
-    EXPECT_EQ(words(flow.message(queued("first", true))), "");
-    EXPECT_EQ(words(flow.message(queued("second", true))), "");
-    EXPECT_EQ(words(flow.ended("r1")), "") << "two results are owed";
-    EXPECT_EQ(words(flow.output("c1", {{"m", "result 1"}})), "result 1");
-    EXPECT_EQ(words(flow.output("c2", {{"m", "result 2"}})), "result 2 first second create_1");
-    EXPECT_EQ(words(flow.message(queued("third", true))), "") << "a create is in flight";
-}
-
-TEST(OpenAIBackendFlow, outputOfAnUnknownOrAnsweredCallIsDropped)
-{
-    OpenAIBackendFlow flow;
-    EXPECT_EQ(words(flow.output("never", {{"m", "result"}})), "");
-    EXPECT_TRUE(flow.isIdle());
-    flow.called("c1");
-    EXPECT_EQ(words(flow.output("c1", {{"m", "result"}})), "result create_1");
-    EXPECT_EQ(words(flow.output("c1", {{"m", "again"}})), "");
-}
-
-TEST(OpenAIBackendFlow, messagesThatAskForNothingCreateNothing)
-{
-    OpenAIBackendFlow flow;
-    EXPECT_EQ(words(flow.flush()), "");
-    EXPECT_EQ(words(flow.message(queued("note", false))), "note");
-    EXPECT_EQ(flow.creates, 0);
-    EXPECT_TRUE(flow.isIdle());
-}
-
-TEST(OpenAIBackendFlow, refusedCreatesAreTriedAgain)
-{
-    using ID = std::optional<std::string>;
-    const struct Row {
-        const char* name;
-        bool isRunning;
-        ID refused;
-        std::string released;
-        bool needsCreate;
-        ID inFlight;
-    } rows[] = {
-        {"the one in flight", false, "create_1", "create_2", false, "create_2"},
-        {"the one in flight while a response runs", true, "create_1", "", true, std::nullopt},
-        {"an older one", false, "create_0", "", true, "create_1"},
-        {"another message", false, "typed_1", "", false, "create_1"},
-        {"no id", false, std::nullopt, "", false, "create_1"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        OpenAIBackendFlow flow;
-        EXPECT_EQ(words(flow.message(queued("typed", true))), "typed create_1");
-        if (row.isRunning)
-            flow.running.emplace("spoken");
-        EXPECT_EQ(words(flow.rejected(row.refused)), row.released);
-        EXPECT_EQ(flow.needsCreate, row.needsCreate);
-        EXPECT_EQ(flow.createInFlight, row.inFlight);
-    }
-}
-
-TEST(OpenAIBackendFlow, endClearsTheCreateOnlyWhenNothingRuns)
-{
-    OpenAIBackendFlow flow;
-    static_cast<void>(flow.message(queued("typed", true)));
-    flow.running = {"r1", "r2"};
-    static_cast<void>(flow.ended("r1"));
-    EXPECT_TRUE(flow.createInFlight);
-    static_cast<void>(flow.ended("r2"));
-    EXPECT_FALSE(flow.createInFlight);
+    test::playFixture("live/backendFlow.txt", [] {
+        return [flow = OpenAIBackendFlow()](const std::string& line) mutable {
+            const std::string said = play(flow, line);
+            return said.empty() ? std::vector<std::string>() : std::vector{said};
+        };
+    });
 }
 
 TEST(OpenAIBackendFlow, holdsNoMoreThanItsBounds)
@@ -132,16 +89,6 @@ TEST(OpenAIBackendFlow, holdsNoMoreThanItsBounds)
     EXPECT_EQ(flow.running.size(), OpenAIBackendFlow::mostRunning);
     EXPECT_EQ(flow.owed.size(), OpenAIBackendFlow::mostOwed);
     EXPECT_EQ(flow.queued.size(), OpenAIBackendFlow::mostQueued);
-}
-
-TEST(OpenAIBackendFlow, dropsStaleMessagesInPlace)
-{
-    OpenAIBackendFlow flow;
-    flow.started("r1");
-    for (const auto& [name, stale] : {std::pair("a", true), {"b", false}, {"c", true}, {"d", false}})
-        static_cast<void>(flow.message(queued(name, true, stale)));
-    EXPECT_EQ(flow.dropStale(), 2u);
-    EXPECT_EQ(words(flow.ended("r1")), "b d create_1");
 }
 
 /// A server that runs one response at a time, driven at random: creates never overlap, and nothing wedges.
