@@ -83,11 +83,12 @@ public:
     }
     FakeLiveConnection& operator*() const
     {
-        if (!FakeLiveConnection::living.contains(m_line))
+        if (!isThere())
             throw std::logic_error("there is no such connection");
         return *m_line;
     }
     FakeLiveConnection* operator->() const { return &**this; }
+    bool isThere() const { return FakeLiveConnection::living.contains(m_line); }
 
 private:
     FakeLiveConnection* m_line;
