@@ -2,9 +2,10 @@
 // Catches conversations in writing that skip a line, hang, or end with the wrong exit code.
 #include "Quorvell/app/chat/ChatConversation.h"
 
+#include "FixtureTable.h"
 #include "SessionBench.h"
 
-#include <gtest/gtest.h>
+#include <map>
 
 namespace quorvell {
 namespace {
@@ -45,13 +46,39 @@ private:
     Report m_report;
 };
 
-class ChatConversationTest : public SessionBench {
-protected:
+std::string onOneLine(std::string text)
+{
+    std::ranges::replace(text, '\n', '|');
+    return text;
+}
+
+/// A conversation, one line at a time: what the partner, the service and the system do.
+class Chat : public SessionBench {
+public:
+    std::vector<std::string> play(const std::string& line)
+    {
+        const auto [verb, rest] = test::verbAndRest(line);
+        const auto found = verbs.find(verb);
+        if (found == verbs.end())
+            return {"?"};
+        found->second(*this, rest);
+        return news();
+    }
+
+    ReadyLines lines{scheduler};
+    std::optional<ChatConversation> chat;
+
+private:
+    using Verb = void (*)(Chat&, const std::string&);
+    static const std::map<std::string, Verb> verbs;
+
+    void TestBody() override { }
     void begin(ChatConversation::Partner partner)
     {
-        chat.emplace(
-            ChatConversation::Ports{scheduler, lines, [this](int code) { exitCode = code; },
-                [this](const std::string& sentence) { notes.push_back(sentence); }, [] { return std::string("used"); }},
+        chat.emplace(ChatConversation::Ports{scheduler, lines,
+                         [this](int code) { m_news.push_back("exit code " + std::to_string(code)); },
+                         [this](const std::string& sentence) { m_news.push_back("tells " + onOneLine(sentence)); },
+                         [] { return std::string("used"); }},
             partner);
         audience = &*chat;
         SessionSettings settings;
@@ -61,193 +88,91 @@ protected:
         chat->begin(make(settings));
         scheduler.settle();
     }
-    /// A person's conversation, greeted, in which the test types.
-    void beginGreeted()
-    {
-        lines.isSlow = true;
-        begin(ChatConversation::Partner::person);
-        becomeReady();
-        answer("Hi!");
-    }
-    /// A script's conversation.
-    void beginWith(std::deque<std::string> typed)
-    {
-        lines.lines = std::move(typed);
-        begin(ChatConversation::Partner::script);
-    }
-    void answer(const std::string& text)
-    {
-        wire->reportText(text);
-        wire->report(live_event::BackendIdle{});
-        scheduler.advance(1s);
-    }
     void close(const LiveClosure& closure)
     {
         wire->closeWith(closure);
         scheduler.settle();
     }
-    bool wasSentLast(const std::string& text) const { return lastSent().ends_with(text); }
+    /// What happened since the last line.
+    std::vector<std::string> news()
+    {
+        std::vector<std::string> all = std::exchange(m_news, {});
+        const auto note = [&](int now, int& before, const char* what) {
+            if (std::exchange(before, now) != now)
+                all.push_back(what + std::to_string(now));
+        };
+        note(connectionsMade, m_connections, "connection ");
+        note(lines.asked, m_asked, "asks for line ");
+        if (wire.isThere())
+            for (std::string& sent : std::exchange(wire->sent, {}))
+                if (!sent.starts_with("open"))
+                    all.push_back("sends " + sent.substr(sent.starts_with("message") ? sent.rfind("] ") + 2 : 0));
+        return all;
+    }
 
-    ReadyLines lines{scheduler};
-    std::optional<int> exitCode;
-    std::vector<std::string> notes; ///< From the program itself.
-    std::optional<ChatConversation> chat;
+    std::vector<std::string> m_news;
+    int m_connections = 0;
+    int m_asked = 0;
 };
 
-const LiveClosure lost{.code = 1006, .reason = "gone", .sentence = "Lost."};
-const LiveClosure refused{.code = 401, .reason = "refused", .mustUserAct = true, .sentence = "Key refused."};
+using Partner = ChatConversation::Partner;
+using Text = const std::string&;
 
-TEST_F(ChatConversationTest, aScriptsLinesGoOneTurnAtATime)
-{
-    beginWith({"", "one", "  ", "two"});
-    becomeReady();
-    EXPECT_TRUE(wasSentLast(" one"));
-    callTool("call_1", "nothing");
-    wire->reportText("First, ");
-    scheduler.advance(30s); // The backend still works, so the second line waits.
-    EXPECT_EQ(lines.asked, 2);
-    answer("done.");
-    EXPECT_TRUE(wasSentLast(" two"));
-    answer("Done too.");
-    EXPECT_EQ(lastSent(), "close");
-    EXPECT_EQ(exitCode, std::nullopt);
-    close({});
-    EXPECT_EQ(exitCode, 0);
-    EXPECT_EQ(connectionsMade, 1);
-}
+const std::map<std::string, Chat::Verb> Chat::verbs{
+    {"script", [](Chat& chat, Text) { chat.begin(Partner::script); }},
+    {"person", [](Chat& chat, Text) { chat.begin(Partner::person); }},
+    {"slowly", [](Chat& chat, Text) { chat.lines.isSlow = true; }},
+    {"writes", [](Chat& chat, Text line) { chat.lines.lines.push_back(line); }},
+    {"writesBlanks", [](Chat& chat, Text) { chat.lines.lines.push_back("  "); }},
+    {"types",
+        [](Chat& chat, Text line) {
+            chat.lines.type(line);
+            chat.scheduler.settle();
+        }},
+    {"half", [](Chat& chat, Text) { chat.lines.isHalfTyped = true; }},
+    {"interrupt",
+        [](Chat& chat, Text) {
+            chat.chat->interrupt();
+            chat.scheduler.advance(1s);
+        }},
+    {"leave", [](Chat& chat, Text) { chat.chat->leave(); }},
+    {"ready", [](Chat& chat, Text) { chat.becomeReady(); }},
+    {"works",
+        [](Chat& chat, Text words) {
+            chat.callTool("call_1", "nothing");
+            chat.wire->reportText(words);
+        }},
+    {"answer",
+        [](Chat& chat, Text words) {
+            chat.wire->reportText(words);
+            chat.wire->report(live_event::BackendIdle{});
+            chat.scheduler.advance(1s);
+        }},
+    {"trouble",
+        [](Chat& chat, Text sentence) {
+            chat.wire->report(live_event::ServerError{{}, sentence});
+            chat.wire->report(live_event::BackendIdle{});
+        }},
+    {"seconds", [](Chat& chat, Text count) { chat.scheduler.advance(std::chrono::seconds(std::stoi(count))); }},
+    {"lost", [](Chat& chat, Text) { chat.close({.code = 1006, .reason = "gone", .sentence = "Lost."}); }},
+    {"refused",
+        [](Chat& chat, Text) {
+            chat.close({.code = 401, .reason = "refused", .mustUserAct = true, .sentence = "Key refused."});
+        }},
+    {"closed", [](Chat& chat, Text) { chat.close({}); }},
+    {"state",
+        [](Chat& chat, Text) {
+            chat.m_news.push_back(std::string(chat.controller->isTurnOpen() ? "in a turn" : "between turns") + ", "
+                + std::to_string(chat.lines.lines.size()) + " lines left, "
+                + (chat.lines.isHalfTyped ? "half a line typed" : "nothing typed") + ", "
+                + std::string(nameOf(chat.controller->helpMode())));
+        }},
+};
 
-TEST_F(ChatConversationTest, withoutAWordNothingConnects)
+TEST(ChatConversation, walksThroughConversations)
 {
-    beginWith({});
-    EXPECT_EQ(exitCode, 0);
-    EXPECT_EQ(connectionsMade, 0);
-}
-
-TEST_F(ChatConversationTest, aScriptEndsWithTheFirstFailure)
-{
-    beginWith({"one", "two"});
-    becomeReady();
-    close(refused);
-    EXPECT_EQ(exitCode, 1);
-    EXPECT_EQ(lines.lines.size(), 1U);
-}
-
-TEST_F(ChatConversationTest, aConnectionLostBetweenTurnsIsMadeAnew)
-{
-    lines.isSlow = true;
-    beginWith({"one"});
-    becomeReady();
-    answer("Done.");
-    close(lost);
-    EXPECT_EQ(exitCode, std::nullopt);
-    scheduler.advance(9s);
-    EXPECT_EQ(connectionsMade, 2);
-    becomeReady();
-    lines.type("two");
-    scheduler.settle();
-    EXPECT_TRUE(wasSentLast(" two"));
-}
-
-TEST_F(ChatConversationTest, anUnansweredLineIsNotedInTheExitCode)
-{
-    for (const bool isProblemTold : {false, true}) {
-        beginWith({"one"});
-        becomeReady();
-        if (isProblemTold) {
-            wire->report(live_event::ServerError{{}, "Too many requests."});
-            wire->report(live_event::BackendIdle{});
-        }
-        scheduler.advance(2min);
-        close({});
-        EXPECT_EQ(exitCode, 1);
-    }
-}
-
-TEST_F(ChatConversationTest, aPersonIsGreetedAndMayTryAgain)
-{
-    begin(ChatConversation::Partner::person);
-    lines.lines = {"hello"};
-    becomeReady();
-    EXPECT_EQ(lines.asked, 0);
-    answer("Hi!");
-    EXPECT_TRUE(wasSentLast(" hello"));
-    lines.lines = {"again"};
-    close(lost);
-    EXPECT_EQ(exitCode, std::nullopt);
-    scheduler.advance(9s);
-    EXPECT_EQ(connectionsMade, 2);
-    close(refused);
-    EXPECT_EQ(exitCode, 1);
-}
-
-TEST_F(ChatConversationTest, anInterruptOfAScriptEndsItCleanly)
-{
-    beginWith({"one"});
-    chat->interrupt(); // While connecting.
-    EXPECT_EQ(lastSent(), "close");
-    close({});
-    EXPECT_EQ(exitCode, 0);
-}
-
-TEST_F(ChatConversationTest, aPersonsFirstInterruptStopsTheAnswerOrDropsTheLineAndTheSecondLeaves)
-{
-    beginGreeted();
-    lines.type("tell me a long story");
-    scheduler.settle();
-    EXPECT_TRUE(controller->isTurnOpen());
-    chat->interrupt();
-    scheduler.advance(1s);
-    EXPECT_FALSE(controller->isTurnOpen());
-    EXPECT_EQ(exitCode, std::nullopt);
-    EXPECT_EQ(lines.asked, 2) << "the next message is waited for";
-    lines.type("and now");
-    answer("Fine.");
-    lines.isHalfTyped = true;
-    chat->interrupt();
-    EXPECT_FALSE(lines.isHalfTyped);
-    EXPECT_TRUE(notes.empty());
-    chat->interrupt();
-    EXPECT_EQ(lastSent(), "close");
-    close({});
-    EXPECT_EQ(exitCode, 0);
-}
-
-TEST_F(ChatConversationTest, aPersonsConversationEndsWithinAnAnswerWhenTheSystemWantsIt)
-{
-    beginGreeted();
-    lines.type("tell me a long story");
-    scheduler.settle();
-    chat->leave();
-    EXPECT_EQ(lastSent(), "close");
-    close({});
-    EXPECT_EQ(exitCode, 0);
-}
-
-TEST_F(ChatConversationTest, wordsForTheProgramNeverReachTheModel)
-{
-    beginGreeted();
-    struct Row {
-        const char* typed;
-        const char* told;
-    };
-    const Row rows[] = {{"/help", "/mode"}, {"/mode", "Mode: guide"}, {"/mode loud", "three modes"}, {"/usage", "used"},
-        {"/mute", "--aloud"}, {"/sing", "no /sing"}, {"/hepl", "mean /help?"}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.typed);
-        notes.clear();
-        lines.type(row.typed);
-        ASSERT_EQ(notes.size(), 1U);
-        EXPECT_NE(notes[0].find(row.told), std::string::npos) << notes[0];
-        EXPECT_FALSE(wasSentLast(row.typed));
-    }
-    lines.type("/mode do");
-    EXPECT_EQ(controller->helpMode(), HelpMode::do_);
-    lines.type("/etc/hosts is what?");
-    EXPECT_TRUE(controller->isTurnOpen());
-    answer("A file.");
-    lines.type("/quit");
-    close({});
-    EXPECT_EQ(exitCode, 0);
+    test::playFixture("app/chat.txt",
+        [] { return [chat = std::make_unique<Chat>()](const std::string& line) { return chat->play(line); }; });
 }
 
 } // namespace
