@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "BareCall.h"
 
+#include "Media/webrtc/DrivenDevice.h"
+
 #include <api/audio_codecs/builtin_audio_decoder_factory.h>
 #include <api/audio_codecs/builtin_audio_encoder_factory.h>
 #include <api/create_peerconnection_factory.h>
@@ -10,12 +12,10 @@
 #include <api/peer_connection_interface.h>
 #include <api/video_codecs/video_decoder_factory.h>
 #include <api/video_codecs/video_encoder_factory.h>
-#include <modules/audio_device/include/audio_device_default.h>
 #include <rtc_base/thread.h>
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <condition_variable>
 #include <cstdint>
 #include <functional>
@@ -71,8 +71,8 @@ private:
 
 enum class Role { offers, answers };
 
-/// The library asks its sound device for nothing by itself: somebody has to drive it every 10 ms.
-class ToneDevice : public webrtc::webrtc_impl::AudioDeviceModuleDefault<webrtc::AudioDeviceModule> {
+/// Sends a tone, and listens for one.
+class ToneDevice : public DrivenDevice {
 public:
     ToneDevice(Milestones& milestones, Role role)
         : m_milestones(milestones)
@@ -84,48 +84,27 @@ public:
     }
     ~ToneDevice() override { m_clock = {}; }
 
-    std::int32_t RegisterAudioCallback(webrtc::AudioTransport* transport) override
-    {
-        const std::lock_guard lock(m_mutex);
-        m_transport = transport;
-        return 0;
-    }
-    std::int16_t PlayoutDevices() override { return 1; }
-    std::int16_t RecordingDevices() override { return 1; }
-    std::int32_t StartPlayout() override { return set(m_isPlaying, true); }
-    std::int32_t StopPlayout() override { return set(m_isPlaying, false); }
-    bool Playing() const override { return m_isPlaying; }
-    std::int32_t StartRecording() override { return set(m_isRecording, true); }
-    std::int32_t StopRecording() override { return set(m_isRecording, false); }
-    bool Recording() const override { return m_isRecording; }
-
 private:
-    static std::int32_t set(std::atomic<bool>& flag, bool value)
-    {
-        flag = value;
-        return 0;
-    }
-
     void run(const std::stop_token& stop)
     {
-        for (auto next = Clock::now(); !stop.stop_requested(); std::this_thread::sleep_until(next += 10ms)) {
-            const std::lock_guard lock(m_mutex);
-            std::uint32_t unused = 0;
-            if (m_transport && m_isRecording)
-                m_transport->RecordedDataIsAvailable(
-                    m_tone.data(), m_tone.size(), sizeof(std::int16_t), 1, rate, 0, 0, 0, false, unused);
-            if (m_transport && m_isPlaying)
-                hear();
-        }
+        for (auto next = Clock::now(); !stop.stop_requested(); std::this_thread::sleep_until(next += 10ms))
+            drive();
     }
 
-    void hear()
+    void give(webrtc::AudioTransport& transport) override
+    {
+        std::uint32_t unused = 0;
+        transport.RecordedDataIsAvailable(
+            m_tone.data(), m_tone.size(), sizeof(std::int16_t), 1, rate, 0, 0, 0, false, unused);
+    }
+
+    void take(webrtc::AudioTransport& transport) override
     {
         std::array<std::int16_t, frame> samples{};
         std::size_t given = 0;
         std::int64_t elapsed = 0;
         std::int64_t ntp = 0;
-        m_transport->NeedMorePlayData(
+        transport.NeedMorePlayData(
             samples.size(), sizeof(std::int16_t), 1, rate, samples.data(), given, &elapsed, &ntp);
         if (m_listens && std::ranges::any_of(samples, [](std::int16_t sample) { return sample > audible; }))
             m_milestones.soundHeard();
@@ -136,10 +115,6 @@ private:
 
     Milestones& m_milestones;
     bool m_listens;
-    std::mutex m_mutex; ///< The library takes its callback away from another thread.
-    webrtc::AudioTransport* m_transport = nullptr;
-    std::atomic<bool> m_isPlaying{false};
-    std::atomic<bool> m_isRecording{false};
     std::array<std::int16_t, frame> m_tone{};
     std::jthread m_clock;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Media/webrtc/CallEngine.h"
 
+#include "Media/webrtc/DrivenDevice.h"
+
 #include <api/audio_codecs/audio_encoder_factory_template.h>
 #include <api/audio_codecs/opus/audio_encoder_opus.h>
 #include <api/audio_codecs/opus_audio_decoder_factory.h>
@@ -9,7 +11,6 @@
 #include <api/peer_connection_interface.h>
 #include <api/video_codecs/video_decoder_factory.h>
 #include <api/video_codecs/video_encoder_factory.h>
-#include <modules/audio_device/include/audio_device_default.h>
 #include <pc/srtp_session.h>
 #include <rtc_base/checks.h>
 #include <rtc_base/logging.h>
@@ -22,7 +23,6 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
-#include <mutex>
 #include <thread>
 
 // The library was built with its checks on; an object made by a unit without them is smaller than the library thinks.
@@ -36,8 +36,8 @@ constexpr std::chrono::milliseconds tick{10};
 /// After a longer stop (a suspended computer) the missed ticks are not made up for.
 constexpr std::chrono::milliseconds longestDelay{100};
 
-/// To the library this is the computer's sound device: it gives and takes 10 ms on every tick.
-class ClockedDevice : public webrtc::webrtc_impl::AudioDeviceModuleDefault<webrtc::AudioDeviceModule> {
+/// Gives and takes 10 ms of the call's sound on every tick.
+class ClockedDevice : public DrivenDevice {
 public:
     explicit ClockedDevice(CallAudio& audio)
         : m_audio(audio)
@@ -50,28 +50,7 @@ public:
         m_clock.join();
     }
 
-    std::int32_t RegisterAudioCallback(webrtc::AudioTransport* transport) override
-    {
-        const std::lock_guard lock(m_mutex);
-        m_transport = transport;
-        return 0;
-    }
-    std::int16_t PlayoutDevices() override { return 1; }
-    std::int16_t RecordingDevices() override { return 1; }
-    std::int32_t StartPlayout() override { return set(m_isPlaying, true); }
-    std::int32_t StopPlayout() override { return set(m_isPlaying, false); }
-    bool Playing() const override { return m_isPlaying; }
-    std::int32_t StartRecording() override { return set(m_isRecording, true); }
-    std::int32_t StopRecording() override { return set(m_isRecording, false); }
-    bool Recording() const override { return m_isRecording; }
-
 private:
-    static std::int32_t set(std::atomic<bool>& flag, bool value)
-    {
-        flag = value;
-        return 0;
-    }
-
     void run()
     {
         auto next = std::chrono::steady_clock::now();
@@ -80,28 +59,24 @@ private:
             std::this_thread::sleep_until(next);
             if (const auto now = std::chrono::steady_clock::now(); now - next > longestDelay)
                 next = now;
-            const std::lock_guard lock(m_mutex);
-            if (m_transport && m_isRecording)
-                give();
-            if (m_transport && m_isPlaying)
-                take();
+            drive();
         }
     }
 
-    void give()
+    void give(webrtc::AudioTransport& transport) override
     {
         m_audio.frameToSend(m_frame);
         std::uint32_t unused = 0;
-        m_transport->RecordedDataIsAvailable(
+        transport.RecordedDataIsAvailable(
             m_frame.data(), m_frame.size(), sizeof(std::int16_t), 1, rate, 0, 0, 0, false, unused);
     }
 
-    void take()
+    void take(webrtc::AudioTransport& transport) override
     {
         std::size_t given = 0;
         std::int64_t elapsed = 0;
         std::int64_t ntp = 0;
-        if (m_transport->NeedMorePlayData(
+        if (transport.NeedMorePlayData(
                 m_frame.size(), sizeof(std::int16_t), 1, rate, m_frame.data(), given, &elapsed, &ntp)
                 == 0
             && given == m_frame.size())
@@ -111,10 +86,6 @@ private:
     static constexpr std::uint32_t rate = CallAudio::frameSamples * 100;
 
     CallAudio& m_audio;
-    std::mutex m_mutex; ///< The library takes its callback away from another thread.
-    webrtc::AudioTransport* m_transport = nullptr;
-    std::atomic<bool> m_isPlaying{false};
-    std::atomic<bool> m_isRecording{false};
     std::atomic<bool> m_isOver{false};
     CallAudio::Frame m_frame{}; ///< Of the clock thread.
     std::thread m_clock;
