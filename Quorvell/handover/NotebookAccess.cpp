@@ -165,16 +165,16 @@ void NotebookAccess::moveNotebook(const std::string& folder, Entering enter, Not
         [this, life = std::weak_ptr(m_life), lock, folder, done](const NotebookVerdict& verdict) {
             NotebookVerdict told = verdict;
             if (!life.expired() && verdict.isStored)
-                told.remark = finishMove(lock, folder);
+                told.remark = finishMove(std::move(*lock), folder);
             done(told);
         });
 }
 
 /// From now on this program is found as the owner of the new folder. Gives a sentence where it is not.
-std::string NotebookAccess::finishMove(std::shared_ptr<NotebookLock> lock, const std::string& folder)
+std::string NotebookAccess::finishMove(NotebookLock lock, const std::string& folder)
 {
     m_folder = folder;
-    m_lock = std::move(*lock);
+    m_lock = std::move(lock);
     if (!m_bus)
         return {};
     m_service = nullptr;

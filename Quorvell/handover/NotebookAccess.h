@@ -92,7 +92,7 @@ private:
     void carryOut(Request request);
     void retryFirst(std::chrono::milliseconds delay);
     void finishFirst(const NotebookVerdict& verdict);
-    std::string finishMove(std::shared_ptr<NotebookLock> lock, const std::string& folder);
+    std::string finishMove(NotebookLock lock, const std::string& folder);
 
     // In the order in which they are needed: what is declared first ends last.
     std::string m_folder;

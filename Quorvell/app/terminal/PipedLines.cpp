@@ -61,11 +61,11 @@ bool PipedLines::reportBuffered()
 {
     const auto end = m_buffer.find('\n');
     if (end != std::string::npos) {
-        std::string line = m_buffer.substr(0, end);
+        const std::optional line(m_buffer.substr(0, end));
         m_buffer.erase(0, end + 1);
         if (std::exchange(m_isSkipping, false))
             return reportBuffered();
-        reportLine(std::move(line));
+        reportLine(line);
         return true;
     }
     if (m_buffer.size() > longestLine && !std::exchange(m_isSkipping, true))
@@ -79,7 +79,7 @@ bool PipedLines::reportBuffered()
     return true;
 }
 
-void PipedLines::reportLine(std::optional<std::string> line)
+void PipedLines::reportLine(const std::optional<std::string>& line)
 {
     m_notifier->setEnabled(false);
     std::optional<TypedMessage> message;

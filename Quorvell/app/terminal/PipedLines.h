@@ -27,7 +27,7 @@ public:
 private:
     void readMore();
     bool reportBuffered();
-    void reportLine(std::optional<std::string> line);
+    void reportLine(const std::optional<std::string>& line);
 
     int m_descriptor;
     std::function<void(const std::string&)> m_tooLong;

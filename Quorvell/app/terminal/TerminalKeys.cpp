@@ -93,7 +93,7 @@ void append(std::vector<TerminalInput>& inputs, TerminalInput::Kind kind, std::s
 }
 
 /// Terminals send a line break of the clipboard as a carriage return.
-std::string withPlainLineBreaks(std::string text)
+std::string withPlainLineBreaks(const std::string& text)
 {
     std::string plain;
     for (std::size_t index = 0; index < text.size(); ++index) {

@@ -276,7 +276,7 @@ void TerminalLines::insert(const std::string& text, std::size_t position)
     takeKeys({});
 }
 
-void TerminalLines::finish(std::optional<std::string> line)
+void TerminalLines::finish(const std::optional<std::string>& line)
 {
     m_notifier->setEnabled(false);
     closePrompt();

@@ -56,7 +56,7 @@ private:
     std::string line() const;
     void replaceLine(const std::string& text);
     void insert(const std::string& text, std::size_t position = 0);
-    void finish(std::optional<std::string> line);
+    void finish(const std::optional<std::string>& line);
 
     TerminalColour m_colour;
     std::string m_prompt;
