@@ -69,9 +69,9 @@ LoginWatch::LoginWatch(const QDBusConnection& systemBus, const QDBusConnection& 
     , m_scheduler(scheduler)
     , m_context(std::make_unique<QObject>())
 {
-    const auto hear = [this](const QDBusConnection& bus, BusSignals::Kind kind, BusSignals::Heard heard) {
+    const auto hear = [this](const QDBusConnection& bus, const BusSignals::Kind& kind, BusSignals::Heard heard) {
         if (bus.isConnected())
-            m_signals.push_back(std::make_unique<BusSignals>(bus, std::move(kind), std::move(heard)));
+            m_signals.push_back(std::make_unique<BusSignals>(bus, kind, std::move(heard)));
     };
     hear(m_system,
         {login, loginPath, QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("PrepareForSleep")},
