@@ -16,6 +16,9 @@ add_test(NAME house.format COMMAND scripts/format --check WORKING_DIRECTORY "${C
 # The checks above find what they are there for.
 add_test(NAME house.planted_faults COMMAND tests/house/planted_faults.py WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 
+# An attack finds what it is there for.
+add_test(NAME house.planted_attack_faults COMMAND tests/attack/planted_faults.py WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
+
 # What starts the program does so from anywhere.
 add_test(NAME house.scripts_anywhere COMMAND tests/house/scripts_anywhere.sh WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 

@@ -26,6 +26,11 @@ if(QUORVELL_WALK)
     add_test(NAME walk.faults COMMAND fault_table --brief --repeats 6)
     set_tests_properties(walk.faults PROPERTIES TIMEOUT 180 LABELS walk RUN_SERIAL ON)
 
+    # A few attacks of each kind; scripts/attack makes them all. docs/attacks.md says what must hold.
+    add_test(NAME walk.attack COMMAND scripts/attack --short --program $<TARGET_FILE:quorvell>
+        WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
+    set_tests_properties(walk.attack PROPERTIES TIMEOUT 240 LABELS walk RUN_SERIAL ON)
+
     # A few spoken requests, heard, carried out and answered aloud; scripts/bench plays them all.
     add_test(NAME walk.spokenRequests COMMAND scripts/measure-speech --program $<TARGET_FILE:quorvell>
         --voices "slt rms" --set tuned --first 4 --least 85 WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
