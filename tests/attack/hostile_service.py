@@ -108,7 +108,8 @@ HELD = dict([note(1, "The first", "kept first"), note(2, "Fact", "kept fact", "c
              note(3, "Call mum", "", 'remind_at: "2027-01-03T03:04:05.000Z"\n'),
              ("DATA_HOME/Quorvell/Calendar/kept.ics", EVENT)])
 TEXTS = ["", "\0", "\u202e", "\x1b[2J", "x" * 40000, "000000000001", "000000000002", "000000000003", "kept", "kept event",
-         "The first", "../../x", "tomorrow at 5 pm", "every second", "9999-12-31 23:59", "-1", "yes", "delete everything", "2027-01-01 10:00"]
+         "The first", "../../x", "tomorrow at 5 pm", "every second", "9999-12-31 23:59", "-1", "yes", "delete everything",
+         "2027-01-01 10:00"]
 MOST_CHANGES = 20  # For one request of the user; docs/limits.md.
 
 
@@ -221,5 +222,5 @@ FLOODS = {  # What is sent again and again, and how often in short and in full.
     "heard words without end": (0, 3, delta("input_transcript", "word " * 10) * 500),
     "sound without end": (0, 3, delta("output_audio", base64.b64encode(bytes(1920)).decode()) * 200)}
 KINDS = {"assistant: calls by the thousand": (225, 5625, *kind(calls)),
-         "assistant: events after accidents": (4, 100, *kind(odd_events))}
+         "assistant: events after accidents": (4, 50, *kind(odd_events))}
 KINDS |= {"assistant: " + name: (few, many, *kind(flooding(harm))) for name, (few, many, harm) in FLOODS.items()}

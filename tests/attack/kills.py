@@ -3,7 +3,7 @@
 
 What a command confirmed must be there, and what was there before must still be, whole.
 """
-import json, os, re, select, subprocess, time
+import json, os, re, select, signal, subprocess, time
 
 from ground import DEADLINE, NOTEBOOK, Outcome, Running, bytes_of, ended_within, judged, note, notes_in, peak
 
@@ -120,7 +120,7 @@ def agent_run(ground, home, desk, title, patience):
     agent.terminate()
     hung, times = not ended_within(agent, DEADLINE), desk.text.count(title)
     agent.kill()
-    verdict = "hung" if hung else "crashed" if agent.wait() != 0 else "survived" if times else "lost"
+    verdict = "hung" if hung else "crashed" if agent.wait() not in (0, -signal.SIGTERM) else "survived" if times else "lost"
     return Outcome(verdict, "told %d times, exit code %d" % (times, agent.wait()), seconds, most)
 
 
