@@ -38,6 +38,11 @@ std::string repairUtf8(std::string_view text)
     return repaired;
 }
 
+bool isUtf8(std::string_view text)
+{
+    return isAscii(text) || repairUtf8(text) == text;
+}
+
 std::size_t characterCount(std::string_view text)
 {
     std::size_t count = 0;

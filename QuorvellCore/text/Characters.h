@@ -10,6 +10,7 @@ namespace quorvell {
 
 /// Bad UTF-8 is repaired with U+FFFD, one for each ill-formed sequence.
 std::string repairUtf8(std::string_view text);
+bool isUtf8(std::string_view text);
 
 std::size_t characterCount(std::string_view text);
 

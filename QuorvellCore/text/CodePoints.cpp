@@ -5,7 +5,9 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace quorvell {
 
@@ -40,9 +42,19 @@ char32_t previousCodePoint(std::string_view text, std::size_t& position)
     return static_cast<char32_t>(codePoint);
 }
 
+/// Eight bytes at a time: whole files are nothing else, and all of them are looked at.
 bool isAscii(std::string_view text)
 {
-    return std::all_of(text.begin(), text.end(), [](char letter) { return static_cast<unsigned char>(letter) < 0x80; });
+    constexpr std::uint64_t highBits = 0x8080808080808080U;
+    std::size_t position = 0;
+    for (; position + sizeof(std::uint64_t) <= text.size(); position += sizeof(std::uint64_t)) {
+        std::uint64_t bytes = 0;
+        std::memcpy(&bytes, text.data() + position, sizeof(bytes));
+        if ((bytes & highBits) != 0)
+            return false;
+    }
+    return std::all_of(text.begin() + static_cast<std::ptrdiff_t>(position), text.end(),
+        [](char letter) { return static_cast<unsigned char>(letter) < 0x80; });
 }
 
 bool isWhiteSpace(char32_t codePoint)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/live/wire/transport/WebSocketReader.h"
 
+#include "QuorvellCore/text/Characters.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -23,6 +25,12 @@ bool isControl(Kind kind)
 bool isKind(unsigned number)
 {
     return number <= 2 || (number >= 8 && number <= 10);
+}
+
+/// What may stand in a close frame: the registered codes, and those set aside for libraries and programs.
+bool isCloseCode(int code)
+{
+    return (code >= 1000 && code <= 1003) || (code >= 1007 && code <= 1014) || (code >= 3000 && code <= 4999);
 }
 
 } // namespace
@@ -119,20 +127,37 @@ void WebSocketReader::endFrame(std::vector<Piece>& pieces)
     if (m_kind != Kind::continuation)
         m_messageKind = m_kind;
     m_isInMessage = !m_isLast;
-    if (m_isLast)
+    if (!m_isLast)
+        return;
+    if (m_messageKind == Kind::text && !isUtf8(m_message))
+        m_problem = notText;
+    else
         pieces.push_back({m_messageKind, std::exchange(m_message, {})});
 }
 
 void WebSocketReader::endControl(std::vector<Piece>& pieces)
 {
     Piece piece{m_kind, std::exchange(m_control, {})};
-    if (m_kind == Kind::close) {
-        m_isClosed = true;
-        const bool hasCode = piece.payload.size() >= 2;
-        piece.code = hasCode ? byteOf(piece.payload, 0) << 8 | byteOf(piece.payload, 1) : noCode;
-        piece.payload.erase(0, hasCode ? 2 : piece.payload.size());
+    if (m_kind == Kind::close)
+        readClose(piece);
+    if (m_problem == 0)
+        pieces.push_back(std::move(piece));
+}
+
+void WebSocketReader::readClose(Piece& piece)
+{
+    m_isClosed = true;
+    if (piece.payload.empty()) {
+        piece.code = noCode;
+        return;
     }
-    pieces.push_back(std::move(piece));
+    const bool hasCode = piece.payload.size() >= 2;
+    piece.code = hasCode ? byteOf(piece.payload, 0) << 8 | byteOf(piece.payload, 1) : 0;
+    piece.payload.erase(0, 2);
+    if (!isCloseCode(piece.code))
+        m_problem = protocolError;
+    else if (!isUtf8(piece.payload))
+        m_problem = notText;
 }
 
 } // namespace quorvell

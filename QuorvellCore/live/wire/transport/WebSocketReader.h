@@ -29,6 +29,7 @@ public:
 
     static constexpr int noCode = 1005; ///< A close frame that names no code.
     static constexpr int protocolError = 1002;
+    static constexpr int notText = 1007; ///< A text, or the reason of a close, that is no UTF-8.
     static constexpr int tooLarge = 1009;
 
     WebSocketReader(From from, std::size_t longestMessage);
@@ -45,6 +46,7 @@ private:
     void readPayload(std::string_view& bytes);
     void endFrame(std::vector<Piece>& pieces);
     void endControl(std::vector<Piece>& pieces);
+    void readClose(Piece& piece);
 
     From m_from;
     std::size_t m_longestMessage;

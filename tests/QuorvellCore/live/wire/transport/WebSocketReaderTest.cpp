@@ -37,10 +37,12 @@ TEST(WebSocketReader, readsMessagesHoweverTheyAreCut)
     const std::string long16(300, 'a'), long64(70'000, 'b');
     const std::string all = masked(Kind::text, "one") + unfinished(masked(Kind::text, "tw")) + masked(Kind::ping, "?")
         + unfinished(masked(Kind::continuation, "")) + masked(Kind::continuation, "o") + masked(Kind::binary, long16)
-        + masked(Kind::text, "") + masked(Kind::text, long64)
-        + masked(Kind::close, WebSocketFrame::closePayload(1001, "away")) + masked(Kind::text, "not read any more");
+        + masked(Kind::text, "") + unfinished(masked(Kind::text, "caf\xC3")) + masked(Kind::continuation, "\xA9")
+        + masked(Kind::text, long64) + masked(Kind::close, WebSocketFrame::closePayload(1001, "away"))
+        + masked(Kind::text, "not read any more");
     const std::vector<Piece> expected{{Kind::text, "one"}, {Kind::ping, "?"}, {Kind::text, "two"},
-        {Kind::binary, long16}, {Kind::text, ""}, {Kind::text, long64}, {Kind::close, "away", 1001}};
+        {Kind::binary, long16}, {Kind::text, ""}, {Kind::text, "café"}, {Kind::text, long64},
+        {Kind::close, "away", 1001}};
     for (const std::size_t step : {std::size_t{1}, std::size_t{3}, std::size_t{1000}, all.size()}) {
         WebSocketReader reader(WebSocketReader::From::client, 70'000);
         std::vector<Piece> pieces;
@@ -71,6 +73,13 @@ TEST(WebSocketReader, refusesWhatBreaksTheProtocolOrABound)
         {"a message that is too long", masked(Kind::text, std::string(101, 'a')), 1009},
         {"one that says it is as long as can be", std::string("\x81\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF....", 14),
             1009},
+        {"a text that is no UTF-8", masked(Kind::text, "caf\xE9"), 1007},
+        {"a letter that its pieces cut, and never end",
+            unfinished(masked(Kind::text, "caf\xC3")) + masked(Kind::continuation, ""), 1007},
+        {"a close with half a code", masked(Kind::close, "\x03"), 1002},
+        {"a close with a code that is never sent", masked(Kind::close, WebSocketFrame::closePayload(1006, "")), 1002},
+        {"a close with a code of nobody", masked(Kind::close, WebSocketFrame::closePayload(2999, "")), 1002},
+        {"a close whose reason is no UTF-8", masked(Kind::close, "\x03\xE8\xFF"), 1007},
         {"too long in pieces", unfinished(masked(Kind::text, longControl.substr(26))) + masked(Kind::continuation, "b"),
             1009},
     };
