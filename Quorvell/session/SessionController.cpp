@@ -48,6 +48,10 @@ SessionController::SessionController(Ports ports, SessionSettings settings)
     , m_events({m_ports.log, m_ports.observer, m_ports.player, m_lines, m_turn, m_listening, m_quiet, m_meter, m_desk,
           m_modes})
     , m_briefing({m_settings, m_ports.tools, m_modes, m_turn, m_ports.whereAndWhen})
+    , m_own({m_timers, m_ports.log, m_notices, m_outbox, m_quiet, m_turn},
+          m_ports.synthesiser || m_settings.replies != SessionSettings::Replies::spoken
+              ? OwnWords::Questions::reachTheUser
+              : OwnWords::Questions::goUnheard)
     , m_rest({m_timers, m_ports.log, m_resting, m_lines, m_preparation, m_briefing, m_listening, m_quiet, m_turn,
           m_meter, m_outbox, m_handover, m_notices})
 {
@@ -155,11 +159,11 @@ void SessionController::send(const LiveMessageText& message)
 void SessionController::announce(std::string sentence)
 {
     const auto call = m_reports.enter();
-    m_announcements.add(std::move(sentence), m_timers.now());
+    m_own.announce(std::move(sentence));
     if (m_phase == SessionPhase::idle)
-        return announceOnDevice();
+        return m_own.tellOnDevice();
     m_rest.wake();
-    announceIfQuiet();
+    m_own.tellIfDue(quietFacts());
 }
 
 void SessionController::respond()
@@ -241,12 +245,8 @@ void SessionController::interrupt()
 void SessionController::putQuestion(const std::string& question)
 {
     const auto call = m_reports.enter();
-    const bool isHeard = m_ports.synthesiser || m_settings.replies != SessionSettings::Replies::spoken;
-    if (m_phase != SessionPhase::active || m_turn.isOpen() || !isHeard)
-        return;
-    m_ports.log.record("question_put", Json::object());
-    m_notices.announce(question);
-    m_quiet.noteActivity();
+    if (m_phase == SessionPhase::active)
+        m_own.ask(question);
 }
 
 void SessionController::setHelpMode(HelpMode mode)
@@ -343,7 +343,7 @@ void SessionController::checkIdle()
 {
     using Moment = ConnectionKeeper::Moment;
     meterTalk();
-    announceIfQuiet();
+    m_own.tellIfDue(quietFacts());
     stopWhenDayIsUsedUp();
     restOrStopIfQuiet();
     m_lines.look(quietFacts().isQuiet() ? Moment::quiet : Moment::busy);
@@ -356,20 +356,6 @@ void SessionController::meterTalk()
         m_meter.meterTalk(elapsed * m_lines.openLines());
     if (m_meter.isNews())
         m_ports.observer.usageChanged(m_meter.usage());
-}
-
-void SessionController::announceIfQuiet()
-{
-    if (!m_announcements.isDue(quietFacts(), m_timers.now()))
-        return;
-    m_ports.log.record("announced", Json::object());
-    m_outbox.send({.text = SessionEvents::announcement(m_announcements.take())});
-}
-
-void SessionController::announceOnDevice()
-{
-    for (const std::string& sentence : m_announcements.take())
-        m_notices.announce(sentence);
 }
 
 void SessionController::stopWhenDayIsUsedUp()
@@ -408,7 +394,7 @@ void SessionController::wakingTookTooLong()
     if (!m_resting.canRest())
         return endWith(std::move(end));
     m_rest.dozeAgain(end.sentence);
-    announceOnDevice();
+    m_own.tellOnDevice();
 }
 
 // ---- Connections that are lost
@@ -500,7 +486,7 @@ void SessionController::goIdle()
     m_handover.forget();
     m_isLossTold = false;
     setPhase(SessionPhase::idle);
-    announceOnDevice();
+    m_own.tellOnDevice();
 }
 
 void SessionController::setPhase(SessionPhase phase)

@@ -14,6 +14,7 @@
 #include "Quorvell/session/outbox/Handover.h"
 #include "Quorvell/session/outbox/Outbox.h"
 #include "Quorvell/session/outbox/ToolAnswers.h"
+#include "Quorvell/session/own/OwnWords.h"
 #include "Quorvell/session/ports/AudioCapture.h"
 #include "Quorvell/session/ports/AudioPlayer.h"
 #include "Quorvell/session/ports/DozeListener.h"
@@ -24,7 +25,6 @@
 #include "Quorvell/session/ports/UsageStore.h"
 #include "Quorvell/session/queue/ReportQueue.h"
 #include "Quorvell/session/queue/WrappingScheduler.h"
-#include "Quorvell/session/quiet/Announcements.h"
 #include "Quorvell/session/quiet/QuietFacts.h"
 #include "Quorvell/session/quiet/QuietWatch.h"
 #include "Quorvell/session/reports/SessionAudience.h"
@@ -145,8 +145,6 @@ private:
     QuietFacts quietFacts() const;
     void checkIdle();
     void meterTalk();
-    void announceIfQuiet();
-    void announceOnDevice();
     void stopWhenDayIsUsedUp();
     void restOrStopIfQuiet();
     void dozeIfQuiet();
@@ -199,7 +197,6 @@ private:
     LinePreparation m_preparation;
     Resting m_resting;
     QuietWatch m_quiet;
-    Announcements m_announcements;
     Listening m_listening;
     ToolDesk m_desk;
     HelpModeKeeper m_modes; ///< After the desk, which hears of the end of what it holds.
@@ -208,6 +205,7 @@ private:
     ToolAnswers m_answers;
     ServiceEvents m_events;
     Briefing m_briefing;
+    OwnWords m_own;
     RestCycle m_rest;
     TimerHandle m_farewell;
 };
