@@ -10,7 +10,7 @@ if(QUORVELL_SHELL)
     set(qt_headers <QByteArray> <QCoreApplication> <QObject> <QPointer> <QString> <QTimer>)
     quorvell_prelude(qt LIBRARIES Qt6::Core HEADERS ${qt_headers})
     # What Qt's modules define must be the same in all that share them.
-    target_compile_definitions(prelude_qt PRIVATE QT_NETWORK_LIB QT_WEBSOCKETS_LIB QT_DBUS_LIB)
+    target_compile_definitions(prelude_qt PRIVATE QT_NETWORK_LIB QT_DBUS_LIB)
 endif()
 
 # QuorvellCore: functions of their arguments
@@ -64,8 +64,8 @@ if(QUORVELL_SHELL)
     quorvell_room(echo Media/echo LIBRARIES tg_owt::tg_owt)
     quorvell_room(webrtc Media/webrtc USES text audio LIBRARIES tg_owt::tg_owt Threads::Threads)
     quorvell_room(sound Quorvell/sound USES text live loop session audio echo LIBRARIES PkgConfig::pulse Threads::Threads)
-    quorvell_room(connections Quorvell/connections PRELUDE qt USES text live session preferences audio webrtc
-        PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::WebSockets)
+    quorvell_room(connections Quorvell/connections PRELUDE qt USES text live http session preferences audio webrtc
+        PUBLIC_LIBRARIES Qt6::Core Qt6::Network)
     quorvell_room(on_device_speech OnDeviceSpeech USES understanding_time LIBRARIES PocketSphinx::PocketSphinx Flite::Flite Threads::Threads)
     include(OnDeviceSpeech/models.cmake)
     quorvell_room(speech Quorvell/speech USES live loop session audio on_device_speech LIBRARIES Threads::Threads)
@@ -87,9 +87,11 @@ if(QUORVELL_SHELL)
         USES text notebook reminders live loop session files preferences notebook_store agenda reminding tools audio
              speech desktop connections on_device_speech live_service settings records handover assistant
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::DBus LIBRARIES CLI11::CLI11 PkgConfig::libedit)
-    quorvell_test(live_service Qt6::WebSockets)
-    foreach(room IN ITEMS
-        echo webrtc sound speech desktop connections on_device_speech settings records handover assistant app)
+    # Against another implementation of WebSockets than ours.
+    foreach(room IN ITEMS live_service connections)
+        quorvell_test(${room} Qt6::WebSockets)
+    endforeach()
+    foreach(room IN ITEMS echo webrtc sound speech desktop on_device_speech settings records handover assistant app)
         quorvell_test(${room})
     endforeach()
 

@@ -3,43 +3,12 @@
 
 #include "QuorvellCore/text/LowerCase.h"
 
-#include <algorithm>
 #include <charconv>
 #include <optional>
 
 namespace quorvell {
 
 namespace {
-
-std::string_view withoutBlanks(std::string_view text)
-{
-    const std::size_t start = text.find_first_not_of(" \t");
-    if (start == std::string_view::npos)
-        return {};
-    return text.substr(start, text.find_last_not_of(" \t") + 1 - start);
-}
-
-std::string_view takeLine(std::string_view& rest)
-{
-    const std::size_t end = rest.find("\r\n");
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 2);
-    return line;
-}
-
-std::optional<HttpRequest::Fields> readFields(std::string_view rest)
-{
-    HttpRequest::Fields fields;
-    while (!rest.empty()) {
-        const std::string_view line = takeLine(rest);
-        const std::size_t colon = line.find(':');
-        if (colon == std::string_view::npos || colon == 0 || line.front() == ' ' || line.front() == '\t')
-            return std::nullopt;
-        std::string& value = fields[asciiLowerCased(line.substr(0, colon))];
-        value += (value.empty() ? "" : ", ") + std::string(withoutBlanks(line.substr(colon + 1)));
-    }
-    return fields;
-}
 
 HttpReading refused(int status, const char* reason)
 {
@@ -65,10 +34,10 @@ std::optional<HttpReading> readLength(HttpRequest& request)
 HttpReading readHead(std::string_view head)
 {
     HttpRequest request{.headBytes = head.size() + 2};
-    const std::string_view line = takeLine(head);
+    const std::string_view line = http_fields::takeLine(head);
     const std::size_t first = line.find(' ');
     const std::size_t second = first == std::string_view::npos ? first : line.find(' ', first + 1);
-    auto fields = readFields(head);
+    auto fields = http_fields::read(head);
     if (second == std::string_view::npos || first == 0 || line.substr(second + 1) != "HTTP/1.1" || !fields)
         return refused(400, "This is no HTTP/1.1 request.");
     request.method = line.substr(0, first);
@@ -80,25 +49,6 @@ HttpReading readHead(std::string_view head)
 }
 
 } // namespace
-
-std::string_view HttpRequest::field(std::string_view name) const
-{
-    const auto found = fields.find(name);
-    return found != fields.end() ? std::string_view(found->second) : std::string_view();
-}
-
-bool HttpRequest::fieldHas(std::string_view name, std::string_view token) const
-{
-    const std::string text = asciiLowerCased(field(name));
-    std::string_view rest = text;
-    while (!rest.empty()) {
-        const std::size_t comma = rest.find(',');
-        if (withoutBlanks(rest.substr(0, comma)) == token)
-            return true;
-        rest.remove_prefix(comma == std::string_view::npos ? rest.size() : comma + 1);
-    }
-    return false;
-}
 
 int HttpRequest::upgradeProblem() const
 {
@@ -113,7 +63,7 @@ std::string_view HttpRequest::bearer() const
     const std::string_view value = field("authorization");
     if (value.size() <= scheme.size() || asciiLowerCased(value.substr(0, scheme.size())) != scheme)
         return {};
-    return withoutBlanks(value.substr(scheme.size()));
+    return http_fields::withoutBlanks(value.substr(scheme.size()));
 }
 
 HttpReading HttpReading::of(std::string_view bytes)

@@ -2,8 +2,9 @@
 // Reads the head of an HTTP/1.1 request. Pure: the bytes so far in, a reading out.
 #pragma once
 
+#include "Http/HttpFields.h"
+
 #include <cstddef>
-#include <map>
 #include <string>
 #include <string_view>
 
@@ -11,22 +12,20 @@ namespace quorvell {
 
 /// A request without its body, which follows after `headBytes`.
 struct HttpRequest {
-    using Fields = std::map<std::string, std::string, std::less<>>;
-
     static constexpr std::size_t longestHead = 16 * 1024;
     static constexpr std::size_t longestBody = 16 * 1024 * 1024;
 
     std::string method{};
     std::string target{}; ///< With its query.
-    Fields fields{}; ///< Names in lower case; the values of a repeated one are joined by ", ".
+    http_fields::Fields fields{}; ///< Names in lower case; the values of a repeated one are joined by ", ".
     std::size_t headBytes = 0; ///< With the empty line that ends it.
     std::size_t bodyBytes = 0;
 
     std::string_view path() const { return std::string_view(target).substr(0, target.find('?')); }
     /// Empty when there is none of this name (in lower case).
-    std::string_view field(std::string_view name) const;
+    std::string_view field(std::string_view name) const { return http_fields::value(fields, name); }
     /// Whether a list of tokens names this one (in lower case), in any case.
-    bool fieldHas(std::string_view name, std::string_view token) const;
+    bool fieldHas(std::string_view name, std::string_view token) const { return http_fields::has(fields, name, token); }
     /// The client waits for leave to send its body.
     bool expectsContinue() const { return fieldHas("expect", "100-continue"); }
     /// What is wrong with it as a request for a WebSocket: a status (400 or 426), or 0.

@@ -24,7 +24,7 @@ endfunction()
 function(quorvell_use_prelude target name)
     target_compile_options(${target} PRIVATE -fPIC)
     if(name STREQUAL "qt") # Those of a module that a room does not link tell it nothing.
-        target_compile_definitions(${target} PRIVATE QT_NETWORK_LIB QT_WEBSOCKETS_LIB QT_DBUS_LIB)
+        target_compile_definitions(${target} PRIVATE QT_NETWORK_LIB QT_DBUS_LIB)
     endif()
     target_precompile_headers(${target} REUSE_FROM prelude_${name})
 endfunction()

@@ -22,6 +22,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quorvell {
@@ -50,6 +51,9 @@ public:
 
     /// Port 0 takes any that is free. False when the address cannot be had; problem() says why.
     bool listen(const QHostAddress& host, std::uint16_t port);
+    /// Instead: the connections that an assistant hands over with a line, a socket that stays the caller's. `ended` is
+    /// called when the assistant is gone.
+    void serveLine(int descriptor, std::function<void()> ended) { m_door.serveLine(descriptor, std::move(ended)); }
     std::uint16_t port() const { return m_door.port(); }
     QString problem() const { return m_door.problem(); }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "LiveService/server/ServiceDoor.h"
 
+#include "Http/WebSocketUpgrade.h"
+
 #include <QCryptographicHash>
 #include <QSslSocket>
 #include <QTimer>
@@ -17,8 +19,9 @@ constexpr qint64 readAhead = HttpRequest::longestHead + HttpRequest::longestBody
 /// What proves that the request for a WebSocket was understood, in RFC 6455.
 QByteArray acceptanceOf(std::string_view key)
 {
+    const std::string_view suffix = websocket_upgrade::acceptanceSuffix;
     QByteArray text(key.data(), static_cast<qsizetype>(key.size()));
-    text += "258EAFA5-E914-47DA-95CA-C5AB0DC85B11";
+    text.append(suffix.data(), static_cast<qsizetype>(suffix.size()));
     return QCryptographicHash::hash(text, QCryptographicHash::Sha1).toBase64();
 }
 
@@ -43,9 +46,20 @@ bool ServiceDoor::listen(const QHostAddress& host, std::uint16_t port)
     return m_listener.listen(host, port);
 }
 
+void ServiceDoor::serveLine(int descriptor, std::function<void()> ended)
+{
+    m_line = std::make_unique<LineListener>(descriptor,
+        LineListener::Reports{[this](std::unique_ptr<QTcpSocket> socket) {
+                                  socket->setParent(&m_listener);
+                                  accept(socket.release());
+                              },
+            std::move(ended)});
+}
+
 void ServiceDoor::stop()
 {
     m_listener.close();
+    m_line.reset();
 }
 
 void ServiceDoor::accept(QTcpSocket* socket)

@@ -5,6 +5,7 @@
 
 #include "LiveService/server/DoorListener.h"
 #include "LiveService/server/HttpAnswer.h"
+#include "LiveService/server/LineListener.h"
 #include "LiveService/server/ServiceRoute.h"
 
 #include <QHostAddress>
@@ -47,6 +48,8 @@ public:
 
     /// Port 0 takes any that is free. False when the address cannot be had; problem() says why.
     bool listen(const QHostAddress& host, std::uint16_t port);
+    /// Beside, or instead: connections that are handed over.
+    void serveLine(int descriptor, std::function<void()> ended);
     void stop();
     std::uint16_t port() const { return m_listener.serverPort(); }
     QString problem() const { return m_listener.errorString(); }
@@ -75,6 +78,7 @@ private:
     Handlers m_handlers;
     std::map<QTcpSocket*, Waiting> m_waiting; ///< Outlives the listener, whose sockets leave it as they end.
     DoorListener m_listener;
+    std::unique_ptr<LineListener> m_line;
     int m_arrivals = 0;
     int m_guests = 0;
 };

@@ -5,6 +5,12 @@
 
 namespace quorvell {
 
+namespace {
+
+constexpr std::size_t costOfReport = 256; ///< Bytes of one that waits, whatever it says.
+
+} // namespace
+
 CallReports::CallReports(WebRTCPeerReports reports, WebRTCPeerReports::Post post)
     : m_reports(std::move(reports))
     , m_post(std::move(post))
@@ -53,10 +59,11 @@ void CallReports::channelOpened()
 
 void CallReports::textReceived(std::string text)
 {
-    if (!claim(m_waitingText, text.size(), mostWaitingText))
+    const std::size_t cost = text.size() + costOfReport;
+    if (!claim(m_waitingText, cost, mostWaitingText))
         return failed("more was received than could be read");
-    post([this, text = std::move(text)] {
-        m_waitingText -= text.size();
+    post([this, cost, text = std::move(text)] {
+        m_waitingText -= cost;
         if (m_reports.textReceived)
             m_reports.textReceived(text);
     });

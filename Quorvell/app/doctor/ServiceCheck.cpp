@@ -2,6 +2,7 @@
 #include "Quorvell/app/doctor/ServiceCheck.h"
 
 #include <QUrl>
+#include <unistd.h>
 
 #include <utility>
 
@@ -32,7 +33,19 @@ void ServiceCheck::found(const LiveAccessSource::Found& found)
     if (!found.access)
         return answer({"live service", Verdict::broken, found.problem});
     m_isOnDevice = found.access->place == LiveAccess::Place::onDevice;
+    if (found.access->line)
+        return connectOver(*found.access->line);
     connectTo({found.access->endpoint.host, found.access->endpoint.security});
+}
+
+void ServiceCheck::connectOver(ServiceLine& line)
+{
+    const int descriptor = line.connect();
+    if (descriptor < 0)
+        return answer({"live service", Verdict::broken, "the service on this computer is gone",
+            "Try again; it is started anew."});
+    ::close(descriptor);
+    reached();
 }
 
 void ServiceCheck::connectTo(const ServiceAddress& address)

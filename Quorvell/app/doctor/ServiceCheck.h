@@ -27,6 +27,7 @@ public:
 
 private:
     void found(const LiveAccessSource::Found& found);
+    void connectOver(ServiceLine& line);
     void connectTo(const ServiceAddress& address);
     void reached();
     void failed();

@@ -15,6 +15,7 @@
 #include <QSocketNotifier>
 #include <QSslCertificate>
 #include <QSslKey>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -73,11 +74,20 @@ struct Token {
     bool isNew = false;
 };
 
+/// Letter by letter: what comes behind it must not be read along, since it carries connections.
+std::string firstLineOfInput()
+{
+    std::string line;
+    for (char letter{}; line.size() < longestToken && read(STDIN_FILENO, &letter, 1) == 1 && letter != '\n';)
+        line += letter;
+    return line;
+}
+
 std::optional<Token> readToken(const Options& options, const ProgramEnvironment& environment)
 {
     if (options.isChild || !options.tokenFile.empty()) {
         std::ifstream file(options.tokenFile);
-        Token token{firstLine(options.isChild ? std::cin : file)};
+        Token token{options.isChild ? firstLineOfInput() : firstLine(file)};
         return token.text.empty() ? std::nullopt : std::optional(token);
     }
     if (environment.liveToken)
@@ -135,11 +145,6 @@ LiveServer::Settings settingsFor(const Options& options, const ProgramEnvironmen
         options.expectsSpeech ? SpeechWorkerPool::Readiness::always : SpeechWorkerPool::Readiness::whenSpeechComes};
 }
 
-void printForChild(const LiveServer& server)
-{
-    std::cout << "{\"port\":" << server.port() << "}" << std::endl;
-}
-
 void printForPeople(const LiveServer& server, const Options& options, const Token& token)
 {
     const bool hasColon = options.host.find(':') != std::string::npos;
@@ -160,19 +165,29 @@ int complain(const std::string& sentence, int exitCode = exit_code::couldNot)
     return exitCode;
 }
 
-/// The assistant that started this holds the other end of the input.
-std::unique_ptr<QSocketNotifier> whenInputEnds(std::function<void()> ended)
+/// Where people or other programs connect to it.
+int serveAddress(
+    const Options& options, const QHostAddress& host, const Token& token, LiveServer& server, bool isSecure)
 {
-    auto notifier = std::make_unique<QSocketNotifier>(STDIN_FILENO, QSocketNotifier::Read);
-    QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(),
-        [input = notifier.get(), ended = std::move(ended)] {
-            std::array<char, 256> ignored{};
-            if (read(STDIN_FILENO, ignored.data(), ignored.size()) > 0)
-                return;
-            input->setEnabled(false);
-            ended();
-        });
-    return notifier;
+    if (!server.listen(host, options.port))
+        return complain("Cannot listen at " + options.host + " port " + std::to_string(options.port) + ": "
+            + server.problem().toStdString() + ". Try --port 0 for any free port.");
+    if (!host.isLoopback() && !isSecure)
+        std::cerr << "Anyone on the way to " << options.host << " can listen in: the connection is not encrypted.\n";
+    printForPeople(server, options, token);
+    return exit_code::done;
+}
+
+/// The assistant that started this holds the other end of the input.
+int serveAssistant(LiveServer& server, std::function<void()> ended)
+{
+    struct stat input { };
+    if (fstat(STDIN_FILENO, &input) != 0 || !S_ISSOCK(input.st_mode))
+        return complain(
+            "--child is for an assistant, which gives a socket as the standard input.", exit_code::wrongUsage);
+    server.serveLine(STDIN_FILENO, std::move(ended));
+    std::cout << "{\"ready\":true}" << std::endl;
+    return exit_code::done;
 }
 
 int serve(const Options& options, const ProgramEnvironment& environment, const Token& token)
@@ -190,19 +205,12 @@ int serve(const Options& options, const ProgramEnvironment& environment, const T
     if (!manner.problem.empty())
         return complain(manner.problem, exit_code::wrongUsage);
     LiveServer server(settingsFor(options, environment, token.text, *calendar, manner));
-    if (!server.listen(host, options.port))
-        return complain("Cannot listen at " + options.host + " port " + std::to_string(options.port) + ": "
-            + server.problem().toStdString() + ". Try --port 0 for any free port.");
-    if (!host.isLoopback() && !manner.tls)
-        std::cerr << "Anyone on the way to " << options.host << " can listen in: the connection is not encrypted.\n";
-
     const auto end = [&server] { server.stop([] { QCoreApplication::quit(); }); };
     const Interrupts interrupts({end});
-    const auto parent = options.isChild ? whenInputEnds(end) : nullptr;
-    if (options.isChild)
-        printForChild(server);
-    else
-        printForPeople(server, options, token);
+    const int served = options.isChild ? serveAssistant(server, end)
+                                       : serveAddress(options, host, token, server, manner.tls.has_value());
+    if (served != exit_code::done)
+        return served;
     QCoreApplication::exec();
     // Every client is gone. Speech models that are still being loaded are not waited for.
     std::_Exit(0);
@@ -231,7 +239,7 @@ Command liveServiceCommand(const ProgramEnvironment& environment)
         "Load speech recognition at once (150 MB). Without it that is done when a client's first sound comes.");
     command
         .flag("--child", options->isChild,
-            "For an assistant that starts this: key on standard input, port on standard output, ends with its input.")
+            "For an assistant that starts this: key and connections come over standard input, a socket; ends with it.")
         .excludes("--token-file");
     command.run = [options, &environment] {
         const auto token = readToken(*options, environment);

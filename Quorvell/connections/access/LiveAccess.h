@@ -2,8 +2,10 @@
 // Where the live service is and what opens it.
 #pragma once
 
+#include "Quorvell/connections/access/ServiceLine.h"
 #include "QuorvellCore/live/wire/openai/OpenAILiveEndpoint.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -17,6 +19,7 @@ struct LiveAccess {
     std::string key;
     Place place = Place::hosted;
     std::string_view keyName = "OPENAI_API_KEY"; ///< Where the user set the key.
+    std::shared_ptr<ServiceLine> line{}; ///< Where there is one, the host is only a name. Each holder may connect.
 
     ServiceAddress address() const { return {endpoint.host, endpoint.security}; }
 

@@ -14,7 +14,7 @@ namespace quorvell {
 
 namespace {
 
-constexpr qsizetype longestGreeting = 4096; ///< The line with the port is short.
+constexpr qsizetype longestGreeting = 4096; ///< The line that says so is short.
 constexpr qsizetype keptErrors = 2000;
 constexpr std::chrono::milliseconds endPatience{1'000};
 
@@ -41,11 +41,10 @@ QProcessEnvironment withoutKeys()
     return environment;
 }
 
-std::optional<int> portIn(const QByteArray& line)
+bool saysReady(const QByteArray& line)
 {
     const auto json = parseJson(std::string_view(line.constData(), static_cast<std::size_t>(line.size())));
-    const auto port = json ? readInteger(*json, "port") : std::nullopt;
-    return port && *port >= 1 && *port <= 65535 ? std::optional(static_cast<int>(*port)) : std::nullopt;
+    return json && readBool(*json, "ready").value_or(false);
 }
 
 /// What the child said last, as an appendix to a sentence.
@@ -71,7 +70,7 @@ OnDeviceService::~OnDeviceService()
     if (!m_child)
         return;
     m_child->disconnect(&m_context);
-    m_child->closeWriteChannel();
+    m_line->hangUp();
     if (!m_child->waitForFinished(static_cast<int>(endPatience.count())))
         m_child->kill();
     m_child->waitForFinished(static_cast<int>(endPatience.count()));
@@ -92,16 +91,25 @@ void OnDeviceService::startChild()
     m_output.clear();
     m_errors.clear();
     m_child = std::make_unique<QProcess>();
+    m_line = std::make_shared<ChildLine>();
     m_child->setProcessEnvironment(withoutKeys());
+    m_child->setStandardInputFile(QProcess::nullDevice());
     // In a process group of its own, because Ctrl+C in a terminal would end it before the conversation is closed.
-    m_child->setChildProcessModifier([] { setpgid(0, 0); });
+    m_child->setChildProcessModifier([input = m_line->childsEnd()] {
+        setpgid(0, 0);
+        dup2(input, STDIN_FILENO);
+    });
     connectChild();
     QStringList arguments;
     for (const std::string& argument : m_command.arguments)
         arguments.append(toQString(argument));
     m_deadline.start(m_patience);
+    const std::shared_ptr<ChildLine> line = m_line;
+    const std::string greeting = m_key + "\n";
+    // The child is made in here, or that this failed is told in here: then another one may have been started since.
     m_child->start(toQString(m_command.program), arguments);
-    m_child->write(QByteArray::fromStdString(m_key) + '\n');
+    line->childStarted();
+    line->write(greeting);
 }
 
 void OnDeviceService::connectChild()
@@ -125,14 +133,12 @@ void OnDeviceService::readOutput()
     const qsizetype end = m_output.indexOf('\n');
     if (end < 0)
         return;
-    const auto port = portIn(m_output.left(end));
-    if (!port)
+    if (!saysReady(m_output.left(end)))
         return giveUp();
     m_deadline.stop();
-    OpenAILiveEndpoint endpoint;
-    endpoint.host = "127.0.0.1:" + std::to_string(*port);
-    endpoint.security = OpenAILiveEndpoint::Security::none;
-    m_access = LiveAccess{endpoint, m_key, LiveAccess::Place::onDevice};
+    LiveAccess access{{"localhost", OpenAILiveEndpoint::Security::none}, m_key, LiveAccess::Place::onDevice};
+    access.line = m_line;
+    m_access = std::move(access);
     answer({m_access, {}});
 }
 
@@ -171,6 +177,7 @@ void OnDeviceService::discardChild()
 {
     m_deadline.stop();
     m_access.reset();
+    m_line->hangUp();
     QProcess* child = m_child.release();
     child->disconnect(&m_context);
     // Deleted later: it may be on the way out of its own report, and must have ended by then.

@@ -2,6 +2,7 @@
 // The live service as a child of this program.
 #pragma once
 
+#include "Quorvell/connections/access/ChildLine.h"
 #include "Quorvell/connections/access/LiveAccessSource.h"
 
 #include <QByteArray>
@@ -17,8 +18,9 @@
 namespace quorvell {
 
 /// It starts when it is first looked for, stays, ends with this object (its standard input closes, so also when this
-/// program is killed), and is started anew when it has died. The key is made here, handed over on standard input and so
-/// never in a list of processes. Main thread.
+/// program is killed), and is started anew when it has died. Its standard input is a line that only the two of them
+/// have (ChildLine): the key, made here, comes over it and so is never in a list of processes, and every connection
+/// too. Main thread.
 class OnDeviceService : public LiveAccessSource {
 public:
     struct Command {
@@ -47,9 +49,10 @@ private:
     Command m_command;
     std::chrono::milliseconds m_patience;
     std::string m_key;
-    std::optional<LiveAccess> m_access; ///< Once the child has said its port.
+    std::shared_ptr<ChildLine> m_line; ///< To the child that runs; who has an access to it has it too.
+    std::optional<LiveAccess> m_access; ///< Once the child has said that it is ready.
     std::vector<std::function<void(const Found&)>> m_waiting;
-    QByteArray m_output; ///< Of the child until its port is known.
+    QByteArray m_output; ///< Of the child until it is ready.
     QByteArray m_errors; ///< The end of what the child said on standard error.
     QTimer m_deadline;
     std::unique_ptr<QProcess> m_child;

@@ -95,7 +95,8 @@ void LiveClient::openSocket()
     reports.textReceived = [this](const std::string& text) { textReceived(text); };
     reports.closed = [this](const ConnectionFailure& failure) { socketClosed(failure); };
     m_socket = std::make_unique<LiveSocket>(std::move(reports), m_limits);
-    m_socket->open(GeminiLiveEndpoint{m_life.access().address()}.request(m_life.access().key));
+    const LiveAccess& access = m_life.access();
+    m_socket->open(GeminiLiveEndpoint{access.address()}.request(access.key), access.line);
 }
 
 void LiveClient::socketOpened()

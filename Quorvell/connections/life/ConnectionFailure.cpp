@@ -5,7 +5,6 @@
 #include "QuorvellCore/text/Json.h"
 #include "QuorvellCore/text/Secrets.h"
 
-#include <charconv>
 #include <utility>
 
 namespace quorvell {
@@ -198,21 +197,6 @@ ConnectionFailure ConnectionFailure::refusal(int status, std::string body)
     if (error)
         failure.message = readString(*error).value_or(readString(*error, "message").value_or(""));
     return failure;
-}
-
-int ConnectionFailure::statusIn(std::string_view errorText)
-{
-    constexpr std::string_view mark = "status code: ";
-    constexpr std::string_view badRequest = "Unknown error condition"; // The library's words for 400.
-    if (errorText.find(badRequest) != std::string_view::npos)
-        return 400;
-    const auto position = errorText.find(mark);
-    if (position == std::string_view::npos)
-        return 0;
-    const std::string_view digits = errorText.substr(position + mark.size(), 3);
-    int status = 0;
-    std::from_chars(digits.data(), digits.data() + digits.size(), status);
-    return status;
 }
 
 } // namespace quorvell

@@ -8,7 +8,6 @@
 #include <chrono>
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace quorvell {
 
@@ -42,8 +41,6 @@ struct [[nodiscard]] ConnectionFailure {
 
     /// A refusal over HTTP: the message is taken from the body, which may hold {"error": {"message"}}.
     static ConnectionFailure refusal(int status, std::string body);
-    /// The status in the error text of a refused upgrade, the only place that shows it; 0 when there is none.
-    static int statusIn(std::string_view errorText);
 
     bool operator==(const ConnectionFailure&) const = default;
 };

@@ -11,7 +11,8 @@ struct LiveTimeLimits {
     std::chrono::milliseconds toOpen{20'000};
     std::chrono::milliseconds toConnectMedia{4'000}; ///< From the answer to the first word over WebRTC.
     std::chrono::milliseconds toStart{20'000};
-    std::chrono::milliseconds toClose{2'000};
+    /// For the answer to a good-bye, which changes nothing any more: whoever leaves waits for it.
+    std::chrono::milliseconds toClose{500};
     std::chrono::milliseconds betweenPings{5'000};
     /// In whole pings without any byte in between; then the connection is dead.
     std::chrono::milliseconds silence{15'000};

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/connections/openai/OpenAIPeerTransport.h"
 
-#include <QCoreApplication>
+#include "Quorvell/connections/openai/FairPost.h"
+#include "Quorvell/connections/web/ExchangeChoice.h"
 
 #include <utility>
 
@@ -47,9 +48,7 @@ void OpenAIPeerTransport::open(const LiveAccess& access, const OpenAILiveSetupOp
     reports.soundReceived = [this](const std::vector<std::uint8_t>& pcm) { m_reports.soundReceived(pcm); };
     reports.failed = [this](const std::string& problem) { end({Kind::ownFault, 0, problem}); };
     wait(m_limits.toOpen, Kind::openedTooSlowly);
-    m_peer = std::make_unique<WebRTCPeer>(optionsFor(access), std::move(reports), [](std::function<void()> action) {
-        QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(action), Qt::QueuedConnection);
-    });
+    m_peer = std::make_unique<WebRTCPeer>(optionsFor(access), std::move(reports), FairPost::make());
 }
 
 void OpenAIPeerTransport::askForSession(const std::string& offer)
@@ -59,8 +58,8 @@ void OpenAIPeerTransport::askForSession(const std::string& offer)
     reports.ended = [this] { takeAnswer(); };
     reports.failed = [this](const ConnectionFailure& failure) { end(failure); };
     const WebRequest request = m_access.endpoint.webRTCRequest(m_access.key, m_options, offer);
-    m_exchange = std::make_unique<WebExchange>(
-        m_web, request, std::move(reports), WebExchange::Limits{m_limits.toOpen, m_limits.toOpen, largestAnswer});
+    m_exchange = beginExchange(m_web, m_access.line, request, std::move(reports),
+        WebExchange::Limits{m_limits.toOpen, m_limits.toOpen, largestAnswer});
 }
 
 void OpenAIPeerTransport::takeAnswer()

@@ -7,6 +7,7 @@
 #include "Quorvell/connections/openai/OpenAITransport.h"
 #include "Quorvell/connections/web/WebExchange.h"
 
+#include <QNetworkAccessManager>
 #include <QObject>
 #include <QTimer>
 

@@ -17,7 +17,7 @@ OpenAISocketTransport::OpenAISocketTransport(Reports reports, LiveTimeLimits lim
 void OpenAISocketTransport::open(const LiveAccess& access, const OpenAILiveSetupOptions& options)
 {
     m_options = options;
-    m_socket.open(access.endpoint.request(access.key));
+    m_socket.open(access.endpoint.request(access.key), access.line);
 }
 
 void OpenAISocketTransport::opened()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/connections/responses/ResponsesClient.h"
 
+#include "Quorvell/connections/web/ExchangeChoice.h"
 #include "QuorvellCore/live/wire/responses/ResponsesEndpoint.h"
 
 #include <utility>
@@ -69,7 +70,7 @@ void ResponsesClient::ask(const LiveAccess& access, const ResponsesRequest& ques
     web.ended = [&running] { running.fail({Kind::closed, LiveClosure::abnormal, "the answer broke off"}); };
     web.failed = [&running](const ConnectionFailure& failure) { running.fail(failure); };
     running.exchange =
-        std::make_unique<WebExchange>(m_web, ResponsesEndpoint{access.address()}.request(access.key, question),
+        beginExchange(m_web, access.line, ResponsesEndpoint{access.address()}.request(access.key, question),
             std::move(web), WebExchange::Limits{m_limits.streamSilence, m_limits.streamSilence, longestStream});
 }
 

@@ -9,6 +9,8 @@
 #include "QuorvellCore/live/wire/responses/ResponsesStreamParser.h"
 #include "QuorvellCore/live/wire/transport/ServerSentEvents.h"
 
+#include <QNetworkAccessManager>
+
 #include <functional>
 #include <memory>
 

@@ -1,28 +1,47 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/connections/web/LiveSocket.h"
 
-#include "Quorvell/connections/web/NetworkRequest.h"
-#include "QuorvellCore/live/wire/openai/OpenAILiveParser.h"
+#include "Http/WebSocketUpgrade.h"
+#include "Quorvell/connections/web/RetryAfter.h"
 
-#include <QSslConfiguration>
-#include <QSslError>
-#include <QSslSocket>
-#include <QTcpSocket>
+#include <QCryptographicHash>
+#include <QRandomGenerator>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace quorvell {
 
 namespace {
 
-using Kind = ConnectionFailure::Kind;
+using Failure = ConnectionFailure::Kind;
 
-constexpr quint64 largestMessage = OpenAILiveParser::limits.maximumBytes;
+constexpr std::size_t largestRefusal = 64 * 1024;
+/// For the words of a refusal, once its status is known.
+constexpr std::chrono::milliseconds refusalPatience{1'000};
 
-QString toQString(std::string_view text)
+QByteArray freshHandshakeKey()
 {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    std::array<quint32, 4> words{};
+    QRandomGenerator::system()->fillRange(words.data(), static_cast<qsizetype>(words.size()));
+    return QByteArray(reinterpret_cast<const char*>(words.data()), sizeof words).toBase64();
+}
+
+QByteArray acceptanceOf(const QByteArray& key)
+{
+    const std::string_view suffix = websocket_upgrade::acceptanceSuffix;
+    return QCryptographicHash::hash(
+        key + QByteArray(suffix.data(), static_cast<qsizetype>(suffix.size())), QCryptographicHash::Sha1)
+        .toBase64();
+}
+
+/// One that nobody could have foreseen, so that no proxy on the way can be talked into taking a payload for a request.
+WebSocketFrame::Mask freshMask()
+{
+    const quint32 word = QRandomGenerator::system()->generate();
+    return {static_cast<std::uint8_t>(word), static_cast<std::uint8_t>(word >> 8),
+        static_cast<std::uint8_t>(word >> 16), static_cast<std::uint8_t>(word >> 24)};
 }
 
 } // namespace
@@ -30,136 +49,170 @@ QString toQString(std::string_view text)
 LiveSocket::LiveSocket(Reports reports, LiveTimeLimits limits)
     : m_reports(std::move(reports))
     , m_limits(limits)
-    , m_socket(std::make_unique<QWebSocket>())
+    , m_stream({[this] { askForUpgrade(); }, [this](std::string_view bytes) { bytesArrived(bytes); },
+          [this](const ConnectionFailure& failure) { streamClosed(failure); }})
 {
-    m_socket->setMaxAllowedIncomingMessageSize(largestMessage);
-    m_socket->setMaxAllowedIncomingFrameSize(largestMessage);
-    QSslConfiguration security = QSslConfiguration::defaultConfiguration();
-    security.setPeerVerifyMode(QSslSocket::VerifyPeer);
-    m_socket->setSslConfiguration(security);
     m_deadline.setSingleShot(true);
     m_pings.setInterval(m_limits.betweenPings);
-    connectSocket();
-}
-
-LiveSocket::~LiveSocket()
-{
-    m_socket->disconnect(&m_context);
-    m_socket->abort();
-}
-
-void LiveSocket::connectSocket()
-{
-    QWebSocket* socket = m_socket.get();
-    QObject::connect(socket, &QWebSocket::connected, &m_context, [this] { socketOpened(); });
-    QObject::connect(socket, &QWebSocket::textMessageReceived, &m_context, [this](const QString& text) {
-        m_unansweredPings = 0;
-        m_reports.textReceived(text.toStdString());
-    });
-    // JSON too: some services send their texts in binary frames.
-    QObject::connect(socket, &QWebSocket::binaryMessageReceived, &m_context, [this](const QByteArray& text) {
-        m_unansweredPings = 0;
-        m_reports.textReceived(text.toStdString());
-    });
-    QObject::connect(socket, &QWebSocket::pong, &m_context, [this] { m_unansweredPings = 0; });
-    QObject::connect(socket, &QWebSocket::sslErrors, &m_context, [this](const QList<QSslError>& errors) {
-        if (!errors.isEmpty())
-            m_untrustedBecause = errors.front().errorString().toStdString();
-    });
-    QObject::connect(socket, qOverload<QAbstractSocket::SocketError>(&QWebSocket::error), &m_context,
-        [this](QAbstractSocket::SocketError error) { socketFailed(error); });
-    QObject::connect(socket, &QWebSocket::disconnected, &m_context, [this] { socketClosed(); });
-    QObject::connect(&m_deadline, &QTimer::timeout, &m_context, [this] { end({Kind::openedTooSlowly}); });
+    QObject::connect(&m_deadline, &QTimer::timeout, &m_context,
+        [this] { end(m_refusal.value_or(ConnectionFailure{Failure::openedTooSlowly})); });
     QObject::connect(&m_pings, &QTimer::timeout, &m_context, [this] { checkLiveness(); });
 }
 
-void LiveSocket::open(const WebRequest& request)
+// ---- Opening
+
+void LiveSocket::open(const WebRequest& request, const std::shared_ptr<ServiceLine>& line)
 {
+    m_request = request;
     m_deadline.start(m_limits.toOpen);
-    m_socket->open(networkRequest(request));
+    m_stream.open(request, line);
 }
+
+void LiveSocket::askForUpgrade()
+{
+    const QByteArray key = freshHandshakeKey();
+    m_acceptance = acceptanceOf(key);
+    const QByteArray head = ServiceStream::headOf(m_request,
+        "Upgrade: websocket\r\nConnection: Upgrade\r\nSec-WebSocket-Version: 13\r\nSec-WebSocket-Key: " + key + "\r\n");
+    m_stream.write({head.constData(), static_cast<std::size_t>(head.size())});
+}
+
+void LiveSocket::readAnswer()
+{
+    const auto reading = HttpAnswerReading::of(m_answer);
+    if (reading.kind == HttpAnswerReading::Kind::incomplete)
+        return;
+    if (reading.kind == HttpAnswerReading::Kind::notUnderstood)
+        return end({Failure::nobodyAnswers, 0, "this is no web server"});
+    const HttpAnswerHead& head = reading.head;
+    if (websocket_upgrade::isAccepted(
+            head, {m_acceptance.constData(), static_cast<std::size_t>(m_acceptance.size())})) {
+        m_isOpen = true;
+        m_deadline.stop();
+        m_pings.start();
+        const std::string frames = std::exchange(m_answer, {}).substr(head.headBytes);
+        m_reports.opened();
+        return bytesArrived(frames);
+    }
+    std::string body = m_answer.substr(head.headBytes, largestRefusal);
+    const bool isWhole = body.size() >= std::min(head.bodyBytes.value_or(largestRefusal), largestRefusal);
+    const bool isFirst = !m_refusal;
+    m_refusal = ConnectionFailure::refusal(head.status, std::move(body));
+    m_refusal->retryAfter = retryAfter(head.field("retry-after"));
+    if (isWhole)
+        return end(*m_refusal);
+    // Its words may be on their way, and a service may never end what it says.
+    if (isFirst)
+        m_deadline.start(refusalPatience);
+}
+
+// ---- What the service says
+
+/// Any byte is a sign of life: a long message holds the pongs behind it back.
+void LiveSocket::bytesArrived(std::string_view bytes)
+{
+    m_unansweredPings = 0;
+    if (!m_isOpen) {
+        m_answer += bytes.substr(0, HttpAnswerHead::longestHead + largestRefusal - m_answer.size());
+        return readAnswer();
+    }
+    for (WebSocketReader::Piece& piece : m_reader.add(bytes)) {
+        if (m_hasEnded)
+            return;
+        take(std::move(piece));
+    }
+    if (m_reader.problem() != 0)
+        leave(m_reader.problem());
+    checkUnsent();
+}
+
+void LiveSocket::take(WebSocketReader::Piece piece)
+{
+    switch (piece.kind) {
+    case Kind::text:
+    case Kind::binary: // JSON too: some services send their texts in binary frames.
+        return m_isClosing ? void() : m_reports.textReceived(piece.payload);
+    case Kind::ping:
+        return write(Kind::pong, piece.payload);
+    case Kind::close:
+        return left(piece);
+    case Kind::pong:
+    case Kind::continuation: // The reader has put it to its message.
+        return;
+    }
+}
+
+void LiveSocket::streamClosed(const ConnectionFailure& failure)
+{
+    if (m_refusal)
+        return end(*m_refusal);
+    const bool isCutOff = !m_isOpen && failure.kind == Failure::closed;
+    end(isCutOff ? ConnectionFailure{Failure::nobodyAnswers, 0, failure.detail} : failure);
+}
+
+// ---- What is sent
 
 void LiveSocket::send(std::string_view text)
 {
-    if (m_hasEnded)
+    if (!m_isOpen || m_isClosing || m_hasEnded)
         return;
     // Later, since nothing is reported from inside a call.
     if (unsentBytes() + static_cast<std::int64_t>(text.size()) > mostUnsent)
-        return QTimer::singleShot(0, &m_context, [this] { end({Kind::wentSilent}); });
+        return QTimer::singleShot(0, &m_context, [this] { end({Failure::wentSilent}); });
     m_sent = (unsentBytes() > 0 ? m_sent : 0) + static_cast<std::int64_t>(text.size());
-    m_socket->sendTextMessage(toQString(text));
+    write(Kind::text, text);
 }
 
-std::int64_t LiveSocket::unsentBytes() const
+void LiveSocket::close()
 {
-    std::int64_t bytes = m_socket->bytesToWrite();
-    // What is encrypted counts as written there.
-    for (const QSslSocket* connection : m_socket->findChildren<QSslSocket*>())
-        bytes += connection->encryptedBytesToWrite();
-    return bytes;
+    if (m_isOpen)
+        sendClose(LiveClosure::normal);
 }
 
-/// Any byte is a sign of life: a long message holds the pongs behind it back. But the library answers every ping by
-/// itself, and a service that reads none of the answers would have them hoarded here.
-void LiveSocket::bytesArrived()
+void LiveSocket::write(Kind kind, std::string_view payload)
 {
-    m_unansweredPings = 0;
+    if (!m_isClosing && !m_hasEnded)
+        m_stream.write(WebSocketFrame::bytes(kind, payload, freshMask()));
+}
+
+/// Every ping is answered, and a service that reads none of the answers would have them hoarded here.
+void LiveSocket::checkUnsent()
+{
     if (unsentBytes() > std::min(m_sent + mostUnsentPongs, mostUnsent))
-        end({Kind::wentSilent});
-}
-
-void LiveSocket::socketOpened()
-{
-    m_isOpen = true;
-    // Messages are small and answered at once; held back to be joined, each would cost 40 ms.
-    for (QTcpSocket* connection : m_socket->findChildren<QTcpSocket*>()) {
-        connection->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-        QObject::connect(connection, &QTcpSocket::readyRead, &m_context, [this] { bytesArrived(); });
-    }
-    m_deadline.stop();
-    m_pings.start();
-    m_reports.opened();
+        end({Failure::wentSilent});
 }
 
 void LiveSocket::checkLiveness()
 {
     // Counted, not timed: when this program itself was busy, the answers lie there unread.
     if (m_unansweredPings * m_limits.betweenPings >= m_limits.silence)
-        return end({Kind::wentSilent});
+        return end({Failure::wentSilent});
     ++m_unansweredPings;
-    m_socket->ping();
+    write(Kind::ping, {});
 }
 
-void LiveSocket::socketClosed()
+// ---- The end
+
+/// The service has said good-bye.
+void LiveSocket::left(const WebSocketReader::Piece& goodbye)
 {
-    if (m_isOpen)
-        return end({Kind::closed, static_cast<int>(m_socket->closeCode()), m_socket->closeReason().toStdString()});
-    // While opening, this comes before the error that says why.
-    QTimer::singleShot(0, &m_context, [this] { end(failureOf(m_socket->error())); });
+    sendClose(goodbye.code);
+    end({Failure::closed, goodbye.code, goodbye.payload});
 }
 
-void LiveSocket::socketFailed(QAbstractSocket::SocketError error)
+/// It is told why; what went wrong is not that it ended anything.
+void LiveSocket::leave(int code)
 {
-    // A close frame comes with its own code and reason, which `disconnected` delivers; what is left is an abort.
-    const bool wasToldWhy = m_socket->closeCode() != QWebSocketProtocol::CloseCodeNormal;
-    if (!(m_isOpen && wasToldWhy))
-        end(failureOf(error));
+    sendClose(code);
+    end({Failure::closed, code == WebSocketReader::tooLarge ? code : WebSocketReader::protocolError,
+        "it broke the protocol of WebSockets"});
 }
 
-ConnectionFailure LiveSocket::failureOf(QAbstractSocket::SocketError error) const
+void LiveSocket::sendClose(int code)
 {
-    const std::string text = m_socket->errorString().toStdString();
-    if (m_isOpen)
-        return {Kind::closed, LiveClosure::abnormal, text};
-    if (!m_untrustedBecause.empty() || error == QAbstractSocket::SslHandshakeFailedError)
-        return {Kind::untrusted, 0, m_untrustedBecause.empty() ? text : m_untrustedBecause};
-    if (error == QAbstractSocket::HostNotFoundError)
-        return {Kind::nameUnknown, 0, text};
-    // Whatever the error is called: a status in its text means that a server answered and refused the upgrade. That is
-    // all the library tells of the answer: how long a busy service asks to be left alone stays unknown here.
-    if (const int status = ConnectionFailure::statusIn(text); status != 0)
-        return {Kind::refusedRequest, status, text};
-    return {Kind::nobodyAnswers, 0, text};
+    const bool isNamed = code != WebSocketReader::noCode;
+    write(Kind::close, isNamed ? WebSocketFrame::closePayload(code, {}) : std::string());
+    m_isClosing = true;
 }
 
 void LiveSocket::end(const ConnectionFailure& failure)
@@ -168,8 +221,7 @@ void LiveSocket::end(const ConnectionFailure& failure)
         return;
     m_deadline.stop();
     m_pings.stop();
-    m_socket->disconnect(&m_context);
-    m_socket->abort();
+    m_stream.end();
     m_reports.closed(failure);
 }
 

@@ -3,23 +3,27 @@
 // comes out as one ConnectionFailure.
 #pragma once
 
-#include "Quorvell/connections/life/ConnectionFailure.h"
+#include "Http/HttpAnswerHead.h"
 #include "Quorvell/connections/life/LiveTimeLimits.h"
-#include "QuorvellCore/live/wire/transport/WebRequest.h"
+#include "Quorvell/connections/web/ServiceStream.h"
+#include "QuorvellCore/live/wire/openai/OpenAILiveParser.h"
+#include "QuorvellCore/live/wire/transport/WebSocketReader.h"
 
+#include <QByteArray>
 #include <QObject>
 #include <QTimer>
-#include <QWebSocket>
 
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace quorvell {
 
-/// The server's certificate is always verified. Main thread; used once.
+/// The client's end of RFC 6455, over a ServiceStream: a service that floods it keeps nothing else from being done.
+/// Main thread; used once.
 class LiveSocket {
 public:
     struct Reports {
@@ -39,38 +43,49 @@ public:
 
     /// A report must not destroy the socket.
     LiveSocket(Reports reports, LiveTimeLimits limits);
-    ~LiveSocket();
     LiveSocket(const LiveSocket&) = delete;
     LiveSocket& operator=(const LiveSocket&) = delete;
 
-    void open(const WebRequest& request);
+    /// `line` is null over the network.
+    void open(const WebRequest& request, const std::shared_ptr<ServiceLine>& line);
     void send(std::string_view text);
     /// Accepted for sending and not yet taken by the network.
-    std::int64_t unsentBytes() const;
+    std::int64_t unsentBytes() const { return m_stream.unsentBytes(); }
     /// Says good-bye in an orderly way; `closed` follows, but not within any limit.
-    void close() { m_socket->close(); }
+    void close();
 
 private:
-    void connectSocket();
-    void socketOpened();
-    void socketClosed();
-    void socketFailed(QAbstractSocket::SocketError error);
+    using Kind = WebSocketFrame::Kind;
+
+    void askForUpgrade();
+    void bytesArrived(std::string_view bytes);
+    void readAnswer();
+    void take(WebSocketReader::Piece piece);
+    void streamClosed(const ConnectionFailure& failure);
     void checkLiveness();
-    void bytesArrived();
-    ConnectionFailure failureOf(QAbstractSocket::SocketError error) const;
+    void checkUnsent();
+    void write(Kind kind, std::string_view payload);
+    void left(const WebSocketReader::Piece& goodbye);
+    void leave(int code);
+    void sendClose(int code);
     void end(const ConnectionFailure& failure);
 
     Reports m_reports;
     LiveTimeLimits m_limits;
+    WebRequest m_request;
+    QByteArray m_acceptance; ///< What proves that the service understood the request.
+    std::string m_answer; ///< To the request, while it is not whole.
+    std::optional<ConnectionFailure> m_refusal; ///< The answer is one; its words may not be whole.
     bool m_isOpen = false;
+    bool m_isClosing = false; ///< A close was sent; the rest is only awaited.
     bool m_hasEnded = false;
-    std::string m_untrustedBecause;
-    std::unique_ptr<QWebSocket> m_socket;
     QTimer m_deadline; ///< Of opening.
     QTimer m_pings;
     std::int64_t m_sent = 0; ///< Bytes of messages since nothing was unsent.
     int m_unansweredPings = 0; ///< Since the last sign of life.
-    QObject m_context; ///< Receives the socket's signals; goes first.
+    WebSocketReader m_reader{WebSocketReader::From::server, OpenAILiveParser::limits.maximumBytes};
+    ServiceStream m_stream;
+    QObject m_context; ///< Receives what comes later; goes first.
 };
 
 } // namespace quorvell

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "Quorvell/connections/web/WebExchange.h"
+#include "Quorvell/connections/web/NetworkExchange.h"
 
 #include "Quorvell/connections/web/NetworkRequest.h"
+#include "Quorvell/connections/web/RetryAfter.h"
 
-#include <QDateTime>
-#include <QLocale>
 #include <QPointer>
 #include <QSslError>
 
@@ -19,33 +18,16 @@ using Kind = ConnectionFailure::Kind;
 
 constexpr int tooLarge = 1009;
 
-/// A number of seconds, or a date. A day at most: whoever asks for more means never.
-std::optional<std::chrono::milliseconds> waitIn(const QByteArray& retryAfter)
-{
-    constexpr qint64 longest = 24 * 60 * 60;
-    bool isNumber = false;
-    qint64 seconds = retryAfter.trimmed().toLongLong(&isNumber);
-    if (!isNumber) {
-        QDateTime date = QLocale::c().toDateTime(
-            QString::fromLatin1(retryAfter.trimmed()), QStringLiteral("ddd, dd MMM yyyy hh:mm:ss 'GMT'"));
-        date.setTimeSpec(Qt::UTC);
-        if (!date.isValid())
-            return std::nullopt;
-        seconds = QDateTime::currentDateTimeUtc().secsTo(date);
-    }
-    return std::chrono::seconds(std::clamp<qint64>(seconds, 0, longest));
-}
-
 } // namespace
 
 /// Never deleted at once: it may be on the way out of its own signal.
-void WebExchange::Abandon::operator()(QNetworkReply* reply) const
+void NetworkExchange::Abandon::operator()(QNetworkReply* reply) const
 {
     reply->abort();
     reply->deleteLater();
 }
 
-WebExchange::WebExchange(QNetworkAccessManager& web, const WebRequest& request, Reports reports, Limits limits)
+NetworkExchange::NetworkExchange(QNetworkAccessManager& web, const WebRequest& request, Reports reports, Limits limits)
     : m_reports(std::move(reports))
     , m_limits(limits)
 {
@@ -53,8 +35,12 @@ WebExchange::WebExchange(QNetworkAccessManager& web, const WebRequest& request, 
     const QByteArray body = QByteArray::fromStdString(request.body);
     m_reply.reset(request.method == WebRequest::Method::post ? web.post(converted, body) : web.get(converted));
     QNetworkReply* reply = m_reply.get();
+    // Once the answer has begun: of what is set before, the library's thread keeps to nothing.
+    QObject::connect(
+        reply, &QNetworkReply::metaDataChanged, &m_context, [reply] { reply->setReadBufferSize(4 * mostAtOnce); });
+    QObject::connect(&m_next, &QTimer::timeout, &m_context, [this] { piecesArrived(); });
     QObject::connect(reply, &QNetworkReply::readyRead, &m_context, [this] { piecesArrived(); });
-    QObject::connect(reply, &QNetworkReply::finished, &m_context, [this] { finished(); });
+    QObject::connect(reply, &QNetworkReply::finished, &m_context, [this] { finishWhenRead(); });
     QObject::connect(reply, &QNetworkReply::sslErrors, &m_context, [this](const QList<QSslError>& errors) {
         if (!errors.isEmpty())
             m_untrustedBecause = errors.front().errorString().toStdString();
@@ -65,22 +51,34 @@ WebExchange::WebExchange(QNetworkAccessManager& web, const WebRequest& request, 
     m_patience.start(m_limits.toAnswer);
 }
 
-WebExchange::~WebExchange()
+NetworkExchange::~NetworkExchange()
 {
     m_reply->disconnect(&m_context);
 }
 
-int WebExchange::status() const
+int NetworkExchange::status() const
 {
     return m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
 }
 
-void WebExchange::piecesArrived()
+void NetworkExchange::piecesArrived()
 {
+    m_next.stop();
     if (m_isOver)
         return;
     m_patience.start(m_limits.silence);
-    const QByteArray piece = m_reply->readAll();
+    const QPointer<QObject> isAlive(&m_context);
+    take(m_reply->read(mostAtOnce));
+    if (!isAlive || m_isOver)
+        return;
+    if (m_reply->bytesAvailable() > 0)
+        m_next.start(0);
+    else if (m_reply->isFinished())
+        finished();
+}
+
+void NetworkExchange::take(const QByteArray& piece)
+{
     m_bytes += static_cast<std::size_t>(piece.size());
     if (m_bytes > m_limits.bytes)
         return fail({Kind::closed, tooLarge});
@@ -93,13 +91,16 @@ void WebExchange::piecesArrived()
         received({piece.constData(), static_cast<std::size_t>(piece.size())});
 }
 
-void WebExchange::finished()
+void NetworkExchange::finishWhenRead()
 {
-    const QPointer<QObject> isAlive(&m_context);
     if (m_reply->bytesAvailable() > 0)
         piecesArrived();
-    if (!isAlive || m_isOver)
-        return;
+    else if (!m_isOver)
+        finished();
+}
+
+void NetworkExchange::finished()
+{
     const int answered = status();
     if (answered != 0 && (answered < 200 || answered > 299))
         return fail(refusal(answered));
@@ -111,14 +112,14 @@ void WebExchange::finished()
         ended();
 }
 
-ConnectionFailure WebExchange::refusal(int answered) const
+ConnectionFailure NetworkExchange::refusal(int answered) const
 {
     ConnectionFailure failure = ConnectionFailure::refusal(answered, m_refusal);
-    failure.retryAfter = waitIn(m_reply->rawHeader("Retry-After"));
+    failure.retryAfter = retryAfter(m_reply->rawHeader("Retry-After").toStdString());
     return failure;
 }
 
-ConnectionFailure WebExchange::failureOf(QNetworkReply::NetworkError error) const
+ConnectionFailure NetworkExchange::failureOf(QNetworkReply::NetworkError error) const
 {
     const std::string text = m_reply->errorString().toStdString();
     if (!m_untrustedBecause.empty() || error == QNetworkReply::SslHandshakeFailedError)
@@ -130,11 +131,12 @@ ConnectionFailure WebExchange::failureOf(QNetworkReply::NetworkError error) cons
     return {Kind::nobodyAnswers, 0, text};
 }
 
-void WebExchange::fail(const ConnectionFailure& failure)
+void NetworkExchange::fail(const ConnectionFailure& failure)
 {
     if (std::exchange(m_isOver, true))
         return;
     m_patience.stop();
+    m_next.stop();
     if (const auto failed = m_reports.failed)
         failed(failure);
 }

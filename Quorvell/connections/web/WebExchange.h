@@ -3,23 +3,16 @@
 #pragma once
 
 #include "Quorvell/connections/life/ConnectionFailure.h"
-#include "QuorvellCore/live/wire/transport/WebRequest.h"
 
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QObject>
-#include <QTimer>
+#include <QtGlobal>
 
 #include <chrono>
 #include <cstddef>
 #include <functional>
-#include <memory>
-#include <string>
 #include <string_view>
 
 namespace quorvell {
 
-/// The server's certificate is always verified, and nothing is sent on to another address: the request carries a key.
 /// Destroying it cancels it. Main thread.
 class WebExchange {
 public:
@@ -36,33 +29,10 @@ public:
     };
 
     static constexpr std::size_t largestRefusal = 64 * 1024;
+    /// Of an answer, in one turn of the event loop: whatever a service sends, everybody else has a turn too.
+    static constexpr qint64 mostAtOnce = 16 * 1024;
 
-    WebExchange(QNetworkAccessManager& web, const WebRequest& request, Reports reports, Limits limits);
-    ~WebExchange();
-    WebExchange(const WebExchange&) = delete;
-    WebExchange& operator=(const WebExchange&) = delete;
-
-private:
-    struct Abandon {
-        void operator()(QNetworkReply* reply) const;
-    };
-
-    void piecesArrived();
-    void finished();
-    int status() const;
-    ConnectionFailure refusal(int answered) const;
-    ConnectionFailure failureOf(QNetworkReply::NetworkError error) const;
-    void fail(const ConnectionFailure& failure);
-
-    Reports m_reports;
-    Limits m_limits;
-    std::size_t m_bytes = 0; ///< So far.
-    std::string m_refusal; ///< The body of an answer that is no success.
-    std::string m_untrustedBecause;
-    bool m_isOver = false;
-    QTimer m_patience;
-    std::unique_ptr<QNetworkReply, Abandon> m_reply;
-    QObject m_context; ///< Receives the reply's signals; goes first.
+    virtual ~WebExchange() = default;
 };
 
 } // namespace quorvell

@@ -5,8 +5,7 @@
 #include "QtApplication.h"
 
 #include <gtest/gtest.h>
-
-#include <csignal>
+#include <unistd.h>
 
 namespace quorvell {
 namespace {
@@ -45,7 +44,7 @@ TEST_F(OnDeviceServiceTest, aChildThatCannotServeIsToldInASentence)
             "ended unexpectedly. Ask again to start it anew. It said: no speech model"},
         {"says nothing", shell("cat >/dev/null"), "did not become ready"},
         {"says something else", shell("echo hello; cat >/dev/null"), "did not become ready"},
-        {"names no real port", shell("echo '{\"port\":70000}'; cat >/dev/null"), "did not become ready"},
+        {"is not ready", shell("echo '{\"ready\":false}'; cat >/dev/null"), "did not become ready"},
         {"never ends its line", shell("yes | tr -d '\\n'"), "did not become ready"},
     };
     for (const Row& row : rows) {
@@ -59,20 +58,24 @@ TEST_F(OnDeviceServiceTest, aChildThatCannotServeIsToldInASentence)
 
 TEST_F(OnDeviceServiceTest, theChildLearnsItsKeyAndIsStartedAnewWhenItDied)
 {
-    // Its port says how it was started: the key came as one line of 64 hexadecimal digits, and not as an argument.
-    // It inherits no key of another service.
+    // That it is ready says how it was started: the key came as one line of 64 hexadecimal digits, and not as an
+    // argument, over a socket. It inherits no key of another service.
     setenv("SOME_API_KEY", "sk-12345678", 1);
     const char* script =
-        "read key; test ${#key} = 64 && test $# = 0 && test -z \"$SOME_API_KEY\" && echo '{\"port\":4321}'; "
+        "read key; test ${#key} = 64 && test $# = 0 && test -z \"$SOME_API_KEY\" && test -S /dev/stdin "
+        "&& echo '{\"ready\":true}'; "
         "echo $$ >&2; while read more; do :; done";
     OnDeviceService service(shell(script));
     const auto first = find(service);
     ASSERT_TRUE(first.access) << first.problem;
-    EXPECT_EQ(first.access->endpoint.request("").url, "ws://127.0.0.1:4321/v1/live/sessions");
     EXPECT_EQ(first.access->place, LiveAccess::Place::onDevice);
     EXPECT_EQ(find(service).access, first.access);
 
-    OnDeviceService shortLived(shell("read key; echo '{\"port\":4321}'"));
+    const int connection = first.access->line->connect();
+    EXPECT_GE(connection, 0);
+    close(connection);
+
+    OnDeviceService shortLived(shell("read key; echo '{\"ready\":true}'"));
     const auto before = find(shortLived);
     ASSERT_TRUE(before.access);
     LiveAccessSource::Found after = before;
@@ -80,6 +83,7 @@ TEST_F(OnDeviceServiceTest, theChildLearnsItsKeyAndIsStartedAnewWhenItDied)
         after = find(shortLived);
         return after.access && after.access->key != before.access->key;
     }));
+    EXPECT_LT(before.access->line->connect(), 0) << "nobody is there any more";
 }
 
 } // namespace
