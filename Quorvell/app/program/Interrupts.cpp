@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/program/Interrupts.h"
 
+#include "Quorvell/app/program/EndDeadline.h"
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -21,6 +23,9 @@ void handleSignal(int signal)
 {
     const char byte = static_cast<char>(signal);
     [[maybe_unused]] const auto written = write(pipeEnds[1], &byte, 1);
+    // Whatever holds the event loop up.
+    if (signal == SIGTERM || signal == SIGHUP)
+        EndDeadline::begin();
 }
 
 void setHandler(void (*handler)(int))

@@ -2,6 +2,7 @@
 // The event loop of a command that holds a conversation.
 #pragma once
 
+#include "Quorvell/app/program/EndDeadline.h"
 #include "Quorvell/desktop/QtScheduler.h"
 
 #include <QCoreApplication>
@@ -19,8 +20,14 @@ public:
     }
 
     QtScheduler& scheduler() { return m_scheduler; }
-    /// Until `end`; gives its exit code.
-    int run() { return QCoreApplication::exec(); }
+    /// Until `end`; gives its exit code. From then on there is a limit to what the way out takes.
+    int run()
+    {
+        EndDeadline::cancel();
+        const int exitCode = QCoreApplication::exec();
+        EndDeadline::begin();
+        return exitCode;
+    }
     static void end(int exitCode) { QCoreApplication::exit(exitCode); }
 
 private:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Catches surroundings misread: time zone, locale, folders, timers and lines of input; and output that is lost unseen.
 #include "QtApplication.h"
+#include "Quorvell/app/program/EndDeadline.h"
 #include "Quorvell/app/program/StandardStreams.h"
 #include "Quorvell/app/terminal/PipedLines.h"
 #include "Quorvell/desktop/QtScheduler.h"
@@ -16,6 +17,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <map>
+#include <thread>
 
 namespace quorvell {
 namespace {
@@ -213,6 +215,17 @@ TEST(PipedLines, givesOneLineAtATimeAndLeavesOutWhatIsTooLong)
     EXPECT_EQ(taken, (std::vector<std::string>{"one", "", "two", "bad \xEF\xBF\xBD byte", "last, without an end"}));
     EXPECT_EQ(complaints, 1);
     close(ends[0]);
+}
+
+TEST(EndDeadline, endsWhatDoesNotEnd)
+{
+    const auto wait = [] {
+        EndDeadline::begin(1s);
+        EndDeadline::cancel();
+        EndDeadline::begin(1s);
+        std::jthread([] { pause(); }).join();
+    };
+    EXPECT_EXIT(wait(), testing::ExitedWithCode(1), "what was changed last may not be saved");
 }
 
 } // namespace
