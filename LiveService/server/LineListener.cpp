@@ -2,6 +2,7 @@
 #include "LiveService/server/LineListener.h"
 
 #include <QObject>
+#include <QTimer>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -53,8 +54,8 @@ void LineListener::read()
         return;
     if (length <= 0) {
         m_notifier.setEnabled(false);
-        const auto ended = m_reports.ended;
-        return ended();
+        // Later, since whoever is told may end this object.
+        return QTimer::singleShot(0, &m_notifier, m_reports.ended);
     }
     const int descriptor = descriptorIn(message);
     if (descriptor < 0)

@@ -19,12 +19,16 @@ constexpr std::array signals{SIGINT, SIGTERM, SIGHUP, SIGWINCH};
 /// A signal handler may do next to nothing, so it only writes a byte that the event loop sees.
 std::array<int, 2> pipeEnds{-1, -1};
 
+/// Ctrl+C so often, and nobody has looked: the event loop is held up.
+constexpr int mostUnseen = 3;
+volatile std::sig_atomic_t unseen = 0;
+
 void handleSignal(int signal)
 {
+    unseen = signal == SIGINT ? unseen + 1 : unseen;
     const char byte = static_cast<char>(signal);
     [[maybe_unused]] const auto written = write(pipeEnds[1], &byte, 1);
-    // Whatever holds the event loop up.
-    if (signal == SIGTERM || signal == SIGHUP)
+    if (signal == SIGTERM || signal == SIGHUP || unseen >= mostUnseen)
         EndDeadline::begin();
 }
 
@@ -47,6 +51,7 @@ Interrupts::Interrupts(Reports reports)
     m_notifier = std::make_unique<QSocketNotifier>(pipeEnds[0], QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] {
         char signal = 0;
+        unseen = 0;
         if (read(pipeEnds[0], &signal, 1) == 1)
             report(signal);
     });
