@@ -9,7 +9,7 @@
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UsersCalendar.h"
 #include "QuorvellCore/reminders/calendar/DateParts.h"
-#include "QuorvellCore/reminders/phrase/ReminderPhraseJson.h"
+#include "QuorvellCore/reminders/request/ReminderRequestJson.h"
 
 #include <nlohmann/json.hpp>
 
@@ -62,11 +62,11 @@ int runDryRun(const RemindOptions& options, RemindPhrases& phrases, Instant now,
 {
     int result = exit_code::done;
     while (const auto phrase = phrases.next()) {
+        const auto request = remindRequest(*phrase, now, calendar, whichTime);
         if (options.asJson) {
-            std::cout << dumpJson(phraseJson(ReminderPhrase::parse(*phrase, now, calendar))) << std::endl;
+            std::cout << dumpJson(requestJson(request, calendar)) << std::endl;
             continue;
         }
-        const auto request = remindRequest(*phrase, now, calendar, whichTime);
         const bool isUnderstood = request.verdict == ReminderRequest::Verdict::ready;
         (isUnderstood ? std::cout : std::cerr) << remindText(request, now, calendar) << std::endl;
         result = isUnderstood ? result : exit_code::couldNot;
@@ -107,8 +107,7 @@ Command remindCommand(const ProgramEnvironment& environment)
         .isRequired();
     command.flag("--dry-run", options->isDryRun, "Show what is understood and store nothing");
     command.flag("--json", options->asJson,
-        "One JSON object a phrase: what is set, with its id; with --dry-run what is understood, null where no time is "
-        "found");
+        "One JSON object a phrase: what is set, with its id; with --dry-run what would be set or asked");
     command.text("--now", options->now, "The moment to count from, as 2026-11-21T09:30:00Z (default: now)")
         .needs("--dry-run");
     command.text("--zone", options->zone, "The time zone to think in, as Europe/Berlin (default: yours)");

@@ -22,13 +22,19 @@ std::string understood(const ReminderRequest& request, const std::string& when, 
 
 std::string remindText(const ReminderRequest& request, Instant now, const Calendar& calendar)
 {
-    const auto spoken = [&](Instant date) { return ReminderWords::spoken(date, now, calendar, calendar.locale()); };
+    const auto spoken = [&](Instant date) {
+        return ReminderWords::spokenWithYear(date, now, calendar, calendar.locale());
+    };
     switch (request.verdict) {
     case ReminderRequest::Verdict::ready:
         return understood(request, spoken(request.date), calendar);
     case ReminderRequest::Verdict::whichTime:
         break;
     case ReminderRequest::Verdict::needsTime:
+        if (!request.unclear.empty())
+            return "Nothing is set: \"" + request.unclear
+                + "\" does not say one time. Name the day and the hour, as in "
+                  "\"tomorrow at 5 pm call mum\".";
         return "Nothing is set: no day or hour was understood, or not all of it. Say when, as in \"tomorrow at 5 pm "
                "call "
                "mum\" or \"in 20 minutes check the oven\".";

@@ -48,7 +48,7 @@ std::optional<Instant> askWhichTime(const std::vector<Instant>& choices, Instant
     constexpr int mostTries = 3;
     for (std::size_t index = 0; index < choices.size(); ++index)
         questions << "  " << index + 1 << "  "
-                  << ReminderWords::spoken(choices[index], now, calendar, calendar.locale()) << "\n";
+                  << ReminderWords::spokenWithYear(choices[index], now, calendar, calendar.locale()) << "\n";
     for (int tries = 0; tries < mostTries; ++tries) {
         questions << "Which do you mean? Its number, or Enter for none: " << std::flush;
         std::string answer;

@@ -33,6 +33,14 @@ std::string ReminderWords::spoken(Instant date, Instant, const Calendar& calenda
     return formatted(date, "EEEE d MMMM", calendar, locale) + " at " + clock(date, calendar, locale);
 }
 
+std::string ReminderWords::spokenWithYear(
+    Instant date, Instant now, const Calendar& calendar, const std::string& locale)
+{
+    if (calendar.parts(date).year == calendar.parts(now).year)
+        return spoken(date, now, calendar, locale);
+    return formatted(date, "EEEE d MMMM y", calendar, locale) + " at " + clock(date, calendar, locale);
+}
+
 std::string ReminderWords::full(
     Instant date, Time time, Instant now, const Calendar& calendar, const std::string& locale)
 {

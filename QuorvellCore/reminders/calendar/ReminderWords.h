@@ -14,6 +14,9 @@ struct ReminderWords {
     /// "Sunday 22 November at 5 PM", for speech.
     static std::string spoken(Instant date, Instant now, const Calendar& calendar, const std::string& locale);
 
+    /// The same with the year where that is not this one: "Monday 20 March 2028 at 5 PM".
+    static std::string spokenWithYear(Instant date, Instant now, const Calendar& calendar, const std::string& locale);
+
     /// "Sunday 22 Nov, 5 PM", "Today, 5 PM"; without the time where only the day was named.
     static std::string full(Instant date, Time time, Instant now, const Calendar& calendar, const std::string& locale);
 

@@ -188,7 +188,8 @@ private:
         const bool isLower = at(index).kind == Kind::number && is(index - 1, {"/"});
         const int first = isLower ? index - 2 : index;
         const bool mayBeDate =
-            is(first - 1, {"on", "until", "till", "before", "from", "due", "/"}) || is(first + 3, {"/"});
+            is(first - (is(first - 1, {"the"}) ? 2 : 1), {"on", "until", "till", "before", "from", "due", "/"})
+            || is(first + 3, {"/"});
         return taskIf((isUpper || isLower) && !mayBeDate
             && (!is(first - 1, {"by", "at"}) || TimeTerms::isOrdinary(m_tokens, first + 3)));
     }
@@ -201,6 +202,13 @@ private:
             && TimeTerms::clockLength(m_tokens, index) == 1;
         const bool isLed =
             is(index - 1, {"at", "by", "@", "around", "about", "before", "after", "until", "till", "from"});
+        const bool isDate = is(index - 1, {"on"}) || (is(index - 1, {"the"}) && is(index - 2, {"on", "by", "until"}))
+            || (is(index + 1, {"."}) && !at(index + 1).followsSpace && m_tokens.isInside(index + 2));
+        const bool mayBeMonth = at(index).text.ends_with("10") || at(index).text.ends_with("11")
+            || at(index).text.ends_with("12") || (isDotted && at(index).text[at(index).text.size() - 2] == '0');
+        if (isDotted && mayBeMonth && !is(index - 1, {"at", "@"})
+            && isDate) // "on 03.12.": nobody can say which is the month.
+            return Meaning::doubtful;
         if (!isDotted || isLed)
             return Meaning::open;
         if (at(index).text[at(index).text.size() - 2] > '5') // More minutes than an hour has.
@@ -247,7 +255,9 @@ private:
         if (!has(index, Terms::weekday) || has(index, Terms::wordToo))
             return Meaning::open;
         if (is(index - 1, {"last"})) // But "the last friday of the month".
-            return is(index + 1, {"of", "in"}) || is(index - 2, {"the"}) ? Meaning::doubtful : Meaning::task;
+            return is(index + 1, {"of", "in"}) || is(index - 2, {"the"}) ? Meaning::doubtful
+                : is(index - 2, {"of", "from", "since"})                 ? Meaning::task
+                                                                         : taskOrDoubtful();
         if (is(index - 1, {"good", "black", "cyber", "ash", "easter", "ruby", "super", "casual", "fat", "bloody"}))
             return is(index - 2, {"on", "by", "until", "before", "after"}) ? Meaning::doubtful : Meaning::task;
         const bool isPart = has(index + 1, Terms::part);

@@ -5,6 +5,7 @@
 #include "QuorvellCore/reminders/phrase/PhraseTask.h"
 #include "QuorvellCore/reminders/request/NotTimes.h"
 #include "QuorvellCore/reminders/request/PassedOverTimes.h"
+#include "QuorvellCore/reminders/request/RequestLeadIn.h"
 #include "QuorvellCore/reminders/request/SaidDates.h"
 #include "QuorvellCore/reminders/spoken/SpokenDates.h"
 #include "QuorvellCore/reminders/spoken/SpokenTimes.h"
@@ -40,7 +41,7 @@ std::string tidiedTask(const std::string& task, std::string_view lowerCasedWords
     static const Pattern preposition(R"(^(?:to|about|that)\s+)", Pattern::Case::insensitive);
     static const Pattern to(R"(^to\s+)", Pattern::Case::insensitive);
     const bool lostItsNoun = lowerCasedWords.find("the day after tomorrow") != std::string_view::npos;
-    std::string tidy = trimmed(withoutLeadIn(task + ' '), "@");
+    std::string tidy = trimmed(withoutLeadIn(withoutPoliteWords(task) + ' '), "@");
     const std::string withoutArticle = withoutFirst("the", lostItsNoun ? article : articleBeforeTo, tidy);
     if (withoutArticle != tidy)
         tidy = withoutLeadIn(withoutFirst("", preposition, withoutArticle));
@@ -61,7 +62,9 @@ public:
             tokens.markTimes(mergedRanges(m_phrase->findings.ranges));
         m_passedOver = passedOverTimes(tokens, m_phrase ? m_phrase->findings : PhraseFindings());
         if (said.isContradiction)
-            m_passedOver.insert(m_passedOver.end(), said.words.begin(), said.words.end());
+            passOver(About::day, said.words);
+        if (m_phrase)
+            findDisagreements(calendar);
     }
 
     const std::optional<PhraseReading>& phrase() const { return m_phrase; }
@@ -70,7 +73,10 @@ public:
     /// What is left without the words of times, understood or not.
     std::string task() const
     {
-        std::vector<TextRange> ranges = m_passedOver;
+        std::vector<TextRange> ranges;
+        for (const PassedOverTime& time : m_passedOver)
+            if (!time.isOfTask)
+                ranges.push_back(time.words);
         if (m_phrase)
             ranges.insert(ranges.end(), m_phrase->findings.ranges.begin(), m_phrase->findings.ranges.end());
         for (TextRange& range : ranges)
@@ -78,7 +84,59 @@ public:
         return ranges.empty() ? m_wording.text() : phraseTask(m_wording.text(), mergedRanges(std::move(ranges)));
     }
 
+    /// Those that were passed over, or do not agree, as they were written.
+    std::string unclearWords() const
+    {
+        constexpr std::size_t most = 60; // Characters that one can still follow in a question.
+        std::vector<TextRange> ranges;
+        for (const PassedOverTime& time : m_passedOver)
+            ranges.push_back(m_wording.asWritten(time.words));
+        return firstCharacters(trimmed(wordsAt(m_wording.text(), mergedRanges(std::move(ranges))), ".,;:!?()"), most);
+    }
+
+    UnderstoodTime understood(const Calendar& calendar) const
+    {
+        return m_phrase ? UnderstoodTime::of(*m_phrase, m_passedOver, calendar) : UnderstoodTime();
+    }
+
 private:
+    using About = PassedOverTime::About;
+
+    void passOver(About about, const std::vector<TextRange>& words)
+    {
+        for (const TextRange& range : words)
+            m_passedOver.push_back({about, range, false});
+    }
+
+    /// "Tomorrow morning at 11 pm", "tonight at 7 am"; and "every month", which names no day of it.
+    void findDisagreements(const Calendar& calendar)
+    {
+        const PhraseFindings& findings = m_phrase->findings;
+        if (findings.clock && findings.part && !isOfPart(calendar.parts(m_phrase->date.date).hour, *findings.part))
+            passOver(About::clock, findings.ranges);
+        const bool isOfNoDay = findings.repeat
+            && (findings.repeat == PhraseRepeat::weeklyOnDate || findings.repeat == PhraseRepeat::monthlyOnDate
+                || findings.repeat == PhraseRepeat::yearly);
+        if (isOfNoDay && !findings.day && !findings.instant)
+            passOver(About::day, {TextRange{0, 0}}); // No words were passed over: one is missing.
+    }
+
+    /// Generously: people say "this evening at 5" and "tonight at 3 am".
+    static bool isOfPart(int hour, DayPart part)
+    {
+        switch (part) {
+        case DayPart::morning:
+            return hour < 12;
+        case DayPart::afternoon:
+            return hour >= 12 && hour < 20;
+        case DayPart::evening:
+            return hour >= 16 || hour == 0;
+        case DayPart::night:
+            return hour >= 16 || hour < 6;
+        }
+        return true;
+    }
+
     PhraseHints hints(const SaidDates& said) const
     {
         PhraseHints hints;
@@ -95,8 +153,15 @@ private:
 
     const RequestWording& m_wording;
     std::optional<PhraseReading> m_phrase;
-    std::vector<TextRange> m_passedOver;
+    std::vector<PassedOverTime> m_passedOver;
 };
+
+/// "Tomorrow at midnight" begins that day for some and ends it for others.
+bool isEitherMidnight(const PhraseFindings& findings)
+{
+    return findings.clock && findings.clock->form == PhraseClock::Form::midnight && findings.day
+        && findings.day->source != PhraseDay::Source::tonight && !findings.repeat;
+}
 
 /// Nobody reads a request of a megabyte.
 bool isTooLong(std::string_view text)
@@ -116,12 +181,17 @@ ReminderRequest ReminderRequest::fromWords(std::string_view words, Instant now, 
         wording.emplace(*std::move(written));
     const RequestReading reading(*wording, now, calendar);
     request.task = tidiedTask(reading.task(), wording->lower().text());
-    if (!reading.phrase() || !reading.isWhole())
+    if (!reading.phrase() || !reading.isWhole()) {
+        request.unclear = reading.unclearWords();
+        request.understood = reading.understood(calendar);
         return request;
+    }
 
     const PhraseDate& date = reading.phrase()->date;
     std::vector<Instant> choices = date.alternatives;
     choices.insert(choices.begin(), date.date);
+    if (isEitherMidnight(reading.phrase()->findings))
+        choices.push_back(calendar.addingDays(date.date, std::chrono::days(1)));
     std::erase_if(choices, [&](Instant choice) { return choice <= now; });
     if (choices.size() > 1) {
         request.verdict = Verdict::whichTime;
@@ -132,6 +202,11 @@ ReminderRequest ReminderRequest::fromWords(std::string_view words, Instant now, 
         return request;
     }
     const Instant moment = choices.empty() ? date.date : choices.front();
+    const bool isRestOfToday = moment <= now && !date.hasTime && !date.repeatRule && calendar.isSameDay(moment, now);
+    if (isRestOfToday) { // Nobody said the hour that is past.
+        request.understood = reading.understood(calendar);
+        return request;
+    }
     return settled(request.task, moment, date.hasTime, date.repeatRule, now, calendar);
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "QuorvellCore/reminders/phrase/ReminderPhrase.h"
+#include "QuorvellCore/reminders/request/UnderstoodTime.h"
 
 #include <optional>
 #include <string>
@@ -28,6 +29,8 @@ struct ReminderRequest {
     bool hasTime = false;
     std::vector<Instant> choices; ///< In order; of whichTime.
     std::optional<ReminderRepeat> repeatRule;
+    std::string unclear{}; ///< Of needsTime: the user's words that were not understood, or that do not agree.
+    UnderstoodTime understood{}; ///< Of needsTime: the rest of the time, which nobody has to say again.
 
     static ReminderRequest fromWords(std::string_view words, Instant now, const Calendar& calendar);
 

@@ -63,7 +63,7 @@ private:
     {
         for (const auto rule : {&SpokenDates::offset, &SpokenDates::fromNow, &SpokenDates::monthlyOrdinal,
                  &SpokenDates::ordinal, &SpokenDates::pluralWeekday, &SpokenDates::twelveNoon, &SpokenDates::aboutClock,
-                 &SpokenDates::hourOfPart, &SpokenDates::everyday})
+                 &SpokenDates::hourOfPart, &SpokenDates::everyday, &SpokenDates::partOfDay, &SpokenDates::shortName})
             if (auto replacement = (this->*rule)(index))
                 return replacement;
         return std::nullopt;
@@ -300,6 +300,30 @@ private:
         const bool isTimed = kind(index + 1) == Kind::mark || TimeTerms::isTimeLike(m_tokens, index + 1);
         return is(index, {"everyday"}) && isTimed ? std::optional(Replacement{index, index + 1, "every day"})
                                                   : std::nullopt;
+    }
+
+    /// "on the morning of the 5th"
+    std::optional<Replacement> partOfDay(int index) const
+    {
+        const bool isPart =
+            is(index, {"on"}) && is(index + 1, {"the"}) && has(index + 2, Terms::part) && is(index + 3, {"of"});
+        if (!isPart || !TimeTerms::isTimeLike(m_tokens, is(index + 4, {"the"}) ? index + 5 : index + 4))
+            return std::nullopt;
+        return Replacement{index, index + 4, "in the " + std::string(text(index + 2)) + " on"};
+    }
+
+    /// "2moro", and "weds" where it is no verb.
+    std::optional<Replacement> shortName(int index) const
+    {
+        const std::string_view name = terms(index).has(Terms::shortName) ? text(index) : std::string_view();
+        if (name.empty())
+            return std::nullopt;
+        if (name != "weds")
+            return Replacement{index, index + 1, name.find("ni") != std::string_view::npos ? "tonight" : "tomorrow"};
+        const bool isDay = has(index - 1, Terms::governsDay) || index == m_tokens.start()
+            || !m_tokens.isInside(index + 1) || TimeTerms::isTimeLike(m_tokens, index - 1)
+            || TimeTerms::isTimeLike(m_tokens, index + 1);
+        return isDay ? std::optional(Replacement{index, index + 1, "wednesday"}) : std::nullopt;
     }
 
     const RequestTokens& m_tokens;

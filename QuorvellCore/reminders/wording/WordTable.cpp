@@ -36,13 +36,16 @@ constexpr auto notTime = WordTerms::notTime;
 constexpr auto saidDate = WordTerms::saidDate;
 constexpr auto spokenDate = WordTerms::spokenDate;
 constexpr auto passedOver = WordTerms::passedOver;
+constexpr auto shortName = WordTerms::shortName;
 
 /// In the order of their bytes. Which readers look at a word is said only where its other terms do not tell.
 constexpr Row rows[] = {
     {"&", passedOver},
     {"-", passedOver},
     {"/", passedOver},
-    {"2morrow", almostDay},
+    {"2moro", shortName | spokenDate},
+    {"2morrow", shortName | spokenDate},
+    {"2nite", shortName | spokenDate},
     {"@", besideTime | passedOver},
     {"a", number | link | determiner, 1},
     {"a.m", marker},
@@ -136,6 +139,7 @@ constexpr Row rows[] = {
     {"jun", month, 6},
     {"june", month, 6},
     {"last", passedOver},
+    {"later", passedOver},
     {"mar", month, 3},
     {"march", month, 3},
     {"may", month, 5},
@@ -238,6 +242,7 @@ constexpr Row rows[] = {
     {"til", passedOver},
     {"till", link | governsDay | passedOver},
     {"times", passedOver},
+    {"tmro", shortName | spokenDate},
     {"tmrw", relativeDay},
     {"to", link | passedOver},
     {"today", relativeDay},
@@ -247,6 +252,7 @@ constexpr Row rows[] = {
     {"tomoz", almostDay},
     {"tonight", relativeDay},
     {"tonights", almostDay | notTime | passedOver},
+    {"tonite", shortName | spokenDate},
     {"tue", weekday, 3},
     {"tues", weekday, 3},
     {"tuesday", weekday, 3},
@@ -262,6 +268,7 @@ constexpr Row rows[] = {
     {"wed", weekday | wordToo, 4},
     {"wednesday", weekday, 4},
     {"wednesdays", pluralWeekday},
+    {"weds", shortName | spokenDate},
     {"week", unit | link},
     {"weekdays", link},
     {"weekend", unit | passedOver},

@@ -33,6 +33,7 @@ public:
         saidDate = 1U << 18U,
         spokenDate = 1U << 19U,
         passedOver = 1U << 20U,
+        shortName = 1U << 21U, ///< "2moro", "weds": written out before anything reads a time.
         everyReader = notTime | saidDate | spokenDate | passedOver,
     };
 

@@ -50,7 +50,7 @@ TEST(ReminderRequest, fromWords)
         {"remind me at 5", Verdict::whichTime, "", "2026-11-21 17:00, 2026-11-22 05:00"},
         {"today at 5 call mum", Verdict::ready, "Call mum", "2026-11-21 17:00"}, // Five in the morning is over.
         {"today at 9am call mum", Verdict::pastTime, "Call mum", "2026-11-21 09:00"},
-        {"today call mum", Verdict::pastTime, "Call mum", "2026-11-21 09:00"},
+        {"today call mum", Verdict::needsTime, "Call mum"}, // Nobody said nine.
         {"tomorrow at 5pm", Verdict::needsTask, "", "2026-11-22 17:00"},
         {"remind me to buy milk", Verdict::needsTime, "Buy milk"},
         {"remind me", Verdict::needsTime, ""},
@@ -74,6 +74,11 @@ TEST(ReminderRequest, fromWords)
         {"lunch @5pm", Verdict::ready, "Lunch", "2026-11-21 17:00"},
         {"at 5pm, remind me to call mum", Verdict::ready, "Call mum", "2026-11-21 17:00"},
         {"tomorrow at noon the plumber comes", Verdict::ready, "The plumber comes", "2026-11-22 12:00"},
+        {"can you please remind me to call mum tomorrow at 5 pm?", Verdict::ready, "Call mum", "2026-11-22 17:00"},
+        {"Don't let me forget to call mum tomorrow at 5 pm, please", Verdict::ready, "Call mum", "2026-11-22 17:00"},
+        {"call mum tomorrow at 5 pm please", Verdict::ready, "Call mum", "2026-11-22 17:00"},
+        {"tomorrow say please", Verdict::ready, "Say please", "2026-11-22 09:00"},
+        {"tomorrow please the boss", Verdict::ready, "Please the boss", "2026-11-22 09:00"},
         // Times in words.
         {"tomorrow at half past five pm call mum", Verdict::ready, "Call mum", "2026-11-22 17:30"},
         {"tomorrow at five call mum", Verdict::whichTime, "Call mum", "2026-11-22 05:00, 2026-11-22 17:00"},
@@ -115,6 +120,14 @@ TEST(ReminderRequest, readsDaysNamedInMoreThanOneWord)
         {"buy 2 pm tickets tomorrow at 5 pm", Verdict::ready, "Buy 2 pm tickets", "2026-11-22 17:00"},
         {"remind me by friday to call mum", Verdict::ready, "Call mum", "2026-11-27 09:00"},
         {"sun 5 pm call mum", Verdict::ready, "Call mum", "2026-11-22 17:00"},
+        {"call mum weds 5pm", Verdict::ready, "Call mum", "2026-11-25 17:00"},
+        {"call mum 2moro 5pm", Verdict::ready, "Call mum", "2026-11-22 17:00"},
+        {"tomorrow see how Anna weds Bob", Verdict::ready, "See how Anna weds Bob", "2026-11-22 09:00"},
+        {"call mum on the morning of the 5th", Verdict::ready, "Call mum", "2026-12-05 09:00"},
+        {"pay rent every month on the 1st", Verdict::ready, "Pay rent", "2026-12-01 09:00 monthly:1"},
+        {"tonight at 1 am call mum", Verdict::ready, "Call mum", "2026-11-22 01:00"},
+        {"today at midnight call mum", Verdict::ready, "Call mum", "2026-11-22 00:00"},
+        {"tomorrow at midnight call mum", Verdict::whichTime, "Call mum", "2026-11-22 00:00, 2026-11-23 00:00"},
         {"remind me to ask Bob tomorrow: who comes?", Verdict::ready, "Ask Bob : who comes", "2026-11-22 09:00"},
     };
     check(rows);
@@ -179,6 +192,52 @@ TEST(ReminderRequest, asksWhereATimeWasPassedOver)
         EXPECT_EQ(ReminderRequest::fromWords(words, *parseIsoText("2026-11-21T09:30:00Z"), calendar).verdict,
             Verdict::needsTime)
             << words;
+}
+
+TEST(ReminderRequest, keepsWhatWasClearBesideWhatIsAsked)
+{
+    struct Row {
+        const char* words;
+        const char* task;
+        const char* unclear;
+        const char* understood; ///< Rule, day and clock.
+    };
+    const Row rows[] = {
+        {"call mum tomorow at 5 pm", "Call mum", "tomorow", "||at 5 pm"},
+        {"call mum wensday at 5", "Call mum", "wensday", "||at 5"},
+        {"call mum thrusday evening", "Call mum", "thrusday", "||in the evening"},
+        {"this weekend at 10:30 am call mum", "Call mum", "this weekend", "||at 10:30 am"},
+        {"from the 10th to the 14th of december at 7 pm call mum", "Call mum", "from the 10th to the 14th of december",
+            "||at 7 pm"},
+        {"call mum on sunday 20 march at 8 pm", "Call mum", "on sunday 20 march", "||at 8 pm"},
+        {"at 5 pm or 6 pm on thursday call mum", "Call mum", "or 6 pm", "|2026-11-26|"},
+        {"on thursday before 5 pm call mum", "Call mum", "before 5 pm", "|2026-11-26|"},
+        {"call mum every monday at 8 am and 8 pm", "Call mum", "and 8 pm", "every monday||"},
+        {"every other week at 8 am call mum", "Call mum", "every other week", "||at 8 am"},
+        {"call mum every month at 8 am", "Call mum", "", "every month||at 8 am"},
+        {"print the friday report at 5 pm", "Print the friday report", "friday", "||at 5 pm"},
+        {"remind me to call Bob at 3 pm and Sue at 4 pm", "Call Bob and Sue", "at 4 pm", "||"},
+        {"at 5 pm on christmas eve call mum", "Call mum", "on christmas eve", "||at 5 pm"},
+        {"on the 5/12 at 5 pm call mum", "Call mum", "on the 5/12", "||at 5 pm"},
+        {"call mum on 03.12. at 4pm", "Call mum", "on 03.12", "||at 4 pm"},
+        {"call mum last friday at 5pm", "Call mum last friday", "friday", "||at 5 pm"},
+        {"call mum at 5 pm on 5", "Call mum", "on 5", "||at 5 pm"},
+        {"call mum tomorrow morning at 11 pm", "Call mum", "tomorrow morning at 11 pm", "|2026-11-22|"},
+        {"call mum tonight at 7 am", "Call mum", "tonight at 7 am", "|2026-11-21|"},
+        {"call mum later today", "Call mum", "later today", "|2026-11-21|"},
+        {"call mum today", "Call mum", "", "|2026-11-21|"},
+        {"call mum", "Call mum", "", "||"},
+    };
+    const auto calendar = *Calendar::create("Europe/Berlin", "en_US");
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.words);
+        const auto request = ReminderRequest::fromWords(row.words, *parseIsoText("2026-11-21T09:30:00Z"), calendar);
+        const UnderstoodTime& clear = request.understood;
+        EXPECT_EQ(request.verdict, Verdict::needsTime);
+        EXPECT_EQ(request.task, row.task);
+        EXPECT_EQ(request.unclear, row.unclear);
+        EXPECT_EQ(clear.rule + "|" + clear.day + "|" + clear.clock, row.understood);
+    }
 }
 
 TEST(ReminderRequest, tasksKeepWhatOnlyLooksLikeATime)
