@@ -29,6 +29,20 @@ void addRepeat(ToolResult& result, const ReminderRequest& request)
         result.add("repeat", request.repeatRule->stored());
 }
 
+/// What was not understood of the time, and what was.
+void addDoubt(ToolResult& result, const ReminderRequest& request)
+{
+    if (!request.unclear.empty())
+        result.add("unclear", request.unclear);
+    Json understood = Json::object();
+    for (const auto& [name, words] : {std::pair("rule", &request.understood.rule), {"day", &request.understood.day},
+             {"clock", &request.understood.clock}})
+        if (!words->empty())
+            understood[name] = *words;
+    if (!understood.empty())
+        result.add("understood", std::move(understood));
+}
+
 std::optional<ReminderRepeat> repeatOf(const Note& note)
 {
     return note.repeatRule ? ReminderRepeat::fromStored(*note.repeatRule) : std::nullopt;
@@ -43,7 +57,7 @@ std::string ReminderAnswers::date(Instant moment, bool hasTime) const
 
 std::string ReminderAnswers::when(Instant moment) const
 {
-    return ReminderWords::spoken(moment, m_now, m_calendar, m_calendar.locale());
+    return ReminderWords::spokenWithYear(moment, m_now, m_calendar, m_calendar.locale());
 }
 
 ToolResult ReminderAnswers::withRepeat(ToolResult result, const Note& note) const
@@ -62,6 +76,22 @@ ToolResult ReminderAnswers::set(const Note& note, bool hasTime) const
     const Instant moment = note.remindAt.value_or(m_now);
     result.add("date", date(moment, hasTime)).add("when", when(moment)).add("has_time", hasTime);
     return withRepeat(std::move(result), note);
+}
+
+ToolResult ReminderAnswers::whichOccurrences(const Note& note) const
+{
+    ToolResult result(ToolStatus::whichOccurrences);
+    result.add("id", note.id).add("task", note.title);
+    if (note.remindAt)
+        result.add("when", when(*note.remindAt));
+    return withRepeat(std::move(result), note)
+        .advise("Nothing is changed yet: it repeats. Ask the user whether only the next one or all of them, then call "
+                "set_reminder again with cancel, its id, and series.");
+}
+
+ToolResult ReminderAnswers::ended(const Note& note) const
+{
+    return ToolResult(ToolStatus::done).add("id", note.id).add("task", note.title).add("ended", true);
 }
 
 ToolResult ReminderAnswers::whichTime(const ReminderRequest& request) const
@@ -85,11 +115,14 @@ ToolResult ReminderAnswers::needsTime(const ReminderRequest& request) const
     addRepeat(result, request);
     if (isPast)
         result.add("past", true).add("when", when(request.date));
+    addDoubt(result, request);
     return result.advise(isPast
             ? "Nothing is set: the time they named is already past. Say so, ask when instead, then call set_reminder "
               "again."
-            : "Nothing is set yet: no day or hour was understood, or not all of it. Ask the user when, then call "
-              "set_reminder again with the task and the time in one text.");
+            : "Nothing is set yet: no day or hour was understood, or not all of it. Ask the user when, or only for "
+              "what is "
+              "unclear; then call set_reminder again with the task and the whole time in one text, also what is given "
+              "here as understood.");
 }
 
 ToolResult ReminderAnswers::needsTask(const ReminderRequest& request) const

@@ -30,6 +30,8 @@ public:
     ToolResult whichReminder(const std::vector<Note>& candidates) const;
     ToolResult deferred(const Note& note) const;
     ToolResult done(const Note& note) const;
+    ToolResult whichOccurrences(const Note& note) const;
+    ToolResult ended(const Note& note) const; ///< For good, of one that repeated.
 
     /// "2026-11-22 17:00", or the day alone.
     std::string date(Instant moment, bool hasTime) const;

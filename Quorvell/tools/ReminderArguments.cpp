@@ -37,16 +37,20 @@ std::string contradiction(const ReminderArguments& arguments)
 {
     const bool putsOff = !arguments.later.empty();
     const bool hasTime = !arguments.date.empty() || arguments.repeat || arguments.endsRepeat;
-    if (arguments.lists + arguments.isDone + putsOff > 1)
-        return "give only one of list, done and later, and call again for the other.";
-    if ((arguments.isDone || putsOff) && (hasTime || arguments.isForReturn))
-        return "done and later go with id or task alone. To give it another time or rule, call with id and date, "
+    const bool ends = arguments.isDone || arguments.isCancelled;
+    if (arguments.lists + arguments.isDone + arguments.isCancelled + putsOff > 1)
+        return "give only one of list, done, cancel and later, and call again for the other.";
+    if (arguments.ofSeries && !arguments.isCancelled)
+        return "series goes with cancel.";
+    if ((ends || putsOff) && (hasTime || arguments.isForReturn))
+        return "done, cancel and later go with id or task alone. To give it another time or rule, call with id and "
+               "date, "
                "repeat "
                "or when_back.";
     if (arguments.isForReturn && hasTime)
         return "when_back means no time at all. Give either when_back, or date and repeat.";
     const bool isEmpty = arguments.words().empty() && arguments.date.empty() && arguments.id.empty();
-    const bool asksForNothing = !arguments.lists && !arguments.isDone && !putsOff && !arguments.isForReturn;
+    const bool asksForNothing = !arguments.lists && !ends && !putsOff && !arguments.isForReturn;
     return isEmpty && asksForNothing ? "text is missing. Give the user's own words, time and all." : "";
 }
 
@@ -63,6 +67,8 @@ ReminderArguments ReminderArguments::read(const LiveFunctionCall& call, const Ca
     read.isForReturn = flag(call, "when_back");
     read.lists = flag(call, "list");
     read.isDone = flag(call, "done");
+    read.isCancelled = flag(call, "cancel");
+    read.ofSeries = readBool(call.args, "series");
     const std::string rule = argument(call, "repeat");
     read.endsRepeat = rule == "none";
     read.repeat = ReminderRepeat::fromStored(rule);

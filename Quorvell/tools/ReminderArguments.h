@@ -24,6 +24,8 @@ struct ReminderArguments {
     bool isForReturn = false;
     bool lists = false;
     bool isDone = false;
+    bool isCancelled = false;
+    std::optional<bool> ofSeries; ///< Of a cancelled one that repeats: all of it, or the next time only.
     std::string later; ///< Until when, in words.
     std::string id;
     std::string problem; ///< When it cannot be carried out as it is asked for: a sentence for the model.

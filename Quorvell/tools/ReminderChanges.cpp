@@ -122,6 +122,10 @@ ReminderRequest putOffRequest(std::string_view words, Instant now, const Calenda
     ReminderRequest request = ReminderRequest::fromWords(words, now, calendar);
     if (request.verdict == ReminderRequest::Verdict::needsTask)
         request.verdict = ReminderRequest::Verdict::ready;
+    if (request.repeatRule) { // Put off, it comes at one time; the rule would be lost without a word.
+        request = {};
+        request.unclear = trimmed(words);
+    }
     return request;
 }
 

@@ -7,6 +7,7 @@
 #include "Quorvell/tools/ReminderChanges.h"
 #include "Quorvell/tools/ReminderNote.h"
 #include "QuorvellCore/reminders/request/ReminderRequest.h"
+#include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "QuorvellCore/reminders/state/ReminderState.h"
 #include "QuorvellCore/text/Characters.h"
 
@@ -41,6 +42,8 @@ public:
             return m_reply.answer(m_answers.list(pending()));
         if (m_arguments.isDone)
             return withMeant([this](const Note& note) { finish(note); });
+        if (m_arguments.isCancelled)
+            return withMeant([this](const Note& note) { cancel(note); });
         if (!m_arguments.later.empty())
             return withMeant([this](const Note& note) { putOff(note); });
         if (!m_arguments.id.empty())
@@ -76,6 +79,23 @@ private:
             [now = m_now, calendar = m_context.calendar](
                 Note& stored) { ReminderSchedule::finish(stored, now, calendar); },
             [](const Note& stored, const ReminderAnswers& answers) { return answers.done(stored); });
+    }
+
+    /// One that repeats ends only where that was said.
+    void cancel(const Note& note)
+    {
+        const bool repeats = note.repeatRule && ReminderRepeat::fromStored(*note.repeatRule);
+        if (repeats && !m_arguments.ofSeries)
+            return m_reply.answer(m_answers.whichOccurrences(note));
+        if (!repeats || !*m_arguments.ofSeries)
+            return finish(note);
+        update(
+            note,
+            [now = m_now, calendar = m_context.calendar](Note& stored) {
+                stored.repeatRule.reset();
+                ReminderSchedule::finish(stored, now, calendar);
+            },
+            [](const Note& stored, const ReminderAnswers& answers) { return answers.ended(stored); });
     }
 
     void putOff(const Note& note)

@@ -23,13 +23,17 @@ struct ReminderToolContext {
 /// ("weekly:2"), or either with when_back. With id as well it changes that one. Stored and durable, it answers
 /// {"status": "set", "id", "task", "date", "when", "has_time", "repeat"?, "repeat_words"?, "when_back"?}. Otherwise
 /// nothing is stored and the model is told what to ask: {"status": "which_time", "task", "choices": [{"date", "when"}],
-/// "repeat"?, "message"}, {"status": "needs_time", "task", "repeat"?, "past"?, "when"?, "message"} or {"status":
+/// "repeat"?, "message"}, {"status": "needs_time", "task", "repeat"?, "past"?, "when"?, "unclear"?,
+/// "understood"?: {"rule"?, "day"?, "clock"?}, "message"} or {"status":
 /// "needs_task", "date", "when", "repeat"?, "message"}.
 ///
 /// With list it answers {"status": "reminders", "count", "reminders": [{"id", "task", "date"?, "when", "overdue"?,
 /// "repeat_words"?, "when_back"?, "untrusted"?}]}, all that are pending by their times.
 ///
-/// With done, {"status": "done", "id", "task", "next"?}. With later (words such as "in an hour" or "by an hour"),
+/// With done, {"status": "done", "id", "task", "next"?}. With cancel the same, and of one that repeats {"status":
+/// "which_occurrences", "id", "task", "when", "repeat", "repeat_words", "message"}; with series true that one is over
+/// for good, {"status": "done", "id", "task", "ended": true}, and its note stays. With later (words such as "in an
+/// hour" or "by an hour"),
 /// {"status": "deferred", "id", "task", "date", "when", "repeat"?, "repeat_words"?}, or which_time or needs_time as
 /// above. Which reminder is meant says id, or task in words, or nothing where only one is due; when several fit,
 /// {"status": "which_reminder", "reminders", "message"}.

@@ -84,7 +84,11 @@ public:
     std::function<void(Note&)> change(const Note& own) const
     {
         if (m_request.action == RemindersRequest::Action::done)
-            return [now = m_now, calendar = m_calendar](Note& note) { ReminderSchedule::finish(note, now, calendar); };
+            return [now = m_now, calendar = m_calendar, isForGood = m_request.isForGood](Note& note) {
+                if (isForGood)
+                    note.repeatRule.reset();
+                ReminderSchedule::finish(note, now, calendar);
+            };
         const ReminderRequest until = putOffRequest(m_request.when, m_now, m_calendar, own.remindAt.value_or(m_now));
         const bool canAsk = until.verdict == ReminderRequest::Verdict::whichTime && m_whichTime;
         const auto date = until.verdict == ReminderRequest::Verdict::ready ? std::optional(until.date)
@@ -128,6 +132,7 @@ private:
 
 struct RemindersOptions {
     bool asJson = false;
+    bool isForGood = false;
     std::string id;
     std::string when;
 };
@@ -182,7 +187,7 @@ Command remindersCommand(const ProgramEnvironment& environment)
     const auto options = std::make_shared<RemindersOptions>();
     const auto running = [options, environment](RemindersRequest::Action action) {
         return [options, environment, action] {
-            return runCommand({action, options->id, options->when, options->asJson}, environment);
+            return runCommand({action, options->id, options->when, options->asJson, options->isForGood}, environment);
         };
     };
     Command command("reminders", "List what you will be reminded of, tick off, put off");
@@ -191,6 +196,7 @@ Command remindersCommand(const ProgramEnvironment& environment)
     command.command("list", "All that are pending, by their times");
     Command& finish = command.command("done", "Tick one off");
     finish.text("id", options->id, "Its id, the beginning of it, or words of the task").isRequired();
+    finish.flag("--for-good", options->isForGood, "End one that repeats; without this it goes on after that time");
     finish.run = running(RemindersRequest::Action::done);
     Command& later = command.command("later", "Put one off");
     later.text("id", options->id, "Its id, the beginning of it, or words of the task").isRequired();

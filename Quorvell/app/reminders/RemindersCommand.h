@@ -22,6 +22,7 @@ struct RemindersRequest {
     std::string id{}; ///< Or its beginning, or words of the task.
     std::string when{}; ///< Of later, in words.
     bool asJson = false; ///< One object a line.
+    bool isForGood = false; ///< Of done: what repeats is over, too.
 };
 
 /// Calls `finished` with the exit code, at once or when the change is stored.
@@ -29,7 +30,7 @@ struct RemindersRequest {
 void runReminders(const RemindersRequest& request, Notebook& notebook, Instant now, const Calendar& calendar,
     std::ostream& out, std::ostream& errors, const WhichTime& whichTime, std::function<void(int)> finished);
 
-/// `quorvell reminders [list | done ID | later ID WHEN...] [--json]`
+/// `quorvell reminders [list | done ID [--for-good] | later ID WHEN...] [--json]`
 Command remindersCommand(const ProgramEnvironment& environment);
 
 } // namespace quorvell

@@ -77,7 +77,11 @@ Json reminders()
                     text(
                         "An existing reminder, to change it, tick it off or put it off. Without it `task` may name the "
                         "reminder; without both, the one that is due is meant.")),
-                optional("done", flag("True: that one is done.")),
+                optional("done", flag("True: that one is done; what repeats goes on.")),
+                optional("cancel",
+                    flag("True: they do not want that one any more. Where it repeats and `series` is not given, the "
+                         "answer is \"which_occurrences\": ask the user and call again.")),
+                optional("series", flag("With `cancel`: true for all of it, false for the next time only.")),
                 optional("later",
                     text("Until when that one is put off, in the user's words, such as \"in an hour\" or "
                          "\"tomorrow morning\".")),

@@ -22,6 +22,7 @@ constexpr auto table = std::to_array<Stored>({
     {ToolStatus::needsTask, "needs_task"},
     {ToolStatus::reminders, "reminders"},
     {ToolStatus::whichReminder, "which_reminder"},
+    {ToolStatus::whichOccurrences, "which_occurrences"},
     {ToolStatus::deferred, "deferred"},
     {ToolStatus::done, "done"},
     {ToolStatus::kept, "kept"},
@@ -50,7 +51,8 @@ std::string_view storedText(ToolStatus status)
 bool asksBack(ToolStatus status)
 {
     return status == ToolStatus::whichTime || status == ToolStatus::needsTime || status == ToolStatus::needsTask
-        || status == ToolStatus::whichReminder || status == ToolStatus::needsConfirmation;
+        || status == ToolStatus::whichReminder || status == ToolStatus::whichOccurrences
+        || status == ToolStatus::needsConfirmation;
 }
 
 std::optional<ToolStatus> toolStatus(std::string_view stored)

@@ -21,6 +21,7 @@ enum class ToolStatus : std::uint8_t {
     needsTask,
     reminders,
     whichReminder,
+    whichOccurrences,
     deferred,
     done,
     // The notebook

@@ -136,7 +136,7 @@ TEST(ReminderTools, answerEveryCombination)
 {
     const std::string members[] = {R"("text":"tomorrow at noon eat")", R"("task":"pills")",
         R"("date":"2026-11-23 10:00")", R"("repeat":"weekly:2")", R"("when_back":true)", R"("list":true)",
-        R"("id":"daily")", R"("done":true)", R"("later":"in an hour")"};
+        R"("id":"daily")", R"("done":true)", R"("cancel":true)", R"("series":true)", R"("later":"in an hour")"};
     for (unsigned chosen = 0; chosen < 1U << std::size(members); ++chosen) {
         std::string arguments;
         for (std::size_t index = 0; index < std::size(members); ++index)
