@@ -3,6 +3,7 @@
 #pragma once
 
 #include "QuorvellCore/reminders/calendar/DateParts.h"
+#include "Understanding/time/SettledTime.h"
 #include "Understanding/time/TimeChoice.h"
 
 #include <optional>
@@ -22,6 +23,7 @@ struct PendingQuestion {
     std::optional<DateParts> date{};
     std::string repeat{}; ///< Stored form; empty for none.
     std::vector<TimeChoice> choices{};
+    SettledTime settled{}; ///< What was said of the time already, and is clear.
     std::string tool{}; ///< Of the call that is to be made again; empty when the answer makes another one.
     std::string arguments{}; ///< A JSON object.
     int misses = 0;

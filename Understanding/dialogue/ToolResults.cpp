@@ -25,7 +25,7 @@ FoundThing ToolResults::thing(const Json& item, const ThingForm& form)
         .start = dateIn(item, form.start),
         .end = dateIn(item, "end"),
         .skill = form.skill,
-        .repeats = readBool(item, "repeats").value_or(false)};
+        .repeats = readBool(item, "repeats").value_or(false) || memberOf(item, "repeat_words")};
 }
 
 std::vector<FoundThing> ToolResults::things(const Json& result, const char* key, const ThingForm& form)

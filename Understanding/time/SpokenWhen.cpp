@@ -87,6 +87,14 @@ std::string SpokenWhen::date(const DateParts& parts)
     return time.empty() ? result : result + " at " + time;
 }
 
+std::string SpokenWhen::dateSeenFrom(const DateParts& parts, const LocalTime& around)
+{
+    const bool isThisYear = parts.year == around.calendar.parts(around.now).year;
+    const std::string day = date(parts.wholeDay()) + (isThisYear ? "" : " " + std::to_string(parts.year));
+    const std::string time = clock(parts);
+    return time.empty() ? day : day + " at " + time;
+}
+
 std::string SpokenWhen::clock(const DateParts& parts)
 {
     if (parts.allDay)

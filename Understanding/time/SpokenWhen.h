@@ -3,6 +3,7 @@
 #pragma once
 
 #include "QuorvellCore/reminders/calendar/DateParts.h"
+#include "Understanding/time/LocalTime.h"
 
 #include <string>
 #include <string_view>
@@ -16,6 +17,8 @@ struct SpokenWhen {
     static std::string on(std::string_view when);
     /// "Sunday the 22nd of November at 5 PM"; without a time for a whole day. Empty for a day that does not exist.
     static std::string date(const DateParts& parts);
+    /// The same with the year where that is not this one.
+    static std::string dateSeenFrom(const DateParts& parts, const LocalTime& around);
     /// "5 in the morning"; empty for a whole day.
     static std::string timeOfDay(const DateParts& parts);
     /// "5 PM"; empty for a whole day.

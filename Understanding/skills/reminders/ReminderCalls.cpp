@@ -29,6 +29,11 @@ ToolCalls::Answer ReminderCalls::set(std::string_view text, std::string_view rep
     return ToolCalls::call(around, tool, arguments, "set reminders");
 }
 
+ToolCalls::Answer ReminderCalls::setTask(std::string_view task, std::string_view time) const
+{
+    return ToolCalls::call(around, tool, {{"task", task}, {"text", spokenToWritten(time)}}, "set reminders");
+}
+
 ToolCalls::Answer ReminderCalls::setAt(std::string_view task, const DateParts& date, std::string_view repeat) const
 {
     Json arguments{{"task", task}, {"date", date.text()}};
@@ -49,6 +54,13 @@ ToolCalls::Answer ReminderCalls::finish(std::string_view task) const
     return ToolCalls::call(around, tool, arguments, changing);
 }
 
+ToolCalls::Answer ReminderCalls::cancel(std::string_view task) const
+{
+    Json arguments = ofTask(task);
+    arguments["cancel"] = true;
+    return ToolCalls::call(around, tool, arguments, changing);
+}
+
 ToolCalls::Answer ReminderCalls::putOff(std::string_view task, std::string_view when) const
 {
     Json arguments = ofTask(task);
@@ -59,6 +71,11 @@ ToolCalls::Answer ReminderCalls::putOff(std::string_view task, std::string_view 
 ToolCalls::Answer ReminderCalls::finishThis(std::string_view id) const
 {
     return ToolCalls::call(around, tool, {{"done", true}, {"id", id}}, changing);
+}
+
+ToolCalls::Answer ReminderCalls::cancelThis(std::string_view id) const
+{
+    return ToolCalls::call(around, tool, {{"cancel", true}, {"id", id}}, changing);
 }
 
 ToolCalls::Answer ReminderCalls::putOffThis(std::string_view id, std::string_view when) const

@@ -87,7 +87,8 @@ std::optional<ReminderChange> ReminderChange::listing(const RequestReading& read
     const auto days = SpokenDays::find(reading.content, around, others);
     if (!reading.has(ReminderCues::reminders) && !reading.has(ReminderCues::reminder) && !RequestText::isIdle(others))
         return std::nullopt;
-    return ReminderChange{.kind = Kind::list, .days = days};
+    const bool isAll = reading.has(CommonCues::cancel) && reading.has(ReminderCues::reminders);
+    return ReminderChange{.kind = isAll ? Kind::cancelAll : Kind::list, .days = days};
 }
 
 std::optional<ReminderChange> ReminderChange::finishing(const RequestReading& reading)
@@ -98,7 +99,9 @@ std::optional<ReminderChange> ReminderChange::finishing(const RequestReading& re
     if (isSomethingElse.find(task) || reading.has(CommonCues::what) || reading.has(CommonCues::when)
         || reading.has(CommonCues::foreign))
         return std::nullopt;
-    return ReminderChange{.kind = Kind::done, .task = task};
+    const bool isDone =
+        reading.has(ReminderCues::done) || !(reading.has(CommonCues::cancel) || reading.has(ReminderCues::stop));
+    return ReminderChange{.kind = isDone ? Kind::done : Kind::cancel, .task = task};
 }
 
 std::optional<ReminderChange> ReminderChange::told(std::string_view core)

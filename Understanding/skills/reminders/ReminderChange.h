@@ -13,12 +13,14 @@
 namespace quorvell {
 
 struct ReminderChange {
-    enum class Kind { list, done, later };
+    enum class Kind { list, done, cancel, cancelAll, later };
 
     Kind kind = Kind::list;
     std::string task{}; ///< Words of the one that is meant; empty for what is due, or was just talked about.
     std::string when{}; ///< Of later: until when, in the user's words.
     std::optional<SpokenDays> days{}; ///< Of list: only those of these days.
+
+    bool mayBeNew = false; ///< Of later: a bare time, which where nothing is due asks for a new reminder.
 
     bool operator==(const ReminderChange&) const = default;
 

@@ -37,7 +37,7 @@ constexpr CueWords table[] = {
         "did that|did it|been done|wrapped up|is history"},
     {Cues::later, anywhere,
         "can wait|wait till|wait until|will have to wait|has to wait|have to wait|must wait|will wait|could wait"},
-    {Cues::done, head,
+    {Cues::stop, head,
         "no need to remind me|no need to remind me of|no need to remind me about|do not remind me|do not remind me "
         "about|"
         "stop reminding me|stop reminding me about|you need not remind me|i do not need|do not need|no longer need|"

@@ -13,6 +13,7 @@ struct ReminderCues {
     static constexpr Cue wake{"wake", Cue::takesDown};
     static constexpr Cue later{"later"};
     static constexpr Cue done{"done"};
+    static constexpr Cue stop{"stop"}; ///< "stop reminding me", "no more"
     static constexpr Cue reminder{"reminder", Cue::thing | Cue::container | Cue::followsTime};
     static constexpr Cue reminders{"reminders", Cue::container | Cue::followsTime};
     static constexpr Cue pending{"pending"}; ///< "to do", "to remember"

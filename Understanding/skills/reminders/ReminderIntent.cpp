@@ -24,7 +24,12 @@ std::string withoutFor(std::string_view rest)
 ReminderIntent ReminderIntent::of(std::string_view rest)
 {
     static const Pattern ofSomething("^of\\s+", Pattern::caseless);
-    const std::string wish = ofSomething.replaceAll(withoutFor(rest), "about ");
+    static const Pattern ofRule(
+        "^an? (daily|weekly|monthly|yearly) (?:for|to|about|of|that|at|on) (.+)$", Pattern::caseless);
+    static const Pattern dangling("^(?:with|an?|the) (?=(?:for|to|about|of|that) )", Pattern::caseless);
+    std::string wish = ofSomething.replaceAll(withoutFor(dangling.replaceAll(trimmed(rest), "")), "about ");
+    if (const auto match = ofRule.find(wish)) // What is left of "set a monthly reminder for".
+        wish = match->texts[1] + " " + match->texts[0];
     const auto length = SpokenLength::read(wish);
     const bool isLength = length && length->rest.empty();
     return {wish.empty() ? "remind me" : "remind me " + std::string(isLength ? "in " : "") + wish, wish.empty()};

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/reminders/ReminderQuestions.h"
 
+#include "QuorvellCore/text/Json.h"
+#include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/Pointing.h"
+#include "Understanding/dialogue/SeriesWords.h"
 #include "Understanding/skills/reminders/ReminderCalls.h"
 #include "Understanding/skills/reminders/ReminderIntent.h"
 #include "Understanding/skills/reminders/TaskWords.h"
@@ -9,6 +12,8 @@
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/SpokenWhen.h"
 #include "Understanding/time/TimeChoicePicker.h"
+
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <optional>
@@ -23,12 +28,16 @@ using Step = std::optional<RuleStep>;
 Step takeTime(
     const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
 {
-    const std::string time = ReminderIntent::timeAnswer(core);
-    if (!SpokenPhrase::read(time, around))
+    const std::string answer = ReminderIntent::timeAnswer(core);
+    const auto phrase = SpokenPhrase::read(answer, around);
+    if (!phrase)
         return std::nullopt;
+    const std::string time = asked.settled.completing(answer, around);
     if (!asked.tool.empty())
         return RuleStep{
             ToolCalls::again(asked.tool, asked.arguments, "later", SpokenPhrase::withDigits(time)), std::move(memory)};
+    if (!asked.settled.isEmpty() && phrase->task.empty() && !asked.task.empty())
+        return RuleStep{ReminderCalls{around}.setTask(asked.task, time), std::move(memory)};
     // The task as it was understood: what was wrong with the time is no longer in it.
     const auto task = TaskWords::of(asked.task, memory.request);
     const std::string request = task.text.empty() ? memory.request : "remind me " + task.link + " " + task.text;
@@ -75,6 +84,17 @@ Step takeReminder(
     return RuleStep{ToolCalls::chosen(asked.tool, asked.arguments, reminder->id), std::move(memory)};
 }
 
+Step takeOccurrences(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings&)
+{
+    const Wish::Scope scope = SeriesWords::answer(core);
+    if (scope == Wish::Scope::open)
+        return std::nullopt;
+    Json arguments = parseJson(asked.arguments).value_or(Json::object());
+    arguments["series"] = scope == Wish::Scope::all;
+    return RuleStep{ToolRequest{asked.tool, dumpJson(arguments)}, std::move(memory)};
+}
+
 bool areOnOneDay(const std::vector<TimeChoice>& choices)
 {
     return std::ranges::all_of(choices, [&](const TimeChoice& choice) {
@@ -90,7 +110,30 @@ const QuestionKind ReminderQuestions::whichTime{takeChoice};
 const QuestionKind ReminderQuestions::when{takeTime};
 const QuestionKind ReminderQuestions::task{takeTask};
 const QuestionKind ReminderQuestions::whole{takeWhole};
+const QuestionKind ReminderQuestions::occurrences{takeOccurrences};
 const QuestionKind ReminderQuestions::whichReminder{takeReminder};
+
+std::string ReminderQuestions::wordedDoubt(
+    std::string_view unclear, const SettledTime& settled, const std::string& remindYou)
+{
+    static const Pattern marker("\\b([ap])m$");
+    const auto day = DateParts::parse(settled.day);
+    const bool isRuleOpen = !settled.rule.empty() && unclear.empty(); // "Every month" lacks its day.
+    const std::string lead = unclear.empty() ? "" : "I am not sure what you mean by \"" + std::string(unclear) + "\". ";
+    const std::string often = settled.rule.empty() ? "" : " " + settled.rule;
+    const auto half = marker.find(settled.clock);
+    const std::string clock = settled.clock.empty() ? ""
+        : half ? " " + settled.clock.substr(0, settled.clock.size() - 2) + (half->texts[0] == "a" ? "AM" : "PM")
+               : " " + settled.clock;
+    const bool isClockOpen = settled.clock.empty() && (day || (!settled.rule.empty() && !isRuleOpen));
+    if (isClockOpen)
+        return lead + "At what time should I " + remindYou + (day ? " " + SpokenWhen::on(SpokenWhen::date(*day)) : "")
+            + often + "?";
+    if (!day && (!settled.clock.empty() || isRuleOpen))
+        return lead + (often.empty() ? "On which day" : "From which day on") + " should I " + remindYou + often + clock
+            + "?";
+    return lead + "When should I " + remindYou + often + "?";
+}
 
 std::string ReminderQuestions::wordedChoices(const std::vector<TimeChoice>& choices)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/reminders/ReminderReply.h"
 
+#include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "Understanding/dialogue/ToolResults.h"
@@ -47,12 +48,24 @@ std::string setReply(const Json& result, const TaskWords& task)
     return reply + " " + often + (when.empty() ? "" : ", starting " + when) + ".";
 }
 
+/// Whether a weekly one comes this time on another day than its own.
+bool isOffItsDay(const Json& result)
+{
+    const auto rule = ReminderRepeat::fromStored(readString(result, "repeat").value_or(""));
+    const auto date = ToolResults::dateIn(result, "date");
+    const auto day = date ? Calendar::dayOf(date->year, date->month, date->day) : std::nullopt;
+    return rule && day && rule->kind == ReminderRepeat::Kind::weekly
+        && std::ranges::find(rule->weekdays, Calendar::weekday(*day)) == rule->weekdays.end();
+}
+
 /// One that repeats goes on to do so, at the new time of day.
 std::string deferredReply(const Json& result, const TaskWords& task)
 {
     const std::string often = oftenIn(result);
-    return "I will " + remindYou(task) + " " + SpokenWhen::on(readString(result, "when").value_or("later"))
-        + (often.empty() ? "" : ", and " + often) + ".";
+    const std::string when = SpokenWhen::on(readString(result, "when").value_or("later"));
+    if (isOffItsDay(result))
+        return "I will " + remindYou(task) + " this time " + when + ", and then again " + often + ".";
+    return "I will " + remindYou(task) + " " + when + (often.empty() ? "" : ", and " + often) + ".";
 }
 
 struct Entry {
@@ -75,15 +88,17 @@ std::vector<Entry> entriesOf(const Json& result)
     return entries;
 }
 
-std::string whenOf(const Entry& entry)
+std::string whenOf(const Entry& entry, const LocalTime& around)
 {
     if (entry.isOverdue)
         return "overdue";
-    return SpokenWhen::on(entry.date ? SpokenWhen::date(*entry.date) : entry.when);
+    return SpokenWhen::on(entry.date ? SpokenWhen::dateSeenFrom(*entry.date, around) : entry.when);
 }
 
 std::string doneReply(const Json& result, const TaskWords& task)
 {
+    if (readBool(result, "ended").value_or(false))
+        return "All right, I will not " + remindYou(task) + " any more. The note stays in your notebook.";
     const std::string next = SpokenWhen::on(readString(result, "next").value_or(""));
     return "Done" + (task.text.empty() ? "" : ": " + task.text) + "."
         + (next.empty() ? "" : " I will remind you again " + next + ".");
@@ -101,6 +116,16 @@ std::string whichReminderReply(const Json& result)
 }
 
 } // namespace
+
+SettledTime ReminderReply::settled(const Json& result)
+{
+    const Json* understood = memberOf(result, "understood");
+    if (!understood)
+        return {};
+    return {.rule = readString(*understood, "rule").value_or(""),
+        .day = readString(*understood, "day").value_or(""),
+        .clock = readString(*understood, "clock").value_or("")};
+}
 
 std::vector<TimeChoice> ReminderReply::choices(const Json& result)
 {
@@ -125,7 +150,9 @@ std::string ReminderReply::reply(const ToolResult& result, std::string_view user
         return ReminderQuestions::wordedChoices(choices(json));
     if (status == ToolStatus::needsTime)
         return (readBool(json, "past").value_or(false) ? "That time is already past. " : std::string())
-            + "When should I " + remindYou(task) + "?";
+            + ReminderQuestions::wordedDoubt(readString(json, "unclear").value_or(""), settled(json), remindYou(task));
+    if (status == ToolStatus::whichOccurrences)
+        return "I " + remindYou(task) + " " + oftenIn(json) + ". Only the next one, or all of them?";
     if (status == ToolStatus::whichReminder)
         return whichReminderReply(json);
     if (status == ToolStatus::done)
@@ -135,7 +162,7 @@ std::string ReminderReply::reply(const ToolResult& result, std::string_view user
     return status == ToolStatus::needsTask ? "What do you want to be reminded of?" : setReply(json, task);
 }
 
-std::string ReminderReply::list(const Json& result, const RequestMemory& memory)
+std::string ReminderReply::list(const Json& result, const RequestMemory& memory, const LocalTime& around)
 {
     auto entries = entriesOf(result);
     std::erase_if(entries, [&](const Entry& entry) { return !memory.tellsOf({.start = entry.date}); });
@@ -147,7 +174,7 @@ std::string ReminderReply::list(const Json& result, const RequestMemory& memory)
         + ".";
     const std::size_t named = std::min(entries.size(), RequestMemory::mostTold);
     for (std::size_t index = 0; index < named; ++index) {
-        const std::string when = whenOf(entries[index]);
+        const std::string when = whenOf(entries[index], around);
         const std::string& often = entries[index].often;
         reply +=
             " " + entries[index].task + (when.empty() ? "" : ", " + when) + (often.empty() ? "" : ", " + often) + ".";

@@ -16,9 +16,11 @@ struct ReminderReply {
     /// What the words could mean, where that is asked.
     static std::vector<TimeChoice> choices(const Json& result);
     /// `userWords` are those of the request; they tell "to call Anna" from "about Anna".
+    /// What is clear of a time of which the rest is asked for.
+    static SettledTime settled(const Json& result);
     static std::string reply(const ToolResult& result, std::string_view userWords);
     /// The reminders of the days that were asked about.
-    static std::string list(const Json& result, const RequestMemory& memory);
+    static std::string list(const Json& result, const RequestMemory& memory, const LocalTime& around);
 };
 
 } // namespace quorvell

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/reminders/ReminderResults.h"
 
+#include "Understanding/dialogue/Pointing.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/reminders/ReminderCalls.h"
 #include "Understanding/skills/reminders/ReminderQuestions.h"
@@ -23,8 +24,8 @@ std::string failureReply(const Json& arguments, const ToolResult& result)
 {
     if (result.failure() != ToolFailure::noReminderWithWords)
         return ToolResults::forUser(result.wordsForModel());
-    return memberOf(arguments, "done") ? "All right. There was no reminder for that."
-                                       : "I found no reminder like that.";
+    return memberOf(arguments, "done") || memberOf(arguments, "cancel") ? "All right. There was no reminder for that."
+                                                                        : "I found no reminder like that.";
 }
 
 RuleStep takeFailure(
@@ -38,6 +39,10 @@ RuleStep takeFailure(
             return std::move(*step);
         return {ToolCalls::chosen(call.name, call.arguments, memory.reminder.id), std::move(memory)};
     }
+    const bool isUnnamedTime =
+        result.failure() == ToolFailure::noReminderDue && !isNamed && memberOf(arguments, "later");
+    if (isUnnamedTime && !memory.request.empty()) // "Remind me tomorrow", where nothing is due: of what?
+        return {ReminderCalls{around}.set(memory.request), std::move(memory)};
     return ToolResults::say(failureReply(arguments, result), std::move(memory));
 }
 
@@ -49,6 +54,8 @@ const QuestionKind* questionIn(const ToolResult& result)
         return &ReminderQuestions::when;
     if (result.status() == ToolStatus::needsTask)
         return &ReminderQuestions::task;
+    if (result.status() == ToolStatus::whichOccurrences)
+        return &ReminderQuestions::occurrences;
     return result.status() == ToolStatus::whichReminder ? &ReminderQuestions::whichReminder : nullptr;
 }
 
@@ -57,6 +64,11 @@ PendingQuestion pendingIn(const ToolRequest& call, const ToolResult& result, con
     const QuestionKind* kind = questionIn(result);
     if (!kind)
         return {};
+    if (kind == &ReminderQuestions::occurrences)
+        return {.kind = kind,
+            .question = question,
+            .tool = call.name,
+            .arguments = dumpJson(Json{{"cancel", true}, {"id", result.string("id").value_or("")}})};
     const auto arguments = parseJson(call.arguments);
     const bool isMadeAgain = kind == &ReminderQuestions::whichReminder || (arguments && memberOf(*arguments, "later"));
     return {.kind = kind,
@@ -65,6 +77,7 @@ PendingQuestion pendingIn(const ToolRequest& call, const ToolResult& result, con
         .date = ToolResults::dateIn(result.json(), "date"),
         .repeat = result.string("repeat").value_or(""),
         .choices = ReminderReply::choices(result.json()),
+        .settled = ReminderReply::settled(result.json()),
         .tool = isMadeAgain ? call.name : std::string(),
         .arguments = isMadeAgain ? call.arguments : std::string()};
 }
@@ -94,10 +107,35 @@ void noteList(std::vector<FoundThing> listed, RequestMemory& memory)
     memory.found.resize(std::min(memory.found.size(), RequestMemory::mostTold));
 }
 
-std::string replyFor(const ToolRequest& call, const ToolResult& result, const RequestMemory& memory)
+/// Moved by its name to a day: the hour is the one that it has. Where not one alone has the name, its owner sees to it.
+RuleStep moveFound(const std::vector<FoundThing>& listed, RequestMemory memory, const RuleSurroundings& around)
+{
+    const Wish wish = std::exchange(memory.wish, {});
+    const auto named = Pointing::named(listed, wish.title);
+    return named.size() == 1 && named.front().start
+        ? ReminderRules::carryOutWith(named.front(), wish, std::move(memory), around)
+        : ReminderRules::putOff(wish, std::move(memory), around);
+}
+
+/// All of them at once is more than one call can do.
+RuleStep askWhichToCancel(std::vector<FoundThing> listed, const std::string& told, RequestMemory memory)
+{
+    memory.wish = {};
+    memory.found = std::move(listed);
+    if (memory.found.empty())
+        return ToolResults::say(told, std::move(memory));
+    return RuleStep::asking({.kind = &ReminderQuestions::whichReminder,
+                                .question = "I can only take away one at a time. " + told + " Which one should go?",
+                                .tool = ReminderCalls::tool,
+                                .arguments = dumpJson(Json{{"cancel", true}})},
+        std::move(memory));
+}
+
+std::string replyFor(
+    const ToolRequest& call, const ToolResult& result, const RequestMemory& memory, const RuleSurroundings& around)
 {
     if (result.status() == ToolStatus::reminders)
-        return ReminderReply::list(result.json(), memory);
+        return ReminderReply::list(result.json(), memory, around);
     const auto arguments = parseJson(call.arguments);
     const std::string said = arguments ? readString(*arguments, "text").value_or("") : "";
     return ReminderReply::reply(result, memory.request.empty() ? said : memory.request);
@@ -112,8 +150,13 @@ RuleStep ReminderResults::take(
         return takeFailure(call, result, std::move(memory), around);
     if (auto asked = ToolResults::confirming(call, result, "Should I really do that?", memory))
         return *std::move(asked);
-    std::string reply = replyFor(call, result, memory);
     auto listed = ToolResults::things(result.json(), "reminders", form);
+    const bool isList = result.status() == ToolStatus::reminders;
+    if (isList && memory.wish.kind == Wish::Kind::move)
+        return moveFound(listed, std::move(memory), around);
+    std::string reply = replyFor(call, result, memory, around);
+    if (isList && memory.wish.kind == Wish::Kind::cancel && memory.wish.scope == Wish::Scope::all)
+        return askWhichToCancel(std::move(listed), reply, std::move(memory));
     noteTopic(result, listed, memory);
     memory.pending = pendingIn(call, result, reply);
     noteList(std::move(listed), memory);

@@ -44,12 +44,13 @@ bool isLength(const std::string& when)
     return length.has_value() || TimeWords::daysIn(when.starts_with("in ") ? when.substr(3) : when);
 }
 
-RuleStep askWhichTime(const FoundThing& reminder, const std::vector<DateParts>& dates, RequestMemory memory)
+RuleStep askWhichTime(const FoundThing& reminder, const std::vector<DateParts>& dates, RequestMemory memory,
+    const RuleSurroundings& around)
 {
     std::vector<TimeChoice> choices;
     choices.reserve(dates.size());
     for (const DateParts& date : dates)
-        choices.push_back({date, SpokenWhen::date(date)});
+        choices.push_back({date, SpokenWhen::dateSeenFrom(date, around)});
     return RuleStep::asking({.kind = &ReminderQuestions::whichTime,
                                 .question = ReminderQuestions::wordedChoices(choices),
                                 .task = reminder.title,
@@ -67,8 +68,15 @@ RuleStep move(const FoundThing& reminder, const std::string& when, RequestMemory
         ? SpokenMove::read(when, *reminder.start, SpokenMove::FarHour::isAsked, around)
         : SpokenMove();
     if (to.choices.size() > 1)
-        return askWhichTime(reminder, to.choices, std::move(memory));
+        return askWhichTime(reminder, to.choices, std::move(memory), around);
     return {calls.putOffThis(reminder.id, to.choices.empty() ? when : to.choices.front().text()), std::move(memory)};
+}
+
+/// Then the hour is the one that the reminder has, which has to be looked up.
+bool namesOnlyDay(const std::string& when, const RuleSurroundings& around)
+{
+    const auto phrase = isLength(when) ? std::nullopt : SpokenPhrase::read(when, around);
+    return phrase && !phrase->hasTime && phrase->task.empty();
 }
 
 bool mayAnswer(const ReminderIntent& intent, const PendingQuestion& asked, const RuleSurroundings& around)
@@ -81,10 +89,13 @@ bool mayAnswer(const ReminderIntent& intent, const PendingQuestion& asked, const
 
 std::optional<Wish> wishIn(const ReminderChange& change)
 {
-    if (change.kind == ReminderChange::Kind::list)
+    if (change.kind == ReminderChange::Kind::list || change.kind == ReminderChange::Kind::cancelAll)
         return std::nullopt;
     const bool isLater = change.kind == ReminderChange::Kind::later;
-    return Wish{.kind = isLater ? Wish::Kind::move : Wish::Kind::cancel, .title = change.task, .when = change.when};
+    return Wish{.kind = isLater ? Wish::Kind::move : Wish::Kind::cancel,
+        .title = change.task,
+        .when = change.when,
+        .isDone = change.kind == ReminderChange::Kind::done};
 }
 
 } // namespace
@@ -133,14 +144,18 @@ RuleStep ReminderRules::set(const ReminderIntent& intent, RequestMemory memory, 
             {.kind = &ReminderQuestions::whole, .question = "What do you want to be reminded of, and when?"},
             std::move(memory));
     memory.request = intent.text;
+    memory.wish = {};
     return {ReminderCalls{around}.set(intent.text), std::move(memory)};
 }
 
 RuleStep ReminderRules::change(const ReminderChange& change, RequestMemory memory, const RuleSurroundings& around)
 {
-    memory.request.clear();
+    memory.request = change.mayBeNew ? "remind me " + change.when : "";
+    memory.wish = {};
     if (const auto wish = wishIn(change))
         return carryOut(*wish, std::move(memory), around);
+    if (change.kind == ReminderChange::Kind::cancelAll)
+        memory.wish = {.kind = Wish::Kind::cancel, .scope = Wish::Scope::all};
     memory.days = change.days;
     return {ReminderCalls{around}.list(), std::move(memory)};
 }
@@ -149,7 +164,18 @@ RuleStep ReminderRules::carryOut(const Wish& wish, RequestMemory memory, const R
 {
     const ReminderCalls calls{around};
     if (wish.kind == Wish::Kind::cancel)
-        return {calls.finish(wish.title), std::move(memory)};
+        return {wish.isDone ? calls.finish(wish.title) : calls.cancel(wish.title), std::move(memory)};
+    if (!wish.title.empty() && namesOnlyDay(wish.when, around)) {
+        memory.wish = wish;
+        memory.days.reset();
+        return {calls.list(), std::move(memory)};
+    }
+    return putOff(wish, std::move(memory), around);
+}
+
+RuleStep ReminderRules::putOff(const Wish& wish, RequestMemory memory, const RuleSurroundings& around)
+{
+    const ReminderCalls calls{around};
     return {calls.putOff(wish.title, wish.when.empty() ? byMinutes(wish.minutes) : wish.when), std::move(memory)};
 }
 
@@ -159,7 +185,7 @@ RuleStep ReminderRules::carryOutWith(
     const ReminderCalls calls{around};
     memory.request.clear();
     if (wish.kind == Wish::Kind::cancel)
-        return {calls.finishThis(reminder.id), std::move(memory)};
+        return {wish.isDone ? calls.finishThis(reminder.id) : calls.cancelThis(reminder.id), std::move(memory)};
     if (!wish.when.empty())
         return move(reminder, wish.when, std::move(memory), around);
     if (wish.minutes != 0 && reminder.start && !reminder.start->allDay)
@@ -180,8 +206,8 @@ std::optional<RuleStep> ReminderRules::retime(const Wish& wish, RequestMemory me
     if (!isShift(wish) && (isLength(wish.when) || !reminder.start))
         return std::nullopt;
     if (!wish.from.empty() && reminder.start && !SpokenMove::isAt(wish.from, *reminder.start, around))
-        return RuleStep{
-            reminder.title + " is " + SpokenWhen::on(SpokenWhen::date(*reminder.start)) + ". " + whenInstead,
+        return RuleStep{reminder.title + " is " + SpokenWhen::on(SpokenWhen::dateSeenFrom(*reminder.start, around))
+                + ". " + whenInstead,
             std::move(memory)};
     return carryOutWith(reminder, wish, std::move(memory), around);
 }
@@ -202,7 +228,7 @@ std::optional<RuleStep> ReminderRules::putOffAhead(
     const auto fromOwn = fromNow ? SpokenMoment::read(later, LocalTime{*own, around.calendar}) : std::nullopt;
     if (!fromOwn || fromOwn->date.allDay || fromNow->date.allDay)
         return std::nullopt;
-    return askWhichTime(reminder, {fromOwn->date, fromNow->date}, memory);
+    return askWhichTime(reminder, {fromOwn->date, fromNow->date}, memory, around);
 }
 
 } // namespace quorvell

@@ -20,6 +20,8 @@ struct ReminderRules {
     static RuleStep change(const ReminderChange& change, RequestMemory memory, const RuleSurroundings& around);
     /// What is wished of a thing, done with the reminder of that name.
     static RuleStep carryOut(const Wish& wish, RequestMemory memory, const RuleSurroundings& around);
+    /// To another time by its name, as the words stand.
+    static RuleStep putOff(const Wish& wish, RequestMemory memory, const RuleSurroundings& around);
     /// The same with one that is known. The hour stays where only a day is named, and the day where only an hour is.
     static RuleStep carryOutWith(
         const FoundThing& reminder, const Wish& wish, RequestMemory memory, const RuleSurroundings& around);

@@ -37,6 +37,7 @@ constexpr CueWeights weights[] = {
     {CommonCues::delay, {{{"putOffReminder", 4}}}},
     {ReminderCues::later, {{{"putOffReminder", 6}}}},
     {ReminderCues::done, {{{"finishReminder", 5}}}},
+    {ReminderCues::stop, {{{"finishReminder", 5}}}},
     {CommonCues::what, {{{"listReminders", 2}}}},
     {CommonCues::have, {{{"listReminders", 1}}}},
     {CommonCues::there, {{{"listReminders", 1}}}},
@@ -115,7 +116,7 @@ Found readPlain(const std::string& core, const RuleSurroundings& around)
     const std::string words = ReminderIntent::bareTime(core, around);
     if (words.empty())
         return std::nullopt;
-    return ReminderRules::request(ReminderChange{.kind = ReminderChange::Kind::later, .when = words});
+    return ReminderRules::request(ReminderChange{.kind = ReminderChange::Kind::later, .when = words, .mayBeNew = true});
 }
 
 /// What they have done, or a task with its time but without the words that ask for a reminder.
@@ -132,7 +133,8 @@ Found readElsewhere(
     const std::string& thing, const RequestReading& reading, const std::string& words, const RuleSurroundings& around)
 {
     if (const std::string when = ReminderIntent::bareTime(words, around); thing.empty() && !when.empty())
-        return ReminderRules::request(ReminderChange{.kind = ReminderChange::Kind::later, .when = when});
+        return ReminderRules::request(
+            ReminderChange{.kind = ReminderChange::Kind::later, .when = when, .mayBeNew = true});
     if (!reading.has(ReminderCues::remind) || !TimeWords::isTime(reading.content, around))
         return std::nullopt;
     return ReminderRules::request(ReminderChange{.kind = ReminderChange::Kind::later,
@@ -186,10 +188,11 @@ RuleStep changeListed(
     return ReminderRules::carryOutWith(reminder, wish, std::move(memory), around);
 }
 
-RuleStep pointAt(const FoundThing& reminder, RequestMemory memory, const RuleSurroundings&)
+RuleStep pointAt(const FoundThing& reminder, RequestMemory memory, const RuleSurroundings& around)
 {
     talkAbout(reminder, memory);
-    const std::string when = reminder.start ? ", " + SpokenWhen::on(SpokenWhen::date(*reminder.start)) : "";
+    const std::string when =
+        reminder.start ? ", " + SpokenWhen::on(SpokenWhen::dateSeenFrom(*reminder.start, around)) : "";
     return {reminder.title + when + ".", std::move(memory)};
 }
 
