@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/request/ReminderRequest.h"
 
+#include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "QuorvellCore/reminders/phrase/PhraseReading.h"
 #include "QuorvellCore/reminders/phrase/PhraseTask.h"
 #include "QuorvellCore/reminders/request/NotTimes.h"
 #include "QuorvellCore/reminders/request/PassedOverTimes.h"
+#include "QuorvellCore/reminders/request/RequestCorrection.h"
 #include "QuorvellCore/reminders/request/RequestLeadIn.h"
 #include "QuorvellCore/reminders/request/SaidDates.h"
 #include "QuorvellCore/reminders/spoken/SpokenDates.h"
@@ -40,12 +42,31 @@ std::string tidiedTask(const std::string& task, std::string_view lowerCasedWords
     static const Pattern article(R"(^the\s+)", Pattern::Case::insensitive);
     static const Pattern preposition(R"(^(?:to|about|that)\s+)", Pattern::Case::insensitive);
     static const Pattern to(R"(^to\s+)", Pattern::Case::insensitive);
+    // "Remind me every year on the 5th of june of the wedding".
+    static const Pattern of(R"(^of\s+(?=(?:the|my|our|an?|his|her|their)\b|\S+['’]s\b))", Pattern::Case::insensitive);
+    static const Pattern nothing(R"(^(?:(?:in|at|on|by|for|to|of|about|the|an?)\s*)+$)", Pattern::Case::insensitive);
     const bool lostItsNoun = lowerCasedWords.find("the day after tomorrow") != std::string_view::npos;
     std::string tidy = trimmed(withoutLeadIn(withoutPoliteWords(task) + ' '), "@");
     const std::string withoutArticle = withoutFirst("the", lostItsNoun ? article : articleBeforeTo, tidy);
     if (withoutArticle != tidy)
         tidy = withoutLeadIn(withoutFirst("", preposition, withoutArticle));
-    return withUpperCaseFirst(trimmed(withoutFirst("to", to, tidy), ",.;:-!?@")); // Of "by friday to call mum".
+    tidy = withoutFirst("of", of, withoutFirst("to", to, tidy)); // Of "by friday to call mum".
+    constexpr std::size_t longestNothing = 16; // Bytes of words that say nothing: "in", "about the".
+    tidy = trimmed(tidy, ",.;:-!?@");
+    return tidy.size() <= longestNothing && nothing.find(tidy) ? std::string() : withUpperCaseFirst(tidy);
+}
+
+/// "Every year on this date": the date of today.
+std::string withThisDate(std::string words, Instant now, const Calendar& calendar)
+{
+    static const Pattern thisDate(R"(\bon (?:this|the same) (?:date|day)\b)", Pattern::Case::insensitive);
+    static const Pattern rule(R"(\b(?:every|each|weekly|monthly|yearly|annually)\b)", Pattern::Case::insensitive);
+    constexpr std::size_t longest = 400; // Bytes; longer requests are hardly said.
+    const auto match = words.size() <= longest ? thisDate.find(words) : std::nullopt;
+    if (!match || !rule.find(words))
+        return words;
+    const std::string day = "on " + DateParts::fromDay(now, calendar).text();
+    return words.replace(match->range.start, match->range.end - match->range.start, day);
 }
 
 /// The words of a request, as far as they were read.
@@ -169,6 +190,65 @@ bool isTooLong(std::string_view text)
     return text.size() > ReminderPhrase::maximumBytes;
 }
 
+/// Words with what was read of them.
+class ReadWords {
+public:
+    ReadWords(std::string_view words, Instant now, const Calendar& calendar)
+        : m_wording(std::in_place, withWrittenTimes(repairUtf8(words)))
+    {
+        if (auto written = withWrittenDates(*m_wording))
+            m_wording.emplace(*std::move(written));
+        m_reading.emplace(*m_wording, now, calendar);
+    }
+
+    const RequestReading& reading() const { return *m_reading; }
+    std::string task() const { return tidiedTask(m_reading->task(), m_wording->lower().text()); }
+
+private:
+    std::optional<RequestWording> m_wording;
+    std::optional<RequestReading> m_reading;
+};
+
+/// The time that is meant in the end, in words; nothing where it is not clear what the second one takes the place of.
+std::optional<std::string> correctedTime(
+    const ReadWords& before, const ReadWords& after, std::string time, const Calendar& calendar)
+{
+    const auto& old = before.reading().phrase();
+    const auto& fresh = after.reading().phrase();
+    if (!old || !fresh || !after.reading().isWhole() || (!before.task().empty() && !after.task().empty()))
+        return std::nullopt;
+    const UnderstoodTime kept = before.reading().understood(calendar);
+    const UnderstoodTime named = after.reading().understood(calendar);
+    const bool isLength = fresh->findings.instant.has_value();
+    const bool namesDay = !named.day.empty() || !named.rule.empty() || isLength;
+    if (!kept.rule.empty() && namesDay && named.rule.empty()) // One time of it, or another rule?
+        return std::nullopt;
+    if (named.clock.empty() && !isLength)
+        time += " " + kept.clock;
+    if (!namesDay)
+        time += !kept.rule.empty() ? " " + kept.rule : kept.day.empty() ? "" : " on " + kept.day;
+    return time;
+}
+
+/// "Call mum tomorrow at 5 pm, no wait, 6 pm": what was not put right stays.
+std::optional<ReminderRequest> corrected(std::string_view words, Instant now, const Calendar& calendar)
+{
+    const auto correction = RequestCorrection::find(words);
+    if (!correction)
+        return std::nullopt;
+    const ReadWords before(correction->before, now, calendar);
+    const ReadWords after(correction->after, now, calendar);
+    const auto time = correctedTime(before, after, correction->after, calendar);
+    if (!time)
+        return std::nullopt;
+    ReminderRequest request = ReminderRequest::fromWords(*time, now, calendar);
+    const std::string task = before.task().empty() ? after.task() : before.task();
+    if (request.verdict == Verdict::ready || request.verdict == Verdict::needsTask)
+        return ReminderRequest::settled(task, request.date, request.hasTime, request.repeatRule, now, calendar);
+    request.task = task;
+    return request;
+}
+
 } // namespace
 
 ReminderRequest ReminderRequest::fromWords(std::string_view words, Instant now, const Calendar& calendar)
@@ -176,11 +256,11 @@ ReminderRequest ReminderRequest::fromWords(std::string_view words, Instant now, 
     ReminderRequest request;
     if (isTooLong(words))
         return request;
-    std::optional<RequestWording> wording(std::in_place, withWrittenTimes(repairUtf8(words)));
-    if (auto written = withWrittenDates(*wording))
-        wording.emplace(*std::move(written));
-    const RequestReading reading(*wording, now, calendar);
-    request.task = tidiedTask(reading.task(), wording->lower().text());
+    if (auto meant = corrected(words, now, calendar))
+        return *std::move(meant);
+    const ReadWords read(withThisDate(std::string(words), now, calendar), now, calendar);
+    const RequestReading& reading = read.reading();
+    request.task = read.task();
     if (!reading.phrase() || !reading.isWhole()) {
         request.unclear = reading.unclearWords();
         request.understood = reading.understood(calendar);
