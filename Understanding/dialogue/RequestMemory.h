@@ -21,6 +21,15 @@ struct RequestMemory {
     /// What was last asked of the calendar, where a further day may be asked about.
     enum class CalendarQuestion { none, events, freeTime };
 
+    /// Things that are taken away one after the other, each by a call of its own, once the user agreed to all.
+    struct Batch {
+        std::vector<FoundThing> left{}; ///< The first is the one of the call that is asked for or under way.
+        std::size_t done = 0;
+        std::vector<std::string> failed{}; ///< Titles.
+
+        bool operator==(const Batch&) const = default;
+    };
+
     static constexpr std::size_t mostTold = 5; ///< Things of a list; more nobody keeps in mind.
 
     PendingQuestion pending{};
@@ -33,6 +42,7 @@ struct RequestMemory {
     CalendarQuestion asked = CalendarQuestion::none;
     int freeMinutes = 0; ///< How long the free time was to be that was last asked for.
     Wish wish{};
+    Batch batch{}; ///< Forgotten when the question whether they should go is.
     std::optional<SpokenDays> days{}; ///< What a list under way is of; nothing for everything.
     std::string lastReply{}; ///< For "say that again".
 

@@ -12,7 +12,20 @@ namespace quorvell {
 
 namespace {
 
-enum class Topic { greeting, howAreYou, thanks, goodbye, help, whoAreYou, agreement, repeat, clock, day };
+enum class Topic {
+    greeting,
+    howAreYou,
+    thanks,
+    goodbye,
+    help,
+    whoAreYou,
+    consent,
+    agreement,
+    repeat,
+    ownWords,
+    clock,
+    day
+};
 
 struct Row {
     std::string_view phrase; ///< As RequestText::phrase gives it.
@@ -54,12 +67,14 @@ constexpr Row rows[] = {
     {"who are you", Topic::whoAreYou},
     {"what are you", Topic::whoAreYou},
     {"what is your name", Topic::whoAreYou},
-    {"yes", Topic::agreement},
-    {"yes please", Topic::agreement},
-    {"yeah", Topic::agreement},
+    {"yes", Topic::consent},
+    {"yes please", Topic::consent},
+    {"yeah", Topic::consent},
+    {"yep", Topic::consent},
+    {"sure", Topic::consent},
+    {"go ahead", Topic::consent},
     {"okay", Topic::agreement},
     {"ok", Topic::agreement},
-    {"sure", Topic::agreement},
     {"great", Topic::agreement},
     {"good", Topic::agreement},
     {"perfect", Topic::agreement},
@@ -82,6 +97,8 @@ constexpr Row rows[] = {
     {"excuse me", Topic::repeat},
     {"i did not catch that", Topic::repeat},
     {"i did not hear that", Topic::repeat},
+    {"what did i just say", Topic::ownWords},
+    {"what did i say", Topic::ownWords},
     {"what time is it", Topic::clock},
     {"what is the time", Topic::clock},
     {"what day is it", Topic::day},
@@ -134,10 +151,15 @@ std::string answerTo(Topic topic, std::string_view lastReply, const SkillSummary
         return skills.help;
     case Topic::whoAreYou:
         return "I am Quorvell, working on this computer alone. " + skills.abilities;
+    case Topic::consent: // To what? "All right" would read as if something was done.
+        return lastReply.ends_with('?') ? "Please say a little more."
+                                        : "I have not asked anything just now, so nothing is changed.";
     case Topic::agreement:
         return "All right.";
     case Topic::repeat:
         return lastReply.empty() ? "I have not said anything yet." : std::string(lastReply);
+    case Topic::ownWords:
+        return "I do not keep what you say, only what you ask me to keep.";
     case Topic::clock:
         return "It is " + ReminderWords::clock(around.now, around.calendar, around.calendar.locale()) + ".";
     case Topic::day:
@@ -156,6 +178,12 @@ std::optional<std::string> SmallTalk::answer(
     if (row == std::end(rows))
         return isThanks(phrase) ? std::optional(answerTo(Topic::thanks, lastReply, skills, around)) : std::nullopt;
     return answerTo(row->topic, lastReply, skills, around);
+}
+
+bool SmallTalk::isAgreement(std::string_view core)
+{
+    const auto row = std::ranges::find(rows, RequestText::phrase(core), &Row::phrase);
+    return row != std::end(rows) && (row->topic == Topic::consent || row->topic == Topic::agreement);
 }
 
 bool SmallTalk::isCancel(std::string_view core)

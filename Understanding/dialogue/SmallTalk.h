@@ -17,6 +17,8 @@ struct SmallTalk {
     static std::optional<std::string> answer(
         std::string_view core, std::string_view lastReply, const SkillSummary& skills, const LocalTime& around);
 
+    /// "Yes", "okay" and the like.
+    static bool isAgreement(std::string_view core);
     static bool isCancel(std::string_view core);
     /// A cancel that means what was done last, where there is such a thing.
     static bool isUndo(std::string_view core);

@@ -28,6 +28,7 @@ struct Wish {
     std::string
         from{}; ///< Where they take it to stand: "friday" of "not friday, saturday". Empty when they do not say.
 
+    std::string repeat{}; ///< Of move: "every friday", the rule that it gets, in the user's words.
     bool isDone = false; ///< Of cancel: they have done it, and what repeats goes on.
 
     bool operator==(const Wish&) const = default;

@@ -113,7 +113,8 @@ RequestMood moodOf(std::string_view words)
         return RequestMood::question;
     if (isMarked)
         return wishes.find(phrase) ? RequestMood::musing : RequestMood::question;
-    return isMusing(phrase) ? RequestMood::musing : RequestMood::wish;
+    static const Pattern early("^i (?:need|have|must|ought|will have|am going)(?: got)?(?: to)? (?:get|wake) up\\b");
+    return isMusing(phrase) || early.find(whole) ? RequestMood::musing : RequestMood::wish;
 }
 
 } // namespace quorvell

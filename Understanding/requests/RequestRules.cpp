@@ -73,6 +73,11 @@ Step answerPlainly(
         const bool wasAsking = std::exchange(memory.pending, {}).isOpen();
         return RuleStep{wasAsking ? std::string(PlainReplies::dropped) : "Okay.", std::move(memory)};
     }
+    // It chooses nothing, and is no task and no note.
+    if (memory.pending.isOpen() && SmallTalk::isAgreement(core)) {
+        const std::string again = std::string(PlainReplies::notUnderstood) + " " + memory.pending.question;
+        return RuleStep{again, std::move(memory)};
+    }
     const SkillSummary skills{SkillTable::abilities(around), SkillTable::help(around)};
     // Thanks are closing words, too: nothing but them may be all that was said.
     for (const std::string& said : {core, opened}) {
@@ -110,7 +115,13 @@ RuleStep answered(std::string_view words, RequestMemory memory, const RuleSurrou
 
 RuleStep RequestRules::answerWords(std::string_view words, const RequestMemory& memory, const RuleSurroundings& around)
 {
-    return remembered(answered(words, memory, around));
+    RuleStep step = remembered(answered(words, memory, around));
+    // Only what was asked about goes, and nothing once something else was said.
+    const auto* call = std::get_if<ToolRequest>(&step.answer);
+    const bool isAgreed = call && memory.pending.isOpen() && call->arguments == memory.pending.arguments;
+    if (!isAgreed && step.memory.pending.arguments != memory.pending.arguments)
+        step.memory.batch = {};
+    return step;
 }
 
 RuleStep RequestRules::answerResult(

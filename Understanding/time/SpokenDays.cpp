@@ -4,7 +4,9 @@
 #include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenPhrase.h"
+#include "Understanding/time/SpokenWhen.h"
 #include "Understanding/time/TimeVocabulary.h"
 #include "Understanding/words/RequestWords.h"
 
@@ -80,6 +82,12 @@ const PartOfDay* takePart(std::string& words)
     return row != partsOfDay.end() ? row : nullptr;
 }
 
+bool isOver(const PartOfDay& part, const LocalTime& around)
+{
+    const CalendarParts now = around.calendar.parts(around.now);
+    return now.hour * hour + now.minute >= part.to;
+}
+
 } // namespace
 
 std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const LocalTime& around)
@@ -88,10 +96,18 @@ std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const LocalT
     std::string words = lead.replaceAll(trimmed(spoken), "");
     if (auto several = severalDays(words, around))
         return several;
+    // "On friday at", of "on friday at 3 pm", is not all that was said of the time.
+    static const Pattern goesOn(
+        "\\b(?:at|on|by|from|to|in|of|for|and|or|after|before|until|till|between|around|about|over"
+        "|the|an?|every|past)$",
+        Pattern::caseless);
+    if (goesOn.find(words))
+        return std::nullopt;
     const std::string named = words;
     const PartOfDay* part = takePart(words);
-    if (words.empty() && part)
-        words = "today";
+    const bool isNextPart = words.empty() && part; // "In the morning", said after noon, is tomorrow's.
+    if (isNextPart)
+        words = isOver(*part, around) && !named.starts_with("this") ? "tomorrow" : "today";
     static const Pattern today(
         "^(?:today|now|my (?:whole )?day|the day(?: ahead)?|the rest of (?:the|my) day)$", Pattern::caseless);
     DateParts day;
@@ -105,7 +121,9 @@ std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const LocalT
     }
     if (!part)
         return SpokenDays{day, day, named};
-    return SpokenDays{atMinute(day, part->from), atMinute(day, part->to), named};
+    const bool isTomorrow = isNextPart && words == "tomorrow";
+    return SpokenDays{
+        atMinute(day, part->from), atMinute(day, part->to), isTomorrow ? "tomorrow " + std::string(part->name) : named};
 }
 
 std::optional<SpokenDays> SpokenDays::find(std::string_view said, const LocalTime& around, std::string& others)
@@ -125,6 +143,23 @@ std::optional<SpokenDays> SpokenDays::find(std::string_view said, const LocalTim
     }
     others = words.said();
     return std::nullopt;
+}
+
+std::optional<SpokenDays> SpokenDays::findMoment(std::string_view said, const LocalTime& around, std::string& others)
+{
+    const auto moment = SpokenMoment::read(said, around);
+    if (!moment || moment->date.allDay || !moment->repeat.empty())
+        return std::nullopt;
+    std::string rest;
+    const auto named = find(said, around, rest);
+    const bool isOfToday = moment->date.wholeDay() == dayAfter(0, around);
+    const bool isOfTomorrow = moment->date.wholeDay() == dayAfter(1, around);
+    const std::string day = named && named->isOneDay() ? named->words
+        : isOfToday                                    ? "today"
+        : isOfTomorrow                                 ? "tomorrow"
+                                                       : SpokenWhen::on(SpokenWhen::date(moment->date.wholeDay()));
+    others = moment->rest;
+    return SpokenDays{moment->date, moment->date.adding(1), day + " at " + SpokenWhen::clock(moment->date)};
 }
 
 bool SpokenDays::hold(const DateParts& date) const

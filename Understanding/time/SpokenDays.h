@@ -21,6 +21,8 @@ struct SpokenDays {
     static std::optional<SpokenDays> read(std::string_view words, const LocalTime& around);
     /// The same for the longest stretch of the words that is one. `others` are those around it.
     static std::optional<SpokenDays> find(std::string_view words, const LocalTime& around, std::string& others);
+    /// The minute that is asked about: "on friday at 3 pm". Nothing where the words settle on no hour.
+    static std::optional<SpokenDays> findMoment(std::string_view words, const LocalTime& around, std::string& others);
     /// Whether a date lies in these days, hours left aside.
     bool hold(const DateParts& date) const;
     bool isOneDay() const { return from.wholeDay() == to.wholeDay(); }

@@ -57,6 +57,8 @@ std::string readableName(std::string toolName)
 std::optional<std::string> ToolText::of(const LiveFunctionResponse& response)
 {
     const ToolResult result = ToolResult::of(response.response);
+    if (result.failure() == ToolFailure::noReminderDue) // Another one is meant, which is found or asked about next.
+        return std::nullopt;
     if (result.isFailure() || result.status() == ToolStatus::refused)
         return "not done: " + readableName(response.name);
     if (asksBack(result.status()))

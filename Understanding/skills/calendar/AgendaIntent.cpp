@@ -87,8 +87,11 @@ std::optional<AgendaIntent> AgendaIntent::listing(const RequestReading& reading,
 {
     std::string others;
     auto days = SpokenDays::find(reading.content, around, others);
-    if (!RequestText::isIdle(others))
-        return std::nullopt;
+    if (!RequestText::isIdle(others)) {
+        days = SpokenDays::findMoment(reading.content, around, others);
+        if (!days || !RequestText::isIdle(others))
+            return std::nullopt;
+    }
     // "What do you know about me?"
     static const Pattern talk("\\b(?:you|know|say|said)\\b", Pattern::caseless);
     const bool isOfTalk = talk.find(others) || reading.has(CommonCues::topic) || reading.has(CommonCues::tell);
@@ -136,6 +139,14 @@ std::optional<AgendaIntent> AgendaIntent::findingTime(const RequestReading& read
     auto days = SpokenDays::find(words, around, others);
     if (wholePart && days && !isDay && days->from == days->to)
         days = SpokenDays::read(days->words + " " + wholePart->texts[0], around).value_or(*days);
+    if (!RequestText::isIdle(others)) { // "Am I free tomorrow at 4?"
+        std::string beside;
+        if (auto moment = SpokenDays::findMoment(words, around, beside)) {
+            moment->to = moment->from.adding(intent.minutes);
+            days = std::move(moment);
+            others = beside;
+        }
+    }
     static const Pattern purpose("\\b(?:for|to|see|meet|visit|go|do) \\S.*$", Pattern::caseless);
     // "When could I see Ben for an hour?"
     const bool hasPurpose = reading.has(CommonCues::when) && SpokenLength::read(reading.content);
@@ -206,6 +217,11 @@ std::optional<AgendaIntent> AgendaIntent::asking(const RequestReading& reading, 
     static const Pattern otherList("\\blists?\\b", Pattern::caseless);
     static const Pattern year("\\b(?:19|20)\\d{2}\\b");
     const std::string& content = reading.content;
+    std::string beside; // "Do I have anything at 3?"
+    auto minute =
+        reading.has(CommonCues::any) ? SpokenDays::findMoment(content, around, beside) : std::optional<SpokenDays>();
+    if (minute && RequestText::isIdle(beside))
+        return AgendaIntent{.kind = Kind::list, .days = std::move(minute)};
     const bool isOther =
         reading.has(CommonCues::foreign) || (otherList.find(content) && !reading.has(AgendaCues::event));
     if (!isOfCalendar(reading) || (isOther && !reading.has(AgendaCues::calendar)))
@@ -214,7 +230,9 @@ std::optional<AgendaIntent> AgendaIntent::asking(const RequestReading& reading, 
     const bool namesDay = moment && moment->namesDay;
     std::string others;
     auto days = SpokenDays::find(content, around, others);
-    if (namesDay && (!days || year.find(content)))
+    if (namesDay && !moment->date.allDay)
+        days = SpokenDays::findMoment(content, around, others);
+    else if (namesDay && (!days || year.find(content)))
         days = SpokenDays{moment->date.wholeDay(), moment->date.wholeDay(), SpokenWhen::date(moment->date.wholeDay())};
     if (days)
         return AgendaIntent{.kind = Kind::list, .days = std::move(days)};

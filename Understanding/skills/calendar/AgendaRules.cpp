@@ -27,6 +27,9 @@ constexpr const char* repeatUnknown =
     "I can repeat an event every day, every weekday, on days of every week, every month or every year, and in no other "
     "way. Please say it in one of these ways.";
 
+constexpr const char* ruleIsFixed =
+    "I cannot change how often an event comes. Please delete it and put it into your calendar again.";
+
 /// What comes every day or week hardly takes all of it.
 bool lacksTime(const AgendaIntent& intent)
 {
@@ -211,6 +214,8 @@ std::optional<RuleStep> AgendaRules::retime(const Wish& wish, RequestMemory memo
         return answer(*asking, std::move(memory), around);
     if (memory.asked != RequestMemory::CalendarQuestion::none || memory.event.id.empty())
         return std::nullopt;
+    if (!wish.repeat.empty())
+        return RuleStep{ruleIsFixed, std::move(memory)};
     if (!wish.from.empty() && !(memory.event.start && SpokenMove::isAt(wish.from, *memory.event.start, around)))
         return RuleStep{AgendaReply::named(memory.event) + ". When should it be instead?", std::move(memory)};
     return answer(moving(wish), std::move(memory), around);

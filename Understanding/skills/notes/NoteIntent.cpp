@@ -4,8 +4,10 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/notes/NoteCues.h"
+#include "Understanding/time/TimeVocabulary.h"
 #include "Understanding/words/CommonCues.h"
 #include "Understanding/words/RequestText.h"
+#include "Understanding/words/RequestWords.h"
 
 #include <algorithm>
 #include <utility>
@@ -65,6 +67,13 @@ std::string firstWords(const std::string& text)
     return text.substr(0, end);
 }
 
+/// "Do I have anything at 3?" asks for no note.
+bool isTime(const std::string& topic)
+{
+    const RequestWords words(topic);
+    return TimeVocabulary::mayBeTime(words, 0, words.size());
+}
+
 } // namespace
 
 NoteIntent NoteIntent::keeping(std::string_view content)
@@ -96,7 +105,8 @@ std::optional<NoteIntent> NoteIntent::searching(const RequestReading& reading, P
     else if (intent.text.empty())
         return isOfNotes || reading.has(CommonCues::pronoun) ? std::optional(NoteIntent{.kind = Kind::readFound})
                                                              : std::nullopt;
-    else if (!isOfNotes && (reading.has(CommonCues::foreign) || !hasWords(intent.text, mostBareWords)))
+    else if (!isOfNotes
+        && (reading.has(CommonCues::foreign) || isTime(intent.text) || !hasWords(intent.text, mostBareWords)))
         return std::nullopt;
     return intent;
 }

@@ -6,6 +6,7 @@
 #include "Understanding/skills/reminders/ReminderIntent.h"
 #include "Understanding/time/SpokenLength.h"
 #include "Understanding/time/SpokenPhrase.h"
+#include "Understanding/time/TimeVocabulary.h"
 #include "Understanding/time/TimeWords.h"
 #include "Understanding/words/RequestWords.h"
 
@@ -81,6 +82,24 @@ std::optional<Wish> inPlaceOf(const std::string& spoken, const LocalTime& around
     return std::nullopt;
 }
 
+/// "every friday", "every day at 10", "every year on this date"
+std::optional<Wish> otherRule(const std::string& words)
+{
+    static const Pattern lead(
+        "^(?:do|repeat|set|make|have) (?:it|that|this)(?: (?:for|to|come|repeat))? ", Pattern::caseless);
+    static const Pattern rule("^(?:every|each)\\b|^(?:daily|weekly|monthly|yearly)\\b", Pattern::caseless);
+    static const Pattern same(
+        ",? (?:on (?:this|that|the same) (?:date|day)|at (?:this|that|the same) time)$", Pattern::caseless);
+    const std::string spoken = lead.replaceAll(words, "");
+    if (!rule.find(spoken))
+        return std::nullopt;
+    const std::string often = same.replaceAll(spoken, "");
+    const RequestWords parts(often);
+    return TimeVocabulary::mayBeTime(parts, 0, parts.size())
+        ? std::optional(Wish{.kind = Wish::Kind::move, .when = often, .repeat = often})
+        : std::nullopt;
+}
+
 } // namespace
 
 std::optional<Wish> FollowUpWish::read(std::string_view core, const LocalTime& around)
@@ -93,6 +112,8 @@ std::optional<Wish> FollowUpWish::read(std::string_view core, const LocalTime& a
     if (const auto minutes = shiftIn(words))
         return Wish{.kind = Wish::Kind::move, .minutes = *minutes};
     if (auto wish = sameTime(words, around))
+        return wish;
+    if (auto wish = otherRule(words))
         return wish;
     return inPlaceOf(words, around);
 }

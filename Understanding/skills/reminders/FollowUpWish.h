@@ -12,7 +12,8 @@ namespace quorvell {
 
 struct FollowUpWish {
     /// A wish to move what was talked about, seen from its own time; nothing for other words. "two days later", "the
-    /// day before", "an hour earlier", "same time on saturday", "not friday, saturday".
+    /// day before", "an hour earlier", "same time on saturday", "not friday, saturday"; or to
+    /// give it a rule, "every friday".
     static std::optional<Wish> read(std::string_view core, const LocalTime& around);
 };
 

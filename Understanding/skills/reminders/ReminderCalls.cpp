@@ -78,6 +78,20 @@ ToolCalls::Answer ReminderCalls::cancelThis(std::string_view id) const
     return ToolCalls::call(around, tool, {{"cancel", true}, {"id", id}}, changing);
 }
 
+ToolCalls::Answer ReminderCalls::endThis(std::string_view id) const
+{
+    return ToolCalls::call(around, tool, {{"cancel", true}, {"id", id}, {"series", true}}, changing);
+}
+
+ToolCalls::Answer ReminderCalls::repeatThis(
+    std::string_view id, const std::optional<DateParts>& first, std::string_view rule) const
+{
+    Json arguments{{"id", id}, {"repeat", rule}};
+    if (first)
+        arguments["date"] = first->text();
+    return ToolCalls::call(around, tool, arguments, changing);
+}
+
 ToolCalls::Answer ReminderCalls::putOffThis(std::string_view id, std::string_view when) const
 {
     return ToolCalls::call(around, tool, {{"later", when}, {"id", id}}, changing);

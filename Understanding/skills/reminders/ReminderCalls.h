@@ -30,6 +30,11 @@ struct ReminderCalls {
     // Of the one with that id:
     ToolCalls::Answer finishThis(std::string_view id) const;
     ToolCalls::Answer cancelThis(std::string_view id) const;
+    /// With everything of a series, where it is one.
+    ToolCalls::Answer endThis(std::string_view id) const;
+    /// `rule` in the form of the tools.
+    ToolCalls::Answer repeatThis(
+        std::string_view id, const std::optional<DateParts>& first, std::string_view rule) const;
     ToolCalls::Answer putOffThis(std::string_view id, std::string_view when) const;
 };
 

@@ -88,6 +88,8 @@ std::optional<ReminderChange> ReminderChange::listing(const RequestReading& read
     if (!reading.has(ReminderCues::reminders) && !reading.has(ReminderCues::reminder) && !RequestText::isIdle(others))
         return std::nullopt;
     const bool isAll = reading.has(CommonCues::cancel) && reading.has(ReminderCues::reminders);
+    if (isAll && !RequestText::isIdle(others)) // "All my reminders about mum".
+        return std::nullopt;
     return ReminderChange{.kind = isAll ? Kind::cancelAll : Kind::list, .days = days};
 }
 

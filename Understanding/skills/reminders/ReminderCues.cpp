@@ -18,7 +18,7 @@ constexpr CueWords table[] = {
         "set me an alarm|set a timer|make sure i|make sure that i|make sure we|see to it that i|see that i|"
         "get me to|be reminded|give me a heads up|drop me a hint|let me know when i should"},
     {Cues::remind, start, "reminder to|reminder for|reminder about|a reminder to|a reminder for|new reminder|reminder"},
-    {Cues::wake, head, "wake me|wake me up|get me up|get me out of bed"},
+    {Cues::wake, head, "wake me|wake me up|get me up|get me out of bed|get up"},
     {Cues::later, head,
         "later|i can not do it now|i can not do that now|i will do it|i will do that|not this minute|not today|not "
         "tomorrow|not this morning|not tonight|not "

@@ -57,7 +57,8 @@ std::optional<ReminderIntent> ReminderIntent::readTimed(
 std::string ReminderIntent::timeAnswer(std::string_view core)
 {
     static const Pattern filler(
-        "^(?:(?:let's say|let us say|make it|say|maybe|how about|what about|and|perhaps|i mean|i meant|no|yes|yeah"
+        "^[\\s,.;]*(?:(?:let's say|let us say|make (?:it|that)|change (?:it|that) to|wait|hang on|sorry|or "
+        "rather|rather|say|maybe|how about|what about|and|perhaps|i mean|i meant|no|yes|yeah"
         "|it's|it is|do|try|that would be|on second thought|actually|remind me|well)\\b[,:]?\\s*)+",
         Pattern::caseless);
     static const Pattern closing(

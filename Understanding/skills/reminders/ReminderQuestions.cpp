@@ -40,7 +40,7 @@ Step takeTime(
         return RuleStep{ReminderCalls{around}.setTask(asked.task, time), std::move(memory)};
     // The task as it was understood: what was wrong with the time is no longer in it.
     const auto task = TaskWords::of(asked.task, memory.request);
-    const std::string request = task.text.empty() ? memory.request : "remind me " + task.link + " " + task.text;
+    const std::string request = task.text.empty() ? memory.request : "remind me " + task.linked();
     return RuleStep{ReminderCalls{around}.set(request + " " + time, asked.repeat), std::move(memory)};
 }
 

@@ -28,7 +28,7 @@ TaskWords taskOf(const Json& result, std::string_view userWords)
 
 std::string remindYou(const TaskWords& task)
 {
-    return task.text.empty() ? "remind you" : "remind you " + task.link + " " + task.text;
+    return task.text.empty() ? "remind you" : "remind you " + task.linked();
 }
 
 /// "every Monday"; empty for what comes once.
@@ -97,8 +97,6 @@ std::string whenOf(const Entry& entry, const LocalTime& around)
 
 std::string doneReply(const Json& result, const TaskWords& task)
 {
-    if (readBool(result, "ended").value_or(false))
-        return "All right, I will not " + remindYou(task) + " any more. The note stays in your notebook.";
     const std::string next = SpokenWhen::on(readString(result, "next").value_or(""));
     return "Done" + (task.text.empty() ? "" : ": " + task.text) + "."
         + (next.empty() ? "" : " I will remind you again " + next + ".");
@@ -160,6 +158,17 @@ std::string ReminderReply::reply(const ToolResult& result, std::string_view user
     if (status == ToolStatus::deferred)
         return deferredReply(json, task);
     return status == ToolStatus::needsTask ? "What do you want to be reminded of?" : setReply(json, task);
+}
+
+std::string ReminderReply::cancelled(const ToolResult& result, std::string_view userWords)
+{
+    const Json& json = result.json();
+    const std::string remind = remindYou(taskOf(json, userWords));
+    const std::string next = SpokenWhen::on(readString(json, "next").value_or(""));
+    if (!next.empty())
+        return "All right, I will not " + remind + " this time. I will remind you again " + next + ".";
+    const bool isSeries = readBool(json, "ended").value_or(false);
+    return "All right, I will not " + remind + (isSeries ? " any more" : "") + ". The note stays in your notebook.";
 }
 
 std::string ReminderReply::list(const Json& result, const RequestMemory& memory, const LocalTime& around)

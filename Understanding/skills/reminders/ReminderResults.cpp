@@ -17,11 +17,14 @@ namespace quorvell {
 
 namespace {
 
+constexpr std::size_t mostAtOnce = 20; ///< So many changes a session makes for one request.
 constexpr ToolResults::ThingForm form{ReminderCalls::skill, "task", "date"};
 
 /// People tell what they have done whether a reminder asked them to or not.
 std::string failureReply(const Json& arguments, const ToolResult& result)
 {
+    if (result.failure() == ToolFailure::noReminderDue)
+        return "Nothing was changed: no reminder is due. Please say which one you mean.";
     if (result.failure() != ToolFailure::noReminderWithWords)
         return ToolResults::forUser(result.wordsForModel());
     return memberOf(arguments, "done") || memberOf(arguments, "cancel") ? "All right. There was no reminder for that."
@@ -117,18 +120,64 @@ RuleStep moveFound(const std::vector<FoundThing>& listed, RequestMemory memory, 
         : ReminderRules::putOff(wish, std::move(memory), around);
 }
 
-/// All of them at once is more than one call can do.
-RuleStep askWhichToCancel(std::vector<FoundThing> listed, const std::string& told, RequestMemory memory)
+/// "Delete all my reminders": told which they are, and asked. `told` is the list in words.
+RuleStep askToCancelAll(std::vector<FoundThing> listed, const std::string& told, RequestMemory memory)
 {
     memory.wish = {};
-    memory.found = std::move(listed);
-    if (memory.found.empty())
+    std::erase_if(listed, [&](const FoundThing& thing) { return !memory.tellsOf(thing); });
+    memory.found = listed;
+    memory.found.resize(std::min(listed.size(), RequestMemory::mostTold));
+    if (listed.empty())
         return ToolResults::say(told, std::move(memory));
-    return RuleStep::asking({.kind = &ReminderQuestions::whichReminder,
-                                .question = "I can only take away one at a time. " + told + " Which one should go?",
+    const bool areTooMany = listed.size() > mostAtOnce;
+    listed.resize(std::min(listed.size(), mostAtOnce));
+    const Json first{{"cancel", true}, {"id", listed.front().id}, {"series", true}};
+    const std::string question = told
+        + (listed.size() == 1 ? " Should I really delete it?"
+                              : std::string(" Should I really delete ") + (areTooMany ? "the first " : "all ")
+                    + std::to_string(listed.size()) + "?");
+    memory.batch = {.left = std::move(listed)};
+    return RuleStep::asking({.kind = &ToolResults::confirmation,
+                                .question = question,
                                 .tool = ReminderCalls::tool,
-                                .arguments = dumpJson(Json{{"cancel", true}})},
+                                .arguments = dumpJson(first)},
         std::move(memory));
+}
+
+/// Whether the call was for the first one of those that go.
+bool isOfBatch(const ToolRequest& call, const RequestMemory& memory)
+{
+    const Json arguments = parseJson(call.arguments).value_or(Json::object());
+    return !memory.batch.left.empty() && memberOf(arguments, "cancel")
+        && readString(arguments, "id") == memory.batch.left.front().id;
+}
+
+std::string batchReply(const RequestMemory::Batch& batch)
+{
+    std::string reply = batch.done == 0 ? "No reminder was deleted."
+        : batch.done == 1               ? "One reminder is deleted. Its note stays in your notebook."
+                          : std::to_string(batch.done) + " reminders are deleted. Their notes stay in your notebook.";
+    for (const std::string& title : batch.failed)
+        reply += " I could not delete: " + title + ".";
+    return reply;
+}
+
+RuleStep goOnWithBatch(const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
+{
+    RequestMemory::Batch& batch = memory.batch;
+    const bool isDone = result.status() == ToolStatus::done;
+    batch.done += isDone ? 1 : 0;
+    if (!isDone)
+        batch.failed.push_back(batch.left.front().title);
+    batch.left.erase(batch.left.begin());
+    if (!batch.left.empty()) {
+        const auto next = ReminderCalls{around}.endThis(batch.left.front().id);
+        return {next, std::move(memory)};
+    }
+    const std::string reply = batchReply(std::exchange(batch, {}));
+    memory.reminder = {};
+    memory.talkOf({});
+    return ToolResults::say(reply, std::move(memory));
 }
 
 std::string replyFor(
@@ -136,9 +185,11 @@ std::string replyFor(
 {
     if (result.status() == ToolStatus::reminders)
         return ReminderReply::list(result.json(), memory, around);
-    const auto arguments = parseJson(call.arguments);
-    const std::string said = arguments ? readString(*arguments, "text").value_or("") : "";
-    return ReminderReply::reply(result, memory.request.empty() ? said : memory.request);
+    const Json arguments = parseJson(call.arguments).value_or(Json::object());
+    const std::string said = memory.request.empty() ? readString(arguments, "text").value_or("") : memory.request;
+    if (result.status() == ToolStatus::done && memberOf(arguments, "cancel"))
+        return ReminderReply::cancelled(result, said);
+    return ReminderReply::reply(result, said);
 }
 
 } // namespace
@@ -146,6 +197,8 @@ std::string replyFor(
 RuleStep ReminderResults::take(
     const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
 {
+    if (isOfBatch(call, memory))
+        return goOnWithBatch(result, std::move(memory), around);
     if (result.isFailure())
         return takeFailure(call, result, std::move(memory), around);
     if (auto asked = ToolResults::confirming(call, result, "Should I really do that?", memory))
@@ -156,7 +209,7 @@ RuleStep ReminderResults::take(
         return moveFound(listed, std::move(memory), around);
     std::string reply = replyFor(call, result, memory, around);
     if (isList && memory.wish.kind == Wish::Kind::cancel && memory.wish.scope == Wish::Scope::all)
-        return askWhichToCancel(std::move(listed), reply, std::move(memory));
+        return askToCancelAll(std::move(listed), reply, std::move(memory));
     noteTopic(result, listed, memory);
     memory.pending = pendingIn(call, result, reply);
     noteList(std::move(listed), memory);

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/reminders/ReminderRules.h"
 
+#include "QuorvellCore/reminders/state/ReminderRepeat.h"
+#include "QuorvellCore/text/LowerCase.h"
+#include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/QuestionKind.h"
 #include "Understanding/skills/reminders/ReminderCalls.h"
 #include "Understanding/skills/reminders/ReminderQuestions.h"
@@ -8,6 +11,7 @@
 #include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenMove.h"
 #include "Understanding/time/SpokenPhrase.h"
+#include "Understanding/time/SpokenRepeat.h"
 #include "Understanding/time/SpokenWhen.h"
 #include "Understanding/time/TimeWords.h"
 
@@ -24,6 +28,10 @@ namespace {
 constexpr const char* vague = "later";
 constexpr const char* whichThing = "Please say which reminder or event you mean, and when it should be.";
 constexpr const char* whenInstead = "Please say at what time the reminder should come instead.";
+
+constexpr const char* ruleUnknown = "I can remind you every day, every weekday, on a day of every week, every month or "
+                                    "every year, and in no other way. "
+                                    "Please say it in one of these ways.";
 
 constexpr int minutesOfDay = 24 * 60;
 
@@ -79,6 +87,66 @@ bool namesOnlyDay(const std::string& when, const RuleSurroundings& around)
     return phrase && !phrase->hasTime && phrase->task.empty();
 }
 
+/// "Every month" is every month on its own day.
+std::string ruleOfOwnDay(const std::string& words, const DateParts& own)
+{
+    static const Pattern plain(
+        "^(?:every|each) (day|week|month|year)$|^(?:(dai)|(week)|(month)|(year))ly$", Pattern::caseless);
+    const auto match = plain.find(words);
+    const auto day = match ? Calendar::dayOf(own.year, own.month, own.day) : std::nullopt;
+    if (!day)
+        return {};
+    const std::string unit =
+        lowerCased(match->texts[0] + match->texts[1] + match->texts[2] + match->texts[3] + match->texts[4]);
+    if (unit == "week")
+        return "weekly:" + std::to_string(Calendar::weekday(*day));
+    if (unit == "month")
+        return "monthly:" + std::to_string(own.day);
+    return unit == "year" ? "yearly" : "daily";
+}
+
+/// The first time of a rule at or after that one.
+DateParts firstOf(const std::string& rule, const DateParts& date, const RuleSurroundings& around)
+{
+    const auto repeat = ReminderRepeat::fromStored(rule);
+    const auto moment = date.instant(around.calendar);
+    if (!repeat || !moment)
+        return date;
+    const Instant first = repeat->first(*moment, around.calendar);
+    return date.allDay ? DateParts::fromDay(first, around.calendar) : DateParts::from(first, around.calendar);
+}
+
+/// The hour stays where none is named.
+RuleStep giveRule(
+    const FoundThing& reminder, const std::string& words, RequestMemory memory, const RuleSurroundings& around)
+{
+    const ReminderCalls calls{around};
+    memory.request.clear();
+    const DateParts own = reminder.start.value_or(DateParts::fromDay(around.now, around.calendar));
+    if (const std::string rule = ruleOfOwnDay(words, own); !rule.empty())
+        return {calls.repeatThis(reminder.id, reminder.start, rule), std::move(memory)};
+    if (const auto several = SpokenRepeat::read(words); several && !several->stored.empty()) {
+        const SpokenMove hour = several->rest.empty()
+            ? SpokenMove{std::vector{own}}
+            : SpokenMove::read(several->rest, own, SpokenMove::FarHour::isUsual, around);
+        if (hour.choices.size() != 1)
+            return {ruleUnknown, std::move(memory)};
+        const DateParts first = firstOf(several->stored, hour.choices.front(), around);
+        return {calls.repeatThis(reminder.id, first, several->stored), std::move(memory)};
+    }
+    const auto ownDay = own.wholeDay().instant(around.calendar);
+    const auto moment = ownDay ? SpokenMoment::read(words, LocalTime{*ownDay, around.calendar}) : std::nullopt;
+    if (!moment || moment->repeat.empty())
+        return {ruleUnknown, std::move(memory)};
+    DateParts first = moment->date;
+    if (first.allDay && !own.allDay) {
+        first.allDay = false;
+        first.hour = own.hour;
+        first.minute = own.minute;
+    }
+    return {calls.repeatThis(reminder.id, first, moment->repeat), std::move(memory)};
+}
+
 bool mayAnswer(const ReminderIntent& intent, const PendingQuestion& asked, const RuleSurroundings& around)
 {
     const auto phrase = SpokenPhrase::read(intent.text, around);
@@ -110,7 +178,8 @@ Request ReminderRules::request(ReminderIntent intent)
 
 Request ReminderRules::request(ReminderChange change)
 {
-    const auto wish = wishIn(change);
+    const bool isAll = change.kind == ReminderChange::Kind::cancelAll;
+    const auto wish = isAll ? Wish{.kind = Wish::Kind::cancel, .scope = Wish::Scope::all} : wishIn(change);
     // A bare time, or "done", may well be the answer; to whether something should be done it is none.
     return {.answer =
                 [change](RequestMemory memory, const RuleSurroundings& around) {
@@ -119,7 +188,8 @@ Request ReminderRules::request(ReminderChange change)
         .wish = wish,
         .mayAnswer =
             [wish](const PendingQuestion& asked, const RuleSurroundings&) {
-                return wish && wish->title.empty() && !QuestionKind::isYesOrNo(asked);
+                return wish && wish->title.empty() && wish->scope != Wish::Scope::all
+                    && !QuestionKind::isYesOrNo(asked);
             }};
 }
 
@@ -130,6 +200,8 @@ Request ReminderRules::followUp(Wish wish)
     return {
         .answer =
             [wish, mayBeDue](RequestMemory memory, const RuleSurroundings& around) {
+                if (!wish.repeat.empty())
+                    return set({.text = "remind me " + wish.repeat}, std::move(memory), around);
                 return mayBeDue ? carryOut(wish, std::move(memory), around) : RuleStep{whichThing, std::move(memory)};
             },
         .wish = wish,
@@ -203,6 +275,8 @@ std::optional<RuleStep> ReminderRules::retime(const Wish& wish, RequestMemory me
     const FoundThing reminder = memory.reminder;
     if (reminder.id.empty() || wish.when == vague)
         return std::nullopt;
+    if (!wish.repeat.empty())
+        return giveRule(reminder, wish.repeat, std::move(memory), around);
     if (!isShift(wish) && (isLength(wish.when) || !reminder.start))
         return std::nullopt;
     if (!wish.from.empty() && reminder.start && !SpokenMove::isAt(wish.from, *reminder.start, around))
@@ -228,6 +302,8 @@ std::optional<RuleStep> ReminderRules::putOffAhead(
     const auto fromOwn = fromNow ? SpokenMoment::read(later, LocalTime{*own, around.calendar}) : std::nullopt;
     if (!fromOwn || fromOwn->date.allDay || fromNow->date.allDay)
         return std::nullopt;
+    if (fromNow->date >= reminder.start)
+        return RuleStep{ReminderCalls{around}.putOffThis(reminder.id, later), memory};
     return askWhichTime(reminder, {fromOwn->date, fromNow->date}, memory, around);
 }
 

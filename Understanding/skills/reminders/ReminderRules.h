@@ -27,9 +27,9 @@ struct ReminderRules {
         const FoundThing& reminder, const Wish& wish, RequestMemory memory, const RuleSurroundings& around);
     /// Another time for the one last talked about. Nothing for a length of time from now: then what is due is meant.
     static std::optional<RuleStep> retime(const Wish& wish, RequestMemory memory, const RuleSurroundings& around);
-    /// A length of time ("in a day", "later") for the one last talked about, which is not due yet: on from its own time
-    /// or from now, which is asked. Nothing where it says something else, or where it is not known when the reminder
-    /// is.
+    /// A length of time ("in a day", "later") for the one last talked about, which is not due yet: from now where that
+    /// is later than its own time, else from either, which is asked. Nothing where it says something else, or where it
+    /// is not known when the reminder is.
     static std::optional<RuleStep> putOffAhead(
         const std::string& later, const RequestMemory& memory, const RuleSurroundings& around);
 };

@@ -158,7 +158,11 @@ std::string questionBefore(const ToolRequest& call)
         return "";
     if (memberOf(arguments, "done"))
         return "Should I mark that reminder as done?";
-    return memberOf(arguments, "later") ? "Should I move that reminder?" : "Should I set a reminder for that?";
+    if (memberOf(arguments, "cancel"))
+        return "Should I cancel that reminder?";
+    if (memberOf(arguments, "later"))
+        return "Should I move that reminder?";
+    return memberOf(arguments, "id") ? "Should I change that reminder?" : "Should I set a reminder for that?";
 }
 
 Skill::Step undo(RequestMemory memory, const RuleSurroundings& around)

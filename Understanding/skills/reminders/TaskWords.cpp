@@ -15,6 +15,8 @@ std::string linkFor(const std::string& lowerTask, const std::string& lowerWords)
     static const Pattern thing(
         "^(?:the|my|our|your|his|her|their|a|an|this|that|these|those|all|some|\\d+)\\b|^\\S+'s\\b"
         "|^(?!(?:br|r|s|p|str|sl|spr|fl|st)ing\\b)[a-z]+ing\\b"); // "Paying rent", but not "bring" and "ring".
+    if (lowerTask.starts_with("not to "))
+        return "";
     const std::size_t place = lowerWords.find(lowerTask.substr(0, lowerTask.find(' ')));
     const std::string before = place == std::string::npos ? "" : " " + trimmed(lowerWords.substr(0, place));
     if (before.ends_with(" to"))
@@ -48,6 +50,12 @@ TaskWords TaskWords::of(std::string_view task, std::string_view userWords)
     const bool wroteItSo = userWords.find(firstWord) != std::string_view::npos;
     const bool isCapitals = hasUpperCase(firstWord.substr(firstCharacters(firstWord, 1).size()));
     const std::string link = linkFor(lowerCased(text), lowerCased(userWords));
+    // "Remind Bob to call mum": only the user can be reminded.
+    constexpr std::string_view toDo = " to ";
+    const bool isOfOther = wroteItSo && hasUpperCase(firstWord) && link == "to"
+        && text.substr(firstWord.size()).starts_with(toDo) && !userWords.starts_with(firstWord);
+    if (isOfOther)
+        return {firstWord + " is" + text.substr(firstWord.size()), "that"};
     return {wroteItSo || isCapitals || firstWord == "I" ? text : withLowerCaseFirst(text), link};
 }
 

@@ -9,7 +9,9 @@ namespace quorvell {
 
 struct TaskWords {
     std::string text; ///< A first letter that the user did not write in upper case is lowered.
-    std::string link; ///< "to", "about" or "that"; empty for an empty task.
+    std::string link; ///< "to", "about" or "that"; empty where none is needed: "not to be late".
+
+    std::string linked() const { return link.empty() ? text : link + " " + text; }
 
     /// `userWords` are those of the request; they tell "to call Anna" from "about Anna".
     static TaskWords of(std::string_view task, std::string_view userWords);
