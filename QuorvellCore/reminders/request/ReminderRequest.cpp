@@ -215,13 +215,16 @@ std::optional<std::string> correctedTime(
 {
     const auto& old = before.reading().phrase();
     const auto& fresh = after.reading().phrase();
-    if (!old || !fresh || !after.reading().isWhole() || (!before.task().empty() && !after.task().empty()))
+    if (!old || !fresh || !after.reading().isWhole())
         return std::nullopt;
     const UnderstoodTime kept = before.reading().understood(calendar);
     const UnderstoodTime named = after.reading().understood(calendar);
     const bool isLength = fresh->findings.instant.has_value();
     const bool namesDay = !named.day.empty() || !named.rule.empty() || isLength;
     if (!kept.rule.empty() && namesDay && named.rule.empty()) // One time of it, or another rule?
+        return std::nullopt;
+    const bool namesAll = isLength || (namesDay && !named.clock.empty());
+    if (!before.reading().isWhole() && !namesAll) // What was doubtful may be what stays.
         return std::nullopt;
     if (named.clock.empty() && !isLength)
         time += " " + kept.clock;
@@ -230,22 +233,36 @@ std::optional<std::string> correctedTime(
     return time;
 }
 
-/// "Call mum tomorrow at 5 pm, no wait, 6 pm": what was not put right stays.
-std::optional<ReminderRequest> corrected(std::string_view words, Instant now, const Calendar& calendar)
+struct CorrectedWords {
+    std::string task;
+    std::string time;
+};
+
+/// "Call mum tomorrow at 5 pm, no wait, 6 pm, no, 7": what was not put right stays.
+std::optional<CorrectedWords> correctedWords(std::string_view words, Instant now, const Calendar& calendar)
 {
     const auto correction = RequestCorrection::find(words);
     if (!correction)
         return std::nullopt;
-    const ReadWords before(correction->before, now, calendar);
+    const auto earlier = correctedWords(correction->before, now, calendar);
+    const ReadWords before(earlier ? earlier->time : correction->before, now, calendar);
     const ReadWords after(correction->after, now, calendar);
+    const std::string task = earlier ? earlier->task : before.task();
     const auto time = correctedTime(before, after, correction->after, calendar);
-    if (!time)
+    if (!time || (!task.empty() && !after.task().empty()))
         return std::nullopt;
-    ReminderRequest request = ReminderRequest::fromWords(*time, now, calendar);
-    const std::string task = before.task().empty() ? after.task() : before.task();
+    return CorrectedWords{task.empty() ? after.task() : task, *time};
+}
+
+std::optional<ReminderRequest> corrected(std::string_view words, Instant now, const Calendar& calendar)
+{
+    const auto meant = correctedWords(words, now, calendar);
+    if (!meant)
+        return std::nullopt;
+    ReminderRequest request = ReminderRequest::fromWords(meant->time, now, calendar);
     if (request.verdict == Verdict::ready || request.verdict == Verdict::needsTask)
-        return ReminderRequest::settled(task, request.date, request.hasTime, request.repeatRule, now, calendar);
-    request.task = task;
+        return ReminderRequest::settled(meant->task, request.date, request.hasTime, request.repeatRule, now, calendar);
+    request.task = meant->task;
     return request;
 }
 

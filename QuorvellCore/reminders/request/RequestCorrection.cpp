@@ -29,7 +29,7 @@ bool mayCorrect(std::string_view words)
 std::optional<RequestCorrection> RequestCorrection::find(std::string_view words)
 {
     static const Pattern marker("[\\s,.;:]+(?:(?:oh|uh|um|no|wait|sorry|actually|i mean|i meant|make (?:it|that)"
-                                "|scratch that|correction|(?:or )?rather)\\b[\\s,.;:]+)+",
+                                "|scratch that|correction|(?:or )?rather(?! than\\b))\\b[\\s,.;:]+)+",
         Pattern::Case::insensitive);
     static const Pattern bareHour("^\\d{1,2}(?::\\d{2})?(?=$|[\\s,.]+(?:to|for|about)\\b)", Pattern::Case::insensitive);
     if (!mayCorrect(words))
@@ -39,7 +39,10 @@ std::optional<RequestCorrection> RequestCorrection::find(std::string_view words)
         return std::nullopt;
     const TextRange& range = matches.back().range;
     const std::string after = trimmed(words.substr(range.end), ",.;:!");
-    return RequestCorrection{std::string(words.substr(0, range.start)), bareHour.find(after) ? "at " + after : after};
+    static const Pattern bareLength(
+        "^(?:half )?[a-z0-9-]+ (?:minutes?|mins?|hours?|days?|weeks?)\\b", Pattern::Case::insensitive);
+    const std::string lead = bareHour.find(after) ? "at " : bareLength.find(after) ? "in " : "";
+    return RequestCorrection{std::string(words.substr(0, range.start)), lead + after};
 }
 
 } // namespace quorvell
