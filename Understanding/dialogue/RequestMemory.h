@@ -24,7 +24,9 @@ struct RequestMemory {
     /// Things that are taken away one after the other, each by a call of its own, once the user agreed to all.
     struct Batch {
         std::vector<FoundThing> left{}; ///< The first is the one of the call that is asked for or under way.
+        bool isOfSeries = true; ///< What repeats ends; else only this time of it goes.
         std::size_t done = 0;
+        std::vector<std::string> goesOn{}; ///< Titles of what comes again.
         std::vector<std::string> failed{}; ///< Titles.
 
         bool operator==(const Batch&) const = default;

@@ -80,6 +80,7 @@ constexpr Row rows[] = {
     {"perfect", Topic::agreement},
     {"sounds good", Topic::agreement},
     {"that is right", Topic::agreement},
+    {"that is correct", Topic::agreement},
     {"correct", Topic::agreement},
     {"right", Topic::agreement},
     {"repeat that", Topic::repeat},

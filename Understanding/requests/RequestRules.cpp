@@ -3,6 +3,7 @@
 
 #include "QuorvellCore/live/tools/ToolResult.h"
 #include "QuorvellCore/safety/SpokenConsent.h"
+#include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/PlainReplies.h"
 #include "Understanding/dialogue/QuestionKind.h"
 #include "Understanding/dialogue/SmallTalk.h"
@@ -74,13 +75,15 @@ Step answerPlainly(
         return RuleStep{wasAsking ? std::string(PlainReplies::dropped) : "Okay.", std::move(memory)};
     }
     // It chooses nothing, and is no task and no note.
-    if (memory.pending.isOpen() && SmallTalk::isAgreement(core)) {
+    static const Pattern yes("^(?:yes|yeah|yep|yup|sure)\\b", Pattern::Case::insensitive);
+    const bool isYes = yes.find(core) && SpokenConsent::isAffirmative(core);
+    if (memory.pending.isOpen() && (isYes || SmallTalk::isAgreement(core))) {
         const std::string again = std::string(PlainReplies::notUnderstood) + " " + memory.pending.question;
         return RuleStep{again, std::move(memory)};
     }
     const SkillSummary skills{SkillTable::abilities(around), SkillTable::help(around)};
     // Thanks are closing words, too: nothing but them may be all that was said.
-    for (const std::string& said : {core, opened}) {
+    for (const std::string& said : {core, opened, std::string(isYes ? "yes" : core)}) {
         if (const auto text = SmallTalk::answer(said, memory.lastReply, skills, around))
             return RuleStep{*text, std::move(memory)};
     }

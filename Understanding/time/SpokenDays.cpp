@@ -152,6 +152,9 @@ std::optional<SpokenDays> SpokenDays::findMoment(std::string_view said, const Lo
         return std::nullopt;
     std::string rest;
     const auto named = find(said, around, rest);
+    const auto clock = SpokenPhrase::read(rest, around); // "Friday afternoon" alone names no hour.
+    if (!clock || !clock->hasTime)
+        return std::nullopt;
     const bool isOfToday = moment->date.wholeDay() == dayAfter(0, around);
     const bool isOfTomorrow = moment->date.wholeDay() == dayAfter(1, around);
     const std::string day = named && named->isOneDay() ? named->words
@@ -164,7 +167,9 @@ std::optional<SpokenDays> SpokenDays::findMoment(std::string_view said, const Lo
 
 bool SpokenDays::hold(const DateParts& date) const
 {
-    return date.wholeDay() >= from.wholeDay() && date.wholeDay() <= to.wholeDay();
+    if (date.allDay || from.allDay)
+        return date.wholeDay() >= from.wholeDay() && date.wholeDay() <= to.wholeDay();
+    return date >= from && date <= to;
 }
 
 SpokenDays SpokenDays::ahead(const LocalTime& around)

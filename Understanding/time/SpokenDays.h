@@ -23,7 +23,7 @@ struct SpokenDays {
     static std::optional<SpokenDays> find(std::string_view words, const LocalTime& around, std::string& others);
     /// The minute that is asked about: "on friday at 3 pm". Nothing where the words settle on no hour.
     static std::optional<SpokenDays> findMoment(std::string_view words, const LocalTime& around, std::string& others);
-    /// Whether a date lies in these days, hours left aside.
+    /// Whether a date lies in these days, or between these moments.
     bool hold(const DateParts& date) const;
     bool isOneDay() const { return from.wholeDay() == to.wholeDay(); }
     /// From now on for a month: where an event is looked for whose day nobody named.

@@ -139,18 +139,18 @@ std::optional<AgendaIntent> AgendaIntent::findingTime(const RequestReading& read
     auto days = SpokenDays::find(words, around, others);
     if (wholePart && days && !isDay && days->from == days->to)
         days = SpokenDays::read(days->words + " " + wholePart->texts[0], around).value_or(*days);
-    if (!RequestText::isIdle(others)) { // "Am I free tomorrow at 4?"
-        std::string beside;
-        if (auto moment = SpokenDays::findMoment(words, around, beside)) {
-            moment->to = moment->from.adding(intent.minutes);
-            days = std::move(moment);
-            others = beside;
-        }
-    }
     static const Pattern purpose("\\b(?:for|to|see|meet|visit|go|do) \\S.*$", Pattern::caseless);
+    const auto isAll = [](const std::string& rest) { return RequestText::isIdle(purpose.replaceAll(rest, "")); };
+    std::string beside;
+    auto moment = SpokenDays::findMoment(words, around, beside); // "Am I free tomorrow at 4?"
+    if (moment && (isAll(others) || isAll(beside))) {
+        moment->to = moment->from.adding(intent.minutes);
+        days = std::move(moment);
+        others = isAll(others) ? others : beside;
+    }
     // "When could I see Ben for an hour?"
     const bool hasPurpose = reading.has(CommonCues::when) && SpokenLength::read(reading.content);
-    if (!hasPurpose && !RequestText::isIdle(purpose.replaceAll(others, "")))
+    if (!hasPurpose && !isAll(others))
         return std::nullopt;
     intent.days = days;
     return intent;
@@ -218,8 +218,8 @@ std::optional<AgendaIntent> AgendaIntent::asking(const RequestReading& reading, 
     static const Pattern year("\\b(?:19|20)\\d{2}\\b");
     const std::string& content = reading.content;
     std::string beside; // "Do I have anything at 3?"
-    auto minute =
-        reading.has(CommonCues::any) ? SpokenDays::findMoment(content, around, beside) : std::optional<SpokenDays>();
+    const bool isOpen = reading.has(CommonCues::any) || reading.has(CommonCues::have);
+    auto minute = isOpen ? SpokenDays::findMoment(content, around, beside) : std::optional<SpokenDays>();
     if (minute && RequestText::isIdle(beside))
         return AgendaIntent{.kind = Kind::list, .days = std::move(minute)};
     const bool isOther =

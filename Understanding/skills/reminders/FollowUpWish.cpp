@@ -90,7 +90,8 @@ std::optional<Wish> otherRule(const std::string& words)
     static const Pattern rule("^(?:every|each)\\b|^(?:daily|weekly|monthly|yearly)\\b", Pattern::caseless);
     static const Pattern same(
         ",? (?:on (?:this|that|the same) (?:date|day)|at (?:this|that|the same) time)$", Pattern::caseless);
-    const std::string spoken = lead.replaceAll(words, "");
+    static const Pattern noun("^an? (?=\\S+ (?:reminder|one)$)|(?<=ly) (?:reminder|one)$", Pattern::caseless);
+    const std::string spoken = noun.replaceAll(lead.replaceAll(words, ""), "");
     if (!rule.find(spoken))
         return std::nullopt;
     const std::string often = same.replaceAll(spoken, "");
@@ -105,7 +106,7 @@ std::optional<Wish> otherRule(const std::string& words)
 std::optional<Wish> FollowUpWish::read(std::string_view core, const LocalTime& around)
 {
     static const Pattern instead(",? instead$", Pattern::caseless);
-    static const Pattern asks("\\bremind", Pattern::caseless); // "Remind me an hour before" moves nothing.
+    static const Pattern asks("\\bremind(?!er$)", Pattern::caseless); // "Remind me an hour before" moves nothing.
     if (RequestWords(core).size() > mostWords || asks.find(core))
         return std::nullopt;
     const std::string words = trimmed(ReminderIntent::timeAnswer(instead.replaceAll(core, "")), ",.");

@@ -78,9 +78,9 @@ ToolCalls::Answer ReminderCalls::cancelThis(std::string_view id) const
     return ToolCalls::call(around, tool, {{"cancel", true}, {"id", id}}, changing);
 }
 
-ToolCalls::Answer ReminderCalls::endThis(std::string_view id) const
+ToolCalls::Answer ReminderCalls::cancelThis(std::string_view id, bool isOfSeries) const
 {
-    return ToolCalls::call(around, tool, {{"cancel", true}, {"id", id}, {"series", true}}, changing);
+    return ToolCalls::call(around, tool, {{"cancel", true}, {"id", id}, {"series", isOfSeries}}, changing);
 }
 
 ToolCalls::Answer ReminderCalls::repeatThis(

@@ -30,8 +30,8 @@ struct ReminderCalls {
     // Of the one with that id:
     ToolCalls::Answer finishThis(std::string_view id) const;
     ToolCalls::Answer cancelThis(std::string_view id) const;
-    /// With everything of a series, where it is one.
-    ToolCalls::Answer endThis(std::string_view id) const;
+    /// Asks nothing: where it repeats, this time goes, or all of them.
+    ToolCalls::Answer cancelThis(std::string_view id, bool isOfSeries) const;
     /// `rule` in the form of the tools.
     ToolCalls::Answer repeatThis(
         std::string_view id, const std::optional<DateParts>& first, std::string_view rule) const;

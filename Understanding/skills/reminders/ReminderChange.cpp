@@ -106,6 +106,22 @@ std::optional<ReminderChange> ReminderChange::finishing(const RequestReading& re
     return ReminderChange{.kind = isDone ? Kind::done : Kind::cancel, .task = task};
 }
 
+ReminderChange ReminderChange::ofTime(ReminderChange change, const RuleSurroundings& around)
+{
+    static const Pattern every("^(?:every|each|every single)$", Pattern::caseless);
+    static const Pattern set(
+        "^(?:(?:that is|which is|is) )?(?:scheduled |set )?(?:for |at |of |on )?", Pattern::caseless);
+    if (every.find(change.task))
+        return {.kind = Kind::cancelAll};
+    const std::string time = set.replaceAll(change.task, "");
+    std::string others;
+    auto days = SpokenDays::read(time, around);
+    if (!days)
+        days = SpokenDays::findMoment(time, around, others);
+    const bool isTime = days && others.empty() && !time.empty();
+    return isTime ? ReminderChange{.kind = Kind::cancelAll, .days = std::move(days)} : change;
+}
+
 std::optional<ReminderChange> ReminderChange::told(std::string_view core)
 {
     static const Pattern past("^(?:(?:yes|yeah|yep|ok|okay)[,.]? )?(?:i|we)(?:'ve|’ve| have)?(?: been and| gone and| "

@@ -28,6 +28,8 @@ struct ReminderChange {
     static std::string taskNamed(const std::string& content);
     static std::optional<ReminderChange> listing(const RequestReading& reading, const RuleSurroundings& around);
     static std::optional<ReminderChange> finishing(const RequestReading& reading);
+    /// Of cancel, where a time stands in place of the task: all of that time.
+    static ReminderChange ofTime(ReminderChange change, const RuleSurroundings& around);
     /// "I have already called the dentist".
     static std::optional<ReminderChange> told(std::string_view core);
     /// Nothing without a time where a plain "later" is not meant either.

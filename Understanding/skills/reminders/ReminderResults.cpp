@@ -131,12 +131,13 @@ RuleStep askToCancelAll(std::vector<FoundThing> listed, const std::string& told,
         return ToolResults::say(told, std::move(memory));
     const bool areTooMany = listed.size() > mostAtOnce;
     listed.resize(std::min(listed.size(), mostAtOnce));
-    const Json first{{"cancel", true}, {"id", listed.front().id}, {"series", true}};
-    const std::string question = told
-        + (listed.size() == 1 ? " Should I really delete it?"
-                              : std::string(" Should I really delete ") + (areTooMany ? "the first " : "all ")
-                    + std::to_string(listed.size()) + "?");
-    memory.batch = {.left = std::move(listed)};
+    const bool isOfSeries = !memory.days; // "For tomorrow" ends nothing that comes every day.
+    const Json first{{"cancel", true}, {"id", listed.front().id}, {"series", isOfSeries}};
+    const bool goesOn = !isOfSeries && std::ranges::any_of(listed, &FoundThing::repeats);
+    const std::string which =
+        listed.size() == 1 ? "it" : (areTooMany ? "the first " : "all ") + std::to_string(listed.size());
+    const std::string question = told + " Should I really delete " + which + (goesOn ? ", this time only?" : "?");
+    memory.batch = {.left = std::move(listed), .isOfSeries = isOfSeries};
     return RuleStep::asking({.kind = &ToolResults::confirmation,
                                 .question = question,
                                 .tool = ReminderCalls::tool,
@@ -157,6 +158,8 @@ std::string batchReply(const RequestMemory::Batch& batch)
     std::string reply = batch.done == 0 ? "No reminder was deleted."
         : batch.done == 1               ? "One reminder is deleted. Its note stays in your notebook."
                           : std::to_string(batch.done) + " reminders are deleted. Their notes stay in your notebook.";
+    for (const std::string& title : batch.goesOn)
+        reply += " It comes again: " + title + ".";
     for (const std::string& title : batch.failed)
         reply += " I could not delete: " + title + ".";
     return reply;
@@ -167,11 +170,13 @@ RuleStep goOnWithBatch(const ToolResult& result, RequestMemory memory, const Rul
     RequestMemory::Batch& batch = memory.batch;
     const bool isDone = result.status() == ToolStatus::done;
     batch.done += isDone ? 1 : 0;
+    if (memberOf(result.json(), "next"))
+        batch.goesOn.push_back(batch.left.front().title);
     if (!isDone)
         batch.failed.push_back(batch.left.front().title);
     batch.left.erase(batch.left.begin());
     if (!batch.left.empty()) {
-        const auto next = ReminderCalls{around}.endThis(batch.left.front().id);
+        const auto next = ReminderCalls{around}.cancelThis(batch.left.front().id, batch.isOfSeries);
         return {next, std::move(memory)};
     }
     const std::string reply = batchReply(std::exchange(batch, {}));

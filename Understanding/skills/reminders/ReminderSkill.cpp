@@ -76,9 +76,13 @@ Found list(const RequestReading& reading, const RuleSurroundings& around)
     return requestFor(ReminderChange::listing(reading, around));
 }
 
-Found finish(const RequestReading& reading, const RuleSurroundings&)
+/// "Delete every reminder", "cancel the 7 am alarm": they are looked up, told and asked about.
+Found finish(const RequestReading& reading, const RuleSurroundings& around)
 {
-    return requestFor(ReminderChange::finishing(reading));
+    auto change = ReminderChange::finishing(reading);
+    if (change && change->kind == ReminderChange::Kind::cancel && reading.has(ReminderCues::reminder))
+        change = ReminderChange::ofTime(*std::move(change), around);
+    return requestFor(std::move(change));
 }
 
 Found putOff(const RequestReading& reading, const RuleSurroundings& around)
