@@ -11,6 +11,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace quorvell {
@@ -160,9 +161,13 @@ std::string batchReply(const RequestMemory::Batch& batch)
                           : std::to_string(batch.done) + " reminders are deleted. Their notes stay in your notebook.";
     for (const std::string& title : batch.goesOn)
         reply += " It comes again: " + title + ".";
-    for (const std::string& title : batch.failed)
-        reply += " I could not delete: " + title + ".";
-    return reply;
+    const std::size_t named = std::min(batch.failed.size(), RequestMemory::mostTold);
+    for (std::size_t index = 0; index < named; ++index)
+        reply += (index == 0 ? " I could not delete: " : ", ") + batch.failed[index];
+    return reply
+        + (named < batch.failed.size() ? " and " + std::to_string(batch.failed.size() - named) + " more."
+                : named > 0            ? "."
+                                       : "");
 }
 
 RuleStep goOnWithBatch(const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
@@ -175,6 +180,11 @@ RuleStep goOnWithBatch(const ToolResult& result, RequestMemory memory, const Rul
     if (!isDone)
         batch.failed.push_back(batch.left.front().title);
     batch.left.erase(batch.left.begin());
+    const bool isRefused = !isDone && result.failure() != ToolFailure::noReminderWithID;
+    if (isRefused) { // The others would be, too.
+        std::ranges::transform(batch.left, std::back_inserter(batch.failed), &FoundThing::title);
+        batch.left.clear();
+    }
     if (!batch.left.empty()) {
         const auto next = ReminderCalls{around}.cancelThis(batch.left.front().id, batch.isOfSeries);
         return {next, std::move(memory)};

@@ -116,34 +116,42 @@ DateParts firstOf(const std::string& rule, const DateParts& date, const RuleSurr
     return date.allDay ? DateParts::fromDay(first, around.calendar) : DateParts::from(first, around.calendar);
 }
 
-/// The hour stays where none is named.
+DateParts atClockOf(DateParts day, const DateParts& clock)
+{
+    day.allDay = clock.allDay;
+    day.hour = clock.hour;
+    day.minute = clock.minute;
+    return day;
+}
+
+/// The hour stays where none is named. What repeats already may stand far ahead: its new rule begins now.
 RuleStep giveRule(
     const FoundThing& reminder, const std::string& words, RequestMemory memory, const RuleSurroundings& around)
 {
     const ReminderCalls calls{around};
     memory.request.clear();
     const DateParts own = reminder.start.value_or(DateParts::fromDay(around.now, around.calendar));
-    if (const std::string rule = ruleOfOwnDay(words, own); !rule.empty())
-        return {calls.repeatThis(reminder.id, reminder.start, rule), std::move(memory)};
+    const DateParts today = atClockOf(DateParts::fromDay(around.now, around.calendar), own);
+    if (const std::string rule = ruleOfOwnDay(words, own); !rule.empty()) {
+        const bool beginsNow = reminder.repeats && rule != "yearly"; // Every year needs its own day.
+        const auto first = beginsNow ? std::optional(firstOf(rule, today, around)) : reminder.start;
+        return {calls.repeatThis(reminder.id, first, rule), std::move(memory)};
+    }
+    const DateParts from = reminder.repeats ? today : own;
     if (const auto several = SpokenRepeat::read(words); several && !several->stored.empty()) {
         const SpokenMove hour = several->rest.empty()
-            ? SpokenMove{std::vector{own}}
-            : SpokenMove::read(several->rest, own, SpokenMove::FarHour::isUsual, around);
+            ? SpokenMove{std::vector{from}}
+            : SpokenMove::read(several->rest, from, SpokenMove::FarHour::isUsual, around);
         if (hour.choices.size() != 1)
             return {ruleUnknown, std::move(memory)};
         const DateParts first = firstOf(several->stored, hour.choices.front(), around);
         return {calls.repeatThis(reminder.id, first, several->stored), std::move(memory)};
     }
-    const auto ownDay = own.wholeDay().instant(around.calendar);
-    const auto moment = ownDay ? SpokenMoment::read(words, LocalTime{*ownDay, around.calendar}) : std::nullopt;
+    const auto day = from.wholeDay().instant(around.calendar);
+    const auto moment = day ? SpokenMoment::read(words, LocalTime{*day, around.calendar}) : std::nullopt;
     if (!moment || moment->repeat.empty())
         return {ruleUnknown, std::move(memory)};
-    DateParts first = moment->date;
-    if (first.allDay && !own.allDay) {
-        first.allDay = false;
-        first.hour = own.hour;
-        first.minute = own.minute;
-    }
+    const DateParts first = moment->date.allDay ? atClockOf(moment->date, own) : moment->date;
     return {calls.repeatThis(reminder.id, first, moment->repeat), std::move(memory)};
 }
 
