@@ -62,7 +62,8 @@ std::string withThisDate(std::string words, Instant now, const Calendar& calenda
     static const Pattern thisDate(R"(\bon (?:this|the same) (?:date|day)\b)", Pattern::Case::insensitive);
     static const Pattern rule(R"(\b(?:every|each|weekly|monthly|yearly|annually)\b)", Pattern::Case::insensitive);
     constexpr std::size_t longest = 400; // Bytes; longer requests are hardly said.
-    const auto match = words.size() <= longest ? thisDate.find(words) : std::nullopt;
+    const bool mayMatch = words.size() <= longest && asciiLowerCased(words).find("on th") != std::string::npos;
+    const auto match = mayMatch ? thisDate.find(words) : std::nullopt;
     if (!match || !rule.find(words))
         return words;
     const std::string day = "on " + DateParts::fromDay(now, calendar).text();
