@@ -5,12 +5,12 @@
 #include "LiveService/speech/OnDeviceSpeechPort.h"
 #include "OnDeviceSpeech/SpeechVoice.h"
 #include "Quorvell/app/program/ExitCode.h"
+#include "Quorvell/app/program/GivenFile.h"
 #include "Quorvell/app/program/Interrupts.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UsersCalendar.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QRandomGenerator>
 #include <QSocketNotifier>
 #include <QSslCertificate>
@@ -21,7 +21,6 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -33,7 +32,7 @@ namespace quorvell {
 namespace {
 
 constexpr std::size_t longestToken = 4096;
-constexpr qint64 maximumKeyBytes = 64 * 1024;
+constexpr std::size_t mostPemBytes = 256 * 1024; ///< A chain of certificates has some 10 KiB.
 
 struct Options {
     std::string host = "127.0.0.1";
@@ -58,11 +57,9 @@ std::string randomHex(int words)
     return text;
 }
 
-std::string firstLine(std::istream& input)
+std::string firstLine(const std::string& text)
 {
-    std::string line;
-    for (char letter{}; line.size() < longestToken && input.get(letter) && letter != '\n';)
-        line += letter;
+    std::string line = text.substr(0, text.find('\n'));
     while (!line.empty() && (line.back() == '\r' || line.back() == ' '))
         line.pop_back();
     return line;
@@ -86,8 +83,8 @@ std::string firstLineOfInput()
 std::optional<Token> readToken(const Options& options, const ProgramEnvironment& environment)
 {
     if (options.isChild || !options.tokenFile.empty()) {
-        std::ifstream file(options.tokenFile);
-        Token token{options.isChild ? firstLineOfInput() : firstLine(file)};
+        Token token{options.isChild ? firstLineOfInput()
+                                    : firstLine(GivenFile::read(options.tokenFile, longestToken).value_or(""))};
         return token.text.empty() ? std::nullopt : std::optional(token);
     }
     if (environment.liveToken)
@@ -106,9 +103,10 @@ std::optional<QSslConfiguration> readTls(const Options& options, std::string& pr
 {
     if (options.certificateFile.empty())
         return std::nullopt;
-    const auto certificates = QSslCertificate::fromPath(QString::fromStdString(options.certificateFile));
-    QFile file(QString::fromStdString(options.keyFile.empty() ? options.certificateFile : options.keyFile));
-    const QByteArray pem = file.open(QIODevice::ReadOnly) ? file.read(maximumKeyBytes) : QByteArray();
+    const std::string first = GivenFile::read(options.certificateFile, mostPemBytes).value_or("");
+    const auto certificates = QSslCertificate::fromData(QByteArray::fromStdString(first));
+    const QByteArray pem = QByteArray::fromStdString(
+        options.keyFile.empty() ? first : GivenFile::read(options.keyFile, mostPemBytes).value_or(""));
     const QSslKey rsa(pem, QSsl::Rsa);
     const QSslKey key = rsa.isNull() ? QSslKey(pem, QSsl::Ec) : rsa;
     if (certificates.isEmpty() || key.isNull()) {

@@ -2,19 +2,23 @@
 // Catches surroundings misread: time zone, locale, folders, timers and lines of input; and output that is lost unseen.
 #include "QtApplication.h"
 #include "Quorvell/app/program/EndDeadline.h"
+#include "Quorvell/app/program/GivenFile.h"
 #include "Quorvell/app/program/StandardStreams.h"
 #include "Quorvell/app/terminal/PipedLines.h"
 #include "Quorvell/desktop/QtScheduler.h"
 #include "Quorvell/settings/KeyVariables.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 
+#include <QTemporaryDir>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <iostream>
 #include <map>
 #include <thread>
@@ -226,6 +230,23 @@ TEST(EndDeadline, endsWhatDoesNotEnd)
         std::jthread([] { pause(); }).join();
     };
     EXPECT_EXIT(wait(), testing::ExitedWithCode(1), "what was changed last may not be saved");
+}
+
+TEST(GivenFile, isAFileOrAPipeThatSomebodyFills)
+{
+    const QTemporaryDir folder;
+    const std::string file = folder.filePath(QStringLiteral("key")).toStdString();
+    const std::string pipe = folder.filePath(QStringLiteral("pipe")).toStdString();
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FALSE(GivenFile::read(file, 100));
+    std::ofstream(file) << "a key\nmore";
+    EXPECT_EQ(GivenFile::read(file, 100), "a key\nmore");
+    EXPECT_EQ(GivenFile::read(file, 4), "a ke");
+    for (const std::string& never : {pipe, folder.path().toStdString(), std::string("/dev/zero")})
+        EXPECT_FALSE(GivenFile::read(never, 100, 20ms)) << never;
+    std::thread writer([&] { std::ofstream(pipe) << "from a pipe"; });
+    EXPECT_EQ(GivenFile::read(pipe, 100), "from a pipe");
+    writer.join();
 }
 
 } // namespace
