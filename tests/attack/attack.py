@@ -8,6 +8,7 @@ import argparse, collections, os, random, shutil, sys, time
 import command_lines, hostile_files, hostile_service, kills, wire
 from ground import BAD, Ground, Outcome
 
+SHARES = 4  # Of what would be a kind's equal share of the time left; most need less, and no kind may use up all.
 ORDINARY = {}  # What has been measured, by what measures it.
 COLUMNS = ("what", "runs", "survived", "refused", "hung", "crashed", "lost", "worst time", "peak memory", "ordinary")
 
@@ -16,18 +17,18 @@ def arguments():
     parser = argparse.ArgumentParser(prog="scripts/attack", description=__doc__.splitlines()[0])
     parser.add_argument("--program", required=True, help="the built program")
     parser.add_argument("--short", action="store_true", help="a few of each kind, within a minute")
-    parser.add_argument("--seconds", type=float, help="begin nothing after so many (default: 900, in short 50)")
+    parser.add_argument("--seconds", type=float, help="about so many; every kind is done once (default: 900, in short 50)")
     parser.add_argument("--seed", type=int, default=1, help="what chance begins with")
     parser.add_argument("--only", default="", help="kinds that have this in their names")
     return parser.parse_args()
 
 
 def attacked(name, ground, kind, rounds, seed, end):
-    """The ordinary case and all outcomes of one kind, which is broken off when its time is over."""
+    """The ordinary case and all outcomes of one kind, which is broken off when its time is over, but not before the first."""
     begin, cases = kind
     usual, outcomes = ORDINARY.get(begin) or ORDINARY.setdefault(begin, begin(ground)), []
     running = cases(ground, random.Random("%d %s" % (seed, name)), usual.seconds)
-    while len(outcomes) < rounds and time.monotonic() < end:
+    while len(outcomes) < rounds and (not outcomes or time.monotonic() < end):
         outcomes.append(next(running))
         if outcomes[-1].verdict in BAD:
             print("%s, run %d: %s: %s" % (name, len(outcomes), outcomes[-1].verdict, outcomes[-1].what), file=sys.stderr)
@@ -63,19 +64,19 @@ def main():
 def attack(ground, options):
     """Prints the table. How much was done, and how much of it went badly."""
     begun, seconds, runs, bad, unrun = time.monotonic(), options.seconds or (50 if options.short else 900), 0, 0, []
+    modules = (kills, command_lines, hostile_files, wire, hostile_service)
+    plan = [(name, few if options.short else many, kind) for module in modules
+            for name, (few, many, *kind) in module.KINDS.items() if options.only in name and (few if options.short else many)]
     print("| %s |\n|%s" % (" | ".join(COLUMNS), "---|" * len(COLUMNS)))
-    for module in (kills, command_lines, hostile_files, wire, hostile_service):
-        for name, (few, many, *kind) in module.KINDS.items():
-            rounds = few if options.short else many
-            if options.only not in name or not rounds:
-                continue
-            usual, outcomes = attacked(name, ground, kind, rounds, options.seed, begun + seconds)
-            if len(outcomes) < rounds:
-                unrun.append("%d of %s" % (rounds - len(outcomes), name))
-            if outcomes:
-                print("| %s |" % " | ".join(map(str, row(name, usual, outcomes))), flush=True)
-            runs += len(outcomes)
-            bad += sum(outcome.verdict in BAD for outcome in outcomes)
+    for index, (name, rounds, kind) in enumerate(plan):
+        now = time.monotonic()
+        share = SHARES * (begun + seconds - now) / (len(plan) - index)
+        usual, outcomes = attacked(name, ground, kind, rounds, options.seed, now + share)
+        if len(outcomes) < rounds:
+            unrun.append("%d of %s" % (rounds - len(outcomes), name))
+        print("| %s |" % " | ".join(map(str, row(name, usual, outcomes))), flush=True)
+        runs += len(outcomes)
+        bad += sum(outcome.verdict in BAD for outcome in outcomes)
     print("\nSeed %d, %d s.%s" % (options.seed, time.monotonic() - begun, " No time for " + ", ".join(unrun) if unrun else ""))
     return runs, bad
 
