@@ -8,8 +8,8 @@ COMMANDS = ["", "chat", "talk PATH", "remind WORDS", "reminders", "reminders lis
             "reminders later ID WORDS", "agenda", "agenda today", "agenda week", "agenda free NUMBER", "notes", "notes list",
             "notes find WORDS", "notes show ID", "notes add WORDS", "notes edit ID", "notes tick ID NUMBER",
             "notes picture ID PATH", "notes history ID", "notes restore ID NUMBER", "notes delete ID", "notes facts",
-            "notes remember WORDS", "notes confirm ID", "notes forget-facts --yes", "notes export PATH", "notes move PATH", "log", "log ID", "usage", "doctor",
-            "live-service --port 0", "agent", "nonsense"]
+            "notes remember WORDS", "notes confirm ID", "notes forget-facts --yes", "notes export PATH", "notes move PATH",
+            "log", "log ID", "usage", "doctor", "live-service --port 0", "agent", "nonsense"]
 OPTIONS = ["--json", "--help", "--version", "--verbose", "--dry-run", "--now", "--zone", "--list", "--last", "--yes", "--reply",
            "--device", "--backend", "--transport", "--host", "--port", "--token-file", "--fault", "--child", "--voice",
            "--tls-certificate", "--aloud", "--push-to-talk", "--list-devices", "--nonsense", "--", "-", "-x", "--json=--json"]
