@@ -198,6 +198,8 @@ void ResponsesTextConnection::ended(const responses_event::Ended& end)
         written(std::exchange(m_unfinished, {}));
     if (hasFailed)
         return giveUpAnswer("backend_failed", "The model could not finish its answer. Ask again.");
+    if (end.status == "incomplete" && !m_hasAnswerBegun)
+        return giveUpAnswer("answer_empty", "The model stopped before it answered. Ask again, or ask for less.");
     m_isAsking = false;
     proceed();
     settle();

@@ -116,6 +116,12 @@ TEST_F(ResponsesTextConnectionTest, aTypedQuestionSurvivesWhatPasses)
     const std::string good = ResponsesService::saying("Yes");
     const auto cut = [](ResponsesStreamWriter& writer) { return writer.textDelta("Ye"); };
     const auto nothing = [](ResponsesStreamWriter&) { return std::string(); };
+    const auto stopped = [](ResponsesStreamWriter& writer) {
+        OpenAIResponseEnd end;
+        end.status = OpenAIResponseEnd::Status::incomplete;
+        end.detail = "max_output_tokens";
+        return writer.ended(end);
+    };
     struct Row {
         const char* name;
         std::vector<ResponsesService::Answer> answers;
@@ -131,6 +137,7 @@ TEST_F(ResponsesTextConnectionTest, aTypedQuestionSurvivesWhatPasses)
         {"vanishes before a word", {{ResponsesService::stream(nothing)}, {good}}, {"Yes!"}, "", 0, 2},
         {"vanishes within a word", {{ResponsesService::stream(cut)}, {good}}, {"Ye"}, "was lost", 0, 1},
         {"hangs", {{ResponsesService::stream(nothing), Then::stay}, {good}}, {"Yes!"}, "", 0, 2},
+        {"stops before a word", {{ResponsesService::stream(stopped)}}, {}, "stopped before it answered", 0, 1},
         {"overloaded for good", {{ResponsesService::refusing("500 Busy")}}, {}, "a problem of its own (500)", 0, 4},
         {"wrong key", {{ResponsesService::refusing("401 No", "Bad key.")}}, {}, "", 1, 1},
         {"refuses a setting", {{ResponsesService::refusing("400 Bad", "unknown service_tier")}, {good}}, {"Yes!"}, "",
