@@ -8,20 +8,22 @@ namespace quorvell {
 
 TEST(SpokenConsent, onlyAClearYesIsOne)
 {
-    for (const char* yes : {"okay", "Yes.", "yes please send it", "uh okay, go ahead", "Oh, well — yeah, sure!",
-             "All right then", "All right, all right", "of course", "that’s fine", "THAT'S RIGHT", "hmm yes",
-             "send the email now", "please delete it", "go on then, thank you"}) {
+    for (const char* yes :
+        {"okay", "Yes.", "yes please send it", "uh okay, go ahead", "Oh, well — yeah, sure!", "All right then",
+            "All right, all right", "of course", "that’s fine", "THAT'S RIGHT", "hmm yes", "send the email now",
+            "please delete it", "go on then, thank you", "“Yes!”", "yes...\u00a0please;", "'ok'"}) {
         EXPECT_TRUE(SpokenConsent::isAffirmative(yes)) << yes;
         EXPECT_FALSE(SpokenConsent::hesitates(yes)) << yes;
     }
-    for (const char* other :
-        {"", " ... ", "hmm", "um and so", "it", "delete it", "yes the blue one", "yes yesterday", "oküy", "yes да"}) {
+    for (const char* other : {"", " ... ", "hmm", "um and so", "it", "delete it", "yes the blue one", "yes yesterday",
+             "oküy", "yes да", "yes/please", "yes…", "ye\u200bs", "yеs", "yes 👎", "yes 2"}) {
         EXPECT_FALSE(SpokenConsent::isAffirmative(other)) << other;
         EXPECT_FALSE(SpokenConsent::hesitates(other)) << other;
     }
     for (const char* doubt : {"yes but wait", "no", "okay, not yet", "don’t", "of course not", "Hold on.",
              "yes hold on", "sure, in a minute", "go away", "yes then again", "go ahead if you can", "send it?",
-             "okay then what", "maybe", "I guess so", "never mind"}) {
+             "okay then what", "maybe", "I guess so", "never mind", "okay just a thing", "yes one thing",
+             "yes, hold\u00a0on", "yes no_1"}) {
         EXPECT_FALSE(SpokenConsent::isAffirmative(doubt)) << doubt;
         EXPECT_TRUE(SpokenConsent::hesitates(doubt)) << doubt;
     }
