@@ -2,6 +2,7 @@
 // Any JSON is either no record or one within the bounds that survives being written and read again unchanged; what is
 // asked of a screen has an answer, whatever the screen.
 #include "QuorvellCore/automation/json/AutomationJson.h"
+#include "QuorvellCore/automation/loop/ActionText.h"
 #include "QuorvellCore/automation/screen/ObservationBounds.h"
 #include "fuzzing.h"
 
@@ -26,6 +27,7 @@ void askOf(const AutomationObservation& screen, const AutomationAction& action, 
 {
     const bool isValid = action.isValid(screen);
     require(!isValid || !action.target || screen.usableTarget(*action.target));
+    require(actionText(action, screen).starts_with(storedText(action.tool)));
     (void)action.arguments();
     const bool isNew = condition.kind == Postcondition::Kind::labelAppeared
         || condition.kind == Postcondition::Kind::valueContains || condition.kind == Postcondition::Kind::changed;
