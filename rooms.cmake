@@ -18,8 +18,8 @@ quorvell_room(text QuorvellCore/text CORE LIBRARIES ICU::uc ICU::i18n PUBLIC_LIB
 quorvell_room(notebook QuorvellCore/notebook CORE USES text)
 quorvell_room(reminders QuorvellCore/reminders CORE USES text notebook LIBRARIES ICU::uc ICU::i18n)
 quorvell_room(live QuorvellCore/live CORE USES text)
-quorvell_room(automation QuorvellCore/automation CORE USES text PUBLIC_LIBRARIES Threads::Threads)
 quorvell_room(safety QuorvellCore/safety CORE USES text LIBRARIES ICU::uc ICU::i18n)
+quorvell_room(automation QuorvellCore/automation CORE USES text safety PUBLIC_LIBRARIES Threads::Threads)
 
 # What a request means, without a model: its words, the times in it, what a conversation keeps in mind, one folder of
 # skills for each matter, and the table of them.

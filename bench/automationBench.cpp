@@ -59,6 +59,12 @@ void stateKey(benchmark::State& state)
         benchmark::DoNotOptimize(screen.stateKey());
 }
 
+void redacted(benchmark::State& state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(screen.redacted());
+}
+
 void verified(benchmark::State& state)
 {
     const AutomationObservation after = screenAfter();
@@ -119,6 +125,7 @@ void loopGuardAlone(benchmark::State& state)
 BENCHMARK(copyScreenAlone);
 BENCHMARK(isValid);
 BENCHMARK(stateKey);
+BENCHMARK(redacted);
 BENCHMARK(verified);
 BENCHMARK(keepWithinBounds);
 BENCHMARK(encodeScreen);

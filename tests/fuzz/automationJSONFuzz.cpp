@@ -32,6 +32,10 @@ void askOf(const AutomationObservation& screen, const AutomationAction& action, 
     const bool isNew = condition.kind == Postcondition::Kind::labelAppeared
         || condition.kind == Postcondition::Kind::valueContains || condition.kind == Postcondition::Kind::changed;
     require(!isNew || !condition.verified(screen, screen));
+    const AutomationObservation told = screen.redacted();
+    require(told.redacted() == told && told.candidates.size() == screen.candidates.size());
+    for (const AutomationCandidate& candidate : told.candidates)
+        require(!candidate.secure || candidate.value.empty());
 }
 
 } // namespace

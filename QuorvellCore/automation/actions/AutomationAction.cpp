@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/automation/actions/AutomationAction.h"
 
+#include "QuorvellCore/safety/ElementRole.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/CodePoints.h"
 #include "QuorvellCore/text/LowerCase.h"
@@ -36,11 +37,6 @@ bool isTypeable(const std::optional<std::string>& text)
 {
     return text && !text->empty() && hasUnitsWithin(*text, AutomationAction::longestTextUnits)
         && characterCount(*text) <= AutomationAction::longestText;
-}
-
-bool isEditable(const AutomationCandidate& target)
-{
-    return target.role == "AXTextField" || target.role == "AXTextArea" || target.role == "AXComboBox";
 }
 
 bool isSupportedKey(const std::optional<std::string>& key)
@@ -90,7 +86,7 @@ bool AutomationAction::isValid(const AutomationObservation& observation) const
     case Tool::click:
         return element;
     case Tool::typeText:
-        return element && isEditable(*element) && isTypeable(text);
+        return element && ElementRole::isTextEntry(element->role) && isTypeable(text);
     case Tool::pressKey:
         return isSupportedKey(key);
     case Tool::scroll:

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/automation/screen/AutomationObservation.h"
 
+#include "QuorvellCore/safety/SafetyGuard.h"
+
 namespace quorvell {
 
 const AutomationCandidate* AutomationObservation::usableTarget(std::string_view id) const
@@ -28,6 +30,16 @@ std::string AutomationObservation::stateKey() const
         key += flags[candidate.focused];
     }
     return key;
+}
+
+AutomationObservation AutomationObservation::redacted() const
+{
+    AutomationObservation copy = *this;
+    for (AutomationCandidate& shown : copy.candidates) {
+        if (!shown.value.empty() && SafetyGuard::isSensitiveValue(shown.label, shown.role, shown.value, shown.secure))
+            shown.value.clear();
+    }
+    return copy;
 }
 
 } // namespace quorvell

@@ -27,6 +27,9 @@ struct AutomationObservation {
     /// Equal for two observations that show the same thing, whatever numbers their scans gave it.
     std::string stateKey() const;
 
+    /// A copy to leave the device with: without the values of secret elements and those that look like a secret.
+    AutomationObservation redacted() const;
+
     bool operator==(const AutomationObservation&) const = default;
 };
 

@@ -42,6 +42,31 @@ TEST(AutomationObservation, stateKeyTellsWhatIsShownAndNothingElse)
     EXPECT_EQ(AutomationObservation{}.stateKey(), "\n\n");
 }
 
+TEST(AutomationObservation, redactedKeepsNoSecret)
+{
+    const struct {
+        AutomationCandidate candidate;
+        bool isKept;
+    } rows[] = {
+        {{.role = "AXTextField", .label = "Subject", .value = "Lunch"}, true},
+        {{.role = "AXTextField", .label = "Subject", .value = "Lunch", .secure = true}, false},
+        {{.role = "AXSecureTextField", .label = "Name", .value = "hunter2"}, false},
+        {{.role = "AXTextField", .label = "Card number", .value = "1234"}, false},
+        {{.role = "AXComboBox", .label = "Your PIN:", .value = "1234"}, false},
+        {{.role = "AXStaticText", .label = "Card number", .value = "ends in 1234"}, true}, // nobody types there
+        {{.role = "AXStaticText", .value = "4111 1111 1111 1111"}, false},
+        {{.role = "AXTextArea", .label = "Notes", .value = "4111-1111-1111-1111\n"}, false},
+        {{.role = "AXTextArea", .label = "Notes", .value = "4111 1111 1111 1112"}, true},
+        {{.role = "AXTextArea", .label = "Notes", .value = "The card: 4111 1111 1111 1111"}, true},
+    };
+    for (const auto& row : rows) {
+        AutomationObservation expected{.window = "Secure", .candidates = {row.candidate}};
+        const AutomationObservation redacted = expected.redacted();
+        expected.candidates[0].value = row.isKept ? row.candidate.value : "";
+        EXPECT_EQ(redacted, expected) << row.candidate.label << ": " << row.candidate.value;
+    }
+}
+
 TEST(Postcondition, holdsWhereTheStepDidIt)
 {
     const AutomationObservation before = mailScreen();
