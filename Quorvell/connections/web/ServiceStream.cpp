@@ -175,8 +175,8 @@ QByteArray ServiceStream::headOf(const WebRequest& request, const QByteArray& fu
 {
     const QUrl url(QString::fromStdString(request.url));
     const QByteArray method = request.method == WebRequest::Method::post ? "POST " : "GET ";
-    const QString host = url.authority();
-    QByteArray head = method + url.path(QUrl::FullyEncoded).toLatin1() + " HTTP/1.1\r\nHost: " + host.toLatin1();
+    const QByteArray target = url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority | QUrl::RemoveFragment);
+    QByteArray head = method + target + " HTTP/1.1\r\nHost: " + url.authority(QUrl::FullyEncoded).toLatin1();
     for (const auto& [name, value] : request.headers)
         head += "\r\n" + QByteArray::fromStdString(name) + ": " + QByteArray::fromStdString(value);
     return head + "\r\n" + furtherFields + "\r\n";
