@@ -118,8 +118,9 @@ ReminderChange ReminderChange::ofTime(ReminderChange change, const RuleSurroundi
     auto days = SpokenDays::read(time, around);
     if (!days)
         days = SpokenDays::findMoment(time, around, others);
-    const bool isTime = days && others.empty() && !time.empty();
-    return isTime ? ReminderChange{.kind = Kind::cancelAll, .days = std::move(days)} : change;
+    if (!days || !others.empty() || time.empty())
+        return change;
+    return {.kind = Kind::cancelAll, .days = std::move(days)};
 }
 
 std::optional<ReminderChange> ReminderChange::told(std::string_view core)
