@@ -52,15 +52,18 @@ class Service(Running):
         heard(connection)
         return connection
 
-    def outcome(self, what, problem):
+    def outcome(self, what, problem, dials=1):
         """Whether a newcomer is served, and after how long. A problem is what came of the attack, "refused" is none."""
         begun = time.monotonic()
-        try:
-            with self.wrap(self.dial()) as newcomer:
-                newcomer.sendall(HEAD)
-                answer = newcomer.recv(4096)
-        except OSError as failure:
-            answer = str(failure).encode()
+        for _ in range(dials):
+            try:
+                with self.wrap(self.dial()) as newcomer:
+                    newcomer.sendall(HEAD)
+                    answer = newcomer.recv(4096)
+            except OSError as failure:
+                answer = str(failure).encode()
+            if answer.startswith(b"HTTP/1.1 101"):
+                break
         verdict = ("crashed" if self.process.poll() is not None else "hung" if not answer.startswith(b"HTTP/1.1 101")
                    else "survived" if not problem else problem if problem == "refused" else "lost")
         return Outcome(verdict, "%s: %s; a newcomer met %r" % (what, problem, answer[:40]), time.monotonic() - begun,
@@ -157,7 +160,8 @@ def kind(attack, tls=False):
         with begun(ground, tls) as service:
             while True:
                 for problem in attack(service, chance):
-                    yield service.outcome(attack.__name__, problem)
+                    # Amid a flood one that waits may give way to the next before it could say its key.
+                    yield service.outcome(attack.__name__, problem, dials=3 if attack is flood else 1)
 
     def ordinary(ground):
         with begun(ground, tls) as service:
