@@ -39,7 +39,10 @@ quorvell_room(audio Media/audio LIBRARIES PkgConfig::sndfile PkgConfig::samplera
 
 # Quorvell: the shell. These rooms need no Qt.
 quorvell_room(loop Quorvell/loop USES text)
-quorvell_room(session Quorvell/session USES text live automation loop)
+quorvell_room(session Quorvell/session USES text live automation safety loop)
+# What is on the screen, as a port, and what is done there.
+quorvell_room(surface Quorvell/surface USES automation)
+quorvell_room(actions Quorvell/actions USES automation surface)
 quorvell_room(files Quorvell/files PUBLIC_LIBRARIES Threads::Threads)
 # What the user may choose, as values that rooms on both sides of a choice share.
 quorvell_room(preferences Quorvell/preferences USES text live reminders)
@@ -47,7 +50,7 @@ quorvell_room(notebook_store Quorvell/notebook USES text notebook files loop LIB
 quorvell_room(agenda Quorvell/agenda USES text reminders files preferences LIBRARIES PkgConfig::libical)
 quorvell_room(reminding Quorvell/reminding USES text notebook reminders loop notebook_store)
 quorvell_room(tools Quorvell/tools
-    USES text live notebook reminders safety session preferences notebook_store agenda reminding)
+    USES text live notebook reminders session preferences notebook_store agenda reminding)
 
 # The rooms that share state across threads: the thread sanitizer runs their tests.
 set(QUORVELL_THREADED_ROOMS automation audio files notebook_store agenda)

@@ -5,8 +5,8 @@
 #include "Quorvell/agenda/Agenda.h"
 #include "Quorvell/notebook/Notebook.h"
 #include "Quorvell/preferences/WakingHours.h"
+#include "Quorvell/session/consent/ConsentWords.h"
 #include "Quorvell/session/tools/ToolRegistry.h"
-#include "Quorvell/tools/ConsentWords.h"
 #include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <functional>

@@ -2,8 +2,8 @@
 // Keeps the question that waits for the user's yes in a conversation that it observes.
 #pragma once
 
+#include "Quorvell/session/consent/ConsentWords.h"
 #include "Quorvell/session/reports/SessionObserver.h"
-#include "Quorvell/tools/ConsentWords.h"
 
 #include <functional>
 #include <optional>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Quorvell/notebook/NotebookSearch.h"
-#include "Quorvell/tools/ConsentWords.h"
+#include "Quorvell/session/consent/ConsentWords.h"
 #include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <functional>
