@@ -37,6 +37,16 @@ constexpr auto table = std::to_array<Stored>({
     {ToolStatus::added, "added"},
     {ToolStatus::changed, "changed"},
     {ToolStatus::deleted, "deleted"},
+    {ToolStatus::acted, "acted"},
+    {ToolStatus::finished, "finished"},
+    {ToolStatus::needsUser, "needs_user"},
+    {ToolStatus::gaveUp, "gave_up"},
+    {ToolStatus::stopped, "stopped"},
+    {ToolStatus::undone, "undone"},
+    {ToolStatus::confirmationHandled, "confirmation handled"},
+    {ToolStatus::scamFlagged, "scam_flagged"},
+    {ToolStatus::looked, "looked"},
+    {ToolStatus::highlighted, "highlighted"},
     {ToolStatus::needsConfirmation, "needs_confirmation"},
 });
 
@@ -52,7 +62,7 @@ bool asksBack(ToolStatus status)
 {
     return status == ToolStatus::whichTime || status == ToolStatus::needsTime || status == ToolStatus::needsTask
         || status == ToolStatus::whichReminder || status == ToolStatus::whichOccurrences
-        || status == ToolStatus::needsConfirmation;
+        || status == ToolStatus::needsUser || status == ToolStatus::needsConfirmation;
 }
 
 std::optional<ToolStatus> toolStatus(std::string_view stored)

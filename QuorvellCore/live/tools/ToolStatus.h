@@ -38,6 +38,17 @@ enum class ToolStatus : std::uint8_t {
     added,
     changed,
     deleted,
+    // The screen
+    acted, ///< A step was done.
+    finished, ///< A whole task was.
+    needsUser, ///< A task that cannot go on without their answer.
+    gaveUp,
+    stopped, ///< By the user.
+    undone,
+    confirmationHandled, ///< The action that waited for a yes was carried out, or failed in being so.
+    scamFlagged,
+    looked,
+    highlighted,
     // Any
     needsConfirmation,
 };
