@@ -7,6 +7,7 @@
 #include "Understanding/skills/more/MoreSkill.h"
 #include "Understanding/skills/notes/NoteSkill.h"
 #include "Understanding/skills/reminders/ReminderSkill.h"
+#include "Understanding/skills/screen/ScreenSkill.h"
 #include "Understanding/words/CommonCues.h"
 
 #include <algorithm>
@@ -22,6 +23,7 @@ constexpr const Skill* table[] = {
     &AgendaSkill::row,
     &NoteSkill::row,
     &HelpModeSkill::row,
+    &ScreenSkill::row,
     &MoreSkill::row,
 };
 

@@ -12,6 +12,15 @@ TEST(CarefulRequests, writeOnlyWhatWasWishedAndUnderstood)
     checkConversations("careful.txt", withCalendar());
 }
 
+/// With a screen to work; without one the words fall to nobody.
+TEST(CarefulRequests, whatIsDoneOnTheScreenWaitsForAYes)
+{
+    RuleSurroundings around = withCalendar();
+    EXPECT_TRUE(shown(RequestRules::answerWords("press send", {}, around)).starts_with("That needs an online model."));
+    around.tools.insert({"do_task", "confirm_action"});
+    checkConversations("screen.txt", around);
+}
+
 TEST(CarefulRequests, aPoliteWishStaysOne)
 {
     for (const char* words : {"remind me about the meeting", "what about 6 pm?", "when I get home, remind me",
