@@ -27,9 +27,10 @@ public:
     Statement(const Statement&) = delete;
     Statement& operator=(const Statement&) = delete;
 
+    /// The text must live until the statement is reset, and another one be bound before it runs again.
     Statement& bind(int number, std::string_view text)
     {
-        sqlite3_bind_text64(m_statement, number, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+        sqlite3_bind_text64(m_statement, number, text.data(), text.size(), SQLITE_STATIC, SQLITE_UTF8);
         return *this;
     }
     Statement& bind(int number, std::int64_t value)
@@ -215,11 +216,10 @@ void NoteIndex::put(const Note& note)
         .bind(5, note.updated.time_since_epoch().count())
         .run();
     // The title stands in a column of its own, so that it weighs more and is not shown twice.
-    Note untitled = note;
-    untitled.title.clear();
+    const std::string text = note.searchText();
     database.addText.bind(1, sqlite3_last_insert_rowid(database.handle.get()))
         .bind(2, note.title)
-        .bind(3, untitled.searchText())
+        .bind(3, std::string_view(text).substr(note.title.size()))
         .run();
 }
 

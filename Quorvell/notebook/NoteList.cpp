@@ -40,15 +40,15 @@ std::vector<Note> NoteList::sorted(std::vector<StoredNote> notes)
 
 const Note* NoteList::find(const std::string& id) const
 {
-    const auto found = m_positions.find(id);
-    return found == m_positions.end() ? nullptr : &m_notes[found->second];
+    const auto found = m_fromTheEnd.find(id);
+    return found == m_fromTheEnd.end() ? nullptr : &m_notes[positionOf(found->second)];
 }
 
 void NoteList::put(Note note)
 {
-    const auto known = m_positions.find(note.id);
-    if (known != m_positions.end() && m_notes[known->second].created == note.created) {
-        m_notes[known->second] = std::move(note);
+    const auto known = m_fromTheEnd.find(note.id);
+    if (known != m_fromTheEnd.end() && m_notes[positionOf(known->second)].created == note.created) {
+        m_notes[positionOf(known->second)] = std::move(note);
         return;
     }
     remove(std::string(note.id));
@@ -56,18 +56,18 @@ void NoteList::put(Note note)
         m_notes.begin(), m_notes.end(), [&note](const Note& other) { return other.created > note.created; });
     const auto position = static_cast<std::size_t>(place - m_notes.begin());
     m_notes.insert(place, std::move(note));
-    indexFrom(position);
+    indexUpTo(position + 1);
 }
 
 void NoteList::remove(const std::string& id)
 {
-    const auto known = m_positions.find(id);
-    if (known == m_positions.end())
+    const auto known = m_fromTheEnd.find(id);
+    if (known == m_fromTheEnd.end())
         return;
-    const std::size_t position = known->second;
-    m_positions.erase(known);
+    const std::size_t position = positionOf(known->second);
+    m_fromTheEnd.erase(known);
     m_notes.erase(m_notes.begin() + static_cast<std::ptrdiff_t>(position));
-    indexFrom(position);
+    indexUpTo(position);
 }
 
 void NoteList::apply(std::vector<Note> changed, const std::vector<std::string>& gone)
@@ -82,16 +82,20 @@ void NoteList::apply(std::vector<Note> changed, const std::vector<std::string>& 
     }
     std::vector<bool> isGone(m_notes.size());
     for (const std::string& id : gone)
-        if (const auto known = m_positions.find(id); known != m_positions.end())
-            isGone[known->second] = true;
+        if (const auto known = m_fromTheEnd.find(id); known != m_fromTheEnd.end())
+            isGone[positionOf(known->second)] = true;
+    const std::size_t count = m_notes.size();
     bool mustSort = false;
     for (Note& note : changed) {
-        const auto known = m_positions.find(note.id);
-        mustSort = mustSort || known == m_positions.end() || m_notes[known->second].created != note.created;
-        if (known == m_positions.end())
+        const auto known = m_fromTheEnd.find(note.id);
+        if (known == m_fromTheEnd.end()) {
+            mustSort = true;
             m_notes.push_back(std::move(note));
-        else
-            m_notes[known->second] = std::move(note);
+            continue;
+        }
+        Note& there = m_notes[count - known->second];
+        mustSort = mustSort || there.created != note.created;
+        there = std::move(note);
     }
     if (gone.empty() && !mustSort)
         return;
@@ -117,15 +121,16 @@ void NoteList::sort()
 
 void NoteList::indexAll()
 {
-    m_positions.clear();
-    m_positions.reserve(m_notes.size());
-    indexFrom(0);
+    m_fromTheEnd.clear();
+    m_fromTheEnd.reserve(m_notes.size());
+    indexUpTo(m_notes.size());
 }
 
-void NoteList::indexFrom(std::size_t position)
+/// The first `end` notes, which are the newest.
+void NoteList::indexUpTo(std::size_t end)
 {
-    for (; position < m_notes.size(); ++position)
-        m_positions[m_notes[position].id] = position;
+    for (std::size_t position = 0; position < end; ++position)
+        m_fromTheEnd[m_notes[position].id] = m_notes.size() - position;
 }
 
 } // namespace quorvell

@@ -11,7 +11,7 @@
 
 namespace quorvell {
 
-/// Changing one among 10,000 costs a millisecond or two, a thousand at once a few.
+/// Changing one among 10,000 costs a millisecond at most, a thousand at once a few.
 class NoteList {
 public:
     NoteList() = default;
@@ -32,11 +32,13 @@ public:
 
 private:
     void sort();
-    void indexFrom(std::size_t position);
+    std::size_t positionOf(std::size_t fromTheEnd) const { return m_notes.size() - fromTheEnd; }
+    void indexUpTo(std::size_t end);
     void indexAll();
 
     std::vector<Note> m_notes;
-    std::unordered_map<std::string, std::size_t> m_positions; ///< By id.
+    /// By id: how far from the end, from 1 on. A new note, which comes first, leaves those of all others as they are.
+    std::unordered_map<std::string, std::size_t> m_fromTheEnd;
 };
 
 } // namespace quorvell

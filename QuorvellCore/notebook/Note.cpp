@@ -52,16 +52,21 @@ std::string Note::newID(const std::array<std::uint8_t, 16>& randomBytes)
 
 std::string Note::searchText() const
 {
-    const std::optional<std::string> label = source ? source->label() : std::nullopt;
-    const std::optional<std::string> sourceTitle = source ? source->title : std::nullopt;
-    std::vector<std::string> pieces = {
-        title, body, question.value_or(""), goal.value_or(""), label.value_or(""), sourceTitle.value_or("")};
-    pieces.insert(pieces.end(), steps.begin(), steps.end());
+    std::string text = title;
+    const auto add = [&text](std::string_view piece) { text.append(" ").append(piece); };
+    const auto addIfAny = [&add](const std::optional<std::string>& piece) { add(piece ? *piece : std::string_view()); };
+    add(body);
+    addIfAny(question);
+    addIfAny(goal);
+    addIfAny(source ? source->label() : std::nullopt);
+    addIfAny(source ? source->title : std::nullopt);
+    for (const std::string& step : steps)
+        add(step);
     for (const NoteTurn& turn : thread) {
-        pieces.push_back(turn.question);
-        pieces.push_back(turn.answer);
+        add(turn.question);
+        add(turn.answer);
     }
-    return joined(pieces, " ");
+    return text;
 }
 
 std::string Note::plainText() const

@@ -55,7 +55,7 @@ struct Note {
     /// `randomBytes` are the UUID's 16 bytes before its version and variant bits are set.
     static std::string newID(const std::array<std::uint8_t, 16>& randomBytes);
 
-    std::string searchText() const;
+    std::string searchText() const; ///< Begins with the title.
     std::string plainText() const;
     bool isVisibleToQuorvell() const;
 

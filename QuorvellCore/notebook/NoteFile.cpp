@@ -131,11 +131,15 @@ std::optional<std::string> readImage(const NoteHeaderReader& header)
     return image;
 }
 
-Note noteOf(const NoteHeaderReader& header, std::string id, NoteKind kind, Instant now)
+/// Always a note; made where it is wanted, because it is large to move.
+std::optional<Note> noteOf(
+    const NoteHeaderReader& header, std::string id, NoteKind kind, std::string_view body, Instant now)
 {
-    Note note;
+    std::optional<Note> made(std::in_place);
+    Note& note = *made;
     note.id = std::move(id);
     note.kind = kind;
+    note.body = bodyOf(body);
     note.title = header.text(Key::title).value_or("");
     note.created = header.instant(Key::created).value_or(now);
     note.updated = header.instant(Key::updated).value_or(note.created);
@@ -164,7 +168,7 @@ Note noteOf(const NoteHeaderReader& header, std::string id, NoteKind kind, Insta
     note.then = header.text(Key::then);
     note.event = header.text(Key::event);
     note.mirror = header.text(Key::mirror);
-    return note;
+    return made;
 }
 
 } // namespace
@@ -194,9 +198,7 @@ std::optional<Note> NoteFile::decode(std::string_view text, Instant now)
     const auto kind = noteKind(header.text(Key::kind).value_or(""));
     if (!line || !id || !kind)
         return std::nullopt;
-    Note note = noteOf(header, std::move(*id), *kind, now);
-    note.body = bodyOf(rest.value_or(""));
-    return note;
+    return noteOf(header, std::move(*id), *kind, rest.value_or(""), now);
 }
 
 } // namespace quorvell

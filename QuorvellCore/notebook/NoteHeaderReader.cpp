@@ -14,10 +14,12 @@ constexpr JsonLimits limits{.maximumDepth = 16};
 
 std::string_view withoutBlanks(std::string_view text)
 {
-    const std::size_t start = text.find_first_not_of(" \t");
-    if (start == std::string_view::npos)
-        return {};
-    return text.substr(start, text.find_last_not_of(" \t") - start + 1);
+    const auto isBlank = [](char letter) { return letter == ' ' || letter == '\t'; };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 /// What a JSON string says that is written in ASCII and without escapes. Nothing for any other value.

@@ -41,9 +41,11 @@ std::optional<std::chrono::sys_days> readDate(TextReader& reader)
 /// Cut to three digits.
 milliseconds readFraction(TextReader& reader)
 {
-    std::string digits(reader.digits({1, 9}));
-    digits.resize(3, '0');
-    return milliseconds(TextReader(digits).number({3, 3}, {0, 999}));
+    const std::string_view digits = reader.digits({1, 9});
+    int value = 0;
+    for (std::size_t position = 0; position < 3; ++position)
+        value = value * 10 + (position < digits.size() ? digits[position] - '0' : 0);
+    return milliseconds(value);
 }
 
 milliseconds readTime(TextReader& reader)
