@@ -4,16 +4,11 @@
 
 #include "QuorvellCore/automation/decisions/AutomationDecision.h"
 #include "QuorvellCore/automation/decisions/DecisionContext.h"
+#include "QuorvellCore/text/MaybeConst.h"
 
 #include <concepts>
-#include <type_traits>
 
 namespace quorvell {
-
-template <typename Type, typename Record>
-concept MaybeConst = std::same_as<std::remove_const_t<Type>, Record>;
-
-// `visitor.field(key, member)` is called for each. The record is const where it is only read.
 
 template <MaybeConst<AutomationCandidate> Record, typename Visitor>
 void visitFields(Record& candidate, Visitor& visitor)
