@@ -33,6 +33,8 @@ quorvell_room(understanding_requests Understanding/requests CORE
     USES text live safety understanding_words understanding_time understanding_dialogue skills)
 # Heads and answers of HTTP, for the service on this computer.
 quorvell_room(http Http USES text)
+# How an assistant hands connections to the service that it started.
+quorvell_room(line Line)
 
 # Sound values and the ends of calls, which the assistant and the service on this computer both use.
 quorvell_room(audio Media/audio LIBRARIES PkgConfig::sndfile PkgConfig::samplerate)
@@ -57,7 +59,7 @@ set(QUORVELL_THREADED_ROOMS automation audio files notebook_store agenda)
 
 foreach(room IN ITEMS
     text notebook reminders live automation safety understanding_words understanding_time
-    understanding_requests http loop session audio files notebook_store agenda
+    understanding_requests http line loop session audio files notebook_store agenda
     reminding tools)
     quorvell_test(${room})
 endforeach()
@@ -67,7 +69,7 @@ if(QUORVELL_SHELL)
     quorvell_room(echo Media/echo LIBRARIES tg_owt::tg_owt)
     quorvell_room(webrtc Media/webrtc USES text audio LIBRARIES tg_owt::tg_owt Threads::Threads)
     quorvell_room(sound Quorvell/sound USES text live loop session audio echo LIBRARIES PkgConfig::pulse Threads::Threads)
-    quorvell_room(connections Quorvell/connections PRELUDE qt USES text live http session preferences audio webrtc
+    quorvell_room(connections Quorvell/connections PRELUDE qt USES text live http line session preferences audio webrtc
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network)
     quorvell_room(on_device_speech OnDeviceSpeech USES understanding_time LIBRARIES PocketSphinx::PocketSphinx Flite::Flite Threads::Threads)
     include(OnDeviceSpeech/models.cmake)
@@ -77,7 +79,7 @@ if(QUORVELL_SHELL)
     # Signals of the message bus reach only slots that Qt knows by name.
     set_target_properties(quorvell_desktop PROPERTIES AUTOMOC ON)
     quorvell_room(live_service LiveService PRELUDE qt
-        USES text live understanding_dialogue understanding_requests http on_device_speech webrtc audio
+        USES text live understanding_dialogue understanding_requests http line on_device_speech webrtc audio
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network)
     # What the terminal and the panel share.
     quorvell_room(settings Quorvell/settings USES text live reminders files preferences)

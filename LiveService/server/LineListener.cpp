@@ -1,35 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "LiveService/server/LineListener.h"
 
+#include "Line/DescriptorMessage.h"
+
 #include <QObject>
 #include <QTimer>
-#include <sys/socket.h>
 #include <unistd.h>
 
-#include <array>
-#include <cerrno>
-#include <cstring>
 #include <utility>
 
 namespace quorvell {
-
-namespace {
-
-/// What came with a message; -1 when nothing did. An assistant hands over one at a time, and more find no room.
-int descriptorIn(msghdr& message)
-{
-    for (cmsghdr* header = CMSG_FIRSTHDR(&message); header; header = CMSG_NXTHDR(&message, header)) {
-        if (header->cmsg_level != SOL_SOCKET || header->cmsg_type != SCM_RIGHTS
-            || header->cmsg_len != CMSG_LEN(sizeof(int)))
-            continue;
-        int descriptor = -1;
-        std::memcpy(&descriptor, CMSG_DATA(header), sizeof(int));
-        return descriptor;
-    }
-    return -1;
-}
-
-} // namespace
 
 LineListener::LineListener(int descriptor, Reports reports)
     : m_descriptor(descriptor)
@@ -41,25 +21,22 @@ LineListener::LineListener(int descriptor, Reports reports)
 
 void LineListener::read()
 {
-    char byte = 0;
-    iovec content{&byte, 1};
-    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(int))> control{};
-    msghdr message{};
-    message.msg_iov = &content;
-    message.msg_iovlen = 1;
-    message.msg_control = control.data();
-    message.msg_controllen = control.size();
-    const ssize_t length = ::recvmsg(m_descriptor, &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC);
-    if (length < 0 && (errno == EAGAIN || errno == EINTR))
+    const DescriptorMessage message = DescriptorMessage::receive(m_descriptor);
+    switch (message.kind) {
+    case DescriptorMessage::Kind::nothingYet:
+    case DescriptorMessage::Kind::other:
         return;
-    if (length <= 0) {
+    case DescriptorMessage::Kind::ended:
         m_notifier.setEnabled(false);
         // Later, since whoever is told may end this object.
         return QTimer::singleShot(0, &m_notifier, m_reports.ended);
+    case DescriptorMessage::Kind::descriptor:
+        return take(message.descriptor);
     }
-    const int descriptor = descriptorIn(message);
-    if (descriptor < 0)
-        return;
+}
+
+void LineListener::take(int descriptor)
+{
     auto socket = std::make_unique<QTcpSocket>();
     if (socket->setSocketDescriptor(descriptor))
         m_reports.arrived(std::move(socket));

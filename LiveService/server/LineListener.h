@@ -24,6 +24,7 @@ public:
 
 private:
     void read();
+    void take(int descriptor);
 
     int m_descriptor;
     Reports m_reports;

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/connections/access/ChildLine.h"
 
+#include "Line/DescriptorMessage.h"
+
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <array>
-#include <cstring>
 #include <utility>
 
 namespace quorvell {
@@ -16,25 +17,6 @@ void closeDescriptor(int& descriptor)
 {
     if (descriptor >= 0)
         ::close(std::exchange(descriptor, -1));
-}
-
-/// False when the child does not take it: it is gone, or so busy that no further one fits into the line.
-bool handOver(int line, int descriptor)
-{
-    char byte = 0; // A message that only carries a descriptor would be none.
-    iovec content{&byte, 1};
-    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(int))> control{};
-    msghdr message{};
-    message.msg_iov = &content;
-    message.msg_iovlen = 1;
-    message.msg_control = control.data();
-    message.msg_controllen = control.size();
-    cmsghdr* header = CMSG_FIRSTHDR(&message);
-    header->cmsg_level = SOL_SOCKET;
-    header->cmsg_type = SCM_RIGHTS;
-    header->cmsg_len = CMSG_LEN(sizeof(int));
-    std::memcpy(CMSG_DATA(header), &descriptor, sizeof(int));
-    return ::sendmsg(line, &message, MSG_NOSIGNAL | MSG_DONTWAIT) == 1;
 }
 
 } // namespace
@@ -75,7 +57,7 @@ int ChildLine::connect()
     std::array<int, 2> ends{-1, -1};
     if (m_ours < 0 || ::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0)
         return -1;
-    if (!handOver(m_ours, ends[1]))
+    if (!DescriptorMessage::send(m_ours, ends[1]))
         closeDescriptor(ends[0]);
     closeDescriptor(ends[1]);
     return ends[0];
