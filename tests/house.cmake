@@ -11,6 +11,7 @@ add_test(NAME house.heads COMMAND scripts/check-heads WORKING_DIRECTORY "${CMAKE
 add_test(NAME house.own_header_first COMMAND scripts/check-headers WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.purity COMMAND scripts/check-purity WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.shown COMMAND scripts/check-shown WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
+add_test(NAME house.settings COMMAND scripts/check-settings WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.format COMMAND scripts/format --check WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 
 # The checks above find what they are there for.

@@ -50,29 +50,58 @@ struct UserSettings {
     std::optional<Folder> calendarFolder;
     WakingHours wakingHours;
 
-    /// Every setting but the names of models: its key in the file and its place, whose type says what it may be.
+    /// Every setting but the names of models: its key in the file and its place, whose type says what it may be. Above
+    /// it stands what users read of it: type, meaning and what holds without it (scripts/check-settings).
     template <typename Take> void each(Take&& take)
     {
+        // text | how the assistant addresses the user | no name
         take("user_name", userName);
+        // text | the person whom the user trusts with computer matters | nobody
         take("family_name", familyName);
+        // text | the hosted live service: `host`, `host:port`, an address with `wss` or `https`; with `ws` or `http`
+        // only this computer | the provider's own host where there is a key, else the service on this device
         take("live_host", liveHost);
+        // `auto`, `openai`, `gemini` or `on_device` | whose live model; `auto`: by the keys that are set, and without
+        // one the service on this computer | `auto`
         take("backend", backend);
+        // `auto`, `webrtc` or `websocket` | how sound travels to an OpenAI model; `auto`: WebRTC to a hosted one, and
+        // the WebSocket where that does not get through | `auto`
         take("transport", transport);
+        // `guide`, `auto` or `do` | how much the assistant does by itself: shows, does harmless steps, does whole tasks
+        // | `guide`
         take("help_mode", helpMode);
+        // `open` or `push_to_talk` | whether `quorvell talk` always listens, or between two presses of Space | `open`
         take("listening", listening);
+        // true or false | hold back silence of the microphone | true
         take("only_send_speech", sendsOnlySpeech);
+        // true or false | after 15 quiet seconds hang up, listen on this computer, and connect again when you talk |
+        // true
         take("rest_when_quiet", restsWhenQuiet);
+        // true or false | keep the last 100 typed lines for the arrow keys, in `typed.jsonl` below | true
         take("keep_typed_history", keepsTypedHistory);
+        // whole number, 1 to 1440 | of spoken conversation with a hosted model in one day | no limit
         take("daily_minutes", dailyMinutes);
+        // text | the device to listen with, as `quorvell talk --list-devices` names it | what the desktop uses
         take("microphone", microphone);
+        // text | the device to talk through, likewise | what the desktop uses
         take("loudspeaker", loudspeaker);
+        // text | where the notebook is, a full path | `$XDG_DATA_HOME/Quorvell/Notebook`
         take("notebook_folder", notebookFolder);
+        // text beginning with `/` | where [calendar files](calendar-folders.md) lie | `Quorvell/Calendar` in the data
+        // folder
         take("calendar_folder", calendarFolder);
+        // text such as `7:30-23` or `10:00-02:00` | the part of every day in which free time is looked for |
+        // `8:00-22:00`
         take("waking_hours", wakingHours);
+        // text | how much the backend thinks; `none` turns it off | left to the service
         take("reasoning_effort", modelOptions.reasoningEffort);
+        // text | whether its thoughts are summed up | left to the service
         take("reasoning_summary", modelOptions.reasoningSummary);
+        // text | the service's class of speed and price | left to the service
         take("service_tier", modelOptions.serviceTier);
+        // text | how long the backend's texts are | left to the service
         take("verbosity", modelOptions.verbosity);
+        // whole number above 0 | the most that the backend writes in one answer | left to the service
         take("max_output_tokens", modelOptions.maxOutputTokens);
     }
 

@@ -22,6 +22,14 @@ def source(*includes):
     return LICENCE + "".join(f'#include "{include}"\n' for include in includes)
 
 
+SETTINGS = """| key | type | meaning | when absent |
+|---|---|---|---|
+| `user` | text | a name | nobody |
+| `voice` | text | a voice | `marin` |
+
+End
+"""
+
 SOUND = {
     "A/One.h": header("A/Two.h"),
     "A/One.cpp": source("A/One.h", "B/deep/Three.h"),
@@ -30,6 +38,9 @@ SOUND = {
     "QuorvellCore/Pure.h": header(),
     "Understanding/Pure.h": header(),
     "tests/A/OneTest.cpp": f'{LICENCE}// Catches nothing at all.\n#include "A/One.h"\n#include "B/deep/Three.h"\n',
+    "Quorvell/settings/UserSettings.h": header() + '// text | a name | nobody\ntake("user", user);\n',
+    "Quorvell/preferences/LiveBackendTraits.cpp": LICENCE + '// Stands for backends.\nconst char* voice = "voice";\n',
+    "docs/formats/settings.md": SETTINGS,
     "scripts/tool": "#!/bin/sh\n# SPDX-License-Identifier: MIT\n",
 }
 ROOMS = "a A B\nb B\n"
@@ -54,6 +65,9 @@ FAULTS = [
     ("purity", "QuorvellCore/Pure.h:4:", {"QuorvellCore/Pure.h": header() + "inline int five() { throw 5; }\n"}),
     ("shown", "Understanding/Pure.h:4:", {"Understanding/Pure.h": header() + 'constexpr auto bold = "\\x1b[1m";\n'}),
     ("shown", "Understanding/Pure.h:4:", {"Understanding/Pure.h": header() + 'inline void tell() { std::puts("x"); }\n'}),
+    ("settings", 'above "user" wanted', {"Quorvell/settings/UserSettings.h": header() + 'take("user", user);\n'}),
+    ("settings", "the table is not that", {"docs/formats/settings.md": SETTINGS.replace("a name", "your name")}),
+    ("settings", "the table is not that", {"docs/formats/settings.md": SETTINGS.replace("\n\n", "\n| `gone` | x |\n\n")}),
     ("purity", "Understanding/Pure.h:4:", {"Understanding/Pure.h": header() + "#include <fstream>\n"}),
 ]
 
