@@ -11,6 +11,9 @@ std::string sentenceOf(SoundProblem problem)
     case SoundProblem::noServer:
         return "There is no sound: no sound server is running. Start it with \"systemctl --user start pipewire-pulse\" "
                "or \"pulseaudio --start\"; typing works without it.";
+    case SoundProblem::noFolder:
+        return "There is no sound: the folder in which programs meet the sound server cannot be made. See that "
+               "XDG_RUNTIME_DIR names a folder that is yours; typing works without it.";
     case SoundProblem::refused:
         return "There is no sound: the sound server refused access. Run Quorvell as the user who is logged in at this "
                "computer, or check the server's cookie file; typing works without it.";

@@ -6,7 +6,7 @@
 
 namespace quorvell {
 
-enum class [[nodiscard]] SoundProblem{none, noServer, refused, noMicrophone, noLoudspeaker, deviceBusy};
+enum class [[nodiscard]] SoundProblem{none, noServer, noFolder, refused, noMicrophone, noLoudspeaker, deviceBusy};
 
 /// For the user, with what to do next. Empty for none.
 std::string sentenceOf(SoundProblem problem);

@@ -10,6 +10,8 @@
 #include <pulse/subscribe.h>
 #include <pulse/thread-mainloop.h>
 #include <pulse/volume.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <iterator>
@@ -41,8 +43,23 @@ std::string socketFolder(const SoundServer::Options& options)
     return path.starts_with('/') ? path.substr(0, path.rfind('/')) : "";
 }
 
-SoundProblem problemOf(int error)
+/// The library makes the folder of the user's own server itself, and complains on the terminal where it cannot.
+bool canHaveFolder(const SoundServer::Options& options)
 {
+    if (!options.address.empty() || options.runtimeFolder.empty())
+        return true;
+    struct stat status { };
+    const std::string folder = socketFolder(options);
+    if (stat(folder.c_str(), &status) == 0)
+        return S_ISDIR(status.st_mode);
+    return stat(options.runtimeFolder.c_str(), &status) == 0 && S_ISDIR(status.st_mode)
+        && access(options.runtimeFolder.c_str(), W_OK | X_OK) == 0;
+}
+
+SoundProblem problemOf(int error, const SoundServer::Options& options)
+{
+    if (!canHaveFolder(options))
+        return SoundProblem::noFolder;
     return error == PA_ERR_ACCESS || error == PA_ERR_AUTHKEY ? SoundProblem::refused : SoundProblem::noServer;
 }
 
@@ -178,7 +195,7 @@ void SoundServer::contextChanged(int state, int error)
     if (state == PA_CONTEXT_READY)
         listDevices();
     if (state == PA_CONTEXT_FAILED || state == PA_CONTEXT_TERMINATED)
-        connectionFailed(problemOf(error));
+        connectionFailed(problemOf(error, m_options));
 }
 
 void SoundServer::connectionFailed(SoundProblem problem)
@@ -186,7 +203,9 @@ void SoundServer::connectionFailed(SoundProblem problem)
     disconnect();
     m_isReady = false;
     m_devices = {};
-    const bool isGivenUp = problem == SoundProblem::refused || m_failures >= std::size(retryDelays);
+    // Without its folder the next attempt fails alike, and the library says so each time.
+    const bool isGivenUp =
+        problem == SoundProblem::refused || problem == SoundProblem::noFolder || m_failures >= std::size(retryDelays);
     if (isGivenUp || m_failures + 1 >= toldFailure)
         m_problem = problem;
     watchForServer();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Catches sound that stops when devices or the server come and go, or is not cut at once.
 #include "SoundRig.h"
+#include "TemporaryFolder.h"
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
@@ -10,6 +11,7 @@
 #include <atomic>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <new>
 
 namespace {
@@ -89,6 +91,26 @@ const std::string speaker = "module-null-sink sink_name=speaker rate=48000 chann
 const std::string otherSpeaker = "module-null-sink sink_name=other rate=44100 channels=2 norewinds=1";
 const std::string microphone = "module-null-source source_name=microphone rate=48000 max_latency_msec=20";
 const std::string otherMicrophone = "module-null-source source_name=other_microphone rate=44100 max_latency_msec=20";
+
+/// Each attempt would be one more line of the library's on the terminal.
+TEST(SoundServer, givesUpAtOnceWhereItsFolderCannotBeMade)
+{
+    const TemporaryFolder folder;
+    const std::string file = folder / "file";
+    std::ofstream(file) << "no folder";
+    const char* const before = std::getenv("XDG_RUNTIME_DIR");
+    const std::string kept = before ? before : "";
+    setenv("XDG_RUNTIME_DIR", file.c_str(), 1);
+    RealScheduler scheduler;
+    const SoundServer server({{}, file, "Test"}, scheduler);
+    EXPECT_TRUE(scheduler.runUntil([&] { return server.problem() != SoundProblem::none; }));
+    EXPECT_EQ(server.problem(), SoundProblem::noFolder);
+    testing::internal::CaptureStderr();
+    testing::internal::CaptureStderr();
+    scheduler.run(SoundServer::retryDelays[0] + SoundServer::retryDelays[1] + 100ms);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    before ? setenv("XDG_RUNTIME_DIR", kept.c_str(), 1) : unsetenv("XDG_RUNTIME_DIR");
+}
 
 class EachSoundServer : public testing::TestWithParam<PrivatePulse::Server> { };
 
