@@ -57,21 +57,43 @@ void Outbox::await(LiveMessageText message)
 void Outbox::deliverWaiting()
 {
     m_waitingTyped.clear();
-    for (const LiveMessageText& message : std::exchange(m_waiting, {}))
+    const std::vector<LiveMessageText> messages = std::exchange(m_waiting, {});
+    const auto repeatsEnd = messages.begin() + static_cast<std::ptrdiff_t>(std::exchange(m_repeats, 0));
+    m_sentAgain.insert(m_sentAgain.end(), messages.begin(), repeatsEnd);
+    for (const LiveMessageText& message : messages)
         deliver(message);
 }
 
 void Outbox::sendAgain()
 {
+    for (const LiveMessageText& message : std::exchange(m_sentAgain, {}))
+        tellOnDevice(message);
     m_waiting.insert(m_waiting.begin(), m_unanswered.begin(), m_unanswered.end());
+    m_repeats += m_unanswered.size();
     m_unanswered.clear();
+}
+
+void Outbox::tellOnDevice(const LiveMessageText& message)
+{
+    for (const std::string& sentence : message.sentences)
+        m_ports.notices.announce(sentence);
+    if (message.sentences.empty())
+        m_ports.notices.problem("The connection was lost twice, and something that the program had for the assistant "
+                                "with it. Ask again for what you miss.");
+}
+
+void Outbox::forgetSent()
+{
+    m_unanswered.clear();
+    m_sentAgain.clear();
 }
 
 void Outbox::forget()
 {
     m_waiting.clear();
+    m_repeats = 0;
     m_waitingTyped.clear();
-    m_unanswered.clear();
+    forgetSent();
 }
 
 } // namespace quorvell

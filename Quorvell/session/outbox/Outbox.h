@@ -30,7 +30,8 @@ public:
     Outbox(const Outbox&) = delete;
     Outbox& operator=(const Outbox&) = delete;
 
-    /// Of the app. One that wants an answer is sent once more when the line is lost in the turn that it is to open.
+    /// Of the app. One that wants an answer is sent once more when the line is lost in the turn that it is to open, and
+    /// told on the device when it is lost then too.
     void send(const LiveMessageText& message);
     /// What the user typed, and how the model is to see it.
     void sendTyped(const std::string& text, const LiveMessageText& wrapped);
@@ -42,7 +43,7 @@ public:
     /// The line is gone in the course of a turn, and with it what was sent in it.
     void sendAgain();
     /// What was sent in the turn that is over needs not be sent again.
-    void forgetSent() { m_unanswered.clear(); }
+    void forgetSent();
     void forget();
 
     bool isConnected() const { return m_ports.lines.ready() != nullptr; }
@@ -52,10 +53,13 @@ public:
 private:
     void deliver(const LiveMessageText& message);
     void await(LiveMessageText message);
+    void tellOnDevice(const LiveMessageText& message);
 
     Ports m_ports;
-    std::vector<LiveMessageText> m_waiting; ///< Oldest first.
+    std::vector<LiveMessageText> m_waiting; ///< Oldest first; at their head those that were sent once.
+    std::size_t m_repeats = 0; ///< How many of them those are.
     std::vector<LiveMessageText> m_unanswered; ///< Of the app, sent in the turn that is open.
+    std::vector<LiveMessageText> m_sentAgain; ///< Likewise, for the second time.
     std::vector<std::string> m_waitingTyped; ///< The user's words among those that wait.
 };
 

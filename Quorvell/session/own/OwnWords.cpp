@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include <utility>
+#include <vector>
 
 namespace quorvell {
 
@@ -25,7 +26,8 @@ void OwnWords::tellIfDue(const QuietFacts& facts)
     if (!m_announcements.isDue(facts, m_ports.scheduler.now()))
         return;
     m_ports.log.record("announced", Json::object());
-    m_ports.outbox.send({.text = SessionEvents::announcement(m_announcements.take())});
+    const std::vector<std::string> sentences = m_announcements.take();
+    m_ports.outbox.send({.text = SessionEvents::announcement(sentences), .sentences = sentences});
 }
 
 void OwnWords::tellOnDevice()

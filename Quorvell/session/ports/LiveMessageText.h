@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quorvell {
 
@@ -17,6 +18,7 @@ struct LiveMessageText {
     Answer answer = Answer::wanted;
     Lateness lateness = Lateness::stillUseful;
     std::optional<Bytes> jpeg{}; ///< A picture that goes with it.
+    std::vector<std::string> sentences{}; ///< For the user: what it has the model tell them, if it tells anything.
 
     bool operator==(const LiveMessageText&) const = default;
 };

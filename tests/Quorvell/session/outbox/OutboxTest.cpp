@@ -44,6 +44,29 @@ TEST_F(OutboxTest, sendsTheAppsOwnMessagesAgainWhereTheirTurnWasNotFinished)
     EXPECT_EQ(sentSince(), (Lines{"message second", "message third"}));
 }
 
+TEST_F(OutboxTest, tellsOnTheDeviceWhatIsLostTwice)
+{
+    const auto loseTheLine = [this] {
+        disconnect();
+        outbox.sendAgain();
+        connect();
+        outbox.deliverWaiting();
+    };
+    connect();
+    outbox.send({.text = "reminder", .sentences = {"Call the dentist.", "Water the plants."}});
+    loseTheLine();
+    outbox.send({.text = "by the way"});
+    EXPECT_EQ(sentSince(), (Lines{"message reminder", "message by the way"}));
+    EXPECT_TRUE(saidSince().empty());
+    loseTheLine();
+    EXPECT_EQ(saidSince(), (Lines{"said: Call the dentist.", "said: Water the plants."}));
+    EXPECT_EQ(sentSince(), Lines{"message by the way"});
+    loseTheLine();
+    EXPECT_EQ(saidSince().size(), 1U) << "what has no words for the user is not lost in silence either";
+    loseTheLine();
+    EXPECT_TRUE(saidSince().empty() && sentSince().empty());
+}
+
 TEST_F(OutboxTest, complainsWhenTooMuchWaits)
 {
     for (std::size_t count = 0; count <= Outbox::mostWaiting; ++count)
