@@ -125,10 +125,11 @@ bool ToolDesk::isAllowed(const LiveFunctionCall& call, ToolReply& reply)
         return true;
     const auto kind = changesSomething(tool) ? CallAllowance::Kind::changes : CallAllowance::Kind::looks;
     const Verdict verdict = m_allowance.judge(kind, m_ports.scheduler.now());
-    // A model that does not stop does not ask either.
+    // Who does not stop does not ask either, be it a model or the rules on this computer.
     if (verdict != Verdict::granted && !std::exchange(m_isStopTold, true))
-        m_ports.observer.problemArose("The model wants to do more than anybody asks for at once, so no more is done. "
-                                      "Say whether it shall go on.");
+        m_ports.observer.problemArose(
+            "This would be more than anybody asks for at once, so no more is done. Say whether "
+            "it shall go on.");
     switch (verdict) {
     case Verdict::granted:
         return true;
