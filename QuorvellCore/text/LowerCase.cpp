@@ -13,7 +13,7 @@ namespace quorvell {
 
 namespace {
 
-std::string lowerCased(std::string_view text, icu::Edits* edits)
+std::string lowerCasedNoting(std::string_view text, icu::Edits* edits)
 {
     std::string lower;
     icu::StringByteSink<std::string> sink(&lower, static_cast<std::int32_t>(text.size()));
@@ -42,7 +42,7 @@ std::string asciiLowerCased(std::string_view text)
 
 std::string lowerCased(std::string_view text)
 {
-    return isAscii(text) ? asciiLowerCased(text) : lowerCased(text, nullptr);
+    return isAscii(text) ? asciiLowerCased(text) : lowerCasedNoting(text, nullptr);
 }
 
 LowerCasedText::LowerCasedText(std::string_view input)
@@ -53,7 +53,7 @@ LowerCasedText::LowerCasedText(std::string_view input)
         return;
     }
     icu::Edits edits;
-    m_text = lowerCased(input, &edits);
+    m_text = lowerCasedNoting(input, &edits);
     m_starts.reserve(m_text.size() + 1);
     UErrorCode status = U_ZERO_ERROR;
     for (auto edit = edits.getFineIterator(); edit.next(status);) {
