@@ -12,6 +12,7 @@ namespace quorvell {
 class MacroBook {
 public:
     static constexpr std::size_t mostMacros = 200; ///< Beyond it the one that was verified longest ago is forgotten.
+    static constexpr int mostVerified = 1'000'000; ///< Runs are counted no further.
 
     /// After a task that reached its goal, all of whose steps were verified. A way that is gone the second time can be
     /// replayed; another way to the same goal takes the place of the one before. False where it cannot be kept.
