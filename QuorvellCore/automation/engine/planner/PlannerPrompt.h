@@ -6,7 +6,6 @@
 #pragma once
 
 #include "QuorvellCore/automation/decisions/DecisionContext.h"
-#include "QuorvellCore/text/Json.h"
 
 #include <string>
 #include <string_view>
@@ -24,8 +23,6 @@ struct PlannerPrompt {
     static std::string instructions();
     /// Redacted. `mark` is drawn anew for each request.
     static std::string situation(const DecisionContext& context, std::string_view mark);
-    /// The JSON schema of a decision, strict: every member is required, what is not set is null.
-    static Json schema();
 };
 
 } // namespace quorvell
