@@ -34,13 +34,12 @@ public:
     std::size_t jobCount() const; ///< Submitted, not ended and not forgotten.
 
 private:
-    void run(const std::string& id, const Job& job, const std::stop_token& stop);
-    void joinEnded();
+    void end(const std::string& id);
 
     std::function<std::string()> m_freshID;
     mutable std::mutex m_lock;
     std::unordered_map<std::string, std::jthread> m_jobs;
-    std::list<std::pair<std::string, std::jthread>> m_forgotten; ///< Told to stop, perhaps not yet ended.
+    std::list<std::jthread> m_forgotten; ///< Told to stop, perhaps not yet ended.
     std::list<std::jthread> m_ended; ///< To be joined, which then takes no time.
 };
 
