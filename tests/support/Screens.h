@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Small screens for tests, and what the classifier of steps answers about them.
+// Small screens for tests, what the classifier of steps answers about them, and rows of fixtures that speak of both.
 #pragma once
 
-#include "QuorvellCore/automation/decisions/DecisionContext.h"
-#include "QuorvellCore/text/Json.h"
+#include "FixtureTable.h"
+#include "QuorvellCore/automation/json/AutomationJson.h"
 
 #include <nlohmann/json.hpp>
-
-#include <string>
-#include <vector>
 
 namespace quorvell::test {
 
@@ -18,15 +15,17 @@ inline AutomationCandidate element(std::string role, std::string label, std::str
     return {.id = label, .role = std::move(role), .label = label, .value = std::move(value), .enabled = true};
 }
 
-inline AutomationObservation screenWith(std::vector<AutomationCandidate> candidates, std::string app = "Shop",
-    std::optional<std::string> page = "https://www.example.com/list")
+inline AutomationObservation screenWith(std::vector<AutomationCandidate> candidates)
 {
     return {.revision = 1,
-        .app = std::move(app),
+        .app = "Shop",
         .window = "List",
-        .page = std::move(page),
+        .page = "https://www.example.com/list",
         .candidates = std::move(candidates)};
 }
+
+inline const Postcondition changed{Postcondition::Kind::changed, ""};
+inline const std::vector<std::string> stepOptions = {"click", "up", "down", "plan"};
 
 /// A good answer: the chosen option has `probability`, the others share the rest.
 inline Json choiceAnswer(
@@ -45,6 +44,41 @@ inline Json stepReply(const Json& operation, const Json& target, double sensitiv
     return {{"answers", answers}, {"usage", {{"input_tokens", 900}, {"output_tokens", 3}}}};
 }
 
-inline const std::vector<std::string> stepOptions = {"click", "up", "down", "plan"};
+/// A step that the service is sure of.
+inline Json sureReply(const std::string& operation, const Json& target = Json())
+{
+    return stepReply(choiceAnswer(operation, stepOptions), target);
+}
+
+/// What stands between " | ".
+inline std::vector<std::string> cells(const std::string& line)
+{
+    std::vector<std::string> cells(1);
+    for (std::size_t at = 0; at < line.size(); ++at) {
+        if (line.compare(at, 3, " | ") == 0) {
+            cells.emplace_back();
+            at += 2;
+        } else {
+            cells.back() += line[at];
+        }
+    }
+    return cells;
+}
+
+template <typename Record> Record recordOf(const std::string& json)
+{
+    const auto record = AutomationJson::decode<Record>(parseJson(json).value_or(Json()));
+    EXPECT_TRUE(record) << json;
+    return record.value_or(Record{});
+}
+
+/// The text of tests/fixtures/automation/<name> without its last line break.
+inline std::string automationFixture(const std::string& name)
+{
+    std::ifstream file(QUORVELL_FIXTURES "/automation/" + name);
+    std::string text{std::istreambuf_iterator<char>(file), {}};
+    EXPECT_TRUE(text.ends_with('\n')) << name;
+    return text.substr(0, text.size() - 1);
+}
 
 } // namespace quorvell::test

@@ -7,8 +7,6 @@
 #include "Screens.h"
 #include "ScriptedDecisionHTTP.h"
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <semaphore>
 
@@ -17,9 +15,7 @@ namespace quorvell {
 namespace {
 
 using namespace std::chrono_literals;
-using test::choiceAnswer;
 using test::element;
-using test::stepOptions;
 
 const AutomationDecision planned{AutomationDecision::Kind::action, "planned",
     AutomationAction{.tool = AutomationAction::Tool::scroll, .direction = "down"}, std::nullopt};
@@ -51,10 +47,6 @@ struct EngineBench {
             compared.release();
         };
     }
-    void selectorScrolls(const std::string& direction)
-    {
-        http->answerNext(test::stepReply(choiceAnswer(direction, stepOptions), Json()));
-    }
 };
 
 std::string routedText(const std::variant<RoutedDecision, DecisionError>& answer)
@@ -70,8 +62,8 @@ std::string routedText(const std::variant<RoutedDecision, DecisionError>& answer
 VerifiedMacro nextMacro()
 {
     MacroBook book;
-    const auto step = MacroStep::learnt({.tool = AutomationAction::Tool::click, .target = "Next"},
-        {Postcondition::Kind::changed, ""}, openContext().observation, openContext().goal);
+    const auto step = MacroStep::learnt({.tool = AutomationAction::Tool::click, .target = "Next"}, test::changed,
+        openContext().observation, openContext().goal);
     for (int run = 0; run < 2; ++run)
         EXPECT_TRUE(book.learn(openContext().goal, {step.value_or(MacroStep{})}, Instant{}));
     return book.macros().at(0);
@@ -81,42 +73,20 @@ VerifiedMacro nextMacro()
 
 TEST(TieredDecisionEngine, asksTheCheapestThatIsCertain)
 {
-    struct Row {
-        const char* name;
-        PimMode mode;
-        void (*change)(DecisionContext&);
-        bool hasMacro;
-        const char* answer;
-    };
-    const Row rows[] = {
-        {"a known way first", PimMode::active, [](DecisionContext&) {}, true, "macro: I'll press \"Next\"."},
-        {"then a rule", PimMode::active, [](DecisionContext& context) { context.goal = "click Next"; }, true,
-            "local: I'll press \"Next\"."},
-        {"then the selector", PimMode::active, [](DecisionContext&) {}, false, "pim: I'll look further up."},
-        {"after a step that worked", PimMode::active,
-            [](DecisionContext& context) {
-                context.history = {{"click", "More", false}, {"click", "More", true}};
-            },
-            false, "pim: I'll look further up."},
-        {"after one that did not", PimMode::active,
-            [](DecisionContext& context) {
-                context.history = {{"click", "More", true}, {"click", "More", false}};
-            },
-            false, "planner: planned"},
-        {"with a picture", PimMode::active, [](DecisionContext& context) { context.image.emplace(); }, false,
-            "planner: planned"},
-        {"the selector is off", PimMode::off, [](DecisionContext&) {}, false, "planner: planned"},
-    };
-    for (const Row& row : rows) {
+    for (const auto& [name, lines] : test::fixtureRows("automation/tiers.txt", 2)) {
+        const std::vector<std::string> cells = test::cells(lines[0]);
         EngineBench bench;
-        bench.selectorScrolls("up");
-        bench.parts.pimMode = row.mode;
-        if (row.hasMacro)
+        bench.http->answerNext(test::sureReply("up"));
+        bench.parts.pimMode = pimMode(cells.at(0)).value_or(PimMode::shadow);
+        if (cells.at(2) == "macro")
             bench.parts.macros = {nextMacro(), nextMacro()};
         DecisionContext context = openContext();
-        row.change(context);
-        TieredDecisionEngine engine(std::move(bench.parts));
-        EXPECT_EQ(routedText(engine.decide(context, {})), row.answer) << row.name;
+        context.goal = cells.at(1);
+        if (cells.at(2) == "picture")
+            context.image.emplace();
+        for (const Json& step : parseJson(cells.at(3)).value_or(Json()))
+            context.history.push_back(test::recordOf<AutomationHistory>(dumpJson(step)));
+        EXPECT_EQ(routedText(TieredDecisionEngine(bench.parts).decide(context, {})), lines[1]) << name;
     }
 }
 
@@ -124,18 +94,14 @@ TEST(TieredDecisionEngine, leavesToThePlannerWhatNobodyElseKnows)
 {
     EngineBench bench;
     bench.parts.pimMode = PimMode::active;
-    TieredDecisionEngine unsure(bench.parts);
-    EXPECT_EQ(routedText(unsure.decide(openContext(), {})), "planner: planned") << "the selector failed";
-    bench.parts.planner = [](const DecisionContext&, const std::stop_token&) {
-        return PlannerAnswer(DecisionError{DecisionError::Kind::timedOut, 0, "too late"});
+    const auto decideWith = [&](const PlannerAnswer& answer) {
+        bench.parts.planner = [answer](const DecisionContext&, const std::stop_token&) { return answer; };
+        return routedText(TieredDecisionEngine(bench.parts).decide(openContext(), {}));
     };
-    TieredDecisionEngine failing(bench.parts);
-    EXPECT_EQ(routedText(failing.decide(openContext(), {})), "> too late");
-    bench.parts.planner = [](const DecisionContext&, const std::stop_token&) {
-        return PlannerAnswer(AutomationDecision{AutomationDecision::Kind::action, "nothing", {}, {}});
-    };
-    TieredDecisionEngine empty(bench.parts);
-    EXPECT_EQ(routedText(empty.decide(openContext(), {})), "> The planner's answer holds no step.");
+    EXPECT_EQ(decideWith(planned), "planner: planned") << "the selector failed";
+    EXPECT_EQ(decideWith(DecisionError{DecisionError::Kind::timedOut, 0, "too late"}), "> too late");
+    EXPECT_EQ(decideWith(AutomationDecision{AutomationDecision::Kind::action, "nothing", {}, {}}),
+        "> The planner's answer holds no step.");
     EXPECT_EQ(
         routedText(TieredDecisionEngine({}).decide(openContext(), {})), "> No service that plans steps is set up.");
 }
@@ -145,27 +111,22 @@ TEST(TieredDecisionEngine, stopsBetweenDeciders)
     EngineBench bench;
     bench.parts.pimMode = PimMode::active;
     std::stop_source stop;
-    bench.http->whileAsked = [&] { stop.request_stop(); };
-    bench.selectorScrolls("up");
-    bool wasPlanned = false;
+    int plans = 0;
     bench.parts.planner = [&](const DecisionContext&, const std::stop_token&) {
-        wasPlanned = true;
+        ++plans;
+        stop.request_stop();
         return PlannerAnswer(planned);
     };
     TieredDecisionEngine engine(bench.parts);
     for (int round = 0; round < 2; ++round)
         EXPECT_EQ(routedText(engine.decide(openContext(), stop.get_token())), "> The task was cancelled.");
-    EXPECT_FALSE(wasPlanned);
-    EXPECT_EQ(bench.http->asked.size(), 1u);
+    EXPECT_EQ(plans, 1) << "what was planned for a task that is over is not done";
 
-    std::stop_source late;
-    bench.parts.planner = [&](const DecisionContext&, const std::stop_token&) {
-        late.request_stop();
-        return PlannerAnswer(planned);
-    };
-    TieredDecisionEngine planning(bench.parts);
-    EXPECT_EQ(routedText(planning.decide(openContext(), late.get_token())), "> The task was cancelled.")
-        << "what was planned for a task that is over is not done";
+    stop = std::stop_source();
+    bench.http->whileAsked = [&] { stop.request_stop(); };
+    bench.http->answerNext(test::sureReply("up"));
+    EXPECT_EQ(routedText(engine.decide(openContext(), stop.get_token())), "> The task was cancelled.");
+    EXPECT_EQ(plans, 1);
 }
 
 TEST(TieredDecisionEngine, forgetsAMacroThatNoLongerFits)
@@ -184,20 +145,17 @@ TEST(TieredDecisionEngine, forgetsAMacroThatNoLongerFits)
 
 TEST(TieredDecisionEngine, comparesBesideTheTask)
 {
-    struct Row {
-        const char* direction;
-        std::optional<bool> agreed;
-    };
-    const Row rows[] = {{"down", true}, {"up", false}, {"plan", std::nullopt}};
-    for (const Row& row : rows) {
+    using Agreement = std::optional<bool>;
+    for (const auto& [direction, agreed] :
+        {std::pair("down", Agreement(true)), {"up", Agreement(false)}, {"plan", Agreement()}}) {
         EngineBench bench;
         bench.parts.pimMode = PimMode::shadow;
-        bench.selectorScrolls(row.direction);
+        bench.http->answerNext(test::sureReply(direction));
         TieredDecisionEngine engine(bench.parts);
         EXPECT_EQ(routedText(engine.decide(openContext(), {})), "planner: planned");
         ASSERT_TRUE(bench.compared.try_acquire_for(10s));
-        EXPECT_EQ(bench.agreed, row.agreed) << row.direction;
-        EXPECT_EQ(bench.milliseconds > 0, true);
+        EXPECT_EQ(bench.agreed, agreed) << direction;
+        EXPECT_GT(bench.milliseconds, 0);
     }
 }
 
@@ -211,7 +169,7 @@ TEST(TieredDecisionEngine, endsWithAComparisonUnderWay)
         asked.release();
         mayAnswer.acquire();
     };
-    bench.selectorScrolls("down");
+    bench.http->answerNext(test::sureReply("down"));
     {
         TieredDecisionEngine engine(bench.parts);
         EXPECT_EQ(routedText(engine.decide(openContext(), {})), "planner: planned") << "nobody waits for it";

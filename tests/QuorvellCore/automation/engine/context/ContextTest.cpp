@@ -7,44 +7,19 @@
 #include "QuorvellCore/automation/engine/context/TellableContext.h"
 #include "Screens.h"
 
-#include <gtest/gtest.h>
-
 namespace quorvell {
 
 TEST(GoalWords, tellGoalsApart)
 {
     EXPECT_EQ(GoalWords::of("  Open the\nSettings, please. "), "open the settings please");
-    for (const auto& [one, other] : std::vector<std::pair<std::string, std::string>>{
-             {"open the C++ page", "open the C page"}, {"set it to -5", "set it to 5"}, {"pay 1.5", "pay 15"},
-             {"search for #rain", "search for rain"}, {"delete all", "delete"}})
-        EXPECT_NE(GoalWords::of(one), GoalWords::of(other)) << one;
     EXPECT_EQ(GoalWords::of("Save…"), GoalWords::of("save!"));
-}
-
-TEST(GoalWords, nameWhatStandsInThemWhole)
-{
-    struct Row {
-        const char* goal;
-        const char* text;
-        bool isNamed;
-    };
-    const Row rows[] = {
-        {"search for tomatoes", "tomatoes", true},
-        {"search for \"red tomatoes\".", "red tomatoes", true},
-        {"search for red\n tomatoes", "red tomatoes", true},
-        {"search for tomatoes", "Tomatoes", false},
-        {"search for tomatoes", "tomato", false},
-        {"search for c++", "c", false},
-        {"search for c", "c++", false},
-        {"set it to -5", "5", false},
-        {"set it to 15", "5", false},
-        {"search for tomatoes", "for  tomatoes", false},
-        {"search for tomatoes", " tomatoes", false},
-        {"search for tomatoes", "", false},
-        {"aa a", "a", true},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(GoalWords::names(row.goal, row.text), row.isNamed) << row.goal << ": " << row.text;
+    for (const auto& [one, other] : {std::pair("open the C++ page", "open the C page"), {"set it to -5", "set it to 5"},
+             {"pay 1.5", "pay 15"}, {"search for #rain", "search for rain"}})
+        EXPECT_NE(GoalWords::of(one), GoalWords::of(other)) << one;
+    for (const auto& [name, lines] : test::fixtureRows("automation/namedTexts.txt")) {
+        for (const std::string& line : lines)
+            EXPECT_EQ(GoalWords::names(test::cells(line).at(0), test::cells(line).at(1)), name == "named") << line;
+    }
 }
 
 TEST(TellableContext, holdsNoSecret)
@@ -65,39 +40,18 @@ TEST(TellableContext, holdsNoSecret)
 
 TEST(Steps, areWrittenJudgedAndTold)
 {
-    using Tool = AutomationAction::Tool;
-    const AutomationObservation screen = test::screenWith({test::element("AXButton", "Delete \"all\""),
-        test::element("AXTextField", "Password hint"), test::element("AXTextArea", "")});
-    struct Row {
-        AutomationAction action;
-        const char* target;
-        const char* told;
-        ActionRisk::Case risk;
+    const AutomationObservation screen =
+        test::screenWith({test::element("AXButton", "Delete \"all\""), test::element("AXTextArea", "")});
+    const auto verdict = [](const ActionRisk& risk) {
+        const bool asks = risk.kind == ActionRisk::Case::askFirst;
+        return risk.isSafe() ? "safe" : asks ? "asks" : "never";
     };
-    const Row rows[] = {
-        {{.tool = Tool::click, .target = "Delete \"all\""}, "Delete \"all\"", "I'll press \"Delete 'all'\".",
-            ActionRisk::Case::never},
-        {{.tool = Tool::typeText, .target = "", .text = "hello"}, "AXTextArea", "I'll type into \"AXTextArea\".",
-            ActionRisk::Case::safe},
-        {{.tool = Tool::typeText, .target = "", .text = "4111111111111111"}, "AXTextArea",
-            "I'll type into \"AXTextArea\".", ActionRisk::Case::never},
-        {{.tool = Tool::pressKey, .key = "command+w"}, "command+w", "I'll press command+w.",
-            ActionRisk::Case::askFirst},
-        {{.tool = Tool::scroll, .target = "", .direction = "up"}, "up in AXTextArea", "I'll scroll up in AXTextArea.",
-            ActionRisk::Case::safe},
-        {{.tool = Tool::chooseMenu, .path = {{"File", "Send"}}}, "File > Send", "I'll choose \"File > Send\".",
-            ActionRisk::Case::askFirst},
-        {{.tool = Tool::openApp, .name = "TeamViewer"}, "TeamViewer", "I'll open \"TeamViewer\".",
-            ActionRisk::Case::never},
-        {{.tool = Tool::openWebsite, .address = "file:///etc"}, "file:///etc", "I'll open \"file:///etc\".",
-            ActionRisk::Case::never},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.told);
-        EXPECT_EQ(stepTaken(row.action, screen, true),
-            (AutomationHistory{std::string(storedText(row.action.tool)), row.target, true}));
-        EXPECT_EQ(stepAnnouncement(row.action, screen), row.told);
-        EXPECT_EQ(stepRisk(row.action, screen).kind, row.risk);
+    for (const auto& [name, lines] : test::fixtureRows("automation/steps.txt", 2)) {
+        const auto action = test::recordOf<AutomationAction>(lines[0]);
+        EXPECT_EQ(stepTaken(action, screen, true).target + " | " + verdict(stepRisk(action, screen)) + " | "
+                + stepAnnouncement(action, screen),
+            lines[1])
+            << name;
     }
 }
 

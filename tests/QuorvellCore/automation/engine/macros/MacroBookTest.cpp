@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Catches ways that are trusted too early, that are gone on though they lead elsewhere, that say "done" by themselves,
 // and files that lose or smuggle in a way.
-#include "FixtureTable.h"
 #include "QuorvellCore/automation/engine/macros/MacroFile.h"
 #include "Screens.h"
 
-#include <gtest/gtest.h>
+#include <map>
+#include <sstream>
 
 namespace quorvell {
 
@@ -42,6 +42,16 @@ VerifiedMacro trustedWay(const Postcondition& end = {Postcondition::Kind::labelA
     return book.macros().at(0);
 }
 
+/// "click Search +, click Next -": verified or not.
+std::vector<AutomationHistory> historyOf(const std::string& cell)
+{
+    std::vector<AutomationHistory> history;
+    std::istringstream words(cell);
+    for (std::string tool, target, mark; words >> tool >> target >> mark;)
+        history.push_back({tool, target, mark.starts_with('+')});
+    return history;
+}
+
 std::string toldBy(const std::optional<AutomationDecision>& decision)
 {
     if (!decision)
@@ -53,48 +63,25 @@ std::string toldBy(const std::optional<AutomationDecision>& decision)
 
 TEST(VerifiedMacro, goesOnOnlyWhereItsWayWent)
 {
-    const AutomationHistory typed{"type_text", "Find", true};
-    const AutomationHistory typedInVain{"type_text", "Find", false};
-    const AutomationHistory pressed{"click", "Search", true};
-    const AutomationHistory other{"click", "Else", true};
     AutomationObservation results = searchScreen();
     results.candidates.push_back(element("AXHeading", "Results"));
-    AutomationObservation elsewhere = searchScreen();
-    elsewhere.candidates.clear();
-    using Fit = VerifiedMacro::Fit;
-    struct Row {
-        const char* name;
-        const char* goal;
-        std::vector<AutomationHistory> history;
-        AutomationObservation screen;
-        Fit fit;
-        std::string decision;
-    };
-    const Row rows[] = {
-        {"the beginning", "search for rain", {}, searchScreen(), Fit::ready, "type_text"},
-        {"another goal", "search for snow", {}, searchScreen(), Fit::other, "-"},
-        {"the goal and more", "search for rain and buy it", {}, searchScreen(), Fit::other, "-"},
-        {"begins elsewhere", wayGoal, {}, elsewhere, Fit::other, "-"},
-        {"the second step", wayGoal, {typed}, searchScreen(), Fit::ready, "click"},
-        {"the first step had no effect", wayGoal, {typedInVain}, searchScreen(), Fit::broken, "-"},
-        {"the second step's button is gone", wayGoal, {typed}, elsewhere, Fit::broken, "-"},
-        {"somebody did something else", wayGoal, {other}, searchScreen(), Fit::other, "-"},
-        {"somebody did more", wayGoal, {typed, pressed, other}, searchScreen(), Fit::other, "-"},
-        {"tried twice", wayGoal, {typedInVain, pressed}, searchScreen(), Fit::other, "-"},
-        {"the end, and it shows", wayGoal, {typed, pressed}, results, Fit::ready, "That's done."},
-        {"the end, and it does not show", wayGoal, {typed, pressed}, searchScreen(), Fit::ready, "-"},
-        {"the last step had no effect", wayGoal, {typed, {"click", "Search", false}}, results, Fit::broken, "-"},
-    };
+    const std::map<std::string, AutomationObservation> screens = {
+        {"plain", searchScreen()}, {"empty", test::screenWith({})}, {"results", results}};
+    constexpr const char* fits[] = {"other", "ready", "broken"};
     const VerifiedMacro macro = trustedWay();
-    for (const Row& row : rows) {
-        const DecisionContext context{row.goal, row.screen, row.history, {}};
-        EXPECT_EQ(macro.fit(context, noon), row.fit) << row.name;
-        EXPECT_EQ(toldBy(macro.decide(context, noon)), row.decision) << row.name;
+    for (const auto& [name, lines] : test::fixtureRows("automation/macroFits.txt", 2)) {
+        const std::vector<std::string> cells = test::cells(lines[0]);
+        const DecisionContext context{cells.at(0), screens.at(cells.at(2)), historyOf(cells.at(1)), {}};
+        EXPECT_EQ(
+            std::string(fits[static_cast<int>(macro.fit(context, noon))]) + ": " + toldBy(macro.decide(context, noon)),
+            lines[1])
+            << name;
     }
     const DecisionContext first{wayGoal, searchScreen(), {}, {}};
     EXPECT_TRUE(macro.decide(first, noon + VerifiedMacro::trusted));
     EXPECT_FALSE(macro.decide(first, noon + VerifiedMacro::trusted + std::chrono::milliseconds(1)));
-    EXPECT_FALSE(trustedWay({Postcondition::Kind::changed, ""}).decide({wayGoal, results, {typed, pressed}, {}}, noon))
+    const DecisionContext last{wayGoal, results, historyOf("type_text Find +, click Search +"), {}};
+    EXPECT_FALSE(trustedWay(test::changed).decide(last, noon))
         << "that something is different does not show that the goal is reached";
 }
 
@@ -103,9 +90,9 @@ TEST(MacroBook, trustsTheSecondEqualRun)
     MacroBook book;
     EXPECT_TRUE(book.learn(wayGoal, searchSteps(), noon));
     EXPECT_TRUE(book.macros().empty());
-    EXPECT_TRUE(book.learn("search for rain", searchSteps({Postcondition::Kind::changed, ""}), noon));
+    EXPECT_TRUE(book.learn("search for rain", searchSteps(test::changed), noon));
     EXPECT_TRUE(book.macros().empty()) << "another way";
-    EXPECT_TRUE(book.learn("Search for rain!", searchSteps({Postcondition::Kind::changed, ""}), noon));
+    EXPECT_TRUE(book.learn("Search for rain!", searchSteps(test::changed), noon));
     ASSERT_EQ(book.macros().size(), 1u);
     book.drop(book.macros().at(0));
     EXPECT_TRUE(book.entries().empty());
@@ -142,9 +129,9 @@ TEST(MacroFile, leavesOutWhatBreaksItsRules)
     const Json good = parseJson(MacroFile::write(book)).value_or(Json());
     for (const test::FixtureRow& row : test::fixtureRows("automation/macros.txt")) {
         for (const std::string& line : row.lines) {
-            const auto blank = line.find(' ');
+            const auto [place, value] = test::verbAndRest(line);
             Json json = good;
-            json[Json::json_pointer("/macros/0" + line.substr(0, blank))] = parseJson(line.substr(blank + 1)).value();
+            json[Json::json_pointer("/macros/0" + place)] = parseJson(value).value_or(Json());
             const auto file = MacroFile::read(dumpJson(json));
             ASSERT_TRUE(file) << line;
             EXPECT_EQ(file->book.entries().size(), row.name == "read" ? 1u : 0u) << line;

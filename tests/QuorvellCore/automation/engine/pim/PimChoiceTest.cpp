@@ -3,6 +3,7 @@
 // closes.
 #include "QuorvellCore/automation/engine/pim/PimChoice.h"
 
+#include "FixtureTable.h"
 #include "QuorvellCore/automation/engine/pim/PimMode.h"
 #include "QuorvellCore/automation/engine/pim/PimUsage.h"
 #include "QuorvellCore/automation/engine/pim/SharedPimBreaker.h"
@@ -16,40 +17,14 @@ namespace quorvell {
 
 TEST(PimChoice, believesOnlyWhatAddsUp)
 {
-    struct Row {
-        const char* name;
-        const char* answer;
-        bool isRead;
-    };
-    const Row rows[] = {
-        {"plain", R"({"choice":"a","confidence":0.5,"probabilities":{"a":0.7,"b":0.3}})", true},
-        {"the order does not matter", R"({"choice":"a","confidence":1,"probabilities":{"b":0,"a":1}})", true},
-        {"a tie", R"({"choice":"b","confidence":0,"probabilities":{"a":0.5,"b":0.5}})", true},
-        {"sum 0.99", R"({"choice":"a","confidence":1,"probabilities":{"a":0.69,"b":0.3}})", true},
-        {"sum 0.98", R"({"choice":"a","confidence":1,"probabilities":{"a":0.68,"b":0.3}})", true},
-        {"sum 1.02", R"({"choice":"a","confidence":1,"probabilities":{"a":0.72,"b":0.3}})", true},
-        {"sum 0.97", R"({"choice":"a","confidence":1,"probabilities":{"a":0.67,"b":0.3}})", false},
-        {"sum 1.021", R"({"choice":"a","confidence":1,"probabilities":{"a":0.721,"b":0.3}})", false},
-        {"not the largest", R"({"choice":"b","confidence":1,"probabilities":{"a":0.51,"b":0.49}})", false},
-        {"no option", R"({"choice":"c","confidence":1,"probabilities":{"a":0.5,"b":0.5}})", false},
-        {"one more option", R"({"choice":"a","confidence":1,"probabilities":{"a":1,"b":0,"c":0}})", false},
-        {"another option", R"({"choice":"a","confidence":1,"probabilities":{"a":1,"c":0}})", false},
-        {"an option is missing", R"({"choice":"a","confidence":1,"probabilities":{"a":1}})", false},
-        {"negative", R"({"choice":"a","confidence":1,"probabilities":{"a":1,"b":-0.01}})", false},
-        {"above 1", R"({"choice":"a","confidence":1,"probabilities":{"a":1.01,"b":0}})", false},
-        {"a text", R"({"choice":"a","confidence":1,"probabilities":{"a":"1","b":0}})", false},
-        {"a list", R"({"choice":"a","confidence":1,"probabilities":[1,0]})", false},
-        {"no probabilities", R"({"choice":"a","confidence":1})", false},
-        {"confidence above 1", R"({"choice":"a","confidence":1.1,"probabilities":{"a":1,"b":0}})", false},
-        {"confidence below 0", R"({"choice":"a","confidence":-0.1,"probabilities":{"a":1,"b":0}})", false},
-        {"no confidence", R"({"choice":"a","probabilities":{"a":1,"b":0}})", false},
-        {"no object", R"("a")", false},
-    };
-    for (const Row& row : rows) {
-        const auto read = PimChoice::choice(parseJson(row.answer).value_or(Json()), {"a", "b"});
-        EXPECT_EQ(read.has_value(), row.isRead) << row.name;
+    const std::vector<test::FixtureRow> rows = test::fixtureRows("automation/choices.txt");
+    for (const test::FixtureRow& row : rows) {
+        for (const std::string& line : row.lines) {
+            const auto read = PimChoice::choice(parseJson(line).value_or(Json()), {"a", "b"});
+            EXPECT_EQ(read.has_value(), row.name.starts_with("read")) << line;
+        }
     }
-    const auto first = PimChoice::choice(parseJson(rows[0].answer).value_or(Json()), {"a", "b"});
+    const auto first = PimChoice::choice(parseJson(rows.at(0).lines.at(0)).value_or(Json()), {"a", "b"});
     EXPECT_EQ(first, (PimSelection{"a", 0.5, 0.7, std::nullopt}));
 }
 

@@ -5,8 +5,6 @@
 #include "Screens.h"
 #include "ScriptedDecisionHTTP.h"
 
-#include <gtest/gtest.h>
-
 namespace quorvell {
 
 TEST(PimDismissalClassifier, endsByAClearAnswerOnly)
@@ -48,15 +46,11 @@ TEST(PimDismissalClassifier, endsByAClearAnswerOnly)
 TEST(PimDismissalClassifier, knowsPlainFarewellsByItself)
 {
     const PimDismissalClassifier withoutKey;
-    for (const char* farewell :
-        {"Goodbye!", "bye bye", "OK, thanks, bye.", "All right, that's all for now", "see you later",
-            "Well, good night then, Quorvell", "please stop listening", "no, that’s it, thank you, goodbye",
-            "You can go now, thanks for your help", "Go away!", "i have to go, talk to you later"})
-        EXPECT_TRUE(withoutKey.shouldDismiss(farewell, {})) << farewell;
-    for (const char* other : {"stop", "stop the music", "don't go away", "say goodbye to Ann", "that's all", "thanks",
-             "good", "goodbye?", "write bye", "bye a ticket", "end the call", "I'm done", "stop listening to the radio",
-             "goodbye yellow brick road", "no", "", "see you in court", "go away message", "okay then"})
-        EXPECT_FALSE(withoutKey.shouldDismiss(other, {})) << other;
+    for (const auto& [name, lines] : test::fixtureRows("automation/farewells.txt")) {
+        for (const std::string& line : lines)
+            EXPECT_EQ(withoutKey.shouldDismiss(line, {}), name == "farewells") << line;
+    }
+    EXPECT_FALSE(withoutKey.shouldDismiss("", {}));
 }
 
 } // namespace quorvell

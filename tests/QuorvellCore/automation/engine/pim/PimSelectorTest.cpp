@@ -7,9 +7,7 @@
 #include "Screens.h"
 #include "ScriptedDecisionHTTP.h"
 
-#include <gtest/gtest.h>
-
-#include <fstream>
+#include <sstream>
 
 namespace quorvell {
 
@@ -40,59 +38,37 @@ std::string shown(const std::optional<AutomationDecision>& decision)
     return decision ? decision->message + " " + dumpJson(decision->action->arguments()) : "-";
 }
 
+/// "click 0.9 1": the option, its confidence and its probability; "-" where there is no answer.
+Json answerOf(const std::string& cell, const std::vector<std::string>& options)
+{
+    std::istringstream words(cell);
+    std::string choice;
+    double confidence = 0;
+    double probability = 0;
+    words >> choice >> confidence >> probability;
+    return choice == "-" ? Json() : choiceAnswer(choice, options, confidence, probability);
+}
+
 } // namespace
 
 TEST(PimSelector, decidesOnlyWhatIsPlainAndSure)
 {
-    const Json click = choiceAnswer("click", stepOptions);
-    const Json more = choiceAnswer("More", targets);
-    const std::string clicks = R"(I'll open More. {"element_id":"More"})";
-    struct Row {
-        const char* name;
-        Json reply;
-        std::string decision;
-        bool isUsable = true;
-    };
-    const Row rows[] = {
-        {"a click", stepReply(click, more), clicks},
-        {"up", stepReply(choiceAnswer("up", stepOptions), more), R"(I'll look further up. {"direction":"up"})"},
-        {"down, whatever the target is", stepReply(choiceAnswer("down", stepOptions), Json()),
-            R"(I'll look further down. {"direction":"down"})"},
-        {"to be planned", stepReply(choiceAnswer("plan", stepOptions), more), "-"},
-        {"as sure as it has to be", stepReply(choiceAnswer("click", stepOptions, 0.9, 0.95), more), clicks},
-        {"not confident", stepReply(choiceAnswer("click", stepOptions, 0.89, 1), more), "-"},
-        {"not probable", stepReply(choiceAnswer("click", stepOptions, 1, 0.94), more), "-"},
-        {"a target not confident", stepReply(click, choiceAnswer("More", targets, 0.89, 1)), "-"},
-        {"a target not probable", stepReply(click, choiceAnswer("More", targets, 1, 0.94)), "-"},
-        {"a scroll not probable", stepReply(choiceAnswer("up", stepOptions, 1, 0.94), more), "-"},
-        {"hardly sensitive", stepReply(click, more, 0.0999), clicks},
-        {"sensitive", stepReply(click, more, 0.1), "-"},
-        {"what the guard forbids", stepReply(click, choiceAnswer("Delete", targets)), "-"},
-        {"a disabled element", stepReply(click, choiceAnswer("Dim", targets)), "-"},
-        {"no target", stepReply(click, choiceAnswer("none", targets)), "-"},
-        {"a target that is not there", stepReply(click, choiceAnswer("Pay", {"Pay", "none"})), "-", false},
-        {"a click without a target", stepReply(click, Json()), "-", false},
-        {"no number for sensitive", {{"answers", {{"operation", click}, {"target", more}}}}, "-", false},
-        {"beyond 1", stepReply(click, more, 1.5), "-", false},
-        {"no operation", stepReply(Json(), more), "-", false},
-        {"nothing", Json::object(), "-", false},
-        {"no object", Json(7), "-", false},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, lines] : test::fixtureRows("automation/selections.txt", 2)) {
+        SCOPED_TRACE(name);
+        const std::vector<std::string> cells = test::cells(lines[0]);
         const auto http = std::make_shared<test::ScriptedDecisionHTTP>();
-        http->answerNext(row.reply);
+        http->answerNext(
+            stepReply(answerOf(cells.at(0), stepOptions), answerOf(cells.at(1), targets), std::stod(cells.at(2))));
         PimSelector selector = selectorOver(http);
-        std::vector<PimUsage> used;
-        selector.onTelemetry = [&](const PimUsage& usage) { used.push_back(usage); };
+        int told = 0;
+        selector.onTelemetry = [&](const PimUsage& usage) { told += usage == PimUsage{900, 3}; };
         selector.breaker = std::make_shared<SharedPimBreaker>([] { return std::chrono::steady_clock::time_point(); });
         const auto decision = selector.select(stepContext(), {});
-        EXPECT_EQ(shown(decision), row.decision);
-        EXPECT_EQ(used.size(), row.isUsable ? 1u : 0u) << "told of every reply that can be used";
-        EXPECT_EQ(selector.breaker->value().failures, row.isUsable ? 0 : 1);
-        const bool isClick = decision && decision->action->target;
-        const Postcondition changed{.kind = Postcondition::Kind::changed};
-        EXPECT_EQ(decision && decision->expected == changed, isClick);
+        const bool isUsable = lines[1] != "unusable";
+        EXPECT_EQ(shown(decision), isUsable ? lines[1] : "-");
+        EXPECT_EQ(told, isUsable) << "of every reply that can be used";
+        EXPECT_EQ(selector.breaker->value().failures, !isUsable);
+        EXPECT_EQ(decision && decision->expected == test::changed, decision && decision->action->target);
     }
 }
 
@@ -109,10 +85,8 @@ TEST(PimSelector, asksWhatItsServiceExpects)
     EXPECT_EQ(asked.url, "https://selector.example/v1/systemone");
     EXPECT_EQ(asked.headers, (std::vector<std::pair<std::string, std::string>>{{"Authorization", "Bearer key"}}));
     EXPECT_EQ(asked.timeout, std::chrono::seconds(3));
-    std::ifstream file(QUORVELL_FIXTURES "/automation/selectorRequest.json");
-    std::string expected;
-    std::getline(file, expected);
-    EXPECT_EQ(dumpJson(asked.body), expected) << "without the picture, the PIN and the second element of one id";
+    EXPECT_EQ(dumpJson(asked.body), test::automationFixture("selectorRequest.json"))
+        << "without the picture, the PIN and the second element of one id";
 
     AutomationObservation many = test::screenWith({});
     for (int number = 0; number < 200; ++number)
@@ -143,7 +117,7 @@ TEST(PimSelector, leavesAFailingServiceAlone)
         EXPECT_FALSE(selector.select(stepContext(), {}));
     EXPECT_EQ(http->asked.size(), 4u);
     now += 60s;
-    http->answerNext(stepReply(choiceAnswer("up", stepOptions), Json()));
+    http->answerNext(test::sureReply("up"));
     EXPECT_TRUE(selector.select(stepContext(), {}));
     for (PimSelector broken : {PimSelector{}, PimSelector{.apiKey = "key", .http = http},
              PimSelector{.http = http, .host = "https://selector.example"}})

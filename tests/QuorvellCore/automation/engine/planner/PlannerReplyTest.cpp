@@ -2,10 +2,7 @@
 // Catches half an answer that is taken for a decision, and a model that is not told what was wrong with its own.
 #include "QuorvellCore/automation/engine/planner/PlannerReply.h"
 
-#include "FixtureTable.h"
 #include "Screens.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 
@@ -52,27 +49,13 @@ TEST(PlannerReply, holdsOneDecisionOrSaysWhyNot)
 
 TEST(PlannerReply, saysWhatCannotBeDone)
 {
-    using Tool = AutomationAction::Tool;
     AutomationObservation screen = test::screenWith({test::element("AXButton", "Go"), test::element("AXButton", "Dim"),
         test::element("AXButton", "Same"), test::element("AXButton", "Same")});
     screen.candidates[1].enabled = false;
-    struct Row {
-        AutomationAction action;
-        const char* problem;
-    };
-    const Row rows[] = {
-        {{.tool = Tool::click, .target = "Go"}, ""},
-        {{.tool = Tool::click, .target = "Gone"}, "Its \"target\" is the id of no element on the screen."},
-        {{.tool = Tool::click, .target = "Same"}, "Its \"target\" is the id of more than one element."},
-        {{.tool = Tool::click, .target = "Dim"}, "Its \"target\" is disabled or secure, so it cannot be acted on."},
-        {{.tool = Tool::typeText, .target = "Go", .text = "x"}, "Its \"target\" takes no text."},
-        {{.tool = Tool::click}, "What the tool click needs is missing, too long or none of what is allowed."},
-        {{.tool = Tool::pressKey, .key = "f13"},
-            "What the tool press_key needs is missing, too long or none of what is allowed."},
-    };
-    for (const Row& row : rows) {
-        const auto problem = decisionProblem({AutomationDecision::Kind::action, "", row.action, {}}, screen);
-        EXPECT_EQ(problem ? problem->text : "", row.problem);
+    for (const auto& [name, lines] : test::fixtureRows("automation/stepProblems.txt", 2)) {
+        const auto action = test::recordOf<AutomationAction>(lines[0]);
+        const auto problem = decisionProblem({AutomationDecision::Kind::action, "", action, {}}, screen);
+        EXPECT_EQ(problem ? problem->text : "-", lines[1]) << lines[0];
     }
 }
 

@@ -2,10 +2,7 @@
 // Catches rules that guess, and a task that is called finished though nothing shows it.
 #include "QuorvellCore/automation/engine/rules/DeterministicTasks.h"
 
-#include "FixtureTable.h"
 #include "Screens.h"
-
-#include <gtest/gtest.h>
 
 namespace quorvell {
 
@@ -51,30 +48,13 @@ TEST(DeterministicTasks, decideWhatIsCertain)
 
 TEST(DeterministicTasks, areFinishedOnceTheOneStepIsVerified)
 {
-    struct Row {
-        const char* goal;
-        std::vector<AutomationHistory> history;
-        const char* report;
-    };
-    const Row rows[] = {
-        {"scroll down", {{"scroll", "down", true}}, "I scrolled down."},
-        {"scroll down", {{"scroll", "down", false}}, "-"},
-        {"scroll down", {{"scroll", "up", true}}, "-"},
-        {"scroll down", {{"scroll", "down", true}, {"scroll", "down", true}}, "-"},
-        {"go back", {{"click", "Back", true}}, "I went back."},
-        {"open example.com", {{"open_website", "example.com", true}}, "\"example.com\" is open."},
-        {"open example.com", {{"open_website", "example.org", true}}, "-"},
-        {"open terminal", {{"open_app", "Terminal", true}}, "\"Terminal\" is open."},
-        {"press the save button", {{"click", "Save", true}}, "I pressed \"Save\"."},
-        {"press the save button", {{"click", "Open", true}}, "-"},
-        {"press the save button", {{"press_key", "Save", true}}, "-"},
-        {"Next", {{"click", "Next", true}}, "I pressed \"Next\"."},
-    };
-    for (const Row& row : rows) {
-        const auto decision =
-            DeterministicTasks::decide({row.goal, test::screenWith({}), row.history, {}}, applications);
-        EXPECT_EQ(decision ? decision->message : "-", row.report) << row.goal;
-        EXPECT_TRUE(!decision || decision->kind == AutomationDecision::Kind::finished);
+    for (const auto& [name, lines] : test::fixtureRows("automation/plainEnds.txt", 3)) {
+        DecisionContext context{lines[0], test::screenWith({}), {}, {}};
+        for (const Json& step : parseJson(lines[1]).value_or(Json()))
+            context.history.push_back(test::recordOf<AutomationHistory>(dumpJson(step)));
+        const auto decision = DeterministicTasks::decide(context, applications);
+        EXPECT_EQ(decision ? decision->message : "-", lines[2]) << name;
+        EXPECT_TRUE(!decision || decision->kind == AutomationDecision::Kind::finished) << name;
     }
 }
 
