@@ -33,8 +33,6 @@ const Json& userParts(const Json& body, PlannerStyle style)
 TEST(PlannerPrompt, fencesWhatTheScreenSays)
 {
     EXPECT_EQ(PlannerPrompt::situation(plannedContext(), mark), test::automationFixture("plannerSituation.txt"));
-    for (const auto& key : AutomationAction::supportedKeys())
-        EXPECT_NE(PlannerPrompt::instructions().find(key), std::string::npos) << key;
 }
 
 TEST(PlannerPrompt, staysWithinBoundsAndSaysWhatIsMissing)
