@@ -17,9 +17,9 @@ constexpr std::string_view courtesiesBefore[] = {"please ", "can you ", "could y
     "can you please ", "could you please ", "hey quorvell ", "quorvell ", "now ", "just "};
 constexpr std::string_view courtesiesBehind[] = {" please", " for me", " now"};
 
-/// Endings of hosts that are not endings of files too: "open notes.md" and "open report.pl" mean no site.
-constexpr std::string_view siteEndings[] = {"com", "org", "net", "edu", "gov", "info", "eu", "de", "uk", "fr", "it",
-    "es", "nl", "at", "ch", "be", "us", "ca", "au", "in", "jp", "br", "io", "dev"};
+/// Endings of hosts that are no endings of files: "open notes.org" and "open report.md" mean no site for certain.
+constexpr std::string_view siteEndings[] = {"com", "net", "edu", "gov", "eu", "de", "uk", "fr", "it", "es", "nl", "ch",
+    "be", "us", "ca", "au", "jp", "br", "io"};
 
 /// Words by which a goal has a second step, or an object that is not the application alone.
 constexpr std::string_view joiningWords[] = {"and", "then", "with", "in", "on", "to", "from", "of", "or", "after"};
