@@ -22,10 +22,33 @@ bool isKept(std::string_view character)
     return u_isUAlphabetic(first) || u_getIntPropertyValue(first, UCHAR_NUMERIC_TYPE) != U_NT_NONE;
 }
 
+/// Most texts are plain ASCII, where a character is a byte.
+std::string normalizedAscii(std::string_view text)
+{
+    std::string result;
+    result.reserve(text.size());
+    bool needsSpace = false;
+    for (char letter : text) {
+        if (letter >= 'A' && letter <= 'Z')
+            letter = static_cast<char>(letter + ('a' - 'A'));
+        if ((letter < 'a' || letter > 'z') && (letter < '0' || letter > '9') && letter != '\'') {
+            needsSpace = !result.empty();
+            continue;
+        }
+        if (needsSpace)
+            result += ' ';
+        needsSpace = false;
+        result += letter;
+    }
+    return result;
+}
+
 } // namespace
 
 std::string TextMatch::normalized(std::string_view text)
 {
+    if (isAscii(text))
+        return normalizedAscii(text);
     const std::string lower = lowerCased(repairUtf8(text));
     std::string result;
     result.reserve(lower.size());
