@@ -4,6 +4,7 @@
 #include "QuorvellCore/safety/SafetyGuard.h"
 #include "QuorvellCore/safety/SavedFileCheck.h"
 #include "QuorvellCore/safety/SpokenLabel.h"
+#include "QuorvellCore/safety/desktop/DesktopPlace.h"
 #include "QuorvellCore/safety/places/FileKind.h"
 #include "QuorvellCore/safety/places/JudgedAddress.h"
 #include "QuorvellCore/safety/places/MoneySites.h"
@@ -21,13 +22,6 @@
 namespace quorvell {
 
 namespace {
-
-/// The settings of the desktops, as they name themselves; without ".desktop".
-constexpr auto settingsApplications = std::to_array<std::string_view>({"com.apple.settings",
-    "com.apple.systempreferences", "org.gnome.settings", "gnome-control-center", "gnome-tweaks", "org.gnome.tweaks",
-    "systemsettings", "org.kde.systemsettings", "cinnamon-settings", "mate-control-center", "budgie-control-center",
-    "org.buddiesofbudgie.budgiecontrolcenter", "xfce4-settings-manager", "lxqt-config", "unity-control-center",
-    "com.system76.cosmicsettings", "io.elementary.settings", "io.elementary.switchboard", "yast2"});
 
 /// What follows them in an address bar runs or is shown with the rights of the page, even behind a space.
 constexpr auto runningSchemes = std::to_array<std::string_view>({"javascript", "vbscript", "data", "file"});
@@ -92,7 +86,7 @@ ActionRisk SafetyGuard::frontAppRisk(std::string_view identifier, std::string_vi
 
 bool SafetyGuard::isSettingsNavigation(std::string_view identifier)
 {
-    return isOneOf(settingsApplications, withoutEnding(trimmed(lowerCased(identifier)), ".desktop"));
+    return desktopPlaceOfApp(identifier) == DesktopPlace::settings;
 }
 
 ActionRisk SafetyGuard::websiteRisk(std::string_view address)

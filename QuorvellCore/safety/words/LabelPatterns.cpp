@@ -2,6 +2,7 @@
 #include "QuorvellCore/safety/words/LabelPatterns.h"
 
 #include "QuorvellCore/text/CodePoints.h"
+#include "QuorvellCore/text/LowerCase.h"
 
 #include <unicode/uchar.h>
 
@@ -69,11 +70,13 @@ bool isOfSiteName(char letter)
     return (letter >= 'a' && letter <= 'z') || (letter >= '0' && letter <= '9') || letter == '-';
 }
 
-bool isSiteEndingAt(std::string_view text, std::size_t position)
+/// Where the ending that stands at `position` ends; 0 where none does.
+std::size_t siteEndingEnd(std::string_view text, std::size_t position)
 {
-    return std::any_of(siteEndings.begin(), siteEndings.end(), [&](std::string_view ending) {
+    const auto found = std::find_if(siteEndings.begin(), siteEndings.end(), [&](std::string_view ending) {
         return text.substr(position).starts_with(ending) && isWordEnd(text, position + ending.size());
     });
+    return found == siteEndings.end() ? 0 : position + found->size();
 }
 
 /// Whether a name ends before `end`: letters, digits and hyphens, with the edge of a word somewhere among them.
@@ -126,9 +129,27 @@ bool hasPrice(std::string_view lower)
 bool hasSiteName(std::string_view lower)
 {
     for (std::size_t dot = lower.find('.'); dot != std::string_view::npos; dot = lower.find('.', dot + 1))
-        if (isSiteEndingAt(lower, dot + 1) && isNameBefore(lower, dot))
+        if (siteEndingEnd(lower, dot + 1) != 0 && isNameBefore(lower, dot))
             return true;
     return false;
+}
+
+std::string withoutSiteNames(std::string_view label)
+{
+    const std::string lower = asciiLowerCased(label);
+    std::string rest;
+    std::size_t kept = 0; // What stands before it has been taken over, or was a site's name.
+    for (std::size_t dot = lower.find('.'); dot != std::string::npos; dot = lower.find('.', dot + 1)) {
+        const std::size_t end = siteEndingEnd(lower, dot + 1);
+        if (end == 0 || !isNameBefore(lower, dot))
+            continue;
+        std::size_t start = dot;
+        while (start > kept && isOfSiteName(lower[start - 1]))
+            --start;
+        (rest += label.substr(kept, start - kept)) += ' ';
+        kept = end;
+    }
+    return rest.append(label.substr(kept));
 }
 
 bool hasLongNumber(std::string_view text)
