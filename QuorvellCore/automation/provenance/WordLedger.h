@@ -3,17 +3,21 @@
 //
 // Texts are compared normalised and by whole words. Trust needs the whole: an argument is the user's when one thing
 // that they said holds all of it. Distrust needs a part: it is from outside as soon as a piece that matters (an address
-// of mail or web, a number, a name, a run of words) stands in a text from outside and not in the user's own words.
+// of mail or web, a file, a number, a run of five words) stands in a text from outside and in none that is trusted.
 #pragma once
 
 #include "QuorvellCore/automation/proposals/WordOrigin.h"
+#include "QuorvellCore/automation/provenance/WordPieces.h"
 #include "QuorvellCore/automation/surface/ScreenAction.h"
 #include "QuorvellCore/automation/surface/ScreenLook.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quorvell {
 
@@ -22,17 +26,18 @@ enum class WordUse {
     typedText,
     recipient, ///< Whom something goes to.
     address, ///< On the web.
-    addressData, ///< What an address carries along behind "?" or "#".
+    addressData, ///< What an address carries along behind its host.
 };
 
 /// A value; lives with the conversation. Of each origin only what was told last is remembered.
 class WordLedger {
 public:
-    static constexpr std::size_t mostBytes = 256 * 1024; ///< Of normalised text, for each origin.
-    static constexpr std::size_t longestText = 64 * 1024; ///< Bytes of one text; the rest of it is not remembered.
+    static constexpr std::size_t mostBytes = 512 * 1024; ///< For each origin: about what a model keeps in mind.
+    static constexpr std::size_t mostTexts = 512; ///< For each origin.
+    static constexpr std::size_t longestText = 64 * 1024; ///< Bytes; a longer one is remembered in parts.
 
-    /// One whole utterance, message, note, tool result or look. The user's own words are `user`; a piece that they
-    /// pasted is `web`; a note that was clipped (NoteOrigin isUntrusted) is `screen` or `web`, as it was.
+    /// One whole utterance, message, note or tool result. The user's own words are `user`; a piece that they pasted is
+    /// `web`; a note that was clipped (NoteOrigin isUntrusted) is `screen` or `web`, as it was. Model is told nothing.
     void told(WordOrigin origin, std::string_view text);
     /// Everything that can be read on a look, as `screen`.
     void seen(const ScreenLook& look);
@@ -43,18 +48,31 @@ public:
     WordOrigins originsOf(const ScreenAction& action, const ScreenLook& look) const;
 
 private:
-    struct Text {
+    struct Remembered {
         WordOrigin origin;
-        std::string raw; ///< Lower case, for addresses and numbers.
         std::string words; ///< Normalised, a space at both ends.
+        WordPieces pieces;
+        std::vector<std::uint64_t> runs; ///< Hashes, in order; only of texts from outside.
     };
 
-    template <typename Holds> const Text* firstFrom(bool isWantedOutside, const Holds& holds) const;
-    bool isTrusted(std::string_view normalized) const;
-    WordOrigin originOfPieces(std::string_view words, WordUse use) const;
-    WordOrigin originOfAddress(std::string_view address) const;
+    void remember(WordOrigin origin, std::string_view part);
+    void forgetOldest(WordOrigin origin);
 
-    std::deque<Text> m_texts; ///< Oldest first.
+    /// The origin of the first text that holds it, from the most trusted on.
+    template <typename Holds> std::optional<WordOrigin> trustedWith(const Holds& holds) const;
+    template <typename Holds> std::optional<WordOrigin> outsideWith(const Holds& holds) const;
+    std::optional<WordOrigin> trustedWhole(std::string_view words) const;
+    std::optional<WordOrigin> trustedNumber(std::string_view raw) const;
+    std::optional<WordOrigin> outsideIn(std::string_view raw, std::string_view words) const;
+    std::optional<WordOrigin> outsidePieces(const WordPieces& pieces) const;
+    std::optional<WordOrigin> outsideRuns(std::string_view words) const;
+    WordOrigin originOfAddress(std::string_view address) const;
+    WordOrigin originOfData(std::string_view address) const;
+    WordOrigin originOfWords(std::string_view raw, WordUse use) const;
+    void addTyping(WordOrigins& origins, std::string_view target, std::string_view text, const ScreenLook& look) const;
+    void addAddress(WordOrigins& origins, std::string_view address) const;
+
+    std::deque<Remembered> m_texts; ///< Oldest first.
 };
 
 } // namespace quorvell
