@@ -4,7 +4,7 @@
 #include "QuorvellCore/safety/SafetyGuard.h"
 #include "QuorvellCore/safety/SavedFileCheck.h"
 #include "QuorvellCore/safety/SpokenLabel.h"
-#include "QuorvellCore/safety/desktop/DesktopPlace.h"
+#include "QuorvellCore/safety/places/DesktopPlace.h"
 #include "QuorvellCore/safety/places/FileKind.h"
 #include "QuorvellCore/safety/places/JudgedAddress.h"
 #include "QuorvellCore/safety/places/MoneySites.h"

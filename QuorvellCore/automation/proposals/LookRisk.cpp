@@ -192,8 +192,8 @@ ActionRisk LookRisk::ofPressingAt(double x, double y) const
 ActionRisk LookRisk::ofDragging(const screen_action::Drag& drag) const
 {
     const ActionRisk risk = ActionRisk::strictest(ofPressingAt(drag.x, drag.y), ofPressingAt(drag.toX, drag.toY));
-    const AutomationCandidate* from = m_look.at(drag.x, drag.y);
-    const AutomationCandidate* to = m_look.at(drag.toX, drag.toY);
+    const AutomationCandidate* from = m_look.elementAt(drag.x, drag.y);
+    const AutomationCandidate* to = m_look.elementAt(drag.toX, drag.toY);
     if (from == to || !from || !to)
         return risk;
     return ActionRisk::strictest(risk,

@@ -5,7 +5,7 @@
 #include "QuorvellCore/automation/surface/ScreenAction.h"
 #include "QuorvellCore/automation/surface/ScreenLook.h"
 #include "QuorvellCore/safety/ActionRisk.h"
-#include "QuorvellCore/safety/desktop/DesktopPlace.h"
+#include "QuorvellCore/safety/places/DesktopPlace.h"
 
 #include <string>
 #include <string_view>

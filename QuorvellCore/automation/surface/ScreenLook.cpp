@@ -16,7 +16,7 @@ const ScreenElement* ScreenLook::element(std::string_view id) const
     return place < elements.size() ? &elements[place] : nullptr;
 }
 
-const AutomationCandidate* ScreenLook::at(double x, double y) const
+const AutomationCandidate* ScreenLook::elementAt(double x, double y) const
 {
     const AutomationCandidate* smallest = nullptr;
     double size = 0;

@@ -26,7 +26,7 @@ struct ScreenLook {
     /// Null where there is no such element, or where it stands for two.
     const ScreenElement* element(std::string_view id) const;
     /// The smallest element at this place; null where there is none.
-    const AutomationCandidate* at(double x, double y) const;
+    const AutomationCandidate* elementAt(double x, double y) const;
 
     bool operator==(const ScreenLook&) const = default;
 };

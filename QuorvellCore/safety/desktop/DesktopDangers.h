@@ -6,7 +6,7 @@
 #pragma once
 
 #include "QuorvellCore/safety/ActionRisk.h"
-#include "QuorvellCore/safety/desktop/DesktopPlace.h"
+#include "QuorvellCore/safety/places/DesktopPlace.h"
 
 #include <string_view>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "QuorvellCore/safety/desktop/DesktopPlace.h"
+#include "QuorvellCore/safety/places/DesktopPlace.h"
 
 #include "QuorvellCore/safety/words/OneOf.h"
 #include "QuorvellCore/text/Characters.h"

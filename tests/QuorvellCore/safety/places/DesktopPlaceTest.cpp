@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Catches dangerous applications that pass for ordinary ones under another spelling of their name, and ordinary ones
 // that are refused.
-#include "QuorvellCore/safety/desktop/DesktopPlace.h"
-
-#include "QuorvellCore/safety/desktop/DesktopDangers.h"
+#include "QuorvellCore/safety/places/DesktopPlace.h"
 
 #include <gtest/gtest.h>
 
@@ -49,29 +47,6 @@ TEST(DesktopPlace, isKnownByNameIdentifierOrTitle)
     for (const auto& row : rows)
         EXPECT_EQ(desktopPlace(row.app, row.identifier, row.title), row.place)
             << row.app << row.identifier << row.title;
-}
-
-TEST(DesktopDangers, showsWholeWhatWouldRun)
-{
-    const auto kind = [](const std::string& text) {
-        return DesktopDangers::typeRisk(DesktopPlace::terminal, text).kind;
-    };
-    EXPECT_EQ(kind(std::string(200, 'x')), ActionRisk::Case::askFirst);
-    EXPECT_EQ(kind(std::string(201, 'x')), ActionRisk::Case::never);
-    EXPECT_EQ(kind("ls\x1b[A"), ActionRisk::Case::never);
-    EXPECT_EQ(kind("ls\nls"), ActionRisk::Case::askFirst);
-}
-
-TEST(DesktopDangers, asksAboutWordsOfThisDesktop)
-{
-    for (const char* label : {"Shut Down…", "_Uninstall", "Don't Save", "Don’t save", "Reply", "Book now", "Format…",
-             "Order (2 items)", "Run Anyway", "Power off"})
-        EXPECT_FALSE(DesktopDangers::labelRisk(label).isSafe()) << label;
-    for (const char* label : {"Save", "Open…", "Zoom In", "Bold", "Next", "Books", "Reserved", "Runner's world",
-             "Reset cookies", "Search", "Close", "Cancel", "View", "Help", "Bookmark this page", "Back", "Dark Mode"})
-        EXPECT_TRUE(DesktopDangers::labelRisk(label).isSafe()) << label;
-    EXPECT_TRUE(DesktopDangers::isBareAgreement("Yes, I'm sure!"));
-    EXPECT_FALSE(DesktopDangers::isBareAgreement("OK computer"));
 }
 
 } // namespace quorvell
