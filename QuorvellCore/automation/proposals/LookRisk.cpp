@@ -45,9 +45,12 @@ bool isContainer(std::string_view role)
     return std::find(roles.begin(), roles.end(), role) != roles.end();
 }
 
+/// Says something, and is not what is pressed.
 bool isText(std::string_view role)
 {
-    return role == "AXStaticText" || role == "AXHeading";
+    constexpr auto roles = std::to_array<std::string_view>(
+        {"AXStaticText", "AXHeading", "AXGroup", "AXDialog", "AXSheet", "AXAlert", "AXWindow"});
+    return std::find(roles.begin(), roles.end(), role) != roles.end();
 }
 
 /// A part of a screen that was cut is not judged by the part that is left.
@@ -86,7 +89,8 @@ const ScreenElement& LookRisk::elementOf(const AutomationCandidate& candidate) c
 ActionRisk LookRisk::ofActing() const
 {
     // The desktop's settings may be known by their name alone.
-    const std::string_view identifier = m_place == DesktopPlace::settings ? "settings" : m_look.appIdentifier;
+    const std::string_view known = m_look.appIdentifier;
+    const std::string_view identifier = m_place == DesktopPlace::settings ? "settings" : known;
     return ActionRisk::strictest(
         SafetyGuard::frontAppRisk(identifier, m_look.observation.window), DesktopDangers::pressRisk(m_place));
 }
@@ -137,6 +141,9 @@ ActionRisk LookRisk::ofAgreeing(const AutomationCandidate& candidate) const
                 said += "\n" + other.label;
         }
     }
+    if (!isReadable(said))
+        return ActionRisk::askFirst(
+            "Shall I press " + SpokenLabel::quoted(candidate.label) + "? The window doesn't say what that agrees to.");
     const bool isSafe = SafetyGuard::risk(withoutSiteNames(said), button).isSafe()
         && DesktopDangers::labelRisk(withoutSiteNames(said)).isSafe();
     if (isSafe)
@@ -172,6 +179,8 @@ ActionRisk LookRisk::ofPressing(const AutomationCandidate& candidate) const
 ActionRisk LookRisk::ofPressingAt(double x, double y) const
 {
     ActionRisk risk = ofActing();
+    constexpr std::size_t mostBytes = 8 * 1024; // Of all that lies over one another there.
+    std::size_t bytes = 0;
     bool isKnown = false;
     const std::size_t known = std::min(m_look.elements.size(), m_look.observation.candidates.size());
     for (std::size_t place = 0; place < known; ++place) {
@@ -180,6 +189,10 @@ ActionRisk LookRisk::ofPressingAt(double x, double y) const
         if (!area || !area->contains(x, y) || isContainer(candidate.role))
             continue;
         isKnown = true;
+        bytes += candidate.label.size() + m_look.elements[place].description.size() + 1;
+        if (bytes > mostBytes)
+            return ActionRisk::strictest(std::move(risk),
+                ActionRisk::askFirst("Shall I click there? More lies at that place than I can check."));
         risk = ActionRisk::strictest(std::move(risk), ofPressing(candidate));
         if (risk.kind == ActionRisk::Case::never)
             break;

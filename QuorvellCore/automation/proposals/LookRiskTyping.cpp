@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Of LookRisk: what is typed, and which keys are pressed.
+#include "QuorvellCore/automation/proposals/AddressRisk.h"
 #include "QuorvellCore/automation/proposals/LookRisk.h"
 #include "QuorvellCore/automation/screen/ObservationBounds.h"
 #include "QuorvellCore/safety/ElementRole.h"
 #include "QuorvellCore/safety/SafetyGuard.h"
 #include "QuorvellCore/safety/SpokenLabel.h"
 #include "QuorvellCore/safety/desktop/DesktopDangers.h"
+#include "QuorvellCore/safety/places/JudgedAddress.h"
+#include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
 #include <array>
@@ -16,6 +19,16 @@ namespace {
 
 /// Each of them is Return where it is typed.
 constexpr auto lineBreaks = std::to_array<std::string_view>({"\n", "\r", "\v", "\f", "\u0085", "\u2028", "\u2029"});
+
+/// A window has one default button and one focus; a page may claim any number.
+constexpr int mostAtOnce = 3;
+
+ActionRisk unknownReturn()
+{
+    return ActionRisk::askFirst("Shall I press that key? I can't tell what it does there.");
+}
+
+constexpr std::string_view multiLineBox = "AXTextArea";
 
 std::size_t firstLineBreak(std::string_view text)
 {
@@ -78,13 +91,18 @@ ActionRisk LookRisk::ofTyping(const AutomationCandidate& candidate, const std::s
     if (end == std::string::npos)
         return risk;
     const std::string line = (isAdded ? candidate.value : std::string()) + text.substr(0, end);
-    return ActionRisk::strictest(std::move(risk), ofReturn(candidate, line));
+    risk = ActionRisk::strictest(std::move(risk), ofReturn(candidate, line));
+    // What follows goes wherever Return leads, unless the box has lines of its own.
+    if (candidate.role == multiLineBox || trimmed(std::string_view(text).substr(end)).empty())
+        return risk;
+    return ActionRisk::strictest(std::move(risk),
+        ActionRisk::askFirst("There is more behind the end of the line, which may go elsewhere. Shall I type it?"));
 }
 
 /// Where a page takes Return in a box for the press of a button, it is one that stands there.
 ActionRisk LookRisk::ofSubmitting() const
 {
-    constexpr std::size_t mostBytes = 16 * 1024; // Of all labels; on a screen with more of them nobody can tell.
+    constexpr std::size_t mostBytes = 8 * 1024; // Of all labels; on a screen with more of them nobody can tell.
     constexpr std::string_view button = "AXButton";
     std::size_t bytes = 0;
     for (const AutomationCandidate& candidate : m_look.observation.candidates) {
@@ -92,7 +110,7 @@ ActionRisk LookRisk::ofSubmitting() const
             continue;
         bytes += candidate.label.size();
         if (bytes > mostBytes)
-            return ActionRisk::askFirst("Shall I press Return? I can't tell what it does.");
+            return unknownReturn();
         if (!ofLabel(candidate.label, button).isSafe())
             return ActionRisk::askFirst(
                 "Shall I press Return? It may press " + SpokenLabel::quoted(candidate.label) + ".");
@@ -103,11 +121,14 @@ ActionRisk LookRisk::ofSubmitting() const
 ActionRisk LookRisk::ofDefaultButtons() const
 {
     ActionRisk risk = ActionRisk::safe();
+    int found = 0;
     const std::size_t known = std::min(m_look.elements.size(), m_look.observation.candidates.size());
     for (std::size_t place = 0; place < known && risk.kind != ActionRisk::Case::never; ++place) {
         const AutomationCandidate& candidate = m_look.observation.candidates[place];
         if (!m_look.elements[place].isDefault)
             continue;
+        if (++found > mostAtOnce)
+            return ActionRisk::strictest(std::move(risk), unknownReturn());
         risk = ActionRisk::strictest(std::move(risk),
             ActionRisk::strictest(
                 SafetyGuard::defaultButtonRisk(judgedPart(candidate.label), candidate.role, m_look.observation.app),
@@ -121,8 +142,10 @@ ActionRisk LookRisk::ofReturnInBox(const AutomationCandidate& candidate, std::st
     const ScreenElement& element = elementOf(candidate);
     const std::string_view label = judgedPart(candidate.label);
     const std::string hint = std::string(judgedPart(element.hint)) + ' ' + std::string(judgedPart(element.description));
-    if (isBrowsersAddressBar(candidate, element))
-        return SafetyGuard::addressBarRisk(value);
+    if (isBrowsersAddressBar(candidate, element)) {
+        const ActionRisk risk = SafetyGuard::addressBarRisk(value);
+        return JudgedAddress::read(value) ? ActionRisk::strictest(risk, addressRisk(value)) : risk;
+    }
     // Inside a page, a box that calls itself an address bar is one more box.
     const std::string named = "box " + std::string(label);
     ActionRisk risk =
@@ -147,17 +170,18 @@ ActionRisk LookRisk::ofReturn(const AutomationCandidate& candidate, std::string_
 ActionRisk LookRisk::ofKeyOnFocus(std::string_view key) const
 {
     ActionRisk risk = ActionRisk::safe();
-    bool isKnown = false;
+    int found = 0;
     for (const AutomationCandidate& candidate : m_look.observation.candidates) {
         if (!candidate.focused)
             continue;
-        isKnown = true;
+        if (++found > mostAtOnce)
+            return ActionRisk::strictest(std::move(risk), unknownReturn());
         if (key == "return")
             risk = ActionRisk::strictest(std::move(risk), ofReturn(candidate, candidate.value));
         else if (!ElementRole::isTextEntry(candidate.role))
             risk = ActionRisk::strictest(std::move(risk), ofPressing(candidate));
     }
-    if (isKnown)
+    if (found > 0)
         return risk;
     if (key != "return")
         return ActionRisk::askFirst("Shall I press the space bar? I can't tell what it does there.");

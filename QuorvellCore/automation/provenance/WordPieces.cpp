@@ -7,7 +7,7 @@
 #include "QuorvellCore/text/SiteMatch.h"
 
 #include <algorithm>
-#include <array>
+#include <unordered_set>
 
 namespace quorvell {
 
@@ -23,9 +23,13 @@ std::string_view withoutClosingSigns(std::string_view token)
     return token.substr(0, last == std::string_view::npos ? 0 : last + 1);
 }
 
+bool isPlainWord(std::string_view token)
+{
+    return token.find_first_of("@./") == std::string_view::npos;
+}
+
 void addToken(WordPieces& pieces, std::string_view token)
 {
-    token = withoutClosingSigns(token);
     if (token.find('@') != std::string_view::npos && token.size() > 1) {
         pieces.mails.emplace_back(token.starts_with("mailto:") ? token.substr(7) : token);
         return;
@@ -77,9 +81,12 @@ std::optional<NamedSite> WordPieces::siteOf(std::string_view address)
 WordPieces WordPieces::of(std::string_view text)
 {
     WordPieces pieces;
+    std::unordered_set<std::string_view> seen; // A page repeats its links.
     for (std::size_t start = text.find_first_not_of(separators); start != std::string_view::npos;) {
         const std::size_t end = std::min(text.find_first_of(separators, start), text.size());
-        addToken(pieces, text.substr(start, end - start));
+        const std::string_view token = withoutClosingSigns(text.substr(start, end - start));
+        if (!isPlainWord(token) && seen.insert(token).second)
+            addToken(pieces, token);
         start = text.find_first_not_of(separators, end);
     }
     addNumbers(pieces, text);
