@@ -41,7 +41,7 @@ private:
     ActionRisk ofField(const AutomationCandidate& candidate, const std::string& text, bool isAdded) const;
     ActionRisk ofReturn(const AutomationCandidate& candidate, std::string_view value) const;
     ActionRisk ofReturnInBox(const AutomationCandidate& candidate, std::string_view value) const;
-    ActionRisk ofSubmitting() const;
+    ActionRisk ofSubmitting(const AutomationCandidate& box) const;
     ActionRisk ofDefaultButtons() const;
     ActionRisk ofKeyOnFocus(std::string_view key) const;
 

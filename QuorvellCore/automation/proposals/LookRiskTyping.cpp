@@ -99,14 +99,20 @@ ActionRisk LookRisk::ofTyping(const AutomationCandidate& candidate, const std::s
         ActionRisk::askFirst("There is more behind the end of the line, which may go elsewhere. Shall I type it?"));
 }
 
-/// Where a page takes Return in a box for the press of a button, it is one that stands there.
-ActionRisk LookRisk::ofSubmitting() const
+/// Where Return in a box presses a button of which nobody knows that it does, it is one that stands there: in a page
+/// one of the page's. A window that tells its default button presses no other.
+ActionRisk LookRisk::ofSubmitting(const AutomationCandidate& box) const
 {
+    const bool isInPage = elementOf(box).isContent;
+    const bool hasDefault = std::any_of(
+        m_look.elements.begin(), m_look.elements.end(), [](const ScreenElement& element) { return element.isDefault; });
+    if (!isInPage && hasDefault)
+        return ActionRisk::safe();
     constexpr std::size_t mostBytes = 8 * 1024; // Of all labels; on a screen with more of them nobody can tell.
     constexpr std::string_view button = "AXButton";
     std::size_t bytes = 0;
     for (const AutomationCandidate& candidate : m_look.observation.candidates) {
-        if (candidate.role != button || !candidate.enabled)
+        if (candidate.role != button || !candidate.enabled || elementOf(candidate).isContent != isInPage)
             continue;
         bytes += candidate.label.size();
         if (bytes > mostBytes)
@@ -154,7 +160,7 @@ ActionRisk LookRisk::ofReturnInBox(const AutomationCandidate& candidate, std::st
         return risk;
     if (m_place == DesktopPlace::messenger)
         risk = ActionRisk::strictest(std::move(risk), ActionRisk::askFirst("Shall I send it?"));
-    return ActionRisk::strictest(std::move(risk), ofSubmitting());
+    return ActionRisk::strictest(std::move(risk), ofSubmitting(candidate));
 }
 
 ActionRisk LookRisk::ofReturn(const AutomationCandidate& candidate, std::string_view value) const
