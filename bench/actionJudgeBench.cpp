@@ -114,7 +114,7 @@ BENCHMARK(judgeReturnInAField);
 BENCHMARK(judgeAMenu);
 BENCHMARK(judgeASite);
 BENCHMARK(judgeASpot);
-BENCHMARK(judgeTheLongestLabel)->Unit(benchmark::kMillisecond);
+BENCHMARK(judgeTheLongestLabel);
 BENCHMARK(tellWhereWordsCameFrom);
 BENCHMARK(rememberALook);
 
