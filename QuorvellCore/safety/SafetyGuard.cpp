@@ -53,7 +53,11 @@ bool SafetyGuard::isNavigationLink(std::string_view label, std::string_view role
 
 ActionRisk SafetyGuard::risk(std::string_view label, std::string_view role, std::string_view)
 {
-    const JudgedText words(label);
+    return risk(JudgedText(label), label, role);
+}
+
+ActionRisk SafetyGuard::risk(const JudgedText& words, std::string_view label, std::string_view role)
+{
     if (saysSecure(words, role))
         return ActionRisk::never(
             "This is a password box. I can show you where it is, but only you should type your password.");

@@ -14,12 +14,16 @@
 
 namespace quorvell {
 
+class JudgedText;
+
 /// Functions of their arguments; any thread. A verdict costs microseconds, and grows with the length of a text only.
 struct SafetyGuard {
     // Pressing
 
     /// Of an element on the screen. The same in every application; what may be opened at all says activationRisk.
     static ActionRisk risk(std::string_view label, std::string_view role, std::string_view app = {});
+    /// The same for a label that was made ready already.
+    static ActionRisk risk(const JudgedText& words, std::string_view label, std::string_view role);
     /// Of Return where it presses a button: `label` and `role` are the button's, or of the window (role "AXWindow")
     /// that has one which cannot be seen; that one is always asked about.
     static ActionRisk defaultButtonRisk(std::string_view label, std::string_view role, std::string_view app = {});

@@ -7,10 +7,8 @@
 #include "QuorvellCore/safety/SafetyGuard.h"
 #include "QuorvellCore/safety/SpokenLabel.h"
 #include "QuorvellCore/safety/desktop/DesktopDangers.h"
-#include "QuorvellCore/safety/words/GuardWords.h"
 #include "QuorvellCore/safety/words/JudgedText.h"
 #include "QuorvellCore/safety/words/LabelPatterns.h"
-#include "QuorvellCore/text/LowerCase.h"
 
 #include <algorithm>
 #include <array>
@@ -99,8 +97,8 @@ ActionRisk LookRisk::ofActing() const
 ActionRisk LookRisk::ofLabel(std::string_view label, std::string_view role) const
 {
     const std::string_view judged = label.substr(0, ObservationBounds::longestName);
-    ActionRisk risk =
-        ActionRisk::strictest(tooLongRisk(label), SafetyGuard::risk(judged, role, m_look.observation.app));
+    const JudgedText words(judged);
+    ActionRisk risk = ActionRisk::strictest(tooLongRisk(label), SafetyGuard::risk(words, judged, role));
     // To focus a box does nothing yet.
     if (ElementRole::isTextEntry(role))
         return risk;
@@ -108,10 +106,11 @@ ActionRisk LookRisk::ofLabel(std::string_view label, std::string_view role) cons
     // may still be a promise that something is done.
     if (SafetyGuard::isNavigationLink(judged, role)) {
         const std::string others = withoutSiteNames(judged);
-        if (!SafetyGuard::risk(others, button).isSafe() || !DesktopDangers::labelRisk(others).isSafe())
+        const JudgedText rest(others);
+        if (!SafetyGuard::risk(rest, others, button).isSafe() || !DesktopDangers::labelRisk(rest, others).isSafe())
             risk = ActionRisk::strictest(std::move(risk), pressQuestion(judged));
     } else if (risk.isSafe()) {
-        risk = DesktopDangers::labelRisk(judged);
+        risk = DesktopDangers::labelRisk(words, judged);
     }
     return ActionRisk::strictest(std::move(risk), DesktopDangers::labelRiskIn(m_place, judged));
 }

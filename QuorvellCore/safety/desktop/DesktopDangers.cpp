@@ -346,7 +346,11 @@ bool DesktopDangers::isCommandField(std::string_view label)
 
 ActionRisk DesktopDangers::labelRisk(std::string_view label)
 {
-    const JudgedText words(label);
+    return labelRisk(JudgedText(label), label);
+}
+
+ActionRisk DesktopDangers::labelRisk(const JudgedText& words, std::string_view label)
+{
     if (GuardWords::cookies().firstInWritten(words.lower()) || !asking().isIn(words))
         return ActionRisk::safe();
     return ActionRisk::askFirst("Shall I press " + SpokenLabel::quoted(label) + " for you?");

@@ -12,6 +12,8 @@
 
 namespace quorvell {
 
+class JudgedText;
+
 /// Functions of their arguments; any thread.
 struct DesktopDangers {
     /// Of opening an application or bringing it forward, by its name.
@@ -29,6 +31,8 @@ struct DesktopDangers {
     static bool isCommandField(std::string_view label);
     /// A label whose words do what cannot be taken back, beyond those that SafetyGuard knows: "Shut Down", "Uninstall".
     static ActionRisk labelRisk(std::string_view label);
+    /// The same for a label that was made ready already.
+    static ActionRisk labelRisk(const JudgedText& words, std::string_view label);
     /// A label that only agrees to what stands elsewhere: "OK", "Yes", "Continue".
     static bool isBareAgreement(std::string_view label);
 };
