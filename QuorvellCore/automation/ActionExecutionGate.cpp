@@ -25,6 +25,12 @@ bool ActionExecutionGate::isCurrent(const Ticket& ticket) const
     return isActive(ticket);
 }
 
+std::optional<ActionExecutionGate::Ticket> ActionExecutionGate::current() const
+{
+    const std::lock_guard guard(m_lock);
+    return m_active;
+}
+
 void ActionExecutionGate::finish(const Ticket& ticket)
 {
     const std::lock_guard guard(m_lock);

@@ -28,6 +28,8 @@ public:
     /// Nothing while another action runs: the call is then refused as busy.
     [[nodiscard]] std::optional<Ticket> begin(std::string callID);
     bool isCurrent(const Ticket& ticket) const;
+    /// Of the action that runs; nothing while none does.
+    std::optional<Ticket> current() const;
     /// Of a ticket that is not current, nothing happens.
     void finish(const Ticket& ticket);
     /// Tells the running action to stop and makes way for the next one at once.

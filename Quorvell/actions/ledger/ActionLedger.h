@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// What was done on the screen in this conversation, and how the last of it is taken back.
+#pragma once
+
+#include "Quorvell/actions/ledger/ActionUndo.h"
+
+#include <cstddef>
+#include <deque>
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace quorvell {
+
+/// A value. Only what was done, or may have been, is in it.
+class ActionLedger {
+public:
+    static constexpr std::size_t mostEntries = 500; ///< Beyond it the oldest are forgotten.
+    static constexpr std::size_t mostWithLooks = 10; ///< The newest; older ones can no longer be undone.
+
+    enum class Certainty { done, unknown };
+
+    struct Entry {
+        std::string text; ///< As screenActionText.
+        Certainty certainty = Certainty::done;
+        bool isUndone = false;
+        std::variant<ActionUndo, std::string> undo; ///< Or a sentence why there is none.
+        ScreenLook after{}; ///< The look that the undo is for, without its picture.
+    };
+
+    void add(Entry entry);
+    /// Of the newest entry that is not undone; nothing where none is left.
+    const Entry* last() const;
+    void markLastUndone();
+    void clear() { m_entries.clear(); }
+
+    const std::deque<Entry>& entries() const { return m_entries; } ///< Oldest first.
+
+private:
+    std::deque<Entry> m_entries;
+};
+
+} // namespace quorvell

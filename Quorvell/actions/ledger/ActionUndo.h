@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// How what was done on the screen is taken back.
+#pragma once
+
+#include "QuorvellCore/automation/surface/ScreenAction.h"
+#include "QuorvellCore/automation/surface/ScreenLook.h"
+
+#include <string>
+#include <variant>
+
+namespace quorvell {
+
+struct ActionUndo {
+    ScreenAction action{}; ///< For the look after the action.
+    std::string
+        effect{}; ///< What it brings about and what it does not, for the model: "The field holds what it held before."
+
+    bool operator==(const ActionUndo&) const = default;
+};
+
+/// For an action that was done between these two looks; else a sentence that says why it cannot be undone. Only what is
+/// sure to lead back counts: what a press set off is not known.
+std::variant<ActionUndo, std::string> undoOf(
+    const ScreenAction& action, const ScreenLook& before, const ScreenLook& after);
+
+} // namespace quorvell
