@@ -82,15 +82,26 @@ Assistant::Assistant(
     , m_settings(std::move(settings))
     , m_calendar(std::move(calendar))
     , m_log(environment.stateFolder, scheduler, freshRunName(), secretsOf(environment))
-    , m_heard([&scheduler] { return scheduler.wallClock(); },
-          [this](const std::string& question, std::function<bool()> isStillOpen) {
-              m_scheduler.post([this, question, isStillOpen = std::move(isStillOpen)] {
-                  if (m_session && isStillOpen())
-                      m_session->putQuestion(question);
-              });
-          })
+    , m_heard(consentPorts())
     , m_stateFolder(environment.stateFolder)
 {
+}
+
+/// The session comes later than whoever asks in it.
+HeardWords::Ports Assistant::consentPorts()
+{
+    const auto put = [this](const std::string& question, std::function<bool()> isStillOpen) {
+        m_scheduler.post([this, question, isStillOpen = std::move(isStillOpen)] {
+            if (m_session && isStillOpen())
+                m_session->putQuestion(question);
+        });
+    };
+    return {m_scheduler, put, &m_log, [this] { return m_session ? m_session->saidUntil() : m_scheduler.now(); },
+        [this] { return m_session && m_session->areWordsAwaited(); },
+        [this](SessionController::Consent consent) {
+            if (m_session)
+                m_session->noteConsent(consent);
+        }};
 }
 
 std::string Assistant::chooseService(const ProgramEnvironment& environment, const Wishes& wishes)
@@ -143,6 +154,7 @@ void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionAud
     ports.synthesiser = sound.synthesiser;
     ports.usageStore = m_usage.get();
     ports.jitter = [] { return QRandomGenerator::global()->generateDouble(); };
+    ports.watch = &m_heard;
     m_session = std::make_unique<SessionController>(ports, sessionSettings(wishes));
 }
 

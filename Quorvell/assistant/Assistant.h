@@ -14,6 +14,7 @@
 #include "Quorvell/records/UsageFile.h"
 #include "Quorvell/reminding/RemindersElsewhere.h"
 #include "Quorvell/session/SessionController.h"
+#include "Quorvell/session/consent/HeardWords.h"
 #include "Quorvell/session/ports/AudioCapture.h"
 #include "Quorvell/session/ports/AudioPlayer.h"
 #include "Quorvell/session/ports/DozeListener.h"
@@ -21,7 +22,6 @@
 #include "Quorvell/session/reports/SessionAudience.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UserSettings.h"
-#include "Quorvell/tools/HeardWords.h"
 #include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <memory>
@@ -68,6 +68,7 @@ private:
     Assistant(const ProgramEnvironment& environment, QtScheduler& scheduler, UserSettings settings, Calendar calendar);
 
     // Each gives an empty text, or why the assistant cannot work.
+    HeardWords::Ports consentPorts();
     std::string openNotebookAndTools(const ProgramEnvironment& environment);
     std::string chooseService(const ProgramEnvironment& environment, const Wishes& wishes);
     void makeSession(const Wishes& wishes, const Sound& sound, SessionAudience& observer);

@@ -21,7 +21,9 @@ SessionController::SessionController(Ports ports, SessionSettings settings)
           })
     , m_notices(m_ports.observer, m_ports.synthesiser, m_settings.replies)
     , m_meter(m_ports.usageStore, m_settings.dailyMinutes)
-    , m_turn({m_timers, m_ports.player, m_ports.observer, [this](TurnReport report) { m_reports.add(report); }},
+    , m_speech(m_ports.player)
+    , m_turn({m_timers, m_ports.player, m_ports.observer, m_speech,
+                 [this](TurnReport report) { m_reports.add(report); }, *m_ports.watch},
           m_settings.replies, m_settings.patience)
     , m_lines({m_timers, m_ports.log,
                   [this](LiveConnectionObserver& line) { return m_ports.connections(line, m_settings.medium); },
@@ -34,19 +36,20 @@ SessionController::SessionController(Ports ports, SessionSettings settings)
           m_settings.limits)
     , m_quiet({m_timers, m_ports.log, [this] { checkIdle(); }}, m_settings)
     , m_listening({m_timers, m_ports.capture, m_ports.player, m_ports.log, m_ports.observer, m_lines, m_turn, m_meter,
-                      m_quiet, m_notices, [this](ListeningReport report) { m_reports.add(std::move(report)); }},
+                      m_quiet, m_notices, m_speech,
+                      [this](ListeningReport report) { m_reports.add(std::move(report)); }, *m_ports.watch},
           m_settings)
     , m_desk({m_timers, m_ports.tools, m_ports.log, m_ports.observer,
-                 [this](ToolReport report) { m_reports.add(std::move(report)); }},
+                 [this](ToolReport report) { m_reports.add(std::move(report)); }, *m_ports.watch},
           m_settings.limits)
     , m_modes({m_timers, m_ports.log, m_ports.observer, m_turn,
-                  [this](ToolReport report) { m_reports.add(std::move(report)); }},
+                  [this](ToolReport report) { m_reports.add(std::move(report)); }, *m_ports.watch},
           m_settings.helpMode)
     , m_outbox({m_lines, m_turn, m_meter, m_notices})
     , m_handover({m_turn, m_desk, m_outbox})
     , m_answers({m_ports.log, m_lines, m_turn, m_outbox, m_handover})
     , m_events({m_ports.log, m_ports.observer, m_ports.player, m_lines, m_turn, m_listening, m_quiet, m_meter, m_desk,
-          m_modes})
+          m_modes, *m_ports.watch})
     , m_briefing({m_settings, m_ports.tools, m_modes, m_turn, m_ports.whereAndWhen})
     , m_own({m_timers, m_ports.log, m_notices, m_outbox, m_quiet, m_turn},
           m_ports.synthesiser || m_settings.replies != SessionSettings::Replies::spoken
@@ -237,6 +240,7 @@ void SessionController::interrupt()
         m_ports.log.record("silenced", Json::object());
         m_turn.cutReply(ConversationTurn::Cut::silenced);
     }
+    m_ports.watch->stopped();
     if (m_lines.ready())
         m_lines.ready()->dropStale();
     m_quiet.noteActivity();
@@ -245,8 +249,10 @@ void SessionController::interrupt()
 void SessionController::putQuestion(const std::string& question)
 {
     const auto call = m_reports.enter();
-    if (m_phase == SessionPhase::active)
-        m_own.ask(question);
+    if (m_phase != SessionPhase::active)
+        return;
+    m_speech.shown(m_timers.now());
+    m_own.ask(question);
 }
 
 void SessionController::setHelpMode(HelpMode mode)
@@ -272,6 +278,11 @@ void SessionController::clearTarget()
 void SessionController::noteConsent(Consent consent)
 {
     m_quiet.noteConsent(consent);
+}
+
+bool SessionController::areWordsAwaited() const
+{
+    return m_listening.ear().isHearingSpeech() || m_speech.areWordsAwaited(m_timers.now());
 }
 
 void SessionController::runTool(const LiveFunctionCall& call, ToolReply reply)
@@ -315,6 +326,12 @@ void SessionController::take(const turn_report::GivenUp&)
     m_listening.giveUp();
     m_lines.renew("unanswered");
     m_notices.say("No answer came. Please say it again.");
+}
+
+void SessionController::take(const turn_report::StopSaid&)
+{
+    m_desk.cancelAction();
+    m_ports.watch->stopped();
 }
 
 // ---- Silence
@@ -485,6 +502,7 @@ void SessionController::goIdle()
     m_outbox.forget();
     m_handover.forget();
     m_isLossTold = false;
+    m_ports.watch->ended();
     setPhase(SessionPhase::idle);
     m_own.tellOnDevice();
 }

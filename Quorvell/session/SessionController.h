@@ -8,6 +8,7 @@
 #include "Quorvell/session/briefing/Briefing.h"
 #include "Quorvell/session/connection/ConnectionKeeper.h"
 #include "Quorvell/session/connection/LinePreparation.h"
+#include "Quorvell/session/consent/SpeechRecord.h"
 #include "Quorvell/session/events/ServiceEvents.h"
 #include "Quorvell/session/hearing/Ear.h"
 #include "Quorvell/session/listening/Listening.h"
@@ -27,6 +28,7 @@
 #include "Quorvell/session/queue/WrappingScheduler.h"
 #include "Quorvell/session/quiet/QuietFacts.h"
 #include "Quorvell/session/quiet/QuietWatch.h"
+#include "Quorvell/session/reports/ActionWatch.h"
 #include "Quorvell/session/reports/SessionAudience.h"
 #include "Quorvell/session/reports/SessionUsage.h"
 #include "Quorvell/session/reports/UserNotices.h"
@@ -75,6 +77,7 @@ public:
         UsageStore* usageStore = nullptr; ///< Absent: there is no daily limit.
         std::function<double()> jitter{}; ///< 0 to 1, different each time: spreads attempts to connect again.
         std::function<std::string()> frontApp{}; ///< What the user looks at now; else SessionSettings::frontApp.
+        ActionWatch* watch = &ActionWatch::nobody(); ///< Several are an ActionWatchGroup.
     };
 
     SessionController(Ports ports, SessionSettings settings);
@@ -114,6 +117,10 @@ public:
     /// An action waits for the user's spoken yes; meanwhile the conversation does not rest.
     using Consent = QuietWatch::Consent;
     void noteConsent(Consent consent);
+    /// When the last that the user was told has sounded, or will have; what is shown is told at once.
+    SessionTime saidUntil() const { return m_speech.voiceUntil(m_timers.now()); }
+    /// The microphone heard something of which not all words have come yet.
+    bool areWordsAwaited() const;
     /// Ends the conversation; the observer hears of the end once the connection is closed.
     void stop(std::string_view reason);
 
@@ -178,6 +185,7 @@ private:
     void take(const turn_report::Closed& turn);
     void take(const turn_report::RequestLeft&) { m_listening.followThrough(); }
     void take(const turn_report::GivenUp&);
+    void take(const turn_report::StopSaid&);
     void take(const listening_report::SpeechCut& cut) { m_listening.speechCut(cut.ending); }
     void take(const listening_report::RequestMissed&) { m_handover.tellMissed(); }
 
@@ -192,6 +200,7 @@ private:
     bool m_isLossTold = false; ///< To the observer, which is to hear of the end of it.
     UserNotices m_notices;
     TalkMeter m_meter;
+    SpeechRecord m_speech;
     ConversationTurn m_turn;
     ConnectionKeeper m_lines;
     LinePreparation m_preparation;

@@ -50,7 +50,7 @@ bool PendingConsent::isAbout(std::string_view question) const
     return spokenWords(m_question) == spokenWords(question);
 }
 
-void PendingConsent::assistantSaid(std::string_view text, Instant at)
+void PendingConsent::assistantSaid(std::string_view text, std::chrono::milliseconds at)
 {
     const std::string words = spokenWords(text);
     if (words == " ")
@@ -67,26 +67,46 @@ void PendingConsent::assistantSaid(std::string_view text, Instant at)
         m_state = State::asked;
         m_askedAt = at;
         m_heardSinceAsk.clear();
+        m_ownSinceAsk.clear();
     } else if (m_state == State::asked) {
         m_state = State::unasked; // It is no longer the last thing that they heard.
     }
 }
 
-void PendingConsent::userSaid(std::string_view text)
+std::optional<ConsentEvidence::Verdict> PendingConsent::userSaid(const HeardUtterance& heard)
 {
-    if (m_state != State::asked && m_state != State::answered)
-        return;
-    m_state = State::answered;
-    m_heardSinceAsk += (m_heardSinceAsk.empty() ? "" : " ") + std::string(text);
+    if (m_state != State::asked && m_state != State::agreed)
+        return std::nullopt;
+    const auto verdict = ConsentEvidence::judge(heard, m_askedAt);
+    if (verdict != ConsentEvidence::Verdict::counts) {
+        if (SpokenConsent::hesitates(heard.text))
+            m_state = State::declined;
+        return verdict;
+    }
+    m_heardSinceAsk += (m_heardSinceAsk.empty() ? "" : " ") + heard.text;
+    m_ownSinceAsk += (m_ownSinceAsk.empty() ? "" : " ") + heard.ownWords;
+    if (m_state == State::asked && SpokenConsent::isStillThinking(m_heardSinceAsk))
+        return verdict;
+    const bool agrees =
+        SpokenConsent::agreesTo(m_question, m_heardSinceAsk) && SpokenConsent::agreesTo(m_question, m_ownSinceAsk);
+    m_state = agrees ? State::agreed : State::declined;
+    return verdict;
 }
 
-PendingConsent::Answer PendingConsent::answer(Instant now) const
+PendingConsent::Answer PendingConsent::answer(std::chrono::milliseconds now) const
 {
-    if (m_state == State::borrowed)
+    switch (m_state) {
+    case State::borrowed:
         return Answer::borrowed;
-    if (m_state != State::answered || now - m_askedAt > longestMemory || now < m_askedAt)
+    case State::declined:
+        return Answer::no;
+    case State::agreed:
+        return now - m_askedAt > longestMemory ? Answer::none : Answer::yes;
+    case State::unasked:
+    case State::asked:
         return Answer::none;
-    return SpokenConsent::agreesTo(m_question, m_heardSinceAsk) ? Answer::yes : Answer::no;
+    }
+    return Answer::none;
 }
 
 } // namespace quorvell

@@ -126,6 +126,14 @@ bool SpokenConsent::hesitates(std::string_view answer)
         || doubtWords().firstInWritten(withPlainApostrophes(lowerCased(answer)));
 }
 
+bool SpokenConsent::isStillThinking(std::string_view answer)
+{
+    const std::string spaced = heardWords(answer);
+    const Words words = split(spaced);
+    return answer.find('?') == std::string_view::npos
+        && std::all_of(words.begin(), words.end(), [](std::string_view word) { return isOneOf(yesFillers, word); });
+}
+
 bool SpokenConsent::isAffirmative(std::string_view answer)
 {
     return !hesitates(answer) && isYes(answer, {});

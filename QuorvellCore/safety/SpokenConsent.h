@@ -16,6 +16,9 @@ struct SpokenConsent {
 
     /// The speaker holds back, takes it back or asks in turn: "wait", "yes, but not yet", "send it?".
     static bool hesitates(std::string_view answer);
+
+    /// "Um": neither a yes nor anything else yet.
+    static bool isStillThinking(std::string_view answer);
 };
 
 } // namespace quorvell

@@ -42,7 +42,7 @@ struct SessionBench : SessionSurroundings {
         controller.reset();
         controller.emplace(
             SessionController::Ports{scheduler, connections, player, log, *audience, tools, [] { return "Saturday"; },
-                &capture, &dozeListener, &synthesiser, &usageStore, [this] { return jitter; }},
+                &capture, &dozeListener, &synthesiser, &usageStore, [this] { return jitter; }, {}, watch},
             std::move(settings));
         return *controller;
     }
@@ -87,6 +87,7 @@ struct SessionBench : SessionSurroundings {
     FakeUsageStore usageStore;
     double jitter = 0;
     SessionAudience* audience = &observer; ///< Set before `make` to let others see the conversation.
+    ActionWatch* watch = &ActionWatch::nobody(); ///< Likewise, for whoever acts.
     std::vector<ToolReply> replies; ///< What tests answer when they like.
     FakeLine before; ///< The one made before it; gone once both have closed.
     std::function<void(FakeLiveConnection&, const std::string& call)> during; ///< Runs inside each.

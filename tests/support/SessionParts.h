@@ -26,8 +26,9 @@ struct SessionParts : SessionSurroundings {
     SessionSettings settings;
     UserNotices notices{observer, &synthesiser, SessionSettings::Replies::spoken};
     TalkMeter meter{nullptr, std::nullopt};
-    ConversationTurn turn{
-        {scheduler, player, observer, [](const TurnReport&) {}}, SessionSettings::Replies::spoken, settings.patience};
+    SpeechRecord speech{player};
+    ConversationTurn turn{{scheduler, player, observer, speech, [](const TurnReport&) {}},
+        SessionSettings::Replies::spoken, settings.patience};
     ConnectionKeeper lines{
         {scheduler, log,
             [this](LiveConnectionObserver& line) {
@@ -48,7 +49,7 @@ struct SessionParts : SessionSurroundings {
     Handover handover{{turn, desk, outbox}};
     QuietWatch quiet{{scheduler, log, [] {}}, settings};
     std::vector<ListeningReport> heard;
-    Listening listening{{scheduler, &capture, player, log, observer, lines, turn, meter, quiet, notices,
+    Listening listening{{scheduler, &capture, player, log, observer, lines, turn, meter, quiet, notices, speech,
                             [this](ListeningReport report) { heard.push_back(std::move(report)); }},
         settings};
 };

@@ -93,8 +93,10 @@ void ServiceEvents::handleToolCall(const live_event::ToolCall& tool)
 /// The service itself heard the user speak over the reply; what comes from now on is new.
 void ServiceEvents::handleInterrupted()
 {
-    if (m_ports.turn.isVoiceSounding())
+    if (m_ports.turn.isVoiceSounding()) {
         m_ports.turn.cutReply(ConversationTurn::Cut::spokenOver);
+        m_ports.watch.userBargedIn();
+    }
     m_ports.turn.expectNewReply();
     m_ports.quiet.noteActivity();
 }

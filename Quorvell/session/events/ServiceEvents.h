@@ -32,6 +32,7 @@ public:
         TalkMeter& meter;
         ToolDesk& desk;
         HelpModeKeeper& modes;
+        ActionWatch& watch;
     };
 
     explicit ServiceEvents(Ports ports);

@@ -51,6 +51,8 @@ public:
     /// Somebody who speaks now would be heard.
     bool isListening() const;
     bool isHearingSpeech() const { return m_stream.isHearingSpeech(); }
+    /// Since the last loud sound of the speech that is being heard; behind a key everything is loud.
+    std::chrono::milliseconds quietFor() const { return m_stream.gate.quietChunks * MicrophoneStream::chunkLength; }
     bool isBehindKey() const { return m_listening == SessionSettings::Listening::pushToTalk; }
 
 private:

@@ -66,25 +66,31 @@ void Listening::hear(const MicrophoneStream::Step& step)
         return;
     m_lastSpeech = m_ports.scheduler.now();
     m_wordless.goesOn(m_lastSpeech);
+    if (m_ear.isHearingSpeech())
+        m_ports.speech.speechGoesOn(m_lastSpeech - m_ear.quietFor());
     if (step.speech.back().isEndMark())
         speechEnded();
 }
 
 void Listening::handleSpeechOnset()
 {
+    using DeviceVoice = SpeechRecord::DeviceVoice;
+    const SessionTime now = m_ports.scheduler.now();
     m_ports.quiet.noteActivity();
+    m_ports.speech.speechBegan(now, m_ports.notices.isSpeaking() ? DeviceVoice::speaking : DeviceVoice::silent);
     m_ports.notices.hush();
     forgetHeldNoise();
     m_heldChunks.speechBegan();
     m_ports.turn.userBegan();
     m_haveWordsCome = false;
-    m_wordless.began(m_ports.scheduler.now());
+    m_wordless.began(now);
     if (!m_ports.turn.modelGenerating())
         return;
     m_ports.log.record("barged_in", {{"unheard_ms", m_ports.player.unplayed().count()}});
     m_ports.turn.cutReply(ConversationTurn::Cut::spokenOver);
     if (LiveConnection* line = m_ports.lines.ready())
         line->dropStale();
+    m_ports.watch.userBargedIn();
 }
 
 /// What the service heard long ago and never reacted to was no speech.
@@ -157,6 +163,8 @@ void Listening::wordsCame(const std::string& words)
     m_haveWordsCome = true;
     m_lastWords = m_ports.scheduler.now();
     turn.expectNewReply();
+    if (!turn.isHearingWords())
+        m_ports.speech.wordsBegan(m_lastWords);
     if (turn.isHearingWords() ? turn.areWordsLate() : m_wordless.wordsBegan())
         return turn.lateUserWords(words);
     turn.userWords(words);

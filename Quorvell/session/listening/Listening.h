@@ -6,12 +6,14 @@
 #include "Quorvell/loop/EventLog.h"
 #include "Quorvell/loop/Scheduler.h"
 #include "Quorvell/session/connection/ConnectionKeeper.h"
+#include "Quorvell/session/consent/SpeechRecord.h"
 #include "Quorvell/session/hearing/Ear.h"
 #include "Quorvell/session/hearing/HeldSpeech.h"
 #include "Quorvell/session/listening/ListeningReport.h"
 #include "Quorvell/session/ports/AudioCapture.h"
 #include "Quorvell/session/ports/AudioPlayer.h"
 #include "Quorvell/session/quiet/QuietWatch.h"
+#include "Quorvell/session/reports/ActionWatch.h"
 #include "Quorvell/session/reports/UserNotices.h"
 #include "Quorvell/session/settings/SessionSettings.h"
 #include "Quorvell/session/tools/HeldModeCalls.h"
@@ -44,7 +46,9 @@ public:
         TalkMeter& meter;
         QuietWatch& quiet;
         UserNotices& notices;
+        SpeechRecord& speech;
         std::function<void(ListeningReport)> report;
+        ActionWatch& watch = ActionWatch::nobody();
     };
 
     Listening(Ports ports, const SessionSettings& settings);

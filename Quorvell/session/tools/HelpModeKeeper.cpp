@@ -23,6 +23,7 @@ void HelpModeKeeper::change(HelpMode mode)
         return;
     m_ports.log.record("mode_changed", {{"mode", std::string(nameOf(mode))}});
     m_ports.observer.helpModeChanged(mode);
+    m_ports.watch.modeChanged(mode);
 }
 
 void HelpModeKeeper::ask(tool_report::HelpModeAsked asked, const HeldModeCalls::Words& words)

@@ -4,6 +4,7 @@
 
 #include "Quorvell/loop/EventLog.h"
 #include "Quorvell/loop/Scheduler.h"
+#include "Quorvell/session/reports/ActionWatch.h"
 #include "Quorvell/session/reports/SessionAudience.h"
 #include "Quorvell/session/tools/HeldModeCalls.h"
 #include "Quorvell/session/tools/ToolReport.h"
@@ -23,6 +24,7 @@ public:
         SessionAudience& observer;
         ConversationTurn& turn; ///< What the user said.
         std::function<void(ToolReport)> report; ///< Of set_mode only.
+        ActionWatch& watch = ActionWatch::nobody();
     };
 
     HelpModeKeeper(Ports ports, HelpMode mode);

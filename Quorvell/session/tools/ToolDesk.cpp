@@ -180,8 +180,10 @@ void ToolDesk::takePlan(const LiveFunctionCall& call)
     else if (const Json* update = memberOf(call.args, "plan_update");
              update && ToolCatalogue::planUpdateTools.contains(call.name))
         updatePlan(*update);
-    if (m_plan != before)
+    if (m_plan != before) {
         m_ports.observer.planChanged(m_plan);
+        m_ports.watch.planChanged(m_plan);
+    }
     const Json* next = memberOf(call.args, "then");
     if (ToolCatalogue::nextStepTools.contains(call.name))
         m_nextStep = next ? *next : Json();

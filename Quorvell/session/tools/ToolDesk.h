@@ -5,6 +5,7 @@
 
 #include "Quorvell/loop/EventLog.h"
 #include "Quorvell/loop/Scheduler.h"
+#include "Quorvell/session/reports/ActionWatch.h"
 #include "Quorvell/session/reports/AnsweredCall.h"
 #include "Quorvell/session/reports/SessionAudience.h"
 #include "Quorvell/session/settings/SessionLimits.h"
@@ -38,6 +39,7 @@ public:
         EventLog& log;
         SessionAudience& observer;
         std::function<void(ToolReport)> report;
+        ActionWatch& watch = ActionWatch::nobody();
     };
 
     ToolDesk(Ports ports, SessionLimits limits);

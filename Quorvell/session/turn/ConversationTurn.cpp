@@ -2,6 +2,7 @@
 #include "Quorvell/session/turn/ConversationTurn.h"
 
 #include "Quorvell/session/hearing/MicrophoneStream.h"
+#include "QuorvellCore/safety/SpokenStop.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
@@ -52,12 +53,15 @@ void ConversationTurn::userTyped(const std::string& text, const std::string& own
     m_bargedIn = false;
     open();
     userAsked(text, ownWords, SessionAudience::Words::typed);
+    tellHeard({text, ownWords, HeardUtterance::How::typed, m_ports.scheduler.now()});
 }
 
 void ConversationTurn::userOverheard(const std::string& text)
 {
     open();
     userAsked(text, text, SessionAudience::Words::spoken);
+    tellHeard(
+        {.text = text, .ownWords = text, .at = m_ports.scheduler.now()}); // Not by this conversation's microphone.
 }
 
 void ConversationTurn::lateUserWords(const std::string& delta)
@@ -70,6 +74,7 @@ void ConversationTurn::lateUserWords(const std::string& delta)
 
 void ConversationTurn::forgetUserWords()
 {
+    m_ports.speech.wordsForgotten();
     m_heard = {};
     m_isHeardLate = false;
     m_lateWordsTimer.cancel();
@@ -123,6 +128,7 @@ void ConversationTurn::voiceSound(std::span<const std::uint8_t> pcm)
     finishUserWords();
     startNewCaption();
     m_spoken.addSound(lengthOf(pcm));
+    m_ports.speech.voiceSounds(pcm, m_ports.scheduler.now());
     m_ports.player.play(pcm);
     noteAnswer();
 }
@@ -137,6 +143,7 @@ void ConversationTurn::voiceWords(const std::string& delta)
     if (const std::string words = withinBound(delta, m_spokenBytes, longestReply); !words.empty()) {
         m_spokenBytes += words.size();
         m_spoken.addWords(words);
+        m_ports.speech.voiceSays(words, m_ports.scheduler.now());
         if (!isShown())
             m_ports.observer.assistantWordsHeard(words);
     }
@@ -153,8 +160,10 @@ void ConversationTurn::replyWritten(const std::string& text)
         m_written += (m_written.empty() ? "" : " ") + kept;
     if (!isShown())
         return noteActivity();
-    if (!kept.empty())
+    if (!kept.empty()) {
+        m_ports.speech.shown(m_ports.scheduler.now());
         m_ports.observer.assistantSaid(kept);
+    }
     noteAnswer();
 }
 
@@ -220,6 +229,7 @@ void ConversationTurn::cutReply(Cut cut)
 {
     const auto played = m_ports.player.played() - m_playedBefore;
     m_ports.player.stop();
+    m_ports.speech.voiceCut(m_ports.scheduler.now());
     const std::string heard = m_spoken.heard(played);
     m_spoken = {};
     m_spokenBytes = 0;
@@ -347,6 +357,7 @@ void ConversationTurn::finishUserWords()
 {
     const std::string text = trimmed(m_heard.text());
     const bool isLate = m_isHeardLate;
+    const HeardUtterance heard = m_ports.speech.complete(text, m_ports.scheduler.now());
     forgetUserWords();
     if (text.empty())
         return;
@@ -354,6 +365,15 @@ void ConversationTurn::finishUserWords()
         userAskedBefore(text);
     else
         userAsked(text, text, SessionAudience::Words::spoken);
+    tellHeard(heard);
+}
+
+/// To those who act, after all who show it.
+void ConversationTurn::tellHeard(const HeardUtterance& heard)
+{
+    m_ports.watch.userSaid(heard);
+    if (isPlainStop(heard.text))
+        m_ports.report(turn_report::StopSaid{});
 }
 
 void ConversationTurn::userAskedBefore(const std::string& text)
@@ -379,8 +399,11 @@ void ConversationTurn::finishAssistantWords()
     if (text.empty())
         return;
     const bool wasShownAsItCame = isShown() && isWrittenBest;
-    if (!wasShownAsItCame)
+    if (!wasShownAsItCame) {
+        if (isWrittenBest || isShown())
+            m_ports.speech.shown(m_ports.scheduler.now());
         m_ports.observer.assistantSaid(text);
+    }
     m_conversation.assistantSaid(text);
 }
 

@@ -4,7 +4,9 @@
 #pragma once
 
 #include "Quorvell/loop/Scheduler.h"
+#include "Quorvell/session/consent/SpeechRecord.h"
 #include "Quorvell/session/ports/AudioPlayer.h"
+#include "Quorvell/session/reports/ActionWatch.h"
 #include "Quorvell/session/reports/SessionAudience.h"
 #include "Quorvell/session/reports/ThoughtSummary.h"
 #include "Quorvell/session/settings/SessionSettings.h"
@@ -28,7 +30,9 @@ public:
         Scheduler& scheduler;
         AudioPlayer& player;
         SessionAudience& observer;
+        SpeechRecord& speech;
         std::function<void(TurnReport)> report;
+        ActionWatch& watch = ActionWatch::nobody();
     };
 
     ConversationTurn(Ports ports, SessionSettings::Replies replies, std::chrono::milliseconds patience);
@@ -133,6 +137,7 @@ private:
     bool isShown() const { return m_replies == SessionSettings::Replies::shown; }
     void userAsked(const std::string& text, const std::string& ownWords, SessionAudience::Words words);
     void userAskedBefore(const std::string& text);
+    void tellHeard(const HeardUtterance& heard);
     void noteBeginning();
     void noteAnswer();
     void scheduleCompletion();

@@ -17,9 +17,12 @@ struct Closed {
 struct RequestLeft { };
 /// The model was at it until patience ended, and may be for ever.
 struct GivenUp { };
+/// The user wants whatever runs to stop.
+struct StopSaid { };
 
 } // namespace turn_report
 
-using TurnReport = std::variant<turn_report::Closed, turn_report::RequestLeft, turn_report::GivenUp>;
+using TurnReport =
+    std::variant<turn_report::Closed, turn_report::RequestLeft, turn_report::GivenUp, turn_report::StopSaid>;
 
 } // namespace quorvell

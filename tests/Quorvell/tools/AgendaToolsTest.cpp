@@ -7,8 +7,9 @@
 #include "Moments.h"
 #include "PostQueue.h"
 #include "Quorvell/agenda/CalendarFolder.h"
-#include "Quorvell/tools/HeardWords.h"
+#include "Quorvell/session/consent/HeardWords.h"
 #include "TemporaryFolder.h"
+#include "VirtualScheduler.h"
 
 namespace quorvell {
 namespace {
@@ -27,7 +28,8 @@ struct AgendaBench {
     Agenda agenda{folderSource(folder.path()), posts.poster()};
     MemoryNotebook notebook;
     Instant now = at("2026-11-21T09:30:00Z"); // Saturday, 10:30 in Berlin.
-    HeardWords heard{[this] { return now; }};
+    VirtualScheduler scheduler;
+    HeardWords heard{{scheduler}};
     ToolRegistry registry;
 
     AgendaBench()
@@ -81,9 +83,9 @@ struct AgendaBench {
     /// The user says it, a moment after the last thing that happened.
     void say(const std::string& words)
     {
-        now += std::chrono::seconds(5);
-        heard.userSaid(words, SessionObserver::Words::spoken);
-        now += std::chrono::seconds(5);
+        scheduler.advance(std::chrono::seconds(5));
+        heard.userSaid({words, words, HeardUtterance::How::typed});
+        scheduler.advance(std::chrono::seconds(5));
     }
 };
 
@@ -161,7 +163,7 @@ TEST(AgendaTools, deleteOnlyAfterTheUsersOwnYes)
     EXPECT_EQ(status(question), asks);
     other.ask(question);
     other.say("yes");
-    other.now += std::chrono::minutes(6);
+    other.scheduler.advance(std::chrono::minutes(6));
     EXPECT_EQ(status(other.answer(cancelChoir)), asks);
     other.ask(question);
     other.say("yes, do it");

@@ -5,9 +5,10 @@
 #include "FixtureTable.h"
 #include "MemoryNotebook.h"
 #include "PostScheduler.h"
-#include "Quorvell/tools/HeardWords.h"
+#include "Quorvell/session/consent/HeardWords.h"
 #include "Quorvell/tools/NotebookDigest.h"
 #include "Quorvell/tools/PrivateFacts.h"
+#include "VirtualScheduler.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -28,7 +29,8 @@ struct NotebookBench {
 
     test::PostScheduler scheduler{monday};
     MemoryNotebook notebook;
-    HeardWords heard{[] { return monday; }};
+    VirtualScheduler clock; ///< Of what is asked and answered.
+    HeardWords heard{{clock}};
     std::string shown;
     ToolRegistry registry;
     std::unique_ptr<NotebookSearch> search;
@@ -159,7 +161,7 @@ TEST(NotebookTools, rememberOnlyAfterAClearYes)
         EXPECT_TRUE(bench.notebook.list.empty());
         bench.heard.assistantSaid(row.said);
         if (row.heard)
-            bench.heard.userSaid(*row.heard, SessionObserver::Words::typed);
+            bench.heard.userSaid({*row.heard, *row.heard, HeardUtterance::How::typed});
         EXPECT_NE(bench.answer("remember_about_them", fact).find(row.status), std::string::npos);
         EXPECT_EQ(bench.notebook.keptFacts().size(), row.isKept ? 1u : 0u);
         const char* const next = row.isKept ? "\"known\"" : "needs_confirmation";
@@ -169,7 +171,7 @@ TEST(NotebookTools, rememberOnlyAfterAClearYes)
     NotebookBench bench;
     bench.answer("remember_about_them", fact);
     bench.heard.assistantSaid(question);
-    bench.heard.userSaid("yes", SessionObserver::Words::typed);
+    bench.heard.userSaid({"yes", "yes", HeardUtterance::How::typed});
     bench.answer("remember_about_them", R"({"fact": "Has a dog."})");
     EXPECT_TRUE(bench.notebook.list.empty());
     EXPECT_NE(bench.answer("remember_about_them", R"({"fact": "Has a dog. Do you want the weather?"})").find("error"),
@@ -190,16 +192,16 @@ TEST(HeardWords, haveTheProgramPutAQuestionThatNobodyPut)
             {"Would you like some tea?", Outcome::answered, 0}, {"", Outcome::interrupted, 0}}) {
         SCOPED_TRACE(row.said);
         int put = 0;
-        HeardWords heard([] { return monday; },
-            [&](const std::string& shown, const std::function<bool()>& isStillOpen) {
-                put += shown == question && isStillOpen() ? 1 : 0;
-                heard.assistantSaid(shown);
-            });
+        VirtualScheduler scheduler;
+        HeardWords heard({scheduler, [&](const std::string& shown, const std::function<bool()>& isStillOpen) {
+                              put += shown == question && isStillOpen() ? 1 : 0;
+                              heard.assistantSaid(shown);
+                          }});
         heard.ask(question);
         heard.assistantSaid(row.said);
         heard.turnCompleted(row.outcome);
         EXPECT_EQ(put, row.put);
-        heard.userSaid("yes", SessionObserver::Words::typed);
+        heard.userSaid({"yes", "yes", HeardUtterance::How::typed});
         heard.assistantWordsHeard("All right");
         const bool isAsked = row.put > 0 || row.said == question;
         EXPECT_EQ(heard.settle(question) == PendingConsent::Answer::yes, isAsked);

@@ -10,6 +10,7 @@ namespace quorvell {
 
 TEST(PendingConsent, takesOnlyAYesToThisVeryQuestion)
 {
+    using namespace std::chrono_literals;
     using Answer = PendingConsent::Answer;
     const std::string question = "Shall I remember this about you: likes tea?";
     struct Row {
@@ -43,15 +44,14 @@ TEST(PendingConsent, takesOnlyAYesToThisVeryQuestion)
         PendingConsent consent(question);
         for (const std::string& words : row.said) {
             if (words.starts_with('>'))
-                consent.userSaid(words.substr(1));
+                consent.userSaid({words.substr(1), words.substr(1), HeardUtterance::How::typed});
             else
-                consent.assistantSaid(words, Instant{});
+                consent.assistantSaid(words, 0ms);
         }
-        EXPECT_EQ(consent.answer(Instant{}), row.answer);
+        EXPECT_EQ(consent.answer(0ms), row.answer);
         if (row.answer == Answer::yes) {
-            EXPECT_EQ(consent.answer(Instant{} + PendingConsent::longestMemory), Answer::yes);
-            EXPECT_EQ(
-                consent.answer(Instant{} + PendingConsent::longestMemory + std::chrono::milliseconds(1)), Answer::none);
+            EXPECT_EQ(consent.answer(PendingConsent::longestMemory), Answer::yes);
+            EXPECT_EQ(consent.answer(PendingConsent::longestMemory + 1ms), Answer::none);
         }
     }
 }

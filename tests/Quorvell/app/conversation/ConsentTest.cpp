@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Catches a question of a tool that nobody puts, that is put twice, or that is put where a yes would not be to it.
 #include "Quorvell/assistant/ObserverGroup.h"
-#include "Quorvell/tools/HeardWords.h"
+#include "Quorvell/session/consent/HeardWords.h"
 #include "SessionBench.h"
 
 #include <algorithm>
@@ -24,13 +24,12 @@ struct ConsentTest : SessionBench {
     long timesPut() const { return std::count(observer.lines.begin(), observer.lines.end(), "said: " + question); }
 
     int calls = 0;
-    HeardWords heard{[this] { return scheduler.wallClock(); },
-        [this](const std::string& text, std::function<bool()> isStillOpen) {
-            scheduler.post([this, text, isStillOpen = std::move(isStillOpen)] {
-                if (isStillOpen())
-                    controller->putQuestion(text);
-            });
-        }};
+    HeardWords heard{{scheduler, [this](const std::string& text, std::function<bool()> isStillOpen) {
+                          scheduler.post([this, text, isStillOpen = std::move(isStillOpen)] {
+                              if (isStillOpen())
+                                  controller->putQuestion(text);
+                          });
+                      }}};
     ObserverGroup both{{&heard, &observer}};
 };
 
@@ -38,6 +37,7 @@ TEST_F(ConsentTest, aQuestionOfAToolIsPutOnceAndAYesIsToItAlone)
 {
     using Answer = PendingConsent::Answer;
     audience = &both;
+    watch = &heard;
     registry.add("keep_note", [this](const LiveFunctionCall&, ToolReply reply) {
         heard.ask(question);
         reply.answer(Json{{"status", "needs_confirmation"}});
