@@ -6,7 +6,7 @@
 
 #include <cstddef>
 #include <deque>
-#include <optional>
+#include <memory>
 #include <string>
 #include <variant>
 
@@ -24,12 +24,12 @@ public:
         std::string text; ///< As screenActionText.
         Certainty certainty = Certainty::done;
         bool isUndone = false;
-        std::variant<ActionUndo, std::string> undo; ///< Or a sentence why there is none.
-        ScreenLook after{}; ///< The look that the undo is for, without its picture.
+        std::variant<ActionUndo, std::string> undo{}; ///< Or a sentence why there is none.
+        std::shared_ptr<const ScreenLook> after{}; ///< The look that the undo is for; null where there is none.
     };
 
     void add(Entry entry);
-    /// Of the newest entry that is not undone; nothing where none is left.
+    /// The newest that is not undone; null where none is left.
     const Entry* last() const;
     void markLastUndone();
     void clear() { m_entries.clear(); }

@@ -10,13 +10,16 @@
 #include "Quorvell/loop/EventLog.h"
 #include "Quorvell/loop/Scheduler.h"
 #include "Quorvell/session/consent/ConsentWords.h"
+#include "Quorvell/session/reports/ActionWatch.h"
 #include "QuorvellCore/automation/ActionExecutionGate.h"
 #include "QuorvellCore/automation/TaskPlan.h"
 #include "QuorvellCore/automation/loop/ActionLoopGuard.h"
+#include "QuorvellCore/automation/provenance/PromptTally.h"
+#include "QuorvellCore/automation/provenance/ProvenanceRisk.h"
 #include "QuorvellCore/live/prompt/HelpMode.h"
-#include "QuorvellCore/safety/ActionRisk.h"
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -31,7 +34,7 @@ namespace quorvell {
 /// Nothing waits for the user: what needs a yes is answered with its question at once and kept as the one pending
 /// action. `confirm` takes it up again as if it were proposed anew, on a fresh look; so nothing that happened since is
 /// overlooked.
-class ActionPipeline final : public ActionRunner {
+class ActionPipeline final : public ActionRunner, public ActionWatch {
 public:
     /// What is in front may have changed since an older look: it is looked at once more before a key is pressed.
     static constexpr std::chrono::milliseconds freshFor{2'000};
@@ -44,10 +47,15 @@ public:
         EventLog& log;
         /// A sentence for the model, where it can not be done on this screen at all. May be null.
         std::function<std::optional<std::string>(const ProposedAction&, const ScreenLook&)> problem;
+        /// The form in which an action is judged, and the only one in which it is carried out. May be null.
+        std::function<ScreenAction(const ScreenAction&, const ScreenLook&)> judgedForm;
+        /// Where the words of an action came from. May be null: nobody knows.
+        std::function<WordOrigins(const ScreenAction&, const ScreenLook&)> originsOf;
         /// The strictest of all that applies. Never null.
-        std::function<ActionRisk(const ProposedAction&, const ScreenLook&)> judge;
+        std::function<ActionVerdict(const ProposedAction&, const ScreenLook&)> judge;
     };
     using Answer = std::function<void(ActionResult)>;
+    using ConfirmAnswer = std::function<void(std::optional<ActionResult>)>;
 
     ActionPipeline(Ports ports, HelpMode mode);
     ActionPipeline(const ActionPipeline&) = delete;
@@ -57,20 +65,18 @@ public:
     void run(ProposedAction action, Answer answer) override;
     void look(const LookWish& wish, Screen::Answer<ScreenLook> answer) override;
     /// Does what is pending, if the user has said a clear yes to it; nothing where they have not.
-    void confirm(std::string callID, std::function<void(std::optional<ActionResult>)> answer);
+    void confirm(std::string callID, ConfirmAnswer answer);
     /// Takes back what was done last, where that can be.
     void undoLast(std::string callID, Answer answer);
 
     // What goes on around it
 
-    void userSaid(); ///< Something, in speech or in writing.
-    void userBargedIn();
-    void stopped(); ///< By the user: nothing goes on.
-    void modeChanged(HelpMode mode);
-    void conversationEnded();
-    /// Their answer to the pending question was no: it need not wait for the model to find out.
-    void declined();
-    void planChanged(const TaskPlan& plan);
+    void userSaid(const HeardUtterance& heard) override;
+    void userBargedIn() override;
+    void stopped() override;
+    void modeChanged(HelpMode mode) override;
+    void planChanged(const TaskPlan& plan) override;
+    void ended() override;
     void taskBegan(); ///< The counts begin anew.
     void taskEnded();
     /// Borrowed; it is told until it is taken out or the pipeline ends.
@@ -78,42 +84,53 @@ public:
     void removeObserver(ActionObserver& observer) { std::erase(m_observers, &observer); }
 
     /// Null before the first look.
-    const ScreenLook* latestLook() const { return m_look ? &*m_look : nullptr; }
+    const ScreenLook* latestLook() const { return m_look.get(); }
+    /// What waits for a yes is off: there is reason not to do it any more.
+    void withdrawQuestion();
     const std::optional<PendingAction>& pending() const { return m_pending; }
     const ActionLedger& ledger() const { return m_ledger; }
     HelpMode mode() const { return m_mode; }
-    int questionsThisTask() const { return m_questions; }
+    const PromptTally& questionsThisTask() const { return m_questions; }
 
 private:
     struct Run;
-    enum class Sight { latest, fresh };
+    using RunPointer = std::shared_ptr<Run>;
 
-    void start(std::shared_ptr<Run> run, Sight sight);
-    void lookFirst(const std::shared_ptr<Run>& run);
-    void carryOut(const std::shared_ptr<Run>& run);
-    void ask(const std::shared_ptr<Run>& run, const std::string& question);
-    void act(const std::shared_ptr<Run>& run);
-    void acted(const std::shared_ptr<Run>& run, const ScreenOutcome& outcome);
-    void lookedAfter(const std::shared_ptr<Run>& run, const ScreenOutcome& outcome, const ScreenLook* after);
-    void record(const Run& run, const ScreenOutcome& outcome, const ActionResult& result);
-    void finish(const std::shared_ptr<Run>& run, ActionResult result);
+    void start(const RunPointer& run);
     bool takeRight(Run& run);
+    bool needsFreshLook(const Run& run) const;
+    void lookFirst(const RunPointer& run);
+    void carryOut(const RunPointer& run);
+    void ask(const RunPointer& run, const ActionVerdict& verdict);
+    void answerConfirm(std::string callID, PendingConsent::Answer settled, const ConfirmAnswer& answer);
+    bool isPendingAlready(const Run& run) const;
+    void act(const RunPointer& run);
+    void acted(const RunPointer& run, const ScreenOutcome& outcome);
+    void conclude(const RunPointer& run, const ScreenOutcome& outcome, const ScreenProblem* blind);
+    void record(const Run& run, const ScreenOutcome& outcome, const ActionResult& result);
+    void finish(const RunPointer& run, ActionResult result);
+    std::optional<std::string> brake(const Run& run) const;
 
     void noteLook(ScreenLook look);
     void cancel();
+    int finishedSteps() const;
+    void openQuestion();
     void endPending(ActionObserver::QuestionEnd end);
+    void dropPending(ActionObserver::QuestionEnd end);
+    void tellQuestionEnded(const ProposedAction& action, ActionObserver::QuestionEnd end, const ActionResult& result);
 
     Ports m_ports;
     std::vector<ActionObserver*> m_observers;
     HelpMode m_mode;
-    std::optional<ScreenLook> m_look;
+    std::shared_ptr<const ScreenLook> m_look; ///< The latest; shared with what was chosen on it.
     SessionTime m_lookedAt{};
-    std::shared_ptr<Run> m_run; ///< Not answered yet, though it may be cancelled; null while none is.
+    RunPointer m_run; ///< Not answered yet, though it may be cancelled; null while there is none.
     std::optional<PendingAction> m_pending;
+    std::uint64_t m_questionNumber = 0;
     TimerHandle m_lapse;
     ActionLoopGuard m_guard;
     std::optional<TaskPlan> m_plan; ///< While there is one.
-    int m_questions = 0;
+    PromptTally m_questions;
     ActionLedger m_ledger;
     std::shared_ptr<ActionPipeline*> m_self; ///< The screen may answer when the pipeline is long gone.
 };

@@ -7,7 +7,6 @@
 #include "QuorvellCore/text/Json.h"
 
 #include <cstddef>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,8 +20,6 @@ struct AskedStep {
     std::string tool{};
     ScreenAction action{};
     std::optional<Postcondition> expected{};
-    std::map<std::string, std::string, std::less<>>
-        words{}; ///< Arguments that carry words, by name, for their origins.
 
     bool operator==(const AskedStep&) const = default;
 };

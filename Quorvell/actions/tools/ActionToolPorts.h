@@ -4,13 +4,12 @@
 
 #include "Quorvell/actions/pipeline/ActionPipeline.h"
 #include "Quorvell/actions/tools/HelperMail.h"
+#include "Quorvell/actions/tools/LookTeller.h"
+#include "Quorvell/session/tools/ToolReply.h"
 #include "Quorvell/surface/Screen.h"
-#include "QuorvellCore/automation/proposals/WordOrigin.h"
 #include "QuorvellCore/text/Bytes.h"
 
 #include <functional>
-#include <string>
-#include <string_view>
 
 namespace quorvell {
 
@@ -18,12 +17,13 @@ struct ActionToolPorts {
     ActionPipeline& pipeline;
     Screen& screen; ///< To read and to search; what acts goes through the pipeline.
     Scheduler& scheduler;
-    /// Marks a text as somebody else's before the model gets it, and keeps in mind that it got it. Never null.
-    std::function<std::string(std::string text, WordOrigin origin)> fence;
-    /// Where the words of an argument ("text", "address" ...) came from. Never null.
-    std::function<WordOrigin(std::string_view argument, std::string_view words)> originOf;
+    EventLog& log;
+    LookTeller& teller;
     /// Shows the model a picture (PNG). Null: it cannot be shown one.
     std::function<void(const Bytes& picture)> show;
+    /// After an action that the user said yes to was done: true where a task goes on from there, took the reply over
+    /// and answers it when it ends or asks again. May be null.
+    std::function<bool(ToolReply& reply)> carryOn{};
     HelperMail* helper = nullptr;
 };
 
