@@ -156,6 +156,18 @@ void askFirst(const SharedPointer& shared, const CalendarEvent& event, const std
               "yes."));
 }
 
+void removeEvent(const SharedPointer& shared, const EventID& id, EventScope scope, const CalendarEvent& event,
+    const std::shared_ptr<ToolReply>& reply)
+{
+    shared->agenda.remove(id, scope, shared->context.calendar, shared->context.now(),
+        [shared, reply, event](const AgendaVerdict& removed) {
+            if (!removed.problem.empty())
+                return reply->fail(removed.problem);
+            const EventAnswers later(shared->context.now(), shared->context.calendar);
+            reply->answer(ToolResult(ToolStatus::deleted).addAll(later.event(event)));
+        });
+}
+
 void cancelEvent(const SharedPointer& shared, const EventID& id, EventScope scope, ToolReply reply)
 {
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
@@ -163,18 +175,16 @@ void cancelEvent(const SharedPointer& shared, const EventID& id, EventScope scop
     shared->agenda.find(id, calendar, [shared, id, scope, answer](const AgendaVerdict& found) {
         if (!found.event)
             return answer->fail(found.problem);
-        using Answer = PendingConsent::Answer;
         const EventAnswers answers(shared->context.now(), shared->context.calendar);
         const std::string question = deletionQuestion(*found.event, scope, answers);
-        const Answer heard = shared->context.consent ? shared->context.consent->settle(question) : Answer::none;
-        if (heard != Answer::yes)
-            return askFirst(shared, *found.event, question, heard, answer);
-        shared->agenda.remove(id, scope, shared->context.calendar, shared->context.now(),
-            [shared, answer, event = *found.event](const AgendaVerdict& removed) {
-                if (!removed.problem.empty())
-                    return answer->fail(removed.problem);
-                const EventAnswers later(shared->context.now(), shared->context.calendar);
-                answer->answer(ToolResult(ToolStatus::deleted).addAll(later.event(event)));
+        if (!shared->context.consent)
+            return askFirst(shared, *found.event, question, PendingConsent::Answer::none, answer);
+        shared->context.consent->settleWhenHeard(
+            question, [shared, id, scope, question, answer, event = *found.event](PendingConsent::Answer heard) {
+                if (heard == PendingConsent::Answer::yes)
+                    removeEvent(shared, id, scope, event, answer);
+                else
+                    askFirst(shared, event, question, heard, answer);
             });
     });
 }

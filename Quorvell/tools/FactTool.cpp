@@ -76,14 +76,20 @@ void FactTool::ask(const std::string& fact, PendingConsent::Answer answer, ToolR
 /// By what the user has said since the question, and nothing that the model says of it.
 void FactTool::settle(const std::string& fact, ToolReply reply)
 {
+    if (!m_context.consent)
+        return ask(fact, PendingConsent::Answer::none, std::move(reply));
+    const auto shared = std::make_shared<ToolReply>(std::move(reply));
+    m_context.consent->settleWhenHeard(questionAbout(fact),
+        [this, fact, shared](PendingConsent::Answer answer) { settled(fact, answer, std::move(*shared)); });
+}
+
+void FactTool::settled(const std::string& fact, PendingConsent::Answer answer, ToolReply reply)
+{
     using Answer = PendingConsent::Answer;
-    const std::string question = questionAbout(fact);
-    const Answer answer = m_context.consent ? m_context.consent->settle(question) : Answer::none;
     if (answer == Answer::yes)
         return keep(fact, std::move(reply));
     if (answer != Answer::no) {
-        if (m_context.consent)
-            m_context.consent->ask(question);
+        m_context.consent->ask(questionAbout(fact));
         return ask(fact, answer, std::move(reply));
     }
     reply.answer(

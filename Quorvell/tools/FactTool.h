@@ -26,6 +26,7 @@ public:
 private:
     void ask(const std::string& fact, PendingConsent::Answer answer, ToolReply reply);
     void settle(const std::string& fact, ToolReply reply);
+    void settled(const std::string& fact, PendingConsent::Answer answer, ToolReply reply);
     void keep(const std::string& fact, ToolReply reply);
 
     FullNotebook& m_notebook;

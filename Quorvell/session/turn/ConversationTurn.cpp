@@ -78,11 +78,24 @@ void ConversationTurn::forgetUserWords()
     m_heard = {};
     m_isHeardLate = false;
     m_lateWordsTimer.cancel();
+    m_stopTimer.cancel();
+    m_isStopTold = false;
+}
+
+void ConversationTurn::tellStop()
+{
+    if (!std::exchange(m_isStopTold, true))
+        m_ports.report(turn_report::StopSaid{});
 }
 
 void ConversationTurn::hear(const std::string& delta)
 {
     m_heard.partial += withinBound(delta, m_heard.partial.size(), longestHeard);
+    // Whoever says no more than this waits for no model.
+    if (isPlainStop(m_heard.partial))
+        m_stopTimer = m_ports.scheduler.after(lateWordsSettle, [this] { tellStop(); });
+    else
+        m_stopTimer.cancel();
 }
 
 void ConversationTurn::userWords(const std::string& delta)
@@ -230,6 +243,7 @@ void ConversationTurn::cutReply(Cut cut)
     const auto played = m_ports.player.played() - m_playedBefore;
     m_ports.player.stop();
     m_ports.speech.voiceCut(m_ports.scheduler.now());
+    m_tracker.outputUntil = std::min(m_tracker.outputUntil, m_ports.scheduler.now());
     const std::string heard = m_spoken.heard(played);
     m_spoken = {};
     m_spokenBytes = 0;
@@ -358,7 +372,9 @@ void ConversationTurn::finishUserWords()
     const std::string text = trimmed(m_heard.text());
     const bool isLate = m_isHeardLate;
     const HeardUtterance heard = m_ports.speech.complete(text, m_ports.scheduler.now());
+    const bool isStopTold = m_isStopTold;
     forgetUserWords();
+    m_isStopTold = isStopTold;
     if (text.empty())
         return;
     if (isLate)
@@ -373,7 +389,8 @@ void ConversationTurn::tellHeard(const HeardUtterance& heard)
 {
     m_ports.watch.userSaid(heard);
     if (isPlainStop(heard.text))
-        m_ports.report(turn_report::StopSaid{});
+        tellStop();
+    m_isStopTold = false;
 }
 
 void ConversationTurn::userAskedBefore(const std::string& text)

@@ -138,6 +138,7 @@ private:
     void userAsked(const std::string& text, const std::string& ownWords, SessionAudience::Words words);
     void userAskedBefore(const std::string& text);
     void tellHeard(const HeardUtterance& heard);
+    void tellStop();
     void noteBeginning();
     void noteAnswer();
     void scheduleCompletion();
@@ -169,6 +170,8 @@ private:
     SessionTime m_lastOutput{};
     ConversationMemory m_conversation;
     RecentRequests m_recentRequests;
+    bool m_isStopTold = false; ///< Of the words that are coming in.
+    TimerHandle m_stopTimer;
     TimerHandle m_lateWordsTimer;
     TimerHandle m_completionTimer;
     TimerHandle m_patienceTimer;
