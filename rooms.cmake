@@ -86,8 +86,8 @@ if(QUORVELL_SHELL)
     quorvell_room(records Quorvell/records USES text reminders loop session settings)
     quorvell_room(handover Quorvell/handover PRELUDE qt USES notebook files loop notebook_store desktop settings)
     quorvell_room(assistant Quorvell/assistant PRELUDE qt
-        USES text reminders loop session files notebook_store agenda reminding tools audio sound desktop connections
-             settings records handover)
+        USES text automation reminders loop session files notebook_store agenda reminding tools audio sound desktop
+             connections settings records handover)
     quorvell_room(app Quorvell/app PRELUDE qt
         USES text notebook reminders live loop session files preferences notebook_store agenda reminding tools audio
              speech desktop connections on_device_speech live_service settings records handover assistant

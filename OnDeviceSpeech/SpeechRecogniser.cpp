@@ -86,7 +86,7 @@ void SpeechRecogniser::feed(std::span<const std::int16_t> samples)
     m_parts->commands->feed(samples);
 }
 
-HeardUtterance SpeechRecogniser::finish()
+RecognisedUtterance SpeechRecogniser::finish()
 {
     m_parts->open.finish();
     const Decoder::Result commands = m_parts->commands->finish();

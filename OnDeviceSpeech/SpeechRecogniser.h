@@ -2,7 +2,7 @@
 // Speech to text on the device.
 #pragma once
 
-#include "OnDeviceSpeech/HeardUtterance.h"
+#include "OnDeviceSpeech/RecognisedUtterance.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -46,7 +46,7 @@ public:
     /// 16 kHz mono. Recognition goes on while samples arrive, so that finish has little left to do.
     void feed(std::span<const std::int16_t> samples);
     /// Waits for the words; for the models too while they load.
-    HeardUtterance finish();
+    RecognisedUtterance finish();
 
 private:
     struct Parts;

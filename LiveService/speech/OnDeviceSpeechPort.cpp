@@ -42,7 +42,7 @@ HeardTurn OnDeviceSpeechPort::finish()
         return {};
     if (!m_hearing->recogniser)
         return {.problem = m_hearing->problem};
-    HeardUtterance heard = m_hearing->recogniser->finish();
+    RecognisedUtterance heard = m_hearing->recogniser->finish();
     return {.text = std::move(heard.text), .problem = std::move(heard.problem)};
 }
 

@@ -18,6 +18,7 @@
 #include "Quorvell/tools/NotebookDigest.h"
 #include "Quorvell/tools/NotebookTools.h"
 #include "Quorvell/tools/ReminderTools.h"
+#include "QuorvellCore/automation/engine/pim/PimDismissalClassifier.h"
 #include "QuorvellCore/reminders/calendar/LocaleWords.h"
 
 #include <QRandomGenerator>
@@ -136,13 +137,28 @@ std::string Assistant::openNotebookAndTools(const ProgramEnvironment& environmen
     return ToolDispatcher::startUpProblem(m_registry).value_or("");
 }
 
+void Assistant::makeFarewell()
+{
+    Farewell::Ports ports{m_scheduler, m_log,
+        [](const std::string& words, const std::function<void(bool)>& answer) {
+            answer(PimDismissalClassifier::isPlainFarewell(words));
+        },
+        [this] { return m_session->isTurnOpen(); },
+        [this] { return m_session->tools().isWorking() || m_session->tools().isActing(); },
+        [this] { m_session->stop("goodbye"); }};
+    m_farewell = std::make_unique<Farewell>(std::move(ports));
+}
+
 void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionAudience& observer)
 {
     m_tools = std::make_unique<ToolDispatcher>(m_registry);
     // Apart, since only a hosted service costs something.
     m_usage = std::make_unique<UsageFile>(
         m_stateFolder + (isOnDevice() ? "/usage-on-device.json" : "/usage.json"), m_scheduler, m_calendar);
-    m_observers = std::make_unique<ObserverGroup>(std::vector<SessionAudience*>{&m_heard, &observer, m_usage.get()});
+    makeFarewell();
+    m_observers = std::make_unique<ObserverGroup>(
+        std::vector<SessionAudience*>{&m_heard, &observer, m_usage.get(), m_farewell.get()});
+    m_watches = std::make_unique<ActionWatchGroup>(std::vector<ActionWatch*>{&m_heard, m_farewell.get()});
     m_choice = std::make_unique<LiveConnectionChoice>(*m_service, m_connections, networks());
     const auto connections = [this](LiveConnectionObserver& session, LiveMedium medium) {
         return m_choice->make(session, medium);
@@ -154,7 +170,7 @@ void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionAud
     ports.synthesiser = sound.synthesiser;
     ports.usageStore = m_usage.get();
     ports.jitter = [] { return QRandomGenerator::global()->generateDouble(); };
-    ports.watch = &m_heard;
+    ports.watch = m_watches.get();
     m_session = std::make_unique<SessionController>(ports, sessionSettings(wishes));
 }
 

@@ -15,10 +15,12 @@
 #include "Quorvell/reminding/RemindersElsewhere.h"
 #include "Quorvell/session/SessionController.h"
 #include "Quorvell/session/consent/HeardWords.h"
+#include "Quorvell/session/farewell/Farewell.h"
 #include "Quorvell/session/ports/AudioCapture.h"
 #include "Quorvell/session/ports/AudioPlayer.h"
 #include "Quorvell/session/ports/DozeListener.h"
 #include "Quorvell/session/ports/SpeechSynthesiser.h"
+#include "Quorvell/session/reports/ActionWatchGroup.h"
 #include "Quorvell/session/reports/SessionAudience.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UserSettings.h"
@@ -71,6 +73,7 @@ private:
     HeardWords::Ports consentPorts();
     std::string openNotebookAndTools(const ProgramEnvironment& environment);
     std::string chooseService(const ProgramEnvironment& environment, const Wishes& wishes);
+    void makeFarewell();
     void makeSession(const Wishes& wishes, const Sound& sound, SessionAudience& observer);
     void fireReminders(const ProgramEnvironment& environment);
     SessionSettings sessionSettings(const Wishes& wishes) const;
@@ -90,7 +93,9 @@ private:
     LiveConnectionChoice::Settings m_connections;
     std::string m_stateFolder;
     std::unique_ptr<UsageFile> m_usage;
+    std::unique_ptr<Farewell> m_farewell;
     std::unique_ptr<ObserverGroup> m_observers;
+    std::unique_ptr<ActionWatchGroup> m_watches;
     std::unique_ptr<LiveAccessSource> m_service;
     std::unique_ptr<LiveConnectionChoice> m_choice;
     std::unique_ptr<SessionController> m_session; ///< Uses all of the above.

@@ -77,7 +77,7 @@ bool RecognitionWorker::prepare(const std::stop_token& stop)
     return m_recogniser != nullptr;
 }
 
-void RecognitionWorker::report(std::uint64_t utterance, HeardUtterance heard)
+void RecognitionWorker::report(std::uint64_t utterance, RecognisedUtterance heard)
 {
     if (heard.problem.empty())
         m_reports.recognised(utterance, std::move(heard.text));
@@ -100,7 +100,7 @@ void RecognitionWorker::carryOut(const Wish& wish, const std::stop_token& stop)
         return;
     case Wish::Kind::finish:
         if (const auto utterance = std::exchange(m_utterance, 0); utterance != 0) {
-            HeardUtterance heard = m_recogniser->finish();
+            RecognisedUtterance heard = m_recogniser->finish();
             if (!stop.stop_requested())
                 report(utterance, std::move(heard));
         }

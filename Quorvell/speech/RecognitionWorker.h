@@ -57,7 +57,7 @@ private:
     void run(const std::stop_token& stop);
     /// Loads the models where they are missing. False when that is not possible.
     bool prepare(const std::stop_token& stop);
-    void report(std::uint64_t utterance, HeardUtterance heard);
+    void report(std::uint64_t utterance, RecognisedUtterance heard);
     void carryOut(const Wish& wish, const std::stop_token& stop);
     bool next(const std::stop_token& stop, Wish& wish);
 

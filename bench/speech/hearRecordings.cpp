@@ -37,7 +37,7 @@ nlohmann::json heardIn(SpeechRecogniser& recogniser, std::span<const std::int16_
     for (; !samples.empty(); samples = samples.subspan(std::min(chunk, samples.size()))) {
         recogniser.feed(samples.first(std::min(chunk, samples.size())));
     }
-    const HeardUtterance heard = recogniser.finish();
+    const RecognisedUtterance heard = recogniser.finish();
     const std::chrono::duration<double, std::milli> work = std::chrono::steady_clock::now() - start;
     return {{"text", heard.text}, {"work_ms", work.count()}};
 }

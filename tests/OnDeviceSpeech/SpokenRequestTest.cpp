@@ -39,7 +39,7 @@ std::string hear(SpeechRecogniser& recogniser, const Samples& samples)
     recogniser.begin();
     for (std::size_t start = 0; start < samples.size(); start += piece)
         recogniser.feed(std::span(samples).subspan(start, std::min(piece, samples.size() - start)));
-    const HeardUtterance heard = recogniser.finish();
+    const RecognisedUtterance heard = recogniser.finish();
     EXPECT_EQ(heard.problem, "");
     return heard.text;
 }

@@ -6,13 +6,13 @@
 
 namespace quorvell {
 
-struct HeardUtterance {
+struct RecognisedUtterance {
     /// In written form, ready for a text reader: lower case, numbers and clock times in digits
     /// ("remind me tomorrow at 5 pm to call the dentist"). Empty when no speech was recognised.
     std::string text;
     std::string problem{}; ///< Why nothing can be recognised, and what to do; else empty.
 
-    bool operator==(const HeardUtterance&) const = default;
+    bool operator==(const RecognisedUtterance&) const = default;
 };
 
 } // namespace quorvell
