@@ -2,7 +2,6 @@
 #include "Quorvell/session/turn/ConversationTurn.h"
 
 #include "Quorvell/session/hearing/MicrophoneStream.h"
-#include "QuorvellCore/safety/SpokenStop.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
@@ -34,6 +33,7 @@ ConversationTurn::ConversationTurn(Ports ports, SessionSettings::Replies replies
     : m_ports(std::move(ports))
     , m_replies(replies)
     , m_patience(patience)
+    , m_stopWords(m_ports.scheduler, [this] { m_ports.report(turn_report::StopSaid{}); })
 {
 }
 
@@ -53,15 +53,17 @@ void ConversationTurn::userTyped(const std::string& text, const std::string& own
     m_bargedIn = false;
     open();
     userAsked(text, ownWords, SessionAudience::Words::typed);
-    tellHeard({text, ownWords, HeardUtterance::How::typed, m_ports.scheduler.now()});
+    m_ports.watch.userSaid({text, ownWords, HeardUtterance::How::typed, m_ports.scheduler.now()});
+    m_stopWords.complete(ownWords);
 }
 
 void ConversationTurn::userOverheard(const std::string& text)
 {
     open();
     userAsked(text, text, SessionAudience::Words::spoken);
-    tellHeard(
-        {.text = text, .ownWords = text, .at = m_ports.scheduler.now()}); // Not by this conversation's microphone.
+    // Not by this conversation's microphone.
+    m_ports.watch.userSaid({.text = text, .ownWords = text, .at = m_ports.scheduler.now()});
+    m_stopWords.complete(text);
 }
 
 void ConversationTurn::lateUserWords(const std::string& delta)
@@ -78,24 +80,13 @@ void ConversationTurn::forgetUserWords()
     m_heard = {};
     m_isHeardLate = false;
     m_lateWordsTimer.cancel();
-    m_stopTimer.cancel();
-    m_isStopTold = false;
-}
-
-void ConversationTurn::tellStop()
-{
-    if (!std::exchange(m_isStopTold, true))
-        m_ports.report(turn_report::StopSaid{});
+    m_stopWords.forget();
 }
 
 void ConversationTurn::hear(const std::string& delta)
 {
     m_heard.partial += withinBound(delta, m_heard.partial.size(), longestHeard);
-    // Whoever says no more than this waits for no model.
-    if (isPlainStop(m_heard.partial))
-        m_stopTimer = m_ports.scheduler.after(lateWordsSettle, [this] { tellStop(); });
-    else
-        m_stopTimer.cancel();
+    m_stopWords.hear(m_heard.partial);
 }
 
 void ConversationTurn::userWords(const std::string& delta)
@@ -372,25 +363,15 @@ void ConversationTurn::finishUserWords()
     const std::string text = trimmed(m_heard.text());
     const bool isLate = m_isHeardLate;
     const HeardUtterance heard = m_ports.speech.complete(text, m_ports.scheduler.now());
-    const bool isStopTold = m_isStopTold;
+    m_stopWords.complete(text);
     forgetUserWords();
-    m_isStopTold = isStopTold;
     if (text.empty())
         return;
     if (isLate)
         userAskedBefore(text);
     else
         userAsked(text, text, SessionAudience::Words::spoken);
-    tellHeard(heard);
-}
-
-/// To those who act, after all who show it.
-void ConversationTurn::tellHeard(const HeardUtterance& heard)
-{
     m_ports.watch.userSaid(heard);
-    if (isPlainStop(heard.text))
-        tellStop();
-    m_isStopTold = false;
 }
 
 void ConversationTurn::userAskedBefore(const std::string& text)

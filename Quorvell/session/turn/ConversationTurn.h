@@ -12,6 +12,7 @@
 #include "Quorvell/session/settings/SessionSettings.h"
 #include "Quorvell/session/turn/ConversationMemory.h"
 #include "Quorvell/session/turn/SpokenReply.h"
+#include "Quorvell/session/turn/StopWords.h"
 #include "Quorvell/session/turn/TurnReport.h"
 #include "Quorvell/session/turn/TurnTracker.h"
 #include "QuorvellCore/live/history/RecentRequests.h"
@@ -137,8 +138,6 @@ private:
     bool isShown() const { return m_replies == SessionSettings::Replies::shown; }
     void userAsked(const std::string& text, const std::string& ownWords, SessionAudience::Words words);
     void userAskedBefore(const std::string& text);
-    void tellHeard(const HeardUtterance& heard);
-    void tellStop();
     void noteBeginning();
     void noteAnswer();
     void scheduleCompletion();
@@ -170,8 +169,7 @@ private:
     SessionTime m_lastOutput{};
     ConversationMemory m_conversation;
     RecentRequests m_recentRequests;
-    bool m_isStopTold = false; ///< Of the words that are coming in.
-    TimerHandle m_stopTimer;
+    StopWords m_stopWords;
     TimerHandle m_lateWordsTimer;
     TimerHandle m_completionTimer;
     TimerHandle m_patienceTimer;
