@@ -2,6 +2,7 @@
 #include "Quorvell/session/turn/ConversationTurn.h"
 
 #include "Quorvell/session/hearing/MicrophoneStream.h"
+#include "Quorvell/session/turn/WithinBound.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <algorithm>
@@ -14,17 +15,6 @@ namespace {
 std::chrono::milliseconds lengthOf(std::span<const std::uint8_t> pcm)
 {
     return std::chrono::milliseconds(pcm.size() * 1000 / (2 * MicrophoneStream::sampleRateHz));
-}
-
-/// So much of a text as there is room for behind `bytes` others; characters stay whole.
-std::string withinBound(const std::string& text, std::size_t bytes, std::size_t most)
-{
-    std::size_t room = most - std::min(bytes, most);
-    if (text.size() <= room)
-        return text;
-    while (room > 0 && (static_cast<unsigned char>(text[room]) & 0xC0) == 0x80)
-        --room;
-    return text.substr(0, room);
 }
 
 } // namespace
