@@ -7,6 +7,7 @@
 #include "QuorvellCore/safety/SafetyGuard.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
+#include "QuorvellCore/text/TextMatch.h"
 
 #include <algorithm>
 #include <array>
@@ -30,6 +31,9 @@ constexpr auto keyPairs = std::to_array<std::pair<std::string_view, std::string_
 /// Pressed once more they are what they were.
 constexpr auto toggleRoles =
     std::to_array<std::string_view>({"AXCheckBox", "AXSwitch", "AXToggle", "AXToggleButton", "AXMenuItemCheckBox"});
+
+/// What must show in the elements.
+const Postcondition change{Postcondition::Kind::changed, {}};
 
 const AutomationCandidate* candidateIn(const ScreenLook& look, const std::string& id)
 {
@@ -88,7 +92,7 @@ public:
         if (!m_touched.after || m_touched.before->value.empty() || m_touched.after->value == m_touched.before->value)
             return std::string("What was chosen before is not known.");
         return ActionUndo{screen_action::ChooseOption{m_touched.after->id, m_touched.before->value},
-            "What was chosen before is chosen again."};
+            "What was chosen before is chosen again.", change};
     }
     Undo operator()(const screen_action::ClickSpot&) const { return pressed; }
     Undo operator()(const screen_action::Drag&) const { return std::string("What was moved is not known."); }
@@ -97,15 +101,15 @@ public:
         using Kind = BrowserControl::Kind;
         switch (action.kind) {
         case Kind::back:
-            return ActionUndo{BrowserControl{Kind::forward}, "The page from before is shown again."};
+            return ActionUndo{BrowserControl{Kind::forward}, "The page from before is shown again.", change};
         case Kind::forward:
-            return ActionUndo{BrowserControl{Kind::back}, "The page from before is shown again."};
+            return ActionUndo{BrowserControl{Kind::back}, "The page from before is shown again.", change};
         case Kind::newTab:
-            return ActionUndo{BrowserControl{Kind::closeTab}, "The new tab is closed."};
+            return ActionUndo{BrowserControl{Kind::closeTab}, "The new tab is closed.", change};
         case Kind::switchTab:
             if (m_before.page && !m_before.page->title.empty())
                 return ActionUndo{
-                    BrowserControl{Kind::switchTab, m_before.page->title}, "The tab from before is in front again."};
+                    BrowserControl{Kind::switchTab, m_before.page->title}, "The tab from before is in front again.", change};
             return std::string("The tab that was in front before has no name.");
         case Kind::reload:
             return std::string("The page is loaded anew; there is nothing to take back.");
@@ -159,7 +163,7 @@ private:
             || m_touched.after->value == m_touched.before->value)
             return pressed;
         return ActionUndo{AutomationAction{.tool = AutomationAction::Tool::click, .target = m_touched.after->id},
-            "It is switched back."};
+            "It is switched back.", change};
     }
     /// Sure only where the field holds what was typed: else it was sent, or the program made something else of it.
     Undo ofTyping(const std::string& expected) const
@@ -173,8 +177,12 @@ private:
             return std::string("What the field held before is not kept.");
         if (characterCount(old.value) > AutomationAction::longestText)
             return std::string("The field held too much before.");
+        Postcondition expected = change;
+        if (!TextMatch::normalized(old.value).empty())
+            expected = Postcondition{Postcondition::Kind::valueContains, old.value};
         return ActionUndo{screen_action::ReplaceText{m_touched.after->id, old.value},
-            old.value.empty() ? "The field is empty again." : "The field holds what it held before."};
+            old.value.empty() ? "The field is empty again." : "The field holds what it held before.",
+            std::move(expected)};
     }
     Undo ofKey(const std::string& key) const
     {
@@ -199,13 +207,13 @@ private:
         if (m_before.observation.app.empty() || m_before.observation.app == m_after.observation.app)
             return std::string("It was in front before already, or what was is not known.");
         return ActionUndo{AutomationAction{.tool = AutomationAction::Tool::openApp, .name = m_before.observation.app},
-            m_before.observation.app + " is in front again. " + leftover + "."};
+            m_before.observation.app + " is in front again. " + leftover + ".", change};
     }
     Undo ofWebsite() const
     {
         if (m_before.observation.app != m_after.observation.app)
             return ofOpening("The page stays open");
-        return ActionUndo{BrowserControl{BrowserControl::Kind::back}, "The page from before is shown again."};
+        return ActionUndo{BrowserControl{BrowserControl::Kind::back}, "The page from before is shown again.", change};
     }
 
     const ScreenLook& m_before;

@@ -2,9 +2,11 @@
 // How what was done on the screen is taken back.
 #pragma once
 
+#include "QuorvellCore/automation/screen/Postcondition.h"
 #include "QuorvellCore/automation/surface/ScreenAction.h"
 #include "QuorvellCore/automation/surface/ScreenLook.h"
 
+#include <optional>
 #include <string>
 #include <variant>
 

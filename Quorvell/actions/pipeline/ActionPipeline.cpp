@@ -185,7 +185,8 @@ void ActionPipeline::undoLast(std::string callID, Answer answer)
             .words = "The last thing that was done, “" + last->text + "”, cannot be undone. "
                 + (undo ? std::string("What the screen showed then is not known.")
                         : std::get<std::string>(last->undo))});
-    ProposedAction action{.callID = callID, .tool = "undo", .action = undo->action};
+    ProposedAction action{
+        .callID = callID, .tool = "undo", .action = undo->action, .expected = undo->expected};
     action.revision = last->after->observation.revision;
     auto run = std::make_shared<Run>(Run{action, action, std::move(callID), std::move(answer)});
     run->purpose = PendingAction::Purpose::undo;
@@ -371,8 +372,18 @@ void ActionPipeline::conclude(const RunPointer& run, const ScreenOutcome& outcom
         result.words = "It was done, but what came of it can not be seen. " + (blind ? blind->sentence : "");
     if (isSeen)
         result.after = *m_look;
+    if (run->purpose == PendingAction::Purpose::undo && result.kind == Kind::done && isSeen)
+        result.words = effectOfUndo();
     record(*run, outcome, result);
     finish(run, std::move(result));
+}
+
+/// Nothing came between the question and it, so it is still the last that stands in the ledger.
+std::string ActionPipeline::effectOfUndo() const
+{
+    const ActionLedger::Entry* const last = m_ledger.last();
+    const auto* const undo = last ? std::get_if<ActionUndo>(&last->undo) : nullptr;
+    return undo ? undo->effect : "Done.";
 }
 
 void ActionPipeline::record(const Run& run, const ScreenOutcome& outcome, const ActionResult& result)
@@ -383,7 +394,7 @@ void ActionPipeline::record(const Run& run, const ScreenOutcome& outcome, const 
         hasFailed ? ActionLoopGuard::Outcome::failed : ActionLoopGuard::Outcome::worked, finishedSteps());
     const bool isDone = outcome.kind == ScreenOutcome::Kind::done;
     if (run.purpose == PendingAction::Purpose::undo) {
-        if (isDone && result.isVerified)
+        if (result.kind == Kind::done)
             m_ledger.markLastUndone();
         return;
     }

@@ -108,6 +108,7 @@ private:
     void acted(const RunPointer& run, const ScreenOutcome& outcome);
     void conclude(const RunPointer& run, const ScreenOutcome& outcome, const ScreenProblem* blind);
     void record(const Run& run, const ScreenOutcome& outcome, const ActionResult& result);
+    std::string effectOfUndo() const;
     void finish(const RunPointer& run, ActionResult result);
     std::optional<std::string> brake(const Run& run) const;
 

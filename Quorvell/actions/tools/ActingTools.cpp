@@ -81,25 +81,47 @@ void ActingTools::next(const std::shared_ptr<Series>& series)
 
 void ActingTools::ended(const std::shared_ptr<Series>& series, const ActionResult& result)
 {
-    const bool isOne = series->steps.size() == 1;
     const bool isDone = result.kind == ActionResult::Kind::done;
+    if (series->steps.size() == 1)
+        return isDone && result.isVerified ? follow(series, result) : answer(series, result);
+
     series->isVerified = series->isVerified && result.isVerified;
-    if (!isOne)
-        series->told.push_back(Json{
-            {"tool", series->steps[series->done].tool}, {"message", result.words}, {"verified", result.isVerified}});
+    series->told.push_back(
+        Json{{"tool", series->steps[series->done].tool}, {"message", result.words}, {"verified", result.isVerified}});
     if (isDone && ++series->done < series->steps.size())
         return next(series);
-    ActionResult told = result;
-    told.isVerified = series->isVerified;
-    if (!isOne && !isDone)
-        told.words = doneBefore(series->done) + "Step " + std::to_string(series->done + 1) + ": " + result.words
-            + (series->done + 1 < series->steps.size() ? " The steps after it were not begun." : "");
-    else if (!isOne)
-        told.words = "All steps are done.";
-    ToolResult answer = resultOf(told, m_ports.teller);
-    if (!isOne)
-        answer.add("steps", std::move(series->told));
-    series->reply.answer(answer);
+    ActionResult whole = result;
+    whole.isVerified = series->isVerified;
+    whole.words = isDone ? "All steps are done."
+                         : doneBefore(series->done) + "Step " + std::to_string(series->done + 1) + ": " + result.words;
+    if (series->done + 1 < series->steps.size())
+        whole.words += " The steps after it were not begun.";
+    answer(series, whole);
+}
+
+/// The step that the model named for after this one, where it worked.
+void ActingTools::follow(const std::shared_ptr<Series>& series, const ActionResult& result)
+{
+    const Json* const then = memberOf(series->call.args, "then");
+    if (!m_ports.follow || !then || then->is_null() || !series->shown)
+        return answer(series, result);
+    m_ports.follow(series->call, *series->shown, result,
+        [self = std::weak_ptr(m_self), series, result](std::optional<ActionResult> second) {
+            const auto tools = self.lock();
+            if (!tools)
+                return;
+            if (second)
+                second->words = result.words + " Then the step that you named for after it: " + second->words;
+            (*tools)->answer(series, second ? *second : result);
+        });
+}
+
+void ActingTools::answer(const std::shared_ptr<Series>& series, const ActionResult& result)
+{
+    ToolResult told = resultOf(result, m_ports.teller);
+    if (series->steps.size() > 1)
+        told.add("steps", std::move(series->told));
+    series->reply.answer(told);
 }
 
 /// The ids that the model knows are of the look that it was told last; meanwhile others may have looked, and each step

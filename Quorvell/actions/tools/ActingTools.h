@@ -31,6 +31,8 @@ private:
 
     void next(const std::shared_ptr<Series>& series);
     void ended(const std::shared_ptr<Series>& series, const ActionResult& result);
+    void follow(const std::shared_ptr<Series>& series, const ActionResult& result);
+    void answer(const std::shared_ptr<Series>& series, const ActionResult& result);
     std::variant<ScreenAction, std::string> onLatestLook(const ScreenAction& action, const ScreenLook* shown) const;
 
     ActionToolPorts m_ports;
