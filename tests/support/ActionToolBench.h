@@ -45,10 +45,7 @@ struct ActionToolBench : ActionBench {
         }));
     }
     /// The id that the model was told of the element; of no element where there is none.
-    std::string id(const std::string& label)
-    {
-        return teller.shown() ? idOn(*teller.shown(), label) : "none";
-    }
+    std::string id(const std::string& label) { return teller.shown() ? idOn(*teller.shown(), label) : "none"; }
     Json click(const std::string& label) { return call("click", {{"element_id", id(label)}}); }
 
     int calls = 0;

@@ -63,8 +63,8 @@ public:
             answer(std::move(seen));
         });
     }
-    void act(const ScreenAction& action, std::int64_t revision,
-        std::shared_ptr<const ActionCancellation> cancellation, std::function<void(ScreenOutcome)> answer) override
+    void act(const ScreenAction& action, std::int64_t revision, std::shared_ptr<const ActionCancellation> cancellation,
+        std::function<void(ScreenOutcome)> answer) override
     {
         acts.push_back(action);
         const auto* const step = std::get_if<AutomationAction>(&action);

@@ -108,8 +108,8 @@ public:
             return ActionUndo{BrowserControl{Kind::closeTab}, "The new tab is closed.", change};
         case Kind::switchTab:
             if (m_before.page && !m_before.page->title.empty())
-                return ActionUndo{
-                    BrowserControl{Kind::switchTab, m_before.page->title}, "The tab from before is in front again.", change};
+                return ActionUndo{BrowserControl{Kind::switchTab, m_before.page->title},
+                    "The tab from before is in front again.", change};
             return std::string("The tab that was in front before has no name.");
         case Kind::reload:
             return std::string("The page is loaded anew; there is nothing to take back.");
@@ -166,11 +166,11 @@ private:
             "It is switched back.", change};
     }
     /// Sure only where the field holds what was typed: else it was sent, or the program made something else of it.
-    Undo ofTyping(const std::string& expected) const
+    Undo ofTyping(const std::string& typed) const
     {
         if (!m_touched.after)
             return std::string("The field is not found again.");
-        if (m_touched.after->value != expected)
+        if (m_touched.after->value != typed)
             return std::string("The field does not hold what was typed any more.");
         const AutomationCandidate& old = *m_touched.before;
         if (SafetyGuard::isSensitiveValue(old.label, old.role, old.value, old.secure))

@@ -14,8 +14,9 @@ namespace quorvell {
 
 struct ActionUndo {
     ScreenAction action{}; ///< For the look after the action.
-    std::string
-        effect{}; ///< What it brings about and what it does not, for the model: "The field holds what it held before."
+    std::string effect{}; ///< What it brings about and what it does not, for the model.
+    std::optional<Postcondition>
+        expected{}; ///< How to tell that it worked; absent where the elements show nothing of it.
 
     bool operator==(const ActionUndo&) const = default;
 };

@@ -185,8 +185,7 @@ void ActionPipeline::undoLast(std::string callID, Answer answer)
             .words = "The last thing that was done, “" + last->text + "”, cannot be undone. "
                 + (undo ? std::string("What the screen showed then is not known.")
                         : std::get<std::string>(last->undo))});
-    ProposedAction action{
-        .callID = callID, .tool = "undo", .action = undo->action, .expected = undo->expected};
+    ProposedAction action{.callID = callID, .tool = "undo", .action = undo->action, .expected = undo->expected};
     action.revision = last->after->observation.revision;
     auto run = std::make_shared<Run>(Run{action, action, std::move(callID), std::move(answer)});
     run->purpose = PendingAction::Purpose::undo;
@@ -223,7 +222,8 @@ bool ActionPipeline::takeRight(Run& run)
 
 bool ActionPipeline::needsFreshLook(const Run& run) const
 {
-    if (!m_look || run.agreed || run.chosenOn != m_look)
+    const bool isOfEarlier = run.agreed || run.purpose == PendingAction::Purpose::undo;
+    if (!m_look || isOfEarlier)
         return true;
     return dependsOnFront(run.action.action) && m_ports.scheduler.now() - m_lookedAt > freshFor;
 }

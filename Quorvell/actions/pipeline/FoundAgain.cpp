@@ -113,7 +113,7 @@ std::vector<std::pair<double, double>> placesOf(const ScreenAction& action)
 std::string_view problemAtPlaces(const ScreenAction& action, const ScreenLook& before, const ScreenLook& now)
 {
     for (const auto& [x, y] : placesOf(action))
-        if (!isAlike(before.at(x, y), now.at(x, y)) || !isSameWindow(before, now))
+        if (!isAlike(before.elementAt(x, y), now.elementAt(x, y)) || !isSameWindow(before, now))
             return anotherPlace;
     return {};
 }

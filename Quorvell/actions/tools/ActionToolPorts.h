@@ -26,8 +26,8 @@ struct ActionToolPorts {
     /// After an action that the user said yes to was done: true where a task goes on from there, took the reply over
     /// and answers it when it ends or asks again. May be null.
     std::function<bool(ToolReply& reply)> carryOn{};
-    /// After an action that was seen to work: takes the step that its call named for after it ("then"), of which the ids
-    /// are those of `shown`. Answers with nothing where none was taken. May be null.
+    /// After an action that was seen to work: takes the step that its call named for after it ("then"), of which the
+    /// ids are those of `shown`. Answers with nothing where none was taken. May be null.
     std::function<void(const LiveFunctionCall& call, const ScreenLook& shown, const ActionResult& result,
         std::function<void(std::optional<ActionResult>)> answer)>
         follow{};

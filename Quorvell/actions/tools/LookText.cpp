@@ -7,6 +7,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <cstddef>
 #include <string_view>
 
 namespace quorvell {
@@ -94,14 +96,18 @@ std::string missing(std::size_t count, std::string_view what)
 
 std::string LookText::of(const ScreenLook& look, Extent extent)
 {
-    const AutomationObservation shown = look.observation.redacted();
+    const AutomationObservation& all = look.observation;
+    const std::size_t most = std::min(all.candidates.size(), extent.mostElements);
+    AutomationObservation shown{.app = all.app, .window = all.window, .page = all.page};
+    shown.candidates.assign(all.candidates.begin(), all.candidates.begin() + static_cast<std::ptrdiff_t>(most));
+    shown = shown.redacted();
     Lines lines(extent.mostBytes);
     lines.add("In front: " + quoted(shown.app, longestLabel) + ", window " + quoted(shown.window, longestLabel));
     if (shown.page)
         lines.add("Page: " + quoted(*shown.page, longestAddress)
             + (look.page && !look.page->loaded ? ", still loading" : ""));
     std::size_t told = 0;
-    while (told < shown.candidates.size() && told < extent.mostElements) {
+    while (told < most) {
         const AutomationCandidate& candidate = shown.candidates[told];
         if (!lines.add(lineOf(candidate, told < look.elements.size() ? &look.elements[told] : nullptr)))
             break;
@@ -115,7 +121,7 @@ std::string LookText::of(const ScreenLook& look, Extent extent)
         if (!lines.add(line))
             break;
     }
-    std::string text = std::move(lines.text()) + missing(shown.candidates.size() - told, "elements")
+    std::string text = std::move(lines.text()) + missing(all.candidates.size() - told, "elements")
         + missing(look.menus.size() - menus, "commands of menus");
     for (const std::string& omission : look.omissions)
         text += firstCharacters(onOneLine(omission), longestLabel) + '\n';

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Finds ways back that lead elsewhere, and answers that claim one.
 #include "ActionBench.h"
-
 #include "Quorvell/actions/pipeline/ScreenActionText.h"
 
 #include <gtest/gtest.h>
@@ -144,14 +143,15 @@ TEST(ActionLedger, takesBackWhatWasDoneLastThroughTheSameWay)
 
     bench.press("Open");
     bench.scheduler.advance(100ms);
-    EXPECT_TRUE(undo().starts_with("The last thing that was done, “click Open”, cannot be undone. What a press")) << undo();
+    EXPECT_TRUE(undo().starts_with("The last thing that was done, “click Open”, cannot be undone. What a press"))
+        << undo();
 
     replace("Bye");
     bench.screen.labelled("Subject")->label = "Topic";
-    EXPECT_TRUE(undo().starts_with("No element with that id any more."));
+    EXPECT_TRUE(undo().starts_with("No element with that id any more.")) << undone->words;
     bench.screen.labelled("Topic")->label = "Subject";
     bench.screen.effect = [](const ScreenAction&) { return ScreenOutcome{}; };
-    EXPECT_TRUE(undo().starts_with("It was done, but what was expected of it does not show."));
+    EXPECT_TRUE(undo().starts_with("It was done, but what was expected of it does not show.")) << undone->words;
     EXPECT_FALSE(bench.pipeline.ledger().last()->isUndone);
 }
 

@@ -90,8 +90,11 @@ TEST_F(ActionPipelineTest, tellsWhatCameOfAnAction)
             },
             appears, Kind::done, true, "Done, and what", 1},
         {"only they can tell", changes, Postcondition{}, Kind::done, false, "Done. Whether", 1},
-        {"it could not be done", [] { return Outcome{Outcome::Kind::failed, "The button is gone."}; }, {}, Kind::failed,
-            false, "The button is gone.", 0},
+        {"it could not be done",
+            [] {
+                return Outcome{Outcome::Kind::failed, "The button is gone."};
+            },
+            {}, Kind::failed, false, "The button is gone.", 0},
         {"no answer", [] { return Outcome{Outcome::Kind::unknown}; }, {}, Kind::unknown, false,
             "The application did not answer. It may be done or not", 1},
         {"stopped on the way", [] { return Outcome{Outcome::Kind::stopped}; }, {}, Kind::stopped, false,
@@ -335,7 +338,7 @@ TEST_F(ActionPipelineTest, checksInWithTheUser)
         screen.labelled("Subject")->value += "x";
         return ScreenOutcome{};
     };
-    const auto pagesUntilRefused = [this, page = 0](ProposedAction::Source source) mutable {
+    auto pagesUntilRefused = [this, page = 0](ProposedAction::Source source) mutable {
         int done = 0;
         for (; done < 40; ++done) {
             ProposedAction action{.callID = "page", .tool = "open_website"};

@@ -25,8 +25,8 @@ enum class Happening {
 };
 constexpr int happenings = 10;
 
-/// The model tries to carry it out after everything that happens. What is to come of it is worked out beside it, from the
-/// promises alone.
+/// The model tries to carry it out after everything that happens. What is to come of it is worked out beside it, from
+/// the promises alone.
 class Sequence {
 public:
     Sequence()

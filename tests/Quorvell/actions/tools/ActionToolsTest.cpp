@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Finds calls that do something else than they say, answers that hide what was done, and screens that speak for the user.
+// Finds calls that do something else than they say, answers that hide what was done, and screens that speak for the
+// user.
 #include "ActionToolBench.h"
-
 #include "Quorvell/actions/pipeline/ScreenActionText.h"
 #include "Quorvell/actions/tools/ActionArguments.h"
 #include "QuorvellCore/text/Json.h"
@@ -75,7 +75,8 @@ TEST(ActionArguments, areReadAsTheStepsThatTheyAskFor)
             R"({"steps":[{"tool":"click","arguments":{"element_id":"7"}},{"tool":"press_key","arguments":{"key":"tab"}}]})",
             "click 7; press_key tab"},
         {"do_steps", R"({"steps":[{"tool":"do_steps","arguments":{"steps":[]}}]})", "-Nothing was done: step 1 needs"},
-        {"do_steps", R"({"steps":[{"tool":"click","arguments":{"element_id":"7"}},{"tool":"keep_note","arguments":{}}]})",
+        {"do_steps",
+            R"({"steps":[{"tool":"click","arguments":{"element_id":"7"}},{"tool":"keep_note","arguments":{}}]})",
             "-Nothing was done: step 2: There is no tool"},
         {"do_steps", R"({"steps":"click"})", "-steps is missing."},
         {"confirm_action", "{}", "-There is no tool of that name that acts."},
@@ -231,8 +232,15 @@ TEST_F(ActionToolsTest, aScamIsToldToWhomMailReallyGoes)
     EXPECT_FALSE(pipeline.pending());
     ToolRegistry others;
     registerActionTools(others,
-        {.pipeline = pipeline, .screen = screen, .scheduler = scheduler, .log = log, .teller = teller, .show = nullptr,
-            .carryOn = nullptr, .follow = nullptr, .helper = &helper});
+        {.pipeline = pipeline,
+            .screen = screen,
+            .scheduler = scheduler,
+            .log = log,
+            .teller = teller,
+            .show = nullptr,
+            .carryOn = nullptr,
+            .follow = nullptr,
+            .helper = &helper});
     const auto flag = [&] {
         std::string message;
         (*others.owner("flag_scam"))({"1", "flag_scam"}, ToolReply([&](const Json& told) {
@@ -241,8 +249,9 @@ TEST_F(ActionToolsTest, aScamIsToldToWhomMailReallyGoes)
         }));
         return message;
     };
-    EXPECT_EQ(flag(), "Flagged. Their trusted helper, Ann, is being emailed what you spotted (never the screen). Tell them so, "
-                      "then calmly help them close it.");
+    EXPECT_EQ(flag(),
+        "Flagged. Their trusted helper, Ann, is being emailed what you spotted (never the screen). Tell them so, "
+        "then calmly help them close it.");
     EXPECT_EQ(helper.told, "a possible scam was detected");
     helper.sends = false;
     EXPECT_EQ(flag(), "Flagged. Calmly help them close it.");
