@@ -5,7 +5,7 @@
 
 #include "Quorvell/actions/ActionObserver.h"
 #include "Quorvell/actions/ActionRunner.h"
-#include "Quorvell/actions/ledger/ActionLedger.h"
+#include "Quorvell/actions/pipeline/ActionLedger.h"
 #include "Quorvell/actions/pipeline/PendingAction.h"
 #include "Quorvell/loop/EventLog.h"
 #include "Quorvell/loop/Scheduler.h"

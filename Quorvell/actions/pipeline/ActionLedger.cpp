@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Quorvell/actions/ledger/ActionLedger.h"
+#include "Quorvell/actions/pipeline/ActionLedger.h"
 
 #include <algorithm>
 #include <utility>

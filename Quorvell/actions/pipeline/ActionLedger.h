@@ -2,7 +2,7 @@
 // What was done on the screen in this conversation, and how the last of it is taken back.
 #pragma once
 
-#include "Quorvell/actions/ledger/ActionUndo.h"
+#include "Quorvell/actions/pipeline/ActionUndo.h"
 
 #include <cstddef>
 #include <deque>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Quorvell/actions/ledger/ActionUndo.h"
+#include "Quorvell/actions/pipeline/ActionUndo.h"
 
 #include "Quorvell/actions/pipeline/FoundAgain.h"
 #include "QuorvellCore/automation/actions/AutomationAction.h"
