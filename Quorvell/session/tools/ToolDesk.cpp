@@ -195,6 +195,12 @@ void ToolDesk::updatePlan(const Json& changes)
     m_ports.log.record("plan_updated", {{"finished", change.finished.size()}, {"learned", change.learned.size()}});
 }
 
+void ToolDesk::endPlan()
+{
+    m_plan = {};
+    m_ports.observer.planChanged(m_plan);
+}
+
 /// One at a time; the next one may only be chosen on the screen that this one leaves behind.
 void ToolDesk::act(const LiveFunctionCall& call, ToolReply reply)
 {
@@ -202,14 +208,10 @@ void ToolDesk::act(const LiveFunctionCall& call, ToolReply reply)
     if (!ticket)
         return reply.fail(
             "An action is still running. Wait for its result and fresh screen before choosing the next step.");
-    m_executingCall = call.id;
     auto shared = std::make_shared<ToolReply>(std::move(reply));
     m_ports.tools.run(call, ToolReply([self = std::weak_ptr(m_self), ticket = *ticket, shared](const Json& result) {
-        if (const auto desk = self.lock()) {
-            if ((*desk)->m_execution.isCurrent(ticket))
-                (*desk)->m_executingCall.clear();
+        if (const auto desk = self.lock())
             (*desk)->m_execution.finish(ticket);
-        }
         shared->answer(result);
     }));
 }
@@ -219,7 +221,7 @@ void ToolDesk::act(const LiveFunctionCall& call, ToolReply reply)
 void ToolDesk::cancel(const std::vector<std::string>& ids)
 {
     for (const std::string& id : ids) {
-        if (id == m_executingCall)
+        if (isActing(id))
             cancelAction();
         for (Running& call : m_running)
             if (call.key.second == id)
@@ -231,7 +233,12 @@ void ToolDesk::cancel(const std::vector<std::string>& ids)
 void ToolDesk::cancelAction()
 {
     m_execution.cancel();
-    m_executingCall.clear();
+}
+
+bool ToolDesk::isActing(const std::string& callID) const
+{
+    const auto acting = m_execution.current();
+    return acting && acting->callID == callID;
 }
 
 // ---- A call is answered
@@ -254,7 +261,7 @@ void ToolDesk::overdue(Key key) // By value: it outlives the timer that it comes
         return;
     Running call = std::move(*found);
     m_running.erase(found);
-    if (call.call.id == m_executingCall)
+    if (isActing(call.call.id))
         cancelAction();
     m_ports.log.record("tool_given_up", {{"name", call.call.name}});
     m_overdue.push_back({key, call.call, call.isCancelled});

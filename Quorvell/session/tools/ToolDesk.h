@@ -61,7 +61,7 @@ public:
     /// A new conversation: the plan and what was answered are forgotten; calls that still run are not.
     void begin();
 
-    bool isActing() const { return !m_executingCall.empty(); }
+    bool isActing() const { return m_execution.current().has_value(); }
     bool isWorking() const { return !m_running.empty(); }
     std::vector<LiveFunctionCall> runningCalls() const;
     /// Answered since the last `forgetReplies`, oldest first.
@@ -69,6 +69,8 @@ public:
     void forgetReplies() { m_actionReplies.clear(); }
 
     const TaskPlan& plan() const { return m_plan; }
+    /// The task is finished.
+    void endPlan();
     const Json& nextStep() const { return m_nextStep; }
     /// Checked between their sub-steps by the tools that act.
     ActionExecutionGate& execution() { return m_execution; }
@@ -98,6 +100,7 @@ private:
     void pass(Running call, const Json& result, tool_report::Answered::Time time);
     void takePlan(const LiveFunctionCall& call);
     void updatePlan(const Json& changes);
+    bool isActing(const std::string& callID) const;
     void act(const LiveFunctionCall& call, ToolReply reply);
     std::chrono::milliseconds longest(const LiveFunctionCall& call) const;
     static LiveResponseScheduling schedulingOf(const Running& call);
@@ -113,8 +116,7 @@ private:
     std::deque<AnsweredCall> m_actionReplies;
     TaskPlan m_plan;
     Json m_nextStep; ///< The step after the one that runs, as the model announced it; null without one.
-    ActionExecutionGate m_execution;
-    std::string m_executingCall; ///< The id of the action being carried out; empty without one.
+    ActionExecutionGate m_execution; ///< Knows what acts, whether a call of this desk or a task that goes on by itself.
     TimerHandle m_progressTimer;
     std::shared_ptr<ToolDesk*> m_self; ///< Tools may answer when the desk is long gone.
 };
