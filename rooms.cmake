@@ -55,7 +55,7 @@ quorvell_room(tools Quorvell/tools
     USES text live notebook reminders session preferences notebook_store agenda reminding)
 
 # The rooms that share state across threads: the thread sanitizer runs their tests.
-set(QUORVELL_THREADED_ROOMS automation audio files notebook_store agenda)
+set(QUORVELL_THREADED_ROOMS automation actions audio files notebook_store agenda)
 
 foreach(room IN ITEMS
     text notebook reminders live automation safety understanding_words understanding_time
