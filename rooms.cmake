@@ -45,6 +45,8 @@ quorvell_room(session Quorvell/session USES text live automation safety loop)
 # What is on the screen, as a port, and what is done there.
 quorvell_room(surface Quorvell/surface USES automation)
 quorvell_room(actions Quorvell/actions USES text live safety automation loop session surface)
+# A small world of applications, to practise in.
+quorvell_room(practice Quorvell/practice USES text automation loop surface actions)
 quorvell_room(files Quorvell/files PUBLIC_LIBRARIES Threads::Threads)
 # What the user may choose, as values that rooms on both sides of a choice share.
 quorvell_room(preferences Quorvell/preferences USES text live reminders)
@@ -59,7 +61,7 @@ set(QUORVELL_THREADED_ROOMS automation actions audio files notebook_store agenda
 
 foreach(room IN ITEMS
     text notebook reminders live automation safety understanding_words understanding_time
-    understanding_requests http line loop session actions audio files notebook_store agenda
+    understanding_requests http line loop session actions practice audio files notebook_store agenda
     reminding tools)
     quorvell_test(${room})
 endforeach()
