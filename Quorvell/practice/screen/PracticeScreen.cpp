@@ -130,7 +130,7 @@ void PracticeScreen::lookWhenSettled(
     later(restTime, [this, wish, answer = std::move(answer), lastSeen = std::move(lastSeen), deadline] {
         ScreenLook look = taken(wish);
         std::string seen = look.observation.stateKey();
-        if (seen == lastSeen || m_scheduler.now() >= deadline)
+        if ((seen == lastSeen && !m_world.isBusy()) || m_scheduler.now() >= deadline)
             answer(std::move(look));
         else
             lookWhenSettled(wish, answer, std::move(seen), deadline);

@@ -30,8 +30,7 @@ PracticeOutcome answerOf(const PracticeElement& element)
 
 bool isTextBox(const PracticeElement& element)
 {
-    return element.role == "AXTextField" || element.role == "AXTextArea" || element.role == "AXComboBox"
-        || element.role == "AXSearchField";
+    return element.role == "AXTextField" || element.role == "AXTextArea" || element.role == "AXComboBox";
 }
 
 bool isSwitch(const PracticeElement& element)

@@ -149,6 +149,13 @@ std::optional<std::chrono::milliseconds> PracticeState::nextChange() const
     return next;
 }
 
+bool PracticeState::isBusy() const
+{
+    const bool isOpening = std::any_of(m_waiting.begin(), m_waiting.end(),
+        [](const Waiting& waiting) { return waiting.effect.kind == PracticeEffect::Kind::app; });
+    return isOpening || (tab() && tab()->loadedAt > m_now);
+}
+
 void PracticeState::advance(std::chrono::milliseconds now)
 {
     const auto isEarlier = [](const Waiting& one, const Waiting& other) {

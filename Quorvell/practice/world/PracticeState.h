@@ -73,6 +73,8 @@ public:
     const std::vector<PracticeConsequence>& consequences() const { return m_consequences; }
     std::chrono::milliseconds now() const { return m_now; }
     std::optional<std::chrono::milliseconds> nextChange() const;
+    /// A page is loading or an application is opening, which a desktop shows.
+    bool isBusy() const;
 
     // What changes it
 

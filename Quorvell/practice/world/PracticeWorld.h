@@ -43,6 +43,7 @@ public:
     void advance(std::chrono::milliseconds now) { m_state.advance(now); }
     /// When something changes by itself; nothing: never, unless something is done.
     std::optional<std::chrono::milliseconds> nextChange() const { return m_state.nextChange(); }
+    bool isBusy() const { return m_state.isBusy(); }
     /// Scrolls to the fold of the first element that holds these words.
     void bringIntoView(std::string_view words);
 
