@@ -91,8 +91,9 @@ if(QUORVELL_SHELL)
         USES text automation reminders loop session files notebook_store agenda reminding tools audio sound desktop
              connections settings records handover)
     quorvell_room(app Quorvell/app PRELUDE qt
-        USES text notebook reminders live loop session files preferences notebook_store agenda reminding tools audio
-             speech desktop connections on_device_speech live_service settings records handover assistant
+        USES text notebook reminders live automation loop session surface actions practice files preferences
+             notebook_store agenda reminding tools audio speech desktop connections on_device_speech live_service
+             settings records handover assistant
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::DBus LIBRARIES CLI11::CLI11 PkgConfig::libedit)
     # Against another implementation of WebSockets than ours.
     foreach(room IN ITEMS live_service connections)

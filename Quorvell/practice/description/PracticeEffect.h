@@ -18,6 +18,7 @@ struct PracticeCondition {
         app, ///< In front.
         window, ///< On top of the application in front.
         page, ///< Shown by the browser in front: the same site, and the same path where one is given.
+        pageItself, ///< This page and no other; no file says so.
         happened, ///< A consequence about this; about anything where the value is empty.
         notHappened,
     };

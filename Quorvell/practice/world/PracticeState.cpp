@@ -101,6 +101,8 @@ bool PracticeState::holds(const PracticeCondition& condition) const
         const std::string shown = tab() ? tab()->address() : std::string();
         return SiteMatch::sameSite(condition.name, shown) && (path.empty() || path == SiteMatch::path(shown));
     }
+    case Kind::pageItself:
+        return tab() && PracticeAddress::key(tab()->address()) == PracticeAddress::key(condition.name);
     case Kind::happened:
         return hasHappened();
     case Kind::notHappened:
@@ -358,7 +360,8 @@ bool PracticeState::openPage(const std::string& address)
     tab.addresses.resize(tab.addresses.empty() ? 0 : tab.position + 1);
     if (tab.addresses.size() == mostAddresses)
         tab.addresses.erase(tab.addresses.begin());
-    tab.addresses.push_back(address);
+    const bool isWhole = address.find("://") != std::string::npos || PracticeAddress::key(address).empty();
+    tab.addresses.push_back(isWhole ? address : "https://" + address);
     tab.position = tab.addresses.size() - 1;
     show(tab, *running->app);
     return true;
@@ -435,7 +438,7 @@ void PracticeState::show(PracticeTab& tab, const PracticeApp& app)
     for (PracticeEffect& effect : opened) {
         effect.delay += loading;
         if (effect.delay.count() > 0)
-            effect.conditions.push_back({PracticeCondition::Kind::page, shown, {}});
+            effect.conditions.push_back({PracticeCondition::Kind::pageItself, shown, {}});
     }
     run(opened);
 }

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/app/practice/PracticeCommand.h"
+
+#include "Quorvell/app/practice/PracticeTalk.h"
+#include "Quorvell/app/practice/PracticeText.h"
+#include "Quorvell/app/program/ExitCode.h"
+#include "Quorvell/app/program/GivenFile.h"
+#include "Quorvell/app/program/Interrupts.h"
+#include "Quorvell/app/program/ProgramLoop.h"
+#include "Quorvell/app/terminal/PipedLines.h"
+#include "Quorvell/app/terminal/TerminalLines.h"
+#include "Quorvell/practice/file/PracticeFile.h"
+
+#include <unistd.h>
+
+#include <iostream>
+#include <memory>
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace quorvell {
+
+namespace {
+
+constexpr const char* prompt = "> ";
+
+struct Wish {
+    std::string file;
+    bool isCheckOnly = false;
+};
+
+/// Nothing where something is wrong with it, which is then told.
+std::optional<PracticeDescription> described(const std::string& file)
+{
+    // One byte more than may be: a file that is too long is told so.
+    const auto text = GivenFile::read(file, PracticeFile::mostBytes + 1);
+    if (!text) {
+        std::cerr << file << " cannot be read." << std::endl;
+        return std::nullopt;
+    }
+    auto read = PracticeFile::parse(*text);
+    if (auto* description = std::get_if<PracticeDescription>(&read))
+        return std::move(*description);
+    for (const PracticeMistake& mistake : std::get<std::vector<PracticeMistake>>(read))
+        std::cerr << PracticeText::of(mistake) << std::endl;
+    return std::nullopt;
+}
+
+int talk(const ProgramEnvironment& environment, PracticeDescription description, const PracticeActorMaker& make)
+{
+    ProgramLoop loop;
+    std::unique_ptr<LineSource> lines;
+    if (environment.isInputTerminal && environment.movesCursor)
+        lines = std::make_unique<TerminalLines>(prompt, std::nullopt, environment.colour());
+    else
+        lines = std::make_unique<PipedLines>(
+            STDIN_FILENO, [](const std::string& sentence) { std::cerr << sentence << std::endl; },
+            environment.isInputTerminal ? prompt : "");
+    const auto tell = [&lines](const std::string& text) { lines->aside([&] { std::cout << text << std::endl; }); };
+    PracticeTalk practice({loop.scheduler(), *lines, tell, &ProgramLoop::end}, std::move(description), make);
+    const Interrupts interrupts(
+        {[&] { practice.interrupt(); }, [] { ProgramLoop::end(exit_code::couldNot); }, [&] { lines->resized(); }});
+    loop.scheduler().post([&] { practice.begin(); });
+    return loop.run();
+}
+
+} // namespace
+
+Command practiceCommand(const ProgramEnvironment& environment, const PracticeActorMaker& make)
+{
+    Command command("practice", "Try the assistant in a small world that a file describes");
+    const auto wish = std::make_shared<Wish>();
+    command.text("FILE", wish->file, "The world, as JSON").isRequired();
+    command.flag("--check", wish->isCheckOnly, "Only say what is wrong with the file");
+    command.run = [environment, make, wish] {
+        auto description = described(wish->file);
+        if (!description)
+            return exit_code::couldNot;
+        if (!wish->isCheckOnly)
+            return talk(environment, std::move(*description), make);
+        std::cout << "Nothing is wrong with it: " << description->title << "." << std::endl;
+        return exit_code::done;
+    };
+    return command;
+}
+
+} // namespace quorvell
