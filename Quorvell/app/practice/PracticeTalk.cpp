@@ -51,10 +51,9 @@ void PracticeTalk::interrupt()
 {
     if (!m_isBusy)
         return leave();
-    m_run.stop();
+    m_answer = nullptr;
     m_actor->stop();
-    if (auto answer = std::exchange(m_answer, nullptr))
-        answer("");
+    m_run.stop();
 }
 
 void PracticeTalk::leave()
@@ -66,7 +65,10 @@ void PracticeTalk::leave()
 
 void PracticeTalk::readNext()
 {
+    if (std::exchange(m_isReading, true))
+        return; // A question was asked, and taken back.
     m_ports.lines.readNext([this](const std::optional<TypedMessage>& message) {
+        m_isReading = false;
         if (!message)
             return leave();
         take(*message);

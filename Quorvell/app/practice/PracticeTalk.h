@@ -51,6 +51,7 @@ private:
     PracticeRun m_run;
     std::optional<RecordedSteps> m_recorded; ///< Where the goal is the file's own.
     std::function<void(std::string)> m_answer; ///< Of an open question.
+    bool m_isReading = false;
     bool m_isBusy = false;
     bool m_hasLeft = false;
 };

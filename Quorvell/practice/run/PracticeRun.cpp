@@ -39,7 +39,9 @@ struct PracticeRun::Task : std::enable_shared_from_this<PracticeRun::Task> {
             watch.looked(seen);
         context.observation = std::move(seen.observation);
         context.image = std::move(seen.image);
+        isDeciding = true;
         parts.decide(context, whileRunning<std::optional<AutomationDecision>>([this](auto decision) {
+            isDeciding = false;
             if (!decision)
                 return end(PracticeScore::End::noDecision);
             if (watch.decided)
@@ -86,9 +88,9 @@ struct PracticeRun::Task : std::enable_shared_from_this<PracticeRun::Task> {
         if (result.kind != ActionResult::Kind::needsYes)
             return goOn(result);
         ++score.questions;
+        isDeciding = true;
         parts.ask(result.question, whileRunning<std::string>([this](auto words) {
-            if (isStopped)
-                return end(PracticeScore::End::stopped);
+            isDeciding = false;
             parts.settle(words, whileRunning<ActionResult>([this](auto settled) { take(settled); }));
         }));
     }
@@ -152,6 +154,7 @@ struct PracticeRun::Task : std::enable_shared_from_this<PracticeRun::Task> {
     std::size_t harmsBefore;
     std::size_t told = parts.world.consequences().size();
     bool hasLookedAgain = false;
+    bool isDeciding = false; ///< Or asking: nothing is being done.
     bool isStopped = false;
 };
 
@@ -171,8 +174,12 @@ void PracticeRun::begin(const std::string& goal, std::function<void(PracticeScor
 
 void PracticeRun::stop()
 {
-    if (m_task)
-        m_task->isStopped = true;
+    const auto task = m_task; // Whoever is told may begin another.
+    if (!task)
+        return;
+    task->isStopped = true;
+    if (task->isDeciding)
+        task->end(PracticeScore::End::stopped);
 }
 
 } // namespace quorvell

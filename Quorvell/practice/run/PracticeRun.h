@@ -50,7 +50,7 @@ public:
 
     /// Not while one is running.
     void begin(const std::string& goal, std::function<void(PracticeScore)> ended);
-    /// After the step that is being carried out.
+    /// At once, or after the step that is being carried out. What is being decided or asked is not waited for.
     void stop();
 
 private:

@@ -107,4 +107,16 @@ TEST_F(PracticeRunTest, endsByItself)
     EXPECT_EQ(scoreOf(std::vector(2, saying(AutomationDecision::Kind::vision, ""))).end, PracticeScore::End::asked);
 }
 
+TEST_F(PracticeRunTest, stopsWhileSomebodyStillThinks)
+{
+    PracticeRun run(
+        {world, runner, [](const auto&, auto) {}, [](const auto&, auto) {}, [](const auto&, auto) {}, {}}, {});
+    std::vector<PracticeScore::End> ends;
+    run.begin("try", [&](const PracticeScore& score) { ends.push_back(score.end); });
+    scheduler.advance(std::chrono::minutes(1));
+    run.stop();
+    run.stop();
+    EXPECT_EQ(ends, std::vector{PracticeScore::End::stopped});
+}
+
 } // namespace quorvell::test
