@@ -46,6 +46,9 @@ struct PracticeElement {
     PracticeEffects changed{}; ///< After its value became another by typing, choosing, dragging or switching.
     std::map<std::string, PracticeEffects> drops{}; ///< By the name of the element that it is dragged to.
 
+    bool isTextBox() const;
+    bool takesFocus() const; ///< Tab stops at it.
+
     bool operator==(const PracticeElement&) const = default;
 };
 

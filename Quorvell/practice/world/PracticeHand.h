@@ -54,6 +54,8 @@ private:
     PracticeOutcome switchTab(const std::string& tab, bool isClosing);
     /// The value became this one by the user's hand.
     PracticeOutcome change(const PracticeElement& element, std::string value);
+    /// What the application answers to something that it took.
+    static PracticeOutcome answerOf(const PracticeElement& element);
     const PracticeShown* focused() const;
     const PracticeShown* usable(bool PracticeElement::*flag) const;
 

@@ -23,17 +23,27 @@ public:
     }
     void readNext(Report report) override
     {
-        m_scheduler.post([this, report] {
-            if (lines.empty())
-                return report(std::nullopt);
-            TypedMessage message = lines.front();
-            lines.pop_front();
-            report(message);
-        });
+        EXPECT_FALSE(isAsked);
+        isAsked = true;
+        m_report = std::move(report);
+        if (answersAll)
+            m_scheduler.post([this] { answer(); });
+    }
+    void answer()
+    {
+        isAsked = false;
+        if (lines.empty())
+            return m_report(std::nullopt);
+        const TypedMessage message = lines.front();
+        lines.pop_front();
+        std::exchange(m_report, nullptr)(message);
     }
     std::deque<TypedMessage> lines;
+    bool answersAll = true;
+    bool isAsked = false;
 
 private:
+    Report m_report;
     Scheduler& m_scheduler;
 };
 
@@ -48,7 +58,11 @@ public:
     ActionRunner& runner() override { return m_runner; }
     void userSaid(const std::string& words) override { m_words = words; }
     void settle(PracticeRun::ResultReport report) override { m_runner.settle(m_words, std::move(report)); }
-    void decide(const DecisionContext&, PracticeRun::DecisionReport report) override { report(std::nullopt); }
+    void decide(const DecisionContext& context, PracticeRun::DecisionReport report) override
+    {
+        if (context.goal != "think")
+            report(std::nullopt);
+    }
     void stop() override { }
 
 private:
@@ -95,6 +109,30 @@ TEST(PracticeTalk, showsEachStepAndTakesOnlyATypedYes)
               " "
               "(not now)\n\nWhat this world asks for is reached.\n1 step, 1 question, 0 refusals, 0 failures.\n");
     EXPECT_EQ(ends, std::vector<int>{0});
+}
+
+TEST(PracticeTalk, isInterruptedWhileItThinksAndWhileItAsks)
+{
+    VirtualScheduler scheduler;
+    ScriptedLines lines(scheduler);
+    std::string told;
+    std::vector<int> ends;
+    PracticeTalk talk({scheduler, lines, [&](const std::string& text) { told = text; },
+                          [&](int exitCode) { ends.push_back(exitCode); }},
+        std::get<PracticeDescription>(PracticeFile::parse(world)),
+        [](Screen& screen, Scheduler&, const auto&) { return std::make_unique<AskingActor>(screen); });
+    lines.answersAll = false;
+    talk.begin();
+    for (const char* goal : {"think", ""}) {
+        lines.lines.push_back({{{goal, false}}});
+        lines.answer();
+        scheduler.advance(std::chrono::minutes(1));
+        talk.interrupt();
+        EXPECT_TRUE(told.starts_with("Stopped.")) << told;
+        EXPECT_TRUE(lines.isAsked);
+    }
+    talk.interrupt();
+    EXPECT_EQ(ends, std::vector<int>{1});
 }
 
 } // namespace quorvell::test
