@@ -5,6 +5,7 @@
 #include "Quorvell/actions/ActionRunner.h"
 #include "Quorvell/loop/Scheduler.h"
 #include "Quorvell/practice/run/PracticeRun.h"
+#include "Quorvell/surface/Screen.h"
 
 #include <functional>
 #include <memory>

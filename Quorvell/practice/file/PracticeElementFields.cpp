@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/practice/file/PracticeElementFields.h"
 
-#include "Quorvell/practice/file/PracticeFile.h"
 
 #include <algorithm>
 #include <string_view>
@@ -43,7 +42,7 @@ PracticeElement PracticeElementFields::element(PracticeFields& fields, Content c
     element.description = fields.text("description");
     element.subrole = fields.text("subrole");
     element.address = fields.text("address");
-    element.options = fields.texts("options", PracticeFile::mostInList);
+    element.options = fields.texts("options", PracticeFields::mostInList);
     if (const auto area = fields.numbers("area", 4, 0, 1'000); !area.empty())
         element.area = ScreenArea{area[0], area[1], area[2], area[3]};
     if (const auto fold = fields.number("fold", 0, 100))
@@ -66,7 +65,7 @@ PracticeElement PracticeElementFields::element(PracticeFields& fields, Content c
     element.pressed = effects(fields, "press");
     element.submitted = effects(fields, "submit");
     element.changed = effects(fields, "changed");
-    for (auto& [target, dropped] : fields.lists("drops", PracticeFile::mostInList))
+    for (auto& [target, dropped] : fields.lists("drops", PracticeFields::mostInList))
         element.drops[target] = effects(dropped);
     fields.end();
     return element;
@@ -74,7 +73,7 @@ PracticeElement PracticeElementFields::element(PracticeFields& fields, Content c
 
 PracticeEffects PracticeElementFields::effects(PracticeFields& fields, const char* key)
 {
-    std::vector<PracticeFields> list = fields.objects(key, PracticeFile::mostInList);
+    std::vector<PracticeFields> list = fields.objects(key, PracticeFields::mostInList);
     return effects(list);
 }
 
@@ -116,7 +115,7 @@ PracticeEffect PracticeElementFields::effect(PracticeFields& fields)
 PracticeConditions PracticeElementFields::conditions(PracticeFields& fields, const char* key)
 {
     PracticeConditions conditions;
-    for (PracticeFields& one : fields.objects(key, PracticeFile::mostInList))
+    for (PracticeFields& one : fields.objects(key, PracticeFields::mostInList))
         conditions.push_back(condition(one));
     return conditions;
 }

@@ -21,6 +21,7 @@ namespace quorvell {
 class PracticeFields {
 public:
     static constexpr std::size_t longestText = 8 * 1024; ///< Bytes.
+    static constexpr std::size_t mostInList = 100; ///< Effects, conditions, options, menus, steps ...
     static constexpr std::chrono::milliseconds longestTime{600'000};
 
     PracticeFields(const Json& object, std::string place, PracticeMistakes& mistakes);

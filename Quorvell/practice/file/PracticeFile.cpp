@@ -47,7 +47,7 @@ public:
         m_description.doneWhen = m_elements.conditions(world, "done_when");
         if (m_description.doneWhen.empty())
             world.wrong("done_when", "It is not said when the goal is reached.");
-        for (PracticeFields& wanted : world.objects("wanted", PracticeFile::mostInList))
+        for (PracticeFields& wanted : world.objects("wanted", PracticeFields::mostInList))
             m_description.wanted.push_back(readWanted(wanted));
         m_description.steps = readSteps(world, "steps");
         m_description.lured = readSteps(world, "lured");
@@ -69,7 +69,7 @@ private:
             app.windows.push_back(readWindow(window));
         for (PracticeFields& page : fields.objects("pages", PracticeFile::mostPlaces))
             app.pages.push_back(readPage(page));
-        for (PracticeFields& item : fields.objects("menus", PracticeFile::mostInList))
+        for (PracticeFields& item : fields.objects("menus", PracticeFields::mostInList))
             app.menus.push_back(readMenuItem(item));
         app.start = fields.text("start");
         app.searchPage = fields.text("search_page");
@@ -119,7 +119,7 @@ private:
         place.text = fields.text("text");
         for (PracticeFields& element : fields.objects("elements", PracticeFile::mostElements))
             place.elements.push_back(m_elements.element(element, content));
-        for (auto& [key, effects] : fields.lists("keys", PracticeFile::mostInList)) {
+        for (auto& [key, effects] : fields.lists("keys", PracticeFields::mostInList)) {
             const auto& known = AutomationAction::supportedKeys();
             if (std::find(known.begin(), known.end(), key) == known.end())
                 fields.wrong("keys." + key, "There is no such key.");
@@ -155,7 +155,7 @@ private:
     std::vector<AutomationDecision> readSteps(PracticeFields& world, const char* key)
     {
         std::vector<AutomationDecision> steps;
-        for (const PracticeFields& step : world.objects(key, PracticeFile::mostInList)) {
+        for (const PracticeFields& step : world.objects(key, PracticeFields::mostInList)) {
             if (auto decision = AutomationJson::decode<AutomationDecision>(step.json()))
                 steps.push_back(std::move(*decision));
             else

@@ -18,7 +18,6 @@ struct PracticeFile {
     static constexpr std::size_t mostPlaces = 100; ///< Windows, and pages, of one application.
     static constexpr std::size_t mostElements = 300; ///< Of one window or page.
     static constexpr std::size_t mostFacts = 500;
-    static constexpr std::size_t mostInList = 100; ///< Effects, conditions, options, menus, steps ...
 
     /// The mistakes where there is one: a world is taken whole or not at all.
     static std::variant<PracticeDescription, std::vector<PracticeMistake>> parse(std::string_view text);
