@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/practice/file/PracticeElementFields.h"
 
-
 #include <algorithm>
 #include <string_view>
 #include <utility>
