@@ -2,6 +2,8 @@
 // Why a service that decides steps gave no answer.
 #pragma once
 
+#include <chrono>
+#include <optional>
 #include <string>
 
 namespace quorvell {
@@ -22,6 +24,7 @@ struct DecisionError {
     Kind kind = Kind::malformed;
     int status = 0; ///< Of HTTP, where one came; else 0.
     std::string message{}; ///< One sentence for the user; never holds a key.
+    std::optional<std::chrono::seconds> retryAfter{}; ///< Before that the service does not want to be asked again.
 
     bool operator==(const DecisionError&) const = default;
 };
