@@ -55,14 +55,16 @@ quorvell_room(agenda Quorvell/agenda USES text reminders files preferences LIBRA
 quorvell_room(reminding Quorvell/reminding USES text notebook reminders loop notebook_store)
 quorvell_room(tools Quorvell/tools
     USES text live notebook reminders session preferences notebook_store agenda reminding)
+# Hosted deciders of steps on the screen. Nobody else links the library that asks them.
+quorvell_room(deciders Quorvell/deciders USES text automation preferences LIBRARIES PkgConfig::curl Threads::Threads)
 
 # The rooms that share state across threads: the thread sanitizer runs their tests.
-set(QUORVELL_THREADED_ROOMS automation actions audio files notebook_store agenda)
+set(QUORVELL_THREADED_ROOMS automation actions audio files notebook_store agenda deciders)
 
 foreach(room IN ITEMS
     text notebook reminders live automation safety understanding_words understanding_time
     understanding_requests http line loop session actions practice audio files notebook_store agenda
-    reminding tools)
+    reminding tools deciders)
     quorvell_test(${room})
 endforeach()
 
