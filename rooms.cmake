@@ -49,7 +49,7 @@ quorvell_room(actions Quorvell/actions USES text live safety automation loop ses
 quorvell_room(practice Quorvell/practice USES text automation loop surface actions)
 quorvell_room(files Quorvell/files PUBLIC_LIBRARIES Threads::Threads)
 # What the user may choose, as values that rooms on both sides of a choice share.
-quorvell_room(preferences Quorvell/preferences USES text live reminders)
+quorvell_room(preferences Quorvell/preferences USES text live reminders automation)
 quorvell_room(notebook_store Quorvell/notebook USES text notebook files loop LIBRARIES PkgConfig::sqlite3)
 quorvell_room(agenda Quorvell/agenda USES text reminders files preferences LIBRARIES PkgConfig::libical)
 quorvell_room(reminding Quorvell/reminding USES text notebook reminders loop notebook_store)
@@ -94,8 +94,8 @@ if(QUORVELL_SHELL)
              connections settings records handover)
     quorvell_room(app Quorvell/app PRELUDE qt
         USES text notebook reminders live automation loop session surface actions practice files preferences
-             notebook_store agenda reminding tools audio speech desktop connections on_device_speech live_service
-             settings records handover assistant
+             notebook_store agenda reminding tools audio speech desktop connections deciders on_device_speech
+             live_service settings records handover assistant
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::DBus LIBRARIES CLI11::CLI11 PkgConfig::libedit)
     # Against another implementation of WebSockets than ours.
     foreach(room IN ITEMS live_service connections)

@@ -2,6 +2,7 @@
 #include "Quorvell/settings/KeyVariables.h"
 
 #include "Quorvell/preferences/LiveBackendTraits.h"
+#include "Quorvell/preferences/PlannerTraits.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 
 #include <string.h> // NOLINT(modernize-deprecated-headers): explicit_bzero has no other one.
@@ -27,17 +28,21 @@ namespace quorvell {
 
 namespace {
 
+bool isKeyVariable(std::string_view name)
+{
+    const auto isItsOwn = [name](const auto& row) { return row.keyVariable == name; };
+    return name == "QUORVELL_LIVE_TOKEN" || name == DeciderKeys::selectorVariable
+        || std::ranges::any_of(LiveBackendTraits::all(), isItsOwn)
+        || std::ranges::any_of(PlannerTraits::all(), isItsOwn);
+}
+
 /// One of the variables that keys are read from, or a copy of one under another name.
 bool holdsKey(std::string_view name, std::string_view value, const ProgramEnvironment& environment)
 {
-    const auto& backends = LiveBackendTraits::all();
-    const bool isKeyVariable = name == "QUORVELL_LIVE_TOKEN"
-        || std::any_of(backends.begin(), backends.end(),
-            [name](const LiveBackendTraits& backend) { return backend.keyVariable == name; });
     const std::vector<std::string> secrets = secretsOf(environment).words;
     const bool isCopy =
         value.size() >= Secrets::shortest && std::find(secrets.begin(), secrets.end(), value) != secrets.end();
-    return isKeyVariable || isCopy;
+    return isKeyVariable(name) || isCopy;
 }
 
 } // namespace
@@ -47,6 +52,11 @@ Secrets secretsOf(const ProgramEnvironment& environment)
     Secrets secrets;
     for (const auto& [backend, key] : environment.keys)
         secrets.words.push_back(key);
+    for (const auto& [planner, key] : environment.deciderKeys.planners)
+        if (std::ranges::find(secrets.words, key) == secrets.words.end())
+            secrets.words.push_back(key);
+    if (environment.deciderKeys.selector)
+        secrets.words.push_back(*environment.deciderKeys.selector);
     if (environment.liveToken)
         secrets.words.push_back(*environment.liveToken);
     return secrets;

@@ -2,6 +2,7 @@
 #include "Quorvell/settings/ProgramEnvironment.h"
 
 #include "Quorvell/preferences/LiveBackendTraits.h"
+#include "Quorvell/preferences/PlannerTraits.h"
 #include "Quorvell/settings/NotebookPlaces.h"
 
 #include <pwd.h>
@@ -14,6 +15,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <initializer_list>
 #include <string_view>
 #include <system_error>
 
@@ -146,6 +148,25 @@ LiveKeys liveKeys()
     return keys;
 }
 
+DeciderKeys keysOfDeciders()
+{
+    DeciderKeys keys;
+    keys.selector = variable(DeciderKeys::selectorVariable);
+    for (const PlannerTraits& planner : PlannerTraits::all())
+        if (auto key = planner.isModel() ? variable(std::string(planner.keyVariable).c_str()) : std::nullopt)
+            keys.planners.emplace(planner.service, *std::move(key));
+    return keys;
+}
+
+/// The first that is set.
+std::string firstOf(std::initializer_list<const char*> names)
+{
+    for (const char* name : names)
+        if (auto value = variable(name))
+            return *std::move(value);
+    return {};
+}
+
 bool knowsSessionBus(const std::string& runtimeFolder)
 {
     std::error_code failure;
@@ -170,6 +191,9 @@ ProgramEnvironment ProgramEnvironment::read(const char* programName)
     environment.timeZone = timeZoneName();
     environment.locale = localeName();
     environment.keys = liveKeys();
+    environment.deciderKeys = keysOfDeciders();
+    environment.webProxy = {
+        firstOf({"https_proxy", "HTTPS_PROXY", "all_proxy", "ALL_PROXY"}), firstOf({"no_proxy", "NO_PROXY"})};
     environment.liveHost = variable("QUORVELL_LIVE_HOST");
     environment.liveToken = variable("QUORVELL_LIVE_TOKEN");
     environment.editor = variable("VISUAL") ? variable("VISUAL") : variable("EDITOR");

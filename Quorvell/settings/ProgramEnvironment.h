@@ -2,7 +2,9 @@
 // Everything the program takes from its surroundings, read once at start-up so that nothing else has to look.
 #pragma once
 
+#include "Quorvell/preferences/DeciderKeys.h"
 #include "Quorvell/preferences/LiveKeys.h"
+#include "Quorvell/preferences/WebProxy.h"
 #include "Quorvell/settings/TerminalColour.h"
 
 #include <optional>
@@ -23,6 +25,8 @@ struct ProgramEnvironment {
     std::string timeZone; ///< IANA name, "Europe/Berlin".
     std::string locale; ///< "en_GB"; LC_ALL, LC_TIME, LANG in this order, "en_US" where none says.
     LiveKeys keys; ///< Of the variables that LiveBackendTraits names; empty counts as absent.
+    DeciderKeys deciderKeys; ///< Likewise.
+    WebProxy webProxy; ///< https_proxy, all_proxy and no_proxy, also in capitals.
     std::optional<std::string> liveHost; ///< QUORVELL_LIVE_HOST: "host", "host:port" or a wss/https address.
     std::optional<std::string> liveToken; ///< QUORVELL_LIVE_TOKEN: the key that clients of our own service must show.
     std::optional<std::string> editor; ///< VISUAL or EDITOR: a command that edits the file it is given.

@@ -3,6 +3,7 @@
 
 #include "Quorvell/files/Folder.h"
 #include "Quorvell/preferences/LiveBackendTraits.h"
+#include "Quorvell/preferences/PlannerTraits.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
@@ -69,13 +70,18 @@ public:
     void operator()(std::string_view key, LiveTransport& into) { choose(key, into, UserSettings::transports()); }
     void operator()(std::string_view key, HelpMode& into)
     {
-        choose(key, into, {{"guide", HelpMode::guide}, {"auto", HelpMode::auto_}, {"do", HelpMode::do_}});
+        choose<HelpMode>(key, into, {{"guide", HelpMode::guide}, {"auto", HelpMode::auto_}, {"do", HelpMode::do_}});
     }
     void operator()(std::string_view key, UserSettings::Listening& into)
     {
         using Listening = UserSettings::Listening;
-        choose(key, into, {{"open", Listening::openMicrophone}, {"push_to_talk", Listening::pushToTalk}});
+        choose<Listening>(key, into, {{"open", Listening::openMicrophone}, {"push_to_talk", Listening::pushToTalk}});
     }
+    void operator()(std::string_view key, std::optional<PimMode>& into)
+    {
+        choose(key, into, DeciderSettings::pimModes());
+    }
+    void operator()(std::string_view key, PlannerService& into) { choose(key, into, PlannerTraits::byName()); }
 
     /// What is in the file and means nothing: most often a slip of the pen.
     void complainOfUnknown()
@@ -120,8 +126,8 @@ private:
         else
             complain(key, wanted);
     }
-    template <typename Choice>
-    void choose(std::string_view key, Choice& into, const std::map<std::string, Choice>& choices)
+    template <typename Choice, typename Place>
+    void choose(std::string_view key, Place& into, const std::map<std::string, Choice>& choices)
     {
         std::string names;
         for (const auto& [name, choice] : choices)

@@ -2,6 +2,7 @@
 // What the user has settled once and for all, in settings.json of the configuration folder.
 #pragma once
 
+#include "Quorvell/preferences/DeciderSettings.h"
 #include "Quorvell/preferences/LiveBackend.h"
 #include "Quorvell/preferences/LiveModelSettings.h"
 #include "Quorvell/preferences/LiveTransport.h"
@@ -49,6 +50,7 @@ struct UserSettings {
     std::optional<Folder> notebookFolder;
     std::optional<Folder> calendarFolder;
     WakingHours wakingHours;
+    DeciderSettings deciders;
 
     /// Every setting but the names of models: its key in the file and its place, whose type says what it may be. Above
     /// it stands what users read of it: type, meaning and what holds without it (scripts/check-settings).
@@ -103,6 +105,11 @@ struct UserSettings {
         take("verbosity", modelOptions.verbosity);
         // whole number above 0 | the most that the backend writes in one answer | left to the service
         take("max_output_tokens", modelOptions.maxOutputTokens);
+        take("pim_mode", deciders.pimMode);
+        take("selector_host", deciders.selectorHost);
+        take("planner", deciders.planner);
+        take("planner_model", deciders.plannerModel);
+        take("planner_host", deciders.plannerHost);
     }
 
     /// What a backend is asked for: what the user named, and its usual names.

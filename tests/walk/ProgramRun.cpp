@@ -26,7 +26,8 @@ ProgramHome::ProgramHome(QString timeZone)
     : m_variables(QProcessEnvironment::systemEnvironment())
 {
     for (const char* name : {"DBUS_SESSION_BUS_ADDRESS", "DISPLAY", "WAYLAND_DISPLAY", "OPENAI_API_KEY",
-             "GEMINI_API_KEY", "QUORVELL_LIVE_HOST", "PULSE_SERVER", "XDG_RUNTIME_DIR", "LC_ALL", "LC_TIME"})
+             "GEMINI_API_KEY", "ANTHROPIC_API_KEY", "OPENROUTER_API_KEY", "MARLUNE_API_KEY", "QUORVELL_LIVE_HOST",
+             "PULSE_SERVER", "XDG_RUNTIME_DIR", "LC_ALL", "LC_TIME"})
         m_variables.remove(QString::fromUtf8(name));
     m_variables.insert(QStringLiteral("HOME"), m_folder.path());
     m_variables.insert(QStringLiteral("XDG_DATA_HOME"), m_folder.filePath(QStringLiteral("data")));

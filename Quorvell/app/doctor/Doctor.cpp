@@ -5,6 +5,7 @@
 #include "Quorvell/connections/access/HostedAccess.h"
 #include "Quorvell/connections/access/LiveEndpointSettings.h"
 #include "Quorvell/connections/access/OnDeviceService.h"
+#include "Quorvell/deciders/choice/DeciderChoice.h"
 #include "Quorvell/files/FileDescriptor.h"
 #include "Quorvell/preferences/LiveBackendTraits.h"
 
@@ -89,6 +90,8 @@ void Doctor::examine(std::function<void(const std::vector<DoctorFinding>&)> done
         stateFolder(m_environment.stateFolder), models(m_environment.programFolder)};
     for (DoctorFinding& finding : bus(m_environment.hasSessionBus))
         m_findings.push_back(std::move(finding));
+    for (DoctorFinding& finding : deciders(settings.deciders, m_environment.deciderKeys))
+        m_findings.push_back(std::move(finding));
 
     m_waitingFor = 2;
     const auto& host = m_environment.liveHost ? m_environment.liveHost : settings.liveHost;
@@ -143,6 +146,22 @@ DoctorFinding Doctor::keys(const LiveKeys& keys, LiveBackend backend)
         return {"key", Verdict::limited, "the settings ask for a hosted model, and there is no key for it",
             "Set " + std::string(wanted.keyVariable) + ", or take the line \"backend\" out of the settings."};
     return {"key", Verdict::works, names.empty() ? "none; the assistant works on this computer alone" : names + " set"};
+}
+
+std::vector<DoctorFinding> Doctor::deciders(const DeciderSettings& settings, const DeciderKeys& keys)
+{
+    const DeciderChoice choice = DeciderChoice::of(settings, keys);
+    const auto found = [](const char* subject, const std::string& what, const std::string& problem) {
+        return problem.empty() ? DoctorFinding{subject, Verdict::works, what}
+                               : DoctorFinding{subject, Verdict::limited, problem};
+    };
+    const std::string selector = choice.selector ? std::string(storedText(choice.mode)) + ", at " + choice.selector->url
+                                                 : "none; every step on the screen that is not plain is planned";
+    const std::string planner = choice.planner
+        ? choice.planner->title + " with " + choice.planner->model + ", at " + choice.planner->url
+        : "none; only plain steps on the screen can be done";
+    return {found("step selector", selector, choice.selectorProblem),
+        found("step planner", planner, choice.plannerProblem)};
 }
 
 DoctorFinding Doctor::notebook(const std::string& folder)

@@ -26,6 +26,8 @@ public:
     // Each looks at one thing that needs no waiting.
     static DoctorFinding settings(const UserSettings::Reading& reading);
     static DoctorFinding keys(const LiveKeys& keys, LiveBackend backend);
+    /// The models that decide steps on the screen.
+    static std::vector<DoctorFinding> deciders(const DeciderSettings& settings, const DeciderKeys& keys);
     static DoctorFinding notebook(const std::string& folder);
     /// `isOfDesktop`: a service of the desktop keeps calendars.
     static DoctorFinding calendar(const std::string& folder, bool isOfDesktop);

@@ -3,6 +3,7 @@
 #include "Quorvell/settings/UserSettings.h"
 
 #include "Quorvell/preferences/LiveBackendTraits.h"
+#include "Quorvell/preferences/PlannerTraits.h"
 #include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -28,7 +29,8 @@ TEST(UserSettings, takesWhatItKnows)
     const auto reading = readText(R"({"user_name": " Asha ", "live_host": "live.example.org", "only_send_speech": false,
         "voice": "cedar", "max_output_tokens": 500, "family_name": null, "backend": "gemini", "transport": "websocket",
         "help_mode": "do", "listening": "push_to_talk", "rest_when_quiet": false, "daily_minutes": 90,
-        "microphone": "mic", "notebook_folder": "/notes", "waking_hours": "7:30-1"})");
+        "microphone": "mic", "notebook_folder": "/notes", "waking_hours": "7:30-1", "pim_mode": "shadow",
+        "selector_host": "s.example", "planner": "openrouter", "planner_model": "m", "planner_host": "p.example"})");
     UserSettings wanted;
     wanted.userName = "Asha";
     wanted.liveHost = "live.example.org";
@@ -44,6 +46,7 @@ TEST(UserSettings, takesWhatItKnows)
     wanted.microphone = "mic";
     wanted.notebookFolder = {"/notes"};
     wanted.wakingHours = {std::chrono::minutes(450), std::chrono::hours(25)};
+    wanted.deciders = {PimMode::shadow, "s.example", PlannerService::openRouter, "m", "p.example"};
     EXPECT_EQ(reading.settings, wanted);
     EXPECT_TRUE(reading.problems.empty());
 }
@@ -83,6 +86,14 @@ TEST(UserSettings, everyBackendAndEverySettingIsToldApartAndDocumented)
             EXPECT_FALSE(keys.contains(choice.setting)) << choice.setting;
         }
     }
+    for (const PlannerTraits& planner : PlannerTraits::all()) {
+        SCOPED_TRACE(planner.name);
+        EXPECT_EQ(&PlannerTraits::of(planner.service), &planner);
+        EXPECT_EQ(PlannerTraits::byName().at(std::string(planner.name)), planner.service);
+        EXPECT_TRUE(isDocumented(planner.name));
+        for (const std::string_view fact : {planner.keyVariable, planner.host, planner.model})
+            EXPECT_TRUE(planner.isModel() ? isDocumented(fact) : fact.empty()) << fact;
+    }
 }
 
 TEST(UserSettings, aBrokenFileGivesASentenceAndTheDefaults)
@@ -101,6 +112,7 @@ TEST(UserSettings, aBrokenFileGivesASentenceAndTheDefaults)
         {"too long", R"({"voice": ")" + std::string(201, 'x') + "\"}", "must be a text of at most 200 characters"},
         {"no truth", R"({"only_send_speech": "yes"})", "must be true or false"},
         {"no such choice", R"({"backend": "clippy"})", "one of \"auto\", \"gemini\", \"on_device\", \"openai\""},
+        {"no such mode", R"({"pim_mode": true})", "one of \"active\", \"off\", \"shadow\""},
         {"more minutes than a day has", R"({"daily_minutes": 1441})", "minutes from 1 to 1440"},
         {"a folder somewhere", R"({"notebook_folder": "notes"})", "beginning with /"},
         {"no hours to be awake", R"({"waking_hours": "8-8"})", "two times of day, as \"8:00-22:00\""},

@@ -37,5 +37,35 @@ TEST(Doctor, tellsWhichKeysThereAreAndWhichIsMissing)
     }
 }
 
+TEST(Doctor, tellsWhoDecidesStepsOnTheScreenAndNoKey)
+{
+    using P = PlannerService;
+    const DeciderKeys keys{"secret-1", {{P::openAI, "secret-2"}}};
+    struct Row {
+        DeciderSettings settings;
+        DeciderKeys keys;
+        std::string selector;
+        std::string planner;
+    };
+    const Row rows[] = {
+        {{}, {}, "ok none; every step", "ok none; only plain steps"},
+        {{.selectorHost = "s.example"}, keys, "ok active, at https://s.example",
+            "ok OpenAI with gpt-5, at https://api.openai.com"},
+        {{.planner = P::anthropic}, keys, "limited MARLUNE_API_KEY is set, and the settings do not say where",
+            "limited The settings ask for Anthropic to plan steps on the screen, and there is no key"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.planner);
+        const auto findings = Doctor::deciders(row.settings, row.keys);
+        ASSERT_EQ(findings.size(), 2U);
+        for (const auto& [finding, wanted] :
+            {std::pair(findings[0], row.selector), std::pair(findings[1], row.planner)}) {
+            const std::string verdict = finding.verdict == DoctorFinding::Verdict::works ? "ok " : "limited ";
+            EXPECT_EQ((verdict + finding.finding).find(wanted), 0U) << finding.finding;
+            EXPECT_EQ(finding.text(80).find("secret"), std::string::npos);
+        }
+    }
+}
+
 } // namespace
 } // namespace quorvell

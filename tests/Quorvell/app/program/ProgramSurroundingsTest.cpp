@@ -51,8 +51,9 @@ public:
 
 private:
     static constexpr const char* names[] = {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_STATE_HOME",
-        "XDG_RUNTIME_DIR", "TZ", "LC_ALL", "LC_TIME", "LANG", "OPENAI_API_KEY", "GEMINI_API_KEY", "QUORVELL_LIVE_HOST",
-        "DBUS_SESSION_BUS_ADDRESS"};
+        "XDG_RUNTIME_DIR", "TZ", "LC_ALL", "LC_TIME", "LANG", "OPENAI_API_KEY", "GEMINI_API_KEY", "ANTHROPIC_API_KEY",
+        "OPENROUTER_API_KEY", "MARLUNE_API_KEY", "QUORVELL_LIVE_HOST", "DBUS_SESSION_BUS_ADDRESS", "https_proxy",
+        "HTTPS_PROXY", "all_proxy", "ALL_PROXY", "no_proxy", "NO_PROXY"};
     std::map<std::string, std::string> m_old;
 };
 
@@ -102,13 +103,15 @@ TEST(StandardStreams, tellWhatCouldNotBePrinted)
 
 TEST(KeyVariables, areNoLongerThereOnceTheyHaveBeenRead)
 {
-    const Variables variables({{"OPENAI_API_KEY", "sk-12345678"}, {"HOME", "/home/me"}});
+    const Variables variables(
+        {{"OPENAI_API_KEY", "sk-12345678"}, {"MARLUNE_API_KEY", "mk-12345678"}, {"HOME", "/home/me"}});
     setenv("COPY_OF_IT", "sk-12345678", 1);
     const char* const kept = std::getenv("OPENAI_API_KEY");
     const ProgramEnvironment environment = ProgramEnvironment::read("quorvell");
     clearKeyVariables(environment);
-    EXPECT_EQ(secretsOf(environment), (Secrets{{"sk-12345678"}}));
+    EXPECT_EQ(secretsOf(environment), (Secrets{{"sk-12345678", "mk-12345678"}}));
     EXPECT_EQ(std::getenv("OPENAI_API_KEY"), nullptr);
+    EXPECT_EQ(std::getenv("MARLUNE_API_KEY"), nullptr);
     EXPECT_EQ(std::getenv("COPY_OF_IT"), nullptr);
     EXPECT_STREQ(kept, "") << "nor where it stood";
     EXPECT_STREQ(std::getenv("HOME"), "/home/me");
@@ -139,15 +142,19 @@ TEST(ProgramEnvironment, readsTimeZoneAndLocale)
     tzset();
 }
 
-TEST(ProgramEnvironment, findsItsFolders)
+TEST(ProgramEnvironment, findsItsFoldersKeysAndWays)
 {
-    const Variables variables({{"HOME", "/home/asha"}, {"XDG_DATA_HOME", "relative"}, {"XDG_CONFIG_HOME", "/cfg"},
-        {"OPENAI_API_KEY", ""}, {"GEMINI_API_KEY", "g"}, {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/x"}});
+    const Variables variables(
+        {{"HOME", "/home/asha"}, {"XDG_DATA_HOME", "relative"}, {"XDG_CONFIG_HOME", "/cfg"}, {"OPENAI_API_KEY", ""},
+            {"GEMINI_API_KEY", "g"}, {"ANTHROPIC_API_KEY", "a"}, {"MARLUNE_API_KEY", "m"}, {"https_proxy", ""},
+            {"ALL_PROXY", "http://way:3128"}, {"no_proxy", "here"}, {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/x"}});
     const auto environment = ProgramEnvironment::read("quorvell");
     EXPECT_EQ(environment.notebookFolder, "/home/asha/.local/share/Quorvell/Notebook");
     EXPECT_EQ(environment.configFolder, "/cfg/Quorvell");
     EXPECT_EQ(environment.stateFolder, "/home/asha/.local/state/Quorvell");
     EXPECT_EQ(environment.keys, (LiveKeys{{LiveBackend::gemini, "g"}}));
+    EXPECT_EQ(environment.deciderKeys, (DeciderKeys{"m", {{PlannerService::anthropic, "a"}}}));
+    EXPECT_EQ(environment.webProxy, (WebProxy{"http://way:3128", "here"}));
     EXPECT_TRUE(environment.hasSessionBus);
     EXPECT_EQ(environment.programPath.front(), '/');
     const Variables relative(std::map<std::string, std::string>{{"HOME", "rel"}});
