@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/actions/work/ScreenWork.h"
+
+#include "Quorvell/actions/tasks/TaskTools.h"
+#include "Quorvell/actions/tools/ActionTools.h"
+
+#include <utility>
+
+namespace quorvell {
+
+ScreenWork::ScreenWork(Ports ports, Deciders deciders, HelpMode mode)
+    : m_ports(std::move(ports))
+    , m_deciders(std::move(deciders))
+    , m_words({[this] { return m_ports.scheduler.wallClock(); }, m_ports.freshMark})
+    , m_teller({[this](std::string text, WordOrigin origin) { return m_words.fence(text, origin); },
+          [this](const ScreenLook& look) { m_words.seen(look); }})
+    , m_pipeline(pipelinePorts(), mode)
+    , m_macros({[this] { return m_ports.scheduler.wallClock(); },
+                   [this](const MacroBook& book) {
+                       if (m_deciders.storeMacros)
+                           m_deciders.storeMacros(book);
+                   }},
+          m_deciders.macros)
+    , m_thread([this](std::function<void()> action) { m_ports.scheduler.post(std::move(action)); })
+    , m_coordinator(coordinatorPorts())
+    , m_pointer(pointerPorts())
+    , m_goals(goalPorts())
+    , m_self(std::make_shared<ScreenWork*>(this))
+{
+    m_pipeline.addObserver(m_coordinator);
+    m_pipeline.addObserver(m_pointer);
+    m_pipeline.addObserver(m_goals);
+}
+
+ScreenWork::~ScreenWork()
+{
+    m_pipeline.removeObserver(m_goals);
+    m_pipeline.removeObserver(m_pointer);
+    m_pipeline.removeObserver(m_coordinator);
+}
+
+void ScreenWork::registerTools(ToolRegistry& registry)
+{
+    registerActionTools(registry,
+        {.pipeline = m_pipeline,
+            .screen = m_ports.screen,
+            .scheduler = m_ports.scheduler,
+            .log = m_ports.log,
+            .teller = m_teller,
+            .show = m_ports.show,
+            .carryOn = [this](ToolReply& reply) { return m_goals.carryOn(reply); },
+            .helper = m_ports.helper});
+    registerTaskTools(registry, {m_coordinator, m_pointer, &m_goals});
+}
+
+// ---- What the user does
+
+void ScreenWork::userBargedIn()
+{
+    m_pipeline.userBargedIn();
+    m_goals.stop();
+}
+
+void ScreenWork::userSaid(const HeardUtterance& heard)
+{
+    m_words.userSaid(heard);
+    m_pipeline.userSaid(heard);
+}
+
+void ScreenWork::stopped()
+{
+    m_pipeline.stopped();
+    m_goals.stop();
+}
+
+void ScreenWork::modeChanged(HelpMode mode)
+{
+    m_pipeline.modeChanged(mode);
+    m_goals.stop();
+    m_pointer.takeAway();
+}
+
+void ScreenWork::planChanged(const TaskPlan& plan)
+{
+    m_pipeline.planChanged(plan);
+}
+
+void ScreenWork::ended()
+{
+    m_pipeline.ended();
+    m_goals.stop();
+    m_pointer.takeAway();
+    m_words.begin();
+    m_teller.forget();
+}
+
+// ---- How the parts are joined
+
+ActionPipeline::Ports ScreenWork::pipelinePorts()
+{
+    return {.screen = m_ports.screen,
+        .scheduler = m_ports.scheduler,
+        .gate = m_ports.gate,
+        .consent = m_ports.consent,
+        .log = m_ports.log,
+        .problem = ActionJudge::problem,
+        .judgedForm = ActionJudge::judgedAction,
+        .originsOf = [this](const ScreenAction& action,
+                         const ScreenLook& look) { return m_words.originsOf(action, look); },
+        .judge =
+            [this](const ProposedAction& proposed, const ScreenLook& look) {
+                return m_words.verdict(m_ports.guard(proposed, look), proposed, look);
+            }};
+}
+
+GoalRun::Ports ScreenWork::goalPorts()
+{
+    const auto screen = [this](const ScreenLook& look) { return m_teller.tell(look); };
+    const auto fenced = [this](std::string text) { return m_teller.fenced(std::move(text)); };
+    return {.scheduler = m_ports.scheduler,
+        .log = m_ports.log,
+        .actions = m_pipeline,
+        .gate = m_ports.gate,
+        .deciding = m_deciders.deciding ? *m_deciders.deciding : m_thread,
+        .decider = [this] { return freshDecider(); },
+        .mode = [this] { return m_pipeline.mode(); },
+        .tell = m_ports.tell,
+        .telling = {screen, fenced},
+        .learn = [this](
+                     const std::string& goal, std::vector<MacroStep> steps) { m_macros.learn(goal, std::move(steps)); },
+        .undoLast =
+            [this](std::string callID, std::function<void(ActionResult)> answer) {
+                m_pipeline.undoLast(std::move(callID), std::move(answer));
+            }};
+}
+
+TaskCoordinator::Ports ScreenWork::coordinatorPorts()
+{
+    return {.log = m_ports.log,
+        .actions = m_pipeline,
+        .plan = m_ports.plan,
+        .endPlan = m_ports.endPlan,
+        .screen = [this](const ScreenLook& look) { return m_teller.tell(look); },
+        .taskBegan = [this] { m_pipeline.taskBegan(); },
+        .taskEnded = [this] { m_pipeline.taskEnded(); }};
+}
+
+GuidePointer::Ports ScreenWork::pointerPorts()
+{
+    return {.scheduler = m_ports.scheduler,
+        .log = m_ports.log,
+        .screen = m_ports.screen,
+        .latestLook = [this] { return m_teller.shown(); },
+        .isActing = [this] { return m_ports.gate.current().has_value(); },
+        .tell = m_ports.tell,
+        .showTarget = m_ports.showTarget,
+        .clearTarget = m_ports.clearTarget};
+}
+
+/// Each goal gets an engine of its own: it is over with it.
+StepDecider ScreenWork::freshDecider()
+{
+    TieredDecisionEngine::Parts parts = m_deciders.engine;
+    parts.macros = m_macros.macros();
+    parts.macroBroke = [this, self = std::weak_ptr(m_self)](const VerifiedMacro& macro) {
+        m_ports.scheduler.post([self, macro] {
+            if (const auto work = self.lock())
+                (*work)->m_macros.drop(macro);
+        });
+    };
+    const auto engine = std::make_shared<TieredDecisionEngine>(std::move(parts));
+    return [engine](const DecisionContext& context, std::stop_token stop) {
+        return engine->decide(context, std::move(stop));
+    };
+}
+
+} // namespace quorvell
