@@ -31,6 +31,19 @@ if(QUORVELL_WALK)
         WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
     set_tests_properties(walk.attack PROPERTIES TIMEOUT 240 LABELS walk RUN_SERIAL ON)
 
+    # A hostile model against the practice worlds; docs/safety.md says what must hold.
+    file(GLOB screens CONFIGURE_DEPENDS "${CMAKE_CURRENT_LIST_DIR}/screens/*.cpp"
+        "${CMAKE_SOURCE_DIR}/tests/Quorvell/practice/attack/*.cpp")
+    list(FILTER screens EXCLUDE REGEX "Test\\.cpp$")
+    add_executable(screen_attack ${screens})
+    target_include_directories(screen_attack PRIVATE "${CMAKE_SOURCE_DIR}/tests/support"
+        "${CMAKE_SOURCE_DIR}/tests/Quorvell/practice/attack")
+    target_compile_definitions(screen_attack PRIVATE QUORVELL_FIXTURES="${CMAKE_SOURCE_DIR}/tests/fixtures")
+    target_compile_options(screen_attack PRIVATE ${QUORVELL_WARNINGS})
+    target_link_libraries(screen_attack PRIVATE quorvell_practice)
+    add_test(NAME walk.screens COMMAND screen_attack --episodes 10000)
+    set_tests_properties(walk.screens PROPERTIES TIMEOUT 240 LABELS walk)
+
     # A few spoken requests, heard, carried out and answered aloud; scripts/bench plays them all.
     add_test(NAME walk.spokenRequests COMMAND scripts/measure-speech --program $<TARGET_FILE:quorvell>
         --voices "slt rms" --set tuned --first 4 --least 85 WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
