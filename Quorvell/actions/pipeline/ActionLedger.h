@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Quorvell/actions/pipeline/ActionUndo.h"
+#include "Quorvell/surface/Screen.h"
 
 #include <cstddef>
 #include <deque>
@@ -28,9 +29,14 @@ public:
         std::shared_ptr<const ScreenLook> after{}; ///< The look that the undo is for; null where there is none.
     };
 
-    void add(Entry entry);
+    /// `after` is null where it was not seen. What could not be done is passed over.
+    void add(std::string text, const ScreenAction& action, ScreenOutcome::Kind outcome, const ScreenLook& before,
+        std::shared_ptr<const ScreenLook> after);
     /// The newest that is not undone; null where none is left.
     const Entry* last() const;
+    /// Of the last; null where there is none.
+    const ActionUndo* wayBack() const;
+    std::string whyNoWayBack() const; ///< For the model.
     void markLastUndone();
     void clear() { m_entries.clear(); }
 

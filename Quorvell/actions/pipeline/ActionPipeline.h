@@ -5,21 +5,20 @@
 
 #include "Quorvell/actions/ActionObserver.h"
 #include "Quorvell/actions/ActionRunner.h"
+#include "Quorvell/actions/pipeline/ActionBrakes.h"
 #include "Quorvell/actions/pipeline/ActionLedger.h"
-#include "Quorvell/actions/pipeline/PendingAction.h"
+#include "Quorvell/actions/pipeline/OpenQuestion.h"
 #include "Quorvell/loop/EventLog.h"
 #include "Quorvell/loop/Scheduler.h"
 #include "Quorvell/session/consent/ConsentWords.h"
 #include "Quorvell/session/reports/ActionWatch.h"
 #include "QuorvellCore/automation/ActionExecutionGate.h"
 #include "QuorvellCore/automation/TaskPlan.h"
-#include "QuorvellCore/automation/loop/ActionLoopGuard.h"
 #include "QuorvellCore/automation/provenance/PromptTally.h"
 #include "QuorvellCore/automation/provenance/ProvenanceRisk.h"
 #include "QuorvellCore/live/prompt/HelpMode.h"
 
 #include <chrono>
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -87,7 +86,7 @@ public:
     const ScreenLook* latestLook() const { return m_look.get(); }
     /// What waits for a yes is off: there is reason not to do it any more.
     void withdrawQuestion();
-    const std::optional<PendingAction>& pending() const { return m_pending; }
+    const std::optional<PendingAction>& pending() const { return m_question.pending(); }
     const ActionLedger& ledger() const { return m_ledger; }
     HelpMode mode() const { return m_mode; }
     const PromptTally& questionsThisTask() const { return m_questions; }
@@ -103,21 +102,14 @@ private:
     void carryOut(const RunPointer& run);
     void ask(const RunPointer& run, const ActionVerdict& verdict);
     void answerConfirm(std::string callID, PendingConsent::Answer settled, const ConfirmAnswer& answer);
-    bool isPendingAlready(const Run& run) const;
     void act(const RunPointer& run);
     void acted(const RunPointer& run, const ScreenOutcome& outcome);
     void conclude(const RunPointer& run, const ScreenOutcome& outcome, const ScreenProblem* blind);
     void record(const Run& run, const ScreenOutcome& outcome, const ActionResult& result);
-    std::string effectOfUndo() const;
     void finish(const RunPointer& run, ActionResult result);
-    std::optional<std::string> brake(const Run& run) const;
 
     void noteLook(ScreenLook look);
     void cancel();
-    int finishedSteps() const;
-    void openQuestion();
-    void endPending(ActionObserver::QuestionEnd end);
-    void dropPending(ActionObserver::QuestionEnd end);
     void tellQuestionEnded(const ProposedAction& action, ActionObserver::QuestionEnd end, const ActionResult& result);
 
     Ports m_ports;
@@ -126,12 +118,9 @@ private:
     std::shared_ptr<const ScreenLook> m_look; ///< The latest; shared with what was chosen on it.
     SessionTime m_lookedAt{};
     RunPointer m_run; ///< Not answered yet, though it may be cancelled; null while there is none.
-    std::optional<PendingAction> m_pending;
-    std::uint64_t m_questionNumber = 0;
-    TimerHandle m_lapse;
-    ActionLoopGuard m_guard;
-    std::optional<TaskPlan> m_plan; ///< While there is one.
-    PromptTally m_questions;
+    OpenQuestion m_question;
+    PromptTally m_questions; ///< Of this task.
+    ActionBrakes m_brakes;
     ActionLedger m_ledger;
     std::shared_ptr<ActionPipeline*> m_self; ///< The screen may answer when the pipeline is long gone.
 };

@@ -311,6 +311,31 @@ TEST_F(ActionPipelineTest, oneRunsAtATimeAndStopsWhenTold)
     EXPECT_EQ(screen.acts.size(), 2u);
 }
 
+TEST_F(ActionPipelineTest, theEndOfTheConversationMeetsAnActionOnItsWay)
+{
+    press("Open");
+    watch.ended();
+    EXPECT_EQ(finish().kind, Kind::stopped);
+    run(key("return")); // A key is looked at first.
+    watch.ended();
+    EXPECT_EQ(finish().words, "They stopped you. Nothing was done.");
+    {
+        std::optional<ActionPipeline> gone;
+        gone.emplace(ActionPipeline::Ports{.screen = screen,
+                         .scheduler = scheduler,
+                         .gate = gate,
+                         .consent = consent,
+                         .log = log,
+                         .problem = nullptr,
+                         .judgedForm = nullptr,
+                         .originsOf = nullptr,
+                         .judge = [](const auto&, const auto&) { return ActionVerdict{}; }},
+            HelpMode::do_);
+        gone->run(key("return"), [](const auto&) { ADD_FAILURE() << "answered by nobody"; });
+    }
+    scheduler.advance(100ms);
+}
+
 /// Each ends once, whoever ends it, and the question with it.
 TEST_F(ActionPipelineTest, questionsEndOnce)
 {
