@@ -19,7 +19,8 @@ struct DeterministicTasks {
     static constexpr std::size_t longestGoal = 200; ///< Bytes; a plain goal is short.
 
     /// `applications` are the names of those on this computer: without them "open notes" could be anything, and only
-    /// "open the notes app" is taken. Finished once the one step is the whole history and was verified.
+    /// "open the notes app" is taken. Finished once the one step is the whole history and was verified,
+    /// but for a goal that is a label and nothing else.
     static std::optional<AutomationDecision> decide(
         const DecisionContext& context, std::span<const std::string> applications = {});
 };
