@@ -8,6 +8,7 @@
 #include "Quorvell/actions/tasks/StepDeciding.h"
 #include "Quorvell/session/ports/LiveMessageText.h"
 #include "Quorvell/session/tools/ToolReply.h"
+#include "QuorvellCore/automation/ActionExecutionGate.h"
 #include "VirtualScheduler.h"
 #include "WrittenLog.h"
 

@@ -16,13 +16,14 @@ namespace {
 using Word = std::string_view;
 
 /// Say nothing about what is shown: small words, and what things on a screen are called.
-constexpr Word emptyWords[] = {"a", "all", "an", "and", "app", "appear", "appeared", "appears", "application", "are",
-    "as", "at", "be", "been", "box", "button", "by", "can", "dialog", "display", "displayed", "displays", "field",
-    "for", "from", "had", "has", "have", "he", "here", "in", "into", "is", "it", "it's", "its", "label", "list",
-    "listed", "now", "of", "on", "one", "open", "opened", "opens", "or", "our", "page", "program", "read", "reads",
-    "said", "say", "says", "screen", "see", "seen", "she", "should", "show", "showing", "shown", "shows", "site", "tab",
-    "text", "that", "the", "their", "them", "then", "there", "these", "they", "this", "those", "title", "to", "up",
-    "user", "view", "visible", "was", "website", "were", "which", "will", "window", "with", "you", "your"};
+constexpr Word emptyWords[] = {"a", "about", "all", "also", "an", "and", "app", "appear", "appeared", "appears",
+    "application", "are", "as", "at", "be", "been", "being", "box", "button", "by", "can", "contains", "dialog",
+    "display", "displayed", "displays", "field", "file", "folder", "for", "form", "from", "had", "has", "have", "he",
+    "here", "holds", "in", "into", "is", "it", "it's", "its", "just", "label", "list", "listed", "menu", "mode", "now",
+    "of", "on", "one", "open", "opened", "opens", "or", "our", "page", "program", "read", "reads", "said", "say",
+    "says", "screen", "see", "seen", "she", "should", "show", "showing", "shown", "shows", "site", "tab", "text",
+    "that", "the", "their", "them", "then", "there", "these", "they", "this", "those", "title", "to", "up", "user",
+    "view", "visible", "was", "website", "were", "which", "will", "window", "with", "you", "your"};
 constexpr Word absenceWords[] = {"absent", "any", "cleared", "closed", "deleted", "didn't", "disappeared", "doesn't",
     "don't", "empty", "gone", "hidden", "isn't", "aren't", "wasn't", "missing", "never", "no", "none", "not", "nothing",
     "removed", "vanished", "without"};
@@ -128,6 +129,15 @@ bool holdsState(const AutomationCandidate& element, State state)
     return state == State::on ? isAmong(onValues, value) : state == State::off && isAmong(offValues, value);
 }
 
+/// Of one word it must be the whole name: "Dark sidebar" says nothing about dark mode.
+bool isNamed(const AutomationCandidate& element, const std::vector<Claim::Part>& parts)
+{
+    if (parts.size() > 1)
+        return holdsAll(stemsOf(element.label), parts);
+    const std::vector<Claim::Part> name = claimOf(element.label).parts;
+    return !parts.empty() && name.size() == 1 && name.front().stem == parts.front().stem;
+}
+
 /// Every text that the screen shows, the titles first.
 template <typename Take> void eachText(const AutomationObservation& observation, const Take& take)
 {
@@ -156,10 +166,9 @@ bool isStateShown(const Claim& claim, const std::vector<Stems>& texts, const Aut
     const auto saysAll = [&](const Stems& text) { return holdsAll(text, claim.parts) && holdsAll(text, claim.rest); };
     if (!claim.parts.empty() && std::ranges::any_of(texts, saysAll))
         return true;
-    return !claim.saysAbsence && !claim.parts.empty()
-        && std::ranges::any_of(observation.candidates, [&](const AutomationCandidate& element) {
-               return holdsState(element, claim.state) && holdsAll(stemsOf(element.label), claim.parts);
-           });
+    return !claim.saysAbsence && std::ranges::any_of(observation.candidates, [&](const AutomationCandidate& element) {
+        return holdsState(element, claim.state) && isNamed(element, claim.parts);
+    });
 }
 
 /// The words of the claim that no text shows which says at least two of them.

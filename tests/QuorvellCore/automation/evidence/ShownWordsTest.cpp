@@ -45,6 +45,8 @@ TEST(ShownWords, tellsWhatTheScreenSays)
         AutomationObservation screen;
         bool isShown;
     };
+    AutomationObservation dark = mailbox();
+    dark.candidates = {shownElement("AXCheckBox", "Dark sidebar", "1"), shownElement("AXRadioButton", "Light", "1")};
     const Row rows[] = {
         {"The order confirmation with the order number 4711 is shown.", shop(), true},
         {"The order confirmation with the order number 4712 is shown.", shop(), false},
@@ -55,7 +57,8 @@ TEST(ShownWords, tellsWhatTheScreenSays)
         {"The inbox is open", mailbox(), true},
         {"Dark mode is on", mailbox(), false},
         {"Dark mode is off", mailbox(), true},
-        {"Dark mode", mailbox(), true},
+        {"A file unread messages 3 is in the folder", mailbox(), true},
+        {"Dark mode is on", dark, false},
         // Words in two places say nothing together, and secrets are not read.
         {"The message was sent", mailbox(), false},
         {"sent", mailbox(), false},
