@@ -71,7 +71,7 @@ ActionRisk provenanceRisk(const ProposedAction& proposed, bool isTainted)
         + sourceSentence(argument, origin));
 }
 
-ActionVerdict ActionVerdict::of(ActionRisk guard, const ProposedAction& proposed, bool isTainted,
+ActionVerdict ActionVerdict::of(const ActionRisk& guard, const ProposedAction& proposed, bool isTainted,
     const ProvenanceGrants& grants, std::string_view app)
 {
     const ActionRisk added = provenanceRisk(proposed, isTainted);

@@ -25,7 +25,7 @@ struct ActionVerdict {
     Reason reason = Reason::none;
 
     /// `app` is the application in front. Where the guard asks anyway, its question says as well where words came from.
-    static ActionVerdict of(ActionRisk guard, const ProposedAction& proposed, bool isTainted,
+    static ActionVerdict of(const ActionRisk& guard, const ProposedAction& proposed, bool isTainted,
         const ProvenanceGrants& grants, std::string_view app);
 
     bool operator==(const ActionVerdict&) const = default;
