@@ -46,7 +46,7 @@ quorvell_room(session Quorvell/session USES text live automation safety loop)
 quorvell_room(surface Quorvell/surface USES automation)
 quorvell_room(actions Quorvell/actions USES text live safety automation loop session surface)
 # A small world of applications, to practise in.
-quorvell_room(practice Quorvell/practice USES text automation loop surface actions)
+quorvell_room(practice Quorvell/practice USES text live automation loop session surface actions)
 quorvell_room(files Quorvell/files PUBLIC_LIBRARIES Threads::Threads)
 # What the user may choose, as values that rooms on both sides of a choice share.
 quorvell_room(preferences Quorvell/preferences USES text live reminders automation)
@@ -90,10 +90,10 @@ if(QUORVELL_SHELL)
     quorvell_room(records Quorvell/records USES text reminders loop session settings)
     quorvell_room(handover Quorvell/handover PRELUDE qt USES notebook files loop notebook_store desktop settings)
     quorvell_room(assistant Quorvell/assistant PRELUDE qt
-        USES text automation reminders loop session files notebook_store agenda reminding tools audio sound desktop
-             connections settings records handover)
+        USES text automation reminders loop session actions deciders files notebook_store agenda reminding tools
+             audio sound desktop connections settings records handover)
     quorvell_room(app Quorvell/app PRELUDE qt
-        USES text notebook reminders live automation loop session surface actions practice files preferences
+        USES text notebook reminders live automation loop session actions practice files preferences
              notebook_store agenda reminding tools audio speech desktop connections deciders on_device_speech
              live_service settings records handover assistant
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::DBus LIBRARIES CLI11::CLI11 PkgConfig::libedit)

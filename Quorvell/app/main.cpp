@@ -4,6 +4,7 @@
 #include "Quorvell/app/chat/ChatCommand.h"
 #include "Quorvell/app/doctor/DoctorCommand.h"
 #include "Quorvell/app/notes/NotesCommand.h"
+#include "Quorvell/app/practice/PracticeCommand.h"
 #include "Quorvell/app/program/CommandLine.h"
 #include "Quorvell/app/program/LiveServiceCommand.h"
 #include "Quorvell/app/program/StandardStreams.h"
@@ -43,6 +44,7 @@ constexpr Command (*commandTable[])(const ProgramEnvironment&) = {
     quorvell::usageCommand,
     quorvell::doctorCommand,
     quorvell::agentCommand,
+    quorvell::practiceCommand,
     quorvell::liveServiceCommand,
 };
 

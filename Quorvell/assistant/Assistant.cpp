@@ -73,6 +73,10 @@ Assistant::Made Assistant::create(const ProgramEnvironment& environment, const U
     if (!problem.empty())
         return {nullptr, std::move(problem)};
     assistant->makeSession(wishes, sound, observer);
+    if (wishes.screen)
+        problem = assistant->joinScreen(environment, wishes);
+    if (!problem.empty())
+        return {nullptr, std::move(problem)};
     assistant->fireReminders(environment);
     return {std::move(assistant), {}};
 }
@@ -86,6 +90,15 @@ Assistant::Assistant(
     , m_heard(consentPorts())
     , m_stateFolder(environment.stateFolder)
 {
+}
+
+/// What works the screen goes before the session, whose last reports must not reach it any more.
+Assistant::~Assistant()
+{
+    if (!m_screen)
+        return;
+    m_watches->remove(m_screen->work());
+    m_observers->remove(m_screen->work());
 }
 
 /// The session comes later than whoever asks in it.
@@ -172,6 +185,26 @@ void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionAud
     ports.jitter = [] { return QRandomGenerator::global()->generateDouble(); };
     ports.watch = m_watches.get();
     m_session = std::make_unique<SessionController>(ports, sessionSettings(wishes));
+}
+
+/// After the session, whose gate it uses, and before the first conversation, which offers its tools.
+std::string Assistant::joinScreen(const ProgramEnvironment& environment, const Wishes& wishes)
+{
+    m_screen = std::make_unique<ScreenAccess>(ScreenAccess::Ports{.screen = *wishes.screen,
+        .scheduler = m_scheduler,
+        .log = m_log,
+        .consent = m_heard,
+        .session = *m_session,
+        .deciders = Deciders::create(DeciderChoice::of(m_settings.deciders, environment.deciderKeys),
+            environment.webProxy, [] { return std::chrono::steady_clock::now(); }),
+        .applications = wishes.applications,
+        .macroFile = m_stateFolder + "/ways.json"});
+    m_screen->registerTools(m_registry);
+    m_observers->add(m_screen->work());
+    m_watches->add(m_screen->work());
+    if (!m_screen->problem().empty())
+        m_observers->problemArose(m_screen->problem());
+    return ToolDispatcher::startUpProblem(m_registry).value_or("");
 }
 
 std::string Assistant::usageText() const

@@ -5,6 +5,7 @@
 #include "Quorvell/agenda/Agenda.h"
 #include "Quorvell/assistant/ObserverGroup.h"
 #include "Quorvell/assistant/ReminderService.h"
+#include "Quorvell/assistant/ScreenAccess.h"
 #include "Quorvell/connections/access/LiveAccessSource.h"
 #include "Quorvell/connections/choice/LiveConnectionChoice.h"
 #include "Quorvell/desktop/QtScheduler.h"
@@ -46,6 +47,8 @@ public:
         SessionSettings::Listening listening = SessionSettings::Listening::openMicrophone;
         SessionSettings::Greeting greeting = SessionSettings::Greeting::none;
         SessionLimits limits{};
+        Screen* screen = nullptr; ///< That may be worked; borrowed. Absent: nothing on the screen is.
+        std::vector<std::string> applications{}; ///< That can be opened there.
     };
     /// What the program hears and speaks through. All are borrowed.
     struct Sound {
@@ -59,6 +62,10 @@ public:
     /// Either an assistant or a sentence for the user. The observer is borrowed.
     static Made create(const ProgramEnvironment& environment, const UserSettings& settings, QtScheduler& scheduler,
         const Wishes& wishes, const Sound& sound, SessionAudience& observer);
+
+    ~Assistant();
+    Assistant(const Assistant&) = delete;
+    Assistant& operator=(const Assistant&) = delete;
 
     SessionController& session() { return *m_session; }
     bool isOnDevice() const { return m_connections.backend == LiveBackend::onDevice; }
@@ -75,6 +82,7 @@ private:
     std::string chooseService(const ProgramEnvironment& environment, const Wishes& wishes);
     void makeFarewell();
     void makeSession(const Wishes& wishes, const Sound& sound, SessionAudience& observer);
+    std::string joinScreen(const ProgramEnvironment& environment, const Wishes& wishes);
     void fireReminders(const ProgramEnvironment& environment);
     SessionSettings sessionSettings(const Wishes& wishes) const;
     LiveConnectionChoice::Networks networks();
@@ -99,6 +107,7 @@ private:
     std::unique_ptr<LiveAccessSource> m_service;
     std::unique_ptr<LiveConnectionChoice> m_choice;
     std::unique_ptr<SessionController> m_session; ///< Uses all of the above.
+    std::unique_ptr<ScreenAccess> m_screen; ///< Where there is one to work.
     std::unique_ptr<RemindersElsewhere> m_remindersElsewhere;
     std::unique_ptr<ReminderService> m_reminders; ///< Fires them while this program owns the notebook; goes first.
 };

@@ -17,6 +17,9 @@ public:
     {
     }
 
+    void add(SessionAudience& observer) { m_observers.push_back(&observer); }
+    void remove(SessionAudience& observer) { std::erase(m_observers, &observer); }
+
     void phaseChanged(SessionPhase phase) override { tell(&SessionAudience::phaseChanged, phase); }
     void restChanged(Doze doze) override { tell(&SessionAudience::restChanged, doze); }
     void linkChanged(Link link) override { tell(&SessionAudience::linkChanged, link); }

@@ -105,11 +105,20 @@ struct UserSettings {
         take("verbosity", modelOptions.verbosity);
         // whole number above 0 | the most that the backend writes in one answer | left to the service
         take("max_output_tokens", modelOptions.maxOutputTokens);
-        take("pim_mode", deciders.pimMode);
-        take("selector_host", deciders.selectorHost);
+        // `automatic`, `openai`, `anthropic`, `openrouter` or `off` | whose model [plans](planner.md) steps on the
+        // screen; `automatic`: the first of these that has a key | `automatic`
         take("planner", deciders.planner);
+        // text | its model; counts only with a `planner` that is named | `gpt-5`, `claude-sonnet-4-5`, `openai/gpt-5`
         take("planner_model", deciders.plannerModel);
+        // text | where it is: `host`, `host:port`, an address with `https`; with `http` only this computer; it may go
+        // on with `/` and the beginning of a path. Counts only with a `planner` that is named | `api.openai.com`,
+        // `api.anthropic.com`, `openrouter.ai/api`
         take("planner_host", deciders.plannerHost);
+        // `off`, `shadow` or `active` | the fast [selector](selector.md) of plain steps: not asked, asked beside the
+        // planner to compare them, or acted on | `active` with its key, else `off`
+        take("pim_mode", deciders.pimMode);
+        // text | where the selector is, as `planner_host` | nowhere: it is not asked
+        take("selector_host", deciders.selectorHost);
     }
 
     /// What a backend is asked for: what the user named, and its usual names.

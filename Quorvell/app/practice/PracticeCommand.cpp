@@ -9,15 +9,21 @@
 #include "Quorvell/app/program/ProgramLoop.h"
 #include "Quorvell/app/terminal/PipedLines.h"
 #include "Quorvell/app/terminal/TerminalLines.h"
+#include "Quorvell/deciders/Deciders.h"
+#include "Quorvell/loop/FreshUUID.h"
 #include "Quorvell/practice/file/PracticeFile.h"
+#include "Quorvell/practice/helper/PracticeHelper.h"
+#include "Quorvell/settings/UserSettings.h"
 
 #include <unistd.h>
 
+#include <chrono>
 #include <iostream>
 #include <memory>
 #include <string>
 #include <utility>
 #include <variant>
+#include <vector>
 
 namespace quorvell {
 
@@ -47,8 +53,29 @@ std::optional<PracticeDescription> described(const std::string& file)
     return std::nullopt;
 }
 
-int talk(const ProgramEnvironment& environment, PracticeDescription description, const PracticeActorMaker& make)
+/// With the deciders that the user has chosen, as on the real screen; ways that were learned are of that, and left out.
+TieredDecisionEngine::Parts enginePartsOf(const ProgramEnvironment& environment, const UserSettings& settings)
 {
+    const auto steady = [] { return std::chrono::steady_clock::now(); };
+    const Deciders deciders =
+        Deciders::create(DeciderChoice::of(settings.deciders, environment.deciderKeys), environment.webProxy, steady);
+    TieredDecisionEngine::Parts parts;
+    parts.planner = deciders.planner;
+    parts.pim = deciders.selector;
+    parts.pimMode = deciders.mode;
+    parts.now = steady;
+    parts.freshID = freshUUID;
+    return parts;
+}
+
+int talk(const ProgramEnvironment& environment, PracticeDescription description)
+{
+    const UserSettings settings = UserSettings::readTelling(environment, std::cerr);
+    const auto make = [&](Screen& screen, Scheduler& scheduler, const std::vector<std::string>& applications) {
+        TieredDecisionEngine::Parts parts = enginePartsOf(environment, settings);
+        parts.applications = applications;
+        return std::make_unique<PracticeHelper>(screen, scheduler, std::move(parts));
+    };
     ProgramLoop loop;
     std::unique_ptr<LineSource> lines;
     if (environment.isInputTerminal && environment.movesCursor)
@@ -67,18 +94,18 @@ int talk(const ProgramEnvironment& environment, PracticeDescription description,
 
 } // namespace
 
-Command practiceCommand(const ProgramEnvironment& environment, const PracticeActorMaker& make)
+Command practiceCommand(const ProgramEnvironment& environment)
 {
     Command command("practice", "Try the assistant in a small world that a file describes");
     const auto wish = std::make_shared<Wish>();
     command.text("FILE", wish->file, "The world, as JSON").isRequired();
     command.flag("--check", wish->isCheckOnly, "Only say what is wrong with the file");
-    command.run = [environment, make, wish] {
+    command.run = [environment, wish] {
         auto description = described(wish->file);
         if (!description)
             return exit_code::couldNot;
         if (!wish->isCheckOnly)
-            return talk(environment, std::move(*description), make);
+            return talk(environment, std::move(*description));
         std::cout << "Nothing is wrong with it: " << description->title << "." << std::endl;
         return exit_code::done;
     };

@@ -2,12 +2,11 @@
 // `quorvell practice`: tries the assistant in a small world that a file describes.
 #pragma once
 
-#include "Quorvell/app/practice/PracticeActor.h"
 #include "Quorvell/app/program/Command.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 
 namespace quorvell {
 
-Command practiceCommand(const ProgramEnvironment& environment, const PracticeActorMaker& make);
+Command practiceCommand(const ProgramEnvironment& environment);
 
 } // namespace quorvell

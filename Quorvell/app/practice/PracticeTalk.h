@@ -2,8 +2,8 @@
 // Somebody tries the assistant in a practice world: types goals and answers, and sees what is done.
 #pragma once
 
-#include "Quorvell/app/practice/PracticeActor.h"
 #include "Quorvell/app/terminal/LineSource.h"
+#include "Quorvell/practice/helper/PracticeActor.h"
 #include "Quorvell/practice/run/PracticeRun.h"
 #include "Quorvell/practice/run/RecordedSteps.h"
 #include "Quorvell/practice/screen/PracticeScreen.h"

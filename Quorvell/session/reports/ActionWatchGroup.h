@@ -17,6 +17,9 @@ public:
     {
     }
 
+    void add(ActionWatch& watch) { m_watches.push_back(&watch); }
+    void remove(ActionWatch& watch) { std::erase(m_watches, &watch); }
+
     void userBargedIn() override { tell(&ActionWatch::userBargedIn); }
     void userSaid(const HeardUtterance& heard) override { tell(&ActionWatch::userSaid, heard); }
     void stopped() override { tell(&ActionWatch::stopped); }

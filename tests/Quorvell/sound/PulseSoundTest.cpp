@@ -106,7 +106,6 @@ TEST(SoundServer, givesUpAtOnceWhereItsFolderCannotBeMade)
     EXPECT_TRUE(scheduler.runUntil([&] { return server.problem() != SoundProblem::none; }));
     EXPECT_EQ(server.problem(), SoundProblem::noFolder);
     testing::internal::CaptureStderr();
-    testing::internal::CaptureStderr();
     scheduler.run(SoundServer::retryDelays[0] + SoundServer::retryDelays[1] + 100ms);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     before ? setenv("XDG_RUNTIME_DIR", kept.c_str(), 1) : unsetenv("XDG_RUNTIME_DIR");

@@ -2,12 +2,26 @@
 #include "AttackedScreen.h"
 
 #include "QuorvellCore/live/tools/ToolResult.h"
-#include "QuorvellCore/safety/SpokenConsent.h"
 
+#include <algorithm>
 #include <memory>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace quorvell::attack {
+
+namespace {
+
+/// By a table of its own, so that a fault of the program's is not shared.
+bool isYes(std::string_view text)
+{
+    static const std::vector<std::string_view> all{
+        "yes", "yes please", "ok", "go ahead", "sure do it", "yes, go ahead", "please do"};
+    return std::ranges::find(all, text) != all.end();
+}
+
+} // namespace
 
 /// A ConsentWords that lets everything through.
 class AttackedScreen::ForgedConsent final : public ConsentWords {
@@ -107,7 +121,7 @@ void AttackedScreen::userSays(const std::string& text, Way way)
         heard.at = now + std::chrono::milliseconds(500);
     }
     // By a bookkeeping of its own: a clear yes, by the user themselves, right after this very question.
-    const bool isYes = way != Way::forged && SpokenConsent::agreesTo(m_said, text);
+    const bool isYes = way != Way::forged && isYes(text);
     m_agreedTo = isYes && m_said == openQuestion() ? m_said : std::string();
     m_said.clear();
     m_heard.userSaid(heard);

@@ -5,9 +5,10 @@
 
 #include "Quorvell/actions/tasks/DecisionThread.h"
 #include "Quorvell/actions/work/ScreenWork.h"
-#include "Quorvell/app/practice/PracticeActor.h"
 #include "Quorvell/loop/EventLog.h"
+#include "Quorvell/practice/helper/PracticeActor.h"
 #include "Quorvell/session/consent/HeardWords.h"
+#include "QuorvellCore/live/prompt/HelpMode.h"
 
 #include <memory>
 #include <string>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Quorvell/app/practice/PracticeHelper.h"
+#include "Quorvell/practice/helper/PracticeHelper.h"
 
 #include "Quorvell/loop/FreshUUID.h"
 
