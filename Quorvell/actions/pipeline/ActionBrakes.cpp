@@ -31,7 +31,7 @@ bool ActionBrakes::planChanged(const TaskPlan& plan)
     }
     const int finished = finishedSteps();
     const bool isSame = m_plan && m_plan->goal == plan.goal;
-    const bool hasLearned = isSame && plan.facts.size() > m_plan->facts.size();
+    const bool hasLearned = isSame && plan.facts != m_plan->facts;
     m_plan = plan;
     if (isSame && (hasLearned || finishedSteps() > finished))
         m_guard.progressed();

@@ -172,6 +172,48 @@ TEST_F(ActionToolsTest, picturesComeBeforeCoordinates)
     EXPECT_TRUE(text(call("click_at_spot", {{"x", 1}, {"y", 1}}), "error").starts_with("Request look_at_screen"));
 }
 
+/// What goes on after an action answers in its place: the step that was named for after it, the task that waited for
+/// it.
+TEST_F(ActionToolsTest, othersGoOnFromThere)
+{
+    std::optional<ToolReply> taken;
+    bool goesOn = true;
+    std::optional<ActionResult> second = ActionResult{.words = "Done."};
+    ToolRegistry others;
+    registerActionTools(others,
+        {.pipeline = pipeline,
+            .screen = screen,
+            .scheduler = scheduler,
+            .log = log,
+            .teller = teller,
+            .show = nullptr,
+            .carryOn =
+                [&](ToolReply& reply) {
+                    if (goesOn)
+                        taken.emplace(std::move(reply));
+                    return goesOn;
+                },
+            .follow = [&](const auto&, const auto&, const auto&, const auto& then) { then(second); },
+            .helper = nullptr});
+    registry = std::move(others);
+
+    call("look_at_screen");
+    const Json then{{"tool", "click"}, {"arguments", {{"element_id", id("Buy")}}}};
+    EXPECT_EQ(text(call("click", {{"element_id", id("Open")}, {"then", then}}), "message"),
+        "Done. Then the step that you named for after it: Done.");
+    second.reset();
+    EXPECT_EQ(text(call("click", {{"element_id", id("Open")}, {"then", then}}), "message"), "Done.");
+    for (const bool taskGoesOn : {true, false}) {
+        goesOn = taskGoesOn;
+        click("Send");
+        consent.assistantSaid(question("Send"));
+        type("yes");
+        EXPECT_EQ(call("confirm_action").is_null(), taskGoesOn);
+    }
+    taken->fail("It could not go on.");
+    EXPECT_EQ(text(answer, "error"), "It could not go on.");
+}
+
 /// What is on the screen can neither end its own quotation nor pass for a line of ours, and keeps its secrets.
 TEST(LookText, quotesWhatOthersWrote)
 {
