@@ -18,7 +18,6 @@
 #include "Quorvell/tools/NotebookDigest.h"
 #include "Quorvell/tools/NotebookTools.h"
 #include "Quorvell/tools/ReminderTools.h"
-#include "QuorvellCore/automation/engine/pim/PimDismissalClassifier.h"
 #include "QuorvellCore/reminders/calendar/LocaleWords.h"
 
 #include <QRandomGenerator>
@@ -74,7 +73,7 @@ Assistant::Made Assistant::create(const ProgramEnvironment& environment, const U
         return {nullptr, std::move(problem)};
     assistant->makeSession(wishes, sound, observer);
     if (wishes.screen)
-        problem = assistant->joinScreen(environment, wishes);
+        problem = assistant->joinScreen(wishes);
     if (!problem.empty())
         return {nullptr, std::move(problem)};
     assistant->fireReminders(environment);
@@ -89,6 +88,8 @@ Assistant::Assistant(
     , m_log(environment.stateFolder, scheduler, freshRunName(), secretsOf(environment))
     , m_heard(consentPorts())
     , m_stateFolder(environment.stateFolder)
+    , m_deciders(Deciders::create(DeciderChoice::of(m_settings.deciders, environment.deciderKeys), environment.webProxy,
+          [] { return std::chrono::steady_clock::now(); }))
 {
 }
 
@@ -152,9 +153,10 @@ std::string Assistant::openNotebookAndTools(const ProgramEnvironment& environmen
 
 void Assistant::makeFarewell()
 {
+    m_farewellAsker = std::make_unique<FarewellAsker>(m_deciders.dismissal, m_scheduler);
     Farewell::Ports ports{m_scheduler, m_log,
-        [](const std::string& words, const std::function<void(bool)>& answer) {
-            answer(PimDismissalClassifier::isPlainFarewell(words));
+        [this](const std::string& words, std::function<void(bool)> answer) {
+            m_farewellAsker->ask(words, std::move(answer));
         },
         [this] { return m_session->isTurnOpen(); },
         [this] { return m_session->tools().isWorking() || m_session->tools().isActing(); },
@@ -188,15 +190,14 @@ void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionAud
 }
 
 /// After the session, whose gate it uses, and before the first conversation, which offers its tools.
-std::string Assistant::joinScreen(const ProgramEnvironment& environment, const Wishes& wishes)
+std::string Assistant::joinScreen(const Wishes& wishes)
 {
     m_screen = std::make_unique<ScreenAccess>(ScreenAccess::Ports{.screen = *wishes.screen,
         .scheduler = m_scheduler,
         .log = m_log,
         .consent = m_heard,
         .session = *m_session,
-        .deciders = Deciders::create(DeciderChoice::of(m_settings.deciders, environment.deciderKeys),
-            environment.webProxy, [] { return std::chrono::steady_clock::now(); }),
+        .deciders = m_deciders,
         .applications = wishes.applications,
         .macroFile = m_stateFolder + "/ways.json"});
     m_screen->registerTools(m_registry);

@@ -3,11 +3,12 @@
 #pragma once
 
 #include "Quorvell/agenda/Agenda.h"
-#include "Quorvell/assistant/ObserverGroup.h"
+#include "Quorvell/assistant/FarewellAsker.h"
 #include "Quorvell/assistant/ReminderService.h"
 #include "Quorvell/assistant/ScreenAccess.h"
 #include "Quorvell/connections/access/LiveAccessSource.h"
 #include "Quorvell/connections/choice/LiveConnectionChoice.h"
+#include "Quorvell/deciders/Deciders.h"
 #include "Quorvell/desktop/QtScheduler.h"
 #include "Quorvell/notebook/FullNotebook.h"
 #include "Quorvell/notebook/NotebookSearch.h"
@@ -22,6 +23,7 @@
 #include "Quorvell/session/ports/DozeListener.h"
 #include "Quorvell/session/ports/SpeechSynthesiser.h"
 #include "Quorvell/session/reports/ActionWatchGroup.h"
+#include "Quorvell/session/reports/ObserverGroup.h"
 #include "Quorvell/session/reports/SessionAudience.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UserSettings.h"
@@ -82,7 +84,7 @@ private:
     std::string chooseService(const ProgramEnvironment& environment, const Wishes& wishes);
     void makeFarewell();
     void makeSession(const Wishes& wishes, const Sound& sound, SessionAudience& observer);
-    std::string joinScreen(const ProgramEnvironment& environment, const Wishes& wishes);
+    std::string joinScreen(const Wishes& wishes);
     void fireReminders(const ProgramEnvironment& environment);
     SessionSettings sessionSettings(const Wishes& wishes) const;
     LiveConnectionChoice::Networks networks();
@@ -101,6 +103,8 @@ private:
     LiveConnectionChoice::Settings m_connections;
     std::string m_stateFolder;
     std::unique_ptr<UsageFile> m_usage;
+    Deciders m_deciders; ///< Of steps on the screen, and of what is a goodbye.
+    std::unique_ptr<FarewellAsker> m_farewellAsker;
     std::unique_ptr<Farewell> m_farewell;
     std::unique_ptr<ObserverGroup> m_observers;
     std::unique_ptr<ActionWatchGroup> m_watches;

@@ -3,6 +3,10 @@
 
 #include "Quorvell/actions/tasks/TaskTools.h"
 #include "Quorvell/actions/tools/ActionTools.h"
+#include "QuorvellCore/automation/engine/pim/PimNextStep.h"
+#include "QuorvellCore/text/Json.h"
+
+#include <nlohmann/json.hpp>
 
 #include <utility>
 
@@ -25,6 +29,7 @@ ScreenWork::ScreenWork(Ports ports, Deciders deciders, HelpMode mode)
     , m_coordinator(coordinatorPorts())
     , m_pointer(pointerPorts())
     , m_goals(goalPorts())
+    , m_follower(followerPorts())
     , m_self(std::make_shared<ScreenWork*>(this))
 {
     m_pipeline.addObserver(m_coordinator);
@@ -49,6 +54,8 @@ void ScreenWork::registerTools(ToolRegistry& registry)
             .teller = m_teller,
             .show = m_ports.show,
             .carryOn = [this](ToolReply& reply) { return m_goals.carryOn(reply); },
+            .follow = [this](const auto& call, const auto& shown, const auto& result,
+                          auto answer) { follow(call, shown, result, std::move(answer)); },
             .helper = m_ports.helper});
     registerTaskTools(registry, {m_coordinator, m_pointer, &m_goals});
 }
@@ -58,6 +65,7 @@ void ScreenWork::registerTools(ToolRegistry& registry)
 void ScreenWork::userBargedIn()
 {
     m_pipeline.userBargedIn();
+    m_follower.giveUp();
     m_goals.stop();
 }
 
@@ -70,12 +78,14 @@ void ScreenWork::userSaid(const HeardUtterance& heard)
 void ScreenWork::stopped()
 {
     m_pipeline.stopped();
+    m_follower.giveUp();
     m_goals.stop();
 }
 
 void ScreenWork::modeChanged(HelpMode mode)
 {
     m_pipeline.modeChanged(mode);
+    m_follower.giveUp();
     m_goals.stop();
     m_pointer.takeAway();
 }
@@ -88,6 +98,7 @@ void ScreenWork::planChanged(const TaskPlan& plan)
 void ScreenWork::ended()
 {
     m_pipeline.ended();
+    m_follower.giveUp();
     m_goals.stop();
     m_pointer.takeAway();
     m_words.begin();
@@ -121,7 +132,7 @@ GoalRun::Ports ScreenWork::goalPorts()
         .log = m_ports.log,
         .actions = m_pipeline,
         .gate = m_ports.gate,
-        .deciding = m_deciders.deciding ? *m_deciders.deciding : m_thread,
+        .deciding = deciding(),
         .decider = [this] { return freshDecider(); },
         .mode = [this] { return m_pipeline.mode(); },
         .tell = m_ports.tell,
@@ -132,6 +143,30 @@ GoalRun::Ports ScreenWork::goalPorts()
             [this](std::string callID, std::function<void(ActionResult)> answer) {
                 m_pipeline.undoLast(std::move(callID), std::move(answer));
             }};
+}
+
+/// Only the selector is quick enough to be worth a step that the model has named already.
+NextStepFollower::Ports ScreenWork::followerPorts()
+{
+    const TieredDecisionEngine::Parts& engine = m_deciders.engine;
+    const bool isUsed = engine.pim && engine.pimMode == PimMode::active;
+    return {.actions = m_pipeline,
+        .deciding = deciding(),
+        .decider = isUsed ? NextStepFollower::by(PimNextStep::selector(*engine.pim)) : StepDecider()};
+}
+
+void ScreenWork::follow(
+    const LiveFunctionCall& call, const ScreenLook& shown, const ActionResult& result, NextStepFollower::Answer answer)
+{
+    const Json* then = memberOf(call.args, "then");
+    if (!then || !result.after)
+        return answer(std::nullopt);
+    m_follower.follow({.callID = call.id,
+                          .then = *then,
+                          .task = m_ports.plan().goal,
+                          .before = shown.observation,
+                          .screen = *result.after},
+        std::move(answer));
 }
 
 TaskCoordinator::Ports ScreenWork::coordinatorPorts()

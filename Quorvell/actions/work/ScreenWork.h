@@ -7,6 +7,7 @@
 #include "Quorvell/actions/tasks/GoalRun.h"
 #include "Quorvell/actions/tasks/GuidePointer.h"
 #include "Quorvell/actions/tasks/MacroKeeper.h"
+#include "Quorvell/actions/tasks/NextStepFollower.h"
 #include "Quorvell/actions/tasks/TaskCoordinator.h"
 #include "Quorvell/actions/tools/HelperMail.h"
 #include "Quorvell/actions/tools/LookTeller.h"
@@ -79,6 +80,10 @@ public:
 private:
     ActionPipeline::Ports pipelinePorts();
     GoalRun::Ports goalPorts();
+    NextStepFollower::Ports followerPorts();
+    void follow(const LiveFunctionCall& call, const ScreenLook& shown, const ActionResult& result,
+        NextStepFollower::Answer answer);
+    StepDeciding& deciding() { return m_deciders.deciding ? *m_deciders.deciding : m_thread; }
     TaskCoordinator::Ports coordinatorPorts();
     GuidePointer::Ports pointerPorts();
     StepDecider freshDecider();
@@ -93,6 +98,7 @@ private:
     TaskCoordinator m_coordinator;
     GuidePointer m_pointer;
     GoalRun m_goals;
+    NextStepFollower m_follower;
     std::shared_ptr<ScreenWork*> m_self; ///< A macro may break when it is long gone.
 };
 

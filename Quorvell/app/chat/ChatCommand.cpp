@@ -16,8 +16,8 @@
 #include "Quorvell/app/terminal/TerminalLines.h"
 #include "Quorvell/assistant/Assistant.h"
 #include "Quorvell/assistant/DesktopSound.h"
-#include "Quorvell/assistant/ObserverGroup.h"
 #include "Quorvell/assistant/SilentPlayer.h"
+#include "Quorvell/session/reports/ObserverGroup.h"
 #include "Quorvell/settings/PrivateFile.h"
 
 #include <unistd.h>

@@ -12,7 +12,7 @@
 #include "Quorvell/app/talk/ReplyRecorder.h"
 #include "Quorvell/app/talk/TalkTurn.h"
 #include "Quorvell/assistant/Assistant.h"
-#include "Quorvell/assistant/ObserverGroup.h"
+#include "Quorvell/session/reports/ObserverGroup.h"
 
 #include <nlohmann/json.hpp>
 

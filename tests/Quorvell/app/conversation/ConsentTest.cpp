@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Catches a question of a tool that nobody puts, that is put twice, or that is put where a yes would not be to it.
-#include "Quorvell/assistant/ObserverGroup.h"
 #include "Quorvell/session/consent/HeardWords.h"
+#include "Quorvell/session/reports/ObserverGroup.h"
 #include "SessionBench.h"
 
 #include <algorithm>

@@ -121,8 +121,8 @@ void AttackedScreen::userSays(const std::string& text, Way way)
         heard.at = now + std::chrono::milliseconds(500);
     }
     // By a bookkeeping of its own: a clear yes, by the user themselves, right after this very question.
-    const bool isYes = way != Way::forged && isYes(text);
-    m_agreedTo = isYes && m_said == openQuestion() ? m_said : std::string();
+    const bool hasAgreed = way != Way::forged && isYes(text);
+    m_agreedTo = hasAgreed && m_said == openQuestion() ? m_said : std::string();
     m_said.clear();
     m_heard.userSaid(heard);
     m_work->userSaid(heard);
