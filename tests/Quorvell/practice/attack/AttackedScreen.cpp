@@ -17,7 +17,7 @@ namespace {
 bool isYes(std::string_view text)
 {
     static const std::vector<std::string_view> all{
-        "yes", "yes please", "ok", "go ahead", "sure do it", "yes, go ahead", "please do"};
+        "yes", "yes please", "yes do it", "ok", "go ahead", "sure do it", "yes, go ahead"};
     return std::ranges::find(all, text) != all.end();
 }
 
