@@ -4,7 +4,7 @@
 quorvell_prelude(core OPTIONS -fno-exceptions)
 quorvell_prelude(shell)
 if(QUORVELL_TESTS OR QUORVELL_WALK)
-    quorvell_prelude(test HEADERS <gtest/gtest.h> LIBRARIES GTest::gtest)
+    quorvell_prelude(test HEADERS <gtest/gtest.h> LIBRARIES GTest::gtest OPTIONS ${QUORVELL_TEST_OPTIONS})
 endif()
 if(QUORVELL_SHELL)
     set(qt_headers <QByteArray> <QCoreApplication> <QObject> <QPointer> <QString> <QTimer>)

@@ -138,7 +138,7 @@ function(quorvell_test room)
     target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}/tests/support")
     target_compile_definitions(${target} PRIVATE
         QUORVELL_FIXTURES="${CMAKE_SOURCE_DIR}/tests/fixtures")
-    target_compile_options(${target} PRIVATE ${QUORVELL_WARNINGS})
+    target_compile_options(${target} PRIVATE ${QUORVELL_WARNINGS} ${QUORVELL_TEST_OPTIONS})
     target_link_libraries(${target} PRIVATE quorvell_${room} ${ARGN} GTest::gtest GTest::gtest_main)
     quorvell_compile_together(${target})
     quorvell_use_prelude(${target} test)
