@@ -25,6 +25,8 @@ struct Request {
     /// such thing.
     bool pointsIntoList = false;
     std::optional<ListPlace> place{};
+    /// It is for other applications: words that are theirs ("message", "play") do not speak against it.
+    bool isForOthers = false;
     /// The same about the thing of that name, of a request that names none.
     std::function<Request(const std::string& thing)> about{};
 };

@@ -243,7 +243,8 @@ Found RequestReader::read(std::string_view words, const RuleSurroundings& around
     if (auto request = readClauses(core, around))
         return request;
     auto statement = bySkills(&Skill::readStatement, core, around);
-    return statement && readingOf(core).has(CommonCues::foreign) ? askedFirst(*std::move(statement)) : statement;
+    const bool isDoubtful = statement && !statement->isForOthers && readingOf(core).has(CommonCues::foreign);
+    return isDoubtful ? askedFirst(*std::move(statement)) : statement;
 }
 
 Found RequestReader::readQuestion(std::string_view words, const RuleSurroundings& around)

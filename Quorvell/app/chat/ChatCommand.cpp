@@ -2,11 +2,13 @@
 #include "Quorvell/app/chat/ChatCommand.h"
 
 #include "Quorvell/app/chat/ChatConversation.h"
+#include "Quorvell/app/chat/ChatPractice.h"
 #include "Quorvell/app/conversation/ConversationEvents.h"
 #include "Quorvell/app/conversation/ConversationOptions.h"
 #include "Quorvell/app/conversation/ConversationText.h"
 #include "Quorvell/app/conversation/WorkNote.h"
 #include "Quorvell/app/conversation/WorkStatus.h"
+#include "Quorvell/app/practice/GivenWorld.h"
 #include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/Interrupts.h"
 #include "Quorvell/app/program/ProgramLoop.h"
@@ -23,6 +25,8 @@
 #include <unistd.h>
 
 #include <iostream>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace quorvell {
@@ -107,8 +111,22 @@ Assistant::Wishes wishesFor(const ConversationOptions& options, bool isPerson, C
     return wishes;
 }
 
-int runChat(const ProgramEnvironment& environment, const ConversationOptions& options, ChatConversation::Voice voice)
+struct ChatWish {
+    bool isAloud = false;
+    std::string practice; ///< The file of a practice world; empty: none.
+
+    ChatConversation::Voice voice() const
+    {
+        return isAloud ? ChatConversation::Voice::aloud : ChatConversation::Voice::none;
+    }
+};
+
+int runChat(const ProgramEnvironment& environment, const ConversationOptions& options, const ChatWish& wish)
 {
+    std::optional<PracticeDescription> world;
+    if (!wish.practice.empty() && !(world = givenWorld(wish.practice, std::cerr)))
+        return exit_code::couldNot;
+    const ChatConversation::Voice voice = wish.voice();
     ProgramLoop loop;
     const bool isPerson = isForAPerson(environment, options);
     const UserSettings settings = UserSettings::readTelling(environment, std::cerr);
@@ -122,6 +140,11 @@ int runChat(const ProgramEnvironment& environment, const ConversationOptions& op
     ChatConversation conversation({loop.scheduler(), *lines, &ProgramLoop::end, tell, usage},
         isPerson ? ChatConversation::Partner::person : ChatConversation::Partner::script, voice);
     ObserverGroup observers(view.observersWith(conversation));
+    std::unique_ptr<ChatPractice> practice;
+    if (world) {
+        practice = std::make_unique<ChatPractice>(*std::move(world), loop.scheduler(), tell);
+        observers.add(*practice);
+    }
     SilentPlayer silence;
     std::unique_ptr<DesktopSound> sound;
     if (voice == ChatConversation::Voice::aloud)
@@ -130,8 +153,13 @@ int runChat(const ProgramEnvironment& environment, const ConversationOptions& op
             DesktopSound::Reports{
                 [](auto) {}, [&observers](const std::string& sentence) { observers.problemArose(sentence); }});
     AudioPlayer& player = sound ? static_cast<AudioPlayer&>(sound->player()) : silence;
-    const Assistant::Made made = Assistant::create(
-        environment, settings, loop.scheduler(), wishesFor(options, isPerson, voice), {player}, observers);
+    Assistant::Wishes wishes = wishesFor(options, isPerson, voice);
+    if (practice) {
+        wishes.screen = &practice->screen();
+        wishes.applications = practice->applications();
+    }
+    const Assistant::Made made =
+        Assistant::create(environment, settings, loop.scheduler(), wishes, {player}, observers);
     if (!made.assistant) {
         std::cerr << made.problem << std::endl;
         return exit_code::couldNot;
@@ -139,6 +167,8 @@ int runChat(const ProgramEnvironment& environment, const ConversationOptions& op
     assistant = made.assistant.get();
     if (isPerson)
         tell(welcome(*assistant));
+    if (practice)
+        practice->show();
     const Interrupts interrupts(
         {[&] { conversation.interrupt(); }, [&] { conversation.leave(); }, [&] { lines->resized(); }});
     loop.scheduler().post([&] { conversation.begin(assistant->session()); });
@@ -152,12 +182,10 @@ Command chatCommand(const ProgramEnvironment& environment)
     Command command(
         "chat", "Talk to the assistant in writing (what runs when no command is named); each line is a message");
     const auto options = ConversationOptions::declare(command);
-    const auto isAloud = std::make_shared<bool>(false);
-    command.flag("--aloud", *isAloud, "Speak the answers too, through the loudspeaker");
-    command.run = [environment, options, isAloud] {
-        return runChat(
-            environment, *options, *isAloud ? ChatConversation::Voice::aloud : ChatConversation::Voice::none);
-    };
+    const auto wish = std::make_shared<ChatWish>();
+    command.flag("--aloud", wish->isAloud, "Speak the answers too, through the loudspeaker");
+    command.text("--practice", wish->practice, "A practice world to work in, as JSON");
+    command.run = [environment, options, wish] { return runChat(environment, *options, *wish); };
     return command;
 }
 

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/app/practice/PracticeCommand.h"
 
+#include "Quorvell/app/practice/GivenWorld.h"
 #include "Quorvell/app/practice/PracticeTalk.h"
-#include "Quorvell/app/practice/PracticeText.h"
 #include "Quorvell/app/program/ExitCode.h"
-#include "Quorvell/app/program/GivenFile.h"
 #include "Quorvell/app/program/Interrupts.h"
 #include "Quorvell/app/program/ProgramLoop.h"
 #include "Quorvell/app/terminal/PipedLines.h"
 #include "Quorvell/app/terminal/TerminalLines.h"
 #include "Quorvell/deciders/Deciders.h"
 #include "Quorvell/loop/FreshUUID.h"
-#include "Quorvell/practice/file/PracticeFile.h"
 #include "Quorvell/practice/helper/PracticeHelper.h"
 #include "Quorvell/settings/UserSettings.h"
 
@@ -35,23 +33,6 @@ struct Wish {
     std::string file;
     bool isCheckOnly = false;
 };
-
-/// Nothing where something is wrong with it, which is then told.
-std::optional<PracticeDescription> described(const std::string& file)
-{
-    // One byte more than may be: a file that is too long is told so.
-    const auto text = GivenFile::read(file, PracticeFile::mostBytes + 1);
-    if (!text) {
-        std::cerr << file << " cannot be read." << std::endl;
-        return std::nullopt;
-    }
-    auto read = PracticeFile::parse(*text);
-    if (auto* description = std::get_if<PracticeDescription>(&read))
-        return std::move(*description);
-    for (const PracticeMistake& mistake : std::get<std::vector<PracticeMistake>>(read))
-        std::cerr << PracticeText::of(mistake) << std::endl;
-    return std::nullopt;
-}
 
 /// With the deciders that the user has chosen, as on the real screen; ways that were learned are of that, and left out.
 TieredDecisionEngine::Parts enginePartsOf(const ProgramEnvironment& environment, const UserSettings& settings)
@@ -101,7 +82,7 @@ Command practiceCommand(const ProgramEnvironment& environment)
     command.text("FILE", wish->file, "The world, as JSON").isRequired();
     command.flag("--check", wish->isCheckOnly, "Only say what is wrong with the file");
     command.run = [environment, wish] {
-        auto description = described(wish->file);
+        auto description = givenWorld(wish->file, std::cerr);
         if (!description)
             return exit_code::couldNot;
         if (!wish->isCheckOnly)

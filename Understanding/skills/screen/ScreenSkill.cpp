@@ -42,9 +42,10 @@ std::optional<Request> readStatement(const std::string& core, const RuleSurround
         return ScreenWish::isOne(denial.replaceAll(core, "")) ? std::optional(denied()) : std::nullopt;
     if (!ScreenWish::isOne(core))
         return std::nullopt;
-    return Request{.answer = [core](RequestMemory memory, const RuleSurroundings& surroundings) {
-        return carryOut(core, std::move(memory), surroundings);
-    }};
+    return Request{
+        .answer = [core](RequestMemory memory,
+                      const RuleSurroundings& surroundings) { return carryOut(core, std::move(memory), surroundings); },
+        .isForOthers = true};
 }
 
 std::string ability(const RuleSurroundings& around)
@@ -72,11 +73,13 @@ RuleStep askFor(const ToolResult& result, const RequestMemory& memory)
         memory);
 }
 
-std::string replyFor(const ToolResult& result)
+std::string replyFor(const ToolRequest& call, const ToolResult& result)
 {
     switch (result.status()) {
     case ToolStatus::refused:
-        return "I did not do that, because I heard no clear yes.";
+        return call.name == "confirm_action"
+            ? "I did not do that, because I heard no clear yes."
+            : ToolResults::forUser(result.string("message").value_or("That is not possible."));
     case ToolStatus::stopped:
         return "Stopped.";
     case ToolStatus::gaveUp:
@@ -86,7 +89,7 @@ std::string replyFor(const ToolResult& result)
     }
 }
 
-RuleStep takeResult(const ToolRequest&, const ToolResult& result, RequestMemory memory, const RuleSurroundings&)
+RuleStep takeResult(const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings&)
 {
     if (auto failure = ToolResults::failure(result))
         return ToolResults::say(*std::move(failure), std::move(memory));
@@ -95,7 +98,7 @@ RuleStep takeResult(const ToolRequest&, const ToolResult& result, RequestMemory 
     // A question about the goal: the answer is a wish of its own.
     if (result.status() == ToolStatus::needsUser)
         return ToolResults::say(ToolResults::forUser(result.wordsForUser()), std::move(memory));
-    return ToolResults::say(replyFor(result), std::move(memory));
+    return ToolResults::say(replyFor(call, result), std::move(memory));
 }
 
 std::optional<RuleStep> undo(RequestMemory memory, const RuleSurroundings& around)
