@@ -41,6 +41,7 @@ public:
 
     /// Questions that the user switched off by hand.
     ProvenanceGrants& grants() { return m_grants; }
+    const ProvenanceGrants& grants() const { return m_grants; }
 
 private:
     void tell(const Json& value, WordOrigin origin);

@@ -60,6 +60,18 @@ void ScreenWork::registerTools(ToolRegistry& registry)
     registerTaskTools(registry, {m_coordinator, m_pointer, &m_goals});
 }
 
+std::optional<ProvenanceGrants::Grant> ScreenWork::switchableQuestion() const
+{
+    const auto& pending = m_pipeline.pending();
+    if (!pending)
+        return std::nullopt;
+    const ActionVerdict verdict =
+        m_words.verdict(m_ports.guard(pending->action, *pending->look), pending->action, *pending->look);
+    if (verdict.reason != ActionVerdict::Reason::provenance)
+        return std::nullopt;
+    return ProvenanceGrants::Grant{pending->action.tool, pending->look->observation.app};
+}
+
 // ---- What the user does
 
 void ScreenWork::userBargedIn()

@@ -20,7 +20,9 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace quorvell {
 
@@ -63,6 +65,12 @@ public:
 
     ActionPipeline& pipeline() { return m_pipeline; }
     ConversationWords& words() { return m_words; }
+
+    /// The tool and the application of the question that is open, where it is one that only the origin of words raised.
+    std::optional<ProvenanceGrants::Grant> switchableQuestion() const;
+    /// By the user's own hand: questions of that kind are no longer asked in this conversation. The open one stands.
+    void switchOff(const ProvenanceGrants::Grant& grant) { m_words.grants().allow(grant.tool, grant.app); }
+    const std::vector<ProvenanceGrants::Grant>& switchedOff() const { return m_words.grants().all(); }
 
     // What the user does
     void userBargedIn() override;

@@ -84,6 +84,11 @@ void PracticeTalk::take(const TypedMessage& message)
         m_ports.tell(screenText());
         return readNext();
     }
+    if (words == "/allow") {
+        const std::string told = m_actor->switchOffQuestion();
+        m_ports.tell(told.empty() ? "Nothing is asked now that could be switched off." : told);
+        return readNext();
+    }
     // What was pasted is nobody's yes.
     if (auto answer = std::exchange(m_answer, nullptr))
         return answer(message.hasPaste() ? std::string() : words);

@@ -25,6 +25,9 @@ public:
     /// After an answer: what then came of the action that waited for it.
     virtual void settle(PracticeRun::ResultReport report) = 0;
     virtual void decide(const DecisionContext& context, PracticeRun::DecisionReport report) = 0;
+    /// The user wants no more questions of the kind that is open. What is asked no more, a sentence; empty where it is
+    /// of a kind that is always asked.
+    virtual std::string switchOffQuestion() { return {}; }
     /// The user wants it to stop.
     virtual void stop() = 0;
 };

@@ -68,6 +68,19 @@ void PracticeHelper::decide(const DecisionContext& context, PracticeRun::Decisio
     });
 }
 
+std::string PracticeHelper::switchOffQuestion()
+{
+    const auto question = m_work.switchableQuestion();
+    if (!question)
+        return {};
+    m_work.switchOff(*question);
+    std::string told = "Until the end you are not asked where words come from for:";
+    for (const ProvenanceGrants::Grant& grant : m_work.switchedOff())
+        told += " " + grant.tool + " in " + grant.app + ";";
+    told.back() = '.';
+    return told;
+}
+
 void PracticeHelper::stop()
 {
     m_asked.abandon();

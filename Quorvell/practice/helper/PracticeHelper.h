@@ -25,6 +25,7 @@ public:
     void userSaid(const std::string& words) override;
     void settle(PracticeRun::ResultReport report) override;
     void decide(const DecisionContext& context, PracticeRun::DecisionReport report) override;
+    std::string switchOffQuestion() override;
     void stop() override;
 
 private:

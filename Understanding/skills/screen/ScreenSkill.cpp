@@ -79,7 +79,7 @@ std::string replyFor(const ToolRequest& call, const ToolResult& result)
     case ToolStatus::refused:
         return call.name == "confirm_action"
             ? "I did not do that, because I heard no clear yes."
-            : ToolResults::forUser(result.string("message").value_or("That is not possible."));
+            : "At the moment I only show you how. Say \"do it for me\" if I should do such things myself.";
     case ToolStatus::stopped:
         return "Stopped.";
     case ToolStatus::gaveUp:
