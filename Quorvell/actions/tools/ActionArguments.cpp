@@ -278,6 +278,7 @@ Read ActionArguments::read(std::string_view tool, const Json& arguments)
 std::vector<std::string_view> ActionArguments::tools()
 {
     std::vector<std::string_view> names;
+    names.reserve(std::size(rows));
     for (const Row& row : rows)
         names.push_back(row.tool);
     return names;

@@ -92,10 +92,11 @@ WordOrigins ConversationWords::originsOf(const ScreenAction& action, const Scree
     return m_ledger.originsOf(action, look);
 }
 
-ActionVerdict ConversationWords::verdict(ActionRisk guard, const ProposedAction& proposed, const ScreenLook& look) const
+ActionVerdict ConversationWords::verdict(
+    const ActionRisk& guard, const ProposedAction& proposed, const ScreenLook& look) const
 {
     const bool isTainted = proposed.source == ProposedAction::Source::engine || m_taint.isTainted(m_ports.now());
-    return ActionVerdict::of(std::move(guard), proposed, isTainted, m_grants, look.observation.app);
+    return ActionVerdict::of(guard, proposed, isTainted, m_grants, look.observation.app);
 }
 
 } // namespace quorvell

@@ -37,7 +37,7 @@ public:
     /// `look` is what is on the screen as the action is proposed.
     WordOrigins originsOf(const ScreenAction& action, const ScreenLook& look);
     /// With the question that provenance adds to the guard's.
-    ActionVerdict verdict(ActionRisk guard, const ProposedAction& proposed, const ScreenLook& look) const;
+    ActionVerdict verdict(const ActionRisk& guard, const ProposedAction& proposed, const ScreenLook& look) const;
 
     /// Questions that the user switched off by hand.
     ProvenanceGrants& grants() { return m_grants; }
