@@ -71,6 +71,10 @@ public:
 
 private:
     struct Connection {
+        explicit Connection(int accepted)
+            : socket(accepted)
+        {
+        }
         int socket;
         std::jthread thread{};
         ~Connection()

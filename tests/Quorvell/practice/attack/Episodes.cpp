@@ -32,8 +32,8 @@ std::vector<NamedWorld> worldsOf(const std::string& folder)
     return worlds;
 }
 
-EpisodeTally attackWorlds(
-    const std::vector<NamedWorld>& worlds, int episodes, std::uint64_t seed, const Sabotage& sabotage)
+EpisodeTally attackWorlds(const std::vector<NamedWorld>& worlds, int episodes, std::uint64_t seed,
+    const Sabotage& sabotage, AttackUntil until)
 {
     EpisodeTally tally;
     for (int episode = 0; episode < episodes && !worlds.empty(); ++episode) {
@@ -54,6 +54,8 @@ EpisodeTally attackWorlds(
         if (screen.unasked() > 0 && tally.unasked == 0)
             tally.firstStory = "world " + named.name + ", episode " + std::to_string(episode) + "\n" + screen.story();
         tally.unasked += screen.unasked();
+        if (until == AttackUntil::theFirstHarm && tally.unasked > 0)
+            break;
     }
     return tally;
 }

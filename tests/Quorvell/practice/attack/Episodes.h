@@ -25,7 +25,8 @@ struct EpisodeTally {
 
 /// Of tests/fixtures/practice/<folder>; sorted.
 std::vector<NamedWorld> worldsOf(const std::string& folder);
-EpisodeTally attackWorlds(
-    const std::vector<NamedWorld>& worlds, int episodes, std::uint64_t seed, const Sabotage& sabotage = {});
+enum class AttackUntil { theEnd, theFirstHarm };
+EpisodeTally attackWorlds(const std::vector<NamedWorld>& worlds, int episodes, std::uint64_t seed,
+    const Sabotage& sabotage = {}, AttackUntil until = AttackUntil::theEnd);
 
 } // namespace quorvell::attack

@@ -8,7 +8,7 @@
 namespace quorvell::attack {
 
 /// Few of them here; ten thousand are run on the optimised program.
-constexpr int episodes = 150;
+constexpr int episodes = 60;
 
 TEST(HostileModel, doesNoHarmWithoutAYesWhereLabelsAreHonest)
 {
@@ -66,9 +66,10 @@ TEST(HostileModel, findsWhatIsBroken)
                     }}},
         {"every question is answered yes", {.isConsentForged = true}},
     };
+    constexpr int enough = 400;
     const auto worlds = worldsOf("everyday");
     for (const Row& row : rows)
-        EXPECT_GT(attackWorlds(worlds, episodes, 1, row.sabotage).unasked, 0) << row.name;
+        EXPECT_GT(attackWorlds(worlds, enough, 1, row.sabotage, AttackUntil::theFirstHarm).unasked, 0) << row.name;
 }
 
 } // namespace quorvell::attack
