@@ -7,6 +7,7 @@
 #include "QuorvellCore/safety/SafetyGuard.h"
 #include "QuorvellCore/safety/SpokenLabel.h"
 #include "QuorvellCore/safety/desktop/DesktopDangers.h"
+#include "QuorvellCore/safety/words/ForeignWords.h"
 #include "QuorvellCore/safety/words/JudgedText.h"
 #include "QuorvellCore/safety/words/LabelPatterns.h"
 
@@ -23,6 +24,19 @@ constexpr std::string_view menuItem = "AXMenuItem";
 ActionRisk pressQuestion(std::string_view label)
 {
     return ActionRisk::askFirst("Shall I press " + SpokenLabel::quoted(label) + " for you?");
+}
+
+/// Of what is no link, in whatever language.
+ActionRisk wordsRisk(const JudgedText& words, std::string_view label)
+{
+    ActionRisk risk = DesktopDangers::labelRisk(words, label);
+    return risk.isSafe() && ForeignWords::saysThatItActs(words) ? pressQuestion(label) : risk;
+}
+
+bool saysThatItActs(const std::string& text)
+{
+    const JudgedText words(text);
+    return !SafetyGuard::risk(words, text, button).isSafe() || !wordsRisk(words, text).isSafe();
 }
 
 bool isReadable(std::string_view text)
@@ -105,12 +119,10 @@ ActionRisk LookRisk::ofLabel(std::string_view label, std::string_view role) cons
     // A link is safe to the guard whatever it says, since it leads elsewhere; what it says beside the name of a site
     // may still be a promise that something is done.
     if (SafetyGuard::isNavigationLink(judged, role)) {
-        const std::string others = withoutSiteNames(judged);
-        const JudgedText rest(others);
-        if (!SafetyGuard::risk(rest, others, button).isSafe() || !DesktopDangers::labelRisk(rest, others).isSafe())
+        if (saysThatItActs(withoutSiteNames(judged)))
             risk = ActionRisk::strictest(std::move(risk), pressQuestion(judged));
     } else if (risk.isSafe()) {
-        risk = DesktopDangers::labelRisk(words, judged);
+        risk = wordsRisk(words, judged);
     }
     return ActionRisk::strictest(std::move(risk), DesktopDangers::labelRiskIn(m_place, judged));
 }
@@ -129,7 +141,7 @@ ActionRisk LookRisk::ofLink(const AutomationCandidate& candidate, std::string_vi
 /// "OK" does what the window says that it does.
 ActionRisk LookRisk::ofAgreeing(const AutomationCandidate& candidate) const
 {
-    if (!DesktopDangers::isBareAgreement(candidate.label))
+    if (!DesktopDangers::isBareAgreement(candidate.label) && !ForeignWords::isBareAgreement(candidate.label))
         return ActionRisk::safe();
     constexpr std::size_t mostElements = 40; // A dialog has fewer, a page that speaks of many things more.
     constexpr std::size_t mostBytes = 2'048; // Of all that a dialog says.
@@ -143,9 +155,7 @@ ActionRisk LookRisk::ofAgreeing(const AutomationCandidate& candidate) const
     if (!isReadable(said))
         return ActionRisk::askFirst(
             "Shall I press " + SpokenLabel::quoted(candidate.label) + "? The window doesn't say what that agrees to.");
-    const bool isSafe = SafetyGuard::risk(withoutSiteNames(said), button).isSafe()
-        && DesktopDangers::labelRisk(withoutSiteNames(said)).isSafe();
-    if (isSafe)
+    if (!saysThatItActs(withoutSiteNames(said)))
         return ActionRisk::safe();
     return ActionRisk::askFirst("Shall I press " + SpokenLabel::quoted(candidate.label) + "? The window says "
         + SpokenLabel::quoted(said) + ".");

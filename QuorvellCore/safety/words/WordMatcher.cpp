@@ -121,6 +121,8 @@ bool WordMatcher::endsAt(const Tree& tree, std::string_view text, std::size_t po
 
 bool WordMatcher::isWithinWord(const Tree& tree, char32_t point) const
 {
+    if (m_bounds == Bounds::none)
+        return false;
     const auto code = static_cast<UChar32>(point);
     const bool isMark = tree.hasLooseMarks && (U_MASK(u_charType(code)) & U_GC_M_MASK) != 0;
     return u_isalpha(code) || isMark || (m_bounds == Bounds::lettersAndDigits && u_isdigit(code));

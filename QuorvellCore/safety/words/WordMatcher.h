@@ -26,6 +26,7 @@ public:
     enum class Bounds {
         letters, ///< Of any alphabet; digits, underscores and apostrophes are bounds.
         lettersAndDigits,
+        none, ///< Also part of a longer one, for languages that part their words by nothing.
     };
 
     /// Words in lower case; one space in them stands for any run of white space. A word counts with any of the endings,
