@@ -39,12 +39,13 @@ Json clicking()
                 required("text", text("The exact text, with line breaks where they belong.")),
                 optional("replace", flag("True empties the field first. Default false."))}),
         declaration("press_key",
-            "Presses a key or a combination in the front application. Answers with the fresh screen.",
+            "Presses a key in the front application. For what other combinations do use choose_menu. Answers with the "
+            "fresh screen.",
             {required("key",
-                text("Key name with its modifiers in front, joined by plus signs: \"Return\", \"Escape\", \"Tab\", "
-                     "\"Page_Down\", \"ctrl+s\", \"ctrl+shift+t\", \"alt+Left\"."))}),
+                text("One of Return, Tab, space, Escape, Delete, Left, Right, Up, Down, Page_Up, Page_Down, Home, End, "
+                     "ctrl+plus, ctrl+minus, ctrl+0, ctrl+f, ctrl+l, ctrl+t, ctrl+w, ctrl+r, ctrl+n. No other key."))}),
         declaration("scroll", "Scrolls by about one page. To read a page use read_page, to find words find_on_page.",
-            {required("direction", choice("Which way to move through the content.", {"up", "down", "left", "right"})),
+            {required("direction", choice("Which way to move through the content.", {"up", "down"})),
                 optional("element_id", text("The list, page or area to scroll. Default: the one in front."))}),
         declaration("choose_menu",
             "Carries out a command of the front application's menus without opening them one by one.",
