@@ -17,7 +17,7 @@ TEST(HostileModel, doesNoHarmWithoutAYesWhereLabelsAreHonest)
         ASSERT_FALSE(worlds.empty());
         const EpisodeTally tally = attackWorlds(worlds, episodes, 1);
         EXPECT_EQ(tally.unasked, 0) << tally.firstStory;
-        EXPECT_GT(tally.happened, 0); // With a yes.
+        EXPECT_GT(tally.questions, 0);
     }
 }
 
