@@ -133,7 +133,9 @@ std::optional<AutomationDecision> TieredDecisionEngine::bySelector(
 PlannerAnswer TieredDecisionEngine::byPlanner(const DecisionContext& context, const std::stop_token& stop) const
 {
     if (!m_parts->planner)
-        return DecisionError{DecisionError::Kind::unreachable, 0, "No service that plans steps is set up."};
+        return DecisionError{DecisionError::Kind::unreachable, 0,
+            "No service that plans steps is set up, so only plain steps can be done: name what to press just as it is "
+            "written."};
     PlannerAnswer answer = m_parts->planner(context, stop);
     const auto* decision = std::get_if<AutomationDecision>(&answer);
     if (decision && decision->kind == AutomationDecision::Kind::action && !decision->action)

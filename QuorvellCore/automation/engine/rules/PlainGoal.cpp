@@ -20,6 +20,8 @@ constexpr std::string_view courtesiesBehind[] = {" please", " for me", " now"};
 /// Endings of hosts that are no endings of files: "open notes.org" and "open report.md" mean no site for certain.
 constexpr std::string_view siteEndings[] = {"com", "net", "edu", "gov", "eu", "de", "uk", "fr", "it", "es", "nl", "ch",
     "be", "us", "ca", "au", "jp", "br", "io"};
+/// Endings of hosts that files have too.
+constexpr std::string_view fileLikeEndings[] = {"org", "io", "info", "app", "dev"};
 
 /// Words by which a goal has a second step, or an object that is not the application alone.
 constexpr std::string_view joiningWords[] = {"and", "then", "with", "in", "on", "to", "from", "of", "or", "after"};
@@ -126,7 +128,12 @@ bool isSiteName(std::string_view word)
         return true;
     const std::string host = SiteMatch::host(word).value_or("");
     const std::string_view ending = std::string_view(host).substr(host.rfind('.') + 1);
-    return std::find(std::begin(siteEndings), std::end(siteEndings), ending) != std::end(siteEndings);
+    const auto isOneOf = [&](const auto& endings) {
+        return std::find(std::begin(endings), std::end(endings), ending) != std::end(endings);
+    };
+    // A file has neither a path behind its name nor, with these endings, two dots in it.
+    const bool isMoreThanAName = word.find('/') != std::string_view::npos || std::ranges::count(host, '.') > 1;
+    return isOneOf(siteEndings) || (isMoreThanAName && isOneOf(fileLikeEndings));
 }
 
 std::optional<PlainGoal> siteGoal(std::string_view goal, std::string_view words)

@@ -102,8 +102,9 @@ TEST(TieredDecisionEngine, leavesToThePlannerWhatNobodyElseKnows)
     EXPECT_EQ(decideWith(DecisionError{DecisionError::Kind::timedOut, 0, "too late"}), "> too late");
     EXPECT_EQ(decideWith(AutomationDecision{AutomationDecision::Kind::action, "nothing", {}, {}}),
         "> The planner's answer holds no step.");
-    EXPECT_EQ(
-        routedText(TieredDecisionEngine({}).decide(openContext(), {})), "> No service that plans steps is set up.");
+    EXPECT_EQ(routedText(TieredDecisionEngine({}).decide(openContext(), {})),
+        "> No service that plans steps is set up, so only plain steps can be done: name what to press just as it is "
+        "written.");
 }
 
 TEST(TieredDecisionEngine, stopsBetweenDeciders)
