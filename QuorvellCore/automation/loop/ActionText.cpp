@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/automation/loop/ActionText.h"
 
+#include "QuorvellCore/automation/actions/ActionObject.h"
 #include "QuorvellCore/text/LowerCase.h"
 
 #include <algorithm>
@@ -24,34 +25,13 @@ std::string elementName(const std::string& id, const AutomationObservation& obse
     return number == 1 ? name : name + " (" + std::to_string(number) + ")";
 }
 
-std::string joined(const std::vector<std::string>& path)
-{
-    std::string text;
-    for (const std::string& item : path)
-        text += text.empty() ? item : " > " + item;
-    return text;
-}
-
 std::string argumentText(const AutomationAction& action, const AutomationObservation& observation)
 {
     const std::string element = action.target ? elementName(*action.target, observation) : "";
-    switch (action.tool) {
-    case AutomationAction::Tool::click:
-        return element;
-    case AutomationAction::Tool::typeText:
+    if (action.tool == AutomationAction::Tool::typeText)
         return element + ": " + action.text.value_or("");
-    case AutomationAction::Tool::pressKey:
-        return lowerCased(action.key.value_or(""));
-    case AutomationAction::Tool::scroll:
-        return action.direction.value_or("") + (element.empty() ? "" : " in " + element);
-    case AutomationAction::Tool::chooseMenu:
-        return joined(action.path.value_or(std::vector<std::string>{}));
-    case AutomationAction::Tool::openApp:
-        return action.name.value_or("");
-    case AutomationAction::Tool::openWebsite:
-        return action.address.value_or("");
-    }
-    return {};
+    const std::string object = actionObject(action, element);
+    return action.tool == AutomationAction::Tool::pressKey ? lowerCased(object) : object;
 }
 
 } // namespace
