@@ -141,13 +141,13 @@ std::string Assistant::openNotebookAndTools(const ProgramEnvironment& environmen
         return opened.problem;
     m_notebook = std::move(opened.notebook);
     const auto now = [this] { return m_scheduler.wallClock(); };
-    registerReminderTools(m_registry, *m_notebook, {now, m_calendar, freshNoteID});
+    registerReminderTools(m_registry, *m_notebook, {now, m_calendar, freshNoteID, &m_undo});
     m_agenda = openAgenda(environment, m_scheduler);
-    registerAgendaTools(
-        m_registry, *m_agenda, *m_notebook, {now, m_calendar, freshEventUid, &m_heard, m_settings.wakingHours});
+    registerAgendaTools(m_registry, *m_agenda, *m_notebook,
+        {now, m_calendar, freshEventUid, &m_heard, m_settings.wakingHours, &m_undo});
     m_search = std::make_unique<NotebookSearch>(*m_notebook, m_scheduler);
     registerNotebookTools(m_registry, *m_notebook,
-        {now, freshNoteID, m_calendar, m_search.get(), &m_heard, showingElsewhere(m_scheduler)});
+        {now, freshNoteID, m_calendar, m_search.get(), &m_heard, showingElsewhere(m_scheduler), &m_undo});
     return ToolDispatcher::startUpProblem(m_registry).value_or("");
 }
 

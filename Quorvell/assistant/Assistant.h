@@ -27,6 +27,7 @@
 #include "Quorvell/session/reports/SessionAudience.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UserSettings.h"
+#include "Quorvell/tools/UndoBook.h"
 #include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <memory>
@@ -98,6 +99,7 @@ private:
     std::unique_ptr<NotebookSearch> m_search;
     std::unique_ptr<Agenda> m_agenda;
     HeardWords m_heard; ///< What the user answered to a question of a tool.
+    UndoBook m_undo; ///< Before the registry, whose tools write into it.
     ToolRegistry m_registry;
     std::unique_ptr<ToolDispatcher> m_tools;
     LiveConnectionChoice::Settings m_connections;

@@ -7,6 +7,7 @@
 #include "Quorvell/preferences/WakingHours.h"
 #include "Quorvell/session/consent/ConsentWords.h"
 #include "Quorvell/session/tools/ToolRegistry.h"
+#include "Quorvell/tools/UndoBook.h"
 #include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <functional>
@@ -20,6 +21,7 @@ struct AgendaToolContext {
     std::function<std::string()> newUid; ///< For events, unique in the world.
     ConsentWords* consent = nullptr; ///< Without it nothing is ever deleted. Outlives the registry.
     WakingHours waking{}; ///< In which free time is looked for.
+    UndoBook* undo = nullptr; ///< Without it nothing can be taken back. Outlives the registry.
 };
 
 /// Agenda and notebook must outlive the registry. Dates are in the user's zone, "2026-11-22 17:00", of whole days

@@ -4,6 +4,7 @@
 
 #include "Quorvell/notebook/NotebookSearch.h"
 #include "Quorvell/session/consent/ConsentWords.h"
+#include "Quorvell/tools/UndoBook.h"
 #include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <functional>
@@ -21,6 +22,7 @@ struct NotebookToolContext {
     using Shown = std::function<void(const std::string& problem)>;
     /// Shows a file or folder on the screen, which may take its time, then says why that cannot be, or nothing.
     std::function<void(const std::string& path, Shown shown)> show = nullptr;
+    UndoBook* undo = nullptr; ///< Without it nothing can be taken back, and no result says that it could.
 };
 
 } // namespace quorvell

@@ -4,6 +4,7 @@
 
 #include "Quorvell/notebook/Notebook.h"
 #include "Quorvell/session/tools/ToolRegistry.h"
+#include "Quorvell/tools/UndoBook.h"
 #include "QuorvellCore/reminders/calendar/Calendar.h"
 
 #include <functional>
@@ -15,6 +16,7 @@ struct ReminderToolContext {
     std::function<Instant()> now; ///< By the wall clock.
     Calendar calendar; ///< Of the user: zone and locale.
     std::function<std::string()> newID;
+    UndoBook* undo = nullptr; ///< Without it nothing can be taken back. Outlives the registry.
 };
 
 /// The notebook must outlive the registry.

@@ -2,6 +2,7 @@
 // What one conversation keeps in mind between two utterances. Values: copied to the worker that thinks, and back.
 #pragma once
 
+#include "Understanding/dialogue/DoneAct.h"
 #include "Understanding/dialogue/FoundThing.h"
 #include "Understanding/dialogue/PendingQuestion.h"
 #include "Understanding/dialogue/Wish.h"
@@ -32,6 +33,7 @@ struct RequestMemory {
         bool operator==(const Batch&) const = default;
     };
 
+    static constexpr std::size_t mostActs = 50; ///< That are kept to be taken back.
     static constexpr std::size_t mostTold = 5; ///< Things of a list; more nobody keeps in mind.
 
     PendingQuestion pending{};
@@ -47,6 +49,7 @@ struct RequestMemory {
     Batch batch{}; ///< Forgotten when the question whether they should go is.
     std::optional<SpokenDays> days{}; ///< What a list under way is of; nothing for everything.
     std::string lastReply{}; ///< For "say that again".
+    std::vector<DoneAct> acts{}; ///< What was changed and not taken back, the newest last.
 
     /// "tomorrow"; empty for everything.
     std::string daysInWords() const { return days ? days->words : std::string(); }

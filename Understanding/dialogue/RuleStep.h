@@ -15,6 +15,7 @@ namespace quorvell {
 struct RuleStep {
     std::variant<ToolRequest, std::string> answer;
     RequestMemory memory;
+    bool isNotUnderstood = false; ///< The text says that the words are beyond the rules: somebody else may try them.
 
     /// Asks the user back.
     static RuleStep asking(PendingQuestion question, RequestMemory memory)

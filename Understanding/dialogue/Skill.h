@@ -52,6 +52,10 @@ struct Skill {
     RuleStep (*takeResult)(const ToolRequest& call, const ToolResult& result, RequestMemory memory,
         const RuleSurroundings& around) = nullptr;
 
+    /// What a call of one of its tools changed, behind "I": "added milk to your shopping list". Empty where the result
+    /// says that nothing was changed.
+    std::string (*whatWasDone)(const ToolRequest& call, const ToolResult& result) = nullptr;
+
     // Of what was last talked about, where that is a matter of this skill:
     /// "Cancel that."
     Step (*undo)(RequestMemory memory, const RuleSurroundings& around) = nullptr;

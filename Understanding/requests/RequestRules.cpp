@@ -111,7 +111,7 @@ RuleStep answered(std::string_view words, RequestMemory memory, const RuleSurrou
         mood == RequestMood::question ? RequestReader::readQuestion(core, around) : RequestReader::read(core, around);
     if (request)
         return CarefulStep::take(answerRequest(*request, memory, around), *request, mood, memory);
-    return {SkillTable::cannot(around), std::move(memory)};
+    return {SkillTable::cannot(around), std::move(memory), true};
 }
 
 } // namespace
