@@ -61,10 +61,12 @@ quorvell_room(deciders Quorvell/deciders USES text automation preferences LIBRAR
 # The rooms that share state across threads: the thread sanitizer runs their tests.
 set(QUORVELL_THREADED_ROOMS automation actions audio files notebook_store agenda deciders)
 
-foreach(room IN ITEMS
+# The rooms without Qt and the speech libraries: the address and undefined sanitizers run their tests.
+set(QUORVELL_SANITIZED_ROOMS
     text notebook reminders live automation safety understanding_words understanding_time
     understanding_requests http line loop session actions practice audio files notebook_store agenda
     reminding tools deciders)
+foreach(room IN LISTS QUORVELL_SANITIZED_ROOMS)
     quorvell_test(${room})
 endforeach()
 

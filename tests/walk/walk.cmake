@@ -7,7 +7,7 @@ if(QUORVELL_WALK)
     target_include_directories(walk_test PRIVATE "${CMAKE_SOURCE_DIR}/tests/support")
     target_compile_definitions(walk_test PRIVATE QUORVELL_PROGRAM="$<TARGET_FILE:quorvell>"
         QUORVELL_FIXTURES="${CMAKE_SOURCE_DIR}/tests/fixtures")
-    target_compile_options(walk_test PRIVATE ${QUORVELL_WARNINGS})
+    target_compile_options(walk_test PRIVATE ${QUORVELL_WARNINGS} ${QUORVELL_TEST_OPTIONS})
     target_link_libraries(walk_test PRIVATE quorvell_text Qt6::Core util GTest::gtest GTest::gtest_main)
     quorvell_use_prelude(walk_test test)
     add_dependencies(walk_test quorvell)
