@@ -66,8 +66,9 @@ set(QUORVELL_SANITIZED_ROOMS
     text notebook reminders live automation safety understanding_words understanding_time
     understanding_requests http line loop session actions practice audio files notebook_store agenda
     reminding tools deciders)
+set(test_libraries_of_tools quorvell_understanding_requests) # What people say, carried out.
 foreach(room IN LISTS QUORVELL_SANITIZED_ROOMS)
-    quorvell_test(${room})
+    quorvell_test(${room} ${test_libraries_of_${room}})
 endforeach()
 
 if(QUORVELL_SHELL)
