@@ -55,6 +55,7 @@ SessionController::SessionController(Ports ports, SessionSettings settings)
           m_ports.synthesiser || m_settings.replies != SessionSettings::Replies::spoken
               ? OwnWords::Questions::reachTheUser
               : OwnWords::Questions::goUnheard)
+    , m_survey{m_turn, m_listening, m_desk, m_quiet, m_outbox, m_notices, m_lines, m_resting}
     , m_rest({m_timers, m_ports.log, m_resting, m_lines, m_preparation, m_briefing, m_listening, m_quiet, m_turn,
           m_meter, m_outbox, m_handover, m_notices})
 {
@@ -166,7 +167,7 @@ void SessionController::announce(std::string sentence)
     if (m_phase == SessionPhase::idle)
         return m_own.tellOnDevice();
     m_rest.wake();
-    m_own.tellIfDue(quietFacts());
+    m_own.tellIfDue(m_survey.facts());
 }
 
 void SessionController::respond()
@@ -336,34 +337,14 @@ void SessionController::take(const turn_report::StopSaid&)
 
 // ---- Silence
 
-QuietFacts SessionController::quietFacts() const
-{
-    QuietFacts facts;
-    facts.isTurnOpen = m_turn.isOpen();
-    facts.isVoiceSounding = m_turn.isVoiceSounding();
-    facts.isUserSpeaking = m_listening.ear().isHearingSpeech();
-    facts.areWordsAwaited = m_listening.areWordsAwaited();
-    facts.isToolRunning = m_desk.isWorking();
-    facts.isActing = m_desk.isActing();
-    facts.isConsentPending = m_quiet.isConsentPending();
-    facts.isMessageWaiting = !m_outbox.isEmpty();
-    facts.isDeviceSpeaking = m_notices.isSpeaking();
-    facts.isHighlighted = m_quiet.isHighlighted();
-    facts.isConnected = m_lines.ready() != nullptr;
-    facts.isListening = m_listening.ear().isListening();
-    facts.canRest = m_resting.canRest();
-    facts.doze = m_resting.state();
-    return facts;
-}
-
 void SessionController::checkIdle()
 {
     using Moment = ConnectionKeeper::Moment;
     meterTalk();
-    m_own.tellIfDue(quietFacts());
+    m_own.tellIfDue(m_survey.facts());
     stopWhenDayIsUsedUp();
     restOrStopIfQuiet();
-    m_lines.look(quietFacts().isQuiet() ? Moment::quiet : Moment::busy);
+    m_lines.look(m_survey.facts().isQuiet() ? Moment::quiet : Moment::busy);
 }
 
 void SessionController::meterTalk()
@@ -388,7 +369,7 @@ void SessionController::restOrStopIfQuiet()
     if (m_phase != SessionPhase::active)
         return;
     dozeIfQuiet();
-    if (const QuietFacts facts = quietFacts(); m_quiet.verdict(facts) == IdleRules::Verdict::stop)
+    if (const QuietFacts facts = m_survey.facts(); m_quiet.verdict(facts) == IdleRules::Verdict::stop)
         stop(m_quiet.reason(facts));
 }
 
@@ -396,7 +377,7 @@ void SessionController::restOrStopIfQuiet()
 
 void SessionController::dozeIfQuiet()
 {
-    if (m_quiet.verdict(quietFacts()) == IdleRules::Verdict::rest)
+    if (m_quiet.verdict(m_survey.facts()) == IdleRules::Verdict::rest)
         m_rest.doze();
 }
 

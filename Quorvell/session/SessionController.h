@@ -26,12 +26,12 @@
 #include "Quorvell/session/ports/UsageStore.h"
 #include "Quorvell/session/queue/ReportQueue.h"
 #include "Quorvell/session/queue/WrappingScheduler.h"
-#include "Quorvell/session/quiet/QuietFacts.h"
 #include "Quorvell/session/quiet/QuietWatch.h"
 #include "Quorvell/session/reports/ActionWatch.h"
 #include "Quorvell/session/reports/SessionAudience.h"
 #include "Quorvell/session/reports/SessionUsage.h"
 #include "Quorvell/session/reports/UserNotices.h"
+#include "Quorvell/session/rest/QuietSurvey.h"
 #include "Quorvell/session/rest/RestCycle.h"
 #include "Quorvell/session/rest/Resting.h"
 #include "Quorvell/session/settings/SessionSettings.h"
@@ -149,7 +149,6 @@ private:
     void setPhase(SessionPhase phase);
 
     // Silence
-    QuietFacts quietFacts() const;
     void checkIdle();
     void meterTalk();
     void stopWhenDayIsUsedUp();
@@ -215,6 +214,7 @@ private:
     ServiceEvents m_events;
     Briefing m_briefing;
     OwnWords m_own;
+    QuietSurvey m_survey;
     RestCycle m_rest;
     TimerHandle m_farewell;
 };
