@@ -66,10 +66,12 @@ set(QUORVELL_SANITIZED_ROOMS
     text notebook reminders live automation safety understanding_words understanding_time
     understanding_requests http line loop session actions practice audio files notebook_store agenda
     reminding tools deciders)
-set(test_libraries_of_tools quorvell_understanding_requests) # What people say, carried out.
 foreach(room IN LISTS QUORVELL_SANITIZED_ROOMS)
-    quorvell_test(${room} ${test_libraries_of_${room}})
+    quorvell_test(${room})
 endforeach()
+# What people say, carried out.
+list(APPEND QUORVELL_SANITIZED_ROOMS conversations)
+quorvell_test(conversations FOLDER conversations quorvell_tools quorvell_understanding_requests)
 
 if(QUORVELL_SHELL)
     # The WebRTC library behind values of our own; nobody else sees its headers.

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Catches what only shows over a whole conversation: a wrong thing changed, a question that traps, a change of mind that
-// is not heard. Judged by what stands in notebook and calendar at the end.
+// Catches what only shows over a whole conversation: a wrong thing changed, a question that traps, a change of mind
+// that is not heard. Judged by what stands in notebook and calendar at the end.
 #include "Household.h"
 
-#include <gtest/gtest.h>
-
 #include <fnmatch.h>
+#include <gtest/gtest.h>
 
 #include <cctype>
 #include <filesystem>
@@ -25,7 +24,8 @@ std::string small(std::string text)
 ///     words                what the user says
 ///     later 90             minutes pass
 ///     ~ pattern            what was just said to them must hold that, whatever case
-///     = pattern            stands there at the end; these are all that does. "*" is anything; capital letters are small
+///     = pattern            stands there at the end; these are all that does. "*" is anything; capital letters are
+///     small
 void play(const std::filesystem::path& path)
 {
     std::ifstream file(path);
@@ -45,7 +45,8 @@ void play(const std::filesystem::path& path)
             expected.push_back(line.substr(2));
         } else if (line.starts_with("~ ")) {
             EXPECT_TRUE(std::regex_search(said, std::regex(line.substr(2), std::regex::icase)))
-                << line << "\nafter:\n" << talk.substr(talk.size() - std::min<std::size_t>(talk.size(), 600));
+                << line << "\nafter:\n"
+                << talk.substr(talk.size() - std::min<std::size_t>(talk.size(), 600));
         } else if (line.starts_with("later ")) {
             household->pass(std::chrono::minutes(std::stoi(line.substr(6))));
         } else {

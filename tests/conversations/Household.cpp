@@ -159,7 +159,8 @@ std::vector<std::string> Household::events() const
         const std::string rule = valueIn(text, "RRULE");
         const std::string place = valueIn(text, "LOCATION");
         lines.push_back("event " + dateOf(valueIn(text, "DTSTART")) + " to " + dateOf(valueIn(text, "DTEND")) + " "
-            + valueIn(text, "SUMMARY") + (place.empty() ? "" : " @ " + place) + (rule.empty() ? "" : " (" + rule + ")"));
+            + valueIn(text, "SUMMARY") + (place.empty() ? "" : " @ " + place)
+            + (rule.empty() ? "" : " (" + rule + ")"));
     }
     return lines;
 }
