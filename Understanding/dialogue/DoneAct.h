@@ -2,8 +2,10 @@
 // Something that the assistant changed in this conversation, for "undo that" and "what did you just do".
 #pragma once
 
+#include "Understanding/dialogue/FoundThing.h"
 #include "Understanding/dialogue/ToolRequest.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,6 +18,13 @@ struct DoneAct {
     ToolRequest call{}; ///< That did it.
     std::optional<ToolRequest> undo{}; ///< Takes it back; nothing where that cannot be.
     std::string whyNot{}; ///< A sentence, where it cannot be taken back.
+    std::size_t turn = 0; ///< Of the words that led to it: what one request changed is taken back as one.
+    std::string words{}; ///< That request, without its opening and closing words.
+
+    // What "it" was before; again so once it is taken back:
+    std::string_view topic{};
+    FoundThing reminder{};
+    FoundThing event{};
 
     bool operator==(const DoneAct&) const = default;
 };

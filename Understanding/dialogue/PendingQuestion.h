@@ -27,6 +27,7 @@ struct PendingQuestion {
     std::string tool{}; ///< Of the call that is to be made again; empty when the answer makes another one.
     std::string arguments{}; ///< A JSON object.
     int misses = 0;
+    bool isTakenUpAgain = false; ///< It was put aside once: that is enough.
 
     bool isOpen() const { return kind != nullptr; }
 

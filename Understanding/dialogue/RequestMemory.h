@@ -2,9 +2,12 @@
 // What one conversation keeps in mind between two utterances. Values: copied to the worker that thinks, and back.
 #pragma once
 
+#include "Understanding/dialogue/AsideQuestion.h"
 #include "Understanding/dialogue/DoneAct.h"
 #include "Understanding/dialogue/FoundThing.h"
 #include "Understanding/dialogue/PendingQuestion.h"
+#include "Understanding/dialogue/TakingBack.h"
+#include "Understanding/dialogue/ThingBatch.h"
 #include "Understanding/dialogue/Wish.h"
 #include "Understanding/time/SpokenDays.h"
 
@@ -22,16 +25,7 @@ struct RequestMemory {
     /// What was last asked of the calendar, where a further day may be asked about.
     enum class CalendarQuestion { none, events, freeTime };
 
-    /// Things that are taken away one after the other, each by a call of its own, once the user agreed to all.
-    struct Batch {
-        std::vector<FoundThing> left{}; ///< The first is the one of the call that is asked for or under way.
-        bool isOfSeries = true; ///< What repeats ends; else only this time of it goes.
-        std::size_t done = 0;
-        std::vector<std::string> goesOn{}; ///< Titles of what comes again.
-        std::vector<std::string> failed{}; ///< Titles.
-
-        bool operator==(const Batch&) const = default;
-    };
+    using Batch = ThingBatch;
 
     static constexpr std::size_t mostActs = 50; ///< That are kept to be taken back.
     static constexpr std::size_t mostTold = 5; ///< Things of a list; more nobody keeps in mind.
@@ -50,6 +44,12 @@ struct RequestMemory {
     std::optional<SpokenDays> days{}; ///< What a list under way is of; nothing for everything.
     std::string lastReply{}; ///< For "say that again".
     std::vector<DoneAct> acts{}; ///< What was changed and not taken back, the newest last.
+    std::vector<DoneAct> takenBack{}; ///< For "redo", until something else is done; the newest last.
+    TakingBack takingBack{}; ///< Under way, or asked about.
+    std::vector<AsideQuestion> aside{}; ///< The newest last.
+    std::size_t turn = 0; ///< Utterances so far.
+    std::string words{}; ///< The last request that was no answer, without its opening and closing words.
+    std::optional<ToolRequest> call{}; ///< The last one that was made.
 
     /// "tomorrow"; empty for everything.
     std::string daysInWords() const { return days ? days->words : std::string(); }

@@ -57,6 +57,7 @@ struct Skill {
     std::string (*whatWasDone)(const ToolRequest& call, const ToolResult& result) = nullptr;
 
     // Of what was last talked about, where that is a matter of this skill:
+    bool undoesByItself = false; ///< `undo` knows what was done last; none of that is among the acts that are kept.
     /// "Cancel that."
     Step (*undo)(RequestMemory memory, const RuleSurroundings& around) = nullptr;
     /// "Also buy milk."

@@ -116,6 +116,7 @@ constinit const Skill ScreenSkill::row{
     .readStatement = readStatement,
     .questionBefore = questionBefore,
     .takeResult = takeResult,
+    .undoesByItself = true,
     .undo = undo,
 };
 
