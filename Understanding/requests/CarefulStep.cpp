@@ -38,6 +38,11 @@ bool CarefulStep::onlyLooksUp(const Request& request, const RuleSurroundings& ar
     return call ? questionBefore(*call).empty() : !step.memory.pending.isOpen();
 }
 
+bool CarefulStep::mayChange(const ToolRequest& call)
+{
+    return !questionBefore(call).empty();
+}
+
 RuleStep CarefulStep::take(RuleStep step, const Request& request, RequestMood mood, RequestMemory memory)
 {
     const auto* call = std::get_if<ToolRequest>(&step.answer);

@@ -3,17 +3,25 @@
 
 #include "QuorvellCore/live/tools/ToolResult.h"
 #include "QuorvellCore/safety/SpokenConsent.h"
+#include "QuorvellCore/text/Json.h"
 #include "QuorvellCore/text/Pattern.h"
-#include "Understanding/dialogue/PlainReplies.h"
 #include "Understanding/dialogue/QuestionKind.h"
-#include "Understanding/dialogue/SmallTalk.h"
 #include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/dialogue/repair/ActBook.h"
+#include "Understanding/dialogue/talk/OutOfReach.h"
+#include "Understanding/requests/AsideRules.h"
 #include "Understanding/requests/CarefulStep.h"
 #include "Understanding/requests/FollowUpRules.h"
 #include "Understanding/requests/ListedRules.h"
+#include "Understanding/requests/PlainAnswers.h"
+#include "Understanding/requests/RepairRules.h"
 #include "Understanding/requests/RequestReader.h"
 #include "Understanding/requests/SkillTable.h"
+#include "Understanding/requests/UndoRules.h"
+#include "Understanding/time/TimeWords.h"
 #include "Understanding/words/RequestText.h"
+
+#include <nlohmann/json.hpp>
 
 #include <optional>
 #include <string>
@@ -30,6 +38,8 @@ RuleStep remembered(RuleStep step)
 {
     if (const auto* text = std::get_if<std::string>(&step.answer))
         step.memory.lastReply = *text;
+    else
+        step.memory.call = std::get<ToolRequest>(step.answer);
     return step;
 }
 
@@ -55,39 +65,70 @@ RuleStep answerRequest(const Request& request, RequestMemory memory, const RuleS
     return request.answer(std::move(memory), around);
 }
 
-/// "Cancel that", of what was last set or kept.
-Step undo(const RequestMemory& memory, const RuleSurroundings& around)
+/// What is not done here is said; for a deed at a time a reminder is offered.
+RuleStep beyondReach(const OutOfReach& matter, const std::string& core, RequestMood mood, const RequestMemory& memory,
+    const RuleSurroundings& around)
 {
-    const Skill* skill = SkillTable::named(memory.topic);
-    return skill && skill->undo ? skill->undo(memory, around) : std::nullopt;
+    const bool isWish = matter.isDeed && mood == RequestMood::wish;
+    const auto request = isWish && !matter.isOffScreen ? RequestReader::read(core, around) : std::nullopt;
+    if (request && request->isForOthers)
+        return request->answer(memory, around);
+    const std::string reply = matter.reply.empty() ? SkillTable::cannot(around) : std::string(matter.reply);
+    constexpr std::string_view reminding = "set_reminder";
+    if (!isWish || !around.offers(reminding) || !TimeWords::atEnd(core, around))
+        return {reply, memory, matter.isCommonKnowledge};
+    return RuleStep::asking({.kind = &ToolResults::confirmation,
+                                .question = reply + " Should I remind you to " + core + "?",
+                                .task = core,
+                                .tool = std::string(reminding),
+                                .arguments = dumpJson(Json{{"text", "remind me to " + core}})},
+        memory);
 }
 
-/// What needs no tool, said at any time. Small talk leaves an open question open.
-Step answerPlainly(
-    const std::string& core, const std::string& opened, RequestMemory memory, const RuleSurroundings& around)
+RuleStep answerNew(
+    std::string_view words, const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
 {
-    if (SmallTalk::isUndo(core) && !memory.pending.isOpen()) {
-        if (auto step = undo(memory, around))
-            return step;
+    const RequestMood mood = moodOf(words);
+    if (const auto matter = OutOfReach::of(core))
+        return beyondReach(*matter, core, mood, memory, around);
+    const auto request =
+        mood == RequestMood::question ? RequestReader::readQuestion(core, around) : RequestReader::read(core, around);
+    if (request)
+        return CarefulStep::take(answerRequest(*request, memory, around), *request, mood, memory);
+    return {SkillTable::cannot(around), memory, true};
+}
+
+/// Words behind an open question that want to know something themselves, or wish for what is not done here. A question
+/// for free words takes wishes of any kind.
+bool asksInTurn(const std::string& core, const PendingQuestion& asked)
+{
+    static const Pattern question(
+        "^(?:what|who|where|why|which|whose|how (?:much|many|old|far|long|tall|is|are|do|does|did)"
+        "|is there|are there|do i|did i|do you|when (?:is|are|was|does|do))\\b(?! about| if)",
+        Pattern::caseless);
+    static const Pattern choice("^which (?:one|ones|of)\\b|^what i (?:want|mean|meant)\\b", Pattern::caseless);
+    if (question.find(core))
+        return !choice.find(core);
+    return !asked.task.empty() && OutOfReach::of(core);
+}
+
+/// The question stays open behind an answer in words; behind anything else it is put aside.
+RuleStep answerInTurn(
+    std::string_view words, const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    RequestMemory meanwhile = memory;
+    meanwhile.pending = {};
+    RuleStep step = answerNew(words, core, meanwhile, around);
+    const auto* text = std::get_if<std::string>(&step.answer);
+    if (!text || step.memory.pending.isOpen()) {
+        step.memory.words = core;
+        AsideRules::put(memory, core, step.memory);
+        return step;
     }
-    if (SmallTalk::isCancel(core)) {
-        const bool wasAsking = std::exchange(memory.pending, {}).isOpen();
-        return RuleStep{wasAsking ? std::string(PlainReplies::dropped) : "Okay.", std::move(memory)};
-    }
-    // It chooses nothing, and is no task and no note.
-    static const Pattern yes("^(?:yes|yeah|yep|yup|sure)\\b", Pattern::Case::insensitive);
-    const bool isYes = yes.find(core) && SpokenConsent::isAffirmative(core);
-    if (memory.pending.isOpen() && (isYes || SmallTalk::isAgreement(core))) {
-        const std::string again = std::string(PlainReplies::notUnderstood) + " " + memory.pending.question;
-        return RuleStep{again, std::move(memory)};
-    }
-    const SkillSummary skills{SkillTable::abilities(around), SkillTable::help(around)};
-    // Thanks are closing words, too: nothing but them may be all that was said.
-    for (const std::string& said : {core, opened, std::string(isYes ? "yes" : core)}) {
-        if (const auto text = SmallTalk::answer(said, memory.lastReply, skills, around))
-            return RuleStep{*text, std::move(memory)};
-    }
-    return std::nullopt;
+    const std::string said = step.isNotUnderstood && !OutOfReach::of(core) ? "I don't know that." : *text;
+    step.answer = said + " " + memory.pending.question;
+    step.memory.pending = memory.pending;
+    return step;
 }
 
 RuleStep answered(std::string_view words, RequestMemory memory, const RuleSurroundings& around)
@@ -98,32 +139,53 @@ RuleStep answered(std::string_view words, RequestMemory memory, const RuleSurrou
         PendingQuestion asked = std::exchange(memory.pending, {});
         return {ToolRequest{std::move(asked.tool), std::move(asked.arguments)}, std::move(memory)};
     }
-    if (auto step = answerPlainly(core, opened, memory, around))
+    if (auto step = UndoRules::answer(core, memory, around))
         return *std::move(step);
+    if (auto step = PlainAnswers::answer(core, opened, memory, around))
+        return *std::move(step);
+    const RequestMemory before = memory;
     if (const auto request = RequestReader::readSaid(words, around))
         return request->answer(std::move(memory), around);
     if (memory.pending.isOpen()) {
+        if (asksInTurn(core, memory.pending))
+            return answerInTurn(words, core, memory, around);
         if (auto step = FollowUpRules::answer(core, memory, around))
             return *std::move(step);
     }
-    const RequestMood mood = moodOf(words);
-    const auto request =
-        mood == RequestMood::question ? RequestReader::readQuestion(core, around) : RequestReader::read(core, around);
-    if (request)
-        return CarefulStep::take(answerRequest(*request, memory, around), *request, mood, memory);
-    return {SkillTable::cannot(around), std::move(memory), true};
+    RuleStep step = answerNew(words, core, memory, around);
+    if (!step.isNotUnderstood)
+        step.memory.words = core;
+    AsideRules::put(before, core, step.memory);
+    return AsideRules::takenUp(std::move(step));
+}
+
+/// What was said is taken for what is put right by it, where it puts something right.
+RuleStep answeredOrRepaired(std::string_view words, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    const std::string core = RequestText::withoutClosing(RequestText::withoutOpening(words));
+    RepairRules repair = RepairRules::of(core, memory, around);
+    if (repair.step)
+        return *std::move(repair.step);
+    if (!repair.words.empty())
+        return answered(repair.words, std::move(repair.memory), around);
+    return answered(words, memory, around);
 }
 
 } // namespace
 
 RuleStep RequestRules::answerWords(std::string_view words, const RequestMemory& memory, const RuleSurroundings& around)
 {
-    RuleStep step = remembered(answered(words, memory, around));
+    RequestMemory now = memory;
+    ++now.turn;
+    RuleStep step = remembered(answeredOrRepaired(words, now, around));
     // Only what was asked about goes, and nothing once something else was said.
     const auto* call = std::get_if<ToolRequest>(&step.answer);
     const bool isAgreed = call && memory.pending.isOpen() && call->arguments == memory.pending.arguments;
     if (!isAgreed && step.memory.pending.arguments != memory.pending.arguments)
         step.memory.batch = {};
+    const bool isTakenBack = call && ActBook::isTakingBack(*call, step.memory);
+    if (!isTakenBack && !ActBook::isTakingBack({step.memory.pending.tool, step.memory.pending.arguments}, step.memory))
+        step.memory.takingBack = {};
     return step;
 }
 
@@ -131,12 +193,22 @@ RuleStep RequestRules::answerResult(
     const ToolRequest& call, std::string_view text, const RequestMemory& memory, const RuleSurroundings& around)
 {
     const auto result = ToolResult::parse(text);
+    if (ActBook::isTakingBack(call, memory)) {
+        RuleStep step = ActBook::takeResult(result.value_or(ToolResult::failed("")), memory, around);
+        const std::string words = std::exchange(step.memory.takingBack.words, {});
+        if (words.empty() || !step.memory.takingBack.left.empty())
+            return remembered(AsideRules::takenUp(std::move(step)));
+        return remembered(answered(words, step.memory, around));
+    }
     if (!result)
         return ToolResults::say("That did not work.", memory);
     const Skill* skill = SkillTable::ofTool(call.name);
-    if (skill && skill->takeResult)
-        return remembered(skill->takeResult(call, *result, memory, around));
-    return ToolResults::say(ToolResults::failure(*result).value_or("Done."), memory);
+    if (!skill || !skill->takeResult)
+        return ToolResults::say(ToolResults::failure(*result).value_or("Done."), memory);
+    RuleStep step = skill->takeResult(call, *result, memory, around);
+    ActBook::record(
+        call, *result, skill->name, skill->whatWasDone ? skill->whatWasDone(call, *result) : "", memory, step);
+    return remembered(AsideRules::takenUp(std::move(step)));
 }
 
 } // namespace quorvell

@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/requests/UndoRules.h"
+
+#include "Understanding/dialogue/PlainReplies.h"
+#include "Understanding/dialogue/QuestionKind.h"
+#include "Understanding/dialogue/SmallTalk.h"
+#include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/dialogue/repair/ActBook.h"
+#include "Understanding/dialogue/repair/UndoWish.h"
+#include "Understanding/requests/SkillTable.h"
+#include "Understanding/words/ListPlace.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace quorvell {
+
+namespace {
+
+using Step = std::optional<RuleStep>;
+using Acts = std::vector<DoneAct>;
+
+constexpr const char* nothingDone = "I have changed nothing in this conversation.";
+
+/// Of what was last set or kept, by its skill's own way.
+Step undoOfTopic(const RequestMemory& memory, const RuleSurroundings& around)
+{
+    const Skill* skill = SkillTable::named(memory.topic);
+    return skill && skill->undo ? skill->undo(memory, around) : std::nullopt;
+}
+
+bool undoesByItself(const RequestMemory& memory)
+{
+    const Skill* skill = SkillTable::named(memory.topic);
+    return skill && skill->undoesByItself;
+}
+
+/// The first one chosen of several that were told, by its place or its words.
+Step takeChosen(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    const auto fitting = ActBook::named(memory, asked.task);
+    if (const auto place = ListPlace::read(core)) {
+        const auto index = place->among(fitting.size());
+        return index ? Step(ActBook::takeBack({.left = fitting[*index]}, std::move(memory), around)) : std::nullopt;
+    }
+    const auto narrower = ActBook::named(memory, asked.task + " " + core);
+    return narrower.size() == 1 ? Step(ActBook::takeBack({.left = narrower.front()}, std::move(memory), around))
+                                : std::nullopt;
+}
+
+constexpr QuestionKind whichAct{takeChosen};
+
+RuleStep askWhich(const std::string& words, const std::vector<Acts>& fitting, RequestMemory memory)
+{
+    Acts each;
+    for (const Acts& acts : fitting)
+        each.push_back(acts.front());
+    return RuleStep::asking({.kind = &whichAct,
+                                .question = "I " + ActBook::inWords(each) + ". Which of them should I take back?",
+                                .task = words},
+        std::move(memory));
+}
+
+/// Asked first: a call that waits for a yes is the first one.
+RuleStep askFirst(Acts acts, const std::string& question, RequestMemory memory)
+{
+    const auto first = std::ranges::find_if(acts, [](const DoneAct& act) { return act.undo.has_value(); });
+    if (first == acts.end())
+        return ToolResults::say("I " + ActBook::inWords(acts) + ", and " + (acts.size() == 1 ? "that" : "none of it")
+                + " can be taken back"
+                + (acts.size() == 1 && !acts.front().whyNot.empty() ? ": " + acts.front().whyNot : "."),
+            std::move(memory));
+    const ToolRequest call = *first->undo;
+    std::erase_if(acts, [](const DoneAct& act) { return !act.undo; });
+    memory.takingBack = {.left = std::move(acts)};
+    return RuleStep::asking(
+        {.kind = &ToolResults::confirmation, .question = question, .tool = call.name, .arguments = call.arguments},
+        std::move(memory));
+}
+
+RuleStep takeBackEverything(const RequestMemory& memory, const RuleSurroundings& around)
+{
+    const Acts acts = ActBook::newest(memory, RequestMemory::mostActs);
+    if (acts.size() <= 1)
+        return ActBook::takeBack({.left = acts}, memory, around);
+    return askFirst(
+        acts, "I " + ActBook::inWords(acts) + ". Should I take back all " + std::to_string(acts.size()) + "?", memory);
+}
+
+RuleStep takeBackNamed(const std::string& words, const std::vector<Acts>& fitting, const RequestMemory& memory,
+    const RuleSurroundings& around)
+{
+    if (fitting.size() == 1)
+        return ActBook::takeBack({.left = fitting.front()}, memory, around);
+    if (fitting.size() > 1)
+        return askWhich(words, fitting, memory);
+    return ToolResults::say("I have not done anything like that in this conversation. The last thing: I "
+            + ActBook::inWords(ActBook::newest(memory, 1)) + ".",
+        memory);
+}
+
+Step redo(RequestMemory memory, const RuleSurroundings& around)
+{
+    if (memory.takenBack.empty())
+        return ToolResults::say("I have taken nothing back that could be done again.", std::move(memory));
+    const DoneAct act = memory.takenBack.back();
+    if (!around.offers(act.call.name))
+        return std::nullopt;
+    memory.takenBack.pop_back();
+    memory.words = act.words;
+    return RuleStep{act.call, std::move(memory)};
+}
+
+RuleStep tellLast(const RequestMemory& memory)
+{
+    if (memory.acts.empty() && !memory.takenBack.empty())
+        return ToolResults::say("I took this back: " + memory.takenBack.back().what + ".", memory);
+    const Acts acts = ActBook::newest(memory, 1);
+    return ToolResults::say(acts.empty() ? nothingDone : "I " + ActBook::inWords(acts) + ".", memory);
+}
+
+RuleStep tellAll(const RequestMemory& memory)
+{
+    Acts acts = memory.acts;
+    std::ranges::reverse(acts);
+    return ToolResults::say(acts.empty() ? nothingDone
+            : acts.size() == 1
+            ? "I " + ActBook::inWords(acts) + "."
+            : std::to_string(acts.size()) + " things, the newest first: I " + ActBook::inWords(acts) + ".",
+        memory);
+}
+
+RuleStep tellWhether(const RequestMemory& memory)
+{
+    if (!ActBook::wasJustDone(memory))
+        return ToolResults::say(memory.acts.empty()
+                ? "No. " + std::string(nothingDone)
+                : "The last thing that I did: I " + ActBook::inWords(ActBook::newest(memory, 1)) + ".",
+            memory);
+    return ToolResults::say("Yes. I " + ActBook::inWords(ActBook::newest(memory, 1)) + ".", memory);
+}
+
+/// With nothing kept that could be taken back.
+Step withoutActs(const UndoWish& wish, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    switch (wish.kind) {
+    case UndoWish::Kind::last:
+        if (auto step = undoOfTopic(memory, around))
+            return step;
+        [[fallthrough]];
+    case UndoWish::Kind::before:
+    case UndoWish::Kind::everything:
+        return ToolResults::say(nothingDone, memory);
+    case UndoWish::Kind::redo:
+        return redo(memory, around);
+    case UndoWish::Kind::tellLast:
+        return tellLast(memory);
+    case UndoWish::Kind::tellAll:
+        return tellAll(memory);
+    case UndoWish::Kind::tellWhether:
+        return tellWhether(memory);
+    case UndoWish::Kind::named:
+        return std::nullopt;
+    }
+    return std::nullopt;
+}
+
+Step withActs(const UndoWish& wish, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    switch (wish.kind) {
+    case UndoWish::Kind::last:
+        return ActBook::takeBack({.left = ActBook::newest(memory, wish.count)}, memory, around);
+    case UndoWish::Kind::before:
+        return ActBook::takeBack({.left = ActBook::beforeLast(memory)}, memory, around);
+    case UndoWish::Kind::everything:
+        return takeBackEverything(memory, around);
+    case UndoWish::Kind::named:
+        return takeBackNamed(wish.words, ActBook::named(memory, wish.words), memory, around);
+    case UndoWish::Kind::redo:
+    case UndoWish::Kind::tellLast:
+    case UndoWish::Kind::tellAll:
+    case UndoWish::Kind::tellWhether:
+        return withoutActs(wish, memory, around);
+    }
+    return std::nullopt;
+}
+
+bool onlyTells(UndoWish::Kind kind)
+{
+    return kind == UndoWish::Kind::tellLast || kind == UndoWish::Kind::tellAll || kind == UndoWish::Kind::tellWhether;
+}
+
+} // namespace
+
+std::optional<RuleStep> UndoRules::answer(
+    const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    const bool isAsking = memory.pending.isOpen();
+    if (const auto wish = UndoWish::read(core)) {
+        if (isAsking && onlyTells(wish->kind))
+            return std::nullopt;
+        if (memory.acts.empty() || (wish->kind == UndoWish::Kind::last && undoesByItself(memory)))
+            return isAsking ? std::nullopt : withoutActs(*wish, memory, around);
+        return withActs(*wish, memory, around);
+    }
+    if (isAsking || !SmallTalk::isUndo(core))
+        return std::nullopt;
+    const bool isOfAct = UndoWish::isOfWhatWasJustDone(core) && ActBook::wasJustDone(memory) && !undoesByItself(memory);
+    if (isOfAct)
+        return ActBook::takeBack({.left = ActBook::newest(memory, 1)}, memory, around);
+    if (auto step = undoOfTopic(memory, around))
+        return step;
+    return ActBook::wasJustDone(memory) ? Step(offer("", memory)) : std::nullopt;
+}
+
+RuleStep UndoRules::offer(const std::string& lead, RequestMemory memory)
+{
+    const Acts acts = ActBook::newest(memory, 1);
+    const std::string what = ActBook::inWords(acts);
+    return askFirst(
+        acts, lead + (lead.empty() ? "" : " ") + "I " + what + ". Should I take that back?", std::move(memory));
+}
+
+} // namespace quorvell
