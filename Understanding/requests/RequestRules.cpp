@@ -19,6 +19,7 @@
 #include "Understanding/requests/SkillTable.h"
 #include "Understanding/requests/UndoRules.h"
 #include "Understanding/time/TimeWords.h"
+#include "Understanding/words/CueSpelling.h"
 #include "Understanding/words/RequestText.h"
 
 #include <nlohmann/json.hpp>
@@ -173,10 +174,13 @@ RuleStep answeredOrRepaired(std::string_view words, const RequestMemory& memory,
 
 } // namespace
 
-RuleStep RequestRules::answerWords(std::string_view words, const RequestMemory& memory, const RuleSurroundings& around)
+RuleStep RequestRules::answerWords(std::string_view said, const RequestMemory& memory, const RuleSurroundings& around)
 {
     RequestMemory now = memory;
     ++now.turn;
+    // Where free words are asked for, they stay as they are.
+    const bool asksForWords = memory.pending.isOpen() && memory.pending.task.empty();
+    const std::string words = asksForWords ? std::string(said) : CueSpelling::repaired(said);
     RuleStep step = remembered(answeredOrRepaired(words, now, around));
     // Only what was asked about goes, and nothing once something else was said.
     const auto* call = std::get_if<ToolRequest>(&step.answer);

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/words/CueSpelling.h"
+
+#include "QuorvellCore/text/LowerCase.h"
+#include "Understanding/words/WordDistance.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace quorvell {
+
+namespace {
+
+constexpr std::size_t longestText = 400; ///< Bytes; in a longer one nobody looks for slips.
+constexpr std::size_t shortestWord = 5; ///< Bytes of a slip; shorter words are too near to others.
+constexpr std::size_t longWord = 8; ///< Bytes of a word from which on two slips are believed.
+
+constexpr auto commands = std::to_array<std::string_view>({"remind", "reminder", "reminders", "calendar", "schedule",
+    "scheduled", "schedules", "reschedule", "alarm", "alarms", "timer", "timers", "appointment", "appointments", "meeting",
+    "meetings", "event", "events", "delete", "remove", "cancel", "create", "change", "update", "notebook", "shopping",
+    "grocery", "groceries", "agenda", "notification", "snooze", "birthday", "please", "upcoming", "postpone", "remember",
+    "checklist"});
+/// Nouns that a thing is put into or looked for in.
+constexpr auto containers =
+    std::to_array<std::string_view>({"calendar", "schedule", "agenda", "notebook", "checklist", "shopping", "grocery"});
+/// Words of their own, as near to a command as a slip.
+constexpr auto others = std::to_array<std::string_view>({"rewind", "remand", "remainder", "remainders", "reminded",
+    "remote", "removed", "remover", "reprove", "cancer", "cancels", "chancel", "crate", "crates", "crated", "crease",
+    "crater", "cremate", "created", "creates", "creator", "deleted", "deletes", "deplete", "melting", "meting", "greeting",
+    "heating", "seating", "beating", "timber", "tiger", "times", "timed", "tamer", "charge", "chance", "changed", "changes",
+    "changer", "charges", "pleased", "pleases", "updated", "updates", "upset", "stopping", "shipping", "chopping", "grocer",
+    "grocers", "alarmed", "snoozed", "evens", "evert", "advent", "invent", "birthdays", "cancelled", "canceled", "reminding",
+    "scheduler", "calendars", "remembers", "remembered", "notebooks", "checklists", "time", "meets", "meaning", "slipping", "swapping", "skipping", "snapping", "stepping", "shaping", "sopping", "scheming"});
+/// Behind these the request may still begin.
+constexpr auto light = std::to_array<std::string_view>({"please", "pls", "can", "could", "would", "will", "you", "u", "i",
+    "we", "want", "need", "like", "to", "my", "the", "a", "an", "all", "any", "new", "next", "for", "on", "in", "into",
+    "from", "of", "off", "me", "us", "show", "tell", "what", "whats", "what's", "is", "are", "do", "have", "when", "add",
+    "put", "set", "up", "make", "list", "read", "open", "check", "move", "find", "get", "give", "there", "today", "todays",
+    "today's", "tomorrow", "tomorrows", "tomorrow's", "this", "that", "hey", "hi", "hello", "ok", "okay", "quorvell",
+    "also", "and", "it", "clear", "erase", "stop", "turn", "name", "pull", "let", "know", "how", "many", "does", "did",
+    "was", "were", "has", "am", "our", "another", "first", "last", "second", "no", "not", "don't", "dont", "week", "month",
+    "weeks", "it's", "i'm", "id", "i'd", "look", "at", "view", "display", "see", "your", "start", "begin", "book", "plan"});
+/// What follows is the user's to say.
+constexpr auto keepers =
+    std::to_array<std::string_view>({"remind", "reminder", "note", "write", "jot", "remember", "called", "named", "saying"});
+
+bool isAmong(const auto& table, std::string_view word)
+{
+    return std::ranges::find(table, word) != table.end();
+}
+
+/// The only command that it can be a slip of.
+std::optional<std::string_view> meant(std::string_view word)
+{
+    if (word.size() < shortestWord || isAmong(commands, word) || isAmong(others, word) || isAmong(light, word))
+        return std::nullopt;
+    std::optional<std::string_view> found;
+    for (const std::string_view command : commands) {
+        const std::size_t most = command.size() >= longWord ? 2 : 1;
+        if (command.front() != word.front() || WordDistance::between(word, command) > most)
+            continue;
+        const bool isNearer = !found || WordDistance::between(word, command) < WordDistance::between(word, *found);
+        found = isNearer ? command : *found;
+    }
+    return found;
+}
+
+struct Typed {
+    std::size_t start;
+    std::size_t end;
+    std::string word; ///< In lower case, without signs around it.
+};
+
+bool isLetter(char letter)
+{
+    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') || letter == '\'' || letter < 0;
+}
+
+std::optional<Typed> nextWord(std::string_view text, std::size_t from)
+{
+    std::size_t start = from;
+    while (start < text.size() && !isLetter(text[start]))
+        ++start;
+    std::size_t end = start;
+    while (end < text.size() && isLetter(text[end]))
+        ++end;
+    return start < end ? std::optional(Typed{start, end, lowerCased(text.substr(start, end - start))}) : std::nullopt;
+}
+
+/// Which words may be put right depends on those before them.
+class Reader {
+public:
+    /// What is typed instead; nothing where it stays.
+    std::optional<std::string_view> take(const Typed& typed, std::string_view text)
+    {
+        const bool isName = typed.start > 0 && text[typed.start] >= 'A' && text[typed.start] <= 'Z'
+            && text.substr(typed.end).find_first_of("abcdefghijklmnopqrstuvwxyz") != std::string_view::npos;
+        const auto right = isName ? std::nullopt : meant(typed.word);
+        const bool mayBe = right && (m_isHead || (m_isInside && isAmong(containers, *right)));
+        const std::string_view word = mayBe ? *right : std::string_view(typed.word);
+        m_isInside = (m_isLed && isAmong(owners, word)) || (m_isInside && isAmong(kinds, word));
+        m_isLed = isAmong(links, word);
+        m_isHead = m_isHead && (isAmong(light, word) || isAmong(commands, word));
+        m_isKept = m_isKept || isAmong(keepers, word);
+        return mayBe ? right : std::nullopt;
+    }
+    /// Nothing behind it is put right any more.
+    bool isKept() const { return m_isKept; }
+
+private:
+    static constexpr auto links = std::to_array<std::string_view>({"in", "to", "on", "into", "onto", "from", "off"});
+    static constexpr auto owners = std::to_array<std::string_view>({"my", "the", "our"});
+    static constexpr auto kinds = std::to_array<std::string_view>({"work", "family", "shared", "personal", "private"});
+
+    bool m_isHead = true; ///< No word came yet that the request may be about.
+    bool m_isLed = false; ///< Behind "in".
+    bool m_isInside = false; ///< Behind "in my".
+    bool m_isKept = false;
+};
+
+} // namespace
+
+std::string CueSpelling::repaired(std::string_view words)
+{
+    std::string text;
+    std::size_t position = 0;
+    Reader reader;
+    while (words.size() <= longestText && !reader.isKept()) {
+        const auto typed = nextWord(words, position);
+        if (!typed)
+            break;
+        const auto right = reader.take(*typed, words);
+        text += words.substr(position, typed->start - position);
+        text += right ? *right : words.substr(typed->start, typed->end - typed->start);
+        position = typed->end;
+    }
+    return text + std::string(words.substr(position));
+}
+
+} // namespace quorvell
