@@ -76,7 +76,10 @@ RuleStep beyondReach(const OutOfReach& matter, const std::string& core, RequestM
         return request->answer(memory, around);
     const std::string reply = matter.reply.empty() ? SkillTable::cannot(around) : std::string(matter.reply);
     constexpr std::string_view reminding = "set_reminder";
-    if (!isWish || !around.offers(reminding) || !TimeWords::atEnd(core, around))
+    static const Pattern time(
+        "\\b(?:at|on|every|by|tonight|today|tomorrow|next|noon|midnight|in an?|in \\d+)\\b|\\d ?[ap]\\.?m\\b",
+        Pattern::caseless);
+    if (!isWish || !around.offers(reminding) || !time.find(core) || !TimeWords::atEnd(core, around))
         return {reply, memory, matter.isCommonKnowledge};
     return RuleStep::asking({.kind = &ToolResults::confirmation,
                                 .question = reply + " Should I remind you to " + core + "?",

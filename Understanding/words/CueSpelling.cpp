@@ -16,34 +16,37 @@ constexpr std::size_t longestText = 400; ///< Bytes; in a longer one nobody look
 constexpr std::size_t shortestWord = 5; ///< Bytes of a slip; shorter words are too near to others.
 constexpr std::size_t longWord = 8; ///< Bytes of a word from which on two slips are believed.
 
-constexpr auto commands = std::to_array<std::string_view>({"remind", "reminder", "reminders", "calendar", "schedule",
-    "scheduled", "schedules", "reschedule", "alarm", "alarms", "timer", "timers", "appointment", "appointments", "meeting",
-    "meetings", "event", "events", "delete", "remove", "cancel", "create", "change", "update", "notebook", "shopping",
-    "grocery", "groceries", "agenda", "notification", "snooze", "birthday", "please", "upcoming", "postpone", "remember",
-    "checklist"});
+constexpr auto commands = std::to_array<std::string_view>(
+    {"remind", "reminder", "reminders", "calendar", "schedule", "scheduled", "schedules", "reschedule", "alarm",
+        "alarms", "timer", "timers", "appointment", "appointments", "meeting", "meetings", "event", "events", "delete",
+        "remove", "cancel", "create", "change", "update", "notebook", "shopping", "grocery", "groceries", "agenda",
+        "notification", "snooze", "birthday", "please", "upcoming", "postpone", "remember", "checklist"});
 /// Nouns that a thing is put into or looked for in.
 constexpr auto containers =
     std::to_array<std::string_view>({"calendar", "schedule", "agenda", "notebook", "checklist", "shopping", "grocery"});
 /// Words of their own, as near to a command as a slip.
-constexpr auto others = std::to_array<std::string_view>({"rewind", "remand", "remainder", "remainders", "reminded",
-    "remote", "removed", "remover", "reprove", "cancer", "cancels", "chancel", "crate", "crates", "crated", "crease",
-    "crater", "cremate", "created", "creates", "creator", "deleted", "deletes", "deplete", "melting", "meting", "greeting",
-    "heating", "seating", "beating", "timber", "tiger", "times", "timed", "tamer", "charge", "chance", "changed", "changes",
-    "changer", "charges", "pleased", "pleases", "updated", "updates", "upset", "stopping", "shipping", "chopping", "grocer",
-    "grocers", "alarmed", "snoozed", "evens", "evert", "advent", "invent", "birthdays", "cancelled", "canceled", "reminding",
-    "scheduler", "calendars", "remembers", "remembered", "notebooks", "checklists", "time", "meets", "meaning", "slipping", "swapping", "skipping", "snapping", "stepping", "shaping", "sopping", "scheming"});
+constexpr auto others = std::to_array<std::string_view>(
+    {"rewind", "remand", "remainder", "remainders", "reminded", "remote", "removed", "remover", "reprove", "cancer",
+        "cancels", "chancel", "crate", "crates", "crated", "crease", "crater", "cremate", "created", "creates",
+        "creator", "deleted", "deletes", "deplete", "melting", "meting", "greeting", "heating", "seating", "beating",
+        "timber", "tiger", "times", "timed", "tamer", "charge", "chance", "changed", "changes", "changer", "charges",
+        "pleased", "pleases", "updated", "updates", "upset", "stopping", "shipping", "chopping", "grocer", "grocers",
+        "alarmed", "snoozed", "evens", "evert", "advent", "invent", "birthdays", "cancelled", "canceled", "reminding",
+        "scheduler", "calendars", "remembers", "remembered", "notebooks", "checklists", "time", "meets", "meaning",
+        "slipping", "swapping", "skipping", "snapping", "stepping", "shaping", "sopping", "scheming"});
 /// Behind these the request may still begin.
-constexpr auto light = std::to_array<std::string_view>({"please", "pls", "can", "could", "would", "will", "you", "u", "i",
-    "we", "want", "need", "like", "to", "my", "the", "a", "an", "all", "any", "new", "next", "for", "on", "in", "into",
-    "from", "of", "off", "me", "us", "show", "tell", "what", "whats", "what's", "is", "are", "do", "have", "when", "add",
-    "put", "set", "up", "make", "list", "read", "open", "check", "move", "find", "get", "give", "there", "today", "todays",
-    "today's", "tomorrow", "tomorrows", "tomorrow's", "this", "that", "hey", "hi", "hello", "ok", "okay", "quorvell",
-    "also", "and", "it", "clear", "erase", "stop", "turn", "name", "pull", "let", "know", "how", "many", "does", "did",
-    "was", "were", "has", "am", "our", "another", "first", "last", "second", "no", "not", "don't", "dont", "week", "month",
-    "weeks", "it's", "i'm", "id", "i'd", "look", "at", "view", "display", "see", "your", "start", "begin", "book", "plan"});
+constexpr auto light = std::to_array<std::string_view>({"please", "pls", "can", "could", "would", "will", "you", "u",
+    "i", "we", "want", "need", "like", "to", "my", "the", "a", "an", "all", "any", "new", "next", "for", "on", "in",
+    "into", "from", "of", "off", "me", "us", "show", "tell", "what", "whats", "what's", "is", "are", "do", "have",
+    "when", "add", "put", "set", "up", "make", "list", "read", "open", "check", "move", "find", "get", "give", "there",
+    "today", "todays", "today's", "tomorrow", "tomorrows", "tomorrow's", "this", "that", "hey", "hi", "hello", "ok",
+    "okay", "quorvell", "also", "and", "it", "clear", "erase", "stop", "turn", "name", "pull", "let", "know", "how",
+    "many", "does", "did", "was", "were", "has", "am", "our", "another", "first", "last", "second", "no", "not",
+    "don't", "dont", "week", "month", "weeks", "it's", "i'm", "id", "i'd", "look", "at", "view", "display", "see",
+    "your", "start", "begin", "book", "plan"});
 /// What follows is the user's to say.
-constexpr auto keepers =
-    std::to_array<std::string_view>({"remind", "reminder", "note", "write", "jot", "remember", "called", "named", "saying"});
+constexpr auto keepers = std::to_array<std::string_view>(
+    {"remind", "reminder", "note", "write", "jot", "remember", "called", "named", "saying"});
 
 bool isAmong(const auto& table, std::string_view word)
 {

@@ -8,8 +8,8 @@
 namespace quorvell {
 
 struct CueSpelling {
-    /// With those words put right that can be nothing else: where a request begins, and behind "in my" and the like. What
-    /// is to be kept, names and tasks, stays as it was typed.
+    /// With those words put right that can be nothing else: where a request begins, and behind "in my" and the like.
+    /// What is to be kept, names and tasks, stays as it was typed.
     static std::string repaired(std::string_view words);
 };
 

@@ -30,11 +30,14 @@ std::size_t RequestText::endOf(std::string_view text)
 std::string RequestText::withoutOpening(std::string_view words)
 {
     static const Pattern opening(
-        "^(?:(?:hey|hi|hello|okay|ok) [\\p{L}]{2,12}(?<!\\b(?:please|so|and|now|can|could|i|then|pls|plz|just|there|what|when"
-        "|set|add|put|show|tell|delete|remove|cancel|create|make|schedule|list|do|is|are|remind|note|read|find|move|also))"
-        "(?=,? (?:(?:can|could|would|will) (?:you|u|i|we)|please|pls|plz|i (?:need|want|would|have)|what(?:['’]?s)?|when|remind"
+        "^(?:(?:hey|hi|hello|okay|ok) "
+        "[\\p{L}]{2,12}(?<!\\b(?:please|so|and|now|can|could|i|then|pls|plz|just|there|what|when"
+        "|set|add|put|show|tell|delete|remove|cancel|create|make|schedule|list|do|is|are|remind|note|read|find|move|"
+        "also))"
+        "(?=,? (?:(?:can|could|would|will) (?:you|u|i|we)|please|pls|plz|i "
+        "(?:need|want|would|have)|what(?:['’]?s)?|when|remind"
         "|set|add|put|show|tell|delete|remove|cancel|create|make|schedule|list|do i|is there|are there)\\b)"
-        "|hey|hi|hello|okay|ok|so|well|u+m+|u+h+|e+r+m*|hm+|ah|and|then|now|oh|right|alright|all "
+        "|hey|hi|hello|okay|ok|so|well(?! done)|u+m+|u+h+|e+r+m*|hm+|ah|and|then|now|oh|right|alright|all "
         "right|(?:listen|look|say)(?=,)"
         "|sorry|excuse me|please|pls|plz|plse|kindly|quorvell|dear|darling|good (?:morning|afternoon|evening)(?= \\S|,)"
         "|actually|by the way|you know|i mean|let me see(?=,)"
@@ -65,7 +68,8 @@ std::string RequestText::withoutOpening(std::string_view words)
 std::string RequestText::withoutClosing(std::string_view words)
 {
     static const Pattern closing(
-        "[\\s,.;!?]*(?:\\b(?:please|pls|plz|thx|thank u|for me|(?:many )?thanks(?: a lot| so much)?|thank you(?: very much| so "
+        "[\\s,.;!?]*(?:\\b(?:please|pls|plz|thx|thank u|for me|(?:many )?thanks(?: a lot| so much)?|thank you(?: very "
+        "much| so "
         "much)?|cheers|ta|will you|would you|could you"
         "|can you|won['’]?t you|if you (?:can|could|would|please|don['’]?t mind|wouldn['’]?t mind|like)"
         "|when you (?:can|get a chance|have a moment)|dear|darling|love|mate|quorvell|okay|ok|all "

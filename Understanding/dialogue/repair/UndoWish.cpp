@@ -29,32 +29,32 @@ std::size_t numberOf(const std::string& words)
 }
 
 const std::string undoing = "(?:undo|un do|revert|reverse|rollback|roll back|take back|retract|unmake)";
-const std::string things = "(?:one|ones|thing|things|change|changes|action|actions|act|acts|step|steps|command|commands"
-                           "|request|requests|entry|entries)";
-const std::string whatYouDid = "(?:what|whatever|all|everything) (?:you|we|i) (?:have |had )?(?:just |now )?(?:did|done"
-                               "|changed|set|added|made|deleted|removed)(?: (?:just )?now| today| so far)?";
+const std::string things = "(?:one|ones|thing|things|change|changes|action|actions|act|acts|step|steps|command"
+                           "|commands|request|requests|entry|entries)";
+const std::string whatYouDid = "(?:what|whatever|all|everything) (?:you|we|i) (?:have |had )?(?:just "
+                               "|now )?(?:did|done|changed|set|added|made|deleted|removed)(?: (?:just )?now"
+                               "| today| so far)?";
 
 std::optional<UndoWish> readUndo(const std::string& phrase)
 {
     static const Pattern everything("^" + undoing
         + " (?:it all|all|everything|all of (?:it|them|that|those|this)|all (?:the |my |your )?" + things
-        + "|the whole (?:lot|thing)|everything you did|all (?:that )?you did)(?: you (?:did|made))?(?: so far| again"
-          "| today)?$|^(?:take|put) everything back(?: (?:how|the way|as) it was)?$");
+        + "|the whole (?:lot|thing)|everything you did|all (?:that )?you did)(?: you (?:did|made))?(?: so far"
+          "| again| today)?$|^(?:take|put) everything back(?: (?:how|the way|as) it was)?$");
     static const Pattern several("^" + undoing
-        + " (?:the |my |your )?last (\\d{1,3}|two|three|four|five|six|seven|eight"
-          "|nine|ten)(?: "
-        + things + "| of them)?$" + "|^" + undoing + " (both)(?: of them| " + things + ")?$");
+        + " (?:the |my |your )?last (\\d{1,3}|two|three|four|five|six|seven|eight|nine|ten)(?: " + things
+        + "| of them)?$" + "|^" + undoing + " (both)(?: of them| " + things + ")?$");
     static const Pattern before("^(?:(?:and|also|now) )?(?:" + undoing
-        + " )?(?:the (?:one|thing|change|act) before(?: that| it| this| last)?|the (?:previous|earlier) one(?: "
-          "too)?)$");
+        + " )?(?:the (?:one|thing|change|act) before(?: that| it| this| last)?|the (?:previous"
+          "|earlier) one(?: too)?)$");
     static const Pattern last("^(?:" + undoing
-        + "|take (?:it|that|this) back|(?:put|change|set) (?:it|that|this) back"
-          "|undo undo)(?: (?:it|that|this|again|please|now|then|too|the same))*"
-          "(?: (?:how|the way|as|to (?:how|what|the way)) it was(?: before)?)?$"
+        + "|take (?:it|that|this) back|(?:put|change|set) (?:it|that|this) back|undo undo)(?: (?:it|that|this"
+          "|again|please|now|then|too|the same))*(?: (?:how|the way|as|to (?:how|what"
+          "|the way)) it was(?: before)?)?$"
         + "|^" + undoing + " (?:that|this|the|my|your|the very)(?: last| latest| previous)? " + things + "$|^" + undoing
         + " (?:the )?last$|^" + undoing
-        + " (?:what|whatever) (?:you|we|i) (?:have |had )?(?:just |now )?(?:did|done"
-          "|changed|set|added|made)(?: just now| last)?$|^(?:cancel|reverse|scratch|scrap) (?:(?:the|my|your) last "
+        + " (?:what|whatever) (?:you|we|i) (?:have |had )?(?:just |now )?(?:did|done|changed|set|added"
+          "|made)(?: just now| last)?$|^(?:cancel|reverse|scratch|scrap) (?:(?:the|my|your) last "
         + things + "|" + whatYouDid + ")$|^i (?:want|need|would like) (?:it|that) undone$");
     static const Pattern named("^" + undoing + " (?:the )?(\\S.*)$|^take (?!it |that |this |me |us )(\\S.*) back$");
     if (everything.find(phrase))
@@ -74,24 +74,23 @@ std::optional<UndoWish> readUndo(const std::string& phrase)
 std::optional<UndoWish> readTelling(const std::string& phrase)
 {
     static const std::string verbs =
-        "(?:do|done|change|changed|add|added|set|create|created|delete|deleted|remove|removed"
-        "|save|saved|put in|put down|enter|entered|move|moved|make|made|undo|undone)";
+        "(?:do|done|change|changed|add|added|set|create|created|delete|deleted|remove|removed|save|saved|put in"
+        "|put down|enter|entered|move|moved|make|made|undo|undone)";
     static const Pattern all("^(?:what (?:all )?(?:have|did) (?:you|we|i) (?:all )?" + verbs
-        + "(?: (?:for me|so far|today|until now|in this conversation|up to now|all together))+"
-          "|(?:tell|show|list)(?: me)? (?:everything|all|what)(?: that)? you (?:have |had )?(?:did|done|changed)(?: so "
-          "far"
-          "| today| for me)*|what have you done|what did you (?:all )?change|what has (?:been )?changed(?: so far)?"
-          "|what changed(?: so far)?)$");
+        + "(?: (?:for me|so far|today|until now|in this conversation|up to now|all together))+|(?:tell|show"
+          "|list)(?: me)? (?:everything|all|what)(?: that)? you (?:have |had )?(?:did|done|changed)(?: so far"
+          "| today| for me)*|what have you done|what did you (?:all )?change"
+          "|what has (?:been )?changed(?: so far)?|what changed(?: so far)?)$");
     static const Pattern last("^what (?:have|did) (?:you|we|i) just " + verbs + "(?: (?:now|there|then|for me))*$"
         + "|^what did you (?:do|change|set|save|delete|remove)(?: just)?(?: now| then| there| last)?$"
           "|^what was the last (?:thing|change)(?: that)? (?:you|i|we) (?:did|made|added|changed|set)$"
-          "|^(?:please )?(?:confirm|check|recheck|verify|double check)(?: "
-          "(?:what|that|the|your|my|me|it|this|last|just|was"
-          "|i|you|said|say|did|command|request|order|instruction|again|once more|correctly|details))*$");
+          "|^(?:please )?(?:confirm|check|recheck|verify|double check)(?: (?:what|that|the|your|my|me|it|this"
+          "|last|just|was|i|you|said|say|did|command|request|order|instruction|again|once more|correctly"
+          "|details))*$");
     static const Pattern whether("^(?:did|have) you (?:really |just |already )?" + verbs
-        + " (?:it|that|this|so)(?: yet| now| already)?$"
-          "|^(?:is|was) (?:it|that|this) (?:done|set|saved|added|deleted|removed|changed)(?: now| already| yet)?$"
-          "|^did (?:it|that) (?:work|go through|work out)$|^are you done(?: with (?:it|that))?$");
+        + " (?:it|that|this|so)(?: yet| now| already)?$|^(?:is|was) (?:it|that|this) (?:done|set|saved|added"
+          "|deleted|removed|changed)(?: now| already| yet)?$|^did (?:it|that) (?:work|go through|work out)$"
+          "|^are you done(?: with (?:it|that))?$");
     if (all.find(phrase))
         return UndoWish{.kind = Kind::tellAll};
     if (last.find(phrase))
@@ -108,9 +107,9 @@ std::optional<UndoWish> UndoWish::read(std::string_view core)
         return std::nullopt;
     const std::string phrase = RequestText::phrase(core);
     static const Pattern redo(
-        "^(?:redo|re do|undo (?:the|that|your|my) undo(?:ing)?|restore)(?: (?:it|that|this|the last one"
-        "|again|please))*$|^do (?:it|that) again after all$|^put (?:it|that) back (?:in|on) again$"
-        "|^i did not (?:mean|want) to undo(?: (?:it|that))?$|^(?:do not|dont) undo (?:it|that)$");
+        "^(?:redo|re do|undo (?:the|that|your|my) undo(?:ing)?|restore)(?: (?:it|that|this|the last one|again"
+        "|please))*$|^do (?:it|that) again after all$|^put (?:it|that) back (?:in|on) again$|^i did not (?:mean"
+        "|want) to undo(?: (?:it|that))?$|^(?:do not|dont) undo (?:it|that)$");
     if (redo.find(phrase))
         return UndoWish{.kind = Kind::redo};
     auto wish = readUndo(phrase);

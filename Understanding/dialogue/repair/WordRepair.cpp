@@ -19,8 +19,9 @@ namespace {
 
 const std::string some = "(\\S+(?: \\S+){0,3}?)"; ///< Up to four words.
 const std::string said = "(?:no[,.]? |sorry[,.]? |wait[,.]? )*";
-const std::string meant = "(?:(?:i|we) (?:said|say|meant|mean|wanted|typed|was saying|am saying)(?: to say)?[,:]? "
-                          "|(?:it|that|he|she|the name)(?:['’]s| is| was|['’]s called| is called| should be)[,:]? )";
+const std::string meant = "(?:(?:i|we) (?:said|say|meant|mean|wanted|typed|was saying"
+                          "|am saying)(?: to say)?[,:]? |(?:it|that|he|she|the name)(?:['’]s| is| was"
+                          "|['’]s called| is called| should be)[,:]? )";
 
 bool isId(std::string_view key)
 {

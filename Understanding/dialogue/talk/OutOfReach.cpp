@@ -29,18 +29,15 @@ struct Matter {
 };
 
 const std::string device =
-    "(?:lights?|lamps?|light ?bulbs?|bulbs?|(?:smart |power |wall "
-    ")?(?:plugs?|sockets?|outlets?)|wemo|thermostat|heating"
-    "|heater|radiators?|air ?con(?:ditioning|ditioner)?|ac|fans?|vacuum(?: cleaner)?|hoover|roomba|robot|coffee "
-    "?(?:machine"
-    "|maker|pot)?|espresso(?: machine)?|kettle|oven|stove|dishwasher|washing "
-    "machine|washer|dryer|blinds?|curtains?|shutters?"
-    "|garage(?: door)?|front door|doors?|gate|tv|television|telly|projector|sprinklers?|fridge|humidifier|stereo)";
-const std::string control = "(?:turn|switch|put|shut|dim|dimm|brighten|bright|lighten|darken|raise|lower|increase|"
-                            "decrease|reduce|set|change|adjust"
-                            "|make|start|run|begin|activate|deactivate|power|open|close|lock|unlock|kill|light|fade|"
-                            "blink|flash|down|up|heat|cool"
-                            "|warm|stop|lessen|soften|intensify)";
+    "(?:lights?|lamps?|light ?bulbs?|bulbs?|(?:smart |power |wall )?(?:plugs?|sockets?|outlets?)|wemo"
+    "|thermostat|heating|heater|radiators?|air ?con(?:ditioning|ditioner)?|ac|fans?|vacuum(?: cleaner)?|hoover"
+    "|roomba|robot|coffee ?(?:machine|maker|pot)?|espresso(?: machine)?|kettle|oven|stove|dishwasher"
+    "|washing machine|washer|dryer|blinds?|curtains?|shutters?|garage(?: door)?|front door|doors?|gate|tv"
+    "|television|telly|projector|sprinklers?|fridge|humidifier|stereo)";
+const std::string control = "(?:turn|switch|put|shut|dim|dimm|brighten|bright|lighten|darken|raise|lower"
+                            "|increase|decrease|reduce|set|change|adjust|make|start|run|begin|activate"
+                            "|deactivate|power|open|close|lock|unlock|kill|light|fade|blink|flash|down|up|heat"
+                            "|cool|warm|stop|lessen|soften|intensify)";
 const std::string places =
     "(?:near me|nearby|near here|around (?:me|here)|close by|in (?:my|this|the) (?:area|city|town"
     "|neighbou?rhood|vicinity)|in town|next to me|closest|nearest|locally)";
@@ -62,7 +59,7 @@ constexpr OutOfReach recipe{"I know no recipes: that needs an online model.", fa
 constexpr OutOfReach around{"I don't know what is around here: that needs an online model."};
 constexpr OutOfReach words{"I can't explain or translate words: that needs an online model.", false, false, true};
 constexpr OutOfReach web{"I can't look things up on the web."};
-constexpr OutOfReach facts{"", false, false, true}; // What can be done instead is told.
+constexpr OutOfReach facts{{}, false, false, true}; // What can be done instead is told.
 constexpr OutOfReach body{"I don't measure steps, sleep or calories."};
 constexpr OutOfReach taste{
     "I can't play anything, and I don't keep what you like to hear unless you say \"remember\".", true};
@@ -70,184 +67,153 @@ constexpr OutOfReach taste{
 std::span<const Matter> matters()
 {
     static const std::string start =
-        "^(?:(?:and|then|also|next|now|can|could|you|please|i|we|want|would|like|love|need|to"
-        "|let|me|us|hear|just|kindly|go|ahead|help|start|begin|will) )*";
+        "^(?:(?:and|then|also|next|now|can|could|you|please|i|we|want|would|like|love|need|to|let|me|us|hear"
+        "|just|kindly|go|ahead|help|start|begin|will) )*";
     static const Matter table[] = {
         // Devices
         {"\\b" + control + "\\b.*\\b" + device + "\\b(?! (?:saving|savings|bill|bills|money|appointment))", house},
         {"^(?:" + device + "|(?:less|more|no|dim|bright|darker|brighter|softer|lower|all|the) (?:the )?" + device
                 + ")(?: (?:on|off|up|down|out|please|in|at|now|colou?r|change|power|level)\\b.*)?$",
             house},
-        {"\\b(?:lights?|lamps?)\\b.*\\b(?:on|off|out|brighter|darker|dimmer|blue|red|green|pink|purple|yellow|orange|"
-         "white"
-         "|warm|cold|percent|colou?rs?)\\b",
+        {"\\b(?:lights?|lamps?)\\b.*\\b(?:on|off|out|brighter|darker|dimmer|blue|red|green|pink|purple|yellow"
+         "|orange|white|warm|cold|percent|colou?rs?)\\b",
             house},
-        {"^(?:it is )?(?:too )?(?:dark|bright)(?: in)? here|^(?:dark|bright)er in here", house},
-        {"^(?!.*\\b(?:at|on|today|tonight|tomorrow|every|next|by|calendar|list|notebook|notes)\\b)(?:(?:please|can|"
-         "could|you|go"
-         "|start|now) )*(?:vacuum|vaccum|hoover|mop|sweep|clean) (?:up )?(?:the|my|our|this)\\b",
+        {"^(?:it is )?(?:too )?(?:dark|bright)(?: in)? here|^(?:dark|bright)er in here|\\b(?:brighten|darken"
+         "|light up|dim)\\b|\\b(?:room|kitchen|bedroom|bathroom|hall|here)\\b.*\\b(?:brighter|darker|warmer"
+         "|cooler|lighter)\\b",
             house},
-        {"\\b(?:make|brew|prepare|get|like|want|fix|pour|start) (?:me |us |some |more |another |a |an |the |my |up "
-         ")*(?:cups? "
-         "of |pot of |strong |hot |fresh )*(?:coffee|espresso|cappuccino|latte|tea|americano)\\b",
+        {"^(?!.*\\b(?:at|on|today|tonight|tomorrow|every|next|by|calendar|list|notebook|notes)\\b)(?:(?:please"
+         "|can|could|you|go|start|now) )*(?:(?:start|begin) )?(?:vacuum|vaccum|vacuuming|hoover|mop|sweep"
+         "|clean) (?:up )?(?:the|my|our|this)\\b",
+            house},
+        {"\\b(?:make|brew|prepare|get|fix|pour) (?:me |us |some |more |another |a |an |the |my "
+         "|up )*(?:cups? of |pot of |strong |hot |fresh )*(?:coffee|espresso|cappuccino|latte|tea|americano)\\b"
+         "|^(?:an? |some |my |the )?(?:strong |hot |double |black )*(?:espresso|coffee|cappuccino|latte"
+         "|americano)$",
             house},
         // Sound
-        {"\\b(?:volume|mute|unmute|loudness)\\b|\\b(?:louder|quieter|softer)$|^(?:(?:turn|make|set|put) "
-         ")?(?:(?:it|this|that"
-         "|the (?:sound|music|speakers?|audio)|sound|music|speakers?) )?(?:(?:a (?:bit|little)|much|way|more) "
-         ")?(?:louder"
-         "|quieter|softer)\\b|\\b(?:turn|crank|pump) (?:it|this|that|the (?:sound|speakers?|audio)|sound|your voice) "
-         "(?:up"
-         "|down)\\b|\\b(?:raise|lower|increase|decrease|silence|adjust) (?:the |your |my "
-         ")?(?:speakers?|sound|audio)\\b|^too "
-         "(?:loud|quiet)\\b",
+        {"\\b(?:volume|mute|unmute|loudness)\\b|\\b(?:louder|quieter|softer)$|^(?:(?:turn|make|set"
+         "|put) )?(?:(?:it|this|that|the (?:sound|music|speakers?|audio)|sound|music"
+         "|speakers?) )?(?:(?:a (?:bit|little)|much|way|more) )?(?:louder|quieter|softer)\\b|\\b(?:turn|crank"
+         "|pump) (?:it|this|that|the (?:sound|speakers?|audio)|sound|your voice) (?:up|down)\\b|\\b(?:raise"
+         "|lower|increase|decrease|silence|adjust) (?:the |your |my )?(?:speakers?|sound|audio)\\b|^too (?:loud"
+         "|quiet)\\b",
             volume},
         {start
-                + "(?:play|shuffle|resume|replay|unpause|skip|rewind|fast forward)\\b(?! "
-                  "(?:back|date|dates|with|time|tennis"
-                  "|football|golf|chess|cards|group|area|ground)\\b)(?!.*\\b(?:rehearsal|practice)\\b)",
+                + "(?:play|shuffle|resume|replay|unpause|skip|rewind|fast forward)\\b(?! (?:back|date|dates"
+                  "|with|time|tennis|football|golf|chess|cards|group|area|ground)\\b)(?!.*\\b(?:rehearsal"
+                  "|practice)\\b)",
             music, Ours::plain},
-        {"\\b(?:songs?|playlists?|podcasts?|audio "
-         "?books?|radio|broadcasts?|soundtracks?|albums?|tunes?|music)\\b(?!.*\\b("
-         "?:lesson|lessons|class|teacher|school|shop|store|festival|practice|book|concert|party)\\b)",
+        {"^(?!.*\\bdo i\\b).*\\b(?:songs?|playlists?|podcasts?|audio ?books?|radio|broadcasts?|soundtracks?"
+         "|albums?|tunes?|music)\\b(?!.*\\b(?:lesson|lessons|class|teacher|school|shop|store|festival|practice"
+         "|book|concert|party)\\b)",
             music},
-        {"\\b(?:next|previous|last) (?:episode|track|chapter|station|channel)\\b|\\bi want to hear\\b|^(?:hear|listen "
-         "to) "
-         "|\\b(?:change|switch) (?:the )?(?:station|channel)\\b",
+        {"\\b(?:next|previous|last|new|latest) (?:episode|track|chapter|station|channel)\\b|\\bchannel \\d"
+         "|\\bi want to hear\\b|^(?:hear|listen to) |\\b(?:change|switch) (?:the )?(?:station|channel)\\b",
             music},
-        {"\\b(?:i am|we are) into [a-z0-9 ]*music\\b|\\bmy favou?rite (?:song|band|singer|music|album|artist)\\b(?!.* "
-         "is "
-         ")|\\bi (?:really )?(?:like|love|enjoy|hate|dislike) (?:this|that|the) "
-         "(?:song|band|singer|music|track|tune|album)\\b",
+        {"\\b(?:i am|we are) into [a-z0-9 ]*music\\b|\\bmy favou?rite (?:song|band|singer|music|album"
+         "|artist)\\b(?!.* is )|\\bi (?:really )?(?:like|love|enjoy|hate|dislike) (?:this|that|the) (?:song"
+         "|band|singer|music|track|tune|album)\\b",
             taste},
         // Weather, news, money
-        {"\\b(?:weather|forecast|temperature (?:outside|today|tomorrow|in|now|for|right "
-         "now|going)|humidity|(?:need|take|bring|carry) (?:an |my |a )?(?:umbrella"
-         "|raincoat|sunscreen))\\b|\\b(?:will|going to|does|is|did|it|when|if|chance of|any|expect) (?:it |be |to |it "
-         "be |there "
-         "be |going to |it going to "
-         ")*(?:rain|raining|rainy|snow|snowing|snowy|sunny|cloudy|windy|hail|storm|stormy|foggy|hot"
-         "|cold|warm|chilly|freezing|humid)\\b|\\bhow (?:hot|cold|warm) (?:is|will|was)\\b|\\bnext time it will\\b",
-            weather, Ours::plain},
-        {"\\b(?:news|headlines?|current affairs|breaking)\\b(?!letter)", news, Ours::plain},
+        {"\\b(?:weather|forecast|temperature (?:outside|today|tomorrow|in|now|for|right now|going)|humidity"
+         "|(?:need|take|bring|carry) (?:an |my |a )?(?:umbrella|raincoat|sunscreen))\\b|\\b(?:will|going to"
+         "|does|is|did|it|when|if|chance of|any|expect) (?:it |be |to |it be |there be |going to "
+         "|it going to )*(?:rain|raining|rainy|snow|snowing|snowy|sunny|cloudy|windy|hail|storm|stormy|foggy"
+         "|hot|cold|warm|chilly|freezing|humid)\\b|\\bhow (?:hot|cold|warm) (?:is|will|was)\\b"
+         "|\\bnext time it will\\b",
+            weather},
+        {"\\b(?:news|headlines?|current affairs|breaking news)\\b(?! (?:is|was|are|about (?:my|the|our))\\b)", news,
+            Ours::plain},
         {"\\b(?:who won|score of|scores?|match result|game result|league|world cup|standings)\\b", news},
-        {"\\b(?:stocks?|shares?|share price|stock market|nasdaq|dow jones|bitcoin|crypto\\w*|trading at)\\b(?! "
-         "(?:the|my|this"
-         "|it|with|cupboard|pot|cubes?|up)\\b)",
+        {"\\b(?:stocks?|shares?|share price|stock market|nasdaq|dow jones|bitcoin|crypto\\w*"
+         "|trading at)\\b(?! (?:the|my|this|of|it|with|cupboard|pot|cubes?|up)\\b)",
             money, Ours::plain},
-        {"\\b(?:exchange "
-         "rates?|currency|currencies)\\b|\\b(?:dollars?|euros?|pounds?|yen|rupees?|francs?|pesos?|usd|eur|gbp"
-         "|inr|cad|yuan|krona|rubles?)\\b.*\\b(?:to|in|into|versus|vs|against|worth|compare|equal)\\b.*\\b(?:dollars?|"
-         "euros?"
-         "|pounds?|yen|rupees?|francs?|pesos?|usd|eur|gbp|inr|cad|yuan|krona|rubles?)\\b|^how (?:much|strong) is "
-         "(?:the|a|one"
-         "|1) (?:\\w+ )?(?:dollar|euro|pound|yen|rupee|franc|peso)\\b|^current price of\\b|\\bprice of "
-         "(?:gold|oil|gas|silver)"
-         "\\b",
+        {"\\b(?:exchange rates?|currency|currencies)\\b|\\b(?:dollars?|euros?|pounds?|yen|rupees?|francs?"
+         "|pesos?|usd|eur|gbp|inr|cad|yuan|krona|rubles?)\\b.*\\b(?:to|in|into|versus|vs|against|worth|compare"
+         "|equal)\\b.*\\b(?:dollars?|euros?|pounds?|yen|rupees?|francs?|pesos?|usd|eur|gbp|inr|cad|yuan|krona"
+         "|rubles?)\\b|^how (?:much|strong) is (?:the|a|one|1) (?:\\w+ )?(?:dollar|euro|pound|yen|rupee|franc"
+         "|peso)\\b|^current price of\\b|\\bprice of (?:gold|oil|gas|silver)\\b",
             money},
         // Getting about
-        {"\\b(?:taxi|cab|uber|ride ?share|limo)\\b(?! (?:receipt|number|money|firm))|\\b(?:order|book|call|get|hail) "
-         "(?:me |us "
-         ")?a (?:ride|car|lift)\\b|\\btransport(?:ation)? to\\b",
+        {"\\b(?:taxi|cab|uber|ride ?share|limo)\\b(?! (?:receipt|number|money|firm))|\\b(?:order|book|call|get"
+         "|hail) (?:me |us )?a (?:ride|car|lift)\\b|\\btransport(?:ation)? to\\b",
             booking},
         {"\\b(?:book|reserve|buy|get|bring|order|purchase|find|need|want) (?:me |us |a |an |the |some |one |my "
-         "|cheapest |two "
-         "|three |2 |3 |return |round trip "
-         ")*(?:(?:train|bus|plane|flight|air|movie|concert|cinema|theatre|theater|ferry|metro"
-         ") )?(?:tickets?|flights?|seats?|hotels?|rooms?|table|reservations?)\\b",
+         "|cheapest |two |three |2 |3 |return |round trip )*(?:(?:train|bus|plane|flight|air|movie|concert"
+         "|cinema|theatre|theater|ferry|metro) )?(?:tickets?|flights?|seats?|hotels?|rooms?|table"
+         "|reservations?)\\b",
             booking},
-        {"\\b(?:train|trains|bus|buses|subway|metro|tram|flight|flights|ferry|plane)\\b.*\\b(?:schedule|timetable|"
-         "times?"
-         "|departures?|depart|departs|arrivals?|arrive|arrives|leave|leaves|prices?|tickets?|next|to|from|cost|station|"
-         "late"
-         "|delayed|running)\\b|\\b(?:next|last|first|when|which|any) (?:is |does |the |next |are |there "
-         ")*(?:train|bus|subway"
-         "|metro|tram|ferry|plane|flight)s?\\b",
+        {"\\b(?:train|trains|bus|buses|subway|metro|tram|flight|flights|ferry|plane)\\b.*\\b(?:schedule"
+         "|timetable|times?|departures?|depart|departs|arrivals?|arrive|arrives|leave|leaves|prices?|tickets?"
+         "|next|to|from|cost|station|late|delayed|running)\\b|\\b(?:next|last|first|when|which|any) (?:is "
+         "|does |the |next |are |there )*(?:train|bus|subway|metro|tram|ferry|plane|flight)s?\\b",
             travel},
-        {"\\btraffic\\b|\\bdirections? (?:to|from|for)\\b|\\bhow (?:do|can) i get "
-         "to\\b|\\b(?:route|navigate|navigation)\\b"
-         "|\\bhow (?:far|long)(?: \\w+){1,6} (?:drive|walk|get|fly|travel|from)\\b|\\bgps\\b|\\bmap "
-         "of\\b|\\bcommute\\b",
+        {"\\btraffic\\b|\\bdirections? (?:to|from|for)\\b|\\bhow (?:do|can) i get to\\b|\\b(?:route|navigate"
+         "|navigation)\\b|\\bhow (?:far|long)(?: \\w+){1,6} (?:drive|walk|get|fly|travel|from)\\b|\\bgps\\b"
+         "|\\bmap of\\b|\\bcommute\\b",
             travel},
         // Mail, calls, people, posts
-        {"\\b(?:e ?mails?|inbox|gmail|outlook)\\b(?! address(?:es)?\\b)(?! (?:on|at|by|tomorrow|today|this|in) "
-         ")|\\b(?:send|"
-         "forward|write|compose|reply|draft|read|check|show|any|new|unread) (?:[a-z]+ ){0,4}(?:e "
-         "?mails?|mails?|messages?"
-         "|texts?|sms)\\b|^(?:new|unread|any|my) (?:new |unread )?(?:mails?|messages?|texts?)$|^(?:text|message|e "
-         "?mail|mail) "
-         "(?!(?:about|from|is|was|on|at)\\b)\\w+",
+        {"\\b(?:e ?mails?|inbox|gmail|outlook)\\b(?! address(?:es)?\\b)(?! (?:on|at|by|tomorrow|today|this"
+         "|in) )|\\b(?:send|forward|write|compose|reply|draft|read|check|show|any|new"
+         "|unread) (?:[a-z]+ ){0,4}(?:e ?mails?|mails?|messages?|texts?|sms)\\b|^(?:new|unread|any|my) (?:new "
+         "|unread )?(?:mails?|messages?|texts?)$|^(?:text|message|e ?mail|mail) (?!(?:about|from|is|was|on"
+         "|at)\\b)\\w+",
             mail},
         {"\\bsend (?:a |an |the |this |my )?[a-z ]*\\bto [a-z ]+@|\\b\\w+@\\w+", mail},
-        {"^(?!.*\\b(?:at|on|in|by|today|tonight|tomorrow|every|next|before|after)\\b)(?:call|phone|ring|dial|telephone|"
-         "video "
-         "call) (?!(?:me|us|off|it|that|this|them|for|in|at|on|my "
-         "list)\\b)\\w+(?: \\w+){0,3}$|\\b(?:make|place) a (?:phone |video )?call\\b|\\bredial\\b|\\banswer the "
-         "(?:phone|call)"
-         "\\b|\\b(?:missed|voice ?)(?: ?mails?| calls?)\\b",
+        {"^(?!.*\\b(?:at|on|in|by|today|tonight|tomorrow|every|next|before|after)\\b)(?:call|phone|ring|dial"
+         "|telephone|video call) (?!(?:me|us|off|it|that|this|them|for|in|at|on|my list)\\b)\\w+(?: \\w+){0,3}$"
+         "|\\b(?:make|place) a (?:phone |video )?call\\b|\\bredial\\b|\\banswer the (?:phone|call)\\b"
+         "|\\b(?:missed|voice ?)(?: ?mails?| calls?)\\b",
             call},
-        {"\\bcontacts\\b|\\bcontact (?:info\\w*|details?|number|list|card|book|for|of)\\b|\\bnew "
-         "contact\\b|\\b(?:address|phone) ?"
-         "book\\b",
+        {"\\bcontacts\\b|\\bcontact (?:info\\w*|details?|number|list|card|book|for|of)\\b|\\bnew contact\\b"
+         "|\\b(?:address|phone) ?book\\b",
             people, Ours::plain},
-        {"\\b(?:facebook|twitter|tweets?|instagram|snapchat|tiktok|linkedin|whatsapp|reddit|social media|social "
-         "network\\w*"
-         "|hashtags?|retweet|followers?)\\b|\\b(?:post|share) (?:this|that|it)\\b(?! letter)",
+        {"\\b(?:facebook|twitter|tweets?|instagram|snapchat|tiktok|linkedin|whatsapp|reddit|social media"
+         "|social network\\w*|hashtags?|retweet|followers?)\\b|\\b(?:post|share) (?:this|that|it)\\b(?! letter)",
             social, Ours::plain},
         // Things to eat and to buy
         {"\\b(?:take ?away|takeout|take out (?:order|food)|home delivery)\\b|" + start
-                + "order (?!of\\b|from\\b.*\\blist\\b)(?:me |us |some |a |an |the "
-                  "|another |my )*\\w+|\\bto order (?:me|us|some)\\b",
+                + "order (?!of\\b|from\\b.*\\blist\\b)(?:me |us |some |a |an |the |another |my )*\\w+"
+                  "|\\bto order (?:me|us|some)\\b",
             food},
-        {"^(?!(?:find|search|look|show|read|open|where|did|do i)\\b).*\\brecipes?\\b|\\bhow (?:do|can|should) "
-         "(?:i|you|we) (?:cook|bake|fry|boil|roast|grill|prepare)\\b|\\bhow to (?:cook"
-         "|bake|fry|boil|roast|grill)\\b|\\bwhat (?:can|should|could) i cook\\b|\\bingredients (?:of|for|in)\\b|\\bhow "
-         "long "
-         "(?:do|does|should|to) [a-z ]*(?:cook|bake|boil|roast|fry)\\b|\\bcalories (?:in|of)\\b",
+        {"^(?!(?:find|search|look|show|read|open|where|did|do i)\\b).*\\brecipes?\\b|\\bhow (?:do|can"
+         "|should) (?:i|you|we) (?:cook|bake|fry|boil|roast|grill|prepare)\\b|\\bhow to (?:cook|bake|fry|boil"
+         "|roast|grill)\\b|\\bwhat (?:can|should|could) i cook\\b|\\bingredients (?:of|for|in)\\b"
+         "|\\bhow long (?:do|does|should|to) [a-z ]*(?:cook|bake|boil|roast|fry)\\b|\\bcalories (?:in|of)\\b",
             recipe},
-        {"\\bcalories did i\\b|\\b(?:my|many) (?:steps|heart ?rate|pulse|blood pressure|calories)\\b|\\bhow "
-         "(?:long|well) did i "
-         "sleep\\b",
+        {"\\bcalories did i\\b|\\b(?:my|many) (?:steps|heart ?rate|pulse|blood pressure|calories)\\b"
+         "|\\bhow (?:long|well) did i sleep\\b",
             body, Ours::plain},
         // Places
-        {"\\b(?:restaurants?|cafes?|bars?|pubs?|shops?|stores?|theat(?:re|er)s?|cinemas?|museums?|hotels?|pharmac(?:y|"
-         "ies)"
-         "|gyms?|banks?|atms?|hospitals?|gas stations?|petrol "
-         "stations?|parks?|places?|pizza|movies?|concerts?|shows?)\\b.*"
-         "\\b(?:near|nearby|around|close|between|open|closest|nearest|showing|playing|in (?:my|this|the) "
-         "(?:area|city|town)"
-         "|in town|rated)\\b",
+        {"\\b(?:restaurants?|cafes?|bars?|pubs?|shops?|stores?|theat(?:re|er)s?|cinemas?|museums?|hotels?"
+         "|pharmac(?:y|ies)|gyms?|banks?|atms?|hospitals?|gas stations?|petrol stations?|parks?|places?|pizza"
+         "|movies?|concerts?|shows?)\\b.*\\b(?:near|nearby|around|close|between|open|closest|nearest|showing"
+         "|playing|in (?:my|this|the) (?:area|city|town)|in town|rated)\\b",
             around},
         {"\\b" + places + "\\b", around},
-        {"\\b(?:what|which|any|are there|find|is there)\\b.*\\b(?:events?|concerts?|festivals?|things to "
-         "do|shows?|movies?"
-         "|activities|exhibitions?)\\b.*\\b(?:going on|happening|on|to do|to see|playing)\\b.* (?:in|at|around) "
-         "(?!my|our|the "
-         "calendar|the diary|the "
-         "(?:morning|afternoon|evening)|january|february|march|april|may|june|july|august|september"
-         "|october|november|december|\\d)\\w+",
+        {"\\b(?:what|which|any|are there|find|is there)\\b.*\\b(?:events?|concerts?|festivals?|things to do"
+         "|shows?|movies?|activities|exhibitions?)\\b.*\\b(?:going on|happening|on|to do|to see"
+         "|playing)\\b.* (?:in|at|around) (?!my|our|the calendar|the diary|the (?:morning|afternoon|evening)"
+         "|january|february|march|april|may|june|july|august|september|october|november|december|\\d)\\w+",
             around, Ours::plain},
         {"\\b(?:recommend|recommendations?|suggest)\\b", around},
         // Words, facts, the web
-        {"\\b(?:define|definition|meaning|synonyms?|antonyms?|translate|translation)\\b|^what (?:does|do) "
-         "(?!(?:my|the|our|i"
-         "|this) )[\\w ]{1,40} mean$|^how do you (?:spell|say|pronounce)\\b|\\bspell (?:the|this|that|it)\\b|^spell "
-         "\\w+$",
+        {"\\b(?:define|definition|meaning|synonyms?|antonyms?|translate|translation)\\b|^what (?:does"
+         "|do) (?!(?:my|the|our|i|this) )[\\w ]{1,40} mean$|^how do you (?:spell|say|pronounce)\\b"
+         "|\\bspell (?:the|this|that|it)\\b|^spell \\w+$",
             words},
-        {"^(?:google|wikipedia|bing|search (?:the )?(?:web|internet|net|online|google|for .{1,60} (?:online|on the "
-         "(?:web|internet))))\\b|\\b(?:on|in|from) the "
-         "(?:internet|web)\\b|\\bwikipedia\\b|\\bonline$|\\bbrowse\\b|\\bseo\\b",
+        {"^(?:google|wikipedia|bing|search (?:the )?(?:web|internet|net|online|google|for .{1,60} (?:online"
+         "|on the (?:web|internet))))\\b|\\b(?:on|in|from) the (?:internet|web)\\b|\\bwikipedia\\b|\\bonline$"
+         "|\\bbrowse\\b|\\bseo\\b",
             web},
-        {"^(?:who (?:is|was) the (?:president|king|queen|prime "
-         "minister|inventor|author|ceo|founder|mayor|pope|first|best"
-         "|richest|tallest|oldest)\\b|what is the "
-         "(?:capital|population|currency|tallest|biggest|largest|longest|highest"
-         "|fastest|smallest|speed|height|distance|language)\\b|how (?:tall|high|deep|big|large"
-         "|heavy|old|fast) (?:is|are|was) (?:the|mount|lake|a|an) )",
+        {"^(?:who (?:is|was) the (?:president|king|queen|prime minister|inventor|author|ceo|founder|mayor|pope"
+         "|first|best|richest|tallest|oldest)\\b|what is the (?:capital|population|currency|tallest|biggest"
+         "|largest|longest|highest|fastest|smallest|speed|height|distance|language)\\b|how (?:tall|high|deep"
+         "|big|large|heavy|old|fast) (?:is|are|was) (?:the|mount|lake|a|an) )",
             facts},
-        {"^(?:why (?:do|does|is|are|did|people|was|were) (?!(?:i|my|you|we|it|there|our|that|this)\\b)|what happens "
-         "(?:when|if) "
-         "(?:we|people|you|one)|tell me (?:what happens|why|a story|a fact"
+        {"^(?:why (?:do|does|is|are|did|people|was|were) (?!(?:i|my|you|we|it|there|our|that|this)\\b)"
+         "|what happens (?:when|if) (?:we|people|you|one)|tell me (?:what happens|why|a story|a fact"
          "|something interesting)|sing\\b|give me advice|recent advice)",
             facts},
         // What is in front
@@ -262,8 +228,9 @@ std::span<const Matter> matters()
 bool namesPlainly(const std::string& phrase)
 {
     static const Pattern ours(
-        "\\b(?:remind\\w*|note|notes|noted|notebook|calend[ae]rs?|diary|agenda|lists?|check ?lists?|alarms?|timers?"
-        "|appointments?|remember|do not forget|not let me forget|write down|jot|birthdays?|what did i|where did i)\\b");
+        "\\b(?:remind\\w*|note|notes|noted|notebook|calend[ae]rs?|diary|agenda|lists?|check ?lists?|alarms?"
+        "|timers?|appointments?|remember|do not forget|not let me forget|write down|jot|birthdays?|what did i"
+        "|where did i)\\b");
     return ours.find(phrase).has_value();
 }
 
@@ -271,8 +238,8 @@ bool mayNameOurs(const std::string& phrase)
 {
     static const Pattern ours(
         "\\b(?:to do|todo|events?|schedules?|scheduled|meetings?|put down|wake|bought|items?|notify|nudge"
-        "|ping me|minutes from now|did i|my (?:\\w+ )?(?:flight|train|bus|taxi|plane|tickets?|hotel|trip))"
-        "\\b|\\bin \\d+ (?:minutes?|hours?|seconds?)\\b");
+        "|ping me|minutes from now|did i|my (?:\\w+ )?(?:flight|train|bus|taxi|plane|tickets?|hotel|trip))\\b"
+        "|\\bin \\d+ (?:minutes?|hours?|seconds?)\\b");
     return ours.find(phrase).has_value();
 }
 

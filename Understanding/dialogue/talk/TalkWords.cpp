@@ -22,12 +22,11 @@ struct TalkRow {
 
     /// Words around anything that people say.
     static constexpr std::string_view polite =
-        "please|pls|plz|can|could|would|will|may|you|u|your|i|we|me|my|us|it|its|that|this|is|was|the|a|an|of|to|for|so"
-        "|just|really|very|quite|much|now|then|and|but|do|did|does|have|has|had|am|are|be|been|not|oh|ah|hm+|um+|uh+|"
-        "well"
-        "|ok|okay|yes|yeah|no|thank|thanks|think|guess|know|quorvell|sorry|hey|hi|hello|with|here|there|too|in|on|at|"
-        "all"
-        "|as|said|say|what|because|actually|honestly|dear|mate|kindly|like|if|go|right now";
+        "please|pls|plz|can|could|would|will|may|you|u|your|i|we|me|my|us|it|its|that|this|is|was|the|a|an|of"
+        "|to|for|so|just|really|very|quite|much|now|then|and|but|do|did|does|have|has|had|am|are|be|been|not|oh"
+        "|ah|hm+|um+|uh+|well|ok|okay|yes|yeah|no|thank|thanks|think|guess|know|quorvell|sorry|hey|hi|hello"
+        "|with|here|there|too|in|on|at|all|as|said|say|what|because|actually|honestly|dear|mate|kindly|like|if"
+        "|go|right now";
 
     TalkKind kind;
     Pattern key;
@@ -38,101 +37,78 @@ const std::array<TalkRow, 12>& rows()
 {
     static const std::array<TalkRow, 12> table{{
         {TalkKind::startAgain,
-            "start (?:again|over|anew|from scratch|all over)|begin (?:again|anew)|from the (?:beginning|start|top)"
-            "|let us restart|back to (?:the )?start",
+            "start (?:again|over|anew|from scratch|all over)|begin (?:again|anew)|from the (?:beginning|start"
+            "|top)|let us restart|back to (?:the )?start",
             "let|let us|again|over|from|new|begin|start"},
         {TalkKind::goodbye,
-            "bye|goodbye|good bye|bye bye|good night|goodnight|see you|see ya|farewell|(?:talk|speak) to you "
-            "(?:later|soon)"
-            "|take care|so long|until (?:tomorrow|next time)|catch you later",
-            "later|soon|tomorrow|again|day|evening|night|nice|good|great|lovely|next|time|week|everybody|everyone|all "
-            "right"
-            "|must|got|leave|talk|help|lot|appreciate|later on|that is all|off"},
+            "bye|goodbye|good bye|bye bye|good night|goodnight|see you|see ya|farewell|(?:talk"
+            "|speak) to you (?:later|soon)|take care|so long|until (?:tomorrow|next time)|catch you later",
+            "later|soon|tomorrow|again|day|evening|night|nice|good|great|lovely|next|time|week|everybody"
+            "|everyone|all right|must|got|leave|talk|help|lot|appreciate|later on|that is all|off"},
         {TalkKind::howAreYou,
-            "how (?:are|is|do|have|were) (?:you|things|everything|life|your (?:day|morning|evening))|how is it going"
-            "|what is up|whats up|how do you do|are you (?:okay|ok|well|fine|happy|tired|busy)",
+            "how (?:are|is|do|have|were|was) (?:you|things|everything|life|your (?:day|morning|evening))"
+            "|how is it going|what is up|whats up|how do you do|are you (?:okay|ok|well|fine|happy|tired|busy)",
             "going|doing|today|been|day|feel|feeling|going so far|far|tonight|things|life|everything"},
         {TalkKind::whoAreYou,
-            "who (?:are|made|built|created|owns) you|what are you|your name|are you (?:a |an "
-            ")?(?:real|robot|human|person"
-            "|machine|computer|program|bot|alive|man|woman|male|female|real person|assistant)|how old are you|where "
-            "(?:are"
-            "|do) you (?:live|from|come from)|introduce yourself|about yourself|your (?:age|job|purpose)|are you "
-            "(?:there"
-            "|smart|intelligent)",
+            "who (?:are|made|built|created|owns) you|what are you|your name|are you (?:a |an )?(?:real|robot"
+            "|human|person|machine|computer|program|bot|alive|man|woman|male|female|real person|assistant)"
+            "|how old are you|where (?:are|do) you (?:live|from|come from)|introduce yourself|about yourself"
+            "|your (?:age|job|purpose)|are you (?:there|smart|intelligent)",
             "tell|called|call|exactly|who|how|where|from|really|who is this"},
         {TalkKind::wrong,
-            "wrong|wrongly|incorrect|incorrectly|mistake|mistaken|misunderstood|misheard|misunderstand|not (?:quite "
-            "|really "
-            "|at all )?(?:correct|correctly|right|it|what i)|(?:do|did|does|have|has) not (?:quite |really "
-            ")?(?:understand"
-            "|understood|get|got|hear|heard)(?: (?:me|this|that|it|my \\w+))?(?: (?:right|correctly|properly))?|did "
-            "not (?:ask"
-            "|mean|say|want|request|order)|no good|not good|nonsense|(?:a )?bad (?:answer|response|reply)|makes no "
-            "sense",
-            "command|response|request|answer|reply|correct|right|got|get|meant|mean|wanted|want|asked|ask|made|make|"
-            "done|doing"
-            "|seems|seem|believe|afraid|something|completely|totally|exactly|properly|quite|understand|heard|hear"
-            "|instruction|question|again|any|anything|words|thing|one|result|task|at all|isn|was not|wasn"},
+            "wrong|wrongly|incorrect|incorrectly|mistake|mistaken|misunderstood|misheard|misunderstand"
+            "|not (?:quite |really |at all )?(?:correct|correctly|right|it|what i)|you (?:do|did|have"
+            ") not (?:quite |really )?(?:understand|understood|get|got|hear|heard)(?: (?:me|this|that|it"
+            "|my \\w+))?(?: (?:right|correctly|properly))?|did not (?:ask|mean|say|want|request|order)|no good"
+            "|not good|nonsense|(?:a )?bad (?:answer|response|reply)|makes no sense",
+            "command|response|request|answer|reply|correct|right|got|get|meant|mean|wanted|want|asked|ask|made"
+            "|make|done|doing|seems|seem|believe|afraid|something|completely|totally|exactly|properly|quite"
+            "|understand|heard|hear|instruction|question|again|any|anything|words|thing|one|result|task|at all"
+            "|isn|was not|wasn"},
         {TalkKind::repeatSlowly, "slower|slowly|more clearly|slow down",
             "repeat|again|more|speak|talk|tell|once|one|time|say|louder|bit|little|down|clearly|read|slow"},
         {TalkKind::repeat,
-            "repeat|again|replay|once more|one more time|another time|rephrase|restate|pardon|come "
-            "again|(?:did|could|can) not "
-            "(?:quite |really )?(?:hear|catch|get|follow)|what did you (?:just )?(?:say|tell)|what was that|what you "
-            "(?:just "
-            ")?said|say what|missed (?:that|it|what)",
-            "speak|talk|tell|give|let|let "
-            "us|try|once|one|more|time|last|previous|latest|utterance|sentence|words|word|answer"
-            "|response|statement|message|reply|hear|catch|get|missed|part|loud|aloud|back|read|question|bit|come|need|"
-            "want"
-            "|sentences|thing|things|louder|what|just"},
+            "repeat|again|replay|once more|one more time|another time|rephrase|restate|pardon|come again|(?:did"
+            "|could|can) not (?:quite |really )?(?:hear|catch|get|follow)|what did you (?:just )?(?:say|tell)"
+            "|what was that|what you (?:just )?said|say what|missed (?:that|it|what)",
+            "speak|talk|tell|give|let|let us|try|once|one|more|time|last|previous|latest|utterance|sentence"
+            "|words|word|answer|response|statement|message|reply|hear|catch|get|missed|part|loud|aloud|back"
+            "|question|bit|come|need|want|sentences|thing|things|louder|what|just"},
         {TalkKind::explain,
-            "explain|explanation|elaborate|clarify|what do you mean|(?:do|did) not understand|what does that mean|more "
-            "details?"
-            "|tell me more|in (?:other|simple|plain) words|expand on",
-            "further|more|detail|details|about|mean|meaning|understand|it to me|give|bit|little|what|better|clearer"
-            "|once|again|need|some|tell|last|response|answer|point|topic|want"},
+            "explain|explanation|elaborate|clarify|what do you mean|(?:do|did) not understand"
+            "|what does that mean|more details?|tell me more|in (?:other|simple|plain) words|expand on",
+            "further|more|detail|details|about|mean|meaning|understand|it to me|give|bit|little|what|better"
+            "|clearer|once|again|need|some|tell|last|response|answer|point|topic|want"},
         {TalkKind::indifference,
-            "(?:do|would|could|will|does) not (?:really |even )?(?:care|mind|matter|bother)|not care|not "
-            "mind|unimportant|not "
-            "(?:so |that |very |really )?important|no matter|whatever|whichever|either|any one|anyone|any (?:of "
-            "them|will do"
-            "|is fine)|up to you|your choice|no preference|all the same|anything (?:is fine|will do|goes|works)|makes "
-            "no "
-            "difference|not bothered|immaterial|irrelevant|doesn t matter|dont (?:care|mind)|not (?:a )?big deal|no "
-            "big deal",
-            "select|choose|pick|any|anything|fine|works|work|care|mind|matter|matters|important|difference|one|either "
-            "way|way"
-            "|less|do|decide|option|options|about|doesnt|bothered|to me|who|let|want"},
+            "(?:do|would|could|will|does) not (?:really |even )?(?:care|mind|matter|bother)|not care|not mind"
+            "|unimportant|not (?:so |that |very |really )?important|no matter|whatever|whichever|either|any one"
+            "|anyone|any (?:of them|will do|is fine)|up to you|your choice|no preference|all the same"
+            "|anything (?:is fine|will do|goes|works)|makes no difference|not bothered|immaterial|irrelevant"
+            "|doesn t matter|dont (?:care|mind)|not (?:a )?big deal|no big deal",
+            "select|choose|pick|any|anything|fine|works|work|care|mind|matter|matters|important|difference|one"
+            "|either way|way|less|do|decide|option|options|about|doesnt|bothered|to me|who|let|want"},
         {TalkKind::praise,
-            "excellent|amazing|awesome|fantastic|brilliant|wonderful|superb|cool|clever|impressive|bravo|fabulous|"
-            "magnificent"
-            "|outstanding|terrific|genius|marvell?ous|splendid|good (?:job|work|one|girl|boy|answer)|great "
-            "(?:job|work|one"
-            "|answer)|nice(?: (?:job|work|one))?|well done|(?:are|is) (?:the best|great|good|lovely|smart|so "
-            "helpful|perfect)"
-            "|love (?:you|it|that)|(?:nice|amazing|great|good|excellent|lovely|fine) job|appreciate "
-            "(?:it|that|you)|perfect",
-            "job|work|one|assistant|answer|response|absolutely|truly|such|simply|best|great|good|love|helpful|help|"
-            "appreciate"
-            "|lot|done|way|keep|up|everything|super|smart|wow|yay|amazingly|always|how|girl|boy|perfectly|for doing"},
+            "excellent|amazing|awesome|fantastic|brilliant|wonderful|superb|cool|clever|impressive|bravo"
+            "|fabulous|magnificent|outstanding|terrific|genius|marvell?ous|splendid|good (?:job|work|one|girl"
+            "|boy|answer)|great (?:job|work|one|answer)|nice(?: (?:job|work|one))?|well done|(?:are"
+            "|is) (?:the best|great|good|lovely|smart|so helpful|perfect)|love (?:you|it|that)|(?:nice|amazing"
+            "|great|good|excellent|lovely|fine) job|appreciate (?:it|that|you)|perfect",
+            "job|work|one|assistant|answer|response|absolutely|truly|such|simply|best|great|good|love|helpful"
+            "|help|appreciate|lot|done|way|keep|up|everything|super|smart|wow|yay|amazingly|always|how|girl|boy"
+            "|perfectly|for doing"},
         {TalkKind::agreement,
-            "(?:correct|correctly|right|exactly|precisely|indeed|understood|affirmative|absolutely|definitely|yep|yeap|"
-            "yup"
-            "|right on|spot on|got it|that is it)",
-            "got|get|command|perfectly|rightly|understand|heard|all|sure|totally|answer|response|request|correct|exact|"
-            "done"
-            "|got the|what|wanted|want|meant|asked|ask|agree|one|true"},
+            "(?:correct|correctly|right|exactly|precisely|indeed|understood|affirmative|absolutely|definitely"
+            "|yep|yeap|yup|right on|spot on|got it|that is it)",
+            "got|get|command|perfectly|rightly|understand|heard|all|sure|totally|answer|response|request"
+            "|correct|exact|done|got the|what|wanted|want|meant|asked|ask|agree|one|true"},
         {TalkKind::stop,
-            "stop|shut (?:up|off|down|it)|be (?:quiet|silent)|quiet|silence|(?:turn|switch|power) (?:it |yourself "
-            ")?off|enough"
-            "|quit|exit|hush|go (?:away|to sleep)|leave me alone|(?:that is|that will be|this is) all|end "
-            "(?:it|this|the "
-            "(?:conversation|session|call))|finish(?:ed)?|cease|halt|no more",
-            "off|up|down|it|talking|speaking|yourself|immediately|conversation|session|later|talk|right|enough|all|"
-            "doing"
-            "|what|everything|need|needed|cancel|never mind|listening|action|program|nothing|else|that is"},
+            "stop|shut (?:up|off|down|it)|be (?:quiet|silent)|quiet|silence|(?:turn|switch|power) (?:it "
+            "|yourself )?off|enough|quit|exit|hush|go (?:away|to sleep)|leave me alone|(?:that is|that will be"
+            "|this is) all|end (?:it|this|the (?:conversation|session|call))|finish(?:ed)?|cease|halt|no more"
+            "|hang up|never ?mind|forget (?:it|that|about it)|that will do",
+            "off|up|down|it|talking|speaking|yourself|immediately|conversation|session|later|talk|right|enough"
+            "|all|doing|what|everything|need|needed|cancel|never mind|listening|action|program|nothing|else"
+            "|that is"},
     }};
     return table;
 }
@@ -141,16 +117,13 @@ const std::array<TalkRow, 12>& rows()
 bool asksForJoke(const std::string& phrase)
 {
     static const Pattern joke(
-        "^(?:(?:can|could|do|please|pls|let|i|we|would|want|wanna|like|need|to|you|us|know|have|got|any|hear|tell|say|"
-        "give"
-        "|share|crack|make|read|me|us|what|whats|is|some|a|an|the|another|one|more|your|my|really|funny|funniest|silly|"
-        "good"
-        "|best|bad|great|stupid|dumb|dad|clean|short|new|favou?rite|knock|nice|random|kids?|hilarious|of|now|that|s|"
-        "did) )*"
-        "jokes?(?: (?:about|on|of|with|for) .{1,60}| please| you (?:know|have|got)| today| now| again| that| for)*$"
-        "|^(?:(?:can|could|please|you) )*(?:make me (?:laugh|smile)|cheer me up|(?:say|tell me) something "
-        "(?:funny|silly)"
-        "|entertain me|amuse me|tell me (?:a riddle|something to laugh about))(?: please| now)?$");
+        "^(?:(?:can|could|do|please|pls|let|i|we|would|want|wanna|like|need|to|you|us|know|have|got|any|hear"
+        "|tell|say|give|share|crack|make|read|me|us|what|whats|is|some|a|an|the|another|one|more|your|my|really"
+        "|funny|funniest|silly|good|best|bad|great|stupid|dumb|dad|clean|short|new|favou?rite|knock|nice|random"
+        "|kids?|hilarious|of|now|that|s|did) )*jokes?(?: (?:about|on|of|with|for) .{1,60}| please| you (?:know"
+        "|have|got)| today| now| again| that| for)*$|^(?:(?:can|could|please|you) )*(?:make me (?:laugh|smile)"
+        "|cheer me up|(?:say|tell me) something (?:funny|silly)|entertain me|amuse me|tell me (?:a riddle"
+        "|something to laugh about))(?: please| now)?$");
     return joke.find(phrase).has_value();
 }
 

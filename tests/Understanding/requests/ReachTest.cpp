@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+// Catches what is claimed to be done or known though it is not, requests that are refused though they are ours, and
+// talk that is taken for a request.
+#include "RuleBench.h"
+#include "Understanding/dialogue/talk/OutOfReach.h"
+#include "Understanding/dialogue/talk/TalkWords.h"
+#include "Understanding/words/CueSpelling.h"
+#include "Understanding/words/RequestText.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvell {
+
+TEST(Reach, saysWhatIsNotDoneHere)
+{
+    struct Row {
+        const char* reply;
+        std::vector<const char*> words;
+    };
+    const Row rows[] = {
+        {"I can't control lights",
+            {"turn off the hall lamp", "lights out", "could you dim the lights a bit?", "make the kitchen brighter",
+                "switch the plug on", "start the vacuum cleaner", "vacuum the stairs", "brew me a coffee",
+                "turn the heating down", "lock the front door", "an espresso please"}},
+        {"I can't change the volume", {"louder", "turn it up", "mute", "set the volume to 5", "make it a bit softer"}},
+        {"I can't play",
+            {"play some swing", "put on the radio", "next track", "I'd like to listen to Brahms", "let's play a game",
+                "what song was that", "skip this song", "go on with my audiobook", "turn to channel 4"}},
+        {"I don't know the weather",
+            {"how's the weather", "will it rain on friday", "do I need an umbrella tomorrow", "is it cold outside",
+                "how warm is it in Rome", "any snow this weekend"}},
+        {"I don't know the news", {"what's in the news", "read me the headlines", "who won yesterday"}},
+        {"I don't know prices",
+            {"how's the stock market", "what's a euro in dollars to the pound", "exchange rate of the yen",
+                "price of gold"}},
+        {"I can't order taxis", {"get me a cab", "reserve a table for two", "buy two train tickets to Lyon"}},
+        {"I can't book or look up", {"when does the next bus go", "how's the traffic", "directions to the station"}},
+        {"I can't read or send mail",
+            {"any new mail", "read my emails", "text Ana that I'm late", "write a message to Bob"}},
+        {"I can't make calls", {"call Ana", "ring the doctor"}},
+        {"I can't read or post in social", {"what's new on facebook", "share this on instagram"}},
+        {"I can't order anything", {"order a pizza", "order me some noodles", "my last takeaway order"}},
+        {"I know no recipes", {"a recipe for bread", "how do I bake a cake", "how long should I boil rice"}},
+        {"I don't know what is around",
+            {"a good pub near me", "find a bakery nearby", "is there a museum close by",
+                "which films are showing in this town"}},
+        {"I can't explain or translate", {"what does ennui mean", "translate cat", "define entropy"}},
+        {"That needs an online model", {"how tall is the tower of Pisa", "why do cats purr", "tell me a story"}},
+    };
+    for (const Row& row : rows) {
+        for (const char* words : row.words) {
+            const std::string reply = shown(RequestRules::answerWords(words, {}, withCalendar()));
+            EXPECT_TRUE(reply.starts_with(row.reply)) << words << ": " << reply;
+        }
+    }
+}
+
+TEST(Reach, leavesWhatIsOursToTheSkills)
+{
+    for (const char* words : {"remind me to play the piano at 5 pm", "add coffee to my shopping list",
+             "put the concert in my calendar", "what did I say about the taxi", "call mum tomorrow at 5 pm",
+             "take out the bins tomorrow", "where did I put my umbrella", "when is my flight to Rome",
+             "what's Ana's email address", "find my recipe for soup", "how do I reset the boiler", "buy milk",
+             "play date with Tom on saturday", "clean the kitchen tomorrow at 5 pm", "the news is good",
+             "turn off the 7 am alarm", "stop the timer", "do I have a meeting about the weather", "I like coffee",
+             "what music do I like", "stock up on flour", "what time is it in london", "anything going on on friday"})
+        EXPECT_FALSE(OutOfReach::of(words)) << words;
+}
+
+TEST(Reach, offersAReminderForADeedAtATime)
+{
+    checkConversations("reach.txt", withCalendar());
+}
+
+TEST(Talk, isKnownInAnyOrderAndIsNoRequest)
+{
+    struct Row {
+        TalkKind kind;
+        std::vector<const char*> words;
+    };
+    const Row rows[] = {
+        {TalkKind::joke, {"tell me a joke", "do you know any good jokes about cats", "make me laugh"}},
+        {TalkKind::goodbye, {"thank you, goodbye", "bye for now", "I'll talk to you later", "good night then"}},
+        {TalkKind::wrong,
+            {"no, that's wrong", "you did not understand me", "I think you got that wrong",
+                "that is not what I asked for", "this answer is not correct"}},
+        {TalkKind::repeat, {"could you say that once more", "repeat your last answer", "I didn't hear you"}},
+        {TalkKind::repeatSlowly, {"say that again slower"}},
+        {TalkKind::praise, {"well done, quorvell", "that was a really great job", "you're awesome"}},
+        {TalkKind::indifference, {"I don't care", "either is fine", "it doesn't really matter", "whatever"}},
+        {TalkKind::agreement, {"yes, that's exactly right", "you understood me correctly"}},
+        {TalkKind::stop, {"stop talking", "that will be all", "please be quiet now"}},
+        {TalkKind::startAgain, {"let's start over", "start again from the beginning"}},
+    };
+    for (const Row& row : rows) {
+        for (const char* words : row.words)
+            EXPECT_EQ(talkOf(RequestText::withoutOpening(words)), row.kind) << words;
+    }
+    for (const char* words :
+        {"stop the alarm", "the meeting is wrong", "remind me again in an hour", "any time on friday", "read it again",
+            "enough milk", "start the timer again", "what is good for a cold", "cancel it", "bye bye party",
+            "how is the garden", "find my note about jokes", "good morning message to Ana", "right turn at the church"})
+        EXPECT_FALSE(talkOf(words)) << words;
+}
+
+/// A line of nothing but polite words is read at once, however long.
+TEST(Talk, isReadQuickly)
+{
+    std::string words = "it is not correct";
+    while (words.size() < 140)
+        words += " i do not think so";
+    EXPECT_FALSE(talkOf(words + " anyhow"));
+}
+
+TEST(CueSpelling, mendsCommandsAndLeavesNamesAndTasks)
+{
+    struct Row {
+        const char* typed;
+        const char* read;
+    };
+    const Row rows[] = {
+        {"whats on my shedule", "whats on my schedule"},
+        {"put lunch in my calander", "put lunch in my calendar"},
+        {"remnd me to call Evert", "remind me to call Evert"},
+        {"please delet the meetting", "please delete the meeting"},
+        {"set an alram", "set an alarm"},
+        {"my apointments tomorrow", "my appointments tomorrow"},
+        {"put melting ice in my calendar", "put melting ice in my calendar"},
+        {"note buy a calander for mum", "note buy a calander for mum"},
+        {"remind me to shedule it", "remind me to shedule it"},
+        {"delete the remainder", "delete the remainder"},
+        {"lunch with evant", "lunch with evant"},
+        {"call Calander tomorrow", "call Calander tomorrow"},
+        {"", ""},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(CueSpelling::repaired(row.typed), row.read);
+}
+
+} // namespace quorvell
