@@ -4,7 +4,9 @@
 #include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/time/SpokenHours.h"
 #include "Understanding/time/SpokenMoment.h"
+#include "Understanding/time/SpokenPeriod.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/SpokenWhen.h"
 #include "Understanding/time/TimeVocabulary.h"
@@ -41,31 +43,6 @@ DateParts atMinute(DateParts day, int minute)
     return day.adding(minute);
 }
 
-/// 0 on a Monday to 6 on a Sunday.
-int daysSinceMonday(const LocalTime& around)
-{
-    return (around.calendar.parts(around.now).weekday + 5) % 7;
-}
-
-std::optional<SpokenDays> severalDays(const std::string& words, const LocalTime& around)
-{
-    static const Pattern week(
-        "^(?:for |of |in )?(?:this|the|my|my whole|the rest of (?:the|this)) week(?: ahead)?$", Pattern::caseless);
-    static const Pattern next("^(?:for |in )?next week$", Pattern::caseless);
-    static const Pattern weekend("^(?:for |on |at )?(?:this|the|my) weekend$", Pattern::caseless);
-    static const Pattern soon("^(?:for |in |over )?the next (?:few|couple of) days$", Pattern::caseless);
-    const int since = daysSinceMonday(around);
-    if (week.find(words))
-        return SpokenDays{dayAfter(0, around), dayAfter(6 - since, around), "this week"};
-    if (next.find(words))
-        return SpokenDays{dayAfter(7 - since, around), dayAfter(13 - since, around), "next week"};
-    if (weekend.find(words))
-        return SpokenDays{dayAfter(std::max(5 - since, 0), around), dayAfter(6 - since, around), "at the weekend"};
-    if (soon.find(words))
-        return SpokenDays{dayAfter(0, around), dayAfter(2, around), "in the next few days"};
-    return std::nullopt;
-}
-
 /// The part of the day at the end of the words, which it takes away.
 const PartOfDay* takePart(std::string& words)
 {
@@ -94,8 +71,10 @@ std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const LocalT
 {
     static const Pattern lead("^(?:for|of|in)\\s+(?!the (?:morning|afternoon|evening)$)", Pattern::caseless);
     std::string words = lead.replaceAll(trimmed(spoken), "");
-    if (auto several = severalDays(words, around))
-        return several;
+    if (auto period = spokenPeriod(spoken, around))
+        return period;
+    if (auto hours = spokenHours(words, around))
+        return hours;
     // "On friday at", of "on friday at 3 pm", is not all that was said of the time.
     static const Pattern goesOn(
         "\\b(?:at|on|by|from|to|in|of|for|and|or|after|before|until|till|between|around|about|over"
@@ -118,6 +97,16 @@ std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const LocalT
         if (!phrase || phrase->hasTime || !phrase->task.empty() || phrase->repeatRule)
             return std::nullopt;
         day = DateParts::fromDay(phrase->date, around.calendar);
+        // Of what had to be worked out, or was misspelt, the day itself says more.
+        static const Pattern plain(
+            "^(?:on |this |next |the |coming |tomorrow|tmrw|today|tonight|\\d{1,2}(?:st|nd|rd|th)? "
+            "|(?:of )?"
+                + std::string(TimeVocabulary::weekday)
+                + "|(?:of )?(?:january|february|march|april|may|june|july|august|september|october|november|december)"
+                  "|\\d{1,2}(?:st|nd|rd|th)|\\d{4}|day after|[ ,])+$",
+            Pattern::caseless);
+        if (!plain.find(named) && !part)
+            return SpokenDays{day, day, SpokenWhen::on(SpokenWhen::dateSeenFrom(day, around))};
     }
     if (!part)
         return SpokenDays{day, day, named};
@@ -129,8 +118,9 @@ std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const LocalT
 std::optional<SpokenDays> SpokenDays::find(std::string_view said, const LocalTime& around, std::string& others)
 {
     const RequestWords words(said);
-    const std::size_t count = std::min(words.size(), TimeVocabulary::longest);
-    for (std::size_t length = count; length > 0; --length) {
+    constexpr std::size_t mostRead = 40; // Words; whoever tells a story asks about no day.
+    const std::size_t count = std::min(words.size(), mostRead);
+    for (std::size_t length = std::min(count, TimeVocabulary::longest); length > 0; --length) {
         for (std::size_t start = 0; start + length <= count; ++start) {
             auto days = TimeVocabulary::mayBeTime(words, start, start + length)
                 ? read(words.said(start, start + length), around)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/time/SpokenLength.h"
 
+#include "QuorvellCore/reminders/spoken/TokenLength.h"
+#include "QuorvellCore/reminders/wording/RequestWording.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/words/RequestText.h"
@@ -11,6 +13,25 @@ namespace quorvell {
 
 namespace {
 
+/// "2 hours and 30 minutes", with the "for" before it.
+std::optional<SpokenLength> ofSeveralParts(const std::string& words)
+{
+    const RequestWording wording(words);
+    const RequestTokens& tokens = wording.tokens();
+    for (int index = 0; index < tokens.size(); ++index) {
+        const auto length = TokenLength::at(tokens, index);
+        if (!length || length->isOfDays)
+            continue;
+        const bool isLed = tokens.is(index - 1, {"for", "of", "a", "an"});
+        const int first = isLed && tokens.is(index - 1, {"a", "an"}) && tokens.is(index - 2, {"for", "of"}) ? index - 2
+            : isLed                                                                                         ? index - 1
+                                                                                                            : index;
+        const TextRange range = wording.asWritten(tokens.range(first, length->end - 1));
+        return SpokenLength{length->minutes, RequestText::without(words, range)};
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 std::optional<SpokenLength> SpokenLength::read(std::string_view spoken)
@@ -20,10 +41,6 @@ std::optional<SpokenLength> SpokenLength::read(std::string_view spoken)
         int minutes; ///< Of the whole, or of each of the number in the first group.
     };
     static const Row rows[] = {
-        {Pattern("\\b(?:for |of )?an hour and a half\\b", Pattern::caseless), 90},
-        {Pattern("\\b(?:for |of )?(?:a )?half (?:an |a )?hour\\b", Pattern::caseless), 30},
-        {Pattern("\\b(?:for |of )?three quarters of an hour\\b", Pattern::caseless), 45},
-        {Pattern("\\b(?:for |of )?(?:a )?quarter of an hour\\b", Pattern::caseless), 15},
         {Pattern("\\b(?:for |of )?(?:a |an )?(\\d{1,3})[ -]?(?:minutes?|mins?)\\b", Pattern::caseless), 1},
         {Pattern("\\b(?:for |of )?(?:a |an )?(\\d{1,2})[ -]?hours?\\b", Pattern::caseless), 60},
         {Pattern("\\b(?:for |of )?(?:(?:an|one|a free|a|free) )?hour\\b", Pattern::caseless), 60},
@@ -31,6 +48,8 @@ std::optional<SpokenLength> SpokenLength::read(std::string_view spoken)
     if (RequestText::isStory(spoken))
         return std::nullopt;
     const std::string words = SpokenPhrase::withDigits(spoken);
+    if (auto length = ofSeveralParts(words))
+        return length;
     for (const Row& row : rows) {
         const auto match = row.pattern.find(words);
         if (!match)

@@ -34,18 +34,6 @@ Instant usualOne(const ReminderRequest& request, const LocalTime& around)
     return usual != request.choices.end() ? *usual : request.date;
 }
 
-bool hasDayNamed(std::string_view words, const LocalTime& around)
-{
-    static const Pattern day("\\b(?:today|tonight|tomorrow|" + std::string(TimeVocabulary::weekday)
-            + "|next|week|in \\d+|in an?"
-              "|january|february|march|april|may|june|july|august|september|october|november|december"
-              "|\\d+(?:st|nd|rd|th)|days?)\\b",
-        Pattern::caseless);
-    static const Pattern isoDay("\\b\\d{4}-\\d{2}-\\d{2}\\b");
-    const auto phrase = SpokenPhrase::read(words, around);
-    return (phrase && day.find(phrase->timeWords)) || isoDay.find(words);
-}
-
 /// As a reminder would be read, so that both believe and doubt the same words.
 ReminderRequest requestIn(std::string_view words, const LocalTime& around)
 {
@@ -64,7 +52,7 @@ std::optional<SpokenMoment> SpokenMoment::read(std::string_view words, const Loc
     const Instant date = usualOne(request, around);
     const DateParts parts =
         request.hasTime ? DateParts::from(date, around.calendar) : DateParts::fromDay(date, around.calendar);
-    return SpokenMoment{parts, request.task, !request.hasTime || hasDayNamed(words, around),
+    return SpokenMoment{parts, request.task, !request.hasTime || request.namesDay,
         request.repeatRule ? request.repeatRule->stored() : std::string()};
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/time/SpokenPhrase.h"
 
+#include "QuorvellCore/reminders/request/RequestPhrase.h"
 #include "QuorvellCore/reminders/spoken/SpokenTimes.h"
 #include "Understanding/time/SpokenToWritten.h"
 #include "Understanding/words/RequestText.h"
@@ -11,7 +12,7 @@ std::optional<ReminderPhrase> SpokenPhrase::read(std::string_view words, const L
 {
     if (RequestText::isStory(words))
         return std::nullopt;
-    return ReminderPhrase::parse(withDigits(words), around.now, around.calendar);
+    return requestPhrase(withDigits(words), around.now, around.calendar);
 }
 
 std::string SpokenPhrase::withDigits(std::string_view words)

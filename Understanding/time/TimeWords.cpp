@@ -62,7 +62,7 @@ bool TimeWords::isTime(std::string_view words, const LocalTime& around)
         return true;
     if (daysIn(text))
         return true;
-    const auto phrase = ReminderPhrase::parse(text, around.now, around.calendar);
+    const auto phrase = SpokenPhrase::read(text, around);
     return phrase && phrase->task.empty() && !phrase->repeatRule;
 }
 
@@ -98,7 +98,7 @@ std::optional<TimeWords> TimeWords::atStart(std::string_view said, const LocalTi
         if (!TimeVocabulary::mayBeTime(words, 0, end))
             continue;
         const std::string start = words.said(0, end);
-        const auto phrase = ReminderPhrase::parse(withAt(start), around.now, around.calendar);
+        const auto phrase = SpokenPhrase::read(withAt(start), around);
         const bool isRepeated = phrase && phrase->repeatRule && phrase->task.empty();
         if (isRepeated || isTime(start, around))
             return TimeWords{.time = start, .rest = words.said(end, words.size())};

@@ -25,8 +25,6 @@ bool holdsDigitAndSign(std::string_view text)
     return std::ranges::any_of(text, isBeyondAscii) && text.find_first_of("0123456789") != std::string_view::npos;
 }
 
-constexpr int longestQuote = 40; ///< Tokens; an opening quote further from its end is none.
-
 /// Looks at one word with its neighbours; each rule tells what it means by its own lights, `open` where it has none.
 class NotTimes {
 public:
@@ -40,7 +38,7 @@ public:
 
     void mark()
     {
-        markQuotes();
+        m_tokens.markQuotes();
         for (int index = 0; index < m_tokens.size(); ++index) {
             if (!has(index, Terms::notTime) || !m_tokens.isOpen(index))
                 continue;
@@ -88,29 +86,6 @@ private:
         for (int near = index - 1; near <= index + 1; ++near)
             others -= isClock(near) ? 1 : 0;
         return others > 0 ? Meaning::task : Meaning::doubtful;
-    }
-
-    /// What somebody put into quotes is a name.
-    void markQuotes()
-    {
-        for (int index = 0; index < m_tokens.size(); ++index) {
-            const bool isOpening = is(index, {"\"", "“", "”", "'", "‘"}) && at(index).followsSpace;
-            int end = index + 1;
-            while (isOpening && m_tokens.isInside(end) && end < index + longestQuote && !closes(index, end))
-                ++end;
-            if (!isOpening || !m_tokens.isInside(end) || !closes(index, end))
-                continue;
-            for (; index < end; ++index)
-                m_tokens.mark(index, Meaning::task);
-        }
-    }
-
-    bool closes(int opening, int index) const
-    {
-        const bool isDouble = is(opening, {"\"", "“", "”"});
-        const bool endsWord =
-            !m_tokens.isInside(index + 1) || at(index + 1).followsSpace || at(index + 1).kind == Kind::mark;
-        return endsWord && (isDouble ? is(index, {"\"", "“", "”"}) : is(index, {"'", "’"}));
     }
 
     /// "Tomorrow's meeting": whose day this is says nothing about the reminder.

@@ -39,6 +39,7 @@ PassedOverRules::Found PassedOverRules::timeAt(int index) const
         {&PassedOverRules::clock, About::clock},
         {&PassedOverRules::bareHour, About::clock},
         {&PassedOverRules::laterToday, About::clock},
+        {&PassedOverRules::vaguely, About::clock},
         {&PassedOverRules::bound, About::everything},
         {&PassedOverRules::span, About::everything},
         {&PassedOverRules::rule, About::everything},
@@ -210,6 +211,17 @@ int PassedOverRules::bareHour(int index) const
 int PassedOverRules::laterToday(int index) const
 {
     return is(index, {"later"}) && is(index + 1, {"today"}) && !m_hasClock ? 1 : 0;
+}
+
+/// "early tomorrow", "late in the evening": when is that?
+int PassedOverRules::vaguely(int index) const
+{
+    const int next = is(index + 1, {"in", "on"}) ? (is(index + 2, {"the"}) ? index + 3 : index + 2) : index + 1;
+    const bool isOfDay = m_tokens.isTime(next) && has(next, Terms::part | Terms::relativeDay | Terms::weekday);
+    const bool isBehind =
+        m_tokens.isTime(index - 1) && has(index - 1, Terms::relativeDay | Terms::weekday) && isEdge(index);
+    const bool isState = is(index - 1, {"be", "am", "is", "are", "was", "were", "been", "not", "too", "so", "very"});
+    return is(index, {"early", "late"}) && !isState && !m_hasClock && (isOfDay || isBehind) ? 1 : 0;
 }
 
 /// "before 5 pm", "until friday", "from the 10th", "between 5 and 6 pm".

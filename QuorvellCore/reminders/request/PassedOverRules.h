@@ -44,6 +44,7 @@ private:
     static bool isHourAbroad(std::string_view text);
     int bareHour(int index) const;
     int laterToday(int index) const;
+    int vaguely(int index) const;
     int bound(int index) const;
     int span(int index) const;
     bool isSomethingCounted(int index) const;

@@ -6,11 +6,11 @@
 #include "QuorvellCore/reminders/phrase/PhraseTask.h"
 #include "QuorvellCore/reminders/request/NotTimes.h"
 #include "QuorvellCore/reminders/request/PassedOverTimes.h"
+#include "QuorvellCore/reminders/request/RepeatDays.h"
 #include "QuorvellCore/reminders/request/RequestCorrection.h"
 #include "QuorvellCore/reminders/request/RequestLeadIn.h"
 #include "QuorvellCore/reminders/request/SaidDates.h"
-#include "QuorvellCore/reminders/spoken/SpokenDates.h"
-#include "QuorvellCore/reminders/spoken/SpokenTimes.h"
+#include "QuorvellCore/reminders/request/WrittenRequest.h"
 #include "QuorvellCore/reminders/wording/RequestTokens.h"
 #include "QuorvellCore/reminders/wording/RequestWording.h"
 #include "QuorvellCore/text/Characters.h"
@@ -185,6 +185,12 @@ bool isEitherMidnight(const PhraseFindings& findings)
         && findings.day->source != PhraseDay::Source::tonight && !findings.repeat;
 }
 
+/// A length of time from now is as good as a day.
+bool isDayNamed(const PhraseFindings& findings)
+{
+    return findings.day || findings.instant || findings.repeat;
+}
+
 /// Nobody reads a request of a megabyte.
 bool isTooLong(std::string_view text)
 {
@@ -195,20 +201,47 @@ bool isTooLong(std::string_view text)
 class ReadWords {
 public:
     ReadWords(std::string_view words, Instant now, const Calendar& calendar)
-        : m_wording(std::in_place, withWrittenTimes(repairUtf8(words)))
+        : m_wording(std::in_place, writtenRequest(words, now, calendar))
+        , m_days(RepeatDays::find(*m_wording))
     {
-        if (auto written = withWrittenDates(*m_wording))
-            m_wording.emplace(*std::move(written));
+        if (m_days)
+            m_wording.emplace(m_days->words);
         m_reading.emplace(*m_wording, now, calendar);
     }
 
     const RequestReading& reading() const { return *m_reading; }
+    const std::optional<RepeatDays>& days() const { return m_days; }
+    UnderstoodTime understood(const Calendar& calendar) const
+    {
+        UnderstoodTime clear = m_reading->understood(calendar);
+        if (m_days && !clear.rule.empty())
+            clear.rule = m_days->spoken();
+        return clear;
+    }
     std::string task() const { return tidiedTask(m_reading->task(), m_wording->lower().text()); }
 
 private:
     std::optional<RequestWording> m_wording;
+    std::optional<RepeatDays> m_days;
     std::optional<RequestReading> m_reading;
 };
+
+/// The instants that the words may mean and that are still to come.
+std::vector<Instant> choicesOf(const ReadWords& read, Instant now, const Calendar& calendar)
+{
+    const PhraseReading& phrase = *read.reading().phrase();
+    std::vector<Instant> choices = phrase.date.alternatives;
+    choices.insert(choices.begin(), phrase.date.date);
+    if (read.days()) {
+        for (Instant& choice : choices)
+            choice = read.days()->firstAt(choice, now, calendar);
+        std::ranges::sort(choices);
+    }
+    if (isEitherMidnight(phrase.findings))
+        choices.push_back(calendar.addingDays(phrase.date.date, std::chrono::days(1)));
+    std::erase_if(choices, [&](Instant choice) { return choice <= now; });
+    return choices;
+}
 
 /// The time that is meant in the end, in words; nothing where it is not clear what the second one takes the place of.
 std::optional<std::string> correctedTime(
@@ -218,8 +251,8 @@ std::optional<std::string> correctedTime(
     const auto& fresh = after.reading().phrase();
     if (!old || !fresh || !after.reading().isWhole())
         return std::nullopt;
-    const UnderstoodTime kept = before.reading().understood(calendar);
-    const UnderstoodTime named = after.reading().understood(calendar);
+    const UnderstoodTime kept = before.understood(calendar);
+    const UnderstoodTime named = after.understood(calendar);
     const bool isLength = fresh->findings.instant.has_value();
     const bool namesDay = !named.day.empty() || !named.rule.empty() || isLength;
     if (!kept.rule.empty() && namesDay && named.rule.empty()) // One time of it, or another rule?
@@ -279,33 +312,33 @@ ReminderRequest ReminderRequest::fromWords(std::string_view words, Instant now, 
     const ReadWords read(withThisDate(std::string(words), now, calendar), now, calendar);
     const RequestReading& reading = read.reading();
     request.task = read.task();
+    request.namesDay = reading.phrase() && isDayNamed(reading.phrase()->findings);
     if (!reading.phrase() || !reading.isWhole()) {
         request.unclear = reading.unclearWords();
-        request.understood = reading.understood(calendar);
+        request.understood = read.understood(calendar);
         return request;
     }
 
     const PhraseDate& date = reading.phrase()->date;
-    std::vector<Instant> choices = date.alternatives;
-    choices.insert(choices.begin(), date.date);
-    if (isEitherMidnight(reading.phrase()->findings))
-        choices.push_back(calendar.addingDays(date.date, std::chrono::days(1)));
-    std::erase_if(choices, [&](Instant choice) { return choice <= now; });
+    const auto rule = read.days() ? std::optional(read.days()->rule) : date.repeatRule;
+    std::vector<Instant> choices = choicesOf(read, now, calendar);
     if (choices.size() > 1) {
         request.verdict = Verdict::whichTime;
         request.date = choices.front();
         request.hasTime = true;
         request.choices = std::move(choices);
-        request.repeatRule = date.repeatRule;
+        request.repeatRule = rule;
         return request;
     }
     const Instant moment = choices.empty() ? date.date : choices.front();
     const bool isRestOfToday = moment <= now && !date.hasTime && !date.repeatRule && calendar.isSameDay(moment, now);
     if (isRestOfToday) { // Nobody said the hour that is past.
-        request.understood = reading.understood(calendar);
+        request.understood = read.understood(calendar);
         return request;
     }
-    return settled(request.task, moment, date.hasTime, date.repeatRule, now, calendar);
+    ReminderRequest ready = settled(request.task, moment, date.hasTime, rule, now, calendar);
+    ready.namesDay = request.namesDay;
+    return ready;
 }
 
 ReminderRequest ReminderRequest::settled(std::string_view task, Instant date, bool hasTime,

@@ -200,7 +200,8 @@ SaidDates SaidDates::find(const RequestTokens& tokens, LocalDay today)
 {
     const std::vector<Mention> mentions = Mentions(tokens, today).find();
     SaidDates said;
-    const bool isSimple = mentions.empty() || (mentions.size() == 1 && mentions.front().isReadable);
+    const bool isSimple =
+        mentions.empty() || (mentions.size() == 1 && mentions.front().isReadable && !mentions.front().isImpossible);
     if (isSimple)
         return said;
     const auto day = dayOf(mentions, today);

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/spoken/SpokenDates.h"
 
-#include "QuorvellCore/reminders/calendar/DecimalNumber.h"
 #include "QuorvellCore/reminders/calendar/ReminderWords.h"
+#include "QuorvellCore/reminders/spoken/TokenLength.h"
+#include "QuorvellCore/reminders/spoken/TokenNumber.h"
+#include "QuorvellCore/reminders/spoken/TokenReplacement.h"
 #include "QuorvellCore/reminders/wording/TimeTerms.h"
 
 #include <algorithm>
@@ -16,28 +18,7 @@ namespace {
 using Kind = RequestToken::Kind;
 using Terms = WordTerms;
 
-constexpr int minutesOfHour = 60;
-constexpr int minutesOfDay = 24 * minutesOfHour;
-constexpr int daysOfWeek = 7;
-
-/// The tokens from `first` up to `end` give way to `text`.
-struct Replacement {
-    int first = 0;
-    int end = 0;
-    std::string text;
-};
-
-/// A number with what belongs to it, in quarters: "one and a half" is 6.
-struct Quantity {
-    int quarters = 0;
-    int end = 0;
-};
-
-struct Length {
-    int minutes = 0;
-    int end = 0;
-    bool isOfDays = false; ///< Whole days only, which keep the time of day.
-};
+using Replacement = TokenReplacement;
 
 class SpokenDates {
 public:
@@ -50,7 +31,8 @@ public:
     {
         std::vector<Replacement> found;
         for (int index = 0; index < m_tokens.size();) {
-            const auto replacement = has(index, Terms::spokenDate) ? at(index) : std::nullopt;
+            const bool isRead = has(index, Terms::spokenDate) && m_tokens.isOpen(index);
+            const auto replacement = isRead ? at(index) : std::nullopt;
             if (replacement)
                 found.push_back(*replacement);
             index = replacement ? replacement->end : index + 1;
@@ -62,8 +44,9 @@ private:
     std::optional<Replacement> at(int index) const
     {
         for (const auto rule : {&SpokenDates::offset, &SpokenDates::fromNow, &SpokenDates::monthlyOrdinal,
-                 &SpokenDates::ordinal, &SpokenDates::pluralWeekday, &SpokenDates::twelveNoon, &SpokenDates::aboutClock,
-                 &SpokenDates::hourOfPart, &SpokenDates::everyday, &SpokenDates::partOfDay, &SpokenDates::shortName})
+                 &SpokenDates::ordinal, &SpokenDates::bareOrdinal, &SpokenDates::pluralWeekday,
+                 &SpokenDates::twelveNoon, &SpokenDates::aboutClock, &SpokenDates::hourOfPart, &SpokenDates::everyday,
+                 &SpokenDates::partOfDay, &SpokenDates::shortName})
             if (auto replacement = (this->*rule)(index))
                 return replacement;
         return std::nullopt;
@@ -75,151 +58,50 @@ private:
     std::string_view text(int index) const { return m_tokens.token(index).text; }
     Kind kind(int index) const { return m_tokens.token(index).kind; }
 
-    std::optional<int> digits(int index) const
+    static std::string written(const TokenLength& length)
     {
-        constexpr std::size_t longest = 4;
-        const bool isNumber = kind(index) == Kind::number && text(index).size() <= longest;
-        return isNumber ? decimalNumber(text(index)) : std::nullopt;
-    }
-
-    /// "2", "1.5", "twenty five", "an", "half an", "a quarter of an", "two and a half".
-    std::optional<Quantity> quantity(int index) const
-    {
-        if (is(index, {"a"}) && is(index + 1, {"half", "quarter"}))
-            ++index;
-        if (is(index, {"half", "quarter"})) {
-            const int of = is(index + 1, {"of"}) ? index + 2 : index + 1;
-            if (is(of, {"a", "an"}))
-                return Quantity{is(index, {"half"}) ? 2 : 1, of + 1};
-            return std::nullopt;
-        }
-        if (is(index, {"three"}) && is(index + 1, {"quarters"}) && is(index + 2, {"of"}) && is(index + 3, {"an"}))
-            return Quantity{3, index + 4};
-        if (text(index).ends_with(".5") && text(index).size() == 3)
-            return Quantity{4 * (text(index).front() - '0') + 2, index + 1};
-        auto number = wholeNumber(index);
-        if (number && is(number->end, {"and"}) && is(number->end + 1, {"a"}) && is(number->end + 2, {"half"}))
-            number = Quantity{number->quarters + 2, number->end + 3};
-        return number;
-    }
-
-    std::optional<Quantity> wholeNumber(int index) const
-    {
-        if (const auto number = digits(index))
-            return Quantity{4 * *number, index + 1};
-        const auto number = terms(index).valueOf(Terms::number);
-        if (!number)
-            return std::nullopt;
-        const int oneIndex = is(index + 1, {"-"}) ? index + 2 : index + 1;
-        const auto one =
-            *number >= 20 && !is(oneIndex, {"a", "an"}) ? terms(oneIndex).valueOf(Terms::number) : std::nullopt;
-        return one && *one < 10 ? Quantity{4 * (*number + *one), oneIndex + 1} : Quantity{4 * *number, index + 1};
-    }
-
-    static int minutesOf(std::string_view unit)
-    {
-        if (unit.starts_with("min"))
-            return 1;
-        if (unit.starts_with("h"))
-            return minutesOfHour;
-        if (unit.starts_with("day"))
-            return minutesOfDay;
-        if (unit == "week" || unit == "weeks")
-            return daysOfWeek * minutesOfDay;
-        return unit.starts_with("fortnight") ? 2 * daysOfWeek * minutesOfDay : 0; // A month has no length.
-    }
-
-    /// "two hours and a half", "30 minutes".
-    std::optional<Length> oneLength(int index) const
-    {
-        const auto count = quantity(index);
-        const int unit = count && has(count->end, Terms::unit) ? minutesOf(text(count->end)) : 0;
-        if (unit == 0)
-            return std::nullopt;
-        int quarters = count->quarters;
-        int end = count->end + 1;
-        const bool hasFraction = is(end, {"and"}) && is(end + 1, {"a"}) && is(end + 2, {"half", "quarter"});
-        if (hasFraction && !has(end + 3, Terms::unit)) {
-            quarters += is(end + 2, {"half"}) ? 2 : 1;
-            end += 3;
-        }
-        const bool isOfDays = unit >= minutesOfDay && quarters % 4 == 0;
-        if ((unit >= minutesOfDay && !isOfDays) || (unit == 1 && quarters % 4 != 0))
-            return std::nullopt;
-        return Length{quarters * unit / 4, end, isOfDays};
-    }
-
-    /// "2 hours and 30 minutes", "an hour and a half". Days do not mix with hours.
-    std::optional<Length> length(int index) const
-    {
-        constexpr int mostParts = 4;
-        auto whole = oneLength(index);
-        for (int part = 1; whole && part < mostParts; ++part) {
-            const int next = is(whole->end, {"and", ","}) ? whole->end + 1 : whole->end;
-            const auto more = oneLength(next);
-            if (!more)
-                break;
-            if (more->isOfDays != whole->isOfDays)
-                return std::nullopt;
-            whole = Length{whole->minutes + more->minutes, more->end, whole->isOfDays};
-        }
-        return whole;
-    }
-
-    static std::string written(const Length& length)
-    {
-        return length.isOfDays ? "in " + std::to_string(length.minutes / minutesOfDay) + " days"
+        return length.isOfDays ? "in " + std::to_string(length.minutes / TokenLength::minutesOfDay) + " days"
                                : "in " + std::to_string(length.minutes) + " minutes";
     }
 
     std::optional<Replacement> offset(int index) const
     {
-        if (!is(index, {"in"}))
+        if (!is(index, {"in", "after"}))
             return std::nullopt;
         const int first = is(index + 1, {"about", "around", "roughly", "approximately", "exactly", "just", "another"})
             ? index + 2
             : index + 1;
-        const auto found = length(first);
+        const auto found = TokenLength::at(m_tokens, first);
         if (!found)
             return std::nullopt;
         int end = is(found->end, {"'", "’"}) ? found->end + 1 : found->end;
         end = is(end, {"time"}) || (is(end, {"from"}) && is(end + 1, {"now"})) ? end + (is(end, {"time"}) ? 1 : 2)
                                                                                : found->end;
+        if (is(end, {"or"}) && is(end + 1, {"so"}))
+            end += 2;
+        // "After 20 minutes", but not "after 20 minutes of rest".
+        if (is(index, {"after"}) && m_tokens.isInside(end) && kind(end) != Kind::mark && !is(end, {"to", "please"}))
+            return std::nullopt;
         return Replacement{index, end, written(*found)};
     }
 
     std::optional<Replacement> fromNow(int index) const
     {
-        const auto found = is(index - 1, {"in"}) ? std::nullopt : length(index);
+        const auto found = is(index - 1, {"in"}) ? std::nullopt : TokenLength::at(m_tokens, index);
         if (!found || !is(found->end, {"from"}) || !is(found->end + 1, {"now", "today"}))
             return std::nullopt;
         const bool isWhole = found->isOfDays || is(found->end + 1, {"now"});
         return isWhole ? std::optional(Replacement{index, found->end + 2, written(*found)}) : std::nullopt;
     }
 
-    /// "5th", "fifth", "twenty first".
-    std::optional<Quantity> dayNumber(int index) const
-    {
-        constexpr int longestMonth = 31;
-        if (kind(index) == Kind::ordinal)
-            return Quantity{decimalNumber(text(index).substr(0, text(index).size() - 2)).value_or(0), index + 1};
-        if (const auto day = terms(index).valueOf(Terms::ordinal))
-            return Quantity{*day, index + 1};
-        const int tens = is(index, {"twenty"}) ? 20 : is(index, {"thirty"}) ? 30 : 0;
-        const int oneIndex = is(index + 1, {"-"}) ? index + 2 : index + 1;
-        const auto one = tens > 0 ? terms(oneIndex).valueOf(Terms::ordinal) : std::nullopt;
-        const bool isDay = one && *one < 10 && tens + *one <= longestMonth;
-        return isDay ? std::optional(Quantity{tens + *one, oneIndex + 1}) : std::nullopt;
-    }
-
     /// "on the first of every month", "the 1st of the month".
     std::optional<Replacement> monthlyOrdinal(int index) const
     {
         const int the = is(index, {"on"}) ? index + 1 : index;
-        const auto day = is(the, {"the"}) ? dayNumber(the + 1) : std::nullopt;
+        const auto day = is(the, {"the"}) ? TokenNumber::ordinal(m_tokens, the + 1) : std::nullopt;
         if (!day || !is(day->end, {"of"}) || !is(day->end + 2, {"month"}))
             return std::nullopt;
-        const std::string written = "on the " + ReminderWords::ordinal(day->quarters);
+        const std::string written = "on the " + ReminderWords::ordinal(day->value);
         if (is(day->end + 1, {"every", "each"}))
             return Replacement{index, day->end + 3, "every month " + written};
         const bool isThisOne = is(day->end + 1, {"the"}) && is(the - 1, {"on"});
@@ -229,7 +111,7 @@ private:
     /// "december fifth", "the twenty first of march", "on the fifth".
     std::optional<Replacement> ordinal(int index) const
     {
-        const auto day = kind(index) == Kind::word ? dayNumber(index) : std::nullopt;
+        const auto day = kind(index) == Kind::word ? TokenNumber::ordinal(m_tokens, index) : std::nullopt;
         if (!day)
             return std::nullopt;
         const int before = is(index - 1, {"the"}) ? index - 2 : index - 1;
@@ -240,7 +122,18 @@ private:
         if (!isOfMonth && !isAlone)
             return std::nullopt;
         const int first = has(before, Terms::month) ? before + 1 : index;
-        return Replacement{first, day->end, ReminderWords::ordinal(day->quarters)};
+        return Replacement{first, day->end, ReminderWords::ordinal(day->value)};
+    }
+
+    /// "on 22nd", "friday 27th": the patterns know it with its article.
+    std::optional<Replacement> bareOrdinal(int index) const
+    {
+        const bool isLed = is(index - 1, {"on", "by", "until", "till"}) || has(index - 1, Terms::weekday);
+        const bool isFollowed = m_tokens.isInside(index + 1) && kind(index + 1) != Kind::mark
+            && (TimeTerms::isOrdinary(m_tokens, index + 1) || has(index + 1, Terms::month | Terms::unit)
+                || is(index + 1, {"of", "and", "or"}));
+        const bool isDay = kind(index) == Kind::ordinal && isLed && !isFollowed && !is(index + 1, {"-", "–"});
+        return isDay ? std::optional(Replacement{index, index + 1, "the " + std::string(text(index))}) : std::nullopt;
     }
 
     /// "on mondays"; "mondays at 8".
@@ -333,18 +226,7 @@ private:
 
 std::optional<std::string> withWrittenDates(const RequestWording& wording)
 {
-    const std::vector<Replacement> replacements = SpokenDates(wording.tokens()).find();
-    if (replacements.empty())
-        return std::nullopt;
-    const std::string_view text = wording.text();
-    std::string result;
-    std::size_t kept = 0;
-    for (const Replacement& replacement : replacements) {
-        const TextRange range = wording.asWritten(wording.tokens().range(replacement.first, replacement.end - 1));
-        result.append(text.substr(kept, range.start - kept)).append(replacement.text);
-        kept = range.end;
-    }
-    return result.append(text.substr(kept));
+    return Replacement::apply(wording, SpokenDates(wording.tokens()).find());
 }
 
 } // namespace quorvell

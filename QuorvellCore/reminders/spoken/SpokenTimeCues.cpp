@@ -75,7 +75,9 @@ private:
     void lookAt(std::string_view word)
     {
         const bool followsPreposition = m_before == "at" || m_before == "by";
-        m_cues.relative |= (m_before == "to" || m_before == "past") && beginsLikeHour(word);
+        m_cues.relative |= (m_before == "to" || m_before == "past" || m_before == "after" || m_before == "before"
+                               || m_before == "till" || m_before == "til")
+            && beginsLikeHour(word);
         // "At 5" stays as it is.
         m_cues.plain |= (followsPreposition && beginsWithOneOf(word, SpokenTimeNames::hours))
             || ((m_beforeThat == "at" || m_beforeThat == "by") && isDigit(m_before.front()) && beginsLikeMinute(word));
@@ -113,8 +115,8 @@ SpokenTimeCues SpokenTimeCues::of(std::string_view text)
     const auto holdsAny = [&lower](std::initializer_list<std::string_view> parts) {
         return std::ranges::any_of(parts, [&lower](std::string_view part) { return holds(lower, part); });
     };
-    return {
-        holdsAny({"past", " to "}), holds(lower, "clock"), holdsAny({"am", "pm", ".m", " m"}), holdsAny({"at", "by"})};
+    return {holdsAny({"past", " to ", "after", "before", "til"}), holds(lower, "clock"),
+        holdsAny({"am", "pm", ".m", " m"}), holdsAny({"at", "by"})};
 }
 
 } // namespace quorvell

@@ -28,7 +28,7 @@ struct SpokenTimePatterns {
 
     /// "half past five", "at ten to six".
     const Pattern relative{R"(\b(at\s+|by\s+)?(half|a\s+quarter|quarter|\d{1,2}|)" + minute
-            + R"()(?:\s+minutes?)?\s+(past|to)\s+)" + hour + R"((?:\b|(?=[ap]\.?m\b)))",
+            + R"()(?:\s+minutes?)?[- ]\s*(past|to|after|before|till|til)\s+)" + hour + R"((?:\b|(?=[ap]\.?m\b)))",
         Pattern::Case::insensitive};
     const Pattern oClock{R"(\b(at\s+|by\s+)?)" + hour + R"(\s*o\s?['’]?\s?clock\b)", Pattern::Case::insensitive};
     /// "five thirty pm".
@@ -86,8 +86,12 @@ std::optional<std::string> writtenRelative(const PatternMatch& match)
 {
     const int minute = minuteOf(match.texts[1]);
     const bool isNamed = lowerCased(match.texts[1]) == "half" || lowerCased(match.texts[1]).ends_with("quarter");
-    const bool isBefore = lowerCased(match.texts[3]) == "to";
-    const bool isTime = minute > 0 && minute < minutesInHour && (isNamed || match.groups[0])
+    const std::string link = lowerCased(match.texts[3]);
+    const bool isBefore = link != "past" && link != "after";
+    const bool isLed = match.groups[0] && lowerCased(match.texts[0]).starts_with("at");
+    const bool isUsual = link == "past" || link == "to"; // "Five after six" is people, too.
+    const bool isTime = minute > 0 && minute < minutesInHour
+        && (isNamed || (isUsual ? match.groups[0].has_value() : isLed))
         && !(isBefore && lowerCased(match.texts[1]) == "half");
     if (!isTime)
         return std::nullopt;

@@ -166,4 +166,26 @@ void RequestTokens::markTimes(const std::vector<TextRange>& ranges)
     }
 }
 
+void RequestTokens::markQuotes()
+{
+    constexpr int longest = 40; // Tokens; an opening quote further from its end is none.
+    for (int index = 0; index < size(); ++index) {
+        const bool isOpening = is(index, {"\"", "“", "”", "'", "‘"}) && token(index).followsSpace;
+        int end = index + 1;
+        while (isOpening && isInside(end) && end < index + longest && !closesQuote(index, end))
+            ++end;
+        if (!isOpening || !isInside(end) || !closesQuote(index, end))
+            continue;
+        for (; index < end; ++index)
+            mark(index, RequestToken::Meaning::task);
+    }
+}
+
+bool RequestTokens::closesQuote(int opening, int index) const
+{
+    const bool isDouble = is(opening, {"\"", "“", "”"});
+    const bool endsWord = !isInside(index + 1) || token(index + 1).followsSpace || token(index + 1).kind == Kind::mark;
+    return endsWord && (isDouble ? is(index, {"\"", "“", "”"}) : is(index, {"'", "’"}));
+}
+
 } // namespace quorvell

@@ -67,11 +67,15 @@ public:
     /// The ranges are in order, without overlaps.
     void markTimes(const std::vector<TextRange>& ranges);
 
+    /// What somebody put into quotes is a name: part of the task.
+    void markQuotes();
+
     /// From the first to the last of these tokens, in the lower-cased text.
     TextRange range(int first, int last) const { return {token(first).range.start, token(last).range.end}; }
 
 private:
     void findStart();
+    bool closesQuote(int opening, int index) const;
 
     std::vector<RequestToken> m_tokens;
     int m_start = 0;

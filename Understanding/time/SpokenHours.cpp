@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/time/SpokenHours.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/time/SpokenMoment.h"
+#include "Understanding/time/SpokenWhen.h"
+
+#include <string>
+
+namespace quorvell {
+
+namespace {
+
+constexpr int minutesOfWholeDay = 24 * 60;
+
+/// The hour that words name, in minutes of the day.
+std::optional<int> minuteIn(const std::string& clock, const LocalTime& around)
+{
+    // Seen from midnight no hour of the day is over.
+    const auto midnight = DateParts::fromDay(around.now, around.calendar).instant(around.calendar);
+    const auto moment = midnight
+        ? SpokenMoment::read("at " + clock, LocalTime{*midnight - std::chrono::minutes(1), around.calendar})
+        : std::nullopt;
+    const bool isClock =
+        moment && !moment->date.allDay && moment->rest.empty() && !moment->namesDay && moment->repeat.empty();
+    return isClock ? std::optional(moment->date.hour * 60 + moment->date.minute) : std::nullopt;
+}
+
+struct Span {
+    int from = 0; ///< Minutes of the day.
+    int to = minutesOfWholeDay - 1;
+    std::string words;
+};
+
+std::string clockText(int minute)
+{
+    return SpokenWhen::clock(DateParts{2000, 1, 1, minute / 60, minute % 60, false});
+}
+
+/// "9 and 5": a half of the day that only the end names is that of both where the start stays before it.
+std::optional<Span> between(const std::string& from, const std::string& to, const LocalTime& around)
+{
+    static const Pattern half("(?:\\d|\\s)([ap])\\.?m\\b", Pattern::caseless);
+    const auto end = minuteIn(to, around);
+    const auto ofEnd = half.find(to);
+    auto start = ofEnd && !half.find(from) ? minuteIn(from + " " + ofEnd->texts[0] + "m", around) : std::nullopt;
+    if (!start || !end || *start >= *end)
+        start = minuteIn(from, around);
+    if (!start || !end || *start >= *end)
+        return std::nullopt;
+    return Span{*start, *end, "between " + clockText(*start) + " and " + clockText(*end)};
+}
+
+std::optional<Span> spanIn(const std::string& words, const LocalTime& around)
+{
+    static const Pattern two("^(?:between|from) (.+?)(?: (?:and|to|till|until) | ?[-–] ?)(.+)$", Pattern::caseless);
+    static const Pattern one(
+        "^(?:(after|from|past|any ?time after)|(?:before|until|till|up to|any ?time before)) (.+?)(?: onwards?| on)?$",
+        Pattern::caseless);
+    if (const auto match = two.find(words))
+        return between(trimmed(match->texts[0]), trimmed(match->texts[1]), around);
+    const auto match = one.find(words);
+    const auto minute = match ? minuteIn(trimmed(match->texts[1]), around) : std::nullopt;
+    if (!minute)
+        return std::nullopt;
+    return match->groups[0] ? Span{*minute, minutesOfWholeDay - 1, "after " + clockText(*minute)}
+                            : Span{0, *minute, "before " + clockText(*minute)};
+}
+
+DateParts atMinuteOf(DateParts day, int minute)
+{
+    day.allDay = false;
+    day.hour = minute / 60;
+    day.minute = minute % 60;
+    return day;
+}
+
+SpokenDays onDay(const DateParts& day, const Span& span, const std::string& words)
+{
+    return {atMinuteOf(day, span.from), atMinuteOf(day, span.to), words + " " + span.words};
+}
+
+/// Without a day: today, unless these hours are over.
+SpokenDays onNextDay(const Span& span, const LocalTime& around)
+{
+    const CalendarParts now = around.calendar.parts(around.now);
+    const bool isOver = now.hour * 60 + now.minute >= span.to;
+    const Instant day = isOver ? around.calendar.addingDays(around.now, std::chrono::days(1)) : around.now;
+    return onDay(DateParts::fromDay(day, around.calendar), span, isOver ? "tomorrow" : "today");
+}
+
+} // namespace
+
+std::optional<SpokenDays> spokenHours(std::string_view spoken, const LocalTime& around)
+{
+    // "From three to five" is no clock yet: it must not become 4:57.
+    static const Pattern bound("\\b(?:between|from|after|before|until|till|past|up to)\\b", Pattern::caseless);
+    const std::string words = trimmed(spoken);
+    const auto match = bound.find(words);
+    if (!match)
+        return std::nullopt;
+    if (match->range.start > 0) { // "Tomorrow between 9 and 10".
+        const auto span = spanIn(words.substr(match->range.start), around);
+        const auto day = span ? SpokenDays::read(trimmed(words.substr(0, match->range.start), ","), around)
+                              : std::optional<SpokenDays>();
+        return day && day->isOneDay() ? std::optional(onDay(day->from.wholeDay(), *span, day->words)) : std::nullopt;
+    }
+    if (const auto span = spanIn(words, around))
+        return onNextDay(*span, around);
+    for (auto space = words.find(' '); space != std::string::npos; space = words.find(' ', space + 1)) {
+        const auto span = spanIn(words.substr(0, space), around);
+        const auto day = span ? SpokenDays::read(words.substr(space + 1), around) : std::optional<SpokenDays>();
+        if (day && day->isOneDay())
+            return onDay(day->from.wholeDay(), *span, day->words);
+    }
+    return std::nullopt;
+}
+
+} // namespace quorvell
