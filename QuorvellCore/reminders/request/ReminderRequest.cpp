@@ -42,11 +42,16 @@ std::string tidiedTask(const std::string& task, std::string_view lowerCasedWords
     static const Pattern article(R"(^the\s+)", Pattern::Case::insensitive);
     static const Pattern preposition(R"(^(?:to|about|that)\s+)", Pattern::Case::insensitive);
     static const Pattern to(R"(^to\s+)", Pattern::Case::insensitive);
+    // "Later to call mum", "wednesday at 1 pm for my meeting".
+    static const Pattern vague(R"(^(?:later|soon|some ?time)\s+(?=to\s))", Pattern::Case::insensitive);
+    static const Pattern purpose(R"(^for\s+(?=(?:the|my|our|an?|his|her|their|your)\b))", Pattern::Case::insensitive);
     // "Remind me every year on the 5th of june of the wedding".
     static const Pattern of(R"(^of\s+(?=(?:the|my|our|an?|his|her|their)\b|\S+['’]s\b))", Pattern::Case::insensitive);
     static const Pattern nothing(R"(^(?:(?:in|at|on|by|for|to|of|about|the|an?)\s*)+$)", Pattern::Case::insensitive);
     const bool lostItsNoun = lowerCasedWords.find("the day after tomorrow") != std::string_view::npos;
     std::string tidy = trimmed(withoutLeadIn(withoutPoliteWords(task) + ' '), "@");
+    const bool isAsked = lowerCasedWords.find("remind") != std::string_view::npos; // Else "for" is the purpose of it.
+    tidy = withoutFirst("", vague, isAsked ? withoutFirst("for", purpose, tidy) : tidy);
     const std::string withoutArticle = withoutFirst("the", lostItsNoun ? article : articleBeforeTo, tidy);
     if (withoutArticle != tidy)
         tidy = withoutLeadIn(withoutFirst("", preposition, withoutArticle));

@@ -3,6 +3,7 @@
 
 #include "QuorvellCore/reminders/phrase/PhraseReading.h"
 #include "QuorvellCore/reminders/phrase/PhraseTask.h"
+#include "QuorvellCore/reminders/request/RepeatDays.h"
 #include "QuorvellCore/reminders/request/SaidDates.h"
 #include "QuorvellCore/reminders/request/WrittenRequest.h"
 #include "QuorvellCore/reminders/wording/RequestWording.h"
@@ -15,7 +16,9 @@ std::optional<ReminderPhrase> requestPhrase(std::string_view words, Instant now,
 {
     if (words.size() > ReminderPhrase::maximumBytes)
         return std::nullopt;
-    const RequestWording wording(writtenRequest(words, now, calendar));
+    const RequestWording written(writtenRequest(words, now, calendar));
+    const auto repeatDays = RepeatDays::find(written);
+    const RequestWording wording(repeatDays ? repeatDays->words : written.text());
     const SaidDates said = SaidDates::find(wording.tokens(), calendar.day(now));
     if (said.isContradiction)
         return std::nullopt;
@@ -38,6 +41,12 @@ std::optional<ReminderPhrase> requestPhrase(std::string_view words, Instant now,
     phrase.hasTime = date.hasTime;
     phrase.alternatives = std::move(date.alternatives);
     phrase.repeatRule = std::move(date.repeatRule);
+    if (repeatDays) {
+        phrase.repeatRule = repeatDays->rule;
+        phrase.date = repeatDays->firstAt(date.date, now, calendar);
+        for (Instant& other : phrase.alternatives)
+            other = repeatDays->firstAt(other, now, calendar);
+    }
     phrase.timeWords = wordsAt(wording.text(), ranges);
     return phrase;
 }

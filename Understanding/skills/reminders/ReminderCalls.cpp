@@ -42,6 +42,11 @@ ToolCalls::Answer ReminderCalls::setAt(std::string_view task, const DateParts& d
     return ToolCalls::call(around, tool, arguments, "set reminders");
 }
 
+ToolCalls::Answer ReminderCalls::setOnReturn(std::string_view task) const
+{
+    return ToolCalls::call(around, tool, {{"task", task}, {"when_back", true}}, "set reminders");
+}
+
 ToolCalls::Answer ReminderCalls::list() const
 {
     return ToolCalls::call(around, tool, {{"list", true}}, "look at your reminders");

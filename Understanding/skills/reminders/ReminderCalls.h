@@ -21,6 +21,8 @@ struct ReminderCalls {
     ToolCalls::Answer setTask(std::string_view task, std::string_view time) const;
     /// From what an earlier result settled. `repeat` may be empty.
     ToolCalls::Answer setAt(std::string_view task, const DateParts& date, std::string_view repeat) const;
+    /// When the user is next back at the computer.
+    ToolCalls::Answer setOnReturn(std::string_view task) const;
     ToolCalls::Answer list() const;
     /// `task` are words of it; empty for what is due.
     ToolCalls::Answer finish(std::string_view task) const;

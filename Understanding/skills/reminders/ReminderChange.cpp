@@ -101,9 +101,11 @@ std::optional<ReminderChange> ReminderChange::finishing(const RequestReading& re
     if (isSomethingElse.find(task) || reading.has(CommonCues::what) || reading.has(CommonCues::when)
         || reading.has(CommonCues::foreign))
         return std::nullopt;
+    // The one that was talked about, or that is due.
+    static const Pattern newest("^(?:last|latest|newest|most recent|previous|current)$", Pattern::caseless);
     const bool isDone =
         reading.has(ReminderCues::done) || !(reading.has(CommonCues::cancel) || reading.has(ReminderCues::stop));
-    return ReminderChange{.kind = isDone ? Kind::done : Kind::cancel, .task = task};
+    return ReminderChange{.kind = isDone ? Kind::done : Kind::cancel, .task = newest.find(task) ? std::string() : task};
 }
 
 ReminderChange ReminderChange::ofTime(ReminderChange change, const RuleSurroundings& around)

@@ -18,6 +18,15 @@ constexpr CueWords table[] = {
         "set me an alarm|set a timer|make sure i|make sure that i|make sure we|see to it that i|see that i|"
         "get me to|be reminded|give me a heads up|drop me a hint|let me know when i should"},
     {Cues::remind, start, "reminder to|reminder for|reminder about|a reminder to|a reminder for|new reminder|reminder"},
+    {Cues::remind, head,
+        "be sure to remind me|be sure you remind me|make sure to remind me|make sure you remind me|remember to remind "
+        "me|"
+        "try to remind me|do remind me|do not forget to remind me|never forget to remind me|send me a reminder|"
+        "shoot me a reminder|drop me a reminder|leave me a reminder|appreciate a reminder|i would appreciate a "
+        "reminder|"
+        "would appreciate a reminder|remindme|remember me|reminding me|turn on your reminders|turn on reminders|"
+        "turn on a reminder|activate a reminder|flag up|put me down a reminder|i could use a reminder|"
+        "could use a reminder|it would be great to be reminded|it would be nice to be reminded"},
     {Cues::wake, head, "wake me|wake me up|get me up|get me out of bed|get up"},
     {Cues::later, head,
         "later|i can not do it now|i can not do that now|i will do it|i will do that|not this minute|not today|not "

@@ -26,7 +26,11 @@ ReminderIntent ReminderIntent::of(std::string_view rest)
     static const Pattern ofSomething("^of\\s+", Pattern::caseless);
     static const Pattern ofRule(
         "^an? (daily|weekly|monthly|yearly) (?:for|to|about|of|that|at|on) (.+)$", Pattern::caseless);
-    static const Pattern dangling("^(?:with|an?|the) (?=(?:for|to|about|of|that) )", Pattern::caseless);
+    static const Pattern dangling(
+        "^(?:with|an?|the|in|up|me|please)?\\s?(?:an? |the "
+        ")?(?:(?:repeating|recurring|regular|repeated|new|quick|little|small"
+        "|gentle|friendly|one[- ]time|one[- ]off|follow[- ]up) )*(?:reminders? )?(?=(?:for|to|about|of|that)\\b)",
+        Pattern::caseless);
     std::string wish = ofSomething.replaceAll(withoutFor(dangling.replaceAll(trimmed(rest), "")), "about ");
     if (const auto match = ofRule.find(wish)) // What is left of "set a monthly reminder for".
         wish = match->texts[1] + " " + match->texts[0];

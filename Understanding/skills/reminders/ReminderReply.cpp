@@ -191,4 +191,22 @@ std::string ReminderReply::list(const Json& result, const RequestMemory& memory,
     return reply + (named < entries.size() ? " The others are in your notebook." : "");
 }
 
+std::string ReminderReply::whatWasDone(const ToolRequest& call, const ToolResult& result)
+{
+    const Json& json = result.json();
+    const Json arguments = parseJson(call.arguments).value_or(Json::object());
+    const TaskWords task = taskOf(json, readString(arguments, "text").value_or(""));
+    const std::string reminder = "reminder" + (task.text.empty() ? "" : " " + task.linked());
+    const std::string when = readString(json, "when").value_or("");
+    const std::string often = oftenIn(json);
+    if (result.status() == ToolStatus::set)
+        return (memberOf(arguments, "id") ? "changed the " : "set a ") + reminder + (often.empty() ? "" : ", " + often)
+            + (when.empty() ? "" : ", " + SpokenWhen::on(when));
+    if (result.status() == ToolStatus::deferred)
+        return "moved the " + reminder + (when.empty() ? "" : " to " + SpokenWhen::words(when));
+    if (result.status() != ToolStatus::done)
+        return {};
+    return (memberOf(arguments, "cancel") ? "deleted the " : "ticked off the ") + reminder;
+}
+
 } // namespace quorvell

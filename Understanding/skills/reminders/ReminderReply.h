@@ -23,6 +23,9 @@ struct ReminderReply {
     static std::string cancelled(const ToolResult& result, std::string_view userWords);
     /// The reminders of the days that were asked about.
     static std::string list(const Json& result, const RequestMemory& memory, const LocalTime& around);
+    /// Behind "I": "set a reminder to call Ana, on Sunday the 22nd of November at 5 PM". Empty for what changed
+    /// nothing.
+    static std::string whatWasDone(const ToolRequest& call, const ToolResult& result);
 };
 
 } // namespace quorvell

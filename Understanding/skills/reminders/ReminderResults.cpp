@@ -28,8 +28,10 @@ std::string failureReply(const Json& arguments, const ToolResult& result)
         return "Nothing was changed: no reminder is due. Please say which one you mean.";
     if (result.failure() != ToolFailure::noReminderWithWords)
         return ToolResults::forUser(result.wordsForModel());
-    return memberOf(arguments, "done") || memberOf(arguments, "cancel") ? "All right. There was no reminder for that."
-                                                                        : "I found no reminder like that.";
+    if (memberOf(arguments, "done"))
+        return "There was no reminder for that.";
+    return memberOf(arguments, "cancel") ? "I found no reminder for that, so nothing is changed."
+                                         : "I found no reminder like that.";
 }
 
 RuleStep takeFailure(

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/reminders/ReminderSkill.h"
 
+#include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/reminders/FollowUpWish.h"
 #include "Understanding/skills/reminders/ReminderCalls.h"
 #include "Understanding/skills/reminders/ReminderCues.h"
+#include "Understanding/skills/reminders/ReminderOccasion.h"
+#include "Understanding/skills/reminders/ReminderReply.h"
 #include "Understanding/skills/reminders/ReminderResults.h"
 #include "Understanding/skills/reminders/ReminderRules.h"
+#include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/SpokenWhen.h"
 #include "Understanding/time/TimeWords.h"
@@ -48,6 +52,9 @@ constexpr CueWeights weights[] = {
     {ReminderCues::reminders,
         {{{"listReminders", 5}, {"finishReminder", 2}, {"addEvent", -4}, {"listEvents", -4}, {"cancelEvent", -4},
             {"findNote", -4}, {"readNote", -4}, {"keepNote", -4}}}},
+    // "My next reminder" is one of the list.
+    {ReminderCues::reminder, {{{"nextEvent", -8}}}},
+    {ReminderCues::reminders, {{{"nextEvent", -8}}}},
     {ReminderCues::pending, {{{"listReminders", 5}, {"listEvents", -2}}}},
     {CommonCues::instead, {{{"putOffReminder", 2}}}},
     {CommonCues::foreign, {{{"finishReminder", -6}}}},
@@ -110,11 +117,35 @@ std::string ability(const RuleSurroundings& around)
     return around.offers("set_reminder") ? "set reminders" : "";
 }
 
+/// "Don't let me forget I have a parents' evening on monday at 4": what is to come is no fact to keep.
+Found readPlea(const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern plea("^(?:please )?(?:do not|don['’]?t|never) let me forget (?:that |about the fact that )?"
+                              "(?=(?:i|we|my|our|there)\\b)",
+        Pattern::caseless);
+    const auto match = plea.find(core);
+    if (!match)
+        return std::nullopt;
+    const std::string what = core.substr(match->range.end);
+    const auto moment = SpokenMoment::read(what, around);
+    return moment && moment->namesDay ? Found(ReminderRules::request(ReminderIntent::of("that " + what)))
+                                      : std::nullopt;
+}
+
+/// "Remind me when" is the opening of a question for others, so it is looked at with its first words.
+Found readSaid(const std::string& words, const RuleSurroundings& around)
+{
+    auto occasion = ReminderOccasion::read(words, around);
+    return occasion ? Found(ReminderOccasion::request(*std::move(occasion))) : std::nullopt;
+}
+
 /// A time and nothing else is another time for what was talked about.
 Found readPlain(const std::string& core, const RuleSurroundings& around)
 {
     if (ListPlace::read(core)) // "The second one" is no day.
         return std::nullopt;
+    if (auto request = readPlea(core, around))
+        return request;
     if (auto wish = FollowUpWish::read(core, around))
         return ReminderRules::followUp(*std::move(wish));
     const std::string words = ReminderIntent::bareTime(core, around);
@@ -215,12 +246,14 @@ constinit const Skill ReminderSkill::row{
     .trailingWishes = trailingWishes,
     .ability = ability,
     .example = "remind me tomorrow at 5 PM to call the dentist",
+    .readSaid = readSaid,
     .readPlain = readPlain,
     .readStatement = readStatement,
     .readElsewhere = readElsewhere,
     .readQuestion = readQuestion,
     .questionBefore = questionBefore,
     .takeResult = ReminderResults::take,
+    .whatWasDone = ReminderReply::whatWasDone,
     .undo = undo,
     .addAnother = addAnother,
     .retime = ReminderRules::retime,

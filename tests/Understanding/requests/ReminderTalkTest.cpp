@@ -3,6 +3,7 @@
 // lost between two turns.
 #include "QuorvellCore/text/Json.h"
 #include "RuleBench.h"
+#include "Understanding/requests/SkillTable.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -43,6 +44,38 @@ TEST(ReminderTalk, deletesNoMoreAtOnceThanARequestMayChange)
         next = say(dumpJson({{"status", "done"}, {"id", id}, {"task", "Task " + id}}));
     }
     EXPECT_EQ(next, "20 reminders are deleted. Their notes stay in your notebook.");
+}
+
+TEST(ReminderTalk, understandsStrangers)
+{
+    checkConversations("reminders.txt", withCalendar());
+}
+
+TEST(ReminderTalk, saysWhatWasDone)
+{
+    struct Row {
+        const char* arguments;
+        const char* result;
+        const char* what;
+    };
+    constexpr Row rows[] = {
+        {R"({"text":"remind me to call Ana at 5 pm"})",
+            R"({"status":"set","task":"Call Ana","when":"Sunday 22 November at 5 PM"})",
+            "set a reminder to call Ana, on Sunday the 22nd of November at 5 PM"},
+        {R"({"id":"a","repeat":"daily"})", R"({"status":"set","task":"Rest","repeat_words":"Every day"})",
+            "changed the reminder to rest, every day"},
+        {R"({"id":"a","later":"friday"})", R"({"status":"deferred","task":"Rest","when":"Friday 27 November at 5 PM"})",
+            "moved the reminder to rest to Friday the 27th of November at 5 PM"},
+        {R"({"cancel":true})", R"({"status":"done","task":"Rest"})", "deleted the reminder to rest"},
+        {R"({"done":true})", R"({"status":"done","task":"Rest"})", "ticked off the reminder to rest"},
+        {R"({"list":true})", R"({"status":"reminders","reminders":[]})", ""},
+        {R"({"text":"remind me"})", R"({"status":"needs_task"})", ""},
+    };
+    for (const Row& row : rows) {
+        const auto result = ToolResult::parse(row.result);
+        ASSERT_TRUE(result) << row.result;
+        EXPECT_EQ(SkillTable::ofTool("set_reminder")->whatWasDone({"set_reminder", row.arguments}, *result), row.what);
+    }
 }
 
 } // namespace quorvell
