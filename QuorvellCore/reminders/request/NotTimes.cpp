@@ -271,7 +271,7 @@ private:
     Meaning attributiveRule(int index)
     {
         return taskIf(is(index, {"daily", "weekly", "monthly", "yearly"}) && TimeTerms::isOrdinary(m_tokens, index + 1)
-            && is(index - 1, {"the", "my", "our", "your", "his", "her", "their", "of"}));
+            && is(index - 1, {"the", "my", "our", "your", "his", "her", "their", "of", "half", "semi", "bi", "twice", "-"}));
     }
 
     /// "the 5th floor", "to the 2nd house".

@@ -40,6 +40,7 @@ PassedOverRules::Found PassedOverRules::timeAt(int index) const
         {&PassedOverRules::bareHour, About::clock},
         {&PassedOverRules::laterToday, About::clock},
         {&PassedOverRules::vaguely, About::clock},
+        {&PassedOverRules::duration, About::everything},
         {&PassedOverRules::bound, About::everything},
         {&PassedOverRules::span, About::everything},
         {&PassedOverRules::rule, About::everything},
@@ -213,15 +214,36 @@ int PassedOverRules::laterToday(int index) const
     return is(index, {"later"}) && is(index + 1, {"today"}) && !m_hasClock ? 1 : 0;
 }
 
-/// "early tomorrow", "late in the evening": when is that?
+/// "early tomorrow", "late in the evening", "last thing at night", "the same time tomorrow": when is that?
 int PassedOverRules::vaguely(int index) const
 {
+    const bool isSameTime = is(index, {"same", "this"}) && is(index + 1, {"time"})
+        && (m_tokens.isTime(index + 2) || m_tokens.isTime(index - 1) || m_tokens.isTime(index - 2));
+    if (m_hasClock)
+        return 0;
+    if (isSameTime || (is(index, {"last"}) && is(index + 1, {"thing"}) && m_tokens.isTime(index + 2)))
+        return 2;
     const int next = is(index + 1, {"in", "on"}) ? (is(index + 2, {"the"}) ? index + 3 : index + 2) : index + 1;
     const bool isOfDay = m_tokens.isTime(next) && has(next, Terms::part | Terms::relativeDay | Terms::weekday);
-    const bool isBehind =
-        m_tokens.isTime(index - 1) && has(index - 1, Terms::relativeDay | Terms::weekday) && isEdge(index);
+    const bool isBehind = m_tokens.isTime(index - 1)
+        && has(index - 1, Terms::relativeDay | Terms::weekday | Terms::part) && (isEdge(index) || is(index + 1, {"to"}));
     const bool isState = is(index - 1, {"be", "am", "is", "are", "was", "were", "been", "not", "too", "so", "very"});
-    return is(index, {"early", "late"}) && !isState && !m_hasClock && (isOfDay || isBehind) ? 1 : 0;
+    return is(index, {"early", "late", "mid"}) && !isState && (isOfDay || isBehind) ? 1 : 0;
+}
+
+/// "every day for a week": a rule has no end.
+int PassedOverRules::duration(int index) const
+{
+    constexpr int longest = 5;
+    if (!is(index, {"for"}) || !m_hasRule)
+        return 0;
+    for (int unit = index + 2; unit < index + longest; ++unit) {
+        if (has(unit, Terms::unit) && is(unit, {"day", "days", "week", "weeks", "month", "months", "year", "years"}))
+            return unit - index + 1;
+        if (TimeTerms::isOrdinary(m_tokens, unit) && !is(unit, {"few", "couple"}))
+            return 0;
+    }
+    return 0;
 }
 
 /// "before 5 pm", "until friday", "from the 10th", "between 5 and 6 pm".
@@ -293,7 +315,8 @@ int PassedOverRules::rule(int index) const
 /// "this weekend", "next month", "the end of the week".
 int PassedOverRules::period(int index) const
 {
-    if (is(index, {"this"}) && is(index + 1, {"time"}) && m_tokens.isTime(index + 2))
+    const int day = is(index + 2, {"the"}) ? index + 3 : index + 2;
+    if (is(index, {"week"}) && is(index + 1, {"of"}) && m_tokens.isTime(day)) // "in the week of the 5th"
         return 2;
     const bool isPeriod = is(index + 1, {"week", "weekend", "month", "year", "quarter"});
     const bool isPlan = is(index - 1, {"for", "about", "of"}) && m_hasDay;

@@ -45,6 +45,7 @@ private:
     int bareHour(int index) const;
     int laterToday(int index) const;
     int vaguely(int index) const;
+    int duration(int index) const;
     int bound(int index) const;
     int span(int index) const;
     bool isSomethingCounted(int index) const;

@@ -129,6 +129,9 @@ private:
         const std::string_view figures = word.substr(0, end);
         const std::string_view unit = end == std::string_view::npos ? std::string_view() : word.substr(end);
         const bool isTime = isLed(index) || isDay(index - 1) || is(index - 1, {"by", "from", "until", "till", "to"});
+        const bool isPointedHour = unit == "h" && figures.find_first_of(":.") != std::string_view::npos;
+        if (isPointedHour && m_tokens.token(index).text.size() <= 6) // "17.30h"
+            return TokenReplacement{index, index + 1, std::string(figures)};
         if (unit.starts_with("h"))
             return isTime && mayEndLed(index + 1) ? withHourMark(index, figures, unit.substr(1)) : std::nullopt;
         constexpr std::size_t mostFigures = 5;
@@ -228,7 +231,8 @@ private:
         if (!is(index, {"first"}) || !is(index + 1, {"thing"}) || is(index - 1, {"the", "my", "a", "one", "next"}))
             return std::nullopt;
         const int next = index + 2;
-        const bool namesMorning = (is(next, {"in"}) && is(next + 2, {"morning"})) || is(next + 1, {"morning"});
+        const bool namesMorning = (is(next, {"in"}) && is(next + 2, {"morning"})) || is(next + 1, {"morning"})
+            || has(index - 1, Terms::part);
         const bool mayStand = !m_tokens.isInside(next) || TimeTerms::isTimeLike(m_tokens, next)
             || is(next, {"in", "on", "to", ","}) || has(next, Terms::weekday);
         return mayStand ? Clock(TokenReplacement{index, next, namesMorning || m_hasClock ? "" : "in the morning"})

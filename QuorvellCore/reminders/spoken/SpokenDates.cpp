@@ -117,8 +117,10 @@ private:
         const int before = is(index - 1, {"the"}) ? index - 2 : index - 1;
         const int after = is(day->end, {"of"}) ? day->end + 1 : day->end;
         const bool isOfMonth = has(before, Terms::month) || has(after, Terms::month);
-        const bool isAlone = before == index - 2 && (is(before, {"on", "by", "until"}) || has(before, Terms::weekday))
-            && (kind(day->end) == Kind::mark || is(day->end, {"at", "to"}));
+        const bool isLater = day->value > 3 && before == index - 2 && is(day->end, {"at", "@"}); // "the twenty third at noon"
+        const bool isAlone = isLater
+            || (before == index - 2 && (is(before, {"on", "by", "until"}) || has(before, Terms::weekday))
+                && (kind(day->end) == Kind::mark || is(day->end, {"at", "to"})));
         if (!isOfMonth && !isAlone)
             return std::nullopt;
         const int first = has(before, Terms::month) ? before + 1 : index;

@@ -31,6 +31,8 @@ public:
     /// "2", "1.5", "twenty five", "an", "half an", "a quarter of an", "two and a half".
     std::optional<Quantity> quantity(int index) const
     {
+        if (is(index, {"a"}) && is(index + 1, {"couple"}))
+            return Quantity{8, is(index + 2, {"of"}) ? index + 3 : index + 2};
         if (is(index, {"a"}) && is(index + 1, {"half", "quarter"}))
             ++index;
         if (is(index, {"half", "quarter"})) {
@@ -121,7 +123,20 @@ public:
                 return std::nullopt;
             whole = TokenLength{whole->minutes + more->minutes, more->end, whole->isOfDays};
         }
-        return whole;
+        return whole && !whole->isOfDays ? withBareMinutes(*whole) : whole;
+    }
+
+    /// "two hours fifteen"
+    TokenLength withBareMinutes(const TokenLength& hours) const
+    {
+        const bool isOfHours = is(hours.end - 1, {"hour", "hours"});
+        const auto minutes = isOfHours ? TokenNumber::cardinal(m_tokens, hours.end) : std::nullopt;
+        const bool isLast = minutes && !is(hours.end, {"a", "an"})
+            && (!m_tokens.isInside(minutes->end) || kind(minutes->end) == Kind::mark
+                || is(minutes->end, {"to", "from", "please"}));
+        return isLast && minutes->value < minutesOfHour
+            ? TokenLength{hours.minutes + minutes->value, minutes->end, false}
+            : hours;
     }
 
 private:

@@ -311,6 +311,9 @@ private:
             const auto weekday = weekdayAt(day);
             return weekday && mayFollow(day + 1) ? Worked(WorkedOut{ofWeek(*weekday, 0), day + 1}) : std::nullopt;
         }
+        const int same = is(index, {"the"}) ? index + 1 : index;
+        if (is(same, {"same", "this"}) && is(same + 1, {"day"}) && is(same + 2, {"next"}) && is(same + 3, {"week"}))
+            return WorkedOut{m_today + days(daysInWeek), same + 4};
         const int coming = is(index, {"this", "the"}) ? index + 1 : index;
         const auto weekday = is(coming, {"coming", "upcoming"}) ? weekdayAt(coming + 1) : std::nullopt;
         return weekday ? Worked(WorkedOut{*nextWeekday(m_today, *weekday), coming + 2}) : std::nullopt;
