@@ -2,6 +2,8 @@
 #include "Quorvell/tools/NoteKeepingTools.h"
 
 #include "Quorvell/notebook/NoteTitle.h"
+#include "Quorvell/tools/ListKeeping.h"
+#include "Quorvell/tools/NoteUndo.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
 #include "QuorvellCore/text/OneLine.h"
@@ -141,10 +143,36 @@ NoteRequest howToOf(const LiveFunctionCall& call, const NotebookToolContext& con
     return problem.empty() && !note.steps.empty() ? NoteRequest{std::move(note), ""} : refused(std::move(problem));
 }
 
-/// Tells the model what became of it.
-NotebookCallback answering(ToolReply reply, const Note& note)
+ToolResult keptResult(const Note& note)
 {
-    const ToolResult kept = ToolResult(ToolStatus::kept).add("id", note.id).add("title", note.title);
+    return ToolResult(ToolStatus::kept).add("id", note.id).add("title", note.title);
+}
+
+/// Of a note that is new.
+ToolResult keptNew(FullNotebook& notebook, const NotebookToolContext& context, const Note& note,
+    const std::vector<std::string>& putAway = {})
+{
+    ToolResult kept = keptResult(note);
+    NoteUndo{notebook, context.undo}.ofNew(note, "keeping “" + note.title + "”", kept, putAway);
+    return kept;
+}
+
+/// Takes back what a token of an earlier result stands for. True when the call asks for that.
+bool tookBack(const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply& reply)
+{
+    const auto token = call.string("undo");
+    if (!token)
+        return false;
+    if (context.undo)
+        context.undo->takeBack(*token, std::move(reply));
+    else
+        reply.fail("Nothing can be taken back here.");
+    return true;
+}
+
+/// Tells the model what became of it.
+NotebookCallback answeringKept(ToolReply reply, const ToolResult& kept)
+{
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
     return [answer, kept](const NotebookVerdict& verdict) {
         if (verdict.isStored)
@@ -170,21 +198,27 @@ const Note* knownExplanation(const FullNotebook& notebook, const Note& wanted)
 
 void keepNote(FullNotebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply)
 {
+    if (tookBack(context, call, reply))
+        return;
+    if (const auto list = ListRequest::of(call))
+        return keepList(notebook, context, *list, std::move(reply));
     NoteRequest request = noteOf(call, context);
     if (!request.problem.empty())
         return reply.fail(request.problem);
-    const NotebookCallback done = answering(std::move(reply), request.note);
+    const NotebookCallback done = answeringKept(std::move(reply), keptNew(notebook, context, request.note));
     notebook.add(std::move(request.note), done);
 }
 
 void explain(FullNotebook& notebook, const NotebookToolContext& context, const LiveFunctionCall& call, ToolReply reply)
 {
+    if (tookBack(context, call, reply))
+        return;
     NoteRequest request = explanationOf(call, context);
     if (!request.problem.empty())
         return reply.fail(request.problem);
     const Note* const known = knownExplanation(notebook, request.note);
     if (!known) {
-        const NotebookCallback done = answering(std::move(reply), request.note);
+        const NotebookCallback done = answeringKept(std::move(reply), keptNew(notebook, context, request.note));
         return notebook.add(std::move(request.note), done);
     }
     const auto change = [wanted = request.note](Note& note) {
@@ -192,19 +226,30 @@ void explain(FullNotebook& notebook, const NotebookToolContext& context, const L
         note.level = wanted.level;
     };
     const std::string id = known->id;
-    notebook.update(id, change, answering(std::move(reply), *known));
+    ToolResult kept = keptResult(*known);
+    const auto takeBack = [body = known->body, level = known->level, after = request.note.body](Note& note) {
+        if (note.body != after)
+            return false;
+        note.body = body;
+        note.level = level;
+        return true;
+    };
+    NoteUndo{notebook, context.undo}.ofChange(id, takeBack, "explaining “" + known->title + "” anew", kept);
+    notebook.update(id, change, answeringKept(std::move(reply), kept));
 }
 
 void saveHowTo(FullNotebook& notebook, NoteUse& use, const NotebookToolContext& context, const LiveFunctionCall& call,
     ToolReply reply)
 {
+    if (tookBack(context, call, reply))
+        return;
     NoteRequest request = howToOf(call, context, notebook);
     if (!request.problem.empty())
         return reply.fail(request.problem);
     const std::vector<std::string> replaced = request.note.basedOn;
     if (!replaced.empty())
         request.note.timesUsed = use.used(*notebook.note(replaced.front()));
-    const NotebookCallback answer = answering(std::move(reply), request.note);
+    const NotebookCallback answer = answeringKept(std::move(reply), keptNew(notebook, context, request.note, replaced));
     const auto done = [&notebook, replaced, answer](const NotebookVerdict& verdict) {
         // Put away only once its successor is safe; that this may fail does not unkeep the new one.
         if (verdict.isStored && !replaced.empty())

@@ -2,8 +2,10 @@
 #include "Quorvell/tools/NotebookTools.h"
 
 #include "Quorvell/tools/FactTool.h"
+#include "Quorvell/tools/ListKeeping.h"
 #include "Quorvell/tools/NoteKeepingTools.h"
 #include "Quorvell/tools/NoteUse.h"
+#include "QuorvellCore/notebook/ListNote.h"
 #include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
@@ -61,6 +63,8 @@ Json shownHits(const FullNotebook& notebook, const NotebookToolContext& context,
             continue;
         Json entry = described(*note);
         entry["snippet"] = hit.snippet;
+        if (ListNote::isList(*note))
+            entry["list"] = true;
         addDates(entry, *note, context);
         shown.push_back(std::move(entry));
     }
@@ -106,6 +110,7 @@ void readNote(const FullNotebook& notebook, NoteUse& use, const NotebookToolCont
     const std::string start = firstCharacters(text, maximumTextRead);
     Json shown = described(*note);
     shown["text"] = start;
+    addItems(shown, *note);
     addDates(shown, *note, context);
     if (note->question)
         shown["question"] = *note->question;

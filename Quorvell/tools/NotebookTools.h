@@ -10,11 +10,11 @@ namespace quorvell {
 
 /// The notebook must outlive the registry. Every tool that keeps something answers once that is durable.
 ///
-/// keep_note title?, text?, kind? ("note" or "clip") answers {"status": "kept", "id", "title"}.
-/// explain question, text, level? does the same; the same question again replaces the text.
-/// save_how_to title, goal, steps, based_on? does the same and puts the one it is based on away, whose uses go on to
-/// count for the new one.
-/// find_in_notebook query, kind?, limit? answers {"status": "found", "count", "notes": [{"id", "kind", "title",
+/// keep_note title?, text?, kind? ("note" or "clip") answers {"status": "kept", "id", "title"}; with a list or an id
+/// what ListKeeping tells. What changes the notebook answers with "undo" too; the same tool takes it back, given just
+/// that. explain question, text, level? does the same; the same question again replaces the text. save_how_to title,
+/// goal, steps, based_on? does the same and puts the one it is based on away, whose uses go on to count for the new
+/// one. find_in_notebook query, kind?, limit? answers {"status": "found", "count", "notes": [{"id", "kind", "title",
 /// "snippet", "created", "remind_at"?, "untrusted"?}]}; "count" is of all that match, "notes" the first `limit` of
 /// them, best first. read_note id answers {"status": "read", "id", "kind", "title", "text", "created", "remind_at"?,
 /// "untrusted"?, "question"?, "goal"?, "thread"?, "truncated"?}. "untrusted" is true for what came from the screen or

@@ -12,6 +12,8 @@ namespace {
 
 constexpr std::string_view moment = "\"2026-11-22 17:00\" in the user's time zone, or \"2026-11-22\" for a whole day.";
 
+constexpr std::string_view item = "Its words, or \"#3\" for its place as the list is told, \"#last\" for the last one.";
+
 Json dateText(std::string_view what)
 {
     return text(std::string(what) + " " + std::string(moment));
@@ -20,12 +22,33 @@ Json dateText(std::string_view what)
 Json notes()
 {
     return Json::array({
-        declaration("keep_note", "Keeps a note in the user's notebook. Answers with its id once it is safely stored.",
-            {required("title", text("A few words that they would look for.")),
-                required("text", text("The note in their words; Markdown is fine.")),
+        declaration("keep_note",
+            "Keeps a note in the user's notebook, with `text`; or keeps one of their lists (shopping, packing, to do): "
+            "a note of check boxes. One call does one thing with one list. Answers with its id once it is safely "
+            "stored, and with what was found, missing or unclear; \"which_list\", \"no_list\", \"which_item\" and "
+            "\"not_on_list\" mean that nothing was changed: ask the user and call again.",
+            {optional("title", text("Of a note: a few words that they would look for.")),
+                optional("text", text("The note in their words; Markdown is fine.")),
                 optional("kind",
                     choice("note: their own words (default). clip: something copied from the screen or a page.",
-                        {"note", "clip"}))}),
+                        {"note", "clip"})),
+                optional("list", text("The list, as they call it: \"shopping\". Empty for the only one.")),
+                optional("id", text("The list's id, instead of `list`.")),
+                optional("create", flag("True: makes that list, with what is in `add`.")),
+                optional("lists", flag("True: tells which lists there are.")),
+                optional("show", flag("True: tells what is on it, open items first.")),
+                optional("has", list("Tells whether these are on it.", text("One item."))),
+                optional("add", list("Puts these on it; one thing each.", text("One item."))),
+                optional("tick", list("These are done or bought.", text(item))),
+                optional("untick", list("These are open again.", text(item))),
+                optional("remove", list("Takes these off.", text(item))),
+                optional("replace", text("An item that gets other words, those of `by`.")),
+                optional("by", text("The new words.")),
+                optional("clear_ticked", flag("True: takes off all that is ticked.")),
+                optional("clear", flag("True: takes everything off.")),
+                optional("rename", text("The list's new name.")),
+                optional("delete", flag("True: puts the whole list into the trash.")),
+                optional("undo", text("Token of an earlier result, and nothing else: takes that change back."))}),
         declaration("find_in_notebook",
             "Searches everything in the notebook: notes, clips, explanations, how-tos, facts about the user, "
             "reminders. Answers with the best matches, each with id, kind, title, snippet and dates; read_note gives "
@@ -41,12 +64,14 @@ Json notes()
             "Keeps an explanation that the user asked for, so that they can read it again. Say it to them as well.",
             {required("question", text("What they wanted to know, in their words.")),
                 required("text", text("The explanation; Markdown is fine.")),
-                optional("level", choice("How deep it goes. Default: normal.", {"simple", "normal", "detailed"}))}),
+                optional("level", choice("How deep it goes. Default: normal.", {"simple", "normal", "detailed"})),
+                optional("undo", text("Token of an earlier result, alone: takes that change back."))}),
         declaration("save_how_to", "Keeps a way of doing something that worked, so that it can be followed again.",
             {required("title", text("A few words, such as \"Send a photo by e-mail\".")),
                 required("goal", text("What one has at the end.")),
                 required("steps", list("The steps in order, as one would tell them.", text("One step."))),
-                optional("based_on", text("Id of the how-to that this one replaces."))}),
+                optional("based_on", text("Id of the how-to that this one replaces.")),
+                optional("undo", text("Token of an earlier result, alone: takes that change back."))}),
         declaration("remember_about_them",
             "Remembers one lasting fact about the user that they told you. Never secrets, health details they didn't "
             "ask to keep, or guesses.",

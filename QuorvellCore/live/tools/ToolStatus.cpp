@@ -32,6 +32,12 @@ constexpr auto table = std::to_array<Stored>({
     {ToolStatus::known, "known"},
     {ToolStatus::remembered, "remembered"},
     {ToolStatus::notRemembered, "not_remembered"},
+    {ToolStatus::list, "list"},
+    {ToolStatus::lists, "lists"},
+    {ToolStatus::whichList, "which_list"},
+    {ToolStatus::noList, "no_list"},
+    {ToolStatus::whichItem, "which_item"},
+    {ToolStatus::notOnList, "not_on_list"},
     {ToolStatus::agenda, "agenda"},
     {ToolStatus::free, "free"},
     {ToolStatus::added, "added"},
@@ -62,6 +68,7 @@ bool asksBack(ToolStatus status)
 {
     return status == ToolStatus::whichTime || status == ToolStatus::needsTime || status == ToolStatus::needsTask
         || status == ToolStatus::whichReminder || status == ToolStatus::whichOccurrences
+        || status == ToolStatus::whichList || status == ToolStatus::noList || status == ToolStatus::whichItem
         || status == ToolStatus::needsUser || status == ToolStatus::needsConfirmation;
 }
 

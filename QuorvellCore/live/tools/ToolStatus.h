@@ -32,6 +32,12 @@ enum class ToolStatus : std::uint8_t {
     known,
     remembered,
     notRemembered,
+    list, ///< What is on one of the user's lists.
+    lists,
+    whichList,
+    noList,
+    whichItem,
+    notOnList, ///< None of what was named is; nothing was changed.
     // The calendar
     agenda,
     free,

@@ -1,0 +1,257 @@
+// SPDX-License-Identifier: MIT
+#include "QuorvellCore/notebook/CheckList.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/OneLine.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace quorvell {
+
+namespace {
+
+constexpr std::string_view blanks = " \t";
+constexpr unsigned mostNumbered = 999'999'999; ///< Nine digits: as long as Markdown takes a number for one.
+
+std::string_view withoutEnd(std::string_view line)
+{
+    const std::size_t last = line.find_last_not_of("\r\n");
+    return line.substr(0, last == line.npos ? 0 : last + 1);
+}
+
+std::string_view endOf(std::string_view line)
+{
+    return line.substr(withoutEnd(line).size());
+}
+
+bool isEnded(std::string_view line)
+{
+    return line.ends_with('\n');
+}
+
+/// As the lines there end.
+std::string usualEnd(const std::vector<std::string>& lines)
+{
+    return !lines.empty() && lines.front().ends_with("\r\n") ? "\r\n" : "\n";
+}
+
+bool isDigit(char letter)
+{
+    return letter >= '0' && letter <= '9';
+}
+
+/// Behind "-", "*", "+", "3." or "3)", seen from `start`; `start` itself where there is none.
+std::size_t endOfMarker(std::string_view line, std::size_t start)
+{
+    constexpr std::size_t longestNumber = 9; // as Markdown has it
+    std::size_t end = start;
+    while (end < line.size() && end - start < longestNumber && isDigit(line[end]))
+        ++end;
+    const std::string_view signs = end == start ? "-*+" : ".)";
+    return end < line.size() && signs.find(line[end]) != signs.npos ? end + 1 : start;
+}
+
+std::size_t indentOf(std::string_view line)
+{
+    return std::min(line.find_first_not_of(blanks), line.size());
+}
+
+/// Of "```" and "~~~"; empty for any other line.
+std::string_view fenceIn(std::string_view line)
+{
+    constexpr std::size_t shortest = 3;
+    const std::string_view text = line.substr(indentOf(line));
+    for (const char sign : {'`', '~'}) {
+        const std::size_t length = std::min(text.find_first_not_of(sign), text.size());
+        if (length >= shortest)
+            return text.substr(0, length);
+    }
+    return {};
+}
+
+/// A line that says nothing by itself.
+bool isFrame(std::string_view line)
+{
+    const std::string_view text = line.substr(indentOf(line));
+    return text.empty() || text.starts_with('#') || text.starts_with("<!--") || text.ends_with(':')
+        || text.find_first_not_of("-*_= ") == text.npos;
+}
+
+} // namespace
+
+std::optional<std::string> CheckList::itemText(std::string_view text)
+{
+    std::string line = onOneLine(repairUtf8(text));
+    if (line.empty() || characterCount(line) > longestItem)
+        return std::nullopt;
+    return line;
+}
+
+CheckList::CheckList(std::string_view body)
+{
+    for (std::size_t start = 0; start < body.size();) {
+        const std::size_t end = std::min(body.find('\n', start), body.size() - 1) + 1;
+        m_lines.emplace_back(body.substr(start, end - start));
+        start = end;
+    }
+    read();
+}
+
+std::optional<CheckList::Box> CheckList::boxIn(std::string_view line)
+{
+    constexpr std::size_t length = 3; // "[ ]"
+    const std::string_view text = withoutEnd(line);
+    const std::size_t indent = indentOf(text);
+    const std::size_t marker = endOfMarker(text, indent);
+    const std::size_t box = std::min(text.find_first_not_of(blanks, marker), text.size());
+    if (marker == indent || box == marker || text.size() < box + length || text[box] != '[' || text[box + 2] != ']')
+        return std::nullopt;
+    const bool isMarked = std::string_view(" xX").find(text[box + 1]) != std::string_view::npos;
+    const std::string_view behind = text.substr(box + length);
+    if (!isMarked || (!behind.empty() && blanks.find(behind.front()) == blanks.npos))
+        return std::nullopt;
+    return Box{.indent = indent, .mark = box + 1, .hasItem = !onOneLine(behind).empty()};
+}
+
+void CheckList::read()
+{
+    m_boxes.clear();
+    m_items.clear();
+    m_isNothingElse = true;
+    std::string_view fence;
+    for (std::size_t index = 0; index < m_lines.size(); ++index) {
+        const std::string_view line = withoutEnd(m_lines[index]);
+        const std::string_view marks = fenceIn(line);
+        if (!fence.empty()) {
+            if (marks.starts_with(fence))
+                fence = {};
+            continue;
+        }
+        fence = marks;
+        auto box = fence.empty() ? boxIn(line) : std::nullopt;
+        if (box) {
+            box->line = index;
+            m_boxes.push_back(*box);
+            if (box->hasItem)
+                m_items.push_back({onOneLine(line.substr(box->mark + 2)), line[box->mark] != ' '});
+        }
+        const bool belongsToBox = !m_boxes.empty() && indentOf(line) > 0;
+        m_isNothingElse = m_isNothingElse && fence.empty() && (box || belongsToBox || isFrame(line));
+    }
+}
+
+std::size_t CheckList::openItems() const
+{
+    return static_cast<std::size_t>(std::ranges::count(m_items, false, &CheckListItem::isTicked));
+}
+
+std::string CheckList::body() const
+{
+    std::string body;
+    for (const std::string& line : m_lines)
+        body += line;
+    return body;
+}
+
+std::size_t CheckList::lineOf(std::size_t item) const
+{
+    for (const Box& box : m_boxes)
+        if (box.hasItem && item-- == 0)
+            return box.line;
+    return m_lines.size();
+}
+
+/// Behind the lines that stand deeper than the box and are none themselves.
+std::size_t CheckList::endOfBox(std::size_t line) const
+{
+    const std::size_t indent = indentOf(m_lines[line]);
+    std::size_t end = line + 1;
+    while (end < m_lines.size() && !boxIn(m_lines[end]) && !withoutEnd(m_lines[end]).empty()
+        && indentOf(withoutEnd(m_lines[end])) > indent && fenceIn(m_lines[end]).empty())
+        ++end;
+    return end;
+}
+
+/// In the form of the last of the outermost boxes, with the next number where they are numbered.
+std::string CheckList::newLine(const CheckListItem& item) const
+{
+    std::string form = "- ";
+    if (!m_boxes.empty()) {
+        const auto outer = std::ranges::min_element(m_boxes.rbegin(), m_boxes.rend(), {}, &Box::indent);
+        const std::string_view line = m_lines[outer->line];
+        const std::size_t marker = endOfMarker(line, outer->indent);
+        form = line.substr(0, outer->mark - 1);
+        unsigned number = 0;
+        for (std::size_t digit = outer->indent; digit + 1 < marker; ++digit)
+            number = number * 10 + static_cast<unsigned>(line[digit] - '0');
+        if (marker > outer->indent + 1)
+            form.replace(outer->indent, marker - 1 - outer->indent, std::to_string(std::min(number + 1, mostNumbered)));
+    }
+    return form + (item.isTicked ? "[x] " : "[ ] ") + item.text;
+}
+
+void CheckList::add(const CheckListItem& item)
+{
+    const auto free = std::ranges::find(m_boxes, false, &Box::hasItem);
+    if (free != m_boxes.end()) {
+        std::string& line = m_lines[free->line];
+        line = line.substr(0, free->mark) + (item.isTicked ? "x] " : " ] ") + item.text + std::string(endOf(line));
+        return read();
+    }
+    const std::size_t place = m_boxes.empty() ? m_lines.size() : endOfBox(m_boxes.back().line);
+    const std::string lineEnd = usualEnd(m_lines);
+    std::string line = newLine(item);
+    if (place > 0 && !isEnded(m_lines[place - 1]))
+        m_lines[place - 1] = std::string(withoutEnd(m_lines[place - 1])) + lineEnd;
+    else if (place > 0)
+        line += lineEnd;
+    m_lines.insert(m_lines.begin() + static_cast<std::ptrdiff_t>(place), std::move(line));
+    read();
+}
+
+void CheckList::setTicked(std::size_t item, bool isTicked)
+{
+    for (const Box& box : m_boxes)
+        if (box.hasItem && item-- == 0)
+            m_lines[box.line][box.mark] = isTicked ? 'x' : ' ';
+    read();
+}
+
+void CheckList::setText(std::size_t item, std::string_view text)
+{
+    for (const Box& box : m_boxes) {
+        if (!box.hasItem || item-- != 0)
+            continue;
+        std::string& line = m_lines[box.line];
+        line = line.substr(0, box.mark + 2) + " " + std::string(text) + std::string(endOf(line));
+    }
+    read();
+}
+
+void CheckList::remove(std::vector<std::size_t> items)
+{
+    std::ranges::sort(items, std::greater());
+    const std::string kept = m_boxes.empty() ? "" : m_lines[m_boxes.front().line].substr(0, m_boxes.front().mark - 1);
+    const bool wasLast = items.size() >= m_items.size();
+    const bool endsOpen = !m_lines.empty() && !isEnded(m_lines.back());
+    const std::string lineEnd = usualEnd(m_lines);
+    std::size_t first = m_lines.size();
+    for (const std::size_t item : items) {
+        first = lineOf(item);
+        if (first == m_lines.size())
+            continue;
+        const auto start = m_lines.begin() + static_cast<std::ptrdiff_t>(first);
+        m_lines.erase(start, m_lines.begin() + static_cast<std::ptrdiff_t>(endOfBox(first)));
+        std::erase_if(m_boxes, [first](const Box& box) { return box.line == first; });
+    }
+    if (wasLast && m_boxes.empty()) {
+        const auto place = m_lines.begin() + static_cast<std::ptrdiff_t>(std::min(first, m_lines.size()));
+        m_lines.insert(place, kept + "[ ]" + lineEnd);
+    }
+    if (endsOpen && !m_lines.empty())
+        m_lines.back().resize(withoutEnd(m_lines.back()).size());
+    read();
+}
+
+} // namespace quorvell

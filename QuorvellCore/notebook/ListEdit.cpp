@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: MIT
+#include "QuorvellCore/notebook/ListEdit.h"
+
+#include "QuorvellCore/notebook/ListWords.h"
+#include "QuorvellCore/text/TextMatch.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace quorvell {
+
+namespace {
+
+using Places = std::vector<std::size_t>;
+enum class Wanted { open, ticked, any };
+
+std::string textOf(const CheckList& list, std::size_t item)
+{
+    return list.items()[item].text;
+}
+
+/// "#3", "#last"; nothing for words.
+std::optional<Places> atPlace(const CheckList& list, std::string_view words, Wanted wanted)
+{
+    if (!words.starts_with('#'))
+        return std::nullopt;
+    words.remove_prefix(1);
+    const Places told = ListEdit::told(list);
+    if (words == "last" || words == "first") {
+        Places fitting;
+        std::ranges::copy_if(told, std::back_inserter(fitting),
+            [&](std::size_t item) { return list.items()[item].isTicked == (wanted == Wanted::ticked); });
+        const Places& among = fitting.empty() ? told : fitting;
+        return among.empty() ? Places{} : Places{words == "last" ? among.back() : among.front()};
+    }
+    std::size_t number = 0;
+    const auto read = std::from_chars(words.data(), words.data() + words.size(), number);
+    if (read.ptr != words.data() + words.size() || words.empty())
+        return std::nullopt;
+    return number >= 1 && number <= told.size() ? Places{told[number - 1]} : Places{};
+}
+
+/// Finds what is named, and keeps what is not found or not clear.
+class Finder {
+public:
+    Finder(const CheckList& list, ListEdit::Outcome& outcome)
+        : m_list(list)
+        , m_outcome(outcome)
+    {
+    }
+
+    /// All of the same words where `wanted` is any, else the first.
+    Places find(const std::string& words, Wanted wanted)
+    {
+        auto found = atPlace(m_list, words, wanted).value_or(Places{});
+        bool isSure = !found.empty();
+        if (!isSure) {
+            std::vector<std::string_view> texts;
+            for (const CheckListItem& item : m_list.items())
+                texts.push_back(item.text);
+            auto best = ListWords::best(words, texts, ListWords::ofItem);
+            isSure = best.likeness > ListLikeness::near;
+            found = fitting(std::move(best.places), wanted);
+        }
+        if (found.empty())
+            m_outcome.missing.push_back(words);
+        else if (!isSure || !areSame(found))
+            m_outcome.unclear.push_back({words, textsOf(found)});
+        else
+            return wanted == Wanted::any ? found : Places{found.front()};
+        return {};
+    }
+
+private:
+    /// Of several, those that can still be ticked, or unticked.
+    Places fitting(Places places, Wanted wanted) const
+    {
+        Places fitting;
+        std::ranges::copy_if(places, std::back_inserter(fitting), [&](std::size_t item) {
+            return wanted == Wanted::any || m_list.items()[item].isTicked == (wanted == Wanted::ticked);
+        });
+        return fitting.empty() ? places : fitting;
+    }
+
+    bool areSame(const Places& places) const
+    {
+        const std::string first = textOf(m_list, places.front());
+        return std::ranges::all_of(places,
+            [&](std::size_t item) { return ListWords::ofItem(first, textOf(m_list, item)) == ListLikeness::same; });
+    }
+
+    std::vector<std::string> textsOf(const Places& places) const
+    {
+        constexpr std::size_t mostTold = 5;
+        std::vector<std::string> texts;
+        for (const std::size_t item : places)
+            if (std::string text = textOf(m_list, item);
+                texts.size() < mostTold && std::ranges::find(texts, text) == texts.end())
+                texts.push_back(std::move(text));
+        return texts;
+    }
+
+    const CheckList& m_list;
+    ListEdit::Outcome& m_outcome;
+};
+
+void addOne(CheckList& list, const std::string& text, ListEdit::Outcome& outcome)
+{
+    for (std::size_t item = 0; item < list.items().size(); ++item) {
+        if (ListWords::ofItem(text, textOf(list, item)) < ListLikeness::alike)
+            continue;
+        const bool wasTicked = list.items()[item].isTicked;
+        (wasTicked ? outcome.again : outcome.already).push_back(textOf(list, item));
+        if (wasTicked)
+            list.setTicked(item, false);
+        return;
+    }
+    list.add({text});
+    outcome.added.push_back(text);
+}
+
+/// The item of exactly that text and state.
+std::optional<std::size_t> exactly(const CheckList& list, const std::string& text, bool isTicked)
+{
+    const auto found = std::ranges::find(list.items(), CheckListItem{text, isTicked});
+    return found == list.items().end() ? std::nullopt
+                                       : std::optional(static_cast<std::size_t>(found - list.items().begin()));
+}
+
+} // namespace
+
+bool ListEdit::Outcome::changed() const
+{
+    return !(
+        added.empty() && again.empty() && ticked.empty() && unticked.empty() && removed.empty() && replaced.empty());
+}
+
+std::vector<std::size_t> ListEdit::told(const CheckList& list)
+{
+    Places told;
+    for (const bool isTicked : {false, true})
+        for (std::size_t item = 0; item < list.items().size(); ++item)
+            if (list.items()[item].isTicked == isTicked)
+                told.push_back(item);
+    return told;
+}
+
+std::vector<std::size_t> ListEdit::named(const CheckList& list, std::string_view words)
+{
+    if (const auto place = atPlace(list, words, Wanted::any))
+        return *place;
+    std::vector<std::string_view> texts;
+    for (const CheckListItem& item : list.items())
+        texts.push_back(item.text);
+    auto best = ListWords::best(words, texts, ListWords::ofItem);
+    return best.likeness > ListLikeness::near ? std::move(best.places) : Places{};
+}
+
+ListEdit::Outcome ListEdit::apply(CheckList& list) const
+{
+    Outcome outcome;
+    Finder finder(list, outcome);
+    const auto found = [&finder](const std::vector<std::string>& names, Wanted wanted) {
+        Places places;
+        for (const std::string& words : names)
+            std::ranges::copy(finder.find(words, wanted), std::back_inserter(places));
+        return places;
+    };
+    const Places ticks = found(tick, Wanted::open);
+    const Places unticks = found(untick, Wanted::ticked);
+    const Places replaced = replace.empty() ? Places{} : finder.find(replace, Wanted::open);
+    Places removed = found(remove, Wanted::any);
+    for (std::size_t item = 0; item < list.items().size(); ++item)
+        if (clearAll || (clearTicked && list.items()[item].isTicked))
+            removed.push_back(item);
+    std::ranges::sort(removed);
+    removed.erase(std::unique(removed.begin(), removed.end()), removed.end());
+    outcome.isTooLong = list.items().size() - removed.size() + add.size() > CheckList::mostItems && !add.empty();
+    if (outcome.isTooLong || !outcome.unclear.empty())
+        return outcome;
+
+    const auto setTicked = [&](const Places& places, bool isTicked, std::vector<std::string>& changed) {
+        for (const std::size_t item : places) {
+            const bool isSo = list.items()[item].isTicked == isTicked;
+            (isSo ? outcome.already : changed).push_back(textOf(list, item));
+            list.setTicked(item, isTicked);
+        }
+    };
+    setTicked(ticks, true, outcome.ticked);
+    setTicked(unticks, false, outcome.unticked);
+    if (!replaced.empty()) {
+        outcome.replaced = {textOf(list, replaced.front()), by};
+        list.setText(replaced.front(), by);
+    }
+    for (const std::size_t item : removed)
+        outcome.removed.push_back(list.items()[item]);
+    list.remove(removed);
+    for (const std::string& text : add)
+        addOne(list, text, outcome);
+    return outcome;
+}
+
+bool ListEdit::takeBack(const Outcome& outcome, CheckList& list)
+{
+    CheckList changed = list;
+    const auto find = [&changed](const std::string& text, bool isTicked) { return exactly(changed, text, isTicked); };
+    bool isThere = true;
+    const auto setTicked = [&](const std::vector<std::string>& texts, bool wasTicked) {
+        for (const std::string& text : texts) {
+            const auto item = find(text, !wasTicked);
+            isThere = isThere && item;
+            if (item)
+                changed.setTicked(*item, wasTicked);
+        }
+    };
+    for (const std::string& text : outcome.added) {
+        const auto item = find(text, false);
+        isThere = isThere && item;
+        if (item)
+            changed.remove({*item});
+    }
+    setTicked(outcome.again, true);
+    setTicked(outcome.ticked, false);
+    setTicked(outcome.unticked, true);
+    if (!outcome.replaced.empty()) {
+        const auto open = find(outcome.replaced.back(), false);
+        const auto item = open ? open : find(outcome.replaced.back(), true);
+        isThere = isThere && item;
+        if (item)
+            changed.setText(*item, outcome.replaced.front());
+    }
+    for (const CheckListItem& item : outcome.removed)
+        changed.add(item);
+    isThere = isThere && changed.items().size() <= CheckList::mostItems;
+    if (isThere)
+        list = std::move(changed);
+    return isThere;
+}
+
+} // namespace quorvell

@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: MIT
+#include "QuorvellCore/notebook/ListWords.h"
+
+#include "QuorvellCore/text/CodePoints.h"
+#include "QuorvellCore/text/TextMatch.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+namespace quorvell {
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+template <std::size_t count> bool isOneOf(const std::array<std::string_view, count>& table, std::string_view word)
+{
+    return std::ranges::find(table, word) != table.end();
+}
+
+/// "groceries" and "grocery" are one, "tomatoes" and "tomato", "boxes" and "box", "eggs" and "egg".
+std::string singular(std::string word)
+{
+    constexpr std::size_t shortest = 4;
+    if (word.size() < shortest || !word.ends_with('s') || word.ends_with("ss") || word.ends_with("us"))
+        return word;
+    word.pop_back();
+    if (word.ends_with("ie") && word.size() > shortest)
+        return word.replace(word.size() - 2, 2, "y");
+    for (const std::string_view end : {"oe", "xe", "se", "che", "she"})
+        if (word.ends_with(end) && word.size() > end.size() + 1)
+            return word.substr(0, word.size() - 1);
+    return word;
+}
+
+Words wordsOf(std::string_view text)
+{
+    Words words;
+    const std::string plain = TextMatch::normalized(text) + " ";
+    for (std::size_t start = 0, end = plain.find(' ');
+         end != std::string::npos && words.size() < ListWords::mostCompared;
+         start = end + 1, end = plain.find(' ', start)) {
+        std::string word = plain.substr(start, end - start);
+        std::erase(word, '\'');
+        if (word == "do" && !words.empty() && words.back() == "to") // "to do" and "todo" are one
+            words.back() = "todo";
+        else if (!word.empty())
+            words.push_back(word == "todos" ? "todo" : std::move(word));
+    }
+    return words;
+}
+
+bool isListWord(std::string_view word)
+{
+    constexpr std::array<std::string_view, 6> table{"list", "lists", "checklist", "checklists", "lsit", "lst"};
+    return isOneOf(table, word);
+}
+
+/// What says nothing of which thing is meant.
+bool isIdleWord(std::string_view word)
+{
+    constexpr std::array<std::string_view, 15> table{
+        "the", "a", "an", "my", "our", "some", "any", "of", "for", "new", "please", "your", "this", "that", "to"};
+    return isOneOf(table, word);
+}
+
+/// The words that matter, as one would compare them.
+Words essential(std::string_view text)
+{
+    Words words;
+    for (std::string& word : wordsOf(text))
+        if (!isIdleWord(word))
+            words.push_back(singular(std::move(word)));
+    return words;
+}
+
+/// One word for what people call both ways.
+std::string kindOf(std::string_view word)
+{
+    constexpr std::array<std::string_view, 4> shopping{"shopping", "grocery", "shop", "supermarket"};
+    constexpr std::array<std::string_view, 3> duties{"todo", "task", "chore"};
+    return std::string(isOneOf(shopping, word) ? "shopping" : isOneOf(duties, word) ? "todo" : word);
+}
+
+Words nameOf(std::string_view text)
+{
+    Words words;
+    for (std::string& word : wordsOf(text))
+        if (!isIdleWord(word) && !isListWord(word))
+            words.push_back(singular(std::move(word)));
+    return words;
+}
+
+Words kindsOf(const Words& words)
+{
+    Words kinds;
+    for (const std::string& word : words)
+        if (std::string kind = kindOf(word); kinds.empty() || kinds.back() != kind)
+            kinds.push_back(std::move(kind));
+    return kinds;
+}
+
+bool isWithin(const Words& wanted, const Words& held)
+{
+    return std::ranges::all_of(
+        wanted, [&](const std::string& word) { return std::ranges::find(held, word) != held.end(); });
+}
+
+std::u32string codePoints(std::string_view text)
+{
+    std::u32string points;
+    for (std::size_t position = 0; position < text.size();)
+        points += nextCodePoint(text, position);
+    return points;
+}
+
+/// Whether one letter was left out, put in, taken for another or changed places with its neighbour.
+bool isOneSlipApart(std::string_view leftText, std::string_view rightText)
+{
+    constexpr std::size_t shortest = 4; // "egg" and "leg" are two things
+    const std::u32string left = codePoints(leftText);
+    const std::u32string right = codePoints(rightText);
+    if (std::max(left.size(), right.size()) > std::min(left.size(), right.size()) + 1 || left.size() < shortest)
+        return false;
+    std::size_t start = 0;
+    while (start < left.size() && start < right.size() && left[start] == right[start])
+        ++start;
+    std::size_t end = 0;
+    while (end + start < left.size() && end + start < right.size()
+        && left[left.size() - 1 - end] == right[right.size() - 1 - end])
+        ++end;
+    const std::size_t leftRest = left.size() - start - end;
+    const std::size_t rightRest = right.size() - start - end;
+    const bool isSwapped =
+        leftRest == 2 && rightRest == 2 && left[start] == right[start + 1] && left[start + 1] == right[start];
+    return (leftRest <= 1 && rightRest <= 1) || isSwapped;
+}
+
+bool isNear(const Words& wanted, const Words& held)
+{
+    if (wanted.size() != held.size())
+        return false;
+    for (std::size_t index = 0; index < wanted.size(); ++index)
+        if (wanted[index] != held[index] && !isOneSlipApart(wanted[index], held[index]))
+            return false;
+    return true;
+}
+
+ListLikeness compared(const Words& wanted, const Words& held)
+{
+    if (wanted.empty() || held.empty())
+        return ListLikeness::none;
+    if (wanted == held)
+        return ListLikeness::alike;
+    return isWithin(wanted, held) ? ListLikeness::part : isNear(wanted, held) ? ListLikeness::near : ListLikeness::none;
+}
+
+} // namespace
+
+ListLikeness ListWords::ofItem(std::string_view wanted, std::string_view held)
+{
+    // What has no letters, an emoji, is compared as it stands.
+    const std::string plain = TextMatch::normalized(wanted);
+    if (wanted == held || (!plain.empty() && plain == TextMatch::normalized(held)))
+        return ListLikeness::same;
+    return compared(essential(wanted), essential(held));
+}
+
+ListLikeness ListWords::ofName(std::string_view wanted, std::string_view title)
+{
+    const Words name = nameOf(wanted);
+    const Words held = nameOf(title);
+    if (!name.empty() && name == held)
+        return ListLikeness::same;
+    return compared(kindsOf(name), kindsOf(held));
+}
+
+bool ListWords::isName(std::string_view words)
+{
+    return !nameOf(words).empty();
+}
+
+bool ListWords::isListTitle(std::string_view title)
+{
+    const Words words = wordsOf(title);
+    return std::ranges::any_of(words, isListWord) || (!words.empty() && words.back() == "todo");
+}
+
+std::string ListWords::spoken(std::string_view title)
+{
+    // Names of persons and places keep their capital.
+    constexpr std::array<std::string_view, 22> common{"shopping", "grocery", "groceries", "to", "todo", "packing",
+        "party", "wish", "reading", "work", "book", "movie", "gift", "food", "birthday", "things", "list", "errands",
+        "chores", "holiday", "guest", "present"};
+    const Words words = wordsOf(title);
+    std::string name(title);
+    if (!words.empty() && isOneOf(common, words.front()) && name.front() >= 'A' && name.front() <= 'Z')
+        name.front() = static_cast<char>(name.front() - 'A' + 'a');
+    return std::ranges::any_of(words, isListWord) ? name : name + " list";
+}
+
+ListWords::Best ListWords::best(std::string_view wanted, const std::vector<std::string_view>& held,
+    ListLikeness (*compare)(std::string_view, std::string_view))
+{
+    Best best;
+    for (std::size_t place = 0; place < held.size(); ++place) {
+        const ListLikeness likeness = compare(wanted, held[place]);
+        if (likeness > best.likeness)
+            best = {likeness, {}};
+        if (likeness == best.likeness && likeness != ListLikeness::none)
+            best.places.push_back(place);
+    }
+    return best;
+}
+
+} // namespace quorvell
