@@ -5,6 +5,7 @@
 #include "Understanding/dialogue/AsideQuestion.h"
 #include "Understanding/dialogue/DoneAct.h"
 #include "Understanding/dialogue/FoundThing.h"
+#include "Understanding/dialogue/ListTalk.h"
 #include "Understanding/dialogue/PendingQuestion.h"
 #include "Understanding/dialogue/TakingBack.h"
 #include "Understanding/dialogue/ThingBatch.h"
@@ -42,6 +43,7 @@ struct RequestMemory {
     Wish wish{};
     Batch batch{}; ///< Forgotten when the question whether they should go is.
     std::optional<SpokenDays> days{}; ///< What a list under way is of; nothing for everything.
+    ListTalk lists{};
     std::string lastReply{}; ///< For "say that again".
     std::vector<DoneAct> acts{}; ///< What was changed and not taken back, the newest last.
     std::vector<DoneAct> takenBack{}; ///< For "redo", until something else is done; the newest last.

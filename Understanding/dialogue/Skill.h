@@ -56,8 +56,14 @@ struct Skill {
     /// says that nothing was changed.
     std::string (*whatWasDone)(const ToolRequest& call, const ToolResult& result) = nullptr;
 
+    /// Whether a call of a tool of another skill is a matter of this one all the same.
+    bool (*ownsCall)(const ToolRequest& call) = nullptr;
+
     // Of what was last talked about, where that is a matter of this skill:
     bool undoesByItself = false; ///< `undo` knows what was done last; none of that is among the acts that are kept.
+    /// Words that make sense only behind it, tried before anything else is: "add butter", right after a list was read.
+    /// `words` are as they were said. Never a question that is open.
+    Step (*goOn)(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around) = nullptr;
     /// "Cancel that."
     Step (*undo)(RequestMemory memory, const RuleSurroundings& around) = nullptr;
     /// "Also buy milk."

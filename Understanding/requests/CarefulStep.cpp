@@ -18,7 +18,7 @@ constexpr const char* sayWhat = "I have changed nothing. If something should be 
 /// Empty for a call that changes nothing.
 std::string questionBefore(const ToolRequest& call)
 {
-    const Skill* skill = SkillTable::ofTool(call.name);
+    const Skill* skill = SkillTable::ofCall(call);
     return skill && skill->questionBefore ? skill->questionBefore(call) : "Should I do that?";
 }
 

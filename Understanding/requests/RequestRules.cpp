@@ -89,9 +89,18 @@ RuleStep beyondReach(const OutOfReach& matter, const std::string& core, RequestM
         memory);
 }
 
+/// What only makes sense right after what was talked about.
+Step goneOn(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    const Skill* skill = memory.pending.isOpen() ? nullptr : SkillTable::named(memory.topic);
+    return skill && skill->goOn ? skill->goOn(words, memory, around) : std::nullopt;
+}
+
 RuleStep answerNew(
     std::string_view words, const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
 {
+    if (auto step = goneOn(std::string(words), memory, around))
+        return *std::move(step);
     const RequestMood mood = moodOf(words);
     if (const auto matter = OutOfReach::of(core))
         return beyondReach(*matter, core, mood, memory, around);
@@ -209,7 +218,7 @@ RuleStep RequestRules::answerResult(
     }
     if (!result)
         return ToolResults::say("That did not work.", memory);
-    const Skill* skill = SkillTable::ofTool(call.name);
+    const Skill* skill = SkillTable::ofCall(call);
     if (!skill || !skill->takeResult)
         return ToolResults::say(ToolResults::failure(*result).value_or("Done."), memory);
     RuleStep step = skill->takeResult(call, *result, memory, around);

@@ -4,6 +4,7 @@
 #include "Understanding/skills/calendar/AgendaSkill.h"
 #include "Understanding/skills/facts/FactSkill.h"
 #include "Understanding/skills/help_mode/HelpModeSkill.h"
+#include "Understanding/skills/lists/ListSkill.h"
 #include "Understanding/skills/more/MoreSkill.h"
 #include "Understanding/skills/notes/NoteSkill.h"
 #include "Understanding/skills/reminders/ReminderSkill.h"
@@ -22,6 +23,7 @@ constexpr const Skill* table[] = {
     &FactSkill::row,
     &AgendaSkill::row,
     &NoteSkill::row,
+    &ListSkill::row,
     &HelpModeSkill::row,
     &ScreenSkill::row,
     &MoreSkill::row,
@@ -70,6 +72,13 @@ const Skill* SkillTable::ofTool(std::string_view tool)
     const auto skill = std::ranges::find_if(
         table, [tool](const Skill* row) { return std::ranges::find(row->tools, tool) != row->tools.end(); });
     return skill != std::ranges::end(table) ? *skill : nullptr;
+}
+
+const Skill* SkillTable::ofCall(const ToolRequest& call)
+{
+    const auto owner =
+        std::ranges::find_if(table, [&](const Skill* skill) { return skill->ownsCall && skill->ownsCall(call); });
+    return owner != std::ranges::end(table) ? *owner : ofTool(call.name);
 }
 
 const CueTable& SkillTable::cues()

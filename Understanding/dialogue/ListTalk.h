@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// What a conversation keeps in mind of the user's lists.
+#pragma once
+
+#include "Understanding/dialogue/FoundThing.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace quorvell {
+
+struct ListTalk {
+    static constexpr std::size_t mostItems = 200; ///< That are kept in mind.
+
+    /// What is wanted of a list that is being looked up.
+    enum class Purpose : std::uint8_t { tell, count, exists };
+
+    FoundThing list{}; ///< "My list", spoken of last; without an id there is none.
+    std::vector<std::string> items{}; ///< On it, as far as they were told or changed; in the order of telling.
+    std::size_t told = 0; ///< How many of them were told: "read me the rest".
+    std::vector<std::string> last{}; ///< Those of the last change: "that one".
+    std::vector<std::string> candidates{}; ///< That a question under way lets choose from.
+    Purpose purpose = Purpose::tell;
+    std::string undo{}; ///< Token of the last change; empty for none.
+
+    bool operator==(const ListTalk&) const = default;
+};
+
+} // namespace quorvell

@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/lists/ItemWords.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/words/RequestText.h"
+#include "Understanding/words/RequestWords.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Items = std::vector<std::string>;
+using Pair = std::pair<std::string_view, std::string_view>;
+
+template <std::size_t count> bool isAmong(const std::array<std::string_view, count>& table, std::string_view word)
+{
+    return std::ranges::find(table, word) != table.end();
+}
+
+std::string withoutLead(const std::string& item)
+{
+    static const Pattern lead("^(?:(?:and|also|plus|then|the following(?: items?)?|the items?|items?(?= \\w)|some(?: "
+                              "more)?|more|the|an?|my)\\b"
+                              "[:,]?\\s+)+(?=\\S)",
+        Pattern::caseless);
+    static const Pattern tail("[\\s,;.!?]+(?:too|as well|also|please|for me)?[\\s,;.!?]*$", Pattern::caseless);
+    const std::string text = trimmed(lead.replaceAll(trimmed(item, ",;:"), ""), "\"“”'‘’ ,;:");
+    return tail.replaceAll(text + " ", "");
+}
+
+/// What begins with one is a duty rather than a thing.
+bool isVerb(std::string_view word)
+{
+    constexpr std::array<std::string_view, 46> table{"call", "ring", "phone", "email", "write", "send", "pay", "wash",
+        "clean", "iron", "fold", "pick", "drop", "fetch", "collect", "take", "bring", "return", "fix", "repair", "mow",
+        "water", "feed", "walk", "book", "visit", "see", "meet", "ask", "tell", "text", "finish", "prepare", "cook",
+        "bake", "paint", "tidy", "vacuum", "do", "make", "get", "buy", "go", "read", "change", "renew"};
+    return isAmong(table, word);
+}
+
+/// Things that are one although "and" stands between their words.
+bool isOneThing(std::string_view left, std::string_view right)
+{
+    constexpr auto table = std::to_array<Pair>({{"salt", "pepper"}, {"mac", "cheese"}, {"macaroni", "cheese"},
+        {"fish", "chips"}, {"ham", "cheese"}, {"ham", "eggs"}, {"bacon", "eggs"}, {"butter", "jelly"},
+        {"butter", "jam"}, {"gin", "tonic"}, {"rum", "coke"}, {"half", "half"}, {"oil", "vinegar"}, {"salt", "vinegar"},
+        {"sweet", "sour"}, {"cookies", "cream"}, {"strawberries", "cream"}, {"peaches", "cream"}, {"bangers", "mash"},
+        {"beans", "rice"}, {"rice", "beans"}, {"rice", "peas"}, {"head", "shoulders"}, {"ben", "jerry's"}, {"m", "m's"},
+        {"m", "ms"}, {"black", "white"}, {"surf", "turf"}, {"pros", "cons"}, {"washer", "dryer"}, {"cream", "onion"},
+        {"cheese", "onion"}, {"bed", "breakfast"}, {"bits", "pieces"}, {"nuts", "bolts"}, {"knife", "fork"},
+        {"needle", "thread"}, {"lost", "found"}, {"show", "tell"}, {"arts", "crafts"}, {"mum", "dad"}, {"mom", "dad"},
+        {"oats", "honey"}, {"pork", "beans"}, {"biscuits", "gravy"}, {"chicken", "waffles"}, {"lemon", "lime"},
+        {"romeo", "juliet"}});
+    return std::ranges::find(table, Pair(left, right)) != table.end();
+}
+
+/// Said of the thing behind them: "red and green peppers".
+bool isAdjective(std::string_view word)
+{
+    constexpr std::array<std::string_view, 24> table{"red", "green", "yellow", "blue", "black", "white", "brown",
+        "orange", "pink", "big", "small", "large", "little", "fresh", "frozen", "dried", "hot", "cold", "sweet",
+        "salted", "plain", "dark", "light", "old"};
+    return isAmong(table, word);
+}
+
+/// Whether "and" stands between two things of a list.
+bool separates(const RequestWords& words, std::size_t start, std::size_t place)
+{
+    const std::string_view left = words.at(place - 1);
+    const std::string_view right = words.at(place + 1);
+    const bool isAmount = right == "a" && (words.at(place + 2) == "half" || words.at(place + 2) == "quarter");
+    const bool isHalf =
+        right == "half" && isAmong(std::array<std::string_view, 4>{"one", "two", "hour", "dozen"}, left);
+    if (isAmount || isHalf || isOneThing(left, right) || (place == start + 1 && isAdjective(left)))
+        return false;
+    // A duty goes on behind "and", unless a whole one came before and another one follows.
+    return !isVerb(words.at(start)) || (isVerb(right) && place > start + 1);
+}
+
+bool isGrocery(std::string_view word)
+{
+    constexpr std::array<std::string_view, 72> table{"milk", "eggs", "egg", "bread", "butter", "cheese", "sugar",
+        "salt", "pepper", "flour", "rice", "pasta", "coffee", "tea", "water", "cream", "yogurt", "yoghurt", "honey",
+        "jam", "ham", "bacon", "chicken", "beef", "pork", "fish", "salmon", "tuna", "sausages", "apples", "bananas",
+        "oranges", "lemons", "limes", "grapes", "pears", "peaches", "strawberries", "blueberries", "tomatoes",
+        "potatoes", "onions", "carrots", "lettuce", "cucumber", "cucumbers", "spinach", "broccoli", "mushrooms",
+        "peppers", "garlic", "ginger", "beans", "peas", "corn", "avocados", "cereal", "oatmeal", "beer", "wine",
+        "juice", "soap", "shampoo", "toothpaste", "napkins", "tissues", "batteries", "nappies", "diapers", "ketchup",
+        "mustard", "chocolate"};
+    return isAmong(table, word);
+}
+
+/// One thing of two groceries: "chocolate milk", "apples juice" nobody says.
+bool isCompound(std::string_view left, std::string_view right)
+{
+    constexpr auto table = std::to_array<Pair>({{"chocolate", "milk"}, {"rice", "milk"}, {"honey", "mustard"},
+        {"garlic", "bread"}, {"egg", "pasta"}, {"chicken", "sausages"}, {"pork", "sausages"}, {"beef", "sausages"},
+        {"honey", "ham"}, {"corn", "bread"}, {"corn", "flour"}, {"rice", "flour"}, {"butter", "beans"},
+        {"coffee", "beans"}, {"coffee", "cream"}, {"chocolate", "cream"}, {"cream", "cheese"}, {"garlic", "butter"},
+        {"lemons", "juice"}, {"ginger", "beer"}, {"ginger", "tea"}, {"turkey", "bacon"}, {"chocolate", "cereal"},
+        {"salmon", "fish"}, {"chocolate", "eggs"}, {"salt", "water"}, {"sugar", "peas"}, {"garlic", "salt"},
+        {"milk", "chocolate"}, {"tuna", "fish"}, {"bread", "flour"}, {"beef", "bacon"}, {"tomatoes", "ketchup"}});
+    return right == "juice" || std::ranges::find(table, Pair(left, right)) != table.end();
+}
+
+/// Groceries in a row, as somebody says them who says no commas; nothing for anything else.
+Items groceriesIn(const RequestWords& words, std::size_t first, std::size_t end)
+{
+    Items items;
+    std::size_t start = first;
+    for (std::size_t place = first; place < end; ++place) {
+        if (!isGrocery(words.at(place)))
+            return {};
+        if (place + 1 == end || !isCompound(words.at(place), words.at(place + 1))) {
+            items.push_back(words.said(start, place + 1));
+            start = place + 1;
+        }
+    }
+    return items;
+}
+
+void addPiece(Items& items, const RequestWords& words, std::size_t first, std::size_t end)
+{
+    for (std::string& item :
+        groceriesIn(words, first, end).empty() ? Items{words.said(first, end)} : groceriesIn(words, first, end)) {
+        std::string text = withoutLead(item);
+        if (!text.empty() && std::ranges::find(items, text) == items.end())
+            items.push_back(std::move(text));
+    }
+}
+
+/// By commas and semicolons; what stands in quotes stays whole.
+Items piecesOf(std::string_view text)
+{
+    Items pieces(1);
+    bool isQuoted = false;
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        const char letter = text[place];
+        isQuoted = isQuoted != (letter == '"');
+        const bool isNumber = place > 0 && place + 1 < text.size() && text[place - 1] >= '0' && text[place - 1] <= '9'
+            && text[place + 1] >= '0' && text[place + 1] <= '9';
+        const bool isEnd = letter == ';' || letter == '\n' || (letter == ',' && !isNumber);
+        if (isEnd && !isQuoted)
+            pieces.emplace_back();
+        else
+            pieces.back() += letter;
+    }
+    return pieces;
+}
+
+} // namespace
+
+Items ItemWords::split(std::string_view text)
+{
+    Items items;
+    for (const std::string& piece : piecesOf(text)) {
+        static const Pattern lead("^\\s*(?:and|also|plus|then)\\s+", Pattern::caseless);
+        const std::string part = lead.replaceAll(piece, "");
+        if (trimmed(part).starts_with('"')) {
+            items.push_back(withoutLead(part));
+            continue;
+        }
+        if (trimmed(part).empty())
+            continue;
+        // What holds no word, an emoji, has no "and" either.
+        const RequestWords words(part);
+        if (words.size() == 0) {
+            items.push_back(trimmed(part));
+            continue;
+        }
+        std::size_t start = 0;
+        for (std::size_t place = 1; place + 1 < words.size(); ++place) {
+            const bool isAnd = words.at(place) == "and" || words.at(place) == "plus" || words.at(place) == "&";
+            if (!isAnd || place <= start || !separates(words, start, place))
+                continue;
+            addPiece(items, words, start, place);
+            start = place + 1;
+        }
+        addPiece(items, words, start, words.size());
+    }
+    return items;
+}
+
+std::string ItemWords::named(std::string_view words)
+{
+    constexpr std::array<std::string_view, 10> ordinals{
+        "first", "second", "third", "fourth", "fifth", "sixth", "seventh", "eighth", "ninth", "tenth"};
+    constexpr std::array<std::string_view, 10> numbers{
+        "one", "two", "three", "four", "five", "six", "seven", "eight", "nine", "ten"};
+    static const Pattern numbered("^(?:the )?(?:item|entry|thing|point|position)? ?(?:number |no\\.? ?|nr\\.? ?|# "
+                                  "?)?(\\d{1,4}|one|two|three|four|five"
+                                  "|six|seven|eight|nine|ten)$",
+        Pattern::caseless);
+    static const Pattern ordinal("^(?:the )?(?:(\\d{1,4})(?:st|nd|rd|th)|(first|second|third|fourth|fifth|sixth|seventh"
+                                 "|eighth|ninth|tenth)|(last|bottom|final|newest|latest))"
+                                 "(?: (?:one|item|entry|thing|point)(?: (?:i added|on it))?)?$",
+        Pattern::caseless);
+    const std::string text = withoutLead(std::string(words));
+    const auto placeIn = [](const auto& table, const std::string& word) {
+        const auto found = std::ranges::find(table, RequestText::phrase(word));
+        return "#" + std::to_string(found - table.begin() + 1);
+    };
+    const std::string said = trimmed(words);
+    if (const auto match = numbered.find(said)) {
+        const bool isBare = match->texts[0].size() == said.size(); // "2" may well be an item
+        if (!isBare)
+            return match->texts[0].front() <= '9' ? "#" + match->texts[0] : placeIn(numbers, match->texts[0]);
+    }
+    if (const auto match = ordinal.find(said))
+        return !match->texts[0].empty() ? "#" + match->texts[0]
+            : !match->texts[1].empty()  ? placeIn(ordinals, match->texts[1])
+                                        : "#last";
+    return text;
+}
+
+Items ItemWords::namedAll(std::string_view words)
+{
+    Items items;
+    for (const std::string& item : split(words))
+        items.push_back(named(item));
+    // "The last one" loses its article as a thing would.
+    const std::string whole = named(words);
+    return whole.starts_with('#') ? Items{whole} : items;
+}
+
+bool ItemWords::isPointing(std::string_view words)
+{
+    static const Pattern pointing("^(?:it|this|that|them|these|those|something|(?:(?:the|this|that|an?|some|any|new|"
+                                  "another|one|more|last|same) )*"
+                                  "(?:new |more )?(?:items?|one|things?|entry)(?: name)?)(?: also| too)?$",
+        Pattern::caseless);
+    static const Pattern last("^(?:the )?(?:last|first)\\b", Pattern::caseless);
+    return pointing.find(trimmed(words)) && !last.find(trimmed(words));
+}
+
+bool ItemWords::isEverything(std::string_view words)
+{
+    static const Pattern everything(
+        "^(?:everything|all(?: of it| of them)?|all (?:the |my |of the )?(?:items?|things|entries"
+        "|stuff)|(?:the )?(?:contents?|items)|every (?:item|thing))$",
+        Pattern::caseless);
+    return everything.find(trimmed(words)).has_value();
+}
+
+bool ItemWords::isTicked(std::string_view words)
+{
+    static const Pattern ticked(
+        "^(?:(?:all|everything|what|whatever|the|of|that|which|is|are|has been|have been|items?|things?|ones?|i(?: "
+        "have|['’]ve)?|already)\\b ?)*"
+        "(?:ticked|checked|crossed|done|bought|completed?|finished|got)(?: off)?(?: (?:items?|things?|ones?|stuff))?$",
+        Pattern::caseless);
+    return ticked.find(trimmed(words)).has_value();
+}
+
+} // namespace quorvell

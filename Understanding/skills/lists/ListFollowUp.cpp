@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/lists/ListFollowUp.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "QuorvellCore/text/TextMatch.h"
+#include "Understanding/skills/lists/ItemWords.h"
+#include "Understanding/skills/lists/ListPhrase.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Kind = ListIntent::Kind;
+using Found = std::optional<ListIntent>;
+
+std::string plainWords(std::string_view core)
+{
+    static const Pattern blanks("\\s+");
+    return trimmed(blanks.replaceAll(core, " "), " .!?");
+}
+
+ListIntent ofSame(Kind kind)
+{
+    return {.kind = kind};
+}
+
+} // namespace
+
+std::optional<ListIntent> ListFollowUp::read(std::string_view core, const std::vector<std::string>& known)
+{
+    const std::string text = plainWords(core);
+    if (text.size() > ListIntent::longestRead)
+        return std::nullopt;
+    static const Pattern adding(
+        "^(?:(?:and|also|oh|then|now|please|plus|can you|could you)[,]? )*(?:(?:add|put|include|write)(?: on| "
+        "down)?|and|also|plus|we also need|i also need) (.+)$",
+        Pattern::caseless);
+    static const Pattern loose(
+        "(?:\\s+(?:on (?:it|there|that(?: list)?)|to (?:it|that(?: list)?|there)|too|as well|also|in it|on))+$",
+        Pattern::caseless);
+    static const Pattern removing(
+        "^(?:(?:and|also|please|now) )*(?:remove|delete|take|erase|drop|scratch|strike|get rid of)(?: off| out| away)? "
+        "(.+?)(?: (?:off|from|out|out of|off of)(?: (?:it|there|that|again))?)?$",
+        Pattern::caseless);
+    static const Pattern ticked("^(?:(?:and|also|please|now|okay) )*(?:tick|check|cross|mark)(?: off)? (.+?)(?: "
+                                "(?:off|as (?:done|bought|got|complete|finished)|done|off (?:it|the list)))?$",
+        Pattern::caseless);
+    static const Pattern unticked("^(?:untick|uncheck) (.+)$", Pattern::caseless);
+    static const Pattern bought("^(?:i|we)(?:['’]ve| have)?(?: already| just)* (?:got|bought|have|picked "
+                                "up|did|finished|done|packed) (?:the |my |our |some )?(.+?)(?: already)?$",
+        Pattern::caseless);
+    static const Pattern isOn("^(?:is|are|do i have|did i (?:put|add)|have i (?:got|put|added))(?: there)?(?: any)? "
+                              "(.+?)(?: (?:already )?(?:on|in) (?:it|there|that list))$",
+        Pattern::caseless);
+    static const Pattern counting("^how (?:many|much)(?: (?:things?|items?|entries|of them|are|is|there|do i have|have "
+                                  "i got|left|on it|on that|in it|still|open|that))*$",
+        Pattern::caseless);
+    static const Pattern reading(
+        "^(?:(?:read|show|tell|give|open|repeat|say)(?: me)? (?:it|that(?: list)?|them|what is on it|what['’]?s on "
+        "it)(?: to me| out| aloud| again| now| back)*|what(?: is|['’]?s)(?: still| left| now)* on (?:it|that|there)(?: "
+        "now| again)?|what(?:['’]?s| is) (?:left|on it))$",
+        Pattern::caseless);
+    static const Pattern deleting(
+        "^(?:delete|remove|erase|throw away|get rid of) (?:it|that list|this list|the whole (?:thing|list)|the list)$",
+        Pattern::caseless);
+    static const Pattern clearing(
+        "^(?:clear|empty|wipe) (?:it|that|that list|the list|everything)(?: out)?$", Pattern::caseless);
+    static const Pattern naming(
+        "^(?:re-?name (?:it|that)(?: list)?(?: to| as)?|call (?:it|that list)) (.+?)(?: instead)?$", Pattern::caseless);
+    static const Pattern replacing(
+        "^(?:change|replace|swap|make) (.+?) (?:to|with|for|by|into) (.+)$", Pattern::caseless);
+    static const Pattern elsewhere(
+        "\\b(?:calendar|diary|agenda|schedule|reminders?|alarms?|timers?|notes?|notebook|events?|meetings?|"
+        "appointments?|tomorrow|today|tonight|at "
+        "\\d|(?:mon|tues|wednes|thurs|fri|satur|sun)day|volume|light|lights|o['’]clock|\\d ?[ap]m)\\b",
+        Pattern::caseless);
+    const auto isKnown = [&](const std::string& item) {
+        const std::string words = " " + TextMatch::normalized(item) + " ";
+        return item.starts_with('#') || std::ranges::any_of(known, [&](const std::string& one) {
+            return (" " + TextMatch::normalized(one) + " ").find(words) != std::string::npos;
+        });
+    };
+    const auto ofKnown = [&](Kind kind, const std::string& items) -> Found {
+        auto intent = ListIntent::ofItems(kind, "", items);
+        const bool isPointing = ItemWords::isPointing(items) && (kind == Kind::remove || kind == Kind::tick);
+        const bool isAll = intent.items.empty() && (intent.kind == Kind::clear || intent.kind == Kind::clearTicked);
+        const bool isNamed = !intent.items.empty() && std::ranges::all_of(intent.items, isKnown);
+        return isAll || isPointing || isNamed ? Found(std::move(intent)) : std::nullopt;
+    };
+    if (deleting.find(text))
+        return ofSame(Kind::deleteList);
+    if (clearing.find(text))
+        return ofSame(Kind::clear);
+    if (counting.find(text))
+        return ofSame(Kind::count);
+    if (reading.find(text))
+        return ofSame(Kind::show);
+    if (const auto match = naming.find(text))
+        return ListIntent{.kind = Kind::rename, .title = ListPhrase::withoutEnds(match->texts[0])};
+    if (const auto match = isOn.find(text))
+        return ListIntent::ofItems(Kind::has, "", match->texts[0]);
+    if (elsewhere.find(text))
+        return std::nullopt;
+    if (const auto match = unticked.find(text))
+        return ofKnown(Kind::untick, match->texts[0]);
+    if (const auto match = ticked.find(text))
+        return ofKnown(Kind::tick, match->texts[0]);
+    if (const auto match = removing.find(text))
+        return ofKnown(Kind::remove, match->texts[0]);
+    if (const auto match = bought.find(text))
+        return ofKnown(Kind::tick, match->texts[0]);
+    if (const auto match = replacing.find(text)) {
+        auto intent = ofKnown(Kind::replace, match->texts[0]);
+        if (intent)
+            intent->items = {intent->items.front(), ListPhrase::withoutEnds(match->texts[1])};
+        return intent;
+    }
+    if (const auto match = adding.find(text)) {
+        const std::string items = loose.replaceAll(match->texts[0], "");
+        static const Pattern request(
+            "^(?:then |please "
+            ")*(?:what|when|where|who|how|why|is|are|do|does|did|can|could|remind|set|tell|read|show|delete|remove|"
+            "cancel|move|call|text|send|play|open|make|create|find|note|remember|in|at|on|the "
+            "(?:next|other)|i|you|he|she|they|it|that|this|then|no|yes|thanks?|one more thing)\\b",
+            Pattern::caseless);
+        if (!request.find(items) && !items.empty())
+            return ListIntent::ofItems(Kind::add, "", items);
+    }
+    return std::nullopt;
+}
+
+std::optional<ListIntent> ListFollowUp::readStatement(std::string_view core)
+{
+    const std::string text = plainWords(core);
+    static const Pattern lacking("^(?:we|i)(?:['’]re| are| am|['’]m)? (?:(?:also |really )?need(?: to (?:buy|get|pick "
+                                 "up))?(?: some| more)?|(?:are |am )?(?:nearly |almost |all )?(?:out of|running "
+                                 "(?:low|out)(?: on| of)?|low on)|have run out of|ran out of|have no(?: more)?) (.+)$",
+        Pattern::caseless);
+    static const Pattern buying("^(?:buy|get|pick up)(?: some| more)? ((?!me\\b|a "
+                                "move|up\\b|ready\\b|rid\\b|out\\b|it\\b|on\\b|off\\b)[a-z][a-z ,]{2,60})$",
+        Pattern::caseless);
+    static const Pattern bought(
+        "^(?:i|we)(?:['’]ve| have)?(?: already| just)* (?:got|bought|picked up) (?:the|our|my) (.+)$",
+        Pattern::caseless);
+    static const Pattern person("\\b(?:to|you|help|him|her|them|it|that|this|know|time|sleep|break|is|are|be|at|by|"
+                                "tomorrow|today|tonight)\\b|\\d",
+        Pattern::caseless);
+    static const Pattern itemOnly(
+        "^(?:add|include|insert|put in|remove|delete|kill|erase|tick)(?: off)? (?:an? |the |this |that |another "
+        ")?(?:(?:new|more|last) )*(?:items?|one)(?: (?:also|too|as well))?$",
+        Pattern::caseless);
+    static const Pattern adds("^(?:add|include|insert|put)", Pattern::caseless);
+    static const Pattern ticks("^tick", Pattern::caseless);
+    static const Pattern removed(
+        "^(?:remove|delete|take|erase)(?: off)? (.+?) (?:from|off|out of) (?:(?:my|the|our) )?(\\w+(?: \\w+)?)$",
+        Pattern::caseless);
+    if (text.size() > ListIntent::longestRead)
+        return std::nullopt;
+    if (itemOnly.find(text))
+        return ofSame(adds.find(text) ? Kind::add : ticks.find(text) ? Kind::tick : Kind::remove);
+    for (const Pattern* form : {&lacking}) {
+        const auto match = form->find(text);
+        if (match && !person.find(match->texts[0]))
+            return ListIntent::ofItems(Kind::add, "shopping", match->texts[0]);
+    }
+    if (const auto match = bought.find(text); match && !person.find(match->texts[0]))
+        return ListIntent::ofItems(Kind::tick, "", match->texts[0]);
+    if (const auto match = removed.find(text);
+        match && !ListPhrase::isKeptElsewhere(match->texts[1]) && !ListPhrase::isSentence(match->texts[1]))
+        return ListIntent::ofItems(Kind::remove, match->texts[1], match->texts[0]);
+    return std::nullopt;
+}
+
+} // namespace quorvell

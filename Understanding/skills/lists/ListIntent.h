@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+// What is asked of a list.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorvell {
+
+struct ListIntent {
+    enum class Kind : std::uint8_t {
+        showAll, ///< Which lists there are.
+        show,
+        count,
+        exists, ///< Whether there is such a list.
+        has, ///< Whether the items are on it.
+        create,
+        add,
+        tick,
+        untick,
+        remove,
+        replace, ///< The first item by the second.
+        clear,
+        clearTicked,
+        rename, ///< To `title`.
+        deleteList,
+    };
+
+    Kind kind = Kind::show;
+    std::string list{}; ///< Its name; empty for "my list", "the list".
+    std::vector<std::string> items{}; ///< As the tool takes them; empty where they have to be asked for.
+    std::string title{};
+
+    bool operator==(const ListIntent&) const = default;
+
+    /// Nothing for words that are about no list of the user's. `core` is an utterance without its opening and closing
+    /// words.
+    static std::optional<ListIntent> read(std::string_view core);
+    /// "Milk and eggs" with what is to be done with them; "everything" and "what is ticked" make another request of it.
+    static ListIntent ofItems(Kind kind, std::string list, const std::string& items);
+    static constexpr std::size_t longestRead = 600; ///< Bytes: nobody says more of a list at once.
+};
+
+} // namespace quorvell

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/lists/ListPhrase.h"
+
+#include "QuorvellCore/text/Characters.h"
+
+#include <algorithm>
+
+namespace quorvell {
+
+namespace {
+
+constexpr std::string_view ownerWords = "(?:(?:my|the|our|an?|that|this|your|his|her|their|any|some|me|us)\\s+)*";
+constexpr std::string_view ageWords =
+    "(?:(?:brand[ -]new|new|current|existing|previous|last|latest|whole|entire|complete|old|other"
+    "|same)\\s+)*";
+} // namespace
+
+bool ListPhrase::isKeptElsewhere(const std::string& name)
+{
+    static const Pattern others(
+        "\\b(?:reminders?|alarms?|timers?|events?|meetings?|appointments?|calendars?|schedules?|agenda|diary|notes?"
+        "|contacts?|emails?|mails?|e-mails?|mailing|play|songs?|tracks?|music|tv|channels?|friends?|people"
+        "|radio|news|files?|photos? (?:on|in)|apps?)\\b",
+        Pattern::caseless);
+    return others.find(name).has_value();
+}
+
+bool ListPhrase::isSentence(const std::string& name)
+{
+    static const Pattern sentence("\\b(?:on|onto|into|from|off|is|are|was|what|which|who|how|add|put|remove|delete|take"
+                                  "|read|show|tell|do|did|have|has|i|you|we|it|please|make|create|whether|if)\\b",
+        Pattern::caseless);
+    static const Pattern duties("\\bto[ -]?dos?\\b", Pattern::caseless);
+    constexpr std::ptrdiff_t mostBlanks = 5;
+    return sentence.find(duties.replaceAll(name, "todo")) || std::ranges::count(name, ' ') > mostBlanks;
+}
+
+std::string ListPhrase::withoutEnds(std::string_view text)
+{
+    static const Pattern tail("(?:,?\\s+(?:for me|please|now|right now|in my notes|in my notebook|in the notebook|app"
+                              "|again|right away|out loud|aloud|to me|today|to be (?:bought|purchased|done)|so far"
+                              "|at the moment|currently|already|instead))+$",
+        Pattern::caseless);
+    return trimmed(tail.replaceAll(trimmed(text, ",;:.!?\"“”'‘’ "), ""), ",;:.!?\"“”'‘’ ");
+}
+
+std::optional<ListPhrase::Parts> ListPhrase::endingIn(const std::string& text, const Pattern& link)
+{
+    std::optional<Parts> parts;
+    for (std::size_t from = 0; from < text.size();) {
+        const auto match = link.find(text, from);
+        if (!match)
+            break;
+        if (auto name = nameIn(text.substr(match->range.end)))
+            parts = Parts{trimmed(text.substr(0, match->range.start)), *std::move(name)};
+        from = match->range.start + 1;
+    }
+    return parts;
+}
+
+std::optional<ListPhrase::Parts> ListPhrase::itemsIn(const std::string& text, const Pattern& links)
+{
+    static const Pattern tail("^(.+\\b(?:" + std::string(listWord)
+            + "|groceries|errands|chores|to[ -]?dos?)(?: of \\w+)?),? ((?:(?:for|on|by|at|this|next|due|before|until) "
+              ")*"
+              "(?:the "
+              ")?(?:today|tomorrow|tonight|this|next|later|weekend|week|month|mon|tues|wednes|thurs|fri|satur|sun"
+              "|morning|evening|january|february|march|april|may|june|july|august|september|october|november|december|"
+              "\\d)"
+              "\\S*(?: .*)?)$",
+        Pattern::caseless);
+    const auto match = tail.find(text);
+    auto parts = match ? endingIn(match->texts[0], links) : std::nullopt;
+    if (!parts)
+        return endingIn(text, links);
+    parts->before += parts->before.empty() ? "" : " " + match->texts[1];
+    return parts;
+}
+
+std::optional<std::string> ListPhrase::nameIn(std::string_view phrase)
+{
+    static const Pattern lead(
+        "^" + std::string(ownerWords) + std::string(ageWords) + "(?:names? of )?", Pattern::caseless);
+    static const Pattern called("^(.*?)\\s?\\b" + std::string(listWord)
+            + "[,:]? (?:(?:which|that) is )?(?:called|named|titled|entitled|with the (?:name|title))(?: of)?[,:]? "
+              "(.+)$",
+        Pattern::caseless);
+    static const Pattern of(
+        "^(.*?)\\s?\\b" + std::string(listWord) + " (?:of|for|about)(?: (?:the|my|our|an?|all|this|next))* (.+)$",
+        Pattern::caseless);
+    static const Pattern plain("^(?:(.+?)[ -]?)??" + std::string(listWord) + "$", Pattern::caseless);
+    static const Pattern known("^(?:groceries|grocery|shopping|to[ -]?dos?|todos?|errands|chores|wish "
+                               "?list|grocerylist|todolist|shoppinglist)$",
+        Pattern::caseless);
+    static const Pattern owned("^(?:my|the|our)\\s", Pattern::caseless);
+    static const Pattern nobody("^(?:me|us|it|you|myself|the)$", Pattern::caseless);
+    const std::string whole = withoutEnds(phrase);
+    const std::string text = lead.replaceAll(whole + " ", "");
+    const std::string words = withoutEnds(text);
+    std::string name;
+    if (const auto match = called.find(words))
+        name = match->texts[1];
+    else if (const auto with = of.find(words))
+        name = with->texts[0].empty() ? with->texts[1] : with->texts[0] + " for " + with->texts[1];
+    else if (const auto only = plain.find(words))
+        name = only->texts[0];
+    else if (known.find(words) && (owned.find(whole) || words != "shopping"))
+        name = words;
+    else
+        return std::nullopt;
+    name = trimmed(lead.replaceAll(withoutEnds(name) + " ", ""), "\"“”'‘’,.: ");
+    if (nobody.find(name))
+        name.clear();
+    if (isSentence(name) || isKeptElsewhere(name) || characterCount(name) > 60)
+        return std::nullopt;
+    return name;
+}
+
+} // namespace quorvell

@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/lists/ListReply.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Json.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+
+namespace quorvell {
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+std::size_t number(const Json& object, std::string_view key)
+{
+    return static_cast<std::size_t>(std::max<std::int64_t>(readInteger(object, key).value_or(0), 0));
+}
+
+std::string isOrAre(const Texts& texts)
+{
+    // Of one thing, "eggs" are many.
+    const bool isMany =
+        texts.size() > 1 || (texts.size() == 1 && texts.front().ends_with('s') && !texts.front().ends_with("ss"));
+    return isMany ? " are" : " is";
+}
+
+std::string sentence(const std::string& text)
+{
+    return withUpperCaseFirst(text) + ".";
+}
+
+/// The items of a result that are ticked, or those that are not.
+Texts itemsOf(const ToolResult& result, bool isTicked)
+{
+    Texts texts;
+    const Json* items = result.list("items");
+    for (const Json& item : items ? *items : Json::array())
+        if (readBool(item, "ticked").value_or(false) == isTicked)
+            if (auto text = readString(item, "text"))
+                texts.push_back(*std::move(text));
+    return texts;
+}
+
+} // namespace
+
+std::string ListReply::joined(const Texts& texts)
+{
+    std::string said;
+    for (std::size_t index = 0; index < texts.size(); ++index)
+        said += (index == 0 ? "" : index + 1 == texts.size() ? " and " : ", ") + texts[index];
+    return said;
+}
+
+std::string ListReply::amount(std::size_t count)
+{
+    return count == 0 ? "nothing" : count == 1 ? "one thing" : std::to_string(count) + " things";
+}
+
+std::string ListReply::name(const ToolResult& result)
+{
+    return result.string("name").value_or("list");
+}
+
+Texts ListReply::texts(const ToolResult& result, std::string_view key)
+{
+    return readStrings(result.json(), key).value_or(Texts{});
+}
+
+std::string ListReply::lists(const ToolResult& result)
+{
+    const Json* lists = result.list("lists");
+    const std::size_t count = std::max(number(result.json(), "count"), lists ? lists->size() : 0);
+    if (count == 0 || !lists || lists->empty())
+        return "You have no lists yet. Say for example: make a shopping list.";
+    Texts names;
+    for (const Json& list : *lists) {
+        if (names.size() == mostTold)
+            break;
+        const std::size_t open = number(list, "open");
+        names.push_back("your " + readString(list, "name").value_or("list") + ", with " + amount(open)
+            + (open == 0 ? " left" : ""));
+    }
+    if (count == 1)
+        return "You have one list: " + names.front() + " on it.";
+    std::string said = "You have " + std::to_string(count) + " lists: ";
+    for (std::size_t index = 0; index < names.size(); ++index)
+        said += (index == 0 ? "" : index + 1 == names.size() && names.size() == count ? "; and " : "; ") + names[index];
+    return said + (names.size() < count ? "; and " + std::to_string(count - names.size()) + " more." : ".");
+}
+
+std::string ListReply::list(const ToolResult& result, ListTalk& talk)
+{
+    const Texts open = itemsOf(result, false);
+    const Texts ticked = itemsOf(result, true);
+    const std::size_t openCount = std::max(number(result.json(), "open"), open.size());
+    talk.items = open;
+    talk.items.insert(talk.items.end(), ticked.begin(), ticked.end());
+    talk.items.resize(std::min(talk.items.size(), ListTalk::mostItems));
+    const std::string on = " on your " + name(result);
+    if (open.empty() && ticked.empty()) {
+        talk.told = 0;
+        return "There is nothing" + on + ".";
+    }
+    talk.told = std::min(open.size(), mostTold);
+    const Texts first(open.begin(), open.begin() + static_cast<std::ptrdiff_t>(talk.told));
+    std::string said;
+    if (open.empty())
+        said = "Everything" + on + " is ticked off";
+    else if (talk.told < openCount)
+        said = "There are " + amount(openCount) + on + ". The first " + std::to_string(talk.told)
+            + " are: " + joined(first) + ". Say \"the rest\" for more";
+    else
+        said = (openCount == 1 ? "There is " : "There are ") + amount(openCount) + on + ": " + joined(first);
+    if (talk.told < open.size() || ticked.empty())
+        return said + ".";
+    talk.told += std::min(ticked.size(), mostTold);
+    const bool areAll = ticked.size() <= mostTold;
+    return said + ". Ticked off" + (areAll ? ": " + joined(ticked) : " are " + amount(ticked.size())) + ".";
+}
+
+std::string ListReply::rest(ListTalk& talk)
+{
+    if (talk.told >= talk.items.size())
+        return "That was all of it.";
+    const std::size_t end = std::min(talk.told + mostTold, talk.items.size());
+    const Texts next(talk.items.begin() + static_cast<std::ptrdiff_t>(talk.told),
+        talk.items.begin() + static_cast<std::ptrdiff_t>(end));
+    talk.told = end;
+    return sentence(joined(next)) + (end < talk.items.size() ? " Say \"the rest\" for more." : "");
+}
+
+std::string ListReply::held(const ToolResult& result)
+{
+    Texts open;
+    Texts ticked;
+    const Json* held = result.list("held");
+    for (const Json& item : held ? *held : Json::array())
+        (readBool(item, "ticked").value_or(false) ? ticked : open).push_back(readString(item, "text").value_or(""));
+    const Texts missing = texts(result, "missing");
+    std::string said;
+    if (!open.empty())
+        said = "Yes, " + joined(open) + isOrAre(open) + " on your " + name(result) + ".";
+    if (!ticked.empty())
+        said += (said.empty() ? "Yes, on your " + name(result) + ": " + joined(ticked)
+                              : " " + withUpperCaseFirst(joined(ticked)))
+            + isOrAre(ticked) + " ticked off.";
+    if (!missing.empty())
+        said += (said.empty() ? "No, " + joined(missing) : " " + withUpperCaseFirst(joined(missing))) + isOrAre(missing)
+            + " not on your " + name(result) + ".";
+    return said;
+}
+
+std::string ListReply::count(const ToolResult& result)
+{
+    const std::size_t open = number(result.json(), "open");
+    const std::size_t ticked = number(result.json(), "ticked");
+    const std::string said = (open > 1 ? "There are " : "There is ") + amount(open) + " on your " + name(result);
+    return said + (ticked > 0 ? ", and " + amount(ticked) + " ticked off." : ".");
+}
+
+std::string ListReply::made(const ToolResult& result)
+{
+    const Texts added = texts(result, "added");
+    return "I made your " + name(result) + (added.empty() ? "." : ", with " + joined(added) + ".");
+}
+
+std::string ListReply::done(const ToolResult& result)
+{
+    const std::string list = "your " + name(result);
+    if (result.status() == ToolStatus::kept)
+        return "made " + list;
+    if (result.status() == ToolStatus::deleted)
+        return "deleted " + list;
+    if (result.status() != ToolStatus::changed)
+        return "";
+    if (const auto was = result.string("was"))
+        return "renamed your " + *was + " to " + name(result);
+    const Texts replaced = texts(result, "replaced");
+    const Texts removed = texts(result, "removed");
+    Texts parts;
+    const auto add = [&parts](const Texts& items, const std::string& before, const std::string& behind) {
+        constexpr std::size_t mostNamed = 20; // more nobody listens to
+        if (!items.empty())
+            parts.push_back(before + (items.size() > mostNamed ? amount(items.size()) : joined(items)) + behind);
+    };
+    add(texts(result, "added"), "added ", " to " + list);
+    add(texts(result, "again"), "put ", " back on " + list);
+    add(texts(result, "ticked"), "ticked off ", " on " + list);
+    add(texts(result, "unticked"), "took the tick off ", " on " + list);
+    add(removed, "took ", " off " + list);
+    if (replaced.size() == 2)
+        parts.push_back("changed " + replaced.front() + " to " + replaced.back() + " on " + list);
+    return joined(parts);
+}
+
+std::string ListReply::changed(const ToolResult& result)
+{
+    const std::string acts = done(result);
+    const Texts already = texts(result, "already");
+    const Texts missing = texts(result, "missing");
+    std::string said = acts.empty() ? "" : "I " + acts + ".";
+    if (!already.empty())
+        said += (said.empty() ? "" : " ") + withUpperCaseFirst(joined(already)) + isOrAre(already) + " already "
+            + (acts.starts_with("ticked") ? "ticked off."
+                    : said.empty()        ? "so on your " + name(result) + "."
+                                          : "there.");
+    if (!missing.empty())
+        said += (said.empty() ? "" : " ") + withUpperCaseFirst(joined(missing)) + isOrAre(missing) + " not on your "
+            + name(result) + ".";
+    return said.empty() ? "There was nothing to change on your " + name(result) + "." : said;
+}
+
+std::string ListReply::notOnList(const ToolResult& result)
+{
+    Texts missing = texts(result, "missing");
+    for (std::string& words : missing)
+        if (words.starts_with('#'))
+            return "There "
+                + std::string(number(result.json(), "open") + number(result.json(), "ticked") == 1 ? "is" : "are")
+                + " only " + amount(number(result.json(), "open") + number(result.json(), "ticked")) + " on your "
+                + name(result) + ".";
+    return "I find no " + joined(missing) + " on your " + name(result) + ", so nothing was changed.";
+}
+
+} // namespace quorvell

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// What keep_note is asked about lists, and what follows from its results.
+#pragma once
+
+#include "QuorvellCore/live/tools/ToolResult.h"
+#include "Understanding/dialogue/QuestionKind.h"
+#include "Understanding/dialogue/RuleStep.h"
+#include "Understanding/dialogue/RuleSurroundings.h"
+#include "Understanding/dialogue/ToolRequest.h"
+#include "Understanding/skills/lists/ListIntent.h"
+
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+struct ListRules {
+    static constexpr std::string_view skill = "lists";
+
+    static const QuestionKind whatItems; ///< That are to be added, ticked, taken off.
+    static const QuestionKind whatName; ///< Of a new list.
+    static const QuestionKind whichList;
+    static const QuestionKind whichItem;
+
+    static RuleStep answer(const ListIntent& intent, RequestMemory memory, const RuleSurroundings& around);
+    static RuleStep takeResult(
+        const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around);
+    /// Whether a call of keep_note is about a list.
+    static bool isOfLists(const ToolRequest& call);
+    /// What the user is asked before that call is made for words that did not wish for it; empty where it only looks.
+    static std::string questionBefore(const ToolRequest& call);
+};
+
+} // namespace quorvell

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/lists/ListSkill.h"
+
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/dialogue/ToolCalls.h"
+#include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/skills/lists/ListFollowUp.h"
+#include "Understanding/skills/lists/ListIntent.h"
+#include "Understanding/skills/lists/ListReply.h"
+#include "Understanding/skills/lists/ListRules.h"
+#include "Understanding/words/RequestText.h"
+
+#include <nlohmann/json.hpp>
+
+#include <optional>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using FoundRequest = std::optional<Request>;
+
+FoundRequest requestFor(std::optional<ListIntent> intent)
+{
+    if (!intent)
+        return std::nullopt;
+    return Request{.answer = [intent = *std::move(intent)](RequestMemory memory, const RuleSurroundings& around) {
+        return ListRules::answer(intent, std::move(memory), around);
+    }};
+}
+
+FoundRequest readPlain(const std::string& core, const RuleSurroundings& around)
+{
+    return around.offers("keep_note") ? requestFor(ListIntent::read(core)) : std::nullopt;
+}
+
+/// "We need milk" wishes for nothing yet: it is asked.
+FoundRequest readStatement(const std::string& core, const RuleSurroundings& around)
+{
+    auto intent = around.offers("keep_note") ? ListFollowUp::readStatement(core) : std::nullopt;
+    if (!intent || intent->kind != ListIntent::Kind::add || intent->items.empty())
+        return requestFor(std::move(intent));
+    return Request{.answer = [intent = *intent](RequestMemory memory, const RuleSurroundings&) {
+        const Json arguments{{"list", intent.list}, {"add", intent.items}};
+        return RuleStep::asking(
+            {.kind = &ToolResults::confirmation,
+                .question = "Should I add " + ListReply::joined(intent.items) + " to your " + intent.list + " list?",
+                .tool = "keep_note",
+                .arguments = dumpJson(arguments)},
+            std::move(memory));
+    }};
+}
+
+Skill::Step goOn(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    static const Pattern more(
+        "^(?:and )?(?:(?:read|tell|show|give)(?: me)? )?(?:the rest(?: of (?:it|them|the list))?|the (?:others|other "
+        "ones)"
+        "|(?:what|anything) else(?: is (?:on it|there))?|more|go on|continue|next ones)(?: please)?[.?!]*$",
+        Pattern::caseless);
+    const std::string core = RequestText::withoutClosing(RequestText::withoutOpening(words));
+    if (memory.lists.list.id.empty() || !around.offers("keep_note"))
+        return std::nullopt;
+    if (more.find(core) && memory.lists.told > 0) {
+        RequestMemory next = memory;
+        std::string said = ListReply::rest(next.lists);
+        return ToolResults::say(std::move(said), std::move(next));
+    }
+    // "And butter" begins with what opens other requests.
+    for (const std::string& said : {core, RequestText::withoutClosing(words)})
+        if (const auto intent = ListFollowUp::read(said, memory.lists.items))
+            return ListRules::answer(*intent, memory, around);
+    return std::nullopt;
+}
+
+std::string whatWasDone(const ToolRequest&, const ToolResult& result)
+{
+    return ListReply::done(result);
+}
+
+Skill::Step undo(RequestMemory memory, const RuleSurroundings& around)
+{
+    const std::string token = std::exchange(memory.lists.undo, {});
+    if (token.empty())
+        return std::nullopt;
+    const Json arguments{{"id", memory.lists.list.id}, {"undo", token}};
+    return RuleStep{ToolCalls::call(around, "keep_note", arguments, "keep lists"), std::move(memory)};
+}
+
+Skill::Step addAnother(const std::string& words, RequestMemory memory, const RuleSurroundings& around)
+{
+    return ListRules::answer(ListIntent::ofItems(ListIntent::Kind::add, "", words), std::move(memory), around);
+}
+
+RuleStep ofList(const FoundThing& list, const char* key, RequestMemory memory, const RuleSurroundings& around)
+{
+    return {ToolCalls::call(around, "keep_note", {{"id", list.id}, {key, true}}, "keep lists"), std::move(memory)};
+}
+
+RuleStep changeListed(const Wish& wish, const FoundThing& list, RequestMemory memory, const RuleSurroundings& around)
+{
+    if (wish.kind != Wish::Kind::cancel)
+        return ToolResults::say("A list has no time that could be changed.", std::move(memory));
+    return ofList(list, "delete", std::move(memory), around);
+}
+
+RuleStep pointAt(const FoundThing& list, RequestMemory memory, const RuleSurroundings& around)
+{
+    return ofList(list, "show", std::move(memory), around);
+}
+
+} // namespace
+
+constinit const Skill ListSkill::row{
+    .name = ListRules::skill,
+    .readPlain = readPlain,
+    .readStatement = readStatement,
+    .questionBefore = ListRules::questionBefore,
+    .takeResult = ListRules::takeResult,
+    .whatWasDone = whatWasDone,
+    .ownsCall = ListRules::isOfLists,
+    .goOn = goOn,
+    .undo = undo,
+    .addAnother = addAnother,
+    .changeListed = changeListed,
+    .pointAt = pointAt,
+};
+
+} // namespace quorvell
