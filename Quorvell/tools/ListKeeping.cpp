@@ -123,11 +123,11 @@ Meant meantOf(const FullNotebook& notebook, const ListRequest& request)
         std::vector<std::string_view> titles;
         for (const Note& list : lists)
             titles.push_back(list.title);
-        const auto best = ListWords::best(request.name, titles, ListWords::ofName);
+        const auto best = ListWords::bestNames(request.name, titles);
         for (const std::size_t place : best.places)
             meant.push_back(lists[place]);
         const bool losesSomething = request.kind == ListRequest::Kind::remove || request.edit.clearAll;
-        isSure = !losesSomething || best.likeness > ListLikeness::part;
+        isSure = !losesSomething || best.likeness == ListLikeness::same;
     } else {
         std::ranges::copy_if(
             lists, std::back_inserter(meant), [&](const Note& list) { return holdsAll(list, request); });
@@ -246,7 +246,7 @@ public:
         const std::vector<Note> lists = listsOf(m_notebook);
         for (const Note& list : lists)
             titles.push_back(list.title);
-        const auto best = ListWords::best(m_request.name, titles, ListWords::ofName);
+        const auto best = ListWords::bestNames(m_request.name, titles);
         const std::string title = withUpperCaseFirst(m_request.name);
         const auto same = std::ranges::find(lists, title, &Note::title);
         if (best.likeness == ListLikeness::same || same != lists.end())

@@ -40,12 +40,23 @@ std::optional<Places> atPlace(const CheckList& list, std::string_view words, Wan
     return number >= 1 && number <= told.size() ? Places{told[number - 1]} : Places{};
 }
 
+using Things = std::vector<ListThing>;
+
+Things thingsOn(const CheckList& list)
+{
+    Things things;
+    for (const CheckListItem& item : list.items())
+        things.emplace_back(item.text);
+    return things;
+}
+
 /// Finds what is named, and keeps what is not found or not clear.
 class Finder {
 public:
     Finder(const CheckList& list, ListEdit::Outcome& outcome)
         : m_list(list)
         , m_outcome(outcome)
+        , m_things(thingsOn(list))
     {
     }
 
@@ -55,10 +66,7 @@ public:
         auto found = atPlace(m_list, words, wanted).value_or(Places{});
         bool isSure = !found.empty();
         if (!isSure) {
-            std::vector<std::string_view> texts;
-            for (const CheckListItem& item : m_list.items())
-                texts.push_back(item.text);
-            auto best = ListWords::best(words, texts, ListWords::ofItem);
+            auto best = ListWords::bestItems(ListThing(words), m_things);
             isSure = best.likeness > ListLikeness::near;
             found = fitting(std::move(best.places), wanted);
         }
@@ -102,12 +110,15 @@ private:
 
     const CheckList& m_list;
     ListEdit::Outcome& m_outcome;
+    Things m_things;
 };
 
-void addOne(CheckList& list, const std::string& text, ListEdit::Outcome& outcome)
+/// `things` are those on the list, and stay so.
+void addOne(CheckList& list, Things& things, const std::string& text, ListEdit::Outcome& outcome)
 {
-    for (std::size_t item = 0; item < list.items().size(); ++item) {
-        if (ListWords::ofItem(text, textOf(list, item)) < ListLikeness::alike)
+    ListThing thing(text);
+    for (std::size_t item = 0; item < things.size(); ++item) {
+        if (ListWords::ofItem(thing, things[item]) < ListLikeness::alike)
             continue;
         const bool wasTicked = list.items()[item].isTicked;
         (wasTicked ? outcome.again : outcome.already).push_back(textOf(list, item));
@@ -116,6 +127,10 @@ void addOne(CheckList& list, const std::string& text, ListEdit::Outcome& outcome
         return;
     }
     list.add({text});
+    if (list.items().back().text == text)
+        things.push_back(std::move(thing));
+    else // it took a free box in between
+        things = thingsOn(list);
     outcome.added.push_back(text);
 }
 
@@ -149,10 +164,7 @@ std::vector<std::size_t> ListEdit::named(const CheckList& list, std::string_view
 {
     if (const auto place = atPlace(list, words, Wanted::any))
         return *place;
-    std::vector<std::string_view> texts;
-    for (const CheckListItem& item : list.items())
-        texts.push_back(item.text);
-    auto best = ListWords::best(words, texts, ListWords::ofItem);
+    auto best = ListWords::bestItems(ListThing(words), thingsOn(list));
     return best.likeness > ListLikeness::near ? std::move(best.places) : Places{};
 }
 
@@ -195,8 +207,9 @@ ListEdit::Outcome ListEdit::apply(CheckList& list) const
     for (const std::size_t item : removed)
         outcome.removed.push_back(list.items()[item]);
     list.remove(removed);
+    Things things = add.empty() ? Things() : thingsOn(list);
     for (const std::string& text : add)
-        addOne(list, text, outcome);
+        addOne(list, things, text, outcome);
     return outcome;
 }
 

@@ -156,15 +156,34 @@ ListLikeness compared(const Words& wanted, const Words& held)
     return isWithin(wanted, held) ? ListLikeness::part : isNear(wanted, held) ? ListLikeness::near : ListLikeness::none;
 }
 
+ListWords::Best bestOf(const auto& held, const auto& likenessOf)
+{
+    ListWords::Best best;
+    for (std::size_t place = 0; place < held.size(); ++place) {
+        const ListLikeness likeness = likenessOf(held[place]);
+        if (likeness > best.likeness)
+            best = {likeness, {}};
+        if (likeness == best.likeness && likeness != ListLikeness::none)
+            best.places.push_back(place);
+    }
+    return best;
+}
+
 } // namespace
 
-ListLikeness ListWords::ofItem(std::string_view wanted, std::string_view held)
+ListThing::ListThing(std::string_view said)
+    : text(said)
+    , plain(TextMatch::normalized(said))
+    , words(essential(said))
+{
+}
+
+ListLikeness ListWords::ofItem(const ListThing& wanted, const ListThing& held)
 {
     // What has no letters, an emoji, is compared as it stands.
-    const std::string plain = TextMatch::normalized(wanted);
-    if (wanted == held || (!plain.empty() && plain == TextMatch::normalized(held)))
+    if (wanted.text == held.text || (!wanted.plain.empty() && wanted.plain == held.plain))
         return ListLikeness::same;
-    return compared(essential(wanted), essential(held));
+    return compared(wanted.words, held.words);
 }
 
 ListLikeness ListWords::ofName(std::string_view wanted, std::string_view title)
@@ -200,18 +219,14 @@ std::string ListWords::spoken(std::string_view title)
     return std::ranges::any_of(words, isListWord) ? name : name + " list";
 }
 
-ListWords::Best ListWords::best(std::string_view wanted, const std::vector<std::string_view>& held,
-    ListLikeness (*compare)(std::string_view, std::string_view))
+ListWords::Best ListWords::bestItems(const ListThing& wanted, const std::vector<ListThing>& held)
 {
-    Best best;
-    for (std::size_t place = 0; place < held.size(); ++place) {
-        const ListLikeness likeness = compare(wanted, held[place]);
-        if (likeness > best.likeness)
-            best = {likeness, {}};
-        if (likeness == best.likeness && likeness != ListLikeness::none)
-            best.places.push_back(place);
-    }
-    return best;
+    return bestOf(held, [&](const ListThing& thing) { return ofItem(wanted, thing); });
+}
+
+ListWords::Best ListWords::bestNames(std::string_view wanted, const std::vector<std::string_view>& titles)
+{
+    return bestOf(titles, [&](std::string_view title) { return ofName(wanted, title); });
 }
 
 } // namespace quorvell

@@ -20,11 +20,25 @@ enum class ListLikeness : std::uint8_t {
     same,
 };
 
+/// The name of a thing, read once to be compared with many.
+struct ListThing {
+    std::string text{}; ///< As it stands.
+    std::string plain{}; ///< Without case and signs.
+    std::vector<std::string> words{}; ///< Those that matter, in the singular.
+
+    ListThing() = default;
+    explicit ListThing(std::string_view text);
+};
+
 struct ListWords {
     static constexpr std::size_t mostCompared = 40; ///< Words; nobody names a thing with more.
 
     /// What `wanted`, as it was said, has of an item that reads `held`.
-    static ListLikeness ofItem(std::string_view wanted, std::string_view held);
+    static ListLikeness ofItem(const ListThing& wanted, const ListThing& held);
+    static ListLikeness ofItem(std::string_view wanted, std::string_view held)
+    {
+        return ofItem(ListThing(wanted), ListThing(held));
+    }
     /// The same of a list's name; "my list" names none, and is like no title.
     static ListLikeness ofName(std::string_view wanted, std::string_view title);
     /// Whether the words name a list apart from others: not "my list".
@@ -33,13 +47,13 @@ struct ListWords {
     static bool isListTitle(std::string_view title);
     /// As one speaks of it, behind "your": "shopping list", "Ana list".
     static std::string spoken(std::string_view title);
-    /// Those of `held` that are most like `wanted`, all of the same likeness.
+    /// Those that are most like what is wanted, all of the same likeness.
     struct Best {
         ListLikeness likeness = ListLikeness::none;
         std::vector<std::size_t> places{};
     };
-    static Best best(std::string_view wanted, const std::vector<std::string_view>& held,
-        ListLikeness (*compare)(std::string_view, std::string_view));
+    static Best bestItems(const ListThing& wanted, const std::vector<ListThing>& held);
+    static Best bestNames(std::string_view wanted, const std::vector<std::string_view>& titles);
 };
 
 } // namespace quorvell

@@ -35,7 +35,12 @@ public:
         finish(std::move(done));
     }
     void edit(const std::string&, Change, NotebookCallback) override { }
-    void delete_(const std::string&, NotebookCallback) override { }
+    void delete_(const std::string& id, NotebookCallback done) override
+    {
+        if (refusal.empty())
+            std::erase_if(list, [&](const Note& note) { return note.id == id; });
+        finish(std::move(done));
+    }
     void forgetAll(NotebookCallback) override { }
     void savePicture(const std::string&, std::string, NotebookCallback) override { }
     void history(const std::string&, HistoryCallback) override { }

@@ -24,7 +24,8 @@ template <std::size_t count> bool isAmong(const std::array<std::string_view, cou
 
 std::string withoutLead(const std::string& item)
 {
-    static const Pattern lead("^(?:(?:and|also|plus|then|the following(?: items?)?|the items?|items?(?= \\w)|some(?: "
+    static const Pattern lead("^(?:(?:and|also|plus|then|the following(?: items?)?|the items?|items?(?= \\w)|(?:new "
+                              ")?tasks?(?= \\w)(?: to)?|some(?: "
                               "more)?|more|the|an?|my)\\b"
                               "[:,]?\\s+)+(?=\\S)",
         Pattern::caseless);
@@ -220,12 +221,20 @@ std::string ItemWords::named(std::string_view words)
 
 Items ItemWords::namedAll(std::string_view words)
 {
-    Items items;
-    for (const std::string& item : split(words))
-        items.push_back(named(item));
-    // "The last one" loses its article as a thing would.
-    const std::string whole = named(words);
-    return whole.starts_with('#') ? Items{whole} : items;
+    // Places are told by the words that things lose: "item 3 and item 5", "the first and the last one".
+    static const Pattern between("\\s*,\\s*(?:and\\s+)?|\\s+and\\s+", Pattern::caseless);
+    const std::string all(words);
+    Items places;
+    std::size_t start = 0;
+    auto separators = between.findAll(all);
+    separators.push_back({{all.size(), all.size()}, {}, {}});
+    for (const PatternMatch& separator : separators) {
+        places.push_back(named(all.substr(start, separator.range.start - start)));
+        start = separator.range.end;
+    }
+    if (std::ranges::all_of(places, [](const std::string& place) { return place.starts_with('#'); }))
+        return places;
+    return split(words);
 }
 
 bool ItemWords::isPointing(std::string_view words)
@@ -236,6 +245,13 @@ bool ItemWords::isPointing(std::string_view words)
         Pattern::caseless);
     static const Pattern last("^(?:the )?(?:last|first)\\b", Pattern::caseless);
     return pointing.find(trimmed(words)) && !last.find(trimmed(words));
+}
+
+bool ItemWords::isDefinite(std::string_view words)
+{
+    static const Pattern definite(
+        "^(?:it|this|that|them|these|those|the (?:item|one|entry|thing|same))\\b", Pattern::caseless);
+    return definite.find(trimmed(words)).has_value();
 }
 
 bool ItemWords::isEverything(std::string_view words)

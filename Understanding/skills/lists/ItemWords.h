@@ -21,6 +21,8 @@ struct ItemWords {
     static std::vector<std::string> namedAll(std::string_view words);
     /// "That one", "the item", "it": nothing that could be looked for.
     static bool isPointing(std::string_view words);
+    /// Of those, what was spoken of: "that one", "it".
+    static bool isDefinite(std::string_view words);
     static bool isEverything(std::string_view words);
     /// "What is ticked", "the done ones".
     static bool isTicked(std::string_view words);

@@ -28,6 +28,30 @@ ListIntent ofSame(Kind kind)
     return {.kind = kind};
 }
 
+/// What can be bought, as far as words tell: no time, no person, nothing to do.
+bool isGoods(const std::string& words)
+{
+    static const Pattern others(
+        "^(?:an?|one) "
+        "|\\b(?:to|you|help|him|her|them|it|that|this|know|time|sleep|break|rest|money|advice|love|idea|is|are|be|at|"
+        "by|"
+        "tomorrow|today|tonight|your|taxi|cab|flight|tickets?|uber|car|house|lights?|music|answer)\\b|\\d:\\d",
+        Pattern::caseless);
+    constexpr std::ptrdiff_t mostBlanks = 12;
+    return !others.find(words) && std::ranges::count(words, ' ') <= mostBlanks;
+}
+
+/// What goes onto the shopping list.
+Found ofWanted(const Pattern& form, std::string_view core)
+{
+    const std::string text = plainWords(core);
+    const auto match = text.size() <= ListIntent::longestRead ? form.find(text) : std::nullopt;
+    if (!match)
+        return std::nullopt;
+    const std::string& goods = match->texts.back().empty() ? match->texts.front() : match->texts.back();
+    return isGoods(goods) ? Found(ListIntent::ofItems(Kind::add, "shopping", goods)) : std::nullopt;
+}
+
 } // namespace
 
 std::optional<ListIntent> ListFollowUp::read(std::string_view core, const std::vector<std::string>& known)
@@ -88,7 +112,7 @@ std::optional<ListIntent> ListFollowUp::read(std::string_view core, const std::v
         auto intent = ListIntent::ofItems(kind, "", items);
         const bool isPointing = ItemWords::isPointing(items) && (kind == Kind::remove || kind == Kind::tick);
         const bool isAll = intent.items.empty() && (intent.kind == Kind::clear || intent.kind == Kind::clearTicked);
-        const bool isNamed = !intent.items.empty() && std::ranges::all_of(intent.items, isKnown);
+        const bool isNamed = std::ranges::any_of(intent.items, isKnown);
         return isAll || isPointing || isNamed ? Found(std::move(intent)) : std::nullopt;
     };
     if (deleting.find(text))
@@ -107,8 +131,8 @@ std::optional<ListIntent> ListFollowUp::read(std::string_view core, const std::v
         return std::nullopt;
     if (const auto match = unticked.find(text))
         return ofKnown(Kind::untick, match->texts[0]);
-    if (const auto match = ticked.find(text))
-        return ofKnown(Kind::tick, match->texts[0]);
+    if (const auto match = ticked.find(text)) // the tool tells where it is not on the list
+        return ListIntent::ofItems(Kind::tick, "", match->texts[0]);
     if (const auto match = removing.find(text))
         return ofKnown(Kind::remove, match->texts[0]);
     if (const auto match = bought.find(text))
@@ -133,21 +157,24 @@ std::optional<ListIntent> ListFollowUp::read(std::string_view core, const std::v
     return std::nullopt;
 }
 
+std::optional<ListIntent> ListFollowUp::readLack(std::string_view core)
+{
+    static const Pattern lacking("^(?:(?:we|i)(?:['’](?:re|m|ve)| are| am| have)? )?(?:(?:nearly |almost |all |just "
+                                 ")*(?:out of|(?:run|ran|running) "
+                                 "(?:low|out)(?: on| of)|low on)|have no(?: more)?|need(?: to (?:buy|get|pick up))?(?: "
+                                 "some)? more) (?:the )?(.+?)(?: again| soon)?$",
+        Pattern::caseless);
+    return ofWanted(lacking, core);
+}
+
 std::optional<ListIntent> ListFollowUp::readStatement(std::string_view core)
 {
     const std::string text = plainWords(core);
-    static const Pattern lacking("^(?:we|i)(?:['’]re| are| am|['’]m)? (?:(?:also |really )?need(?: to (?:buy|get|pick "
-                                 "up))?(?: some| more)?|(?:are |am )?(?:nearly |almost |all )?(?:out of|running "
-                                 "(?:low|out)(?: on| of)?|low on)|have run out of|ran out of|have no(?: more)?) (.+)$",
-        Pattern::caseless);
-    static const Pattern buying("^(?:buy|get|pick up)(?: some| more)? ((?!me\\b|a "
-                                "move|up\\b|ready\\b|rid\\b|out\\b|it\\b|on\\b|off\\b)[a-z][a-z ,]{2,60})$",
+    static const Pattern wanting(
+        "^(?:we|i) (?:also |really )*need(?: to (?:buy|get|pick up))?(?: some)? (.+)$|^buy(?: some)? (.+)$",
         Pattern::caseless);
     static const Pattern bought(
         "^(?:i|we)(?:['’]ve| have)?(?: already| just)* (?:got|bought|picked up) (?:the|our|my) (.+)$",
-        Pattern::caseless);
-    static const Pattern person("\\b(?:to|you|help|him|her|them|it|that|this|know|time|sleep|break|is|are|be|at|by|"
-                                "tomorrow|today|tonight)\\b|\\d",
         Pattern::caseless);
     static const Pattern itemOnly(
         "^(?:add|include|insert|put in|remove|delete|kill|erase|tick)(?: off)? (?:an? |the |this |that |another "
@@ -162,12 +189,9 @@ std::optional<ListIntent> ListFollowUp::readStatement(std::string_view core)
         return std::nullopt;
     if (itemOnly.find(text))
         return ofSame(adds.find(text) ? Kind::add : ticks.find(text) ? Kind::tick : Kind::remove);
-    for (const Pattern* form : {&lacking}) {
-        const auto match = form->find(text);
-        if (match && !person.find(match->texts[0]))
-            return ListIntent::ofItems(Kind::add, "shopping", match->texts[0]);
-    }
-    if (const auto match = bought.find(text); match && !person.find(match->texts[0]))
+    if (auto intent = ofWanted(wanting, text))
+        return intent;
+    if (const auto match = bought.find(text); match && isGoods(match->texts[0]))
         return ListIntent::ofItems(Kind::tick, "", match->texts[0]);
     if (const auto match = removed.find(text);
         match && !ListPhrase::isKeptElsewhere(match->texts[1]) && !ListPhrase::isSentence(match->texts[1]))

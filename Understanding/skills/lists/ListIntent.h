@@ -34,12 +34,10 @@ struct ListIntent {
     std::string list{}; ///< Its name; empty for "my list", "the list".
     std::vector<std::string> items{}; ///< As the tool takes them; empty where they have to be asked for.
     std::string title{};
+    bool isOfLast = false; ///< "That one": the items of the last change are meant.
 
     bool operator==(const ListIntent&) const = default;
 
-    /// Nothing for words that are about no list of the user's. `core` is an utterance without its opening and closing
-    /// words.
-    static std::optional<ListIntent> read(std::string_view core);
     /// "Milk and eggs" with what is to be done with them; "everything" and "what is ticked" make another request of it.
     static ListIntent ofItems(Kind kind, std::string list, const std::string& items);
     static constexpr std::size_t longestRead = 600; ///< Bytes: nobody says more of a list at once.

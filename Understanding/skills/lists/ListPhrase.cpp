@@ -9,10 +9,19 @@ namespace quorvell {
 
 namespace {
 
-constexpr std::string_view ownerWords = "(?:(?:my|the|our|an?|that|this|your|his|her|their|any|some|me|us)\\s+)*";
+constexpr std::string_view ownerWords =
+    "(?:(?:all(?: of)?|both|my|the|our|an?|that|this|your|his|her|their|any|some|me|us)\\s+)*";
 constexpr std::string_view ageWords =
     "(?:(?:brand[ -]new|new|current|existing|previous|last|latest|whole|entire|complete|old|other"
     "|same)\\s+)*";
+
+bool isTooLong(const std::string& name)
+{
+    constexpr std::size_t longest = 60; ///< Characters.
+    constexpr std::ptrdiff_t mostBlanks = 5;
+    return characterCount(name) > longest || std::ranges::count(name, ' ') > mostBlanks;
+}
+
 } // namespace
 
 bool ListPhrase::isKeptElsewhere(const std::string& name)
@@ -31,8 +40,7 @@ bool ListPhrase::isSentence(const std::string& name)
                                   "|read|show|tell|do|did|have|has|i|you|we|it|please|make|create|whether|if)\\b",
         Pattern::caseless);
     static const Pattern duties("\\bto[ -]?dos?\\b", Pattern::caseless);
-    constexpr std::ptrdiff_t mostBlanks = 5;
-    return sentence.find(duties.replaceAll(name, "todo")) || std::ranges::count(name, ' ') > mostBlanks;
+    return sentence.find(duties.replaceAll(name, "todo")).has_value();
 }
 
 std::string ListPhrase::withoutEnds(std::string_view text)
@@ -60,7 +68,7 @@ std::optional<ListPhrase::Parts> ListPhrase::endingIn(const std::string& text, c
 
 std::optional<ListPhrase::Parts> ListPhrase::itemsIn(const std::string& text, const Pattern& links)
 {
-    static const Pattern tail("^(.+\\b(?:" + std::string(listWord)
+    static const Pattern tail("^(.+\\b(?:" + listWord
             + "|groceries|errands|chores|to[ -]?dos?)(?: of \\w+)?),? ((?:(?:for|on|by|at|this|next|due|before|until) "
               ")*"
               "(?:the "
@@ -81,14 +89,14 @@ std::optional<std::string> ListPhrase::nameIn(std::string_view phrase)
 {
     static const Pattern lead(
         "^" + std::string(ownerWords) + std::string(ageWords) + "(?:names? of )?", Pattern::caseless);
-    static const Pattern called("^(.*?)\\s?\\b" + std::string(listWord)
+    static const Pattern called("^(.*?)\\s?\\b" + listWord
             + "[,:]? (?:(?:which|that) is )?(?:called|named|titled|entitled|with the (?:name|title))(?: of)?[,:]? "
               "(.+)$",
         Pattern::caseless);
     static const Pattern of(
-        "^(.*?)\\s?\\b" + std::string(listWord) + " (?:of|for|about)(?: (?:the|my|our|an?|all|this|next))* (.+)$",
+        "^(.*?)\\s?\\b" + listWord + " (?:of|for|about)(?: (?:the|my|our|an?|all|this|next))* (.+)$",
         Pattern::caseless);
-    static const Pattern plain("^(?:(.+?)[ -]?)??" + std::string(listWord) + "$", Pattern::caseless);
+    static const Pattern plain("^(?:(.+?)[ -]?)??" + listWord + "$", Pattern::caseless);
     static const Pattern known("^(?:groceries|grocery|shopping|to[ -]?dos?|todos?|errands|chores|wish "
                                "?list|grocerylist|todolist|shoppinglist)$",
         Pattern::caseless);
@@ -98,20 +106,23 @@ std::optional<std::string> ListPhrase::nameIn(std::string_view phrase)
     const std::string text = lead.replaceAll(whole + " ", "");
     const std::string words = withoutEnds(text);
     std::string name;
-    if (const auto match = called.find(words))
-        name = match->texts[1];
-    else if (const auto with = of.find(words))
-        name = with->texts[0].empty() ? with->texts[1] : with->texts[0] + " for " + with->texts[1];
-    else if (const auto only = plain.find(words))
-        name = only->texts[0];
-    else if (known.find(words) && (owned.find(whole) || words != "shopping"))
+    std::string before; // behind "of" and "called" any words may stand
+    if (const auto named = called.find(words)) {
+        name = named->texts[1];
+    } else if (const auto with = of.find(words)) {
+        before = with->texts[0];
+        name = before.empty() ? with->texts[1] : before + " for " + with->texts[1];
+    } else if (const auto only = plain.find(words)) {
+        before = name = only->texts[0];
+    } else if (known.find(words) && (owned.find(whole) || words != "shopping")) {
         name = words;
-    else
+    } else {
         return std::nullopt;
+    }
     name = trimmed(lead.replaceAll(withoutEnds(name) + " ", ""), "\"“”'‘’,.: ");
     if (nobody.find(name))
         name.clear();
-    if (isSentence(name) || isKeptElsewhere(name) || characterCount(name) > 60)
+    if (isSentence(before) || isKeptElsewhere(name) || isTooLong(name))
         return std::nullopt;
     return name;
 }

@@ -12,7 +12,7 @@ namespace quorvell {
 
 struct ListPhrase {
     /// A pattern.
-    static constexpr std::string_view listWord = "(?:check[ -]?)?(?:lists?|lsit)";
+    static inline const std::string listWord = "(?:check[ -]?)?(?:lists?|lsit|lst|lits)";
 
     struct Parts {
         std::string before;

@@ -80,11 +80,12 @@ std::string ListReply::lists(const ToolResult& result)
         if (names.size() == mostTold)
             break;
         const std::size_t open = number(list, "open");
-        names.push_back("your " + readString(list, "name").value_or("list") + ", with " + amount(open)
-            + (open == 0 ? " left" : ""));
+        const bool isTicked = open == 0 && number(list, "ticked") > 0;
+        names.push_back("your " + readString(list, "name").value_or("list")
+            + (isTicked ? ", all ticked off" : ", with " + amount(open) + " on it"));
     }
     if (count == 1)
-        return "You have one list: " + names.front() + " on it.";
+        return "You have one list: " + names.front() + ".";
     std::string said = "You have " + std::to_string(count) + " lists: ";
     for (std::size_t index = 0; index < names.size(); ++index)
         said += (index == 0 ? "" : index + 1 == names.size() && names.size() == count ? "; and " : "; ") + names[index];
@@ -196,21 +197,22 @@ std::string ListReply::done(const ToolResult& result)
     return joined(parts);
 }
 
-std::string ListReply::changed(const ToolResult& result)
+std::string ListReply::changed(const ToolResult& result, std::string_view already)
 {
+    constexpr std::size_t many = 3; // so many are worth a word on how to get them back
     const std::string acts = done(result);
-    const Texts already = texts(result, "already");
-    const Texts missing = texts(result, "missing");
     std::string said = acts.empty() ? "" : "I " + acts + ".";
-    if (!already.empty())
-        said += (said.empty() ? "" : " ") + withUpperCaseFirst(joined(already)) + isOrAre(already) + " already "
-            + (acts.starts_with("ticked") ? "ticked off."
-                    : said.empty()        ? "so on your " + name(result) + "."
-                                          : "there.");
-    if (!missing.empty())
-        said += (said.empty() ? "" : " ") + withUpperCaseFirst(joined(missing)) + isOrAre(missing) + " not on your "
-            + name(result) + ".";
-    return said.empty() ? "There was nothing to change on your " + name(result) + "." : said;
+    const auto tell = [&](const Texts& items, const std::string& what) {
+        if (!items.empty())
+            said += (said.empty() ? "" : " ") + withUpperCaseFirst(joined(items)) + isOrAre(items) + what;
+    };
+    const std::string where = " on your " + name(result) + ".";
+    tell(texts(result, "already"),
+        " already " + (already == "there" && said.empty() ? where.substr(1) : std::string(already) + "."));
+    tell(texts(result, "missing"), " not" + where);
+    if (texts(result, "removed").size() >= many)
+        said += " Say \"undo that\" if you want them back.";
+    return said.empty() ? "There was nothing to change" + where : said;
 }
 
 std::string ListReply::notOnList(const ToolResult& result)

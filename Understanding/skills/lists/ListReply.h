@@ -32,7 +32,8 @@ struct ListReply {
     static std::string held(const ToolResult& result);
     static std::string count(const ToolResult& result);
     static std::string made(const ToolResult& result);
-    static std::string changed(const ToolResult& result);
+    /// `already` is what those are that needed no change: "ticked off".
+    static std::string changed(const ToolResult& result, std::string_view already);
     static std::string notOnList(const ToolResult& result);
     /// Behind "I": "added milk to your shopping list". Empty where nothing was changed.
     static std::string done(const ToolResult& result);

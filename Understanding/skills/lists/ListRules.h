@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-// What keep_note is asked about lists, and what follows from its results.
+// What keep_note is asked about lists, and what the user is asked first.
 #pragma once
 
-#include "QuorvellCore/live/tools/ToolResult.h"
 #include "Understanding/dialogue/QuestionKind.h"
 #include "Understanding/dialogue/RuleStep.h"
 #include "Understanding/dialogue/RuleSurroundings.h"
@@ -23,8 +22,6 @@ struct ListRules {
     static const QuestionKind whichItem;
 
     static RuleStep answer(const ListIntent& intent, RequestMemory memory, const RuleSurroundings& around);
-    static RuleStep takeResult(
-        const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around);
     /// Whether a call of keep_note is about a list.
     static bool isOfLists(const ToolRequest& call);
     /// What the user is asked before that call is made for words that did not wish for it; empty where it only looks.

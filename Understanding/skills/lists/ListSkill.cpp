@@ -6,7 +6,9 @@
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/lists/ListFollowUp.h"
 #include "Understanding/skills/lists/ListIntent.h"
+#include "Understanding/skills/lists/ListReader.h"
 #include "Understanding/skills/lists/ListReply.h"
+#include "Understanding/skills/lists/ListResults.h"
 #include "Understanding/skills/lists/ListRules.h"
 #include "Understanding/words/RequestText.h"
 
@@ -30,18 +32,10 @@ FoundRequest requestFor(std::optional<ListIntent> intent)
     }};
 }
 
-FoundRequest readPlain(const std::string& core, const RuleSurroundings& around)
-{
-    return around.offers("keep_note") ? requestFor(ListIntent::read(core)) : std::nullopt;
-}
-
 /// "We need milk" wishes for nothing yet: it is asked.
-FoundRequest readStatement(const std::string& core, const RuleSurroundings& around)
+FoundRequest offering(const ListIntent& intent)
 {
-    auto intent = around.offers("keep_note") ? ListFollowUp::readStatement(core) : std::nullopt;
-    if (!intent || intent->kind != ListIntent::Kind::add || intent->items.empty())
-        return requestFor(std::move(intent));
-    return Request{.answer = [intent = *intent](RequestMemory memory, const RuleSurroundings&) {
+    return Request{.answer = [intent](RequestMemory memory, const RuleSurroundings&) {
         const Json arguments{{"list", intent.list}, {"add", intent.items}};
         return RuleStep::asking(
             {.kind = &ToolResults::confirmation,
@@ -50,6 +44,32 @@ FoundRequest readStatement(const std::string& core, const RuleSurroundings& arou
                 .arguments = dumpJson(arguments)},
             std::move(memory));
     }};
+}
+
+FoundRequest readPlain(const std::string& core, const RuleSurroundings& around)
+{
+    if (!around.offers("keep_note"))
+        return std::nullopt;
+    if (auto request = requestFor(ListReader::read(core)))
+        return request;
+    const auto lack = ListFollowUp::readLack(core);
+    return lack && !lack->items.empty() ? offering(*lack) : std::nullopt;
+}
+
+FoundRequest readStatement(const std::string& core, const RuleSurroundings& around)
+{
+    auto intent = around.offers("keep_note") ? ListFollowUp::readStatement(core) : std::nullopt;
+    const bool isOffer = intent && intent->kind == ListIntent::Kind::add && !intent->items.empty();
+    return isOffer ? offering(*intent) : requestFor(std::move(intent));
+}
+
+Skill::Step undo(RequestMemory memory, const RuleSurroundings& around)
+{
+    const std::string token = std::exchange(memory.lists.undo, {});
+    if (token.empty())
+        return std::nullopt;
+    const Json arguments{{"id", memory.lists.list.id}, {"undo", token}}; // the id makes it a matter of lists
+    return RuleStep{ToolCalls::call(around, "keep_note", arguments, "keep lists"), std::move(memory)};
 }
 
 Skill::Step goOn(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around)
@@ -67,6 +87,12 @@ Skill::Step goOn(const std::string& words, const RequestMemory& memory, const Ru
         std::string said = ListReply::rest(next.lists);
         return ToolResults::say(std::move(said), std::move(next));
     }
+    static const Pattern back(
+        "^(?:please )?put (?:it|that|them|those|that one) back(?: on(?: it| there)?)?$", Pattern::caseless);
+    if (back.find(core) && !memory.lists.undo.empty())
+        return undo(memory, around);
+    if (ListReader::read(core)) // names its list itself
+        return std::nullopt;
     // "And butter" begins with what opens other requests.
     for (const std::string& said : {core, RequestText::withoutClosing(words)})
         if (const auto intent = ListFollowUp::read(said, memory.lists.items))
@@ -77,15 +103,6 @@ Skill::Step goOn(const std::string& words, const RequestMemory& memory, const Ru
 std::string whatWasDone(const ToolRequest&, const ToolResult& result)
 {
     return ListReply::done(result);
-}
-
-Skill::Step undo(RequestMemory memory, const RuleSurroundings& around)
-{
-    const std::string token = std::exchange(memory.lists.undo, {});
-    if (token.empty())
-        return std::nullopt;
-    const Json arguments{{"id", memory.lists.list.id}, {"undo", token}};
-    return RuleStep{ToolCalls::call(around, "keep_note", arguments, "keep lists"), std::move(memory)};
 }
 
 Skill::Step addAnother(const std::string& words, RequestMemory memory, const RuleSurroundings& around)
@@ -117,7 +134,7 @@ constinit const Skill ListSkill::row{
     .readPlain = readPlain,
     .readStatement = readStatement,
     .questionBefore = ListRules::questionBefore,
-    .takeResult = ListRules::takeResult,
+    .takeResult = ListResults::take,
     .whatWasDone = whatWasDone,
     .ownsCall = ListRules::isOfLists,
     .goOn = goOn,

@@ -127,8 +127,7 @@ TEST(ListWords, comparesAsPeopleNameThings)
         EXPECT_EQ(ListWords::ofItem(row.wanted, row.held), row.item);
         EXPECT_EQ(ListWords::ofName(row.wanted, row.held), row.name);
     }
-    EXPECT_EQ(ListWords::best("milk", {"milk", "oat milk", "Milk"}, ListWords::ofItem).places,
-        (std::vector<std::size_t>{0, 2}));
+    EXPECT_EQ(ListWords::bestNames("milk", {"milk", "oat milk", "Milk"}).places, (std::vector<std::size_t>{0, 2}));
 }
 
 TEST(ListNote, knowsListsThatOthersWrote)

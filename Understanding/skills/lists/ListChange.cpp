@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/lists/ListChange.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/lists/ItemWords.h"
+#include "Understanding/skills/lists/ListPhrase.h"
+
+#include <string>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Kind = ListIntent::Kind;
+using Found = std::optional<ListIntent>;
+
+Found cOf(Kind kind, std::string list)
+{
+    return ListIntent{.kind = kind, .list = std::move(list)};
+}
+
+Found cOfItems(Kind kind, std::string list, const std::string& items)
+{
+    return ListIntent::ofItems(kind, std::move(list), items);
+}
+
+/// "A list for the party", with what is to be on it.
+Found created(const std::string& phrase)
+{
+    static const Pattern filled("^(.*?\\b" + ListPhrase::listWord
+            + "(?:\\s.*?)?)[,:]?\\s+(?:with|including|containing|that (?:has|says)|and (?:add|put)|having)"
+              "(?: the)? (.+)$",
+        Pattern::caseless);
+    static const Pattern colon("^(.*?\\b" + ListPhrase::listWord + "[^:]*):\\s*(.+)$", Pattern::caseless);
+    static const Pattern loose("(?:\\s+(?:on|to|in) (?:it|there))$", Pattern::caseless);
+    static const Pattern moment(" (?:to be created )?(?:by|at|before) \\d.*$", Pattern::caseless);
+    for (const Pattern* form : {&filled, &colon}) {
+        const auto match = form->find(phrase);
+        const auto name = match ? ListPhrase::nameIn(match->texts[0]) : std::nullopt;
+        if (name)
+            return cOfItems(Kind::create, *name, loose.replaceAll(match->texts[1], ""));
+    }
+    const auto name = ListPhrase::nameIn(moment.replaceAll(phrase, ""));
+    return name ? cOf(Kind::create, *name) : std::nullopt;
+}
+
+Found creation(const std::string& text)
+{
+    static const Pattern make(
+        "^(?:create|make|start|begin|set up|setup|build|prepare|compose|generate|draw up|put together"
+        "|write(?: up)?|write me|open up|form|initiate|produce|craft)(?: me| us)?\\s+(?=\\S)",
+        Pattern::caseless);
+    static const Pattern wanted("^(?:(?:i )?(?:need|want)|open|bring up|show(?: me)?|give me|add|do|let me "
+                                "have)\\s+(?=(?:an?|one|another)\\s|new\\s|a new)",
+        Pattern::caseless);
+    static const Pattern fresh(
+        "^(?:an? )?(?:brand[ -])?new\\s+(?=.*\\b" + ListPhrase::listWord + "\\b)", Pattern::caseless);
+    static const Pattern isNew(
+        "^(?:an? |another )?(?:brand[ -])?new\\b|^(?:an?|another) (?:\\S+ ){0,3}" + ListPhrase::listWord + "\\b",
+        Pattern::caseless);
+    if (const auto match = make.find(text)) {
+        static const Pattern sure("^sure\\b", Pattern::caseless);
+        const std::string rest = text.substr(match->range.end);
+        return sure.find(rest) ? std::nullopt : created(rest);
+    }
+    if (const auto match = wanted.find(text); match && isNew.find(text.substr(match->range.end)))
+        return created(text.substr(match->range.end));
+    return fresh.find(text) ? created(text) : std::nullopt;
+}
+
+/// "Add milk to my list", "put on my list: milk", "update my list with milk", "eggs to the shopping list".
+Found addition(const std::string& text)
+{
+    static const Pattern towards(ListPhrase::links("to|onto"), Pattern::caseless);
+    static const Pattern verb(
+        "^(?:add|ad|put|include|insert|enter|place|stick|pop|throw|append|write(?: down)?|jot(?: down)?"
+        "|note(?: down)?|save|get|log|bung|chuck|also add)(?: in)?\\s+",
+        Pattern::caseless);
+    static const Pattern links(ListPhrase::links("to|on to|on|onto|in|into|at|under|in to|2"), Pattern::caseless);
+    static const Pattern listFirst(
+        "^(?:(?:to|on|onto|in|into) )?(.+?\\b" + ListPhrase::listWord + ")(?::|,)?\\s+(?:the following:? )?(.+)$",
+        Pattern::caseless);
+    static const Pattern update("^(?:update|extend|fill) (.+?) (?:with|by adding) (.+)$", Pattern::caseless);
+    static const Pattern sure(
+        "^(?:make sure|ensure|see to it|i want|i need|we need|i would like|i['’]d like|let us have)(?: that)? (.+)$",
+        Pattern::caseless);
+    static const Pattern passive("^(.+?)(?: (?:should|must|needs? to|has to|have to|can|is to|ought to) (?:be|go)| "
+                                 "(?:goes|belongs))(?: (?:added|put|written))? "
+                                 "((?:to|on|onto|in|into) .+)$",
+        Pattern::caseless);
+    static const Pattern copula("(?:\\s+(?:is|are|gets?|to be|be|put|added))+$", Pattern::caseless);
+    static const Pattern calledList(
+        "^(?:the )?(.+\\b" + ListPhrase::listWord + ") (?:add|needs) (.+)$", Pattern::caseless);
+    static const Pattern duty(
+        "^(?:add|new|create|make)(?: an?)?(?: new)? (?:to[ -]?do|todo|task)(?: item)?(?: to|:)? (.+)$",
+        Pattern::caseless);
+    if (const auto match = duty.find(text); match && !ListPhrase::nameIn(match->texts[0]))
+        return cOfItems(Kind::add, "to do", match->texts[0]);
+    if (const auto match = verb.find(text)) {
+        const std::string rest = text.substr(match->range.end);
+        if (const auto parts = ListPhrase::itemsIn(rest, links); parts && !parts->before.empty())
+            return cOfItems(Kind::add, parts->list, parts->before);
+        static const Pattern led("^(?:to|on|onto|in|into) ", Pattern::caseless);
+        const auto first = led.find(rest) ? listFirst.find(rest) : std::nullopt;
+        const auto name = first ? ListPhrase::nameIn(first->texts[0]) : std::nullopt;
+        if (name)
+            return cOfItems(Kind::add, *name, first->texts[1]);
+        const auto bare = led.find(rest) ? ListPhrase::nameIn(rest.substr(led.find(rest)->range.end)) : std::nullopt;
+        return bare ? cOf(Kind::add, *bare) : std::nullopt;
+    }
+    if (const auto match = update.find(text)) {
+        const auto name = ListPhrase::nameIn(match->texts[0]);
+        return name ? cOfItems(Kind::add, *name, match->texts[1]) : std::nullopt;
+    }
+    if (const auto match = sure.find(text)) {
+        const auto parts = ListPhrase::endingIn(match->texts[0], links);
+        if (parts && !parts->before.empty())
+            return cOfItems(Kind::add, parts->list, copula.replaceAll(parts->before, ""));
+    }
+    if (const auto match = passive.find(text)) {
+        const auto parts = ListPhrase::endingIn("x " + match->texts[1], links);
+        if (parts && parts->before == "x")
+            return cOfItems(Kind::add, parts->list, match->texts[0]);
+    }
+    if (const auto match = calledList.find(text)) {
+        const auto name = ListPhrase::nameIn(match->texts[0]);
+        if (name)
+            return cOfItems(Kind::add, *name, match->texts[1]);
+    }
+    // "Eggs to the shopping list" begins with no word that asks for anything else.
+    static const Pattern others("^(?:what|which|is|are|do|did|does|have|can|read|show|tell|list|open|remove|delete|"
+                                "take|tick|check|cross|move|change"
+                                "|rename|go|remind|give|send|share|play|how|where|who|when|call)\\b|\\b(?:i|you|we|"
+                                "should|add|put|not|don['’]?t)\\b",
+        Pattern::caseless);
+    const auto parts = others.find(text) ? std::nullopt : ListPhrase::endingIn(text, towards);
+    return parts && !parts->before.empty() ? cOfItems(Kind::add, parts->list, parts->before) : std::nullopt;
+}
+
+Found removal(const std::string& text)
+{
+    static const Pattern verb("^(?:(?:find|open|go to) (.+?) and )?(?:remove|delete|take(?: off| out| "
+                              "away)?|erase|drop|scratch(?: off| out)?|strike(?: off| out)?"
+                              "|get rid of|kill|abolish|eliminate|clear(?: off| out)?|throw out|throw "
+                              "away|trash|discard|wipe(?: out)?|empty(?: out)?|bin|dump|pull|clean(?: up| out)?)\\s+",
+        Pattern::caseless);
+    static const Pattern taking("^(?:take|scratch|strike|pull|drop)\\b", Pattern::caseless);
+    static const Pattern emptying("^(?:clear|wipe|empty|clean)\\b", Pattern::caseless);
+    static const Pattern passive("^(.+?) (?:should|must|needs? to|has to|have to|can) (?:be |get )?(?:not be "
+                                 "on|removed|deleted|taken (?:away|off|out)|erased|go|gone)(?: away)?"
+                                 "(?= (?:from|off|out of))(.+)$",
+        Pattern::caseless);
+    static const Pattern off(
+        "^(?!what|which|tick|check|cross|mark|i |is |are )(.+?) off (?:of )?(.+)$", Pattern::caseless);
+    static const Pattern links(ListPhrase::links("from|off of|off from|off|out of|on|in|at|of"), Pattern::caseless);
+    if (const auto match = verb.find(text)) {
+        const std::string rest = text.substr(match->range.end);
+        if (!match->texts[0].empty()) {
+            const auto name = ListPhrase::nameIn(match->texts[0]);
+            return name ? cOfItems(Kind::remove, *name, rest) : std::nullopt;
+        }
+        if (const auto parts = ListPhrase::itemsIn(rest, links); parts && !parts->before.empty())
+            return cOfItems(Kind::remove, parts->list, parts->before);
+        const auto name = ListPhrase::nameIn(rest);
+        if (!name)
+            return std::nullopt;
+        static const Pattern several("\\blists$", Pattern::caseless);
+        if (several.find(rest) && name->empty()) // one after the other, by their names
+            return cOf(Kind::showAll, "");
+        return emptying.find(text) ? cOf(Kind::clear, *name)
+            : taking.find(text)    ? std::nullopt
+                                   : cOf(Kind::deleteList, *name);
+    }
+    if (const auto match = passive.find(text)) {
+        const auto parts = ListPhrase::endingIn("x" + match->texts[1], links);
+        if (parts && parts->before == "x")
+            return cOfItems(Kind::remove, parts->list, match->texts[0]);
+    }
+    if (const auto match = off.find(text)) {
+        const auto name = ListPhrase::nameIn(match->texts[1]);
+        static const Pattern leads("^(?:cross|tick|check)\\b", Pattern::caseless);
+        if (name && !leads.find(text))
+            return cOfItems(Kind::remove, *name, match->texts[0]);
+    }
+    return std::nullopt;
+}
+
+Found ticking(const std::string& text)
+{
+    static const Pattern undone(
+        "^(?:untick|uncheck|unmark|uncross|un-tick|un-check) (.+?)(?: (?:on|from|off) (.+))?$", Pattern::caseless);
+    static const Pattern verb("^(?:tick|check|cross|mark|strike through)(?: off)? (.+)$", Pattern::caseless);
+    static const Pattern done(
+        "(?:\\s+(?:off|as (?:done|bought|got|complete|completed|finished|purchased|ticked|checked)"
+        "|done|complete|completed|bought|down))+(?=\\s+(?:on|from|of|in|off)\\s|$)",
+        Pattern::caseless);
+    static const Pattern bought("^(?:i|we)(?:['’]ve| have)?(?: already| just)? (?:got|bought|picked "
+                                "up|have|finished|done|did|completed|packed) (.+)$",
+        Pattern::caseless);
+    static const Pattern isDone("^(.+?) (?:is|are)(?: now| already)? (?:done|bought|finished|packed|ticked off|checked "
+                                "off)(?= (?:on|from)) (.+)$",
+        Pattern::caseless);
+    static const Pattern links(ListPhrase::links("off of|off|on|from|in|of"), Pattern::caseless);
+    if (const auto match = undone.find(text)) {
+        const auto name = match->texts[1].empty() ? std::nullopt : ListPhrase::nameIn(match->texts[1]);
+        return name ? cOfItems(Kind::untick, *name, match->texts[0]) : std::nullopt;
+    }
+    static const Pattern out("^out\\b", Pattern::caseless);
+    for (const Pattern* form : {&verb, &bought}) {
+        const auto match = form->find(text);
+        const auto parts =
+            match && !out.find(match->texts[0]) ? ListPhrase::endingIn(match->texts[0], links) : std::nullopt;
+        if (parts && !parts->before.empty())
+            return cOfItems(Kind::tick, parts->list, done.replaceAll(parts->before, ""));
+    }
+    if (const auto match = isDone.find(text)) {
+        const auto parts = ListPhrase::endingIn("x " + match->texts[1], links);
+        if (parts && parts->before == "x")
+            return cOfItems(Kind::tick, parts->list, match->texts[0]);
+    }
+    return std::nullopt;
+}
+
+Found changing(const std::string& text)
+{
+    static const Pattern named(
+        "^(?:re-?name|retitle|change the (?:name|title) of) (.+?)(?: from .+?)? (?:to|as|into|in to) (.+)$"
+        "|^(?:re-?name|call) (.+\\b"
+            + ListPhrase::listWord + ") (?:instead |simply |just )?(.+)$",
+        Pattern::caseless);
+    static const Pattern swapped(
+        "^(?:change|replace|swap|substitute|exchange|turn) (.+?) (?:to|with|for|by|into) (.+?) (?:on|in|from|of) (.+)$",
+        Pattern::caseless);
+    static const Pattern onList("^(?:on|in) (.+?\\b" + ListPhrase::listWord
+            + ")[,]? (?:change|replace|swap) (.+?) (?:to|with|for|by|into) (.+)$",
+        Pattern::caseless);
+    const auto replacing = [](const std::string& list, const std::string& from, const std::string& to) -> Found {
+        const auto name = ListPhrase::nameIn(list);
+        const auto old = ItemWords::namedAll(from);
+        if (!name || old.empty())
+            return std::nullopt;
+        return ListIntent{.kind = Kind::replace, .list = *name, .items = {old.front(), ListPhrase::withoutEnds(to)}};
+    };
+    if (const auto match = swapped.find(text))
+        if (auto intent = replacing(match->texts[2], match->texts[0], match->texts[1]))
+            return intent;
+    if (const auto match = onList.find(text))
+        if (auto intent = replacing(match->texts[0], match->texts[1], match->texts[2]))
+            return intent;
+    if (const auto match = named.find(text)) {
+        const std::size_t form = match->texts[0].empty() ? 2 : 0;
+        const auto name = ListPhrase::nameIn(match->texts[form]);
+        const std::string title = ListPhrase::withoutEnds(match->texts[form + 1]);
+        if (name && !title.empty())
+            return ListIntent{.kind = Kind::rename, .list = *name, .title = title};
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<ListIntent> ListChange::read(const std::string& text)
+{
+    for (const auto reader : {creation, changing, addition, ticking, removal}) {
+        if (auto intent = reader(text))
+            return intent;
+    }
+    return std::nullopt;
+}
+
+} // namespace quorvell

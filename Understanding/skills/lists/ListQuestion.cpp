@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/lists/ListQuestion.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/lists/ItemWords.h"
+#include "Understanding/skills/lists/ListPhrase.h"
+
+#include <string>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Kind = ListIntent::Kind;
+using Found = std::optional<ListIntent>;
+
+Found qOf(Kind kind, std::string list)
+{
+    return ListIntent{.kind = kind, .list = std::move(list)};
+}
+
+Found qOfItems(Kind kind, std::string list, const std::string& items)
+{
+    return ListIntent::ofItems(kind, std::move(list), items);
+}
+
+Found lists(const std::string& text)
+{
+    static const Pattern whichLists(
+        "^(?:(?:tell|show|give|read|list|display|see|view|open)(?: me)? )?(?:out )?"
+        "(?:(?:what|which)(?: are| is)? |how many )?(?:do i have |have i (?:got )?|all (?:of )?)?"
+        "(?:(?:all|any|my|the|our|other|available|current|existing|of|different|saved) )*lists"
+        "(?: (?:do|have|are|did|that|which|is|i|we|you|got|made|make|there|available|saved|exist"
+        "|created?|with|numbers?|for|today|right|now|currently|mine|in|my|notebook|me|can|see))*$",
+        Pattern::caseless);
+    static const Pattern anyList(
+        "^(?:do i have|have i(?: got)?|are there|is there) (?:anything|something|any|things)?.*\\b"
+        "any (?:of my )?(?:other )?lists?$",
+        Pattern::caseless);
+    static const Pattern available(
+        "^(?:show|display|read)(?: me)? the list (?:that|which) (?:is|are) available\\b", Pattern::caseless);
+    return whichLists.find(text) || anyList.find(text) || available.find(text) ? qOf(Kind::showAll, "") : std::nullopt;
+}
+
+/// Whether something is on a list, or how much is.
+/// "What do I need from the store": the shopping list.
+Found shopping(const std::string& text)
+{
+    static const Pattern form(
+        "^(?:what|which)(?: \\w+)? (?:do|did|should|must|am|are|were|was) (?:i|we)\\b"
+        "(?: (?:still|need|have|want|plan|planning|going|supposed|meant|got|to|it))* "
+        "(?:buy|purchase|shop for|(?:get )?(?:from|at|in) the (?:store|shops?|supermarket|market|grocery store))"
+        "(?: (?:from|at|in) the (?:store|shops?|supermarket|market|grocery store))?$",
+        Pattern::caseless);
+    return form.find(text) ? qOf(Kind::show, "shopping") : std::nullopt;
+}
+
+Found asking(const std::string& text)
+{
+    static const Pattern onAny(ListPhrase::links("on|in|onto|to|down on"), Pattern::caseless);
+    static const Pattern onOrIn(ListPhrase::links("on|in"), Pattern::caseless);
+    static const Pattern isOn("^(?:(?:check|see|tell me|confirm|verify|find out) (?:if|whether|that) "
+                              ")?(?:is|are|was|were)(?: there)?(?: any| still| already)* (.+)$",
+        Pattern::caseless);
+    static const Pattern haveOn("^(?:(?:check|see|tell me) (?:if|whether) "
+                                ")?(?:do|did|have|had|has|if|whether)?\\s*(?:i|we|you|anyone|anybody)(?:['’]ve)? "
+                                "?(?:have|got|already|put|add|added|include|included|write|written|wrote|need|still)+(?"
+                                ": (?:got|any|already|put|added|included|written))* (.+)$",
+        Pattern::caseless);
+    static const Pattern checked(
+        "^(?:check|see|confirm|verify)(?: (?:if|whether|that))? (.+?) (?:is|are)(?: already| still)? ((?:on|in) .+)$",
+        Pattern::caseless);
+    static const Pattern holds("^(?:does|do|has|have|will) (.+?) (?:have|contain|include|hold|got)(?: any| the)? "
+                               "(.+?)(?: (?:on|in) (?:it|there))?$",
+        Pattern::caseless);
+    static const Pattern howMany(
+        "^(?:how (?:many|much)|(?:what is|what['’]s|tell me) the (?:number|count) of|count(?: the)?)(?: "
+        "(?:things?|items?|entries|stuff|events|tasks?|of|different|more|products?|do|i|we|have|are|is|there|got|left|"
+        "still|does|remain|open|to|buy|get|in|on))* (?:on|in|does|of|left on)? ?(.+)$",
+        Pattern::caseless);
+    static const Pattern tail(
+        "(?:\\s+(?:already|still|yet|listed|written|written down|down|now|have|hold|contain|there))+$",
+        Pattern::caseless);
+    static const Pattern thing("^(?:there|anything|something|things?|stuff|items?|everything|all|any|what|more|much|"
+                               "anything (?:else|left|outstanding|open)|(?:anything|something|things|items) .*)$",
+        Pattern::caseless);
+    static const Pattern listMade("^(?:do|did|have|is|are|has)\\s*(?:i|we|there|you)?\\s*(?:have|got|make|made|create|"
+                                  "created|start|started|already|an?|any|write|written)\\b\\s*(.+)$",
+        Pattern::caseless);
+    const std::string asked = tail.replaceAll(text, "");
+    if (const auto match = howMany.find(asked)) {
+        if (auto name = ListPhrase::nameIn(match->texts[0]))
+            return qOf(Kind::count, *std::move(name));
+    }
+    for (const Pattern* form : {&isOn, &haveOn}) {
+        const auto match = form->find(asked);
+        const auto parts = match ? ListPhrase::endingIn(match->texts[0], onAny) : std::nullopt;
+        if (!parts || parts->before.empty())
+            continue;
+        return thing.find(parts->before) ? qOf(Kind::show, parts->list)
+                                         : qOfItems(Kind::has, parts->list, tail.replaceAll(parts->before, ""));
+    }
+    if (const auto match = checked.find(asked)) {
+        const auto parts = ListPhrase::endingIn("x " + match->texts[1], onOrIn);
+        if (parts && parts->before == "x")
+            return qOfItems(Kind::has, parts->list, match->texts[0]);
+    }
+    if (const auto match = holds.find(asked)) {
+        const auto name = ListPhrase::nameIn(match->texts[0]);
+        if (name)
+            return qOfItems(Kind::has, *name, match->texts[1]);
+    }
+    if (const auto match = listMade.find(asked)) {
+        if (auto name = ListPhrase::nameIn(match->texts[0]))
+            return qOf(Kind::exists, *std::move(name));
+    }
+    return std::nullopt;
+}
+
+Found showing(const std::string& text)
+{
+    static const Pattern anyLink(ListPhrase::links("on|in|from|to|of|off|inside"), Pattern::caseless);
+    static const Pattern lead(
+        "^(?:(?:what|which|whats)(?:['’]?s| is| are| was| were| do| does| did| have| has)?|read(?: out| back| "
+        "off)?|show|display|see|view|check(?: out)?|open(?: up)?|pull up|bring up"
+        "|give|tell|list(?: out)?|get|fetch|find|look (?:at|in|into|up)|go (?:through|over|to)|run "
+        "through|recite|say|print|let (?:me|us) (?:see|hear|know|have)|review|i have|i['’]ve got|evaluate|call "
+        "up|load|access)(?=\\s)",
+        Pattern::caseless);
+    static const Pattern between(
+        "^(?:\\s*(?:me|us|out|what|which|all|the|of|items?|things?|stuff|contents?|entries|everything|anything|is|are|"
+        "was|that|have|has|do|does|did|i|we|got|put|need(?: to "
+        "(?:buy|get|do|pack))?|still|currently|already|there|left|else|tasks?|products?|groceries|more|remains?|"
+        "remaining|written|listed|added|to|in|on|from|off|inside|for|with|about|today)\\b)+\\s*",
+        Pattern::caseless);
+    static const Pattern bare("^(?:(?:my|our|the) )(?:\\S+ ){0,4}" + ListPhrase::listWord + "$", Pattern::caseless);
+    static const Pattern onlyList("^(?:\\S+ ){1,3}" + ListPhrase::listWord + "$", Pattern::caseless);
+    static const Pattern middle("^(?:can|could) (?:you|i)\\b", Pattern::caseless);
+    static const Pattern copula(
+        "(?:\\s+(?:is|are|say|says|have|has|contains?|includes?|looks? like|what))+$", Pattern::caseless);
+    const std::string asked = copula.replaceAll(text, "");
+    const auto start = lead.find(asked);
+    if (!start && (bare.find(asked) || onlyList.find(asked))) {
+        if (auto name = ListPhrase::nameIn(asked))
+            return qOf(Kind::show, *std::move(name));
+    }
+    if (!start || middle.find(asked))
+        return std::nullopt;
+    std::string rest = asked.substr(start->range.end);
+    if (const auto filler = between.find(rest))
+        rest = rest.substr(filler->range.end);
+    if (auto name = ListPhrase::nameIn(rest))
+        return qOf(Kind::show, *std::move(name));
+    const auto parts = ListPhrase::endingIn(" " + rest, anyLink);
+    static const Pattern idle("^(?:\\w+ ){0,3}\\w*$");
+    return parts && idle.find(parts->before) && !ListPhrase::isSentence(parts->before) ? qOf(Kind::show, parts->list)
+                                                                                       : std::nullopt;
+}
+
+} // namespace
+
+std::optional<ListIntent> ListQuestion::read(const std::string& text)
+{
+    for (const auto reader : {asking, shopping, showing}) {
+        if (auto intent = reader(text))
+            return intent;
+    }
+    return std::nullopt;
+}
+
+std::optional<ListIntent> ListQuestion::readLists(const std::string& text)
+{
+    return lists(text);
+}
+
+} // namespace quorvell

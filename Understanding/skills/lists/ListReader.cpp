@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/lists/ListReader.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/lists/ListChange.h"
+#include "Understanding/skills/lists/ListPhrase.h"
+#include "Understanding/skills/lists/ListQuestion.h"
+#include "Understanding/words/RequestText.h"
+
+#include <string>
+
+namespace quorvell {
+
+namespace {
+
+using Kind = ListIntent::Kind;
+
+/// "Bring up the grocery list and add milk", "make a packing list and put socks on it".
+std::optional<ListIntent> twoInOne(const std::string& text)
+{
+    static const Pattern both("^(.+?\\b" + ListPhrase::listWord
+            + "\\b[^,]*?),? (?:and|then|and then) (add|put|include|write|remove|delete|take|tick|check)(?: off)? (.+)$",
+        Pattern::caseless);
+    static const Pattern loose(
+        "(?:\\s+(?:on|to|in|into|onto|off|from|in to)(?: (?:it|there|that|that list|the list|this list))?)$",
+        Pattern::caseless);
+    const auto match = both.find(text);
+    if (!match)
+        return std::nullopt;
+    auto first = ListChange::read(match->texts[0]);
+    if (!first)
+        first = ListQuestion::read(match->texts[0]);
+    if (!first || !first->items.empty())
+        return std::nullopt;
+    const std::string verb = RequestText::phrase(match->texts[1]);
+    const std::string items = loose.replaceAll(match->texts[2], "");
+    const bool adds = verb == "add" || verb == "put" || verb == "include" || verb == "write";
+    const Kind kind = !adds           ? (verb == "tick" || verb == "check" ? Kind::tick : Kind::remove)
+        : first->kind == Kind::create ? Kind::create
+                                      : Kind::add;
+    return ListIntent::ofItems(kind, first->list, items);
+}
+
+std::string plainCore(std::string_view core)
+{
+    static const Pattern blanks("\\s+");
+    return trimmed(blanks.replaceAll(core, " "), " .!?");
+}
+
+} // namespace
+
+std::optional<ListIntent> ListReader::read(std::string_view core)
+{
+    static const Pattern hint("list|lsit|lst\\b|lits\\b|\\bto[ -]?dos?\\b|grocer|errands|chores|\\bmy "
+                              "shopping\\b|\\bbuy\\b|\\b(?:store|shops?|supermarket|market)$",
+        Pattern::caseless);
+    static const Pattern notOurs(
+        "^(?:remind|remember|schedule|book|play|call me|text|e-?mail|search|google)\\b|\\bplaylist\\b",
+        Pattern::caseless);
+    static const Pattern hurried(
+        "^(?:(?:pls|plz|can u|could u|would u|would u pls|can you pls|(?:should|shall) (?:i|we))[,]?\\s+)+",
+        Pattern::caseless);
+    // What is denied is read all the same, and then not done: see CarefulStep.
+    static const Pattern denied(
+        "^(?:do not|don['’]?t|never) (?=(?:add|put|create|make|delete|remove|change)\\b)", Pattern::caseless);
+    const std::string text = denied.replaceAll(hurried.replaceAll(plainCore(core), ""), "");
+    if (text.size() > ListIntent::longestRead || !hint.find(text) || notOurs.find(text))
+        return std::nullopt;
+    for (const auto reader : {ListQuestion::readLists, twoInOne, ListChange::read, ListQuestion::read}) {
+        if (auto intent = reader(text))
+            return intent;
+    }
+    return std::nullopt;
+}
+
+} // namespace quorvell

@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/lists/ListResults.h"
+
+#include "QuorvellCore/text/Json.h"
+#include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/skills/lists/ListCalls.h"
+#include "Understanding/skills/lists/ListReply.h"
+#include "Understanding/skills/lists/ListRules.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace quorvell {
+
+namespace {
+
+/// There is no such list: whether it should be made is asked where that helps.
+RuleStep takeNoList(
+    const Json& arguments, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
+{
+    const std::string wanted = readString(arguments, "list").value_or("");
+    const auto items = readStrings(arguments, "add");
+    if (memberOf(arguments, "id")) {
+        memory.lists = {};
+        return ToolResults::say("That list is no longer there.", std::move(memory));
+    }
+    if (wanted.empty() || ListCalls::isOfDuties(wanted)) {
+        if (auto step = ListCalls::byReminders(arguments, memory, around))
+            return *std::move(step);
+    }
+    if (wanted.empty() && items)
+        return RuleStep::asking({.kind = &ListRules::whatName,
+                                    .question = "You have no list yet. What should I call it?",
+                                    .arguments = dumpJson(Json{{"add", *items}})},
+            std::move(memory));
+    if (wanted.empty())
+        return ToolResults::say("You have no list yet.", std::move(memory));
+    const bool takes = memberOf(arguments, "tick") || memberOf(arguments, "untick") || memberOf(arguments, "remove")
+        || memberOf(arguments, "delete") || memberOf(arguments, "rename") || memberOf(arguments, "clear")
+        || memberOf(arguments, "clear_ticked") || memberOf(arguments, "replace") || memberOf(arguments, "has");
+    const std::string none = "You have no " + ListReply::name(result) + ".";
+    if (takes || memory.lists.purpose == ListTalk::Purpose::exists)
+        return ToolResults::say(none, std::move(memory));
+    Json made{{"list", ListCalls::titleOf(wanted)}, {"create", true}};
+    if (items)
+        made["add"] = *items;
+    return ListCalls::confirming(
+        none + " Should I make one" + (items ? " with " + ListReply::joined(*items) : "") + "?", made, memory);
+}
+
+RuleStep takeWhichList(const Json& arguments, const ToolResult& result, RequestMemory memory)
+{
+    memory.found = ToolResults::things(result.json(), "lists", {.skill = ListRules::skill});
+    if (memory.found.size() == 1)
+        return ListCalls::confirming(
+            result.wordsForUser(), ListCalls::withList(arguments, memory.found.front().id), memory);
+    return RuleStep::asking(
+        {.kind = &ListRules::whichList,
+            .question = result.wordsForUser().empty() ? "Which list do you mean?" : result.wordsForUser(),
+            .arguments = dumpJson(arguments)},
+        std::move(memory));
+}
+
+RuleStep takeWhichItem(const Json& arguments, const ToolResult& result, RequestMemory memory)
+{
+    const Json* unclear = result.list("unclear");
+    if (!unclear || unclear->empty())
+        return ToolResults::say("I am not sure which one you mean.", std::move(memory));
+    const std::string words = readString(unclear->front(), "words").value_or("");
+    memory.lists.candidates = readStrings(unclear->front(), "candidates").value_or(std::vector<std::string>{});
+    Json again = arguments;
+    if (const auto id = result.string("id"))
+        again = ListCalls::withList(arguments, *id);
+    if (memory.lists.candidates.size() == 1)
+        return ListCalls::confirming(
+            result.wordsForUser(), ListCalls::withItem(again, words, memory.lists.candidates.front()), memory);
+    return RuleStep::asking(
+        {.kind = &ListRules::whichItem, .question = result.wordsForUser(), .task = words, .arguments = dumpJson(again)},
+        std::move(memory));
+}
+
+/// What the conversation is about from now on.
+void talkOf(const ToolResult& result, ListTalk& talk)
+{
+    const std::string id = result.string("id").value_or("");
+    if (id != talk.list.id)
+        talk = {.purpose = talk.purpose};
+    talk.list = {.id = id, .title = result.string("title").value_or(""), .skill = ListRules::skill};
+    talk.undo = result.string("undo").value_or(talk.undo);
+    talk.last.clear();
+    for (const char* key : {"added", "again", "ticked", "unticked", "already"})
+        for (const std::string& text : ListReply::texts(result, key))
+            talk.last.push_back(text);
+    for (const std::string& text : talk.last)
+        if (std::ranges::find(talk.items, text) == talk.items.end() && talk.items.size() < ListTalk::mostItems)
+            talk.items.push_back(text);
+    for (const std::string& text : ListReply::texts(result, "removed"))
+        std::erase(talk.items, text);
+    if (const auto replaced = ListReply::texts(result, "replaced"); replaced.size() == 2) {
+        std::ranges::replace(talk.items, replaced.front(), replaced.back());
+        talk.last = {replaced.back()};
+    }
+}
+
+RuleStep takeShown(const Json& arguments, const ToolResult& result, RequestMemory memory)
+{
+    const auto purpose = std::exchange(memory.lists.purpose, ListTalk::Purpose::tell);
+    std::string said = ListReply::list(result, memory.lists);
+    if (memberOf(arguments, "has"))
+        said = ListReply::held(result);
+    else if (purpose == ListTalk::Purpose::count)
+        said = ListReply::count(result);
+    else if (purpose == ListTalk::Purpose::exists)
+        said = "Yes. " + said;
+    return ToolResults::say(std::move(said), std::move(memory));
+}
+
+/// What an item is that was to be made so and is.
+std::string_view alreadyWas(const Json& arguments)
+{
+    return memberOf(arguments, "add") ? "there" : memberOf(arguments, "tick") ? "ticked off" : "open";
+}
+
+RuleStep takeKnown(const Json& arguments, const ToolResult& result, RequestMemory memory)
+{
+    const auto items = readStrings(arguments, "add");
+    const std::string known = "You already have a " + ListReply::name(result);
+    if (!items || items->empty())
+        return ToolResults::say(known + ". " + ListReply::count(result), std::move(memory));
+    const Json adding{{"id", memory.lists.list.id}, {"add", *items}};
+    return ListCalls::confirming(known + ". Should I add " + ListReply::joined(*items) + " to it?", adding, memory);
+}
+
+} // namespace
+
+RuleStep ListResults::take(
+    const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
+{
+    if (auto failure = ToolResults::failure(result))
+        return ToolResults::say(*std::move(failure), std::move(memory));
+    const Json arguments = parseJson(call.arguments).value_or(Json::object());
+    switch (result.status()) {
+    case ToolStatus::noList:
+        return takeNoList(arguments, result, std::move(memory), around);
+    case ToolStatus::whichList:
+        memory.talkOf(ListRules::skill);
+        return takeWhichList(arguments, result, std::move(memory));
+    case ToolStatus::lists:
+        memory.talkOf(ListRules::skill);
+        memory.found = ToolResults::things(result.json(), "lists", {.skill = ListRules::skill});
+        return ToolResults::say(ListReply::lists(result), std::move(memory));
+    default:
+        break;
+    }
+    memory.talkOf(ListRules::skill);
+    if (result.status() == ToolStatus::undone)
+        return ToolResults::say(
+            "Undone: " + result.string("what").value_or("the last change") + ".", std::move(memory));
+    talkOf(result, memory.lists);
+    switch (result.status()) {
+    case ToolStatus::list:
+        return takeShown(arguments, result, std::move(memory));
+    case ToolStatus::whichItem:
+        return takeWhichItem(arguments, result, std::move(memory));
+    case ToolStatus::known:
+        return takeKnown(arguments, result, std::move(memory));
+    case ToolStatus::notOnList:
+        return ToolResults::say(ListReply::notOnList(result), std::move(memory));
+    case ToolStatus::kept:
+        return ToolResults::say(ListReply::made(result), std::move(memory));
+    case ToolStatus::deleted:
+        memory.lists = {.undo = memory.lists.undo};
+        return ToolResults::say(
+            "I deleted your " + ListReply::name(result) + ". Say \"undo that\" if you want it back.",
+            std::move(memory));
+    default:
+        break;
+    }
+    const bool tellsOfChange = result.status() == ToolStatus::changed;
+    return ToolResults::say(
+        tellsOfChange ? ListReply::changed(result, alreadyWas(arguments)) : "Done.", std::move(memory));
+}
+
+} // namespace quorvell
