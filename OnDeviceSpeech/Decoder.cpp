@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "OnDeviceSpeech/Decoder.h"
 
+#include <algorithm>
 #include <array>
 #include <initializer_list>
 #include <mutex>
@@ -19,6 +20,7 @@ namespace quorvell {
 namespace {
 
 const char* const search = "words";
+const char* const comparison = "comparison"; ///< The search that only compares.
 
 /// The library's set-up of its options and its log are not made for two threads at once.
 std::mutex& setUp()
@@ -50,6 +52,28 @@ LanguageModel mixed(cmd_ln_t* settings, const LanguageModel& first, const Langua
 std::string plainWord(std::string_view word)
 {
     return std::string(word.substr(0, word.find('(')));
+}
+
+/// Silences and noises.
+bool isFiller(std::string_view word)
+{
+    return word.empty() || std::string_view("<[+").find(word[0]) != std::string_view::npos;
+}
+
+std::vector<std::string> otherWordings(ps_decoder_t* decoder, const std::string& text)
+{
+    std::vector<std::string> others;
+    int looked = 0;
+    for (ps_nbest_t* next = ps_nbest(decoder); next; next = ps_nbest_next(next)) {
+        const char* words = ps_nbest_hyp(next, nullptr);
+        if (words && text != words && std::find(others.begin(), others.end(), words) == others.end())
+            others.emplace_back(words);
+        if (++looked == Decoder::mostOthers) {
+            ps_nbest_free(next);
+            break;
+        }
+    }
+    return others;
 }
 
 } // namespace
@@ -148,12 +172,46 @@ Decoder::Result Decoder::finish()
         return result;
     for (ps_seg_t* segment = ps_seg_iter(decoder); segment; segment = ps_seg_next(segment)) {
         const char* word = ps_seg_word(segment);
-        // Silences and noises
-        if (!word || std::string_view("<[+").find(word[0]) != std::string_view::npos)
+        if (!word || isFiller(word))
             continue;
-        result.text.append(result.text.empty() ? "" : " ").append(plainWord(word));
+        int sound = 0;
+        int model = 0;
+        int backOff = 0;
+        const int confidence = ps_seg_prob(segment, &sound, &model, &backOff);
+        result.words.push_back(
+            {plainWord(word), static_cast<float>(logmath_exp(ps_get_logmath(decoder), confidence))});
+        result.text.append(result.text.empty() ? "" : " ").append(result.words.back().text);
     }
+    result.others = otherWordings(decoder, result.text);
     return result;
+}
+
+std::string Decoder::heardSoFar() const
+{
+    int score = 0;
+    const char* words = m_parts->isListening ? ps_get_hyp(m_parts->decoder.get(), &score) : nullptr;
+    return words ? words : "";
+}
+
+std::optional<int> Decoder::agreement(std::span<const std::int16_t> samples, const std::string& words)
+{
+    ps_decoder_t* decoder = m_parts->decoder.get();
+    const std::string grammar = "#JSGF V1.0; grammar comparison; public <words> = " + words + ";";
+    if (m_parts->isListening || ps_set_jsgf_string(decoder, comparison, grammar.c_str()) != 0)
+        return std::nullopt;
+    std::optional<int> score;
+    if (ps_set_search(decoder, comparison) == 0) {
+        begin();
+        // All at once: the loudness of the whole evens out differences between its parts.
+        ps_process_raw(decoder, samples.data(), samples.size(), FALSE, TRUE);
+        int value = 0;
+        if (std::exchange(m_parts->isListening, false) && ps_end_utt(decoder) == 0) {
+            const char* heard = ps_get_hyp(decoder, &value);
+            score = heard && words == heard ? std::optional(value) : std::nullopt;
+        }
+    }
+    ps_set_search(decoder, search);
+    return score;
 }
 
 } // namespace quorvell

@@ -3,6 +3,7 @@
 
 #include "OnDeviceSpeech/BackgroundDecoder.h"
 #include "OnDeviceSpeech/Decoder.h"
+#include "OnDeviceSpeech/HearingDoubts.h"
 #include "Understanding/time/SpokenToWritten.h"
 
 #include <algorithm>
@@ -21,6 +22,9 @@ constexpr int preferenceForCommands = 100;
 constexpr int preferenceForAnswers = 450;
 constexpr std::ptrdiff_t mostSpacesInAnswer = 1;
 
+/// Nobody asks for one thing in more; comparing takes longer than it is worth.
+constexpr std::size_t longestCompared = std::size_t{12} * SpeechRecogniser::sampleRateHz;
+
 const char* const unreadable =
     "Speech cannot be recognised on this computer: a speech model cannot be read. Install the package "
     "pocketsphinx-en-us and Quorvell again; typing works without them.";
@@ -31,6 +35,33 @@ bool isCommand(const Decoder::Result& commands, const Decoder::Result& open)
     return commands.score + (isShort ? preferenceForAnswers : preferenceForCommands) >= open.score;
 }
 
+float meanConfidence(const Decoder::Result& heard)
+{
+    float sum = 0;
+    for (const Decoder::Word& word : heard.words)
+        sum += word.confidence;
+    return heard.words.empty() ? 0 : sum / static_cast<float>(heard.words.size());
+}
+
+/// The words that the sound speaks for, where they have twins; those that stay possible are added.
+std::string decided(std::string text, Decoder& comparing, std::span<const std::int16_t> samples,
+    std::vector<std::string>& others)
+{
+    if (samples.size() > longestCompared)
+        return text;
+    std::optional<int> own;
+    for (const HearingDoubts::Twin& twin : HearingDoubts::twins(text)) {
+        if (!own)
+            own = comparing.agreement(samples, text);
+        const auto other = own ? comparing.agreement(samples, twin.words) : std::nullopt;
+        if (other && *other - *own >= HearingDoubts::sure)
+            return decided(twin.words, comparing, samples, others);
+        if (!other || *own - *other < twin.margin)
+            others.push_back(twin.words);
+    }
+    return text;
+}
+
 } // namespace
 
 /// Two searches over the same sound: one knows only what the templates say, the other every word.
@@ -38,7 +69,7 @@ struct SpeechRecogniser::Parts {
     std::stop_token stop;
     std::unique_ptr<Decoder> commands;
     BackgroundDecoder open;
-    std::size_t fedSamples = 0;
+    std::vector<std::int16_t> samples{}; ///< Of this utterance.
 };
 
 SpeechRecogniser::SpeechRecogniser(std::unique_ptr<Parts> parts)
@@ -73,17 +104,22 @@ SpeechRecogniser::Made SpeechRecogniser::create(const SpeechModels& models, cons
 
 void SpeechRecogniser::begin()
 {
-    m_parts->fedSamples = 0;
+    m_parts->samples.clear();
     m_parts->open.begin();
     m_parts->commands->begin();
 }
 
 void SpeechRecogniser::feed(std::span<const std::int16_t> samples)
 {
-    samples = samples.first(std::min(samples.size(), longestUtteranceSamples - m_parts->fedSamples));
-    m_parts->fedSamples += samples.size();
+    samples = samples.first(std::min(samples.size(), longestUtteranceSamples - m_parts->samples.size()));
+    m_parts->samples.insert(m_parts->samples.end(), samples.begin(), samples.end());
     m_parts->open.feed(samples);
     m_parts->commands->feed(samples);
+}
+
+std::string SpeechRecogniser::heardSoFar() const
+{
+    return spokenToWritten(m_parts->commands->heardSoFar());
 }
 
 RecognisedUtterance SpeechRecogniser::finish()
@@ -92,9 +128,24 @@ RecognisedUtterance SpeechRecogniser::finish()
     const Decoder::Result commands = m_parts->commands->finish();
     const std::optional<Decoder::Result> open = m_parts->open.finished();
     if (!open) {
-        return {{}, m_parts->stop.stop_requested() ? "" : unreadable};
+        return {.text = {}, .problem = m_parts->stop.stop_requested() ? "" : unreadable};
     }
-    return {spokenToWritten(isCommand(commands, *open) ? commands.text : open->text)};
+    const bool isOfCommands = isCommand(commands, *open);
+    const Decoder::Result& heard = isOfCommands ? commands : *open;
+    std::vector<std::string> others = HearingDoubts::otherTimes(heard, isOfCommands ? *open : commands);
+    const std::string text = decided(heard.text, *m_parts->commands, m_parts->samples, others);
+    RecognisedUtterance utterance{.text = spokenToWritten(text),
+        .faintNames = HearingDoubts::faintNames(heard),
+        .quality = soundQualityOf(m_parts->samples),
+        .confidence = meanConfidence(heard)};
+    for (const std::string& other : others) {
+        std::string written = spokenToWritten(other);
+        const bool isKnown =
+            written == utterance.text || std::ranges::find(utterance.orElse, written) != utterance.orElse.end();
+        if (!isKnown && utterance.orElse.size() < HearingDoubts::most)
+            utterance.orElse.push_back(std::move(written));
+    }
+    return utterance;
 }
 
 } // namespace quorvell

@@ -45,6 +45,8 @@ public:
     void begin();
     /// 16 kHz mono. Recognition goes on while samples arrive, so that finish has little left to do.
     void feed(std::span<const std::int16_t> samples);
+    /// What the quicker search makes of the utterance so far, in written form.
+    std::string heardSoFar() const;
     /// Waits for the words; for the models too while they load.
     RecognisedUtterance finish();
 

@@ -45,9 +45,10 @@ bool BackendRun::addMessage(ClientText message)
     return true;
 }
 
-bool BackendRun::addSpoken(std::string words, std::chrono::milliseconds now, BackendOutputs& outputs)
+bool BackendRun::addSpoken(
+    std::string words, HeardDoubts doubts, std::chrono::milliseconds now, BackendOutputs& outputs)
 {
-    if (!addMessage({.text = std::move(words)}))
+    if (!addMessage({.text = std::move(words), .doubts = std::move(doubts)}))
         return false;
     forgetOverdue(now);
     // Otherwise the response that runs, or the one that will answer the results owed, comes to it.
@@ -123,7 +124,7 @@ void BackendRun::goOn(std::chrono::milliseconds now, BackendOutputs& outputs)
     m_wordsRead += wordsIn(message.text);
     switch (message.kind) {
     case ClientText::Kind::request:
-        outputs.emplace_back(effect::ThinkAboutWords{std::move(message.text), m_memory});
+        outputs.emplace_back(effect::ThinkAboutWords{std::move(message.text), std::move(message.doubts), m_memory});
         return;
     case ClientText::Kind::greeting:
         thought({PlainReplies::greeting(message.text), m_memory}, now, outputs);

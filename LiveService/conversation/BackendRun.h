@@ -48,7 +48,7 @@ public:
     /// Waits for the next response. False when too many wait already.
     bool addMessage(ClientText message);
     /// A turn that the voice hands over: it is answered as soon as the backend is free, without being asked.
-    bool addSpoken(std::string words, std::chrono::milliseconds now, BackendOutputs& outputs);
+    bool addSpoken(std::string words, HeardDoubts doubts, std::chrono::milliseconds now, BackendOutputs& outputs);
     /// False for a call that is not owed.
     bool addOutput(const std::string& callID, std::string result);
     CreateVerdict create(std::chrono::milliseconds now, BackendOutputs& outputs);

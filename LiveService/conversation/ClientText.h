@@ -2,6 +2,8 @@
 // What a text from the client is: what the user typed or said, or an event of the client itself.
 #pragma once
 
+#include "Understanding/dialogue/HeardDoubts.h"
+
 #include <string>
 #include <string_view>
 
@@ -18,6 +20,7 @@ struct ClientText {
 
     Kind kind = Kind::request;
     std::string text{};
+    HeardDoubts doubts{}; ///< Of spoken words.
     Manner manner = Manner::voiced; ///< How the answer is wanted.
 
     bool operator==(const ClientText&) const = default;

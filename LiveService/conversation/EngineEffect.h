@@ -3,6 +3,7 @@
 #pragma once
 
 #include "LiveService/conversation/SessionNews.h"
+#include "Understanding/dialogue/HeardDoubts.h"
 #include "Understanding/dialogue/RequestMemory.h"
 #include "Understanding/dialogue/ToolRequest.h"
 
@@ -39,6 +40,12 @@ struct Listen {
     std::vector<std::int16_t> samples;
     bool operator==(const Listen&) const = default;
 };
+/// The user fell silent: the shape of what they said so far goes to LiveSessionEngine::judged with this number.
+struct JudgePause {
+    int pause = 0;
+    RequestMemory memory;
+    bool operator==(const JudgePause&) const = default;
+};
 /// The turn is over: what was heard goes to LiveSessionEngine::heard.
 struct FinishListening {
     bool operator==(const FinishListening&) const = default;
@@ -46,6 +53,7 @@ struct FinishListening {
 /// The rules are to run over the user's words; their step goes to LiveSessionEngine::thought.
 struct ThinkAboutWords {
     std::string words;
+    HeardDoubts doubts;
     RequestMemory memory;
     bool operator==(const ThinkAboutWords&) const = default;
 };
@@ -78,7 +86,7 @@ struct CloseConnection {
 namespace quorvell {
 
 using EngineEffect = std::variant<effect::Tell, effect::PrepareSpeech, effect::ExpectSpeech, effect::BeginListening,
-    effect::Listen, effect::FinishListening, effect::ThinkAboutWords, effect::ThinkAboutResult, effect::Voice,
+    effect::Listen, effect::JudgePause, effect::FinishListening, effect::ThinkAboutWords, effect::ThinkAboutResult, effect::Voice,
     effect::StopVoice, effect::CloseConnection>;
 using EngineEffects = std::vector<EngineEffect>;
 

@@ -2,12 +2,15 @@
 // What was made of a turn of the user's.
 #pragma once
 
+#include "Understanding/dialogue/HeardDoubts.h"
+
 #include <string>
 
 namespace quorvell {
 
 struct HeardTurn {
     std::string text{}; ///< Written form. Empty when no words were recognised.
+    HeardDoubts doubts{};
     std::string problem{}; ///< Why turns cannot be recognised at all: a sentence for the user.
 
     bool operator==(const HeardTurn&) const = default;

@@ -116,7 +116,7 @@ void LiveSessionEngine::take(const openai_client::Append& message, Time now)
         say({text.text, ClientText::Manner::voiced});
         break;
     case ClientText::Kind::request:
-        takeRequest(text.text, now);
+        takeRequest(text.text, {}, now);
         break;
     case ClientText::Kind::nothing:
         break;
@@ -166,6 +166,13 @@ void LiveSessionEngine::take(const openai_client::Malformed& message, Time)
     countError();
 }
 
+EngineEffects LiveSessionEngine::judged(int pause, std::optional<UtteranceShape> shape)
+{
+    if (m_phase == Phase::open)
+        takeTurnEvents(m_turns->judge(pause, shape));
+    return taken();
+}
+
 EngineEffects LiveSessionEngine::heard(const HeardTurn& turn, Time now)
 {
     if (m_phase != Phase::open || m_speech.empty())
@@ -179,19 +186,19 @@ EngineEffects LiveSessionEngine::heard(const HeardTurn& turn, Time now)
             say({std::string(PlainReplies::notUnderstood), ClientText::Manner::voiced});
     } else {
         tell(news::Heard{turn.text});
-        takeRequest(turn.text, now);
+        takeRequest(turn.text, turn.doubts, now);
     }
     return taken();
 }
 
 /// Words that nobody asks a response for: the voice hands them over.
-void LiveSessionEngine::takeRequest(const std::string& words, Time now)
+void LiveSessionEngine::takeRequest(const std::string& words, const HeardDoubts& doubts, Time now)
 {
     m_history.add("user", words);
     m_isTurnOpen = true;
     tell(news::Delegated{m_ids("deleg_")});
     BackendOutputs outputs;
-    m_backend->addSpoken(words, now, outputs);
+    m_backend->addSpoken(words, doubts, now, outputs);
     carryOut(std::move(outputs));
 }
 
@@ -280,6 +287,9 @@ void LiveSessionEngine::takeTurnEvents(std::vector<TurnEvent> events)
             break;
         case TurnEvent::Kind::heard:
             m_effects.emplace_back(effect::Listen{std::move(event.samples)});
+            break;
+        case TurnEvent::Kind::paused:
+            m_effects.emplace_back(effect::JudgePause{event.pause, m_backend->memory()});
             break;
         case TurnEvent::Kind::ended:
             m_speech.push_back(event.speech);

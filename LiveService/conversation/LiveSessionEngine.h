@@ -48,6 +48,8 @@ public:
     EngineEffects receive(const OpenAILiveClientMessage& message, Time now);
     /// The client's sound pauses: the user's turn is over, however short the quiet was.
     EngineEffects soundPaused();
+    /// Nothing where no words were heard so far.
+    EngineEffects judged(int pause, std::optional<UtteranceShape> shape);
     EngineEffects heard(const HeardTurn& turn, Time now);
     EngineEffects thought(RuleStep step, Time now);
     EngineEffects voiced(VoicePiece piece, Time now);
@@ -82,7 +84,7 @@ private:
     void take(const openai_client::Malformed& message, Time now);
 
     void open(const OpenAILiveSetupOptions& options);
-    void takeRequest(const std::string& words, Time now);
+    void takeRequest(const std::string& words, const HeardDoubts& doubts, Time now);
     void carryOut(BackendOutputs outputs);
     void takeTurnEvents(std::vector<TurnEvent> events);
     void say(const BackendReply& reply);

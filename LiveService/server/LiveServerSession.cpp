@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "LiveService/server/LiveServerSession.h"
 
+#include "Understanding/requests/HeardRules.h"
 #include "Understanding/requests/RequestRules.h"
+#include "Understanding/requests/UtteranceShape.h"
 
 #include <algorithm>
 #include <utility>
@@ -171,6 +173,17 @@ void LiveServerSession::carryOut(effect::Listen& listen)
     m_speech->listen(std::move(listen.samples));
 }
 
+void LiveServerSession::carryOut(effect::JudgePause& judge)
+{
+    RuleSurroundings around{{m_surroundings.wallClock(), m_surroundings.calendar}, m_engine.tools()};
+    m_speech->readSoFar([judge = std::move(judge), around = std::move(around), reach = m_surroundings.reach](
+                            const std::string& words) {
+        const auto shape = words.empty() ? std::nullopt : std::optional(shapeOf(words, judge.memory, around));
+        reach([pause = judge.pause, shape](
+                  LiveServerSession& session) { session.carryOut(session.m_engine.judged(pause, shape)); });
+    });
+}
+
 void LiveServerSession::carryOut(const effect::FinishListening&)
 {
     m_speech->finishListening([reach = m_surroundings.reach](HeardTurn turn) {
@@ -182,7 +195,7 @@ void LiveServerSession::carryOut(const effect::FinishListening&)
 void LiveServerSession::carryOut(effect::ThinkAboutWords& words)
 {
     think([words = std::move(words)](
-              const RuleSurroundings& around) { return RequestRules::answerWords(words.words, words.memory, around); });
+              const RuleSurroundings& around) { return HeardRules::answer(words.words, words.doubts, words.memory, around); });
 }
 
 void LiveServerSession::carryOut(effect::ThinkAboutResult& result)

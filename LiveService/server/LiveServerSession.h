@@ -65,6 +65,7 @@ private:
     void carryOut(const effect::ExpectSpeech& expect);
     void carryOut(const effect::BeginListening& begin);
     void carryOut(effect::Listen& listen);
+    void carryOut(effect::JudgePause& judge);
     void carryOut(const effect::FinishListening& finish);
     void carryOut(effect::ThinkAboutWords& think);
     void carryOut(effect::ThinkAboutResult& think);

@@ -28,7 +28,7 @@ public:
     /// A reply is handed out at the pace at which it is heard, a fifth of a second ahead; what comes beyond is dropped.
     static constexpr std::chrono::milliseconds mostQueuedSound{3'000};
     /// More than the quiet that ends a turn; else the detector would have to wait for a client that may be held up.
-    static constexpr std::chrono::milliseconds quietReported = TurnDetector::endQuiet + std::chrono::milliseconds(100);
+    static constexpr std::chrono::milliseconds quietReported = TurnPatience::longest + std::chrono::milliseconds(100);
 
     WebRTCTransport(Way way, WebRTCPeerOptions::Reach reach);
 

@@ -9,6 +9,22 @@ namespace quorvell {
 static_assert(SpeechPort::sampleRateHz == SpeechRecogniser::sampleRateHz);
 static_assert(SpeechPort::sampleRateHz == SpeechVoice::sampleRateHz);
 
+namespace {
+
+/// Below it a sentence of a bad line is mostly wrong in one of its words.
+constexpr float leastConfidenceOfBadSound = 0.80F;
+/// Of clear sound: so little stands for words that are none.
+constexpr float leastConfidence = 0.45F;
+
+HeardDoubts::Trouble troubleOf(const RecognisedUtterance& heard)
+{
+    if (heard.quality != SoundQuality::good && heard.confidence < leastConfidenceOfBadSound)
+        return heard.quality == SoundQuality::noisy ? HeardDoubts::Trouble::noise : HeardDoubts::Trouble::telephone;
+    return heard.confidence < leastConfidence ? HeardDoubts::Trouble::unclear : HeardDoubts::Trouble::none;
+}
+
+} // namespace
+
 OnDeviceSpeechPort::OnDeviceSpeechPort(SpeechModels models, std::string defaultVoice)
     : m_models(std::move(models))
     , m_defaultVoice(std::move(defaultVoice))
@@ -36,6 +52,11 @@ void OnDeviceSpeechPort::feed(std::span<const std::int16_t> samples)
         m_hearing->recogniser->feed(samples);
 }
 
+std::string OnDeviceSpeechPort::heardSoFar()
+{
+    return m_hearing && m_hearing->recogniser ? m_hearing->recogniser->heardSoFar() : std::string();
+}
+
 HeardTurn OnDeviceSpeechPort::finish()
 {
     if (!m_hearing)
@@ -43,7 +64,8 @@ HeardTurn OnDeviceSpeechPort::finish()
     if (!m_hearing->recogniser)
         return {.problem = m_hearing->problem};
     RecognisedUtterance heard = m_hearing->recogniser->finish();
-    return {.text = std::move(heard.text), .problem = std::move(heard.problem)};
+    HeardDoubts doubts{std::move(heard.orElse), std::move(heard.faintNames), troubleOf(heard)};
+    return {.text = std::move(heard.text), .doubts = std::move(doubts), .problem = std::move(heard.problem)};
 }
 
 void OnDeviceSpeechPort::speak(std::string_view wanted, std::string_view text, const Sink& sink, std::stop_token stop)

@@ -25,6 +25,8 @@ public:
     /// Starts a new turn; what was fed to an unfinished one is forgotten.
     virtual void begin() = 0;
     virtual void feed(std::span<const std::int16_t> samples) = 0;
+    /// The words of the turn so far, in written form; empty where they are not known yet. Quick.
+    virtual std::string heardSoFar() { return {}; }
     virtual HeardTurn finish() = 0;
     /// Hands pieces to `sink` while the rest is still being made, until done or `stop` is requested.
     /// The default voice stands in for a name that is not known.

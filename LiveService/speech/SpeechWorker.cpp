@@ -65,6 +65,11 @@ void SpeechWorker::listen(std::vector<std::int16_t> samples)
     });
 }
 
+void SpeechWorker::readSoFar(TakeWords take)
+{
+    m_thread.post([this, take = std::move(take)] { take(port().heardSoFar()); });
+}
+
 void SpeechWorker::finishListening(HearTurn done)
 {
     m_thread.post([this, done = std::move(done)] {

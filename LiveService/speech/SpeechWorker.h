@@ -23,6 +23,7 @@ class SpeechWorker {
 public:
     using MakePort = std::function<std::unique_ptr<SpeechPort>()>;
     using HearTurn = std::function<void(HeardTurn)>;
+    using TakeWords = std::function<void(const std::string&)>;
     using TakePiece = std::function<void(VoicePiece)>;
 
     static constexpr int longestBacklogSeconds = 60; ///< Of sound that waits for the recogniser; more is not heard.
@@ -39,6 +40,8 @@ public:
     void expectSpeech();
     void beginListening();
     void listen(std::vector<std::int16_t> samples);
+    /// What was heard of the turn so far.
+    void readSoFar(TakeWords take);
     void finishListening(HearTurn done);
     void speak(int reply, std::vector<std::string> sentences, TakePiece take);
     void stopSpeaking();

@@ -36,7 +36,7 @@ float levelOf(const std::vector<std::int16_t>& samples)
 void appendHeard(std::vector<TurnEvent>& events, const std::vector<std::int16_t>& samples)
 {
     if (events.empty() || events.back().kind != TurnEvent::Kind::heard)
-        events.push_back({TurnEvent::Kind::heard, {}, {}});
+        events.push_back({.kind = TurnEvent::Kind::heard});
     auto& heard = events.back().samples;
     heard.insert(heard.end(), samples.begin(), samples.end());
 }
@@ -85,11 +85,22 @@ std::vector<TurnEvent> TurnDetector::finish()
     return events;
 }
 
+std::vector<TurnEvent> TurnDetector::judge(int pause, std::optional<UtteranceShape> shape)
+{
+    std::vector<TurnEvent> events;
+    if (!m_isOpen || pause != m_pause || m_quietFrames == 0)
+        return events;
+    m_wait = shape ? m_patience.of(*shape) : TurnPatience::unknown;
+    if (m_quietFrames >= framesIn(m_wait))
+        end(events);
+    return events;
+}
+
 std::chrono::milliseconds TurnDetector::nextLook() const
 {
     if (!m_stopsSending)
         return m_lastSound + longestDelay;
-    return m_lastSound + std::clamp<std::chrono::milliseconds>(endQuiet - m_quietFrames * frame, leastGap, endGap);
+    return m_lastSound + std::clamp<std::chrono::milliseconds>(m_wait - m_quietFrames * frame, leastGap, endGap);
 }
 
 void TurnDetector::takeFrame(Frame samples, std::vector<TurnEvent>& events)
@@ -108,6 +119,7 @@ void TurnDetector::takeFrame(Frame samples, std::vector<TurnEvent>& events)
 
 void TurnDetector::listenForOnset(Frame samples, bool isLoud, std::vector<TurnEvent>& events)
 {
+    ++m_framesSinceEnd;
     m_before.push_back(std::move(samples));
     if (m_before.size() > static_cast<std::size_t>(framesIn(preRoll)))
         m_before.pop_front();
@@ -119,7 +131,9 @@ void TurnDetector::listenForOnset(Frame samples, bool isLoud, std::vector<TurnEv
     m_isOpen = true;
     m_turnFrames = m_loudFrames = onsetLoudFrames;
     m_quietFrames = 0;
-    events.push_back({TurnEvent::Kind::began, {}, {}});
+    if (m_quietAtEnd > 0)
+        m_patience.beganAgain(m_quietAtEnd * frame, m_framesSinceEnd * frame);
+    events.push_back({.kind = TurnEvent::Kind::began});
     for (const Frame& before : std::exchange(m_before, {}))
         appendHeard(events, before);
     m_recentLoud.clear();
@@ -130,17 +144,33 @@ void TurnDetector::followTurn(const Frame& samples, bool isLoud, std::vector<Tur
     appendHeard(events, samples);
     ++m_turnFrames;
     m_loudFrames += isLoud ? 1 : 0;
+    if (isLoud && m_quietFrames > 0) {
+        m_patience.pauseBridged(m_quietFrames * frame);
+        m_wait = TurnPatience::unknown;
+    }
     m_quietFrames = isLoud ? 0 : m_quietFrames + 1;
-    if (m_quietFrames >= framesIn(endQuiet) || m_turnFrames >= framesIn(longestTurn)) {
+    if (m_quietFrames == framesIn(firstAsk) || m_quietFrames == framesIn(secondAsk))
+        askWhatWasSaid(events);
+    if (m_quietFrames >= framesIn(m_wait) || m_turnFrames >= framesIn(longestTurn)) {
         end(events);
         m_stopsSending = false;
     }
 }
 
+/// Until the answer comes they are waited for as if they might go on: it is slow where the computer is busy.
+void TurnDetector::askWhatWasSaid(std::vector<TurnEvent>& events)
+{
+    if (m_quietFrames == framesIn(firstAsk))
+        m_wait = m_patience.of(UtteranceShape::open);
+    events.push_back({.kind = TurnEvent::Kind::paused, .pause = ++m_pause});
+}
+
 void TurnDetector::end(std::vector<TurnEvent>& events)
 {
     m_isOpen = false;
-    events.push_back({TurnEvent::Kind::ended, {}, m_loudFrames * frame});
+    m_quietAtEnd = m_quietFrames;
+    m_framesSinceEnd = 0;
+    events.push_back({.kind = TurnEvent::Kind::ended, .speech = m_loudFrames * frame});
 }
 
 } // namespace quorvell

@@ -6,6 +6,7 @@
 #include "Understanding/dialogue/DoneAct.h"
 #include "Understanding/dialogue/FoundThing.h"
 #include "Understanding/dialogue/ListTalk.h"
+#include "Understanding/dialogue/OpenReadings.h"
 #include "Understanding/dialogue/PendingQuestion.h"
 #include "Understanding/dialogue/TakingBack.h"
 #include "Understanding/dialogue/ThingBatch.h"
@@ -45,6 +46,7 @@ struct RequestMemory {
     std::optional<SpokenDays> days{}; ///< What a list under way is of; nothing for everything.
     ListTalk lists{};
     std::string lastReply{}; ///< For "say that again".
+    OpenReadings readings{}; ///< While the user is asked what they said.
     std::vector<DoneAct> acts{}; ///< What was changed and not taken back, the newest last.
     std::vector<DoneAct> takenBack{}; ///< For "redo", until something else is done; the newest last.
     TakingBack takingBack{}; ///< Under way, or asked about.

@@ -39,7 +39,10 @@ nlohmann::json heardIn(SpeechRecogniser& recogniser, std::span<const std::int16_
     }
     const RecognisedUtterance heard = recogniser.finish();
     const std::chrono::duration<double, std::milli> work = std::chrono::steady_clock::now() - start;
-    return {{"text", heard.text}, {"work_ms", work.count()}};
+    const char* const qualities[] = {"good", "noisy", "narrow"};
+    return {{"text", heard.text}, {"or_else", heard.orElse}, {"faint_names", heard.faintNames},
+        {"quality", qualities[static_cast<int>(heard.quality)]}, {"confidence", heard.confidence},
+        {"work_ms", work.count()}};
 }
 
 } // namespace

@@ -34,6 +34,7 @@ struct Shown {
     std::string operator()(const effect::ExpectSpeech&) const { return "expect"; }
     std::string operator()(const effect::BeginListening&) const { return "begin"; }
     std::string operator()(const effect::Listen&) const { return "listen"; }
+    std::string operator()(const effect::JudgePause& judge) const { return "judge " + std::to_string(judge.pause); }
     std::string operator()(const effect::FinishListening&) const { return "finish"; }
     std::string operator()(const effect::ThinkAboutWords& think) const { return "think " + think.words; }
     std::string operator()(const effect::ThinkAboutResult& think) const
@@ -95,16 +96,26 @@ public:
             Bytes chunk;
             for (int sample = 0; sample < 960; ++sample)
                 chunk.insert(chunk.end(), {0, static_cast<std::uint8_t>(sample % 2 == 0 ? level : -level)});
-            for (std::string& text : send(OpenAILiveMessage::audio(chunk)))
-                if (text != "listen")
+            for (std::string& text : send(OpenAILiveMessage::audio(chunk))) {
+                if (text.starts_with("judge "))
+                    judge(std::stoi(text.substr(6)), texts);
+                else if (text != "listen")
                     texts.push_back(std::move(text));
+            }
         }
         return texts;
     }
+    /// What is said from now on is of that shape; nobody can tell at first.
+    void saying(UtteranceShape shape) { m_shape = shape; }
     Texts voice(VoicePiece piece) { return shown(m_engine->voiced(std::move(piece), m_now)); }
     LiveSessionEngine& engine() { return *m_engine; }
 
 private:
+    void judge(int pause, Texts& texts)
+    {
+        for (std::string& text : shown(m_engine->judged(pause, m_shape)))
+            texts.push_back(std::move(text));
+    }
     using Verb = Texts (*)(Conversation&, const std::string&);
     static const std::map<std::string, Verb> verbs;
 
@@ -129,6 +140,7 @@ private:
     Texts tick() { return shown(m_engine->tick(m_now)); }
 
     milliseconds m_now{};
+    std::optional<UtteranceShape> m_shape;
     std::optional<LiveSessionEngine> m_engine;
 };
 
@@ -150,6 +162,11 @@ const std::map<std::string, Conversation::Verb> Conversation::verbs{
         }},
     {"leave", [](Talk talk, Text) { return talk.send(Message::close()); }},
     {"silence", [](Talk talk, Text length) { return talk.sendSound(0, milliseconds(std::stoi(length))); }},
+    {"whole",
+        [](Talk talk, Text) {
+            talk.saying(UtteranceShape::whole);
+            return Texts();
+        }},
     {"speech", [](Talk talk, Text length) { return talk.sendSound(40, milliseconds(std::stoi(length))); }},
     {"heard", [](Talk talk, Text text) { return shown(talk.m_engine->heard({.text = text}, talk.m_now)); }},
     {"unheard", [](Talk talk, Text text) { return shown(talk.m_engine->heard({.problem = text}, talk.m_now)); }},

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <random>
 #include <string>
@@ -25,16 +26,22 @@ struct Stretch {
     milliseconds length;
 };
 
-/// "began", "ended" and the time at which each came, in ms.
-std::string eventsFor(const std::vector<Stretch>& stretches, milliseconds* heard = nullptr)
+using Shape = std::optional<UtteranceShape>;
+
+/// "began", "ended" and the time at which each came, in ms. Whenever they fall silent, `shape` is what they said so far.
+std::string eventsFor(const std::vector<Stretch>& stretches, Shape shape = {}, milliseconds* heard = nullptr)
 {
     TurnDetector detector(rate);
     std::mt19937 random(1);
     std::normal_distribution<double> noise;
     std::string shown;
     milliseconds now{};
-    const auto show = [&](const std::vector<TurnEvent>& events) {
+    const std::function<void(const std::vector<TurnEvent>&)> show = [&](const std::vector<TurnEvent>& events) {
         for (const TurnEvent& event : events) {
+            if (event.kind == TurnEvent::Kind::paused) {
+                show(detector.judge(event.pause, shape));
+                continue;
+            }
             if (event.kind == TurnEvent::Kind::heard && heard)
                 *heard += milliseconds(event.samples.size() * 1000 / rate);
             if (event.kind != TurnEvent::Kind::heard)
@@ -96,10 +103,45 @@ TEST(TurnDetector, findsTurns)
         EXPECT_EQ(eventsFor(stretches), expected) << name;
 }
 
+TEST(TurnDetector, waitsForWhatHangsInTheAirAndNotForWhatIsWhole)
+{
+    const auto ms = [](int count) { return milliseconds(count); };
+    const std::vector<Stretch> once{{0, ms(400)}, {0.1, ms(1000)}, {0, ms(2800)}};
+    const std::vector<Stretch> pausing{{0, ms(400)}, {0.1, ms(600)}, {0, ms(700)}, {0.1, ms(600)}, {0, ms(2800)}};
+    const std::vector<Stretch> slow{{0, ms(400)}, {0.1, ms(600)}, {0, ms(1160)}, {0.1, ms(600)}, {0, ms(2800)}};
+    const std::vector<Stretch> cutOff{{0, ms(400)}, {0.1, ms(600)}, {0, ms(400)}, {0.1, ms(600)}, {0, ms(2800)}};
+    const std::tuple<const char*, std::vector<Stretch>, Shape, const char*> rows[] = {
+        {"whole", once, UtteranceShape::whole, "began 480 ended 1640 "},
+        {"nobody can tell", once, {}, "began 480 ended 1920 "},
+        {"may go on", once, UtteranceShape::open, "began 480 ended 2360 "},
+        {"hangs in the air", once, UtteranceShape::hanging, "began 480 ended 2600 "},
+        {"a pause of 700 ms", pausing, UtteranceShape::open, "began 480 ended 3280 "},
+        {"a longer one makes patient", slow, UtteranceShape::hanging, "began 480 ended 4520 "},
+        {"who was cut off is waited for", cutOff, UtteranceShape::whole, "began 480 ended 1240 began 1480 ended 2520 "},
+    };
+    for (const auto& [name, stretches, shape, expected] : rows)
+        EXPECT_EQ(eventsFor(stretches, shape), expected) << name;
+}
+
+TEST(TurnDetector, takesNoAnswerAboutAPauseThatIsOver)
+{
+    TurnDetector detector(rate);
+    const std::vector<std::int16_t> loud(rate, 5000);
+    const std::vector<std::int16_t> quiet(rate * 7 / 50); // 140 ms: asked with the last of it.
+    detector.take(std::vector<std::int16_t>(rate), milliseconds(1000));
+    detector.take(loud, milliseconds(2000));
+    ASSERT_EQ(detector.take(quiet, milliseconds(2140)).back().pause, 1);
+    detector.take(loud, milliseconds(3200));
+    EXPECT_TRUE(detector.judge(1, UtteranceShape::whole).empty()) << "they speak again";
+    detector.take(quiet, milliseconds(3400));
+    EXPECT_TRUE(detector.judge(1, UtteranceShape::whole).empty()) << "another pause";
+    EXPECT_TRUE(detector.isOpen());
+}
+
 TEST(TurnDetector, hearsTheTurnFromBeforeItsOnset)
 {
     milliseconds heard{};
-    eventsFor({{0, milliseconds(1000)}, {0.1, milliseconds(1000)}, {-1, milliseconds(1000)}}, &heard);
+    eventsFor({{0, milliseconds(1000)}, {0.1, milliseconds(1000)}, {-1, milliseconds(1000)}}, {}, &heard);
     EXPECT_EQ(heard, milliseconds(1000) + milliseconds(240));
 }
 
