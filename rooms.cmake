@@ -88,7 +88,7 @@ if(QUORVELL_SHELL)
     # Signals of the message bus reach only slots that Qt knows by name.
     set_target_properties(quorvell_desktop PROPERTIES AUTOMOC ON)
     quorvell_room(live_service LiveService PRELUDE qt
-        USES text live understanding_dialogue understanding_requests http line on_device_speech webrtc audio
+        USES text live understanding_dialogue understanding_requests http line on_device_speech webrtc echo audio
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network)
     # What the terminal and the panel share.
     quorvell_room(settings Quorvell/settings USES text live reminders files preferences)

@@ -178,8 +178,7 @@ Decoder::Result Decoder::finish()
         int model = 0;
         int backOff = 0;
         const int confidence = ps_seg_prob(segment, &sound, &model, &backOff);
-        result.words.push_back(
-            {plainWord(word), static_cast<float>(logmath_exp(ps_get_logmath(decoder), confidence))});
+        result.words.push_back({plainWord(word), static_cast<float>(logmath_exp(ps_get_logmath(decoder), confidence))});
         result.text.append(result.text.empty() ? "" : " ").append(result.words.back().text);
     }
     result.others = otherWordings(decoder, result.text);

@@ -46,8 +46,9 @@ public:
     /// The words of what was fed so far, as far as they are known. Quick.
     std::string heardSoFar() const;
     Result finish();
-    /// How well the sound agrees with these very words, spelled as in the dictionary: on the scale of Result::score, but
-    /// comparable only between words for the same sound. Nothing where the dictionary lacks one. Between utterances.
+    /// How well the sound agrees with these very words, spelled as in the dictionary: on the scale of Result::score,
+    /// but comparable only between words for the same sound. Nothing where the dictionary lacks one. Between
+    /// utterances.
     std::optional<int> agreement(std::span<const std::int16_t> samples, const std::string& words);
 
 private:

@@ -14,37 +14,40 @@ namespace {
 using Words = std::vector<std::string>;
 
 struct TwinRow {
-    std::string_view first;
-    std::string_view second;
-    int margin; ///< Of Twin. Measured in five voices: of the rarer pairs the wrong one led by up to 44, of the others 117.
+    std::string_view common;
+    std::string_view rare;
+    int margin; ///< Of Twin, where the common one was heard.
 };
 
+/// In five voices the wrong one of two led by up to 117.
 constexpr int usualMargin = 130;
-constexpr int marginOfRare = 60;
+constexpr int marginOfCommon = 30; ///< "Six thirty" is said a hundred times as often as "six thirteen".
 
 constexpr TwinRow twinRows[] = {
     {"fifteen", "fifty", usualMargin},
-    {"thirteen", "thirty", marginOfRare},
-    {"fourteen", "forty", marginOfRare},
-    {"sixteen", "sixty", marginOfRare},
-    {"seventeen", "seventy", marginOfRare},
-    {"eighteen", "eighty", marginOfRare},
-    {"nineteen", "ninety", marginOfRare},
+    {"thirty", "thirteen", marginOfCommon},
+    {"forty", "fourteen", marginOfCommon},
+    {"sixty", "sixteen", marginOfCommon},
+    {"seventy", "seventeen", usualMargin},
+    {"eighty", "eighteen", usualMargin},
+    {"ninety", "nineteen", marginOfCommon},
     {"thirteenth", "thirtieth", usualMargin},
 };
+
+constexpr std::string_view digits[] = {"one", "two", "three", "four", "five", "six", "seven", "eight", "nine"};
 
 constexpr std::string_view times[] = {"one", "two", "three", "four", "five", "six", "seven", "eight", "nine", "ten",
     "eleven", "twelve", "thirteen", "fourteen", "fifteen", "sixteen", "seventeen", "eighteen", "nineteen", "twenty",
     "thirty", "forty", "fifty", "sixty", "ninety", "half", "quarter", "past", "noon", "midnight", "a.m.", "p.m.",
     "morning", "afternoon", "evening", "tonight", "today", "tomorrow", "monday", "tuesday", "wednesday", "thursday",
-    "friday", "saturday", "sunday", "first", "second", "third", "fourth", "fifth", "sixth", "seventh", "eighth", "ninth",
-    "tenth", "eleventh", "twelfth", "thirteenth", "fourteenth", "fifteenth", "sixteenth", "seventeenth", "eighteenth",
-    "nineteenth", "twentieth", "thirtieth", "january", "february", "march", "april", "june", "july", "august",
-    "september", "october", "november", "december", "minutes", "hours", "hour", "days", "weeks"};
+    "friday", "saturday", "sunday", "first", "second", "third", "fourth", "fifth", "sixth", "seventh", "eighth",
+    "ninth", "tenth", "eleventh", "twelfth", "thirteenth", "fourteenth", "fifteenth", "sixteenth", "seventeenth",
+    "eighteenth", "nineteenth", "twentieth", "thirtieth", "january", "february", "march", "april", "june", "july",
+    "august", "september", "october", "november", "december", "minutes", "hours", "hour", "days", "weeks"};
 
 /// Behind which somebody's name stands.
-constexpr std::string_view beforeName[] = {"with", "call", "ring", "phone", "text", "email", "meet", "ask", "tell",
-    "visit", "thank", "pay"};
+constexpr std::string_view beforeName[] = {
+    "with", "call", "ring", "phone", "text", "email", "meet", "ask", "tell", "visit", "thank", "pay"};
 
 Words wordsOf(const std::string& text)
 {
@@ -78,10 +81,10 @@ Words timesIn(const std::string& text)
 std::pair<std::string_view, int> twinOf(std::string_view word)
 {
     for (const TwinRow& row : twinRows) {
-        if (word == row.first)
-            return {row.second, row.margin};
-        if (word == row.second)
-            return {row.first, row.margin};
+        if (word == row.common)
+            return {row.rare, row.margin};
+        if (word == row.rare)
+            return {row.common, usualMargin};
     }
     return {};
 }
@@ -107,13 +110,16 @@ std::vector<HearingDoubts::Twin> HearingDoubts::twins(const std::string& text)
 {
     std::vector<Twin> found;
     Words words = wordsOf(text);
-    for (std::string& word : words) {
-        const auto [twin, margin] = twinOf(word);
-        if (twin.empty())
+    for (std::size_t place = 0; place < words.size(); ++place) {
+        const auto [twin, margin] = twinOf(words[place]);
+        // "Forty five" is one number, and "fourteen five" none.
+        const bool isWhole =
+            place + 1 == words.size() || std::ranges::find(digits, words[place + 1]) == std::end(digits);
+        if (twin.empty() || !isWhole)
             continue;
-        const std::string before = std::exchange(word, std::string(twin));
+        const std::string before = std::exchange(words[place], std::string(twin));
         found.push_back({joined(words), margin});
-        word = before;
+        words[place] = before;
     }
     return found;
 }
@@ -129,11 +135,17 @@ std::vector<std::string> HearingDoubts::otherTimes(const Decoder::Result& heard,
             found.push_back(words);
     };
     add(second.text);
-    const bool isUnsure = std::ranges::any_of(heard.words,
-        [](const Decoder::Word& word) { return isTime(word.text) && word.confidence < leastConfidence; });
-    if (isUnsure)
+    if (leastOfTimes(heard) < leastConfidence)
         std::ranges::for_each(heard.others, add);
     return found;
+}
+
+float HearingDoubts::leastOfTimes(const Decoder::Result& heard)
+{
+    float least = 1;
+    for (const Decoder::Word& word : heard.words)
+        least = isTime(word.text) ? std::min(least, word.confidence) : least;
+    return least;
 }
 
 std::vector<std::string> HearingDoubts::faintNames(const Decoder::Result& heard)

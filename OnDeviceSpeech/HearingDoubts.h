@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // What else may have been said, where that matters: the hours, days and numbers of a request. Pure.
 //
-// A recogniser is least sure of what is said in a few sounds and means most. Three signs tell: two searches over the same
-// sound found different numbers; the search gives a number little confidence and thought of another one; or the words
-// have a twin that hardly sounds different ("fifteen", "fifty"), which the sound itself is then asked about.
+// A recogniser is least sure of what is said in a few sounds and means most. Three signs tell: two searches over the
+// same sound found different numbers; the search gives a number little confidence and thought of another one; or the
+// words have a twin that hardly sounds different ("fifteen", "fifty"), which the sound itself is then asked about.
 #pragma once
 
 #include "OnDeviceSpeech/Decoder.h"
@@ -35,6 +35,8 @@ struct HearingDoubts {
     static std::vector<Twin> twins(const std::string& text);
     /// Wordings with other times than `heard`: of those that it was chosen before, and of `second`, the other search.
     static std::vector<std::string> otherTimes(const Decoder::Result& heard, const Decoder::Result& second);
+    /// The confidence in the word of a time that is least sure; 1 where there is none.
+    static float leastOfTimes(const Decoder::Result& heard);
     /// Names that were heard badly.
     static std::vector<std::string> faintNames(const Decoder::Result& heard);
 };

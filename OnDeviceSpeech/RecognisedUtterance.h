@@ -2,8 +2,6 @@
 // What was understood of one utterance.
 #pragma once
 
-#include "OnDeviceSpeech/SoundQuality.h"
-
 #include <string>
 #include <vector>
 
@@ -16,8 +14,8 @@ struct RecognisedUtterance {
     /// The same with another hour, day or number, each nearly as likely.
     std::vector<std::string> orElse{};
     std::vector<std::string> faintNames{}; ///< Names in the text that may be others.
-    SoundQuality quality = SoundQuality::good;
     float confidence = 1; ///< Of the words on average, 0 to 1.
+    float leastOfTimes = 1; ///< Of the word of a time that is least sure; 1 where there is none.
     std::string problem{}; ///< Why nothing can be recognised, and what to do; else empty.
 
     bool operator==(const RecognisedUtterance&) const = default;

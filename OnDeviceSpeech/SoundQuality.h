@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // How well the sound of an utterance carries speech. Pure.
 //
-// Noise fills the pauses of speech: its level is taken from the quietest tenth of the frames and compared with the loudest
-// tenth. A telephone line ends below 4 kHz: above it even its hissing sounds have next to nothing.
+// Noise fills the pauses of speech: its level is taken from the quietest tenth of the frames and compared with the
+// loudest tenth. A telephone line ends below 4 kHz: above it even its hissing sounds have next to nothing.
 #pragma once
 
 #include <cstdint>

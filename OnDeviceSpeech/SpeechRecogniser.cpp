@@ -44,8 +44,8 @@ float meanConfidence(const Decoder::Result& heard)
 }
 
 /// The words that the sound speaks for, where they have twins; those that stay possible are added.
-std::string decided(std::string text, Decoder& comparing, std::span<const std::int16_t> samples,
-    std::vector<std::string>& others)
+std::string decided(
+    std::string text, Decoder& comparing, std::span<const std::int16_t> samples, std::vector<std::string>& others)
 {
     if (samples.size() > longestCompared)
         return text;
@@ -126,18 +126,27 @@ RecognisedUtterance SpeechRecogniser::finish()
 {
     m_parts->open.finish();
     const Decoder::Result commands = m_parts->commands->finish();
+    // While the other search is still at work.
+    std::vector<std::string> twins;
+    std::string text = decided(commands.text, *m_parts->commands, m_parts->samples, twins);
     const std::optional<Decoder::Result> open = m_parts->open.finished();
     if (!open) {
         return {.text = {}, .problem = m_parts->stop.stop_requested() ? "" : unreadable};
     }
     const bool isOfCommands = isCommand(commands, *open);
     const Decoder::Result& heard = isOfCommands ? commands : *open;
-    std::vector<std::string> others = HearingDoubts::otherTimes(heard, isOfCommands ? *open : commands);
-    const std::string text = decided(heard.text, *m_parts->commands, m_parts->samples, others);
+    if (!isOfCommands) {
+        twins.clear();
+        text = decided(heard.text, *m_parts->commands, m_parts->samples, twins);
+    }
+    // Twins come first: they are the likeliest.
+    std::vector<std::string> others = std::move(twins);
+    for (std::string& other : HearingDoubts::otherTimes(heard, isOfCommands ? *open : commands))
+        others.push_back(std::move(other));
     RecognisedUtterance utterance{.text = spokenToWritten(text),
         .faintNames = HearingDoubts::faintNames(heard),
-        .quality = soundQualityOf(m_parts->samples),
-        .confidence = meanConfidence(heard)};
+        .confidence = meanConfidence(heard),
+        .leastOfTimes = HearingDoubts::leastOfTimes(heard)};
     for (const std::string& other : others) {
         std::string written = spokenToWritten(other);
         const bool isKnown =

@@ -24,6 +24,8 @@ add_custom_target(speech_models ALL DEPENDS ${speech_files})
 # For measuring: what is heard in recordings
 add_executable(hear_recordings "${CMAKE_SOURCE_DIR}/bench/speech/hearRecordings.cpp")
 target_link_libraries(hear_recordings PRIVATE quorvell_on_device_speech)
+add_executable(hear_turns "${CMAKE_SOURCE_DIR}/bench/speech/hearTurns.cpp")
+target_link_libraries(hear_turns PRIVATE quorvell_live_service quorvell_on_device_speech)
 
 # These rooms' tests speak to the recogniser; they are defined after this file is read.
 function(quorvell_speech_tests_need_models)

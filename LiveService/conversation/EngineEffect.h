@@ -86,8 +86,8 @@ struct CloseConnection {
 namespace quorvell {
 
 using EngineEffect = std::variant<effect::Tell, effect::PrepareSpeech, effect::ExpectSpeech, effect::BeginListening,
-    effect::Listen, effect::JudgePause, effect::FinishListening, effect::ThinkAboutWords, effect::ThinkAboutResult, effect::Voice,
-    effect::StopVoice, effect::CloseConnection>;
+    effect::Listen, effect::JudgePause, effect::FinishListening, effect::ThinkAboutWords, effect::ThinkAboutResult,
+    effect::Voice, effect::StopVoice, effect::CloseConnection>;
 using EngineEffects = std::vector<EngineEffect>;
 
 } // namespace quorvell

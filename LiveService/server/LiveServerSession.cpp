@@ -176,12 +176,12 @@ void LiveServerSession::carryOut(effect::Listen& listen)
 void LiveServerSession::carryOut(effect::JudgePause& judge)
 {
     RuleSurroundings around{{m_surroundings.wallClock(), m_surroundings.calendar}, m_engine.tools()};
-    m_speech->readSoFar([judge = std::move(judge), around = std::move(around), reach = m_surroundings.reach](
-                            const std::string& words) {
-        const auto shape = words.empty() ? std::nullopt : std::optional(shapeOf(words, judge.memory, around));
-        reach([pause = judge.pause, shape](
-                  LiveServerSession& session) { session.carryOut(session.m_engine.judged(pause, shape)); });
-    });
+    m_speech->readSoFar(
+        [judge = std::move(judge), around = std::move(around), reach = m_surroundings.reach](const std::string& words) {
+            const auto shape = words.empty() ? std::nullopt : std::optional(shapeOf(words, judge.memory, around));
+            reach([pause = judge.pause, shape](
+                      LiveServerSession& session) { session.carryOut(session.m_engine.judged(pause, shape)); });
+        });
 }
 
 void LiveServerSession::carryOut(const effect::FinishListening&)
@@ -194,8 +194,9 @@ void LiveServerSession::carryOut(const effect::FinishListening&)
 
 void LiveServerSession::carryOut(effect::ThinkAboutWords& words)
 {
-    think([words = std::move(words)](
-              const RuleSurroundings& around) { return HeardRules::answer(words.words, words.doubts, words.memory, around); });
+    think([words = std::move(words)](const RuleSurroundings& around) {
+        return HeardRules::answer(words.words, words.doubts, words.memory, around);
+    });
 }
 
 void LiveServerSession::carryOut(effect::ThinkAboutResult& result)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "LiveService/speech/OnDeviceSpeechPort.h"
 
+#include "OnDeviceSpeech/SoundQuality.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -11,15 +13,21 @@ static_assert(SpeechPort::sampleRateHz == SpeechVoice::sampleRateHz);
 
 namespace {
 
+/// A turn begins with so much of the room: less than what is kept from before the first word.
+constexpr std::size_t roomSamples = SpeechPort::sampleRateHz / 5;
+
 /// Below it a sentence of a bad line is mostly wrong in one of its words.
 constexpr float leastConfidenceOfBadSound = 0.80F;
+/// A time that was heard wrong on a bad line mostly had less.
+constexpr float leastOfTimesOfBadSound = 0.85F;
 /// Of clear sound: so little stands for words that are none.
 constexpr float leastConfidence = 0.45F;
 
-HeardDoubts::Trouble troubleOf(const RecognisedUtterance& heard)
+HeardDoubts::Trouble troubleOf(const RecognisedUtterance& heard, SoundQuality quality)
 {
-    if (heard.quality != SoundQuality::good && heard.confidence < leastConfidenceOfBadSound)
-        return heard.quality == SoundQuality::noisy ? HeardDoubts::Trouble::noise : HeardDoubts::Trouble::telephone;
+    const bool isUnsure = heard.confidence < leastConfidenceOfBadSound || heard.leastOfTimes < leastOfTimesOfBadSound;
+    if (quality != SoundQuality::good && isUnsure)
+        return quality == SoundQuality::noisy ? HeardDoubts::Trouble::noise : HeardDoubts::Trouble::telephone;
     return heard.confidence < leastConfidence ? HeardDoubts::Trouble::unclear : HeardDoubts::Trouble::none;
 }
 
@@ -42,14 +50,33 @@ void OnDeviceSpeechPort::expectSpeech()
 void OnDeviceSpeechPort::begin()
 {
     expectSpeech();
+    m_heard.clear();
+    m_waiting.clear();
+    m_knowsRoom = false;
     if (m_hearing->recogniser)
         m_hearing->recogniser->begin();
 }
 
 void OnDeviceSpeechPort::feed(std::span<const std::int16_t> samples)
 {
-    if (m_hearing && m_hearing->recogniser)
-        m_hearing->recogniser->feed(samples);
+    if (!m_hearing || !m_hearing->recogniser)
+        return;
+    samples = samples.first(std::min(samples.size(), SpeechRecogniser::longestUtteranceSamples - m_heard.size()));
+    m_heard.insert(m_heard.end(), samples.begin(), samples.end());
+    m_waiting.insert(m_waiting.end(), samples.begin(), samples.end());
+    feedClean(m_knowsRoom ? NoiseSuppressor::frameSamples : roomSamples);
+}
+
+void OnDeviceSpeechPort::feedClean(std::size_t least)
+{
+    if (m_waiting.size() < least)
+        return;
+    if (!std::exchange(m_knowsRoom, true))
+        m_suppressor.begin(std::span(m_waiting).first(std::min(m_waiting.size(), roomSamples)));
+    const std::size_t whole = m_waiting.size() - m_waiting.size() % NoiseSuppressor::frameSamples;
+    m_suppressor.process(std::span(m_waiting).first(whole));
+    m_hearing->recogniser->feed(std::span(m_waiting).first(whole));
+    m_waiting.erase(m_waiting.begin(), m_waiting.begin() + static_cast<std::ptrdiff_t>(whole));
 }
 
 std::string OnDeviceSpeechPort::heardSoFar()
@@ -63,8 +90,9 @@ HeardTurn OnDeviceSpeechPort::finish()
         return {};
     if (!m_hearing->recogniser)
         return {.problem = m_hearing->problem};
+    feedClean(1);
     RecognisedUtterance heard = m_hearing->recogniser->finish();
-    HeardDoubts doubts{std::move(heard.orElse), std::move(heard.faintNames), troubleOf(heard)};
+    HeardDoubts doubts{std::move(heard.orElse), std::move(heard.faintNames), troubleOf(heard, soundQualityOf(m_heard))};
     return {.text = std::move(heard.text), .doubts = std::move(doubts), .problem = std::move(heard.problem)};
 }
 

@@ -3,12 +3,14 @@
 #pragma once
 
 #include "LiveService/speech/SpeechPort.h"
+#include "Media/echo/NoiseSuppressor.h"
 #include "OnDeviceSpeech/SpeechRecogniser.h"
 #include "OnDeviceSpeech/SpeechVoice.h"
 
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quorvell {
 
@@ -26,8 +28,15 @@ public:
     void speak(std::string_view voice, std::string_view text, const Sink& sink, std::stop_token stop) override;
 
 private:
+    /// Cleans what is in m_waiting and gives it to the recogniser.
+    void feedClean(std::size_t least);
+
     SpeechModels m_models;
     std::optional<SpeechRecogniser::Made> m_hearing; ///< Once speech was expected.
+    NoiseSuppressor m_suppressor;
+    std::vector<std::int16_t> m_heard; ///< Of this turn, as it came.
+    std::vector<std::int16_t> m_waiting; ///< Not cleaned yet.
+    bool m_knowsRoom = false; ///< The turn's first moment was heard.
     std::string m_defaultVoice;
     std::string m_voiceName; ///< Of m_voice.
     std::unique_ptr<SpeechVoice> m_voice;

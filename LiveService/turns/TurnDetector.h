@@ -52,7 +52,8 @@ public:
     /// To be called when nextLook has come: ends a turn whose client stopped sending.
     std::vector<TurnEvent> look(std::chrono::milliseconds now);
 
-    /// The answer to `paused`: what was said so far, nothing where no words were heard. Too late for a pause that is over.
+    /// The answer to `paused`: what was said so far, nothing where no words were heard. Too late for a pause that is
+    /// over.
     std::vector<TurnEvent> judge(int pause, std::optional<UtteranceShape> shape);
 
     /// The client says itself that its sound pauses: ends the turn, and forgets what did not become one.

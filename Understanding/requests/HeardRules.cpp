@@ -75,6 +75,8 @@ std::vector<std::string> differences(const std::vector<std::string>& texts)
     static const Pattern unit("^(?:am|pm|minutes?|hours?|seconds?|days?|weeks?|o'clock)$", Pattern::Case::insensitive);
     if (back > 0 && unit.find(split.front()[split.front().size() - back]))
         --back;
+    if (front > 0 && front < shortest && unit.find(split.front()[front]))
+        --front;
     std::vector<std::string> pieces;
     for (const Words& words : split)
         pieces.push_back(joined(words, front, words.size() - back));

@@ -22,15 +22,19 @@ constexpr auto anyCase = Pattern::Case::insensitive;
 bool hangs(const std::string& core)
 {
     static const Pattern needsMore(
-        "(?:^|\\s)(?:an?|the|my|your|our|his|her|their|this|these|some|any|every|each|next|another|i|i am|we|me|us|to|at|in"
-        "|on|of|for|from|by|with|about|until|till|before|after|between|into|around|and|or|but|then|because|so|that|which"
-        "|who|what|when|where|how|if|is|are|was|were|be|do|does|did|can|could|will|would|should|have|has|set|put|add|make"
+        "(?:^|\\s)(?:an?|the|my|your|our|his|her|their|this|these|some|any|every|each|next|another|i|i "
+        "am|we|me|us|to|at|in"
+        "|on|of|for|from|by|with|about|until|till|before|after|between|into|around|and|or|but|then|because|so|that|"
+        "which"
+        "|who|what|when|where|how|if|is|are|was|were|be|do|does|did|can|could|will|would|should|have|has|set|put|add|"
+        "make"
         "|create|book|schedule|move|change|cancel|delete|remove|remind|remember|keep|tell|find|show|read|called|named"
-        "|saying|quarter|half|past|o|um|uh|er|erm|well)$",
+        "|saying|(?<!thank |are |about |with |for )you|quarter|half|past|o|um|uh|er|erm|well)$",
         anyCase);
     // What is done to something, before that was named; "stretch" and "leave" are done to nothing.
     static const Pattern needsMatter(
-        "\\bto (?:take|pick|turn|call|buy|check|send|pay|feed|water|get|bring|ring|phone|ask|visit|renew|finish|order|clean"
+        "\\bto "
+        "(?:take|pick|turn|call|buy|check|send|pay|feed|water|get|bring|ring|phone|ask|visit|renew|finish|order|clean"
         "|wash|cook|give|fix|write|email|text|drink|go|do|empty|return|change|collect|charge|cancel|start|use|try|see)$"
         "|\\b(?:take|pick|turn|put|hand|drop|clear|throw|bring|switch|look|fill|write|sign)"
         " (?:out|up|off|on|down|over|away|in|after)$",

@@ -12,8 +12,8 @@ std::optional<ClearMoment> ClearMoment::in(std::string_view words, const LocalTi
     const auto request = ReminderRequest::fromWords(words, around.now, around.calendar);
     if (request.verdict != ReminderRequest::Verdict::ready || !request.hasTime)
         return std::nullopt;
-    static const Pattern fromNow("\\b(?:in|an?|\\d+) (?:\\S+ ){0,3}(?:seconds?|minutes?|hours?|days?|weeks?)\\b",
-        Pattern::Case::insensitive);
+    static const Pattern fromNow(
+        "\\b(?:in|an?|\\d+) (?:\\S+ ){0,3}(?:seconds?|minutes?|hours?|days?|weeks?)\\b", Pattern::Case::insensitive);
     const auto moment = SpokenMoment::read(words, around);
     return ClearMoment{request.task, fromNow.find(words) || request.repeatRule || (moment && moment->namesDay)};
 }

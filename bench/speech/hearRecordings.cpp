@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Tells what the recogniser hears in recordings, one line of JSON each, and how long it worked at it. The models are
 // loaded once, so that many wordings, voices and rooms can be compared in minutes; scripts/measure-wordings does.
+#include "OnDeviceSpeech/SoundQuality.h"
 #include "OnDeviceSpeech/SpeechRecogniser.h"
 
 #include <nlohmann/json.hpp>
@@ -32,6 +33,7 @@ std::vector<std::int16_t> samplesOf(const char* path)
 nlohmann::json heardIn(SpeechRecogniser& recogniser, std::span<const std::int16_t> samples)
 {
     constexpr std::size_t chunk = SpeechRecogniser::sampleRateHz / 25; // as they come from a microphone
+    const SoundQuality quality = soundQualityOf(samples);
     const auto start = std::chrono::steady_clock::now();
     recogniser.begin();
     for (; !samples.empty(); samples = samples.subspan(std::min(chunk, samples.size()))) {
@@ -41,8 +43,7 @@ nlohmann::json heardIn(SpeechRecogniser& recogniser, std::span<const std::int16_
     const std::chrono::duration<double, std::milli> work = std::chrono::steady_clock::now() - start;
     const char* const qualities[] = {"good", "noisy", "narrow"};
     return {{"text", heard.text}, {"or_else", heard.orElse}, {"faint_names", heard.faintNames},
-        {"quality", qualities[static_cast<int>(heard.quality)]}, {"confidence", heard.confidence},
-        {"work_ms", work.count()}};
+        {"quality", qualities[static_cast<int>(quality)]}, {"confidence", heard.confidence}, {"work_ms", work.count()}};
 }
 
 } // namespace

@@ -28,7 +28,8 @@ struct Stretch {
 
 using Shape = std::optional<UtteranceShape>;
 
-/// "began", "ended" and the time at which each came, in ms. Whenever they fall silent, `shape` is what they said so far.
+/// "began", "ended" and the time at which each came, in ms. Whenever they fall silent, `shape` is what they said so
+/// far.
 std::string eventsFor(const std::vector<Stretch>& stretches, Shape shape = {}, milliseconds* heard = nullptr)
 {
     TurnDetector detector(rate);
