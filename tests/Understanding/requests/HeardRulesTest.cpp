@@ -80,7 +80,7 @@ TEST(HeardRules, letsDoubtsPassThatDoNotMatter)
     checkTalk("a question",
         {{"what do i have on sunday", {.orElse = {"what do i have on monday"}, .trouble = Trouble::noise},
             R"(whats_on {"from":"2026-11-22","to":"2026-11-22"})"}});
-    checkTalk("small talk", {{"thank you", {.faintNames = {"you"}, .trouble = Trouble::unclear}, "You're welcome."}});
+    checkTalk("small talk", {{"thank you", {.faintNames = {"you"}, .trouble = Trouble::unclear}, "You are welcome."}});
     checkTalk("no doubts",
         {{"remind me tomorrow at 5 pm to eat", {}, R"(set_reminder {"text":"remind me tomorrow at 5 pm to eat"})"}});
 }
