@@ -21,6 +21,7 @@ struct Notice {
     std::string title;
     std::string body;
     std::vector<Action> actions; ///< Shown as buttons, in this order.
+    bool isUrgent = false; ///< Something rings: it stays until it is taken away, also where the desktop keeps quiet.
 
     /// As it may be shown: texts come from notes, which other programs write, too. Keys stay as they are.
     Notice printable() const;

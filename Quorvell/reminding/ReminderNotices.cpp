@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/reminding/ReminderNotices.h"
 
+#include "Quorvell/reminding/AlarmMark.h"
+#include "Quorvell/reminding/AlarmRinging.h"
 #include "QuorvellCore/reminders/calendar/ReminderWords.h"
 #include "QuorvellCore/text/Characters.h"
 
@@ -45,19 +47,37 @@ void offerChoices(ReminderNotice& notice, const char* doneLabel, Instant now, co
 
 } // namespace
 
+ReminderNotice ReminderNotice::ringing(const DueReminder& reminder, Instant now, const Calendar& calendar)
+{
+    ReminderNotice result;
+    result.reminders = {reminder};
+    const auto mark = AlarmMark::of(reminder.note);
+    const bool isTimer = mark && mark->isTimer();
+    const std::string task = taskOf(reminder.note);
+    result.notice.key = reminder.note.id;
+    result.notice.title = task;
+    result.notice.body = (isTimer ? "Over " : "Set for ") + shortWhen(reminder.occurrence, now, calendar);
+    result.notice.isUrgent = true;
+    result.notice.actions = {{AlarmRinging::stopKey, "Stop"}, {AlarmRinging::snoozeKey, "Snooze for 10 minutes"}};
+    const std::string name = isTimer || task == "Alarm" ? task : "Alarm: " + task;
+    result.announcement = name + (isTimer ? " is over." : ".") + " Say \"stop\" or \"snooze\".";
+    return result;
+}
+
 ReminderNotice ReminderNotice::single(const DueReminder& reminder, Instant now, const Calendar& calendar)
 {
     constexpr std::chrono::minutes worthTelling{2};
     ReminderNotice result;
     result.reminders = {reminder};
+    const bool isMissed = AlarmRinging::isAlarm(reminder.note);
     const std::string task = taskOf(reminder.note);
     result.notice.key = reminder.note.id;
-    result.notice.title = task;
+    result.notice.title = (isMissed ? "Missed: " : "") + task;
     result.notice.body = "Due " + shortWhen(reminder.occurrence, now, calendar);
     if (const std::string details = trimmed(reminder.note.body); !details.empty())
         result.notice.body += "\n" + firstCharacters(details, longestBody);
-    result.announcement = "Reminder: " + task + ".";
-    if (now - reminder.occurrence > worthTelling)
+    result.announcement = (isMissed ? "You missed an alarm: " : "Reminder: ") + task + ".";
+    if (isMissed || now - reminder.occurrence > worthTelling)
         result.announcement += " It was due " + shortWhen(reminder.occurrence, now, calendar) + ".";
     offerChoices(result, "Done", now, calendar);
     return result;

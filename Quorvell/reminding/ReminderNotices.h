@@ -20,7 +20,11 @@ struct ReminderNotice {
     std::vector<DueReminder> reminders;
     std::vector<ReminderChoice> choices; ///< As they are offered; their keys are their titles.
 
-    /// Keyed by the note's id, so that a later occurrence takes the place of an earlier one.
+    /// Of an alarm that rings now. Keyed like a single one, whose place it takes.
+    static ReminderNotice ringing(const DueReminder& reminder, Instant now, const Calendar& calendar);
+
+    /// Keyed by the note's id, so that a later occurrence takes the place of an earlier one. An alarm that comes here
+    /// was missed.
     static ReminderNotice single(const DueReminder& reminder, Instant now, const Calendar& calendar);
 
     /// What came due while nobody could be told, gently and at once.

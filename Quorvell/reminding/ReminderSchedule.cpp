@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/reminding/ReminderSchedule.h"
 
+#include "Quorvell/reminding/AlarmMark.h"
 #include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "QuorvellCore/reminders/state/ReminderState.h"
 #include "QuorvellCore/reminders/state/ReminderTrigger.h"
@@ -101,10 +102,20 @@ bool wasShown(const Note& note, Instant occurrence, const Occurrences& occurrenc
     return note.reviewed && *note.reviewed >= occurrence && occurrences.has(*note.reviewed);
 }
 
+/// When an alarm that repeats rings once more, between two of its times; nothing where it rang then.
+std::optional<Instant> snoozedUntil(const Note& note)
+{
+    const auto mark = AlarmMark::of(note);
+    const auto until = mark ? mark->snoozedUntil : std::nullopt;
+    return until && !(note.reviewed && *note.reviewed >= *until) ? until : std::nullopt;
+}
+
 std::optional<Instant> dueOccurrence(const Note& note, Instant now, const Calendar& calendar)
 {
     if (!isTimed(note))
         return std::nullopt;
+    if (const auto snoozed = snoozedUntil(note); snoozed && *snoozed <= now)
+        return snoozed;
     const Occurrences occurrences(note, calendar);
     const auto latest = occurrences.latestBy(now);
     return latest && !wasShown(note, *latest, occurrences) ? latest : std::nullopt;
@@ -120,6 +131,8 @@ std::optional<Instant> alarmOf(const Note& note, Instant now, const Calendar& ca
     auto next = occurrences.nextAfter(now);
     if (next && wasShown(note, *next, occurrences))
         next = occurrences.nextAfter(std::max(*next, *note.reviewed));
+    if (const auto snoozed = snoozedUntil(note); snoozed && (!next || *snoozed < *next))
+        next = snoozed;
     return next;
 }
 

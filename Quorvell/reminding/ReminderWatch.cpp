@@ -20,7 +20,8 @@ constexpr std::size_t mostAtOnce = 3;
 bool isStillOpen(const Notebook& notebook, const DueReminder& reminder)
 {
     const auto note = notebook.note(reminder.note.id);
-    return note && ReminderState::isPending(*note) && note->remindAt == reminder.note.remindAt;
+    return note && ReminderState::isPending(*note) && note->remindAt == reminder.note.remindAt
+        && note->then == reminder.note.then;
 }
 
 } // namespace
@@ -34,7 +35,7 @@ ReminderWatch::ReminderWatch(Ports ports)
         {.actionTaken = [this](const std::string& key, const std::string& action) { actionTaken(key, action); },
             .shown =
                 [this](const std::string& key) {
-                    if (const auto found = m_open.find(key); found != m_open.end())
+                    if (const auto found = m_open.find(key); found != m_open.end() && !m_rings.isRinging(key))
                         writeMarks(std::vector(found->second.reminders)); // Storing may settle the notice.
                 },
             .couldNotShow =
@@ -43,6 +44,12 @@ ReminderWatch::ReminderWatch(Ports ports)
                     if (m_ports.couldNotShow)
                         m_ports.couldNotShow();
                 }});
+    if (m_ports.sound)
+        m_ports.sound->onSilence([this] {
+            m_ports.log.record("alarm_not_heard", Json::object());
+            if (m_ports.couldNotSound)
+                m_ports.couldNotSound();
+        });
     m_observation = m_ports.notebook.observe([this](const NotebookChanges&) { look(); });
 }
 
@@ -52,6 +59,10 @@ ReminderWatch::~ReminderWatch()
     m_ports.presence.onReturn([] {});
     m_ports.notifier.setReports({});
     m_ports.timer.setAlarm(std::nullopt);
+    if (m_ports.sound) {
+        m_ports.sound->onSilence([] {});
+        m_ports.sound->stop();
+    }
 }
 
 void ReminderWatch::look()
@@ -63,14 +74,25 @@ void ReminderWatch::look()
         const Calendar calendar = m_ports.calendar();
         fire(ReminderSchedule::due(notesWithMarks(), m_ports.timer.now(), calendar), m_ports.timer.now(), calendar);
         withdrawSettled();
+        endRings(m_ports.timer.now(), calendar);
         const auto& notes = notesWithMarks();
-        m_ports.timer.setAlarm(ReminderSchedule::nextAlarm(notes, m_ports.timer.now(), calendar));
+        m_ports.timer.setAlarm(nextLook(m_ports.timer.now(), calendar));
         m_ports.presence.setWaiting(std::any_of(notes.begin(), notes.end(), ReminderSchedule::waitsForReturn));
     } else {
         m_ports.timer.setAlarm(std::nullopt);
         m_ports.presence.setWaiting(false);
+        m_rings = {};
+        if (m_ports.sound)
+            m_ports.sound->stop();
     }
     m_isLooking = false;
+}
+
+std::optional<Instant> ReminderWatch::nextLook(Instant now, const Calendar& calendar)
+{
+    const auto next = ReminderSchedule::nextAlarm(notesWithMarks(), now, calendar);
+    const auto end = m_rings.nextEnd();
+    return next && end ? std::min(*next, *end) : next ? next : end;
 }
 
 const std::vector<Note>& ReminderWatch::notesWithMarks()
@@ -90,14 +112,43 @@ void ReminderWatch::fire(const std::vector<DueReminder>& due, Instant now, const
 {
     std::vector<DueReminder> missed;
     std::vector<DueReminder> current;
-    for (const DueReminder& reminder : due)
-        (now - reminder.occurrence > punctual ? missed : current).push_back(reminder);
+    for (const DueReminder& reminder : due) {
+        if (AlarmRinging::mayBegin(reminder, now))
+            ring(reminder, now, calendar);
+        else
+            (now - reminder.occurrence > punctual ? missed : current).push_back(reminder);
+    }
     for (const auto& [reminders, mostSingle] : {std::pair(&missed, std::size_t{1}), std::pair(&current, mostAtOnce)}) {
         if (reminders->size() > mostSingle)
             show(ReminderNotice::summary(*reminders, now, calendar));
         else
             for (const DueReminder& reminder : *reminders)
                 show(ReminderNotice::single(reminder, now, calendar));
+    }
+}
+
+void ReminderWatch::ring(const DueReminder& reminder, Instant now, const Calendar& calendar)
+{
+    ReminderNotice notice = ReminderNotice::ringing(reminder, now, calendar);
+    m_rings.begin(reminder);
+    m_unwritten[reminder.note.id] = reminder.occurrence;
+    m_ports.notifier.show(notice.notice);
+    if (m_ports.sound)
+        m_ports.sound->start();
+    if (m_ports.announce)
+        m_ports.announce(notice.announcement);
+    m_ports.log.record("alarm_rang", {{"late_ms", (now - reminder.occurrence).count()}});
+    m_open[notice.notice.key] = std::move(notice);
+}
+
+void ReminderWatch::endRings(Instant now, const Calendar& calendar)
+{
+    const std::vector<DueReminder> missed = m_rings.giveUp(now);
+    if (m_ports.sound && !m_rings.isRinging())
+        m_ports.sound->stop();
+    for (const DueReminder& reminder : missed) {
+        m_ports.log.record("alarm_missed", Json::object());
+        show(ReminderNotice::single(reminder, now, calendar));
     }
 }
 
@@ -152,8 +203,10 @@ void ReminderWatch::withdrawSettled()
             else if (mark != m_unwritten.end() && mark->second == reminder.occurrence)
                 m_unwritten.erase(mark);
         }
-        if (!isOpen)
+        if (!isOpen) {
+            m_rings.end(open->first);
             m_ports.notifier.withdraw(open->first);
+        }
         open = isOpen ? std::next(open) : m_open.erase(open);
     }
     std::erase_if(m_unwritten, [this](const auto& mark) { return !m_ports.notebook.note(mark.first); });
@@ -184,14 +237,23 @@ void ReminderWatch::actionTaken(const std::string& key, const std::string& actio
     const ReminderNotice notice = found->second;
     const Instant now = m_ports.timer.now();
     const Calendar calendar = m_ports.calendar();
-    const auto until = notice.putOffUntil(action, now, calendar);
-    if (action != ReminderNotice::doneKey && !until)
+    const bool isSnoozed = action == AlarmRinging::snoozeKey;
+    const auto until =
+        isSnoozed ? std::optional<Instant>(now + AlarmRinging::snooze) : notice.putOffUntil(action, now, calendar);
+    if (action != ReminderNotice::doneKey && action != AlarmRinging::stopKey && !until)
         return;
     m_open.erase(found);
+    m_rings.end(key);
     m_ports.notifier.withdraw(key);
     for (const DueReminder& reminder : notice.reminders) {
         if (!isStillOpen(m_ports.notebook, reminder))
             continue;
+        if (AlarmRinging::isAlarm(reminder.note)) {
+            change(reminder.note.id, [until, now, calendar](Note& note) {
+                until ? AlarmRinging::putOff(note, *until, now, calendar) : AlarmRinging::stop(note, now, calendar);
+            });
+            continue;
+        }
         if (until)
             change(reminder.note.id, [until](Note& note) { ReminderState::later(note, *until); });
         else

@@ -23,6 +23,8 @@ struct Skill {
 
     std::string_view name{};
     std::span<const std::string_view> tools{}; ///< Whose results it takes.
+    /// Which calls of them are its own, where it shares a tool with another skill; empty for all that nobody else owns.
+    bool (*owns)(const ToolRequest& call) = nullptr;
     std::span<const CueWords> (*cues)() = nullptr;
     std::span<const CueWeights> weights{}; ///< Of its cues, and of the common ones for its kinds.
     std::span<const RequestKind> kinds{}; ///< Where the evidence for two is the same, the earlier is tried first.
@@ -55,9 +57,6 @@ struct Skill {
     /// What a call of one of its tools changed, behind "I": "added milk to your shopping list". Empty where the result
     /// says that nothing was changed.
     std::string (*whatWasDone)(const ToolRequest& call, const ToolResult& result) = nullptr;
-
-    /// Whether a call of a tool of another skill is a matter of this one all the same.
-    bool (*ownsCall)(const ToolRequest& call) = nullptr;
 
     // Of what was last talked about, where that is a matter of this skill:
     bool undoesByItself = false; ///< `undo` knows what was done last; none of that is among the acts that are kept.

@@ -12,7 +12,7 @@ namespace quorvell {
 bool CallEffect::isLookUp(const ToolRequest& call)
 {
     const ToolTraits* traits = ToolTraits::find(call.name);
-    const Skill* skill = SkillTable::ofTool(call.name);
+    const Skill* skill = SkillTable::ofCall(call);
     return (traits && !traits->changes) || (skill && skill->questionBefore && skill->questionBefore(call).empty());
 }
 

@@ -67,18 +67,18 @@ const Skill* SkillTable::named(std::string_view name)
     return skill != std::ranges::end(table) ? *skill : nullptr;
 }
 
-const Skill* SkillTable::ofTool(std::string_view tool)
-{
-    const auto skill = std::ranges::find_if(
-        table, [tool](const Skill* row) { return std::ranges::find(row->tools, tool) != row->tools.end(); });
-    return skill != std::ranges::end(table) ? *skill : nullptr;
-}
-
 const Skill* SkillTable::ofCall(const ToolRequest& call)
 {
-    const auto owner =
-        std::ranges::find_if(table, [&](const Skill* skill) { return skill->ownsCall && skill->ownsCall(call); });
-    return owner != std::ranges::end(table) ? *owner : ofTool(call.name);
+    const Skill* whole = nullptr;
+    for (const Skill* skill : table) {
+        if (std::ranges::find(skill->tools, call.name) == skill->tools.end())
+            continue;
+        if (skill->owns && skill->owns(call))
+            return skill;
+        if (!skill->owns && !whole)
+            whole = skill;
+    }
+    return whole;
 }
 
 const CueTable& SkillTable::cues()

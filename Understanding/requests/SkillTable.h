@@ -17,7 +17,6 @@ struct SkillTable {
     static std::span<const Skill* const> all();
     /// Nothing where there is none.
     static const Skill* named(std::string_view name);
-    static const Skill* ofTool(std::string_view tool);
     /// Whose matter a call is: that of its tool, where no other skill takes it for its own.
     static const Skill* ofCall(const ToolRequest& call);
     /// The words of all skills and the common ones.

@@ -85,7 +85,8 @@ Json reminders()
 {
     return Json::array({
         declaration("set_reminder",
-            "Sets, lists, changes, ticks off or puts off a reminder. To set one, give the user's own words in `text`. "
+            "Sets, lists, changes, ticks off or puts off a reminder, an alarm or a timer. To set one, give the user's "
+            "own words in `text`. "
             "Answers \"set\" with the day and hour in words; or, with nothing stored, \"which_time\" with the choices, "
             "\"needs_time\" or \"needs_task\": ask the user and call again.",
             {
@@ -97,7 +98,23 @@ Json reminders()
                     text("\"daily\", \"weekdays\", \"weekly:2\" (1 Sunday to 7 Saturday, several with commas), "
                          "\"monthly:15\" or \"yearly\"; as an earlier answer gave it. \"none\" ends the repeating.")),
                 optional("when_back", flag("True: when the user is next back at the computer, instead of at a time.")),
+                optional("alarm",
+                    flag("True: it rings until they stop it, as for \"wake me at 7\"; a task is not needed then. An hour "
+                         "without a half of the day is the likely one; the answer names the `other`.")),
+                optional("timer_seconds",
+                    integer("Sets a timer that counts down so many seconds and then rings; `task` is its name.")),
+                optional("kind",
+                    choice("Which of them is meant, where one is listed, changed, cancelled or put off. Default: "
+                           "reminder.",
+                        {"reminder", "alarm", "timer", "all"})),
                 optional("list", flag("True: lists what is pending, each with its id.")),
+                optional("pause", flag("True: that timer is paused.")),
+                optional("resume", flag("True: that timer goes on.")),
+                optional("add_seconds", integer("Lengthens that timer; below 0 shortens it.")),
+                optional("stop", flag("True: silences what rings.")),
+                optional("snooze_minutes", integer("Silences what rings and has it ring again after so long.")),
+                optional("ids", list("With `cancel`: several at once, each whole.", text("An id."))),
+                optional("undo", text("The token that an earlier answer gave: takes just that change back.")),
                 optional("id",
                     text(
                         "An existing reminder, to change it, tick it off or put it off. Without it `task` may name the "

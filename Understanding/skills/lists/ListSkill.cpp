@@ -21,6 +21,8 @@ namespace quorvell {
 
 namespace {
 
+constexpr std::string_view tools[] = {ListCalls::tool};
+
 using FoundRequest = std::optional<Request>;
 
 FoundRequest requestFor(std::optional<ListIntent> intent)
@@ -131,12 +133,13 @@ RuleStep pointAt(const FoundThing& list, RequestMemory memory, const RuleSurroun
 
 constinit const Skill ListSkill::row{
     .name = ListRules::skill,
+    .tools = tools,
+    .owns = ListRules::isOfLists,
     .readPlain = readPlain,
     .readStatement = readStatement,
     .questionBefore = ListRules::questionBefore,
     .takeResult = ListResults::take,
     .whatWasDone = whatWasDone,
-    .ownsCall = ListRules::isOfLists,
     .goOn = goOn,
     .undo = undo,
     .addAnother = addAnother,
