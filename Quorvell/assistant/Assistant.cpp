@@ -76,7 +76,7 @@ Assistant::Made Assistant::create(const ProgramEnvironment& environment, const U
         problem = assistant->joinScreen(wishes);
     if (!problem.empty())
         return {nullptr, std::move(problem)};
-    assistant->fireReminders(environment);
+    assistant->fireReminders(environment, wishes, sound.alarm);
     return {std::move(assistant), {}};
 }
 
@@ -173,7 +173,10 @@ void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionAud
     makeFarewell();
     m_observers = std::make_unique<ObserverGroup>(
         std::vector<SessionAudience*>{&m_heard, &observer, m_usage.get(), m_farewell.get()});
-    m_watches = std::make_unique<ActionWatchGroup>(std::vector<ActionWatch*>{&m_heard, m_farewell.get()});
+    m_alarmStop = std::make_unique<AlarmStop>(AlarmStop::Ports{
+        *m_notebook, [this] { return m_scheduler.wallClock(); }, [this] { return m_calendar; }});
+    m_watches =
+        std::make_unique<ActionWatchGroup>(std::vector<ActionWatch*>{&m_heard, m_farewell.get(), m_alarmStop.get()});
     m_choice = std::make_unique<LiveConnectionChoice>(*m_service, m_connections, networks());
     const auto connections = [this](LiveConnectionObserver& session, LiveMedium medium) {
         return m_choice->make(session, medium);
@@ -216,16 +219,23 @@ std::string Assistant::usageText() const
 }
 
 /// On the desktop and in the conversation; in the conversation too what the program that owns the notebook fires.
-void Assistant::fireReminders(const ProgramEnvironment& environment)
+void Assistant::fireReminders(
+    const ProgramEnvironment& environment, const Wishes& wishes, AlarmSound* alarm)
 {
     const auto announce = [this](const std::string& sentence) { m_session->announce(sentence); };
+    const auto unheard = [this, bell = wishes.bell] {
+        m_observers->problemArose("An alarm rings, but nothing here can play it. Say or type \"stop\".");
+        if (bell)
+            bell();
+    };
     m_reminders = std::make_unique<ReminderService>(environment, *m_notebook, m_scheduler, m_log,
         ReminderService::Voices{announce, nullptr, [this] {
                                     m_observers->problemArose(
                                         "The desktop's message bus has ended: reminders come up here only, and other "
                                         "programs cannot change the "
                                         "notebook while this one runs. Start this one again once the desktop is back.");
-                                }});
+                                },
+            unheard, alarm, m_settings.loudspeaker.value_or("")});
     m_remindersElsewhere = std::make_unique<RemindersElsewhere>(RemindersElsewhere::Ports{
         *m_notebook, [this] { return m_scheduler.wallClock(); }, [this] { return m_calendar; }, announce});
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Quorvell/agenda/Agenda.h"
+#include "Quorvell/assistant/AlarmStop.h"
 #include "Quorvell/assistant/FarewellAsker.h"
 #include "Quorvell/assistant/ReminderService.h"
 #include "Quorvell/assistant/ScreenAccess.h"
@@ -52,6 +53,7 @@ public:
         SessionLimits limits{};
         Screen* screen = nullptr; ///< That may be worked; borrowed. Absent: nothing on the screen is.
         std::vector<std::string> applications{}; ///< That can be opened there.
+        std::function<void()> bell{}; ///< The terminal's, for an alarm that no loudspeaker plays.
     };
     /// What the program hears and speaks through. All are borrowed.
     struct Sound {
@@ -59,6 +61,7 @@ public:
         AudioCapture* capture = nullptr;
         DozeListener* dozeListener = nullptr;
         SpeechSynthesiser* synthesiser = nullptr;
+        AlarmSound* alarm = nullptr; ///< Without it alarms sound by a connection of their own.
     };
     struct Made;
 
@@ -86,7 +89,7 @@ private:
     void makeFarewell();
     void makeSession(const Wishes& wishes, const Sound& sound, SessionAudience& observer);
     std::string joinScreen(const Wishes& wishes);
-    void fireReminders(const ProgramEnvironment& environment);
+    void fireReminders(const ProgramEnvironment& environment, const Wishes& wishes, AlarmSound* alarm);
     SessionSettings sessionSettings(const Wishes& wishes) const;
     LiveConnectionChoice::Networks networks();
     std::string whereAndWhen() const;
@@ -109,6 +112,7 @@ private:
     std::unique_ptr<FarewellAsker> m_farewellAsker;
     std::unique_ptr<Farewell> m_farewell;
     std::unique_ptr<ObserverGroup> m_observers;
+    std::unique_ptr<AlarmStop> m_alarmStop;
     std::unique_ptr<ActionWatchGroup> m_watches;
     std::unique_ptr<LiveAccessSource> m_service;
     std::unique_ptr<LiveConnectionChoice> m_choice;

@@ -21,10 +21,17 @@ DesktopSound::DesktopSound(
     : m_chosen(devices)
     , m_server({{}, runtimeFolder, "Quorvell"}, scheduler)
     , m_player(m_server, m_reference, {reports.failed, [] {}})
+    , m_alarm(m_server, &m_reference,
+          {[this] {
+               if (m_alarmUnheard)
+                   m_alarmUnheard();
+           },
+              [this] { return m_player.isPlaying(); }})
     , m_capture(m_server, m_reference, {reports.captured, reports.failed, [] {}})
     , m_scheduler(scheduler)
 {
     m_player.chooseDevice(devices.loudspeaker);
+    m_alarm.chooseDevice(devices.loudspeaker);
     m_capture.chooseDevice(devices.microphone);
     m_server.addListener(*this);
 }

@@ -5,6 +5,7 @@
 #include "Media/audio/EchoReference.h"
 #include "Quorvell/loop/Scheduler.h"
 #include "Quorvell/settings/UserSettings.h"
+#include "Quorvell/sound/AlarmPlayer.h"
 #include "Quorvell/sound/PulseCapture.h"
 #include "Quorvell/sound/PulsePlayer.h"
 #include "Quorvell/sound/SoundServer.h"
@@ -15,6 +16,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 
 namespace quorvell {
 
@@ -45,6 +47,9 @@ public:
 
     PulseCapture& capture() { return m_capture; }
     PulsePlayer& player() { return m_player; }
+    AlarmPlayer& alarm() { return m_alarm; }
+    /// Called when an alarm should sound and nothing is heard.
+    void onAlarmUnheard(std::function<void()> unheard) { m_alarmUnheard = std::move(unheard); }
 
 private:
     static constexpr std::chrono::milliseconds patience{5'000};
@@ -56,8 +61,10 @@ private:
     SoundServer m_server;
     EchoReference m_reference;
     PulsePlayer m_player;
+    AlarmPlayer m_alarm;
     PulseCapture m_capture;
     std::function<void(const std::string&)> m_known;
+    std::function<void()> m_alarmUnheard;
     Scheduler& m_scheduler;
     TimerHandle m_deadline;
 };

@@ -36,7 +36,10 @@ ReminderService::Buses::~Buses()
 
 ReminderService::ReminderService(
     const ProgramEnvironment& environment, Notebook& notebook, Scheduler& scheduler, EventLog& log, Voices voices)
-    : m_notifier(QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_buses.sessionName),
+    : m_ownSound(voices.sound
+              ? nullptr
+              : std::make_unique<RingingSound>(environment.runtimeFolder, voices.loudspeaker, scheduler))
+    , m_notifier(QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_buses.sessionName),
         NoticeNumbers(environment.stateFolder + "/notices"))
     , m_busEnd(QDBusConnection(m_buses.sessionName), BusSignals::Kind::busEnded(),
           [&log, desktopLost = std::move(voices.desktopLost)](const QDBusMessage&) {
@@ -47,7 +50,8 @@ ReminderService::ReminderService(
     , m_presence(QDBusConnection::connectToBus(QDBusConnection::SystemBus, m_buses.systemName),
           QDBusConnection(m_buses.sessionName), scheduler)
     , m_watch({notebook, m_clock, m_notifier, m_presence, log, [environment] { return currentCalendar(environment); },
-          std::move(voices.announce), std::move(voices.couldNotShow)})
+          std::move(voices.announce), std::move(voices.couldNotShow), voices.sound ? voices.sound : m_ownSound.get(),
+          std::move(voices.couldNotSound)})
 {
     m_presence.onWake([this] { m_watch.look(); });
     scheduler.post([this, life = std::weak_ptr<bool>(m_life)] {

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Lets a program fire reminders for as long as it owns the notebook.
+// Lets a program fire reminders and ring alarms for as long as it owns the notebook.
 #pragma once
 
+#include "Quorvell/assistant/RingingSound.h"
 #include "Quorvell/desktop/BusSignals.h"
 #include "Quorvell/desktop/DesktopNotifier.h"
 #include "Quorvell/desktop/LoginWatch.h"
@@ -26,6 +27,10 @@ public:
         std::function<void()> couldNotShow; ///< May be empty.
         /// The session bus ended: from now on nothing shows on the desktop. May be empty.
         std::function<void()> desktopLost = nullptr;
+        /// Something rings and cannot be heard. May be empty.
+        std::function<void()> couldNotSound = nullptr;
+        AlarmSound* sound = nullptr; ///< Borrowed; without it there is one of its own.
+        std::string loudspeaker{}; ///< For that one; empty for the desktop's default.
     };
 
     /// All but the environment are borrowed and outlive it.
@@ -46,6 +51,7 @@ private:
 
     Buses m_buses;
     TimerFdWallClock m_clock;
+    std::unique_ptr<RingingSound> m_ownSound;
     DesktopNotifier m_notifier;
     BusSignals m_busEnd;
     LoginWatch m_presence;

@@ -125,10 +125,17 @@ QDBusMessage DesktopNotifier::notifyCall(const Notice& notice, const NoticeNumbe
         for (const Notice::Action& action : notice.actions)
             actions << QString::fromStdString(action.key) << QString::fromStdString(action.label);
     const QString body = QString::fromStdString(notice.body);
-    const QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("quorvell")},
+    QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("quorvell")},
         {QStringLiteral("category"), QStringLiteral("x-quorvell.reminder")},
         // Some services put a notice in the place of one with the same tag, even where its number was never learned.
         {QStringLiteral("x-dunst-stack-tag"), QString::fromStdString(notice.key)}};
+    if (notice.isUrgent) {
+        constexpr quint8 critical = 2;
+        hints.insert(QStringLiteral("urgency"), QVariant::fromValue(critical));
+        hints.insert(QStringLiteral("resident"), true);
+        hints.insert(QStringLiteral("category"), QStringLiteral("x-quorvell.alarm"));
+        hints.insert(QStringLiteral("suppress-sound"), true); // It has one.
+    }
     const QString server = inPlaceOf.server.empty() ? service : QString::fromStdString(inPlaceOf.server);
     QDBusMessage call = QDBusMessage::createMethodCall(server, path, service, QStringLiteral("Notify"));
     call << QStringLiteral("Quorvell") << inPlaceOf.id << QStringLiteral("appointment-soon")

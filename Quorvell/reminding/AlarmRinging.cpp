@@ -52,7 +52,7 @@ void AlarmRinging::stop(Note& note, Instant now, const Calendar& calendar)
         ReminderState::done(note, now, calendar);
     if (!mark)
         return;
-    note.archived = note.archived || mark->isTimer();
+    note.archived = note.archived || !ReminderState::isPending(note);
     mark->snoozedUntil.reset();
     note.then = mark->stored();
 }

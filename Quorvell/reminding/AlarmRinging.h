@@ -39,8 +39,8 @@ public:
     /// Takes out those that nobody stopped in time.
     std::vector<DueReminder> giveUp(Instant now);
 
-    /// It was heard, and that is that: the next time of one that repeats, else it is over. A timer is put away, since
-    /// nobody looks for it again.
+    /// It was heard, and that is that: the next time of one that repeats, else it is over and put away, since nobody
+    /// looks for it again.
     static void stop(Note& note, Instant now, const Calendar& calendar);
     /// It rings again at `until`. One that repeats keeps its times.
     static void putOff(Note& note, Instant until, Instant now, const Calendar& calendar);

@@ -3,6 +3,7 @@
 
 #include "Quorvell/sound/PlaybackTiming.h"
 #include "Quorvell/sound/PulseLock.h"
+#include "Quorvell/sound/PulseOperation.h"
 
 #include <pulse/rtclock.h>
 #include <pulse/stream.h>
@@ -17,12 +18,6 @@ namespace quorvell {
 namespace {
 
 constexpr std::int64_t bytesPerSample = 2;
-
-void release(pa_operation* operation)
-{
-    if (operation)
-        pa_operation_unref(operation);
-}
 
 using Samples = std::chrono::duration<std::int64_t, std::ratio<1, PulseStream::sampleRateHz>>;
 

@@ -47,6 +47,8 @@ public:
     void stop() override;
     std::chrono::milliseconds unplayed() const override;
     std::chrono::milliseconds played() const override;
+    /// With the sound thread's lock held: whether something is heard or waits to be.
+    bool isPlaying() const { return !isSilent(); }
 
 private:
     /// What the sound thread moves from; guarded by its lock. The sound thread only reads the blocks: they are made and

@@ -2,6 +2,7 @@
 #include "Quorvell/sound/SoundServer.h"
 
 #include "Quorvell/sound/PulseLock.h"
+#include "Quorvell/sound/PulseOperation.h"
 #include "Quorvell/sound/ServerWatch.h"
 
 #include <pulse/context.h>
@@ -25,12 +26,6 @@ namespace {
 /// Stands in where there is no loudspeaker, so that programs do not stop; nobody hears it.
 constexpr std::string_view dummyLoudspeaker = "auto_null";
 constexpr std::size_t mostDevices = 256;
-
-void release(pa_operation* operation)
-{
-    if (operation)
-        pa_operation_unref(operation);
-}
 
 /// Where the server's socket appears; empty when the server is on another computer.
 std::string socketFolder(const SoundServer::Options& options)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/tools/ReminderAnswers.h"
 
+#include "Quorvell/reminding/AlarmMark.h"
 #include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "QuorvellCore/reminders/calendar/ReminderWords.h"
 #include "QuorvellCore/reminders/state/ReminderRepeat.h"
@@ -9,6 +10,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace quorvell {
@@ -60,6 +63,22 @@ std::string ReminderAnswers::when(Instant moment) const
     return ReminderWords::spokenWithYear(moment, m_now, m_calendar, m_calendar.locale());
 }
 
+Json ReminderAnswers::ringPart(const Note& note) const
+{
+    const auto mark = AlarmMark::of(note);
+    if (!mark)
+        return Json::object();
+    if (!mark->isTimer())
+        return {{"kind", "alarm"}};
+    Json part{{"kind", "timer"}, {"length_seconds", mark->length.count()}};
+    const Instant end = note.remindAt.value_or(m_now);
+    const auto left = mark->left.value_or(std::chrono::ceil<std::chrono::seconds>(end - m_now));
+    part["remaining_seconds"] = std::max(left, std::chrono::seconds(0)).count();
+    if (mark->isPaused())
+        part["paused"] = true;
+    return part;
+}
+
 ToolResult ReminderAnswers::withRepeat(ToolResult result, const Note& note) const
 {
     if (const auto repeat = repeatOf(note))
@@ -70,9 +89,11 @@ ToolResult ReminderAnswers::withRepeat(ToolResult result, const Note& note) cons
 ToolResult ReminderAnswers::set(const Note& note, bool hasTime) const
 {
     ToolResult result(ToolStatus::set);
-    result.add("id", note.id).add("task", note.title);
+    result.add("id", note.id).add("task", note.title).addAll(ringPart(note));
     if (waitsForReturn(note))
         return result.add("when", onReturn).add("when_back", true);
+    if (!note.remindAt && AlarmMark::of(note))
+        return result; // A timer that is paused has no time.
     const Instant moment = note.remindAt.value_or(m_now);
     result.add("date", date(moment, hasTime)).add("when", when(moment)).add("has_time", hasTime);
     return withRepeat(std::move(result), note);
@@ -81,7 +102,7 @@ ToolResult ReminderAnswers::set(const Note& note, bool hasTime) const
 ToolResult ReminderAnswers::whichOccurrences(const Note& note) const
 {
     ToolResult result(ToolStatus::whichOccurrences);
-    result.add("id", note.id).add("task", note.title);
+    result.add("id", note.id).add("task", note.title).addAll(ringPart(note));
     if (note.remindAt)
         result.add("when", when(*note.remindAt));
     return withRepeat(std::move(result), note)
@@ -138,17 +159,21 @@ ToolResult ReminderAnswers::needsTask(const ReminderRequest& request) const
 Json ReminderAnswers::entry(const Note& note) const
 {
     Json entry = {{"id", note.id}, {"task", note.title}};
-    if (waitsForReturn(note) || !note.remindAt) {
+    entry.update(ringPart(note));
+    if (waitsForReturn(note)) {
         entry["when"] = onReturn;
         entry["when_back"] = true;
-    } else {
+    } else if (note.remindAt) {
         entry["date"] = date(*note.remindAt, true);
         entry["when"] = when(*note.remindAt);
     }
     if (ReminderState::isDue(note, m_now))
         entry["overdue"] = true;
-    if (const auto repeat = repeatOf(note))
+    if (const auto repeat = repeatOf(note)) {
         entry["repeat_words"] = repeat->spoken(m_calendar.locale());
+        if (AlarmMark::of(note)) // Which days it rings on is asked more often than of a reminder.
+            entry["repeat"] = repeat->stored();
+    }
     if (isUntrusted(note.origin))
         entry["untrusted"] = true;
     return entry;
@@ -174,16 +199,17 @@ ToolResult ReminderAnswers::whichReminder(const std::vector<Note>& candidates) c
 
 ToolResult ReminderAnswers::deferred(const Note& note) const
 {
-    const Instant moment = note.remindAt.value_or(m_now);
+    const auto mark = AlarmMark::of(note);
+    const Instant moment = mark && mark->snoozedUntil ? *mark->snoozedUntil : note.remindAt.value_or(m_now);
     ToolResult result(ToolStatus::deferred);
-    result.add("id", note.id).add("task", note.title).add("date", date(moment, true)).add("when", when(moment));
+    result.add("id", note.id).add("task", note.title).addAll(ringPart(note)).add("date", date(moment, true)).add("when", when(moment));
     return withRepeat(std::move(result), note);
 }
 
 ToolResult ReminderAnswers::done(const Note& note) const
 {
     ToolResult result(ToolStatus::done);
-    result.add("id", note.id).add("task", note.title);
+    result.add("id", note.id).add("task", note.title).addAll(ringPart(note));
     if (ReminderState::isPending(note) && note.remindAt)
         result.add("next", when(*note.remindAt));
     return result;

@@ -41,6 +41,8 @@ public:
     Json entry(const Note& note) const;
 
 private:
+    /// Of what rings: "kind", and of a timer what is left of it, in seconds.
+    Json ringPart(const Note& note) const;
     ToolResult withRepeat(ToolResult result, const Note& note) const;
 
     Instant m_now;

@@ -6,12 +6,16 @@
 #include "QuorvellCore/reminders/calendar/Calendar.h"
 #include "QuorvellCore/reminders/request/ReminderRequest.h"
 
+#include <chrono>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quorvell {
 
 struct ReminderArguments {
+    enum class Kind { reminder, alarm, timer, all };
+
     static constexpr std::size_t longestTask = 500; ///< User-perceived characters.
 
     std::string text; ///< The user's own words.
@@ -28,10 +32,22 @@ struct ReminderArguments {
     std::optional<bool> ofSeries; ///< Of a cancelled one that repeats: all of it, or the next time only.
     std::string later; ///< Until when, in words.
     std::string id;
+    Kind kind = Kind::reminder;
+    bool isAlarm = false; ///< Of one that is to be set.
+    std::optional<std::chrono::seconds> timer; ///< Of one that is to be set.
+    bool pauses = false;
+    bool resumes = false;
+    bool stops = false;
+    std::optional<std::chrono::seconds> added; ///< To a timer; below 0 it becomes shorter.
+    std::optional<std::chrono::minutes> snooze;
+    std::vector<std::string> ids; ///< Of several that are cancelled at once.
+    std::string undo; ///< A token of the UndoBook.
     std::string problem; ///< When it cannot be carried out as it is asked for: a sentence for the model.
 
     static ReminderArguments read(const LiveFunctionCall& call, const Calendar& calendar);
 
+    /// Whether it is about what rings, and about nothing else.
+    bool isOfAlarms() const;
     std::string words() const { return task.empty() ? text : task; }
     bool changesNothing() const;
 

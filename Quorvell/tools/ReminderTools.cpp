@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/tools/ReminderTools.h"
 
+#include "Quorvell/reminding/AlarmRinging.h"
 #include "Quorvell/reminding/ReminderSchedule.h"
+#include "Quorvell/tools/ReminderAlarms.h"
 #include "Quorvell/tools/ReminderAnswers.h"
 #include "Quorvell/tools/ReminderArguments.h"
 #include "Quorvell/tools/ReminderChanges.h"
 #include "Quorvell/tools/ReminderNote.h"
+#include "Quorvell/tools/ReminderWriter.h"
 #include "QuorvellCore/reminders/request/ReminderRequest.h"
 #include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "QuorvellCore/reminders/state/ReminderState.h"
@@ -24,20 +27,25 @@ namespace {
 /// Carries out one call of the tool.
 class ReminderTool {
 public:
-    ReminderTool(Notebook& notebook, const ReminderToolContext& context, const LiveFunctionCall& call, ToolReply reply)
+    ReminderTool(FullNotebook& notebook, const ReminderToolContext& context, const LiveFunctionCall& call, ToolReply reply)
         : m_notebook(notebook)
         , m_context(context)
         , m_arguments(ReminderArguments::read(call, context.calendar))
         , m_now(context.now())
         , m_answers(m_now, context.calendar)
+        , m_writer(notebook, context.undo)
         , m_reply(std::move(reply))
     {
     }
 
     void run()
     {
+        if (!m_arguments.undo.empty() && m_context.undo)
+            return m_context.undo->takeBack(m_arguments.undo, std::move(m_reply));
         if (!m_arguments.problem.empty())
             return m_reply.fail(m_arguments.problem);
+        if (m_arguments.isOfAlarms() || isOfAlarmByID())
+            return ReminderAlarms(m_notebook, m_context, m_arguments, m_now, std::move(m_reply)).run();
         if (m_arguments.lists)
             return m_reply.answer(m_answers.list(pending()));
         if (m_arguments.isDone)
@@ -56,13 +64,40 @@ public:
 private:
     using Answer = std::function<ToolResult(const Note&, const ReminderAnswers&)>;
 
-    std::vector<Note> pending() const { return pendingReminders(m_notebook.notes(), ReminderAudience::model); }
+    /// Reminders proper; with `kind` "all", what rings too.
+    std::vector<Note> pending() const
+    {
+        auto notes = pendingReminders(m_notebook.notes(), ReminderAudience::model);
+        if (m_arguments.kind == ReminderArguments::Kind::all) {
+            for (const Note& note : ReminderAlarms::set(m_notebook.notes(), m_arguments.kind, m_now))
+                if (!note.remindAt) // Paused.
+                    notes.push_back(note);
+        } else {
+            std::erase_if(notes, AlarmRinging::isAlarm);
+        }
+        return notes;
+    }
+
+    /// An id says by itself what it is of.
+    bool isOfAlarmByID() const
+    {
+        const auto note = m_arguments.id.empty() ? std::nullopt : m_notebook.note(m_arguments.id);
+        return note && AlarmRinging::isAlarm(*note);
+    }
 
     void withMeant(const std::function<void(const Note&)>& carryOut)
     {
         const std::string& id = m_arguments.id;
         const std::string words = m_arguments.words();
-        const auto meant = meantReminders(pending(), id, words, m_now);
+        auto meant = meantReminders(pending(), id, words, m_now);
+        if (meant.empty()) // Nothing else has these words, or is due: what rings may be meant.
+            meant = meantReminders(
+                ReminderAlarms::set(m_notebook.notes(), ReminderArguments::Kind::all, m_now), id, words, m_now);
+        if (meant.size() == 1 && AlarmRinging::isAlarm(meant.front())) {
+            m_arguments.kind = ReminderArguments::Kind::all;
+            m_arguments.id = meant.front().id;
+            return ReminderAlarms(m_notebook, m_context, m_arguments, m_now, std::move(m_reply)).run();
+        }
         if (meant.size() == 1)
             return carryOut(meant.front());
         if (meant.size() > 1)
@@ -203,41 +238,31 @@ private:
     {
         if (characterCount(note.title) > ReminderArguments::longestTask)
             return m_reply.fail("Nothing was set: the task is too long. Say it in one sentence.");
-        const ToolResult result = m_answers.set(note, hasTime);
-        const auto answer = std::make_shared<ToolReply>(std::move(m_reply));
-        m_notebook.add(std::move(note), [answer, result](const NotebookVerdict& verdict) {
-            if (verdict.isStored)
-                answer->answer(result);
-            else
-                answer->fail(verdict.problem);
-        });
+        ToolResult result = m_answers.set(note, hasTime);
+        m_writer.add(std::move(note), std::move(result), std::move(m_reply));
     }
 
     void update(const Note& note, std::function<void(Note&)> change, Answer toAnswer)
     {
-        const auto reply = std::make_shared<ToolReply>(std::move(m_reply));
-        const auto stored = [&notebook = m_notebook, id = note.id, answers = m_answers, reply,
-                                toAnswer = std::move(toAnswer)](const NotebookVerdict& verdict) {
-            const auto now = notebook.note(id);
-            if (!verdict.isStored || !now)
-                reply->fail(verdict.isStored ? "The reminder is gone. Call set_reminder with list." : verdict.problem);
-            else
-                reply->answer(toAnswer(*now, answers));
-        };
-        m_notebook.update(note.id, std::move(change), stored);
+        m_writer.change(
+            {note}, std::move(change),
+            [answers = m_answers, toAnswer = std::move(toAnswer)](
+                const std::vector<Note>& stored) { return toAnswer(stored.front(), answers); },
+            std::move(m_reply));
     }
 
-    Notebook& m_notebook;
+    FullNotebook& m_notebook;
     const ReminderToolContext& m_context;
     ReminderArguments m_arguments;
     Instant m_now;
     ReminderAnswers m_answers;
+    ReminderWriter m_writer;
     ToolReply m_reply;
 };
 
 } // namespace
 
-void registerReminderTools(ToolRegistry& registry, Notebook& notebook, ReminderToolContext context)
+void registerReminderTools(ToolRegistry& registry, FullNotebook& notebook, ReminderToolContext context)
 {
     const auto shared = std::make_shared<const ReminderToolContext>(std::move(context));
     registry.add("set_reminder", [&notebook, shared](const LiveFunctionCall& call, ToolReply reply) {

@@ -2,7 +2,7 @@
 // The model's hand on reminders: set_reminder.
 #pragma once
 
-#include "Quorvell/notebook/Notebook.h"
+#include "Quorvell/notebook/FullNotebook.h"
 #include "Quorvell/session/tools/ToolRegistry.h"
 #include "Quorvell/tools/UndoBook.h"
 #include "QuorvellCore/reminders/calendar/Calendar.h"
@@ -39,6 +39,16 @@ struct ReminderToolContext {
 /// {"status": "deferred", "id", "task", "date", "when", "repeat"?, "repeat_words"?}, or which_time or needs_time as
 /// above. Which reminder is meant says id, or task in words, or nothing where only one is due; when several fit,
 /// {"status": "which_reminder", "reminders", "message"}.
-void registerReminderTools(ToolRegistry& registry, Notebook& notebook, ReminderToolContext context);
+///
+/// What rings is a reminder, too. With alarm, and with timer_seconds and task as its name, one is set; the answer has
+/// "kind": "alarm" or "timer", of a timer "length_seconds", "remaining_seconds" and, while it is paused, "paused", and
+/// of an alarm whose hour could have been another one "other": {"date", "when"}; one that is there already is answered
+/// with "already". An alarm needs no task, and always an hour. `kind` says which sort list, cancel, done and later look
+/// at; an id says it by itself. pause, resume and add_seconds answer "set", stop "done", and snooze_minutes
+/// "deferred"; stop and snooze_minutes are of all that rings. Several that are cancelled by ids are answered with
+/// "count" and "tasks".
+///
+/// Whatever was changed is answered with "undo", a token; called with it alone, {"status": "undone", "what"}.
+void registerReminderTools(ToolRegistry& registry, FullNotebook& notebook, ReminderToolContext context);
 
 } // namespace quorvell

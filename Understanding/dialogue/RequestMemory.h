@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Understanding/dialogue/AsideQuestion.h"
+#include "Understanding/dialogue/AlarmTalk.h"
 #include "Understanding/dialogue/DoneAct.h"
 #include "Understanding/dialogue/FoundThing.h"
 #include "Understanding/dialogue/ListTalk.h"
@@ -39,6 +40,7 @@ struct RequestMemory {
     SearchPurpose purpose = SearchPurpose::tell;
     FoundThing reminder{}; ///< The one last talked about; without an id there is none.
     FoundThing event{}; ///< The same of events.
+    AlarmTalk alarms{};
     CalendarQuestion asked = CalendarQuestion::none;
     int freeMinutes = 0; ///< How long the free time was to be that was last asked for.
     Wish wish{};

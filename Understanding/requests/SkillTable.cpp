@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/requests/SkillTable.h"
 
+#include "Understanding/skills/alarms/AlarmSkill.h"
 #include "Understanding/skills/calendar/AgendaSkill.h"
 #include "Understanding/skills/facts/FactSkill.h"
 #include "Understanding/skills/help_mode/HelpModeSkill.h"
@@ -20,6 +21,7 @@ namespace {
 
 constexpr const Skill* table[] = {
     &ReminderSkill::row,
+    &AlarmSkill::row,
     &FactSkill::row,
     &AgendaSkill::row,
     &NoteSkill::row,

@@ -13,6 +13,7 @@
 #include "Quorvell/app/program/Interrupts.h"
 #include "Quorvell/app/program/ProgramLoop.h"
 #include "Quorvell/app/terminal/PipedLines.h"
+#include "Quorvell/app/terminal/ShownOutput.h"
 #include "Quorvell/app/terminal/StatusLine.h"
 #include "Quorvell/app/terminal/TerminalColumns.h"
 #include "Quorvell/app/terminal/TerminalLines.h"
@@ -106,8 +107,13 @@ Assistant::Wishes wishesFor(const ConversationOptions& options, bool isPerson, C
     wishes.medium = isAloud ? LiveMedium::voice : LiveMedium::text;
     wishes.replies = isAloud ? SessionSettings::Replies::spoken : SessionSettings::Replies::shown;
     wishes.listening = SessionSettings::Listening::none;
-    if (isPerson)
-        wishes.greeting = SessionSettings::Greeting::spoken;
+    if (!isPerson)
+        return wishes;
+    wishes.greeting = SessionSettings::Greeting::spoken;
+    wishes.bell = [] {
+        ShownOutput::control(std::cout, "\a");
+        std::cout.flush();
+    };
     return wishes;
 }
 

@@ -4,6 +4,7 @@
 #include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/Interrupts.h"
 #include "Quorvell/app/program/ProgramLoop.h"
+#include "Quorvell/app/terminal/ShownOutput.h"
 #include "Quorvell/assistant/ReminderService.h"
 #include "Quorvell/handover/NotebookAccess.h"
 #include "Quorvell/notebook/FreshNoteID.h"
@@ -58,7 +59,8 @@ public:
             return opened.problem;
         m_notebook = std::move(opened.notebook);
         m_service = std::make_unique<ReminderService>(m_environment, *m_notebook, m_scheduler, m_log,
-            ReminderService::Voices{whoeverListens(), [this] { tellOfMissingDesktop(); }, [] { endWithDesktop(); }});
+            ReminderService::Voices{whoeverListens(), [this] { tellOfMissingDesktop(); },
+                [] { endWithDesktop(); }, [this] { ringBell(); }});
         m_log.record("agent_started", {{"owner", m_notebook->isOwner()}});
         return "";
     }
@@ -95,6 +97,15 @@ private:
     EventLogFile m_log;
     std::unique_ptr<FullNotebook> m_notebook;
     std::unique_ptr<ReminderService> m_service;
+    /// Nothing plays the alarm: the notice and the terminal are all there is.
+    void ringBell() const
+    {
+        if (!m_environment.isOutputTerminal)
+            return;
+        ShownOutput::control(std::cout, "\a");
+        std::cout << "An alarm rings, but nothing here can play it." << std::endl;
+    }
+
     bool m_hasTold = false;
 };
 

@@ -15,6 +15,7 @@
 #include "Quorvell/app/terminal/TerminalColumns.h"
 #include "Quorvell/assistant/Assistant.h"
 #include "Quorvell/assistant/DesktopSound.h"
+#include "Quorvell/assistant/RingingSound.h"
 #include "Quorvell/speech/DeviceEar.h"
 #include "Quorvell/speech/DeviceVoice.h"
 #include "QuorvellCore/text/PrintableText.h"
@@ -100,7 +101,7 @@ private:
         wishes.listening = m_listening;
         wishes.greeting = SessionSettings::Greeting::spoken;
         Assistant::Made made = Assistant::create(m_environment, m_settings, m_loop.scheduler(), wishes,
-            {m_sound.player(), &m_sound.capture(), &m_ear, &m_voice}, *m_observers);
+            {m_sound.player(), &m_sound.capture(), &m_ear, &m_voice, &m_alarm}, *m_observers);
         if (!made.assistant)
             return fail(made.problem);
         m_assistant = std::move(made.assistant);
@@ -174,6 +175,7 @@ private:
     SessionSettings::Listening m_listening;
     StatusLine m_line{std::cout, m_environment.colour()};
     DesktopSound m_sound;
+    RingingSound m_alarm{m_sound, m_loop.scheduler()};
     DeviceVoice m_voice;
     DeviceEar m_ear;
     LiveTalk m_talk;

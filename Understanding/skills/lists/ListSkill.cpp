@@ -4,6 +4,7 @@
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/ToolCalls.h"
 #include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/skills/lists/ListCalls.h"
 #include "Understanding/skills/lists/ListFollowUp.h"
 #include "Understanding/skills/lists/ListIntent.h"
 #include "Understanding/skills/lists/ListReader.h"

@@ -14,8 +14,8 @@ constexpr CueWords table[] = {
     {Cues::remind, head,
         "remind|remind me|remind us|nudge me|nag me|pester me|bug me|chase me|hassle me|ping me|alert me|prompt "
         "me|notify me|buzz me|poke me|shout at me|"
-        "give me a nudge|give me a shout|give me a ping|give me a poke|give me a buzz|jog my memory|set an alarm|"
-        "set me an alarm|set a timer|make sure i|make sure that i|make sure we|see to it that i|see that i|"
+        "give me a nudge|give me a shout|give me a ping|give me a poke|give me a buzz|jog my memory|"
+        "make sure i|make sure that i|make sure we|see to it that i|see that i|"
         "get me to|be reminded|give me a heads up|drop me a hint|let me know when i should"},
     {Cues::remind, start, "reminder to|reminder for|reminder about|a reminder to|a reminder for|new reminder|reminder"},
     {Cues::remind, head,
@@ -53,11 +53,11 @@ constexpr CueWords table[] = {
         "no more|no further|enough of|that is enough of|i am over with|"
         "never mind about|never mind the"},
     {Cues::done, head, "cross|tick|consider|mark|mark off|finish|strike off|i have done|i am through with"},
-    {Cues::reminder, anywhere, "reminder|alarm"},
+    {Cues::reminder, anywhere, "reminder"},
     {Cues::reminders, anywhere,
         "reminders|jobs|errands|to-do|to-do list|to-dos|to do|to dos|todos|todo|to do list|todo list|task "
         "list|tasks|list of things "
-        "to do|chores|alarms"},
+        "to do|chores"},
     {Cues::pending, anywhere,
         "was i meant to remember|was i meant to do|meant to remember|meant to do|was i supposed to do|was i supposed "
         "to remember|"

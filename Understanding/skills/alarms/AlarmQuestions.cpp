@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/alarms/AlarmQuestions.h"
+
+#include "QuorvellCore/text/Json.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/dialogue/Pointing.h"
+#include "Understanding/dialogue/SeriesWords.h"
+#include "Understanding/skills/alarms/AlarmCalls.h"
+#include "Understanding/skills/alarms/TimerLength.h"
+#include "Understanding/time/SpokenPhrase.h"
+#include "Understanding/time/TimeChoicePicker.h"
+
+#include <nlohmann/json.hpp>
+
+#include <optional>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using AlarmStep = std::optional<RuleStep>;
+
+/// A bare hour is one here.
+std::string answerAsTime(const std::string& core)
+{
+    static const Pattern filler("^(?:(?:for|at|to|make it|let['’]?s say|say|set it (?:for|to)|i want it (?:at|for))\\s+)+",
+        Pattern::caseless);
+    static const Pattern hour(
+        "^(?:\\d{1,2}(?:[:.]\\d{2})?|one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve)$", Pattern::caseless);
+    const std::string time = filler.replaceAll(core, "");
+    return hour.find(time) ? "at " + time : time;
+}
+
+AlarmStep takeAlarmTime(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    const std::string answer = answerAsTime(core);
+    if (!SpokenPhrase::read(answer, around))
+        return std::nullopt;
+    const auto call = AlarmCalls{around}.setAlarm(asked.settled.completing(answer, around), asked.task);
+    return RuleStep{call, std::move(memory)};
+}
+
+AlarmStep takeAlarmChoice(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    const auto date = TimeChoicePicker::pick(SpokenPhrase::withDigits(core), asked.choices);
+    if (!date)
+        return std::nullopt;
+    const auto call = AlarmCalls{around}.setAlarmAt(asked.task, *date, asked.repeat);
+    return RuleStep{call, std::move(memory)};
+}
+
+AlarmStep takeLength(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    static const Pattern bare("^(?:for )?(\\d{1,3})$", Pattern::caseless);
+    const auto minutes = bare.find(SpokenPhrase::withDigits(core));
+    const auto length = TimerLength::read(minutes ? minutes->texts[0] + " minutes" : core);
+    if (!length)
+        return std::nullopt;
+    return RuleStep{AlarmCalls{around}.setTimer(length->length, asked.task), std::move(memory)};
+}
+
+AlarmStep takeOne(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    const auto thing = Pointing::at(memory.found, core, around);
+    if (!thing)
+        return std::nullopt;
+    return RuleStep{ToolCalls::chosen(asked.tool, asked.arguments, thing->id), std::move(memory)};
+}
+
+AlarmStep takeScope(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings&)
+{
+    const Wish::Scope scope = SeriesWords::answer(core);
+    if (scope == Wish::Scope::open)
+        return std::nullopt;
+    Json arguments = parseJson(asked.arguments).value_or(Json::object());
+    arguments["series"] = scope == Wish::Scope::all;
+    return RuleStep{ToolRequest{asked.tool, dumpJson(arguments)}, std::move(memory)};
+}
+
+AlarmStep takeNewTime(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    const std::string answer = answerAsTime(core);
+    if (!SpokenPhrase::read(answer, around))
+        return std::nullopt;
+    return RuleStep{ToolCalls::again(asked.tool, asked.arguments, "later", SpokenPhrase::withDigits(answer)), std::move(memory)};
+}
+
+} // namespace
+
+const QuestionKind AlarmQuestions::whichTime{takeAlarmChoice};
+const QuestionKind AlarmQuestions::when{takeAlarmTime};
+const QuestionKind AlarmQuestions::length{takeLength};
+const QuestionKind AlarmQuestions::whichOne{takeOne};
+const QuestionKind AlarmQuestions::occurrences{takeScope};
+const QuestionKind AlarmQuestions::newTime{takeNewTime};
+
+} // namespace quorvell

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/alarms/AlarmReply.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "Understanding/dialogue/RequestMemory.h"
+#include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/skills/alarms/TimerLength.h"
+#include "Understanding/time/SpokenWhen.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <optional>
+
+namespace quorvell {
+
+namespace {
+
+Json argumentsOf(const ToolRequest& call)
+{
+    return parseJson(call.arguments).value_or(Json::object());
+}
+
+std::string whenOf(const ToolResult& result, const AlarmItem& item, const LocalTime& around)
+{
+    const std::string when = item.when(around);
+    return when.empty() ? SpokenWhen::on(result.string("when").value_or("")) : when;
+}
+
+/// "Say "evening" if you mean 7 PM."
+std::string otherHour(const Json& result)
+{
+    const Json* other = memberOf(result, "other");
+    const auto date = other ? ToolResults::dateIn(*other, "date") : std::nullopt;
+    if (!date || date->allDay)
+        return {};
+    const char* word = date->hour < 12 ? "morning" : date->hour < 17 ? "afternoon" : "evening";
+    return std::string(" Say \"") + word + "\" if you mean " + SpokenWhen::clock(*date) + ".";
+}
+
+std::string ofTimer(const Json& arguments, const AlarmItem& item, const LocalTime& around)
+{
+    const std::string name = withUpperCaseFirst(item.named(around));
+    const std::string left = TimerLength::spoken(item.left);
+    if (memberOf(arguments, "timer_seconds"))
+        return name + " is set for " + left + ".";
+    if (item.isPaused)
+        return name + " is paused, with " + left + " left.";
+    return memberOf(arguments, "resume") ? name + " goes on: " + left + " left." : name + " now has " + left + " left.";
+}
+
+bool isCancelled(const Json& arguments)
+{
+    return memberOf(arguments, "cancel") != nullptr;
+}
+
+std::string countOf(const ToolResult& result)
+{
+    const auto count = readInteger(result.json(), "count");
+    return count ? std::to_string(*count) : "";
+}
+
+} // namespace
+
+std::string AlarmReply::changed(const ToolRequest& call, const ToolResult& result, const LocalTime& around)
+{
+    const Json arguments = argumentsOf(call);
+    const AlarmItem item = AlarmItem::of(result.json());
+    if (result.status() == ToolStatus::deferred)
+        return "All right. It rings again at "
+            + (item.thing.start ? SpokenWhen::clock(*item.thing.start) : result.string("when").value_or("")) + ".";
+    if (item.isTimer)
+        return ofTimer(arguments, item, around);
+    const std::string when = whenOf(result, item, around);
+    const bool isNamed = !item.thing.title.empty() && item.thing.title != "Alarm";
+    const std::string name = isNamed ? "The alarm \"" + item.thing.title + "\"" : "Your alarm";
+    if (readBool(result.json(), "already").value_or(false))
+        return name + " for " + when + " is set already.";
+    return name + (memberOf(arguments, "id") ? " is now set for " : " is set for ") + when + "." + otherHour(result.json());
+}
+
+std::string AlarmReply::ended(const ToolRequest& call, const ToolResult& result, const LocalTime& around)
+{
+    const Json arguments = argumentsOf(call);
+    const AlarmItem item = AlarmItem::of(result.json());
+    const std::string next = SpokenWhen::on(result.string("next").value_or(""));
+    const std::string again = next.empty() ? "" : " It rings again " + next + ".";
+    if (const std::string count = countOf(result); !count.empty())
+        return count + (item.isTimer ? " timers" : " alarms") + (isCancelled(arguments) ? " are cancelled." : " are stopped.");
+    const std::string name = withUpperCaseFirst(item.named(around));
+    if (!isCancelled(arguments))
+        return "Stopped." + again;
+    return name + (next.empty() ? " is cancelled." : " does not ring this time.") + again;
+}
+
+std::string AlarmReply::asked(const ToolResult& result, const LocalTime& around)
+{
+    const Json& json = result.json();
+    const AlarmItem item = AlarmItem::of(json);
+    if (result.status() == ToolStatus::whichReminder) {
+        const std::vector<AlarmItem> items = AlarmItem::listed(json);
+        const bool areTimers = std::ranges::all_of(items, &AlarmItem::isTimer);
+        return (areTimers ? "Which timer do you mean: " : "Which one do you mean: ") + joined(items, around) + "?";
+    }
+    if (result.status() == ToolStatus::whichOccurrences)
+        return withUpperCaseFirst(item.named(around)) + " rings " + (item.often.empty() ? "again and again" : item.often)
+            + ". Only the next one, or all of them?";
+    if (readBool(json, "past").value_or(false))
+        return "That time is already past. For what time should the alarm be?";
+    const std::string unclear = result.string("unclear").value_or("");
+    const std::string doubt = unclear.empty() ? "" : "I am not sure what you mean by \"" + unclear + "\". ";
+    const Json* understood = memberOf(json, "understood");
+    const auto day = DateParts::parse(understood ? readString(*understood, "day").value_or("") : "");
+    return doubt + (day ? "At what time should it ring on " + SpokenWhen::date(*day) + "?" : "For what time should I set the alarm?");
+}
+
+std::string AlarmReply::joined(const std::vector<AlarmItem>& items, const LocalTime& around)
+{
+    std::string text;
+    const std::size_t named = std::min(items.size(), RequestMemory::mostTold);
+    for (std::size_t index = 0; index < named; ++index)
+        text += (index == 0 ? "" : "; ") + items[index].described(around);
+    return text + (named < items.size() ? "; and " + std::to_string(items.size() - named) + " more" : "");
+}
+
+std::string AlarmReply::list(const std::vector<AlarmItem>& items, const AlarmsMeant& meant, const std::string& which,
+    bool isOfTimers, const LocalTime& around)
+{
+    const std::string noun = isOfTimers ? "timer" : "alarm";
+    if (isOfTimers && !meant.items.empty())
+        return left(meant.items, around);
+    if (items.empty())
+        return isOfTimers ? "No timer is running." : "You have no alarm set.";
+    const auto counted = [&](std::size_t count) {
+        return count == 1 ? "one " + noun : std::to_string(count) + " " + noun + "s";
+    };
+    const std::string all = "You have " + counted(items.size()) + ": " + joined(items, around) + ".";
+    if (!meant.isNarrowed)
+        return all;
+    if (meant.items.empty())
+        return "I find no such " + noun + (which.empty() ? "" : " (" + which + ")") + ". " + all;
+    return "You have " + counted(meant.items.size()) + " like that: " + joined(meant.items, around) + ".";
+}
+
+std::string AlarmReply::left(const std::vector<AlarmItem>& items, const LocalTime& around)
+{
+    std::string text;
+    for (const AlarmItem& item : items) {
+        if (!item.isTimer)
+            continue;
+        const std::string name = withUpperCaseFirst(item.named(around));
+        const bool isOver = item.left.count() == 0;
+        text += (text.empty() ? "" : " ") + name
+            + (isOver ? " is over." : (item.isPaused ? " is paused, with " : " has ") + TimerLength::spoken(item.left) + " left.");
+    }
+    return text.empty() ? "No timer is running." : text;
+}
+
+std::string AlarmReply::whatWasDone(const ToolRequest& call, const ToolResult& result)
+{
+    const Json arguments = argumentsOf(call);
+    const AlarmItem item = AlarmItem::of(result.json());
+    const std::string when = SpokenWhen::on(result.string("when").value_or(""));
+    const std::string title = result.string("task").value_or("");
+    const bool isNamed = !title.empty() && title != "Alarm" && title != "Timer";
+    const std::string name = std::string(item.isTimer ? "timer" : "alarm") + (isNamed ? " \"" + title + "\"" : "");
+    const std::string count = countOf(result);
+    if (readBool(result.json(), "already").value_or(false))
+        return {};
+    if (result.status() == ToolStatus::done && !count.empty())
+        return "cancelled " + count + " alarms or timers";
+    if (result.status() == ToolStatus::done)
+        return (isCancelled(arguments) ? "cancelled the " : "stopped the ") + name;
+    if (result.status() == ToolStatus::deferred)
+        return "had the " + name + " ring again later";
+    if (result.status() != ToolStatus::set)
+        return {};
+    if (memberOf(arguments, "timer_seconds"))
+        return "set a " + name + " for " + TimerLength::spoken(item.left);
+    if (item.isTimer)
+        return (item.isPaused            ? "paused the "
+                   : memberOf(arguments, "resume") ? "let go on the "
+                                                   : "changed the ")
+            + name;
+    return (memberOf(arguments, "id") ? "moved the " : "set an ") + name + (when.empty() ? "" : ", " + when);
+}
+
+} // namespace quorvell

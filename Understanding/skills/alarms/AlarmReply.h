@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// What is said about alarms and timers.
+#pragma once
+
+#include "QuorvellCore/live/tools/ToolResult.h"
+#include "Understanding/dialogue/ToolRequest.h"
+#include "Understanding/skills/alarms/AlarmItem.h"
+#include "Understanding/time/LocalTime.h"
+
+#include <string>
+#include <vector>
+
+namespace quorvell {
+
+struct AlarmReply {
+    /// Of what was set or changed.
+    static std::string changed(const ToolRequest& call, const ToolResult& result, const LocalTime& around);
+    /// Of what ended or was silenced.
+    static std::string ended(const ToolRequest& call, const ToolResult& result, const LocalTime& around);
+    static std::string asked(const ToolResult& result, const LocalTime& around);
+    /// "You have 2 alarms: 7 AM tomorrow; Gym, 6:45 AM every weekday."
+    static std::string list(const std::vector<AlarmItem>& items, const AlarmsMeant& meant, const std::string& which,
+        bool isOfTimers, const LocalTime& around);
+    /// "The pasta timer has 4 minutes and 10 seconds left."
+    static std::string left(const std::vector<AlarmItem>& items, const LocalTime& around);
+    static std::string joined(const std::vector<AlarmItem>& items, const LocalTime& around);
+    /// Behind "I".
+    static std::string whatWasDone(const ToolRequest& call, const ToolResult& result);
+};
+
+} // namespace quorvell

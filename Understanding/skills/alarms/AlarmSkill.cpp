@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/alarms/AlarmSkill.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/alarms/AlarmCalls.h"
+#include "Understanding/skills/alarms/AlarmQuestions.h"
+#include "Understanding/skills/alarms/AlarmReply.h"
+#include "Understanding/skills/alarms/AlarmResults.h"
+#include "Understanding/skills/alarms/AlarmWish.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Kind = AlarmWish::Kind;
+using Purpose = AlarmTalk::Purpose;
+
+constexpr std::string_view tools[] = {AlarmCalls::tool};
+constexpr std::chrono::minutes usualSnooze{10};
+
+/// The list is asked for, and what is to be done with it kept in mind.
+RuleStep withList(const AlarmWish& wish, Purpose purpose, RequestMemory memory, const RuleSurroundings& around)
+{
+    memory.alarms = {.purpose = purpose, .which = wish.which, .when = wish.when, .isTimer = wish.isOfTimers};
+    const auto call = AlarmCalls{around}.list(AlarmCalls::kindOf(wish.isOfTimers));
+    return {call, std::move(memory)};
+}
+
+RuleStep setOne(const AlarmWish& wish, RequestMemory memory, const RuleSurroundings& around)
+{
+    const AlarmCalls calls{around};
+    if (!wish.isOfTimers)
+        return {calls.setAlarm(wish.text, wish.name), std::move(memory)};
+    if (wish.length.count() > 0)
+        return {calls.setTimer(wish.length, wish.name), std::move(memory)};
+    return RuleStep::asking(
+        {.kind = &AlarmQuestions::length, .question = "For how long?", .task = wish.name}, std::move(memory));
+}
+
+RuleStep otherHalf(const AlarmWish& wish, RequestMemory memory, const RuleSurroundings& around)
+{
+    static const Pattern morning("morning|\\bam\\b|a\\.m", Pattern::caseless);
+    const AlarmTalk& talk = memory.alarms;
+    if (memory.topic != AlarmCalls::skill || talk.id.empty() || !talk.other)
+        return {"I do not know what that is for. Please say it in one sentence.", std::move(memory), true};
+    const bool isOther = morning.find(wish.which).has_value() == (talk.other->hour < 12);
+    if (!isOther)
+        return {"It is set so already.", std::move(memory)};
+    const auto call = AlarmCalls{around}.moveThis(talk.id, talk.other->text());
+    return {call, std::move(memory)};
+}
+
+RuleStep carryOut(const AlarmWish& wish, RequestMemory memory, const RuleSurroundings& around)
+{
+    const AlarmCalls calls{around};
+    switch (wish.kind) {
+    case Kind::set:
+        return setOne(wish, std::move(memory), around);
+    case Kind::list:
+        return withList(wish, Purpose::tell, std::move(memory), around);
+    case Kind::left:
+        return withList(wish, Purpose::tellLeft, std::move(memory), around);
+    case Kind::cancelAll:
+        return withList(wish, Purpose::cancelAll, std::move(memory), around);
+    case Kind::cancel:
+        if (wish.which.empty())
+            return {calls.cancel(AlarmCalls::kindOf(wish.isOfTimers)), std::move(memory)};
+        return withList(wish, Purpose::cancel, std::move(memory), around);
+    case Kind::stop:
+        return {calls.stop(), std::move(memory)};
+    case Kind::snooze: {
+        const auto length = wish.length.count() > 0 ? std::chrono::ceil<std::chrono::minutes>(wish.length) : usualSnooze;
+        return {calls.snooze(length), std::move(memory)};
+    }
+    case Kind::pause:
+        return {calls.withTimer("pause", wish.which), std::move(memory)};
+    case Kind::resume:
+        return {calls.withTimer("resume", wish.which), std::move(memory)};
+    case Kind::add:
+        return {calls.add(wish.length, wish.which, wish.isOfAny), std::move(memory)};
+    case Kind::move:
+        return withList(wish, Purpose::move, std::move(memory), around);
+    case Kind::otherHalf:
+        break;
+    }
+    return otherHalf(wish, std::move(memory), around);
+}
+
+Request requestOf(AlarmWish wish)
+{
+    Request request;
+    const bool changesOne = wish.kind == Kind::cancel || wish.kind == Kind::cancelAll || wish.kind == Kind::move;
+    // What changes one that is there is looked up first: that it leads to a change has to be seen from outside.
+    const Wish change{.kind = wish.kind == Kind::move ? Wish::Kind::move : Wish::Kind::cancel,
+        .title = "alarm",
+        .when = wish.when};
+    if (changesOne)
+        request.wish = change;
+    request.answer = [wish = std::move(wish), changesOne, change](RequestMemory memory, const RuleSurroundings& around) {
+        if (changesOne)
+            memory.wish = change;
+        return carryOut(wish, std::move(memory), around);
+    };
+    return request;
+}
+
+std::optional<Request> readPlain(const std::string& core, const RuleSurroundings&)
+{
+    auto wish = AlarmWish::read(core);
+    return wish ? std::optional(requestOf(*std::move(wish))) : std::nullopt;
+}
+
+std::string questionBefore(const ToolRequest& call)
+{
+    const Json arguments = parseJson(call.arguments).value_or(Json::object());
+    if (memberOf(arguments, "list"))
+        return "";
+    if (memberOf(arguments, "alarm"))
+        return "Should I set an alarm for that?";
+    if (memberOf(arguments, "timer_seconds"))
+        return "Should I set a timer?";
+    if (memberOf(arguments, "cancel"))
+        return "Should I cancel that?";
+    return "Should I change that?";
+}
+
+/// "Cancel that."
+Skill::Step undo(RequestMemory memory, const RuleSurroundings& around)
+{
+    if (memory.alarms.id.empty())
+        return std::nullopt;
+    const auto call = AlarmCalls{around}.cancelThis(memory.alarms.id, memory.alarms.isTimer);
+    return RuleStep{call, std::move(memory)};
+}
+
+/// "And another one at 7:30."
+Skill::Step addAnother(const std::string& words, RequestMemory memory, const RuleSurroundings& around)
+{
+    auto wish = AlarmWish::read(words);
+    if (!wish)
+        wish = AlarmWish::read((memory.alarms.isTimer ? "timer " : "alarm ") + words);
+    return wish && wish->kind == Kind::set ? Skill::Step(setOne(*wish, std::move(memory), around)) : std::nullopt;
+}
+
+/// "No, 8", "friday".
+Skill::Step retime(const Wish& wish, RequestMemory memory, const RuleSurroundings& around)
+{
+    if (memory.alarms.id.empty() || memory.alarms.isTimer || wish.when.empty())
+        return std::nullopt;
+    if (const auto half = AlarmWish::read(wish.when); half && half->kind == Kind::otherHalf && memory.alarms.other)
+        return otherHalf(*half, std::move(memory), around);
+    const auto call = AlarmCalls{around}.moveThis(memory.alarms.id, wish.when);
+    return RuleStep{call, std::move(memory)};
+}
+
+RuleStep changeListed(const Wish& wish, const FoundThing& thing, RequestMemory memory, const RuleSurroundings& around)
+{
+    const AlarmCalls calls{around};
+    const auto call = wish.kind == Wish::Kind::move ? calls.moveThis(thing.id, wish.when) : calls.cancelThis(thing.id, false);
+    return {call, std::move(memory)};
+}
+
+RuleStep pointAt(const FoundThing& thing, RequestMemory memory, const RuleSurroundings& around)
+{
+    memory.alarms = {.id = thing.id, .title = thing.title};
+    memory.talkOf(AlarmCalls::skill);
+    return {withUpperCaseFirst(AlarmItem{.thing = thing}.named(around)) + ".", std::move(memory)};
+}
+
+} // namespace
+
+constinit const Skill AlarmSkill::row{
+    .name = AlarmCalls::skill,
+    .tools = tools,
+    .owns = AlarmCalls::owns,
+    .readPlain = readPlain,
+    .questionBefore = questionBefore,
+    .takeResult = AlarmResults::take,
+    .whatWasDone = AlarmReply::whatWasDone,
+    .undo = undo,
+    .addAnother = addAnother,
+    .retime = retime,
+    .changeListed = changeListed,
+    .pointAt = pointAt,
+};
+
+} // namespace quorvell

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// What words want of alarms and timers. Pure.
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+struct AlarmWish {
+    enum class Kind {
+        set,
+        list, ///< Which there are, or whether there is one.
+        left, ///< Of timers: how much of them.
+        cancel,
+        cancelAll,
+        stop, ///< What rings.
+        snooze,
+        pause,
+        resume,
+        add, ///< To a timer, or to what rings.
+        move,
+        otherHalf, ///< "Evening", right after an hour was taken for the morning's.
+    };
+
+    Kind kind = Kind::set;
+    bool isOfTimers = false;
+    bool isOfAny = false; ///< They did not say what: "five more minutes".
+    std::string text{}; ///< Of set: its time in the user's words, and what it is for where that was not apart.
+    std::string name{};
+    std::string which{}; ///< Words that tell it from others: "7 am", "on friday", "pasta".
+    std::string when{}; ///< Of move.
+    std::chrono::seconds length{0}; ///< Of a timer, of what is added (below 0: taken off), of a snooze; 0 where none was said.
+
+    /// Nothing for what is no matter of alarms and timers. `core` is without opening and closing words.
+    static std::optional<AlarmWish> read(std::string_view core);
+
+    bool operator==(const AlarmWish&) const = default;
+};
+
+} // namespace quorvell
