@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Catches sound that stops when devices or the server come and go, or is not cut at once.
+#include "Quorvell/sound/AlarmPlayer.h"
 #include "SoundRig.h"
 #include "TemporaryFolder.h"
 
@@ -168,6 +169,8 @@ TEST_P(EachSoundServer, allocatesNothingWhereSoundPasses)
     rig.pulse.control("set-default-source microphone");
     rig.pulse.control("set-default-sink speaker");
     rig.capture.open();
+    AlarmPlayer alarm(rig.server, &rig.playedHere, {[] {}, [&] { return rig.player.isPlaying(); }});
+    alarm.start();
     rig.player.play(bursts(500, 5s));
     ASSERT_TRUE(rig.waitFor([&] { return rig.capture.device() == "microphone" && rig.player.played() > 300ms; }));
     rig.player.stop();
