@@ -19,7 +19,7 @@ void AlarmStop::stopped()
     for (const Note& note : AlarmRinging::audible(m_ports.notebook.notes(), now, calendar))
         m_ports.notebook.update(
             note.id, [now, calendar](Note& stored) { AlarmRinging::stop(stored, now, calendar); },
-            [](const NotebookVerdict&) { }); // One that could not be stored rings on, and can be stopped again.
+            [](const NotebookVerdict&) {}); // One that could not be stored rings on, and can be stopped again.
 }
 
 } // namespace quorvell

@@ -173,8 +173,8 @@ void Assistant::makeSession(const Wishes& wishes, const Sound& sound, SessionAud
     makeFarewell();
     m_observers = std::make_unique<ObserverGroup>(
         std::vector<SessionAudience*>{&m_heard, &observer, m_usage.get(), m_farewell.get()});
-    m_alarmStop = std::make_unique<AlarmStop>(AlarmStop::Ports{
-        *m_notebook, [this] { return m_scheduler.wallClock(); }, [this] { return m_calendar; }});
+    m_alarmStop = std::make_unique<AlarmStop>(
+        AlarmStop::Ports{*m_notebook, [this] { return m_scheduler.wallClock(); }, [this] { return m_calendar; }});
     m_watches =
         std::make_unique<ActionWatchGroup>(std::vector<ActionWatch*>{&m_heard, m_farewell.get(), m_alarmStop.get()});
     m_choice = std::make_unique<LiveConnectionChoice>(*m_service, m_connections, networks());
@@ -219,8 +219,7 @@ std::string Assistant::usageText() const
 }
 
 /// On the desktop and in the conversation; in the conversation too what the program that owns the notebook fires.
-void Assistant::fireReminders(
-    const ProgramEnvironment& environment, const Wishes& wishes, AlarmSound* alarm)
+void Assistant::fireReminders(const ProgramEnvironment& environment, const Wishes& wishes, AlarmSound* alarm)
 {
     const auto announce = [this](const std::string& sentence) { m_session->announce(sentence); };
     const auto unheard = [this, bell = wishes.bell] {
@@ -229,12 +228,13 @@ void Assistant::fireReminders(
             bell();
     };
     m_reminders = std::make_unique<ReminderService>(environment, *m_notebook, m_scheduler, m_log,
-        ReminderService::Voices{announce, nullptr, [this] {
-                                    m_observers->problemArose(
-                                        "The desktop's message bus has ended: reminders come up here only, and other "
-                                        "programs cannot change the "
-                                        "notebook while this one runs. Start this one again once the desktop is back.");
-                                },
+        ReminderService::Voices{announce, nullptr,
+            [this] {
+                m_observers->problemArose(
+                    "The desktop's message bus has ended: reminders come up here only, and other "
+                    "programs cannot change the "
+                    "notebook while this one runs. Start this one again once the desktop is back.");
+            },
             unheard, alarm, m_settings.loudspeaker.value_or("")});
     m_remindersElsewhere = std::make_unique<RemindersElsewhere>(RemindersElsewhere::Ports{
         *m_notebook, [this] { return m_scheduler.wallClock(); }, [this] { return m_calendar; }, announce});

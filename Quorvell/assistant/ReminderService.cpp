@@ -37,10 +37,10 @@ ReminderService::Buses::~Buses()
 ReminderService::ReminderService(
     const ProgramEnvironment& environment, Notebook& notebook, Scheduler& scheduler, EventLog& log, Voices voices)
     : m_ownSound(voices.sound
-              ? nullptr
-              : std::make_unique<RingingSound>(environment.runtimeFolder, voices.loudspeaker, scheduler))
+            ? nullptr
+            : std::make_unique<RingingSound>(environment.runtimeFolder, voices.loudspeaker, scheduler))
     , m_notifier(QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_buses.sessionName),
-        NoticeNumbers(environment.stateFolder + "/notices"))
+          NoticeNumbers(environment.stateFolder + "/notices"))
     , m_busEnd(QDBusConnection(m_buses.sessionName), BusSignals::Kind::busEnded(),
           [&log, desktopLost = std::move(voices.desktopLost)](const QDBusMessage&) {
               log.record("session_bus_lost", Json::object());

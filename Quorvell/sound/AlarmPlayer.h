@@ -33,7 +33,8 @@ public:
     void stop();
 
 private:
-    static constexpr std::uint32_t queueBytes = 5760; ///< 120 ms at the server, so that a busy computer plays without gaps.
+    static constexpr std::uint32_t queueBytes =
+        5760; ///< 120 ms at the server, so that a busy computer plays without gaps.
     static constexpr std::size_t pieceSamples = 480; ///< 20 ms.
 
     void streamMovable(pa_stream* stream, std::size_t bytes) override;

@@ -45,8 +45,8 @@ AlarmTone::AlarmTone()
                 static_cast<float>(envelope(seconds) * wave(hertz, seconds));
         }
     }
-    const float peak = std::abs(*std::ranges::max_element(
-        m_round, [](float left, float right) { return std::abs(left) < std::abs(right); }));
+    const float peak = std::abs(
+        *std::ranges::max_element(m_round, [](float left, float right) { return std::abs(left) < std::abs(right); }));
     for (float& sample : m_round)
         sample /= peak;
 }

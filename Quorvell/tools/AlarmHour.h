@@ -15,7 +15,8 @@ namespace quorvell {
 /// - 5 to 11 is the morning, unless the evening one comes within the next four hours: then it is asked;
 /// - 1 to 4 is the afternoon where that comes within twelve hours, since nobody sleeps then; said at night it may be
 ///   an early flight, and is asked.
-/// 12 is noon for the reader of times already. What is taken is told with the other one, so that one word puts it right.
+/// 12 is noon for the reader of times already. What is taken is told with the other one, so that one word puts it
+/// right.
 struct AlarmHour {
     Instant taken{};
     std::optional<Instant> other{}; ///< What it could have been.

@@ -4,16 +4,13 @@
 #include "Quorvell/reminding/AlarmRinging.h"
 #include "Quorvell/reminding/ReminderSchedule.h"
 #include "Quorvell/tools/AlarmHour.h"
+#include "Quorvell/tools/AlarmNotes.h"
 #include "Quorvell/tools/ReminderChanges.h"
 #include "Quorvell/tools/ReminderNote.h"
 #include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "QuorvellCore/reminders/request/ReminderRequest.h"
-#include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "QuorvellCore/reminders/state/ReminderState.h"
 #include "QuorvellCore/text/Characters.h"
-#include "QuorvellCore/text/LowerCase.h"
-#include "QuorvellCore/text/Pattern.h"
-#include "QuorvellCore/text/TextMatch.h"
 
 #include <nlohmann/json.hpp>
 
@@ -28,49 +25,6 @@ using Kind = ReminderArguments::Kind;
 
 constexpr std::size_t mostSet = 100; ///< Alarms and timers at once; more is a mistake.
 constexpr const char* alarmName = "Alarm";
-constexpr const char* timerName = "Timer";
-
-bool isPausedTimer(const Note& note)
-{
-    const auto mark = AlarmMark::of(note);
-    return mark && mark->isPaused() && !note.archived && !note.doneAt;
-}
-
-bool isOfKind(const Note& note, Kind kind)
-{
-    const auto mark = AlarmMark::of(note);
-    if (!mark || kind == Kind::reminder)
-        return false;
-    return kind == Kind::all || mark->isTimer() == (kind == Kind::timer);
-}
-
-bool repeats(const Note& note)
-{
-    return note.repeatRule && ReminderRepeat::fromStored(*note.repeatRule);
-}
-
-/// The user's own words without those that only say that an alarm is wanted.
-std::string withoutAlarmWords(const std::string& text)
-{
-    static const Pattern lead(
-        "^(?:(?:please|can you|could you|i (?:want|need)|i(?:'d| would) like) )*"
-        "(?:(?:set|make|create|add|start|put|give|schedule)(?: me| up| us)*(?: an?| the| my| another| new)* )?"
-        "(?:alarm|wake[- ]?up call)(?: clock)?(?: on| for| at| to(?= ))?\\b"
-        "|^(?:please )?(?:wake|get) (?:me|us)(?: up)?\\b(?: for| to)?",
-        Pattern::Case::insensitive);
-    const auto match = lead.find(text);
-    return match ? trimmed(std::string_view(text).substr(match->range.end)) : text;
-}
-
-/// "Pasta timer" of "pasta".
-std::string timerTitle(const std::string& task)
-{
-    const std::string name = trimmed(task);
-    if (name.empty())
-        return timerName;
-    const bool saysSo = (" " + TextMatch::normalized(name) + " ").find(" timer ") != std::string::npos;
-    return withUpperCaseFirst(saysSo ? name : name + " timer");
-}
 
 Instant deadline(Instant now, std::chrono::seconds length)
 {
@@ -95,19 +49,6 @@ ReminderAlarms::ReminderAlarms(FullNotebook& notebook, const ReminderToolContext
         m_arguments.kind = isOfTimers ? Kind::timer : isOfAny ? Kind::all : Kind::alarm;
 }
 
-std::vector<Note> ReminderAlarms::set(const std::vector<Note>& notes, Kind kind, Instant now)
-{
-    constexpr std::chrono::hours news{24};
-    std::vector<Note> found;
-    for (const Note& note : pendingReminders(notes, ReminderAudience::model))
-        if (isOfKind(note, kind) && note.remindAt && (repeats(note) || now - *note.remindAt < news))
-            found.push_back(note);
-    for (const Note& note : notes)
-        if (isOfKind(note, kind) && isPausedTimer(note))
-            found.push_back(note);
-    return found;
-}
-
 void ReminderAlarms::run()
 {
     const auto any = [](const Note&) { return true; };
@@ -118,9 +59,10 @@ void ReminderAlarms::run()
     if (m_arguments.snooze)
         return silence([this](const Meant& alarms) { snooze(alarms); });
     if (m_arguments.pauses)
-        return withOne([](const Note& note) { return !isPausedTimer(note); }, [this](const Note& note) { pause(note); });
+        return withOne([](const Note& note) { return !AlarmNotes::isPausedTimer(note); },
+            [this](const Note& note) { pause(note); });
     if (m_arguments.resumes)
-        return withOne(isPausedTimer, [this](const Note& note) { resume(note); });
+        return withOne(AlarmNotes::isPausedTimer, [this](const Note& note) { resume(note); });
     if (m_arguments.added)
         return withOne(any, [this](const Note& note) { lengthen(note); });
     if (m_arguments.isCancelled || m_arguments.isDone)
@@ -137,7 +79,7 @@ void ReminderAlarms::run()
 void ReminderAlarms::setTimer()
 {
     ReminderRequest request;
-    request.task = timerTitle(m_arguments.words());
+    request.task = AlarmNotes::timerTitle(m_arguments.words());
     request.date = deadline(m_now, *m_arguments.timer);
     Note note = reminderNote(request, m_context.newID(), NoteAuthor::quorvell, NoteOrigin::conversation, m_now);
     note.then = AlarmMark{.kind = AlarmMark::Kind::timer, .length = *m_arguments.timer}.stored();
@@ -149,7 +91,7 @@ void ReminderAlarms::setTimer()
 
 void ReminderAlarms::setAlarm()
 {
-    m_arguments.text = withoutAlarmWords(m_arguments.text);
+    m_arguments.text = AlarmNotes::withoutAlarmWords(m_arguments.text);
     ReminderRequest request = m_arguments.request(m_now, m_context.calendar);
     std::optional<Instant> other;
     if (request.verdict == ReminderRequest::Verdict::whichTime) {
@@ -185,7 +127,8 @@ void ReminderAlarms::setAlarm()
 ReminderAlarms::Meant ReminderAlarms::ringing() const
 {
     Meant audible = AlarmRinging::audible(m_notebook.notes(), m_now, m_context.calendar);
-    std::erase_if(audible, [this](const Note& note) { return !isOfKind(note, m_arguments.kind) || note.archived; });
+    std::erase_if(
+        audible, [this](const Note& note) { return !AlarmNotes::isOfKind(note, m_arguments.kind) || note.archived; });
     return audible;
 }
 
@@ -279,9 +222,8 @@ ReminderAlarms::Meant ReminderAlarms::meant(const std::function<bool(const Note&
 {
     Meant all = candidates();
     if (!m_arguments.ids.empty()) {
-        std::erase_if(all, [this](const Note& note) {
-            return std::ranges::find(m_arguments.ids, note.id) == m_arguments.ids.end();
-        });
+        std::erase_if(all,
+            [this](const Note& note) { return std::ranges::find(m_arguments.ids, note.id) == m_arguments.ids.end(); });
         return all;
     }
     const std::string words = m_arguments.words();
@@ -315,9 +257,8 @@ void ReminderAlarms::cancel(const Meant& alarms)
         return m_reply.fail(m_arguments.kind == Kind::timer ? "Nothing was cancelled: there is no such timer."
                                                             : "Nothing was cancelled: there is no such alarm.");
     const Meant rings = ringing();
-    const bool areRinging = std::ranges::all_of(alarms, [&](const Note& note) {
-        return std::ranges::find(rings, note.id, &Note::id) != rings.end();
-    });
+    const bool areRinging = std::ranges::all_of(
+        alarms, [&](const Note& note) { return std::ranges::find(rings, note.id, &Note::id) != rings.end(); });
     const bool isWhole = !m_arguments.ids.empty();
     if (areRinging && !isWhole && !m_arguments.ofSeries)
         return stop(alarms);
@@ -338,9 +279,9 @@ void ReminderAlarms::cancel(const Meant& alarms)
 /// One that repeats ends only where that was said.
 void ReminderAlarms::cancelOne(const Note& alarm)
 {
-    if (repeats(alarm) && !m_arguments.ofSeries)
+    if (AlarmNotes::repeats(alarm) && !m_arguments.ofSeries)
         return m_reply.answer(m_answers.whichOccurrences(alarm));
-    const bool isOnce = repeats(alarm) && !*m_arguments.ofSeries;
+    const bool isOnce = AlarmNotes::repeats(alarm) && !*m_arguments.ofSeries;
     change(
         {alarm},
         [isOnce, now = m_now, calendar = m_context.calendar](Note& note) {
@@ -366,8 +307,8 @@ void ReminderAlarms::moved(const Note& alarm, ReminderRequest request)
         return m_reply.answer(m_answers.needsTime(request).add("id", alarm.id));
     } else if (!request.hasTime) { // Another day at its own hour.
         const auto parts = m_context.calendar.parts(before);
-        request.date = m_context.calendar.instant(m_context.calendar.day(request.date),
-            std::chrono::hours(parts.hour) + std::chrono::minutes(parts.minute));
+        request.date = m_context.calendar.instant(
+            m_context.calendar.day(request.date), std::chrono::hours(parts.hour) + std::chrono::minutes(parts.minute));
     }
     const auto rule = request.repeatRule;
     m_writer.change(
@@ -410,7 +351,8 @@ void ReminderAlarms::rename(const Note& alarm)
         [arguments = m_arguments, calendar = m_context.calendar](Note& note) {
             const auto mark = AlarmMark::of(note);
             if (!arguments.task.empty())
-                note.title = mark && mark->isTimer() ? timerTitle(arguments.task) : withUpperCaseFirst(arguments.task);
+                note.title = mark && mark->isTimer() ? AlarmNotes::timerTitle(arguments.task)
+                                                     : withUpperCaseFirst(arguments.task);
             if (arguments.endsRepeat)
                 note.repeatRule.reset();
             if (arguments.repeat && note.remindAt) {

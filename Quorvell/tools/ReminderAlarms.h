@@ -3,9 +3,10 @@
 #pragma once
 
 #include "Quorvell/reminding/AlarmMark.h"
+#include "Quorvell/tools/AlarmNotes.h"
 #include "Quorvell/tools/ReminderAnswers.h"
 #include "Quorvell/tools/ReminderArguments.h"
-#include "Quorvell/tools/ReminderTools.h"
+#include "Quorvell/tools/ReminderToolContext.h"
 #include "Quorvell/tools/ReminderWriter.h"
 
 #include <functional>
@@ -22,10 +23,6 @@ public:
         ToolReply reply);
 
     void run();
-
-    /// Alarms or timers that are set, by their times, paused timers last; what was missed more than a day ago is not
-    /// among them. Those that the model may know of.
-    static std::vector<Note> set(const std::vector<Note>& notes, ReminderArguments::Kind kind, Instant now);
 
 private:
     using Meant = std::vector<Note>;
@@ -46,7 +43,7 @@ private:
 
     Meant meant(const std::function<bool(const Note&)>& fits) const;
     Meant ringing() const;
-    std::vector<Note> candidates() const { return set(m_notebook.notes(), m_arguments.kind, m_now); }
+    std::vector<Note> candidates() const { return AlarmNotes::set(m_notebook.notes(), m_arguments.kind, m_now); }
     /// `before` is when the first of them was to ring.
     ReminderWriter::Answer answered(ToolStatus status, std::optional<Instant> before) const;
     void change(const Meant& notes, ReminderWriter::Change change, ToolStatus status);

@@ -202,7 +202,11 @@ ToolResult ReminderAnswers::deferred(const Note& note) const
     const auto mark = AlarmMark::of(note);
     const Instant moment = mark && mark->snoozedUntil ? *mark->snoozedUntil : note.remindAt.value_or(m_now);
     ToolResult result(ToolStatus::deferred);
-    result.add("id", note.id).add("task", note.title).addAll(ringPart(note)).add("date", date(moment, true)).add("when", when(moment));
+    result.add("id", note.id)
+        .add("task", note.title)
+        .addAll(ringPart(note))
+        .add("date", date(moment, true))
+        .add("when", when(moment));
     return withRepeat(std::move(result), note);
 }
 

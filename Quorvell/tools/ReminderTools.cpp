@@ -3,6 +3,7 @@
 
 #include "Quorvell/reminding/AlarmRinging.h"
 #include "Quorvell/reminding/ReminderSchedule.h"
+#include "Quorvell/tools/AlarmNotes.h"
 #include "Quorvell/tools/ReminderAlarms.h"
 #include "Quorvell/tools/ReminderAnswers.h"
 #include "Quorvell/tools/ReminderArguments.h"
@@ -27,7 +28,8 @@ namespace {
 /// Carries out one call of the tool.
 class ReminderTool {
 public:
-    ReminderTool(FullNotebook& notebook, const ReminderToolContext& context, const LiveFunctionCall& call, ToolReply reply)
+    ReminderTool(
+        FullNotebook& notebook, const ReminderToolContext& context, const LiveFunctionCall& call, ToolReply reply)
         : m_notebook(notebook)
         , m_context(context)
         , m_arguments(ReminderArguments::read(call, context.calendar))
@@ -69,7 +71,7 @@ private:
     {
         auto notes = pendingReminders(m_notebook.notes(), ReminderAudience::model);
         if (m_arguments.kind == ReminderArguments::Kind::all) {
-            for (const Note& note : ReminderAlarms::set(m_notebook.notes(), m_arguments.kind, m_now))
+            for (const Note& note : AlarmNotes::set(m_notebook.notes(), m_arguments.kind, m_now))
                 if (!note.remindAt) // Paused.
                     notes.push_back(note);
         } else {
@@ -92,7 +94,7 @@ private:
         auto meant = meantReminders(pending(), id, words, m_now);
         if (meant.empty()) // Nothing else has these words, or is due: what rings may be meant.
             meant = meantReminders(
-                ReminderAlarms::set(m_notebook.notes(), ReminderArguments::Kind::all, m_now), id, words, m_now);
+                AlarmNotes::set(m_notebook.notes(), ReminderArguments::Kind::all, m_now), id, words, m_now);
         if (meant.size() == 1 && AlarmRinging::isAlarm(meant.front())) {
             m_arguments.kind = ReminderArguments::Kind::all;
             m_arguments.id = meant.front().id;

@@ -4,20 +4,9 @@
 
 #include "Quorvell/notebook/FullNotebook.h"
 #include "Quorvell/session/tools/ToolRegistry.h"
-#include "Quorvell/tools/UndoBook.h"
-#include "QuorvellCore/reminders/calendar/Calendar.h"
-
-#include <functional>
-#include <string>
+#include "Quorvell/tools/ReminderToolContext.h"
 
 namespace quorvell {
-
-struct ReminderToolContext {
-    std::function<Instant()> now; ///< By the wall clock.
-    Calendar calendar; ///< Of the user: zone and locale.
-    std::function<std::string()> newID;
-    UndoBook* undo = nullptr; ///< Without it nothing can be taken back. Outlives the registry.
-};
 
 /// The notebook must outlive the registry.
 ///

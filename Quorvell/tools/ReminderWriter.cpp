@@ -67,7 +67,8 @@ void ReminderWriter::add(Note note, ToolResult result, ToolReply reply) const
 void ReminderWriter::change(std::vector<Note> notes, Change change, Answer toAnswer, ToolReply reply) const
 {
     std::ranges::reverse(notes);
-    goOn(*this, std::make_shared<Work>(Work{std::move(notes), std::move(change), std::move(toAnswer), std::move(reply)}));
+    goOn(*this,
+        std::make_shared<Work>(Work{std::move(notes), std::move(change), std::move(toAnswer), std::move(reply)}));
 }
 
 void ReminderWriter::goOn(const ReminderWriter& writer, const std::shared_ptr<Work>& work)
@@ -88,7 +89,8 @@ void ReminderWriter::goOn(const ReminderWriter& writer, const std::shared_ptr<Wo
             work->steps.push_back({before, *after});
             return goOn(writer, work);
         }
-        const std::string problem = verdict.isStored ? "The reminder is gone. Call set_reminder with list." : verdict.problem;
+        const std::string problem =
+            verdict.isStored ? "The reminder is gone. Call set_reminder with list." : verdict.problem;
         if (work->steps.empty())
             return work->reply.fail(problem);
         work->left.clear(); // The others would fare alike; what was done is told, and can be taken back.
@@ -100,8 +102,9 @@ void ReminderWriter::keepWayBack(ToolResult& result, std::vector<Step> steps) co
 {
     if (!m_undo || steps.empty())
         return;
-    result.add("undo", m_undo->add([&notebook = m_notebook, steps = std::move(steps)](
-                           ToolReply reply) { takeBack(notebook, steps, std::move(reply)); }));
+    result.add("undo", m_undo->add([&notebook = m_notebook, steps = std::move(steps)](ToolReply reply) {
+        takeBack(notebook, steps, std::move(reply));
+    }));
 }
 
 void ReminderWriter::takeBack(FullNotebook& notebook, const std::vector<Step>& steps, ToolReply reply)

@@ -105,8 +105,8 @@ TEST(Alarm, isHeardAtItsSecondAcrossAKillAndARestart)
     Clock::time_point heard;
     const float first = recorder.loudest(2500ms, &heard);
     ASSERT_GT(first, AlarmRecorder::audible);
-    RecordProperty("heard_after_ms",
-        static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(heard - due).count()));
+    RecordProperty(
+        "heard_after_ms", static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(heard - due).count()));
     EXPECT_LT(heard - due, 700ms);
     EXPECT_GE(heard - due, -100ms);
 

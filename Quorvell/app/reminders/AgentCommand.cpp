@@ -59,8 +59,8 @@ public:
             return opened.problem;
         m_notebook = std::move(opened.notebook);
         m_service = std::make_unique<ReminderService>(m_environment, *m_notebook, m_scheduler, m_log,
-            ReminderService::Voices{whoeverListens(), [this] { tellOfMissingDesktop(); },
-                [] { endWithDesktop(); }, [this] { ringBell(); }});
+            ReminderService::Voices{whoeverListens(), [this] { tellOfMissingDesktop(); }, [] { endWithDesktop(); },
+                [this] { ringBell(); }});
         m_log.record("agent_started", {{"owner", m_notebook->isOwner()}});
         return "";
     }

@@ -99,7 +99,8 @@ Json reminders()
                          "\"monthly:15\" or \"yearly\"; as an earlier answer gave it. \"none\" ends the repeating.")),
                 optional("when_back", flag("True: when the user is next back at the computer, instead of at a time.")),
                 optional("alarm",
-                    flag("True: it rings until they stop it, as for \"wake me at 7\"; a task is not needed then. An hour "
+                    flag("True: it rings until they stop it, as for \"wake me at 7\"; a task is not needed then. An "
+                         "hour "
                          "without a half of the day is the likely one; the answer names the `other`.")),
                 optional("timer_seconds",
                     integer("Sets a timer that counts down so many seconds and then rings; `task` is its name.")),

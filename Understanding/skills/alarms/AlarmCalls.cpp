@@ -27,8 +27,8 @@ Json withName(Json arguments, std::string_view name)
 
 bool AlarmCalls::owns(const ToolRequest& call)
 {
-    constexpr std::array keys{"alarm", "timer_seconds", "kind", "pause", "resume", "add_seconds", "stop",
-        "snooze_minutes", "ids"};
+    constexpr std::array keys{
+        "alarm", "timer_seconds", "kind", "pause", "resume", "add_seconds", "stop", "snooze_minutes", "ids"};
     const Json arguments = parseJson(call.arguments).value_or(Json::object());
     return call.name == tool
         && std::ranges::any_of(keys, [&](const char* key) { return memberOf(arguments, key) != nullptr; });
@@ -96,8 +96,7 @@ ToolCalls::Answer AlarmCalls::cancelThese(const std::vector<std::string>& ids) c
 
 ToolCalls::Answer AlarmCalls::moveThis(std::string_view id, std::string_view when) const
 {
-    return ToolCalls::call(
-        around, tool, {{"kind", "alarm"}, {"id", id}, {"later", spokenToWritten(when)}}, changing);
+    return ToolCalls::call(around, tool, {{"kind", "alarm"}, {"id", id}, {"later", spokenToWritten(when)}}, changing);
 }
 
 } // namespace quorvell

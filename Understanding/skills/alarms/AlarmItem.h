@@ -37,13 +37,4 @@ struct AlarmItem {
     bool operator==(const AlarmItem&) const = default;
 };
 
-/// Those that words tell from the others: by hour, half of the day, day, place in the list, or name.
-struct AlarmsMeant {
-    std::vector<AlarmItem> items{};
-    bool isUnderstood = true; ///< Else some of the words say something that nothing could be told by.
-    bool isNarrowed = false; ///< The words said which.
-
-    static AlarmsMeant among(const std::vector<AlarmItem>& items, std::string_view which, const LocalTime& around);
-};
-
 } // namespace quorvell

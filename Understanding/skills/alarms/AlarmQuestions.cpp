@@ -24,10 +24,11 @@ using AlarmStep = std::optional<RuleStep>;
 /// A bare hour is one here.
 std::string answerAsTime(const std::string& core)
 {
-    static const Pattern filler("^(?:(?:for|at|to|make it|let['’]?s say|say|set it (?:for|to)|i want it (?:at|for))\\s+)+",
-        Pattern::caseless);
+    static const Pattern filler(
+        "^(?:(?:for|at|to|make it|let['’]?s say|say|set it (?:for|to)|i want it (?:at|for))\\s+)+", Pattern::caseless);
     static const Pattern hour(
-        "^(?:\\d{1,2}(?:[:.]\\d{2})?|one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve)$", Pattern::caseless);
+        "^(?:\\d{1,2}(?:[:.]\\d{2})?|one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve)$",
+        Pattern::caseless);
     const std::string time = filler.replaceAll(core, "");
     return hour.find(time) ? "at " + time : time;
 }
@@ -89,7 +90,8 @@ AlarmStep takeNewTime(
     const std::string answer = answerAsTime(core);
     if (!SpokenPhrase::read(answer, around))
         return std::nullopt;
-    return RuleStep{ToolCalls::again(asked.tool, asked.arguments, "later", SpokenPhrase::withDigits(answer)), std::move(memory)};
+    return RuleStep{
+        ToolCalls::again(asked.tool, asked.arguments, "later", SpokenPhrase::withDigits(answer)), std::move(memory)};
 }
 
 } // namespace

@@ -76,7 +76,8 @@ std::string AlarmReply::changed(const ToolRequest& call, const ToolResult& resul
     const std::string name = isNamed ? "The alarm \"" + item.thing.title + "\"" : "Your alarm";
     if (readBool(result.json(), "already").value_or(false))
         return name + " for " + when + " is set already.";
-    return name + (memberOf(arguments, "id") ? " is now set for " : " is set for ") + when + "." + otherHour(result.json());
+    return name + (memberOf(arguments, "id") ? " is now set for " : " is set for ") + when + "."
+        + otherHour(result.json());
 }
 
 std::string AlarmReply::ended(const ToolRequest& call, const ToolResult& result, const LocalTime& around)
@@ -86,7 +87,8 @@ std::string AlarmReply::ended(const ToolRequest& call, const ToolResult& result,
     const std::string next = SpokenWhen::on(result.string("next").value_or(""));
     const std::string again = next.empty() ? "" : " It rings again " + next + ".";
     if (const std::string count = countOf(result); !count.empty())
-        return count + (item.isTimer ? " timers" : " alarms") + (isCancelled(arguments) ? " are cancelled." : " are stopped.");
+        return count + (item.isTimer ? " timers" : " alarms")
+            + (isCancelled(arguments) ? " are cancelled." : " are stopped.");
     const std::string name = withUpperCaseFirst(item.named(around));
     if (!isCancelled(arguments))
         return "Stopped." + again;
@@ -103,15 +105,17 @@ std::string AlarmReply::asked(const ToolResult& result, const LocalTime& around)
         return (areTimers ? "Which timer do you mean: " : "Which one do you mean: ") + joined(items, around) + "?";
     }
     if (result.status() == ToolStatus::whichOccurrences)
-        return withUpperCaseFirst(item.named(around)) + " rings " + (item.often.empty() ? "again and again" : item.often)
-            + ". Only the next one, or all of them?";
+        return withUpperCaseFirst(item.named(around)) + " rings "
+            + (item.often.empty() ? "again and again" : item.often) + ". Only the next one, or all of them?";
     if (readBool(json, "past").value_or(false))
         return "That time is already past. For what time should the alarm be?";
     const std::string unclear = result.string("unclear").value_or("");
     const std::string doubt = unclear.empty() ? "" : "I am not sure what you mean by \"" + unclear + "\". ";
     const Json* understood = memberOf(json, "understood");
     const auto day = DateParts::parse(understood ? readString(*understood, "day").value_or("") : "");
-    return doubt + (day ? "At what time should it ring on " + SpokenWhen::date(*day) + "?" : "For what time should I set the alarm?");
+    return doubt
+        + (day ? "At what time should it ring on " + SpokenWhen::date(*day) + "?"
+               : "For what time should I set the alarm?");
 }
 
 std::string AlarmReply::joined(const std::vector<AlarmItem>& items, const LocalTime& around)
@@ -151,7 +155,8 @@ std::string AlarmReply::left(const std::vector<AlarmItem>& items, const LocalTim
         const std::string name = withUpperCaseFirst(item.named(around));
         const bool isOver = item.left.count() == 0;
         text += (text.empty() ? "" : " ") + name
-            + (isOver ? " is over." : (item.isPaused ? " is paused, with " : " has ") + TimerLength::spoken(item.left) + " left.");
+            + (isOver ? " is over."
+                      : (item.isPaused ? " is paused, with " : " has ") + TimerLength::spoken(item.left) + " left.");
     }
     return text.empty() ? "No timer is running." : text;
 }
@@ -178,9 +183,9 @@ std::string AlarmReply::whatWasDone(const ToolRequest& call, const ToolResult& r
     if (memberOf(arguments, "timer_seconds"))
         return "set a " + name + " for " + TimerLength::spoken(item.left);
     if (item.isTimer)
-        return (item.isPaused            ? "paused the "
-                   : memberOf(arguments, "resume") ? "let go on the "
-                                                   : "changed the ")
+        return (item.isPaused                          ? "paused the "
+                       : memberOf(arguments, "resume") ? "let go on the "
+                                                       : "changed the ")
             + name;
     return (memberOf(arguments, "id") ? "moved the " : "set an ") + name + (when.empty() ? "" : ", " + when);
 }

@@ -5,6 +5,7 @@
 #include "QuorvellCore/live/tools/ToolResult.h"
 #include "Understanding/dialogue/ToolRequest.h"
 #include "Understanding/skills/alarms/AlarmItem.h"
+#include "Understanding/skills/alarms/AlarmsMeant.h"
 #include "Understanding/time/LocalTime.h"
 
 #include <string>

@@ -6,6 +6,7 @@
 #include "Understanding/skills/alarms/AlarmItem.h"
 #include "Understanding/skills/alarms/AlarmQuestions.h"
 #include "Understanding/skills/alarms/AlarmReply.h"
+#include "Understanding/skills/alarms/AlarmsMeant.h"
 #include "Understanding/skills/reminders/ReminderQuestions.h"
 #include "Understanding/skills/reminders/ReminderReply.h"
 
@@ -43,7 +44,8 @@ void noteTalk(const ToolResult& result, RequestMemory& memory)
 }
 
 /// Which of these the call is made for again.
-RuleStep askWhich(const std::vector<AlarmItem>& items, std::string question, const ToolRequest& call, RequestMemory memory)
+RuleStep askWhich(
+    const std::vector<AlarmItem>& items, std::string question, const ToolRequest& call, RequestMemory memory)
 {
     noteFound(items, memory);
     return RuleStep::asking({.kind = &AlarmQuestions::whichOne,
@@ -60,7 +62,9 @@ RuleStep askToCancelThese(const std::vector<AlarmItem>& items, RequestMemory mem
         ids.push_back(item.thing.id);
     const bool areTimers = std::ranges::all_of(items, &AlarmItem::isTimer);
     const std::string noun = areTimers ? "timer" : "alarm";
-    const std::string which = items.size() == 1 ? "this " + noun : items.size() == 2 ? "both " + noun + "s" : "all " + std::to_string(items.size()) + " " + noun + "s";
+    const std::string which = items.size() == 1 ? "this " + noun
+        : items.size() == 2                     ? "both " + noun + "s"
+                                                : "all " + std::to_string(items.size()) + " " + noun + "s";
     const auto call = AlarmCalls{around}.cancelThese(ids);
     const auto* request = std::get_if<ToolRequest>(&call);
     if (!request)
@@ -74,14 +78,17 @@ RuleStep askToCancelThese(const std::vector<AlarmItem>& items, RequestMemory mem
 }
 
 /// One is meant, but the words do not say which.
-RuleStep whichOne(const AlarmTalk& wish, const std::vector<AlarmItem>& items, RequestMemory memory, const RuleSurroundings& around)
+RuleStep whichOne(
+    const AlarmTalk& wish, const std::vector<AlarmItem>& items, RequestMemory memory, const RuleSurroundings& around)
 {
     const AlarmCalls calls{around};
-    const auto call = wish.purpose == Purpose::move ? calls.moveThis("", wish.when) : calls.cancel(AlarmCalls::kindOf(wish.isTimer));
+    const auto call =
+        wish.purpose == Purpose::move ? calls.moveThis("", wish.when) : calls.cancel(AlarmCalls::kindOf(wish.isTimer));
     const auto* request = std::get_if<ToolRequest>(&call);
     if (!request)
         return {call, std::move(memory)};
-    return askWhich(items, "Which one do you mean: " + AlarmReply::joined(items, around) + "?", *request, std::move(memory));
+    return askWhich(
+        items, "Which one do you mean: " + AlarmReply::joined(items, around) + "?", *request, std::move(memory));
 }
 
 RuleStep changeFound(const AlarmTalk& wish, const AlarmItem& item, RequestMemory memory, const RuleSurroundings& around)
@@ -110,11 +117,13 @@ RuleStep takeList(const ToolResult& result, RequestMemory memory, const RuleSurr
     noteFound(meant.items.empty() ? items : meant.items, memory);
     const bool isChange = wish.purpose != Purpose::tell && wish.purpose != Purpose::tellLeft;
     if (!isChange || items.empty())
-        return ToolResults::say(wish.purpose == Purpose::tellLeft && meant.items.empty() ? AlarmReply::left(items, around) : told,
+        return ToolResults::say(
+            wish.purpose == Purpose::tellLeft && meant.items.empty() ? AlarmReply::left(items, around) : told,
             std::move(memory));
     if (meant.items.empty()) // Nothing fits: what there is is told, and nothing changed.
-        return meant.isUnderstood || items.size() == 1 ? ToolResults::say(told + " I have changed nothing.", std::move(memory))
-                                                       : whichOne(wish, items, std::move(memory), around);
+        return meant.isUnderstood || items.size() == 1
+            ? ToolResults::say(told + " I have changed nothing.", std::move(memory))
+            : whichOne(wish, items, std::move(memory), around);
     if (wish.purpose == Purpose::cancelAll)
         return askToCancelThese(meant.items, std::move(memory), around);
     if (meant.items.size() > 1)
@@ -123,7 +132,8 @@ RuleStep takeList(const ToolResult& result, RequestMemory memory, const RuleSurr
 }
 
 /// Nothing is done yet: the user is asked.
-RuleStep askBack(const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
+RuleStep askBack(
+    const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
 {
     const std::string title = result.string("task").value_or("");
     const std::string name = title == "Alarm" ? "" : title;

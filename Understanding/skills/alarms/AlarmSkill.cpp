@@ -76,7 +76,8 @@ RuleStep carryOut(const AlarmWish& wish, RequestMemory memory, const RuleSurroun
     case Kind::stop:
         return {calls.stop(), std::move(memory)};
     case Kind::snooze: {
-        const auto length = wish.length.count() > 0 ? std::chrono::ceil<std::chrono::minutes>(wish.length) : usualSnooze;
+        const auto length =
+            wish.length.count() > 0 ? std::chrono::ceil<std::chrono::minutes>(wish.length) : usualSnooze;
         return {calls.snooze(length), std::move(memory)};
     }
     case Kind::pause:
@@ -98,12 +99,12 @@ Request requestOf(AlarmWish wish)
     Request request;
     const bool changesOne = wish.kind == Kind::cancel || wish.kind == Kind::cancelAll || wish.kind == Kind::move;
     // What changes one that is there is looked up first: that it leads to a change has to be seen from outside.
-    const Wish change{.kind = wish.kind == Kind::move ? Wish::Kind::move : Wish::Kind::cancel,
-        .title = "alarm",
-        .when = wish.when};
+    const Wish change{
+        .kind = wish.kind == Kind::move ? Wish::Kind::move : Wish::Kind::cancel, .title = "alarm", .when = wish.when};
     if (changesOne)
         request.wish = change;
-    request.answer = [wish = std::move(wish), changesOne, change](RequestMemory memory, const RuleSurroundings& around) {
+    request.answer = [wish = std::move(wish), changesOne, change](
+                         RequestMemory memory, const RuleSurroundings& around) {
         if (changesOne)
             memory.wish = change;
         return carryOut(wish, std::move(memory), around);
@@ -163,7 +164,8 @@ Skill::Step retime(const Wish& wish, RequestMemory memory, const RuleSurrounding
 RuleStep changeListed(const Wish& wish, const FoundThing& thing, RequestMemory memory, const RuleSurroundings& around)
 {
     const AlarmCalls calls{around};
-    const auto call = wish.kind == Wish::Kind::move ? calls.moveThis(thing.id, wish.when) : calls.cancelThis(thing.id, false);
+    const auto call =
+        wish.kind == Wish::Kind::move ? calls.moveThis(thing.id, wish.when) : calls.cancelThis(thing.id, false);
     return {call, std::move(memory)};
 }
 

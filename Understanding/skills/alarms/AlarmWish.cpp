@@ -5,6 +5,7 @@
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/alarms/AlarmLine.h"
 #include "Understanding/skills/alarms/TimerLength.h"
 #include "Understanding/words/RequestText.h"
 
@@ -17,160 +18,52 @@ namespace {
 using Kind = AlarmWish::Kind;
 using Found = std::optional<AlarmWish>;
 
-constexpr const char* alarmNoun =
-    "(?:(?:wake[- ]?up[- ])?(?:ala?ra?m|alram|alarum|alrm|alarn)|wake[- ]?up[- ]call)(s?)(?: clocks?)?(?:['’]s)?";
-constexpr const char* timerNoun = "(?:timer|tiemr|timmer|count[- ]?down)(s?)(?:['’]s)?";
-
-/// A line cut at its noun.
-struct Cut {
-    std::string front;
-    std::string back;
-    bool isOfTimers = false;
-    bool isPlural = false;
-};
-
-std::optional<Cut> cutAtNoun(const std::string& core)
-{
-    static const Pattern alarm("\\b" + std::string(alarmNoun) + "(?![a-z'’-])", Pattern::caseless);
-    static const Pattern timer("\\b" + std::string(timerNoun) + "(?![a-z'’-])", Pattern::caseless);
-    const auto ofTimer = timer.find(core);
-    const auto found = ofTimer ? ofTimer : alarm.find(core);
-    if (!found)
-        return std::nullopt;
-    return Cut{trimmed(core.substr(0, found->range.start)), trimmed(core.substr(found->range.end), ",.:"),
-        ofTimer.has_value(), !found->texts[0].empty()};
-}
-
-/// What speaks of such a thing, and wants something else.
-bool isOfOthers(const std::string& core)
-{
-    static const Pattern others(
-        "^(?:note|take a note|write|remember|find|search|read (?:me )?(?:my|the) note|buy|order|keep a note|don['’]?t "
-        "let me forget|do not let me forget|remind me(?! (?:of|about) (?:(?:my|the|all|any) )*(?:alarms?|timers?)\\b)"
-        "|why|how (?:do|does|can|to)\\b)"
-        "|\\b(?:fire|smoke|burglar|car|house|security|intruder|monoxide|false|biological) alarm"
-        "|\\b(?:to|on|onto|from|off) (?:my|the|our) (?:[a-z]+ )?(?:list|calendar|diary|agenda)\\b|\\bfull[- ]timer\\b"
-        "|\\balarm (?:system|company|code|bell)\\b",
-        Pattern::caseless);
-    return others.find(core).has_value();
-}
-
-/// Takes a pattern away at the start; tells whether it was there.
-bool take(const Pattern& pattern, std::string& text)
-{
-    const auto match = pattern.find(text);
-    if (!match || match->range.start != 0)
-        return false;
-    text = trimmed(std::string_view(text).substr(match->range.end));
-    return true;
-}
-
-std::string withoutArticles(std::string words)
-{
-    static const Pattern articles("^(?:(?:the|my|our|your|me|us|up|an?|that|this|this one|any|all|of|every|each|single"
-                                  "|new|another|one|current|existing|scheduled|active|upcoming|set|"
-                                  "reminder|personal|custom)(?![\\w'’-])\\s*)+",
-        Pattern::caseless);
-    take(articles, words);
-    return words;
-}
-
-/// Behind the noun: without the words that only lead to a time or a name.
-std::string withoutLead(std::string words)
-{
-    static const Pattern lead("^(?:(?:(?:which|that) (?:is|are|was|i|i['’]ve|i have)|that['’]s|is|are|was|currently|"
-                              "already|set|scheduled|active|running|going|please|clock|named|called|labell?ed"
-                              "|i (?:have )?set|you (?:have )?set|for me|for us|off|on(?= for\\b|$)|up(?= for\\b|$)"
-                              "|if any|there|now|all)(?![\\w'’-])[,:]?\\s*)+",
-        Pattern::caseless);
-    static const Pattern link("^(?:for|at|on|of|to|from|in(?= the\\b)|by)(?![\\w'’-])\\s*", Pattern::caseless);
-    take(lead, words);
-    take(link, words);
-    return words;
-}
-
-std::string whichOf(const Cut& cut, const std::string& front)
-{
-    return trimmed(withoutArticles(front) + " " + withoutLead(cut.back));
-}
-
-/// "Called pasta" at the end, taken away.
-std::string takeName(std::string& words)
-{
-    static const Pattern named("[,]?\\s*\\b(?:and )?(?:call it|name it|called|named|labell?ed|titled|with the "
-                               "(?:name|label|title)|label)[:]?\\s+[\"“']?(.+?)[\"”']?$",
-        Pattern::caseless);
-    const auto match = named.find(words);
-    if (!match)
-        return {};
-    words = trimmed(words.substr(0, match->range.start));
-    return trimmed(match->texts[0], ",.;:\"'");
-}
-
-std::string withoutEdges(const std::string& words)
-{
-    static const Pattern edges("^(?:(?:for|to|on|of|the|my|a|an|at|from|with|and|about)(?![\\w'’-])\\s*)+"
-                               "|(?:\\s+(?:for|to|on|of|the|my|at|from|with|and|by|in|now))+$",
-        Pattern::caseless);
-    return trimmed(edges.replaceAll(words, ""), ",.;:");
-}
-
-/// A time as its reader wants it: "at 7", "in 20 minutes", "tomorrow" of "tomorrow's".
-std::string asTime(std::string words)
-{
-    static const Pattern several("^(?:two|three|four|five|2|3|4|5|multiple|several|some|following)$", Pattern::caseless);
-    static const Pattern spaces("\\s{2,}");
-    static const Pattern hour("^\\d{1,2}(?:[:.]\\d{2})?(?![\\d/-]|st\\b|nd\\b|rd\\b|th\\b)");
-    words = spaces.replaceAll(words, " ");
-    for (const char* day : {"tomorrow", "today", "tonight"})
-        words = Pattern("\\b" + std::string(day) + "['’]?s\\b", Pattern::caseless).replaceAll(words, day);
-    if (several.find(words))
-        return {};
-    if (const auto length = TimerLength::read(words); length && length->rest.empty())
-        return "in " + words;
-    return hour.find(words) ? "at " + words : words;
-}
-
-Found setTimer(const Cut& cut, const std::string& front)
+Found setTimer(const AlarmLine& cut, const std::string& front)
 {
     std::string words = trimmed(front + " " + cut.back);
-    AlarmWish wish{.kind = Kind::set, .isOfTimers = true, .name = takeName(words)};
+    AlarmWish wish{.kind = Kind::set, .isOfTimers = true, .name = AlarmLine::takeName(words)};
     if (const auto length = TimerLength::read(words)) {
         wish.length = length->length;
         words = length->rest;
-    } else if (static const Pattern clock("\\d|\\b(?:noon|midnight|o['’]?clock|tomorrow|tonight)\\b", Pattern::caseless);
+    } else if (static const Pattern clock(
+                   "\\d|\\b(?:noon|midnight|o['’]?clock|tomorrow|tonight)\\b", Pattern::caseless);
                clock.find(words)) {
-        return AlarmWish{.kind = Kind::set, .text = asTime(withoutLead(withoutArticles(words))), .name = wish.name}; // "A timer for 5 pm".
+        return AlarmWish{.kind = Kind::set,
+            .text = AlarmLine::asTime(AlarmLine::withoutLead(AlarmLine::withoutArticles(words))),
+            .name = wish.name}; // "A timer for 5 pm".
     }
     if (wish.name.empty())
-        wish.name = withoutEdges(withoutArticles(words));
+        wish.name = AlarmLine::withoutEdges(AlarmLine::withoutArticles(words));
     return wish;
 }
 
-Found setAlarm(const Cut& cut, const std::string& front)
+Found setAlarm(const AlarmLine& cut, const std::string& front)
 {
     static const Pattern reminding(
         "\\b(?:so as )?(?:to|and) remind me(?: (?:to|of|about|that|for))?\\b", Pattern::caseless);
     std::string back = cut.back;
-    AlarmWish wish{.kind = Kind::set, .name = takeName(back)};
-    const std::string lead = withoutArticles(front);
-    const std::string time = withoutLead(reminding.replaceAll(back, " to "));
-    wish.text = asTime(trimmed(lead + (lead.empty() || time.empty() ? "" : " ") + time));
+    AlarmWish wish{.kind = Kind::set, .name = AlarmLine::takeName(back)};
+    const std::string lead = AlarmLine::withoutArticles(front);
+    const std::string time = AlarmLine::withoutLead(reminding.replaceAll(back, " to "));
+    wish.text = AlarmLine::asTime(trimmed(lead + (lead.empty() || time.empty() ? "" : " ") + time));
     return wish;
 }
 
-Found moveOf(const Cut& cut, const std::string& front)
+Found moveOf(const AlarmLine& cut, const std::string& front)
 {
-    static const Pattern to("^(.*?)\\b(?:to|until|till|for|by|at|back|forward|earlier|later)\\b\\s*(.*)$", Pattern::caseless);
-    AlarmWish wish{.kind = Kind::move, .isOfTimers = cut.isOfTimers, .which = withoutArticles(front)};
+    static const Pattern to(
+        "^(.*?)\\b(?:to|until|till|for|by|at|back|forward|earlier|later)\\b\\s*(.*)$", Pattern::caseless);
+    AlarmWish wish{.kind = Kind::move, .isOfTimers = cut.isOfTimers, .which = AlarmLine::withoutArticles(front)};
     static const Pattern toLast("^(?:(.*?)\\s+)?(?:to|until|till)\\s+(.+)$", Pattern::caseless);
     if (const auto match = toLast.find(cut.back)) {
-        wish.which = trimmed(wish.which + " " + withoutLead(match->texts[0]));
+        wish.which = trimmed(wish.which + " " + AlarmLine::withoutLead(match->texts[0]));
         wish.when = match->texts[1];
-    } else if (static const Pattern span("^(?:(?:back|forward|out|up|on|earlier|later|by)\\s+)*(.+?)(?:\\s+(later|earlier))?$",
+    } else if (static const Pattern span(
+                   "^(?:(?:back|forward|out|up|on|earlier|later|by)\\s+)*(.+?)(?:\\s+(later|earlier))?$",
                    Pattern::caseless);
                const auto moved = span.find(cut.back)) {
-        wish.when = TimerLength::read(moved->texts[0]) ? "by " + moved->texts[0] : withoutLead(moved->texts[0]);
+        wish.when =
+            TimerLength::read(moved->texts[0]) ? "by " + moved->texts[0] : AlarmLine::withoutLead(moved->texts[0]);
         static const Pattern sooner("\\b(?:earlier|forward|up)\\b", Pattern::caseless);
         if (sooner.find(cut.back) && wish.when.starts_with("by "))
             wish.when = "earlier " + moved->texts[0];
@@ -185,18 +78,21 @@ Found lengthening(const std::string& core)
         "^(?:add|put|give (?:me|it|us|the [a-z ]*timer)|extend|lengthen|prolong|increase|make|i need|need|just|another|"
         "take|shorten|reduce|cut|decrease|subtract|remove|knock|\\d|(?:one|two|three|five|ten|fifteen|twenty) )",
         Pattern::caseless);
-    static const Pattern more("\\b(?:more|another|extra|add|extend|lengthen|prolong|longer|increase|on top)\\b", Pattern::caseless);
-    static const Pattern less("\\b(?:shorten|shorter|reduce|off|less|decrease|subtract|remove|knock|take)\\b", Pattern::caseless);
+    static const Pattern more(
+        "\\b(?:more|another|extra|add|extend|lengthen|prolong|longer|increase|on top)\\b", Pattern::caseless);
+    static const Pattern less(
+        "\\b(?:shorten|shorter|reduce|off|less|decrease|subtract|remove|knock|take)\\b", Pattern::caseless);
     const auto length = TimerLength::read(core);
     if (!length || !form.find(core))
         return std::nullopt;
-    const auto cut = cutAtNoun(length->rest);
+    const auto cut = AlarmLine::cut(length->rest);
     const bool isShorter = less.find(core).has_value();
     if (!(isShorter && cut && cut->isOfTimers) && !more.find(core))
         return std::nullopt;
-    static const Pattern words("\\b(?:add|put|give|me|it|us|extend|lengthen|prolong|increase|make|i|need|just|another|take|"
-                               "shorten|reduce|cut|decrease|subtract|remove|knock|more|extra|longer|shorter|less|off|by|"
-                               "to|from|of|on|onto|top|for|the|my|time|please|that|want|and)\\b",
+    static const Pattern words(
+        "\\b(?:add|put|give|me|it|us|extend|lengthen|prolong|increase|make|i|need|just|another|take|"
+        "shorten|reduce|cut|decrease|subtract|remove|knock|more|extra|longer|shorter|less|off|by|"
+        "to|from|of|on|onto|top|for|the|my|time|please|that|want|and)\\b",
         Pattern::caseless);
     AlarmWish wish{.kind = Kind::add, .isOfTimers = true, .length = isShorter ? -length->length : length->length};
     if (!cut) {
@@ -218,23 +114,28 @@ Found withoutNoun(const std::string& core)
         Pattern::caseless);
     if (const auto match = snooze.find(core)) {
         const auto length = TimerLength::read(match->texts[0]);
-        static const Pattern idle("^(?:a (?:bit|little|while|moment)|please|again|longer|more|now|)$", Pattern::caseless);
+        static const Pattern idle(
+            "^(?:a (?:bit|little|while|moment)|please|again|longer|more|now|)$", Pattern::caseless);
         if (length && length->rest.empty())
             return AlarmWish{.kind = Kind::snooze, .isOfAny = true, .length = length->length};
         return idle.find(match->texts[0]) ? Found(AlarmWish{.kind = Kind::snooze, .isOfAny = true}) : std::nullopt;
     }
-    static const Pattern stop("^(?:stop|quit) (?:ringing|beeping|buzzing|that noise|the (?:noise|ringing|beeping|sound))$"
-                              "|^(?:i am|i['’]m) (?:awake|up)(?: now| already)?$|^shut (?:it )?off$|^make it stop$"
-                              "|^(?:turn|switch|shut) (?:it|that)(?: thing)? off$|^silence(?: it| that)?$",
+    static const Pattern stop(
+        "^(?:stop|quit) (?:ringing|beeping|buzzing|that noise|the (?:noise|ringing|beeping|sound))$"
+        "|^(?:i am|i['’]m) (?:awake|up)(?: now| already)?$|^shut (?:it )?off$|^make it stop$"
+        "|^(?:turn|switch|shut) (?:it|that)(?: thing)? off$|^silence(?: it| that)?$",
         Pattern::caseless);
     if (stop.find(core))
         return AlarmWish{.kind = Kind::stop, .isOfAny = true};
-    static const Pattern held("^(?:(pause|hold|freeze)|resume|unpause|continue)(?: (?:it|that|the count))$|^(?:resume|unpause)$", Pattern::caseless);
+    static const Pattern held(
+        "^(?:(pause|hold|freeze)|resume|unpause|continue)(?: (?:it|that|the count))$|^(?:resume|unpause)$",
+        Pattern::caseless);
     if (const auto match = held.find(core))
         return AlarmWish{.kind = match->texts[0].empty() ? Kind::resume : Kind::pause, .isOfTimers = true};
-    static const Pattern left("^(?:how (?:much (?:time|longer)|long|many minutes)(?: do i| have i| is| are)?(?: there)?"
-                              "(?: still)?(?: have| got)?(?: left| remaining| to go)?|(?:how much )?time (?:left|remaining)"
-                              "|what(?:['’]s| is) left)(?: on it)?$",
+    static const Pattern left(
+        "^(?:how (?:much (?:time|longer)|long|many minutes)(?: do i| have i| is| are)?(?: there)?"
+        "(?: still)?(?: have| got)?(?: left| remaining| to go)?|(?:how much )?time (?:left|remaining)"
+        "|what(?:['’]s| is) left)(?: on it)?$",
         Pattern::caseless);
     static const Pattern says("\\b(?:left|remaining|longer|to go)\\b", Pattern::caseless);
     if (left.find(core) && says.find(core))
@@ -244,72 +145,85 @@ Found withoutNoun(const std::string& core)
         Pattern::caseless);
     if (half.find(core))
         return AlarmWish{.kind = Kind::otherHalf, .which = core};
-    static const Pattern wake("^(?:(?:ensure|make sure|see to it)(?: that)? )?(?:(?:please )?(?:wake|get) (?:me|us)(?: up)?"
-                              "(?! (?:a|an|the|some|my|to|out)\\b)|(?:i (?:have|need|must|want|ought)(?: to)? )?(?:get|wake|be) up"
-                              "|(?:i (?:have|need|must|want) to )?be (?:awake|woken(?: up)?)|call me(?: up)?(?= (?:at|in|on|by)\\b)"
-                              "|(?:let me know|tell me|ring|beep)(?: me)? when it(?: is|['’]s))(?:\\s+|$)",
+    static const Pattern wake(
+        "^(?:(?:ensure|make sure|see to it)(?: that)? )?(?:(?:please )?(?:wake|get) (?:me|us)(?: up)?"
+        "(?! (?:a|an|the|some|my|to|out)\\b)|(?:i (?:have|need|must|want|ought)(?: to)? )?(?:get|wake|be) up"
+        "|(?:i (?:have|need|must|want) to )?be (?:awake|woken(?: up)?)|call me(?: up)?(?= (?:at|in|on|by)\\b)"
+        "|(?:let me know|tell me|ring|beep)(?: me)? when it(?: is|['’]s))(?:\\s+|$)",
         Pattern::caseless);
-    static const Pattern never("^(?:do not|don['’]?t|no need to|never)\\s+(?:please )?wake (?:me|us)(?: up)?\\s*(.*)$",
-        Pattern::caseless);
+    static const Pattern never(
+        "^(?:do not|don['’]?t|no need to|never)\\s+(?:please )?wake (?:me|us)(?: up)?\\s*(.*)$", Pattern::caseless);
     if (const auto match = never.find(core))
-        return AlarmWish{.kind = Kind::cancelAll, .which = withoutLead(match->texts[0])};
+        return AlarmWish{.kind = Kind::cancelAll, .which = AlarmLine::withoutLead(match->texts[0])};
     std::string words = core;
-    if (!take(wake, words))
+    if (!AlarmLine::take(wake, words))
         return std::nullopt;
-    static const Pattern time("^(?:$|at|in|on|by|around|about|every|each|tomorrow|today|tonight|when|early|for|to|as|next|this"
-                              "|(?:mon|tues|wednes|thurs|fri|satur|sun)day|half|quarter|\\d|noon|one|two|three|four|five|"
-                              "six|seven|eight|nine|ten|eleven|twelve|weekdays)\\b|^\\d|^$",
+    static const Pattern time(
+        "^(?:$|at|in|on|by|around|about|every|each|tomorrow|today|tonight|when|early|for|to|as|next|this"
+        "|(?:mon|tues|wednes|thurs|fri|satur|sun)day|half|quarter|\\d|noon|one|two|three|four|five|"
+        "six|seven|eight|nine|ten|eleven|twelve|weekdays)\\b|^\\d|^$",
         Pattern::caseless);
     static const Pattern self("^(?:wake|get|be) up$", Pattern::caseless); // Said to somebody else.
     if (self.find(core))
         return std::nullopt;
-    return time.find(words) ? Found(AlarmWish{.kind = Kind::set, .text = asTime(words)}) : std::nullopt;
+    std::string name = AlarmLine::takeName(words);
+    return time.find(words)
+        ? Found(AlarmWish{.kind = Kind::set, .text = AlarmLine::asTime(words), .name = std::move(name)})
+        : std::nullopt;
 }
 
-Found asked(const Cut& cut, const std::string& core)
+Found asked(const AlarmLine& cut, const std::string& core)
 {
-    static const Pattern left("\\b(?:how (?:much|long)|time (?:is )?left|left|remain(?:s|ing)?|status|when (?:does|do|is|will)"
-                              "|how far|done|finish(?:ed)?|over|progress|still (?:running|going|on))\\b",
+    static const Pattern left(
+        "\\b(?:how (?:much|long)|time (?:is )?left|left|remain(?:s|ing)?|status|when (?:does|do|is|will)"
+        "|how far|done|finish(?:ed)?|over|progress|still (?:running|going|on))\\b",
         Pattern::caseless);
     static const Pattern howMany("\\bhow many\\b", Pattern::caseless);
     if (cut.isOfTimers && left.find(core) && !howMany.find(core)) {
-        static const Pattern words("\\b(?:how|much|long|more|time|is|are|there|left|remains?|remaining|on|of|the|my|for|when|"
-                                   "does|do|will|go|off|end|ring|status|what|still|running|going|has|have|i|until|to|"
-                                   "be|over|done|finish|finished|did|far|in|it|currently|a|an|check|tell|me|show|s|progress|longer)\\b|['’]",
+        static const Pattern words(
+            "\\b(?:how|much|long|more|time|is|are|there|left|remains?|remaining|on|of|the|my|for|when|"
+            "does|do|will|go|off|end|ring|status|what|still|running|going|has|have|i|until|to|"
+            "be|over|done|finish|finished|did|far|in|it|currently|a|an|check|tell|me|show|s|progress|longer)\\b|['’]",
             Pattern::caseless);
         return AlarmWish{.kind = Kind::left,
             .isOfTimers = true,
             .which = trimmed(words.replaceAll(cut.front + " " + cut.back, " "))};
     }
-    static const Pattern lead(
-        "^(?:(?:what|which|when|how|many|much|long|until|till|time|times|day|days|is|are|was|were|did|does|do|have|has|had|will|would|i|we|you|"
-        "there|any|show|list|tell|me|us|see|check|view|display|give|read|out|just|may|know|remind|of|about|let|the|my|our|"
-        "all|for|set|currently|confirm|verify|whether|if|that|go|through|over|current|next|last|please|active|upcoming|an?|"
-        "hear|name|got|find|up|look|at|your)(?![\\w-])(?:['’](?:s|re|ve|d))?[,]?\\s*)+",
+    static const Pattern lead("^(?:(?:what|which|when|how|many|much|long|until|till|time|times|day|days|is|are|was|"
+                              "were|did|does|do|have|has|had|will|would|i|we|you|"
+                              "there|any|show|list|tell|me|us|see|check|view|display|give|read|out|just|may|know|"
+                              "remind|of|about|let|the|my|our|"
+                              "all|for|set|currently|confirm|verify|whether|if|that|go|through|over|current|next|last|"
+                              "please|active|upcoming|an?|"
+                              "hear|name|got|find|up|look|at|your)(?![\\w-])(?:['’](?:s|re|ve|d))?[,]?\\s*)+",
         Pattern::caseless);
-    static const Pattern tail("\\b(?:do|i|we|you|have|had|has|got|set|active|currently|go|goes|going|off|ring|listed|running|"
-                              "on my phone|on the phone|already|right now|now|are|is|there|at the moment|scheduled|still|up|"
-                              "hours?|between|upcoming|coming|ring|rings|in total|to|that|which)(?![\\w-])",
+    static const Pattern tail(
+        "\\b(?:do|i|we|you|have|had|has|got|set|active|currently|go|goes|going|off|ring|listed|running|"
+        "on my phone|on the phone|already|right now|now|are|is|there|at the moment|scheduled|still|up|"
+        "hours?|between|upcoming|coming|ring|rings|in total|to|that|which)(?![\\w-])",
         Pattern::caseless);
     static const Pattern count("(?:^|\\s+)(?:two|three|four|five|\\d)$", Pattern::caseless);
     std::string front = cut.front;
-    take(lead, front);
+    AlarmLine::take(lead, front);
     static const Pattern next("\\bnext$", Pattern::caseless);
     if (cut.isPlural)
         front = count.replaceAll(front, "");
     else if (next.find(cut.front))
         front = "next";
-    const std::string back = withoutLead(trimmed(tail.replaceAll(cut.back, " "), " ?,."));
-    return AlarmWish{
-        .kind = Kind::list, .isOfTimers = cut.isOfTimers, .which = trimmed(withoutArticles(front) + " " + back)};
+    const std::string back = AlarmLine::withoutLead(trimmed(tail.replaceAll(cut.back, " "), " ?,."));
+    return AlarmWish{.kind = Kind::list,
+        .isOfTimers = cut.isOfTimers,
+        .which = trimmed(AlarmLine::withoutArticles(front) + " " + back)};
 }
 
 /// What is asked rather than wished for. "Can you" and the like are gone already.
 bool isQuestion(const std::string& core)
 {
     static const Pattern asks(
-        "^(?:what|which|when|how|is|are|was|were|did|do i|do we|do you have|does|have i|have you|have we|has|any|show|list|tell|"
-        "see\\b|view|display|check|just see|may i know|(?:let me )?(?:see|know|hear)|remind me (?:of|about)|confirm|verify|"
+        "^(?:what|which|when|how|is|are|was|were|did|do i|do we|do you have|does|have i|have you|have "
+        "we|has|any|show|list|tell|"
+        "see\\b|view|display|check|just see|may i know|(?:let me )?(?:see|know|hear)|remind me "
+        "(?:of|about)|confirm|verify|"
         "read|give me (?:a list|the|my|all)|whether|if|will|look at|go (?:over|through)|all (?:my|of my)|my|the|am i|"
         "i (?:want|need|would like) to (?:know|see))\\b",
         Pattern::caseless);
@@ -327,20 +241,29 @@ const Verb* verbOf(const std::string& core)
     static const Verb verbs[] = {
         {Pattern("^(?:snooze)\\b", Pattern::caseless), Kind::snooze},
         {Pattern("^(?:pause|hold|freeze|suspend|halt)\\b", Pattern::caseless), Kind::pause},
-        {Pattern("^(?:resume|continue|unpause|restart|go on with|carry on with|start again|unfreeze)\\b", Pattern::caseless),
+        {Pattern("^(?:resume|continue|unpause|restart|go on with|carry on with|start again|unfreeze)\\b",
+             Pattern::caseless),
             Kind::resume},
-        {Pattern("^(?:cancel|delete|remove|erase|clear|disable|deactivate|dismiss|kill|end|drop|scrap|unset|abort|silence|mute"
-                 "|get rid of|take (?:off|away|out|down)|turn(?:ing)? off|switch off|shut off|shut down|shut up|stop|quit|do "
-                 "away with|forget(?: about)?|discard|throw (?:out|away)|wipe|skip|no(?: more)?|(?:i )?(?:do not|don['’]?t|no "
-                 "longer) (?:need|want)(?: to)?(?: set| have)?|do not (?:set|ring|use)|don['’]?t (?:set|ring|use))(?![\\w-])",
+        {Pattern("^(?:cancel|delete|remove|erase|clear|disable|deactivate|dismiss|kill|end|drop|scrap|unset|abort|"
+                 "silence|mute"
+                 "|get rid of|take (?:off|away|out|down)|turn(?:ing)? off|switch off|shut off|shut down|shut "
+                 "up|stop|quit|do "
+                 "away with|forget(?: about)?|discard|throw (?:out|away)|wipe|skip|no(?: more)?|(?:i )?(?:do "
+                 "not|don['’]?t|no "
+                 "longer) (?:need|want)(?: to)?(?: set| have)?|do not (?:set|ring|use)|don['’]?t "
+                 "(?:set|ring|use))(?![\\w-])",
              Pattern::caseless),
             Kind::cancel},
-        {Pattern("^(?:change|move|reschedule|shift|push|postpone|update|edit|modify|adjust|alter|bring|delay|correct|switch)\\b",
+        {Pattern("^(?:change|move|reschedule|shift|push|postpone|update|edit|modify|adjust|alter|bring|delay|correct|"
+                 "switch)\\b",
              Pattern::caseless),
             Kind::move},
-        {Pattern("^(?:(?:set(?:ting)?(?: up)?|sat|seat|put(?: on)?|make|create|add|start|begin|give(?: me)?|schedule|activate|"
-                 "enable|turn on|switch on|run|launch|program|arrange|establish|fix|have|get(?: me)?|need|want|i (?:need|want)"
-                 "|i would like|i['’]?d like|do|use|insert|ring|new|another|please|also|and|now|we['’]?re|were)(?![\\w'’-])\\s*)+",
+        {Pattern("^(?:(?:set(?:ting)?(?: up)?|sat|seat|put(?: on)?|make|create|add|start|begin|give(?: "
+                 "me)?|schedule|activate|"
+                 "enable|turn on|switch on|run|launch|program|arrange|establish|fix|have|get(?: me)?|need|want|i "
+                 "(?:need|want)"
+                 "|i would like|i['’]?d "
+                 "like|do|use|insert|ring|new|another|please|also|and|now|we['’]?re|were)(?![\\w'’-])\\s*)+",
              Pattern::caseless),
             Kind::set},
     };
@@ -350,11 +273,11 @@ const Verb* verbOf(const std::string& core)
     return nullptr;
 }
 
-Found withVerb(const Verb& verb, const Cut& cut)
+Found withVerb(const Verb& verb, const AlarmLine& cut)
 {
     std::string front = cut.front;
-    const bool isLed = take(verb.words, front);
-    AlarmWish wish{.kind = verb.kind, .isOfTimers = cut.isOfTimers, .which = whichOf(cut, front)};
+    const bool isLed = AlarmLine::take(verb.words, front);
+    AlarmWish wish{.kind = verb.kind, .isOfTimers = cut.isOfTimers, .which = cut.which(front)};
     switch (verb.kind) {
     case Kind::set:
         return cut.isOfTimers ? setTimer(cut, isLed ? front : cut.front) : setAlarm(cut, isLed ? front : cut.front);
@@ -362,7 +285,8 @@ Found withVerb(const Verb& verb, const Cut& cut)
         return moveOf(cut, front);
     case Kind::snooze: {
         const auto length = TimerLength::read(cut.back);
-        return AlarmWish{.kind = Kind::snooze, .isOfAny = true, .length = length ? length->length : std::chrono::seconds(0)};
+        return AlarmWish{
+            .kind = Kind::snooze, .isOfAny = true, .length = length ? length->length : std::chrono::seconds(0)};
     }
     case Kind::cancel: {
         static const Pattern all("\\b(?:all|any|every|each|both)\\b", Pattern::caseless);
@@ -384,11 +308,12 @@ Found withVerb(const Verb& verb, const Cut& cut)
 }
 
 /// "Pasta timer 8 minutes", "alarm for 10 am", "alarm off", "my alarms".
-Found bare(const Cut& cut, const std::string& core)
+Found bare(const AlarmLine& cut, const std::string& core)
 {
     static const Pattern off("^(?:off|stop|out)$", Pattern::caseless);
     if (off.find(cut.back))
-        return AlarmWish{.kind = Kind::cancel, .isOfTimers = cut.isOfTimers, .which = withoutArticles(cut.front)};
+        return AlarmWish{
+            .kind = Kind::cancel, .isOfTimers = cut.isOfTimers, .which = AlarmLine::withoutArticles(cut.front)};
     if (cut.isPlural)
         return asked(cut, core);
     static const Pattern words("\\S+(?:\\s+\\S+){5}", Pattern::caseless);
@@ -399,16 +324,17 @@ Found bare(const Cut& cut, const std::string& core)
         return std::nullopt;
     if (cut.isOfTimers)
         return TimerLength::read(core) || cut.back.empty() ? setTimer(cut, cut.front) : std::nullopt;
-    static const Pattern ofTime("^(?:(?:the|my|an?|new|another|next|for|at|on|in|every|each|daily|early|morning|evening|night|"
-                                "afternoon|noon|midnight|today|tonight|tomorrow|tmrw|weekdays?|(?:mon|tues|wednes|thurs|fri|satur|"
-                                "sun)days?|half|past|quarter|to|o['’]?clock|[ap]\\.?m\\.?|\\d[\\d:.]*(?:[ap]\\.?m\\.?)?|one|two|three|four|"
-                                "five|six|seven|eight|nine|ten|eleven|twelve)(?:\\s+|$))*$",
+    static const Pattern ofTime(
+        "^(?:(?:the|my|an?|new|another|next|for|at|on|in|every|each|daily|early|morning|evening|night|"
+        "afternoon|noon|midnight|today|tonight|tomorrow|tmrw|weekdays?|(?:mon|tues|wednes|thurs|fri|satur|"
+        "sun)days?|half|past|quarter|to|o['’]?clock|[ap]\\.?m\\.?|\\d[\\d:.]*(?:[ap]\\.?m\\.?)?|one|two|three|four|"
+        "five|six|seven|eight|nine|ten|eleven|twelve)(?:\\s+|$))*$",
         Pattern::caseless);
     if (!ofTime.find(cut.front)) // "Play my alarm song".
         return std::nullopt;
     std::string back = cut.back;
     static const Pattern time("^time\\b\\s*", Pattern::caseless);
-    take(time, back);
+    AlarmLine::take(time, back);
     return setAlarm({.front = {}, .back = back}, cut.front);
 }
 
@@ -418,13 +344,13 @@ Found AlarmWish::read(std::string_view words)
 {
     if (RequestText::isStory(words))
         return std::nullopt;
-    static const Pattern opening(
-        "^(?:(?:pls|plz|plzz|please)\\b|(?:can|could|will|would) (?:u|ya)\\b|(?!no,|yes,|today,|tomorrow,|tonight,)[a-z]+,(?=\\s))",
+    static const Pattern opening("^(?:(?:pls|plz|plzz|please)\\b|(?:can|could|will|would) "
+                                 "(?:u|ya)\\b|(?!no,|yes,|today,|tomorrow,|tonight,)[a-z]+,(?=\\s))",
         Pattern::caseless);
     static const Pattern named("^name:\\s*", Pattern::caseless);
     std::string core = trimmed(words, words.ends_with("m.") ? "!" : ".!");
-    while (take(opening, core) || take(named, core)) { }
-    if (isOfOthers(core))
+    while (AlarmLine::take(opening, core) || AlarmLine::take(named, core)) { }
+    if (AlarmLine::isOfOthers(core))
         return std::nullopt;
     static const Pattern watched(
         "^(?:time|(?:tell me|let me know|ring|beep|buzz)(?: me)? (?:when|after)) (.+?)(?: (?:is|are|have|has)"
@@ -435,11 +361,12 @@ Found AlarmWish::read(std::string_view words)
             return AlarmWish{.kind = Kind::set, .isOfTimers = true, .length = length->length};
     if (auto wish = lengthening(core))
         return wish;
-    const auto cut = cutAtNoun(core);
+    const auto cut = AlarmLine::cut(core);
     if (!cut)
         return withoutNoun(trimmed(core, "?"));
-    static const Pattern spared("^(?:do not|don['’]?t|never) (?:you )?(?:ever )?(?:cancel|delete|remove|change|move|turn off|switch off|"
-                                "touch|clear|disable|stop)\\b",
+    static const Pattern spared(
+        "^(?:do not|don['’]?t|never) (?:you )?(?:ever )?(?:cancel|delete|remove|change|move|turn off|switch off|"
+        "touch|clear|disable|stop)\\b",
         Pattern::caseless);
     if (spared.find(core)) // What there is stays, and is told.
         return AlarmWish{.kind = Kind::list, .isOfTimers = cut->isOfTimers};

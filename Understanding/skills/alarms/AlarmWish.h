@@ -32,7 +32,8 @@ struct AlarmWish {
     std::string name{};
     std::string which{}; ///< Words that tell it from others: "7 am", "on friday", "pasta".
     std::string when{}; ///< Of move.
-    std::chrono::seconds length{0}; ///< Of a timer, of what is added (below 0: taken off), of a snooze; 0 where none was said.
+    std::chrono::seconds length{
+        0}; ///< Of a timer, of what is added (below 0: taken off), of a snooze; 0 where none was said.
 
     /// Nothing for what is no matter of alarms and timers. `core` is without opening and closing words.
     static std::optional<AlarmWish> read(std::string_view core);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Catches alarms that ring late, never, for ever, or again after they were stopped; and marks that other programs wrote.
+// Catches alarms that ring late, never, for ever, or again after they were stopped; and marks that other programs
+// wrote.
 #include "Quorvell/reminding/AlarmRinging.h"
 
 #include "MemoryNotebook.h"

@@ -52,8 +52,7 @@ TEST_P(EachAlarmServer, soundsBesideTheVoiceUntilItIsStopped)
     constexpr float audible = 0.004F;
     SoundRig rig({"module-null-sink sink_name=speaker rate=48000"}, GetParam());
     int failures = 0;
-    AlarmPlayer alarm(rig.server, &rig.playedHere,
-        {[&] { ++failures; }, [&] { return rig.player.isPlaying(); }});
+    AlarmPlayer alarm(rig.server, &rig.playedHere, {[&] { ++failures; }, [&] { return rig.player.isPlaying(); }});
     rig.capture.chooseDevice("speaker.monitor");
     rig.capture.open();
     ASSERT_TRUE(rig.waitFor([&] { return rig.levels.size() > 5; }));

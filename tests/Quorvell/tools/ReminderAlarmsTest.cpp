@@ -59,9 +59,8 @@ struct AlarmBench {
 
 TEST(ReminderAlarms, doWhatIsAskedOfThem)
 {
-    test::playFixture("tools/alarms.txt", [] {
-        return [bench = std::make_shared<AlarmBench>()](const std::string& line) { return bench->play(line); };
-    });
+    test::playFixture("tools/alarms.txt",
+        [] { return [bench = std::make_shared<AlarmBench>()](const std::string& line) { return bench->play(line); }; });
 }
 
 TEST(AlarmHour, isTheLikelyOneOrAsked)
@@ -69,11 +68,9 @@ TEST(AlarmHour, isTheLikelyOneOrAsked)
     const Calendar calendar = *Calendar::create("Europe/Berlin", "en_US");
     const std::tuple<const char*, const char*, const char*> rows[] = {
         // Said at; the hour; what is taken, in local time.
-        {"2026-11-21T09:30:00Z", "7", "2026-11-22 07:00"},
-        {"2026-11-21T21:30:00Z", "7:15", "2026-11-22 07:15"},
+        {"2026-11-21T09:30:00Z", "7", "2026-11-22 07:00"}, {"2026-11-21T21:30:00Z", "7:15", "2026-11-22 07:15"},
         {"2026-11-21T15:30:00Z", "7", "asked"}, // 16:30: the evening one is near.
-        {"2026-11-21T02:30:00Z", "5", "2026-11-21 05:00"},
-        {"2026-11-21T09:30:00Z", "3", "2026-11-21 15:00"},
+        {"2026-11-21T02:30:00Z", "5", "2026-11-21 05:00"}, {"2026-11-21T09:30:00Z", "3", "2026-11-21 15:00"},
         {"2026-11-21T21:30:00Z", "4", "asked"}, // An early flight, or a nap tomorrow.
     };
     for (const auto& [said, hour, taken] : rows) {

@@ -2,7 +2,6 @@
 // Catches words about alarms and timers that set, cancel or move another one than was meant, and words of other matters
 // that are taken for them.
 #include "RuleBench.h"
-
 #include "Understanding/skills/alarms/TimerLength.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/alarms/AlarmLine.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "Understanding/skills/alarms/TimerLength.h"
+
+namespace quorvell {
+
+namespace {
+
+constexpr const char* alarmNoun =
+    "(?:(?:wake[- ]?up[- ])?(?:ala?ra?m|alram|alarum|alrm|alarn)|wake[- ]?up[- ]call)(s?)(?: clocks?)?(?:['’]s)?";
+constexpr const char* timerNoun = "(?:timer|tiemr|timmer|count[- ]?down)(s?)(?:['’]s)?";
+
+} // namespace
+
+std::optional<AlarmLine> AlarmLine::cut(const std::string& core)
+{
+    static const Pattern alarm("\\b" + std::string(alarmNoun) + "(?![a-z'’-])", Pattern::caseless);
+    static const Pattern timer("\\b" + std::string(timerNoun) + "(?![a-z'’-])", Pattern::caseless);
+    const auto ofTimer = timer.find(core);
+    const auto found = ofTimer ? ofTimer : alarm.find(core);
+    if (!found)
+        return std::nullopt;
+    return AlarmLine{trimmed(core.substr(0, found->range.start)), trimmed(core.substr(found->range.end), ",.:"),
+        ofTimer.has_value(), !found->texts[0].empty()};
+}
+
+bool AlarmLine::isOfOthers(const std::string& core)
+{
+    static const Pattern others(
+        "^(?:note|take a note|write|remember|find|search|read (?:me )?(?:my|the) note|buy|order|keep a note|don['’]?t "
+        "let me forget|do not let me forget|remind me(?! (?:of|about) (?:(?:my|the|all|any) )*(?:alarms?|timers?)\\b)"
+        "|why|how (?:do|does|can|to)\\b)"
+        "|\\b(?:fire|smoke|burglar|car|house|security|intruder|monoxide|false|biological) alarm"
+        "|\\b(?:to|on|onto|from|off) (?:my|the|our) (?:[a-z]+ )?(?:list|calendar|diary|agenda)\\b|\\bfull[- ]timer\\b"
+        "|\\balarm (?:system|company|code|bell)\\b",
+        Pattern::caseless);
+    return others.find(core).has_value();
+}
+
+bool AlarmLine::take(const Pattern& pattern, std::string& text)
+{
+    const auto match = pattern.find(text);
+    if (!match || match->range.start != 0)
+        return false;
+    text = trimmed(std::string_view(text).substr(match->range.end));
+    return true;
+}
+
+std::string AlarmLine::withoutArticles(std::string words)
+{
+    static const Pattern articles("^(?:(?:the|my|our|your|me|us|up|an?|that|this|this one|any|all|of|every|each|single"
+                                  "|new|another|one|current|existing|scheduled|active|upcoming|set|"
+                                  "reminder|personal|custom)(?![\\w'’-])\\s*)+",
+        Pattern::caseless);
+    take(articles, words);
+    return words;
+}
+
+std::string AlarmLine::withoutLead(std::string words)
+{
+    static const Pattern lead("^(?:(?:(?:which|that) (?:is|are|was|i|i['’]ve|i have)|that['’]s|is|are|was|currently|"
+                              "already|set|scheduled|active|running|going|please|clock|named|called|labell?ed"
+                              "|i (?:have )?set|you (?:have )?set|for me|for us|off|on(?= for\\b|$)|up(?= for\\b|$)"
+                              "|if any|there|now|all)(?![\\w'’-])[,:]?\\s*)+",
+        Pattern::caseless);
+    static const Pattern link("^(?:for|at|on|of|to|from|in(?= the\\b)|by)(?![\\w'’-])\\s*", Pattern::caseless);
+    take(lead, words);
+    take(link, words);
+    return words;
+}
+
+std::string AlarmLine::which(const std::string& front) const
+{
+    return trimmed(withoutArticles(front) + " " + withoutLead(back));
+}
+
+std::string AlarmLine::takeName(std::string& words)
+{
+    static const Pattern named("[,]?\\s*\\b(?:and )?(?:call it|name it|called|named|labell?ed|titled|with the "
+                               "(?:name|label|title)|label)[:]?\\s+[\"“']?(.+?)[\"”']?$",
+        Pattern::caseless);
+    const auto match = named.find(words);
+    if (!match)
+        return {};
+    words = trimmed(words.substr(0, match->range.start));
+    return trimmed(match->texts[0], ",.;:\"'");
+}
+
+std::string AlarmLine::withoutEdges(const std::string& words)
+{
+    static const Pattern edges("^(?:(?:for|to|on|of|the|my|a|an|at|from|with|and|about)(?![\\w'’-])\\s*)+"
+                               "|(?:\\s+(?:for|to|on|of|the|my|at|from|with|and|by|in|now))+$",
+        Pattern::caseless);
+    return trimmed(edges.replaceAll(words, ""), ",.;:");
+}
+
+std::string AlarmLine::asTime(std::string words)
+{
+    static const Pattern several(
+        "^(?:two|three|four|five|2|3|4|5|multiple|several|some|following)$", Pattern::caseless);
+    static const Pattern spaces("\\s{2,}");
+    static const Pattern hour("^\\d{1,2}(?:[:.]\\d{2})?(?![\\d/-]|st\\b|nd\\b|rd\\b|th\\b)");
+    words = spaces.replaceAll(words, " ");
+    for (const char* day : {"tomorrow", "today", "tonight"})
+        words = Pattern("\\b" + std::string(day) + "['’]?s\\b", Pattern::caseless).replaceAll(words, day);
+    if (several.find(words))
+        return {};
+    if (const auto length = TimerLength::read(words); length && length->rest.empty())
+        return "in " + words;
+    return hour.find(words) ? "at " + words : words;
+}
+
+} // namespace quorvell
