@@ -18,6 +18,8 @@ quorvell_room(text QuorvellCore/text CORE LIBRARIES ICU::uc ICU::i18n PUBLIC_LIB
 quorvell_room(notebook QuorvellCore/notebook CORE USES text)
 quorvell_room(reminders QuorvellCore/reminders CORE USES text notebook LIBRARIES ICU::uc ICU::i18n)
 quorvell_room(live QuorvellCore/live CORE USES text)
+# What can be worked out without asking anybody: the zones of places, holidays, sums and units.
+quorvell_room(reckoning QuorvellCore/reckoning CORE USES text LIBRARIES ICU::uc ICU::i18n)
 quorvell_room(safety QuorvellCore/safety CORE USES text LIBRARIES ICU::uc ICU::i18n)
 quorvell_room(automation QuorvellCore/automation CORE USES text safety PUBLIC_LIBRARIES Threads::Threads)
 
@@ -28,7 +30,7 @@ quorvell_room(understanding_time Understanding/time CORE USES text reminders und
 quorvell_room(understanding_dialogue Understanding/dialogue CORE
     USES text live reminders understanding_words understanding_time)
 quorvell_room(skills Understanding/skills CORE
-    USES text live reminders understanding_words understanding_time understanding_dialogue)
+    USES text live reminders reckoning understanding_words understanding_time understanding_dialogue)
 quorvell_room(understanding_requests Understanding/requests CORE
     USES text live safety understanding_words understanding_time understanding_dialogue skills)
 # Heads and answers of HTTP, for the service on this computer.
@@ -63,7 +65,7 @@ set(QUORVELL_THREADED_ROOMS automation actions audio files notebook_store agenda
 
 # The rooms without Qt and the speech libraries: the address and undefined sanitizers run their tests.
 set(QUORVELL_SANITIZED_ROOMS
-    text notebook reminders live automation safety understanding_words understanding_time
+    text notebook reminders live reckoning automation safety understanding_words understanding_time
     understanding_requests http line loop session actions practice audio files notebook_store agenda
     reminding tools deciders)
 foreach(room IN LISTS QUORVELL_SANITIZED_ROOMS)

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+// Catches holidays on the wrong day.
+#include "QuorvellCore/reckoning/days/Holidays.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvell {
+namespace {
+
+using std::chrono::sys_days;
+using std::chrono::year;
+using std::chrono::year_month_day;
+
+TEST(Holidays, areOnTheirDays)
+{
+    const struct Row {
+        int in;
+        const char* name;
+        unsigned month;
+        unsigned day;
+    } rows[] = {
+        {2024, "easter", 3, 31},
+        {2025, "easter sunday", 4, 20},
+        {2026, "easter", 4, 5},
+        {2027, "easter", 3, 28},
+        {1961, "easter", 4, 2},
+        {1954, "easter", 4, 18},
+        {2038, "easter", 4, 25},
+        {2285, "easter", 3, 22},
+        {2026, "good friday", 4, 3},
+        {2026, "the whit monday", 5, 25},
+        {2026, "shrove tuesday", 2, 17},
+        {2026, "mothering sunday", 3, 15},
+        {2026, "thanksgiving", 11, 26},
+        {2024, "black friday", 11, 29},
+        {2024, "election day", 11, 5},
+        {2026, "memorial day", 5, 25},
+        {2026, "labor day", 9, 7},
+        {2026, "mothers day", 5, 10},
+        {2022, "first advent", 11, 27},
+        {2023, "advent", 12, 3},
+        {2023, "fourth advent", 12, 24},
+        {2026, "new years eve", 12, 31},
+    };
+    for (const Row& row : rows) {
+        const auto holiday = Holidays::in(year(row.in), row.name);
+        ASSERT_TRUE(holiday) << row.name;
+        EXPECT_EQ(holiday->day, sys_days(year(row.in) / row.month / row.day)) << row.name << " " << row.in;
+    }
+    EXPECT_FALSE(Holidays::in(year(2026), "christmas party"));
+    EXPECT_EQ(Holidays::next(sys_days(year(2026) / 12 / 26), "christmas")->day, sys_days(year(2027) / 12 / 25));
+    EXPECT_EQ(Holidays::next(sys_days(year(2026) / 12 / 25), "christmas")->day, sys_days(year(2026) / 12 / 25));
+}
+
+} // namespace
+} // namespace quorvell
