@@ -3,6 +3,7 @@
 
 #include "Understanding/skills/alarms/AlarmSkill.h"
 #include "Understanding/skills/calendar/AgendaSkill.h"
+#include "Understanding/skills/clock/ClockSkill.h"
 #include "Understanding/skills/facts/FactSkill.h"
 #include "Understanding/skills/help_mode/HelpModeSkill.h"
 #include "Understanding/skills/lists/ListSkill.h"
@@ -10,6 +11,7 @@
 #include "Understanding/skills/notes/NoteSkill.h"
 #include "Understanding/skills/reminders/ReminderSkill.h"
 #include "Understanding/skills/screen/ScreenSkill.h"
+#include "Understanding/skills/sums/SumSkill.h"
 #include "Understanding/words/CommonCues.h"
 
 #include <algorithm>
@@ -24,6 +26,8 @@ constexpr const Skill* table[] = {
     &AlarmSkill::row,
     &FactSkill::row,
     &AgendaSkill::row,
+    &ClockSkill::row,
+    &SumSkill::row,
     &NoteSkill::row,
     &ListSkill::row,
     &HelpModeSkill::row,

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/clock/ClockPhrase.h"
+
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/words/RequestText.h"
+
+namespace quorvell {
+
+namespace {
+
+std::string withoutAll(const Pattern& pattern, std::string text)
+{
+    for (std::string before; before != text;) {
+        before = text;
+        text = pattern.replaceAll(text, "");
+    }
+    return text;
+}
+
+} // namespace
+
+std::string ClockPhrase::of(std::string_view core)
+{
+    static const Pattern lead(
+        "^(?:(?:please|kindly|quickly|just|and|so|ok|okay|hey|can|could|would|will|you|quorvell) "
+        "|(?:tell|show|give|get|read|report|display|announce|state|check|find|say|speak)(?: out)? "
+        "(?:(?:to )?(?:me|us) )?|let me (?:know|see) |(?:i |we )?(?:would like|want|need|wish)(?: to)? "
+        "(?:(?:know|see|hear|check|have) )?|(?:know|see|hear|check) "
+        "|do you (?:happen to )?(?:know|have) |have you got |any idea |i wonder )");
+    static const Pattern question("^(?:what|which|whats|wat)(?: is| are| was| will be)? ");
+    static const Pattern tail("(?<! from| before) (?:now|right now|currently|at the moment|at this moment|at "
+                              "present|presently|please|exactly|"
+                              "just now|for me|thanks|thank you|right at this moment|as of now)$");
+    return withoutAll(tail, question.replaceAll(withoutAll(lead, RequestText::phrase(core)), ""));
+}
+
+} // namespace quorvell

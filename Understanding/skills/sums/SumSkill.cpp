@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/sums/SumSkill.h"
+
+#include "QuorvellCore/reckoning/sums/Sum.h"
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/skills/sums/SumWords.h"
+#include "Understanding/skills/sums/UnitWords.h"
+
+#include <optional>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Found = std::optional<Request>;
+
+Request saying(std::string text, bool isBeyond = false)
+{
+    return {.answer = [text = std::move(text), isBeyond](RequestMemory memory, const RuleSurroundings&) {
+        RuleStep step = ToolResults::say(text, std::move(memory));
+        step.isNotUnderstood = isBeyond;
+        return step;
+    }};
+}
+
+std::string worked(const Sum& sum, std::string_view core)
+{
+    constexpr std::size_t longestEcho = 60; // bytes
+    static const Pattern isPercentage(
+        "\\b(?:what|which) (?:percent|percentage|per cent)\\b|\\bas an? percent|percent(?:age)? (?:of )?[\\d.,]+ is\\b",
+        Pattern::caseless);
+    const std::string value = (sum.value.isShownWhole() ? "" : "about ") + sum.value.text();
+    if (isPercentage.find(core))
+        return "That is " + value + " percent.";
+    static const Pattern order("^(?:add|divide|multiply|subtract|take|deduct)\\b");
+    const std::string asked = SumWords::asked(core);
+    return (!order.find(asked) && asked.size() <= longestEcho ? withUpperCaseFirst(asked) + " is " : "That is ") + value
+        + ".";
+}
+
+std::optional<std::string> answerSum(const std::string& core)
+{
+    const auto expression = SumWords::expression(core);
+    const Sum sum = expression ? Sum::of(*expression) : Sum();
+    switch (sum.verdict) {
+    case Sum::Verdict::isNone:
+        return std::nullopt;
+    case Sum::Verdict::dividesByZero:
+        return "That divides by zero, which has no result.";
+    case Sum::Verdict::hasNoValue:
+        return "That has no result that I can work out.";
+    case Sum::Verdict::isValue:
+        break;
+    }
+    return sum.steps > 0 ? std::optional(worked(sum, core)) : std::nullopt;
+}
+
+std::optional<std::string> answerDivisible(const std::string& core)
+{
+    static const Pattern form("^(?:tell me (?:if|whether) |check (?:if|whether) )?(?:is )?([\\d,]{1,15}) (?:is "
+                              ")?(?:evenly )?divisible by ([\\d,]{1,15})[?. ]*$",
+        Pattern::caseless);
+    const auto match = form.find(core);
+    const auto number = match ? ExactNumber::parse(match->texts[0]) : std::nullopt;
+    const auto divisor = match ? ExactNumber::parse(match->texts[1]) : std::nullopt;
+    if (!number || !divisor)
+        return std::nullopt;
+    if (divisor->isZero())
+        return "Nothing can be divided by zero.";
+    const auto left = ExactNumber::remainder(*number, *divisor);
+    const auto quotient = ExactNumber::quotient(*number, *divisor);
+    if (!left || !quotient)
+        return std::nullopt;
+    return left->isZero()
+        ? "Yes, " + number->text() + " divided by " + divisor->text() + " is " + quotient->text() + "."
+        : "No, " + number->text() + " divided by " + divisor->text() + " leaves " + left->text() + ".";
+}
+
+Found readPlain(const std::string& core, const RuleSurroundings&)
+{
+    if (UnitWords::isCurrency(core))
+        return saying("Exchange rates change all the time, so that needs an online model.", true);
+    if (auto said = answerDivisible(core))
+        return saying(*std::move(said));
+    if (auto said = UnitWords::answer(core))
+        return saying(*std::move(said));
+    auto said = answerSum(core);
+    return said ? Found(saying(*std::move(said))) : std::nullopt;
+}
+
+} // namespace
+
+constinit const Skill SumSkill::row{
+    .name = "sums",
+    .readPlain = readPlain,
+};
+
+} // namespace quorvell
