@@ -65,6 +65,8 @@ CREATE INDEX notes_by_age ON notes (updated);
 )";
 
 constexpr std::size_t maximumWords = 16;
+constexpr std::size_t maximumPhrases = 40; // the words of a question, and what means the same
+constexpr std::size_t mostOfAny = 50; // notes; those that hold most of the phrases come first
 constexpr std::size_t maximumCharacters = 500;
 
 /// "call dr" as an expression of the search engine: "call"* "dr"*. Empty without words.
@@ -81,6 +83,19 @@ std::string expression(const std::string& words)
             ++count;
         }
         start = end + 1;
+    }
+    return text;
+}
+
+/// "wifi" OR "wi fi"
+std::string expression(const std::vector<std::string>& phrases)
+{
+    std::string text;
+    for (std::size_t index = 0; index < std::min(phrases.size(), maximumPhrases); ++index) {
+        const std::string phrase =
+            TextMatch::normalized(firstCharacters(repairUtf8(phrases[index]), maximumCharacters));
+        if (phrase.find_first_not_of("' ") != std::string::npos)
+            text.append(text.empty() ? "\"" : " OR \"").append(phrase).append("\"");
     }
     return text;
 }
@@ -146,6 +161,10 @@ struct NoteIndex::Database {
     Statement match{handle.get(),
         "SELECT notes.number, bm25(texts, 8.0, 1.0), used, updated FROM texts JOIN notes ON notes.number = texts.rowid "
         "WHERE texts MATCH ?3 AND (?1 < 0 OR kind = ?1) AND visible >= ?2 ORDER BY 2"};
+    Statement matchAny{handle.get(),
+        "SELECT notes.number, rank, used, updated FROM texts JOIN notes ON notes.number = texts.rowid "
+        "WHERE texts MATCH ?3 AND rank MATCH 'bm25(8.0, 1.0)' AND (?1 < 0 OR kind = ?1) AND visible >= ?2 "
+        "ORDER BY rank LIMIT ?4"};
     Statement start{handle.get(),
         "SELECT id, substr(text, 1, 1000) FROM notes JOIN texts ON texts.rowid = number WHERE number = ?1"};
     Statement snippet{handle.get(),
@@ -161,11 +180,14 @@ struct NoteIndex::Database {
     }
     std::vector<Candidate> candidates(const NoteQuery& query, const std::string& words)
     {
-        Statement& search = words.empty() ? newest : match;
+        const bool isAny = !query.anyOf.empty();
+        Statement& search = words.empty() ? newest : isAny ? matchAny : match;
         search.bind(1, query.kind ? static_cast<std::int64_t>(*query.kind) : -1);
         search.bind(2, query.reader == NoteQuery::Reader::assistant ? 1 : 0);
         if (!words.empty())
             search.bind(3, words);
+        if (!words.empty() && isAny)
+            search.bind(4, static_cast<std::int64_t>(mostOfAny));
         std::vector<Candidate> found;
         while (search.step())
             found.push_back({search.integer(0), search.number(1), search.integer(2), search.integer(3)});
@@ -242,7 +264,7 @@ void NoteIndex::remove(const std::string& id)
 
 NotesFound NoteIndex::find(const NoteQuery& query) const
 {
-    const std::string words = expression(query.words);
+    const std::string words = query.anyOf.empty() ? expression(query.words) : expression(query.anyOf);
     std::vector<Candidate> candidates = m_database->candidates(query, words);
     if (!words.empty())
         rank(candidates);

@@ -16,6 +16,8 @@ struct NoteQuery {
     enum class Reader { assistant, person };
 
     std::string words; ///< All must occur, or be the beginning or another form of a word. Empty: the newest.
+    std::vector<std::string>
+        anyOf{}; ///< Looked for instead, where it holds something: a note has one of these phrases.
     std::optional<NoteKind> kind{};
     Reader reader = Reader::assistant; ///< What is hidden from the assistant is not hidden from the person.
     std::size_t limit = 10;

@@ -15,8 +15,10 @@ namespace quorvell {
 /// nothing. The next call with the same fact goes by what the user answered to that question (PendingConsent): after a
 /// clear yes the fact is kept and the answer is {"status": "remembered", "id", "fact"}; after anything else {"status":
 /// "not_remembered", "fact", "message"}; while they were not asked it or have said nothing, the question again. A fact
-/// that is kept already answers {"status": "known", "id", "fact"}. Private numbers and passwords are refused. Main
-/// thread.
+/// that is kept already answers {"status": "known", "id", "fact"}. Private numbers and passwords are refused.
+/// `forget`, with words of a fact or its id, puts the one that they fit into the waste basket: {"status": "forgotten",
+/// "id", "fact"}; where they fit several {"status": "which_fact", "facts": [{"id", "fact"}], "question"}. Both ways to
+/// change something give `undo` (UndoBook.h), which takes it back. Main thread.
 class FactTool {
 public:
     FactTool(FullNotebook& notebook, const NotebookToolContext& context);
@@ -28,6 +30,10 @@ private:
     void settle(const std::string& fact, ToolReply reply);
     void settled(const std::string& fact, PendingConsent::Answer answer, ToolReply reply);
     void keep(const std::string& fact, ToolReply reply);
+    void forget(const std::string& words, ToolReply reply);
+    void remove(const Note& fact, ToolReply reply);
+    /// With the way back in it, where there is a book for it.
+    ToolResult undoable(ToolResult result, UndoBook::TakeBack takeBack) const;
 
     FullNotebook& m_notebook;
     const NotebookToolContext& m_context;

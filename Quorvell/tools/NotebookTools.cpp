@@ -6,6 +6,7 @@
 #include "Quorvell/tools/NoteKeepingTools.h"
 #include "Quorvell/tools/NoteUse.h"
 #include "QuorvellCore/notebook/ListNote.h"
+#include "QuorvellCore/notebook/answers/AnswerSentences.h"
 #include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
@@ -71,6 +72,64 @@ Json shownHits(const FullNotebook& notebook, const NotebookToolContext& context,
     return shown;
 }
 
+/// Notes of the hits that the model may see, in their order.
+std::vector<Note> notesOf(const FullNotebook& notebook, const NotesFound& found)
+{
+    std::vector<Note> notes;
+    for (const NoteHit& hit : found.hits) {
+        if (auto note = notebook.note(hit.id); note && note->isVisibleToQuorvell())
+            notes.push_back(*std::move(note));
+    }
+    return notes;
+}
+
+Json shownSentences(
+    const std::vector<Note>& notes, const std::vector<AnswerSentence>& sentences, const NotebookToolContext& context)
+{
+    Json shown = Json::array();
+    for (const AnswerSentence& sentence : sentences) {
+        const Note& note = notes[sentence.note];
+        Json entry = described(note);
+        entry["text"] = sentence.text;
+        addDates(entry, note, context);
+        shown.push_back(std::move(entry));
+    }
+    return shown;
+}
+
+Json shownNear(const std::vector<Note>& notes, const std::vector<std::size_t>& near, const NotebookToolContext& context)
+{
+    Json shown = Json::array();
+    for (const std::size_t number : near) {
+        Json entry = described(notes[number]);
+        addDates(entry, notes[number], context);
+        shown.push_back(std::move(entry));
+    }
+    return shown;
+}
+
+/// What was ticked off or put away long ago may still be asked for; what the model may not see is not.
+void answerFromNotebook(const FullNotebook& notebook, const std::shared_ptr<const NotebookToolContext>& context,
+    const std::string& asked, std::optional<NoteKind> kind, ToolReply reply)
+{
+    const auto question = QuestionWords::of(asked);
+    if (question.phrases.empty())
+        return reply.answer(
+            ToolResult(ToolStatus::found).add("count", 0).add("sentences", Json::array()).add("notes", Json::array()));
+    constexpr std::size_t lookedThrough = 40; // notes; the best ones hold most of the words
+    const auto answer = std::make_shared<ToolReply>(std::move(reply));
+    context->search->find(
+        {.words = {}, .anyOf = question.phrases, .kind = kind, .limit = lookedThrough, .withSnippets = false},
+        [&notebook, context, question, answer](const NotesFound& found) {
+            const auto notes = notesOf(notebook, found);
+            const AnswersFound answers = AnswerSentences::find(question, notes);
+            answer->answer(ToolResult(ToolStatus::found)
+                               .add("count", answers.sentences.size())
+                               .add("sentences", shownSentences(notes, answers.sentences, *context))
+                               .add("notes", shownNear(notes, answers.near, *context)));
+        });
+}
+
 void findInNotebook(const FullNotebook& notebook, const std::shared_ptr<const NotebookToolContext>& context,
     const LiveFunctionCall& call, ToolReply reply)
 {
@@ -83,6 +142,8 @@ void findInNotebook(const FullNotebook& notebook, const std::shared_ptr<const No
         return reply.fail("kind must be one of clip, note, explanation, how_to, about_me.");
     if (!context->search)
         return reply.fail("The notebook cannot be searched just now. Tell the user so.");
+    if (const std::string question = call.string("question").value_or(""); !question.empty())
+        return answerFromNotebook(notebook, context, question, kind, std::move(reply));
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
     context->search->find({.words = *query, .kind = kind, .limit = requestedLimit(call)},
         [&notebook, context, answer](const NotesFound& found) {

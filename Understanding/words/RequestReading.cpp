@@ -143,7 +143,9 @@ private:
 
 RequestReading RequestReading::of(std::string_view core, const CueTable& table)
 {
-    return Walk(core, table).read();
+    RequestReading reading = Walk(core, table).read();
+    reading.words = core;
+    return reading;
 }
 
 } // namespace quorvell

@@ -18,6 +18,7 @@ struct RequestReading {
     std::string content{};
     /// The words, once they no longer ask for anything: "that it is late" of "note that it is late".
     bool isVerbatim = false;
+    std::string words{}; ///< All of them, as they were read.
 
     bool has(const Cue& cue) const { return std::ranges::find(cues, cue) != cues.end(); }
     bool hasAny(Cue::Trait trait) const

@@ -52,8 +52,11 @@ Json notes()
         declaration("find_in_notebook",
             "Searches everything in the notebook: notes, clips, explanations, how-tos, facts about the user, "
             "reminders. Answers with the best matches, each with id, kind, title, snippet and dates; read_note gives "
-            "the whole text.",
+            "the whole text. With `question`, `sentences` are those that hold the answer; where there are none the "
+            "notebook does not say it, and `notes` only come near: invent nothing.",
             {required("query", text("The two or three words that matter. Empty lists the newest.")),
+                optional(
+                    "question", text("What they want to know, in their words: \"where did I put the spare key\".")),
                 optional("kind",
                     choice("Only this kind; about_me holds facts about the user.",
                         {"note", "clip", "explanation", "how_to", "about_me"})),
@@ -74,8 +77,12 @@ Json notes()
                 optional("undo", text("Token of an earlier result, alone: takes that change back."))}),
         declaration("remember_about_them",
             "Remembers one lasting fact about the user that they told you. Never secrets, health details they didn't "
-            "ask to keep, or guesses.",
-            {required("fact", text("One sentence in the third person, such as \"Prefers large print.\"."))}),
+            "ask to keep, or guesses. Give `fact`, `forget` or `undo`.",
+            {optional("fact", text("One sentence in the third person, such as \"Prefers large print.\".")),
+                optional("forget",
+                    text("Words of the fact that is to be forgotten, or its id: \"large print\". Only when they ask "
+                         "for it.")),
+                optional("undo", text("What an earlier answer gave as `undo`: takes just that back."))}),
         declaration("open_notebook", "Shows the notebook on the screen.",
             {optional("id", text("The note to show. Default: the list."))}),
     });

@@ -38,6 +38,8 @@ constexpr auto table = std::to_array<Stored>({
     {ToolStatus::noList, "no_list"},
     {ToolStatus::whichItem, "which_item"},
     {ToolStatus::notOnList, "not_on_list"},
+    {ToolStatus::forgotten, "forgotten"},
+    {ToolStatus::whichFact, "which_fact"},
     {ToolStatus::agenda, "agenda"},
     {ToolStatus::free, "free"},
     {ToolStatus::added, "added"},
@@ -69,7 +71,8 @@ bool asksBack(ToolStatus status)
     return status == ToolStatus::whichTime || status == ToolStatus::needsTime || status == ToolStatus::needsTask
         || status == ToolStatus::whichReminder || status == ToolStatus::whichOccurrences
         || status == ToolStatus::whichList || status == ToolStatus::noList || status == ToolStatus::whichItem
-        || status == ToolStatus::needsUser || status == ToolStatus::needsConfirmation;
+        || status == ToolStatus::whichFact || status == ToolStatus::needsUser
+        || status == ToolStatus::needsConfirmation;
 }
 
 std::optional<ToolStatus> toolStatus(std::string_view stored)

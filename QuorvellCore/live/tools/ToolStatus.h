@@ -38,6 +38,8 @@ enum class ToolStatus : std::uint8_t {
     noList,
     whichItem,
     notOnList, ///< None of what was named is; nothing was changed.
+    forgotten,
+    whichFact,
     // The calendar
     agenda,
     free,

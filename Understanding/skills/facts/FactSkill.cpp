@@ -2,12 +2,16 @@
 #include "Understanding/skills/facts/FactSkill.h"
 
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/dialogue/Pointing.h"
+#include "Understanding/dialogue/QuestionKind.h"
 #include "Understanding/dialogue/ToolCalls.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/facts/FactCues.h"
 #include "Understanding/skills/facts/FactWords.h"
+#include "Understanding/skills/notes/AnswerReply.h"
 #include "Understanding/skills/notes/NoteIntent.h"
 #include "Understanding/skills/notes/NoteRules.h"
+#include "Understanding/skills/notes/NotebookQuestion.h"
 #include "Understanding/skills/reminders/ReminderRules.h"
 #include "Understanding/words/CommonCues.h"
 
@@ -69,14 +73,61 @@ constexpr TrailingWish trailingWishes[] = {
 
 constexpr std::string_view tools[] = {"remember_about_them"};
 
+RuleStep forget(const std::string& words, RequestMemory memory, const RuleSurroundings& around)
+{
+    return {ToolCalls::call(around, "remember_about_them", {{"forget", words}}, "forget things about you"),
+        std::move(memory)};
+}
+
+std::optional<RuleStep> takeChoice(
+    const std::string& core, const PendingQuestion&, RequestMemory memory, const RuleSurroundings& around)
+{
+    const auto fact = Pointing::at(memory.found, core, around);
+    return fact ? std::optional(forget(fact->id, std::move(memory), around)) : std::nullopt;
+}
+
+const QuestionKind whichFact{takeChoice};
+
+RuleStep askWhich(const ToolResult& result, RequestMemory memory)
+{
+    memory.found = ToolResults::things(result.json(), "facts", {.skill = "facts", .title = "fact"});
+    std::string question = "I know more than one thing about that.";
+    for (const FoundThing& fact : memory.found)
+        question += " " + AnswerReply::toThem(fact.title);
+    return RuleStep::asking(
+        {.kind = &whichFact, .question = question + " Which one should I forget?"}, std::move(memory));
+}
+
+Found readPlain(const std::string& core, const RuleSurroundings& around)
+{
+    const std::string what = around.offers("remember_about_them") ? NotebookQuestion::forgotten(core) : std::string();
+    if (what.empty())
+        return std::nullopt;
+    return Request{.answer = [what](RequestMemory memory, const RuleSurroundings& surroundings) {
+        return forget(what, std::move(memory), surroundings);
+    }};
+}
+
+std::string whatWasDone(const ToolRequest&, const ToolResult& result)
+{
+    const std::string fact = result.string("fact").value_or("");
+    if (result.status() == ToolStatus::remembered)
+        return "remembered this about you: " + fact;
+    return result.status() == ToolStatus::forgotten ? "forgot this about you: " + fact : "";
+}
+
 RuleStep takeResult(const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings&)
 {
     if (auto failure = ToolResults::failure(result))
         return ToolResults::say(*std::move(failure), std::move(memory));
     if (auto asked = ToolResults::confirming(call, result, "Should I remember that?", memory))
         return *std::move(asked);
+    if (result.status() == ToolStatus::whichFact)
+        return askWhich(result, std::move(memory));
     std::string reply = "I will remember that.";
-    if (result.status() == ToolStatus::refused)
+    if (result.status() == ToolStatus::forgotten)
+        reply = "I have forgotten it: " + result.string("fact").value_or("that.");
+    else if (result.status() == ToolStatus::refused)
         reply = ToolResults::forUser(result.string("message").value_or("That is not possible."));
     else if (result.status() == ToolStatus::notRemembered)
         reply = "Okay, I will not remember that.";
@@ -85,8 +136,10 @@ RuleStep takeResult(const ToolRequest& call, const ToolResult& result, RequestMe
     return ToolResults::say(std::move(reply), std::move(memory));
 }
 
-std::string questionBefore(const ToolRequest&)
+std::string questionBefore(const ToolRequest& call)
 {
+    if (const auto arguments = parseJson(call.arguments); arguments && memberOf(*arguments, "forget"))
+        return "Should I forget that?";
     return "Should I remember that?";
 }
 
@@ -99,8 +152,10 @@ constinit const Skill FactSkill::row{
     .weights = weights,
     .kinds = kinds,
     .trailingWishes = trailingWishes,
+    .readPlain = readPlain,
     .questionBefore = questionBefore,
     .takeResult = takeResult,
+    .whatWasDone = whatWasDone,
 };
 
 } // namespace quorvell

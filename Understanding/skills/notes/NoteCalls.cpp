@@ -18,6 +18,19 @@ ToolCalls::Answer NoteCalls::find(std::string_view query, int limit) const
     return ToolCalls::call(around, "find_in_notebook", arguments, "look into your notebook");
 }
 
+ToolCalls::Answer NoteCalls::ask(std::string_view question, std::string_view topic) const
+{
+    return ToolCalls::call(
+        around, "find_in_notebook", {{"query", topic}, {"question", question}}, "look into your notebook");
+}
+
+ToolCalls::Answer NoteCalls::facts() const
+{
+    constexpr int most = 20;
+    return ToolCalls::call(
+        around, "find_in_notebook", {{"query", ""}, {"kind", "about_me"}, {"limit", most}}, "look into your notebook");
+}
+
 ToolCalls::Answer NoteCalls::read(std::string_view id) const
 {
     return ToolCalls::call(around, "read_note", {{"id", id}}, "read notes");

@@ -16,6 +16,9 @@ struct NoteCalls {
     ToolCalls::Answer keep(std::string_view title, std::string_view text) const;
     /// At most `limit` notes; 0 leaves the number to the tool.
     ToolCalls::Answer find(std::string_view query, int limit) const;
+    /// What the notebook says to a question; `topic` is for the words of the reply.
+    ToolCalls::Answer ask(std::string_view question, std::string_view topic) const;
+    ToolCalls::Answer facts() const; ///< All about the user.
     ToolCalls::Answer read(std::string_view id) const;
     ToolCalls::Answer open() const;
 };

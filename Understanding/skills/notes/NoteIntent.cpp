@@ -4,6 +4,7 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/notes/NoteCues.h"
+#include "Understanding/skills/notes/NotebookQuestion.h"
 #include "Understanding/time/TimeVocabulary.h"
 #include "Understanding/words/CommonCues.h"
 #include "Understanding/words/RequestText.h"
@@ -108,6 +109,11 @@ std::optional<NoteIntent> NoteIntent::searching(const RequestReading& reading, P
     else if (!isOfNotes
         && (reading.has(CommonCues::foreign) || isTime(intent.text) || !hasWords(intent.text, mostBareWords)))
         return std::nullopt;
+    // "Find my note about ..." wants the note, "what did I write about ..." what it says.
+    const bool isOfOneNote = reading.has(NoteCues::note) || reading.has(NoteCues::newest)
+        || reading.has(CommonCues::find) || reading.has(CommonCues::show);
+    if (!intent.text.empty() && !isOfOneNote && NotebookQuestion::readAny(reading.words))
+        intent.question = reading.words;
     return intent;
 }
 

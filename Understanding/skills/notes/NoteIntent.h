@@ -22,6 +22,7 @@ struct NoteIntent {
     Kind kind = Kind::keep;
     std::string text{};
     std::string title{};
+    std::string question{}; ///< Of search: in the user's words, where they want to know something.
     RequestMemory::SearchPurpose purpose = RequestMemory::SearchPurpose::tell;
     std::optional<ListPlace> place{};
 

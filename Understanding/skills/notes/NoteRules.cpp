@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/notes/NoteRules.h"
 
+#include "QuorvellCore/text/Characters.h"
 #include "Understanding/dialogue/PlainReplies.h"
 #include "Understanding/dialogue/Pointing.h"
 #include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/skills/calendar/AgendaRules.h"
+#include "Understanding/skills/notes/AnswerReply.h"
 #include "Understanding/skills/notes/NoteCalls.h"
 #include "Understanding/skills/notes/NoteReply.h"
 #include "Understanding/words/RequestText.h"
@@ -25,6 +28,8 @@ constexpr const char* whichQuestion = "Which one should I read?";
 
 RuleStep search(const NoteIntent& intent, RequestMemory memory, const RuleSurroundings& around)
 {
+    if (!intent.question.empty())
+        return NoteRules::ask({.words = intent.question, .topic = intent.text}, std::move(memory), around);
     memory.purpose = intent.purpose;
     const int limit = intent.purpose == Purpose::listNotes ? listLength : intent.purpose == Purpose::readNewest ? 1 : 0;
     return {NoteCalls{around}.find(intent.text, limit), std::move(memory)};
@@ -55,9 +60,66 @@ std::optional<std::string> noteToRead(const RequestMemory& memory)
     return isOne || isNewest ? std::optional(memory.found.front().id) : std::nullopt;
 }
 
+/// A note that comes near is offered: it may hold the answer in other words.
+RuleStep offering(const FoundThing& note, RequestMemory memory, const RuleSurroundings& around)
+{
+    const auto call = NoteCalls{around}.read(note.id);
+    const auto* reading = std::get_if<ToolRequest>(&call);
+    if (!reading)
+        return ToolResults::say("I find nothing that says that in your notebook.", std::move(memory));
+    return RuleStep::asking({.kind = &ToolResults::confirmation,
+                                .question = "I find nothing that says that, but there is a note called "
+                                    + trimmed(note.title, ".") + ". Should I read it?",
+                                .tool = reading->name,
+                                .arguments = reading->arguments},
+        std::move(memory));
+}
+
+/// What is in no note may stand in the calendar, or be known to a bigger model.
+RuleStep nothingSaid(
+    const std::string& asked, const std::string& topic, RequestMemory memory, const RuleSurroundings& around)
+{
+    const std::string day = NotebookQuestion::dayOf(asked);
+    if (!day.empty() && around.offers("whats_on")) {
+        constexpr int daysAhead = 366;
+        SpokenDays year = SpokenDays::ahead(around);
+        year.to =
+            DateParts::fromDay(around.calendar.addingDays(around.now, std::chrono::days(daysAhead)), around.calendar);
+        return AgendaRules::answer(
+            {.kind = AgendaIntent::Kind::next, .days = std::move(year), .title = day}, std::move(memory), around);
+    }
+    const auto question = NotebookQuestion::readOwn(asked);
+    if (question && question->isTheirs)
+        return ToolResults::say("I find nothing about " + topic + " in your notebook.", std::move(memory));
+    RuleStep step =
+        ToolResults::say("I don't know that: it isn't in your notebook, and looking things up needs an online model.",
+            std::move(memory));
+    step.isNotUnderstood = true;
+    return step;
+}
+
+RuleStep takeAnswer(const Json& arguments, const Json& result, RequestMemory memory, const RuleSurroundings& around)
+{
+    const std::string said = AnswerReply::sentences(result);
+    memory.found =
+        ToolResults::things(result, said.empty() ? "notes" : "sentences", {.skill = NoteCalls::skill, .start = "date"});
+    if (!said.empty())
+        return ToolResults::say(said, std::move(memory));
+    if (!memory.found.empty()) {
+        const FoundThing nearest = memory.found.front();
+        return offering(nearest, std::move(memory), around);
+    }
+    return nothingSaid(readString(arguments, "question").value_or(""), readString(arguments, "query").value_or("that"),
+        std::move(memory), around);
+}
+
 RuleStep takeFound(const ToolRequest& call, const Json& result, RequestMemory memory, const RuleSurroundings& around)
 {
     const auto arguments = parseJson(call.arguments);
+    if (arguments && readString(*arguments, "question"))
+        return takeAnswer(*arguments, result, std::move(memory), around);
+    if (arguments && readString(*arguments, "kind") == "about_me")
+        return ToolResults::say(AnswerReply::facts(result), std::move(memory));
     const std::string query = arguments ? readString(*arguments, "query").value_or("") : "";
     std::string reply = NoteReply::found(result, query, memory.purpose);
     memory.found = ToolResults::things(result, "notes", {.skill = NoteCalls::skill, .start = "date"});
@@ -89,6 +151,12 @@ RuleStep NoteRules::answer(const NoteIntent& intent, RequestMemory memory, const
             {.kind = &whatToWrite, .question = "What do you want to write down?"}, std::move(memory));
     const std::string title = intent.title.empty() ? NoteIntent::titleFor(intent.text) : intent.title;
     return {NoteCalls{around}.keep(title, intent.text), std::move(memory)};
+}
+
+RuleStep NoteRules::ask(const NotebookQuestion& question, RequestMemory memory, const RuleSurroundings& around)
+{
+    memory.purpose = Purpose::tell;
+    return {NoteCalls{around}.ask(question.words, question.topic), std::move(memory)};
 }
 
 RuleStep NoteRules::askWhich(const std::optional<ListPlace>& place, RequestMemory memory)

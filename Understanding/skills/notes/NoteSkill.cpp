@@ -5,6 +5,7 @@
 #include "Understanding/skills/notes/NoteCalls.h"
 #include "Understanding/skills/notes/NoteCues.h"
 #include "Understanding/skills/notes/NoteRules.h"
+#include "Understanding/skills/notes/NotebookQuestion.h"
 #include "Understanding/words/CommonCues.h"
 
 #include <optional>
@@ -137,10 +138,35 @@ std::string ability(const RuleSurroundings& around)
     return !finds ? "" : reads ? "find and read your notes" : "find your notes";
 }
 
-Found readPlain(const std::string& core, const RuleSurroundings&)
+Request asking(NotebookQuestion question)
 {
-    const auto choice = NoteIntent::readChoice(core);
-    return choice ? Found(readingFound(*choice)) : std::nullopt;
+    return {.answer = [question = std::move(question)](RequestMemory memory, const RuleSurroundings& around) {
+        return NoteRules::ask(question, std::move(memory), around);
+    }};
+}
+
+Found readPlain(const std::string& core, const RuleSurroundings& around)
+{
+    if (const auto choice = NoteIntent::readChoice(core))
+        return readingFound(*choice);
+    if (!around.offers("find_in_notebook"))
+        return std::nullopt;
+    if (NotebookQuestion::asksAllFacts(core)) {
+        return Request{.answer = [](RequestMemory memory, const RuleSurroundings& surroundings) {
+            return RuleStep{NoteCalls{surroundings}.facts(), std::move(memory)};
+        }};
+    }
+    auto question = NotebookQuestion::readOwn(core);
+    return question ? Found(asking(*std::move(question))) : std::nullopt;
+}
+
+/// What nobody else can look up: the notebook may hold it, and is looked through once.
+Found readQuestion(const RequestReading& reading, const RuleSurroundings& around)
+{
+    if (reading.has(CommonCues::foreign) || !around.offers("find_in_notebook"))
+        return std::nullopt;
+    auto question = NotebookQuestion::readAny(reading.words);
+    return question ? Found(asking(*std::move(question))) : std::nullopt;
 }
 
 Skill::Step undo(RequestMemory memory, const RuleSurroundings&)
@@ -163,6 +189,15 @@ RuleStep pointAt(const FoundThing& note, RequestMemory memory, const RuleSurroun
     return {NoteCalls{around}.read(note.id), std::move(memory)};
 }
 
+/// Lists tell their own changes.
+std::string whatWasDone(const ToolRequest& call, const ToolResult& result)
+{
+    if (call.name != "keep_note" || result.status() != ToolStatus::kept)
+        return {};
+    const std::string title = result.string("title").value_or("");
+    return title.empty() ? "wrote a note" : "wrote a note called " + title;
+}
+
 std::string questionBefore(const ToolRequest& call)
 {
     return call.name == "keep_note" ? "Should I write that down?" : "";
@@ -179,8 +214,10 @@ constinit const Skill NoteSkill::row{
     .trailingWishes = trailingWishes,
     .ability = ability,
     .readPlain = readPlain,
+    .readQuestion = readQuestion,
     .questionBefore = questionBefore,
     .takeResult = NoteRules::takeResult,
+    .whatWasDone = whatWasDone,
     .undo = undo,
     .addAnother = addAnother,
     .changeListed = changeListed,

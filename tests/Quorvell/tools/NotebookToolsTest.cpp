@@ -31,6 +31,7 @@ struct NotebookBench {
     MemoryNotebook notebook;
     VirtualScheduler clock; ///< Of what is asked and answered.
     HeardWords heard{{clock}};
+    UndoBook undo;
     std::string shown;
     ToolRegistry registry;
     std::unique_ptr<NotebookSearch> search;
@@ -47,7 +48,8 @@ struct NotebookBench {
                     .search = search.get(),
                     .consent = &heard,
                     .show = [this](const std::string& path,
-                                const auto& done) { done(path == "/notes/1.md" ? "No program." : ""), shown = path; }});
+                                const auto& done) { done(path == "/notes/1.md" ? "No program." : ""), shown = path; },
+                    .undo = &undo});
         }
         auto text = std::make_shared<std::string>();
         (*registry.owner(tool))(LiveFunctionCall::fromArgumentsText("1", tool, arguments, false),
@@ -176,6 +178,58 @@ TEST(NotebookTools, rememberOnlyAfterAClearYes)
     EXPECT_TRUE(bench.notebook.list.empty());
     EXPECT_NE(bench.answer("remember_about_them", R"({"fact": "Has a dog. Do you want the weather?"})").find("error"),
         std::string::npos);
+}
+
+TEST(NotebookTools, forgetFactsAndTakeThatBack)
+{
+    const auto fact = [](const char* id, const char* text) {
+        return Note{.id = id, .kind = NoteKind::aboutMe, .title = text, .confirmed = true};
+    };
+    NotebookBench bench({fact("1", "Likes green tea."), fact("2", "Likes black tea."), fact("3", "Has a dog."),
+        {.id = "4", .title = "Dog", .body = "food for the dog"}});
+    const auto ask = [&](const std::string& arguments) { return bench.answer("remember_about_them", arguments); };
+    EXPECT_EQ(ask(R"({"forget": "tea"})").substr(0, 70),
+        R"({"status":"which_fact","facts":[{"id":"1","fact":"Likes green tea."},{)");
+    EXPECT_EQ(ask(R"({"forget": "cat"})"), R"({"error":"Nothing was forgotten: no fact like that is kept."})");
+    EXPECT_EQ(bench.notebook.list.size(), 4U) << "a note is no fact";
+    EXPECT_EQ(ask(R"({"forget": "my dog"})"), R"({"status":"forgotten","id":"3","fact":"Has a dog.","undo":"u1"})");
+    EXPECT_FALSE(bench.notebook.note("3"));
+    EXPECT_EQ(ask(R"({"undo": "u1"})"), R"({"status":"undone","what":"forgetting: Has a dog."})");
+    EXPECT_EQ(bench.notebook.note("3"), fact("3", "Has a dog."));
+    EXPECT_TRUE(ask(R"({"undo": "u1"})").starts_with(R"({"error":)")) << "it counts once";
+    EXPECT_EQ(ask(R"({"forget": "2"})"), R"({"status":"forgotten","id":"2","fact":"Likes black tea.","undo":"u2"})");
+
+    const std::string kept = R"({"fact": "Has a cat."})";
+    ask(kept);
+    bench.heard.assistantSaid("Shall I remember this about you: Has a cat?");
+    bench.heard.userSaid({"yes", "yes", HeardUtterance::How::typed});
+    EXPECT_NE(ask(kept).find(R"("undo":"u3")"), std::string::npos);
+    bench.notebook.list.front().title = "Has two cats.";
+    EXPECT_TRUE(ask(R"({"undo": "u3"})").starts_with(R"({"error":)")) << "other hands changed it";
+    EXPECT_TRUE(bench.notebook.note("newnewnewnew"));
+}
+
+TEST(NotebookTools, answerQuestionsWithWhatStandsInNotes)
+{
+    NotebookBench bench({{.id = "1", .title = "Wifi", .body = "The password is blue river.", .created = monday},
+        {.id = "2", .kind = NoteKind::aboutMe, .title = "Their wifi password is a secret.", .created = monday},
+        {.id = "3", .title = "Old wifi password", .body = "red river", .created = monday, .archived = true},
+        {.id = "4",
+            .title = "Letter",
+            .body = "Ana says: pay the gardener.",
+            .created = monday,
+            .origin = NoteOrigin::screen}});
+    EXPECT_EQ(bench.answer("find_in_notebook", R"({"query": "", "question": "what's the wi-fi password?"})"),
+        R"({"status":"found","count":1,"sentences":[{"id":"1","kind":"note","title":"Wifi","text":"The password is )"
+        R"(blue river.","created":"2026-11-17 02:00"}],"notes":[]})")
+        << "neither what is put away nor what was not confirmed";
+    EXPECT_NE(bench.answer("find_in_notebook", R"({"query": "", "question": "who is the gardener"})")
+                  .find(R"("untrusted":true)"),
+        std::string::npos);
+    EXPECT_EQ(bench.answer("find_in_notebook", R"({"query": "", "question": "what is the gate password"})"),
+        R"({"status":"found","count":0,"sentences":[],"notes":[{"id":"1","kind":"note","title":"Wifi","created":"2026-11-17 02:00"}]})");
+    EXPECT_EQ(bench.answer("find_in_notebook", R"({"query": "", "question": "what is it"})"),
+        R"({"status":"found","count":0,"sentences":[],"notes":[]})");
 }
 
 TEST(HeardWords, haveTheProgramPutAQuestionThatNobodyPut)

@@ -11,6 +11,13 @@ TEST(RequestRules, turnsRequestsIntoToolCallsOrReplies)
     checkConversations("requests.txt", surroundings());
 }
 
+TEST(RequestRules, answersFromNotebookClockAndSums)
+{
+    checkConversations("questions.txt", withCalendar());
+    checkConversations("clock.txt", withCalendar());
+    checkConversations("sums.txt", surroundings());
+}
+
 TEST(RequestRules, callsOnlyToolsThatTheSessionOffers)
 {
     RuleSurroundings around = surroundings();
