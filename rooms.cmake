@@ -35,6 +35,8 @@ quorvell_room(understanding_requests Understanding/requests CORE
     USES text live safety understanding_words understanding_time understanding_dialogue skills)
 # A model of the user's own on this computer: what it is sent, what it may do, what it may say.
 quorvell_room(local_model LocalModel CORE USES text live)
+# Services for speech on this computer or near it, by the Wyoming protocol.
+quorvell_room(wyoming Wyoming USES text)
 # Heads and answers of HTTP, for the service on this computer.
 quorvell_room(http Http USES text)
 # How an assistant hands connections to the service that it started.
@@ -63,12 +65,12 @@ quorvell_room(tools Quorvell/tools
 quorvell_room(deciders Quorvell/deciders USES text automation preferences LIBRARIES PkgConfig::curl Threads::Threads)
 
 # The rooms that share state across threads: the thread sanitizer runs their tests.
-set(QUORVELL_THREADED_ROOMS automation actions audio files notebook_store agenda deciders)
+set(QUORVELL_THREADED_ROOMS automation actions audio files notebook_store agenda deciders wyoming)
 
 # The rooms without Qt and the speech libraries: the address and undefined sanitizers run their tests.
 set(QUORVELL_SANITIZED_ROOMS
     text notebook reminders live reckoning automation safety understanding_words understanding_time
-    understanding_requests local_model http line loop session actions practice audio files notebook_store agenda
+    understanding_requests local_model wyoming http line loop session actions practice audio files notebook_store agenda
     reminding tools deciders)
 foreach(room IN LISTS QUORVELL_SANITIZED_ROOMS)
     quorvell_test(${room})
