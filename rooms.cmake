@@ -88,13 +88,14 @@ if(QUORVELL_SHELL)
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network)
     quorvell_room(on_device_speech OnDeviceSpeech USES understanding_time LIBRARIES PocketSphinx::PocketSphinx Flite::Flite Threads::Threads)
     include(OnDeviceSpeech/models.cmake)
-    quorvell_room(speech Quorvell/speech USES live loop session audio on_device_speech LIBRARIES Threads::Threads)
+    quorvell_room(speech Quorvell/speech USES live loop session audio on_device_speech wyoming LIBRARIES Threads::Threads)
     quorvell_room(desktop Quorvell/desktop PRELUDE qt USES loop reminding agenda files
         PUBLIC_LIBRARIES Qt6::Core Qt6::DBus LIBRARIES Qt6::Gui PkgConfig::gio PkgConfig::libical)
     # Signals of the message bus reach only slots that Qt knows by name.
     set_target_properties(quorvell_desktop PROPERTIES AUTOMOC ON)
     quorvell_room(live_service LiveService PRELUDE qt
-        USES text live understanding_dialogue understanding_requests http line on_device_speech webrtc echo audio
+        USES text live understanding_time understanding_dialogue understanding_requests local_model wyoming http line
+             on_device_speech webrtc echo audio
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network)
     # What the terminal and the panel share.
     quorvell_room(settings Quorvell/settings USES text live reminders files preferences)
@@ -106,7 +107,7 @@ if(QUORVELL_SHELL)
     quorvell_room(app Quorvell/app PRELUDE qt
         USES text notebook reminders live automation loop session actions practice files preferences
              notebook_store agenda reminding tools audio speech desktop connections deciders on_device_speech
-             live_service settings records handover assistant
+             live_service settings records handover assistant local_model wyoming
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network Qt6::DBus LIBRARIES CLI11::CLI11 PkgConfig::libedit)
     # Against another implementation of WebSockets than ours.
     foreach(room IN ITEMS live_service connections)

@@ -5,6 +5,7 @@
 #include "LiveService/conversation/ClientText.h"
 #include "LiveService/conversation/EngineEffect.h"
 #include "LiveService/conversation/IdSource.h"
+#include "LiveService/conversation/ModelTurn.h"
 #include "Understanding/dialogue/RuleStep.h"
 
 #include <chrono>
@@ -45,6 +46,9 @@ public:
     /// `memory` is what an earlier session had in mind, when this one goes on from it. `ids` must outlive it.
     BackendRun(const IdSource& ids, const std::optional<std::string>& serviceTier, RequestMemory memory);
 
+    /// What the rules do not understand goes to the user's own model from now on.
+    void useModel(ModelTurn model) { m_model.emplace(std::move(model)); }
+
     /// Waits for the next response. False when too many wait already.
     bool addMessage(ClientText message);
     /// A turn that the voice hands over: it is answered as soon as the backend is free, without being asked.
@@ -54,6 +58,17 @@ public:
     CreateVerdict create(std::chrono::milliseconds now, BackendOutputs& outputs);
     /// The rules' step for what they were last asked to think about.
     void thought(RuleStep step, std::chrono::milliseconds now, BackendOutputs& outputs);
+
+    /// What the model's server sent, and how that ended.
+    void modelSent(std::string_view bytes, std::chrono::milliseconds now, BackendOutputs& outputs);
+    void modelEnded(ModelEnd end, std::chrono::milliseconds now, BackendOutputs& outputs);
+    /// The user wants something else: what the model has not said yet it need not say.
+    void stopModel(BackendOutputs& outputs);
+    /// To be called at nextTick.
+    void tick(std::chrono::milliseconds now, BackendOutputs& outputs);
+    std::optional<std::chrono::milliseconds> nextTick() const { return m_model ? m_model->deadline() : std::nullopt; }
+    /// More of a reply may come at any time.
+    bool isModelAsked() const { return m_model && m_model->isAsking(); }
 
     /// Nothing runs and no result is owed or waits.
     bool isIdle() const { return !m_running && m_owed.empty() && m_results.empty(); }
@@ -66,16 +81,23 @@ private:
         ToolRequest call;
         ClientText::Manner manner;
         std::chrono::milliseconds since;
+        std::string words;
+        bool isOfModel;
     };
     struct Result {
         ToolRequest call;
         ClientText::Manner manner;
         std::string text;
+        std::string words; ///< Of the user, for which the call was made.
+        bool isOfModel;
     };
+    enum class Caller { rules, model };
 
     void start(BackendOutputs& outputs);
     void goOn(std::chrono::milliseconds now, BackendOutputs& outputs);
-    void callTool(const ToolRequest& request, std::chrono::milliseconds now, BackendOutputs& outputs);
+    void callTool(const ToolRequest& request, Caller caller, std::chrono::milliseconds now, BackendOutputs& outputs);
+    void followModel(ModelTurn::Step step, std::chrono::milliseconds now, BackendOutputs& outputs);
+    void sayOfModel(const std::vector<std::string>& sentences, BackendOutputs& outputs);
     void finish(BackendOutputs& outputs);
     void giveTexts(BackendOutputs& outputs);
     void end(BackendOutputs& outputs);
@@ -88,6 +110,10 @@ private:
     std::deque<Result> m_results; ///< Received and not yet answered.
     std::map<std::string, Owed> m_owed;
     std::optional<std::string> m_running; ///< The response's id.
+    std::optional<ModelTurn> m_model; ///< Where there is one.
+    std::string m_words; ///< The user's, that the rules think about.
+    std::optional<std::string> m_modelsResult; ///< The result that they think about, where the model made the call.
+    std::string m_saidOfModel; ///< In this response.
     ClientText::Manner m_manner = ClientText::Manner::voiced; ///< Of what is being thought about.
     std::string m_texts; ///< What this response says, so far.
     ClientText::Manner m_textsManner = ClientText::Manner::shown;

@@ -32,6 +32,11 @@ double ConversationHistory::fullness() const
     return std::min(1.0, std::max(turns, bytes));
 }
 
+std::vector<LiveHistoryEntry> ConversationHistory::last(std::size_t count) const
+{
+    return {m_turns.end() - static_cast<std::ptrdiff_t>(std::min(count, m_turns.size())), m_turns.end()};
+}
+
 std::string ConversationHistory::lastReply() const
 {
     const auto last = std::find_if(

@@ -24,6 +24,8 @@ public:
     void add(std::string_view role, std::string_view text);
     /// 0 to 1, the larger share of the two limits.
     double fullness() const;
+    /// The last so many turns, oldest first.
+    std::vector<LiveHistoryEntry> last(std::size_t count) const;
     /// Empty when the assistant said nothing yet.
     std::string lastReply() const;
 

@@ -64,6 +64,16 @@ struct ThinkAboutResult {
     RequestMemory memory;
     bool operator==(const ThinkAboutResult&) const = default;
 };
+/// The user's own model is to be asked; what it sends goes to LiveSessionEngine::modelSent and modelEnded. Whatever was
+/// asked before is no longer wanted.
+struct AskModel {
+    std::string body; ///< JSON.
+    bool operator==(const AskModel&) const = default;
+};
+/// Nothing that was asked of the model is wanted any more.
+struct StopModel {
+    bool operator==(const StopModel&) const = default;
+};
 /// The sentences are to be voiced; what the voice gives goes to LiveSessionEngine::voiced with this number.
 struct Voice {
     int reply = 0;
@@ -87,7 +97,7 @@ namespace quorvell {
 
 using EngineEffect = std::variant<effect::Tell, effect::PrepareSpeech, effect::ExpectSpeech, effect::BeginListening,
     effect::Listen, effect::JudgePause, effect::FinishListening, effect::ThinkAboutWords, effect::ThinkAboutResult,
-    effect::Voice, effect::StopVoice, effect::CloseConnection>;
+    effect::AskModel, effect::StopModel, effect::Voice, effect::StopVoice, effect::CloseConnection>;
 using EngineEffects = std::vector<EngineEffect>;
 
 } // namespace quorvell

@@ -13,6 +13,8 @@ struct HeardTurn {
     HeardDoubts doubts{};
     std::string problem{}; ///< Why turns cannot be recognised at all: a sentence for the user.
 
+    std::string notice{}; ///< A sentence that is told before the answer, such as that another recogniser is used now.
+
     bool operator==(const HeardTurn&) const = default;
 };
 

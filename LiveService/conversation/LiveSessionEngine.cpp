@@ -81,6 +81,8 @@ void LiveSessionEngine::open(const OpenAILiveSetupOptions& options)
     m_history = std::move(before.history);
     m_wordsBefore = before.totalWords;
     m_backend.emplace(m_ids, options.serviceTier, std::move(before.memory));
+    if (m_model)
+        m_backend->useModel(ModelTurn(*m_model, options.tools, m_history));
     m_turns.emplace(m_heardRate);
     m_pacer.emplace(spokenRate);
     m_effects.emplace_back(effect::PrepareSpeech{m_heardRate, spokenRate, options.voice});
@@ -126,8 +128,10 @@ void LiveSessionEngine::take(const openai_client::Append& message, Time now)
 void LiveSessionEngine::take(const openai_client::UserMessage& message, Time)
 {
     auto text = ClientText::fromMessage(message.text);
-    if (text.kind == ClientText::Kind::request)
+    if (text.kind == ClientText::Kind::request) {
+        stopModel();
         m_history.add("user", text.text);
+    }
     if (!m_backend->addMessage(std::move(text)))
         refuse("too_many_messages", "Too many messages wait. Send \"response.create\" first.", message.eventID);
 }
@@ -179,6 +183,8 @@ EngineEffects LiveSessionEngine::heard(const HeardTurn& turn, Time now)
         return {};
     const Time speech = m_speech.front();
     m_speech.pop_front();
+    if (!turn.notice.empty())
+        say({turn.notice, ClientText::Manner::voiced});
     if (!turn.problem.empty()) {
         say({turn.problem, ClientText::Manner::voiced});
     } else if (turn.text.empty()) {
@@ -228,7 +234,8 @@ EngineEffects LiveSessionEngine::voiced(VoicePiece piece, Time now)
         break;
     case VoicePiece::Kind::replyEnded:
         m_isVoicing = piece.reply < m_lastReply;
-        m_pacer->endReply();
+        if (!m_isVoicing && !m_backend->isModelAsked())
+            m_pacer->endReply();
         break;
     }
     sendDue(now);
@@ -241,6 +248,7 @@ EngineEffects LiveSessionEngine::tick(Time now)
         close("start_timeout", policyViolation);
     if (m_phase == Phase::open) {
         takeTurnEvents(m_turns->look(now));
+        tickModel(now);
         sendDue(now);
     }
     return taken();
@@ -255,6 +263,8 @@ std::optional<LiveSessionEngine::Time> LiveSessionEngine::nextTick() const
     auto next = m_pacer->nextDue();
     if (m_turns->isOpen())
         next = std::min(next.value_or(Time::max()), m_turns->nextLook());
+    if (const auto deadline = m_backend->nextTick())
+        next = std::min(next.value_or(Time::max()), *deadline);
     return next;
 }
 
@@ -320,6 +330,7 @@ void LiveSessionEngine::breakOff()
 {
     if (!m_isVoicing && !m_pacer->isSpeaking())
         return;
+    stopModel();
     m_firstWantedReply = m_lastReply + 1;
     m_isVoicing = false;
     m_pacer->breakOff();

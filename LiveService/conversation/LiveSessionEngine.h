@@ -45,6 +45,9 @@ public:
     LiveSessionEngine(const LiveSessionEngine&) = delete;
     LiveSessionEngine& operator=(const LiveSessionEngine&) = delete;
 
+    /// Before the session starts: what the rules do not understand goes to the user's own model.
+    void useModel(ModelSurroundings model) { m_model = std::move(model); }
+
     EngineEffects receive(const OpenAILiveClientMessage& message, Time now);
     /// The client's sound pauses: the user's turn is over, however short the quiet was.
     EngineEffects soundPaused();
@@ -53,6 +56,9 @@ public:
     EngineEffects heard(const HeardTurn& turn, Time now);
     EngineEffects thought(RuleStep step, Time now);
     EngineEffects voiced(VoicePiece piece, Time now);
+    /// What came from the model's server, a piece at a time, and how that ended.
+    EngineEffects modelSent(std::string_view bytes, Time now);
+    EngineEffects modelEnded(ModelEnd end, Time now);
     /// To be called at nextTick.
     EngineEffects tick(Time now);
     std::optional<Time> nextTick() const;
@@ -86,6 +92,9 @@ private:
     void open(const OpenAILiveSetupOptions& options);
     void takeRequest(const std::string& words, const HeardDoubts& doubts, Time now);
     void carryOut(BackendOutputs outputs);
+    void stopModel();
+    void tickModel(Time now);
+    void endReplyOfModel(Time now);
     void takeTurnEvents(std::vector<TurnEvent> events);
     void say(const BackendReply& reply);
     void breakOff();
@@ -110,6 +119,7 @@ private:
     std::optional<State> m_resumed;
     std::int64_t m_wordsBefore = 0; ///< Of the sessions that this one goes on from.
     ConversationHistory m_history;
+    std::optional<ModelSurroundings> m_model;
     std::optional<BackendRun> m_backend; ///< From session.start on, as the next two.
     std::optional<TurnDetector> m_turns;
     std::optional<ReplyPacer> m_pacer;

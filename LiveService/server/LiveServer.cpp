@@ -196,8 +196,8 @@ LiveServerSession& LiveServer::openSession(
         });
     };
     LiveServerSession::Surroundings surroundings{m_settings.ids, m_settings.calendar, m_settings.wallClock, m_thinking,
-        m_resumption, SessionFaults::of(m_settings.faults, number), [this] { return m_speech.take(); }, reach,
-        [this, number] { later([this, number] { endSession(number); }); }};
+        m_resumption, SessionFaults::of(m_settings.faults, number), m_settings.model,
+        [this] { return m_speech.take(); }, reach, [this, number] { later([this, number] { endSession(number); }); }};
     m_idle.stop();
     auto session = std::make_unique<LiveServerSession>(std::move(transport), std::move(codec), std::move(surroundings));
     return *m_sessions.emplace(number, std::move(session)).first->second;

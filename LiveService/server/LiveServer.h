@@ -44,6 +44,7 @@ public:
         std::vector<Fault> faults{};
         std::optional<QSslConfiguration> tls{}; ///< With a certificate and its key; without, nothing is encrypted.
         SpeechWorkerPool::Readiness readiness = SpeechWorkerPool::Readiness::whenSpeechComes;
+        std::optional<ModelAccess> model{}; ///< The user's own, for what the rules do not understand.
     };
 
     explicit LiveServer(Settings settings);

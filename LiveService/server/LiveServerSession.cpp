@@ -2,10 +2,13 @@
 #include "LiveService/server/LiveServerSession.h"
 
 #include "Understanding/requests/HeardRules.h"
+#include "Understanding/dialogue/PlainReplies.h"
 #include "Understanding/requests/RequestRules.h"
 #include "Understanding/requests/UtteranceShape.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <utility>
 
 namespace quorvell {
@@ -41,8 +44,19 @@ LiveServerSession::LiveServerSession(
             take(openai_client::Malformed{"invalid_frame", "Send JSON as text frames.", {}});
         },
         [this](Bytes pcm) { take(openai_client::InputAudio{std::move(pcm)}); }, [this] { m_surroundings.ended(); }});
+    if (m_surroundings.model)
+        m_engine.useModel({*m_surroundings.model, [this] { return nowInWords(); }});
     startFaultTimers();
     wakeAtNextTick();
+}
+
+std::string LiveServerSession::nowInWords() const
+{
+    const Instant now = m_surroundings.wallClock();
+    const CalendarParts parts = m_surroundings.calendar.parts(now);
+    std::array<char, 32> clock{};
+    std::snprintf(clock.data(), clock.size(), " %d, %02d:%02d", parts.year, parts.hour, parts.minute);
+    return PlainReplies::day(now, m_surroundings.calendar) + clock.data() + " (" + m_surroundings.calendar.zone() + ")";
 }
 
 void LiveServerSession::end(std::string_view reason, int closeCode)
@@ -213,6 +227,21 @@ void LiveServerSession::think(std::function<RuleStep(const RuleSurroundings&)> r
         reach([step = rules(around)](
                   LiveServerSession& session) { session.carryOut(session.m_engine.thought(step, sessionNow())); });
     });
+}
+
+void LiveServerSession::carryOut(const effect::AskModel& ask)
+{
+    if (!m_modelLine)
+        m_modelLine = std::make_unique<ModelLine>(m_surroundings.model->address,
+            ModelLine::Reports{[this](std::string_view bytes) { carryOut(m_engine.modelSent(bytes, sessionNow())); },
+                [this](ModelEnd end) { carryOut(m_engine.modelEnded(end, sessionNow())); }});
+    m_modelLine->ask(std::string(ModelRequest::path), ask.body);
+}
+
+void LiveServerSession::carryOut(const effect::StopModel&)
+{
+    if (m_modelLine)
+        m_modelLine->stop();
 }
 
 void LiveServerSession::carryOut(effect::Voice& voice)

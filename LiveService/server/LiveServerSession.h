@@ -5,6 +5,7 @@
 #include "LiveService/conversation/LiveSessionEngine.h"
 #include "LiveService/conversation/ResumptionStore.h"
 #include "LiveService/faults/FaultyWire.h"
+#include "LiveService/model/ModelLine.h"
 #include "LiveService/protocols/SessionCodec.h"
 #include "LiveService/server/SessionTransport.h"
 #include "LiveService/speech/SpeechWorker.h"
@@ -17,6 +18,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace quorvell {
@@ -34,6 +36,7 @@ public:
         WorkerThread& thinking; ///< Runs the rules and reads large messages, for all sessions.
         ResumptionStore& resumption; ///< For all sessions.
         SessionFaults faults;
+        std::optional<ModelAccess> model; ///< The user's own, for what the rules do not understand.
         std::function<std::unique_ptr<SpeechWorker>()> takeSpeech;
         Reach reach;
         std::function<void()> ended; ///< The connection is gone. The session must outlive the call.
@@ -69,6 +72,8 @@ private:
     void carryOut(const effect::FinishListening& finish);
     void carryOut(effect::ThinkAboutWords& think);
     void carryOut(effect::ThinkAboutResult& think);
+    void carryOut(const effect::AskModel& ask);
+    void carryOut(const effect::StopModel& stop);
     void carryOut(effect::Voice& voice);
     void carryOut(const effect::StopVoice& stop);
     void carryOut(const effect::CloseConnection& close);
@@ -81,6 +86,7 @@ private:
     void sendDue();
     void freeze();
     void wakeAtNextTick();
+    std::string nowInWords() const;
 
     std::unique_ptr<SessionTransport> m_transport;
     std::shared_ptr<SessionCodec> m_codec; ///< Shared with the worker that reads a large message.
@@ -97,6 +103,7 @@ private:
     int m_creates = 0;
     QTimer m_tick;
     QTimer m_wireTimer;
+    std::unique_ptr<ModelLine> m_modelLine; ///< From the first question to the model on.
 };
 
 } // namespace quorvell

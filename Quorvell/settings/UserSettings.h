@@ -51,6 +51,10 @@ struct UserSettings {
     std::optional<Folder> calendarFolder;
     WakingHours wakingHours;
     DeciderSettings deciders;
+    std::optional<std::string> localModelHost;
+    std::optional<std::string> localModel;
+    std::optional<std::string> speechRecogniserHost;
+    std::optional<std::string> speechVoiceHost;
 
     /// Every setting but the names of models: its key in the file and its place, whose type says what it may be. Above
     /// it stands what users read of it: type, meaning and what holds without it (scripts/check-settings).
@@ -119,6 +123,16 @@ struct UserSettings {
         take("pim_mode", deciders.pimMode);
         // text | where the selector is, as `planner_host` | nowhere: it is not asked
         take("selector_host", deciders.selectorHost);
+        // text | a [model server](../local-model.md) of the user's own, which takes what the service on this computer
+        // does not understand: `host:port` on this computer, any other host as an address with `https` | none is asked
+        take("local_model_host", localModelHost);
+        // text | its model, by the name that the server knows | none is asked
+        take("local_model", localModel);
+        // text | a [Wyoming](wyoming.md) service that writes down what is said: `host:port` on this computer, any other
+        // host as `unencrypted://host:port` | the recogniser of this computer
+        take("speech_recogniser_host", speechRecogniserHost);
+        // text | a Wyoming service that speaks, likewise | the voice of this computer
+        take("speech_voice_host", speechVoiceHost);
     }
 
     /// What a backend is asked for: what the user named, and its usual names.

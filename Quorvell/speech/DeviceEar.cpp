@@ -8,8 +8,9 @@
 
 namespace quorvell {
 
-DeviceEar::DeviceEar(SpeechModels models, Scheduler& scheduler)
+DeviceEar::DeviceEar(SpeechModels models, Scheduler& scheduler, std::optional<WyomingAddress> service)
     : m_models(std::move(models))
+    , m_service(std::move(service))
     , m_post(scheduler)
 {
     m_gate.hangover = quietChunks;
@@ -37,7 +38,8 @@ void DeviceEar::start(Reports reports)
             [this](std::uint64_t utterance, std::string words) {
                 m_post([this, utterance, words = std::move(words)] { recognised(utterance, words); });
             },
-            [this](std::string sentence) { m_post([this, sentence = std::move(sentence)] { failed(sentence); }); }});
+            [this](std::string sentence) { m_post([this, sentence = std::move(sentence)] { failed(sentence); }); }},
+        m_service);
 }
 
 void DeviceEar::stop()

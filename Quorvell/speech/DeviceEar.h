@@ -9,9 +9,11 @@
 #include "Quorvell/speech/RecognitionWorker.h"
 #include "QuorvellCore/live/gate/MicGate.h"
 #include "QuorvellCore/live/gate/PCMChunker.h"
+#include "Wyoming/WyomingAddress.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -27,7 +29,8 @@ public:
     static constexpr int longestUtteranceChunks = 300;
 
     /// Nothing is loaded before somebody speaks; `stop` lets it go.
-    DeviceEar(SpeechModels models, Scheduler& scheduler);
+    /// `service` is a recogniser of the user's own, that is believed before the one of this computer.
+    DeviceEar(SpeechModels models, Scheduler& scheduler, std::optional<WyomingAddress> service = std::nullopt);
     ~DeviceEar() override;
 
     void start(Reports reports) override;
@@ -42,6 +45,7 @@ private:
     void failed(const std::string& sentence);
 
     SpeechModels m_models;
+    std::optional<WyomingAddress> m_service;
     GuardedPost m_post;
     Reports m_reports;
     bool m_isListening = false;

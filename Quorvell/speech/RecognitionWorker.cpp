@@ -6,9 +6,10 @@
 
 namespace quorvell {
 
-RecognitionWorker::RecognitionWorker(SpeechModels models, Reports reports)
+RecognitionWorker::RecognitionWorker(SpeechModels models, Reports reports, const std::optional<WyomingAddress>& service)
     : m_models(std::move(models))
     , m_reports(std::move(reports))
+    , m_service(service ? std::optional<WyomingRecogniser>(*service) : std::nullopt)
     , m_thread([this](const std::stop_token& stop) { run(stop); })
 {
 }
@@ -93,14 +94,23 @@ void RecognitionWorker::carryOut(const Wish& wish, const std::stop_token& stop)
         m_resampler = std::make_unique<Resampler>(sampleRateHz, SpeechRecogniser::sampleRateHz);
         if (m_utterance != 0)
             m_recogniser->begin();
+        if (m_utterance != 0 && m_service)
+            m_service->begin();
         return;
     case Wish::Kind::feed:
-        if (m_utterance != 0)
-            m_recogniser->feed(m_resampler->process(std::span<const std::int16_t>(wish.samples)));
+        if (m_utterance != 0) {
+            const auto samples = m_resampler->process(std::span<const std::int16_t>(wish.samples));
+            if (m_service)
+                m_service->feed(samples);
+            m_recogniser->feed(samples);
+        }
         return;
     case Wish::Kind::finish:
         if (const auto utterance = std::exchange(m_utterance, 0); utterance != 0) {
+            auto words = m_service ? m_service->finish(stop) : std::nullopt;
             RecognisedUtterance heard = m_recogniser->finish();
+            if (words)
+                heard = {.text = *std::move(words)};
             if (!stop.stop_requested())
                 report(utterance, std::move(heard));
         }

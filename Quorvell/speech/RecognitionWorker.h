@@ -4,6 +4,7 @@
 
 #include "Media/audio/Resampler.h"
 #include "OnDeviceSpeech/SpeechRecogniser.h"
+#include "Wyoming/WyomingRecogniser.h"
 
 #include <condition_variable>
 #include <cstdint>
@@ -11,6 +12,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <stop_token>
 #include <string>
 #include <thread>
@@ -32,7 +34,10 @@ public:
         std::function<void(std::string sentence)> failed; ///< Once: the models cannot be read.
     };
 
-    RecognitionWorker(SpeechModels models, Reports reports);
+    /// `service`, where there is one, hears every utterance too; its words count, and where it fails those of this
+    /// computer.
+    RecognitionWorker(
+        SpeechModels models, Reports reports, const std::optional<WyomingAddress>& service = std::nullopt);
     /// Soon, whatever is under way; what waits is forgotten.
     ~RecognitionWorker();
     RecognitionWorker(const RecognitionWorker&) = delete;
@@ -65,6 +70,7 @@ private:
     Reports m_reports;
     std::unique_ptr<SpeechRecogniser> m_recogniser; ///< This and the next two are the worker's thread's.
     std::unique_ptr<Resampler> m_resampler;
+    std::optional<WyomingRecogniser> m_service; ///< Likewise.
     std::uint64_t m_utterance = 0; ///< 0 for none.
     std::mutex m_mutex;
     std::condition_variable_any m_changed;

@@ -3,6 +3,7 @@
 
 #include "Quorvell/app/chat/ChatConversation.h"
 #include "Quorvell/app/chat/ChatPractice.h"
+#include "Quorvell/app/chat/ModelOffer.h"
 #include "Quorvell/app/conversation/ConversationEvents.h"
 #include "Quorvell/app/conversation/ConversationOptions.h"
 #include "Quorvell/app/conversation/ConversationText.h"
@@ -11,6 +12,7 @@
 #include "Quorvell/app/practice/GivenWorld.h"
 #include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/Interrupts.h"
+#include "Quorvell/app/program/OwnServices.h"
 #include "Quorvell/app/program/ProgramLoop.h"
 #include "Quorvell/app/terminal/PipedLines.h"
 #include "Quorvell/app/terminal/ShownOutput.h"
@@ -92,10 +94,10 @@ std::unique_ptr<LineSource> makeLines(
     return std::make_unique<TerminalLines>(prompt, std::move(history), environment.colour());
 }
 
-std::string welcome(const Assistant& assistant)
+std::string welcome(const Assistant& assistant, const UserSettings& settings)
 {
-    return std::string(assistant.isOnDevice()
-                   ? "Quorvell on this computer, without an account: nothing you say leaves it."
+    return (assistant.isOnDevice()
+                   ? "Quorvell on this computer, without an account: " + OwnServices::of(settings).whereWordsGo()
                    : "Quorvell with a hosted model: what you type is sent to it.")
         + " Type a line; /help lists what else there is, Ctrl+D ends.";
 }
@@ -172,7 +174,10 @@ int runChat(const ProgramEnvironment& environment, const ConversationOptions& op
     }
     assistant = made.assistant.get();
     if (isPerson)
-        tell(welcome(*assistant));
+        tell(welcome(*assistant, settings));
+    std::optional<ModelOffer> offer;
+    if (isPerson && assistant->isOnDevice())
+        offer.emplace(environment, settings, loop.scheduler(), tell);
     if (practice)
         practice->show();
     const Interrupts interrupts(

@@ -93,7 +93,12 @@ void Doctor::examine(std::function<void(const std::vector<DoctorFinding>&)> done
     for (DoctorFinding& finding : deciders(settings.deciders, m_environment.deciderKeys))
         m_findings.push_back(std::move(finding));
 
-    m_waitingFor = 2;
+    m_waitingFor = 3;
+    m_own = std::make_unique<OwnServicesCheck>(OwnServices::of(settings), m_scheduler);
+    m_own->examine([this](const std::vector<DoctorFinding>& findings) {
+        m_findings.insert(m_findings.end(), findings.begin(), findings.end());
+        finishWhenComplete();
+    });
     const auto& host = m_environment.liveHost ? m_environment.liveHost : settings.liveHost;
     const LiveEndpointSettings endpoint{host, m_environment.keys, settings.backend};
     const LiveEndpointSettings::Choice choice = endpoint.choose();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Quorvell/app/doctor/DoctorFinding.h"
+#include "Quorvell/app/doctor/OwnServicesCheck.h"
 #include "Quorvell/app/doctor/ServiceCheck.h"
 #include "Quorvell/app/doctor/SoundCheck.h"
 #include "Quorvell/loop/Scheduler.h"
@@ -43,6 +44,7 @@ private:
     std::vector<DoctorFinding> m_findings;
     std::vector<DoctorFinding> m_soundFindings;
     std::unique_ptr<ServiceCheck> m_service;
+    std::unique_ptr<OwnServicesCheck> m_own;
     std::unique_ptr<SoundCheck> m_sound;
     std::function<void(const std::vector<DoctorFinding>&)> m_done;
     int m_waitingFor = 0;

@@ -3,11 +3,14 @@
 
 #include "LiveService/server/LiveServer.h"
 #include "LiveService/speech/OnDeviceSpeechPort.h"
+#include "LiveService/speech/ServiceSpeechPort.h"
 #include "OnDeviceSpeech/SpeechVoice.h"
 #include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/GivenFile.h"
 #include "Quorvell/app/program/Interrupts.h"
+#include "Quorvell/app/program/OwnServices.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
+#include "Quorvell/settings/UserSettings.h"
 #include "Quorvell/settings/UsersCalendar.h"
 
 #include <QCoreApplication>
@@ -135,12 +138,21 @@ LiveServer::Settings settingsFor(const Options& options, const ProgramEnvironmen
     Calendar calendar, const Manner& manner)
 {
     const SpeechModels models = SpeechModels::find(environment.programFolder);
+    // What is wrong with them the assistant and `doctor` tell; here it only means doing without.
+    const auto own = OwnServices::of(UserSettings::read(environment.configFolder + "/settings.json").settings);
+    const ServiceSpeechPort::Services speech{own.recogniser, own.voice};
     return {std::move(token), std::move(calendar),
         [] { return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now()); },
         [](std::string_view prefix) { return std::string(prefix) + randomHex(3); },
-        [models, voice = options.voice] { return std::make_unique<OnDeviceSpeechPort>(models, voice); },
+        [models, voice = options.voice, speech]() -> std::unique_ptr<SpeechPort> {
+            auto port = std::make_unique<OnDeviceSpeechPort>(models, voice);
+            if (!speech.areAny())
+                return port;
+            return std::make_unique<ServiceSpeechPort>(std::move(port), speech);
+        },
         LiveServer::usualSessions, manner.faults, manner.tls,
-        options.expectsSpeech ? SpeechWorkerPool::Readiness::always : SpeechWorkerPool::Readiness::whenSpeechComes};
+        options.expectsSpeech ? SpeechWorkerPool::Readiness::always : SpeechWorkerPool::Readiness::whenSpeechComes,
+        own.model};
 }
 
 void printForPeople(const LiveServer& server, const Options& options, const Token& token)

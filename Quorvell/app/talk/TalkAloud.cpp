@@ -7,6 +7,7 @@
 #include "Quorvell/app/conversation/WorkNote.h"
 #include "Quorvell/app/program/ExitCode.h"
 #include "Quorvell/app/program/Interrupts.h"
+#include "Quorvell/app/program/OwnServices.h"
 #include "Quorvell/app/program/ProgramLoop.h"
 #include "Quorvell/app/talk/LiveTalk.h"
 #include "Quorvell/app/talk/TalkStatus.h"
@@ -47,7 +48,8 @@ public:
               {[this](std::span<const std::uint8_t> pcm) { captured(pcm); },
                   [this](const std::string& sentence) { soundFailed(sentence); }})
         , m_voice(m_sound.player(), m_loop.scheduler())
-        , m_ear(SpeechModels::find(environment.programFolder), m_loop.scheduler())
+        , m_ear(
+              SpeechModels::find(environment.programFolder), m_loop.scheduler(), OwnServices::of(m_settings).recogniser)
         , m_talk({m_loop.scheduler(), [this](const std::string& sentence) { tell(sentence); },
                      [this] { return m_assistant->usageText(); }, &ProgramLoop::end},
               m_listening)
@@ -115,8 +117,9 @@ private:
     {
         if (!m_text)
             return;
-        tell(m_assistant->isOnDevice() ? "Quorvell on this computer, without an account: nothing you say leaves it."
-                                       : "Quorvell with a hosted model: what you say while you speak is sent to it.");
+        tell(m_assistant->isOnDevice()
+                ? "Quorvell on this computer, without an account: " + OwnServices::of(m_settings).whereWordsGo()
+                : "Quorvell with a hosted model: what you say while you speak is sent to it.");
         if (m_environment.isInputTerminal)
             tell(LiveTalk::keysText(m_listening));
     }

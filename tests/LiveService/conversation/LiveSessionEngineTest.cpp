@@ -48,6 +48,11 @@ struct Shown {
             text += " <" + sentence + ">";
         return text;
     }
+    std::string operator()(const effect::AskModel& ask) const
+    {
+        return "ask " + dumpJson(parseJson(ask.body)->at("messages").back());
+    }
+    std::string operator()(const effect::StopModel&) const { return "stop model"; }
     std::string operator()(const effect::StopVoice&) const { return "stop"; }
     std::string operator()(const effect::CloseConnection& close) const
     {
@@ -137,10 +142,12 @@ private:
     {
         return shown(m_engine->thought({std::move(answer), {}}, m_now));
     }
+    Texts puzzled() { return shown(m_engine->thought({std::string("I can set reminders."), {}, true}, m_now)); }
     Texts tick() { return shown(m_engine->tick(m_now)); }
 
     milliseconds m_now{};
     std::optional<UtteranceShape> m_shape;
+    int m_reply = 1; ///< That is being voiced.
     std::optional<LiveSessionEngine> m_engine;
 };
 
@@ -175,16 +182,36 @@ const std::map<std::string, Conversation::Verb> Conversation::verbs{
         [](Talk talk, Text text) {
             return talk.think(ToolRequest{"set_reminder", text});
         }},
+    {"model",
+        [](Talk talk, Text) {
+            talk.m_engine->useModel({{*ModelAccess::addressOf("localhost:8080"), "small"}, [] { return "today"; }});
+            return Texts();
+        }},
+    {"puzzled", [](Talk talk, Text) { return talk.puzzled(); }},
+    {"writes",
+        [](Talk talk, Text text) {
+            const Json delta{{"choices", Json::array({{{"delta", {{"content", text + " "}}}}})}};
+            return shown(talk.m_engine->modelSent("data: " + dumpJson(delta) + "\n\n", talk.m_now));
+        }},
+    {"written", [](Talk talk, Text) { return shown(talk.m_engine->modelSent("data: [DONE]\n\n", talk.m_now)); }},
     {"sentence",
         [](Talk talk, Text text) {
-            return talk.voice({.reply = 1, .kind = VoicePiece::Kind::sentenceBegan, .sentence = text});
+            return talk.voice({.reply = talk.m_reply, .kind = VoicePiece::Kind::sentenceBegan, .sentence = text});
         }},
     {"sound",
         [](Talk talk, Text samples) {
-            return talk.voice({.reply = 1, .samples = std::vector<std::int16_t>(std::stoul(samples), 0x0102)});
+            return talk.voice(
+                {.reply = talk.m_reply, .samples = std::vector<std::int16_t>(std::stoul(samples), 0x0102)});
         }},
-    {"sentenceEnd", [](Talk talk, Text) { return talk.voice({.reply = 1, .kind = VoicePiece::Kind::sentenceEnded}); }},
-    {"replyEnd", [](Talk talk, Text) { return talk.voice({.reply = 1, .kind = VoicePiece::Kind::replyEnded}); }},
+    {"sentenceEnd",
+        [](Talk talk, Text) { return talk.voice({.reply = talk.m_reply, .kind = VoicePiece::Kind::sentenceEnded}); }},
+    {"reply",
+        [](Talk talk, Text number) {
+            talk.m_reply = std::stoi(number);
+            return Texts();
+        }},
+    {"replyEnd",
+        [](Talk talk, Text) { return talk.voice({.reply = talk.m_reply, .kind = VoicePiece::Kind::replyEnded}); }},
     {"wait",
         [](Talk talk, Text length) {
             talk.m_now += milliseconds(std::stoi(length));
