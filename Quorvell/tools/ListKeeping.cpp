@@ -296,11 +296,11 @@ public:
             return true;
         };
         m_undo.ofChange(note.id, takeBack, doneInWords(outcome, ListWords::spoken(note.title)), result);
-        // Made again on what the note says by then, should another program have written it in the meantime.
-        const auto change = [edit = m_request.edit, before = note.body, after = changed.body](Note& now) {
+        // Another program may have written the note in the meantime.
+        const auto change = [again = ListEdit::again(outcome), before = note.body, after = changed.body](Note& now) {
             CheckList present(now.body);
             if (now.body != before)
-                (void)edit.apply(present);
+                (void)again.apply(present);
             now.body = now.body == before ? after : present.body();
         };
         m_notebook.update(note.id, change, answeringList(std::move(reply), result));

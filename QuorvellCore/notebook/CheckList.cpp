@@ -119,16 +119,20 @@ void CheckList::read()
     m_boxes.clear();
     m_items.clear();
     m_isNothingElse = true;
+    m_textEnd = m_lines.size();
     std::string_view fence;
     for (std::size_t index = 0; index < m_lines.size(); ++index) {
         const std::string_view line = withoutEnd(m_lines[index]);
         const std::string_view marks = fenceIn(line);
         if (!fence.empty()) {
-            if (marks.starts_with(fence))
+            if (marks.starts_with(fence)) {
                 fence = {};
+                m_textEnd = m_lines.size();
+            }
             continue;
         }
         fence = marks;
+        m_textEnd = fence.empty() ? m_lines.size() : index;
         auto box = fence.empty() ? boxIn(line) : std::nullopt;
         if (box) {
             box->line = index;
@@ -199,12 +203,13 @@ void CheckList::add(const CheckListItem& item)
         line = line.substr(0, free->mark) + (item.isTicked ? "x] " : " ] ") + item.text + std::string(endOf(line));
         return read();
     }
-    const std::size_t place = m_boxes.empty() ? m_lines.size() : endOfBox(m_boxes.back().line);
+    const std::size_t place = m_boxes.empty() ? m_textEnd : endOfBox(m_boxes.back().line);
     const std::string lineEnd = usualEnd(m_lines);
     std::string line = newLine(item);
-    if (place > 0 && !isEnded(m_lines[place - 1]))
+    const bool isBehindOpenEnd = place > 0 && !isEnded(m_lines[place - 1]);
+    if (isBehindOpenEnd)
         m_lines[place - 1] = std::string(withoutEnd(m_lines[place - 1])) + lineEnd;
-    else if (place > 0)
+    else if (!m_lines.empty())
         line += lineEnd;
     m_lines.insert(m_lines.begin() + static_cast<std::ptrdiff_t>(place), std::move(line));
     read();

@@ -63,6 +63,7 @@ private:
     std::vector<std::string> m_lines; ///< With their ends.
     std::vector<Box> m_boxes; ///< Those without words too.
     std::vector<CheckListItem> m_items;
+    std::size_t m_textEnd = 0; ///< Number of lines before code that nothing closes: what follows it is code, too.
     bool m_isNothingElse = true;
 };
 

@@ -26,6 +26,8 @@ std::optional<Places> atPlace(const CheckList& list, std::string_view words, Wan
         return std::nullopt;
     words.remove_prefix(1);
     const Places told = ListEdit::told(list);
+    if (words == "all")
+        return told;
     if (words == "last" || words == "first") {
         Places fitting;
         std::ranges::copy_if(told, std::back_inserter(fitting),
@@ -64,6 +66,8 @@ public:
     Places find(const std::string& words, Wanted wanted)
     {
         auto found = atPlace(m_list, words, wanted).value_or(Places{});
+        if (words == "#all" && !found.empty())
+            return found;
         bool isSure = !found.empty();
         if (!isSure) {
             auto best = ListWords::bestItems(ListThing(words), m_things);
@@ -211,6 +215,19 @@ ListEdit::Outcome ListEdit::apply(CheckList& list) const
     for (const std::string& text : add)
         addOne(list, things, text, outcome);
     return outcome;
+}
+
+ListEdit ListEdit::again(const Outcome& outcome)
+{
+    ListEdit edit{.add = outcome.added, .tick = outcome.ticked, .untick = outcome.unticked};
+    edit.untick.insert(edit.untick.end(), outcome.again.begin(), outcome.again.end());
+    for (const CheckListItem& item : outcome.removed)
+        edit.remove.push_back(item.text);
+    if (!outcome.replaced.empty()) {
+        edit.replace = outcome.replaced.front();
+        edit.by = outcome.replaced.back();
+    }
+    return edit;
 }
 
 bool ListEdit::takeBack(const Outcome& outcome, CheckList& list)

@@ -11,7 +11,8 @@
 
 namespace quorvell {
 
-/// Items are named by words of theirs or by their place as a list is told, those that are open first: "#1", "#last".
+/// Items are named by words of theirs or by their place as a list is told, those that are open first: "#1", "#last",
+/// "#all".
 struct ListEdit {
     std::vector<std::string> add{}; ///< Texts of CheckList::itemText.
     std::vector<std::string> tick{};
@@ -55,6 +56,9 @@ struct ListEdit {
     static std::vector<std::size_t> named(const CheckList& list, std::string_view words);
     /// Items in the order in which a list is told.
     static std::vector<std::size_t> told(const CheckList& list);
+    /// The same by the words of what it came to, for a list that somebody else changed in between: a place there may be
+    /// another item's.
+    static ListEdit again(const Outcome& outcome);
     /// Undoes just that, whatever else happened to the list since; false, and nothing done, where some of it is no
     /// longer as it was left.
     static bool takeBack(const Outcome& outcome, CheckList& list);

@@ -12,7 +12,8 @@ namespace {
 
 constexpr std::string_view moment = "\"2026-11-22 17:00\" in the user's time zone, or \"2026-11-22\" for a whole day.";
 
-constexpr std::string_view item = "Its words, or \"#3\" for its place as the list is told, \"#last\" for the last one.";
+constexpr std::string_view item =
+    "Its words, or \"#3\" for its place as the list is told, \"#last\" for the last one, \"#all\".";
 
 Json dateText(std::string_view what)
 {

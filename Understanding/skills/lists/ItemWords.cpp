@@ -24,10 +24,11 @@ template <std::size_t count> bool isAmong(const std::array<std::string_view, cou
 
 std::string withoutLead(const std::string& item)
 {
-    static const Pattern lead("^(?:(?:and|also|plus|then|the following(?: items?)?|the items?|items?(?= \\w)|(?:new "
-                              ")?tasks?(?= \\w)(?: to)?|some(?: "
-                              "more)?|more|the|an?|my)\\b"
-                              "[:,]?\\s+)+(?=\\S)",
+    static const Pattern lead(
+        "^(?:(?:and|also|plus|then|to(?= [a-z])|the following(?: items?)?|the items?|items?(?= \\w)|(?:new "
+        ")?tasks?(?= \\w)(?: to)?|some(?: "
+        "more)?|more|the|an?|my)\\b"
+        "[:,]?\\s+)+(?=\\S)",
         Pattern::caseless);
     static const Pattern tail("[\\s,;.!?]+(?:too|as well|also|please|for me)?[\\s,;.!?]*$", Pattern::caseless);
     const std::string text = trimmed(lead.replaceAll(trimmed(item, ",;:"), ""), "\"“”'‘’ ,;:");
@@ -232,6 +233,8 @@ Items ItemWords::namedAll(std::string_view words)
         places.push_back(named(all.substr(start, separator.range.start - start)));
         start = separator.range.end;
     }
+    if (isEverything(words))
+        return {"#all"};
     if (std::ranges::all_of(places, [](const std::string& place) { return place.starts_with('#'); }))
         return places;
     return split(words);
@@ -256,9 +259,9 @@ bool ItemWords::isDefinite(std::string_view words)
 
 bool ItemWords::isEverything(std::string_view words)
 {
-    static const Pattern everything(
-        "^(?:everything|all(?: of it| of them)?|all (?:the |my |of the )?(?:items?|things|entries"
-        "|stuff)|(?:the )?(?:contents?|items)|every (?:item|thing))$",
+    static const Pattern everything("^(?:(?:nearly |almost |absolutely )?everything|all(?: of it| of them)?|all (?:the "
+                                    "|my |of the )?(?:items?|things|entries"
+                                    "|stuff)|(?:the )?(?:contents?|items)|every (?:item|thing))$",
         Pattern::caseless);
     return everything.find(trimmed(words)).has_value();
 }

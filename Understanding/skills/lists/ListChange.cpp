@@ -52,8 +52,9 @@ Found creation(const std::string& text)
         "^(?:create|make|start|begin|set up|setup|build|prepare|compose|generate|draw up|put together"
         "|write(?: up)?|write me|open up|form|initiate|produce|craft)(?: me| us)?\\s+(?=\\S)",
         Pattern::caseless);
-    static const Pattern wanted("^(?:(?:i )?(?:need|want)|open|bring up|show(?: me)?|give me|add|do|let me "
-                                "have)\\s+(?=(?:an?|one|another)\\s|new\\s|a new)",
+    static const Pattern wanted(
+        "^(?:(?:i )?(?:need|want)|open|bring up|show(?: me)?|give me|do|let me have)\\s+"
+        "(?=(?:an?|one|another|the)?\\s*(?:brand[ -])?new\\s|(?<=need |want )(?:an?|one|another)\\s)",
         Pattern::caseless);
     static const Pattern fresh(
         "^(?:an? )?(?:brand[ -])?new\\s+(?=.*\\b" + ListPhrase::listWord + "\\b)", Pattern::caseless);
@@ -73,9 +74,9 @@ Found creation(const std::string& text)
 /// "Add milk to my list", "put on my list: milk", "update my list with milk", "eggs to the shopping list".
 Found addition(const std::string& text)
 {
-    static const Pattern towards(ListPhrase::links("to|onto"), Pattern::caseless);
+    static const Pattern towards(ListPhrase::links("to|onto|on"), Pattern::caseless);
     static const Pattern verb(
-        "^(?:add|ad|put|include|insert|enter|place|stick|pop|throw|append|write(?: down)?|jot(?: down)?"
+        "^(?:add|ad|put down|put|include|insert|enter|place|stick|pop|throw|append|write(?: down)?|jot(?: down)?"
         "|note(?: down)?|save|get|log|bung|chuck|also add)(?: in)?\\s+",
         Pattern::caseless);
     static const Pattern links(ListPhrase::links("to|on to|on|onto|in|into|at|under|in to|2"), Pattern::caseless);
@@ -92,12 +93,19 @@ Found addition(const std::string& text)
         Pattern::caseless);
     static const Pattern copula("(?:\\s+(?:is|are|gets?|to be|be|put|added))+$", Pattern::caseless);
     static const Pattern calledList(
-        "^(?:the )?(.+\\b" + ListPhrase::listWord + ") (?:add|needs) (.+)$", Pattern::caseless);
+        "^(?:the )?(.+?\\b" + ListPhrase::listWord + ")\\s*(?:add|needs|:)\\s*(.+)$", Pattern::caseless);
     static const Pattern duty(
         "^(?:add|new|create|make)(?: an?)?(?: new)? (?:to[ -]?do|todo|task)(?: item)?(?: to|:)? (.+)$",
         Pattern::caseless);
-    if (const auto match = duty.find(text); match && !ListPhrase::nameIn(match->texts[0]))
+    if (const auto match = duty.find(text); match && !ListPhrase::itemsIn(text, links))
         return cOfItems(Kind::add, "to do", match->texts[0]);
+    static const Pattern following("^(?:add|put|include) (?:these|this|the following)(?: things?| items?)? "
+                                   "(?:to|on|in|onto|into) (.+?)[:,] ?(.+)$",
+        Pattern::caseless);
+    if (const auto match = following.find(text)) {
+        if (const auto name = ListPhrase::nameIn(match->texts[0]))
+            return cOfItems(Kind::add, *name, match->texts[1]);
+    }
     if (const auto match = verb.find(text)) {
         const std::string rest = text.substr(match->range.end);
         if (const auto parts = ListPhrase::itemsIn(rest, links); parts && !parts->before.empty())
@@ -109,6 +117,11 @@ Found addition(const std::string& text)
             return cOfItems(Kind::add, *name, first->texts[1]);
         const auto bare = led.find(rest) ? ListPhrase::nameIn(rest.substr(led.find(rest)->range.end)) : std::nullopt;
         return bare ? cOf(Kind::add, *bare) : std::nullopt;
+    }
+    static const Pattern bareUpdate("^update (.+)$", Pattern::caseless);
+    if (const auto match = update.find(text) ? std::nullopt : bareUpdate.find(text)) {
+        auto name = ListPhrase::nameIn(match->texts[0]);
+        return name ? cOf(Kind::add, *std::move(name)) : std::nullopt;
     }
     if (const auto match = update.find(text)) {
         const auto name = ListPhrase::nameIn(match->texts[0]);
@@ -130,24 +143,36 @@ Found addition(const std::string& text)
             return cOfItems(Kind::add, *name, match->texts[1]);
     }
     // "Eggs to the shopping list" begins with no word that asks for anything else.
-    static const Pattern others("^(?:what|which|is|are|do|did|does|have|can|read|show|tell|list|open|remove|delete|"
-                                "take|tick|check|cross|move|change"
-                                "|rename|go|remind|give|send|share|play|how|where|who|when|call)\\b|\\b(?:i|you|we|"
-                                "should|add|put|not|don['’]?t)\\b",
+    static const Pattern others(
+        "^(?:find|look|search|undo|un[a-z]+|cancel|make|mark|sort|print|copy|edit|modify|get|see|display|start|finish|"
+        "complete|scratch|clear|empty|reset|wipe|erase|drop|turn|set|buy|say|repeat|stop|help|bring|pull|push|review|"
+        "count|compare|strike|kill|abolish|hide|email|text|export|sync|upload|download|create|edit|there|it|this|"
+        "everything|anything|nothing|what|which|is|are|do|did|does|have|can|read|show|tell|list|open|remove|delete|"
+        "take|tick|check|cross|move|change"
+        "|rename|go|remind|give|send|share|play|how|where|who|when|call)\\b|\\b(?:i|you|we|"
+        "should|add|put|not|don['’]?t)\\b",
         Pattern::caseless);
     const auto parts = others.find(text) ? std::nullopt : ListPhrase::endingIn(text, towards);
-    return parts && !parts->before.empty() ? cOfItems(Kind::add, parts->list, parts->before) : std::nullopt;
+    if (!parts || parts->before.empty())
+        return std::nullopt;
+    auto intent = cOfItems(Kind::add, parts->list, parts->before);
+    // "Milk on the list" may be a question; "milk and eggs on the list" hardly is.
+    static const Pattern leading("\\b(?:to|onto) (?:the |my |our )?[^,]*$", Pattern::caseless);
+    return leading.find(text) || intent->items.size() > 1 ? intent : std::nullopt;
 }
 
 Found removal(const std::string& text)
 {
     static const Pattern verb("^(?:(?:find|open|go to) (.+?) and )?(?:remove|delete|take(?: off| out| "
                               "away)?|erase|drop|scratch(?: off| out)?|strike(?: off| out)?"
-                              "|get rid of|kill|abolish|eliminate|clear(?: off| out)?|throw out|throw "
+                              "|get rid of|kill|cancel|abolish|eliminate|clear(?: off| out)?|throw out|throw "
                               "away|trash|discard|wipe(?: out)?|empty(?: out)?|bin|dump|pull|clean(?: up| out)?)\\s+",
         Pattern::caseless);
     static const Pattern taking("^(?:take|scratch|strike|pull|drop)\\b", Pattern::caseless);
     static const Pattern emptying("^(?:clear|wipe|empty|clean)\\b", Pattern::caseless);
+    static const Pattern anew("^(?:(?:wipe|clear|empty) (.+?) (?:clean|out|completely)|reset (.+)|(?:start|begin) "
+                              "(.+?) (?:over|again|from scratch|anew))$",
+        Pattern::caseless);
     static const Pattern passive("^(.+?) (?:should|must|needs? to|has to|have to|can) (?:be |get )?(?:not be "
                                  "on|removed|deleted|taken (?:away|off|out)|erased|go|gone)(?: away)?"
                                  "(?= (?:from|off|out of))(.+)$",
@@ -155,6 +180,11 @@ Found removal(const std::string& text)
     static const Pattern off(
         "^(?!what|which|tick|check|cross|mark|i |is |are )(.+?) off (?:of )?(.+)$", Pattern::caseless);
     static const Pattern links(ListPhrase::links("from|off of|off from|off|out of|on|in|at|of"), Pattern::caseless);
+    if (const auto match = anew.find(text)) {
+        for (const std::string& list : match->texts)
+            if (auto name = list.empty() ? std::nullopt : ListPhrase::nameIn(list))
+                return cOf(Kind::clear, *std::move(name));
+    }
     if (const auto match = verb.find(text)) {
         const std::string rest = text.substr(match->range.end);
         if (!match->texts[0].empty()) {
@@ -191,7 +221,9 @@ Found ticking(const std::string& text)
 {
     static const Pattern undone(
         "^(?:untick|uncheck|unmark|uncross|un-tick|un-check) (.+?)(?: (?:on|from|off) (.+))?$", Pattern::caseless);
-    static const Pattern verb("^(?:tick|check|cross|mark|strike through)(?: off)? (.+)$", Pattern::caseless);
+    static const Pattern verb("^(?:tick|check|cross|mark|strike through)(?: off)? "
+                              "(?!(?:if|whether|that|for|out|to|in|on|my|the list)\\b)(.+)$",
+        Pattern::caseless);
     static const Pattern done(
         "(?:\\s+(?:off|as (?:done|bought|got|complete|completed|finished|purchased|ticked|checked)"
         "|done|complete|completed|bought|down))+(?=\\s+(?:on|from|of|in|off)\\s|$)",
@@ -230,6 +262,9 @@ Found changing(const std::string& text)
         "|^(?:re-?name|call) (.+\\b"
             + ListPhrase::listWord + ") (?:instead |simply |just )?(.+)$",
         Pattern::caseless);
+    static const Pattern swappedThere("^(?:change|replace|swap|turn|make) (.+?) (?:on|in) (.+?\\b"
+            + ListPhrase::listWord + ") (?:to|with|for|by|into) (.+)$",
+        Pattern::caseless);
     static const Pattern swapped(
         "^(?:change|replace|swap|substitute|exchange|turn) (.+?) (?:to|with|for|by|into) (.+?) (?:on|in|from|of) (.+)$",
         Pattern::caseless);
@@ -245,6 +280,9 @@ Found changing(const std::string& text)
     };
     if (const auto match = swapped.find(text))
         if (auto intent = replacing(match->texts[2], match->texts[0], match->texts[1]))
+            return intent;
+    if (const auto match = swappedThere.find(text))
+        if (auto intent = replacing(match->texts[1], match->texts[0], match->texts[2]))
             return intent;
     if (const auto match = onList.find(text))
         if (auto intent = replacing(match->texts[0], match->texts[1], match->texts[2]))

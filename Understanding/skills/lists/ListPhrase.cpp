@@ -11,9 +11,9 @@ namespace {
 
 constexpr std::string_view ownerWords =
     "(?:(?:all(?: of)?|both|my|the|our|an?|that|this|your|his|her|their|any|some|me|us)\\s+)*";
-constexpr std::string_view ageWords =
-    "(?:(?:brand[ -]new|new|current|existing|previous|last|latest|whole|entire|complete|old|other"
-    "|same)\\s+)*";
+constexpr std::string_view ageWords = "(?:(?:(?:to|tomor|tomorr)(?:day|ow)['’]?s|daily|weekly|brand[ "
+                                      "-]new|new|current|existing|previous|last|latest|whole|entire|complete|old|other"
+                                      "|same)\\s+)*";
 
 bool isTooLong(const std::string& name)
 {
@@ -37,7 +37,8 @@ bool ListPhrase::isKeptElsewhere(const std::string& name)
 bool ListPhrase::isSentence(const std::string& name)
 {
     static const Pattern sentence("\\b(?:on|onto|into|from|off|is|are|was|what|which|who|how|add|put|remove|delete|take"
-                                  "|read|show|tell|do|did|have|has|i|you|we|it|please|make|create|whether|if)\\b",
+                                  "|read|show|tell|do|did|have|has|i|you|we|it|please|make|create|whether|if|my|our|"
+                                  "your|edit|sort|modify|print|combine|share|copy|send|email|call|price)\\b",
         Pattern::caseless);
     static const Pattern duties("\\bto[ -]?dos?\\b", Pattern::caseless);
     return sentence.find(duties.replaceAll(name, "todo")).has_value();
@@ -45,7 +46,9 @@ bool ListPhrase::isSentence(const std::string& name)
 
 std::string ListPhrase::withoutEnds(std::string_view text)
 {
-    static const Pattern tail("(?:,?\\s+(?:for me|please|now|right now|in my notes|in my notebook|in the notebook|app"
+    static const Pattern tail("(?:,?\\s+(?:for (?:today|tomorrow|tonight|now|later|this week|next week|the week|the "
+                              "weekend|(?:mon|tues|wednes|thurs|fri|satur|sun)day)|for me|please|now|right now|in my "
+                              "notes|in my notebook|in the notebook|app"
                               "|again|right away|out loud|aloud|to me|today|to be (?:bought|purchased|done)|so far"
                               "|at the moment|currently|already|instead))+$",
         Pattern::caseless);
@@ -101,7 +104,8 @@ std::optional<std::string> ListPhrase::nameIn(std::string_view phrase)
                                "?list|grocerylist|todolist|shoppinglist)$",
         Pattern::caseless);
     static const Pattern owned("^(?:my|the|our)\\s", Pattern::caseless);
-    static const Pattern nobody("^(?:me|us|it|you|myself|the)$", Pattern::caseless);
+    static const Pattern nobody(
+        "^(?:me|us|it|you|myself|the|two|three|four|five|several|some|multiple|a few)$", Pattern::caseless);
     const std::string whole = withoutEnds(phrase);
     const std::string text = lead.replaceAll(whole + " ", "");
     const std::string words = withoutEnds(text);

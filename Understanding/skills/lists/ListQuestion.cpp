@@ -54,19 +54,31 @@ Found shopping(const std::string& text)
         "(?:buy|purchase|shop for|(?:get )?(?:from|at|in) the (?:store|shops?|supermarket|market|grocery store))"
         "(?: (?:from|at|in) the (?:store|shops?|supermarket|market|grocery store))?$",
         Pattern::caseless);
-    return form.find(text) ? qOf(Kind::show, "shopping") : std::nullopt;
+    static const Pattern left(
+        "^(?:(?:show|tell|read)(?: me)? )?(?:what|which)(?:['’]?s| is| are)?(?: (?:groceries|things?|items?|stuff))? "
+        "(?:left to (?:buy|get)|(?:i|we) (?:still )?(?:have|need) to (?:buy|get)|(?:groceries )?do (?:i|we) (?:still "
+        ")?need to (?:buy|get))$"
+        "|^(?:what|which) groceries do (?:i|we) (?:still )?need$",
+        Pattern::caseless);
+    static const Pattern one("^do (?:i|we) (?:still )?need (?:to (?:buy|get|pick up)(?: any| some| more)?|any "
+                             "more|any|more) ([a-z ]{3,40})$",
+        Pattern::caseless);
+    if (const auto match = one.find(text))
+        return qOfItems(Kind::has, "shopping", match->texts[0]);
+    return form.find(text) || left.find(text) ? qOf(Kind::show, "shopping") : std::nullopt;
 }
 
 Found asking(const std::string& text)
 {
     static const Pattern onAny(ListPhrase::links("on|in|onto|to|down on"), Pattern::caseless);
     static const Pattern onOrIn(ListPhrase::links("on|in"), Pattern::caseless);
-    static const Pattern isOn("^(?:(?:check|see|tell me|confirm|verify|find out) (?:if|whether|that) "
-                              ")?(?:is|are|was|were)(?: there)?(?: any| still| already)* (.+)$",
+    static const Pattern isOn("^(?:(?:check|see|tell me|confirm|verify|find out) )?(?:(?:if|whether|that) (?:there )?)?"
+                              "(?:is|are|was|were)(?: there)?(?: any| still| already)* (.+)$",
         Pattern::caseless);
     static const Pattern haveOn("^(?:(?:check|see|tell me) (?:if|whether) "
                                 ")?(?:do|did|have|had|has|if|whether)?\\s*(?:i|we|you|anyone|anybody)(?:['’]ve)? "
-                                "?(?:have|got|already|put|add|added|include|included|write|written|wrote|need|still)+(?"
+                                "?(?:have|got|already|forget|forgotten|ticked(?: off)?|checked(?: "
+                                "off)?|bought|done|put|add|added|include|included|write|written|wrote|need|still)+(?"
                                 ": (?:got|any|already|put|added|included|written))* (.+)$",
         Pattern::caseless);
     static const Pattern checked(
@@ -76,12 +88,13 @@ Found asking(const std::string& text)
                                "(.+?)(?: (?:on|in) (?:it|there))?$",
         Pattern::caseless);
     static const Pattern howMany(
-        "^(?:how (?:many|much)|(?:what is|what['’]s|tell me) the (?:number|count) of|count(?: the)?)(?: "
+        "^(?:how (?:many|much)|(?:what is|what['’]s|tell me) the (?:number|count) of|count(?: the)?|how long "
+        "(?:is|are))(?: "
         "(?:things?|items?|entries|stuff|events|tasks?|of|different|more|products?|do|i|we|have|are|is|there|got|left|"
         "still|does|remain|open|to|buy|get|in|on))* (?:on|in|does|of|left on)? ?(.+)$",
         Pattern::caseless);
-    static const Pattern tail(
-        "(?:\\s+(?:already|still|yet|listed|written|written down|down|now|have|hold|contain|there))+$",
+    static const Pattern tail("(?:\\s+(?:already|still|yet|done|bought|finished|completed?|ticked(?: off)?|checked(?: "
+                              "off)?|listed|written|written down|down|now|have|hold|contain|there))+$",
         Pattern::caseless);
     static const Pattern thing("^(?:there|anything|something|things?|stuff|items?|everything|all|any|what|more|much|"
                                "anything (?:else|left|outstanding|open)|(?:anything|something|things|items) .*)$",
@@ -89,6 +102,18 @@ Found asking(const std::string& text)
     static const Pattern listMade("^(?:do|did|have|is|are|has)\\s*(?:i|we|there|you)?\\s*(?:have|got|make|made|create|"
                                   "created|start|started|already|an?|any|write|written)\\b\\s*(.+)$",
         Pattern::caseless);
+    static const Pattern lookedFor(
+        "^(?:check|search|look (?:at|in|on|through)|scan) (.+?) for (.+)$", Pattern::caseless);
+    static const Pattern found("^(?:find|look for|search for|check for) (.+ (?:on|in) .+)$", Pattern::caseless);
+    if (const auto match = lookedFor.find(text)) {
+        if (const auto name = ListPhrase::nameIn(match->texts[0]))
+            return qOfItems(Kind::has, *name, match->texts[1]);
+    }
+    if (const auto match = found.find(text)) {
+        const auto parts = ListPhrase::endingIn(match->texts[0], onOrIn);
+        if (parts && !parts->before.empty())
+            return qOfItems(Kind::has, parts->list, parts->before);
+    }
     const std::string asked = tail.replaceAll(text, "");
     if (const auto match = howMany.find(asked)) {
         if (auto name = ListPhrase::nameIn(match->texts[0]))
@@ -126,14 +151,15 @@ Found showing(const std::string& text)
         "^(?:(?:what|which|whats)(?:['’]?s| is| are| was| were| do| does| did| have| has)?|read(?: out| back| "
         "off)?|show|display|see|view|check(?: out)?|open(?: up)?|pull up|bring up"
         "|give|tell|list(?: out)?|get|fetch|find|look (?:at|in|into|up)|go (?:through|over|to)|run "
-        "through|recite|say|print|let (?:me|us) (?:see|hear|know|have)|review|i have|i['’]ve got|evaluate|call "
+        "through|recite|say|print|let (?:me|us) (?:see|hear|know|have)|review|edit|modify|amend|manage|i have|i['’]ve "
+        "got|evaluate|call "
         "up|load|access)(?=\\s)",
         Pattern::caseless);
     static const Pattern between(
         "^(?:\\s*(?:me|us|out|what|which|all|the|of|items?|things?|stuff|contents?|entries|everything|anything|is|are|"
         "was|that|have|has|do|does|did|i|we|got|put|need(?: to "
         "(?:buy|get|do|pack))?|still|currently|already|there|left|else|tasks?|products?|groceries|more|remains?|"
-        "remaining|written|listed|added|to|in|on|from|off|inside|for|with|about|today)\\b)+\\s*",
+        "remaining|written|listed|added|to|in|on|from|off|inside|for|with|about|today)(?![\\w-]))+\\s*",
         Pattern::caseless);
     static const Pattern bare("^(?:(?:my|our|the) )(?:\\S+ ){0,4}" + ListPhrase::listWord + "$", Pattern::caseless);
     static const Pattern onlyList("^(?:\\S+ ){1,3}" + ListPhrase::listWord + "$", Pattern::caseless);
@@ -147,6 +173,11 @@ Found showing(const std::string& text)
             return qOf(Kind::show, *std::move(name));
     }
     if (!start || middle.find(asked))
+        return std::nullopt;
+    // What the world holds is no list of theirs.
+    static const Pattern ofTheWorld(
+        "^\\s*(?:me |us )?(?:an? )(?:\\w+ )?" + ListPhrase::listWord + " (?:of|for|with)\\b", Pattern::caseless);
+    if (ofTheWorld.find(asked.substr(start->range.end)))
         return std::nullopt;
     std::string rest = asked.substr(start->range.end);
     if (const auto filler = between.find(rest))

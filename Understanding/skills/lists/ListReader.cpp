@@ -52,14 +52,16 @@ std::string plainCore(std::string_view core)
 
 std::optional<ListIntent> ListReader::read(std::string_view core)
 {
-    static const Pattern hint("list|lsit|lst\\b|lits\\b|\\bto[ -]?dos?\\b|grocer|errands|chores|\\bmy "
-                              "shopping\\b|\\bbuy\\b|\\b(?:store|shops?|supermarket|market)$",
+    static const Pattern hint(
+        "list|lsit|lst\\b|lits\\b|\\bto[ -]?dos?\\b|grocer|errands|chores|\\bmy "
+        "shopping\\b|\\bbuy\\b|\\bdo (?:i|we) need (?:any|more)\\b|\\b(?:store|shops?|supermarket|market)$",
         Pattern::caseless);
     static const Pattern notOurs(
-        "^(?:remind|remember|schedule|book|play|call me|text|e-?mail|search|google)\\b|\\bplaylist\\b",
-        Pattern::caseless);
+        "^(?:remind|remember|schedule|book|play|call me|text|e-?mail|google)\\b|\\bplaylist\\b", Pattern::caseless);
     static const Pattern hurried(
-        "^(?:(?:pls|plz|can u|could u|would u|would u pls|can you pls|(?:should|shall) (?:i|we))[,]?\\s+)+",
+        "^(?:(?:pls|plz|can u|could u|would u|would u pls|can you pls|(?:should|shall) (?:i|we)"
+        "|(?:do not|don['’]?t) forget to(?= (?:add|put))|remember to(?= (?:add|put))|i forgot to(?= "
+        "(?:add|put)))[,]?\\s+)+",
         Pattern::caseless);
     // What is denied is read all the same, and then not done: see CarefulStep.
     static const Pattern denied(

@@ -67,6 +67,7 @@ TEST(CheckList, changesOnlyWhatIsMeant)
         {"outside of what is nested", "- [ ] a\n  - [ ] b", add, "- [ ] a\n  - [ ] b\n- [ ] new"},
         {"with the next number", "9. [x] a\r\n", add, "9. [x] a\r\n10. [ ] new\r\n"},
         {"with no number that is too long", "999999999) [ ] a", add, "999999999) [ ] a\n999999999) [ ] new"},
+        {"before code that nothing closes", "a\n```\n- [ ] b", add, "a\n- [ ] new\n```\n- [ ] b"},
         {"behind prose", "Text", add, "Text\n- [ ] new"},
         {"ticks", "- [ ] a\n- [ ] b\r\n", [](CheckList& list) { list.setTicked(1, true); }, "- [ ] a\n- [x] b\r\n"},
         {"new words", "+ [x]  a \r\n", [](CheckList& list) { list.setText(0, "b"); }, "+ [x] b\r\n"},
