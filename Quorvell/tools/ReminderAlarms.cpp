@@ -69,6 +69,8 @@ void ReminderAlarms::run()
         return cancel(meant(any));
     if (!m_arguments.later.empty())
         return withOne(any, [this](const Note& note) { move(note); });
+    if (!m_arguments.id.empty() && m_arguments.timer)
+        return withOne(any, [this](const Note& note) { startAgain(note); });
     if (!m_arguments.id.empty())
         return withOne(any, [this](const Note& note) { rename(note); });
     if (candidates().size() >= mostSet)
@@ -187,6 +189,21 @@ void ReminderAlarms::resume(const Note& timer)
                 return;
             note.remindAt = deadline(now, *std::exchange(mark->left, {}));
             note.then = mark->stored();
+        },
+        ToolStatus::set);
+}
+
+/// A timer of another length, from now on.
+void ReminderAlarms::startAgain(const Note& timer)
+{
+    const auto mark = AlarmMark::of(timer);
+    if (!mark || !mark->isTimer())
+        return m_reply.fail("Nothing was changed: that is no timer. Give date or later.");
+    change(
+        {timer},
+        [length = *m_arguments.timer, now = m_now](Note& note) {
+            note.remindAt = deadline(now, length);
+            note.then = AlarmMark{.kind = AlarmMark::Kind::timer, .length = length}.stored();
         },
         ToolStatus::set);
 }

@@ -34,6 +34,7 @@ private:
     void snooze(const Meant& alarms);
     void pause(const Note& timer);
     void resume(const Note& timer);
+    void startAgain(const Note& timer);
     void lengthen(const Note& timer);
     void cancel(const Meant& alarms);
     void cancelOne(const Note& alarm);

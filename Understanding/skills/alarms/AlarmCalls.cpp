@@ -52,6 +52,11 @@ ToolCalls::Answer AlarmCalls::setTimer(std::chrono::seconds length, std::string_
     return ToolCalls::call(around, tool, withName({{"timer_seconds", length.count()}}, name), "set timers");
 }
 
+ToolCalls::Answer AlarmCalls::startAgain(std::string_view id, std::chrono::seconds length) const
+{
+    return ToolCalls::call(around, tool, {{"id", id}, {"timer_seconds", length.count()}}, "change timers");
+}
+
 ToolCalls::Answer AlarmCalls::list(const char* kind) const
 {
     return ToolCalls::call(around, tool, {{"kind", kind}, {"list", true}}, "list alarms");

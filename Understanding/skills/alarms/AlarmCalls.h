@@ -25,6 +25,7 @@ struct AlarmCalls {
     ToolCalls::Answer setAlarm(std::string_view text, std::string_view name) const;
     ToolCalls::Answer setAlarmAt(std::string_view title, const DateParts& date, std::string_view repeat) const;
     ToolCalls::Answer setTimer(std::chrono::seconds length, std::string_view name) const;
+    ToolCalls::Answer startAgain(std::string_view id, std::chrono::seconds length) const;
     ToolCalls::Answer list(const char* kind) const;
     ToolCalls::Answer stop() const;
     ToolCalls::Answer snooze(std::chrono::minutes length) const;

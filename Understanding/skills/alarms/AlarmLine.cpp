@@ -33,7 +33,9 @@ bool AlarmLine::isOfOthers(const std::string& core)
         "let me forget|do not let me forget|remind me(?! (?:of|about) (?:(?:my|the|all|any) )*(?:alarms?|timers?)\\b)"
         "|why|how (?:do|does|can|to)\\b)"
         "|\\b(?:fire|smoke|burglar|car|house|security|intruder|monoxide|false|biological) alarm"
-        "|\\b(?:to|on|onto|from|off) (?:my|the|our) (?:[a-z]+ )?(?:list|calendar|diary|agenda)\\b|\\bfull[- ]timer\\b"
+        "|\\balarm (?:sounds?|tones?|volume|songs?|music)\\b|\\b(?:louder|quieter|softer|too loud|too quiet)\\b"
+        "|\\b(?:to|on|onto|in|into|from|off) (?:my|the|our) (?:[a-z]+ )?(?:list|calendar|diary|agenda)\\b|\\bfull[- "
+        "]timer\\b"
         "|\\balarm (?:system|company|code|bell)\\b",
         Pattern::caseless);
     return others.find(core).has_value();
@@ -73,7 +75,8 @@ std::string AlarmLine::withoutLead(std::string words)
 
 std::string AlarmLine::which(const std::string& front) const
 {
-    return trimmed(withoutArticles(front) + " " + withoutLead(back));
+    static const Pattern possessive("['’]s\\b");
+    return possessive.replaceAll(trimmed(withoutArticles(front) + " " + withoutLead(back)), "");
 }
 
 std::string AlarmLine::takeName(std::string& words)
@@ -102,13 +105,15 @@ std::string AlarmLine::asTime(std::string words)
         "^(?:two|three|four|five|2|3|4|5|multiple|several|some|following)$", Pattern::caseless);
     static const Pattern spaces("\\s{2,}");
     static const Pattern hour("^\\d{1,2}(?:[:.]\\d{2})?(?![\\d/-]|st\\b|nd\\b|rd\\b|th\\b)");
-    words = spaces.replaceAll(words, " ");
+    static const Pattern moment("^(?:when it(?:['’]s| is)|by)(?= )", Pattern::caseless);
+    words = moment.replaceAll(spaces.replaceAll(words, " "), "at");
     for (const char* day : {"tomorrow", "today", "tonight"})
         words = Pattern("\\b" + std::string(day) + "['’]?s\\b", Pattern::caseless).replaceAll(words, day);
     if (several.find(words))
         return {};
-    if (const auto length = TimerLength::read(words); length && length->rest.empty())
-        return "in " + words;
+    if (const auto length = TimerLength::read(words); length && (length->rest.empty() || length->rest == "from now"))
+        return "in "
+            + words.substr(0, words.size() - (length->rest.empty() ? 0 : std::string_view(" from now").size()));
     return hour.find(words) ? "at " + words : words;
 }
 

@@ -7,6 +7,7 @@
 #include "Understanding/skills/alarms/AlarmQuestions.h"
 #include "Understanding/skills/alarms/AlarmReply.h"
 #include "Understanding/skills/alarms/AlarmsMeant.h"
+#include "Understanding/skills/alarms/TimerLength.h"
 #include "Understanding/skills/reminders/ReminderQuestions.h"
 #include "Understanding/skills/reminders/ReminderReply.h"
 
@@ -96,6 +97,11 @@ RuleStep changeFound(const AlarmTalk& wish, const AlarmItem& item, RequestMemory
     const AlarmCalls calls{around};
     if (wish.purpose != Purpose::move)
         return {calls.cancelThis(item.thing.id, item.isTimer), std::move(memory)};
+    if (item.isTimer) {
+        const auto length = TimerLength::read(wish.when);
+        return length ? RuleStep{calls.startAgain(item.thing.id, length->length), std::move(memory)}
+                      : ToolResults::say("Say how long " + item.named(around) + " should run.", std::move(memory));
+    }
     if (!wish.when.empty())
         return {calls.moveThis(item.thing.id, wish.when), std::move(memory)};
     const Json waiting{{"kind", "alarm"}, {"id", item.thing.id}};

@@ -20,20 +20,24 @@ using Found = std::optional<AlarmWish>;
 
 Found setTimer(const AlarmLine& cut, const std::string& front)
 {
-    std::string words = trimmed(front + " " + cut.back);
+    static const Pattern reminding(
+        "\\b(?:(?:and|to) )?remind me(?: (?:to|about|of|that))?\\b|\\b(?:and|to)(?= (?:check|take|turn|get))",
+        Pattern::caseless);
+    static const Pattern ordinal("^(?:second|2nd|third|3rd|other|fourth)(?![\\w-])\\s*", Pattern::caseless);
+    std::string words = trimmed(ordinal.replaceAll(AlarmLine::withoutArticles(front), "") + " " + cut.back);
     AlarmWish wish{.kind = Kind::set, .isOfTimers = true, .name = AlarmLine::takeName(words)};
-    if (const auto length = TimerLength::read(words)) {
+    const auto length = TimerLength::read(words);
+    static const Pattern clock("\\d|\\b(?:noon|midnight|o['’]?clock|tomorrow|tonight)\\b", Pattern::caseless);
+    if (!length && clock.find(words)) // "A timer for 5 pm".
+        return AlarmWish{
+            .kind = Kind::set, .text = AlarmLine::asTime(AlarmLine::withoutLead(words)), .name = wish.name};
+    if (length && TimerLength::read(length->rest)) // Two at once: which?
+        return AlarmWish{.kind = Kind::set, .isOfTimers = true};
+    if (length)
         wish.length = length->length;
-        words = length->rest;
-    } else if (static const Pattern clock(
-                   "\\d|\\b(?:noon|midnight|o['’]?clock|tomorrow|tonight)\\b", Pattern::caseless);
-               clock.find(words)) {
-        return AlarmWish{.kind = Kind::set,
-            .text = AlarmLine::asTime(AlarmLine::withoutLead(AlarmLine::withoutArticles(words))),
-            .name = wish.name}; // "A timer for 5 pm".
-    }
     if (wish.name.empty())
-        wish.name = AlarmLine::withoutEdges(AlarmLine::withoutArticles(words));
+        wish.name = AlarmLine::withoutEdges(AlarmLine::withoutArticles(
+            AlarmLine::withoutEdges(reminding.replaceAll(length ? length->rest : words, ""))));
     return wish;
 }
 
@@ -108,9 +112,9 @@ Found lengthening(const std::string& core)
 /// Lines without the noun.
 Found withoutNoun(const std::string& core)
 {
-    static const Pattern snooze(
-        "^(?:(?:hit |press )?snooze(?: the alarm| my alarm)?|let me sleep(?: in)?(?: a (?:bit|little) longer)?)"
-        "(?: (?:for|by)?\\s*(.+))?$",
+    static const Pattern snooze("^(?:(?:hit |press )?snooze(?: the alarm| my alarm)?|(?:let me )?sleep (?:in "
+                                ")?(?:(?:a|some) (?:bit|little|while|more) ?)?(?:longer)?)"
+                                "(?: (?:for|by)?\\s*(.+))?$",
         Pattern::caseless);
     if (const auto match = snooze.find(core)) {
         const auto length = TimerLength::read(match->texts[0]);
@@ -118,6 +122,8 @@ Found withoutNoun(const std::string& core)
             "^(?:a (?:bit|little|while|moment)|please|again|longer|more|now|)$", Pattern::caseless);
         if (length && length->rest.empty())
             return AlarmWish{.kind = Kind::snooze, .isOfAny = true, .length = length->length};
+        if (const auto minutes = TimerLength::read(match->texts[0] + " minutes"); minutes && minutes->rest.empty())
+            return AlarmWish{.kind = Kind::snooze, .isOfAny = true, .length = minutes->length};
         return idle.find(match->texts[0]) ? Found(AlarmWish{.kind = Kind::snooze, .isOfAny = true}) : std::nullopt;
     }
     static const Pattern stop(
@@ -145,11 +151,16 @@ Found withoutNoun(const std::string& core)
         Pattern::caseless);
     if (half.find(core))
         return AlarmWish{.kind = Kind::otherHalf, .which = core};
+    static const Pattern when(
+        "^(?:what time|when) (?:will|do|are) you (?:going to )?(?:wake|get) (?:me|us)\\b", Pattern::caseless);
+    if (when.find(core))
+        return AlarmWish{.kind = Kind::list};
     static const Pattern wake(
         "^(?:(?:ensure|make sure|see to it)(?: that)? )?(?:(?:please )?(?:wake|get) (?:me|us)(?: up)?"
         "(?! (?:a|an|the|some|my|to|out)\\b)|(?:i (?:have|need|must|want|ought)(?: to)? )?(?:get|wake|be) up"
         "|(?:i (?:have|need|must|want) to )?be (?:awake|woken(?: up)?)|call me(?: up)?(?= (?:at|in|on|by)\\b)"
-        "|(?:let me know|tell me|ring|beep)(?: me)? when it(?: is|['’]s))(?:\\s+|$)",
+        "|(?:let me know|tell me|ring|beep)(?: me)? when it(?: is|['’]s)|(?:ensure|make sure)(?: that)? i(?: am|['’]m) "
+        "(?:up|awake))(?:\\s+|$)",
         Pattern::caseless);
     static const Pattern never(
         "^(?:do not|don['’]?t|no need to|never)\\s+(?:please )?wake (?:me|us)(?: up)?\\s*(.*)$", Pattern::caseless);
@@ -203,6 +214,10 @@ Found asked(const AlarmLine& cut, const std::string& core)
         "hours?|between|upcoming|coming|ring|rings|in total|to|that|which)(?![\\w-])",
         Pattern::caseless);
     static const Pattern count("(?:^|\\s+)(?:two|three|four|five|\\d)$", Pattern::caseless);
+    static const Pattern told(
+        "^(?:i|we) (?:(?:already|just|have|had) )*(?:turned|switched|set|cancelled|deleted)\\b", Pattern::caseless);
+    if (told.find(core))
+        return AlarmWish{.kind = Kind::list, .isOfTimers = cut.isOfTimers};
     std::string front = cut.front;
     AlarmLine::take(lead, front);
     static const Pattern next("\\bnext$", Pattern::caseless);
@@ -224,7 +239,9 @@ bool isQuestion(const std::string& core)
         "we|has|any|show|list|tell|"
         "see\\b|view|display|check|just see|may i know|(?:let me )?(?:see|know|hear)|remind me "
         "(?:of|about)|confirm|verify|"
-        "read|give me (?:a list|the|my|all)|whether|if|will|look at|go (?:over|through)|all (?:my|of my)|my|the|am i|"
+        "read|give me (?:a list|the|my|all)|whether|if|will|look at|go (?:over|through)|all (?:my|of my)|am i|(?:how "
+        "much )?time (?:left|remaining)|(?:i|we) (?:(?:already|just|have|had) "
+        ")*(?:turned|switched|set|cancelled|deleted)\\b|"
         "i (?:want|need|would like) to (?:know|see))\\b",
         Pattern::caseless);
     return asks.find(core) || core.ends_with('?');
@@ -248,7 +265,8 @@ const Verb* verbOf(const std::string& core)
                  "silence|mute"
                  "|get rid of|take (?:off|away|out|down)|turn(?:ing)? off|switch off|shut off|shut down|shut "
                  "up|stop|quit|do "
-                 "away with|forget(?: about)?|discard|throw (?:out|away)|wipe|skip|no(?: more)?|(?:i )?(?:do "
+                 "away with|forget(?: about)?|discard|throw (?:out|away)|wipe|(?:turn|switch|shut)(?= "
+                 "(?:the|my|that|this|all)\\b.*\\boff$)|skip|no(?: more)?|(?:i )?(?:do "
                  "not|don['’]?t|no "
                  "longer) (?:need|want)(?: to)?(?: set| have)?|do not (?:set|ring|use)|don['’]?t "
                  "(?:set|ring|use))(?![\\w-])",
@@ -277,9 +295,13 @@ Found withVerb(const Verb& verb, const AlarmLine& cut)
 {
     std::string front = cut.front;
     const bool isLed = AlarmLine::take(verb.words, front);
+    if (static const Pattern apart("^(?:turn|switch|shut)\\b", Pattern::caseless); !isLed)
+        AlarmLine::take(apart, front); // "Turn the alarm off".
     AlarmWish wish{.kind = verb.kind, .isOfTimers = cut.isOfTimers, .which = cut.which(front)};
     switch (verb.kind) {
     case Kind::set:
+        if (static const Pattern relative("\\b(?:earlier|later|sooner)$", Pattern::caseless); relative.find(cut.back))
+            return moveOf(cut, front);
         return cut.isOfTimers ? setTimer(cut, isLed ? front : cut.front) : setAlarm(cut, isLed ? front : cut.front);
     case Kind::move:
         return moveOf(cut, front);
@@ -314,7 +336,15 @@ Found bare(const AlarmLine& cut, const std::string& core)
     if (off.find(cut.back))
         return AlarmWish{
             .kind = Kind::cancel, .isOfTimers = cut.isOfTimers, .which = AlarmLine::withoutArticles(cut.front)};
-    if (cut.isPlural)
+    static const Pattern mine("^(?:my|the|all|all my|all the|our)?$", Pattern::caseless);
+    static const Pattern begins(
+        "^(?:$|for|at|on|in|by|every|each|daily|tomorrow|today|tonight|this|next|called|named|set|time|noon|"
+        "midnight|half|quarter|(?:mon|tues|wednes|thurs|fri|satur|sun)day|one|two|three|four|five|six|seven|"
+        "eight|nine|ten|eleven|twelve|weekdays|to\\b|\\d|please|i (?:have|set)|that)",
+        Pattern::caseless);
+    if (!cut.isOfTimers && !begins.find(cut.back)) // "My alarm is broken".
+        return std::nullopt;
+    if (cut.isPlural || (cut.back.empty() && !cut.front.empty() && mine.find(cut.front)))
         return asked(cut, core);
     static const Pattern words("\\S+(?:\\s+\\S+){5}", Pattern::caseless);
     if (words.find(cut.front)) // A sentence that only speaks of one.
