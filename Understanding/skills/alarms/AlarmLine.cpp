@@ -117,4 +117,19 @@ std::string AlarmLine::asTime(std::string words)
     return hour.find(words) ? "at " + words : words;
 }
 
+bool AlarmLine::isQuestion(const std::string& core)
+{
+    static const Pattern asks(
+        "^(?:what|which|when|how|is|are|was|were|did|do i|do we|do you have|does|have i|have you|have "
+        "we|has|any|show|list|tell|"
+        "see\\b|view|display|check|just see|may i know|(?:let me )?(?:see|know|hear)|remind me "
+        "(?:of|about)|confirm|verify|"
+        "read|give me (?:a list|the|my|all)|whether|if|will|look at|go (?:over|through)|all (?:my|of my)|am i|(?:how "
+        "much )?time (?:left|remaining)|(?:i|we) (?:(?:already|just|have|had) "
+        ")*(?:turned|switched|set|cancelled|deleted)\\b|"
+        "i (?:want|need|would like) to (?:know|see))\\b",
+        Pattern::caseless);
+    return asks.find(core) || core.ends_with('?');
+}
+
 } // namespace quorvell

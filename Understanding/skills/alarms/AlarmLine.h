@@ -19,6 +19,8 @@ struct AlarmLine {
     static std::optional<AlarmLine> cut(const std::string& core);
     /// Whether the words speak of such a thing, and want something else.
     static bool isOfOthers(const std::string& core);
+    /// What is asked rather than wished for. "Can you" and the like are gone already.
+    static bool isQuestion(const std::string& core);
 
     /// Takes a pattern away at the start; tells whether it was there.
     static bool take(const Pattern& pattern, std::string& text);

@@ -231,22 +231,6 @@ Found asked(const AlarmLine& cut, const std::string& core)
         .which = trimmed(AlarmLine::withoutArticles(front) + " " + back)};
 }
 
-/// What is asked rather than wished for. "Can you" and the like are gone already.
-bool isQuestion(const std::string& core)
-{
-    static const Pattern asks(
-        "^(?:what|which|when|how|is|are|was|were|did|do i|do we|do you have|does|have i|have you|have "
-        "we|has|any|show|list|tell|"
-        "see\\b|view|display|check|just see|may i know|(?:let me )?(?:see|know|hear)|remind me "
-        "(?:of|about)|confirm|verify|"
-        "read|give me (?:a list|the|my|all)|whether|if|will|look at|go (?:over|through)|all (?:my|of my)|am i|(?:how "
-        "much )?time (?:left|remaining)|(?:i|we) (?:(?:already|just|have|had) "
-        ")*(?:turned|switched|set|cancelled|deleted)\\b|"
-        "i (?:want|need|would like) to (?:know|see))\\b",
-        Pattern::caseless);
-    return asks.find(core) || core.ends_with('?');
-}
-
 struct Verb {
     Pattern words;
     Kind kind;
@@ -403,7 +387,7 @@ Found AlarmWish::read(std::string_view words)
     const Verb* verb = verbOf(core);
     if (verb && verb->kind != Kind::set)
         return withVerb(*verb, *cut);
-    if (isQuestion(core))
+    if (AlarmLine::isQuestion(core))
         return asked(*cut, core);
     if (verb)
         return withVerb(*verb, *cut);
