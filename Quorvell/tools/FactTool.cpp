@@ -147,7 +147,7 @@ void FactTool::keep(const std::string& fact, ToolReply reply)
         const auto note = m_notebook.note(id);
         if (!note || note->title != fact)
             return undone.fail("Nothing was taken back: that fact was changed or removed meanwhile.");
-        m_notebook.delete_(id, told(std::move(undone), undoneResult("remembering: " + fact)));
+        m_notebook.delete_(id, told(std::move(undone), undoneResult("remembering: " + trimmed(fact, ".!"))));
     };
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
     const auto done = [this, answer, id, fact, takeBack](const NotebookVerdict& verdict) {
@@ -188,7 +188,7 @@ void FactTool::remove(const Note& fact, ToolReply reply)
     const auto takeBack = [this, fact](ToolReply undone) {
         if (m_notebook.note(fact.id))
             return undone.fail("Nothing was taken back: that fact is there.");
-        m_notebook.add(fact, told(std::move(undone), undoneResult("forgetting: " + fact.title)));
+        m_notebook.add(fact, told(std::move(undone), undoneResult("forgetting: " + trimmed(fact.title, ".!"))));
     };
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
     m_notebook.delete_(fact.id, [this, answer, fact, takeBack](const NotebookVerdict& verdict) {

@@ -93,13 +93,24 @@ std::vector<Sentence> sentencesOf(std::string_view text)
     return sentences;
 }
 
+/// Whether one slip of the finger makes one of the other: a letter too many, too few, or another one. Of short words
+/// that would be another word.
+bool isNearly(std::string_view left, std::string_view right)
+{
+    constexpr std::size_t shortest = 6;
+    if (left.size() > right.size())
+        std::swap(left, right);
+    if (left.size() < shortest || right.size() - left.size() > 1)
+        return false;
+    const auto start = static_cast<std::size_t>(std::ranges::mismatch(left, right).in1 - left.begin());
+    const std::size_t skipped = left.size() == right.size() ? start + 1 : start;
+    return start == left.size() || left.substr(skipped) == right.substr(start + 1);
+}
+
 bool holds(const std::vector<std::string>& stems, const std::string& wanted)
 {
-    const std::size_t space = wanted.find(' ');
-    if (space == std::string::npos)
-        return std::ranges::find(stems, wanted) != stems.end();
-    const auto first = std::ranges::find(stems, wanted.substr(0, space));
-    return first != stems.end() && first + 1 != stems.end() && *(first + 1) == wanted.substr(space + 1);
+    return std::ranges::any_of(
+        stems, [&](const std::string& stem) { return stem == wanted || isNearly(stem, wanted); });
 }
 
 bool hasDigits(std::string_view text, std::ptrdiff_t enough = 2)

@@ -2,8 +2,9 @@
 #include "QuorvellCore/reckoning/sums/ExactNumber.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <utility>
 
@@ -43,6 +44,14 @@ std::string digitsOf(Wide number)
     } while (number > 0);
     std::ranges::reverse(digits);
     return digits;
+}
+
+/// With a point, whatever the locale of the program writes.
+std::string inDigits(long double number, std::chars_format format, int places)
+{
+    std::array<char, 64> buffer{};
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, format, places);
+    return {buffer.data(), end.ptr};
 }
 
 /// "1250000" as "1,250,000"
@@ -230,9 +239,7 @@ std::string ExactNumber::text() const
     const long double size = std::fabs(number);
     const std::string sign = number < 0 ? "minus " : "";
     if (size >= longest || (size > 0 && size < shortest)) {
-        char shown[64];
-        std::snprintf(shown, sizeof shown, "%.3Le", size);
-        const std::string digits(shown);
+        const std::string digits = inDigits(size, std::chars_format::scientific, 3);
         const std::size_t exponent = std::min(digits.find('e'), digits.size() - 1);
         return sign + digits.substr(0, exponent) + " times 10 to the power of "
             + std::to_string(std::atoi(digits.c_str() + exponent + 1));
@@ -240,9 +247,8 @@ std::string ExactNumber::text() const
     if (isWhole())
         return sign + grouped(digitsOf(m_numerator < 0 ? -m_numerator : m_numerator));
     // Small numbers keep as many digits as large ones.
-    char shown[64];
-    std::snprintf(shown, sizeof shown, "%.*Lf", size < 1 || isShownWhole() ? mostPlaces : mostPlaces - 2, size);
-    std::string digits(shown);
+    const int places = size < 1 || isShownWhole() ? mostPlaces : mostPlaces - 2;
+    std::string digits = inDigits(size, std::chars_format::fixed, places);
     digits.resize(digits.find_last_not_of('0') + 1);
     if (digits.ends_with('.'))
         digits.pop_back();

@@ -51,7 +51,7 @@ Found readPlain(const std::string& core, const RuleSurroundings& around)
         return askingPlace();
     if (auto said = PlaceTimes::converted(core, around))
         return saying(*std::move(said));
-    for (const auto reader : {PlaceTimes::difference, PlaceTimes::zone, PlaceTimes::now}) {
+    for (const auto reader : {PlaceTimes::difference, PlaceTimes::zone, PlaceTimes::current}) {
         if (auto said = reader(phrase, around))
             return saying(*std::move(said));
     }

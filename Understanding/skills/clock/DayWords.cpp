@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/clock/DayWords.h"
 
-#include "QuorvellCore/reckoning/days/Holidays.h"
+#include "QuorvellCore/reckoning/days/FeastDays.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
@@ -72,21 +72,21 @@ Day byHoliday(const std::string& words, const LocalTime& around, DayWords::Year 
     static const Pattern withYear("^(.+?),? (?:(?:in|of) )?(?:(\\d{4})|(this|next|last) year)$");
     const sys_days today = ClockText::today(around);
     const auto now = year_month_day(today).year();
-    std::optional<Holiday> holiday;
+    std::optional<FeastDay> holiday;
     if (const auto match = withYear.find(words)) {
         const std::string& said = match->texts[2];
         const int shift = said == "next" ? 1 : said == "last" ? -1 : 0;
         const auto year = match->texts[1].empty() ? now + std::chrono::years(shift)
                                                   : std::chrono::year(std::atoi(match->texts[1].c_str()));
-        holiday = Holidays::in(year, RequestText::phrase(match->texts[0]));
+        holiday = FeastDays::in(year, RequestText::phrase(match->texts[0]));
     } else {
         static const Pattern lead("^(?:next|the next|this|this coming|coming|last) ");
         const bool isLast = words.starts_with("last ") || open == DayWords::Year::past;
         const std::string name = RequestText::phrase(lead.replaceAll(words, ""));
-        holiday = Holidays::next(today, name);
+        holiday = FeastDays::next(today, name);
         if (holiday && isLast) {
-            const auto thisYears = Holidays::in(now, name);
-            holiday = thisYears->day <= today ? thisYears : Holidays::in(now - std::chrono::years(1), name);
+            const auto thisYears = FeastDays::in(now, name);
+            holiday = thisYears->day <= today ? thisYears : FeastDays::in(now - std::chrono::years(1), name);
         }
     }
     return holiday ? Day(DayWords{holiday->day, holiday->name}) : std::nullopt;

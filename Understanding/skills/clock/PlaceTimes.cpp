@@ -179,7 +179,7 @@ bool PlaceTimes::lacksPlace(const std::string& phrase)
     return some.find(phrase).has_value();
 }
 
-std::optional<std::string> PlaceTimes::now(const std::string& phrase, const LocalTime& around)
+std::optional<std::string> PlaceTimes::current(const std::string& phrase, const LocalTime& around)
 {
     static const Pattern bare(
         "^(?:" + theTime + "|(?:you )?got the time|have the time)(?: (?:today|here|where i am))?$");

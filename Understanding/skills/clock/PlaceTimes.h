@@ -13,7 +13,7 @@ namespace quorvell {
 struct PlaceTimes {
     /// Each is an answer; nothing where something else is asked. `phrase` as ClockPhrase gives it, `core` as it was
     /// said.
-    static std::optional<std::string> now(const std::string& phrase, const LocalTime& around);
+    static std::optional<std::string> current(const std::string& phrase, const LocalTime& around);
     static std::optional<std::string> difference(const std::string& phrase, const LocalTime& around);
     static std::optional<std::string> zone(const std::string& phrase, const LocalTime& around);
     static std::optional<std::string> converted(std::string_view core, const LocalTime& around);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/facts/FactSkill.h"
 
+#include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/Pointing.h"
 #include "Understanding/dialogue/QuestionKind.h"
@@ -110,7 +111,7 @@ Found readPlain(const std::string& core, const RuleSurroundings& around)
 
 std::string whatWasDone(const ToolRequest&, const ToolResult& result)
 {
-    const std::string fact = result.string("fact").value_or("");
+    const std::string fact = trimmed(result.string("fact").value_or(""), ".!");
     if (result.status() == ToolStatus::remembered)
         return "remembered this about you: " + fact;
     return result.status() == ToolStatus::forgotten ? "forgot this about you: " + fact : "";

@@ -95,10 +95,18 @@ std::optional<NotebookQuestion> NotebookQuestion::readOwn(std::string_view core)
     const std::string phrase = core.size() <= longest ? RequestText::phrase(core) : std::string();
     if (phrase.empty() || isForOthers(phrase))
         return std::nullopt;
-    static const Pattern ask(
-        "\\b(?:are|were|can|could|will) you\\b|\\byour (?:name|age|birthday|favou?rite)\\b|^(?:how (?:do|can) (?:i|we) "
-        "(?:say|spell|use you|talk|change you|get rid))|\\b(?:remind|wake) me to\\b");
-    const bool isOwn = said.find(phrase) || owned.find(phrase) || bare.find(phrase) || !dayOf(core).empty();
+    static const Pattern ask("\\b(?:are|were|can|could|will) you\\b|\\byourself\\b|\\byour "
+                             "(?:name|age|birthday|favou?rite)\\b|^(?:how (?:do|can) (?:i|we) "
+                             "(?:say|spell|use you|talk|change you|get rid))|\\b(?:remind|wake) me to\\b");
+    // "I forgot the wifi password", "show me the gate code"
+    static const Pattern wanted("^(?:i (?:forgot|have forgotten|can not remember|cannot remember|cant remember|do not "
+                                "remember|do not know|need)"
+                                "|(?:please )?(?:show me|give me|get me|find me|find|look up|check))(?: what)? "
+                                "(?:the|my|our|\\w+s|\\w+ s) (?:\\w+ ){0,3}"
+                                "(?:password|passcode|code|pin|phone number|telephone number|mobile "
+                                "number|address|birthday|shoe size)(?: is)?$");
+    const bool isOwn =
+        said.find(phrase) || owned.find(phrase) || wanted.find(phrase) || bare.find(phrase) || !dayOf(core).empty();
     return isOwn && !ask.find(phrase) ? std::optional(asked(core, phrase)) : std::nullopt;
 }
 
@@ -106,8 +114,8 @@ std::optional<NotebookQuestion> NotebookQuestion::readAny(std::string_view words
 {
     static const Pattern question(
         "^(?:please )?(?:what|who|whom|whose|where|when|which|why|how|whats|does|do|did|has|have|tell me|give me)\\b");
-    static const Pattern toUs(
-        "\\b(?:are|were|did|have|do|can|could|will|would) you\\b|\\byou (?:are|were|think|feel|like)\\b|\\byour\\b");
+    static const Pattern toUs("\\b(?:are|were|did|have|do|can|could|will|would|made|created|built) "
+                              "you\\b|\\byourself\\b|^where am i$|\\byou (?:are|were|think|feel|like)\\b|\\byour\\b");
     static const Pattern empty("^what is (?:on|up|happening|going "
                                "on|left|planned)\\b|^(?:what|who|when|where|how|which|why|it|that|this|is|are|was|do|"
                                "does|did|the|there|one|i|now|so|on|about|else|more|next|up|going|a)(?: "
@@ -149,12 +157,14 @@ std::string NotebookQuestion::forgotten(std::string_view core)
                               "(?:i|we) (?:said|told you|have told you|mentioned)|what you (?:know|remember)|the "
                               "facts?|everything you know|everything i (?:said|told you))(?: about| that| on)? (.+)$"
                               "|^(?:please )?(?:forget|unlearn|stop remembering|no longer remember) (?:that|the fact "
-                              "that) ((?:i|my|we|our)\\b.+)$");
+                              "that) ((?:i|my|we|our)\\b.+)$"
+                              "|^(?:please )?forget (my (?:name|address|age|diet|job|birthday|phone number|\\w+ "
+                              "size|favou?rite \\w+|allerg\\w+))$");
     static const Pattern me("^(?:me|myself|us|it|that|this)$");
     const auto match = core.size() <= longest ? form.find(RequestText::phrase(core)) : std::nullopt;
     if (!match)
         return {};
-    const std::string what = match->texts[0].empty() ? match->texts[1] : match->texts[0];
+    const std::string what = match->texts[0] + match->texts[1] + match->texts[2]; // only one took part
     return me.find(what) ? std::string() : what;
 }
 

@@ -194,7 +194,7 @@ TEST(NotebookTools, forgetFactsAndTakeThatBack)
     EXPECT_EQ(bench.notebook.list.size(), 4U) << "a note is no fact";
     EXPECT_EQ(ask(R"({"forget": "my dog"})"), R"({"status":"forgotten","id":"3","fact":"Has a dog.","undo":"u1"})");
     EXPECT_FALSE(bench.notebook.note("3"));
-    EXPECT_EQ(ask(R"({"undo": "u1"})"), R"({"status":"undone","what":"forgetting: Has a dog."})");
+    EXPECT_EQ(ask(R"({"undo": "u1"})"), R"({"status":"undone","what":"forgetting: Has a dog"})");
     EXPECT_EQ(bench.notebook.note("3"), fact("3", "Has a dog."));
     EXPECT_TRUE(ask(R"({"undo": "u1"})").starts_with(R"({"error":)")) << "it counts once";
     EXPECT_EQ(ask(R"({"forget": "2"})"), R"({"status":"forgotten","id":"2","fact":"Likes black tea.","undo":"u2"})");

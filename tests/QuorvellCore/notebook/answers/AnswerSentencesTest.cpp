@@ -38,6 +38,7 @@ TEST(AnswerSentences, areTheOnesThatHoldTheAnswer)
     } rows[] = {
         {"what is the wifi password", "wifi: The wifi password is blue river 7."},
         {"whats the wi-fi password?", "wifi: The wifi password is blue river 7."},
+        {"wifi pasword", "wifi: The wifi password is blue river 7."},
         {"how do I reset the boiler",
             "boiler: Hold the red button for 5 seconds. Then wait until the lamp is green. Keep it at 1.5 bar."},
         {"what pressure should the boiler have", "boiler: Keep it at 1.5 bar."},

@@ -9,18 +9,18 @@
 
 namespace quorvell {
 
-struct Holiday {
+struct FeastDay {
     std::string name; ///< As it is said: "Easter Sunday", "Mother's Day in Britain".
     std::chrono::sys_days day;
 
-    bool operator==(const Holiday&) const = default;
+    bool operator==(const FeastDay&) const = default;
 };
 
-struct Holidays {
+struct FeastDays {
     /// `name` in lower case without signs: "new years eve". Nothing for a day that is not known.
-    static std::optional<Holiday> in(std::chrono::year year, std::string_view name);
+    static std::optional<FeastDay> in(std::chrono::year year, std::string_view name);
     /// The coming one, from `from` on, that day included.
-    static std::optional<Holiday> next(std::chrono::sys_days from, std::string_view name);
+    static std::optional<FeastDay> next(std::chrono::sys_days from, std::string_view name);
     /// Easter Sunday of the western churches, by the Gregorian computus.
     static std::chrono::sys_days easter(std::chrono::year year);
 };

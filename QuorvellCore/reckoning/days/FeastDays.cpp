@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "QuorvellCore/reckoning/days/Holidays.h"
+#include "QuorvellCore/reckoning/days/FeastDays.h"
 
 #include <algorithm>
 
@@ -137,7 +137,7 @@ sys_days dayOf(const Row& row, year of)
     case Rule::nth:
         return nth(of, row.inMonth, row.first, row.second);
     case Rule::easter:
-        return Holidays::easter(of) + days(row.first);
+        return FeastDays::easter(of) + days(row.first);
     case Rule::afterNth:
         return nth(of, november, row.first, row.second) + days(row.inMonth);
     case Rule::advent: {
@@ -152,17 +152,17 @@ sys_days dayOf(const Row& row, year of)
 
 } // namespace
 
-std::optional<Holiday> Holidays::in(year of, std::string_view name)
+std::optional<FeastDay> FeastDays::in(year of, std::string_view name)
 {
     if (name.starts_with("the "))
         name.remove_prefix(4);
     const auto row = std::ranges::find_if(rows, [name](const Row& candidate) { return isNamed(candidate, name); });
     if (row == std::ranges::end(rows) || !of.ok())
         return std::nullopt;
-    return Holiday{std::string(row->said), dayOf(*row, of)};
+    return FeastDay{std::string(row->said), dayOf(*row, of)};
 }
 
-std::optional<Holiday> Holidays::next(sys_days from, std::string_view name)
+std::optional<FeastDay> FeastDays::next(sys_days from, std::string_view name)
 {
     const year now = std::chrono::year_month_day(from).year();
     for (const year of : {now, now + std::chrono::years(1)}) {
@@ -173,7 +173,7 @@ std::optional<Holiday> Holidays::next(sys_days from, std::string_view name)
     return std::nullopt;
 }
 
-sys_days Holidays::easter(year of)
+sys_days FeastDays::easter(year of)
 {
     // The anonymous Gregorian computus: `golden` is the year's place in the moon's cycle of 19 years, `epact` the age
     // of the moon, corrected for the leap days that centuries leave out.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Catches holidays on the wrong day.
-#include "QuorvellCore/reckoning/days/Holidays.h"
+#include "QuorvellCore/reckoning/days/FeastDays.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@ using std::chrono::sys_days;
 using std::chrono::year;
 using std::chrono::year_month_day;
 
-TEST(Holidays, areOnTheirDays)
+TEST(FeastDays, areOnTheirDays)
 {
     const struct Row {
         int in;
@@ -43,13 +43,13 @@ TEST(Holidays, areOnTheirDays)
         {2026, "new years eve", 12, 31},
     };
     for (const Row& row : rows) {
-        const auto holiday = Holidays::in(year(row.in), row.name);
+        const auto holiday = FeastDays::in(year(row.in), row.name);
         ASSERT_TRUE(holiday) << row.name;
         EXPECT_EQ(holiday->day, sys_days(year(row.in) / row.month / row.day)) << row.name << " " << row.in;
     }
-    EXPECT_FALSE(Holidays::in(year(2026), "christmas party"));
-    EXPECT_EQ(Holidays::next(sys_days(year(2026) / 12 / 26), "christmas")->day, sys_days(year(2027) / 12 / 25));
-    EXPECT_EQ(Holidays::next(sys_days(year(2026) / 12 / 25), "christmas")->day, sys_days(year(2026) / 12 / 25));
+    EXPECT_FALSE(FeastDays::in(year(2026), "christmas party"));
+    EXPECT_EQ(FeastDays::next(sys_days(year(2026) / 12 / 26), "christmas")->day, sys_days(year(2027) / 12 / 25));
+    EXPECT_EQ(FeastDays::next(sys_days(year(2026) / 12 / 25), "christmas")->day, sys_days(year(2026) / 12 / 25));
 }
 
 } // namespace
