@@ -2,6 +2,7 @@
 #include "Understanding/time/SettledTime.h"
 
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/TimeVocabulary.h"
 
@@ -21,7 +22,9 @@ std::string SettledTime::completing(const std::string& answer, const LocalTime& 
     const bool isPart = !clock.starts_with("at ") || clock == "at night";
     if (!clock.empty() && (isPart ? !phrase->hasTime || phrase->isAmbiguous() : !phrase->hasTime))
         whole += " " + clock;
-    if (!day.empty() && phrase->hasTime && !dayWords.find(answer))
+    const auto moment = SpokenMoment::read(answer, around);
+    const bool namesDay = (moment && moment->namesDay) || dayWords.find(answer);
+    if (!day.empty() && phrase->hasTime && !namesDay)
         whole += " on " + day;
     if (!rule.empty() && !phrase->repeatRule)
         whole += " " + rule;

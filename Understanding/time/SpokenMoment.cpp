@@ -2,6 +2,7 @@
 #include "Understanding/time/SpokenMoment.h"
 
 #include "QuorvellCore/reminders/request/ReminderRequest.h"
+#include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/TimeVocabulary.h"
@@ -52,7 +53,12 @@ std::optional<SpokenMoment> SpokenMoment::read(std::string_view words, const Loc
     const Instant date = usualOne(request, around);
     const DateParts parts =
         request.hasTime ? DateParts::from(date, around.calendar) : DateParts::fromDay(date, around.calendar);
-    return SpokenMoment{parts, request.task, !request.hasTime || request.namesDay,
+    // "All day tomorrow" is tomorrow.
+    static const Pattern allDay(
+        "\\s*\\b(?:for |as an? )?(?:all day(?: long| event)?|the (?:whole|entire) day|whole[- ]day)\\b",
+        Pattern::caseless);
+    const std::string rest = parts.allDay ? trimmed(allDay.replaceAll(request.task, "")) : request.task;
+    return SpokenMoment{parts, rest, !request.hasTime || request.namesDay,
         request.repeatRule ? request.repeatRule->stored() : std::string()};
 }
 

@@ -76,6 +76,14 @@ LocalDay Holidays::easter(int year)
     return date(year, static_cast<unsigned>(count / 31), static_cast<unsigned>(count % 31 + 1));
 }
 
+bool Holidays::mayBegin(std::string_view word)
+{
+    const auto begins = [word](const auto& row) { return row.name.starts_with(word); };
+    return !word.empty()
+        && (std::ranges::any_of(fixed, begins) || std::ranges::any_of(moving, begins) || word == "thanksgiving"
+            || word == "black");
+}
+
 std::optional<LocalDay> Holidays::next(std::string_view name, LocalDay from)
 {
     const auto year = static_cast<int>(std::chrono::year_month_day(from).year());

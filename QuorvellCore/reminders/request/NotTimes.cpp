@@ -42,11 +42,11 @@ public:
         for (int index = 0; index < m_tokens.size(); ++index) {
             if (!has(index, Terms::notTime) || !m_tokens.isOpen(index))
                 continue;
-            for (const auto rule :
-                {&NotTimes::possessive, &NotTimes::partOfWord, &NotTimes::amount, &NotTimes::fraction,
-                    &NotTimes::dottedTime, &NotTimes::address, &NotTimes::shortWeekday, &NotTimes::attributiveDay,
-                    &NotTimes::title, &NotTimes::attributivePart, &NotTimes::attributiveRule,
-                    &NotTimes::attributiveOrdinal, &NotTimes::attributiveDate, &NotTimes::attributiveClock}) {
+            for (const auto rule : {&NotTimes::possessive, &NotTimes::partOfWord, &NotTimes::amount,
+                     &NotTimes::fraction, &NotTimes::dottedTime, &NotTimes::address, &NotTimes::shortWeekday,
+                     &NotTimes::attributiveDay, &NotTimes::title, &NotTimes::attributivePart,
+                     &NotTimes::attributiveRule, &NotTimes::attributiveOrdinal, &NotTimes::attributiveDate,
+                     &NotTimes::attributiveClock, &NotTimes::attributiveOClock}) {
                 const Meaning meaning = (this->*rule)(index);
                 if (meaning == Meaning::open)
                     continue;
@@ -271,7 +271,8 @@ private:
     Meaning attributiveRule(int index)
     {
         return taskIf(is(index, {"daily", "weekly", "monthly", "yearly"}) && TimeTerms::isOrdinary(m_tokens, index + 1)
-            && is(index - 1, {"the", "my", "our", "your", "his", "her", "their", "of", "half", "semi", "bi", "twice", "-"}));
+            && is(index - 1,
+                {"the", "my", "our", "your", "his", "her", "their", "of", "half", "semi", "bi", "twice", "-"}));
     }
 
     /// "the 5th floor", "to the 2nd house".
@@ -324,6 +325,18 @@ private:
         const Meaning meaning = clockOfTask(index);
         if (length == 2)
             m_tokens.mark(index + 1, meaning);
+        return meaning;
+    }
+
+    /// "watch the 9 o'clock news"
+    Meaning attributiveOClock(int index)
+    {
+        const bool isNamed = is(index, {"o'clock", "oclock", "o’clock"}) && is(index - 2, {"the", "my", "our"})
+            && TimeTerms::isOrdinary(m_tokens, index + 1);
+        if (!isNamed)
+            return Meaning::open;
+        const Meaning meaning = clockOfTask(index);
+        m_tokens.mark(index - 1, meaning);
         return meaning;
     }
 

@@ -226,7 +226,8 @@ int PassedOverRules::vaguely(int index) const
     const int next = is(index + 1, {"in", "on"}) ? (is(index + 2, {"the"}) ? index + 3 : index + 2) : index + 1;
     const bool isOfDay = m_tokens.isTime(next) && has(next, Terms::part | Terms::relativeDay | Terms::weekday);
     const bool isBehind = m_tokens.isTime(index - 1)
-        && has(index - 1, Terms::relativeDay | Terms::weekday | Terms::part) && (isEdge(index) || is(index + 1, {"to"}));
+        && has(index - 1, Terms::relativeDay | Terms::weekday | Terms::part)
+        && (isEdge(index) || is(index + 1, {"to"}));
     const bool isState = is(index - 1, {"be", "am", "is", "are", "was", "were", "been", "not", "too", "so", "very"});
     return is(index, {"early", "late", "mid"}) && !isState && (isOfDay || isBehind) ? 1 : 0;
 }

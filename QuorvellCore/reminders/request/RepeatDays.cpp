@@ -73,11 +73,11 @@ Instant RepeatDays::firstAt(Instant date, Instant now, const Calendar& calendar)
 
 std::string RepeatDays::spoken() const
 {
-    std::string words = "every ";
+    std::string text = "every ";
     for (std::size_t index = 0; index < rule.weekdays.size(); ++index)
-        words += (index == 0 ? "" : " and ")
+        text += (index == 0 ? "" : " and ")
             + std::string(PhraseWords::weekdays[static_cast<std::size_t>(rule.weekdays[index] - 1)]);
-    return words;
+    return text;
 }
 
 } // namespace quorvell

@@ -171,6 +171,9 @@ std::optional<int> NamedDay::year(const RequestTokens& tokens, int index)
 
 std::optional<NamedDay> NamedDay::feast(const RequestTokens& tokens, int index, LocalDay today)
 {
+    const std::string_view first = tokens.token(index).text;
+    if (!Holidays::mayBegin(first.substr(0, first.find_first_of("'’"))))
+        return std::nullopt;
     std::string name;
     Day longest;
     for (int end = index; end < index + Holidays::mostWords && tokens.isInside(end); ++end) {

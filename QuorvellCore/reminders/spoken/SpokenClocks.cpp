@@ -231,8 +231,8 @@ private:
         if (!is(index, {"first"}) || !is(index + 1, {"thing"}) || is(index - 1, {"the", "my", "a", "one", "next"}))
             return std::nullopt;
         const int next = index + 2;
-        const bool namesMorning = (is(next, {"in"}) && is(next + 2, {"morning"})) || is(next + 1, {"morning"})
-            || has(index - 1, Terms::part);
+        const bool namesMorning =
+            (is(next, {"in"}) && is(next + 2, {"morning"})) || is(next + 1, {"morning"}) || has(index - 1, Terms::part);
         const bool mayStand = !m_tokens.isInside(next) || TimeTerms::isTimeLike(m_tokens, next)
             || is(next, {"in", "on", "to", ","}) || has(next, Terms::weekday);
         return mayStand ? Clock(TokenReplacement{index, next, namesMorning || m_hasClock ? "" : "in the morning"})

@@ -117,7 +117,8 @@ private:
         const int before = is(index - 1, {"the"}) ? index - 2 : index - 1;
         const int after = is(day->end, {"of"}) ? day->end + 1 : day->end;
         const bool isOfMonth = has(before, Terms::month) || has(after, Terms::month);
-        const bool isLater = day->value > 3 && before == index - 2 && is(day->end, {"at", "@"}); // "the twenty third at noon"
+        const bool isLater =
+            day->value > 3 && before == index - 2 && is(day->end, {"at", "@"}); // "the twenty third at noon"
         const bool isAlone = isLater
             || (before == index - 2 && (is(before, {"on", "by", "until"}) || has(before, Terms::weekday))
                 && (kind(day->end) == Kind::mark || is(day->end, {"at", "to"})));

@@ -30,7 +30,8 @@ struct SpokenTimePatterns {
     const Pattern relative{R"(\b(at\s+|by\s+)?(half|a\s+quarter|quarter|\d{1,2}|)" + minute
             + R"()(?:\s+minutes?)?[- ]\s*(past|to|after|before|till|til)\s+)" + hour + R"((?:\b|(?=[ap]\.?m\b)))",
         Pattern::Case::insensitive};
-    const Pattern oClock{R"((?<!\bthe\s)(?<!\bmy\s)(?<!\bour\s)\b(at\s+|by\s+)?)" + hour + R"(\s*o\s?['’]?\s?clock\b)", Pattern::Case::insensitive};
+    const Pattern oClock{R"((?<!\bthe\s)(?<!\bmy\s)(?<!\bour\s)\b(at\s+|by\s+)?)" + hour + R"(\s*o\s?['’]?\s?clock\b)",
+        Pattern::Case::insensitive};
     /// "five thirty pm".
     const Pattern marked{
         R"(\b)" + hour + R"((?:\s+)" + minute + R"()?\s+([ap])\.?\s?m\b\.?)", Pattern::Case::insensitive};

@@ -85,5 +85,19 @@ TEST(SaidBack, everyDateThatIsPrintedIsUnderstood)
     }
 }
 
+TEST(SaidBack, everyRuleThatIsPrintedIsUnderstood)
+{
+    const Calendar calendar = *Calendar::create("Europe/Berlin", "en_US");
+    const Instant now = *parseIsoText("2026-11-21T09:30:00Z");
+    for (const char* stored :
+        {"daily", "weekdays", "weekly:1", "weekly:2,4,6", "weekly:1,7", "monthly:3", "monthly:31"}) {
+        const auto rule = ReminderRepeat::fromStored(stored);
+        const std::string words = rule->spoken("en_US");
+        const auto request = ReminderRequest::fromWords("remind me " + words + " at 5 PM to call mum", now, calendar);
+        EXPECT_EQ(request.repeatRule, rule) << words;
+        EXPECT_EQ(request.task, "Call mum") << words;
+    }
+}
+
 } // namespace
 } // namespace quorvell
