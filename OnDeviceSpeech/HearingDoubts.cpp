@@ -124,6 +124,29 @@ std::vector<HearingDoubts::Twin> HearingDoubts::twins(const std::string& text)
     return found;
 }
 
+std::optional<std::string> HearingDoubts::withSpan(const std::string& text)
+{
+    static constexpr std::string_view mistaken[] = {"and", "of", "an", "on", "end", "about"};
+    static constexpr std::string_view units[] = {"minute", "minutes", "hour", "hours", "days", "weeks"};
+    constexpr std::size_t longestNumber = 3; // "half an", "one hundred twenty"
+    Words words = wordsOf(text);
+    for (std::size_t place = 0; place < words.size(); ++place) {
+        const bool mayStart = place == 0 || words[place - 1] == "me";
+        if (!mayStart || std::ranges::find(mistaken, words[place]) == std::end(mistaken))
+            continue;
+        std::size_t end = place + 1;
+        while (end < words.size() && end - place <= longestNumber
+            && (isTime(words[end]) || words[end] == "an" || words[end] == "a")
+            && std::ranges::find(units, words[end]) == std::end(units))
+            ++end;
+        if (end == place + 1 || end == words.size() || std::ranges::find(units, words[end]) == std::end(units))
+            continue;
+        words[place] = "in";
+        return joined(words);
+    }
+    return std::nullopt;
+}
+
 std::vector<std::string> HearingDoubts::otherTimes(const Decoder::Result& heard, const Decoder::Result& second)
 {
     const Words own = timesIn(heard.text);

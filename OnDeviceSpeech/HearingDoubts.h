@@ -8,6 +8,7 @@
 
 #include "OnDeviceSpeech/Decoder.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,13 @@ struct HearingDoubts {
 
     /// For every number of the text that has one.
     static std::vector<Twin> twins(const std::string& text);
+    /// "Remind me and ten minutes" as "in ten minutes": nobody says the former, and it sounds nearly the same. Nothing
+    /// for other words.
+    static std::optional<std::string> withSpan(const std::string& text);
+    /// How little the sound may speak against that.
+    static constexpr int marginOfSpan = 250;
+    /// Another time of which the sound speaks for the one that was heard by more is none.
+    static constexpr int marginOfOther = 130;
     /// Wordings with other times than `heard`: of those that it was chosen before, and of `second`, the other search.
     static std::vector<std::string> otherTimes(const Decoder::Result& heard, const Decoder::Result& second);
     /// The confidence in the word of a time that is least sure; 1 where there is none.

@@ -50,6 +50,12 @@ std::string decided(
     if (samples.size() > longestCompared)
         return text;
     std::optional<int> own;
+    if (const auto span = HearingDoubts::withSpan(text)) {
+        own = comparing.agreement(samples, text);
+        const auto score = comparing.agreement(samples, *span);
+        if (own && score && *own - *score < HearingDoubts::marginOfSpan)
+            return decided(*span, comparing, samples, others);
+    }
     for (const HearingDoubts::Twin& twin : HearingDoubts::twins(text)) {
         if (!own)
             own = comparing.agreement(samples, text);
@@ -60,6 +66,19 @@ std::string decided(
             others.push_back(twin.words);
     }
     return text;
+}
+
+/// Leaves the wordings that the sound does not speak against.
+void keepPossible(std::vector<std::string>& others, const std::string& text, Decoder& comparing,
+    std::span<const std::int16_t> samples)
+{
+    if (others.empty() || samples.size() > longestCompared)
+        return;
+    const auto own = comparing.agreement(samples, text);
+    std::erase_if(others, [&](const std::string& other) {
+        const auto score = own ? comparing.agreement(samples, other) : std::nullopt;
+        return score && *own - *score > HearingDoubts::marginOfOther;
+    });
 }
 
 } // namespace
@@ -141,8 +160,9 @@ RecognisedUtterance SpeechRecogniser::finish()
     }
     // Twins come first: they are the likeliest.
     std::vector<std::string> others = std::move(twins);
-    for (std::string& other : HearingDoubts::otherTimes(heard, isOfCommands ? *open : commands))
-        others.push_back(std::move(other));
+    std::vector<std::string> times = HearingDoubts::otherTimes(heard, isOfCommands ? *open : commands);
+    keepPossible(times, heard.text, *m_parts->commands, m_parts->samples);
+    others.insert(others.end(), times.begin(), times.end());
     RecognisedUtterance utterance{.text = spokenToWritten(text),
         .faintNames = HearingDoubts::faintNames(heard),
         .confidence = meanConfidence(heard),

@@ -69,9 +69,11 @@ UtteranceShape shapeOfChange(const std::string& core, const LocalTime& around)
     if (timer.find(core))
         return UtteranceShape::whole;
     static const Pattern repeatedBare("\\b(?:every|each) \\S+$|\\b(?:daily|weekly|monthly|yearly)$", anyCase);
+    // "Tonight" is a moment by itself, but mostly an hour follows.
+    static const Pattern exact("\\d|\\b(?:noon|midnight|hour|minute)\\b", anyCase);
     const auto last = TimeWords::atEnd(core, around);
     const auto moment = ClearMoment::in(core, around);
-    if (!moment)
+    if (!moment || !exact.find(core))
         return last || repeatedBare.find(core) ? UtteranceShape::hanging : UtteranceShape::open;
     if (last)
         return moment->namesDay && !endsInHours(last->time) ? UtteranceShape::whole : UtteranceShape::open;

@@ -61,6 +61,11 @@ TEST(HearingDoubts, knowsTwinsAndFaintNames)
     EXPECT_LT(twins[1].margin, twins[0].margin) << "a rare hour";
     EXPECT_TRUE(HearingDoubts::twins("call five guys").empty());
 
+    EXPECT_EQ(HearingDoubts::withSpan("remind me and ten minutes to eat"), "remind me in ten minutes to eat");
+    EXPECT_EQ(HearingDoubts::withSpan("of an hour remind me to eat"), "in an hour remind me to eat");
+    for (const char* other : {"remind me of the ten minutes", "call ana and ten others", "remind me in ten minutes"})
+        EXPECT_FALSE(HearingDoubts::withSpan(other)) << other;
+
     const char* const lunch = "put lunch with donna in my calendar";
     EXPECT_EQ(HearingDoubts::faintNames(heard(lunch, "donna", 0.1F)), std::vector<std::string>{"donna"});
     EXPECT_TRUE(HearingDoubts::faintNames(heard(lunch, "donna", 0.5F)).empty());

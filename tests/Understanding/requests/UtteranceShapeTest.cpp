@@ -34,11 +34,12 @@ TEST(UtteranceShape, isWholeOnlyWhereNobodyGoesOn)
             {"keep a note that the plumber", "wake me up at 7 am", "remind me to call the dentist at 5 pm",
                 "what's on my calendar", "thank you", "hey quorvell", "remind me to drive home in 2 hours"}},
         {UtteranceShape::hanging,
-            {"", "remind me", "remind me to", "remind me tomorrow at 5", "remind me tomorrow",
-                "remind me in 20", "remind me tomorrow at 5 pm to", "remind me tomorrow at 5 pm to call",
+            {"", "remind me", "remind me to", "remind me tomorrow at 5", "remind me tomorrow", "remind me in 20",
+                "remind me tomorrow at 5 pm to", "remind me tomorrow at 5 pm to call",
                 "remind me tomorrow at 5 pm to call the", "remind me tonight at 8 to take out", "put lunch with",
                 "move the dentist to thursday at", "remind me every monday", "remind me to pay the rent on monday",
-                "what do i have on", "remind me on friday at noon to renew you"}},
+                "what do i have on", "don't let me forget to call mum tonight",
+                "remind me on friday at noon to renew you"}},
     };
     for (const Row& row : rows) {
         for (const char* words : row.words)
