@@ -88,7 +88,8 @@ std::span<const Matter> matters()
             house},
         {"\\b(?:make|brew|prepare|get|fix|pour) (?:me |us |some |more |another |a |an |the |my "
          "|up )*(?:cups? of |pot of |strong |hot |fresh )*(?:coffee|espresso|cappuccino|latte|tea|americano)\\b"
-         "|^(?:an? |some |my |the )?(?:strong |hot |double |black )*(?:espresso|coffee|cappuccino|latte"
+         "|^(?:i (?:would like|want|need) )?(?:an? |some |my |the )?(?:strong |hot |double |black "
+         ")*(?:espresso|coffee|cappuccino|latte"
          "|americano)$",
             house},
         // Sound
@@ -100,7 +101,8 @@ std::span<const Matter> matters()
          "|quiet)\\b",
             volume},
         {start
-                + "(?:play|shuffle|resume|replay|unpause|skip|rewind|fast forward)\\b(?! (?:back|date|dates"
+                + "(?:play|(?:shuffle|resume|replay|unpause|skip|rewind|fast forward)(?! "
+                  "(?:it|that|this|them|all)\\b)(?= \\w))\\b(?! (?:back|date|dates"
                   "|with|time|tennis|football|golf|chess|cards|group|area|ground)\\b)(?!.*\\b(?:rehearsal"
                   "|practice)\\b)",
             music, Ours::plain},

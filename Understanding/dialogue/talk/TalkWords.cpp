@@ -102,8 +102,8 @@ const std::array<TalkRow, 12>& rows()
             "got|get|command|perfectly|rightly|understand|heard|all|sure|totally|answer|response|request"
             "|correct|exact|done|got the|what|wanted|want|meant|asked|ask|agree|one|true"},
         {TalkKind::stop,
-            "stop|shut (?:up|off|down|it)|be (?:quiet|silent)|quiet|silence|(?:turn|switch|power) (?:it "
-            "|yourself )?off|enough|quit|exit|hush|go (?:away|to sleep)|leave me alone|(?:that is|that will be"
+            "stop|shut (?:up|off|down|it)|be (?:quiet|silent)|quiet|silence|(?:turn|switch|power) yourself "
+            "off|enough|quit|exit|hush|go (?:away|to sleep)|leave me alone|(?:that is|that will be"
             "|this is) all|end (?:it|this|the (?:conversation|session|call))|finish(?:ed)?|cease|halt|no more"
             "|hang up|never ?mind|forget (?:it|that|about it)|that will do",
             "off|up|down|it|talking|speaking|yourself|immediately|conversation|session|later|talk|right|enough"
