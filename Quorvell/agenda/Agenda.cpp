@@ -128,4 +128,15 @@ void Agenda::remove(const EventID& id, EventScope scope, const Calendar& calenda
         std::move(done));
 }
 
+void Agenda::takeBack(const EventTrace& trace, const Calendar& calendar, VerdictCallback done)
+{
+    run<AgendaVerdict>(
+        AgendaWorker::Kind::changes,
+        [trace, calendar](Sources& sources) {
+            CalendarSource* source = sourceOf(sources, trace.id.calendar);
+            return source ? source->takeBack(trace, calendar) : AgendaVerdict{std::nullopt, unknownEvent};
+        },
+        std::move(done));
+}
+
 } // namespace quorvell

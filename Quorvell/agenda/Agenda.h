@@ -28,6 +28,7 @@ public:
     void change(const EventID& id, EventScope scope, const EventChange& change, const Calendar& calendar, Instant now,
         VerdictCallback done);
     void remove(const EventID& id, EventScope scope, const Calendar& calendar, Instant now, VerdictCallback done);
+    void takeBack(const EventTrace& trace, const Calendar& calendar, VerdictCallback done);
 
 private:
     using Sources = std::vector<std::unique_ptr<CalendarSource>>;

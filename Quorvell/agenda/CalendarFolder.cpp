@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
+#include <map>
 #include <system_error>
 #include <utility>
 
@@ -33,6 +34,20 @@ bool isFolder(const std::string& path)
 AgendaVerdict failed(std::string problem)
 {
     return {std::nullopt, std::move(problem)};
+}
+
+constexpr const char* emptyCalendar = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nEND:VCALENDAR\r\n";
+
+/// What a trace keeps of a file: all of it, so that it can be written again byte for byte, or of a large one the event.
+std::string keptOf(const std::string& uid, const std::string& text)
+{
+    constexpr std::size_t longest = 64 * 1024; ///< Bytes; a trace has two texts, and up to 200 calls are kept.
+    const auto file = text.size() > longest ? IcsCalendar::parse(text) : std::nullopt;
+    if (!file)
+        return text;
+    IcsCalendar event = *IcsCalendar::parse(emptyCalendar);
+    event.takeOver(uid, *file);
+    return event.text();
 }
 
 std::optional<CalendarEvent> occurrenceAt(
@@ -87,7 +102,7 @@ CalendarFolder::Walk CalendarFolder::eachFile(
                 unreadable.push_back(folder + "/" + name);
                 continue;
             }
-            File file{folder, name, read->stamp, *std::move(calendar)};
+            File file{folder, name, read->stamp, *std::move(calendar), read->text};
             if (!visit(file))
                 return Walk::whole;
         }
@@ -178,15 +193,21 @@ AgendaVerdict CalendarFolder::add(const EventDraft& draft, const Calendar& calen
         problem = written.commit(draft.uid + ".ics", AtomicFile::Existing::keep);
     if (problem != FileProblem::none)
         return failed(problemSentence(problem, folder));
-    return {file.find({letter(), draft.uid, {}}, calendar), ""};
+    const EventID id{letter(), draft.uid, {}};
+    return {file.find(id, calendar), "", EventTrace{id, folder + "/" + draft.uid + ".ics", "", file.text()}};
 }
 
 FileProblem CalendarFolder::write(const File& file)
 {
-    if (file.calendar.eventCount() == 0)
+    return writeText(file, file.calendar.eventCount() == 0 ? "" : file.calendar.text());
+}
+
+FileProblem CalendarFolder::writeText(const File& file, const std::string& text)
+{
+    if (text.empty())
         return removeFileExpected(file.folder, file.name, file.stamp);
     AtomicFile written(file.folder);
-    const FileProblem problem = written.write(file.calendar.text());
+    const FileProblem problem = written.write(text);
     return problem == FileProblem::none ? written.commitOver(file.name, file.stamp) : problem;
 }
 
@@ -208,7 +229,66 @@ AgendaVerdict CalendarFolder::edit(
     if (problem != FileProblem::none)
         return failed(problemSentence(problem, file->folder));
     const auto after = file->calendar.find(id, calendar);
-    return {after ? after : before, ""};
+    const std::string text = file->calendar.eventCount() == 0 ? "" : file->calendar.text();
+    return {after ? after : before, "",
+        EventTrace{{letter(), id.uid, {}}, file->path(), keptOf(id.uid, file->text), keptOf(id.uid, text)}};
+}
+
+std::optional<FileProblem> CalendarFolder::takeBackFile(const EventTrace& trace) const
+{
+    const std::filesystem::path path(trace.place);
+    const std::string folder = path.parent_path();
+    const std::string name = path.filename();
+    const auto read = readStampedFile(AT_FDCWD, trace.place, IcsLimits::longestText);
+    if ((read ? read->text : "") != trace.after)
+        return std::nullopt;
+    if (!read && fileWith(trace.id.uid).file) // Somebody put it back, elsewhere.
+        return std::nullopt;
+    CalendarRescue::keepWhatWasLeft(folder);
+    AtomicFile written(folder);
+    if (read && trace.before.empty())
+        return removeFileExpected(folder, name, read->stamp);
+    if (const FileProblem problem = written.write(trace.before); problem != FileProblem::none)
+        return problem;
+    return read ? written.commitOver(name, read->stamp) : written.commit(name, AtomicFile::Existing::keep);
+}
+
+/// Of a file that has more events now, or lies elsewhere.
+AgendaVerdict CalendarFolder::takeBackEvent(const EventTrace& trace, const Calendar& calendar)
+{
+    const auto before = IcsCalendar::parse(trace.before);
+    const auto after = IcsCalendar::parse(trace.after);
+    Found now = fileWith(trace.id.uid);
+    if (!now.file && now.problem != IcsCalendar::goneEvent)
+        return failed(std::move(now.problem));
+    using Parts = std::map<std::string, std::string>;
+    const auto partsOf = [&](const IcsCalendar* file) { return file ? file->parts(trace.id.uid, calendar) : Parts(); };
+    if (partsOf(now.file ? &now.file->calendar : nullptr) != partsOf(after ? &*after : nullptr))
+        return failed(changedSince);
+    if (!now.file) // It was removed from a file with others, which is there still.
+        if (auto read = readStampedFile(AT_FDCWD, trace.place, IcsLimits::longestText))
+            if (auto others = IcsCalendar::parse(read->text))
+                now.file = File{std::filesystem::path(trace.place).parent_path(),
+                    std::filesystem::path(trace.place).filename(), read->stamp, *std::move(others), read->text};
+    if (!now.file)
+        return failed(changedSince);
+    static const IcsCalendar none = *IcsCalendar::parse(emptyCalendar);
+    now.file->calendar.takeOver(trace.id.uid, before ? *before : none);
+    const FileProblem problem = write(*now.file);
+    if (problem != FileProblem::none)
+        return failed(
+            problem == FileProblem::changedMeanwhile ? changedSince : problemSentence(problem, now.file->folder));
+    return {};
+}
+
+AgendaVerdict CalendarFolder::takeBack(const EventTrace& trace, const Calendar& calendar)
+{
+    const auto problem = takeBackFile(trace);
+    if (!problem || *problem == FileProblem::changedMeanwhile || *problem == FileProblem::nameTaken)
+        return takeBackEvent(trace, calendar);
+    if (*problem != FileProblem::none)
+        return failed(problemSentence(*problem, std::filesystem::path(trace.place).parent_path()));
+    return {};
 }
 
 AgendaVerdict CalendarFolder::change(

@@ -28,6 +28,8 @@ public:
     AgendaVerdict change(
         const EventID& id, EventScope scope, const EventChange& change, const Calendar& calendar, Instant now) override;
     AgendaVerdict remove(const EventID& id, EventScope scope, const Calendar& calendar, Instant now) override;
+    /// A file that nobody touched since is again, byte for byte, what it was; of another only the event is.
+    AgendaVerdict takeBack(const EventTrace& trace, const Calendar& calendar) override;
     AgendaVerdict find(const EventID& id, const Calendar& calendar) override;
 
 private:
@@ -36,6 +38,9 @@ private:
         std::string name;
         FileStamp stamp; ///< Of what was read.
         IcsCalendar calendar;
+        std::string text{}; ///< As it was read.
+
+        std::string path() const { return folder + "/" + name; }
     };
 
     struct Found {
@@ -50,6 +55,10 @@ private:
     Walk eachFile(const std::function<bool(File&)>& visit, std::vector<std::string>& unreadable) const;
     Found fileWith(const std::string& uid) const;
     static FileProblem write(const File& file); ///< Over what was read, or removes what has no event any more.
+    static FileProblem writeText(const File& file, const std::string& text); ///< The same; an empty text removes it.
+    /// What the file of the trace was, where it still is what the change made of it. Nothing where it is not.
+    std::optional<FileProblem> takeBackFile(const EventTrace& trace) const;
+    AgendaVerdict takeBackEvent(const EventTrace& trace, const Calendar& calendar);
     AgendaVerdict edit(
         const EventID& id, const Calendar& calendar, const std::function<std::string(IcsCalendar&)>& edit);
 

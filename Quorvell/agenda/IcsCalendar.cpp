@@ -319,4 +319,24 @@ std::string IcsCalendar::remove(const EventID& id, EventScope scope, const Calen
     return "";
 }
 
+void IcsCalendar::takeOver(const std::string& uid, const IcsCalendar& other)
+{
+    const auto isOfEvent = [&uid](icalcomponent* component) {
+        const char* found = icalcomponent_get_uid(component);
+        return found && uid == found;
+    };
+    icalcomponent* root = m_content->root.get();
+    if (icalcomponent_isa(root) != ICAL_VCALENDAR_COMPONENT)
+        return;
+    for (icalcomponent* component : m_content->components()) {
+        if (!isOfEvent(component))
+            continue;
+        icalcomponent_remove_component(root, component);
+        icalcomponent_free(component);
+    }
+    for (icalcomponent* component : other.m_content->components())
+        if (isOfEvent(component))
+            icalcomponent_add_component(root, icalcomponent_new_clone(component));
+}
+
 } // namespace quorvell

@@ -51,6 +51,8 @@ public:
     [[nodiscard]] std::string change(
         const EventID& id, EventScope scope, const EventChange& change, const Calendar& calendar, Instant now);
     [[nodiscard]] std::string remove(const EventID& id, EventScope scope, const Calendar& calendar, Instant now);
+    /// The event becomes what it is in the other calendar, where it may be missing; all else stays.
+    void takeOver(const std::string& uid, const IcsCalendar& other);
 
 private:
     struct Content;

@@ -179,7 +179,54 @@ AgendaVerdict EventsOfDataServer::add(const EventDraft& draft, const Calendar& c
     AgendaVerdict added = find(id, calendar);
     if (!added.event)
         added.problem = "The desktop's calendar took the event but does not show it. Look it up.";
+    else
+        added.trace = traceOf({ownCalendar, {letter(), uid, {}}}, "");
     return added;
+}
+
+EventTrace EventsOfDataServer::traceOf(const Place& place, const std::string& before)
+{
+    const auto after = whole(place); // As the service made it its own.
+    return {{letter(), place.calendar + "/" + place.id.uid, {}}, place.calendar, before, after ? after->text() : ""};
+}
+
+bool EventsOfDataServer::create(const Place& place, const IcsCalendar& event, const Calendar& calendar)
+{
+    beginToWrite();
+    for (const auto& [occurrence, text] : event.parts(place.id.uid, calendar)) { // The series itself comes first.
+        const bool isTaken = occurrence.empty()
+            ? m_calendars.ask(place.calendar, "CreateObjects", {QStringList{QString::fromStdString(text)}, noFlags})
+                  .has_value()
+            : write(place, text, "this");
+        if (!isTaken)
+            return false;
+    }
+    return true;
+}
+
+AgendaVerdict EventsOfDataServer::takeBack(const EventTrace& trace, const Calendar& calendar)
+{
+    const auto place = placeOf(trace.id);
+    if (!place || !connect())
+        return failed(missing());
+    const auto now = whole(*place);
+    if (!now && patience().isOver())
+        return failed(missing());
+    const auto before = IcsCalendar::parse(trace.before);
+    const auto after = IcsCalendar::parse(trace.after);
+    using Parts = std::map<std::string, std::string>;
+    const auto partsOf = [&](const std::optional<IcsCalendar>& ics) {
+        return ics ? ics->parts(place->id.uid, calendar) : Parts();
+    };
+    if (partsOf(now) != partsOf(after))
+        return failed(changedSince);
+    beginToWrite();
+    const bool isDone = !before ? removeObject(*place, "")
+        : now                   ? store(*place, *now, *before, calendar)
+                                : create(*place, *before, calendar);
+    return isDone ? AgendaVerdict()
+                  : failed("The desktop's calendar did not take that back, or not all of it: " + m_calendars.problem()
+                      + ". Look the event up.");
 }
 
 bool EventsOfDataServer::write(const Place& place, const std::string& text, const char* what)
@@ -244,6 +291,7 @@ AgendaVerdict EventsOfDataServer::change(
         changed = find({id.calendar, id.uid, {}}, calendar);
     if (!changed.event)
         changed.problem = "The desktop's calendar took the change but does not show the event. Look it up.";
+    changed.trace = traceOf(*place, before->text());
     return changed;
 }
 
@@ -261,7 +309,7 @@ AgendaVerdict EventsOfDataServer::remove(const EventID& id, EventScope scope, co
         return failed("The desktop's calendar did not delete the event, or not all of it: " + m_calendars.problem()
             + ". Look it up.");
     event->id = id;
-    return {event, ""};
+    return {event, "", traceOf(*place, before->text())};
 }
 
 } // namespace quorvell

@@ -22,6 +22,7 @@ public:
     AgendaVerdict change(
         const EventID& id, EventScope scope, const EventChange& change, const Calendar& calendar, Instant now) override;
     AgendaVerdict remove(const EventID& id, EventScope scope, const Calendar& calendar, Instant now) override;
+    AgendaVerdict takeBack(const EventTrace& trace, const Calendar& calendar) override;
     AgendaVerdict find(const EventID& id, const Calendar& calendar) override;
 
 private:
@@ -38,6 +39,10 @@ private:
     std::string missing() const;
     std::optional<IcsCalendar> whole(const Place& place);
     bool write(const Place& place, const std::string& text, const char* what);
+    /// Hands over an event that the service does not have, part by part.
+    bool create(const Place& place, const IcsCalendar& event, const Calendar& calendar);
+    /// Of a change that was made a moment ago.
+    EventTrace traceOf(const Place& place, const std::string& before);
     bool removeObject(const Place& place, const std::string& occurrence);
     bool store(const Place& place, const IcsCalendar& before, const IcsCalendar& after, const Calendar& calendar);
     struct Stretch {

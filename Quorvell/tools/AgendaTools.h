@@ -27,15 +27,18 @@ struct AgendaToolContext {
 /// Agenda and notebook must outlive the registry. Dates are in the user's zone, "2026-11-22 17:00", of whole days
 /// "2026-11-22"; the end of whole days is the last of them.
 ///
-/// whats_on from?, to? answers {"status": "agenda", "count", "items": [{"kind": "event" | "reminder", "id", "title",
-/// "start", "end"?, "when", "place"?, "all_day"?, "repeats"?, "overdue"?, "untrusted"?}], "problems"?}.
+/// whats_on from?, to?, words? answers {"status": "agenda", "count", "items": [{"kind": "event" | "reminder", "id",
+/// "title", "start", "end"?, "when", "place"?, "all_day"?, "repeats"?, "overdue"?, "untrusted"?}], "problems"?}. With
+/// words only what holds them is given, and of a series its first time in the stretch.
 /// find_free_time minutes, from?, to? answers {"status": "free", "minutes", "slots": [{"start", "end", "when"}]}: the
 /// whole gaps. add_event title, start, end? or minutes?, all_day?, place?, notes?, repeat? answers {"status": "added",
-/// "id", "title", "start", "end", "when", "place"?, "all_day"?, "repeats"?, "conflicts": [{"id", "title", "start",
-/// "end", "when"}], "reminders"?: [those that fire meanwhile], "past"?}.
+/// "undo", "id", "title", "start", "end", "when", "place"?, "all_day"?, "repeats"?, "conflicts": [{"id", "title",
+/// "start", "end", "when"}], "reminders"?: [those that fire meanwhile], "past"?}.
 /// change_event id with changes answers the same with "changed"; with cancel first {"status": "needs_confirmation",
 /// "id", "title", "start", "end", "when", "question", "message"} and, called again after the user's own clear yes,
-/// {"status": "deleted", ...}. Of a series one occurrence is meant, all of it with series.
+/// {"status": "deleted", ..., "undo"}. Of a series one occurrence is meant, all of it with series. With ids in place of
+/// id several go after one yes: {"status": "deleted", "count", "items", "not_deleted"?, "problem"?, "undo"}.
+/// Both take back a change with nothing but its undo token: {"status": "undone", "what"}.
 void registerAgendaTools(ToolRegistry& registry, Agenda& agenda, Notebook& notebook, AgendaToolContext context);
 
 } // namespace quorvell

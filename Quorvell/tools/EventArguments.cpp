@@ -170,6 +170,30 @@ EventArguments::Stretch EventArguments::stretch(
     return stretch;
 }
 
+EventArguments::Ids EventArguments::ids(const Json& arguments)
+{
+    constexpr const char* missing = "id is missing. Look the event up with whats_on and use the id it gives.";
+    Ids read;
+    const Json* list = memberOf(arguments, "ids");
+    if (!list || !list->is_array()) {
+        if (auto id = EventID::parse(text(arguments, "id")))
+            read.ids.push_back(*std::move(id));
+        else
+            read.problem = missing;
+        return read;
+    }
+    if (list->empty() || list->size() > mostIds)
+        return {{}, "ids must hold 1 to " + std::to_string(mostIds) + " ids."};
+    for (const Json& member : *list) {
+        auto id = EventID::parse(readString(member).value_or(""));
+        if (!id)
+            return {{}, missing};
+        if (std::find(read.ids.begin(), read.ids.end(), *id) == read.ids.end())
+            read.ids.push_back(*std::move(id));
+    }
+    return read;
+}
+
 EventArguments::Draft EventArguments::draft(const LiveFunctionCall& call, const Calendar& calendar)
 {
     const ReadDates dates{readDate(call.args, "start", calendar), readDate(call.args, "end", calendar)};

@@ -8,6 +8,7 @@
 #include "QuorvellCore/text/Json.h"
 
 #include <string>
+#include <vector>
 
 namespace quorvell {
 
@@ -30,6 +31,14 @@ struct EventArguments {
         std::string problem;
     };
 
+    /// One id, or up to mostIds of them.
+    struct Ids {
+        std::vector<EventID> ids;
+        std::string problem; ///< Else there is one at least.
+    };
+    static constexpr std::size_t mostIds = 50; ///< So many events are deleted by one yes.
+
+    static Ids ids(const Json& arguments);
     /// Without "to" that many days from "from" on; for none the rest of that day.
     static Stretch stretch(const Json& arguments, std::chrono::days usualLength, Instant now, const Calendar& calendar);
     static Draft draft(const LiveFunctionCall& call, const Calendar& calendar);

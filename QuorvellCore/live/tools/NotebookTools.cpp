@@ -140,27 +140,39 @@ Json reminders()
     });
 }
 
+/// Of tools that change something.
+constexpr std::string_view takesBack =
+    "Alone: the token that an earlier answer gave as `undo`. Takes exactly that change back.";
+
 Json days()
 {
     return Json::array({
         declaration("whats_on", "Lists events and reminders of a stretch of days, in order, each with its id.",
             {optional("from", dateText("First day or moment. Default: now.")),
-                optional("to", dateText("Last day or moment. Default: the end of the first day."))}),
+                optional("to", dateText("Last day or moment. Default: the end of the first day.")),
+                optional("words",
+                    text("Only what holds these words, such as \"dentist\", wherever it lies in a long stretch; of a "
+                         "series only the first time."))}),
         declaration("find_free_time", "Finds gaps in the calendar during waking hours. Answers with a few that fit.",
             {required("minutes", integer("How long the gap must be.")),
                 optional("from", dateText("Search from. Default: now.")),
                 optional("to", dateText("Search until. Default: seven days later."))}),
         declaration("add_event", "Puts an event into the calendar. Answers with its id and its time in words.",
-            {required("title", text("What it is, in a few words.")), required("start", dateText("When it begins:")),
+            {optional("title", text("What it is, in a few words. Needed for a new event.")),
+                optional("start", dateText("When it begins; needed for a new event:")),
                 optional("end", dateText("When it ends; or give `minutes`.")),
                 optional("minutes", integer("How long it lasts. Default 60.")),
                 optional("all_day", flag("True for whole days.")), optional("place", text("Where.")),
                 optional("notes", text("Anything else worth keeping with it.")),
                 optional("repeat",
                     text("Only when it comes again and again: \"daily\", \"weekdays\", \"weekly:2\" (1 Sunday to 7 "
-                         "Saturday, several with commas), \"monthly:15\" or \"yearly\"."))}),
+                         "Saturday, several with commas), \"monthly:15\" or \"yearly\".")),
+                optional("undo", text(takesBack))}),
         declaration("change_event", "Moves, changes or cancels an event. Give `changes` or `cancel`, never both.",
-            {required("id", text("The event's id, from whats_on.")),
+            {optional("id", text("The event's id, from whats_on.")),
+                optional("ids",
+                    list("In place of `id`, with `cancel` only: several that go after one yes.",
+                        text("An event's id."))),
                 optional("changes",
                     object("Only what changes.",
                         {optional("title", text("New title.")), optional("start", dateText("New start:")),
@@ -170,7 +182,8 @@ Json days()
                     flag(
                         "True removes the event. Answers first with a question for the user; call again once they have "
                         "said yes.")),
-                optional("series", flag("True: all of a series, not only this time of it."))}),
+                optional("series", flag("True: all of a series, not only this time of it.")),
+                optional("undo", text(takesBack))}),
     });
 }
 

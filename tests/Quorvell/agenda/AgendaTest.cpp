@@ -208,6 +208,7 @@ public:
         return {};
     }
     AgendaVerdict remove(const EventID&, EventScope, const Calendar&, Instant) override { return {}; }
+    AgendaVerdict takeBack(const EventTrace&, const Calendar&) override { return {}; }
     AgendaVerdict find(const EventID&, const Calendar&) override { return {}; }
 
     static inline std::atomic<int> added = 0;

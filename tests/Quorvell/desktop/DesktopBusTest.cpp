@@ -285,8 +285,17 @@ TEST(EventsOfDataServer, sharesTheDesktopsCalendars)
     ASSERT_TRUE(changed.event) << changed.problem;
     EXPECT_EQ(changed.event->place, "Hall");
     EXPECT_EQ(happens("2026-11-21T00:00:00Z", "2026-12-21T00:00:00Z"), Lines{"11-26T17:00/11-26T18:30 Choir"});
-    EXPECT_TRUE(events.remove(added.event->id, EventScope::occurrence, berlin, now).event);
+    ASSERT_TRUE(changed.trace);
+    EXPECT_EQ(events.takeBack(*changed.trace, berlin).problem, "");
+    const Lines once{"11-25T17:00/11-25T18:30 Choir"};
+    EXPECT_EQ(happens("2026-11-21T00:00:00Z", "2026-12-21T00:00:00Z"), once);
+    const AgendaVerdict removed = events.remove(added.event->id, EventScope::occurrence, berlin, now);
+    ASSERT_TRUE(removed.event && removed.trace);
     EXPECT_FALSE(events.find(added.event->id, berlin).event);
+    EXPECT_EQ(events.takeBack(*removed.trace, berlin).problem, "");
+    EXPECT_EQ(happens("2026-11-21T00:00:00Z", "2026-12-21T00:00:00Z"), once);
+    EXPECT_NE(events.takeBack(*removed.trace, berlin).problem, ""); // It is there again already.
+    EXPECT_TRUE(events.remove(added.event->id, EventScope::occurrence, berlin, now).event);
 
     // Series: by the clock of their zone, one time changed, another struck out, then all of it moved.
     const EventDraft weekly{"weekly", "Walk", "", "", at("2027-03-18T06:00:00Z"), at("2027-03-18T07:00:00Z"), false,
@@ -302,6 +311,11 @@ TEST(EventsOfDataServer, sharesTheDesktopsCalendars)
     const auto one = EventScope::occurrence;
     EXPECT_EQ(events.change(time("20270325T070000"), one, moved("2027-03-26T12:00:00Z"), berlin, now).problem, "");
     EXPECT_EQ(events.change(time("20270325T070000"), one, moved("2027-03-26T13:00:00Z"), berlin, now).problem, "");
+    const AgendaVerdict struckOut = events.remove(time("20270401T070000"), one, berlin, now);
+    ASSERT_TRUE(struckOut.trace) << struckOut.problem;
+    EXPECT_EQ(events.takeBack(*struckOut.trace, berlin).problem, "");
+    EXPECT_EQ(happens("2027-03-20T00:00:00Z", "2027-04-05T00:00:00Z"),
+        (Lines{"03-26T13:00/03-26T14:00 Walk", "03-30T22:00/03-31T22:00 day Rent", "04-01T05:00/04-01T06:00 Walk"}));
     EXPECT_EQ(events.remove(time("20270401T070000"), one, berlin, now).problem, "");
     EXPECT_EQ(events.remove({'d', "system-calendar/monthly", "20270331"}, one, berlin, now).problem, "");
     EXPECT_EQ(happens("2027-03-20T00:00:00Z", "2027-04-16T00:00:00Z"),

@@ -11,6 +11,9 @@
 #include "TemporaryFolder.h"
 #include "VirtualScheduler.h"
 
+#include <filesystem>
+#include <map>
+
 namespace quorvell {
 namespace {
 
@@ -30,13 +33,14 @@ struct AgendaBench {
     Instant now = at("2026-11-21T09:30:00Z"); // Saturday, 10:30 in Berlin.
     VirtualScheduler scheduler;
     HeardWords heard{{scheduler}};
+    UndoBook undo;
     ToolRegistry registry;
 
     AgendaBench()
     {
         const Calendar calendar = *Calendar::create("Europe/Berlin", "en_US");
-        registerAgendaTools(
-            registry, agenda, notebook, {[this] { return now; }, calendar, [] { return "fresh-uid"; }, &heard});
+        registerAgendaTools(registry, agenda, notebook,
+            {[this] { return now; }, calendar, [] { return "fresh-uid"; }, &heard, {}, &undo});
         write("lunch", "SUMMARY:Lunch\nLOCATION:Here\nDTSTART:20261122T110000Z\nDTEND:20261122T120000Z");
         write("holiday", "SUMMARY:Holiday\nDTSTART;VALUE=DATE:20261123\nDTEND;VALUE=DATE:20261125");
         write("choir",
@@ -55,6 +59,28 @@ struct AgendaBench {
                 + "\nEND:VEVENT\nEND:VCALENDAR\n");
     }
 
+    /// All files with their texts.
+    std::map<std::string, std::string> files() const
+    {
+        std::map<std::string, std::string> texts;
+        for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
+            texts[entry.path().filename()] = test::readText(entry.path());
+        return texts;
+    }
+
+    /// Once more after the yes, where it asks.
+    std::string agreedAnswer(const std::string& request)
+    {
+        std::string first = answer(request);
+        if (!first.starts_with(R"({"status":"needs_confirmation")"))
+            return first;
+        ask(first);
+        say("yes");
+        return answer(request);
+    }
+
+    std::string token; ///< With which the last answer can be taken back.
+
     /// To "tool arguments".
     std::string answer(const std::string& request)
     {
@@ -64,6 +90,8 @@ struct AgendaBench {
             ToolReply([&](const Json& result) {
                 Json shown = result;
                 shown.erase("message");
+                token = readString(result, "undo").value_or("");
+                shown.erase("undo");
                 answers.push_back(dumpJson(shown));
             }));
         EXPECT_TRUE(posts.runUntil([&] { return !answers.empty(); }));
@@ -169,6 +197,91 @@ TEST(AgendaTools, deleteOnlyAfterTheUsersOwnYes)
     other.say("yes, do it");
     EXPECT_EQ(status(other.answer(cancelChoir)), R"({"status":"deleted")");
     EXPECT_NE(other.answer(R"(whats_on {"from":"2026-12-02"})").find("Choir"), std::string::npos);
+}
+
+TEST(AgendaTools, takeBackExactlyWhatTheyDid)
+{
+    const std::string two = R"(BEGIN:VCALENDAR
+VERSION:2.0
+X-OTHER:kept
+BEGIN:VEVENT
+UID:two-a
+SUMMARY:First
+X-COLOUR:red
+DTSTART:20261124T110000Z
+DTEND:20261124T120000Z
+END:VEVENT
+BEGIN:VEVENT
+UID:two-b
+SUMMARY:Second
+DTSTART:20261125T110000Z
+DTEND:20261125T120000Z
+END:VEVENT
+END:VCALENDAR
+)";
+    for (const char* request :
+        {
+            R"(add_event {"title":"Walk","start":"2026-11-24 09:00"})",
+            R"(change_event {"id":"f:lunch","changes":{"start":"2026-11-24 15:00","title":"Late lunch","place":""}})",
+            R"(change_event {"id":"f:choir#20261125T180000","changes":{"start":"2026-11-26 19:00"}})",
+            R"(change_event {"id":"f:choir#20261125T180000","changes":{"start":"2026-11-26 19:00"},"series":true})",
+            R"(change_event {"id":"f:lunch","cancel":true})",
+            R"(change_event {"id":"f:two-a","cancel":true})",
+            R"(change_event {"id":"f:choir#20261125T180000","cancel":true})",
+            R"(change_event {"id":"f:choir#20261125T180000","cancel":true,"series":true})",
+            R"(change_event {"ids":["f:two-a","f:lunch","f:choir#20261125T180000","f:choir#20261202T180000"],"cancel":true})",
+        }) {
+        SCOPED_TRACE(request);
+        AgendaBench bench;
+        test::writeText(bench.folder / "two.ics", two);
+        const auto before = bench.files();
+        EXPECT_EQ(bench.agreedAnswer(request).find("error"), std::string::npos);
+        EXPECT_NE(bench.files(), before);
+        const std::string tool(request, std::string_view(request).find(' '));
+        const std::string back = tool + R"( {"undo":")" + bench.token + R"("})";
+        EXPECT_TRUE(bench.answer(back).starts_with(R"({"status":"undone","what":")"));
+        EXPECT_EQ(bench.files(), before);
+        EXPECT_TRUE(bench.answer(back).starts_with(R"({"error":)")); // Once.
+    }
+}
+
+TEST(AgendaTools, takeNothingBackThatOtherHandsChanged)
+{
+    AgendaBench bench;
+    const auto takeBack = [&](const std::string& token) {
+        return bench.answer(R"(change_event {"undo":")" + token + R"("})");
+    };
+    bench.answer(R"(change_event {"id":"f:lunch","changes":{"title":"Mine"}})");
+    const std::string first = bench.token;
+    bench.answer(R"(change_event {"id":"f:lunch","changes":{"place":"There"}})");
+    EXPECT_NE(takeBack(first).find("changed since then"), std::string::npos);
+    bench.agreedAnswer(R"(change_event {"id":"f:holiday","cancel":true})");
+    const std::string removed = bench.token;
+    bench.write("holiday", "SUMMARY:Other\nDTSTART;VALUE=DATE:20261123\nDTEND;VALUE=DATE:20261125");
+    EXPECT_NE(takeBack(removed).find("changed since then"), std::string::npos);
+    EXPECT_NE(bench.answer("whats_on {\"from\":\"2026-11-23\"}").find("Other"), std::string::npos);
+
+    // In a large file the event alone is kept in mind.
+    std::string large = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n";
+    for (int index = 0; index < 900; ++index)
+        large += "BEGIN:VEVENT\r\nUID:large-" + std::to_string(index)
+            + "\r\nSUMMARY:One of very many events\r\nDTSTART:20250301T100000Z\r\nEND:VEVENT\r\n";
+    test::writeText(bench.folder / "large.ics", large + "END:VCALENDAR\r\n");
+    bench.agreedAnswer(R"(change_event {"id":"f:large-7","cancel":true})");
+    EXPECT_EQ(bench.files()["large.ics"].find("large-7\r"), std::string::npos);
+    EXPECT_TRUE(takeBack(bench.token).starts_with(R"({"status":"undone")"));
+    EXPECT_NE(bench.files()["large.ics"].find("large-7\r"), std::string::npos);
+
+    // Another event of the same file is no hindrance, and stays.
+    bench.answer(R"(add_event {"title":"Walk","start":"2026-11-27 09:00"})");
+    const std::string added = bench.token;
+    const std::string text = test::readText(bench.folder / "fresh-uid.ics");
+    const std::string other = "BEGIN:VEVENT\r\nUID:x\r\nSUMMARY:Swim\r\nDTSTART:20261127T100000Z\r\nEND:VEVENT\r\n";
+    test::writeText(bench.folder / "fresh-uid.ics", std::string(text).insert(text.find("BEGIN:VEVENT"), other));
+    EXPECT_TRUE(takeBack(added).starts_with(R"({"status":"undone")"));
+    const std::string day = bench.answer("whats_on {\"from\":\"2026-11-27\"}");
+    EXPECT_EQ(day.find("Walk"), std::string::npos);
+    EXPECT_NE(day.find("Swim"), std::string::npos);
 }
 
 } // namespace
