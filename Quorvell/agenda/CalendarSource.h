@@ -56,8 +56,7 @@ public:
     virtual AgendaVerdict find(const EventID& id, const Calendar& calendar) = 0;
 
 protected:
-    static constexpr const char* changedSince =
-        "That event was changed since then, or is gone, so I left it as it is.";
+    static constexpr const char* changedSince = "That event was changed since then, or is gone, so I left it as it is.";
 
     const Patience& patience() const { return m_patience; }
 

@@ -5,6 +5,7 @@
 #include "Understanding/dialogue/AsideQuestion.h"
 #include "Understanding/dialogue/AlarmTalk.h"
 #include "Understanding/dialogue/DoneAct.h"
+#include "Understanding/dialogue/EventSearch.h"
 #include "Understanding/dialogue/FoundThing.h"
 #include "Understanding/dialogue/ListTalk.h"
 #include "Understanding/dialogue/OpenReadings.h"
@@ -42,6 +43,8 @@ struct RequestMemory {
     FoundThing event{}; ///< The same of events.
     AlarmTalk alarms{};
     CalendarQuestion asked = CalendarQuestion::none;
+    EventSearch events{}; ///< Under way, while the calendar is asked; its aim is none otherwise.
+    std::vector<FoundThing> untold{}; ///< Of the list last told of the calendar: "read me the rest".
     int freeMinutes = 0; ///< How long the free time was to be that was last asked for.
     Wish wish{};
     Batch batch{}; ///< Forgotten when the question whether they should go is.

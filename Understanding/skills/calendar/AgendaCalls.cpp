@@ -23,9 +23,12 @@ Json ofScope(Json arguments, Wish::Scope scope)
 
 } // namespace
 
-ToolCalls::Answer AgendaCalls::whatsOn(const SpokenDays& days) const
+ToolCalls::Answer AgendaCalls::whatsOn(const SpokenDays& days, std::string_view words) const
 {
-    return ToolCalls::call(around, "whats_on", {{"from", days.from.text()}, {"to", days.to.text()}}, looking);
+    Json arguments{{"from", days.from.text()}, {"to", days.to.text()}};
+    if (!words.empty())
+        arguments["words"] = words;
+    return ToolCalls::call(around, "whats_on", arguments, looking);
 }
 
 ToolCalls::Answer AgendaCalls::findFreeTime(int minutes, const std::optional<SpokenDays>& days) const
@@ -64,6 +67,22 @@ ToolCalls::Answer AgendaCalls::move(
 ToolCalls::Answer AgendaCalls::cancel(std::string_view id, Wish::Scope scope) const
 {
     return ToolCalls::call(around, "change_event", ofScope({{"id", id}, {"cancel", true}}, scope), changing);
+}
+
+ToolCalls::Answer AgendaCalls::cancelAll(const std::vector<FoundThing>& events, Wish::Scope scope) const
+{
+    Json ids = Json::array();
+    for (const FoundThing& event : events)
+        ids.push_back(event.id);
+    return ToolCalls::call(
+        around, "change_event", ofScope({{"ids", std::move(ids)}, {"cancel", true}}, scope), changing);
+}
+
+ToolCalls::Answer AgendaCalls::describe(
+    std::string_view id, const char* what, std::string_view value, Wish::Scope scope) const
+{
+    const Json changes{{what, value}};
+    return ToolCalls::call(around, "change_event", ofScope({{"id", id}, {"changes", changes}}, scope), changing);
 }
 
 std::optional<ToolCalls::Answer> AgendaCalls::refusal() const

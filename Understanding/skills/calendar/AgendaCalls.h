@@ -2,11 +2,13 @@
 // The calls of the calendar's tools. Pure.
 #pragma once
 
+#include "Understanding/dialogue/FoundThing.h"
 #include "Understanding/dialogue/ToolCalls.h"
 #include "Understanding/skills/calendar/AgendaIntent.h"
 
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace quorvell {
 
@@ -15,7 +17,8 @@ struct AgendaCalls {
 
     const RuleSurroundings& around;
 
-    ToolCalls::Answer whatsOn(const SpokenDays& days) const;
+    /// With `words` only what holds them.
+    ToolCalls::Answer whatsOn(const SpokenDays& days, std::string_view words = {}) const;
     /// Without days the tool's own stretch of time is searched.
     ToolCalls::Answer findFreeTime(int minutes, const std::optional<SpokenDays>& days) const;
     /// Of its times only `start` has to be there; without a time of day it is a whole day's.
@@ -23,6 +26,10 @@ struct AgendaCalls {
     ToolCalls::Answer move(
         std::string_view id, const DateParts& start, const std::optional<DateParts>& end, Wish::Scope scope) const;
     ToolCalls::Answer cancel(std::string_view id, Wish::Scope scope) const;
+    /// Several, after one yes.
+    ToolCalls::Answer cancelAll(const std::vector<FoundThing>& events, Wish::Scope scope) const;
+    /// Another "title" or "place".
+    ToolCalls::Answer describe(std::string_view id, const char* what, std::string_view value, Wish::Scope scope) const;
     /// What is said where the calendar cannot be changed; nothing where it can.
     std::optional<ToolCalls::Answer> refusal() const;
 };

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/calendar/AgendaChange.h"
 
+#include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/Pointing.h"
 #include "Understanding/dialogue/SeriesWords.h"
 #include "Understanding/skills/calendar/AgendaCalls.h"
 #include "Understanding/skills/calendar/AgendaReply.h"
+#include "Understanding/skills/calendar/CalendarWords.h"
+#include "Understanding/skills/calendar/EventName.h"
 #include "Understanding/skills/reminders/ReminderChange.h"
 #include "Understanding/skills/reminders/ReminderIntent.h"
 #include "Understanding/skills/reminders/ReminderRules.h"
@@ -15,6 +18,8 @@
 #include "Understanding/time/TimeWords.h"
 
 #include <algorithm>
+#include <chrono>
+#include <iterator>
 #include <utility>
 
 namespace quorvell {
@@ -46,10 +51,15 @@ RuleStep tellNext(RequestMemory memory, const RuleSurroundings& around)
 }
 
 /// People say "move the dentist" of a reminder, too.
-RuleStep changeReminderInstead(RequestMemory memory, const RuleSurroundings& around)
+RuleStep changeReminderInstead(RequestMemory memory, bool isReminder, const RuleSurroundings& around)
 {
+    static const Pattern noun("\\s+(?:appointment|meeting)$", Pattern::caseless);
     Wish wish = std::exchange(memory.wish, {});
-    wish.title = ReminderChange::taskNamed(wish.title);
+    const bool isName = !EventName::words(wish.title).empty() && !CalendarWords::holdsTimeWords(wish.title);
+    if (wish.kind == Wish::Kind::cancel && !isReminder)
+        return {isName ? "I found no " + wish.title + " in your calendar, and no reminder of it." : notFound,
+            std::move(memory)};
+    wish.title = ReminderChange::taskNamed(noun.replaceAll(wish.title, ""));
     if (!around.offers("set_reminder") || wish.title.empty() || wish.minutes < 0)
         return {notFound, std::move(memory)};
     return ReminderRules::carryOut(wish, std::move(memory), around);
@@ -58,6 +68,18 @@ RuleStep changeReminderInstead(RequestMemory memory, const RuleSurroundings& aro
 bool isNoEvent(const FoundThing& thing)
 {
     return thing.skill != AgendaCalls::skill;
+}
+
+/// Nothing of that name within a month: within a year, then, by its words.
+RuleStep lookFarther(RequestMemory memory, const RuleSurroundings& around)
+{
+    constexpr std::chrono::days year{365};
+    memory.events.isWide = true;
+    const auto dayIn = [&](std::chrono::days days) {
+        return DateParts::fromDay(around.calendar.addingDays(around.now, days), around.calendar);
+    };
+    const SpokenDays days{dayIn(std::chrono::days(0)), dayIn(year), "in the next year"};
+    return {AgendaCalls{around}.whatsOn(days, EventName::words(memory.wish.title)), std::move(memory)};
 }
 
 /// As it was added, and not one of its times.
@@ -167,7 +189,8 @@ Step takeNewTime(
 
 Step takeEvent(const std::string& core, const PendingQuestion&, RequestMemory memory, const RuleSurroundings& around)
 {
-    const auto event = Pointing::at(memory.found, core, around);
+    const auto named = EventName::fitting(memory.found, core);
+    const auto event = named.size() == 1 ? std::optional(named.front()) : Pointing::at(memory.found, core, around);
     return event ? Step(AgendaChange::carryOut(*event, std::move(memory), around)) : std::nullopt;
 }
 
@@ -204,12 +227,25 @@ std::optional<RuleStep> AgendaChange::afterList(
     memory.found = std::move(listed);
     if (memory.wish.kind == Wish::Kind::none)
         return std::nullopt;
+    std::vector<FoundThing> reminders;
+    std::ranges::copy_if(memory.found, std::back_inserter(reminders), isNoEvent);
     std::erase_if(memory.found, isNoEvent);
     if (memory.wish.kind == Wish::Kind::tellNext)
         return tellNext(std::move(memory), around);
-    memory.found = Pointing::named(memory.found, memory.wish.title);
+    const auto all = std::exchange(memory.found, {});
+    memory.found = EventName::fitting(all, memory.wish.title);
     if (memory.found.empty())
-        return changeReminderInstead(std::move(memory), around);
+        memory.found = Pointing::named(all, memory.wish.title);
+    const bool isReminder = !Pointing::named(reminders, memory.wish.title).empty()
+        || !Pointing::named({memory.reminder}, memory.wish.title).empty();
+    const bool isNamed = !EventName::words(memory.wish.title).empty();
+    if (memory.found.empty() && !isReminder && isNamed && !memory.events.isWide)
+        return lookFarther(std::move(memory), around);
+    if (memory.found.empty())
+        return changeReminderInstead(std::move(memory), isReminder, around);
+    const auto spokenOf = std::ranges::find(memory.found, memory.event.id, &FoundThing::id);
+    if (memory.found.size() > 1 && spokenOf != memory.found.end() && !memory.event.id.empty())
+        memory.found = {FoundThing(*spokenOf)};
     keepNextOfSeries(memory.found, around);
     return carryOutFound(std::move(memory), around);
 }

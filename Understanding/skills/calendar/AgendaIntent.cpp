@@ -29,9 +29,8 @@ constexpr int usualMinutes = 60;
 /// series this one is meant.
 AgendaIntent target(Kind kind, const SeriesWords& words, const RuleSurroundings& around)
 {
-    static const Pattern ends(
-        "^(?:(?:my|the|our|that|this|an?|do|have|time of|start of|starting)\\s+)+|\\s+(?:event|appointment|meeting)$"
-        "|\\s*\\b(?:from|in|on) (?:my|the) (?:calendar|agenda|diary|schedule)$",
+    static const Pattern ends("^(?:(?:my|the|our|that|this|an?|do|have|time of|start of|starting)\\s+)+|\\s+event$"
+                              "|\\s*\\b(?:from|in|on) (?:my|the) (?:calendar|agenda|diary|schedule)$",
         Pattern::caseless);
     static const Pattern day("\\b(?:on|of|from|for)?\\s*((?:today|tomorrow|tonight|(?:this |next )?"
             + std::string(TimeVocabulary::weekday)
@@ -168,7 +167,12 @@ std::optional<AgendaIntent> AgendaIntent::adding(const RequestReading& reading, 
         .isRepeatUnknown = event.isRepeatUnknown,
         .isTimeUnclear = event.isTimeUnclear,
         .clock = event.clock};
-    intent.isUnasked = reading.has(AgendaCues::own) && !reading.has(AgendaCues::calendar);
+    // "The party is on saturday at 8" only tells of it.
+    static const Pattern told(
+        "\\b(?:is|will be|starts|takes place) (?:on|at|this|next|today|tomorrow|tonight|from)\\b", Pattern::caseless);
+    const bool isTold =
+        told.find(reading.content) && !reading.has(CommonCues::enter) && !reading.has(AgendaCues::schedule);
+    intent.isUnasked = (reading.has(AgendaCues::own) || isTold) && !reading.has(AgendaCues::calendar);
     const bool isSaid = reading.has(AgendaCues::calendar) || reading.has(AgendaCues::event);
     const bool isLikely =
         reading.has(AgendaCues::occasion) || reading.has(AgendaCues::schedule) || reading.has(CommonCues::enter);

@@ -32,6 +32,8 @@ struct AgendaIntent {
     std::string repeat{}; ///< Of add: in the form of the tools; empty for none.
     bool isRepeatUnknown = false; ///< Of add: it comes back in a way that no calendar rule here can say.
     Wish::Scope scope = Wish::Scope::open; ///< Of move and cancel.
+    int remindMinutes = -1; ///< Of add: a reminder so long before it is wished for as well; below 0 for none.
+    bool isWholeDay = false; ///< Of add: they said so.
     bool isTimeUnclear = false; ///< Of add: the words say more of its time than was understood.
     std::optional<DateParts> clock{}; ///< Of add: the hour that was clear where the day was not.
     bool isUnasked = false; ///< Of add: they only spoke of it, and are asked first.

@@ -96,18 +96,13 @@ std::string unread(const Json& result)
 
 std::string listReply(const Json& result, const RequestMemory& memory, const LocalTime& around)
 {
-    const std::string days = memory.daysInWords();
     const auto items = listIn(result, "items");
+    const std::string days = withLead(memory.daysInWords());
     if (items.empty())
-        return "There is nothing in your calendar" + withLead(days) + "." + unread(result);
-    const ListedDays listed{memory.days, DateParts::fromDay(around.now, around.calendar)};
-    std::string reply =
+        return "There is nothing in your calendar" + days + "." + unread(result);
+    const std::string count =
         items.size() == 1 ? "There is one thing" : "There are " + std::to_string(items.size()) + " things";
-    reply += withLead(days) + ".";
-    const std::size_t named = std::min(items.size(), RequestMemory::mostTold);
-    for (std::size_t index = 0; index < named; ++index)
-        reply += sentence(items[index], listed);
-    return reply + (named < items.size() ? " And more." : "") + unread(result);
+    return count + days + "." + AgendaReply::sentences(items, memory.days, around) + unread(result);
 }
 
 std::string freeReply(const Json& result, const std::string& days)
@@ -174,6 +169,34 @@ std::string inYear(const std::optional<DateParts>& start, const LocalTime& aroun
     return isNear ? "" : ", in " + std::to_string(start->year);
 }
 
+std::string whatWent(const Json& result)
+{
+    const auto count = readInteger(result, "count");
+    return count ? std::to_string(*count) + (*count == 1 ? " event" : " events") : text(result, "title");
+}
+
+std::string whatStayed(const Json& result)
+{
+    const auto count = readInteger(result, "not_deleted");
+    return count ? " " + std::to_string(*count) + (*count == 1 ? " is" : " are") + " still there. "
+            + ToolResults::forUser(text(result, "problem"))
+                 : "";
+}
+
+enum class Described { time, title, place };
+
+/// What else of an event was changed by the call.
+Described described(const ToolRequest& call)
+{
+    const Json arguments = parseJson(call.arguments).value_or(Json::object());
+    const Json* changes = memberOf(arguments, "changes");
+    if (!changes || memberOf(*changes, "start"))
+        return Described::time;
+    return memberOf(*changes, "title") ? Described::title
+        : memberOf(*changes, "place")  ? Described::place
+                                       : Described::time;
+}
+
 std::string eventReply(const ToolRequest& call, const ToolResult& answer, Wish::Scope scope, const LocalTime& around)
 {
     const Json& result = answer.json();
@@ -181,7 +204,12 @@ std::string eventReply(const ToolRequest& call, const ToolResult& answer, Wish::
     const auto start = ToolResults::dateIn(result, "start");
     const std::string when = SpokenWhen::on(start ? SpokenWhen::date(*start) : text(result, "when"));
     if (answer.status() == ToolStatus::deleted)
-        return "I have deleted " + title + " from your calendar.";
+        return "I have deleted " + whatWent(result) + " from your calendar." + whatStayed(result);
+    if (answer.status() == ToolStatus::undone)
+        return "Undone: " + text(result, "what") + ".";
+    if (answer.status() == ToolStatus::changed && described(call) != Described::time)
+        return described(call) == Described::title ? "It is called " + title + " now."
+                                                   : title + " is at " + text(result, "place") + " now.";
     if (answer.status() == ToolStatus::changed)
         return title + " is now" + (when.empty() ? " changed" : " " + when) + extent(result, scope) + "."
             + caveats(result);
@@ -194,6 +222,23 @@ std::string eventReply(const ToolRequest& call, const ToolResult& answer, Wish::
 
 } // namespace
 
+std::string AgendaReply::sentences(
+    const std::vector<Json>& items, const std::optional<SpokenDays>& days, const LocalTime& around)
+{
+    const ListedDays listed{days, DateParts::fromDay(around.now, around.calendar)};
+    const std::size_t told = std::min(items.size(), RequestMemory::mostTold);
+    std::string all;
+    for (std::size_t index = 0; index < told; ++index)
+        all += sentence(items[index], listed);
+    const std::size_t others = items.size() - told;
+    return all + (others > 0 ? " And " + std::to_string(others) + " more." : "");
+}
+
+std::string AgendaReply::daysBehind(const std::string& days)
+{
+    return withLead(days);
+}
+
 std::string AgendaReply::named(const FoundThing& thing)
 {
     const std::string when = thing.start ? SpokenWhen::on(SpokenWhen::date(*thing.start)) : "";
@@ -205,6 +250,22 @@ std::string AgendaReply::next(const std::vector<FoundThing>& events)
     if (events.empty())
         return "There is nothing coming up in your calendar.";
     return "Next is " + named(events.front()) + ".";
+}
+
+std::string AgendaReply::done(const ToolRequest& call, const ToolResult& answer)
+{
+    const Json& result = answer.json();
+    const std::string title = text(result, "title");
+    const auto start = ToolResults::dateIn(result, "start");
+    const std::string when = start ? SpokenWhen::on(SpokenWhen::date(*start)) : "";
+    if (answer.status() == ToolStatus::added)
+        return "put " + title + " into your calendar" + (when.empty() ? "" : ", " + when);
+    if (answer.status() == ToolStatus::deleted)
+        return "deleted " + whatWent(result) + " from your calendar";
+    if (answer.status() != ToolStatus::changed)
+        return "";
+    return described(call) == Described::time ? "moved " + title + (when.empty() ? "" : " to " + when.substr(3))
+                                              : "changed " + title + " in your calendar";
 }
 
 std::string AgendaReply::withUnread(std::string said, const Json& result)

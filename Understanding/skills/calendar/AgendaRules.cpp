@@ -2,10 +2,13 @@
 #include "Understanding/skills/calendar/AgendaRules.h"
 
 #include "QuorvellCore/reminders/state/ReminderRepeat.h"
+#include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/calendar/AgendaCalls.h"
 #include "Understanding/skills/calendar/AgendaChange.h"
 #include "Understanding/skills/calendar/AgendaReply.h"
+#include "Understanding/skills/calendar/CalendarWords.h"
+#include "Understanding/skills/calendar/EventLookup.h"
 #include "Understanding/skills/calendar/EventWords.h"
 #include "Understanding/skills/reminders/ReminderIntent.h"
 #include "Understanding/time/SpokenLength.h"
@@ -15,6 +18,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace quorvell {
@@ -30,12 +35,22 @@ constexpr const char* repeatUnknown =
 constexpr const char* ruleIsFixed =
     "I cannot change how often an event comes. Please delete it and put it into your calendar again.";
 
-/// What comes every day or week hardly takes all of it.
+/// A day without an hour is all of it for a birthday, hardly for a dinner, and hardly for what comes every week.
 bool lacksTime(const AgendaIntent& intent)
 {
+    static const Pattern takesDays(
+        "\\b(?:birthdays?|bday|anniversar(?:y|ies)|holidays?|vacations?|trip|travel|travell?ing|leave|"
+        "day off|days? out|off|pto|christmas|easter|new year|thanksgiving|festival|fair|deadline|due|"
+        "all day|whole day|weekend|moving|move|jubilee|ramadan|hanukkah|diwali|payday|pay day|rent|"
+        "bank holiday|camp|camping|cruise|visit|visits|stay|retreat|sick|exam week|expires?|"
+        "renewal|day)\\b",
+        Pattern::caseless);
+    if (intent.hasTime() || intent.end || intent.isWholeDay)
+        return false;
     const auto repeat = ReminderRepeat::fromStored(intent.repeat);
-    return repeat && repeat->kind != ReminderRepeat::Kind::monthly && repeat->kind != ReminderRepeat::Kind::yearly
-        && !intent.hasTime();
+    const bool isOften =
+        repeat && repeat->kind != ReminderRepeat::Kind::monthly && repeat->kind != ReminderRepeat::Kind::yearly;
+    return isOften || !takesDays.find(intent.title);
 }
 
 /// What was understood already is kept for the answer: the length in the arguments, the hour as the only choice.
@@ -52,6 +67,10 @@ RuleStep askWhen(const AgendaIntent& intent, RequestMemory memory)
     } else if (intent.isTimeUnclear) {
         asked.question = "I am not sure which time you mean. When is it?";
     }
+    if (intent.isUnasked)
+        asked.question = "Should I put " + intent.title + " into your calendar"
+            + (intent.start ? ", " + SpokenWhen::on(SpokenWhen::date(*intent.start)) : "")
+            + "? If so, at what time is it?";
     if (intent.minutes > 0)
         asked.arguments = dumpJson(Json{{"minutes", intent.minutes}});
     return RuleStep::asking(std::move(asked), std::move(memory));
@@ -73,10 +92,12 @@ RuleStep add(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls
     const auto* request = std::get_if<ToolRequest>(&answer);
     if (!intent.isUnasked || !request)
         return {std::move(answer), std::move(memory)};
-    return RuleStep::asking({.kind = &ToolResults::confirmation,
-                                .question = "Should I put that into your calendar?",
-                                .tool = request->name,
-                                .arguments = request->arguments},
+    return RuleStep::asking(
+        {.kind = &ToolResults::confirmation,
+            .question = "Should I put " + intent.title + " into your calendar, "
+                + (intent.repeat.empty() ? "" : "starting ") + SpokenWhen::on(SpokenWhen::date(*intent.start)) + "?",
+            .tool = request->name,
+            .arguments = request->arguments},
         std::move(memory));
 }
 
@@ -129,6 +150,14 @@ DateParts atClockOf(DateParts day, const DateParts& clock)
 Step takeWhen(
     const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
 {
+    static const Pattern wholeDay(
+        "^(?:(?:it is |it will be |make it |for )?(?:all day|the (?:whole|entire) day|all of it|whole day)"
+        "(?: long)?|no (?:time|hour|particular time|specific time)|any ?time|it does not matter|i do not "
+        "know(?: yet)?|not sure(?: yet)?|does not matter|without a time)$");
+    if (asked.date && asked.repeat.empty() && wholeDay.find(CalendarWords::of(core).plain))
+        return AgendaRules::answer(
+            {.kind = AgendaIntent::Kind::add, .title = asked.task, .start = asked.date->wholeDay(), .isWholeDay = true},
+            std::move(memory), around);
     const std::string words = ReminderIntent::timeAnswer(core);
     const auto moment = SpokenMoment::read(words, around);
     const auto to = asked.date ? SpokenMove::read(words, *asked.date, SpokenMove::FarHour::isUsual, around)
@@ -173,6 +202,9 @@ Request AgendaRules::request(AgendaIntent intent)
 {
     const bool isMove = intent.kind == AgendaIntent::Kind::move;
     Request request{.answer = [intent](RequestMemory memory, const RuleSurroundings& around) {
+        memory.events = {};
+        if (intent.remindMinutes >= 0)
+            memory.events = {.aim = EventSearch::Aim::remind, .minutes = intent.remindMinutes};
         return answer(intent, std::move(memory), around);
     }};
     if (isMove || intent.kind == AgendaIntent::Kind::cancel)
@@ -190,11 +222,19 @@ RuleStep AgendaRules::answer(const AgendaIntent& intent, RequestMemory memory, c
 {
     const AgendaCalls calls{around};
     memory.wish = {};
+    if (intent.kind != AgendaIntent::Kind::add) // Of an event under way the wish for a reminder stays.
+        memory.events = {};
     memory.days = intent.days;
     switch (intent.kind) {
     case AgendaIntent::Kind::list:
         return list(intent, std::move(memory), calls);
     case AgendaIntent::Kind::next:
+        if (!intent.title.empty() && !intent.isFurther)
+            return EventLookup::begin(
+                {.aim = EventSearch::Aim::when,
+                    .name = intent.title,
+                    .days = intent.days == SpokenDays::ahead(around) ? std::nullopt : intent.days},
+                std::move(memory), around);
         memory.wish = AgendaChange::wishIn(intent, memory);
         return {calls.whatsOn(intent.days.value_or(SpokenDays::ahead(around))), std::move(memory)};
     case AgendaIntent::Kind::findTime:
@@ -232,6 +272,27 @@ RuleStep AgendaRules::changeListed(
         intent.title = intent.minutes == 0 && intent.when.empty() ? event.title : std::string();
     }
     return answer(intent, std::move(memory), around);
+}
+
+void AgendaRules::keepTold(std::vector<FoundThing> listed, RequestMemory& memory)
+{
+    const auto told = static_cast<std::ptrdiff_t>(std::min(listed.size(), RequestMemory::mostTold));
+    memory.untold.assign(listed.begin() + told, listed.end());
+    listed.resize(static_cast<std::size_t>(told));
+    memory.found = std::move(listed);
+}
+
+RuleStep AgendaRules::tellRest(RequestMemory memory)
+{
+    if (memory.untold.empty())
+        return {"That was all.", std::move(memory)};
+    keepTold(std::exchange(memory.untold, {}), memory);
+    std::string told;
+    for (const FoundThing& thing : memory.found)
+        told += (told.empty() ? "" : " ") + std::string(thing.skill == AgendaCalls::skill ? "" : "A reminder, ")
+            + AgendaReply::named(thing) + ".";
+    const std::size_t others = memory.untold.size();
+    return {told + (others > 0 ? " And " + std::to_string(others) + " more." : ""), std::move(memory)};
 }
 
 void AgendaRules::talkAbout(const FoundThing& event, RequestMemory& memory)

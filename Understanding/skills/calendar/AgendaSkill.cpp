@@ -5,8 +5,11 @@
 #include "Understanding/skills/calendar/AgendaCalls.h"
 #include "Understanding/skills/calendar/AgendaChange.h"
 #include "Understanding/skills/calendar/AgendaCues.h"
+#include "Understanding/skills/calendar/AgendaPhrases.h"
 #include "Understanding/skills/calendar/AgendaReply.h"
 #include "Understanding/skills/calendar/AgendaRules.h"
+#include "Understanding/skills/calendar/EventLookup.h"
+#include "Understanding/skills/calendar/EventSetting.h"
 #include "Understanding/skills/reminders/ReminderCalls.h"
 #include "Understanding/skills/reminders/ReminderIntent.h"
 #include "Understanding/skills/reminders/ReminderRules.h"
@@ -174,13 +177,18 @@ RuleStep takeList(
     const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
 {
     auto listed = listedIn(result.json());
+    if (memory.events.aim != EventSearch::Aim::none) {
+        RuleStep step = EventLookup::take(std::move(listed), result, std::move(memory), around);
+        if (auto* said = std::get_if<std::string>(&step.answer))
+            *said = AgendaReply::withUnread(std::move(*said), result.json());
+        return step;
+    }
     if (auto step = AgendaChange::afterList(listed, memory, around)) {
         if (auto* said = std::get_if<std::string>(&step->answer))
             *said = AgendaReply::withUnread(std::move(*said), result.json());
         return *std::move(step);
     }
-    listed.resize(std::min(listed.size(), RequestMemory::mostTold));
-    memory.found = std::move(listed);
+    AgendaRules::keepTold(std::move(listed), memory);
     std::string reply = AgendaReply::reply(call, result, memory, around);
     return ToolResults::say(std::move(reply), std::move(memory));
 }
@@ -202,6 +210,9 @@ RuleStep takeResult(
         if (!memory.event.id.empty())
             memory.talkOf(AgendaCalls::skill);
     }
+    const EventSearch wished = std::exchange(memory.events, {});
+    if (result.status() == ToolStatus::added && wished.aim == EventSearch::Aim::remind)
+        return EventLookup::offerReminder(std::move(reply), wished.minutes, std::move(memory), around);
     return ToolResults::say(std::move(reply), std::move(memory));
 }
 
@@ -231,10 +242,13 @@ constinit const Skill AgendaSkill::row{
     .kinds = kinds,
     .trailingWishes = trailingWishes,
     .ability = ability,
+    .readPlain = AgendaPhrases::read,
+    .readStatement = EventSetting::readStatement,
     .readElsewhere = readElsewhere,
     .readQuestion = readQuestion,
     .questionBefore = questionBefore,
     .takeResult = takeResult,
+    .whatWasDone = AgendaReply::done,
     .undo = undo,
     .retime = AgendaRules::retime,
     .changeListed = AgendaRules::changeListed,

@@ -113,17 +113,22 @@ void takeLength(std::string& words, EventWords& event)
 
 std::string titleFrom(const std::string& words)
 {
-    static const Pattern edges("^(?:(?:an?|the|my|for|called|named|about|with the title|(?:i|we)(?:['’]ve| have)(?: "
-                               "got| been (?:invited|asked) to)?|there['’]?s|there is|been (?:invited|asked) to"
-                               "|that|this|it)\\s+)+|\\s+(?:for|on|at|in|from|of)$",
+    static const Pattern edges(
+        "^(?:(?:an?|the|my|for|called|named|about|with the title|(?:i|we)(?:['’]ve| have)(?: "
+        "got| been (?:invited|asked) to)?|there['’]?s|there is|been (?:invited|asked) to"
+        "|that|this|it)\\s+)+|\\s+(?:for|on|at|in|from|of|is|was|are|will be|is set|is scheduled)$",
         Pattern::caseless);
     // "I forgot to put lunch": what they did not do is no part of the name.
     static const Pattern undone(
         "^(?:i |we )?(?:forgot|have forgotten|did not|didn['’]?t|never|meant|wanted|might|may)\\b(?: to)?"
         " (?:put|add|enter|schedule|book)\\s+",
         Pattern::caseless);
-    const std::string name = undone.replaceAll(trimmed(words, ",.:;\"“”"), "");
-    return withUpperCaseFirst(trimmed(edges.replaceAll(name, ""), ",.:; "));
+    static const Pattern slot("\\s+(?:time )?down$|(?<=meeting|appointment) time$", Pattern::caseless);
+    constexpr std::string_view signs = ",.:;\"“”‘’ ";
+    std::string name = undone.replaceAll(trimmed(words, ",.:;\"“”"), "");
+    name = trimmed(slot.replaceAll(edges.replaceAll(name, ""), ""), ",.:; ");
+    const bool isQuoted = name.size() > 2 && name.front() == '\'' && name.back() == '\'';
+    return withUpperCaseFirst(trimmed(isQuoted ? name.substr(1, name.size() - 2) : name, signs));
 }
 
 /// The only hour in words whose day is not clear; nothing for "at 8 am and 8 pm" and "before 1 pm".
@@ -139,6 +144,41 @@ std::optional<DateParts> clearClock(const std::string& words, const LocalTime& a
     const TextRange range = matches.front().range;
     const auto moment = SpokenMoment::read("at " + words.substr(range.start, range.end - range.start), around);
     return moment && !moment->date.allDay ? std::optional(moment->date) : std::nullopt;
+}
+
+/// "Next week" is no day.
+bool isVague(const std::string& words)
+{
+    static const Pattern vague(
+        "\\b(?:next|this|the coming|some|any) (?:week|month|year)\\b|\\bsome ?(?:time|day)\\b|\\bone day\\b|"
+        "\\bin (?:a|the) (?:week|month)s?\\b",
+        Pattern::caseless);
+    static const Pattern exact(
+        "\\d|\\b" + std::string(TimeVocabulary::weekday) + "\\b|\\b(?:today|tomorrow|first|last|end|same)\\b",
+        Pattern::caseless);
+    return vague.find(words) && !exact.find(words);
+}
+
+/// Dinner is in the evening and breakfast in the morning, where no half of the day was named.
+void settleHalfOfDay(EventWords& event, const std::string& words)
+{
+    static const Pattern half(
+        "\\b\\d{1,2}(?::\\d{2})? ?[ap]\\.?m\\b|\\b(?:morning|afternoon|evening|night|tonight|noon|midday|midnight)\\b|"
+        "\\b(?:0\\d|1[3-9]|2[0-3]):\\d{2}\\b",
+        Pattern::caseless);
+    static const Pattern late(
+        "\\b(?:dinner|supper|drinks|party|concert|movie|theat(?:er|re)|opera|cocktails)\\b", Pattern::caseless);
+    static const Pattern early("\\bbreakfast\\b", Pattern::caseless);
+    constexpr int halfDay = 12;
+    constexpr int firstLateHour = 4;
+    constexpr int firstEarlyHour = 16; ///< Four in the afternoon: said as four.
+    if (!event.start || event.start->allDay || half.find(words))
+        return;
+    DateParts& start = *event.start;
+    if (late.find(event.title) && start.hour >= firstLateHour && start.hour < halfDay)
+        start.hour += halfDay;
+    else if (early.find(event.title) && start.hour >= firstEarlyHour)
+        start.hour -= halfDay;
 }
 
 int minutesBetween(const DateParts& start, const DateParts& end)
@@ -166,8 +206,12 @@ void leaveOpen(EventWords& event, const std::string& words, const std::string& e
 
 EventWords EventWords::read(std::string words, const LocalTime& around)
 {
+    static const Pattern place(
+        "\\b(?:in|into|to|on|onto)(?: my| the| our)?(?: (?:work|family|personal|own|google|phone))? "
+        "(?:calendars?|diary|agenda|planner)\\b",
+        Pattern::caseless);
     EventWords event;
-    words = SpokenPhrase::withDigits(words);
+    words = SpokenPhrase::withDigits(place.replaceAll(words, " "));
     takeLength(words, event);
     const auto repeat = SpokenRepeat::read(words);
     if (repeat) {
@@ -183,15 +227,19 @@ EventWords EventWords::read(std::string words, const LocalTime& around)
         return event;
     }
     const std::string endWords = takeEnd(words);
-    const auto moment = SpokenMoment::read(words, around);
+    auto moment = SpokenMoment::read(words, around);
+    if (moment && isVague(words))
+        moment.reset();
     if (!moment) {
         leaveOpen(event, words, endWords, around);
         return event;
     }
     event.start = moment->date;
     event.repeat = repeat ? repeat->stored : moment->repeat;
-    event.end = endWords.empty() ? std::nullopt : endOn(moment->date, endWords, around);
     event.title = titleFrom(moment->rest);
+    if (endWords.empty())
+        settleHalfOfDay(event, words);
+    event.end = endWords.empty() ? std::nullopt : endOn(moment->date, endWords, around);
     return event;
 }
 

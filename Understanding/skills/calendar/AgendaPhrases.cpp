@@ -1,0 +1,280 @@
+// SPDX-License-Identifier: MIT
+// The patterns read the words as CalendarWords gives them.
+#include "Understanding/skills/calendar/AgendaPhrases.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/calendar/AgendaCalls.h"
+#include "Understanding/skills/calendar/AgendaRules.h"
+#include "Understanding/skills/calendar/CalendarWords.h"
+#include "Understanding/skills/calendar/EventActs.h"
+#include "Understanding/skills/calendar/EventLookup.h"
+#include "Understanding/skills/calendar/EventName.h"
+#include "Understanding/skills/calendar/EventSetting.h"
+#include "Understanding/skills/calendar/EventWay.h"
+#include "Understanding/time/SpokenLength.h"
+
+#include <cstddef>
+#include <deque>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Found = std::optional<Request>;
+using Aim = EventSearch::Aim;
+
+constexpr const char* invitesNobody =
+    "I cannot invite anybody: nothing is sent from here. I can put their names into the "
+    "title of the event.";
+
+constexpr const char* howToSay =
+    "Just tell me. For example: put lunch with Ana into my calendar on friday at noon. Or: move "
+    "it to saturday. Or: delete it.";
+
+Found saying(std::string text)
+{
+    return Request{.answer = [text = std::move(text)](RequestMemory memory, const RuleSurroundings&) {
+        return RuleStep{text, std::move(memory)};
+    }};
+}
+
+bool namesCalendar(const std::string& plain)
+{
+    static const Pattern named("\\b(?:" + CalendarWords::calendar + "|" + CalendarWords::noun + ")\\b");
+    return named.find(plain).has_value();
+}
+
+/// "Delete all my events for tomorrow", "take the lunch off my calendar".
+Found removing(const std::string& plain, const std::string& core, const RuleSurroundings& around)
+{
+    static const std::string verb = "(?:delete|remove|cancel|erase|clear(?: off| out| up)?|wipe(?: out| off)?|clean(?: "
+                                    "out| up| off)?|empty|drop|scrap|"
+                                    "scratch|disregard|get rid of|do away with|call off|strike|cross "
+                                    "out|unschedule|unbook|trash|purge|format|reset|"
+                                    "discard|eliminate|throw out|ditch|bin|void|take off|take out|forget about)";
+    static const Pattern asks(
+        "^(?:(?:please|can|could|would|will|you|i|we|to|need|want|have|like|in|on|from|open|go|my|the|"
+        "and|then|just|help|me|hi|hey|ok|google|pls|kindly|go ahead|let us|"
+        + CalendarWords::calendar + ") )*" + verb + "\\b(?: (?:off|out))? ?(.*)$");
+    static const Pattern takes(
+        "^(?:please |can you |could you )?(?:take|pull|strike|leave|knock)\\b (.+) (?:off|out|from|out "
+        "of|off of)(?: of)? (?:my|the|our) "
+        + CalendarWords::calendar + "\\b(.*)$");
+    static const Pattern whole(
+        "^(?:(?:my|the|our|whole|entire|all|of|everything|in|on|from|out) ?)*" + CalendarWords::calendar + "$");
+    static const Pattern list("\\b(?:lists?|notes?|notebook|reminders?|alarms?|timers?|e-?mails?|messages?|files?)\\b");
+    auto match = takes.find(plain);
+    if (!match)
+        match = asks.find(plain);
+    static const Pattern denied("^(?:please )?(?:do not|never) (?:ever )?" + verb + "\\b");
+    if (denied.find(plain) && namesCalendar(plain))
+        return saying("All right. I have changed nothing.");
+    // "Clear my afternoon", "cancel everything on friday"
+    static const Pattern time(
+        "^(?:everything|all(?: of it| of that)?|(?:my|the) (?:whole |entire )?(?:day|week|morning|"
+        "afternoon|evening|weekend|plans))\\b");
+    if (!match || list.find(plain))
+        return std::nullopt;
+    const bool isOfTime = match->texts.size() == 1 && time.find(trimmed(match->texts[0]));
+    if (isOfTime && !namesCalendar(plain)) {
+        auto all = CalendarWords::search(match->texts[0], around);
+        if (!all || !all->days || !all->name.empty())
+            return std::nullopt;
+        all->aim = Aim::cancel;
+        all->isAll = true;
+        return EventLookup::request(*std::move(all), core);
+    }
+    if (!namesCalendar(plain))
+        return std::nullopt;
+    const std::string subject = match->texts.size() > 1 ? match->texts[0] + " " + match->texts[1] : match->texts[0];
+    if (whole.find(trimmed(subject)))
+        return EventLookup::request({.aim = Aim::cancel, .isAll = true}, core);
+    auto search = CalendarWords::search(subject, around);
+    if (!search)
+        return std::nullopt;
+    search->aim = Aim::cancel;
+    static const Pattern everything("\\b(?:everything|all)\\b");
+    search->isAll = search->isAll || everything.find(subject);
+    return EventLookup::request(*std::move(search), core);
+}
+
+/// What an event is asked for by the first words. What follows them names it.
+const std::deque<EventWay>& askedWays()
+{
+    static const std::deque<EventWay> ways = [] {
+        const std::string tell =
+            "^(?:(?:please|can you|could you|do you know|i want to know|i would like to know|tell me|let "
+            "me know|check|find out|remind me|show me|and|so|just) )*";
+        std::deque<EventWay> all;
+        const auto add = [&](const std::string& form, Aim aim) { all.emplace_back(tell + form, aim); };
+        add("(?:where (?:is|are|will|was|do i have|does|do i need to be for|am i)|(?:what|which) "
+            "(?:place|room|address) (?:is|"
+            "are)|what is the (?:location|place|address|venue) (?:of|for)|the location of|location of) (.+)$",
+            Aim::where);
+        add("who (?:is|are|will|else is|am i|do i|comes|is coming|is going|did i) (.+)$", Aim::who);
+        add("(?:how long (?:is|does|will|are)|when (?:does|do|will|is)(?= .* (?:end|finish|over|ends|done)$)|what time "
+            "(?:does|do|will|is)(?= .* (?:end|finish|over|ends|done)$)|until when is) (.+)$",
+            Aim::ends);
+        add("(?:when|at what time|time|what time|what date|what day|which day|how soon|on what day|what time time|time "
+            "time)"
+            "(?: (?:is|are|was|were|does|do|did|will|am i|do i have|have i)(?: the time of)?)? (.+)$",
+            Aim::when);
+        add("what is the (?:time|date|day|hour) (?:of|for) (.+)$", Aim::when);
+        add("how (?:long|many (?:days|weeks|hours)) (?:is it |are there |are left |left )?(?:until|till|to|before) "
+            "(.+)$",
+            Aim::when);
+        add("(?:is|are|was|were|will) (?:there |it true that |it |the |my |our |any )*(.+)$", Aim::confirm);
+        add("(?:do|did|have|has|will|would) (?:i|we|you)(?: (?:have|got|see|already have|still have))? (.+)$",
+            Aim::confirm);
+        add("(?:if|whether|that) (?:there (?:is|are)|i have|we have|my|the) (.+)$", Aim::confirm);
+        add("(?:confirm|verify) (?:that |if )?(.+)$", Aim::confirm);
+        return all;
+    }();
+    return ways;
+}
+
+/// Words that stand for a list: "show me", "what is on", "how many".
+bool asksForList(const std::string& plain)
+{
+    static const Pattern asked(
+        "^(?:(?:please|can you|could you|would you|i want to|i would like to|i need to|let me|hey|and|so|"
+        "just|now|also) )*(?:what|which|whats|show|tell|list|read|give|display|see|check|open|view|"
+        "bring up|pull up|look|find|get|go over|run|recap|anything|any|brief|update me|how many|how "
+        "much|how does|how is|number of|do i|do we|have i|are there|is there|am i|say|speak|know|hear|"
+        "announce|present|fetch|describe|summarize|summarise|review|remind me (?:what|which|of what)|"
+        "on my|in my)\\b");
+    return asked.find(plain).has_value();
+}
+
+/// "Today's schedule", "upcoming events": nothing but what is asked for.
+bool isBareList(const std::string& plain, const EventSearch& search)
+{
+    static const Pattern named("\\b(?:" + CalendarWords::calendar + "|(?:event|meeting|appointment|engagement)s)\\b");
+    return named.find(plain) && search.name.empty();
+}
+
+bool isSetting(const std::string& plain)
+{
+    static const Pattern sets(
+        "^(?:(?:please|can|could|would|you|i|we|to|need|want|like|have|just|go|ahead|and) )*(?:add|put|set|"
+        "create|make|schedule|book|plan|arrange|enter|insert|mark|move|change|reschedule|postpone|"
+        "push|shift|remind|note|remember|write|notify|alert|invite|rename|update|save|keep|block|"
+        "pencil|forget|repeat|delete|remove|cancel|clear|erase|start|turn)\\b");
+    return sets.find(plain).has_value();
+}
+
+/// Of the calendar as it stands.
+Found asking(const std::string& plain, const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern occasion(
+        "\\b(?:party|dinner|lunch|breakfast|brunch|concert|wedding|interview|haircut|lesson|class|"
+        "flight|training|dentist|doctor|vet|game|trip|date)\\b");
+    static const Pattern change("\\b(?:rescheduled|moved|changed|cancelled|postponed)\\b");
+    static const Pattern toOthers(
+        "\\bhappened\\b|^(?:please )?(?:tell|give|let|send|ask) (?!me\\b|us\\b|the\\b|my\\b|all\\b|any\\b)[a-z]+ ");
+    static const Pattern howTo(
+        "^how (?:do|can|could|would|should|to)\\b.*\\b(?:add|create|make|put|delete|remove|cancel|move|change|"
+        "edit|set|schedule)\\b");
+    if (howTo.find(plain) && namesCalendar(plain))
+        return saying(howToSay);
+    if (toOthers.find(plain))
+        return std::nullopt;
+    // When somebody's birthday is may stand anywhere.
+    static const Pattern birthday("\\b(?:birthdays?|anniversar(?:y|ies))\\b");
+    const bool isNamed = namesCalendar(plain);
+    if (!isNamed && birthday.find(plain))
+        return std::nullopt;
+    static const Pattern open("\\b(?:planned|scheduled|happening|going on|coming up|lined up|in store)\\b");
+    static const Pattern owned("^(?:do|did|will) (?:i|we) have\\b"); // "Do I have yoga this week?"
+    const bool isOwned = owned.find(plain).has_value();
+    if (CalendarWords::isOfOthers(plain) || isSetting(plain)
+        || (!isNamed && !isOwned && !occasion.find(plain) && !open.find(plain)))
+        return std::nullopt;
+    for (const auto& [form, aim] : askedWays()) {
+        const auto match = form.find(plain);
+        if (!match)
+            continue;
+        auto search = CalendarWords::search(match->texts[0], around);
+        if (isOwned && !isNamed && !occasion.find(plain) && search && (search->name.empty() || !search->days))
+            return std::nullopt;
+        const bool isOpen = search && search->name.empty() && aim == Aim::confirm;
+        if (!search || (!isNamed && search->name.empty() && !search->days))
+            return std::nullopt;
+        static const Pattern back("\\b(?:last|was|were|did|previous)\\b");
+        search->isBack = aim != Aim::confirm && !search->days && back.find(plain) && !search->isNext;
+        search->aim = isOpen ? Aim::tell : aim;
+        return EventLookup::request(*std::move(search), core);
+    }
+    static const Pattern planned("\\b(?:planned|scheduled|happening|going on|coming up|lined up|in store)\\b");
+    auto search = CalendarWords::search(plain, around);
+    const bool isOfDay = search && search->days && search->name.empty() && planned.find(plain);
+    if ((!isNamed && !isOfDay) || !search || (!asksForList(plain) && !isBareList(plain, *search)))
+        return std::nullopt;
+    search->aim = Aim::tell;
+    return EventLookup::request(*std::move(search), core);
+}
+
+/// "Do I have any openings on my schedule for tomorrow?"
+Found askingForTime(const std::string& plain, const RuleSurroundings& around)
+{
+    constexpr int usualMinutes = 60;
+    static const Pattern gap(
+        "^(?:(?:please|can you|could you|show me|tell me|find|check|let me know) )*(?:do i|do we|are there|"
+        "is there|have i|any|what|when|show|find|check|am i|are we|how much|if|where)\\b.*\\b(?:openings?|"
+        "open (?:time|slots?)|availability|available|free|gaps?|(?:time )?slots?)\\b");
+    static const Pattern calendarNamed("\\b" + CalendarWords::calendar + "\\b");
+    std::string others;
+    auto days = SpokenDays::find(plain, around, others);
+    if (!gap.find(plain) || !calendarNamed.find(plain) || SpokenLength::read(plain))
+        return std::nullopt;
+    return AgendaRules::request(
+        {.kind = AgendaIntent::Kind::findTime, .days = std::move(days), .minutes = usualMinutes});
+}
+
+Found restOfList(const std::string& plain)
+{
+    static const Pattern rest(
+        "^(?:(?:and|please|can you|could you|now) )*(?:(?:read|tell|show|give|list|say)(?: me)?(?: out)? )?"
+        "(?:(?:the|all the) (?:rest|others|other ones|remaining(?: ones)?)(?: of (?:it|them|the list))?|"
+        "(?:what|which|who) else(?: is (?:on|there|on it|in it))?|(?:and )?the rest|(?:the |some )?more"
+        "(?: of (?:it|them))?|go on|continue|keep going)$");
+    if (!rest.find(plain))
+        return std::nullopt;
+    return Request{.answer = [](RequestMemory memory, const RuleSurroundings&) {
+        return AgendaRules::tellRest(std::move(memory));
+    }};
+}
+
+Found inviting(const std::string& plain)
+{
+    static const Pattern invites(
+        "^(?:please |can you |could you )*(?:invite|send (?:an? |the )?(?:invites?|invitations?))\\b");
+    return invites.find(plain) ? saying(invitesNobody) : std::nullopt;
+}
+
+} // namespace
+
+Found AgendaPhrases::read(const std::string& core, const RuleSurroundings& around)
+{
+    constexpr std::size_t mostBytes = 300;
+    if (core.size() > mostBytes || !around.offers("whats_on"))
+        return std::nullopt;
+    const std::string plain = CalendarWords::of(core).plain;
+    if (auto request = inviting(plain))
+        return request;
+    if (auto request = restOfList(plain))
+        return request;
+    if (auto request = EventActs::read(core, plain, around))
+        return request;
+    if (auto request = removing(plain, core, around))
+        return request;
+    if (auto request = EventSetting::read(core, plain, around))
+        return request;
+    if (auto request = askingForTime(plain, around))
+        return request;
+    return asking(plain, core, around);
+}
+
+} // namespace quorvell

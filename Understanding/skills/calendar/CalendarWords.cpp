@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/calendar/CalendarWords.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/LowerCase.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/calendar/EventName.h"
+#include "Understanding/time/SpokenMoment.h"
+#include "Understanding/time/SpokenPhrase.h"
+#include "Understanding/words/RequestText.h"
+#include "Understanding/words/RequestWords.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <deque>
+#include <vector>
+
+namespace quorvell {
+
+const std::string CalendarWords::calendar = "(?:calendar|schedule|agenda|diary|planner|timetable|itinerary)s?";
+const std::string CalendarWords::noun = "(?:(?:event|meeting|appointment|engagement|commitment|booking|conference)s?|"
+                                        "activit(?:y|ies)|calendar entr(?:y|ies))";
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+struct Spelling {
+    Spelling(const char* pattern, std::string_view word)
+        : typed(pattern)
+        , meant(word)
+    {
+    }
+
+    Pattern typed;
+    std::string_view meant;
+};
+
+/// Where a letter slipped, in the few words that everything depends on.
+const std::deque<Spelling>& spellings()
+{
+    static const std::deque<Spelling> rows = [] {
+        std::deque<Spelling> all;
+        const auto add = [&](const char* typed, std::string_view meant) { all.emplace_back(typed, meant); };
+        add("\\b(?:calender|calander|calandar|calendr|callendar|calenders|calander|calendat|calandr|claendar)\\b",
+            "calendar");
+        add("\\b(?:shedule|schedual|scedule|shcedule|scheduel|schdule|schedul|shedual)\\b", "schedule");
+        add("\\b(?:meetting|meating|metting|meetin|meting)(?=s?\\b)", "meeting");
+        add("\\b(?:appointmnet|appointement|apointment|appoinment|appointmnt|appiontment|appt)(?=s?\\b)",
+            "appointment");
+        add("\\b(?:evnt|envent|evnet|evetn)(?=s?\\b)", "event");
+        add("(?<=\\b(?:today|tomorrow|week|weekend|month|(?:mon|tues|wednes|thurs|fri|satur|sun)day))s(?= (?:\\w+ "
+            "){0,2}"
+            "(?:events?|meetings?|appointments?|schedule|calendar|agenda|plans?|diary)\\b)",
+            "");
+        add("\\bthe (?:day|date) of (?=today|tomorrow)", "");
+        return all;
+    }();
+    return rows;
+}
+
+Words split(const std::string& text)
+{
+    const RequestWords words(text);
+    Words parts;
+    for (std::size_t index = 0; index < words.size(); ++index)
+        parts.push_back(words.said(index, index + 1));
+    return parts;
+}
+
+std::string joined(const Words& words, std::size_t first, std::size_t end)
+{
+    std::string text;
+    for (std::size_t index = first; index < end; ++index)
+        text += (text.empty() ? "" : " ") + words[index];
+    return text;
+}
+
+bool isName(const std::string& word)
+{
+    return !EventName::isIdle(word) && !EventName::isNoun(word);
+}
+
+/// The words from the first to the last that name something, or the noun alone.
+void readName(const std::string& others, EventSearch& search)
+{
+    const Words words = split(others);
+    const auto isPart = [](const std::string& word) { return !EventName::isIdle(word); };
+    for (const std::string& word : words)
+        if (EventName::isNoun(word) && search.noun.empty())
+            search.noun = word;
+    if (std::ranges::none_of(words, isName))
+        return;
+    const auto first = std::ranges::find_if(words, isPart);
+    auto last = words.end();
+    while (last != first && !isPart(*(last - 1)))
+        --last;
+    search.name =
+        joined(words, static_cast<std::size_t>(first - words.begin()), static_cast<std::size_t>(last - words.begin()));
+}
+
+/// "Yesterday", "last week": what is over, no reader of times to come knows.
+std::optional<SpokenDays> daysOver(std::string& words, const RuleSurroundings& around)
+{
+    static const Pattern over(
+        "(?:\\b(?:on|from|of|for|in|the) )*\\b(?:(the day before )?yesterday(?: (?:morning|afternoon|evening|night))?"
+        "|last (night)|(?:last|past|previous) (week|month|weekend))\\b");
+    const auto match = over.find(words);
+    if (!match)
+        return std::nullopt;
+    const auto day = [&](int days) {
+        return DateParts::fromDay(around.calendar.addingDays(around.now, std::chrono::days(days)), around.calendar);
+    };
+    constexpr int daysOfWeek = 7;
+    constexpr int daysOfMonth = 31;
+    const int sinceMonday = (around.calendar.parts(around.now).weekday + 5) % daysOfWeek;
+    const std::string& span = match->texts[2];
+    SpokenDays days{day(-1), day(-1), "yesterday"};
+    if (!match->texts[0].empty())
+        days = {day(-2), day(-2), "the day before yesterday"};
+    else if (span == "week")
+        days = {day(-sinceMonday - daysOfWeek), day(-sinceMonday - 1), "last week"};
+    else if (span == "weekend")
+        days = {day(-sinceMonday - 2), day(-sinceMonday - 1), "last weekend"};
+    else if (span == "month")
+        days = {day(-daysOfMonth), day(-1), "in the last month"};
+    words = RequestText::without(words, match->range);
+    return days;
+}
+
+void readDays(std::string& words, EventSearch& search, const RuleSurroundings& around)
+{
+    std::string others;
+    search.days = daysOver(words, around);
+    if (search.days)
+        return;
+    if (auto moment = SpokenDays::findMoment(words, around, others)) {
+        search.days = std::move(moment);
+        words = others;
+        return;
+    }
+    if (auto days = SpokenDays::find(words, around, others)) {
+        search.days = std::move(days);
+        words = others;
+    }
+}
+
+bool speaksOfTime(const std::string& words, const RuleSurroundings& around)
+{
+    return split(SpokenMoment::wordsBeside(words, around)).size() < split(words).size();
+}
+
+} // namespace
+
+bool CalendarWords::holdsTimeWords(std::string_view name)
+{
+    static const Pattern time(
+        "\\b(?:months?|weeks?|years?|weekends?|january|february|april|june|july|august|september|october|"
+        "november|december|(?:in|of|for|until|since) (?:may|march)|(?:mon|tues|wednes|thurs|fri|satur|"
+        "sun)days?|today|tomorrow|tonight|yesterday|noon|midnight"
+        "|(?:at|after|before|between|from|until|till|by|around|past) (?:\\d|one|two|three|four|five|six|"
+        "seven|eight|nine|ten|eleven|twelve)|\\d{1,2} ?[ap]m|\\d{1,2}:\\d\\d|\\d{1,2}(?:st|nd|rd|th))\\b");
+    return time.find(name).has_value();
+}
+
+CalendarWords CalendarWords::of(std::string_view core)
+{
+    const RequestWords words(core);
+    CalendarWords said;
+    for (std::size_t index = 0; index < words.size(); ++index)
+        said.plain += (said.plain.empty() ? "" : " ") + std::string(words.at(index));
+    for (const auto& [typed, meant] : spellings())
+        said.plain = typed.replaceAll(said.plain, meant);
+    said.plain = trimmed(said.plain);
+    return said;
+}
+
+bool CalendarWords::isOfOthers(std::string_view plain)
+{
+    static const Pattern other(
+        "\\b(?:lists?|notes?|notebook|reminders?|alarms?|timers?|e-?mails?|messages?|files?|photos?|"
+        "songs?|tabs?|windows?|free|available|availability|openings?|open (?:slots?|time)|slots?|"
+        "gaps?|spare|squeeze|fit|calories|time zone|weather|news)\\b");
+    return other.find(plain).has_value();
+}
+
+std::string CalendarWords::asSaid(const std::string& name, std::string_view core)
+{
+    const RequestWords words(core);
+    std::string said;
+    for (const std::string& word : split(name)) {
+        std::string found = word;
+        for (std::size_t index = 1; index < words.size(); ++index) // The first of all begins with a capital anyway.
+            if (words.at(index) == word)
+                found = trimmed(words.said(index, index + 1), ".,;:!?\"");
+        said += (said.empty() ? "" : " ") + found;
+    }
+    return said;
+}
+
+std::optional<EventSearch> CalendarWords::search(std::string subject, const RuleSurroundings& around)
+{
+    static const Pattern place(
+        "\\b(?:(?:saved|noted|marked|listed|entered|put) )?(?:in|on|from|of|off|out of|to|into|at|"
+        "within)(?: my| the| our| your)?(?: (?:work|family|personal|own|google|phone|online))? "
+        + calendar + "\\b|\\b" + calendar + "(?= " + noun + ")");
+    static const Pattern each(
+        "\\b(?:all|every|everything|each|any|entire|whole)\\b|\\b(?:event|meeting|appointment|thing|"
+        "engagement|commitment|booking|plan|conference)s\\b|\\bactivities\\b|\\bentries\\b");
+    static const Pattern next(
+        "\\b(?:next|upcoming|soonest|following|first)\\b(?! (?:week|month|year|weekend|few|couple|"
+        "\\d|two|three|four|five|(?:mon|tues|wednes|thurs|fri|satur|sun)day)|\\s*(?:days|of))");
+    constexpr std::size_t longestName = 6; ///< Words; more is a story, and no name.
+    EventSearch search;
+    // "My 2 pm appointment"
+    static const Pattern bareHour(
+        "(?<!\\bat )(?<!\\bto )(?<!\\band )(?<!\\bfrom )(?<!\\bafter )(?<!\\bbefore )(?<!\\bby )"
+        "(?<!\\buntil )(?<!\\bbetween )(?<!\\baround )(?<!\\bfor )(?<!\\babout )(?<![\\d:])\\b"
+        "(?=\\d{1,2}(?::\\d{2})? ?[ap]\\.?m\\b)");
+    subject = trimmed(place.replaceAll(SpokenPhrase::withDigits(subject), " "));
+    subject = bareHour.replaceAll(subject, "at ");
+    search.isAll = each.find(subject).has_value();
+    readDays(subject, search, around);
+    search.isNext = !search.isAll && next.find(subject);
+    search.isUnclear = speaksOfTime(subject, around) || holdsTimeWords(lowerCased(subject));
+    if (search.isUnclear)
+        subject = SpokenMoment::wordsBeside(subject, around);
+    readName(lowerCased(subject), search);
+    if (split(search.name).size() > longestName)
+        return std::nullopt;
+    return search;
+}
+
+} // namespace quorvell

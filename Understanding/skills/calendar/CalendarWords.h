@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// An utterance in the plain form in which requests of the calendar are read: one spelling for each thing, lower case.
+#pragma once
+
+#include "Understanding/dialogue/EventSearch.h"
+#include "Understanding/dialogue/RuleSurroundings.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorvell {
+
+struct CalendarWords {
+    static const std::string calendar; ///< A pattern: "calendar", "schedule" and the like.
+    static const std::string noun; ///< A pattern: "meetings", "event" and the like.
+
+    std::string plain{}; ///< "show me todays events": small letters, contractions apart, common slips of keys mended.
+
+    static CalendarWords of(std::string_view core);
+    /// A name as they spelled it: "Ted's party".
+    static std::string asSaid(const std::string& name, std::string_view core);
+
+    /// What belongs to somebody else: "the list", "my alarm", a note about a meeting.
+    static bool isOfOthers(std::string_view plain);
+    /// Words of a time that nobody understood; "movie night" and "sprint 12" are names.
+    static bool holdsTimeWords(std::string_view name);
+
+    /// The event that `subject`, a part of `plain`, names: its days, whether all or the next are meant, and a name.
+    /// Its time is unclear where the words say more of it than was understood. Nothing for more than anything is
+    /// called.
+    static std::optional<EventSearch> search(std::string subject, const RuleSurroundings& around);
+};
+
+} // namespace quorvell

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/calendar/EventActs.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/calendar/CalendarWords.h"
+#include "Understanding/skills/calendar/EventLookup.h"
+#include "Understanding/skills/calendar/EventWay.h"
+#include "Understanding/time/SpokenLength.h"
+#include "Understanding/time/TimeWords.h"
+#include "Understanding/words/RequestWords.h"
+
+#include <cstddef>
+#include <deque>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Found = std::optional<Request>;
+using Aim = EventSearch::Aim;
+
+const std::string owner = "(?:my|the|our|a|an|this|that)";
+
+int minutesIn(const std::string& length)
+{
+    constexpr int minutesOfDay = 24 * 60;
+    if (const auto days = TimeWords::daysIn(length))
+        return *days * minutesOfDay;
+    const auto read = SpokenLength::read(length);
+    return read && read->rest.empty() ? read->minutes : 0;
+}
+
+/// "Notify me an hour before my appointment at the garage", "set a 2 day notification before the party".
+Found reminding(const std::string& plain, const std::string& core, const RuleSurroundings& around)
+{
+    static const std::string length =
+        "((?:an?|one|two|three|four|five|six|ten|fifteen|twenty|thirty|forty|half an|a half|"
+        "\\d{1,3}) ?(?:minute|min|hour|hr|day|week)s?(?: and a half)?)";
+    static const Pattern wish(
+        "^(?:and |also |please |can you |could you |i want you to |i need you to )*(?:remind|notify|alert|"
+        "tell|ping|warn|message|nudge|buzz) (?:me |us )(?:of (?:it|that) |about (?:it|that) )?"
+        + length + " (?:before|ahead of|prior to|in advance of|earlier than)(?: (.+))?$");
+    static const Pattern thing(
+        "^(?:and |also |please |can you |could you )*(?:(?:set|add|create|give me|make|put|i want|i need) "
+        ")?(?:(?:an?|me an?|the) )?(?:"
+        + length + " (?:reminder|notification|alert|warning|notice)|(?:reminder|notification|alert|warning|notice) "
+        + length + ") (?:before|ahead of|prior to|in advance of)(?: (.+))?$");
+    static const Pattern begins(
+        "^(?:please |can you |could you )*(?:remind|notify|alert|tell) me (?:when|at the (?:time|start|"
+        "beginning) of|at|right before|just before|before) (?:(?:my|the|our) )(.*\\b(?:"
+        + CalendarWords::noun
+        + "))(?: (?:is going to take place|starts|begins|is about to start|is starting|takes place|"
+          "happens|is on))?$");
+    static const Pattern about(
+        "^(?:and |also |please |can you |could you )*(?:remind|notify|alert|tell|warn) (?:me |us )(?:about|of|for) "
+        "(?:(?:my|the|our) )?(.+) "
+        + length + " (?:before|ahead|prior|in advance|beforehand)(?: (?:it|that|it starts|it begins|of it|to it))?$");
+    EventSearch search;
+    std::string name;
+    std::string ahead;
+    if (const auto noted = about.find(plain)) {
+        name = noted->texts[0];
+        ahead = noted->texts[1];
+    } else if (const auto match = wish.find(plain)) {
+        ahead = match->texts[0];
+        name = match->texts[1];
+    } else if (const auto noticed = thing.find(plain)) {
+        ahead = noticed->texts[0].empty() ? noticed->texts[1] : noticed->texts[0];
+        name = noticed->texts[2];
+    } else if (const auto begun = begins.find(plain)) {
+        name = begun->texts[0];
+    } else {
+        return std::nullopt;
+    }
+    const int minutes = ahead.empty() ? 0 : minutesIn(ahead);
+    static const Pattern pronoun("^(?:it|that|this|hand|then|(?:it|that|this) (?:starts|begins))?$");
+    if (!pronoun.find(name)) {
+        auto named = CalendarWords::search(name, around);
+        if (!named)
+            return std::nullopt;
+        search = *std::move(named);
+        search.isAll = false;
+    }
+    if (!ahead.empty() && minutes == 0)
+        return std::nullopt;
+    search.aim = Aim::remind;
+    search.minutes = minutes;
+    return EventLookup::request(std::move(search), core);
+}
+
+/// "Rename the sales meeting to budget talk", "change the location of the dentist to Main Street 7". `core` keeps the
+/// user's own spelling of the new words.
+Found describing(const std::string& core, const std::string& plain, const RuleSurroundings& around)
+{
+    static const std::deque<EventWay> ways = [] {
+        const std::string polite = "^(?:please |can you |could you )*";
+        std::deque<EventWay> all;
+        all.emplace_back(polite + "(?:rename|retitle)(?: " + owner + ")? (.+?)(?: (?:to|as|into) (.+))?$", Aim::rename);
+        all.emplace_back(
+            polite + "(?:change|set|edit|update) the (?:name|title) of(?: " + owner + ")? (.+?)(?: (?:to|into) (.+))?$",
+            Aim::rename);
+        all.emplace_back(polite + "(?:change|set|edit|update) the (?:location|place|address|venue) (?:of|for)(?: "
+                + owner + ")? (.+?)(?: (?:to|into) (.+))?$",
+            Aim::place);
+        all.emplace_back(
+            polite + "(?:change|set|edit|update) " + owner + " (.+?) (?:location|place|venue)(?: (?:to|into) (.+))?$",
+            Aim::place);
+        return all;
+    }();
+    if (CalendarWords::isOfOthers(plain))
+        return std::nullopt;
+    for (const auto& [form, aim] : ways) {
+        const auto match = form.find(plain);
+        if (!match)
+            continue;
+        auto search = CalendarWords::search(match->texts[0], around);
+        if (!search)
+            return std::nullopt;
+        search->aim = aim;
+        search->isAll = false;
+        const std::size_t count = RequestWords(match->texts[1]).size();
+        const RequestWords words(core);
+        if (count > 0 && words.size() >= count) // As they spelled it.
+            search->value = withUpperCaseFirst(trimmed(words.said(words.size() - count, words.size()), " .,;!?\"“”"));
+        return EventLookup::request(*std::move(search), core);
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+Found EventActs::read(const std::string& core, const std::string& plain, const RuleSurroundings& around)
+{
+    if (auto request = reminding(plain, core, around))
+        return request;
+    return describing(core, plain, around);
+}
+
+} // namespace quorvell

@@ -1,0 +1,369 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/calendar/EventLookup.h"
+
+#include "Understanding/dialogue/Pointing.h"
+#include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/skills/calendar/AgendaCalls.h"
+#include "Understanding/skills/calendar/AgendaChange.h"
+#include "Understanding/skills/calendar/AgendaReply.h"
+#include "Understanding/skills/calendar/AgendaRules.h"
+#include "Understanding/skills/calendar/CalendarWords.h"
+#include "Understanding/skills/calendar/EventLookupReply.h"
+#include "Understanding/skills/calendar/EventName.h"
+#include "Understanding/skills/reminders/ReminderCalls.h"
+#include "Understanding/time/SpokenWhen.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Aim = EventSearch::Aim;
+using Step = std::optional<RuleStep>;
+
+constexpr std::size_t mostAtOnce = 50; ///< So many events one call deletes.
+constexpr int daysOfYear = 365;
+
+DateParts dayFromNow(int days, const LocalTime& around)
+{
+    return DateParts::fromDay(around.calendar.addingDays(around.now, std::chrono::days(days)), around.calendar);
+}
+
+/// Where it is looked: in the days that were named, else as far as it makes sense.
+SpokenDays spanOf(const EventSearch& search, const LocalTime& around)
+{
+    constexpr int daysOfMonth = 31;
+    if (search.days)
+        return *search.days;
+    if (search.isBack)
+        return {
+            dayFromNow(search.isWide ? -daysOfYear : -daysOfMonth, around), dayFromNow(0, around), "in the last year"};
+    if (search.name.empty())
+        return SpokenDays::ahead(around);
+    return {dayFromNow(0, around), dayFromNow(daysOfYear, around), "in the next year"};
+}
+
+bool changes(Aim aim)
+{
+    return aim == Aim::cancel || aim == Aim::rename || aim == Aim::place;
+}
+
+RuleStep askDays(const EventSearch& search, RequestMemory memory)
+{
+    memory.events = search;
+    const bool isCancel = search.aim == Aim::cancel && search.isAll;
+    return RuleStep::asking(
+        {.kind = &EventLookup::whichDays,
+            .question = isCancel ? "For which days should I delete that: today, this week, or this month?"
+                                 : "Which day do you mean?"},
+        std::move(memory));
+}
+
+RuleStep lookFor(const EventSearch& search, RequestMemory memory, const RuleSurroundings& around)
+{
+    memory.events = search;
+    const SpokenDays span = spanOf(search, around);
+    memory.days = search.name.empty() || search.days ? std::optional(span) : std::nullopt;
+    const bool isByWords = !search.name.empty() && !search.days && (!search.isBack || search.isWide);
+    return {AgendaCalls{around}.whatsOn(span, isByWords ? EventName::words(search.name) : ""), std::move(memory)};
+}
+
+/// "It" is the event that was talked about last.
+EventSearch ofIt(EventSearch search, const FoundThing& event)
+{
+    search.name = event.title;
+    search.days = SpokenDays{event.start->wholeDay(), event.start->wholeDay(), ""};
+    return search;
+}
+
+/// What began is no "next" any more.
+void keepNext(std::vector<FoundThing>& found, const EventSearch& search, const LocalTime& around)
+{
+    const DateParts now = DateParts::from(around.now, around.calendar);
+    if (search.isBack) {
+        std::erase_if(found, [&](const FoundThing& event) { return !event.start || *event.start > now; });
+        if (found.size() > 1)
+            found = {found.back()};
+        return;
+    }
+    std::erase_if(found, [&](const FoundThing& event) {
+        return !event.start || (event.start->allDay ? *event.start < now.wholeDay() : *event.start < now);
+    });
+    if (found.size() > 1)
+        found.resize(1);
+}
+
+/// "At 1 PM" is one that begins then, where there is one.
+void keepOnHour(std::vector<FoundThing>& found, const EventSearch& search)
+{
+    if (!search.days || search.days->from.allDay)
+        return;
+    std::vector<FoundThing> onHour;
+    std::ranges::copy_if(found, std::back_inserter(onHour), [&](const FoundThing& event) {
+        return event.start && !event.start->allDay && *event.start >= search.days->from
+            && *event.start <= search.days->to;
+    });
+    if (!onHour.empty())
+        found = std::move(onHour);
+}
+
+/// "The party at the office": its place says the rest.
+std::vector<FoundThing> byPlace(
+    const std::vector<FoundThing>& listed, const EventSearch& search, const ToolResult& result)
+{
+    std::vector<FoundThing> placed = listed;
+    const Json* items = result.list("items");
+    for (FoundThing& thing : placed) {
+        if (!items)
+            break;
+        const auto item = std::find_if(items->begin(), items->end(),
+            [&](const Json& candidate) { return readString(candidate, "id") == thing.id; });
+        if (item != items->end())
+            thing.title += " " + readString(*item, "place").value_or("");
+    }
+    const auto named = EventName::holdingAll(placed, search.name);
+    std::vector<FoundThing> found;
+    std::ranges::copy_if(listed, std::back_inserter(found),
+        [&](const FoundThing& thing) { return std::ranges::find(named, thing.id, &FoundThing::id) != named.end(); });
+    return found;
+}
+
+std::vector<FoundThing> fitting(
+    std::vector<FoundThing> listed, const EventSearch& search, const ToolResult& result, const LocalTime& around)
+{
+    const bool isOfEvents = search.aim != Aim::tell || !search.name.empty() || !search.noun.empty();
+    if (isOfEvents)
+        std::erase_if(listed, [](const FoundThing& thing) { return thing.skill != AgendaCalls::skill; });
+    auto found = search.name.empty() ? EventName::called(listed, search.noun) : EventName::fitting(listed, search.name);
+    if (found.empty() && !listed.empty())
+        found = byPlace(listed, search, result);
+    if (search.aim == Aim::cancel || search.aim == Aim::remind)
+        keepOnHour(found, search);
+    const bool isOne = search.aim == Aim::when && !search.isAll && !search.days;
+    if (search.isNext || search.isBack || isOne)
+        keepNext(found, search, around);
+    return found;
+}
+
+RuleStep cancelAll(
+    std::vector<FoundThing> found, const EventSearch& search, RequestMemory memory, const RuleSurroundings& around)
+{
+    found.resize(std::min(found.size(), mostAtOnce));
+    memory.wish = {.kind = Wish::Kind::cancel, .scope = search.days ? Wish::Scope::one : Wish::Scope::all};
+    memory.found = found;
+    return {AgendaCalls{around}.cancelAll(found, memory.wish.scope), std::move(memory)};
+}
+
+/// Times of one series stand for the next of it.
+bool areOneSeries(const std::vector<FoundThing>& found)
+{
+    const auto series = [](const FoundThing& event) { return event.id.substr(0, event.id.find('#')); };
+    return std::ranges::all_of(
+        found, [&](const FoundThing& event) { return event.repeats && series(event) == series(found.front()); });
+}
+
+RuleStep askValue(const FoundThing& event, const EventSearch& search, RequestMemory memory)
+{
+    memory.events = search;
+    memory.found = {event};
+    const std::string question = search.aim == Aim::rename ? "What should " + event.title + " be called?"
+                                                           : "Where is " + event.title + " instead?";
+    return RuleStep::asking(
+        {.kind = &EventLookup::value, .question = question, .task = event.title}, std::move(memory));
+}
+
+/// Before the start: of a whole day, counted from nine in the morning, as reminders without an hour are.
+RuleStep remind(
+    const FoundThing& event, const EventSearch& search, RequestMemory memory, const RuleSurroundings& around)
+{
+    constexpr int nineInTheMorning = 9 * 60;
+    DateParts start = event.start.value_or(DateParts());
+    if (start.allDay) {
+        start.allDay = false;
+        start = start.adding(nineInTheMorning);
+    }
+    const DateParts when = start.adding(-search.minutes);
+    AgendaRules::talkAbout(event, memory);
+    if (when <= DateParts::from(around.now, around.calendar))
+        return {AgendaReply::named(event) + ". That is too late for a reminder "
+                + (search.minutes > 0 ? "that long before it." : "of it."),
+            std::move(memory)};
+    memory.request = "remind me about " + event.title; // For the words of the answer.
+    return {ReminderCalls{around}.setAt(event.title, when, ""), std::move(memory)};
+}
+
+/// With the one event that is meant.
+RuleStep carryOut(
+    const FoundThing& event, const EventSearch& search, RequestMemory memory, const RuleSurroundings& around)
+{
+    if (search.aim == Aim::remind)
+        return remind(event, search, std::move(memory), around);
+    if (search.aim != Aim::cancel && search.value.empty())
+        return askValue(event, search, std::move(memory));
+    if (search.aim != Aim::cancel)
+        return {AgendaCalls{around}.describe(
+                    event.id, search.aim == Aim::rename ? "title" : "place", search.value, Wish::Scope::one),
+            std::move(memory)};
+    const bool isThisTime = search.isNext || search.days;
+    memory.wish = {.kind = Wish::Kind::cancel,
+        .title = event.title,
+        .scope = isThisTime ? Wish::Scope::one
+            : search.isAll  ? Wish::Scope::all
+                            : Wish::Scope::open};
+    return AgendaChange::carryOut(event, std::move(memory), around);
+}
+
+RuleStep askWhich(std::vector<FoundThing> found, const EventSearch& search, RequestMemory memory)
+{
+    memory.events = search;
+    const std::string question = EventLookupReply::several(found);
+    memory.found = std::move(found);
+    return RuleStep::asking(
+        {.kind = &EventLookup::whichEvent, .question = question, .task = search.name}, std::move(memory));
+}
+
+/// What changes, or reminds of, one event.
+RuleStep actOn(
+    std::vector<FoundThing> found, const EventSearch& search, RequestMemory memory, const RuleSurroundings& around)
+{
+    const bool isSpokenOf = !memory.event.id.empty()
+        && std::ranges::any_of(found, [&](const FoundThing& event) { return event.id == memory.event.id; });
+    if (found.size() > 1 && search.isAll && search.aim == Aim::cancel)
+        return cancelAll(std::move(found), search, std::move(memory), around);
+    if (found.size() > 1 && isSpokenOf && !search.name.empty())
+        found = {memory.event};
+    if (found.size() > 1 && areOneSeries(found))
+        found.resize(1);
+    if (found.size() > 1)
+        return askWhich(std::move(found), search, std::move(memory));
+    return carryOut(found.front(), search, std::move(memory), around);
+}
+
+Step takeDays(const std::string& core, const PendingQuestion&, RequestMemory memory, const RuleSurroundings& around)
+{
+    std::string others;
+    EventSearch search = memory.events;
+    search.days = SpokenDays::find(core, around, others);
+    if (!search.days)
+        return std::nullopt;
+    search.isUnclear = false;
+    return EventLookup::begin(std::move(search), std::move(memory), around);
+}
+
+Step takeEvent(const std::string& core, const PendingQuestion&, RequestMemory memory, const RuleSurroundings& around)
+{
+    const auto named = EventName::fitting(memory.found, core);
+    const auto event = named.size() == 1 ? std::optional(named.front()) : Pointing::at(memory.found, core, around);
+    const EventSearch search = memory.events;
+    if (!event)
+        return std::nullopt;
+    memory.events = {};
+    return carryOut(*event, search, std::move(memory), around);
+}
+
+Step takeValue(const std::string& core, const PendingQuestion&, RequestMemory memory, const RuleSurroundings& around)
+{
+    EventSearch search = std::exchange(memory.events, {});
+    if (memory.found.empty() || core.empty())
+        return std::nullopt;
+    search.value = core;
+    const FoundThing event = memory.found.front();
+    return carryOut(event, search, std::move(memory), around);
+}
+
+} // namespace
+
+const QuestionKind EventLookup::whichDays{takeDays};
+const QuestionKind EventLookup::whichEvent{takeEvent};
+const QuestionKind EventLookup::value{takeValue};
+
+Request EventLookup::request(EventSearch search, const std::string& core)
+{
+    search.name = CalendarWords::asSaid(search.name, core);
+    Request request{.answer = [search](RequestMemory memory, const RuleSurroundings& around) {
+        return begin(search, std::move(memory), around);
+    }};
+    if (changes(search.aim) || search.aim == Aim::remind)
+        request.wish = Wish{.kind = Wish::Kind::cancel, .title = search.name};
+    return request;
+}
+
+RuleStep EventLookup::begin(EventSearch search, RequestMemory memory, const RuleSurroundings& around)
+{
+    memory.wish = {};
+    memory.events = {};
+    const AgendaCalls calls{around};
+    if (changes(search.aim))
+        if (auto refusal = calls.refusal())
+            return {*std::move(refusal), std::move(memory)};
+    if (changes(search.aim) || search.aim == Aim::remind) // What follows from looking it up is no mere looking up.
+        memory.wish = {.kind = Wish::Kind::cancel, .title = search.name};
+    memory.talkOf(AgendaCalls::skill);
+    // "What is on my calendar" is about today, "my events" are what is to come.
+    const bool isOfToday = search.aim == Aim::tell && search.noun.empty() && search.name.empty() && !search.isNext;
+    if (isOfToday && !search.days && !search.isUnclear)
+        search.days = SpokenDays{dayFromNow(0, around), dayFromNow(0, around), "today"};
+    const bool isUnnamed = search.name.empty() && !search.days && !search.isNext && !search.isAll && !search.isBack;
+    if (search.aim == Aim::tell) {
+        memory.asked = RequestMemory::CalendarQuestion::events;
+    } else if (isUnnamed && search.aim != Aim::confirm && memory.event.start) {
+        if (search.aim == Aim::remind || search.aim == Aim::cancel) {
+            const FoundThing event = memory.event;
+            return carryOut(event, search, std::move(memory), around);
+        }
+        return lookFor(ofIt(std::move(search), memory.event), std::move(memory), around);
+    }
+    const bool isAnything = search.isAll && search.name.empty() && !search.days;
+    const bool isDoubtful = search.isUnclear && (search.aim == Aim::cancel || !search.days);
+    if (isDoubtful || (search.aim == Aim::cancel && isAnything))
+        return askDays(search, std::move(memory));
+    return lookFor(search, std::move(memory), around);
+}
+
+RuleStep EventLookup::offerReminder(std::string said, int minutes, RequestMemory memory, const RuleSurroundings& around)
+{
+    const FoundThing event = memory.event;
+    RuleStep step = remind(event, {.minutes = minutes}, std::move(memory), around);
+    const auto* call = std::get_if<ToolRequest>(&step.answer);
+    if (!call)
+        return {said + " " + std::get<std::string>(step.answer), std::move(step.memory)};
+    const DateParts when = event.start->allDay ? *event.start : event.start->adding(-minutes);
+    const std::string question = said + " Should I remind you " + SpokenWhen::on(SpokenWhen::date(when)) + "?";
+    return RuleStep::asking({.kind = &ToolResults::confirmation,
+                                .question = question,
+                                .task = event.title,
+                                .tool = call->name,
+                                .arguments = call->arguments},
+        std::move(step.memory));
+}
+
+RuleStep EventLookup::take(
+    std::vector<FoundThing> listed, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
+{
+    EventSearch search = std::exchange(memory.events, {});
+    memory.wish = {};
+    auto found = fitting(listed, search, result, around);
+    if (found.empty() && search.isBack && !search.isWide && !search.days) {
+        search.isWide = true;
+        return lookFor(search, std::move(memory), around);
+    }
+    const EventLookupReply reply{search, result, around};
+    if (found.empty())
+        return {reply.nothing(listed), std::move(memory)};
+    if (changes(search.aim) || search.aim == Aim::remind)
+        return actOn(std::move(found), search, std::move(memory), around);
+    std::string told = reply.found(found);
+    if (found.size() == 1 && found.front().skill == AgendaCalls::skill)
+        AgendaRules::talkAbout(found.front(), memory);
+    if (search.aim == Aim::tell)
+        memory.asked = RequestMemory::CalendarQuestion::events;
+    AgendaRules::keepTold(std::move(found), memory);
+    return {std::move(told), std::move(memory)};
+}
+
+} // namespace quorvell

@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/calendar/EventLookupReply.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "Understanding/skills/calendar/AgendaReply.h"
+#include "Understanding/skills/calendar/EventName.h"
+#include "Understanding/time/SpokenWhen.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+
+namespace quorvell {
+
+namespace {
+
+using Aim = EventSearch::Aim;
+
+constexpr std::size_t mostNamed = 3;
+
+std::vector<Json> itemsOf(const std::vector<FoundThing>& found, const ToolResult& result)
+{
+    std::vector<Json> items;
+    const Json* all = result.list("items");
+    for (const FoundThing& thing : found) {
+        if (!all)
+            break;
+        const auto item =
+            std::ranges::find_if(*all, [&](const Json& candidate) { return readString(candidate, "id") == thing.id; });
+        if (item != all->end())
+            items.push_back(*item);
+    }
+    return items;
+}
+
+std::string placeOf(const FoundThing& event, const ToolResult& result)
+{
+    const auto items = itemsOf({event}, result);
+    return items.empty() ? "" : trimmed(readString(items.front(), "place").value_or(""));
+}
+
+std::string whenIs(const FoundThing& event, const LocalTime& around)
+{
+    return event.start ? SpokenWhen::on(SpokenWhen::dateSeenFrom(*event.start, around)) : "in your calendar";
+}
+
+} // namespace
+
+std::string EventLookupReply::daysNamed() const
+{
+    return search.days ? AgendaReply::daysBehind(search.days->words) : "";
+}
+
+/// "sales meeting", "meeting", "event"
+std::string EventLookupReply::wanted() const
+{
+    if (!search.name.empty())
+        return search.name;
+    return search.noun.empty() ? "event" : search.noun;
+}
+
+std::string EventLookupReply::sentences(const std::vector<FoundThing>& found) const
+{
+    return AgendaReply::sentences(itemsOf(found, result), search.days, around);
+}
+
+std::string EventLookupReply::nothing(const std::vector<FoundThing>& listed) const
+{
+    if (search.aim == Aim::cancel)
+        return "I found no " + wanted() + daysNamed() + " in your calendar, so nothing was deleted.";
+    if (search.aim == Aim::remind)
+        return "I found no " + wanted() + daysNamed() + " in your calendar, so I have set no reminder.";
+    if (search.name.empty() && search.days)
+        return "There is nothing in your calendar" + daysNamed() + ".";
+    if (search.name.empty())
+        return search.isBack ? "There was nothing in your calendar." : "There is nothing coming up in your calendar.";
+    constexpr std::ptrdiff_t mostBlanks = 4;
+    if (std::ranges::count(search.name, ' ') > mostBlanks) // That is more than a name.
+        return "I found nothing like that in your calendar.";
+    const std::string none = "I found no " + wanted() + " in your calendar" + daysNamed() + ".";
+    if (!search.days || listed.empty())
+        return none;
+    return none
+        + (listed.size() > mostNamed ? " There are " + std::to_string(listed.size()) + " other things."
+                                     : " There is something else:" + sentences(listed));
+}
+
+std::string EventLookupReply::ofOne(const FoundThing& event) const
+{
+    const std::string place = placeOf(event, result);
+    const std::string is = event.title + (search.isBack ? " was " : " is ") + whenIs(event, around);
+    if (search.aim == Aim::where)
+        return place.empty() ? is + ". Your calendar does not say where." : is + ", at: " + place + ".";
+    if (search.aim == Aim::who)
+        return is + ". Your calendar says nothing more of who comes.";
+    if (search.aim == Aim::ends && event.end && event.start && !event.start->allDay) {
+        const bool isSameDay = event.end->wholeDay() == event.start->wholeDay();
+        return is + ", until " + (isSameDay ? SpokenWhen::clock(*event.end) : SpokenWhen::date(*event.end)) + ".";
+    }
+    if (search.aim == Aim::ends && event.end && event.start && *event.end > *event.start)
+        return is + ", until " + SpokenWhen::date(*event.end) + ".";
+    return is + (place.empty() ? "." : ", " + place + ".");
+}
+
+std::string EventLookupReply::found(const std::vector<FoundThing>& found) const
+{
+    if (search.isNext && search.name.empty() && search.aim != Aim::where && search.aim != Aim::ends)
+        return AgendaReply::next(found);
+    if (found.size() == 1 && search.aim != Aim::tell && search.aim != Aim::confirm)
+        return ofOne(found.front());
+    if (search.aim == Aim::confirm)
+        return "Yes." + sentences(found);
+    if (search.aim == Aim::tell && search.name.empty()) {
+        const std::string count =
+            found.size() == 1 ? "There is one thing" : "There are " + std::to_string(found.size()) + " things";
+        return count + AgendaReply::daysBehind(search.days ? search.days->words : "in the next month") + "."
+            + sentences(found);
+    }
+    if (found.size() == 1)
+        return ofOne(found.front());
+    return "There are " + std::to_string(found.size()) + "." + sentences(found);
+}
+
+std::string EventLookupReply::several(const std::vector<FoundThing>& found)
+{
+    constexpr std::size_t mostToChooseFrom = 6;
+    if (found.size() > mostToChooseFrom)
+        return "Which event do you mean?";
+    std::string question = "There are " + std::to_string(found.size()) + ": ";
+    for (std::size_t index = 0; index < std::min(found.size(), mostNamed); ++index)
+        question += (index > 0 ? "; " : "") + AgendaReply::named(found[index]);
+    return question + (found.size() > mostNamed ? "; and more" : "") + ". Which one do you mean?";
+}
+
+} // namespace quorvell

@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/calendar/EventSetting.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/calendar/AgendaRules.h"
+#include "Understanding/skills/calendar/CalendarWords.h"
+#include "Understanding/skills/calendar/EventWords.h"
+#include "Understanding/time/SpokenLength.h"
+#include "Understanding/time/TimeWords.h"
+#include "Understanding/words/RequestWords.h"
+
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using Found = std::optional<Request>;
+
+const std::string lead =
+    "^(?:(?:please|can|could|would|will|you|i|we|to|need|want|like|have|just|go ahead|and|help me|hi|hey|"
+    "ok|google|pls|kindly),? )*";
+
+AgendaIntent intentOf(EventWords event, bool isUnasked)
+{
+    return {.kind = AgendaIntent::Kind::add,
+        .minutes = event.minutes,
+        .title = std::move(event.title),
+        .start = event.start,
+        .end = event.end,
+        .repeat = std::move(event.repeat),
+        .isRepeatUnknown = event.isRepeatUnknown,
+        .isTimeUnclear = event.isTimeUnclear,
+        .clock = event.clock,
+        .isUnasked = isUnasked};
+}
+
+Found adding(EventWords event, bool isUnasked)
+{
+    return AgendaRules::request(intentOf(std::move(event), isUnasked));
+}
+
+/// "Set up a meeting with Bob": also where no time is named.
+std::optional<EventWords> eventIn(const std::string& core, const std::string& plain, const RuleSurroundings& around)
+{
+    static const Pattern wish(lead
+            + "(?:set up|set|make|create|schedule|book|plan|arrange|organi[sz]e|add|fix|put in|put) "
+              "(?:(?:me|us) )?(?=(?:an?|the|another|one|my|our|new) |(?:\\w+ )?(?:meeting|appointment))(?:(?:\\S+) "
+              "){0,5}?(?:meeting|appointment|conference|interview|event)\\b(?!s)",
+        Pattern::caseless);
+    static const Pattern verb(lead
+            + "(?:set up|set|make|create|schedule|book|plan|arrange|organi[sz]e|add|fix|put in|put) "
+              "(?:(?:me|us) )?",
+        Pattern::caseless);
+    static const Pattern other(
+        "\\b(?:reminders?|remind|alarms?|timers?|lists?|notes?|notification|e-?mails?|messages?|to the "
+        "(?:meeting|appointment|event)|link|files?|move|change|tables?|flights?|hotels?|tickets?|taxi|cab|train|"
+        "restaurant)\\b");
+    static const Pattern shared(lead
+        + "(?:schedule|book|plan|arrange|organi[sz]e|set up|add|put in|pencil in) (?:(?:an?|the|my|our) )?"
+          "(?:(?!to )\\w+ ){0,2}(?:lunch|dinner|breakfast|brunch|coffee|drinks|call|date|session|lesson|party|visit|"
+          "game|supper|tea|haircut|checkup|check up|training|rehearsal|workshop)\\b");
+    static const Pattern something(lead
+        + "(?:put|add|enter|write) (?:something|a thing|things|stuff) (?:in|into|to|on) (?:my|the|our) "
+        + CalendarWords::calendar + "\\b");
+    if (something.find(plain)) {
+        EventWords event{.start = EventWords::read(core, around).start};
+        return event;
+    }
+    if ((!wish.find(plain) && !shared.find(plain)) || other.find(plain))
+        return std::nullopt;
+    const auto match = verb.find(core);
+    if (!match)
+        return std::nullopt;
+    static const Pattern named("^(?:(?:an?|the|new|another|one) )*(?:(?:calendar )?(?:event|entry) )"
+                               "(?:(?:called|named|titled|for|about|of) )?",
+        Pattern::caseless);
+    static const Pattern nothing("^(?:(?:calendar )?(?:event|entry))?$", Pattern::caseless);
+    EventWords event = EventWords::read(named.replaceAll(trimmed(core.substr(match->range.end)), ""), around);
+    if (nothing.find(event.title))
+        event.title.clear();
+    return event;
+}
+
+/// "... and remind me 30 minutes before".
+Found makingWithReminder(const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern behind(
+        "^(.+?),? (?:and |with |then )(?:also |please )*(?:(?:remind|notify|alert|tell) me|(?:set |give me |add )?an? "
+        "(?:reminder|notification|alert)) ((?:an?|one|two|three|half an|ten|fifteen|twenty|thirty|\\d{1,3}) "
+        "?(?:minute|min|hour|hr|day)s?) (?:before|ahead|prior|in advance|earlier|beforehand)(?: (?:it|that|the "
+        "\\w+)(?: starts| begins)?)?$",
+        Pattern::caseless);
+    const auto match = behind.find(core);
+    if (!match)
+        return std::nullopt;
+    constexpr int minutesOfDay = 24 * 60;
+    const auto days = TimeWords::daysIn(match->texts[1]);
+    const auto length = SpokenLength::read(match->texts[1]);
+    auto event = eventIn(match->texts[0], CalendarWords::of(match->texts[0]).plain, around);
+    if (!event || (!days && !length))
+        return std::nullopt;
+    AgendaIntent intent = intentOf(*std::move(event), false);
+    intent.remindMinutes = days ? *days * minutesOfDay : length->minutes;
+    return AgendaRules::request(std::move(intent));
+}
+
+/// "12th July is Ana's birthday, add that to my calendar".
+Found birthday(const std::string& core, const std::string& plain, const RuleSurroundings& around)
+{
+    static const Pattern form("^(.+?) is (.+?(?:birthday|anniversary))\\b(.*)$", Pattern::caseless);
+    static const Pattern reversed(
+        "^(.+?(?:birthday|anniversary)) is (?:on )?(.+?)(?:[,;.]| and | so |$)(.*)$", Pattern::caseless);
+    static const Pattern calendar("\\b" + CalendarWords::calendar + "\\b");
+    static const Pattern asks("^(?:is|when|what|does|do|which|where|who|if|whether)\\b");
+    if (!calendar.find(plain) || asks.find(plain))
+        return std::nullopt;
+    const auto match = form.find(core);
+    const auto turned = match ? std::nullopt : reversed.find(core);
+    if (!match && !turned)
+        return std::nullopt;
+    static const Pattern verb("^(?:put|add) ", Pattern::caseless);
+    const std::string date = verb.replaceAll(match ? match->texts[0] : turned->texts[1], "");
+    const std::string title = verb.replaceAll(match ? match->texts[1] : turned->texts[0], "");
+    EventWords event = EventWords::read(title + " on " + date, around);
+    return event.start ? adding(std::move(event), false) : std::nullopt;
+}
+
+/// "The meeting with Ana has been moved, put it on thursday".
+Found changed(const std::string& core)
+{
+    static const Pattern form(
+        "^(?:the|my|our) (.+?) (?:has been|was|is|got|has|had been|will be|have been) (?:changed|moved|rescheduled|"
+        "postponed|shifted|put back|delayed)[ ,.;-]*(?:(?:so|please|now|and) )*(?:(?:put|move|change|set|"
+        "make|schedule|update)(?: it| that)?)?(?: (?:to|on|for|at|until))? (.+)$",
+        Pattern::caseless);
+    static const Pattern known("^(?:to|on|for|at|until) ", Pattern::caseless);
+    const auto match = form.find(core);
+    if (!match)
+        return std::nullopt;
+    return AgendaRules::request(
+        {.kind = AgendaIntent::Kind::move, .title = match->texts[0], .when = known.replaceAll(match->texts[1], "")});
+}
+
+/// "Attend church every sunday at 11 am", behind "I would like to".
+Found attending(const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern form("^(?:attend|be attending|go attend) \\S.*$", Pattern::caseless);
+    if (!form.find(core))
+        return std::nullopt;
+    EventWords event = EventWords::read(core, around);
+    return event.start && !event.title.empty() ? adding(std::move(event), true) : std::nullopt;
+}
+
+/// "Block two hours tomorrow": what for, they need not say.
+Found blocking(const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern form(
+        "^(?:(?:please|can you|could you) )*(?:block|block out|block off|reserve|set aside|keep free) (?=.*\\b(?:"
+        "hours?|minutes?|mins?|time)\\b)",
+        Pattern::caseless);
+    const auto match = form.find(core);
+    if (!match)
+        return std::nullopt;
+    static const Pattern filler("^(?:(?:some|the|my|of|time|an?|for|off|out|it)\\s*)+$", Pattern::caseless);
+    EventWords event = EventWords::read("for " + core.substr(match->range.end), around);
+    if (event.title.empty() || filler.find(event.title))
+        event.title = "Busy";
+    return adding(std::move(event), false);
+}
+
+} // namespace
+
+Found EventSetting::read(const std::string& core, const std::string& plain, const RuleSurroundings& around)
+{
+    if (!around.offers("add_event"))
+        return std::nullopt;
+    if (auto request = makingWithReminder(core, around))
+        return request;
+    if (auto request = birthday(core, plain, around))
+        return request;
+    if (auto request = changed(core))
+        return request;
+    if (auto request = attending(core, around))
+        return request;
+    if (auto request = blocking(core, around))
+        return request;
+    auto event = eventIn(core, plain, around);
+    return event ? adding(*std::move(event), false) : std::nullopt;
+}
+
+Found EventSetting::readStatement(const std::string& core, const RuleSurroundings& around)
+{
+    constexpr std::size_t longestTitle = 8; ///< Words.
+    static const Pattern shared(
+        "^(?!(?:i|we|you|he|she|they|it|there|this|that|what|who|how|why|is|are|do|does|can|could|will|"
+        "would|should|please|no|yes|not|call|play|talk|speak|send|share|turn|open|tell|show|read)\\b)"
+        "[a-z'’ -]+ with [a-z]",
+        Pattern::caseless);
+    if (!around.offers("add_event") || !shared.find(core))
+        return std::nullopt;
+    EventWords event = EventWords::read(core, around);
+    const bool isClear = event.start && !event.isTimeUnclear && !event.title.empty() && !event.isRepeatUnknown;
+    return isClear && RequestWords(event.title).size() <= longestTitle ? adding(std::move(event), true) : std::nullopt;
+}
+
+} // namespace quorvell
