@@ -171,7 +171,7 @@ Step withActs(const UndoWish& wish, const RequestMemory& memory, const RuleSurro
 {
     switch (wish.kind) {
     case UndoWish::Kind::last:
-        return ActBook::takeBack({.left = bounded(ActBook::newest(memory, wish.count))}, memory, around);
+        return ActBook::takeBack({.left = ActBook::newest(memory, wish.count)}, memory, around);
     case UndoWish::Kind::before:
         return ActBook::takeBack({.left = ActBook::beforeLast(memory)}, memory, around);
     case UndoWish::Kind::everything:

@@ -37,7 +37,7 @@ TEST(CalendarTalk, saysWhatWasDone)
         {"{}", R"({"status":"needs_confirmation","title":"Lunch"})", ""},
         {"{}", R"({"error":"No."})", ""},
     };
-    const Skill& skill = *SkillTable::ofTool("change_event");
+    const Skill& skill = *SkillTable::ofCall({"change_event", "{}"});
     for (const Row& row : rows)
         EXPECT_EQ(skill.whatWasDone({"change_event", row.call}, *ToolResult::parse(row.result)), row.done);
 }
