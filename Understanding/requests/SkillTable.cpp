@@ -22,12 +22,12 @@ namespace quorvell {
 namespace {
 
 constexpr const Skill* table[] = {
+    &ClockSkill::row,
+    &SumSkill::row,
     &ReminderSkill::row,
     &AlarmSkill::row,
     &FactSkill::row,
     &AgendaSkill::row,
-    &ClockSkill::row,
-    &SumSkill::row,
     &NoteSkill::row,
     &ListSkill::row,
     &HelpModeSkill::row,

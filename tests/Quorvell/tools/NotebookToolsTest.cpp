@@ -82,7 +82,7 @@ TEST(NotebookTools, keepNotes)
         SCOPED_TRACE(row.arguments);
         NotebookBench bench;
         EXPECT_EQ(bench.answer("keep_note", row.arguments),
-            std::string(R"({"status":"kept","id":"newnewnewnew","title":")") + row.title + "\"}");
+            std::string(R"({"status":"kept","id":"newnewnewnew","title":")") + row.title + R"(","undo":"u1"})");
         const Note expected{.id = "newnewnewnew",
             .title = row.title,
             .body = row.body,
@@ -102,7 +102,7 @@ TEST(NotebookTools, keepExplanationsAndHowTos)
     NotebookBench bench;
     bench.answer("explain", R"({"question": "What is a  kettle?", "text": "A pot.", "level": "simple"})");
     EXPECT_EQ(bench.answer("explain", R"({"question": "what is a kettle", "text": "It boils."})"),
-        R"({"status":"kept","id":"newnewnewnew","title":"What is a kettle?"})");
+        R"({"status":"kept","id":"newnewnewnew","title":"What is a kettle?","undo":"u2"})");
     ASSERT_EQ(bench.notebook.list.size(), 1u) << "the same question twice";
     const Note& explanation = bench.notebook.list[0];
     EXPECT_EQ(explanation.kind, NoteKind::explanation);
