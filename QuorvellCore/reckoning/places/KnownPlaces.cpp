@@ -123,7 +123,8 @@ constexpr Row regionRows[] = {
     {"Africa/Johannesburg", "south africa"},
     // States and coasts
     {"America/New_York",
-        "east coast|us east coast|the east coast|maine|vermont|new hampshire|massachusetts|connecticut|rhode island|"
+        "east coast|us east coast|east coast of the united states|east coast of the us|east coast of the usa|"
+        "east coast of america|the east coast|maine|vermont|new hampshire|massachusetts|connecticut|rhode island|"
         "new york state|new jersey|pennsylvania|delaware|maryland|virginia|west virginia|north carolina|south carolina|"
         "ohio|michigan|new england"},
     {"America/New_York=Miami|America/Chicago=Pensacola", "florida"},
@@ -137,7 +138,9 @@ constexpr Row regionRows[] = {
     {"America/Denver", "montana|wyoming|colorado|utah|new mexico"},
     {"America/Boise", "idaho"},
     {"America/Phoenix", "arizona"},
-    {"America/Los_Angeles", "west coast|us west coast|the west coast|california|washington state|oregon|nevada"},
+    {"America/Los_Angeles",
+        "west coast|us west coast|west coast of the united states|west coast of the us|west coast of america|the west "
+        "coast|california|washington state|oregon|nevada"},
     {"America/Anchorage", "alaska"},
     {"America/Toronto", "ontario|quebec"},
     {"America/Edmonton", "alberta"},
@@ -152,6 +155,15 @@ constexpr Row regionRows[] = {
     {"Asia/Kolkata", "india|kerala|punjab|gujarat|tamil nadu"},
     {"Europe/Berlin", "bavaria"},
     {"Asia/Tokyo", "japan"},
+    {"Africa/Lagos", "nigeria"},
+    {"Africa/Cairo", "egypt"},
+    {"Africa/Nairobi", "kenya"},
+    {"Asia/Karachi", "pakistan"},
+    {"Asia/Dhaka", "bangladesh"},
+    {"Asia/Bangkok", "thailand"},
+    {"Europe/Paris", "france"},
+    {"Europe/Rome", "italy"},
+    {"Europe/Dublin", "ireland"},
 };
 
 constexpr Row zoneRows[] = {

@@ -22,7 +22,8 @@ std::string withoutAll(const Pattern& pattern, std::string text)
 std::string ClockPhrase::of(std::string_view core)
 {
     static const Pattern lead(
-        "^(?:(?:please|kindly|quickly|just|and|so|ok|okay|hey|can|could|would|will|you|quorvell) "
+        "^(?:like to (?:know |see |hear |check "
+        ")?|(?:please|kindly|quickly|just|and|so|ok|okay|hey|can|could|would|will|you|quorvell) "
         "|(?:tell|show|give|get|read|report|display|announce|state|check|find|say|speak)(?: out)? "
         "(?:(?:to )?(?:me|us) )?|let me (?:know|see) |(?:i |we )?(?:would like|want|need|wish)(?: to)? "
         "(?:(?:know|see|hear|check|have) )?|(?:know|see|hear|check) "
