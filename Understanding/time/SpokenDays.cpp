@@ -65,16 +65,23 @@ bool isOver(const PartOfDay& part, const LocalTime& around)
     return now.hour * hour + now.minute >= part.to;
 }
 
+std::optional<SpokenStretch> readDay(std::string_view words, const LocalTime& around)
+{
+    const auto day = SpokenDays::read(words, around);
+    return day ? std::optional(SpokenStretch{day->from, day->to, day->words}) : std::nullopt;
+}
+
 } // namespace
 
 std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const LocalTime& around)
 {
     static const Pattern lead("^(?:for|of|in)\\s+(?!the (?:morning|afternoon|evening)$)", Pattern::caseless);
     std::string words = lead.replaceAll(trimmed(spoken), "");
-    if (auto period = spokenPeriod(spoken, around))
-        return period;
-    if (auto hours = spokenHours(words, around))
-        return hours;
+    auto stretch = spokenPeriod(spoken, around);
+    if (!stretch)
+        stretch = spokenHours(words, around, readDay);
+    if (stretch)
+        return SpokenDays{stretch->from, stretch->to, stretch->words};
     // "On friday at", of "on friday at 3 pm", is not all that was said of the time.
     static const Pattern goesOn(
         "\\b(?:at|on|by|from|to|in|of|for|and|or|after|before|until|till|between|around|about|over"

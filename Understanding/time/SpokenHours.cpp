@@ -76,13 +76,13 @@ DateParts atMinuteOf(DateParts day, int minute)
     return day;
 }
 
-SpokenDays onDay(const DateParts& day, const Span& span, const std::string& words)
+SpokenStretch onDay(const DateParts& day, const Span& span, const std::string& words)
 {
     return {atMinuteOf(day, span.from), atMinuteOf(day, span.to), words + " " + span.words};
 }
 
 /// Without a day: today, unless these hours are over.
-SpokenDays onNextDay(const Span& span, const LocalTime& around)
+SpokenStretch onNextDay(const Span& span, const LocalTime& around)
 {
     const CalendarParts now = around.calendar.parts(around.now);
     const bool isOver = now.hour * 60 + now.minute >= span.to;
@@ -92,7 +92,8 @@ SpokenDays onNextDay(const Span& span, const LocalTime& around)
 
 } // namespace
 
-std::optional<SpokenDays> spokenHours(std::string_view spoken, const LocalTime& around)
+std::optional<SpokenStretch> spokenHours(
+    std::string_view spoken, const LocalTime& around, SpokenStretch::DayReader readDay)
 {
     // "From three to five" is no clock yet: it must not become 4:57.
     static const Pattern bound("\\b(?:between|from|after|before|until|till|past|up to)\\b", Pattern::caseless);
@@ -102,16 +103,18 @@ std::optional<SpokenDays> spokenHours(std::string_view spoken, const LocalTime& 
         return std::nullopt;
     if (match->range.start > 0) { // "Tomorrow between 9 and 10".
         const auto span = spanIn(words.substr(match->range.start), around);
-        const auto day = span ? SpokenDays::read(trimmed(words.substr(0, match->range.start), ","), around)
-                              : std::optional<SpokenDays>();
-        return day && day->isOneDay() ? std::optional(onDay(day->from.wholeDay(), *span, day->words)) : std::nullopt;
+        const auto day =
+            span ? readDay(trimmed(words.substr(0, match->range.start), ","), around) : std::optional<SpokenStretch>();
+        return day && day->from.wholeDay() == day->to.wholeDay()
+            ? std::optional(onDay(day->from.wholeDay(), *span, day->words))
+            : std::nullopt;
     }
     if (const auto span = spanIn(words, around))
         return onNextDay(*span, around);
     for (auto space = words.find(' '); space != std::string::npos; space = words.find(' ', space + 1)) {
         const auto span = spanIn(words.substr(0, space), around);
-        const auto day = span ? SpokenDays::read(words.substr(space + 1), around) : std::optional<SpokenDays>();
-        if (day && day->isOneDay())
+        const auto day = span ? readDay(words.substr(space + 1), around) : std::optional<SpokenStretch>();
+        if (day && day->from.wholeDay() == day->to.wholeDay())
             return onDay(day->from.wholeDay(), *span, day->words);
     }
     return std::nullopt;

@@ -16,7 +16,7 @@ namespace quorvell {
 
 namespace {
 
-using Days = std::optional<SpokenDays>;
+using Days = std::optional<SpokenStretch>;
 
 constexpr int daysOfWeek = 7;
 
@@ -39,7 +39,7 @@ DateParts dateOf(LocalDay day)
 }
 
 /// Of the month in which `first` stands, `months` of them, from today where it has begun.
-SpokenDays monthsFrom(LocalDay first, int months, const std::string& words, const LocalTime& around)
+SpokenStretch monthsFrom(LocalDay first, int months, const std::string& words, const LocalTime& around)
 {
     const std::chrono::year_month_day date(first);
     const auto next = date.year() / date.month() + std::chrono::months(months);
@@ -60,15 +60,15 @@ Days week(const std::string& words, const LocalTime& around)
     static const Pattern last("^(?:of |in )?last week$", Pattern::caseless);
     const int since = daysSinceMonday(around);
     if (current.find(words))
-        return SpokenDays{dayFromNow(0, around), dayFromNow(6 - since, around), "this week"};
+        return SpokenStretch{dayFromNow(0, around), dayFromNow(6 - since, around), "this week"};
     if (next.find(words))
-        return SpokenDays{dayFromNow(7 - since, around), dayFromNow(13 - since, around), "next week"};
+        return SpokenStretch{dayFromNow(7 - since, around), dayFromNow(13 - since, around), "next week"};
     if (afterNext.find(words))
-        return SpokenDays{dayFromNow(14 - since, around), dayFromNow(20 - since, around), "the week after next"};
+        return SpokenStretch{dayFromNow(14 - since, around), dayFromNow(20 - since, around), "the week after next"};
     if (coming.find(words))
-        return SpokenDays{dayFromNow(0, around), dayFromNow(daysOfWeek, around), "in the coming week"};
+        return SpokenStretch{dayFromNow(0, around), dayFromNow(daysOfWeek, around), "in the coming week"};
     if (last.find(words))
-        return SpokenDays{dayFromNow(-since - daysOfWeek, around), dayFromNow(-since - 1, around), "last week"};
+        return SpokenStretch{dayFromNow(-since - daysOfWeek, around), dayFromNow(-since - 1, around), "last week"};
     return std::nullopt;
 }
 
@@ -86,7 +86,7 @@ Days weekend(const std::string& words, const LocalTime& around)
         return std::nullopt;
     const int weeks = isAfterNext ? 2 : match->groups[0] ? 1 : 0;
     const int saturday = 5 - since + weeks * daysOfWeek;
-    return SpokenDays{dayFromNow(std::max(saturday, 0), around), dayFromNow(saturday + 1, around),
+    return SpokenStretch{dayFromNow(std::max(saturday, 0), around), dayFromNow(saturday + 1, around),
         weeks == 0       ? "at the weekend"
             : weeks == 1 ? "next weekend"
                          : "the weekend after next"};
@@ -151,7 +151,7 @@ Days comingDays(const std::string& words, const LocalTime& around)
     const int count = match->groups[0] ? 2 : match->groups[1] ? std::atoi(match->texts[1].c_str()) : 1;
     const bool isFew = match->groups[0] && lowerCased(match->texts[0]) == "few";
     const std::string amount = match->groups[0] ? lowerCased(match->texts[0]) + " " : match->texts[1];
-    return SpokenDays{dayFromNow(0, around), dayFromNow((isFew && length > 1 ? 3 : count) * length, around),
+    return SpokenStretch{dayFromNow(0, around), dayFromNow((isFew && length > 1 ? 3 : count) * length, around),
         "in the next " + amount + (match->groups[1] ? " " : "") + unit + (match->groups[0] || count != 1 ? "s" : "")};
 }
 
@@ -166,7 +166,7 @@ Days oneDay(const std::string& words, const LocalTime& around)
     if (!phrase || phrase->hasTime || !phrase->task.empty() || phrase->repeatRule)
         return std::nullopt;
     const DateParts day = DateParts::fromDay(phrase->date, around.calendar);
-    return SpokenDays{day, day, words};
+    return SpokenStretch{day, day, words};
 }
 
 /// A month that only one end of a stretch names is that of both: "june 3 to 5", "the 10th to the 14th of december".
@@ -214,7 +214,7 @@ Days stretch(const std::string& words, const LocalTime& around)
     static const Pattern lead("^(?:for|on) ", Pattern::caseless);
     static const Pattern led("^(?:from|between)\\b", Pattern::caseless);
     const std::string said = lead.replaceAll(words, "");
-    return SpokenDays{first->from, last->from, (led.find(said) ? "" : "from ") + said};
+    return SpokenStretch{first->from, last->from, (led.find(said) ? "" : "from ") + said};
 }
 
 /// "until friday", "before friday": from today on. "Yesterday", too.
@@ -223,7 +223,7 @@ Days upTo(const std::string& words, const LocalTime& around)
     static const Pattern form("^(?:(before)|until|till|up to|through) (.+)$", Pattern::caseless);
     static const Pattern yesterday("^(?:on |of )?yesterday$", Pattern::caseless);
     if (yesterday.find(words))
-        return SpokenDays{dayFromNow(-1, around), dayFromNow(-1, around), "yesterday"};
+        return SpokenStretch{dayFromNow(-1, around), dayFromNow(-1, around), "yesterday"};
     const auto match = form.find(words);
     const auto day = match ? oneDay(match->texts[1], around) : std::nullopt;
     if (!day)
@@ -231,12 +231,12 @@ Days upTo(const std::string& words, const LocalTime& around)
     constexpr int minutesBack = 24 * 60;
     const DateParts last = match->groups[0] ? day->to.adding(-minutesBack).wholeDay() : day->to;
     const DateParts today = dayFromNow(0, around);
-    return last >= today ? Days(SpokenDays{today, last, words}) : std::nullopt;
+    return last >= today ? Days(SpokenStretch{today, last, words}) : std::nullopt;
 }
 
 } // namespace
 
-std::optional<SpokenDays> spokenPeriod(std::string_view spoken, const LocalTime& around)
+std::optional<SpokenStretch> spokenPeriod(std::string_view spoken, const LocalTime& around)
 {
     const std::string words = trimmed(spoken);
     for (const auto reader : {week, weekend, monthOrYear, namedMonth, comingDays, stretch, upTo})

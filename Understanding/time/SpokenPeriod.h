@@ -3,7 +3,7 @@
 // wednesday", "june 3-5".
 #pragma once
 
-#include "Understanding/time/SpokenDays.h"
+#include "Understanding/time/SpokenStretch.h"
 
 #include <optional>
 #include <string_view>
@@ -11,6 +11,6 @@
 namespace quorvell {
 
 /// Nothing where the words are anything else, or more. What has begun counts from today on, unless it is over.
-std::optional<SpokenDays> spokenPeriod(std::string_view words, const LocalTime& around);
+std::optional<SpokenStretch> spokenPeriod(std::string_view words, const LocalTime& around);
 
 } // namespace quorvell
