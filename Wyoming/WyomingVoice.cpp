@@ -103,13 +103,14 @@ WyomingVoice::WyomingVoice(WyomingAddress address, std::chrono::milliseconds pat
 WyomingVoice::Verdict WyomingVoice::speak(std::string_view text, const Sink& sink, const std::stop_token& stop)
 {
     const auto now = Clock::now();
+    m_hasJustFailed = false;
     if (m_failed && now - *m_failed < pause)
         return Verdict::failed;
     WyomingLine line(m_address, now);
     line.send(WyomingEvent::synthesize(text, {}), now);
     const Verdict verdict = Listening(line, sink, stop).run(m_patience);
     if (verdict == Verdict::failed)
-        m_failed = Clock::now();
+        m_hasJustFailed = !std::exchange(m_failed, Clock::now());
     else if (verdict == Verdict::spoken)
         m_failed.reset();
     return verdict;

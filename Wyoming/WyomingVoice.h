@@ -32,6 +32,8 @@ public:
     /// `failed` also where the service is left alone, and where it broke off in the middle.
     [[nodiscard]] Verdict speak(std::string_view text, const Sink& sink, const std::stop_token& stop);
 
+    /// Whether the last sentence failed, and is the first one that did.
+    bool hasJustFailed() const { return m_hasJustFailed; }
     const WyomingAddress& address() const { return m_address; }
 
 private:
@@ -39,7 +41,8 @@ private:
 
     WyomingAddress m_address;
     std::chrono::milliseconds m_patience;
-    std::optional<Clock::time_point> m_failed;
+    std::optional<Clock::time_point> m_failed; ///< When it last did; nothing once it worked again.
+    bool m_hasJustFailed = false;
 };
 
 } // namespace quorvell

@@ -49,13 +49,18 @@ HeardTurn ServiceSpeechPort::finish()
     // Asked first: it works while this computer's own is still at the last words.
     const auto words = m_recogniser ? m_recogniser->finish() : std::nullopt;
     HeardTurn turn = m_own->finish();
-    if (words) {
+    if (words)
         turn = {.text = written(*words)};
-    } else if (m_recogniser && m_recogniser->hasJustFailed()) {
-        turn.notice = "The speech recogniser at " + m_recogniser->address().text()
-            + " does not answer, so I listen by myself for now.";
-    }
+    else if (m_recogniser && m_recogniser->hasJustFailed())
+        addNotice("The speech recogniser at " + m_recogniser->address().text()
+            + " does not answer, so I listen by myself for now.");
+    turn.notice = std::exchange(m_notice, {});
     return turn;
+}
+
+void ServiceSpeechPort::addNotice(const std::string& sentence)
+{
+    m_notice += (m_notice.empty() ? "" : " ") + sentence;
 }
 
 void ServiceSpeechPort::speak(std::string_view voice, std::string_view text, const Sink& sink, std::stop_token stop)
@@ -73,6 +78,8 @@ void ServiceSpeechPort::speak(std::string_view voice, std::string_view text, con
     // What broke off in the middle is said once more: half an answer is worse than one and a half.
     if (verdict == WyomingVoice::Verdict::failed)
         m_own->speak(voice, text, sink, stop);
+    if (m_voice && m_voice->hasJustFailed())
+        addNotice("The voice at " + m_voice->address().text() + " does not answer, so I speak with my own for now.");
 }
 
 } // namespace quorvell

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace quorvell {
 
@@ -31,9 +32,12 @@ public:
     void speak(std::string_view voice, std::string_view text, const Sink& sink, std::stop_token stop) override;
 
 private:
+    void addNotice(const std::string& sentence);
+
     std::unique_ptr<SpeechPort> m_own;
     std::optional<WyomingRecogniser> m_recogniser;
     std::optional<WyomingVoice> m_voice;
+    std::string m_notice; ///< That is to be told with the next turn.
 };
 
 } // namespace quorvell

@@ -86,6 +86,10 @@ TEST(ServiceSpeechPort, standsInAtOnceAndSaysSoOnce)
             "The speech recogniser at " + server.address().text() + " does not answer, so I listen by myself for now.");
         EXPECT_EQ(hear(port), (HeardTurn{.text = "own 8000"}));
         EXPECT_GE(speak(port), 1600u) << "all of the sentence";
+        EXPECT_EQ(hear(port).notice,
+            "The voice at " + server.address().text() + " does not answer, so I speak with my own for now.");
+        speak(port);
+        EXPECT_EQ(hear(port).notice, "");
     }
 }
 
