@@ -6,6 +6,7 @@
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/calendar/AgendaCalls.h"
 #include "Understanding/skills/calendar/AgendaRules.h"
+#include "Understanding/skills/calendar/AgendaTopic.h"
 #include "Understanding/skills/calendar/CalendarWords.h"
 #include "Understanding/skills/calendar/EventActs.h"
 #include "Understanding/skills/calendar/EventLookup.h"
@@ -243,7 +244,7 @@ Found restOfList(const std::string& plain)
     if (!rest.find(plain))
         return std::nullopt;
     return Request{.answer = [](RequestMemory memory, const RuleSurroundings&) {
-        return AgendaRules::tellRest(std::move(memory));
+        return AgendaTopic::tellRest(std::move(memory));
     }};
 }
 

@@ -7,6 +7,7 @@
 #include "Understanding/skills/calendar/AgendaCalls.h"
 #include "Understanding/skills/calendar/AgendaChange.h"
 #include "Understanding/skills/calendar/AgendaReply.h"
+#include "Understanding/skills/calendar/AgendaTopic.h"
 #include "Understanding/skills/calendar/CalendarWords.h"
 #include "Understanding/skills/calendar/EventLookup.h"
 #include "Understanding/skills/calendar/EventWords.h"
@@ -18,8 +19,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
-#include <cstddef>
 #include <utility>
 
 namespace quorvell {
@@ -264,7 +263,7 @@ std::optional<RuleStep> AgendaRules::retime(const Wish& wish, RequestMemory memo
 RuleStep AgendaRules::changeListed(
     const Wish& wish, const FoundThing& event, RequestMemory memory, const RuleSurroundings& around)
 {
-    talkAbout(event, memory);
+    AgendaTopic::talkAbout(event, memory);
     AgendaIntent intent{.kind = AgendaIntent::Kind::cancel, .scope = wish.scope};
     if (wish.kind == Wish::Kind::move) {
         intent = moving(wish);
@@ -272,33 +271,6 @@ RuleStep AgendaRules::changeListed(
         intent.title = intent.minutes == 0 && intent.when.empty() ? event.title : std::string();
     }
     return answer(intent, std::move(memory), around);
-}
-
-void AgendaRules::keepTold(std::vector<FoundThing> listed, RequestMemory& memory)
-{
-    const auto told = static_cast<std::ptrdiff_t>(std::min(listed.size(), RequestMemory::mostTold));
-    memory.untold.assign(listed.begin() + told, listed.end());
-    listed.resize(static_cast<std::size_t>(told));
-    memory.found = std::move(listed);
-}
-
-RuleStep AgendaRules::tellRest(RequestMemory memory)
-{
-    if (memory.untold.empty())
-        return {"That was all.", std::move(memory)};
-    keepTold(std::exchange(memory.untold, {}), memory);
-    std::string told;
-    for (const FoundThing& thing : memory.found)
-        told += (told.empty() ? "" : " ") + std::string(thing.skill == AgendaCalls::skill ? "" : "A reminder, ")
-            + AgendaReply::named(thing) + ".";
-    const std::size_t others = memory.untold.size();
-    return {told + (others > 0 ? " And " + std::to_string(others) + " more." : ""), std::move(memory)};
-}
-
-void AgendaRules::talkAbout(const FoundThing& event, RequestMemory& memory)
-{
-    memory.event = event;
-    memory.talkOf(AgendaCalls::skill);
 }
 
 } // namespace quorvell

@@ -7,7 +7,6 @@
 #include "Understanding/skills/calendar/AgendaIntent.h"
 
 #include <optional>
-#include <vector>
 
 namespace quorvell {
 
@@ -21,12 +20,6 @@ struct AgendaRules {
     static std::optional<RuleStep> retime(const Wish& wish, RequestMemory memory, const RuleSurroundings& around);
     static RuleStep changeListed(
         const Wish& wish, const FoundThing& event, RequestMemory memory, const RuleSurroundings& around);
-    /// What "the second one" points into, and what is left for "read me the rest".
-    static void keepTold(std::vector<FoundThing> listed, RequestMemory& memory);
-    /// "Read me the rest."
-    static RuleStep tellRest(RequestMemory memory);
-    /// "It" is that event from now on.
-    static void talkAbout(const FoundThing& event, RequestMemory& memory);
 };
 
 } // namespace quorvell

@@ -8,6 +8,7 @@
 #include "Understanding/skills/calendar/AgendaPhrases.h"
 #include "Understanding/skills/calendar/AgendaReply.h"
 #include "Understanding/skills/calendar/AgendaRules.h"
+#include "Understanding/skills/calendar/AgendaTopic.h"
 #include "Understanding/skills/calendar/EventLookup.h"
 #include "Understanding/skills/calendar/EventSetting.h"
 #include "Understanding/skills/reminders/ReminderCalls.h"
@@ -188,7 +189,7 @@ RuleStep takeList(
             *said = AgendaReply::withUnread(std::move(*said), result.json());
         return *std::move(step);
     }
-    AgendaRules::keepTold(std::move(listed), memory);
+    AgendaTopic::keepTold(std::move(listed), memory);
     std::string reply = AgendaReply::reply(call, result, memory, around);
     return ToolResults::say(std::move(reply), std::move(memory));
 }
@@ -228,7 +229,7 @@ Skill::Step undo(RequestMemory memory, const RuleSurroundings& around)
 
 RuleStep pointAt(const FoundThing& event, RequestMemory memory, const RuleSurroundings&)
 {
-    AgendaRules::talkAbout(event, memory);
+    AgendaTopic::talkAbout(event, memory);
     return {AgendaReply::named(event) + ".", std::move(memory)};
 }
 

@@ -6,7 +6,7 @@
 #include "Understanding/skills/calendar/AgendaCalls.h"
 #include "Understanding/skills/calendar/AgendaChange.h"
 #include "Understanding/skills/calendar/AgendaReply.h"
-#include "Understanding/skills/calendar/AgendaRules.h"
+#include "Understanding/skills/calendar/AgendaTopic.h"
 #include "Understanding/skills/calendar/CalendarWords.h"
 #include "Understanding/skills/calendar/EventLookupReply.h"
 #include "Understanding/skills/calendar/EventName.h"
@@ -188,7 +188,7 @@ RuleStep remind(
         start = start.adding(nineInTheMorning);
     }
     const DateParts when = start.adding(-search.minutes);
-    AgendaRules::talkAbout(event, memory);
+    AgendaTopic::talkAbout(event, memory);
     if (when <= DateParts::from(around.now, around.calendar))
         return {AgendaReply::named(event) + ". That is too late for a reminder "
                 + (search.minutes > 0 ? "that long before it." : "of it."),
@@ -359,10 +359,10 @@ RuleStep EventLookup::take(
         return actOn(std::move(found), search, std::move(memory), around);
     std::string told = reply.found(found);
     if (found.size() == 1 && found.front().skill == AgendaCalls::skill)
-        AgendaRules::talkAbout(found.front(), memory);
+        AgendaTopic::talkAbout(found.front(), memory);
     if (search.aim == Aim::tell)
         memory.asked = RequestMemory::CalendarQuestion::events;
-    AgendaRules::keepTold(std::move(found), memory);
+    AgendaTopic::keepTold(std::move(found), memory);
     return {std::move(told), std::move(memory)};
 }
 
