@@ -80,13 +80,23 @@ RuleStep askFirst(Acts acts, const std::string& question, RequestMemory memory)
         std::move(memory));
 }
 
+/// As many as one request may change.
+Acts bounded(Acts acts)
+{
+    constexpr std::size_t mostAtOnce = 20;
+    if (acts.size() > mostAtOnce)
+        acts.resize(mostAtOnce);
+    return acts;
+}
+
 RuleStep takeBackEverything(const RequestMemory& memory, const RuleSurroundings& around)
 {
-    const Acts acts = ActBook::newest(memory, RequestMemory::mostActs);
+    const Acts acts = bounded(ActBook::newest(memory, RequestMemory::mostActs));
     if (acts.size() <= 1)
         return ActBook::takeBack({.left = acts}, memory, around);
-    return askFirst(
-        acts, "I " + ActBook::inWords(acts) + ". Should I take back all " + std::to_string(acts.size()) + "?", memory);
+    const std::string all = acts.size() < memory.acts.size() ? "the last " : "all ";
+    return askFirst(acts,
+        "I " + ActBook::inWords(acts) + ". Should I take back " + all + std::to_string(acts.size()) + "?", memory);
 }
 
 RuleStep takeBackNamed(const std::string& words, const std::vector<Acts>& fitting, const RequestMemory& memory,
@@ -94,8 +104,13 @@ RuleStep takeBackNamed(const std::string& words, const std::vector<Acts>& fittin
 {
     if (fitting.size() == 1)
         return ActBook::takeBack({.left = fitting.front()}, memory, around);
-    if (fitting.size() > 1)
-        return askWhich(words, fitting, memory);
+    return askWhich(words, fitting, memory);
+}
+
+RuleStep nothingLikeThat(const RequestMemory& memory)
+{
+    if (memory.acts.empty())
+        return ToolResults::say(nothingDone, memory);
     return ToolResults::say("I have not done anything like that in this conversation. The last thing: I "
             + ActBook::inWords(ActBook::newest(memory, 1)) + ".",
         memory);
@@ -171,7 +186,7 @@ Step withActs(const UndoWish& wish, const RequestMemory& memory, const RuleSurro
 {
     switch (wish.kind) {
     case UndoWish::Kind::last:
-        return ActBook::takeBack({.left = ActBook::newest(memory, wish.count)}, memory, around);
+        return ActBook::takeBack({.left = bounded(ActBook::newest(memory, wish.count))}, memory, around);
     case UndoWish::Kind::before:
         return ActBook::takeBack({.left = ActBook::beforeLast(memory)}, memory, around);
     case UndoWish::Kind::everything:
@@ -201,6 +216,10 @@ std::optional<RuleStep> UndoRules::answer(
     if (const auto wish = UndoWish::read(core)) {
         if (isAsking && onlyTells(wish->kind))
             return std::nullopt;
+        // "Take the library books back" may be anything.
+        const bool isNamed = wish->kind == UndoWish::Kind::named;
+        if (isNamed && ActBook::named(memory, wish->words).empty())
+            return core.starts_with("undo") || core.starts_with("Undo") ? Step(nothingLikeThat(memory)) : std::nullopt;
         if (memory.acts.empty() || (wish->kind == UndoWish::Kind::last && undoesByItself(memory)))
             return isAsking ? std::nullopt : withoutActs(*wish, memory, around);
         return withActs(*wish, memory, around);
