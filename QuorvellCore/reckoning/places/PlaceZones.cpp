@@ -8,7 +8,6 @@
 #include <unicode/locid.h>
 #include <unicode/normalizer2.h>
 #include <unicode/timezone.h>
-#include <unicode/tznames.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
@@ -73,44 +72,29 @@ std::string inTitleCase(std::string_view name)
     return title;
 }
 
-/// ICU's lists, and what makes names of them.
-class ZoneNames {
-public:
-    ZoneNames()
-    {
-        UErrorCode status = U_ZERO_ERROR;
-        m_names.reset(icu::TimeZoneNames::createInstance(icu::Locale::getEnglish(), status));
-        if (U_FAILURE(status))
-            m_names.reset();
-    }
+std::string lastPart(std::string_view zone)
+{
+    std::string part(zone.substr(zone.rfind('/') + 1));
+    std::ranges::replace(part, '_', ' ');
+    return part;
+}
 
-    std::string cityOf(const icu::UnicodeString& zone) const
-    {
-        icu::UnicodeString city;
-        if (m_names)
-            m_names->getExemplarLocationName(zone, city);
-        return city.isBogus() ? std::string() : utf8(city);
+/// Each with the city that it is named after; of all regions where none is given.
+Zones zonesOf(const char* region)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::StringEnumeration> ids(
+        icu::TimeZone::createTimeZoneIDEnumeration(UCAL_ZONE_TYPE_CANONICAL_LOCATION, region, nullptr, status));
+    Zones zones;
+    while (U_SUCCESS(status) && ids) {
+        const icu::UnicodeString* const id = ids->snext(status);
+        if (!id)
+            break;
+        const std::string zone = utf8(*id);
+        zones.push_back({lastPart(zone), zone});
     }
-
-    Zones ofRegion(const char* region) const
-    {
-        UErrorCode status = U_ZERO_ERROR;
-        const std::unique_ptr<icu::StringEnumeration> ids(
-            icu::TimeZone::createTimeZoneIDEnumeration(UCAL_ZONE_TYPE_CANONICAL_LOCATION, region, nullptr, status));
-        Zones zones;
-        while (U_SUCCESS(status) && ids) {
-            const icu::UnicodeString* const id = ids->snext(status);
-            if (!id)
-                break;
-            if (std::string city = cityOf(*id); !city.empty())
-                zones.push_back({std::move(city), utf8(*id)});
-        }
-        return zones;
-    }
-
-private:
-    std::unique_ptr<icu::TimeZoneNames> m_names;
-};
+    return zones;
+}
 
 /// Those that do not keep the same time the whole year.
 Zones apartByRules(const Zones& zones)
@@ -143,40 +127,26 @@ public:
         addOwn(KnownPlaces::cities(), Naming::asSaid);
         addOwn(KnownPlaces::regions(), Naming::asSaid);
         m_regions = namesIn(KnownPlaces::regions());
-        UErrorCode status = U_ZERO_ERROR;
-        const std::unique_ptr<icu::StringEnumeration> ids(
-            icu::TimeZone::createTimeZoneIDEnumeration(UCAL_ZONE_TYPE_CANONICAL_LOCATION, nullptr, nullptr, status));
-        while (U_SUCCESS(status) && ids) {
-            const icu::UnicodeString* const id = ids->snext(status);
-            if (!id)
-                break;
-            const std::string zone = utf8(*id);
-            m_index.try_emplace(folded(lastPart(zone)), Zones{{lastPart(zone), zone}});
-        }
+        for (const PlaceZone& zone : zonesOf(nullptr))
+            m_index.try_emplace(folded(zone.place), Zones{zone});
     }
 
-    const Zones* find(std::string_view name, Depth depth) const
+    /// Empty for a name that is not known.
+    Zones find(std::string_view name, Depth depth) const
     {
         if (const auto found = m_index.find(name); found != m_index.end())
-            return &found->second;
+            return found->second;
         if (depth == Depth::ownNames)
-            return nullptr;
-        static const Index others = worked();
-        const auto found = others.find(name);
-        return found == others.end() ? nullptr : &found->second;
+            return {};
+        static const std::map<std::string, std::string, std::less<>> countries = namedCountries();
+        const auto country = countries.find(name);
+        return country == countries.end() ? Zones() : zonesOfCountry(country->second);
     }
 
     bool isRegion(std::string_view name) const { return m_regions.contains(name); }
 
 private:
     enum class Naming { asSaid, ofZone };
-
-    static std::string lastPart(std::string_view zone)
-    {
-        std::string part(zone.substr(zone.rfind('/') + 1));
-        std::ranges::replace(part, '_', ' ');
-        return part;
-    }
 
     static std::set<std::string, std::less<>> namesIn(std::span<const KnownPlaces::Row> rows)
     {
@@ -217,23 +187,28 @@ private:
         return {std::move(name), std::string(zone)};
     }
 
-    /// What the zones' cities are called today, and the countries.
-    static Index worked()
+    /// Codes of countries by their folded names.
+    static std::map<std::string, std::string, std::less<>> namedCountries()
     {
-        Index index;
-        const ZoneNames names;
-        for (const PlaceZone& zone : names.ofRegion(nullptr))
-            index.try_emplace(folded(zone.place), Zones{zone});
-        for (const char* const* code = icu::Locale::getISOCountries(); *code; ++code) {
-            icu::UnicodeString name;
-            icu::Locale("", *code).getDisplayCountry(icu::Locale::getEnglish(), name);
-            Zones zones = apartByRules(names.ofRegion(*code));
-            if (zones.size() == 1)
-                zones.front().place = utf8(name);
-            if (!zones.empty())
-                index.insert_or_assign(folded(utf8(name)), std::move(zones));
-        }
-        return index;
+        std::map<std::string, std::string, std::less<>> codes;
+        for (const char* const* code = icu::Locale::getISOCountries(); *code; ++code)
+            codes.emplace(folded(nameOf(*code)), *code);
+        return codes;
+    }
+
+    static std::string nameOf(const std::string& country)
+    {
+        icu::UnicodeString name;
+        icu::Locale("", country.c_str()).getDisplayCountry(icu::Locale::getEnglish(), name);
+        return utf8(name);
+    }
+
+    static Zones zonesOfCountry(const std::string& country)
+    {
+        Zones zones = apartByRules(zonesOf(country.c_str()));
+        if (zones.size() == 1)
+            zones.front().place = nameOf(country);
+        return zones;
     }
 
     Index m_index;
@@ -272,21 +247,21 @@ Zones agreeing(const Zones& city, const Zones& around, std::string_view words)
 
 Zones found(std::string name, Depth depth)
 {
-    const auto zonesOf = [depth](std::string_view said) { return index().find(said, depth); };
-    if (name.starts_with("the ") && !zonesOf(name))
+    const auto known = [depth](std::string_view said) { return index().find(said, depth); };
+    if (name.starts_with("the ") && known(name).empty())
         name.erase(0, 4);
-    if (const Zones* zones = zonesOf(name))
-        return *zones;
+    if (Zones zones = known(name); !zones.empty())
+        return zones;
     for (std::size_t space = name.rfind(' '); space != std::string::npos && space > 0;
          space = name.rfind(' ', space - 1)) {
         const std::string first = name.substr(0, space);
         const std::string last = name.substr(space + 1);
-        const Zones* city = zonesOf(first);
-        const Zones* around = zonesOf(last);
-        if (city && around)
-            return agreeing(*city, *around, name);
-        if (around && around->size() == 1 && index().isRegion(last) && mayBeTown(first))
-            return {{inTitleCase(name), around->front().zone}};
+        const Zones city = known(first);
+        const Zones around = known(last);
+        if (!city.empty() && !around.empty())
+            return agreeing(city, around, name);
+        if (around.size() == 1 && index().isRegion(last) && mayBeTown(first))
+            return {{inTitleCase(name), around.front().zone}};
     }
     return {};
 }
