@@ -19,8 +19,10 @@ struct TwinRow {
     int margin; ///< Of Twin, where the common one was heard.
 };
 
-/// In five voices the wrong one of two mostly led by up to 117; once, with an artificial voice, by some 150.
+/// In five voices the wrong one of two mostly led by up to 117.
 constexpr int usualMargin = 180;
+constexpr int marginOfMinutes =
+    300; ///< "Fifteen minutes" runs together: an artificial voice led by over 180 for "fifty".
 constexpr int marginOfCommon = 30; ///< "Six thirty" is said a hundred times as often as "six thirteen".
 
 constexpr TwinRow twinRows[] = {
@@ -120,7 +122,7 @@ std::vector<HearingDoubts::Twin> HearingDoubts::twins(const std::string& text)
         const std::string before = std::exchange(words[place], std::string(twin));
         // Of minutes to go neither is rare.
         const bool isLength = place + 1 < words.size() && words[place + 1] == "minutes";
-        found.push_back({joined(words), isLength ? usualMargin : margin});
+        found.push_back({joined(words), isLength ? marginOfMinutes : margin});
         words[place] = before;
     }
     return found;
