@@ -22,8 +22,6 @@ namespace quorvell {
 
 namespace {
 
-constexpr std::string_view tools[] = {ListCalls::tool};
-
 using FoundRequest = std::optional<Request>;
 
 FoundRequest requestFor(std::optional<ListIntent> intent)
@@ -130,11 +128,13 @@ RuleStep pointAt(const FoundThing& list, RequestMemory memory, const RuleSurroun
     return ofList(list, "show", std::move(memory), around);
 }
 
+constexpr std::string_view listTools[] = {"keep_note"}; // shared with notes
+
 } // namespace
 
 constinit const Skill ListSkill::row{
     .name = ListRules::skill,
-    .tools = tools,
+    .tools = listTools,
     .owns = ListRules::isOfLists,
     .readPlain = readPlain,
     .readStatement = readStatement,
