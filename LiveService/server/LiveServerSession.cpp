@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "LiveService/server/LiveServerSession.h"
 
-#include "Understanding/requests/HeardRules.h"
 #include "Understanding/dialogue/PlainReplies.h"
+#include "Understanding/requests/HeardRules.h"
 #include "Understanding/requests/RequestRules.h"
 #include "Understanding/requests/UtteranceShape.h"
 

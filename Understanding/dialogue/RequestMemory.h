@@ -2,8 +2,8 @@
 // What one conversation keeps in mind between two utterances. Values: copied to the worker that thinks, and back.
 #pragma once
 
-#include "Understanding/dialogue/AsideQuestion.h"
 #include "Understanding/dialogue/AlarmTalk.h"
+#include "Understanding/dialogue/AsideQuestion.h"
 #include "Understanding/dialogue/DoneAct.h"
 #include "Understanding/dialogue/EventSearch.h"
 #include "Understanding/dialogue/FoundThing.h"

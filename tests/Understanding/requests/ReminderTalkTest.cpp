@@ -74,7 +74,9 @@ TEST(ReminderTalk, saysWhatWasDone)
     for (const Row& row : rows) {
         const auto result = ToolResult::parse(row.result);
         ASSERT_TRUE(result) << row.result;
-        EXPECT_EQ(SkillTable::ofCall({"set_reminder", row.arguments})->whatWasDone({"set_reminder", row.arguments}, *result), row.what);
+        EXPECT_EQ(
+            SkillTable::ofCall({"set_reminder", row.arguments})->whatWasDone({"set_reminder", row.arguments}, *result),
+            row.what);
     }
 }
 
