@@ -5,6 +5,8 @@
 #include "QuorvellCore/notebook/ListWords.h"
 #include "fuzzing.h"
 
+#include <algorithm>
+
 using namespace quorvell;
 
 void quorvell::search(std::string_view text)
