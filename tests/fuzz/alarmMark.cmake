@@ -1,0 +1,2 @@
+# SPDX-License-Identifier: MIT
+quorvell_fuzz(alarmMark USES reminding)
