@@ -24,6 +24,11 @@ namespace {
 
 using FoundRequest = std::optional<Request>;
 
+std::string ability(const RuleSurroundings& around)
+{
+    return around.offers(ListCalls::tool) ? "keep lists" : "";
+}
+
 FoundRequest requestFor(std::optional<ListIntent> intent)
 {
     if (!intent)
@@ -136,6 +141,7 @@ constinit const Skill ListSkill::row{
     .name = ListRules::skill,
     .tools = listTools,
     .owns = ListRules::isOfLists,
+    .ability = ability,
     .readPlain = readPlain,
     .readStatement = readStatement,
     .questionBefore = ListRules::questionBefore,

@@ -114,7 +114,7 @@ constexpr std::string_view tools[] = {"set_reminder"};
 
 std::string ability(const RuleSurroundings& around)
 {
-    return around.offers("set_reminder") ? "set reminders" : "";
+    return around.offers("set_reminder") ? "set reminders, alarms and timers" : ""; // All three by one tool.
 }
 
 /// "Don't let me forget I have a parents' evening on monday at 4": what is to come is no fact to keep.
