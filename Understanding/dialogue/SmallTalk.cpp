@@ -41,6 +41,11 @@ constexpr Row rows[] = {
     {"hi there", Topic::greeting},
     {"hey", Topic::greeting},
     {"there", Topic::greeting},
+    {"dear", Topic::greeting},
+    {"my dear", Topic::greeting},
+    {"my friend", Topic::greeting},
+    {"everybody", Topic::greeting},
+    {"everyone", Topic::greeting},
     {"good morning", Topic::greeting},
     {"good afternoon", Topic::greeting},
     {"good evening", Topic::greeting},
@@ -83,6 +88,14 @@ constexpr Row rows[] = {
     {"that is correct", Topic::agreement},
     {"correct", Topic::agreement},
     {"right", Topic::agreement},
+    {"then", Topic::agreement},
+    {"alright", Topic::agreement},
+    {"all right", Topic::agreement},
+    {"fine", Topic::agreement},
+    {"that is fine", Topic::agreement},
+    {"very well", Topic::agreement},
+    {"fair enough", Topic::agreement},
+    {"i see", Topic::agreement},
     {"repeat that", Topic::repeat},
     {"say that again", Topic::repeat},
     {"say it again", Topic::repeat},
@@ -117,6 +130,8 @@ constexpr std::string_view undoPhrases[] = {"cancel that", "cancel it", "undo", 
     "delete it", "remove that", "remove it", "scrap that", "scratch that", "take that back", "get rid of it",
     "get rid of that", "forget it", "forget that", "cancel that one", "delete that one"};
 
+constexpr std::string_view whatToDo = "What can I do for you?"; ///< No question that a "yes" answers.
+
 /// What thanks are made of; one of the first few must be there.
 constexpr std::string_view thanksWords[] = {"thanks", "thank", "cheers", "ta", "you", "very", "so", "much", "a", "lot",
     "million", "many", "great", "lovely", "perfect", "brilliant", "good", "wonderful", "that", "is", "was", "its", "it",
@@ -143,7 +158,7 @@ std::string answerTo(Topic topic, std::string_view lastReply, const SkillSummary
     case Topic::greeting:
         return PlainReplies::greeting({});
     case Topic::howAreYou:
-        return "I am fine, thank you. What can I do for you?";
+        return "I am fine, thank you. " + std::string(whatToDo);
     case Topic::thanks:
         return "You are welcome.";
     case Topic::goodbye:
@@ -153,8 +168,9 @@ std::string answerTo(Topic topic, std::string_view lastReply, const SkillSummary
     case Topic::whoAreYou:
         return "I am Quorvell, working on this computer alone. " + skills.abilities;
     case Topic::consent: // To what? "All right" would read as if something was done.
-        return lastReply.ends_with('?') ? "Please say a little more."
-                                        : "I have not asked anything just now, so nothing is changed.";
+        return lastReply.ends_with(whatToDo) ? "Please say what I should do. So far nothing is changed."
+            : lastReply.ends_with('?')       ? "Please say a little more."
+                                             : "I have not asked anything just now, so nothing is changed.";
     case Topic::agreement:
         return "All right.";
     case Topic::repeat:

@@ -3,7 +3,10 @@
 
 #include "QuorvellCore/text/TextMatch.h"
 #include "Understanding/dialogue/QuestionKind.h"
+#include "Understanding/dialogue/repair/ActBook.h"
 #include "Understanding/requests/CarefulStep.h"
+#include "Understanding/requests/RequestMood.h"
+#include "Understanding/skills/alarms/AlarmQuestions.h"
 
 #include <string>
 #include <utility>
@@ -16,13 +19,17 @@ namespace {
 constexpr std::string_view ofTheScreen = "confirm_action";
 
 /// Whether the user said something already that would be lost with the question.
-bool matters(const PendingQuestion& asked)
+bool matters(const RequestMemory& memory)
 {
-    if (asked.isTakenUpAgain || asked.tool == ofTheScreen)
+    const PendingQuestion& asked = memory.pending;
+    // What was offered behind a mere question is nobody's wish; what is taken back later would be something else.
+    const bool isOffer = !memory.words.empty() && moodOf(memory.words) == RequestMood::question;
+    const bool takesBack = ActBook::isTakingBack({asked.tool, asked.arguments}, memory);
+    if (asked.isTakenUpAgain || asked.tool == ofTheScreen || isOffer || takesBack)
         return false;
     if (!asked.tool.empty())
         return CarefulStep::mayChange({asked.tool, asked.arguments});
-    return !asked.task.empty();
+    return !asked.task.empty() || asked.kind == &AlarmQuestions::when;
 }
 
 /// "Remind me to call mum at 5" settles what was asked of calling mum.
@@ -48,7 +55,7 @@ std::string asked(const PendingQuestion& question)
 void AsideRules::put(const RequestMemory& before, const std::string& core, RequestMemory& memory)
 {
     const PendingQuestion& open = before.pending;
-    if (!open.isOpen() || memory.pending == open || !matters(open) || settles(core, open.task))
+    if (!open.isOpen() || memory.pending == open || !matters(before) || settles(core, open.task))
         return;
     if (memory.aside.size() >= AsideQuestion::most)
         memory.aside.erase(memory.aside.begin());
@@ -64,11 +71,13 @@ void AsideRules::put(const RequestMemory& before, const std::string& core, Reque
         .days = before.days});
 }
 
-RuleStep AsideRules::takenUp(RuleStep step)
+RuleStep AsideRules::takenUp(RuleStep step, Behind behind)
 {
     RequestMemory& memory = step.memory;
     auto* text = std::get_if<std::string>(&step.answer);
-    if (!text || memory.aside.empty() || memory.pending.isOpen() || text->ends_with('?') || step.isNotUnderstood)
+    if (!text || memory.aside.empty() || memory.pending.isOpen() || text->ends_with('?'))
+        return step;
+    if (step.isNotUnderstood && behind == Behind::words)
         return step;
     AsideQuestion aside = std::move(memory.aside.back());
     memory.aside.pop_back();

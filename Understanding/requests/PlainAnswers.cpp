@@ -37,13 +37,17 @@ RuleStep dropAll(RequestMemory memory)
 }
 
 /// A "no" or "cancel" right behind what was done may well mean that.
-Step cancelled(const std::string& core, const RequestMemory& memory)
+Step cancelled(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
 {
     if (!SmallTalk::isCancel(core))
         return std::nullopt;
     if (memory.pending.isOpen() || !memory.aside.empty())
         return dropAll(memory);
     static const Pattern denies("^(?:no+|nope|nah|cancel|not that|neither|none)[.!]*$", Pattern::caseless);
+    // What was done a moment ago is what nobody minds any more.
+    static const Pattern neverMind("^never ?mind[.!]*$", Pattern::caseless);
+    if (ActBook::wasJustDone(memory) && neverMind.find(core))
+        return ActBook::takeBack({.left = ActBook::newest(memory, 1)}, memory, around);
     if (ActBook::wasJustDone(memory))
         return denies.find(core) ? UndoRules::offer("", memory)
                                  : RuleStep{"Okay. What I did stays. Say \"undo that\" if it should not.", memory};
@@ -123,6 +127,12 @@ RuleStep answerTalk(TalkKind kind, RequestMemory memory, const RuleSurroundings&
         return dropAll(std::move(memory));
     case TalkKind::startAgain:
         return startAgain(std::move(memory));
+    case TalkKind::wait:
+        return {"Take your time.", std::move(memory)};
+    case TalkKind::quit:
+        return sayAndAskAgain(
+            "Say \"goodbye\" to end our talk, or \"stop\" to silence me. In the terminal Ctrl+D ends the program.",
+            std::move(memory));
     }
     return {std::string(), std::move(memory)};
 }
@@ -140,7 +150,7 @@ Step agreedToNothing(const std::string& core, const RequestMemory& memory, bool 
 std::optional<RuleStep> PlainAnswers::answer(
     const std::string& core, const std::string& opened, RequestMemory memory, const RuleSurroundings& around)
 {
-    if (auto step = cancelled(core, memory))
+    if (auto step = cancelled(core, memory, around))
         return step;
     static const Pattern yes("^(?:yes|yeah|yep|yup|sure)\\b", Pattern::caseless);
     const bool isYes = yes.find(core) && SpokenConsent::isAffirmative(core);

@@ -3,10 +3,12 @@
 
 #include "QuorvellCore/text/Json.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "QuorvellCore/text/TextMatch.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/dialogue/repair/ActBook.h"
 #include "Understanding/dialogue/repair/WordRepair.h"
 #include "Understanding/dialogue/talk/TalkWords.h"
+#include "Understanding/requests/UndoRules.h"
 #include "Understanding/time/TimeVocabulary.h"
 #include "Understanding/words/RequestWords.h"
 
@@ -57,14 +59,24 @@ std::optional<RuleStep> inLastAct(const WordRepair& repair, const RequestMemory&
     return ActBook::takeBack(std::move(plan), memory, around);
 }
 
+/// "Friday, not thursday", where the last act was on thursday.
+bool isTimeOfLastAct(const std::string& wrong, const RequestMemory& memory)
+{
+    return !wrong.empty() && !memory.acts.empty()
+        && TextMatch::normalized(memory.acts.back().what).find(TextMatch::normalized(wrong)) != std::string::npos;
+}
+
 RepairRules ofWord(const WordRepair& repair, const RequestMemory& memory, const RuleSurroundings& around)
 {
     constexpr std::size_t recently = 3; ///< Utterances.
     if (isTime(repair.right)) {
         // "I said friday": what was said last gets another time, as by "no, friday".
+        RequestMemory next = memory;
+        if (isTimeOfLastAct(repair.wrong, memory))
+            next.talkOf(memory.acts.back().skill); // Not another day for what was asked meanwhile.
         const std::string words =
             repair.wrong.empty() ? "no, " + repair.right : "not " + repair.wrong + ", " + repair.right;
-        return {.words = words, .memory = memory};
+        return {.words = words, .memory = std::move(next)};
     }
     if (memory.pending.isOpen())
         return {.step = inQuestion(repair, memory)};
@@ -98,6 +110,19 @@ RepairRules otherOne(const RequestMemory& memory, const RuleSurroundings& around
     return {.step = RuleStep{std::move(call), memory}};
 }
 
+/// "The one with Mia", right behind what was done with one of several.
+RepairRules oneNamed(const std::string& words, const RequestMemory& memory)
+{
+    const auto acts = ActBook::newest(memory, 1);
+    if (acts.empty() || !ActBook::wasJustDone(memory))
+        return {};
+    const auto fitting = ActBook::named(memory, words);
+    const bool isThat = !fitting.empty() && fitting.front().front() == acts.front();
+    if (isThat)
+        return {.step = ToolResults::say("Yes: I " + ActBook::inWords(acts) + ".", memory)};
+    return {.step = UndoRules::offer("That was another one.", memory)};
+}
+
 /// The open matter from its first words on.
 RepairRules fromTheStart(RequestMemory memory)
 {
@@ -117,6 +142,12 @@ RepairRules RepairRules::of(const std::string& core, const RequestMemory& memory
         return fromTheStart(memory);
     if (!memory.pending.isOpen() && other.find(core))
         return otherOne(memory, around);
+    static const Pattern named("^(?:(?:no|sorry)[,.]? )?(?:i (?:mean|meant|want|wanted) )?(?:the|that) one "
+                               "((?:with|about|for|of|called|named|in|from) \\S.*)$",
+        Pattern::caseless);
+    const auto one = memory.pending.isOpen() || !memory.found.empty() ? std::nullopt : named.find(core);
+    if (one)
+        return oneNamed(one->texts[0], memory);
     const auto repair = WordRepair::read(core);
     return repair ? ofWord(*repair, memory, around) : RepairRules{};
 }

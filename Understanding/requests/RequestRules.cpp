@@ -13,6 +13,7 @@
 #include "Understanding/requests/CarefulStep.h"
 #include "Understanding/requests/FollowUpRules.h"
 #include "Understanding/requests/ListedRules.h"
+#include "Understanding/requests/OfferRules.h"
 #include "Understanding/requests/PlainAnswers.h"
 #include "Understanding/requests/RepairRules.h"
 #include "Understanding/requests/RequestReader.h"
@@ -96,18 +97,34 @@ Step goneOn(const std::string& words, const RequestMemory& memory, const RuleSur
     return skill && skill->goOn ? skill->goOn(words, memory, around) : std::nullopt;
 }
 
+/// A question as near as it can be looked up: why there is a meeting is known to nobody here, whether there is one is;
+/// a list is done when nothing is left on it.
+std::string asLookUp(const std::string& core)
+{
+    static const Pattern why("^why (?=(?:is|are) there\\b|do (?:i|we) have\\b|am i\\b)", Pattern::caseless);
+    static const Pattern isDone(
+        "^(?:is|are) ((?:the|my|our) (?:\\S+ ){0,3}list) (?:all )?(?:done|finished|completed?|ready)(?: yet| now)?$",
+        Pattern::caseless);
+    if (const auto list = isDone.find(core))
+        return "what is on " + list->texts[0];
+    return why.replaceAll(core, "");
+}
+
 RuleStep answerNew(
-    std::string_view words, const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+    std::string_view words, const std::string& said, const RequestMemory& memory, const RuleSurroundings& around)
 {
     if (auto step = goneOn(std::string(words), memory, around))
         return *std::move(step);
     const RequestMood mood = moodOf(words);
+    const std::string core = mood == RequestMood::question ? asLookUp(said) : said;
     if (const auto matter = OutOfReach::of(core))
         return beyondReach(*matter, core, mood, memory, around);
     const auto request =
         mood == RequestMood::question ? RequestReader::readQuestion(core, around) : RequestReader::read(core, around);
     if (request)
         return CarefulStep::take(answerRequest(*request, memory, around), *request, mood, memory);
+    if (auto step = mood == RequestMood::wish ? OfferRules::answer(core, memory, around) : std::nullopt)
+        return *std::move(step);
     return {SkillTable::cannot(around), memory, true};
 }
 
@@ -148,7 +165,9 @@ RuleStep answered(std::string_view words, RequestMemory memory, const RuleSurrou
 {
     const std::string opened = RequestText::withoutOpening(words);
     const std::string core = RequestText::withoutClosing(opened);
-    if (QuestionKind::isYesOrNo(memory.pending) && SpokenConsent::agreesTo(memory.pending.question, words)) {
+    const bool isAgreed = QuestionKind::isYesOrNo(memory.pending)
+        && (SpokenConsent::agreesTo(memory.pending.question, words) || OfferRules::isAccepted(core, memory.pending));
+    if (isAgreed) {
         PendingQuestion asked = std::exchange(memory.pending, {});
         return {ToolRequest{std::move(asked.tool), std::move(asked.arguments)}, std::move(memory)};
     }
@@ -169,7 +188,7 @@ RuleStep answered(std::string_view words, RequestMemory memory, const RuleSurrou
     if (!step.isNotUnderstood)
         step.memory.words = core;
     AsideRules::put(before, core, step.memory);
-    return AsideRules::takenUp(std::move(step));
+    return AsideRules::takenUp(std::move(step), AsideRules::Behind::words);
 }
 
 /// What was said is taken for what is put right by it, where it puts something right.
@@ -192,7 +211,8 @@ RuleStep RequestRules::answerWords(std::string_view said, const RequestMemory& m
     ++now.turn;
     // Where free words are asked for, they stay as they are.
     const bool asksForWords = memory.pending.isOpen() && memory.pending.task.empty();
-    const std::string words = asksForWords ? std::string(said) : CueSpelling::repaired(said);
+    const std::string fluent = RequestText::withoutFillers(said);
+    const std::string words = asksForWords ? fluent : CueSpelling::repaired(fluent);
     RuleStep step = remembered(answeredOrRepaired(words, now, around));
     // Only what was asked about goes, and nothing once something else was said.
     const auto* call = std::get_if<ToolRequest>(&step.answer);
@@ -213,7 +233,7 @@ RuleStep RequestRules::answerResult(
         RuleStep step = ActBook::takeResult(result.value_or(ToolResult::failed("")), memory, around);
         const std::string words = std::exchange(step.memory.takingBack.words, {});
         if (words.empty() || !step.memory.takingBack.left.empty())
-            return remembered(AsideRules::takenUp(std::move(step)));
+            return remembered(AsideRules::takenUp(std::move(step), AsideRules::Behind::result));
         return remembered(answered(words, step.memory, around));
     }
     if (!result)
@@ -224,7 +244,7 @@ RuleStep RequestRules::answerResult(
     RuleStep step = skill->takeResult(call, *result, memory, around);
     ActBook::record(
         call, *result, skill->name, skill->whatWasDone ? skill->whatWasDone(call, *result) : "", memory, step);
-    return remembered(AsideRules::takenUp(std::move(step)));
+    return remembered(AsideRules::takenUp(std::move(step), AsideRules::Behind::result));
 }
 
 } // namespace quorvell

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/requests/UndoRules.h"
 
+#include "QuorvellCore/text/Json.h"
+#include "QuorvellCore/text/TextMatch.h"
 #include "Understanding/dialogue/PlainReplies.h"
 #include "Understanding/dialogue/QuestionKind.h"
 #include "Understanding/dialogue/SmallTalk.h"
@@ -9,6 +11,8 @@
 #include "Understanding/dialogue/repair/UndoWish.h"
 #include "Understanding/requests/SkillTable.h"
 #include "Understanding/words/ListPlace.h"
+
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <utility>
@@ -99,9 +103,30 @@ RuleStep takeBackEverything(const RequestMemory& memory, const RuleSurroundings&
         "I " + ActBook::inWords(acts) + ". Should I take back " + all + std::to_string(acts.size()) + "?", memory);
 }
 
+/// "Undo the rake", where seeds and soil were added with it.
+bool isOneOfSeveral(const std::string& words, const DoneAct& act)
+{
+    const auto arguments = parseJson(act.call.arguments);
+    if (!arguments || !arguments->is_object())
+        return false;
+    const std::string wanted = " " + TextMatch::normalized(words);
+    for (const Json& several : *arguments) {
+        if (!several.is_array() || several.size() < 2)
+            continue;
+        for (const Json& one : several) {
+            if (one.is_string() && wanted.ends_with(" " + TextMatch::normalized(one.get<std::string>())))
+                return true;
+        }
+    }
+    return false;
+}
+
 RuleStep takeBackNamed(const std::string& words, const std::vector<Acts>& fitting, const RequestMemory& memory,
     const RuleSurroundings& around)
 {
+    if (fitting.size() == 1 && isOneOfSeveral(words, fitting.front().front()))
+        return askFirst(fitting.front(),
+            "I " + ActBook::inWords(fitting.front()) + ", all at once. Should I take all of that back?", memory);
     if (fitting.size() == 1)
         return ActBook::takeBack({.left = fitting.front()}, memory, around);
     return askWhich(words, fitting, memory);

@@ -40,6 +40,8 @@ std::string RequestText::withoutOpening(std::string_view words)
         "|hey|hi|hello|okay|ok|so|well(?! done)|u+m+|u+h+|e+r+m*|hm+|ah|and|then|now|oh|right|alright|all "
         "right|(?:listen|look|say)(?=,)"
         "|sorry|excuse me|please|pls|plz|plse|kindly|quorvell|dear|darling|good (?:morning|afternoon|evening)(?= \\S|,)"
+        "|(?:wait|hold on|hang on)(?: a (?:minute|second|moment|sec))?(?=,? (?:what|how|when|where|who|which|is|are|do"
+        "|does|did|can|could|add|set|put|remind|tell|show|please)\\b)"
         "|actually|by the way|you know|i mean|let me see(?=,)"
         "|(?:can|could|would|will) (?:you|u|ya) (?:just|maybe|perhaps|possibly|kindly)"
         "|(?:would|do) you mind|would you be (?:so kind|a dear|able)(?: as)?(?: to| and)|be (?:so kind as to|a dear "
@@ -48,11 +50,12 @@ std::string RequestText::withoutOpening(std::string_view words)
         "|(?:i(?:['’]d| would) (?:like|love)|i(?:['’]d| would) appreciate it|i want|i need)"
         " (?:you )?(?:to|if you (?:could|would))|i(?:['’]d| would) be grateful if you (?:could|would)"
         "|let['’]?s|let us|go ahead and|do me a favou?r(?:,)?(?: and)?|if you (?:could|would|can|don['’]?t mind)"
-        "|i think|maybe|perhaps|just|quickly|also(?=,)|(?:tell|show|remind) me(?= "
+        "|i think|maybe|perhaps|just(?! (?:a|one) "
+        "(?:moment|minute|min|second|sec)\\b[.!]*$)|quickly|also(?=,)|(?:tell|show|remind) me(?= "
         "(?:what|when|which|whether|where|how|if)\\b)"
         "|(?:i|we)(?:['’]ve| have)(?: got)? to(?= )|i (?:must|should|ought to)(?! (?:not|remember)\\b)|thanks,|great,"
         "|do you know(?= (?:what|when|which|where|if)\\b)|what i want is to|you can(?= \\S+ \\S)|i(?:['’]m| am) "
-        "sure(?: that)?|be able to|let me(?! (?:see|hear|know|have)\\b)"
+        "sure(?: that)?|be able to|let me(?! (?:see|hear|know|have|think)\\b)"
         "|(?:can|could|would|will|might) (?:you|u|ya|we|i)(?: please| pls| plz)?)(?![\\w'’])[,.:;!?]*\\s*",
         Pattern::Case::insensitive);
     std::string text = trimmed(firstCharacters(words, longest));
@@ -84,6 +87,13 @@ std::string RequestText::withoutClosing(std::string_view words)
     }
     // The full stop of "5 p.m." belongs to it.
     return text.ends_with(".m") || text.ends_with(".M") ? text + "." : text;
+}
+
+std::string RequestText::withoutFillers(std::string_view words)
+{
+    // Small letters only: "UM" may be a name.
+    static const Pattern filler("(?<=\\S)[,.]{0,3}(?: (?:u+h+m*|u+m+|e+r+m+|h+m+)(?:[,.]{1,3})?)+(?= \\S)");
+    return filler.replaceAll(std::string(words), "");
 }
 
 bool RequestText::isIdle(std::string_view said)

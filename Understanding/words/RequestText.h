@@ -18,6 +18,8 @@ struct RequestText {
     static std::string withoutClosing(std::string_view words);
     /// Where the last words begin: what is looked for at the end is not looked for in a whole story.
     static std::size_t endOf(std::string_view text);
+    /// Without the "uh" and "um" of spoken words behind the first one; those before it are an opening.
+    static std::string withoutFillers(std::string_view words);
     /// Whether nothing is said by the words that would narrow a question down: "do I have on", "there".
     static bool isIdle(std::string_view words);
     /// Whether there are more words than anybody puts a time into. Reading a time in them would take long.

@@ -105,7 +105,11 @@ std::optional<UndoWish> UndoWish::read(std::string_view core)
     constexpr std::size_t longest = 120; ///< Bytes; longer words ask for something else.
     if (core.size() > longest)
         return std::nullopt;
-    const std::string phrase = RequestText::phrase(core);
+    // "Not that, undo it."
+    static const Pattern lead("^(?:(?:no|nope|not (?:that|this|it)(?: one)?|wait|oh|sorry|stop|actually|wrong(?: one)?"
+                              "|(?:that|this|it) (?:is|was) (?:wrong|not right|a mistake)|please|just) )+(?=(?:"
+        + undoing + "|take (?:it|that|this) back)\\b)");
+    const std::string phrase = lead.replaceAll(RequestText::phrase(core), "");
     static const Pattern redo(
         "^(?:redo|re do|undo (?:the|that|your|my) undo(?:ing)?|restore)(?: (?:it|that|this|the last one|again"
         "|please))*$|^do (?:it|that) again after all$|^put (?:it|that) back (?:in|on) again$|^i did not (?:mean"

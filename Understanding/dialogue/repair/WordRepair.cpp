@@ -77,6 +77,12 @@ std::optional<WordRepair> WordRepair::read(std::string_view core)
         "^" + said + "not " + some + "(?:[,;:]| but| -) " + meant + "?" + some + "$", Pattern::caseless);
     static const Pattern onlyRight(
         "^" + said + "(?:i|we) (?:said|meant|mean|typed|was saying)[,:]? " + some + "$", Pattern::caseless);
+    // "No, John": a single word, which must look like one that was understood.
+    static const Pattern bare("^(?:no|nope|sorry|wait)[,.]? ([\\p{L}'’\\-]{3,})$", Pattern::caseless);
+    static const Pattern closing(
+        "^(?:thanks?|thank|wait|never|please|problem|worries|need|way|idea|more|sorry|other|else"
+        "|one|this|stop|cancel|undo|wrong|yes|sir|matter|later|earlier|again|longer)$",
+        Pattern::caseless);
     static const Pattern spoken("\\b(?:not|do|what|that|it|you|to|nothing|so|please)\\b", Pattern::caseless);
     const std::string words(core);
     WordRepair repair;
@@ -86,6 +92,8 @@ std::optional<WordRepair> WordRepair::read(std::string_view core)
         repair = {trimmed(first->texts[0], " ,;:.!"), trimmed(first->texts[1], " ,;:.!")};
     else if (const auto only = onlyRight.find(words))
         repair = {trimmed(only->texts[0], " ,;:.!"), {}};
+    else if (const auto word = bare.find(words); word && !closing.find(word->texts[0]))
+        repair = {word->texts[0], {}};
     if (repair.right.empty() || spoken.find(repair.right) || spoken.find(repair.wrong))
         return std::nullopt;
     return repair;

@@ -33,9 +33,21 @@ struct TalkRow {
     Pattern around;
 };
 
-const std::array<TalkRow, 12>& rows()
+const std::array<TalkRow, 14>& rows()
 {
-    static const std::array<TalkRow, 12> table{{
+    static const std::array<TalkRow, 14> table{{
+        {TalkKind::quit,
+            "how (?:do|can|could|would|should|to) (?:i |we |one |you "
+            ")?(?:turn|switch|shut|close|quit|exit|stop|end|leave"
+            "|get out|log off|power)",
+            "turn|switch|shut|close|quit|exit|stop|end|leave|get|out|off|down|this|program|thing|conversation|app"
+            "|window|session|assistant|computer voice|from|here|one|power|tell|again|completely|show"},
+        {TalkKind::wait,
+            "let me (?:think|see|check|look|have a think)|(?:just|give me) (?:a|one) (?:moment|minute|second|sec)|one "
+            "moment"
+            "|hold on|hang on|wait|bear with me|thinking",
+            "think|see|check|look|have|about|moment|minute|second|sec|one|half|more|still|need|time|give|let|get"
+            "|something|little|while|sure|yet"},
         {TalkKind::startAgain,
             "start (?:again|over|anew|from scratch|all over)|begin (?:again|anew)|from the (?:beginning|start"
             "|top)|let us restart|back to (?:the )?start",

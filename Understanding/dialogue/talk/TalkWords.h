@@ -22,6 +22,8 @@ enum class TalkKind : std::uint8_t {
     agreement, ///< "You got it right."
     stop,
     startAgain,
+    wait, ///< "Let me think."
+    quit, ///< "How do I turn this off?"
 };
 
 /// Words that say that and nothing else, in any order and with any politeness around them: a row is known by a few key

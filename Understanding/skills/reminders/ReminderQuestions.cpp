@@ -28,6 +28,12 @@ using Step = std::optional<RuleStep>;
 Step takeTime(
     const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
 {
+    // Of all that is no time, only the user's own return is noticed.
+    static const Pattern isReturn("^(?:when|once|as soon as|the moment) (?:i|we)(?:['’]m| am| are| get| come| return)"
+                                  "(?: back)(?: (?:home|at|to|on)(?: (?:the|my|this) \\w+)?)?$",
+        Pattern::caseless);
+    if (asked.tool.empty() && !asked.task.empty() && isReturn.find(core))
+        return RuleStep{ReminderCalls{around}.setOnReturn(asked.task), std::move(memory)};
     const std::string answer = ReminderIntent::timeAnswer(core);
     const auto phrase = SpokenPhrase::read(answer, around);
     if (!phrase)
