@@ -13,6 +13,7 @@ namespace quorvell {
 
 struct ListTalk {
     static constexpr std::size_t mostItems = 200; ///< That are kept in mind.
+    static constexpr std::size_t mostNames = 20;
 
     /// What is wanted of a list that is being looked up.
     enum class Purpose : std::uint8_t { tell, count, exists };
@@ -21,6 +22,9 @@ struct ListTalk {
     std::vector<std::string> items{}; ///< On it, as far as they were told or changed; in the order of telling.
     std::size_t told = 0; ///< How many of them were told: "read me the rest".
     std::vector<std::string> last{}; ///< Those of the last change: "that one".
+    std::vector<std::string> names{}; ///< Of the lists that were spoken of, the newest last.
+    std::size_t dictatedAt = 0; ///< Utterance that made a list or put something on it; bare words behind it go on.
+    bool isNew = false; ///< The list was made then, or its first things are being told one after the other.
     std::vector<std::string> candidates{}; ///< That a question under way lets choose from.
     Purpose purpose = Purpose::tell;
     std::string undo{}; ///< Token of the last change; empty for none.

@@ -63,6 +63,9 @@ struct Skill {
     /// Words that make sense only behind it, tried before anything else is: "add butter", right after a list was read.
     /// `words` are as they were said. Never a question that is open.
     Step (*goOn)(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around) = nullptr;
+    /// The same behind any matter, where the words name something that this skill has in mind: "I bought the flour",
+    /// where flour stands on the list.
+    Step (*comeBack)(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around) = nullptr;
     /// "Cancel that."
     Step (*undo)(RequestMemory memory, const RuleSurroundings& around) = nullptr;
     /// "Also buy milk."

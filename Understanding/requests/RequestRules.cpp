@@ -90,11 +90,21 @@ RuleStep beyondReach(const OutOfReach& matter, const std::string& core, RequestM
         memory);
 }
 
-/// What only makes sense right after what was talked about.
+/// What only makes sense after what was talked about. A question that was asked once more behind something else need
+/// not be what is answered; it stays open.
 Step goneOn(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around)
 {
-    const Skill* skill = memory.pending.isOpen() ? nullptr : SkillTable::named(memory.topic);
-    return skill && skill->goOn ? skill->goOn(words, memory, around) : std::nullopt;
+    const bool isAsking = memory.pending.isOpen();
+    if (isAsking && !memory.pending.isTakenUpAgain)
+        return std::nullopt;
+    const Skill* topic = isAsking ? nullptr : SkillTable::named(memory.topic);
+    Step step = topic && topic->goOn ? topic->goOn(words, memory, around) : std::nullopt;
+    for (const Skill* skill : SkillTable::all())
+        if (!step && skill != topic && skill->comeBack)
+            step = skill->comeBack(words, memory, around);
+    if (step && isAsking && !step->memory.pending.isOpen())
+        step->memory.pending = memory.pending;
+    return step;
 }
 
 /// A question as near as it can be looked up: why there is a meeting is known to nobody here, whether there is one is;
@@ -181,6 +191,8 @@ RuleStep answered(std::string_view words, RequestMemory memory, const RuleSurrou
     if (memory.pending.isOpen()) {
         if (asksInTurn(core, memory.pending))
             return answerInTurn(words, core, memory, around);
+        if (auto step = goneOn(std::string(words), memory, around))
+            return *std::move(step);
         if (auto step = FollowUpRules::answer(core, memory, around))
             return *std::move(step);
     }

@@ -175,7 +175,9 @@ std::span<const Matter> matters()
          "|social network\\w*|hashtags?|retweet|followers?)\\b|\\b(?:post|share) (?:this|that|it)\\b(?! letter)",
             social, Ours::plain},
         // Things to eat and to buy
-        {"\\b(?:take ?away|takeout|take out (?:order|food)|home delivery)\\b|" + start
+        {"\\b(?:take ?away|takeout|take out (?:order|food)|home delivery)\\b"
+         "|\\b(?:buy|get|order|purchase|sell) .+ (?:on|from|at|via|through) (?:amazon|ebay|etsy)\\b|"
+                + start
                 + "order (?!of\\b|from\\b.*\\blist\\b)(?:me |us |some |a |an |the |another |my )*\\w+"
                   "|\\bto order (?:me|us|some)\\b",
             food},

@@ -257,6 +257,24 @@ bool ItemWords::isDefinite(std::string_view words)
     return definite.find(trimmed(words)).has_value();
 }
 
+bool ItemWords::isGroceries(std::string_view said)
+{
+    static const Pattern amount(
+        "^(?:\\d+|one|two|three|four|five|six|seven|eight|nine|ten|a|an|some|more|of|dozen|half|kilos?|grams?|litres?|"
+        "liters?|pints?|pounds?|packs?|packets?|bags?|boxes|box|bottles?|cans?|tins?|loaf|loaves|jars?|cartons?|bunch|"
+        "fresh|frozen|oat|soy|almond|brown|white|red|green|olive|whole)$",
+        Pattern::caseless);
+    const RequestWords words(said);
+    bool isAny = false;
+    for (std::size_t place = 0; place < words.size(); ++place) {
+        const bool isGoods = isGrocery(words.at(place));
+        isAny = isAny || isGoods;
+        if (!isGoods && !amount.find(words.at(place)))
+            return false;
+    }
+    return isAny;
+}
+
 bool ItemWords::isEverything(std::string_view words)
 {
     static const Pattern everything("^(?:(?:nearly |almost |absolutely )?everything|all(?: of it| of them)?|all (?:the "
@@ -269,7 +287,8 @@ bool ItemWords::isEverything(std::string_view words)
 bool ItemWords::isTicked(std::string_view words)
 {
     static const Pattern ticked(
-        "^(?:(?:all|everything|what|whatever|the|of|that|which|is|are|has been|have been|items?|things?|ones?|i(?: "
+        "^(?:(?:all|everything|what|what['’]s|whats|whatever|the|of|that|which|is|are|has been|have "
+        "been|items?|things?|ones?|i(?: "
         "have|['’]ve)?|already)\\b ?)*"
         "(?:ticked|checked|crossed|done|bought|completed?|finished|got)(?: off)?(?: (?:items?|things?|ones?|stuff))?$",
         Pattern::caseless);

@@ -23,6 +23,8 @@ struct ItemWords {
     static bool isPointing(std::string_view words);
     /// Of those, what was spoken of: "that one", "it".
     static bool isDefinite(std::string_view words);
+    /// Nothing but what everybody buys, and how much of it.
+    static bool isGroceries(std::string_view words);
     static bool isEverything(std::string_view words);
     /// "What is ticked", "the done ones".
     static bool isTicked(std::string_view words);

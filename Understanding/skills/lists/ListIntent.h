@@ -28,12 +28,15 @@ struct ListIntent {
         clearTicked,
         rename, ///< To `title`.
         deleteList,
+        sort, ///< Cannot be: things stay in the order in which they came.
     };
 
     Kind kind = Kind::show;
     std::string list{}; ///< Its name; empty for "my list", "the list".
     std::vector<std::string> items{}; ///< As the tool takes them; empty where they have to be asked for.
     std::string title{};
+    bool isFirst = false; ///< Wished to the top of the list.
+    bool isOfSeveral = false; ///< More than one list was named.
     bool isOfLast = false; ///< "That one": the items of the last change are meant.
 
     bool operator==(const ListIntent&) const = default;

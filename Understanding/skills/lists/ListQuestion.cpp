@@ -60,6 +60,11 @@ Found shopping(const std::string& text)
         ")?need to (?:buy|get))$"
         "|^(?:what|which) groceries do (?:i|we) (?:still )?need$",
         Pattern::caseless);
+    static const Pattern packing(
+        "^what (?:else )?(?:do|must|should|did) (?:i|we) (?:still )?(?:(?:need|have|want) to )?pack$",
+        Pattern::caseless);
+    if (packing.find(text))
+        return qOf(Kind::show, "packing");
     static const Pattern one("^do (?:i|we) (?:still )?need (?:to (?:buy|get|pick up)(?: any| some| more)?|any "
                              "more|any|more) ([a-z ]{3,40})$",
         Pattern::caseless);
@@ -105,6 +110,15 @@ Found asking(const std::string& text)
     static const Pattern lookedFor(
         "^(?:check|search|look (?:at|in|on|through)|scan) (.+?) for (.+)$", Pattern::caseless);
     static const Pattern found("^(?:find|look for|search for|check for) (.+ (?:on|in) .+)$", Pattern::caseless);
+    static const Pattern placed("^(?:(?:what(?: is|['’]s| was)|tell me|read(?: me)?|which is) )(the .+|(?:item|number) "
+                                "\\w+) (?:on|of|in) (.+)$",
+        Pattern::caseless);
+    if (const auto match = placed.find(text)) {
+        const auto name = ListPhrase::nameIn(match->texts[1]);
+        const std::string place = ItemWords::named(match->texts[0]);
+        if (name && place.starts_with('#'))
+            return ListIntent{.kind = Kind::has, .list = *name, .items = {place}};
+    }
     if (const auto match = lookedFor.find(text)) {
         if (const auto name = ListPhrase::nameIn(match->texts[0]))
             return qOfItems(Kind::has, *name, match->texts[1]);
@@ -156,7 +170,9 @@ Found showing(const std::string& text)
         "up|load|access)(?=\\s)",
         Pattern::caseless);
     static const Pattern between(
-        "^(?:\\s*(?:me|us|out|what|which|all|the|of|items?|things?|stuff|contents?|entries|everything|anything|is|are|"
+        "^(?:\\s*(?!to[ -]?dos? (?:check "
+        "?)?lists?\\b)(?:me|us|out|what|which|all|the|of|items?|things?|stuff|contents?|entries|everything|anything|is|"
+        "are|"
         "was|that|have|has|do|does|did|i|we|got|put|need(?: to "
         "(?:buy|get|do|pack))?|still|currently|already|there|left|else|tasks?|products?|groceries|more|remains?|"
         "remaining|written|listed|added|to|in|on|from|off|inside|for|with|about|today)(?![\\w-]))+\\s*",

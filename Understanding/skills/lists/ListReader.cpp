@@ -42,6 +42,20 @@ std::optional<ListIntent> twoInOne(const std::string& text)
     return ListIntent::ofItems(kind, first->list, items);
 }
 
+/// "Bananas on the grocery list and" of what stood before "on the shopping list": to which one is asked.
+void takeSeveral(ListIntent& intent)
+{
+    static const Pattern both("^(.+?) (?:to|on|onto|in) (?:.+?\\b)?(?:" + ListPhrase::listWord
+            + "|groceries|errands|chores)" + "(?:,? and)?$",
+        Pattern::caseless);
+    const auto match =
+        intent.kind == Kind::add && !intent.items.empty() ? both.find(intent.items.back()) : std::nullopt;
+    if (!match)
+        return;
+    intent.items.back() = match->texts[0];
+    intent.isOfSeveral = true;
+}
+
 std::string plainCore(std::string_view core)
 {
     static const Pattern blanks("\\s+");
@@ -54,7 +68,7 @@ std::optional<ListIntent> ListReader::read(std::string_view core)
 {
     static const Pattern hint(
         "list|lsit|lst\\b|lits\\b|\\bto[ -]?dos?\\b|grocer|errands|chores|\\bmy "
-        "shopping\\b|\\bbuy\\b|\\bdo (?:i|we) need (?:any|more)\\b|\\b(?:store|shops?|supermarket|market)$",
+        "shopping\\b|\\bbuy\\b|\\bpack$|\\bdo (?:i|we) need (?:any|more)\\b|\\b(?:store|shops?|supermarket|market)$",
         Pattern::caseless);
     static const Pattern notOurs(
         "^(?:remind|remember|schedule|book|play|call me|text|e-?mail|google)\\b|\\bplaylist\\b", Pattern::caseless);
@@ -66,12 +80,28 @@ std::optional<ListIntent> ListReader::read(std::string_view core)
     // What is denied is read all the same, and then not done: see CarefulStep.
     static const Pattern denied(
         "^(?:do not|don['’]?t|never) (?=(?:add|put|create|make|delete|remove|change)\\b)", Pattern::caseless);
-    const std::string text = denied.replaceAll(hurried.replaceAll(plainCore(core), ""), "");
+    static const Pattern place(
+        "\\b(?:at|on|to|onto|in) the (?:very )?(?:(top|beginning|start|head)|bottom|end) of (?=.*\\blist)",
+        Pattern::caseless);
+    static const Pattern order(
+        "^(?:sort|alphabeti[sz]e|reorder|re-order|rearrange|arrange|shuffle) (.+?)(?: alphabetically| by .+)?$",
+        Pattern::caseless);
+    const std::string said = denied.replaceAll(hurried.replaceAll(plainCore(core), ""), "");
+    static const Pattern bare("^((?:add|put) .+) (?:to|on) shopping$", Pattern::caseless);
+    const auto shopping = bare.find(said);
+    const std::string text = shopping ? shopping->texts[0] + " to the shopping list" : place.replaceAll(said, "on ");
     if (text.size() > ListIntent::longestRead || !hint.find(text) || notOurs.find(text))
         return std::nullopt;
+    if (const auto match = order.find(text); match && ListPhrase::nameIn(match->texts[0]))
+        return ListIntent{.kind = Kind::sort};
     for (const auto reader : {ListQuestion::readLists, twoInOne, ListChange::read, ListQuestion::read}) {
-        if (auto intent = reader(text))
-            return intent;
+        auto intent = reader(text);
+        if (!intent)
+            continue;
+        takeSeveral(*intent);
+        const auto where = place.find(said);
+        intent->isFirst = intent->kind == Kind::add && where && !where->texts[0].empty();
+        return intent;
     }
     return std::nullopt;
 }

@@ -133,8 +133,16 @@ std::string ListReply::rest(ListTalk& talk)
     return sentence(joined(next)) + (end < talk.items.size() ? " Say \"the rest\" for more." : "");
 }
 
-std::string ListReply::held(const ToolResult& result)
+std::string ListReply::held(const ToolResult& result, const std::vector<std::string>& asked)
 {
+    if (asked.size() == 1 && asked.front().starts_with('#')) {
+        const Json* items = result.list("held");
+        const auto text = items && items->size() == 1 ? readString(items->front(), "text") : std::nullopt;
+        const std::size_t all = number(result.json(), "open") + number(result.json(), "ticked");
+        return text ? "It is " + *text + "."
+                    : "There " + std::string(all == 1 ? "is only " : "are only ") + amount(all) + " on your "
+                + name(result) + ".";
+    }
     Texts open;
     Texts ticked;
     const Json* held = result.list("held");

@@ -29,7 +29,8 @@ struct ListReply {
     /// Those behind the ones that were told.
     static std::string rest(ListTalk& talk);
     /// Whether what was asked about is on it.
-    static std::string held(const ToolResult& result);
+    /// `asked` are the words in which it was; of a place, what is there is told.
+    static std::string held(const ToolResult& result, const std::vector<std::string>& asked);
     static std::string count(const ToolResult& result);
     static std::string made(const ToolResult& result);
     /// `already` is what those are that needed no change: "ticked off".

@@ -4,6 +4,7 @@
 #include "QuorvellCore/text/Json.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/lists/ListCalls.h"
+#include "Understanding/skills/lists/ListPhrase.h"
 #include "Understanding/skills/lists/ListReply.h"
 #include "Understanding/skills/lists/ListRules.h"
 
@@ -29,7 +30,8 @@ RuleStep takeNoList(
         memory.lists = {};
         return ToolResults::say("That list is no longer there.", std::move(memory));
     }
-    if (wanted.empty() || ListCalls::isOfDuties(wanted)) {
+    const bool asksForIt = memory.lists.purpose == ListTalk::Purpose::exists;
+    if (!asksForIt && (wanted.empty() || ListCalls::isOfDuties(wanted))) {
         if (auto step = ListCalls::byReminders(arguments, memory, around))
             return *std::move(step);
     }
@@ -44,13 +46,19 @@ RuleStep takeNoList(
         || memberOf(arguments, "delete") || memberOf(arguments, "rename") || memberOf(arguments, "clear")
         || memberOf(arguments, "clear_ticked") || memberOf(arguments, "replace") || memberOf(arguments, "has");
     const std::string none = "You have no " + ListReply::name(result) + ".";
-    if (takes || memory.lists.purpose == ListTalk::Purpose::exists)
+    if (takes || asksForIt)
         return ToolResults::say(none, std::move(memory));
     Json made{{"list", ListCalls::titleOf(wanted)}, {"create", true}};
     if (items)
         made["add"] = *items;
-    return ListCalls::confirming(
-        none + " Should I make one" + (items ? " with " + ListReply::joined(*items) : "") + "?", made, memory);
+    // Making that list settles it.
+    return RuleStep::asking(
+        {.kind = &ToolResults::confirmation,
+            .question = none + " Should I make one" + (items ? " with " + ListReply::joined(*items) : "") + "?",
+            .task = ListReply::name(result),
+            .tool = ListCalls::tool,
+            .arguments = dumpJson(made)},
+        std::move(memory));
 }
 
 RuleStep takeWhichList(const Json& arguments, const ToolResult& result, RequestMemory memory)
@@ -89,9 +97,14 @@ void talkOf(const ToolResult& result, ListTalk& talk)
 {
     const std::string id = result.string("id").value_or("");
     if (id != talk.list.id)
-        talk = {.purpose = talk.purpose};
+        talk = {.names = std::move(talk.names), .dictatedAt = talk.dictatedAt, .purpose = talk.purpose};
     talk.list = {.id = id, .title = result.string("title").value_or(""), .skill = ListRules::skill};
     talk.undo = result.string("undo").value_or(talk.undo);
+    const std::string name = ListPhrase::nameIn(talk.list.title).value_or(talk.list.title);
+    std::erase(talk.names, name);
+    if (talk.names.size() == ListTalk::mostNames)
+        talk.names.erase(talk.names.begin());
+    talk.names.push_back(name);
     talk.last.clear();
     for (const char* key : {"added", "again", "ticked", "unticked", "already"})
         for (const std::string& text : ListReply::texts(result, key))
@@ -107,12 +120,23 @@ void talkOf(const ToolResult& result, ListTalk& talk)
     }
 }
 
+/// Whether bare words go on the list from here.
+void dictate(const ToolResult& result, RequestMemory& memory)
+{
+    ListTalk& talk = memory.lists;
+    const bool isMade = result.status() == ToolStatus::kept && !memberOf(result.json(), "added");
+    const bool goesOn = talk.isNew && talk.dictatedAt + 1 == memory.turn;
+    const bool isAdded = result.status() == ToolStatus::changed && memberOf(result.json(), "added");
+    talk.isNew = isMade || (isAdded && goesOn);
+    talk.dictatedAt = isMade || isAdded || result.status() == ToolStatus::kept ? memory.turn : 0;
+}
+
 RuleStep takeShown(const Json& arguments, const ToolResult& result, RequestMemory memory)
 {
     const auto purpose = std::exchange(memory.lists.purpose, ListTalk::Purpose::tell);
     std::string said = ListReply::list(result, memory.lists);
     if (memberOf(arguments, "has"))
-        said = ListReply::held(result);
+        said = ListReply::held(result, readStrings(arguments, "has").value_or(std::vector<std::string>{}));
     else if (purpose == ListTalk::Purpose::count)
         said = ListReply::count(result);
     else if (purpose == ListTalk::Purpose::exists)
@@ -162,6 +186,7 @@ RuleStep ListResults::take(
         return ToolResults::say(
             "Undone: " + result.string("what").value_or("the last change") + ".", std::move(memory));
     talkOf(result, memory.lists);
+    dictate(result, memory);
     switch (result.status()) {
     case ToolStatus::list:
         return takeShown(arguments, result, std::move(memory));
@@ -174,7 +199,8 @@ RuleStep ListResults::take(
     case ToolStatus::kept:
         return ToolResults::say(ListReply::made(result), std::move(memory));
     case ToolStatus::deleted:
-        memory.lists = {.undo = memory.lists.undo};
+        memory.lists.names.pop_back();
+        memory.lists = {.names = std::move(memory.lists.names), .undo = memory.lists.undo};
         return ToolResults::say(
             "I deleted your " + ListReply::name(result) + ". Say \"undo that\" if you want it back.",
             std::move(memory));

@@ -6,7 +6,9 @@
 #include "QuorvellCore/text/Pattern.h"
 #include "QuorvellCore/text/TextMatch.h"
 #include "Understanding/dialogue/Pointing.h"
+#include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/lists/ListCalls.h"
+#include "Understanding/skills/lists/ListItemTalk.h"
 #include "Understanding/skills/lists/ListPhrase.h"
 #include "Understanding/skills/lists/ListReply.h"
 
@@ -47,6 +49,7 @@ const char* keyOf(Kind kind)
     case Kind::clearTicked:
     case Kind::rename:
     case Kind::deleteList:
+    case Kind::sort:
         break;
     }
     return "";
@@ -93,6 +96,7 @@ Json argumentsOf(const ListIntent& intent, const RequestMemory& memory)
     case Kind::untick:
     case Kind::remove:
     case Kind::has:
+    case Kind::sort:
         break;
     }
     return arguments;
@@ -112,12 +116,36 @@ Step takeItems(
     const auto arguments = parseJson(asked.arguments).value_or(Json::object());
     ListIntent intent{.list = readString(arguments, "list").value_or("")};
     for (const Kind kind : {Kind::add, Kind::tick, Kind::untick, Kind::remove, Kind::has})
-        if (asked.task == keyOf(kind))
+        if (readString(arguments, "what").value_or("") == keyOf(kind))
             intent.kind = kind;
+    if (const auto other = ListItemTalk::read(core, memory.lists)) // "untick the bathroom"
+        return ListRules::answer(*other, std::move(memory), around);
     const std::string items = core;
     const ListIntent read = ListIntent::ofItems(intent.kind, intent.list, items);
     return read.items.empty() && read.kind == intent.kind ? Step()
                                                           : Step(ListRules::answer(read, std::move(memory), around));
+}
+
+/// "To the party list", "the shopping one".
+Step takeWhere(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    static const Pattern lead(
+        "^(?:(?:to|onto|on to|on|in|into|it goes on|put it on) )*(?:the |my |our )?", Pattern::caseless);
+    static const Pattern tail(" one$", Pattern::caseless);
+    static const Pattern spoken(
+        "^(?:it|that|that list|this list|the same|same|list|same list|last list|last)?$", Pattern::caseless);
+    Json arguments = parseJson(asked.arguments).value_or(Json::object());
+    const std::string said = lead.replaceAll(ListPhrase::withoutEnds(core), "");
+    constexpr std::ptrdiff_t mostBlanks = 3;
+    const std::string name = ListPhrase::nameIn(said).value_or(tail.replaceAll(said, ""));
+    if (spoken.find(said) && !memory.lists.list.id.empty())
+        return ListCalls::call(ListCalls::withList(arguments, memory.lists.list.id), memory, around);
+    if (name.empty() || std::ranges::count(name, ' ') > mostBlanks || ListPhrase::isSentence(name)
+        || ListPhrase::isKeptElsewhere(name))
+        return std::nullopt;
+    arguments["list"] = name;
+    return ListCalls::call(arguments, memory, around);
 }
 
 Step takeName(
@@ -172,6 +200,7 @@ Step takeItem(
 
 const QuestionKind ListRules::whatItems{takeItems};
 const QuestionKind ListRules::whatName{takeName};
+const QuestionKind ListRules::whereTo{takeWhere};
 const QuestionKind ListRules::whichList{takeList};
 const QuestionKind ListRules::whichItem{takeItem};
 
@@ -204,12 +233,40 @@ std::string ListRules::questionBefore(const ToolRequest& call)
     return onlyLooks ? "" : "Should I change " + list + "?";
 }
 
+RuleStep ListRules::offer(const ListIntent& intent, const std::string& lead, RequestMemory memory)
+{
+    const std::string items = ListReply::joined(intent.items);
+    const std::string arguments = dumpJson(argumentsOf(intent, memory));
+    return RuleStep::asking({.kind = &ToolResults::confirmation,
+                                .question = lead + (lead.empty() ? "" : " ") + "Should I add " + items + " to "
+                                    + (intent.list.empty() ? "the list" : "your " + intent.list + " list") + "?",
+                                .task = items,
+                                .tool = ListCalls::tool,
+                                .arguments = arguments},
+        std::move(memory));
+}
+
+RuleStep ListRules::askWhere(const ListIntent& intent, RequestMemory memory)
+{
+    return RuleStep::asking({.kind = &whereTo,
+                                .question = "To which list should I add " + ListReply::joined(intent.items) + "?",
+                                .task = ListReply::joined(intent.items),
+                                .arguments = dumpJson(Json{{"add", intent.items}})},
+        std::move(memory));
+}
+
 RuleStep ListRules::answer(const ListIntent& intent, RequestMemory memory, const RuleSurroundings& around)
 {
     using Purpose = ListTalk::Purpose;
     memory.lists.purpose = intent.kind == Kind::count ? Purpose::count
         : intent.kind == Kind::exists                 ? Purpose::exists
                                                       : Purpose::tell;
+    if (intent.kind == Kind::sort)
+        return ToolResults::say("I can't put a list into another order: things stay as they were added.", memory);
+    if (intent.isOfSeveral)
+        return ListRules::askWhere(intent, std::move(memory));
+    if (intent.isFirst && !intent.items.empty())
+        return ListRules::offer(intent, "New things go to the end of a list.", memory);
     if (intent.kind == Kind::showAll)
         return ListCalls::call({{"lists", true}}, memory, around);
     const bool isOfReminders = intent.list.empty() && memory.lists.list.id.empty() && memory.topic == "reminders";
@@ -233,8 +290,7 @@ RuleStep ListRules::answer(const ListIntent& intent, RequestMemory memory, const
     }
     return RuleStep::asking({.kind = &whatItems,
                                 .question = questionFor(intent.kind),
-                                .task = std::string(key),
-                                .arguments = dumpJson(Json{{"list", intent.list}})},
+                                .arguments = dumpJson(Json{{"list", intent.list}, {"what", key}})},
         std::move(memory));
 }
 

@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/lists/ListSkill.h"
 
+#include "QuorvellCore/text/Json.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "QuorvellCore/text/TextMatch.h"
 #include "Understanding/dialogue/ToolCalls.h"
 #include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/dialogue/repair/ActBook.h"
+#include "Understanding/dialogue/talk/OutOfReach.h"
 #include "Understanding/skills/lists/ListCalls.h"
 #include "Understanding/skills/lists/ListFollowUp.h"
 #include "Understanding/skills/lists/ListIntent.h"
+#include "Understanding/skills/lists/ListItemTalk.h"
+#include "Understanding/skills/lists/ListPhrase.h"
 #include "Understanding/skills/lists/ListReader.h"
 #include "Understanding/skills/lists/ListReply.h"
 #include "Understanding/skills/lists/ListResults.h"
@@ -16,7 +22,10 @@
 #include <nlohmann/json.hpp>
 
 #include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace quorvell {
 
@@ -33,22 +42,22 @@ FoundRequest requestFor(std::optional<ListIntent> intent)
 {
     if (!intent)
         return std::nullopt;
-    return Request{.answer = [intent = *std::move(intent)](RequestMemory memory, const RuleSurroundings& around) {
+    const bool onlyNames = intent->kind == ListIntent::Kind::show;
+    Request request{.answer = [intent = *std::move(intent)](RequestMemory memory, const RuleSurroundings& around) {
         return ListRules::answer(intent, std::move(memory), around);
     }};
+    if (onlyNames) // "my shopping list" is an answer where that was asked
+        request.mayAnswer = [](const PendingQuestion& asked, const RuleSurroundings&) {
+            return asked.kind == &ListRules::whichList || asked.kind == &ListRules::whereTo;
+        };
+    return request;
 }
 
 /// "We need milk" wishes for nothing yet: it is asked.
 FoundRequest offering(const ListIntent& intent)
 {
     return Request{.answer = [intent](RequestMemory memory, const RuleSurroundings&) {
-        const Json arguments{{"list", intent.list}, {"add", intent.items}};
-        return RuleStep::asking(
-            {.kind = &ToolResults::confirmation,
-                .question = "Should I add " + ListReply::joined(intent.items) + " to your " + intent.list + " list?",
-                .tool = "keep_note",
-                .arguments = dumpJson(arguments)},
-            std::move(memory));
+        return ListRules::offer(intent, "", std::move(memory));
     }};
 }
 
@@ -66,6 +75,10 @@ FoundRequest readStatement(const std::string& core, const RuleSurroundings& arou
 {
     auto intent = around.offers("keep_note") ? ListFollowUp::readStatement(core) : std::nullopt;
     const bool isOffer = intent && intent->kind == ListIntent::Kind::add && !intent->items.empty();
+    if (isOffer && intent->list.empty())
+        return Request{.answer = [intent](RequestMemory memory, const RuleSurroundings&) {
+            return ListRules::askWhere(*intent, std::move(memory));
+        }};
     return isOffer ? offering(*intent) : requestFor(std::move(intent));
 }
 
@@ -78,32 +91,139 @@ Skill::Step undo(RequestMemory memory, const RuleSurroundings& around)
     return RuleStep{ToolCalls::call(around, "keep_note", arguments, "keep lists"), std::move(memory)};
 }
 
-Skill::Step goOn(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around)
+using Step = Skill::Step;
+
+/// "The rest": of the list that was told in parts.
+Step tellRest(const std::string& core, const RequestMemory& memory)
 {
     static const Pattern more(
         "^(?:and )?(?:(?:read|tell|show|give)(?: me)? )?(?:the rest(?: of (?:it|them|the list))?|the (?:others|other "
         "ones)"
         "|(?:what|anything) else(?: is (?:on it|there))?|more|go on|continue|next ones)(?: please)?[.?!]*$",
         Pattern::caseless);
+    if (!more.find(core) || memory.lists.told == 0)
+        return std::nullopt;
+    RequestMemory next = memory;
+    std::string said = ListReply::rest(next.lists);
+    return ToolResults::say(std::move(said), std::move(next));
+}
+
+/// The things that were just added or the like, where that is all that was done: under that key.
+std::optional<std::vector<std::string>> justDone(const RequestMemory& memory, const char* key)
+{
+    if (!ActBook::wasJustDone(memory) || ActBook::newest(memory, 1).size() != 1
+        || memory.acts.back().skill != ListRules::skill)
+        return std::nullopt;
+    const auto arguments = parseJson(memory.acts.back().call.arguments);
+    return arguments ? readStrings(*arguments, key) : std::nullopt;
+}
+
+/// What was done last is taken back and done so instead.
+RuleStep insteadOfLast(const Json& arguments, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    return ActBook::takeBack(
+        {.left = ActBook::newest(memory, 1), .call = ToolRequest{ListCalls::tool, dumpJson(arguments)}}, memory,
+        around);
+}
+
+/// "To the party list", behind "add lemonade".
+Step toOtherList(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    static const Pattern form(
+        "^(?:(?:no|sorry|i mean|i meant)[,]? )*(?:to|onto|on to|on|in|into) (.+)$", Pattern::caseless);
+    const auto match = form.find(core);
+    const auto name = match ? ListPhrase::nameIn(match->texts[0]) : std::nullopt;
+    const auto added = name && !name->empty() ? justDone(memory, "add") : std::nullopt;
+    if (!added)
+        return std::nullopt;
+    const Json arguments{{"list", *name}, {"add", *added}};
+    // "Groceries" and "grocery list" are one; the tool says that it is there.
+    constexpr std::size_t ending = 3;
+    const std::string wanted = TextMatch::normalized(*name);
+    const std::string last = memory.lists.names.empty() ? "" : TextMatch::normalized(memory.lists.names.back());
+    const std::string start = wanted.substr(0, wanted.size() > 2 * ending ? wanted.size() - ending : wanted.size());
+    if (last.starts_with(start) && last.size() <= wanted.size() + ending)
+        return ListCalls::call(arguments, memory, around);
+    return insteadOfLast(arguments, memory, around);
+}
+
+/// "No, I mean the coffee."
+Step toOtherItem(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    const auto other = ListItemTalk::readOther(core);
+    if (!other)
+        return std::nullopt;
+    for (const char* key : {"add", "tick", "untick", "remove"}) {
+        const auto items = justDone(memory, key);
+        const bool isThere = std::string_view(key) == "add" || other->starts_with('#')
+            || !ListItemTalk::named(memory.lists.items, *other).empty();
+        if (!items || items->size() != 1 || !isThere)
+            continue;
+        Json arguments = parseJson(memory.acts.back().call.arguments).value_or(Json::object());
+        arguments[key] = std::vector<std::string>{*other};
+        return insteadOfLast(arguments, memory, around);
+    }
+    return std::nullopt;
+}
+
+/// "Tea", "bread and a newspaper", right behind what made the list or put something on it. Where something else is
+/// asked, only what can hardly be an answer.
+Step dictated(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    const ListTalk& talk = memory.lists;
+    if (talk.dictatedAt == 0 || talk.dictatedAt + 1 != memory.turn)
+        return std::nullopt;
+    const auto items = ListFollowUp::readDictated(core, talk);
+    if (!items || (!items->isSure && (memory.pending.isOpen() || OutOfReach::of(core))))
+        return std::nullopt;
+    return items->isSure ? ListRules::answer(items->intent, memory, around)
+                         : ListRules::offer(items->intent, "", memory);
+}
+
+Step goOn(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around)
+{
     const std::string core = RequestText::withoutClosing(RequestText::withoutOpening(words));
     if (memory.lists.list.id.empty() || !around.offers("keep_note"))
         return std::nullopt;
-    if (more.find(core) && memory.lists.told > 0) {
-        RequestMemory next = memory;
-        std::string said = ListReply::rest(next.lists);
-        return ToolResults::say(std::move(said), std::move(next));
-    }
-    static const Pattern back(
-        "^(?:please )?put (?:it|that|them|those|that one) back(?: on(?: it| there)?)?$", Pattern::caseless);
-    if (back.find(core) && !memory.lists.undo.empty())
-        return undo(memory, around);
+    for (const auto goes : {toOtherList, toOtherItem})
+        if (auto step = goes(core, memory, around))
+            return step;
+    if (auto step = tellRest(core, memory))
+        return step;
     if (ListReader::read(core)) // names its list itself
         return std::nullopt;
     // "And butter" begins with what opens other requests.
-    for (const std::string& said : {core, RequestText::withoutClosing(words)})
-        if (const auto intent = ListFollowUp::read(said, memory.lists.items))
+    for (const std::string& said : {core, RequestText::withoutClosing(words)}) {
+        auto intent = ListItemTalk::readRenaming(said, memory.lists);
+        if (!intent)
+            intent = ListFollowUp::read(said, memory.lists);
+        if (!intent)
+            intent = ListItemTalk::read(said, memory.lists);
+        if (intent)
             return ListRules::answer(*intent, memory, around);
-    return std::nullopt;
+    }
+    return dictated(core, memory, around);
+}
+
+Step comeBack(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    const std::string core = RequestText::withoutClosing(RequestText::withoutOpening(words));
+    if (memory.lists.list.id.empty() || !around.offers("keep_note"))
+        return std::nullopt;
+    for (const auto goes : {toOtherList, toOtherItem})
+        if (auto step = goes(core, memory, around))
+            return step;
+    if (ListReader::read(core))
+        return std::nullopt;
+    const auto intent = ListItemTalk::read(core, memory.lists);
+    if (!intent) {
+        auto step = dictated(core, memory, around);
+        return step ? step : dictated(RequestText::withoutClosing(words), memory, around); // "and a newspaper"
+    }
+    // The same may be what a reminder is for.
+    const bool isOfReminder = memory.topic == "reminders" && intent->kind != ListIntent::Kind::remove
+        && (intent->items.empty() || !ListItemTalk::named({memory.reminder.title}, intent->items.front()).empty());
+    return isOfReminder ? std::nullopt : Step(ListRules::answer(*intent, memory, around));
 }
 
 std::string whatWasDone(const ToolRequest&, const ToolResult& result)
@@ -148,6 +268,7 @@ constinit const Skill ListSkill::row{
     .takeResult = ListResults::take,
     .whatWasDone = whatWasDone,
     .goOn = goOn,
+    .comeBack = comeBack,
     .undo = undo,
     .addAnother = addAnother,
     .changeListed = changeListed,
