@@ -38,6 +38,12 @@ bool AlarmNotes::repeats(const Note& note)
     return note.repeatRule && ReminderRepeat::fromStored(*note.repeatRule);
 }
 
+bool AlarmNotes::isHalfReadTime(const std::string& rest)
+{
+    static const Pattern halfRead("\\d|^(?:and|or)\\b|^[ap]\\.?m\\b", Pattern::caseless);
+    return halfRead.find(rest).has_value();
+}
+
 std::string AlarmNotes::withoutAlarmWords(const std::string& text)
 {
     static const Pattern lead(

@@ -20,6 +20,8 @@ struct AlarmNotes {
     static bool repeats(const Note& note);
     /// The user's own words without those that only say that an alarm is wanted.
     static std::string withoutAlarmWords(const std::string& text);
+    /// Whether what is left of words is rather part of a time that was not understood than a name: "and 8", "p.m".
+    static bool isHalfReadTime(const std::string& rest);
     /// "Pasta timer" of "pasta".
     static std::string timerTitle(const std::string& task);
 };

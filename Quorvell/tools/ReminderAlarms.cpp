@@ -26,11 +26,6 @@ using Kind = ReminderArguments::Kind;
 constexpr std::size_t mostSet = 100; ///< Alarms and timers at once; more is a mistake.
 constexpr const char* alarmName = "Alarm";
 
-Instant deadline(Instant now, std::chrono::seconds length)
-{
-    return now + length;
-}
-
 } // namespace
 
 ReminderAlarms::ReminderAlarms(FullNotebook& notebook, const ReminderToolContext& context, ReminderArguments arguments,
@@ -82,7 +77,7 @@ void ReminderAlarms::setTimer()
 {
     ReminderRequest request;
     request.task = AlarmNotes::timerTitle(m_arguments.words());
-    request.date = deadline(m_now, *m_arguments.timer);
+    request.date = m_now + *m_arguments.timer;
     Note note = reminderNote(request, m_context.newID(), NoteAuthor::quorvell, NoteOrigin::conversation, m_now);
     note.then = AlarmMark{.kind = AlarmMark::Kind::timer, .length = *m_arguments.timer}.stored();
     if (characterCount(note.title) > ReminderArguments::longestTask)
@@ -107,6 +102,11 @@ void ReminderAlarms::setAlarm()
         return m_reply.answer(m_answers.needsTime(request));
     } else if (!request.hasTime) { // At the hour at which days without one begin nobody asked to be woken.
         request.understood.day = DateParts::fromDay(request.date, m_context.calendar).text();
+        request.verdict = ReminderRequest::Verdict::needsTime;
+        return m_reply.answer(m_answers.needsTime(request));
+    }
+    if (m_arguments.task.empty() && AlarmNotes::isHalfReadTime(request.task)) {
+        request.unclear = std::exchange(request.task, {});
         request.verdict = ReminderRequest::Verdict::needsTime;
         return m_reply.answer(m_answers.needsTime(request));
     }
@@ -187,7 +187,7 @@ void ReminderAlarms::resume(const Note& timer)
             auto mark = AlarmMark::of(note);
             if (!mark || !mark->left)
                 return;
-            note.remindAt = deadline(now, *std::exchange(mark->left, {}));
+            note.remindAt = now + *std::exchange(mark->left, {});
             note.then = mark->stored();
         },
         ToolStatus::set);
@@ -202,7 +202,7 @@ void ReminderAlarms::startAgain(const Note& timer)
     change(
         {timer},
         [length = *m_arguments.timer, now = m_now](Note& note) {
-            note.remindAt = deadline(now, length);
+            note.remindAt = now + length;
             note.then = AlarmMark{.kind = AlarmMark::Kind::timer, .length = length}.stored();
         },
         ToolStatus::set);

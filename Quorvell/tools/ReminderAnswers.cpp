@@ -182,9 +182,12 @@ Json ReminderAnswers::entry(const Note& note) const
 ToolResult ReminderAnswers::list(const std::vector<Note>& pending) const
 {
     Json entries = Json::array();
-    for (const Note& note : pending)
-        if (entries.size() < mostListed)
-            entries.push_back(entry(note));
+    const auto newest = std::ranges::max_element(pending, {}, &Note::created);
+    for (auto note = pending.begin(); note != pending.end() && entries.size() < mostListed; ++note) {
+        entries.push_back(entry(*note));
+        if (note == newest && pending.size() > 1 && AlarmMark::of(*note))
+            entries.back()["set_last"] = true; // "The last timer" is told from the others by that alone.
+    }
     return ToolResult(ToolStatus::reminders).add("count", pending.size()).add("reminders", std::move(entries));
 }
 

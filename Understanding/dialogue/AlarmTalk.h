@@ -4,6 +4,7 @@
 
 #include "QuorvellCore/reminders/calendar/DateParts.h"
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -11,14 +12,17 @@ namespace quorvell {
 
 struct AlarmTalk {
     /// What is to be done with the list that is asked for.
-    enum class Purpose { tell, tellLeft, cancel, cancelAll, move };
+    enum class Purpose { tell, tellLeft, tellEnd, cancel, cancelAll, move, runAnew, rename, repeat, before, turnOn };
 
     Purpose purpose = Purpose::tell;
     std::string which{}; ///< Words that tell those that are meant from the others.
-    std::string when{}; ///< Of move.
+    std::string when{}; ///< Of move; of rename the name, of repeat the rule, in the user's words.
+    std::chrono::seconds length{0}; ///< Of runAnew; of before, how long before (below 0: after) it.
     std::string id{}; ///< Of the one last talked about; never spoken. Empty for none.
     std::string title{};
     bool isTimer = false;
+    bool isWaking = false; ///< It is to wake the user: an evening hour need not be offered.
+    bool rings = false; ///< One that was just told of may be ringing.
     std::optional<DateParts> other{}; ///< What its hour could have meant besides.
 
     bool operator==(const AlarmTalk&) const = default;

@@ -66,6 +66,8 @@ struct Skill {
     /// The same behind any matter, where the words name something that this skill has in mind: "I bought the flour",
     /// where flour stands on the list.
     Step (*comeBack)(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around) = nullptr;
+    /// "Stop", where something of its own may be sounding.
+    Step (*stop)(RequestMemory memory, const RuleSurroundings& around) = nullptr;
     /// "Cancel that."
     Step (*undo)(RequestMemory memory, const RuleSurroundings& around) = nullptr;
     /// "Also buy milk."

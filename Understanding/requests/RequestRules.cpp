@@ -120,6 +120,16 @@ std::string asLookUp(const std::string& core)
     return why.replaceAll(core, "");
 }
 
+/// "Stop", right after something was told that may be sounding.
+Step silenced(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    static const Pattern stop(
+        "^(?:(?:okay|ok|all right|please)[,]? )?(?:stop|quiet|silence|enough|shut up)(?: it| that| now)?[.!]*$",
+        Pattern::caseless);
+    const Skill* skill = memory.pending.isOpen() ? nullptr : SkillTable::named(memory.topic);
+    return skill && skill->stop && stop.find(core) ? skill->stop(memory, around) : std::nullopt;
+}
+
 RuleStep answerNew(
     std::string_view words, const std::string& said, const RequestMemory& memory, const RuleSurroundings& around)
 {
@@ -181,6 +191,8 @@ RuleStep answered(std::string_view words, RequestMemory memory, const RuleSurrou
         PendingQuestion asked = std::exchange(memory.pending, {});
         return {ToolRequest{std::move(asked.tool), std::move(asked.arguments)}, std::move(memory)};
     }
+    if (auto step = silenced(core, memory, around))
+        return *std::move(step);
     if (auto step = UndoRules::answer(core, memory, around))
         return *std::move(step);
     if (auto step = PlainAnswers::answer(core, opened, memory, around))

@@ -3,12 +3,14 @@
 
 #include "QuorvellCore/live/tools/ToolResult.h"
 #include "QuorvellCore/live/tools/ToolTraits.h"
+#include "QuorvellCore/text/Json.h"
 #include "QuorvellCore/text/PrintableText.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cstdint>
+#include <string_view>
 
 namespace quorvell {
 
@@ -38,12 +40,24 @@ std::string subjectOf(const ToolResult& result)
         if (const auto text = result.string(key); text && !text->empty())
             subject += (subject.empty() ? "" : before) + *text;
     };
+    const std::string task = result.string("task").value_or("");
+    const bool isPlainAlarm = memberOf(result.json(), "kind") && (task == "Alarm" || task == "Timer");
     for (const char* key : {"task", "title", "fact"})
-        add(key, ", ");
+        if (!isPlainAlarm)
+            add(key, ", ");
     add("when", ", ");
     add("repeat_words", ", ");
     add("next", ", next ");
     return subject;
+}
+
+/// "Reminder set" of an alarm or a timer as "Alarm set".
+std::string wordsOf(const ToolOutcome& outcome, const std::string& kind)
+{
+    constexpr std::string_view reminder = "Reminder ";
+    const std::string words(outcome.words);
+    const char* name = kind == "alarm" ? "Alarm " : kind == "timer" ? "Timer " : nullptr;
+    return name && words.starts_with(reminder) ? name + words.substr(reminder.size()) : words;
 }
 
 std::string readableName(std::string toolName)
@@ -70,7 +84,7 @@ std::optional<std::string> ToolText::of(const LiveFunctionResponse& response)
     if (outcome->words.empty())
         return std::nullopt;
     const std::string told = outcome->counted.empty() ? subjectOf(result) : countOf(result, *outcome);
-    return std::string(outcome->words) + (told.empty() ? "" : ": " + told);
+    return wordsOf(*outcome, result.string("kind").value_or("")) + (told.empty() ? "" : ": " + told);
 }
 
 std::string ToolText::running(const std::string& toolName)

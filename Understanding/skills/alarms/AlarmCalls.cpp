@@ -99,6 +99,16 @@ ToolCalls::Answer AlarmCalls::cancelThese(const std::vector<std::string>& ids) c
     return ToolCalls::call(around, tool, {{"cancel", true}, {"ids", ids}}, changing);
 }
 
+ToolCalls::Answer AlarmCalls::rename(std::string_view id, bool isOfTimers, std::string_view name) const
+{
+    return ToolCalls::call(around, tool, {{"kind", kindOf(isOfTimers)}, {"id", id}, {"task", name}}, changing);
+}
+
+ToolCalls::Answer AlarmCalls::repeatThis(std::string_view id, std::string_view stored) const
+{
+    return ToolCalls::call(around, tool, {{"kind", "alarm"}, {"id", id}, {"repeat", stored}}, changing);
+}
+
 ToolCalls::Answer AlarmCalls::moveThis(std::string_view id, std::string_view when) const
 {
     return ToolCalls::call(around, tool, {{"kind", "alarm"}, {"id", id}, {"later", spokenToWritten(when)}}, changing);

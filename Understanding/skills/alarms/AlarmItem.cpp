@@ -30,6 +30,7 @@ AlarmItem AlarmItem::of(const Json& item)
     read.isTimer = readString(item, "kind") == "timer";
     read.isPaused = readBool(item, "paused").value_or(false);
     read.isMissed = readBool(item, "overdue").value_or(false);
+    read.wasSetLast = readBool(item, "set_last").value_or(false);
     read.left = std::chrono::seconds(
         std::clamp<std::int64_t>(readInteger(item, "remaining_seconds").value_or(0), 0, 1'000'000));
     read.rule = ReminderRepeat::fromStored(readString(item, "repeat").value_or(""));

@@ -20,6 +20,7 @@ struct AlarmItem {
     bool isTimer = false;
     bool isPaused = false;
     bool isMissed = false;
+    bool wasSetLast = false; ///< Of several that were listed.
     std::chrono::seconds left{0}; ///< Of a timer.
     std::optional<ReminderRepeat> rule{};
     std::string often{}; ///< "every weekday"; empty for once.

@@ -41,6 +41,13 @@ bool AlarmLine::isOfOthers(const std::string& core)
     return others.find(core).has_value();
 }
 
+std::string AlarmLine::withPlainHalves(const std::string& words)
+{
+    static const Pattern before("(?<![a-z])a\\.\\s?m\\b\\.?", Pattern::caseless);
+    static const Pattern after("(?<![a-z])p\\.\\s?m\\b\\.?", Pattern::caseless);
+    return after.replaceAll(before.replaceAll(words, "am"), "pm");
+}
+
 bool AlarmLine::take(const Pattern& pattern, std::string& text)
 {
     const auto match = pattern.find(text);
@@ -111,6 +118,9 @@ std::string AlarmLine::asTime(std::string words)
         words = Pattern("\\b" + std::string(day) + "['’]?s\\b", Pattern::caseless).replaceAll(words, day);
     if (several.find(words))
         return {};
+    static const Pattern after("^after ", Pattern::caseless);
+    if (const auto length = TimerLength::read(words); length && length->rest == "after")
+        return after.replaceAll(words, "in ");
     if (const auto length = TimerLength::read(words); length && (length->rest.empty() || length->rest == "from now"))
         return "in "
             + words.substr(0, words.size() - (length->rest.empty() ? 0 : std::string_view(" from now").size()));

@@ -19,6 +19,8 @@ struct AlarmLine {
     static std::optional<AlarmLine> cut(const std::string& core);
     /// Whether the words speak of such a thing, and want something else.
     static bool isOfOthers(const std::string& core);
+    /// "7:00 p.m." as "7:00 pm": its full stops end no sentence.
+    static std::string withPlainHalves(const std::string& words);
     /// What is asked rather than wished for. "Can you" and the like are gone already.
     static bool isQuestion(const std::string& core);
 

@@ -6,12 +6,15 @@
 #include "Understanding/dialogue/Pointing.h"
 #include "Understanding/dialogue/SeriesWords.h"
 #include "Understanding/skills/alarms/AlarmCalls.h"
+#include "Understanding/skills/alarms/AlarmLine.h"
 #include "Understanding/skills/alarms/TimerLength.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/TimeChoicePicker.h"
+#include "Understanding/time/TimeWords.h"
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -29,7 +32,7 @@ std::string answerAsTime(const std::string& core)
     static const Pattern hour(
         "^(?:\\d{1,2}(?:[:.]\\d{2})?|one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve)$",
         Pattern::caseless);
-    const std::string time = filler.replaceAll(core, "");
+    const std::string time = filler.replaceAll(AlarmLine::withPlainHalves(core), "");
     return hour.find(time) ? "at " + time : time;
 }
 
@@ -43,12 +46,28 @@ AlarmStep takeAlarmTime(
     return RuleStep{call, std::move(memory)};
 }
 
+/// Neither of the hours that were offered: "no, half past nine". The day that both are on stays.
+AlarmStep takeOtherTime(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    static const Pattern no("^(?:(?:no|nope|neither|actually|i mean|i meant)[,.]?\\s+)+", Pattern::caseless);
+    const std::string answer = answerAsTime(no.replaceAll(core, ""));
+    if (!TimeWords::isTime(answer, around) || asked.choices.empty() || !asked.repeat.empty())
+        return std::nullopt;
+    const DateParts day = asked.choices.front().date.wholeDay();
+    const bool isOneDay =
+        std::ranges::all_of(asked.choices, [&](const TimeChoice& choice) { return choice.date.wholeDay() == day; });
+    const SettledTime settled{.day = isOneDay ? day.text() : ""};
+    const auto call = AlarmCalls{around}.setAlarm(settled.completing(answer, around), asked.task);
+    return RuleStep{call, std::move(memory)};
+}
+
 AlarmStep takeAlarmChoice(
     const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
 {
     const auto date = TimeChoicePicker::pick(SpokenPhrase::withDigits(core), asked.choices);
     if (!date)
-        return std::nullopt;
+        return takeOtherTime(core, asked, std::move(memory), around);
     const auto call = AlarmCalls{around}.setAlarmAt(asked.task, *date, asked.repeat);
     return RuleStep{call, std::move(memory)};
 }
@@ -94,6 +113,14 @@ AlarmStep takeNewTime(
         ToolCalls::again(asked.tool, asked.arguments, "later", SpokenPhrase::withDigits(answer)), std::move(memory)};
 }
 
+AlarmStep takeNewName(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings&)
+{
+    if (core.empty())
+        return std::nullopt;
+    return RuleStep{ToolCalls::again(asked.tool, asked.arguments, "task", core), std::move(memory)};
+}
+
 } // namespace
 
 const QuestionKind AlarmQuestions::whichTime{takeAlarmChoice};
@@ -102,5 +129,6 @@ const QuestionKind AlarmQuestions::length{takeLength};
 const QuestionKind AlarmQuestions::whichOne{takeOne};
 const QuestionKind AlarmQuestions::occurrences{takeScope};
 const QuestionKind AlarmQuestions::newTime{takeNewTime};
+const QuestionKind AlarmQuestions::newName{takeNewName};
 
 } // namespace quorvell

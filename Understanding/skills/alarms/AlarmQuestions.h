@@ -12,6 +12,7 @@ struct AlarmQuestions {
     static const QuestionKind length; ///< For how long a timer; its name is the task.
     static const QuestionKind whichOne; ///< Of the found ones: the call is to be made again with its id.
     static const QuestionKind occurrences; ///< The next one, or all: the call is to be made again with `series`.
+    static const QuestionKind newName; ///< What the one with that id is called from now on: the call waits for `task`.
     static const QuestionKind newTime; ///< To what time the one with that id is moved: the call waits for `later`.
 };
 

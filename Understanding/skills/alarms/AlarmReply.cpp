@@ -2,7 +2,6 @@
 #include "Understanding/skills/alarms/AlarmReply.h"
 
 #include "QuorvellCore/text/Characters.h"
-#include "Understanding/dialogue/RequestMemory.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/alarms/TimerLength.h"
 #include "Understanding/time/SpokenWhen.h"
@@ -62,7 +61,8 @@ std::string countOf(const ToolResult& result)
 
 } // namespace
 
-std::string AlarmReply::changed(const ToolRequest& call, const ToolResult& result, const LocalTime& around)
+std::string AlarmReply::changed(
+    const ToolRequest& call, const ToolResult& result, const RequestMemory& memory, const LocalTime& around)
 {
     const Json arguments = argumentsOf(call);
     const AlarmItem item = AlarmItem::of(result.json());
@@ -77,7 +77,7 @@ std::string AlarmReply::changed(const ToolRequest& call, const ToolResult& resul
     if (readBool(result.json(), "already").value_or(false))
         return name + " for " + when + " is set already.";
     return name + (memberOf(arguments, "id") ? " is now set for " : " is set for ") + when + "."
-        + otherHour(result.json());
+        + (memory.alarms.isWaking ? "" : otherHour(result.json()));
 }
 
 std::string AlarmReply::ended(const ToolRequest& call, const ToolResult& result, const LocalTime& around)
@@ -132,7 +132,7 @@ std::string AlarmReply::list(const std::vector<AlarmItem>& items, const AlarmsMe
 {
     const std::string noun = isOfTimers ? "timer" : "alarm";
     if (isOfTimers && !meant.items.empty())
-        return left(meant.items, around);
+        return left(meant.items, false, around);
     if (items.empty())
         return isOfTimers ? "No timer is running." : "You have no alarm set.";
     const auto counted = [&](std::size_t count) {
@@ -146,7 +146,16 @@ std::string AlarmReply::list(const std::vector<AlarmItem>& items, const AlarmsMe
     return "You have " + counted(meant.items.size()) + " like that: " + joined(meant.items, around) + ".";
 }
 
-std::string AlarmReply::left(const std::vector<AlarmItem>& items, const LocalTime& around)
+std::string AlarmReply::left(
+    const std::vector<AlarmItem>& items, const AlarmsMeant& meant, const AlarmTalk& wish, const LocalTime& around)
+{
+    const bool saysEnd = wish.purpose == AlarmTalk::Purpose::tellEnd;
+    if (!meant.items.empty() || items.empty())
+        return left(meant.items, saysEnd, around);
+    return "There is no timer like that (" + wish.which + "). " + left(items, saysEnd, around);
+}
+
+std::string AlarmReply::left(const std::vector<AlarmItem>& items, bool saysEnd, const LocalTime& around)
 {
     std::string text;
     for (const AlarmItem& item : items) {
@@ -154,9 +163,12 @@ std::string AlarmReply::left(const std::vector<AlarmItem>& items, const LocalTim
             continue;
         const std::string name = withUpperCaseFirst(item.named(around));
         const bool isOver = item.left.count() == 0;
-        text += (text.empty() ? "" : " ") + name
-            + (isOver ? " is over."
-                      : (item.isPaused ? " is paused, with " : " has ") + TimerLength::spoken(item.left) + " left.");
+        const std::string remaining = TimerLength::spoken(item.left);
+        text += (text.empty() ? "" : " ") + name;
+        if (saysEnd && !isOver && !item.isPaused && item.thing.start)
+            text += " is over at " + SpokenWhen::clock(*item.thing.start) + ", in " + remaining + ".";
+        else
+            text += isOver ? " is over." : (item.isPaused ? " is paused, with " : " has ") + remaining + " left.";
     }
     return text.empty() ? "No timer is running." : text;
 }

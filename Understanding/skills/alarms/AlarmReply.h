@@ -3,6 +3,7 @@
 #pragma once
 
 #include "QuorvellCore/live/tools/ToolResult.h"
+#include "Understanding/dialogue/RequestMemory.h"
 #include "Understanding/dialogue/ToolRequest.h"
 #include "Understanding/skills/alarms/AlarmItem.h"
 #include "Understanding/skills/alarms/AlarmsMeant.h"
@@ -15,15 +16,19 @@ namespace quorvell {
 
 struct AlarmReply {
     /// Of what was set or changed.
-    static std::string changed(const ToolRequest& call, const ToolResult& result, const LocalTime& around);
+    static std::string changed(
+        const ToolRequest& call, const ToolResult& result, const RequestMemory& memory, const LocalTime& around);
     /// Of what ended or was silenced.
     static std::string ended(const ToolRequest& call, const ToolResult& result, const LocalTime& around);
     static std::string asked(const ToolResult& result, const LocalTime& around);
     /// "You have 2 alarms: 7 AM tomorrow; Gym, 6:45 AM every weekday."
     static std::string list(const std::vector<AlarmItem>& items, const AlarmsMeant& meant, const std::string& which,
         bool isOfTimers, const LocalTime& around);
-    /// "The pasta timer has 4 minutes and 10 seconds left."
-    static std::string left(const std::vector<AlarmItem>& items, const LocalTime& around);
+    /// "The pasta timer has 4 minutes and 10 seconds left." Of all of them, where none of those that are meant is
+    /// there.
+    static std::string left(
+        const std::vector<AlarmItem>& items, const AlarmsMeant& meant, const AlarmTalk& wish, const LocalTime& around);
+    static std::string left(const std::vector<AlarmItem>& items, bool saysEnd, const LocalTime& around);
     static std::string joined(const std::vector<AlarmItem>& items, const LocalTime& around);
     /// Behind "I".
     static std::string whatWasDone(const ToolRequest& call, const ToolResult& result);

@@ -4,12 +4,15 @@
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/alarms/AlarmCalls.h"
 #include "Understanding/skills/alarms/AlarmItem.h"
+#include "Understanding/skills/alarms/AlarmLine.h"
 #include "Understanding/skills/alarms/AlarmQuestions.h"
 #include "Understanding/skills/alarms/AlarmReply.h"
 #include "Understanding/skills/alarms/AlarmsMeant.h"
 #include "Understanding/skills/alarms/TimerLength.h"
 #include "Understanding/skills/reminders/ReminderQuestions.h"
 #include "Understanding/skills/reminders/ReminderReply.h"
+#include "Understanding/time/SpokenPhrase.h"
+#include "Understanding/time/SpokenRepeat.h"
 
 #include <nlohmann/json.hpp>
 
@@ -37,11 +40,13 @@ void noteTalk(const ToolResult& result, RequestMemory& memory)
         return;
     const bool isOver = result.status() == ToolStatus::done && !memberOf(result.json(), "next");
     const Json* other = memberOf(result.json(), "other");
+    const auto otherBefore = memory.alarms.id.empty() ? memory.alarms.other : std::nullopt;
     memory.alarms = {.id = isOver ? "" : item.thing.id,
         .title = item.thing.title,
         .isTimer = item.isTimer,
-        .other = other ? ToolResults::dateIn(*other, "date") : std::nullopt};
-    memory.talkOf(isOver ? std::string_view() : AlarmCalls::skill);
+        .isWaking = memory.alarms.isWaking,
+        .other = other ? ToolResults::dateIn(*other, "date") : otherBefore};
+    memory.talkOf(AlarmCalls::skill);
 }
 
 /// Which of these the call is made for again.
@@ -78,13 +83,36 @@ RuleStep askToCancelThese(const std::vector<AlarmItem>& items, RequestMemory mem
         std::move(memory));
 }
 
+/// What is wished for, done to one; the text of what cannot be done.
+ToolCalls::Answer changeOf(const AlarmTalk& wish, const std::string& id, bool isTimer, const RuleSurroundings& around)
+{
+    const AlarmCalls calls{around};
+    switch (wish.purpose) {
+    case Purpose::move:
+        return calls.moveThis(id, wish.when);
+    case Purpose::runAnew:
+        return calls.startAgain(id, wish.length);
+    case Purpose::rename:
+        return calls.rename(id, isTimer, wish.when);
+    case Purpose::repeat: {
+        const auto phrase = SpokenPhrase::read(wish.when, around);
+        const auto rule = SpokenRepeat::read(wish.when);
+        if (phrase && phrase->repeatRule)
+            return calls.repeatThis(id, phrase->repeatRule->stored());
+        if (rule && !rule->stored.empty())
+            return calls.repeatThis(id, rule->stored);
+        return "I did not understand how often it should ring. Nothing is changed.";
+    }
+    default:
+        return calls.cancelThis(id, isTimer);
+    }
+}
+
 /// One is meant, but the words do not say which.
 RuleStep whichOne(
     const AlarmTalk& wish, const std::vector<AlarmItem>& items, RequestMemory memory, const RuleSurroundings& around)
 {
-    const AlarmCalls calls{around};
-    const auto call =
-        wish.purpose == Purpose::move ? calls.moveThis("", wish.when) : calls.cancel(AlarmCalls::kindOf(wish.isTimer));
+    const auto call = changeOf(wish, "", wish.isTimer, around);
     const auto* request = std::get_if<ToolRequest>(&call);
     if (!request)
         return {call, std::move(memory)};
@@ -94,22 +122,68 @@ RuleStep whichOne(
 
 RuleStep changeFound(const AlarmTalk& wish, const AlarmItem& item, RequestMemory memory, const RuleSurroundings& around)
 {
-    const AlarmCalls calls{around};
-    if (wish.purpose != Purpose::move)
-        return {calls.cancelThis(item.thing.id, item.isTimer), std::move(memory)};
-    if (item.isTimer) {
+    const bool isMove = wish.purpose == Purpose::move;
+    if (isMove && item.isTimer) {
         const auto length = TimerLength::read(wish.when);
+        const AlarmCalls calls{around};
         return length ? RuleStep{calls.startAgain(item.thing.id, length->length), std::move(memory)}
                       : ToolResults::say("Say how long " + item.named(around) + " should run.", std::move(memory));
     }
-    if (!wish.when.empty())
-        return {calls.moveThis(item.thing.id, wish.when), std::move(memory)};
+    if (wish.purpose == Purpose::rename && wish.when.empty()) {
+        const Json waiting{{"kind", AlarmCalls::kindOf(item.isTimer)}, {"id", item.thing.id}};
+        return RuleStep::asking({.kind = &AlarmQuestions::newName,
+                                    .question = "What should " + item.named(around) + " be called?",
+                                    .tool = AlarmCalls::tool,
+                                    .arguments = dumpJson(waiting)},
+            std::move(memory));
+    }
+    if (!isMove || !wish.when.empty())
+        return {changeOf(wish, item.thing.id, item.isTimer, around), std::move(memory)};
     const Json waiting{{"kind", "alarm"}, {"id", item.thing.id}};
     return RuleStep::asking({.kind = &AlarmQuestions::newTime,
                                 .question = "To what time should I move " + item.named(around) + "?",
                                 .tool = AlarmCalls::tool,
                                 .arguments = dumpJson(waiting)},
         std::move(memory));
+}
+
+/// An alarm at a time that hangs on another thing that rings. It is asked about: nobody named that hour.
+RuleStep setBefore(
+    const AlarmTalk& wish, const std::vector<AlarmItem>& meant, RequestMemory memory, const RuleSurroundings& around)
+{
+    if (meant.size() != 1 || !meant.front().thing.start)
+        return RuleStep::asking({.kind = &AlarmQuestions::when,
+                                    .question = (meant.empty() ? "I find no alarm called \"" + wish.which + "\"."
+                                                               : std::string("There are several like that."))
+                                        + " For what time should I set the alarm?"},
+            std::move(memory));
+    const AlarmItem& item = meant.front();
+    const auto minutes = std::chrono::floor<std::chrono::minutes>(wish.length);
+    AlarmItem wanted{.thing = {.start = item.thing.start->adding(-minutes.count())}};
+    const auto call = AlarmCalls{around}.setAlarmAt("", *wanted.thing.start, "");
+    const auto* request = std::get_if<ToolRequest>(&call);
+    if (!request)
+        return {call, std::move(memory)};
+    return RuleStep::asking({.kind = &ToolResults::confirmation,
+                                .question = withUpperCaseFirst(item.named(around))
+                                    + " is there. Should I set another one for " + wanted.when(around) + "?",
+                                .tool = request->name,
+                                .arguments = request->arguments},
+        std::move(memory));
+}
+
+/// What was told, and what of it may be ringing now.
+void noteTold(const AlarmTalk& wish, const std::vector<AlarmItem>& told, RequestMemory& memory)
+{
+    memory.talkOf(AlarmCalls::skill);
+    memory.alarms.isTimer = wish.isTimer;
+    memory.alarms.rings = std::ranges::any_of(told, [](const AlarmItem& item) {
+        return item.isMissed || (item.isTimer && !item.isPaused && item.left.count() == 0);
+    });
+    if (told.size() != 1)
+        return;
+    memory.alarms.id = told.front().thing.id;
+    memory.alarms.title = told.front().thing.title;
 }
 
 RuleStep takeList(const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
@@ -119,13 +193,18 @@ RuleStep takeList(const ToolResult& result, RequestMemory memory, const RuleSurr
     const auto items = AlarmItem::listed(result.json());
     const AlarmsMeant meant = AlarmsMeant::among(items, wish.which, around);
     const std::string told = AlarmReply::list(items, meant, wish.which, wish.isTimer, around);
-    memory.talkOf(AlarmCalls::skill);
+    noteTold(wish, meant.items.empty() ? items : meant.items, memory);
     noteFound(meant.items.empty() ? items : meant.items, memory);
-    const bool isChange = wish.purpose != Purpose::tell && wish.purpose != Purpose::tellLeft;
-    if (!isChange || items.empty())
-        return ToolResults::say(
-            wish.purpose == Purpose::tellLeft && meant.items.empty() ? AlarmReply::left(items, around) : told,
-            std::move(memory));
+    if (wish.purpose == Purpose::before)
+        return setBefore(wish, meant.isNarrowed ? meant.items : std::vector<AlarmItem>(), std::move(memory), around);
+    if (wish.purpose == Purpose::tellLeft || wish.purpose == Purpose::tellEnd)
+        return ToolResults::say(AlarmReply::left(items, meant, wish, around), std::move(memory));
+    if (wish.purpose == Purpose::runAnew && meant.items.empty())
+        return {AlarmCalls{around}.setTimer(wish.length, wish.which), std::move(memory)};
+    if (wish.purpose == Purpose::turnOn && meant.items.empty())
+        return {AlarmCalls{around}.setAlarm(AlarmLine::asTime(wish.which), ""), std::move(memory)};
+    if (wish.purpose == Purpose::tell || wish.purpose == Purpose::turnOn || items.empty())
+        return ToolResults::say(told, std::move(memory));
     if (meant.items.empty()) // Nothing fits: what there is is told, and nothing changed.
         return meant.isUnderstood || items.size() == 1
             ? ToolResults::say(told + " I have changed nothing.", std::move(memory))
@@ -137,12 +216,28 @@ RuleStep takeList(const ToolResult& result, RequestMemory memory, const RuleSurr
     return changeFound(wish, meant.items.front(), std::move(memory), around);
 }
 
+/// Nobody is woken at 9 in the evening.
+std::optional<DateParts> toWakeAt(const ToolResult& result, RequestMemory& memory)
+{
+    constexpr int firstHour = 6;
+    constexpr int noon = 12;
+    const auto choices = ReminderReply::choices(result.json());
+    const auto morning = std::ranges::find_if(
+        choices, [](const TimeChoice& choice) { return choice.date.hour >= firstHour && choice.date.hour < noon; });
+    if (!memory.alarms.isWaking || choices.size() != 2 || morning == choices.end())
+        return std::nullopt;
+    memory.alarms.other = choices[morning == choices.begin() ? 1 : 0].date; // "No, evening" still means that one.
+    return morning->date;
+}
+
 /// Nothing is done yet: the user is asked.
 RuleStep askBack(
     const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
 {
     const std::string title = result.string("task").value_or("");
     const std::string name = title == "Alarm" ? "" : title;
+    if (const auto morning = result.status() == ToolStatus::whichTime ? toWakeAt(result, memory) : std::nullopt)
+        return {AlarmCalls{around}.setAlarmAt(name, *morning, result.string("repeat").value_or("")), std::move(memory)};
     if (result.status() == ToolStatus::whichTime) {
         auto choices = ReminderReply::choices(result.json());
         std::string question = ReminderQuestions::wordedChoices(choices);
@@ -197,7 +292,7 @@ RuleStep AlarmResults::take(
     if (asksBack(result.status()))
         return askBack(call, result, std::move(memory), around);
     const std::string reply = result.status() == ToolStatus::done ? AlarmReply::ended(call, result, around)
-                                                                  : AlarmReply::changed(call, result, around);
+                                                                  : AlarmReply::changed(call, result, memory, around);
     noteTalk(result, memory);
     return ToolResults::say(reply, std::move(memory));
 }

@@ -4,6 +4,7 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/alarms/AlarmCalls.h"
+#include "Understanding/skills/alarms/AlarmFollowUp.h"
 #include "Understanding/skills/alarms/AlarmQuestions.h"
 #include "Understanding/skills/alarms/AlarmReply.h"
 #include "Understanding/skills/alarms/AlarmResults.h"
@@ -28,14 +29,17 @@ constexpr std::chrono::minutes usualSnooze{10};
 /// The list is asked for, and what is to be done with it kept in mind.
 RuleStep withList(const AlarmWish& wish, Purpose purpose, RequestMemory memory, const RuleSurroundings& around)
 {
-    memory.alarms = {.purpose = purpose, .which = wish.which, .when = wish.when, .isTimer = wish.isOfTimers};
-    const auto call = AlarmCalls{around}.list(AlarmCalls::kindOf(wish.isOfTimers));
+    memory.alarms = {
+        .purpose = purpose, .which = wish.which, .when = wish.when, .length = wish.length, .isTimer = wish.isOfTimers};
+    const bool isOfBoth = purpose == Purpose::before;
+    const auto call = AlarmCalls{around}.list(isOfBoth ? "all" : AlarmCalls::kindOf(wish.isOfTimers));
     return {call, std::move(memory)};
 }
 
 RuleStep setOne(const AlarmWish& wish, RequestMemory memory, const RuleSurroundings& around)
 {
     const AlarmCalls calls{around};
+    memory.alarms = {.isTimer = wish.isOfTimers, .isWaking = wish.isWaking};
     if (!wish.isOfTimers)
         return {calls.setAlarm(wish.text, wish.name), std::move(memory)};
     if (wish.length.count() > 0)
@@ -67,6 +71,8 @@ RuleStep carryOut(const AlarmWish& wish, RequestMemory memory, const RuleSurroun
         return withList(wish, Purpose::tell, std::move(memory), around);
     case Kind::left:
         return withList(wish, Purpose::tellLeft, std::move(memory), around);
+    case Kind::ends:
+        return withList(wish, Purpose::tellEnd, std::move(memory), around);
     case Kind::cancelAll:
         return withList(wish, Purpose::cancelAll, std::move(memory), around);
     case Kind::cancel:
@@ -88,6 +94,24 @@ RuleStep carryOut(const AlarmWish& wish, RequestMemory memory, const RuleSurroun
         return {calls.add(wish.length, wish.which, wish.isOfAny), std::move(memory)};
     case Kind::move:
         return withList(wish, Purpose::move, std::move(memory), around);
+    case Kind::runAnew:
+        return withList(wish, Purpose::runAnew, std::move(memory), around);
+    case Kind::rename:
+        return withList(wish, Purpose::rename, std::move(memory), around);
+    case Kind::repeat:
+        return withList(wish, Purpose::repeat, std::move(memory), around);
+    case Kind::before:
+        return withList(wish, Purpose::before, std::move(memory), around);
+    case Kind::turnOn:
+        return withList(wish, Purpose::turnOn, std::move(memory), around);
+    case Kind::several:
+        return RuleStep::asking({.kind = &AlarmQuestions::when,
+                                    .question = "I set one alarm at a time. For what time should the first one be?"},
+            std::move(memory));
+    case Kind::sound:
+        return {"Alarms and timers have one tone of their own, which grows louder over a minute. I can't change it. To "
+                "hear it, say \"set a timer for one second\".",
+            std::move(memory)};
     case Kind::otherHalf:
         break;
     }
@@ -97,10 +121,11 @@ RuleStep carryOut(const AlarmWish& wish, RequestMemory memory, const RuleSurroun
 Request requestOf(AlarmWish wish)
 {
     Request request;
-    const bool changesOne = wish.kind == Kind::cancel || wish.kind == Kind::cancelAll || wish.kind == Kind::move;
+    const bool isCancel = wish.kind == Kind::cancel || wish.kind == Kind::cancelAll;
+    const bool changesOne = isCancel || wish.kind == Kind::move || wish.kind == Kind::runAnew
+        || wish.kind == Kind::rename || wish.kind == Kind::repeat || wish.kind == Kind::turnOn;
     // What changes one that is there is looked up first: that it leads to a change has to be seen from outside.
-    const Wish change{
-        .kind = wish.kind == Kind::move ? Wish::Kind::move : Wish::Kind::cancel, .title = "alarm", .when = wish.when};
+    const Wish change{.kind = isCancel ? Wish::Kind::cancel : Wish::Kind::move, .title = "alarm", .when = wish.when};
     if (changesOne)
         request.wish = change;
     request.answer = [wish = std::move(wish), changesOne, change](
@@ -144,10 +169,29 @@ Skill::Step undo(RequestMemory memory, const RuleSurroundings& around)
 /// "And another one at 7:30."
 Skill::Step addAnother(const std::string& words, RequestMemory memory, const RuleSurroundings& around)
 {
-    auto wish = AlarmWish::read(words);
-    if (!wish)
-        wish = AlarmWish::read((memory.alarms.isTimer ? "timer " : "alarm ") + words);
+    const auto wish = AlarmFollowUp::another(words, memory);
     return wish && wish->kind == Kind::set ? Skill::Step(setOne(*wish, std::move(memory), around)) : std::nullopt;
+}
+
+/// "Delete the 6 am one", "call it gym".
+Skill::Step goOn(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    if (auto step = AlarmFollowUp::ofIt(words, memory, around))
+        return step;
+    auto wish = AlarmFollowUp::read(words, memory, around);
+    if (!wish)
+        return std::nullopt;
+    const Request request = requestOf(*std::move(wish));
+    return request.answer(memory, around);
+}
+
+/// What was told to be over may well ring.
+Skill::Step stop(RequestMemory memory, const RuleSurroundings& around)
+{
+    if (!memory.alarms.rings)
+        return std::nullopt;
+    const auto call = AlarmCalls{around}.stop();
+    return RuleStep{call, std::move(memory)};
 }
 
 /// "No, 8", "friday".
@@ -157,8 +201,7 @@ Skill::Step retime(const Wish& wish, RequestMemory memory, const RuleSurrounding
         return std::nullopt;
     if (const auto half = AlarmWish::read(wish.when); half && half->kind == Kind::otherHalf && memory.alarms.other)
         return otherHalf(*half, std::move(memory), around);
-    const auto call = AlarmCalls{around}.moveThis(memory.alarms.id, wish.when);
-    return RuleStep{call, std::move(memory)};
+    return AlarmFollowUp::moveIt(wish.when, std::move(memory), around);
 }
 
 RuleStep changeListed(const Wish& wish, const FoundThing& thing, RequestMemory memory, const RuleSurroundings& around)
@@ -186,6 +229,8 @@ constinit const Skill AlarmSkill::row{
     .questionBefore = questionBefore,
     .takeResult = AlarmResults::take,
     .whatWasDone = AlarmReply::whatWasDone,
+    .goOn = goOn,
+    .stop = stop,
     .undo = undo,
     .addAnother = addAnother,
     .retime = retime,

@@ -6,6 +6,8 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/alarms/AlarmLine.h"
+#include "Understanding/skills/alarms/AlarmTraits.h"
+#include "Understanding/skills/alarms/NounlessAlarm.h"
 #include "Understanding/skills/alarms/TimerLength.h"
 #include "Understanding/words/RequestText.h"
 
@@ -38,6 +40,11 @@ Found setTimer(const AlarmLine& cut, const std::string& front)
     if (wish.name.empty())
         wish.name = AlarmLine::withoutEdges(AlarmLine::withoutArticles(
             AlarmLine::withoutEdges(reminding.replaceAll(length ? length->rest : words, ""))));
+    static const Pattern there("^(?:the|my|our|that) (?!second|third|other|next|new)\\S", Pattern::caseless);
+    if (length && !wish.name.empty() && there.find(front)) { // "The oven timer" may be running already.
+        wish.kind = Kind::runAnew;
+        wish.which = wish.name;
+    }
     return wish;
 }
 
@@ -47,7 +54,11 @@ Found setAlarm(const AlarmLine& cut, const std::string& front)
         "\\b(?:so as )?(?:to|and) remind me(?: (?:to|of|about|that|for))?\\b", Pattern::caseless);
     std::string back = cut.back;
     AlarmWish wish{.kind = Kind::set, .name = AlarmLine::takeName(back)};
-    const std::string lead = AlarmLine::withoutArticles(front);
+    if (const auto before = AlarmTraits::readBefore(AlarmLine::withoutLead(back)))
+        return before;
+    if (AlarmTraits::namesSeveral(back))
+        return AlarmWish{.kind = Kind::several};
+    const std::string lead = AlarmTraits::ruleInWords(AlarmLine::withoutArticles(front));
     const std::string time = AlarmLine::withoutLead(reminding.replaceAll(back, " to "));
     wish.text = AlarmLine::asTime(trimmed(lead + (lead.empty() || time.empty() ? "" : " ") + time));
     return wish;
@@ -109,80 +120,6 @@ Found lengthening(const std::string& core)
     return wish;
 }
 
-/// Lines without the noun.
-Found withoutNoun(const std::string& core)
-{
-    static const Pattern snooze("^(?:(?:hit |press )?snooze(?: the alarm| my alarm)?|(?:let me )?sleep (?:in "
-                                ")?(?:(?:a|some) (?:bit|little|while|more) ?)?(?:longer)?)"
-                                "(?: (?:for|by)?\\s*(.+))?$",
-        Pattern::caseless);
-    if (const auto match = snooze.find(core)) {
-        const auto length = TimerLength::read(match->texts[0]);
-        static const Pattern idle(
-            "^(?:a (?:bit|little|while|moment)|please|again|longer|more|now|)$", Pattern::caseless);
-        if (length && length->rest.empty())
-            return AlarmWish{.kind = Kind::snooze, .isOfAny = true, .length = length->length};
-        if (const auto minutes = TimerLength::read(match->texts[0] + " minutes"); minutes && minutes->rest.empty())
-            return AlarmWish{.kind = Kind::snooze, .isOfAny = true, .length = minutes->length};
-        return idle.find(match->texts[0]) ? Found(AlarmWish{.kind = Kind::snooze, .isOfAny = true}) : std::nullopt;
-    }
-    static const Pattern stop(
-        "^(?:stop|quit) (?:ringing|beeping|buzzing|that noise|the (?:noise|ringing|beeping|sound))$"
-        "|^(?:i am|i['’]m) (?:awake|up)(?: now| already)?$|^shut (?:it )?off$|^make it stop$"
-        "|^(?:turn|switch|shut) (?:it|that)(?: thing)? off$|^silence(?: it| that)?$",
-        Pattern::caseless);
-    if (stop.find(core))
-        return AlarmWish{.kind = Kind::stop, .isOfAny = true};
-    static const Pattern held(
-        "^(?:(pause|hold|freeze)|resume|unpause|continue)(?: (?:it|that|the count))$|^(?:resume|unpause)$",
-        Pattern::caseless);
-    if (const auto match = held.find(core))
-        return AlarmWish{.kind = match->texts[0].empty() ? Kind::resume : Kind::pause, .isOfTimers = true};
-    static const Pattern left(
-        "^(?:how (?:much (?:time|longer)|long|many minutes)(?: do i| have i| is| are)?(?: there)?"
-        "(?: still)?(?: have| got)?(?: left| remaining| to go)?|(?:how much )?time (?:left|remaining)"
-        "|what(?:['’]s| is) left)(?: on it)?$",
-        Pattern::caseless);
-    static const Pattern says("\\b(?:left|remaining|longer|to go)\\b", Pattern::caseless);
-    if (left.find(core) && says.find(core))
-        return AlarmWish{.kind = Kind::left, .isOfTimers = true};
-    static const Pattern half("^(?:no|nope)?[,]?\\s*(?:i (?:mean|meant|said)|make (?:it|that)|it is|it['’]s)?\\s*"
-                              "(?:in the |at )?(?:evening|afternoon|night|morning|[ap]\\.?m\\.?)(?: instead| please)?$",
-        Pattern::caseless);
-    if (half.find(core))
-        return AlarmWish{.kind = Kind::otherHalf, .which = core};
-    static const Pattern when(
-        "^(?:what time|when) (?:will|do|are) you (?:going to )?(?:wake|get) (?:me|us)\\b", Pattern::caseless);
-    if (when.find(core))
-        return AlarmWish{.kind = Kind::list};
-    static const Pattern wake(
-        "^(?:(?:ensure|make sure|see to it)(?: that)? )?(?:(?:please )?(?:wake|get) (?:me|us)(?: up)?"
-        "(?! (?:a|an|the|some|my|to|out)\\b)|(?:i (?:have|need|must|want|ought)(?: to)? )?(?:get|wake|be) up"
-        "|(?:i (?:have|need|must|want) to )?be (?:awake|woken(?: up)?)|call me(?: up)?(?= (?:at|in|on|by)\\b)"
-        "|(?:let me know|tell me|ring|beep)(?: me)? when it(?: is|['’]s)|(?:ensure|make sure)(?: that)? i(?: am|['’]m) "
-        "(?:up|awake))(?:\\s+|$)",
-        Pattern::caseless);
-    static const Pattern never(
-        "^(?:do not|don['’]?t|no need to|never)\\s+(?:please )?wake (?:me|us)(?: up)?\\s*(.*)$", Pattern::caseless);
-    if (const auto match = never.find(core))
-        return AlarmWish{.kind = Kind::cancelAll, .which = AlarmLine::withoutLead(match->texts[0])};
-    std::string words = core;
-    if (!AlarmLine::take(wake, words))
-        return std::nullopt;
-    static const Pattern time(
-        "^(?:$|at|in|on|by|around|about|every|each|tomorrow|today|tonight|when|early|for|to|as|next|this"
-        "|(?:mon|tues|wednes|thurs|fri|satur|sun)day|half|quarter|\\d|noon|one|two|three|four|five|"
-        "six|seven|eight|nine|ten|eleven|twelve|weekdays)\\b|^\\d|^$",
-        Pattern::caseless);
-    static const Pattern self("^(?:wake|get|be) up$", Pattern::caseless); // Said to somebody else.
-    if (self.find(core))
-        return std::nullopt;
-    std::string name = AlarmLine::takeName(words);
-    return time.find(words)
-        ? Found(AlarmWish{.kind = Kind::set, .text = AlarmLine::asTime(words), .name = std::move(name)})
-        : std::nullopt;
-}
-
 Found asked(const AlarmLine& cut, const std::string& core)
 {
     static const Pattern left(
@@ -196,7 +133,8 @@ Found asked(const AlarmLine& cut, const std::string& core)
             "does|do|will|go|off|end|ring|status|what|still|running|going|has|have|i|until|to|"
             "be|over|done|finish|finished|did|far|in|it|currently|a|an|check|tell|me|show|s|progress|longer)\\b|['’]",
             Pattern::caseless);
-        return AlarmWish{.kind = Kind::left,
+        static const Pattern when("^(?:when|(?:at )?what time)\\b", Pattern::caseless);
+        return AlarmWish{.kind = when.find(core) ? Kind::ends : Kind::left,
             .isOfTimers = true,
             .which = trimmed(words.replaceAll(cut.front + " " + cut.back, " "))};
     }
@@ -211,7 +149,7 @@ Found asked(const AlarmLine& cut, const std::string& core)
     static const Pattern tail(
         "\\b(?:do|i|we|you|have|had|has|got|set|active|currently|go|goes|going|off|ring|listed|running|"
         "on my phone|on the phone|already|right now|now|are|is|there|at the moment|scheduled|still|up|"
-        "hours?|between|upcoming|coming|ring|rings|in total|to|that|which)(?![\\w-])",
+        "hours?|upcoming|coming|ring|rings|in total|to|that|which)(?![\\w-])",
         Pattern::caseless);
     static const Pattern count("(?:^|\\s+)(?:two|three|four|five|\\d)$", Pattern::caseless);
     static const Pattern told(
@@ -286,6 +224,11 @@ Found withVerb(const Verb& verb, const AlarmLine& cut)
     case Kind::set:
         if (static const Pattern relative("\\b(?:earlier|later|sooner)$", Pattern::caseless); relative.find(cut.back))
             return moveOf(cut, front);
+        if (static const Pattern on("^(?:turn|switch) on\\b|^(?:activate|enable)\\b", Pattern::caseless);
+            !cut.isOfTimers && !wish.which.empty() && on.find(cut.front)) { // It may be there already.
+            wish.kind = Kind::turnOn;
+            return wish;
+        }
         return cut.isOfTimers ? setTimer(cut, isLed ? front : cut.front) : setAlarm(cut, isLed ? front : cut.front);
     case Kind::move:
         return moveOf(cut, front);
@@ -302,12 +245,7 @@ Found withVerb(const Verb& verb, const AlarmLine& cut)
     case Kind::pause:
     case Kind::resume:
         return cut.isOfTimers ? Found(wish) : std::nullopt;
-    case Kind::list:
-    case Kind::left:
-    case Kind::cancelAll:
-    case Kind::stop:
-    case Kind::add:
-    case Kind::otherHalf:
+    default: // No verb says these.
         break;
     }
     return std::nullopt;
@@ -320,6 +258,9 @@ Found bare(const AlarmLine& cut, const std::string& core)
     if (off.find(cut.back))
         return AlarmWish{
             .kind = Kind::cancel, .isOfTimers = cut.isOfTimers, .which = AlarmLine::withoutArticles(cut.front)};
+    static const Pattern list("^list$", Pattern::caseless);
+    if (list.find(cut.back))
+        return asked({.front = cut.front, .isOfTimers = cut.isOfTimers, .isPlural = true}, core);
     static const Pattern mine("^(?:my|the|all|all my|all the|our)?$", Pattern::caseless);
     static const Pattern begins(
         "^(?:$|for|at|on|in|by|every|each|daily|tomorrow|today|tonight|this|next|called|named|set|time|noon|"
@@ -362,8 +303,11 @@ Found AlarmWish::read(std::string_view words)
                                  "(?:u|ya)\\b|(?!no,|yes,|today,|tomorrow,|tonight,)[a-z]+,(?=\\s))",
         Pattern::caseless);
     static const Pattern named("^name:\\s*", Pattern::caseless);
-    std::string core = trimmed(words, words.ends_with("m.") ? "!" : ".!");
+    static const Pattern closing("(?:[,]?\\s+(?:too|as well|also|then|though|pls|plz|please))+$", Pattern::caseless);
+    std::string core = closing.replaceAll(trimmed(AlarmLine::withPlainHalves(std::string(words)), ".!"), "");
     while (AlarmLine::take(opening, core) || AlarmLine::take(named, core)) { }
+    if (auto wish = AlarmTraits::readSound(core))
+        return wish;
     if (AlarmLine::isOfOthers(core))
         return std::nullopt;
     static const Pattern watched(
@@ -377,13 +321,16 @@ Found AlarmWish::read(std::string_view words)
         return wish;
     const auto cut = AlarmLine::cut(core);
     if (!cut)
-        return withoutNoun(trimmed(core, "?"));
+        return NounlessAlarm::read(trimmed(core, "?"));
     static const Pattern spared(
         "^(?:do not|don['’]?t|never) (?:you )?(?:ever )?(?:cancel|delete|remove|change|move|turn off|switch off|"
         "touch|clear|disable|stop)\\b",
         Pattern::caseless);
     if (spared.find(core)) // What there is stays, and is told.
         return AlarmWish{.kind = Kind::list, .isOfTimers = cut->isOfTimers};
+    for (const auto reader : {AlarmTraits::readRename, AlarmTraits::readRepeat})
+        if (auto wish = reader(*cut))
+            return wish;
     const Verb* verb = verbOf(core);
     if (verb && verb->kind != Kind::set)
         return withVerb(*verb, *cut);

@@ -28,6 +28,11 @@ struct Clock {
     bool isOpen = false; ///< Either half.
 };
 
+struct Stretch {
+    int from;
+    int end;
+};
+
 std::optional<Clock> takeClock(std::string& words)
 {
     static const Pattern form(
@@ -122,6 +127,87 @@ bool hasName(const AlarmItem& item, const std::string& words)
     return true;
 }
 
+/// Whether it must ring again and again, and on which kind of days.
+const Pattern* takeRule(std::string& words)
+{
+    static const Pattern form("\\b(?:on |the )?(?:(weekdays?|every weekday)|(weekends?)|(daily|every ?day|all days)"
+                              "|(repeat(?:ing|ed)|recurring|regular))\\b",
+        Pattern::caseless);
+    static const Pattern weekdays("weekday");
+    static const Pattern weekends("weekend|Saturday|Sunday");
+    static const Pattern daily("every day|daily");
+    static const Pattern any(".");
+    const auto match = form.find(words);
+    if (!match)
+        return nullptr;
+    words = trimmed(words.substr(0, match->range.start) + " " + words.substr(match->range.end));
+    return !match->texts[0].empty() ? &weekdays
+        : !match->texts[1].empty()  ? &weekends
+        : !match->texts[2].empty()  ? &daily
+                                    : &any;
+}
+
+/// "Between 6 and 9 am", "before 8", "after 5 pm", in minutes of the day, the end not included.
+std::optional<Stretch> takeStretch(std::string& words)
+{
+    static const Pattern form(
+        "\\b(?:(between|from)\\s+(.+?)\\s+(?:and|to|until|till)\\s+(.+)|(before|earlier than)\\s+(.+)"
+        "|(after|later than|past)\\s+(.+))$",
+        Pattern::caseless);
+    const auto match = form.find(words);
+    if (!match)
+        return std::nullopt;
+    const auto& part = match->texts;
+    std::string last = part[2] + part[4] + part[6];
+    std::string first = part[1];
+    const auto end = takeClock(last);
+    const auto start = takeClock(first);
+    if (!end || (start.has_value() == part[0].empty()) || !RequestText::isIdle(last) || !RequestText::isIdle(first))
+        return std::nullopt;
+    words = trimmed(words.substr(0, match->range.start));
+    constexpr int lastOfDay = 24 * minutesOfHour;
+    constexpr int early = 5 * minutesOfHour; // Before it, an hour without its half is the afternoon's.
+    const auto minuteOf = [](const Clock& clock) {
+        return clock.minute + (clock.isOpen && clock.minute < early ? minutesOfHalf : 0);
+    };
+    if (!part[3].empty())
+        return Stretch{0, minuteOf(*end)};
+    if (!part[5].empty())
+        return Stretch{minuteOf(*end) + 1, lastOfDay};
+    const int until = minuteOf(*end);
+    int from = start->minute;
+    if (start->isOpen && from + minutesOfHalf < until) // "From 2 to 4 pm".
+        from += minutesOfHalf;
+    return Stretch{from, until + 1};
+}
+
+/// "The last timer" is the one that was set last, "the last alarm" the latest of the day.
+std::vector<AlarmItem> setLast(const std::vector<AlarmItem>& items, const std::string& words)
+{
+    static const Pattern last("^(?:the )?(?:last|latest|newest|most recent)(?: one)?$", Pattern::caseless);
+    static const Pattern set("^(?:the )?(?:(?:last|latest|newest|most recent)(?: one)? (?:that )?(?:i|you) (?:just )?"
+                             "(?:set|made|started|added|created)|newest|most recent)(?: one)?$",
+        Pattern::caseless);
+    const bool areTimers = std::ranges::all_of(items, &AlarmItem::isTimer);
+    const auto newest = std::ranges::find_if(items, &AlarmItem::wasSetLast);
+    const bool isMeant = set.find(words) || (areTimers && last.find(words));
+    return isMeant && newest != items.end() ? std::vector{*newest} : std::vector<AlarmItem>();
+}
+
+enum class End { earliest, latest };
+
+/// "The earliest one tomorrow"; alone it is a place in the list.
+std::optional<End> takeEnd(std::string& words)
+{
+    static const Pattern form(
+        "^(?:the )?(?:(earliest|soonest|first)|latest|last)(?: (?:one|of|on|for|in))* (?=\\S)", Pattern::caseless);
+    const auto match = form.find(words);
+    if (!match)
+        return std::nullopt;
+    words = words.substr(match->range.end);
+    return match->texts[0].empty() ? End::latest : End::earliest;
+}
+
 } // namespace
 
 AlarmsMeant AlarmsMeant::among(const std::vector<AlarmItem>& items, std::string_view which, const LocalTime& around)
@@ -132,12 +218,19 @@ AlarmsMeant AlarmsMeant::among(const std::vector<AlarmItem>& items, std::string_
         return meant;
     meant.isNarrowed = true;
     static const Pattern next("^(?:the )?(?:next|coming|first|earliest)(?: one)?$", Pattern::caseless);
+    if (auto newest = setLast(items, words); !newest.empty()) {
+        meant.items = std::move(newest);
+        return meant;
+    }
     const auto place = next.find(words) ? std::optional(ListPlace{0}) : ListPlace::read(words);
     if (place) {
         const auto index = place->among(items.size());
         meant.items = items.empty() || !index ? std::vector<AlarmItem>() : std::vector{items[*index]};
         return meant;
     }
+    const auto end = takeEnd(words);
+    const Pattern* rule = takeRule(words);
+    const auto stretch = takeStretch(words);
     std::string others;
     const auto days = SpokenDays::find(words, around, others);
     if (days)
@@ -147,9 +240,13 @@ AlarmsMeant AlarmsMeant::among(const std::vector<AlarmItem>& items, std::string_
     const bool isNamed = !RequestText::isIdle(words);
     std::erase_if(meant.items, [&](const AlarmItem& item) {
         const int hour = item.thing.start ? item.thing.start->hour : -1;
-        return (days && !ringsOn(item, *days, around)) || (clock && !isAt(item, *clock))
+        const int minute = item.thing.start ? hour * minutesOfHour + item.thing.start->minute : -1;
+        return (rule && !rule->find(item.often)) || (stretch && (minute < stretch->from || minute >= stretch->end))
+            || (days && !ringsOn(item, *days, around)) || (clock && !isAt(item, *clock))
             || (part && (hour < part->from || hour >= part->to)) || (isNamed && !hasName(item, words));
     });
+    if (end && meant.items.size() > 1)
+        meant.items = {*end == End::earliest ? meant.items.front() : meant.items.back()};
     meant.isUnderstood = !isNamed || !meant.items.empty();
     return meant;
 }

@@ -104,6 +104,21 @@ Part partAt(const SpokenWords& words, std::size_t place)
     return part;
 }
 
+/// The "20" of "1 hour 20", as the next smaller unit.
+Part bareAt(const SpokenWords& words, std::size_t place)
+{
+    constexpr int parts = 60;
+    const int unit = secondsOfUnit(words.at(place - 1));
+    const std::size_t first = words.at(place) == "and" ? place + 1 : place;
+    const Amount amount = amountAt(words, first);
+    const std::string_view behind = words.at(first + amount.words);
+    const bool isLast =
+        behind.empty() || behind == "for" || behind == "called" || behind == "named" || behind == "please";
+    if (unit < parts || amount.words == 0 || amount.number < 2 || amount.number >= parts || !isLast)
+        return {};
+    return {amount.number * unit / parts, first + amount.words - place};
+}
+
 std::string joined(const SpokenWords& words, std::size_t first, std::size_t end)
 {
     std::string text;
@@ -125,6 +140,9 @@ std::optional<TimerLength> TimerLength::read(std::string_view said)
         for (Part part = partAt(words, start); part.words > 0;) {
             seconds += part.seconds;
             end += part.words;
+            const Part bare = bareAt(words, end);
+            seconds += bare.seconds;
+            end += bare.words;
             const std::size_t next = words.at(end) == "and" ? end + 1 : end;
             part = partAt(words, next);
             end = part.words > 0 ? next : end;
