@@ -182,6 +182,22 @@ NotebookCallback answeringKept(ToolReply reply, const ToolResult& kept)
     };
 }
 
+/// Into the trash, for `undo` to bring it back. What other tools look after stays.
+void deleteNote(FullNotebook& notebook, const NotebookToolContext& context, const std::string& id, ToolReply reply)
+{
+    const auto note = notebook.note(id);
+    if (!note || !note->isVisibleToQuorvell())
+        return reply.fail("Nothing was deleted: there is no such note.");
+    if (note->remindAt || note->trigger)
+        return reply.fail("Nothing was deleted: that is a reminder. Cancel it with set_reminder.");
+    if (note->kind == NoteKind::aboutMe)
+        return reply.fail("Nothing was deleted: that is known about the user. remember_about_them forgets it.");
+    ToolResult deleted(ToolStatus::deleted);
+    deleted.add("id", note->id).add("title", note->title);
+    NoteUndo{notebook, context.undo}.ofRemoval(*note, "deleting “" + note->title + "”", deleted);
+    notebook.delete_(id, answeringKept(std::move(reply), deleted));
+}
+
 /// The explanation that answers the same question, told apart by its words only.
 const Note* knownExplanation(const FullNotebook& notebook, const Note& wanted)
 {
@@ -200,6 +216,10 @@ void keepNote(FullNotebook& notebook, const NotebookToolContext& context, const 
 {
     if (tookBack(context, call, reply))
         return;
+    if (const auto id = call.string("note"))
+        return readBool(call.args, "delete").value_or(false)
+            ? deleteNote(notebook, context, *id, std::move(reply))
+            : reply.fail("Nothing was changed: note needs delete. read_note reads it.");
     if (const auto list = ListRequest::of(call))
         return keepList(notebook, context, *list, std::move(reply));
     NoteRequest request = noteOf(call, context);

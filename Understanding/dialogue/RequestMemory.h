@@ -9,6 +9,7 @@
 #include "Understanding/dialogue/FoundThing.h"
 #include "Understanding/dialogue/ListTalk.h"
 #include "Understanding/dialogue/OpenReadings.h"
+#include "Understanding/dialogue/PassingTalk.h"
 #include "Understanding/dialogue/PendingQuestion.h"
 #include "Understanding/dialogue/TakingBack.h"
 #include "Understanding/dialogue/ThingBatch.h"
@@ -25,7 +26,7 @@ namespace quorvell {
 
 struct RequestMemory {
     /// What is to be done with the notes that a search under way finds.
-    enum class SearchPurpose { tell, read, readNewest, listNotes };
+    enum class SearchPurpose { tell, read, readNewest, listNotes, remove };
     /// What was last asked of the calendar, where a further day may be asked about.
     enum class CalendarQuestion { none, events, freeTime };
 
@@ -36,6 +37,7 @@ struct RequestMemory {
 
     PendingQuestion pending{};
     std::string_view topic{}; ///< The skill of what was last set, kept, changed or asked for: "it". A literal.
+    PassingTalk passing{};
     std::string request{}; ///< The user's own words for the reminder under way, over all its turns.
     std::vector<FoundThing> found{}; ///< What was last told as a list: "the second one" is one of them.
     SearchPurpose purpose = SearchPurpose::tell;

@@ -97,8 +97,13 @@ Step goneOn(const std::string& words, const RequestMemory& memory, const RuleSur
     const bool isAsking = memory.pending.isOpen();
     if (isAsking && !memory.pending.isTakenUpAgain)
         return std::nullopt;
+    const bool isBehindPassing = memory.passing.turn + 1 == memory.turn;
+    const Skill* passing = isAsking || !isBehindPassing ? nullptr : SkillTable::named(memory.passing.skill);
     const Skill* topic = isAsking ? nullptr : SkillTable::named(memory.topic);
-    Step step = topic && topic->goOn ? topic->goOn(words, memory, around) : std::nullopt;
+    Step step;
+    for (const Skill* skill : {passing, topic})
+        if (!step && skill && skill->goOn)
+            step = skill->goOn(words, memory, around);
     for (const Skill* skill : SkillTable::all())
         if (!step && skill != topic && skill->comeBack)
             step = skill->comeBack(words, memory, around);

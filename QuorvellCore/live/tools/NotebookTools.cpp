@@ -48,7 +48,8 @@ Json notes()
                 optional("clear_ticked", flag("True: takes off all that is ticked.")),
                 optional("clear", flag("True: takes everything off.")),
                 optional("rename", text("The list's new name.")),
-                optional("delete", flag("True: puts the whole list into the trash.")),
+                optional("delete", flag("True: puts the whole list, or that `note`, into the trash.")),
+                optional("note", text("Id of a note that is no list; only with `delete`, when they ask for it.")),
                 optional("undo", text("Token of an earlier result, and nothing else: takes that change back."))}),
         declaration("find_in_notebook",
             "Searches everything in the notebook: notes, clips, explanations, how-tos, facts about the user, "

@@ -210,6 +210,16 @@ std::string withFollowing(const std::vector<Sentence>& sentences, std::size_t in
     return text;
 }
 
+/// Whether it says it of somebody else than the one who is asked about.
+bool isOfAnother(const QuestionWords& question, std::string_view text, std::string_view title,
+    const std::vector<std::string>& own, const std::vector<std::string>& around)
+{
+    const bool lacksOwner = std::ranges::any_of(question.terms, [&](const QuestionWords::Term& term) {
+        return term.isOwner && !holds(own, term) && !holds(around, term);
+    });
+    return lacksOwner || question.isOfSomebodyElse(text) || question.isOfSomebodyElse(title);
+}
+
 struct Candidate {
     std::optional<AnswerSentence> best;
     double near = 0;
@@ -231,6 +241,8 @@ Candidate lookThrough(const QuestionWords& question, const Note& note, std::size
         auto around = title;
         const auto heading = QuestionWords::stems(sentences[index].heading);
         around.insert(around.end(), heading.begin(), heading.end());
+        if (isOfAnother(question, text, note.title, own, around))
+            continue;
         const Coverage coverage = coverageOf(question, own, around, text);
         candidate.near = std::max(candidate.near, coverage.all);
         constexpr double ownWeight = 0.5;

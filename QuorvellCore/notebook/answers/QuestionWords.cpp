@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace quorvell {
 
@@ -156,7 +157,9 @@ QuestionWords QuestionWords::of(std::string_view question)
     constexpr std::size_t longest = 500; // characters
     const auto words = wordsOf(firstCharacters(repairUtf8(question), longest));
     QuestionWords read{.asks = askedBy(words)};
+    std::string_view before;
     for (const std::string& word : words) {
+        const std::string_view last = std::exchange(before, word);
         const std::string plain = stem(word);
         const bool isKnown = std::ranges::any_of(
             read.terms, [&](const Term& term) { return std::ranges::find(term.stems, plain) != term.stems.end(); });
@@ -164,7 +167,9 @@ QuestionWords QuestionWords::of(std::string_view question)
         const bool isStop = std::ranges::find(stopWords, bare) != stopWords.end();
         if (isKnown || isStop || plain.empty() || read.terms.size() >= most)
             continue;
-        Term term{.leastDigits = digitsFor(bare, plain)};
+        Term term{.leastDigits = digitsFor(bare, plain),
+            .isOwner = bare != word,
+            .isTheirs = last == "my" || last == "our"};
         for (const std::string& form : formsOf(bare, plain)) {
             std::string joined;
             for (const std::string& part : stems(form))
@@ -178,6 +183,25 @@ QuestionWords QuestionWords::of(std::string_view question)
         read.terms.push_back(std::move(term));
     }
     return read;
+}
+
+bool QuestionWords::isOfSomebodyElse(std::string_view text) const
+{
+    const auto words = wordsOf(text);
+    const auto holds = [](const Term& term, const std::string& word) {
+        return std::ranges::find(term.stems, stem(word)) != term.stems.end();
+    };
+    for (std::size_t index = 0; index + 1 < words.size(); ++index) {
+        const std::string& owner = words[index];
+        const bool isKnown = std::ranges::any_of(terms, [&](const Term& term) { return holds(term, owner); });
+        const bool isOwner = owner.ends_with("'s") && !isKnown
+            && std::ranges::find(stopWords, std::string_view(owner).substr(0, owner.size() - 2)) == stopWords.end();
+        const std::string& owned = words[index + 1];
+        if (isOwner
+            && std::ranges::any_of(terms, [&](const Term& term) { return term.isTheirs && holds(term, owned); }))
+            return true;
+    }
+    return false;
 }
 
 } // namespace quorvell

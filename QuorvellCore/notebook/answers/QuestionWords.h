@@ -17,6 +17,8 @@ struct QuestionWords {
     struct Term {
         std::vector<std::string> stems{}; ///< Any of these does: "wifi", "wi fi", "wireless".
         int leastDigits = 0; ///< Above 0: so many digits do as well, for "number", "size", "cost".
+        bool isOwner = false; ///< "Mila's": what is somebody else's is no answer.
+        bool isTheirs = false; ///< Behind "my": what is said to be somebody else's is none either.
 
         bool operator==(const Term&) const = default;
     };
@@ -27,6 +29,8 @@ struct QuestionWords {
         phrases{}; ///< For a search: any of these has to occur. Empty where nothing can be looked for.
 
     static QuestionWords of(std::string_view question);
+    /// Whether what they ask of their own is said there of somebody else: "Ben's shoe size" for "my shoe size".
+    bool isOfSomebodyElse(std::string_view text) const;
     /// A word without what shows number, time or owner: "plumber's", "resetting", "keys".
     static std::string stem(std::string_view word);
     /// The stems of a text, in its order.

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/clock/ClockSkill.h"
 
+#include "QuorvellCore/reckoning/places/PlaceZones.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/QuestionKind.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/clock/ClockPhrase.h"
 #include "Understanding/skills/clock/DayQuestions.h"
 #include "Understanding/skills/clock/PlaceTimes.h"
+#include "Understanding/skills/clock/SpokenLast.h"
 
 #include <optional>
 #include <utility>
@@ -19,11 +21,16 @@ using Found = std::optional<Request>;
 
 constexpr std::size_t longestQuestion = 120; ///< Bytes; nobody needs more for one.
 
-Request saying(std::string text)
+constexpr std::string_view name = "clock";
+
+/// `form` is what stands before another place or day, where that may be asked about next.
+Request saying(std::string text, std::string form)
 {
-    return {.answer = [text = std::move(text)](RequestMemory memory, const RuleSurroundings&) {
-        return ToolResults::say(text, std::move(memory));
-    }};
+    return {
+        .answer = [text = std::move(text), form = std::move(form)](RequestMemory memory, const RuleSurroundings&) {
+            memory.passing = {name, memory.turn, form};
+            return ToolResults::say(text, std::move(memory));
+        }};
 }
 
 std::optional<RuleStep> takePlace(
@@ -42,29 +49,88 @@ Request askingPlace()
     }};
 }
 
-Found readPlain(const std::string& core, const RuleSurroundings& around)
+/// The question of a day with another day in it.
+std::string formOf(const std::string& phrase)
 {
-    if (core.size() > longestQuestion)
-        return std::nullopt;
+    static const Pattern count("^(how (?:many|much|long|far)\\b.*? (?:until|till|til|to|before)) ");
+    static const Pattern weekday("^(?:day|weekday|date)\\b");
+    if (const auto match = count.find(phrase))
+        return match->texts[0] + " ";
+    return weekday.find(phrase) ? "what day is " : "when is ";
+}
+
+Found aboutTime(const std::string& core, const RuleSurroundings& around)
+{
     const std::string phrase = ClockPhrase::of(core);
     if (PlaceTimes::lacksPlace(phrase))
         return askingPlace();
     if (auto said = PlaceTimes::converted(core, around))
-        return saying(*std::move(said));
+        return saying(*std::move(said), "");
     for (const auto reader : {PlaceTimes::difference, PlaceTimes::zone, PlaceTimes::current}) {
         if (auto said = reader(phrase, around))
-            return saying(*std::move(said));
+            return saying(*std::move(said), reader == PlaceTimes::difference ? "what is the time difference to "
+                    : reader == PlaceTimes::zone                            ? "what is the time zone of "
+                                                                            : "what time is it in ");
     }
-    if (auto said = DayQuestions::answer(phrase, core, around))
-        return saying(*std::move(said));
-    return std::nullopt;
+    auto said = DayQuestions::answer(phrase, core, around);
+    return said ? Found(saying(*std::move(said), formOf(phrase))) : std::nullopt;
+}
+
+std::optional<RuleStep> takeDay(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    const auto request = aboutTime(asked.task + core, around);
+    return request ? std::optional(request->answer(std::move(memory), around)) : std::nullopt;
+}
+
+const QuestionKind whichDay{takeDay};
+
+/// "How many days until then?"
+Request askingOfThatDay(const std::string& question)
+{
+    return {.answer = [question](RequestMemory memory, const RuleSurroundings& around) {
+        const std::string day = SpokenLast::day(memory, around);
+        const auto request = day.empty() ? std::nullopt : aboutTime(question + day, around);
+        if (request)
+            return request->answer(std::move(memory), around);
+        return RuleStep::asking(
+            {.kind = &whichDay, .question = "Which day do you mean?", .task = question}, std::move(memory));
+    }};
+}
+
+Found readPlain(const std::string& core, const RuleSurroundings& around)
+{
+    if (core.size() > longestQuestion)
+        return std::nullopt;
+    if (const auto question = SpokenLast::question(core))
+        return askingOfThatDay(*question);
+    return aboutTime(core, around);
+}
+
+/// "And in Tokyo?", "what about Easter?"
+Skill::Step goOn(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    static const Pattern more("^(?:(?:and|what about|how about|and what about|and how about|or)\\s+)"
+                              "(?:in |at |for |until |on |to )?(.+?)(?: then| please)?[?.! ]*$",
+        Pattern::caseless);
+    static const Pattern here("^(?:here|there|this|that|it|now)$", Pattern::caseless);
+    const std::string& form = memory.passing.form;
+    const auto match = words.size() <= longestQuestion ? more.find(words) : std::nullopt;
+    if (!match || form.empty() || here.find(match->texts[0]))
+        return std::nullopt;
+    const std::string& what = match->texts[0];
+    if (form.find("time") != std::string::npos && PlaceZones::find(what).empty())
+        return std::nullopt;
+    const auto request = aboutTime(form + what, around);
+    return request ? Skill::Step(request->answer(memory, around)) : std::nullopt;
 }
 
 } // namespace
 
 constinit const Skill ClockSkill::row{
-    .name = "clock",
+    .name = name,
     .readPlain = readPlain,
+    .goOn = goOn,
 };
 
 } // namespace quorvell

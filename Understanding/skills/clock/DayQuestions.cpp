@@ -7,6 +7,7 @@
 #include "Understanding/skills/clock/ClockText.h"
 #include "Understanding/skills/clock/ClockTime.h"
 #include "Understanding/skills/clock/DayWords.h"
+#include "Understanding/skills/clock/NearDays.h"
 #include "Understanding/skills/clock/YearQuestions.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/words/RequestText.h"
@@ -74,23 +75,6 @@ Said today(const std::string& phrase, const LocalTime& around)
     if (ofYear.find(phrase))
         return "It is day " + std::to_string((now - sys_days(date.year() / 1 / 1)).count() + 1) + " of the year.";
     return std::nullopt;
-}
-
-/// "Is it friday today?", "is tomorrow a monday?"
-Said isWeekday(const std::string& phrase, const LocalTime& around)
-{
-    static const Pattern form(
-        "^is (it|today|tomorrow)(?: really| already)? (?:an? "
-        ")?(sunday|monday|tuesday|wednesday|thursday|friday|saturday)(?: today| tomorrow| yet| already)*$");
-    const auto match = form.find(phrase);
-    if (!match)
-        return std::nullopt;
-    const sys_days now = ClockText::today(around);
-    const bool isTomorrow = match->texts[0] == "tomorrow" || phrase.ends_with("tomorrow");
-    const sys_days day = now + std::chrono::days(isTomorrow ? 1 : 0);
-    const bool isSo = lowerCased(ClockText::weekday(day)) == match->texts[1];
-    return std::string(isSo ? "Yes, " : "No, ") + (isTomorrow ? "tomorrow" : "today") + " is "
-        + ClockText::day(day, now) + ".";
 }
 
 Said weekdayOf(const std::string& phrase, const LocalTime& around)
@@ -294,7 +278,7 @@ std::optional<std::string> DayQuestions::answer(
 {
     if (phrase == "today" && RequestText::phrase(core).starts_with("what"))
         return today("date", around);
-    for (const auto reader : {today, isWeekday, weekdayOf, YearQuestions::answer}) {
+    for (const auto reader : {today, NearDays::isWeekday, NearDays::date, weekdayOf, YearQuestions::answer}) {
         if (auto said = reader(phrase, around))
             return said;
     }

@@ -101,6 +101,14 @@ RuleStep askWhich(const ToolResult& result, RequestMemory memory)
 
 Found readPlain(const std::string& core, const RuleSurroundings& around)
 {
+    // Before the calendar takes "the booking number" for a booking.
+    if (around.offers("find_in_notebook") && NotebookQuestion::asksForKept(core)) {
+        if (auto question = NotebookQuestion::readOwn(core))
+            return Request{.answer = [question = *std::move(question)](
+                               RequestMemory memory, const RuleSurroundings& surroundings) {
+                return NoteRules::ask(question, std::move(memory), surroundings);
+            }};
+    }
     const std::string what = around.offers("remember_about_them") ? NotebookQuestion::forgotten(core) : std::string();
     if (what.empty())
         return std::nullopt;

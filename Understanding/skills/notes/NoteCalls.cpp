@@ -36,6 +36,11 @@ ToolCalls::Answer NoteCalls::read(std::string_view id) const
     return ToolCalls::call(around, "read_note", {{"id", id}}, "read notes");
 }
 
+ToolCalls::Answer NoteCalls::remove(std::string_view id) const
+{
+    return ToolCalls::call(around, "keep_note", {{"note", id}, {"delete", true}}, "delete notes");
+}
+
 ToolCalls::Answer NoteCalls::open() const
 {
     return ToolCalls::call(around, "open_notebook", Json::object(), "open your notebook");

@@ -20,6 +20,7 @@ struct NoteCalls {
     ToolCalls::Answer ask(std::string_view question, std::string_view topic) const;
     ToolCalls::Answer facts() const; ///< All about the user.
     ToolCalls::Answer read(std::string_view id) const;
+    ToolCalls::Answer remove(std::string_view id) const;
     ToolCalls::Answer open() const;
 };
 

@@ -58,7 +58,12 @@ std::string readable(const std::string& text)
 std::string titleAndText(const std::string& title, const std::string& text)
 {
     const std::string plainTitle = TextMatch::normalized(title);
-    const bool saysTheSame = plainTitle.empty() || TextMatch::normalized(text) == plainTitle;
+    // A title that was made of the first words is not told twice.
+    constexpr std::ptrdiff_t fewWords = 3;
+    const std::string plainText = TextMatch::normalized(text);
+    const bool isBeginning =
+        plainText.starts_with(plainTitle) && std::ranges::count(plainTitle, ' ') >= fewWords;
+    const bool saysTheSame = plainTitle.empty() || plainText == plainTitle || isBeginning;
     if (text.empty())
         return "It is called " + asSentence(title);
     return (saysTheSame ? "" : "It is called " + asSentence(title) + " ") + "It says: " + readable(text);
@@ -88,6 +93,7 @@ std::string nothingFound(std::string_view query, Purpose purpose)
         return "There are no notes in your notebook.";
     case Purpose::tell:
     case Purpose::read:
+    case Purpose::remove:
         break;
     }
     return query.empty() ? "I found nothing." : "I found nothing about " + asSentence(std::string(query));

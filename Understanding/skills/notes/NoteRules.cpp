@@ -8,6 +8,7 @@
 #include "Understanding/skills/calendar/AgendaRules.h"
 #include "Understanding/skills/notes/AnswerReply.h"
 #include "Understanding/skills/notes/NoteCalls.h"
+#include "Understanding/skills/notes/NoteRemoving.h"
 #include "Understanding/skills/notes/NoteReply.h"
 #include "Understanding/words/RequestText.h"
 
@@ -88,12 +89,10 @@ RuleStep nothingSaid(
         return AgendaRules::answer(
             {.kind = AgendaIntent::Kind::next, .days = std::move(year), .title = day}, std::move(memory), around);
     }
-    const auto question = NotebookQuestion::readOwn(asked);
-    if (question && question->isTheirs)
+    if (NotebookQuestion::isOfTheirs(asked))
         return ToolResults::say("I find nothing about " + topic + " in your notebook.", std::move(memory));
     RuleStep step =
-        ToolResults::say("I don't know that: it isn't in your notebook, and looking things up needs an online model.",
-            std::move(memory));
+        ToolResults::say("I don't know that, and looking things up needs an online model.", std::move(memory));
     step.isNotUnderstood = true;
     return step;
 }
@@ -123,6 +122,8 @@ RuleStep takeFound(const ToolRequest& call, const Json& result, RequestMemory me
     const std::string query = arguments ? readString(*arguments, "query").value_or("") : "";
     std::string reply = NoteReply::found(result, query, memory.purpose);
     memory.found = ToolResults::things(result, "notes", {.skill = NoteCalls::skill, .start = "date"});
+    if (memory.purpose == Purpose::remove)
+        return NoteRemoving::takeFound(query, std::move(memory), around);
     const auto id = noteToRead(memory);
     if (id && around.offers("read_note"))
         return {NoteCalls{around}.read(*id), std::move(memory)};
@@ -179,7 +180,11 @@ RuleStep NoteRules::takeResult(
         return ToolResults::say(NoteReply::read(result.json()), std::move(memory));
     if (call.name == "open_notebook")
         return ToolResults::say("Here is your notebook.", std::move(memory));
+    if (result.status() == ToolStatus::deleted)
+        return NoteRemoving::takeDeleted(result, std::move(memory));
     memory.talkOf(NoteCalls::skill);
+    if (const auto id = result.string("id"))
+        memory.found = {{.id = *id, .title = result.string("title").value_or(""), .skill = NoteCalls::skill}};
     return ToolResults::say(NoteReply::kept(result.json()), std::move(memory));
 }
 

@@ -19,9 +19,6 @@ struct NoteRules {
     static const QuestionKind whatAbout; ///< The note that is to be read.
     static const QuestionKind whichOne; ///< Of those found.
 
-    static constexpr std::string_view cannotDelete =
-        "I cannot throw notes away. You can: type quorvell notes delete, or delete its file in your notebook's folder.";
-
     static RuleStep answer(const NoteIntent& intent, RequestMemory memory, const RuleSurroundings& around);
     /// Writes down what was said, under a title of its own making.
     static RuleStep keep(const std::string& words, RequestMemory memory, const RuleSurroundings& around);

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/notes/NoteSkill.h"
 
+#include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/notes/NoteCalls.h"
 #include "Understanding/skills/notes/NoteCues.h"
+#include "Understanding/skills/notes/NoteRemoving.h"
 #include "Understanding/skills/notes/NoteRules.h"
 #include "Understanding/skills/notes/NotebookQuestion.h"
 #include "Understanding/words/CommonCues.h"
@@ -74,6 +76,12 @@ Found searching(const RequestReading& reading, Purpose purpose)
 
 Found keep(const RequestReading& reading, const RuleSurroundings&)
 {
+    // "I would like to write her a card" asks for no note.
+    static const Pattern letter("^write (?:to \\w+|\\w+(?: and \\w+)? (?:an?|the|another|my|our)(?: \\w+){0,2} "
+                                "(?:card|postcard|letter|mail|e-?mail|message|text|invitation|invite|thank you))\\b",
+        Pattern::caseless);
+    if (letter.find(reading.words))
+        return std::nullopt;
     return requestFor(NoteIntent::keeping(reading.content));
 }
 
@@ -97,17 +105,9 @@ Found open(const RequestReading& reading, const RuleSurroundings& around)
     }};
 }
 
-RuleStep refuseToDelete(RequestMemory memory)
-{
-    return ToolResults::say(std::string(NoteRules::cannotDelete), std::move(memory));
-}
-
 Found remove(const RequestReading& reading, const RuleSurroundings&)
 {
-    if (!reading.has(NoteCues::note) && !reading.has(NoteCues::notes) && !reading.has(NoteCues::newest))
-        return std::nullopt;
-    return Request{
-        .answer = [](RequestMemory memory, const RuleSurroundings&) { return refuseToDelete(std::move(memory)); }};
+    return NoteRemoving::read(reading);
 }
 
 constexpr RequestKind kinds[] = {
@@ -151,6 +151,8 @@ Found readPlain(const std::string& core, const RuleSurroundings& around)
         return readingFound(*choice);
     if (!around.offers("find_in_notebook"))
         return std::nullopt;
+    if (NotebookQuestion::asksAllNotes(core))
+        return requestFor({.kind = NoteIntent::Kind::search, .purpose = Purpose::listNotes});
     if (NotebookQuestion::asksAllFacts(core)) {
         return Request{.answer = [](RequestMemory memory, const RuleSurroundings& surroundings) {
             return RuleStep{NoteCalls{surroundings}.facts(), std::move(memory)};
@@ -169,9 +171,10 @@ Found readQuestion(const RequestReading& reading, const RuleSurroundings& around
     return question ? Found(asking(*std::move(question))) : std::nullopt;
 }
 
-Skill::Step undo(RequestMemory memory, const RuleSurroundings&)
+/// Of a note that was kept without a way back.
+Skill::Step undo(RequestMemory memory, const RuleSurroundings& around)
 {
-    return refuseToDelete(std::move(memory));
+    return NoteRemoving::removeFound(std::move(memory), around);
 }
 
 Skill::Step addAnother(const std::string& words, RequestMemory memory, const RuleSurroundings& around)
@@ -179,9 +182,11 @@ Skill::Step addAnother(const std::string& words, RequestMemory memory, const Rul
     return NoteRules::keep(words, std::move(memory), around);
 }
 
-RuleStep changeListed(const Wish&, const FoundThing&, RequestMemory memory, const RuleSurroundings&)
+RuleStep changeListed(const Wish& wish, const FoundThing& note, RequestMemory memory, const RuleSurroundings& around)
 {
-    return refuseToDelete(std::move(memory));
+    if (wish.kind != Wish::Kind::cancel)
+        return ToolResults::say("A note has no time that could be changed.", std::move(memory));
+    return NoteRemoving::ask(note, std::move(memory), around);
 }
 
 RuleStep pointAt(const FoundThing& note, RequestMemory memory, const RuleSurroundings& around)
@@ -192,9 +197,12 @@ RuleStep pointAt(const FoundThing& note, RequestMemory memory, const RuleSurroun
 /// Lists tell their own changes.
 std::string whatWasDone(const ToolRequest& call, const ToolResult& result)
 {
-    if (call.name != "keep_note" || result.status() != ToolStatus::kept)
+    const bool isDeleted = result.status() == ToolStatus::deleted;
+    if (call.name != "keep_note" || (!isDeleted && result.status() != ToolStatus::kept))
         return {};
     const std::string title = result.string("title").value_or("");
+    if (isDeleted)
+        return title.empty() ? "deleted a note" : "deleted the note called " + title;
     return title.empty() ? "wrote a note" : "wrote a note called " + title;
 }
 

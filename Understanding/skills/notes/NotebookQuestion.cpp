@@ -24,11 +24,13 @@ bool isForOthers(const std::string& phrase)
     return others.find(phrase).has_value();
 }
 
-bool isTheirs(const std::string& phrase)
-{
-    static const Pattern own("\\b(?:i|my|our|we|me|us|mine|notes?|notebook)\\b");
-    return own.find(phrase).has_value();
-}
+/// What people write down to find it again.
+const std::string kept = "(?:passwords?|passcode|pass code|codes?|pin|combination|phone number|number|telephone number"
+                         "|mobile number|address|email address|shoe size|blood type|booking reference|reference"
+                         "|licen[cs]e plate|number plate|iban|serial number)";
+
+/// "What's for dinner": no event is called so.
+const std::string meal = "^what (?:is|are we having) for (?:dinner|lunch|breakfast|supper|tea|dessert)\\b";
 
 /// What is asked about, for the reply.
 std::string topicOf(std::string_view words)
@@ -37,7 +39,7 @@ std::string topicOf(std::string_view words)
         "^(?:(?:please|do you (?:remember|know)|can you (?:tell|remind) me|(?:tell|remind) "
         "me|what|where|who|when|which|how|why|whose|is|are|was|were|['’]s|do|"
         "does|did|have|has|had|i|we|you|say|said|write|wrote|note|noted|put|save|keep|kept|tell|told|know|to|about|"
-        "down|my notes say|my notebook "
+        "down|for|my notes say|my notebook "
         "say|much|many|long|old|there|anything|something|everything|all|ever|once)\\b\\s*)+",
         Pattern::caseless);
     static const Pattern tail(
@@ -50,9 +52,9 @@ std::string topicOf(std::string_view words)
     return thing.find(topic) ? own.replaceAll(topic, "your") : "that";
 }
 
-NotebookQuestion asked(std::string_view words, const std::string& phrase)
+NotebookQuestion asked(std::string_view words)
 {
-    return {.words = std::string(words), .topic = topicOf(words), .isTheirs = isTheirs(phrase)};
+    return {.words = std::string(words), .topic = topicOf(words)};
 }
 
 } // namespace
@@ -85,7 +87,7 @@ std::optional<NotebookQuestion> NotebookQuestion::readOwn(std::string_view core)
         "(?!have\\b|free\\b|busy\\b|need\\b|meeting\\b|seeing\\b|available\\b|set\\b|add\\b|put\\b|schedule\\b|book\\b|"
         "make\\b|going\\b|doing\\b)\\w+"
         "|^how (?:do|can|did|should) (?:i|we) (?!feel|look|know)\\w+|^how to \\w+"
-        "|^what am i (?:allergic|called|afraid)|^where do (?:i|we) (?:live|work|keep|park)|^who am i$|^what is my "
+        "|" + meal + "|^what am i (?:allergic|called|afraid)|^where do (?:i|we) (?:live|work|keep|park)|^who am i$|^what is my "
         "name$");
     static const Pattern bare(
         "^(?:(?:my|our|the) )?(?:(?:(?!is |are |was |has |to |set |change |add |put |new |call |text |send |for )\\w+ "
@@ -107,7 +109,7 @@ std::optional<NotebookQuestion> NotebookQuestion::readOwn(std::string_view core)
                                 "number|address|birthday|shoe size)(?: is)?$");
     const bool isOwn =
         said.find(phrase) || owned.find(phrase) || wanted.find(phrase) || bare.find(phrase) || !dayOf(core).empty();
-    return isOwn && !ask.find(phrase) ? std::optional(asked(core, phrase)) : std::nullopt;
+    return isOwn && !ask.find(phrase) ? std::optional(asked(core)) : std::nullopt;
 }
 
 std::optional<NotebookQuestion> NotebookQuestion::readAny(std::string_view words)
@@ -123,7 +125,7 @@ std::optional<NotebookQuestion> NotebookQuestion::readAny(std::string_view words
                                "i|now|so|on|about|else|more|next|up|going|a))*$");
     const std::string phrase = words.size() <= longest ? RequestText::phrase(words) : std::string();
     const bool isQuestion = question.find(phrase) && !toUs.find(phrase) && !empty.find(phrase) && !isForOthers(phrase);
-    return isQuestion ? std::optional(asked(words, phrase)) : std::nullopt;
+    return isQuestion ? std::optional(asked(words)) : std::nullopt;
 }
 
 std::string NotebookQuestion::dayOf(std::string_view words)
@@ -139,6 +141,41 @@ std::string NotebookQuestion::dayOf(std::string_view words)
         return {};
     const std::string who = trimmed(owner.replaceAll(day->texts[0], " "));
     return trimmed(who + " " + (day->texts[1] == "born" ? "birthday" : day->texts[1]));
+}
+
+bool NotebookQuestion::isOfTheirs(std::string_view words)
+{
+    static const Pattern own("\\b(?:my|our|mine|notes?|notebook)\\b|\\b" + kept + "(?: again)?$|" + meal);
+    static const Pattern person("\\b(?:i|we|me|us)\\b");
+    static const Pattern way("^how (?:do|can|should|could|would|to)\\b");
+    static const Pattern owner("\\b(?!(?:what|who|where|when|how|it|that|there|here|let|he|she|today|tomorrow"
+                               "|yesterday)['’])\\w+['’]s? \\w",
+        Pattern::caseless);
+    const std::string phrase = words.size() <= longest ? RequestText::phrase(words) : std::string();
+    const bool tellsOfThem = person.find(phrase) && !way.find(phrase) && readOwn(words);
+    return own.find(phrase) || owner.find(words) || tellsOfThem;
+}
+
+bool NotebookQuestion::asksForKept(std::string_view words)
+{
+    static const Pattern form("^(?:what|which)(?: is| was| are| were)+ (?:(?:the|my|our|his|her|their|\\w+ s) "
+                              "){0,2}(?:(?!(?:at|on|with|in|for|of)\\b)\\w+ ){0,3}"
+        + kept + "(?: again)?$");
+    static const Pattern keeper("^who(?: is| was| are) (?:my|our) (?:\\w+ )?\\w+$");
+    const std::string phrase = words.size() <= longest ? RequestText::phrase(words) : std::string();
+    static const Pattern eaten(meal);
+    return form.find(phrase) || keeper.find(phrase) || eaten.find(phrase);
+}
+
+bool NotebookQuestion::asksAllNotes(std::string_view core)
+{
+    static const Pattern form("^(?:please )?(?:(?:tell|show|read) me )?(?:what(?: all)?(?: is| do i have| have i got)"
+                              "|everything|all)(?: there| written| noted)?(?: down)? (?:in|inside) (?:my|the) "
+                              "(?:notebook|notes)(?: now| right now| so far)?$"
+                              "|^(?:what|which|how many) notes (?:do i have|have i got|have i written|have i made|are "
+                              "there|did i (?:make|write|keep|take))(?: in my notebook| so far| now)?$"
+                              "|^do i have any notes(?: in my notebook)?$");
+    return core.size() <= longest && form.find(RequestText::phrase(core)).has_value();
 }
 
 bool NotebookQuestion::asksAllFacts(std::string_view core)

@@ -5,6 +5,7 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/skills/sums/AmountSums.h"
 #include "Understanding/skills/sums/SumWords.h"
 #include "Understanding/skills/sums/UnitWords.h"
 
@@ -81,6 +82,8 @@ std::optional<std::string> answerDivisible(const std::string& core)
 
 Found readPlain(const std::string& core, const RuleSurroundings&)
 {
+    if (auto said = AmountSums::answer(core))
+        return saying(*std::move(said));
     if (UnitWords::isCurrency(core))
         return saying("Exchange rates change all the time, so that needs an online model.", true);
     if (auto said = answerDivisible(core))

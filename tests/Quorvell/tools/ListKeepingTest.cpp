@@ -106,5 +106,23 @@ TEST(ListKeeping, takesFiveHundredItemsAndNoMoreThanFit)
         bench.answer(R"({"list":"","tick":["#1000"]})").find(R"("ticked":["thing 4-199"])") != std::string::npos);
 }
 
+TEST(NoteKeeping, deletesOnePlainNoteAndBringsItBack)
+{
+    ListBench bench({{.id = "a", .title = "Tea", .body = "Green tea is out."},
+        {.id = "b", .title = "Call mum", .remindAt = Instant{}},
+        {.id = "c", .kind = NoteKind::aboutMe, .title = "Likes tea.", .confirmed = true}});
+    const auto before = bench.notebook.list;
+    for (const char* refused : {R"({"note":"b","delete":true})", R"({"note":"c","delete":true})",
+             R"({"note":"none","delete":true})", R"({"note":"a"})"}) {
+        EXPECT_TRUE(bench.answer(refused).starts_with(R"({"error":)")) << refused;
+        EXPECT_EQ(bench.notebook.list, before) << refused;
+    }
+    EXPECT_EQ(bench.answer(R"({"note":"a","delete":true})"), R"({"status":"deleted","undo":"u1"})");
+    EXPECT_EQ(bench.notebook.list.size(), 2);
+    EXPECT_EQ(bench.answer(R"({"undo":"u1"})"), R"({"status":"undone","what":"deleting “Tea”"})");
+    std::ranges::sort(bench.notebook.list, {}, &Note::id);
+    EXPECT_EQ(bench.notebook.list, before);
+}
+
 } // namespace
 } // namespace quorvell

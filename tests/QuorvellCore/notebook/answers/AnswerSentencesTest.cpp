@@ -26,6 +26,7 @@ std::vector<Note> someNotes()
         {.id = "likes", .kind = NoteKind::aboutMe, .title = "Likes coriander.", .confirmed = true},
         {.id = "shoes", .kind = NoteKind::aboutMe, .title = "Their shoe size is 43.", .confirmed = true},
         {.id = "dentist", .title = "Dentist", .body = "Dr. Meier, Long Street 4. Opens at 8."},
+        {.id = "hat", .title = "Ben's hat size", .body = "Ben's hat size is 58."},
         {.id = "tea", .kind = NoteKind::howTo, .title = "Make tea", .steps = {"Boil water", "Pour it on the leaves"}},
     };
 }
@@ -51,8 +52,12 @@ TEST(AnswerSentences, areTheOnesThatHoldTheAnswer)
         {"what size shoes do I wear", "shoes: Their shoe size is 43."},
         {"who is my dentist", "dentist: Dr. Meier, Long Street 4."},
         {"how do I make tea", "tea: 1. Boil water. 2. Pour it on the leaves"},
+        {"what's my shoe size", "shoes: Their shoe size is 43."},
+        {"what's Ben's hat size", "hat: Ben's hat size is 58."},
+        {"what is Mila's hat size", ""},
+        {"what is my hat size", ""},
         {"what is the door password", "~wifi "},
-        {"when is tom's birthday", "~wifi ~ana "},
+        {"when is tom's birthday", "~wifi "},
         {"who is the president", ""},
         {"what is it", ""},
         {"", ""},
