@@ -24,6 +24,24 @@ constexpr auto commands = std::to_array<std::string_view>(
 /// Nouns that a thing is put into or looked for in.
 constexpr auto containers =
     std::to_array<std::string_view>({"calendar", "schedule", "agenda", "notebook", "checklist", "shopping", "grocery"});
+struct Slip {
+    std::string_view typed;
+    std::string_view right;
+};
+
+/// Short words that fingers turn about, and what people write as they say it. None is a word of its own.
+constexpr auto slips = std::to_array<Slip>(
+    {{"waht", "what"}, {"wht", "what"}, {"whta", "what"}, {"wat", "what"}, {"wats", "what's"}, {"wahts", "what's"},
+        {"whts", "what's"}, {"whne", "when"}, {"wehn", "when"}, {"whens", "when's"}, {"wheres", "where's"},
+        {"hwo", "how"}, {"shwo", "show"}, {"sohw", "show"}, {"shw", "show"}, {"tunr", "turn"}, {"trun", "turn"},
+        {"teh", "the"}, {"hte", "the"}, {"tiem", "time"}, {"hav", "have"}, {"hve", "have"}, {"ahve", "have"},
+        {"sett", "set"}, {"wak", "wake"}, {"waek", "wake"}, {"upp", "up"}, {"addd", "add"}, {"aad", "add"},
+        {"adda", "add"}, {"noet", "note"}, {"ntoe", "note"}, {"notse", "notes"}, {"ntoes", "notes"}, {"tkae", "take"},
+        {"mkae", "make"}, {"amke", "make"}, {"wirte", "write"}, {"wrtie", "write"}, {"lsit", "list"}, {"lisst", "list"},
+        {"liste", "list"}, {"lsits", "lists"}, {"mvoe", "move"}, {"ptu", "put"}, {"fidn", "find"}, {"raed", "read"},
+        {"opne", "open"}, {"clera", "clear"}, {"alam", "alarm"}, {"alrm", "alarm"}, {"appt", "appointment"},
+        {"appts", "appointments"}, {"plz", "please"}, {"plss", "please"}, {"gimme", "give me"}, {"lemme", "let me"},
+        {"wanna", "want to"}, {"cna", "can"}, {"cuold", "could"}, {"yuo", "you"}, {"tehre", "there"}, {"nwe", "new"}});
 /// Words of their own, as near to a command as a slip.
 constexpr auto others = std::to_array<std::string_view>(
     {"rewind", "remand", "remainder", "remainders", "reminded", "remote", "removed", "remover", "reprove", "cancer",
@@ -43,7 +61,8 @@ constexpr auto light = std::to_array<std::string_view>({"please", "pls", "can", 
     "okay", "quorvell", "also", "and", "it", "clear", "erase", "stop", "turn", "name", "pull", "let", "know", "how",
     "many", "does", "did", "was", "were", "has", "am", "our", "another", "first", "last", "second", "no", "not",
     "don't", "dont", "week", "month", "weeks", "it's", "i'm", "id", "i'd", "look", "at", "view", "display", "see",
-    "your", "start", "begin", "book", "plan"});
+    "your", "start", "begin", "book", "plan", "wake", "take", "lists", "note", "notes", "where", "how's", "where's",
+    "when's", "time", "clear", "give me", "let me", "want to", "there's"});
 /// What follows is the user's to say.
 constexpr auto keepers = std::to_array<std::string_view>(
     {"remind", "reminder", "note", "write", "jot", "remember", "called", "named", "saying"});
@@ -56,6 +75,9 @@ bool isAmong(const auto& table, std::string_view word)
 /// The only command that it can be a slip of.
 std::optional<std::string_view> meant(std::string_view word)
 {
+    const auto slip = std::ranges::find(slips, word, &Slip::typed);
+    if (slip != slips.end())
+        return slip->right;
     if (word.size() < shortestWord || isAmong(commands, word) || isAmong(others, word) || isAmong(light, word))
         return std::nullopt;
     std::optional<std::string_view> found;
@@ -99,23 +121,44 @@ public:
     {
         const bool isName = typed.start > 0 && text[typed.start] >= 'A' && text[typed.start] <= 'Z'
             && text.substr(typed.end).find_first_of("abcdefghijklmnopqrstuvwxyz") != std::string_view::npos;
-        const auto right = isName ? std::nullopt : meant(typed.word);
-        const bool mayBe = right && (m_isHead || (m_isInside && isAmong(containers, *right)));
+        const std::string_view rest = text.substr(typed.end);
+        const auto right = isName ? std::nullopt : isOff(typed.word, rest) ? "off" : meantHere(typed, rest);
+        const bool isListName = m_isLed && rest.starts_with(" list");
+        const bool mayBe = right && (m_isHead || ((m_isInside || isListName) && isAmong(containers, *right)));
         const std::string_view word = mayBe ? *right : std::string_view(typed.word);
         m_isInside = (m_isLed && isAmong(owners, word)) || (m_isInside && isAmong(kinds, word));
         m_isLed = isAmong(links, word);
         m_isHead = m_isHead && (isAmong(light, word) || isAmong(commands, word));
         m_isKept = m_isKept || isAmong(keepers, word);
+        m_last = word;
         return mayBe ? right : std::nullopt;
     }
     /// Nothing behind it is put right any more.
     bool isKept() const { return m_isKept; }
 
 private:
+    /// "Turn of my alarm", and not "the turn of the century".
+    bool isOff(std::string_view word, std::string_view rest) const
+    {
+        constexpr std::string_view things[] = {"alarm", "timer", "reminder", "light"};
+        const bool isThing = std::ranges::any_of(
+            things, [&](std::string_view thing) { return rest.find(thing) != std::string_view::npos; });
+        return word == "of" && m_isHead && (m_last == "turn" || m_last == "switch")
+            && (rest.starts_with(" my ") || rest.starts_with(" all ") || (rest.starts_with(" the ") && isThing));
+    }
+    /// Nobody begins with a crate of something.
+    static std::optional<std::string_view> meantHere(const Typed& typed, std::string_view rest)
+    {
+        if (typed.start == 0 && typed.word == "crate" && (rest.starts_with(" a ") || rest.starts_with(" new ")))
+            return "create";
+        return meant(typed.word);
+    }
+
     static constexpr auto links = std::to_array<std::string_view>({"in", "to", "on", "into", "onto", "from", "off"});
     static constexpr auto owners = std::to_array<std::string_view>({"my", "the", "our"});
     static constexpr auto kinds = std::to_array<std::string_view>({"work", "family", "shared", "personal", "private"});
 
+    std::string m_last; ///< The word before, put right.
     bool m_isHead = true; ///< No word came yet that the request may be about.
     bool m_isLed = false; ///< Behind "in".
     bool m_isInside = false; ///< Behind "in my".

@@ -12,8 +12,9 @@ namespace quorvell {
 
 namespace {
 
-/// Words of ours that leave a request to the skills: any of them, or only those that can mean nothing else.
-enum class Ours { any, plain };
+/// Words of ours that leave a request to the skills: any of them, only those that can mean nothing else, or none at
+/// all.
+enum class Ours { any, plain, none };
 
 struct Matter {
     Matter(std::string_view words, OutOfReach says, Ours ofOurs = Ours::any)
@@ -52,11 +53,14 @@ constexpr OutOfReach travel{"I can't book or look up trips, tickets, trains or t
 constexpr OutOfReach booking{"I can't order taxis, and I can't book tickets, tables or trips.", true};
 constexpr OutOfReach mail{"I can't read or send mail and messages.", true};
 constexpr OutOfReach call{"I can't make calls.", true};
+constexpr OutOfReach sharing{"I can't send or share anything from here.", true};
 constexpr OutOfReach people{"I don't keep an address book.", true};
 constexpr OutOfReach social{"I can't read or post in social media.", true};
 constexpr OutOfReach food{"I can't order anything.", true};
 constexpr OutOfReach recipe{"I know no recipes: that needs an online model.", false, false, true};
 constexpr OutOfReach around{"I don't know what is around here: that needs an online model."};
+constexpr OutOfReach advice{"I can't recommend anything: that needs an online model.", false, false, true};
+constexpr OutOfReach power{"I can't switch this computer off, restart or lock it.", true, true};
 constexpr OutOfReach words{"I can't explain or translate words: that needs an online model.", false, false, true};
 constexpr OutOfReach web{"I can't look things up on the web."};
 constexpr OutOfReach facts{{}, false, false, true}; // What can be done instead is told.
@@ -70,6 +74,35 @@ std::span<const Matter> matters()
         "^(?:(?:and|then|also|next|now|can|could|you|please|i|we|want|would|like|love|need|to|let|me|us|hear"
         "|just|kindly|go|ahead|help|start|begin|will) )*";
     static const Matter table[] = {
+        // What a list, a meeting or an alarm in the words does not make ours
+        {"^(?:e ?mail|forward) (?!(?:address|about|from|is|was|meeting|call|list|reminders?)\\b)\\w|^reply to\\b"
+         "|^(?:write|send|compose|draft) (?:\\w+ ){0,3}e ?mails?\\b"
+         "|^(?:any|do i have|have i got|did i get|are there)(?: any)?(?: new| unread)? (?:e "
+         "?mails?|mails?|messages?)\\b",
+            mail, Ours::none},
+        {"^(?:share|send|text) (?:(?!me\\b|us\\b)\\w+ )?(?:my|the|our|this|that) "
+         "(?!.*\\b(?:me|myself)\\b)(?!.*\\b(?:to|on|in"
+         "|into|onto) (?:my|the|our) (?:\\w+ )?(?:list|calend[ae]r|agenda|schedule|diary|notebook|notes)\\b).*"
+         "\\b(?:lists?|notes?|notebook|calend[ae]r|agenda|schedule|events?|appointments?|meeting|invitation|reminders?)"
+         "\\b",
+            sharing, Ours::none},
+        {"^(?:turn|switch|arm|disarm|activate|deactivate|enable|disable|set|put) .*\\b(?:alarm system|security "
+         "(?:system"
+         "|alarm|cameras?)|(?:burglar|house|car|fire|smoke) alarm|smoke detector)\\b(?!.*\\b(?:list|calend[ae]r)\\b)",
+            house, Ours::none},
+        {"^(?:set|turn|switch|dim|fade)(?: on| off| up| down)?(?: all)?(?: the| my| our)?(?: \\w+)? "
+         "(?:lights?|lamps?)\\b"
+         "(?! (?:reminder|alarm|timer|list|bulbs?|bills?|show|festival)\\b)(?!.*\\b(?:list|calend[ae]r|remind\\w*)\\b)",
+            house, Ours::none},
+        {"^(?:(?:what|how) is |tell me |show me |give me )?(?:the )?weather\\b|^(?:will|is) it (?:going to |be "
+         ")*(?:rain|raining"
+         "|rainy|snow|snowing|sunny|cloudy|windy|stormy|foggy|hot|cold|warm|humid|freezing)\\b",
+            weather, Ours::none},
+        {"^sing\\b", facts, Ours::none},
+        {"^(?:shut ?down|(?:turn|switch) off|restart|reboot|lock|suspend|hibernate) (?:the |this |my |your "
+         ")?(?:computer|pc"
+         "|laptop|machine|screen)$|^(?:shut ?down|reboot|log (?:me )?(?:out|off))$",
+            power, Ours::none},
         // Devices
         {"\\b" + control + "\\b.*\\b" + device + "\\b(?! (?:saving|savings|bill|bills|money|appointment))", house},
         {"^(?:" + device + "|(?:less|more|no|dim|bright|darker|brighter|softer|lower|all|the) (?:the )?" + device
@@ -78,7 +111,9 @@ std::span<const Matter> matters()
         {"\\b(?:lights?|lamps?)\\b.*\\b(?:on|off|out|brighter|darker|dimmer|blue|red|green|pink|purple|yellow"
          "|orange|white|warm|cold|percent|colou?rs?)\\b",
             house},
-        {"^(?:it is )?(?:too )?(?:dark|bright)(?: in)? here|^(?:dark|bright)er in here|\\b(?:brighten|darken"
+        {"^(?:it is )?(?:too |so |very )?(?:dark|bright|hot|cold|warm|chilly)(?: in)? here|^make it (?:a "
+         "(?:bit|little) "
+         ")?(?:warmer|cooler|hotter|colder|brighter|darker)$|^(?:dark|bright)er in here|\\b(?:brighten|darken"
          "|light up|dim)\\b|\\b(?:room|kitchen|bedroom|bathroom|hall|here)\\b.*\\b(?:brighter|darker|warmer"
          "|cooler|lighter)\\b",
             house},
@@ -97,7 +132,8 @@ std::span<const Matter> matters()
          "|put) )?(?:(?:it|this|that|the (?:sound|music|speakers?|audio)|sound|music"
          "|speakers?) )?(?:(?:a (?:bit|little)|much|way|more) )?(?:louder|quieter|softer)\\b|\\b(?:turn|crank"
          "|pump) (?:it|this|that|the (?:sound|speakers?|audio)|sound|your voice) (?:up|down)\\b|\\b(?:raise"
-         "|lower|increase|decrease|silence|adjust) (?:the |your |my )?(?:speakers?|sound|audio)\\b|^too (?:loud"
+         "|lower|increase|decrease|silence|adjust) (?:the |your |my )?(?:speakers?|sound|audio)\\b|^(?:it is |that is "
+         "|you are )?(?:too|so) (?:loud"
          "|quiet)\\b",
             volume},
         {start
@@ -106,12 +142,14 @@ std::span<const Matter> matters()
                   "|with|time|tennis|football|golf|chess|cards|group|area|ground)\\b)(?!.*\\b(?:rehearsal"
                   "|practice)\\b)",
             music, Ours::plain},
-        {"^(?!.*\\bdo i\\b).*\\b(?:songs?|playlists?|podcasts?|audio ?books?|radio|broadcasts?|soundtracks?"
+        {"^(?!.*\\bdo i\\b)(?!(?:buy|pick|fix|repair|return|bring|sell|clean) "
+         ").*\\b(?:songs?|playlists?|podcasts?|audio ?books?|radio|broadcasts?|soundtracks?"
          "|albums?|tunes?|music)\\b(?!.*\\b(?:lesson|lessons|class|teacher|school|shop|store|festival|practice"
          "|book|concert|party)\\b)",
             music},
         {"\\b(?:next|previous|last|new|latest) (?:episode|track|chapter|station|channel)\\b|\\bchannel \\d"
-         "|\\bi want to hear\\b|^(?:hear|listen to) |\\b(?:change|switch) (?:the )?(?:station|channel)\\b",
+         "|\\bi want to hear\\b|^(?:hear|listen to) (?!me\\b|us\\b|my |this$|what\\b)|^(?:stop|quit) (?:playing|the "
+         "playback)\\b|\\b(?:change|switch) (?:the )?(?:station|channel)\\b",
             music},
         {"\\b(?:i am|we are) into [a-z0-9 ]*music\\b|\\bmy favou?rite (?:song|band|singer|music|album"
          "|artist)\\b(?!.* is )|\\bi (?:really )?(?:like|love|enjoy|hate|dislike) (?:this|that|the) (?:song"
@@ -123,7 +161,8 @@ std::span<const Matter> matters()
          "|does|is|did|it|when|if|chance of|any|expect) (?:it |be |to |it be |there be |going to "
          "|it going to )*(?:rain|raining|rainy|snow|snowing|snowy|sunny|cloudy|windy|hail|storm|stormy|foggy"
          "|hot|cold|warm|chilly|freezing|humid)\\b|\\bhow (?:hot|cold|warm) (?:is|will|was)\\b"
-         "|\\bnext time it will\\b",
+         "|\\bnext time it will\\b"
+         "|^do i need (?:a |an |my )?(?:coat|jacket|scarf|hat|boots)\\b|\\bwhat (?:should|do|can) i wear\\b",
             weather},
         {"\\b(?:news|headlines?|current affairs|breaking news)\\b(?! (?:is|was|are|about (?:my|the|our))\\b)", news,
             Ours::plain},
@@ -181,7 +220,8 @@ std::span<const Matter> matters()
                 + "order (?!of\\b|from\\b.*\\blist\\b)(?:me |us |some |a |an |the |another |my )*\\w+"
                   "|\\bto order (?:me|us|some)\\b",
             food},
-        {"^(?!(?:find|search|look|show|read|open|where|did|do i)\\b).*\\brecipes?\\b|\\bhow (?:do|can"
+        {"^(?!(?:find|search|look|show|read|open|where|did|do i)\\b)(?!.*\\bmy (?:\\w+ "
+         ")?recipes?\\b).*\\brecipes?\\b|\\bhow (?:do|can"
          "|should) (?:i|you|we) (?:cook|bake|fry|boil|roast|grill|prepare)\\b|\\bhow to (?:cook|bake|fry|boil"
          "|roast|grill)\\b|\\bwhat (?:can|should|could) i cook\\b|\\bingredients (?:of|for|in)\\b"
          "|\\bhow long (?:do|does|should|to) [a-z ]*(?:cook|bake|boil|roast|fry)\\b|\\bcalories (?:in|of)\\b",
@@ -196,12 +236,16 @@ std::span<const Matter> matters()
          "|playing|in (?:my|this|the) (?:area|city|town)|in town|rated)\\b",
             around},
         {"\\b" + places + "\\b", around},
+        {"\\b(?:what|which|any) (?:good |new )?(?:films?|movies?|shows?) (?:is|are) (?:on|out|showing|playing)\\b"
+         "|\\bwhat is on (?:tv|television|the telly|at the (?:cinema|movies))\\b",
+            around},
         {"\\b(?:what|which|any|are there|find|is there)\\b.*\\b(?:events?|concerts?|festivals?|things to do"
          "|shows?|movies?|activities|exhibitions?)\\b.*\\b(?:going on|happening|on|to do|to see"
          "|playing)\\b.* (?:in|at|around) (?!my|our|the calendar|the diary|the (?:morning|afternoon|evening)"
          "|january|february|march|april|may|june|july|august|september|october|november|december|\\d)\\w+",
             around, Ours::plain},
-        {"\\b(?:recommend|recommendations?|suggest)\\b", around},
+        {"\\b(?:recommend|recommendations?|suggest)\\b(?! (?:an? |some )?(?:good )?(?:times?|dates?|days?|slots?)\\b)",
+            advice},
         // Words, facts, the web
         {"\\b(?:define|definition|meaning|synonyms?|antonyms?|translate|translation)\\b|^what (?:does"
          "|do) (?!(?:my|the|our|i|this) )[\\w ]{1,40} mean$|^how do you (?:spell|say|pronounce)\\b"
@@ -209,7 +253,8 @@ std::span<const Matter> matters()
             words},
         {"^(?:google|wikipedia|bing|search (?:the )?(?:web|internet|net|online|google|for .{1,60} (?:online"
          "|on the (?:web|internet))))\\b|\\b(?:on|in|from) the (?:internet|web)\\b|\\bwikipedia\\b|\\bonline$"
-         "|\\bbrowse\\b|\\bseo\\b",
+         "|\\bbrowse\\b|\\bseo\\b"
+         "|^show (?:me )?(?:some |a )?(?:pictures?|photos?|images?|videos?) of\\b",
             web},
         {"^(?:who (?:is|was) the (?:president|king|queen|prime minister|inventor|author|ceo|founder|mayor|pope"
          "|first|best|richest|tallest|oldest)\\b|what is the (?:capital|population|currency|tallest|biggest"
@@ -223,12 +268,14 @@ std::span<const Matter> matters()
         // What is in front
         {"^(?:take|make) (?:a |me a )?(?:picture|photo|selfie|screenshot|screen shot|video)\\b",
             {"I can't take pictures.", true}},
+        {"\\b(?:flip|toss) (?:a )?coins?\\b|\\broll (?:a |the |some )?(?:dice|die)\\b|^pick a (?:random )?number\\b",
+            {"I can't toss coins or draw lots.", true, true}},
         {"\\b(?:play|start) (?:a |the )?(?:game|quiz|trivia)\\b|^let us play\\b", music},
     };
     return table;
 }
 
-/// Whatever these are said of, it is a matter of a skill.
+/// Whatever these are said of, it is nearly always a matter of a skill.
 bool namesPlainly(const std::string& phrase)
 {
     static const Pattern ours(
@@ -255,11 +302,11 @@ std::optional<OutOfReach> OutOfReach::of(std::string_view core)
     if (core.size() > longest)
         return std::nullopt;
     const std::string phrase = RequestText::phrase(core);
-    if (namesPlainly(phrase))
-        return std::nullopt;
-    const bool mayBeOurs = mayNameOurs(phrase);
+    const bool isOurs = namesPlainly(phrase);
+    const bool mayBeOurs = isOurs || mayNameOurs(phrase);
     for (const Matter& matter : matters()) {
-        if ((!mayBeOurs || matter.ours == Ours::plain) && matter.pattern.find(phrase))
+        const bool isLeft = matter.ours == Ours::any ? mayBeOurs : matter.ours == Ours::plain && isOurs;
+        if (!isLeft && matter.pattern.find(phrase))
             return matter.says;
     }
     return std::nullopt;
