@@ -48,16 +48,19 @@ SpokenStretch monthsFrom(LocalDay first, int months, const std::string& words, c
     return {dateOf(last >= today ? std::max(first, today) : first), dateOf(last), words};
 }
 
+/// What a stretch may follow: "going on next week", "all of next month".
+const std::string beforeStretch = "^(?:(?:for|of|in|on|over|during|throughout|all|the whole) )*";
+
 Days week(const std::string& words, const LocalTime& around)
 {
-    static const Pattern current(
-        "^(?:for |of |in )?(?:this|the|my|my whole|the (?:rest|remainder) of (?:the|this)|(?:the )?current) week"
-        "(?: ahead)?$",
+    static const Pattern current(beforeStretch
+            + "(?:this|the|my|my whole|the (?:rest|remainder) of (?:the|this)|(?:the )?current) week"
+              "(?: ahead)?$",
         Pattern::caseless);
-    static const Pattern next("^(?:for |in )?next week$", Pattern::caseless);
-    static const Pattern afterNext("^(?:for |in )?the week after(?: next(?: week)?)?$", Pattern::caseless);
-    static const Pattern coming("^(?:for |in )?(?:the|this) (?:coming|upcoming) week$", Pattern::caseless);
-    static const Pattern last("^(?:of |in )?last week$", Pattern::caseless);
+    static const Pattern next(beforeStretch + "next week$", Pattern::caseless);
+    static const Pattern afterNext(beforeStretch + "the week after(?: next(?: week)?)?$", Pattern::caseless);
+    static const Pattern coming(beforeStretch + "(?:the|this) (?:coming|upcoming) week$", Pattern::caseless);
+    static const Pattern last(beforeStretch + "last week$", Pattern::caseless);
     const int since = daysSinceMonday(around);
     if (current.find(words))
         return SpokenStretch{dayFromNow(0, around), dayFromNow(6 - since, around), "this week"};
@@ -95,8 +98,9 @@ Days weekend(const std::string& words, const LocalTime& around)
 /// "this month", "next year"
 Days monthOrYear(const std::string& words, const LocalTime& around)
 {
-    static const Pattern form("^(?:for |of |in |during )?(?:(?:this|my|the (?:rest|remainder) of (?:the|this)"
-                              "|(?:the )?current|(?:for|of|in|during) the)|(next)|(last)) (?:(month)|year)$",
+    static const Pattern form(beforeStretch
+            + "(?:(?:this|my|the (?:rest|remainder) of (?:the|this)"
+              "|(?:the )?current|(?:for|of|in|during) the)|(next)|(last)) (?:(month)|year)$",
         Pattern::caseless);
     const auto match = form.find(words);
     if (!match)

@@ -36,6 +36,8 @@ TEST(SpokenDays, read)
         {"june 2028", "2028-06-01 - 2028-06-30 in June 2028"},
         {"may", "nothing"},
         {"next weekend", "2026-11-28 - 2026-11-29 next weekend"},
+        {"on next week", "2026-11-23 - 2026-11-29 next week"},
+        {"all of next week", "2026-11-23 - 2026-11-29 next week"},
         {"the week after next", "2026-11-30 - 2026-12-06 the week after next"},
         {"last week", "2026-11-09 - 2026-11-15 last week"},
         {"yesterday", "2026-11-20 - 2026-11-20 yesterday"},
