@@ -166,12 +166,14 @@ double fitness(
 struct Coverage {
     double all = 0; ///< Share of the terms that are there, by its title and heading too.
     double own = 0; ///< By the sentence itself.
+    bool isNamed = false; ///< Whether anything of it is more than "number", "size" and the like.
     int byDigits = 0; ///< Terms for which there are only digits: they may be those of anything.
 };
 
 Coverage coverageOf(const QuestionWords& question, const std::vector<std::string>& own,
     const std::vector<std::string>& around, std::string_view text)
 {
+    bool isAnyNamed = false;
     int byDigits = 0;
     std::size_t inText = 0;
     std::size_t found = 0;
@@ -179,12 +181,13 @@ Coverage coverageOf(const QuestionWords& question, const std::vector<std::string
         const bool isOwn = holds(own, term);
         const bool isNamed = isOwn || holds(around, term);
         const bool isNumber = !isNamed && term.leastDigits > 0 && hasDigits(text, term.leastDigits);
+        isAnyNamed = isAnyNamed || (isNamed && term.leastDigits == 0);
         byDigits += isNumber ? 1 : 0;
         inText += isOwn || isNumber ? 1U : 0U;
         found += isNamed || isNumber ? 1U : 0U;
     }
     const auto count = static_cast<double>(question.terms.size());
-    return {static_cast<double>(found) / count, static_cast<double>(inText) / count, byDigits};
+    return {static_cast<double>(found) / count, static_cast<double>(inText) / count, isAnyNamed, byDigits};
 }
 
 /// Of one or two terms all; of more all but one.
@@ -214,9 +217,8 @@ std::string withFollowing(const std::vector<Sentence>& sentences, std::size_t in
 bool isOfAnother(const QuestionWords& question, std::string_view text, std::string_view title,
     const std::vector<std::string>& own, const std::vector<std::string>& around)
 {
-    const bool lacksOwner = std::ranges::any_of(question.terms, [&](const QuestionWords::Term& term) {
-        return term.isOwner && !holds(own, term) && !holds(around, term);
-    });
+    const bool lacksOwner = std::ranges::any_of(question.terms,
+        [&](const QuestionWords::Term& term) { return term.isOwner && !holds(own, term) && !holds(around, term); });
     return lacksOwner || question.isOfSomebodyElse(text) || question.isOfSomebodyElse(title);
 }
 
@@ -244,7 +246,8 @@ Candidate lookThrough(const QuestionWords& question, const Note& note, std::size
         if (isOfAnother(question, text, note.title, own, around))
             continue;
         const Coverage coverage = coverageOf(question, own, around, text);
-        candidate.near = std::max(candidate.near, coverage.all);
+        if (coverage.isNamed)
+            candidate.near = std::max(candidate.near, coverage.all);
         constexpr double ownWeight = 0.5;
         constexpr double forEarly = 0.1; // where only the title speaks of it, the first sentence says it
         constexpr double forDigits = 0.7; // less than what a word of the sentence is worth

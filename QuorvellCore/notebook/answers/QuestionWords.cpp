@@ -167,9 +167,8 @@ QuestionWords QuestionWords::of(std::string_view question)
         const bool isStop = std::ranges::find(stopWords, bare) != stopWords.end();
         if (isKnown || isStop || plain.empty() || read.terms.size() >= most)
             continue;
-        Term term{.leastDigits = digitsFor(bare, plain),
-            .isOwner = bare != word,
-            .isTheirs = last == "my" || last == "our"};
+        Term term{
+            .leastDigits = digitsFor(bare, plain), .isOwner = bare != word, .isTheirs = last == "my" || last == "our"};
         for (const std::string& form : formsOf(bare, plain)) {
             std::string joined;
             for (const std::string& part : stems(form))

@@ -9,6 +9,7 @@
 #include "Understanding/skills/clock/DayQuestions.h"
 #include "Understanding/skills/clock/PlaceTimes.h"
 #include "Understanding/skills/clock/SpokenLast.h"
+#include "Understanding/words/RequestText.h"
 
 #include <optional>
 #include <utility>
@@ -26,11 +27,10 @@ constexpr std::string_view name = "clock";
 /// `form` is what stands before another place or day, where that may be asked about next.
 Request saying(std::string text, std::string form)
 {
-    return {
-        .answer = [text = std::move(text), form = std::move(form)](RequestMemory memory, const RuleSurroundings&) {
-            memory.passing = {name, memory.turn, form};
-            return ToolResults::say(text, std::move(memory));
-        }};
+    return {.answer = [text = std::move(text), form = std::move(form)](RequestMemory memory, const RuleSurroundings&) {
+        memory.passing = {name, memory.turn, form};
+        return ToolResults::say(text, std::move(memory));
+    }};
 }
 
 std::optional<RuleStep> takePlace(
@@ -68,22 +68,16 @@ Found aboutTime(const std::string& core, const RuleSurroundings& around)
         return saying(*std::move(said), "");
     for (const auto reader : {PlaceTimes::difference, PlaceTimes::zone, PlaceTimes::current}) {
         if (auto said = reader(phrase, around))
-            return saying(*std::move(said), reader == PlaceTimes::difference ? "what is the time difference to "
-                    : reader == PlaceTimes::zone                            ? "what is the time zone of "
-                                                                            : "what time is it in ");
+            return saying(*std::move(said),
+                reader == PlaceTimes::difference ? "what is the time difference to "
+                    : reader == PlaceTimes::zone ? "what is the time zone of "
+                                                 : "what time is it in ");
     }
     auto said = DayQuestions::answer(phrase, core, around);
     return said ? Found(saying(*std::move(said), formOf(phrase))) : std::nullopt;
 }
 
-std::optional<RuleStep> takeDay(
-    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
-{
-    const auto request = aboutTime(asked.task + core, around);
-    return request ? std::optional(request->answer(std::move(memory), around)) : std::nullopt;
-}
-
-const QuestionKind whichDay{takeDay};
+constexpr std::string_view whichDay = "Which day do you mean?";
 
 /// "How many days until then?"
 Request askingOfThatDay(const std::string& question)
@@ -93,8 +87,8 @@ Request askingOfThatDay(const std::string& question)
         const auto request = day.empty() ? std::nullopt : aboutTime(question + day, around);
         if (request)
             return request->answer(std::move(memory), around);
-        return RuleStep::asking(
-            {.kind = &whichDay, .question = "Which day do you mean?", .task = question}, std::move(memory));
+        memory.passing = {name, memory.turn, question};
+        return ToolResults::say(std::string(whichDay), std::move(memory));
     }};
 }
 
@@ -116,9 +110,10 @@ Skill::Step goOn(const std::string& words, const RequestMemory& memory, const Ru
     static const Pattern here("^(?:here|there|this|that|it|now)$", Pattern::caseless);
     const std::string& form = memory.passing.form;
     const auto match = words.size() <= longestQuestion ? more.find(words) : std::nullopt;
-    if (!match || form.empty() || here.find(match->texts[0]))
+    const bool isAnswer = !match && memory.lastReply == whichDay && words.size() <= longestQuestion;
+    const std::string what = match ? match->texts[0] : isAnswer ? RequestText::withoutClosing(words) : std::string();
+    if (what.empty() || form.empty() || here.find(what))
         return std::nullopt;
-    const std::string& what = match->texts[0];
     if (form.find("time") != std::string::npos && PlaceZones::find(what).empty())
         return std::nullopt;
     const auto request = aboutTime(form + what, around);

@@ -251,7 +251,8 @@ Said daysUntil(const std::string& phrase, const std::string& core, const LocalTi
         if (auto said = untilClock(time->texts[0], around))
             return said;
     }
-    const auto named = DayWords::read(match->texts[1], around);
+    // "How many days are in 3 weeks" counts from no day.
+    const auto named = match->texts[1].starts_with("in ") ? std::nullopt : DayWords::read(match->texts[1], around);
     return named ? Said(distance(*named, match->texts[0], now)) : std::nullopt;
 }
 

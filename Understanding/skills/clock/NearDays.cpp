@@ -32,8 +32,8 @@ std::optional<std::string> NearDays::date(const std::string& phrase, const Local
 {
     static const std::string what = "(?:exact |full |calendar )?(?:date|day of the week|day of the month|weekday|day)";
     static const Pattern owned("^(?:the )?(" + near + ") ?s? " + what + "(?: is it| be)?$");
-    static const Pattern behind(
-        "^(?:the )?" + what + "(?: is it| it is| is| was| will be| will| of| for)*(?: on)? (" + near + ")(?: be| is)?$");
+    static const Pattern behind("^(?:the )?" + what + "(?: is it| it is| is| was| will be| will| of| for)*(?: on)? ("
+        + near + ")(?: be| is)?$");
     static const Pattern before("^(" + near + ")(?: is| was| will be)? (?:which |what )?" + what + "(?: is it)?$");
     for (const Pattern* form : {&owned, &behind, &before}) {
         const auto match = form->find(phrase);
@@ -49,9 +49,10 @@ std::optional<std::string> NearDays::date(const std::string& phrase, const Local
 
 std::optional<std::string> NearDays::isWeekday(const std::string& phrase, const LocalTime& around)
 {
-    static const Pattern form("^(is|was|will|does|did|is it|was it) (.+?)(?: really| already| be| fall| falls| fell)*(?: "
-                              "on)? (?:an? )?(sunday|monday|tuesday|wednesday|thursday|friday|saturday)(?: (today|"
-                              "tomorrow|yesterday)| yet| already| this year)*$");
+    static const Pattern form(
+        "^(is|was|will|does|did|is it|was it) (.+?)(?: really| already| be| fall| falls| fell)*(?: "
+        "on)? (?:an? )?(sunday|monday|tuesday|wednesday|thursday|friday|saturday)(?: (today|"
+        "tomorrow|yesterday)| yet| already| this year)*$");
     // "Is it on friday" asks for something else.
     static const Pattern notDay("^(?:it|that|this|there|he|she|they|we|i)\\b| on (?:an? )?\\w+day\\b");
     const auto match = form.find(phrase);
@@ -63,14 +64,13 @@ std::optional<std::string> NearDays::isWeekday(const std::string& phrase, const 
     if (!isIt && notDay.find(words))
         return std::nullopt;
     const bool isPast = match->texts[0].starts_with("was") || match->texts[0] == "did";
-    const auto day = DayWords::read(words, around, isPast ? DayWords::Year::past : DayWords::Year::coming);
-    if (!day || day->isImpossible)
-        return std::nullopt;
     const auto today = ClockText::today(around);
+    const auto day = DayWords::read(words, around, isPast ? DayWords::Year::past : DayWords::Year::coming);
+    if (!day || day->isImpossible || (isPast && day->day > today))
+        return std::nullopt;
     const std::string name = named(words, *day);
     const bool isSo = lowerCased(ClockText::weekday(day->day)) == match->texts[2];
-    return std::string(isSo ? "Yes, " : "No, ") + (name.empty() ? "that" : name)
-        + (day->day < today ? " was " : " is ") + (name.empty() ? "a " + ClockText::weekday(day->day) + ", " : "")
+    return std::string(isSo ? "Yes, " : "No, ") + (name.empty() ? "that" : name) + (day->day < today ? " was " : " is ")
         + ClockText::day(day->day, today) + ".";
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What can be asked about a day that is named by where it stands: tomorrow's date, whether yesterday was a Sunday. Pure.
+// What can be asked about a day that is named by where it stands: tomorrow's date, whether yesterday was a Sunday.
+// Pure.
 #pragma once
 
 #include "Understanding/time/LocalTime.h"

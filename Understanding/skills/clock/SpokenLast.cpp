@@ -38,10 +38,11 @@ std::string inWords(const std::string& said, const LocalTime& around)
 
 std::string inReply(const std::string& reply, const LocalTime& around)
 {
-    static const Pattern date("\\b(?:the )?(\\d{1,2})(?:st|nd|rd|th)? (?:of )?(January|February|March|April|May|June|July"
-                              "|August|September|October|November|December)(?: (\\d{4}))?\\b"
-                              "|\\b(January|February|March|April|May|June|July|August|September|October|November"
-                              "|December) (\\d{1,2})(?:st|nd|rd|th)?\\b");
+    static const Pattern date(
+        "\\b(?:the )?(\\d{1,2})(?:st|nd|rd|th)? (?:of )?(January|February|March|April|May|June|July"
+        "|August|September|October|November|December)(?: (\\d{4}))?\\b"
+        "|\\b(January|February|March|April|May|June|July|August|September|October|November"
+        "|December) (\\d{1,2})(?:st|nd|rd|th)?\\b");
     std::string found;
     for (const PatternMatch& match : date.findAll(reply)) {
         const std::string words = match.texts[0] + match.texts[4] + " " + match.texts[1] + match.texts[3]
@@ -59,12 +60,14 @@ std::string inReply(const std::string& reply, const LocalTime& around)
 
 std::optional<std::string> SpokenLast::question(std::string_view core)
 {
-    static const Pattern until(
-        "^(how (?:many|much) (?:more )?(?:days|weeks|months|nights|sleeps|hours|time)(?: (?:is|are|do|does|have|left|there"
-        "|we|i|it|remain|more))*|how (?:long|far)(?: (?:is|it|there|do|we|i|have))*) "
-        "(?:(?:until|till|til|to|before|is) (?:then|that|that day|that date|this|that event)(?: away| off| from now| from "
-        "today)?|(?:until|till|til|before))$"); // a last "then" is a closing word
-    static const Pattern weekday("^(?:what|which) (?:day of the week|weekday) (?:is|was|will) (?:that|then|it)(?: be| on)?$");
+    static const Pattern until("^(how (?:many|much) (?:more )?(?:days|weeks|months|nights|sleeps|hours|time)(?: "
+                               "(?:is|are|do|does|have|left|there"
+                               "|we|i|it|remain|more))*|how (?:long|far)(?: (?:is|it|there|do|we|i|have))*) "
+                               "(?:(?:until|till|til|to|before|is) (?:then|that|that day|that date|this|that event)(?: "
+                               "away| off| from now| from "
+                               "today)?|(?:until|till|til|before))$"); // a last "then" is a closing word
+    static const Pattern weekday(
+        "^(?:what|which) (?:day of the week|weekday) (?:is|was|will) (?:that|then|it)(?: be| on)?$");
     const std::string phrase = RequestText::phrase(core);
     if (const auto match = until.find(phrase))
         return match->texts[0] + " until ";

@@ -105,7 +105,7 @@ Found readPlain(const std::string& core, const RuleSurroundings& around)
     if (around.offers("find_in_notebook") && NotebookQuestion::asksForKept(core)) {
         if (auto question = NotebookQuestion::readOwn(core))
             return Request{.answer = [question = *std::move(question)](
-                               RequestMemory memory, const RuleSurroundings& surroundings) {
+                                         RequestMemory memory, const RuleSurroundings& surroundings) {
                 return NoteRules::ask(question, std::move(memory), surroundings);
             }};
     }

@@ -73,12 +73,13 @@ std::string secondPerson(const std::string& verb)
     };
     static constexpr std::array forms{Form{"is", "are"}, Form{"was", "were"}, Form{"has", "have"}, Form{"does", "do"},
         Form{"doesn't", "don't"}, Form{"isn't", "aren't"}, Form{"goes", "go"}, Form{"hasn't", "haven't"},
-        Form{"studies", "study"}, Form{"can", "can"}, Form{"can't", "can't"}, Form{"cannot", "cannot"},
-        Form{"will", "will"}, Form{"never", "never"}, Form{"always", "always"}};
-    static constexpr auto regular = std::to_array<std::string_view>(
-        {"likes", "loves", "hates", "lives", "works", "prefers", "needs", "speaks", "plays", "wants", "eats", "drinks",
-            "owes", "wears", "owns", "drives", "uses", "knows", "smokes", "sleeps", "takes", "enjoys", "dislikes",
-            "collects", "supports", "reads", "runs", "rides", "keeps", "weighs", "grows", "sings"});
+        Form{"studies", "study"}, Form{"teaches", "teach"}, Form{"watches", "watch"}, Form{"can", "can"},
+        Form{"can't", "can't"}, Form{"cannot", "cannot"}, Form{"will", "will"}, Form{"never", "never"},
+        Form{"always", "always"}};
+    static constexpr auto regular = std::to_array<std::string_view>({"likes", "loves", "hates", "lives", "works",
+        "prefers", "needs", "speaks", "plays", "wants", "eats", "drinks", "owes", "wears", "owns", "drives", "uses",
+        "knows", "smokes", "sleeps", "takes", "enjoys", "dislikes", "collects", "parks", "pays", "cooks", "starts",
+        "buys", "visits", "stays", "supports", "reads", "runs", "rides", "keeps", "weighs", "grows", "sings"});
     const auto form = std::ranges::find(forms, std::string_view(verb), &Form::told);
     if (form != forms.end())
         return std::string(form->said);

@@ -65,8 +65,8 @@ std::string firstWords(const std::string& text)
         if (end == std::string::npos || text[end] == '\n')
             break;
     }
-    static const Pattern loose("(?:\\s+(?:the|a|an|of|by|for|to|in|on|with|and|or|at|from|is|are|my|our|that))+$",
-        Pattern::caseless);
+    static const Pattern loose(
+        "(?:\\s+(?:the|a|an|of|by|for|to|in|on|with|and|or|at|from|is|are|my|our|that))+$", Pattern::caseless);
     return loose.replaceAll(text.substr(0, end), "");
 }
 

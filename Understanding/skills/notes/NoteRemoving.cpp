@@ -2,6 +2,7 @@
 #include "Understanding/skills/notes/NoteRemoving.h"
 
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/Pointing.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/notes/NoteCalls.h"
@@ -61,7 +62,9 @@ std::optional<Request> NoteRemoving::read(const RequestReading& reading)
     if (!isNewest && !reading.has(NoteCues::note) && !reading.has(NoteCues::notes))
         return std::nullopt;
     const auto intent = NoteIntent::searching(reading, Purpose::remove);
-    const bool isNamed = intent && intent->kind == NoteIntent::Kind::search && !intent->text.empty();
+    static const Pattern idle("^(?:away|out|again|now|completely|entirely|for good|permanently)$", Pattern::caseless);
+    const bool isNamed =
+        intent && intent->kind == NoteIntent::Kind::search && !intent->text.empty() && !idle.find(intent->text);
     return Request{.answer = [topic = isNamed ? intent->text : std::string(), isNewest,
                                  isOfAll = !isNewest && !isNamed && reading.has(NoteCues::notes)](
                                  RequestMemory memory, const RuleSurroundings& around) {

@@ -61,8 +61,7 @@ std::string titleAndText(const std::string& title, const std::string& text)
     // A title that was made of the first words is not told twice.
     constexpr std::ptrdiff_t fewWords = 3;
     const std::string plainText = TextMatch::normalized(text);
-    const bool isBeginning =
-        plainText.starts_with(plainTitle) && std::ranges::count(plainTitle, ' ') >= fewWords;
+    const bool isBeginning = plainText.starts_with(plainTitle) && std::ranges::count(plainTitle, ' ') >= fewWords;
     const bool saysTheSame = plainTitle.empty() || plainText == plainTitle || isBeginning;
     if (text.empty())
         return "It is called " + asSentence(title);

@@ -10,6 +10,8 @@
 #include "Understanding/skills/notes/NotebookQuestion.h"
 #include "Understanding/words/CommonCues.h"
 
+#include <nlohmann/json.hpp>
+
 #include <optional>
 #include <utility>
 
@@ -208,7 +210,10 @@ std::string whatWasDone(const ToolRequest& call, const ToolResult& result)
 
 std::string questionBefore(const ToolRequest& call)
 {
-    return call.name == "keep_note" ? "Should I write that down?" : "";
+    if (call.name != "keep_note")
+        return "";
+    const auto arguments = parseJson(call.arguments);
+    return arguments && memberOf(*arguments, "delete") ? "Should I delete that note?" : "Should I write that down?";
 }
 
 } // namespace

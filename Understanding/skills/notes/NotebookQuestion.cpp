@@ -87,8 +87,10 @@ std::optional<NotebookQuestion> NotebookQuestion::readOwn(std::string_view core)
         "(?!have\\b|free\\b|busy\\b|need\\b|meeting\\b|seeing\\b|available\\b|set\\b|add\\b|put\\b|schedule\\b|book\\b|"
         "make\\b|going\\b|doing\\b)\\w+"
         "|^how (?:do|can|did|should) (?:i|we) (?!feel|look|know)\\w+|^how to \\w+"
-        "|" + meal + "|^what am i (?:allergic|called|afraid)|^where do (?:i|we) (?:live|work|keep|park)|^who am i$|^what is my "
-        "name$");
+        "|"
+        + meal
+        + "|^what am i (?:allergic|called|afraid)|^where do (?:i|we) (?:live|work|keep|park)|^who am i$|^what is my "
+          "name$");
     static const Pattern bare(
         "^(?:(?:my|our|the) )?(?:(?:(?!is |are |was |has |to |set |change |add |put |new |call |text |send |for )\\w+ "
         "){1,3}(?:password|passcode|pin code|pin|phone number|telephone number|shoe size|birthday|door code|gate code)"
@@ -145,7 +147,8 @@ std::string NotebookQuestion::dayOf(std::string_view words)
 
 bool NotebookQuestion::isOfTheirs(std::string_view words)
 {
-    static const Pattern own("\\b(?:my|our|mine|notes?|notebook)\\b|\\b" + kept + "(?: again)?$|" + meal);
+    static const Pattern own(
+        "\\b(?:my|our|mine|notes?|notebook)\\b|\\b" + kept + "(?: again)?(?:$| (?:of|for|to) )|" + meal);
     static const Pattern person("\\b(?:i|we|me|us)\\b");
     static const Pattern way("^how (?:do|can|should|could|would|to)\\b");
     static const Pattern owner("\\b(?!(?:what|who|where|when|how|it|that|there|here|let|he|she|today|tomorrow"

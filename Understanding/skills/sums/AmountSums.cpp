@@ -9,6 +9,7 @@
 #include "Understanding/skills/sums/SumWords.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace quorvell {
@@ -27,7 +28,8 @@ struct Counted {
 std::vector<Counted> countedIn(const std::string& text)
 {
     static const std::string operation =
-        "(?:plus|minus|times|multiplied|divided|by|over|less|and|of|percent|per|squared|cubed|to|power|root|off|from|tip"
+        "(?:plus|minus|times|multiplied|divided|by|over|less|and|of|percent|per|squared|cubed|to|power|root|off|from|"
+        "tip"
         "|tax|vat|take|away|added|subtracted|deducted|x|is|as|or|in|into|are|what|until|before|after)\\b";
     static const Pattern counted("([$€£]?)(\\d[\\d.,]*)(?: ?((?!" + operation + ")[a-z]+(?: (?!" + operation
         + ")[a-z]+){0,2}(?: of (?!" + operation + "|the\\b|\\d)[a-z]+)?))?");
@@ -69,23 +71,33 @@ std::string amount(const ExactNumber& value, const std::string& noun)
     return value.text() + " " + named;
 }
 
-/// The later ones in the first one's unit: "300 g" beside "2 kg" are 0.3. False where that cannot be.
-bool bringTogether(std::vector<Counted>& all)
+/// All of them in that unit: "300 g" beside "2 kg" are 0.3. Nothing where one cannot be.
+std::optional<std::vector<Counted>> allIn(const std::string& noun, std::vector<Counted> all)
 {
-    const auto first = std::ranges::find_if(all, [](const Counted& one) { return !one.noun.empty(); });
-    const Unit* to = Units::named(first->noun);
+    const Unit* to = Units::named(noun);
     for (Counted& one : all) {
-        if (one.noun.empty() || plain(one.noun) == plain(first->noun))
+        if (one.noun.empty() || plain(one.noun) == plain(noun))
             continue;
         const Unit* from = Units::named(one.noun);
         const auto number = ExactNumber::parse(one.number);
         const bool goes = to && from && number && to->kind != Unit::Kind::temperature;
         const auto there = goes ? Units::convert(*number, *from, *to) : std::nullopt;
         if (!there || !there->isShownWhole())
-            return false;
-        one.number = there->text();
+            return std::nullopt;
+        one = {there->text(), noun, one.range};
     }
-    return true;
+    return all;
+}
+
+/// In the first unit in which all of them come out even.
+std::optional<std::vector<Counted>> broughtTogether(const std::vector<Counted>& all)
+{
+    for (const Counted& one : all) {
+        auto together = one.noun.empty() ? std::nullopt : allIn(one.noun, all);
+        if (together)
+            return together;
+    }
+    return std::nullopt;
 }
 
 std::string withoutNouns(const std::string& text, const std::vector<Counted>& all)
@@ -132,8 +144,8 @@ std::optional<std::string> howMany(const std::string& core)
     const Sum sum = match ? worked(match->texts[1]) : Sum();
     if (sum.verdict != Sum::Verdict::isValue || sum.steps == 0)
         return std::nullopt;
-    return withUpperCaseFirst(SumWords::asked(match->texts[1])) + " is "
-        + (sum.value.isShownWhole() ? "" : "about ") + amount(sum.value, trimmed(match->texts[0])) + ".";
+    return withUpperCaseFirst(SumWords::asked(match->texts[1])) + " is " + (sum.value.isShownWhole() ? "" : "about ")
+        + amount(sum.value, trimmed(match->texts[0])) + ".";
 }
 
 } // namespace
@@ -154,13 +166,12 @@ std::optional<std::string> AmountSums::answer(std::string_view core)
     const std::string text = SumWords::asked(said);
     if (!isAsked.find(said) && (order.find(text) || !sure.find(text)))
         return std::nullopt;
-    std::vector<Counted> all = countedIn(text);
-    const bool isNamed = std::ranges::any_of(all, [](const Counted& one) { return !one.noun.empty(); });
-    if (!isNamed || !bringTogether(all))
+    const auto all = broughtTogether(countedIn(text));
+    if (!all)
         return std::nullopt;
     static const Pattern joins("\\band\\b");
-    const std::string sum = joins.replaceAll(withoutNouns(text, all), "plus");
-    const auto noun = nounOf(sum, all);
+    const std::string sum = joins.replaceAll(withoutNouns(text, *all), "plus");
+    const auto noun = nounOf(sum, *all);
     const Sum result = noun ? worked(sum) : Sum();
     if (result.verdict != Sum::Verdict::isValue || result.steps == 0)
         return std::nullopt;

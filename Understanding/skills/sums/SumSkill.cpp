@@ -80,8 +80,10 @@ std::optional<std::string> answerDivisible(const std::string& core)
         : "No, " + number->text() + " divided by " + divisor->text() + " leaves " + left->text() + ".";
 }
 
-Found readPlain(const std::string& core, const RuleSurroundings&)
+Found readPlain(const std::string& asked, const RuleSurroundings&)
 {
+    static const Pattern more("^(?:and |what about |how about )+(?=\\d|half |a (?:third|quarter) )", Pattern::caseless);
+    const std::string core = more.replaceAll(asked, "what is ");
     if (auto said = AmountSums::answer(core))
         return saying(*std::move(said));
     if (UnitWords::isCurrency(core))
