@@ -21,7 +21,7 @@ struct EventSearch {
         who,
         ends, ///< How long it lasts.
         cancel,
-        remind, ///< `minutes` before it begins.
+        remind, ///< `minutes` before it begins, of it or to do `value`.
         rename, ///< To `value`.
         place, ///< At `value` from now on.
     };

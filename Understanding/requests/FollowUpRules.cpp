@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/requests/FollowUpRules.h"
 
+#include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/PlainReplies.h"
 #include "Understanding/dialogue/QuestionKind.h"
 #include "Understanding/requests/RequestReader.h"
@@ -11,6 +12,14 @@
 namespace quorvell {
 
 namespace {
+
+/// "When I go to the doctor" says when, and asks nothing: that would be "when do I go".
+bool saysWhen(const std::string& core)
+{
+    static const Pattern clause(
+        "^(?:when|whenever|once|as soon as|before|after) (?:i|we) (?!do\\b|did\\b)\\S+", Pattern::caseless);
+    return clause.find(core).has_value();
+}
 
 /// Whether the words are a request of their own and no answer.
 bool isNewRequest(const PendingQuestion& asked, const std::string& core, const RuleSurroundings& around)
@@ -26,7 +35,7 @@ std::optional<RuleStep> FollowUpRules::answer(
 {
     const std::string core(words);
     PendingQuestion asked = std::exchange(memory.pending, {});
-    if (isNewRequest(asked, core, around))
+    if (!saysWhen(core) && isNewRequest(asked, core, around))
         return std::nullopt;
     if (asked.kind && asked.kind->answer) {
         if (auto step = asked.kind->answer(core, asked, memory, around))

@@ -4,6 +4,7 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/calendar/CalendarWords.h"
+#include "Understanding/skills/calendar/EventDeed.h"
 #include "Understanding/skills/calendar/EventLookup.h"
 #include "Understanding/skills/calendar/EventWay.h"
 #include "Understanding/time/SpokenLength.h"
@@ -32,8 +33,30 @@ int minutesIn(const std::string& length)
     return read && read->rest.empty() ? read->minutes : 0;
 }
 
+/// What is to come ahead of an event, in their words.
+struct Notice {
+    std::string ahead{}; ///< "an hour"; empty for when it begins.
+    std::string event{};
+    std::string deed{}; ///< Empty where the reminder is of the event itself.
+};
+
+/// "Remind me to charge the camera an hour before the party", or the other way round.
+std::optional<Notice> noticeOfDeed(const std::string& plain, const std::string& length, const RuleSurroundings& around)
+{
+    static const std::string before = " (?:before|ahead of|prior to|in advance of) ";
+    static const Pattern behind(
+        "^(?:and |also |please |can you |could you )*(?:remind|notify|alert|nudge|ping) (?:me |us )to (.+?),? " + length
+        + before + "(.+)$");
+    static const Pattern first("^" + length + before
+        + "(.+?),? (?:please )?(?:can you |could you )?(?:remind|nudge|ping) (?:me |us )to (.+)$");
+    if (const auto match = behind.find(plain); match && !TimeWords::isTime(match->texts[2], around))
+        return Notice{match->texts[1], match->texts[2], match->texts[0]};
+    const auto match = first.find(plain);
+    return match ? std::optional(Notice{match->texts[0], match->texts[1], match->texts[2]}) : std::nullopt;
+}
+
 /// "Notify me an hour before my appointment at the garage", "set a 2 day notification before the party".
-Found reminding(const std::string& plain, const std::string& core, const RuleSurroundings& around)
+std::optional<Notice> noticeIn(const std::string& plain, const RuleSurroundings& around)
 {
     static const std::string length =
         "((?:an?|one|two|three|four|five|six|ten|fifteen|twenty|thirty|forty|half an|a half|"
@@ -57,33 +80,56 @@ Found reminding(const std::string& plain, const std::string& core, const RuleSur
         "^(?:and |also |please |can you |could you )*(?:remind|notify|alert|tell|warn) (?:me |us )(?:about|of|for) "
         "(?:(?:my|the|our) )?(.+) "
         + length + " (?:before|ahead|prior|in advance|beforehand)(?: (?:it|that|it starts|it begins|of it|to it))?$");
-    EventSearch search;
-    std::string name;
-    std::string ahead;
-    if (const auto noted = about.find(plain)) {
-        name = noted->texts[0];
-        ahead = noted->texts[1];
-    } else if (const auto match = wish.find(plain)) {
-        ahead = match->texts[0];
-        name = match->texts[1];
-    } else if (const auto noticed = thing.find(plain)) {
-        ahead = noticed->texts[0].empty() ? noticed->texts[1] : noticed->texts[0];
-        name = noticed->texts[2];
-    } else if (const auto begun = begins.find(plain)) {
-        name = begun->texts[0];
-    } else {
-        return std::nullopt;
+    if (const auto noted = about.find(plain))
+        return Notice{noted->texts[1], noted->texts[0]};
+    if (auto notice = noticeOfDeed(plain, length, around))
+        return notice;
+    if (const auto match = wish.find(plain))
+        return Notice{match->texts[0], match->texts[1]};
+    if (const auto noticed = thing.find(plain))
+        return Notice{noticed->texts[0].empty() ? noticed->texts[1] : noticed->texts[0], noticed->texts[2]};
+    const auto begun = begins.find(plain);
+    return begun ? std::optional(Notice{.event = begun->texts[0]}) : std::nullopt;
+}
+
+/// The event of a notice; of "the party to charge the camera" what cannot be the name of one stands behind it.
+std::optional<EventSearch> eventOf(const Notice& notice, const RuleSurroundings& around)
+{
+    auto search = CalendarWords::search(notice.event, around);
+    if (search) {
+        search->value = notice.deed;
+        return search;
     }
-    const int minutes = ahead.empty() ? 0 : minutesIn(ahead);
+    const auto parted = EventDeed::apart({.aim = Aim::remind, .name = notice.event, .value = notice.deed});
+    search = parted ? CalendarWords::search(parted->name, around) : std::nullopt;
+    if (search)
+        search->value = parted->value;
+    return search;
+}
+
+Found reminding(const std::string& plain, const std::string& core, const RuleSurroundings& around)
+{
     static const Pattern pronoun("^(?:it|that|this|hand|then|(?:it|that|this) (?:starts|begins))?$");
-    if (!pronoun.find(name)) {
-        auto named = CalendarWords::search(name, around);
+    static const Pattern clause("^(?:i|we|he|she|they|you|going|leaving|bed|sleep)\\b"); // Nothing of a calendar.
+    const auto notice = noticeIn(plain, around);
+    if (!notice)
+        return std::nullopt;
+    EventSearch search{.value = notice->deed};
+    if (!notice->deed.empty() && clause.find(notice->event)) {
+        search.value = CalendarWords::asSaid(notice->deed, core);
+        return Request{.answer = [search](RequestMemory memory, const RuleSurroundings&) {
+            return EventDeed::askTime(search, "I can't tell when that is.", std::move(memory));
+        }};
+    }
+    if (!pronoun.find(notice->event)) {
+        auto named = eventOf(*notice, around);
         if (!named)
             return std::nullopt;
         search = *std::move(named);
         search.isAll = false;
     }
-    if (!ahead.empty() && minutes == 0)
+    const int minutes = notice->ahead.empty() ? 0 : minutesIn(notice->ahead);
+    if (!notice->ahead.empty() && minutes == 0)
         return std::nullopt;
     search.aim = Aim::remind;
     search.minutes = minutes;

@@ -8,10 +8,12 @@
 #include "Understanding/skills/calendar/AgendaReply.h"
 #include "Understanding/skills/calendar/AgendaTopic.h"
 #include "Understanding/skills/calendar/CalendarWords.h"
+#include "Understanding/skills/calendar/EventDeed.h"
 #include "Understanding/skills/calendar/EventLookupReply.h"
 #include "Understanding/skills/calendar/EventName.h"
 #include "Understanding/skills/reminders/ReminderCalls.h"
 #include "Understanding/time/SpokenWhen.h"
+#include "Understanding/words/RequestText.h"
 
 #include <nlohmann/json.hpp>
 
@@ -193,8 +195,11 @@ RuleStep remind(
         return {AgendaReply::named(event) + ". That is too late for a reminder "
                 + (search.minutes > 0 ? "that long before it." : "of it."),
             std::move(memory)};
-    memory.request = "remind me about " + event.title; // For the words of the answer.
-    return {ReminderCalls{around}.setAt(event.title, when, ""), std::move(memory)};
+    const std::string& deed = search.value;
+    memory.request =
+        "remind me " + (deed.empty() ? "about " + event.title : "to " + deed); // For the words of the answer.
+    return {ReminderCalls{around}.setAt(deed.empty() ? event.title : RequestText::written(deed), when, ""),
+        std::move(memory)};
 }
 
 /// With the one event that is meant.
@@ -285,6 +290,8 @@ const QuestionKind EventLookup::value{takeValue};
 Request EventLookup::request(EventSearch search, const std::string& core)
 {
     search.name = CalendarWords::asSaid(search.name, core);
+    if (search.aim == Aim::remind)
+        search.value = CalendarWords::asSaid(search.value, core);
     Request request{.answer = [search](RequestMemory memory, const RuleSurroundings& around) {
         return begin(search, std::move(memory), around);
     }};
@@ -352,7 +359,11 @@ RuleStep EventLookup::take(
         search.isWide = true;
         return lookFor(search, std::move(memory), around);
     }
+    if (const auto parted = found.empty() ? EventDeed::apart(search) : std::nullopt)
+        return lookFor(*parted, std::move(memory), around);
     const EventLookupReply reply{search, result, around};
+    if (found.empty() && search.aim == Aim::remind && !search.value.empty())
+        return EventDeed::askTime(search, reply.nothing(listed), std::move(memory));
     if (found.empty())
         return {reply.nothing(listed), std::move(memory)};
     if (changes(search.aim) || search.aim == Aim::remind)

@@ -69,7 +69,8 @@ std::string EventLookupReply::nothing(const std::vector<FoundThing>& listed) con
     if (search.aim == Aim::cancel)
         return "I found no " + wanted() + daysNamed() + " in your calendar, so nothing was deleted.";
     if (search.aim == Aim::remind)
-        return "I found no " + wanted() + daysNamed() + " in your calendar, so I have set no reminder.";
+        return "I found no " + wanted() + daysNamed() + " in your calendar"
+            + (search.value.empty() ? ", so I have set no reminder." : ".");
     if (search.name.empty() && search.days)
         return "There is nothing in your calendar" + daysNamed() + ".";
     if (search.name.empty())

@@ -40,6 +40,23 @@ std::optional<int> shiftIn(const std::string& words)
     return length && length->rest.empty() ? std::optional(-length->minutes) : std::nullopt;
 }
 
+/// "Remind me about the suit an hour earlier": of one that is there, or nothing could be earlier.
+std::optional<Wish> shiftOfNamed(const std::string& core)
+{
+    static const Pattern form("^remind me (?:about|of) (?:(?:the|my|our) )?(.+?) ((?:an?|half an|one|two|three|four|"
+                              "five|ten|fifteen|twenty|thirty|\\d{1,3}) (?:minute|hour|day|week)s?) "
+                              "(?:earlier|sooner|(later))(?: than (?:that|planned))?$",
+        Pattern::caseless);
+    const auto match = form.find(core);
+    if (!match)
+        return std::nullopt;
+    if (match->groups[2])
+        return Wish{.kind = Wish::Kind::move, .title = match->texts[0], .when = "by " + match->texts[1]};
+    const auto minutes = shiftIn(match->texts[1] + " earlier");
+    return minutes ? std::optional(Wish{.kind = Wish::Kind::move, .title = match->texts[0], .minutes = *minutes})
+                   : std::nullopt;
+}
+
 /// "same time on saturday", "saturday, same time": the day alone.
 std::optional<Wish> sameTime(const std::string& words, const LocalTime& around)
 {
@@ -105,6 +122,8 @@ std::optional<Wish> otherRule(const std::string& words)
 
 std::optional<Wish> FollowUpWish::read(std::string_view core, const LocalTime& around)
 {
+    if (auto wish = shiftOfNamed(std::string(core)))
+        return wish;
     static const Pattern instead(",? instead$", Pattern::caseless);
     static const Pattern asks("\\bremind(?!er$)", Pattern::caseless); // "Remind me an hour before" moves nothing.
     if (RequestWords(core).size() > mostWords || asks.find(core))

@@ -33,6 +33,11 @@ std::string withoutKind(const std::string& words)
     static const Pattern thing(
         "^(?:(?:that|this|the|my|our) )?(?:(.+) )?reminder(?: (?:to|about|for|of|that says)(?: the| my)? (.+))?$",
         Pattern::caseless);
+    static const Pattern one(
+        "^(?:(?:that|this|the) )?(?:one|ones) (?:to|about|for|of|with|that says)(?: the| my)? (.+)$",
+        Pattern::caseless);
+    if (const auto named = one.find(trimmed(words)))
+        return withoutArticle(named->texts[0]);
     const auto match = thing.find(trimmed(words));
     return match ? withoutArticle(match->texts[0].empty() ? match->texts[1] : match->texts[0]) : withoutArticle(words);
 }

@@ -32,6 +32,23 @@ ReminderIntent ReminderIntent::of(std::string_view rest)
         "|gentle|friendly|one[- ]time|one[- ]off|follow[- ]up) )*(?:reminders? )?(?=(?:for|to|about|of|that)\\b)",
         Pattern::caseless);
     std::string wish = ofSomething.replaceAll(withoutFor(dangling.replaceAll(trimmed(rest), "")), "about ");
+    static const Pattern clause(
+        "^(?:i|we|(?:i|we|there|it)['’](?:m|ve|re|s)|there (?:is|are)|(?:my|our) \\S+ (?:is|are|has|"
+        "have|starts|begins)) ",
+        Pattern::caseless);
+    static const Pattern matter(
+        "((?:\\d ?(?:[ap]\\.?m\\.?)?|noon|midnight|morning|afternoon|evening|tonight|today|tomorrow|day)) for "
+        "(?=(?:the|my|our|an?|his|her|their|\\p{L}+['’]s) )",
+        Pattern::caseless);
+    // Nobody else can be reminded; the user can be, of reminding them.
+    static const Pattern other("^(?!(?:Mon|Tues|Wednes|Thurs|Fri|Satur|Sun)day|To|Next|This|About|Again|Please)"
+                               "\\p{Lu}\\p{Ll}+ (?:of|about) \\S");
+    if (other.find(wish))
+        wish = "to remind " + wish;
+    if (clause.find(wish)) // "I have a meeting at 10, please remind me."
+        wish = "that " + wish;
+    else if (const auto match = matter.find(wish); match && trimmed(rest) != wish) // What is left of "for friday for".
+        wish = wish.substr(0, match->range.start) + match->texts[0] + " about " + wish.substr(match->range.end);
     if (const auto match = ofRule.find(wish)) // What is left of "set a monthly reminder for".
         wish = match->texts[1] + " " + match->texts[0];
     const auto length = SpokenLength::read(wish);

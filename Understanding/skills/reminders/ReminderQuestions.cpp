@@ -12,6 +12,7 @@
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/SpokenWhen.h"
 #include "Understanding/time/TimeChoicePicker.h"
+#include "Understanding/words/RequestText.h"
 
 #include <nlohmann/json.hpp>
 
@@ -25,6 +26,19 @@ namespace {
 
 using Step = std::optional<RuleStep>;
 
+/// "When I go to the doctor" is an answer, though one that nobody here can tell the time of.
+Step askForTime(const std::string& core, PendingQuestion asked, RequestMemory memory)
+{
+    static const Pattern occasion(
+        "^(?:when|whenever|once|as soon as|before|after|while) (?:i|we|he|she|they|it)\\b", Pattern::caseless);
+    if (!occasion.find(core) || !asked.tool.empty())
+        return std::nullopt;
+    const auto task = TaskWords::of(asked.task, memory.request);
+    asked.question = "I can't tell when that is. At what time should I remind you"
+        + (task.text.empty() ? "" : " " + task.linked()) + "?";
+    return RuleStep::asking(std::move(asked), std::move(memory));
+}
+
 Step takeTime(
     const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
 {
@@ -37,7 +51,7 @@ Step takeTime(
     const std::string answer = ReminderIntent::timeAnswer(core);
     const auto phrase = SpokenPhrase::read(answer, around);
     if (!phrase)
-        return std::nullopt;
+        return askForTime(core, asked, std::move(memory));
     const std::string time = asked.settled.completing(answer, around);
     if (!asked.tool.empty())
         return RuleStep{
@@ -81,6 +95,23 @@ Step takeWhole(const std::string& core, const PendingQuestion&, RequestMemory me
     return RuleStep{call, std::move(memory)};
 }
 
+/// "My tablets", "take my tablets"
+Step takeThing(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    static const Pattern thing(
+        "^(?:the|my|our|his|her|their|a|an|some|all|both|two|three|those|these)\\b", Pattern::caseless);
+    const std::string answer = ReminderIntent::taskAnswer(core);
+    const Json kept = parseJson(asked.arguments).value_or(Json::object());
+    const std::string verb = thing.find(answer) ? readString(kept, "verb").value_or("") + " " : "";
+    if (answer.empty())
+        return std::nullopt;
+    memory.request = "remind me to " + verb + core;
+    return RuleStep{
+        ReminderCalls{around}.setTask(verb.empty() ? answer : RequestText::written(verb + core), asked.settled.clock),
+        std::move(memory)};
+}
+
 Step takeReminder(
     const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
 {
@@ -116,6 +147,7 @@ const QuestionKind ReminderQuestions::whichTime{takeChoice};
 const QuestionKind ReminderQuestions::when{takeTime};
 const QuestionKind ReminderQuestions::task{takeTask};
 const QuestionKind ReminderQuestions::whole{takeWhole};
+const QuestionKind ReminderQuestions::whatThatIs{takeThing};
 const QuestionKind ReminderQuestions::occurrences{takeOccurrences};
 const QuestionKind ReminderQuestions::whichReminder{takeReminder};
 
@@ -125,7 +157,12 @@ std::string ReminderQuestions::wordedDoubt(
     static const Pattern marker("\\b([ap])m$");
     const auto day = DateParts::parse(settled.day);
     const bool isRuleOpen = !settled.rule.empty() && unclear.empty(); // "Every month" lacks its day.
-    const std::string lead = unclear.empty() ? "" : "I am not sure what you mean by \"" + std::string(unclear) + "\". ";
+    static const Pattern rare(
+        "^(?:every|each) (?!.*\\b(?:and|at|on)\\b).*\\b(?:hour|minute|other|second|third|\\d+)", Pattern::caseless);
+    const std::string lead = unclear.empty() ? ""
+        : rare.find(unclear)
+        ? "I can remind you every day, every week, every month or every year, and not " + std::string(unclear) + ". "
+        : "I am not sure what you mean by \"" + std::string(unclear) + "\". ";
     const std::string often = settled.rule.empty() ? "" : " " + settled.rule;
     const auto half = marker.find(settled.clock);
     const std::string clock = settled.clock.empty() ? ""

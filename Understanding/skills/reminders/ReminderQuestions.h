@@ -15,6 +15,7 @@ struct ReminderQuestions {
     static const QuestionKind when;
     static const QuestionKind task; ///< What the reminder at `date` is for.
     static const QuestionKind whole; ///< Neither task nor time is known.
+    static const QuestionKind whatThatIs; ///< That "them" stands for; its verb and its time are known.
     static const QuestionKind occurrences; ///< The next one, or all: the call is to be made again with `series`.
     static const QuestionKind whichReminder; ///< Of the found ones: the call is to be made again with its id.
 

@@ -4,6 +4,7 @@
 #include "Understanding/dialogue/Pointing.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/reminders/ReminderCalls.h"
+#include "Understanding/skills/reminders/ReminderQuery.h"
 #include "Understanding/skills/reminders/ReminderQuestions.h"
 #include "Understanding/skills/reminders/ReminderReply.h"
 #include "Understanding/skills/reminders/ReminderRules.h"
@@ -197,6 +198,28 @@ RuleStep goOnWithBatch(const ToolResult& result, RequestMemory memory, const Rul
     return ToolResults::say(reply, std::move(memory));
 }
 
+/// "At 7:45", said at ten past seven, is in 35 minutes: of the halves of the day, the one that comes within hours.
+std::optional<RuleStep> setSoon(
+    const ToolRequest& call, const ToolResult& result, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    constexpr int soonMinutes = 3 * 60;
+    const Json arguments = parseJson(call.arguments).value_or(Json::object());
+    const std::string task = result.string("task").value_or("");
+    if (result.status() != ToolStatus::whichTime || memberOf(arguments, "later") || memberOf(arguments, "id")
+        || task.empty() || !result.string("repeat").value_or("").empty())
+        return std::nullopt;
+    const auto choices = ReminderReply::choices(result.json());
+    const DateParts now = DateParts::from(around.now, around.calendar);
+    const DateParts soon = now.adding(soonMinutes);
+    const auto near = [&](const TimeChoice& choice) {
+        return !choice.date.allDay && choice.date > now && choice.date <= soon;
+    };
+    if (choices.size() < 2 || std::ranges::count_if(choices, near) != 1)
+        return std::nullopt;
+    const auto chosen = std::ranges::find_if(choices, near);
+    return RuleStep{ReminderCalls{around}.setAt(task, chosen->date, ""), memory};
+}
+
 std::string replyFor(
     const ToolRequest& call, const ToolResult& result, const RequestMemory& memory, const RuleSurroundings& around)
 {
@@ -224,6 +247,10 @@ RuleStep ReminderResults::take(
     const bool isList = result.status() == ToolStatus::reminders;
     if (isList && memory.wish.kind == Wish::Kind::move)
         return moveFound(listed, std::move(memory), around);
+    if (isList && memory.wish.kind == Wish::Kind::tellNext)
+        return ReminderQuery::tell(listed, std::move(memory), around);
+    if (auto step = setSoon(call, result, memory, around))
+        return *std::move(step);
     std::string reply = replyFor(call, result, memory, around);
     if (isList && memory.wish.kind == Wish::Kind::cancel && memory.wish.scope == Wish::Scope::all)
         return askToCancelAll(std::move(listed), reply, std::move(memory));

@@ -155,6 +155,23 @@ RuleStep giveRule(
     return {calls.repeatThis(reminder.id, first, moment->repeat), std::move(memory)};
 }
 
+/// "To take them": by the time it comes, nobody knows what that was.
+std::optional<RuleStep> askWhatThatIs(
+    const std::string& request, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    static const Pattern pointed("^(\\S+) (them|these|those)$", Pattern::caseless);
+    const auto phrase = SpokenPhrase::read(request, around);
+    const auto match = phrase && phrase->hasTime && !phrase->isAmbiguous() ? pointed.find(phrase->task) : std::nullopt;
+    if (!match)
+        return std::nullopt;
+    const std::string verb = lowerCased(match->texts[0]);
+    return RuleStep::asking({.kind = &ReminderQuestions::whatThatIs,
+                                .question = "What should I remind you to " + verb + "?",
+                                .settled = {.clock = phrase->timeWords},
+                                .arguments = dumpJson(Json{{"verb", verb}})},
+        memory);
+}
+
 bool mayAnswer(const ReminderIntent& intent, const PendingQuestion& asked, const RuleSurroundings& around)
 {
     const auto phrase = SpokenPhrase::read(intent.text, around);
@@ -204,7 +221,7 @@ Request ReminderRules::request(ReminderChange change)
 Request ReminderRules::followUp(Wish wish)
 {
     // Without its own time nobody knows what is earlier, or the same time.
-    const bool mayBeDue = !wish.from.empty() || wish.minutes > 0;
+    const bool mayBeDue = !wish.from.empty() || wish.minutes > 0 || !wish.title.empty();
     return {
         .answer =
             [wish, mayBeDue](RequestMemory memory, const RuleSurroundings& around) {
@@ -213,8 +230,31 @@ Request ReminderRules::followUp(Wish wish)
                 return mayBeDue ? carryOut(wish, std::move(memory), around) : RuleStep{whichThing, std::move(memory)};
             },
         .wish = wish,
-        .mayAnswer = [](const PendingQuestion& asked,
-                         const RuleSurroundings&) { return !QuestionKind::isYesOrNo(asked); }};
+        .mayAnswer = [isNamed = !wish.title.empty()](const PendingQuestion& asked,
+                         const RuleSurroundings&) { return !isNamed && !QuestionKind::isYesOrNo(asked); }};
+}
+
+std::optional<RuleStep> ReminderRules::onceMore(
+    const std::string& words, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    static const Pattern more(
+        "^and (?:also |again |then |(?:another|one more)(?: one)? )?((?:at|on|tomorrow|tonight|in "
+        "the) ?.*?)(?: too| as well| again)?[.!]?$",
+        Pattern::caseless);
+    const FoundThing& reminder = memory.reminder;
+    const auto match = more.find(words);
+    const std::string when = match ? ReminderIntent::bareTime(match->texts[0], around) : "";
+    if (when.empty() || reminder.id.empty() || !reminder.start || reminder.title.empty())
+        return std::nullopt;
+    if (reminder.repeats)
+        return RuleStep{"Please say that one as a whole, with how often it should come.", memory};
+    const SpokenMove to = SpokenMove::read(when, *reminder.start, SpokenMove::FarHour::isAsked, around);
+    const ReminderCalls calls{around};
+    RuleStep step{to.choices.size() == 1 ? calls.setAt(reminder.title, to.choices.front(), "")
+                                         : calls.setTask(reminder.title, when),
+        memory};
+    step.memory.wish = {};
+    return step;
 }
 
 RuleStep ReminderRules::set(const ReminderIntent& intent, RequestMemory memory, const RuleSurroundings& around)
@@ -225,6 +265,8 @@ RuleStep ReminderRules::set(const ReminderIntent& intent, RequestMemory memory, 
             std::move(memory));
     memory.request = intent.text;
     memory.wish = {};
+    if (auto step = askWhatThatIs(intent.text, memory, around))
+        return *std::move(step);
     return {ReminderCalls{around}.set(intent.text), std::move(memory)};
 }
 
@@ -245,7 +287,9 @@ RuleStep ReminderRules::carryOut(const Wish& wish, RequestMemory memory, const R
     const ReminderCalls calls{around};
     if (wish.kind == Wish::Kind::cancel)
         return {wish.isDone ? calls.finish(wish.title) : calls.cancel(wish.title), std::move(memory)};
-    if (!wish.title.empty() && namesOnlyDay(wish.when, around)) {
+    // Its own time has to be looked up: the hour stays, or it is moved from there.
+    const bool isEarlier = wish.when.empty() && wish.minutes < 0;
+    if (!wish.title.empty() && (isEarlier || namesOnlyDay(wish.when, around))) {
         memory.wish = wish;
         memory.days.reset();
         return {calls.list(), std::move(memory)};
@@ -256,6 +300,8 @@ RuleStep ReminderRules::carryOut(const Wish& wish, RequestMemory memory, const R
 RuleStep ReminderRules::putOff(const Wish& wish, RequestMemory memory, const RuleSurroundings& around)
 {
     const ReminderCalls calls{around};
+    if (wish.when.empty() && wish.minutes < 0)
+        return {whichThing, std::move(memory)};
     return {calls.putOff(wish.title, wish.when.empty() ? byMinutes(wish.minutes) : wish.when), std::move(memory)};
 }
 

@@ -16,6 +16,9 @@ struct ReminderRules {
     /// Of what was talked about, whatever skill that is a matter of; else of what is due, or a question.
     static Request followUp(Wish wish);
 
+    /// "And at 8 pm", right behind one that was set: the same once more. Nothing for anything else.
+    static std::optional<RuleStep> onceMore(
+        const std::string& words, const RequestMemory& memory, const RuleSurroundings& around);
     static RuleStep set(const ReminderIntent& intent, RequestMemory memory, const RuleSurroundings& around);
     static RuleStep change(const ReminderChange& change, RequestMemory memory, const RuleSurroundings& around);
     /// What is wished of a thing, done with the reminder of that name.

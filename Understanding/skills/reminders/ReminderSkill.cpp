@@ -6,6 +6,8 @@
 #include "Understanding/skills/reminders/ReminderCalls.h"
 #include "Understanding/skills/reminders/ReminderCues.h"
 #include "Understanding/skills/reminders/ReminderOccasion.h"
+#include "Understanding/skills/reminders/ReminderOffer.h"
+#include "Understanding/skills/reminders/ReminderQuery.h"
 #include "Understanding/skills/reminders/ReminderReply.h"
 #include "Understanding/skills/reminders/ReminderResults.h"
 #include "Understanding/skills/reminders/ReminderRules.h"
@@ -65,6 +67,14 @@ Found requestFor(std::optional<ReminderChange> change)
     return change ? Found(ReminderRules::request(*std::move(change))) : std::nullopt;
 }
 
+/// "To call the school tomorrow too": one more of what was spoken of, and no word of the task.
+std::string withoutToo(const std::string& content, const RuleSurroundings& around)
+{
+    static const Pattern too(",? (?:too|as well)$", Pattern::caseless);
+    const std::string rest = too.replaceAll(content, "");
+    return rest != content && TimeWords::atEnd(rest, around) ? rest : content;
+}
+
 /// "Not now, remind me this evening" is about one that is there, and so is "remind me on friday instead".
 Found remind(const RequestReading& reading, const RuleSurroundings& around)
 {
@@ -75,7 +85,7 @@ Found remind(const RequestReading& reading, const RuleSurroundings& around)
             return requestFor(std::move(change));
     }
     const std::string lead = reading.has(ReminderCues::wake) ? "to wake up " : "";
-    return ReminderRules::request(ReminderIntent::of(lead + reading.content));
+    return ReminderRules::request(ReminderIntent::of(lead + withoutToo(reading.content, around)));
 }
 
 Found list(const RequestReading& reading, const RuleSurroundings& around)
@@ -135,8 +145,9 @@ Found readPlea(const std::string& core, const RuleSurroundings& around)
 /// "Remind me when" is the opening of a question for others, so it is looked at with its first words.
 Found readSaid(const std::string& words, const RuleSurroundings& around)
 {
-    auto occasion = ReminderOccasion::read(words, around);
-    return occasion ? Found(ReminderOccasion::request(*std::move(occasion))) : std::nullopt;
+    if (auto occasion = ReminderOccasion::read(words, around))
+        return ReminderOccasion::request(*std::move(occasion));
+    return ReminderOffer::read(words, around);
 }
 
 /// A time and nothing else is another time for what was talked about.
@@ -146,6 +157,8 @@ Found readPlain(const std::string& core, const RuleSurroundings& around)
         return std::nullopt;
     if (auto request = readPlea(core, around))
         return request;
+    if (auto query = ReminderQuery::read(core))
+        return query;
     if (auto wish = FollowUpWish::read(core, around))
         return ReminderRules::followUp(*std::move(wish));
     const std::string words = ReminderIntent::bareTime(core, around);
@@ -254,6 +267,7 @@ constinit const Skill ReminderSkill::row{
     .questionBefore = questionBefore,
     .takeResult = ReminderResults::take,
     .whatWasDone = ReminderReply::whatWasDone,
+    .goOn = ReminderRules::onceMore,
     .undo = undo,
     .addAnother = addAnother,
     .retime = ReminderRules::retime,

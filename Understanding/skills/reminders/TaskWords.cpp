@@ -15,8 +15,11 @@ std::string linkFor(const std::string& lowerTask, const std::string& lowerWords)
     static const Pattern thing(
         "^(?:the|my|our|your|his|her|their|a|an|this|that|these|those|all|some|\\d+)\\b|^\\S+'s\\b"
         "|^(?!(?:br|r|s|p|str|sl|spr|fl|st)ing\\b)[a-z]+ing\\b"); // "Paying rent", but not "bring" and "ring".
+    static const Pattern clause("^(?:i|we|(?:i|we|there|it)['’](?:m|ve|re|s)|there (?:is|are)) ");
     if (lowerTask.starts_with("not to "))
         return "";
+    if (clause.find(lowerTask))
+        return "that";
     const std::size_t place = lowerWords.find(lowerTask.substr(0, lowerTask.find(' ')));
     const std::string before = place == std::string::npos ? "" : " " + trimmed(lowerWords.substr(0, place));
     if (before.ends_with(" to"))
