@@ -188,6 +188,12 @@ Items ItemWords::split(std::string_view text)
     return items;
 }
 
+std::string ItemWords::one(std::string_view words)
+{
+    const Items items = split(words);
+    return items.size() == 1 ? items.front() : trimmed(words);
+}
+
 std::string ItemWords::named(std::string_view words)
 {
     constexpr std::array<std::string_view, 10> ordinals{

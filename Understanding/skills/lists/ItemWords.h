@@ -14,6 +14,8 @@ struct ItemWords {
     /// is one thing ("salt and pepper", "an hour and a half") or one duty ("wash and iron the shirts", "call Ana and
     /// Bob"). Where nobody says commas, groceries that everybody buys are told apart too.
     static std::vector<std::string> split(std::string_view words);
+    /// One thing as it is to stand there: "a cap" as "cap"; what is more than one thing stays as it was said.
+    static std::string one(std::string_view words);
     /// One thing that is there already, as the tool takes it: "#4" for "item 4", "#last" for "the last one"; else its
     /// words.
     static std::string named(std::string_view words);

@@ -276,7 +276,8 @@ Found changing(const std::string& text)
         const auto old = ItemWords::namedAll(from);
         if (!name || old.empty())
             return std::nullopt;
-        return ListIntent{.kind = Kind::replace, .list = *name, .items = {old.front(), ListPhrase::withoutEnds(to)}};
+        return ListIntent{
+            .kind = Kind::replace, .list = *name, .items = {old.front(), ItemWords::one(ListPhrase::withoutEnds(to))}};
     };
     if (const auto match = swapped.find(text))
         if (auto intent = replacing(match->texts[2], match->texts[0], match->texts[1]))

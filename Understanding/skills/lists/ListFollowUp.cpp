@@ -204,7 +204,7 @@ std::optional<ListIntent> ListFollowUp::read(std::string_view core, const ListTa
     if (const auto match = replacing.find(text)) {
         auto intent = ofKnown(Kind::replace, match->texts[0]);
         if (intent)
-            intent->items = {intent->items.front(), ListPhrase::withoutEnds(match->texts[1])};
+            intent->items = {intent->items.front(), ItemWords::one(ListPhrase::withoutEnds(match->texts[1]))};
         return intent;
     }
     if (const auto match = adding.find(text)) {
@@ -295,9 +295,9 @@ std::optional<ListIntent> ListFollowUp::readStatement(std::string_view core)
         Pattern::caseless);
     if (text.size() > ListIntent::longestRead)
         return std::nullopt;
-    static const Pattern added(
-        "^(?:please )?(?:add|also add)(?: some| more)* (?!to\\b|on\\b|in\\b|an? (?:new|another)\\b)(.+?)(?: too| as "
-        "well)?$",
+    static const Pattern added("^(?:please )?(?:add|also add)(?: some| more| an?| the)* (?!to\\b|on\\b|in\\b|an? "
+                               "(?:new|another)\\b)(.+?)(?: too| as "
+                               "well)?$",
         Pattern::caseless);
     static const Pattern notGoods(
         "\\b(?:event|meeting|appointment|reminder|alarm|timer|note|calendar|contact|task|list|lists|every|weekly|daily|"

@@ -160,7 +160,7 @@ std::optional<ListIntent> ListItemTalk::readRenaming(std::string_view core, cons
         return std::nullopt;
     const auto items = named(talk.items, match->texts[0]);
     if (items.size() == 1)
-        return ListIntent{.kind = Kind::replace, .items = {items.front(), words}};
+        return ListIntent{.kind = Kind::replace, .items = {items.front(), ItemWords::one(words)}};
     const auto list = std::ranges::find_if(
         talk.names, [&](const std::string& name) { return padded(name) == padded(match->texts[0]); });
     return naming.find(text) && list != talk.names.end()
