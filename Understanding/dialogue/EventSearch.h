@@ -33,6 +33,7 @@ struct EventSearch {
     bool isUnclear = false; ///< The words say more of the time than was understood.
     bool isAll = false; ///< Every one that fits.
     bool isNext = false; ///< The first that is still to come.
+    bool isLast = false; ///< The last one of `days`.
     bool isBack = false; ///< One that is over.
     bool isWide = false; ///< A whole year is looked through, since less was not enough.
     int minutes = 0;

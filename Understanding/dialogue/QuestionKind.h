@@ -17,6 +17,8 @@ struct QuestionKind {
         const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around);
 
     Answer answer = nullptr; ///< Empty for a question of yes or no: the call that waits is made, or is not.
+    /// Whether words answer it that could be read as a request of their own; empty for none that do.
+    bool (*isAnswer)(const std::string& core, const RuleSurroundings& around) = nullptr;
 
     /// Whether the call that waits is made as it stands, once the user agrees.
     static bool isYesOrNo(const PendingQuestion& asked) { return asked.kind && !asked.kind->answer; }

@@ -35,7 +35,8 @@ std::optional<RuleStep> FollowUpRules::answer(
 {
     const std::string core(words);
     PendingQuestion asked = std::exchange(memory.pending, {});
-    if (!saysWhen(core) && isNewRequest(asked, core, around))
+    const bool isAnswer = asked.kind && asked.kind->isAnswer && asked.kind->isAnswer(core, around);
+    if (!isAnswer && !saysWhen(core) && isNewRequest(asked, core, around))
         return std::nullopt;
     if (asked.kind && asked.kind->answer) {
         if (auto step = asked.kind->answer(core, asked, memory, around))

@@ -290,7 +290,8 @@ bool mayNameOurs(const std::string& phrase)
     static const Pattern ours(
         "\\b(?:to do|todo|events?|schedules?|scheduled|meetings?|put down|wake|bought|items?|notify|nudge"
         "|ping me|minutes from now|did i|my (?:\\w+ )?(?:flight|train|bus|taxi|plane|tickets?|hotel|trip))\\b"
-        "|\\bin \\d+ (?:minutes?|hours?|seconds?)\\b");
+        "|\\bin \\d+ (?:minutes?|hours?|seconds?)\\b"
+        "|^(?:please |can you |could you )*(?:move|reschedule|postpone|delay|push|shift|rename) (?:the|our|that)\\b");
     return ours.find(phrase).has_value();
 }
 

@@ -6,6 +6,7 @@
 #include "Understanding/dialogue/SeriesWords.h"
 #include "Understanding/skills/calendar/AgendaCalls.h"
 #include "Understanding/skills/calendar/AgendaReply.h"
+#include "Understanding/skills/calendar/AgendaRules.h"
 #include "Understanding/skills/calendar/CalendarWords.h"
 #include "Understanding/skills/calendar/EventName.h"
 #include "Understanding/skills/reminders/ReminderChange.h"
@@ -46,6 +47,8 @@ RuleStep tellNext(RequestMemory memory, const RuleSurroundings& around)
     // What is asked for "after that" is behind this one. A time alone is no wish to move it: the topic stays.
     if (!memory.found.empty())
         memory.event = memory.found.front();
+    else if (!wish.title.empty())
+        memory.event = {}; // "It" would be something else than what was asked for.
     std::string reply = wish.title.empty() || !memory.found.empty() ? AgendaReply::next(memory.found) : notFound;
     return {std::move(reply), std::move(memory)};
 }
@@ -110,11 +113,39 @@ RuleStep askWhichEvent(RequestMemory memory)
         {.kind = &AgendaChange::whichEvent, .question = question + ". Which one do you mean?"}, std::move(memory));
 }
 
+/// "To next week": the same day of it at the same hour.
+std::optional<DateParts> inNextWeek(const DateParts& start, const std::string& when, const RuleSurroundings& around)
+{
+    static const Pattern week("^(?:(?:evening|night|morning|afternoon) )?(?:(?:to|till|until|on|in|at) )?(?:the "
+                              ")?(?:next|following|coming) week$",
+        Pattern::caseless);
+    const auto instant = start.instant(around.calendar);
+    if (!instant || !week.find(when))
+        return std::nullopt;
+    constexpr int daysOfWeek = 7;
+    const auto sinceMonday = [&](Instant day) { return (around.calendar.parts(day).weekday + 5) % daysOfWeek; };
+    // Days stand at noon, so that no change of the clock moves them.
+    const auto noonOf = [&](const DateParts& day) {
+        constexpr int noon = 12 * 60;
+        DateParts moment = day.wholeDay();
+        moment.allDay = false;
+        return moment.adding(noon).instant(around.calendar).value_or(around.now);
+    };
+    const DateParts today = DateParts::fromDay(around.now, around.calendar);
+    const auto apart = std::chrono::round<std::chrono::days>(noonOf(start) - noonOf(today)).count();
+    const auto weeksMonday = apart - sinceMonday(*instant) + sinceMonday(around.now); // From this one, in days.
+    constexpr int minutesOfDay = 24 * 60;
+    // Of what is in the next week already, the one behind that is meant.
+    return start.adding((weeksMonday > 0 ? daysOfWeek : daysOfWeek - weeksMonday) * minutesOfDay);
+}
+
 /// Where the event goes; nothing where that cannot be told.
 SpokenMove newStart(const FoundThing& event, const Wish& wish, const RuleSurroundings& around)
 {
     if (!event.start)
         return {};
+    if (const auto start = inNextWeek(*event.start, wish.when, around))
+        return SpokenMove{{*start}};
     if (!wish.when.empty())
         return SpokenMove::read(wish.when, *event.start, SpokenMove::FarHour::isUsual, around);
     return event.start->allDay ? SpokenMove() : SpokenMove{{event.start->adding(wish.minutes)}};
@@ -207,7 +238,10 @@ Step takeOccurrences(
 Step takeStart(
     const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
 {
-    const auto start = TimeChoicePicker::pick(SpokenPhrase::withDigits(core), asked.choices);
+    static const Pattern date("\\b\\d{1,2}(?:st|nd|rd|th)\\b", Pattern::caseless); // "The 2nd" is no second one.
+    auto start = date.find(core) ? AgendaRules::dayNamed(core, asked.choices) : std::nullopt;
+    if (!start && !date.find(core))
+        start = TimeChoicePicker::pick(SpokenPhrase::withDigits(core), asked.choices);
     if (!start || memory.found.empty())
         return std::nullopt;
     const FoundThing event = memory.found.front();

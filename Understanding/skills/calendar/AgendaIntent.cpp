@@ -166,6 +166,8 @@ std::optional<AgendaIntent> AgendaIntent::adding(const RequestReading& reading, 
         .repeat = std::move(event.repeat),
         .isRepeatUnknown = event.isRepeatUnknown,
         .isTimeUnclear = event.isTimeUnclear,
+        .isPartOfDay = event.isPartOfDay,
+        .contraryDays = std::move(event.contraryDays),
         .clock = event.clock};
     // "The party is on saturday at 8" only tells of it.
     static const Pattern told(

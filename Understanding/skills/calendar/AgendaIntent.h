@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quorvell {
 
@@ -35,6 +36,8 @@ struct AgendaIntent {
     int remindMinutes = -1; ///< Of add: a reminder so long before it is wished for as well; below 0 for none.
     bool isWholeDay = false; ///< Of add: they said so.
     bool isTimeUnclear = false; ///< Of add: the words say more of its time than was understood.
+    bool isPartOfDay = false; ///< Of add: `start` stands for a morning or an evening.
+    std::vector<DateParts> contraryDays{}; ///< Of add: two days that the words name and that do not agree.
     std::optional<DateParts> clock{}; ///< Of add: the hour that was clear where the day was not.
     bool isUnasked = false; ///< Of add: they only spoke of it, and are asked first.
     std::string when{}; ///< The user's words for the new time.

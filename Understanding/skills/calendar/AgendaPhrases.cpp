@@ -14,6 +14,7 @@
 #include "Understanding/skills/calendar/EventSetting.h"
 #include "Understanding/skills/calendar/EventWay.h"
 #include "Understanding/time/SpokenLength.h"
+#include "Understanding/time/TimeWords.h"
 
 #include <cstddef>
 #include <deque>
@@ -44,6 +45,12 @@ Found saying(std::string text)
 bool namesCalendar(const std::string& plain)
 {
     static const Pattern named("\\b(?:" + CalendarWords::calendar + "|" + CalendarWords::noun + ")\\b");
+    return named.find(plain).has_value();
+}
+
+bool namesOwnCalendar(const std::string& plain)
+{
+    static const Pattern named("\\b" + CalendarWords::calendar + "\\b");
     return named.find(plain).has_value();
 }
 
@@ -136,6 +143,12 @@ const std::deque<EventWay>& askedWays()
     return ways;
 }
 
+/// "A call", "yoga", but neither "anything" nor "an event".
+bool namesAny(const EventSearch& search)
+{
+    return !search.name.empty() || (!search.noun.empty() && !EventName::isAnyNoun(search.noun));
+}
+
 /// Words that stand for a list: "show me", "what is on", "how many".
 bool asksForList(const std::string& plain)
 {
@@ -156,6 +169,23 @@ bool isBareList(const std::string& plain, const EventSearch& search)
     return named.find(plain) && search.name.empty();
 }
 
+/// "Show me tomorrow", "tell me about friday": nothing but days.
+Found showingDays(const std::string& plain, const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern form(
+        "^(?:(?:please|can you|could you|would you|just|and|now|okay|so) )*(?:show|list|read|give|go "
+        "through|tell me about|run through|walk me through)(?: (?:me|us))?(?: (?:about|for|out))?"
+        " ((?:my |the |all of |whole )*\\S.*)$");
+    const auto match = form.find(plain);
+    if (!match || CalendarWords::isOfOthers(plain))
+        return std::nullopt;
+    auto search = CalendarWords::search(match->texts[0], around);
+    if (!search || !search->days || !search->name.empty() || search->isUnclear)
+        return std::nullopt;
+    search->aim = Aim::tell;
+    return EventLookup::request(*std::move(search), core);
+}
+
 bool isSetting(const std::string& plain)
 {
     static const Pattern sets(
@@ -173,6 +203,8 @@ Found asking(const std::string& plain, const std::string& core, const RuleSurrou
         "\\b(?:party|dinner|lunch|breakfast|brunch|concert|wedding|interview|haircut|lesson|class|"
         "flight|training|dentist|doctor|vet|game|trip|date)\\b");
     static const Pattern change("\\b(?:rescheduled|moved|changed|cancelled|postponed)\\b");
+    // Of a booking there is more to know than when it is.
+    static const Pattern detail("\\b(?:number|numbers|code|codes|password|reference|pin|price|cost|id)\\b");
     static const Pattern toOthers(
         "\\bhappened\\b|^(?:please )?(?:tell|give|let|send|ask) (?!me\\b|us\\b|the\\b|my\\b|all\\b|any\\b)[a-z]+ ");
     static const Pattern howTo(
@@ -180,7 +212,7 @@ Found asking(const std::string& plain, const std::string& core, const RuleSurrou
         "edit|set|schedule)\\b");
     if (howTo.find(plain) && namesCalendar(plain))
         return saying(howToSay);
-    if (toOthers.find(plain))
+    if (toOthers.find(plain) || (detail.find(plain) && !namesOwnCalendar(plain)))
         return std::nullopt;
     // When somebody's birthday is may stand anywhere.
     static const Pattern birthday("\\b(?:birthdays?|anniversar(?:y|ies))\\b");
@@ -188,20 +220,35 @@ Found asking(const std::string& plain, const std::string& core, const RuleSurrou
     if (!isNamed && birthday.find(plain))
         return std::nullopt;
     static const Pattern open("\\b(?:planned|scheduled|happening|going on|coming up|lined up|in store)\\b");
-    static const Pattern owned("^(?:do|did|will) (?:i|we) have\\b"); // "Do I have yoga this week?"
+    // "Do I have yoga this week?" "Is there a standup on friday?" "When does the call with Bob end?"
+    static const Pattern owned(
+        "^(?:(?:and|so|but|also) )*(?:(?:do|did|will) (?:i|we) have|(?:is|are|was) (?:there |my |our |the |still )?"
+        "(?!(?:it|that|this|there|christmas|easter|today|tomorrow)\\b)(?:[a-z'’-]+ "
+        "){1,4}?(?:on|this|next|today|tomorrow)"
+        "\\b(?! sale| fire| top| "
+        "time))(?!.*\\b(?:open|opened|closed|shut|sunny|raining|true|holiday|year|coming|going)\\b)");
+    static const Pattern bounded(
+        "^(?:and |so )?(?:when|what time|at what time|until when) (?:does|do|will|is|did) .*\\b(?:call|"
+        "session|class|standup|review|lesson|practice|rehearsal|training|game|match|course|"
+        "lecture|seminar|workshop|exam|show|visit|event)\\b.* (?:end|ends|finish|over|start|begin)$");
+    static const Pattern whenOrWhere(
+        "^(?:and |so )?(?:when|where|what time|at what time|how long|who) (?:is|are|does|will)\\b");
+    static const Pattern endOfDay("^what is (?:the|my) (?:very )?(?:last|first) (?:thing|one)\\b");
     const bool isOwned = owned.find(plain).has_value();
+    const bool isByName = bounded.find(plain) || (whenOrWhere.find(plain) && CalendarWords::namesPartOfDay(plain));
     if (CalendarWords::isOfOthers(plain) || isSetting(plain)
-        || (!isNamed && !isOwned && !occasion.find(plain) && !open.find(plain)))
+        || (!isNamed && !isOwned && !occasion.find(plain) && !open.find(plain) && !isByName && !endOfDay.find(plain)))
         return std::nullopt;
     for (const auto& [form, aim] : askedWays()) {
         const auto match = form.find(plain);
         if (!match)
             continue;
         auto search = CalendarWords::search(match->texts[0], around);
-        if (isOwned && !isNamed && !occasion.find(plain) && search && (search->name.empty() || !search->days))
+        if (isOwned && !isNamed && !occasion.find(plain) && search && (!namesAny(*search) || !search->days))
             return std::nullopt;
-        const bool isOpen = search && search->name.empty() && aim == Aim::confirm;
-        if (!search || (!isNamed && search->name.empty() && !search->days))
+        const bool isOpen =
+            search && aim == Aim::confirm && (isOwned && !isNamed ? !namesAny(*search) : search->name.empty());
+        if (!search || (!isNamed && !namesAny(*search) && !search->days))
             return std::nullopt;
         static const Pattern back("\\b(?:last|was|were|did|previous)\\b");
         search->isBack = aim != Aim::confirm && !search->days && back.find(plain) && !search->isNext;
@@ -210,7 +257,8 @@ Found asking(const std::string& plain, const std::string& core, const RuleSurrou
     }
     static const Pattern planned("\\b(?:planned|scheduled|happening|going on|coming up|lined up|in store)\\b");
     auto search = CalendarWords::search(plain, around);
-    const bool isOfDay = search && search->days && search->name.empty() && planned.find(plain);
+    const bool isOfDay =
+        search && search->days && search->name.empty() && (planned.find(plain) || endOfDay.find(plain));
     if ((!isNamed && !isOfDay) || !search || (!asksForList(plain) && !isBareList(plain, *search)))
         return std::nullopt;
     search->aim = Aim::tell;
@@ -232,6 +280,30 @@ Found askingForTime(const std::string& plain, const RuleSurroundings& around)
         return std::nullopt;
     return AgendaRules::request(
         {.kind = AgendaIntent::Kind::findTime, .days = std::move(days), .minutes = usualMinutes});
+}
+
+/// "Move the flight home to 5:30 pm": a trip that stands in the calendar is no trip to be booked.
+Found movingTrip(const std::string& core, const std::string& plain, const RuleSurroundings& around)
+{
+    static const Pattern form(
+        "^(?:(?:please|can you|could you) )*(?:move|reschedule|shift|push|postpone|delay|put)(?: back)? "
+        "(?:the|my|our) (.+)$",
+        Pattern::caseless);
+    static const Pattern trip(
+        "\\b(?:flight|train|bus|hotel|trip|taxi|cab|ferry|film|movie|concert|show|delivery|pizza)\\b");
+    const auto end = TimeWords::atEnd(core, around);
+    const auto match = end ? form.find(end->rest) : std::nullopt;
+    if (!match || !trip.find(plain) || CalendarWords::isOfOthers(plain) || !around.offers("change_event"))
+        return std::nullopt;
+    constexpr int minutesOfDay = 24 * 60;
+    const auto days = TimeWords::daysIn(end->time);
+    const auto length = SpokenLength::read(end->time);
+    const int minutes = days ? *days * minutesOfDay : length && length->rest.empty() ? length->minutes : 0;
+    return AgendaRules::request({.kind = AgendaIntent::Kind::move,
+        .days = SpokenDays::ahead(around),
+        .minutes = minutes,
+        .title = match->texts[0],
+        .when = minutes > 0 ? std::string() : end->time});
 }
 
 Found restOfList(const std::string& plain)
@@ -269,11 +341,15 @@ Found AgendaPhrases::read(const std::string& core, const RuleSurroundings& aroun
         return request;
     if (auto request = EventActs::read(core, plain, around))
         return request;
+    if (auto request = movingTrip(core, plain, around))
+        return request;
     if (auto request = removing(plain, core, around))
         return request;
     if (auto request = EventSetting::read(core, plain, around))
         return request;
     if (auto request = askingForTime(plain, around))
+        return request;
+    if (auto request = showingDays(plain, core, around))
         return request;
     return asking(plain, core, around);
 }

@@ -152,7 +152,9 @@ std::string extent(const Json& result, Wish::Scope scope)
 std::string untilWhen(const ToolRequest& call, const Json& result)
 {
     const auto arguments = parseJson(call.arguments);
-    const bool isSaid = arguments && (memberOf(*arguments, "end") || memberOf(*arguments, "minutes"));
+    const Json* changes = arguments ? memberOf(*arguments, "changes") : nullptr;
+    const bool isLength = changes && memberOf(*changes, "end") && !memberOf(*changes, "start");
+    const bool isSaid = isLength || (arguments && (memberOf(*arguments, "end") || memberOf(*arguments, "minutes")));
     const auto start = ToolResults::dateIn(result, "start");
     const auto end = ToolResults::dateIn(result, "end");
     if (!isSaid || !start || !end || !(*end > *start))
@@ -183,7 +185,7 @@ std::string whatStayed(const Json& result)
                  : "";
 }
 
-enum class Described { time, title, place };
+enum class Described { time, length, title, place };
 
 /// What else of an event was changed by the call.
 Described described(const ToolRequest& call)
@@ -192,9 +194,10 @@ Described described(const ToolRequest& call)
     const Json* changes = memberOf(arguments, "changes");
     if (!changes || memberOf(*changes, "start"))
         return Described::time;
-    return memberOf(*changes, "title") ? Described::title
-        : memberOf(*changes, "place")  ? Described::place
-                                       : Described::time;
+    return memberOf(*changes, "end")  ? Described::length
+        : memberOf(*changes, "title") ? Described::title
+        : memberOf(*changes, "place") ? Described::place
+                                      : Described::time;
 }
 
 std::string eventReply(const ToolRequest& call, const ToolResult& answer, Wish::Scope scope, const LocalTime& around)
@@ -207,12 +210,14 @@ std::string eventReply(const ToolRequest& call, const ToolResult& answer, Wish::
         return "I have deleted " + whatWent(result) + " from your calendar." + whatStayed(result);
     if (answer.status() == ToolStatus::undone)
         return "Undone: " + text(result, "what") + ".";
-    if (answer.status() == ToolStatus::changed && described(call) != Described::time)
-        return described(call) == Described::title ? "It is called " + title + " now."
-                                                   : title + " is at " + text(result, "place") + " now.";
+    const Described what = described(call);
+    if (answer.status() == ToolStatus::changed && what == Described::title)
+        return "It is called " + title + " now.";
+    if (answer.status() == ToolStatus::changed && what == Described::place)
+        return title + " is at " + text(result, "place") + " now.";
     if (answer.status() == ToolStatus::changed)
-        return title + " is now" + (when.empty() ? " changed" : " " + when) + extent(result, scope) + "."
-            + caveats(result);
+        return title + " is now" + (when.empty() ? " changed" : " " + when) + untilWhen(call, result)
+            + extent(result, scope) + "." + caveats(result);
     const std::string repeat = text(result, "repeat_words");
     const std::string often = repeat.empty() ? "" : ", " + lowerCased(repeat.substr(0, 1)) + repeat.substr(1);
     return "I have put " + title + " into your calendar" + often

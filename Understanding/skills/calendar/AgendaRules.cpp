@@ -2,6 +2,8 @@
 #include "Understanding/skills/calendar/AgendaRules.h"
 
 #include "QuorvellCore/reminders/state/ReminderRepeat.h"
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/calendar/AgendaCalls.h"
@@ -15,11 +17,15 @@
 #include "Understanding/time/SpokenLength.h"
 #include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenMove.h"
+#include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/SpokenWhen.h"
+#include "Understanding/time/TimeVocabulary.h"
 
 #include <nlohmann/json.hpp>
 
+#include <cstdlib>
 #include <utility>
+#include <vector>
 
 namespace quorvell {
 
@@ -34,6 +40,14 @@ constexpr const char* repeatUnknown =
 constexpr const char* ruleIsFixed =
     "I cannot change how often an event comes. Please delete it and put it into your calendar again.";
 
+DateParts atClockOf(DateParts day, const DateParts& clock)
+{
+    day.hour = clock.hour;
+    day.minute = clock.minute;
+    day.allDay = false;
+    return day;
+}
+
 /// A day without an hour is all of it for a birthday, hardly for a dinner, and hardly for what comes every week.
 bool lacksTime(const AgendaIntent& intent)
 {
@@ -44,6 +58,8 @@ bool lacksTime(const AgendaIntent& intent)
         "bank holiday|camp|camping|cruise|visit|visits|stay|retreat|sick|exam week|expires?|"
         "renewal|day)\\b",
         Pattern::caseless);
+    if (intent.isPartOfDay)
+        return true;
     if (intent.hasTime() || intent.end || intent.isWholeDay)
         return false;
     const auto repeat = ReminderRepeat::fromStored(intent.repeat);
@@ -75,6 +91,21 @@ RuleStep askWhen(const AgendaIntent& intent, RequestMemory memory)
     return RuleStep::asking(std::move(asked), std::move(memory));
 }
 
+/// "The 27th is a Friday." Both readings are kept for the answer, at the hour that was clear.
+RuleStep askWhichDay(const AgendaIntent& intent, RequestMemory memory)
+{
+    PendingQuestion asked{.kind = &AgendaRules::whichDay, .task = intent.title, .repeat = intent.repeat};
+    for (const DateParts& day : intent.contraryDays) {
+        const DateParts start = intent.clock ? atClockOf(day, *intent.clock) : day;
+        asked.choices.push_back({start, SpokenWhen::date(day)});
+    }
+    asked.question = "Day and date do not agree. Do you mean " + asked.choices.front().when + " or "
+        + asked.choices.back().when + "?";
+    if (intent.minutes > 0)
+        asked.arguments = dumpJson(Json{{"minutes", intent.minutes}});
+    return RuleStep::asking(std::move(asked), std::move(memory));
+}
+
 RuleStep add(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls& calls)
 {
     if (intent.isRepeatUnknown)
@@ -85,8 +116,11 @@ RuleStep add(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls
                                     .date = intent.start,
                                     .repeat = intent.repeat},
             std::move(memory));
-    if (!intent.start || lacksTime(intent))
-        return askWhen(intent, std::move(memory));
+    if (!intent.start || lacksTime(intent)) {
+        memory.event = {}; // "It" is the new one already.
+        const bool isWhichDay = !intent.start && !intent.contraryDays.empty() && !intent.title.empty();
+        return isWhichDay ? askWhichDay(intent, std::move(memory)) : askWhen(intent, std::move(memory));
+    }
     auto answer = calls.add(intent);
     const auto* request = std::get_if<ToolRequest>(&answer);
     if (!intent.isUnasked || !request)
@@ -138,17 +172,49 @@ AgendaIntent moving(const Wish& wish)
         .when = length ? std::string() : wish.when};
 }
 
-DateParts atClockOf(DateParts day, const DateParts& clock)
+/// How long it is by that answer; 0 where it does not say.
+int minutesOf(const EventWords& said)
 {
-    day.hour = clock.hour;
-    day.minute = clock.minute;
-    day.allDay = false;
-    return day;
+    constexpr int minutesOfHour = 60;
+    if (said.minutes > 0 || !said.start || !said.end || said.start->allDay)
+        return said.minutes;
+    constexpr int hoursOfDay = 24;
+    const int minutes = (said.end->hour - said.start->hour) * minutesOfHour + said.end->minute - said.start->minute;
+    return minutes > 0 ? minutes : minutes + hoursOfDay * minutesOfHour;
+}
+
+Step takeWhichDay(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    const auto start = asked.choices.empty() ? std::nullopt : AgendaRules::dayNamed(core, asked.choices);
+    if (!start)
+        return std::nullopt;
+    const Json arguments = parseJson(asked.arguments).value_or(Json::object());
+    return AgendaRules::answer({.kind = AgendaIntent::Kind::add,
+                                   .minutes = static_cast<int>(readInteger(arguments, "minutes").value_or(0)),
+                                   .title = asked.task,
+                                   .start = start,
+                                   .repeat = asked.repeat},
+        std::move(memory), around);
+}
+
+/// A time and nothing else, whatever else it could be a request for.
+bool isWhen(const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern begins(
+        "^(?:at|on|from|between|in the|for|tomorrow|today|tonight|next|noon|half|quarter|the \\d|\\d|"
+            + std::string(TimeVocabulary::weekday) + ")",
+        Pattern::caseless);
+    if (!begins.find(core))
+        return false;
+    const EventWords said = EventWords::read(core, around);
+    return said.title.empty() && said.start && said.repeat.empty();
 }
 
 Step takeWhen(
     const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
 {
+    static const Pattern danglingFor("\\s*\\bfor$|^for\\s+", Pattern::caseless);
     static const Pattern wholeDay(
         "^(?:(?:it is |it will be |make it |for )?(?:all day|the (?:whole|entire) day|all of it|whole day)"
         "(?: long)?|no (?:time|hour|particular time|specific time)|any ?time|it does not matter|i do not "
@@ -157,7 +223,13 @@ Step takeWhen(
         return AgendaRules::answer(
             {.kind = AgendaIntent::Kind::add, .title = asked.task, .start = asked.date->wholeDay(), .isWholeDay = true},
             std::move(memory), around);
-    const std::string words = ReminderIntent::timeAnswer(core);
+    std::string words = ReminderIntent::timeAnswer(core);
+    const EventWords said = EventWords::read(words, around);
+    const int length = minutesOf(said);
+    if (const auto lasting = said.minutes > 0 ? SpokenLength::read(words) : std::nullopt)
+        words = trimmed(danglingFor.replaceAll(lasting->rest, ""));
+    if (asked.date && said.end && said.start && !said.start->allDay) // "From 2 to 4 pm"
+        words = "at " + SpokenWhen::clock(*said.start);
     const auto moment = SpokenMoment::read(words, around);
     const auto to = asked.date ? SpokenMove::read(words, *asked.date, SpokenMove::FarHour::isUsual, around)
                                : SpokenMove{moment ? std::vector{moment->date} : std::vector<DateParts>()};
@@ -175,7 +247,7 @@ Step takeWhen(
     const Json arguments = parseJson(asked.arguments).value_or(Json::object());
     const int minutes = static_cast<int>(readInteger(arguments, "minutes").value_or(0));
     return AgendaRules::answer({.kind = AgendaIntent::Kind::add,
-                                   .minutes = minutes,
+                                   .minutes = length > 0 ? length : minutes,
                                    .title = asked.task,
                                    .start = start,
                                    .repeat = asked.repeat},
@@ -194,8 +266,32 @@ Step takeTitle(
 
 } // namespace
 
-const QuestionKind AgendaRules::when{takeWhen};
+const QuestionKind AgendaRules::when{takeWhen, isWhen};
+const QuestionKind AgendaRules::whichDay{takeWhichDay};
 const QuestionKind AgendaRules::title{takeTitle};
+
+std::optional<DateParts> AgendaRules::dayNamed(const std::string& core, const std::vector<TimeChoice>& choices)
+{
+    static const Pattern number("\\b(\\d{1,2})(?:st|nd|rd|th)?\\b");
+    const std::string plain = lowerCased(SpokenPhrase::withDigits(core));
+    const auto match = number.find(plain);
+    const int day = match ? std::atoi(match->texts[0].c_str()) : 0;
+    std::optional<DateParts> named;
+    for (const TimeChoice& choice : choices) {
+        const std::string when = lowerCased(choice.when);
+        const std::string weekday = when.substr(0, when.find(' '));
+        if (match ? choice.date.day != day : plain.find(weekday) == std::string::npos)
+            continue;
+        if (named)
+            return std::nullopt;
+        named = choice.date;
+    }
+    static const Pattern first("\\bfirst(?: one)?$|\\bformer$");
+    static const Pattern second("\\b(?:second|last|other)(?: one)?$|\\blatter$");
+    if (!named && first.find(plain))
+        return choices.front().date;
+    return !named && second.find(plain) ? std::optional(choices.back().date) : named;
+}
 
 Request AgendaRules::request(AgendaIntent intent)
 {

@@ -11,6 +11,7 @@
 #include "Understanding/skills/calendar/AgendaTopic.h"
 #include "Understanding/skills/calendar/EventLookup.h"
 #include "Understanding/skills/calendar/EventSetting.h"
+#include "Understanding/skills/calendar/EventTalk.h"
 #include "Understanding/skills/reminders/ReminderCalls.h"
 #include "Understanding/skills/reminders/ReminderIntent.h"
 #include "Understanding/skills/reminders/ReminderRules.h"
@@ -250,6 +251,7 @@ constinit const Skill AgendaSkill::row{
     .questionBefore = questionBefore,
     .takeResult = takeResult,
     .whatWasDone = AgendaReply::done,
+    .goOn = EventTalk::goOn,
     .undo = undo,
     .retime = AgendaRules::retime,
     .changeListed = AgendaRules::changeListed,

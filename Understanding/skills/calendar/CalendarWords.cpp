@@ -11,6 +11,7 @@
 #include "Understanding/words/RequestWords.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstddef>
 #include <deque>
@@ -146,6 +147,41 @@ void readDays(std::string& words, EventSearch& search, const RuleSurroundings& a
     }
 }
 
+/// "Parents evening", "movie night": the part of the day belongs to the name. It is written as no word of time while
+/// the days are read.
+struct NamedPart {
+    std::string_view said;
+    std::string_view masked;
+};
+constexpr std::array namedParts{NamedPart{"evening", "qevq"}, NamedPart{"night", "qnigq"},
+    NamedPart{"morning", "qmorq"}, NamedPart{"afternoon", "qaftq"}};
+
+std::string withPartsMasked(std::string subject)
+{
+    static const Pattern named(
+        "\\b(?!(?:the|this|that|these|my|our|your|whole|entire|every|each|any|all|next|last|today|todays|tomorrow|"
+        "tomorrows|yesterday|(?:mon|tues|wednes|thurs|fri|satur|sun)days?|day|early|late|later|one|same|some|"
+        "for|from|with|until|till|before|after|during|over|through|about|and|are|was|free|busy|have|has|got|planned|"
+        "scheduled|happening|going|doing|coming|anything|something|nothing|everything|things?|stuff|events?|meetings?|"
+        "appointments?|plans?|there|else|other|good|work|calendar|schedule|agenda|diary|\\d\\w*)\\b)"
+        "[a-z][a-z'’]{2,} (?:(?=evening\\b)|(?=night\\b)|(?=morning\\b)|(?=afternoon\\b))");
+    const auto match = named.find(subject);
+    if (!match)
+        return subject;
+    for (const auto& [said, masked] : namedParts)
+        if (subject.compare(match->range.end, said.size(), said) == 0)
+            return subject.replace(match->range.end, said.size(), masked);
+    return subject;
+}
+
+std::string withPartsShown(std::string name)
+{
+    for (const auto& [said, masked] : namedParts)
+        if (const std::size_t found = name.find(masked); found != std::string::npos)
+            name.replace(found, masked.size(), said);
+    return name;
+}
+
 bool speaksOfTime(const std::string& words, const RuleSurroundings& around)
 {
     return split(SpokenMoment::wordsBeside(words, around)).size() < split(words).size();
@@ -162,6 +198,11 @@ bool CalendarWords::holdsTimeWords(std::string_view name)
         "|(?:at|after|before|between|from|until|till|by|around|past) (?:\\d|one|two|three|four|five|six|"
         "seven|eight|nine|ten|eleven|twelve)|\\d{1,2} ?[ap]m|\\d{1,2}:\\d\\d|\\d{1,2}(?:st|nd|rd|th))\\b");
     return time.find(name).has_value();
+}
+
+bool CalendarWords::namesPartOfDay(const std::string& plain)
+{
+    return withPartsMasked(plain) != plain;
 }
 
 CalendarWords CalendarWords::of(std::string_view core)
@@ -221,12 +262,16 @@ std::optional<EventSearch> CalendarWords::search(std::string subject, const Rule
     subject = trimmed(place.replaceAll(SpokenPhrase::withDigits(subject), " "));
     subject = bareHour.replaceAll(subject, "at ");
     search.isAll = each.find(subject).has_value();
+    subject = withPartsMasked(std::move(subject));
     readDays(subject, search, around);
     search.isNext = !search.isAll && next.find(subject);
     search.isUnclear = speaksOfTime(subject, around) || holdsTimeWords(lowerCased(subject));
     if (search.isUnclear)
         subject = SpokenMoment::wordsBeside(subject, around);
     readName(lowerCased(subject), search);
+    search.name = withPartsShown(std::move(search.name));
+    static const Pattern last("\\b(?:last|latest|final)\\b");
+    search.isLast = search.days && !search.isAll && last.find(subject);
     if (split(search.name).size() > longestName)
         return std::nullopt;
     return search;

@@ -23,6 +23,8 @@ struct CalendarWords {
 
     /// What belongs to somebody else: "the list", "my alarm", a note about a meeting.
     static bool isOfOthers(std::string_view plain);
+    /// "Parents evening", "movie night": a part of the day that belongs to a name.
+    static bool namesPartOfDay(const std::string& plain);
     /// Words of a time that nobody understood; "movie night" and "sprint 12" are names.
     static bool holdsTimeWords(std::string_view name);
 

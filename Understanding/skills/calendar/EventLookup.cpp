@@ -149,6 +149,8 @@ std::vector<FoundThing> fitting(
     const bool isOne = search.aim == Aim::when && !search.isAll && !search.days;
     if (search.isNext || search.isBack || isOne)
         keepNext(found, search, around);
+    if (search.isLast && found.size() > 1)
+        found = {found.back()};
     return found;
 }
 
@@ -364,8 +366,11 @@ RuleStep EventLookup::take(
     const EventLookupReply reply{search, result, around};
     if (found.empty() && search.aim == Aim::remind && !search.value.empty())
         return EventDeed::askTime(search, reply.nothing(listed), std::move(memory));
-    if (found.empty())
+    if (found.empty()) {
+        if (!search.name.empty())
+            memory.event = {}; // "It" would be something else than what was asked for.
         return {reply.nothing(listed), std::move(memory)};
+    }
     if (changes(search.aim) || search.aim == Aim::remind)
         return actOn(std::move(found), search, std::move(memory), around);
     std::string told = reply.found(found);

@@ -71,9 +71,10 @@ std::string EventLookupReply::nothing(const std::vector<FoundThing>& listed) con
     if (search.aim == Aim::remind)
         return "I found no " + wanted() + daysNamed() + " in your calendar"
             + (search.value.empty() ? ", so I have set no reminder." : ".");
-    if (search.name.empty() && search.days)
+    const bool isNamed = !search.name.empty() || (!search.noun.empty() && !listed.empty());
+    if (!isNamed && search.days)
         return "There is nothing in your calendar" + daysNamed() + ".";
-    if (search.name.empty())
+    if (!isNamed)
         return search.isBack ? "There was nothing in your calendar." : "There is nothing coming up in your calendar.";
     constexpr std::ptrdiff_t mostBlanks = 4;
     if (std::ranges::count(search.name, ' ') > mostBlanks) // That is more than a name.

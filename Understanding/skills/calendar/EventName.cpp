@@ -13,7 +13,8 @@ namespace {
 
 constexpr auto nouns = std::to_array<std::string_view>({"meeting", "appointment", "conference", "call", "session",
     "appt", "class", "event", "entry", "entrie", "thing", "plan", "item", "commitment", "engagement", "booking",
-    "activity", "activitie", "occasion", "gathering", "function", "happening"});
+    "activity", "activitie", "occasion", "gathering", "function", "happening", "block", "slot"});
+constexpr auto anyOfThem = std::to_array<std::string_view>({"meeting", "appointment", "appt", "conference"});
 constexpr std::size_t nounsThatSayLittle = 7; ///< Those before it say at least what it is.
 
 constexpr auto idle = std::to_array<std::string_view>({"a", "about", "add", "added", "again", "all", "already", "am",
@@ -147,8 +148,10 @@ std::vector<FoundThing> EventName::called(const std::vector<FoundThing>& events,
 {
     if (noun.empty() || isAnyNoun(noun))
         return events;
+    // People call anything their meeting; a call is a call.
+    const bool isLoose = std::ranges::find(anyOfThem, singular(noun)) != anyOfThem.end();
     auto found = holding(events, {singular(noun)});
-    return found.empty() ? events : found;
+    return found.empty() && isLoose ? events : found;
 }
 
 } // namespace quorvell

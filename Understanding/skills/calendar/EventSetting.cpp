@@ -7,9 +7,11 @@
 #include "Understanding/skills/calendar/CalendarWords.h"
 #include "Understanding/skills/calendar/EventWords.h"
 #include "Understanding/time/SpokenLength.h"
+#include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/TimeWords.h"
 #include "Understanding/words/RequestWords.h"
 
+#include <cstddef>
 #include <utility>
 
 namespace quorvell {
@@ -32,6 +34,8 @@ AgendaIntent intentOf(EventWords event, bool isUnasked)
         .repeat = std::move(event.repeat),
         .isRepeatUnknown = event.isRepeatUnknown,
         .isTimeUnclear = event.isTimeUnclear,
+        .isPartOfDay = event.isPartOfDay,
+        .contraryDays = std::move(event.contraryDays),
         .clock = event.clock,
         .isUnasked = isUnasked};
 }
@@ -170,13 +174,100 @@ Found blocking(const std::string& core, const RuleSurroundings& around)
     return adding(std::move(event), false);
 }
 
+/// "Put lunch with Ana into my calendar on friday": whatever it is called, it is an event.
+Found entering(const std::string& core, const std::string& plain, const RuleSurroundings& around)
+{
+    static const Pattern form(
+        "^(?:(?:please|can you|could you|would you|will you|just|go ahead and) )*(?:put|add|enter|"
+        "write|pop|stick|get|insert|include|mark|save|schedule)(?: down)? (?=\\S)",
+        Pattern::caseless);
+    static const Pattern place(
+        "\\b(?:in|into|to|on|onto|in to|on to) (?:my|the|our) (?:(?:work|family|personal|own|phone) )?"
+        + CalendarWords::calendar + "\\b");
+    static const Pattern other(
+        "\\b(?:lists?|notes?|notebook|reminders?|remind|alarms?|timers?|something|event|events)\\b");
+    static const Pattern pronoun("^(?:it|that|this|them|these|those)\\b", Pattern::caseless);
+    const auto match = form.find(core);
+    if (!match || !place.find(plain) || other.find(plain))
+        return std::nullopt;
+    const std::string said = trimmed(core.substr(match->range.end));
+    EventWords event = EventWords::read(said, around);
+    if (pronoun.find(said) || event.title.empty() || CalendarWords::of(event.title).plain.empty())
+        return std::nullopt;
+    return adding(std::move(event), false);
+}
+
+/// "Add flight home on december 15 at 4 pm": what stands at an hour of a day is no item of a list.
+Found enteringAt(const std::string& core, const std::string& plain, const RuleSurroundings& around)
+{
+    static const Pattern form(
+        "^(?:(?:please|can you|could you) )*(?:add|enter|put in|schedule) (?=\\S)", Pattern::caseless);
+    static const Pattern at("\\bat (?:\\d|noon|midday|half|quarter)|\\d ?[ap]\\.?m\\b|\\bfrom \\d");
+    static const Pattern other(
+        "\\b(?:lists?|notes?|notebook|reminders?|remind|alarms?|timers?|to the|minutes?|hours?)\\b");
+    const auto match = form.find(core);
+    if (!match || !at.find(plain) || other.find(plain))
+        return std::nullopt;
+    EventWords event = EventWords::read(core.substr(match->range.end), around);
+    const auto moment = SpokenMoment::read(core, around);
+    const bool isClear = event.start && !event.start->allDay && moment && moment->namesDay && !event.title.empty();
+    return isClear && !event.isPartOfDay ? adding(std::move(event), false) : std::nullopt;
+}
+
+/// "On friday at 6 I have a class, put yoga there": the time is named first, or last, and the title behind "put".
+Found enteringThere(const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern form(
+        "^(.*?)(?:^|[,;.] ?| and | so )(?:(?:please|can you|could you|so|and|just) )*(?:put|add|enter|"
+        "write|pop|schedule|book) (?:in |down )?((?!(?:it|that|this|them|me)\\b)\\S.*?) "
+        "(?:in there|in then|there|then|for then|at that time)\\b[,.;]?(.*)$",
+        Pattern::caseless);
+    constexpr std::size_t longestTitle = 6; ///< Words.
+    const auto match = form.find(core);
+    if (!match || CalendarWords::isOfOthers(CalendarWords::of(core).plain)
+        || RequestWords(match->texts[1]).size() > longestTitle)
+        return std::nullopt;
+    const EventWords time = EventWords::read(trimmed(match->texts[0] + " " + trimmed(match->texts[2])), around);
+    EventWords event = EventWords::read(match->texts[1], around);
+    if (!time.start || event.start || event.isTimeUnclear || event.title.empty())
+        return std::nullopt;
+    event.start = time.start;
+    event.end = time.end;
+    event.minutes = time.minutes;
+    event.repeat = time.repeat;
+    event.isRepeatUnknown = time.isRepeatUnknown;
+    event.isPartOfDay = time.isPartOfDay;
+    return adding(std::move(event), false);
+}
+
+/// "Book the meeting room": nothing is sent anywhere.
+Found bookingRoom(const std::string& plain)
+{
+    static const Pattern form(lead
+        + "(?:book|reserve|get|order)(?: me| us)? (?:(?:the|an?|our|my|some) )?(?:(?:big|small|large|other) )?"
+          "(?:(?:(?:meeting|conference|board|class|training|team|study) ?)room|room|desk|court|venue|hall|projector|"
+          "company car|parking (?:space|spot))\\b");
+    static const Pattern calendar("\\b" + CalendarWords::calendar + "\\b");
+    if (!form.find(plain) || calendar.find(plain))
+        return std::nullopt;
+    return Request{.answer = [](RequestMemory memory, const RuleSurroundings&) {
+        return RuleStep{"I cannot book rooms and the like: nothing is sent from here. I can only put it into your "
+                        "calendar.",
+            std::move(memory)};
+    }};
+}
+
 } // namespace
 
 Found EventSetting::read(const std::string& core, const std::string& plain, const RuleSurroundings& around)
 {
     if (!around.offers("add_event"))
         return std::nullopt;
+    if (auto request = bookingRoom(plain))
+        return request;
     if (auto request = makingWithReminder(core, around))
+        return request;
+    if (auto request = enteringThere(core, around))
         return request;
     if (auto request = birthday(core, plain, around))
         return request;
@@ -186,8 +277,11 @@ Found EventSetting::read(const std::string& core, const std::string& plain, cons
         return request;
     if (auto request = blocking(core, around))
         return request;
-    auto event = eventIn(core, plain, around);
-    return event ? adding(*std::move(event), false) : std::nullopt;
+    if (auto event = eventIn(core, plain, around))
+        return adding(*std::move(event), false);
+    if (auto request = entering(core, plain, around))
+        return request;
+    return enteringAt(core, plain, around);
 }
 
 Found EventSetting::readStatement(const std::string& core, const RuleSurroundings& around)

@@ -13,6 +13,9 @@
 #include "Understanding/words/RequestText.h"
 #include "Understanding/words/RequestWords.h"
 
+#include <cctype>
+#include <chrono>
+#include <cstdlib>
 #include <optional>
 #include <utility>
 
@@ -21,25 +24,42 @@ namespace quorvell {
 namespace {
 
 constexpr int minutesOfHour = 60;
+const std::string monthName(
+    "(?:january|february|march|april|may|june|july|august|september|october|november|december)");
 
-/// "from 2 to 4 pm": becomes "at 2 pm", and the end apart.
+/// The half of the day of a start that has none, where the end is in `half`: "from 11 to 1 pm" begins in the morning.
+std::string halfOfStart(const std::string& start, const std::string& end, const std::string& half)
+{
+    constexpr int halfDay = 12;
+    const int from = std::atoi(start.c_str()) % halfDay;
+    const int to = std::atoi(end.c_str()) % halfDay;
+    const bool areNumbers = std::isdigit(static_cast<unsigned char>(start.front())) != 0
+        && std::isdigit(static_cast<unsigned char>(end.front())) != 0;
+    if (half.empty() || !areNumbers || from <= to)
+        return half;
+    return half.front() == 'p' || half.front() == 'P' ? "am" : "pm";
+}
+
+/// "from 2 to 4 pm", "between 2 and 4 pm": becomes "at 2 pm", and the end apart.
 std::string takeEnd(std::string& words)
 {
     static const std::string clock =
         "((?:half past |quarter (?:past|to) )?(?:\\d{1,2}(?::\\d{2})?|one|two|three|four|five|six"
         "|seven|eight|nine|ten|eleven|twelve))(?: ?([ap]\\.?m\\.?))?";
-    static const Pattern span("\\bfrom " + clock + " (?:to|till|until) " + clock + "(?![\\w:])", Pattern::caseless);
+    static const Pattern span(
+        "\\b(?:from|between) " + clock + " (?:to|till|until|and) " + clock + "(?![\\w:])", Pattern::caseless);
     const auto match = span.find(words);
     if (!match)
         return {};
-    const std::string half = match->texts[1].empty() ? match->texts[3] : match->texts[1];
+    const std::string half =
+        match->texts[1].empty() ? halfOfStart(match->texts[0], match->texts[2], match->texts[3]) : match->texts[1];
     const std::string end = "at " + match->texts[2] + (match->texts[3].empty() ? "" : " " + match->texts[3]);
     words = words.substr(0, match->range.start) + "at " + match->texts[0] + (half.empty() ? "" : " " + half)
         + words.substr(match->range.end);
     return end;
 }
 
-/// The time of `end` on the day of `start`; nothing when it would not lie behind it.
+/// The time of `end` on the day of `start`, or in the night behind it; nothing when it would lie far from it.
 std::optional<DateParts> endOn(const DateParts& start, const std::string& endWords, const LocalTime& around)
 {
     const auto end = SpokenMoment::read(endWords, around);
@@ -48,7 +68,12 @@ std::optional<DateParts> endOn(const DateParts& start, const std::string& endWor
     DateParts date = start;
     date.hour = end->date.hour;
     date.minute = end->date.minute;
-    return date > start ? std::optional(date) : std::nullopt;
+    constexpr int minutesOfDay = 24 * minutesOfHour;
+    constexpr int longestNight = 10 * minutesOfHour;
+    if (date > start)
+        return date;
+    const DateParts nextDay = date.adding(minutesOfDay);
+    return start.adding(longestNight) > nextDay ? std::optional(nextDay) : std::nullopt;
 }
 
 struct Days {
@@ -67,15 +92,21 @@ std::optional<DateParts> dayIn(const std::string& words, const LocalTime& around
 /// "From friday to sunday", "the 10th to the 14th of december". The last day is the next of that name behind the first.
 std::optional<Days> takeDays(std::string& words, const LocalTime& around)
 {
-    static const std::string month("(?:january|february|march|april|may|june|july|august|september|october|november"
-                                   "|december)");
     static const std::string day = "(today|tomorrow|(?:next |this )?" + std::string(TimeVocabulary::weekday)
-        + "|(?:the )?\\d{1,2}(?:st|nd|rd|th)(?: (?:of )?" + month + ")?|\\d{1,2} " + month + "|" + month
+        + "|(?:the )?\\d{1,2}(?:st|nd|rd|th)(?: (?:of )?" + monthName + ")?|\\d{1,2} " + monthName + "|" + monthName
         + " \\d{1,2}(?:st|nd|rd|th)?)";
     static const Pattern range(
         "\\b(?:from )?" + day + " (?:to|till|until|through) " + day + "(?![\\w'’])", Pattern::caseless);
-    static const Pattern named(month, Pattern::caseless);
+    static const Pattern named(monthName, Pattern::caseless);
     static const Pattern number("\\d");
+    // "From 10 to 14 december": that is no hour.
+    static const Pattern bare(
+        "\\b(?:from |between )(\\d{1,2}) (?:to|till|until|through|and) (?=\\d{1,2}(?:st|nd|rd|th)? (?:of )?" + monthName
+            + "\\b)",
+        Pattern::caseless);
+    if (const auto first = bare.find(words))
+        words = words.substr(0, first->range.start) + "from the " + first->texts[0] + "th to "
+            + words.substr(first->range.end);
     const auto match = range.find(words);
     if (!match)
         return std::nullopt;
@@ -116,7 +147,8 @@ std::string titleFrom(const std::string& words)
     static const Pattern edges(
         "^(?:(?:an?|the|my|for|called|named|about|with the title|(?:i|we)(?:['’]ve| have)(?: "
         "got| been (?:invited|asked) to)?|there['’]?s|there is|been (?:invited|asked) to"
-        "|that|this|it)\\s+)+|\\s+(?:for|on|at|in|from|of|is|was|are|will be|is set|is scheduled)$",
+        "|that|this|it)\\s+)+|\\s+(?:for|on|at|in|from|of|is|was|are|will be|is set|is scheduled)$"
+        "|\\s*,\\s*(?:an?|the)$",
         Pattern::caseless);
     // "I forgot to put lunch": what they did not do is no part of the name.
     static const Pattern undone(
@@ -181,9 +213,53 @@ void settleHalfOfDay(EventWords& event, const std::string& words)
         start.hour -= halfDay;
 }
 
+/// "Friday evening" without an hour, as far as the part of the day is not in the title.
+bool isOnlyPartOfDay(const EventWords& event, const std::string& words)
+{
+    static const Pattern part("\\b(?:morning|afternoon|evening|night|tonight)\\b", Pattern::caseless);
+    static const Pattern date("\\b\\d{1,2}(?:st|nd|rd|th)\\b|\\b(?:19|20)\\d{2}(?:-\\d{2}-\\d{2})?\\b|\\b" + monthName
+            + " \\d{1,2}\\b(?![:.]\\d)|\\b\\d{1,2} (?:of )?" + monthName + "\\b",
+        Pattern::caseless);
+    static const Pattern clock("\\d|\\b(?:noon|midday|midnight|lunch ?time|o['’]?clock|sunrise|sunset|(?:half|quarter) "
+                               "(?:past|to)|in an? )\\b",
+        Pattern::caseless);
+    const bool isOfTime = part.findAll(words).size() > part.findAll(event.title).size();
+    return event.start && !event.start->allDay && isOfTime && !clock.find(date.replaceAll(words, " "));
+}
+
+/// "Saturday the 27th" where that is a Friday: the date, and the weekday of that name that is nearest to it.
+std::vector<DateParts> contraryDays(const std::string& words, const LocalTime& around)
+{
+    constexpr int daysOfWeek = 7;
+    static const std::string weekday = "(" + std::string(TimeVocabulary::weekday) + ")";
+    static const std::string date = "((?:the )?\\d{1,2}(?:st|nd|rd|th)(?: (?:of )?" + monthName + ")?|\\d{1,2} "
+        + monthName + "|" + monthName + " (?:the )?\\d{1,2}(?:st|nd|rd|th)?)";
+    static const Pattern named(weekday + ",? (?:on )?" + date + "(?![\\w:])", Pattern::caseless);
+    static const Pattern turned(date + ",? (?:on )?(?:an? )?" + weekday + "\\b", Pattern::caseless);
+    const auto first = named.find(words);
+    const auto second = first ? std::nullopt : turned.find(words);
+    if (!first && !second)
+        return {};
+    const auto day = dayIn(first ? first->texts[1] : second->texts[0], around);
+    const auto coming = dayIn(first ? first->texts[0] : second->texts[1], around);
+    const auto dayInstant = day ? day->instant(around.calendar) : std::nullopt;
+    const auto comingInstant = coming ? coming->instant(around.calendar) : std::nullopt;
+    if (!dayInstant || !comingInstant)
+        return {};
+    const int apart = around.calendar.parts(*comingInstant).weekday - around.calendar.parts(*dayInstant).weekday;
+    const int ahead = (apart + daysOfWeek) % daysOfWeek;
+    if (ahead == 0)
+        return {};
+    const int nearest = ahead > daysOfWeek / 2 ? ahead - daysOfWeek : ahead;
+    const auto shifted = around.calendar.addingDays(*dayInstant, std::chrono::days(nearest));
+    return {*day, DateParts::fromDay(shifted, around.calendar)};
+}
+
 int minutesBetween(const DateParts& start, const DateParts& end)
 {
-    return (end.hour - start.hour) * minutesOfHour + end.minute - start.minute;
+    constexpr int minutesOfDay = 24 * minutesOfHour;
+    const int minutes = (end.hour - start.hour) * minutesOfHour + end.minute - start.minute;
+    return minutes > 0 ? minutes : minutes + minutesOfDay;
 }
 
 bool speaksOfTime(const std::string& words, const LocalTime& around)
@@ -197,6 +273,7 @@ void leaveOpen(EventWords& event, const std::string& words, const std::string& e
     event.isTimeUnclear = speaksOfTime(words, around);
     event.title = titleFrom(event.isTimeUnclear ? SpokenMoment::wordsBeside(words, around) : words);
     event.clock = clearClock(words, around);
+    event.contraryDays = contraryDays(words, around);
     const auto end = event.clock && !endWords.empty() ? endOn(*event.clock, endWords, around) : std::nullopt;
     if (end)
         event.minutes = minutesBetween(*event.clock, *end);
@@ -239,6 +316,7 @@ EventWords EventWords::read(std::string words, const LocalTime& around)
     event.title = titleFrom(moment->rest);
     if (endWords.empty())
         settleHalfOfDay(event, words);
+    event.isPartOfDay = isOnlyPartOfDay(event, words);
     event.end = endWords.empty() ? std::nullopt : endOn(moment->date, endWords, around);
     return event;
 }

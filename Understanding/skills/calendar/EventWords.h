@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quorvell {
 
@@ -18,6 +19,8 @@ struct EventWords {
     std::string repeat{}; ///< In the form of the tools; empty for none.
     bool isRepeatUnknown = false; ///< It comes back in a way that no calendar rule here can say.
     bool isTimeUnclear = false; ///< The words say more of its time than was understood.
+    bool isPartOfDay = false; ///< `start` stands for a morning or an evening: nobody named an hour.
+    std::vector<DateParts> contraryDays{}; ///< A date, and the weekday that was said with it, where they do not agree.
     std::optional<DateParts> clock{}; ///< The hour that was clear where the day was not.
 
     static EventWords read(std::string words, const LocalTime& around);
