@@ -6,8 +6,8 @@
 #include "Understanding/dialogue/SeriesWords.h"
 #include "Understanding/skills/calendar/AgendaCalls.h"
 #include "Understanding/skills/calendar/AgendaReply.h"
-#include "Understanding/skills/calendar/AgendaRules.h"
 #include "Understanding/skills/calendar/CalendarWords.h"
+#include "Understanding/skills/calendar/DayChoice.h"
 #include "Understanding/skills/calendar/EventName.h"
 #include "Understanding/skills/reminders/ReminderChange.h"
 #include "Understanding/skills/reminders/ReminderIntent.h"
@@ -239,7 +239,7 @@ Step takeStart(
     const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
 {
     static const Pattern date("\\b\\d{1,2}(?:st|nd|rd|th)\\b", Pattern::caseless); // "The 2nd" is no second one.
-    auto start = date.find(core) ? AgendaRules::dayNamed(core, asked.choices) : std::nullopt;
+    auto start = date.find(core) ? DayChoice::named(core, asked.choices) : std::nullopt;
     if (!start && !date.find(core))
         start = TimeChoicePicker::pick(SpokenPhrase::withDigits(core), asked.choices);
     if (!start || memory.found.empty())

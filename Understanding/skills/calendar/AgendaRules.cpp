@@ -3,7 +3,6 @@
 
 #include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "QuorvellCore/text/Characters.h"
-#include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/calendar/AgendaCalls.h"
@@ -11,19 +10,18 @@
 #include "Understanding/skills/calendar/AgendaReply.h"
 #include "Understanding/skills/calendar/AgendaTopic.h"
 #include "Understanding/skills/calendar/CalendarWords.h"
+#include "Understanding/skills/calendar/DayChoice.h"
 #include "Understanding/skills/calendar/EventLookup.h"
 #include "Understanding/skills/calendar/EventWords.h"
 #include "Understanding/skills/reminders/ReminderIntent.h"
 #include "Understanding/time/SpokenLength.h"
 #include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenMove.h"
-#include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/SpokenWhen.h"
 #include "Understanding/time/TimeVocabulary.h"
 
 #include <nlohmann/json.hpp>
 
-#include <cstdlib>
 #include <utility>
 #include <vector>
 
@@ -186,7 +184,7 @@ int minutesOf(const EventWords& said)
 Step takeWhichDay(
     const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
 {
-    const auto start = asked.choices.empty() ? std::nullopt : AgendaRules::dayNamed(core, asked.choices);
+    const auto start = asked.choices.empty() ? std::nullopt : DayChoice::named(core, asked.choices);
     if (!start)
         return std::nullopt;
     const Json arguments = parseJson(asked.arguments).value_or(Json::object());
@@ -269,29 +267,6 @@ Step takeTitle(
 const QuestionKind AgendaRules::when{takeWhen, isWhen};
 const QuestionKind AgendaRules::whichDay{takeWhichDay};
 const QuestionKind AgendaRules::title{takeTitle};
-
-std::optional<DateParts> AgendaRules::dayNamed(const std::string& core, const std::vector<TimeChoice>& choices)
-{
-    static const Pattern number("\\b(\\d{1,2})(?:st|nd|rd|th)?\\b");
-    const std::string plain = lowerCased(SpokenPhrase::withDigits(core));
-    const auto match = number.find(plain);
-    const int day = match ? std::atoi(match->texts[0].c_str()) : 0;
-    std::optional<DateParts> named;
-    for (const TimeChoice& choice : choices) {
-        const std::string when = lowerCased(choice.when);
-        const std::string weekday = when.substr(0, when.find(' '));
-        if (match ? choice.date.day != day : plain.find(weekday) == std::string::npos)
-            continue;
-        if (named)
-            return std::nullopt;
-        named = choice.date;
-    }
-    static const Pattern first("\\bfirst(?: one)?$|\\bformer$");
-    static const Pattern second("\\b(?:second|last|other)(?: one)?$|\\blatter$");
-    if (!named && first.find(plain))
-        return choices.front().date;
-    return !named && second.find(plain) ? std::optional(choices.back().date) : named;
-}
 
 Request AgendaRules::request(AgendaIntent intent)
 {

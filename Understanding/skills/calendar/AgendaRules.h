@@ -5,11 +5,8 @@
 #include "Understanding/dialogue/QuestionKind.h"
 #include "Understanding/dialogue/Request.h"
 #include "Understanding/skills/calendar/AgendaIntent.h"
-#include "Understanding/time/TimeChoice.h"
 
 #include <optional>
-#include <string>
-#include <vector>
 
 namespace quorvell {
 
@@ -18,8 +15,6 @@ struct AgendaRules {
     static const QuestionKind whichDay; ///< Of two that the words named.
     static const QuestionKind title; ///< Of the event at that time.
 
-    /// The one of several days that is named: by its number, by its name, or as the first or the last.
-    static std::optional<DateParts> dayNamed(const std::string& core, const std::vector<TimeChoice>& choices);
     static Request request(AgendaIntent intent);
     static RuleStep answer(const AgendaIntent& intent, RequestMemory memory, const RuleSurroundings& around);
     /// Another time for the event last talked about, or a further day to ask the calendar about.
