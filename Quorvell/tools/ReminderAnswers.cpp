@@ -183,9 +183,10 @@ ToolResult ReminderAnswers::list(const std::vector<Note>& pending) const
 {
     Json entries = Json::array();
     const auto newest = std::ranges::max_element(pending, {}, &Note::created);
+    const bool isClear = pending.size() > 1 && std::ranges::count(pending, newest->created, &Note::created) == 1;
     for (auto note = pending.begin(); note != pending.end() && entries.size() < mostListed; ++note) {
         entries.push_back(entry(*note));
-        if (note == newest && pending.size() > 1 && AlarmMark::of(*note))
+        if (note == newest && isClear && AlarmMark::of(*note))
             entries.back()["set_last"] = true; // "The last timer" is told from the others by that alone.
     }
     return ToolResult(ToolStatus::reminders).add("count", pending.size()).add("reminders", std::move(entries));

@@ -59,7 +59,12 @@ Found setAlarm(const AlarmLine& cut, const std::string& front)
     if (AlarmTraits::namesSeveral(back))
         return AlarmWish{.kind = Kind::several};
     const std::string lead = AlarmTraits::ruleInWords(AlarmLine::withoutArticles(front));
-    const std::string time = AlarmLine::withoutLead(reminding.replaceAll(back, " to "));
+    const std::string time = AlarmLine::asTime(AlarmLine::withoutLead(reminding.replaceAll(back, " to ")));
+    static const Pattern part("^(?:morning|afternoon|evening)$", Pattern::caseless);
+    if (part.find(lead) && !time.empty()) {
+        wish.text = time + " in the " + lead;
+        return wish;
+    }
     wish.text = AlarmLine::asTime(trimmed(lead + (lead.empty() || time.empty() ? "" : " ") + time));
     return wish;
 }
@@ -109,6 +114,10 @@ Found lengthening(const std::string& core)
         "shorten|reduce|cut|decrease|subtract|remove|knock|more|extra|longer|shorter|less|off|by|"
         "to|from|of|on|onto|top|for|the|my|time|please|that|want|and)\\b",
         Pattern::caseless);
+    static const Pattern given(
+        "^(?:give|add) .*\\b(?:more|another|extra) .*\\b(?:on|for|to) the ([a-z]+)$", Pattern::caseless);
+    if (const auto match = given.find(core); match && !cut) // "Give me 10 more minutes on the oven".
+        return AlarmWish{.kind = Kind::add, .isOfTimers = true, .which = match->texts[0], .length = length->length};
     AlarmWish wish{.kind = Kind::add, .isOfTimers = true, .length = isShorter ? -length->length : length->length};
     if (!cut) {
         wish.isOfAny = true;

@@ -81,6 +81,8 @@ NounlessWish leftOfThing(const std::string& core)
         Pattern("^how (?:much )?(?:long|longer|time|many minutes)(?: is| are)?(?: there)?(?: still)?"
                 "(?: (?:do|have) (?:i|we)(?: have| got)?)? (?:left|remaining|to go) (?:on|for|of|with|in) (.+)$",
             Pattern::caseless),
+        Pattern("^how (?:much longer|many more minutes)(?: is it| do (?:i|we) have)? (?:for|on|with) (.+)$",
+            Pattern::caseless),
         Pattern("^how (?:much )?(?:long|longer|time|many minutes)(?: is it| do (?:i|we) have)? "
                 "(?:until|till|til|before) (.+?)"
                 "(?: is| are|['’]s|['’]re) (?:done|ready|finished|cooked|baked|boiled|dry)$",
@@ -140,8 +142,19 @@ NounlessWish waking(const std::string& core)
         "|(?:let me know|tell me|ring|beep)(?: me)? when it(?: is|['’]s)|(?:ensure|make sure)(?: that)? i(?: am|['’]m) "
         "(?:up|awake))(?:\\s+|$)",
         Pattern::caseless);
-    static const Pattern never(
-        "^(?:do not|don['’]?t|no need to|never)\\s+(?:please )?wake (?:me|us)(?: up)?\\s*(.*)$", Pattern::caseless);
+    static const Pattern never("^(?:(?:do not|don['’]?t|no need to|never)\\s+(?:please )?wake|(?:stop|quit) waking) "
+                               "(?:me|us)(?: up)?\\s*(.*)$",
+        Pattern::caseless);
+    static const Pattern other(
+        "^(?:wake|get) (?:me|us)(?: up)? (?:(?:an?|the|half|\\d+|one|two|ten|fifteen|twenty|thirty)[a-z ]*? )?"
+        "(?:earlier|later|sooner)\\b(?: than .*)?\\s*(.*)$",
+        Pattern::caseless);
+    if (const auto match = other.find(core)) // By how much is asked, or from which hour.
+        return AlarmWish{.kind = Kind::move, .which = AlarmLine::withoutLead(match->texts[0])};
+    static const Pattern hour(
+        "^(?:change|move|set|shift) (?:my|the|our) (?:wake[- ]?up|waking) (?:time|hour) to (.+)$", Pattern::caseless);
+    if (const auto match = hour.find(core))
+        return AlarmWish{.kind = Kind::move, .when = match->texts[0]};
     if (const auto match = never.find(core))
         return AlarmWish{.kind = Kind::cancelAll, .which = AlarmLine::withoutLead(match->texts[0])};
     static const Pattern told("^(?:let me know|tell me|ring|beep)", Pattern::caseless);
