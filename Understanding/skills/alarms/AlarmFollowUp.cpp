@@ -5,6 +5,7 @@
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/alarms/AlarmCalls.h"
 #include "Understanding/skills/alarms/AlarmTraits.h"
+#include "Understanding/skills/alarms/AlarmWishReader.h"
 #include "Understanding/skills/alarms/TimerLength.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/TimeWords.h"
@@ -70,8 +71,8 @@ FollowUp runAnew(const std::string& core, const RequestMemory& memory, const Rul
 
 std::optional<AlarmWish> AlarmFollowUp::another(const std::string& words, const RequestMemory& memory)
 {
-    auto wish = AlarmWish::read(words);
-    return wish && wish->kind == Kind::set ? wish : AlarmWish::read(nounOf(memory) + words);
+    auto wish = AlarmWishReader::read(words);
+    return wish && wish->kind == Kind::set ? wish : AlarmWishReader::read(nounOf(memory) + words);
 }
 
 std::optional<AlarmWish> AlarmFollowUp::read(
@@ -100,7 +101,7 @@ std::optional<AlarmWish> AlarmFollowUp::read(
     if (time && TimeWords::isTime("at " + time->texts[0], around))
         return another("at " + time->texts[0], memory);
     const std::string named = withNoun(core, memory);
-    auto wish = named.empty() ? std::nullopt : AlarmWish::read(named);
+    auto wish = named.empty() ? std::nullopt : AlarmWishReader::read(named);
     return wish && isOfOne(wish->kind) ? wish : std::nullopt;
 }
 

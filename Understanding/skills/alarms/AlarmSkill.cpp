@@ -8,7 +8,7 @@
 #include "Understanding/skills/alarms/AlarmQuestions.h"
 #include "Understanding/skills/alarms/AlarmReply.h"
 #include "Understanding/skills/alarms/AlarmResults.h"
-#include "Understanding/skills/alarms/AlarmWish.h"
+#include "Understanding/skills/alarms/AlarmWishReader.h"
 
 #include <nlohmann/json.hpp>
 
@@ -139,7 +139,7 @@ Request requestOf(AlarmWish wish)
 
 std::optional<Request> readPlain(const std::string& core, const RuleSurroundings&)
 {
-    auto wish = AlarmWish::read(core);
+    auto wish = AlarmWishReader::read(core);
     return wish ? std::optional(requestOf(*std::move(wish))) : std::nullopt;
 }
 
@@ -199,7 +199,8 @@ Skill::Step retime(const Wish& wish, RequestMemory memory, const RuleSurrounding
 {
     if (memory.alarms.id.empty() || memory.alarms.isTimer || wish.when.empty())
         return std::nullopt;
-    if (const auto half = AlarmWish::read(wish.when); half && half->kind == Kind::otherHalf && memory.alarms.other)
+    if (const auto half = AlarmWishReader::read(wish.when);
+        half && half->kind == Kind::otherHalf && memory.alarms.other)
         return otherHalf(*half, std::move(memory), around);
     return AlarmFollowUp::moveIt(wish.when, std::move(memory), around);
 }

@@ -3,9 +3,7 @@
 #pragma once
 
 #include <chrono>
-#include <optional>
 #include <string>
-#include <string_view>
 
 namespace quorvell {
 
@@ -44,9 +42,6 @@ struct AlarmWish {
     /// Of a timer, of what is added (below 0: taken off), of a snooze, of the way to another thing (below 0: after it);
     /// 0 where none was said.
     std::chrono::seconds length{0};
-
-    /// Nothing for what is no matter of alarms and timers. `core` is without opening and closing words.
-    static std::optional<AlarmWish> read(std::string_view core);
 
     bool operator==(const AlarmWish&) const = default;
 };

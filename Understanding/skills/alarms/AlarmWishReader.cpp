@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The words are cut at the noun, "alarm" or "timer": in front of it stand what is to be done and words that tell which,
 // behind it times and names. A line without the noun counts only where it can mean nothing else: "wake me at 7".
-#include "Understanding/skills/alarms/AlarmWish.h"
+#include "Understanding/skills/alarms/AlarmWishReader.h"
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
@@ -304,7 +304,7 @@ Found bare(const AlarmLine& cut, const std::string& core)
 
 } // namespace
 
-Found AlarmWish::read(std::string_view words)
+Found AlarmWishReader::read(std::string_view words)
 {
     if (RequestText::isStory(words))
         return std::nullopt;
