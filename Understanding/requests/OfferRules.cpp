@@ -15,14 +15,20 @@ std::optional<RuleStep> OfferRules::answer(
     const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
 {
     constexpr std::size_t longest = 120; ///< Bytes; longer words tell a story.
-    static const Pattern past("\\b(?:was|were|went|had|did|yesterday|ago|last|if|never|not|cannot|came|said|told|took|"
-                              "saw|met|made|gave|\\w{3,}ed)\\b",
+    static const Pattern past(
+        "\\b(?:was|were|went|had|did|yesterday|ago|last|if|no|never|not|cannot|came|said|told|took"
+        "|saw|met|made|gave|\\w{3,}ed)\\b",
+        Pattern::caseless);
+    // What somebody likes, or says to part, is no matter of a day.
+    static const Pattern opinion(
+        "^(?:i|we|he|she|they) (?:really |just )?(?:love|like|hate|enjoy|prefer|think|feel|know)\\b"
+        "|^(?:see|talk|speak|catch)\\b.* you\\b|\\b(?:mornings|evenings|nights|\\w+days)\\b",
         Pattern::caseless);
     static const Pattern birthday("^(?:(?:my|our|his|her) )?(?:[\\p{L}-]+ ){0,2}?([\\p{L}-]+) has (?:his|her|a|their) "
                                   "(birthday|anniversary|name day) (?:on |is )?(.+)$",
         Pattern::caseless);
     std::string title;
-    const bool names = core.size() <= longest && core.find(' ') != core.npos && !past.find(core)
+    const bool names = core.size() <= longest && core.find(' ') != core.npos && !past.find(core) && !opinion.find(core)
         && around.offers("add_event") && SpokenDays::find(core, around, title);
     if (!names)
         return std::nullopt;

@@ -39,7 +39,10 @@ RuleStep dropAll(RequestMemory memory)
 /// A "no" or "cancel" right behind what was done may well mean that.
 Step cancelled(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
 {
-    if (!SmallTalk::isCancel(core))
+    // Said of nothing that is asked, it puts a reminder off.
+    static const Pattern notNow("^(?:not (?:now|today|this time)|maybe later)[.!]*$", Pattern::caseless);
+    const bool isDeclined = memory.pending.isOpen() && notNow.find(core);
+    if (!SmallTalk::isCancel(core) && !isDeclined)
         return std::nullopt;
     if (memory.pending.isOpen() || !memory.aside.empty())
         return dropAll(memory);

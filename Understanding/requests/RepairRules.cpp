@@ -4,6 +4,7 @@
 #include "QuorvellCore/text/Json.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "QuorvellCore/text/TextMatch.h"
+#include "Understanding/dialogue/Pointing.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/dialogue/repair/ActBook.h"
 #include "Understanding/dialogue/repair/WordRepair.h"
@@ -145,8 +146,8 @@ RepairRules RepairRules::of(const std::string& core, const RequestMemory& memory
     static const Pattern named("^(?:(?:no|sorry)[,.]? )?(?:i (?:mean|meant|want|wanted) )?(?:the|that) one "
                                "((?:with|about|for|of|called|named|in|from) \\S.*)$",
         Pattern::caseless);
-    const auto one = memory.pending.isOpen() || !memory.found.empty() ? std::nullopt : named.find(core);
-    if (one)
+    const auto one = memory.pending.isOpen() ? std::nullopt : named.find(core);
+    if (one && Pointing::named(memory.found, one->texts[0]).empty())
         return oneNamed(one->texts[0], memory);
     const auto repair = WordRepair::read(core);
     return repair ? ofWord(*repair, memory, around) : RepairRules{};

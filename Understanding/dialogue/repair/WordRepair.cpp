@@ -66,6 +66,18 @@ std::optional<std::string> lookAlike(const std::string& text, const std::string&
     return found;
 }
 
+std::optional<std::string> replaced(const std::string& text, const std::string& before, const std::string& right)
+{
+    static const Pattern signs("[^\\p{L}\\p{N} ]");
+    const std::string escaped = signs.replaceAll(before, ".");
+    const Pattern words("(?<![\\p{L}\\p{N}])" + escaped + "(?![\\p{L}\\p{N}])", Pattern::caseless);
+    const auto match = words.find(text);
+    if (!match || trimmed(before).empty())
+        return std::nullopt;
+    std::string better = words.replaceAll(text, right);
+    return match->range.start == 0 ? withUpperCaseFirst(better) : better;
+}
+
 } // namespace
 
 std::optional<WordRepair> WordRepair::read(std::string_view core)
@@ -101,21 +113,14 @@ std::optional<WordRepair> WordRepair::read(std::string_view core)
 
 std::optional<std::string> WordRepair::in(const std::string& text) const
 {
-    std::string before = wrong;
-    if (before.empty()) {
-        const auto alike = lookAlike(text, right);
-        if (!alike)
-            return std::nullopt;
-        before = *alike;
+    if (!wrong.empty()) {
+        if (auto better = replaced(text, wrong, right))
+            return better;
     }
-    static const Pattern signs("[^\\p{L}\\p{N} ]");
-    const std::string escaped = signs.replaceAll(before, ".");
-    const Pattern wrongWords("(?<![\\p{L}\\p{N}])" + escaped + "(?![\\p{L}\\p{N}])", Pattern::caseless);
-    const auto match = wrongWords.find(text);
-    if (!match || trimmed(before).empty())
-        return std::nullopt;
-    std::string better = wrongWords.replaceAll(text, right);
-    return match->range.start == 0 ? withUpperCaseFirst(better) : better;
+    // Neither may be quite the word that was understood.
+    const auto alike = lookAlike(text, right);
+    const bool isMeant = alike && (wrong.empty() || WordDistance::areAlike(*alike, lowerCased(wrong)));
+    return isMeant ? replaced(text, *alike, right) : std::nullopt;
 }
 
 std::optional<std::string> WordRepair::inArguments(const std::string& arguments) const

@@ -45,7 +45,7 @@ const std::array<TalkRow, 14>& rows()
         {TalkKind::wait,
             "let me (?:think|see|check|look|have a think)|(?:just|give me) (?:a|one) (?:moment|minute|second|sec)|one "
             "moment"
-            "|hold on|hang on|wait|bear with me|thinking",
+            "|hold on|hang on|wait|bear with me|thinking|u+h*m+|u+h+|hm+|erm+",
             "think|see|check|look|have|about|moment|minute|second|sec|one|half|more|still|need|time|give|let|get"
             "|something|little|while|sure|yet"},
         {TalkKind::startAgain,
