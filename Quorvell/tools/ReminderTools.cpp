@@ -14,6 +14,7 @@
 #include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "QuorvellCore/reminders/state/ReminderState.h"
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
 
 #include <nlohmann/json.hpp>
 
@@ -135,11 +136,36 @@ private:
             [](const Note& stored, const ReminderAnswers& answers) { return answers.ended(stored); });
     }
 
+    /// "To 9", of one on a later day: nine o'clock of that day; of two the one within three hours of its old hour.
+    std::optional<Instant> hourOfItsOwnDay(const ReminderRequest& until, const Note& note) const
+    {
+        using namespace std::chrono_literals;
+        static const Pattern clock(
+            "^(?:(?:at|to|until|till) )?(?:\\d{1,2}(?:[:.]\\d{2})?(?: ?[ap]\\.?m\\.?)?|noon)$", Pattern::caseless);
+        const Calendar& calendar = m_context.calendar;
+        if (!note.remindAt || *note.remindAt <= m_now || calendar.isSameDay(*note.remindAt, m_now)
+            || !clock.find(m_arguments.later))
+            return std::nullopt;
+        std::vector<Instant> near;
+        const bool isClear = until.verdict == ReminderRequest::Verdict::ready;
+        for (const Instant choice : isClear ? std::vector{until.date} : until.choices) {
+            const auto hour = calendar.localTime(choice).time_since_epoch() % 24h;
+            const Instant moment = calendar.instant(calendar.day(*note.remindAt), hour);
+            if (isClear || std::chrono::abs(moment - *note.remindAt) <= 3h)
+                near.push_back(moment);
+        }
+        return near.size() == 1 ? std::optional(near.front()) : std::nullopt;
+    }
+
     void putOff(const Note& note)
     {
         ReminderRequest until =
             putOffRequest(m_arguments.later, m_now, m_context.calendar, note.remindAt.value_or(m_now));
         until.task = note.title;
+        if (const auto moment = hourOfItsOwnDay(until, note)) {
+            until.verdict = ReminderRequest::Verdict::ready;
+            until.date = *moment;
+        }
         if (until.verdict != ReminderRequest::Verdict::ready)
             return ask(until, note.id);
         update(

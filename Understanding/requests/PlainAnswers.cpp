@@ -77,7 +77,8 @@ RuleStep startAgain(RequestMemory memory)
 RuleStep putRight(RequestMemory memory)
 {
     constexpr std::size_t recently = 3; ///< Utterances.
-    if (memory.pending.isOpen())
+    const bool isAboutAct = memory.pending.isTakenUpAgain && ActBook::wasJustDone(memory);
+    if (memory.pending.isOpen() && !isAboutAct)
         return sayAndAskAgain("I am sorry. Nothing is changed yet.", std::move(memory));
     if (!memory.acts.empty() && memory.acts.back().turn + recently >= memory.turn)
         return UndoRules::offer("I am sorry.", std::move(memory));

@@ -155,7 +155,7 @@ Step redo(RequestMemory memory, const RuleSurroundings& around)
 
 RuleStep tellLast(const RequestMemory& memory)
 {
-    if (memory.acts.empty() && !memory.takenBack.empty())
+    if (!memory.takenBack.empty()) // Until something else is done.
         return ToolResults::say("I took this back: " + memory.takenBack.back().what + ".", memory);
     const Acts acts = ActBook::newest(memory, 1);
     return ToolResults::say(acts.empty() ? nothingDone : "I " + ActBook::inWords(acts) + ".", memory);
@@ -227,6 +227,12 @@ Step withActs(const UndoWish& wish, const RequestMemory& memory, const RuleSurro
     return std::nullopt;
 }
 
+RuleStep dropped(RequestMemory memory)
+{
+    memory.pending = {};
+    return ToolResults::say("That is not done, and I leave it so.", std::move(memory));
+}
+
 bool onlyTells(UndoWish::Kind kind)
 {
     return kind == UndoWish::Kind::tellLast || kind == UndoWish::Kind::tellAll || kind == UndoWish::Kind::tellWhether;
@@ -241,6 +247,9 @@ std::optional<RuleStep> UndoRules::answer(
     if (const auto wish = UndoWish::read(core)) {
         if (isAsking && onlyTells(wish->kind))
             return std::nullopt;
+        // What is to be taken back is what was just asked about, and is not done.
+        if (wish->kind == UndoWish::Kind::last && QuestionKind::isYesOrNo(memory.pending))
+            return dropped(memory);
         // "Take the library books back" may be anything.
         const bool isNamed = wish->kind == UndoWish::Kind::named;
         if (isNamed && ActBook::named(memory, wish->words).empty())

@@ -47,7 +47,7 @@ const std::deque<Spelling>& spellings()
         add("\\b(?:calender|calander|calandar|calendr|callendar|calenders|calander|calendat|calandr|claendar)\\b",
             "calendar");
         add("\\b(?:shedule|schedual|scedule|shcedule|scheduel|schdule|schedul|shedual)\\b", "schedule");
-        add("\\b(?:meetting|meating|metting|meetin|meting)(?=s?\\b)", "meeting");
+        add("\\b(?:meetting|meating|metting|meetin|meting|mtg)(?=s?\\b)", "meeting");
         add("\\b(?:appointmnet|appointement|apointment|appoinment|appointmnt|appiontment|appt)(?=s?\\b)",
             "appointment");
         add("\\b(?:evnt|envent|evnet|evetn)(?=s?\\b)", "event");

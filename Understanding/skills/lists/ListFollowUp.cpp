@@ -149,9 +149,10 @@ std::optional<ListIntent> ListFollowUp::read(std::string_view core, const ListTa
     static const Pattern replacing(
         "^(?:change|replace|swap|make) (.+?) (?:to|with|for|by|into) (.+)$", Pattern::caseless);
     static const Pattern elsewhere(
-        "\\b(?:calendar|diary|agenda|schedule|reminders?|alarms?|timers?|notes?|notebook|events?|meetings?|"
-        "appointments?|tomorrow|today|tonight|at "
-        "\\d|(?:mon|tues|wednes|thurs|fri|satur|sun)day|volume|light|lights|o['’]clock|\\d ?[ap]m)\\b",
+        "\\b(?:calendar|diary|agenda|schedule|reminders?|alarms?|timers?|notes?|notebook|events?|meetings?|mtgs?|"
+        "appointments?|appts?|tomorrow|today|tonight|at "
+        "\\d|(?:mon|tues?|wed(?:nes)?|thu(?:rs)?|fri|sat(?:ur)?|sun)(?:day)?|volume|light|lights|o['’]clock|\\d "
+        "?[ap]m)\\b",
         Pattern::caseless);
     const auto isKnown = [&](const std::string& item) {
         const std::string words = " " + TextMatch::normalized(item) + " ";
