@@ -121,6 +121,7 @@ Meant meantOf(const FullNotebook& notebook, const ListRequest& request)
     bool isSure = true;
     if (ListWords::isName(request.name)) {
         std::vector<std::string_view> titles;
+        titles.reserve(lists.size());
         for (const Note& list : lists)
             titles.push_back(list.title);
         const auto best = ListWords::bestNames(request.name, titles);
@@ -244,6 +245,7 @@ public:
     {
         std::vector<std::string_view> titles;
         const std::vector<Note> lists = listsOf(m_notebook);
+        titles.reserve(lists.size());
         for (const Note& list : lists)
             titles.push_back(list.title);
         const auto best = ListWords::bestNames(m_request.name, titles);

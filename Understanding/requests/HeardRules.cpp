@@ -78,6 +78,7 @@ std::vector<std::string> differences(const std::vector<std::string>& texts)
     if (front > 0 && front < shortest && unit.find(split.front()[front]))
         --front;
     std::vector<std::string> pieces;
+    pieces.reserve(split.size());
     for (const Words& words : split)
         pieces.push_back(joined(words, front, words.size() - back));
     return pieces;

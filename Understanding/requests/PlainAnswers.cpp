@@ -98,8 +98,10 @@ std::string repeated(const RequestMemory& memory)
 RuleStep answerTalk(TalkKind kind, RequestMemory memory, const RuleSurroundings& around)
 {
     switch (kind) {
-    case TalkKind::joke:
-        return sayAndAskAgain(joke(memory, around), std::move(memory));
+    case TalkKind::joke: {
+        const std::string words = joke(memory, around);
+        return sayAndAskAgain(words, std::move(memory));
+    }
     case TalkKind::goodbye:
         memory.pending = {};
         memory.aside.clear();

@@ -129,7 +129,8 @@ RepairRules fromTheStart(RequestMemory memory)
 {
     memory.pending = {};
     memory.batch = {};
-    return {.words = memory.words, .memory = std::move(memory)};
+    const std::string words = memory.words;
+    return {.words = words, .memory = std::move(memory)};
 }
 
 } // namespace

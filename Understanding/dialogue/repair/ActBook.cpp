@@ -236,6 +236,7 @@ RuleStep ActBook::takeResult(const ToolResult& result, RequestMemory memory, con
 std::string ActBook::inWords(const std::vector<DoneAct>& acts)
 {
     std::vector<std::string> parts;
+    parts.reserve(acts.size());
     for (const DoneAct& act : acts)
         parts.push_back(act.what);
     return joined(parts);

@@ -64,6 +64,7 @@ RuleStep askWhich(
 RuleStep askToCancelThese(const std::vector<AlarmItem>& items, RequestMemory memory, const RuleSurroundings& around)
 {
     std::vector<std::string> ids;
+    ids.reserve(items.size());
     for (const AlarmItem& item : items)
         ids.push_back(item.thing.id);
     const bool areTimers = std::ranges::all_of(items, &AlarmItem::isTimer);

@@ -325,7 +325,8 @@ RuleStep EventLookup::begin(EventSearch search, RequestMemory memory, const Rule
             const FoundThing event = memory.event;
             return carryOut(event, search, std::move(memory), around);
         }
-        return lookFor(ofIt(std::move(search), memory.event), std::move(memory), around);
+        const EventSearch ofEvent = ofIt(std::move(search), memory.event);
+        return lookFor(ofEvent, std::move(memory), around);
     }
     const bool isAnything = search.isAll && search.name.empty() && !search.days;
     const bool isDoubtful = search.isUnclear && (search.aim == Aim::cancel || !search.days);

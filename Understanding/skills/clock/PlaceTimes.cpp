@@ -75,6 +75,7 @@ std::string timeAt(Instant moment, const PlaceClock& there, const LocalTime& aro
 std::string timesAt(Instant moment, const std::vector<PlaceClock>& clocks, const LocalTime& around)
 {
     std::vector<std::string> parts;
+    parts.reserve(clocks.size());
     for (const PlaceClock& clock : clocks)
         parts.push_back(timeAt(moment, clock, around));
     return ClockText::list(parts);

@@ -120,8 +120,7 @@ Step takeItems(
             intent.kind = kind;
     if (const auto other = ListItemTalk::read(core, memory.lists)) // "untick the bathroom"
         return ListRules::answer(*other, std::move(memory), around);
-    const std::string items = core;
-    const ListIntent read = ListIntent::ofItems(intent.kind, intent.list, items);
+    const ListIntent read = ListIntent::ofItems(intent.kind, intent.list, core);
     return read.items.empty() && read.kind == intent.kind ? Step()
                                                           : Step(ListRules::answer(read, std::move(memory), around));
 }
