@@ -4,8 +4,8 @@
 
 #include "LiveService/conversation/SessionNews.h"
 #include "Understanding/dialogue/HeardDoubts.h"
-#include "Understanding/dialogue/RequestMemory.h"
-#include "Understanding/dialogue/ToolRequest.h"
+#include "Understanding/dialogue/memory/RequestMemory.h"
+#include "Understanding/dialogue/memory/ToolRequest.h"
 
 #include <cstdint>
 #include <set>

@@ -2,7 +2,7 @@
 // Which of the things that a tool named somebody means. Pure.
 #pragma once
 
-#include "Understanding/dialogue/FoundThing.h"
+#include "Understanding/dialogue/memory/FoundThing.h"
 #include "Understanding/time/LocalTime.h"
 
 #include <optional>

@@ -3,8 +3,8 @@
 // mind from then on.
 #pragma once
 
-#include "Understanding/dialogue/RequestMemory.h"
-#include "Understanding/dialogue/ToolRequest.h"
+#include "Understanding/dialogue/memory/RequestMemory.h"
+#include "Understanding/dialogue/memory/ToolRequest.h"
 
 #include <string>
 #include <utility>

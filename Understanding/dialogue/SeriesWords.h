@@ -2,7 +2,7 @@
 // The words that tell how much of an event that repeats is meant, taken out of the others.
 #pragma once
 
-#include "Understanding/dialogue/Wish.h"
+#include "Understanding/dialogue/memory/Wish.h"
 
 #include <string>
 #include <string_view>

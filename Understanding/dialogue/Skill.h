@@ -5,8 +5,8 @@
 #include "QuorvellCore/live/tools/ToolResult.h"
 #include "Understanding/dialogue/CueWeights.h"
 #include "Understanding/dialogue/RequestKind.h"
-#include "Understanding/dialogue/ToolRequest.h"
 #include "Understanding/dialogue/TrailingWish.h"
+#include "Understanding/dialogue/memory/ToolRequest.h"
 #include "Understanding/words/CueWords.h"
 
 #include <optional>

@@ -4,9 +4,9 @@
 
 #include "QuorvellCore/live/tools/ToolResult.h"
 #include "QuorvellCore/text/Json.h"
-#include "Understanding/dialogue/FoundThing.h"
 #include "Understanding/dialogue/QuestionKind.h"
-#include "Understanding/dialogue/ToolRequest.h"
+#include "Understanding/dialogue/memory/FoundThing.h"
+#include "Understanding/dialogue/memory/ToolRequest.h"
 
 #include <optional>
 #include <string>

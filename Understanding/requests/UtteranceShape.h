@@ -6,8 +6,8 @@
 // them. What may go on but need not (the text of a note, a day behind an hour) is open.
 #pragma once
 
-#include "Understanding/dialogue/RequestMemory.h"
 #include "Understanding/dialogue/RuleSurroundings.h"
+#include "Understanding/dialogue/memory/RequestMemory.h"
 
 #include <string_view>
 

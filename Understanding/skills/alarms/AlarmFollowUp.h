@@ -2,9 +2,9 @@
 // Words that only make sense right after an alarm or a timer was talked about: "it", "one", "another". Pure.
 #pragma once
 
-#include "Understanding/dialogue/RequestMemory.h"
 #include "Understanding/dialogue/RuleStep.h"
 #include "Understanding/dialogue/RuleSurroundings.h"
+#include "Understanding/dialogue/memory/RequestMemory.h"
 #include "Understanding/skills/alarms/AlarmWish.h"
 
 #include <optional>

@@ -4,7 +4,7 @@
 
 #include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "QuorvellCore/text/Json.h"
-#include "Understanding/dialogue/FoundThing.h"
+#include "Understanding/dialogue/memory/FoundThing.h"
 #include "Understanding/time/LocalTime.h"
 
 #include <chrono>

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "QuorvellCore/live/tools/ToolResult.h"
-#include "Understanding/dialogue/RequestMemory.h"
-#include "Understanding/dialogue/ToolRequest.h"
+#include "Understanding/dialogue/memory/RequestMemory.h"
+#include "Understanding/dialogue/memory/ToolRequest.h"
 #include "Understanding/skills/alarms/AlarmItem.h"
 #include "Understanding/skills/alarms/AlarmsMeant.h"
 #include "Understanding/time/LocalTime.h"

@@ -2,8 +2,8 @@
 // The calls of the calendar's tools. Pure.
 #pragma once
 
-#include "Understanding/dialogue/FoundThing.h"
 #include "Understanding/dialogue/ToolCalls.h"
+#include "Understanding/dialogue/memory/FoundThing.h"
 #include "Understanding/skills/calendar/AgendaIntent.h"
 
 #include <optional>

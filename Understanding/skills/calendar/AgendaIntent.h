@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Understanding/dialogue/RuleSurroundings.h"
-#include "Understanding/dialogue/Wish.h"
+#include "Understanding/dialogue/memory/Wish.h"
 #include "Understanding/time/SpokenDays.h"
 #include "Understanding/words/RequestReading.h"
 

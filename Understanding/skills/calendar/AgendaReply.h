@@ -3,8 +3,8 @@
 #pragma once
 
 #include "QuorvellCore/live/tools/ToolResult.h"
-#include "Understanding/dialogue/RequestMemory.h"
-#include "Understanding/dialogue/ToolRequest.h"
+#include "Understanding/dialogue/memory/RequestMemory.h"
+#include "Understanding/dialogue/memory/ToolRequest.h"
 
 #include <string>
 #include <vector>

@@ -2,8 +2,8 @@
 // An utterance in the plain form in which requests of the calendar are read: one spelling for each thing, lower case.
 #pragma once
 
-#include "Understanding/dialogue/EventSearch.h"
 #include "Understanding/dialogue/RuleSurroundings.h"
+#include "Understanding/dialogue/memory/EventSearch.h"
 
 #include <optional>
 #include <string>

@@ -2,8 +2,8 @@
 // What is to be done before an event: "an hour before the party to charge the camera".
 #pragma once
 
-#include "Understanding/dialogue/EventSearch.h"
 #include "Understanding/dialogue/RuleStep.h"
+#include "Understanding/dialogue/memory/EventSearch.h"
 
 #include <optional>
 #include <string>

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "QuorvellCore/live/tools/ToolResult.h"
-#include "Understanding/dialogue/EventSearch.h"
 #include "Understanding/dialogue/QuestionKind.h"
 #include "Understanding/dialogue/Request.h"
+#include "Understanding/dialogue/memory/EventSearch.h"
 
 #include <string>
 #include <vector>

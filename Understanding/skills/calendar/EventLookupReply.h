@@ -3,8 +3,8 @@
 #pragma once
 
 #include "QuorvellCore/live/tools/ToolResult.h"
-#include "Understanding/dialogue/EventSearch.h"
-#include "Understanding/dialogue/FoundThing.h"
+#include "Understanding/dialogue/memory/EventSearch.h"
+#include "Understanding/dialogue/memory/FoundThing.h"
 #include "Understanding/time/LocalTime.h"
 
 #include <string>

@@ -2,7 +2,7 @@
 // Which events a name means. Pure.
 #pragma once
 
-#include "Understanding/dialogue/FoundThing.h"
+#include "Understanding/dialogue/memory/FoundThing.h"
 
 #include <string>
 #include <string_view>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "QuorvellCore/text/Pattern.h"
-#include "Understanding/dialogue/EventSearch.h"
+#include "Understanding/dialogue/memory/EventSearch.h"
 
 #include <string>
 

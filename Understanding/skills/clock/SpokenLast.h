@@ -2,7 +2,7 @@
 // The day that the conversation is at: "how many days until then?" Pure.
 #pragma once
 
-#include "Understanding/dialogue/RequestMemory.h"
+#include "Understanding/dialogue/memory/RequestMemory.h"
 #include "Understanding/time/LocalTime.h"
 
 #include <optional>

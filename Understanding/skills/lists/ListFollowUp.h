@@ -2,7 +2,7 @@
 // What is said of a list without naming it.
 #pragma once
 
-#include "Understanding/dialogue/ListTalk.h"
+#include "Understanding/dialogue/memory/ListTalk.h"
 #include "Understanding/skills/lists/ListIntent.h"
 
 #include <optional>

@@ -2,7 +2,7 @@
 // What is said of things that stand on a list that was talked of, whatever was talked of since.
 #pragma once
 
-#include "Understanding/dialogue/ListTalk.h"
+#include "Understanding/dialogue/memory/ListTalk.h"
 #include "Understanding/skills/lists/ListIntent.h"
 
 #include <optional>

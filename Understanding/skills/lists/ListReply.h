@@ -3,7 +3,7 @@
 #pragma once
 
 #include "QuorvellCore/live/tools/ToolResult.h"
-#include "Understanding/dialogue/ListTalk.h"
+#include "Understanding/dialogue/memory/ListTalk.h"
 
 #include <cstddef>
 #include <string>

@@ -5,7 +5,7 @@
 #include "QuorvellCore/live/tools/ToolResult.h"
 #include "Understanding/dialogue/RuleStep.h"
 #include "Understanding/dialogue/RuleSurroundings.h"
-#include "Understanding/dialogue/ToolRequest.h"
+#include "Understanding/dialogue/memory/ToolRequest.h"
 
 namespace quorvell {
 

@@ -5,7 +5,7 @@
 #include "Understanding/dialogue/QuestionKind.h"
 #include "Understanding/dialogue/RuleStep.h"
 #include "Understanding/dialogue/RuleSurroundings.h"
-#include "Understanding/dialogue/ToolRequest.h"
+#include "Understanding/dialogue/memory/ToolRequest.h"
 #include "Understanding/skills/lists/ListIntent.h"
 
 #include <string>

@@ -2,7 +2,7 @@
 // What an utterance asks of the notebook.
 #pragma once
 
-#include "Understanding/dialogue/RequestMemory.h"
+#include "Understanding/dialogue/memory/RequestMemory.h"
 #include "Understanding/words/ListPlace.h"
 #include "Understanding/words/RequestReading.h"
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "QuorvellCore/text/Json.h"
-#include "Understanding/dialogue/RequestMemory.h"
+#include "Understanding/dialogue/memory/RequestMemory.h"
 
 #include <string>
 #include <string_view>

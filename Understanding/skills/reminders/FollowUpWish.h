@@ -2,7 +2,7 @@
 // Short answers to what was just set, kept or told that only say what is different: "the day after", "an hour earlier".
 #pragma once
 
-#include "Understanding/dialogue/Wish.h"
+#include "Understanding/dialogue/memory/Wish.h"
 #include "Understanding/time/LocalTime.h"
 
 #include <optional>

@@ -2,8 +2,8 @@
 // Questions for one reminder out of all: the next one, or when the one about the cake comes.
 #pragma once
 
-#include "Understanding/dialogue/FoundThing.h"
 #include "Understanding/dialogue/Request.h"
+#include "Understanding/dialogue/memory/FoundThing.h"
 
 #include <optional>
 #include <string>

@@ -4,7 +4,7 @@
 
 #include "QuorvellCore/live/tools/ToolResult.h"
 #include "QuorvellCore/text/Json.h"
-#include "Understanding/dialogue/RequestMemory.h"
+#include "Understanding/dialogue/memory/RequestMemory.h"
 
 #include <string>
 #include <string_view>

@@ -2,10 +2,10 @@
 // A question that was put aside for another request, with what its answer needs.
 #pragma once
 
-#include "Understanding/dialogue/FoundThing.h"
-#include "Understanding/dialogue/PendingQuestion.h"
-#include "Understanding/dialogue/ThingBatch.h"
-#include "Understanding/dialogue/Wish.h"
+#include "Understanding/dialogue/memory/FoundThing.h"
+#include "Understanding/dialogue/memory/PendingQuestion.h"
+#include "Understanding/dialogue/memory/ThingBatch.h"
+#include "Understanding/dialogue/memory/Wish.h"
 #include "Understanding/time/SpokenDays.h"
 
 #include <cstddef>

@@ -2,7 +2,7 @@
 // What a conversation keeps in mind of the user's lists.
 #pragma once
 
-#include "Understanding/dialogue/FoundThing.h"
+#include "Understanding/dialogue/memory/FoundThing.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -2,7 +2,7 @@
 // What the user may have said, while they are asked which of it they did.
 #pragma once
 
-#include "Understanding/dialogue/PendingQuestion.h"
+#include "Understanding/dialogue/memory/PendingQuestion.h"
 
 #include <string>
 #include <vector>

@@ -2,7 +2,7 @@
 // Acts that are taken back one after the other, each by a call of its own.
 #pragma once
 
-#include "Understanding/dialogue/DoneAct.h"
+#include "Understanding/dialogue/memory/DoneAct.h"
 
 #include <optional>
 #include <string>

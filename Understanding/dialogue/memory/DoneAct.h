@@ -2,8 +2,8 @@
 // Something that the assistant changed in this conversation, for "undo that" and "what did you just do".
 #pragma once
 
-#include "Understanding/dialogue/FoundThing.h"
-#include "Understanding/dialogue/ToolRequest.h"
+#include "Understanding/dialogue/memory/FoundThing.h"
+#include "Understanding/dialogue/memory/ToolRequest.h"
 
 #include <cstddef>
 #include <optional>

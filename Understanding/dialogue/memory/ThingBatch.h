@@ -2,7 +2,7 @@
 // Things that are taken away one after the other, each by a call of its own, once the user agreed to all.
 #pragma once
 
-#include "Understanding/dialogue/FoundThing.h"
+#include "Understanding/dialogue/memory/FoundThing.h"
 
 #include <cstddef>
 #include <string>

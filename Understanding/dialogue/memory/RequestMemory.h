@@ -2,18 +2,18 @@
 // What one conversation keeps in mind between two utterances. Values: copied to the worker that thinks, and back.
 #pragma once
 
-#include "Understanding/dialogue/AlarmTalk.h"
-#include "Understanding/dialogue/AsideQuestion.h"
-#include "Understanding/dialogue/DoneAct.h"
-#include "Understanding/dialogue/EventSearch.h"
-#include "Understanding/dialogue/FoundThing.h"
-#include "Understanding/dialogue/ListTalk.h"
-#include "Understanding/dialogue/OpenReadings.h"
-#include "Understanding/dialogue/PassingTalk.h"
-#include "Understanding/dialogue/PendingQuestion.h"
-#include "Understanding/dialogue/TakingBack.h"
-#include "Understanding/dialogue/ThingBatch.h"
-#include "Understanding/dialogue/Wish.h"
+#include "Understanding/dialogue/memory/AlarmTalk.h"
+#include "Understanding/dialogue/memory/AsideQuestion.h"
+#include "Understanding/dialogue/memory/DoneAct.h"
+#include "Understanding/dialogue/memory/EventSearch.h"
+#include "Understanding/dialogue/memory/FoundThing.h"
+#include "Understanding/dialogue/memory/ListTalk.h"
+#include "Understanding/dialogue/memory/OpenReadings.h"
+#include "Understanding/dialogue/memory/PassingTalk.h"
+#include "Understanding/dialogue/memory/PendingQuestion.h"
+#include "Understanding/dialogue/memory/TakingBack.h"
+#include "Understanding/dialogue/memory/ThingBatch.h"
+#include "Understanding/dialogue/memory/Wish.h"
 #include "Understanding/time/SpokenDays.h"
 
 #include <cstddef>
