@@ -14,10 +14,10 @@
 #include "Quorvell/settings/KeyVariables.h"
 #include "Quorvell/settings/PrivateFile.h"
 #include "Quorvell/settings/UsersCalendar.h"
-#include "Quorvell/tools/AgendaTools.h"
-#include "Quorvell/tools/NotebookDigest.h"
-#include "Quorvell/tools/NotebookTools.h"
-#include "Quorvell/tools/ReminderTools.h"
+#include "Quorvell/tools/agenda/AgendaTools.h"
+#include "Quorvell/tools/notebook/NotebookDigest.h"
+#include "Quorvell/tools/notebook/NotebookTools.h"
+#include "Quorvell/tools/reminders/ReminderTools.h"
 #include "QuorvellCore/reminders/calendar/LocaleWords.h"
 
 #include <QRandomGenerator>

@@ -8,7 +8,7 @@
 #include "Quorvell/settings/ProgramEnvironment.h"
 #include "Quorvell/settings/UserSettings.h"
 #include "Quorvell/settings/UsersCalendar.h"
-#include "Quorvell/tools/EventAnswers.h"
+#include "Quorvell/tools/agenda/EventAnswers.h"
 #include "QuorvellCore/text/PrintableText.h"
 
 #include <nlohmann/json.hpp>

@@ -6,7 +6,7 @@
 #include "Quorvell/app/program/WaitFor.h"
 #include "Quorvell/notebook/FreshNoteID.h"
 #include "Quorvell/notebook/NoteTitle.h"
-#include "Quorvell/tools/PrivateFacts.h"
+#include "Quorvell/tools/notebook/PrivateFacts.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/OneLine.h"
 

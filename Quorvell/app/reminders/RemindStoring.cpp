@@ -9,9 +9,9 @@
 #include "Quorvell/handover/NotebookAccess.h"
 #include "Quorvell/notebook/FreshNoteID.h"
 #include "Quorvell/settings/ProgramEnvironment.h"
-#include "Quorvell/tools/ReminderAnswers.h"
-#include "Quorvell/tools/ReminderArguments.h"
-#include "Quorvell/tools/ReminderNote.h"
+#include "Quorvell/tools/reminders/ReminderAnswers.h"
+#include "Quorvell/tools/reminders/ReminderArguments.h"
+#include "Quorvell/tools/reminders/ReminderNote.h"
 #include "QuorvellCore/text/Characters.h"
 
 #include <QEventLoop>

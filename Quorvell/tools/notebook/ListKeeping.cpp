@@ -1,0 +1,393 @@
+// SPDX-License-Identifier: MIT
+#include "Quorvell/tools/notebook/ListKeeping.h"
+
+#include "Quorvell/tools/notebook/NoteUndo.h"
+#include "QuorvellCore/notebook/ListNote.h"
+#include "QuorvellCore/notebook/ListWords.h"
+#include "QuorvellCore/text/Characters.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+namespace quorvell {
+
+namespace {
+
+using ItemTexts = std::vector<std::string>;
+
+constexpr std::size_t mostLists = 50; ///< That are told at once.
+
+std::vector<Note> listsOf(const FullNotebook& notebook)
+{
+    std::vector<Note> lists;
+    std::ranges::copy_if(notebook.notes(), std::back_inserter(lists), ListNote::isList);
+    return lists;
+}
+
+Json describedList(const Note& note)
+{
+    const CheckList list(note.body);
+    Json shown{{"id", note.id}, {"title", note.title}, {"name", ListWords::spoken(note.title)},
+        {"open", list.openItems()}, {"ticked", list.items().size() - list.openItems()}};
+    if (isUntrusted(note.origin))
+        shown["untrusted"] = true;
+    return shown;
+}
+
+Json describedLists(const std::vector<Note>& lists)
+{
+    Json shown = Json::array();
+    for (const Note& list : lists)
+        if (shown.size() < mostLists)
+            shown.push_back(describedList(list));
+    return shown;
+}
+
+/// "a, b or c".
+std::string eitherOf(const ItemTexts& texts)
+{
+    std::string said;
+    for (std::size_t index = 0; index < texts.size(); ++index)
+        said += (index == 0 ? "" : index + 1 == texts.size() ? " or " : ", ") + texts[index];
+    return said;
+}
+
+std::string namedInWords(const ItemTexts& texts)
+{
+    constexpr std::size_t mostNamed = 3;
+    if (texts.size() > mostNamed)
+        return std::to_string(texts.size()) + " things";
+    std::string said;
+    for (std::size_t index = 0; index < texts.size(); ++index)
+        said += (index == 0 ? "" : index + 1 == texts.size() ? " and " : ", ") + texts[index];
+    return said;
+}
+
+ToolResult whichList(const std::vector<Note>& lists)
+{
+    constexpr std::size_t mostNamed = 4;
+    ItemTexts names;
+    for (const Note& list : lists)
+        if (names.size() < mostNamed)
+            names.push_back(ListWords::spoken(list.title));
+    if (lists.size() > mostNamed)
+        names.push_back("another one");
+    const std::string question = lists.size() == 1 ? "Do you mean your " + names.front() + "?"
+                                                   : "Which list do you mean: " + eitherOf(names) + "?";
+    return ToolResult(ToolStatus::whichList).ask(question).add("lists", describedLists(lists));
+}
+
+/// The list that is meant, or what is answered instead.
+struct Meant {
+    std::optional<Note> list;
+    std::optional<ToolResult> answer;
+};
+
+ToolResult noList(const ListRequest& request, const std::vector<Note>& lists)
+{
+    ToolResult result(ToolStatus::noList);
+    if (!request.name.empty())
+        result.add("list", request.name).add("name", ListWords::spoken(request.name));
+    result.add("lists", describedLists(lists));
+    return result.advise("There is no such list. Ask whether you should make it, with create.");
+}
+
+/// Whether all that is named stands on it, to be told apart by that.
+bool holdsAll(const Note& note, const ListRequest& request)
+{
+    const CheckList list(note.body);
+    ItemTexts names = request.has;
+    for (const ItemTexts* texts : {&request.edit.tick, &request.edit.untick, &request.edit.remove})
+        names.insert(names.end(), texts->begin(), texts->end());
+    if (!request.edit.replace.empty())
+        names.push_back(request.edit.replace);
+    return !names.empty()
+        && std::ranges::all_of(names, [&](const std::string& words) { return !ListEdit::named(list, words).empty(); });
+}
+
+Meant meantOf(const FullNotebook& notebook, const ListRequest& request)
+{
+    std::vector<Note> lists = listsOf(notebook);
+    if (!request.id.empty()) {
+        const auto found = std::ranges::find(lists, request.id, &Note::id);
+        if (found != lists.end())
+            return {*found, std::nullopt};
+        return {std::nullopt, noList(request, lists)};
+    }
+    std::vector<Note> meant;
+    bool isSure = true;
+    if (ListWords::isName(request.name)) {
+        std::vector<std::string_view> titles;
+        titles.reserve(lists.size());
+        for (const Note& list : lists)
+            titles.push_back(list.title);
+        const auto best = ListWords::bestNames(request.name, titles);
+        for (const std::size_t place : best.places)
+            meant.push_back(lists[place]);
+        const bool losesSomething = request.kind == ListRequest::Kind::remove || request.edit.clearAll;
+        isSure = !losesSomething || best.likeness == ListLikeness::same;
+    } else {
+        std::ranges::copy_if(
+            lists, std::back_inserter(meant), [&](const Note& list) { return holdsAll(list, request); });
+        if (meant.size() != 1)
+            meant = lists;
+    }
+    if (meant.empty())
+        return {std::nullopt, noList(request, lists)};
+    if (meant.size() > 1 || !isSure)
+        return {std::nullopt, whichList(meant)};
+    return {meant.front(), std::nullopt};
+}
+
+ToolResult shownList(const Note& note, const ListRequest& request)
+{
+    ToolResult result(ToolStatus::list);
+    result.addAll(describedList(note));
+    Json items = Json::object();
+    addItems(items, note);
+    result.addAll(items);
+    if (request.has.empty())
+        return result;
+    const CheckList list(note.body);
+    Json held = Json::array();
+    Json missing = Json::array();
+    for (const std::string& words : request.has) {
+        const auto places = ListEdit::named(list, words);
+        for (const std::size_t place : places)
+            held.push_back({{"text", list.items()[place].text}, {"ticked", list.items()[place].isTicked}});
+        if (places.empty())
+            missing.push_back(words);
+    }
+    return result.add("held", held).add("missing", missing);
+}
+
+void addTexts(ToolResult& result, const char* key, const ItemTexts& texts)
+{
+    if (!texts.empty())
+        result.add(key, texts);
+}
+
+ItemTexts textsOfItems(const std::vector<CheckListItem>& items)
+{
+    ItemTexts texts;
+    for (const CheckListItem& item : items)
+        texts.push_back(item.text);
+    return texts;
+}
+
+void addOutcome(ToolResult& result, const ListEdit::Outcome& outcome)
+{
+    addTexts(result, "added", outcome.added);
+    addTexts(result, "again", outcome.again);
+    addTexts(result, "already", outcome.already);
+    addTexts(result, "ticked", outcome.ticked);
+    addTexts(result, "unticked", outcome.unticked);
+    addTexts(result, "removed", textsOfItems(outcome.removed));
+    addTexts(result, "replaced", outcome.replaced);
+    addTexts(result, "missing", outcome.missing);
+}
+
+/// Behind "Undone:".
+std::string doneInWords(const ListEdit::Outcome& outcome, const std::string& list)
+{
+    ItemTexts added = outcome.added;
+    added.insert(added.end(), outcome.again.begin(), outcome.again.end());
+    if (!added.empty())
+        return "adding " + namedInWords(added) + " to your " + list;
+    if (!outcome.removed.empty())
+        return "taking " + namedInWords(textsOfItems(outcome.removed)) + " off your " + list;
+    if (!outcome.replaced.empty())
+        return "putting " + outcome.replaced.back() + " in place of " + outcome.replaced.front() + " on your " + list;
+    const bool isTick = !outcome.ticked.empty();
+    return (isTick ? "ticking " : "unticking ") + namedInWords(isTick ? outcome.ticked : outcome.unticked) + " on your "
+        + list;
+}
+
+ToolResult whichItem(const Note& note, const ListEdit::Outcome& outcome)
+{
+    Json unclear = Json::array();
+    for (const ListEdit::Unclear& one : outcome.unclear)
+        unclear.push_back({{"words", one.words}, {"candidates", one.candidates}});
+    const ListEdit::Unclear& first = outcome.unclear.front();
+    const std::string name = ListWords::spoken(note.title);
+    const std::string question = first.candidates.size() == 1
+        ? "There is no " + first.words + " on your " + name + ". Do you mean " + first.candidates.front() + "?"
+        : "Which one do you mean: " + eitherOf(first.candidates) + "?";
+    return ToolResult(ToolStatus::whichItem).ask(question).addAll(describedList(note)).add("unclear", unclear);
+}
+
+NotebookCallback answeringList(ToolReply reply, const ToolResult& result)
+{
+    const auto answer = std::make_shared<ToolReply>(std::move(reply));
+    return [answer, result](const NotebookVerdict& verdict) {
+        if (verdict.isStored)
+            answer->answer(result);
+        else
+            answer->fail(verdict.problem);
+    };
+}
+
+/// One call about one list, over all that it can be.
+class Keeping {
+public:
+    Keeping(FullNotebook& notebook, const NotebookToolContext& context, const ListRequest& request)
+        : m_notebook(notebook)
+        , m_context(context)
+        , m_request(request)
+        , m_undo{notebook, context.undo}
+    {
+    }
+
+    void create(ToolReply reply) const
+    {
+        std::vector<std::string_view> titles;
+        const std::vector<Note> lists = listsOf(m_notebook);
+        titles.reserve(lists.size());
+        for (const Note& list : lists)
+            titles.push_back(list.title);
+        const auto best = ListWords::bestNames(m_request.name, titles);
+        const std::string title = withUpperCaseFirst(m_request.name);
+        const auto same = std::ranges::find(lists, title, &Note::title);
+        if (best.likeness == ListLikeness::same || same != lists.end())
+            return reply.answer(ToolResult(ToolStatus::known)
+                                    .addAll(describedList(same != lists.end() ? *same : lists[best.places.front()])));
+        CheckList list(CheckList::emptyBody);
+        const auto outcome = ListEdit{.add = m_request.edit.add}.apply(list);
+        const Note note{.id = m_context.newID(),
+            .title = title,
+            .body = list.body(),
+            .created = m_context.now(),
+            .author = NoteAuthor::quorvell,
+            .origin = NoteOrigin::conversation};
+        ToolResult kept(ToolStatus::kept);
+        kept.addAll(describedList(note));
+        addOutcome(kept, outcome);
+        m_undo.ofNew(note, "making your " + ListWords::spoken(note.title), kept);
+        m_notebook.add(note, answeringList(std::move(reply), kept));
+    }
+
+    void edit(const Note& note, ToolReply reply) const
+    {
+        CheckList list(note.body);
+        const auto outcome = m_request.edit.apply(list);
+        if (outcome.isTooLong)
+            return reply.fail(
+                "Nothing was changed: a list may have at most " + std::to_string(CheckList::mostItems) + " items.");
+        if (!outcome.unclear.empty())
+            return reply.answer(whichItem(note, outcome));
+        Note changed = note;
+        changed.body = list.body();
+        const bool isNoneFound = !outcome.changed() && outcome.already.empty() && !outcome.missing.empty();
+        ToolResult result(isNoneFound ? ToolStatus::notOnList : ToolStatus::changed);
+        result.addAll(describedList(changed));
+        addOutcome(result, outcome);
+        if (!outcome.changed())
+            return reply.answer(result);
+        const auto takeBack = [outcome, before = note.body, after = changed.body](Note& now) {
+            if (now.body == after) {
+                now.body = before;
+                return true;
+            }
+            CheckList present(now.body);
+            if (!ListEdit::takeBack(outcome, present))
+                return false;
+            now.body = present.body();
+            return true;
+        };
+        m_undo.ofChange(note.id, takeBack, doneInWords(outcome, ListWords::spoken(note.title)), result);
+        // Another program may have written the note in the meantime.
+        const auto change = [again = ListEdit::again(outcome), before = note.body, after = changed.body](Note& now) {
+            CheckList present(now.body);
+            if (now.body != before)
+                (void)again.apply(present);
+            now.body = now.body == before ? after : present.body();
+        };
+        m_notebook.update(note.id, change, answeringList(std::move(reply), result));
+    }
+
+    void rename(const Note& note, ToolReply reply) const
+    {
+        Note changed = note;
+        changed.title = withUpperCaseFirst(m_request.title);
+        ToolResult result(ToolStatus::changed);
+        result.addAll(describedList(changed)).add("was", ListWords::spoken(note.title));
+        const auto takeBack = [before = note.title, after = changed.title](Note& now) {
+            const bool isAsLeft = now.title == after;
+            now.title = isAsLeft ? before : now.title;
+            return isAsLeft;
+        };
+        m_undo.ofChange(note.id, takeBack, "renaming your " + ListWords::spoken(note.title), result);
+        const auto change = [title = changed.title](Note& now) { now.title = title; };
+        m_notebook.update(note.id, change, answeringList(std::move(reply), result));
+    }
+
+    void remove(const Note& note, ToolReply reply) const
+    {
+        ToolResult result(ToolStatus::deleted);
+        result.addAll(describedList(note));
+        m_undo.ofRemoval(note, "deleting your " + ListWords::spoken(note.title), result);
+        m_notebook.delete_(note.id, answeringList(std::move(reply), result));
+    }
+
+private:
+    FullNotebook& m_notebook;
+    const NotebookToolContext& m_context;
+    const ListRequest& m_request;
+    NoteUndo m_undo;
+};
+
+} // namespace
+
+void addItems(Json& shown, const Note& note)
+{
+    constexpr std::size_t mostBytes = 20'000; ///< Of a result that a model reads; then it says how many are left.
+    if (!ListNote::isList(note))
+        return;
+    const CheckList list(note.body);
+    Json items = Json::array();
+    std::size_t bytes = 0;
+    for (const std::size_t item : ListEdit::told(list)) {
+        const auto& [text, isTicked] = list.items()[item];
+        if ((bytes += text.size()) > mostBytes)
+            break;
+        items.push_back({{"place", items.size() + 1}, {"text", text}, {"ticked", isTicked}});
+    }
+    if (items.size() < list.items().size())
+        shown["left_out"] = list.items().size() - items.size();
+    shown["items"] = std::move(items);
+}
+
+void keepList(FullNotebook& notebook, const NotebookToolContext& context, const ListRequest& request, ToolReply reply)
+{
+    if (!request.problem.empty())
+        return reply.fail("Nothing was changed: " + request.problem);
+    const Keeping keeping(notebook, context, request);
+    if (request.kind == ListRequest::Kind::create)
+        return keeping.create(std::move(reply));
+    if (request.kind == ListRequest::Kind::showAll) {
+        const auto lists = listsOf(notebook);
+        return reply.answer(
+            ToolResult(ToolStatus::lists).add("count", lists.size()).add("lists", describedLists(lists)));
+    }
+    const Meant meant = meantOf(notebook, request);
+    if (!meant.list)
+        return reply.answer(*meant.answer);
+    switch (request.kind) {
+    case ListRequest::Kind::show:
+        return reply.answer(shownList(*meant.list, request));
+    case ListRequest::Kind::edit:
+        return keeping.edit(*meant.list, std::move(reply));
+    case ListRequest::Kind::rename:
+        return keeping.rename(*meant.list, std::move(reply));
+    case ListRequest::Kind::remove:
+        return keeping.remove(*meant.list, std::move(reply));
+    case ListRequest::Kind::create:
+    case ListRequest::Kind::showAll:
+        return;
+    }
+}
+
+} // namespace quorvell
