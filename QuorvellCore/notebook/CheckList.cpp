@@ -5,7 +5,7 @@
 #include "QuorvellCore/text/OneLine.h"
 
 #include <algorithm>
-#include <functional>
+#include <utility>
 
 namespace quorvell {
 
@@ -118,6 +118,7 @@ void CheckList::read()
 {
     m_boxes.clear();
     m_items.clear();
+    m_boxOfItem.clear();
     m_isNothingElse = true;
     m_textEnd = m_lines.size();
     std::string_view fence;
@@ -137,8 +138,10 @@ void CheckList::read()
         if (box) {
             box->line = index;
             m_boxes.push_back(*box);
-            if (box->hasItem)
+            if (box->hasItem) {
                 m_items.push_back({onOneLine(line.substr(box->mark + 2)), line[box->mark] != ' '});
+                m_boxOfItem.push_back(m_boxes.size() - 1);
+            }
         }
         const bool belongsToBox = !m_boxes.empty() && indentOf(line) > 0;
         m_isNothingElse = m_isNothingElse && fence.empty() && (box || belongsToBox || isFrame(line));
@@ -158,21 +161,17 @@ std::string CheckList::body() const
     return body;
 }
 
-std::size_t CheckList::lineOf(std::size_t item) const
+/// A line that stands deeper than the box before it and is none itself.
+bool CheckList::belongsTo(const Box& box, std::string_view line)
 {
-    for (const Box& box : m_boxes)
-        if (box.hasItem && item-- == 0)
-            return box.line;
-    return m_lines.size();
+    const std::string_view text = withoutEnd(line);
+    return !text.empty() && indentOf(text) > box.indent && fenceIn(text).empty() && !boxIn(text);
 }
 
-/// Behind the lines that stand deeper than the box and are none themselves.
-std::size_t CheckList::endOfBox(std::size_t line) const
+std::size_t CheckList::endOfBox(const Box& box) const
 {
-    const std::size_t indent = indentOf(m_lines[line]);
-    std::size_t end = line + 1;
-    while (end < m_lines.size() && !boxIn(m_lines[end]) && !withoutEnd(m_lines[end]).empty()
-        && indentOf(withoutEnd(m_lines[end])) > indent && fenceIn(m_lines[end]).empty())
+    std::size_t end = box.line + 1;
+    while (end < m_lines.size() && belongsTo(box, m_lines[end]))
         ++end;
     return end;
 }
@@ -203,7 +202,7 @@ void CheckList::add(const CheckListItem& item)
         line = line.substr(0, free->mark) + (item.isTicked ? "x] " : " ] ") + item.text + std::string(endOf(line));
         return read();
     }
-    const std::size_t place = m_boxes.empty() ? m_textEnd : endOfBox(m_boxes.back().line);
+    const std::size_t place = m_boxes.empty() ? m_textEnd : endOfBox(m_boxes.back());
     const std::string lineEnd = usualEnd(m_lines);
     std::string line = newLine(item);
     const bool isBehindOpenEnd = place > 0 && !isEnded(m_lines[place - 1]);
@@ -217,43 +216,50 @@ void CheckList::add(const CheckListItem& item)
 
 void CheckList::setTicked(std::size_t item, bool isTicked)
 {
-    for (const Box& box : m_boxes)
-        if (box.hasItem && item-- == 0)
-            m_lines[box.line][box.mark] = isTicked ? 'x' : ' ';
-    read();
+    if (item >= m_items.size())
+        return;
+    const Box& box = m_boxes[m_boxOfItem[item]];
+    m_lines[box.line][box.mark] = isTicked ? 'x' : ' ';
+    m_items[item].isTicked = isTicked;
 }
 
 void CheckList::setText(std::size_t item, std::string_view text)
 {
-    for (const Box& box : m_boxes) {
-        if (!box.hasItem || item-- != 0)
-            continue;
-        std::string& line = m_lines[box.line];
-        line = line.substr(0, box.mark + 2) + " " + std::string(text) + std::string(endOf(line));
-    }
+    if (item >= m_items.size())
+        return;
+    const Box& box = m_boxes[m_boxOfItem[item]];
+    std::string& line = m_lines[box.line];
+    line = line.substr(0, box.mark + 2) + " " + std::string(text) + std::string(endOf(line));
     read();
 }
 
-void CheckList::remove(std::vector<std::size_t> items)
+/// From the last line to the first, so that what belongs to a box is what still follows it.
+void CheckList::remove(const std::vector<std::size_t>& items)
 {
-    std::ranges::sort(items, std::greater());
-    const std::string kept = m_boxes.empty() ? "" : m_lines[m_boxes.front().line].substr(0, m_boxes.front().mark - 1);
-    const bool wasLast = items.size() >= m_items.size();
-    const bool endsOpen = !m_lines.empty() && !isEnded(m_lines.back());
+    if (m_items.empty() || items.empty())
+        return;
+    const bool endsOpen = !isEnded(m_lines.back());
     const std::string lineEnd = usualEnd(m_lines);
-    std::size_t first = m_lines.size();
-    for (const std::size_t item : items) {
-        first = lineOf(item);
-        if (first == m_lines.size())
-            continue;
-        const auto start = m_lines.begin() + static_cast<std::ptrdiff_t>(first);
-        m_lines.erase(start, m_lines.begin() + static_cast<std::ptrdiff_t>(endOfBox(first)));
-        std::erase_if(m_boxes, [first](const Box& box) { return box.line == first; });
+    const std::string form = m_lines[m_boxes.front().line].substr(0, m_boxes.front().mark - 1);
+    std::vector<const Box*> removed(m_lines.size());
+    for (const std::size_t item : items)
+        if (item < m_items.size())
+            removed[m_boxes[m_boxOfItem[item]].line] = &m_boxes[m_boxOfItem[item]];
+    const bool isNoneLeft =
+        static_cast<std::size_t>(std::ranges::count_if(removed, [](const Box* box) { return box != nullptr; }))
+        == m_boxes.size();
+    std::vector<std::string> kept;
+    for (std::size_t line = m_lines.size(); line-- > 0;) {
+        if (!removed[line])
+            kept.push_back(std::move(m_lines[line]));
+        else
+            while (!kept.empty() && belongsTo(*removed[line], kept.back()))
+                kept.pop_back();
+        if (isNoneLeft && line == m_boxes.front().line)
+            kept.push_back(form + "[ ]" + lineEnd);
     }
-    if (wasLast && m_boxes.empty()) {
-        const auto place = m_lines.begin() + static_cast<std::ptrdiff_t>(std::min(first, m_lines.size()));
-        m_lines.insert(place, kept + "[ ]" + lineEnd);
-    }
+    std::ranges::reverse(kept);
+    m_lines = std::move(kept);
     if (endsOpen && !m_lines.empty())
         m_lines.back().resize(withoutEnd(m_lines.back()).size());
     read();

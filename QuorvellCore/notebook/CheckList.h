@@ -25,6 +25,7 @@ class CheckList {
 public:
     static constexpr std::size_t longestItem = 500; ///< Characters: nobody reads out more.
     static constexpr std::size_t mostItems = 1000; ///< So that a note stays one that can be read.
+    static constexpr std::size_t mostBoxes = 10'000; ///< What others wrote; beyond, a text is data, and no list.
     static constexpr std::string_view emptyBody = "- [ ]";
 
     explicit CheckList(std::string_view body);
@@ -35,6 +36,7 @@ public:
     const std::vector<CheckListItem>& items() const { return m_items; }
     std::size_t openItems() const;
     bool hasBoxes() const { return !m_boxes.empty(); }
+    bool isTooLong() const { return m_boxes.size() > mostBoxes; }
     /// Whether there is nothing besides boxes but headings, blank lines and what belongs to a box.
     bool isNothingElse() const { return m_isNothingElse; }
     std::string body() const;
@@ -44,11 +46,11 @@ public:
     void setTicked(std::size_t item, bool isTicked);
     void setText(std::size_t item, std::string_view text);
     /// With the lines that belong to them. In any order, each once.
-    void remove(std::vector<std::size_t> items);
+    void remove(const std::vector<std::size_t>& items);
 
 private:
     struct Box {
-        std::size_t line = 0;
+        std::size_t line = 0; ///< Counted from 0.
         std::size_t indent = 0; ///< Bytes before the marker.
         std::size_t mark = 0; ///< Where the blank or the x stands, in bytes of the line.
         bool hasItem = false;
@@ -56,13 +58,14 @@ private:
 
     static std::optional<Box> boxIn(std::string_view line);
     void read();
-    std::size_t lineOf(std::size_t item) const;
-    std::size_t endOfBox(std::size_t line) const;
+    static bool belongsTo(const Box& box, std::string_view line);
+    std::size_t endOfBox(const Box& box) const;
     std::string newLine(const CheckListItem& item) const;
 
     std::vector<std::string> m_lines; ///< With their ends.
     std::vector<Box> m_boxes; ///< Those without words too.
     std::vector<CheckListItem> m_items;
+    std::vector<std::size_t> m_boxOfItem; ///< Its place among the boxes.
     std::size_t m_textEnd = 0; ///< Number of lines before code that nothing closes: what follows it is code, too.
     bool m_isNothingElse = true;
 };

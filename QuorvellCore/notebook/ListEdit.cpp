@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <map>
 
 namespace quorvell {
 
@@ -55,22 +56,22 @@ Things thingsOn(const CheckList& list)
 /// Finds what is named, and keeps what is not found or not clear.
 class Finder {
 public:
-    Finder(const CheckList& list, ListEdit::Outcome& outcome)
+    Finder(const CheckList& list, bool isByTexts, ListEdit::Outcome& outcome)
         : m_list(list)
+        , m_isByTexts(isByTexts)
         , m_outcome(outcome)
-        , m_things(thingsOn(list))
     {
     }
 
     /// All of the same words where `wanted` is any, else the first.
     Places find(const std::string& words, Wanted wanted)
     {
-        auto found = atPlace(m_list, words, wanted).value_or(Places{});
+        auto found = m_isByTexts ? Places{} : atPlace(m_list, words, wanted).value_or(Places{});
         if (words == "#all" && !found.empty())
             return found;
         bool isSure = !found.empty();
         if (!isSure) {
-            auto best = ListWords::bestItems(ListThing(words), m_things);
+            auto best = bestFor(ListThing(words));
             isSure = best.likeness > ListLikeness::near;
             found = fitting(std::move(best.places), wanted);
         }
@@ -84,6 +85,27 @@ public:
     }
 
 private:
+    /// What is called the same is looked up: many are named at once where all are, and a list may be long.
+    ListWords::Best bestFor(const ListThing& wanted)
+    {
+        if (m_things.empty())
+            readThings();
+        const auto same = m_same.find(keyOf(wanted));
+        if (same != m_same.end())
+            return {ListLikeness::same, same->second};
+        return m_isByTexts ? ListWords::Best{} : ListWords::bestItems(wanted, m_things);
+    }
+
+    void readThings()
+    {
+        m_things = thingsOn(m_list);
+        for (std::size_t item = 0; item < m_things.size(); ++item)
+            m_same[keyOf(m_things[item])].push_back(item);
+    }
+
+    /// Equal where the likeness is `same`.
+    static const std::string& keyOf(const ListThing& thing) { return thing.plain.empty() ? thing.text : thing.plain; }
+
     /// Of several, those that can still be ticked, or unticked.
     Places fitting(Places places, Wanted wanted) const
     {
@@ -113,8 +135,10 @@ private:
     }
 
     const CheckList& m_list;
+    bool m_isByTexts;
     ListEdit::Outcome& m_outcome;
-    Things m_things;
+    Things m_things; ///< Once something is looked for, as the next.
+    std::map<std::string, Places> m_same; ///< By their key.
 };
 
 /// `things` are those on the list, and stay so.
@@ -175,7 +199,7 @@ std::vector<std::size_t> ListEdit::named(const CheckList& list, std::string_view
 ListEdit::Outcome ListEdit::apply(CheckList& list) const
 {
     Outcome outcome;
-    Finder finder(list, outcome);
+    Finder finder(list, isByTexts, outcome);
     const auto found = [&finder](const std::vector<std::string>& names, Wanted wanted) {
         Places places;
         for (const std::string& words : names)
@@ -219,7 +243,7 @@ ListEdit::Outcome ListEdit::apply(CheckList& list) const
 
 ListEdit ListEdit::again(const Outcome& outcome)
 {
-    ListEdit edit{.add = outcome.added, .tick = outcome.ticked, .untick = outcome.unticked};
+    ListEdit edit{.add = outcome.added, .tick = outcome.ticked, .untick = outcome.unticked, .isByTexts = true};
     edit.untick.insert(edit.untick.end(), outcome.again.begin(), outcome.again.end());
     for (const CheckListItem& item : outcome.removed)
         edit.remove.push_back(item.text);
@@ -232,6 +256,8 @@ ListEdit ListEdit::again(const Outcome& outcome)
 
 bool ListEdit::takeBack(const Outcome& outcome, CheckList& list)
 {
+    if (outcome.removed.size() + list.items().size() > CheckList::mostItems && !outcome.removed.empty())
+        return false;
     CheckList changed = list;
     const auto find = [&changed](const std::string& text, bool isTicked) { return exactly(changed, text, isTicked); };
     bool isThere = true;
@@ -261,7 +287,6 @@ bool ListEdit::takeBack(const Outcome& outcome, CheckList& list)
     }
     for (const CheckListItem& item : outcome.removed)
         changed.add(item);
-    isThere = isThere && changed.items().size() <= CheckList::mostItems;
     if (isThere)
         list = std::move(changed);
     return isThere;

@@ -22,6 +22,7 @@ struct ListEdit {
     std::string by{};
     bool clearTicked = false;
     bool clearAll = false;
+    bool isByTexts = false; ///< Items are named by the whole of their texts, and nothing like them is meant.
 
     /// Words that may be one of several items, or that are a slip away from one.
     struct Unclear {
@@ -45,6 +46,8 @@ struct ListEdit {
         bool isTooLong = false; ///< More items than a list may have; nothing was changed.
 
         bool changed() const;
+        /// Whether everything that was named was there, and clear.
+        bool isWhole() const { return missing.empty() && unclear.empty() && !isTooLong; }
         bool operator==(const Outcome&) const = default;
     };
 

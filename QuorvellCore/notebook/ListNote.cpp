@@ -15,7 +15,7 @@ bool ListNote::isList(const Note& note)
     const CheckList list(note.body);
     if (!list.hasBoxes())
         return isCalledList && trimmed(note.body).empty();
-    return isCalledList || list.isNothingElse();
+    return !list.isTooLong() && (isCalledList || list.isNothingElse());
 }
 
 } // namespace quorvell

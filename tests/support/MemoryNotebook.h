@@ -30,8 +30,11 @@ public:
     void update(const std::string& id, std::function<void(Note&)> change, NotebookCallback done) override
     {
         for (Note& note : list)
-            if (note.id == id && refusal.empty())
+            if (note.id == id && refusal.empty()) {
+                if (otherHand)
+                    std::exchange(otherHand, nullptr)(note);
                 change(note);
+            }
         finish(std::move(done));
     }
     void edit(const std::string&, Change, NotebookCallback) override { }
@@ -63,6 +66,7 @@ public:
     std::string path = "/notes";
     std::string refusal;
     bool owner = true;
+    std::function<void(Note&)> otherHand; ///< Changes a note in the instant before the next change of ours is made.
     Durability durability = Durability::atOnce;
     std::vector<std::function<void()>> waiting; ///< Answers to writes that are not durable yet.
 

@@ -219,11 +219,15 @@ ToolResult whichItem(const Note& note, const ListEdit::Outcome& outcome)
     return ToolResult(ToolStatus::whichItem).ask(question).addAll(describedList(note)).add("unclear", unclear);
 }
 
-NotebookCallback answeringList(ToolReply reply, const ToolResult& result)
+/// `isDone` is known once the list is stored.
+NotebookCallback answeringList(
+    ToolReply reply, const ToolResult& result, std::shared_ptr<bool> isDone = std::make_shared<bool>(true))
 {
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
-    return [answer, result](const NotebookVerdict& verdict) {
-        if (verdict.isStored)
+    return [answer, result, isDone = std::move(isDone)](const NotebookVerdict& verdict) {
+        if (verdict.isStored && !*isDone)
+            answer->fail("Nothing was changed: somebody else changed the list at the same time. Look at it first.");
+        else if (verdict.isStored)
             answer->answer(result);
         else
             answer->fail(verdict.problem);
@@ -299,13 +303,15 @@ public:
         };
         m_undo.ofChange(note.id, takeBack, doneInWords(outcome, ListWords::spoken(note.title)), result);
         // Another program may have written the note in the meantime.
-        const auto change = [again = ListEdit::again(outcome), before = note.body, after = changed.body](Note& now) {
+        const auto isDone = std::make_shared<bool>(true);
+        const auto change = [again = ListEdit::again(outcome), before = note.body, after = changed.body, isDone](
+                                Note& now) {
             CheckList present(now.body);
-            if (now.body != before)
-                (void)again.apply(present);
-            now.body = now.body == before ? after : present.body();
+            *isDone = now.body == before || again.apply(present).isWhole();
+            if (*isDone)
+                now.body = now.body == before ? after : present.body();
         };
-        m_notebook.update(note.id, change, answeringList(std::move(reply), result));
+        m_notebook.update(note.id, change, answeringList(std::move(reply), result, isDone));
     }
 
     void rename(const Note& note, ToolReply reply) const

@@ -17,11 +17,15 @@ bool saysTheSame(const Note& left, const Note& right)
     return left.title == right.title && left.body == right.body && left.steps == right.steps;
 }
 
-NotebookCallback tellingUndone(ToolReply reply, const std::string& what)
+/// `isDone` is known once the note is stored.
+NotebookCallback tellingUndone(
+    ToolReply reply, const std::string& what, std::shared_ptr<bool> isDone = std::make_shared<bool>(true))
 {
     const auto answer = std::make_shared<ToolReply>(std::move(reply));
-    return [answer, what](const NotebookVerdict& verdict) {
-        if (verdict.isStored)
+    return [answer, what, isDone = std::move(isDone)](const NotebookVerdict& verdict) {
+        if (verdict.isStored && !*isDone)
+            answer->fail(changedSince);
+        else if (verdict.isStored)
             answer->answer(ToolResult(ToolStatus::undone).add("what", what));
         else
             answer->fail(verdict.problem);
@@ -59,8 +63,10 @@ void NoteUndo::ofChange(const std::string& id, TakeBack takeBack, std::string wh
                 return reply.fail(goneSince);
             if (!takeBack(*found))
                 return reply.fail(changedSince);
-            store.update(
-                id, [takeBack](Note& note) { (void)takeBack(note); }, tellingUndone(std::move(reply), what));
+            // Another program may have written the note in the meantime.
+            const auto isDone = std::make_shared<bool>(true);
+            const auto change = [takeBack, isDone](Note& note) { *isDone = takeBack(note); };
+            store.update(id, change, tellingUndone(std::move(reply), what, isDone));
         }));
 }
 

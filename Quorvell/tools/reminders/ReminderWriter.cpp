@@ -34,12 +34,12 @@ bool isAsLeft(const std::optional<Note>& now, const Note& after)
     return restored == *now;
 }
 
-std::string whatIsBack(const std::vector<Note>& before)
+std::string whatIsBack(const std::vector<Note>& back)
 {
     std::string titles;
-    for (const Note& note : before)
+    for (const Note& note : back)
         titles += (titles.empty() ? "\"" : ", \"") + note.title + "\"";
-    return titles + (before.size() == 1 ? " is as it was" : " are as they were");
+    return titles + (back.size() == 1 ? " is as it was" : " are as they were");
 }
 
 } // namespace
@@ -126,7 +126,6 @@ void ReminderWriter::takeBack(FullNotebook& notebook, const std::vector<Step>& s
         });
         return;
     }
-    const std::string what = whatIsBack(changed);
     const auto restored = [changed](Note& note) {
         const auto before = std::ranges::find(changed, note.id, &Note::id);
         if (before != changed.end())
@@ -135,7 +134,7 @@ void ReminderWriter::takeBack(FullNotebook& notebook, const std::vector<Step>& s
     ReminderWriter(notebook, nullptr)
         .change(
             changed, restored,
-            [what](const std::vector<Note>&) { return ToolResult(ToolStatus::undone).add("what", what); },
+            [](const std::vector<Note>& back) { return ToolResult(ToolStatus::undone).add("what", whatIsBack(back)); },
             std::move(reply));
 }
 

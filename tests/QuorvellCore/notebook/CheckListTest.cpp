@@ -80,6 +80,12 @@ TEST(CheckList, changesOnlyWhatIsMeant)
                 list.remove({0, 2});
             },
             "- [ ] b\nx"},
+        {"what is nested, with what was nested", "- [ ] a\n  - [ ] b\n    of b\n  of a\nx",
+            [](CheckList& list) {
+                list.remove({1, 0});
+            },
+            "- [ ]\nx"},
+        {"nothing", "x", [](CheckList& list) { list.remove({}); }, "x"},
         {"no such one", "- [ ] a", [](CheckList& list) { list.remove({7}); }, "- [ ] a"},
     };
     for (const Row& row : rows) {
@@ -151,6 +157,10 @@ TEST(ListNote, knowsListsThatOthersWrote)
         EXPECT_EQ(ListNote::isList({.id = "1", .title = row.title, .body = row.body}), row.isList)
             << row.title << row.body;
     EXPECT_FALSE(ListNote::isList({.id = "1", .title = "Milk list", .remindAt = Instant{}})) << "a reminder";
+    std::string data;
+    for (std::size_t box = 0; box <= CheckList::mostBoxes; ++box)
+        data += "- [ ] a\n";
+    EXPECT_FALSE(ListNote::isList({.id = "1", .title = "Data list", .body = data}));
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <tuple>
 
 namespace quorvell {
 namespace {
@@ -87,6 +88,28 @@ TEST(ListKeeping, takesBackItsOwnChangeAmongOthers)
     bench.notebook.list[0].body = "- [ ] something else";
     EXPECT_EQ(bench.answer(R"({"undo":"u3"})"), R"({"error":"It was changed since then, so it stays as it is."})");
     EXPECT_EQ(bench.notebook.list[0].body, "- [ ] something else");
+}
+
+TEST(ListKeeping, saysWhenAnotherHandWasFaster)
+{
+    const std::string tooLate = R"({"error":"Nothing was changed: somebody else changed the list)";
+    const std::tuple<const char*, const char*, const char*, std::string> rows[] = {
+        {"the item went, and one that holds its word stays", R"({"list":"shopping","remove":["milk"]})",
+            "- [ ] oat milk", tooLate},
+        {"ticked there, too", R"({"list":"shopping","tick":["#1"]})", "- [x] milk\n- [ ] tea",
+            R"({"status":"changed")"},
+        {"added beside it", R"({"list":"shopping","add":["tea"]})", "- [ ] rum\n- [ ] tea", R"({"status":"changed")"},
+        {"taken back too late", R"({"undo":"u1"})", "- [ ] rum", R"({"error":"It was changed since then)"},
+    };
+    for (const auto& [name, call, theirs, told] : rows) {
+        SCOPED_TRACE(name);
+        ListBench bench(someLists());
+        if (std::string_view(call).find("undo") != std::string_view::npos)
+            bench.answer(R"({"list":"shopping","tick":["milk"]})");
+        bench.notebook.otherHand = [theirs = theirs](Note& note) { note.body = theirs; };
+        EXPECT_TRUE(bench.answer(call).starts_with(told)) << bench.answer(call);
+        EXPECT_EQ(bench.notebook.list[0].body, theirs);
+    }
 }
 
 TEST(ListKeeping, takesFiveHundredItemsAndNoMoreThanFit)
