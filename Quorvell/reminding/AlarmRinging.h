@@ -21,6 +21,7 @@ public:
     static constexpr std::chrono::minutes longest{10}; ///< From its time on, not from when it began to ring.
     static constexpr std::chrono::minutes latestStart{5};
     static constexpr std::chrono::minutes snooze{10}; ///< Where nobody says how long.
+    static constexpr std::size_t mostAtOnce = 10; ///< The others are told together: it is loud enough.
     static constexpr const char* stopKey = "stop";
     static constexpr const char* snoozeKey = "snooze";
 
@@ -32,6 +33,7 @@ public:
 
     void begin(const DueReminder& reminder) { m_rings[reminder.note.id] = reminder; }
     void end(const std::string& id) { m_rings.erase(id); }
+    std::size_t count() const { return m_rings.size(); }
     bool isRinging() const { return !m_rings.empty(); }
     bool isRinging(const std::string& id) const { return m_rings.contains(id); }
     /// When the first of them is given up.

@@ -113,7 +113,7 @@ void ReminderWatch::fire(const std::vector<DueReminder>& due, Instant now, const
     std::vector<DueReminder> missed;
     std::vector<DueReminder> current;
     for (const DueReminder& reminder : due) {
-        if (AlarmRinging::mayBegin(reminder, now))
+        if (AlarmRinging::mayBegin(reminder, now) && m_rings.count() < AlarmRinging::mostAtOnce)
             ring(reminder, now, calendar);
         else
             (now - reminder.occurrence > punctual ? missed : current).push_back(reminder);

@@ -144,6 +144,20 @@ TEST(AlarmRinging, givesUpAndSaysSo)
     EXPECT_TRUE(bench.sound.isOn);
 }
 
+TEST(AlarmRinging, tellsAFloodTogether)
+{
+    RingBench bench;
+    for (int alarm = 0; alarm < 3000; ++alarm) {
+        bench.add("2026-11-21T06:00:00Z");
+        bench.notebook.list.back().id = std::to_string(alarm);
+    }
+    bench.start();
+    bench.clock.pass(at("2026-11-21T06:00:00Z"));
+    EXPECT_TRUE(bench.sound.isOn);
+    ASSERT_EQ(bench.said.size(), AlarmRinging::mostAtOnce + 1);
+    EXPECT_TRUE(bench.said.back().starts_with("2990 reminders came due:")) << bench.said.back();
+}
+
 TEST(AlarmRinging, survivesEndsOfTheProgramAndSleep)
 {
     const std::tuple<const char*, const char*, bool> rows[] = {
