@@ -209,12 +209,20 @@ bool ListWords::isListTitle(std::string_view title)
 std::string ListWords::spoken(std::string_view title)
 {
     // Names of persons and places keep their capital.
-    constexpr std::array<std::string_view, 22> common{"shopping", "grocery", "groceries", "to", "todo", "packing",
-        "party", "wish", "reading", "work", "book", "movie", "gift", "food", "birthday", "things", "list", "errands",
-        "chores", "holiday", "guest", "present"};
+    constexpr auto common = std::to_array<std::string_view>({"shopping", "grocery", "groceries", "to", "todo",
+        "packing", "party", "wish", "reading", "work", "book", "books", "movie", "movies", "gift", "gifts", "food",
+        "birthday", "things", "list", "errands", "chores", "holiday", "guest", "guests", "present", "presents",
+        "wedding", "watch", "places", "dog", "cat", "camera", "camping", "vacation", "travel", "monthly", "weekly",
+        "daily", "yearly", "jewels", "names", "items", "tasks", "goals", "home", "house", "garden", "school", "music",
+        "songs", "games", "hardware", "baby", "kids", "family", "friends", "car", "meal", "dinner", "lunch", "recipe",
+        "recipes", "menu", "bills", "budget", "buying", "boat", "people", "cleaning", "office", "project", "ideas",
+        "bucket", "study", "medicine", "toys", "clothes", "checklist"});
     const Words words = wordsOf(title);
     std::string name(title);
-    if (!words.empty() && isOneOf(common, words.front()) && name.front() >= 'A' && name.front() <= 'Z')
+    // "Grocery Store" is a name as it stands.
+    const bool isPlain = std::ranges::none_of(
+        name.substr(name.empty() ? 0 : 1), [](char letter) { return letter >= 'A' && letter <= 'Z'; });
+    if (isPlain && !words.empty() && isOneOf(common, words.front()) && name.front() >= 'A' && name.front() <= 'Z')
         name.front() = static_cast<char>(name.front() - 'A' + 'a');
     return std::ranges::any_of(words, isListWord) ? name : name + " list";
 }

@@ -16,6 +16,7 @@ struct RuleStep {
     std::variant<ToolRequest, std::string> answer;
     RequestMemory memory;
     bool isNotUnderstood = false; ///< The text says that the words are beyond the rules: somebody else may try them.
+    bool isNotFound = false; ///< The text says that what was to be changed is not there: another skill may know it.
 
     /// Asks the user back.
     static RuleStep asking(PendingQuestion question, RequestMemory memory)

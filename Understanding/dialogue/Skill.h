@@ -54,6 +54,10 @@ struct Skill {
     RuleStep (*takeResult)(const ToolRequest& call, const ToolResult& result, RequestMemory memory,
         const RuleSurroundings& around) = nullptr;
 
+    /// Where another skill knows nothing of a thing that was to be changed: whether it is one of its own. `said` is
+    /// what is said otherwise.
+    Step (*lookFurther)(const std::string& said, const RequestMemory& memory, const RuleSurroundings& around) = nullptr;
+
     /// What a call of one of its tools changed, behind "I": "added milk to your shopping list". Empty where the result
     /// says that nothing was changed.
     std::string (*whatWasDone)(const ToolRequest& call, const ToolResult& result) = nullptr;

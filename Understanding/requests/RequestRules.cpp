@@ -220,6 +220,18 @@ RuleStep answered(std::string_view words, RequestMemory memory, const RuleSurrou
     return AsideRules::takenUp(std::move(step), AsideRules::Behind::words);
 }
 
+/// "Remove eggs" may be said of what stands neither in the calendar nor among the reminders.
+RuleStep lookedFurther(RuleStep step, const RuleSurroundings& around)
+{
+    const auto* said = step.isNotFound ? std::get_if<std::string>(&step.answer) : nullptr;
+    for (const Skill* skill : SkillTable::all()) {
+        auto further = said && skill->lookFurther ? skill->lookFurther(*said, step.memory, around) : std::nullopt;
+        if (further)
+            return *std::move(further);
+    }
+    return step;
+}
+
 /// What was said is taken for what is put right by it, where it puts something right.
 RuleStep answeredOrRepaired(std::string_view words, const RequestMemory& memory, const RuleSurroundings& around)
 {
@@ -270,7 +282,7 @@ RuleStep RequestRules::answerResult(
     const Skill* skill = SkillTable::ofCall(call);
     if (!skill || !skill->takeResult)
         return ToolResults::say(ToolResults::failure(*result).value_or("Done."), memory);
-    RuleStep step = skill->takeResult(call, *result, memory, around);
+    RuleStep step = lookedFurther(skill->takeResult(call, *result, memory, around), around);
     ActBook::record(
         call, *result, skill->name, skill->whatWasDone ? skill->whatWasDone(call, *result) : "", memory, step);
     return remembered(AsideRules::takenUp(std::move(step), AsideRules::Behind::result));

@@ -30,7 +30,14 @@ std::size_t RequestText::endOf(std::string_view text)
 std::string RequestText::withoutOpening(std::string_view words)
 {
     static const Pattern opening(
-        "^(?:(?:hey|hi|hello|okay|ok) "
+        // Names of assistants, by habit; without a comma behind them only before what is a request.
+        "^(?:(?:(?:hey|hi|hello|okay|ok)[, ]+)?(?:alexa|siri|google|cortana|bixby|jarvis|olly|pda|computer|assistant)"
+        "(?:,|(?= (?:please|pls|plz|kindly|can|could|would|will|what(?:['’]?s)?|when|where|who|how|which|why|tell|show"
+        "|give|read|open|add|put|set|make|create|start|update|remind|delete|remove|cancel|clear|erase|take|turn|wake"
+        "|snooze|stop|do i|is there|are there|am i|have i|list|find|check|note|write|schedule|move|i (?:need|want)"
+        "|include|mark|tick|get|let|pull|bring|change)\\b))"
+        "|(?:hey|hi|hello|okay|ok)[, ]+(?:alexa|siri|google|cortana|bixby|jarvis|olly|pda|computer|assistant)(?= )"
+        "|(?:hey|hi|hello|okay|ok) "
         "[\\p{L}]{2,12}(?<!\\b(?:please|so|and|now|can|could|i|then|pls|plz|just|there|what|when"
         "|set|add|put|show|tell|delete|remove|cancel|create|make|schedule|list|do|is|are|remind|note|read|find|move|"
         "also))"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/tools/notebook/ListKeeping.h"
 
+#include "Quorvell/tools/notebook/ListMeant.h"
+#include "Quorvell/tools/notebook/ListsTold.h"
 #include "Quorvell/tools/notebook/NoteUndo.h"
 #include "QuorvellCore/notebook/ListNote.h"
 #include "QuorvellCore/notebook/ListWords.h"
@@ -18,41 +20,11 @@ namespace {
 
 using ItemTexts = std::vector<std::string>;
 
-constexpr std::size_t mostLists = 50; ///< That are told at once.
-
 std::vector<Note> listsOf(const FullNotebook& notebook)
 {
     std::vector<Note> lists;
     std::ranges::copy_if(notebook.notes(), std::back_inserter(lists), ListNote::isList);
     return lists;
-}
-
-Json describedList(const Note& note)
-{
-    const CheckList list(note.body);
-    Json shown{{"id", note.id}, {"title", note.title}, {"name", ListWords::spoken(note.title)},
-        {"open", list.openItems()}, {"ticked", list.items().size() - list.openItems()}};
-    if (isUntrusted(note.origin))
-        shown["untrusted"] = true;
-    return shown;
-}
-
-Json describedLists(const std::vector<Note>& lists)
-{
-    Json shown = Json::array();
-    for (const Note& list : lists)
-        if (shown.size() < mostLists)
-            shown.push_back(describedList(list));
-    return shown;
-}
-
-/// "a, b or c".
-std::string eitherOf(const ItemTexts& texts)
-{
-    std::string said;
-    for (std::size_t index = 0; index < texts.size(); ++index)
-        said += (index == 0 ? "" : index + 1 == texts.size() ? " or " : ", ") + texts[index];
-    return said;
 }
 
 std::string namedInWords(const ItemTexts& texts)
@@ -66,86 +38,10 @@ std::string namedInWords(const ItemTexts& texts)
     return said;
 }
 
-ToolResult whichList(const std::vector<Note>& lists)
-{
-    constexpr std::size_t mostNamed = 4;
-    ItemTexts names;
-    for (const Note& list : lists)
-        if (names.size() < mostNamed)
-            names.push_back(ListWords::spoken(list.title));
-    if (lists.size() > mostNamed)
-        names.push_back("another one");
-    const std::string question = lists.size() == 1 ? "Do you mean your " + names.front() + "?"
-                                                   : "Which list do you mean: " + eitherOf(names) + "?";
-    return ToolResult(ToolStatus::whichList).ask(question).add("lists", describedLists(lists));
-}
-
-/// The list that is meant, or what is answered instead.
-struct Meant {
-    std::optional<Note> list;
-    std::optional<ToolResult> answer;
-};
-
-ToolResult noList(const ListRequest& request, const std::vector<Note>& lists)
-{
-    ToolResult result(ToolStatus::noList);
-    if (!request.name.empty())
-        result.add("list", request.name).add("name", ListWords::spoken(request.name));
-    result.add("lists", describedLists(lists));
-    return result.advise("There is no such list. Ask whether you should make it, with create.");
-}
-
-/// Whether all that is named stands on it, to be told apart by that.
-bool holdsAll(const Note& note, const ListRequest& request)
-{
-    const CheckList list(note.body);
-    ItemTexts names = request.has;
-    for (const ItemTexts* texts : {&request.edit.tick, &request.edit.untick, &request.edit.remove})
-        names.insert(names.end(), texts->begin(), texts->end());
-    if (!request.edit.replace.empty())
-        names.push_back(request.edit.replace);
-    return !names.empty()
-        && std::ranges::all_of(names, [&](const std::string& words) { return !ListEdit::named(list, words).empty(); });
-}
-
-Meant meantOf(const FullNotebook& notebook, const ListRequest& request)
-{
-    std::vector<Note> lists = listsOf(notebook);
-    if (!request.id.empty()) {
-        const auto found = std::ranges::find(lists, request.id, &Note::id);
-        if (found != lists.end())
-            return {*found, std::nullopt};
-        return {std::nullopt, noList(request, lists)};
-    }
-    std::vector<Note> meant;
-    bool isSure = true;
-    if (ListWords::isName(request.name)) {
-        std::vector<std::string_view> titles;
-        titles.reserve(lists.size());
-        for (const Note& list : lists)
-            titles.push_back(list.title);
-        const auto best = ListWords::bestNames(request.name, titles);
-        for (const std::size_t place : best.places)
-            meant.push_back(lists[place]);
-        const bool losesSomething = request.kind == ListRequest::Kind::remove || request.edit.clearAll;
-        isSure = !losesSomething || best.likeness == ListLikeness::same;
-    } else {
-        std::ranges::copy_if(
-            lists, std::back_inserter(meant), [&](const Note& list) { return holdsAll(list, request); });
-        if (meant.size() != 1)
-            meant = lists;
-    }
-    if (meant.empty())
-        return {std::nullopt, noList(request, lists)};
-    if (meant.size() > 1 || !isSure)
-        return {std::nullopt, whichList(meant)};
-    return {meant.front(), std::nullopt};
-}
-
-ToolResult shownList(const Note& note, const ListRequest& request)
+ToolResult shownList(const Note& note, const ListRequest& request, const std::vector<Note>& lists)
 {
     ToolResult result(ToolStatus::list);
-    result.addAll(describedList(note));
+    result.addAll(ListsTold::described(note));
     Json items = Json::object();
     addItems(items, note);
     result.addAll(items);
@@ -161,6 +57,7 @@ ToolResult shownList(const Note& note, const ListRequest& request)
         if (places.empty())
             missing.push_back(words);
     }
+    ListsTold::addElsewhere(result, lists, note, readStrings(missing).value_or(ItemTexts{}));
     return result.add("held", held).add("missing", missing);
 }
 
@@ -215,8 +112,8 @@ ToolResult whichItem(const Note& note, const ListEdit::Outcome& outcome)
     const std::string name = ListWords::spoken(note.title);
     const std::string question = first.candidates.size() == 1
         ? "There is no " + first.words + " on your " + name + ". Do you mean " + first.candidates.front() + "?"
-        : "Which one do you mean: " + eitherOf(first.candidates) + "?";
-    return ToolResult(ToolStatus::whichItem).ask(question).addAll(describedList(note)).add("unclear", unclear);
+        : "Which one do you mean: " + ListsTold::eitherOf(first.candidates) + "?";
+    return ToolResult(ToolStatus::whichItem).ask(question).addAll(ListsTold::described(note)).add("unclear", unclear);
 }
 
 /// `isDone` is known once the list is stored.
@@ -247,17 +144,14 @@ public:
 
     void create(ToolReply reply) const
     {
-        std::vector<std::string_view> titles;
         const std::vector<Note> lists = listsOf(m_notebook);
-        titles.reserve(lists.size());
-        for (const Note& list : lists)
-            titles.push_back(list.title);
-        const auto best = ListWords::bestNames(m_request.name, titles);
+        const auto best = ListMeant::best(lists, m_request.name);
         const std::string title = withUpperCaseFirst(m_request.name);
         const auto same = std::ranges::find(lists, title, &Note::title);
         if (best.likeness == ListLikeness::same || same != lists.end())
-            return reply.answer(ToolResult(ToolStatus::known)
-                                    .addAll(describedList(same != lists.end() ? *same : lists[best.places.front()])));
+            return reply.answer(
+                ToolResult(ToolStatus::known)
+                    .addAll(ListsTold::described(same != lists.end() ? *same : lists[best.places.front()])));
         CheckList list(CheckList::emptyBody);
         const auto outcome = ListEdit{.add = m_request.edit.add}.apply(list);
         const Note note{.id = m_context.newID(),
@@ -267,7 +161,7 @@ public:
             .author = NoteAuthor::quorvell,
             .origin = NoteOrigin::conversation};
         ToolResult kept(ToolStatus::kept);
-        kept.addAll(describedList(note));
+        kept.addAll(ListsTold::described(note));
         addOutcome(kept, outcome);
         m_undo.ofNew(note, "making your " + ListWords::spoken(note.title), kept);
         m_notebook.add(note, answeringList(std::move(reply), kept));
@@ -286,8 +180,10 @@ public:
         changed.body = list.body();
         const bool isNoneFound = !outcome.changed() && outcome.already.empty() && !outcome.missing.empty();
         ToolResult result(isNoneFound ? ToolStatus::notOnList : ToolStatus::changed);
-        result.addAll(describedList(changed));
+        result.addAll(ListsTold::described(changed));
         addOutcome(result, outcome);
+        if (isNoneFound)
+            ListsTold::addElsewhere(result, listsOf(m_notebook), note, outcome.missing);
         if (!outcome.changed())
             return reply.answer(result);
         const auto takeBack = [outcome, before = note.body, after = changed.body](Note& now) {
@@ -319,7 +215,7 @@ public:
         Note changed = note;
         changed.title = withUpperCaseFirst(m_request.title);
         ToolResult result(ToolStatus::changed);
-        result.addAll(describedList(changed)).add("was", ListWords::spoken(note.title));
+        result.addAll(ListsTold::described(changed)).add("was", ListWords::spoken(note.title));
         const auto takeBack = [before = note.title, after = changed.title](Note& now) {
             const bool isAsLeft = now.title == after;
             now.title = isAsLeft ? before : now.title;
@@ -333,7 +229,7 @@ public:
     void remove(const Note& note, ToolReply reply) const
     {
         ToolResult result(ToolStatus::deleted);
-        result.addAll(describedList(note));
+        result.addAll(ListsTold::described(note));
         m_undo.ofRemoval(note, "deleting your " + ListWords::spoken(note.title), result);
         m_notebook.delete_(note.id, answeringList(std::move(reply), result));
     }
@@ -373,17 +269,15 @@ void keepList(FullNotebook& notebook, const NotebookToolContext& context, const 
     const Keeping keeping(notebook, context, request);
     if (request.kind == ListRequest::Kind::create)
         return keeping.create(std::move(reply));
-    if (request.kind == ListRequest::Kind::showAll) {
-        const auto lists = listsOf(notebook);
-        return reply.answer(
-            ToolResult(ToolStatus::lists).add("count", lists.size()).add("lists", describedLists(lists)));
-    }
-    const Meant meant = meantOf(notebook, request);
+    const auto lists = listsOf(notebook);
+    if (request.kind == ListRequest::Kind::showAll)
+        return reply.answer(ListMeant::several(lists, request));
+    const ListMeant meant = ListMeant::of(lists, request);
     if (!meant.list)
         return reply.answer(*meant.answer);
     switch (request.kind) {
     case ListRequest::Kind::show:
-        return reply.answer(shownList(*meant.list, request));
+        return reply.answer(shownList(*meant.list, request, lists));
     case ListRequest::Kind::edit:
         return keeping.edit(*meant.list, std::move(reply));
     case ListRequest::Kind::rename:

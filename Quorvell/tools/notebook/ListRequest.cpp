@@ -60,6 +60,7 @@ std::optional<ListRequest> ListRequest::of(const LiveFunctionCall& call)
     request.name = lineUnder(call, "list");
     request.title = lineUnder(call, "rename");
     request.has = textsUnder(call, "has", problem);
+    request.showsItems = isFlagSet(call, "show");
     request.edit = {.add = textsUnder(call, "add", problem),
         .tick = textsUnder(call, "tick", problem),
         .untick = textsUnder(call, "untick", problem),

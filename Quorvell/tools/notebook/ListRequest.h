@@ -22,6 +22,7 @@ struct ListRequest {
     std::string name{}; ///< As they call it; empty for the only one.
     std::string title{}; ///< The new one.
     std::vector<std::string> has{}; ///< Items that are asked about.
+    bool showsItems = false; ///< Of all lists; of one they are always told.
     ListEdit edit{};
     std::string problem{}; ///< What is wrong with the call, for the model; empty for nothing.
 

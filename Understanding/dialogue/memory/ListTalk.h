@@ -16,7 +16,16 @@ struct ListTalk {
     static constexpr std::size_t mostNames = 20;
 
     /// What is wanted of a list that is being looked up.
-    enum class Purpose : std::uint8_t { tell, count, exists };
+    enum class Purpose : std::uint8_t {
+        tell,
+        count,
+        exists,
+        lack, ///< Whether what ran out is to be bought.
+        done, ///< Whether what somebody says that they have done stands there.
+        spared, ///< The same of what is not needed any more.
+        deleteAll,
+        clearAll,
+    };
 
     FoundThing list{}; ///< "My list", spoken of last; without an id there is none.
     std::vector<std::string> items{}; ///< On it, as far as they were told or changed; in the order of telling.
@@ -27,6 +36,7 @@ struct ListTalk {
     bool isNew = false; ///< The list was made then, or its first things are being told one after the other.
     std::vector<std::string> candidates{}; ///< That a question under way lets choose from.
     Purpose purpose = Purpose::tell;
+    std::string otherwise{}; ///< What is said where the thing stands on no list: it was looked for elsewhere before.
     std::string undo{}; ///< Token of the last change; empty for none.
 
     bool operator==(const ListTalk&) const = default;

@@ -60,8 +60,10 @@ RuleStep changeReminderInstead(RequestMemory memory, bool isReminder, const Rule
     Wish wish = std::exchange(memory.wish, {});
     const bool isName = !EventName::words(wish.title).empty() && !CalendarWords::holdsTimeWords(wish.title);
     if (wish.kind == Wish::Kind::cancel && !isReminder)
-        return {isName ? "I found no " + wish.title + " in your calendar, and no reminder of it." : notFound,
-            std::move(memory)};
+        return {.answer = isName ? "I found no " + wish.title + " in your calendar, and no reminder of it."
+                                 : std::string(notFound),
+            .memory = std::move(memory),
+            .isNotFound = true};
     wish.title = ReminderChange::taskNamed(noun.replaceAll(wish.title, ""));
     if (!around.offers("set_reminder") || wish.title.empty() || wish.minutes < 0)
         return {notFound, std::move(memory)};

@@ -370,7 +370,7 @@ RuleStep EventLookup::take(
     if (found.empty()) {
         if (!search.name.empty())
             memory.event = {}; // "It" would be something else than what was asked for.
-        return {reply.nothing(listed), std::move(memory)};
+        return {.answer = reply.nothing(listed), .memory = std::move(memory), .isNotFound = search.aim == Aim::cancel};
     }
     if (changes(search.aim) || search.aim == Aim::remind)
         return actOn(std::move(found), search, std::move(memory), around);

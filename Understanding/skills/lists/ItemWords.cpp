@@ -25,7 +25,7 @@ template <std::size_t count> bool isAmong(const std::array<std::string_view, cou
 std::string withoutLead(const std::string& item)
 {
     static const Pattern lead(
-        "^(?:(?:and|also|plus|then|to(?= [a-z])|the following(?: items?)?|the items?|items?(?= \\w)|(?:new "
+        "^(?:(?:and|also|plus|then|both|to(?= [a-z])|the following(?: items?)?|the items?|items?(?= \\w)|(?:new "
         ")?tasks?(?= \\w)(?: to)?|some(?: "
         "more)?|more|the|an?|my)\\b"
         "[:,]?\\s+)+(?=\\S)",
@@ -248,9 +248,10 @@ Items ItemWords::namedAll(std::string_view words)
 
 bool ItemWords::isPointing(std::string_view words)
 {
-    static const Pattern pointing("^(?:it|this|that|them|these|those|something|(?:(?:the|this|that|an?|some|any|new|"
-                                  "another|one|more|last|same) )*"
-                                  "(?:new |more )?(?:items?|one|things?|entry)(?: name)?)(?: also| too)?$",
+    static const Pattern pointing(
+        "^(?:it|this|that|them|these|those|something|(?:(?:the|this|that|an?|some|any|new|"
+        "another|one|more|last|same) )*"
+        "(?:new |more )?(?:items?|one|things?|entry)(?: name)?|an? \\w+ name)(?: also| too)?$",
         Pattern::caseless);
     static const Pattern last("^(?:the )?(?:last|first)\\b", Pattern::caseless);
     return pointing.find(trimmed(words)) && !last.find(trimmed(words));

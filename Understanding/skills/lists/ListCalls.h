@@ -13,6 +13,7 @@
 namespace quorvell {
 
 struct ListCalls {
+    static constexpr std::string_view skill = "lists";
     static constexpr const char* tool = "keep_note";
 
     static RuleStep call(const Json& arguments, const RequestMemory& memory, const RuleSurroundings& around);

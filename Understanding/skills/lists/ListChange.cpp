@@ -6,6 +6,7 @@
 #include "Understanding/skills/lists/ItemWords.h"
 #include "Understanding/skills/lists/ListPhrase.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -36,6 +37,10 @@ Found created(const std::string& phrase)
     static const Pattern colon("^(.*?\\b" + ListPhrase::listWord + "[^:]*):\\s*(.+)$", Pattern::caseless);
     static const Pattern loose("(?:\\s+(?:on|to|in) (?:it|there))$", Pattern::caseless);
     static const Pattern moment(" (?:to be created )?(?:by|at|before) \\d.*$", Pattern::caseless);
+    static const Pattern naming(
+        "^(.+?),? (?:and )?(?:call|name|title|label) (?:it|that|this|the list)(?: as)? (.+)$", Pattern::caseless);
+    if (const auto match = naming.find(phrase); match && ListPhrase::nameIn(match->texts[0]))
+        return cOf(Kind::create, ListPhrase::withoutEnds(match->texts[1]));
     for (const Pattern* form : {&filled, &colon}) {
         const auto match = form->find(phrase);
         const auto name = match ? ListPhrase::nameIn(match->texts[0]) : std::nullopt;
@@ -43,7 +48,22 @@ Found created(const std::string& phrase)
             return cOfItems(Kind::create, *name, loose.replaceAll(match->texts[1], ""));
     }
     const auto name = ListPhrase::nameIn(moment.replaceAll(phrase, ""));
-    return name ? cOf(Kind::create, *name) : std::nullopt;
+    if (name)
+        return cOf(Kind::create, *name);
+    // "List groceries", "list milk, eggs and tea"
+    static const Pattern bare("^(?:an? |the |my )?(?:new )?" + ListPhrase::listWord
+            + "[,:]? (?!(?:of|for|called|named|with|that|by|at|in|on|to|and|from|about|is|my|the|all)\\b)(.+)$",
+        Pattern::caseless);
+    const auto named = bare.find(phrase);
+    if (!named)
+        return std::nullopt;
+    const std::string said = ListPhrase::withoutEnds(named->texts[0]);
+    constexpr std::ptrdiff_t mostBlanks = 3; ///< Of a name.
+    const bool isName = std::ranges::count(said, ' ') <= mostBlanks && ItemWords::split(said).size() == 1
+        && !ListPhrase::isSentence(said) && !ListPhrase::isKeptElsewhere(said);
+    if (isName)
+        return cOf(Kind::create, said);
+    return ItemWords::split(said).size() > 1 ? cOfItems(Kind::create, "", said) : std::nullopt;
 }
 
 Found creation(const std::string& text)
@@ -53,8 +73,9 @@ Found creation(const std::string& text)
         "|write(?: up)?|write me|open up|form|initiate|produce|craft)(?: me| us)?\\s+(?=\\S)",
         Pattern::caseless);
     static const Pattern wanted(
-        "^(?:(?:i )?(?:need|want)|open|bring up|show(?: me)?|give me|do|let me have)\\s+"
-        "(?=(?:an?|one|another|the)?\\s*(?:brand[ -])?new\\s|(?<=need |want )(?:an?|one|another)\\s)",
+        "^(?:(?:i(?:['’]d| would)? )?(?:need|want|like)|have|get(?: me)?|open|bring up|show(?: me)?|give me|do|let me "
+        "have)\\s+"
+        "(?=(?:an?|one|another|the)?\\s*(?:brand[ -])?new\\s|(?<=need |want |like )(?:an?|one|another)\\s)",
         Pattern::caseless);
     static const Pattern fresh(
         "^(?:an? )?(?:brand[ -])?new\\s+(?=.*\\b" + ListPhrase::listWord + "\\b)", Pattern::caseless);
@@ -68,6 +89,16 @@ Found creation(const std::string& text)
     }
     if (const auto match = wanted.find(text); match && isNew.find(text.substr(match->range.end)))
         return created(text.substr(match->range.end));
+    static const Pattern behind("^(?!(?:add|put|what|which|is|are|do|show|read|open|delete|remove|clear|find|on|to)\\b)"
+                                "(.+?)[,:]? (?:as )?(?:an? )?new "
+            + ListPhrase::listWord + "$",
+        Pattern::caseless);
+    static const Pattern before("^" + ListPhrase::listWord + ":\\s*(.+)$", Pattern::caseless);
+    if (const auto match = before.find(text))
+        return cOfItems(Kind::create, "", match->texts[0]);
+    const auto match = behind.find(text);
+    if (match && !ListPhrase::isSentence(match->texts[0]) && !ListPhrase::isKeptElsewhere(match->texts[0]))
+        return cOf(Kind::create, match->texts[0]);
     return fresh.find(text) ? created(text) : std::nullopt;
 }
 
@@ -94,8 +125,8 @@ Found addition(const std::string& text)
     static const Pattern copula("(?:\\s+(?:is|are|gets?|to be|be|put|added))+$", Pattern::caseless);
     static const Pattern calledList(
         "^(?:the )?(.+?\\b" + ListPhrase::listWord + ")\\s*(?:add|needs|:)\\s*(.+)$", Pattern::caseless);
-    static const Pattern duty(
-        "^(?:add|new|create|make)(?: an?)?(?: new)? (?:to[ -]?do|todo|task)(?: item)?(?: to|:)? (.+)$",
+    static const Pattern duty("^(?:add|new|create|make)(?: an?)?(?: new)? (?:to[ -]?do|todo|task)(?: item)?(?! "
+                              "list\\b)(?: to(?! (?:my|the|our)\\b)|:)? (.+)$",
         Pattern::caseless);
     if (const auto match = duty.find(text); match && !ListPhrase::itemsIn(text, links))
         return cOfItems(Kind::add, "to do", match->texts[0]);
@@ -161,6 +192,35 @@ Found addition(const std::string& text)
     return leading.find(text) || intent->items.size() > 1 ? intent : std::nullopt;
 }
 
+/// "Pencil from stationery": a list may be called so; "from friday" is a matter of the calendar.
+Found ofOtherName(const std::string& rest)
+{
+    static const Pattern place(
+        "^(?:the )?((?:\\w+ ){0,2}item)$|^(.+?) (?:from|off|out of) (?:(?:my|the|our|this|that) )?"
+        "((?:[\\p{L}'’]+ ){0,3}[\\p{L}'’]+)$",
+        Pattern::caseless);
+    static const Pattern matters(
+        "\\b(?:\\w+day|\\w*day['’]?s|tomorrow\\w*|tonight|weekends?|weeks?|months?|years?|morning|noon|"
+        "afternoon|evening|night|january|february|march|april|may|june|july|august|september|october|"
+        "november|december|meetings?|appointments?|events?|part(?:y|ies)|dinner|lunch|breakfast|brunch|"
+        "call|trip|computer|phone|screen|desktop|system|memory|here|there|now|it|them|us|me|him|her|"
+        "all|everything|\\d+)\\b",
+        Pattern::caseless);
+    static const Pattern others("\\b(?:meetings?|appointments?|events?|reminders?|alarms?|timers?|notes?|invitations?|"
+                                "birthdays?|songs?|emails?|files?|photos?|contacts?|wake[ -]?up\\w*|recurring)\\b",
+        Pattern::caseless);
+    const auto match = place.find(rest);
+    if (!match)
+        return std::nullopt;
+    if (!match->texts[0].empty()) // "the first item"
+        return cOfItems(Kind::remove, "", match->texts[0]);
+    const std::string& name = match->texts[2];
+    if (matters.find(name) || others.find(match->texts[1]) || ListPhrase::isKeptElsewhere(name)
+        || ListPhrase::isSentence(name))
+        return std::nullopt;
+    return cOfItems(Kind::remove, name, match->texts[1]);
+}
+
 Found removal(const std::string& text)
 {
     static const Pattern verb("^(?:(?:find|open|go to) (.+?) and )?(?:remove|delete|take(?: off| out| "
@@ -193,16 +253,26 @@ Found removal(const std::string& text)
         }
         if (const auto parts = ListPhrase::itemsIn(rest, links); parts && !parts->before.empty())
             return cOfItems(Kind::remove, parts->list, parts->before);
-        const auto name = ListPhrase::nameIn(rest);
+        static const Pattern byPlace("^" + ListPhrase::listWord + " (?:number |no\\.? ?|#)?\\d+$", Pattern::caseless);
+        const auto name = byPlace.find(rest) ? std::optional<std::string>("") : ListPhrase::nameIn(rest);
         if (!name)
-            return std::nullopt;
+            return ofOtherName(rest);
         static const Pattern several("\\blists$", Pattern::caseless);
-        if (several.find(rest) && name->empty()) // one after the other, by their names
-            return cOf(Kind::showAll, "");
+        if (several.find(rest) && name->empty())
+            return cOf(emptying.find(text) ? Kind::clearAll : Kind::deleteAll, "");
         return emptying.find(text) ? cOf(Kind::clear, *name)
             : taking.find(text)    ? std::nullopt
                                    : cOf(Kind::deleteList, *name);
     }
+    // "My list should no longer have eggs"
+    static const Pattern without("^(.+?\\b" + ListPhrase::listWord
+            + ") (?:should|must|need|needs to|has to|does|do|can)(?:n['’]?t| not| no longer| never)(?: need to| have "
+              "to| any "
+              "more)? (?:contain|have|include|hold|need|show)(?: any| the)? (.+)$",
+        Pattern::caseless);
+    if (const auto match = without.find(text))
+        if (const auto name = ListPhrase::nameIn(match->texts[0]))
+            return cOfItems(Kind::remove, *name, match->texts[1]);
     if (const auto match = passive.find(text)) {
         const auto parts = ListPhrase::endingIn("x" + match->texts[1], links);
         if (parts && parts->before == "x")

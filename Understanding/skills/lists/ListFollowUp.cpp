@@ -285,17 +285,38 @@ std::optional<ListIntent> ListFollowUp::readStatement(std::string_view core)
     static const Pattern bought(
         "^(?:i|we)(?:['’]ve| have)?(?: already| just)* (?:got|bought|picked up) (?:the|our|my) (.+)$",
         Pattern::caseless);
+    static const Pattern itemGone(
+        "^(?:this|that|the|these|those)(?: last)? (?:items?|one|ones|entry) (?:should|must|needs? to|has to|"
+        "can) (?:be )?(?:removed|deleted|taken off|erased|go|gone)$",
+        Pattern::caseless);
+    if (itemGone.find(text))
+        return ofSame(Kind::remove);
     static const Pattern itemOnly(
         "^(?:add|include|insert|put in|remove|delete|kill|erase|tick)(?: off)? (?:an? |the |this |that |another "
         ")?(?:(?:new|more|last) )*(?:items?|one)(?: (?:also|too|as well))?$",
         Pattern::caseless);
     static const Pattern adds("^(?:add|include|insert|put)", Pattern::caseless);
     static const Pattern ticks("^tick", Pattern::caseless);
-    static const Pattern removed(
-        "^(?:remove|delete|take|erase)(?: off)? (.+?) (?:from|off|out of) (?:(?:my|the|our) )?(\\w+(?: \\w+)?)$",
-        Pattern::caseless);
     if (text.size() > ListIntent::longestRead)
         return std::nullopt;
+    // "Add tea to the menu": a list may be called so.
+    static const Pattern onto(
+        "^(?:please )?(?:add|put|include|insert|write(?: down)?|note(?: down)?|enter|save|place) (.+?) "
+        "(?:to|in|into|onto|on|under) (?:(?:the|my|our) )?((?:[\\p{L}'’]+ ){0,3}[\\p{L}'’]+)$",
+        Pattern::caseless);
+    static const Pattern cart("^(?:shopping |grocery )?(?:cart|basket|trolley|bag)$", Pattern::caseless);
+    static const Pattern noName(
+        "\\b(?:\\w+day|tomorrow|tonight|weekend|week|month|year|morning|noon|afternoon|evening|night|january|february|"
+        "march|"
+        "april|may|june|july|august|september|october|november|december|there|here|it|them|that|this|me|him|her|mind|"
+        "top|"
+        "bottom|end|start|front|back|phone|computer|screen|bulk|time|advance|total|order|case|general)\\b",
+        Pattern::caseless);
+    if (const auto match = onto.find(text); match && !noName.find(match->texts[1])
+        && !ListPhrase::isKeptElsewhere(match->texts[1]) && !ListPhrase::isSentence(match->texts[1])
+        && !ListPhrase::isKeptElsewhere(match->texts[0]))
+        return ListIntent::ofItems(
+            Kind::add, cart.find(match->texts[1]) ? "shopping" : match->texts[1], match->texts[0]);
     static const Pattern added("^(?:please )?(?:add|also add)(?: some| more| an?| the)* (?!to\\b|on\\b|in\\b|an? "
                                "(?:new|another)\\b)(.+?)(?: too| as "
                                "well)?$",
@@ -312,13 +333,6 @@ std::optional<ListIntent> ListFollowUp::readStatement(std::string_view core)
         return ListIntent::ofItems(Kind::add, "", match->texts[0]);
     if (const auto match = bought.find(text); match && isGoods(match->texts[0]))
         return ListIntent::ofItems(Kind::tick, "", match->texts[0]);
-    static const Pattern day(
-        "\\b(?:mon|tues|wednes|thurs|fri|satur|sun)day\\b|\\b(?:today|tomorrow|week|month|january|february|march|april|"
-        "may|june|july|august|september|october|november|december)\\b",
-        Pattern::caseless);
-    if (const auto match = removed.find(text); match && !day.find(match->texts[1])
-        && !ListPhrase::isKeptElsewhere(match->texts[1]) && !ListPhrase::isSentence(match->texts[1]))
-        return ListIntent::ofItems(Kind::remove, match->texts[1], match->texts[0]);
     return std::nullopt;
 }
 

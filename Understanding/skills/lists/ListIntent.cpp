@@ -13,11 +13,18 @@ ListIntent ListIntent::ofItems(Kind kind, std::string list, const std::string& s
     static const Pattern particle("\\s+(?:off|out|down|away|back)$", Pattern::caseless);
     const std::string items = particle.replaceAll(said, "");
     ListIntent intent{.kind = kind, .list = std::move(list)};
+    // "All food items with the prefix dry": things are taken off by their names.
+    static const Pattern described(
+        "\\b(?:items?|things?|everything|entries|ones|anything|foods?)\\b.*\\b(?:with|starting|"
+        "beginning|that|which|prefix|containing|of type)\\b",
+        Pattern::caseless);
     const bool adds = kind == Kind::add || kind == Kind::create;
     if ((kind == Kind::remove || kind == Kind::clear) && ItemWords::isEverything(items))
         intent.kind = Kind::clear;
     else if (kind == Kind::remove && ItemWords::isTicked(items))
         intent.kind = Kind::clearTicked;
+    else if (kind == Kind::remove && described.find(items))
+        return intent;
     else if (ItemWords::isPointing(items))
         intent.isOfLast = ItemWords::isDefinite(items);
     else

@@ -14,6 +14,8 @@ namespace quorvell {
 struct ListIntent {
     enum class Kind : std::uint8_t {
         showAll, ///< Which lists there are.
+        showEach, ///< The same with what is on them.
+        find, ///< On which lists the items are.
         show,
         count,
         exists, ///< Whether there is such a list.
@@ -28,6 +30,8 @@ struct ListIntent {
         clearTicked,
         rename, ///< To `title`.
         deleteList,
+        deleteAll, ///< All lists.
+        clearAll, ///< What is on all lists.
         sort, ///< Cannot be: things stay in the order in which they came.
     };
 

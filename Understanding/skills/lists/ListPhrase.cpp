@@ -11,9 +11,10 @@ namespace {
 
 constexpr std::string_view ownerWords =
     "(?:(?:all(?: of)?|both|my|the|our|an?|that|this|your|his|her|their|any|some|me|us)\\s+)*";
-constexpr std::string_view ageWords = "(?:(?:(?:to|tomor|tomorr)(?:day|ow)['’]?s|daily|weekly|brand[ "
-                                      "-]new|new|current|existing|previous|last|latest|whole|entire|complete|old|other"
-                                      "|same)\\s+)*";
+constexpr std::string_view ageWords =
+    "(?:(?:(?:to|tomor|tomorr)(?:day|ow)['’]?s|daily|weekly|brand[ "
+    "-]new|new|newest|current|existing|previous|last|latest|(?:most )?recent|saved|whole|entire|complete|old|other"
+    "|same)\\s+)*";
 
 bool isTooLong(const std::string& name)
 {
@@ -72,7 +73,8 @@ std::optional<ListPhrase::Parts> ListPhrase::endingIn(const std::string& text, c
 std::optional<ListPhrase::Parts> ListPhrase::itemsIn(const std::string& text, const Pattern& links)
 {
     static const Pattern tail("^(.+\\b(?:" + listWord
-            + "|groceries|errands|chores|to[ -]?dos?)(?: of \\w+)?),? ((?:(?:for|on|by|at|this|next|due|before|until) "
+            + "|groceries|errands|chores|tasks|to[ -]?dos?)(?: of \\w+)?),? "
+              "((?:(?:for|on|by|at|this|next|due|before|until) "
               ")*"
               "(?:the "
               ")?(?:today|tomorrow|tonight|this|next|later|weekend|week|month|mon|tues|wednes|thurs|fri|satur|sun"
@@ -84,7 +86,9 @@ std::optional<ListPhrase::Parts> ListPhrase::itemsIn(const std::string& text, co
     auto parts = match ? endingIn(match->texts[0], links) : std::nullopt;
     if (!parts)
         return endingIn(text, links);
-    parts->before += parts->before.empty() ? "" : " " + match->texts[1];
+    static const Pattern now("^for (?:today|now|the (?:day|moment)|later|this (?:week|month))$", Pattern::caseless);
+    if (!now.find(match->texts[1])) // a list is always of now
+        parts->before += parts->before.empty() ? "" : " " + match->texts[1];
     return parts;
 }
 
@@ -93,14 +97,15 @@ std::optional<std::string> ListPhrase::nameIn(std::string_view phrase)
     static const Pattern lead(
         "^" + std::string(ownerWords) + std::string(ageWords) + "(?:names? of )?", Pattern::caseless);
     static const Pattern called("^(.*?)\\s?\\b" + listWord
-            + "[,:]? (?:(?:which|that) is )?(?:called|named|titled|entitled|with the (?:name|title))(?: of)?[,:]? "
+            + "[,:]? (?:for (?:me|us) )?(?:(?:which|that) is )?(?:called|named|titled|entitled|with the "
+              "(?:name|title))(?: of)?[,:]? "
               "(.+)$",
         Pattern::caseless);
     static const Pattern of(
         "^(.*?)\\s?\\b" + listWord + " (?:of|for|about)(?: (?:the|my|our|an?|all|this|next))* (.+)$",
         Pattern::caseless);
     static const Pattern plain("^(?:(.+?)[ -]?)??" + listWord + "$", Pattern::caseless);
-    static const Pattern known("^(?:groceries|grocery|shopping|to[ -]?dos?|todos?|errands|chores|wish "
+    static const Pattern known("^(?:groceries|grocery|shopping|to[ -]?dos?|todos?|tasks|errands|chores|wish "
                                "?list|grocerylist|todolist|shoppinglist)$",
         Pattern::caseless);
     static const Pattern owned("^(?:my|the|our)\\s", Pattern::caseless);
@@ -118,7 +123,7 @@ std::optional<std::string> ListPhrase::nameIn(std::string_view phrase)
         name = before.empty() ? with->texts[1] : before + " for " + with->texts[1];
     } else if (const auto only = plain.find(words)) {
         before = name = only->texts[0];
-    } else if (known.find(words) && (owned.find(whole) || words != "shopping")) {
+    } else if (known.find(words) && (owned.find(whole) || (words != "shopping" && words != "tasks"))) {
         name = words;
     } else {
         return std::nullopt;

@@ -26,6 +26,63 @@ Found qOfItems(Kind kind, std::string list, const std::string& items)
     return ListIntent::ofItems(kind, std::move(list), items);
 }
 
+/// "Read all my lists", "is there milk on any list", "which list is milk on".
+Found ofEach(const std::string& text)
+{
+    static const Pattern all(
+        "^(?:read|tell|show|open|give|go through|run through|list|say|recite)(?: me| us| out| back)*(?: what is on"
+        "|(?: of)? everything (?:on|in)| the (?:contents?|items) (?:of|on|in)| items (?:on|in|from))? "
+        "(?:all|each|every(?: one)?)(?: of)?(?: my| the| our)* lists?(?: to me| out| aloud)?$"
+        "|^(?:go|run|read) through (?:my|the|our|all) lists$|^what is on (?:all )?(?:my|the|our) lists$"
+        "|^(?:check)?list$|^list (?:everything|it all|all(?: items?)?|(?:the |my )?items)$",
+        Pattern::caseless);
+    static const Pattern onAny("^(?:do (?:i|we) have|have (?:i|we)(?: got)?|are there|is there|is|are|did (?:i|we) "
+                               "(?:put|add))(?: any| some| there)*(?: (.+?))? (?:on|in|to|left on) (?:any(?: one)?"
+                               "|one|some)(?: of)?(?: my| the| our| other)* lists?$",
+        Pattern::caseless);
+    static const Pattern whichHolds(
+        "^(?:which|what)(?: of my)? lists? (?:is|are|has|have|contains?|holds?|includes?|shows?|did (?:i|we) "
+        "(?:put|add|"
+        "write|have)|do (?:i|we) have|was|were)(?: the| any| some)? (.+?)(?: (?:on|in|to)(?: it| them)?)?$"
+        "|^(?:on|in) (?:which|what) lists? (?:is|are|did (?:i|we) (?:put|add|write)|do (?:i|we) have|was|were)"
+        "(?: the| any| some)? (.+)$",
+        Pattern::caseless);
+    static const Pattern anything("^(?:anything|something|things?|stuff|items?|tasks?|more|open|due|outstanding|left)?("
+                                  "?: (?:else|left|outstanding"
+                                  "|open|due|undone|unfinished|to do|still|pending|new|items?|tasks?|things?))*$",
+        Pattern::caseless);
+    if (all.find(text))
+        return qOf(Kind::showEach, "");
+    if (const auto match = onAny.find(text))
+        return anything.find(match->texts[0]) ? qOf(Kind::showEach, "") : qOfItems(Kind::find, "", match->texts[0]);
+    static const Pattern noThing(
+        "^(?:there|mine|new|newest|latest|longest|shortest|available|the|this|that)$", Pattern::caseless);
+    const auto match = whichHolds.find(text);
+    const std::string thing = match ? match->texts[0] + match->texts[1] : std::string();
+    return thing.empty() || noThing.find(thing) ? std::nullopt : qOfItems(Kind::find, "", thing);
+}
+
+/// "What are my tasks": the to-do list, or reminders where there is none.
+Found ofDuties(const std::string& text)
+{
+    static const Pattern tasks(
+        "^(?:what(?: are| is|['’]s)?|which|show(?: me)?|list|read(?: me)?|tell me|give me|display|open"
+        "|see|view|check|any|do (?:i|we) have(?: any)?|are there(?: any)?|how many)?"
+        "(?: (?:all|of|my|our|the|open|pending|current|outstanding|remaining|unfinished))* "
+        "?tasks(?: (?:do|i|we|have|are|there|left|still|to do|to|done|complete|finish|got|need|list"
+        "|open|pending|remain|remaining))*$",
+        Pattern::caseless);
+    static const Pattern duties(
+        "^what (?:else )?(?:do|must|should) (?:i|we) (?:still |also )?(?:(?:have|need) to )?(?:still "
+        ")?do(?: still)?$|^what(?:['’]s| is) (?:left|still) to do$|^what have i (?:still |left )*"
+        "(?:got )?to do$",
+        Pattern::caseless);
+    static const Pattern amount("^how many\\b", Pattern::caseless);
+    if (!tasks.find(text) && !duties.find(text))
+        return std::nullopt;
+    return qOf(amount.find(text) ? Kind::count : Kind::show, "to do");
+}
+
 Found lists(const std::string& text)
 {
     static const Pattern whichLists(
@@ -35,13 +92,12 @@ Found lists(const std::string& text)
         "(?: (?:do|have|are|did|that|which|is|i|we|you|got|made|make|there|available|saved|exist"
         "|created?|with|numbers?|for|today|right|now|currently|mine|in|my|notebook|me|can|see))*$",
         Pattern::caseless);
-    static const Pattern anyList(
-        "^(?:do i have|have i(?: got)?|are there|is there) (?:anything|something|any|things)?.*\\b"
-        "any (?:of my )?(?:other )?lists?$",
-        Pattern::caseless);
+    static const Pattern which("^(?:which|what) list$", Pattern::caseless);
     static const Pattern available(
         "^(?:show|display|read)(?: me)? the list (?:that|which) (?:is|are) available\\b", Pattern::caseless);
-    return whichLists.find(text) || anyList.find(text) || available.find(text) ? qOf(Kind::showAll, "") : std::nullopt;
+    if (whichLists.find(text) || which.find(text) || available.find(text))
+        return qOf(Kind::showAll, "");
+    return ofEach(text);
 }
 
 /// Whether something is on a list, or how much is.
@@ -65,12 +121,14 @@ Found shopping(const std::string& text)
         Pattern::caseless);
     if (packing.find(text))
         return qOf(Kind::show, "packing");
-    static const Pattern one("^do (?:i|we) (?:still )?need (?:to (?:buy|get|pick up)(?: any| some| more)?|any "
-                             "more|any|more) ([a-z ]{3,40})$",
+    static const Pattern one(
+        "^do (?:i|we) (?:still )?need (?:to (?:buy|get|pick up)(?: any| some| more)?|any "
+        "more|any|more) ([a-z ]{3,40})$"
+        "|^do (?:i|we) (?:still )?need ((?!to\\b|a\\b|an\\b|the\\b|my\\b)[a-z]{3,20}(?: [a-z]{3,20})?)$",
         Pattern::caseless);
     if (const auto match = one.find(text))
-        return qOfItems(Kind::has, "shopping", match->texts[0]);
-    return form.find(text) || left.find(text) ? qOf(Kind::show, "shopping") : std::nullopt;
+        return qOfItems(Kind::find, "", match->texts[0] + match->texts[1]);
+    return form.find(text) || left.find(text) ? qOf(Kind::showEach, "shopping") : std::nullopt;
 }
 
 Found asking(const std::string& text)
@@ -128,6 +186,20 @@ Found asking(const std::string& text)
         if (parts && !parts->before.empty())
             return qOfItems(Kind::has, parts->list, parts->before);
     }
+    // What is asked of the list as a whole is answered by what is on it.
+    static const Pattern asWhole(
+        "^(?:is|are) (.+\\blist) (?:empty|full|long|short|still (?:empty|there))$"
+        "|^(?:what|which)(?: \\w+){1,3}? (?:is|are|do (?:i|we) have|have (?:i|we)(?: got)?|did (?:i|we) "
+        "(?:put|add|write))(?: left| still| written| listed| listed down| down)* (?:on|in|to) (.+)$"
+        "|^(?:any|anything|something)(?: \\w+){0,3} (?:on|in|to) (.+)$"
+        "|^(?:(?:what(?: is|['’]s)|tell me|read(?: me)?) )?(?:the )?next(?: (?:item|thing|one|up|task))? "
+        "(?:on|in|of|from) (.+)$"
+        "|^(?:the )?(?:contents?|details?) (?:of|on|in|about) (.+)$",
+        Pattern::caseless);
+    if (const auto match = asWhole.find(text))
+        for (const std::string& list : match->texts)
+            if (auto name = list.empty() ? std::nullopt : ListPhrase::nameIn(list))
+                return qOf(Kind::show, *std::move(name));
     const std::string asked = tail.replaceAll(text, "");
     if (const auto match = howMany.find(asked)) {
         if (auto name = ListPhrase::nameIn(match->texts[0]))
@@ -210,7 +282,7 @@ Found showing(const std::string& text)
 
 std::optional<ListIntent> ListQuestion::read(const std::string& text)
 {
-    for (const auto reader : {asking, shopping, showing}) {
+    for (const auto reader : {asking, shopping, ofDuties, showing}) {
         if (auto intent = reader(text))
             return intent;
     }

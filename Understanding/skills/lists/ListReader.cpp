@@ -67,8 +67,9 @@ std::string plainCore(std::string_view core)
 std::optional<ListIntent> ListReader::read(std::string_view core)
 {
     static const Pattern hint(
-        "list|lsit|lst\\b|lits\\b|\\bto[ -]?dos?\\b|grocer|errands|chores|\\bmy "
-        "shopping\\b|\\bbuy\\b|\\bpack$|\\bdo (?:i|we) need (?:any|more)\\b|\\b(?:store|shops?|supermarket|market)$",
+        "list|lsit|lst\\b|lits\\b|\\bto[ -]?dos?\\b|\\btasks?\\b|grocer|errands|chores|\\bmy "
+        "shopping\\b|\\bbuy\\b|\\bpack$|\\bdo (?:i|we) (?:still )?need\\b|\\b(?:remove|delete|take|erase|kill) .+ "
+        "from\\b|\\bitem$|\\b(?:store|shops?|supermarket|market)$",
         Pattern::caseless);
     static const Pattern notOurs(
         "^(?:remind|remember|schedule|book|play|call me|text|e-?mail|google)\\b|\\bplaylist\\b", Pattern::caseless);
@@ -86,8 +87,12 @@ std::optional<ListIntent> ListReader::read(std::string_view core)
     static const Pattern order(
         "^(?:sort|alphabeti[sz]e|reorder|re-order|rearrange|arrange|shuffle) (.+?)(?: alphabetically| by .+)?$",
         Pattern::caseless);
-    const std::string said = denied.replaceAll(hurried.replaceAll(plainCore(core), ""), "");
-    static const Pattern bare("^((?:add|put) .+) (?:to|on) shopping$", Pattern::caseless);
+    // "I have no money for it, can you remove it from my wish list?"
+    static const Pattern reason("^[^?]{3,200}?[,.;] (?:so |and |please )*(?:can|could|would|will) you (?:please )?"
+                                "(?=(?:add|put|remove|delete|take|tick|cross|create|make)\\b)",
+        Pattern::caseless);
+    const std::string said = denied.replaceAll(hurried.replaceAll(reason.replaceAll(plainCore(core), ""), ""), "");
+    static const Pattern bare("^((?:add|put) .+) (?:to|on) (?:the |my )?shopping$", Pattern::caseless);
     const auto shopping = bare.find(said);
     const std::string text = shopping ? shopping->texts[0] + " to the shopping list" : place.replaceAll(said, "on ");
     if (text.size() > ListIntent::longestRead || !hint.find(text) || notOurs.find(text))

@@ -19,6 +19,11 @@ std::size_t number(const Json& object, std::string_view key)
     return static_cast<std::size_t>(std::max<std::int64_t>(readInteger(object, key).value_or(0), 0));
 }
 
+Texts textsIn(const Json& object, std::string_view key)
+{
+    return readStrings(object, key).value_or(Texts{});
+}
+
 std::string isOrAre(const Texts& texts)
 {
     // Of one thing, "eggs" are many.
@@ -66,7 +71,7 @@ std::string ListReply::name(const ToolResult& result)
 
 Texts ListReply::texts(const ToolResult& result, std::string_view key)
 {
-    return readStrings(result.json(), key).value_or(Texts{});
+    return textsIn(result.json(), key);
 }
 
 std::string ListReply::lists(const ToolResult& result)
@@ -90,6 +95,52 @@ std::string ListReply::lists(const ToolResult& result)
     for (std::size_t index = 0; index < names.size(); ++index)
         said += (index == 0 ? "" : index + 1 == names.size() && names.size() == count ? "; and " : "; ") + names[index];
     return said + (names.size() < count ? "; and " + std::to_string(count - names.size()) + " more." : ".");
+}
+
+std::string ListReply::each(const ToolResult& result)
+{
+    constexpr std::size_t mostLists = 5; ///< More nobody listens to: their names are told.
+    constexpr std::size_t mostItems = 6; ///< Of each.
+    const Json* lists = result.list("lists");
+    if (!lists || lists->size() > mostLists || lists->empty())
+        return ListReply::lists(result);
+    std::string said = lists->size() == 1 ? "" : "You have " + std::to_string(lists->size()) + " lists.";
+    for (const Json& list : *lists) {
+        Texts items = textsIn(list, "items");
+        const std::size_t open = std::max(number(list, "open"), items.size());
+        items.resize(std::min(items.size(), mostItems));
+        if (open > items.size())
+            items.push_back(std::to_string(open - items.size()) + " more");
+        const std::string name = "your " + readString(list, "name").value_or("list");
+        const bool isTicked = open == 0 && number(list, "ticked") > 0;
+        said += (said.empty() ? "" : " ")
+            + (isTicked         ? "Everything on " + name + " is ticked off."
+                    : open == 0 ? "There is nothing on " + name + "."
+                                : "On " + name + ": " + joined(items) + ".");
+    }
+    return said;
+}
+
+std::string ListReply::standing(const Texts& items, const std::string& where)
+{
+    return sentence(joined(items) + isOrAre(items) + " " + where);
+}
+
+std::string ListReply::heldAnywhere(const ToolResult& result)
+{
+    std::string said;
+    const Json* held = result.list("held");
+    for (const Json& item : held ? *held : Json::array()) {
+        const bool isTicked = readBool(item, "ticked").value_or(false);
+        const std::string where =
+            "on your " + readString(item, "name").value_or("list") + (isTicked ? ", ticked off" : "");
+        const std::string told = standing({readString(item, "text").value_or("")}, where);
+        said += said.empty() ? "Yes. " + told : " " + told;
+    }
+    const Texts missing = texts(result, "missing");
+    if (!missing.empty())
+        said += (said.empty() ? "No. " : " ") + standing(missing, "on none of your lists");
+    return said;
 }
 
 std::string ListReply::list(const ToolResult& result, ListTalk& talk)
@@ -159,6 +210,10 @@ std::string ListReply::held(const ToolResult& result, const std::vector<std::str
     if (!missing.empty())
         said += (said.empty() ? "No, " + joined(missing) : " " + withUpperCaseFirst(joined(missing))) + isOrAre(missing)
             + " not on your " + name(result) + ".";
+    const Json* elsewhere = result.list("elsewhere");
+    for (const Json& item : elsewhere ? *elsewhere : Json::array())
+        said += " "
+            + standing({readString(item, "text").value_or("")}, "on your " + readString(item, "name").value_or("list"));
     return said;
 }
 
@@ -232,7 +287,8 @@ std::string ListReply::notOnList(const ToolResult& result)
                 + std::string(number(result.json(), "open") + number(result.json(), "ticked") == 1 ? "is" : "are")
                 + " only " + amount(number(result.json(), "open") + number(result.json(), "ticked")) + " on your "
                 + name(result) + ".";
-    return "I find no " + joined(missing) + " on your " + name(result) + ", so nothing was changed.";
+    const std::string where = result.string("name") ? "your " + name(result) : "any of your lists";
+    return "I find no " + joined(missing) + " on " + where + ", so nothing was changed.";
 }
 
 } // namespace quorvell

@@ -24,6 +24,12 @@ struct ListReply {
     static std::vector<std::string> texts(const ToolResult& result, std::string_view key);
 
     static std::string lists(const ToolResult& result);
+    /// What is on each of several lists, as far as anybody would have it told at once.
+    static std::string each(const ToolResult& result);
+    /// On which lists that stands which was asked about.
+    static std::string heldAnywhere(const ToolResult& result);
+    /// "Eggs are already on your grocery list."
+    static std::string standing(const std::vector<std::string>& items, const std::string& where);
     /// What is on it; `talk` keeps what was told.
     static std::string list(const ToolResult& result, ListTalk& talk);
     /// Those behind the ones that were told.

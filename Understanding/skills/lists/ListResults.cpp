@@ -4,6 +4,7 @@
 #include "QuorvellCore/text/Json.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/lists/ListCalls.h"
+#include "Understanding/skills/lists/ListLookup.h"
 #include "Understanding/skills/lists/ListPhrase.h"
 #include "Understanding/skills/lists/ListReply.h"
 #include "Understanding/skills/lists/ListRules.h"
@@ -26,6 +27,8 @@ RuleStep takeNoList(
 {
     const std::string wanted = readString(arguments, "list").value_or("");
     const auto items = readStrings(arguments, "add");
+    if (const std::string otherwise = std::exchange(memory.lists.otherwise, {}); !otherwise.empty())
+        return ToolResults::say(otherwise, std::move(memory));
     if (memberOf(arguments, "id")) {
         memory.lists = {};
         return ToolResults::say("That list is no longer there.", std::move(memory));
@@ -168,6 +171,8 @@ RuleStep ListResults::take(
     if (auto failure = ToolResults::failure(result))
         return ToolResults::say(*std::move(failure), std::move(memory));
     const Json arguments = parseJson(call.arguments).value_or(Json::object());
+    if (auto step = ListLookup::goOn(call, result, memory, around))
+        return *std::move(step);
     switch (result.status()) {
     case ToolStatus::noList:
         return takeNoList(arguments, result, std::move(memory), around);
@@ -176,8 +181,7 @@ RuleStep ListResults::take(
         return takeWhichList(arguments, result, std::move(memory));
     case ToolStatus::lists:
         memory.talkOf(ListRules::skill);
-        memory.found = ToolResults::things(result.json(), "lists", {.skill = ListRules::skill});
-        return ToolResults::say(ListReply::lists(result), std::move(memory));
+        return ListLookup::take(arguments, result, std::move(memory), around);
     default:
         break;
     }
@@ -185,6 +189,9 @@ RuleStep ListResults::take(
     if (result.status() == ToolStatus::undone)
         return ToolResults::say(
             "Undone: " + result.string("what").value_or("the last change") + ".", std::move(memory));
+    if (result.status() == ToolStatus::notOnList && (!result.string("id") || !memory.lists.otherwise.empty()))
+        return ListLookup::takeMissing(arguments, result, std::move(memory));
+    memory.lists.otherwise.clear();
     talkOf(result, memory.lists);
     dictate(result, memory);
     switch (result.status()) {
@@ -195,7 +202,7 @@ RuleStep ListResults::take(
     case ToolStatus::known:
         return takeKnown(arguments, result, std::move(memory));
     case ToolStatus::notOnList:
-        return ToolResults::say(ListReply::notOnList(result), std::move(memory));
+        return ListLookup::takeMissing(arguments, result, std::move(memory));
     case ToolStatus::kept:
         return ToolResults::say(ListReply::made(result), std::move(memory));
     case ToolStatus::deleted:

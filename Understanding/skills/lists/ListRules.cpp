@@ -9,6 +9,7 @@
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/lists/ListCalls.h"
 #include "Understanding/skills/lists/ListItemTalk.h"
+#include "Understanding/skills/lists/ListLookup.h"
 #include "Understanding/skills/lists/ListPhrase.h"
 #include "Understanding/skills/lists/ListReply.h"
 
@@ -41,6 +42,8 @@ const char* keyOf(Kind kind)
     case Kind::has:
         return "has";
     case Kind::showAll:
+    case Kind::showEach:
+    case Kind::find:
     case Kind::show:
     case Kind::count:
     case Kind::exists:
@@ -49,6 +52,8 @@ const char* keyOf(Kind kind)
     case Kind::clearTicked:
     case Kind::rename:
     case Kind::deleteList:
+    case Kind::deleteAll:
+    case Kind::clearAll:
     case Kind::sort:
         break;
     }
@@ -90,6 +95,10 @@ Json argumentsOf(const ListIntent& intent, const RequestMemory& memory)
         arguments["delete"] = true;
         break;
     case Kind::showAll:
+    case Kind::showEach:
+    case Kind::find:
+    case Kind::deleteAll:
+    case Kind::clearAll:
     case Kind::create:
     case Kind::add:
     case Kind::tick:
@@ -257,6 +266,7 @@ RuleStep ListRules::askWhere(const ListIntent& intent, RequestMemory memory)
 RuleStep ListRules::answer(const ListIntent& intent, RequestMemory memory, const RuleSurroundings& around)
 {
     using Purpose = ListTalk::Purpose;
+    memory.lists.otherwise.clear();
     memory.lists.purpose = intent.kind == Kind::count ? Purpose::count
         : intent.kind == Kind::exists                 ? Purpose::exists
                                                       : Purpose::tell;
@@ -266,8 +276,8 @@ RuleStep ListRules::answer(const ListIntent& intent, RequestMemory memory, const
         return ListRules::askWhere(intent, std::move(memory));
     if (intent.isFirst && !intent.items.empty())
         return ListRules::offer(intent, "New things go to the end of a list.", memory);
-    if (intent.kind == Kind::showAll)
-        return ListCalls::call({{"lists", true}}, memory, around);
+    if (auto step = ListLookup::answer(intent, memory, around))
+        return *std::move(step);
     const bool isOfReminders = intent.list.empty() && memory.lists.list.id.empty() && memory.topic == "reminders";
     if (isOfReminders) {
         if (auto step = ListCalls::byReminders(argumentsOf(intent, memory), memory, around))

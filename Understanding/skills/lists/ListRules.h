@@ -6,6 +6,7 @@
 #include "Understanding/dialogue/RuleStep.h"
 #include "Understanding/dialogue/RuleSurroundings.h"
 #include "Understanding/dialogue/memory/ToolRequest.h"
+#include "Understanding/skills/lists/ListCalls.h"
 #include "Understanding/skills/lists/ListIntent.h"
 
 #include <string>
@@ -14,7 +15,7 @@
 namespace quorvell {
 
 struct ListRules {
-    static constexpr std::string_view skill = "lists";
+    static constexpr std::string_view skill = ListCalls::skill;
 
     static const QuestionKind whatItems; ///< That are to be added, ticked, taken off.
     static const QuestionKind whatName; ///< Of a new list.

@@ -12,6 +12,7 @@
 #include "Understanding/skills/lists/ListFollowUp.h"
 #include "Understanding/skills/lists/ListIntent.h"
 #include "Understanding/skills/lists/ListItemTalk.h"
+#include "Understanding/skills/lists/ListLookup.h"
 #include "Understanding/skills/lists/ListPhrase.h"
 #include "Understanding/skills/lists/ListReader.h"
 #include "Understanding/skills/lists/ListReply.h"
@@ -56,15 +57,53 @@ FoundRequest requestFor(std::optional<ListIntent> intent)
 /// "We need milk" wishes for nothing yet: it is asked.
 FoundRequest offering(const ListIntent& intent)
 {
-    return Request{.answer = [intent](RequestMemory memory, const RuleSurroundings&) {
-        return ListRules::offer(intent, "", std::move(memory));
+    return Request{.answer = [intent](RequestMemory memory, const RuleSurroundings& around) {
+        return ListLookup::offerToBuy(intent, std::move(memory), around);
     }};
+}
+
+/// What is asked about lists as such, and what they cannot; nothing for anything else.
+std::optional<std::string_view> saidOfLists(const std::string& core)
+{
+    struct Row {
+        Pattern form;
+        std::string_view reply;
+    };
+    static const Row rows[] = {
+        {Pattern("^(?:(?:please|tell me|show me|explain|do you know) )*how (?:(?:do|can|could|should|would) "
+                 "?(?:i|we|you)|to)\\b.*"
+                 "\\b(?:lists?|items?)$",
+             Pattern::caseless),
+            "Say for example: \"make a camping list\", \"add milk to my shopping list\", \"remove milk from my list\" "
+            "or "
+            "\"delete the camping list\"."},
+        {Pattern("^(?:save|keep|store) (?:this|the|my|that|our) (?:\\w+ ){0,2}list$", Pattern::caseless),
+            "There is nothing to save: lists are kept as you change them."},
+        {Pattern("^(?:(?:make|create) (?:a |me a )?(?:copy|duplicate|backup) of|copy|duplicate|print(?: "
+                 "out)?|export|merge|combine|"
+                 "join)(?: (?:my|the|our|this|that|all))* (?:\\w+ ){0,3}lists?(?: (?:and|with) (?:\\w+ ){0,4}lists?)?$",
+             Pattern::caseless),
+            "I can't copy, print or merge lists. I can make them, read them and change what is on them."},
+        {Pattern(
+             "^(?!.*\\b(?:to|on) my (?:shopping|to|grocery)).*\\b(?:contacts?|phone|address|e-?mail(?:ing)?|mailing) "
+             "list$",
+             Pattern::caseless),
+            "I don't keep an address book."},
+    };
+    for (const Row& row : rows)
+        if (row.form.find(core))
+            return row.reply;
+    return std::nullopt;
 }
 
 FoundRequest readPlain(const std::string& core, const RuleSurroundings& around)
 {
     if (!around.offers("keep_note"))
         return std::nullopt;
+    if (const auto said = saidOfLists(core))
+        return Request{.answer = [said](RequestMemory memory, const RuleSurroundings&) {
+            return ToolResults::say(std::string(*said), std::move(memory));
+        }};
     if (auto request = requestFor(ListReader::read(core)))
         return request;
     const auto lack = ListFollowUp::readLack(core);
@@ -266,6 +305,7 @@ constinit const Skill ListSkill::row{
     .readStatement = readStatement,
     .questionBefore = ListRules::questionBefore,
     .takeResult = ListResults::take,
+    .lookFurther = ListLookup::further,
     .whatWasDone = whatWasDone,
     .goOn = goOn,
     .comeBack = comeBack,

@@ -50,7 +50,9 @@ RuleStep takeFailure(
         result.failure() == ToolFailure::noReminderDue && !isNamed && memberOf(arguments, "later");
     if (isUnnamedTime && !memory.request.empty()) // "Remind me tomorrow", where nothing is due: of what?
         return {ReminderCalls{around}.set(memory.request), std::move(memory)};
-    return ToolResults::say(failureReply(arguments, result), std::move(memory));
+    RuleStep step = ToolResults::say(failureReply(arguments, result), std::move(memory));
+    step.isNotFound = result.failure() == ToolFailure::noReminderWithWords;
+    return step;
 }
 
 const QuestionKind* questionIn(const ToolResult& result)

@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: MIT
+#include "Understanding/skills/lists/ListLookup.h"
+
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/skills/lists/ItemWords.h"
+#include "Understanding/skills/lists/ListCalls.h"
+#include "Understanding/skills/lists/ListReply.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace quorvell {
+
+namespace {
+
+using Kind = ListIntent::Kind;
+using Purpose = ListTalk::Purpose;
+using Texts = std::vector<std::string>;
+
+constexpr std::size_t mostAtOnce = 20; ///< Lists that one request takes away.
+
+/// Where something stands.
+struct Place {
+    std::string id{};
+    std::string name{}; ///< Of the list, behind "your".
+    std::string text{};
+    bool isTicked = false;
+};
+
+std::vector<Place> placesUnder(const ToolResult& result, const char* key)
+{
+    std::vector<Place> places;
+    const Json* items = result.list(key);
+    for (const Json& item : items ? *items : Json::array())
+        places.push_back({readString(item, "id").value_or(""), readString(item, "name").value_or("list"),
+            readString(item, "text").value_or(""), readBool(item, "ticked").value_or(false)});
+    return places;
+}
+
+RuleStep find(const Texts& items, Purpose purpose, RequestMemory memory, const RuleSurroundings& around)
+{
+    memory.lists.purpose = purpose;
+    return ListCalls::call({{"lists", true}, {"has", items}}, memory, around);
+}
+
+/// The list on which one would put what is to be bought: its id, and its name behind "your".
+FoundThing listForGoods(const ToolResult& result, const Texts& items)
+{
+    static const Pattern groceries("grocer|supermarket|\\bfood\\b", Pattern::caseless);
+    static const Pattern shopping("shopping|\\bbuy\\b|grocer|supermarket", Pattern::caseless);
+    const bool areGroceries = std::ranges::all_of(items, ItemWords::isGroceries);
+    const Json* lists = result.list("lists");
+    for (const Pattern* kind : {areGroceries ? &groceries : &shopping, &shopping})
+        for (const Json& list : lists ? *lists : Json::array())
+            if (const auto name = readString(list, "name"); name && kind->find(*name))
+                return {.id = readString(list, "id").value_or(""), .title = *name};
+    return {};
+}
+
+RuleStep takeLack(const Json& arguments, const ToolResult& result, RequestMemory memory)
+{
+    const auto places = placesUnder(result, "held");
+    Texts wanted = ListReply::texts(result, "missing");
+    std::string said;
+    for (const Place& place : places)
+        if (place.isTicked) // ticked long ago, and wanted again
+            wanted.push_back(place.text);
+        else
+            said = ListReply::standing({place.text}, "already on your " + place.name);
+    if (wanted.empty())
+        return ToolResults::say(said, std::move(memory));
+    const Texts items = places.empty() ? readStrings(arguments, "has").value_or(wanted) : wanted;
+    const FoundThing list = listForGoods(result, items);
+    const Json adding =
+        list.id.empty() ? Json{{"list", "shopping"}, {"add", items}} : Json{{"id", list.id}, {"add", items}};
+    const std::string name = list.title.empty() ? "shopping list" : list.title;
+    return ListCalls::confirming(
+        said + (said.empty() ? "" : " ") + "Should I add " + ListReply::joined(items) + " to your " + name + "?",
+        adding, memory);
+}
+
+/// What somebody says that they have done, or need no more, stands on a list: whether it should be ticked, or go.
+RuleStep takeStatement(const Json& arguments, const ToolResult& result, bool isDone, RequestMemory memory)
+{
+    const std::string otherwise = std::exchange(memory.lists.otherwise, {});
+    auto places = placesUnder(result, "held");
+    if (isDone)
+        std::erase_if(places, [](const Place& place) { return place.isTicked; });
+    if (places.empty())
+        return ToolResults::say(otherwise, std::move(memory));
+    const char* key = isDone ? "tick" : "remove";
+    const Place& place = places.front();
+    if (places.size() > 1)
+        return ListCalls::confirming("I find " + place.text + " on your " + place.name + ", and " + places.back().text
+                + " on your " + places.back().name + (isDone ? ". Should I tick it off?" : ". Should I take it off?"),
+            {{"list", ""}, {key, readStrings(arguments, "has").value_or(Texts{place.text})}}, memory);
+    return ListCalls::confirming(ListReply::standing({place.text}, "on your " + place.name) + " Should I "
+            + (isDone ? "tick it off?" : "take it off?"),
+        {{"id", place.id}, {key, Texts{place.text}}}, memory);
+}
+
+RuleStep askToChangeAll(const ToolResult& result, Purpose purpose, RequestMemory memory)
+{
+    std::vector<FoundThing> all;
+    const Json* lists = result.list("lists");
+    for (const Json& list : lists ? *lists : Json::array())
+        all.push_back({.id = readString(list, "id").value_or(""),
+            .title = readString(list, "name").value_or("list"),
+            .skill = ListCalls::skill});
+    all.resize(std::min(all.size(), mostAtOnce));
+    if (all.empty())
+        return ToolResults::say(ListReply::lists(result), std::move(memory));
+    const bool isDeleting = purpose == Purpose::deleteAll;
+    const std::string which = all.size() == 1 ? "it" : "all " + std::to_string(all.size());
+    const Json first{{"id", all.front().id}, {isDeleting ? "delete" : "clear", true}};
+    memory.batch = {.left = std::move(all)};
+    return ListCalls::confirming(ListReply::lists(result) + " Should I really "
+            + (isDeleting ? "delete " + which + "?" : "take everything off " + which + "?"),
+        first, memory);
+}
+
+} // namespace
+
+std::optional<RuleStep> ListLookup::answer(
+    const ListIntent& intent, RequestMemory memory, const RuleSurroundings& around)
+{
+    if (intent.kind == Kind::find)
+        return find(intent.items, Purpose::tell, std::move(memory), around);
+    if (intent.kind == Kind::showEach) {
+        Json arguments{{"lists", true}, {"show", true}};
+        if (!intent.list.empty())
+            arguments["list"] = intent.list;
+        return ListCalls::call(arguments, memory, around);
+    }
+    const bool isOfAll = intent.kind == Kind::deleteAll || intent.kind == Kind::clearAll;
+    if (isOfAll)
+        memory.lists.purpose = intent.kind == Kind::deleteAll ? Purpose::deleteAll : Purpose::clearAll;
+    return isOfAll || intent.kind == Kind::showAll ? std::optional(ListCalls::call({{"lists", true}}, memory, around))
+                                                   : std::nullopt;
+}
+
+RuleStep ListLookup::offerToBuy(const ListIntent& intent, RequestMemory memory, const RuleSurroundings& around)
+{
+    memory.lists.otherwise.clear();
+    return find(intent.items, Purpose::lack, std::move(memory), around);
+}
+
+std::optional<RuleStep> ListLookup::further(
+    const std::string& said, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    static const Pattern removing(
+        "^(?:remove|delete|erase|take(?: off| out| away)?|drop|scratch(?: off| out)?|strike(?: off| out)?|get rid of"
+        "|kill|trash|bin|throw (?:out|away)) (?:off )?(?:the following(?: items?)?:? )?(.+?)(?: off| out| away)?$",
+        Pattern::caseless);
+    static const Pattern ticking(
+        "^(?:tick|check|cross|mark)(?: off| out)? (.+?)(?: (?:off|out|(?:as |is )?(?:done|bought|got"
+        "|paid|complete|completed|finished|purchased)))*$",
+        Pattern::caseless);
+    static const Pattern spared("^(?:(?:i|we) (?:do not|don['’]?t|no longer) (?:need|want)(?: to (?:buy|get|do))?"
+                                "(?: any| the| more)*|no more|no need for) (.+?)(?: any ?more| needed| now)*$",
+        Pattern::caseless);
+    static const Pattern done("^(?:i|we)(?:['’]ve| have)?(?: already| just| now| finally)* \\w+ (.+?)"
+                              "(?: already| now| today| yesterday)*$",
+        Pattern::caseless);
+    static const Pattern elsewhere(
+        "\\b(?:from|in|on|of|off) (?:my |the )?(?:calendar|agenda|schedule|diary|reminders?)$", Pattern::caseless);
+    const std::string words = trimmed(memory.words, " .!?");
+    if (elsewhere.find(words))
+        return std::nullopt;
+    if (!around.offers(ListCalls::tool) || words.size() > ListIntent::longestRead)
+        return std::nullopt;
+    RequestMemory next = memory;
+    for (const auto& [form, kind] : {std::pair(&removing, Kind::remove), std::pair(&ticking, Kind::tick)}) {
+        const auto match = form->find(words);
+        const auto intent = match ? ListIntent::ofItems(kind, "", match->texts[0]) : ListIntent();
+        if (intent.kind != kind || intent.items.empty())
+            continue;
+        next.lists.purpose = Purpose::tell;
+        next.lists.otherwise = said;
+        return ListCalls::call({{"list", ""}, {kind == Kind::tick ? "tick" : "remove", intent.items}}, next, around);
+    }
+    for (const auto& [form, purpose] : {std::pair(&spared, Purpose::spared), std::pair(&done, Purpose::done)}) {
+        const auto match = form->find(words);
+        const auto intent = match ? ListIntent::ofItems(Kind::add, "", match->texts[0]) : ListIntent();
+        if (intent.items.empty())
+            continue;
+        next.lists.otherwise = said;
+        return find(intent.items, purpose, std::move(next), around);
+    }
+    return std::nullopt;
+}
+
+RuleStep ListLookup::take(
+    const Json& arguments, const ToolResult& result, RequestMemory memory, const RuleSurroundings&)
+{
+    const Purpose purpose = std::exchange(memory.lists.purpose, Purpose::tell);
+    const auto asked = readStrings(arguments, "has");
+    switch (purpose) {
+    case Purpose::lack:
+        return takeLack(arguments, result, std::move(memory));
+    case Purpose::done:
+    case Purpose::spared:
+        return takeStatement(arguments, result, purpose == Purpose::done, std::move(memory));
+    case Purpose::deleteAll:
+    case Purpose::clearAll:
+        return askToChangeAll(result, purpose, std::move(memory));
+    case Purpose::count:
+    case Purpose::exists:
+    case Purpose::tell:
+        break;
+    }
+    memory.found = ToolResults::things(result.json(), "lists", {.skill = ListCalls::skill});
+    if (asked)
+        return ToolResults::say(ListReply::heldAnywhere(result), std::move(memory));
+    const bool isTold = purpose == Purpose::tell && memberOf(arguments, "show");
+    return ToolResults::say(isTold ? ListReply::each(result) : ListReply::lists(result), std::move(memory));
+}
+
+RuleStep ListLookup::takeMissing(const Json& arguments, const ToolResult& result, RequestMemory memory)
+{
+    const std::string otherwise = std::exchange(memory.lists.otherwise, {});
+    const auto places = placesUnder(result, "elsewhere");
+    for (const char* key : {"remove", "tick", "untick"})
+        if (places.size() == 1 && memberOf(arguments, key)) {
+            const std::string verb = std::string_view(key) == "remove" ? "take it off there?"
+                : std::string_view(key) == "tick"                      ? "tick it off there?"
+                                                                       : "take the tick off there?";
+            return ListCalls::confirming(
+                ListReply::standing({places.front().text}, "not on your " + ListReply::name(result)) + " It is on your "
+                    + places.front().name + ". Should I " + verb,
+                {{"id", places.front().id}, {key, Texts{places.front().text}}}, memory);
+        }
+    if (otherwise.empty())
+        return ToolResults::say(ListReply::notOnList(result), std::move(memory));
+    constexpr std::ptrdiff_t mostBlanks = 2; // what is longer is hardly meant for a list
+    const std::string missing = ListReply::joined(ListReply::texts(result, "missing"));
+    const bool isShort = std::ranges::count(missing, ' ') <= mostBlanks;
+    return ToolResults::say(
+        otherwise + (isShort ? " There is no such thing on your lists, either." : ""), std::move(memory));
+}
+
+std::optional<RuleStep> ListLookup::goOn(
+    const ToolRequest& call, const ToolResult& result, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    const Json arguments = parseJson(call.arguments).value_or(Json::object());
+    const bool isDeleting = memberOf(arguments, "delete");
+    if (memory.batch.left.empty() || !(isDeleting || memberOf(arguments, "clear"))
+        || readString(arguments, "id") != memory.batch.left.front().id)
+        return std::nullopt;
+    RequestMemory next = memory;
+    ThingBatch& batch = next.batch;
+    const bool isDone = result.status() == ToolStatus::deleted || result.status() == ToolStatus::changed;
+    batch.done += isDone ? 1 : 0;
+    if (!isDone)
+        batch.failed.push_back(batch.left.front().title);
+    batch.left.erase(batch.left.begin());
+    if (!batch.left.empty())
+        return ListCalls::call({{"id", batch.left.front().id}, {isDeleting ? "delete" : "clear", true}}, next, around);
+    const ThingBatch ended = std::exchange(batch, {});
+    next.lists = {.names = next.lists.names};
+    std::string said = (isDeleting ? "I deleted " : "I took everything off ")
+        + (ended.done == 1 ? std::string("one list") : std::to_string(ended.done) + " lists") + ".";
+    if (!ended.failed.empty())
+        said += " That did not work for: " + ListReply::joined(ended.failed) + ".";
+    return ToolResults::say(said + " Say \"undo that\" if you want them back.", std::move(next));
+}
+
+} // namespace quorvell
