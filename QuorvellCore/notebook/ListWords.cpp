@@ -23,6 +23,8 @@ template <std::size_t count> bool isOneOf(const std::array<std::string_view, cou
 std::string singular(std::string word)
 {
     constexpr std::size_t shortest = 4;
+    if (word == "shoes" || word == "toes")
+        return word.substr(0, word.size() - 1);
     if (word.size() < shortest || !word.ends_with('s') || word.ends_with("ss") || word.ends_with("us"))
         return word;
     word.pop_back();
@@ -65,13 +67,21 @@ bool isIdleWord(std::string_view word)
     return isOneOf(table, word);
 }
 
+/// "Cleaning" of the garage is to "clean" it.
+std::string stem(std::string word)
+{
+    constexpr std::string_view ending = "ing";
+    constexpr std::size_t shortest = 7;
+    return word.size() >= shortest && word.ends_with(ending) ? word.substr(0, word.size() - ending.size()) : word;
+}
+
 /// The words that matter, as one would compare them.
 Words essential(std::string_view text)
 {
     Words words;
     for (std::string& word : wordsOf(text))
         if (!isIdleWord(word))
-            words.push_back(singular(std::move(word)));
+            words.push_back(stem(singular(std::move(word))));
     return words;
 }
 
@@ -79,7 +89,7 @@ Words essential(std::string_view text)
 std::string kindOf(std::string_view word)
 {
     constexpr std::array<std::string_view, 4> shopping{"shopping", "grocery", "shop", "supermarket"};
-    constexpr std::array<std::string_view, 3> duties{"todo", "task", "chore"};
+    constexpr std::array<std::string_view, 5> duties{"todo", "task", "chore", "job", "duty"};
     return std::string(isOneOf(shopping, word) ? "shopping" : isOneOf(duties, word) ? "todo" : word);
 }
 

@@ -24,11 +24,11 @@ template <std::size_t count> bool isAmong(const std::array<std::string_view, cou
 
 std::string withoutLead(const std::string& item)
 {
-    static const Pattern lead(
-        "^(?:(?:and|also|plus|then|both|to(?= [a-z])|the following(?: items?)?|the items?|items?(?= \\w)|(?:new "
-        ")?tasks?(?= \\w)(?: to)?|some(?: "
-        "more)?|more|the|an?|my)\\b"
-        "[:,]?\\s+)+(?=\\S)",
+    static const Pattern lead("^(?:(?:and|also|plus|then|both|to(?= [a-z])|the following(?: items?)?|the items?|(?:new "
+                              ")?items?(?= [\\w\"“'‘])|(?:new "
+                              ")?tasks?(?= \\w)(?: to)?|some(?: "
+                              "more)?|more|the(?! \\S+ (?:of|and) the )|an?|my)\\b"
+                              "[:,]?\\s+)+(?=\\S)",
         Pattern::caseless);
     static const Pattern tail("[\\s,;.!?]+(?:too|as well|also|please|for me)?[\\s,;.!?]*$", Pattern::caseless);
     const std::string text = trimmed(lead.replaceAll(trimmed(item, ",;:"), ""), "\"“”'‘’ ,;:");
@@ -38,10 +38,13 @@ std::string withoutLead(const std::string& item)
 /// What begins with one is a duty rather than a thing.
 bool isVerb(std::string_view word)
 {
-    constexpr std::array<std::string_view, 46> table{"call", "ring", "phone", "email", "write", "send", "pay", "wash",
-        "clean", "iron", "fold", "pick", "drop", "fetch", "collect", "take", "bring", "return", "fix", "repair", "mow",
-        "water", "feed", "walk", "book", "visit", "see", "meet", "ask", "tell", "text", "finish", "prepare", "cook",
-        "bake", "paint", "tidy", "vacuum", "do", "make", "get", "buy", "go", "read", "change", "renew"};
+    constexpr std::array<std::string_view, 76> table{"post", "order", "check", "charge", "empty", "sweep", "mop",
+        "dust", "sell", "sign", "plan", "find", "study", "submit", "file", "contact", "arrange", "organise", "organize",
+        "replace", "install", "trim", "pack", "unpack", "wrap", "cancel", "schedule", "practice", "apply", "vote",
+        "call", "ring", "phone", "email", "write", "send", "pay", "wash", "clean", "iron", "fold", "pick", "drop",
+        "fetch", "collect", "take", "bring", "return", "fix", "repair", "mow", "water", "feed", "walk", "book", "visit",
+        "see", "meet", "ask", "tell", "text", "finish", "prepare", "cook", "bake", "paint", "tidy", "vacuum", "do",
+        "make", "get", "buy", "go", "read", "change", "renew"};
     return isAmong(table, word);
 }
 
@@ -86,21 +89,26 @@ bool separates(const RequestWords& words, std::size_t start, std::size_t place)
 
 bool isGrocery(std::string_view word)
 {
-    constexpr std::array<std::string_view, 72> table{"milk", "eggs", "egg", "bread", "butter", "cheese", "sugar",
-        "salt", "pepper", "flour", "rice", "pasta", "coffee", "tea", "water", "cream", "yogurt", "yoghurt", "honey",
-        "jam", "ham", "bacon", "chicken", "beef", "pork", "fish", "salmon", "tuna", "sausages", "apples", "bananas",
-        "oranges", "lemons", "limes", "grapes", "pears", "peaches", "strawberries", "blueberries", "tomatoes",
-        "potatoes", "onions", "carrots", "lettuce", "cucumber", "cucumbers", "spinach", "broccoli", "mushrooms",
-        "peppers", "garlic", "ginger", "beans", "peas", "corn", "avocados", "cereal", "oatmeal", "beer", "wine",
-        "juice", "soap", "shampoo", "toothpaste", "napkins", "tissues", "batteries", "nappies", "diapers", "ketchup",
-        "mustard", "chocolate"};
+    constexpr std::array<std::string_view, 104> table{"basil", "mozzarella", "oil", "turkey", "cranberries", "stuffing",
+        "parsley", "celery", "zucchini", "cabbage", "kale", "mango", "mangoes", "pineapple", "melon", "raspberries",
+        "cookies", "crackers", "chips", "noodles", "lamb", "shrimp", "prawns", "ghee", "dal", "atta", "paneer",
+        "vinegar", "mayonnaise", "margarine", "detergent", "shampoos", "milk", "eggs", "egg", "bread", "butter",
+        "cheese", "sugar", "salt", "pepper", "flour", "rice", "pasta", "coffee", "tea", "water", "cream", "yogurt",
+        "yoghurt", "honey", "jam", "ham", "bacon", "chicken", "beef", "pork", "fish", "salmon", "tuna", "sausages",
+        "apples", "bananas", "oranges", "lemons", "limes", "grapes", "pears", "peaches", "strawberries", "blueberries",
+        "tomatoes", "potatoes", "onions", "carrots", "lettuce", "cucumber", "cucumbers", "spinach", "broccoli",
+        "mushrooms", "peppers", "garlic", "ginger", "beans", "peas", "corn", "avocados", "cereal", "oatmeal", "beer",
+        "wine", "juice", "soap", "shampoo", "toothpaste", "napkins", "tissues", "batteries", "nappies", "diapers",
+        "ketchup", "mustard", "chocolate"};
     return isAmong(table, word);
 }
 
 /// One thing of two groceries: "chocolate milk", "apples juice" nobody says.
 bool isCompound(std::string_view left, std::string_view right)
 {
-    constexpr auto table = std::to_array<Pair>({{"chocolate", "milk"}, {"rice", "milk"}, {"honey", "mustard"},
+    constexpr auto table = std::to_array<Pair>({{"turkey", "stuffing"}, {"corn", "oil"}, {"corn", "chips"},
+        {"chocolate", "cookies"}, {"chicken", "noodles"}, {"egg", "noodles"}, {"rice", "noodles"}, {"rice", "vinegar"},
+        {"wine", "vinegar"}, {"rice", "crackers"}, {"chocolate", "milk"}, {"rice", "milk"}, {"honey", "mustard"},
         {"garlic", "bread"}, {"egg", "pasta"}, {"chicken", "sausages"}, {"pork", "sausages"}, {"beef", "sausages"},
         {"honey", "ham"}, {"corn", "bread"}, {"corn", "flour"}, {"rice", "flour"}, {"butter", "beans"},
         {"coffee", "beans"}, {"coffee", "cream"}, {"chocolate", "cream"}, {"cream", "cheese"}, {"garlic", "butter"},
@@ -116,8 +124,11 @@ Items groceriesIn(const RequestWords& words, std::size_t first, std::size_t end)
     Items items;
     std::size_t start = first;
     for (std::size_t place = first; place < end; ++place) {
-        if (!isGrocery(words.at(place)))
+        const bool isKind = words.at(place) == "olive" && place + 1 < end && words.at(place + 1) == "oil";
+        if (!isGrocery(words.at(place)) && !isKind)
             return {};
+        if (isKind)
+            continue;
         if (place + 1 == end || !isCompound(words.at(place), words.at(place + 1))) {
             items.push_back(words.said(start, place + 1));
             start = place + 1;
@@ -163,6 +174,12 @@ Items ItemWords::split(std::string_view text)
     for (const std::string& piece : piecesOf(text)) {
         static const Pattern lead("^\\s*(?:and|also|plus|then)\\s+", Pattern::caseless);
         const std::string part = lead.replaceAll(piece, "");
+        // "Detergent, not the scented one": said of what stands before it.
+        static const Pattern said("^\\s*(?:not|but not|without|except)\\s", Pattern::caseless);
+        if (!items.empty() && said.find(piece)) {
+            items.back() += ", " + trimmed(piece);
+            continue;
+        }
         if (trimmed(part).starts_with('"')) {
             items.push_back(withoutLead(part));
             continue;
@@ -177,7 +194,8 @@ Items ItemWords::split(std::string_view text)
         }
         std::size_t start = 0;
         for (std::size_t place = 1; place + 1 < words.size(); ++place) {
-            const bool isAnd = words.at(place) == "and" || words.at(place) == "plus" || words.at(place) == "&";
+            const bool isAnd = words.at(place) == "and" || words.at(place) == "plus" || words.at(place) == "&"
+                || words.at(place) == "n";
             if (!isAnd || place <= start || !separates(words, start, place))
                 continue;
             addPiece(items, words, start, place);

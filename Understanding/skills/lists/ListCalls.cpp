@@ -58,7 +58,7 @@ std::string ListCalls::titleOf(const std::string& name)
 
 bool ListCalls::isOfDuties(std::string_view name)
 {
-    static const Pattern duties("^(?:to[ -]?dos?|todos?|tasks?|chores|errands)$", Pattern::caseless);
+    static const Pattern duties("^(?:(?:things )?to[ -]?dos?|todos?|tasks?|chores|jobs|errands)$", Pattern::caseless);
     return duties.find(name).has_value();
 }
 

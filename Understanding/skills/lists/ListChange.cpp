@@ -4,6 +4,7 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/lists/ItemWords.h"
+#include "Understanding/skills/lists/ListAddition.h"
 #include "Understanding/skills/lists/ListPhrase.h"
 
 #include <algorithm>
@@ -31,7 +32,8 @@ Found cOfItems(Kind kind, std::string list, const std::string& items)
 Found created(const std::string& phrase)
 {
     static const Pattern filled("^(.*?\\b" + ListPhrase::listWord
-            + "(?:\\s.*?)?)[,:]?\\s+(?:with|including|containing|that (?:has|says)|and (?:add|put)|having)"
+            + "(?:\\s.*?)?)[,:]?\\s+(?:(?:starting |beginning )?with(?! (?:my|our|(?:the |a "
+              ")?(?:name|title))\\b)|including|containing|that (?:has|says)|and (?:add|put)|having)"
               "(?: the)? (.+)$",
         Pattern::caseless);
     static const Pattern colon("^(.*?\\b" + ListPhrase::listWord + "[^:]*):\\s*(.+)$", Pattern::caseless);
@@ -70,7 +72,9 @@ Found creation(const std::string& text)
 {
     static const Pattern make(
         "^(?:create|make|start|begin|set up|setup|build|prepare|compose|generate|draw up|put together"
-        "|write(?: up)?|write me|open up|form|initiate|produce|craft)(?: me| us)?\\s+(?=\\S)",
+        "|write(?: up)?|write me|open up|form|initiate|produce|craft|keep(?= an? )|maintain(?= an? )|set(?= an? "
+        ".*\\blist))(?: me| "
+        "us| for me| for us)?\\s+(?=\\S)",
         Pattern::caseless);
     static const Pattern wanted(
         "^(?:(?:i(?:['’]d| would)? )?(?:need|want|like)|have|get(?: me)?|open|bring up|show(?: me)?|give me|do|let me "
@@ -94,102 +98,15 @@ Found creation(const std::string& text)
             + ListPhrase::listWord + "$",
         Pattern::caseless);
     static const Pattern before("^" + ListPhrase::listWord + ":\\s*(.+)$", Pattern::caseless);
+    static const Pattern filled("^" + ListPhrase::listWord + " (?:for|of) ([^:,]{2,40}):\\s*(.+)$", Pattern::caseless);
+    if (const auto match = filled.find(text))
+        return cOfItems(Kind::create, match->texts[0], match->texts[1]);
     if (const auto match = before.find(text))
         return cOfItems(Kind::create, "", match->texts[0]);
     const auto match = behind.find(text);
     if (match && !ListPhrase::isSentence(match->texts[0]) && !ListPhrase::isKeptElsewhere(match->texts[0]))
         return cOf(Kind::create, match->texts[0]);
     return fresh.find(text) ? created(text) : std::nullopt;
-}
-
-/// "Add milk to my list", "put on my list: milk", "update my list with milk", "eggs to the shopping list".
-Found addition(const std::string& text)
-{
-    static const Pattern towards(ListPhrase::links("to|onto|on"), Pattern::caseless);
-    static const Pattern verb(
-        "^(?:add|ad|put down|put|include|insert|enter|place|stick|pop|throw|append|write(?: down)?|jot(?: down)?"
-        "|note(?: down)?|save|get|log|bung|chuck|also add)(?: in)?\\s+",
-        Pattern::caseless);
-    static const Pattern links(ListPhrase::links("to|on to|on|onto|in|into|at|under|in to|2"), Pattern::caseless);
-    static const Pattern listFirst(
-        "^(?:(?:to|on|onto|in|into) )?(.+?\\b" + ListPhrase::listWord + ")(?::|,)?\\s+(?:the following:? )?(.+)$",
-        Pattern::caseless);
-    static const Pattern update("^(?:update|extend|fill) (.+?) (?:with|by adding) (.+)$", Pattern::caseless);
-    static const Pattern sure(
-        "^(?:make sure|ensure|see to it|i want|i need|we need|i would like|i['’]d like|let us have)(?: that)? (.+)$",
-        Pattern::caseless);
-    static const Pattern passive("^(.+?)(?: (?:should|must|needs? to|has to|have to|can|is to|ought to) (?:be|go)| "
-                                 "(?:goes|belongs))(?: (?:added|put|written))? "
-                                 "((?:to|on|onto|in|into) .+)$",
-        Pattern::caseless);
-    static const Pattern copula("(?:\\s+(?:is|are|gets?|to be|be|put|added))+$", Pattern::caseless);
-    static const Pattern calledList(
-        "^(?:the )?(.+?\\b" + ListPhrase::listWord + ")\\s*(?:add|needs|:)\\s*(.+)$", Pattern::caseless);
-    static const Pattern duty("^(?:add|new|create|make)(?: an?)?(?: new)? (?:to[ -]?do|todo|task)(?: item)?(?! "
-                              "list\\b)(?: to(?! (?:my|the|our)\\b)|:)? (.+)$",
-        Pattern::caseless);
-    if (const auto match = duty.find(text); match && !ListPhrase::itemsIn(text, links))
-        return cOfItems(Kind::add, "to do", match->texts[0]);
-    static const Pattern following("^(?:add|put|include) (?:these|this|the following)(?: things?| items?)? "
-                                   "(?:to|on|in|onto|into) (.+?)[:,] ?(.+)$",
-        Pattern::caseless);
-    if (const auto match = following.find(text)) {
-        if (const auto name = ListPhrase::nameIn(match->texts[0]))
-            return cOfItems(Kind::add, *name, match->texts[1]);
-    }
-    if (const auto match = verb.find(text)) {
-        const std::string rest = text.substr(match->range.end);
-        if (const auto parts = ListPhrase::itemsIn(rest, links); parts && !parts->before.empty())
-            return cOfItems(Kind::add, parts->list, parts->before);
-        static const Pattern led("^(?:to|on|onto|in|into) ", Pattern::caseless);
-        const auto first = led.find(rest) ? listFirst.find(rest) : std::nullopt;
-        const auto name = first ? ListPhrase::nameIn(first->texts[0]) : std::nullopt;
-        if (name)
-            return cOfItems(Kind::add, *name, first->texts[1]);
-        const auto bare = led.find(rest) ? ListPhrase::nameIn(rest.substr(led.find(rest)->range.end)) : std::nullopt;
-        return bare ? cOf(Kind::add, *bare) : std::nullopt;
-    }
-    static const Pattern bareUpdate("^update (.+)$", Pattern::caseless);
-    if (const auto match = update.find(text) ? std::nullopt : bareUpdate.find(text)) {
-        auto name = ListPhrase::nameIn(match->texts[0]);
-        return name ? cOf(Kind::add, *std::move(name)) : std::nullopt;
-    }
-    if (const auto match = update.find(text)) {
-        const auto name = ListPhrase::nameIn(match->texts[0]);
-        return name ? cOfItems(Kind::add, *name, match->texts[1]) : std::nullopt;
-    }
-    if (const auto match = sure.find(text)) {
-        const auto parts = ListPhrase::endingIn(match->texts[0], links);
-        if (parts && !parts->before.empty())
-            return cOfItems(Kind::add, parts->list, copula.replaceAll(parts->before, ""));
-    }
-    if (const auto match = passive.find(text)) {
-        const auto parts = ListPhrase::endingIn("x " + match->texts[1], links);
-        if (parts && parts->before == "x")
-            return cOfItems(Kind::add, parts->list, match->texts[0]);
-    }
-    if (const auto match = calledList.find(text)) {
-        const auto name = ListPhrase::nameIn(match->texts[0]);
-        if (name)
-            return cOfItems(Kind::add, *name, match->texts[1]);
-    }
-    // "Eggs to the shopping list" begins with no word that asks for anything else.
-    static const Pattern others(
-        "^(?:find|look|search|undo|un[a-z]+|cancel|make|mark|sort|print|copy|edit|modify|get|see|display|start|finish|"
-        "complete|scratch|clear|empty|reset|wipe|erase|drop|turn|set|buy|say|repeat|stop|help|bring|pull|push|review|"
-        "count|compare|strike|kill|abolish|hide|email|text|export|sync|upload|download|create|edit|there|it|this|"
-        "everything|anything|nothing|what|which|is|are|do|did|does|have|can|read|show|tell|list|open|remove|delete|"
-        "take|tick|check|cross|move|change"
-        "|rename|go|remind|give|send|share|play|how|where|who|when|call)\\b|\\b(?:i|you|we|"
-        "should|add|put|not|don['’]?t)\\b",
-        Pattern::caseless);
-    const auto parts = others.find(text) ? std::nullopt : ListPhrase::endingIn(text, towards);
-    if (!parts || parts->before.empty())
-        return std::nullopt;
-    auto intent = cOfItems(Kind::add, parts->list, parts->before);
-    // "Milk on the list" may be a question; "milk and eggs on the list" hardly is.
-    static const Pattern leading("\\b(?:to|onto) (?:the |my |our )?[^,]*$", Pattern::caseless);
-    return leading.find(text) || intent->items.size() > 1 ? intent : std::nullopt;
 }
 
 /// "Pencil from stationery": a list may be called so; "from friday" is a matter of the calendar.
@@ -223,10 +140,12 @@ Found ofOtherName(const std::string& rest)
 
 Found removal(const std::string& text)
 {
-    static const Pattern verb("^(?:(?:find|open|go to) (.+?) and )?(?:remove|delete|take(?: off| out| "
-                              "away)?|erase|drop|scratch(?: off| out)?|strike(?: off| out)?"
-                              "|get rid of|kill|cancel|abolish|eliminate|clear(?: off| out)?|throw out|throw "
-                              "away|trash|discard|wipe(?: out)?|empty(?: out)?|bin|dump|pull|clean(?: up| out)?)\\s+",
+    static const Pattern verb(
+        "^(?:(?:find|open|go to) (.+?) and )?(?:remove|delete|take(?: off| out| "
+        "away)?|erase|drop|scratch(?: off| out)?|strike(?: off| out)?"
+        "|get rid of|kill|cancel|abolish|eliminate|clear(?: off| out)?|throw out|throw "
+        "away|trash|discard|wipe(?: out)?|empty(?: out)?|bin|dump|cut|lose|scrap|ditch|deduct|exclude|omit|off "
+        "with|pull|clean(?: up| out)?)\\s+",
         Pattern::caseless);
     static const Pattern taking("^(?:take|scratch|strike|pull|drop)\\b", Pattern::caseless);
     static const Pattern emptying("^(?:clear|wipe|empty|clean)\\b", Pattern::caseless);
@@ -251,13 +170,21 @@ Found removal(const std::string& text)
             const auto name = ListPhrase::nameIn(match->texts[0]);
             return name ? cOfItems(Kind::remove, *name, rest) : std::nullopt;
         }
-        if (const auto parts = ListPhrase::itemsIn(rest, links); parts && !parts->before.empty())
-            return cOfItems(Kind::remove, parts->list, parts->before);
+        static const Pattern fromAll("\\ball(?: of)?(?: my| the| our)? lists$", Pattern::caseless);
+        if (const auto parts = ListPhrase::itemsIn(rest, links); parts && !parts->before.empty()) {
+            auto intent = cOfItems(Kind::remove, parts->list, parts->before);
+            if (fromAll.find(rest) && intent->kind == Kind::clear)
+                intent->kind = Kind::clearAll;
+            return intent;
+        }
         static const Pattern byPlace("^" + ListPhrase::listWord + " (?:number |no\\.? ?|#)?\\d+$", Pattern::caseless);
         const auto name = byPlace.find(rest) ? std::optional<std::string>("") : ListPhrase::nameIn(rest);
         if (!name)
             return ofOtherName(rest);
         static const Pattern several("\\blists$", Pattern::caseless);
+        static const Pattern both("\\band\\b", Pattern::caseless);
+        if (several.find(rest) && both.find(*name)) // one after the other: which one is asked
+            return cOf(emptying.find(text) ? Kind::clear : Kind::deleteList, "");
         if (several.find(rest) && name->empty())
             return cOf(emptying.find(text) ? Kind::clearAll : Kind::deleteAll, "");
         return emptying.find(text) ? cOf(Kind::clear, *name)
@@ -372,7 +299,7 @@ Found changing(const std::string& text)
 
 std::optional<ListIntent> ListChange::read(const std::string& text)
 {
-    for (const auto reader : {creation, changing, addition, ticking, removal}) {
+    for (const auto reader : {creation, changing, ListAddition::read, ticking, removal}) {
         if (auto intent = reader(text))
             return intent;
     }

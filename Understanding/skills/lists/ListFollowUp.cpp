@@ -91,7 +91,8 @@ Found ofWanted(const Pattern& form, std::string_view core)
     const auto match = text.size() <= ListIntent::longestRead ? form.find(text) : std::nullopt;
     if (!match)
         return std::nullopt;
-    const std::string& goods = match->texts.back().empty() ? match->texts.front() : match->texts.back();
+    const auto said = std::ranges::find_if(match->texts, [](const std::string& words) { return !words.empty(); });
+    const std::string goods = said != match->texts.end() ? *said : std::string();
     return isGoods(goods) ? Found(ListIntent::ofItems(Kind::add, "shopping", goods)) : std::nullopt;
 }
 
@@ -130,8 +131,10 @@ std::optional<ListIntent> ListFollowUp::read(std::string_view core, const ListTa
                                   "|^how many (?:\\w+ ){1,2}(?:(?:are|do i have|have i got) )?(?:on|in) (?:it|there)$",
         Pattern::caseless);
     static const Pattern reading(
-        "^(?:(?:read|show|tell|give|open|repeat|say)(?: me)? (?:it|that(?: list)?|them|what is on it|what['’]?s on "
-        "it)(?: to me| out| aloud| again| now| back)*|what(?: is|['’]?s)(?: still| left| now)* on (?:it|that|there)(?: "
+        "^(?:and )?(?:(?:read|show|tell|give|open|repeat|say)(?: me)? (?:it|that(?: list)?|them|what is on "
+        "it|what['’]?s on "
+        "it)(?: to me| out| aloud| again| now| back)*|what(?: else)?(?: is|['’]?s)(?: still| left| now| else)* on "
+        "(?:it|that|there)(?: "
         "now| again)?|what(?:['’]?s| is| else is)(?: still)? (?:left|on it|missing|open|outstanding)(?: (?:on "
         "it|there|now|to "
         "(?:buy|get|do|pack|bring)))*"
@@ -280,10 +283,11 @@ std::optional<ListIntent> ListFollowUp::readStatement(std::string_view core)
 {
     const std::string text = plainWords(core);
     static const Pattern wanting(
-        "^(?:we|i) (?:also |really )*need(?: to (?:buy|get|pick up))?(?: some)? (.+)$|^buy(?: some)? (.+)$",
+        "^(?:(?:we|i) )?(?:also |really )*need(?: to (?:buy|get|pick up))?(?: some)? (.+)$|^buy(?: some)? (.+)$"
+        "|^make sure (?:to|i|we) (?:get|buy)(?: some)? (.+?)(?: next time.*| when .*)?$",
         Pattern::caseless);
     static const Pattern bought(
-        "^(?:i|we)(?:['’]ve| have)?(?: already| just)* (?:got|bought|picked up) (?:the|our|my) (.+)$",
+        "^(?:(?:i|we)(?:['’]ve| have)?(?: already| just)* )?(?:got|bought|picked up) (?:the|our|my) (.+)$",
         Pattern::caseless);
     static const Pattern itemGone(
         "^(?:this|that|the|these|those)(?: last)? (?:items?|one|ones|entry) (?:should|must|needs? to|has to|"
@@ -299,6 +303,17 @@ std::optional<ListIntent> ListFollowUp::readStatement(std::string_view core)
     static const Pattern ticks("^tick", Pattern::caseless);
     if (text.size() > ListIntent::longestRead)
         return std::nullopt;
+    // "Take the milk off", "uncheck eggs", "change eggs to a dozen eggs": of the list that holds it.
+    static const Pattern off("^(?:take|cut|strike|scratch) (.+?) (?:off|out)(?: again)?$", Pattern::caseless);
+    static const Pattern open("^(?:untick|uncheck|unmark|un-?check) (.+)$", Pattern::caseless);
+    static const Pattern swap("^(?:change|replace|swap) (.+?) (?:to|with|for|into) (.+)$", Pattern::caseless);
+    if (const auto match = off.find(text))
+        return ListIntent::ofItems(Kind::remove, "", match->texts[0]);
+    if (const auto match = open.find(text))
+        return ListIntent::ofItems(Kind::untick, "", match->texts[0]);
+    if (const auto match = swap.find(text); match && ItemWords::isGroceries(match->texts[0]))
+        return ListIntent{
+            .kind = Kind::replace, .items = {ItemWords::named(match->texts[0]), ItemWords::named(match->texts[1])}};
     // "Add tea to the menu": a list may be called so.
     static const Pattern onto(
         "^(?:please )?(?:add|put|include|insert|write(?: down)?|note(?: down)?|enter|save|place) (.+?) "
@@ -310,16 +325,17 @@ std::optional<ListIntent> ListFollowUp::readStatement(std::string_view core)
         "march|"
         "april|may|june|july|august|september|october|november|december|there|here|it|them|that|this|me|him|her|mind|"
         "top|"
-        "bottom|end|start|front|back|phone|computer|screen|bulk|time|advance|total|order|case|general)\\b",
+        "bottom|end|start|front|back|phone|computer|screen|bulk|time|advance|total|order|case|general|lists?)\\b",
         Pattern::caseless);
     if (const auto match = onto.find(text); match && !noName.find(match->texts[1])
         && !ListPhrase::isKeptElsewhere(match->texts[1]) && !ListPhrase::isSentence(match->texts[1])
         && !ListPhrase::isKeptElsewhere(match->texts[0]))
         return ListIntent::ofItems(
             Kind::add, cart.find(match->texts[1]) ? "shopping" : match->texts[1], match->texts[0]);
-    static const Pattern added("^(?:please )?(?:add|also add)(?: some| more| an?| the)* (?!to\\b|on\\b|in\\b|an? "
-                               "(?:new|another)\\b)(.+?)(?: too| as "
-                               "well)?$",
+    static const Pattern added(
+        "^(?:please )?(?:add|also add)(?: some| one more| another| more| an?| the)* (?!to\\b|on\\b|in\\b|an? "
+        "(?:new|another)\\b)(.+?)(?: too| as "
+        "well)?$",
         Pattern::caseless);
     static const Pattern notGoods(
         "\\b(?:event|meeting|appointment|reminder|alarm|timer|note|calendar|contact|task|list|lists|every|weekly|daily|"

@@ -11,12 +11,14 @@ namespace quorvell {
 ListIntent ListIntent::ofItems(Kind kind, std::string list, const std::string& said)
 {
     static const Pattern particle("\\s+(?:off|out|down|away|back)$", Pattern::caseless);
-    const std::string items = particle.replaceAll(said, "");
+    static const Pattern oncemore("\\s+again$", Pattern::caseless);
+    const std::string items = oncemore.replaceAll(particle.replaceAll(said, ""), "");
     ListIntent intent{.kind = kind, .list = std::move(list)};
     // "All food items with the prefix dry": things are taken off by their names.
     static const Pattern described(
         "\\b(?:items?|things?|everything|entries|ones|anything|foods?)\\b.*\\b(?:with|starting|"
-        "beginning|that|which|prefix|containing|of type)\\b",
+        "beginning|that|which|prefix|containing|of type)\\b"
+        "|^(?:all|everything|anything)(?: \\w+)? (?:but|except|besides|apart from)\\b",
         Pattern::caseless);
     const bool adds = kind == Kind::add || kind == Kind::create;
     if ((kind == Kind::remove || kind == Kind::clear) && ItemWords::isEverything(items))

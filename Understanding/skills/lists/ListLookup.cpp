@@ -76,11 +76,12 @@ RuleStep takeLack(const Json& arguments, const ToolResult& result, RequestMemory
         return ToolResults::say(said, std::move(memory));
     const Texts items = places.empty() ? readStrings(arguments, "has").value_or(wanted) : wanted;
     const FoundThing list = listForGoods(result, items);
-    const Json adding =
-        list.id.empty() ? Json{{"list", "shopping"}, {"add", items}} : Json{{"id", list.id}, {"add", items}};
-    const std::string name = list.title.empty() ? "shopping list" : list.title;
+    if (list.id.empty())
+        return ListCalls::confirming("Should I make a shopping list with " + ListReply::joined(items) + "?",
+            {{"list", ListCalls::titleOf("shopping")}, {"create", true}, {"add", items}}, memory);
+    const Json adding{{"id", list.id}, {"add", items}};
     return ListCalls::confirming(
-        said + (said.empty() ? "" : " ") + "Should I add " + ListReply::joined(items) + " to your " + name + "?",
+        said + (said.empty() ? "" : " ") + "Should I add " + ListReply::joined(items) + " to your " + list.title + "?",
         adding, memory);
 }
 
@@ -95,13 +96,18 @@ RuleStep takeStatement(const Json& arguments, const ToolResult& result, bool isD
         return ToolResults::say(otherwise, std::move(memory));
     const char* key = isDone ? "tick" : "remove";
     const Place& place = places.front();
-    if (places.size() > 1)
+    Texts texts;
+    for (const Place& one : places)
+        texts.push_back(one.text);
+    const bool areTogether = std::ranges::all_of(places, [&](const Place& one) { return one.id == place.id; });
+    if (!areTogether)
         return ListCalls::confirming("I find " + place.text + " on your " + place.name + ", and " + places.back().text
-                + " on your " + places.back().name + (isDone ? ". Should I tick it off?" : ". Should I take it off?"),
+                + " on your " + places.back().name
+                + (isDone ? ". Should I tick them off?" : ". Should I take them off?"),
             {{"list", ""}, {key, readStrings(arguments, "has").value_or(Texts{place.text})}}, memory);
-    return ListCalls::confirming(ListReply::standing({place.text}, "on your " + place.name) + " Should I "
-            + (isDone ? "tick it off?" : "take it off?"),
-        {{"id", place.id}, {key, Texts{place.text}}}, memory);
+    return ListCalls::confirming(ListReply::standing(texts, "on your " + place.name) + " Should I "
+            + (isDone ? "tick " : "take ") + ListReply::pronoun(texts) + " off?",
+        {{"id", place.id}, {key, texts}}, memory);
 }
 
 RuleStep askToChangeAll(const ToolResult& result, Purpose purpose, RequestMemory memory)
@@ -155,17 +161,23 @@ std::optional<RuleStep> ListLookup::further(
 {
     static const Pattern removing(
         "^(?:remove|delete|erase|take(?: off| out| away)?|drop|scratch(?: off| out)?|strike(?: off| out)?|get rid of"
-        "|kill|trash|bin|throw (?:out|away)) (?:off )?(?:the following(?: items?)?:? )?(.+?)(?: off| out| away)?$",
+        "|kill|trash|bin|throw (?:out|away)|lose|cut(?: out)?|ditch|scrap|dump) (?:off "
+        ")?(?:the following(?: items?)?:? )?(.+?)(?: off| out| away)?$",
         Pattern::caseless);
     static const Pattern ticking(
         "^(?:tick|check|cross|mark)(?: off| out)? (.+?)(?: (?:off|out|(?:as |is )?(?:done|bought|got"
         "|paid|complete|completed|finished|purchased)))*$",
         Pattern::caseless);
-    static const Pattern spared("^(?:(?:i|we) (?:do not|don['’]?t|no longer) (?:need|want)(?: to (?:buy|get|do))?"
-                                "(?: any| the| more)*|no more|no need for) (.+?)(?: any ?more| needed| now)*$",
+    static const Pattern spared(
+        "^(?:(?:i|we) (?:do not|don['’]?t|no longer) (?:need|want)(?: to (?:buy|get|do))?"
+        "(?: any| the| more)*|(?:i|we) dont (?:need|want)(?: any| the)*|no more|no need for) (.+?)"
+        "(?: any ?more| needed| now| on (?:the|my|our) list| on list)*$",
         Pattern::caseless);
-    static const Pattern done("^(?:i|we)(?:['’]ve| have)?(?: already| just| now| finally)* \\w+ (.+?)"
-                              "(?: already| now| today| yesterday)*$",
+    static const Pattern done(
+        "^(?:(?:i|we)(?:['’](?:ve|m|re)| have| am| are)? )?(?:(?:already|just|now|finally|all) )*"
+        "(?:(?:finished|done)(?: with)?(?: \\w+ing)?|got|\\w+ed|bought|paid|took|did|made|sent|wrote|fed|swept"
+        "|told|brought|cut|gave|found|picked up|dropped off) (?:the |my |our |some )?(.+?)"
+        "(?:,? (?:already|now|today|yesterday|take (?:it|them|that) off|remove (?:it|them)|cross (?:it|them) off))*$",
         Pattern::caseless);
     static const Pattern elsewhere(
         "\\b(?:from|in|on|of|off) (?:my |the )?(?:calendar|agenda|schedule|diary|reminders?)$", Pattern::caseless);
@@ -227,12 +239,14 @@ RuleStep ListLookup::takeMissing(const Json& arguments, const ToolResult& result
     const auto places = placesUnder(result, "elsewhere");
     for (const char* key : {"remove", "tick", "untick"})
         if (places.size() == 1 && memberOf(arguments, key)) {
-            const std::string verb = std::string_view(key) == "remove" ? "take it off there?"
-                : std::string_view(key) == "tick"                      ? "tick it off there?"
+            const std::string them = ListReply::pronoun({places.front().text});
+            const std::string verb = std::string_view(key) == "remove" ? "take " + them + " off there?"
+                : std::string_view(key) == "tick"                      ? "tick " + them + " off there?"
                                                                        : "take the tick off there?";
             return ListCalls::confirming(
-                ListReply::standing({places.front().text}, "not on your " + ListReply::name(result)) + " It is on your "
-                    + places.front().name + ". Should I " + verb,
+                ListReply::standing({places.front().text}, "not on your " + ListReply::name(result))
+                    + (them == "it" ? " It is on your " : " They are on your ") + places.front().name + ". Should I "
+                    + verb,
                 {{"id", places.front().id}, {key, Texts{places.front().text}}}, memory);
         }
     if (otherwise.empty())

@@ -10,11 +10,11 @@ namespace quorvell {
 namespace {
 
 constexpr std::string_view ownerWords =
-    "(?:(?:all(?: of)?|both|my|the|our|an?|that|this|your|his|her|their|any|some|me|us)\\s+)*";
-constexpr std::string_view ageWords =
-    "(?:(?:(?:to|tomor|tomorr)(?:day|ow)['’]?s|daily|weekly|brand[ "
-    "-]new|new|newest|current|existing|previous|last|latest|(?:most )?recent|saved|whole|entire|complete|old|other"
-    "|same)\\s+)*";
+    "(?:no[, ]+)?(?:(?:all(?: of)?|both|my|the|our|an?|one|that|this|your|his|her|their|any|some|me|us)\\s+)*";
+constexpr std::string_view ageWords = "(?:(?:(?:to|tomor|tomorr)(?:day|ow)['’]?s|daily|weekly|brand[ "
+                                      "-]new|new|newest|current|existing|previous|last|latest|(?:most "
+                                      ")?recent|saved|whole|entire|complete|old|other|empty|blank|spreadsheet"
+                                      "|same)\\s+)*";
 
 bool isTooLong(const std::string& name)
 {
@@ -97,7 +97,7 @@ std::optional<std::string> ListPhrase::nameIn(std::string_view phrase)
     static const Pattern lead(
         "^" + std::string(ownerWords) + std::string(ageWords) + "(?:names? of )?", Pattern::caseless);
     static const Pattern called("^(.*?)\\s?\\b" + listWord
-            + "[,:]? (?:for (?:me|us) )?(?:(?:which|that) is )?(?:called|named|titled|entitled|with the "
+            + "[,:]? (?:(?:for|4) (?:me|us) )?(?:(?:which|that) is )?(?:called|named|titled|entitled|with the "
               "(?:name|title))(?: of)?[,:]? "
               "(.+)$",
         Pattern::caseless);
@@ -105,8 +105,9 @@ std::optional<std::string> ListPhrase::nameIn(std::string_view phrase)
         "^(.*?)\\s?\\b" + listWord + " (?:of|for|about)(?: (?:the|my|our|an?|all|this|next))* (.+)$",
         Pattern::caseless);
     static const Pattern plain("^(?:(.+?)[ -]?)??" + listWord + "$", Pattern::caseless);
-    static const Pattern known("^(?:groceries|grocery|shopping|to[ -]?dos?|todos?|tasks|errands|chores|wish "
-                               "?list|grocerylist|todolist|shoppinglist)$",
+    static const Pattern known(
+        "^(?:groceries|grocery|shopping|to[ -]?dos?|todos?|tasks|errands|chores|jobs|things to do|wish "
+        "?list|grocerylist|todolist|shoppinglist)$",
         Pattern::caseless);
     static const Pattern owned("^(?:my|the|our)\\s", Pattern::caseless);
     static const Pattern nobody(

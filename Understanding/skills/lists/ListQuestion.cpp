@@ -34,7 +34,7 @@ Found ofEach(const std::string& text)
         "|(?: of)? everything (?:on|in)| the (?:contents?|items) (?:of|on|in)| items (?:on|in|from))? "
         "(?:all|each|every(?: one)?)(?: of)?(?: my| the| our)* lists?(?: to me| out| aloud)?$"
         "|^(?:go|run|read) through (?:my|the|our|all) lists$|^what is on (?:all )?(?:my|the|our) lists$"
-        "|^(?:check)?list$|^list (?:everything|it all|all(?: items?)?|(?:the |my )?items)$",
+        "|^(?:check)?list$|^list (?:contents?|everything|it all|all(?: items?)?|(?:the |my )?items)$",
         Pattern::caseless);
     static const Pattern onAny("^(?:do (?:i|we) have|have (?:i|we)(?: got)?|are there|is there|is|are|did (?:i|we) "
                                "(?:put|add))(?: any| some| there)*(?: (.+?))? (?:on|in|to|left on) (?:any(?: one)?"
@@ -77,8 +77,13 @@ Found ofDuties(const std::string& text)
         ")?do(?: still)?$|^what(?:['’]s| is) (?:left|still) to do$|^what have i (?:still |left )*"
         "(?:got )?to do$",
         Pattern::caseless);
+    static const Pattern left(
+        "^how (?:many|much)(?: things?| more)? (?:(?:are |do i have |is )?(?:left|still))? ?to do$"
+        "|^(?:what|which) (?:tasks|chores|jobs) (?:do|must|should|have) i .*$"
+        "|^(?:show|tell|give|read|list|what are)(?: me)?(?: all)?(?: my| the) (?:chores|jobs|things to do)$",
+        Pattern::caseless);
     static const Pattern amount("^how many\\b", Pattern::caseless);
-    if (!tasks.find(text) && !duties.find(text))
+    if (!tasks.find(text) && !duties.find(text) && !left.find(text))
         return std::nullopt;
     return qOf(amount.find(text) ? Kind::count : Kind::show, "to do");
 }
@@ -92,7 +97,9 @@ Found lists(const std::string& text)
         "(?: (?:do|have|are|did|that|which|is|i|we|you|got|made|make|there|available|saved|exist"
         "|created?|with|numbers?|for|today|right|now|currently|mine|in|my|notebook|me|can|see))*$",
         Pattern::caseless);
-    static const Pattern which("^(?:which|what) list$", Pattern::caseless);
+    static const Pattern which(
+        "^(?:which|what) list$|^(?:tell me |show me |show )?(?:the )?lists? (?:that (?:is|are) )?available$",
+        Pattern::caseless);
     static const Pattern available(
         "^(?:show|display|read)(?: me)? the list (?:that|which) (?:is|are) available\\b", Pattern::caseless);
     if (whichLists.find(text) || which.find(text) || available.find(text))
@@ -105,14 +112,16 @@ Found lists(const std::string& text)
 Found shopping(const std::string& text)
 {
     static const Pattern form(
-        "^(?:what|which)(?: \\w+)? (?:do|did|should|must|am|are|were|was) (?:i|we)\\b"
+        "^(?:tell me |show me )?(?:what|which)(?: \\w+)? (?:(?:do|did|should|must|am|are|were|was) )?(?:i|we)\\b"
         "(?: (?:still|need|have|want|plan|planning|going|supposed|meant|got|to|it))* "
-        "(?:buy|purchase|shop for|(?:get )?(?:from|at|in) the (?:store|shops?|supermarket|market|grocery store))"
+        "(?:buy|purchase|shop for|(?:(?:get|pick up) )?(?:from|at|in) the (?:store|shops?|supermarket|market|grocery "
+        "store))"
         "(?: (?:from|at|in) the (?:store|shops?|supermarket|market|grocery store))?$",
         Pattern::caseless);
     static const Pattern left(
         "^(?:(?:show|tell|read)(?: me)? )?(?:what|which)(?:['’]?s| is| are)?(?: (?:groceries|things?|items?|stuff))? "
-        "(?:left to (?:buy|get)|(?:i|we) (?:still )?(?:have|need) to (?:buy|get)|(?:groceries )?do (?:i|we) (?:still "
+        "(?:left to (?:buy|get)|(?:groceries )?(?:are )?(?:remaining|left)(?= *$)(?<=groceries are remaining|groceries "
+        "are left)|(?:i|we) (?:still )?(?:have|need) to (?:buy|get)|(?:groceries )?do (?:i|we) (?:still "
         ")?need to (?:buy|get))$"
         "|^(?:what|which) groceries do (?:i|we) (?:still )?need$",
         Pattern::caseless);
@@ -121,6 +130,14 @@ Found shopping(const std::string& text)
         Pattern::caseless);
     if (packing.find(text))
         return qOf(Kind::show, "packing");
+    static const Pattern added(
+        "^(?:did|have) (?:i|we) (?:already |ever )?(?:add|added|put|include|included) "
+        "(?:any |some |the )?([a-z ]{3,40}?)(?: (?:to|on|in) (?:groceries|grocery|shopping|tasks))?(?: "
+        "already| yet)?$",
+        Pattern::caseless);
+    static const Pattern list("\\blists?\\b", Pattern::caseless);
+    if (const auto match = added.find(text); match && !list.find(text) && !ListPhrase::isKeptElsewhere(match->texts[0]))
+        return qOfItems(Kind::find, "", match->texts[0]);
     static const Pattern one(
         "^do (?:i|we) (?:still )?need (?:to (?:buy|get|pick up)(?: any| some| more)?|any "
         "more|any|more) ([a-z ]{3,40})$"
@@ -142,7 +159,7 @@ Found asking(const std::string& text)
                                 ")?(?:do|did|have|had|has|if|whether)?\\s*(?:i|we|you|anyone|anybody)(?:['’]ve)? "
                                 "?(?:have|got|already|forget|forgotten|ticked(?: off)?|checked(?: "
                                 "off)?|bought|done|put|add|added|include|included|write|written|wrote|need|still)+(?"
-                                ": (?:got|any|already|put|added|included|written))* (.+)$",
+                                ": (?:got|any|already|put|add|added|included|written))* (.+)$",
         Pattern::caseless);
     static const Pattern checked(
         "^(?:check|see|confirm|verify)(?: (?:if|whether|that))? (.+?) (?:is|are)(?: already| still)? ((?:on|in) .+)$",
@@ -168,7 +185,8 @@ Found asking(const std::string& text)
     static const Pattern lookedFor(
         "^(?:check|search|look (?:at|in|on|through)|scan) (.+?) for (.+)$", Pattern::caseless);
     static const Pattern found("^(?:find|look for|search for|check for) (.+ (?:on|in) .+)$", Pattern::caseless);
-    static const Pattern placed("^(?:(?:what(?: is|['’]s| was)|tell me|read(?: me)?|which is) )(the .+|(?:item|number) "
+    static const Pattern placed("^(?:(?:what(?: is|['’]s| was)|tell me|read(?: me| out)?|show me|give me|say|which is) "
+                                ")(the .+|(?:item|number) "
                                 "\\w+) (?:on|of|in) (.+)$",
         Pattern::caseless);
     if (const auto match = placed.find(text)) {
@@ -234,7 +252,9 @@ Found showing(const std::string& text)
 {
     static const Pattern anyLink(ListPhrase::links("on|in|from|to|of|off|inside"), Pattern::caseless);
     static const Pattern lead(
-        "^(?:(?:what|which|whats)(?:['’]?s| is| are| was| were| do| does| did| have| has)?|read(?: out| back| "
+        "^(?:(?:what|which|whats|who(?= is| are|['’]s)|where|wheres|send me|am i missing)(?:['’]?s| is| are| was| "
+        "were| do| does| did| "
+        "have| has)?|read(?: out| back| "
         "off)?|show|display|see|view|check(?: out)?|open(?: up)?|pull up|bring up"
         "|give|tell|list(?: out)?|get|fetch|find|look (?:at|in|into|up)|go (?:through|over|to)|run "
         "through|recite|say|print|let (?:me|us) (?:see|hear|know|have)|review|edit|modify|amend|manage|i have|i['’]ve "

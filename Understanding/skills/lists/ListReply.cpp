@@ -121,6 +121,11 @@ std::string ListReply::each(const ToolResult& result)
     return said;
 }
 
+std::string ListReply::pronoun(const Texts& items)
+{
+    return isOrAre(items) == " are" ? "them" : "it";
+}
+
 std::string ListReply::standing(const Texts& items, const std::string& where)
 {
     return sentence(joined(items) + isOrAre(items) + " " + where);
@@ -241,7 +246,7 @@ std::string ListReply::done(const ToolResult& result)
     if (result.status() != ToolStatus::changed)
         return "";
     if (const auto was = result.string("was"))
-        return "renamed your " + *was + " to " + name(result);
+        return "renamed your " + *was + " to " + result.string("title").value_or(name(result));
     const Texts replaced = texts(result, "replaced");
     const Texts removed = texts(result, "removed");
     Texts parts;

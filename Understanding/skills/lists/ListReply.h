@@ -28,6 +28,8 @@ struct ListReply {
     static std::string each(const ToolResult& result);
     /// On which lists that stands which was asked about.
     static std::string heldAnywhere(const ToolResult& result);
+    /// "It" or "them".
+    static std::string pronoun(const std::vector<std::string>& items);
     /// "Eggs are already on your grocery list."
     static std::string standing(const std::vector<std::string>& items, const std::string& where);
     /// What is on it; `talk` keeps what was told.

@@ -81,7 +81,8 @@ std::optional<std::string_view> saidOfLists(const std::string& core)
             "There is nothing to save: lists are kept as you change them."},
         {Pattern("^(?:(?:make|create) (?:a |me a )?(?:copy|duplicate|backup) of|copy|duplicate|print(?: "
                  "out)?|export|merge|combine|"
-                 "join)(?: (?:my|the|our|this|that|all))* (?:\\w+ ){0,3}lists?(?: (?:and|with) (?:\\w+ ){0,4}lists?)?$",
+                 "join)(?: (?:my|the|our|this|that|all))* (?:\\w+ ){0,3}lists?(?: (?:and|with|to|into) (?:\\w+ "
+                 "){0,4}lists?(?: called .*)?)?$",
              Pattern::caseless),
             "I can't copy, print or merge lists. I can make them, read them and change what is on them."},
         {Pattern(
@@ -118,7 +119,7 @@ FoundRequest readStatement(const std::string& core, const RuleSurroundings& arou
         return Request{.answer = [intent](RequestMemory memory, const RuleSurroundings&) {
             return ListRules::askWhere(*intent, std::move(memory));
         }};
-    return isOffer ? offering(*intent) : requestFor(std::move(intent));
+    return isOffer && intent->list == "shopping" ? offering(*intent) : requestFor(std::move(intent));
 }
 
 Skill::Step undo(RequestMemory memory, const RuleSurroundings& around)
