@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/tools/agenda/EventAnswers.h"
 
+#include "Quorvell/reminding/AlarmMark.h"
 #include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "QuorvellCore/reminders/calendar/LocaleWords.h"
 #include "QuorvellCore/reminders/calendar/ReminderWords.h"
@@ -71,7 +72,8 @@ Json EventAnswers::slot(const FreeTime& free) const
 
 Json EventAnswers::reminder(const Note& note) const
 {
-    Json entry = {{"kind", "reminder"}, {"id", note.id}, {"title", note.title}, {"start", date(*note.remindAt, false)},
+    Json entry = {{"kind", AlarmMark::of(note) ? "alarm" : "reminder"}, {"id", note.id}, {"title", note.title},
+        {"start", date(*note.remindAt, false)},
         {"when", ReminderWords::spoken(*note.remindAt, m_now, m_calendar, m_calendar.locale())}};
     if (note.repeatRule)
         entry["repeats"] = true;
@@ -112,7 +114,8 @@ Json EventAnswers::remindersDuring(const CalendarEvent& event, const std::vector
 {
     Json found = Json::array();
     for (const Note& note : notes) {
-        const bool isMeanwhile = hasTime(note) && *note.remindAt >= event.start && *note.remindAt < event.end;
+        const bool isMeanwhile =
+            hasTime(note) && !AlarmMark::of(note) && *note.remindAt >= event.start && *note.remindAt < event.end;
         if (isMeanwhile && !event.allDay && found.size() < mostNamed)
             found.push_back(reminder(note));
     }
