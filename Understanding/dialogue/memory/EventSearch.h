@@ -24,6 +24,7 @@ struct EventSearch {
         remind, ///< `minutes` before it begins, of it or to do `value`.
         rename, ///< To `value`.
         place, ///< At `value` from now on.
+        length, ///< To last `minutes`.
     };
 
     Aim aim = Aim::none;
@@ -34,6 +35,10 @@ struct EventSearch {
     bool isAll = false; ///< Every one that fits.
     bool isNext = false; ///< The first that is still to come.
     bool isLast = false; ///< The last one of `days`.
+    std::size_t place = 0; ///< The second one of `days` is 2; 0 where none was counted.
+    std::string except{}; ///< The name of what is not meant: "all but the dentist".
+    bool isSpan = false; ///< How long it is until then is asked.
+    bool isLoose = false; ///< Nothing says that it stands in the calendar: it may be a reminder as well.
     bool isBack = false; ///< One that is over.
     bool isWide = false; ///< A whole year is looked through, since less was not enough.
     int minutes = 0;

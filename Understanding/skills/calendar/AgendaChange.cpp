@@ -4,11 +4,13 @@
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/Pointing.h"
 #include "Understanding/dialogue/SeriesWords.h"
+#include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/calendar/AgendaCalls.h"
 #include "Understanding/skills/calendar/AgendaReply.h"
 #include "Understanding/skills/calendar/CalendarWords.h"
 #include "Understanding/skills/calendar/DayChoice.h"
 #include "Understanding/skills/calendar/EventName.h"
+#include "Understanding/skills/calendar/EventWords.h"
 #include "Understanding/skills/reminders/ReminderChange.h"
 #include "Understanding/skills/reminders/ReminderIntent.h"
 #include "Understanding/skills/reminders/ReminderRules.h"
@@ -53,12 +55,48 @@ RuleStep tellNext(RequestMemory memory, const RuleSurroundings& around)
     return {std::move(reply), std::move(memory)};
 }
 
+/// "Put my driving test on december 9th": where there is none to be moved, it is new.
+RuleStep offerToAdd(const Wish& wish, RequestMemory memory, const RuleSurroundings& around)
+{
+    static const Pattern lead(
+        "^(?:(?:please|can|could|you|just|i|we|hey|to) )*(?:put|set up|get|need|have|schedule|arrange)"
+        "(?: (?:in|down|me|us))? ",
+        Pattern::caseless);
+    static const Pattern told("\\b(?:changed|moved|rescheduled|postponed|shifted|delayed)\\b", Pattern::caseless);
+    const std::string nothing = "I found no " + wish.title + " in your calendar, and no reminder of it.";
+    const bool isTold = told.find(memory.words).has_value();
+    EventWords event =
+        EventWords::read(isTold ? wish.title + " " + wish.when : lead.replaceAll(memory.words, ""), around);
+    if (event.isRepeatUnknown || !event.start || event.isTimeUnclear || event.isPartOfDay || event.title.empty())
+        return {nothing, std::move(memory)};
+    const AgendaIntent intent = AgendaIntent::ofNew(std::move(event));
+    const auto call = AgendaCalls{around}.add(intent);
+    const auto* request = std::get_if<ToolRequest>(&call);
+    if (!request)
+        return {nothing, std::move(memory)};
+    return RuleStep::asking(
+        {.kind = &ToolResults::confirmation,
+            .question = nothing + " Should I put " + intent.title + " in as new, "
+                + (intent.repeat.empty() ? "" : "starting ") + SpokenWhen::on(SpokenWhen::date(*intent.start))
+                + (intent.end ? ", until " + SpokenWhen::clock(*intent.end) : "") + "?",
+            .tool = request->name,
+            .arguments = request->arguments},
+        std::move(memory));
+}
+
 /// People say "move the dentist" of a reminder, too.
 RuleStep changeReminderInstead(RequestMemory memory, bool isReminder, const RuleSurroundings& around)
 {
     static const Pattern noun("\\s+(?:appointment|meeting)$", Pattern::caseless);
     Wish wish = std::exchange(memory.wish, {});
     const bool isName = !EventName::words(wish.title).empty() && !CalendarWords::holdsTimeWords(wish.title);
+    static const Pattern entered(
+        "^(?:(?:please|can you|could you|just|i|we) )*(?:put|set up|get|need|have|schedule|arrange)\\b"
+        "|\\b(?:has been|was|got|had been|is|will be|have been) "
+        "(?:changed|moved|rescheduled|postponed|shifted|delayed)\\b",
+        Pattern::caseless);
+    if (wish.kind == Wish::Kind::move && !isReminder && isName && entered.find(memory.words))
+        return offerToAdd(wish, std::move(memory), around);
     if (wish.kind == Wish::Kind::cancel && !isReminder)
         return {.answer = isName ? "I found no " + wish.title + " in your calendar, and no reminder of it."
                                  : std::string(notFound),
@@ -206,6 +244,12 @@ RuleStep askWhichStart(const FoundThing& event, const std::vector<DateParts>& st
 
 RuleStep moveTo(const FoundThing& event, const DateParts& start, RequestMemory memory, const RuleSurroundings& around)
 {
+    if (event.start == start)
+        return RuleStep::asking({.kind = &AgendaChange::newTime,
+                                    .question = event.title + " is " + SpokenWhen::on(SpokenWhen::date(start))
+                                        + " already. When should it be instead?",
+                                    .task = event.title},
+            std::move(memory));
     const auto end = newEnd(event, start, around);
     return {AgendaCalls{around}.move(event.id, start, end, memory.wish.scope), std::move(memory)};
 }
@@ -272,6 +316,8 @@ std::optional<RuleStep> AgendaChange::afterList(
     memory.found = EventName::fitting(all, memory.wish.title);
     if (memory.found.empty())
         memory.found = Pointing::named(all, memory.wish.title);
+    if (memory.found.empty() && memory.wish.kind == Wish::Kind::cancel) // It is named before it goes.
+        memory.found = EventName::alike(all, memory.wish.title);
     const bool isReminder = !Pointing::named(reminders, memory.wish.title).empty()
         || !Pointing::named({memory.reminder}, memory.wish.title).empty();
     const bool isNamed = !EventName::words(memory.wish.title).empty();

@@ -5,7 +5,6 @@
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/SeriesWords.h"
 #include "Understanding/skills/calendar/AgendaCues.h"
-#include "Understanding/skills/calendar/EventWords.h"
 #include "Understanding/time/SpokenLength.h"
 #include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenWhen.h"
@@ -82,6 +81,23 @@ std::optional<AgendaIntent> unsuited(const RequestReading& reading, const RuleSu
 
 } // namespace
 
+AgendaIntent AgendaIntent::ofNew(EventWords event)
+{
+    return {.kind = Kind::add,
+        .minutes = event.minutes,
+        .title = std::move(event.title),
+        .start = event.start,
+        .end = event.end,
+        .repeat = std::move(event.repeat),
+        .isRepeatUnknown = event.isRepeatUnknown,
+        .isWholeDay = event.isWholeDay,
+        .isToRepeat = event.isToRepeat,
+        .isTimeUnclear = event.isTimeUnclear,
+        .isPartOfDay = event.isPartOfDay,
+        .contraryDays = std::move(event.contraryDays),
+        .clock = event.clock};
+}
+
 std::optional<AgendaIntent> AgendaIntent::listing(const RequestReading& reading, const RuleSurroundings& around)
 {
     std::string others;
@@ -157,24 +173,19 @@ std::optional<AgendaIntent> AgendaIntent::findingTime(const RequestReading& read
 
 std::optional<AgendaIntent> AgendaIntent::adding(const RequestReading& reading, const RuleSurroundings& around)
 {
-    EventWords event = EventWords::read(reading.content, around);
-    AgendaIntent intent{.kind = Kind::add,
-        .minutes = event.minutes,
-        .title = std::move(event.title),
-        .start = event.start,
-        .end = event.end,
-        .repeat = std::move(event.repeat),
-        .isRepeatUnknown = event.isRepeatUnknown,
-        .isTimeUnclear = event.isTimeUnclear,
-        .isPartOfDay = event.isPartOfDay,
-        .contraryDays = std::move(event.contraryDays),
-        .clock = event.clock};
+    AgendaIntent intent = ofNew(EventWords::read(reading.content, around));
     // "The party is on saturday at 8" only tells of it.
     static const Pattern told(
         "\\b(?:is|will be|starts|takes place) (?:on|at|this|next|today|tomorrow|tonight|from)\\b", Pattern::caseless);
     const bool isTold =
         told.find(reading.content) && !reading.has(CommonCues::enter) && !reading.has(AgendaCues::schedule);
     intent.isUnasked = (reading.has(AgendaCues::own) || isTold) && !reading.has(AgendaCues::calendar);
+    // "No lunch on friday", "cancel my 1 o'clock": whatever it is, it is nothing new.
+    static const Pattern ended(
+        "\\b(?:no|not|cancel\\w*|delete|remove|kill|drop|skip|move|reschedule)\\b|\\bwant\\b.*\\bfree\\b",
+        Pattern::caseless);
+    if (intent.isUnasked && ended.find(intent.title))
+        return std::nullopt;
     const bool isSaid = reading.has(AgendaCues::calendar) || reading.has(AgendaCues::event);
     const bool isLikely =
         reading.has(AgendaCues::occasion) || reading.has(AgendaCues::schedule) || reading.has(CommonCues::enter);
@@ -190,7 +201,9 @@ std::optional<AgendaIntent> AgendaIntent::moving(const RequestReading& reading, 
 {
     if (reading.has(AgendaCues::unable))
         return unsuited(reading, around);
-    SeriesWords words = SeriesWords::read(reading.content);
+    // A day alone keeps the hour anyway.
+    static const Pattern sameHour("[,;]?\\s*\\b(?:at |and |but )?(?:the )?same(?: (?:time|hour))?$", Pattern::caseless);
+    SeriesWords words = SeriesWords::read(sameHour.replaceAll(reading.content, ""));
     const auto found = TimeWords::atEnd(words.rest, around);
     if (!found) {
         const bool isEvent =

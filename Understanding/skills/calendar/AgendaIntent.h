@@ -4,6 +4,7 @@
 
 #include "Understanding/dialogue/RuleSurroundings.h"
 #include "Understanding/dialogue/memory/Wish.h"
+#include "Understanding/skills/calendar/EventWords.h"
 #include "Understanding/time/SpokenDays.h"
 #include "Understanding/words/RequestReading.h"
 
@@ -35,6 +36,7 @@ struct AgendaIntent {
     Wish::Scope scope = Wish::Scope::open; ///< Of move and cancel.
     int remindMinutes = -1; ///< Of add: a reminder so long before it is wished for as well; below 0 for none.
     bool isWholeDay = false; ///< Of add: they said so.
+    bool isToRepeat = false; ///< Of add: they did not say how often.
     bool isTimeUnclear = false; ///< Of add: the words say more of its time than was understood.
     bool isPartOfDay = false; ///< Of add: `start` stands for a morning or an evening.
     std::vector<DateParts> contraryDays{}; ///< Of add: two days that the words name and that do not agree.
@@ -47,6 +49,7 @@ struct AgendaIntent {
 
     bool operator==(const AgendaIntent&) const = default;
 
+    static AgendaIntent ofNew(EventWords event);
     // Each from a request of its kind; nothing when the words are about something else.
     static std::optional<AgendaIntent> listing(const RequestReading& reading, const RuleSurroundings& around);
     static std::optional<AgendaIntent> following(const RequestReading& reading, const RuleSurroundings& around);

@@ -8,12 +8,15 @@
 #include "Understanding/skills/calendar/AgendaRules.h"
 #include "Understanding/skills/calendar/AgendaTopic.h"
 #include "Understanding/skills/calendar/CalendarWords.h"
+#include "Understanding/skills/calendar/DayAsking.h"
 #include "Understanding/skills/calendar/EventActs.h"
 #include "Understanding/skills/calendar/EventLookup.h"
 #include "Understanding/skills/calendar/EventName.h"
+#include "Understanding/skills/calendar/EventRemoving.h"
 #include "Understanding/skills/calendar/EventSetting.h"
 #include "Understanding/skills/calendar/EventWay.h"
 #include "Understanding/time/SpokenLength.h"
+#include "Understanding/time/TimeVocabulary.h"
 #include "Understanding/time/TimeWords.h"
 
 #include <cstddef>
@@ -54,60 +57,6 @@ bool namesOwnCalendar(const std::string& plain)
     return named.find(plain).has_value();
 }
 
-/// "Delete all my events for tomorrow", "take the lunch off my calendar".
-Found removing(const std::string& plain, const std::string& core, const RuleSurroundings& around)
-{
-    static const std::string verb = "(?:delete|remove|cancel|erase|clear(?: off| out| up)?|wipe(?: out| off)?|clean(?: "
-                                    "out| up| off)?|empty|drop|scrap|"
-                                    "scratch|disregard|get rid of|do away with|call off|strike|cross "
-                                    "out|unschedule|unbook|trash|purge|format|reset|"
-                                    "discard|eliminate|throw out|ditch|bin|void|take off|take out|forget about)";
-    static const Pattern asks(
-        "^(?:(?:please|can|could|would|will|you|i|we|to|need|want|have|like|in|on|from|open|go|my|the|"
-        "and|then|just|help|me|hi|hey|ok|google|pls|kindly|go ahead|let us|"
-        + CalendarWords::calendar + ") )*" + verb + "\\b(?: (?:off|out))? ?(.*)$");
-    static const Pattern takes(
-        "^(?:please |can you |could you )?(?:take|pull|strike|leave|knock)\\b (.+) (?:off|out|from|out "
-        "of|off of)(?: of)? (?:my|the|our) "
-        + CalendarWords::calendar + "\\b(.*)$");
-    static const Pattern whole(
-        "^(?:(?:my|the|our|whole|entire|all|of|everything|in|on|from|out) ?)*" + CalendarWords::calendar + "$");
-    static const Pattern list("\\b(?:lists?|notes?|notebook|reminders?|alarms?|timers?|e-?mails?|messages?|files?)\\b");
-    auto match = takes.find(plain);
-    if (!match)
-        match = asks.find(plain);
-    static const Pattern denied("^(?:please )?(?:do not|never) (?:ever )?" + verb + "\\b");
-    if (denied.find(plain) && namesCalendar(plain))
-        return saying("All right. I have changed nothing.");
-    // "Clear my afternoon", "cancel everything on friday"
-    static const Pattern time(
-        "^(?:everything|all(?: of it| of that)?|(?:my|the) (?:whole |entire )?(?:day|week|morning|"
-        "afternoon|evening|weekend|plans))\\b");
-    if (!match || list.find(plain))
-        return std::nullopt;
-    const bool isOfTime = match->texts.size() == 1 && time.find(trimmed(match->texts[0]));
-    if (isOfTime && !namesCalendar(plain)) {
-        auto all = CalendarWords::search(match->texts[0], around);
-        if (!all || !all->days || !all->name.empty())
-            return std::nullopt;
-        all->aim = Aim::cancel;
-        all->isAll = true;
-        return EventLookup::request(*std::move(all), core);
-    }
-    if (!namesCalendar(plain))
-        return std::nullopt;
-    const std::string subject = match->texts.size() > 1 ? match->texts[0] + " " + match->texts[1] : match->texts[0];
-    if (whole.find(trimmed(subject)))
-        return EventLookup::request({.aim = Aim::cancel, .isAll = true}, core);
-    auto search = CalendarWords::search(subject, around);
-    if (!search)
-        return std::nullopt;
-    search->aim = Aim::cancel;
-    static const Pattern everything("\\b(?:everything|all)\\b");
-    search->isAll = search->isAll || everything.find(subject);
-    return EventLookup::request(*std::move(search), core);
-}
-
 /// What an event is asked for by the first words. What follows them names it.
 const std::deque<EventWay>& askedWays()
 {
@@ -130,7 +79,9 @@ const std::deque<EventWay>& askedWays()
             "(?: (?:is|are|was|were|does|do|did|will|am i|do i have|have i)(?: the time of)?)? (.+)$",
             Aim::when);
         add("what is the (?:time|date|day|hour) (?:of|for) (.+)$", Aim::when);
-        add("how (?:long|many (?:days|weeks|hours)) (?:is it |are there |are left |left )?(?:until|till|to|before) "
+        add("how (?:long|much time|many (?:days|weeks|hours)) (?:is it |is there |is left |are there |are left |left "
+            "|do i have |to go )*"
+            "(?:until|till|to|before) "
             "(.+)$",
             Aim::when);
         add("(?:is|are|was|were|will) (?:there |it true that |it |the |my |our |any )*(.+)$", Aim::confirm);
@@ -155,7 +106,9 @@ bool asksForList(const std::string& plain)
     static const Pattern asked(
         "^(?:(?:please|can you|could you|would you|i want to|i would like to|i need to|let me|hey|and|so|"
         "just|now|also) )*(?:what|which|whats|show|tell|list|read|give|display|see|check|open|view|"
-        "bring up|pull up|look|find|get|go over|run|recap|anything|any|brief|update me|how many|how "
+        "bring up|pull up|look|find|get|go "
+        "over|run|recap|evaluate|assess|analy[sz]e|inspect|explain|scan|share|present|provide|"
+        "let us|anything|any|brief|update me|how many|how "
         "much|how does|how is|number of|do i|do we|have i|are there|is there|am i|say|speak|know|hear|"
         "announce|present|fetch|describe|summarize|summarise|review|remind me (?:what|which|of what)|"
         "on my|in my)\\b");
@@ -196,13 +149,25 @@ bool isSetting(const std::string& plain)
     return sets.find(plain).has_value();
 }
 
+/// "Is the dentist on tuesday or wednesday?" Neither day says where to look.
+std::string withoutDaysToChoose(const std::string& subject)
+{
+    static const std::string day =
+        "(?:on |for |in )?(?:today|tomorrow|(?:this |next )?" + std::string(TimeVocabulary::weekday) + ")";
+    static const Pattern choice("\\b" + day + " or " + day + "\\b");
+    return trimmed(choice.replaceAll(subject, ""));
+}
+
 /// Of the calendar as it stands.
 Found asking(const std::string& plain, const std::string& core, const RuleSurroundings& around)
 {
     static const Pattern occasion(
         "\\b(?:party|dinner|lunch|breakfast|brunch|concert|wedding|interview|haircut|lesson|class|"
         "flight|training|dentist|doctor|vet|game|trip|date)\\b");
-    static const Pattern change("\\b(?:rescheduled|moved|changed|cancelled|postponed)\\b");
+    static const Pattern changed(
+        " (?:been )?(?:re-?scheduled?|moved|changed|cancell?ed|postponed|delayed|still on)(?: yet)?$");
+    static const Pattern span(
+        "^(?:please |tell me )*how (?:long|much time|many (?:days|weeks|hours))\\b.*\\b(?:until|till|to|before)\\b");
     // Of a booking there is more to know than when it is.
     static const Pattern detail("\\b(?:number|numbers|code|codes|password|reference|pin|price|cost|id)\\b");
     static const Pattern toOthers(
@@ -217,7 +182,10 @@ Found asking(const std::string& plain, const std::string& core, const RuleSurrou
     // When somebody's birthday is may stand anywhere.
     static const Pattern birthday("\\b(?:birthdays?|anniversar(?:y|ies))\\b");
     const bool isNamed = namesCalendar(plain);
-    if (!isNamed && birthday.find(plain))
+    static const Pattern asksWhether("^(?:is|are|was|do|does|will|if) ");
+    static const Pattern onDay("\\b(?:on|this|next|today|tomorrow|coming up|upcoming|soon)\\b");
+    const bool isBirthday = birthday.find(plain).has_value();
+    if (!isNamed && isBirthday && !(asksWhether.find(plain) && onDay.find(plain)))
         return std::nullopt;
     static const Pattern open("\\b(?:planned|scheduled|happening|going on|coming up|lined up|in store)\\b");
     // "Do I have yoga this week?" "Is there a standup on friday?" "When does the call with Bob end?"
@@ -234,16 +202,29 @@ Found asking(const std::string& plain, const std::string& core, const RuleSurrou
     static const Pattern whenOrWhere(
         "^(?:and |so )?(?:when|where|what time|at what time|how long|who) (?:is|are|does|will)\\b");
     static const Pattern endOfDay("^what is (?:the|my) (?:very )?(?:last|first) (?:thing|one)\\b");
+    // "When do I meet Ana?" "What time is yoga on saturday?"
+    static const Pattern meets(
+        "^(?:and |so )?(?:when|where|what time|at what time|what day|which day) (?:do|am|will|should|is the next "
+        "time) (?:i|we) (?:will )?(?:meet|meeting|see|seeing|visit|visiting|having|going to|go to)\\b");
+    static const Pattern onThatDay(
+        "^(?:and |so )?(?:when|what time|at what time) (?:is|are|does|do|will) (?:my |our |the "
+        ")?(?!(?:it|that|this|there|"
+        "here|sun\\w*|moon\\w*|dawn|dusk|easter|christmas|the sun|noon|midnight|high tide)\\b)[a-z'’ -]{2,40}? "
+        "(?:start |begin |be )?"
+        "(?:on|this|next|today|tomorrow|tonight)\\b(?!.*\\b(?:open|close|shut|in [a-z]+$|sunrise|sunset)\\b)");
     const bool isOwned = owned.find(plain).has_value();
     const bool isByName = bounded.find(plain) || (whenOrWhere.find(plain) && CalendarWords::namesPartOfDay(plain));
     if (CalendarWords::isOfOthers(plain) || isSetting(plain)
-        || (!isNamed && !isOwned && !occasion.find(plain) && !open.find(plain) && !isByName && !endOfDay.find(plain)))
+        || (!isNamed && !isOwned && !occasion.find(plain) && !open.find(plain) && !isByName && !endOfDay.find(plain)
+            && !isBirthday && !meets.find(plain) && !onThatDay.find(plain)))
         return std::nullopt;
     for (const auto& [form, aim] : askedWays()) {
         const auto match = form.find(plain);
         if (!match)
             continue;
-        auto search = CalendarWords::search(match->texts[0], around);
+        const std::string subject = withoutDaysToChoose(changed.replaceAll(match->texts[0], ""));
+        auto search = CalendarWords::search(subject, around);
+        const bool isChoice = subject != trimmed(match->texts[0]); // Or what became of it: told as it stands.
         if (isOwned && !isNamed && !occasion.find(plain) && search && (!namesAny(*search) || !search->days))
             return std::nullopt;
         const bool isOpen =
@@ -252,7 +233,8 @@ Found asking(const std::string& plain, const std::string& core, const RuleSurrou
             return std::nullopt;
         static const Pattern back("\\b(?:last|was|were|did|previous)\\b");
         search->isBack = aim != Aim::confirm && !search->days && back.find(plain) && !search->isNext;
-        search->aim = isOpen ? Aim::tell : aim;
+        search->aim = isOpen ? Aim::tell : isChoice && aim == Aim::confirm ? Aim::when : aim;
+        search->isSpan = span.find(plain).has_value();
         return EventLookup::request(*std::move(search), core);
     }
     static const Pattern planned("\\b(?:planned|scheduled|happening|going on|coming up|lined up|in store)\\b");
@@ -268,7 +250,6 @@ Found asking(const std::string& plain, const std::string& core, const RuleSurrou
 /// "Do I have any openings on my schedule for tomorrow?"
 Found askingForTime(const std::string& plain, const RuleSurroundings& around)
 {
-    constexpr int usualMinutes = 60;
     static const Pattern gap(
         "^(?:(?:please|can you|could you|show me|tell me|find|check|let me know) )*(?:do i|do we|are there|"
         "is there|have i|any|what|when|show|find|check|am i|are we|how much|if|where)\\b.*\\b(?:openings?|"
@@ -278,8 +259,7 @@ Found askingForTime(const std::string& plain, const RuleSurroundings& around)
     auto days = SpokenDays::find(plain, around, others);
     if (!gap.find(plain) || !calendarNamed.find(plain) || SpokenLength::read(plain))
         return std::nullopt;
-    return AgendaRules::request(
-        {.kind = AgendaIntent::Kind::findTime, .days = std::move(days), .minutes = usualMinutes});
+    return DayAsking::freeTime(std::move(days));
 }
 
 /// "Move the flight home to 5:30 pm": a trip that stands in the calendar is no trip to be booked.
@@ -304,6 +284,20 @@ Found movingTrip(const std::string& core, const std::string& plain, const RuleSu
         .minutes = minutes,
         .title = match->texts[0],
         .when = minutes > 0 ? std::string() : end->time});
+}
+
+/// "Please put me your input to know my schedule"
+Found knowing(const std::string& plain, const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern form("\\b(?:to|wanna) (?:know|see|check|view|hear|look at|find out) (?:(?:about|what is "
+                              "(?:on|in)) )?((?:my|the|our) "
+        + CalendarWords::calendar + "\\b.*)$");
+    const auto match = form.find(plain);
+    auto search = match ? CalendarWords::search(match->texts[0], around) : std::nullopt;
+    if (!search || !search->name.empty())
+        return std::nullopt;
+    search->aim = Aim::tell;
+    return EventLookup::request(*std::move(search), core);
 }
 
 Found restOfList(const std::string& plain)
@@ -343,13 +337,17 @@ Found AgendaPhrases::read(const std::string& core, const RuleSurroundings& aroun
         return request;
     if (auto request = movingTrip(core, plain, around))
         return request;
-    if (auto request = removing(plain, core, around))
+    if (auto request = EventRemoving::read(core, around))
+        return request;
+    if (auto request = knowing(plain, core, around))
         return request;
     if (auto request = EventSetting::read(core, plain, around))
         return request;
     if (auto request = askingForTime(plain, around))
         return request;
     if (auto request = showingDays(plain, core, around))
+        return request;
+    if (auto request = DayAsking::read(plain, core, around))
         return request;
     return asking(plain, core, around);
 }

@@ -5,6 +5,7 @@
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/skills/calendar/EventTitle.h"
 #include "Understanding/time/SpokenWhen.h"
 
 #include <nlohmann/json.hpp>
@@ -163,6 +164,19 @@ std::string untilWhen(const ToolRequest& call, const Json& result)
     return ", until " + (isSameDay ? SpokenWhen::clock(*end) : SpokenWhen::date(*end));
 }
 
+/// A day alone is no hour: that it was taken as all of it is said where they would expect one.
+std::string allDay(const ToolRequest& call, const Json& result, const std::string& said)
+{
+    static const Pattern whole("\\b(?:all|whole|entire|full)[ -]day\\b", Pattern::Case::insensitive);
+    const auto start = ToolResults::dateIn(result, "start");
+    const auto arguments = parseJson(call.arguments);
+    if (!start || !start->allDay || (arguments && memberOf(*arguments, "end")))
+        return "";
+    if (whole.find(said))
+        return ", all day";
+    return EventTitle::takesDays(text(result, "title")) ? "" : ", all day. Tell me the time if it has one";
+}
+
 /// Without it nobody would notice a wrong year.
 std::string inYear(const std::optional<DateParts>& start, const LocalTime& around)
 {
@@ -200,8 +214,10 @@ Described described(const ToolRequest& call)
                                       : Described::time;
 }
 
-std::string eventReply(const ToolRequest& call, const ToolResult& answer, Wish::Scope scope, const LocalTime& around)
+std::string eventReply(
+    const ToolRequest& call, const ToolResult& answer, const RequestMemory& memory, const LocalTime& around)
 {
+    const Wish::Scope scope = memory.wish.scope;
     const Json& result = answer.json();
     const std::string title = text(result, "title");
     const auto start = ToolResults::dateIn(result, "start");
@@ -222,7 +238,7 @@ std::string eventReply(const ToolRequest& call, const ToolResult& answer, Wish::
     const std::string often = repeat.empty() ? "" : ", " + lowerCased(repeat.substr(0, 1)) + repeat.substr(1);
     return "I have put " + title + " into your calendar" + often
         + (when.empty() ? "" : (repeat.empty() ? ", " : ", starting ") + when) + inYear(start, around)
-        + untilWhen(call, result) + "." + caveats(result);
+        + untilWhen(call, result) + allDay(call, result, memory.words) + "." + caveats(result);
 }
 
 } // namespace
@@ -284,7 +300,7 @@ std::string AgendaReply::reply(
     if (call.name == "whats_on")
         return listReply(result.json(), memory, around);
     return call.name == "find_free_time" ? freeReply(result.json(), memory.daysInWords())
-                                         : eventReply(call, result, memory.wish.scope, around);
+                                         : eventReply(call, result, memory, around);
 }
 
 } // namespace quorvell

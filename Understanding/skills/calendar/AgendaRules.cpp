@@ -3,6 +3,7 @@
 
 #include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/calendar/AgendaCalls.h"
@@ -12,6 +13,8 @@
 #include "Understanding/skills/calendar/CalendarWords.h"
 #include "Understanding/skills/calendar/DayChoice.h"
 #include "Understanding/skills/calendar/EventLookup.h"
+#include "Understanding/skills/calendar/EventRepeat.h"
+#include "Understanding/skills/calendar/EventTitle.h"
 #include "Understanding/skills/calendar/EventWords.h"
 #include "Understanding/skills/reminders/ReminderIntent.h"
 #include "Understanding/time/SpokenLength.h"
@@ -35,9 +38,6 @@ constexpr const char* repeatUnknown =
     "I can repeat an event every day, every weekday, on days of every week, every month or every year, and in no other "
     "way. Please say it in one of these ways.";
 
-constexpr const char* ruleIsFixed =
-    "I cannot change how often an event comes. Please delete it and put it into your calendar again.";
-
 DateParts atClockOf(DateParts day, const DateParts& clock)
 {
     day.hour = clock.hour;
@@ -46,24 +46,20 @@ DateParts atClockOf(DateParts day, const DateParts& clock)
     return day;
 }
 
-/// A day without an hour is all of it for a birthday, hardly for a dinner, and hardly for what comes every week.
+/// What comes every day or week has an hour, and so has what is in the morning or lasts two hours. A day alone is put
+/// in as all of it, which is said.
 bool lacksTime(const AgendaIntent& intent)
 {
-    static const Pattern takesDays(
-        "\\b(?:birthdays?|bday|anniversar(?:y|ies)|holidays?|vacations?|trip|travel|travell?ing|leave|"
-        "day off|days? out|off|pto|christmas|easter|new year|thanksgiving|festival|fair|deadline|due|"
-        "all day|whole day|weekend|moving|move|jubilee|ramadan|hanukkah|diwali|payday|pay day|rent|"
-        "bank holiday|camp|camping|cruise|visit|visits|stay|retreat|sick|exam week|expires?|"
-        "renewal|day)\\b",
-        Pattern::caseless);
-    if (intent.isPartOfDay)
-        return true;
+    static const Pattern likeAnother(
+        "^same\\b", Pattern::caseless); // "The same class on sunday" has its hour somewhere.
+    if (intent.isPartOfDay || likeAnother.find(intent.title))
+        return !intent.hasTime() || intent.isPartOfDay;
     if (intent.hasTime() || intent.end || intent.isWholeDay)
         return false;
+    if (intent.minutes > 0 || (intent.isUnasked && !EventTitle::takesDays(intent.title)))
+        return true;
     const auto repeat = ReminderRepeat::fromStored(intent.repeat);
-    const bool isOften =
-        repeat && repeat->kind != ReminderRepeat::Kind::monthly && repeat->kind != ReminderRepeat::Kind::yearly;
-    return isOften || !takesDays.find(intent.title);
+    return repeat && repeat->kind != ReminderRepeat::Kind::monthly && repeat->kind != ReminderRepeat::Kind::yearly;
 }
 
 /// What was understood already is kept for the answer: the length in the arguments, the hour as the only choice.
@@ -104,10 +100,37 @@ RuleStep askWhichDay(const AgendaIntent& intent, RequestMemory memory)
     return RuleStep::asking(std::move(asked), std::move(memory));
 }
 
+/// ", every year, starting on Sunday the 14th of March", ", on Friday the 11th of December, until Monday the 14th".
+std::string whenItIs(const AgendaIntent& intent)
+{
+    const auto repeat = ReminderRepeat::fromStored(intent.repeat);
+    const std::string often = repeat ? repeat->spoken("en_US") : "";
+    std::string when = often.empty() ? ", " : ", " + lowerCased(often.substr(0, 1)) + often.substr(1) + ", starting ";
+    when += SpokenWhen::on(SpokenWhen::date(*intent.start));
+    if (!intent.end || !(*intent.end > *intent.start))
+        return when;
+    const bool isSameDay = intent.end->wholeDay() == intent.start->wholeDay();
+    return when + ", until " + (isSameDay ? SpokenWhen::clock(*intent.end) : SpokenWhen::date(*intent.end));
+}
+
+RuleStep askHowOften(const AgendaIntent& intent, RequestMemory memory)
+{
+    PendingQuestion asked{.kind = &AgendaRules::howOften,
+        .question =
+            "How often should " + intent.title + " come back: every day, every week, every month or every year?",
+        .task = intent.title,
+        .date = intent.start};
+    if (intent.minutes > 0)
+        asked.arguments = dumpJson(Json{{"minutes", intent.minutes}});
+    return RuleStep::asking(std::move(asked), std::move(memory));
+}
+
 RuleStep add(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls& calls)
 {
     if (intent.isRepeatUnknown)
         return {repeatUnknown, std::move(memory)};
+    if (intent.isToRepeat && intent.start && !intent.title.empty())
+        return askHowOften(intent, std::move(memory));
     if (intent.title.empty() && (intent.start || !intent.isTimeUnclear))
         return RuleStep::asking({.kind = &AgendaRules::title,
                                     .question = "What should I put into your calendar?",
@@ -125,8 +148,7 @@ RuleStep add(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls
         return {std::move(answer), std::move(memory)};
     return RuleStep::asking(
         {.kind = &ToolResults::confirmation,
-            .question = "Should I put " + intent.title + " into your calendar, "
-                + (intent.repeat.empty() ? "" : "starting ") + SpokenWhen::on(SpokenWhen::date(*intent.start)) + "?",
+            .question = "Should I put " + intent.title + " into your calendar" + whenItIs(intent) + "?",
             .tool = request->name,
             .arguments = request->arguments},
         std::move(memory));
@@ -216,13 +238,23 @@ Step takeWhen(
     static const Pattern wholeDay(
         "^(?:(?:it is |it will be |make it |for )?(?:all day|the (?:whole|entire) day|all of it|whole day)"
         "(?: long)?|no (?:time|hour|particular time|specific time)|any ?time|it does not matter|i do not "
-        "know(?: yet)?|not sure(?: yet)?|does not matter|without a time)$");
+        "know(?: yet)?|not sure(?: yet)?|does not matter|without a time|no idea(?: yet)?|(?:that is )?(?:still "
+        ")?open|later|tbd)$");
     if (asked.date && asked.repeat.empty() && wholeDay.find(CalendarWords::of(core).plain))
         return AgendaRules::answer(
             {.kind = AgendaIntent::Kind::add, .title = asked.task, .start = asked.date->wholeDay(), .isWholeDay = true},
             std::move(memory), around);
+    static const Pattern more(
+        "^(?:it is |and )?(?:with|about|regarding) \\S", Pattern::caseless); // "With the landlord"
     std::string words = ReminderIntent::timeAnswer(core);
     const EventWords said = EventWords::read(words, around);
+    if (more.find(core) && !said.start && !said.isTimeUnclear)
+        return AgendaRules::answer({.kind = AgendaIntent::Kind::add,
+                                       .title = trimmed(asked.task + " " + core),
+                                       .start = asked.date,
+                                       .repeat = asked.repeat,
+                                       .isPartOfDay = asked.date.has_value()},
+            std::move(memory), around);
     const int length = minutesOf(said);
     if (const auto lasting = said.minutes > 0 ? SpokenLength::read(words) : std::nullopt)
         words = trimmed(danglingFor.replaceAll(lasting->rest, ""));
@@ -252,6 +284,23 @@ Step takeWhen(
         std::move(memory), around);
 }
 
+Step takeHowOften(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    static const Pattern never("^(?:never|not at all|only once|once|just once|no|it does not)$");
+    const std::string plain = CalendarWords::of(core).plain;
+    const std::string repeat = asked.date ? EventRepeat::stored(plain, *asked.date, around) : "";
+    if (repeat.empty() && !never.find(plain))
+        return std::nullopt;
+    const Json arguments = parseJson(asked.arguments).value_or(Json::object());
+    return AgendaRules::answer({.kind = AgendaIntent::Kind::add,
+                                   .minutes = static_cast<int>(readInteger(arguments, "minutes").value_or(0)),
+                                   .title = asked.task,
+                                   .start = asked.date,
+                                   .repeat = repeat},
+        std::move(memory), around);
+}
+
 Step takeTitle(
     const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
 {
@@ -266,6 +315,7 @@ Step takeTitle(
 
 const QuestionKind AgendaRules::when{takeWhen, isWhen};
 const QuestionKind AgendaRules::whichDay{takeWhichDay};
+const QuestionKind AgendaRules::howOften{takeHowOften};
 const QuestionKind AgendaRules::title{takeTitle};
 
 Request AgendaRules::request(AgendaIntent intent)
@@ -288,8 +338,11 @@ Request AgendaRules::request(AgendaIntent intent)
     return request;
 }
 
-RuleStep AgendaRules::answer(const AgendaIntent& intent, RequestMemory memory, const RuleSurroundings& around)
+RuleStep AgendaRules::answer(const AgendaIntent& wished, RequestMemory memory, const RuleSurroundings& around)
 {
+    AgendaIntent intent = wished;
+    if (intent.days)
+        intent.days = CalendarWords::asMeant(*intent.days, around);
     const AgendaCalls calls{around};
     memory.wish = {};
     if (intent.kind != AgendaIntent::Kind::add) // Of an event under way the wish for a reminder stays.

@@ -11,8 +11,13 @@
 namespace quorvell {
 
 struct AgendaRules {
+    /// What is said where a series should come otherwise.
+    static constexpr const char* ruleIsFixed =
+        "I cannot change how often an event comes. Please delete it and put it into your calendar again.";
+
     static const QuestionKind when; ///< The event of that title is.
     static const QuestionKind whichDay; ///< Of two that the words named.
+    static const QuestionKind howOften; ///< The event comes back.
     static const QuestionKind title; ///< Of the event at that time.
 
     static Request request(AgendaIntent intent);

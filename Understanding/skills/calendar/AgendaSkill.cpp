@@ -10,6 +10,7 @@
 #include "Understanding/skills/calendar/AgendaRules.h"
 #include "Understanding/skills/calendar/AgendaTopic.h"
 #include "Understanding/skills/calendar/EventLookup.h"
+#include "Understanding/skills/calendar/EventRemoving.h"
 #include "Understanding/skills/calendar/EventSetting.h"
 #include "Understanding/skills/calendar/EventTalk.h"
 #include "Understanding/skills/reminders/ReminderCalls.h"
@@ -20,7 +21,10 @@
 #include "Understanding/time/SpokenWhen.h"
 #include "Understanding/words/CommonCues.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -122,9 +126,10 @@ constexpr RequestKind kinds[] = {
 };
 
 constexpr TrailingWish trailingWishes[] = {
-    {"(?:put|add|enter|write|pop|stick|note|get) (?:that|this|it) (?:down )?(?:in|into|on|onto|to)"
-     " (?:my|the|our) (?:calendar|diary|agenda|schedule|planner)",
+    {"(?:put|add|enter|write|pop|stick|note|get|mark|save) (?:that|this|it) (?:down )?(?:in|into|on|onto|to)"
+     "(?: (?:my|the|our))? (?:calendar|diary|agenda|schedule|planner)(?: (?:as )?(?:all|full|whole)[ -]day)?",
         "put ", " in my calendar"},
+    {"(?:put|add|note|enter) (?:that|this|it) in", "put ", " in my calendar"},
 };
 
 constexpr std::string_view tools[] = {"whats_on", "find_free_time", "add_event", "change_event"};
@@ -148,6 +153,12 @@ Found readElsewhere(
 Found readQuestion(const RequestReading& reading, const RuleSurroundings& around)
 {
     return requestFor(AgendaIntent::asking(reading, around));
+}
+
+Found readStatement(const std::string& core, const RuleSurroundings& around)
+{
+    auto request = EventRemoving::readNews(core, around);
+    return request ? request : EventSetting::readStatement(core, around);
 }
 
 std::string questionBefore(const ToolRequest& call)
@@ -195,9 +206,24 @@ RuleStep takeList(
     return ToolResults::say(std::move(reply), std::move(memory));
 }
 
-RuleStep takeResult(
-    const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
+/// Nobody who asks what is on means the alarm that wakes them.
+ToolResult withoutAlarms(const ToolResult& result)
 {
+    Json told = result.json();
+    const Json* items = memberOf(told, "items");
+    if (!items || !items->is_array())
+        return result;
+    Json kept = Json::array();
+    std::ranges::copy_if(
+        *items, std::back_inserter(kept), [](const Json& item) { return readString(item, "kind") != "alarm"; });
+    told["items"] = std::move(kept);
+    return ToolResult::parse(dumpJson(told)).value_or(result);
+}
+
+RuleStep takeResult(
+    const ToolRequest& call, const ToolResult& answer, RequestMemory memory, const RuleSurroundings& around)
+{
+    const ToolResult result = call.name == "whats_on" ? withoutAlarms(answer) : answer;
     if (auto failure = ToolResults::failure(result))
         return ToolResults::say(*std::move(failure), std::move(memory));
     const std::string title = result.string("title").value_or("");
@@ -245,7 +271,7 @@ constinit const Skill AgendaSkill::row{
     .trailingWishes = trailingWishes,
     .ability = ability,
     .readPlain = AgendaPhrases::read,
-    .readStatement = EventSetting::readStatement,
+    .readStatement = readStatement,
     .readElsewhere = readElsewhere,
     .readQuestion = readQuestion,
     .questionBefore = questionBefore,

@@ -51,11 +51,29 @@ const std::deque<Spelling>& spellings()
         add("\\b(?:appointmnet|appointement|apointment|appoinment|appointmnt|appiontment|appt)(?=s?\\b)",
             "appointment");
         add("\\b(?:evnt|envent|evnet|evetn)(?=s?\\b)", "event");
-        add("(?<=\\b(?:today|tomorrow|week|weekend|month|(?:mon|tues|wednes|thurs|fri|satur|sun)day))s(?= (?:\\w+ "
+        add("(?<=\\b(?:today|tomorrow|week|weekend|month|evening|morning|afternoon|(?:mon|tues|wednes|thurs|fri|satur|"
+            "sun)day))s(?= (?:\\w+ "
             "){0,2}"
-            "(?:events?|meetings?|appointments?|schedule|calendar|agenda|plans?|diary)\\b)",
+            "(?:events?|meetings?|appointments?|schedule|calendar|agenda|plans?|diary|dinner|lunch|breakfast|class|"
+            "call|party|"
+            "yoga|gym)\\b)",
             "");
         add("\\bthe (?:day|date) of (?=today|tomorrow)", "");
+        add("\\bnxt\\b", "next");
+        add("\\b(?:wat|wot|wht)\\b", "what");
+        add("\\bwen\\b", "when");
+        add("\\b(?:wats|whats|wots)\\b", "what is");
+        add("\\bw/? (?=[a-z])", "with ");
+        add("\\bcal\\b", "calendar");
+        add("\\bon my plate\\b", "on my calendar");
+        add("\\bmy program(?:me)?\\b", "my schedule");
+        add("\\br\\b", "are");
+        add("\\bu\\b", "you");
+        add("\\b(?:tmrw|tmr|tmw|tomoro|tommorow|tommorrow|tomorow)\\b", "tomorrow");
+        add("\\bcancle\\b", "cancel");
+        add("\\bafter lunch\\b", "after 1 pm");
+        add("\\bbefore lunch\\b", "before 12 pm");
+        add("\\b(?:any ?more|any longer)$", "anymore");
         return all;
     }();
     return rows;
@@ -101,12 +119,28 @@ void readName(const std::string& others, EventSearch& search)
         joined(words, static_cast<std::size_t>(first - words.begin()), static_cast<std::size_t>(last - words.begin()));
 }
 
+/// The latest one before today.
+SpokenDays lastWeekday(
+    const std::string& name, std::string& words, const TextRange& range, const RuleSurroundings& around)
+{
+    constexpr std::array names{"sun", "mon", "tues", "wednes", "thurs", "fri", "satur"};
+    constexpr int daysOfWeek = 7;
+    const auto wanted = static_cast<int>(std::ranges::find(names, name) - names.begin()) + 1;
+    const int apart = (around.calendar.parts(around.now).weekday - wanted + daysOfWeek) % daysOfWeek;
+    const int days = apart == 0 ? daysOfWeek : apart;
+    const auto day =
+        DateParts::fromDay(around.calendar.addingDays(around.now, std::chrono::days(-days)), around.calendar);
+    words = RequestText::without(words, range);
+    return {day, day, "last " + name + "day"};
+}
+
 /// "Yesterday", "last week": what is over, no reader of times to come knows.
 std::optional<SpokenDays> daysOver(std::string& words, const RuleSurroundings& around)
 {
     static const Pattern over(
         "(?:\\b(?:on|from|of|for|in|the) )*\\b(?:(the day before )?yesterday(?: (?:morning|afternoon|evening|night))?"
-        "|last (night)|(?:last|past|previous) (week|month|weekend))\\b");
+        "|last (night)|(?:last|past|previous) (week|month|weekend)"
+        "|(?:last|past|previous) (mon|tues|wednes|thurs|fri|satur|sun)day)\\b");
     const auto match = over.find(words);
     if (!match)
         return std::nullopt;
@@ -115,6 +149,8 @@ std::optional<SpokenDays> daysOver(std::string& words, const RuleSurroundings& a
     };
     constexpr int daysOfWeek = 7;
     constexpr int daysOfMonth = 31;
+    if (!match->texts[3].empty())
+        return lastWeekday(match->texts[3], words, match->range, around);
     const int sinceMonday = (around.calendar.parts(around.now).weekday + 5) % daysOfWeek;
     const std::string& span = match->texts[2];
     SpokenDays days{day(-1), day(-1), "yesterday"};
@@ -182,6 +218,32 @@ std::string withPartsShown(std::string name)
     return name;
 }
 
+/// "Everything but the dentist"
+void takeExcept(std::string& subject, EventSearch& search)
+{
+    static const Pattern except(
+        " (?:except|excluding|apart from|other than|but not|but|besides|without)(?: for)? (?:the |my |our )?(.+)$");
+    const auto match = except.find(subject);
+    if (!match)
+        return;
+    search.except = match->texts[0];
+    subject = subject.substr(0, match->range.start);
+}
+
+/// "The second event on wednesday": no date.
+void takePlace(std::string& subject, EventSearch& search)
+{
+    static const Pattern counted(
+        "\\b(first|1st|second|2nd|third|3rd) (?=(?:thing|one|event|meeting|appointment|class|call|"
+        "session|item|entry|engagement|activity)\\b)");
+    const auto match = counted.find(subject);
+    if (!match)
+        return;
+    const char digit = match->texts[0].front();
+    search.place = digit == 'f' || digit == '1' ? 1 : digit == 's' || digit == '2' ? 2 : 3;
+    subject = subject.substr(0, match->range.start) + subject.substr(match->range.end);
+}
+
 bool speaksOfTime(const std::string& words, const RuleSurroundings& around)
 {
     return split(SpokenMoment::wordsBeside(words, around)).size() < split(words).size();
@@ -192,7 +254,7 @@ bool speaksOfTime(const std::string& words, const RuleSurroundings& around)
 bool CalendarWords::holdsTimeWords(std::string_view name)
 {
     static const Pattern time(
-        "\\b(?:months?|weeks?|years?|weekends?|january|february|april|june|july|august|september|october|"
+        "\\b(?:months?|weeks?|(?<!new )years?|weekends?|january|february|april|june|july|august|september|october|"
         "november|december|(?:in|of|for|until|since) (?:may|march)|(?:mon|tues|wednes|thurs|fri|satur|"
         "sun)days?|today|tomorrow|tonight|yesterday|noon|midnight"
         "|(?:at|after|before|between|from|until|till|by|around|past) (?:\\d|one|two|three|four|five|six|"
@@ -217,10 +279,32 @@ CalendarWords CalendarWords::of(std::string_view core)
     return said;
 }
 
+SpokenDays CalendarWords::asMeant(SpokenDays days, const RuleSurroundings& around)
+{
+    constexpr int sunday = 1;
+    constexpr int evening = 18;
+    constexpr int daysOfWeek = 7;
+    const CalendarParts now = around.calendar.parts(around.now);
+    static const Pattern week("^(?:in |for |of |on )?(?:this|the|my) week$", Pattern::caseless);
+    static const Pattern weekend("^(?:at |on |for |over |in )?(?:this|the|my) weekend$", Pattern::caseless);
+    const bool isWeek = week.find(days.words).has_value();
+    if (now.weekday != sunday || (!isWeek && (now.hour < evening || !weekend.find(days.words))))
+        return days;
+    const auto dayAfter = [&](int count) {
+        return DateParts::fromDay(around.calendar.addingDays(around.now, std::chrono::days(count)), around.calendar);
+    };
+    return isWeek ? SpokenDays{dayAfter(0), dayAfter(daysOfWeek), "from today to next Sunday"}
+                  : SpokenDays{dayAfter(daysOfWeek - 1), dayAfter(daysOfWeek), "next weekend"};
+}
+
 bool CalendarWords::isOfOthers(std::string_view plain)
 {
     static const Pattern other(
-        "\\b(?:lists?|notes?|notebook|reminders?|alarms?|timers?|e-?mails?|messages?|files?|photos?|"
+        "\\blists\\b|\\blist\\b(?! (?:(?:me|us|out|down) "
+        ")?(?:all|my|the|our|every|everything|any|upcoming|what|todays?|"
+        "tomorrows?|of (?:all |the |my )*(?:upcoming )?(?:events|meetings|appointments)|(?:future )?(?:events|meetings|"
+        "appointments))\\b)"
+        "|\\b(?:notes?|notebook|reminders?|alarms?|timers?|e-?mails?|messages?|files?|photos?|"
         "songs?|tabs?|windows?|free|available|availability|openings?|open (?:slots?|time)|slots?|"
         "gaps?|spare|squeeze|fit|calories|time zone|weather|news)\\b");
     return other.find(plain).has_value();
@@ -259,12 +343,15 @@ std::optional<EventSearch> CalendarWords::search(std::string subject, const Rule
         "(?<!\\bat )(?<!\\bto )(?<!\\band )(?<!\\bfrom )(?<!\\bafter )(?<!\\bbefore )(?<!\\bby )"
         "(?<!\\buntil )(?<!\\bbetween )(?<!\\baround )(?<!\\bfor )(?<!\\babout )(?<![\\d:])\\b"
         "(?=\\d{1,2}(?::\\d{2})? ?[ap]\\.?m\\b)");
+    takeExcept(subject, search);
+    takePlace(subject, search);
     subject = trimmed(place.replaceAll(SpokenPhrase::withDigits(subject), " "));
-    subject = bareHour.replaceAll(subject, "at ");
+    static const Pattern one("(?<=[ap]m) ones?\\b"); // "The 10 am one"
+    subject = one.replaceAll(bareHour.replaceAll(subject, "at "), "");
     search.isAll = each.find(subject).has_value();
     subject = withPartsMasked(std::move(subject));
     readDays(subject, search, around);
-    search.isNext = !search.isAll && next.find(subject);
+    search.isNext = !search.isAll && (next.find(subject) || (search.place == 1 && !search.days));
     search.isUnclear = speaksOfTime(subject, around) || holdsTimeWords(lowerCased(subject));
     if (search.isUnclear)
         subject = SpokenMoment::wordsBeside(subject, around);

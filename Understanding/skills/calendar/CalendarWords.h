@@ -21,6 +21,8 @@ struct CalendarWords {
     /// A name as they spelled it: "Ted's party".
     static std::string asSaid(const std::string& name, std::string_view core);
 
+    /// On a sunday "this week" is the one that begins, and late on it "the weekend" is the next.
+    static SpokenDays asMeant(SpokenDays days, const RuleSurroundings& around);
     /// What belongs to somebody else: "the list", "my alarm", a note about a meeting.
     static bool isOfOthers(std::string_view plain);
     /// "Parents evening", "movie night": a part of the day that belongs to a name.

@@ -3,6 +3,7 @@
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/calendar/AgendaRules.h"
 #include "Understanding/skills/calendar/CalendarWords.h"
 #include "Understanding/skills/calendar/EventDeed.h"
 #include "Understanding/skills/calendar/EventLookup.h"
@@ -175,11 +176,77 @@ Found describing(const std::string& core, const std::string& plain, const RuleSu
     return std::nullopt;
 }
 
+/// "Make my dentist appointment two hours long"
+Found lengthening(const std::string& core, const std::string& plain, const RuleSurroundings& around)
+{
+    static const Pattern wish("^(?:please |can you |could you )*(?:make|set|extend|shorten|change) " + owner
+        + " (.+?) (?:to )?(?:be |last |take |run )?(?:for )?((?:an?|one|two|three|four|half an|\\d{1,3})\\b ?"
+          "(?:and a half )?(?:minutes?|mins?|hours?|hrs?)(?: and (?:a half|(?:\\d{1,2}|twenty|thirty) minutes))?)(?: "
+          "long)?$");
+    static const Pattern told(
+        "^(?:(?:my|the|our) )?(.+?) (?:is going to|will|should) (?:be|last|take) "
+        "((?:an?|one|two|three|four|half an|\\d{1,3})\\b ?(?:and a half )?(?:minutes?|mins?|hours?|hrs?)) long$");
+    static const Pattern other("\\b(?:timers?|alarms?|reminders?|lists?|notes?|it|that|this|later|earlier)\\b");
+    auto match = wish.find(plain);
+    if (!match)
+        match = told.find(plain);
+    const int minutes = match && !other.find(plain) ? minutesIn(match->texts[1]) : 0;
+    auto search = minutes > 0 ? CalendarWords::search(match->texts[0], around) : std::nullopt;
+    if (!search || (search->name.empty() && search->noun.empty()))
+        return std::nullopt;
+    search->aim = Aim::length;
+    search->minutes = minutes;
+    search->isAll = false;
+    return EventLookup::request(*std::move(search), core);
+}
+
+/// "Add the address Main Street 5 to the dentist", "the staff meeting has been moved to room 12".
+Found placing(const std::string& core, const std::string& plain, const RuleSurroundings& around)
+{
+    static const Pattern added(
+        "^(?:please |can you |could you )*(?:add|set|put) (?:the )?(?:location|place|address|venue) (.+) "
+        "(?:to|for|of) (?:(?:my|the|our) )?(.+)$");
+    static const Pattern room(
+        "^(?:(?:my|the|our) )?(.+?) (?:has been |have been |was |is |is now |got )(?:moved |relocated )?(?:to|in|at) "
+        "((?:room|building|office|hall|floor|conference room|lecture hall) ?[a-z0-9]{1,5})$");
+    const auto first = added.find(plain);
+    const auto second = first ? std::nullopt : room.find(plain);
+    if ((!first && !second) || CalendarWords::isOfOthers(plain))
+        return std::nullopt;
+    auto search = CalendarWords::search(first ? first->texts[1] : second->texts[0], around);
+    if (!search || (search->name.empty() && search->noun.empty()))
+        return std::nullopt;
+    search->aim = Aim::place;
+    search->isAll = false;
+    search->value = withUpperCaseFirst(CalendarWords::asSaid(first ? first->texts[0] : second->texts[1], core));
+    return EventLookup::request(*std::move(search), core);
+}
+
+/// "Make the yoga class repeat every week": the rule of a series stays as it was put in.
+Found repeating(const std::string& plain)
+{
+    static const Pattern form("^(?:please |can you |could you )*(?:(?:make|set|have|let) " + owner
+        + " .+? (?:to )?(?:repeat|recur|come back|be repeated|recurring|repeating)\\b.*|repeat " + owner
+        + " .+ (?:weekly|daily|monthly|yearly|every .+|each .+))$");
+    static const Pattern other("\\b(?:reminders?|alarms?|timers?|lists?|notes?|songs?)\\b");
+    if (!form.find(plain) || other.find(plain))
+        return std::nullopt;
+    return Request{.answer = [](RequestMemory memory, const RuleSurroundings&) {
+        return RuleStep{AgendaRules::ruleIsFixed, std::move(memory)};
+    }};
+}
+
 } // namespace
 
 Found EventActs::read(const std::string& core, const std::string& plain, const RuleSurroundings& around)
 {
     if (auto request = reminding(plain, core, around))
+        return request;
+    if (auto request = repeating(plain))
+        return request;
+    if (auto request = lengthening(core, plain, around))
+        return request;
+    if (auto request = placing(core, plain, around))
         return request;
     return describing(core, plain, around);
 }

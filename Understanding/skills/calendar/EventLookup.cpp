@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/calendar/EventLookup.h"
 
+#include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/Pointing.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/calendar/AgendaCalls.h"
@@ -11,6 +12,7 @@
 #include "Understanding/skills/calendar/EventDeed.h"
 #include "Understanding/skills/calendar/EventLookupReply.h"
 #include "Understanding/skills/calendar/EventName.h"
+#include "Understanding/skills/calendar/EventPick.h"
 #include "Understanding/skills/reminders/ReminderCalls.h"
 #include "Understanding/time/SpokenWhen.h"
 #include "Understanding/words/RequestText.h"
@@ -45,14 +47,14 @@ SpokenDays spanOf(const EventSearch& search, const LocalTime& around)
     if (search.isBack)
         return {
             dayFromNow(search.isWide ? -daysOfYear : -daysOfMonth, around), dayFromNow(0, around), "in the last year"};
-    if (search.name.empty())
+    if (search.name.empty() && !search.isWide)
         return SpokenDays::ahead(around);
     return {dayFromNow(0, around), dayFromNow(daysOfYear, around), "in the next year"};
 }
 
 bool changes(Aim aim)
 {
-    return aim == Aim::cancel || aim == Aim::rename || aim == Aim::place;
+    return aim == Aim::cancel || aim == Aim::rename || aim == Aim::place || aim == Aim::length;
 }
 
 RuleStep askDays(const EventSearch& search, RequestMemory memory)
@@ -83,82 +85,15 @@ EventSearch ofIt(EventSearch search, const FoundThing& event)
     return search;
 }
 
-/// What began is no "next" any more.
-void keepNext(std::vector<FoundThing>& found, const EventSearch& search, const LocalTime& around)
-{
-    const DateParts now = DateParts::from(around.now, around.calendar);
-    if (search.isBack) {
-        std::erase_if(found, [&](const FoundThing& event) { return !event.start || *event.start > now; });
-        if (found.size() > 1)
-            found = {found.back()};
-        return;
-    }
-    std::erase_if(found, [&](const FoundThing& event) {
-        return !event.start || (event.start->allDay ? *event.start < now.wholeDay() : *event.start < now);
-    });
-    if (found.size() > 1)
-        found.resize(1);
-}
-
-/// "At 1 PM" is one that begins then, where there is one.
-void keepOnHour(std::vector<FoundThing>& found, const EventSearch& search)
-{
-    if (!search.days || search.days->from.allDay)
-        return;
-    std::vector<FoundThing> onHour;
-    std::ranges::copy_if(found, std::back_inserter(onHour), [&](const FoundThing& event) {
-        return event.start && !event.start->allDay && *event.start >= search.days->from
-            && *event.start <= search.days->to;
-    });
-    if (!onHour.empty())
-        found = std::move(onHour);
-}
-
-/// "The party at the office": its place says the rest.
-std::vector<FoundThing> byPlace(
-    const std::vector<FoundThing>& listed, const EventSearch& search, const ToolResult& result)
-{
-    std::vector<FoundThing> placed = listed;
-    const Json* items = result.list("items");
-    for (FoundThing& thing : placed) {
-        if (!items)
-            break;
-        const auto item = std::find_if(items->begin(), items->end(),
-            [&](const Json& candidate) { return readString(candidate, "id") == thing.id; });
-        if (item != items->end())
-            thing.title += " " + readString(*item, "place").value_or("");
-    }
-    const auto named = EventName::holdingAll(placed, search.name);
-    std::vector<FoundThing> found;
-    std::ranges::copy_if(listed, std::back_inserter(found),
-        [&](const FoundThing& thing) { return std::ranges::find(named, thing.id, &FoundThing::id) != named.end(); });
-    return found;
-}
-
-std::vector<FoundThing> fitting(
-    std::vector<FoundThing> listed, const EventSearch& search, const ToolResult& result, const LocalTime& around)
-{
-    const bool isOfEvents = search.aim != Aim::tell || !search.name.empty() || !search.noun.empty();
-    if (isOfEvents)
-        std::erase_if(listed, [](const FoundThing& thing) { return thing.skill != AgendaCalls::skill; });
-    auto found = search.name.empty() ? EventName::called(listed, search.noun) : EventName::fitting(listed, search.name);
-    if (found.empty() && !listed.empty())
-        found = byPlace(listed, search, result);
-    if (search.aim == Aim::cancel || search.aim == Aim::remind)
-        keepOnHour(found, search);
-    const bool isOne = search.aim == Aim::when && !search.isAll && !search.days;
-    if (search.isNext || search.isBack || isOne)
-        keepNext(found, search, around);
-    if (search.isLast && found.size() > 1)
-        found = {found.back()};
-    return found;
-}
-
 RuleStep cancelAll(
     std::vector<FoundThing> found, const EventSearch& search, RequestMemory memory, const RuleSurroundings& around)
 {
+    // Without days a series goes as one, or the next time of what was named beside others.
+    memory.wish = {
+        .kind = Wish::Kind::cancel, .scope = search.days || !search.isAll ? Wish::Scope::one : Wish::Scope::all};
+    if (memory.wish.scope == Wish::Scope::all)
+        EventPick::keepOneOfSeries(found);
     found.resize(std::min(found.size(), mostAtOnce));
-    memory.wish = {.kind = Wish::Kind::cancel, .scope = search.days ? Wish::Scope::one : Wish::Scope::all};
     memory.found = found;
     return {AgendaCalls{around}.cancelAll(found, memory.wish.scope), std::move(memory)};
 }
@@ -204,12 +139,25 @@ RuleStep remind(
         std::move(memory)};
 }
 
+RuleStep setLength(
+    const FoundThing& event, const EventSearch& search, RequestMemory memory, const RuleSurroundings& around)
+{
+    if (!event.start || event.start->allDay)
+        return {AgendaReply::named(event) + ", is all day. Tell me at what time it begins first.", std::move(memory)};
+    const bool isOneTime = event.repeats && event.id.find('#') != std::string::npos;
+    memory.wish.scope = isOneTime ? Wish::Scope::one : Wish::Scope::open;
+    const std::string end = event.start->adding(search.minutes).text();
+    return {AgendaCalls{around}.describe(event.id, "end", end, memory.wish.scope), std::move(memory)};
+}
+
 /// With the one event that is meant.
 RuleStep carryOut(
     const FoundThing& event, const EventSearch& search, RequestMemory memory, const RuleSurroundings& around)
 {
     if (search.aim == Aim::remind)
         return remind(event, search, std::move(memory), around);
+    if (search.aim == Aim::length)
+        return setLength(event, search, std::move(memory), around);
     if (search.aim != Aim::cancel && search.value.empty())
         return askValue(event, search, std::move(memory));
     if (search.aim != Aim::cancel)
@@ -240,7 +188,9 @@ RuleStep actOn(
 {
     const bool isSpokenOf = !memory.event.id.empty()
         && std::ranges::any_of(found, [&](const FoundThing& event) { return event.id == memory.event.id; });
-    if (found.size() > 1 && search.isAll && search.aim == Aim::cancel)
+    const bool isEach = search.name.find(" and ") != std::string::npos && EventName::fitting(found, search.name).empty()
+        && EventPick::eachOf(found, search.name).size() == found.size();
+    if (found.size() > 1 && (search.isAll || isEach) && search.aim == Aim::cancel)
         return cancelAll(std::move(found), search, std::move(memory), around);
     if (found.size() > 1 && isSpokenOf && !search.name.empty())
         found = {memory.event};
@@ -253,12 +203,23 @@ RuleStep actOn(
 
 Step takeDays(const std::string& core, const PendingQuestion&, RequestMemory memory, const RuleSurroundings& around)
 {
+    static const Pattern everything(
+        "^(?:(?:for |please |just )*(?:all|everything|every(?: single)? (?:day|one)|any|all (?:days|"
+        "of (?:it|them)|events|time)|forever|always|the (?:whole|entire) (?:year|calendar))"
+        "(?: of them| please)?)$");
     std::string others;
     EventSearch search = memory.events;
     search.days = SpokenDays::find(core, around, others);
+    search.isUnclear = false;
+    if (!search.days && everything.find(CalendarWords::of(core).plain) && search.aim == Aim::cancel) {
+        memory.wish = {.kind = Wish::Kind::cancel};
+        memory.talkOf(AgendaCalls::skill);
+        search.isAll = true;
+        search.isWide = true;
+        return lookFor(search, std::move(memory), around);
+    }
     if (!search.days)
         return std::nullopt;
-    search.isUnclear = false;
     return EventLookup::begin(std::move(search), std::move(memory), around);
 }
 
@@ -306,6 +267,8 @@ RuleStep EventLookup::begin(EventSearch search, RequestMemory memory, const Rule
 {
     memory.wish = {};
     memory.events = {};
+    if (search.days)
+        search.days = CalendarWords::asMeant(*search.days, around);
     const AgendaCalls calls{around};
     if (changes(search.aim))
         if (auto refusal = calls.refusal())
@@ -357,7 +320,7 @@ RuleStep EventLookup::take(
 {
     EventSearch search = std::exchange(memory.events, {});
     memory.wish = {};
-    auto found = fitting(listed, search, result, around);
+    auto found = EventPick::fitting(listed, search, result, around);
     if (found.empty() && search.isBack && !search.isWide && !search.days) {
         search.isWide = true;
         return lookFor(search, std::move(memory), around);
@@ -367,6 +330,12 @@ RuleStep EventLookup::take(
     const EventLookupReply reply{search, result, around};
     if (found.empty() && search.aim == Aim::remind && !search.value.empty())
         return EventDeed::askTime(search, reply.nothing(listed), std::move(memory));
+    if (found.empty() && search.aim == Aim::cancel && search.isLoose) { // Then it is no event, or nothing at all.
+        memory.wish = {.kind = Wish::Kind::cancel, .title = search.name};
+        memory.events = {.isWide = true};
+        if (auto step = AgendaChange::afterList(listed, memory, around))
+            return *std::move(step);
+    }
     if (found.empty()) {
         if (!search.name.empty())
             memory.event = {}; // "It" would be something else than what was asked for.

@@ -9,6 +9,8 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <array>
+#include <chrono>
 
 namespace quorvell {
 
@@ -42,6 +44,34 @@ std::string placeOf(const FoundThing& event, const ToolResult& result)
 std::string whenIs(const FoundThing& event, const LocalTime& around)
 {
     return event.start ? SpokenWhen::on(SpokenWhen::dateSeenFrom(*event.start, around)) : "in your calendar";
+}
+
+/// "in 5 days", "tomorrow", "in 3 hours"
+std::string untilThen(const DateParts& start, const LocalTime& around)
+{
+    const auto instant = start.instant(around.calendar);
+    const auto dayOf = [&](const DateParts& parts) {
+        DateParts noon = parts.wholeDay();
+        noon.hour = 12;
+        noon.allDay = false;
+        return noon.instant(around.calendar).value_or(around.now);
+    };
+    const auto days =
+        std::chrono::round<std::chrono::days>(dayOf(start) - dayOf(DateParts::from(around.now, around.calendar)))
+            .count();
+    if (days > 1)
+        return "in " + std::to_string(days) + " days";
+    const auto minutes = instant ? std::chrono::round<std::chrono::minutes>(*instant - around.now).count() : 0;
+    if (start.allDay || minutes <= 0)
+        return days == 1 ? "tomorrow" : "today";
+    constexpr int hour = 60;
+    const auto hours = minutes / hour;
+    const auto rest = minutes % hour;
+    const auto counted = [](auto count, const char* unit) {
+        return std::to_string(count) + " " + unit + (count == 1 ? "" : "s");
+    };
+    return "in " + (hours > 0 ? counted(hours, "hour") : "") + (hours > 0 && rest > 0 ? " and " : "")
+        + (rest > 0 || hours == 0 ? counted(rest, "minute") : "");
 }
 
 } // namespace
@@ -80,19 +110,21 @@ std::string EventLookupReply::nothing(const std::vector<FoundThing>& listed) con
     if (std::ranges::count(search.name, ' ') > mostBlanks) // That is more than a name.
         return "I found nothing like that in your calendar.";
     const std::string none = "I found no " + wanted() + " in your calendar" + daysNamed() + ".";
-    if (!search.days || listed.empty())
+    if (!search.days || listed.empty() || listed.size() > mostNamed)
         return none;
-    return none
-        + (listed.size() > mostNamed ? " There are " + std::to_string(listed.size()) + " other things."
-                                     : " There is something else:" + sentences(listed));
+    return none + " There is something else:" + sentences(listed);
 }
 
 std::string EventLookupReply::ofOne(const FoundThing& event) const
 {
     const std::string place = placeOf(event, result);
     const std::string is = event.title + (search.isBack ? " was " : " is ") + whenIs(event, around);
+    if (search.isSpan && event.start)
+        return "That is " + untilThen(*event.start, around) + ". " + is + ".";
     if (search.aim == Aim::where)
-        return place.empty() ? is + ". Your calendar does not say where." : is + ", at: " + place + ".";
+        return place.empty()
+            ? is + (event.title.find(" at ") != std::string::npos ? "." : ". Your calendar does not say where.")
+            : is + ", at: " + place + ".";
     if (search.aim == Aim::who)
         return is + ". Your calendar says nothing more of who comes.";
     if (search.aim == Aim::ends && event.end && event.start && !event.start->allDay) {
@@ -106,6 +138,10 @@ std::string EventLookupReply::ofOne(const FoundThing& event) const
 
 std::string EventLookupReply::found(const std::vector<FoundThing>& found) const
 {
+    constexpr std::array places{"first", "second", "third"};
+    if (found.size() == 1 && search.aim == Aim::tell && (search.isLast || (search.place > 0 && search.days)))
+        return "The " + std::string(search.isLast ? "last" : places[std::min(search.place, places.size()) - 1]) + " is"
+            + sentences(found);
     if (search.isNext && search.name.empty() && search.aim != Aim::where && search.aim != Aim::ends)
         return AgendaReply::next(found);
     if (found.size() == 1 && search.aim != Aim::tell && search.aim != Aim::confirm)

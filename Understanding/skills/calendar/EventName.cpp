@@ -2,6 +2,7 @@
 #include "Understanding/skills/calendar/EventName.h"
 
 #include "QuorvellCore/text/TextMatch.h"
+#include "Understanding/words/WordDistance.h"
 
 #include <algorithm>
 #include <array>
@@ -12,10 +13,10 @@ namespace quorvell {
 namespace {
 
 constexpr auto nouns = std::to_array<std::string_view>({"meeting", "appointment", "conference", "call", "session",
-    "appt", "class", "event", "entry", "entrie", "thing", "plan", "item", "commitment", "engagement", "booking",
-    "activity", "activitie", "occasion", "gathering", "function", "happening", "block", "slot"});
+    "visit", "appt", "class", "event", "entry", "entrie", "thing", "plan", "item", "commitment", "engagement",
+    "booking", "activity", "activitie", "occasion", "gathering", "function", "happening", "block", "slot"});
 constexpr auto anyOfThem = std::to_array<std::string_view>({"meeting", "appointment", "appt", "conference"});
-constexpr std::size_t nounsThatSayLittle = 7; ///< Those before it say at least what it is.
+constexpr std::size_t nounsThatSayLittle = 8; ///< Those before it say at least what it is.
 
 constexpr auto idle = std::to_array<std::string_view>({"a", "about", "add", "added", "again", "all", "already", "am",
     "an", "and", "any", "anything", "are", "as", "at", "attend", "attending", "be", "been", "begin", "book", "booked",
@@ -36,7 +37,9 @@ constexpr auto idle = std::to_array<std::string_view>({"a", "about", "add", "add
     "actually", "really", "ok", "okay", "must", "may", "might", "did", "done", "cancel", "delete", "remove", "erase",
     "clear", "reminder", "away", "completely", "pls", "open", "view", "display", "print", "read", "say", "speak",
     "hear", "announce", "present", "fetch", "describe", "summarize", "summarise", "review", "run", "recap", "brief",
-    "update", "number", "through", "down", "today", "todays"});
+    "update", "number", "through", "down", "today", "todays", "soonest", "meet", "seeing", "repeating", "recurring",
+    "regular", "daily", "anymore", "usual", "usually", "evaluate", "assess", "analyse", "analyze", "inspect",
+    "explain"});
 
 std::string singular(std::string_view word)
 {
@@ -84,6 +87,26 @@ std::vector<FoundThing> holding(const std::vector<FoundThing>& events, const std
     std::ranges::copy_if(events, std::back_inserter(found), [&](const FoundThing& event) {
         const std::string title = " " + TextMatch::normalized(event.title);
         return std::ranges::all_of(words, [&](const std::string& word) { return holds(title, word); });
+    });
+    return found;
+}
+
+/// "Lunch with Anna", "denist": each word stands there, or one that is typed nearly so.
+std::vector<FoundThing> holdingAlike(const std::vector<FoundThing>& events, const std::vector<std::string>& words)
+{
+    constexpr std::size_t shortest = 3;
+    std::vector<FoundThing> found;
+    if (words.empty())
+        return found;
+    std::ranges::copy_if(events, std::back_inserter(found), [&](const FoundThing& event) {
+        const auto there = split(event.title);
+        return std::ranges::all_of(words, [&](const std::string& word) {
+            return std::ranges::any_of(there, [&](const std::string& other) {
+                return other == word
+                    || (std::min(word.size(), other.size()) >= shortest && word.size() + other.size() > 2 * shortest
+                        && WordDistance::between(word, other) <= 1);
+            });
+        });
     });
     return found;
 }
@@ -139,9 +162,19 @@ std::vector<FoundThing> EventName::fitting(const std::vector<FoundThing>& events
     return found.empty() ? holding(events, split(words(name))) : found;
 }
 
+std::vector<FoundThing> EventName::alike(const std::vector<FoundThing>& events, std::string_view name)
+{
+    return holdingAlike(events, split(words(name)));
+}
+
 std::vector<FoundThing> EventName::holdingAll(const std::vector<FoundThing>& events, std::string_view name)
 {
     return holding(events, contentOf(name));
+}
+
+bool EventName::isLoosePlural(std::string_view noun)
+{
+    return noun.ends_with('s') && std::ranges::find(anyOfThem, singular(noun)) != anyOfThem.end();
 }
 
 std::vector<FoundThing> EventName::called(const std::vector<FoundThing>& events, std::string_view noun)

@@ -15,12 +15,16 @@ struct EventName {
     static bool isNoun(std::string_view word);
     /// Of those, "events": says nothing of what it is.
     static bool isAnyNoun(std::string_view word);
+    /// "Meetings", "appointments": people call all of their events so.
+    static bool isLoosePlural(std::string_view noun);
     /// Words between the others that name nothing: "the", "i have".
     static bool isIdle(std::string_view word);
     /// What is to be looked for by words: "doctor" of "my appointment with the doctor".
     static std::string words(std::string_view name);
     /// Those of exactly that title; else those whose titles hold all its words; else all of them but the nouns.
     static std::vector<FoundThing> fitting(const std::vector<FoundThing>& events, std::string_view name);
+    /// Those whose titles hold all its words but the nouns, as they are or with one letter other than it was typed.
+    static std::vector<FoundThing> alike(const std::vector<FoundThing>& events, std::string_view name);
     /// Those whose titles hold all its words, whatever else.
     static std::vector<FoundThing> holdingAll(const std::vector<FoundThing>& events, std::string_view name);
     /// Those that are called so; all of them where none is.

@@ -5,6 +5,7 @@
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/calendar/AgendaRules.h"
 #include "Understanding/skills/calendar/CalendarWords.h"
+#include "Understanding/skills/calendar/EventTitle.h"
 #include "Understanding/skills/calendar/EventWords.h"
 #include "Understanding/time/SpokenLength.h"
 #include "Understanding/time/SpokenMoment.h"
@@ -26,18 +27,9 @@ const std::string lead =
 
 AgendaIntent intentOf(EventWords event, bool isUnasked)
 {
-    return {.kind = AgendaIntent::Kind::add,
-        .minutes = event.minutes,
-        .title = std::move(event.title),
-        .start = event.start,
-        .end = event.end,
-        .repeat = std::move(event.repeat),
-        .isRepeatUnknown = event.isRepeatUnknown,
-        .isTimeUnclear = event.isTimeUnclear,
-        .isPartOfDay = event.isPartOfDay,
-        .contraryDays = std::move(event.contraryDays),
-        .clock = event.clock,
-        .isUnasked = isUnasked};
+    AgendaIntent intent = AgendaIntent::ofNew(std::move(event));
+    intent.isUnasked = isUnasked;
+    return intent;
 }
 
 Found adding(EventWords event, bool isUnasked)
@@ -49,17 +41,20 @@ Found adding(EventWords event, bool isUnasked)
 std::optional<EventWords> eventIn(const std::string& core, const std::string& plain, const RuleSurroundings& around)
 {
     static const Pattern wish(lead
-            + "(?:set up|set|make|create|schedule|book|plan|arrange|organi[sz]e|add|fix|put in|put) "
+            + "(?:set up|set|make|create|schedule|book|plan|arrange|organi[sz]e|add|fix|put "
+              "in|put|input|insert|enter|new) "
               "(?:(?:me|us) )?(?=(?:an?|the|another|one|my|our|new) |(?:\\w+ )?(?:meeting|appointment))(?:(?:\\S+) "
               "){0,5}?(?:meeting|appointment|conference|interview|event)\\b(?!s)",
         Pattern::caseless);
     static const Pattern verb(lead
-            + "(?:set up|set|make|create|schedule|book|plan|arrange|organi[sz]e|add|fix|put in|put) "
+            + "(?:set up|set|make|create|schedule|book|plan|arrange|organi[sz]e|add|fix|put "
+              "in|put|input|insert|enter|new) "
               "(?:(?:me|us) )?",
         Pattern::caseless);
     static const Pattern other(
         "\\b(?:reminders?|remind|alarms?|timers?|lists?|notes?|notification|e-?mails?|messages?|to the "
-        "(?:meeting|appointment|event)|link|files?|move|change|tables?|flights?|hotels?|tickets?|taxi|cab|train|"
+        "(?:meeting|appointment|event)|link|files?|move|change|later|earlier|longer|shorter|tables?|flights?|hotels?|"
+        "tickets?|taxi|cab|train|"
         "restaurant)\\b");
     static const Pattern shared(lead
         + "(?:schedule|book|plan|arrange|organi[sz]e|set up|add|put in|pencil in) (?:(?:an?|the|my|our) )?"
@@ -77,7 +72,7 @@ std::optional<EventWords> eventIn(const std::string& core, const std::string& pl
     const auto match = verb.find(core);
     if (!match)
         return std::nullopt;
-    static const Pattern named("^(?:(?:an?|the|new|another|one) )*(?:(?:calendar )?(?:event|entry) )"
+    static const Pattern named("^(?:(?:an?|the|new|another|one) )*(?:(?:calendar )?(?:event|entry) (?!with\\b))"
                                "(?:(?:called|named|titled|for|about|of) )?",
         Pattern::caseless);
     static const Pattern nothing("^(?:(?:calendar )?(?:event|entry))?$", Pattern::caseless);
@@ -179,10 +174,10 @@ Found entering(const std::string& core, const std::string& plain, const RuleSurr
 {
     static const Pattern form(
         "^(?:(?:please|can you|could you|would you|will you|just|go ahead and) )*(?:put|add|enter|"
-        "write|pop|stick|get|insert|include|mark|save|schedule)(?: down)? (?=\\S)",
+        "write|pop|stick|get|insert|input|include|mark|save|schedule)(?: down)? (?=\\S)",
         Pattern::caseless);
     static const Pattern place(
-        "\\b(?:in|into|to|on|onto|in to|on to) (?:my|the|our) (?:(?:work|family|personal|own|phone) )?"
+        "\\b(?:in|into|to|on|onto|in to|on to) (?:(?:my|the|our) )?(?:(?:work|family|personal|own|phone) )?"
         + CalendarWords::calendar + "\\b");
     static const Pattern other(
         "\\b(?:lists?|notes?|notebook|reminders?|remind|alarms?|timers?|something|event|events)\\b");
@@ -197,21 +192,76 @@ Found entering(const std::string& core, const std::string& plain, const RuleSurr
     return adding(std::move(event), false);
 }
 
-/// "Add flight home on december 15 at 4 pm": what stands at an hour of a day is no item of a list.
+bool namesOccasion(const std::string& title)
+{
+    static const Pattern occasion(
+        "\\b(?:meeting|appointment|lunch|dinner|breakfast|brunch|party|call|interview|lesson|class|haircut|checkup|"
+        "coffee|"
+        "session|practice|rehearsal|wedding|concert|conference|training|exam|recital|ceremony|funeral|game|match|"
+        "doctor|dentist|visit|standup|review|workshop|course|shift)\\b",
+        Pattern::caseless);
+    return occasion.find(title).has_value();
+}
+
+/// What else a thing with a time may be for.
+bool isForOthers(const std::string& plain)
+{
+    static const Pattern other("\\b(?:lists?|notes?|notebook|reminders?|remind|alarms?|timers?|to the|tables?|hotels?|"
+                               "tickets?|taxi|cab|restaurant|cancel|delete|remove)\\b");
+    return other.find(plain).has_value();
+}
+
+/// "Add flight home on december 15 at 4 pm": what stands at an hour of a day, or on a date, is no item of a list.
 Found enteringAt(const std::string& core, const std::string& plain, const RuleSurroundings& around)
 {
     static const Pattern form(
-        "^(?:(?:please|can you|could you) )*(?:add|enter|put in|schedule) (?=\\S)", Pattern::caseless);
-    static const Pattern at("\\bat (?:\\d|noon|midday|half|quarter)|\\d ?[ap]\\.?m\\b|\\bfrom \\d");
-    static const Pattern other(
-        "\\b(?:lists?|notes?|notebook|reminders?|remind|alarms?|timers?|to the|minutes?|hours?)\\b");
+        "^(?:(?:please|can you|could you|kindly) )*(?:add|enter|put in|put(?! "
+        "(?:the|my|our|it|that|this|them|off|back))|"
+        "(schedule|plan|arrange|pencil in|input|insert|mark down|set up|diarise)|set|create)(?: in)? (?=\\S)",
+        Pattern::caseless);
+    static const Pattern date("\\d(?:st|nd|rd|th)\\b|\\b(?:january|february|march|april|june|july|august|september|"
+                              "october|november|december|jan|feb|mar|apr|jun|jul|aug|sept?|oct|nov|dec)\\b|\\d/\\d");
     const auto match = form.find(core);
-    if (!match || !at.find(plain) || other.find(plain))
+    if (!match || isForOthers(plain))
         return std::nullopt;
     EventWords event = EventWords::read(core.substr(match->range.end), around);
+    if (!event.start || event.title.empty() || event.isPartOfDay || event.isRepeatUnknown)
+        return std::nullopt;
+    const bool isOfCalendar = !match->texts[0].empty();
     const auto moment = SpokenMoment::read(core, around);
-    const bool isClear = event.start && !event.start->allDay && moment && moment->namesDay && !event.title.empty();
-    return isClear && !event.isPartOfDay ? adding(std::move(event), false) : std::nullopt;
+    if (!event.start->allDay)
+        return event.end || isOfCalendar || (moment && moment->namesDay) ? adding(std::move(event), false)
+                                                                         : std::nullopt;
+    const bool isOfDays = event.end || event.isWholeDay || (EventTitle::takesDays(event.title) && date.find(plain));
+    return isOfCalendar || isOfDays ? adding(std::move(event), false) : std::nullopt;
+}
+
+/// "Mark december 24 as family day", "save the date june 20 for the reunion": the day stands in front.
+Found marking(const std::string& core, const RuleSurroundings& around)
+{
+    static const std::string polite = "^(?:(?:please|can you|could you|kindly|just) )*";
+    static const Pattern dayFirst(polite
+            + "(?:(?:mark|block|reserve|keep)(?: (?:off|out|down))?(?: the (?:date|day))?|save the (?:date|day)) "
+              "(?!for\\b)"
+              "(?:on |from )?(.+?) (?:as|for|with) (?:an? |the |my |our )?(\\D.*)$",
+        Pattern::caseless);
+    static const Pattern inCalendar(polite
+            + "(?:mark (?:my|the|our) (?:calendars?|diary|planner)(?: for| with| that| as)?|save the date(?: for| "
+              "of|:)?|"
+              "(?:make (?:an? )?(?:note|entry)|note(?: down)?|write(?: down)?|jot(?: down)?|put(?: down)?)(?: it)? "
+              "(?:in|into|on) (?:my|the|our) (?:calendar|diary|planner|agenda)(?: that| of| for| about|:)?) (.+)$",
+        Pattern::caseless);
+    if (const auto match = inCalendar.find(core)) {
+        EventWords event = EventWords::read(match->texts[0], around);
+        return event.title.empty() ? std::nullopt : adding(std::move(event), false);
+    }
+    static const Pattern range("\\bto\\b|-|–");
+    const auto match = dayFirst.find(core);
+    if (!match)
+        return std::nullopt;
+    const std::string& day = match->texts[0];
+    EventWords event = EventWords::read(match->texts[1] + (range.find(day) ? " from " : " on ") + day, around);
+    return event.start && !event.title.empty() ? adding(std::move(event), false) : std::nullopt;
 }
 
 /// "On friday at 6 I have a class, put yoga there": the time is named first, or last, and the title behind "put".
@@ -281,22 +331,50 @@ Found EventSetting::read(const std::string& core, const std::string& plain, cons
         return adding(*std::move(event), false);
     if (auto request = entering(core, plain, around))
         return request;
+    if (auto request = marking(core, around))
+        return request;
     return enteringAt(core, plain, around);
 }
 
 Found EventSetting::readStatement(const std::string& core, const RuleSurroundings& around)
 {
     constexpr std::size_t longestTitle = 8; ///< Words.
-    static const Pattern shared(
-        "^(?!(?:i|we|you|he|she|they|it|there|this|that|what|who|how|why|is|are|do|does|can|could|will|"
-        "would|should|please|no|yes|not|call|play|talk|speak|send|share|turn|open|tell|show|read)\\b)"
-        "[a-z'’ -]+ with [a-z]",
+    static const Pattern spoken(
+        "^(?!(?:i|we|you|he|she|they|it|there|this|that|what|who|how|why|when|where|which|is|are|was|do|does|did|can|"
+        "could|will|would|should|please|no|yes|not|never|call|play|talk|speak|send|share|turn|open|close|tell|show|"
+        "read|"
+        "remind|wake|alarm|order|buy|get|text|email|write|remove|delete|cancel|take|stop|start|move|change|look|find|"
+        "search|give|let|make|go|drive|switch|skip|say|ask|kill|clear|lock|dim|translate|my|if|because|alexa|siri)\\b)["
+        "\\p{L}0-9]",
         Pattern::caseless);
-    if (!around.offers("add_event") || !shared.find(core))
+    static const Pattern shared("^[\\p{L}'’ -]+ with \\p{L}", Pattern::caseless);
+    static const Pattern wished(
+        "^(?:please )?(?:(?:add|put|enter|insert|input|create|schedule|book|plan|arrange|make)(?: in)?|new) (?=\\S)",
+        Pattern::caseless);
+    static const Pattern bare("^(?:a |an )?new (?:event|appointment|meeting|calendar entry|entry)$", Pattern::caseless);
+    if (!around.offers("add_event"))
         return std::nullopt;
-    EventWords event = EventWords::read(core, around);
-    const bool isClear = event.start && !event.isTimeUnclear && !event.title.empty() && !event.isRepeatUnknown;
-    return isClear && RequestWords(event.title).size() <= longestTitle ? adding(std::move(event), true) : std::nullopt;
+    if (bare.find(core))
+        return adding({}, false);
+    const std::string plain = CalendarWords::of(core).plain;
+    const auto wish = wished.find(core);
+    if (!spoken.find(core) || isForOthers(plain))
+        return std::nullopt;
+    EventWords event = EventWords::read(wish ? core.substr(wish->range.end) : core, around);
+    static const Pattern ended("\\b(?:no|not|cancel\\w*|sick|ill|free)\\b", Pattern::caseless);
+    const bool isName = !event.title.empty() && RequestWords(event.title).size() <= longestTitle
+        && !CalendarWords::holdsTimeWords(CalendarWords::of(event.title).plain) && !ended.find(event.title);
+    if (!isName || event.isRepeatUnknown)
+        return std::nullopt;
+    if (wish && !event.start && (event.isTimeUnclear || event.isVague))
+        return adding(std::move(event), false);
+    const auto moment = SpokenMoment::read(core, around);
+    const bool isAtHour =
+        event.start && !event.start->allDay && (!event.repeat.empty() || (moment && moment->namesDay));
+    const bool isOfDay = event.start
+        && (wish || event.isWholeDay || shared.find(core) || EventTitle::takesDays(event.title)
+            || namesOccasion(event.title));
+    return (isAtHour || isOfDay) && !event.isTimeUnclear ? adding(std::move(event), true) : std::nullopt;
 }
 
 } // namespace quorvell

@@ -7,9 +7,11 @@
 #include "Understanding/skills/calendar/AgendaReply.h"
 #include "Understanding/skills/calendar/CalendarWords.h"
 #include "Understanding/skills/calendar/EventLookup.h"
+#include "Understanding/skills/calendar/EventWords.h"
 #include "Understanding/time/SpokenDays.h"
 #include "Understanding/time/SpokenLength.h"
 #include "Understanding/time/SpokenMoment.h"
+#include "Understanding/time/SpokenMove.h"
 #include "Understanding/words/RequestText.h"
 #include "Understanding/words/RequestWords.h"
 
@@ -51,6 +53,64 @@ Step lengthSaid(const std::string& plain, const RequestMemory& memory, const Rul
     after.wish = {.kind = Wish::Kind::move, .scope = scopeOf(event)};
     const std::string end = event.start->adding(length->minutes).text();
     return RuleStep{AgendaCalls{around}.describe(event.id, "end", end, after.wish.scope), std::move(after)};
+}
+
+/// "Make it till 4": when it ends, and not where it goes.
+Step endSaid(const std::string& plain, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    static const Pattern form(courtesy
+        + "(?:(?:make|let) (?:it|that|this)(?: (?:last|go|run|go on))?|(?:it|that|this) (?:is|goes|lasts|runs|goes "
+          "on|will (?:go|last|run))|"
+          "(?:(?:it|that) )?ends?|(?:it|that) finishes|and)?(?: (?:to|at))? ?(?:till|until|at|up to) (.+)$");
+    static const Pattern said("\\b(?:till|until|up to|ends?|finishes)\\b");
+    const auto match = said.find(plain) ? form.find(plain) : std::nullopt;
+    const FoundThing& event = memory.event;
+    if (!match || !event.start || event.start->allDay)
+        return std::nullopt;
+    const SpokenMove to = SpokenMove::read("at " + match->texts[0], *event.start, SpokenMove::FarHour::isUsual, around);
+    constexpr int halfDay = 12 * 60;
+    if (to.choices.size() != 1 || to.choices.front().allDay)
+        return std::nullopt;
+    DateParts end = to.choices.front();
+    if (!(end > *event.start) && end.adding(halfDay) > *event.start)
+        end = end.adding(halfDay);
+    if (!(end > *event.start) || end.wholeDay() != event.start->wholeDay())
+        return std::nullopt;
+    RequestMemory after = memory;
+    after.wish = {.kind = Wish::Kind::move, .scope = scopeOf(event)};
+    return RuleStep{AgendaCalls{around}.describe(event.id, "end", end.text(), after.wish.scope), std::move(after)};
+}
+
+/// "At 11 for 30 minutes", of an event that was put in for the day.
+Step hourSaid(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    static const Pattern form(
+        "^(?:(?:no|and|yes|ok|okay|well|so|it|that|is|it['’]s|starts|begins|will be|make it|from|at|between|about|"
+        "around),? )*(?:\\d|noon|midday|half|quarter|one|two|three|four|five|six|seven|eight|nine|ten|"
+        "eleven|twelve|tomorrow|on )",
+        Pattern::caseless);
+    static const Pattern lead(
+        "^(?:(?:no|and|yes|ok|okay|well|so|it|that|is|it['’]s|starts|begins|will be|make it),? )+", Pattern::caseless);
+    constexpr int usualMinutes = 60;
+    const FoundThing& event = memory.event;
+    const bool isOneDay = event.start && event.start->allDay && (!event.end || *event.end == *event.start);
+    if (!isOneDay || event.repeats || !form.find(core))
+        return std::nullopt;
+    const std::string words = lead.replaceAll(core, "");
+    const EventWords said = EventWords::read(words.find_first_of("0123456789") == 0 ? "at " + words : words, around);
+    const auto moment = SpokenMoment::read(words, around);
+    if (!said.title.empty() || !said.start || said.start->allDay || said.isPartOfDay || (moment && moment->namesDay))
+        return std::nullopt;
+    DateParts start = *event.start;
+    start.hour = said.start->hour;
+    start.minute = said.start->minute;
+    start.allDay = false;
+    const int span = said.end ? (said.end->hour - said.start->hour) * 60 + said.end->minute - said.start->minute : 0;
+    const int minutes = span > 0 ? span : said.minutes > 0 ? said.minutes : usualMinutes;
+    RequestMemory after = memory;
+    after.wish = {.kind = Wish::Kind::move, .scope = scopeOf(event)};
+    return RuleStep{
+        AgendaCalls{around}.move(event.id, start, start.adding(minutes), after.wish.scope), std::move(after)};
 }
 
 bool mayBeTime(const std::string& words, const RuleSurroundings& around)
@@ -139,7 +199,11 @@ std::optional<RuleStep> EventTalk::goOn(
         return step;
     if (!around.offers("change_event"))
         return std::nullopt;
+    if (auto step = hourSaid(core, memory, around))
+        return step;
     if (auto step = lengthSaid(plain, memory, around))
+        return step;
+    if (auto step = endSaid(plain, memory, around))
         return step;
     return placed(plain, core, memory, around);
 }

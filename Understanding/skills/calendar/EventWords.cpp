@@ -4,7 +4,10 @@
 #include "Understanding/skills/calendar/EventWords.h"
 
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/calendar/EventSpan.h"
+#include "Understanding/skills/calendar/EventTitle.h"
 #include "Understanding/time/SpokenLength.h"
 #include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenPhrase.h"
@@ -13,6 +16,7 @@
 #include "Understanding/words/RequestText.h"
 #include "Understanding/words/RequestWords.h"
 
+#include <array>
 #include <cctype>
 #include <chrono>
 #include <cstdlib>
@@ -24,106 +28,7 @@ namespace quorvell {
 namespace {
 
 constexpr int minutesOfHour = 60;
-const std::string monthName(
-    "(?:january|february|march|april|may|june|july|august|september|october|november|december)");
-
-/// The half of the day of a start that has none, where the end is in `half`: "from 11 to 1 pm" begins in the morning.
-std::string halfOfStart(const std::string& start, const std::string& end, const std::string& half)
-{
-    constexpr int halfDay = 12;
-    const int from = std::atoi(start.c_str()) % halfDay;
-    const int to = std::atoi(end.c_str()) % halfDay;
-    const bool areNumbers = std::isdigit(static_cast<unsigned char>(start.front())) != 0
-        && std::isdigit(static_cast<unsigned char>(end.front())) != 0;
-    if (half.empty() || !areNumbers || from <= to)
-        return half;
-    return half.front() == 'p' || half.front() == 'P' ? "am" : "pm";
-}
-
-/// "from 2 to 4 pm", "between 2 and 4 pm": becomes "at 2 pm", and the end apart.
-std::string takeEnd(std::string& words)
-{
-    static const std::string clock =
-        "((?:half past |quarter (?:past|to) )?(?:\\d{1,2}(?::\\d{2})?|one|two|three|four|five|six"
-        "|seven|eight|nine|ten|eleven|twelve))(?: ?([ap]\\.?m\\.?))?";
-    static const Pattern span(
-        "\\b(?:from|between) " + clock + " (?:to|till|until|and) " + clock + "(?![\\w:])", Pattern::caseless);
-    const auto match = span.find(words);
-    if (!match)
-        return {};
-    const std::string half =
-        match->texts[1].empty() ? halfOfStart(match->texts[0], match->texts[2], match->texts[3]) : match->texts[1];
-    const std::string end = "at " + match->texts[2] + (match->texts[3].empty() ? "" : " " + match->texts[3]);
-    words = words.substr(0, match->range.start) + "at " + match->texts[0] + (half.empty() ? "" : " " + half)
-        + words.substr(match->range.end);
-    return end;
-}
-
-/// The time of `end` on the day of `start`, or in the night behind it; nothing when it would lie far from it.
-std::optional<DateParts> endOn(const DateParts& start, const std::string& endWords, const LocalTime& around)
-{
-    const auto end = SpokenMoment::read(endWords, around);
-    if (!end || end->date.allDay || start.allDay)
-        return std::nullopt;
-    DateParts date = start;
-    date.hour = end->date.hour;
-    date.minute = end->date.minute;
-    constexpr int minutesOfDay = 24 * minutesOfHour;
-    constexpr int longestNight = 10 * minutesOfHour;
-    if (date > start)
-        return date;
-    const DateParts nextDay = date.adding(minutesOfDay);
-    return start.adding(longestNight) > nextDay ? std::optional(nextDay) : std::nullopt;
-}
-
-struct Days {
-    DateParts first{};
-    DateParts last{};
-};
-
-std::optional<DateParts> dayIn(const std::string& words, const LocalTime& around)
-{
-    const bool isNamedDay = words.find_first_of("0123456789") != std::string::npos;
-    const auto moment = SpokenMoment::read((isNamedDay ? "on " : "") + words, around);
-    const bool isDay = moment && moment->date.allDay && moment->rest.empty() && moment->repeat.empty();
-    return isDay ? std::optional(moment->date) : std::nullopt;
-}
-
-/// "From friday to sunday", "the 10th to the 14th of december". The last day is the next of that name behind the first.
-std::optional<Days> takeDays(std::string& words, const LocalTime& around)
-{
-    static const std::string day = "(today|tomorrow|(?:next |this )?" + std::string(TimeVocabulary::weekday)
-        + "|(?:the )?\\d{1,2}(?:st|nd|rd|th)(?: (?:of )?" + monthName + ")?|\\d{1,2} " + monthName + "|" + monthName
-        + " \\d{1,2}(?:st|nd|rd|th)?)";
-    static const Pattern range(
-        "\\b(?:from )?" + day + " (?:to|till|until|through) " + day + "(?![\\w'’])", Pattern::caseless);
-    static const Pattern named(monthName, Pattern::caseless);
-    static const Pattern number("\\d");
-    // "From 10 to 14 december": that is no hour.
-    static const Pattern bare(
-        "\\b(?:from |between )(\\d{1,2}) (?:to|till|until|through|and) (?=\\d{1,2}(?:st|nd|rd|th)? (?:of )?" + monthName
-            + "\\b)",
-        Pattern::caseless);
-    if (const auto first = bare.find(words))
-        words = words.substr(0, first->range.start) + "from the " + first->texts[0] + "th to "
-            + words.substr(first->range.end);
-    const auto match = range.find(words);
-    if (!match)
-        return std::nullopt;
-    const auto monthOfLast = named.find(match->texts[1]);
-    const bool takesMonth = monthOfLast && number.find(match->texts[0]) && !named.find(match->texts[0]);
-    const std::string said = match->texts[1];
-    const std::string of = takesMonth
-        ? " of " + said.substr(monthOfLast->range.start, monthOfLast->range.end - monthOfLast->range.start)
-        : "";
-    const auto first = dayIn(match->texts[0] + of, around);
-    const auto begin = first ? first->instant(around.calendar) : std::nullopt;
-    const auto last = begin ? dayIn(said, LocalTime{*begin, around.calendar}) : std::nullopt;
-    if (!last || !(*last > *first))
-        return std::nullopt;
-    words = RequestText::without(words, match->range);
-    return Days{*first, *last};
-}
+const std::string& monthName = EventSpan::monthName;
 
 /// "for two hours", "a 30 minute call".
 void takeLength(std::string& words, EventWords& event)
@@ -131,7 +36,8 @@ void takeLength(std::string& words, EventWords& event)
     static const Pattern lasting(
         "\\b(?:for|lasting)\\s+(?=(?:an?|one|half|\\d+|three)\\b.*\\b(?:hours?|minutes?)\\b)", Pattern::caseless);
     static const Pattern before(
-        "(?<!\\bin )(?<!\\bin an? )\\b(?:\\d{1,3}|one|half|half an)[ -](?:minute|min|hour)(?: long)?"
+        "^(?:\\d{1,3}|an?|one|two|half an) (?:minutes?|mins|hours?) (?:with|of|for)\\b"
+        "|(?<!\\bin )(?<!\\bin an? )\\b(?:\\d{1,3}|one|half|half an)[ -](?:minute|min|hour)(?: long)?"
         " (?!before|after|later|from|earlier|ahead|prior|ago|at|on)[a-z]",
         Pattern::caseless);
     if (!lasting.find(words) && !before.find(words))
@@ -140,27 +46,6 @@ void takeLength(std::string& words, EventWords& event)
         event.minutes = length->minutes;
         words = length->rest;
     }
-}
-
-std::string titleFrom(const std::string& words)
-{
-    static const Pattern edges(
-        "^(?:(?:an?|the|my|for|called|named|about|with the title|(?:i|we)(?:['’]ve| have)(?: "
-        "got| been (?:invited|asked) to)?|there['’]?s|there is|been (?:invited|asked) to"
-        "|that|this|it)\\s+)+|\\s+(?:for|on|at|in|from|of|is|was|are|will be|is set|is scheduled)$"
-        "|\\s*,\\s*(?:an?|the)$",
-        Pattern::caseless);
-    // "I forgot to put lunch": what they did not do is no part of the name.
-    static const Pattern undone(
-        "^(?:i |we )?(?:forgot|have forgotten|did not|didn['’]?t|never|meant|wanted|might|may)\\b(?: to)?"
-        " (?:put|add|enter|schedule|book)\\s+",
-        Pattern::caseless);
-    static const Pattern slot("\\s+(?:time )?down$|(?<=meeting|appointment) time$", Pattern::caseless);
-    constexpr std::string_view signs = ",.:;\"“”‘’ ";
-    std::string name = undone.replaceAll(trimmed(words, ",.:;\"“”"), "");
-    name = trimmed(slot.replaceAll(edges.replaceAll(name, ""), ""), ",.:; ");
-    const bool isQuoted = name.size() > 2 && name.front() == '\'' && name.back() == '\'';
-    return withUpperCaseFirst(trimmed(isQuoted ? name.substr(1, name.size() - 2) : name, signs));
 }
 
 /// The only hour in words whose day is not clear; nothing for "at 8 am and 8 pm" and "before 1 pm".
@@ -179,10 +64,10 @@ std::optional<DateParts> clearClock(const std::string& words, const LocalTime& a
 }
 
 /// "Next week" is no day.
-bool isVague(const std::string& words)
+bool namesNoDay(const std::string& words)
 {
     static const Pattern vague(
-        "\\b(?:next|this|the coming|some|any) (?:week|month|year)\\b|\\bsome ?(?:time|day)\\b|\\bone day\\b|"
+        "\\b(?:next|this|the coming|some|any) (?:week|weekend|month|year)\\b|\\bsome ?(?:time|day)\\b|\\bone day\\b|"
         "\\bin (?:a|the) (?:week|month)s?\\b",
         Pattern::caseless);
     static const Pattern exact(
@@ -199,7 +84,7 @@ void settleHalfOfDay(EventWords& event, const std::string& words)
         "\\b(?:0\\d|1[3-9]|2[0-3]):\\d{2}\\b",
         Pattern::caseless);
     static const Pattern late(
-        "\\b(?:dinner|supper|drinks|party|concert|movie|theat(?:er|re)|opera|cocktails)\\b", Pattern::caseless);
+        "\\b(?:dinner|supper|drinks|party|concert|movie|theat(?:er|re)|opera|cocktails|date)\\b", Pattern::caseless);
     static const Pattern early("\\bbreakfast\\b", Pattern::caseless);
     constexpr int halfDay = 12;
     constexpr int firstLateHour = 4;
@@ -240,8 +125,8 @@ std::vector<DateParts> contraryDays(const std::string& words, const LocalTime& a
     const auto second = first ? std::nullopt : turned.find(words);
     if (!first && !second)
         return {};
-    const auto day = dayIn(first ? first->texts[1] : second->texts[0], around);
-    const auto coming = dayIn(first ? first->texts[0] : second->texts[1], around);
+    const auto day = EventSpan::dayIn(first ? first->texts[1] : second->texts[0], around);
+    const auto coming = EventSpan::dayIn(first ? first->texts[0] : second->texts[1], around);
     const auto dayInstant = day ? day->instant(around.calendar) : std::nullopt;
     const auto comingInstant = coming ? coming->instant(around.calendar) : std::nullopt;
     if (!dayInstant || !comingInstant)
@@ -253,6 +138,18 @@ std::vector<DateParts> contraryDays(const std::string& words, const LocalTime& a
     const int nearest = ahead > daysOfWeek / 2 ? ahead - daysOfWeek : ahead;
     const auto shifted = around.calendar.addingDays(*dayInstant, std::chrono::days(nearest));
     return {*day, DateParts::fromDay(shifted, around.calendar)};
+}
+
+/// "Every monday wednesday and friday", typed in haste.
+std::string withCommas(std::string words)
+{
+    static const Pattern each("\\b(?:every|each)\\b", Pattern::caseless);
+    static const Pattern two(
+        "(" + std::string(TimeVocabulary::weekday) + ") (?=" + std::string(TimeVocabulary::weekday) + "\\b)",
+        Pattern::caseless);
+    while (const auto match = each.find(words) ? two.find(words) : std::nullopt)
+        words = words.substr(0, match->range.start) + match->texts[0] + ", " + words.substr(match->range.end);
+    return words;
 }
 
 int minutesBetween(const DateParts& start, const DateParts& end)
@@ -270,42 +167,103 @@ bool speaksOfTime(const std::string& words, const LocalTime& around)
 /// Where the words name no moment, or not clearly.
 void leaveOpen(EventWords& event, const std::string& words, const std::string& endWords, const LocalTime& around)
 {
-    event.isTimeUnclear = speaksOfTime(words, around);
-    event.title = titleFrom(event.isTimeUnclear ? SpokenMoment::wordsBeside(words, around) : words);
+    const bool isOfTime = speaksOfTime(words, around);
+    event.isVague = namesNoDay(words);
+    event.isTimeUnclear = isOfTime && !event.isVague;
+    event.title = EventTitle::from(isOfTime ? SpokenMoment::wordsBeside(words, around) : words, words);
     event.clock = clearClock(words, around);
     event.contraryDays = contraryDays(words, around);
-    const auto end = event.clock && !endWords.empty() ? endOn(*event.clock, endWords, around) : std::nullopt;
+    const auto end = event.clock && !endWords.empty() ? EventSpan::endOn(*event.clock, endWords, around) : std::nullopt;
     if (end)
         event.minutes = minutesBetween(*event.clock, *end);
 }
+
+/// "Parents evening", "quiz night": the part of the day belongs to the name. While the time is read it is no such word.
+struct MaskedPart {
+    std::string_view said;
+    std::string_view masked;
+};
+constexpr std::array namedPartsOfEvents{MaskedPart{"evening", "qevq"}, MaskedPart{"night", "qnigq"}};
+
+std::string withNamedPart(std::string words)
+{
+    static const Pattern named(
+        "\\b(?:parents['’]?|parent['’]s|movie|film|date|game|games|quiz|poker|bingo|karaoke|ladies|girls|"
+        "boys|wine|opening|bonfire|hen|stag|curry|pizza|music|open mic|family|info|information|"
+        "elders|teachers['’]?|school|open) (?=(evening|night)\\b)",
+        Pattern::caseless);
+    const auto match = named.find(words);
+    if (!match)
+        return words;
+    for (const auto& [said, masked] : namedPartsOfEvents)
+        if (lowerCased(match->texts[0]) == said)
+            return words.replace(match->range.end, said.size(), masked);
+    return words;
+}
+
+std::string withPartShown(std::string title)
+{
+    for (const auto& [said, masked] : namedPartsOfEvents)
+        if (const std::size_t found = title.find(masked); found != std::string::npos)
+            title.replace(found, masked.size(), said);
+    return title;
+}
+
+EventWords readMasked(std::string words, const LocalTime& around);
 
 } // namespace
 
 EventWords EventWords::read(std::string words, const LocalTime& around)
 {
+    EventWords event = readMasked(withNamedPart(std::move(words)), around);
+    event.title = withPartShown(std::move(event.title));
+    return event;
+}
+
+namespace {
+
+EventWords readMasked(std::string words, const LocalTime& around)
+{
     static const Pattern place(
         "\\b(?:in|into|to|on|onto)(?: my| the| our)?(?: (?:work|family|personal|own|google|phone))? "
-        "(?:calendars?|diary|agenda|planner)\\b",
+        "(?:calendars?|diary|agenda|planner|schedule)\\b",
         Pattern::caseless);
+    static const Pattern allDay("[,;]?\\s*\\b(?:for |as an? |an? )?(?:all|whole|entire|full)[- ]day(?: long)?\\b"
+                                "|[,;]?\\s*\\bfor the (?:whole|entire|full) day\\b",
+        Pattern::caseless);
+    static const Pattern repeating(
+        "\\b(?:repeating|recurring)\\b|\\b(?:set|make) (?:it|that|this) (?:to )?(?:repeat|recur)", Pattern::caseless);
     EventWords event;
-    words = SpokenPhrase::withDigits(place.replaceAll(words, " "));
+    static const Pattern wish(
+        "[,;]?\\s*(?:(?:and|then|please) )*(?:set|make) (?:it|that|this) (?:to )?(?:repeat|recur)(?:ing)?$",
+        Pattern::caseless);
+    event.isToRepeat = repeating.find(words).has_value();
+    words = wish.replaceAll(words, "");
+    words = SpokenPhrase::withDigits(place.replaceAll(EventTitle::withoutForms(words), " "));
+    if (const std::string timed = allDay.replaceAll(words, ""); timed != words) {
+        event.isWholeDay = true;
+        words = trimmed(timed);
+    }
     takeLength(words, event);
-    const auto repeat = SpokenRepeat::read(words);
+    const auto repeat = SpokenRepeat::read(withCommas(words));
     if (repeat) {
         event.repeat = repeat->stored;
         event.isRepeatUnknown = repeat->stored.empty();
-        words = repeat->rest;
+        event.isToRepeat = false;
+        static const Pattern weekly(
+            "\\b(?:weekly|every week|each week)\\b ?", Pattern::caseless); // "A weekly call on mondays"
+        words = weekly.replaceAll(repeat->rest, "");
     }
     std::string named = words;
-    if (const auto days = takeDays(named, around); days && !speaksOfTime(named, around)) {
+    if (const auto days = EventSpan::takeDays(named, around); days && !speaksOfTime(named, around)) {
         event.start = days->first;
         event.end = days->last;
-        event.title = titleFrom(named);
+        event.title = EventTitle::from(named, words);
         return event;
     }
-    const std::string endWords = takeEnd(words);
+    const std::string endWords = EventSpan::takeEnd(words);
     auto moment = SpokenMoment::read(words, around);
-    if (moment && isVague(words))
+    if (moment && namesNoDay(words))
         moment.reset();
     if (!moment) {
         leaveOpen(event, words, endWords, around);
@@ -313,12 +271,29 @@ EventWords EventWords::read(std::string words, const LocalTime& around)
     }
     event.start = moment->date;
     event.repeat = repeat ? repeat->stored : moment->repeat;
-    event.title = titleFrom(moment->rest);
+    event.isToRepeat = event.isToRepeat && event.repeat.empty();
+    event.title = EventTitle::from(moment->rest, words);
     if (endWords.empty())
         settleHalfOfDay(event, words);
-    event.isPartOfDay = isOnlyPartOfDay(event, words);
-    event.end = endWords.empty() ? std::nullopt : endOn(moment->date, endWords, around);
+    static const Pattern lunchTime("\\s*\\blunch ?time$", Pattern::caseless);
+    const bool isAtLunch = event.start->allDay && lunchTime.find(event.title);
+    if (isAtLunch)
+        event.title = lunchTime.replaceAll(event.title, "");
+    event.isPartOfDay = isAtLunch || isOnlyPartOfDay(event, words);
+    event.end = endWords.empty() ? std::nullopt : EventSpan::endOn(moment->date, endWords, around);
+    // An end, or an hour, that was said and not understood is asked about.
+    static const Pattern left("\\b(?:after|before|between|until|till|around|from) "
+                              "(?:\\d|one|two|three|four|five|six|seven|eight|nine|ten|eleven|"
+                              "twelve|noon|late)\\b|\\b0\\d{3}$|\\b\\d{4} ?(?:hours|hrs|h)\\b|\\b\\d{1,2}[:.]\\d{2}\\b",
+        Pattern::caseless);
+    const bool isEndLost = !endWords.empty() && !event.end && !event.start->allDay;
+    if (isEndLost || left.find(event.title)) {
+        event.start.reset();
+        event.isTimeUnclear = true;
+    }
     return event;
 }
+
+} // namespace
 
 } // namespace quorvell

@@ -18,7 +18,10 @@ struct EventWords {
     int minutes = 0; ///< 0 for none that was named.
     std::string repeat{}; ///< In the form of the tools; empty for none.
     bool isRepeatUnknown = false; ///< It comes back in a way that no calendar rule here can say.
+    bool isVague = false; ///< "Next week": understood, and no day.
     bool isTimeUnclear = false; ///< The words say more of its time than was understood.
+    bool isWholeDay = false; ///< They said so: "all day".
+    bool isToRepeat = false; ///< They want it to come back, and did not say how often.
     bool isPartOfDay = false; ///< `start` stands for a morning or an evening: nobody named an hour.
     std::vector<DateParts> contraryDays{}; ///< A date, and the weekday that was said with it, where they do not agree.
     std::optional<DateParts> clock{}; ///< The hour that was clear where the day was not.
