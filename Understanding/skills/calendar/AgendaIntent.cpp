@@ -184,7 +184,9 @@ std::optional<AgendaIntent> AgendaIntent::adding(const RequestReading& reading, 
     static const Pattern ended(
         "\\b(?:no|not|cancel\\w*|delete|remove|kill|drop|skip|move|reschedule)\\b|\\bwant\\b.*\\bfree\\b",
         Pattern::caseless);
-    if (intent.isUnasked && ended.find(intent.title))
+    static const Pattern takenOff(
+        "(?<!\\bday)(?<!\\btime)(?<!\\bweek)(?<!\\bmorning)(?<!\\bafternoon) off$", Pattern::caseless);
+    if ((intent.isUnasked && ended.find(intent.title)) || takenOff.find(intent.title))
         return std::nullopt;
     const bool isSaid = reading.has(AgendaCues::calendar) || reading.has(AgendaCues::event);
     const bool isLikely =

@@ -107,7 +107,14 @@ std::optional<PatternMatch> wished(const std::string& plain)
         "^(?:please |can you |could you )?(?:take|pull|strike|leave|knock|get)\\b (.+) (?:off|out|from|out "
         "of|off of)(?: of)? (?:my|the|our) "
         + CalendarWords::calendar + "\\b(.*)$");
+    // "Take lunch off friday"
+    static const Pattern offDay(
+        "^(?:please |can you |could you )?(?:take|knock|strike|get) (?:(?:the|my|our) )?(?!.*\\b(?:day|week|time) "
+        "off\\b)"
+        "(.+) (?:off|out of)(?: of)? ((?:my )?(?:today|tomorrow|(?:mon|tues|wednes|thurs|fri|satur|sun)day).*)$");
     auto match = takes.find(plain);
+    if (!match)
+        match = offDay.find(plain);
     return match ? match : asks.find(plain);
 }
 

@@ -361,7 +361,7 @@ Found EventSetting::readStatement(const std::string& core, const RuleSurrounding
     if (!spoken.find(core) || isForOthers(plain))
         return std::nullopt;
     EventWords event = EventWords::read(wish ? core.substr(wish->range.end) : core, around);
-    static const Pattern ended("\\b(?:no|not|cancel\\w*|sick|ill|free)\\b", Pattern::caseless);
+    static const Pattern ended("\\b(?:no|not|cancel\\w*|sick|ill|free|tell|what|when|where|how)\\b", Pattern::caseless);
     const bool isName = !event.title.empty() && RequestWords(event.title).size() <= longestTitle
         && !CalendarWords::holdsTimeWords(CalendarWords::of(event.title).plain) && !ended.find(event.title);
     if (!isName || event.isRepeatUnknown)

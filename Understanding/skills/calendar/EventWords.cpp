@@ -284,7 +284,8 @@ EventWords readMasked(std::string words, const LocalTime& around)
     // An end, or an hour, that was said and not understood is asked about.
     static const Pattern left("\\b(?:after|before|between|until|till|around|from) "
                               "(?:\\d|one|two|three|four|five|six|seven|eight|nine|ten|eleven|"
-                              "twelve|noon|late)\\b|\\b0\\d{3}$|\\b\\d{4} ?(?:hours|hrs|h)\\b|\\b\\d{1,2}[:.]\\d{2}\\b",
+                              "twelve|noon|late)\\b|\\b0\\d{3}$|\\b\\d{4} "
+                              "?(?:hours|hrs|h)\\b|\\b\\d{1,2}[:.]\\d{2}\\b|\\b\\d{1,2}/\\d{1,2}\\b",
         Pattern::caseless);
     const bool isEndLost = !endWords.empty() && !event.end && !event.start->allDay;
     if (isEndLost || left.find(event.title)) {
