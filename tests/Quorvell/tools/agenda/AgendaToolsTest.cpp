@@ -199,6 +199,34 @@ TEST(AgendaTools, deleteOnlyAfterTheUsersOwnYes)
     EXPECT_NE(other.answer(R"(whats_on {"from":"2026-12-02"})").find("Choir"), std::string::npos);
 }
 
+TEST(AgendaTools, findWhatIsSpelledNearlySo)
+{
+    struct Row {
+        const char* words;
+        const char* found; ///< Of Lunch, Holiday and Choir the first letters.
+    };
+    const Row rows[] = {
+        {"lunch", "L"},
+        {"lunhc", "L"},
+        {"hollday", "H"},
+        {"chior", "C"},
+        {"choirs holidy", "CH"},
+        {"here dentist", "L"},
+        {"dinner", ""},
+        {"hol", "H"},
+        {"ch o", ""},
+    };
+    for (const Row& row : rows) {
+        AgendaBench bench;
+        const std::string told = bench.answer(
+            R"(whats_on {"from":"2026-11-21","to":"2027-11-21","words":")" + std::string(row.words) + "\"}");
+        for (const char* title : {"Lunch", "Holiday", "Choir"})
+            EXPECT_EQ(told.find(title) != std::string::npos,
+                std::string_view(row.found).find(*title) != std::string_view::npos)
+                << row.words << ": " << told;
+    }
+}
+
 TEST(AgendaTools, takeBackExactlyWhatTheyDid)
 {
     const std::string two = R"(BEGIN:VCALENDAR
