@@ -223,9 +223,6 @@ Found EventRemoving::read(const std::string& said, const RuleSurroundings& aroun
 Found EventRemoving::readNews(const std::string& said, const RuleSurroundings& around)
 {
     static const std::string name = "(?:(?:my|the|our) )?(.+?)";
-    static const Pattern off("^" + name
-        + " (?:is|are|was|got|has been|have been|had been) (?:cancelled|canceled|called off|off|"
-          "scrapped|not happening|not taking place)(?: (?:now|anymore))?(?: so .*)?$");
     static const Pattern without(
         "^(?:i am|i will|i was|we are|we will|i do|i can|we do|i|we)(?: not|not)? (?:going to |be )*(?:not )?"
         "(?:having|have|going to|go to|attending|attend|doing|do|need|needing|making|make it to|coming to|be at) "
@@ -242,9 +239,8 @@ Found EventRemoving::readNews(const std::string& said, const RuleSurroundings& a
     const std::string plain = CalendarWords::of(wishBehind.find(core) ? core : behind.replaceAll(core, "")).plain;
     if (!around.offers("change_event") || question.find(plain) || isOfOthers(plain))
         return std::nullopt;
-    auto match = off.find(plain);
-    if (!match && negative.find(plain) && wish.find(plain))
-        match = without.find(plain);
+    const bool isNews = negative.find(plain) && wish.find(plain);
+    const auto match = isNews ? without.find(plain) : std::nullopt;
     auto search = match ? CalendarWords::search(match->texts[0], around) : std::nullopt;
     if (!search || search->isUnclear || (search->name.empty() && search->noun.empty()))
         return std::nullopt;

@@ -12,7 +12,7 @@ namespace quorvell {
 struct EventRemoving {
     /// "Delete all my events for tomorrow", "take the lunch off my calendar", "skip yoga on saturday".
     static std::optional<Request> read(const std::string& core, const RuleSurroundings& around);
-    /// "The staff meeting is off", "I'm not having dinner with John any more": whether it should go is asked.
+    /// "I'm not having dinner with John any more": whether it should go is asked.
     static std::optional<Request> readNews(const std::string& core, const RuleSurroundings& around);
 };
 

@@ -259,8 +259,10 @@ Found marking(const std::string& core, const RuleSurroundings& around)
     const auto match = dayFirst.find(core);
     if (!match)
         return std::nullopt;
-    const std::string& day = match->texts[0];
-    EventWords event = EventWords::read(match->texts[1] + (range.find(day) ? " from " : " on ") + day, around);
+    const std::string when = (range.find(match->texts[0]) ? "from " : "on ") + match->texts[0];
+    if (!EventWords::read(when, around).title.empty()) // "Mark rent as paid on friday" is of no day.
+        return std::nullopt;
+    EventWords event = EventWords::read(match->texts[1] + " " + when, around);
     return event.start && !event.title.empty() ? adding(std::move(event), false) : std::nullopt;
 }
 
@@ -361,7 +363,8 @@ Found EventSetting::readStatement(const std::string& core, const RuleSurrounding
     if (!spoken.find(core) || isForOthers(plain))
         return std::nullopt;
     EventWords event = EventWords::read(wish ? core.substr(wish->range.end) : core, around);
-    static const Pattern ended("\\b(?:no|not|cancel\\w*|sick|ill|free|tell|what|when|where|how)\\b", Pattern::caseless);
+    static const Pattern ended(
+        "\\b(?:no|not|cancel\\w*|sick|ill|free|tell|what|when|where|how|was|were|had)\\b", Pattern::caseless);
     const bool isName = !event.title.empty() && RequestWords(event.title).size() <= longestTitle
         && !CalendarWords::holdsTimeWords(CalendarWords::of(event.title).plain) && !ended.find(event.title);
     if (!isName || event.isRepeatUnknown)
