@@ -24,12 +24,13 @@ bool hangs(const std::string& core)
     static const Pattern needsMore(
         "(?:^|\\s)(?:an?|the|my|your|our|his|her|their|this|these|some|any|every|each|next|another|i|i "
         "am|we|me|us|to|at|in"
-        "|on|of|for|from|by|with|about|until|till|before|after|between|into|around|and|or|but|then|because|so|that|"
+        "|on|of|for|from|by|with|about|until|till|before|after|between|into|around|and|or|but|then|because|so|"
         "which"
         "|who|what|when|where|how|if|is|are|was|were|be|do|does|did|can|could|will|would|should|have|has|set|put|add|"
         "make"
         "|create|book|schedule|move|change|cancel|delete|remove|remind|remember|keep|tell|find|show|read|called|named"
-        "|saying|(?<!thank |are |about |with |for )you|quarter|half|past|o|um|uh|er|erm|well)$",
+        "|saying|(?:remember|forget|know|note|down|mind|me|fact|so) that|(?<!thank |are |about |with |for "
+        ")you|quarter|half|past|o|um|uh|er|erm|well)$",
         anyCase);
     // What is done to something, before that was named; "stretch" and "leave" are done to nothing.
     static const Pattern needsMatter(
@@ -56,10 +57,36 @@ bool endsInHours(const std::string& time)
     return hours.find(time).has_value();
 }
 
+/// Nobody goes on behind these: "undo that", "all my alarms", "ten minutes longer", "to the shopping list".
+bool isCompleteAct(const std::string& core)
+{
+    static const Pattern complete(
+        "^(?:please )?(?:undo|redo|repeat|say) (?:it|that|this|again|that again|it again|everything|the last one)$"
+        "|\\b(?:minutes?|hours?|days?|weeks?) (?:longer|shorter|later|earlier)$|\\binstead$|^\\S+ more minutes$"
+        "|^(?:stop|cancel|end|pause|resume|continue|delete|turn off|switch off|how (?:long|much)) .*\\btimers?$"
+        "|^what did (?:i|you) just (?:do|add|say)$|\\bby (?:\\S+ ){1,3}(?:minutes?|hours?|days?|weeks?)$"
+        "|^(?:cancel|delete|clear) (?:everything|all)\\b.* (?:today|tomorrow|\\w+day)$"
+        "|\\ball (?:of )?(?:my |the )?(?:alarms|timers)$|\\b(?:skip|cancel|turn off|delete) .*'s alarm$"
+        "|^(?:add|put|remove|delete|take|tick|cross|check|clear|empty|read|show)\\b.* lists?$",
+        anyCase);
+    return complete.find(core).has_value();
+}
+
+/// Asks for what one place tells: no day or list is named behind it.
+bool isCompleteQuestion(const std::string& core)
+{
+    static const Pattern question(
+        "^(?:when|where|what time)\\b|\\bnext (?:meeting|appointment|event|reminder|alarm)$", anyCase);
+    return question.find(core).has_value();
+}
+
 UtteranceShape shapeOfLookUp(const std::string& core, const LocalTime& around)
 {
     static const Pattern list("\\blists?$", anyCase);
-    return list.find(core) || TimeWords::atEnd(core, around) ? UtteranceShape::whole : UtteranceShape::open;
+    if (endsInNumber(core))
+        return UtteranceShape::open;
+    return list.find(core) || isCompleteQuestion(core) || TimeWords::atEnd(core, around) ? UtteranceShape::whole
+                                                                                         : UtteranceShape::open;
 }
 
 /// What stands for a while, such as a reminder or an event: whole with its moment and its matter, whichever is last.
@@ -83,10 +110,18 @@ UtteranceShape shapeOfChange(const std::string& core, const LocalTime& around)
 /// No tool is needed: small talk, or the rules ask back, or they can do nothing with it.
 UtteranceShape shapeOfReply(const RuleStep& step, const std::string& core, const RequestMemory& before)
 {
+    // A bare "no" mostly begins a repair, "no, friday", unless it answers something.
+    static const Pattern no("^(?:no|nope|no no)$", anyCase);
+    if (no.find(core) && !before.pending.isOpen())
+        return UtteranceShape::open;
     if (SmallTalk::isCancel(core))
         return UtteranceShape::whole;
+    static const Pattern question("^(?:what|when|where|who|which|how|is|are|was|were|do|does|did|will)\\b", anyCase);
     const bool asksBack = step.memory.pending.isOpen() && step.memory.pending != before.pending;
-    return asksBack ? UtteranceShape::hanging : UtteranceShape::open;
+    if (asksBack)
+        return UtteranceShape::hanging;
+    const bool isAnswered = !step.isNotUnderstood && question.find(core) && !endsInNumber(core);
+    return isAnswered ? UtteranceShape::whole : UtteranceShape::open;
 }
 
 } // namespace
@@ -96,14 +131,16 @@ UtteranceShape shapeOf(std::string_view words, const RequestMemory& memory, cons
     const std::string core = RequestText::withoutClosing(RequestText::withoutOpening(words));
     if (core.empty() || hangs(core))
         return UtteranceShape::hanging;
+    if (isCompleteAct(core))
+        return UtteranceShape::whole;
     const RuleStep step = RequestRules::answerWords(words, memory, around);
     const auto* call = std::get_if<ToolRequest>(&step.answer);
     if (!call)
         return shapeOfReply(step, core, memory);
-    if (endsInNumber(core))
-        return UtteranceShape::hanging;
     if (!CallEffect::leadsToChange(step, memory))
         return shapeOfLookUp(core, around);
+    if (endsInNumber(core))
+        return UtteranceShape::hanging;
     // The answer to a question is short, and the call that it settles has all it needs.
     if (memory.pending.isOpen() && !TimeWords::isTime(core, around))
         return UtteranceShape::whole;
