@@ -7,6 +7,7 @@
 #include "Understanding/time/SpokenToWritten.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace quorvell {
@@ -25,9 +26,26 @@ constexpr std::ptrdiff_t mostSpacesInAnswer = 1;
 /// Nobody asks for one thing in more; comparing takes longer than it is worth.
 constexpr std::size_t longestCompared = std::size_t{12} * SpeechRecogniser::sampleRateHz;
 
+/// Speech goes on where so many frames of 20 ms are louder: as much as begins a turn, and a little below its level.
+constexpr std::size_t speechFrameSamples = SpeechRecogniser::sampleRateHz / 50;
+constexpr int framesOfSpeech = 3;
+constexpr double leastLevelOfSpeech = 200; ///< Root mean square, of 32768.
+
 const char* const unreadable =
     "Speech cannot be recognised on this computer: a speech model cannot be read. Install the package "
     "pocketsphinx-en-us and Quorvell again; typing works without them.";
+
+bool holdsSpeech(std::span<const std::int16_t> samples)
+{
+    int loud = 0;
+    for (; samples.size() >= speechFrameSamples; samples = samples.subspan(speechFrameSamples)) {
+        double sum = 0;
+        for (const std::int16_t sample : samples.first(speechFrameSamples))
+            sum += static_cast<double>(sample) * sample;
+        loud += sum > leastLevelOfSpeech * leastLevelOfSpeech * speechFrameSamples ? 1 : 0;
+    }
+    return loud >= framesOfSpeech;
+}
 
 bool isCommand(const Decoder::Result& commands, const Decoder::Result& open)
 {
@@ -89,6 +107,20 @@ struct SpeechRecogniser::Parts {
     std::unique_ptr<Decoder> commands;
     BackgroundDecoder open;
     std::vector<std::int16_t> samples{}; ///< Of this utterance.
+    std::optional<RecognisedUtterance> ahead{}; ///< What was worked out when the end was expected,
+    std::size_t samplesOfAhead = 0; ///< of so much of it.
+
+    void listen(std::span<const std::int16_t> fed)
+    {
+        open.feed(fed);
+        commands->feed(fed);
+    }
+    void beginSearches()
+    {
+        ahead.reset();
+        open.begin();
+        commands->begin();
+    }
 };
 
 SpeechRecogniser::SpeechRecogniser(std::unique_ptr<Parts> parts)
@@ -124,24 +156,41 @@ SpeechRecogniser::Made SpeechRecogniser::create(const SpeechModels& models, cons
 void SpeechRecogniser::begin()
 {
     m_parts->samples.clear();
-    m_parts->open.begin();
-    m_parts->commands->begin();
+    m_parts->beginSearches();
 }
 
 void SpeechRecogniser::feed(std::span<const std::int16_t> samples)
 {
     samples = samples.first(std::min(samples.size(), longestUtteranceSamples - m_parts->samples.size()));
     m_parts->samples.insert(m_parts->samples.end(), samples.begin(), samples.end());
-    m_parts->open.feed(samples);
-    m_parts->commands->feed(samples);
+    if (!m_parts->ahead)
+        return m_parts->listen(samples);
+    if (holdsSpeech(std::span(m_parts->samples).subspan(m_parts->samplesOfAhead))) {
+        m_parts->beginSearches();
+        m_parts->listen(m_parts->samples);
+    }
 }
 
 std::string SpeechRecogniser::heardSoFar() const
 {
-    return spokenToWritten(m_parts->commands->heardSoFar());
+    return m_parts->ahead ? m_parts->ahead->text : spokenToWritten(m_parts->commands->heardSoFar());
+}
+
+void SpeechRecogniser::expectEnd()
+{
+    if (m_parts->ahead || m_parts->samples.empty())
+        return;
+    RecognisedUtterance ahead = workOut();
+    m_parts->ahead = std::move(ahead);
+    m_parts->samplesOfAhead = m_parts->samples.size();
 }
 
 RecognisedUtterance SpeechRecogniser::finish()
+{
+    return m_parts->ahead ? *std::exchange(m_parts->ahead, std::nullopt) : workOut();
+}
+
+RecognisedUtterance SpeechRecogniser::workOut()
 {
     m_parts->open.finish();
     const Decoder::Result commands = m_parts->commands->finish();

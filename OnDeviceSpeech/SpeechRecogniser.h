@@ -47,11 +47,15 @@ public:
     void feed(std::span<const std::int16_t> samples);
     /// What the quicker search makes of the utterance so far, in written form.
     std::string heardSoFar() const;
+    /// The utterance has probably ended: works its words out ahead, so that finish has little to do where only quiet
+    /// follows. Where speech goes on, what was heard is listened to once more.
+    void expectEnd();
     /// Waits for the words; for the models too while they load.
     RecognisedUtterance finish();
 
 private:
     struct Parts;
+    RecognisedUtterance workOut();
     explicit SpeechRecogniser(std::unique_ptr<Parts> parts);
     std::unique_ptr<Parts> m_parts;
 };

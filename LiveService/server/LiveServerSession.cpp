@@ -195,6 +195,7 @@ void LiveServerSession::carryOut(effect::JudgePause& judge)
             const auto shape = words.empty() ? std::nullopt : std::optional(shapeOf(words, judge.memory, around));
             reach([pause = judge.pause, shape](
                       LiveServerSession& session) { session.carryOut(session.m_engine.judged(pause, shape)); });
+            return shape == UtteranceShape::whole ? SpeechWorker::Likely::end : SpeechWorker::Likely::goesOn;
         });
 }
 

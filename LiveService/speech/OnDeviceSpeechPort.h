@@ -24,6 +24,7 @@ public:
     void begin() override;
     void feed(std::span<const std::int16_t> samples) override;
     std::string heardSoFar() override;
+    void expectEnd() override;
     HeardTurn finish() override;
     void speak(std::string_view voice, std::string_view text, const Sink& sink, std::stop_token stop) override;
 

@@ -27,6 +27,8 @@ public:
     virtual void feed(std::span<const std::int16_t> samples) = 0;
     /// The words of the turn so far, in written form; empty where they are not known yet. Quick.
     virtual std::string heardSoFar() { return {}; }
+    /// The turn has probably ended: what finish needs may be worked out ahead. More may be fed all the same.
+    virtual void expectEnd() { }
     virtual HeardTurn finish() = 0;
     /// Hands pieces to `sink` while the rest is still being made, until done or `stop` is requested.
     /// The default voice stands in for a name that is not known.

@@ -67,7 +67,10 @@ void SpeechWorker::listen(std::vector<std::int16_t> samples)
 
 void SpeechWorker::readSoFar(TakeWords take)
 {
-    m_thread.post([this, take = std::move(take)] { take(port().heardSoFar()); });
+    m_thread.post([this, take = std::move(take)] {
+        if (take(port().heardSoFar()) == Likely::end)
+            port().expectEnd();
+    });
 }
 
 void SpeechWorker::finishListening(HearTurn done)

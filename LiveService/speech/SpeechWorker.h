@@ -23,7 +23,8 @@ class SpeechWorker {
 public:
     using MakePort = std::function<std::unique_ptr<SpeechPort>()>;
     using HearTurn = std::function<void(HeardTurn)>;
-    using TakeWords = std::function<void(const std::string&)>;
+    enum class Likely { goesOn, end }; ///< Of a turn that fell silent: then its words are worked out ahead.
+    using TakeWords = std::function<Likely(const std::string&)>;
     using TakePiece = std::function<void(VoicePiece)>;
 
     static constexpr int longestBacklogSeconds = 60; ///< Of sound that waits for the recogniser; more is not heard.

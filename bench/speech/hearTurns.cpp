@@ -92,7 +92,7 @@ private:
                 m_port.feed(event.samples);
                 break;
             case TurnEvent::Kind::paused:
-                take(m_detector.judge(event.pause, shapeSoFar()));
+                judge(event.pause);
                 break;
             case TurnEvent::Kind::ended:
                 end();
@@ -100,10 +100,13 @@ private:
             }
         }
     }
-    std::optional<UtteranceShape> shapeSoFar()
+    void judge(int pause)
     {
         const std::string words = m_port.heardSoFar();
-        return words.empty() ? std::nullopt : std::optional(shapeOf(words, {}, m_around));
+        const auto shape = words.empty() ? std::nullopt : std::optional(shapeOf(words, {}, m_around));
+        if (shape == UtteranceShape::whole)
+            m_port.expectEnd();
+        take(m_detector.judge(pause, shape));
     }
     void end()
     {

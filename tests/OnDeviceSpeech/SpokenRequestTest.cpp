@@ -84,6 +84,19 @@ TEST(SpokenRequest, isHeardAsItIsWrittenInTwoThreadsAtOnce)
     EXPECT_EQ(hear(*recogniser, Samples(SpeechRecogniser::sampleRateHz)), "") << "silence";
     EXPECT_EQ(hear(*recogniser, {}), "") << "nothing at all";
 
+    const Samples start = spoken("slt", "remind me tomorrow at five p m");
+    recogniser->begin();
+    recogniser->feed(start);
+    recogniser->expectEnd();
+    EXPECT_EQ(recogniser->heardSoFar(), "remind me tomorrow at 5 pm");
+    recogniser->feed(Samples(SpeechRecogniser::sampleRateHz / 10));
+    EXPECT_EQ(recogniser->finish().text, "remind me tomorrow at 5 pm") << "only quiet followed";
+    recogniser->begin();
+    recogniser->feed(start);
+    recogniser->expectEnd();
+    recogniser->feed(spoken("slt", "to call the dentist"));
+    EXPECT_EQ(recogniser->finish().text, "remind me tomorrow at 5 pm to call the dentist") << "speech went on";
+
     recogniser->begin();
     recogniser->feed(spoken("slt", "read it to me"));
     EXPECT_EQ(hear(*recogniser, spoken("slt", "never mind")), "never mind") << "what was not finished is forgotten";
