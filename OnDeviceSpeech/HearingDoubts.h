@@ -34,8 +34,8 @@ struct HearingDoubts {
 
     /// For every number of the text that has one.
     static std::vector<Twin> twins(const std::string& text);
-    /// "Remind me and ten minutes" as "in ten minutes": nobody says the former, and it sounds nearly the same. Nothing
-    /// for other words.
+    /// "Remind me and ten minutes", "remind me ten minutes to ..." as "in ten minutes": nobody says the former, and it
+    /// sounds nearly the same. Nothing for other words.
     static std::optional<std::string> withSpan(const std::string& text);
     /// How little the sound may speak against that.
     static constexpr int marginOfSpan = 250;

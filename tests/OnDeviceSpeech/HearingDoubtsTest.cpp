@@ -55,15 +55,19 @@ TEST(HearingDoubts, findsOtherTimesAndNoOtherWords)
 TEST(HearingDoubts, knowsTwinsAndFaintNames)
 {
     const auto twins = HearingDoubts::twins("at eight fifteen or five forty five or six thirty");
-    ASSERT_EQ(twins.size(), 2u);
-    EXPECT_EQ(twins[0].words, "at eight fifty or five forty five or six thirty");
-    EXPECT_EQ(twins[1].words, "at eight fifteen or five forty five or six thirteen");
-    EXPECT_LT(twins[1].margin, twins[0].margin) << "a rare hour";
+    ASSERT_EQ(twins.size(), 3u);
+    EXPECT_EQ(twins[0].words, "at ten fifteen or five forty five or six thirty");
+    EXPECT_EQ(twins[1].words, "at eight fifty or five forty five or six thirty");
+    EXPECT_EQ(twins[2].words, "at eight fifteen or five forty five or six thirteen");
+    EXPECT_LT(twins[2].margin, twins[1].margin) << "a rare hour";
+    EXPECT_GT(HearingDoubts::twins("at six thirteen").front().margin, 1000) << "a rare hour is always asked about";
     EXPECT_TRUE(HearingDoubts::twins("call five guys").empty());
 
     EXPECT_EQ(HearingDoubts::withSpan("remind me and ten minutes to eat"), "remind me in ten minutes to eat");
     EXPECT_EQ(HearingDoubts::withSpan("of an hour remind me to eat"), "in an hour remind me to eat");
-    for (const char* other : {"remind me of the ten minutes", "call ana and ten others", "remind me in ten minutes"})
+    EXPECT_EQ(HearingDoubts::withSpan("remind me an hour to eat"), "remind me in an hour to eat");
+    for (const char* other : {"remind me ten minutes before lunch", "remind me of the ten minutes",
+             "call ana and ten others", "remind me in ten minutes"})
         EXPECT_FALSE(HearingDoubts::withSpan(other)) << other;
 
     const char* const lunch = "put lunch with donna in my calendar";
