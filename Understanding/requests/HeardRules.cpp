@@ -4,6 +4,7 @@
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/requests/CallEffect.h"
+#include "Understanding/requests/MisheardTime.h"
 #include "Understanding/requests/RequestRules.h"
 #include "Understanding/time/TimeWords.h"
 #include "Understanding/words/ListPlace.h"
@@ -108,6 +109,14 @@ RuleStep askWhich(OpenReadings readings, std::string question, RequestMemory mem
     return RuleStep::asking({.kind = &HeardRules::whichReading, .question = std::move(question)}, std::move(memory));
 }
 
+/// A reading that tells no moment in full, "nine at 9:30", is hardly what was said where another one does.
+bool isLikely(const RuleStep& step, const RuleStep& heard, const RuleSurroundings& around)
+{
+    const auto* call = std::get_if<ToolRequest>(&step.answer);
+    const auto* own = std::get_if<ToolRequest>(&heard.answer);
+    return !own || !MisheardTime::isWhole(*own, around) || (call && MisheardTime::isWhole(*call, around));
+}
+
 /// The reading whose own piece was said, and no other's: "8:15", "at 8:15 am".
 std::optional<std::size_t> readingNamed(const std::string& core, const std::vector<std::string>& pieces)
 {
@@ -149,12 +158,17 @@ std::optional<RuleStep> takeReading(
         return std::nullopt;
     memory.pending = readings.before;
     const auto place = ListPlace::read(core);
-    std::optional<std::size_t> chosen =
-        place ? place->among(readings.whole.size()) : readingNamed(core, readings.pieces);
+    const bool isChoice = readings.whole.size() > 1;
+    std::optional<std::size_t> chosen = place ? place->among(readings.whole.size())
+        : isChoice                            ? readingNamed(core, readings.pieces)
+                                              : std::nullopt;
     if (chosen)
         return RequestRules::answerWords(readings.whole[*chosen], memory, around);
     if (const auto words = withTimeSaid(core, readings, around))
         return RequestRules::answerWords(*words, memory, around);
+    static const Pattern yes("^(?:yes|yeah|yep|correct|right|that'?s right|sure)$", Pattern::Case::insensitive);
+    if (!isChoice && yes.find(core))
+        return RequestRules::answerWords(readings.whole.front(), memory, around);
     static const Pattern neither("^(?:no|nope|neither|none)\\b", Pattern::Case::insensitive);
     if (neither.find(core))
         return RuleStep{"Then please say it again.", std::move(memory)};
@@ -190,17 +204,20 @@ RuleStep HeardRules::answer(
 {
     const auto chosen = chosenReading(words, memory, around);
     RuleStep step = chosen ? *chosen : RequestRules::answerWords(words, memory, around);
-    if (doubts == HeardDoubts{} || !CallEffect::leadsToChange(step, memory))
+    if (!CallEffect::leadsToChange(step, memory))
         return step;
     if (doubts.trouble != HeardDoubts::Trouble::none)
         return {badlyHeard(doubts.trouble), memory};
     OpenReadings readings{.whole = {std::string(words)}, .before = memory.pending};
     for (const std::string& other : doubts.orElse) {
-        if (!isSame(RequestRules::answerWords(other, memory, around), step))
+        const RuleStep otherwise = RequestRules::answerWords(other, memory, around);
+        if (!isSame(otherwise, step) && isLikely(otherwise, step, around))
             readings.whole.push_back(other);
     }
     if (readings.whole.size() > 1) {
         // An answer that is itself in doubt would be asked about for ever.
+        if (memory.pending.kind == &whichReading && memory.readings.whole.size() == 1)
+            return {badlyHeard(HeardDoubts::Trouble::unclear), memory};
         if (memory.pending.kind == &whichReading)
             return askWhich(memory.readings, placesQuestion(memory.readings.pieces), memory);
         readings.pieces = differences(readings.whole);
@@ -208,7 +225,14 @@ RuleStep HeardRules::answer(
         return askWhich(std::move(readings), std::move(question), memory);
     }
     const auto* call = std::get_if<ToolRequest>(&step.answer);
-    if (doubts.faintNames.empty() || !call)
+    if (!call || chosen)
+        return step;
+    if (auto piece = MisheardTime::in(words, *call, around)) {
+        readings.pieces = {*piece};
+        return askWhich(
+            std::move(readings), "I heard \"" + *piece + "\" where a day or an hour belongs. Is that right?", memory);
+    }
+    if (doubts.faintNames.empty())
         return step;
     return RuleStep::asking({.kind = &ToolResults::confirmation,
                                 .question = "Did you say " + RequestText::written(doubts.faintNames.front()) + "?",

@@ -75,12 +75,44 @@ TEST(HeardRules, asksForANameAndDoesNothingOnABadLine)
             "again, or type it."}});
 }
 
+TEST(HeardRules, asksForADayOrAnHourThatWasHeardAsSomethingElse)
+{
+    const Said fence{"remind me on the fence at 3 pm to order the paint", {},
+        "I heard \"on the fence\" where a day or an hour belongs. Is that right?"};
+    const char* const said = R"(set_reminder {"text":"remind me on the fence at 3 pm to order the paint"})";
+    const char* const meant = R"(set_reminder {"text":"remind me friday at 3 pm to order the paint"})";
+    checkTalk("it was said so", {fence, {"yes", {}, said}});
+    checkTalk("the day", {fence, {"on friday", {}, meant}});
+    checkTalk("the day after a no", {fence, {"no friday", {}, meant}});
+    checkTalk("the day is in doubt too",
+        {fence,
+            {"on friday", {.orElse = {"on sunday"}},
+                "I am not sure what you said, so I have changed nothing. Please say it again."}});
+    const std::pair<const char*, const char*> asked[] = {
+        {"set a reminder for a dentist at 3 pm to buy milk", "for a dentist"},
+        {"wake me up on the fence at 6 am", "on the fence"},
+        {"schedule a meeting on wins day at 11 am", "on wins day"},
+        {"remind me on friday adding a m to pay the rent", "adding a m"},
+    };
+    for (const auto& [words, piece] : asked)
+        EXPECT_EQ(shown(HeardRules::answer(words, {}, {}, withCalendar())),
+            "I heard \"" + std::string(piece) + "\" where a day or an hour belongs. Is that right?");
+    for (const char* words : {"remind me about the party at 5 pm", "remind me to go to the fence at 3 pm",
+             "remind me at work tomorrow at 5 pm to print the form", "remind me at 5 pm to call ana to say hello",
+             "set a reminder for my son at 3 pm to take his pills", "schedule a meeting on budgets today at 11 am",
+             "set an alarm for 6 am"})
+        EXPECT_EQ(shown(HeardRules::answer(words, {}, {}, withCalendar())).find("I heard"), std::string::npos) << words;
+}
+
 TEST(HeardRules, letsDoubtsPassThatDoNotMatter)
 {
     checkTalk("a question",
         {{"what do i have on sunday", {.orElse = {"what do i have on monday"}, .trouble = Trouble::noise},
             R"(whats_on {"from":"2026-11-22","to":"2026-11-22"})"}});
     checkTalk("small talk", {{"thank you", {.faintNames = {"you"}, .trouble = Trouble::unclear}, "You are welcome."}});
+    checkTalk("a reading that nobody says",
+        {{"remind me tonight at 9:30 to eat", {.orElse = {"remind me nine at 9:30 to eat"}},
+            R"(set_reminder {"text":"remind me tonight at 9:30 to eat"})"}});
     checkTalk("no doubts",
         {{"remind me tomorrow at 5 pm to eat", {}, R"(set_reminder {"text":"remind me tomorrow at 5 pm to eat"})"}});
 }
