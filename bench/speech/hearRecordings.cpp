@@ -43,7 +43,8 @@ nlohmann::json heardIn(SpeechRecogniser& recogniser, std::span<const std::int16_
     const std::chrono::duration<double, std::milli> work = std::chrono::steady_clock::now() - start;
     const char* const qualities[] = {"good", "noisy", "narrow"};
     return {{"text", heard.text}, {"or_else", heard.orElse}, {"faint_names", heard.faintNames},
-        {"quality", qualities[static_cast<int>(quality)]}, {"confidence", heard.confidence}, {"work_ms", work.count()}};
+        {"quality", qualities[static_cast<int>(quality)]}, {"confidence", heard.confidence},
+        {"least_of_times", heard.leastOfTimes}, {"work_ms", work.count()}};
 }
 
 } // namespace
