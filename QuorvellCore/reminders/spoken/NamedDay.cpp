@@ -3,7 +3,7 @@
 
 #include "QuorvellCore/reminders/calendar/DaySearch.h"
 #include "QuorvellCore/reminders/calendar/DecimalNumber.h"
-#include "QuorvellCore/reminders/calendar/Holidays.h"
+#include "QuorvellCore/reminders/calendar/FeastDays.h"
 #include "QuorvellCore/reminders/spoken/TokenNumber.h"
 #include "QuorvellCore/reminders/wording/TimeTerms.h"
 
@@ -172,17 +172,16 @@ std::optional<int> NamedDay::year(const RequestTokens& tokens, int index)
 std::optional<NamedDay> NamedDay::feast(const RequestTokens& tokens, int index, LocalDay today)
 {
     const std::string_view first = tokens.token(index).text;
-    if (!Holidays::mayBegin(first.substr(0, first.find_first_of("'’"))))
+    if (!FeastDays::mayBegin(first.substr(0, first.find_first_of("'’"))))
         return std::nullopt;
     std::string name;
     Day longest;
-    for (int end = index; end < index + Holidays::mostWords && tokens.isInside(end); ++end) {
-        std::string word(tokens.token(end).text);
-        if (const auto curly = word.find("’"); curly != std::string::npos)
-            word.replace(curly, std::string_view("’").size(), "'");
-        name += (name.empty() || word == "'" ? "" : " ") + word;
-        if (const auto day = Holidays::next(name, today))
-            longest = NamedDay{*day, end + 1};
+    for (int end = index; end < index + FeastDays::mostWords && tokens.isInside(end); ++end) {
+        const std::string_view word = tokens.token(end).text;
+        name += (name.empty() || word == "'" || word == "’" ? "" : " ") + std::string(word);
+        const std::chrono::sys_days from(today.time_since_epoch());
+        if (const auto feast = FeastDays::next(from, name, FeastDays::Names::ofOneDay))
+            longest = NamedDay{LocalDay(feast->day.time_since_epoch()), end + 1};
     }
     return longest;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/clock/DayWords.h"
 
-#include "QuorvellCore/reckoning/days/FeastDays.h"
+#include "QuorvellCore/reminders/calendar/FeastDays.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Catches holidays on the wrong day.
-#include "QuorvellCore/reckoning/days/FeastDays.h"
+#include "QuorvellCore/reminders/calendar/FeastDays.h"
 
 #include <gtest/gtest.h>
 
@@ -41,6 +41,16 @@ TEST(FeastDays, areOnTheirDays)
         {2023, "advent", 12, 3},
         {2023, "fourth advent", 12, 24},
         {2026, "new years eve", 12, 31},
+        {2000, "easter", 4, 23},
+        {2011, "easter", 4, 24},
+        {1818, "easter", 3, 22},
+        {2026, "hanukkah", 12, 5},
+        {2024, "passover", 4, 23},
+        {2025, "yom kippur", 10, 2},
+        {2026, "chinese new year", 2, 17},
+        {2023, "chinese new year", 1, 22},
+        {2025, "ramadan", 3, 1},
+        {2024, "eid al fitr", 4, 10},
     };
     for (const Row& row : rows) {
         const auto holiday = FeastDays::in(year(row.in), row.name);
@@ -50,6 +60,17 @@ TEST(FeastDays, areOnTheirDays)
     EXPECT_FALSE(FeastDays::in(year(2026), "christmas party"));
     EXPECT_EQ(FeastDays::next(sys_days(year(2026) / 12 / 26), "christmas")->day, sys_days(year(2027) / 12 / 25));
     EXPECT_EQ(FeastDays::next(sys_days(year(2026) / 12 / 25), "christmas")->day, sys_days(year(2026) / 12 / 25));
+    EXPECT_EQ(FeastDays::on(sys_days(year(2026) / 12 / 25)), std::vector<std::string>{"Christmas Day"});
+}
+
+/// What differs from country to country, or means something else too, gives no request its day.
+TEST(FeastDays, giveARequestItsDayOnlyByNamesOfOneDay)
+{
+    const sys_days from = year(2026) / 11 / 21;
+    for (const char* name : {"christmas eve", "new year's day", "valentine’s day", "good friday", "thanksgiving"})
+        EXPECT_TRUE(FeastDays::next(from, name, FeastDays::Names::ofOneDay)) << name;
+    for (const char* name : {"mother's day", "labor day", "new year", "advent", "ramadan", "my birthday"})
+        EXPECT_FALSE(FeastDays::next(from, name, FeastDays::Names::ofOneDay)) << name;
 }
 
 } // namespace
