@@ -123,8 +123,9 @@ constexpr Row rows[] = {
 
 constexpr std::string_view cancelPhrases[] = {"never mind", "nevermind", "cancel", "cancel that", "cancel it", "stop",
     "stop it", "stop that", "forget it", "forget about it", "forget that", "leave it", "skip it", "skip that",
-    "no thanks", "no thank you", "do not bother", "be quiet", "quiet", "nothing", "no", "nope", "neither", "none",
-    "neither of them", "none of them", "not that", "rather not", "better not", "i would rather not", "not really"};
+    "no thanks", "no thank you", "do not bother", "be quiet", "quiet", "nothing", "no", "no no", "no no no", "nope",
+    "neither", "none", "neither of them", "none of them", "not that", "rather not", "better not", "i would rather not",
+    "not really"};
 
 constexpr std::string_view undoPhrases[] = {"cancel that", "cancel it", "undo", "undo that", "undo it", "delete that",
     "delete it", "remove that", "remove it", "scrap that", "scratch that", "take that back", "get rid of it",

@@ -7,6 +7,7 @@
 #include "Understanding/dialogue/SmallTalk.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/dialogue/repair/ActBook.h"
+#include "Understanding/dialogue/talk/ChatReplies.h"
 #include "Understanding/dialogue/talk/Jokes.h"
 #include "Understanding/dialogue/talk/TalkWords.h"
 #include "Understanding/requests/SkillTable.h"
@@ -54,7 +55,7 @@ Step cancelled(const std::string& core, const RequestMemory& memory, const RuleS
     if (ActBook::wasJustDone(memory))
         return denies.find(core) ? UndoRules::offer("", memory)
                                  : RuleStep{"Okay. What I did stays. Say \"undo that\" if it should not.", memory};
-    static const Pattern no("^(?:no+|nope|nah)[.!]*$", Pattern::caseless);
+    static const Pattern no("^(?:no+|nope|nah)(?: no)*[.!]*$", Pattern::caseless);
     return RuleStep{no.find(core) && !memory.lastReply.ends_with('?')
             ? "I have not asked anything just now, so nothing is changed."
             : "Okay.",
@@ -119,8 +120,9 @@ RuleStep answerTalk(TalkKind kind, RequestMemory memory, const RuleSurroundings&
     case TalkKind::repeatSlowly:
         return {"I cannot speak more slowly here. Once more: " + repeated(memory), std::move(memory)};
     case TalkKind::explain:
-        return {
-            memory.lastReply.empty() ? SkillTable::help(around) : "I can only say it once more: " + memory.lastReply,
+        return {memory.lastReply.empty()
+                ? "I have not said anything yet that I could explain. " + SkillTable::abilities(around)
+                : "I can only say it once more: " + memory.lastReply,
             std::move(memory)};
     case TalkKind::praise:
         return sayAndAskAgain("Thank you.", std::move(memory));
@@ -168,6 +170,9 @@ std::optional<RuleStep> PlainAnswers::answer(
         if (const auto text = SmallTalk::answer(said, memory.lastReply, skills, around))
             return RuleStep{*text, std::move(memory)};
     }
+    // An open question may ask for just these words.
+    if (const auto reply = memory.pending.isOpen() ? std::nullopt : ChatReplies::to(core))
+        return RuleStep{std::string(*reply), std::move(memory)};
     const auto talk = talkOf(opened);
     return talk ? Step(answerTalk(*talk, std::move(memory), around)) : std::nullopt;
 }

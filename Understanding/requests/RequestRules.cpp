@@ -150,7 +150,9 @@ RuleStep answerNew(
         return CarefulStep::take(answerRequest(*request, memory, around), *request, mood, memory);
     if (auto step = mood == RequestMood::wish ? OfferRules::answer(core, memory, around) : std::nullopt)
         return *std::move(step);
-    return {SkillTable::cannot(around), memory, true};
+    // Whether a model would know what to do with a wish that nobody here understood is not known either.
+    return {
+        mood == RequestMood::question ? SkillTable::cannot(around) : SkillTable::notUnderstood(around), memory, true};
 }
 
 /// Words behind an open question that want to know something themselves, or wish for what is not done here. A question

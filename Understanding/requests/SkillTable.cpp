@@ -107,6 +107,16 @@ std::string SkillTable::abilities(const RuleSurroundings& around)
     return said + ".";
 }
 
+namespace {
+
+std::string abilitiesHere(const RuleSurroundings& around)
+{
+    const std::string can = SkillTable::abilities(around);
+    return can.starts_with("I can") ? "On this computer, " + can : can;
+}
+
+} // namespace
+
 std::string SkillTable::help(const RuleSurroundings& around)
 {
     const auto example = std::ranges::find_if(
@@ -117,8 +127,12 @@ std::string SkillTable::help(const RuleSurroundings& around)
 
 std::string SkillTable::cannot(const RuleSurroundings& around)
 {
-    const std::string can = abilities(around);
-    return "That needs an online model. " + (can.starts_with("I can") ? "On this computer, " + can : can);
+    return "That needs an online model. " + abilitiesHere(around);
+}
+
+std::string SkillTable::notUnderstood(const RuleSurroundings& around)
+{
+    return "I did not understand that, or it needs an online model. " + abilitiesHere(around);
 }
 
 } // namespace quorvell

@@ -27,6 +27,8 @@ struct SkillTable {
     static std::string help(const RuleSurroundings& around);
     /// For what only a hosted model could do.
     static std::string cannot(const RuleSurroundings& around);
+    /// For what may need one, or other words.
+    static std::string notUnderstood(const RuleSurroundings& around);
 };
 
 } // namespace quorvell

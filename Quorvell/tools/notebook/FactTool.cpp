@@ -6,6 +6,7 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
 #include "QuorvellCore/text/OneLine.h"
+#include "QuorvellCore/text/SecondPerson.h"
 #include "QuorvellCore/text/TextMatch.h"
 
 #include <nlohmann/json.hpp>
@@ -67,7 +68,7 @@ NotebookCallback told(ToolReply reply, const ToolResult& result)
 
 std::string questionAbout(const std::string& fact)
 {
-    return "Shall I remember this about you: " + trimmed(fact, ".!?") + "?";
+    return "Shall I remember this about you: " + trimmed(SecondPerson::of(fact).value_or(fact), ".!?") + "?";
 }
 
 } // namespace

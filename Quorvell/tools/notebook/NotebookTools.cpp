@@ -102,6 +102,8 @@ Json shownNear(const std::vector<Note>& notes, const std::vector<std::size_t>& n
     Json shown = Json::array();
     for (const std::size_t number : near) {
         Json entry = described(notes[number]);
+        if (ListNote::isList(notes[number]))
+            entry["list"] = true;
         addDates(entry, notes[number], context);
         shown.push_back(std::move(entry));
     }

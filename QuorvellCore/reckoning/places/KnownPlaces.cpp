@@ -8,22 +8,58 @@ namespace {
 using Row = KnownPlaces::Row;
 
 constexpr Row cityRows[] = {
+    // Names that two places share and that neither owns
+    {"Europe/London=Birmingham, England|America/Chicago=Birmingham, Alabama", "birmingham"},
+    {"America/Los_Angeles=Portland, Oregon|America/New_York=Portland, Maine", "portland"},
+    {"America/Chicago=Springfield, Illinois or Missouri|America/New_York=Springfield, Massachusetts", "springfield"},
+    {"America/Los_Angeles=San Jose, California|America/Costa_Rica=San Jose, Costa Rica", "san jose"},
+    {"Asia/Kolkata=Hyderabad, India|Asia/Karachi=Hyderabad, Pakistan", "hyderabad"},
+    {"Europe/London=Cambridge, England|America/New_York=Cambridge, Massachusetts", "cambridge"},
+    {"Europe/Moscow=Saint Petersburg, Russia|America/New_York=Saint Petersburg, Florida",
+        "st petersburg|saint petersburg"},
+    {"America/New_York=Columbia, South Carolina|America/Chicago=Columbia, Missouri", "columbia"},
+    {"America/New_York=Rochester, New York|America/Chicago=Rochester, Minnesota", "rochester"},
+    {"America/New_York=Arlington, Virginia|America/Chicago=Arlington, Texas", "arlington"},
+    {"America/Denver=Aurora, Colorado|America/Chicago=Aurora, Illinois", "aurora"},
+    {"America/New_York=Bloomington, Indiana|America/Chicago=Bloomington, Illinois", "bloomington"},
+    {"America/Los_Angeles=Glendale, California|America/Phoenix=Glendale, Arizona", "glendale"},
+    {"America/Chicago=Peoria, Illinois|America/Phoenix=Peoria, Arizona", "peoria"},
+    {"America/Toronto=Hamilton, Ontario|Pacific/Auckland=Hamilton, New Zealand", "hamilton"},
+    {"America/Argentina/Cordoba=Cordoba, Argentina|Europe/Madrid=Cordoba, Spain", "cordoba"},
+    {"Europe/Madrid=Valencia, Spain|America/Caracas=Valencia, Venezuela", "valencia"},
+    {"Europe/Madrid=Granada, Spain|America/Managua=Granada, Nicaragua", "granada"},
+    {"Africa/Cairo=Alexandria, Egypt|America/New_York=Alexandria, Virginia", "alexandria"},
+    {"Europe/London=Newcastle, England|Australia/Sydney=Newcastle, Australia", "newcastle"},
     {"America/New_York",
+        "albany|syracuse|akron|toledo|dayton|greensboro|durham north carolina|winston salem|columbia south "
+        "carolina|augusta|"
+        "chattanooga|trenton|atlantic city|long island|queens|the bronx|staten island|harlem|new haven|worcester "
+        "massachusetts|"
+        "burlington|tallahassee|gainesville|fort myers|west palm beach|key west|myrtle beach|virginia beach|wilmington|"
+        "annapolis|harrisburg|scranton|allentown|lansing|flint|kalamazoo|roanoke|asheville|"
         "new york city|nyc|manhattan|brooklyn|boston|washington|washington "
         "dc|dc|miami|orlando|tampa|jacksonville|atlanta|"
         "philadelphia|pittsburgh|baltimore|cleveland|columbus|cincinnati|charlotte|raleigh|buffalo|richmond|norfolk|"
         "providence|hartford|newark|savannah|charleston|fort lauderdale|ann arbor|grand rapids|knoxville"},
     {"America/Chicago",
+        "mobile|montgomery|huntsville|shreveport|green bay|duluth|fargo|sioux falls|lincoln nebraska|topeka|corpus "
+        "christi|"
+        "lubbock|amarillo|laredo|plano|waco|galveston|jackson mississippi|rockford|"
         "dallas|houston|austin|san antonio|fort worth|memphis|nashville|new orleans|milwaukee|minneapolis|st louis|"
         "saint louis|kansas city|oklahoma city|tulsa|omaha|madison|birmingham alabama|des moines|st paul|wichita|"
         "little rock|baton rouge|paris texas|springfield illinois"},
     {"America/Denver", "salt lake city|albuquerque|santa fe|colorado springs|boulder|aspen|el paso|cheyenne|billings"},
     {"America/Phoenix", "tucson|scottsdale|flagstaff|mesa"},
     {"America/Los_Angeles",
-        "la|hollywood|san francisco|san diego|san jose|sacramento|oakland|seattle|portland|las vegas|vegas|long beach|"
+        "bakersfield|riverside|stockton|santa cruz|santa "
+        "monica|burbank|irvine|pasadena|malibu|eugene|salem|olympia|bellevue|"
+        "redmond|cupertino|mountain view|sunnyvale|beverly hills|palm springs|carson city|"
+        "la|hollywood|san francisco|san diego|sacramento|oakland|seattle|las vegas|vegas|long beach|"
         "berkeley|silicon valley|palo alto|fresno|santa barbara|spokane|tacoma|reno|anaheim"},
     {"Pacific/Honolulu", "hawaii|maui|oahu|waikiki"},
-    {"America/Toronto", "ottawa|montreal|quebec city|hamilton|mississauga|london ontario|kingston ontario"},
+    {"America/Toronto",
+        "ottawa|montreal|quebec city|niagara falls|windsor ontario|hamilton ontario|mississauga|london "
+        "ontario|kingston ontario"},
     {"America/Edmonton", "calgary|banff"},
     {"America/Vancouver", "vancouver|victoria british columbia"},
     {"America/Halifax", "nova scotia"},
@@ -32,9 +68,10 @@ constexpr Row cityRows[] = {
     {"America/Argentina/Buenos_Aires", "buenos aires|rosario"},
     {"America/Bogota", "medellin|cali|cartagena"},
     {"Europe/London",
-        "birmingham|manchester|liverpool|leeds|sheffield|bristol|oxford|cambridge|brighton|york|bath|nottingham|"
-        "leicester|"
-        "newcastle|southampton|portsmouth|plymouth|exeter|norwich|edinburgh|glasgow|aberdeen|dundee|inverness|cardiff|"
+        "manchester|liverpool|leeds|sheffield|bristol|oxford|brighton|york|bath|nottingham|"
+        "leicester|coventry|hull|wolverhampton|derby|stoke|blackpool|bournemouth|reading|luton|durham|worcester|"
+        "belfast|"
+        "southampton|portsmouth|plymouth|exeter|norwich|edinburgh|glasgow|aberdeen|dundee|inverness|cardiff|"
         "swansea|greenwich|london england|london uk"},
     {"Europe/Dublin", "cork|galway|limerick"},
     {"Europe/Paris", "lyon|marseille|nice|toulouse|bordeaux|lille|strasbourg|nantes|cannes"},
@@ -44,30 +81,63 @@ constexpr Row cityRows[] = {
     {"Europe/Zurich", "geneva|basel|bern|lausanne|lucerne"},
     {"Europe/Vienna", "salzburg|graz|innsbruck|linz"},
     {"Europe/Rome", "milan|naples|florence|venice|turin|bologna|palermo|genoa|verona|pisa|sicily"},
-    {"Europe/Madrid", "barcelona|valencia|seville|bilbao|malaga|ibiza|majorca|mallorca|granada"},
+    {"Europe/Madrid", "barcelona|seville|bilbao|malaga|ibiza|majorca|mallorca|zaragoza|alicante|marbella|palma"},
     {"Europe/Lisbon", "porto|faro"},
     {"Europe/Amsterdam", "rotterdam|the hague|utrecht|eindhoven"},
     {"Europe/Brussels", "antwerp|ghent|bruges"},
     {"Europe/Warsaw", "krakow|cracow|gdansk|wroclaw|poznan"},
     {"Europe/Stockholm", "gothenburg|malmo"},
     {"Europe/Oslo", "bergen|trondheim"},
-    {"Europe/Moscow", "st petersburg|saint petersburg"},
+    {"Europe/Moscow", "sochi|kazan|leningrad"},
     {"Europe/Athens", "thessaloniki|crete"},
     {"Europe/Istanbul", "ankara|antalya|izmir|constantinople"},
     {"Europe/Kyiv", "kyiv|kiev|lviv|odessa|odesa|kharkiv"},
-    {"Africa/Cairo", "alexandria|giza"},
+    {"Africa/Cairo", "giza|luxor"},
     {"Africa/Johannesburg", "cape town|durban|pretoria"},
     {"Africa/Lagos", "abuja|kano|ibadan"},
     {"Africa/Casablanca", "marrakesh|marrakech|rabat|fez"},
     {"Africa/Nairobi", "mombasa"},
     {"Asia/Dubai", "abu dhabi|sharjah"},
+    {"Asia/Qatar", "doha"},
+    {"Asia/Kuwait", "kuwait city"},
+    {"Asia/Bahrain", "manama"},
+    {"Asia/Baghdad", "basra|mosul|erbil"},
+    {"Asia/Yerevan", "gyumri"},
+    {"Asia/Colombo", "kandy"},
+    {"Asia/Kathmandu", "pokhara"},
+    {"Asia/Yangon", "mandalay|naypyidaw|rangoon"},
+    {"Asia/Kuala_Lumpur", "penang|johor bahru|kl"},
+    {"Asia/Taipei", "kaohsiung|taichung"},
+    {"Asia/Almaty", "astana|nur sultan"},
+    {"Africa/Bamako", "timbuktu"},
+    {"Africa/Accra", "kumasi"},
+    {"Africa/Dar_es_Salaam", "dodoma|zanzibar|arusha"},
+    {"Africa/Douala", "yaounde"},
+    {"Africa/Addis_Ababa", "addis ababa"},
+    {"Africa/Abidjan", "yamoussoukro"},
+    {"Africa/Algiers", "oran"},
+    {"America/La_Paz", "sucre|santa cruz de la sierra"},
+    {"America/Lima", "cusco|arequipa"},
+    {"America/Guayaquil", "quito"},
+    {"America/Caracas", "maracaibo"},
+    {"America/Santo_Domingo", "punta cana"},
+    {"America/Puerto_Rico", "san juan"},
+    {"America/Cancun", "playa del carmen|tulum"},
+    {"America/Tijuana", "mexicali"},
+    {"America/St_Johns", "st johns|saint johns"},
+    {"America/Regina", "saskatoon|saskatchewan"},
+    {"America/Indiana/Indianapolis", "fort wayne|south bend"},
+    {"America/Kentucky/Louisville", "lexington"},
+    {"Pacific/Honolulu", "hilo|kona"},
     {"Asia/Riyadh", "jeddah|mecca|medina"},
     {"Asia/Jerusalem", "tel aviv|haifa"},
     {"Asia/Tehran", "isfahan|shiraz"},
     {"Asia/Karachi", "lahore|islamabad|rawalpindi"},
     {"Asia/Kolkata",
-        "mumbai|bombay|delhi|new delhi|bangalore|bengaluru|chennai|madras|hyderabad|pune|kolkata|calcutta|ahmedabad|"
-        "jaipur|goa|kochi|lucknow|surat"},
+        "mumbai|bombay|delhi|new delhi|bangalore|bengaluru|chennai|madras|pune|kolkata|calcutta|ahmedabad|"
+        "jaipur|goa|nagpur|indore|bhopal|patna|chandigarh|coimbatore|visakhapatnam|vizag|mysore|varanasi|agra|noida|"
+        "gurgaon|"
+        "gurugram|thiruvananthapuram|trivandrum|vadodara|amritsar|mangalore|kochi|lucknow|surat"},
     {"Asia/Dhaka", "chittagong"},
     {"Asia/Bangkok", "phuket|chiang mai|pattaya"},
     {"Asia/Ho_Chi_Minh", "ho chi minh city|saigon|hanoi|da nang"},

@@ -20,7 +20,7 @@ struct PlaceZones {
     /// `ownNames` leaves out what takes milliseconds to work out: for words that need not be a place.
     enum class Depth { ownNames, all };
 
-    static constexpr std::size_t mostWords = 6; ///< Of a name that is looked up; no place here has more.
+    static constexpr std::size_t mostWords = 8; ///< Of a name that is looked up; no place here has more.
 
     /// One for a city; the main ones of a country or state with several zones; none for a place that is not known.
     /// "Dallas, Texas" is the city where both names fit together.

@@ -3,6 +3,7 @@
 #include "Understanding/dialogue/talk/OutOfReach.h"
 
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/dialogue/talk/OurMatters.h"
 #include "Understanding/words/RequestText.h"
 
 #include <span>
@@ -34,7 +35,7 @@ const std::string device =
     "|thermostat|heating|heater|radiators?|air ?con(?:ditioning|ditioner)?|ac|fans?|vacuum(?: cleaner)?|hoover"
     "|roomba|robot|coffee ?(?:machine|maker|pot)?|espresso(?: machine)?|kettle|oven|stove|dishwasher"
     "|washing machine|washer|dryer|blinds?|curtains?|shutters?|garage(?: door)?|front door|doors?|gate|tv"
-    "|television|telly|projector|sprinklers?|fridge|humidifier|stereo)";
+    "|television|telly|projector|sprinklers?|fridge|humidifier|stereo|heat|(?:mood )?lighting)";
 const std::string control = "(?:turn|switch|put|shut|dim|dimm|brighten|bright|lighten|darken|raise|lower"
                             "|increase|decrease|reduce|set|change|adjust|make|start|run|begin|activate"
                             "|deactivate|power|open|close|lock|unlock|kill|light|fade|blink|flash|down|up|heat"
@@ -63,6 +64,13 @@ constexpr OutOfReach advice{"I can't recommend anything: that needs an online mo
 constexpr OutOfReach power{"I can't switch this computer off, restart or lock it.", true, true};
 constexpr OutOfReach words{"I can't explain or translate words: that needs an online model.", false, false, true};
 constexpr OutOfReach web{"I can't look things up on the web."};
+constexpr OutOfReach account{"I can't pay anything, and I don't see any account.", true};
+constexpr OutOfReach computer{"I can't change how this computer is set up.", true};
+constexpr OutOfReach state{"I can't see how this computer or another device is doing."};
+constexpr OutOfReach applications{"I can't open applications or web pages.", true};
+constexpr OutOfReach recording{"I can't record, print or scan anything.", true, true};
+constexpr OutOfReach language{"I only understand and speak English."};
+constexpr OutOfReach moon{"I can't work out the moon, nor feasts like Diwali and Holi that go by it."};
 constexpr OutOfReach facts{{}, false, false, true}; // What can be done instead is told.
 constexpr OutOfReach body{"I don't measure steps, sleep or calories."};
 constexpr OutOfReach taste{
@@ -98,7 +106,38 @@ std::span<const Matter> matters()
          ")*(?:rain|raining"
          "|rainy|snow|snowing|sunny|cloudy|windy|stormy|foggy|hot|cold|warm|humid|freezing)\\b",
             weather, Ours::none},
-        {"^sing\\b", facts, Ours::none},
+        {"^sing\\b", {"I can't sing.", true, true}, Ours::none},
+        {"^(?:(?:do|can|could|will) you )?(?:speak|talk|understand|know)(?: in)? "
+         "(?!english)\\w+(?:ish|ese|man|ench|ian|utch|indi"
+         "|amil|elugu|rabic|reek|reole|engali)$|^(?:speak|talk|answer|reply)(?: to me)? in (?!english)\\w+$"
+         "|^(?:set|change|switch) (?:the |your |my )?language\\b",
+            language, Ours::none},
+        {"^(?:did|has|have) (?!i\\b|we\\b|you\\b)(?:my |the |our )?\\w+ (?:(?:e "
+         "?mail|text|message|answer|reply|write)(?:ed)?"
+         "|replied|written|texted)(?: (?:me|us|back|to me|to us|yet|today|already))*$"
+         "|^(?:did|have) i (?:get|got|receive|received) (?:an? |any |new )*(?:e ?mails?|mails?|messages?|texts?)\\b",
+            mail, Ours::none},
+        {"^(?:tell|give|read|show|get|play)(?: me)?(?: the| some| any| latest| todays| today s| top)* news\\b", news,
+            Ours::none},
+        {"^(?:share|post|tweet) (?:on|to|that)\\b|^update my (?:\\w+ )?status\\b", social, Ours::none},
+        {"^(?:record|start recording|make a recording)(?: a| an| my| the| this| some)*(?: voice| audio| video| sound| "
+         "call"
+         "| screen| conversation)*(?: memos?| notes?| messages?| recording| clip)?$|^(?:print|scan) ",
+            recording, Ours::none},
+        {"^(?:clear|delete|erase|remove) (?:my |the )?(?:browsing|browser|search|web) "
+         "(?:history|data|cache)\\b|\\bcookies$",
+            computer, Ours::none},
+        {"^(?:set|change|adjust|correct|fix) (?:the |my |your |this )?(?:computer |system |current )?(?:clock|time "
+         "zone|timezone"
+         "|date and time)\\b(?! (?:radio|alarm))|^change (?:the )?(?:date|time)$",
+            computer, Ours::none},
+        {"^(?:what is |how is |how much |is )?(?:my |the |your )?(?:phone s |laptop s |laptop |phone )?battery(?: "
+         "level| status"
+         "| life| percentage| left| charge| do i have(?: left)?| full| low| is left)*$",
+            state, Ours::none},
+        {"^(?:what|when|which|where)\\b.*\\b(?:last|next|first) "
+         "(?:tube|coach|underground|metro|subway|bus|train|tram|ferry)\\b",
+            travel, Ours::none},
         {"^(?:shut ?down|(?:turn|switch) off|restart|reboot|lock|suspend|hibernate) (?:the |this |my |your "
          ")?(?:computer|pc"
          "|laptop|machine|screen)$|^(?:shut ?down|reboot|log (?:me )?(?:out|off))$",
@@ -113,7 +152,8 @@ std::span<const Matter> matters()
             house},
         {"^(?:it is )?(?:too |so |very )?(?:dark|bright|hot|cold|warm|chilly)(?: in)? here|^make it (?:a "
          "(?:bit|little) "
-         ")?(?:warmer|cooler|hotter|colder|brighter|darker)$|^(?:dark|bright)er in here|\\b(?:brighten|darken"
+         ")?(?:warmer|cooler|hotter|colder|brighter|darker|dark|bright)$|^(?:dark|bright)er in "
+         "here|\\b(?:brighten|darken"
          "|light up|dim)\\b|\\b(?:room|kitchen|bedroom|bathroom|hall|here)\\b.*\\b(?:brighter|darker|warmer"
          "|cooler|lighter)\\b",
             house},
@@ -127,10 +167,20 @@ std::span<const Matter> matters()
          ")*(?:espresso|coffee|cappuccino|latte"
          "|americano)$",
             house},
+        {"^(?:please )?(?:off|on) (?:all )?(?:the |my )?" + device + "\\b|^(?:is|are) (?:the |my |all )?(?:the )?"
+                + device
+                + "(?: still)? (?:on|off|open|closed|locked|unlocked|running|shut)\\b"
+                  "|\\b(?:set|change|raise|lower|turn (?:up|down)|increase|decrease) (?:the |my )?(?:room |house "
+                  ")?temperature\\b"
+                  "|^charge (?:the|my) (?:car|phone|laptop|tablet)$|^(?:i want |i need |give me )(?:some |more |less "
+                  ")*(?:light|lights|(?:\\w+ )?lighting|heat)$",
+            house},
         // Sound
         {"\\b(?:volume|mute|unmute|loudness)\\b|\\b(?:louder|quieter|softer)$|^(?:(?:turn|make|set"
          "|put) )?(?:(?:it|this|that|the (?:sound|music|speakers?|audio)|sound|music"
-         "|speakers?) )?(?:(?:a (?:bit|little)|much|way|more) )?(?:louder|quieter|softer)\\b|\\b(?:turn|crank"
+         "|speakers?) )?(?:(?:a (?:bit|little)|much|way|more) )?(?:louder|quieter|softer)\\b|\\b(?:turn|crank|pump) "
+         "(?:up|down) (?:the "
+         "|your )?(?:sound|audio|speakers?|it|this|that)\\b|\\b(?:turn|crank"
          "|pump) (?:it|this|that|the (?:sound|speakers?|audio)|sound|your voice) (?:up|down)\\b|\\b(?:raise"
          "|lower|increase|decrease|silence|adjust) (?:the |your |my )?(?:speakers?|sound|audio)\\b|^(?:it is |that is "
          "|you are )?(?:too|so) (?:loud"
@@ -148,7 +198,10 @@ std::span<const Matter> matters()
          "|book|concert|party)\\b)",
             music},
         {"\\b(?:next|previous|last|new|latest) (?:episode|track|chapter|station|channel)\\b|\\bchannel \\d"
-         "|\\bi want to hear\\b|^(?:hear|listen to) (?!me\\b|us\\b|my |this$|what\\b)|^(?:stop|quit) (?:playing|the "
+         "|\\bi want to hear\\b|\\blistening to (?!me\\b|us\\b|you\\b)|^put on (?:some )?(?!my\\b|an?\\b|the\\b|hold\\b"
+         "|weight\\b|your\\b)\\w+(?: \\w+)?$|^skip (?:this|that)$|^play (?:chess|cards|checkers|hangman) "
+         "(?:with|against) me"
+         "|^(?:hear|listen to) (?!me\\b|us\\b|my |this$|what\\b)|^(?:stop|quit) (?:playing|the "
          "playback)\\b|\\b(?:change|switch) (?:the )?(?:station|channel)\\b",
             music},
         {"\\b(?:i am|we are) into [a-z0-9 ]*music\\b|\\bmy favou?rite (?:song|band|singer|music|album"
@@ -156,29 +209,38 @@ std::span<const Matter> matters()
          "|band|singer|music|track|tune|album)\\b",
             taste},
         // Weather, news, money
-        {"\\b(?:weather|forecast|temperature (?:outside|today|tomorrow|in|now|for|right now|going)|humidity"
+        {"\\b(?:weather|forecast|temperature (?:outside|today|tomorrow|in|now|for (?:today|tomorrow|tonight|the)|right "
+         "now|going)|humidity"
          "|(?:need|take|bring|carry) (?:an |my |a )?(?:umbrella|raincoat|sunscreen))\\b|\\b(?:will|going to"
          "|does|is|did|it|when|if|chance of|any|expect) (?:it |be |to |it be |there be |going to "
          "|it going to )*(?:rain|raining|rainy|snow|snowing|snowy|sunny|cloudy|windy|hail|storm|stormy|foggy"
          "|hot|cold|warm|chilly|freezing|humid)\\b|\\bhow (?:hot|cold|warm) (?:is|will|was)\\b"
          "|\\bnext time it will\\b"
-         "|^do i need (?:a |an |my )?(?:coat|jacket|scarf|hat|boots)\\b|\\bwhat (?:should|do|can) i wear\\b",
+         "|^do i need (?:a |an |my )?(?:coat|jacket|scarf|hat|boots)\\b|\\bshould i (?:take|wear|bring|carry|put on) "
+         "(?:an? |my )?(?:coat|jacket|umbrella|scarf|hat|raincoat|boots|sweater)\\b"
+         "|\\b(?:is it|is it looking|does it look|is it like) (?:like )?outside\\b|\\b(?:pollen|uv index|air "
+         "quality)\\b"
+         "|\\bwhat (?:should|do|can) i wear\\b(?! to\\b| for\\b| at\\b)",
             weather},
         {"\\b(?:news|headlines?|current affairs|breaking news)\\b(?! (?:is|was|are|about (?:my|the|our))\\b)", news,
             Ours::plain},
-        {"\\b(?:who won|score of|scores?|match result|game result|league|world cup|standings)\\b", news},
+        {"\\b(?:who won|score of|scores?|match result|game result|league|world cup|standings)\\b"
+         "|\\b(?:happening|going on|new|up) in (?:the world|the news|sports?|politics|the country)\\b|\\babout the "
+         "(?:war|elections?)$",
+            news},
         {"\\b(?:stocks?|shares?|share price|stock market|nasdaq|dow jones|bitcoin|crypto\\w*"
-         "|trading at)\\b(?! (?:the|my|this|of|it|with|cupboard|pot|cubes?|up)\\b)",
+         "|trading at)\\b(?! (?:the|my|this|of|it|with|on|cupboard|pot|cubes?|up)\\b)",
             money, Ours::plain},
-        {"\\b(?:exchange rates?|currency|currencies)\\b|\\b(?:dollars?|euros?|pounds?|yen|rupees?|francs?"
+        {"\\b(?:exchange rates?|currency|currencies)\\b|\\b(?:dollars?|euros?|pounds?|quid|yen|rupees?|francs?"
          "|pesos?|usd|eur|gbp|inr|cad|yuan|krona|rubles?)\\b.*\\b(?:to|in|into|versus|vs|against|worth|compare"
          "|equal)\\b.*\\b(?:dollars?|euros?|pounds?|yen|rupees?|francs?|pesos?|usd|eur|gbp|inr|cad|yuan|krona"
          "|rubles?)\\b|^how (?:much|strong) is (?:the|a|one|1) (?:\\w+ )?(?:dollar|euro|pound|yen|rupee|franc"
          "|peso)\\b|^current price of\\b|\\bprice of (?:gold|oil|gas|silver)\\b",
             money},
         // Getting about
-        {"\\b(?:taxi|cab|uber|ride ?share|limo)\\b(?! (?:receipt|number|money|firm))|\\b(?:order|book|call|get"
-         "|hail) (?:me |us )?a (?:ride|car|lift)\\b|\\btransport(?:ation)? to\\b",
+        {"^(?:i|we) need a (?:ride|lift)\\b|\\b(?:taxi|cab|uber|lyft|ride ?share|limo)\\b(?! "
+         "(?:receipt|number|money|firm))|\\b(?:order|book|call|get"
+         "|hail) (?:me |us )?a (?:ride|car|lift)\\b|\\btransport(?:ation)? to\\b|\\bfares? (?:to|from)\\b",
             booking},
         {"\\b(?:book|reserve|buy|get|bring|order|purchase|find|need|want) (?:me |us |a |an |the |some |one |my "
          "|cheapest |two |three |2 |3 |return |round trip )*(?:(?:train|bus|plane|flight|air|movie|concert"
@@ -214,13 +276,20 @@ std::span<const Matter> matters()
          "|social network\\w*|hashtags?|retweet|followers?)\\b|\\b(?:post|share) (?:this|that|it)\\b(?! letter)",
             social, Ours::plain},
         // Things to eat and to buy
-        {"\\b(?:take ?away|takeout|take out (?:order|food)|home delivery)\\b"
+        {"^(?:track|where is) (?:my|the|our) (?:order|package|parcel|delivery|shipment)\\b",
+            {"I can't see orders and deliveries."}},
+        {"\\bdeliver(?:ed|s)?$|\\bre ?order\\b|\\b(?:get|bring|fetch) (?:me |us |some )+(?:[a-z]+ ){0,3}(?:food|from "
+         "(?:the )?(?:usual"
+         "|restaurant|\\w+ place))\\b|^get (?:some )?food from\\b|\\bhungry order\\b"
+         "|\\b(?:take ?away|takeout|take out (?:order|food)|home delivery)\\b"
          "|\\b(?:buy|get|order|purchase|sell) .+ (?:on|from|at|via|through) (?:amazon|ebay|etsy)\\b|"
                 + start
                 + "order (?!of\\b|from\\b.*\\blist\\b)(?:me |us |some |a |an |the |another |my )*\\w+"
                   "|\\bto order (?:me|us|some)\\b",
             food},
-        {"^(?!(?:find|search|look|show|read|open|where|did|do i)\\b)(?!.*\\bmy (?:\\w+ "
+        {"\\b(?:a|an|some|any) (?:[a-z]+ ){0,3}recipes?\\b|\\bsubstitutes? for\\b|\\btemperature (?:for|to) (?:\\w+ "
+         "){0,2}(?:roast\\w*|bak\\w+|cook\\w*|turkey|chicken|beef|pork|cake|bread)\\b"
+         "|^(?!(?:find|search|look|show|read|open|where|did|do i)\\b)(?!.*\\bmy (?:\\w+ "
          ")?recipes?\\b).*\\brecipes?\\b|\\bhow (?:do|can"
          "|should) (?:i|you|we) (?:cook|bake|fry|boil|roast|grill|prepare)\\b|\\bhow to (?:cook|bake|fry|boil"
          "|roast|grill)\\b|\\bwhat (?:can|should|could) i cook\\b|\\bingredients (?:of|for|in)\\b"
@@ -235,7 +304,10 @@ std::span<const Matter> matters()
          "|movies?|concerts?|shows?)\\b.*\\b(?:near|nearby|around|close|between|open|closest|nearest|showing"
          "|playing|in (?:my|this|the) (?:area|city|town)|in town|rated)\\b",
             around},
-        {"\\b" + places + "\\b", around},
+        {"\\b" + places
+                + "\\b|^(?:find|look for|search for|show)(?: me| us)? (?:an? |some |the best |good )+(?:\\w+ "
+                  "){0,2}(?:restaurants?|cafes?|hotels?|bars?|pubs?|place to eat|doctors?|dentists?|plumbers?)\\b",
+            around},
         {"\\b(?:what|which|any) (?:good |new )?(?:films?|movies?|shows?) (?:is|are) (?:on|out|showing|playing)\\b"
          "|\\bwhat is on (?:tv|television|the telly|at the (?:cinema|movies))\\b",
             around},
@@ -244,10 +316,11 @@ std::span<const Matter> matters()
          "|playing)\\b.* (?:in|at|around) (?!my|our|the calendar|the diary|the (?:morning|afternoon|evening)"
          "|january|february|march|april|may|june|july|august|september|october|november|december|\\d)\\w+",
             around, Ours::plain},
+        {"^what (?:should|could|shall|can) (?:i|we) (?:wear (?:to|for|at)|eat|have for|watch|read|cook)\\b", advice},
         {"\\b(?:recommend|recommendations?|suggest)\\b(?! (?:an? |some )?(?:good )?(?:times?|dates?|days?|slots?)\\b)",
             advice},
         // Words, facts, the web
-        {"\\b(?:define|definition|meaning|synonyms?|antonyms?|translate|translation)\\b|^what (?:does"
+        {"\\b(?:define|definition|meaning(?! of life)|synonyms?|antonyms?|translate|translation)\\b|^what (?:does"
          "|do) (?!(?:my|the|our|i|this) )[\\w ]{1,40} mean$|^how do you (?:spell|say|pronounce)\\b"
          "|\\bspell (?:the|this|that|it)\\b|^spell \\w+$",
             words},
@@ -256,7 +329,9 @@ std::span<const Matter> matters()
          "|\\bbrowse\\b|\\bseo\\b"
          "|^show (?:me )?(?:some |a )?(?:pictures?|photos?|images?|videos?) of\\b",
             web},
-        {"^(?:who (?:is|was) the (?:president|king|queen|prime minister|inventor|author|ceo|founder|mayor|pope"
+        {"^(?:the )?(?:capital|population|currency|president|prime minister|inventor|founder|history|height|age) of "
+         "(?!(?:my|our)\\b)\\w|^distance (?:from|between|to) "
+         "|^(?:who (?:is|was) the (?:president|king|queen|prime minister|inventor|author|ceo|founder|mayor|pope"
          "|first|best|richest|tallest|oldest)\\b|what is the (?:capital|population|currency|tallest|biggest"
          "|largest|longest|highest|fastest|smallest|speed|height|distance|language)\\b|how (?:tall|high|deep"
          "|big|large|heavy|old|fast) (?:is|are|was) (?:the|mount|lake|a|an) )",
@@ -265,6 +340,34 @@ std::span<const Matter> matters()
          "|what happens (?:when|if) (?:we|people|you|one)|tell me (?:what happens|why|a story|a fact"
          "|something interesting)|sing\\b|give me advice|recent advice)",
             facts},
+        {"^when (?:is|are|will be)(?: the)?(?: next)? (?:full|new|blood|blue) moon\\b"
+         "|^(?:(?:when|what day|what date)(?: is| does| will)+(?: it)?|is it|date of) "
+         "(?:diwali|deepavali|holi|navratri|dussehra|onam"
+         "|pongal|raksha bandhan|ganesh chaturthi|vesak)\\b",
+            moon},
+        {"^(?:pay|transfer|wire) (?:my|the|our|\\d+|an?|some|off|for)\\b|\\b(?:bank|account|credit card|my) balance\\b"
+         "|^how much (?:money )?(?:do i have|is) in my (?:\\w+ )?account\\b",
+            account},
+        {"^(?:(?:turn|switch) (?:on|off)|connect(?: me)? to|disconnect(?: from)?|enable|disable|activate|toggle) "
+         "(?:the |my "
+         ")?(?:wi ?fi|bluetooth|hotspot|vpn|internet|network|airplane mode|flight mode|dark mode|night mode|do not "
+         "disturb"
+         "|location|gps)\\b|\\b(?:screen )?brightness\\b|\\bbrightness "
+         "of\\b|^(?:update|upgrade|install|uninstall|download) (?!my "
+         "(?:calendar|list|schedule|reminders?|notes?))(?:the |my |an? |some |all "
+         ")?(?:app|apps|software|system|program|yourself|drivers?"
+         "|windows|linux|firmware|\\w+ app)\\b|^(?:change|set) (?:the |my )?(?:wallpaper|background|screen "
+         "?saver|volume"
+         "|keyboard)\\b|^change your (?:voice|name|accent|gender)\\b",
+            computer},
+        {"^(?:open|launch|start|run|close|go to)(?: up)? (?:the |my "
+         ")?(?:youtube|netflix|browser|chrome|firefox|camera|calculator"
+         "|maps?|photos?|gallery|(?:web ?)?site|settings|app store|\\w+ (?:app|website)|apps?|\\w+ (?:dot )?com)$",
+            applications},
+        {"^(?:find|locate|ring|where is) (?:my|the) (?:(?:cell|mobile|smart) "
+         "?)?(?:phone|mobile|tablet|laptop|watch|earbuds|airpods"
+         "|remote)$",
+            {"I can't look for phones or other devices."}},
         // What is in front
         {"^(?:take|make) (?:a |me a )?(?:picture|photo|selfie|screenshot|screen shot|video)\\b",
             {"I can't take pictures.", true}},
@@ -275,26 +378,6 @@ std::span<const Matter> matters()
     return table;
 }
 
-/// Whatever these are said of, it is nearly always a matter of a skill.
-bool namesPlainly(const std::string& phrase)
-{
-    static const Pattern ours(
-        "\\b(?:remind\\w*|note|notes|noted|notebook|calend[ae]rs?|diary|agenda|lists?|check ?lists?|alarms?"
-        "|timers?|appointments?|remember|do not forget|not let me forget|write down|jot|birthdays?|what did i"
-        "|where did i)\\b");
-    return ours.find(phrase).has_value();
-}
-
-bool mayNameOurs(const std::string& phrase)
-{
-    static const Pattern ours(
-        "\\b(?:to do|todo|events?|schedules?|scheduled|meetings?|put down|wake|bought|items?|notify|nudge"
-        "|ping me|minutes from now|did i|my (?:\\w+ )?(?:flight|train|bus|taxi|plane|tickets?|hotel|trip))\\b"
-        "|\\bin \\d+ (?:minutes?|hours?|seconds?)\\b"
-        "|^(?:please |can you |could you )*(?:move|reschedule|postpone|delay|push|shift|rename) (?:the|our|that)\\b");
-    return ours.find(phrase).has_value();
-}
-
 } // namespace
 
 std::optional<OutOfReach> OutOfReach::of(std::string_view core)
@@ -302,9 +385,10 @@ std::optional<OutOfReach> OutOfReach::of(std::string_view core)
     constexpr std::size_t longest = 300; ///< Bytes; longer words tell a story.
     if (core.size() > longest)
         return std::nullopt;
-    const std::string phrase = RequestText::phrase(core);
-    const bool isOurs = namesPlainly(phrase);
-    const bool mayBeOurs = isOurs || mayNameOurs(phrase);
+    static const Pattern gonna("\\bgonna\\b");
+    const std::string phrase = gonna.replaceAll(RequestText::phrase(core), "going to");
+    const bool isOurs = OurMatters::areNamed(phrase);
+    const bool mayBeOurs = isOurs || OurMatters::mayBeNamed(phrase);
     for (const Matter& matter : matters()) {
         const bool isLeft = matter.ours == Ours::any ? mayBeOurs : matter.ours == Ours::plain && isOurs;
         if (!isLeft && matter.pattern.find(phrase))

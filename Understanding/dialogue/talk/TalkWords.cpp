@@ -62,9 +62,10 @@ const std::array<TalkRow, 14>& rows()
             "|how is it going|what is up|whats up|how do you do|are you (?:okay|ok|well|fine|happy|tired|busy)",
             "going|doing|today|been|day|feel|feeling|going so far|far|tonight|things|life|everything"},
         {TalkKind::whoAreYou,
-            "who (?:are|made|built|created|owns) you|what are you|your name|are you (?:a |an )?(?:real|robot"
+            "who (?:are|owns) you|what are you(?! (?:doing|up|thinking))|your name|are you (?:a |an )?(?:real|robot"
             "|human|person|machine|computer|program|bot|alive|man|woman|male|female|real person|assistant)"
-            "|how old are you|where (?:are|do) you (?:live|from|come from)|introduce yourself|about yourself"
+            "|how (?:old|smart|clever|intelligent) are you|where (?:are|do) you (?:live|from|come from)|introduce "
+            "yourself|about yourself"
             "|your (?:age|job|purpose)|are you (?:there|smart|intelligent)",
             "tell|called|call|exactly|who|how|where|from|really|who is this"},
         {TalkKind::wrong,
@@ -82,20 +83,23 @@ const std::array<TalkRow, 14>& rows()
         {TalkKind::repeat,
             "repeat|again|replay|once more|one more time|another time|rephrase|restate|pardon|come again|(?:did"
             "|could|can) not (?:quite |really )?(?:hear|catch|get|follow)|what did you (?:just )?(?:say|tell)"
-            "|what was that|what you (?:just )?said|say what|missed (?:that|it|what)",
+            "|huh|what was that|what you (?:just )?said|say what|missed (?:that|it|what)",
             "speak|talk|tell|give|let|let us|try|once|one|more|time|last|previous|latest|utterance|sentence"
             "|words|word|answer|response|statement|message|reply|hear|catch|get|missed|part|loud|aloud|back"
             "|question|bit|come|need|want|sentences|thing|things|louder|what|just"},
         {TalkKind::explain,
-            "explain|explanation|elaborate|clarify|what do you mean|(?:do|did) not understand"
+            "explain|explanation|elaborate|clarify|clearer|what do you mean|(?:do|did) not understand|(?:am|got) "
+            "confused|why|how "
+            "come|more information"
             "|what does that mean|more details?|tell me more|in (?:other|simple|plain) words|expand on",
             "further|more|detail|details|about|mean|meaning|understand|it to me|give|bit|little|what|better"
-            "|clearer|once|again|need|some|tell|last|response|answer|point|topic|want"},
+            "|clearer|make|by|once|again|need|some|tell|last|response|answer|point|topic|want"},
         {TalkKind::indifference,
             "(?:do|would|could|will|does) not (?:really |even )?(?:care|mind|matter|bother)|not care|not mind"
             "|unimportant|not (?:so |that |very |really )?important|no matter|whatever|whichever|either|any one"
             "|anyone|any (?:of them|will do|is fine)|up to you|your choice|no preference|all the same"
-            "|anything (?:is fine|will do|goes|works)|makes no difference|not bothered|immaterial|irrelevant"
+            "|you (?:choose|decide|pick)|your (?:pick|call|decision)|anything (?:is fine|will do|goes|works)|makes no "
+            "difference|not bothered|immaterial|irrelevant"
             "|doesn t matter|dont (?:care|mind)|not (?:a )?big deal|no big deal",
             "select|choose|pick|any|anything|fine|works|work|care|mind|matter|matters|important|difference|one"
             "|either way|way|less|do|decide|option|options|about|doesnt|bothered|to me|who|let|want"},
@@ -104,17 +108,19 @@ const std::array<TalkRow, 14>& rows()
             "|fabulous|magnificent|outstanding|terrific|genius|marvell?ous|splendid|good (?:job|work|one|girl"
             "|boy|answer)|great (?:job|work|one|answer)|nice(?: (?:job|work|one))?|well done|(?:are"
             "|is) (?:the best|great|good|lovely|smart|so helpful|perfect)|love (?:you|it|that)|(?:nice|amazing"
-            "|great|good|excellent|lovely|fine) job|appreciate (?:it|that|you)|perfect",
+            "|great|good|excellent|lovely|fine) job|appreciate (?:it|that|you)|perfect|wow|(?:you )?rock|helpful|so "
+            "(?:smart|kind|nice|sweet|clever|good)|legend",
             "job|work|one|assistant|answer|response|absolutely|truly|such|simply|best|great|good|love|helpful"
             "|help|appreciate|lot|done|way|keep|up|everything|super|smart|wow|yay|amazingly|always|how|girl|boy"
             "|perfectly|for doing"},
         {TalkKind::agreement,
-            "(?:correct|correctly|right|exactly|precisely|indeed|understood|affirmative|absolutely|definitely"
-            "|yep|yeap|yup|right on|spot on|got it|that is it)",
+            "(?:correc\\w*|right|exactly|precisely|of course|indeed|understood|affirmative|absolutely|definitely"
+            "|yep|yeap|yup|right on|spot on|got it|that is it|what i (?:wanted|meant|asked for|was looking for))",
             "got|get|command|perfectly|rightly|understand|heard|all|sure|totally|answer|response|request"
             "|correct|exact|done|got the|what|wanted|want|meant|asked|ask|agree|one|true"},
         {TalkKind::stop,
-            "stop|shut (?:up|off|down|it)|be (?:quiet|silent)|quiet|silence|(?:turn|switch|power) yourself "
+            "stop|abort|power down|shut (?:up|off|down|it)|be (?:quiet|silent)|quiet|silence|(?:turn|switch|power) "
+            "yourself "
             "off|enough|quit|exit|hush|go (?:away|to sleep)|leave me alone|(?:that is|that will be"
             "|this is) all|end (?:it|this|the (?:conversation|session|call))|finish(?:ed)?|cease|halt|no more"
             "|hang up|never ?mind|forget (?:it|that|about it)|that will do",
@@ -134,7 +140,8 @@ bool asksForJoke(const std::string& phrase)
         "|funny|funniest|silly|good|best|bad|great|stupid|dumb|dad|clean|short|new|favou?rite|knock|nice|random"
         "|kids?|hilarious|of|now|that|s|did) )*jokes?(?: (?:about|on|of|with|for) .{1,60}| please| you (?:know"
         "|have|got)| today| now| again| that| for)*$|^(?:(?:can|could|please|you) )*(?:make me (?:laugh|smile)"
-        "|cheer me up|(?:say|tell me) something (?:funny|silly)|entertain me|amuse me|tell me (?:a riddle"
+        "|cheer me up|(?:say|tell me) something (?:funny|silly)(?: about .{1,40})?|entertain me|amuse me|knock "
+        "knock|tell me (?:a riddle"
         "|something to laugh about))(?: please| now)?$");
     return joke.find(phrase).has_value();
 }

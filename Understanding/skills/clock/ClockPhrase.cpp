@@ -22,7 +22,8 @@ std::string withoutAll(const Pattern& pattern, std::string text)
 std::string ClockPhrase::of(std::string_view core)
 {
     static const Pattern lead(
-        "^(?:like to (?:know |see |hear |check "
+        "^(?:(?:may|can|could|might) (?:i|we) |(?:please )?(?:have a look|look|glance) at |pull up |bring up |provide |"
+        "(?:inform|update) me (?:of|on|about) |like to (?:know |see |hear |check "
         ")?|(?:please|kindly|quickly|just|and|so|ok|okay|hey|can|could|would|will|you|quorvell) "
         "|(?:tell|show|give|get|read|report|display|announce|state|check|find|say|speak)(?: out)? "
         "(?:(?:to )?(?:me|us) )?|let me (?:know|see) |(?:i |we )?(?:would like|want|need|wish)(?: to)? "
@@ -31,8 +32,15 @@ std::string ClockPhrase::of(std::string_view core)
     static const Pattern question("^(?:what|which|whats|wat)(?: is| are| was| will be)? ");
     static const Pattern tail("(?<! from| before) (?:now|right now|currently|at the moment|at this moment|at "
                               "present|presently|please|exactly|"
-                              "just now|for me|thanks|thank you|right at this moment|as of now)$");
-    return withoutAll(tail, question.replaceAll(withoutAll(lead, RequestText::phrase(core)), ""));
+                              "just now|for me|so (?:that )?(?:i|we) .*|because (?:i|we) .*|thanks|thank you|right at "
+                              "this moment|as of now)$");
+    // As they are typed fast.
+    static const Pattern article("\\b(?:d|da|de) (?=(?:time|date|day)\\b)");
+    static const Pattern is("\\biz\\b");
+    static const Pattern are("\\br (?=(?:we|u|you|they|there)\\b)");
+    const std::string said =
+        are.replaceAll(is.replaceAll(article.replaceAll(RequestText::phrase(core), "the "), "is"), "are ");
+    return withoutAll(tail, question.replaceAll(withoutAll(lead, said), ""));
 }
 
 } // namespace quorvell

@@ -6,8 +6,10 @@
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/clock/ClockText.h"
 #include "Understanding/skills/clock/ClockTime.h"
+#include "Understanding/skills/clock/DayCounts.h"
 #include "Understanding/skills/clock/DayWords.h"
 #include "Understanding/skills/clock/NearDays.h"
+#include "Understanding/skills/clock/SeasonQuestions.h"
 #include "Understanding/skills/clock/YearQuestions.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/words/RequestText.h"
@@ -26,11 +28,11 @@ using Said = std::optional<std::string>;
 
 constexpr const char* noSuchDay = "There is no such day.";
 
-/// "Christmas Day is", "That is"
+/// "Christmas Day is on ", "That is "
 std::string subject(const DayWords& named, sys_days today)
 {
     const std::string verb = named.day < today ? " was " : " is ";
-    return named.name.empty() ? (named.day < today ? "That was " : "That is ") : withUpperCaseFirst(named.name) + verb;
+    return named.name.empty() ? "That" + verb : withUpperCaseFirst(named.name) + verb + "on ";
 }
 
 std::string dayText(const DayWords& named, sys_days today)
@@ -40,7 +42,7 @@ std::string dayText(const DayWords& named, sys_days today)
     if (named.day == today)
         return withUpperCaseFirst(named.name.empty() ? "that" : named.name) + " is today, "
             + ClockText::day(named.day, today) + ".";
-    return subject(named, today) + "on " + ClockText::day(named.day, today) + ".";
+    return subject(named, today) + ClockText::day(named.day, today) + ".";
 }
 
 Said today(const std::string& phrase, const LocalTime& around)
@@ -52,8 +54,11 @@ Said today(const std::string& phrase, const LocalTime& around)
         + "(?: is it| it is| is| it| today| of today| is this| for today| of the day| be| s)*$"
           "|^today(?: is)?(?: which| what)? "
         + what + "(?: is it)?$|^today is$|^is today(?: date)?$|^days? (?:is )?(?:it )?today$");
-    static const Pattern both("^(?:the |current |todays |today )*(?:date and (?:the )?time|time and (?:the "
-                              ")?(?:date|day)|day and time|date time)(?: is it| it is| today| now)*$");
+    static const Pattern both(
+        "^(?:the |current |todays |today )*(?:date and (?:the )?time|time and (?:the "
+        ")?(?:date|day)|day and time|date time)(?: is it| it is| today| now)*$"
+        "|^(?:the )?(?:day|date)(?: is (?:it|today|it today))? and (?:what |which |the )*time(?: is it)?$"
+        "|^(?:the )?time(?: is it)? and (?:what |which |the )*(?:day|date)(?: is (?:it|today|it today))?$");
     static const Pattern month(
         "^(?:the |current )*month(?: is it| it is| is this| are we in| is today| of the year)*$");
     static const Pattern year("^(?:the |current )*year(?: is it| it is| is this| are we in| do we have| is today)*$");
@@ -82,7 +87,7 @@ Said weekdayOf(const std::string& phrase, const LocalTime& around)
     static const std::string day = "(?:day|weekday|week day|day of (?:the )?week|days?)(?: of (?:the )?week)?";
     static const Pattern first("^(?:on |the )?(?:what |which )?" + day
         + " (is|was|will|does|did|would|falls|fell|has|on)(?: it)?(?: be)? (.+?)(?: "
-          "(?:fall|fell|falls|be|is|was|land|come|occur)(?: on| in| upon)?| this year)?$");
+          "(?:fall|fell|falls|be|is|was|land|come|occur|on|in|upon|this year))*$");
     static const Pattern second("^(.+?) (is|was|falls|fell|will be|does)(?: fall)?(?: on)? (?:what |which )(?:" + day
         + "|date)(?: of (?:the )?week)?(?: is it)?$");
     static const Pattern notDay("^(?:it|today|this|that|of)\\b");
@@ -116,8 +121,16 @@ Said dateOf(const std::string& phrase, const std::string& core, const LocalTime&
         if (!named) // "in" may belong to it: "in three weeks"
             named = DayWords::read("in " + match->texts[0], around, open);
         // "When is friday" may well ask what is on then.
-        const bool isSure = pattern == &form || (named && !named->name.empty()) || match->texts[0].starts_with("next ");
+        static const Pattern sure("^(?:the )?(?:next |first |second |third |fourth |fifth |last |\\w+day the \\d)");
+        const bool isSure =
+            pattern == &form || (named && !named->name.empty()) || (named && sure.find(match->texts[0]));
         if (named && isSure)
+            return dayText(*named, now);
+    }
+    static const Pattern namedDate("^(?:the )?(.+?) (?:date|day and date)(?: this year)?$");
+    if (const auto match = namedDate.find(phrase)) {
+        const auto named = DayWords::read(match->texts[0], around);
+        if (named && !named->name.empty())
             return dayText(*named, now);
     }
     static const Pattern bare("^(?:what is |whats |what was |what will be |what date is |what day is )?((?:in "
@@ -204,8 +217,9 @@ Said untilClock(const std::string& words, const LocalTime& around)
         if (moment <= around.now)
             moment = around.calendar.addingDays(moment, std::chrono::days(1));
         const auto length = std::chrono::duration_cast<std::chrono::minutes>(moment - around.now);
+        const bool isByName = words == "midnight" || words == "noon" || words == "midday";
         said += (said.empty() ? "It is " : ", and ") + ClockText::length(length) + " until "
-            + ClockText::clock(moment, around.calendar, around);
+            + (isByName ? words : ClockText::clock(moment, around.calendar, around));
     }
     return said + ".";
 }
@@ -252,7 +266,10 @@ Said daysUntil(const std::string& phrase, const std::string& core, const LocalTi
             return said;
     }
     // "How many days are in 3 weeks" counts from no day.
-    const auto named = match->texts[1].starts_with("in ") ? std::nullopt : DayWords::read(match->texts[1], around);
+    auto named = match->texts[1].starts_with("in ") ? std::nullopt : DayWords::read(match->texts[1], around);
+    static const Pattern dated("^(?:my|our|the|his|her|\\w+ ?s) .{1,40}? on (.+)$");
+    if (const auto own = named ? std::nullopt : dated.find(match->texts[1]))
+        named = DayWords::read(own->texts[0], around);
     return named ? Said(distance(*named, match->texts[0], now)) : std::nullopt;
 }
 
@@ -262,8 +279,8 @@ Said cannotTell(const std::string& phrase)
         "^(?:time is |time does |time will |when is |when does |when will |the )*(?:the )?(?:next "
         ")?(?:sunrise|sunset|sun rises?|sun sets?|sun (?:go|goes) down|sun (?:come|comes) up|dawn|dusk|time of "
         "(?:sunset|sunrise)|moonrise)(?: time)?(?: be| today| tomorrow| tonight| at| is it)*(?: in .+)?$");
-    static const Pattern holiday(
-        "^when (?:is|are|will be) (?:the |a )?(?:next )?(?:bank|public|national|school) holidays?(?: day)?$");
+    static const Pattern holiday("^(?:when (?:is|are|will be) |day is )?(?:the |a )?(?:next |upcoming "
+                                 ")?(?:bank|public|national|school|federal) holidays?(?: day)?$");
     if (sun.find(phrase))
         return "I can't tell when the sun rises or sets: that depends on where exactly you are, which I do not know.";
     if (holiday.find(phrase))
@@ -279,7 +296,8 @@ std::optional<std::string> DayQuestions::answer(
 {
     if (phrase == "today" && RequestText::phrase(core).starts_with("what"))
         return today("date", around);
-    for (const auto reader : {today, NearDays::isWeekday, NearDays::date, weekdayOf, YearQuestions::answer}) {
+    for (const auto reader : {today, NearDays::isWeekday, NearDays::date, weekdayOf, DayCounts::answer,
+             YearQuestions::answer, SeasonQuestions::answer}) {
         if (auto said = reader(phrase, around))
             return said;
     }

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <utility>
 
 namespace quorvell {
 
@@ -46,6 +47,21 @@ Day dated(int day, std::chrono::month month, int year, const LocalTime& around, 
     return DayWords{.isImpossible = true};
 }
 
+constexpr std::array weekdayStarts{"sun", "mon", "tues", "wednes", "thurs", "fri", "satur"};
+
+/// The next day of that number which is that weekday: "friday the 13th".
+Day nextOn(const std::string& weekday, int number, sys_days today)
+{
+    const auto wanted = static_cast<unsigned>(std::ranges::find(weekdayStarts, weekday) - weekdayStarts.begin());
+    constexpr int longest = 366 * 12; // a 31st that is such a weekday may be years away
+    for (sys_days day = today; day < today + std::chrono::days(longest); day += std::chrono::days(1)) {
+        if (static_cast<int>(static_cast<unsigned>(year_month_day(day).day())) == number
+            && std::chrono::weekday(day).c_encoding() == wanted)
+            return DayWords{day};
+    }
+    return DayWords{.isImpossible = true};
+}
+
 Day byDate(const std::string& words, const LocalTime& around, DayWords::Year open)
 {
     static const std::string names = "(jan(?:uary)?|feb(?:ruary)?|mar(?:ch)?|apr(?:il)?|may|june?|july?|aug(?:ust)?|"
@@ -53,6 +69,9 @@ Day byDate(const std::string& words, const LocalTime& around, DayWords::Year ope
     static const Pattern dayFirst(
         "^(?:the )?(\\d{1,2})(?:st|nd|rd|th)?(?: day)?(?: of)? " + names + "(?:,? (?:in )?(\\d{4}))?$");
     static const Pattern monthFirst("^" + names + " (?:the )?(\\d{1,2})(?:st|nd|rd|th)?(?:,? (?:in )?(\\d{4}))?$");
+    static const Pattern slashes("^(\\d{1,2})[/. ](\\d{1,2})[/. ](\\d{4})$");
+    static const Pattern ofWeekday(
+        "^(?:next |the next |the )?(sun|mon|tues|wednes|thurs|fri|satur)day,? (?:the )?(\\d{1,2})(?:st|nd|rd|th)$");
     static const Pattern iso("^(\\d{4})-(\\d{1,2})-(\\d{1,2})$");
     if (const auto match = dayFirst.find(words))
         return dated(std::atoi(match->texts[0].c_str()), *DayWords::month(match->texts[1]),
@@ -64,6 +83,17 @@ Day byDate(const std::string& words, const LocalTime& around, DayWords::Year ope
         return dated(std::atoi(match->texts[2].c_str()),
             std::chrono::month(static_cast<unsigned>(std::atoi(match->texts[1].c_str()))),
             std::atoi(match->texts[0].c_str()), around, open);
+    if (const auto match = slashes.find(words)) {
+        constexpr int lastMonth = 12;
+        int day = std::atoi(match->texts[0].c_str());
+        int month = std::atoi(match->texts[1].c_str());
+        if (month > lastMonth || (day <= lastMonth && around.calendar.locale().ends_with("_US")))
+            std::swap(day, month);
+        return dated(
+            day, std::chrono::month(static_cast<unsigned>(month)), std::atoi(match->texts[2].c_str()), around, open);
+    }
+    if (const auto match = ofWeekday.find(words))
+        return nextOn(match->texts[0], std::atoi(match->texts[1].c_str()), ClockText::today(around));
     return std::nullopt;
 }
 
@@ -149,7 +179,6 @@ Day byDistance(const std::string& words, const LocalTime& around, DayWords::Year
 Day byLookingBack(const std::string& words, const LocalTime& around)
 {
     static const Pattern lastOne("^last (sun|mon|tues|wednes|thurs|fri|satur)day$");
-    constexpr std::array weekdays{"sun", "mon", "tues", "wednes", "thurs", "fri", "satur"};
     const sys_days today = ClockText::today(around);
     if (words == "yesterday")
         return DayWords{today - std::chrono::days(1)};
@@ -158,7 +187,7 @@ Day byLookingBack(const std::string& words, const LocalTime& around)
     const auto match = lastOne.find(words);
     if (!match)
         return std::nullopt;
-    const auto wanted = std::ranges::find(weekdays, match->texts[0]) - weekdays.begin();
+    const auto wanted = std::ranges::find(weekdayStarts, match->texts[0]) - weekdayStarts.begin();
     const auto back = std::chrono::weekday(today) - std::chrono::weekday(static_cast<unsigned>(wanted));
     return DayWords{today - (back.count() == 0 ? std::chrono::days(7) : back)};
 }

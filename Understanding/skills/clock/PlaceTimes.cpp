@@ -27,14 +27,14 @@ struct PlaceClock {
 };
 
 /// How the time of day is asked for, in front of a place.
-const std::string theTime = "(?:(?:the |current |exact |actual |local |correct |right |present |precise "
+const std::string theTime = "(?:(?:the |current |exact |actual |local |correct |right |present |precise |latest "
                             ")*(?:time|hour|clock)(?: of (?:the )?day)?"
                             "(?: is it| it is| is| it| be)?|how (?:late|time) is it|how late it is)";
 
 bool isHere(std::string_view place)
 {
-    static const Pattern here(
-        "^(?:here|home|at home|my place|our place|my time|our time|local time|my time zone|my zone)$");
+    static const Pattern here("^(?:here|home|at home|my place|our place|my time|our time|local time|local|my local "
+                              "time|mine|ours|my time zone|my zone)$");
     return place.empty() || here.find(place).has_value();
 }
 
@@ -145,14 +145,14 @@ std::optional<std::string> convertedTo(
 
 std::optional<std::string> later(const std::string& phrase, const LocalTime& around)
 {
-    static const Pattern ahead(
-        "^(?:the )?time (?:will it be|would it be|is it|it will be) (?:in )?(.+?)(?: from now)?$");
+    static const Pattern ahead("^(?:the )?time (?:will it be|would it be|is it|it will be) (?:in )?(.+?)(?: from now)?$"
+                               "|^in (.+?) (?:what|which) (?:time|hour) (?:will|would|is) it(?: be)?$");
     static const Pattern ago("^(?:the )?time was it (.+) ago$");
     const auto match = ahead.find(phrase);
     const auto back = match ? std::nullopt : ago.find(phrase);
     if (!match && !back)
         return std::nullopt;
-    const auto length = SpokenLength::read(match ? match->texts[0] : back->texts[0]);
+    const auto length = SpokenLength::read(match ? match->texts[0] + match->texts[1] : back->texts[0]);
     if (!length || !trimmed(length->rest).empty())
         return std::nullopt;
     const Instant moment = around.now + minutes(match ? length->minutes : -length->minutes);
@@ -162,11 +162,62 @@ std::optional<std::string> later(const std::string& phrase, const LocalTime& aro
 
 } // namespace
 
+namespace {
+
+/// "paris and in dubai"; empty unless both are known.
+std::vector<PlaceClock> clocksInBoth(std::string_view places, const LocalTime& around)
+{
+    static const Pattern both("^(.+?),? (?:and|or|&)(?: also)?(?: (?:in|at|for))? (.+)$", Pattern::caseless);
+    const auto match = both.find(places);
+    auto clocks = match ? clocksIn(match->texts[0], around) : std::vector<PlaceClock>();
+    const auto others = clocks.empty() ? clocks : clocksIn(match->texts[1], around);
+    clocks.insert(clocks.end(), others.begin(), others.end());
+    return others.empty() ? others : clocks;
+}
+
+/// "Is it 5 yet", "is it morning in Singapore": the time says it.
+std::optional<std::string> checked(const std::string& phrase, const LocalTime& around)
+{
+    static const Pattern hour(
+        "^(?:is it|has it gone|has it turned|has it struck|is it gone)(?: (?:already|past|after|gone|before"
+        "|nearly|almost|about|still|only|later than))* (?:\\d{1,2}(?: \\d\\d)?|one|two|three|four|five|six|seven"
+        "|eight|nine|ten|eleven|twelve|noon|midday|midnight|half past \\w+|quarter (?:to|past) \\w+)"
+        "(?: ?o ?clock)?(?: ?[ap] ?m)?(?: in the \\w+| at night)?(?: yet| already| now| pm| am)*$");
+    static const Pattern part(
+        "^(?:is it|are we in) (?:(?:already|still|the|yet|a) )*(?:am|pm|morning|afternoon|evening|night|night ?time"
+        "|day ?time|late|early|day)(?: or (?:the )?(?:am|pm|morning|afternoon|evening|night|day))?(?: (?:yet|already"
+        "|now|right now|there|here|time))*(?: in (.+?))?(?: (?:yet|already|now|right now))*$");
+    const auto match = part.find(phrase);
+    if (match && !match->texts[0].empty())
+        return clocksIn(match->texts[0], around).empty() ? std::nullopt
+                                                         : std::optional(PlaceTimes::in(match->texts[0], around));
+    return match || hour.find(phrase) ? std::optional(PlaceTimes::in("", around)) : std::nullopt;
+}
+
+/// "timbuktu" as it is written; a description stays as it is.
+std::string asName(std::string_view place)
+{
+    static const Pattern description("^(?:the|a|an|my|our|his|her|their) ", Pattern::caseless);
+    std::string name(place);
+    for (std::size_t letter = 0; letter < name.size() && !description.find(place); ++letter) {
+        if (letter == 0 || name[letter - 1] == ' ')
+            name.replace(letter, name.size() - letter, withUpperCaseFirst(name.substr(letter)));
+    }
+    return name;
+}
+
+} // namespace
+
 std::string PlaceTimes::in(std::string_view place, const LocalTime& around)
 {
-    const auto clocks = clocksIn(place, around);
+    static const Pattern zone(" (?:time ?zone|zone|standard time|time)$");
+    auto clocks = clocksIn(place, around);
     if (clocks.empty())
-        return "I do not know in which time zone " + std::string(place) + " is. A bigger city near it may help.";
+        clocks = clocksIn(zone.replaceAll(std::string(place), ""), around);
+    if (clocks.empty())
+        clocks = clocksInBoth(place, around);
+    if (clocks.empty())
+        return "I do not know in which time zone " + asName(place) + " is. A bigger city near it may help.";
     if (clocks.size() == 1 && clocks.front().place.empty())
         return "It is " + ClockText::clock(around.now, around.calendar, around) + ".";
     return (clocks.size() == 1 ? "It is " : "There it is ") + timesAt(around.now, clocks, around) + ".";
@@ -188,11 +239,16 @@ std::optional<std::string> PlaceTimes::current(const std::string& phrase, const 
         "^" + theTime + "(?: right now| now)? (?:in|at|for|over in|on|of|here in|inside) (.+)$");
     static const Pattern behind("^" + theTime + " (?!in |at |for |on |of )(.+)$");
     static const Pattern before("^(?:the |current )*(.+?) (?:time|clock)(?: is it| it is| zone time)?$");
-    static const Pattern isPlaceAsked("^(?:the )?(?:current |local |exact )*time (?:is it|it is)? ?in ");
+    static const Pattern isPlaceAsked("^(?:the )?(?:current |local |exact )*time (?:is it|it is)? ?(?:in|on|at) ");
     if (auto text = later(phrase, around))
         return text;
-    if (bare.find(phrase))
+    static const Pattern clock(
+        "^(?:the )?clock(?: (?:say|says|show|shows|read|reads))?$|^(?:do|does) the clock (?:say|show|read)$"
+        "|^am i (?:late|early|on time)$");
+    if (bare.find(phrase) || clock.find(phrase))
         return in("", around);
+    if (auto text = checked(phrase, around))
+        return text;
     const auto match = inPlace.find(phrase);
     const std::string place = match ? match->texts[0] : "";
     static const Pattern noPlace("^(?:the "
@@ -221,7 +277,8 @@ std::optional<std::string> PlaceTimes::difference(const std::string& phrase, con
     static const Pattern with(
         "^(?:the )?(?:time difference|difference in time) (?:with|to|in|from|for|of) (.+)$"
         "|^how (?:many hours|far|much) (?:ahead|behind|difference)(?: of (?:us|me|here))?(?: in time)? is (.+)$"
-        "|^how (?:many hours|far|much) is (.+?) (?:ahead|behind)(?: of (?:us|me|here|you))?$");
+        "|^how (?:many hours|far|much) is (.+?) (?:ahead|behind)(?: of)?(?: (?:us|me|here|you))?$"
+        "|^is (.+?) (?:ahead of|behind|in front of) (?:us|me|here|my time|our time)(?: in time)?$");
     std::vector<std::string> places;
     for (const Pattern* form : {&between, &with}) {
         if (const auto match = form->find(phrase); match && places.empty())
@@ -272,11 +329,12 @@ std::optional<std::string> PlaceTimes::converted(std::string_view core, const Lo
 {
     static const std::string time = "(" + std::string(ClockTime::pattern) + ")";
     static const std::string from = "(?: (?:in |at )?(?:the )?(.+?)(?: time)?)?";
-    static const Pattern when("^(?:what )?time (?:is it|will it be|would it be|is that|it is)(?: in| at)? (.+?) "
-                              "(?:when|if) (?:it is|it['’]?s|its|it) "
+    static const Pattern when(
+        "^(?:what is the |what |the )?time (?:is it|will it be|would it be|is that|it is)?(?: ?in| ?at)? ?(.+?) "
+        "(?:when|if) (?:it is|it['’]?s|its|it) "
             + time + from + "$",
         Pattern::caseless);
-    static const Pattern ifSo("^(?:when|if) (?:it is|it['’]?s|its) " + time + from
+    static const Pattern ifSo("^(?:(?:when|if|so) )?(?:it is|it['’]?s|its) " + time + from
             + ",? (?:then )?what(?: time)?(?: is| will)?(?: it| the time| that)?(?: be)?(?: in| at)? (.+)$",
         Pattern::caseless);
     static const Pattern isWhat("^(?:convert |change )?" + time

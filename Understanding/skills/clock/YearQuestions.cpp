@@ -28,7 +28,7 @@ struct MonthOfYear {
 
 std::optional<MonthOfYear> monthIn(const std::string& words, sys_days today)
 {
-    static const Pattern named("^([a-z]{3,9})(?: (?:of |in )?(\\d{4}))?$");
+    static const Pattern named("^([a-z]{3,9})(?: (?:of |in )?(?:(\\d{4})|(this|next|last) year))?$");
     const year_month_day date(today);
     for (const auto& [said, shift] : {std::pair("this month", 0), {"the month", 0}, {"the current month", 0},
              {"next month", 1}, {"last month", -1}}) {
@@ -44,6 +44,12 @@ std::optional<MonthOfYear> monthIn(const std::string& words, sys_days today)
     const auto month = match ? DayWords::month(match->texts[0]) : std::nullopt;
     if (!month)
         return std::nullopt;
+    const std::string& shift = match->texts[2];
+    if (!shift.empty()) {
+        const auto year = date.year() + std::chrono::years(shift == "next" ? 1 : shift == "last" ? -1 : 0);
+        return MonthOfYear{
+            year, *month, withUpperCaseFirst(match->texts[0]) + " " + std::to_string(static_cast<int>(year))};
+    }
     const bool isOpen = match->texts[1].empty();
     const auto year = isOpen ? date.year() + std::chrono::years(*month < date.month() ? 1 : 0)
                              : std::chrono::year(std::atoi(match->texts[1].c_str()));
@@ -93,8 +99,8 @@ Said monthLength(const std::string& phrase, const LocalTime& around)
 
 Said leapYear(const std::string& phrase, const LocalTime& around)
 {
-    static const Pattern form(
-        "^(?:is|was|will) (?:the year )?(\\d{4}|this year|next year|it|this)(?: be)? (?:an? )?leap year$");
+    static const Pattern form("^(?:is|was|will) (?:the year )?(\\d{4}|this year|next year|it|this)(?: be)? (?:an? "
+                              ")?leap year(?: in (\\d{4}))?$");
     static const Pattern next("^(?:when (?:is|will be)|year is|which year is)? ?(?:the )?next leap year(?: be)?$");
     const auto now = year_month_day(ClockText::today(around)).year();
     if (next.find(phrase)) {
@@ -106,7 +112,7 @@ Said leapYear(const std::string& phrase, const LocalTime& around)
     const auto match = form.find(phrase);
     if (!match)
         return std::nullopt;
-    const int said = std::atoi(match->texts[0].c_str());
+    const int said = std::atoi((match->texts[1].empty() ? match->texts[0] : match->texts[1]).c_str());
     const auto year =
         said > 0 ? std::chrono::year(said) : now + std::chrono::years(match->texts[0] == "next year" ? 1 : 0);
     return std::string(year.is_leap() ? "Yes, " : "No, ") + std::to_string(static_cast<int>(year))
@@ -142,6 +148,12 @@ Said week(const std::string& phrase, const LocalTime& around)
 }
 
 } // namespace
+
+std::optional<std::chrono::year_month> YearQuestions::month(const std::string& words, const LocalTime& around)
+{
+    const auto month = monthIn(words, ClockText::today(around));
+    return month ? std::optional(month->year / month->month) : std::nullopt;
+}
 
 std::optional<std::string> YearQuestions::answer(const std::string& phrase, const LocalTime& around)
 {

@@ -24,7 +24,10 @@ constexpr std::array irregular{Form{"am", "Is"}, Form{"'m", "Is"}, Form{"’m", 
     Form{"'ve", "Has"}, Form{"’ve", "Has"}, Form{"do", "Does"}, Form{"go", "Goes"}, Form{"don't", "Doesn't"},
     Form{"don’t", "Doesn't"}, Form{"dont", "Doesn't"}};
 constexpr std::array unchanged{"was", "can", "can't", "cannot", "will", "won't", "would", "must", "used", "grew",
-    "should", "never", "always", "usually", "often", "only", "really", "also", "studied", "worked", "lived"};
+    "should", "never", "always", "usually", "often", "only", "really", "also", "had", "got", "were", "did", "left",
+    "put", "lent", "gave", "took", "bought", "met", "went", "made", "saw", "said", "told", "kept", "lost", "found",
+    "paid", "sold", "sent", "wrote", "ate", "drank", "drove", "came", "became", "broke", "brought", "built", "chose",
+    "felt", "fell", "hid", "held", "knew", "quit", "ran", "spent", "taught", "thought", "won", "wore", "woke", "began"};
 
 bool endsWithAny(std::string_view text, std::initializer_list<std::string_view> ends)
 {
@@ -38,7 +41,8 @@ std::string thirdPerson(const std::string& verb)
     const auto form = std::ranges::find(irregular, lower, &Form::said);
     if (form != irregular.end())
         return std::string(form->told);
-    if (std::ranges::find(unchanged, lower) != unchanged.end())
+    // What was, stays as it was: "retired".
+    if (std::ranges::find(unchanged, lower) != unchanged.end() || (lower.size() > 4 && lower.ends_with("ed")))
         return withUpperCaseFirst(lower);
     if (endsWithAny(lower, {"s", "x", "ch", "sh", "o"}))
         return withUpperCaseFirst(lower) + "es";
@@ -115,8 +119,11 @@ std::optional<std::string> FactWords::read(std::string_view content, Certainty c
         Pattern::caseless);
     // What is so for a day only is a note.
     static const std::string weekday(TimeVocabulary::weekday);
-    static const Pattern passing("\\b(?:today|tonight|tomorrow|yesterday|right now|parked|at \\d+|on " + weekday
-            + "|(?:this|next) (?:week|month|morning|afternoon|evening|" + weekday + "))\\b",
+    static const Pattern passing(
+        "^(?:i|we)(?: have|['’]ve)?(?: just)? (?:left|put|lent|gave|hid|kept|parked|stored|paid|took|bought"
+        "|sent|returned|borrowed|ordered|booked|told|saw|met)\\b"
+        "|\\b(?:today|tonight|tomorrow|yesterday|right now|parked|at \\d+|on "
+            + weekday + "|(?:this|next) (?:week|month|morning|afternoon|evening|" + weekday + "))\\b",
         Pattern::caseless);
     static const Pattern subject("^i\\b\\s*(['’]m|['’]ve)?\\s*(.*)$", Pattern::caseless);
     std::string said = trimmed(content);

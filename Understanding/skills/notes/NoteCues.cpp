@@ -19,7 +19,7 @@ constexpr CueWords table[] = {
         "put this on paper|put that on paper|put it on paper|put on paper|scrawl|put down|put this down|put that "
         "down|put it down|get this down|get that down|take down|take this down|"
         "take that down|take it down|make note|log|log that|note this|note it down|note this down|note that down|pop "
-        "down|commit to paper|memorise|memorize|type up|type out|leave a note"},
+        "down|commit to paper|memorise|memorize|type up|type out|type|leave a note"},
     {Cues::keep, start, "note|memo|note to self|new note|for my records|for our records|for my files|for the files"},
     {Cues::where, head,
         "where|whereabouts|where is|where are|where was|where do i find|where can i find|where have i got"},
@@ -32,7 +32,7 @@ constexpr CueWords table[] = {
         "down|noted|noted down|mentioned|did i mention|have i mentioned|do i know|did i scribble|did i scribble down"},
     {Cues::say, anywhere, "say|says|it say|contain"},
     {Cues::note, anywhere, "note|memo|jotting|entry about"},
-    {Cues::notes, anywhere, "notes|memos|jottings"},
+    {Cues::notes, anywhere, "notes|memos|jottings|notepad|note pad"},
     {Cues::newest, head,
         "last note|latest note|newest note|most recent note|last thing i wrote|last thing i wrote down|last memo|last "
         "thing i noted|last thing i saved"},

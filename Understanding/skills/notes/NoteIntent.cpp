@@ -27,7 +27,7 @@ std::string withoutLead(std::string_view content)
 {
     static const Pattern lead("^(?:(?:down|here|to self|in writing|as follows|saying that|saying|that says|which says"
                               "|reads?|please|in(?= that\\b)|for (?:me|us|later))\\b[,:]?\\s*)*"
-                              "(?:(?:that|this|of|about|to|for)\\b\\s*[:,]?\\s*)?",
+                              "(?:(?:that|dat|this|of|about|to|for)\\b\\s*[:,]?\\s*)?",
         Pattern::caseless);
     return trimmed(lead.replaceAll(trimmed(content, ",;:-"), ""), ",;:-");
 }
@@ -84,11 +84,14 @@ NoteIntent NoteIntent::keeping(std::string_view content)
     static const Pattern named("^(?:called|titled|named)\\s+[\"“]?(.+?)[\"”]?(?:\\s*:|,?\\s+(?:saying|that says|with "
                                "the text|which says))\\s+(.+)$",
         Pattern::caseless);
+    static const Pattern titled("^(?:called|titled|named)\\s+[\"“]?(.+?)[\"”]?$", Pattern::caseless);
     NoteIntent intent{.kind = NoteIntent::Kind::keep};
     const std::string text = trimmed(content);
     if (const auto match = named.find(text)) {
         intent.title = RequestText::written(match->texts[0]);
         intent.text = RequestText::written(match->texts[1]);
+    } else if (const auto bare = titled.find(text)) {
+        intent.title = RequestText::written(bare->texts[0]);
     } else {
         intent.text = RequestText::written(withoutLead(text));
     }

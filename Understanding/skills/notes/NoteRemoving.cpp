@@ -20,6 +20,7 @@ namespace {
 
 using Purpose = RequestMemory::SearchPurpose;
 
+constexpr int newestAmong = 50; ///< Reminders and lists are among what is found.
 constexpr std::size_t mostAskedAbout = 3; ///< Titles in one question.
 
 std::string titled(const FoundThing& note)
@@ -74,7 +75,7 @@ std::optional<Request> NoteRemoving::read(const RequestReading& reading)
         if (!isNewest && topic.empty())
             return removeFound(std::move(memory), around);
         memory.purpose = Purpose::remove;
-        return RuleStep{NoteCalls{around}.find(isNewest ? "" : topic, isNewest ? 1 : 0), std::move(memory)};
+        return RuleStep{NoteCalls{around}.find(isNewest ? "" : topic, isNewest ? newestAmong : 0), std::move(memory)};
     }};
 }
 

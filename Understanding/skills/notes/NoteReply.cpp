@@ -100,6 +100,23 @@ std::string nothingFound(std::string_view query, Purpose purpose)
 
 } // namespace
 
+Json NoteReply::onlyNotes(const Json& result)
+{
+    const Json* list = memberOf(result, "notes");
+    Json notes = Json::array();
+    for (std::size_t index = 0; list && list->is_array() && index < list->size(); ++index) {
+        const Json& note = (*list)[index];
+        const bool isOther = memberOf(note, "remind_at") || memberOf(note, "trigger") || memberOf(note, "list")
+            || readString(note, "kind") == "about_me";
+        if (!isOther)
+            notes.push_back(note);
+    }
+    Json only = Json::object();
+    only["count"] = notes.size();
+    only["notes"] = std::move(notes);
+    return only;
+}
+
 std::string NoteReply::kept(const Json&)
 {
     return "I have made a note of that.";

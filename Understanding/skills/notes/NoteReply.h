@@ -11,6 +11,8 @@
 namespace quorvell {
 
 struct NoteReply {
+    /// A result of the search without the reminders, alarms, lists and facts that are found there, too.
+    static Json onlyNotes(const Json& result);
     static std::string kept(const Json& result);
     static std::string found(const Json& result, std::string_view query, RequestMemory::SearchPurpose purpose);
     static std::string read(const Json& result);

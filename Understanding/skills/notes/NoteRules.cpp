@@ -2,6 +2,7 @@
 #include "Understanding/skills/notes/NoteRules.h"
 
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/PlainReplies.h"
 #include "Understanding/dialogue/Pointing.h"
 #include "Understanding/dialogue/ToolResults.h"
@@ -10,6 +11,7 @@
 #include "Understanding/skills/notes/NoteCalls.h"
 #include "Understanding/skills/notes/NoteRemoving.h"
 #include "Understanding/skills/notes/NoteReply.h"
+#include "Understanding/skills/notes/NotebookQuestion.h"
 #include "Understanding/words/RequestText.h"
 
 #include <nlohmann/json.hpp>
@@ -24,7 +26,7 @@ namespace {
 using Purpose = RequestMemory::SearchPurpose;
 using Step = std::optional<RuleStep>;
 
-constexpr int listLength = 20;
+constexpr int listLength = 50; ///< As many as are told at once: reminders and lists are among them.
 constexpr const char* whichQuestion = "Which one should I read?";
 
 RuleStep search(const NoteIntent& intent, RequestMemory memory, const RuleSurroundings& around)
@@ -32,7 +34,9 @@ RuleStep search(const NoteIntent& intent, RequestMemory memory, const RuleSurrou
     if (!intent.question.empty())
         return NoteRules::ask({.words = intent.question, .topic = intent.text}, std::move(memory), around);
     memory.purpose = intent.purpose;
-    const int limit = intent.purpose == Purpose::listNotes ? listLength : intent.purpose == Purpose::readNewest ? 1 : 0;
+    const int limit = intent.purpose == Purpose::listNotes ? listLength
+        : intent.purpose == Purpose::readNewest            ? listLength
+                                                           : 0;
     return {NoteCalls{around}.find(intent.text, limit), std::move(memory)};
 }
 
@@ -80,7 +84,9 @@ RuleStep offering(const FoundThing& note, RequestMemory memory, const RuleSurrou
 RuleStep nothingSaid(
     const std::string& asked, const std::string& topic, RequestMemory memory, const RuleSurroundings& around)
 {
-    const std::string day = NotebookQuestion::dayOf(asked);
+    // When somebody was born whom they do not call theirs is no matter of their calendar.
+    static const Pattern born("^(?!.*\\b(?:my|our|i|we|me)\\b).*\\bborn\\b", Pattern::caseless);
+    const std::string day = born.find(asked) ? std::string() : NotebookQuestion::dayOf(asked);
     if (!day.empty() && around.offers("whats_on")) {
         constexpr int daysAhead = 366;
         SpokenDays year = SpokenDays::ahead(around);
@@ -100,8 +106,8 @@ RuleStep nothingSaid(
 RuleStep takeAnswer(const Json& arguments, const Json& result, RequestMemory memory, const RuleSurroundings& around)
 {
     const std::string said = AnswerReply::sentences(result);
-    memory.found =
-        ToolResults::things(result, said.empty() ? "notes" : "sentences", {.skill = NoteCalls::skill, .start = "date"});
+    memory.found = ToolResults::things(said.empty() ? NoteReply::onlyNotes(result) : result,
+        said.empty() ? "notes" : "sentences", {.skill = NoteCalls::skill, .start = "date"});
     if (!said.empty())
         return ToolResults::say(said, std::move(memory));
     if (!memory.found.empty()) {
@@ -120,8 +126,14 @@ RuleStep takeFound(const ToolRequest& call, const Json& result, RequestMemory me
     if (arguments && readString(*arguments, "kind") == "about_me")
         return ToolResults::say(AnswerReply::facts(result), std::move(memory));
     const std::string query = arguments ? readString(*arguments, "query").value_or("") : "";
-    std::string reply = NoteReply::found(result, query, memory.purpose);
-    memory.found = ToolResults::things(result, "notes", {.skill = NoteCalls::skill, .start = "date"});
+    // Who asks for their notes does not mean their reminders and lists.
+    const bool isOfNotes = query.empty() || memory.purpose == Purpose::remove;
+    const Json notes = isOfNotes ? NoteReply::onlyNotes(result) : result;
+    std::string reply = NoteReply::found(notes, query, memory.purpose);
+    memory.found = ToolResults::things(notes, "notes", {.skill = NoteCalls::skill, .start = "date"});
+    const bool isOfNewest = query.empty() && memory.purpose == Purpose::remove && arguments && !memory.found.empty();
+    if (isOfNewest)
+        memory.found.resize(1);
     if (memory.purpose == Purpose::remove)
         return NoteRemoving::takeFound(query, std::move(memory), around);
     const auto id = noteToRead(memory);
@@ -147,7 +159,7 @@ RuleStep NoteRules::answer(const NoteIntent& intent, RequestMemory memory, const
 {
     if (intent.kind == NoteIntent::Kind::search)
         return search(intent, std::move(memory), around);
-    if (intent.text.empty())
+    if (intent.text.empty() && intent.title.empty())
         return RuleStep::asking(
             {.kind = &whatToWrite, .question = "What do you want to write down?"}, std::move(memory));
     const std::string title = intent.title.empty() ? NoteIntent::titleFor(intent.text) : intent.title;

@@ -7,6 +7,7 @@
 #include "Understanding/skills/notes/NoteCues.h"
 #include "Understanding/skills/notes/NoteRemoving.h"
 #include "Understanding/skills/notes/NoteRules.h"
+#include "Understanding/skills/notes/NoteWishes.h"
 #include "Understanding/skills/notes/NotebookQuestion.h"
 #include "Understanding/words/CommonCues.h"
 
@@ -84,6 +85,14 @@ Found keep(const RequestReading& reading, const RuleSurroundings&)
         Pattern::caseless);
     if (letter.find(reading.words))
         return std::nullopt;
+    // "Keep a secret", "type hello": nothing to be written down unless a note is spoken of.
+    static const Pattern otherVerb("^(?:keep|save|store|record|log|file|type)\\b", Pattern::caseless);
+    static const Pattern bareThing("^(?:an?|the|my|your|some|all) [\\w'’-]+(?: [\\w'’-]+)?$", Pattern::caseless);
+    static const Pattern typing("^type\\b(?!.*\\bnotes?\\b)", Pattern::caseless);
+    const bool isOfNote =
+        reading.has(NoteCues::note) || reading.has(NoteCues::notes) || reading.has(NoteCues::notebook);
+    if (typing.find(reading.words) || (!isOfNote && otherVerb.find(reading.words) && bareThing.find(reading.content)))
+        return std::nullopt;
     return requestFor(NoteIntent::keeping(reading.content));
 }
 
@@ -153,6 +162,14 @@ Found readPlain(const std::string& core, const RuleSurroundings& around)
         return readingFound(*choice);
     if (!around.offers("find_in_notebook"))
         return std::nullopt;
+    static const Pattern newest(
+        "^(?:what (?:did|have) (?:i|we) (?:note|write|wrote|jot|noted|written)(?: down)? "
+        "(?:last|most recently|just now)|what (?:was|is) my (?:last|latest|newest|most recent) note)[?. ]*$",
+        Pattern::caseless);
+    if (newest.find(core))
+        return requestFor({.kind = NoteIntent::Kind::search, .purpose = Purpose::readNewest});
+    if (auto wish = NoteWishes::read(core, around))
+        return wish;
     if (NotebookQuestion::asksAllNotes(core))
         return requestFor({.kind = NoteIntent::Kind::search, .purpose = Purpose::listNotes});
     if (NotebookQuestion::asksAllFacts(core)) {

@@ -19,7 +19,7 @@ bool isForOthers(const std::string& phrase)
         "\\b(?:weather|forecast|rain|raining|snow|snowing|news|headlines|song|songs|music|playlist|traffic|stocks?|"
         "exchange rate|"
         "alarms?|timers?|reminders?|meetings?|appointments?|events?|calendar|schedule|agenda|shopping "
-        "list|lists?|emails?|mails?|"
+        "list|lists?|emails?(?! address)|mails?|"
         "messages?|lights?|volume|podcasts?|radio|taxi|uber|trains?|flights?|restaurants? near|joke|time is it)\\b");
     return others.find(phrase).has_value();
 }
@@ -47,6 +47,10 @@ std::string topicOf(std::string_view words)
     const std::string core = tail.replaceAll(tail.replaceAll(trimmed(words), ""), "");
     static const Pattern question("^(?:what|where|who|when|which|how|why)['’]?s\\s+", Pattern::caseless);
     const std::string topic = trimmed(lead.replaceAll(question.replaceAll(core, ""), ""), ",;:\"“”");
+    // "Where did I park": what was done is no thing.
+    static const Pattern deed("\\b(?:did|have) (?:i|we) (?:ever |last |just )?\\w+$", Pattern::caseless);
+    if (deed.find(core))
+        return "that";
     static const Pattern thing("^(?:the|my|our|his|her|their|a|an|any) \\w|^\\w+['’]s? \\w|^\\w+$", Pattern::caseless);
     static const Pattern own("^(?:my|our)\\b", Pattern::caseless);
     return thing.find(topic) ? own.replaceAll(topic, "your") : "that";
@@ -138,7 +142,10 @@ std::string NotebookQuestion::dayOf(std::string_view words)
                               "the)?|when) (.+?)(?: (?:will be|is|be|on|fall|falls|this year))*$");
     static const Pattern yearly("^(.*?)\\b(birthday|anniversary|wedding anniversary|name day|born)$");
     static const Pattern owner("\\b(?:my|our|the|s|is)\\b ?|(?:'s)\\b");
-    const auto match = words.size() <= longest ? form.find(RequestText::phrase(words)) : std::nullopt;
+    static const Pattern possessive("['’]s?\\b(?= )");
+    const auto match = words.size() <= longest
+        ? form.find(RequestText::phrase(possessive.replaceAll(std::string(words), "")))
+        : std::nullopt;
     const auto day = match ? yearly.find(match->texts[0]) : std::nullopt;
     if (!day)
         return {};

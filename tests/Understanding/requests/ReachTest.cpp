@@ -2,6 +2,7 @@
 // Catches what is claimed to be done or known though it is not, requests that are refused though they are ours, and
 // talk that is taken for a request.
 #include "RuleBench.h"
+#include "Understanding/dialogue/talk/ChatReplies.h"
 #include "Understanding/dialogue/talk/OutOfReach.h"
 #include "Understanding/dialogue/talk/TalkWords.h"
 #include "Understanding/words/CueSpelling.h"
@@ -22,7 +23,8 @@ TEST(Reach, saysWhatIsNotDoneHere)
             {"turn off the hall lamp", "lights out", "could you dim the lights a bit?", "make the kitchen brighter",
                 "switch the plug on", "start the vacuum cleaner", "vacuum the stairs", "brew me a coffee",
                 "turn the heating down", "lock the front door", "an espresso please", "turn the burglar alarm on",
-                "switch on the lights in the meeting room", "it's chilly in here"}},
+                "switch on the lights in the meeting room", "it's chilly in here", "please off the light",
+                "is the garage door open"}},
         {"I can't change the volume",
             {"louder", "turn it up", "mute", "set the volume to 5", "make it a bit softer", "that is too loud"}},
         {"I can't play",
@@ -32,7 +34,12 @@ TEST(Reach, saysWhatIsNotDoneHere)
         {"I don't know the weather",
             {"how's the weather", "will it rain on friday", "do I need an umbrella tomorrow", "is it cold outside",
                 "how warm is it in Rome", "any snow this weekend", "will it be warm on my birthday",
-                "the weather for our meeting", "do I need a scarf"}},
+                "the weather for our meeting", "do I need a scarf", "is it gonna snow tomorrow",
+                "how's it looking outside"}},
+        {"I can't change how this computer",
+            {"turn on bluetooth", "make the brightness of the screen higher", "update the app"}},
+        {"I can't pay anything", {"transfer 20 euros to Ana", "my bank balance"}},
+        {"I only understand", {"can you speak french", "set language to german"}},
         {"I don't know the news", {"what's in the news", "read me the headlines", "who won yesterday"}},
         {"I don't know prices",
             {"how's the stock market", "what's a euro in dollars to the pound", "exchange rate of the yen",
@@ -41,7 +48,8 @@ TEST(Reach, saysWhatIsNotDoneHere)
         {"I can't book or look up", {"when does the next bus go", "how's the traffic", "directions to the station"}},
         {"I can't read or send mail",
             {"any new mail", "read my emails", "text Ana that I'm late", "write a message to Bob",
-                "email my shopping list to Tom", "send Ana an email about the meeting", "any mail about the event"}},
+                "email my shopping list to Tom", "send Ana an email about the meeting", "any mail about the event",
+                "did Ana reply to me"}},
         {"I can't send or share", {"share my calendar with Tom", "send my wife the to do list"}},
         {"I can't recommend", {"suggest a nice book", "recommend me a phone"}},
         {"I can't switch this computer off", {"shut down the pc", "restart the computer", "lock my screen"}},
@@ -66,17 +74,18 @@ TEST(Reach, saysWhatIsNotDoneHere)
 
 TEST(Reach, leavesWhatIsOursToTheSkills)
 {
-    for (const char* words : {"remind me to play the piano at 5 pm", "add coffee to my shopping list",
-             "put the concert in my calendar", "what did I say about the taxi", "call mum tomorrow at 5 pm",
-             "take out the bins tomorrow", "where did I put my umbrella", "when is my flight to Rome",
-             "what's Ana's email address", "find my recipe for soup", "how do I reset the boiler", "buy milk",
-             "play date with Tom on saturday", "clean the kitchen tomorrow at 5 pm", "the news is good",
-             "turn off the 7 am alarm", "stop the timer", "do I have a meeting about the weather", "I like coffee",
-             "what music do I like", "send me a reminder to call Tom", "send that to my shopping list",
-             "what's in my cake recipe", "suggest a time for lunch", "fix the radio", "forward meeting on friday at 2",
-             "turn off the light reminder", "add set of lamps to the list", "email reminders are on",
-             "lock the shed at 6 pm", "can you hear me", "stock up on flour", "what time is it in london",
-             "anything going on on friday"})
+    for (const char* words :
+        {"remind me to play the piano at 5 pm", "add coffee to my shopping list", "put the concert in my calendar",
+            "what did I say about the taxi", "call mum tomorrow at 5 pm", "take out the bins tomorrow",
+            "where did I put my umbrella", "when is my flight to Rome", "what's Ana's email address",
+            "find my recipe for soup", "how do I reset the boiler", "buy milk", "play date with Tom on saturday",
+            "clean the kitchen tomorrow at 5 pm", "the news is good", "turn off the 7 am alarm", "stop the timer",
+            "do I have a meeting about the weather", "I like coffee", "what music do I like",
+            "send me a reminder to call Tom", "where did I leave my phone", "change the location of the concert",
+            "send that to my shopping list", "what's in my cake recipe", "suggest a time for lunch", "fix the radio",
+            "forward meeting on friday at 2", "turn off the light reminder", "add set of lamps to the list",
+            "email reminders are on", "lock the shed at 6 pm", "can you hear me", "stock up on flour",
+            "what time is it in london", "anything going on on friday"})
         EXPECT_FALSE(OutOfReach::of(words)) << words;
 }
 
@@ -123,6 +132,17 @@ TEST(Talk, isReadQuickly)
     while (words.size() < 140)
         words += " i do not think so";
     EXPECT_FALSE(talkOf(words + " anyhow"));
+}
+
+TEST(Talk, hasAReplyForMoodsAndNoneForRequests)
+{
+    for (const char* words : {"i'm bored", "I had a rotten day at work", "do you love me", "you're useless",
+             "merry christmas", "is anyone there", "who made you", "what's your favourite color"})
+        EXPECT_TRUE(ChatReplies::to(words)) << words;
+    for (const char* words :
+        {"i am going to the dentist tomorrow", "do you know my shoe size", "call me at 5", "are you free on friday",
+            "i left the keys with Tom", "happy birthday card on my list", "do you have my wifi password"})
+        EXPECT_FALSE(ChatReplies::to(words)) << words;
 }
 
 TEST(CueSpelling, mendsCommandsAndLeavesNamesAndTasks)

@@ -142,7 +142,7 @@ TEST(NotebookTools, sayWhatIsWrongWithARequest)
 TEST(NotebookTools, rememberOnlyAfterAClearYes)
 {
     const std::string fact = R"({"fact": "Prefers large print."})";
-    const std::string question = "Shall I remember this about you: Prefers large print?";
+    const std::string question = "Shall I remember this about you: You prefer large print?";
     struct Row {
         std::string said; ///< By the assistant.
         std::optional<std::string> heard;
@@ -201,7 +201,7 @@ TEST(NotebookTools, forgetFactsAndTakeThatBack)
 
     const std::string kept = R"({"fact": "Has a cat."})";
     ask(kept);
-    bench.heard.assistantSaid("Shall I remember this about you: Has a cat?");
+    bench.heard.assistantSaid("Shall I remember this about you: You have a cat?");
     bench.heard.userSaid({"yes", "yes", HeardUtterance::How::typed});
     EXPECT_NE(ask(kept).find(R"("undo":"u3")"), std::string::npos);
     bench.notebook.list.front().title = "Has two cats.";
