@@ -192,9 +192,11 @@ constexpr Row regionRows[] = {
     {"America/New_York=Atlanta|Asia/Tbilisi", "georgia"},
     {"Africa/Johannesburg", "south africa"},
     // States and coasts
+    {"America/New_York=East Coast",
+        "east coast|us east coast|east coast of the united states|east coast of the us|east coast of the usa|east "
+        "coast of america|the east coast"},
     {"America/New_York",
-        "east coast|us east coast|east coast of the united states|east coast of the us|east coast of the usa|"
-        "east coast of america|the east coast|maine|vermont|new hampshire|massachusetts|connecticut|rhode island|"
+        "maine|vermont|new hampshire|massachusetts|connecticut|rhode island|"
         "new york state|new jersey|pennsylvania|delaware|maryland|virginia|west virginia|north carolina|south carolina|"
         "ohio|michigan|new england"},
     {"America/New_York=Miami|America/Chicago=Pensacola", "florida"},
@@ -208,9 +210,10 @@ constexpr Row regionRows[] = {
     {"America/Denver", "montana|wyoming|colorado|utah|new mexico"},
     {"America/Boise", "idaho"},
     {"America/Phoenix", "arizona"},
-    {"America/Los_Angeles",
+    {"America/Los_Angeles=West Coast",
         "west coast|us west coast|west coast of the united states|west coast of the us|west coast of america|the west "
-        "coast|california|washington state|oregon|nevada"},
+        "coast|west coast of the usa"},
+    {"America/Los_Angeles", "california|washington state|oregon|nevada"},
     {"America/Anchorage", "alaska"},
     {"America/Toronto", "ontario|quebec"},
     {"America/Edmonton", "alberta"},

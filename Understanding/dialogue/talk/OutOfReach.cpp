@@ -64,11 +64,7 @@ constexpr OutOfReach advice{"I can't recommend anything: that needs an online mo
 constexpr OutOfReach power{"I can't switch this computer off, restart or lock it.", true, true};
 constexpr OutOfReach words{"I can't explain or translate words: that needs an online model.", false, false, true};
 constexpr OutOfReach web{"I can't look things up on the web."};
-constexpr OutOfReach account{"I can't pay anything, and I don't see any account.", true};
 constexpr OutOfReach computer{"I can't change how this computer is set up.", true};
-constexpr OutOfReach state{"I can't see how this computer or another device is doing."};
-constexpr OutOfReach applications{"I can't open applications or web pages.", true};
-constexpr OutOfReach recording{"I can't record, print or scan anything.", true, true};
 constexpr OutOfReach language{"I only understand and speak English."};
 constexpr OutOfReach moon{"I can't work out the moon, nor feasts like Diwali and Holi that go by it."};
 constexpr OutOfReach facts{{}, false, false, true}; // What can be done instead is told.
@@ -123,7 +119,7 @@ std::span<const Matter> matters()
         {"^(?:record|start recording|make a recording)(?: a| an| my| the| this| some)*(?: voice| audio| video| sound| "
          "call"
          "| screen| conversation)*(?: memos?| notes?| messages?| recording| clip)?$|^(?:print|scan) ",
-            recording, Ours::none},
+            {"I can't record, print or scan anything.", true, true}, Ours::none},
         {"^(?:clear|delete|erase|remove) (?:my |the )?(?:browsing|browser|search|web) "
          "(?:history|data|cache)\\b|\\bcookies$",
             computer, Ours::none},
@@ -134,7 +130,7 @@ std::span<const Matter> matters()
         {"^(?:what is |how is |how much |is )?(?:my |the |your )?(?:phone s |laptop s |laptop |phone )?battery(?: "
          "level| status"
          "| life| percentage| left| charge| do i have(?: left)?| full| low| is left)*$",
-            state, Ours::none},
+            {"I can't see how this computer or another device is doing."}, Ours::none},
         {"^(?:what|when|which|where)\\b.*\\b(?:last|next|first) "
          "(?:tube|coach|underground|metro|subway|bus|train|tram|ferry)\\b",
             travel, Ours::none},
@@ -240,7 +236,7 @@ std::span<const Matter> matters()
         // Getting about
         {"^(?:i|we) need a (?:ride|lift)\\b|\\b(?:taxi|cab|uber|lyft|ride ?share|limo)\\b(?! "
          "(?:receipt|number|money|firm))|\\b(?:order|book|call|get"
-         "|hail) (?:me |us )?a (?:ride|car|lift)\\b|\\btransport(?:ation)? to\\b|\\bfares? (?:to|from)\\b",
+         "|hail) (?:me |us )?a (?:ride|car|lift)\\b|\\btransport(?:ation)? to\\b",
             booking},
         {"\\b(?:book|reserve|buy|get|bring|order|purchase|find|need|want) (?:me |us |a |an |the |some |one |my "
          "|cheapest |two |three |2 |3 |return |round trip )*(?:(?:train|bus|plane|flight|air|movie|concert"
@@ -252,7 +248,8 @@ std::span<const Matter> matters()
          "|next|to|from|cost|station|late|delayed|running)\\b|\\b(?:next|last|first|when|which|any) (?:is "
          "|does |the |next |are |there )*(?:train|bus|subway|metro|tram|ferry|plane|flight)s?\\b",
             travel},
-        {"\\btraffic\\b|\\bdirections? (?:to|from|for)\\b|\\bhow (?:do|can) i get to\\b|\\b(?:route|navigate"
+        {"\\btraffic\\b|\\bfares? (?:to|from)\\b|\\bdirections? (?:to|from|for)\\b|\\bhow (?:do|can) i get "
+         "to\\b|\\b(?:route|navigate"
          "|navigation)\\b|\\bhow (?:far|long)(?: \\w+){1,6} (?:drive|walk|get|fly|travel|from)\\b|\\bgps\\b"
          "|\\bmap of\\b|\\bcommute\\b",
             travel},
@@ -347,7 +344,7 @@ std::span<const Matter> matters()
             moon},
         {"^(?:pay|transfer|wire) (?:my|the|our|\\d+|an?|some|off|for)\\b|\\b(?:bank|account|credit card|my) balance\\b"
          "|^how much (?:money )?(?:do i have|is) in my (?:\\w+ )?account\\b",
-            account},
+            {"I can't pay anything, and I don't see any account.", true}},
         {"^(?:(?:turn|switch) (?:on|off)|connect(?: me)? to|disconnect(?: from)?|enable|disable|activate|toggle) "
          "(?:the |my "
          ")?(?:wi ?fi|bluetooth|hotspot|vpn|internet|network|airplane mode|flight mode|dark mode|night mode|do not "
@@ -363,7 +360,7 @@ std::span<const Matter> matters()
         {"^(?:open|launch|start|run|close|go to)(?: up)? (?:the |my "
          ")?(?:youtube|netflix|browser|chrome|firefox|camera|calculator"
          "|maps?|photos?|gallery|(?:web ?)?site|settings|app store|\\w+ (?:app|website)|apps?|\\w+ (?:dot )?com)$",
-            applications},
+            {"I can't open applications or web pages.", true}},
         {"^(?:find|locate|ring|where is) (?:my|the) (?:(?:cell|mobile|smart) "
          "?)?(?:phone|mobile|tablet|laptop|watch|earbuds|airpods"
          "|remote)$",

@@ -25,7 +25,8 @@ struct TalkRow {
         "please|pls|plz|can|could|would|will|may|you|u|your|i|we|me|my|us|it|its|that|this|is|was|the|a|an|of"
         "|to|for|so|just|really|very|quite|much|now|then|and|but|do|did|does|have|has|had|am|are|be|been|not|oh"
         "|ah|hm+|um+|uh+|well|ok|okay|yes|yeah|no|thank|thanks|think|guess|know|quorvell|sorry|hey|hi|hello"
-        "|with|here|there|too|in|on|at|all|as|said|say|what|because|actually|honestly|dear|mate|kindly|like|if"
+        "|with|here|there|too|in|on|at|all|as|said|say|what|because|actually|honestly|dear|mate|buddy|pal|bro|dude|man|"
+        "kindly|like|if"
         "|go|right now";
 
     TalkKind kind;
