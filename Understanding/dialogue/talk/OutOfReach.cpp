@@ -65,7 +65,6 @@ constexpr OutOfReach power{"I can't switch this computer off, restart or lock it
 constexpr OutOfReach words{"I can't explain or translate words: that needs an online model.", false, false, true};
 constexpr OutOfReach web{"I can't look things up on the web."};
 constexpr OutOfReach computer{"I can't change how this computer is set up.", true};
-constexpr OutOfReach language{"I only understand and speak English."};
 constexpr OutOfReach moon{"I can't work out the moon, nor feasts like Diwali and Holi that go by it."};
 constexpr OutOfReach facts{{}, false, false, true}; // What can be done instead is told.
 constexpr OutOfReach body{"I don't measure steps, sleep or calories."};
@@ -107,7 +106,7 @@ std::span<const Matter> matters()
          "(?!english)\\w+(?:ish|ese|man|ench|ian|utch|indi"
          "|amil|elugu|rabic|reek|reole|engali)$|^(?:speak|talk|answer|reply)(?: to me)? in (?!english)\\w+$"
          "|^(?:set|change|switch) (?:the |your |my )?language\\b",
-            language, Ours::none},
+            {"I only understand and speak English."}, Ours::none},
         {"^(?:did|has|have) (?!i\\b|we\\b|you\\b)(?:my |the |our )?\\w+ (?:(?:e "
          "?mail|text|message|answer|reply|write)(?:ed)?"
          "|replied|written|texted)(?: (?:me|us|back|to me|to us|yet|today|already))*$"
@@ -139,7 +138,9 @@ std::span<const Matter> matters()
          "|laptop|machine|screen)$|^(?:shut ?down|reboot|log (?:me )?(?:out|off))$",
             power, Ours::none},
         // Devices
-        {"\\b" + control + "\\b.*\\b" + device + "\\b(?! (?:saving|savings|bill|bills|money|appointment))", house},
+        {"^(?!(?:buy|purchase|pick up)\\b).*\\b" + control + "\\b.*\\b" + device
+                + "\\b(?! (?:saving|savings|bill|bills|money|appointment))",
+            house},
         {"^(?:" + device + "|(?:less|more|no|dim|bright|darker|brighter|softer|lower|all|the) (?:the )?" + device
                 + ")(?: (?:on|off|up|down|out|please|in|at|now|colou?r|change|power|level)\\b.*)?$",
             house},
@@ -183,7 +184,8 @@ std::span<const Matter> matters()
          "|quiet)\\b",
             volume},
         {start
-                + "(?:play|(?:shuffle|resume|replay|unpause|skip|rewind|fast forward)(?! "
+                + "(?:play|(?:shuffle|resume|replay|unpause|skip(?!.* (?:\\w+days?|today|tomorrow|tonight|this "
+                  "time|this week)$)|rewind|fast forward)(?! "
                   "(?:it|that|this|them|all)\\b)(?= \\w))\\b(?! (?:back|date|dates"
                   "|with|time|tennis|football|golf|chess|cards|group|area|ground)\\b)(?!.*\\b(?:rehearsal"
                   "|practice)\\b)",
@@ -214,7 +216,7 @@ std::span<const Matter> matters()
          "|\\bnext time it will\\b"
          "|^do i need (?:a |an |my )?(?:coat|jacket|scarf|hat|boots)\\b|\\bshould i (?:take|wear|bring|carry|put on) "
          "(?:an? |my )?(?:coat|jacket|umbrella|scarf|hat|raincoat|boots|sweater)\\b"
-         "|\\b(?:is it|is it looking|does it look|is it like) (?:like )?outside\\b|\\b(?:pollen|uv index|air "
+         "|\\b(?:is it|looking|hows it|does it look|is it like) (?:like )?outside\\b|\\b(?:pollen|uv index|air "
          "quality)\\b"
          "|\\bwhat (?:should|do|can) i wear\\b(?! to\\b| for\\b| at\\b)",
             weather},
@@ -243,7 +245,8 @@ std::span<const Matter> matters()
          "|cinema|theatre|theater|ferry|metro) )?(?:tickets?|flights?|seats?|hotels?|rooms?|table"
          "|reservations?)\\b",
             booking},
-        {"\\b(?:train|trains|bus|buses|subway|metro|tram|flight|flights|ferry|plane)\\b.*\\b(?:schedule"
+        {"^(?!(?:put|add|enter|schedule) )(?!(?:train|flight|bus|ferry|plane) "
+         ".*\\d).*\\b(?:train|trains|bus|buses|subway|metro|tram|flight|flights|ferry|plane)\\b.*\\b(?:schedule"
          "|timetable|times?|departures?|depart|departs|arrivals?|arrive|arrives|leave|leaves|prices?|tickets?"
          "|next|to|from|cost|station|late|delayed|running)\\b|\\b(?:next|last|first|when|which|any) (?:is "
          "|does |the |next |are |there )*(?:train|bus|subway|metro|tram|ferry|plane|flight)s?\\b",

@@ -82,6 +82,7 @@ TEST(Reach, leavesWhatIsOursToTheSkills)
             "clean the kitchen tomorrow at 5 pm", "the news is good", "turn off the 7 am alarm", "stop the timer",
             "do I have a meeting about the weather", "I like coffee", "what music do I like",
             "send me a reminder to call Tom", "where did I leave my phone", "change the location of the concert",
+            "skip standup on thursday", "buy light bulbs", "put flight LH 438 to Dallas on 5 dec departing 10:05",
             "send that to my shopping list", "what's in my cake recipe", "suggest a time for lunch", "fix the radio",
             "forward meeting on friday at 2", "turn off the light reminder", "add set of lamps to the list",
             "email reminders are on", "lock the shed at 6 pm", "can you hear me", "stock up on flour",
