@@ -40,8 +40,28 @@ bool AlarmNotes::repeats(const Note& note)
 
 bool AlarmNotes::isHalfReadTime(const std::string& rest)
 {
-    static const Pattern halfRead("\\d|^(?:and|or)\\b|^[ap]\\.?m\\b", Pattern::caseless);
+    static const Pattern halfRead(
+        "\\d|^(?:and|or)\\b|^[ap]\\.?m\\b|^(?:(?:the|this|next|on|each|every) )*(?:weekends?|weeks?|months?|days?)$",
+        Pattern::caseless);
     return halfRead.find(rest).has_value();
+}
+
+bool AlarmNotes::namesHour(const std::string& words)
+{
+    static const Pattern hour(
+        "\\d|\\b(?:one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|thirteen|fifteen|"
+        "twenty|thirty|forty|half|quarter|noon|midday|lunchtime|midnight|hours?|minutes?|seconds?)\\b",
+        Pattern::caseless);
+    return hour.find(words).has_value();
+}
+
+std::string AlarmNotes::partOfDay(const std::string& words)
+{
+    static const Pattern part("\\b(?:(morning|afternoon|evening)|(?:to)?(night))s?\\b", Pattern::caseless);
+    const auto match = part.find(words);
+    if (!match)
+        return {};
+    return match->groups[1] ? "at night" : "in the " + lowerCased(match->texts[0]);
 }
 
 std::string AlarmNotes::withoutAlarmWords(const std::string& text)

@@ -22,6 +22,10 @@ struct AlarmNotes {
     static std::string withoutAlarmWords(const std::string& text);
     /// Whether what is left of words is rather part of a time that was not understood than a name: "and 8", "p.m".
     static bool isHalfReadTime(const std::string& rest);
+    /// Whether the words say more of the hour than "in the morning" or "tonight".
+    static bool namesHour(const std::string& words);
+    /// "in the morning"; empty where the words name none.
+    static std::string partOfDay(const std::string& words);
     /// "Pasta timer" of "pasta".
     static std::string timerTitle(const std::string& task);
 };

@@ -2,7 +2,7 @@
 #include "Quorvell/tools/reminders/ReminderAlarms.h"
 
 #include "Quorvell/reminding/AlarmRinging.h"
-#include "Quorvell/reminding/ReminderSchedule.h"
+#include "Quorvell/tools/reminders/AlarmEdits.h"
 #include "Quorvell/tools/reminders/AlarmHour.h"
 #include "Quorvell/tools/reminders/AlarmNotes.h"
 #include "Quorvell/tools/reminders/ReminderChanges.h"
@@ -100,8 +100,13 @@ void ReminderAlarms::setAlarm()
     } else if (request.verdict == ReminderRequest::Verdict::needsTime
         || request.verdict == ReminderRequest::Verdict::pastTime) {
         return m_reply.answer(m_answers.needsTime(request));
-    } else if (!request.hasTime) { // At the hour at which days without one begin nobody asked to be woken.
-        request.understood.day = DateParts::fromDay(request.date, m_context.calendar).text();
+    } else if (!request.hasTime || (!m_arguments.moment && !AlarmNotes::namesHour(m_arguments.timeWords()))) {
+        // At the hour at which days, or parts of them, without one begin nobody asked to be woken.
+        if (request.repeatRule)
+            request.understood.rule = request.repeatRule->spoken("en");
+        else
+            request.understood.day = DateParts::fromDay(request.date, m_context.calendar).text();
+        request.understood.clock = AlarmNotes::partOfDay(m_arguments.timeWords());
         request.verdict = ReminderRequest::Verdict::needsTime;
         return m_reply.answer(m_answers.needsTime(request));
     }
@@ -166,45 +171,22 @@ void ReminderAlarms::snooze(const Meant& alarms)
 void ReminderAlarms::pause(const Note& timer)
 {
     change(
-        {timer},
-        [now = m_now](Note& note) {
-            auto mark = AlarmMark::of(note);
-            if (!mark || !note.remindAt)
-                return;
-            const auto left = std::chrono::ceil<std::chrono::seconds>(*note.remindAt - now);
-            mark->left = std::max(left, std::chrono::seconds(1));
-            note.then = mark->stored();
-            note.remindAt.reset();
-        },
-        ToolStatus::set);
+        {timer}, [now = m_now](Note& note) { AlarmEdits::pause(note, now); }, ToolStatus::set);
 }
 
 void ReminderAlarms::resume(const Note& timer)
 {
     change(
-        {timer},
-        [now = m_now](Note& note) {
-            auto mark = AlarmMark::of(note);
-            if (!mark || !mark->left)
-                return;
-            note.remindAt = now + *std::exchange(mark->left, {});
-            note.then = mark->stored();
-        },
-        ToolStatus::set);
+        {timer}, [now = m_now](Note& note) { AlarmEdits::resume(note, now); }, ToolStatus::set);
 }
 
-/// A timer of another length, from now on.
 void ReminderAlarms::startAgain(const Note& timer)
 {
     const auto mark = AlarmMark::of(timer);
     if (!mark || !mark->isTimer())
         return m_reply.fail("Nothing was changed: that is no timer. Give date or later.");
     change(
-        {timer},
-        [length = *m_arguments.timer, now = m_now](Note& note) {
-            note.remindAt = now + length;
-            note.then = AlarmMark{.kind = AlarmMark::Kind::timer, .length = length}.stored();
-        },
+        {timer}, [length = *m_arguments.timer, now = m_now](Note& note) { AlarmEdits::startAgain(note, length, now); },
         ToolStatus::set);
 }
 
@@ -220,18 +202,7 @@ void ReminderAlarms::lengthen(const Note& timer)
     if (left > AlarmMark::longestTimer)
         return m_reply.fail("Nothing was changed: a timer runs for a week at most.");
     change(
-        {timer},
-        [end, added, left](Note& note) {
-            auto stored = AlarmMark::of(note);
-            if (!stored)
-                return;
-            if (stored->left)
-                stored->left = left;
-            else
-                note.remindAt = end + added;
-            note.then = stored->stored();
-        },
-        ToolStatus::set);
+        {timer}, [end = end + added, left](Note& note) { AlarmEdits::lengthen(note, left, end); }, ToolStatus::set);
 }
 
 /// By its ids, its id, its words; else what rings, else all there are.
@@ -273,10 +244,12 @@ void ReminderAlarms::cancel(const Meant& alarms)
     if (alarms.empty())
         return m_reply.fail(m_arguments.kind == Kind::timer ? "Nothing was cancelled: there is no such timer."
                                                             : "Nothing was cancelled: there is no such alarm.");
+    const bool isWhole = !m_arguments.ids.empty();
+    if (m_arguments.until && (isWhole || alarms.size() == 1))
+        return rest(alarms);
     const Meant rings = ringing();
     const bool areRinging = std::ranges::all_of(
         alarms, [&](const Note& note) { return std::ranges::find(rings, note.id, &Note::id) != rings.end(); });
-    const bool isWhole = !m_arguments.ids.empty();
     if (areRinging && !isWhole && !m_arguments.ofSeries)
         return stop(alarms);
     if (alarms.size() == 1 && !isWhole)
@@ -284,12 +257,7 @@ void ReminderAlarms::cancel(const Meant& alarms)
     if (!isWhole)
         return m_reply.answer(m_answers.whichReminder(alarms));
     change(
-        alarms,
-        [now = m_now, calendar = m_context.calendar](Note& note) {
-            note.repeatRule.reset();
-            ReminderSchedule::finish(note, now, calendar);
-            note.archived = true;
-        },
+        alarms, [now = m_now, calendar = m_context.calendar](Note& note) { AlarmEdits::end(note, now, calendar); },
         ToolStatus::done);
 }
 
@@ -301,12 +269,22 @@ void ReminderAlarms::cancelOne(const Note& alarm)
     const bool isOnce = AlarmNotes::repeats(alarm) && !*m_arguments.ofSeries;
     change(
         {alarm},
-        [isOnce, now = m_now, calendar = m_context.calendar](Note& note) {
-            if (!isOnce)
-                note.repeatRule.reset();
-            ReminderSchedule::finish(note, now, calendar);
-            note.archived = note.archived || !isOnce;
-        },
+        [edit = isOnce ? AlarmEdits::endOnce : AlarmEdits::end, now = m_now, calendar = m_context.calendar](
+            Note& note) { edit(note, now, calendar); },
+        ToolStatus::done);
+}
+
+/// For some days only. Nothing is changed where one of them does not ring by then: another one was meant.
+void ReminderAlarms::rest(const Meant& alarms)
+{
+    const LocalDay until = m_context.calendar.day(*m_arguments.until);
+    if (!std::ranges::all_of(
+            alarms, [&](const Note& note) { return AlarmEdits::ringsBy(note, until, m_context.calendar); }))
+        return m_reply.fail("Nothing was changed: not all of them ring by then.");
+    change(
+        alarms,
+        [until, now = m_now, calendar = m_context.calendar](
+            Note& note) { AlarmEdits::rest(note, until, now, calendar); },
         ToolStatus::done);
 }
 

@@ -38,6 +38,7 @@ private:
     void lengthen(const Note& timer);
     void cancel(const Meant& alarms);
     void cancelOne(const Note& alarm);
+    void rest(const Meant& alarms);
     void move(const Note& alarm);
     void rename(const Note& alarm);
     void withOne(const std::function<bool(const Note&)>& fits, const std::function<void(const Note&)>& carryOut);

@@ -5,6 +5,7 @@
 #include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "QuorvellCore/reminders/phrase/PhraseWords.h"
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/Pattern.h"
 
 #include <algorithm>
 #include <cmath>
@@ -67,7 +68,9 @@ std::string alarmProblem(const ReminderArguments& arguments)
         return "add_seconds must be at most 604800, a week.";
     if (arguments.snooze && (*arguments.snooze < std::chrono::minutes(1) || *arguments.snooze > longestSnooze))
         return "snooze_minutes must be between 1 and 720.";
-    return !arguments.ids.empty() && !arguments.isCancelled ? "ids goes with cancel." : "";
+    if ((!arguments.ids.empty() || arguments.until) && !arguments.isCancelled)
+        return "ids and until go with cancel.";
+    return arguments.until && arguments.ofSeries ? "give only one of series and until." : "";
 }
 
 /// Why the call as a whole says nothing that could be done, although each part of it does.
@@ -94,6 +97,16 @@ std::string contradiction(const ReminderArguments& arguments)
     return isEmpty && asksForNothing ? "text is missing. Give the user's own words, time and all." : "";
 }
 
+/// False for a day that does not exist.
+bool readUntil(const LiveFunctionCall& call, const Calendar& calendar, ReminderArguments& read)
+{
+    const std::string until = argument(call, "until");
+    const auto day = DateParts::parse(until);
+    if (day)
+        read.until = day->wholeDay().instant(calendar);
+    return until.empty() || read.until.has_value();
+}
+
 void readAlarm(const LiveFunctionCall& call, ReminderArguments& read)
 {
     constexpr std::size_t mostIds = 200;
@@ -118,7 +131,7 @@ void readAlarm(const LiveFunctionCall& call, ReminderArguments& read)
 bool ReminderArguments::isOfAlarms() const
 {
     return isAlarm || timer || pauses || resumes || stops || added || snooze || kind == Kind::alarm
-        || kind == Kind::timer || !ids.empty();
+        || kind == Kind::timer || !ids.empty() || until;
 }
 
 ReminderArguments ReminderArguments::read(const LiveFunctionCall& call, const Calendar& calendar)
@@ -147,6 +160,8 @@ ReminderArguments ReminderArguments::read(const LiveFunctionCall& call, const Ca
     if (!rule.empty() && !read.repeat && !read.endsRepeat)
         read.problem = "repeat must be \"daily\", \"weekdays\", \"weekly:2\" (1 is Sunday, 7 Saturday), "
                        "\"monthly:15\", \"yearly\" or \"none\".";
+    else if (!readUntil(call, calendar, read))
+        read.problem = "until must be a day that exists, written like \"2026-11-22\".";
     else if (!read.date.empty() && !read.moment)
         read.problem = "date must be a day that exists, written like \"2026-11-22 17:00\" or, for a whole day, "
                        "\"2026-11-22\".";
@@ -171,7 +186,9 @@ ReminderRequest ReminderArguments::request(Instant now, const Calendar& calendar
     ReminderRequest understood = ReminderRequest::fromWords(text.empty() ? task : text, now, calendar);
     // A task beside a time is taken as it stands: a "weekly magazine" repeats nothing.
     const bool isTaskGiven = !task.empty() && (!text.empty() || moment || isForReturn);
-    const std::string wanted = isTaskGiven ? withUpperCaseFirst(task) : understood.task;
+    static const Pattern link(
+        "^(?:for|about|abt|regarding) (?=\\S)", Pattern::caseless); // "On the 12th for Dad's MRI".
+    const std::string wanted = withUpperCaseFirst(isTaskGiven ? task : link.replaceAll(understood.task, ""));
     const auto ruleOfWords = moment && text.empty() ? std::nullopt : understood.repeatRule;
     const auto rule = repeat || endsRepeat ? repeat : ruleOfWords;
     if (moment)

@@ -30,6 +30,7 @@ struct ReminderArguments {
     bool isDone = false;
     bool isCancelled = false;
     std::optional<bool> ofSeries; ///< Of a cancelled one that repeats: all of it, or the next time only.
+    std::optional<Instant> until; ///< Of cancelled alarms: in that day's midnight; behind it those that repeat go on.
     std::string later; ///< Until when, in words.
     std::string id;
     Kind kind = Kind::reminder;
@@ -49,6 +50,7 @@ struct ReminderArguments {
     /// Whether it is about what rings, and about nothing else.
     bool isOfAlarms() const;
     std::string words() const { return task.empty() ? text : task; }
+    std::string timeWords() const { return text.empty() ? task : text; } ///< Where a time is read from.
     bool changesNothing() const;
 
     /// What is to be set, or what has to be asked before.

@@ -10,6 +10,7 @@
 #include "Quorvell/tools/reminders/ReminderChanges.h"
 #include "Quorvell/tools/reminders/ReminderNote.h"
 #include "Quorvell/tools/reminders/ReminderWriter.h"
+#include "QuorvellCore/reminders/calendar/DateParts.h"
 #include "QuorvellCore/reminders/request/ReminderRequest.h"
 #include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "QuorvellCore/reminders/state/ReminderState.h"
@@ -247,13 +248,29 @@ private:
         m_reply.answer(question);
     }
 
+    /// "Tonight", said late in the evening: only the hour is over at which it usually begins.
+    bool isOpenToday(const ReminderRequest& request) const
+    {
+        static const Pattern today("\\b(?:today|tonight|this evening)\\b", Pattern::caseless);
+        return m_context.calendar.isSameDay(request.date, m_now) && today.find(m_arguments.timeWords())
+            && !AlarmNotes::namesHour(m_arguments.timeWords());
+    }
+
+    ReminderRequest withoutHour(ReminderRequest request) const
+    {
+        request.verdict = ReminderRequest::Verdict::needsTime;
+        request.understood.day = DateParts::fromDay(request.date, m_context.calendar).text();
+        return request;
+    }
+
     ToolResult questionOf(const ReminderRequest& request) const
     {
         switch (request.verdict) {
         case ReminderRequest::Verdict::whichTime:
             return m_answers.whichTime(request);
-        case ReminderRequest::Verdict::needsTime:
         case ReminderRequest::Verdict::pastTime:
+            return m_answers.needsTime(isOpenToday(request) ? withoutHour(request) : request);
+        case ReminderRequest::Verdict::needsTime:
             return m_answers.needsTime(request);
         case ReminderRequest::Verdict::ready:
         case ReminderRequest::Verdict::needsTask:

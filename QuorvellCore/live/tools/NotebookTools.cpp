@@ -134,6 +134,9 @@ Json reminders()
                     flag("True: they do not want that one any more. Where it repeats and `series` is not given, the "
                          "answer is \"which_occurrences\": ask the user and call again.")),
                 optional("series", flag("With `cancel`: true for all of it, false for the next time only.")),
+                optional("until",
+                    dateText("With `cancel`, of alarms: those that repeat do not ring up to the end of that day, and "
+                             "go on behind it.")),
                 optional("later",
                     text("Until when that one is put off, in the user's words, such as \"in an hour\" or "
                          "\"tomorrow morning\".")),
