@@ -20,6 +20,8 @@ struct AlarmTalk {
     std::chrono::seconds length{0}; ///< Of runAnew; of before, how long before (below 0: after) it.
     std::string id{}; ///< Of the one last talked about; never spoken. Empty for none.
     std::string title{};
+    std::optional<DateParts> start{}; ///< When it rings.
+    std::string severalEnded{}; ///< What is said once a call under way has ended several; empty for one.
     bool isTimer = false;
     bool isWaking = false; ///< It is to wake the user: an evening hour need not be offered.
     bool rings = false; ///< One that was just told of may be ringing.

@@ -99,6 +99,16 @@ ToolCalls::Answer AlarmCalls::cancelThese(const std::vector<std::string>& ids) c
     return ToolCalls::call(around, tool, {{"cancel", true}, {"ids", ids}}, changing);
 }
 
+ToolCalls::Answer AlarmCalls::cancelUntil(const std::vector<std::string>& ids, const DateParts& day) const
+{
+    Json arguments{{"cancel", true}, {"until", day.wholeDay().text()}};
+    if (ids.size() == 1)
+        arguments.update({{"kind", "alarm"}, {"id", ids.front()}});
+    else
+        arguments["ids"] = ids;
+    return ToolCalls::call(around, tool, arguments, changing);
+}
+
 ToolCalls::Answer AlarmCalls::rename(std::string_view id, bool isOfTimers, std::string_view name) const
 {
     return ToolCalls::call(around, tool, {{"kind", kindOf(isOfTimers)}, {"id", id}, {"task", name}}, changing);

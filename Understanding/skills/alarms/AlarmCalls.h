@@ -35,6 +35,8 @@ struct AlarmCalls {
     ToolCalls::Answer cancel(const char* kind) const; ///< What rings, or the only one.
     ToolCalls::Answer cancelThis(std::string_view id, bool isOfTimers) const;
     ToolCalls::Answer cancelThese(const std::vector<std::string>& ids) const;
+    /// Those that repeat only up to the end of that day.
+    ToolCalls::Answer cancelUntil(const std::vector<std::string>& ids, const DateParts& day) const;
     ToolCalls::Answer rename(std::string_view id, bool isOfTimers, std::string_view name) const;
     /// `stored` is a rule in the form of the tools.
     ToolCalls::Answer repeatThis(std::string_view id, std::string_view stored) const;

@@ -12,6 +12,7 @@
 #include "Understanding/words/ListPlace.h"
 #include "Understanding/words/RequestText.h"
 
+#include <cstdint>
 #include <utility>
 
 namespace quorvell {
@@ -132,6 +133,18 @@ FollowUp AlarmFollowUp::ofIt(const std::string& words, const RequestMemory& memo
         ? AlarmTraits::readRepeat({.front = "repeat the", .back = match->texts[0] + match->texts[1]})
         : std::nullopt;
     return rule ? FollowUp(moveIt(rule->when, memory, around)) : std::nullopt;
+}
+
+std::optional<DateParts> AlarmFollowUp::inOtherHalf(const AlarmTalk& talk, const LocalTime& around)
+{
+    constexpr int noon = 12;
+    constexpr std::int64_t minutesOfDay = 24 * 60;
+    if (!talk.start || talk.start->allDay)
+        return std::nullopt;
+    DateParts other = *talk.start;
+    other.hour += other.hour < noon ? noon : -noon;
+    const bool isPast = other <= DateParts::from(around.now, around.calendar);
+    return isPast ? other.adding(minutesOfDay) : other;
 }
 
 RuleStep AlarmFollowUp::moveIt(const std::string& when, RequestMemory memory, const RuleSurroundings& around)

@@ -22,6 +22,8 @@ struct AlarmFollowUp {
     /// Words of one more of what was talked about.
     static std::optional<AlarmWish> another(const std::string& words, const RequestMemory& memory);
     /// The one last talked about, to another hour or by a rule.
+    /// The hour at which the one that was talked about stands, in the other half of the day.
+    static std::optional<DateParts> inOtherHalf(const AlarmTalk& talk, const LocalTime& around);
     static RuleStep moveIt(const std::string& when, RequestMemory memory, const RuleSurroundings& around);
 };
 

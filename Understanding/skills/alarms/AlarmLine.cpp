@@ -113,7 +113,14 @@ std::string AlarmLine::asTime(std::string words)
     static const Pattern spaces("\\s{2,}");
     static const Pattern hour("^\\d{1,2}(?:[:.]\\d{2})?(?![\\d/-]|st\\b|nd\\b|rd\\b|th\\b)");
     static const Pattern moment("^(?:when it(?:['’]s| is)|by)(?= )", Pattern::caseless);
+    // "730", "for 1845": nobody means another number by it.
+    static const Pattern run(
+        "^(?:at )?([01]?\\d|2[0-3])([0-5]\\d)(?=$|\\s?[ap]m\\b| (?:hrs|hours|in the|at night|today|"
+        "tonight|tomorrow|tmrw|on|every|this|next)\\b)",
+        Pattern::caseless);
     words = moment.replaceAll(spaces.replaceAll(words, " "), "at");
+    if (const auto match = run.find(words))
+        words = match->texts[0] + ":" + match->texts[1] + words.substr(match->range.end);
     for (const char* day : {"tomorrow", "today", "tonight"})
         words = Pattern("\\b" + std::string(day) + "['’]?s\\b", Pattern::caseless).replaceAll(words, day);
     if (several.find(words))

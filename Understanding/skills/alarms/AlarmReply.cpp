@@ -2,6 +2,8 @@
 #include "Understanding/skills/alarms/AlarmReply.h"
 
 #include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/LowerCase.h"
+#include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/alarms/TimerLength.h"
 #include "Understanding/time/SpokenWhen.h"
@@ -53,6 +55,17 @@ bool isCancelled(const Json& arguments)
     return memberOf(arguments, "cancel") != nullptr;
 }
 
+/// "Rings in 7 hours and 30 minutes: 6:30 AM tomorrow."
+std::string untilRing(const AlarmItem& alarm, const LocalTime& around)
+{
+    const auto start = alarm.thing.start ? alarm.thing.start->instant(around.calendar) : std::nullopt;
+    if (!start)
+        return withUpperCaseFirst(alarm.named(around)) + ".";
+    const auto minutes =
+        std::max(std::chrono::ceil<std::chrono::minutes>(*start - around.now), std::chrono::minutes(0));
+    return withUpperCaseFirst(alarm.named(around)) + " rings in " + TimerLength::spoken(minutes) + ".";
+}
+
 std::string countOf(const ToolResult& result)
 {
     const auto count = readInteger(result.json(), "count");
@@ -77,22 +90,55 @@ std::string AlarmReply::changed(
     if (readBool(result.json(), "already").value_or(false))
         return name + " for " + when + " is set already.";
     return name + (memberOf(arguments, "id") ? " is now set for " : " is set for ") + when + "."
-        + (memory.alarms.isWaking ? "" : otherHour(result.json()));
+        + (memory.alarms.isWaking || memberOf(arguments, "later") ? "" : otherHour(result.json()));
 }
 
-std::string AlarmReply::ended(const ToolRequest& call, const ToolResult& result, const LocalTime& around)
+std::string AlarmReply::ended(
+    const ToolRequest& call, const ToolResult& result, const AlarmTalk& talk, const LocalTime& around)
 {
     const Json arguments = argumentsOf(call);
     const AlarmItem item = AlarmItem::of(result.json());
     const std::string next = SpokenWhen::on(result.string("next").value_or(""));
     const std::string again = next.empty() ? "" : " It rings again " + next + ".";
-    if (const std::string count = countOf(result); !count.empty())
-        return count + (item.isTimer ? " timers" : " alarms")
-            + (isCancelled(arguments) ? " are cancelled." : " are stopped.");
+    const Json* ids = memberOf(arguments, "ids");
+    if (const std::string count = countOf(result); !count.empty()) {
+        const bool isAsSaid = ids && std::to_string(ids->size()) == count && !talk.severalEnded.empty();
+        return isAsSaid ? talk.severalEnded
+                        : count + (item.isTimer ? " timers" : " alarms")
+                + (isCancelled(arguments) ? " are cancelled." : " are stopped.");
+    }
     const std::string name = withUpperCaseFirst(item.named(around));
     if (!isCancelled(arguments))
         return "Stopped." + again;
-    return name + (next.empty() ? " is cancelled." : " does not ring this time.") + again;
+    const std::string until = readString(arguments, "until").value_or("");
+    return name
+        + (next.empty()         ? " is cancelled."
+                : until.empty() ? " does not ring this time."
+                                : " does not ring until then.")
+        + again;
+}
+
+std::string AlarmReply::cancelled(const std::vector<AlarmItem>& items, const LocalTime& around)
+{
+    const std::string noun = std::ranges::all_of(items, &AlarmItem::isTimer) ? "timers" : "alarms";
+    return (items.size() == 2 ? "Both " : "All " + std::to_string(items.size()) + " ") + noun
+        + " are cancelled: " + joined(items, around) + ".";
+}
+
+std::string AlarmReply::rested(const std::vector<AlarmItem>& items, const SpokenDays& days, const LocalTime& around)
+{
+    std::vector<AlarmItem> once;
+    std::vector<AlarmItem> often;
+    for (const AlarmItem& item : items)
+        (item.rule ? often : once).push_back(item);
+    const std::string end = once.empty() ? "" : "Cancelled: " + joined(once, around) + ". ";
+    return end + "Not ringing " + days.words + ", and after that as before: " + joined(often, around) + ".";
+}
+
+std::string AlarmReply::areOn(const std::vector<AlarmItem>& items, const LocalTime& around)
+{
+    const char* are = items.size() == 1 ? "It is on: " : items.size() == 2 ? "Both are on: " : "They are on: ";
+    return are + joined(items, around) + ".";
 }
 
 std::string AlarmReply::asked(const ToolResult& result, const LocalTime& around)
@@ -110,9 +156,17 @@ std::string AlarmReply::asked(const ToolResult& result, const LocalTime& around)
     if (readBool(json, "past").value_or(false))
         return "That time is already past. For what time should the alarm be?";
     const std::string unclear = result.string("unclear").value_or("");
-    const std::string doubt = unclear.empty() ? "" : "I am not sure what you mean by \"" + unclear + "\". ";
+    static const Pattern rare("^(?:every|each) .*\\b(?:other|second|third|\\d+|hour|minute)", Pattern::caseless);
+    const std::string doubt = unclear.empty() ? ""
+        : rare.find(unclear)
+        ? "An alarm can ring every day, on weekdays, or on days of the week, every month or every year, and not "
+            + unclear + ". "
+        : "I am not sure what you mean by \"" + unclear + "\". ";
     const Json* understood = memberOf(json, "understood");
     const auto day = DateParts::parse(understood ? readString(*understood, "day").value_or("") : "");
+    const std::string rule = understood ? readString(*understood, "rule").value_or("") : "";
+    if (!rule.empty())
+        return doubt + "At what time should it ring " + lowerCased(rule.substr(0, 1)) + rule.substr(1) + "?";
     return doubt
         + (day ? "At what time should it ring on " + SpokenWhen::date(*day) + "?"
                : "For what time should I set the alarm?");
@@ -127,32 +181,36 @@ std::string AlarmReply::joined(const std::vector<AlarmItem>& items, const LocalT
     return text + (named < items.size() ? "; and " + std::to_string(items.size() - named) + " more" : "");
 }
 
-std::string AlarmReply::list(const std::vector<AlarmItem>& items, const AlarmsMeant& meant, const std::string& which,
-    bool isOfTimers, const LocalTime& around)
+std::string AlarmReply::list(
+    const std::vector<AlarmItem>& items, const AlarmsMeant& meant, bool isOfTimers, const LocalTime& around)
 {
     const std::string noun = isOfTimers ? "timer" : "alarm";
     if (isOfTimers && !meant.items.empty())
         return left(meant.items, false, around);
     if (items.empty())
         return isOfTimers ? "No timer is running." : "You have no alarm set.";
-    const auto counted = [&](std::size_t count) {
-        return count == 1 ? "one " + noun : std::to_string(count) + " " + noun + "s";
+    const auto have = [&](const std::vector<AlarmItem>& these, const std::string& what) {
+        return "You have "
+            + (these.size() == 1 ? "one" + what : std::to_string(these.size()) + what + (what.empty() ? "" : "s"))
+            + ": " + joined(these, around) + ".";
     };
-    const std::string all = "You have " + counted(items.size()) + ": " + joined(items, around) + ".";
     if (!meant.isNarrowed)
-        return all;
+        return have(items, " " + noun);
     if (meant.items.empty())
-        return "I find no such " + noun + (which.empty() ? "" : " (" + which + ")") + ". " + all;
-    return "You have " + counted(meant.items.size()) + " like that: " + joined(meant.items, around) + ".";
+        return "I found no " + noun + " " + meant.words + ". " + have(items, "");
+    return meant.words == "like that" && meant.items.size() == 1 ? "That is " + joined(meant.items, around) + "."
+                                                                 : have(meant.items, "");
 }
 
 std::string AlarmReply::left(
     const std::vector<AlarmItem>& items, const AlarmsMeant& meant, const AlarmTalk& wish, const LocalTime& around)
 {
     const bool saysEnd = wish.purpose == AlarmTalk::Purpose::tellEnd;
+    if (!wish.isTimer)
+        return meant.items.empty() ? list(items, meant, false, around) : untilRing(meant.items.front(), around);
     if (!meant.items.empty() || items.empty())
         return left(meant.items, saysEnd, around);
-    return "There is no timer like that (" + wish.which + "). " + left(items, saysEnd, around);
+    return "I found no timer " + meant.words + ". " + left(items, saysEnd, around);
 }
 
 std::string AlarmReply::left(const std::vector<AlarmItem>& items, bool saysEnd, const LocalTime& around)

@@ -43,6 +43,7 @@ void noteTalk(const ToolResult& result, RequestMemory& memory)
     const auto otherBefore = memory.alarms.id.empty() ? memory.alarms.other : std::nullopt;
     memory.alarms = {.id = isOver ? "" : item.thing.id,
         .title = item.thing.title,
+        .start = item.thing.start,
         .isTimer = item.isTimer,
         .isWaking = memory.alarms.isWaking,
         .other = other ? ToolResults::dateIn(*other, "date") : otherBefore};
@@ -61,27 +62,68 @@ RuleStep askWhich(
         std::move(memory));
 }
 
-RuleStep askToCancelThese(const std::vector<AlarmItem>& items, RequestMemory memory, const RuleSurroundings& around)
+std::vector<std::string> idsOf(const std::vector<AlarmItem>& items)
 {
     std::vector<std::string> ids;
     ids.reserve(items.size());
     for (const AlarmItem& item : items)
         ids.push_back(item.thing.id);
-    const bool areTimers = std::ranges::all_of(items, &AlarmItem::isTimer);
-    const std::string noun = areTimers ? "timer" : "alarm";
-    const std::string which = items.size() == 1 ? "this " + noun
-        : items.size() == 2                     ? "both " + noun + "s"
-                                                : "all " + std::to_string(items.size()) + " " + noun + "s";
-    const auto call = AlarmCalls{around}.cancelThese(ids);
+    return ids;
+}
+
+/// That call, after a yes.
+RuleStep askFirst(const ToolCalls::Answer& call, std::string question, RequestMemory memory)
+{
     const auto* request = std::get_if<ToolRequest>(&call);
     if (!request)
         return {call, std::move(memory)};
-    noteFound(items, memory);
     return RuleStep::asking({.kind = &ToolResults::confirmation,
-                                .question = "Should I cancel " + which + ": " + AlarmReply::joined(items, around) + "?",
+                                .question = std::move(question),
                                 .tool = request->name,
                                 .arguments = request->arguments},
         std::move(memory));
+}
+
+/// Some of them ring again and again, and only for these days should they not.
+RuleStep restThese(
+    const std::vector<AlarmItem>& items, const SpokenDays& days, RequestMemory memory, const RuleSurroundings& around)
+{
+    const AlarmCalls calls{around};
+    const auto isNext = [&](const AlarmItem& item) {
+        const DateParts day = item.thing.start.value_or(DateParts()).wholeDay();
+        return day >= days.from.wholeDay() && day <= days.to.wholeDay();
+    };
+    const auto apart = std::ranges::find_if_not(items, isNext);
+    constexpr int longestRest = 60; // Days; beyond it they are not to be left out for a while but gone.
+    const DateParts today = DateParts::fromDay(around.now, around.calendar);
+    if (apart == items.end() && days.to.wholeDay() <= today.adding(longestRest * 24 * 60)) {
+        memory.alarms.severalEnded = AlarmReply::rested(items, days, around);
+        return {calls.cancelUntil(idsOf(items), days.to), std::move(memory)};
+    }
+    const AlarmItem& item = apart == items.end() ? items.front() : *apart;
+    const std::string others =
+        items.size() > 1 ? " Then all of these are cancelled: " + AlarmReply::joined(items, around) + "." : "";
+    const std::string ring = apart == items.end()
+        ? withUpperCaseFirst(item.named(around)) + " goes on and on."
+        : "I can't leave out " + item.named(around) + " just " + days.words + ".";
+    return askFirst(
+        calls.cancelThese(idsOf(items)), ring + " Should I cancel it for good?" + others, std::move(memory));
+}
+
+/// They are told, and can be set again by "undo that". Of more than can be told, it is asked.
+RuleStep cancelThese(const AlarmsMeant& meant, RequestMemory memory, const RuleSurroundings& around)
+{
+    const std::vector<AlarmItem>& items = meant.items;
+    noteFound(items, memory);
+    if (meant.days && std::ranges::any_of(items, [](const AlarmItem& item) { return item.rule.has_value(); }))
+        return restThese(items, *meant.days, std::move(memory), around);
+    const auto call = AlarmCalls{around}.cancelThese(idsOf(items));
+    if (items.size() > RequestMemory::mostTold)
+        return askFirst(call,
+            "Should I cancel all " + std::to_string(items.size()) + ": " + AlarmReply::joined(items, around) + "?",
+            std::move(memory));
+    memory.alarms.severalEnded = AlarmReply::cancelled(items, around);
+    return {call, std::move(memory)};
 }
 
 /// What is wished for, done to one; the text of what cannot be done.
@@ -161,15 +203,8 @@ RuleStep setBefore(
     const AlarmItem& item = meant.front();
     const auto minutes = std::chrono::floor<std::chrono::minutes>(wish.length);
     AlarmItem wanted{.thing = {.start = item.thing.start->adding(-minutes.count())}};
-    const auto call = AlarmCalls{around}.setAlarmAt("", *wanted.thing.start, "");
-    const auto* request = std::get_if<ToolRequest>(&call);
-    if (!request)
-        return {call, std::move(memory)};
-    return RuleStep::asking({.kind = &ToolResults::confirmation,
-                                .question = withUpperCaseFirst(item.named(around))
-                                    + " is there. Should I set another one for " + wanted.when(around) + "?",
-                                .tool = request->name,
-                                .arguments = request->arguments},
+    return askFirst(AlarmCalls{around}.setAlarmAt("", *wanted.thing.start, ""),
+        withUpperCaseFirst(item.named(around)) + " is there. Should I set another one for " + wanted.when(around) + "?",
         std::move(memory));
 }
 
@@ -193,7 +228,9 @@ RuleStep takeList(const ToolResult& result, RequestMemory memory, const RuleSurr
     memory.wish = {};
     const auto items = AlarmItem::listed(result.json());
     const AlarmsMeant meant = AlarmsMeant::among(items, wish.which, around);
-    const std::string told = AlarmReply::list(items, meant, wish.which, wish.isTimer, around);
+    const std::string told = wish.purpose == Purpose::turnOn && !meant.items.empty()
+        ? AlarmReply::areOn(meant.items, around)
+        : AlarmReply::list(items, meant, wish.isTimer, around);
     noteTold(wish, meant.items.empty() ? items : meant.items, memory);
     noteFound(meant.items.empty() ? items : meant.items, memory);
     if (wish.purpose == Purpose::before)
@@ -208,10 +245,12 @@ RuleStep takeList(const ToolResult& result, RequestMemory memory, const RuleSurr
         return ToolResults::say(told, std::move(memory));
     if (meant.items.empty()) // Nothing fits: what there is is told, and nothing changed.
         return meant.isUnderstood || items.size() == 1
-            ? ToolResults::say(told + " I have changed nothing.", std::move(memory))
+            ? ToolResults::say(told + " Nothing is changed.", std::move(memory))
             : whichOne(wish, items, std::move(memory), around);
-    if (wish.purpose == Purpose::cancelAll)
-        return askToCancelThese(meant.items, std::move(memory), around);
+    const bool isOfDays =
+        wish.purpose == Purpose::cancel && meant.items.size() == 1 && meant.days && meant.items.front().rule;
+    if (wish.purpose == Purpose::cancelAll || isOfDays)
+        return cancelThese(meant, std::move(memory), around);
     if (meant.items.size() > 1)
         return whichOne(wish, meant.items, std::move(memory), around);
     return changeFound(wish, meant.items.front(), std::move(memory), around);
@@ -292,8 +331,9 @@ RuleStep AlarmResults::take(
         return takeList(result, std::move(memory), around);
     if (asksBack(result.status()))
         return askBack(call, result, std::move(memory), around);
-    const std::string reply = result.status() == ToolStatus::done ? AlarmReply::ended(call, result, around)
-                                                                  : AlarmReply::changed(call, result, memory, around);
+    const std::string reply = result.status() == ToolStatus::done
+        ? AlarmReply::ended(call, result, memory.alarms, around)
+        : AlarmReply::changed(call, result, memory, around);
     noteTalk(result, memory);
     return ToolResults::say(reply, std::move(memory));
 }

@@ -52,12 +52,13 @@ RuleStep otherHalf(const AlarmWish& wish, RequestMemory memory, const RuleSurrou
 {
     static const Pattern morning("morning|\\bam\\b|a\\.m", Pattern::caseless);
     const AlarmTalk& talk = memory.alarms;
-    if (memory.topic != AlarmCalls::skill || talk.id.empty() || !talk.other)
+    const auto other = talk.other ? talk.other : AlarmFollowUp::inOtherHalf(talk, around);
+    if (memory.topic != AlarmCalls::skill || talk.id.empty() || !other)
         return {"I do not know what that is for. Please say it in one sentence.", std::move(memory), true};
-    const bool isOther = morning.find(wish.which).has_value() == (talk.other->hour < 12);
+    const bool isOther = morning.find(wish.which).has_value() == (other->hour < 12);
     if (!isOther)
         return {"It is set so already.", std::move(memory)};
-    const auto call = AlarmCalls{around}.moveThis(talk.id, talk.other->text());
+    const auto call = AlarmCalls{around}.moveThis(talk.id, other->text());
     return {call, std::move(memory)};
 }
 
@@ -105,6 +106,10 @@ RuleStep carryOut(const AlarmWish& wish, RequestMemory memory, const RuleSurroun
     case Kind::turnOn:
         return withList(wish, Purpose::turnOn, std::move(memory), around);
     case Kind::several:
+        if (wish.isOfTimers)
+            return RuleStep::asking({.kind = &AlarmQuestions::length,
+                                        .question = "I set one timer at a time. How long should the first one be?"},
+                std::move(memory));
         return RuleStep::asking({.kind = &AlarmQuestions::when,
                                     .question = "I set one alarm at a time. For what time should the first one be?"},
             std::move(memory));
@@ -200,7 +205,7 @@ Skill::Step retime(const Wish& wish, RequestMemory memory, const RuleSurrounding
     if (memory.alarms.id.empty() || memory.alarms.isTimer || wish.when.empty())
         return std::nullopt;
     if (const auto half = AlarmWishReader::read(wish.when);
-        half && half->kind == Kind::otherHalf && memory.alarms.other)
+        half && half->kind == Kind::otherHalf && (memory.alarms.other || memory.alarms.start))
         return otherHalf(*half, std::move(memory), around);
     return AlarmFollowUp::moveIt(wish.when, std::move(memory), around);
 }

@@ -51,6 +51,34 @@ std::string AlarmTraits::ruleInWords(const std::string& words)
     return weekly.replaceAll(weekends.replaceAll(days, "every saturday and sunday"), "every week");
 }
 
+std::string AlarmTraits::ruleInTime(const std::string& words)
+{
+    static const Pattern workDays(
+        "\\b(?:from |every )?mon(?:day)?s? ?(?:to|till|until|through|thru|-|–) ?fri(?:day)?s?\\b", Pattern::caseless);
+    static const Pattern weekends("\\b(?:on |every |each )*(?:weekends|(?<=every )weekend)\\b", Pattern::caseless);
+    static const Pattern early("\\b(?:early |very )+(?:in the )?(?=morning\\b)", Pattern::caseless);
+    // Nobody types commas: "every monday wednesday friday".
+    static const Pattern row(
+        "\\b((?:mon|tues|wednes|thurs|fri|satur|sun)days?) (?=(?:mon|tues|wednes|thurs|fri|satur|sun)days?\\b)",
+        Pattern::caseless);
+    std::string rest = early.replaceAll(
+        weekends.replaceAll(workDays.replaceAll(words, "every weekday"), "every saturday and sunday"), "in the ");
+    for (auto next = row.find(rest); next; next = row.find(rest))
+        rest = rest.substr(0, next->range.start) + next->texts[0] + ", " + rest.substr(next->range.end);
+    return rest;
+}
+
+bool AlarmTraits::isWholeTime(const std::string& words)
+{
+    static const Pattern ofTime(
+        "^(?:(?:the|my|an?|new|another|next|for|at|on|in|every|each|daily|days?|early|and|morning|evening|night|"
+        "afternoon|noon|midnight|today|tonight|tomorrow|tmrw|weekdays?|(?:mon|tues|wednes|thurs|fri|satur|"
+        "sun)days?|half|past|quarter|to|o['’]?clock|[ap]\\.?m\\.?|\\d[\\d:.]*(?:[ap]\\.?m\\.?)?|one|two|three|four|"
+        "five|six|seven|eight|nine|ten|eleven|twelve)(?:\\s+|$))*$",
+        Pattern::caseless);
+    return ofTime.find(words).has_value();
+}
+
 TraitWish AlarmTraits::readRepeat(const AlarmLine& cut)
 {
     static const Pattern repeat("^(?:repeat|make|change|set|have|let|switch|turn)\\b", Pattern::caseless);

@@ -21,6 +21,11 @@ struct AlarmTraits {
     static std::optional<AlarmWish> readBefore(const std::string& words);
     /// Whether two times are named of which each wants its own: "7 and another for 8".
     static bool namesSeveral(const std::string& words);
+    /// A rule as its reader wants it behind the noun, where "the weekend" may be this one, and days of the week stand
+    /// in a row.
+    static std::string ruleInTime(const std::string& words);
+    /// Whether nothing but a time is said.
+    static bool isWholeTime(const std::string& words);
     /// "Daily" as its reader wants it; words without a rule stay as they are.
     static std::string ruleInWords(const std::string& words);
 };

@@ -22,6 +22,8 @@ using Found = std::optional<AlarmWish>;
 
 Found setTimer(const AlarmLine& cut, const std::string& front)
 {
+    if (cut.isPlural && AlarmTraits::namesSeveral(cut.back))
+        return AlarmWish{.kind = Kind::several, .isOfTimers = true};
     static const Pattern reminding(
         "\\b(?:(?:and|to) )?remind me(?: (?:to|about|of|that))?\\b|\\b(?:and|to)(?= (?:check|take|turn|get))",
         Pattern::caseless);
@@ -59,7 +61,8 @@ Found setAlarm(const AlarmLine& cut, const std::string& front)
     if (AlarmTraits::namesSeveral(back))
         return AlarmWish{.kind = Kind::several};
     const std::string lead = AlarmTraits::ruleInWords(AlarmLine::withoutArticles(front));
-    const std::string time = AlarmLine::asTime(AlarmLine::withoutLead(reminding.replaceAll(back, " to ")));
+    const std::string time =
+        AlarmLine::asTime(AlarmTraits::ruleInTime(AlarmLine::withoutLead(reminding.replaceAll(back, " to "))));
     static const Pattern part("^(?:morning|afternoon|evening)$", Pattern::caseless);
     if (part.find(lead) && !time.empty()) {
         wish.text = time + " in the " + lead;
@@ -147,6 +150,17 @@ Found asked(const AlarmLine& cut, const std::string& core)
             .isOfTimers = true,
             .which = trimmed(words.replaceAll(cut.front + " " + cut.back, " "))};
     }
+    static const Pattern untilRing("^(?:how (?:much|many|long)|in how many|time (?:left|remaining)|what time is "
+                                   "left)\\b.*\\b(?:until|till|til|before|left|"
+                                   "remaining|to go|in|rings?|goes? off)\\b",
+        Pattern::caseless);
+    if (!cut.isOfTimers && !cut.isPlural && untilRing.find(core) && !howMany.find(cut.front + " alarms")) {
+        static const Pattern words(
+            "\\b(?:how|much|long|many|more|hours?|minutes?|time|is|are|there|left|remaining|until|till|til|"
+            "before|to|go|in|on|of|for|the|my|next|does|do|will|goes?|off|rings?|going|have|i|it|s)\\b|['’]",
+            Pattern::caseless);
+        return AlarmWish{.kind = Kind::left, .which = trimmed(words.replaceAll(cut.front + " " + cut.back, " "))};
+    }
     static const Pattern lead("^(?:(?:what|which|when|how|many|much|long|until|till|time|times|day|days|is|are|was|"
                               "were|did|does|do|have|has|had|will|would|i|we|you|"
                               "there|any|show|list|tell|me|us|see|check|view|display|give|read|out|just|may|know|"
@@ -158,7 +172,7 @@ Found asked(const AlarmLine& cut, const std::string& core)
     static const Pattern tail(
         "\\b(?:do|i|we|you|have|had|has|got|set|active|currently|go|goes|going|off|ring|listed|running|"
         "on my phone|on the phone|already|right now|now|are|is|there|at the moment|scheduled|still|up|"
-        "hours?|upcoming|coming|ring|rings|in total|to|that|which)(?![\\w-])",
+        "hours?|upcoming|coming|ring|rings|in total|to|that|which|status|details|info|information)(?![\\w-])",
         Pattern::caseless);
     static const Pattern count("(?:^|\\s+)(?:two|three|four|five|\\d)$", Pattern::caseless);
     static const Pattern told(
@@ -209,7 +223,8 @@ const Verb* verbOf(const std::string& core)
             Kind::move},
         {Pattern("^(?:(?:set(?:ting)?(?: up)?|sat|seat|put(?: on)?|make|create|add|start|begin|give(?: "
                  "me)?|schedule|activate|"
-                 "enable|turn on|switch on|run|launch|program|arrange|establish|fix|have|get(?: me)?|need|want|i "
+                 "enable|turn on|switch on|(?:turn|switch)(?= (?:the|my|that|this|our)\\b.*\\balarms?(?: clock)? "
+                 "on\\b)|run|launch|program|arrange|establish|fix|have|get(?: me)?|need|want|i "
                  "(?:need|want)"
                  "|i would like|i['’]?d "
                  "like|do|use|insert|ring|new|another|please|also|and|now|we['’]?re|were)(?![\\w'’-])\\s*)+",
@@ -233,8 +248,10 @@ Found withVerb(const Verb& verb, const AlarmLine& cut)
     case Kind::set:
         if (static const Pattern relative("\\b(?:earlier|later|sooner)$", Pattern::caseless); relative.find(cut.back))
             return moveOf(cut, front);
-        if (static const Pattern on("^(?:turn|switch) on\\b|^(?:activate|enable)\\b", Pattern::caseless);
-            !cut.isOfTimers && !wish.which.empty() && on.find(cut.front)) { // It may be there already.
+        if (static const Pattern on(
+                "^(?:turn|switch) on\\b|^(?:activate|enable)\\b|^(?:turn|switch) (?:the|my|that|this|our)\\b",
+                Pattern::caseless);
+            !cut.isOfTimers && on.find(cut.front)) { // It may be there already.
             wish.kind = Kind::turnOn;
             return wish;
         }
@@ -248,7 +265,11 @@ Found withVerb(const Verb& verb, const AlarmLine& cut)
     }
     case Kind::cancel: {
         static const Pattern all("\\b(?:all|any|every|each|both)\\b", Pattern::caseless);
-        wish.kind = cut.isPlural || all.find(cut.front) ? Kind::cancelAll : Kind::cancel;
+        static const Pattern none("^no\\b", Pattern::caseless); // "No alarm on weekdays".
+        static const Pattern silent("^(?:stop|silence|mute|dismiss|quit|shut up)\\b", Pattern::caseless);
+        if (wish.which.empty() && !cut.isPlural && !cut.isOfTimers && silent.find(cut.front) && !all.find(cut.front))
+            return AlarmWish{.kind = Kind::stop, .isOfAny = true};
+        wish.kind = cut.isPlural || all.find(cut.front) || none.find(cut.front) ? Kind::cancelAll : Kind::cancel;
         return wish;
     }
     case Kind::pause:
@@ -267,7 +288,7 @@ Found bare(const AlarmLine& cut, const std::string& core)
     if (off.find(cut.back))
         return AlarmWish{
             .kind = Kind::cancel, .isOfTimers = cut.isOfTimers, .which = AlarmLine::withoutArticles(cut.front)};
-    static const Pattern list("^list$", Pattern::caseless);
+    static const Pattern list("^(?:list|status|details|info|times)$", Pattern::caseless);
     if (list.find(cut.back))
         return asked({.front = cut.front, .isOfTimers = cut.isOfTimers, .isPlural = true}, core);
     static const Pattern mine("^(?:my|the|all|all my|all the|our)?$", Pattern::caseless);
@@ -276,6 +297,12 @@ Found bare(const AlarmLine& cut, const std::string& core)
         "midnight|half|quarter|(?:mon|tues|wednes|thurs|fri|satur|sun)day|one|two|three|four|five|six|seven|"
         "eight|nine|ten|eleven|twelve|weekdays|to\\b|\\d|please|i (?:have|set)|that)",
         Pattern::caseless);
+    static const Pattern timed("^(?:every|each|at|tomorrow|on|daily|in)\\b.*\\d", Pattern::caseless);
+    if (!cut.isOfTimers && !cut.isPlural && timed.find(cut.front) && AlarmTraits::isWholeTime(cut.front)
+        && !cut.back.empty())
+        return AlarmWish{.kind = Kind::set,
+            .text = AlarmLine::asTime(AlarmTraits::ruleInTime(cut.front)),
+            .name = AlarmLine::withoutEdges(cut.back)};
     if (!cut.isOfTimers && !begins.find(cut.back)) // "My alarm is broken".
         return std::nullopt;
     if (cut.isPlural || (cut.back.empty() && !cut.front.empty() && mine.find(cut.front)))
@@ -288,18 +315,31 @@ Found bare(const AlarmLine& cut, const std::string& core)
         return std::nullopt;
     if (cut.isOfTimers)
         return TimerLength::read(core) || cut.back.empty() ? setTimer(cut, cut.front) : std::nullopt;
-    static const Pattern ofTime(
-        "^(?:(?:the|my|an?|new|another|next|for|at|on|in|every|each|daily|early|morning|evening|night|"
-        "afternoon|noon|midnight|today|tonight|tomorrow|tmrw|weekdays?|(?:mon|tues|wednes|thurs|fri|satur|"
-        "sun)days?|half|past|quarter|to|o['’]?clock|[ap]\\.?m\\.?|\\d[\\d:.]*(?:[ap]\\.?m\\.?)?|one|two|three|four|"
-        "five|six|seven|eight|nine|ten|eleven|twelve)(?:\\s+|$))*$",
-        Pattern::caseless);
-    if (!ofTime.find(cut.front)) // "Play my alarm song".
+    if (!AlarmTraits::isWholeTime(cut.front)) // "Play my alarm song".
         return std::nullopt;
     std::string back = cut.back;
     static const Pattern time("^time\\b\\s*", Pattern::caseless);
     AlarmLine::take(time, back);
     return setAlarm({.front = {}, .back = back}, cut.front);
+}
+
+/// "I'm on holiday next week so cancel the alarms": the days of the reason are meant.
+std::string withoutReason(const std::string& core)
+{
+    static const Pattern reason(
+        "^(?:i['’]?m|i am|i have|we['’]?re|we are|we have|there is)\\b(.+?),? (?:and )?(?:so|therefore)[,]? "
+        "(?:please )?(?=(?:cancel|delete|remove|turn|switch|skip|disable|set|wake|no)\\b)",
+        Pattern::caseless);
+    static const Pattern days("\\b(?:(?:this|next) (?:week|weekend)|tomorrow|today|(?:on |until |till )?"
+                              "(?:next )?(?:mon|tues|wednes|thurs|fri|satur|sun)day)\\b",
+        Pattern::caseless);
+    const auto match = reason.find(core);
+    if (!match || match->range.start != 0)
+        return core;
+    const std::string wish = core.substr(match->range.end);
+    const auto named = days.find(wish) ? std::nullopt : days.find(match->texts[0]);
+    return named ? wish + " " + match->texts[0].substr(named->range.start, named->range.end - named->range.start)
+                 : wish;
 }
 
 } // namespace
@@ -315,6 +355,7 @@ Found AlarmWishReader::read(std::string_view words)
     static const Pattern closing("(?:[,]?\\s+(?:too|as well|also|then|though|pls|plz|please))+$", Pattern::caseless);
     std::string core = closing.replaceAll(trimmed(AlarmLine::withPlainHalves(std::string(words)), ".!"), "");
     while (AlarmLine::take(opening, core) || AlarmLine::take(named, core)) { }
+    core = withoutReason(core);
     if (auto wish = AlarmTraits::readSound(core))
         return wish;
     if (AlarmLine::isOfOthers(core))

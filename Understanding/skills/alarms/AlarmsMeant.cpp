@@ -5,80 +5,41 @@
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "QuorvellCore/text/TextMatch.h"
-#include "Understanding/time/SpokenDays.h"
+#include "Understanding/skills/alarms/AlarmHours.h"
+#include "Understanding/skills/alarms/AlarmLine.h"
 #include "Understanding/time/SpokenPhrase.h"
+#include "Understanding/time/SpokenWhen.h"
 #include "Understanding/words/ListPlace.h"
 #include "Understanding/words/RequestText.h"
+#include "Understanding/words/RequestWords.h"
+#include "Understanding/words/WordDistance.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <iterator>
 #include <optional>
 #include <string>
+#include <tuple>
 
 namespace quorvell {
 
 namespace {
 
 constexpr int minutesOfHour = 60;
-constexpr int minutesOfHalf = 12 * minutesOfHour;
 
-/// A time of day that the words name.
-struct Clock {
-    int minute = 0; ///< Of the day; of its half where that is open.
-    bool isOpen = false; ///< Either half.
-};
-
-struct Stretch {
-    int from;
-    int end;
-};
-
-std::optional<Clock> takeClock(std::string& words)
+/// "tomorrow", "on Friday the 27th of November", "this week".
+std::string dayWords(const SpokenDays& days, const LocalTime& around)
 {
-    static const Pattern form(
-        "\\b(?:at |for |of |from |to "
-        ")?(?:(noon|midday)|(midnight)|(\\d{1,2})(?:[:.](\\d{2}))?(?!\\d|st\\b|nd\\b|rd\\b|th\\b)"
-        "\\s*(?:([ap])\\.?\\s?m\\b\\.?|o['’]?clock)?)(?:\\s*in the (morning|afternoon|evening)|\\s*at (night))?",
-        Pattern::caseless);
-    const auto match = form.find(words);
-    if (!match)
-        return std::nullopt;
-    const auto& part = match->texts;
-    Clock clock;
-    const std::string half = lowerCased(part[4]);
-    const std::string of = lowerCased(part[5] + part[6]);
-    if (!part[0].empty() || !part[1].empty()) {
-        clock.minute = part[0].empty() ? 0 : minutesOfHalf;
-    } else {
-        const int hour = std::atoi(part[2].c_str());
-        const int minute = part[3].empty() ? 0 : std::atoi(part[3].c_str());
-        if (hour > 23 || minute >= minutesOfHour)
-            return std::nullopt;
-        const bool isLate = half == "p" || of == "afternoon" || of == "evening" || of == "night";
-        const bool isSaid = !half.empty() || !of.empty() || hour > 12 || hour == 0;
-        clock.isOpen = !isSaid;
-        clock.minute = (isSaid && hour > 12 ? hour : hour % 12 + (isLate ? 12 : 0)) * minutesOfHour + minute;
-    }
-    words = trimmed(words.substr(0, match->range.start) + " " + words.substr(match->range.end));
-    return clock;
+    static const Pattern near("^(?:today|tomorrow|tonight|this|in|on|at|between|next|the)\\b", Pattern::caseless);
+    return near.find(days.words) || !days.isOneDay() || !days.from.allDay
+        ? days.words
+        : SpokenWhen::on(SpokenWhen::dateSeenFrom(days.from, around));
 }
 
-struct Hours {
-    int from;
-    int to;
-};
-
-/// "Morning", not behind a day: that one reads with its day.
-std::optional<Hours> takePart(std::string& words)
+/// Words that choose none of them.
+bool isEveryOne(const std::string& words)
 {
-    static const Pattern form(
-        "\\b(?:in the |of the |at )?(morning|afternoon|evening|night)s?\\b(?: hours?)?", Pattern::caseless);
-    const auto match = form.find(words);
-    if (!match)
-        return std::nullopt;
-    const std::string part = lowerCased(match->texts[0]);
-    words = trimmed(words.substr(0, match->range.start) + " " + words.substr(match->range.end));
-    return part == "morning" ? Hours{0, 12} : part == "afternoon" ? Hours{12, 18} : Hours{17, 24};
+    static const Pattern every("\\b(?:both|all|every|each|alarms?|timers?|ones?|of them|them)\\b", Pattern::caseless);
+    return RequestText::isIdle(every.replaceAll(words, ""));
 }
 
 bool ringsOn(const AlarmItem& item, const SpokenDays& days, const LocalTime& around)
@@ -105,80 +66,90 @@ bool ringsOn(const AlarmItem& item, const SpokenDays& days, const LocalTime& aro
     return false;
 }
 
-bool isAt(const AlarmItem& item, const Clock& clock)
+/// One slip of the keyboard in a word, two in a long one, and one or several of a thing are the same.
+bool isSameWord(const std::string& wanted, const std::string& word)
 {
-    if (!item.thing.start)
-        return false;
-    const int minute = item.thing.start->hour * minutesOfHour + item.thing.start->minute;
-    return minute == clock.minute || (clock.isOpen && minute % minutesOfHalf == clock.minute % minutesOfHalf);
+    constexpr std::size_t shortest = 4;
+    constexpr std::size_t longWord = 8;
+    if (wanted == word || wanted + "s" == word || wanted == word + "s")
+        return true;
+    return std::min(wanted.size(), word.size()) >= shortest
+        && WordDistance::between(wanted, word) <= (wanted.size() >= longWord ? 2U : 1U);
 }
 
 bool hasName(const AlarmItem& item, const std::string& words)
 {
-    const std::string title = " " + TextMatch::normalized(item.thing.title) + " ";
-    const std::string wanted = TextMatch::normalized(words);
-    for (std::size_t start = 0; start < wanted.size();) {
-        const std::size_t end = std::min(wanted.find(' ', start), wanted.size());
-        const std::string word = wanted.substr(start, end - start);
-        start = end + 1;
-        if (!RequestText::isIdle(word) && title.find(" " + word + " ") == std::string::npos)
+    const RequestWords title(TextMatch::normalized(item.thing.title));
+    const RequestWords wanted(TextMatch::normalized(words));
+    const auto isInTitle = [&](const std::string& word) {
+        for (std::size_t place = 0; place < title.size(); ++place)
+            if (isSameWord(word, std::string(title.at(place))))
+                return true;
+        return false;
+    };
+    for (std::size_t index = 0; index < wanted.size(); ++index) {
+        const std::string word(wanted.at(index));
+        if (!RequestText::isIdle(word) && !isInTitle(word))
             return false;
     }
     return true;
 }
 
-/// Whether it must ring again and again, and on which kind of days.
-const Pattern* takeRule(std::string& words)
+/// A name has letters, and not many words; else nobody knows what was said.
+bool mayBeName(const std::string& words)
+{
+    static const Pattern name(
+        "^(?!.*(?:\\b(?:xx|am|pm)\\b|[:?/]))\\p{L}[\\p{L}'’-]{2,}(?: \\S+){0,3}$", Pattern::caseless);
+    return name.find(words).has_value();
+}
+
+/// Whether it must ring again and again, and on which kind of days; `said` for a reply.
+const Pattern* takeRule(std::string& words, std::string& said)
 {
     static const Pattern form("\\b(?:on |the )?(?:(weekdays?|every weekday)|(weekends?)|(daily|every ?day|all days)"
-                              "|(repeat(?:ing|ed)|recurring|regular))\\b",
+                              "|(repeat(?:s|ing|ed)?|recur(?:s|ring)?|regular|again and again))\\b",
         Pattern::caseless);
     static const Pattern weekdays("weekday");
-    static const Pattern weekends("weekend|Saturday|Sunday");
+    static const Pattern weekends("weekend|Saturday|Sunday|every day|daily");
     static const Pattern daily("every day|daily");
     static const Pattern any(".");
-    const auto match = form.find(words);
+    // "This weekend" is one of them: days, and no rule.
+    static const Pattern one("\\b(?:this|next|the coming|coming) (?:weekend|weekday)\\b", Pattern::caseless);
+    const auto match = one.find(words) ? std::nullopt : form.find(words);
     if (!match)
         return nullptr;
     words = trimmed(words.substr(0, match->range.start) + " " + words.substr(match->range.end));
-    return !match->texts[0].empty() ? &weekdays
-        : !match->texts[1].empty()  ? &weekends
-        : !match->texts[2].empty()  ? &daily
-                                    : &any;
+    const std::tuple<const Pattern*, const char*> rules[] = {
+        {&weekdays, "on weekdays"}, {&weekends, "at weekends"}, {&daily, "every day"}, {&any, "that repeats"}};
+    for (std::size_t index = 0; index < std::size(rules); ++index) {
+        if (!match->groups[index])
+            continue;
+        said = std::get<1>(rules[index]);
+        return std::get<0>(rules[index]);
+    }
+    return nullptr;
 }
 
-/// "Between 6 and 9 am", "before 8", "after 5 pm", in minutes of the day, the end not included.
-std::optional<Stretch> takeStretch(std::string& words)
+/// "After friday", "until friday"; nothing for an hour.
+std::optional<SpokenDays> takeOpenDays(std::string& words, const LocalTime& around)
 {
-    static const Pattern form(
-        "\\b(?:(between|from)\\s+(.+?)\\s+(?:and|to|until|till)\\s+(.+)|(before|earlier than)\\s+(.+)"
-        "|(after|later than|past)\\s+(.+))$",
-        Pattern::caseless);
+    static const Pattern form("\\b(?:(after|from|since)|(before)|until|till|up to) (.+)$", Pattern::caseless);
+    constexpr int minutesOfDay = 24 * minutesOfHour;
+    constexpr int longest = 400; ///< Days ahead that an alarm is looked for.
     const auto match = form.find(words);
-    if (!match)
+    const auto day = match ? SpokenDays::read(match->texts[2], around) : std::nullopt;
+    if (!day || !day->from.allDay)
         return std::nullopt;
-    const auto& part = match->texts;
-    std::string last = part[2] + part[4] + part[6];
-    std::string first = part[1];
-    const auto end = takeClock(last);
-    const auto start = takeClock(first);
-    if (!end || (start.has_value() == part[0].empty()) || !RequestText::isIdle(last) || !RequestText::isIdle(first))
-        return std::nullopt;
+    const DateParts today = DateParts::fromDay(around.now, around.calendar);
+    const std::string name = Pattern("^on ").replaceAll(dayWords(*day, around), "");
     words = trimmed(words.substr(0, match->range.start));
-    constexpr int lastOfDay = 24 * minutesOfHour;
-    constexpr int early = 5 * minutesOfHour; // Before it, an hour without its half is the afternoon's.
-    const auto minuteOf = [](const Clock& clock) {
-        return clock.minute + (clock.isOpen && clock.minute < early ? minutesOfHalf : 0);
-    };
-    if (!part[3].empty())
-        return Stretch{0, minuteOf(*end)};
-    if (!part[5].empty())
-        return Stretch{minuteOf(*end) + 1, lastOfDay};
-    const int until = minuteOf(*end);
-    int from = start->minute;
-    if (start->isOpen && from + minutesOfHalf < until) // "From 2 to 4 pm".
-        from += minutesOfHalf;
-    return Stretch{from, until + 1};
+    if (match->groups[0]) {
+        const std::string link = lowerCased(match->texts[0]);
+        const DateParts first = link == "after" ? day->to.adding(minutesOfDay) : day->from;
+        return SpokenDays{first, today.adding(longest * minutesOfDay), link + " " + name};
+    }
+    return match->groups[1] ? SpokenDays{today, day->from.adding(-minutesOfDay), "before " + name}
+                            : SpokenDays{today, day->to, "until " + name};
 }
 
 /// "The last timer" is the one that was set last, "the last alarm" the latest of the day.
@@ -208,15 +179,51 @@ std::optional<End> takeEnd(std::string& words)
     return match->texts[0].empty() ? End::latest : End::earliest;
 }
 
+/// "All except the 7 am one": the words behind it, taken away.
+std::string takeException(std::string& words)
+{
+    static const Pattern form("\\b(?:except|excluding|besides|apart from|other than|but(?: not)?|not)(?: for)?(?: the| "
+                              "my)? (.+?)(?: ones?| alarms?)?$",
+        Pattern::caseless);
+    const auto match = form.find(words);
+    if (!match)
+        return {};
+    words = trimmed(words.substr(0, match->range.start));
+    return match->texts[0];
+}
+
+AlarmsMeant allBut(
+    const std::vector<AlarmItem>& items, const std::string& which, const std::string& spared, const LocalTime& around)
+{
+    AlarmsMeant meant = AlarmsMeant::among(items, which, around);
+    const AlarmsMeant kept = AlarmsMeant::among(items, spared, around);
+    meant.isNarrowed = true;
+    meant.isUnderstood = meant.isUnderstood && kept.isNarrowed && !kept.items.empty();
+    if (!meant.isUnderstood)
+        meant.items.clear();
+    std::erase_if(
+        meant.items, [&](const AlarmItem& item) { return std::ranges::find(kept.items, item) != kept.items.end(); });
+    meant.words = "besides that";
+    return meant;
+}
+
+void add(std::string& text, const std::string& words)
+{
+    text += (text.empty() || words.empty() ? "" : " ") + words;
+}
+
 } // namespace
 
 AlarmsMeant AlarmsMeant::among(const std::vector<AlarmItem>& items, std::string_view which, const LocalTime& around)
 {
     AlarmsMeant meant{.items = items};
     std::string words = SpokenPhrase::withDigits(trimmed(which, " ,.?!"));
-    if (RequestText::isIdle(words) && words != "next" && words != "first")
+    if (const std::string spared = takeException(words); !spared.empty())
+        return allBut(items, words, spared, around);
+    if (isEveryOne(words) && words != "next" && words != "first")
         return meant;
     meant.isNarrowed = true;
+    meant.words = "like that";
     static const Pattern next("^(?:the )?(?:next|coming|first|earliest)(?: one)?$", Pattern::caseless);
     if (auto newest = setLast(items, words); !newest.empty()) {
         meant.items = std::move(newest);
@@ -229,25 +236,35 @@ AlarmsMeant AlarmsMeant::among(const std::vector<AlarmItem>& items, std::string_
         return meant;
     }
     const auto end = takeEnd(words);
-    const Pattern* rule = takeRule(words);
-    const auto stretch = takeStretch(words);
+    std::string ruleWords;
+    const Pattern* rule = takeRule(words, ruleWords);
+    const auto stretch = AlarmHours::takeStretch(words);
+    auto days = takeOpenDays(words, around);
     std::string others;
-    const auto days = SpokenDays::find(words, around, others);
-    if (days)
+    if (!days && (days = SpokenDays::find(words, around, others))) {
         words = others;
-    const auto clock = takeClock(words);
-    const auto part = takePart(words);
-    const bool isNamed = !RequestText::isIdle(words);
+        days->words = dayWords(*days, around);
+    }
+    const auto clock = AlarmHours::takeClock(words);
+    const auto part = AlarmHours::takePart(words);
+    const bool isNamed = !isEveryOne(words);
     std::erase_if(meant.items, [&](const AlarmItem& item) {
-        const int hour = item.thing.start ? item.thing.start->hour : -1;
-        const int minute = item.thing.start ? hour * minutesOfHour + item.thing.start->minute : -1;
-        return (rule && !rule->find(item.often)) || (stretch && (minute < stretch->from || minute >= stretch->end))
-            || (days && !ringsOn(item, *days, around)) || (clock && !isAt(item, *clock))
-            || (part && (hour < part->from || hour >= part->to)) || (isNamed && !hasName(item, words));
+        const int minute = item.thing.start ? item.thing.start->hour * minutesOfHour + item.thing.start->minute : -1;
+        const auto isOutside = [&](const std::optional<AlarmHours>& hours) { return hours && !hours->hold(minute); };
+        return (rule && !rule->find(item.often)) || isOutside(stretch) || isOutside(clock) || isOutside(part)
+            || (days && !ringsOn(item, *days, around)) || (isNamed && !hasName(item, words));
     });
     if (end && meant.items.size() > 1)
         meant.items = {*end == End::earliest ? meant.items.front() : meant.items.back()};
-    meant.isUnderstood = !isNamed || !meant.items.empty();
+    meant.isUnderstood = !isNamed || !meant.items.empty() || mayBeName(words);
+    meant.words.clear();
+    for (const auto* hours : {&stretch, &clock, &part})
+        add(meant.words, *hours ? (*hours)->words : "");
+    add(meant.words, days ? days->words : "");
+    add(meant.words, ruleWords);
+    add(meant.words, isNamed ? "for \"" + AlarmLine::withoutEdges(words) + "\"" : "");
+    if (!rule)
+        meant.days = days;
     return meant;
 }
 

@@ -127,9 +127,19 @@ NounlessWish otherHalfOrList(const std::string& core)
     if (half.find(core))
         return AlarmWish{.kind = Kind::otherHalf, .which = core};
     static const Pattern when(
-        "^(?:what time|when) (?:will|do|are) you (?:going to )?(?:wake|get) (?:me|us)\\b", Pattern::caseless);
-    if (when.find(core))
-        return AlarmWish{.kind = Kind::list};
+        "^(?:at )?(?:what time|when|which time) (?:(?:will|do|does|are|am|did|should|must) )?(?:you|i|we) "
+        "(?:(?:will|going to|have to|need to|supposed to|must|should) )*"
+        "(?:(?:wake|get|waking|getting) (?:me|us)(?: up)?|wake up|waking up|get up|getting up|be woken(?: up)?|"
+        "get woken(?: up)?|be up)(?: (.+))?$",
+        Pattern::caseless);
+    if (const auto match = when.find(core))
+        return AlarmWish{.kind = Kind::list, .which = match->texts[0]};
+    static const Pattern hour(
+        "^(?:what(?: time)?(?: is|['’]s)|when(?: is|['’]s)|tell me) (?:my|the|our) (.*?)(?:wake[- ]?up|waking) "
+        "time(?: (.+))?$",
+        Pattern::caseless);
+    if (const auto match = hour.find(core))
+        return AlarmWish{.kind = Kind::list, .which = trimmed(match->texts[0] + match->texts[1])};
     return std::nullopt;
 }
 
@@ -137,7 +147,8 @@ NounlessWish waking(const std::string& core)
 {
     static const Pattern wake(
         "^(?:(?:ensure|make sure|see to it)(?: that)? )?(?:(?:please )?(?:wake|get) (?:me|us)(?: up)?"
-        "(?! (?:a|an|the|some|my|to|out)\\b)|(?:i (?:have|need|must|want|ought)(?: to)? )?(?:get|wake|be) up"
+        "(?! (?:a|an|the|some|my|to|out)\\b)|(?:i (?:have|need|must|want|ought)(?: to)? |i(?:['’]ve)? got(?:ta| to) "
+        ")?(?:get|wake|be) up"
         "|(?:i (?:have|need|must|want) to )?be (?:awake|woken(?: up)?)|call me(?: up)?(?= (?:at|in|on|by)\\b)"
         "|(?:let me know|tell me|ring|beep)(?: me)? when it(?: is|['’]s)|(?:ensure|make sure)(?: that)? i(?: am|['’]m) "
         "(?:up|awake))(?:\\s+|$)",
@@ -145,6 +156,11 @@ NounlessWish waking(const std::string& core)
     static const Pattern never("^(?:(?:do not|don['’]?t|no need to|never)\\s+(?:please )?wake|(?:stop|quit) waking) "
                                "(?:me|us)(?: up)?\\s*(.*)$",
         Pattern::caseless);
+    static const Pattern inPlace(
+        "^(?:wake|get) (?:me|us)(?: up)? (?:at )?(.+?) (?:instead of|rather than|and not)(?: at)? (.+)$",
+        Pattern::caseless);
+    if (const auto match = inPlace.find(core))
+        return AlarmWish{.kind = Kind::move, .which = match->texts[1], .when = match->texts[0]};
     static const Pattern other(
         "^(?:wake|get) (?:me|us)(?: up)? (?:(?:an?|the|half|\\d+|one|two|ten|fifteen|twenty|thirty)[a-z ]*? )?"
         "(?:earlier|later|sooner)\\b(?: than .*)?\\s*(.*)$",
