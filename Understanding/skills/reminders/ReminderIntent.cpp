@@ -12,11 +12,52 @@ namespace quorvell {
 
 namespace {
 
-/// "for tomorrow at 5 to call mum": the phrase reader knows no "for" here.
+/// "for tomorrow at 5 to call mum": the phrase reader knows no "for" here; before a thing it means "about".
 std::string withoutFor(std::string_view rest)
 {
     static const Pattern connector("^for\\s+", Pattern::caseless);
-    return connector.replaceAll(trimmed(rest), "");
+    static const Pattern time(
+        "^for (?:(?:the|an?|me|us|next|this|every|each|in|at|on|to|later|now|when) |\\d|to(?:day|night|morrow)"
+        "|tmrw|noon|midday|midnight|morning|afternoon|evening|half |quarter |(?:mon|tues|wednes|thurs|fri|satur|sun)day"
+        "|(?:mon|tue|wed|thu|fri|sat|sun)\\b|(?:jan|feb|mar|apr|may|june|july|aug|sep|oct|nov|dec)"
+        "|(?:one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|five|twenty|thirty)\\b"
+        "|christmas|easter|new year)",
+        Pattern::caseless);
+    const std::string words = trimmed(rest);
+    return connector.replaceAll(words, time.find(words) ? "" : "about ");
+}
+
+/// "Tomorrow's meeting at 10" as "meeting at 10 tomorrow"; the end of a stretch, and "it will be", belong to no task.
+std::string withPlainTime(std::string words)
+{
+    static const Pattern owner(
+        "\\b(tomorrow|today|tonight|(?:mon|tues|wednes|thurs|fri|satur|sun)day)['’]?s (?=\\p{L})", Pattern::caseless);
+    static const Pattern another(
+        "\\b(?:every|each|today(?!['’]?s)|tonight(?!['’]?s)|tomorrow(?!['’]?s)|tmrw|(?:on|next|this) [a-z]+day\\b)",
+        Pattern::caseless);
+    static const Pattern clause(
+        "[,.;]?\\s*\\b(?:it|which|that|this)(?: will be|['’]ll be|['’]s| is)(?: held| happening| taking place)? "
+        "(?=(?:at|on|from|in|tomorrow|next|today|tonight) ?\\b)",
+        Pattern::caseless);
+    static const Pattern end(
+        "\\bfrom (\\d{1,2}(?:[:.]\\d{2})?\\s?[ap]\\.?m\\.?) ?(?:to|till|until|-|–) ?\\d{1,2}(?:[:.]\\d{2})?"
+        "(?:\\s?[ap]\\.?m\\b\\.?)?",
+        Pattern::caseless);
+    static const Pattern moment(
+        "\\bwhen it(?:['’]s| is) (?=\\d|noon\\b|midnight\\b|(?:one|two|three|four|five|six|seven|eight|nine|ten|"
+        "eleven|twelve|half|quarter)\\b)",
+        Pattern::caseless);
+    static const Pattern asking("\\b(?:tell|ask) me (?=to\\b)", Pattern::caseless);
+    words = asking.replaceAll(moment.replaceAll(clause.replaceAll(words, " "), "at "), "");
+    if (const auto match = end.find(words))
+        words = words.substr(0, match->range.start) + "at " + match->texts[0] + words.substr(match->range.end);
+    const auto match = another.find(words) ? std::nullopt : owner.find(words);
+    if (!match)
+        return words;
+    const bool isWeekday =
+        match->texts[0].ends_with("day") && match->texts[0].size() > std::string_view("today").size();
+    return words.substr(0, match->range.start) + words.substr(match->range.end) + (isWeekday ? " on " : " ")
+        + match->texts[0];
 }
 
 } // namespace
@@ -31,7 +72,8 @@ ReminderIntent ReminderIntent::of(std::string_view rest)
         ")?(?:(?:repeating|recurring|regular|repeated|new|quick|little|small"
         "|gentle|friendly|one[- ]time|one[- ]off|follow[- ]up) )*(?:reminders? )?(?=(?:for|to|about|of|that)\\b)",
         Pattern::caseless);
-    std::string wish = ofSomething.replaceAll(withoutFor(dangling.replaceAll(trimmed(rest), "")), "about ");
+    std::string wish =
+        withPlainTime(ofSomething.replaceAll(withoutFor(dangling.replaceAll(trimmed(rest), "")), "about "));
     static const Pattern clause(
         "^(?:i|we|(?:i|we|there|it)['’](?:m|ve|re|s)|there (?:is|are)|(?:my|our) \\S+ (?:is|are|has|"
         "have|starts|begins)) ",
@@ -43,7 +85,12 @@ ReminderIntent ReminderIntent::of(std::string_view rest)
     // Nobody else can be reminded; the user can be, of reminding them.
     static const Pattern other("^(?!(?:Mon|Tues|Wednes|Thurs|Fri|Satur|Sun)day|To|Next|This|About|Again|Please)"
                                "\\p{Lu}\\p{Ll}+ (?:of|about) \\S");
-    if (other.find(wish))
+    static const Pattern plainName(
+        "^(?!(?:to|for|me|us|next|this|about|again|please|today|tonight|tomorrow|tmrw|later|now|not|the|my|our|"
+        "an?|every|each|in|at|on|daily|weekly|(?:mon|tues|wednes|thurs|fri|satur|sun)days?|all|noon)\\b)"
+        "\\p{L}{2,} about \\S",
+        Pattern::caseless);
+    if (other.find(wish) || plainName.find(wish))
         wish = "to remind " + wish;
     if (clause.find(wish)) // "I have a meeting at 10, please remind me."
         wish = "that " + wish;
@@ -72,7 +119,7 @@ std::optional<ReminderIntent> ReminderIntent::readTimed(
     const bool beginsWithTime = !firstTimeWord.empty() && RequestWords(core).at(0) == firstTimeWord;
     if (task.empty() || !(beginsWithTime ? !statement.find(task) : chore.find(core).has_value()))
         return std::nullopt;
-    return ReminderIntent{"remind me " + core};
+    return ReminderIntent{"remind me " + withPlainTime(core)};
 }
 
 std::string ReminderIntent::timeAnswer(std::string_view core)

@@ -29,6 +29,12 @@ std::optional<ReminderOccasion> ReminderOccasion::read(const std::string& core, 
     const auto match = form.find(core);
     if (!match || (!match->groups[0] && !match->groups[2]) || SpokenPhrase::read(core, around))
         return std::nullopt;
+    static const Pattern clock(
+        "^it(?:['’]s| is) "
+        "(?:\\d|noon|midnight|one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|half|quarter)",
+        Pattern::caseless);
+    if (clock.find(match->texts[1]))
+        return std::nullopt;
     const std::string& task = match->groups[0] ? match->texts[0] : match->texts[2];
     // "To ask when the shop opens" belongs to the task.
     static const Pattern asks(
@@ -53,7 +59,7 @@ Request ReminderOccasion::request(ReminderOccasion occasion)
         const TaskWords task = TaskWords::of(RequestText::written(occasion.task), memory.request);
         return RuleStep::asking(
             {.kind = &ReminderQuestions::when,
-                .question = "I can't tell when that is. At what time should I remind you " + task.linked() + "?",
+                .question = "I can't tell when that is. At what time should I remind you " + task.told() + "?",
                 .task = RequestText::written(occasion.task)},
             std::move(memory));
     }};

@@ -52,7 +52,16 @@ std::string taskAskedFor(const std::string& core)
     for (const Pattern& form : forms)
         if (const auto match = form.find(core))
             return match->texts[0];
-    return {};
+    static const Pattern named(
+        "^(?:do (?:i|we|you) have|have (?:i|we|you) (?:got|set|made)|is there|are there|did (?:i|we|you) "
+        "(?:set|make|create|add)|show me|what(?: is|['’]s)|check) (?:an? |any |the |my )?reminders?(?: set)? "
+        "(?:to|about|for|of) (?!(?:today|tonight|tomorrow|tmrw|this|next|the (?:next|coming|week|weekend|month|\\d)|"
+        "(?:mon|tues|wednes|thurs|fri|satur|sun)day|\\d|me\\b|us\\b|(?:jan|feb|mar|apr|may|jun|jul|aug|sep|oct|nov|dec)"
+        "))"
+        "(.+)$",
+        Pattern::caseless);
+    const auto match = named.find(core);
+    return match ? match->texts[0] : std::string();
 }
 
 /// Those that are called so; else those of the thing that comes last: "get the cake" is "pick up the cake".
@@ -108,7 +117,7 @@ RuleStep ReminderQuery::tell(
     if (found.empty() && wish.title.empty())
         return ToolResults::say(listed.empty() ? "You have no reminders." : "No reminder is still to come.", memory);
     if (found.empty())
-        return ToolResults::say("I have no reminder for that.", std::move(memory));
+        return ToolResults::say("You have no reminder for \"" + wish.title + "\".", std::move(memory));
     std::string reply;
     for (const FoundThing& reminder : found)
         reply += (reply.empty() ? "" : " ") + wordsOf(reminder, around);

@@ -9,6 +9,7 @@
 #include "Understanding/skills/reminders/ReminderIntent.h"
 #include "Understanding/skills/reminders/TaskWords.h"
 #include "Understanding/time/SpokenMoment.h"
+#include "Understanding/time/SpokenMove.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/SpokenWhen.h"
 #include "Understanding/time/TimeChoicePicker.h"
@@ -35,7 +36,7 @@ Step askForTime(const std::string& core, PendingQuestion asked, RequestMemory me
         return std::nullopt;
     const auto task = TaskWords::of(asked.task, memory.request);
     asked.question = "I can't tell when that is. At what time should I remind you"
-        + (task.text.empty() ? "" : " " + task.linked()) + "?";
+        + (task.text.empty() ? "" : " " + task.told()) + "?";
     return RuleStep::asking(std::move(asked), std::move(memory));
 }
 
@@ -85,6 +86,14 @@ Step takeTask(
     const std::string task = ReminderIntent::taskAnswer(core);
     if (task.empty() || !asked.date)
         return std::nullopt;
+    if (const std::string when = ReminderIntent::bareTime(core, around); !when.empty()) { // The hour, and no task.
+        PendingQuestion again = asked;
+        const SpokenMove to = SpokenMove::read(when, *asked.date, SpokenMove::FarHour::isUsual, around);
+        if (to.choices.size() == 1)
+            again.date = to.choices.front();
+        again.question = "And what should I remind you of then?";
+        return RuleStep::asking(std::move(again), std::move(memory));
+    }
     return RuleStep{ReminderCalls{around}.setAt(task, *asked.date, asked.repeat), std::move(memory)};
 }
 

@@ -28,7 +28,7 @@ TaskWords taskOf(const Json& result, std::string_view userWords)
 
 std::string remindYou(const TaskWords& task)
 {
-    return task.text.empty() ? "remind you" : "remind you " + task.linked();
+    return task.text.empty() ? "remind you" : "remind you " + task.told();
 }
 
 /// "every Monday"; empty for what comes once.
@@ -38,13 +38,21 @@ std::string oftenIn(const Json& object)
     return lowerCased(words.substr(0, 1)) + words.substr(std::min<std::size_t>(words.size(), 1));
 }
 
+/// Nobody named the hour: it is the one at which such days begin.
+bool takesUsualHour(const Json& result)
+{
+    const bool isOnReturn = readBool(result, "when_back").value_or(false);
+    return !isOnReturn && !readBool(result, "has_time").value_or(true)
+        && readString(result, "when").value_or("").find(" at ") != std::string::npos;
+}
+
 std::string setReply(const Json& result, const TaskWords& task)
 {
     const std::string when = SpokenWhen::on(readString(result, "when").value_or(""));
     const std::string often = oftenIn(result);
     const std::string reply = "I will " + remindYou(task);
     if (often.empty())
-        return reply + (when.empty() ? "" : " " + when) + ".";
+        return reply + (when.empty() ? "" : " " + when) + (takesUsualHour(result) ? ", as you named no hour." : ".");
     return reply + " " + often + (when.empty() ? "" : ", starting " + when) + ".";
 }
 
@@ -196,7 +204,7 @@ std::string ReminderReply::whatWasDone(const ToolRequest& call, const ToolResult
     const Json& json = result.json();
     const Json arguments = parseJson(call.arguments).value_or(Json::object());
     const TaskWords task = taskOf(json, readString(arguments, "text").value_or(""));
-    const std::string reminder = "reminder" + (task.text.empty() ? "" : " " + task.linked());
+    const std::string reminder = "reminder" + (task.text.empty() ? "" : " " + task.told());
     const std::string when = readString(json, "when").value_or("");
     const std::string often = oftenIn(json);
     if (result.status() == ToolStatus::set)

@@ -127,7 +127,8 @@ RuleStep moveFound(const std::vector<FoundThing>& listed, RequestMemory memory, 
 }
 
 /// "Delete all my reminders": told which they are, and asked. `told` is the list in words.
-RuleStep askToCancelAll(std::vector<FoundThing> listed, const std::string& told, RequestMemory memory)
+RuleStep askToCancelAll(
+    std::vector<FoundThing> listed, const std::string& told, RequestMemory memory, const RuleSurroundings& around)
 {
     memory.wish = {};
     std::erase_if(listed, [&](const FoundThing& thing) { return !memory.tellsOf(thing); });
@@ -135,13 +136,16 @@ RuleStep askToCancelAll(std::vector<FoundThing> listed, const std::string& told,
     memory.found.resize(std::min(listed.size(), RequestMemory::mostTold));
     if (listed.empty())
         return ToolResults::say(told, std::move(memory));
+    if (listed.size() == 1) { // One is told by what becomes of it, and can be set again.
+        const auto call = ReminderCalls{around}.cancelThis(listed.front().id, !memory.days);
+        return {call, std::move(memory)};
+    }
     const bool areTooMany = listed.size() > mostAtOnce;
     listed.resize(std::min(listed.size(), mostAtOnce));
     const bool isOfSeries = !memory.days; // "For tomorrow" ends nothing that comes every day.
     const Json first{{"cancel", true}, {"id", listed.front().id}, {"series", isOfSeries}};
     const bool goesOn = !isOfSeries && std::ranges::any_of(listed, &FoundThing::repeats);
-    const std::string which =
-        listed.size() == 1 ? "it" : (areTooMany ? "the first " : "all ") + std::to_string(listed.size());
+    const std::string which = (areTooMany ? "the first " : "all ") + std::to_string(listed.size());
     const std::string question = told + " Should I really delete " + which + (goesOn ? ", this time only?" : "?");
     memory.batch = {.left = std::move(listed), .isOfSeries = isOfSeries};
     return RuleStep::asking({.kind = &ToolResults::confirmation,
@@ -255,7 +259,7 @@ RuleStep ReminderResults::take(
         return *std::move(step);
     std::string reply = replyFor(call, result, memory, around);
     if (isList && memory.wish.kind == Wish::Kind::cancel && memory.wish.scope == Wish::Scope::all)
-        return askToCancelAll(std::move(listed), reply, std::move(memory));
+        return askToCancelAll(std::move(listed), reply, std::move(memory), around);
     noteTopic(result, listed, memory);
     memory.pending = pendingIn(call, result, reply);
     noteList(std::move(listed), memory);

@@ -172,6 +172,17 @@ std::optional<RuleStep> askWhatThatIs(
         memory);
 }
 
+/// "Make that 15", behind "remind me in 10 minutes": 15 minutes, and no hour. Empty for anything else.
+std::string lengthLikeBefore(const std::string& when, const std::string& request)
+{
+    static const Pattern bare("^(?:at |in )?(\\d{1,3})$", Pattern::caseless);
+    static const Pattern unit(
+        "\\bin (?:\\d+|an?|half an?|[a-z]+(?:-[a-z]+)?) (minutes?|mins?|hours?|hrs?)\\b", Pattern::caseless);
+    const auto number = bare.find(when);
+    const auto before = number ? unit.find(request) : std::nullopt;
+    return before ? "in " + number->texts[0] + " " + before->texts[0] : std::string();
+}
+
 bool mayAnswer(const ReminderIntent& intent, const PendingQuestion& asked, const RuleSurroundings& around)
 {
     const auto phrase = SpokenPhrase::read(intent.text, around);
@@ -241,8 +252,11 @@ std::optional<RuleStep> ReminderRules::onceMore(
         "^and (?:also |again |then |(?:another|one more)(?: one)? )?((?:at|on|tomorrow|tonight|in "
         "the) ?.*?)(?: too| as well| again)?[.!]?$",
         Pattern::caseless);
+    static const Pattern also(
+        "^(?:and |please )?also remind me (?:again )?(?:about|of) (?:it|that|this) (.+?)[.!]?$", Pattern::caseless);
     const FoundThing& reminder = memory.reminder;
-    const auto match = more.find(words);
+    const auto found = more.find(words);
+    const auto match = found ? found : also.find(words);
     const std::string when = match ? ReminderIntent::bareTime(match->texts[0], around) : "";
     if (when.empty() || reminder.id.empty() || !reminder.start || reminder.title.empty())
         return std::nullopt;
@@ -329,6 +343,8 @@ std::optional<RuleStep> ReminderRules::retime(const Wish& wish, RequestMemory me
     const FoundThing reminder = memory.reminder;
     if (reminder.id.empty() || wish.when == vague)
         return std::nullopt;
+    if (const std::string length = lengthLikeBefore(wish.when, memory.request); !length.empty())
+        return RuleStep{ReminderCalls{around}.putOffThis(reminder.id, length), std::move(memory)};
     if (!wish.repeat.empty())
         return giveRule(reminder, wish.repeat, std::move(memory), around);
     if (!isShift(wish) && (isLength(wish.when) || !reminder.start))

@@ -150,12 +150,25 @@ Found readSaid(const std::string& words, const RuleSurroundings& around)
     return ReminderOffer::read(words, around);
 }
 
+/// "Remind me again about the rent on the 2nd": a second one, and the first stays.
+Found readOneMore(const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern again(
+        "^remind me again (?=(?:about|of|to) (?!(?:it|that|this|them|those|these)\\b))", Pattern::caseless);
+    const auto match = again.find(core);
+    const std::string what = match ? core.substr(match->range.end) : "";
+    const auto moment = match ? SpokenMoment::read(what, around) : std::nullopt;
+    return moment && moment->namesDay ? Found(ReminderRules::request(ReminderIntent::of(what))) : std::nullopt;
+}
+
 /// A time and nothing else is another time for what was talked about.
 Found readPlain(const std::string& core, const RuleSurroundings& around)
 {
     if (ListPlace::read(core)) // "The second one" is no day.
         return std::nullopt;
     if (auto request = readPlea(core, around))
+        return request;
+    if (auto request = readOneMore(core, around))
         return request;
     if (auto query = ReminderQuery::read(core))
         return query;
@@ -172,6 +185,9 @@ Found readStatement(const std::string& core, const RuleSurroundings& around)
 {
     if (auto change = ReminderChange::told(core))
         return requestFor(std::move(change));
+    static const Pattern noun("^(?:(?:my|the|an?) )?(\\S+(?: \\S+){0,5}) reminder$", Pattern::caseless);
+    if (const auto match = noun.find(core)) // "Passport renewal reminder".
+        return ReminderRules::request(ReminderIntent::of("about " + match->texts[0]));
     const auto phrase = SpokenPhrase::read(core, around);
     auto intent = phrase ? ReminderIntent::readTimed(core, phrase->timeWords, phrase->task) : std::nullopt;
     return intent ? Found(ReminderRules::request(*std::move(intent))) : std::nullopt;

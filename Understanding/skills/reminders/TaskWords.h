@@ -12,6 +12,8 @@ struct TaskWords {
     std::string link; ///< "to", "about" or "that"; empty where none is needed: "not to be late".
 
     std::string linked() const { return link.empty() ? text : link + " " + text; }
+    /// The same as it is said to the user: "about your meeting" of "my meeting".
+    std::string told() const;
 
     /// `userWords` are those of the request; they tell "to call Anna" from "about Anna".
     static TaskWords of(std::string_view task, std::string_view userWords);
