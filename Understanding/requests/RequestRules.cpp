@@ -20,7 +20,7 @@
 #include "Understanding/requests/SkillTable.h"
 #include "Understanding/requests/UndoRules.h"
 #include "Understanding/time/TimeWords.h"
-#include "Understanding/words/CueSpelling.h"
+#include "Understanding/words/PlainWording.h"
 #include "Understanding/words/RequestText.h"
 
 #include <nlohmann/json.hpp>
@@ -255,7 +255,7 @@ RuleStep RequestRules::answerWords(std::string_view said, const RequestMemory& m
     // Where free words are asked for, they stay as they are.
     const bool asksForWords = memory.pending.isOpen() && memory.pending.task.empty();
     const std::string fluent = RequestText::withoutFillers(said);
-    const std::string words = asksForWords ? fluent : CueSpelling::repaired(fluent);
+    const std::string words = asksForWords ? fluent : PlainWording::of(fluent);
     RuleStep step = remembered(answeredOrRepaired(words, now, around));
     // Only what was asked about goes, and nothing once something else was said.
     const auto* call = std::get_if<ToolRequest>(&step.answer);

@@ -41,7 +41,14 @@ constexpr auto slips = std::to_array<Slip>(
         {"liste", "list"}, {"lsits", "lists"}, {"mvoe", "move"}, {"ptu", "put"}, {"fidn", "find"}, {"raed", "read"},
         {"opne", "open"}, {"clera", "clear"}, {"alam", "alarm"}, {"alrm", "alarm"}, {"appt", "appointment"},
         {"appts", "appointments"}, {"plz", "please"}, {"plss", "please"}, {"gimme", "give me"}, {"lemme", "let me"},
-        {"wanna", "want to"}, {"cna", "can"}, {"cuold", "could"}, {"yuo", "you"}, {"tehre", "there"}, {"nwe", "new"}});
+        {"wanna", "want to"}, {"cna", "can"}, {"cuold", "could"}, {"yuo", "you"}, {"tehre", "there"}, {"nwe", "new"},
+        {"gonna", "going to"}, {"gotta", "have to"}, {"hafta", "have to"}, {"hows", "how's"}, {"whos", "who's"},
+        {"theres", "there's"}, {"apptmt", "appointment"}, {"aptmt", "appointment"}, {"appmt", "appointment"},
+        {"apt", "appointment"}, {"mtg", "meeting"}, {"mtgs", "meetings"}, {"bday", "birthday"}, {"bdays", "birthdays"},
+        {"cal", "calendar"}, {"sched", "schedule"}, {"delet", "delete"}, {"dlete", "delete"}, {"rmove", "remove"},
+        {"cancl", "cancel"}, {"creat", "create"}, {"crete", "create"}, {"lits", "list"}, {"tak", "take"},
+        {"tel", "tell"}, {"giv", "give"}, {"mak", "make"}, {"snoze", "snooze"}, {"timr", "timer"}, {"alrams", "alarms"},
+        {"calandar", "calendar"}, {"clander", "calendar"}, {"calander", "calendar"}, {"calnder", "calendar"}});
 /// Words of their own, as near to a command as a slip.
 constexpr auto others = std::to_array<std::string_view>(
     {"rewind", "remand", "remainder", "remainders", "reminded", "remote", "removed", "remover", "reprove", "cancer",
@@ -62,7 +69,14 @@ constexpr auto light = std::to_array<std::string_view>({"please", "pls", "can", 
     "many", "does", "did", "was", "were", "has", "am", "our", "another", "first", "last", "second", "no", "not",
     "don't", "dont", "week", "month", "weeks", "it's", "i'm", "id", "i'd", "look", "at", "view", "display", "see",
     "your", "start", "begin", "book", "plan", "wake", "take", "lists", "note", "notes", "where", "how's", "where's",
-    "when's", "time", "clear", "give me", "let me", "want to", "there's"});
+    "when's", "time", "clear", "give me", "let me", "want to", "there's", "who's", "who", "which", "going to", "got to",
+    "have to", "don't", "need"});
+/// What begins a request that only looks for what is there: its nouns may be put right wherever they stand.
+constexpr auto lookers = std::to_array<std::string_view>({"what", "what's", "whats", "when", "when's", "where",
+    "where's", "who", "which", "how", "is", "are", "do", "did", "cancel", "delete", "remove", "move", "reschedule",
+    "postpone", "clear", "erase", "drop", "skip", "show", "tell", "find", "check", "turn", "stop", "push", "snooze"});
+constexpr auto things = std::to_array<std::string_view>({"appointment", "appointments", "meeting", "meetings",
+    "reminder", "reminders", "alarm", "alarms", "timer", "event", "events", "birthday", "calendar", "schedule"});
 /// What follows is the user's to say.
 constexpr auto keepers = std::to_array<std::string_view>(
     {"remind", "reminder", "note", "write", "jot", "remember", "called", "named", "saying"});
@@ -124,8 +138,11 @@ public:
         const std::string_view rest = text.substr(typed.end);
         const auto right = isName ? std::nullopt : isOff(typed.word, rest) ? "off" : meantHere(typed, rest);
         const bool isListName = m_isLed && rest.starts_with(" list");
-        const bool mayBe = right && (m_isHead || ((m_isInside || isListName) && isAmong(containers, *right)));
+        const bool mayBe = right
+            && (m_isHead || ((m_isInside || isListName) && isAmong(containers, *right))
+                || (m_isLooking && isAmong(things, *right)));
         const std::string_view word = mayBe ? *right : std::string_view(typed.word);
+        m_isLooking = m_isLooking || (m_isHead && isAmong(lookers, word));
         m_isInside = (m_isLed && isAmong(owners, word)) || (m_isInside && isAmong(kinds, word));
         m_isLed = isAmong(links, word);
         m_isHead = m_isHead && (isAmong(light, word) || isAmong(commands, word));
@@ -140,15 +157,19 @@ private:
     /// "Turn of my alarm", and not "the turn of the century".
     bool isOff(std::string_view word, std::string_view rest) const
     {
-        constexpr std::string_view things[] = {"alarm", "timer", "reminder", "light"};
+        constexpr std::string_view switched[] = {"alarm", "timer", "reminder", "light"};
         const bool isThing = std::ranges::any_of(
-            things, [&](std::string_view thing) { return rest.find(thing) != std::string_view::npos; });
+            switched, [&](std::string_view thing) { return rest.find(thing) != std::string_view::npos; });
         return word == "of" && m_isHead && (m_last == "turn" || m_last == "switch")
             && (rest.starts_with(" my ") || rest.starts_with(" all ") || (rest.starts_with(" the ") && isThing));
     }
-    /// Nobody begins with a crate of something.
+    /// Nobody begins with a crate of something, or with a band's name.
     static std::optional<std::string_view> meantHere(const Typed& typed, std::string_view rest)
     {
+        if (typed.word == "rem" && rest.starts_with(" me"))
+            return "remind";
+        if (typed.word == "apt" && rest.starts_with(" ") && rest.size() > 1 && rest[1] >= '0' && rest[1] <= '9')
+            return std::nullopt; // A flat and its number.
         if (typed.start == 0 && typed.word == "crate" && (rest.starts_with(" a ") || rest.starts_with(" new ")))
             return "create";
         return meant(typed.word);
@@ -160,6 +181,7 @@ private:
 
     std::string m_last; ///< The word before, put right.
     bool m_isHead = true; ///< No word came yet that the request may be about.
+    bool m_isLooking = false; ///< Nothing is made or written.
     bool m_isLed = false; ///< Behind "in".
     bool m_isInside = false; ///< Behind "in my".
     bool m_isKept = false;

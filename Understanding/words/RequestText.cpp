@@ -54,6 +54,12 @@ std::string RequestText::withoutOpening(std::string_view words)
         "|(?:would|do) you mind|would you be (?:so kind|a dear|able)(?: as)?(?: to| and)|be (?:so (?:kind|good|nice) "
         "(?:as "
         "to|and)|a dear and)"
+        "|(?:is there )?any (?:way|chance) (?:that )?(?:you|u|i|we)(?: (?:can|could|might))?|are (?:you|u) able to"
+        "|(?:is|would) it (?:be )?possible (?:for (?:you|me) )?to|it (?:would|['’]?d) be "
+        "(?:great|nice|good|lovely|helpful"
+        "|awesome|cool|appreciated) if (?:you|u|we) (?:can|could|would)|i (?:request|ask|beg|would request) (?:you )?to"
+        "|(?:may|can|could) i (?:ask|request|get|trouble) (?:you|u) to|i(?:['’]d| would) (?:like|love|want) for you to"
+        "|i(?:['’]m| am) asking you to|i hope you can|(?:see|check) if you can|btw|hiya|heya|greetings(?=,)|real quick"
         "|(?:i was wondering|i wonder) (?:if|whether) (?:you|i|we) (?:could|can|might)|is it possible to"
         "|(?:i(?:['’]d| would) (?:like|love)|i(?:['’]d| would) appreciate it|i want|i need)"
         " (?:you )?(?:to|if you (?:could|would))|i(?:['’]d| would) be grateful if you (?:could|would)"
@@ -132,12 +138,20 @@ bool RequestText::isStory(std::string_view words)
 
 std::string RequestText::without(std::string_view words, const TextRange& range)
 {
-    return trimmed(trimmed(words.substr(0, range.start)) + " " + trimmed(words.substr(range.end)));
+    constexpr std::string_view signs = ",;.";
+    const std::string behind = trimmed(words.substr(range.end));
+    std::string before = trimmed(words.substr(0, range.start));
+    // "Exam, on friday, room 4" is left as "exam, room 4".
+    const bool isSigned = !behind.empty() && signs.find(behind.front()) != signs.npos;
+    if (isSigned && !before.empty())
+        return trimmed(trimmed(before, ",;") + behind, ",;");
+    return trimmed(before + " " + behind, ",;");
 }
 
 std::string RequestText::written(std::string_view words)
 {
-    return withUpperCaseFirst(trimmed(words, ",;:-"));
+    static const Pattern twice("\\s*,(?:\\s*,)*");
+    return withUpperCaseFirst(trimmed(twice.replaceAll(words, ","), ",;:-"));
 }
 
 std::string RequestText::phrase(std::string_view words)
