@@ -23,7 +23,8 @@ const std::string asks = "(?:what(?:['’]?s|\\b)|wats?\\b|when(?:['’]?s|\\b)|
                          "|is (?:there|it|my|the|today|tomorrow|this|any|that)\\b|are (?:there|my|the|we|any)\\b)";
 /// What a request begins with.
 const std::string wishes =
-    "(?:(?:please|pls|plz|kindly|just|quickly|can|could|would|will (?:you|u|ya|i)|tell|show|give|gimme|read|open|add"
+    "(?:(?:please|pls|plz|kindly|hey|just|quickly|can|could|would|will "
+    "(?:you|u|ya|i)|tell|show|give|gimme|read|open|add"
     "|append|include|put|set|make|create|start|begin|update|remind|reminder|delete|remove|cancel|clear|erase|wipe|take"
     "|turn|switch|wake|snooze|stop|skip|pause|do (?:not|you)|don['’]?t|lists?|find|check|note|write|jot|schedule"
     "|reschedule|book|block|move|push|shift|postpone|pencil|plan|organi[sz]e|i|i['’]?m|i['’]?ve|i['’]?d|we|mark|tick"

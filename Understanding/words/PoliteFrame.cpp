@@ -69,7 +69,9 @@ std::string withoutReason(const std::string& words)
         "|didn['’]?t|do|quit|broke|died|moved|rang|said|called|need|want|feel|feels|hate|changed|went|left|lost|will|"
         "would"
         "|no|not|ill|sick|busy|done|over)(?: .*)?|(?:i|we|he|she|they) \\w+)"
-        "| (?:because|since|cos) (?:of |i\\b|we\\b|he\\b|she\\b|they\\b|it\\b|my\\b|the\\b).*)$",
+        "| (?:because|since|cos) (?:of |i\\b|we\\b|he\\b|she\\b|they\\b|it\\b|my\\b|the\\b).*"
+        "| as (?:i|we|he|she|they|it|there)\\b(?:['’]\\w+)? .+"
+        "| (?:it['’]?s|they['’]?re|it is|they are) (?:finished|done|over|gone|empty|used up|not needed|expired))$",
         Pattern::caseless);
     static const Pattern wish(
         "\\b(?:instead|rather|move|add|put|remind|make|cancel|delete|remove|set|tell|reschedule|only"

@@ -13,6 +13,8 @@ std::string Shorthand::ofFrames(const std::string& words)
         {"(?<![\\w'’-])(can|could|cud|would|wud|will|if|do|did|have|are|thank|when|want|need|like) "
          "(?:u|ya|yu)(?![\\w'’-])",
             "$1 you"},
+        {"(?<![\\w'’-])(remind me|remind us|need|want|have|going|able|forget) 2 (?=[a-z])", "$1 to "},
+        {"(?<![\\w'’-])please\\s*(?:n|&|and)\\s*(?:thx|thanks|thank you|ty)[.!]*$", "please"},
         {"^(?:u|yu) (can|could|should|need)\\b", "you $1"},
         {"(?<![\\w'’-])cud you\\b", "could you"},
         {"(?<![\\w'’-])wud you\\b", "would you"},
@@ -49,6 +51,10 @@ std::string Shorthand::spelledOut(const std::string& words)
         {"(?<![\\w'’-])abt(?![\\w-])", "about"},
         {"(?<![\\w'’-])(?:cuz|coz|bcoz|bcz|bc)(?= (?:i|we|he|she|it|they|my|the|of)\\b)", "because"},
         {"(?<![\\w'’-])4 (me|us)(?![\\w-])", "for $1"},
+        {"(?<=[a-z]) 4 (?=\\d{1,2}(?:[:.]\\d\\d|\\s?[ap]\\.?m))", " for "},
+        {"\\b(list|note|alarm|reminder|timer|event) 4 (?=[a-z])(?!items|things)", "$1 for "},
+        {"(?<![\\w'’-])outta(?![\\w'’-])", "out of"},
+        {"(?<![\\w'’-])frm(?![\\w'’-])", "from"},
         {"(?<![\\w'’-])2 (me|us)(?![\\w-])", "to $1"},
         {"(?<![\\w'’-])(i|we|you)(?:['’]?ve)? gotta(?![\\w-])", "$1 have to"},
         {"(?<![\\w'’-])b4(?![\\w-])", "before"},
@@ -57,7 +63,8 @@ std::string Shorthand::spelledOut(const std::string& words)
         {"^((?:what|when|where|who|how|which)) r (?=\\w)", "$1 are "},
         {"(?<![\\w'’-])r there\\b", "are there"},
         // A list of things to buy; the well-known pairs are one thing.
-        {"(?<!\\b(?:mac|rock|fish|pick|drum|surf|bed|salt|sweet|cookies|half|b|r|m|h|d|q))(?<=\\w)\\s+(?:n|&)\\s+"
+        {"(?<!\\b(?:mac|rock|fish|pick|drum|surf|bed|salt|sweet|cookies|half|black|johnson|marks|ben|head|b|r|m|h|d|q))"
+         "(?<=\\w)\\s+(?:n|&)\\s+"
          "(?=\\w.*\\b(?:lists?|groceries|grocery|shopping|supplies)\\b)",
             " and "},
     });

@@ -49,6 +49,7 @@ std::string thingIn(const std::string& statement, bool isToBuy)
         {"^(?:there(?:['’]?s| is| are)|(?:i|we)(?:['’]ve| have)?(?: got)?) no (?:more )?(.+?)(?: left| anymore| any "
          "more)?$",
             "$1"},
+        {"^no (?:more )?(.+?)(?: left| anymore| any more)?$", "$1"},
         {"^(?:i|we) (?:do not|don['’]?t|haven['’]?t|have not) (?:have|got) (?:any|enough) (?:more )?(.+?)(?: left| "
          "anymore)?$",
             "$1"},
@@ -122,7 +123,8 @@ std::optional<std::string> outOfPlace(const std::string& words)
             + ending,
         Pattern::caseless);
     static const Pattern unwanted(
-        "^(?:i|we)(?:['’]ve| have)? (?:changed (?:my|our) minds? about|(?:do not|don['’]?t) (?:need|want)|no longer "
+        "^(?:i|we)(?:['’]ve| have)? (?:changed (?:my|our) minds? about|(?:do not|don['’]?t|won['’]?t|will not)(?: "
+        "really)? (?:need|want)|no longer "
         "(?:need|want)"
         "|(?:already )?(?:bought|got|have)|(?:need|have|want|had) to (?:cancel|miss|skip)"
         "|(?:can['’]?t|cannot|won['’]?t)(?: be able to)? (?:make(?: it to)?|go to|attend|do|afford)"
@@ -154,12 +156,16 @@ std::optional<std::string> intoCalendar(const std::string& words)
             // Without a place, what is only noted is a note.
             + "|(?:put|add|pop|stick|enter|save|mark|schedule|set|block|fix|include|pencil) (?:down )?" + it
             + "(?: down| in)?" + "|calendar " + it + "|make sure (?:it|that)(?:['’]?s| is) " + place
-            + ")((?: (?:as )?(?:all day|full day|whole day))?)" + ending,
+            + ")((?: (?:as )?(?:all day|full day|whole day|every "
+              "(?:day|week|month|year)|daily|weekly|monthly|yearly))?)"
+            + ending,
         Pattern::caseless);
     static const Pattern past("\\b(?:was|were|did|went|had|yesterday|last|came|ago|has been)\\b", Pattern::caseless);
     static const WordRewriting leads({
         {"^(?:i|we)(?:['’]m|['’]re| am| are|['’]ll be| will be) (?:having|attending|on) (?:an? |the )?", ""},
-        {"^(?:i|we)(?:['’]ve| have)(?: got)? (?!to\\b)(?:an? |the |my |our )?", ""},
+        {"^(?:i|we)(?:['’]ve| have) (?!to\\b|got\\b)(?:an? |the |my |our )?", ""},
+        {"^(?:(?:i|we)(?:['’]ve| have)? )?got (?!to\\b)(?:an? |the |my |our )?(.+?)(?: booked)?(?= (?:for|on|at)\\b)",
+            "$1"},
         {"^there(?:['’]s| is) (?:an? |the )?", ""},
     });
     const auto parts = partsBy(keeping, words);
@@ -177,15 +183,27 @@ std::optional<std::string> forgotten(const std::string& words)
         "|cancel|delete|remove|schedule|book|make)\\b.+?)"
             + joint + "do (?:it|that|this|so)" + ending,
         Pattern::caseless);
-    const auto match = form.find(words);
+    const auto match = form.find(RequestText::withoutOpening(words));
     return match ? std::optional(match->texts[0]) : std::nullopt;
+}
+
+/// "Need bananas and apples on the shopping list".
+std::optional<std::string> needed(const std::string& words)
+{
+    static const Pattern form("^(?:(?:i|we)(?:['’]ll| will| also| really| do)* )?(?:need|want) (?:some |more "
+                              ")?(?!(?:to|you|u|it|this|that)\\b|an? (?:new )?list)"
+                              "([^,].*?) (?:put )?(?:on|onto|in|added to) ("
+            + list + ")" + ending,
+        Pattern::caseless);
+    const auto parts = partsBy(form, words);
+    return parts ? std::optional("add " + parts->matter + " to " + parts->place) : std::nullopt;
 }
 
 } // namespace
 
 std::string WishBehind::inFront(const std::string& words)
 {
-    for (const auto reader : {forgotten, intoList, outOfPlace, intoCalendar}) {
+    for (const auto reader : {forgotten, needed, intoList, outOfPlace, intoCalendar}) {
         if (auto turned = reader(words))
             return *std::move(turned);
     }

@@ -40,6 +40,10 @@ TEST(PlainWording, undressesWhatSurroundsARequest)
         {"lunch [date : friday] at 8!!! 🎉", "lunch friday at 8!"},
         {"add “milk to my list", "add milk to my list"},
         {"put cheese n ham & eggs on the shopping list", "put cheese and ham and eggs on the shopping list"},
+        {"schedule manicure (saturday, 2 pm)", "schedule manicure saturday, 2 pm"},
+        {"movie night - friday - 8pm", "movie night friday 8pm"},
+        {"remind me 2 call john plz n thx", "remind me to call john please"},
+        {"“add ‘renew passport’ to my to do list”", "add \"renew passport\" to my to do list"},
         {"get rid of the standup, I quit", "get rid of the standup"},
         {"cancel dinner tomorrow, John has covid", "cancel dinner tomorrow"},
         {"call off the staff meeting please, half of us are ill", "call off the staff meeting"},
@@ -63,6 +67,8 @@ TEST(PlainWording, putsTheWishInFront)
         {"school closed on friday put it in calendar all day",
             "school closed on friday all day, put that in my calendar"},
         {"I changed my mind about the shoes, remove them", "remove the shoes"},
+        {"I won't need the 6:30 alarm, delete it", "remove the 6:30 alarm"},
+        {"need bananas n apples on the shopping list", "add bananas and apples to the shopping list"},
         {"I can't make it to yoga, take it off my calendar", "remove yoga from my calendar"},
     });
 }
@@ -75,7 +81,9 @@ TEST(PlainWording, leavesTheirOwnWordsAsTheyAre)
         "note that ur cat is lost tmrw, thanks in advance", "add mac n cheese to the list", "remember that im out asap",
         "add lunch with Ana on friday at 1 in my calendar", "do it for me", "the plumber was here on friday, save it",
         "buy 27\" monitor", "cancel dinner, make it lunch instead", "delete milk, eggs and bread", "who is that",
-        "invite the kids' teachers to mum's party", "the alamo is lost", "thanks a lot", "is that ok?"};
+        "we want you to put bread on the list", "add black & decker drill to the shopping list",
+        "call at 10:30 - 11:15", "invite the kids' teachers to mum's party", "the alamo is lost", "thanks a lot",
+        "is that ok?"};
     for (const std::string_view words : own)
         EXPECT_EQ(PlainWording::of(words), words);
 }
