@@ -48,18 +48,38 @@ std::optional<SpokenMoment> SpokenMoment::read(std::string_view words, const Loc
     if (RequestText::isStory(words))
         return std::nullopt;
     const ReminderRequest request = requestIn(words, around);
-    if (request.verdict == ReminderRequest::Verdict::needsTime)
+    if (request.verdict == ReminderRequest::Verdict::needsTime || request.isEitherDay)
         return std::nullopt;
     const Instant date = usualOne(request, around);
     const DateParts parts =
         request.hasTime ? DateParts::from(date, around.calendar) : DateParts::fromDay(date, around.calendar);
     // "All day tomorrow" is tomorrow.
     static const Pattern allDay(
-        "\\s*\\b(?:for |as an? )?(?:all day(?: long| event)?|the (?:whole|entire) day|whole[- ]day)\\b",
+        "\\s*\\b(?:for |as an? )?(?:all day(?: long| event)?|the (?:whole|entire) day|(?:whole|entire|full)[- ]day)\\b",
         Pattern::caseless);
     const std::string rest = parts.allDay ? trimmed(allDay.replaceAll(request.task, "")) : request.task;
     return SpokenMoment{parts, rest, !request.hasTime || request.namesDay,
         request.repeatRule ? request.repeatRule->stored() : std::string()};
+}
+
+std::vector<DateParts> SpokenMoment::eitherDay(std::string_view words, const LocalTime& around)
+{
+    std::vector<DateParts> days;
+    if (RequestText::isStory(words))
+        return days;
+    const ReminderRequest request = requestIn(words, around);
+    if (!request.isEitherDay)
+        return days;
+    for (const Instant choice : request.choices) {
+        const DateParts date =
+            request.hasTime ? DateParts::from(choice, around.calendar) : DateParts::fromDay(choice, around.calendar);
+        const bool isSameDay = !days.empty() && days.back().wholeDay() == date.wholeDay();
+        if (!isSameDay)
+            days.push_back(date);
+        else if (isUsual(choice, around) && (days.back().hour < firstUsualHour || days.back().hour >= lastUsualHour))
+            days.back() = date;
+    }
+    return days;
 }
 
 std::string SpokenMoment::wordsBeside(std::string_view words, const LocalTime& around)

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quorvell {
 
@@ -20,6 +21,8 @@ struct SpokenMoment {
     /// An hour without a half of the day ("at one") is taken between 8 in the morning and 8 in the evening. Nothing
     /// where the words say more of a time than was understood: "31 november", "monday and wednesday", "before 1 pm".
     static std::optional<SpokenMoment> read(std::string_view words, const LocalTime& around);
+    /// "1/12", where nobody can tell which is the month: what it may be, in the order of time. Else none.
+    static std::vector<DateParts> eitherDay(std::string_view words, const LocalTime& around);
     /// What is left of the words without those that speak of a time, understood or not.
     static std::string wordsBeside(std::string_view words, const LocalTime& around);
 

@@ -43,8 +43,8 @@ public:
             if (!has(index, Terms::notTime) || !m_tokens.isOpen(index))
                 continue;
             for (const auto rule : {&NotTimes::possessive, &NotTimes::partOfWord, &NotTimes::amount,
-                     &NotTimes::fraction, &NotTimes::dottedTime, &NotTimes::address, &NotTimes::shortWeekday,
-                     &NotTimes::attributiveDay, &NotTimes::title, &NotTimes::attributivePart,
+                     &NotTimes::fraction, &NotTimes::clauseClock, &NotTimes::dottedTime, &NotTimes::address,
+                     &NotTimes::shortWeekday, &NotTimes::attributiveDay, &NotTimes::title, &NotTimes::attributivePart,
                      &NotTimes::attributiveRule, &NotTimes::attributiveOrdinal, &NotTimes::attributiveDate,
                      &NotTimes::attributiveClock, &NotTimes::attributiveOClock}) {
                 const Meaning meaning = (this->*rule)(index);
@@ -167,6 +167,21 @@ private:
             || is(first + 3, {"/"});
         return taskIf((isUpper || isLower) && !mayBeDate
             && (!is(first - 1, {"by", "at"}) || TimeTerms::isOrdinary(m_tokens, first + 3)));
+    }
+
+    /// "at 9:45 that I have a call at 10": what is to be said has an hour of its own.
+    Meaning clauseClock(int index)
+    {
+        if (!isClock(index))
+            return Meaning::open;
+        int that = index - 1;
+        while (that >= m_tokens.start() && !is(that, {"that"}))
+            --that;
+        bool hasEarlier = false;
+        for (int earlier = m_tokens.start(); earlier < that && !hasEarlier; ++earlier)
+            hasEarlier = isClock(earlier);
+        // Behind "that" alone, as in "that meeting at 5", stands no clause.
+        return taskIf(hasEarlier && that + 2 < index);
     }
 
     /// "5.30" without more may be a time or a price; what stands around it decides.

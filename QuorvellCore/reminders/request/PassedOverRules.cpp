@@ -277,7 +277,10 @@ int PassedOverRules::rule(int index) const
     const bool isRepeated = is(index, {"repeat", "recur"}) && is(index - 1, {"to"}) && index > m_tokens.start();
     if (isRepeated && isEdge(index) && !m_hasRule) // "and set it to repeat"
         return 1;
-    return is(index, {"hourly", "fortnightly", "biweekly", "quarterly", "bimonthly", "annually"}) ? 1 : 0;
+    // "The quarterly review", "an event called Quarterly Numbers".
+    const bool isName = TimeTerms::isOrdinary(m_tokens, index + 1)
+        && (has(index - 1, Terms::determiner) || (token(index).hasCapital && index > m_tokens.start()));
+    return !isName && is(index, {"hourly", "fortnightly", "biweekly", "quarterly", "bimonthly", "annually"}) ? 1 : 0;
 }
 
 /// "this weekend", "next month", "the end of the week".
@@ -351,7 +354,9 @@ int PassedOverRules::ordinal(int index) const
     const bool isOfWeekday = m_tokens.isTime(index + 1) || is(index + 1, {"day", "weekday"});
     const bool isDate =
         is(index - 1, {"the"}) && is(index - 2, {"on", "by", "until"}) && !TimeTerms::isOrdinary(m_tokens, index + 1);
-    return isPlace && (isDate || (isOfWeekday && is(index - 1, {"the", "every", "each"}))) ? 1 : 0;
+    // "First saturday of every month": no rule can say it, and the saturday alone is another day.
+    const bool isOfMonths = isOfWeekday && is(index + 2, {"of", "in"}) && is(index + 3, {"every", "each", "the"});
+    return isPlace && (isDate || isOfMonths || (isOfWeekday && is(index - 1, {"the", "every", "each"}))) ? 1 : 0;
 }
 
 int PassedOverRules::feast(int index) const

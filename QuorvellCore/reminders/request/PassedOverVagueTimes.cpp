@@ -50,7 +50,7 @@ int PassedOverRules::mealTime(int index) const
 {
     const bool isTimeOfDay = is(index + 1,
         {"lunch", "lunchtime", "dinner", "dinnertime", "breakfast", "teatime", "bedtime", "sunrise", "sunset", "dawn",
-            "dusk"});
+            "dusk", "sundown"});
     return !m_hasClock && m_hasDay && is(index, {"at", "around", "by", "before", "after"}) && isTimeOfDay ? 2 : 0;
 }
 

@@ -8,7 +8,8 @@
 #include "QuorvellCore/reminders/request/PassedOverTimes.h"
 #include "QuorvellCore/reminders/request/RepeatDays.h"
 #include "QuorvellCore/reminders/request/RequestCorrection.h"
-#include "QuorvellCore/reminders/request/RequestLeadIn.h"
+#include "QuorvellCore/reminders/request/RequestTask.h"
+#include "QuorvellCore/reminders/request/RestatedWords.h"
 #include "QuorvellCore/reminders/request/SaidDates.h"
 #include "QuorvellCore/reminders/request/WrittenRequest.h"
 #include "QuorvellCore/reminders/wording/RequestTokens.h"
@@ -25,41 +26,6 @@ namespace quorvell {
 namespace {
 
 using Verdict = ReminderRequest::Verdict;
-
-/// `pattern` begins at the start of a text, with that word: most texts are spared the search.
-std::string withoutFirst(std::string_view word, const Pattern& pattern, std::string text)
-{
-    const bool mayMatch = asciiLowerCased(std::string_view(text).substr(0, word.size())) == word;
-    const auto match = mayMatch ? pattern.find(text) : std::nullopt;
-    return match ? text.erase(match->range.start, match->range.end - match->range.start) : text;
-}
-
-/// Undoes what cutting the time words leaves: "the to water the plants" of "the day after tomorrow to water the
-/// plants", "lunch @" of "lunch @5pm", and a "remind me to" that stood behind a time and a comma.
-std::string tidiedTask(const std::string& task, std::string_view lowerCasedWords)
-{
-    static const Pattern articleBeforeTo(R"(^the\s+(?=to\s))", Pattern::Case::insensitive);
-    static const Pattern article(R"(^the\s+)", Pattern::Case::insensitive);
-    static const Pattern preposition(R"(^(?:to|about|that)\s+)", Pattern::Case::insensitive);
-    static const Pattern to(R"(^to\s+)", Pattern::Case::insensitive);
-    // "Later to call mum", "wednesday at 1 pm for my meeting".
-    static const Pattern vague(R"(^(?:later|soon|some ?time)\s+(?=to\s))", Pattern::Case::insensitive);
-    static const Pattern purpose(R"(^for\s+(?=(?:the|my|our|an?|his|her|their|your)\b))", Pattern::Case::insensitive);
-    // "Remind me every year on the 5th of june of the wedding".
-    static const Pattern of(R"(^of\s+(?=(?:the|my|our|an?|his|her|their)\b|\S+['’]s\b))", Pattern::Case::insensitive);
-    static const Pattern nothing(R"(^(?:(?:in|at|on|by|for|to|of|about|the|an?)\s*)+$)", Pattern::Case::insensitive);
-    const bool lostItsNoun = lowerCasedWords.find("the day after tomorrow") != std::string_view::npos;
-    std::string tidy = trimmed(withoutLeadIn(withoutPoliteWords(task) + ' '), "@");
-    const bool isAsked = lowerCasedWords.find("remind") != std::string_view::npos; // Else "for" is the purpose of it.
-    tidy = withoutFirst("", vague, isAsked ? withoutFirst("for", purpose, tidy) : tidy);
-    const std::string withoutArticle = withoutFirst("the", lostItsNoun ? article : articleBeforeTo, tidy);
-    if (withoutArticle != tidy)
-        tidy = withoutLeadIn(withoutFirst("", preposition, withoutArticle));
-    tidy = withoutFirst("of", of, withoutFirst("to", to, tidy)); // Of "by friday to call mum".
-    constexpr std::size_t longestNothing = 16; // Bytes of words that say nothing: "in", "about the".
-    tidy = trimmed(tidy, ",.;:-!?@");
-    return tidy.size() <= longestNothing && nothing.find(tidy) ? std::string() : withUpperCaseFirst(tidy);
-}
 
 /// "Every year on this date": the date of today.
 std::string withThisDate(std::string words, Instant now, const Calendar& calendar)
@@ -305,6 +271,53 @@ std::optional<ReminderRequest> corrected(std::string_view words, Instant now, co
     return request;
 }
 
+/// Of a day that has two readings, `first` by the one and `second` by the other: both are choices, in the order of
+/// time.
+ReminderRequest ofEitherDay(ReminderRequest first, const ReminderRequest& second)
+{
+    std::vector<Instant> choices;
+    bool isClear = true;
+    for (const ReminderRequest* one : {&std::as_const(first), &second}) {
+        isClear = isClear && one->verdict != Verdict::needsTime && one->verdict != Verdict::pastTime;
+        if (one->choices.empty())
+            choices.push_back(one->date);
+        choices.insert(choices.end(), one->choices.begin(), one->choices.end());
+    }
+    first.isEitherDay = true;
+    first.verdict = isClear ? Verdict::whichTime : Verdict::needsTime;
+    if (!isClear) { // Something else of the time has to be asked first.
+        first.understood.day.clear();
+        return first;
+    }
+    std::ranges::sort(choices);
+    first.date = choices.front();
+    first.choices = std::move(choices);
+    return first;
+}
+
+/// "On 4/12", "every tuesday at five starting from december", "not to eat after 8 pm".
+std::optional<ReminderRequest> restated(std::string_view words, Instant now, const Calendar& calendar)
+{
+    const auto other = RestatedWords::find(words, now, calendar);
+    if (!other)
+        return std::nullopt;
+    ReminderRequest request = ReminderRequest::fromWords(other->words, other->seenFrom, calendar);
+    if (!other->elseWords.empty())
+        return ofEitherDay(std::move(request), ReminderRequest::fromWords(other->elseWords, now, calendar));
+    if (other->comesBack ? !request.repeatRule : request.verdict != Verdict::ready)
+        return std::nullopt;
+    request.task += other->endOfTask;
+    return request;
+}
+
+/// "Tonight", said late in the evening: not over, but no hour was named that is still to come.
+bool isLateTonight(const PhraseFindings& findings, Instant moment, Instant now, const Calendar& calendar)
+{
+    const bool isOnlyPart = findings.part && !findings.clock && !findings.instant && !findings.offsetDays;
+    const bool isEvening = isOnlyPart && (*findings.part == DayPart::night || *findings.part == DayPart::evening);
+    return isEvening && moment <= now && calendar.isSameDay(moment, now);
+}
+
 } // namespace
 
 ReminderRequest ReminderRequest::fromWords(std::string_view words, Instant now, const Calendar& calendar)
@@ -312,8 +325,9 @@ ReminderRequest ReminderRequest::fromWords(std::string_view words, Instant now, 
     ReminderRequest request;
     if (isTooLong(words))
         return request;
-    if (auto meant = corrected(words, now, calendar))
-        return *std::move(meant);
+    for (const auto reader : {corrected, restated})
+        if (auto meant = reader(words, now, calendar))
+            return *std::move(meant);
     const ReadWords read(withThisDate(std::string(words), now, calendar), now, calendar);
     const RequestReading& reading = read.reading();
     request.task = read.task();
@@ -337,7 +351,10 @@ ReminderRequest ReminderRequest::fromWords(std::string_view words, Instant now, 
     }
     const Instant moment = choices.empty() ? date.date : choices.front();
     const bool isRestOfToday = moment <= now && !date.hasTime && !date.repeatRule && calendar.isSameDay(moment, now);
-    if (isRestOfToday) { // Nobody said the hour that is past.
+    if (isRestOfToday
+        || (!rule
+            && isLateTonight(
+                reading.phrase()->findings, moment, now, calendar))) { // Nobody said the hour that is past.
         request.understood = read.understood(calendar);
         return request;
     }

@@ -31,6 +31,7 @@ struct ReminderRequest {
     std::optional<ReminderRepeat> repeatRule;
     std::string unclear{}; ///< Of needsTime: the user's words that were not understood, or that do not agree.
     UnderstoodTime understood{}; ///< Of needsTime: the rest of the time, which nobody has to say again.
+    bool isEitherDay = false; ///< Of whichTime: a date in figures has two readings, and each of them a choice.
     bool namesDay = false; ///< In the words; else a time of day is the next that the clock shows.
 
     static ReminderRequest fromWords(std::string_view words, Instant now, const Calendar& calendar);

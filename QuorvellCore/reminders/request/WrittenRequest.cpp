@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/reminders/request/WrittenRequest.h"
 
+#include "QuorvellCore/reminders/spoken/FigureDates.h"
 #include "QuorvellCore/reminders/spoken/SpokenClocks.h"
 #include "QuorvellCore/reminders/spoken/SpokenDates.h"
 #include "QuorvellCore/reminders/spoken/SpokenRules.h"
@@ -45,6 +46,7 @@ std::string writtenRequest(std::string_view words, Instant now, const Calendar& 
 {
     Rewriting rewriting(repairUtf8(words));
     rewriting.take(withoutTimeSlips(rewriting.wording()));
+    rewriting.take(FigureDates::written(rewriting.wording(), now, calendar));
     rewriting.take(withWrittenClocks(rewriting.wording()));
     const std::string& text = rewriting.wording().text();
     if (std::string timed = withWrittenTimes(text); timed != text)

@@ -60,9 +60,10 @@ private:
 
     Clock at(int index) const
     {
-        for (const auto rule : {&SpokenClocks::fourDigits, &SpokenClocks::glued, &SpokenClocks::spacedDigits,
-                 &SpokenClocks::half, &SpokenClocks::smallHour, &SpokenClocks::endOfDay, &SpokenClocks::firstThing,
-                 &SpokenClocks::sharp, &SpokenClocks::behindPart})
+        for (const auto rule : {&SpokenClocks::fourDigits, &SpokenClocks::withZero, &SpokenClocks::glued,
+                 &SpokenClocks::spacedDigits, &SpokenClocks::half, &SpokenClocks::smallHour, &SpokenClocks::endOfDay,
+                 &SpokenClocks::firstThing, &SpokenClocks::sharp, &SpokenClocks::vague, &SpokenClocks::starting,
+                 &SpokenClocks::earlyPart, &SpokenClocks::behindPart})
             if (auto clock = (this->*rule)(index))
                 return clock;
         return std::nullopt;
@@ -105,10 +106,13 @@ private:
         const int minute = *number % hundred;
         const bool isCounted = is(index + 1, {"hours", "hrs", "hour"}) && isLong;
         const bool isTime = isLed(index)
-            || (isLong && isCounted && (isDay(index + 2) || is(index - 1, {"by"}) || index <= m_tokens.start()))
-            || (isLong && isDay(index - 1)) || (!isLong && isMarked(index + 1));
+            || (isLong && isCounted
+                && (isDay(index + 2) || is(index - 1, {"by", "for", "to", "till", "until", "from"})
+                    || index <= m_tokens.start()))
+            || (isLong && (isDay(index - 1) || isBehindDate(index))) || (!isLong && isMarked(index + 1))
+            || (isLong && text(index).front() == '0' && isOnlyClock(index));
         const int end = isCounted ? index + 2 : index + 1;
-        const bool mayStop = isLed(index) || isDay(index - 1) ? mayEndLed(end) : mayEnd(end);
+        const bool mayStop = isLed(index) || isDay(index - 1) || isBehindDate(index) ? mayEndLed(end) : mayEnd(end);
         const bool isHouse = m_tokens.token(end).hasCapital
             || is(end + 1, {"street", "st", "road", "rd", "avenue", "ave", "lane", "square", "drive"});
         if (!isTime || !mayStop || isHouse || is(end, {"%", "/", "-"}))
@@ -116,6 +120,43 @@ private:
         const bool isOfWholeDay = isCounted || text(index).front() == '0' || hour > noonHour;
         const bool isPlain = isMarked(end) || !isOfWholeDay;
         return TokenReplacement{index, end, isPlain ? clockText(hour, minute) : wholeDayClock(hour, minute)};
+    }
+
+    /// "dec 1 0915", "the 5th 0915".
+    bool isBehindDate(int index) const
+    {
+        const Kind before = m_tokens.token(index - 1).kind;
+        const bool isDayNumber = before == Kind::number && text(index - 1).size() <= 2;
+        if (text(index).starts_with("20")) // "5 june 2027" is a year.
+            return false;
+        return has(index - 1, Terms::month) || before == Kind::ordinal
+            || (isDayNumber && (has(index - 2, Terms::month) || is(index - 2, {"-"})));
+    }
+
+    /// "alarm 0600": no code and no number of anything.
+    bool isOnlyClock(int index) const
+    {
+        return !m_hasClock
+            && !is(index - 1,
+                {"code", "pin", "number", "no", "is", "#", "room", "flat", "extension", "ext", "dial", "ring", "call",
+                    "gate", "locker", "password", "year", "model", "ref", "/", "-"})
+            && (!m_tokens.isInside(index + 1) || m_tokens.token(index + 1).kind == Kind::mark
+                || TimeTerms::isTimeLike(m_tokens, index + 1)
+                || is(index + 1, {"to", "for", "hours", "hrs", "please"}));
+    }
+
+    /// "06:52" is one of the clock with 24 hours, and in the morning.
+    Clock withZero(int index) const
+    {
+        const std::string_view word = text(index);
+        constexpr std::size_t length = 5;
+        const bool isWritten = m_tokens.token(index).kind == Kind::clock && word.size() == length && word[0] == '0'
+            && word[2] == ':' && word[3] <= '5';
+        const bool isHalved = isMarked(index + 1)
+            || (is(index + 1, {"in"}) && is(index + 2, {"the"}) && has(index + 3, Terms::part))
+            || has(index + 1, Terms::part) || is(index + 1, {"-", "–"}) || is(index - 1, {"-", "–", "to", "and"});
+        return isWritten && !isHalved ? Clock(TokenReplacement{index, index + 1, std::string(word) + " am"})
+                                      : std::nullopt;
     }
 
     /// "7p", "7:30a", "730am", "19h", "19h30".
@@ -243,12 +284,54 @@ private:
     Clock sharp(int index) const
     {
         const bool isBehindClock = TimeTerms::clockLength(m_tokens, index - 1) == 1
-            || TimeTerms::clockLength(m_tokens, index - 2) == 2
+            || is(index - 1, {"o'clock", "oclock"}) || TimeTerms::clockLength(m_tokens, index - 2) == 2
             || (m_tokens.token(index - 1).kind == Kind::number && isLed(index - 1));
         if (isBehindClock && is(index, {"on"}) && is(index + 1, {"the"}) && is(index + 2, {"dot"}))
             return TokenReplacement{index, index + 3, ""};
         return isBehindClock && is(index, {"sharp", "prompt", "promptly"})
             ? Clock(TokenReplacement{index, index + 1, ""})
+            : std::nullopt;
+    }
+
+    /// "7:30 ish", "9-ish", "noonish": as near as a reminder can be.
+    Clock vague(int index) const
+    {
+        if (is(index, {"noonish"}))
+            return TokenReplacement{index, index + 1, "noon"};
+        const int end = is(index + 1, {"-"}) && !m_tokens.token(index + 2).followsSpace ? index + 2 : index + 1;
+        const bool isHour = (m_tokens.token(index).kind == Kind::number && text(index).size() <= 2)
+            || m_tokens.token(index).kind == Kind::clock;
+        const std::string lead = isLed(index) || is(index - 1, {"by"}) ? "" : "at ";
+        return isHour && is(end, {"ish"}) ? Clock(TokenReplacement{index, end + 1, lead + std::string(text(index))})
+                                          : std::nullopt;
+    }
+
+    /// "on thursday starting at 1", "a conference beginning on wednesday".
+    Clock starting(int index) const
+    {
+        const int day = is(index + 1, {"on"}) ? index + 2 : index + 1;
+        const bool isDayNumber =
+            m_tokens.token(day).kind == Kind::ordinal || (has(day, Terms::month) && day > index + 1);
+        if (is(index, {"starting", "beginning", "commencing"}) && (isDay(day) || isDayNumber))
+            return TokenReplacement{index, day, isDay(day) && has(day, Terms::relativeDay) ? "" : "on"};
+        const bool isLead = is(index, {"starting", "beginning", "starts", "begins", "commencing", "kicks"})
+            && is(index + 1, {"at", "from", "around", "@"});
+        const bool isHour = m_tokens.token(index + 2).kind == Kind::number && text(index + 2).size() <= 2
+            && !has(index + 3, Terms::month | Terms::unit) && !is(index + 3, {"/", "-", "."});
+        return isLead && (isHour || TimeTerms::clockLength(m_tokens, index + 2) > 0)
+            ? Clock(TokenReplacement{index, index + 2, "at"})
+            : std::nullopt;
+    }
+
+    /// "at 5 o'clock early morning": beside an hour it says no more than the part itself.
+    Clock earlyPart(int index) const
+    {
+        const bool isOfHour = m_hasClock || is(index - 1, {"o'clock", "oclock", "clock"});
+        const int part = is(index + 1, {"in"}) && is(index + 2, {"the"}) ? index + 3 : index + 1;
+        const bool isBehindHour = is(index - 1, {"o'clock", "oclock", "clock"}) || isMarked(index - 1)
+            || TimeTerms::clockLength(m_tokens, index - 1) > 0 || m_tokens.token(index - 1).kind == Kind::number;
+        return is(index, {"early"}) && isOfHour && isBehindHour && has(part, Terms::part)
+            ? Clock(TokenReplacement{index, part + 1, "in the " + std::string(text(part))})
             : std::nullopt;
     }
 

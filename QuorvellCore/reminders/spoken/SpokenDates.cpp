@@ -97,8 +97,11 @@ private:
     /// "on the first of every month", "the 1st of the month".
     std::optional<Replacement> monthlyOrdinal(int index) const
     {
-        const int the = is(index, {"on"}) ? index + 1 : index;
-        const auto day = is(the, {"the"}) ? TokenNumber::ordinal(m_tokens, the + 1) : std::nullopt;
+        const int the = is(index, {"on", "by"}) ? index + 1 : index;
+        const bool hasArticle = is(the, {"the"});
+        const bool mayLackArticle = kind(the) == Kind::ordinal && is(the + 2, {"every", "each"});
+        const auto day =
+            hasArticle || mayLackArticle ? TokenNumber::ordinal(m_tokens, hasArticle ? the + 1 : the) : std::nullopt;
         if (!day || !is(day->end, {"of"}) || !is(day->end + 2, {"month"}))
             return std::nullopt;
         const std::string written = "on the " + ReminderWords::ordinal(day->value);
@@ -135,7 +138,11 @@ private:
         const bool isFollowed = m_tokens.isInside(index + 1) && kind(index + 1) != Kind::mark
             && (TimeTerms::isOrdinary(m_tokens, index + 1) || has(index + 1, Terms::month | Terms::unit)
                 || is(index + 1, {"of", "and", "or"}));
-        const bool isDay = kind(index) == Kind::ordinal && isLed && !isFollowed && !is(index + 1, {"-", "–"});
+        // "Pickup 27th 08:30"
+        const bool isTimed = kind(index + 1) == Kind::clock && TimeTerms::clockLength(m_tokens, index + 1) > 0
+            && !is(index - 1, {"the"}) && !has(index - 1, Terms::month);
+        const bool isDay =
+            kind(index) == Kind::ordinal && (isLed || isTimed) && !isFollowed && !is(index + 1, {"-", "–"});
         return isDay ? std::optional(Replacement{index, index + 1, "the " + std::string(text(index))}) : std::nullopt;
     }
 
@@ -156,6 +163,9 @@ private:
         if (is(index, {"12noon", "12midnight"}))
             return Replacement{index, index + 1, std::string(text(index).substr(2))};
         const bool isTwelve = is(index, {"12", "12:00", "twelve"}) && is(index + 1, {"noon", "midday", "midnight"});
+        const int night = is(index + 1, {"o'clock", "oclock"}) ? index + 2 : index + 1;
+        if (is(index, {"12", "twelve"}) && is(night, {"at"}) && is(night + 1, {"night"}))
+            return Replacement{index, night + 2, "midnight"};
         return isTwelve ? std::optional(Replacement{index, index + 2, std::string(text(index + 1))}) : std::nullopt;
     }
 
@@ -201,11 +211,15 @@ private:
     /// "on the morning of the 5th"
     std::optional<Replacement> partOfDay(int index) const
     {
-        const bool isPart =
-            is(index, {"on"}) && is(index + 1, {"the"}) && has(index + 2, Terms::part) && is(index + 3, {"of"});
-        if (!isPart || !TimeTerms::isTimeLike(m_tokens, is(index + 4, {"the"}) ? index + 5 : index + 4))
-            return std::nullopt;
-        return Replacement{index, index + 4, "in the " + std::string(text(index + 2)) + " on"};
+        const int the = is(index, {"on", "in", "for"}) ? index + 1 : index;
+        const bool isPart = is(the, {"the"}) && has(the + 1, Terms::part) && is(the + 2, {"of"});
+        const int day = is(the + 3, {"the"}) ? the + 4 : the + 3;
+        const bool isDay = the > index
+            ? TimeTerms::isTimeLike(m_tokens, day)
+            : kind(day) == Kind::ordinal || has(day, Terms::month) || has(day + 1, Terms::month);
+        return isPart && isDay
+            ? std::optional(Replacement{index, the + 3, "in the " + std::string(text(the + 1)) + " on"})
+            : std::nullopt;
     }
 
     /// "2moro", and "weds" where it is no verb.
@@ -214,6 +228,8 @@ private:
         const std::string_view name = terms(index).has(Terms::shortName) ? text(index) : std::string_view();
         if (name.empty())
             return std::nullopt;
+        if (name == "arvo")
+            return Replacement{index, index + 1, "afternoon"};
         if (name != "weds")
             return Replacement{index, index + 1, name.find("ni") != std::string_view::npos ? "tonight" : "tomorrow"};
         const bool isDay = has(index - 1, Terms::governsDay) || index == m_tokens.start()
