@@ -151,6 +151,10 @@ std::optional<WrittenTime> spokenClockAt(const SpokenWords& words, std::size_t p
     if (!clock) {
         clock = plainAt(words, start);
     }
+    // "Half seven" is for those who read what is written: it is not seven.
+    if (start > 0 && words.at(start - 1) == "half" && start == place) {
+        return std::nullopt;
+    }
     if (!clock || (place > 0 && (words.at(place - 1) == "one" || words.at(place - 1) == "two") && isAfterAt)) {
         return std::nullopt; // "one by one"
     }

@@ -122,6 +122,20 @@ std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const LocalT
         atMinute(day, part->from), atMinute(day, part->to), isTomorrow ? "tomorrow " + std::string(part->name) : named};
 }
 
+namespace {
+
+/// "The first" of "the first thing tomorrow" is no day of the month.
+bool isPlaceOfThing(const RequestWords& words, std::size_t start, std::size_t end)
+{
+    static const Pattern place("^(?:on |for )?(?:the )?(?:first|second|third|last|next)$", Pattern::caseless);
+    static const Pattern behind(
+        "^(?:of|at|on|in|to|from|and|or|for|by|is|was|please|remind|i|we|free|around|about)$", Pattern::caseless);
+    return end < words.size() && place.find(words.said(start, end)) && !TimeVocabulary::mayBeTime(words, end, end + 1)
+        && !behind.find(words.said(end, end + 1));
+}
+
+} // namespace
+
 std::optional<SpokenDays> SpokenDays::find(std::string_view said, const LocalTime& around, std::string& others)
 {
     const RequestWords words(said);
@@ -129,7 +143,8 @@ std::optional<SpokenDays> SpokenDays::find(std::string_view said, const LocalTim
     const std::size_t count = std::min(words.size(), mostRead);
     for (std::size_t length = std::min(count, TimeVocabulary::longest); length > 0; --length) {
         for (std::size_t start = 0; start + length <= count; ++start) {
-            auto days = TimeVocabulary::mayBeTime(words, start, start + length)
+            auto days =
+                TimeVocabulary::mayBeTime(words, start, start + length) && !isPlaceOfThing(words, start, start + length)
                 ? read(words.said(start, start + length), around)
                 : std::nullopt;
             if (!days)

@@ -38,6 +38,15 @@ std::string clockText(int minute)
     return SpokenWhen::clock(DateParts{2000, 1, 1, minute / 60, minute % 60, false});
 }
 
+/// "22:00 to 06:00", "10 pm to 6 am": ends on the next day.
+bool isNight(int start, int end, const std::string& words)
+{
+    static const Pattern clear("\\d:\\d\\d|\\d ?[ap]\\.?m\\b|\\bmidnight\\b", Pattern::caseless);
+    constexpr int evening = 18 * 60;
+    constexpr int morning = 10 * 60;
+    return start >= evening && end <= morning && clear.find(words);
+}
+
 /// "9 and 5": a half of the day that only the end names is that of both where the start stays before it.
 std::optional<Span> between(const std::string& from, const std::string& to, const LocalTime& around)
 {
@@ -47,6 +56,8 @@ std::optional<Span> between(const std::string& from, const std::string& to, cons
     auto start = ofEnd && !half.find(from) ? minuteIn(from + " " + ofEnd->texts[0] + "m", around) : std::nullopt;
     if (!start || !end || *start >= *end)
         start = minuteIn(from, around);
+    if (start && end && isNight(*start, *end, from + " " + to))
+        return Span{*start, *end + minutesOfWholeDay, "from " + clockText(*start) + " to " + clockText(*end)};
     if (!start || !end || *start >= *end)
         return std::nullopt;
     return Span{*start, *end, "between " + clockText(*start) + " and " + clockText(*end)};
@@ -58,8 +69,14 @@ std::optional<Span> spanIn(const std::string& words, const LocalTime& around)
     static const Pattern one(
         "^(?:(after|from|past|any ?time after)|(?:before|until|till|up to|any ?time before)) (.+?)(?: onwards?| on)?$",
         Pattern::caseless);
-    if (const auto match = two.find(words))
-        return between(trimmed(match->texts[0]), trimmed(match->texts[1]), around);
+    // "2 to 4" beside a day, "10:30-11:15".
+    static const Pattern bare(
+        "^(?:at )?(\\d{1,2}(?:[:.]\\d\\d)?(?: ?[ap]\\.?m\\.?)?|noon)(?: (?:to|till|until) | ?[-–] ?)"
+        "(\\d{1,2}(?:[:.]\\d\\d)?(?: ?[ap]\\.?m\\.?)?|noon|midnight)$",
+        Pattern::caseless);
+    for (const Pattern* form : {&two, &bare})
+        if (const auto match = form->find(words))
+            return between(trimmed(match->texts[0]), trimmed(match->texts[1]), around);
     const auto match = one.find(words);
     const auto minute = match ? minuteIn(trimmed(match->texts[1]), around) : std::nullopt;
     if (!minute)
@@ -71,9 +88,7 @@ std::optional<Span> spanIn(const std::string& words, const LocalTime& around)
 DateParts atMinuteOf(DateParts day, int minute)
 {
     day.allDay = false;
-    day.hour = minute / 60;
-    day.minute = minute % 60;
-    return day;
+    return day.adding(minute);
 }
 
 SpokenStretch onDay(const DateParts& day, const Span& span, const std::string& words)
@@ -97,10 +112,18 @@ std::optional<SpokenStretch> spokenHours(
 {
     // "From three to five" is no clock yet: it must not become 4:57.
     static const Pattern bound("\\b(?:between|from|after|before|until|till|past|up to)\\b", Pattern::caseless);
+    static const Pattern bare(
+        "(?:^|(?<=\\s))\\d{1,2}(?:[:.]\\d\\d)?(?: ?[ap]\\.?m\\.?)?(?: (?:to|till|until) | ?[-–] ?)(?:\\d|noon)",
+        Pattern::caseless);
     const std::string words = trimmed(spoken);
-    const auto match = bound.find(words);
+    auto match = bare.find(words);
+    const auto led = bound.find(words);
+    if (!match || (led && led->range.start < match->range.start))
+        match = led;
     if (!match)
         return std::nullopt;
+    // "2 to 4" alone is no stretch of hours: it may be a count, a score or a date.
+    const bool isBareAlone = !led && match->range.start == 0;
     if (match->range.start > 0) { // "Tomorrow between 9 and 10".
         const auto span = spanIn(words.substr(match->range.start), around);
         const auto day =
@@ -109,7 +132,8 @@ std::optional<SpokenStretch> spokenHours(
             ? std::optional(onDay(day->from.wholeDay(), *span, day->words))
             : std::nullopt;
     }
-    if (const auto span = spanIn(words, around))
+    static const Pattern clear("\\d:\\d\\d|[ap]\\.?m\\b", Pattern::caseless);
+    if (const auto span = isBareAlone && !clear.find(words) ? std::nullopt : spanIn(words, around))
         return onNextDay(*span, around);
     for (auto space = words.find(' '); space != std::string::npos; space = words.find(' ', space + 1)) {
         const auto span = spanIn(words.substr(0, space), around);

@@ -20,7 +20,8 @@ std::optional<SpokenLength> ofSeveralParts(const std::string& words)
     const RequestTokens& tokens = wording.tokens();
     for (int index = 0; index < tokens.size(); ++index) {
         const auto length = TokenLength::at(tokens, index);
-        if (!length || length->isOfDays)
+        constexpr int longest = 7 * 24 * 60; // "1730 hours" is a time of day.
+        if (!length || length->isOfDays || length->minutes > longest)
             continue;
         const bool isLed = tokens.is(index - 1, {"for", "of", "a", "an"});
         const int first = isLed && tokens.is(index - 1, {"a", "an"}) && tokens.is(index - 2, {"for", "of"}) ? index - 2
@@ -59,6 +60,23 @@ std::optional<SpokenLength> SpokenLength::read(std::string_view spoken)
         return SpokenLength{minutes, RequestText::without(words, match->range)};
     }
     return std::nullopt;
+}
+
+std::optional<SpokenLength> SpokenLength::ofThing(std::string_view words)
+{
+    static const std::string unit("(?:minutes?|mins?|hours?|hrs?)");
+    static const Pattern distance(
+        "\\b(?:in|after|within|every|each|last|next|past|another|more)(?: about| around| an?| the)? "
+        "(?:\\S+[ -]){0,4}?"
+            + unit + "\\b|\\b" + unit
+            + "(?: and a (?:half|quarter))? "
+              "(?:before|after|later|from|earlier|ahead|prior|ago|notice|away|late|early|behind"
+              "|per|a (?:day|week))\\b|\\bhalf[ -]?hourly\\b",
+        Pattern::caseless);
+    static const Pattern named("(?:^|[\\s\\d-])" + unit + "\\b", Pattern::caseless); // "At 14h" is an hour of the day.
+    if (!named.find(words) || distance.find(words))
+        return std::nullopt;
+    return read(words);
 }
 
 } // namespace quorvell

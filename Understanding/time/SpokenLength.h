@@ -14,6 +14,9 @@ struct SpokenLength {
     std::string rest; ///< The words without it.
 
     static std::optional<SpokenLength> read(std::string_view words);
+    /// How long something lasts: "30 minutes with Ana", "a 2-hour workshop", "for an hour". Nothing for lengths that
+    /// say when: "in 2 hours", "an hour before lunch", "two hours later".
+    static std::optional<SpokenLength> ofThing(std::string_view words);
 
     bool operator==(const SpokenLength&) const = default;
 };

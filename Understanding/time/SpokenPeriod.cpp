@@ -6,6 +6,7 @@
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/time/SpokenPhrase.h"
+#include "Understanding/time/SpokenWhen.h"
 #include "Understanding/time/TimeVocabulary.h"
 
 #include <algorithm>
@@ -48,6 +49,15 @@ SpokenStretch monthsFrom(LocalDay first, int months, const std::string& words, c
     return {dateOf(last >= today ? std::max(first, today) : first), dateOf(last), words};
 }
 
+/// On a Sunday evening the week is over for all but the calendar: "this week" is the one that begins tomorrow.
+bool isWeekOver(const LocalTime& around)
+{
+    constexpr int sunday = 1;
+    constexpr int evening = 17; // Hour of the day.
+    const CalendarParts now = around.calendar.parts(around.now);
+    return now.weekday == sunday && now.hour >= evening;
+}
+
 /// What a stretch may follow: "going on next week", "all of next month".
 const std::string beforeStretch = "^(?:(?:for|of|in|on|over|during|throughout|all|the whole) )*";
 
@@ -62,6 +72,10 @@ Days week(const std::string& words, const LocalTime& around)
     static const Pattern coming(beforeStretch + "(?:the|this) (?:coming|upcoming) week$", Pattern::caseless);
     static const Pattern last(beforeStretch + "last week$", Pattern::caseless);
     const int since = daysSinceMonday(around);
+    if (isWeekOver(around) && current.find(words)) {
+        const DateParts monday = dayFromNow(1, around);
+        return SpokenStretch{monday, dayFromNow(daysOfWeek, around), "in the week from " + SpokenWhen::date(monday)};
+    }
     if (current.find(words))
         return SpokenStretch{dayFromNow(0, around), dayFromNow(6 - since, around), "this week"};
     if (next.find(words))
@@ -88,6 +102,11 @@ Days weekend(const std::string& words, const LocalTime& around)
     if (!match && !isAfterNext)
         return std::nullopt;
     const int weeks = isAfterNext ? 2 : match->groups[0] ? 1 : 0;
+    if (weeks == 0 && isWeekOver(around)) {
+        const DateParts saturday = dayFromNow(daysOfWeek - 1, around);
+        return SpokenStretch{
+            saturday, dayFromNow(daysOfWeek, around), "on the weekend of " + SpokenWhen::date(saturday)};
+    }
     const int saturday = 5 - since + weeks * daysOfWeek;
     return SpokenStretch{dayFromNow(std::max(saturday, 0), around), dayFromNow(saturday + 1, around),
         weeks == 0       ? "at the weekend"
@@ -221,6 +240,48 @@ Days stretch(const std::string& words, const LocalTime& around)
     return SpokenStretch{first->from, last->from, (led.find(said) ? "" : "from ") + said};
 }
 
+/// "in the week from Monday the 23rd", "on the weekend of the 28th".
+Days weekFrom(const std::string& words, const LocalTime& around)
+{
+    static const Pattern form(
+        "^(?:in |for |on |at |over )?the (?:(week) (?:from|starting|beginning)(?: on)?|weekend of) (.+)$",
+        Pattern::caseless);
+    const auto match = form.find(words);
+    const auto day = match ? oneDay(match->texts[1], around) : std::nullopt;
+    if (!day)
+        return std::nullopt;
+    constexpr std::int64_t minutesOfDay = 24 * 60;
+    const int more = match->groups[0] ? daysOfWeek - 1 : 1;
+    const std::string name = match->groups[0] ? "in the week from " : "on the weekend of ";
+    return SpokenStretch{day->from, day->from.adding(more * minutesOfDay).wholeDay(), name + match->texts[1]};
+}
+
+/// "last friday", "last weekend", "last night".
+Days goneBy(const std::string& words, const LocalTime& around)
+{
+    static const Pattern form(
+        "^(?:on |of |over |from )?last (?:(" + std::string(TimeVocabulary::weekday) + ")|(weekend)|(night))$",
+        Pattern::caseless);
+    const auto match = form.find(words);
+    if (!match)
+        return std::nullopt;
+    const int since = daysSinceMonday(around);
+    if (match->groups[1])
+        return SpokenStretch{dayFromNow(-since - 2, around), dayFromNow(-since - 1, around), "last weekend"};
+    if (match->groups[2]) {
+        constexpr int evening = 18 * 60;
+        DateParts day = dayFromNow(-1, around);
+        day.allDay = false;
+        return SpokenStretch{day.adding(evening), day.adding(24 * 60 - 1), "last night"};
+    }
+    const std::string name = lowerCased(match->texts[0]);
+    const int weekday =
+        static_cast<int>(std::ranges::find(PhraseWords::weekdays, name) - PhraseWords::weekdays.begin());
+    const int ago = (since + 1 - weekday + daysOfWeek) % daysOfWeek; // Sunday is 0 of the names.
+    const DateParts day = dayFromNow(ago == 0 ? -daysOfWeek : -ago, around);
+    return SpokenStretch{day, day, "last " + withUpperCaseFirst(name)};
+}
+
 /// "until friday", "before friday": from today on. "Yesterday", too.
 Days upTo(const std::string& words, const LocalTime& around)
 {
@@ -243,7 +304,7 @@ Days upTo(const std::string& words, const LocalTime& around)
 std::optional<SpokenStretch> spokenPeriod(std::string_view spoken, const LocalTime& around)
 {
     const std::string words = trimmed(spoken);
-    for (const auto reader : {week, weekend, monthOrYear, namedMonth, comingDays, stretch, upTo})
+    for (const auto reader : {week, weekend, monthOrYear, namedMonth, comingDays, weekFrom, goneBy, stretch, upTo})
         if (auto days = reader(words, around))
             return days;
     return std::nullopt;

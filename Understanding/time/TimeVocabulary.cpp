@@ -13,21 +13,21 @@ namespace {
 
 /// Sorted. The plural needs no row of its own.
 constexpr auto vocabulary = std::to_array<std::string_view>({"a", "after", "afternoon", "ahead", "am", "an", "and",
-    "another", "apr", "april", "around", "at", "aug", "august", "before", "beginning", "between", "boxing", "by",
-    "christmas", "clock", "coming", "couple", "current", "daily", "day", "dec", "december", "each", "easter", "eight",
-    "eighteen", "eighteenth", "eighth", "eleven", "eleventh", "end", "eod", "eve", "evening", "every", "extra", "feb",
-    "february", "few", "fifteen", "fifteenth", "fifth", "fifty", "first", "five", "for", "fortnight", "forty", "four",
-    "fourteen", "fourteenth", "fourth", "fri", "friday", "from", "full", "half", "halloween", "hour", "hr", "in", "jan",
-    "january", "jul", "july", "jun", "june", "last", "m", "mar", "march", "may", "midday", "midnight", "min", "minute",
-    "mon", "monday", "month", "monthly", "more", "morning", "my", "new", "next", "night", "nine", "nineteen",
-    "nineteenth", "ninth", "noon", "nov", "november", "now", "nye", "o", "oclock", "oct", "october", "of", "oh", "on",
-    "one", "onward", "onwards", "other", "our", "over", "p", "past", "pm", "quarter", "rest", "sat", "saturday",
-    "second", "sep", "sept", "september", "seven", "seventeen", "seventeenth", "seventh", "sharp", "six", "sixteen",
-    "sixteenth", "sixth", "start", "sun", "sunday", "ten", "tenth", "thanksgiving", "the", "third", "thirteen",
-    "thirteenth", "thirtieth", "thirty", "this", "three", "through", "thru", "thu", "thur", "thurs", "thursday", "till",
-    "time", "tmr", "tmrw", "to", "today", "tomorrow", "tonight", "tue", "tues", "tuesday", "twelfth", "twelve",
-    "twentieth", "twenty", "two", "until", "upcoming", "valentine's", "wed", "wednesday", "week", "weekday", "weekend",
-    "weekly", "whole", "within", "xmas", "year", "yearly", "years", "yesterday"});
+    "another", "apr", "april", "around", "arvo", "at", "aug", "august", "before", "beginning", "between", "boxing",
+    "by", "christmas", "clock", "coming", "couple", "current", "daily", "day", "dec", "december", "each", "easter",
+    "eight", "eighteen", "eighteenth", "eighth", "eleven", "eleventh", "end", "eod", "eve", "evening", "every", "extra",
+    "feb", "february", "few", "fifteen", "fifteenth", "fifth", "fifty", "first", "five", "for", "fortnight", "forty",
+    "four", "fourteen", "fourteenth", "fourth", "fri", "friday", "from", "full", "half", "halloween", "hour", "hr",
+    "in", "ish", "jan", "january", "jul", "july", "jun", "june", "last", "m", "mar", "march", "may", "midday",
+    "midnight", "min", "minute", "mon", "monday", "month", "monthly", "more", "morning", "my", "new", "next", "night",
+    "nine", "nineteen", "nineteenth", "ninth", "noon", "nov", "november", "now", "nye", "o", "oclock", "oct", "october",
+    "of", "oh", "on", "one", "onward", "onwards", "other", "our", "over", "p", "past", "pm", "quarter", "rest", "sat",
+    "saturday", "second", "sep", "sept", "september", "seven", "seventeen", "seventeenth", "seventh", "sharp", "six",
+    "sixteen", "sixteenth", "sixth", "start", "starting", "sun", "sunday", "ten", "tenth", "thanksgiving", "the",
+    "third", "thirteen", "thirteenth", "thirtieth", "thirty", "this", "three", "through", "thru", "thu", "thur",
+    "thurs", "thursday", "till", "time", "tmr", "tmrw", "to", "today", "tomorrow", "tonight", "tue", "tues", "tuesday",
+    "twelfth", "twelve", "twentieth", "twenty", "two", "until", "upcoming", "valentine's", "wed", "wednesday", "week",
+    "weekday", "weekend", "weekly", "whole", "within", "xmas", "year", "yearly", "years", "yesterday"});
 static_assert(std::ranges::is_sorted(vocabulary));
 
 bool isTimeWord(std::string_view word)

@@ -93,8 +93,10 @@ RuleStep askWhichDay(const AgendaIntent& intent, RequestMemory memory)
         const DateParts start = intent.clock ? atClockOf(day, *intent.clock) : day;
         asked.choices.push_back({start, SpokenWhen::date(day)});
     }
-    asked.question = "Day and date do not agree. Do you mean " + asked.choices.front().when + " or "
-        + asked.choices.back().when + "?";
+    const DateParts& first = intent.contraryDays.front();
+    const bool isOrder = first.day == intent.contraryDays.back().month && first.month == intent.contraryDays.back().day;
+    asked.question = std::string(isOrder ? "" : "Day and date do not agree. ") + "Do you mean "
+        + asked.choices.front().when + " or " + asked.choices.back().when + "?";
     if (intent.minutes > 0)
         asked.arguments = dumpJson(Json{{"minutes", intent.minutes}});
     return RuleStep::asking(std::move(asked), std::move(memory));

@@ -3,6 +3,7 @@
 // moment and a title. Where it says more of a time than that, the day is left open, so that it is asked for.
 #include "Understanding/skills/calendar/EventWords.h"
 
+#include "QuorvellCore/reminders/request/RuleStart.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
@@ -40,9 +41,9 @@ void takeLength(std::string& words, EventWords& event)
         "|(?<!\\bin )(?<!\\bin an? )\\b(?:\\d{1,3}|one|half|half an)[ -](?:minute|min|hour)(?: long)?"
         " (?!before|after|later|from|earlier|ahead|prior|ago|at|on)[a-z]",
         Pattern::caseless);
-    if (!lasting.find(words) && !before.find(words))
-        return;
-    if (const auto length = SpokenLength::read(words)) {
+    const auto length =
+        lasting.find(words) || before.find(words) ? SpokenLength::read(words) : SpokenLength::ofThing(words);
+    if (length) {
         event.minutes = length->minutes;
         words = length->rest;
     }
@@ -124,7 +125,7 @@ std::vector<DateParts> contraryDays(const std::string& words, const LocalTime& a
     const auto first = named.find(words);
     const auto second = first ? std::nullopt : turned.find(words);
     if (!first && !second)
-        return {};
+        return SpokenMoment::eitherDay(words, around);
     const auto day = EventSpan::dayIn(first ? first->texts[1] : second->texts[0], around);
     const auto coming = EventSpan::dayIn(first ? first->texts[0] : second->texts[1], around);
     const auto dayInstant = day ? day->instant(around.calendar) : std::nullopt;
@@ -233,6 +234,8 @@ EventWords readMasked(std::string words, const LocalTime& around)
         Pattern::caseless);
     static const Pattern repeating(
         "\\b(?:repeating|recurring)\\b|\\b(?:set|make) (?:it|that|this) (?:to )?(?:repeat|recur)", Pattern::caseless);
+    if (const auto start = RuleStart::find(words, around.now, around.calendar))
+        return readMasked(start->words, {start->justBefore, around.calendar});
     EventWords event;
     static const Pattern wish(
         "[,;]?\\s*(?:(?:and|then|please) )*(?:set|make) (?:it|that|this) (?:to )?(?:repeat|recur)(?:ing)?$",

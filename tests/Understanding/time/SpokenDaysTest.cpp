@@ -55,6 +55,12 @@ TEST(SpokenDays, read)
         {"on wensday", "2026-11-25 - 2026-11-25 on Wednesday the 25th of November"},
         {"the first monday of may", "2027-05-03 - 2027-05-03 on Monday the 3rd of May 2027"},
         {"on friday or so", "nothing"},
+        {"last friday", "2026-11-20 - 2026-11-20 last Friday"},
+        {"last weekend", "2026-11-14 - 2026-11-15 last weekend"},
+        {"on tuesday 2 to 4", "2026-11-24 14:00 - 2026-11-24 16:00 on tuesday between 2 PM and 4 PM"},
+        {"tuesday 10:30-11:15", "2026-11-24 10:30 - 2026-11-24 11:15 tuesday between 10:30 AM and 11:15 AM"},
+        {"2 to 4", "nothing"},
+        {"from 22:00 to 06:00 on thursday", "2026-11-26 22:00 - 2026-11-27 06:00 on thursday from 10 PM to 6 AM"},
     };
     for (const Row& row : rows) {
         const auto days = SpokenDays::read(row.words, around);
@@ -62,6 +68,27 @@ TEST(SpokenDays, read)
         const auto again = days ? SpokenDays::read(days->words, around) : days;
         EXPECT_EQ(again, days) << "said back: " << row.words;
     }
+}
+
+TEST(SpokenDays, ofTheWeekThatIsAllButOver)
+{
+    const LocalTime sundayEvening{saturday + std::chrono::hours(46), berlin};
+    for (const auto& [words, days] :
+        {std::pair("this week", "2026-11-23 - 2026-11-29 in the week from Monday the 23rd of November"),
+            std::pair("the weekend", "2026-11-28 - 2026-11-29 on the weekend of Saturday the 28th of November"),
+            std::pair("next week", "2026-11-23 - 2026-11-29 next week")}) {
+        const auto read = SpokenDays::read(words, sundayEvening);
+        EXPECT_EQ(shown(read), days);
+        EXPECT_EQ(read ? SpokenDays::read(read->words, sundayEvening) : read, read) << words;
+    }
+}
+
+TEST(SpokenDays, findsTheDayAndNoPlaceInARow)
+{
+    std::string others;
+    EXPECT_EQ(SpokenDays::find("the first thing on my calendar tomorrow", around, others)->words, "tomorrow");
+    EXPECT_EQ(SpokenDays::find("the second event on wednesday", around, others)->words, "on wednesday");
+    EXPECT_EQ(SpokenDays::find("anything on the second", around, others)->from.text(), "2026-12-02");
 }
 
 TEST(SpokenLength, read)
@@ -81,6 +108,10 @@ TEST(SpokenLength, read)
         EXPECT_EQ(std::to_string(length->minutes) + length->rest, std::to_string(row.minutes) + row.rest) << row.words;
     }
     EXPECT_FALSE(SpokenLength::read("two days"));
+    EXPECT_EQ(SpokenLength::ofThing("30 minutes with Ana at 3")->minutes, 30);
+    for (const char* distance : {"call in 2 hours", "an hour before lunch", "in about half an hour", "two hours later",
+             "an appointment at 14h", "for 1730 hours"})
+        EXPECT_FALSE(SpokenLength::ofThing(distance)) << distance;
 }
 
 TEST(SpokenWhen, isUnderstoodWhenItIsSaidBack)
