@@ -3,6 +3,7 @@
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/OneLine.h"
+#include "QuorvellCore/text/PrintableText.h"
 
 #include <algorithm>
 #include <utility>
@@ -82,7 +83,8 @@ bool isFrame(std::string_view line)
 
 std::optional<std::string> CheckList::itemText(std::string_view text)
 {
-    std::string line = onOneLine(repairUtf8(text));
+    // Others read the file by programs that obey control characters.
+    std::string line = onOneLine(printableText(repairUtf8(text)));
     if (line.empty() || characterCount(line) > longestItem)
         return std::nullopt;
     return line;

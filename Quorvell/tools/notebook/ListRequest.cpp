@@ -4,6 +4,7 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
 #include "QuorvellCore/text/OneLine.h"
+#include "QuorvellCore/text/PrintableText.h"
 
 #include <nlohmann/json.hpp>
 
@@ -16,7 +17,7 @@ namespace {
 
 std::string lineUnder(const LiveFunctionCall& call, std::string_view key)
 {
-    return onOneLine(repairUtf8(call.string(key).value_or("")));
+    return onOneLine(printableText(repairUtf8(call.string(key).value_or(""))));
 }
 
 bool isFlagSet(const LiveFunctionCall& call, std::string_view key)
@@ -41,7 +42,7 @@ std::vector<std::string> textsUnder(const LiveFunctionCall& call, std::string_vi
         for (const std::string& text : one ? std::vector{*one} : *several)
             if (const auto item = CheckList::itemText(text))
                 texts.push_back(*item);
-            else if (!trimmed(text).empty())
+            else if (characterCount(text) > CheckList::longestItem)
                 problem = "an item may have at most " + std::to_string(CheckList::longestItem) + " characters.";
     return texts;
 }

@@ -95,7 +95,9 @@ TEST(CheckList, changesOnlyWhatIsMeant)
         EXPECT_EQ(list.body(), row.after);
     }
     EXPECT_EQ(CheckList::itemText(" two\nlines "), "two lines");
+    EXPECT_EQ(CheckList::itemText("a\x1b[2J\u202eb"), "a[2Jb");
     EXPECT_FALSE(CheckList::itemText(" \n"));
+    EXPECT_FALSE(CheckList::itemText(std::string(1, '\0')));
     EXPECT_FALSE(CheckList::itemText(std::string(CheckList::longestItem + 1, 'a')));
 }
 
