@@ -58,14 +58,28 @@ bool ModelSentences::claimsAct(std::string_view sentence)
             + "\\b|\\bsuccessfully " + std::string(acts) + "\\b",
         Pattern::Case::insensitive);
     static const Pattern alone(
-        "^(?:all |it['’]s |that['’]s |okay,? |ok,? |sure,? )*(?:done|set|added|saved|deleted|removed|"
+        "^(?:all |all is |everything is |everything['’]s |it is |that is |it['’]s |that['’]s |you['’]re |okay,? |ok,? |"
+        "sure,? |alright,? )*"
+        "(?:done|set|added|saved|deleted|removed|"
         "cancell?ed|completed)\\b|^(?:your )?(?:reminder|alarm|timer|note|event|meeting|appointment|list|item)s? "
         "(?:was |were |is |are )?"
             + std::string(acts) + "\\b",
         Pattern::Case::insensitive);
+    // What will be done by no tool is as good as claimed.
+    static const Pattern promise("\\b(?:I|we)(?:['’]ll| will| am going to|['’]m going to)(?: now| also| just)* "
+                                 "(?:remind|wake|set|add|create|schedule|book|save|store|note|move|update|delete|"
+                                 "remove|cancel|ring|write (?:it|that|this) down|keep (?:it|that|this) in mind)\\b"
+                                 "|\\byou(?:['’]ll| will) be reminded\\b|\\bconsider it done\\b",
+        Pattern::Case::insensitive);
+    static const Pattern onTheirs("\\b(?:was|were) (?:now |just |also |successfully )*" + std::string(acts)
+            + " (?:to|on|in|into|from|off) your\\b|\\byour (?:[a-z]+ ){0,3}now (?:has|holds|includes|contains)\\b",
+        Pattern::Case::insensitive);
     if (sentence.ends_with('?'))
         return false; // "Should I set one?"
-    return byItself.find(sentence) || passive.find(sentence) || alone.find(sentence);
+    for (const Pattern* claim : {&byItself, &passive, &alone, &promise, &onTheirs})
+        if (claim->find(sentence))
+            return true;
+    return false;
 }
 
 std::vector<std::string> ModelSentences::add(std::string_view text)

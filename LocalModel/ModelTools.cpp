@@ -29,8 +29,9 @@ Json shortSchema(const Json& schema, bool isTool)
     if (!properties || !properties->is_object())
         return result;
     Json kept = Json::object();
+    // What was done is taken back where the user says so, by the rules: they know what "that" is.
     for (const auto& [name, property] : properties->items())
-        if (!isTool || (name != "then" && name != "plan_update"))
+        if (!isTool || (name != "then" && name != "plan_update" && name != "undo"))
             kept[name] = shortSchema(property, false);
     result["properties"] = std::move(kept);
     return result;

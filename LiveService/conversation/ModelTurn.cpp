@@ -15,7 +15,7 @@ namespace {
 bool takesAway(const std::string& arguments)
 {
     constexpr auto keys = std::to_array<std::string_view>(
-        {"cancel", "delete", "remove", "clear_ticked", "done", "series", "undo", "replace"});
+        {"cancel", "delete", "remove", "clear", "clear_ticked", "forget", "done", "series", "undo", "replace"});
     const auto json = parseJson(arguments);
     for (const std::string_view key : keys) {
         const Json* value = json ? memberOf(*json, key) : nullptr;
@@ -88,7 +88,9 @@ ModelTurn::Step ModelTurn::after(ModelRun::Next next, const RequestMemory& memor
 {
     Step step{.sentences = std::move(next.sentences), .ask = std::move(next.ask), .isOver = next.isOver};
     if (next.call) {
-        const RequestMood mood = takesAway(next.call->arguments) ? RequestMood::question : moodOf(m_words);
+        const RequestMood said = moodOf(m_words);
+        const bool isDoubted = takesAway(next.call->arguments) || (said == RequestMood::wish && saysNo(m_words));
+        const RequestMood mood = isDoubted ? RequestMood::question : said;
         RuleStep careful =
             CarefulStep::take({ToolRequest{next.call->name, next.call->arguments}, memory}, Request{}, mood, memory);
         if (auto* request = std::get_if<ToolRequest>(&careful.answer)) {

@@ -117,4 +117,13 @@ RequestMood moodOf(std::string_view words)
     return isMusing(phrase) || early.find(whole) ? RequestMood::musing : RequestMood::wish;
 }
 
+bool saysNo(std::string_view words)
+{
+    static const Pattern no(
+        "^(?:no |please |i (?:would rather|want) you )*(?:do not|you (?:must|should) not|never|not|stop|no need to"
+        "|i (?:do not|no longer) (?:want|need)|we (?:do not|no longer) (?:want|need))\\b"
+        "(?! (?:to )?(?:forget|let me|hesitate|miss)\\b)");
+    return no.find(RequestText::phrase(RequestText::withoutOpening(words))).has_value();
+}
+
 } // namespace quorvell

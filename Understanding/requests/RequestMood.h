@@ -16,5 +16,7 @@ enum class RequestMood {
 /// `words` as they were said, with opening and closing words and their signs. Where both are possible it is no wish:
 /// a question too many is better than a change that nobody asked for.
 RequestMood moodOf(std::string_view words);
+/// Whether they begin by saying no to something, whatever that is: "do not get any milk". Not "do not forget the milk".
+bool saysNo(std::string_view words);
 
 } // namespace quorvell

@@ -27,6 +27,7 @@ TEST(ModelTools, takesOnlyWhatWasDeclared)
         {"no name", "", "{}", "no tool of that name"},
         {"an argument too many", "read_note", R"({"id":"a","force":true})", "no argument \"force\""},
         {"an argument that is a trap", "read_note", R"({"id":"a","\u001b[2J":1})", "no argument \"other\""},
+        {"the way back is the user's", "keep_note", R"({"undo":"u1"})", "no argument \"undo\""},
         {"an argument too few", "explain", R"({"question":"why"})", "is missing"},
         {"another type", "read_note", R"({"id":7})", "of the type string"},
         {"another value", "explain", R"({"question":"why","text":"so","level":"rude"})", "one of the values"},

@@ -138,9 +138,11 @@ TEST(ModelService, actsByTheSameToolsAndTheRulesTellWhatCameOfIt)
     EXPECT_EQ(talk.model.bodies[1]["messages"].back()["content"], isSet);
 
     // What takes something away, or was not wished for, is asked about first.
-    for (const auto& [answer, words] : {std::pair{stream(call("set_reminder", R"({"cancel":true})") + done), beyond},
-             std::pair{
-                 reminder, "[They typed] (your reply is shown as text, not spoken) what do green ideas dream of?"}}) {
+    for (const auto& [answer, words] :
+        {std::pair{stream(call("set_reminder", R"({"cancel":true})") + done), beyond},
+            std::pair{reminder, "[They typed] (your reply is shown as text, not spoken) what do green ideas dream of?"},
+            std::pair{
+                reminder, "[They typed] (your reply is shown as text, not spoken) don't plonk green ideas anywhere"}}) {
         Talk careful({answer});
         careful.client.type(words);
         EXPECT_TRUE(waitFor([&] { return careful.client.said.ends_with("?"); })) << careful.client.said;
