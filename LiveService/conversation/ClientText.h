@@ -4,6 +4,7 @@
 
 #include "Understanding/dialogue/HeardDoubts.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -20,7 +21,7 @@ struct ClientText {
 
     Kind kind = Kind::request;
     std::string text{};
-    HeardDoubts doubts{}; ///< Of spoken words.
+    std::optional<HeardDoubts> doubts{}; ///< Of spoken words; of typed ones there are none.
     Manner manner = Manner::voiced; ///< How the answer is wanted.
 
     bool operator==(const ClientText&) const = default;

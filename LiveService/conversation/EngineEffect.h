@@ -8,6 +8,7 @@
 #include "Understanding/dialogue/memory/ToolRequest.h"
 
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <variant>
@@ -53,7 +54,7 @@ struct FinishListening {
 /// The rules are to run over the user's words; their step goes to LiveSessionEngine::thought.
 struct ThinkAboutWords {
     std::string words;
-    HeardDoubts doubts;
+    std::optional<HeardDoubts> doubts; ///< Nothing for typed words.
     RequestMemory memory;
     bool operator==(const ThinkAboutWords&) const = default;
 };

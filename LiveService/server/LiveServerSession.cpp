@@ -210,7 +210,8 @@ void LiveServerSession::carryOut(const effect::FinishListening&)
 void LiveServerSession::carryOut(effect::ThinkAboutWords& words)
 {
     think([words = std::move(words)](const RuleSurroundings& around) {
-        return HeardRules::answer(words.words, words.doubts, words.memory, around);
+        return words.doubts ? HeardRules::answer(words.words, *words.doubts, words.memory, around)
+                            : HeardRules::answerTyped(words.words, words.memory, around);
     });
 }
 

@@ -68,7 +68,7 @@ bool isIdleWord(std::string_view word)
 }
 
 /// "Cleaning" of the garage is to "clean" it.
-std::string stem(std::string word)
+std::string stem(const std::string& word)
 {
     constexpr std::string_view ending = "ing";
     constexpr std::size_t shortest = 7;

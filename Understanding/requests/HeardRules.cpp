@@ -2,9 +2,9 @@
 #include "Understanding/requests/HeardRules.h"
 
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/dialogue/MisheardTime.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/requests/CallEffect.h"
-#include "Understanding/requests/MisheardTime.h"
 #include "Understanding/requests/RequestRules.h"
 #include "Understanding/time/TimeWords.h"
 #include "Understanding/words/ListPlace.h"
@@ -198,6 +198,12 @@ bool isSame(const RuleStep& one, const RuleStep& other)
 } // namespace
 
 const QuestionKind HeardRules::whichReading{takeReading};
+
+RuleStep HeardRules::answerTyped(std::string_view words, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    const auto chosen = chosenReading(words, memory, around);
+    return chosen ? *chosen : RequestRules::answerWords(words, memory, around);
+}
 
 RuleStep HeardRules::answer(
     std::string_view words, const HeardDoubts& doubts, const RequestMemory& memory, const RuleSurroundings& around)

@@ -17,6 +17,8 @@ struct HeardRules {
     /// As RequestRules::answerWords.
     static RuleStep answer(
         std::string_view words, const HeardDoubts& doubts, const RequestMemory& memory, const RuleSurroundings& around);
+    /// Words that are certain, and may still answer a question about others that were heard.
+    static RuleStep answerTyped(std::string_view words, const RequestMemory& memory, const RuleSurroundings& around);
 
     /// "Did you say 8:15, or 8:50?"
     static const QuestionKind whichReading;

@@ -69,6 +69,19 @@ Found likeliest(const std::string& core, const RuleSurroundings& around)
     return likeliest(readingOf(core), around);
 }
 
+using SkillReader = Found (*Skill::*)(const std::string&, const RuleSurroundings&);
+
+/// What the first skill makes of it that takes it for its own.
+Found bySkills(SkillReader reader, const std::string& words, const RuleSurroundings& around)
+{
+    for (const Skill* skill : SkillTable::all()) {
+        auto request = skill->*reader ? (skill->*reader)(words, around) : std::nullopt;
+        if (request)
+            return request;
+    }
+    return std::nullopt;
+}
+
 /// Whether the words behind that one are a clause of their own: behind a sign or, as nobody says signs, where they
 /// begin to ask.
 bool isBoundary(const RequestWords& words, std::size_t index)
@@ -103,6 +116,8 @@ Found afterReason(const std::string& core, const RuleSurroundings& around)
         // A bare "done" is about what was said before it.
         if (readingOf(rest).content.empty())
             continue;
+        if (auto request = bySkills(&Skill::readPlain, rest, around))
+            return request;
         if (auto request = likeliest(rest, around))
             return request;
     }
@@ -176,19 +191,6 @@ Found beforeReason(const std::string& core, const RuleSurroundings& around)
             continue;
         auto request = likeliest(RequestText::withoutClosing(words.said(0, index + 1)), around);
         return request && request->wish && !request->wish->title.empty() ? request : std::nullopt;
-    }
-    return std::nullopt;
-}
-
-using SkillReader = Found (*Skill::*)(const std::string&, const RuleSurroundings&);
-
-/// What the first skill makes of it that takes it for its own.
-Found bySkills(SkillReader reader, const std::string& words, const RuleSurroundings& around)
-{
-    for (const Skill* skill : SkillTable::all()) {
-        auto request = skill->*reader ? (skill->*reader)(words, around) : std::nullopt;
-        if (request)
-            return request;
     }
     return std::nullopt;
 }

@@ -29,7 +29,8 @@ bool hangs(const std::string& core)
         "|who|what|when|where|how|if|is|are|was|were|be|do|does|did|can|could|will|would|should|have|has|set|put|add|"
         "make"
         "|create|book|schedule|move|change|cancel|delete|remove|remind|remember|keep|tell|find|show|read|called|named"
-        "|saying|(?:remember|forget|know|note|down|mind|me|fact|so) that|(?<!thank |are |about |with |for "
+        "|saying|(?:remember|forget|know|note|down|mind|me|fact|so) that|day of the week|(?<!thank |are |about |with "
+        "|for "
         ")you|quarter|half|past|o|um|uh|er|erm|well)$",
         anyCase);
     // What is done to something, before that was named; "stretch" and "leave" are done to nothing.

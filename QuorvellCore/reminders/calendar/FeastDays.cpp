@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 namespace quorvell {
 
@@ -181,6 +182,21 @@ const char* localeOf(Rule rule)
 
 constexpr int longestYear = 400; ///< Days; more than any calendar's year has.
 
+/// The library's moon is some minutes off, which counts where a new moon comes about midnight in Beijing: of the years
+/// to 2050 in these two, beside the published calendar.
+sys_days asPublished(sys_days reckoned)
+{
+    using namespace std::chrono;
+    constexpr std::pair<sys_days, sys_days> off[] = {
+        {2027y / February / 7, 2027y / February / 6},
+        {2030y / February / 2, 2030y / February / 3},
+    };
+    for (const auto& [wrong, right] : off)
+        if (reckoned == wrong)
+            return right;
+    return reckoned;
+}
+
 /// The first of `count` days from `from` on that another calendar has as `row` says.
 std::optional<sys_days> byMoon(const Row& row, sys_days from, int count)
 {
@@ -193,7 +209,7 @@ std::optional<sys_days> byMoon(const Row& row, sys_days from, int count)
             && calendar->get(UCAL_MONTH, status) == static_cast<int>(row.inMonth)
             && calendar->get(UCAL_IS_LEAP_MONTH, status) == 0;
         if (U_SUCCESS(status) && isDay)
-            return day;
+            return row.rule == Rule::chinese ? asPublished(day) : day;
     }
     return std::nullopt;
 }

@@ -145,9 +145,20 @@ private:
                 || is(index + 1, {"to", "for", "hours", "hrs", "please"}));
     }
 
+    /// Of several the others may be matter: "at 10:30 read 08:15 aloud".
+    bool isOneOfSeveral(int index) const
+    {
+        for (int other = 0; other < m_tokens.size(); ++other)
+            if (other != index && m_tokens.token(other).kind == Kind::clock)
+                return true;
+        return false;
+    }
+
     /// "06:52" is one of the clock with 24 hours, and in the morning.
     Clock withZero(int index) const
     {
+        if (!isLed(index) && !isDay(index - 1) && isOneOfSeveral(index))
+            return std::nullopt;
         const std::string_view word = text(index);
         constexpr std::size_t length = 5;
         const bool isWritten = m_tokens.token(index).kind == Kind::clock && word.size() == length && word[0] == '0'

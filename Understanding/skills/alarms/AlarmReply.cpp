@@ -107,6 +107,8 @@ std::string AlarmReply::ended(
                         : count + (item.isTimer ? " timers" : " alarms")
                 + (isCancelled(arguments) ? " are cancelled." : " are stopped.");
     }
+    if (ids && isCancelled(arguments) && next.empty() && !talk.severalEnded.empty()) // How it repeated is gone by now.
+        return talk.severalEnded;
     const std::string name = withUpperCaseFirst(item.named(around));
     if (!isCancelled(arguments))
         return "Stopped." + again;
@@ -120,6 +122,8 @@ std::string AlarmReply::ended(
 
 std::string AlarmReply::cancelled(const std::vector<AlarmItem>& items, const LocalTime& around)
 {
+    if (items.size() == 1)
+        return withUpperCaseFirst(items.front().named(around)) + " is cancelled.";
     const std::string noun = std::ranges::all_of(items, &AlarmItem::isTimer) ? "timers" : "alarms";
     return (items.size() == 2 ? "Both " : "All " + std::to_string(items.size()) + " ") + noun
         + " are cancelled: " + joined(items, around) + ".";

@@ -38,7 +38,9 @@ std::string dayWords(const SpokenDays& days, const LocalTime& around)
 /// Words that choose none of them.
 bool isEveryOne(const std::string& words)
 {
-    static const Pattern every("\\b(?:both|all|every|each|alarms?|timers?|ones?|of them|them)\\b", Pattern::caseless);
+    static const Pattern every("\\b(?:both|all|every|each|alarms?|timers?|ones?|of them|them|been|me|myself|schedules?"
+                               "|scheduled|existing|saved|current(?:ly)?|active)\\b",
+        Pattern::caseless);
     return RequestText::isIdle(every.replaceAll(words, ""));
 }
 
@@ -171,7 +173,9 @@ enum class End { earliest, latest };
 std::optional<End> takeEnd(std::string& words)
 {
     static const Pattern form(
-        "^(?:the )?(?:(earliest|soonest|first)|latest|last)(?: (?:one|of|on|for|in))* (?=\\S)", Pattern::caseless);
+        "^(?:the |my )?(?:(earliest|early|earlier|soonest|first)|latest|late|later|last)(?: (?:ones?|of|on|for|in))*"
+        "(?: (?=\\S)|$)",
+        Pattern::caseless);
     const auto match = form.find(words);
     if (!match)
         return std::nullopt;
@@ -207,6 +211,15 @@ AlarmsMeant allBut(
     return meant;
 }
 
+/// "My morning alarm" rings in the morning of any day.
+bool isPartOnly(const std::string& words)
+{
+    static const Pattern part("\\b(?:mornings?|afternoons?|evenings?|nights?)\\b", Pattern::caseless);
+    static const Pattern day(
+        "\\b(?:this|to(?:day|morrow|night)|\\w+day|next|week|weekend|in \\d)\\b|\\d(?:st|nd|rd|th)", Pattern::caseless);
+    return part.find(words) && !day.find(words);
+}
+
 void add(std::string& text, const std::string& words)
 {
     text += (text.empty() || words.empty() ? "" : " ") + words;
@@ -217,7 +230,8 @@ void add(std::string& text, const std::string& words)
 AlarmsMeant AlarmsMeant::among(const std::vector<AlarmItem>& items, std::string_view which, const LocalTime& around)
 {
     AlarmsMeant meant{.items = items};
-    std::string words = SpokenPhrase::withDigits(trimmed(which, " ,.?!"));
+    static const Pattern ofDay("(?<=day|row|tonight|week)['’]s\\b", Pattern::caseless); // "Tomorrow's alarm".
+    std::string words = SpokenPhrase::withDigits(ofDay.replaceAll(trimmed(which, " ,.?!"), ""));
     if (const std::string spared = takeException(words); !spared.empty())
         return allBut(items, words, spared, around);
     if (isEveryOne(words) && words != "next" && words != "first")
@@ -241,7 +255,7 @@ AlarmsMeant AlarmsMeant::among(const std::vector<AlarmItem>& items, std::string_
     const auto stretch = AlarmHours::takeStretch(words);
     auto days = takeOpenDays(words, around);
     std::string others;
-    if (!days && (days = SpokenDays::find(words, around, others))) {
+    if (!days && !isPartOnly(words) && (days = SpokenDays::find(words, around, others))) {
         words = others;
         days->words = dayWords(*days, around);
     }
@@ -263,8 +277,7 @@ AlarmsMeant AlarmsMeant::among(const std::vector<AlarmItem>& items, std::string_
     add(meant.words, days ? days->words : "");
     add(meant.words, ruleWords);
     add(meant.words, isNamed ? "for \"" + AlarmLine::withoutEdges(words) + "\"" : "");
-    if (!rule)
-        meant.days = days;
+    meant.days = days;
     return meant;
 }
 

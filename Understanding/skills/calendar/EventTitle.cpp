@@ -56,7 +56,7 @@ std::string afterKind(const std::string& name)
 }
 
 /// "Job interview put it in", "superbowl party, don't forget": what they said to us behind the name.
-std::string withoutWishes(std::string name)
+std::string withoutWishes(const std::string& name)
 {
     static const std::string joint = "[,;.!]*\\s+(?:(?:and|so|please|kindly|then|just|also|could you|can you) )*";
     static const Pattern wish(joint

@@ -11,6 +11,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -66,12 +67,15 @@ RuleStep takeLack(const Json& arguments, const ToolResult& result, RequestMemory
 {
     const auto places = placesUnder(result, "held");
     Texts wanted = ListReply::texts(result, "missing");
-    std::string said;
+    std::map<std::string, Texts> standing; // by the list's name
     for (const Place& place : places)
         if (place.isTicked) // ticked long ago, and wanted again
             wanted.push_back(place.text);
         else
-            said = ListReply::standing({place.text}, "already on your " + place.name);
+            standing[place.name].push_back(place.text);
+    std::string said;
+    for (const auto& [name, texts] : standing)
+        said += (said.empty() ? "" : " ") + ListReply::standing(texts, "already on your " + name);
     if (wanted.empty())
         return ToolResults::say(said, std::move(memory));
     const Texts items = places.empty() ? readStrings(arguments, "has").value_or(wanted) : wanted;

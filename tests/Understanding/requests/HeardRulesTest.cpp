@@ -100,7 +100,7 @@ TEST(HeardRules, asksForADayOrAnHourThatWasHeardAsSomethingElse)
     for (const char* words : {"remind me about the party at 5 pm", "remind me to go to the fence at 3 pm",
              "remind me at work tomorrow at 5 pm to print the form", "remind me at 5 pm to call ana to say hello",
              "set a reminder for my son at 3 pm to take his pills", "schedule a meeting on budgets today at 11 am",
-             "set an alarm for 6 am"})
+             "set an alarm for 6 am", "alarm at 3 pm to pick up kids"})
         EXPECT_EQ(shown(HeardRules::answer(words, {}, {}, withCalendar())).find("I heard"), std::string::npos) << words;
 }
 

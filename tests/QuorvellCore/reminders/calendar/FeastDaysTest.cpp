@@ -49,6 +49,7 @@ TEST(FeastDays, areOnTheirDays)
         {2025, "yom kippur", 10, 2},
         {2026, "chinese new year", 2, 17},
         {2023, "chinese new year", 1, 22},
+        {2027, "chinese new year", 2, 6},
         {2025, "ramadan", 3, 1},
         {2024, "eid al fitr", 4, 10},
     };

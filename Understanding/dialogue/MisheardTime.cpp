@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Understanding/requests/MisheardTime.h"
+#include "Understanding/dialogue/MisheardTime.h"
 
 #include "QuorvellCore/reminders/request/ReminderRequest.h"
 #include "QuorvellCore/text/Json.h"
@@ -69,7 +69,9 @@ std::optional<std::string> beforeDeed(std::string_view words, const ReminderRequ
 /// "Wake me up on the fence at 6 am"
 std::optional<std::string> inAlarm(std::string_view words, const ReminderRequest& alarm)
 {
-    return alarm.task.empty() ? std::nullopt : whereItStands(words, alarm.task);
+    static const Pattern preposition("^(?:on|in|at|by) ", anyCase);
+    const auto piece = alarm.task.empty() ? std::nullopt : whereItStands(words, alarm.task);
+    return piece && preposition.find(*piece) ? piece : std::nullopt;
 }
 
 /// "Lunch with my sister on the fence", on the day that comes first.
