@@ -118,9 +118,10 @@ std::string AlarmLine::asTime(std::string words)
         "^(?:at )?([01]?\\d|2[0-3])([0-5]\\d)(?=$|\\s?[ap]m\\b| (?:hrs|hours|in the|at night|today|"
         "tonight|tomorrow|tmrw|on|every|this|next)\\b)",
         Pattern::caseless);
+    static const Pattern ofHours("^ (?:hrs|hours)\\b", Pattern::caseless);
     words = moment.replaceAll(spaces.replaceAll(words, " "), "at");
     if (const auto match = run.find(words))
-        words = match->texts[0] + ":" + match->texts[1] + words.substr(match->range.end);
+        words = match->texts[0] + ":" + match->texts[1] + ofHours.replaceAll(words.substr(match->range.end), "");
     for (const char* day : {"tomorrow", "today", "tonight"})
         words = Pattern("\\b" + std::string(day) + "['’]?s\\b", Pattern::caseless).replaceAll(words, day);
     if (several.find(words))
