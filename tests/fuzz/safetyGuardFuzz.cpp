@@ -7,7 +7,7 @@
 #include "QuorvellCore/safety/words/LabelPatterns.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
-#include "QuorvellCore/text/SiteMatch.h"
+#include "QuorvellCore/text/web/SiteMatch.h"
 #include "fuzzing.h"
 
 namespace quorvell {

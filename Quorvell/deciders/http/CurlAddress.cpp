@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/deciders/http/CurlAddress.h"
 
-#include "QuorvellCore/text/LoopbackAddress.h"
 #include "QuorvellCore/text/LowerCase.h"
+#include "QuorvellCore/text/web/LoopbackAddress.h"
 
 namespace quorvell {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Quorvell/practice/description/PracticeAddress.h"
 
-#include "QuorvellCore/text/SiteMatch.h"
-#include "QuorvellCore/text/WebAddress.h"
+#include "QuorvellCore/text/web/SiteMatch.h"
+#include "QuorvellCore/text/web/WebAddress.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Keys, as whatever has the focus takes them.
 #include "Quorvell/practice/world/PracticeHand.h"
-#include "QuorvellCore/text/SiteMatch.h"
+#include "QuorvellCore/text/web/SiteMatch.h"
 
 namespace quorvell {
 

@@ -3,8 +3,8 @@
 
 #include "Quorvell/practice/description/PracticeAddress.h"
 #include "QuorvellCore/automation/screen/ObservationBounds.h"
-#include "QuorvellCore/text/SiteMatch.h"
 #include "QuorvellCore/text/TextMatch.h"
+#include "QuorvellCore/text/web/SiteMatch.h"
 
 #include <algorithm>
 #include <utility>

@@ -2,7 +2,7 @@
 #include "Quorvell/practice/world/PracticeView.h"
 
 #include "QuorvellCore/text/Characters.h"
-#include "QuorvellCore/text/SiteMatch.h"
+#include "QuorvellCore/text/web/SiteMatch.h"
 
 #include <algorithm>
 

@@ -4,7 +4,7 @@
 
 #include "Quorvell/practice/world/PracticeState.h"
 #include "QuorvellCore/automation/surface/ScreenElement.h"
-#include "QuorvellCore/text/PageLocation.h"
+#include "QuorvellCore/text/web/PageLocation.h"
 
 #include <optional>
 #include <string>

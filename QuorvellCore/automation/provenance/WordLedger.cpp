@@ -4,8 +4,8 @@
 #include "QuorvellCore/safety/SafetyGuard.h"
 #include "QuorvellCore/safety/places/JudgedAddress.h"
 #include "QuorvellCore/text/LowerCase.h"
-#include "QuorvellCore/text/SiteMatch.h"
 #include "QuorvellCore/text/TextMatch.h"
+#include "QuorvellCore/text/web/SiteMatch.h"
 
 #include <algorithm>
 #include <array>

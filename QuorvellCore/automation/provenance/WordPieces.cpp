@@ -4,7 +4,7 @@
 #include "QuorvellCore/safety/places/JudgedAddress.h"
 #include "QuorvellCore/text/CodePoints.h"
 #include "QuorvellCore/text/LowerCase.h"
-#include "QuorvellCore/text/SiteMatch.h"
+#include "QuorvellCore/text/web/SiteMatch.h"
 
 #include <algorithm>
 #include <unordered_set>

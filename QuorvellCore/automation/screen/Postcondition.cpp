@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "QuorvellCore/automation/screen/Postcondition.h"
 
-#include "QuorvellCore/text/SiteMatch.h"
 #include "QuorvellCore/text/TextMatch.h"
+#include "QuorvellCore/text/web/SiteMatch.h"
 
 #include <algorithm>
 #include <tuple>

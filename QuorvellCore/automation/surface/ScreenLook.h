@@ -5,7 +5,7 @@
 #include "QuorvellCore/automation/screen/AutomationObservation.h"
 #include "QuorvellCore/automation/surface/ScreenElement.h"
 #include "QuorvellCore/text/Bytes.h"
-#include "QuorvellCore/text/PageLocation.h"
+#include "QuorvellCore/text/web/PageLocation.h"
 
 #include <optional>
 #include <string>

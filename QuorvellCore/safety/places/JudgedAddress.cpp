@@ -4,8 +4,8 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/CodePoints.h"
 #include "QuorvellCore/text/LowerCase.h"
-#include "QuorvellCore/text/SiteMatch.h"
-#include "QuorvellCore/text/WebAddress.h"
+#include "QuorvellCore/text/web/SiteMatch.h"
+#include "QuorvellCore/text/web/WebAddress.h"
 
 #include <algorithm>
 #include <vector>

@@ -4,7 +4,7 @@
 
 #include "Understanding/dialogue/QuestionKind.h"
 #include "Understanding/dialogue/Request.h"
-#include "Understanding/skills/calendar/AgendaIntent.h"
+#include "Understanding/skills/calendar/reading/AgendaIntent.h"
 
 #include <optional>
 

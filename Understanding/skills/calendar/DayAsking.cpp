@@ -3,8 +3,8 @@
 
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/calendar/AgendaRules.h"
-#include "Understanding/skills/calendar/CalendarWords.h"
-#include "Understanding/skills/calendar/EventLookup.h"
+#include "Understanding/skills/calendar/finding/EventLookup.h"
+#include "Understanding/skills/calendar/reading/CalendarWords.h"
 
 #include <deque>
 #include <utility>

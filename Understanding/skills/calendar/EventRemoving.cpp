@@ -3,8 +3,8 @@
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
-#include "Understanding/skills/calendar/CalendarWords.h"
-#include "Understanding/skills/calendar/EventLookup.h"
+#include "Understanding/skills/calendar/finding/EventLookup.h"
+#include "Understanding/skills/calendar/reading/CalendarWords.h"
 #include "Understanding/words/RequestWords.h"
 
 #include <utility>

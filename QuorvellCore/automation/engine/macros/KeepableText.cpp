@@ -2,7 +2,7 @@
 #include "QuorvellCore/automation/engine/macros/KeepableText.h"
 
 #include "QuorvellCore/safety/SafetyGuard.h"
-#include "QuorvellCore/text/WebAddress.h"
+#include "QuorvellCore/text/web/WebAddress.h"
 
 #include <algorithm>
 

@@ -8,8 +8,8 @@
 #include "QuorvellCore/automation/engine/macros/KeepableText.h"
 #include "QuorvellCore/safety/SafetyGuard.h"
 #include "QuorvellCore/text/LowerCase.h"
-#include "QuorvellCore/text/SiteMatch.h"
 #include "QuorvellCore/text/TextMatch.h"
+#include "QuorvellCore/text/web/SiteMatch.h"
 
 #include <algorithm>
 #include <utility>

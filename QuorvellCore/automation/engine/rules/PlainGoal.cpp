@@ -4,7 +4,7 @@
 #include "QuorvellCore/automation/actions/AutomationAction.h"
 #include "QuorvellCore/automation/engine/context/GoalWords.h"
 #include "QuorvellCore/text/OneLine.h"
-#include "QuorvellCore/text/SiteMatch.h"
+#include "QuorvellCore/text/web/SiteMatch.h"
 
 #include <algorithm>
 #include <utility>

@@ -2,8 +2,8 @@
 #include "QuorvellCore/live/wire/transport/ServiceAddress.h"
 
 #include "QuorvellCore/text/Characters.h"
-#include "QuorvellCore/text/LoopbackAddress.h"
 #include "QuorvellCore/text/LowerCase.h"
+#include "QuorvellCore/text/web/LoopbackAddress.h"
 
 #include <algorithm>
 #include <charconv>

@@ -2,7 +2,7 @@
 // Whether two web addresses mean the same site, and whether a page is the one asked for.
 #pragma once
 
-#include "QuorvellCore/text/PageLocation.h"
+#include "QuorvellCore/text/web/PageLocation.h"
 
 #include <optional>
 #include <string>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "QuorvellCore/text/WebAddress.h"
+#include "QuorvellCore/text/web/WebAddress.h"
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/CodePoints.h"
-#include "QuorvellCore/text/LoopbackAddress.h"
 #include "QuorvellCore/text/LowerCase.h"
+#include "QuorvellCore/text/web/LoopbackAddress.h"
 
 #include <unicode/bytestream.h>
 #include <unicode/idna.h>

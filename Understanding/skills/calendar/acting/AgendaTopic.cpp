@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "Understanding/skills/calendar/AgendaTopic.h"
+#include "Understanding/skills/calendar/acting/AgendaTopic.h"
 
-#include "Understanding/skills/calendar/AgendaCalls.h"
-#include "Understanding/skills/calendar/AgendaReply.h"
+#include "Understanding/skills/calendar/acting/AgendaCalls.h"
+#include "Understanding/skills/calendar/acting/AgendaReply.h"
 
 #include <algorithm>
 #include <cstddef>

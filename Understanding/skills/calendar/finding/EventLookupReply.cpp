@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "Understanding/skills/calendar/EventLookupReply.h"
+#include "Understanding/skills/calendar/finding/EventLookupReply.h"
 
 #include "QuorvellCore/text/Characters.h"
-#include "Understanding/skills/calendar/AgendaReply.h"
-#include "Understanding/skills/calendar/EventName.h"
+#include "Understanding/skills/calendar/acting/AgendaReply.h"
+#include "Understanding/skills/calendar/reading/EventName.h"
 #include "Understanding/time/SpokenWhen.h"
 
 #include <nlohmann/json.hpp>

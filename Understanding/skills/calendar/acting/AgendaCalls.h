@@ -4,7 +4,7 @@
 
 #include "Understanding/dialogue/ToolCalls.h"
 #include "Understanding/dialogue/memory/FoundThing.h"
-#include "Understanding/skills/calendar/AgendaIntent.h"
+#include "Understanding/skills/calendar/reading/AgendaIntent.h"
 
 #include <optional>
 #include <string_view>

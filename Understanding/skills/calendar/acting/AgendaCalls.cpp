@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Understanding/skills/calendar/AgendaCalls.h"
+#include "Understanding/skills/calendar/acting/AgendaCalls.h"
 
 #include "Understanding/dialogue/PlainReplies.h"
 

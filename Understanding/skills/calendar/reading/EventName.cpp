@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Understanding/skills/calendar/EventName.h"
+#include "Understanding/skills/calendar/reading/EventName.h"
 
 #include "QuorvellCore/text/TextMatch.h"
 #include "Understanding/words/WordDistance.h"
@@ -46,7 +46,7 @@ std::string singular(std::string_view word)
     return std::string(word.ends_with('s') && !word.ends_with("ss") ? word.substr(0, word.size() - 1) : word);
 }
 
-std::vector<std::string> split(std::string_view text)
+std::vector<std::string> normalWords(std::string_view text)
 {
     const std::string normal = TextMatch::normalized(text);
     std::vector<std::string> words;
@@ -61,7 +61,7 @@ std::vector<std::string> split(std::string_view text)
 /// Those that name something.
 std::vector<std::string> contentOf(std::string_view name)
 {
-    auto words = split(name);
+    auto words = normalWords(name);
     std::erase_if(words, [](const std::string& word) { return EventName::isIdle(word); });
     return words;
 }
@@ -99,7 +99,7 @@ std::vector<FoundThing> holdingAlike(const std::vector<FoundThing>& events, cons
     if (words.empty())
         return found;
     std::ranges::copy_if(events, std::back_inserter(found), [&](const FoundThing& event) {
-        const auto there = split(event.title);
+        const auto there = normalWords(event.title);
         return std::ranges::all_of(words, [&](const std::string& word) {
             return std::ranges::any_of(there, [&](const std::string& other) {
                 return other == word
@@ -114,7 +114,7 @@ std::vector<FoundThing> holdingAlike(const std::vector<FoundThing>& events, cons
 std::vector<FoundThing> entitled(const std::vector<FoundThing>& events, std::string_view name)
 {
     const auto withoutArticle = [](std::string_view text) {
-        auto words = split(text);
+        auto words = normalWords(text);
         while (words.size() > 1 && (words.front() == "the" || words.front() == "my" || words.front() == "our"))
             words.erase(words.begin());
         return words;
@@ -159,12 +159,12 @@ std::vector<FoundThing> EventName::fitting(const std::vector<FoundThing>& events
     auto found = entitled(events, name);
     if (found.empty())
         found = holding(events, contentOf(name));
-    return found.empty() ? holding(events, split(words(name))) : found;
+    return found.empty() ? holding(events, normalWords(words(name))) : found;
 }
 
 std::vector<FoundThing> EventName::alike(const std::vector<FoundThing>& events, std::string_view name)
 {
-    return holdingAlike(events, split(words(name)));
+    return holdingAlike(events, normalWords(words(name)));
 }
 
 std::vector<FoundThing> EventName::holdingAll(const std::vector<FoundThing>& events, std::string_view name)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Understanding/skills/calendar/EventSpan.h"
+#include "Understanding/skills/calendar/reading/EventSpan.h"
 
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/time/SpokenMoment.h"

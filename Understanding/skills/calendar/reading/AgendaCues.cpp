@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Understanding/skills/calendar/AgendaCues.h"
+#include "Understanding/skills/calendar/reading/AgendaCues.h"
 
 namespace quorvell {
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "Understanding/skills/calendar/AgendaIntent.h"
+#include "Understanding/skills/calendar/reading/AgendaIntent.h"
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/SeriesWords.h"
-#include "Understanding/skills/calendar/AgendaCues.h"
+#include "Understanding/skills/calendar/reading/AgendaCues.h"
 #include "Understanding/time/SpokenLength.h"
 #include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenWhen.h"

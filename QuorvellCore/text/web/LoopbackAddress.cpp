@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "QuorvellCore/text/LoopbackAddress.h"
+#include "QuorvellCore/text/web/LoopbackAddress.h"
 
 #include <algorithm>
 #include <charconv>

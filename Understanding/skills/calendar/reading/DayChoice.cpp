@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Understanding/skills/calendar/DayChoice.h"
+#include "Understanding/skills/calendar/reading/DayChoice.h"
 
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Understanding/dialogue/QuestionKind.h"
-#include "Understanding/skills/calendar/AgendaIntent.h"
+#include "Understanding/skills/calendar/reading/AgendaIntent.h"
 
 #include <optional>
 #include <vector>

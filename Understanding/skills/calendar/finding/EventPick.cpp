@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "Understanding/skills/calendar/EventPick.h"
+#include "Understanding/skills/calendar/finding/EventPick.h"
 
-#include "Understanding/skills/calendar/AgendaCalls.h"
-#include "Understanding/skills/calendar/EventName.h"
+#include "Understanding/skills/calendar/acting/AgendaCalls.h"
+#include "Understanding/skills/calendar/reading/EventName.h"
 
 #include <nlohmann/json.hpp>
 

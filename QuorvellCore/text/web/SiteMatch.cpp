@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "QuorvellCore/text/SiteMatch.h"
+#include "QuorvellCore/text/web/SiteMatch.h"
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
-#include "QuorvellCore/text/WebAddress.h"
+#include "QuorvellCore/text/web/WebAddress.h"
 
 namespace quorvell {
 

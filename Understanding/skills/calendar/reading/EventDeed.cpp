@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Understanding/skills/calendar/EventDeed.h"
+#include "Understanding/skills/calendar/reading/EventDeed.h"
 
 #include "Understanding/skills/reminders/ReminderQuestions.h"
 #include "Understanding/words/RequestText.h"

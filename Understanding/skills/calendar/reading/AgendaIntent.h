@@ -4,7 +4,7 @@
 
 #include "Understanding/dialogue/RuleSurroundings.h"
 #include "Understanding/dialogue/memory/Wish.h"
-#include "Understanding/skills/calendar/EventWords.h"
+#include "Understanding/skills/calendar/reading/EventWords.h"
 #include "Understanding/time/SpokenDays.h"
 #include "Understanding/words/RequestReading.h"
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "Understanding/skills/calendar/AgendaReply.h"
+#include "Understanding/skills/calendar/acting/AgendaReply.h"
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/ToolResults.h"
-#include "Understanding/skills/calendar/EventTitle.h"
+#include "Understanding/skills/calendar/reading/EventTitle.h"
 #include "Understanding/time/SpokenWhen.h"
 
 #include <nlohmann/json.hpp>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Catches pages of another site taken for the same one.
-#include "QuorvellCore/text/SiteMatch.h"
+#include "QuorvellCore/text/web/SiteMatch.h"
 
-#include "QuorvellCore/text/WebAddress.h"
+#include "QuorvellCore/text/web/WebAddress.h"
 
 #include <gtest/gtest.h>
 

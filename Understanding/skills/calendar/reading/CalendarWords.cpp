@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "Understanding/skills/calendar/CalendarWords.h"
+#include "Understanding/skills/calendar/reading/CalendarWords.h"
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
-#include "Understanding/skills/calendar/EventName.h"
+#include "Understanding/skills/calendar/reading/EventName.h"
 #include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/words/RequestText.h"
@@ -79,7 +79,7 @@ const std::deque<Spelling>& spellings()
     return rows;
 }
 
-Words split(const std::string& text)
+Words typedWords(const std::string& text)
 {
     const RequestWords words(text);
     Words parts;
@@ -104,7 +104,7 @@ bool isName(const std::string& word)
 /// The words from the first to the last that name something, or the noun alone.
 void readName(const std::string& others, EventSearch& search)
 {
-    const Words words = split(others);
+    const Words words = typedWords(others);
     const auto isPart = [](const std::string& word) { return !EventName::isIdle(word); };
     for (const std::string& word : words)
         if (EventName::isNoun(word) && search.noun.empty())
@@ -246,7 +246,7 @@ void takePlace(std::string& subject, EventSearch& search)
 
 bool speaksOfTime(const std::string& words, const RuleSurroundings& around)
 {
-    return split(SpokenMoment::wordsBeside(words, around)).size() < split(words).size();
+    return typedWords(SpokenMoment::wordsBeside(words, around)).size() < typedWords(words).size();
 }
 
 } // namespace
@@ -314,7 +314,7 @@ std::string CalendarWords::asSaid(const std::string& name, std::string_view core
 {
     const RequestWords words(core);
     std::string said;
-    for (const std::string& word : split(name)) {
+    for (const std::string& word : typedWords(name)) {
         std::string found = word;
         for (std::size_t index = 1; index < words.size(); ++index) // The first of all begins with a capital anyway.
             if (words.at(index) == word)
@@ -359,7 +359,7 @@ std::optional<EventSearch> CalendarWords::search(std::string subject, const Rule
     search.name = withPartsShown(std::move(search.name));
     static const Pattern last("\\b(?:last|latest|final)\\b");
     search.isLast = search.days && !search.isAll && last.find(subject);
-    if (split(search.name).size() > longestName)
+    if (typedWords(search.name).size() > longestName)
         return std::nullopt;
     return search;
 }

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 // What stands for lengths, repetitions and ranges is taken out of the words one after the other; the rest has to be one
 // moment and a title. Where it says more of a time than that, the day is left open, so that it is asked for.
-#include "Understanding/skills/calendar/EventWords.h"
+#include "Understanding/skills/calendar/reading/EventWords.h"
 
 #include "QuorvellCore/reminders/request/RuleStart.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
-#include "Understanding/skills/calendar/EventSpan.h"
-#include "Understanding/skills/calendar/EventTitle.h"
+#include "Understanding/skills/calendar/reading/EventSpan.h"
+#include "Understanding/skills/calendar/reading/EventTitle.h"
 #include "Understanding/time/SpokenLength.h"
 #include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenPhrase.h"

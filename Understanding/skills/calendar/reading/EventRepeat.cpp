@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Understanding/skills/calendar/EventRepeat.h"
+#include "Understanding/skills/calendar/reading/EventRepeat.h"
 
 #include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "QuorvellCore/text/Pattern.h"
