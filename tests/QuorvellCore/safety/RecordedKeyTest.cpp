@@ -35,9 +35,12 @@ TEST(RecordedKey, isOneNameForAllSpellings)
         {"-", "minus"},
         {"+", "plus"},
         {"alt+F4", "option+f4"},
+        {"_", "_"},
+        {"ctrl+_", "command+_"},
         // No key, or more than one
         {"", "-"},
         {"super+l", "-"},
+        {"_n", "-"},
         {"ctrl+", "-"},
         {"a+b", "-"},
         {"ctrl+k ctrl+c", "-"},
