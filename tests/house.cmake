@@ -34,7 +34,7 @@ endif()
 
 # Every header stands alone.
 add_test(NAME house.headers COMMAND ${CMAKE_COMMAND} --build "${CMAKE_BINARY_DIR}" --target all_verify_interface_header_sets)
-set_tests_properties(house.headers PROPERTIES RESOURCE_LOCK build TIMEOUT 900)
+set_tests_properties(house.headers PROPERTIES RESOURCE_LOCK build TIMEOUT 900 COST 600)
 
 # A door that is not there does not open.
 foreach(kind IN ITEMS allowed forbidden)

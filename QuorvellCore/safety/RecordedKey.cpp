@@ -66,7 +66,8 @@ std::optional<std::string> recordedKey(std::string_view text)
         return std::nullopt;
     std::string key = lowerCased(text);
     key = key == " " ? key : trimmed(key);
-    if (key.size() > 2) // Within a name only ("page_up"): in front, at the end and alone it is the underscore's own key.
+    if (key.size()
+        > 2) // Within a name only ("page_up"): in front, at the end and alone it is the underscore's own key.
         std::replace(key.begin() + 1, key.end() - 1, '_', ' ');
     std::array<bool, recordedModifiers.size()> isHeld{};
     for (std::string_view modifier = takenModifier(key); !modifier.empty(); modifier = takenModifier(key)) {

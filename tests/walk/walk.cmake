@@ -11,10 +11,13 @@ if(QUORVELL_WALK)
     target_link_libraries(walk_test PRIVATE quorvell_text Qt6::Core util GTest::gtest GTest::gtest_main)
     quorvell_use_prelude(walk_test test)
     add_dependencies(walk_test quorvell)
-    # Each alone: a recording is played at its own pace, and a call fills what comes late with silence, which the
-    # recogniser may take for another word.
-    gtest_discover_tests(walk_test TEST_PREFIX walk. DISCOVERY_TIMEOUT 60
+    # What is heard, each alone: a recording is played at its own pace, and a call fills what comes late with silence,
+    # which the recogniser may take for another word. The others one at a time, beside what takes only computing.
+    set(heard "SpokenConversation.*:Alarm.*:Terminal.everyTransport*")
+    gtest_discover_tests(walk_test TEST_PREFIX walk. DISCOVERY_TIMEOUT 60 TEST_FILTER "${heard}" TEST_LIST heard_walks
         PROPERTIES TIMEOUT 300 LABELS walk RUN_SERIAL ON)
+    gtest_discover_tests(walk_test TEST_PREFIX walk. DISCOVERY_TIMEOUT 60 TEST_FILTER "-${heard}" TEST_LIST other_walks
+        PROPERTIES TIMEOUT 300 LABELS walk RESOURCE_LOCK walk)
 
     # One table of transports and faults, over real sockets and real WebRTC on loopback.
     file(GLOB faults CONFIGURE_DEPENDS "${CMAKE_CURRENT_LIST_DIR}/faults/*.cpp")
@@ -24,12 +27,12 @@ if(QUORVELL_WALK)
     target_link_libraries(fault_table PRIVATE quorvell_app quorvell_connections quorvell_session quorvell_audio)
     add_dependencies(fault_table quorvell)
     add_test(NAME walk.faults COMMAND fault_table --brief --repeats 6)
-    set_tests_properties(walk.faults PROPERTIES TIMEOUT 180 LABELS walk RUN_SERIAL ON)
+    set_tests_properties(walk.faults PROPERTIES TIMEOUT 180 LABELS walk RESOURCE_LOCK walk COST 900)
 
     # A few attacks of each kind; scripts/attack makes them all. docs/attacks.md says what must hold.
     add_test(NAME walk.attack COMMAND scripts/attack --short --program $<TARGET_FILE:quorvell>
         WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
-    set_tests_properties(walk.attack PROPERTIES TIMEOUT 240 LABELS walk RUN_SERIAL ON)
+    set_tests_properties(walk.attack PROPERTIES TIMEOUT 240 LABELS walk RESOURCE_LOCK walk COST 800)
 
     # A hostile model against the practice worlds; docs/safety.md says what must hold.
     file(GLOB screens CONFIGURE_DEPENDS "${CMAKE_CURRENT_LIST_DIR}/screens/*.cpp"
@@ -42,7 +45,7 @@ if(QUORVELL_WALK)
     target_compile_options(screen_attack PRIVATE ${QUORVELL_WARNINGS})
     target_link_libraries(screen_attack PRIVATE quorvell_practice)
     add_test(NAME walk.screens COMMAND screen_attack --episodes 10000)
-    set_tests_properties(walk.screens PROPERTIES TIMEOUT 240 LABELS walk)
+    set_tests_properties(walk.screens PROPERTIES TIMEOUT 240 LABELS walk COST 700)
 
     # A few spoken requests, heard, carried out and answered aloud; scripts/bench plays them all.
     add_test(NAME walk.spokenRequests COMMAND scripts/measure-speech --program $<TARGET_FILE:quorvell>
