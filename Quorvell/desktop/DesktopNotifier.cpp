@@ -20,7 +20,7 @@ constexpr int showTimeOut = 5000; ///< Milliseconds; the program that shows them
 constexpr std::array<std::chrono::milliseconds, 3> retriesAfter{
     {std::chrono::milliseconds(500), std::chrono::milliseconds(2500), std::chrono::milliseconds(10'000)}};
 
-QDBusMessage callTo(const char* method)
+QDBusMessage serverCall(const char* method)
 {
     return QDBusMessage::createMethodCall(service, path, service, QString::fromLatin1(method));
 }
@@ -73,7 +73,7 @@ void DesktopNotifier::setReports(Reports reports)
 
 void DesktopNotifier::askForAbilities()
 {
-    QDBusMessage call = callTo("GetCapabilities");
+    QDBusMessage call = serverCall("GetCapabilities");
     call.setAutoStartService(false);
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, showTimeOut), m_context.get());
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, m_context.get(), [this, watcher] {
@@ -111,7 +111,7 @@ void DesktopNotifier::withdraw(const std::string& key)
 
 void DesktopNotifier::closeNotification(uint id)
 {
-    QDBusMessage call = callTo("CloseNotification");
+    QDBusMessage call = serverCall("CloseNotification");
     call.setAutoStartService(false);
     call << id;
     m_bus.send(call);

@@ -20,7 +20,7 @@ QByteArray encoded(const std::optional<Note>& note)
     return note ? QByteArray::fromStdString(NoteFile::encode(*note)) : QByteArray();
 }
 
-std::optional<Note> decodedNote(const QVariant& argument)
+std::optional<Note> handedNote(const QVariant& argument)
 {
     const QByteArray text = argument.toByteArray();
     if (static_cast<std::size_t>(text.size()) > maximumNoteBytes)
@@ -107,7 +107,7 @@ void NotebookBusService::carryOut(const std::string& method, const QVariantList&
     }
     if (method == NotebookWire::savePicture)
         return savePicture(arguments.at(0).toString().toStdString(), arguments.at(1).toByteArray(), answer);
-    const auto note = decodedNote(arguments.at(0));
+    const auto note = handedNote(arguments.at(0));
     if (!note)
         return answer(
             NotebookWire::refused, std::nullopt, "What was handed over is no note, or it is too large to be kept.");

@@ -12,7 +12,7 @@ namespace quorvell {
 namespace {
 
 /// "29 characters, after 204 ms, close code: 1006"
-std::string readable(const Json& details)
+std::string readableDetails(const Json& details)
 {
     constexpr std::string_view inMilliseconds = "_ms";
     std::string text;
@@ -41,7 +41,7 @@ std::optional<LogEntry> LogEntry::read(std::string_view line)
     for (const auto& [key, value] : json->items())
         if (key != "at" && key != "event" && key != "run")
             details[key] = value;
-    return LogEntry{*instant, *event, readString(*json, "run").value_or(""), readable(details), dumpJson(*json)};
+    return LogEntry{*instant, *event, readString(*json, "run").value_or(""), readableDetails(details), dumpJson(*json)};
 }
 
 } // namespace quorvell

@@ -22,7 +22,7 @@ bool isProblem(std::string_view event)
         signs.begin(), signs.end(), [event](const char* sign) { return event.find(sign) != std::string_view::npos; });
 }
 
-std::string readable(std::string event)
+std::string eventInWords(std::string event)
 {
     std::replace(event.begin(), event.end(), '_', ' ');
     return printableText(event);
@@ -113,7 +113,7 @@ std::vector<std::string> LogTimeline::lines(const LogConversation& conversation,
             lines.push_back("              … " + UsageText::duration(pause));
         if (pause < -1)
             lines.push_back("              … the clock was set back");
-        std::string event = readable(entry.event);
+        std::string event = eventInWords(entry.event);
         event.resize(std::max(event.size(), eventWidth), ' ');
         lines.push_back(
             clockText(entry.at, calendar) + (isProblem(entry.event) ? " ! " : "   ") + event + " " + entry.details);

@@ -20,7 +20,7 @@ using screen_action::QuickAction;
 
 constexpr double farthest = 1'000; ///< Of a coordinate.
 
-std::string missing(const char* argument)
+std::string argumentMissing(const char* argument)
 {
     return std::string(argument) + " is missing.";
 }
@@ -43,7 +43,7 @@ Read readTexts(Tool tool, const Json& arguments, std::initializer_list<TextField
     for (const TextField& field : fields) {
         action.*field.field = readString(arguments, field.argument);
         if (!(action.*field.field) && field.need == TextField::Need::required)
-            return missing(field.argument);
+            return argumentMissing(field.argument);
     }
     return one(std::move(action));
 }
@@ -58,7 +58,7 @@ Read readTypeText(const Json& arguments)
     auto target = readString(arguments, "element_id");
     auto text = readString(arguments, "text");
     if (!target || !text)
-        return missing(target ? "text" : "element_id");
+        return argumentMissing(target ? "text" : "element_id");
     if (readBool(arguments, "replace").value_or(false))
         return one(screen_action::ReplaceText{std::move(*target), std::move(*text)});
     return one(AutomationAction{.tool = Tool::typeText, .target = std::move(target), .text = std::move(text)});
@@ -80,7 +80,7 @@ Read readChooseMenu(const Json& arguments)
 {
     auto path = readStrings(arguments, "path");
     if (!path)
-        return missing("path");
+        return argumentMissing("path");
     return one(AutomationAction{.tool = Tool::chooseMenu, .path = std::move(path)});
 }
 
@@ -89,7 +89,7 @@ Read readChooseOption(const Json& arguments)
     auto target = readString(arguments, "element_id");
     auto option = readString(arguments, "option");
     if (!target || !option)
-        return missing(target ? "option" : "element_id");
+        return argumentMissing(target ? "option" : "element_id");
     return one(screen_action::ChooseOption{std::move(*target), std::move(*option)});
 }
 
@@ -135,7 +135,7 @@ Read readFillForm(const Json& arguments)
 {
     const Json* const fields = memberOf(arguments, "fields");
     if (!fields || !fields->is_array() || fields->empty())
-        return missing("fields");
+        return argumentMissing("fields");
     if (fields->size() > ActionArguments::mostFields)
         return "Nothing was filled in: at most " + std::to_string(ActionArguments::mostFields) + " fields at once.";
     std::vector<AskedStep> steps;
@@ -173,7 +173,7 @@ Read readBrowserControl(const Json& arguments)
     if (!kind)
         return std::string("action is one of back, forward, reload, new_tab, close_tab and switch_tab.");
     if (*kind == Kind::switchTab && trimmed(tab).empty())
-        return missing("tab");
+        return argumentMissing("tab");
     return one(BrowserControl{*kind, std::move(tab)});
 }
 
@@ -240,7 +240,7 @@ Read readSteps(const Json& arguments)
 {
     const Json* const list = memberOf(arguments, "steps");
     if (!list || !list->is_array() || list->empty())
-        return missing("steps");
+        return argumentMissing("steps");
     if (list->size() > ActionArguments::mostSteps)
         return "Nothing was done: at most " + std::to_string(ActionArguments::mostSteps) + " steps at once.";
     std::vector<AskedStep> steps;

@@ -87,7 +87,7 @@ private:
     std::string m_text;
 };
 
-std::string missing(std::size_t count, std::string_view what)
+std::string leftOut(std::size_t count, std::string_view what)
 {
     return count == 0 ? "" : std::to_string(count) + " more " + std::string(what) + " are left out.\n";
 }
@@ -121,8 +121,8 @@ std::string LookText::of(const ScreenLook& look, Extent extent)
         if (!lines.add(line))
             break;
     }
-    std::string text = std::move(lines.text()) + missing(all.candidates.size() - told, "elements")
-        + missing(look.menus.size() - menus, "commands of menus");
+    std::string text = std::move(lines.text()) + leftOut(all.candidates.size() - told, "elements")
+        + leftOut(look.menus.size() - menus, "commands of menus");
     for (const std::string& omission : look.omissions)
         text += firstCharacters(onOneLine(omission), longestLabel) + '\n';
     return text;

@@ -161,7 +161,7 @@ const Row* rowOf(std::string name, Names among)
 }
 
 /// Of the calendar that the moon of `rule` goes by; null for the others.
-const char* localeOf(Rule rule)
+const char* moonLocaleOf(Rule rule)
 {
     switch (rule) {
     case Rule::hebrew:
@@ -202,7 +202,7 @@ std::optional<sys_days> byMoon(const Row& row, sys_days from, int count)
 {
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<icu::Calendar> calendar(icu::Calendar::createInstance(
-        *icu::TimeZone::getGMT(), icu::Locale::createCanonical(localeOf(row.rule)), status));
+        *icu::TimeZone::getGMT(), icu::Locale::createCanonical(moonLocaleOf(row.rule)), status));
     for (sys_days day = from; U_SUCCESS(status) && day < from + days(count); day += days(1)) {
         calendar->setTime(std::chrono::duration<double, std::milli>(day.time_since_epoch()).count(), status);
         const bool isDay = calendar->get(UCAL_DATE, status) == row.first
@@ -263,7 +263,7 @@ std::optional<FeastDay> FeastDays::next(sys_days from, std::string_view name, Na
     if (!row || !now.ok())
         return std::nullopt;
     // Twelve moons are less than a year: a day may come twice in one.
-    auto day = localeOf(row->rule) ? byMoon(*row, from, longestYear) : dayOf(*row, now);
+    auto day = moonLocaleOf(row->rule) ? byMoon(*row, from, longestYear) : dayOf(*row, now);
     if (day && *day < from)
         day = dayOf(*row, now + std::chrono::years(1));
     return day ? std::optional(FeastDay{std::string(row->said), *day}) : std::nullopt;
@@ -274,7 +274,7 @@ std::vector<std::string> FeastDays::on(sys_days day)
     std::vector<std::string> names;
     for (const Row& row : rows) {
         const auto found =
-            localeOf(row.rule) ? byMoon(row, day, 1) : dayOf(row, std::chrono::year_month_day(day).year());
+            moonLocaleOf(row.rule) ? byMoon(row, day, 1) : dayOf(row, std::chrono::year_month_day(day).year());
         if (found == day)
             names.emplace_back(row.said);
     }

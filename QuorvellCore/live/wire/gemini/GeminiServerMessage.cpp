@@ -13,7 +13,7 @@ namespace quorvell {
 
 namespace {
 
-Json content(const char* key, Json value)
+Json serverContent(const char* key, Json value)
 {
     return {{"serverContent", {{key, std::move(value)}}}};
 }
@@ -40,7 +40,7 @@ Json GeminiServerMessage::setupComplete(std::string_view sessionID)
 Json GeminiServerMessage::audio(std::span<const std::uint8_t> pcm)
 {
     const Json blob{{"data", base64Encode(pcm)}, {"mimeType", audioMimeType}};
-    return content("modelTurn", {{"parts", Json::array({Json{{"inlineData", blob}}})}});
+    return serverContent("modelTurn", {{"parts", Json::array({Json{{"inlineData", blob}}})}});
 }
 
 std::string GeminiServerMessage::audioText(std::span<const std::uint8_t> pcm)
@@ -50,27 +50,27 @@ std::string GeminiServerMessage::audioText(std::span<const std::uint8_t> pcm)
 
 Json GeminiServerMessage::inputTranscription(std::string_view text)
 {
-    return content("inputTranscription", {{"text", text}});
+    return serverContent("inputTranscription", {{"text", text}});
 }
 
 Json GeminiServerMessage::outputTranscription(std::string_view text)
 {
-    return content("outputTranscription", {{"text", text}});
+    return serverContent("outputTranscription", {{"text", text}});
 }
 
 Json GeminiServerMessage::interrupted()
 {
-    return content("interrupted", true);
+    return serverContent("interrupted", true);
 }
 
 Json GeminiServerMessage::generationComplete()
 {
-    return content("generationComplete", true);
+    return serverContent("generationComplete", true);
 }
 
 Json GeminiServerMessage::turnComplete()
 {
-    return content("turnComplete", true);
+    return serverContent("turnComplete", true);
 }
 
 Json GeminiServerMessage::toolCall(const std::vector<LiveFunctionCall>& calls)

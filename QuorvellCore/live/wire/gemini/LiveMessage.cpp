@@ -21,7 +21,7 @@ Json turn(const char* role, std::string_view text)
     return {{"role", role}, {"parts", Json::array({Json{{"text", text}}})}};
 }
 
-Json content(Json turns, bool isComplete)
+Json clientContent(Json turns, bool isComplete)
 {
     return {{"clientContent", {{"turns", std::move(turns)}, {"turnComplete", isComplete}}}};
 }
@@ -83,17 +83,17 @@ Json LiveMessage::audioStreamEnd()
 
 Json LiveMessage::text(std::string_view text)
 {
-    return content(Json::array({turn("user", text)}), true);
+    return clientContent(Json::array({turn("user", text)}), true);
 }
 
 Json LiveMessage::note(std::string_view text)
 {
-    return content(Json::array({turn("user", text)}), false);
+    return clientContent(Json::array({turn("user", text)}), false);
 }
 
 Json LiveMessage::answerNow()
 {
-    return content(Json::array(), true);
+    return clientContent(Json::array(), true);
 }
 
 std::optional<Json> LiveMessage::history(const std::vector<LiveHistoryEntry>& entries)
@@ -101,7 +101,7 @@ std::optional<Json> LiveMessage::history(const std::vector<LiveHistoryEntry>& en
     Json turns = Json::array();
     for (const auto& [role, text] : LiveHistorySeed::of(entries))
         turns.push_back(turn(role == "assistant" ? "model" : "user", text));
-    return turns.empty() ? std::nullopt : std::optional(content(std::move(turns), false));
+    return turns.empty() ? std::nullopt : std::optional(clientContent(std::move(turns), false));
 }
 
 Json LiveMessage::toolResponse(const std::vector<LiveFunctionResponse>& responses)

@@ -46,7 +46,7 @@ OpenAIItemCodec::Problem invalid(std::string reason)
     return {"invalid_value", std::move(reason)};
 }
 
-OpenAIItemCodec::Problem missing(const char* field)
+OpenAIItemCodec::Problem fieldMissing(const char* field)
 {
     return {"missing_field", std::string("\"") + field + "\" is missing or is no text."};
 }
@@ -104,7 +104,7 @@ Decoded decodeCall(const Json& item)
     auto name = readString(item, "name");
     auto arguments = readString(item, "arguments");
     if (!id || !name || !arguments)
-        return missing(!id ? "call_id" : !name ? "name" : "arguments");
+        return fieldMissing(!id ? "call_id" : !name ? "name" : "arguments");
     return OpenAIItem(openai_item::FunctionCall{std::move(*id), std::move(*name), std::move(*arguments)});
 }
 
@@ -113,7 +113,7 @@ Decoded decodeOutput(const Json& item)
     auto id = readString(item, "call_id");
     auto output = readString(item, "output");
     if (!id || !output)
-        return missing(!id ? "call_id" : "output");
+        return fieldMissing(!id ? "call_id" : "output");
     return OpenAIItem(openai_item::FunctionOutput{std::move(*id), std::move(*output)});
 }
 

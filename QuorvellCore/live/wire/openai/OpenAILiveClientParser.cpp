@@ -29,7 +29,7 @@ Message malformed(const char* code, std::string reason, const Json& message)
     return openai_client::Malformed{code, std::move(reason), eventIDOf(message)};
 }
 
-Message missing(const char* field, const Json& message)
+Message missingIn(const char* field, const Json& message)
 {
     return malformed("missing_field", std::string("\"") + field + "\" is missing or is no text.", message);
 }
@@ -51,7 +51,7 @@ Message readInputAudio(const Json& message)
     const Json* audio = memberOf(message, "audio");
     const auto* text = audio ? audio->get_ptr<const Json::string_t*>() : nullptr;
     if (!text)
-        return missing("audio", message);
+        return missingIn("audio", message);
     auto pcm = base64Decode(*text);
     if (!pcm || pcm->size() % 2 != 0)
         return malformed("invalid_value", "\"audio\" is no base64 of whole 16-bit samples.", message);
@@ -62,7 +62,7 @@ Message readAppend(const Json& message, openai_client::Append::Kind kind)
 {
     auto text = readString(message, "content");
     if (!text)
-        return missing("content", message);
+        return missingIn("content", message);
     return openai_client::Append{kind, std::move(*text), {readString(message, "delegation_id"), eventIDOf(message)}};
 }
 
@@ -139,7 +139,7 @@ OpenAILiveClientMessage OpenAILiveClientParser::parse(std::string_view message)
         return openai_client::Malformed{"invalid_json", "The message is no JSON object, or is too large.", {}};
     const auto type = readString(*json, "type");
     if (!type)
-        return missing("type", *json);
+        return missingIn("type", *json);
     const auto reader =
         std::find_if(readers.begin(), readers.end(), [&](const ClientReader& entry) { return entry.type == *type; });
     if (reader == readers.end())

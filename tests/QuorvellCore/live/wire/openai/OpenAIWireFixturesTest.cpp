@@ -51,7 +51,7 @@ OpenAILiveSetupOptions smallestOptions()
     return options;
 }
 
-Json wrapped(Json event)
+Json asReceived(Json event)
 {
     return Server::responseEvent(std::move(event));
 }
@@ -113,22 +113,22 @@ TEST(OpenAIWireFixtures, serverMessagesAreBuiltAndRead)
         {"session.output_transcript.delta", Server::outputTranscriptDelta("Done: “tomorrow” at 5 PM."),
             {OutputTranscript{"Done: “tomorrow” at 5 PM."}}},
         {"session.delegation.created", Server::delegationCreated("del_1"), {Delegated{"del_1"}}},
-        {"response.created", wrapped(Response::created("resp_1")), {BackendStarted{"resp_1"}}},
-        {"response.output_item.added", wrapped(Response::functionCallAdded(reminder)), {ToolChosen{"set_reminder"}}},
-        {"response.output_item.done", wrapped(Response::functionCallDone(reminder)), {reminder}},
-        {"response.output_item.done.incomplete", wrapped(Response::functionCallDone(cutOff)), {cutOff}},
-        {"response.reasoning_summary_text.delta", wrapped(Response::reasoningDelta("Settling the day")),
+        {"response.created", asReceived(Response::created("resp_1")), {BackendStarted{"resp_1"}}},
+        {"response.output_item.added", asReceived(Response::functionCallAdded(reminder)), {ToolChosen{"set_reminder"}}},
+        {"response.output_item.done", asReceived(Response::functionCallDone(reminder)), {reminder}},
+        {"response.output_item.done.incomplete", asReceived(Response::functionCallDone(cutOff)), {cutOff}},
+        {"response.reasoning_summary_text.delta", asReceived(Response::reasoningDelta("Settling the day")),
             {Reasoning{"Settling the day"}}},
-        {"response.reasoning_summary_part.added", wrapped(Response::reasoningBreak()), {Reasoning{}}},
-        {"response.output_text.done", wrapped(Response::textDone("Sunday 22 November at 5 PM.")),
+        {"response.reasoning_summary_part.added", asReceived(Response::reasoningBreak()), {Reasoning{}}},
+        {"response.output_text.done", asReceived(Response::textDone("Sunday 22 November at 5 PM.")),
             {BackendText{"Sunday 22 November at 5 PM."}}},
-        {"response.completed", wrapped(Response::ended({"resp_1", Status::completed, usage, "default"})),
+        {"response.completed", asReceived(Response::ended({"resp_1", Status::completed, usage, "default"})),
             {BackendEnded{"resp_1", "completed"}, usage, ServedTier{"default"}}},
-        {"response.failed", wrapped(Response::ended({"resp_1", Status::failed, {}, {}})),
+        {"response.failed", asReceived(Response::ended({"resp_1", Status::failed, {}, {}})),
             {BackendEnded{"resp_1", "failed"}}},
-        {"response.incomplete", wrapped(Response::ended({"resp_1", Status::incomplete, {}, {}})),
+        {"response.incomplete", asReceived(Response::ended({"resp_1", Status::incomplete, {}, {}})),
             {BackendEnded{"resp_1", "incomplete"}}},
-        {"response.cancelled", wrapped(Response::ended({"resp_1", Status::cancelled, {}, {}})),
+        {"response.cancelled", asReceived(Response::ended({"resp_1", Status::cancelled, {}, {}})),
             {BackendEnded{"resp_1", "cancelled"}}},
         {"session.usage.updated", Server::usageUpdated(12.5, 0.25), {Usage{12.5, 0.25}}},
         {"error", Server::error({"invalid_request_error", "response_in_progress", refusal, "create_2"}),
