@@ -176,17 +176,20 @@ std::string named(const CalendarEvent& event, const EventAnswers& answers)
     return "“" + event.title + "” on " + answers.when(event);
 }
 
+/// What goes of it, when it is of a series.
+std::string whatGoes(const CalendarEvent& event, EventScope scope, const EventAnswers& answers)
+{
+    return named(event, answers) + (event.repeats && scope == EventScope::series ? " and every other time of it" : "");
+}
+
 std::string deletionQuestion(const std::vector<CalendarEvent>& events, EventScope scope, const EventAnswers& answers)
 {
     constexpr std::size_t mostTold = 5;
-    if (events.size() == 1) {
-        const CalendarEvent& event = events.front();
-        return "Shall I delete " + named(event, answers)
-            + (event.repeats && scope == EventScope::series ? " and every other time of it?" : "?");
-    }
+    if (events.size() == 1)
+        return "Shall I delete " + whatGoes(events.front(), scope, answers) + "?";
     std::string question = "Shall I delete " + std::to_string(events.size()) + " events";
     for (std::size_t index = 0; index < std::min(events.size(), mostTold); ++index)
-        question += (index == 0 ? ": " : ", ") + named(events[index], answers);
+        question += (index == 0 ? ": " : ", ") + whatGoes(events[index], scope, answers);
     const std::size_t others = events.size() - std::min(events.size(), mostTold);
     return question + (others > 0 ? " and " + std::to_string(others) + " more?" : "?");
 }
