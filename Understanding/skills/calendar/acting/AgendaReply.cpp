@@ -5,6 +5,7 @@
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/skills/calendar/acting/ToldSeries.h"
 #include "Understanding/skills/calendar/reading/EventTitle.h"
 #include "Understanding/time/SpokenWhen.h"
 
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace quorvell {
@@ -57,9 +59,11 @@ std::string whenOf(const Json& item, const ListedDays& listed)
     return clock.empty() ? "all day" : "at " + clock;
 }
 
-std::string sentence(const Json& item, const ListedDays& listed)
+/// `all` are those of the list; where it tells more times of a series, this one stands for them.
+std::string sentence(const Json& item, const std::vector<FoundThing>& all, const ListedDays& listed)
 {
-    const std::string when = whenOf(item, listed);
+    const auto times = ToldSeries::timesOf(ToolResults::thing(item, {}), all);
+    const std::string when = times.size() > 1 ? ToldSeries::when(times) : whenOf(item, listed);
     const std::string place = text(item, "place");
     const std::string kind = text(item, "kind") == "reminder" ? "A reminder, " : "";
     return " " + kind + text(item, "title") + (when.empty() ? "" : ", " + when) + (place.empty() ? "" : ", " + place)
@@ -247,12 +251,21 @@ std::string AgendaReply::sentences(
     const std::vector<Json>& items, const std::optional<SpokenDays>& days, const LocalTime& around)
 {
     const ListedDays listed{days, DateParts::fromDay(around.now, around.calendar)};
-    const std::size_t told = std::min(items.size(), RequestMemory::mostTold);
-    std::string all;
-    for (std::size_t index = 0; index < told; ++index)
-        all += sentence(items[index], listed);
-    const std::size_t others = items.size() - told;
-    return all + (others > 0 ? " And " + std::to_string(others) + " more." : "");
+    std::vector<FoundThing> all;
+    for (const Json& item : items)
+        all.push_back(ToolResults::thing(item, {}));
+    std::set<std::string> known; // Of each series the first time is told, for all of them.
+    std::string told;
+    std::size_t others = 0;
+    for (std::size_t index = 0; index < items.size(); ++index) {
+        if (!known.insert(ToldSeries::keyOf(all[index])).second)
+            continue;
+        if (known.size() > RequestMemory::mostTold)
+            ++others;
+        else
+            told += sentence(items[index], all, listed);
+    }
+    return told + (others > 0 ? " And " + std::to_string(others) + " more." : "");
 }
 
 std::string AgendaReply::daysBehind(const std::string& days)

@@ -3,6 +3,7 @@
 
 #include "Understanding/skills/calendar/acting/AgendaCalls.h"
 #include "Understanding/skills/calendar/acting/AgendaReply.h"
+#include "Understanding/skills/calendar/acting/ToldSeries.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -13,6 +14,7 @@ namespace quorvell {
 
 void AgendaTopic::keepTold(std::vector<FoundThing> listed, RequestMemory& memory)
 {
+    ToldSeries::keepFirstTimes(listed);
     const auto told = static_cast<std::ptrdiff_t>(std::min(listed.size(), RequestMemory::mostTold));
     memory.untold.assign(listed.begin() + told, listed.end());
     listed.resize(static_cast<std::size_t>(told));
