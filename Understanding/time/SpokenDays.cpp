@@ -97,8 +97,11 @@ std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const LocalT
     static const Pattern today(
         "^(?:today|now|my (?:whole )?day|the day(?: ahead)?|the rest of (?:the|my) day)$", Pattern::caseless);
     DateParts day;
+    static const Pattern asDay("^(?:(?:my|the) (?:whole )?day|now)\\b", Pattern::caseless);
     if (today.find(words)) {
         day = dayAfter(0, around);
+        if (!part && asDay.find(words))
+            return SpokenDays{day, day, "today"};
     } else {
         const auto phrase = SpokenPhrase::read(words, around);
         if (!phrase || phrase->hasTime || !phrase->task.empty() || phrase->repeatRule)

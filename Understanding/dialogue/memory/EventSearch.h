@@ -25,6 +25,8 @@ struct EventSearch {
         rename, ///< To `value`.
         place, ///< At `value` from now on.
         length, ///< To last `minutes`.
+        clashes, ///< What is at the same time as something else.
+        repeats, ///< Whether, or which, comes back.
     };
 
     Aim aim = Aim::none;
@@ -43,6 +45,14 @@ struct EventSearch {
     bool isWide = false; ///< A whole year is looked through, since less was not enough.
     int minutes = 0;
     std::string value{};
+    std::string anchor{}; ///< The name of an event that bounds the time: "after the staff meeting".
+    bool isAfterAnchor = false; ///< Behind it, else before it.
+    std::optional<DateParts> hour{}; ///< "At 1 PM", where nobody named a day.
+    std::string otherwise{}; ///< What is said where nothing is found, in place of the usual.
+    bool isForModel = false; ///< A bigger model may know what `otherwise` says is not known here.
+    bool isElsewhere = false; ///< There is nothing like it where it was said to be: it is looked for at other times.
+    std::string missed{}; ///< Says what is not there, in front of what is.
+    bool isOfSeries = false; ///< Only what comes back.
 
     bool operator==(const EventSearch&) const = default;
 };

@@ -7,6 +7,7 @@
 #include "Understanding/skills/calendar/AgendaRules.h"
 #include "Understanding/skills/calendar/DayAsking.h"
 #include "Understanding/skills/calendar/EventActs.h"
+#include "Understanding/skills/calendar/EventAsking.h"
 #include "Understanding/skills/calendar/EventRemoving.h"
 #include "Understanding/skills/calendar/EventSetting.h"
 #include "Understanding/skills/calendar/acting/AgendaCalls.h"
@@ -64,15 +65,20 @@ const std::deque<EventWay>& askedWays()
         const std::string tell =
             "^(?:(?:please|can you|could you|do you know|i want to know|i would like to know|tell me|let "
             "me know|check|find out|remind me|show me|and|so|just) )*";
+        const std::string behind = "(?:$| (?:on|this|next|today|tomorrow|tonight)\\b)";
         std::deque<EventWay> all;
         const auto add = [&](const std::string& form, Aim aim) { all.emplace_back(tell + form, aim); };
         add("(?:where (?:is|are|will|was|do i have|does|do i need to be for|am i)|(?:what|which) "
             "(?:place|room|address) (?:is|"
             "are)|what is the (?:location|place|address|venue) (?:of|for)|the location of|location of) (.+)$",
             Aim::where);
-        add("who (?:is|are|will|else is|am i|do i|comes|is coming|is going|did i) (.+)$", Aim::who);
-        add("(?:how long (?:is|does|will|are)|when (?:does|do|will|is)(?= .* (?:end|finish|over|ends|done)$)|what time "
-            "(?:does|do|will|is)(?= .* (?:end|finish|over|ends|done)$)|until when is) (.+)$",
+        add("(?:who|with whom|with who|whom)(?: all)? (?:is|are|will|else is|am i|do i|comes|is coming|is going|did i) "
+            "(.+)$",
+            Aim::who);
+        add("(?:how long (?:is|does|will|are)|when (?:does|do|will|is)(?= .* (?:end|finish|over|ends|done)" + behind
+                + ")|what time "
+                  "(?:does|do|will|is)(?= .* (?:end|finish|over|ends|done)"
+                + behind + ")|until when is) (.+)$",
             Aim::ends);
         add("(?:when|at what time|time|what time|what date|what day|which day|how soon|on what day|what time time|time "
             "time)"
@@ -87,6 +93,7 @@ const std::deque<EventWay>& askedWays()
         add("(?:is|are|was|were|will) (?:there |it true that |it |the |my |our |any )*(.+)$", Aim::confirm);
         add("(?:do|did|have|has|will|would) (?:i|we|you)(?: (?:have|got|see|already have|still have))? (.+)$",
             Aim::confirm);
+        add("(?:has|have|had|did|does) (?:the|my|our) (.+)$", Aim::confirm);
         add("(?:if|whether|that) (?:there (?:is|are)|i have|we have|my|the) (.+)$", Aim::confirm);
         add("(?:confirm|verify) (?:that |if )?(.+)$", Aim::confirm);
         return all;
@@ -110,7 +117,8 @@ bool asksForList(const std::string& plain)
         "over|run|recap|evaluate|assess|analy[sz]e|inspect|explain|scan|share|present|provide|"
         "let us|anything|any|brief|update me|how many|how "
         "much|how does|how is|number of|do i|do we|have i|are there|is there|am i|say|speak|know|hear|"
-        "announce|present|fetch|describe|summarize|summarise|review|remind me (?:what|which|of what)|"
+        "announce|present|fetch|describe|summarize|summarise|review|remind me (?:what|which|of "
+        "what)|name|mention|enumerate|recite|"
         "on my|in my)\\b");
     return asked.find(plain).has_value();
 }
@@ -154,16 +162,20 @@ std::string withoutDaysToChoose(const std::string& subject)
 {
     static const std::string day =
         "(?:on |for |in )?(?:today|tomorrow|(?:this |next )?" + std::string(TimeVocabulary::weekday) + ")";
-    static const Pattern choice("\\b" + day + " or " + day + "\\b");
+    static const std::string part = "(?:in the |the |in )?(?:morning|afternoon|evening)";
+    static const Pattern choice("\\b(?:" + day + " or " + day + "|" + part + " or " + part + ")\\b");
     return trimmed(choice.replaceAll(subject, ""));
 }
 
 /// Of the calendar as it stands.
 Found asking(const std::string& plain, const std::string& core, const RuleSurroundings& around)
 {
+    // Neither "do I have to call Ana" nor "is there time for coffee".
     static const Pattern occasion(
-        "\\b(?:party|dinner|lunch|breakfast|brunch|concert|wedding|interview|haircut|lesson|class|"
-        "flight|training|dentist|doctor|vet|game|trip|date)\\b");
+        "\\b(?!calls?\\b|visit\\b|coffee\\b|drinks\\b|sessions?\\b|practice\\b|exam\\b|lecture\\b)"
+        + CalendarWords::occasion + "\\b");
+    static const Pattern duty(
+        "^(?:and |so )?(?:do|did|will|would) (?:i|we) (?:have|need) to (?!be\\b|go\\b|attend\\b)");
     static const Pattern changed(
         " (?:been )?(?:re-?scheduled?|moved|changed|cancell?ed|postponed|delayed|still on)(?: yet)?$");
     static const Pattern span(
@@ -177,7 +189,7 @@ Found asking(const std::string& plain, const std::string& core, const RuleSurrou
         "edit|set|schedule)\\b");
     if (howTo.find(plain) && namesCalendar(plain))
         return saying(howToSay);
-    if (toOthers.find(plain) || (detail.find(plain) && !namesOwnCalendar(plain)))
+    if (duty.find(plain) || toOthers.find(plain) || (detail.find(plain) && !namesOwnCalendar(plain)))
         return std::nullopt;
     // When somebody's birthday is may stand anywhere.
     static const Pattern birthday("\\b(?:birthdays?|anniversar(?:y|ies))\\b");
@@ -185,7 +197,8 @@ Found asking(const std::string& plain, const std::string& core, const RuleSurrou
     static const Pattern asksWhether("^(?:is|are|was|do|does|will|if) ");
     static const Pattern onDay("\\b(?:on|this|next|today|tomorrow|coming up|upcoming|soon)\\b");
     const bool isBirthday = birthday.find(plain).has_value();
-    if (!isNamed && isBirthday && !(asksWhether.find(plain) && onDay.find(plain)))
+    static const Pattern birthdays("\\b(?:birthdays|anniversaries)\\b");
+    if (!isNamed && isBirthday && !birthdays.find(plain) && !(asksWhether.find(plain) && onDay.find(plain)))
         return std::nullopt;
     static const Pattern open("\\b(?:planned|scheduled|happening|going on|coming up|lined up|in store)\\b");
     // "Do I have yoga this week?" "Is there a standup on friday?" "When does the call with Bob end?"
@@ -231,17 +244,19 @@ Found asking(const std::string& plain, const std::string& core, const RuleSurrou
             search && aim == Aim::confirm && (isOwned && !isNamed ? !namesAny(*search) : search->name.empty());
         if (!search || (!isNamed && !namesAny(*search) && !search->days))
             return std::nullopt;
-        static const Pattern back("\\b(?:last|was|were|did|previous)\\b");
+        static const Pattern back("\\b(?:last(?! for\\b| on\\b|$)|was|were|did|previous)\\b");
         search->isBack = aim != Aim::confirm && !search->days && back.find(plain) && !search->isNext;
         search->aim = isOpen ? Aim::tell : isChoice && aim == Aim::confirm ? Aim::when : aim;
         search->isSpan = span.find(plain).has_value();
         return EventLookup::request(*std::move(search), core);
     }
     static const Pattern planned("\\b(?:planned|scheduled|happening|going on|coming up|lined up|in store)\\b");
-    auto search = CalendarWords::search(plain, around);
+    static const Pattern verb("^(?:(?:please|can you|could you) )*(?:name|mention|enumerate|recite) ");
+    auto search = CalendarWords::search(verb.replaceAll(plain, ""), around);
     const bool isOfDay =
         search && search->days && search->name.empty() && (planned.find(plain) || endOfDay.find(plain));
-    if ((!isNamed && !isOfDay) || !search || (!asksForList(plain) && !isBareList(plain, *search)))
+    if ((!isNamed && !isOfDay && !birthdays.find(plain)) || !search
+        || (!asksForList(plain) && !isBareList(plain, *search)))
         return std::nullopt;
     search->aim = Aim::tell;
     return EventLookup::request(*std::move(search), core);
@@ -323,6 +338,23 @@ Found inviting(const std::string& plain)
 
 } // namespace
 
+namespace {
+
+Found askedAs(const std::string& plain, const std::string& core, const RuleSurroundings& around)
+{
+    if (auto request = askingForTime(plain, around))
+        return request;
+    if (auto request = EventAsking::read(plain, core, around))
+        return request;
+    if (auto request = showingDays(plain, core, around))
+        return request;
+    if (auto request = DayAsking::read(plain, core, around))
+        return request;
+    return asking(plain, core, around);
+}
+
+} // namespace
+
 Found AgendaPhrases::read(const std::string& core, const RuleSurroundings& around)
 {
     constexpr std::size_t mostBytes = 300;
@@ -341,15 +373,12 @@ Found AgendaPhrases::read(const std::string& core, const RuleSurroundings& aroun
         return request;
     if (auto request = knowing(plain, core, around))
         return request;
+    const std::string asked = EventAsking::plainly(plain);
+    if (auto request = asked != plain ? askedAs(asked, core, around) : std::nullopt)
+        return request;
     if (auto request = EventSetting::read(core, plain, around))
         return request;
-    if (auto request = askingForTime(plain, around))
-        return request;
-    if (auto request = showingDays(plain, core, around))
-        return request;
-    if (auto request = DayAsking::read(plain, core, around))
-        return request;
-    return asking(plain, core, around);
+    return askedAs(plain, core, around);
 }
 
 } // namespace quorvell

@@ -27,8 +27,10 @@ std::optional<Request> DayAsking::read(
         std::deque<Pattern> all;
         all.emplace_back(lead
             + "(?:is|are|how (?:is|are|busy is)|how does|what does|will) (?:my |the )?(.+?)(?: (?:be|going to be|"
-              "look|looking|still|very|really|all|already))*(?: "
-              "(?:busy|full|packed|clear|empty|booked|like|look|looking|(free|available|open)))$");
+              "look|looking|still|very|really|all|already|an?|too))*(?: "
+              "(?:busy|full|packed|clear|empty|booked|like|look|looking|hectic|light|(free|available|open)))(?: "
+              "day)?(?: "
+              "for (?:me|us))?$");
         all.emplace_back(lead
             + "(?:do (?:i|we) have |have (?:i|we) (?:got )?|is there |what is |what do i have "
               ")?(?:anything|something|what)?"
@@ -42,8 +44,20 @@ std::optional<Request> DayAsking::read(
             + "how (?:many|much) (?:things|plans|commitments|stuff) (?:(?:have i got|do i have|have i|are there|i "
               "have|have we|do we have)"
               "(?: got)?)(?: (?:on|planned|scheduled|to do|going on))* (.+)$");
-        all.emplace_back(
-            lead + "do i (?:need|have) to be (?:anywhere|somewhere|any place|at any place)(?: else)? (.+)$");
+        all.emplace_back(lead
+            + "(?:(?:do (?:i|we) have |have (?:i|we) (?:got )?|(?:is|are) there |what is |any ?)?(?:any ?)?(?:anything|"
+              "something|things?)(?: else)?(?: (?:new|big|very|really|special|"
+              "important|interesting|urgent|exciting|fun|major|specific|particular|else|coming up|happening|planned|"
+              "scheduled|going on|for me|to do|on))+(?: (?:for|on|in|at|during))? (.+))$");
+        all.emplace_back(lead
+            + "(?:what is|what do i have|what have i got)(?: (?:on|planned|there))* (?:in|during|over|"
+              "for) (.+)$");
+        all.emplace_back(lead
+            + "did (?!i\\b|we\\b|you\\b)(?:[a-z]+ ){1,3}(?:schedule|book|plan|put|add|arrange|set up) (?:anything|"
+              "something|any [a-z]+)(?: for me| in| on)*(?: (?:for|on|in))? (.+)$");
+        all.emplace_back(lead
+            + "do (?:i|we) (?:need|have) to (?:be|go|drive|travel|turn up|show up) (?:anywhere|somewhere|any place|at "
+              "any place)(?: else)? (.+)$");
         all.emplace_back(lead + "(?:do i have |have i got )?(?:any )?plans(?: (?:for|on|at))? (.+)$");
         all.emplace_back(lead
             + "what (?:(?:all )?do i have to do|(?:was|were|did) (?:i|we) (?:doing|do|have on|have planned|up to)) "
@@ -59,7 +73,7 @@ std::optional<Request> DayAsking::read(
     for (const Pattern& form : forms) {
         const auto match = form.find(plain);
         auto search = match ? CalendarWords::search(match->texts[0], around) : std::nullopt;
-        if (!search || !search->days || !search->name.empty() || search->isUnclear)
+        if (!search || (!search->days && search->anchor.empty()) || !search->name.empty() || search->isUnclear)
             continue;
         if (match->texts.size() > 1 && !match->texts[1].empty())
             return freeTime(std::move(search->days));

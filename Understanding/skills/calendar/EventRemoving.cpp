@@ -3,8 +3,10 @@
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/calendar/RemovalNews.h"
 #include "Understanding/skills/calendar/finding/EventLookup.h"
 #include "Understanding/skills/calendar/reading/CalendarWords.h"
+#include "Understanding/time/SpokenDays.h"
 #include "Understanding/words/RequestWords.h"
 
 #include <utility>
@@ -25,9 +27,7 @@ const std::string& polite()
     return words;
 }
 
-const std::string occasion(
-    "(?:party|dinner|lunch|breakfast|brunch|concert|wedding|interview|haircut|lesson|class|training|dentist|doctor|"
-    "vet|game|trip|date|yoga|gym|standups?|call|session|practice|rehearsal|workshop|seminar|flight|drinks|coffee)");
+const std::string& occasion = CalendarWords::occasion;
 
 /// "The yoga, I quit": why is no part of the name.
 std::string withoutReason(const std::string& core)
@@ -96,12 +96,14 @@ Found removingPerson(const std::string& plain, const std::string& core, const Ru
 /// What is to be deleted, by the verb in front of it; with the calendar behind it in two parts.
 std::optional<PatternMatch> wished(const std::string& plain)
 {
-    static const std::string verb = "(?:delete|remove|cancel|erase|clear(?: off| out| up)?|wipe(?: out| off)?|clean(?: "
-                                    "out| up| off)?|empty|drop|scrap|"
-                                    "scratch|disregard|get rid of|do away with|call off|strike|cross "
-                                    "out|unschedule|unbook|trash|purge|format|reset|"
-                                    "discard|eliminate|throw out|ditch|bin|void|take off|take out|forget about|nix|axe|"
-                                    "kill|abolish|withdraw|rescind|retract)";
+    static const std::string verb =
+        "(?:delete|remove|cancel|erase|clear(?: off| out| up)?|wipe(?: out| off)?|clean(?: "
+        "out| up| off)?|empty|drop|scrap|"
+        "scratch|disregard|get rid of|do away with|call off|strike|cross "
+        "out|unschedule|unbook|trash|purge|format|reset|"
+        "discard|eliminate|throw out|ditch|bin|void|take off|take out|forget about|nix|axe|"
+        "kill|abolish|withdraw|rescind|retract|revoke|decline|annul|nullify|chuck|dump|del|rm|back out of|opt out "
+        "of|pull out of|bail on|free up|let go of|take away)";
     static const Pattern asks("^" + polite() + verb + "\\b(?: (?:off|out))? ?(.*)$");
     static const Pattern takes(
         "^(?:please |can you |could you )?(?:take|pull|strike|leave|knock|get)\\b (.+) (?:off|out|from|out "
@@ -112,10 +114,21 @@ std::optional<PatternMatch> wished(const std::string& plain)
         "^(?:please |can you |could you )?(?:take|knock|strike|get) (?:(?:the|my|our) )?(?!.*\\b(?:day|week|time) "
         "off\\b)"
         "(.+) (?:off|out of)(?: of)? ((?:my )?(?:today|tomorrow|(?:mon|tues|wednes|thurs|fri|satur|sun)day).*)$");
-    auto match = takes.find(plain);
-    if (!match)
-        match = offDay.find(plain);
-    return match ? match : asks.find(plain);
+    // "Make wednesday free"
+    static const Pattern makesFree(
+        "^" + polite() + "(?:make|get) (?:(?:my|the) )?(.+) (?:free|clear|empty|available)$");
+    // "Yoga delete", "lunch cancel on friday"
+    static const Pattern verbBehind(
+        "^(?!(?:please|do|not|how|what|when|who|why|where|can|could|will|would|i|we|you|to|did|is|are|add|set|put|"
+        "remind|note|make|create)\\b)((?:[a-z'’]+ ){0,3}?"
+        + occasion
+        + "(?: with [a-z]+)?) (?:delete|cancel|remove|erase|cancelled|canceled)(?: it| that)?(?: "
+          "((?:on|for|this|next|today|"
+          "tomorrow|at) ?.*))?$");
+    for (const Pattern* form : {&takes, &offDay, &makesFree, &verbBehind})
+        if (auto match = form->find(plain))
+            return match;
+    return asks.find(plain);
 }
 
 /// "The 3 pm on tuesday", "the second one": named by nothing but its time.
@@ -135,51 +148,57 @@ Found removingLoose(
         "that)?|(?:my|the) (?:whole |entire )?(?:day|week|"
         "morning|afternoon|evening|weekend|plans)|(?:(?:my|the) )?(?:mon|tues|wednes|thurs|fri|satur|sun)day(?: "
         "(?:morning|afternoon|evening|night))?$|(?:my|the) (?:mon|tues|wednes|thurs|fri|satur|sun)day)\\b");
+    static const Pattern pronoun("\\b(?:it|that|ones?|them|those|these)\\b(?! (?:week|month|morning|"
+                                 "afternoon|evening|weekend|day)\\b)");
     static const Pattern ownVerb("^" + polite() + "(?:take off|take out|nix|unschedule|unbook|axe|kill)\\b");
     static const Pattern occasional("\\b" + occasion + "\\b");
     auto search = CalendarWords::search(subject, around);
     if (!search || search->isUnclear)
         return std::nullopt;
-    if (time.find(subject)) {
+    const bool isOccasion = occasional.find(subject).has_value();
+    const bool isOfDaysAlone = search->days && !search->hour && search->name.empty() && search->noun.empty()
+        && search->place == 0 && !search->isLast && !search->isNext && !pronoun.find(subject)
+        && search->days->from.adding(1) != search->days->to;
+    if (time.find(subject) || isOfDaysAlone) {
         search->isAll = true;
-        return search->days && search->name.empty() ? cancelling(std::move(search), core) : std::nullopt;
+        const bool isBounded = search->days || !search->anchor.empty() || (isOccasion && !search->except.empty());
+        return isBounded && search->name.empty() ? cancelling(std::move(search), core) : std::nullopt;
     }
     search->isLoose = true;
-    const bool isOccasion = occasional.find(subject).has_value();
     const bool isMore = search->days || search->place > 0 || search->name.find(" and ") != std::string::npos;
     if (isByTime(*search) || (isOccasion && !search->name.empty() && (isMore || ownVerb.find(plain))))
         return cancelling(std::move(search), core);
     return std::nullopt;
 }
 
-/// "Skip standup on thursday", "no more standups on fridays".
-Found skipping(const std::string& plain, const std::string& core, const RuleSurroundings& around)
+/// "Standup on friday only", "not attending the yoga class any longer"
+std::string withoutLeftovers(const std::string& subject)
 {
-    static const Pattern form("^" + polite() + "(?:skip|no more|no) (?:(?:my|the|our) )?(.+)$");
-    static const Pattern series("\\bevery\\b|days\\b|^" + polite() + "no more\\b");
-    static const Pattern thing("\\b(?:" + CalendarWords::noun + "|" + occasion + ")\\b");
-    const auto match = form.find(plain);
-    if (!match || !thing.find(match->texts[0]) || isOfOthers(plain))
-        return std::nullopt;
-    auto search = CalendarWords::search(match->texts[0], around);
-    if (!search || search->name.empty() || search->isUnclear || (!search->days && !series.find(plain)))
-        return std::nullopt;
-    return cancelling(std::move(search), core);
+    static const Pattern ends(
+        "^(?:(?:not|no longer) (?:attending|going to|having|doing|coming to) )"
+        "|(?:(?<=day|row|ght|eek|onth) (?:only|alone)|(?<=.) (?:anymore|any longer|clean|for good|"
+        "entirely|altogether))$");
+    return trimmed(ends.replaceAll(subject, ""));
 }
 
-/// "The yoga class has been cancelled"
-Found endingThat(const std::string& plain, const std::string& core, const RuleSurroundings& around)
+/// "I'm sick, cancel everything today", "I'm on vacation next week, clear my calendar": the days may stand in the
+/// reason.
+Found behindReason(const std::string& said, const RuleSurroundings& around)
 {
     static const Pattern form(
-        "^(?:(?:my|the|our) )?(?!(?:is|are|was|were|has|have|did|does|do|if|when|what|why|i|we|you)\\b)(.+?) "
-        "(?:is|are|was|"
-        "got|has been|have been|had been) (?:cancelled|canceled|called off|off|scrapped)(?: now)?$");
-    static const Pattern thing("\\b(?:" + CalendarWords::noun + "|" + occasion + ")\\b");
-    const auto match = form.find(plain);
-    if (!match || !thing.find(match->texts[0]) || isOfOthers(plain))
+        "^(?:i|i['’]m|i['’]ve|i['’]ll|we|we['’]re|my|our|the|it|it['’]s)\\b([^,;.!]{2,80})[,;.!]\\s*"
+        "((?:so |and |please |can you |could you |then )*(?:delete|remove|cancel|clear|erase|wipe|"
+        "call off|empty|free up)\\b.+)$",
+        Pattern::caseless);
+    static const Pattern pronoun(
+        "\\b(?:it|that|them|this)$|\\b(?:it|that|them|this) (?:from|off|out|please)\\b", Pattern::caseless);
+    const auto match = form.find(said);
+    if (!match || pronoun.find(match->texts[1]))
         return std::nullopt;
-    auto search = CalendarWords::search(match->texts[0], around);
-    return search && !search->isUnclear ? cancelling(std::move(search), core) : std::nullopt;
+    std::string others;
+    const auto ownDays = SpokenDays::find(match->texts[1], around, others);
+    const auto days = ownDays ? std::nullopt : SpokenDays::find(match->texts[0], around, others);
+    return EventRemoving::read(match->texts[1] + (days ? " " + days->words : ""), around);
 }
 
 } // namespace
@@ -193,13 +212,18 @@ Found EventRemoving::read(const std::string& said, const RuleSurroundings& aroun
     static const Pattern everything("\\b(?:everything|all|whatever)\\b");
     static const Pattern clears(
         "^" + polite() + "(?:clear|clean|wipe|empty|erase|reset|format)\\b.*\\b" + CalendarWords::calendar + "\\b");
+    if (auto request = behindReason(said, around))
+        return request;
+    static const Pattern series("\\b(?:repeating|recurring|repeated|recurrent)\\b");
+    static const Pattern each("\\beverything\\b|\\b(?:all|every|each)(?: (?:of|the|my|our|single|upcoming|future|"
+                              "scheduled|calendar))* (?:"
+        + CalendarWords::noun + "|" + CalendarWords::calendar + ")\\b|\\b(?:whole|entire|complete) "
+        + CalendarWords::calendar);
     const std::string core = withoutReason(said);
     const std::string plain = CalendarWords::of(core).plain;
     if (denied.find(plain) && names(plain))
         return answering("All right. I have changed nothing.");
-    if (auto request = skipping(plain, core, around))
-        return request;
-    if (auto request = endingThat(plain, core, around))
+    if (auto request = RemovalNews::read(plain, core, around))
         return request;
     const auto match = wished(plain);
     if (!match || isOfOthers(plain))
@@ -207,44 +231,31 @@ Found EventRemoving::read(const std::string& said, const RuleSurroundings& aroun
     if (auto request = removingPerson(plain, core, around))
         return request;
     const std::string subject =
-        trimmed(match->texts.size() > 1 ? match->texts[0] + " " + match->texts[1] : match->texts[0]);
+        withoutLeftovers(trimmed(match->texts.size() > 1 ? match->texts[0] + " " + match->texts[1] : match->texts[0]));
     if (!names(plain))
         return removingLoose(subject, plain, core, around);
     if (whole.find(subject))
-        return EventLookup::request({.aim = Aim::cancel, .isAll = true}, core);
+        return EventLookup::request(
+            {.aim = Aim::cancel, .isAll = true, .isWide = each.find(subject).has_value()}, core);
     auto search = CalendarWords::search(subject, around);
     if (!search)
         return std::nullopt;
     const bool isEmptied = clears.find(plain) && search->days && search->name.empty();
     search->isAll = search->isAll || everything.find(subject) || isEmptied || !search->except.empty();
+    search->isOfSeries = series.find(subject).has_value();
+    search->isAll = search->isAll || search->isOfSeries;
+    search->isWide = search->isAll && !search->days && search->except.empty() && each.find(subject);
     return cancelling(std::move(search), core);
 }
 
 Found EventRemoving::readNews(const std::string& said, const RuleSurroundings& around)
 {
-    static const std::string name = "(?:(?:my|the|our) )?(.+?)";
-    static const Pattern without(
-        "^(?:i am|i will|i was|we are|we will|i do|i can|we do|i|we)(?: not|not)? (?:going to |be )*(?:not )?"
-        "(?:having|have|going to|go to|attending|attend|doing|do|need|needing|making|make it to|coming to|be at) "
-        + name + "(?: anymore)?(?:,? (?:so )?(?:please )?(?:can you |could you )?(?:remove|cancel|delete|take) .*)?$");
     static const Pattern wishBehind(
         ",\\s*(?:so |please |can you |could you )*(?:remove|cancel|delete|take)\\b", Pattern::caseless);
-    static const Pattern negative("\\b(?:not|cannot|no longer|never)\\b");
-    static const Pattern wish("\\banymore\\b|\\bno longer\\b|\\b(?:remove|cancel|delete) (?:it|that)\\b|"
-                              "\\bnot (?:be )?(?:going to|attending|coming to|making) (?:my|the|our)\\b");
-    static const Pattern question(
-        "^(?:is|are|was|were|has|have|did|does|do|can|could|what|when|where|who|why|how|which|if)\\b");
-    const std::string core = withoutReason(said.substr(0, said.find_first_of(";.")));
     static const Pattern behind(",.*$"); // "I don't need the dentist any more, the tooth fell out"
+    const std::string core = withoutReason(said.substr(0, said.find_first_of(";.")));
     const std::string plain = CalendarWords::of(wishBehind.find(core) ? core : behind.replaceAll(core, "")).plain;
-    if (!around.offers("change_event") || question.find(plain) || isOfOthers(plain))
-        return std::nullopt;
-    const bool isNews = negative.find(plain) && wish.find(plain);
-    const auto match = isNews ? without.find(plain) : std::nullopt;
-    auto search = match ? CalendarWords::search(match->texts[0], around) : std::nullopt;
-    if (!search || search->isUnclear || (search->name.empty() && search->noun.empty()))
-        return std::nullopt;
-    return cancelling(std::move(search), core);
+    return RemovalNews::readStatement(plain, core, around);
 }
 
 } // namespace quorvell

@@ -7,6 +7,8 @@
 #include "Understanding/dialogue/Pointing.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/calendar/AgendaRules.h"
+#include "Understanding/skills/calendar/EventAsking.h"
+#include "Understanding/skills/calendar/finding/EventLookup.h"
 #include "Understanding/skills/notes/AnswerReply.h"
 #include "Understanding/skills/notes/NoteCalls.h"
 #include "Understanding/skills/notes/NoteRemoving.h"
@@ -95,11 +97,16 @@ RuleStep nothingSaid(
         return AgendaRules::answer(
             {.kind = AgendaIntent::Kind::next, .days = std::move(year), .title = day}, std::move(memory), around);
     }
-    if (NotebookQuestion::isOfTheirs(asked))
-        return ToolResults::say("I find nothing about " + topic + " in your notebook.", std::move(memory));
-    RuleStep step =
-        ToolResults::say("I don't know that, and looking things up needs an online model.", std::move(memory));
-    step.isNotUnderstood = true;
+    const bool isOfTheirs = NotebookQuestion::isOfTheirs(asked);
+    const std::string nothing = isOfTheirs ? "I find nothing about " + topic + " in your notebook."
+                                           : "I don't know that, and looking things up needs an online model.";
+    if (auto search = EventAsking::ofUnknown(asked, around)) {
+        search->otherwise = nothing;
+        search->isForModel = !isOfTheirs;
+        return EventLookup::begin(*std::move(search), std::move(memory), around);
+    }
+    RuleStep step = ToolResults::say(nothing, std::move(memory));
+    step.isNotUnderstood = !isOfTheirs;
     return step;
 }
 

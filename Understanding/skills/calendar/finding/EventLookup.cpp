@@ -8,8 +8,12 @@
 #include "Understanding/skills/calendar/acting/AgendaChange.h"
 #include "Understanding/skills/calendar/acting/AgendaReply.h"
 #include "Understanding/skills/calendar/acting/AgendaTopic.h"
+#include "Understanding/skills/calendar/finding/EventAnchor.h"
+#include "Understanding/skills/calendar/finding/EventClashes.h"
+#include "Understanding/skills/calendar/finding/EventElsewhere.h"
 #include "Understanding/skills/calendar/finding/EventLookupReply.h"
 #include "Understanding/skills/calendar/finding/EventPick.h"
+#include "Understanding/skills/calendar/finding/EventRange.h"
 #include "Understanding/skills/calendar/reading/CalendarWords.h"
 #include "Understanding/skills/calendar/reading/EventDeed.h"
 #include "Understanding/skills/calendar/reading/EventName.h"
@@ -31,26 +35,6 @@ using Aim = EventSearch::Aim;
 using Step = std::optional<RuleStep>;
 
 constexpr std::size_t mostAtOnce = 50; ///< So many events one call deletes.
-constexpr int daysOfYear = 365;
-
-DateParts dayFromNow(int days, const LocalTime& around)
-{
-    return DateParts::fromDay(around.calendar.addingDays(around.now, std::chrono::days(days)), around.calendar);
-}
-
-/// Where it is looked: in the days that were named, else as far as it makes sense.
-SpokenDays spanOf(const EventSearch& search, const LocalTime& around)
-{
-    constexpr int daysOfMonth = 31;
-    if (search.days)
-        return *search.days;
-    if (search.isBack)
-        return {
-            dayFromNow(search.isWide ? -daysOfYear : -daysOfMonth, around), dayFromNow(0, around), "in the last year"};
-    if (search.name.empty() && !search.isWide)
-        return SpokenDays::ahead(around);
-    return {dayFromNow(0, around), dayFromNow(daysOfYear, around), "in the next year"};
-}
 
 bool changes(Aim aim)
 {
@@ -61,9 +45,10 @@ RuleStep askDays(const EventSearch& search, RequestMemory memory)
 {
     memory.events = search;
     const bool isCancel = search.aim == Aim::cancel && search.isAll;
+    const std::string what = search.except.empty() ? "that" : "everything but " + search.except;
     return RuleStep::asking(
         {.kind = &EventLookup::whichDays,
-            .question = isCancel ? "For which days should I delete that: today, this week, or this month?"
+            .question = isCancel ? "For which days should I delete " + what + ": today, this week, or this month?"
                                  : "Which day do you mean?"},
         std::move(memory));
 }
@@ -71,10 +56,10 @@ RuleStep askDays(const EventSearch& search, RequestMemory memory)
 RuleStep lookFor(const EventSearch& search, RequestMemory memory, const RuleSurroundings& around)
 {
     memory.events = search;
-    const SpokenDays span = spanOf(search, around);
+    const SpokenDays span = EventRange::of(search, around);
     memory.days = search.name.empty() || search.days ? std::optional(span) : std::nullopt;
-    const bool isByWords = !search.name.empty() && !search.days && (!search.isBack || search.isWide);
-    return {AgendaCalls{around}.whatsOn(span, isByWords ? EventName::words(search.name) : ""), std::move(memory)};
+    return {AgendaCalls{around}.whatsOn(span, EventRange::isByWords(search) ? EventName::words(search.name) : ""),
+        std::move(memory)};
 }
 
 /// "It" is the event that was talked about last.
@@ -176,6 +161,8 @@ RuleStep carryOut(
 RuleStep askWhich(std::vector<FoundThing> found, const EventSearch& search, RequestMemory memory)
 {
     memory.events = search;
+    if (!search.days)
+        EventPick::keepOneOfSeries(found);
     const std::string question = EventLookupReply::several(found);
     memory.found = std::move(found);
     return RuleStep::asking(
@@ -277,10 +264,12 @@ RuleStep EventLookup::begin(EventSearch search, RequestMemory memory, const Rule
         memory.wish = {.kind = Wish::Kind::cancel, .title = search.name};
     memory.talkOf(AgendaCalls::skill);
     // "What is on my calendar" is about today, "my events" are what is to come.
-    const bool isOfToday = search.aim == Aim::tell && search.noun.empty() && search.name.empty() && !search.isNext;
+    const bool isOfToday = search.aim == Aim::tell && search.noun.empty() && search.name.empty() && !search.isNext
+        && search.anchor.empty();
     if (isOfToday && !search.days && !search.isUnclear)
-        search.days = SpokenDays{dayFromNow(0, around), dayFromNow(0, around), "today"};
-    const bool isUnnamed = search.name.empty() && !search.days && !search.isNext && !search.isAll && !search.isBack;
+        search.days = EventRange::today(around);
+    const bool isOfMany = search.isNext || search.isAll || search.isBack || search.aim == Aim::clashes;
+    const bool isUnnamed = search.name.empty() && !search.days && !isOfMany && search.anchor.empty();
     if (search.aim == Aim::tell) {
         memory.asked = RequestMemory::CalendarQuestion::events;
     } else if (isUnnamed && search.aim != Aim::confirm && memory.event.start) {
@@ -291,7 +280,8 @@ RuleStep EventLookup::begin(EventSearch search, RequestMemory memory, const Rule
         const EventSearch ofEvent = ofIt(std::move(search), memory.event);
         return lookFor(ofEvent, std::move(memory), around);
     }
-    const bool isAnything = search.isAll && search.name.empty() && !search.days;
+    const bool isAnything = search.isAll && search.name.empty() && !search.days && search.anchor.empty()
+        && !search.isWide && !search.isOfSeries;
     const bool isDoubtful = search.isUnclear && (search.aim == Aim::cancel || !search.days);
     if (isDoubtful || (search.aim == Aim::cancel && isAnything))
         return askDays(search, std::move(memory));
@@ -315,11 +305,69 @@ RuleStep EventLookup::offerReminder(std::string said, int minutes, RequestMemory
         std::move(step.memory));
 }
 
+namespace {
+
+/// Nothing of that name among the events: it may be a reminder that they call so.
+Step reminderInstead(
+    std::vector<FoundThing> listed, const EventSearch& search, RequestMemory memory, const RuleSurroundings& around)
+{
+    std::vector<FoundThing> others = listed;
+    std::erase_if(others, [](const FoundThing& thing) { return thing.skill == AgendaCalls::skill; });
+    const auto named = search.name.empty() ? std::vector<FoundThing>() : EventName::fitting(others, search.name);
+    const bool isAtHour = search.isLoose && search.name.empty() && others.size() == 1;
+    if (!isAtHour && named.size() != 1 && (!search.isLoose || search.name.empty()))
+        return std::nullopt;
+    memory.wish = {.kind = Wish::Kind::cancel,
+        .title = isAtHour       ? others.front().title
+            : named.size() == 1 ? named.front().title
+                                : search.name};
+    memory.events = {.isWide = true};
+    return AgendaChange::afterList(std::move(listed), std::move(memory), around);
+}
+
+RuleStep nothingFound(const std::vector<FoundThing>& listed, const EventLookupReply& reply, RequestMemory memory,
+    const RuleSurroundings& around)
+{
+    const EventSearch& search = reply.search;
+    if (search.aim == Aim::remind && !search.value.empty())
+        return EventDeed::askTime(search, reply.nothing(listed), std::move(memory));
+    if (auto step = search.aim == Aim::cancel ? reminderInstead(listed, search, memory, around) : std::nullopt)
+        return *std::move(step);
+    if (const auto wider = EventElsewhere::next(search, reply.nothing(listed), reply.none()))
+        return lookFor(*wider, std::move(memory), around);
+    if (!search.name.empty())
+        memory.event = {}; // "It" would be something else than what was asked for.
+    return {.answer = search.otherwise.empty() ? reply.nothing(listed) : search.otherwise,
+        .memory = std::move(memory),
+        .isNotUnderstood = search.isForModel,
+        .isNotFound = search.aim == Aim::cancel};
+}
+
+/// Of clashes and of what comes back everything is told at once.
+Step toldOfAll(const std::vector<FoundThing>& listed, const std::vector<FoundThing>& found, const EventSearch& search,
+    const RequestMemory& memory)
+{
+    std::vector<FoundThing> events = listed;
+    std::erase_if(events, [](const FoundThing& thing) { return thing.skill != AgendaCalls::skill; });
+    std::string told = search.aim == Aim::clashes ? EventClashes::told(events, search) : "";
+    if (search.aim == Aim::repeats && (search.name.empty() || !found.empty()))
+        told = EventClashes::repeating(found, search);
+    return told.empty() ? std::nullopt : Step(RuleStep{std::move(told), memory});
+}
+
+} // namespace
+
 RuleStep EventLookup::take(
     std::vector<FoundThing> listed, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
 {
     EventSearch search = std::exchange(memory.events, {});
     memory.wish = {};
+    const bool isMissing =
+        !search.anchor.empty() && EventAnchor::bound(listed, search, around) == EventAnchor::Verdict::isMissing;
+    if (isMissing)
+        return {"I found no " + search.anchor + AgendaReply::daysBehind(search.days ? search.days->words : "")
+                + " in your calendar.",
+            std::move(memory)};
     auto found = EventPick::fitting(listed, search, result, around);
     if (found.empty() && search.isBack && !search.isWide && !search.days) {
         search.isWide = true;
@@ -327,23 +375,16 @@ RuleStep EventLookup::take(
     }
     if (const auto parted = found.empty() ? EventDeed::apart(search) : std::nullopt)
         return lookFor(*parted, std::move(memory), around);
+    if (auto step = toldOfAll(listed, found, search, memory))
+        return *std::move(step);
     const EventLookupReply reply{search, result, around};
-    if (found.empty() && search.aim == Aim::remind && !search.value.empty())
-        return EventDeed::askTime(search, reply.nothing(listed), std::move(memory));
-    if (found.empty() && search.aim == Aim::cancel && search.isLoose) { // Then it is no event, or nothing at all.
-        memory.wish = {.kind = Wish::Kind::cancel, .title = search.name};
-        memory.events = {.isWide = true};
-        if (auto step = AgendaChange::afterList(listed, memory, around))
-            return *std::move(step);
-    }
-    if (found.empty()) {
-        if (!search.name.empty())
-            memory.event = {}; // "It" would be something else than what was asked for.
-        return {.answer = reply.nothing(listed), .memory = std::move(memory), .isNotFound = search.aim == Aim::cancel};
-    }
-    if (changes(search.aim) || search.aim == Aim::remind)
+    if (found.empty())
+        return nothingFound(listed, reply, std::move(memory), around);
+    const bool isOnlyTold =
+        search.isElsewhere && !(search.aim == Aim::cancel && EventElsewhere::isMeant(found, search));
+    if (!isOnlyTold && (changes(search.aim) || search.aim == Aim::remind))
         return actOn(std::move(found), search, std::move(memory), around);
-    std::string told = reply.found(found);
+    std::string told = isOnlyTold ? EventElsewhere::told(found, search) : reply.found(found);
     if (found.size() == 1 && found.front().skill == AgendaCalls::skill)
         AgendaTopic::talkAbout(found.front(), memory);
     if (search.aim == Aim::tell)

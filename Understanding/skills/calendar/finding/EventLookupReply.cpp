@@ -3,6 +3,7 @@
 
 #include "QuorvellCore/text/Characters.h"
 #include "Understanding/skills/calendar/acting/AgendaReply.h"
+#include "Understanding/skills/calendar/finding/EventElsewhere.h"
 #include "Understanding/skills/calendar/reading/EventName.h"
 #include "Understanding/time/SpokenWhen.h"
 
@@ -94,10 +95,20 @@ std::string EventLookupReply::sentences(const std::vector<FoundThing>& found) co
     return AgendaReply::sentences(itemsOf(found, result), search.days, around);
 }
 
-std::string EventLookupReply::nothing(const std::vector<FoundThing>& listed) const
+std::string EventLookupReply::none() const
 {
     if (search.aim == Aim::cancel)
         return "I found no " + wanted() + daysNamed() + " in your calendar, so nothing was deleted.";
+    return "I found no " + wanted() + " in your calendar" + daysNamed() + (search.isBack ? " in the last year" : "")
+        + ".";
+}
+
+std::string EventLookupReply::nothing(const std::vector<FoundThing>& listed) const
+{
+    // At one hour of a day there is nothing else.
+    const bool isOfDay = search.days && search.days->isOneDay() && !listed.empty() && listed.size() <= mostNamed;
+    if (search.aim == Aim::cancel)
+        return none() + (isOfDay ? " There is something else:" + sentences(listed) : "");
     if (search.aim == Aim::remind)
         return "I found no " + wanted() + daysNamed() + " in your calendar"
             + (search.value.empty() ? ", so I have set no reminder." : ".");
@@ -109,10 +120,9 @@ std::string EventLookupReply::nothing(const std::vector<FoundThing>& listed) con
     constexpr std::ptrdiff_t mostBlanks = 4;
     if (std::ranges::count(search.name, ' ') > mostBlanks) // That is more than a name.
         return "I found nothing like that in your calendar.";
-    const std::string none = "I found no " + wanted() + " in your calendar" + daysNamed() + ".";
     if (!search.days || listed.empty() || listed.size() > mostNamed)
-        return none;
-    return none + " There is something else:" + sentences(listed);
+        return none();
+    return none() + " There is something else:" + sentences(listed);
 }
 
 std::string EventLookupReply::ofOne(const FoundThing& event) const
@@ -129,7 +139,8 @@ std::string EventLookupReply::ofOne(const FoundThing& event) const
         return is + ". Your calendar says nothing more of who comes.";
     if (search.aim == Aim::ends && event.end && event.start && !event.start->allDay) {
         const bool isSameDay = event.end->wholeDay() == event.start->wholeDay();
-        return is + ", until " + (isSameDay ? SpokenWhen::clock(*event.end) : SpokenWhen::date(*event.end)) + ".";
+        return is + ", until " + (isSameDay ? SpokenWhen::clock(*event.end) : SpokenWhen::date(*event.end))
+            + (place.empty() ? "." : ", " + place + ".");
     }
     if (search.aim == Aim::ends && event.end && event.start && *event.end > *event.start)
         return is + ", until " + SpokenWhen::date(*event.end) + ".";
@@ -161,13 +172,12 @@ std::string EventLookupReply::found(const std::vector<FoundThing>& found) const
 
 std::string EventLookupReply::several(const std::vector<FoundThing>& found)
 {
-    constexpr std::size_t mostToChooseFrom = 6;
-    if (found.size() > mostToChooseFrom)
-        return "Which event do you mean?";
+    if (found.size() > mostNamed)
+        return EventElsewhere::choices(found);
     std::string question = "There are " + std::to_string(found.size()) + ": ";
-    for (std::size_t index = 0; index < std::min(found.size(), mostNamed); ++index)
+    for (std::size_t index = 0; index < found.size(); ++index)
         question += (index > 0 ? "; " : "") + AgendaReply::named(found[index]);
-    return question + (found.size() > mostNamed ? "; and more" : "") + ". Which one do you mean?";
+    return question + ". Which one do you mean?";
 }
 
 } // namespace quorvell

@@ -19,6 +19,8 @@ struct EventLookupReply {
 
     /// `listed` is what is there besides.
     std::string nothing(const std::vector<FoundThing>& listed) const;
+    /// The sentence of it that says only what is not there.
+    std::string none() const;
     std::string found(const std::vector<FoundThing>& found) const;
     /// Which of them is meant.
     static std::string several(const std::vector<FoundThing>& found);

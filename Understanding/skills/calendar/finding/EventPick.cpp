@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/calendar/finding/EventPick.h"
 
+#include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/calendar/acting/AgendaCalls.h"
 #include "Understanding/skills/calendar/reading/EventName.h"
 
@@ -8,7 +9,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <string_view>
 #include <utility>
 
 namespace quorvell {
@@ -48,6 +48,23 @@ void keepOnHour(std::vector<FoundThing>& found, const EventSearch& search)
         found = std::move(onHour);
 }
 
+bool isAtHour(const FoundThing& event, const DateParts& hour)
+{
+    return event.start && !event.start->allDay && event.start->hour == hour.hour && event.start->minute == hour.minute;
+}
+
+/// "My event at 1 PM", of no day: at that hour of any. What has a name may be at another.
+void keepAtHourOfAnyDay(std::vector<FoundThing>& found, const EventSearch& search)
+{
+    if (!search.hour || search.days)
+        return;
+    std::vector<FoundThing> atHour;
+    std::ranges::copy_if(
+        found, std::back_inserter(atHour), [&](const FoundThing& event) { return isAtHour(event, *search.hour); });
+    if (!atHour.empty() || search.name.empty())
+        found = std::move(atHour);
+}
+
 /// "The party at the office": its place says the rest.
 std::vector<FoundThing> byPlace(
     const std::vector<FoundThing>& listed, const EventSearch& search, const ToolResult& result)
@@ -73,18 +90,18 @@ std::vector<FoundThing> byPlace(
 
 std::vector<FoundThing> EventPick::eachOf(const std::vector<FoundThing>& listed, const std::string& name)
 {
-    constexpr std::string_view link = " and ";
+    static const Pattern link(" and (?:the |my |our )?| (?:the|my|our) ");
     std::vector<FoundThing> all;
-    for (std::size_t start = 0; start <= name.size() && name.find(link) != std::string::npos;) {
-        const std::size_t end = std::min(name.find(link, start), name.size());
-        const std::string named = name.substr(start, end - start);
+    for (std::size_t start = 0; start <= name.size() && link.find(name);) {
+        const auto next = link.find(name, start);
+        const std::string named = name.substr(start, (next ? next->range.start : name.size()) - start);
         auto part = EventName::fitting(listed, named);
         if (part.empty())
             part = EventName::alike(listed, named);
         if (part.empty())
             return {};
         all.push_back(part.front());
-        start = end + link.size();
+        start = next ? next->range.end : name.size() + 1;
     }
     return all;
 }
@@ -109,8 +126,11 @@ std::vector<FoundThing> EventPick::fitting(
         const auto kept = EventName::fitting(found, search.except);
         std::erase_if(found, [&](const FoundThing& event) { return std::ranges::find(kept, event) != kept.end(); });
     }
+    if (search.isOfSeries)
+        std::erase_if(found, [](const FoundThing& event) { return !event.repeats; });
     if (search.aim == Aim::cancel || search.aim == Aim::remind)
         keepOnHour(found, search);
+    keepAtHourOfAnyDay(found, search);
     const bool isOne = search.aim == Aim::when && !search.isAll && !search.days;
     if (search.isNext || search.isBack || isOne)
         keepNext(found, search, around);
@@ -119,6 +139,12 @@ std::vector<FoundThing> EventPick::fitting(
     if (search.place > 0 && !search.isNext)
         found = search.place <= found.size() ? std::vector{found[search.place - 1]} : std::vector<FoundThing>();
     return found;
+}
+
+bool EventPick::isAtOtherHour(const std::vector<FoundThing>& found, const EventSearch& search)
+{
+    return search.hour
+        && std::ranges::none_of(found, [&](const FoundThing& event) { return isAtHour(event, *search.hour); });
 }
 
 void EventPick::keepOneOfSeries(std::vector<FoundThing>& found)

@@ -4,6 +4,7 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/calendar/reading/DaysAround.h"
 #include "Understanding/skills/calendar/reading/EventName.h"
 #include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenPhrase.h"
@@ -20,6 +21,11 @@
 namespace quorvell {
 
 const std::string CalendarWords::calendar = "(?:calendar|schedule|agenda|diary|planner|timetable|itinerary)s?";
+const std::string CalendarWords::occasion(
+    "(?:part(?:y|ies)|dinners?|lunch|lunches|breakfast|brunch|concert|wedding|interview|haircut|lessons?|class|classes|"
+    "training|dentist|doctor|vet|game|trip|date|yoga|pilates|gym|standups?|calls?|sessions?|practice|rehearsal|"
+    "workshop|"
+    "seminar|flight|drinks|coffee|visit|checkup|reunion|exam|lecture)");
 const std::string CalendarWords::noun = "(?:(?:event|meeting|appointment|engagement|commitment|booking|conference)s?|"
                                         "activit(?:y|ies)|calendar entr(?:y|ies))";
 
@@ -71,8 +77,8 @@ const std::deque<Spelling>& spellings()
         add("\\bu\\b", "you");
         add("\\b(?:tmrw|tmr|tmw|tomoro|tommorow|tommorrow|tomorow)\\b", "tomorrow");
         add("\\bcancle\\b", "cancel");
-        add("\\bafter lunch\\b", "after 1 pm");
-        add("\\bbefore lunch\\b", "before 12 pm");
+        add("\\b(?:what|which) program(?:me)?s?\\b", "what events");
+        add("(?<=\\bany )functions?(?= (?:is|are|on|in|at|today|tomorrow|this|there)\\b)", "event");
         add("\\b(?:any ?more|any longer)$", "anymore");
         return all;
     }();
@@ -119,64 +125,23 @@ void readName(const std::string& others, EventSearch& search)
         joined(words, static_cast<std::size_t>(first - words.begin()), static_cast<std::size_t>(last - words.begin()));
 }
 
-/// The latest one before today.
-SpokenDays lastWeekday(
-    const std::string& name, std::string& words, const TextRange& range, const RuleSurroundings& around)
-{
-    constexpr std::array names{"sun", "mon", "tues", "wednes", "thurs", "fri", "satur"};
-    constexpr int daysOfWeek = 7;
-    const auto wanted = static_cast<int>(std::ranges::find(names, name) - names.begin()) + 1;
-    const int apart = (around.calendar.parts(around.now).weekday - wanted + daysOfWeek) % daysOfWeek;
-    const int days = apart == 0 ? daysOfWeek : apart;
-    const auto day =
-        DateParts::fromDay(around.calendar.addingDays(around.now, std::chrono::days(-days)), around.calendar);
-    words = RequestText::without(words, range);
-    return {day, day, "last " + name + "day"};
-}
-
-/// "Yesterday", "last week": what is over, no reader of times to come knows.
-std::optional<SpokenDays> daysOver(std::string& words, const RuleSurroundings& around)
-{
-    static const Pattern over(
-        "(?:\\b(?:on|from|of|for|in|the) )*\\b(?:(the day before )?yesterday(?: (?:morning|afternoon|evening|night))?"
-        "|last (night)|(?:last|past|previous) (week|month|weekend)"
-        "|(?:last|past|previous) (mon|tues|wednes|thurs|fri|satur|sun)day)\\b");
-    const auto match = over.find(words);
-    if (!match)
-        return std::nullopt;
-    const auto day = [&](int days) {
-        return DateParts::fromDay(around.calendar.addingDays(around.now, std::chrono::days(days)), around.calendar);
-    };
-    constexpr int daysOfWeek = 7;
-    constexpr int daysOfMonth = 31;
-    if (!match->texts[3].empty())
-        return lastWeekday(match->texts[3], words, match->range, around);
-    const int sinceMonday = (around.calendar.parts(around.now).weekday + 5) % daysOfWeek;
-    const std::string& span = match->texts[2];
-    SpokenDays days{day(-1), day(-1), "yesterday"};
-    if (!match->texts[0].empty())
-        days = {day(-2), day(-2), "the day before yesterday"};
-    else if (span == "week")
-        days = {day(-sinceMonday - daysOfWeek), day(-sinceMonday - 1), "last week"};
-    else if (span == "weekend")
-        days = {day(-sinceMonday - 2), day(-sinceMonday - 1), "last weekend"};
-    else if (span == "month")
-        days = {day(-daysOfMonth), day(-1), "in the last month"};
-    words = RequestText::without(words, match->range);
-    return days;
-}
-
 void readDays(std::string& words, EventSearch& search, const RuleSurroundings& around)
 {
     std::string others;
-    search.days = daysOver(words, around);
+    search.days = DaysAround::takePast(words, around);
     if (search.days)
         return;
     if (auto moment = SpokenDays::findMoment(words, around, others)) {
+        const auto named = SpokenMoment::read(words, around);
+        if (named && !named->namesDay)
+            search.hour = moment->from;
         search.days = std::move(moment);
         words = others;
         return;
     }
+    search.days = DaysAround::takeBounded(words, around);
+    if (search.days)
+        return;
     if (auto days = SpokenDays::find(words, around, others)) {
         search.days = std::move(days);
         words = others;
@@ -218,6 +183,28 @@ std::string withPartsShown(std::string name)
     return name;
 }
 
+/// "After the staff meeting on wednesday": bounded by an event and no hour.
+void takeAnchor(std::string& subject, EventSearch& search, const RuleSurroundings& around)
+{
+    static const Pattern bounded(
+        "(?<!\\bday )\\b(?:right |just |soon |straight |directly )?(after|before|following) "
+        "((?:my |the |our )[a-z'’ -]+?|[a-z'’-]+|[a-z'’-]+ with [a-z'’ -]+?)"
+        "(?= (?:on|at|in|for|of|from|today|tomorrow|tonight|this|next|(?:mon|tues|wednes|thurs|"
+        "fri|satur|sun)day)\\b|$)");
+    static const Pattern noEvent(
+        "^(?:(?:the|my|our|next|last|week|weekend|month|year|day|days|event|events|that|this|it|"
+        "them|these|work|school|bed|bedtime|dark|now|all|then|hours|office|"
+        "a|an|few|christmas|easter|holidays?) ?)+$|^party$");
+    const auto match = bounded.find(subject);
+    std::string others;
+    if (!match || noEvent.find(match->texts[1]) || SpokenDays::find(match->texts[1], around, others)
+        || CalendarWords::holdsTimeWords(match->texts[1]) || CalendarWords::holdsTimeWords("at " + match->texts[1]))
+        return;
+    search.anchor = match->texts[1];
+    search.isAfterAnchor = match->texts[0] != "before";
+    subject = trimmed(subject.substr(0, match->range.start) + subject.substr(match->range.end));
+}
+
 /// "Everything but the dentist"
 void takeExcept(std::string& subject, EventSearch& search)
 {
@@ -228,6 +215,17 @@ void takeExcept(std::string& subject, EventSearch& search)
         return;
     search.except = match->texts[0];
     subject = subject.substr(0, match->range.start);
+}
+
+/// "Everything except yoga this week": the days are those of everything.
+void readDaysOfExcept(EventSearch& search, const RuleSurroundings& around)
+{
+    std::string others;
+    if (search.except.empty() || search.days)
+        return;
+    search.days = SpokenDays::find(search.except, around, others);
+    if (search.days)
+        search.except = others;
 }
 
 /// "The second event on wednesday": no date.
@@ -345,12 +343,14 @@ std::optional<EventSearch> CalendarWords::search(std::string subject, const Rule
         "(?=\\d{1,2}(?::\\d{2})? ?[ap]\\.?m\\b)");
     takeExcept(subject, search);
     takePlace(subject, search);
+    takeAnchor(subject, search, around);
     subject = trimmed(place.replaceAll(SpokenPhrase::withDigits(subject), " "));
     static const Pattern one("(?<=[ap]m) ones?\\b"); // "The 10 am one"
     subject = one.replaceAll(bareHour.replaceAll(subject, "at "), "");
     search.isAll = each.find(subject).has_value();
     subject = withPartsMasked(std::move(subject));
     readDays(subject, search, around);
+    readDaysOfExcept(search, around);
     search.isNext = !search.isAll && (next.find(subject) || (search.place == 1 && !search.days));
     search.isUnclear = speaksOfTime(subject, around) || holdsTimeWords(lowerCased(subject));
     if (search.isUnclear)

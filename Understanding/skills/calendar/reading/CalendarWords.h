@@ -13,6 +13,7 @@ namespace quorvell {
 
 struct CalendarWords {
     static const std::string calendar; ///< A pattern: "calendar", "schedule" and the like.
+    static const std::string occasion; ///< A pattern: what nobody says but of something with a time.
     static const std::string noun; ///< A pattern: "meetings", "event" and the like.
 
     std::string plain{}; ///< "show me todays events": small letters, contractions apart, common slips of keys mended.

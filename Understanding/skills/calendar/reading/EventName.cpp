@@ -38,8 +38,10 @@ constexpr auto idle = std::to_array<std::string_view>({"a", "about", "add", "add
     "clear", "reminder", "away", "completely", "pls", "open", "view", "display", "print", "read", "say", "speak",
     "hear", "announce", "present", "fetch", "describe", "summarize", "summarise", "review", "run", "recap", "brief",
     "update", "number", "through", "down", "today", "todays", "soonest", "meet", "seeing", "repeating", "recurring",
-    "regular", "daily", "anymore", "usual", "usually", "evaluate", "assess", "analyse", "analyze", "inspect",
-    "explain"});
+    "regular", "daily", "anymore", "usual", "usually", "evaluate", "assess", "analyse", "analyze", "inspect", "explain",
+    "named", "titled", "entitled", "labelled", "labeled", "anyone's", "anybody's", "someone's", "only", "both",
+    "occurrence", "occurrences", "instance", "instances", "everyone", "whose", "search", "including", "involving",
+    "regarding", "concerning", "arranged"});
 
 std::string singular(std::string_view word)
 {
