@@ -121,8 +121,10 @@ std::optional<SpokenDays> SpokenDays::read(std::string_view spoken, const LocalT
     if (!part)
         return SpokenDays{day, day, named};
     const bool isTomorrow = isNextPart && words == "tomorrow";
-    return SpokenDays{
-        atMinute(day, part->from), atMinute(day, part->to), isTomorrow ? "tomorrow " + std::string(part->name) : named};
+    return SpokenDays{atMinute(day, part->from), atMinute(day, part->to),
+        isTomorrow                     ? "tomorrow " + std::string(part->name)
+            : named.starts_with("my ") ? "this " + std::string(part->name)
+                                       : named};
 }
 
 namespace {

@@ -10,6 +10,7 @@
 #include "Understanding/skills/calendar/EventAsking.h"
 #include "Understanding/skills/calendar/EventRemoving.h"
 #include "Understanding/skills/calendar/EventSetting.h"
+#include "Understanding/skills/calendar/EventWording.h"
 #include "Understanding/skills/calendar/acting/AgendaCalls.h"
 #include "Understanding/skills/calendar/acting/AgendaTopic.h"
 #include "Understanding/skills/calendar/finding/EventLookup.h"
@@ -160,8 +161,8 @@ bool isSetting(const std::string& plain)
 /// "Is the dentist on tuesday or wednesday?" Neither day says where to look.
 std::string withoutDaysToChoose(const std::string& subject)
 {
-    static const std::string day =
-        "(?:on |for |in )?(?:today|tomorrow|(?:this |next )?" + std::string(TimeVocabulary::weekday) + ")";
+    static const std::string day = "(?:on |for |in )?(?:today|tomorrow|(?:this|next) (?:week|month)|(?:this |next )?"
+        + std::string(TimeVocabulary::weekday) + ")";
     static const std::string part = "(?:in the |the |in )?(?:morning|afternoon|evening)";
     static const Pattern choice("\\b(?:" + day + " or " + day + "|" + part + " or " + part + ")\\b");
     return trimmed(choice.replaceAll(subject, ""));
@@ -256,7 +257,7 @@ Found asking(const std::string& plain, const std::string& core, const RuleSurrou
     const bool isOfDay =
         search && search->days && search->name.empty() && (planned.find(plain) || endOfDay.find(plain));
     if ((!isNamed && !isOfDay && !birthdays.find(plain)) || !search
-        || (!asksForList(plain) && !isBareList(plain, *search)))
+        || (!asksForList(plain) && !isBareList(plain, *search) && !birthdays.find(plain)))
         return std::nullopt;
     search->aim = Aim::tell;
     return EventLookup::request(*std::move(search), core);
@@ -373,7 +374,7 @@ Found AgendaPhrases::read(const std::string& core, const RuleSurroundings& aroun
         return request;
     if (auto request = knowing(plain, core, around))
         return request;
-    const std::string asked = EventAsking::plainly(plain);
+    const std::string asked = EventWording::asked(plain);
     if (auto request = asked != plain ? askedAs(asked, core, around) : std::nullopt)
         return request;
     if (auto request = EventSetting::read(core, plain, around))

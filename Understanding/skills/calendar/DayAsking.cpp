@@ -32,10 +32,11 @@ std::optional<Request> DayAsking::read(
               "day)?(?: "
               "for (?:me|us))?$");
         all.emplace_back(lead
-            + "(?:do (?:i|we) have |have (?:i|we) (?:got )?|is there |what is |what do i have "
-              ")?(?:anything|something|what)?"
+            + "(?:do (?:i|we) have |have (?:i|we) (?:got )?|is there |what is |what do i have |what "
+              "(?:happens|comes|comes "
+              "next|am i doing|have i got|is there|event is) )?(?:anything|something|what)?"
               "(?: (?:on|planned|scheduled|happening|to do|booked|going on|else))* "
-              "?((?:before|after|between|from|around|until) .+)$");
+              "?((?:(?:right|just|straight|directly|soon) )?(?:before|after|between|from|around|until) .+)$");
         all.emplace_back(lead
             + "(?:(?:give|get|read|show|i want|i need)(?: me)? )?(?:an? |the |my )?(?:quick |short )?(?:rundown|run "
               "down|overview|"
@@ -48,10 +49,11 @@ std::optional<Request> DayAsking::read(
             + "(?:(?:do (?:i|we) have |have (?:i|we) (?:got )?|(?:is|are) there |what is |any ?)?(?:any ?)?(?:anything|"
               "something|things?)(?: else)?(?: (?:new|big|very|really|special|"
               "important|interesting|urgent|exciting|fun|major|specific|particular|else|coming up|happening|planned|"
-              "scheduled|going on|for me|to do|on))+(?: (?:for|on|in|at|during))? (.+))$");
+              "scheduled|going on|for me|to do|on))*(?: (?:for|on|in|at|during))? (.+))$");
         all.emplace_back(lead
             + "(?:what is|what do i have|what have i got)(?: (?:on|planned|there))* (?:in|during|over|"
               "for) (.+)$");
+        all.emplace_back(lead + "what (?:is|was) there (?:on|in|for) (.+)$");
         all.emplace_back(lead
             + "did (?!i\\b|we\\b|you\\b)(?:[a-z]+ ){1,3}(?:schedule|book|plan|put|add|arrange|set up) (?:anything|"
               "something|any [a-z]+)(?: for me| in| on)*(?: (?:for|on|in))? (.+)$");

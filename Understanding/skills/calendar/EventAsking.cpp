@@ -4,10 +4,10 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/calendar/DayAsking.h"
+#include "Understanding/skills/calendar/EventWording.h"
 #include "Understanding/skills/calendar/finding/EventLookup.h"
 #include "Understanding/skills/calendar/reading/CalendarWords.h"
 #include "Understanding/skills/calendar/reading/EventName.h"
-#include "Understanding/time/TimeVocabulary.h"
 
 #include <utility>
 
@@ -18,7 +18,6 @@ namespace {
 using Found = std::optional<Request>;
 using Aim = EventSearch::Aim;
 
-const std::string questionWord("(?:when|what|where|who|whom|if|whether|how|which)");
 const std::string ofThem("(?:" + CalendarWords::noun + "|" + CalendarWords::occasion + ")");
 
 /// What is found of the words by name.
@@ -42,7 +41,12 @@ Found clashing(const std::string& plain, const std::string& core, const RuleSurr
         "overlapping|conflicting)\\b");
     if (!said.find(plain) || !asks.find(plain) || CalendarWords::isOfOthers(plain))
         return std::nullopt;
-    auto search = CalendarWords::search(said.replaceAll(plain, " "), around);
+    // "Does yoga clash with anything", "does anything clash with yoga": one of both is named.
+    const auto middle = said.find(plain);
+    auto search = CalendarWords::search(plain.substr(0, middle->range.start), around);
+    if (!search || search->name.empty())
+        search =
+            CalendarWords::search(plain.substr(0, middle->range.start) + " " + plain.substr(middle->range.end), around);
     if (!search || search->isUnclear)
         return std::nullopt;
     const bool isOfHours = search->days && !search->days->from.allDay;
@@ -55,7 +59,8 @@ Found clashing(const std::string& plain, const std::string& core, const RuleSurr
 /// "Which meetings repeat", "how often is standup"
 Found comingBack(const std::string& plain, const std::string& core, const RuleSurroundings& around)
 {
-    static const Pattern often("^(?:and |so )?how often (?:do|does|is|are|will|am|have)(?: (?:i|we))?(?: (?:have|"
+    static const Pattern often("^(?:and |so )?(?:how often|(?:what|which|on which|on what) days) "
+                               "(?:do|does|is|are|will|am|have)(?: (?:i|we))?(?: (?:have|"
                                "go to|attend))? (.+?)(?: (?:happen|take place|come back|repeat|on|scheduled))*$");
     static const Pattern repeats("^(?:(?:please|tell me|show me|can you|could you|list|show|do|does|is|are|what|which|"
                                  "have|i|we|the|my|our|all|any|there|me) )*(.*?)\\b(?:repeat(?:s|ing|ed)?|recur(?:s|"
@@ -128,9 +133,18 @@ Found timeFor(const std::string& plain, const RuleSurroundings& around)
         "a (?:moment|minute|window|spare (?:hour|moment)))(?: left)? (?:for|to)\\b (.+)$");
     static const Pattern fits(
         "^(?:(?:please|tell me|check|and|so) )*(?:can|could) (?:i|we) (?:fit|squeeze)(?: in)? (.+)$");
-    auto match = form.find(plain);
-    if (!match)
-        match = fits.find(plain);
+    static const Pattern howMuch(
+        "^how much (?:free |spare |open )?time (?:do (?:i|we) have|have (?:i|we) got|is (?:there|left))(?: "
+        "(?:left|free|for me))* (.+)$");
+    static const Pattern idle(
+        "^(?:and |so )?(?:am|are) (?:i|we) (?:open|off|unbooked|not busy|idle) ((?:on|at|this|next|today|"
+        "tomorrow|tonight|for|in|after|before|between|from|mon|tues|wednes|thurs|fri|satur|sun).*)$");
+    static const Pattern out(
+        "^(?:can|could) (?:i|we) (?:go out|do something|make plans|hang out|meet (?:someone|somebody|people|"
+        "friends|up)|schedule (?:something|anything)|plan (?:something|anything)|sleep in) (.+)$");
+    std::optional<PatternMatch> match;
+    for (const Pattern* asked : {&form, &fits, &howMuch, &idle, &out})
+        match = match ? match : asked->find(plain);
     if (!match)
         return std::nullopt;
     constexpr int usualMinutes = 60;
@@ -173,61 +187,36 @@ Found counted(const std::string& plain, const std::string& core, const RuleSurro
     return EventLookup::request(*std::move(search), core);
 }
 
-} // namespace
-
-std::string EventAsking::plainly(const std::string& plain)
+/// "Dentist appointment", "dinner with John": a name alone, told of where there is such a thing.
+Found namedAlone(const std::string& plain, const std::string& core, const RuleSurroundings& around)
 {
-    static const std::string day("(today|tomorrow|tonight|(?:this|next) (?:week|weekend|month)|(?:on |this |next )?"
-        + std::string(TimeVocabulary::weekday) + "(?: (?:morning|afternoon|evening|night))?)");
-    static const Pattern wondering(
-        "^(?:(?:sorry|so|well|hmm|please|and|oh) )*(?:(?:i|we) (?:keep forgetting|forgot|forget|have "
-        "forgotten|(?:am|are) "
-        "not (?:quite )?sure|do not (?:know|remember|recall)|cannot (?:remember|recall)|can not (?:remember|recall)|"
-        "wonder|(?:am|was|are|were) wondering|(?:need|want|would like|would love|must|wish|have|like) to (?:know|see|"
-        "check|find out|hear))|any idea|do you (?:know|remember)|not sure|say|would you know)(?: again)? (?="
-        + questionWord + "\\b)");
-    static const Pattern dayFirst(
-        "^" + day + " (any|what|how many|how much|is there|are there|do|does|am i|which|when|where|who) (.+)$");
-    static const Pattern wordLast("^(?!(?:" + questionWord
-        + "|remind|tell|set|add|put|let|ask|i|we|do|is|it|that|this)\\b)"
-          "(?:my |the |our )?(.+?) (when|what time|at what time|where|on what day|what day|which day|what date|how "
-          "long|who)"
-          "(?: (?:is|was) (?:it|that))?$");
-    static const Pattern nounLast("^(?:my |the |our )?((?:[a-z'’]+ ){0,2}" + ofThem
-        + "(?: (?:with|on|at) [a-z ]+?)?) (time|timings?|date|day|location|place|venue|address|duration)$");
-    static const Pattern ofDays(
-        "^(?:my |the |our )*" + CalendarWords::calendar + "(?: (?:for|on|of|about))? " + day + "$");
-    static const Pattern bare("^(?:my |the )?(?:schedule|timetable|itinerary)$");
-    static const Pattern span(
-        "^(?:today|(?:this|the) (?:week|weekend|month)|(?:the )?rest of (?:the|this) week|the week "
-        "ahead)$");
-    static const Pattern verb("^(?:add|put|set|create|make|book|plan|enter|move|change|delete|remove|cancel|clear)\\b");
-    if (wondering.find(plain))
-        return wondering.replaceAll(plain, "");
-    if (const auto match = dayFirst.find(plain))
-        return match->texts[1] + " " + match->texts[2] + " " + match->texts[0];
-    if (verb.find(plain))
-        return plain;
-    if (const auto match = wordLast.find(plain))
-        return match->texts[1] + " is " + match->texts[0];
-    if (const auto match = nounLast.find(plain)) {
-        static const Pattern place("^(?:location|place|venue|address)$");
-        static const Pattern length("^duration$");
-        return (place.find(match->texts[1])           ? "where is "
-                       : length.find(match->texts[1]) ? "how long is "
-                                                      : "when is ")
-            + match->texts[0];
-    }
-    if (const auto match = ofDays.find(plain))
-        return "what is on my calendar " + match->texts[0];
-    if (bare.find(plain))
-        return "what is on my calendar";
-    return span.find(plain) ? "what is on my calendar " + plain : plain;
+    static const Pattern form(
+        "^(?:(?:my|the|our) )?((?:(?!(?:new|a|an|no|to|and|or|add|set|do|have|had|book|need|want|next|last|first|"
+        "all|any|set|create|make|edit|plan|call)\\b)[a-z'’]+ ){0,2}"
+        + ofThem + "(?: (?:with|at) [a-z'’]+(?: [a-z'’]+)?)?)$");
+    static const Pattern bareNoun("^(?:(?:my|the|our) )?(?:" + CalendarWords::noun
+        + "|birthday|calls?|visit|date|coffee|drinks|"
+          "sessions?|practice|exam|lecture|trip|flight|game|training|part(?:y|ies))$");
+    static const Pattern verb(
+        "^(?:add|put|set|create|make|book|plan|enter|move|change|delete|remove|cancel|clear|remind|note|"
+        "skip|call|invite|schedule|i|we|it|is|not|play|buy|get|organi[sz]e|arrange|host|attend|join|"
+        "start|stop|open|close|edit|update|save|wash|cook|make|eat|have|find)\\b");
+    const auto match = form.find(plain);
+    if (!match || bareNoun.find(plain) || verb.find(plain))
+        return std::nullopt;
+    auto search = CalendarWords::search(match->texts[0], around);
+    if (!search || search->name.empty() || search->days || search->isUnclear || search->isNext || search->isAll)
+        return std::nullopt;
+    search->aim = Aim::when;
+    search->otherwise = "I found no " + search->name + " in your calendar.";
+    return EventLookup::request(*std::move(search), core);
 }
+
+} // namespace
 
 Found EventAsking::read(const std::string& plain, const std::string& core, const RuleSurroundings& around)
 {
-    for (const auto reader : {clashing, comingBack, detailed, withPerson, missed, counted})
+    for (const auto reader : {clashing, comingBack, detailed, withPerson, missed, counted, namedAlone})
         if (auto request = reader(plain, core, around))
             return request;
     return timeFor(plain, around);
@@ -241,12 +230,19 @@ std::optional<EventSearch> EventAsking::ofUnknown(const std::string& question, c
     static const Pattern where("^(?:please |tell me |and |so )*where (?:is|are|am i|do i|does|will) (.+)$");
     static const Pattern whether("^(?:and |so )?(?:do|did|have|has|am|is|are|will|does) (?:i|we|my|our|the|there)"
                                  "(?: (?:have|got|already|still|any|an?|my|the|our))* (.+)$");
+    static const Pattern about(
+        "^(?:please |can you |could you )*(?:tell|show|remind|give) me (?:more |something |all )?about (.+)$");
+    static const Pattern happens(
+        "^(?:and |so )?does (?!it\\b|that\\b|this\\b|he\\b|she\\b|they\\b|any)(.+?) (?:happen|take place|"
+        "fall|start|begin)(?: (.+))?$");
     static const Pattern what("^(?:and |so )?what (?:do|am|have|is) (?:i|we|there)\\b (.+)$");
-    const std::string plain = CalendarWords::of(question).plain;
+    const std::string plain = EventWording::asked(CalendarWords::of(question).plain);
     const auto searchIn = [&](const Pattern& form, Aim aim) -> std::optional<EventSearch> {
         const auto match = form.find(plain);
-        auto search = match ? CalendarWords::search(match->texts[0], around) : std::nullopt;
-        if (!search || search->isUnclear || EventName::words(search->name).empty())
+        const std::string behind = match && match->texts.size() > 1 ? " " + match->texts[1] : "";
+        auto search = match ? CalendarWords::search(match->texts[0] + behind, around) : std::nullopt;
+        const bool isOfDays = search && aim == Aim::tell && search->name.empty() && search->days;
+        if (!search || search->isUnclear || (EventName::words(search->name).empty() && !isOfDays))
             return std::nullopt;
         search->name = CalendarWords::asSaid(search->name, question);
         search->aim = aim;
@@ -259,6 +255,10 @@ std::optional<EventSearch> EventAsking::ofUnknown(const std::string& question, c
     if (auto search = searchIn(where, Aim::where))
         return search;
     if (auto search = searchIn(whether, Aim::confirm))
+        return search;
+    if (auto search = searchIn(happens, Aim::confirm))
+        return search;
+    if (auto search = searchIn(about, Aim::ends))
         return search;
     return searchIn(what, Aim::tell);
 }

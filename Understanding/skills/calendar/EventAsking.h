@@ -12,9 +12,6 @@
 namespace quorvell {
 
 struct EventAsking {
-    /// "I forgot when the dentist is", "today any meeting is there", "dentist when": as most people would ask it. The
-    /// words themselves where they are no such question.
-    static std::string plainly(const std::string& plain);
     /// `plain` is `core` in the form of CalendarWords.
     static std::optional<Request> read(
         const std::string& plain, const std::string& core, const RuleSurroundings& around);

@@ -103,7 +103,7 @@ std::optional<PatternMatch> wished(const std::string& plain)
         "out|unschedule|unbook|trash|purge|format|reset|"
         "discard|eliminate|throw out|ditch|bin|void|take off|take out|forget about|nix|axe|"
         "kill|abolish|withdraw|rescind|retract|revoke|decline|annul|nullify|chuck|dump|del|rm|back out of|opt out "
-        "of|pull out of|bail on|free up|let go of|take away)";
+        "of|pull out of|bail on|leave out|free up|let go of|take away)";
     static const Pattern asks("^" + polite() + verb + "\\b(?: (?:off|out))? ?(.*)$");
     static const Pattern takes(
         "^(?:please |can you |could you )?(?:take|pull|strike|leave|knock|get)\\b (.+) (?:off|out|from|out "
@@ -125,7 +125,10 @@ std::optional<PatternMatch> wished(const std::string& plain)
         + "(?: with [a-z]+)?) (?:delete|cancel|remove|erase|cancelled|canceled)(?: it| that)?(?: "
           "((?:on|for|this|next|today|"
           "tomorrow|at) ?.*))?$");
-    for (const Pattern* form : {&takes, &offDay, &makesFree, &verbBehind})
+    // "Take yoga off"
+    static const Pattern off("^" + polite() + "(?:take|knock|strike) ((?:[a-z'’]+ ){0,3}?\\b" + occasion
+        + "(?: with [a-z]+)?) (?:off|out)$");
+    for (const Pattern* form : {&takes, &offDay, &makesFree, &verbBehind, &off})
         if (auto match = form->find(plain))
             return match;
     return asks.find(plain);
@@ -151,14 +154,16 @@ Found removingLoose(
     static const Pattern pronoun("\\b(?:it|that|ones?|them|those|these)\\b(?! (?:week|month|morning|"
                                  "afternoon|evening|weekend|day)\\b)");
     static const Pattern ownVerb("^" + polite() + "(?:take off|take out|nix|unschedule|unbook|axe|kill)\\b");
+    static const Pattern plans("^(?:plans|things|stuff|activities|commitments|bookings|reservations)$");
+    static const Pattern certain("^" + polite() + "(?:unschedule|unbook)\\b");
     static const Pattern occasional("\\b" + occasion + "\\b");
     auto search = CalendarWords::search(subject, around);
     if (!search || search->isUnclear)
         return std::nullopt;
     const bool isOccasion = occasional.find(subject).has_value();
-    const bool isOfDaysAlone = search->days && !search->hour && search->name.empty() && search->noun.empty()
-        && search->place == 0 && !search->isLast && !search->isNext && !pronoun.find(subject)
-        && search->days->from.adding(1) != search->days->to;
+    const bool isOfDaysAlone = search->days && !search->hour && search->name.empty()
+        && (search->noun.empty() || plans.find(search->noun)) && search->place == 0 && !search->isLast
+        && !search->isNext && !pronoun.find(subject) && search->days->from.adding(1) != search->days->to;
     if (time.find(subject) || isOfDaysAlone) {
         search->isAll = true;
         const bool isBounded = search->days || !search->anchor.empty() || (isOccasion && !search->except.empty());
@@ -166,7 +171,8 @@ Found removingLoose(
     }
     search->isLoose = true;
     const bool isMore = search->days || search->place > 0 || search->name.find(" and ") != std::string::npos;
-    if (isByTime(*search) || (isOccasion && !search->name.empty() && (isMore || ownVerb.find(plain))))
+    if (isByTime(*search) || (isOccasion && !search->name.empty() && (isMore || ownVerb.find(plain)))
+        || (certain.find(plain) && !search->name.empty()))
         return cancelling(std::move(search), core);
     return std::nullopt;
 }
@@ -186,7 +192,7 @@ std::string withoutLeftovers(const std::string& subject)
 Found behindReason(const std::string& said, const RuleSurroundings& around)
 {
     static const Pattern form(
-        "^(?:i|i['’]m|i['’]ve|i['’]ll|we|we['’]re|my|our|the|it|it['’]s)\\b([^,;.!]{2,80})[,;.!]\\s*"
+        "^(?:i|i['’]m|i['’]ve|i['’]ll|we|we['’]re|my|our|the|that|it|it['’]s)\\b([^,;.!]{2,80})[,;.!]\\s*"
         "((?:so |and |please |can you |could you |then )*(?:delete|remove|cancel|clear|erase|wipe|"
         "call off|empty|free up)\\b.+)$",
         Pattern::caseless);
@@ -223,7 +229,10 @@ Found EventRemoving::read(const std::string& said, const RuleSurroundings& aroun
     const std::string plain = CalendarWords::of(core).plain;
     if (denied.find(plain) && names(plain))
         return answering("All right. I have changed nothing.");
-    if (auto request = RemovalNews::read(plain, core, around))
+    static const Pattern wishBehind(
+        "(?: so| and| then)*(?: please| just| can you| could you| i want to)* (?:delete|remove|cancel|"
+        "take|get)(?: (?:it|that|this))?(?: (?:off|out|from|away)\\b.*)?$");
+    if (auto request = RemovalNews::read(wishBehind.replaceAll(plain, ""), core, around))
         return request;
     const auto match = wished(plain);
     if (!match || isOfOthers(plain))

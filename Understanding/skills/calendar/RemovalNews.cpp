@@ -41,7 +41,7 @@ Found skipped(const std::string& plain, const std::string& core, const RuleSurro
 {
     static const Pattern form(
         "^(?:(?:please|can you|could you|let us|i want to|i will|we will|i need to|there is|there "
-        "will be|we have|i have|and|so) )*(?:skip|no more|no) (?:(?:my|the|our) )?(.+)$");
+        "will be|we have|i have|i am|we are|and|so) )*(?:skip|skipping|no more|no) (?:(?:my|the|our) )?(.+)$");
     static const Pattern series("\\bevery\\b|days\\b|\\bno more\\b|\\bskip (?:my|the|our)\\b");
     static const Pattern named(thing);
     const auto match = form.find(plain);
@@ -62,10 +62,15 @@ Found ended(const std::string& plain, const std::string& core, const RuleSurroun
         + over + "(?: now| (?:for )?((?:today|tomorrow|this|next|on) ?.*))?$");
     static const Pattern marked(
         "^(?:please |can you |could you )*mark (?:(?:my|the|our) )?(.+?) as " + over + "(?: (.*))?$");
+    static const Pattern notOn(
+        "^(?:(?:my|the|our) )?(.+?) (?:is|are|will) (?:not|no longer) (?:be )?(?:happening|taking place|"
+        "going ahead|on)(?: anymore| any longer)?(?: ((?:today|tomorrow|this|next|on) ?.*))?$");
+    static const Pattern isOff("^(?:(?:my|the|our) )?(.+?)['’]s (?:been )?" + over
+        + "(?: now| (?:for )?((?:today|tomorrow|this|next|on) ?.*))?$");
     static const Pattern named(thing);
-    auto match = form.find(plain);
-    if (!match)
-        match = marked.find(plain);
+    std::optional<PatternMatch> match;
+    for (const Pattern* said : {&form, &marked, &notOn, &isOff})
+        match = match ? match : said->find(plain);
     return match && named.find(match->texts[0])
         ? removing(trimmed(match->texts[0] + " " + match->texts[1]), core, around)
         : std::nullopt;

@@ -97,7 +97,8 @@ std::optional<NotebookQuestion> NotebookQuestion::readOwn(std::string_view core)
         + "|^what am i (?:allergic|called|afraid)|^where do (?:i|we) (?:live|work|keep|park)|^who am i$|^what is my "
           "name$");
     static const Pattern bare(
-        "^(?:(?:my|our|the) )?(?:(?:(?!is |are |was |has |to |set |change |add |put |new |call |text |send |for )\\w+ "
+        "^(?:(?:my|our|the) )?(?:(?:(?!is |are |was |has |to |set |change |add |put |new |call |text |send |for "
+        "|remove |delete |cancel |erase )\\w+ "
         "){1,3}(?:password|passcode|pin code|pin|phone number|telephone number|shoe size|birthday|door code|gate code)"
         "|(?:phone|telephone|mobile)? ?number (?:of|for) (?:the |my |our )?\\w+(?: "
         "\\w+)?|(?:password|code|address|pin) (?:of|for) (?:the |my |our )?\\w+(?: \\w+)?)$");

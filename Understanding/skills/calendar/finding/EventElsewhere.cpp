@@ -27,7 +27,8 @@ std::optional<EventSearch> EventElsewhere::next(
     const EventSearch& search, const std::string& nothing, const std::string& none)
 {
     const bool isPlaced = search.days || search.isBack;
-    if (search.isElsewhere || search.isLoose || !isPlaced || !search.anchor.empty() || search.aim == Aim::clashes)
+    const bool isOfDayAndHour = search.isLoose && search.name.empty() && !search.hour; // That may ring as well.
+    if (search.isElsewhere || isOfDayAndHour || !isPlaced || !search.anchor.empty() || search.aim == Aim::clashes)
         return std::nullopt;
     EventSearch wider = search;
     wider.isElsewhere = true;

@@ -315,7 +315,9 @@ Step reminderInstead(
     std::erase_if(others, [](const FoundThing& thing) { return thing.skill == AgendaCalls::skill; });
     const auto named = search.name.empty() ? std::vector<FoundThing>() : EventName::fitting(others, search.name);
     const bool isAtHour = search.isLoose && search.name.empty() && others.size() == 1;
-    if (!isAtHour && named.size() != 1 && (!search.isLoose || search.name.empty()))
+    // Of another day it may be an event all the same.
+    const bool isAnywhere = search.isLoose && !search.name.empty() && !search.days;
+    if (!isAtHour && named.size() != 1 && !isAnywhere)
         return std::nullopt;
     memory.wish = {.kind = Wish::Kind::cancel,
         .title = isAtHour       ? others.front().title

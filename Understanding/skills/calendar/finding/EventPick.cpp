@@ -44,7 +44,7 @@ void keepOnHour(std::vector<FoundThing>& found, const EventSearch& search)
         return event.start && !event.start->allDay && *event.start >= search.days->from
             && *event.start <= search.days->to;
     });
-    if (!onHour.empty())
+    if (!onHour.empty() || (search.hour && search.aim == Aim::cancel))
         found = std::move(onHour);
 }
 
@@ -113,7 +113,7 @@ std::vector<FoundThing> EventPick::fitting(
     if (isOfEvents)
         std::erase_if(listed, [](const FoundThing& thing) { return thing.skill != AgendaCalls::skill; });
     // Who asks for their meetings, or appointments, wants to know of everything.
-    const bool isAny = search.aim == Aim::tell && EventName::isLoosePlural(search.noun);
+    const bool isAny = search.isOfSeries || (search.aim == Aim::tell && EventName::isLoosePlural(search.noun));
     auto found = search.name.empty() ? EventName::called(listed, isAny ? "" : search.noun)
                                      : EventName::fitting(listed, search.name);
     if (found.empty() && !listed.empty())
@@ -136,6 +136,9 @@ std::vector<FoundThing> EventPick::fitting(
         keepNext(found, search, around);
     if (search.isLast && found.size() > 1)
         found = {found.back()};
+    // "The second meeting" counts everything, where not so much is called one.
+    if (search.place > found.size() && search.name.empty() && EventName::isLoosePlural(search.noun + "s"))
+        found = listed;
     if (search.place > 0 && !search.isNext)
         found = search.place <= found.size() ? std::vector{found[search.place - 1]} : std::vector<FoundThing>();
     return found;

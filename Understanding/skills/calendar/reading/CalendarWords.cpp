@@ -6,6 +6,7 @@
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/calendar/reading/DaysAround.h"
 #include "Understanding/skills/calendar/reading/EventName.h"
+#include "Understanding/skills/calendar/reading/TimeOrder.h"
 #include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/words/RequestText.h"
@@ -26,8 +27,9 @@ const std::string CalendarWords::occasion(
     "training|dentist|doctor|vet|game|trip|date|yoga|pilates|gym|standups?|calls?|sessions?|practice|rehearsal|"
     "workshop|"
     "seminar|flight|drinks|coffee|visit|checkup|reunion|exam|lecture)");
-const std::string CalendarWords::noun = "(?:(?:event|meeting|appointment|engagement|commitment|booking|conference)s?|"
-                                        "activit(?:y|ies)|calendar entr(?:y|ies))";
+const std::string CalendarWords::noun =
+    "(?:(?:event|meeting|appointment|engagement|commitment|booking|reservation|conference)s?|"
+    "activit(?:y|ies)|calendar entr(?:y|ies))";
 
 namespace {
 
@@ -341,6 +343,7 @@ std::optional<EventSearch> CalendarWords::search(std::string subject, const Rule
         "(?<!\\bat )(?<!\\bto )(?<!\\band )(?<!\\bfrom )(?<!\\bafter )(?<!\\bbefore )(?<!\\bby )"
         "(?<!\\buntil )(?<!\\bbetween )(?<!\\baround )(?<!\\bfor )(?<!\\babout )(?<![\\d:])\\b"
         "(?=\\d{1,2}(?::\\d{2})? ?[ap]\\.?m\\b)");
+    subject = TimeOrder::of(std::move(subject));
     takeExcept(subject, search);
     takePlace(subject, search);
     takeAnchor(subject, search, around);

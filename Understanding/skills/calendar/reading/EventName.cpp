@@ -12,9 +12,10 @@ namespace quorvell {
 
 namespace {
 
-constexpr auto nouns = std::to_array<std::string_view>({"meeting", "appointment", "conference", "call", "session",
-    "visit", "appt", "class", "event", "entry", "entrie", "thing", "plan", "item", "commitment", "engagement",
-    "booking", "activity", "activitie", "occasion", "gathering", "function", "happening", "block", "slot"});
+constexpr auto nouns =
+    std::to_array<std::string_view>({"meeting", "appointment", "conference", "call", "session", "visit", "appt",
+        "class", "event", "entry", "entrie", "thing", "plan", "item", "commitment", "engagement", "booking", "activity",
+        "activitie", "occasion", "gathering", "function", "happening", "block", "slot", "reservation"});
 constexpr auto anyOfThem = std::to_array<std::string_view>({"meeting", "appointment", "appt", "conference"});
 constexpr std::size_t nounsThatSayLittle = 8; ///< Those before it say at least what it is.
 
@@ -41,7 +42,7 @@ constexpr auto idle = std::to_array<std::string_view>({"a", "about", "add", "add
     "regular", "daily", "anymore", "usual", "usually", "evaluate", "assess", "analyse", "analyze", "inspect", "explain",
     "named", "titled", "entitled", "labelled", "labeled", "anyone's", "anybody's", "someone's", "only", "both",
     "occurrence", "occurrences", "instance", "instances", "everyone", "whose", "search", "including", "involving",
-    "regarding", "concerning", "arranged"});
+    "regarding", "concerning", "arranged", "starts", "begins", "ends", "finishes", "past"});
 
 std::string singular(std::string_view word)
 {
