@@ -234,6 +234,18 @@ RuleStep lookedFurther(RuleStep step, const RuleSurroundings& around)
     return step;
 }
 
+/// What belongs behind what was done, unless it was not done.
+RuleStep remarked(RuleStep step, const ToolResult& result)
+{
+    auto* said = std::get_if<std::string>(&step.answer);
+    if (!said)
+        return step;
+    const std::string remark = std::exchange(step.memory.remark, {});
+    if (!ToolResults::failure(result) && !step.memory.pending.isOpen())
+        *said += remark;
+    return step;
+}
+
 /// What was said is taken for what is put right by it, where it puts something right.
 RuleStep answeredOrRepaired(std::string_view words, const RequestMemory& memory, const RuleSurroundings& around)
 {
@@ -252,6 +264,8 @@ RuleStep RequestRules::answerWords(std::string_view said, const RequestMemory& m
 {
     RequestMemory now = memory;
     ++now.turn;
+    now.remark.clear();
+    now.eventsToCome.clear();
     // Where free words are asked for, they stay as they are.
     const bool asksForWords = memory.pending.isOpen() && memory.pending.task.empty();
     const std::string fluent = RequestText::withoutFillers(said);
@@ -284,7 +298,7 @@ RuleStep RequestRules::answerResult(
     const Skill* skill = SkillTable::ofCall(call);
     if (!skill || !skill->takeResult)
         return ToolResults::say(ToolResults::failure(*result).value_or("Done."), memory);
-    RuleStep step = lookedFurther(skill->takeResult(call, *result, memory, around), around);
+    RuleStep step = remarked(lookedFurther(skill->takeResult(call, *result, memory, around), around), *result);
     ActBook::record(
         call, *result, skill->name, skill->whatWasDone ? skill->whatWasDone(call, *result) : "", memory, step);
     return remembered(AsideRules::takenUp(std::move(step), AsideRules::Behind::result));

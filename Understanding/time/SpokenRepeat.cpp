@@ -34,7 +34,9 @@ std::optional<SpokenRepeat> SpokenRepeat::read(std::string_view said)
         "\\b(?:(?:every|each) (?:other|second|third|fourth|two|three|four|six|few|couple of|\\d+)"
         " (?:days?|weeks?|months?|years?|"
             + weekday + ")|(?:on )?(?:the )?(?:first|second|third|fourth|last|1st|2nd|3rd|4th) " + weekday
-            + " (?:of|in) (?:every|each|the) months?|fortnightly|every fortnight|bi-?weekly|(?:twice|three times) an? "
+            + " (?:of|in) (?:every|each|the) months?|fortnightly|every fortnight|(?:(?:every|each|on) "
+              ")?alternat(?:e|ing) (?:days?|weeks?|months?|weekdays?|"
+              "[a-z]+days?)|bi-?weekly|(?:twice|three times) an? "
               "(?:day|week|month|year))\\b",
         Pattern::caseless);
     // One day after "every" is left to the phrase reader, which knows its date.

@@ -13,7 +13,9 @@ std::string Shorthand::ofFrames(const std::string& words)
         {"(?<![\\w'’-])(can|could|cud|would|wud|will|if|do|did|have|are|thank|when|want|need|like) "
          "(?:u|ya|yu)(?![\\w'’-])",
             "$1 you"},
-        {"(?<![\\w'’-])(remind me|remind us|need|want|have|going|able|forget) 2 (?=[a-z])", "$1 to "},
+        {"(?<![\\w'’-])(remind me|remind us|need|want|have|going|able|forget) 2 "
+         "(?=[a-z])(?!(?:hours?|hrs?|minutes?|mins?|days?|weeks?|months?)\\b)",
+            "$1 to "},
         {"(?<![\\w'’-])please\\s*(?:n|&|and)\\s*(?:thx|thanks|thank you|ty)[.!]*$", "please"},
         {"^(?:u|yu) (can|could|should|need)\\b", "you $1"},
         {"(?<![\\w'’-])cud you\\b", "could you"},

@@ -24,7 +24,8 @@ struct EventSearch {
         remind, ///< `minutes` before it begins, of it or to do `value`.
         rename, ///< To `value`.
         place, ///< At `value` from now on.
-        length, ///< To last `minutes`.
+        length, ///< To last `minutes`, or until `value`.
+        copy, ///< To have the same once more, `value` says when.
         clashes, ///< What is at the same time as something else.
         repeats, ///< Whether, or which, comes back.
     };
@@ -44,6 +45,8 @@ struct EventSearch {
     bool isBack = false; ///< One that is over.
     bool isWide = false; ///< A whole year is looked through, since less was not enough.
     int minutes = 0;
+    bool isUsualLead = false; ///< Of remind: nobody said how long before.
+    bool isRelative = false; ///< Of length: `minutes` are added to what it lasts, or taken off below 0.
     std::string value{};
     std::string anchor{}; ///< The name of an event that bounds the time: "after the staff meeting".
     bool isAfterAnchor = false; ///< Behind it, else before it.
@@ -53,6 +56,7 @@ struct EventSearch {
     bool isElsewhere = false; ///< There is nothing like it where it was said to be: it is looked for at other times.
     std::string missed{}; ///< Says what is not there, in front of what is.
     bool isOfSeries = false; ///< Only what comes back.
+    std::string fallback{}; ///< Of remind: what the reminder is of where no such event is there, in their words.
 
     bool operator==(const EventSearch&) const = default;
 };

@@ -61,6 +61,8 @@ struct RequestMemory {
     std::size_t turn = 0; ///< Utterances so far.
     std::string words{}; ///< The last request that was no answer, without its opening and closing words.
     std::optional<ToolRequest> call{}; ///< The last one that was made.
+    std::string remark{}; ///< What is said behind what the call under way does; empty for nothing.
+    std::vector<ToolRequest> eventsToCome{}; ///< Of several that are put in by one request, behind the call under way.
 
     /// "tomorrow"; empty for everything.
     std::string daysInWords() const { return days ? days->words : std::string(); }

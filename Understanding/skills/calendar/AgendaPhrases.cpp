@@ -8,6 +8,7 @@
 #include "Understanding/skills/calendar/DayAsking.h"
 #include "Understanding/skills/calendar/EventActs.h"
 #include "Understanding/skills/calendar/EventAsking.h"
+#include "Understanding/skills/calendar/EventNews.h"
 #include "Understanding/skills/calendar/EventRemoving.h"
 #include "Understanding/skills/calendar/EventSetting.h"
 #include "Understanding/skills/calendar/EventWording.h"
@@ -330,8 +331,15 @@ Found restOfList(const std::string& plain)
     }};
 }
 
-Found inviting(const std::string& plain)
+Found inviting(const std::string& core, const std::string& plain)
 {
+    static const Pattern adds(
+        "^(?:[Pp]lease |[Cc]an you |[Cc]ould you )*[Aa]dd (?:\\p{Lu}[\\p{L}'’-]+|my (?:wife|husband|"
+        "boss|mom|mum|dad|sister|brother|friend|colleague|team))(?: and \\p{Lu}[\\p{L}'’-]+)* (?:to|as "
+        "an? (?:guest|attendee|participant) (?:to|of|for)) (?:the|my|our) (?:\\S+ "
+        "){0,3}(?:meeting|appointment|event|call|lunch|dinner|party|interview)\\b");
+    if (adds.find(core))
+        return saying(invitesNobody);
     static const Pattern invites(
         "^(?:please |can you |could you )*(?:invite|send (?:an? |the )?(?:invites?|invitations?))\\b");
     return invites.find(plain) ? saying(invitesNobody) : std::nullopt;
@@ -362,11 +370,13 @@ Found AgendaPhrases::read(const std::string& core, const RuleSurroundings& aroun
     if (core.size() > mostBytes || !around.offers("whats_on"))
         return std::nullopt;
     const std::string plain = CalendarWords::of(core).plain;
-    if (auto request = inviting(plain))
+    if (auto request = inviting(core, plain))
         return request;
     if (auto request = restOfList(plain))
         return request;
     if (auto request = EventActs::read(core, plain, around))
+        return request;
+    if (auto request = EventNews::read(core, around))
         return request;
     if (auto request = movingTrip(core, plain, around))
         return request;
@@ -377,7 +387,7 @@ Found AgendaPhrases::read(const std::string& core, const RuleSurroundings& aroun
     const std::string asked = EventWording::asked(plain);
     if (auto request = asked != plain ? askedAs(asked, core, around) : std::nullopt)
         return request;
-    if (auto request = EventSetting::read(core, plain, around))
+    if (auto request = EventSetting::read(core, around))
         return request;
     return askedAs(plain, core, around);
 }

@@ -12,16 +12,10 @@
 #include "Understanding/skills/calendar/acting/AgendaTopic.h"
 #include "Understanding/skills/calendar/finding/EventLookup.h"
 #include "Understanding/skills/calendar/reading/CalendarWords.h"
-#include "Understanding/skills/calendar/reading/DayChoice.h"
-#include "Understanding/skills/calendar/reading/EventRepeat.h"
 #include "Understanding/skills/calendar/reading/EventTitle.h"
-#include "Understanding/skills/calendar/reading/EventWords.h"
-#include "Understanding/skills/reminders/ReminderIntent.h"
 #include "Understanding/time/SpokenLength.h"
-#include "Understanding/time/SpokenMoment.h"
 #include "Understanding/time/SpokenMove.h"
 #include "Understanding/time/SpokenWhen.h"
-#include "Understanding/time/TimeVocabulary.h"
 
 #include <nlohmann/json.hpp>
 
@@ -62,6 +56,16 @@ bool lacksTime(const AgendaIntent& intent)
     return repeat && repeat->kind != ReminderRepeat::Kind::monthly && repeat->kind != ReminderRepeat::Kind::yearly;
 }
 
+/// ", on Friday the 27th of November", ", every Sunday"; no hour, since that is what is missing.
+std::string dayOf(const AgendaIntent& intent)
+{
+    const auto repeat = ReminderRepeat::fromStored(intent.repeat);
+    const std::string often = repeat ? repeat->spoken("en_US") : "";
+    if (!often.empty())
+        return ", " + lowerCased(often.substr(0, 1)) + often.substr(1);
+    return intent.start ? ", " + SpokenWhen::on(SpokenWhen::date(intent.start->wholeDay())) : "";
+}
+
 /// What was understood already is kept for the answer: the length in the arguments, the hour as the only choice.
 RuleStep askWhen(const AgendaIntent& intent, RequestMemory memory)
 {
@@ -77,9 +81,8 @@ RuleStep askWhen(const AgendaIntent& intent, RequestMemory memory)
         asked.question = "I am not sure which time you mean. When is it?";
     }
     if (intent.isUnasked)
-        asked.question = "Should I put " + intent.title + " into your calendar"
-            + (intent.start ? ", " + SpokenWhen::on(SpokenWhen::date(*intent.start)) : "")
-            + "? If so, at what time is it?";
+        asked.question = "Should I put " + intent.title + " into your calendar" + dayOf(intent)
+            + (intent.start || !intent.repeat.empty() ? "? If so, at what time is it?" : "? If so, when is it?");
     if (intent.minutes > 0)
         asked.arguments = dumpJson(Json{{"minutes", intent.minutes}});
     return RuleStep::asking(std::move(asked), std::move(memory));
@@ -102,17 +105,22 @@ RuleStep askWhichDay(const AgendaIntent& intent, RequestMemory memory)
     return RuleStep::asking(std::move(asked), std::move(memory));
 }
 
-/// ", every year, starting on Sunday the 14th of March", ", on Friday the 11th of December, until Monday the 14th".
-std::string whenItIs(const AgendaIntent& intent)
+/// What comes back is asked for with its time, since nothing else is known of it.
+RuleStep askTitle(const AgendaIntent& intent, RequestMemory memory)
 {
-    const auto repeat = ReminderRepeat::fromStored(intent.repeat);
-    const std::string often = repeat ? repeat->spoken("en_US") : "";
-    std::string when = often.empty() ? ", " : ", " + lowerCased(often.substr(0, 1)) + often.substr(1) + ", starting ";
-    when += SpokenWhen::on(SpokenWhen::date(*intent.start));
-    if (!intent.end || !(*intent.end > *intent.start))
-        return when;
-    const bool isSameDay = intent.end->wholeDay() == intent.start->wholeDay();
-    return when + ", until " + (isSameDay ? SpokenWhen::clock(*intent.end) : SpokenWhen::date(*intent.end));
+    PendingQuestion asked{.kind = &AgendaRules::title, .date = intent.start, .repeat = intent.repeat};
+    if (intent.isToRepeat && !intent.start)
+        asked.question = "What should come back in your calendar, and when? For example: gym every monday at 6 PM.";
+    else
+        asked.question = "What should I put into your calendar"
+            + (intent.start ? ", " + SpokenWhen::on(SpokenWhen::date(*intent.start)) : "") + "?";
+    Json kept = Json::object();
+    if (intent.end)
+        kept["end"] = intent.end->text();
+    if (intent.minutes > 0)
+        kept["minutes"] = intent.minutes;
+    asked.arguments = dumpJson(kept);
+    return RuleStep::asking(std::move(asked), std::move(memory));
 }
 
 RuleStep askHowOften(const AgendaIntent& intent, RequestMemory memory)
@@ -134,11 +142,7 @@ RuleStep add(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls
     if (intent.isToRepeat && intent.start && !intent.title.empty())
         return askHowOften(intent, std::move(memory));
     if (intent.title.empty() && (intent.start || !intent.isTimeUnclear))
-        return RuleStep::asking({.kind = &AgendaRules::title,
-                                    .question = "What should I put into your calendar?",
-                                    .date = intent.start,
-                                    .repeat = intent.repeat},
-            std::move(memory));
+        return askTitle(intent, std::move(memory));
     if (!intent.start || lacksTime(intent)) {
         memory.event = {}; // "It" is the new one already.
         const bool isWhichDay = !intent.start && !intent.contraryDays.empty() && !intent.title.empty();
@@ -146,11 +150,12 @@ RuleStep add(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls
     }
     auto answer = calls.add(intent);
     const auto* request = std::get_if<ToolRequest>(&answer);
-    if (!intent.isUnasked || !request)
+    if ((!intent.isUnasked && intent.ruleEnd.empty()) || !request)
         return {std::move(answer), std::move(memory)};
+    const std::string endless = intent.ruleEnd.empty() ? "" : "I cannot let it end " + intent.ruleEnd + " by itself. ";
     return RuleStep::asking(
         {.kind = &ToolResults::confirmation,
-            .question = "Should I put " + intent.title + " into your calendar" + whenItIs(intent) + "?",
+            .question = endless + AgendaReply::offer(parseJson(request->arguments).value_or(Json::object())),
             .tool = request->name,
             .arguments = request->arguments},
         std::move(memory));
@@ -194,131 +199,7 @@ AgendaIntent moving(const Wish& wish)
         .when = length ? std::string() : wish.when};
 }
 
-/// How long it is by that answer; 0 where it does not say.
-int minutesOf(const EventWords& said)
-{
-    constexpr int minutesOfHour = 60;
-    if (said.minutes > 0 || !said.start || !said.end || said.start->allDay)
-        return said.minutes;
-    constexpr int hoursOfDay = 24;
-    const int minutes = (said.end->hour - said.start->hour) * minutesOfHour + said.end->minute - said.start->minute;
-    return minutes > 0 ? minutes : minutes + hoursOfDay * minutesOfHour;
-}
-
-Step takeWhichDay(
-    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
-{
-    const auto start = asked.choices.empty() ? std::nullopt : DayChoice::named(core, asked.choices);
-    if (!start)
-        return std::nullopt;
-    const Json arguments = parseJson(asked.arguments).value_or(Json::object());
-    return AgendaRules::answer({.kind = AgendaIntent::Kind::add,
-                                   .minutes = static_cast<int>(readInteger(arguments, "minutes").value_or(0)),
-                                   .title = asked.task,
-                                   .start = start,
-                                   .repeat = asked.repeat},
-        std::move(memory), around);
-}
-
-/// A time and nothing else, whatever else it could be a request for.
-bool isWhen(const std::string& core, const RuleSurroundings& around)
-{
-    static const Pattern begins(
-        "^(?:at|on|from|between|in the|for|tomorrow|today|tonight|next|noon|half|quarter|the \\d|\\d|"
-            + std::string(TimeVocabulary::weekday) + ")",
-        Pattern::caseless);
-    if (!begins.find(core))
-        return false;
-    const EventWords said = EventWords::read(core, around);
-    return said.title.empty() && said.start && said.repeat.empty();
-}
-
-Step takeWhen(
-    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
-{
-    static const Pattern danglingFor("\\s*\\bfor$|^for\\s+", Pattern::caseless);
-    static const Pattern wholeDay(
-        "^(?:(?:it is |it will be |make it |for )?(?:all day|the (?:whole|entire) day|all of it|whole day)"
-        "(?: long)?|no (?:time|hour|particular time|specific time)|any ?time|it does not matter|i do not "
-        "know(?: yet)?|not sure(?: yet)?|does not matter|without a time|no idea(?: yet)?|(?:that is )?(?:still "
-        ")?open|later|tbd)$");
-    if (asked.date && asked.repeat.empty() && wholeDay.find(CalendarWords::of(core).plain))
-        return AgendaRules::answer(
-            {.kind = AgendaIntent::Kind::add, .title = asked.task, .start = asked.date->wholeDay(), .isWholeDay = true},
-            std::move(memory), around);
-    static const Pattern more(
-        "^(?:it is |and )?(?:with|about|regarding) \\S", Pattern::caseless); // "With the landlord"
-    std::string words = ReminderIntent::timeAnswer(core);
-    const EventWords said = EventWords::read(words, around);
-    if (more.find(core) && !said.start && !said.isTimeUnclear)
-        return AgendaRules::answer({.kind = AgendaIntent::Kind::add,
-                                       .title = trimmed(asked.task + " " + core),
-                                       .start = asked.date,
-                                       .repeat = asked.repeat,
-                                       .isPartOfDay = asked.date.has_value()},
-            std::move(memory), around);
-    const int length = minutesOf(said);
-    if (const auto lasting = said.minutes > 0 ? SpokenLength::read(words) : std::nullopt)
-        words = trimmed(danglingFor.replaceAll(lasting->rest, ""));
-    if (asked.date && said.end && said.start && !said.start->allDay) // "From 2 to 4 pm"
-        words = "at " + SpokenWhen::clock(*said.start);
-    const auto moment = SpokenMoment::read(words, around);
-    const auto to = asked.date ? SpokenMove::read(words, *asked.date, SpokenMove::FarHour::isUsual, around)
-                               : SpokenMove{moment ? std::vector{moment->date} : std::vector<DateParts>()};
-    if (to.choices.size() != 1) {
-        const EventWords answer = EventWords::read(words, around); // "From friday to sunday."
-        if (asked.date || !answer.start || !answer.title.empty())
-            return std::nullopt;
-        return AgendaRules::answer(
-            {.kind = AgendaIntent::Kind::add, .title = asked.task, .start = answer.start, .end = answer.end},
-            std::move(memory), around);
-    }
-    DateParts start = to.choices.front();
-    if (start.allDay && !asked.choices.empty())
-        start = atClockOf(start, asked.choices.front().date);
-    const Json arguments = parseJson(asked.arguments).value_or(Json::object());
-    const int minutes = static_cast<int>(readInteger(arguments, "minutes").value_or(0));
-    return AgendaRules::answer({.kind = AgendaIntent::Kind::add,
-                                   .minutes = length > 0 ? length : minutes,
-                                   .title = asked.task,
-                                   .start = start,
-                                   .repeat = asked.repeat},
-        std::move(memory), around);
-}
-
-Step takeHowOften(
-    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
-{
-    static const Pattern never("^(?:never|not at all|only once|once|just once|no|it does not)$");
-    const std::string plain = CalendarWords::of(core).plain;
-    const std::string repeat = asked.date ? EventRepeat::stored(plain, *asked.date, around) : "";
-    if (repeat.empty() && !never.find(plain))
-        return std::nullopt;
-    const Json arguments = parseJson(asked.arguments).value_or(Json::object());
-    return AgendaRules::answer({.kind = AgendaIntent::Kind::add,
-                                   .minutes = static_cast<int>(readInteger(arguments, "minutes").value_or(0)),
-                                   .title = asked.task,
-                                   .start = asked.date,
-                                   .repeat = repeat},
-        std::move(memory), around);
-}
-
-Step takeTitle(
-    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
-{
-    return AgendaRules::answer({.kind = AgendaIntent::Kind::add,
-                                   .title = ReminderIntent::taskAnswer(core),
-                                   .start = asked.date,
-                                   .repeat = asked.repeat},
-        std::move(memory), around);
-}
-
 } // namespace
-
-const QuestionKind AgendaRules::when{takeWhen, isWhen};
-const QuestionKind AgendaRules::whichDay{takeWhichDay};
-const QuestionKind AgendaRules::howOften{takeHowOften};
-const QuestionKind AgendaRules::title{takeTitle};
 
 Request AgendaRules::request(AgendaIntent intent)
 {
@@ -371,6 +252,17 @@ RuleStep AgendaRules::answer(const AgendaIntent& wished, RequestMemory memory, c
         break;
     }
     return AgendaChange::make(intent, std::move(memory), around);
+}
+
+RuleStep AgendaRules::offerNew(const EventSearch& search, RequestMemory memory)
+{
+    memory.events = {};
+    const std::string title = withUpperCaseFirst(search.name);
+    return RuleStep::asking(
+        {.kind = &AgendaRules::when,
+            .question = "I found no " + search.name + " in your calendar. Should I put it in? If so, when is it?",
+            .task = title},
+        std::move(memory));
 }
 
 std::optional<RuleStep> AgendaRules::retime(const Wish& wish, RequestMemory memory, const RuleSurroundings& around)

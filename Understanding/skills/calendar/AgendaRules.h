@@ -22,6 +22,8 @@ struct AgendaRules {
 
     static Request request(AgendaIntent intent);
     static RuleStep answer(const AgendaIntent& intent, RequestMemory memory, const RuleSurroundings& around);
+    /// What was named alone and is not there: whether it should be.
+    static RuleStep offerNew(const EventSearch& search, RequestMemory memory);
     /// Another time for the event last talked about, or a further day to ask the calendar about.
     static std::optional<RuleStep> retime(const Wish& wish, RequestMemory memory, const RuleSurroundings& around);
     static RuleStep changeListed(

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/calendar/AgendaSkill.h"
 
+#include "QuorvellCore/text/Characters.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/calendar/AgendaPhrases.h"
 #include "Understanding/skills/calendar/AgendaRules.h"
@@ -12,6 +13,7 @@
 #include "Understanding/skills/calendar/acting/AgendaReply.h"
 #include "Understanding/skills/calendar/acting/AgendaTopic.h"
 #include "Understanding/skills/calendar/finding/EventLookup.h"
+#include "Understanding/skills/calendar/finding/EventPick.h"
 #include "Understanding/skills/calendar/reading/AgendaCues.h"
 #include "Understanding/skills/reminders/ReminderCalls.h"
 #include "Understanding/skills/reminders/ReminderIntent.h"
@@ -168,9 +170,7 @@ std::string questionBefore(const ToolRequest& call)
     if (call.name != "add_event")
         return "";
     const Json arguments = parseJson(call.arguments).value_or(Json::object());
-    const auto start = ToolResults::dateIn(arguments, "start");
-    return "Should I put " + readString(arguments, "title").value_or("that") + " into your calendar"
-        + (start ? ", " + SpokenWhen::on(SpokenWhen::date(*start)) : "") + "?";
+    return AgendaReply::offer(arguments);
 }
 
 std::vector<FoundThing> listedIn(const Json& result)
@@ -191,6 +191,10 @@ RuleStep takeList(
 {
     auto listed = listedIn(result.json());
     if (memory.events.aim != EventSearch::Aim::none) {
+        const EventSearch search = memory.events;
+        const bool isOffered = search.aim == EventSearch::Aim::when && !search.fallback.empty();
+        if (isOffered && EventPick::fitting(listed, search, result, around).empty())
+            return AgendaRules::offerNew(search, std::move(memory));
         RuleStep step = EventLookup::take(std::move(listed), result, std::move(memory), around);
         if (auto* said = std::get_if<std::string>(&step.answer))
             *said = AgendaReply::withUnread(std::move(*said), result.json());
@@ -220,12 +224,22 @@ ToolResult withoutAlarms(const ToolResult& result)
     return ToolResult::parse(dumpJson(told)).value_or(result);
 }
 
+/// What was told of the events before this one, of several that are put in.
+std::string toldBefore(const ToolRequest& call, RequestMemory& memory)
+{
+    const bool isOneOfSeveral = call.name == "add_event" && !memory.remark.empty();
+    return isOneOfSeveral ? trimmed(std::exchange(memory.remark, {})) + " " : std::string();
+}
+
 RuleStep takeResult(
     const ToolRequest& call, const ToolResult& answer, RequestMemory memory, const RuleSurroundings& around)
 {
     const ToolResult result = call.name == "whats_on" ? withoutAlarms(answer) : answer;
-    if (auto failure = ToolResults::failure(result))
-        return ToolResults::say(*std::move(failure), std::move(memory));
+    if (auto failure = ToolResults::failure(result)) {
+        memory.eventsToCome.clear();
+        const std::string told = toldBefore(call, memory);
+        return ToolResults::say(told + *failure, std::move(memory));
+    }
     const std::string title = result.string("title").value_or("");
     if (auto asked = ToolResults::confirming(call, result, "Should I really delete " + title + "?", memory))
         return *std::move(asked);
@@ -237,6 +251,13 @@ RuleStep takeResult(
         memory.event = isThere ? ToolResults::thing(result.json(), {.skill = AgendaCalls::skill}) : FoundThing();
         if (!memory.event.id.empty())
             memory.talkOf(AgendaCalls::skill);
+    }
+    reply = toldBefore(call, memory) + reply;
+    if (result.status() == ToolStatus::added && !memory.eventsToCome.empty()) {
+        const ToolRequest next = memory.eventsToCome.front();
+        memory.eventsToCome.erase(memory.eventsToCome.begin());
+        memory.remark = reply;
+        return {next, std::move(memory)};
     }
     const EventSearch wished = std::exchange(memory.events, {});
     if (result.status() == ToolStatus::added && wished.aim == EventSearch::Aim::remind)

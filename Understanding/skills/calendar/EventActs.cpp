@@ -4,12 +4,13 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/calendar/AgendaRules.h"
+#include "Understanding/skills/calendar/EventShaping.h"
 #include "Understanding/skills/calendar/finding/EventLookup.h"
 #include "Understanding/skills/calendar/reading/CalendarWords.h"
 #include "Understanding/skills/calendar/reading/EventDeed.h"
+#include "Understanding/skills/calendar/reading/EventNotice.h"
+#include "Understanding/skills/calendar/reading/EventTitle.h"
 #include "Understanding/skills/calendar/reading/EventWay.h"
-#include "Understanding/time/SpokenLength.h"
-#include "Understanding/time/TimeWords.h"
 #include "Understanding/words/RequestWords.h"
 
 #include <cstddef>
@@ -25,76 +26,8 @@ using Aim = EventSearch::Aim;
 
 const std::string owner = "(?:my|the|our|a|an|this|that)";
 
-int minutesIn(const std::string& length)
-{
-    constexpr int minutesOfDay = 24 * 60;
-    if (const auto days = TimeWords::daysIn(length))
-        return *days * minutesOfDay;
-    const auto read = SpokenLength::read(length);
-    return read && read->rest.empty() ? read->minutes : 0;
-}
-
-/// What is to come ahead of an event, in their words.
-struct Notice {
-    std::string ahead{}; ///< "an hour"; empty for when it begins.
-    std::string event{};
-    std::string deed{}; ///< Empty where the reminder is of the event itself.
-};
-
-/// "Remind me to charge the camera an hour before the party", or the other way round.
-std::optional<Notice> noticeOfDeed(const std::string& plain, const std::string& length, const RuleSurroundings& around)
-{
-    static const std::string before = " (?:before|ahead of|prior to|in advance of) ";
-    static const Pattern behind(
-        "^(?:and |also |please |can you |could you )*(?:remind|notify|alert|nudge|ping) (?:me |us )to (.+?),? " + length
-        + before + "(.+)$");
-    static const Pattern first("^" + length + before
-        + "(.+?),? (?:please )?(?:can you |could you )?(?:remind|nudge|ping) (?:me |us )to (.+)$");
-    if (const auto match = behind.find(plain); match && !TimeWords::isTime(match->texts[2], around))
-        return Notice{match->texts[1], match->texts[2], match->texts[0]};
-    const auto match = first.find(plain);
-    return match ? std::optional(Notice{match->texts[0], match->texts[1], match->texts[2]}) : std::nullopt;
-}
-
-/// "Notify me an hour before my appointment at the garage", "set a 2 day notification before the party".
-std::optional<Notice> noticeIn(const std::string& plain, const RuleSurroundings& around)
-{
-    static const std::string length =
-        "((?:an?|one|two|three|four|five|six|ten|fifteen|twenty|thirty|forty|half an|a half|"
-        "\\d{1,3}) ?(?:minute|min|hour|hr|day|week)s?(?: and a half)?)";
-    static const Pattern wish(
-        "^(?:and |also |please |can you |could you |i want you to |i need you to )*(?:remind|notify|alert|"
-        "tell|ping|warn|message|nudge|buzz) (?:me |us )(?:of (?:it|that) |about (?:it|that) )?"
-        + length + " (?:before|ahead of|prior to|in advance of|earlier than)(?: (.+))?$");
-    static const Pattern thing(
-        "^(?:and |also |please |can you |could you )*(?:(?:set|add|create|give me|make|put|i want|i need) "
-        ")?(?:(?:an?|me an?|the) )?(?:"
-        + length + " (?:reminder|notification|alert|warning|notice)|(?:reminder|notification|alert|warning|notice) "
-        + length + ") (?:before|ahead of|prior to|in advance of)(?: (.+))?$");
-    static const Pattern begins(
-        "^(?:please |can you |could you )*(?:remind|notify|alert|tell) me (?:when|at the (?:time|start|"
-        "beginning) of|at|right before|just before|before) (?:(?:my|the|our) )(.*\\b(?:"
-        + CalendarWords::noun
-        + "))(?: (?:is going to take place|starts|begins|is about to start|is starting|takes place|"
-          "happens|is on))?$");
-    static const Pattern about(
-        "^(?:and |also |please |can you |could you )*(?:remind|notify|alert|tell|warn) (?:me |us )(?:about|of|for) "
-        "(?:(?:my|the|our) )?(.+) "
-        + length + " (?:before|ahead|prior|in advance|beforehand)(?: (?:it|that|it starts|it begins|of it|to it))?$");
-    if (const auto noted = about.find(plain))
-        return Notice{noted->texts[1], noted->texts[0]};
-    if (auto notice = noticeOfDeed(plain, length, around))
-        return notice;
-    if (const auto match = wish.find(plain))
-        return Notice{match->texts[0], match->texts[1]};
-    if (const auto noticed = thing.find(plain))
-        return Notice{noticed->texts[0].empty() ? noticed->texts[1] : noticed->texts[0], noticed->texts[2]};
-    const auto begun = begins.find(plain);
-    return begun ? std::optional(Notice{.event = begun->texts[0]}) : std::nullopt;
-}
-
 /// The event of a notice; of "the party to charge the camera" what cannot be the name of one stands behind it.
-std::optional<EventSearch> eventOf(const Notice& notice, const RuleSurroundings& around)
+std::optional<EventSearch> eventOf(const EventNotice& notice, const RuleSurroundings& around)
 {
     auto search = CalendarWords::search(notice.event, around);
     if (search) {
@@ -112,7 +45,7 @@ Found reminding(const std::string& plain, const std::string& core, const RuleSur
 {
     static const Pattern pronoun("^(?:it|that|this|hand|then|(?:it|that|this) (?:starts|begins))?$");
     static const Pattern clause("^(?:i|we|he|she|they|you|going|leaving|bed|sleep)\\b"); // Nothing of a calendar.
-    const auto notice = noticeIn(plain, around);
+    const auto notice = EventNotice::in(plain, around);
     if (!notice)
         return std::nullopt;
     EventSearch search{.value = notice->deed};
@@ -129,7 +62,12 @@ Found reminding(const std::string& plain, const std::string& core, const RuleSur
         search = *std::move(named);
         search.isAll = false;
     }
-    const int minutes = notice->ahead.empty() ? 0 : minutesIn(notice->ahead);
+    if (notice->isLoose && (search.days || search.isUnclear)) // That has its time already.
+        return std::nullopt;
+    search.isUsualLead = notice->isUsualLead;
+    if (notice->isLoose)
+        search.fallback = EventNotice::otherwise(core);
+    const int minutes = notice->ahead.empty() ? 0 : EventNotice::minutesIn(notice->ahead);
     if (!notice->ahead.empty() && minutes == 0)
         return std::nullopt;
     search.aim = Aim::remind;
@@ -176,60 +114,23 @@ Found describing(const std::string& core, const std::string& plain, const RuleSu
     return std::nullopt;
 }
 
-/// "Make my dentist appointment two hours long"
-Found lengthening(const std::string& core, const std::string& plain, const RuleSurroundings& around)
-{
-    static const Pattern wish("^(?:please |can you |could you )*(?:make|set|extend|shorten|change) " + owner
-        + " (.+?) (?:to )?(?:be |last |take |run )?(?:for )?((?:an?|one|two|three|four|half an|\\d{1,3})\\b ?"
-          "(?:and a half )?(?:minutes?|mins?|hours?|hrs?)(?: and (?:a half|(?:\\d{1,2}|twenty|thirty) minutes))?)(?: "
-          "long)?$");
-    static const Pattern told(
-        "^(?:(?:my|the|our) )?(.+?) (?:is going to|will|should) (?:be|last|take) "
-        "((?:an?|one|two|three|four|half an|\\d{1,3})\\b ?(?:and a half )?(?:minutes?|mins?|hours?|hrs?)) long$");
-    static const Pattern other("\\b(?:timers?|alarms?|reminders?|lists?|notes?|it|that|this|later|earlier)\\b");
-    auto match = wish.find(plain);
-    if (!match)
-        match = told.find(plain);
-    const int minutes = match && !other.find(plain) ? minutesIn(match->texts[1]) : 0;
-    auto search = minutes > 0 ? CalendarWords::search(match->texts[0], around) : std::nullopt;
-    if (!search || (search->name.empty() && search->noun.empty()))
-        return std::nullopt;
-    search->aim = Aim::length;
-    search->minutes = minutes;
-    search->isAll = false;
-    return EventLookup::request(*std::move(search), core);
-}
-
-/// "Add the address Main Street 5 to the dentist", "the staff meeting has been moved to room 12".
-Found placing(const std::string& core, const std::string& plain, const RuleSurroundings& around)
-{
-    static const Pattern added(
-        "^(?:please |can you |could you )*(?:add|set|put) (?:the )?(?:location|place|address|venue) (.+) "
-        "(?:to|for|of) (?:(?:my|the|our) )?(.+)$");
-    static const Pattern room(
-        "^(?:(?:my|the|our) )?(.+?) (?:has been |have been |was |is |is now |got )(?:moved |relocated )?(?:to|in|at) "
-        "((?:room|building|office|hall|floor|conference room|lecture hall) ?[a-z0-9]{1,5})$");
-    const auto first = added.find(plain);
-    const auto second = first ? std::nullopt : room.find(plain);
-    if ((!first && !second) || CalendarWords::isOfOthers(plain))
-        return std::nullopt;
-    auto search = CalendarWords::search(first ? first->texts[1] : second->texts[0], around);
-    if (!search || (search->name.empty() && search->noun.empty()))
-        return std::nullopt;
-    search->aim = Aim::place;
-    search->isAll = false;
-    search->value = withUpperCaseFirst(CalendarWords::asSaid(first ? first->texts[0] : second->texts[1], core));
-    return EventLookup::request(*std::move(search), core);
-}
-
-/// "Make the yoga class repeat every week": the rule of a series stays as it was put in.
+/// "Make the yoga class repeat every week", "make yoga weekly": the rule of a series stays as it was put in.
 Found repeating(const std::string& plain)
 {
+    static const std::string often = "(?:weekly|daily|monthly|yearly|annual|recurring|repeating)";
+    static const std::string name = "(?:my |the |our )?(?!it\\b|that\\b|this\\b|an? )(.+?)";
     static const Pattern form("^(?:please |can you |could you )*(?:(?:make|set|have|let) " + owner
         + " .+? (?:to )?(?:repeat|recur|come back|be repeated|recurring|repeating)\\b.*|repeat " + owner
-        + " .+ (?:weekly|daily|monthly|yearly|every .+|each .+))$");
-    static const Pattern other("\\b(?:reminders?|alarms?|timers?|lists?|notes?|songs?)\\b");
-    if (!form.find(plain) || other.find(plain))
+        + " .+ (?:weekly|daily|monthly|yearly|every .+|each .+)|(?:make|turn) " + name + " (?:into )?(?:an? )?" + often
+        + "(?: (?:event|meeting|series))?|(?:set|make|have) " + name + " (?:to|on) (?:be )?(?:repeat|recur|" + often
+        + ")(?: .+)?)$");
+    static const Pattern other("\\b(?:reminders?|alarms?|timers?|lists?|notes?|songs?)\\b|\\d");
+    static const Pattern any("^(?:an? |the )?(?:event|meeting|appointment)?$");
+    const auto match = other.find(plain) ? std::nullopt : form.find(plain);
+    if (!match)
+        return std::nullopt;
+    const std::string& named = match->texts[0].empty() ? match->texts[1] : match->texts[0];
+    if (!named.empty() && (any.find(named) || !EventTitle::namesOccasion(named)))
         return std::nullopt;
     return Request{.answer = [](RequestMemory memory, const RuleSurroundings&) {
         return RuleStep{AgendaRules::ruleIsFixed, std::move(memory)};
@@ -244,9 +145,7 @@ Found EventActs::read(const std::string& core, const std::string& plain, const R
         return request;
     if (auto request = repeating(plain))
         return request;
-    if (auto request = lengthening(core, plain, around))
-        return request;
-    if (auto request = placing(core, plain, around))
+    if (auto request = EventShaping::read(core, plain, around))
         return request;
     return describing(core, plain, around);
 }

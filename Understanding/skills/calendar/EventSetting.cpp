@@ -4,6 +4,9 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/calendar/AgendaRules.h"
+#include "Understanding/skills/calendar/EventBlocking.h"
+#include "Understanding/skills/calendar/EventFragment.h"
+#include "Understanding/skills/calendar/SeveralEvents.h"
 #include "Understanding/skills/calendar/reading/CalendarWords.h"
 #include "Understanding/skills/calendar/reading/EventTitle.h"
 #include "Understanding/skills/calendar/reading/EventWords.h"
@@ -34,6 +37,9 @@ AgendaIntent intentOf(EventWords event, bool isUnasked)
 
 Found adding(EventWords event, bool isUnasked)
 {
+    static const Pattern nothing("^(?:(?:an? |the |calendar )*(?:event|entry)|it|that|this|them)$", Pattern::caseless);
+    if (nothing.find(event.title)) // It is no name: what it is, is asked for.
+        event.title.clear();
     return AgendaRules::request(intentOf(std::move(event), isUnasked));
 }
 
@@ -52,12 +58,12 @@ std::optional<EventWords> eventIn(const std::string& core, const std::string& pl
               "(?:(?:me|us) )?",
         Pattern::caseless);
     static const Pattern other(
-        "\\b(?:reminders?|remind|alarms?|timers?|lists?|notes?|notification|e-?mails?|messages?|to the "
+        "\\b(?:reminders?|remind|alarms?|timers?|lists?|notes?|notifications?|e-?mails?|messages?|to the "
         "(?:meeting|appointment|event)|link|files?|move|change|later|earlier|longer|shorter|tables?|flights?|hotels?|"
         "tickets?|taxi|cab|train|"
         "restaurant)\\b");
     static const Pattern shared(lead
-        + "(?:schedule|book|plan|arrange|organi[sz]e|set up|add|put in|pencil in) (?:(?:an?|the|my|our) )?"
+        + "(?:schedule|book|plan|arrange|organi[sz]e|set(?: up)?|add|put in|pencil in) (?:(?:an?|the|my|our) )?"
           "(?:(?!to )\\w+ ){0,2}(?:lunch|dinner|breakfast|brunch|coffee|drinks|call|date|session|lesson|party|visit|"
           "game|supper|tea|haircut|checkup|check up|training|rehearsal|workshop)\\b");
     static const Pattern something(lead
@@ -126,47 +132,20 @@ Found birthday(const std::string& core, const std::string& plain, const RuleSurr
     return event.start ? adding(std::move(event), false) : std::nullopt;
 }
 
-/// "The meeting with Ana has been moved, put it on thursday".
-Found changed(const std::string& core)
-{
-    static const Pattern form(
-        "^(?:the|my|our) (.+?) (?:has been|was|is|got|has|had been|will be|have been) (?:changed|moved|rescheduled|"
-        "postponed|shifted|put back|delayed)[ ,.;-]*(?:(?:so|please|now|and) )*(?:(?:put|move|change|set|"
-        "make|schedule|update)(?: it| that)?)?(?: (?:to|on|for|at|until))? (.+)$",
-        Pattern::caseless);
-    static const Pattern known("^(?:to|on|for|at|until) ", Pattern::caseless);
-    const auto match = form.find(core);
-    if (!match)
-        return std::nullopt;
-    return AgendaRules::request(
-        {.kind = AgendaIntent::Kind::move, .title = match->texts[0], .when = known.replaceAll(match->texts[1], "")});
-}
-
-/// "Attend church every sunday at 11 am", behind "I would like to".
+/// "Attend church every sunday at 11 am", behind "I would like to"; "I am meeting Bob on friday".
 Found attending(const std::string& core, const RuleSurroundings& around)
 {
-    static const Pattern form("^(?:attend|be attending|go attend) \\S.*$", Pattern::caseless);
-    if (!form.find(core))
-        return std::nullopt;
-    EventWords event = EventWords::read(core, around);
-    return event.start && !event.title.empty() ? adding(std::move(event), true) : std::nullopt;
-}
-
-/// "Block two hours tomorrow": what for, they need not say.
-Found blocking(const std::string& core, const RuleSurroundings& around)
-{
     static const Pattern form(
-        "^(?:(?:please|can you|could you) )*(?:block|block out|block off|reserve|set aside|keep free) (?=.*\\b(?:"
-        "hours?|minutes?|mins?|time)\\b)",
+        "^(?:(?:attend|be attending|go attend) |(?:i am|i['’]m|we are|we['’]re) (?=(?:meeting|seeing|visiting|"
+        "travell?ing|flying) ))(?=\\S)",
         Pattern::caseless);
     const auto match = form.find(core);
     if (!match)
         return std::nullopt;
-    static const Pattern filler("^(?:(?:some|the|my|of|time|an?|for|off|out|it)\\s*)+$", Pattern::caseless);
-    EventWords event = EventWords::read("for " + core.substr(match->range.end), around);
-    if (event.title.empty() || filler.find(event.title))
-        event.title = "Busy";
-    return adding(std::move(event), false);
+    const bool isVerb =
+        core.front() == 'a' || core.front() == 'A' || core.starts_with("be ") || core.starts_with("go ");
+    EventWords event = EventWords::read(isVerb ? core : core.substr(match->range.end), around);
+    return event.start && !event.title.empty() ? adding(std::move(event), true) : std::nullopt;
 }
 
 /// "Put lunch with Ana into my calendar on friday": whatever it is called, it is an event.
@@ -192,17 +171,6 @@ Found entering(const std::string& core, const std::string& plain, const RuleSurr
     return adding(std::move(event), false);
 }
 
-bool namesOccasion(const std::string& title)
-{
-    static const Pattern occasion(
-        "\\b(?:meeting|appointment|lunch|dinner|breakfast|brunch|party|call|interview|lesson|class|haircut|checkup|"
-        "coffee|"
-        "session|practice|rehearsal|wedding|concert|conference|training|exam|recital|ceremony|funeral|game|match|"
-        "doctor|dentist|visit|standup|review|workshop|course|shift)\\b",
-        Pattern::caseless);
-    return occasion.find(title).has_value();
-}
-
 /// What else a thing with a time may be for.
 bool isForOthers(const std::string& plain)
 {
@@ -214,10 +182,12 @@ bool isForOthers(const std::string& plain)
 /// "Add flight home on december 15 at 4 pm": what stands at an hour of a day, or on a date, is no item of a list.
 Found enteringAt(const std::string& core, const std::string& plain, const RuleSurroundings& around)
 {
-    static const Pattern form(
-        "^(?:(?:please|can you|could you|kindly) )*(?:add|enter|put in|put(?! "
-        "(?:the|my|our|it|that|this|them|off|back))|"
-        "(schedule|plan|arrange|pencil in|input|insert|mark down|set up|diarise)|set|create)(?: in)? (?=\\S)",
+    static const Pattern form("^(?:(?:please|can you|could you|kindly) )*(?:(?:put|pencil|book|mark) (?:me|us) "
+                              "(?:down|in)(?: for)?|add|enter|"
+                              "put in|put(?! "
+                              "(?:the|my|our|it|that|this|them|off|back))|"
+                              "(schedule|plan|arrange|pencil in|input|insert|mark down|set up|diarise)|set|create|slot "
+                              "in|fix)(?: in)? (?=\\S)",
         Pattern::caseless);
     static const Pattern date("\\d(?:st|nd|rd|th)\\b|\\b(?:january|february|march|april|june|july|august|september|"
                               "october|november|december|jan|feb|mar|apr|jun|jul|aug|sept?|oct|nov|dec)\\b|\\d/\\d");
@@ -225,7 +195,13 @@ Found enteringAt(const std::string& core, const std::string& plain, const RuleSu
     if (!match || isForOthers(plain))
         return std::nullopt;
     EventWords event = EventWords::read(core.substr(match->range.end), around);
-    if (!event.start || event.title.empty() || event.isPartOfDay || event.isRepeatUnknown)
+    if ((event.isRepeatUnknown || !event.ruleEnd.empty()) && !event.title.empty()) // It is said what cannot be kept.
+        return adding(std::move(event), false);
+    static const Pattern weekdays(
+        "\\bfrom (?:mon|tue|wed|thu|fri|sat|sun)[a-z]* to (?:mon|tue|wed|thu|fri|sat|sun)[a-z]*\\b");
+    if (!event.start && event.isTimeUnclear && !event.title.empty() && weekdays.find(plain))
+        return adding(std::move(event), false);
+    if (!event.start || event.title.empty() || event.isPartOfDay)
         return std::nullopt;
     const bool isOfCalendar = !match->texts[0].empty();
     const auto moment = SpokenMoment::read(core, around);
@@ -246,14 +222,16 @@ Found marking(const std::string& core, const RuleSurroundings& around)
               "(?:on |from )?(.+?) (?:as|for|with) (?:an? |the |my |our )?(\\D.*)$",
         Pattern::caseless);
     static const Pattern inCalendar(polite
-            + "(?:mark (?:my|the|our) (?:calendars?|diary|planner)(?: for| with| that| as)?|save the date(?: for| "
+            + "(?:(?:(?:enter|put|add|write) (?:it )?(?:in|into|to|on) )?(?:(?:my|the|our) )?(?:calendar|diary|agenda|"
+              "planner)(?: (?:add|entry|event|new|put))?\\s*[:-]|(?:mark|update) (?:my|the|our) "
+              "(?:calend[ae]rs?|diary|planner)(?: for| with| that| as)?,?|save (?:the|this|that) date(?: for| "
               "of|:)?|"
               "(?:make (?:an? )?(?:note|entry)|note(?: down)?|write(?: down)?|jot(?: down)?|put(?: down)?)(?: it)? "
               "(?:in|into|on) (?:my|the|our) (?:calendar|diary|planner|agenda)(?: that| of| for| about|:)?) (.+)$",
         Pattern::caseless);
     if (const auto match = inCalendar.find(core)) {
         EventWords event = EventWords::read(match->texts[0], around);
-        return event.title.empty() ? std::nullopt : adding(std::move(event), false);
+        return event.title.empty() && !event.start ? std::nullopt : adding(std::move(event), false);
     }
     static const Pattern range("\\bto\\b|-|–");
     const auto match = dayFirst.find(core);
@@ -292,6 +270,20 @@ Found enteringThere(const std::string& core, const RuleSurroundings& around)
     return adding(std::move(event), false);
 }
 
+/// "I have a flight on the 28th at 11:40 pm, please note": told, and wished for.
+Found noted(const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern form(
+        "^((?:i|we|there|my|our|the)\\b.+?)[,.;]? (?:(?:so|and|then) )*(?:(?:please|kindly|can you|"
+        "could you) )+(?:note|add|log|save|put|enter|record|mark)(?: (?:it|that|this|down|in))*$",
+        Pattern::caseless);
+    const auto match = form.find(core);
+    if (!match)
+        return std::nullopt;
+    EventWords event = EventWords::read(match->texts[0], around);
+    return event.start && !event.title.empty() ? adding(std::move(event), false) : std::nullopt;
+}
+
 /// "Book the meeting room": nothing is sent anywhere.
 Found bookingRoom(const std::string& plain)
 {
@@ -309,12 +301,29 @@ Found bookingRoom(const std::string& plain)
     }};
 }
 
+/// "Create an event on friday and invite John": with John, and nothing is sent, which the reply says.
+std::string withGuests(const std::string& said)
+{
+    static const Pattern invites(
+        "^((?:(?:please|can you|could you) )*(?:add|schedule|create|set(?: up)?|book|plan|make|"
+        "arrange|put|organi[sz]e) .+?),? and (?:also |then |please )*(?:invite|send (?:an? |out )?"
+        "(?:invites?|invitations?) to) (.+)$",
+        Pattern::caseless);
+    static const Pattern with("\\bwith\\b", Pattern::caseless);
+    const auto match = invites.find(said);
+    if (!match)
+        return said;
+    return match->texts[0] + (with.find(match->texts[0]) ? " and " : " with ") + match->texts[1];
+}
+
 } // namespace
 
-Found EventSetting::read(const std::string& core, const std::string& plain, const RuleSurroundings& around)
+Found EventSetting::read(const std::string& said, const RuleSurroundings& around)
 {
     if (!around.offers("add_event"))
         return std::nullopt;
+    const std::string core = withGuests(said);
+    const std::string plain = CalendarWords::of(core).plain;
     if (auto request = bookingRoom(plain))
         return request;
     if (auto request = makingWithReminder(core, around))
@@ -323,11 +332,15 @@ Found EventSetting::read(const std::string& core, const std::string& plain, cons
         return request;
     if (auto request = birthday(core, plain, around))
         return request;
-    if (auto request = changed(core))
-        return request;
     if (auto request = attending(core, around))
         return request;
-    if (auto request = blocking(core, around))
+    if (auto request = EventBlocking::read(core, plain, around))
+        return request;
+    if (auto request = SeveralEvents::read(core, plain, around))
+        return request;
+    if (auto request = EventFragment::read(core, plain, around))
+        return request;
+    if (auto request = noted(core, around))
         return request;
     if (auto event = eventIn(core, plain, around))
         return adding(*std::move(event), false);
@@ -374,10 +387,14 @@ Found EventSetting::readStatement(const std::string& core, const RuleSurrounding
     const auto moment = SpokenMoment::read(core, around);
     const bool isAtHour =
         event.start && !event.start->allDay && (!event.repeat.empty() || (moment && moment->namesDay));
-    const bool isOfDay = event.start
+    // "Church on sundays": what comes back, and nothing that it could ask for.
+    const bool isSeries = !event.repeat.empty() && EventTitle::namesOccasion(event.title);
+    const bool isOfDay = (event.start || isSeries)
         && (wish || event.isWholeDay || shared.find(core) || EventTitle::takesDays(event.title)
-            || namesOccasion(event.title));
-    return (isAtHour || isOfDay) && !event.isTimeUnclear ? adding(std::move(event), true) : std::nullopt;
+            || EventTitle::namesOccasion(event.title));
+    static const Pattern isEvent("^(?:an? |all[ -]day |new )*event\\b", Pattern::caseless);
+    const bool isUnasked = !isEvent.find(core) && !event.isWholeDay;
+    return (isAtHour || isOfDay) && !event.isTimeUnclear ? adding(std::move(event), isUnasked) : std::nullopt;
 }
 
 } // namespace quorvell

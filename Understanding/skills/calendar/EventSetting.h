@@ -10,9 +10,8 @@
 namespace quorvell {
 
 struct EventSetting {
-    /// `plain` is `core` in the form of CalendarWords. Nothing for anything else.
-    static std::optional<Request> read(
-        const std::string& core, const std::string& plain, const RuleSurroundings& around);
+    /// Nothing for anything else.
+    static std::optional<Request> read(const std::string& core, const RuleSurroundings& around);
     /// "Church with Ben on sunday": asks for nothing by itself, so it is asked about.
     static std::optional<Request> readStatement(const std::string& core, const RuleSurroundings& around);
 };

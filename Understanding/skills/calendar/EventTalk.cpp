@@ -141,6 +141,28 @@ Step placed(
     return RuleStep{AgendaCalls{around}.describe(memory.event.id, "place", place, scope), memory};
 }
 
+/// "Change it to 'tax meeting'", "call it brunch": no time, so that it is a name.
+Step renamed(
+    const std::string& plain, const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    static const Pattern form(
+        courtesy + "(?:change|rename|retitle|call|name|title) (?:it|that)(?: (?:to|as|into))? (.+)$");
+    static const Pattern other(
+        "^(?:back|off|in|on|up|out|down|now|again|every|each|a reminder|(?:an? )?(?:alarm|task|note))\\b"
+        "|\\b(?:earlier|later|sooner|longer|shorter|minutes?|hours?|days?|weekly|daily|monthly)\\b");
+    constexpr std::size_t longest = 8; ///< Words of a name.
+    const auto match = form.find(plain);
+    const std::size_t count = match ? RequestWords(match->texts[0]).size() : 0;
+    if (count == 0 || count > longest || other.find(match->texts[0]) || mayBeTime(match->texts[0], around))
+        return std::nullopt;
+    const RequestWords words(core);
+    const std::string title = words.size() >= count
+        ? trimmed(words.said(words.size() - count, words.size()), " .,;!?'\"“”‘’") // As they spelled it.
+        : match->texts[0];
+    const auto scope = scopeOf(memory.event);
+    return RuleStep{AgendaCalls{around}.describe(memory.event.id, "title", withUpperCaseFirst(title), scope), memory};
+}
+
 /// "Same time?", "which day is that?", "is it on friday?": told as it stands.
 Step toldAgain(const std::string& plain, const RequestMemory& memory)
 {
@@ -204,6 +226,8 @@ std::optional<RuleStep> EventTalk::goOn(
     if (auto step = lengthSaid(plain, memory, around))
         return step;
     if (auto step = endSaid(plain, memory, around))
+        return step;
+    if (auto step = renamed(plain, core, memory, around))
         return step;
     return placed(plain, core, memory, around);
 }

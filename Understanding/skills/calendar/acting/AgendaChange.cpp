@@ -62,7 +62,9 @@ RuleStep offerToAdd(const Wish& wish, RequestMemory memory, const RuleSurroundin
         "^(?:(?:please|can|could|you|just|i|we|hey|to) )*(?:put|set up|get|need|have|schedule|arrange)"
         "(?: (?:in|down|me|us))? ",
         Pattern::caseless);
-    static const Pattern told("\\b(?:changed|moved|rescheduled|postponed|shifted|delayed)\\b", Pattern::caseless);
+    static const Pattern told("\\b(?:changed|moved|rescheduled|postponed|shifted|delayed|instead|rather "
+                              "than|should|must|will|has to|make)\\b",
+        Pattern::caseless);
     const std::string nothing = "I found no " + wish.title + " in your calendar, and no reminder of it.";
     const bool isTold = told.find(memory.words).has_value();
     EventWords event =
@@ -91,8 +93,9 @@ RuleStep changeReminderInstead(RequestMemory memory, bool isReminder, const Rule
     Wish wish = std::exchange(memory.wish, {});
     const bool isName = !EventName::words(wish.title).empty() && !CalendarWords::holdsTimeWords(wish.title);
     static const Pattern entered(
-        "^(?:(?:please|can you|could you|just|i|we) )*(?:put|set up|get|need|have|schedule|arrange)\\b"
-        "|\\b(?:has been|was|got|had been|is|will be|have been) "
+        "^(?:(?:please|can you|could you|just|i|we) )*(?:put|set up|get|need|have|schedule|arrange|make)\\b"
+        "|\\b(?:should|must|will|needs to|has to) (?:be|start|begin)\\b|\\binstead of\\b|\\b(?:has been|was|got|had "
+        "been|is|will be|have been) "
         "(?:changed|moved|rescheduled|postponed|shifted|delayed)\\b",
         Pattern::caseless);
     if (wish.kind == Wish::Kind::move && !isReminder && isName && entered.find(memory.words))
@@ -345,6 +348,11 @@ RuleStep AgendaChange::carryOut(const FoundThing& event, RequestMemory memory, c
     }
     if (wish.kind == Wish::Kind::cancel)
         return {calls.cancel(event.id, wish.scope), std::move(memory)};
+    if (!wish.from.empty() && event.start && !SpokenMove::isAt(wish.from, *event.start, around)) // Another is meant.
+        return RuleStep::asking({.kind = &AgendaChange::newTime,
+                                    .question = AgendaReply::named(event) + ". When should it be instead?",
+                                    .task = event.title},
+            std::move(memory));
     const SpokenMove to = newStart(event, wish, around);
     if (to.choices.empty())
         return {"Sorry, I could not understand the new time.", std::move(memory)};
@@ -382,7 +390,8 @@ Wish AgendaChange::wishIn(const AgendaIntent& intent, const RequestMemory& memor
         .when = intent.when,
         .minutes = isTold ? 0 : intent.minutes,
         .scope = intent.scope,
-        .after = isTold && intent.isFurther ? memory.event.start : std::nullopt};
+        .after = isTold && intent.isFurther ? memory.event.start : std::nullopt,
+        .from = intent.from};
 }
 
 } // namespace quorvell

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/calendar/acting/AgendaReply.h"
 
+#include "QuorvellCore/reminders/state/ReminderRepeat.h"
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
@@ -181,6 +182,16 @@ std::string allDay(const ToolRequest& call, const Json& result, const std::strin
     return EventTitle::takesDays(text(result, "title")) ? "" : ", all day. Tell me the time if it has one";
 }
 
+/// What they wanted to know, or to be done, besides.
+std::string asked(const Json& result, const std::string& said)
+{
+    static const Pattern clash("\\b(?:clash|conflict|overlap|collide)", Pattern::Case::insensitive);
+    static const Pattern invites("\\binvite\\b|\\binvitations?\\b", Pattern::Case::insensitive);
+    const bool isClear = clash.find(said) && listIn(result, "conflicts").empty();
+    return std::string(isClear ? " Nothing clashes with it." : "")
+        + (invites.find(said) ? " Nobody is invited by that: nothing is sent from here." : "");
+}
+
 /// Without it nobody would notice a wrong year.
 std::string inYear(const std::optional<DateParts>& start, const LocalTime& around)
 {
@@ -242,7 +253,8 @@ std::string eventReply(
     const std::string often = repeat.empty() ? "" : ", " + lowerCased(repeat.substr(0, 1)) + repeat.substr(1);
     return "I have put " + title + " into your calendar" + often
         + (when.empty() ? "" : (repeat.empty() ? ", " : ", starting ") + when) + inYear(start, around)
-        + untilWhen(call, result) + allDay(call, result, memory.words) + "." + caveats(result);
+        + untilWhen(call, result) + allDay(call, result, memory.words) + "." + caveats(result)
+        + asked(result, memory.words);
 }
 
 } // namespace
@@ -277,6 +289,23 @@ std::string AgendaReply::named(const FoundThing& thing)
 {
     const std::string when = thing.start ? SpokenWhen::on(SpokenWhen::date(*thing.start)) : "";
     return thing.title + (when.empty() ? "" : ", " + when);
+}
+
+std::string AgendaReply::offer(const Json& arguments)
+{
+    const auto start = ToolResults::dateIn(arguments, "start");
+    const auto end = ToolResults::dateIn(arguments, "end");
+    const auto repeat = ReminderRepeat::fromStored(text(arguments, "repeat"));
+    const std::string often = repeat ? repeat->spoken("en_US") : "";
+    std::string question = "Should I put " + readString(arguments, "title").value_or("that") + " into your calendar";
+    if (!often.empty())
+        question += ", " + lowerCased(often.substr(0, 1)) + often.substr(1);
+    if (start)
+        question += (often.empty() ? ", " : ", starting ") + SpokenWhen::on(SpokenWhen::date(*start));
+    if (start && end && *end > *start)
+        question +=
+            ", until " + (end->wholeDay() == start->wholeDay() ? SpokenWhen::clock(*end) : SpokenWhen::date(*end));
+    return question + "?";
 }
 
 std::string AgendaReply::next(const std::vector<FoundThing>& events)

@@ -15,6 +15,8 @@ struct AgendaReply {
     /// "Lunch with Ana, on Friday the 27th of November at 1 PM".
     static std::string named(const FoundThing& thing);
     /// What comes first of `events`, which are in order.
+    /// "Should I put Lunch into your calendar, on Friday ...?", of a call that adds it.
+    static std::string offer(const Json& arguments);
     static std::string next(const std::vector<FoundThing>& events);
     /// Told where the result holds problems; not behind a question, which is to be answered first.
     static constexpr const char* notWhole = " Not all of your calendar could be read, so there may be more.";

@@ -14,12 +14,11 @@
 #include "Understanding/skills/calendar/finding/EventLookupReply.h"
 #include "Understanding/skills/calendar/finding/EventPick.h"
 #include "Understanding/skills/calendar/finding/EventRange.h"
+#include "Understanding/skills/calendar/finding/FoundEvent.h"
 #include "Understanding/skills/calendar/reading/CalendarWords.h"
 #include "Understanding/skills/calendar/reading/EventDeed.h"
 #include "Understanding/skills/calendar/reading/EventName.h"
-#include "Understanding/skills/reminders/ReminderCalls.h"
 #include "Understanding/time/SpokenWhen.h"
-#include "Understanding/words/RequestText.h"
 
 #include <nlohmann/json.hpp>
 
@@ -38,7 +37,7 @@ constexpr std::size_t mostAtOnce = 50; ///< So many events one call deletes.
 
 bool changes(Aim aim)
 {
-    return aim == Aim::cancel || aim == Aim::rename || aim == Aim::place || aim == Aim::length;
+    return aim == Aim::cancel || aim == Aim::rename || aim == Aim::place || aim == Aim::length || aim == Aim::copy;
 }
 
 RuleStep askDays(const EventSearch& search, RequestMemory memory)
@@ -101,48 +100,16 @@ RuleStep askValue(const FoundThing& event, const EventSearch& search, RequestMem
         {.kind = &EventLookup::value, .question = question, .task = event.title}, std::move(memory));
 }
 
-/// Before the start: of a whole day, counted from nine in the morning, as reminders without an hour are.
-RuleStep remind(
-    const FoundThing& event, const EventSearch& search, RequestMemory memory, const RuleSurroundings& around)
-{
-    constexpr int nineInTheMorning = 9 * 60;
-    DateParts start = event.start.value_or(DateParts());
-    if (start.allDay) {
-        start.allDay = false;
-        start = start.adding(nineInTheMorning);
-    }
-    const DateParts when = start.adding(-search.minutes);
-    AgendaTopic::talkAbout(event, memory);
-    if (when <= DateParts::from(around.now, around.calendar))
-        return {AgendaReply::named(event) + ". That is too late for a reminder "
-                + (search.minutes > 0 ? "that long before it." : "of it."),
-            std::move(memory)};
-    const std::string& deed = search.value;
-    memory.request =
-        "remind me " + (deed.empty() ? "about " + event.title : "to " + deed); // For the words of the answer.
-    return {ReminderCalls{around}.setAt(deed.empty() ? event.title : RequestText::written(deed), when, ""),
-        std::move(memory)};
-}
-
-RuleStep setLength(
-    const FoundThing& event, const EventSearch& search, RequestMemory memory, const RuleSurroundings& around)
-{
-    if (!event.start || event.start->allDay)
-        return {AgendaReply::named(event) + ", is all day. Tell me at what time it begins first.", std::move(memory)};
-    const bool isOneTime = event.repeats && event.id.find('#') != std::string::npos;
-    memory.wish.scope = isOneTime ? Wish::Scope::one : Wish::Scope::open;
-    const std::string end = event.start->adding(search.minutes).text();
-    return {AgendaCalls{around}.describe(event.id, "end", end, memory.wish.scope), std::move(memory)};
-}
-
 /// With the one event that is meant.
 RuleStep carryOut(
     const FoundThing& event, const EventSearch& search, RequestMemory memory, const RuleSurroundings& around)
 {
     if (search.aim == Aim::remind)
-        return remind(event, search, std::move(memory), around);
+        return FoundEvent::remind(event, search, std::move(memory), around);
     if (search.aim == Aim::length)
-        return setLength(event, search, std::move(memory), around);
+        return FoundEvent::setLength(event, search, std::move(memory), around);
+    if (search.aim == Aim::copy)
+        return FoundEvent::copy(event, search, std::move(memory), around);
     if (search.aim != Aim::cancel && search.value.empty())
         return askValue(event, search, std::move(memory));
     if (search.aim != Aim::cancel)
@@ -291,7 +258,7 @@ RuleStep EventLookup::begin(EventSearch search, RequestMemory memory, const Rule
 RuleStep EventLookup::offerReminder(std::string said, int minutes, RequestMemory memory, const RuleSurroundings& around)
 {
     const FoundThing event = memory.event;
-    RuleStep step = remind(event, {.minutes = minutes}, std::move(memory), around);
+    RuleStep step = FoundEvent::remind(event, {.minutes = minutes}, std::move(memory), around);
     const auto* call = std::get_if<ToolRequest>(&step.answer);
     if (!call)
         return {said + " " + std::get<std::string>(step.answer), std::move(step.memory)};
@@ -331,6 +298,9 @@ RuleStep nothingFound(const std::vector<FoundThing>& listed, const EventLookupRe
     const RuleSurroundings& around)
 {
     const EventSearch& search = reply.search;
+    if (search.aim == Aim::remind)
+        if (auto step = FoundEvent::remindAnyway(search, memory, around))
+            return *std::move(step);
     if (search.aim == Aim::remind && !search.value.empty())
         return EventDeed::askTime(search, reply.nothing(listed), std::move(memory));
     if (auto step = search.aim == Aim::cancel ? reminderInstead(listed, search, memory, around) : std::nullopt)

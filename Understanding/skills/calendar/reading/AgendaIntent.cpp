@@ -89,6 +89,7 @@ AgendaIntent AgendaIntent::ofNew(EventWords event)
         .start = event.start,
         .end = event.end,
         .repeat = std::move(event.repeat),
+        .ruleEnd = std::move(event.ruleEnd),
         .isRepeatUnknown = event.isRepeatUnknown,
         .isWholeDay = event.isWholeDay,
         .isToRepeat = event.isToRepeat,
@@ -203,6 +204,8 @@ std::optional<AgendaIntent> AgendaIntent::moving(const RequestReading& reading, 
 {
     if (reading.has(AgendaCues::unable))
         return unsuited(reading, around);
+    if (reading.has(CommonCues::enter) && !reading.has(CommonCues::move)) // "Add work monday to friday"
+        return std::nullopt;
     // A day alone keeps the hour anyway.
     static const Pattern sameHour("[,;]?\\s*\\b(?:at |and |but )?(?:the )?same(?: (?:time|hour))?$", Pattern::caseless);
     SeriesWords words = SeriesWords::read(sameHour.replaceAll(reading.content, ""));

@@ -32,6 +32,7 @@ struct AgendaIntent {
     std::optional<DateParts> start{}; ///< Of add.
     std::optional<DateParts> end{};
     std::string repeat{}; ///< Of add: in the form of the tools; empty for none.
+    std::string ruleEnd{}; ///< Of add: "until march", which no rule here can say.
     bool isRepeatUnknown = false; ///< Of add: it comes back in a way that no calendar rule here can say.
     Wish::Scope scope = Wish::Scope::open; ///< Of move and cancel.
     int remindMinutes = -1; ///< Of add: a reminder so long before it is wished for as well; below 0 for none.
@@ -43,6 +44,7 @@ struct AgendaIntent {
     std::optional<DateParts> clock{}; ///< Of add: the hour that was clear where the day was not.
     bool isUnasked = false; ///< Of add: they only spoke of it, and are asked first.
     std::string when{}; ///< The user's words for the new time.
+    std::string from{}; ///< Of move: the time at which it stands by their words; empty for none that was named.
     bool isFurther = false; ///< Of next: behind the one last talked about.
 
     bool hasTime() const { return start && !start->allDay; }

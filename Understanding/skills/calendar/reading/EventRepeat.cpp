@@ -29,4 +29,14 @@ std::string EventRepeat::stored(const std::string& plain, const DateParts& start
     return daily.find(plain) ? ReminderRepeat{ReminderRepeat::Kind::daily, {}, 0}.stored() : std::string();
 }
 
+DateParts EventRepeat::firstFrom(const DateParts& start, const std::string& stored, const LocalTime& around)
+{
+    const auto rule = ReminderRepeat::fromStored(stored);
+    const auto instant = rule ? start.instant(around.calendar) : std::nullopt;
+    if (!instant)
+        return start;
+    const Instant first = rule->first(*instant, around.calendar);
+    return start.allDay ? DateParts::fromDay(first, around.calendar) : DateParts::from(first, around.calendar);
+}
+
 } // namespace quorvell

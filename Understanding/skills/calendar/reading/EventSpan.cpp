@@ -12,7 +12,8 @@
 namespace quorvell {
 
 const std::string EventSpan::monthName(
-    "(?:january|february|march|april|may|june|july|august|september|october|november|december)");
+    "(?:jan(?:uary)?|feb(?:ruary)?|mar(?:ch)?|apr(?:il)?|may|june?|july?|aug(?:ust)?|sept?(?:ember)?|oct(?:ober)?|"
+    "nov(?:ember)?|dec(?:ember)?)");
 
 namespace {
 

@@ -63,10 +63,15 @@ std::string withoutWishes(const std::string& name)
             + "(?:(?:put|add|enter|mark|save|note|schedule|write|pop|stick|jot)(?: down)? (?:it|that|this|the same)(?: "
               "(?:in|down|on there|on it|there|up|please|for me))*|do(?:n['’]?t| not) (?:let me )?forget(?: (?:it|that|"
               "about it))?|(?:tell|let|inform|warn) me (?:know )?(?:if|when|whether)\\b.*|"
-              "(?:set|make) (?:it|that|this)(?: to)? (?:repeat(?:ing)?|recur(?:ring)?|come back)\\b.*)[.!]*$"
+              "(?:set|make) (?:it|that|this)(?: to)? (?:repeat(?:ing)?|recur(?:ring)?|come back)\\b.*|"
+              "(?:please|kindly) (?:add|note|save|schedule|put|update|log|enter)(?: (?:it|that|this|down))*|"
+              "(?:does|will|would|is there|do) (?:(?:it|that|this|anything|i|any) )*(?:have )?(?:an? "
+              ")?(?:clash|conflict|"
+              "overlap)\\w*\\b.*|(?:make sure|see that) (?:that )?(?:i|we) (?:do[ n]['’]?o?t|will not) forget\\b.*|"
+              "(?:update|add to) (?:my |the )?(?:calendar|schedule)(?: .*)?)[.!]*$"
               "|\\s+(?:ish|sharp|o['’]?clock|yearly|annually|too|as well|also)$",
         Pattern::caseless);
-    static const Pattern commas("\\s*,(?:\\s*,)*");
+    static const Pattern commas("\\s*,(?:\\s*,)*|(?:\\s*[.;,]){2,}(?=\\s)|\\s+[.;](?=\\s)");
     return commas.replaceAll(wish.replaceAll(name, ""), ",");
 }
 
@@ -76,6 +81,29 @@ std::string withoutQuotes(std::string name)
     while (const auto match = quoted.find(name))
         name = name.substr(0, match->range.start) + match->texts[0] + name.substr(match->range.end);
     return name;
+}
+
+/// "Picnic date december 5 time 3 pm place park", "duration 2 hours", "17:30 hrs": labels are no part of a name.
+std::string withoutLabels(std::string text)
+{
+    static const Pattern length(
+        "\\b(?:for )?(?:an? )?duration(?: of|:)? (?=\\d|an? |one |two |half )", Pattern::caseless);
+    static const Pattern date(
+        "\\b(?:(?:(?:at|on|for) (?:the )?date(?: is|:)?|date:) (?=\\w)|(?<!dinner )(?<!lunch )(?<!play )(?<!movie "
+        ")(?<!night )(?<!due )date(?: is)? (?=\\d|(?:jan|feb|mar|apr|may|jun|jul|aug|sep|oct|nov|dec)))",
+        Pattern::caseless);
+    static const Pattern hour("\\b(?:(?:at|on) )?(?:the )?(?:time|starts?|starting|begins?|beginning)(?: is| at|:)? "
+                              "(?=\\d{1,2}(?:[:.]\\d{2})?"
+                              " ?(?:[ap]\\.?m|$|[ ,.](?!\\d|[a-z]+ber|jan|feb|mar|apr|may|jun|jul|aug|st|nd|rd|th)))",
+        Pattern::caseless);
+    static const Pattern place(
+        "(?<=[\\dm,] )(?:at )?(?:the )?(?:place|location|venue)(?: is|:)? (?=[a-z])", Pattern::caseless);
+    static const Pattern hours("(?<=[:.]\\d\\d) ?(?:hrs|hours|h)\\b"
+                               "|(?<=\\dst|\\dnd|\\drd|\\dth) (?:night|evening|morning|afternoon)(?= (?:at )?\\d)",
+        Pattern::caseless);
+    const std::string lasting = hours.replaceAll(length.replaceAll(text, "for "), "");
+    std::string timed = hour.replaceAll(date.replaceAll(lasting, "on "), "at ");
+    return timed == lasting ? timed : place.replaceAll(timed, "at "); // What is labelled once is labelled.
 }
 
 } // namespace
@@ -93,6 +121,7 @@ std::string EventTitle::withoutForms(std::string_view words)
         text = text.substr(0, match->range.start) + " " + (isBareHour ? "at " : "") + value + " "
             + text.substr(match->range.end);
     }
+    text = withoutLabels(std::move(text));
     static const Pattern blanks("\\s{2,}");
     return trimmed(blanks.replaceAll(text, " "));
 }
@@ -106,7 +135,10 @@ std::string EventTitle::from(std::string_view rest, std::string_view words)
         "(?:i['’]m|i am|we['’]re|we are) (?:on|having|going to|at)|"
         "(?:to )?have (?=an? )|(?:(?:i|we) )?(?:want|would like|plan|am going|are going|need) to (?:have|attend|go "
         "to|be at)|there['’]?s|there is|been (?:invited|asked) to"
-        "|that|this|it)\\s+)+|(?:\\s+(?:for|on|at|in|into|onto|to|from|of|and|is|was|are|will be|it will be|is set|"
+        "|that|this|it|(?:me |us )?down for|(?:i['’]m|i am|we['’]re|we are)(?= "
+        "(?:meeting|seeing|visiting|flying|travel))|"
+        "(?:something|one|another one|one more|a new one)(?: (?:first|then|else|new|for "
+        "me|in))*[.,:])\\s+)+|(?:\\s+(?:for|on|at|in|into|onto|to|from|of|and|is|was|are|will be|it will be|is set|"
         "is scheduled))+$"
         "|\\s*,\\s*(?:an?|the)$",
         Pattern::caseless);
@@ -121,7 +153,26 @@ std::string EventTitle::from(std::string_view rest, std::string_view words)
     name = afterKind(afterCalled(withoutWishes(withoutLoose(std::move(name), words))));
     name = trimmed(slot.replaceAll(edges.replaceAll(trimmed(name, ",.:;!? -"), ""), ""), ",.:;!? -");
     static const Pattern quotes("[\"“”]");
-    return withUpperCaseFirst(trimmed(quotes.replaceAll(withoutQuotes(std::move(name)), ""), signs));
+    name = trimmed(quotes.replaceAll(withoutQuotes(std::move(name)), ""), signs);
+    static const Pattern guest("^(?:and )?with \\S", Pattern::caseless); // "An event on friday with John"
+    static const Pattern joint("^and ", Pattern::caseless);
+    if (!guest.find(name))
+        return withUpperCaseFirst(name);
+    const std::string with = joint.replaceAll(name, "");
+    return "Event " + lowerCased(with.substr(0, 1)) + with.substr(1);
+}
+
+bool EventTitle::namesOccasion(std::string_view title)
+{
+    static const Pattern occasion(
+        "\\b(?:meeting|appointment|appt|event|lunch|dinner|breakfast|brunch|party|call|interview|lesson|class|haircut|"
+        "checkup|check[- ]up|coffee|drinks|session|practice|rehearsal|wedding|concert|conference|training|exam|recital|"
+        "ceremony|funeral|game|match|doctor|doctors|dentist|dentists|vet|visit|standup|review|workshop|course|shift|"
+        "yoga|gym|pilates|church|mass|tennis|football|soccer|swim|swimming|choir|seminar|webinar|lecture|presentation|"
+        "birthday|anniversary|graduation|reunion|picnic|barbecue|bbq|flight|trip|play|show|movie|date|therapy|physio|"
+        "play ?date|book club|car service|oil change|inspection|delivery|pickup|test)s?\\b",
+        Pattern::caseless);
+    return occasion.find(title).has_value();
 }
 
 bool EventTitle::takesDays(std::string_view title)

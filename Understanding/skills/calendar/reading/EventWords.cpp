@@ -7,6 +7,7 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/LowerCase.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/calendar/reading/EventRepeat.h"
 #include "Understanding/skills/calendar/reading/EventSpan.h"
 #include "Understanding/skills/calendar/reading/EventTitle.h"
 #include "Understanding/time/SpokenLength.h"
@@ -153,6 +154,29 @@ std::string withCommas(std::string words)
     return words;
 }
 
+/// "Until march", "for the next 5 weeks", of what comes back.
+std::string takeRuleEnd(std::string& words)
+{
+    static const std::string month = "(?:jan|feb|mar|apr|may|jun|jul|aug|sep|oct|nov|dec)[a-z]*\\.?";
+    static const Pattern rule(
+        "\\b(?:every|each|daily|weekly|monthly|weekdays|(?:mon|tues|wednes|thurs|fri|satur|sun)days)\\b",
+        Pattern::caseless);
+    static const Pattern end(
+        ",?\\s*\\b(?:(?:until|till|through|up to|ending(?: on| in)?) (?:(?:the|on) )?(?:end of (?:the )?)?(?:" + month
+            + "(?: \\d{1,2}(?:st|nd|rd|th)?)?|\\d{1,2}(?:st|nd|rd|th)? (?:of )?" + month
+            + "|christmas|easter|new years?(?: eve)?|(?:next |this )?(?:week|month|year|summer|semester|term)|20\\d{2})"
+              "(?: 20\\d{2})?|for (?:the )?(?:(?:next|coming|following) "
+              ")?(?:\\d{1,2}|two|three|four|five|six|seven|eight|"
+              "nine|ten|twelve|a few|several|a couple of) (?:weeks|months|days|times))(?![\\w:])",
+        Pattern::caseless);
+    const auto match = rule.find(words) ? end.find(words) : std::nullopt;
+    if (!match)
+        return {};
+    std::string said = trimmed(words.substr(match->range.start, match->range.end - match->range.start), " ,");
+    words = RequestText::without(words, match->range);
+    return said;
+}
+
 int minutesBetween(const DateParts& start, const DateParts& end)
 {
     constexpr int minutesOfDay = 24 * minutesOfHour;
@@ -247,6 +271,7 @@ EventWords readMasked(std::string words, const LocalTime& around)
         event.isWholeDay = true;
         words = trimmed(timed);
     }
+    event.ruleEnd = takeRuleEnd(words);
     takeLength(words, event);
     const auto repeat = SpokenRepeat::read(withCommas(words));
     if (repeat) {
@@ -275,6 +300,8 @@ EventWords readMasked(std::string words, const LocalTime& around)
     event.start = moment->date;
     event.repeat = repeat ? repeat->stored : moment->repeat;
     event.isToRepeat = event.isToRepeat && event.repeat.empty();
+    if (!moment->namesDay)
+        event.start = EventRepeat::firstFrom(*event.start, event.repeat, around);
     event.title = EventTitle::from(moment->rest, words);
     if (endWords.empty())
         settleHalfOfDay(event, words);
@@ -283,7 +310,7 @@ EventWords readMasked(std::string words, const LocalTime& around)
     if (isAtLunch)
         event.title = lunchTime.replaceAll(event.title, "");
     event.isPartOfDay = isAtLunch || isOnlyPartOfDay(event, words);
-    event.end = endWords.empty() ? std::nullopt : EventSpan::endOn(moment->date, endWords, around);
+    event.end = endWords.empty() ? std::nullopt : EventSpan::endOn(*event.start, endWords, around);
     // An end, or an hour, that was said and not understood is asked about.
     static const Pattern left("\\b(?:after|before|between|until|till|around|from) "
                               "(?:\\d|one|two|three|four|five|six|seven|eight|nine|ten|eleven|"

@@ -17,6 +17,7 @@ struct EventWords {
     std::optional<DateParts> end{};
     int minutes = 0; ///< 0 for none that was named.
     std::string repeat{}; ///< In the form of the tools; empty for none.
+    std::string ruleEnd{}; ///< "until march": when it ends to come back, in their words; no rule here can say it.
     bool isRepeatUnknown = false; ///< It comes back in a way that no calendar rule here can say.
     bool isVague = false; ///< "Next week": understood, and no day.
     bool isTimeUnclear = false; ///< The words say more of its time than was understood.
