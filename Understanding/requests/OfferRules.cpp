@@ -16,7 +16,7 @@ std::optional<RuleStep> OfferRules::answer(
 {
     constexpr std::size_t longest = 120; ///< Bytes; longer words tell a story.
     static const Pattern past(
-        "\\b(?:was|were|went|had|did|yesterday|ago|last|if|no|never|not|cannot|came|said|told|took"
+        "\\b(?:was|were|went|had|did|yesterday|ago|last|if|no|never|not|cannot|\\w+n['’]t|came|said|told|took"
         "|saw|met|made|gave|\\w{3,}ed)\\b",
         Pattern::caseless);
     // What somebody likes, or says to part, is no matter of a day.

@@ -23,6 +23,13 @@ const std::string fragmentLead =
     "us|to|and) )*";
 const std::string anything = "(?:(?:an?|the|my|this|that|new|another|some|one|calendar) )*";
 
+/// A name alone may be what was asked for.
+Request orAnswer(Request request)
+{
+    request.mayAnswer = [](const PendingQuestion&, const RuleSurroundings&) { return true; };
+    return request;
+}
+
 Found newEvent(EventWords event)
 {
     return AgendaRules::request(AgendaIntent::ofNew(std::move(event)));
@@ -89,9 +96,31 @@ Found nounAlone(const std::string& core, const std::string& plain, const RuleSur
 {
     static const Pattern form("^(?:(?:my|the|our|next|upcoming|calendar|any|all) )*(meetings?|appointments?|events?|"
                               "birthdays?|anniversar(?:y|ies)|engagements?|commitments?)(?: please)?$");
-    const auto match = form.find(plain);
-    auto search = match ? CalendarWords::search(plain, around) : std::nullopt;
+    static const Pattern occasion(
+        "^(?:(?:my|the|our) "
+        ")?(?:lunch|dinner|breakfast|brunch|party|interview|yoga|gym|dentist|doctor|standup|class)$");
+    const bool isOccasion = occasion.find(plain).has_value();
+    auto search = isOccasion || form.find(plain) ? CalendarWords::search(plain, around) : std::nullopt;
     if (!search)
+        return std::nullopt;
+    search->aim = isOccasion ? EventSearch::Aim::when : EventSearch::Aim::tell;
+    search->isAll = search->isAll && !isOccasion;
+    return orAnswer(EventLookup::request(*std::move(search), core));
+}
+
+/// "Schedule friday", "today's agenda": what there is that day.
+Found dayAlone(const std::string& core, const std::string& plain, const RuleSurroundings& around)
+{
+    static const std::string matter = "(?:schedule|calendar|agenda|diary|planner|events|meetings|appointments|plans)";
+    static const Pattern first("^(?:(?:my|the|our) )?" + matter + " (?:for |on |of )?(.+)$");
+    static const Pattern last("^(.+?) " + matter + "$");
+    auto match = first.find(plain);
+    if (!match)
+        match = last.find(plain);
+    auto search = match ? CalendarWords::search(match->texts[0], around) : std::nullopt;
+    static const Pattern pointed("\\b(?:it|that|them|those|something)\\b"); // "Schedule it for noon" is a wish.
+    const bool isOfDays = search && search->days && search->days->from.allDay;
+    if (!isOfDays || !search->name.empty() || !search->noun.empty() || search->isUnclear || pointed.find(plain))
         return std::nullopt;
     search->aim = EventSearch::Aim::tell;
     return EventLookup::request(*std::move(search), core);
@@ -128,9 +157,7 @@ Found nameAlone(const std::string& core, const std::string& plain, const RuleSur
     search->aim = EventSearch::Aim::when;
     search->isAll = false;
     search->fallback = core; // Offered where it is not there.
-    Request request = EventLookup::request(*std::move(search), core);
-    request.mayAnswer = [](const PendingQuestion&, const RuleSurroundings&) { return true; };
-    return request;
+    return orAnswer(EventLookup::request(*std::move(search), core));
 }
 
 /// "Add [event name] on [date]": a form that nobody filled in.
@@ -188,7 +215,9 @@ Found noticesOfAll(const std::string& plain)
 {
     static const Pattern form(
         "\\b(?:notif\\w+|reminders?|remind me|alerts?)(?: me)? (?:for|of|about|on) (?:(?:all|any|my|the|"
-        "our|upcoming|future|calendar|every) )*(?:events?|meetings|appointments)$");
+        "our|upcoming|future|calendar|every) )*(?:events?|meetings|appointments)$|\\b(?:notif\\w+|"
+        "reminders?|remind|alert|tell|warn)\\b.* before (?:every|each|all|any)\\b.*\\b(?:"
+        + CalendarWords::noun + "|class|call)");
     static const Pattern removes("\\b(?:delete|remove|cancel|off|stop|clear|what|which|show|list|do i|any)\\b");
     static const Pattern one("\\b(?:for|of|about|on) (?:(?:my|the|our|this|that|an?) )?event$");
     if (!form.find(plain) || removes.find(plain) || one.find(plain))
@@ -228,6 +257,8 @@ Found EventFragment::read(const std::string& core, const std::string& plain, con
         if (auto request = reader(plain))
             return request;
     if (auto request = nounAlone(core, plain, around))
+        return request;
+    if (auto request = dayAlone(core, plain, around))
         return request;
     if (auto request = namedOnly(core, plain, around))
         return request;

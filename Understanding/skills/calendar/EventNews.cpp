@@ -68,7 +68,8 @@ Found changed(const std::string& core, const RuleSurroundings& around)
 Found putOff(const std::string& core, const RuleSurroundings&)
 {
     static const Pattern form(newsOwner + "(.+?) (?:" + newsAux
-            + " )?(?:(postponed|delayed|pushed back|put back|put off|rescheduled|moved back|shifted|running "
+            + " )?(?:(postponed|delayed|moved|changed|pushed back|put back|put off|rescheduled|moved "
+              "back|shifted|running "
               "late)|(brought "
               "forward|moved up|moved forward|pulled forward))(?: (?:by )?((?:an?|one|two|three|half an|\\d+) "
               "(?:minutes?|mins?|hours?|days?|weeks?)))?(?: later| earlier)?[.!]*$",

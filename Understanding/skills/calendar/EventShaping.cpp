@@ -43,7 +43,7 @@ Found lengthening(const std::string& core, const std::string& plain, const RuleS
 {
     static const Pattern wish(shapingPolite
         + "(?:(?:make|set|extend|shorten|change) (?:my|the|our|a|an|this|that) "
-          "|(?:extend|shorten|cut|lengthen|prolong) "
+          "|(?:extend|shorten|lengthen|prolong) "
           ")(.+?) (?:to )?(?:be |last |take |run )?(?:for )?"
         + shapedLength + "(?: long)?$");
     static const Pattern told(

@@ -71,6 +71,10 @@ std::vector<EventWords> atHours(
         named.push_back(!moment || moment->namesDay || !event->repeat.empty());
         events.push_back(*std::move(event));
     }
+    // "Eggs at 3 and milk at 5": on no day, and nothing that people go to.
+    const bool namesDay = dayInFront || std::ranges::find(named, true) != named.end();
+    if (!namesDay && !std::ranges::all_of(events, EventTitle::namesOccasion, &EventWords::title))
+        return {};
     const auto day = dayInFront ? dayInFront : named.back() ? events.back().start : std::nullopt;
     for (std::size_t index = 0; index < events.size() && day; ++index)
         if (!named[index])

@@ -120,13 +120,12 @@ Notice noticeOfEvent(const std::string& plain)
 
 std::optional<EventNotice> EventNotice::in(const std::string& plain, const LocalTime& around)
 {
-    if (auto notice = noticeOfDeed(plain, around))
-        return notice;
-    if (auto notice = noticeAhead(plain))
-        return notice;
-    if (auto notice = noticeOfStart(plain))
-        return notice;
-    return noticeOfEvent(plain);
+    static const Pattern many("^(?:every|each|all|any)\\b"); // One at a time.
+    Notice notice = noticeOfDeed(plain, around);
+    for (const auto reader : {noticeAhead, noticeOfStart, noticeOfEvent})
+        if (!notice)
+            notice = reader(plain);
+    return notice && many.find(notice->event) ? std::nullopt : notice;
 }
 
 int EventNotice::minutesIn(const std::string& length)
