@@ -14,8 +14,8 @@ namespace {
 /// rules, and a small model is no better witness.
 bool takesAway(const std::string& arguments)
 {
-    constexpr auto keys = std::to_array<std::string_view>(
-        {"cancel", "delete", "remove", "clear", "clear_ticked", "forget", "done", "series", "undo", "replace"});
+    constexpr auto keys = std::to_array<std::string_view>({"cancel", "delete", "remove", "keep_only", "clear",
+        "clear_ticked", "forget", "done", "series", "undo", "replace"});
     const auto json = parseJson(arguments);
     for (const std::string_view key : keys) {
         const Json* value = json ? memberOf(*json, key) : nullptr;

@@ -210,6 +210,11 @@ ListEdit::Outcome ListEdit::apply(CheckList& list) const
     const Places unticks = found(untick, Wanted::ticked);
     const Places replaced = replace.empty() ? Places{} : finder.find(replace, Wanted::open);
     Places removed = found(remove, Wanted::any);
+    const Places kept = found(keepOnly, Wanted::any);
+    const bool goesElse = !keepOnly.empty() && outcome.missing.empty() && outcome.unclear.empty();
+    for (std::size_t item = 0; goesElse && item < list.items().size(); ++item)
+        if (std::ranges::find(kept, item) == kept.end())
+            removed.push_back(item);
     for (std::size_t item = 0; item < list.items().size(); ++item)
         if (clearAll || (clearTicked && list.items()[item].isTicked))
             removed.push_back(item);

@@ -18,6 +18,7 @@ struct ListEdit {
     std::vector<std::string> tick{};
     std::vector<std::string> untick{};
     std::vector<std::string> remove{};
+    std::vector<std::string> keepOnly{}; ///< Everything else goes; nothing does where one of them is not found.
     std::string replace{}; ///< Gets the words `by`.
     std::string by{};
     bool clearTicked = false;
@@ -51,7 +52,10 @@ struct ListEdit {
         bool operator==(const Outcome&) const = default;
     };
 
-    bool namesItems() const { return !(tick.empty() && untick.empty() && remove.empty() && replace.empty()); }
+    bool namesItems() const
+    {
+        return !(tick.empty() && untick.empty() && remove.empty() && keepOnly.empty() && replace.empty());
+    }
     bool isEmpty() const { return add.empty() && !namesItems() && !clearTicked && !clearAll; }
 
     Outcome apply(CheckList& list) const;

@@ -45,7 +45,7 @@ Words wordsOf(std::string_view text)
          start = end + 1, end = plain.find(' ', start)) {
         std::string word = plain.substr(start, end - start);
         std::erase(word, '\'');
-        if (word == "do" && !words.empty() && words.back() == "to") // "to do" and "todo" are one
+        if ((word == "do" || word == "dos") && !words.empty() && words.back() == "to") // "to do" and "todo" are one
             words.back() = "todo";
         else if (!word.empty())
             words.push_back(word == "todos" ? "todo" : std::move(word));
@@ -88,7 +88,7 @@ Words essential(std::string_view text)
 /// One word for what people call both ways.
 std::string kindOf(std::string_view word)
 {
-    constexpr std::array<std::string_view, 4> shopping{"shopping", "grocery", "shop", "supermarket"};
+    constexpr std::array<std::string_view, 5> shopping{"shopping", "grocery", "shop", "supermarket", "market"};
     constexpr std::array<std::string_view, 5> duties{"todo", "task", "chore", "job", "duty"};
     return std::string(isOneOf(shopping, word) ? "shopping" : isOneOf(duties, word) ? "todo" : word);
 }
@@ -104,6 +104,9 @@ Words nameOf(std::string_view text)
 
 Words kindsOf(const Words& words)
 {
+    constexpr std::array<std::string_view, 3> things{"thing", "item", "stuff"};
+    if (words.size() == 2 && isOneOf(things, words.front())) // "things to buy", "things to do"
+        return {kindOf(words.back() == "buy" || words.back() == "get" ? "shopping" : words.back())};
     Words kinds;
     for (const std::string& word : words)
         if (std::string kind = kindOf(word); kinds.empty() || kinds.back() != kind)

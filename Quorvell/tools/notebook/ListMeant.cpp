@@ -18,7 +18,8 @@ using ItemTexts = std::vector<std::string>;
 ItemTexts itemsNamed(const ListRequest& request)
 {
     ItemTexts names = request.has;
-    for (const ItemTexts* texts : {&request.edit.tick, &request.edit.untick, &request.edit.remove})
+    for (const ItemTexts* texts :
+        {&request.edit.tick, &request.edit.untick, &request.edit.remove, &request.edit.keepOnly})
         names.insert(names.end(), texts->begin(), texts->end());
     if (!request.edit.replace.empty())
         names.push_back(request.edit.replace);
@@ -59,10 +60,27 @@ std::vector<Note> holdingAlike(const std::vector<Note>& lists, const ItemTexts& 
     return holding;
 }
 
+/// What is done goes from the list that has such things.
+ListMeant withTicks(const std::vector<Note>& lists)
+{
+    std::vector<Note> meant;
+    std::ranges::copy_if(lists, std::back_inserter(meant), [](const Note& note) {
+        const CheckList list(note.body);
+        return list.openItems() < list.items().size();
+    });
+    if (meant.size() == 1)
+        return {meant.front(), std::nullopt};
+    return {std::nullopt,
+        meant.empty() ? ToolResult(ToolStatus::notOnList).add("lists", ListsTold::described(lists))
+                      : ListsTold::which(meant)};
+}
+
 /// No list is named: the one that holds what is named is meant. What only looks has all of them told.
 ListMeant unnamed(const std::vector<Note>& lists, const ListRequest& request)
 {
     const ItemTexts names = itemsNamed(request);
+    if (request.edit.clearTicked)
+        return withTicks(lists);
     const bool onlyLooks = request.kind == ListRequest::Kind::show;
     std::vector<Note> meant = holdingMost(lists, names);
     if (meant.empty())
@@ -115,6 +133,9 @@ ListMeant ListMeant::of(const std::vector<Note>& lists, const ListRequest& reque
     const bool losesSomething = request.kind == ListRequest::Kind::remove || request.edit.clearAll;
     if (meant.empty())
         return {std::nullopt, ListsTold::none(request, lists)};
+    if (meant.size() > 1 && request.kind == ListRequest::Kind::show) // all of them are told
+        return {
+            std::nullopt, request.has.empty() ? ListsTold::all(meant, true) : ListsTold::holding(meant, request.has)};
     if (meant.size() > 1 || (losesSomething && named.likeness != ListLikeness::same))
         return {std::nullopt, ListsTold::which(meant)};
     return {meant.front(), std::nullopt};

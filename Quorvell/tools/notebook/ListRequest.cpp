@@ -51,8 +51,8 @@ std::vector<std::string> textsUnder(const LiveFunctionCall& call, std::string_vi
 
 std::optional<ListRequest> ListRequest::of(const LiveFunctionCall& call)
 {
-    constexpr std::array keys{"list", "id", "lists", "add", "tick", "untick", "remove", "replace", "clear_ticked",
-        "clear", "rename", "delete", "create", "show", "has"};
+    constexpr std::array keys{"list", "id", "lists", "add", "tick", "untick", "remove", "keep_only", "replace",
+        "clear_ticked", "clear", "rename", "delete", "create", "show", "has"};
     if (std::ranges::none_of(keys, [&](const char* key) { return memberOf(call.args, key); }))
         return std::nullopt;
     ListRequest request;
@@ -66,6 +66,7 @@ std::optional<ListRequest> ListRequest::of(const LiveFunctionCall& call)
         .tick = textsUnder(call, "tick", problem),
         .untick = textsUnder(call, "untick", problem),
         .remove = textsUnder(call, "remove", problem),
+        .keepOnly = textsUnder(call, "keep_only", problem),
         .replace = lineUnder(call, "replace"),
         .by = CheckList::itemText(lineUnder(call, "by")).value_or(""),
         .clearTicked = isFlagSet(call, "clear_ticked"),

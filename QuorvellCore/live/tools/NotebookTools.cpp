@@ -43,6 +43,7 @@ Json notes()
                 optional("tick", list("These are done or bought.", text(item))),
                 optional("untick", list("These are open again.", text(item))),
                 optional("remove", list("Takes these off.", text(item))),
+                optional("keep_only", list("Takes everything else off.", text(item))),
                 optional("replace", text("An item that gets other words, those of `by`.")),
                 optional("by", text("The new words.")),
                 optional("clear_ticked", flag("True: takes off all that is ticked.")),

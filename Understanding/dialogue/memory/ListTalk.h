@@ -23,6 +23,11 @@ struct ListTalk {
         lack, ///< Whether what ran out is to be bought.
         done, ///< Whether what somebody says that they have done stands there.
         spared, ///< The same of what is not needed any more.
+        where, ///< To which list something should go.
+        edit, ///< It was not said what should be changed.
+        newFor, ///< It is made for what was to be added to it.
+        anew, ///< A new list, in place of one of that name if there is one.
+        another, ///< A new list beside one of that name.
         deleteAll,
         clearAll,
     };
@@ -37,6 +42,8 @@ struct ListTalk {
     std::vector<std::string> candidates{}; ///< That a question under way lets choose from.
     Purpose purpose = Purpose::tell;
     std::string otherwise{}; ///< What is said where the thing stands on no list: it was looked for elsewhere before.
+    std::string moveTo{}; ///< The list to which what is being taken off goes; empty for none.
+    std::string movedFrom{}; ///< The list on which it stood, behind "your", once it is off.
     std::string undo{}; ///< Token of the last change; empty for none.
 
     bool operator==(const ListTalk&) const = default;

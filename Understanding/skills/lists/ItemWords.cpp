@@ -27,7 +27,8 @@ std::string withoutLead(const std::string& item)
     static const Pattern lead("^(?:(?:and|also|plus|then|both|to(?= [a-z])|the following(?: items?)?|the items?|(?:new "
                               ")?items?(?= [\\w\"“'‘])|(?:new "
                               ")?tasks?(?= \\w)(?: to)?|some(?: "
-                              "more)?|more|the(?! \\S+ (?:of|and) the )|an?|my)\\b"
+                              "more)?|more|any|the(?! \\S+ (?:of|and) the )|an?(?! "
+                              "(?:dozen|couple|few|pair|bit|lot|half|quarter|\\w+ of)\\b)|my)\\b"
                               "[:,]?\\s+)+(?=\\S)",
         Pattern::caseless);
     static const Pattern tail("[\\s,;.!?]+(?:too|as well|also|please|for me)?[\\s,;.!?]*$", Pattern::caseless);
@@ -51,16 +52,16 @@ bool isVerb(std::string_view word)
 /// Things that are one although "and" stands between their words.
 bool isOneThing(std::string_view left, std::string_view right)
 {
-    constexpr auto table = std::to_array<Pair>({{"salt", "pepper"}, {"mac", "cheese"}, {"macaroni", "cheese"},
-        {"fish", "chips"}, {"ham", "cheese"}, {"ham", "eggs"}, {"bacon", "eggs"}, {"butter", "jelly"},
-        {"butter", "jam"}, {"gin", "tonic"}, {"rum", "coke"}, {"half", "half"}, {"oil", "vinegar"}, {"salt", "vinegar"},
-        {"sweet", "sour"}, {"cookies", "cream"}, {"strawberries", "cream"}, {"peaches", "cream"}, {"bangers", "mash"},
-        {"beans", "rice"}, {"rice", "beans"}, {"rice", "peas"}, {"head", "shoulders"}, {"ben", "jerry's"}, {"m", "m's"},
-        {"m", "ms"}, {"black", "white"}, {"surf", "turf"}, {"pros", "cons"}, {"washer", "dryer"}, {"cream", "onion"},
-        {"cheese", "onion"}, {"bed", "breakfast"}, {"bits", "pieces"}, {"nuts", "bolts"}, {"knife", "fork"},
-        {"needle", "thread"}, {"lost", "found"}, {"show", "tell"}, {"arts", "crafts"}, {"mum", "dad"}, {"mom", "dad"},
-        {"oats", "honey"}, {"pork", "beans"}, {"biscuits", "gravy"}, {"chicken", "waffles"}, {"lemon", "lime"},
-        {"romeo", "juliet"}});
+    constexpr auto table = std::to_array<Pair>(
+        {{"salt", "pepper"}, {"mac", "cheese"}, {"macaroni", "cheese"}, {"fish", "chips"}, {"ham", "cheese"},
+            {"ham", "eggs"}, {"bacon", "eggs"}, {"butter", "jelly"}, {"gin", "tonic"}, {"rum", "coke"},
+            {"half", "half"}, {"oil", "vinegar"}, {"salt", "vinegar"}, {"sweet", "sour"}, {"cookies", "cream"},
+            {"strawberries", "cream"}, {"peaches", "cream"}, {"bangers", "mash"}, {"beans", "rice"}, {"rice", "beans"},
+            {"rice", "peas"}, {"head", "shoulders"}, {"ben", "jerry's"}, {"m", "m's"}, {"m", "ms"}, {"black", "white"},
+            {"surf", "turf"}, {"pros", "cons"}, {"washer", "dryer"}, {"cream", "onion"}, {"cheese", "onion"},
+            {"bed", "breakfast"}, {"bits", "pieces"}, {"nuts", "bolts"}, {"knife", "fork"}, {"needle", "thread"},
+            {"lost", "found"}, {"show", "tell"}, {"arts", "crafts"}, {"mum", "dad"}, {"mom", "dad"}, {"oats", "honey"},
+            {"pork", "beans"}, {"biscuits", "gravy"}, {"chicken", "waffles"}, {"lemon", "lime"}, {"romeo", "juliet"}});
     return std::ranges::find(table, Pair(left, right)) != table.end();
 }
 
@@ -195,7 +196,7 @@ Items ItemWords::split(std::string_view text)
         std::size_t start = 0;
         for (std::size_t place = 1; place + 1 < words.size(); ++place) {
             const bool isAnd = words.at(place) == "and" || words.at(place) == "plus" || words.at(place) == "&"
-                || words.at(place) == "n";
+                || words.at(place) == "n" || words.at(place) == "nd";
             if (!isAnd || place <= start || !separates(words, start, place))
                 continue;
             addPiece(items, words, start, place);
@@ -222,9 +223,11 @@ std::string ItemWords::named(std::string_view words)
                                   "?)?(\\d{1,4}|one|two|three|four|five"
                                   "|six|seven|eight|nine|ten)$",
         Pattern::caseless);
-    static const Pattern ordinal("^(?:the )?(?:(\\d{1,4})(?:st|nd|rd|th)|(first|second|third|fourth|fifth|sixth|seventh"
-                                 "|eighth|ninth|tenth)|(last|bottom|final|newest|latest))"
-                                 "(?: (?:one|item|entry|thing|point)(?: (?:i added|on it))?)?$",
+    static const Pattern ordinal(
+        "^(?:the |my )?(?:(\\d{1,4})(?:st|nd|rd|th)|(first|second|third|fourth|fifth|sixth|seventh"
+        "|eighth|ninth|tenth)|(last|bottom|final|newest|latest|most recent)(?: added)?)"
+        "(?: (?:one|item|entry|thing|point|task)(?: (?:that )?(?:i (?:just )?(?:added|put "
+        "on)|on it))?)?$",
         Pattern::caseless);
     const std::string text = withoutLead(std::string(words));
     const auto placeIn = [](const auto& table, const std::string& word) {
@@ -259,6 +262,15 @@ Items ItemWords::namedAll(std::string_view words)
     }
     if (isEverything(words))
         return {"#all"};
+    static const Pattern several(
+        "^(?:the )?first (two|three|four|five|[2-9])(?: (?:items?|things|ones|tasks))?$", Pattern::caseless);
+    if (const auto match = several.find(trimmed(words))) {
+        const std::string number = named("item " + match->texts[0]);
+        Items firsts;
+        for (char place = '1'; number.size() == 2 && place <= number.back(); ++place)
+            firsts.push_back(std::string("#") + place);
+        return firsts;
+    }
     if (std::ranges::all_of(places, [](const std::string& place) { return place.starts_with('#'); }))
         return places;
     return split(words);
@@ -269,10 +281,13 @@ bool ItemWords::isPointing(std::string_view words)
     static const Pattern pointing(
         "^(?:it|this|that|them|these|those|something|(?:(?:the|this|that|an?|some|any|new|"
         "another|one|more|last|same) )*"
-        "(?:new |more )?(?:items?|one|things?|entry)(?: name)?|an? \\w+ name)(?: also| too)?$",
+        "(?:new |more )?(?:items?|one|things?|entry|tasks?|to[ -]?dos?|stuff|products?)(?: name)?"
+        "|(?:an? )?(?:few|couple of|some|several|many) (?:more )?(?:things|items)"
+        "|an? (?:\\w+ )?(?:name|number|song|contact|word))(?: also| too)?$",
         Pattern::caseless);
     static const Pattern last("^(?:the )?(?:last|first)\\b", Pattern::caseless);
-    return pointing.find(trimmed(words)) && !last.find(trimmed(words));
+    const std::string said = trimmed(words, " ()[]<>\"'");
+    return pointing.find(said) && !last.find(said);
 }
 
 bool ItemWords::isDefinite(std::string_view words)

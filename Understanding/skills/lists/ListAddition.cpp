@@ -30,7 +30,9 @@ std::optional<ListIntent> ListAddition::read(const std::string& text)
     static const Pattern towards(ListPhrase::links("to|onto|on"), Pattern::caseless);
     static const Pattern verb(
         "^(?:add|ad|put down|put|include|insert|enter|place|stick|pop|throw|append|write(?: down)?|jot(?: down)?"
-        "|note(?: down)?|jot|record|save|get|log|bung|chuck|also add)(?: in)?\\s+",
+        "|note(?: down)?|jot|record|save|get|log|bung|chuck|also add|register|feed|attach|assign|key in|type(?: "
+        "in)?|mark down"
+        "|slot|slip|store|push)(?: in)?\\s+",
         Pattern::caseless);
     static const Pattern links(ListPhrase::links("to|on to|on|onto|in|into|at|under|in to|2"), Pattern::caseless);
     static const Pattern listFirst(
@@ -50,6 +52,14 @@ std::optional<ListIntent> ListAddition::read(const std::string& text)
     static const Pattern duty("^(?:add|new|create|make)(?: an?)?(?: new)? (?:to[ -]?do|todo|task)(?: item)?(?! "
                               "list\\b)(?: to(?! (?:my|the|our)\\b)|:)? (.+)$",
         Pattern::caseless);
+    static const Pattern bareDuty(
+        "^(?:add|create|make|new)(?: an?| one)?(?: new| more)* (?:to[ -]?do|todo|task)(?: item)?$", Pattern::caseless);
+    static const Pattern intoList("^(?:put|add|include|insert|write) (?:in|on|to|into|onto) (.+)$", Pattern::caseless);
+    if (bareDuty.find(text))
+        return additionTo("to do");
+    if (const auto match = intoList.find(text))
+        if (auto name = ListPhrase::nameIn(match->texts[0]))
+            return additionTo(*std::move(name));
     if (const auto match = duty.find(text); match && !ListPhrase::itemsIn(text, links))
         return additionOf("to do", match->texts[0]);
     static const Pattern following("^(?:add|put|include) (?:these|this|the following)(?: things?| items?)? "
@@ -68,8 +78,8 @@ std::optional<ListIntent> ListAddition::read(const std::string& text)
         Pattern::caseless);
     static const Pattern itemHeaded("^(?:add )?(?:new )?list item:? (.+)$", Pattern::caseless);
     static const Pattern noted(
-        "^(?:make|write|put|add|leave) (?:a |me a )?note (?:on|in|to) (.+?\\blist) (?:to|that says|saying|"
-        "for|about|:)(?: buy| get)? (.+)$",
+        "^(?:(?:make|write|put|add|leave) (?:a |me a )?)?note (?:on|in|to) (.+?\\blist) (?:to|that says|saying|"
+        "that (?:i|we) need(?: to)?|for|about|:)(?: buy| get)? (.+)$",
         Pattern::caseless);
     static const Pattern andMore(
         "^(?:add|put|include) (.+? (?:to|on|in|onto) .+?\\blist),? (?:and|plus)(?: then| also)? "
@@ -139,7 +149,8 @@ std::optional<ListIntent> ListAddition::read(const std::string& text)
     // "Eggs to the shopping list" begins with no word that asks for anything else.
     static const Pattern others(
         "^(?:find|look|search|undo|un[a-z]+|cancel|make|mark|sort|print|copy|edit|modify|get|see|display|start|finish|"
-        "complete|scratch|clear|empty|reset|wipe|erase|drop|turn|set|buy|say|repeat|stop|help|bring|pull|push|review|"
+        "complete|transfer|increase|decrease|reduce|raise|scratch|clear|empty|reset|wipe|erase|drop|turn|set|buy|say|"
+        "repeat|stop|help|bring|pull|push|review|"
         "count|compare|strike|kill|abolish|hide|email|text|export|sync|upload|download|create|edit|there|it|this|"
         "everything|anything|nothing|what|which|is|are|do|did|does|have|can|read|show|tell|list|open|remove|delete|"
         "take|tick|check|cross|move|change"

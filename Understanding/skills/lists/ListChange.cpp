@@ -5,7 +5,9 @@
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/lists/ItemWords.h"
 #include "Understanding/skills/lists/ListAddition.h"
+#include "Understanding/skills/lists/ListCreation.h"
 #include "Understanding/skills/lists/ListPhrase.h"
+#include "Understanding/skills/lists/ListShift.h"
 
 #include <algorithm>
 #include <string>
@@ -28,93 +30,12 @@ Found cOfItems(Kind kind, std::string list, const std::string& items)
     return ListIntent::ofItems(kind, std::move(list), items);
 }
 
-/// "A list for the party", with what is to be on it.
-Found created(const std::string& phrase)
-{
-    static const Pattern filled("^(.*?\\b" + ListPhrase::listWord
-            + "(?:\\s.*?)?)[,:]?\\s+(?:(?:starting |beginning )?with(?! (?:my|our|(?:the |a "
-              ")?(?:name|title))\\b)|including|containing|that (?:has|says)|and (?:add|put)|having)"
-              "(?: the)? (.+)$",
-        Pattern::caseless);
-    static const Pattern colon("^(.*?\\b" + ListPhrase::listWord + "[^:]*):\\s*(.+)$", Pattern::caseless);
-    static const Pattern loose("(?:\\s+(?:on|to|in) (?:it|there))$", Pattern::caseless);
-    static const Pattern moment(" (?:to be created )?(?:by|at|before) \\d.*$", Pattern::caseless);
-    static const Pattern naming(
-        "^(.+?),? (?:and )?(?:call|name|title|label) (?:it|that|this|the list)(?: as)? (.+)$", Pattern::caseless);
-    if (const auto match = naming.find(phrase); match && ListPhrase::nameIn(match->texts[0]))
-        return cOf(Kind::create, ListPhrase::withoutEnds(match->texts[1]));
-    for (const Pattern* form : {&filled, &colon}) {
-        const auto match = form->find(phrase);
-        const auto name = match ? ListPhrase::nameIn(match->texts[0]) : std::nullopt;
-        if (name)
-            return cOfItems(Kind::create, *name, loose.replaceAll(match->texts[1], ""));
-    }
-    const auto name = ListPhrase::nameIn(moment.replaceAll(phrase, ""));
-    if (name)
-        return cOf(Kind::create, *name);
-    // "List groceries", "list milk, eggs and tea"
-    static const Pattern bare("^(?:an? |the |my )?(?:new )?" + ListPhrase::listWord
-            + "[,:]? (?!(?:of|for|called|named|with|that|by|at|in|on|to|and|from|about|is|my|the|all)\\b)(.+)$",
-        Pattern::caseless);
-    const auto named = bare.find(phrase);
-    if (!named)
-        return std::nullopt;
-    const std::string said = ListPhrase::withoutEnds(named->texts[0]);
-    constexpr std::ptrdiff_t mostBlanks = 3; ///< Of a name.
-    const bool isName = std::ranges::count(said, ' ') <= mostBlanks && ItemWords::split(said).size() == 1
-        && !ListPhrase::isSentence(said) && !ListPhrase::isKeptElsewhere(said);
-    if (isName)
-        return cOf(Kind::create, said);
-    return ItemWords::split(said).size() > 1 ? cOfItems(Kind::create, "", said) : std::nullopt;
-}
-
-Found creation(const std::string& text)
-{
-    static const Pattern make(
-        "^(?:create|make|start|begin|set up|setup|build|prepare|compose|generate|draw up|put together"
-        "|write(?: up)?|write me|open up|form|initiate|produce|craft|keep(?= an? )|maintain(?= an? )|set(?= an? "
-        ".*\\blist))(?: me| "
-        "us| for me| for us)?\\s+(?=\\S)",
-        Pattern::caseless);
-    static const Pattern wanted(
-        "^(?:(?:i(?:['’]d| would)? )?(?:need|want|like)|have|get(?: me)?|open|bring up|show(?: me)?|give me|do|let me "
-        "have)\\s+"
-        "(?=(?:an?|one|another|the)?\\s*(?:brand[ -])?new\\s|(?<=need |want |like )(?:an?|one|another)\\s)",
-        Pattern::caseless);
-    static const Pattern fresh(
-        "^(?:an? )?(?:brand[ -])?new\\s+(?=.*\\b" + ListPhrase::listWord + "\\b)", Pattern::caseless);
-    static const Pattern isNew(
-        "^(?:an? |another )?(?:brand[ -])?new\\b|^(?:an?|another) (?:\\S+ ){0,3}" + ListPhrase::listWord + "\\b",
-        Pattern::caseless);
-    if (const auto match = make.find(text)) {
-        static const Pattern sure("^sure\\b", Pattern::caseless);
-        const std::string rest = text.substr(match->range.end);
-        return sure.find(rest) ? std::nullopt : created(rest);
-    }
-    if (const auto match = wanted.find(text); match && isNew.find(text.substr(match->range.end)))
-        return created(text.substr(match->range.end));
-    static const Pattern behind("^(?!(?:add|put|what|which|is|are|do|show|read|open|delete|remove|clear|find|on|to)\\b)"
-                                "(.+?)[,:]? (?:as )?(?:an? )?new "
-            + ListPhrase::listWord + "$",
-        Pattern::caseless);
-    static const Pattern before("^" + ListPhrase::listWord + ":\\s*(.+)$", Pattern::caseless);
-    static const Pattern filled("^" + ListPhrase::listWord + " (?:for|of) ([^:,]{2,40}):\\s*(.+)$", Pattern::caseless);
-    if (const auto match = filled.find(text))
-        return cOfItems(Kind::create, match->texts[0], match->texts[1]);
-    if (const auto match = before.find(text))
-        return cOfItems(Kind::create, "", match->texts[0]);
-    const auto match = behind.find(text);
-    if (match && !ListPhrase::isSentence(match->texts[0]) && !ListPhrase::isKeptElsewhere(match->texts[0]))
-        return cOf(Kind::create, match->texts[0]);
-    return fresh.find(text) ? created(text) : std::nullopt;
-}
-
 /// "Pencil from stationery": a list may be called so; "from friday" is a matter of the calendar.
 Found ofOtherName(const std::string& rest)
 {
-    static const Pattern place(
-        "^(?:the )?((?:\\w+ ){0,2}item)$|^(.+?) (?:from|off|out of) (?:(?:my|the|our|this|that) )?"
-        "((?:[\\p{L}'’]+ ){0,3}[\\p{L}'’]+)$",
+    static const Pattern place("^(?:the |my )?((?:\\w+ ){0,2}items?|items? (?:number )?\\d{1,3}|last thing i (?:just "
+                               ")?added)$|^(.+?) (?:from|off|out of) (?:(?:my|the|our|this|that) )?"
+                               "((?:[\\p{L}'’]+ ){0,3}[\\p{L}'’]+)$",
         Pattern::caseless);
     static const Pattern matters(
         "\\b(?:\\w+day|\\w*day['’]?s|tomorrow\\w*|tonight|weekends?|weeks?|months?|years?|morning|noon|"
@@ -145,9 +66,26 @@ Found removal(const std::string& text)
         "away)?|erase|drop|scratch(?: off| out)?|strike(?: off| out)?"
         "|get rid of|kill|cancel|abolish|eliminate|clear(?: off| out)?|throw out|throw "
         "away|trash|discard|wipe(?: out)?|empty(?: out)?|bin|dump|cut|lose|scrap|ditch|deduct|exclude|omit|off "
-        "with|pull|clean(?: up| out)?)\\s+",
+        "with|pull|clean(?: up| out)?|cross out|destroy|void|revoke|subtract|withdraw|eject|unlist|unadd|forget(?: "
+        "about)?)\\s+",
         Pattern::caseless);
-    static const Pattern taking("^(?:take|scratch|strike|pull|drop)\\b", Pattern::caseless);
+    static const Pattern taking("^(?:take|pull)\\b", Pattern::caseless);
+    static const Pattern forgetting("^forget\\b", Pattern::caseless);
+    static const Pattern allDuties(
+        "^(?:remove|delete|clear|erase|wipe|empty)(?: out)? all(?: of)?(?: my| the| our)* (?:tasks|chores|to do list)$",
+        Pattern::caseless);
+    static const Pattern oneDuty(
+        "^(?:remove|delete|erase) (?:an? |one |my |the )?(?:tasks?|to[ -]?dos?|to[ -]?do item)$", Pattern::caseless);
+    static const Pattern needless("^(?:i|we) (?:no longer|do not|don['’]?t) (?:need|want|use) (.+?\\b"
+            + ListPhrase::listWord + ")(?: any ?more)?$",
+        Pattern::caseless);
+    if (allDuties.find(text))
+        return cOf(Kind::clear, "to do");
+    if (oneDuty.find(text))
+        return cOf(Kind::remove, "to do");
+    if (const auto match = needless.find(text))
+        if (auto name = ListPhrase::nameIn(match->texts[0]))
+            return ListIntent{.kind = Kind::deleteList, .list = *name, .isOnlyTold = !name->empty()};
     static const Pattern emptying("^(?:clear|wipe|empty|clean)\\b", Pattern::caseless);
     static const Pattern anew("^(?:(?:wipe|clear|empty) (.+?) (?:clean|out|completely)|reset (.+)|(?:start|begin) "
                               "(.+?) (?:over|again|from scratch|anew))$",
@@ -156,8 +94,10 @@ Found removal(const std::string& text)
                                  "on|removed|deleted|taken (?:away|off|out)|erased|go|gone)(?: away)?"
                                  "(?= (?:from|off|out of))(.+)$",
         Pattern::caseless);
-    static const Pattern off(
-        "^(?!what|which|tick|check|cross|mark|i |is |are )(.+?) off (?:of )?(.+)$", Pattern::caseless);
+    static const Pattern off("^(?!what|which|tick|check|cross|mark|i |is |are )(?:get |have )?(.+?)(?: "
+                             "(?:needs?|should|must|has|have|ought)(?: "
+                             "to)? (?:come|be|go|get))? off (?:of )?(.+)$",
+        Pattern::caseless);
     static const Pattern links(ListPhrase::links("from|off of|off from|off|out of|on|in|at|of"), Pattern::caseless);
     if (const auto match = anew.find(text)) {
         for (const std::string& list : match->texts)
@@ -177,7 +117,18 @@ Found removal(const std::string& text)
                 intent->kind = Kind::clearAll;
             return intent;
         }
-        static const Pattern byPlace("^" + ListPhrase::listWord + " (?:number |no\\.? ?|#)?\\d+$", Pattern::caseless);
+        static const Pattern fromList("^(?:from|off|out of|off of) (?=\\S)", Pattern::caseless);
+        if (const auto lead = fromList.find(rest))
+            if (auto name = ListPhrase::nameIn(rest.substr(lead->range.end)))
+                return cOf(Kind::remove, *std::move(name));
+        if (ItemWords::isTicked(rest))
+            return cOf(Kind::clearTicked, "");
+        static const Pattern allItems("^all(?: of)?(?: my| the)* items$", Pattern::caseless);
+        if (allItems.find(rest))
+            return cOf(Kind::clear, "");
+        static const Pattern byPlace(
+            "^" + ListPhrase::listWord + " (?:number |no\\.? ?|#)?(?:\\d+|one|two|three|four|five)$",
+            Pattern::caseless);
         const auto name = byPlace.find(rest) ? std::optional<std::string>("") : ListPhrase::nameIn(rest);
         if (!name)
             return ofOtherName(rest);
@@ -185,11 +136,17 @@ Found removal(const std::string& text)
         static const Pattern both("\\band\\b", Pattern::caseless);
         if (several.find(rest) && both.find(*name)) // one after the other: which one is asked
             return cOf(emptying.find(text) ? Kind::clear : Kind::deleteList, "");
+        static const Pattern some(
+            "\\b(?:old|previous|other|last|latest|unused|empty|some|two|three|few|second)\\b", Pattern::caseless);
+        if (several.find(rest) && name->empty() && some.find(rest))
+            return cOf(Kind::deleteList, "");
         if (several.find(rest) && name->empty())
             return cOf(emptying.find(text) ? Kind::clearAll : Kind::deleteAll, "");
         return emptying.find(text) ? cOf(Kind::clear, *name)
-            : taking.find(text)    ? std::nullopt
-                                   : cOf(Kind::deleteList, *name);
+            : taking.find(text)
+            ? std::nullopt
+            : Found(ListIntent{
+                .kind = Kind::deleteList, .list = *name, .isOnlyTold = forgetting.find(text) && !name->empty()});
     }
     // "My list should no longer have eggs"
     static const Pattern without("^(.+?\\b" + ListPhrase::listWord
@@ -232,6 +189,21 @@ Found ticking(const std::string& text)
                                 "off)(?= (?:on|from)) (.+)$",
         Pattern::caseless);
     static const Pattern links(ListPhrase::links("off of|off|on|from|in|of"), Pattern::caseless);
+    static const Pattern whole(
+        "^(?:mark|tick|check|cross)(?: off)? (?:(?:all|everything)(?: items?| things?)? (?:on|in) )?(.+?\\b"
+            + ListPhrase::listWord + ") (?:off|(?:as |is )?(?:all )?(?:done|complete|completed|finished|bought))$"
+            + "|^(?:mark|tick|check|cross)(?: off)? (?:all|everything)(?: items?| things?)? (?:on|in) (.+?\\b"
+            + ListPhrase::listWord + ")(?: off)?$",
+        Pattern::caseless);
+    if (const auto match = whole.find(text))
+        if (auto name = ListPhrase::nameIn(match->texts[0] + match->texts[1]))
+            return ListIntent{.kind = Kind::tick, .list = *std::move(name), .items = {"#all"}};
+    // "Check bread in the list" wants to know.
+    static const Pattern looking("^check (?!(?:off|if|whether|that|for)\\b)(.+) in (.+)$", Pattern::caseless);
+    if (const auto match = looking.find(text))
+        if (const auto name = ListPhrase::nameIn(match->texts[1]);
+            name && !ListPhrase::endingIn(match->texts[0], links))
+            return cOfItems(Kind::has, *name, match->texts[0]);
     if (const auto match = undone.find(text)) {
         const auto name = match->texts[1].empty() ? std::nullopt : ListPhrase::nameIn(match->texts[1]);
         return name ? cOfItems(Kind::untick, *name, match->texts[0]) : std::nullopt;
@@ -262,8 +234,8 @@ Found changing(const std::string& text)
     static const Pattern swappedThere("^(?:change|replace|swap|turn|make) (.+?) (?:on|in) (.+?\\b"
             + ListPhrase::listWord + ") (?:to|with|for|by|into) (.+)$",
         Pattern::caseless);
-    static const Pattern swapped(
-        "^(?:change|replace|swap|substitute|exchange|turn) (.+?) (?:to|with|for|by|into) (.+?) (?:on|in|from|of) (.+)$",
+    static const Pattern swapped("^(?:change|replace|swap|substitute|exchange|turn|rename|edit|update|correct) (.+?) "
+                                 "(?:to|with|for|by|into) (.+?) (?:on|in|from|of) (.+)$",
         Pattern::caseless);
     static const Pattern onList("^(?:on|in) (.+?\\b" + ListPhrase::listWord
             + ")[,]? (?:change|replace|swap) (.+?) (?:to|with|for|by|into) (.+)$",
@@ -285,6 +257,12 @@ Found changing(const std::string& text)
     if (const auto match = onList.find(text))
         if (auto intent = replacing(match->texts[0], match->texts[1], match->texts[2]))
             return intent;
+    static const Pattern untitled(
+        "^(?:re-?name|retitle|change (?:the )?(?:name|title) of) (.+)$|^change (?:the )?(list) (?:name|title)$",
+        Pattern::caseless);
+    if (const auto match = named.find(text) ? std::nullopt : untitled.find(text))
+        if (auto name = ListPhrase::nameIn(match->texts[0] + match->texts[1]))
+            return cOf(Kind::rename, *std::move(name));
     if (const auto match = named.find(text)) {
         const std::size_t form = match->texts[0].empty() ? 2 : 0;
         const auto name = ListPhrase::nameIn(match->texts[form]);
@@ -299,7 +277,7 @@ Found changing(const std::string& text)
 
 std::optional<ListIntent> ListChange::read(const std::string& text)
 {
-    for (const auto reader : {creation, changing, ListAddition::read, ticking, removal}) {
+    for (const auto reader : {ListCreation::read, ListShift::read, changing, ListAddition::read, ticking, removal}) {
         if (auto intent = reader(text))
             return intent;
     }

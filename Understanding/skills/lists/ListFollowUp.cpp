@@ -6,6 +6,7 @@
 #include "QuorvellCore/text/TextMatch.h"
 #include "Understanding/skills/lists/ItemWords.h"
 #include "Understanding/skills/lists/ListPhrase.h"
+#include "Understanding/words/RequestText.h"
 
 #include <algorithm>
 #include <utility>
@@ -279,6 +280,25 @@ std::optional<ListIntent> ListFollowUp::readLack(std::string_view core)
     return ofWanted(lacking, core);
 }
 
+std::optional<ListIntent> ListFollowUp::readSpared(std::string_view core)
+{
+    static const Pattern form(
+        "^(?:there is )?no (?:more )?need (?:for|of|to (?:buy|get))(?: the| any)? (.+?)(?: any ?more| now)?$"
+        "|^(?:(?:i|we) )?(?:do not|don['’]?t) need(?: to (?:buy|get))?(?: the| any)? (.+?)(?: any ?more| now)?$"
+        "|^(?:i|we)(?: already)?(?: have|['’]ve)(?: already)?(?: got)?(?: enough| plenty of| some| already)* (.+?)(?: "
+        "already| at home| left)*$"
+        "|^(?:skip|forget(?: about)?|cancel|never mind)(?: the)? (.+)$",
+        Pattern::caseless);
+    const std::string text = plainWords(core);
+    const auto match = text.size() <= ListIntent::longestRead ? form.find(text) : std::nullopt;
+    if (!match)
+        return std::nullopt;
+    const auto said = std::ranges::find_if(match->texts, [](const std::string& words) { return !words.empty(); });
+    return said != match->texts.end() && ItemWords::isGroceries(*said)
+        ? Found(ListIntent::ofItems(Kind::remove, "", *said))
+        : std::nullopt;
+}
+
 std::optional<ListIntent> ListFollowUp::readStatement(std::string_view core)
 {
     const std::string text = plainWords(core);
@@ -297,16 +317,28 @@ std::optional<ListIntent> ListFollowUp::readStatement(std::string_view core)
         return ofSame(Kind::remove);
     static const Pattern itemOnly(
         "^(?:add|include|insert|put in|remove|delete|kill|erase|tick)(?: off)? (?:an? |the |this |that |another "
-        ")?(?:(?:new|more|last) )*(?:items?|one)(?: (?:also|too|as well))?$",
+        ")?(?:(?:new|more|last) )*(?:items?|one|tasks?|to[ -]?dos?)(?: (?:also|too|as well))?$",
         Pattern::caseless);
     static const Pattern adds("^(?:add|include|insert|put)", Pattern::caseless);
     static const Pattern ticks("^tick", Pattern::caseless);
     if (text.size() > ListIntent::longestRead)
         return std::nullopt;
     // "Take the milk off", "uncheck eggs", "change eggs to a dozen eggs": of the list that holds it.
-    static const Pattern off("^(?:take|cut|strike|scratch) (.+?) (?:off|out)(?: again)?$", Pattern::caseless);
+    static const Pattern off("^(?:take|cut|strike|scratch|get) (.+?) (?:off|out)(?: again)?$", Pattern::caseless);
+    static const Pattern offFirst(
+        "^(?:take off|take out|leave out|discard|omit|take) (.+?)(?: away)?$", Pattern::caseless);
+    static const Pattern gone(
+        "^(?:the )?(.+?) (?:should|must|needs? to|has to|have to|can) (?:be )?(?:removed|deleted|taken off|erased|go)$",
+        Pattern::caseless);
+    static const Pattern deedLast("^(?:the )?(.+?)[,]? (delete|remove|add|erase)$", Pattern::caseless);
+    for (const Pattern* form : {&offFirst, &gone, &deedLast})
+        if (const auto match = form->find(text); match && ItemWords::isGroceries(match->texts[0])) {
+            const bool isAddition = match->texts.size() > 1 && RequestText::phrase(match->texts[1]) == "add";
+            return ListIntent::ofItems(isAddition ? Kind::add : Kind::remove, "", match->texts[0]);
+        }
     static const Pattern open("^(?:untick|uncheck|unmark|un-?check) (.+)$", Pattern::caseless);
-    static const Pattern swap("^(?:change|replace|swap) (.+?) (?:to|with|for|into) (.+)$", Pattern::caseless);
+    static const Pattern swap(
+        "^(?:change|replace|swap|edit|rename|update|correct) (.+?) (?:to|with|for|into) (.+)$", Pattern::caseless);
     if (const auto match = off.find(text))
         return ListIntent::ofItems(Kind::remove, "", match->texts[0]);
     if (const auto match = open.find(text))
@@ -341,6 +373,9 @@ std::optional<ListIntent> ListFollowUp::readStatement(std::string_view core)
         "\\b(?:event|meeting|appointment|reminder|alarm|timer|note|calendar|contact|task|list|lists|every|weekly|daily|"
         "minutes?|hours?|me|us|him|her|with|from|for)\\b|\\d\\d",
         Pattern::caseless);
+    static const Pattern duty("\\b(?:tasks?|to[ -]?dos?)\\b", Pattern::caseless);
+    if (itemOnly.find(text) && adds.find(text) && duty.find(text))
+        return ListIntent{.kind = Kind::add, .list = "to do"};
     if (itemOnly.find(text))
         return ofSame(adds.find(text) ? Kind::add : ticks.find(text) ? Kind::tick : Kind::remove);
     if (auto intent = ofWanted(wanting, text))

@@ -12,7 +12,21 @@ ListIntent ListIntent::ofItems(Kind kind, std::string list, const std::string& s
 {
     static const Pattern particle("\\s+(?:off|out|down|away|back)$", Pattern::caseless);
     static const Pattern oncemore("\\s+again$", Pattern::caseless);
-    const std::string items = oncemore.replaceAll(particle.replaceAll(said, ""), "");
+    static const Pattern noun("^(?!(?:the |an? )?\\w+$)(.+) (?:item|task)$", Pattern::caseless);
+    const bool adds = kind == Kind::add || kind == Kind::create;
+    static const Pattern rank(
+        " as (?:(?:the |my |its )?(?:first|only|next|last)|an?)(?: (?:new )?(?:thing|item|task|entry|one))?$",
+        Pattern::caseless);
+    std::string items = oncemore.replaceAll(particle.replaceAll(said, ""), "");
+    static const Pattern all(
+        "^all (?:of )?(?:the |my |our )?(?=\\S)(?!(?:but|except|items?|things?|stuff)\\b)", Pattern::caseless);
+    items = (adds ? rank : all).replaceAll(items, "");
+    // "The birthday card item", and not "the last item".
+    const auto named = adds || ItemWords::named(items).starts_with('#') || ItemWords::isPointing(items)
+        ? std::nullopt
+        : noun.find(items);
+    if (named)
+        items = named->texts[0];
     ListIntent intent{.kind = kind, .list = std::move(list)};
     // "All food items with the prefix dry": things are taken off by their names.
     static const Pattern described(
@@ -20,7 +34,6 @@ ListIntent ListIntent::ofItems(Kind kind, std::string list, const std::string& s
         "beginning|that|which|prefix|containing|of type)\\b"
         "|^(?:all|everything|anything)(?: \\w+)? (?:but|except|besides|apart from)\\b",
         Pattern::caseless);
-    const bool adds = kind == Kind::add || kind == Kind::create;
     if ((kind == Kind::remove || kind == Kind::clear) && ItemWords::isEverything(items))
         intent.kind = Kind::clear;
     else if (kind == Kind::remove && ItemWords::isTicked(items))

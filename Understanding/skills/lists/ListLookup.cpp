@@ -3,9 +3,11 @@
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "QuorvellCore/text/TextMatch.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/lists/ItemWords.h"
 #include "Understanding/skills/lists/ListCalls.h"
+#include "Understanding/skills/lists/ListPhrase.h"
 #include "Understanding/skills/lists/ListReply.h"
 
 #include <nlohmann/json.hpp>
@@ -89,6 +91,19 @@ RuleStep takeLack(const Json& arguments, const ToolResult& result, RequestMemory
         adding, memory);
 }
 
+/// "Delete camping", of a list that is called so.
+std::optional<FoundThing> listCalled(const ToolResult& result, const Texts& words)
+{
+    const Json* lists = words.size() == 1 ? result.list("lists") : nullptr;
+    for (const Json& list : lists ? *lists : Json::array()) {
+        const std::string title = readString(list, "title").value_or("");
+        if (TextMatch::normalized(ListPhrase::nameIn(title).value_or(title)) == TextMatch::normalized(words.front()))
+            return FoundThing{
+                .id = readString(list, "id").value_or(""), .title = readString(list, "name").value_or("list")};
+    }
+    return std::nullopt;
+}
+
 /// What somebody says that they have done, or need no more, stands on a list: whether it should be ticked, or go.
 RuleStep takeStatement(const Json& arguments, const ToolResult& result, bool isDone, RequestMemory memory)
 {
@@ -154,6 +169,18 @@ std::optional<RuleStep> ListLookup::answer(
                                                    : std::nullopt;
 }
 
+RuleStep ListLookup::whereTo(const ListIntent& intent, RequestMemory memory, const RuleSurroundings& around)
+{
+    memory.lists.otherwise.clear();
+    return find(intent.items, Purpose::where, std::move(memory), around);
+}
+
+RuleStep ListLookup::offerToSpare(const ListIntent& intent, RequestMemory memory, const RuleSurroundings& around)
+{
+    memory.lists.otherwise = "All right. " + ListReply::standing(intent.items, "on none of your lists");
+    return find(intent.items, Purpose::spared, std::move(memory), around);
+}
+
 RuleStep ListLookup::offerToBuy(const ListIntent& intent, RequestMemory memory, const RuleSurroundings& around)
 {
     memory.lists.otherwise.clear();
@@ -165,11 +192,11 @@ std::optional<RuleStep> ListLookup::further(
 {
     static const Pattern removing(
         "^(?:remove|delete|erase|take(?: off| out| away)?|drop|scratch(?: off| out)?|strike(?: off| out)?|get rid of"
-        "|kill|trash|bin|throw (?:out|away)|lose|cut(?: out)?|ditch|scrap|dump) (?:off "
+        "|kill|trash|bin|throw (?:out|away)|lose|cut(?: out)?|ditch|scrap|dump|cross out|omit|leave out) (?:off "
         ")?(?:the following(?: items?)?:? )?(.+?)(?: off| out| away)?$",
         Pattern::caseless);
     static const Pattern ticking(
-        "^(?:tick|check|cross|mark)(?: off| out)? (.+?)(?: (?:off|out|(?:as |is )?(?:done|bought|got"
+        "^(?:tick|check|cross|mark|complete|finish)(?: off| out)? (.+?)(?: (?:off|out|(?:as |is )?(?:done|bought|got"
         "|paid|complete|completed|finished|purchased)))*$",
         Pattern::caseless);
     static const Pattern spared(
@@ -191,6 +218,14 @@ std::optional<RuleStep> ListLookup::further(
     if (!around.offers(ListCalls::tool) || words.size() > ListIntent::longestRead)
         return std::nullopt;
     RequestMemory next = memory;
+    next.lists.moveTo.clear();
+    static const Pattern sparing(
+        "^(?:cancel|forget(?: about)?|discard|skip) (?:the |my |our )?(.+?)$", Pattern::caseless);
+    if (const auto match = sparing.find(words); match && ItemWords::isGroceries(match->texts[0])) {
+        next.lists.otherwise = said;
+        return find(
+            ListIntent::ofItems(Kind::add, "", match->texts[0]).items, Purpose::spared, std::move(next), around);
+    }
     for (const auto& [form, kind] : {std::pair(&removing, Kind::remove), std::pair(&ticking, Kind::tick)}) {
         const auto match = form->find(words);
         const auto intent = match ? ListIntent::ofItems(kind, "", match->texts[0]) : ListIntent();
@@ -227,6 +262,11 @@ RuleStep ListLookup::take(
         return askToChangeAll(result, purpose, std::move(memory));
     case Purpose::count:
     case Purpose::exists:
+    case Purpose::edit:
+    case Purpose::where:
+    case Purpose::newFor:
+    case Purpose::anew:
+    case Purpose::another:
     case Purpose::tell:
         break;
     }
@@ -234,7 +274,10 @@ RuleStep ListLookup::take(
     if (asked)
         return ToolResults::say(ListReply::heldAnywhere(result), std::move(memory));
     const bool isTold = purpose == Purpose::tell && memberOf(arguments, "show");
-    return ToolResults::say(isTold ? ListReply::each(result) : ListReply::lists(result), std::move(memory));
+    const bool isEdited = purpose == Purpose::edit;
+    return ToolResults::say((isTold || isEdited ? ListReply::each(result) : ListReply::lists(result))
+            + (isEdited ? " What should I change, and on which list?" : ""),
+        std::move(memory));
 }
 
 RuleStep ListLookup::takeMissing(const Json& arguments, const ToolResult& result, RequestMemory memory)
@@ -255,6 +298,11 @@ RuleStep ListLookup::takeMissing(const Json& arguments, const ToolResult& result
         }
     if (otherwise.empty())
         return ToolResults::say(ListReply::notOnList(result), std::move(memory));
+    const auto named =
+        memberOf(arguments, "remove") ? listCalled(result, ListReply::texts(result, "missing")) : std::nullopt;
+    if (named)
+        return ListCalls::confirming(
+            "Should I delete your " + named->title + "?", {{"id", named->id}, {"delete", true}}, memory);
     constexpr std::ptrdiff_t mostBlanks = 2; // what is longer is hardly meant for a list
     const std::string missing = ListReply::joined(ListReply::texts(result, "missing"));
     const bool isShort = std::ranges::count(missing, ' ') <= mostBlanks;

@@ -20,6 +20,10 @@ struct ListLookup {
         const ListIntent& intent, RequestMemory memory, const RuleSurroundings& around);
     /// "We need milk" wishes for nothing yet: where it is on a list that is said, else it is asked.
     static RuleStep offerToBuy(const ListIntent& intent, RequestMemory memory, const RuleSurroundings& around);
+    /// "I have enough milk": where it is on a list, it is asked whether it should go.
+    static RuleStep offerToSpare(const ListIntent& intent, RequestMemory memory, const RuleSurroundings& around);
+    /// "Add cheese": which lists there are for it.
+    static RuleStep whereTo(const ListIntent& intent, RequestMemory memory, const RuleSurroundings& around);
     /// "Remove eggs", "mark the plumber as done", "I paid the electric bill", where neither calendar nor reminders know
     /// it. `said` is what is said where no list does, either. Nothing for other words.
     static std::optional<RuleStep> further(

@@ -11,15 +11,26 @@ namespace {
 
 constexpr std::string_view ownerWords =
     "(?:no[, ]+)?(?:(?:all(?: of)?|both|my|the|our|an?|one|that|this|your|his|her|their|any|some|me|us)\\s+)*";
-constexpr std::string_view ageWords = "(?:(?:(?:to|tomor|tomorr)(?:day|ow)['’]?s|daily|weekly|brand[ "
-                                      "-]new|new|newest|current|existing|previous|last|latest|(?:most "
-                                      ")?recent|saved|whole|entire|complete|old|other|empty|blank|spreadsheet"
-                                      "|same)\\s+)*";
+constexpr std::string_view ageWords =
+    "(?:(?:(?:to|tomor|tomorr)(?:day|ow)['’]?s|daily|weekly|brand[ "
+    "-]new|new|newest|current|existing|previous|last|latest|(?:most "
+    ")?recent|saved|whole|entire|complete|old|other|empty|blank|spreadsheet"
+    "|fresh|same|another|second|separate|different|additional|extra|one more|(?:the )?following)\\s+)*";
+
+/// Those of the assistant's other matters, and what it keeps none of.
+bool isOfOtherMatter(const std::string& name)
+{
+    static const Pattern others(
+        "\\b(?:reminders?|alarms?|timers?|events?|meetings?|appointments?|calendars?|schedules?|"
+        "agenda|diary|notes?|contacts?|emails?|mails?|e-mails?|mailing|play|apps?|files?)\\b",
+        Pattern::caseless);
+    return others.find(name).has_value();
+}
 
 bool isTooLong(const std::string& name)
 {
     constexpr std::size_t longest = 60; ///< Characters.
-    constexpr std::ptrdiff_t mostBlanks = 5;
+    constexpr std::ptrdiff_t mostBlanks = 7;
     return characterCount(name) > longest || std::ranges::count(name, ' ') > mostBlanks;
 }
 
@@ -28,11 +39,8 @@ bool isTooLong(const std::string& name)
 bool ListPhrase::isKeptElsewhere(const std::string& name)
 {
     static const Pattern others(
-        "\\b(?:reminders?|alarms?|timers?|events?|meetings?|appointments?|calendars?|schedules?|agenda|diary|notes?"
-        "|contacts?|emails?|mails?|e-mails?|mailing|play|songs?|tracks?|music|tv|channels?|friends?|people"
-        "|radio|news|files?|photos? (?:on|in)|apps?)\\b",
-        Pattern::caseless);
-    return others.find(name).has_value();
+        "\\b(?:songs?|tracks?|music|tv|channels?|friends?|people|radio|news|photos? (?:on|in))\\b", Pattern::caseless);
+    return isOfOtherMatter(name) || others.find(name).has_value();
 }
 
 bool ListPhrase::isSentence(const std::string& name)
@@ -97,12 +105,12 @@ std::optional<std::string> ListPhrase::nameIn(std::string_view phrase)
     static const Pattern lead(
         "^" + std::string(ownerWords) + std::string(ageWords) + "(?:names? of )?", Pattern::caseless);
     static const Pattern called("^(.*?)\\s?\\b" + listWord
-            + "[,:]? (?:(?:for|4) (?:me|us) )?(?:(?:which|that) is )?(?:called|named|titled|entitled|with the "
-              "(?:name|title))(?: of)?[,:]? "
+            + "[,:]? (?:(?:for|4) (?:me|us) )?(?:(?:which|that) is )?(?:called|named|titled|entitled|with "
+              "(?:(?:an?|the) )?(?:name|title))(?: of)?[,:]? "
               "(.+)$",
         Pattern::caseless);
     static const Pattern of(
-        "^(.*?)\\s?\\b" + listWord + " (?:of|for|about)(?: (?:the|my|our|an?|all|this|next))* (.+)$",
+        "^(.*?)\\s?\\b" + listWord + " (?:of|for|about)((?: (?:the|my|our|an?|all|this|next|some))*) (.+)$",
         Pattern::caseless);
     static const Pattern plain("^(?:(.+?)[ -]?)??" + listWord + "$", Pattern::caseless);
     static const Pattern known(
@@ -111,7 +119,9 @@ std::optional<std::string> ListPhrase::nameIn(std::string_view phrase)
         Pattern::caseless);
     static const Pattern owned("^(?:my|the|our)\\s", Pattern::caseless);
     static const Pattern nobody(
-        "^(?:me|us|it|you|myself|the|two|three|four|five|several|some|multiple|a few)$", Pattern::caseless);
+        "^(?:me|us|it|you|myself|the|two|three|four|five|several|some|multiple|a few|new"
+        "|(?:(?:the )?following |some |new |different )*(?:items?|things?|stuff|something|following|names?))$",
+        Pattern::caseless);
     const std::string whole = withoutEnds(phrase);
     const std::string text = lead.replaceAll(whole + " ", "");
     const std::string words = withoutEnds(text);
@@ -121,7 +131,7 @@ std::optional<std::string> ListPhrase::nameIn(std::string_view phrase)
         name = named->texts[1];
     } else if (const auto with = of.find(words)) {
         before = with->texts[0];
-        name = before.empty() ? with->texts[1] : before + " for " + with->texts[1];
+        name = before.empty() ? with->texts[2] : before + " list for" + with->texts[1] + " " + with->texts[2];
     } else if (const auto only = plain.find(words)) {
         before = name = only->texts[0];
     } else if (known.find(words) && (owned.find(whole) || (words != "shopping" && words != "tasks"))) {
@@ -132,7 +142,7 @@ std::optional<std::string> ListPhrase::nameIn(std::string_view phrase)
     name = trimmed(lead.replaceAll(withoutEnds(name) + " ", ""), "\"“”'‘’,.: ");
     if (nobody.find(name))
         name.clear();
-    if (isSentence(before) || isKeptElsewhere(name) || isTooLong(name))
+    if (isSentence(before) || isOfOtherMatter(name) || isTooLong(name))
         return std::nullopt;
     return name;
 }

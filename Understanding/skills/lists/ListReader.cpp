@@ -6,9 +6,9 @@
 #include "Understanding/skills/lists/ListChange.h"
 #include "Understanding/skills/lists/ListPhrase.h"
 #include "Understanding/skills/lists/ListQuestion.h"
+#include "Understanding/skills/lists/ListWording.h"
 #include "Understanding/words/RequestText.h"
 
-#include <array>
 #include <string>
 #include <utility>
 
@@ -58,29 +58,6 @@ void takeSeveral(ListIntent& intent)
     intent.isOfSeveral = true;
 }
 
-std::string plainCore(std::string_view core)
-{
-    static const Pattern blanks("\\s+");
-    static const Pattern glued("\\b(wish|shopping|grocery|to-?do|packing|guest|gift)(?=lists?\\b)", Pattern::caseless);
-    static const Pattern tail("(?: or not|[,.]? (?:please )?do (?:it|that) for me)$", Pattern::caseless);
-    std::string text = trimmed(blanks.replaceAll(core, " "), " .!?");
-    for (const auto& match : glued.findAll(text)) // one: nobody glues two
-        if (match.range.end < text.size()) {
-            text.insert(match.range.end, " ");
-            break;
-        }
-    // "Please be adding milk", "would you mind creating a list"
-    constexpr auto gerunds = std::to_array<std::pair<std::string_view, std::string_view>>({{"adding", "add"},
-        {"putting", "put"}, {"creating", "create"}, {"making", "make"}, {"removing", "remove"}, {"deleting", "delete"},
-        {"starting", "start"}, {"reading", "read"}, {"taking", "take"}, {"including", "include"}});
-    static const Pattern gerund("^(?:(?:be|do|start|keep) )?(\\w+ing) (?=\\w)", Pattern::caseless);
-    if (const auto match = gerund.find(text))
-        for (const auto& [said, plain] : gerunds)
-            if (RequestText::phrase(match->texts[0]) == said)
-                text = std::string(plain) + " " + text.substr(match->range.end);
-    return tail.replaceAll(text, "");
-}
-
 } // namespace
 
 std::optional<ListIntent> ListReader::read(std::string_view core)
@@ -88,8 +65,11 @@ std::optional<ListIntent> ListReader::read(std::string_view core)
     static const Pattern hint(
         "list|lsit|lst\\b|lits\\b|\\bto[ -]?dos?\\b|\\btasks?\\b|grocer|errands|chores|\\bmy "
         "shopping\\b|\\bbuy\\b|\\bpack$|\\bdo (?:i|we) (?:still )?need\\b|\\b(?:remove|delete|take|erase|kill) .+ "
-        "from\\b|\\bitem$|\\bjobs\\b|\\b(?:things|have i got|must i|should i|have to|need to|left) (?:i have )?to "
-        "do\\b|\\b(?:did|have) (?:i|we) (?:already )?(?:add|put)|^shopping:|\\b(?:store|shops?|supermarket|market)$",
+        "from\\b|\\bitems?(?: \\d+)?$|\\b(?:remove|delete|take off) .+ and (?:add|put) "
+        "|\\bjobs\\b|\\b(?:everything|all) (?:but|except)|\\b(?:things|have i got|must i|should i|have to|need "
+        "to|left) (?:i have )?to "
+        "do\\b|\\b(?:did|have) (?:i|we) (?:already )?(?:add|put)|^shopping:|\\b(?:store|shops?|supermarket|market)(?: "
+        "today| now| tomorrow)?$",
         Pattern::caseless);
     static const Pattern notOurs(
         "^(?:remind|remember|schedule|book|play|call me|text|e-?mail|google)\\b|\\bplaylist\\b", Pattern::caseless);
@@ -111,7 +91,8 @@ std::optional<ListIntent> ListReader::read(std::string_view core)
     static const Pattern reason("^[^?]{3,200}?[,.;] (?:so |and |please )*(?:can|could|would|will) you (?:please )?"
                                 "(?=(?:add|put|remove|delete|take|tick|cross|create|make)\\b)",
         Pattern::caseless);
-    const std::string said = denied.replaceAll(hurried.replaceAll(reason.replaceAll(plainCore(core), ""), ""), "");
+    const std::string said =
+        denied.replaceAll(hurried.replaceAll(reason.replaceAll(ListWording::plain(core), ""), ""), "");
     static const Pattern bare("^((?:add|put) .+) (?:to|on) (?:the |my )?shopping$", Pattern::caseless);
     const auto shopping = bare.find(said);
     const std::string text = shopping ? shopping->texts[0] + " to the shopping list" : place.replaceAll(said, "on ");

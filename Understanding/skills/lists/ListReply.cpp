@@ -24,6 +24,14 @@ Texts textsIn(const Json& object, std::string_view key)
     return readStrings(object, key).value_or(Texts{});
 }
 
+std::string enumerated(const Texts& texts, const std::string& last)
+{
+    std::string said;
+    for (std::size_t index = 0; index < texts.size(); ++index)
+        said += (index == 0 ? "" : index + 1 == texts.size() ? last : ", ") + texts[index];
+    return said;
+}
+
 std::string isOrAre(const Texts& texts)
 {
     // Of one thing, "eggs" are many.
@@ -53,10 +61,12 @@ Texts itemsOf(const ToolResult& result, bool isTicked)
 
 std::string ListReply::joined(const Texts& texts)
 {
-    std::string said;
-    for (std::size_t index = 0; index < texts.size(); ++index)
-        said += (index == 0 ? "" : index + 1 == texts.size() ? " and " : ", ") + texts[index];
-    return said;
+    return enumerated(texts, " and ");
+}
+
+std::string ListReply::eitherOf(const Texts& texts)
+{
+    return enumerated(texts, " or ");
 }
 
 std::string ListReply::amount(std::size_t count)
@@ -286,6 +296,8 @@ std::string ListReply::changed(const ToolResult& result, std::string_view alread
 std::string ListReply::notOnList(const ToolResult& result)
 {
     Texts missing = texts(result, "missing");
+    if (missing.empty())
+        return "Nothing is ticked off on your lists.";
     for (std::string& words : missing)
         if (words.starts_with('#'))
             return "There "

@@ -17,6 +17,8 @@ struct ListReply {
 
     /// "a, b and c".
     static std::string joined(const std::vector<std::string>& texts);
+    /// "a, b or c".
+    static std::string eitherOf(const std::vector<std::string>& texts);
     /// "3 things", "nothing".
     static std::string amount(std::size_t count);
     /// As the results of keep_note name it, behind "your".

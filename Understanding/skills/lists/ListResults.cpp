@@ -2,6 +2,8 @@
 #include "Understanding/skills/lists/ListResults.h"
 
 #include "QuorvellCore/text/Json.h"
+#include "QuorvellCore/text/Pattern.h"
+#include "QuorvellCore/text/TextMatch.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/lists/ListCalls.h"
 #include "Understanding/skills/lists/ListLookup.h"
@@ -12,6 +14,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,6 +23,14 @@
 namespace quorvell {
 
 namespace {
+
+/// Whether the user spoke of a list, and not of something that may be one: "add tea to the menu".
+bool isClearlyList(const std::string& name, const std::string& words)
+{
+    static const Pattern list("\\b" + ListPhrase::listWord + "\\b", Pattern::caseless);
+    static const Pattern known("^(?:groceries|grocery|shopping|errands)$", Pattern::caseless);
+    return ListCalls::isOfDuties(name) || known.find(name) || list.find(words);
+}
 
 /// There is no such list: whether it should be made is asked where that helps.
 RuleStep takeNoList(
@@ -45,15 +56,20 @@ RuleStep takeNoList(
             std::move(memory));
     if (wanted.empty())
         return ToolResults::say("You have no list yet.", std::move(memory));
-    const bool takes = memberOf(arguments, "tick") || memberOf(arguments, "untick") || memberOf(arguments, "remove")
-        || memberOf(arguments, "delete") || memberOf(arguments, "rename") || memberOf(arguments, "clear")
-        || memberOf(arguments, "clear_ticked") || memberOf(arguments, "replace") || memberOf(arguments, "has");
+    const bool takes = memberOf(arguments, "tick") || memberOf(arguments, "keep_only") || memberOf(arguments, "untick")
+        || memberOf(arguments, "remove") || memberOf(arguments, "delete") || memberOf(arguments, "rename")
+        || memberOf(arguments, "clear") || memberOf(arguments, "clear_ticked") || memberOf(arguments, "replace")
+        || memberOf(arguments, "has");
     const std::string none = "You have no " + ListReply::name(result) + ".";
     if (takes || asksForIt)
         return ToolResults::say(none, std::move(memory));
     Json made{{"list", ListCalls::titleOf(wanted)}, {"create", true}};
     if (items)
         made["add"] = *items;
+    if (items && isClearlyList(wanted, memory.words)) { // it can be taken back, and it is told
+        memory.lists.purpose = ListTalk::Purpose::newFor;
+        return ListCalls::call(made, memory, around);
+    }
     // Making that list settles it.
     return RuleStep::asking(
         {.kind = &ToolResults::confirmation,
@@ -100,7 +116,11 @@ void talkOf(const ToolResult& result, ListTalk& talk)
 {
     const std::string id = result.string("id").value_or("");
     if (id != talk.list.id)
-        talk = {.names = std::move(talk.names), .dictatedAt = talk.dictatedAt, .purpose = talk.purpose};
+        talk = {.names = std::move(talk.names),
+            .dictatedAt = talk.dictatedAt,
+            .purpose = talk.purpose,
+            .moveTo = std::move(talk.moveTo),
+            .movedFrom = std::move(talk.movedFrom)};
     talk.list = {.id = id, .title = result.string("title").value_or(""), .skill = ListRules::skill};
     talk.undo = result.string("undo").value_or(talk.undo);
     const std::string name = ListPhrase::nameIn(talk.list.title).value_or(talk.list.title);
@@ -144,6 +164,8 @@ RuleStep takeShown(const Json& arguments, const ToolResult& result, RequestMemor
         said = ListReply::count(result);
     else if (purpose == ListTalk::Purpose::exists)
         said = "Yes. " + said;
+    else if (purpose == ListTalk::Purpose::edit)
+        said += " What should I add, change or take off?";
     return ToolResults::say(std::move(said), std::move(memory));
 }
 
@@ -157,10 +179,88 @@ RuleStep takeKnown(const Json& arguments, const ToolResult& result, RequestMemor
 {
     const auto items = readStrings(arguments, "add");
     const std::string known = "You already have a " + ListReply::name(result);
+    const auto purpose = std::exchange(memory.lists.purpose, ListTalk::Purpose::tell);
+    if (purpose == ListTalk::Purpose::another)
+        return RuleStep::asking({.kind = &ListRules::whatName,
+                                    .question = known + ". What should I call the other one?",
+                                    .arguments = dumpJson(items ? Json{{"add", *items}} : Json::object())},
+            std::move(memory));
+    const auto open = readInteger(result.json(), "open").value_or(0);
+    if (purpose == ListTalk::Purpose::anew && open > 0 && (!items || items->empty()))
+        return ListCalls::confirming(known + ", with " + ListReply::amount(static_cast<std::size_t>(open))
+                + " on it. Should I empty it and start anew?",
+            {{"id", memory.lists.list.id}, {"clear", true}}, memory);
     if (!items || items->empty())
         return ToolResults::say(known + ". " + ListReply::count(result), std::move(memory));
     const Json adding{{"id", memory.lists.list.id}, {"add", *items}};
     return ListCalls::confirming(known + ". Should I add " + ListReply::joined(*items) + " to it?", adding, memory);
+}
+
+/// Which lists there are for what should go on one; what stands on one already is told.
+RuleStep takeWhere(const Json& arguments, const ToolResult& result, RequestMemory memory)
+{
+    memory.lists.purpose = ListTalk::Purpose::tell;
+    const auto items = readStrings(arguments, "has").value_or(std::vector<std::string>{});
+    const Json* held = result.list("held");
+    const auto text =
+        held && held->size() == 1 && items.size() == 1 && !readBool(held->front(), "ticked").value_or(false)
+        ? readString(held->front(), "text")
+        : std::nullopt;
+    if (text && TextMatch::normalized(*text) == TextMatch::normalized(items.front()))
+        return ToolResults::say(
+            ListReply::standing({*text}, "already on your " + readString(held->front(), "name").value_or("list")),
+            std::move(memory));
+    constexpr std::size_t mostNamed = 5;
+    std::vector<std::string> names;
+    const Json* lists = result.list("lists");
+    for (const Json& list : lists ? *lists : Json::array())
+        if (names.size() < mostNamed)
+            names.push_back(readString(list, "name").value_or("list"));
+    return ListRules::askWhere({.kind = ListIntent::Kind::add, .items = items}, std::move(memory), names);
+}
+
+RuleStep takeMade(const ToolResult& result, RequestMemory memory)
+{
+    const auto purpose = std::exchange(memory.lists.purpose, ListTalk::Purpose::tell);
+    const auto added = ListReply::texts(result, "added");
+    const bool isForThem = purpose == ListTalk::Purpose::newFor && !added.empty();
+    return ToolResults::say(isForThem
+            ? "You had no " + ListReply::name(result) + ", so I made one, with " + ListReply::joined(added) + "."
+            : ListReply::made(result),
+        std::move(memory));
+}
+
+/// What was moved is off its list: it goes to the other one, which is made where there is none. Then it is told.
+std::optional<RuleStep> goOnMoving(
+    const Json& arguments, const ToolResult& result, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    RequestMemory next = memory;
+    ListTalk& talk = next.lists;
+    const auto removed = ListReply::texts(result, "removed");
+    if (!talk.moveTo.empty() && !removed.empty()) {
+        talk.movedFrom = ListReply::name(result);
+        return ListCalls::call({{"list", std::exchange(talk.moveTo, {})}, {"add", removed}}, next, around);
+    }
+    const auto items = readStrings(arguments, "add");
+    if (talk.movedFrom.empty() || !items || items->empty())
+        return std::nullopt;
+    const std::string things = ListReply::joined(*items);
+    if (result.status() == ToolStatus::noList)
+        return ListCalls::call({{"list", ListCalls::titleOf(readString(arguments, "list").value_or(""))},
+                                   {"create", true}, {"add", *items}},
+            next, around);
+    const std::string from = std::exchange(talk.movedFrom, {});
+    if (result.status() == ToolStatus::whichList) // not yet
+        talk.movedFrom = from;
+    if (result.status() != ToolStatus::changed && result.status() != ToolStatus::kept)
+        return std::nullopt;
+    if (ListReply::name(result) == from)
+        return ToolResults::say(ListReply::standing(*items, "already on your " + from), std::move(next));
+    const std::string onto = "your " + ListReply::name(result);
+    const bool isNew = result.status() == ToolStatus::kept;
+    return ToolResults::say("I moved " + things + " from your " + from + " to " + onto
+            + (isNew ? ", which I made for " + ListReply::pronoun(*items) + "." : "."),
+        std::move(next));
 }
 
 } // namespace
@@ -175,15 +275,23 @@ RuleStep ListResults::take(
         return *std::move(step);
     switch (result.status()) {
     case ToolStatus::noList:
+        if (auto step = goOnMoving(arguments, result, memory, around))
+            return *std::move(step);
         return takeNoList(arguments, result, std::move(memory), around);
     case ToolStatus::whichList:
         memory.talkOf(ListRules::skill);
         return takeWhichList(arguments, result, std::move(memory));
     case ToolStatus::lists:
         memory.talkOf(ListRules::skill);
+        if (memory.lists.purpose == ListTalk::Purpose::where)
+            return takeWhere(arguments, result, std::move(memory));
         return ListLookup::take(arguments, result, std::move(memory), around);
     default:
         break;
+    }
+    if (auto step = goOnMoving(arguments, result, memory, around)) {
+        step->memory.talkOf(ListRules::skill);
+        return *std::move(step);
     }
     memory.talkOf(ListRules::skill);
     if (result.status() == ToolStatus::undone)
@@ -204,7 +312,7 @@ RuleStep ListResults::take(
     case ToolStatus::notOnList:
         return ListLookup::takeMissing(arguments, result, std::move(memory));
     case ToolStatus::kept:
-        return ToolResults::say(ListReply::made(result), std::move(memory));
+        return takeMade(result, std::move(memory));
     case ToolStatus::deleted:
         memory.lists.names.pop_back();
         memory.lists = {.names = std::move(memory.lists.names), .undo = memory.lists.undo};

@@ -38,7 +38,10 @@ const char* keyOf(Kind kind)
     case Kind::untick:
         return "untick";
     case Kind::remove:
+    case Kind::move:
         return "remove";
+    case Kind::keepOnly:
+        return "keep_only";
     case Kind::has:
         return "has";
     case Kind::showAll:
@@ -50,6 +53,7 @@ const char* keyOf(Kind kind)
     case Kind::replace:
     case Kind::clear:
     case Kind::clearTicked:
+    case Kind::edit:
     case Kind::rename:
     case Kind::deleteList:
     case Kind::deleteAll:
@@ -72,10 +76,13 @@ Json argumentsOf(const ListIntent& intent, const RequestMemory& memory)
         arguments["list"] = intent.list;
     if (const std::string_view key = keyOf(intent.kind); !key.empty() && !intent.items.empty())
         arguments[std::string(key)] = intent.items;
+    if (!intent.added.empty())
+        arguments["add"] = intent.added;
     switch (intent.kind) {
     case Kind::show:
     case Kind::count:
     case Kind::exists:
+    case Kind::edit:
         arguments["show"] = true;
         break;
     case Kind::replace:
@@ -104,6 +111,8 @@ Json argumentsOf(const ListIntent& intent, const RequestMemory& memory)
     case Kind::tick:
     case Kind::untick:
     case Kind::remove:
+    case Kind::move:
+    case Kind::keepOnly:
     case Kind::has:
     case Kind::sort:
         break;
@@ -171,6 +180,18 @@ Step takeName(
     return ListCalls::call(arguments, memory, around);
 }
 
+Step takeTitle(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    static const Pattern lead("^(?:(?:call|name|rename) it|to|it (?:is|should be) called)\\s+", Pattern::caseless);
+    Json arguments = parseJson(asked.arguments).value_or(Json::object());
+    const std::string title = ListPhrase::withoutEnds(lead.replaceAll(core, ""));
+    if (title.empty())
+        return std::nullopt;
+    arguments["rename"] = title;
+    return ListCalls::call(arguments, memory, around);
+}
+
 Step takeList(
     const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
 {
@@ -204,10 +225,24 @@ Step takeItem(
                 : std::nullopt;
 }
 
+ListTalk::Purpose purposeOf(const ListIntent& intent)
+{
+    using Purpose = ListTalk::Purpose;
+    if (intent.kind == Kind::create)
+        return intent.beside == ListIntent::Beside::another ? Purpose::another
+            : intent.beside == ListIntent::Beside::anew     ? Purpose::anew
+                                                            : Purpose::tell;
+    return intent.kind == Kind::count ? Purpose::count
+        : intent.kind == Kind::exists ? Purpose::exists
+        : intent.kind == Kind::edit   ? Purpose::edit
+                                      : Purpose::tell;
+}
+
 } // namespace
 
 const QuestionKind ListRules::whatItems{takeItems};
 const QuestionKind ListRules::whatName{takeName};
+const QuestionKind ListRules::whatTitle{takeTitle};
 const QuestionKind ListRules::whereTo{takeWhere};
 const QuestionKind ListRules::whichList{takeList};
 const QuestionKind ListRules::whichItem{takeItem};
@@ -233,6 +268,8 @@ std::string ListRules::questionBefore(const ToolRequest& call)
         return "Should I delete " + list + "?";
     if (memberOf(arguments, "add"))
         return "Should I add " + items("add") + " to " + list + "?";
+    if (memberOf(arguments, "keep_only"))
+        return "Should I take everything but " + items("keep_only") + " off " + list + "?";
     if (memberOf(arguments, "remove"))
         return "Should I take " + items("remove") + " off " + list + "?";
     if (memberOf(arguments, "tick"))
@@ -254,24 +291,35 @@ RuleStep ListRules::offer(const ListIntent& intent, const std::string& lead, Req
         std::move(memory));
 }
 
-RuleStep ListRules::askWhere(const ListIntent& intent, RequestMemory memory)
+RuleStep ListRules::askWhere(const ListIntent& intent, RequestMemory memory, const std::vector<std::string>& names)
 {
-    return RuleStep::asking({.kind = &whereTo,
-                                .question = "To which list should I add " + ListReply::joined(intent.items) + "?",
-                                .task = ListReply::joined(intent.items),
-                                .arguments = dumpJson(Json{{"add", intent.items}})},
+    const std::string choice = names.size() < 2 ? "" : ": " + ListReply::eitherOf(names);
+    return RuleStep::asking(
+        {.kind = &whereTo,
+            .question = "To which list should I add " + ListReply::joined(intent.items) + choice + "?",
+            .task = ListReply::joined(intent.items),
+            .arguments = dumpJson(Json{{"add", intent.items}})},
         std::move(memory));
 }
 
 RuleStep ListRules::answer(const ListIntent& intent, RequestMemory memory, const RuleSurroundings& around)
 {
-    using Purpose = ListTalk::Purpose;
     memory.lists.otherwise.clear();
-    memory.lists.purpose = intent.kind == Kind::count ? Purpose::count
-        : intent.kind == Kind::exists                 ? Purpose::exists
-                                                      : Purpose::tell;
+    memory.lists.purpose = purposeOf(intent);
+    memory.lists.moveTo = intent.kind == Kind::move ? intent.title : std::string();
+    memory.lists.movedFrom.clear();
     if (intent.kind == Kind::sort)
         return ToolResults::say("I can't put a list into another order: things stay as they were added.", memory);
+    if (intent.isOnlyTold) {
+        const Json arguments = argumentsOf(intent, memory);
+        return ListCalls::confirming(
+            questionBefore({ListCalls::tool, dumpJson(arguments)}), arguments, std::move(memory));
+    }
+    if (intent.kind == Kind::rename && intent.title.empty())
+        return RuleStep::asking({.kind = &whatTitle,
+                                    .question = "What should I call it?",
+                                    .arguments = dumpJson(Json{{"list", intent.list}})},
+            std::move(memory));
     if (intent.isOfSeveral)
         return ListRules::askWhere(intent, std::move(memory));
     if (intent.isFirst && !intent.items.empty())

@@ -11,6 +11,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quorvell {
 
@@ -19,6 +20,7 @@ struct ListRules {
 
     static const QuestionKind whatItems; ///< That are to be added, ticked, taken off.
     static const QuestionKind whatName; ///< Of a new list.
+    static const QuestionKind whatTitle; ///< A list gets.
     static const QuestionKind whereTo; ///< The list that things are to be added to, which stand under "add".
     static const QuestionKind whichList;
     static const QuestionKind whichItem;
@@ -26,7 +28,9 @@ struct ListRules {
     static RuleStep answer(const ListIntent& intent, RequestMemory memory, const RuleSurroundings& around);
     /// Whether the things should be added, where nobody clearly wished for it.
     static RuleStep offer(const ListIntent& intent, const std::string& lead, RequestMemory memory);
-    static RuleStep askWhere(const ListIntent& intent, RequestMemory memory);
+    /// To which of the lists of these names the things go.
+    static RuleStep askWhere(
+        const ListIntent& intent, RequestMemory memory, const std::vector<std::string>& names = {});
     /// Whether a call of keep_note is about a list.
     static bool isOfLists(const ToolRequest& call);
     /// What the user is asked before that call is made for words that did not wish for it; empty where it only looks.

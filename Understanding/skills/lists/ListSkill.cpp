@@ -22,6 +22,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -77,7 +78,8 @@ std::optional<std::string_view> saidOfLists(const std::string& core)
             "Say for example: \"make a camping list\", \"add milk to my shopping list\", \"remove milk from my list\" "
             "or "
             "\"delete the camping list\"."},
-        {Pattern("^(?:save|keep|store) (?:this|the|my|that|our) (?:\\w+ ){0,2}list$", Pattern::caseless),
+        {Pattern("^(?:save|keep|store) (?:(?:this|the|my|that|our) )?(?:\\w+ ){0,2}list(?: as .{1,40})?$",
+             Pattern::caseless),
             "There is nothing to save: lists are kept as you change them."},
         {Pattern("^(?:(?:make|create) (?:a |me a )?(?:copy|duplicate|backup) of|copy|duplicate|print(?: "
                  "out)?|export|merge|combine|"
@@ -90,6 +92,27 @@ std::optional<std::string_view> saidOfLists(const std::string& core)
              "list$",
              Pattern::caseless),
             "I don't keep an address book."},
+        {Pattern("^(?:text|message|whatsapp|sms|fax|share|forward) .*\\blists?(?: to .+)?$", Pattern::caseless),
+            "I can't send or share anything from here. I can read the list to you."},
+        {Pattern("^(?:create|make|start|open|show|read|give|tell)(?: me)? (?:an? |the |my )?(?:new )?list of (?:all "
+                 ")?(?:my |the )?contacts$",
+             Pattern::caseless),
+            "I don't keep an address book."},
+        {Pattern("^unsubscribe\\b.*\\blists?$", Pattern::caseless), "I can't read or send mail and messages."},
+        {Pattern("^(?:make|create|start|build) (?:me )?.*\\blist (?:the )?(?:same|identical|like) (?:as|to)? "
+                 "?(?:the|my) .*\\blist$",
+             Pattern::caseless),
+            "I can't copy, print or merge lists. I can make them, read them and change what is on them."},
+        {Pattern("^(?:when|on what day|what day|who|what time) (?:did|was|were|is|has|have)? "
+                 "?(?:.*\\b)?lists?\\b.*\\b(?:made|created?|make|started|start"
+                 "|added|changed|updated|written)\\b.*$|^(?:who|when) (?:made|created|did i "
+                 "(?:make|create|start|write)) .*\\blists?$"
+                 "|^which lists? (?:was|were|did i) (?:made|created|make|create|started)\\b.*$",
+             Pattern::caseless),
+            "I can't tell when a list was made or changed, or by whom. I can read you what is on it."},
+        {Pattern("^(?:remove|delete|find|merge) (?:all |any |the )*(?:duplicates?|doubles?|repeated items?)\\b.*$",
+             Pattern::caseless),
+            "I can't look for doubles. What I add to a list is put on it only once."},
     };
     for (const Row& row : rows)
         if (row.form.find(core))
@@ -113,11 +136,15 @@ FoundRequest readPlain(const std::string& core, const RuleSurroundings& around)
 
 FoundRequest readStatement(const std::string& core, const RuleSurroundings& around)
 {
+    if (const auto spared = around.offers("keep_note") ? ListFollowUp::readSpared(core) : std::nullopt)
+        return Request{.answer = [spared](RequestMemory memory, const RuleSurroundings& beside) {
+            return ListLookup::offerToSpare(*spared, std::move(memory), beside);
+        }};
     auto intent = around.offers("keep_note") ? ListFollowUp::readStatement(core) : std::nullopt;
     const bool isOffer = intent && intent->kind == ListIntent::Kind::add && !intent->items.empty();
     if (isOffer && intent->list.empty())
-        return Request{.answer = [intent](RequestMemory memory, const RuleSurroundings&) {
-            return ListRules::askWhere(*intent, std::move(memory));
+        return Request{.answer = [intent](RequestMemory memory, const RuleSurroundings& beside) {
+            return ListLookup::whereTo(*intent, std::move(memory), beside);
         }};
     return isOffer && intent->list == "shopping" ? offering(*intent) : requestFor(std::move(intent));
 }
@@ -216,8 +243,10 @@ Step dictated(const std::string& core, const RequestMemory& memory, const RuleSu
     const auto items = ListFollowUp::readDictated(core, talk);
     if (!items || (!items->isSure && (memory.pending.isOpen() || OutOfReach::of(core))))
         return std::nullopt;
-    return items->isSure ? ListRules::answer(items->intent, memory, around)
-                         : ListRules::offer(items->intent, "", memory);
+    constexpr std::ptrdiff_t mostBlanks = 3; // of a thing that nobody would take for a sentence
+    const bool isFirstThing = talk.isNew && std::ranges::count(core, ' ') <= mostBlanks;
+    return items->isSure || isFirstThing ? ListRules::answer(items->intent, memory, around)
+                                         : ListRules::offer(items->intent, "", memory);
 }
 
 Step goOn(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around)

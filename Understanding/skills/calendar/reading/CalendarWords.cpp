@@ -304,6 +304,7 @@ bool CalendarWords::isOfOthers(std::string_view plain)
         ")?(?:all|my|the|our|every|everything|any|upcoming|what|todays?|"
         "tomorrows?|of (?:all |the |my )*(?:upcoming )?(?:events|meetings|appointments)|(?:future )?(?:events|meetings|"
         "appointments))\\b)"
+        "|\\b(?:to|on) (?:my|the|our) (?:tasks|to[ -]?dos?|chores|errands)\\b"
         "|\\b(?:notes?|notebook|reminders?|alarms?|timers?|e-?mails?|messages?|files?|photos?|"
         "songs?|tabs?|windows?|free|available|availability|openings?|open (?:slots?|time)|slots?|"
         "gaps?|spare|squeeze|fit|calories|time zone|weather|news)\\b");
