@@ -74,6 +74,8 @@ bool isAdjective(std::string_view word)
     return isAmong(table, word);
 }
 
+bool isGrocery(std::string_view word);
+
 /// Whether "and" stands between two things of a list.
 bool separates(const RequestWords& words, std::size_t start, std::size_t place)
 {
@@ -84,6 +86,8 @@ bool separates(const RequestWords& words, std::size_t start, std::size_t place)
         right == "half" && isAmong(std::array<std::string_view, 4>{"one", "two", "hour", "dozen"}, left);
     if (isAmount || isHalf || isOneThing(left, right) || (place == start + 1 && isAdjective(left)))
         return false;
+    if (place == start + 1 && isGrocery(left)) // "water and chips"
+        return true;
     // A duty goes on behind "and", unless a whole one came before and another one follows.
     return !isVerb(words.at(start)) || (isVerb(right) && place > start + 1);
 }
@@ -279,7 +283,7 @@ Items ItemWords::namedAll(std::string_view words)
 bool ItemWords::isPointing(std::string_view words)
 {
     static const Pattern pointing(
-        "^(?:it|this|that|them|these|those|something|(?:(?:the|this|that|an?|some|any|new|"
+        "^(?:it|this|that|them|these|those|something|(?:(?:the|this|that|these|those|multiple|certain|an?|some|any|new|"
         "another|one|more|last|same) )*"
         "(?:new |more )?(?:items?|one|things?|entry|tasks?|to[ -]?dos?|stuff|products?)(?: name)?"
         "|(?:an? )?(?:few|couple of|some|several|many) (?:more )?(?:things|items)"

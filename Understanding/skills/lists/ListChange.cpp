@@ -61,6 +61,7 @@ Found ofOtherName(const std::string& rest)
 
 Found removal(const std::string& text)
 {
+    static const Pattern emptying("^(?:clear|wipe|empty|clean)\\b", Pattern::caseless);
     static const Pattern verb(
         "^(?:(?:find|open|go to) (.+?) and )?(?:remove|delete|take(?: off| out| "
         "away)?|erase|drop|scratch(?: off| out)?|strike(?: off| out)?"
@@ -79,6 +80,14 @@ Found removal(const std::string& text)
     static const Pattern needless("^(?:i|we) (?:no longer|do not|don['’]?t) (?:need|want|use) (.+?\\b"
             + ListPhrase::listWord + ")(?: any ?more)?$",
         Pattern::caseless);
+    static const Pattern twoLists(
+        "^(?:delete|remove|erase|clear|empty)\\b.*\\b(?:list|groceries)(?: and|,) .*\\blist$", Pattern::caseless);
+    static const Pattern addsToo("\\b(?:add|put)\\b| (?:from|off) ", Pattern::caseless);
+    static const Pattern shoppingOnly("^(?:clear|empty|wipe)(?: out)? (?:my |the )?shopping$", Pattern::caseless);
+    if (twoLists.find(text) && !addsToo.find(text)) // one after the other: which one is asked
+        return cOf(emptying.find(text) ? Kind::clear : Kind::deleteList, "");
+    if (shoppingOnly.find(text))
+        return cOf(Kind::clear, "shopping");
     if (allDuties.find(text))
         return cOf(Kind::clear, "to do");
     if (oneDuty.find(text))
@@ -86,7 +95,6 @@ Found removal(const std::string& text)
     if (const auto match = needless.find(text))
         if (auto name = ListPhrase::nameIn(match->texts[0]))
             return ListIntent{.kind = Kind::deleteList, .list = *name, .isOnlyTold = !name->empty()};
-    static const Pattern emptying("^(?:clear|wipe|empty|clean)\\b", Pattern::caseless);
     static const Pattern anew("^(?:(?:wipe|clear|empty) (.+?) (?:clean|out|completely)|reset (.+)|(?:start|begin) "
                               "(.+?) (?:over|again|from scratch|anew))$",
         Pattern::caseless);
@@ -260,10 +268,18 @@ Found changing(const std::string& text)
     static const Pattern untitled(
         "^(?:re-?name|retitle|change (?:the )?(?:name|title) of) (.+)$|^change (?:the )?(list) (?:name|title)$",
         Pattern::caseless);
-    if (const auto match = named.find(text) ? std::nullopt : untitled.find(text))
+    static const Pattern duties("\\bto[ -]do\\b", Pattern::caseless); // no link
+    const std::string glued = duties.replaceAll(text, "todo");
+    static const Pattern listTo(
+        "^change (.+?\\b" + ListPhrase::listWord + ")(?: name)? (?:to|into) (.+)$", Pattern::caseless);
+    if (const auto match = listTo.find(glued); match && !named.find(glued))
+        if (auto name = ListPhrase::nameIn(match->texts[0]))
+            return ListIntent{
+                .kind = Kind::rename, .list = *std::move(name), .title = ListPhrase::withoutEnds(match->texts[1])};
+    if (const auto match = named.find(glued) ? std::nullopt : untitled.find(text))
         if (auto name = ListPhrase::nameIn(match->texts[0] + match->texts[1]))
             return cOf(Kind::rename, *std::move(name));
-    if (const auto match = named.find(text)) {
+    if (const auto match = named.find(glued)) {
         const std::size_t form = match->texts[0].empty() ? 2 : 0;
         const auto name = ListPhrase::nameIn(match->texts[form]);
         const std::string title = ListPhrase::withoutEnds(match->texts[form + 1]);

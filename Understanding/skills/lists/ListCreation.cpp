@@ -135,7 +135,8 @@ Found made(const std::string& text)
 {
     static const Pattern make(
         "^(?:create|make|start|begin|set up|setup|build|prepare|compose|compile|draft|generate|draw up|put together"
-        "|write(?: up| out| down)?|write me|open up|form|initiate|produce|craft|establish|construct|develop"
+        "|write(?: up| out| down)?|write me|open(?: up)?(?= (?:an? |another |new "
+        "))|form|initiate|produce|craft|establish|construct|develop"
         "|keep(?= an? )|maintain(?= an? )|set(?= an? .*\\blist))(?: me| us| for me| for us)?\\s+(?=\\S)",
         Pattern::caseless);
     static const Pattern loosely(

@@ -22,12 +22,6 @@ struct ListFollowUp {
         bool isSure = false;
     };
     static std::optional<Dictated> readDictated(std::string_view core, const ListTalk& talk);
-    /// "We ran out of milk": it is to be bought.
-    static std::optional<ListIntent> readLack(std::string_view core);
-    /// "I already have eggs", "no need for milk": groceries that are not to be bought.
-    static std::optional<ListIntent> readSpared(std::string_view core);
-    /// "We need milk", "I bought the milk": it may be about a list.
-    static std::optional<ListIntent> readStatement(std::string_view core);
 };
 
 } // namespace quorvell

@@ -11,11 +11,11 @@ namespace {
 
 constexpr std::string_view ownerWords =
     "(?:no[, ]+)?(?:(?:all(?: of)?|both|my|the|our|an?|one|that|this|your|his|her|their|any|some|me|us)\\s+)*";
-constexpr std::string_view ageWords =
-    "(?:(?:(?:to|tomor|tomorr)(?:day|ow)['’]?s|daily|weekly|brand[ "
-    "-]new|new|newest|current|existing|previous|last|latest|(?:most "
-    ")?recent|saved|whole|entire|complete|old|other|empty|blank|spreadsheet"
-    "|fresh|same|another|second|separate|different|additional|extra|one more|(?:the )?following)\\s+)*";
+constexpr std::string_view ageWords = "(?:(?:(?:to|tomor|tomorr)(?:day|ow)['’]?s|daily|weekly|brand[ "
+                                      "-]new|new|newest|current|existing|previous|last|latest|(?:most "
+                                      ")?recent|saved|whole|entire|complete|old|other|empty|blank|spreadsheet"
+                                      "|fresh|same|another|first|second|third|full|separate|different|additional|extra|"
+                                      "one more|(?:the )?following)\\s+)*";
 
 /// Those of the assistant's other matters, and what it keeps none of.
 bool isOfOtherMatter(const std::string& name)
@@ -47,7 +47,7 @@ bool ListPhrase::isSentence(const std::string& name)
 {
     static const Pattern sentence("\\b(?:on|onto|into|from|off|is|are|was|what|which|who|how|add|put|remove|delete|take"
                                   "|read|show|tell|do|did|have|has|i|you|we|it|please|make|create|whether|if|my|our|"
-                                  "your|edit|sort|modify|print|combine|share|copy|send|email|call|price)\\b",
+                                  "your|update|edit|sort|modify|print|combine|share|copy|send|email|call|price)\\b",
         Pattern::caseless);
     static const Pattern duties("\\bto[ -]?dos?\\b", Pattern::caseless);
     return sentence.find(duties.replaceAll(name, "todo")).has_value();
@@ -139,7 +139,9 @@ std::optional<std::string> ListPhrase::nameIn(std::string_view phrase)
     } else {
         return std::nullopt;
     }
-    name = trimmed(lead.replaceAll(withoutEnds(name) + " ", ""), "\"“”'‘’,.: ");
+    static const Pattern owner("^" + std::string(ownerWords), Pattern::caseless);
+    const bool isContent = of.find(words) && before.empty(); // "a list of my daily tasks"
+    name = trimmed((isContent ? owner : lead).replaceAll(withoutEnds(name) + " ", ""), "\"“”'‘’,.: ");
     if (nobody.find(name))
         name.clear();
     if (isSentence(before) || isOfOtherMatter(name) || isTooLong(name))

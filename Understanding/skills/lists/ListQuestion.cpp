@@ -36,7 +36,7 @@ Found ofEach(const std::string& text)
         "|^(?:go|run|read) through (?:my|the|our|all) lists$|^what is on (?:all )?(?:my|the|our) lists$"
         "|^(?:list|display|show|read|tell|give|view|open)(?: me)?(?: out)? (?:all )?(?:of )?(?:the |my )*items$"
         "|^(?:read|show|open|tell|display)(?: me)? list (?:number |no\\.? ?)?(?:\\d+|one|two|three)$"
-        "|^(?:check)?list$|^list (?:contents?|everything|it all|all(?: items?)?|(?:the |my )?items)$",
+        "|^(?:check)?list$|^list (?:contents?|details|status|everything|it all|all(?: items?)?|(?:the |my )?items)$",
         Pattern::caseless);
     static const Pattern onAny("^(?:do (?:i|we) have|have (?:i|we)(?: got)?|are there|is there|is|are|did (?:i|we) "
                                "(?:put|add))(?: any| some| there)*(?: (.+?))? (?:on|in|to|left on) (?:any(?: one)?"
@@ -108,6 +108,12 @@ Found lists(const std::string& text)
         Pattern::caseless);
     static const Pattern available(
         "^(?:show|display|read)(?: me)? the list (?:that|which) (?:is|are) available\\b", Pattern::caseless);
+    static const Pattern several(
+        "^(?:do (?:i|we) have|have i(?: got)?|are there) (?:more than one|several|many|multiple|other) lists?$"
+        "|^how many (?:\\w+ ){1,2}lists (?:do|have) (?:i|we)(?: have| got)?$",
+        Pattern::caseless);
+    if (several.find(text))
+        return qOf(Kind::showAll, "");
     if (whichLists.find(text) || which.find(text) || available.find(text))
         return qOf(Kind::showAll, "");
     return ofEach(text);
@@ -131,13 +137,19 @@ Found shopping(const std::string& text)
         ")?need to (?:buy|get))$"
         "|^(?:what|which) groceries do (?:i|we) (?:still )?need$",
         Pattern::caseless);
+    static const Pattern toBuy("^(?:(?:tell|show)(?: me)? )?(?:what|how many)(?: things)? (?:to|is it that (?:i|we) "
+                               "(?:need|have) to|do (?:i|we) (?:need|have) to) "
+                               "(?:buy|purchase)$",
+        Pattern::caseless);
+    if (toBuy.find(text))
+        return qOf(Kind::showEach, "shopping");
     static const Pattern packing(
         "^what (?:else )?(?:do|must|should|did) (?:i|we) (?:still )?(?:(?:need|have|want) to )?pack$",
         Pattern::caseless);
     if (packing.find(text))
         return qOf(Kind::show, "packing");
     static const Pattern added(
-        "^(?:did|have) (?:i|we) (?:already |ever )?(?:add|added|put|include|included) "
+        "^(?:did|have) (?:i|we) (?:already |ever )?(?:add|added|put down|put|include|included) "
         "(?:any |some |the )?([a-z ]{3,40}?)(?: (?:to|on|in) (?:groceries|grocery|shopping|tasks))?(?: "
         "already| yet)?$",
         Pattern::caseless);
@@ -182,8 +194,10 @@ Found asking(const std::string& text)
     static const Pattern tail("(?:\\s+(?:already|still|yet|done|bought|finished|completed?|ticked(?: off)?|checked(?: "
                               "off)?|saved|stored|listed|written|written down|down|now|have|hold|contain|there))+$",
         Pattern::caseless);
-    static const Pattern thing("^(?:there|anything|something|things?|stuff|items?|everything|all|any|what|more|much|"
-                               "anything (?:else|left|outstanding|open)|(?:anything|something|things|items) .*)$",
+    static const Pattern thing(
+        "^(?:there|all (?:of )?(?:the |my "
+        ")?(?:items?|things?|tasks?).*|anything|something|things?|stuff|items?|everything|all|any|what|more|much|"
+        "anything (?:else|left|outstanding|open)|(?:anything|something|things|items) .*)$",
         Pattern::caseless);
     static const Pattern listMade(
         "^(?:do|did|have|is|are|has)\\s*(?:i|we|there|you)?\\s*(?:have|know|got|make|made|create|"
@@ -284,7 +298,8 @@ Found showing(const std::string& text)
         "have| has)?|read(?: out| back| "
         "off)?|show|display|see|view|check(?: out)?|open(?: up)?|pull up|bring up"
         "|give|tell|list(?: out)?|get|fetch|find|look (?:at|in|into|up)|go (?:through|over|to)|run "
-        "through|recite|say|print|repeat|launch|summari[sz]e|locate|search|run down|pull|bring|hear|i (?:need|want)(?: "
+        "through|recite|say|print|repeat|launch|summari[sz]e|locate|search|run down|pull|bring(?! "
+        "back)|explain|describe|how about|what about|hear|i (?:need|want)(?: "
         "to "
         "(?:see|hear|read|check|view|have|know))?(?= (?:my|the|our|what) )|let (?:me|us) "
         "(?:see|hear|know|have)|review|edit|modify|amend|change|alter|manage|i have|i['’]ve "
@@ -298,7 +313,8 @@ Found showing(const std::string& text)
         "are|"
         "was|that|have|has|do|does|did|i|we|got|put|need(?: to "
         "(?:buy|get|do|pack))?|still|currently|already|there|left|else|tasks?|products?|groceries|more|remains?|"
-        "remaining|written|listed|added|details?|status|names?|to|in|on|from|off|inside|for|with|about|today)(?![\\w-])"
+        "remaining|written|listed|added|details?|status|names?|to|in|on|from|off|inside|for|with|about|today)(?![\\w'’-"
+        "])"
         ")+\\s*",
         Pattern::caseless);
     static const Pattern bare("^(?:(?:my|our|the) )(?:\\S+ ){0,4}" + ListPhrase::listWord + "$", Pattern::caseless);
@@ -307,12 +323,18 @@ Found showing(const std::string& text)
     static const Pattern copula(
         "(?:\\s+(?:is|are|say|says|have|has|contains?|includes?|looks? like|what))+$", Pattern::caseless);
     // An unknown verb is no part of a name: "shred the list", "void list".
-    static const Pattern deed(
-        "^(?:void|destroy|shred|rename|save|drop|forget|lock|hide|close|finish|complete|submit|hold|ignore|skip)\\b"
-        "|\\S (?:an?|the|my|this|that|our|in|of)\\b",
+    static const Pattern deed("^(?:void|recover|restore|undelete|stop|end|destroy|shred|rename|save|drop|forget|lock|"
+                              "hide|close|finish|complete|submit|hold|ignore|skip)\\b"
+                              "|\\S (?:an?|the|my|this|that|our|in|of)\\b",
         Pattern::caseless);
     static const Pattern besides(" (?:besides|apart from|other than|except(?: for)?) .+$", Pattern::caseless);
     static const Pattern editing("^(?:edit|modify|amend|change|alter)\\b", Pattern::caseless);
+    static const Pattern kind("^(?:(?:show|read|open|tell|give|display|view|see|check|what about|how about)(?: me)?(?: "
+                              "out)? )?(?:(?:all|my|the|our) )*"
+                              "(groceries|grocery|shopping|to[ -]?do|todo|tasks|chores|errands)(?: items)?$",
+        Pattern::caseless);
+    if (const auto match = kind.find(text))
+        return qOf(Kind::show, match->texts[0]);
     const std::string asked = besides.replaceAll(copula.replaceAll(text, ""), "");
     const auto start = lead.find(asked);
     if (!start && (bare.find(asked) || (onlyList.find(asked) && !deed.find(asked)))) {

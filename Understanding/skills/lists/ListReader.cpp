@@ -66,7 +66,8 @@ std::optional<ListIntent> ListReader::read(std::string_view core)
         "list|lsit|lst\\b|lits\\b|\\bto[ -]?dos?\\b|\\btasks?\\b|grocer|errands|chores|\\bmy "
         "shopping\\b|\\bbuy\\b|\\bpack$|\\bdo (?:i|we) (?:still )?need\\b|\\b(?:remove|delete|take|erase|kill) .+ "
         "from\\b|\\bitems?(?: \\d+)?$|\\b(?:remove|delete|take off) .+ and (?:add|put) "
-        "|\\bjobs\\b|\\b(?:everything|all) (?:but|except)|\\b(?:things|have i got|must i|should i|have to|need "
+        "|\\bjobs\\b|\\bshopping$|\\b(?:what|everything|things) .*\\b(?:bought|purchased|ticked(?: off)?|checked "
+        "off)$|\\b(?:everything|all) (?:but|except)|\\b(?:things|have i got|must i|should i|have to|need "
         "to|left) (?:i have )?to "
         "do\\b|\\b(?:did|have) (?:i|we) (?:already )?(?:add|put)|^shopping:|\\b(?:store|shops?|supermarket|market)(?: "
         "today| now| tomorrow)?$",
@@ -84,8 +85,8 @@ std::optional<ListIntent> ListReader::read(std::string_view core)
     static const Pattern place(
         "\\b(?:at|on|to|onto|in) the (?:very )?(?:(top|beginning|start|head)|bottom|end) of (?=.*\\blist)",
         Pattern::caseless);
-    static const Pattern order(
-        "^(?:sort|alphabeti[sz]e|reorder|re-order|rearrange|arrange|shuffle) (.+?)(?: alphabetically| by .+)?$",
+    static const Pattern order("^(?:sort|alphabeti[sz]e|reorder|re-order|rearrange|arrange|shuffle|organi[sz]e|reverse|"
+                               "prioriti[sz]e|number) (.+?)(?: alphabetically| by .+)?$",
         Pattern::caseless);
     // "I have no money for it, can you remove it from my wish list?"
     static const Pattern reason("^[^?]{3,200}?[,.;] (?:so |and |please )*(?:can|could|would|will) you (?:please )?"

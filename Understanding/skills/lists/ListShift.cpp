@@ -34,6 +34,11 @@ Found moved(const std::string& text)
     static const Pattern form("^(?:move|transfer|shift|switch)(?: over)? (.+?)(?: (?:from|off|out of) (.+?))? "
                               "(?:over )?(?:to|into|onto|in) (?!the (?:top|bottom|end|start)\\b)(.+)$",
         Pattern::caseless);
+    static const Pattern both("^(?:add|put) (.+?) (?:to|on|in) (.+?),? and (?:then )?(?:remove|delete|take) (?:it "
+                              "|them |that )?(?:from|off) (.+)$",
+        Pattern::caseless);
+    if (const auto match = both.find(text))
+        return moved("move " + match->texts[0] + " from " + match->texts[2] + " to " + match->texts[1]);
     const auto match = form.find(text);
     const auto from = match ? listOrNone(match->texts[1]) : std::nullopt;
     const auto onto = match ? listNamed(match->texts[2]) : std::nullopt;

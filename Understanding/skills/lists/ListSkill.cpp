@@ -18,6 +18,7 @@
 #include "Understanding/skills/lists/ListReply.h"
 #include "Understanding/skills/lists/ListResults.h"
 #include "Understanding/skills/lists/ListRules.h"
+#include "Understanding/skills/lists/ListStatement.h"
 #include "Understanding/words/RequestText.h"
 
 #include <nlohmann/json.hpp>
@@ -92,12 +93,20 @@ std::optional<std::string_view> saidOfLists(const std::string& core)
              "list$",
              Pattern::caseless),
             "I don't keep an address book."},
-        {Pattern("^(?:text|message|whatsapp|sms|fax|share|forward) .*\\blists?(?: to .+)?$", Pattern::caseless),
+        {Pattern("^(?:text|message|whatsapp|sms|fax|share|forward|send|e-?mail) .*\\blists?(?: to .+)?$",
+             Pattern::caseless),
             "I can't send or share anything from here. I can read the list to you."},
         {Pattern("^(?:create|make|start|open|show|read|give|tell)(?: me)? (?:an? |the |my )?(?:new )?list of (?:all "
                  ")?(?:my |the )?contacts$",
              Pattern::caseless),
             "I don't keep an address book."},
+        {Pattern("^(?:restore|recover|undelete|bring back|get back) (?:\\w+ ){0,3}lists?$", Pattern::caseless),
+            "Right after a list was deleted, \"undo that\" brings it back. What was deleted earlier lies in the trash "
+            "of the "
+            "notebook."},
+        {Pattern("^(?:close|exit|leave|stop|end|lock|hide) (?:(?:the|my|this|that) )?(?:\\w+ ){0,2}list$",
+             Pattern::caseless),
+            "A list needs no closing, and I can't lock or hide one. It is kept as it is."},
         {Pattern("^unsubscribe\\b.*\\blists?$", Pattern::caseless), "I can't read or send mail and messages."},
         {Pattern("^(?:make|create|start|build) (?:me )?.*\\blist (?:the )?(?:same|identical|like) (?:as|to)? "
                  "?(?:the|my) .*\\blist$",
@@ -130,17 +139,17 @@ FoundRequest readPlain(const std::string& core, const RuleSurroundings& around)
         }};
     if (auto request = requestFor(ListReader::read(core)))
         return request;
-    const auto lack = ListFollowUp::readLack(core);
+    const auto lack = ListStatement::readLack(core);
     return lack && !lack->items.empty() ? offering(*lack) : std::nullopt;
 }
 
 FoundRequest readStatement(const std::string& core, const RuleSurroundings& around)
 {
-    if (const auto spared = around.offers("keep_note") ? ListFollowUp::readSpared(core) : std::nullopt)
+    if (const auto spared = around.offers("keep_note") ? ListStatement::readSpared(core) : std::nullopt)
         return Request{.answer = [spared](RequestMemory memory, const RuleSurroundings& beside) {
             return ListLookup::offerToSpare(*spared, std::move(memory), beside);
         }};
-    auto intent = around.offers("keep_note") ? ListFollowUp::readStatement(core) : std::nullopt;
+    auto intent = around.offers("keep_note") ? ListStatement::readStatement(core) : std::nullopt;
     const bool isOffer = intent && intent->kind == ListIntent::Kind::add && !intent->items.empty();
     if (isOffer && intent->list.empty())
         return Request{.answer = [intent](RequestMemory memory, const RuleSurroundings& beside) {

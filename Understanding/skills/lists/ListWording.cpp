@@ -95,6 +95,20 @@ std::string withoutGerund(std::string text)
     return text;
 }
 
+/// "Every list" is all of them, "the list grocery" the grocery list.
+std::string withPlainNames(const std::string& text)
+{
+    static const Pattern every("\\b(?:every|each)(?: single)? list$", Pattern::caseless);
+    static const Pattern turned("\\b(to|from|on|in|off|the|delete|remove|clear) list "
+                                "[\"“'‘]?(grocery|groceries|shopping|to[ -]?do|todo)\\b[\"”'’]?(?! list)",
+        Pattern::caseless);
+    const auto match = turned.find(text);
+    if (!match)
+        return every.replaceAll(text, "all my lists");
+    return text.substr(0, match->range.start) + match->texts[0] + " " + match->texts[1] + " list"
+        + text.substr(match->range.end);
+}
+
 /// "To-do's" and "to dos" are the to-do list.
 std::string withDutiesAsList(const std::string& text)
 {
@@ -105,7 +119,8 @@ std::string withDutiesAsList(const std::string& text)
 bool namesList(const std::string& phrase)
 {
     static const Pattern verb(
-        "\\b(?:start|open|begin|get|find|create|make|new|an?|and|with|called|named)\\b", Pattern::caseless);
+        "\\b(?:start|open|begin|get|find|create|make|new|an?|and|with|called|named|update|edit|change|modify)\\b",
+        Pattern::caseless);
     static const Pattern known("^(?:(?:my|the|our) )?(?:" + knownLists + ")$", Pattern::caseless);
     const bool isNamed = known.find(phrase) || ListPhrase::nameIn(phrase);
     return isNamed && !verb.find(phrase) && !ListPhrase::isSentence(ListPhrase::nameIn(phrase).value_or(std::string()));
@@ -123,8 +138,9 @@ using Turned = std::optional<std::string>;
 /// "Grocery list: add tea", "on my list put socks", "shopping list + umbrella", "grocery list tea".
 Turned listFirst(const std::string& text)
 {
-    static const Pattern adding("^(?:(?:on|in|to(?![ -]?do\\b)|into|onto|for|under|at) )?(" + anyList + ")[:,]? "
-            + std::string(addingVerbs) + " (?:(?:to|on|in) (?:it|there) )?(.+)$",
+    static const Pattern adding(
+        "^(?:(?:on|in|to(?![ -]?do\\b)|into|onto|for|under|at|update|edit|modify|change|go to) )?(" + anyList
+            + ")[:,]? " + std::string(addingVerbs) + " (?:(?:to|on|in) (?:it|there) )?(.+)$",
         Pattern::caseless);
     static const Pattern removing(
         "^(?:(?:on|in|from|off|at|under) )?(" + anyList + ")[:,]? " + std::string(removingVerbs) + " (.+)$",
@@ -166,15 +182,16 @@ Turned listLast(const std::string& text)
     static const Pattern noLink(
         "^((?:add|put) (.+?)) ((?:grocery|shopping|to[ -]?do|task) list|groceries|shopping)$", Pattern::caseless);
     static const Pattern linked(
-        "(?:^| )(?:to|on|in|into|onto|my|the|our|an?|new|of|for|from|and|called|named|another)$", Pattern::caseless);
+        "(?:^| )(?:to|on|in|into|onto|from)(?: |$)|(?:^| )(?:my|the|our|an?|new|of|for|and|called|named|another)$",
+        Pattern::caseless);
     static const Pattern following(
         "^(?:the )?following (?:items? |things? )?(?:(?:are|is|should|need|needs|to|be|must|have|has) )*"
         "(?:added|put|go) (?:to|on|onto|in) ("
             + anyList + ")[:,]? (.+)$",
         Pattern::caseless);
-    static const Pattern theseTo("^(?:add|put|include) (?:the )?(?:these|this|following|\\w+)(?: (?:\\w+ "
-                                 ")?(?:things?|items?)) (?:to|on|in|onto|into) ("
-            + anyList + ")[:,]? (.+)$",
+    static const Pattern theseTo(
+        "^(?:add|put|include) (?:the )?(?:\\w+ ){1,3}(?:things?|items?|tasks?) (?:to|on|in|onto|into) (" + anyList
+            + ")[:,]? (.+)$",
         Pattern::caseless);
     if (const auto match = removing.find(text); match && namesList(match->texts[0]))
         return "remove " + match->texts[1] + " from " + asList(match->texts[0]);
@@ -197,7 +214,11 @@ std::string withoutItemWords(const std::string& text)
                                 "(?=[a-z\"“'‘])(?!(?:on|from|to|in|off|of|number|that|which)\\b)",
         Pattern::caseless);
     static const Pattern removing("^(?:remove|delete|erase|take|scratch|cross|tick|check)\\b", Pattern::caseless);
-    const std::string plain = rank.replaceAll(text, "");
+    static const Pattern calledSo(
+        "^(add|put|include) (?:an?|the|another|one|new| )*item (?:called|named) ", Pattern::caseless);
+    std::string plain = rank.replaceAll(text, "");
+    if (const auto match = calledSo.find(plain))
+        plain = match->texts[0] + " " + plain.substr(match->range.end);
     return removing.find(plain) ? called.replaceAll(plain, "") : plain;
 }
 
@@ -205,7 +226,7 @@ std::string withoutItemWords(const std::string& text)
 
 std::string ListWording::plain(std::string_view core)
 {
-    std::string text = withoutGerund(withoutAsides(withDutiesAsList(signsAndBlanks(core))));
+    std::string text = withoutGerund(withPlainNames(withoutAsides(withDutiesAsList(signsAndBlanks(core)))));
     if (text.size() > ListIntent::longestRead)
         return text;
     for (const auto turn : {listFirst, listLast})
