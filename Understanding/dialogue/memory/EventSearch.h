@@ -44,6 +44,7 @@ struct EventSearch {
     bool isLoose = false; ///< Nothing says that it stands in the calendar: it may be a reminder as well.
     bool isBack = false; ///< One that is over.
     bool isWide = false; ///< A whole year is looked through, since less was not enough.
+    bool rings = false; ///< Of remind: by an alarm.
     int minutes = 0;
     bool isUsualLead = false; ///< Of remind: nobody said how long before.
     bool isRelative = false; ///< Of length: `minutes` are added to what it lasts, or taken off below 0.

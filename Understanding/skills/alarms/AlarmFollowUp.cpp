@@ -119,6 +119,12 @@ FollowUp AlarmFollowUp::ofIt(const std::string& words, const RequestMemory& memo
     const AlarmCalls calls{around};
     if (off.find(core) && !talk.rings)
         return RuleStep{calls.cancelThis(talk.id, talk.isTimer), memory};
+    static const Pattern snooze("^snooze (?:it|that|this)(?: (?:for|by) (.+))?$", Pattern::caseless);
+    if (const auto match = talk.isTimer ? std::nullopt : snooze.find(core)) {
+        const auto length = TimerLength::read(match->texts[0]);
+        constexpr std::chrono::minutes usual{10};
+        return RuleStep{calls.snooze(length ? std::chrono::ceil<std::chrono::minutes>(length->length) : usual), memory};
+    }
     static const Pattern name("^(?:call|name|rename|label) (?:it|that)(?: to| as)? (.+)$", Pattern::caseless);
     if (const auto match = name.find(core))
         return RuleStep{calls.rename(talk.id, talk.isTimer, trimmed(match->texts[0], "\"'")), memory};

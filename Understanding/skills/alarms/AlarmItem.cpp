@@ -87,4 +87,29 @@ std::string AlarmItem::named(const LocalTime& around) const
     return "the alarm" + (isNamed ? " \"" + thing.title + "\"" : "") + (time.empty() ? "" : " for " + time);
 }
 
+bool AlarmItem::ringsOn(const SpokenDays& days, const LocalTime& around) const
+{
+    constexpr int mostDays = 14;
+    constexpr std::int64_t dayOfMinutes = 24 * 60;
+    if (!thing.start)
+        return false;
+    if (days.hold(*thing.start))
+        return true;
+    if (!rule)
+        return false;
+    DateParts day = *thing.start;
+    for (int step = 0; step < mostDays; ++step) { // A rule by months or years hardly belongs to an alarm.
+        const auto local = Calendar::dayOf(day.year, day.month, day.day);
+        const int weekday = local ? Calendar::weekday(*local) : 0;
+        const bool isRule = rule->kind == ReminderRepeat::Kind::daily
+            || (rule->kind == ReminderRepeat::Kind::weekdays && weekday > 1 && weekday < 7)
+            || (rule->kind == ReminderRepeat::Kind::weekly
+                && std::ranges::find(rule->weekdays, weekday) != rule->weekdays.end());
+        if (isRule && days.hold(day) && day.instant(around.calendar))
+            return true;
+        day = day.adding(dayOfMinutes);
+    }
+    return false;
+}
+
 } // namespace quorvell

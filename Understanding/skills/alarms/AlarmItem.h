@@ -6,6 +6,7 @@
 #include "QuorvellCore/text/Json.h"
 #include "Understanding/dialogue/memory/FoundThing.h"
 #include "Understanding/time/LocalTime.h"
+#include "Understanding/time/SpokenDays.h"
 
 #include <chrono>
 #include <optional>
@@ -34,6 +35,9 @@ struct AlarmItem {
     std::string when(const LocalTime& around) const;
     /// "the pasta timer", "the timer", "the alarm for 7 AM tomorrow".
     std::string named(const LocalTime& around) const;
+
+    /// Next, or once more by its rule within the two weeks after that.
+    bool ringsOn(const SpokenDays& days, const LocalTime& around) const;
 
     bool operator==(const AlarmItem&) const = default;
 };

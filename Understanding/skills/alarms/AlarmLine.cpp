@@ -10,6 +10,24 @@ namespace {
 
 constexpr const char* alarmNoun =
     "(?:(?:wake[- ]?up[- ])?(?:ala?ra?m|alram|alarum|alrm|alarn)|wake[- ]?up[- ]call)(s?)(?: clocks?)?(?:['’]s)?";
+/// "Tomorrow 7" as "tomorrow at 7", "morning 5" as "at 5 in the morning".
+std::string withHourBehindDay(std::string words)
+{
+    static const Pattern behind(
+        "\\b(?:(?:mon|tues|wednes|thurs|fri|satur|sun|to|week|every ?|each )days?|tomorrow|tonight|"
+        "weekends?|daily)(?: (?:morning|evening|night|afternoon))?(?=,? "
+        "\\d{1,2}(?:[:.]\\d{2})?(?:\\s?[ap]m)?(?:$|,| (?:for|to|called|o)))",
+        Pattern::caseless);
+    static const Pattern part("^(?:(?:at|in|on|for) )?(?:the )?(?:early )?(morning|evening|afternoon)(?: at)? "
+                              "(\\d{1,2}(?:[:.]\\d{2})?(?: ?o['’]?clock)?)(?=$|\\s)",
+        Pattern::caseless);
+    if (const auto match = part.find(words))
+        return "at " + match->texts[1] + " in the " + match->texts[0] + words.substr(match->range.end);
+    if (const auto match = behind.find(words))
+        words.insert(match->range.end, " at");
+    return words;
+}
+
 constexpr const char* timerNoun = "(?:timer|tiemr|timmer|count[- ]?down)(s?)(?:['’]s)?";
 
 } // namespace
@@ -69,10 +87,11 @@ std::string AlarmLine::withoutArticles(std::string words)
 
 std::string AlarmLine::withoutLead(std::string words)
 {
-    static const Pattern lead("^(?:(?:(?:which|that) (?:is|are|was|i|i['’]ve|i have)|that['’]s|is|are|was|currently|"
-                              "already|set|scheduled|active|running|going|please|clock|named|called|labell?ed"
-                              "|i (?:have )?set|you (?:have )?set|for me|for us|off|on(?= for\\b|$)|up(?= for\\b|$)"
-                              "|if any|there|now|all)(?![\\w'’-])[,:]?\\s*)+",
+    static const Pattern lead(
+        "^(?:(?:(?:which|that) (?:is|are|was|i|i['’]ve|i have)|that['’]s|is|are|was|currently|"
+        "already|set|scheduled|active|running|going|please|clock|named|called|labell?ed"
+        "|i (?:have )?set|you (?:have )?set|for me|for us|back on|off|on(?= for\\b|$)|up(?= for\\b|$)"
+        "|if any|there|now|all)(?![\\w'’-])[,:]?\\s*)+",
         Pattern::caseless);
     static const Pattern link("^(?:for|at|on|of|to|from|in(?= the\\b)|by)(?![\\w'’-])\\s*", Pattern::caseless);
     take(lead, words);
@@ -132,7 +151,7 @@ std::string AlarmLine::asTime(std::string words)
     if (const auto length = TimerLength::read(words); length && (length->rest.empty() || length->rest == "from now"))
         return "in "
             + words.substr(0, words.size() - (length->rest.empty() ? 0 : std::string_view(" from now").size()));
-    return hour.find(words) ? "at " + words : words;
+    return hour.find(words) ? "at " + words : withHourBehindDay(words);
 }
 
 bool AlarmLine::isQuestion(const std::string& core)

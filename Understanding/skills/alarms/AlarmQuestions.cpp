@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/alarms/AlarmQuestions.h"
 
+#include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Json.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/Pointing.h"
 #include "Understanding/dialogue/SeriesWords.h"
 #include "Understanding/skills/alarms/AlarmCalls.h"
 #include "Understanding/skills/alarms/AlarmLine.h"
+#include "Understanding/skills/alarms/AlarmSeries.h"
+#include "Understanding/skills/alarms/AlarmSeriesSteps.h"
+#include "Understanding/skills/alarms/AlarmTraits.h"
 #include "Understanding/skills/alarms/TimerLength.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/TimeChoicePicker.h"
@@ -39,7 +43,13 @@ std::string answerAsTime(const std::string& core)
 AlarmStep takeAlarmTime(
     const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
 {
-    const std::string answer = answerAsTime(core);
+    const Json waiting = parseJson(asked.arguments).value_or(Json::object());
+    const std::string said = readString(waiting, "text").value_or(""); // Of the days, where hours were lacking.
+    const std::string answer = answerAsTime(core) + (said.empty() ? "" : " " + said);
+    const auto several =
+        AlarmSeries::isMeant(answer) ? AlarmSeries::times(answer, 0, around) : std::vector<std::string>();
+    if (!several.empty())
+        return AlarmSeriesSteps::begin(several, asked.task, memory.alarms.isWaking, std::move(memory), around);
     if (!SpokenPhrase::read(answer, around))
         return std::nullopt;
     const auto call = AlarmCalls{around}.setAlarm(asked.settled.completing(answer, around), asked.task);
@@ -69,6 +79,22 @@ AlarmStep takeAlarmChoice(
     if (!date)
         return takeOtherTime(core, asked, std::move(memory), around);
     const auto call = AlarmCalls{around}.setAlarmAt(asked.task, *date, asked.repeat);
+    return RuleStep{call, std::move(memory)};
+}
+
+AlarmStep takeRuleOfNew(
+    const std::string& core, const PendingQuestion& asked, RequestMemory memory, const RuleSurroundings& around)
+{
+    const Json arguments = parseJson(asked.arguments).value_or(Json::object());
+    const std::string time = readString(arguments, "text").value_or("");
+    static const Pattern days("^(?:on |every )?((?:mon|tues|wednes|thurs|fri|satur|sun)day\\b.*)$", Pattern::caseless);
+    const auto named = days.find(core);
+    const std::string rule =
+        AlarmTraits::ruleInWords(AlarmTraits::ruleInTime(named ? "every " + named->texts[0] : core));
+    const auto phrase = SpokenPhrase::read("at 6 am " + rule, around);
+    if (!phrase || !phrase->repeatRule)
+        return std::nullopt;
+    const auto call = AlarmCalls{around}.setAlarm(trimmed(time + " " + rule), asked.task);
     return RuleStep{call, std::move(memory)};
 }
 
@@ -125,6 +151,7 @@ AlarmStep takeNewName(
 
 const QuestionKind AlarmQuestions::whichTime{takeAlarmChoice};
 const QuestionKind AlarmQuestions::when{takeAlarmTime};
+const QuestionKind AlarmQuestions::howOften{takeRuleOfNew};
 const QuestionKind AlarmQuestions::length{takeLength};
 const QuestionKind AlarmQuestions::whichOne{takeOne};
 const QuestionKind AlarmQuestions::occurrences{takeScope};

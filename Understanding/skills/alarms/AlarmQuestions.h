@@ -9,6 +9,8 @@ namespace quorvell {
 struct AlarmQuestions {
     static const QuestionKind whichTime; ///< Which of the choices.
     static const QuestionKind when; ///< For what time an alarm; its name is the task.
+    static const QuestionKind
+        howOften; ///< By which rule the alarm at `text` of the arguments rings; its name is the task.
     static const QuestionKind length; ///< For how long a timer; its name is the task.
     static const QuestionKind whichOne; ///< Of the found ones: the call is to be made again with its id.
     static const QuestionKind occurrences; ///< The next one, or all: the call is to be made again with `series`.

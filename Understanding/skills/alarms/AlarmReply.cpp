@@ -89,7 +89,9 @@ std::string AlarmReply::changed(
     const std::string name = isNamed ? "The alarm \"" + item.thing.title + "\"" : "Your alarm";
     if (readBool(result.json(), "already").value_or(false))
         return name + " for " + when + " is set already.";
+    static constexpr const char* ownTone = " It rings with its own tone, which I can't change.";
     return name + (memberOf(arguments, "id") ? " is now set for " : " is set for ") + when + "."
+        + (memory.alarms.wantsSound ? ownTone : "")
         + (memory.alarms.isWaking || memberOf(arguments, "later") ? "" : otherHour(result.json()));
 }
 
@@ -114,7 +116,8 @@ std::string AlarmReply::ended(
         return "Stopped." + again;
     const std::string until = readString(arguments, "until").value_or("");
     return name
-        + (next.empty()         ? " is cancelled."
+        + (next.empty() ? readBool(arguments, "series").value_or(false) ? " is cancelled, and all its further times."
+                                                                        : " is cancelled."
                 : until.empty() ? " does not ring this time."
                                 : " does not ring until then.")
         + again;
@@ -160,11 +163,17 @@ std::string AlarmReply::asked(const ToolResult& result, const LocalTime& around)
     if (readBool(json, "past").value_or(false))
         return "That time is already past. For what time should the alarm be?";
     const std::string unclear = result.string("unclear").value_or("");
-    static const Pattern rare("^(?:every|each) .*\\b(?:other|second|third|\\d+|hour|minute)", Pattern::caseless);
+    static const Pattern rare(
+        "^(?:every|each) .*\\b(?:other|second|third|\\d+|hour|minute)|^(?:the |every |each )*(?:1st|2nd|3rd|4th|first|"
+        "second|third|fourth|last|alternate) (?:(?:mon|tues|wednes|thurs|fri|satur|sun)day|day|weekday)",
+        Pattern::caseless);
+    static const Pattern end(
+        "^(?:until|till|through|up to|for the next|the next|next \\d|for \\d)\\b", Pattern::caseless);
     const std::string doubt = unclear.empty() ? ""
+        : end.find(unclear) ? "An alarm that repeats rings until you cancel it: I can't give it an end. "
         : rare.find(unclear)
         ? "An alarm can ring every day, on weekdays, or on days of the week, every month or every year, and not "
-            + unclear + ". "
+            + unclear + (unclear.ends_with("other") ? " time. " : ". ")
         : "I am not sure what you mean by \"" + unclear + "\". ";
     const Json* understood = memberOf(json, "understood");
     const auto day = DateParts::parse(understood ? readString(*understood, "day").value_or("") : "");

@@ -7,6 +7,8 @@
 #include "Understanding/skills/alarms/AlarmLine.h"
 #include "Understanding/skills/alarms/AlarmQuestions.h"
 #include "Understanding/skills/alarms/AlarmReply.h"
+#include "Understanding/skills/alarms/AlarmRest.h"
+#include "Understanding/skills/alarms/AlarmSeriesSteps.h"
 #include "Understanding/skills/alarms/AlarmsMeant.h"
 #include "Understanding/skills/alarms/TimerLength.h"
 #include "Understanding/skills/reminders/ReminderQuestions.h"
@@ -62,64 +64,16 @@ RuleStep askWhich(
         std::move(memory));
 }
 
-std::vector<std::string> idsOf(const std::vector<AlarmItem>& items)
-{
-    std::vector<std::string> ids;
-    ids.reserve(items.size());
-    for (const AlarmItem& item : items)
-        ids.push_back(item.thing.id);
-    return ids;
-}
-
-/// That call, after a yes.
-RuleStep askFirst(const ToolCalls::Answer& call, std::string question, RequestMemory memory)
-{
-    const auto* request = std::get_if<ToolRequest>(&call);
-    if (!request)
-        return {call, std::move(memory)};
-    return RuleStep::asking({.kind = &ToolResults::confirmation,
-                                .question = std::move(question),
-                                .tool = request->name,
-                                .arguments = request->arguments},
-        std::move(memory));
-}
-
-/// Some of them ring again and again, and only for these days should they not.
-RuleStep restThese(
-    const std::vector<AlarmItem>& items, const SpokenDays& days, RequestMemory memory, const RuleSurroundings& around)
-{
-    const AlarmCalls calls{around};
-    const auto isNext = [&](const AlarmItem& item) {
-        const DateParts day = item.thing.start.value_or(DateParts()).wholeDay();
-        return day >= days.from.wholeDay() && day <= days.to.wholeDay();
-    };
-    const auto apart = std::ranges::find_if_not(items, isNext);
-    constexpr int longestRest = 60; // Days; beyond it they are not to be left out for a while but gone.
-    const DateParts today = DateParts::fromDay(around.now, around.calendar);
-    if (apart == items.end() && days.to.wholeDay() <= today.adding(longestRest * 24 * 60)) {
-        memory.alarms.severalEnded = AlarmReply::rested(items, days, around);
-        return {calls.cancelUntil(idsOf(items), days.to), std::move(memory)};
-    }
-    const AlarmItem& item = apart == items.end() ? items.front() : *apart;
-    const std::string others =
-        items.size() > 1 ? " Then all of these are cancelled: " + AlarmReply::joined(items, around) + "." : "";
-    const std::string ring = apart == items.end()
-        ? withUpperCaseFirst(item.named(around)) + " goes on and on."
-        : "I can't leave out " + item.named(around) + " just " + days.words + ".";
-    return askFirst(
-        calls.cancelThese(idsOf(items)), ring + " Should I cancel it for good?" + others, std::move(memory));
-}
-
 /// They are told, and can be set again by "undo that". Of more than can be told, it is asked.
 RuleStep cancelThese(const AlarmsMeant& meant, RequestMemory memory, const RuleSurroundings& around)
 {
     const std::vector<AlarmItem>& items = meant.items;
     noteFound(items, memory);
     if (meant.days && std::ranges::any_of(items, [](const AlarmItem& item) { return item.rule.has_value(); }))
-        return restThese(items, *meant.days, std::move(memory), around);
-    const auto call = AlarmCalls{around}.cancelThese(idsOf(items));
+        return AlarmRest::forDays(items, *meant.days, std::move(memory), around);
+    const auto call = AlarmCalls{around}.cancelThese(AlarmRest::idsOf(items));
     if (items.size() > RequestMemory::mostTold)
-        return askFirst(call,
+        return AlarmRest::askFirst(call,
             "Should I cancel all " + std::to_string(items.size()) + ": " + AlarmReply::joined(items, around) + "?",
             std::move(memory));
     memory.alarms.severalEnded = AlarmReply::cancelled(items, around);
@@ -180,6 +134,9 @@ RuleStep changeFound(const AlarmTalk& wish, const AlarmItem& item, RequestMemory
                                     .arguments = dumpJson(waiting)},
             std::move(memory));
     }
+    if (isMove && item.rule)
+        if (auto step = AlarmRest::moveOnce(item, wish.when, memory, around))
+            return *std::move(step);
     if (!isMove || !wish.when.empty())
         return {changeOf(wish, item.thing.id, item.isTimer, around), std::move(memory)};
     const Json waiting{{"kind", "alarm"}, {"id", item.thing.id}};
@@ -195,15 +152,17 @@ RuleStep setBefore(
     const AlarmTalk& wish, const std::vector<AlarmItem>& meant, RequestMemory memory, const RuleSurroundings& around)
 {
     if (meant.size() != 1 || !meant.front().thing.start)
-        return RuleStep::asking({.kind = &AlarmQuestions::when,
-                                    .question = (meant.empty() ? "I find no alarm called \"" + wish.which + "\"."
-                                                               : std::string("There are several like that."))
-                                        + " For what time should I set the alarm?"},
+        return RuleStep::asking(
+            {.kind = &AlarmQuestions::when,
+                .question = (!meant.empty()                   ? "There are several like that."
+                                    : !wish.otherwise.empty() ? wish.otherwise
+                                                              : "I find no alarm called \"" + wish.which + "\".")
+                    + " For what time should I set the alarm?"},
             std::move(memory));
     const AlarmItem& item = meant.front();
     const auto minutes = std::chrono::floor<std::chrono::minutes>(wish.length);
     AlarmItem wanted{.thing = {.start = item.thing.start->adding(-minutes.count())}};
-    return askFirst(AlarmCalls{around}.setAlarmAt("", *wanted.thing.start, ""),
+    return AlarmRest::askFirst(AlarmCalls{around}.setAlarmAt("", *wanted.thing.start, ""),
         withUpperCaseFirst(item.named(around)) + " is there. Should I set another one for " + wanted.when(around) + "?",
         std::move(memory));
 }
@@ -235,6 +194,8 @@ RuleStep takeList(const ToolResult& result, RequestMemory memory, const RuleSurr
     noteFound(meant.items.empty() ? items : meant.items, memory);
     if (wish.purpose == Purpose::before)
         return setBefore(wish, meant.isNarrowed ? meant.items : std::vector<AlarmItem>(), std::move(memory), around);
+    if (meant.items.empty() && !wish.otherwise.empty())
+        return ToolResults::say(wish.otherwise, std::move(memory));
     if (wish.purpose == Purpose::tellLeft || wish.purpose == Purpose::tellEnd)
         return ToolResults::say(AlarmReply::left(items, meant, wish, around), std::move(memory));
     if (wish.purpose == Purpose::runAnew && meant.items.empty())
@@ -320,17 +281,29 @@ RuleStep askBack(
 RuleStep AlarmResults::take(
     const ToolRequest& call, const ToolResult& result, RequestMemory memory, const RuleSurroundings& around)
 {
+    const AlarmTalk::Series series = memory.alarms.series;
     if (auto failure = ToolResults::failure(result)) {
         memory.alarms = {};
         memory.wish = {};
-        return ToolResults::say(*std::move(failure), std::move(memory));
+        return AlarmSeriesSteps::brokenOff(series, ToolResults::say(*std::move(failure), std::move(memory)));
     }
     if (auto asked = ToolResults::confirming(call, result, "Should I really do that?", memory))
         return *std::move(asked);
     if (result.status() == ToolStatus::reminders)
         return takeList(result, std::move(memory), around);
-    if (asksBack(result.status()))
-        return askBack(call, result, std::move(memory), around);
+    if (asksBack(result.status())) {
+        RuleStep step = askBack(call, result, std::move(memory), around);
+        if (std::holds_alternative<ToolRequest>(step.answer))
+            return step;
+        step.memory.alarms.series = {};
+        return AlarmSeriesSteps::brokenOff(series, std::move(step));
+    }
+    if (result.status() == ToolStatus::done && !series.left.empty()) {
+        std::string lead = memory.alarms.severalEnded;
+        return AlarmSeriesSteps::standIn(std::move(lead), std::move(memory), around);
+    }
+    if (result.status() == ToolStatus::set && AlarmSeriesSteps::isUnderWay(memory))
+        return AlarmSeriesSteps::goOn(result, std::move(memory), around);
     const std::string reply = result.status() == ToolStatus::done
         ? AlarmReply::ended(call, result, memory.alarms, around)
         : AlarmReply::changed(call, result, memory, around);

@@ -3,12 +3,18 @@
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/alarms/AlarmCalls.h"
 #include "Understanding/skills/alarms/AlarmFollowUp.h"
 #include "Understanding/skills/alarms/AlarmQuestions.h"
 #include "Understanding/skills/alarms/AlarmReply.h"
 #include "Understanding/skills/alarms/AlarmResults.h"
+#include "Understanding/skills/alarms/AlarmSeries.h"
+#include "Understanding/skills/alarms/AlarmSeriesSteps.h"
+#include "Understanding/skills/alarms/AlarmTraits.h"
 #include "Understanding/skills/alarms/AlarmWishReader.h"
+#include "Understanding/time/TimeWords.h"
+#include "Understanding/words/RequestText.h"
 
 #include <nlohmann/json.hpp>
 
@@ -36,16 +42,89 @@ RuleStep withList(const AlarmWish& wish, Purpose purpose, RequestMemory memory, 
     return {call, std::move(memory)};
 }
 
-RuleStep setOne(const AlarmWish& wish, RequestMemory memory, const RuleSurroundings& around)
+/// "At 5:45 that day", with the day of what was spoken of; nothing where none was.
+std::optional<std::string> withThatDay(const std::string& text, const RequestMemory& memory)
+{
+    static const Pattern that(
+        "\\b(?:on |for )?(?:that|the same|that same) (day|morning|evening|night)\\b", Pattern::caseless);
+    const auto match = that.find(text);
+    if (!match)
+        return text;
+    const bool isOfAlarms = memory.topic == AlarmCalls::skill && memory.alarms.start;
+    const auto start = isOfAlarms ? memory.alarms.start
+        : memory.event.start      ? memory.event.start
+                                  : memory.reminder.start;
+    if (!start)
+        return std::nullopt;
+    const std::string part = match->texts[0] == "day" ? "" : " in the " + match->texts[0];
+    return trimmed(
+        text.substr(0, match->range.start) + part + " on " + start->wholeDay().text() + text.substr(match->range.end));
+}
+
+RuleStep setOne(const AlarmWish& said, RequestMemory memory, const RuleSurroundings& around)
 {
     const AlarmCalls calls{around};
-    memory.alarms = {.isTimer = wish.isOfTimers, .isWaking = wish.isWaking};
+    AlarmWish wish = said;
+    const auto text = withThatDay(wish.text, memory);
+    if (!text)
+        return RuleStep::asking({.kind = &AlarmQuestions::when,
+                                    .question = "On which day, and at what time, should the alarm ring?",
+                                    .task = wish.name},
+            std::move(memory));
+    wish.text = *text;
+    static const Pattern ends(
+        "\\b(?:every|each|daily|weekdays|weekends)\\b.*?( (?:until|till|through|up to|for (?:the next )?"
+        "(?:\\d+|two|three|four|five|six|a few|the next) (?:day|week|month|year)s?)\\b.*)$",
+        Pattern::caseless);
+    if (const auto end = wish.isOfTimers ? std::nullopt : ends.find(wish.text)) {
+        const auto call = calls.setAlarm(wish.text.substr(0, end->groups[0]->start), wish.name);
+        const auto* request = std::get_if<ToolRequest>(&call);
+        return request
+            ? RuleStep::asking({.kind = &ToolResults::confirmation,
+                                   .question = "An alarm that repeats rings until you cancel it: I can't give "
+                                               "it an end. Should I set it without one?",
+                                   .tool = request->name,
+                                   .arguments = request->arguments},
+                std::move(memory))
+            : RuleStep{call, std::move(memory)};
+    }
+    memory.alarms = {.isTimer = wish.isOfTimers, .isWaking = wish.isWaking, .wantsSound = wish.wantsSound};
     if (!wish.isOfTimers)
         return {calls.setAlarm(wish.text, wish.name), std::move(memory)};
     if (wish.length.count() > 0)
         return {calls.setTimer(wish.length, wish.name), std::move(memory)};
     return RuleStep::asking(
         {.kind = &AlarmQuestions::length, .question = "For how long?", .task = wish.name}, std::move(memory));
+}
+
+/// The first one now, each of the others behind the result of the one before it.
+RuleStep setSeveral(const AlarmWish& wish, RequestMemory memory, const RuleSurroundings& around)
+{
+    if (wish.isOfTimers)
+        return RuleStep::asking({.kind = &AlarmQuestions::length,
+                                    .question = "I set one timer at a time. How long should the first one be?"},
+            std::move(memory));
+    const auto times = AlarmSeries::times(wish.text, wish.count, around);
+    if (!times.empty())
+        return AlarmSeriesSteps::begin(times, wish.name, wish.isWaking, std::move(memory), around);
+    return RuleStep::asking(
+        {.kind = &AlarmQuestions::when,
+            .question = wish.count > 2 ? "For what times should I set the " + std::to_string(wish.count) + " alarms?"
+                                       : "For what times should I set the alarms?",
+            .task = wish.name,
+            .arguments = dumpJson(Json{{"text", wish.text}})},
+        std::move(memory));
+}
+
+RuleStep askHowOften(const AlarmWish& wish, RequestMemory memory)
+{
+    return RuleStep::asking({.kind = &AlarmQuestions::howOften,
+                                .question = "On which days should it ring: every day, on weekdays, or on some days of "
+                                            "the week?",
+                                .task = wish.name,
+                                .tool = AlarmCalls::tool,
+                                .arguments = dumpJson(Json{{"text", wish.text}})},
+        std::move(memory));
 }
 
 RuleStep otherHalf(const AlarmWish& wish, RequestMemory memory, const RuleSurroundings& around)
@@ -70,7 +149,10 @@ RuleStep carryOut(const AlarmWish& wish, RequestMemory memory, const RuleSurroun
         return setOne(wish, std::move(memory), around);
     case Kind::list:
         return withList(wish, Purpose::tell, std::move(memory), around);
-    case Kind::left:
+    case Kind::left: // "How long left?" of an alarm that was just set.
+        if (wish.which.empty() && memory.topic == AlarmCalls::skill && !memory.alarms.id.empty()
+            && !memory.alarms.isTimer)
+            return withList({.kind = Kind::left}, Purpose::tellLeft, std::move(memory), around);
         return withList(wish, Purpose::tellLeft, std::move(memory), around);
     case Kind::ends:
         return withList(wish, Purpose::tellEnd, std::move(memory), around);
@@ -106,13 +188,9 @@ RuleStep carryOut(const AlarmWish& wish, RequestMemory memory, const RuleSurroun
     case Kind::turnOn:
         return withList(wish, Purpose::turnOn, std::move(memory), around);
     case Kind::several:
-        if (wish.isOfTimers)
-            return RuleStep::asking({.kind = &AlarmQuestions::length,
-                                        .question = "I set one timer at a time. How long should the first one be?"},
-                std::move(memory));
-        return RuleStep::asking({.kind = &AlarmQuestions::when,
-                                    .question = "I set one alarm at a time. For what time should the first one be?"},
-            std::move(memory));
+        return setSeveral(wish, std::move(memory), around);
+    case Kind::howOften:
+        return askHowOften(wish, std::move(memory));
     case Kind::sound:
         return {"Alarms and timers have one tone of their own, which grows louder over a minute. I can't change it. To "
                 "hear it, say \"set a timer for one second\".",
@@ -142,10 +220,46 @@ Request requestOf(AlarmWish wish)
     return request;
 }
 
-std::optional<Request> readPlain(const std::string& core, const RuleSurroundings&)
+std::optional<Request> readPlain(const std::string& core, const RuleSurroundings& around)
 {
     auto wish = AlarmWishReader::read(core);
+    // What it is to ring before may well be an event: the calendar is asked first.
+    if (wish && wish->kind == Kind::before && !AlarmTraits::namesAlarm(wish->which) && around.offers("whats_on"))
+        return std::nullopt;
     return wish ? std::optional(requestOf(*std::move(wish))) : std::nullopt;
+}
+
+/// "Tell me when it's 8", which has the opening of a question for others.
+std::optional<Request> readSaid(const std::string& words, const RuleSurroundings& around)
+{
+    static const Pattern watched(
+        "^(?:please )?(?:tell|alert|notify|let|warn|inform) me(?: know)? (?:when|at)\\b", Pattern::caseless);
+    static const Pattern inPlace("^\\S+(?: ?[ap]m)? (?:instead of|rather than) \\S+(?: ?[ap]m)?$", Pattern::caseless);
+    const std::string core = RequestText::withoutClosing(words);
+    if (!watched.find(words) && !inPlace.find(core))
+        return std::nullopt;
+    auto wish = AlarmWishReader::read(core);
+    if (wish && wish->kind == Kind::move && inPlace.find(core)) // "9 instead of 6:30".
+        return requestOf(*std::move(wish));
+    return wish && wish->kind == Kind::set && !wish->isOfTimers && TimeWords::isTime(wish->text, around)
+        ? std::optional(requestOf(*std::move(wish)))
+        : std::nullopt;
+}
+
+/// "Cancel my 6:30", where no event is at that hour.
+Skill::Step lookFurther(const std::string& said, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    static const Pattern clock(
+        "^(?:cancel|delete|remove|drop|kill|erase|turn off|switch off|disable|skip|stop|scrap|get rid of|forget) "
+        "(?:the|my|that) ((?:\\d{1,2}(?:[:.]?\\d{2})?(?: ?[ap]\\.?m\\.?)?|six|seven|eight|nine|ten|half \\w+)"
+        "(?: ?o['’]?clock)?)(?: one)?((?: on)?(?: tomorrow| today| (?:mon|tues|wednes|thurs|fri|satur|sun)day))?$",
+        Pattern::caseless);
+    const auto match = clock.find(trimmed(memory.words, " .!?"));
+    if (!match || !around.offers(AlarmCalls::tool))
+        return std::nullopt;
+    RuleStep step = withList({.which = match->texts[0] + match->texts[1]}, Purpose::cancel, memory, around);
+    step.memory.alarms.otherwise = said;
+    return step;
 }
 
 std::string questionBefore(const ToolRequest& call)
@@ -231,9 +345,11 @@ constinit const Skill AlarmSkill::row{
     .name = AlarmCalls::skill,
     .tools = tools,
     .owns = AlarmCalls::owns,
+    .readSaid = readSaid,
     .readPlain = readPlain,
     .questionBefore = questionBefore,
     .takeResult = AlarmResults::take,
+    .lookFurther = lookFurther,
     .whatWasDone = AlarmReply::whatWasDone,
     .goOn = goOn,
     .stop = stop,

@@ -3,6 +3,7 @@
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/alarms/AlarmRule.h"
 #include "Understanding/skills/alarms/TimerLength.h"
 
 namespace quorvell {
@@ -53,25 +54,15 @@ std::string AlarmTraits::ruleInWords(const std::string& words)
 
 std::string AlarmTraits::ruleInTime(const std::string& words)
 {
-    static const Pattern workDays(
-        "\\b(?:from |every )?mon(?:day)?s? ?(?:to|till|until|through|thru|-|–) ?fri(?:day)?s?\\b", Pattern::caseless);
-    static const Pattern weekends("\\b(?:on |every |each )*(?:weekends|(?<=every )weekend)\\b", Pattern::caseless);
     static const Pattern early("\\b(?:early |very )+(?:in the )?(?=morning\\b)", Pattern::caseless);
-    // Nobody types commas: "every monday wednesday friday".
-    static const Pattern row(
-        "\\b((?:mon|tues|wednes|thurs|fri|satur|sun)days?) (?=(?:mon|tues|wednes|thurs|fri|satur|sun)days?\\b)",
-        Pattern::caseless);
-    std::string rest = early.replaceAll(
-        weekends.replaceAll(workDays.replaceAll(words, "every weekday"), "every saturday and sunday"), "in the ");
-    for (auto next = row.find(rest); next; next = row.find(rest))
-        rest = rest.substr(0, next->range.start) + next->texts[0] + ", " + rest.substr(next->range.end);
-    return rest;
+    return AlarmRule::inTime(early.replaceAll(words, "in the "));
 }
 
 bool AlarmTraits::isWholeTime(const std::string& words)
 {
     static const Pattern ofTime(
-        "^(?:(?:the|my|an?|new|another|next|for|at|on|in|every|each|daily|days?|early|and|morning|evening|night|"
+        "^(?:(?:the|my|an?|new|another|next|for|at|on|in|every|each|daily|weekly|recurring|repeating|backup|extra|"
+        "second|third|days?|early|and|morning|evening|night|"
         "afternoon|noon|midnight|today|tonight|tomorrow|tmrw|weekdays?|(?:mon|tues|wednes|thurs|fri|satur|"
         "sun)days?|half|past|quarter|to|o['’]?clock|[ap]\\.?m\\.?|\\d[\\d:.]*(?:[ap]\\.?m\\.?)?|one|two|three|four|"
         "five|six|seven|eight|nine|ten|eleven|twelve)(?:\\s+|$))*$",
@@ -108,7 +99,7 @@ TraitWish AlarmTraits::readSound(const std::string& core)
 {
     static const Pattern asks(
         "^(?:play|test|try|change|set|what|which|make|turn|use|let me hear|i (?:want|would like) to hear"
-        "|how|is|does|increase|raise|lower|reduce|choose|pick|switch|have|put)\\b",
+        "|how|is|does|can|which|increase|raise|lower|reduce|choose|pick|switch|have|put)\\b",
         Pattern::caseless);
     static const Pattern sound(
         "\\b(?:alarm|timer)(?:['’]?s)?(?: clock)? (?:sounds?|tones?|ringtones?|melody|songs?|music|volume|noise)\\b"
@@ -116,6 +107,8 @@ TraitWish AlarmTraits::readSound(const std::string& core)
         "|\\b(?:alarm|timer)s?\\b.*\\b(?:louder|quieter|softer|sound like|too loud|too quiet)\\b"
         "|\\b(?:song|music|tune|melody|sound|recording) (?:as|for) (?:the|my|an?) (?:alarm|timer)s?\\b"
         "|\\b(?:louder|quieter|softer) (?:alarm|timer)s?\\b"
+        "|^(?:which|what) (?:sound|tone|song|music|ringtone|melody)\\b.*\\b(?:alarm|timer)s?\\b"
+        "|^how (?:loud|quiet)\\b.*\\b(?:alarm|timer)s?\\b"
         "|^(?:test|try) (?:out )?(?:the|my) (?:alarm|timer)$",
         Pattern::caseless);
     return asks.find(core) && sound.find(core) ? TraitWish(AlarmWish{.kind = Kind::sound}) : std::nullopt;
@@ -132,21 +125,31 @@ bool AlarmTraits::namesSeveral(const std::string& words)
     return another.find(words) || (hours.find(words) && !(length && length->rest.empty()));
 }
 
+bool AlarmTraits::namesAlarm(const std::string& words)
+{
+    static const Pattern named(
+        "\\b(?:alarms?|timers?|wake[- ]?up|reminders?)\\b|^(?:first|last|second|next|other)(?: one)?$",
+        Pattern::caseless);
+    return named.find(words).has_value();
+}
+
 TraitWish AlarmTraits::readBefore(const std::string& words)
 {
-    static const Pattern form(
-        "^(?:(?:for|at|to ring|about) )*(.+?) (before|after|ahead of) (?:the |my |our )?(.+)$", Pattern::caseless);
+    static const Pattern form("^(?:(?:for|at|to ring|about|in) )*(.+?) (before|after|ahead of|prior to|in advance of) "
+                              "(?:the |my |our )?(.+)$",
+        Pattern::caseless);
     static const Pattern time(
         "\\d|\\b(?:noon|midday|midnight|sunrise|sunset|dawn|dusk|morning|evening)\\b", Pattern::caseless);
     const auto match = form.find(words);
-    if (!match || time.find(match->texts[2]))
+    const bool isOfAlarm = match && namesAlarm(match->texts[2]);
+    if (!match || (!isOfAlarm && time.find(match->texts[2])))
         return std::nullopt;
     const auto length = TimerLength::read(match->texts[0]);
     if (!length || !length->rest.empty())
         return std::nullopt;
     static const Pattern noun("\\s+(?:alarm|starts|begins)$", Pattern::caseless);
     return AlarmWish{.kind = Kind::before,
-        .which = noun.replaceAll(match->texts[2], ""),
+        .which = time.find(match->texts[2]) ? match->texts[2] : noun.replaceAll(match->texts[2], ""),
         .length = match->texts[1] == "after" ? -length->length : length->length};
 }
 

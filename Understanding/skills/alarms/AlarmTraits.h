@@ -19,6 +19,8 @@ struct AlarmTraits {
     static std::optional<AlarmWish> readSound(const std::string& core);
     /// Of words behind a noun that is to be set: "for 30 minutes before swimming".
     static std::optional<AlarmWish> readBefore(const std::string& words);
+    /// "The first alarm", "it": no event.
+    static bool namesAlarm(const std::string& words);
     /// Whether two times are named of which each wants its own: "7 and another for 8".
     static bool namesSeveral(const std::string& words);
     /// A rule as its reader wants it behind the noun, where "the weekend" may be this one, and days of the week stand

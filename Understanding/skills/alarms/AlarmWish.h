@@ -27,13 +27,16 @@ struct AlarmWish {
         before, ///< An alarm so long before (or after) another thing that rings.
         sound, ///< Its tone is asked for.
         turnOn, ///< One that is there already, or else a new one.
-        several, ///< To be set at once.
+        several, ///< To be set at once: `text` has their times.
+        howOften, ///< One that is to repeat, and nobody said when.
         otherHalf, ///< "Evening", right after an hour was taken for the morning's.
     };
 
     Kind kind = Kind::set;
     bool isOfTimers = false;
     bool isWaking = false; ///< "Wake me": hardly in the evening.
+    bool wantsSound = false; ///< A tone or a loudness that no alarm has.
+    int count = 0; ///< Of several; 0 where no number was said.
     bool isOfAny = false; ///< They did not say what: "five more minutes".
     std::string text{}; ///< Of set: its time in the user's words, and what it is for where that was not apart.
     std::string name{};

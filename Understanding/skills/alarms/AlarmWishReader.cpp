@@ -5,12 +5,17 @@
 
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/alarms/AlarmAsked.h"
+#include "Understanding/skills/alarms/AlarmDress.h"
 #include "Understanding/skills/alarms/AlarmLine.h"
+#include "Understanding/skills/alarms/AlarmMove.h"
+#include "Understanding/skills/alarms/AlarmSeries.h"
 #include "Understanding/skills/alarms/AlarmTraits.h"
 #include "Understanding/skills/alarms/NounlessAlarm.h"
 #include "Understanding/skills/alarms/TimerLength.h"
 #include "Understanding/words/RequestText.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvell {
@@ -58,9 +63,14 @@ Found setAlarm(const AlarmLine& cut, const std::string& front)
     AlarmWish wish{.kind = Kind::set, .name = AlarmLine::takeName(back)};
     if (const auto before = AlarmTraits::readBefore(AlarmLine::withoutLead(back)))
         return before;
-    if (AlarmTraits::namesSeveral(back))
-        return AlarmWish{.kind = Kind::several};
-    const std::string lead = AlarmTraits::ruleInWords(AlarmLine::withoutArticles(front));
+    static const Pattern number(
+        "^(?:(?:an?|the|my) )?(?:two|three|four|five|six|[2-9]|1[0-2]|multiple|several|some|a few)"
+        "(?: (?:different|separate|more|new|other))*$",
+        Pattern::caseless);
+    const bool isCounted = cut.isPlural && number.find(front);
+    if (isCounted)
+        wish.count = std::max(AlarmSeries::countIn(front), back.empty() ? 2 : 0);
+    const std::string lead = isCounted ? "" : AlarmTraits::ruleInWords(AlarmLine::withoutArticles(front));
     const std::string time =
         AlarmLine::asTime(AlarmTraits::ruleInTime(AlarmLine::withoutLead(reminding.replaceAll(back, " to "))));
     static const Pattern part("^(?:morning|afternoon|evening)$", Pattern::caseless);
@@ -69,28 +79,6 @@ Found setAlarm(const AlarmLine& cut, const std::string& front)
         return wish;
     }
     wish.text = AlarmLine::asTime(trimmed(lead + (lead.empty() || time.empty() ? "" : " ") + time));
-    return wish;
-}
-
-Found moveOf(const AlarmLine& cut, const std::string& front)
-{
-    static const Pattern to(
-        "^(.*?)\\b(?:to|until|till|for|by|at|back|forward|earlier|later)\\b\\s*(.*)$", Pattern::caseless);
-    AlarmWish wish{.kind = Kind::move, .isOfTimers = cut.isOfTimers, .which = AlarmLine::withoutArticles(front)};
-    static const Pattern toLast("^(?:(.*?)\\s+)?(?:to|until|till)\\s+(.+)$", Pattern::caseless);
-    if (const auto match = toLast.find(cut.back)) {
-        wish.which = trimmed(wish.which + " " + AlarmLine::withoutLead(match->texts[0]));
-        wish.when = match->texts[1];
-    } else if (static const Pattern span(
-                   "^(?:(?:back|forward|out|up|on|earlier|later|by)\\s+)*(.+?)(?:\\s+(later|earlier))?$",
-                   Pattern::caseless);
-               const auto moved = span.find(cut.back)) {
-        wish.when =
-            TimerLength::read(moved->texts[0]) ? "by " + moved->texts[0] : AlarmLine::withoutLead(moved->texts[0]);
-        static const Pattern sooner("\\b(?:earlier|forward|up)\\b", Pattern::caseless);
-        if (sooner.find(cut.back) && wish.when.starts_with("by "))
-            wish.when = "earlier " + moved->texts[0];
-    }
     return wish;
 }
 
@@ -132,66 +120,6 @@ Found lengthening(const std::string& core)
     return wish;
 }
 
-Found asked(const AlarmLine& cut, const std::string& core)
-{
-    static const Pattern left(
-        "\\b(?:how (?:much|long)|time (?:is )?left|left|remain(?:s|ing)?|status|when (?:does|do|is|will)"
-        "|how far|done|finish(?:ed)?|over|progress|still (?:running|going|on))\\b",
-        Pattern::caseless);
-    static const Pattern howMany("\\bhow many\\b", Pattern::caseless);
-    if (cut.isOfTimers && left.find(core) && !howMany.find(core)) {
-        static const Pattern words(
-            "\\b(?:how|much|long|more|time|is|are|there|left|remains?|remaining|on|of|the|my|for|when|"
-            "does|do|will|go|off|end|ring|status|what|still|running|going|has|have|i|until|to|"
-            "be|over|done|finish|finished|did|far|in|it|currently|a|an|check|tell|me|show|s|progress|longer)\\b|['’]",
-            Pattern::caseless);
-        static const Pattern when("^(?:when|(?:at )?what time)\\b", Pattern::caseless);
-        return AlarmWish{.kind = when.find(core) ? Kind::ends : Kind::left,
-            .isOfTimers = true,
-            .which = trimmed(words.replaceAll(cut.front + " " + cut.back, " "))};
-    }
-    static const Pattern untilRing("^(?:how (?:much|many|long)|in how many|time (?:left|remaining)|what time is "
-                                   "left)\\b.*\\b(?:until|till|til|before|left|"
-                                   "remaining|to go|in|rings?|goes? off)\\b",
-        Pattern::caseless);
-    if (!cut.isOfTimers && !cut.isPlural && untilRing.find(core) && !howMany.find(cut.front + " alarms")) {
-        static const Pattern words(
-            "\\b(?:how|much|long|many|more|hours?|minutes?|time|is|are|there|left|remaining|until|till|til|"
-            "before|to|go|in|on|of|for|the|my|next|does|do|will|goes?|off|rings?|going|have|i|it|s)\\b|['’]",
-            Pattern::caseless);
-        return AlarmWish{.kind = Kind::left, .which = trimmed(words.replaceAll(cut.front + " " + cut.back, " "))};
-    }
-    static const Pattern lead("^(?:(?:what|which|when|how|many|much|long|until|till|time|times|day|days|is|are|was|"
-                              "were|did|does|do|have|has|had|will|would|i|we|you|"
-                              "there|any|show|list|tell|me|us|see|check|view|display|give|read|out|just|may|know|"
-                              "remind|of|about|let|the|my|our|"
-                              "all|for|set|currently|confirm|verify|whether|if|that|go|through|over|current|next|last|"
-                              "please|active|upcoming|an?|"
-                              "hear|name|got|find|up|look|at|your)(?![\\w-])(?:['’](?:s|re|ve|d))?[,]?\\s*)+",
-        Pattern::caseless);
-    static const Pattern tail(
-        "\\b(?:do|i|we|you|have|had|has|got|set|active|currently|go|goes|going|off|ring|listed|running|"
-        "on my phone|on the phone|already|right now|now|are|is|there|at the moment|scheduled|still|up|"
-        "hours?|upcoming|coming|ring|rings|in total|to|that|which|status|details|info|information)(?![\\w-])",
-        Pattern::caseless);
-    static const Pattern count("(?:^|\\s+)(?:two|three|four|five|\\d)$", Pattern::caseless);
-    static const Pattern told(
-        "^(?:i|we) (?:(?:already|just|have|had) )*(?:turned|switched|set|cancelled|deleted)\\b", Pattern::caseless);
-    if (told.find(core))
-        return AlarmWish{.kind = Kind::list, .isOfTimers = cut.isOfTimers};
-    std::string front = cut.front;
-    AlarmLine::take(lead, front);
-    static const Pattern next("\\bnext$", Pattern::caseless);
-    if (cut.isPlural)
-        front = count.replaceAll(front, "");
-    else if (next.find(cut.front))
-        front = "next";
-    const std::string back = AlarmLine::withoutLead(trimmed(tail.replaceAll(cut.back, " "), " ?,."));
-    return AlarmWish{.kind = Kind::list,
-        .isOfTimers = cut.isOfTimers,
-        .which = trimmed(AlarmLine::withoutArticles(front) + " " + back)};
-}
-
 struct Verb {
     Pattern words;
     Kind kind;
@@ -209,25 +137,28 @@ const Verb* verbOf(const std::string& core)
         {Pattern("^(?:cancel|delete|remove|erase|clear|disable|deactivate|dismiss|kill|end|drop|scrap|unset|abort|"
                  "silence|mute"
                  "|get rid of|take (?:off|away|out|down)|turn(?:ing)? off|switch off|shut off|shut down|shut "
-                 "up|stop|quit|do "
-                 "away with|forget(?: about)?|discard|throw (?:out|away)|wipe|(?:turn|switch|shut)(?= "
-                 "(?:the|my|that|this|all)\\b.*\\boff$)|skip|no(?: more)?|(?:i )?(?:do "
-                 "not|don['’]?t|no "
-                 "longer) (?:need|want)(?: to)?(?: set| have)?|do not (?:set|ring|use)|don['’]?t "
-                 "(?:set|ring|use))(?![\\w-])",
+                 "up|shut|cut|stop|quit|undo|lose|strike|scratch|void|revoke|call off|leave out|do "
+                 "away with|forget(?: about)?|never ?mind|i(?: have|['’]?ve)? changed my mind about|discard|throw "
+                 "(?:out|away)|wipe|(?:turn|switch|shut|take)(?= (?:the|my|that|this|all|every|any)?\\b.*\\boff\\b)"
+                 "|skip|no(?: more)?|(?:i )?(?:do not|don['’]?t|no longer|won['’]?t(?: be)?|will not(?: be)?) "
+                 "(?:need(?:ing)?|want)(?: to)?(?: set| have)?|do not (?:set|ring|use|sound)|don['’]?t "
+                 "(?:set|ring|use|sound)|(?:keep|leave) only|only (?:keep|leave))(?![\\w-])",
              Pattern::caseless),
             Kind::cancel},
         {Pattern("^(?:change|move|reschedule|shift|push|postpone|update|edit|modify|adjust|alter|bring|delay|correct|"
-                 "switch)\\b",
+                 "reset|switch)\\b",
              Pattern::caseless),
             Kind::move},
-        {Pattern("^(?:(?:set(?:ting)?(?: up)?|sat|seat|put(?: on)?|make|create|add|start|begin|give(?: "
-                 "me)?|schedule|activate|"
-                 "enable|turn on|switch on|(?:turn|switch)(?= (?:the|my|that|this|our)\\b.*\\balarms?(?: clock)? "
-                 "on\\b)|run|launch|program|arrange|establish|fix|have|get(?: me)?|need|want|i "
-                 "(?:need|want)"
-                 "|i would like|i['’]?d "
-                 "like|do|use|insert|ring|new|another|please|also|and|now|we['’]?re|were)(?![\\w'’-])\\s*)+",
+        {Pattern(
+             "^(?:(?:set(?:ting)?(?: up)?|sat|seat|put(?: on)?|make|create|add|start|begin|give(?: "
+             "me)?|schedule|activate|"
+             "enable|turn on|switch on|(?:turn|switch)(?= (?:the|my|that|this|our)\\b.*\\balarms?(?: clock)? "
+             "(?:back )?on\\b)|run|launch|program|arrange|establish|fix|have|get(?: me)?|need|want|i "
+             "(?:need|want)"
+             "|i would like|i['’]?d "
+             "like|do|use|insert|ring|raise|place|book|enter|input|store|save|register|mark|prepare|plan|fit|keep"
+             "(?! (?:the|my|our|that|only))|could i have|can i (?:have|get)|new|another|please|also|and|now|we['’]?re|"
+             "were)(?![\\w'’-])\\s*)+",
              Pattern::caseless),
             Kind::set},
     };
@@ -241,13 +172,18 @@ Found withVerb(const Verb& verb, const AlarmLine& cut)
 {
     std::string front = cut.front;
     const bool isLed = AlarmLine::take(verb.words, front);
-    if (static const Pattern apart("^(?:turn|switch|shut)\\b", Pattern::caseless); !isLed)
+    if (static const Pattern apart("^(?:turn|switch|shut|take)\\b", Pattern::caseless); !isLed)
         AlarmLine::take(apart, front); // "Turn the alarm off".
+    static const Pattern kept("^(?:keep only|only keep|leave only|only leave)\\b", Pattern::caseless);
+    if (kept.find(cut.front))
+        return AlarmWish{
+            .kind = Kind::cancelAll, .isOfTimers = cut.isOfTimers, .which = "all except " + cut.which(front)};
     AlarmWish wish{.kind = verb.kind, .isOfTimers = cut.isOfTimers, .which = cut.which(front)};
     switch (verb.kind) {
     case Kind::set:
-        if (static const Pattern relative("\\b(?:earlier|later|sooner)$", Pattern::caseless); relative.find(cut.back))
-            return moveOf(cut, front);
+        if (static const Pattern relative("\\b(?:earlier|later|sooner)$", Pattern::caseless);
+            relative.find(cut.back) || AlarmMove::isMeant(cut, front))
+            return AlarmMove::read(cut, front);
         if (static const Pattern on(
                 "^(?:turn|switch) on\\b|^(?:activate|enable)\\b|^(?:turn|switch) (?:the|my|that|this|our)\\b",
                 Pattern::caseless);
@@ -257,7 +193,7 @@ Found withVerb(const Verb& verb, const AlarmLine& cut)
         }
         return cut.isOfTimers ? setTimer(cut, isLed ? front : cut.front) : setAlarm(cut, isLed ? front : cut.front);
     case Kind::move:
-        return moveOf(cut, front);
+        return AlarmMove::read(cut, front);
     case Kind::snooze: {
         const auto length = TimerLength::read(cut.back);
         return AlarmWish{
@@ -274,6 +210,8 @@ Found withVerb(const Verb& verb, const AlarmLine& cut)
     }
     case Kind::pause:
     case Kind::resume:
+        if (!cut.isOfTimers && verb.kind == Kind::pause && !wish.which.empty()) // Alarms rest for some days.
+            return AlarmWish{.kind = Kind::cancelAll, .which = wish.which};
         return cut.isOfTimers ? Found(wish) : std::nullopt;
     default: // No verb says these.
         break;
@@ -290,12 +228,24 @@ Found bare(const AlarmLine& cut, const std::string& core)
             .kind = Kind::cancel, .isOfTimers = cut.isOfTimers, .which = AlarmLine::withoutArticles(cut.front)};
     static const Pattern list("^(?:list|status|details|info|times)$", Pattern::caseless);
     if (list.find(cut.back))
-        return asked({.front = cut.front, .isOfTimers = cut.isOfTimers, .isPlural = true}, core);
+        return AlarmAsked::read({.front = cut.front, .isOfTimers = cut.isOfTimers, .isPlural = true}, core);
+    if (!cut.isOfTimers && cut.isPlural && AlarmSeries::isMeant(cut.back))
+        return setAlarm(cut, cut.front);
+    static const Pattern place(
+        "^(?:(?:my|the|our) )*(?:very )?(?:next|last|latest|earliest|first|current)$", Pattern::caseless);
+    if (cut.back.empty() && place.find(cut.front))
+        return AlarmAsked::read(cut, core);
+    static const Pattern ofTime(
+        "^(?:(?:at )?(?:what )?times?|timings?|details|status)(?: (?:of|for|is|are))?(?: the| my)*$",
+        Pattern::caseless);
+    if (ofTime.find(cut.front))
+        return AlarmAsked::read({.front = "what time is the", .back = cut.back, .isOfTimers = cut.isOfTimers}, core);
     static const Pattern mine("^(?:my|the|all|all my|all the|our)?$", Pattern::caseless);
     static const Pattern begins(
         "^(?:$|for|at|on|in|by|every|each|daily|tomorrow|today|tonight|this|next|called|named|set|time|noon|"
         "midnight|half|quarter|(?:mon|tues|wednes|thurs|fri|satur|sun)day|one|two|three|four|five|six|seven|"
-        "eight|nine|ten|eleven|twelve|weekdays|to\\b|\\d|please|i (?:have|set)|that)",
+        "eight|nine|ten|eleven|twelve|weekdays|weekends|an? (?:hour|minute|quarter|day|half)|half|to\\b|\\d|please|"
+        "i (?:have|set)|that|going|go|early|morning|after|before|around|repeat|with|should|must|(?:has|needs|is) to)",
         Pattern::caseless);
     static const Pattern timed("^(?:every|each|at|tomorrow|on|daily|in)\\b.*\\d", Pattern::caseless);
     if (!cut.isOfTimers && !cut.isPlural && timed.find(cut.front) && AlarmTraits::isWholeTime(cut.front)
@@ -306,7 +256,7 @@ Found bare(const AlarmLine& cut, const std::string& core)
     if (!cut.isOfTimers && !begins.find(cut.back)) // "My alarm is broken".
         return std::nullopt;
     if (cut.isPlural || (cut.back.empty() && !cut.front.empty() && mine.find(cut.front)))
-        return asked(cut, core);
+        return AlarmAsked::read(cut, core);
     static const Pattern words("\\S+(?:\\s+\\S+){5}", Pattern::caseless);
     if (words.find(cut.front)) // A sentence that only speaks of one.
         return std::nullopt;
@@ -323,39 +273,43 @@ Found bare(const AlarmLine& cut, const std::string& core)
     return setAlarm({.front = {}, .back = back}, cut.front);
 }
 
-/// "I'm on holiday next week so cancel the alarms": the days of the reason are meant.
-std::string withoutReason(const std::string& core)
+/// A wish for an alarm, with what does not belong to its time and name taken off.
+AlarmWish finished(AlarmWish wish)
 {
-    static const Pattern reason(
-        "^(?:i['’]?m|i am|i have|we['’]?re|we are|we have|there is)\\b(.+?),? (?:and )?(?:so|therefore)[,]? "
-        "(?:please )?(?=(?:cancel|delete|remove|turn|switch|skip|disable|set|wake|no)\\b)",
-        Pattern::caseless);
-    static const Pattern days("\\b(?:(?:this|next) (?:week|weekend)|tomorrow|today|(?:on |until |till )?"
-                              "(?:next )?(?:mon|tues|wednes|thurs|fri|satur|sun)day)\\b",
-        Pattern::caseless);
-    const auto match = reason.find(core);
-    if (!match || match->range.start != 0)
-        return core;
-    const std::string wish = core.substr(match->range.end);
-    const auto named = days.find(wish) ? std::nullopt : days.find(match->texts[0]);
-    return named ? wish + " " + match->texts[0].substr(named->range.start, named->range.end - named->range.start)
-                 : wish;
+    if (wish.kind != Kind::set || wish.isOfTimers)
+        return wish;
+    const AlarmDress dress = AlarmDress::takenOff(wish.text);
+    wish.wantsSound = dress.wantsSound;
+    wish.text = AlarmLine::asTime(dress.words);
+    if (wish.count > 1 || AlarmSeries::isMeant(wish.text))
+        wish.kind = Kind::several;
+    static const Pattern day("\\b(?:on )?(?=(?:mon|tues|wednes|thurs|fri|satur|sun)day\\b)", Pattern::caseless);
+    if (const auto first = dress.wantsRule ? day.find(wish.text) : std::nullopt) { // "Recurring, mon wed fri".
+        wish.text = wish.text.substr(0, first->range.start) + "every " + wish.text.substr(first->range.end);
+        wish.kind = Kind::set;
+    } else if (dress.wantsRule && wish.kind == Kind::set)
+        wish.kind = Kind::howOften;
+    return wish;
 }
 
-} // namespace
-
-Found AlarmWishReader::read(std::string_view words)
+Found readLine(std::string_view words)
 {
     if (RequestText::isStory(words))
         return std::nullopt;
     static const Pattern opening("^(?:(?:pls|plz|plzz|please)\\b|(?:can|could|will|would) "
-                                 "(?:u|ya)\\b|(?!no,|yes,|today,|tomorrow,|tonight,)[a-z]+,(?=\\s))",
+                                 "(?:u|ya)\\b|(?:go|check|go ahead) "
+                                 "and\\b|(?!alarms?,|timers?,|no,|yes,|today,|tomorrow,|tonight,)[a-z]+,(?=\\s))",
         Pattern::caseless);
     static const Pattern named("^name:\\s*", Pattern::caseless);
     static const Pattern closing("(?:[,]?\\s+(?:too|as well|also|then|though|pls|plz|please))+$", Pattern::caseless);
     std::string core = closing.replaceAll(trimmed(AlarmLine::withPlainHalves(std::string(words)), ".!"), "");
     while (AlarmLine::take(opening, core) || AlarmLine::take(named, core)) { }
-    core = withoutReason(core);
+    static const Pattern sleep(
+        "^(?:(?:let me )?sleep (?:in|late)\\b.*?)[,;.]? ?(?:and )?no (?:alarms?|waking)$", Pattern::caseless);
+    static const Pattern noAlarm("[,;.]? ?(?:and )?no (?:alarms?|waking)$", Pattern::caseless);
+    core = AlarmDress::withDayLast(AlarmDress::withoutReason(core));
+    if (sleep.find(core))
+        core = noAlarm.replaceAll(core, "");
     if (auto wish = AlarmTraits::readSound(core))
         return wish;
     if (AlarmLine::isOfOthers(core))
@@ -381,14 +335,29 @@ Found AlarmWishReader::read(std::string_view words)
     for (const auto reader : {AlarmTraits::readRename, AlarmTraits::readRepeat})
         if (auto wish = reader(*cut))
             return wish;
+    static const Pattern recalled(
+        "\\b(?:what|which|when|how many) (?:are |time are |time is )?(?:my |the )?alarms?\\b", Pattern::caseless);
+    static const Pattern unsure("^(?:i (?:can['’]?t|cannot|do not|don['’]?t|forgot|forget|wonder|want to know|need to "
+                                "know)|remind me)\\b",
+        Pattern::caseless);
+    if (unsure.find(core) && recalled.find(core))
+        return AlarmWish{.kind = Kind::list, .isOfTimers = cut->isOfTimers};
     const Verb* verb = verbOf(core);
     if (verb && verb->kind != Kind::set)
         return withVerb(*verb, *cut);
     if (AlarmLine::isQuestion(core))
-        return asked(*cut, core);
+        return AlarmAsked::read(*cut, core);
     if (verb)
         return withVerb(*verb, *cut);
     return bare(*cut, core);
+}
+
+} // namespace
+
+Found AlarmWishReader::read(std::string_view words)
+{
+    auto wish = readLine(words);
+    return wish ? Found(finished(*std::move(wish))) : std::nullopt;
 }
 
 } // namespace quorvell

@@ -7,6 +7,7 @@
 #include "QuorvellCore/text/TextMatch.h"
 #include "Understanding/skills/alarms/AlarmHours.h"
 #include "Understanding/skills/alarms/AlarmLine.h"
+#include "Understanding/skills/alarms/AlarmSeries.h"
 #include "Understanding/time/SpokenPhrase.h"
 #include "Understanding/time/SpokenWhen.h"
 #include "Understanding/words/ListPlace.h"
@@ -38,34 +39,11 @@ std::string dayWords(const SpokenDays& days, const LocalTime& around)
 /// Words that choose none of them.
 bool isEveryOne(const std::string& words)
 {
-    static const Pattern every("\\b(?:both|all|every|each|alarms?|timers?|ones?|of them|them|been|me|myself|schedules?"
-                               "|scheduled|existing|saved|current(?:ly)?|active)\\b",
+    static const Pattern every(
+        "\\b(?:both|all|every|each|alarms?|timers?|ones?|of them|them|been|me|myself|schedules?"
+        "|more than one|at least one|several|multiple|scheduled|existing|saved|current(?:ly)?|active)\\b",
         Pattern::caseless);
     return RequestText::isIdle(every.replaceAll(words, ""));
-}
-
-bool ringsOn(const AlarmItem& item, const SpokenDays& days, const LocalTime& around)
-{
-    constexpr int mostDays = 14;
-    if (!item.thing.start)
-        return false;
-    if (days.hold(*item.thing.start))
-        return true;
-    if (!item.rule)
-        return false;
-    DateParts day = *item.thing.start;
-    for (int step = 0; step < mostDays; ++step) { // A rule by months or years hardly belongs to an alarm.
-        const auto local = Calendar::dayOf(day.year, day.month, day.day);
-        const int weekday = local ? Calendar::weekday(*local) : 0;
-        const bool isRule = item.rule->kind == ReminderRepeat::Kind::daily
-            || (item.rule->kind == ReminderRepeat::Kind::weekdays && weekday > 1 && weekday < 7)
-            || (item.rule->kind == ReminderRepeat::Kind::weekly
-                && std::ranges::find(item.rule->weekdays, weekday) != item.rule->weekdays.end());
-        if (isRule && days.hold(day) && day.instant(around.calendar))
-            return true;
-        day = day.adding(static_cast<std::int64_t>(24) * minutesOfHour);
-    }
-    return false;
 }
 
 /// One slip of the keyboard in a word, two in a long one, and one or several of a thing are the same.
@@ -100,29 +78,33 @@ bool hasName(const AlarmItem& item, const std::string& words)
 /// A name has letters, and not many words; else nobody knows what was said.
 bool mayBeName(const std::string& words)
 {
-    static const Pattern name(
-        "^(?!.*(?:\\b(?:xx|am|pm)\\b|[:?/]))\\p{L}[\\p{L}'’-]{2,}(?: \\S+){0,3}$", Pattern::caseless);
+    static const Pattern name("^(?!(?:day|date|time|name|title)$)(?!.*(?:\\b(?:xx|am|pm)\\b|[:?/"
+                              "\\[\\]<>]))\\p{L}[\\p{L}'’-]{2,}(?: \\S+){0,3}$",
+        Pattern::caseless);
     return name.find(words).has_value();
 }
 
 /// Whether it must ring again and again, and on which kind of days; `said` for a reply.
 const Pattern* takeRule(std::string& words, std::string& said)
 {
-    static const Pattern form("\\b(?:on |the )?(?:(weekdays?|every weekday)|(weekends?)|(daily|every ?day|all days)"
-                              "|(repeat(?:s|ing|ed)?|recur(?:s|ring)?|regular|again and again))\\b",
+    static const Pattern form(
+        "\\b(?:on |the )?(?:(weekdays?|every weekday)|(weekends?)|(daily|every ?day|all days)"
+        "|(repeat(?:s|ing|ed)?|recur(?:s|ring)?|regular|again and again)|(one[- ]?time|one[- ]?off|single|non[- "
+        "]?(?:repeating|recurring)|that (?:do not|don['’]?t|does not) repeat))\\b",
         Pattern::caseless);
     static const Pattern weekdays("weekday");
     static const Pattern weekends("weekend|Saturday|Sunday|every day|daily");
     static const Pattern daily("every day|daily");
     static const Pattern any(".");
+    static const Pattern none("^$");
     // "This weekend" is one of them: days, and no rule.
     static const Pattern one("\\b(?:this|next|the coming|coming) (?:weekend|weekday)\\b", Pattern::caseless);
     const auto match = one.find(words) ? std::nullopt : form.find(words);
     if (!match)
         return nullptr;
     words = trimmed(words.substr(0, match->range.start) + " " + words.substr(match->range.end));
-    const std::tuple<const Pattern*, const char*> rules[] = {
-        {&weekdays, "on weekdays"}, {&weekends, "at weekends"}, {&daily, "every day"}, {&any, "that repeats"}};
+    const std::tuple<const Pattern*, const char*> rules[] = {{&weekdays, "on weekdays"}, {&weekends, "at weekends"},
+        {&daily, "every day"}, {&any, "that repeats"}, {&none, "that rings only once"}};
     for (std::size_t index = 0; index < std::size(rules); ++index) {
         if (!match->groups[index])
             continue;
@@ -158,8 +140,10 @@ std::optional<SpokenDays> takeOpenDays(std::string& words, const LocalTime& arou
 std::vector<AlarmItem> setLast(const std::vector<AlarmItem>& items, const std::string& words)
 {
     static const Pattern last("^(?:the )?(?:last|latest|newest|most recent)(?: one)?$", Pattern::caseless);
-    static const Pattern set("^(?:the )?(?:(?:last|latest|newest|most recent)(?: one)? (?:that )?(?:i|you) (?:just )?"
-                             "(?:set|made|started|added|created)|newest|most recent)(?: one)?$",
+    static const Pattern set(
+        "^(?:the )?(?:(?:one |ones )?(?:that |which )?(?:(?:i|you|we) )?(?:have )?just (?:now )?"
+        "(?:set|made|added|created)|(?:last|latest|newest|most recent)(?: one)? (?:that )?(?:i|you) (?:just )?"
+        "(?:set|made|started|added|created)|newest|most recent)(?: one)?$",
         Pattern::caseless);
     const bool areTimers = std::ranges::all_of(items, &AlarmItem::isTimer);
     const auto newest = std::ranges::find_if(items, &AlarmItem::wasSetLast);
@@ -167,20 +151,23 @@ std::vector<AlarmItem> setLast(const std::vector<AlarmItem>& items, const std::s
     return isMeant && newest != items.end() ? std::vector{*newest} : std::vector<AlarmItem>();
 }
 
-enum class End { earliest, latest };
+enum class End { earliest, latest, earliestHour, latestHour };
 
 /// "The earliest one tomorrow"; alone it is a place in the list.
 std::optional<End> takeEnd(std::string& words)
 {
-    static const Pattern form(
-        "^(?:the |my )?(?:(earliest|early|earlier|soonest|first)|latest|late|later|last)(?: (?:ones?|of|on|for|in))*"
-        "(?: (?=\\S)|$)",
+    static const Pattern form("^(?:the |my )?(?:(early|earlier|soonest|first)|(earliest)|(latest)|late|later|last)(?: "
+                              "(?:ones?|of|on|for|in))*"
+                              "(?: (?=\\S)|$)",
         Pattern::caseless);
     const auto match = form.find(words);
     if (!match)
         return std::nullopt;
     words = words.substr(match->range.end);
-    return match->texts[0].empty() ? End::latest : End::earliest;
+    return match->groups[0] ? End::earliest
+        : match->groups[1]  ? End::earliestHour
+        : match->groups[2]  ? End::latestHour
+                            : End::latest;
 }
 
 /// "All except the 7 am one": the words behind it, taken away.
@@ -225,20 +212,88 @@ void add(std::string& text, const std::string& words)
     text += (text.empty() || words.empty() ? "" : " ") + words;
 }
 
+/// "Tomorrows", "630", "seven" at the end and the like, as the readers below know them.
+std::string plainWords(const std::string& which)
+{
+    static const Pattern ofDay(
+        "(?<=day|row|tonight|week)['’]s\\b|(?<=\\btomorrow|\\btoday|\\btonight)s\\b", Pattern::caseless);
+    static const Pattern edges(
+        "^(?:(?:that|which) (?:rings?|goes? off|sounds?|is|are)|just|only|even|the one|the ones|for|set "
+        "for)\\b\\s*|\\s*\\b(?:only|just|please|off|back|anymore|any more|as well)$",
+        Pattern::caseless);
+    static const Pattern number(
+        "^(?:one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve)\\b", Pattern::caseless);
+    static const Pattern run("^(?:[01]?\\d|2[0-3])(?=[0-5]\\d(?:$| ?[ap]m| hours| hrs| ))", Pattern::caseless);
+    static const Pattern once("\\bone[- ]?(?:time|off)\\b", Pattern::caseless); // Not an hour.
+    std::string words = once.replaceAll(edges.replaceAll(ofDay.replaceAll(which, ""), ""), "single");
+    if (const auto hour = run.find(words)) // "The 630 alarm".
+        words.insert(hour->range.end, ":");
+    static const Pattern at("^at ");
+    return number.find(words) ? at.replaceAll(SpokenPhrase::withDigits("at " + words), "")
+                              : SpokenPhrase::withDigits(words);
+}
+
+/// "7 or 7:30": the second of two hours of which either will do.
+std::optional<AlarmHours> takeOtherClock(std::string& words)
+{
+    static const Pattern form("^\\s*(?:or|and)\\s+(?:the |my )?(?=(?:at |for )?\\d)", Pattern::caseless);
+    const auto match = form.find(words);
+    if (!match)
+        return std::nullopt;
+    words = words.substr(match->range.end);
+    return AlarmHours::takeClock(words);
+}
+
+/// "The earliest" and "the latest" are so by the hour of the day, however many days it is until then.
+AlarmItem atEnd(const std::vector<AlarmItem>& items, End end)
+{
+    const auto minute = [](const AlarmItem& item) {
+        return item.thing.start ? item.thing.start->hour * minutesOfHour + item.thing.start->minute : -1;
+    };
+    switch (end) {
+    case End::earliest:
+        return items.front();
+    case End::earliestHour:
+        return *std::ranges::min_element(items, {}, minute);
+    case End::latestHour:
+        return *std::ranges::max_element(items, {}, minute);
+    case End::latest:
+        break;
+    }
+    return items.back();
+}
+
+/// "Wednesday and thursday": the day behind the first where it is the next one.
+void takeDayAfter(std::string& words, SpokenDays& days, const LocalTime& around)
+{
+    static const Pattern form("^\\s*(?:and|,|&)\\s*(?:on )?(.+)$", Pattern::caseless);
+    const auto match = form.find(words);
+    std::string others;
+    const auto second = match ? SpokenDays::find(match->texts[0], around, others) : std::nullopt;
+    constexpr int day = 24 * minutesOfHour;
+    if (!second || second->from.wholeDay() != days.to.wholeDay().adding(day).wholeDay())
+        return;
+    words = others;
+    days.to = second->to;
+    days.words += " and " + dayWords(*second, around);
+}
+
 } // namespace
 
 AlarmsMeant AlarmsMeant::among(const std::vector<AlarmItem>& items, std::string_view which, const LocalTime& around)
 {
     AlarmsMeant meant{.items = items};
-    static const Pattern ofDay("(?<=day|row|tonight|week)['’]s\\b", Pattern::caseless); // "Tomorrow's alarm".
-    std::string words = SpokenPhrase::withDigits(ofDay.replaceAll(trimmed(which, " ,.?!"), ""));
+    std::string words = plainWords(trimmed(which, " ,.?!"));
+    static const Pattern count("^(?:two|three|four|five)$", Pattern::caseless); // Of as many; in digits it is an hour.
+    if (count.find(trimmed(which)) && AlarmSeries::countIn(trimmed(which)) == static_cast<int>(items.size()))
+        return meant;
     if (const std::string spared = takeException(words); !spared.empty())
         return allBut(items, words, spared, around);
     if (isEveryOne(words) && words != "next" && words != "first")
         return meant;
     meant.isNarrowed = true;
     meant.words = "like that";
-    static const Pattern next("^(?:the )?(?:next|coming|first|earliest)(?: one)?$", Pattern::caseless);
+    static const Pattern next("^(?:the )?(?:next|coming|first)(?: one)?$", Pattern::caseless);
     if (auto newest = setLast(items, words); !newest.empty()) {
         meant.items = std::move(newest);
         return meant;
@@ -250,6 +305,10 @@ AlarmsMeant AlarmsMeant::among(const std::vector<AlarmItem>& items, std::string_
         return meant;
     }
     const auto end = takeEnd(words);
+    if (end && words.empty() && !items.empty()) {
+        meant.items = {atEnd(items, *end)};
+        return meant;
+    }
     std::string ruleWords;
     const Pattern* rule = takeRule(words, ruleWords);
     const auto stretch = AlarmHours::takeStretch(words);
@@ -258,18 +317,21 @@ AlarmsMeant AlarmsMeant::among(const std::vector<AlarmItem>& items, std::string_
     if (!days && !isPartOnly(words) && (days = SpokenDays::find(words, around, others))) {
         words = others;
         days->words = dayWords(*days, around);
+        takeDayAfter(words, *days, around);
     }
     const auto clock = AlarmHours::takeClock(words);
+    const auto otherClock = clock ? takeOtherClock(words) : std::nullopt;
     const auto part = AlarmHours::takePart(words);
     const bool isNamed = !isEveryOne(words);
     std::erase_if(meant.items, [&](const AlarmItem& item) {
         const int minute = item.thing.start ? item.thing.start->hour * minutesOfHour + item.thing.start->minute : -1;
         const auto isOutside = [&](const std::optional<AlarmHours>& hours) { return hours && !hours->hold(minute); };
-        return (rule && !rule->find(item.often)) || isOutside(stretch) || isOutside(clock) || isOutside(part)
-            || (days && !ringsOn(item, *days, around)) || (isNamed && !hasName(item, words));
+        return (rule && !rule->find(item.often)) || isOutside(stretch)
+            || (isOutside(clock) && (!otherClock || isOutside(otherClock))) || isOutside(part)
+            || (days && !item.ringsOn(*days, around)) || (isNamed && !hasName(item, words));
     });
     if (end && meant.items.size() > 1)
-        meant.items = {*end == End::earliest ? meant.items.front() : meant.items.back()};
+        meant.items = {atEnd(meant.items, *end)};
     meant.isUnderstood = !isNamed || !meant.items.empty() || mayBeName(words);
     meant.words.clear();
     for (const auto* hours : {&stretch, &clock, &part})

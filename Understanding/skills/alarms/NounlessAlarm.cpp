@@ -4,6 +4,8 @@
 #include "QuorvellCore/text/Characters.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/skills/alarms/AlarmLine.h"
+#include "Understanding/skills/alarms/AlarmTraits.h"
+#include "Understanding/skills/alarms/NounlessWaking.h"
 #include "Understanding/skills/alarms/TimerLength.h"
 
 #include <utility>
@@ -128,12 +130,26 @@ NounlessWish otherHalfOrList(const std::string& core)
         return AlarmWish{.kind = Kind::otherHalf, .which = core};
     static const Pattern when(
         "^(?:at )?(?:what time|when|which time) (?:(?:will|do|does|are|am|did|should|must) )?(?:you|i|we) "
-        "(?:(?:will|going to|have to|need to|supposed to|must|should) )*"
+        "(?:(?:will|going to|have to|need to|supposed to|set to|must|should) )*"
         "(?:(?:wake|get|waking|getting) (?:me|us)(?: up)?|wake up|waking up|get up|getting up|be woken(?: up)?|"
         "get woken(?: up)?|be up)(?: (.+))?$",
         Pattern::caseless);
     if (const auto match = when.find(core))
         return AlarmWish{.kind = Kind::list, .which = match->texts[0]};
+    static const Pattern whether(
+        "^(?:(?:will|are|were|do|did|is|am|have) )(?:you|i|we) (?:(?:going to|supposed to|gonna|set to|have to|need to|"
+        "really|still) )*(?:(?:wake|get|waking|getting) (?:me|us)(?: up)?|wake up|waking up|getting up|get up|"
+        "(?:be|being|get|getting) (?:woken|awakened|waked)(?: up)?)(?: (.+))?$",
+        Pattern::caseless);
+    static const Pattern wishing("^(?:will|do) (?:you|i) .*\\bplease\\b", Pattern::caseless);
+    if (const auto match = whether.find(core); match && !wishing.find(core))
+        return AlarmWish{.kind = Kind::list, .which = match->texts[0]};
+    static const Pattern sleep("^how (?:long|much|many hours(?: of sleep)?)(?: sleep)? (?:can|do|will|may|could) i"
+                               "(?: still| have| get to| get)*(?: to)?(?: sleep(?: for)?)?(?: tonight)?$",
+        Pattern::caseless);
+    static const Pattern sleeps("\\bsleep\\b", Pattern::caseless);
+    if (sleep.find(core) && sleeps.find(core))
+        return AlarmWish{.kind = Kind::left};
     static const Pattern hour(
         "^(?:what(?: time)?(?: is|['’]s)|when(?: is|['’]s)|tell me) (?:my|the|our) (.*?)(?:wake[- ]?up|waking) "
         "time(?: (.+))?$",
@@ -147,7 +163,12 @@ NounlessWish waking(const std::string& core)
 {
     static const Pattern wake(
         "^(?:(?:ensure|make sure|see to it)(?: that)? )?(?:(?:please )?(?:wake|get) (?:me|us)(?: up)?"
-        "(?! (?:a|an|the|some|my|to|out)\\b)|(?:i (?:have|need|must|want|ought)(?: to)? |i(?:['’]ve)? got(?:ta| to) "
+        "(?! (?:a|an|the|some|my|to|out)\\b(?! (?:hour|minute|quarter|half|couple|little)))|(?:wake|get) up "
+        "(?:me|us)|i (?:need|want|would like|require)(?: a)? "
+        "(?:waking|wake[- ]?up)(?: up)?|i (?:need|want|would like|have|wish) to be (?:woken|awakened)(?: up)?|(?:i "
+        "(?:have|need|"
+        "must|want|ought)(?: to)? |i['’]?d like to |i (?:wanna|gotta|should|would like to|will) |i(?:['’]ve)? "
+        "got(?:ta| to) "
         ")?(?:get|wake|be) up"
         "|(?:i (?:have|need|must|want) to )?be (?:awake|woken(?: up)?)|call me(?: up)?(?= (?:at|in|on|by)\\b)"
         "|(?:let me know|tell me|ring|beep)(?: me)? when it(?: is|['’]s)|(?:ensure|make sure)(?: that)? i(?: am|['’]m) "
@@ -186,6 +207,8 @@ NounlessWish waking(const std::string& core)
     static const Pattern self("^(?:wake|get|be) up$", Pattern::caseless); // Said to somebody else.
     if (self.find(core))
         return std::nullopt;
+    if (auto before = AlarmTraits::readBefore(words))
+        return before;
     std::string name = AlarmLine::takeName(words);
     return time.find(words) ? NounlessWish(AlarmWish{
                .kind = Kind::set, .isWaking = isWaking, .text = AlarmLine::asTime(words), .name = std::move(name)})
@@ -199,7 +222,7 @@ NounlessWish NounlessAlarm::read(const std::string& core)
     for (const auto reader : {snoozing, halting, timeLeft, otherHalfOrList, waking})
         if (auto wish = reader(core))
             return wish;
-    return std::nullopt;
+    return NounlessWaking::read(core);
 }
 
 } // namespace quorvell

@@ -9,6 +9,7 @@
 #include "Understanding/skills/calendar/EventActs.h"
 #include "Understanding/skills/calendar/EventAsking.h"
 #include "Understanding/skills/calendar/EventNews.h"
+#include "Understanding/skills/calendar/EventAlarm.h"
 #include "Understanding/skills/calendar/EventRemoving.h"
 #include "Understanding/skills/calendar/EventSetting.h"
 #include "Understanding/skills/calendar/EventWording.h"
@@ -373,6 +374,8 @@ Found AgendaPhrases::read(const std::string& core, const RuleSurroundings& aroun
     if (auto request = inviting(core, plain))
         return request;
     if (auto request = restOfList(plain))
+        return request;
+    if (auto request = EventAlarm::read(core, around))
         return request;
     if (auto request = EventActs::read(core, plain, around))
         return request;

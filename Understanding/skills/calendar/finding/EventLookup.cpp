@@ -4,6 +4,7 @@
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/Pointing.h"
 #include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/skills/alarms/AlarmCalls.h"
 #include "Understanding/skills/calendar/acting/AgendaCalls.h"
 #include "Understanding/skills/calendar/acting/AgendaChange.h"
 #include "Understanding/skills/calendar/acting/AgendaReply.h"
@@ -298,6 +299,13 @@ RuleStep nothingFound(const std::vector<FoundThing>& listed, const EventLookupRe
     const RuleSurroundings& around)
 {
     const EventSearch& search = reply.search;
+    if (search.rings) { // Then it may be an alarm, or a reminder.
+        memory.alarms = {.purpose = AlarmTalk::Purpose::before,
+            .which = search.name,
+            .length = std::chrono::minutes(search.minutes),
+            .otherwise = "I find no \"" + search.name + "\" in your calendar or among your alarms."};
+        return {AlarmCalls{around}.list("all"), std::move(memory)};
+    }
     if (search.aim == Aim::remind)
         if (auto step = FoundEvent::remindAnyway(search, memory, around))
             return *std::move(step);

@@ -2,6 +2,7 @@
 #include "Understanding/skills/calendar/finding/FoundEvent.h"
 
 #include "QuorvellCore/text/Pattern.h"
+#include "Understanding/skills/alarms/AlarmCalls.h"
 #include "Understanding/skills/calendar/acting/AgendaCalls.h"
 #include "Understanding/skills/calendar/acting/AgendaReply.h"
 #include "Understanding/skills/calendar/acting/AgendaTopic.h"
@@ -69,6 +70,10 @@ RuleStep FoundEvent::remind(
         return {AgendaReply::named(event) + ". That is too late for a reminder "
                 + (search.minutes > 0 ? "that long before it." : "of it."),
             std::move(memory)};
+    if (search.rings) {
+        memory.alarms = {};
+        return {AlarmCalls{around}.setAlarmAt(event.title, when, ""), std::move(memory)};
+    }
     const std::string& deed = search.value;
     memory.request =
         "remind me " + (deed.empty() ? "about " + event.title : "to " + deed); // For the words of the answer.
