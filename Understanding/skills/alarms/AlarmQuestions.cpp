@@ -50,7 +50,9 @@ AlarmStep takeAlarmTime(
         AlarmSeries::isMeant(answer) ? AlarmSeries::times(answer, 0, around) : std::vector<std::string>();
     if (!several.empty())
         return AlarmSeriesSteps::begin(several, asked.task, memory.alarms.isWaking, std::move(memory), around);
-    if (!SpokenPhrase::read(answer, around))
+    static const Pattern denied(
+        "\\b(?:not|instead of|rather than)\\b", Pattern::caseless); // Two hours, of which one is meant.
+    if (denied.find(answer) || !SpokenPhrase::read(answer, around))
         return std::nullopt;
     const auto call = AlarmCalls{around}.setAlarm(asked.settled.completing(answer, around), asked.task);
     return RuleStep{call, std::move(memory)};

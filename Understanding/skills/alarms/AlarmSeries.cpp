@@ -241,6 +241,9 @@ bool AlarmSeries::isMeant(const std::string& words)
     static const Pattern days(std::string(dayName) + "\\s*(?:,|&|,? and)\\s*(?:on )?" + dayName, Pattern::caseless);
     static const Pattern rule("\\b(?:every|each)\\b", Pattern::caseless);
     static const Pattern between("\\bbetween\\b", Pattern::caseless);
+    static const Pattern denied("\\b(?:not|instead|rather|or)\\b", Pattern::caseless); // "Not 6:30, 9".
+    if (denied.find(words))
+        return false;
     static const Pattern halves("\\d ?[ap]m\\b[^,&]*(?:,|&|\\band\\b)[^,&]*\\d ?[ap]m\\b|\\d\\b ?(?:[ap]m)?,? and "
                                 "(?:again|also|then) (?:at )?\\d",
         Pattern::caseless);

@@ -17,9 +17,16 @@ namespace {
 using WakingWish = std::optional<AlarmWish>;
 using Kind = AlarmWish::Kind;
 
+/// A lone number is an hour here, and never how many.
+std::string hourOrTime(const std::string& words)
+{
+    static const Pattern lone("^\\d$");
+    return AlarmLine::asTime(lone.find(words) ? "at " + words : words);
+}
+
 WakingWish wakeAt(const std::string& words)
 {
-    return AlarmWish{.kind = Kind::set, .isWaking = true, .text = AlarmLine::asTime(words)};
+    return AlarmWish{.kind = Kind::set, .isWaking = true, .text = hourOrTime(words)};
 }
 
 /// "In 30 minutes wake me", "tomorrow at 6 please wake us up".
@@ -138,14 +145,14 @@ WakingWish ringing(const std::string& core)
     std::string words = core;
     if (AlarmLine::take(ring, words)) {
         std::string name = AlarmLine::takeName(words);
-        return AlarmWish{.kind = Kind::set, .text = AlarmLine::asTime(words), .name = std::move(name)};
+        return AlarmWish{.kind = Kind::set, .text = hourOrTime(words), .name = std::move(name)};
     }
     const auto match = alert.find(core);
     static const Pattern digit(
         "\\d|noon|midnight|one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve", Pattern::caseless);
     const bool isTime =
         match && linked.find(core) && digit.find(match->texts[0]) && AlarmTraits::isWholeTime(match->texts[0]);
-    return isTime ? WakingWish(AlarmWish{.kind = Kind::set, .text = AlarmLine::asTime(match->texts[0])}) : std::nullopt;
+    return isTime ? WakingWish(AlarmWish{.kind = Kind::set, .text = hourOrTime(match->texts[0])}) : std::nullopt;
 }
 
 } // namespace
