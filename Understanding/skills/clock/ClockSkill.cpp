@@ -7,6 +7,7 @@
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/clock/ClockPhrase.h"
 #include "Understanding/skills/clock/DayQuestions.h"
+#include "Understanding/skills/clock/PartOfDay.h"
 #include "Understanding/skills/clock/PlaceTimes.h"
 #include "Understanding/skills/clock/SpokenLast.h"
 #include "Understanding/words/RequestText.h"
@@ -65,6 +66,8 @@ Found aboutTime(const std::string& core, const RuleSurroundings& around)
     if (PlaceTimes::lacksPlace(phrase))
         return askingPlace();
     if (auto said = PlaceTimes::converted(core, around))
+        return saying(*std::move(said), "");
+    if (auto said = PartOfDay::answer(phrase, around))
         return saying(*std::move(said), "");
     for (const auto reader : {PlaceTimes::difference, PlaceTimes::zone, PlaceTimes::current}) {
         if (auto said = reader(phrase, around))

@@ -23,6 +23,12 @@ std::vector<std::chrono::minutes> ClockTime::read(std::string_view words)
         return {hours(half)};
     if (midnight.find(words))
         return {hours(0)};
+    static const Pattern late("^(.+?) (?:tonight|in the (?:afternoon|evening))$", Pattern::caseless);
+    static const Pattern early("^(.+?) in the morning$", Pattern::caseless);
+    if (const auto said = late.find(words))
+        return read(said->texts[0] + " pm");
+    if (const auto said = early.find(words))
+        return read(said->texts[0] + " am");
     const auto match = clock.find(words);
     if (!match)
         return {};

@@ -133,6 +133,16 @@ Said age(const std::string& phrase, const LocalTime& around)
 {
     static const Pattern form("^how old (?:is|am|are|was|will|would) .*?\\bborn (?:on |in )?(.+?)(?: be)?$");
     static const Pattern year("^(?:the year )?(\\d{4})$");
+    static const Pattern inYear(
+        "^how old (?:is|am|will|would|are) .*?\\bin (\\d{4})\\b.*\\bborn (?:on |in )?(?:the year )?(\\d{4})$"
+        "|^how old (?:is|am|will|would|are) .*?\\bborn (?:on |in )?(?:the year )?(\\d{4})\\b.*\\bin (\\d{4})$");
+    if (const auto both = inYear.find(phrase)) {
+        const std::string& born = both->texts[1].empty() ? both->texts[2] : both->texts[1];
+        const std::string& then = both->texts[0].empty() ? both->texts[3] : both->texts[0];
+        const int years = std::atoi(then.c_str()) - std::atoi(born.c_str());
+        return years < 0 ? std::nullopt
+                         : Said("Somebody born in " + born + " turns " + std::to_string(years) + " in " + then + ".");
+    }
     const auto match = form.find(phrase);
     if (!match)
         return std::nullopt;

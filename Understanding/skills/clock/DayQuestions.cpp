@@ -7,6 +7,7 @@
 #include "Understanding/skills/clock/ClockText.h"
 #include "Understanding/skills/clock/ClockTime.h"
 #include "Understanding/skills/clock/DayCounts.h"
+#include "Understanding/skills/clock/DayMarks.h"
 #include "Understanding/skills/clock/DayWords.h"
 #include "Understanding/skills/clock/NearDays.h"
 #include "Understanding/skills/clock/SeasonQuestions.h"
@@ -87,7 +88,7 @@ Said weekdayOf(const std::string& phrase, const LocalTime& around)
     static const std::string day = "(?:day|weekday|week day|day of (?:the )?week|days?)(?: of (?:the )?week)?";
     static const Pattern first("^(?:on |the )?(?:what |which )?" + day
         + " (is|was|will|does|did|would|falls|fell|has|on)(?: it)?(?: be)? (.+?)(?: "
-          "(?:fall|fell|falls|be|is|was|land|come|occur|on|in|upon|this year))*$");
+          "(?:fall|fell|falls|be|is|was|land|come|occur|on|in|upon|this year))*(?: (next year|last year))?$");
     static const Pattern second("^(.+?) (is|was|falls|fell|will be|does)(?: fall)?(?: on)? (?:what |which )(?:" + day
         + "|date)(?: of (?:the )?week)?(?: is it)?$");
     static const Pattern notDay("^(?:it|today|this|that|of)\\b");
@@ -96,7 +97,8 @@ Said weekdayOf(const std::string& phrase, const LocalTime& around)
     if (!match && !turned)
         return std::nullopt;
     const std::string& verb = match ? match->texts[0] : turned->texts[1];
-    const std::string& words = match ? match->texts[1] : turned->texts[0];
+    const std::string words =
+        match ? match->texts[1] + (match->texts[2].empty() ? "" : " " + match->texts[2]) : turned->texts[0];
     const auto open = verb == "was" || verb == "did" || verb == "fell" ? DayWords::Year::past : DayWords::Year::coming;
     const auto named = notDay.find(words) ? std::nullopt : DayWords::read(words, around, open);
     return named ? Said(dayText(*named, ClockText::today(around))) : std::nullopt;
@@ -121,7 +123,10 @@ Said dateOf(const std::string& phrase, const std::string& core, const LocalTime&
         if (!named) // "in" may belong to it: "in three weeks"
             named = DayWords::read("in " + match->texts[0], around, open);
         // "When is friday" may well ask what is on then.
-        static const Pattern sure("^(?:the )?(?:next |first |second |third |fourth |fifth |last |\\w+day the \\d)");
+        static const Pattern sure(
+            "^(?:the )?(?:\\d+ (?:day|week|month|year)|(?:an?|one|two|three|four|five|six) "
+            "(?:days?|weeks?|months?|years?) "
+            "(?:from|after|before)|next |first |second |third |fourth |fifth |last |\\w+day the \\d)");
         const bool isSure =
             pattern == &form || (named && !named->name.empty()) || (named && sure.find(match->texts[0]));
         if (named && isSure)
@@ -227,7 +232,7 @@ Said untilClock(const std::string& words, const LocalTime& around)
 Said daysUntil(const std::string& phrase, const std::string& core, const LocalTime& around)
 {
     static const std::string count =
-        "(?:how (?:many|much) (?:more )?(days?|weeks?|months?|nights?|sleeps|hours?|minutes?|time)(?: "
+        "(?:how (?:many|much) (?:more )?(days?|weeks?|months?|nights?|sleeps|hours?|minutes?|seconds?|time)(?: "
         "(?:is|are|do|does|have|has|remain|left|remaining|more|away|off|to "
         "go|there|we|i|it|got|until|be|will|passed|gone by|been|it been))*?"
         "|how (?:long|far)(?: (?:is|have|has|do|does|will|there|i|we|it|got|be|left|away|off|until|ago|been|it "
@@ -261,7 +266,8 @@ Said daysUntil(const std::string& phrase, const std::string& core, const LocalTi
     static const Pattern clock(
         "(?:until|untill|till|til|to|before) (?:it is |it['’]s )?(" + std::string(ClockTime::pattern) + ")[?.! ]*$",
         Pattern::caseless);
-    if (const auto time = clock.find(SpokenPhrase::withDigits(core))) {
+    static const Pattern full(" ?o['’ ]?clock\\b", Pattern::caseless);
+    if (const auto time = clock.find(full.replaceAll(SpokenPhrase::withDigits(full.replaceAll(core, "")), ""))) {
         if (auto said = untilClock(time->texts[0], around))
             return said;
     }
@@ -270,6 +276,8 @@ Said daysUntil(const std::string& phrase, const std::string& core, const LocalTi
     static const Pattern dated("^(?:my|our|the|his|her|\\w+ ?s) .{1,40}? on (.+)$");
     if (const auto own = named ? std::nullopt : dated.find(match->texts[1]))
         named = DayWords::read(own->texts[0], around);
+    if (!named)
+        named = DayMarks::beginning(match->texts[1], around);
     return named ? Said(distance(*named, match->texts[0], now)) : std::nullopt;
 }
 
@@ -296,8 +304,8 @@ std::optional<std::string> DayQuestions::answer(
 {
     if (phrase == "today" && RequestText::phrase(core).starts_with("what"))
         return today("date", around);
-    for (const auto reader : {today, NearDays::isWeekday, NearDays::date, weekdayOf, DayCounts::answer,
-             YearQuestions::answer, SeasonQuestions::answer}) {
+    for (const auto reader : {today, NearDays::isWeekday, NearDays::date, DayMarks::answer, weekdayOf,
+             DayCounts::answer, YearQuestions::answer, SeasonQuestions::answer}) {
         if (auto said = reader(phrase, around))
             return said;
     }

@@ -145,14 +145,17 @@ std::optional<std::string> convertedTo(
 
 std::optional<std::string> later(const std::string& phrase, const LocalTime& around)
 {
-    static const Pattern ahead("^(?:the )?time (?:will it be|would it be|is it|it will be) (?:in )?(.+?)(?: from now)?$"
+    static const Pattern ahead("^(?:the )?time (?:will it be|would it be|is it|it will be) (?:in )?(.+?)(?: from "
+                               "now)?$|^(?:it )?(.+? (?:minutes?|hours?)) "
+                               "from now$"
                                "|^in (.+?) (?:what|which) (?:time|hour) (?:will|would|is) it(?: be)?$");
     static const Pattern ago("^(?:the )?time was it (.+) ago$");
     const auto match = ahead.find(phrase);
     const auto back = match ? std::nullopt : ago.find(phrase);
     if (!match && !back)
         return std::nullopt;
-    const auto length = SpokenLength::read(match ? match->texts[0] + match->texts[1] : back->texts[0]);
+    const auto length =
+        SpokenLength::read(match ? match->texts[0] + match->texts[1] + match->texts[2] : back->texts[0]);
     if (!length || !trimmed(length->rest).empty())
         return std::nullopt;
     const Instant moment = around.now + minutes(match ? length->minutes : -length->minutes);
@@ -240,6 +243,10 @@ std::optional<std::string> PlaceTimes::current(const std::string& phrase, const 
     static const Pattern behind("^" + theTime + " (?!in |at |for |on |of )(.+)$");
     static const Pattern before("^(?:the |current )*(.+?) (?:time|clock)(?: is it| it is| zone time)?$");
     static const Pattern isPlaceAsked("^(?:the )?(?:current |local |exact )*time (?:is it|it is)? ?(?:in|on|at) ");
+    // "Time in Chicago is?"
+    static const Pattern openEnd("^(.*\\btime\\b.*) is(?: it)?$");
+    if (const auto open = openEnd.find(phrase))
+        return current(open->texts[0], around);
     if (auto text = later(phrase, around))
         return text;
     static const Pattern clock(
@@ -329,9 +336,9 @@ std::optional<std::string> PlaceTimes::converted(std::string_view core, const Lo
 {
     static const std::string time = "(" + std::string(ClockTime::pattern) + ")";
     static const std::string from = "(?: (?:in |at )?(?:the )?(.+?)(?: time)?)?";
-    static const Pattern when(
-        "^(?:what is the |what |the )?time (?:is it|will it be|would it be|is that|it is)?(?: ?in| ?at)? ?(.+?) "
-        "(?:when|if) (?:it is|it['’]?s|its|it) "
+    static const Pattern when("^(?:what is the |what |what will the |the )?time (?:is it|will it be|would it be|is "
+                              "that|it is|be)?(?: ?in| ?at)? ?(.+?) "
+                              "(?:when|if) (?:it is|it['’]?s|its|it) "
             + time + from + "$",
         Pattern::caseless);
     static const Pattern ifSo("^(?:(?:when|if|so) )?(?:it is|it['’]?s|its) " + time + from

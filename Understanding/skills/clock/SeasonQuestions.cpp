@@ -77,17 +77,18 @@ Said season(const std::string& phrase, const LocalTime& around)
 Said clockChange(const std::string& phrase, const LocalTime& around)
 {
     static const Pattern form(
-        "^(?:when|on what (?:day|date)|day|date|do|does|will|is) (?:do |does |will |is |are |did )?(?:we |it |you "
-        ")?(?:the |our |your |my "
+        "^(?:when|on what (?:day|date)|day|date|do|does|will|is|are|have) (?:do |does |will |is |are |did "
+        ")?(?:we |it |you "
+        ")?(?:have |on |in |observe )?(?:the |our |your |my "
         ")?(?:next )?(?:clocks?|daylight savings?(?: time)?|dst|summer time|winter time|time change|clock change)\\b"
         "(?: "
         "(?:time|go|going|goes|change|changes|changed|switch|move|turn|turned|set|be|put|end|ends|start|starts|begin|"
-        "begins|over"
+        "begins|ending|starting|beginning|over|in|effect|on|now|currently|due|active|here"
         "|happen|spring|fall|to|back|backwards?|ahead|forwards?|next|this|weekend|week|month|year|an|one|hour))*$");
     if (!form.find(phrase))
         return std::nullopt;
-    static const Pattern back("\\b(?:back|backwards?|end|ends|over|fall|winter)\\b");
-    static const Pattern ahead("\\b(?:forwards?|ahead|start|starts|begin|begins|spring|summer)\\b");
+    static const Pattern back("\\b(?:back|backwards?|end|ends|ending|over|fall|winter)\\b");
+    static const Pattern ahead("\\b(?:forwards?|ahead|start|starts|starting|begin|begins|beginning|spring|summer)\\b");
     const bool wantsBack = back.find(phrase).has_value();
     const bool wantsAhead = !wantsBack && ahead.find(phrase);
     constexpr int mostDays = 400;
@@ -133,6 +134,17 @@ Said holiday(const std::string& phrase, const LocalTime& around)
 }
 
 } // namespace
+
+std::optional<sys_days> SeasonQuestions::beginning(const std::string& season, const LocalTime& around)
+{
+    const auto* const found = std::ranges::find(seasons, season == "fall" ? "autumn" : season, &Season::name);
+    if (found == seasons.end())
+        return std::nullopt;
+    const sys_days today = ClockText::today(around);
+    const int year = static_cast<int>(year_month_day(today).year());
+    const auto dayIn = [&](int of) { return sys_days(around.calendar.day(beginOf(*found, of)).time_since_epoch()); };
+    return dayIn(year) > today ? dayIn(year) : dayIn(year + 1);
+}
 
 std::optional<std::string> SeasonQuestions::answer(const std::string& phrase, const LocalTime& around)
 {

@@ -4,12 +4,15 @@
 
 #include "Understanding/time/LocalTime.h"
 
+#include <chrono>
 #include <optional>
 #include <string>
 
 namespace quorvell {
 
 struct SeasonQuestions {
+    /// The day on which "summer" begins next, in the northern half of the world.
+    static std::optional<std::chrono::sys_days> beginning(const std::string& season, const LocalTime& around);
     /// The answer; nothing where something else is asked. `phrase` as ClockPhrase gives it.
     static std::optional<std::string> answer(const std::string& phrase, const LocalTime& around);
 };

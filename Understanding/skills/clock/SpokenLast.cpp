@@ -76,6 +76,11 @@ std::optional<std::string> SpokenLast::question(std::string_view core)
 
 std::string SpokenLast::day(const RequestMemory& memory, const LocalTime& around)
 {
+    // Right behind an answer of the clock, the day is the one that it told.
+    const bool isBehindAnswer = !memory.passing.skill.empty() && memory.passing.turn + 1 == memory.turn;
+    const std::string told = isBehindAnswer ? inReply(memory.lastReply, around) : std::string();
+    if (!told.empty())
+        return told;
     std::string day = inWords(memory.words, around);
     return day.empty() ? inReply(memory.lastReply, around) : day;
 }

@@ -64,8 +64,9 @@ int daysIn(const MonthOfYear& of)
 
 Said monthLength(const std::string& phrase, const LocalTime& around)
 {
-    static const Pattern many("^how many days (?:are |is |does |do |has |have |will )?(?:there |we )?(?:have )?(?:in "
-                              "|on |of )?(.+?)(?: have| has| got)?$");
+    static const Pattern many(
+        "^how many days (?:are |is |does |do |has |have |will |were |did |was )?(?:there |we )?(?:have )?(?:in "
+        "|on |of )?(.+?)(?: have| has| got)?$");
     static const Pattern ofYear(
         "^how many days (?:are |is |does |has )?(?:there )?(?:in )?(?:a |this |the )?(leap )?year(?: have| has)?$");
     static const Pattern hasDay("^(?:do we|does|do|is|are|will|has|have)(?: we| there)?(?: be| have| got)? (?:an? |the "
