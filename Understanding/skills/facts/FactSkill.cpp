@@ -117,6 +117,29 @@ Found readPlain(const std::string& core, const RuleSurroundings& around)
     }};
 }
 
+/// "I'm allergic to peanuts", "my name is Priya": told for good, so that remembering it is offered by the tool.
+Found readStatement(const std::string& core, const RuleSurroundings& around)
+{
+    static const Pattern lasting(
+        "^(?:my (?:full |first |last )?name(?: is|['’]s) \\S+(?: \\S+)?"
+        "|i(?:['’]m| am) (?:allergic to .+|(?:a )?(?:vegetarian|vegan|diabetic|left[- ]handed|right[- ]handed|colou?r "
+        "?blind|deaf|blind)"
+        "|(?:gluten|lactose) intolerant|an? "
+        "(?:nurse|teacher|student|doctor|lawyer|engineer|driver|cook|writer|programmer|pensioner))"
+        "|i (?:live|work) (?:in|at|as|for|near) .+|i (?:do not|don['’]?t|never) (?:eat|drink|smoke) .+"
+        "|my favou?rite [\\w ]{3,30} (?:is|are) .+"
+        "|my "
+        "(?:wife|husband|partner|son|daughter|mother|father|mom|mum|dad|brother|sister|dog|cat|boss|doctor|dentist)(?:["
+        "'’]s name)? "
+        "is (?:called |named )?[\\w'’-]+)(?:,? by the way)?[.!]*$",
+        Pattern::caseless);
+    static const Pattern aside(",? by the way[.!]*$", Pattern::caseless);
+    if (!around.offers("remember_about_them") || !lasting.find(core))
+        return std::nullopt;
+    auto fact = FactWords::read(aside.replaceAll(core, ""), FactWords::Certainty::told);
+    return fact ? Found(remembering(*std::move(fact))) : std::nullopt;
+}
+
 std::string whatWasDone(const ToolRequest&, const ToolResult& result)
 {
     const std::string fact = trimmed(result.string("fact").value_or(""), ".!");
@@ -162,6 +185,7 @@ constinit const Skill FactSkill::row{
     .kinds = kinds,
     .trailingWishes = trailingWishes,
     .readPlain = readPlain,
+    .readStatement = readStatement,
     .questionBefore = questionBefore,
     .takeResult = takeResult,
     .whatWasDone = whatWasDone,

@@ -95,7 +95,8 @@ std::string nothingFound(std::string_view query, Purpose purpose)
     case Purpose::remove:
         break;
     }
-    return query.empty() ? "I found nothing." : "I found nothing about " + asSentence(std::string(query));
+    return query.empty() ? "I found nothing."
+                         : "I found nothing about " + trimmed(query, ".!? ") + " in your notebook.";
 }
 
 } // namespace

@@ -164,7 +164,8 @@ Found readPlain(const std::string& core, const RuleSurroundings& around)
         return std::nullopt;
     static const Pattern newest(
         "^(?:what (?:did|have) (?:i|we) (?:note|write|wrote|jot|noted|written)(?: down)? "
-        "(?:last|most recently|just now)|what (?:was|is) my (?:last|latest|newest|most recent) note)[?. ]*$",
+        "(?:last|most recently|just now)|what (?:was|is) my (?:last|latest|newest|most recent) note"
+        "|(?:read|show|open|tell)(?: me)? (?:the|my) (?:last|latest|newest|most recent) note)[?. ]*$",
         Pattern::caseless);
     if (newest.find(core))
         return requestFor({.kind = NoteIntent::Kind::search, .purpose = Purpose::readNewest});

@@ -85,7 +85,26 @@ Found placing(const std::string& core)
         "^(?:i|we)(?: have|['’]ve)?(?: just)? (?:(?:parked|hid|stored)\\b.*|left (?:the|my|our) .+) (?:on|in|at"
         "|under|behind|near|next to|by|with|level|opposite|outside|inside|between) \\S.*$",
         Pattern::caseless);
-    return form.find(core) ? Found(offering("Should I make a note of that?", core)) : std::nullopt;
+    // "The wifi password is now hawk9"
+    static const Pattern news(
+        "^(?:the|my|our)(?: [\\w'’-]+){0,3} (?:password|passcode|code|pin|combination|number|address) (?:is(?: "
+        "now)?|has changed to|changed "
+        "to) (?!(?:wrong|right|correct|missing|gone|on|in|not)\\b)\\S+(?: \\S+){0,3}$",
+        Pattern::caseless);
+    return form.find(core) || news.find(core) ? Found(offering("Should I make a note of that?", core)) : std::nullopt;
+}
+
+/// "Diary entry: had a good day"
+Found journal(const std::string& core)
+{
+    static const Pattern form("^(?:dear diary|(?:diary|journal)(?: entry)?)[:,] ?(.+)$", Pattern::caseless);
+    const auto match = form.find(core);
+    if (!match)
+        return std::nullopt;
+    return Request{.answer = [text = match->texts[0]](RequestMemory memory, const RuleSurroundings& around) {
+        return RuleStep{
+            NoteCalls{around}.keep(NoteIntent::titleFor(text), RequestText::written(text)), std::move(memory)};
+    }};
 }
 
 } // namespace
@@ -95,7 +114,7 @@ std::optional<Request> NoteWishes::read(const std::string& core, const RuleSurro
     constexpr std::size_t longest = 200; ///< Bytes; longer words tell a story.
     if (core.size() > longest)
         return std::nullopt;
-    for (const auto reader : {changing, forgetting, placing}) {
+    for (const auto reader : {changing, forgetting, placing, journal}) {
         if (auto request = reader(core))
             return request;
     }
