@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/dialogue/SmallTalk.h"
 
-#include "QuorvellCore/reminders/calendar/ReminderWords.h"
 #include "Understanding/dialogue/PlainReplies.h"
 #include "Understanding/words/RequestText.h"
 
@@ -12,20 +11,7 @@ namespace quorvell {
 
 namespace {
 
-enum class Topic {
-    greeting,
-    howAreYou,
-    thanks,
-    goodbye,
-    help,
-    whoAreYou,
-    consent,
-    agreement,
-    repeat,
-    ownWords,
-    clock,
-    day
-};
+enum class Topic { greeting, howAreYou, thanks, goodbye, help, whoAreYou, consent, agreement, repeat, ownWords };
 
 struct Row {
     std::string_view phrase; ///< As RequestText::phrase gives it.
@@ -113,12 +99,6 @@ constexpr Row rows[] = {
     {"i did not hear that", Topic::repeat},
     {"what did i just say", Topic::ownWords},
     {"what did i say", Topic::ownWords},
-    {"what time is it", Topic::clock},
-    {"what is the time", Topic::clock},
-    {"what day is it", Topic::day},
-    {"what day is it today", Topic::day},
-    {"what is the date", Topic::day},
-    {"what is the date today", Topic::day},
 };
 
 constexpr std::string_view cancelPhrases[] = {"never mind", "nevermind", "cancel", "cancel that", "cancel it", "stop",
@@ -136,7 +116,8 @@ constexpr std::string_view whatToDo = "What can I do for you?"; ///< No question
 /// What thanks are made of; one of the first few must be there.
 constexpr std::string_view thanksWords[] = {"thanks", "thank", "cheers", "ta", "you", "very", "so", "much", "a", "lot",
     "million", "many", "great", "lovely", "perfect", "brilliant", "good", "wonderful", "that", "is", "was", "its", "it",
-    "helpful", "kind", "of", "for", "your", "help", "dear", "oh", "well", "all", "the", "again"};
+    "helpful", "kind", "of", "for", "your", "help", "dear", "oh", "well", "all", "the", "again", "helping", "me", "out",
+    "everything", "work", "job", "nice", "really", "i", "we", "appreciate", "assistance", "doing", "this"};
 constexpr std::size_t thanksThemselves = 4;
 
 bool isThanks(std::string_view phrase)
@@ -153,7 +134,7 @@ bool isThanks(std::string_view phrase)
     return hasThanks;
 }
 
-std::string answerTo(Topic topic, std::string_view lastReply, const SkillSummary& skills, const LocalTime& around)
+std::string answerTo(Topic topic, std::string_view lastReply, const SkillSummary& skills)
 {
     switch (topic) {
     case Topic::greeting:
@@ -178,10 +159,6 @@ std::string answerTo(Topic topic, std::string_view lastReply, const SkillSummary
         return lastReply.empty() ? "I have not said anything yet." : std::string(lastReply);
     case Topic::ownWords:
         return "I do not keep what you say, only what you ask me to keep.";
-    case Topic::clock:
-        return "It is " + ReminderWords::clock(around.now, around.calendar, around.calendar.locale()) + ".";
-    case Topic::day:
-        return "Today is " + PlainReplies::day(around.now, around.calendar) + ".";
     }
     return {};
 }
@@ -189,13 +166,13 @@ std::string answerTo(Topic topic, std::string_view lastReply, const SkillSummary
 } // namespace
 
 std::optional<std::string> SmallTalk::answer(
-    std::string_view core, std::string_view lastReply, const SkillSummary& skills, const LocalTime& around)
+    std::string_view core, std::string_view lastReply, const SkillSummary& skills)
 {
     const std::string phrase = RequestText::phrase(core);
     const auto row = std::ranges::find(rows, phrase, &Row::phrase);
     if (row == std::end(rows))
-        return isThanks(phrase) ? std::optional(answerTo(Topic::thanks, lastReply, skills, around)) : std::nullopt;
-    return answerTo(row->topic, lastReply, skills, around);
+        return isThanks(phrase) ? std::optional(answerTo(Topic::thanks, lastReply, skills)) : std::nullopt;
+    return answerTo(row->topic, lastReply, skills);
 }
 
 bool SmallTalk::isAgreement(std::string_view core)

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-// What needs no tool: greetings, thanks, the clock, what this service can do.
+// What needs no tool: greetings, thanks, what this service can do.
 #pragma once
 
 #include "Understanding/dialogue/SkillSummary.h"
-#include "Understanding/time/LocalTime.h"
 
 #include <optional>
 #include <string>
@@ -15,7 +14,7 @@ struct SmallTalk {
     /// The answer, when `core` (an utterance without opening and closing words) is one of the phrases known here.
     /// `lastReply` is what was said before.
     static std::optional<std::string> answer(
-        std::string_view core, std::string_view lastReply, const SkillSummary& skills, const LocalTime& around);
+        std::string_view core, std::string_view lastReply, const SkillSummary& skills);
 
     /// "Yes", "okay" and the like.
     static bool isAgreement(std::string_view core);

@@ -167,12 +167,17 @@ std::optional<RuleStep> PlainAnswers::answer(
     const SkillSummary skills{SkillTable::abilities(around), SkillTable::help(around)};
     // Thanks are closing words, too: nothing but them may be all that was said.
     for (const std::string& said : {core, opened, std::string(isYes ? "yes" : core)}) {
-        if (const auto text = SmallTalk::answer(said, memory.lastReply, skills, around))
+        if (const auto text = SmallTalk::answer(said, memory.lastReply, skills))
             return RuleStep{*text, std::move(memory)};
     }
     // An open question may ask for just these words.
     if (const auto reply = memory.pending.isOpen() ? std::nullopt : ChatReplies::to(core))
         return RuleStep{std::string(*reply), std::move(memory)};
+    static const Pattern another(
+        "^(?:another|one more|more|tell (?:me )?(?:another|one more)|next|again)(?: (?:one|please|joke))*[.!?]*$",
+        Pattern::caseless);
+    if (Jokes::isOne(memory.lastReply) && another.find(core))
+        return RuleStep{joke(memory, around), std::move(memory)};
     const auto talk = talkOf(opened);
     return talk ? Step(answerTalk(*talk, std::move(memory), around)) : std::nullopt;
 }

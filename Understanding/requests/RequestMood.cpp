@@ -24,7 +24,8 @@ bool asksByItsStart(const std::string& phrase)
     static const Pattern questionWord(
         "^(?:what(?! i want)|who|whom|whose|which|where|why)\\b"
         "|^when (?:is|are|was|were|am|do|does|did|will|would|can|could|should|has|have)\\b"
-        "|^how (?!about)|^(?:if|whether) (?:i|we|there|my|our|any)\\b");
+        "|^any(?:thing|body|one)? (?!(?:time|one|day|of|is|are|will|would|can|could|else$|other$)\\b)\\w|^how "
+        "(?!about)|^(?:if|whether) (?:i|we|there|my|our|any)\\b");
     static const Pattern helper("^(?:is|are|am|was|were|does|has|should|shall) \\w"
                                 "|^(?:do|did|have|had) (?:i|we|you|he|she|they|any|there)\\b"
                                 "|^(?:will|would|could|can|may|might|must) (?!(?:you|i|we|it be possible)\\b)\\w");

@@ -84,13 +84,20 @@ std::optional<UndoWish> readTelling(const std::string& phrase)
     static const Pattern last("^what (?:have|did) (?:you|we|i) just " + verbs + "(?: (?:now|there|then|for me))*$"
         + "|^what did you (?:do|change|set|save|delete|remove)(?: just)?(?: now| then| there| last)?$"
           "|^what was the last (?:thing|change)(?: that)? (?:you|i|we) (?:did|made|added|changed|set)$"
-          "|^(?:please )?(?:confirm|check|recheck|verify|double check)(?: (?:what|that|the|your|my|me|it|this"
+          "|^(?:please )?(?:confirm|check|recheck|verify|double check|double checking|validate)(?: (?:and confirm|and "
+          "check|what|that|the|your|my|me|it|this"
           "|last|just|was|i|you|said|say|did|command|request|order|instruction|again|once more|correctly"
-          "|details))*$");
+          "|details|action|whether|if|is|correct|right|done))*$");
     static const Pattern whether("^(?:did|have) you (?:really |just |already )?" + verbs
         + " (?:it|that|this|so)(?: yet| now| already)?$|^(?:is|was) (?:it|that|this) (?:done|set|saved|added"
           "|deleted|removed|changed)(?: now| already| yet)?$|^did (?:it|that) (?:work|go through|work out)$"
-          "|^are you done(?: with (?:it|that))?$");
+          "|^are you done(?: with (?:it|that))?$"
+          "|^are you (?:sure|certain) (?:that )?you (?:did|have done|set|added|changed|deleted|removed|saved) "
+          "(?:it|that|this)$|^(?:did you|have you) (?:really |just |already )?"
+        + verbs
+        + " (?:it|that|this|what i (?:asked|said|wanted|told you))$"
+          "|^(?:is|was) (?:it|that|this|my (?:\\w+ )?(?:command|request|order)) (?:correctly |properly "
+          ")?(?:done|carried out|executed|completed)$");
     if (all.find(phrase))
         return UndoWish{.kind = Kind::tellAll};
     if (last.find(phrase))

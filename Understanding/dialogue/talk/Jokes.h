@@ -10,6 +10,7 @@ namespace quorvell {
 struct Jokes {
     /// Any number: they come round again.
     static std::string_view at(std::size_t number);
+    static bool isOne(std::string_view reply);
 };
 
 } // namespace quorvell

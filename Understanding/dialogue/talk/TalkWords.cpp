@@ -74,46 +74,66 @@ const std::array<TalkRow, 14>& rows()
             "|not (?:quite |really |at all )?(?:correct|correctly|right|it|what i)|you (?:do|did|have"
             ") not (?:quite |really )?(?:understand|understood|get|got|hear|heard)(?: (?:me|this|that|it"
             "|my \\w+))?(?: (?:right|correctly|properly))?|did not (?:ask|mean|say|want|request|order)|no good"
-            "|not good|nonsense|(?:a )?bad (?:answer|response|reply)|makes no sense",
+            "|not good|nonsense|not (?:exactly|quite|true|that one)|untrue|something else|(?:did|do) not "
+            "(?:follow|obey)"
+            "|not at all|(?:a )?bad (?:answer|response|reply)|makes no sense",
             "command|response|request|answer|reply|correct|right|got|get|meant|mean|wanted|want|asked|ask|made"
             "|make|done|doing|seems|seem|believe|afraid|something|completely|totally|exactly|properly|quite"
-            "|understand|heard|hear|instruction|question|again|any|anything|words|thing|one|result|task|at all"
+            "|understand|heard|hear|instruction|question|again|any|anything|words|thing|one|result|task|at "
+            "all|exactly|way|fix|true|follow|orders?|way off"
+            "|answered|else"
             "|isn|was not|wasn"},
         {TalkKind::repeatSlowly, "slower|slowly|more clearly|slow down",
             "repeat|again|more|speak|talk|tell|once|one|time|say|louder|bit|little|down|clearly|read|slow"},
         {TalkKind::repeat,
             "repeat|again|replay|once more|one more time|another time|rephrase|restate|pardon|come again|(?:did"
             "|could|can) not (?:quite |really )?(?:hear|catch|get|follow)|what did you (?:just )?(?:say|tell)"
-            "|huh|what was that|what you (?:just )?said|say what|missed (?:that|it|what)",
+            "|huh|what was that|(?:go|run) (?:over |through )?(?:that|it|this)(?: by me)?|what were you saying|play "
+            "(?:it|that) back|what you (?:just )?said|say what|missed (?:that|it|what)",
             "speak|talk|tell|give|let|let us|try|once|one|more|time|last|previous|latest|utterance|sentence"
             "|words|word|answer|response|statement|message|reply|hear|catch|get|missed|part|loud|aloud|back"
-            "|question|bit|come|need|want|sentences|thing|things|louder|what|just"},
+            "|question|bit|come|need|want|sentences|thing|things|louder|what|just|go|run|by|over|through|were|saying|"
+            "play|still"},
         {TalkKind::explain,
             "explain|explanation|elaborate|clarify|clearer|what do you mean|(?:do|did) not understand|(?:am|got) "
             "confused|why|how "
             "come|more information"
+            "|how so|be (?:more )?(?:specific|precise)|(?:do not|dont) (?:get|follow|understand)|describe"
+            "|make (?:it|that|this) (?:simple\\w*|clear\\w*|easy|easier|understandable)|simplify|in (?:more )?detail"
             "|what does that mean|more details?|tell me more|in (?:other|simple|plain) words|expand on",
             "further|more|detail|details|about|mean|meaning|understand|it to me|give|bit|little|what|better"
-            "|clearer|make|by|once|again|need|some|tell|last|response|answer|point|topic|want"},
+            "|clearer|make|by|get|follow|clarify|specific|precise|simple|simpler|easy|easier|once|again|need|some|tell|"
+            "last|response|answer|point|topic|want"},
         {TalkKind::indifference,
             "(?:do|would|could|will|does) not (?:really |even )?(?:care|mind|matter|bother)|not care|not mind"
             "|unimportant|not (?:so |that |very |really )?important|no matter|whatever|whichever|either|any one"
             "|anyone|any (?:of them|will do|is fine)|up to you|your choice|no preference|all the same"
             "|you (?:choose|decide|pick)|your (?:pick|call|decision)|anything (?:is fine|will do|goes|works)|makes no "
             "difference|not bothered|immaterial|irrelevant"
+            "|anything is (?:ok|okay|good|all right|alright)|not make (?:a|any|much) difference|pick any|nothing "
+            "special"
+            "|as you (?:wish|like|please|want|prefer|think)|am easy|fine (?:with|by)|any (?:would|can|one will) do|who "
+            "cares"
+            "|the same (?:for|to) me|both are (?:fine|ok|okay|good)|whatever you \\w+|could not care less"
             "|doesn t matter|dont (?:care|mind)|not (?:a )?big deal|no big deal",
             "select|choose|pick|any|anything|fine|works|work|care|mind|matter|matters|important|difference|one"
-            "|either way|way|less|do|decide|option|options|about|doesnt|bothered|to me|who|let|want"},
+            "|either way|way|less|do|decide|option|options|about|doesnt|bothered|to "
+            "me|who|let|want|everything|both|either|them|by|same|wish|please|prefer|special|nothing|make"},
         {TalkKind::praise,
             "excellent|amazing|awesome|fantastic|brilliant|wonderful|superb|cool|clever|impressive|bravo"
             "|fabulous|magnificent|outstanding|terrific|genius|marvell?ous|splendid|good (?:job|work|one|girl"
             "|boy|answer)|great (?:job|work|one|answer)|nice(?: (?:job|work|one))?|well done|(?:are"
             "|is) (?:the best|great|good|lovely|smart|so helpful|perfect)|love (?:you|it|that)|(?:nice|amazing"
-            "|great|good|excellent|lovely|fine) job|appreciate (?:it|that|you)|perfect|wow|(?:you )?rock|helpful|so "
+            "|great|good|excellent|lovely|fine) job|appreciate (?:it|that|you)|perfect|wow|(?:you )?rock|helpful|did "
+            "(?:so |very |really |quite )?well|nicely|greatest|like (?:your|the) (?:answer|reply|work)"
+            "|(?:great|big|such a|good) help|(?:was|is|are) (?:quick|fast|great|nice|good|useful|funny|al(?:l "
+            ")?right)|proud of|so "
             "(?:smart|kind|nice|sweet|clever|good)|legend",
             "job|work|one|assistant|answer|response|absolutely|truly|such|simply|best|great|good|love|helpful"
             "|help|appreciate|lot|done|way|keep|up|everything|super|smart|wow|yay|amazingly|always|how|girl|boy"
-            "|perfectly|for doing"},
+            "|perfectly|for "
+            "doing|right|correct|correctly|well|did|helping|out|answer|reply|been|big|good|nice|quick|fast|great|"
+            "useful"},
         {TalkKind::agreement,
             "(?:correc\\w*|right|exactly|precisely|of course|indeed|understood|affirmative|absolutely|definitely"
             "|yep|yeap|yup|right on|spot on|got it|that is it|what i (?:wanted|meant|asked for|was looking for))",
@@ -124,7 +144,7 @@ const std::array<TalkRow, 14>& rows()
             "yourself "
             "off|enough|quit|exit|hush|go (?:away|to sleep)|leave me alone|(?:that is|that will be"
             "|this is) all|end (?:it|this|the (?:conversation|session|call))|finish(?:ed)?|cease|halt|no more"
-            "|hang up|never ?mind|forget (?:it|that|about it)|that will do",
+            "|hang up|sh+u*sh*|end|never ?mind|forget (?:it|that|about it)|that will do",
             "off|up|down|it|talking|speaking|yourself|immediately|conversation|session|later|talk|right|enough"
             "|all|doing|what|everything|need|needed|cancel|never mind|listening|action|program|nothing|else"
             "|that is"},
@@ -139,10 +159,14 @@ bool asksForJoke(const std::string& phrase)
         "^(?:(?:can|could|do|please|pls|let|i|we|would|want|wanna|like|need|to|you|us|know|have|got|any|hear"
         "|tell|say|give|share|crack|make|read|me|us|what|whats|is|some|a|an|the|another|one|more|your|my|really"
         "|funny|funniest|silly|good|best|bad|great|stupid|dumb|dad|clean|short|new|favou?rite|knock|nice|random"
-        "|kids?|hilarious|of|now|that|s|did) )*jokes?(?: (?:about|on|of|with|for) .{1,60}| please| you (?:know"
+        "|kids?|hilarious|dirty|of|now|that|s|did) )*jokes?(?: (?:about|on|of|with|for|to) .{1,60}| please| you (?:know"
         "|have|got)| today| now| again| that| for)*$|^(?:(?:can|could|please|you) )*(?:make me (?:laugh|smile)"
         "|cheer me up|(?:say|tell me) something (?:funny|silly)(?: about .{1,40})?|entertain me|amuse me|knock "
-        "knock|tell me (?:a riddle"
+        "knock|(?:tell|give|say) (?:me |us )?(?:something|anything) (?:that will |to |that )?(?:makes? )?(?:me |us "
+        ")?(?:laugh|giggle|smile)"
+        "|(?:got|have|know|do you have|do you know) (?:any |a )?(?:good|funny) ones?(?: for me)?|(?:i|we) "
+        "(?:need|could use|want) (?:a "
+        "(?:good )?laugh|cheering up)|be funny|crack (?:me|us) up|tell me (?:a riddle"
         "|something to laugh about))(?: please| now)?$");
     return joke.find(phrase).has_value();
 }

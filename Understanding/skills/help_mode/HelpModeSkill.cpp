@@ -4,6 +4,8 @@
 #include "QuorvellCore/live/history/ModeIntent.h"
 #include "Understanding/dialogue/ToolCalls.h"
 #include "Understanding/dialogue/ToolResults.h"
+#include "Understanding/dialogue/reach/OutOfReach.h"
+#include "Understanding/words/RequestText.h"
 
 #include <nlohmann/json.hpp>
 
@@ -19,7 +21,10 @@ constexpr std::string_view tools[] = {"set_mode"};
 std::optional<Request> readSaid(const std::string& words, const RuleSurroundings& around)
 {
     const auto mode = ModeIntent::requested(words);
-    if (!mode || !around.offers("set_mode"))
+    // "Show me how to make an omelette" is no wish to be shown things on the screen.
+    const bool isOther = mode
+        && (OutOfReach::of(words) || OutOfReach::of(RequestText::withoutClosing(RequestText::withoutOpening(words))));
+    if (!mode || isOther || !around.offers("set_mode"))
         return std::nullopt;
     return Request{.answer = [mode](RequestMemory memory, const RuleSurroundings& surroundings) {
         return RuleStep{ToolCalls::call(surroundings, "set_mode", {{"mode", nameOf(*mode)}}, "change how I help"),

@@ -7,6 +7,7 @@
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/sums/AmountSums.h"
+#include "Understanding/skills/sums/NumberQuestions.h"
 #include "Understanding/skills/sums/SumWords.h"
 #include "Understanding/skills/sums/UnitWords.h"
 
@@ -145,7 +146,7 @@ Found readPlain(const std::string& asked, const RuleSurroundings&)
 {
     static const Pattern more("^(?:and |what about |how about )+(?=\\d|half |a (?:third|quarter) )", Pattern::caseless);
     const std::string core = more.replaceAll(asked, "what is ");
-    for (const auto reader : {answerFraction, answerChain}) {
+    for (const auto reader : {answerFraction, answerChain, NumberQuestions::answer}) {
         if (auto said = reader(core))
             return saying(*std::move(said));
     }

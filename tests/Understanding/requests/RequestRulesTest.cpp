@@ -25,8 +25,7 @@ TEST(RequestRules, callsOnlyToolsThatTheSessionOffers)
     const auto said = [&](const char* words) { return shown(RequestRules::answerWords(words, {}, around)); };
     EXPECT_EQ(said("remind me at 5 pm to rest"), "I cannot set reminders in this conversation.");
     EXPECT_EQ(said("find my note about tea"), "I cannot look into your notebook in this conversation.");
-    EXPECT_EQ(said("what is the capital of France"),
-        "That needs an online model. On this computer, I can save notes and keep lists.");
+    EXPECT_EQ(said("what is the capital of France"), "I don't know that: looking things up needs an online model.");
     EXPECT_EQ(said("note that tea is out"), R"(keep_note {"title":"Tea","text":"Tea is out"})");
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Understanding/dialogue/talk/OurMatters.h"
+#include "Understanding/dialogue/reach/OurMatters.h"
 
 #include "QuorvellCore/text/Pattern.h"
 
