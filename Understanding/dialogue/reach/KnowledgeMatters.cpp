@@ -81,7 +81,8 @@ std::span<const ReachMatter> ReachMatters::knowledgeRows()
         {"^when (?:is|are|will be)(?: the)?(?: next)? (?:full|new|blood|blue) moon\\b"
          "|^(?:(?:when|what day|what date)(?: is| does| will)+(?: it)?|is it|date of) "
          "(?:diwali|deepavali|holi|navratri|dussehra|onam"
-         "|pongal|raksha bandhan|ganesh chaturthi|vesak)\\b",
+         "|pongal|raksha bandhan|ganesh chaturthi|vesak)\\b(?! (?:\\w+ "
+         ")?(?:party|dinner|event|lunch|celebration|meeting|holidays?|show)\\b)",
             moon},
     };
     return table;
