@@ -94,6 +94,7 @@ RuleStep nothingSaid(
         SpokenDays year = SpokenDays::ahead(around);
         year.to =
             DateParts::fromDay(around.calendar.addingDays(around.now, std::chrono::days(daysAhead)), around.calendar);
+        year.words = "in the next year";
         return AgendaRules::answer(
             {.kind = AgendaIntent::Kind::next, .days = std::move(year), .title = day}, std::move(memory), around);
     }
