@@ -253,7 +253,13 @@ Step dictated(const std::string& core, const RequestMemory& memory, const RuleSu
     if (!items || (!items->isSure && (memory.pending.isOpen() || OutOfReach::of(core))))
         return std::nullopt;
     constexpr std::ptrdiff_t mostBlanks = 3; // of a thing that nobody would take for a sentence
-    const bool isFirstThing = talk.isNew && std::ranges::count(core, ' ') <= mostBlanks;
+    // What may be said of the talk itself, or is the start of a sentence, is asked about.
+    static const Pattern mayBeTalk(
+        "^(?:later|done|nothing|none|finished|ready|skip|all|any|next|last|soon|every\\w*|some\\w*|"
+        "not|just|only|more|my|our|your|his|her|their|as|so|this|enough)\\b"
+        "|(?:week|month|year|later|soon|said|ed)$",
+        Pattern::caseless);
+    const bool isFirstThing = talk.isNew && std::ranges::count(core, ' ') <= mostBlanks && !mayBeTalk.find(core);
     return items->isSure || isFirstThing ? ListRules::answer(items->intent, memory, around)
                                          : ListRules::offer(items->intent, "", memory);
 }
