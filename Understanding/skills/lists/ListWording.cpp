@@ -70,6 +70,11 @@ std::string withoutAsides(std::string text)
         "^((?:i forgot to |please )*(?:add|put) [^.?!]+)[.?!]+ (?:and )?also (?:add |put )?([^.?!]+)$",
         Pattern::caseless);
     text = lead.replaceAll(doIt.replaceAll(text, ""), "");
+    static const Pattern toBuy("^((?:what|which|how|show|tell|read)\\b.*\\b" + ListPhrase::listWord
+            + ")(?: that)?(?: (?:i|we) (?:still )?(?:need|have))? to (?:buy|get|do|purchase|pick up)$",
+        Pattern::caseless);
+    if (const auto match = toBuy.find(text))
+        text = match->texts[0];
     if (const auto match = order.find(text)) // things stay as they are added
         text = match->texts[0];
     if (const auto match = also.find(text))
