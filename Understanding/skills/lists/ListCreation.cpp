@@ -61,7 +61,7 @@ std::string withoutAsides(const std::string& phrase)
 /// "List groceries", "list milk, eggs and tea", "list: holiday packing. swimsuit, hat".
 Found bareWords(const std::string& phrase)
 {
-    static const Pattern bare("^(?:an? |the |my )?(?:new )?" + ListPhrase::listWord
+    static const Pattern bare("^(?:an? )?(?:new )?" + ListPhrase::listWord
             + "[,:]? (?!(?:of|for|called|named|with|that|by|at|in|on|to|and|from|about|is|my|the|all)\\b)(.+)$",
         Pattern::caseless);
     static const Pattern headed("^([^.,:]{2,40})(?:\\.|:| -) (.+)$");
