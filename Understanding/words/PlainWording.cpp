@@ -3,12 +3,15 @@
 
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/words/AssistantName.h"
+#include "Understanding/words/Courtesies.h"
 #include "Understanding/words/CueSpelling.h"
+#include "Understanding/words/DeedWords.h"
 #include "Understanding/words/PoliteFrame.h"
 #include "Understanding/words/RequestText.h"
 #include "Understanding/words/Shorthand.h"
 #include "Understanding/words/TimeSpelling.h"
 #include "Understanding/words/WishBehind.h"
+#include "Understanding/words/WordJoints.h"
 #include "Understanding/words/WordSigns.h"
 
 namespace quorvell {
@@ -36,11 +39,13 @@ std::string PlainWording::of(std::string_view said)
 {
     if (said.size() > longest)
         return std::string(said);
-    const std::string words =
-        CueSpelling::repaired(Shorthand::ofFrames(AssistantName::removed(WordSigns::settled(said))));
+    const std::string joined = WordJoints::settled(WordSigns::settled(said));
+    const std::string request = Courtesies::removed(Shorthand::ofFrames(AssistantName::removed(joined)));
+    const std::string words = DeedWords::plain(CueSpelling::repaired(request));
     if (isDictated(RequestText::withoutOpening(words)))
         return words;
-    return WishBehind::inFront(PoliteFrame::removed(TimeSpelling::repaired(Shorthand::spelledOut(words))));
+    const std::string polite = PoliteFrame::removed(TimeSpelling::repaired(Shorthand::spelledOut(words)));
+    return WishBehind::inFront(DeedWords::plain(polite));
 }
 
 } // namespace quorvell

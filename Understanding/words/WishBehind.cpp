@@ -192,7 +192,7 @@ std::optional<std::string> needed(const std::string& words)
 {
     static const Pattern form("^(?:(?:i|we)(?:['’]ll| will| also| really| do)* )?(?:need|want) (?:some |more "
                               ")?(?!(?:to|you|u|it|this|that)\\b|an? (?:new )?list)"
-                              "([^,].*?) (?:put )?(?:on|onto|in|added to) ("
+                              "([^,].*?) (?:put )?(?:on|onto|in|to|added to) ("
             + list + ")" + ending,
         Pattern::caseless);
     const auto parts = partsBy(form, words);

@@ -51,6 +51,23 @@ TEST(PlainWording, undressesWhatSurroundsARequest)
     });
 }
 
+TEST(PlainWording, takesApartWhatRanTogetherAndWhatSoundsAlike)
+{
+    check({
+        {"setalarm for7am", "set alarm for 7am"},
+        {"add milk tomylist", "add milk to my list"},
+        {"remindme to call bob tomorrowat 5pmtoday", "remind me to call bob tomorrow at 5pm today"},
+        {"set set an alarm at at 6", "set an alarm at 6"},
+        {"remind me too by milk next weak", "remind me to buy milk next week"},
+        {"add eggs two my list", "add eggs to my list"},
+        // What only looks like it.
+        {"task: water the plants, add to to-do", "add water the plants to to-do"},
+        {"do I have two hours free", "do I have two hours free"},
+        {"add \"to to\" to my list", "add \"to to\" to my list"},
+        {"remind me to by monday finish it", "remind me to by monday finish it"},
+    });
+}
+
 TEST(PlainWording, putsTheWishInFront)
 {
     check({
