@@ -22,6 +22,7 @@
 #include "Understanding/time/TimeWords.h"
 #include "Understanding/words/PlainWording.h"
 #include "Understanding/words/RequestText.h"
+#include "Understanding/words/WishCut.h"
 
 #include <nlohmann/json.hpp>
 
@@ -38,6 +39,8 @@ using Step = std::optional<RuleStep>;
 /// What is said, be it by the rules themselves or in place of a tool that is not offered, can be repeated.
 RuleStep remembered(RuleStep step)
 {
+    if (auto* first = std::get_if<std::string>(&step.answer); first && !step.memory.further.said.empty())
+        *first = std::exchange(step.memory.further.said, {}) + " " + *first;
     if (const auto* text = std::get_if<std::string>(&step.answer))
         step.memory.lastReply = *text;
     else
@@ -282,6 +285,38 @@ RuleStep answeredOrRepaired(std::string_view words, const RequestMemory& memory,
     return answered(words, memory, around);
 }
 
+RuleStep answerAll(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around);
+
+/// What was wished for in the same breath follows, once the first is settled. A question about the first comes before
+/// it.
+RuleStep withFurther(RuleStep step, const RuleSurroundings& around)
+{
+    const auto* text = std::get_if<std::string>(&step.answer);
+    if (!text || step.memory.pending.isOpen() || step.memory.further.words.empty())
+        return step;
+    const std::string words = std::exchange(step.memory.further.words, {});
+    const std::string said = *text;
+    RuleStep further = answerAll(words, step.memory, around);
+    if (further.isNotUnderstood)
+        return {said + " But I did not understand \"" + words + "\".", std::move(step.memory)};
+    std::string& before = further.memory.further.said;
+    before = before.empty() ? said : said + " " + before;
+    return further;
+}
+
+RuleStep answerAll(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    const auto cut = memory.pending.isOpen() ? std::nullopt : WishCut::of(words);
+    if (cut) {
+        RequestMemory first = memory;
+        first.further.words = cut->rest;
+        RuleStep step = answeredOrRepaired(cut->first, first, around);
+        if (!step.isNotUnderstood)
+            return withFurther(std::move(step), around);
+    }
+    return answeredOrRepaired(words, memory, around);
+}
+
 } // namespace
 
 RuleStep RequestRules::answerWords(std::string_view said, const RequestMemory& memory, const RuleSurroundings& around)
@@ -294,7 +329,11 @@ RuleStep RequestRules::answerWords(std::string_view said, const RequestMemory& m
     const bool asksForWords = memory.pending.isOpen() && memory.pending.task.empty();
     const std::string fluent = RequestText::withoutFillers(said);
     const std::string words = asksForWords ? fluent : PlainWording::of(fluent);
-    RuleStep step = remembered(answeredOrRepaired(words, now, around));
+    if (!memory.pending.isOpen())
+        now.further = {};
+    RuleStep step = remembered(answerAll(words, now, around));
+    if (std::holds_alternative<std::string>(step.answer) && !step.memory.pending.isOpen())
+        step.memory.further = {};
     // Only what was asked about goes, and nothing once something else was said.
     const auto* call = std::get_if<ToolRequest>(&step.answer);
     const bool isAgreed = call && memory.pending.isOpen() && call->arguments == memory.pending.arguments;
@@ -318,14 +357,14 @@ RuleStep RequestRules::answerResult(
         return remembered(answered(words, step.memory, around));
     }
     if (!result)
-        return ToolResults::say("That did not work.", memory);
+        return remembered(withFurther(ToolResults::say("That did not work.", memory), around));
     const Skill* skill = SkillTable::ofCall(call);
     if (!skill || !skill->takeResult)
         return ToolResults::say(ToolResults::failure(*result).value_or("Done."), memory);
     RuleStep step = remarked(lookedFurther(skill->takeResult(call, *result, memory, around), around), *result);
     ActBook::record(
         call, *result, skill->name, skill->whatWasDone ? skill->whatWasDone(call, *result) : "", memory, step);
-    return remembered(AsideRules::takenUp(std::move(step), AsideRules::Behind::result));
+    return remembered(withFurther(AsideRules::takenUp(std::move(step), AsideRules::Behind::result), around));
 }
 
 } // namespace quorvell

@@ -7,6 +7,7 @@
 #include "Understanding/dialogue/memory/DoneAct.h"
 #include "Understanding/dialogue/memory/EventSearch.h"
 #include "Understanding/dialogue/memory/FoundThing.h"
+#include "Understanding/dialogue/memory/FurtherWish.h"
 #include "Understanding/dialogue/memory/ListTalk.h"
 #include "Understanding/dialogue/memory/OpenReadings.h"
 #include "Understanding/dialogue/memory/PassingTalk.h"
@@ -58,6 +59,7 @@ struct RequestMemory {
     std::vector<DoneAct> takenBack{}; ///< For "redo", until something else is done; the newest last.
     TakingBack takingBack{}; ///< Under way, or asked about.
     std::vector<AsideQuestion> aside{}; ///< The newest last.
+    FurtherWish further{};
     std::size_t turn = 0; ///< Utterances so far.
     std::string words{}; ///< The last request that was no answer, without its opening and closing words.
     std::optional<ToolRequest> call{}; ///< The last one that was made.

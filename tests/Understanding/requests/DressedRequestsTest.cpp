@@ -56,4 +56,10 @@ TEST(DressedRequests, meanWhatThePlainOnesMean)
     checkDressed(questions, onAll);
 }
 
+/// The second of two wishes in one breath is neither lost nor part of the first.
+TEST(DressedRequests, mayBeTwoInOneBreath)
+{
+    checkConversations("twoWishes.txt", withCalendar());
+}
+
 } // namespace quorvell
