@@ -21,16 +21,20 @@ namespace quorvell {
 
 namespace {
 
-/// What a verb is done to. Bits, so that a row of verbs can hold for several.
-enum Matter : std::uint8_t {
-    event = 1,
-    reminder = 2,
-    alarm = 4,
-    list = 8,
-    item = 16, ///< "Eggs from my grocery list".
-    day = 32, ///< The calendar, or what is put into it by that word.
-    anything = 64, ///< Nothing of ours is named.
+/// What a verb is done to.
+struct Verbal {
+    /// Bits, so that a row of verbs can hold for several.
+    enum Matter : std::uint8_t {
+        event = 1,
+        reminder = 2,
+        alarm = 4,
+        list = 8,
+        item = 16, ///< "Eggs from my grocery list".
+        day = 32, ///< The calendar, or what is put into it by that word.
+        anything = 64, ///< Nothing of ours is named.
+    };
 };
+using Matter = Verbal::Matter;
 
 enum class Deed : std::uint8_t { make, remove, read, move };
 
@@ -41,41 +45,43 @@ struct VerbRow {
 };
 
 constexpr auto rows = std::to_array<VerbRow>({
-    {Deed::make, event | day | reminder | alarm | list | item,
+    {Deed::make, Matter::event | Matter::day | Matter::reminder | Matter::alarm | Matter::list | Matter::item,
         "key in|feed in|feed|input|type in|punch in|pop in|stick in|chalk in|throw in|draft|compose|generate|initiate|"
         "form|establish|launch|introduce|place|upload|post|ready|allocate|assign|apply|append|attach|capture|fix up|"
         "fill in|put up|build|construct|develop|insert in|compile|fit in|enter in|begin|activate|write in"},
-    {Deed::make, day | reminder | alarm | list | item, "fix|arrange|organize|organise|prepare"},
-    {Deed::make, reminder | alarm | list | item,
+    {Deed::make, Matter::day | Matter::reminder | Matter::alarm | Matter::list | Matter::item,
+        "fix|arrange|organize|organise|prepare"},
+    {Deed::make, Matter::reminder | Matter::alarm | Matter::list | Matter::item,
         "book|schedule|enter|register|log|mark down|save|store|keep|note down|jot down|write down|put down|pencil in|"
         "slot in|plan|block|record|reserve|squeeze in|put in"},
-    {Deed::make, alarm | list, "put|add|insert|include|note"},
-    {Deed::make, reminder, "insert|include|note"},
-    {Deed::make, reminder | alarm, "get me|give me"},
-    {Deed::make, item, "make|create|set|set up|start|new|give me|get me|get|push"},
-    {Deed::remove, event | day | reminder | alarm | list | item | anything,
+    {Deed::make, Matter::alarm | Matter::list, "put|add|insert|include|note"},
+    {Deed::make, Matter::reminder, "insert|include|note"},
+    {Deed::make, Matter::reminder | Matter::alarm, "get me|give me"},
+    {Deed::make, Matter::item, "make|create|set|set up|start|new|give me|get me|get|push"},
+    {Deed::remove,
+        Matter::event | Matter::day | Matter::reminder | Matter::alarm | Matter::list | Matter::item | Matter::anything,
         "discard|void|revoke|omit|eliminate|exclude|nix|abort|abolish|purge|annul|retract|rescind|rid me of|"
         "do away with|unschedule|unset"},
-    {Deed::remove, event | day | reminder | alarm | list | item,
+    {Deed::remove, Matter::event | Matter::day | Matter::reminder | Matter::alarm | Matter::list | Matter::item,
         "cut out|cut|axe|kill|destroy|terminate|withdraw|disregard|reject|decline|leave out|take away|strike off"},
-    {Deed::remove, reminder | alarm | list | item,
+    {Deed::remove, Matter::reminder | Matter::alarm | Matter::list | Matter::item,
         "scratch|strike|call off|bin|trash|ditch|dump|throw out|throw away|cross off|rub out|take out|forget about|"
         "forget|drop|scrap|lose"},
-    {Deed::remove, alarm, "wipe out|clear off|clear out|wipe|erase"},
-    {Deed::remove, reminder | list | item, "dismiss|skip|take off"},
-    {Deed::remove, event | day, "dump|cross off|ditch"},
-    {Deed::remove, day, "get rid of"},
-    {Deed::read, day | reminder | alarm | list,
+    {Deed::remove, Matter::alarm, "wipe out|clear off|clear out|wipe|erase"},
+    {Deed::remove, Matter::reminder | Matter::list | Matter::item, "dismiss|skip|take off"},
+    {Deed::remove, Matter::event | Matter::day, "dump|cross off|ditch"},
+    {Deed::remove, Matter::day, "get rid of"},
+    {Deed::read, Matter::day | Matter::reminder | Matter::alarm | Matter::list,
         "retrieve|update me on|update me about|update me with|brief me on|fill me in on|report on|report|recall|browse|"
         "announce|inform me about|inform me of|inform me on|provide me with|provide me|provide|present me with|present|"
         "summarize|summarise|sum up|explain|describe|load|access|enumerate|itemize|narrate|relay|communicate|know "
         "about|"
         "know|output|elaborate on|elaborate|educate me on|shout out"},
-    {Deed::read, alarm, "get|find|search|run through|look through|go through|look up"},
-    {Deed::read, list, "verify|confirm|open up"},
-    {Deed::move, event | day | reminder | alarm | anything,
+    {Deed::read, Matter::alarm, "get|find|search|run through|look through|go through|look up"},
+    {Deed::read, Matter::list, "verify|confirm|open up"},
+    {Deed::move, Matter::event | Matter::day | Matter::reminder | Matter::alarm | Matter::anything,
         "edit|modify|amend|revise|alter|transfer|bump|advance|replan|rebook|convert|swap|reset|rearrange"},
-    {Deed::move, alarm, "set|put"},
+    {Deed::move, Matter::alarm, "set|put"},
 });
 
 constexpr std::size_t mostVerbWords = 4;
@@ -121,14 +127,14 @@ Matter matterOf(const std::string& object)
                                      "(?:my |the |our |a |this |that |your )?(?:[\\w'’-]+ ){0,3}";
     static const std::deque<MatterForm> forms = [] {
         std::deque<MatterForm> all;
-        all.emplace_back(
-            list, noun + "(?:to.?do )?(?:check)?lists?\\b(?! items?\\b| entr|['’]s)(?!.* (?:my|the) notes?\\b)");
-        all.emplace_back(alarm, noun + "(?:alarms?|timers?)\\b(?! system| company| clock)");
-        all.emplace_back(reminder, noun + "reminders?\\b");
-        all.emplace_back(item, place + "(?:\\w*lists?|groceries)\\b");
-        all.emplace_back(day, place + "(?:calendar|schedule|agenda|diary)\\b");
-        all.emplace_back(day, noun + "(?:calendar|schedule|agenda|diary|events|meetings|appointments)\\b");
-        all.emplace_back(event,
+        all.emplace_back(Matter::list,
+            noun + "(?:to.?do )?(?:check)?lists?\\b(?! items?\\b| entr|['’]s)(?!.* (?:my|the) notes?\\b)");
+        all.emplace_back(Matter::alarm, noun + "(?:alarms?|timers?)\\b(?! system| company| clock)");
+        all.emplace_back(Matter::reminder, noun + "reminders?\\b");
+        all.emplace_back(Matter::item, place + "(?:\\w*lists?|groceries)\\b");
+        all.emplace_back(Matter::day, place + "(?:calendar|schedule|agenda|diary)\\b");
+        all.emplace_back(Matter::day, noun + "(?:calendar|schedule|agenda|diary|events|meetings|appointments)\\b");
+        all.emplace_back(Matter::event,
             noun
                 + "(?:meeting|appointment|event|appt|calendar entry|class|party|lunch|dinner|breakfast|conference"
                   "|interview|birthday)\\b");
@@ -136,11 +142,11 @@ Matter matterOf(const std::string& object)
     }();
     const auto match =
         std::ranges::find_if(forms, [&](const MatterForm& row) { return row.form.find(object).has_value(); });
-    return match != forms.end() ? match->matter : anything;
+    return match != forms.end() ? match->matter : Matter::anything;
 }
 
 /// "From my list", and not "to my list".
-const Pattern& outOfPlace()
+const Pattern& leavingWords()
 {
     static const Pattern leaving("\\b(?:from|off|out of)\\b", Pattern::caseless);
     return leaving;
@@ -155,13 +161,13 @@ std::string_view maker(std::string_view verb, Matter matter, const std::string& 
     static const Pattern neverDuty("^(?:(?:key|feed|type|punch|slot|put|enter|insert|stick|throw|fill) in|input|append"
                                    "|enter|(?:put|note|jot|write|mark) down|put up|log)$");
     // "Fix the roof on my to do list" is what is to be done.
-    if (matter == item)
-        return outOfPlace().find(object) || (duties.find(object) && !neverDuty.find(verb)) ? "" : "add";
-    if (matter == day)
+    if (matter == Matter::item)
+        return leavingWords().find(object) || (duties.find(object) && !neverDuty.find(verb)) ? "" : "add";
+    if (matter == Matter::day)
         return "add";
     if (isThere.find(object))
         return "";
-    return matter == list ? "create" : matter == event ? "add" : "set";
+    return matter == Matter::list ? "create" : matter == Matter::event ? "add" : "set";
 }
 
 /// "Drop me a reminder", "report a meeting": not what is there.
@@ -174,8 +180,8 @@ bool isNew(const std::string& object)
 std::string_view remover(Matter matter, const std::string& object)
 {
     static const Pattern goesOn("\\b(?:to|into|onto) (?:my|the|our)\\b", Pattern::caseless);
-    if (matter == item)
-        return goesOn.find(object) && !outOfPlace().find(object) ? "" : "remove";
+    if (matter == Matter::item)
+        return goesOn.find(object) && !leavingWords().find(object) ? "" : "remove";
     return isNew(object) ? "" : "delete";
 }
 
@@ -192,7 +198,7 @@ std::string_view mover(const VerbRow& row, const std::string& object)
     // "Set my 6:30 alarm to 6:45": it has an hour already.
     static const Pattern hasHour("^(?:my|the) (?:\\S+ )?\\d", Pattern::caseless);
     const bool isMoved = toTime.find(object) && !others.find(object);
-    return isMoved && (row.matters != alarm || hasHour.find(object)) ? "move" : "";
+    return isMoved && (row.matters != Matter::alarm || hasHour.find(object)) ? "move" : "";
 }
 
 std::string_view plainVerb(const VerbRow& row, std::string_view verb, Matter matter, const std::string& object)
