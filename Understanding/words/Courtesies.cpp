@@ -71,7 +71,8 @@ std::string withoutClosers(const std::string& words)
     static const std::string end = "[\\s.!]*$";
     static const WordRewriting closers(std::deque<std::pair<std::string, std::string>>{
         {"[\\s,.;!?]+(?:for me )?pretty please(?: with \\S+(?: \\S+){0,3})?" + end, ""},
-        {"[\\s,.;!?]+(?:thank (?:you|u)|thanks)(?: very much| so much| a lot)?(?: indeed)?(?:,? you(?:['’]re| are) \\S+"
+        {"[\\s,.;!?]+(?:(?:please )?and )?(?:thank (?:you|u)|thanks)(?: very much| so much| a lot)?(?: indeed)?(?:,? "
+         "you(?:['’]re| are) \\S+"
          "(?: \\S+){0,3})?"
                 + end,
             ""},

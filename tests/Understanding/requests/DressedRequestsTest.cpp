@@ -34,7 +34,8 @@ constexpr auto onWishes = {"kindly *", "could u *", "can ya *", "can you pls *",
     "do me a favour and *", "i was wondering if you could *", "hey can you please * thank you",
     "alexa could u * asap thanks!!", "hi there can you please be kind to *", "kindly do the needful and *",
     "I am needing you to *", "I want that you *", "first *", "do this: *", "my request is to *", "why don't you *",
-    "can u plz help me *", "go and *", "*. Can you do that for me?", "* (please)", "*. You are great", "* !!1"};
+    "can u plz help me *", "go and *", "*. Can you do that for me?", "* (please)", "*. You are great", "* !!1",
+    "* please and thank you"};
 
 void checkDressed(std::initializer_list<const char*> requests, std::initializer_list<const char*> dressings)
 {
