@@ -19,6 +19,8 @@ struct QuestionKind {
     Answer answer = nullptr; ///< Empty for a question of yes or no: the call that waits is made, or is not.
     /// Whether words answer it that could be read as a request of their own; empty for none that do.
     bool (*isAnswer)(const std::string& core, const RuleSurroundings& around) = nullptr;
+    bool takesText =
+        false; ///< Nearly any words answer it; those that speak of something else must not become its text.
 
     /// Whether the call that waits is made as it stands, once the user agrees.
     static bool isYesOrNo(const PendingQuestion& asked) { return asked.kind && !asked.kind->answer; }

@@ -81,6 +81,11 @@ RuleStep AsideRules::takenUp(RuleStep step, Behind behind)
         return step;
     AsideQuestion aside = std::move(memory.aside.back());
     memory.aside.pop_back();
+    // What was asked about an event is out of date once that was changed.
+    const bool isChanged = !memory.acts.empty() && memory.acts.back().turn == memory.turn
+        && aside.pending.tool == "change_event" && memory.acts.back().call.name == aside.pending.tool;
+    if (isChanged)
+        return step;
     aside.pending.isTakenUpAgain = true;
     aside.pending.misses = 0;
     *text += (text->empty() ? "" : " ") + asked(aside.pending);

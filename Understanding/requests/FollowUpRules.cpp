@@ -4,8 +4,11 @@
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/PlainReplies.h"
 #include "Understanding/dialogue/QuestionKind.h"
+#include "Understanding/requests/AnswerWords.h"
 #include "Understanding/requests/RequestReader.h"
+#include "Understanding/time/SpokenDays.h"
 
+#include <array>
 #include <string>
 #include <utility>
 
@@ -21,9 +24,39 @@ bool saysWhen(const std::string& core)
     return clause.find(core).has_value();
 }
 
+/// "Pm", where the question was which of two hours.
+bool namesHalf(const PendingQuestion& asked, const std::string& core)
+{
+    static const Pattern half("^(?:(?:no|oh|sorry|the|in the|at|of course|yes|i mean)[,]? )*(?:[ap]\\.?m\\.?|morning"
+                              "|afternoon|evening|night)(?: (?:one|of course|please|obviously|sorry))*[.!]*$",
+        Pattern::caseless);
+    return asked.choices.size() > 1 && half.find(core);
+}
+
+/// "Tomorrow", where only one of the choices is then: its place among them.
+std::string placeByDay(const PendingQuestion& asked, const std::string& core, const RuleSurroundings& around)
+{
+    constexpr std::array<const char*, 3> places{"the first one", "the second one", "the third one"};
+    static const Pattern lead("^(?:(?:the|on|no|ok|i mean)[,]? )+| (?:one|please|then)$", Pattern::caseless);
+    if (asked.choices.size() < 2 || asked.choices.size() > places.size())
+        return {};
+    const auto days = SpokenDays::read(lead.replaceAll(core, ""), around);
+    std::string place;
+    for (std::size_t index = 0; days && index < asked.choices.size(); ++index) {
+        if (!days->hold(asked.choices[index].date))
+            continue;
+        if (!place.empty())
+            return {};
+        place = places.at(index);
+    }
+    return place;
+}
+
 /// Whether the words are a request of their own and no answer.
 bool isNewRequest(const PendingQuestion& asked, const std::string& core, const RuleSurroundings& around)
 {
+    if (namesHalf(asked, core))
+        return false;
     const auto request = RequestReader::read(core, around);
     return request && !(request->mayAnswer && request->mayAnswer(asked, around));
 }
@@ -33,8 +66,12 @@ bool isNewRequest(const PendingQuestion& asked, const std::string& core, const R
 std::optional<RuleStep> FollowUpRules::answer(
     std::string_view words, RequestMemory& memory, const RuleSurroundings& around)
 {
-    const std::string core(words);
     PendingQuestion asked = std::exchange(memory.pending, {});
+    const std::string said(words);
+    const std::string place = placeByDay(asked, said, around);
+    const std::string core = place.empty() ? said : place;
+    if (asked.kind && asked.kind->takesText && (AnswerWords::isNoText(core) || AnswerWords::isBareTime(core, around)))
+        return std::nullopt;
     const bool isAnswer = asked.kind && asked.kind->isAnswer && asked.kind->isAnswer(core, around);
     if (!isAnswer && !saysWhen(core) && isNewRequest(asked, core, around))
         return std::nullopt;

@@ -14,6 +14,9 @@ struct OfferRules {
     /// Asks whether it should be put down; nothing for words that name no day to come.
     static std::optional<RuleStep> answer(
         const std::string& core, const RequestMemory& memory, const RuleSurroundings& around);
+    /// "No, it's friday", "and it takes two hours", behind such an offer: the offer as it was put right.
+    static std::optional<RuleStep> corrected(
+        const std::string& core, const RequestMemory& memory, const RuleSurroundings& around);
     /// "Put it in the calendar", where just that was offered.
     static bool isAccepted(const std::string& core, const PendingQuestion& asked);
 };

@@ -29,14 +29,6 @@ RuleStep sayAndAskAgain(const std::string& text, RequestMemory memory)
     return {question.empty() ? text : text + " " + question, std::move(memory)};
 }
 
-RuleStep dropAll(RequestMemory memory)
-{
-    const bool wasAsking = memory.pending.isOpen() || !memory.aside.empty();
-    memory.pending = {};
-    memory.aside.clear();
-    return {wasAsking ? std::string(PlainReplies::dropped) : "Okay.", std::move(memory)};
-}
-
 /// A "no" or "cancel" right behind what was done may well mean that.
 Step cancelled(const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
 {
@@ -46,7 +38,7 @@ Step cancelled(const std::string& core, const RequestMemory& memory, const RuleS
     if (!SmallTalk::isCancel(core) && !isDeclined)
         return std::nullopt;
     if (memory.pending.isOpen() || !memory.aside.empty())
-        return dropAll(memory);
+        return PlainAnswers::drop(memory);
     static const Pattern denies("^(?:no+|nope|nah|cancel|not that|neither|none)[.!]*$", Pattern::caseless);
     // What was done a moment ago is what nobody minds any more.
     static const Pattern neverMind("^never ?mind[.!]*$", Pattern::caseless);
@@ -132,7 +124,7 @@ RuleStep answerTalk(TalkKind kind, RequestMemory memory, const RuleSurroundings&
     case TalkKind::agreement:
         return sayAndAskAgain("Good.", std::move(memory));
     case TalkKind::stop:
-        return dropAll(std::move(memory));
+        return PlainAnswers::drop(std::move(memory));
     case TalkKind::startAgain:
         return startAgain(std::move(memory));
     case TalkKind::wait:
@@ -154,6 +146,14 @@ Step agreedToNothing(const std::string& core, const RequestMemory& memory, bool 
 }
 
 } // namespace
+
+RuleStep PlainAnswers::drop(RequestMemory memory)
+{
+    const bool wasAsking = memory.pending.isOpen() || !memory.aside.empty();
+    memory.pending = {};
+    memory.aside.clear();
+    return {wasAsking ? std::string(PlainReplies::dropped) : "Okay.", std::move(memory)};
+}
 
 std::optional<RuleStep> PlainAnswers::answer(
     const std::string& core, const std::string& opened, RequestMemory memory, const RuleSurroundings& around)

@@ -16,6 +16,8 @@ struct PlainAnswers {
     /// question open.
     static std::optional<RuleStep> answer(
         const std::string& core, const std::string& opened, RequestMemory memory, const RuleSurroundings& around);
+    /// Nothing that was asked about is done.
+    static RuleStep drop(RequestMemory memory);
 };
 
 } // namespace quorvell

@@ -9,16 +9,22 @@
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/dialogue/reach/OutOfReach.h"
 #include "Understanding/dialogue/repair/ActBook.h"
+#include "Understanding/requests/AnswerWords.h"
 #include "Understanding/requests/AsideRules.h"
+#include "Understanding/requests/CallEffect.h"
 #include "Understanding/requests/CarefulStep.h"
 #include "Understanding/requests/FollowUpRules.h"
+#include "Understanding/requests/ForMe.h"
 #include "Understanding/requests/ListedRules.h"
 #include "Understanding/requests/OfferRules.h"
 #include "Understanding/requests/PlainAnswers.h"
+#include "Understanding/requests/PointingWords.h"
 #include "Understanding/requests/RepairRules.h"
 #include "Understanding/requests/RequestReader.h"
 #include "Understanding/requests/SkillTable.h"
+#include "Understanding/requests/TalkedOfRules.h"
 #include "Understanding/requests/UndoRules.h"
+#include "Understanding/skills/calendar/acting/AgendaCalls.h"
 #include "Understanding/time/TimeWords.h"
 #include "Understanding/words/PlainWording.h"
 #include "Understanding/words/RequestText.h"
@@ -162,9 +168,21 @@ Step silenced(const std::string& core, const RequestMemory& memory, const RuleSu
     return skill && skill->stop && stop.find(core) ? skill->stop(memory, around) : std::nullopt;
 }
 
+bool putsNothingDown(
+    const ToolRequest& call, const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+{
+    static const Pattern lastWords("^make (?:it|that|them) ", Pattern::caseless);
+    const bool isNew = call.arguments.find("\"text\"") != std::string::npos;
+    if (call.name == "set_reminder")
+        return isNew && memory.topic.empty() && AnswerWords::isBareTime(core, around);
+    return call.name == "keep_note" && isNew && lastWords.find(core);
+}
+
 RuleStep answerNew(
     std::string_view words, const std::string& said, const RequestMemory& memory, const RuleSurroundings& around)
 {
+    if (auto step = TalkedOfRules::answer(said, memory, around))
+        return *std::move(step);
     if (auto step = goneOn(std::string(words), memory, around))
         return *std::move(step);
     const RequestMood mood = moodOf(words);
@@ -173,8 +191,14 @@ RuleStep answerNew(
         return beyondReach(*matter, core, mood, memory, around);
     const auto request =
         mood == RequestMood::question ? RequestReader::readQuestion(core, around) : RequestReader::read(core, around);
-    if (request)
-        return CarefulStep::take(answerRequest(*request, memory, around), *request, mood, memory);
+    if (request) {
+        RuleStep step = CarefulStep::take(answerRequest(*request, memory, around), *request, mood, memory);
+        // "Sunday too" and "make it two notes" name nothing that could be put down.
+        const auto* call = std::get_if<ToolRequest>(&step.answer);
+        if (call && putsNothingDown(*call, core, memory, around))
+            return {"I am not sure what that is for. Please say it in one sentence.", memory, true};
+        return step;
+    }
     if (auto step = mood == RequestMood::wish ? OfferRules::answer(core, memory, around) : std::nullopt)
         return *std::move(step);
     // Whether a model would know what to do with a wish that nobody here understood is not known either.
@@ -188,7 +212,8 @@ bool asksInTurn(const std::string& core, const PendingQuestion& asked)
 {
     static const Pattern question(
         "^(?:what|who|where|why|which|whose|how (?:much|many|old|far|long|tall|is|are|do|does|did)"
-        "|is there|are there|do i|did i|do you|when (?:is|are|was|does|do))\\b(?! about| if)",
+        "|(?:is|are|was|were) (?:there|that|this|it|those|they)|(?:do|did|have) (?:i|you|we)|does (?:it|that|this|my)"
+        "|am i|when (?:is|are|was|does|do))\\b(?! about| if)",
         Pattern::caseless);
     static const Pattern choice("^which (?:one|ones|of)\\b|^what i (?:want|mean|meant)\\b", Pattern::caseless);
     if (question.find(core))
@@ -215,16 +240,35 @@ RuleStep answerInTurn(
     return step;
 }
 
+using Verdict = AnswerWords::Verdict;
+
+/// What is said of an action on the screen has to be a yes without any doubt, in the plainest words.
+Verdict verdictOf(std::string_view words, const std::string& core, const RequestMemory& memory)
+{
+    const PendingQuestion& asked = memory.pending;
+    if (!asked.isOpen())
+        return Verdict::none;
+    if (!QuestionKind::isYesOrNo(asked))
+        return AnswerWords::declines(core) ? Verdict::no : Verdict::none;
+    if (SpokenConsent::agreesTo(asked.question, words) || OfferRules::isAccepted(core, asked))
+        return Verdict::yes;
+    constexpr std::string_view ofTheScreen = "confirm_action";
+    return asked.tool == ofTheScreen ? Verdict::none : AnswerWords::verdict(core, asked.question);
+}
+
 RuleStep answered(std::string_view words, RequestMemory memory, const RuleSurroundings& around)
 {
     const std::string opened = RequestText::withoutOpening(words);
     const std::string core = RequestText::withoutClosing(opened);
-    const bool isAgreed = QuestionKind::isYesOrNo(memory.pending)
-        && (SpokenConsent::agreesTo(memory.pending.question, words) || OfferRules::isAccepted(core, memory.pending));
-    if (isAgreed) {
+    const Verdict verdict = verdictOf(words, core, memory);
+    if (verdict == Verdict::yes) {
         PendingQuestion asked = std::exchange(memory.pending, {});
         return {ToolRequest{std::move(asked.tool), std::move(asked.arguments)}, std::move(memory)};
     }
+    if (verdict == Verdict::no)
+        return PlainAnswers::drop(std::move(memory));
+    if (auto step = OfferRules::corrected(core, memory, around))
+        return *std::move(step);
     if (auto step = silenced(core, memory, around))
         return *std::move(step);
     if (auto step = UndoRules::answer(core, memory, around))
@@ -249,6 +293,27 @@ RuleStep answered(std::string_view words, RequestMemory memory, const RuleSurrou
     return AsideRules::takenUp(std::move(step), AsideRules::Behind::words);
 }
 
+/// With the hour, where a moment was asked about.
+DateParts dayOf(const SpokenDays& days)
+{
+    return days.from == days.to ? days.from : days.from.wholeDay();
+}
+
+/// What only looks something up for such words has not done it.
+bool wishesChange(const std::string& words)
+{
+    static const Pattern change(
+        "^(?:delete|remove|cancel|change|move|rename|take|clear|shift|push|postpone|tick|mark|drop"
+        "|get rid|update|edit|empty|erase|wipe|stop|turn off)\\b",
+        Pattern::caseless);
+    return change.find(words).has_value();
+}
+
+bool isSaid(const RuleStep& step)
+{
+    return std::holds_alternative<std::string>(step.answer) && !step.memory.pending.isOpen();
+}
+
 /// "Remove eggs" may be said of what stands neither in the calendar nor among the reminders.
 RuleStep lookedFurther(RuleStep step, const RuleSurroundings& around)
 {
@@ -271,6 +336,16 @@ RuleStep remarked(RuleStep step, const ToolResult& result)
     if (!ToolResults::failure(result) && !step.memory.pending.isOpen())
         *said += remark;
     return step;
+}
+
+/// With what was spoken of in place of the words that point at it.
+std::string pointedOut(std::string_view said, RequestMemory& memory, const RuleSurroundings& around)
+{
+    PointingWords pointing = PointingWords::resolved(said, memory, around);
+    if (pointing.isOfEvent)
+        memory.talkOf(AgendaCalls::skill);
+    std::string another = memory.pending.isOpen() ? "" : TalkedOfRules::another(pointing.words, memory, around);
+    return another.empty() ? std::move(pointing.words) : another;
 }
 
 /// What was said is taken for what is put right by it, where it puts something right.
@@ -328,12 +403,14 @@ RuleStep RequestRules::answerWords(std::string_view said, const RequestMemory& m
     // Where free words are asked for, they stay as they are.
     const bool asksForWords = memory.pending.isOpen() && memory.pending.task.empty();
     const std::string fluent = RequestText::withoutFillers(said);
-    const std::string words = asksForWords ? fluent : PlainWording::of(fluent);
+    const std::string words = asksForWords ? fluent : pointedOut(PlainWording::of(ForMe::removed(fluent)), now, around);
     if (!memory.pending.isOpen())
         now.further = {};
     RuleStep step = remembered(answerAll(words, now, around));
     if (std::holds_alternative<std::string>(step.answer) && !step.memory.pending.isOpen())
         step.memory.further = {};
+    if (step.isNotUnderstood && moodOf(words) == RequestMood::wish)
+        step.memory.failedAt = step.memory.turn;
     // Only what was asked about goes, and nothing once something else was said.
     const auto* call = std::get_if<ToolRequest>(&step.answer);
     const bool isAgreed = call && memory.pending.isOpen() && call->arguments == memory.pending.arguments;
@@ -362,8 +439,16 @@ RuleStep RequestRules::answerResult(
     if (!skill || !skill->takeResult)
         return ToolResults::say(ToolResults::failure(*result).value_or("Done."), memory);
     RuleStep step = remarked(lookedFurther(skill->takeResult(call, *result, memory, around), around), *result);
+    if (step.memory.asked != RequestMemory::CalendarQuestion::none && step.memory.days && CallEffect::isLookUp(call)) {
+        const bool isOneDay = step.memory.days->isOneDay();
+        step.memory.askedDay = isOneDay ? std::optional(dayOf(*step.memory.days)) : std::nullopt;
+        step.memory.askedDayAt = memory.turn;
+    }
     ActBook::record(
         call, *result, skill->name, skill->whatWasDone ? skill->whatWasDone(call, *result) : "", memory, step);
+    const bool isDone = !step.memory.acts.empty() && step.memory.acts.back().turn == memory.turn;
+    if (!isDone && (result->isFailure() || step.isNotFound || (isSaid(step) && wishesChange(memory.words))))
+        step.memory.failedAt = memory.turn;
     return remembered(withFurther(AsideRules::takenUp(std::move(step), AsideRules::Behind::result), around));
 }
 

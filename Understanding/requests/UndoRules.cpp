@@ -2,6 +2,7 @@
 #include "Understanding/requests/UndoRules.h"
 
 #include "QuorvellCore/text/Json.h"
+#include "QuorvellCore/text/Pattern.h"
 #include "QuorvellCore/text/TextMatch.h"
 #include "Understanding/dialogue/PlainReplies.h"
 #include "Understanding/dialogue/QuestionKind.h"
@@ -211,6 +212,8 @@ Step withActs(const UndoWish& wish, const RequestMemory& memory, const RuleSurro
 {
     switch (wish.kind) {
     case UndoWish::Kind::last:
+        if (wish.count == 1 && ActBook::hasJustFailed(memory))
+            return UndoRules::offer("Just now I changed nothing. Before that:", memory);
         return ActBook::takeBack({.left = bounded(ActBook::newest(memory, wish.count))}, memory, around);
     case UndoWish::Kind::before:
         return ActBook::takeBack({.left = ActBook::beforeLast(memory)}, memory, around);
@@ -241,14 +244,27 @@ bool onlyTells(UndoWish::Kind kind)
 } // namespace
 
 std::optional<RuleStep> UndoRules::answer(
-    const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
+    const std::string& said, const RequestMemory& memory, const RuleSurroundings& around)
 {
     const bool isAsking = memory.pending.isOpen();
+    // "Never mind, cancel that."
+    static const Pattern lead("^(?:(?:never ?mind|nvm|no|oh|sorry|actually|wait|hm+)[,.]? )+(?=(?:cancel|scrap|scratch"
+                              "|forget|revoke|undo|delete|remove) (?:it|that|this)\\b)",
+        Pattern::caseless);
+    static const Pattern further(
+        "^(?:and )?(?:again|once more|one more(?: time)?|another one)[.!]*$", Pattern::caseless);
+    const bool goesOn =
+        !isAsking && memory.tookBackAt + 1 == memory.turn && memory.tookBackAt > 0 && further.find(said);
+    if (goesOn)
+        return memory.acts.empty() ? ToolResults::say("There is nothing more to take back.", memory)
+                                   : ActBook::takeBack({.left = ActBook::newest(memory, 1)}, memory, around);
+    const std::string core = lead.replaceAll(said, "");
     if (const auto wish = UndoWish::read(core)) {
         if (isAsking && onlyTells(wish->kind))
             return std::nullopt;
         // What is to be taken back is what was just asked about, and is not done.
-        if (wish->kind == UndoWish::Kind::last && QuestionKind::isYesOrNo(memory.pending))
+        const bool isActMeant = memory.pending.isTakenUpAgain && ActBook::wasJustDone(memory);
+        if (wish->kind == UndoWish::Kind::last && QuestionKind::isYesOrNo(memory.pending) && !isActMeant)
             return dropped(memory);
         // "Take the library books back" may be anything.
         const bool isNamed = wish->kind == UndoWish::Kind::named;
@@ -260,12 +276,18 @@ std::optional<RuleStep> UndoRules::answer(
     }
     if (isAsking || !SmallTalk::isUndo(core))
         return std::nullopt;
-    const bool isOfAct = UndoWish::isOfWhatWasJustDone(core) && ActBook::wasJustDone(memory) && !undoesByItself(memory);
+    // "Cancel it", behind a change of an event, is the event.
+    static const Pattern thing("^(?:cancel|scrap) it\\b", Pattern::caseless);
+    const bool isThing = !memory.acts.empty() && memory.acts.back().call.name == "change_event" && thing.find(core);
+    const bool isOfAct =
+        !isThing && UndoWish::isOfWhatWasJustDone(core) && ActBook::wasJustDone(memory) && !undoesByItself(memory);
     if (isOfAct)
         return ActBook::takeBack({.left = ActBook::newest(memory, 1)}, memory, around);
     if (auto step = undoOfTopic(memory, around))
         return step;
-    return ActBook::wasJustDone(memory) ? Step(offer("", memory)) : std::nullopt;
+    constexpr std::size_t recently = 6; // Utterances; "okay" would read as if it was gone.
+    const bool isRecent = !memory.acts.empty() && memory.acts.back().turn + recently >= memory.turn;
+    return isRecent ? Step(offer("", memory)) : std::nullopt;
 }
 
 RuleStep UndoRules::offer(const std::string& lead, RequestMemory memory)

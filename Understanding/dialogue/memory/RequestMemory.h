@@ -58,6 +58,10 @@ struct RequestMemory {
     std::vector<DoneAct> acts{}; ///< What was changed and not taken back, the newest last.
     std::vector<DoneAct> takenBack{}; ///< For "redo", until something else is done; the newest last.
     TakingBack takingBack{}; ///< Under way, or asked about.
+    std::optional<DateParts> askedDay{}; ///< The one day that the calendar was last asked about.
+    std::size_t askedDayAt = 0; ///< In that utterance.
+    std::size_t tookBackAt = 0; ///< Utterance that took something back; 0 for none.
+    std::size_t failedAt = 0; ///< Utterance that wished for something which was not done; 0 for none.
     std::vector<AsideQuestion> aside{}; ///< The newest last.
     FurtherWish further{};
     std::size_t turn = 0; ///< Utterances so far.

@@ -194,6 +194,11 @@ bool ActBook::wasJustDone(const RequestMemory& memory)
     return !memory.acts.empty() && memory.acts.back().turn + 1 == memory.turn;
 }
 
+bool ActBook::hasJustFailed(const RequestMemory& memory)
+{
+    return memory.failedAt != 0 && memory.failedAt + 1 == memory.turn && !wasJustDone(memory);
+}
+
 RuleStep ActBook::takeBack(TakingBack plan, RequestMemory memory, const RuleSurroundings& around)
 {
     memory.pending = {};
@@ -218,6 +223,7 @@ RuleStep ActBook::takeResult(const ToolResult& result, RequestMemory memory, con
         if (memory.takenBack.size() >= RequestMemory::mostActs)
             memory.takenBack.erase(memory.takenBack.begin());
         memory.takenBack.push_back(std::move(act));
+        memory.tookBackAt = memory.turn;
         return goOn(std::move(memory), around);
     }
     const auto failure = ToolResults::failure(result);

@@ -28,6 +28,8 @@ struct ActBook {
     static std::vector<std::vector<DoneAct>> named(const RequestMemory& memory, const std::string& words);
     /// Whether the utterance before this one changed something.
     static bool wasJustDone(const RequestMemory& memory);
+    /// Whether it wished for something that was not done: what was done before it is not what is to be taken back.
+    static bool hasJustFailed(const RequestMemory& memory);
 
     /// Begins with the first act of `plan`; nothing is called for one that cannot be taken back.
     static RuleStep takeBack(TakingBack plan, RequestMemory memory, const RuleSurroundings& around);

@@ -154,7 +154,7 @@ bool areOnOneDay(const std::vector<TimeChoice>& choices)
 
 const QuestionKind ReminderQuestions::whichTime{takeChoice};
 const QuestionKind ReminderQuestions::when{takeTime};
-const QuestionKind ReminderQuestions::task{takeTask};
+const QuestionKind ReminderQuestions::task{takeTask, nullptr, true};
 const QuestionKind ReminderQuestions::whole{takeWhole};
 const QuestionKind ReminderQuestions::whatThatIs{takeThing};
 const QuestionKind ReminderQuestions::occurrences{takeOccurrences};
