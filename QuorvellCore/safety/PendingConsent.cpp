@@ -3,6 +3,8 @@
 
 #include "QuorvellCore/safety/SpokenConsent.h"
 #include "QuorvellCore/safety/SpokenWords.h"
+#include "QuorvellCore/text/Characters.h"
+#include "QuorvellCore/text/LowerCase.h"
 
 #include <algorithm>
 #include <array>
@@ -36,6 +38,16 @@ std::size_t marksIn(std::string_view text)
         for (std::size_t at = text.find(mark); at != std::string_view::npos; at = text.find(mark, at + mark.size()))
             ++count;
     return count;
+}
+
+/// What people type for a yes, spelled out.
+std::string spelledOut(const std::string& answer)
+{
+    constexpr auto shortYes = std::to_array<std::string_view>({"y", "ye", "yess", "yesss", "yeap"});
+    std::string word = lowerCased(trimmed(answer));
+    while (!word.empty() && (word.back() == '.' || word.back() == '!'))
+        word.pop_back();
+    return std::find(shortYes.begin(), shortYes.end(), word) == shortYes.end() ? answer : "yes";
 }
 
 } // namespace
@@ -83,8 +95,8 @@ std::optional<ConsentEvidence::Verdict> PendingConsent::userSaid(const HeardUtte
             m_state = State::declined;
         return verdict;
     }
-    m_heardSinceAsk += (m_heardSinceAsk.empty() ? "" : " ") + heard.text;
-    m_ownSinceAsk += (m_ownSinceAsk.empty() ? "" : " ") + heard.ownWords;
+    m_heardSinceAsk += (m_heardSinceAsk.empty() ? "" : " ") + spelledOut(heard.text);
+    m_ownSinceAsk += (m_ownSinceAsk.empty() ? "" : " ") + spelledOut(heard.ownWords);
     if (m_state == State::asked && SpokenConsent::isStillThinking(m_heardSinceAsk))
         return verdict;
     const bool agrees =

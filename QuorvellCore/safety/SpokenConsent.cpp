@@ -22,9 +22,9 @@ using Words = std::vector<std::string_view>;
 
 constexpr auto yesFillers =
     std::to_array<std::string_view>({"oh", "um", "umm", "uh", "uhm", "er", "erm", "ah", "hmm", "well", "so", "and"});
-constexpr auto yesLeads = std::to_array<std::string_view>({"yes", "yeah", "yep", "yup", "yea", "ya", "yah", "y", "ye",
-    "yess", "yesss", "yeap", "aye", "k", "kk", "okey", "sure", "ok", "okay", "alright", "absolutely", "definitely",
-    "certainly", "ofcourse", "please", "fine", "perfect", "correct", "right", "exactly", "that's", "thats"});
+constexpr auto yesLeads = std::to_array<std::string_view>(
+    {"yes", "yeah", "yep", "yup", "yea", "ya", "yah", "sure", "ok", "okay", "alright", "absolutely", "definitely",
+        "certainly", "ofcourse", "please", "fine", "perfect", "correct", "right", "exactly", "that's", "thats"});
 constexpr auto goAheadVerbs = std::to_array<std::string_view>(
     {"go", "do", "open", "send", "continue", "proceed", "carry", "click", "press", "tap", "hit", "submit", "post",
         "reply", "save", "sign", "log", "fill", "join", "visit", "load", "launch", "type", "accept", "agree", "allow"});
@@ -110,9 +110,7 @@ bool isYes(std::string_view answer, const Words& echoed)
     const Words words = split(spaced);
     const auto first =
         std::find_if_not(words.begin(), words.end(), [](std::string_view word) { return isOneOf(yesFillers, word); });
-    // "Delete it, yes": the yes may come last.
-    constexpr auto plainYes = std::to_array<std::string_view>({"yes", "yeah", "yep", "yup"});
-    if (first == words.end() || (!confirms(*first) && !isOneOf(plainYes, words.back())))
+    if (first == words.end() || !confirms(*first))
         return false;
     return std::all_of(first, words.end(), [&echoed](std::string_view word) {
         return confirms(word) || isOneOf(yesExtras, word)

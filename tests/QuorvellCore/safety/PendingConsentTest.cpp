@@ -35,6 +35,7 @@ TEST(PendingConsent, takesOnlyAYesToThisVeryQuestion)
         {"broken off", {"Shall I remember this about you:", ">yes"}, Answer::borrowed},
         {"never put", {">yes"}, Answer::none},
         {"not answered", {question}, Answer::none},
+        {"as it is typed", {question, ">Yess!"}, Answer::yes},
         {"taken back", {question, ">yes", ">no wait"}, Answer::no},
         {"a word in between", {question, ">yes", "One moment.", ">please"}, Answer::yes},
         {"something else", {question, ">what time is it"}, Answer::no},
