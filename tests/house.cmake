@@ -9,6 +9,7 @@ add_test(NAME house.layers COMMAND scripts/check-layers "${CMAKE_BINARY_DIR}/roo
 add_test(NAME house.circles COMMAND scripts/check-circles WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.heads COMMAND scripts/check-heads WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.own_header_first COMMAND scripts/check-headers WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
+add_test(NAME house.names COMMAND scripts/check-names WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.purity COMMAND scripts/check-purity WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.shown COMMAND scripts/check-shown WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 add_test(NAME house.settings COMMAND scripts/check-settings WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")

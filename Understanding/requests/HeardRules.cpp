@@ -103,7 +103,7 @@ std::string placesQuestion(const std::vector<std::string>& pieces)
     return question + ".";
 }
 
-RuleStep askWhich(OpenReadings readings, std::string question, RequestMemory memory)
+RuleStep askWhichReading(OpenReadings readings, std::string question, RequestMemory memory)
 {
     memory.readings = std::move(readings);
     return RuleStep::asking({.kind = &HeardRules::whichReading, .question = std::move(question)}, std::move(memory));
@@ -225,17 +225,17 @@ RuleStep HeardRules::answer(
         if (memory.pending.kind == &whichReading && memory.readings.whole.size() == 1)
             return {badlyHeard(HeardDoubts::Trouble::unclear), memory};
         if (memory.pending.kind == &whichReading)
-            return askWhich(memory.readings, placesQuestion(memory.readings.pieces), memory);
+            return askWhichReading(memory.readings, placesQuestion(memory.readings.pieces), memory);
         readings.pieces = differences(readings.whole);
         std::string question = whichQuestion(readings.pieces);
-        return askWhich(std::move(readings), std::move(question), memory);
+        return askWhichReading(std::move(readings), std::move(question), memory);
     }
     const auto* call = std::get_if<ToolRequest>(&step.answer);
     if (!call || chosen)
         return step;
     if (auto piece = MisheardTime::in(words, *call, around)) {
         readings.pieces = {*piece};
-        return askWhich(
+        return askWhichReading(
             std::move(readings), "I heard \"" + *piece + "\" where a day or an hour belongs. Is that right?", memory);
     }
     if (doubts.faintNames.empty())

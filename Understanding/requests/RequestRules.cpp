@@ -3,7 +3,6 @@
 
 #include "QuorvellCore/live/tools/ToolResult.h"
 #include "QuorvellCore/safety/SpokenConsent.h"
-#include "QuorvellCore/text/Json.h"
 #include "QuorvellCore/text/Pattern.h"
 #include "Understanding/dialogue/QuestionKind.h"
 #include "Understanding/dialogue/ToolResults.h"
@@ -11,7 +10,6 @@
 #include "Understanding/dialogue/repair/ActBook.h"
 #include "Understanding/requests/AnswerWords.h"
 #include "Understanding/requests/AsideRules.h"
-#include "Understanding/requests/CallEffect.h"
 #include "Understanding/requests/CarefulStep.h"
 #include "Understanding/requests/FollowUpRules.h"
 #include "Understanding/requests/ForMe.h"
@@ -19,18 +17,17 @@
 #include "Understanding/requests/OfferRules.h"
 #include "Understanding/requests/PlainAnswers.h"
 #include "Understanding/requests/PointingWords.h"
+#include "Understanding/requests/ReachRules.h"
 #include "Understanding/requests/RepairRules.h"
 #include "Understanding/requests/RequestReader.h"
+#include "Understanding/requests/ResultMarks.h"
 #include "Understanding/requests/SkillTable.h"
 #include "Understanding/requests/TalkedOfRules.h"
 #include "Understanding/requests/UndoRules.h"
 #include "Understanding/skills/calendar/acting/AgendaCalls.h"
-#include "Understanding/time/TimeWords.h"
 #include "Understanding/words/PlainWording.h"
 #include "Understanding/words/RequestText.h"
 #include "Understanding/words/WishCut.h"
-
-#include <nlohmann/json.hpp>
 
 #include <optional>
 #include <string>
@@ -76,50 +73,6 @@ RuleStep answerRequest(const Request& request, RequestMemory memory, const RuleS
     return request.answer(std::move(memory), around);
 }
 
-/// What a reminder of it would say; nothing where the words are no deed: "BBC Radio 4 on".
-std::string dutyOf(const std::string& core)
-{
-    static const Pattern wanted(
-        "^(?:i|we)(?:['’]d| would)? (?:need|want|like) (?=(?:an?|the|some|two)\\b)", Pattern::caseless);
-    static const Pattern deed("^(?:re-?order|book|reserve|buy|get|bring|call|phone|ring|hail|arrange|request|schedule|"
-                              "order|turn|switch|dim|shut"
-                              "|close|open|lock|unlock|start|run|stop|make|brew|prepare|play|put "
-                              "on|send|e-?mail|mail|text|message|write|compose"
-                              "|draft|reply|answer|forward|post|tweet|share|vacuum|clean|mop|sweep|set|change|pay|"
-                              "transfer|print|record|take|watch"
-                              "|listen|charge|find|tell|update|download|cook|activate|lower|raise)\\b",
-        Pattern::caseless);
-    const auto match = wanted.find(core);
-    const std::string duty = match ? "get " + core.substr(match->range.end) : core;
-    if (!deed.find(duty))
-        return {};
-    return std::string(1, static_cast<char>(duty.front() | ' ')) + duty.substr(1);
-}
-
-/// What is not done here is said; for a deed at a time a reminder is offered.
-RuleStep beyondReach(const ReachReply& matter, const std::string& core, RequestMood mood, const RequestMemory& memory,
-    const RuleSurroundings& around)
-{
-    const bool isWish = matter.isDeed && mood == RequestMood::wish;
-    const auto request = isWish && !matter.isOffScreen ? RequestReader::read(core, around) : std::nullopt;
-    if (request && request->isForOthers)
-        return request->answer(memory, around);
-    const std::string reply(matter.reply);
-    constexpr std::string_view reminding = "set_reminder";
-    static const Pattern time(
-        "\\b(?:at|on|every|by|tonight|today|tomorrow|next|noon|midnight|in an?|in \\d+)\\b|\\d ?[ap]\\.?m\\b",
-        Pattern::caseless);
-    const std::string duty = isWish ? dutyOf(core) : std::string();
-    if (duty.empty() || !around.offers(reminding) || !time.find(duty) || !TimeWords::atEnd(duty, around))
-        return {reply, memory, matter.isCommonKnowledge};
-    return RuleStep::asking({.kind = &ToolResults::confirmation,
-                                .question = reply + " Should I remind you to " + duty + "?",
-                                .task = duty,
-                                .tool = std::string(reminding),
-                                .arguments = dumpJson(Json{{"text", "remind me to " + duty}})},
-        memory);
-}
-
 /// What only makes sense after what was talked about. A question that was asked once more behind something else need
 /// not be what is answered; it stays open.
 Step goneOn(const std::string& words, const RequestMemory& memory, const RuleSurroundings& around)
@@ -150,7 +103,7 @@ std::string asLookUp(const std::string& core)
     static const Pattern isDone(
         "^(?:is|are) ((?:the|my|our) (?:\\S+ ){0,3}list) (?:all )?(?:done|finished|completed?|ready)(?: yet| now)?$",
         Pattern::caseless);
-    static const Pattern any("^any (?=\\S+ )", Pattern::caseless);
+    static const Pattern any("^any (?!idea )(?=\\S+ )", Pattern::caseless);
     if (any.find(core))
         return any.replaceAll(core, "are there any ");
     if (const auto list = isDone.find(core))
@@ -188,7 +141,7 @@ RuleStep answerNew(
     const RequestMood mood = moodOf(words);
     const std::string core = mood == RequestMood::question ? asLookUp(said) : said;
     if (const auto matter = OutOfReach::of(core))
-        return beyondReach(*matter, core, mood, memory, around);
+        return ReachRules::answer(*matter, core, mood, memory, around);
     const auto request =
         mood == RequestMood::question ? RequestReader::readQuestion(core, around) : RequestReader::read(core, around);
     if (request) {
@@ -291,27 +244,6 @@ RuleStep answered(std::string_view words, RequestMemory memory, const RuleSurrou
         step.memory.words = core;
     AsideRules::put(before, core, step.memory);
     return AsideRules::takenUp(std::move(step), AsideRules::Behind::words);
-}
-
-/// With the hour, where a moment was asked about.
-DateParts dayOf(const SpokenDays& days)
-{
-    return days.from == days.to ? days.from : days.from.wholeDay();
-}
-
-/// What only looks something up for such words has not done it.
-bool wishesChange(const std::string& words)
-{
-    static const Pattern change(
-        "^(?:delete|remove|cancel|change|move|rename|take|clear|shift|push|postpone|tick|mark|drop"
-        "|get rid|update|edit|empty|erase|wipe|stop|turn off)\\b",
-        Pattern::caseless);
-    return change.find(words).has_value();
-}
-
-bool isSaid(const RuleStep& step)
-{
-    return std::holds_alternative<std::string>(step.answer) && !step.memory.pending.isOpen();
 }
 
 /// "Remove eggs" may be said of what stands neither in the calendar nor among the reminders.
@@ -439,16 +371,10 @@ RuleStep RequestRules::answerResult(
     if (!skill || !skill->takeResult)
         return ToolResults::say(ToolResults::failure(*result).value_or("Done."), memory);
     RuleStep step = remarked(lookedFurther(skill->takeResult(call, *result, memory, around), around), *result);
-    if (step.memory.asked != RequestMemory::CalendarQuestion::none && step.memory.days && CallEffect::isLookUp(call)) {
-        const bool isOneDay = step.memory.days->isOneDay();
-        step.memory.askedDay = isOneDay ? std::optional(dayOf(*step.memory.days)) : std::nullopt;
-        step.memory.askedDayAt = memory.turn;
-    }
+    ResultMarks::askedDay(call, memory, step);
     ActBook::record(
         call, *result, skill->name, skill->whatWasDone ? skill->whatWasDone(call, *result) : "", memory, step);
-    const bool isDone = !step.memory.acts.empty() && step.memory.acts.back().turn == memory.turn;
-    if (!isDone && (result->isFailure() || step.isNotFound || (isSaid(step) && wishesChange(memory.words))))
-        step.memory.failedAt = memory.turn;
+    ResultMarks::failure(*result, memory, step);
     return remembered(withFurther(AsideRules::takenUp(std::move(step), AsideRules::Behind::result), around));
 }
 

@@ -57,7 +57,7 @@ Step takeChosen(
 
 constexpr QuestionKind whichAct{takeChosen};
 
-RuleStep askWhich(const std::string& words, const std::vector<Acts>& fitting, RequestMemory memory)
+RuleStep askWhichActs(const std::string& words, const std::vector<Acts>& fitting, RequestMemory memory)
 {
     Acts each;
     for (const Acts& acts : fitting)
@@ -130,7 +130,7 @@ RuleStep takeBackNamed(const std::string& words, const std::vector<Acts>& fittin
             "I " + ActBook::inWords(fitting.front()) + ", all at once. Should I take all of that back?", memory);
     if (fitting.size() == 1)
         return ActBook::takeBack({.left = fitting.front()}, memory, around);
-    return askWhich(words, fitting, memory);
+    return askWhichActs(words, fitting, memory);
 }
 
 RuleStep nothingLikeThat(const RequestMemory& memory)

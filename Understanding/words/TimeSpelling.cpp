@@ -48,7 +48,7 @@ constexpr auto others = std::to_array<std::string_view>({"sundae", "sundaes", "s
     "eighteenth", "nineteenth", "twentieth", "thirtieth", "tomorrows", "mounting", "warning", "fifteens", "weekdone",
     "weekender", "tomorrow's", "minutely", "minutest", "tuesdays'", "thirteens", "sunda", "seventeens", "octobers"});
 
-std::string_view meant(std::string_view word)
+std::string_view meantTime(std::string_view word)
 {
     const auto slip = std::ranges::find(slips, word, &Slip::typed);
     if (slip != slips.end())
@@ -67,10 +67,10 @@ std::string_view meant(std::string_view word)
 /// "Wensdays" as "wensday".
 std::string meantOf(std::string_view word)
 {
-    const std::string_view right = meant(word);
+    const std::string_view right = meantTime(word);
     if (!right.empty() || !word.ends_with('s'))
         return std::string(right);
-    const std::string_view single = meant(word.substr(0, word.size() - 1));
+    const std::string_view single = meantTime(word.substr(0, word.size() - 1));
     const bool isKnown = std::ranges::find(others, word) != others.end();
     return single.ends_with("day") && !isKnown ? std::string(single) + "s" : std::string();
 }

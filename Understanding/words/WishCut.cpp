@@ -56,7 +56,14 @@ std::optional<WishCut> WishCut::of(const std::string& words)
         "(?:[,;]? (?:and|plus)(?: then| also| please)*|[.;!?](?: and| then| also)*|, (?:then|also)) "
         "(?=[a-z])",
         Pattern::caseless);
+    // One thing for another on the list that is named last.
+    static const Pattern swap(
+        "^(?:remove|delete|take|cross|drop) (?!.*\\b(?:from|off|on|in)\\b.* (?:add|put) ).* (?:and|then) "
+        "(?:add|put) .*\\blist\\b",
+        Pattern::caseless);
     const std::string core = RequestText::withoutOpening(words);
+    if (swap.find(core))
+        return std::nullopt;
     if (words.size() > longest || words.find('"') != std::string::npos || !deed.find(core))
         return std::nullopt;
     const bool isTakenDown = takesDown.find(core).has_value();

@@ -62,6 +62,9 @@ FAULTS = [
     ("layers", "B/Six.h:2: b may not include \"A/Two.h\"", {"B/Six.h": LICENCE + "#include <A/Two.h>\n"}),
     ("layers", "tests/B/SixTest.cpp:2: b may not include \"A/Two.h\"", {"tests/B/SixTest.cpp": source("A/Two.h")}),
     ("layers", "rooms.cmake: a has a door to b that it does not use", {"A/One.cpp": source("A/One.h")}),
+    ("names", "A: Four.cpp and Two.cpp each keep a function split", {
+        "A/Two.cpp": source("A/Two.h") + "namespace {\n\nint split(int)\n{\n    return 1;\n}\n\n} // namespace\n",
+        "A/Four.cpp": LICENCE + "// Begins.\nnamespace {\n\nlong split()\n{\n    return 2;\n}\n\n} // namespace\n"}),
     ("purity", "QuorvellCore/Pure.h:4:", {"QuorvellCore/Pure.h": header() + "inline int five() { throw 5; }\n"}),
     ("shown", "Understanding/Pure.h:4:", {"Understanding/Pure.h": header() + 'constexpr auto bold = "\\x1b[1m";\n'}),
     ("shown", "Understanding/Pure.h:4:", {"Understanding/Pure.h": header() + 'inline void tell() { std::puts("x"); }\n'}),

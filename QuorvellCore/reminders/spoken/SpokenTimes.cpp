@@ -68,7 +68,7 @@ int minuteOf(const std::string& word)
                                       : decimalNumber(name).value_or(0);
 }
 
-std::string written(int hour, int minute)
+std::string writtenClock(int hour, int minute)
 {
     if (minute == 0)
         return std::to_string(hour);
@@ -98,22 +98,22 @@ std::optional<std::string> writtenRelative(const PatternMatch& match)
         return std::nullopt;
     const int hour = hourOf(match.texts[4]);
     const int hourBefore = hour == 1 ? hoursOnTheClock : hour - 1;
-    return prefixOf(match) + (isBefore ? written(hourBefore, minutesInHour - minute) : written(hour, minute));
+    return prefixOf(match) + (isBefore ? writtenClock(hourBefore, minutesInHour - minute) : writtenClock(hour, minute));
 }
 
 std::optional<std::string> writtenOClock(const PatternMatch& match)
 {
-    return prefixOf(match) + written(hourOf(match.texts[1]), 0);
+    return prefixOf(match) + writtenClock(hourOf(match.texts[1]), 0);
 }
 
 std::optional<std::string> writtenMarked(const PatternMatch& match)
 {
-    return written(hourOf(match.texts[0]), minuteOf(match.texts[1])) + " " + lowerCased(match.texts[2]) + "m";
+    return writtenClock(hourOf(match.texts[0]), minuteOf(match.texts[1])) + " " + lowerCased(match.texts[2]) + "m";
 }
 
 std::optional<std::string> writtenPlain(const PatternMatch& match)
 {
-    return match.texts[0] + written(hourOf(match.texts[1]), minuteOf(match.texts[2]));
+    return match.texts[0] + writtenClock(hourOf(match.texts[1]), minuteOf(match.texts[2]));
 }
 
 using Rewriting = std::optional<std::string> (*)(const PatternMatch&);

@@ -37,7 +37,7 @@ struct Distance {
     int end = 0;
 };
 
-std::string written(LocalDay day)
+std::string writtenDay(LocalDay day)
 {
     const std::chrono::year_month_day date(day);
     std::array<char, 32> text{};
@@ -68,7 +68,7 @@ public:
             }
             const int end = found.empty() ? 0 : found.back().end;
             const bool isLed = index - 1 >= end && is(index - 1, {"on", "at", "by", "in", "after"});
-            found.push_back({isLed ? index - 1 : index, day->end, written(day->day)});
+            found.push_back({isLed ? index - 1 : index, day->end, writtenDay(day->day)});
             index = day->end;
         }
         return found;

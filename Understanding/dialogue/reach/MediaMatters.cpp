@@ -11,7 +11,8 @@ namespace quorvell {
 namespace {
 
 const std::string playing =
-    "^(?:(?:can|could|would|you|please|i|we|want|like|love|need|to|let|lets|us|me|play|start|open|"
+    "^(?!(?:do|did|have) "
+    "(?:i|we)\\b)(?:(?:can|could|would|you|please|i|we|want|like|love|need|to|let|lets|us|me|play|start|open|"
     "launch|do|have|begin|run|load"
     "|continue|a bit of|get|give|put on|hear|listen to|bored|am|in the mood for) )*";
 /// Names of games that people ask for by nothing but the name.

@@ -135,7 +135,7 @@ RuleStep askHowOften(const AgendaIntent& intent, RequestMemory memory)
     return RuleStep::asking(std::move(asked), std::move(memory));
 }
 
-RuleStep add(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls& calls)
+RuleStep addedAs(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls& calls)
 {
     if (intent.isRepeatUnknown)
         return {repeatUnknown, std::move(memory)};
@@ -161,14 +161,14 @@ RuleStep add(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls
         std::move(memory));
 }
 
-RuleStep list(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls& calls)
+RuleStep listedFor(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls& calls)
 {
     memory.talkOf(AgendaCalls::skill);
     memory.asked = RequestMemory::CalendarQuestion::events;
     return {calls.whatsOn(intent.days.value_or(SpokenDays())), std::move(memory)};
 }
 
-RuleStep findTime(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls& calls)
+RuleStep freeTimeFor(const AgendaIntent& intent, RequestMemory memory, const AgendaCalls& calls)
 {
     memory.talkOf(AgendaCalls::skill);
     memory.asked = RequestMemory::CalendarQuestion::freeTime;
@@ -190,7 +190,7 @@ std::optional<AgendaIntent> further(const Wish& wish, const RequestMemory& memor
         .minutes = memory.freeMinutes};
 }
 
-AgendaIntent moving(const Wish& wish)
+AgendaIntent movingBy(const Wish& wish)
 {
     const auto length = SpokenLength::read(wish.when);
     return {.kind = AgendaIntent::Kind::move,
@@ -233,7 +233,7 @@ RuleStep AgendaRules::answer(const AgendaIntent& wished, RequestMemory memory, c
     memory.days = intent.days;
     switch (intent.kind) {
     case AgendaIntent::Kind::list:
-        return list(intent, std::move(memory), calls);
+        return listedFor(intent, std::move(memory), calls);
     case AgendaIntent::Kind::next:
         if (!intent.title.empty() && !intent.isFurther)
             return EventLookup::begin(
@@ -244,9 +244,9 @@ RuleStep AgendaRules::answer(const AgendaIntent& wished, RequestMemory memory, c
         memory.wish = AgendaChange::wishIn(intent, memory);
         return {calls.whatsOn(intent.days.value_or(SpokenDays::ahead(around))), std::move(memory)};
     case AgendaIntent::Kind::findTime:
-        return findTime(intent, std::move(memory), calls);
+        return freeTimeFor(intent, std::move(memory), calls);
     case AgendaIntent::Kind::add:
-        return add(intent, std::move(memory), calls);
+        return addedAs(intent, std::move(memory), calls);
     case AgendaIntent::Kind::move:
     case AgendaIntent::Kind::cancel:
         break;
@@ -275,7 +275,7 @@ std::optional<RuleStep> AgendaRules::retime(const Wish& wish, RequestMemory memo
         return RuleStep{ruleIsFixed, std::move(memory)};
     if (!wish.from.empty() && !(memory.event.start && SpokenMove::isAt(wish.from, *memory.event.start, around)))
         return RuleStep{AgendaReply::named(memory.event) + ". When should it be instead?", std::move(memory)};
-    return answer(moving(wish), std::move(memory), around);
+    return answer(movingBy(wish), std::move(memory), around);
 }
 
 RuleStep AgendaRules::changeListed(
@@ -284,7 +284,7 @@ RuleStep AgendaRules::changeListed(
     AgendaTopic::talkAbout(event, memory);
     AgendaIntent intent{.kind = AgendaIntent::Kind::cancel, .scope = wish.scope};
     if (wish.kind == Wish::Kind::move) {
-        intent = moving(wish);
+        intent = movingBy(wish);
         // The time is asked for, and the answer needs a name.
         intent.title = intent.minutes == 0 && intent.when.empty() ? event.title : std::string();
     }

@@ -59,7 +59,7 @@ Found addingSomething(const std::string& plain)
 }
 
 /// "Set event on recurring", "create a repeating event": what comes back, they have to say.
-Found comingBack(const std::string& plain)
+Found comingBackFragment(const std::string& plain)
 {
     static const std::string often = "(?:recurring|repeating|repeated|recurrent|regular)";
     static const Pattern form(fragmentLead + "(?:(?:add|set(?: up)?|create|make|schedule|put|turn|new|need|want) )?(?:"
@@ -253,7 +253,8 @@ Found EventFragment::read(const std::string& core, const std::string& plain, con
         return std::nullopt;
     if (auto request = emptyForm(core))
         return request;
-    for (const auto reader : {addingSomething, comingBack, changingSome, addingKind, changingNamed, noticesOfAll})
+    for (const auto reader :
+        {addingSomething, comingBackFragment, changingSome, addingKind, changingNamed, noticesOfAll})
         if (auto request = reader(plain))
             return request;
     if (auto request = nounAlone(core, plain, around))

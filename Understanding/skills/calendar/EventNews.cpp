@@ -21,7 +21,7 @@ using Found = std::optional<Request>;
 const std::string newsOwner = "^(?:(?:the|my|our) )?";
 const std::string newsAux = "(?:has been|have been|had been|will be|was|is|are|got|has|just got)";
 
-Found moving(const std::string& title, std::string when, std::string from, Wish::Scope scope = Wish::Scope::open)
+Found newsOfMove(const std::string& title, std::string when, std::string from, Wish::Scope scope = Wish::Scope::open)
 {
     return AgendaRules::request({.kind = AgendaIntent::Kind::move,
         .title = trimmed(title),
@@ -61,7 +61,7 @@ Found changed(const std::string& core, const RuleSurroundings& around)
     if (when.empty() && !owned.find(core))
         return std::nullopt;
     static const Pattern known("^(?:to|on|for|at|until) ", Pattern::caseless);
-    return moving(match->texts[0], when.empty() ? known.replaceAll(match->texts[1], "") : when, "");
+    return newsOfMove(match->texts[0], when.empty() ? known.replaceAll(match->texts[1], "") : when, "");
 }
 
 /// "Dinner with John is postponed", "staff meeting pushed back an hour".
@@ -107,7 +107,7 @@ Found replaced(const std::string& core, const RuleSurroundings& around)
         return std::nullopt;
     static const Pattern verb(
         "(?: (?:starts?|begins?|is|be|will be|should be|to be|now|this|at|on))+$", Pattern::caseless);
-    return moving(verb.replaceAll(end->rest, ""), end->time, from);
+    return newsOfMove(verb.replaceAll(end->rest, ""), end->time, from);
 }
 
 /// "My standup is now at 9:45 every day, update it".
@@ -122,7 +122,7 @@ Found isNow(const std::string& core, const RuleSurroundings& around)
     const std::string when = match ? asTime(match->texts[1], around) : "";
     if (when.empty() || !EventTitle::namesOccasion(match->texts[0]))
         return std::nullopt;
-    return moving(match->texts[0], when, "", match->texts[2].empty() ? Wish::Scope::open : Wish::Scope::all);
+    return newsOfMove(match->texts[0], when, "", match->texts[2].empty() ? Wish::Scope::open : Wish::Scope::all);
 }
 
 /// "Lunch with Ana should be at 12:30", "put the staff meeting on friday instead".
@@ -155,8 +155,9 @@ Found shouldBe(const std::string& core, const RuleSurroundings& around)
         : making->texts[0].empty()    ? making->texts[1]
                                       : making->texts[0];
     const bool isOther = CalendarWords::isOfOthers(CalendarWords::of(core).plain);
-    return when.empty() || isOther || asks.find(title) || !EventTitle::namesOccasion(title) ? std::nullopt
-                                                                                            : moving(title, when, "");
+    return when.empty() || isOther || asks.find(title) || !EventTitle::namesOccasion(title)
+        ? std::nullopt
+        : newsOfMove(title, when, "");
 }
 
 /// "Cancel the staff meeting and put it on friday": it is moved.
@@ -170,7 +171,7 @@ Found putElsewhere(const std::string& core, const RuleSurroundings& around)
     const auto match = form.find(core);
     const std::string when = match ? asTime(match->texts[1], around) : "";
     return when.empty() || !EventTitle::namesOccasion(match->texts[0]) ? std::nullopt
-                                                                       : moving(match->texts[0], when, "");
+                                                                       : newsOfMove(match->texts[0], when, "");
 }
 
 } // namespace

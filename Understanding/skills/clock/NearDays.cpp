@@ -20,7 +20,7 @@ const std::string near =
     "(?:from|before) (?:today|tomorrow|now)|this time (?:next|last) \\w+)";
 
 /// "Tomorrow", where the day has no name of its own.
-std::string named(const std::string& words, const DayWords& day)
+std::string nearDayNamed(const std::string& words, const DayWords& day)
 {
     static const Pattern isNear("^(?:today|" + near + ")$");
     return isNear.find(words) ? words : day.name;
@@ -68,7 +68,7 @@ std::optional<std::string> NearDays::isWeekday(const std::string& phrase, const 
     const auto day = DayWords::read(words, around, isPast ? DayWords::Year::past : DayWords::Year::coming);
     if (!day || day->isImpossible || (isPast && day->day > today))
         return std::nullopt;
-    const std::string name = named(words, *day);
+    const std::string name = nearDayNamed(words, *day);
     const bool isSo = lowerCased(ClockText::weekday(day->day)) == match->texts[2];
     return std::string(isSo ? "Yes, " : "No, ") + (name.empty() ? "that" : name) + (day->day < today ? " was " : " is ")
         + ClockText::day(day->day, today) + ".";

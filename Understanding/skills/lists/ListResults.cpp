@@ -197,7 +197,7 @@ RuleStep takeKnown(const Json& arguments, const ToolResult& result, RequestMemor
 }
 
 /// Which lists there are for what should go on one; what stands on one already is told.
-RuleStep takeWhere(const Json& arguments, const ToolResult& result, RequestMemory memory)
+RuleStep takeWhereItIs(const Json& arguments, const ToolResult& result, RequestMemory memory)
 {
     memory.lists.purpose = ListTalk::Purpose::tell;
     const auto items = readStrings(arguments, "has").value_or(std::vector<std::string>{});
@@ -284,7 +284,7 @@ RuleStep ListResults::take(
     case ToolStatus::lists:
         memory.talkOf(ListRules::skill);
         if (memory.lists.purpose == ListTalk::Purpose::where)
-            return takeWhere(arguments, result, std::move(memory));
+            return takeWhereItIs(arguments, result, std::move(memory));
         return ListLookup::take(arguments, result, std::move(memory), around);
     default:
         break;

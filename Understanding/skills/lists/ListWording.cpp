@@ -42,7 +42,7 @@ std::string signsAndBlanks(std::string_view core)
 }
 
 /// Courtesies, reasons and what is only told around a request.
-std::string withoutAsides(std::string text)
+std::string withoutSideRemarks(std::string text)
 {
     static const Pattern doIt(
         "[,.?!;]? (?:(?:can|could|would|will) you )?(?:please )?do (?:it|that|this)(?: for me)?(?=[?.!;]|$)",
@@ -231,7 +231,7 @@ std::string withoutItemWords(const std::string& text)
 
 std::string ListWording::plain(std::string_view core)
 {
-    std::string text = withoutGerund(withPlainNames(withoutAsides(withDutiesAsList(signsAndBlanks(core)))));
+    std::string text = withoutGerund(withPlainNames(withoutSideRemarks(withDutiesAsList(signsAndBlanks(core)))));
     if (text.size() > ListIntent::longestRead)
         return text;
     for (const auto turn : {listFirst, listLast})

@@ -18,7 +18,7 @@ using Found = std::optional<Request>;
 constexpr const char* cannotChange = "I can't change a note that is there.";
 
 /// A note is offered, not made: nobody asked for one.
-Request offering(const std::string& reply, const std::string& text)
+Request offeringNote(const std::string& reply, const std::string& text)
 {
     return {.answer = [reply, text](RequestMemory memory, const RuleSurroundings& around) {
         const auto call = NoteCalls{around}.keep(NoteIntent::titleFor(text), RequestText::written(text));
@@ -52,7 +52,7 @@ Found changing(const std::string& core)
     if (!match)
         match = addedBefore.find(core);
     if (match)
-        return offering(
+        return offeringNote(
             std::string(cannotChange) + " Should I make a new one: " + match->texts[0] + "?", match->texts[0]);
     if (!change.find(core))
         return std::nullopt;
@@ -91,7 +91,8 @@ Found placing(const std::string& core)
         "now)?|has changed to|changed "
         "to) (?!(?:wrong|right|correct|missing|gone|on|in|not)\\b)\\S+(?: \\S+){0,3}$",
         Pattern::caseless);
-    return form.find(core) || news.find(core) ? Found(offering("Should I make a note of that?", core)) : std::nullopt;
+    return form.find(core) || news.find(core) ? Found(offeringNote("Should I make a note of that?", core))
+                                              : std::nullopt;
 }
 
 /// "Diary entry: had a good day"

@@ -111,7 +111,7 @@ std::string withoutNouns(const std::string& text, const std::vector<Counted>& al
     return left + text.substr(end);
 }
 
-Sum worked(const std::string& sum)
+Sum workedAmount(const std::string& sum)
 {
     const auto expression = SumWords::expression("what is " + sum);
     return expression ? Sum::of(*expression) : Sum();
@@ -141,7 +141,7 @@ std::optional<std::string> howMany(const std::string& core)
     static const Pattern form("^how (?:many|much) ((?:[a-z]+ ){1,3}?)(?:is|are|do|does|would be|make|makes|come to|is "
                               "it|are there)(?: there)?(?: in)? (\\d.+?|half .+|.+ percent .+)$");
     const auto match = form.find(core);
-    const Sum sum = match ? worked(match->texts[1]) : Sum();
+    const Sum sum = match ? workedAmount(match->texts[1]) : Sum();
     if (sum.verdict != Sum::Verdict::isValue || sum.steps == 0)
         return std::nullopt;
     return withUpperCaseFirst(SumWords::asked(match->texts[1])) + " is " + (sum.value.isShownWhole() ? "" : "about ")
@@ -172,7 +172,7 @@ std::optional<std::string> AmountSums::answer(std::string_view core)
     static const Pattern joins("\\band\\b");
     const std::string sum = joins.replaceAll(withoutNouns(text, *all), "plus");
     const auto noun = nounOf(sum, *all);
-    const Sum result = noun ? worked(sum) : Sum();
+    const Sum result = noun ? workedAmount(sum) : Sum();
     if (result.verdict != Sum::Verdict::isValue || result.steps == 0)
         return std::nullopt;
     return withUpperCaseFirst(text) + " is " + (result.value.isShownWhole() ? "" : "about ")

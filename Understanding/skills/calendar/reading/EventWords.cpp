@@ -184,7 +184,7 @@ int minutesBetween(const DateParts& start, const DateParts& end)
     return minutes > 0 ? minutes : minutes + minutesOfDay;
 }
 
-bool speaksOfTime(const std::string& words, const LocalTime& around)
+bool speaksOfAnyTime(const std::string& words, const LocalTime& around)
 {
     return RequestWords(SpokenMoment::wordsBeside(words, around)).size() < RequestWords(words).size();
 }
@@ -192,7 +192,7 @@ bool speaksOfTime(const std::string& words, const LocalTime& around)
 /// Where the words name no moment, or not clearly.
 void leaveOpen(EventWords& event, const std::string& words, const std::string& endWords, const LocalTime& around)
 {
-    const bool isOfTime = speaksOfTime(words, around);
+    const bool isOfTime = speaksOfAnyTime(words, around);
     event.isVague = namesNoDay(words);
     event.isTimeUnclear = isOfTime && !event.isVague;
     event.title = EventTitle::from(isOfTime ? SpokenMoment::wordsBeside(words, around) : words, words);
@@ -283,7 +283,7 @@ EventWords readMasked(std::string words, const LocalTime& around)
         words = weekly.replaceAll(repeat->rest, "");
     }
     std::string named = words;
-    if (const auto days = EventSpan::takeDays(named, around); days && !speaksOfTime(named, around)) {
+    if (const auto days = EventSpan::takeDays(named, around); days && !speaksOfAnyTime(named, around)) {
         event.start = days->first;
         event.end = days->last;
         event.title = EventTitle::from(named, words);
