@@ -117,11 +117,11 @@ const Pattern* takeRule(std::string& words, std::string& said)
 /// "After friday", "until friday"; nothing for an hour.
 std::optional<SpokenDays> takeOpenDays(std::string& words, const LocalTime& around)
 {
-    static const Pattern form("\\b(?:(after|from|since)|(before)|until|till|up to) (.+)$", Pattern::caseless);
+    static const Pattern form("\\b(?:(after|from|since)|(before)|(until|till)|up to) (.+)$", Pattern::caseless);
     constexpr int minutesOfDay = 24 * minutesOfHour;
     constexpr int longest = 400; ///< Days ahead that an alarm is looked for.
     const auto match = form.find(words);
-    const auto day = match ? SpokenDays::read(match->texts[2], around) : std::nullopt;
+    const auto day = match ? SpokenDays::read(match->texts[3], around) : std::nullopt;
     if (!day || !day->from.allDay)
         return std::nullopt;
     const DateParts today = DateParts::fromDay(around.now, around.calendar);
@@ -132,8 +132,11 @@ std::optional<SpokenDays> takeOpenDays(std::string& words, const LocalTime& arou
         const DateParts first = link == "after" ? day->to.adding(minutesOfDay) : day->from;
         return SpokenDays{first, today.adding(longest * minutesOfDay), link + " " + name};
     }
-    return match->groups[1] ? SpokenDays{today, day->from.adding(-minutesOfDay), "before " + name}
-                            : SpokenDays{today, day->to, "until " + name};
+    if (match->groups[1])
+        return SpokenDays{today, day->from.adding(-minutesOfDay), "before " + name};
+    // "Until wednesday" it rests, and wakes whoever counts on wednesday; "until the end of the week" has no such day.
+    const bool isDayOfReturn = match->groups[2] && day->isOneDay() && today < day->from;
+    return SpokenDays{today, isDayOfReturn ? day->from.adding(-minutesOfDay) : day->to, "until " + name};
 }
 
 /// "The last timer" is the one that was set last, "the last alarm" the latest of the day.

@@ -277,8 +277,9 @@ Found noted(const std::string& core, const RuleSurroundings& around)
         "^((?:i|we|there|my|our|the)\\b.+?)[,.;]? (?:(?:so|and|then) )*(?:(?:please|kindly|can you|"
         "could you) )+(?:note|add|log|save|put|enter|record|mark)(?: (?:it|that|this|down|in))*$",
         Pattern::caseless);
+    static const Pattern sentences("\\. .*\\. ");
     const auto match = form.find(core);
-    if (!match)
+    if (!match || sentences.find(match->texts[0])) // Which of them is the title, nobody can tell.
         return std::nullopt;
     EventWords event = EventWords::read(match->texts[0], around);
     return event.start && !event.title.empty() ? adding(std::move(event), false) : std::nullopt;
