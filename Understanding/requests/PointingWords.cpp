@@ -171,7 +171,7 @@ std::string asOther(const std::string& words, const RequestMemory& memory)
 std::string withAskedDay(
     const std::string& words, const TalkedOf& talked, const RequestMemory& memory, const RuleSurroundings& around)
 {
-    static const Pattern puts(
+    static const Pattern putThere(
         "^(?:(?:and|ok|okay|then|so|please|can you|could you|just) )*(?:put|add|book|schedule|set up"
         "|plan|arrange)\\b",
         Pattern::caseless);
@@ -189,7 +189,7 @@ std::string withAskedDay(
     const bool lacksDay = moment ? !moment->namesDay && moment->repeat.empty() : false;
     if (isAnswer)
         return lacksDay ? time + " " + talked.day() : words;
-    if (!puts.find(words))
+    if (!putThere.find(words))
         return words;
     if (const auto match = there.find(words); match && (!moment || lacksDay))
         return replaced(words, match->range, trimmed(talked.day() + " " + talked.hour()));

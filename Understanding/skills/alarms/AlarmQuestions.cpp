@@ -48,8 +48,8 @@ AlarmStep takeAlarmTime(
     const std::string answer = answerAsTime(core) + (said.empty() ? "" : " " + said);
     const auto several =
         AlarmSeries::isMeant(answer) ? AlarmSeries::times(answer, 0, around) : std::vector<std::string>();
-    if (!several.empty())
-        return AlarmSeriesSteps::begin(several, asked.task, memory.alarms.isWaking, std::move(memory), around);
+    if (const bool isWaking = memory.alarms.isWaking; !several.empty())
+        return AlarmSeriesSteps::begin(several, asked.task, isWaking, std::move(memory), around);
     static const Pattern denied(
         "\\b(?:not|instead of|rather than)\\b", Pattern::caseless); // Two hours, of which one is meant.
     if (denied.find(answer) || !SpokenPhrase::read(answer, around))

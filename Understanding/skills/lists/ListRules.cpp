@@ -312,8 +312,7 @@ RuleStep ListRules::answer(const ListIntent& intent, RequestMemory memory, const
         return ToolResults::say("I can't put a list into another order: things stay as they were added.", memory);
     if (intent.isOnlyTold) {
         const Json arguments = argumentsOf(intent, memory);
-        return ListCalls::confirming(
-            questionBefore({ListCalls::tool, dumpJson(arguments)}), arguments, std::move(memory));
+        return ListCalls::confirming(questionBefore({ListCalls::tool, dumpJson(arguments)}), arguments, memory);
     }
     if (intent.kind == Kind::rename && intent.title.empty())
         return RuleStep::asking({.kind = &whatTitle,

@@ -264,6 +264,7 @@ std::string AgendaReply::sentences(
 {
     const ListedDays listed{days, DateParts::fromDay(around.now, around.calendar)};
     std::vector<FoundThing> all;
+    all.reserve(items.size());
     for (const Json& item : items)
         all.push_back(ToolResults::thing(item, {}));
     std::set<std::string> known; // Of each series the first time is told, for all of them.

@@ -84,7 +84,7 @@ std::string withoutQuotes(std::string name)
 }
 
 /// "Picnic date december 5 time 3 pm place park", "duration 2 hours", "17:30 hrs": labels are no part of a name.
-std::string withoutLabels(std::string text)
+std::string withoutLabels(const std::string& text)
 {
     static const Pattern length(
         "\\b(?:for )?(?:an? )?duration(?: of|:)? (?=\\d|an? |one |two |half )", Pattern::caseless);
@@ -121,7 +121,7 @@ std::string EventTitle::withoutForms(std::string_view words)
         text = text.substr(0, match->range.start) + " " + (isBareHour ? "at " : "") + value + " "
             + text.substr(match->range.end);
     }
-    text = withoutLabels(std::move(text));
+    text = withoutLabels(text);
     static const Pattern blanks("\\s{2,}");
     return trimmed(blanks.replaceAll(text, " "));
 }
