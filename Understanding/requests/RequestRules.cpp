@@ -124,7 +124,9 @@ Step silenced(const std::string& core, const RequestMemory& memory, const RuleSu
 bool putsNothingDown(
     const ToolRequest& call, const std::string& core, const RequestMemory& memory, const RuleSurroundings& around)
 {
-    static const Pattern lastWords("^make (?:it|that|them) ", Pattern::caseless);
+    static const Pattern lastWords(
+        "^make (?:it|that|them) |^(?:(?:no|nah|yes|ok|okay|oh|just)[, ]*)*keep (?:it|that|this|them)$",
+        Pattern::caseless);
     const bool isNew = call.arguments.find("\"text\"") != std::string::npos;
     if (call.name == "set_reminder")
         return isNew && memory.topic.empty() && AnswerWords::isBareTime(core, around);

@@ -60,7 +60,7 @@ TEST(TypicalRequest, typedLinesBecomeRemindersAndNotes)
             "Call the dentist", 1, 17, 0, "dentist"},
         {"no line end at the end of input", "remind me tomorrow at 5pm to call mum", "Call mum", 1, 17, 0, "mum"},
         {"nothing typed", "\n  \n", "", -1, 0, 0, ""},
-        {"beyond the device", "book me a flight to Lisbon\n", "", -1, 0, 0, "can't book tickets"},
+        {"beyond the device", "book me a flight to Lisbon\n", "", -1, 0, 0, "can't buy or book tickets"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);

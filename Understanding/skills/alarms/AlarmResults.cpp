@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Understanding/skills/alarms/AlarmResults.h"
 
+#include "QuorvellCore/text/Characters.h"
 #include "Understanding/dialogue/ToolResults.h"
 #include "Understanding/skills/alarms/AlarmCalls.h"
 #include "Understanding/skills/alarms/AlarmItem.h"
