@@ -18,17 +18,6 @@ namespace {
 using Kind = ListIntent::Kind;
 using Found = std::optional<ListIntent>;
 
-std::string plainWords(std::string_view core)
-{
-    static const Pattern blanks("\\s+");
-    return trimmed(blanks.replaceAll(core, " "), " .!?");
-}
-
-ListIntent ofSame(Kind kind)
-{
-    return {.kind = kind};
-}
-
 const Pattern& topOfList()
 {
     static const Pattern top("\\s+(?:(?:at|to|on|as) )(?:the )?(?:very )?(?:top|beginning|start|first "
@@ -76,7 +65,7 @@ Found atPlace(const std::string& text)
 std::optional<ListIntent> ListFollowUp::read(std::string_view core, const ListTalk& talk)
 {
     const std::vector<std::string>& known = talk.items;
-    const std::string text = plainWords(core);
+    const std::string text = ListPhrase::inOneLine(core);
     if (text.size() > ListIntent::longestRead)
         return std::nullopt;
     static const Pattern adding(
@@ -151,19 +140,19 @@ std::optional<ListIntent> ListFollowUp::read(std::string_view core, const ListTa
         "^(?:do|did) (?:i|we) (?:still )?(?:need|want)(?: to (?:buy|get|pack|bring))?(?: any| some)? (.+)$",
         Pattern::caseless);
     if (isAboutOrder(text))
-        return ofSame(Kind::sort);
+        return ListIntent{.kind = Kind::sort};
     if (auto intent = atPlace(text))
         return intent;
     if (const auto match = needed.find(text); match && ListStatement::isGoods(match->texts[0]))
         return ListIntent::ofItems(Kind::has, "", match->texts[0]);
     if (deleting.find(text))
-        return ofSame(Kind::deleteList);
+        return ListIntent{.kind = Kind::deleteList};
     if (clearing.find(text))
-        return ofSame(Kind::clear);
+        return ListIntent{.kind = Kind::clear};
     if (counting.find(text))
-        return ofSame(Kind::count);
+        return ListIntent{.kind = Kind::count};
     if (reading.find(text))
-        return ofSame(Kind::show);
+        return ListIntent{.kind = Kind::show};
     if (const auto match = naming.find(text))
         return ListIntent{.kind = Kind::rename, .title = ListPhrase::withoutEnds(match->texts[0])};
     if (const auto match = isOn.find(text))
@@ -226,7 +215,7 @@ std::optional<ListFollowUp::Dictated> ListFollowUp::readDictated(std::string_vie
         Pattern::caseless);
     static const Pattern lead("^(?:(?:and|also|plus|oh)[,]? )+", Pattern::caseless);
     static const Pattern number("^\\W*\\d*\\W*$");
-    const std::string said = plainWords(core);
+    const std::string said = ListPhrase::inOneLine(core);
     const std::string text = lead.replaceAll(said, "");
     if (text.empty() || text.size() > ListIntent::longestRead || request.find(text) || sentence.find(text))
         return std::nullopt;

@@ -19,12 +19,6 @@ using Kind = ListIntent::Kind;
 using Found = std::optional<ListIntent>;
 using Texts = std::vector<std::string>;
 
-std::string spokenLine(std::string_view core)
-{
-    static const Pattern blanks("\\s+");
-    return trimmed(blanks.replaceAll(core, " "), " .!?");
-}
-
 /// " wash the car " as " wash car ": an article more or less does not matter.
 std::string padded(std::string_view words)
 {
@@ -99,7 +93,7 @@ std::vector<std::string> ListItemTalk::named(const Texts& items, std::string_vie
 
 std::optional<ListIntent> ListItemTalk::read(std::string_view core, const ListTalk& talk)
 {
-    const std::string text = spokenLine(core);
+    const std::string text = ListPhrase::inOneLine(core);
     if (text.size() > ListIntent::longestRead || talk.items.empty())
         return std::nullopt;
     static const Pattern removing(
@@ -153,7 +147,7 @@ std::optional<ListIntent> ListItemTalk::readRenaming(std::string_view core, cons
         "(.+)$",
         Pattern::caseless);
     static const Pattern naming("re-?name|the name of", Pattern::caseless);
-    const std::string text = spokenLine(core);
+    const std::string text = ListPhrase::inOneLine(core);
     const auto match = text.size() <= ListIntent::longestRead ? form.find(text) : std::nullopt;
     const std::string words = match ? ListPhrase::withoutEnds(match->texts[1]) : std::string();
     if (words.empty())
@@ -174,7 +168,7 @@ std::optional<std::string> ListItemTalk::readOther(std::string_view core)
                                "(?:no+|sorry|wait|actually))*[,.]? ?i (?:mean|meant|said|wanted)[,]? (.+)$"
                                "|^(?:no+|not (?:that|those)(?: one)?)[,]? (?:the) (.+)$",
         Pattern::caseless);
-    const auto match = other.find(spokenLine(core));
+    const auto match = other.find(ListPhrase::inOneLine(core));
     if (!match)
         return std::nullopt;
     const std::string words = ItemWords::named(match->texts[0].empty() ? match->texts[1] : match->texts[0]);

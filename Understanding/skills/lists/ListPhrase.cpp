@@ -53,6 +53,12 @@ bool ListPhrase::isSentence(const std::string& name)
     return sentence.find(duties.replaceAll(name, "todo")).has_value();
 }
 
+std::string ListPhrase::inOneLine(std::string_view text)
+{
+    static const Pattern blanks("\\s+");
+    return trimmed(blanks.replaceAll(text, " "), " .!?");
+}
+
 std::string ListPhrase::withoutEnds(std::string_view text)
 {
     static const Pattern tail("(?:,?\\s+(?:for (?:today|tomorrow|tonight|now|later|this week|next week|the week|the "

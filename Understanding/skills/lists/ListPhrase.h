@@ -30,6 +30,8 @@ struct ListPhrase {
     /// The same; what is said behind the list stays with the thing: "the post office to my errands list for saturday".
     static std::optional<Parts> itemsIn(const std::string& text, const Pattern& links);
 
+    /// With one blank between words, and without the signs that end a sentence.
+    static std::string inOneLine(std::string_view text);
     /// Without "for me", "now" and signs at its ends.
     static std::string withoutEnds(std::string_view text);
     /// Names of what is no list of the notebook: reminders, contacts, songs.

@@ -17,21 +17,10 @@ namespace {
 using Kind = ListIntent::Kind;
 using FoundStatement = std::optional<ListIntent>;
 
-std::string statedWords(std::string_view core)
-{
-    static const Pattern blanks("\\s+");
-    return trimmed(blanks.replaceAll(core, " "), " .!?");
-}
-
-ListIntent onlyKind(Kind kind)
-{
-    return {.kind = kind};
-}
-
 /// What goes onto the shopping list.
 FoundStatement ofWanted(const Pattern& form, std::string_view core)
 {
-    const std::string text = statedWords(core);
+    const std::string text = ListPhrase::inOneLine(core);
     const auto match = text.size() <= ListIntent::longestRead ? form.find(text) : std::nullopt;
     if (!match)
         return std::nullopt;
@@ -77,7 +66,7 @@ std::optional<ListIntent> ListStatement::readSpared(std::string_view core)
         "|^(?:skip|forget(?: about)?|cancel|never mind)(?: the)? (.+)$"
         "|^(?:the )?(.+?) (?:is|are) (?:not|no longer) needed(?: any ?more)?$",
         Pattern::caseless);
-    const std::string text = statedWords(core);
+    const std::string text = ListPhrase::inOneLine(core);
     const auto match = text.size() <= ListIntent::longestRead ? form.find(text) : std::nullopt;
     if (!match)
         return std::nullopt;
@@ -89,7 +78,7 @@ std::optional<ListIntent> ListStatement::readSpared(std::string_view core)
 
 std::optional<ListIntent> ListStatement::readStatement(std::string_view core)
 {
-    const std::string text = statedWords(core);
+    const std::string text = ListPhrase::inOneLine(core);
     static const Pattern wanting(
         "^(?:(?:we|i) )?(?:also |really )*need(?: to (?:buy|get|pick up))?(?: some)? (.+)$|^buy(?: some)? (.+)$"
         "|^make sure (?:to|i|we) (?:get|buy)(?: some)? (.+?)(?: next time.*| when .*)?$",
@@ -102,7 +91,7 @@ std::optional<ListIntent> ListStatement::readStatement(std::string_view core)
         "can) (?:be )?(?:removed|deleted|taken off|erased|go|gone)$",
         Pattern::caseless);
     if (itemGone.find(text))
-        return onlyKind(Kind::remove);
+        return ListIntent{.kind = Kind::remove};
     static const Pattern itemOnly(
         "^(?:add|include|insert|put in|remove|delete|kill|erase|tick)(?: off)? (?:an? |the |this |that |another "
         ")?(?:(?:new|more|last) )*(?:items?|one|tasks?|to[ -]?dos?)(?: (?:also|too|as well))?$",
@@ -182,7 +171,7 @@ std::optional<ListIntent> ListStatement::readStatement(std::string_view core)
     if (itemOnly.find(text) && adds.find(text) && duty.find(text))
         return ListIntent{.kind = Kind::add, .list = "to do"};
     if (itemOnly.find(text))
-        return onlyKind(adds.find(text) ? Kind::add : ticks.find(text) ? Kind::tick : Kind::remove);
+        return ListIntent{.kind = adds.find(text) ? Kind::add : ticks.find(text) ? Kind::tick : Kind::remove};
     if (auto intent = ofWanted(wanting, text))
         return intent;
     if (const auto match = added.find(text); match && isGoods(match->texts[0]) && !notGoods.find(match->texts[0]))
