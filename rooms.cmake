@@ -14,19 +14,20 @@ if(QUORVELL_SHELL)
 endif()
 
 # QuorvellCore: functions of their arguments
-quorvell_room(text QuorvellCore/text CORE LIBRARIES ICU::uc ICU::i18n PUBLIC_LIBRARIES nlohmann_json::nlohmann_json)
-quorvell_room(notebook QuorvellCore/notebook CORE USES text)
+quorvell_room(text QuorvellCore/text CORE OPTIMISED LIBRARIES ICU::uc ICU::i18n
+    PUBLIC_LIBRARIES nlohmann_json::nlohmann_json)
+quorvell_room(notebook QuorvellCore/notebook CORE OPTIMISED USES text)
 quorvell_room(reminders QuorvellCore/reminders CORE USES text notebook LIBRARIES ICU::uc ICU::i18n)
-quorvell_room(live QuorvellCore/live CORE USES text)
+quorvell_room(live QuorvellCore/live CORE OPTIMISED USES text)
 # What can be worked out without asking anybody: the zones of places, holidays, sums and units.
 quorvell_room(reckoning QuorvellCore/reckoning CORE USES text LIBRARIES ICU::uc ICU::i18n)
 quorvell_room(safety QuorvellCore/safety CORE USES text LIBRARIES ICU::uc ICU::i18n)
-quorvell_room(automation QuorvellCore/automation CORE USES text safety PUBLIC_LIBRARIES Threads::Threads)
+quorvell_room(automation QuorvellCore/automation CORE OPTIMISED USES text safety PUBLIC_LIBRARIES Threads::Threads)
 
 # What a request means, without a model: its words, the times in it, what a conversation keeps in mind, one folder of
 # skills for each matter, and the table of them.
-quorvell_room(understanding_words Understanding/words CORE USES text)
-quorvell_room(understanding_time Understanding/time CORE USES text reminders understanding_words)
+quorvell_room(understanding_words Understanding/words CORE OPTIMISED USES text)
+quorvell_room(understanding_time Understanding/time CORE OPTIMISED USES text reminders understanding_words)
 quorvell_room(understanding_dialogue Understanding/dialogue CORE
     USES text live reminders understanding_words understanding_time)
 quorvell_room(skills Understanding/skills CORE
@@ -43,10 +44,10 @@ quorvell_room(http Http USES text)
 quorvell_room(line Line)
 
 # Sound values and the ends of calls, which the assistant and the service on this computer both use.
-quorvell_room(audio Media/audio LIBRARIES PkgConfig::sndfile PkgConfig::samplerate)
+quorvell_room(audio Media/audio OPTIMISED LIBRARIES PkgConfig::sndfile PkgConfig::samplerate)
 
 # Quorvell: the shell. These rooms need no Qt.
-quorvell_room(loop Quorvell/loop USES text)
+quorvell_room(loop Quorvell/loop OPTIMISED USES text)
 quorvell_room(session Quorvell/session USES text live automation safety loop)
 # What is on the screen, as a port, and what is done there.
 quorvell_room(surface Quorvell/surface USES automation)
@@ -56,7 +57,7 @@ quorvell_room(practice Quorvell/practice USES text live automation loop session 
 quorvell_room(files Quorvell/files PUBLIC_LIBRARIES Threads::Threads)
 # What the user may choose, as values that rooms on both sides of a choice share.
 quorvell_room(preferences Quorvell/preferences USES text live reminders automation)
-quorvell_room(notebook_store Quorvell/notebook USES text notebook files loop LIBRARIES PkgConfig::sqlite3)
+quorvell_room(notebook_store Quorvell/notebook OPTIMISED USES text notebook files loop LIBRARIES PkgConfig::sqlite3)
 quorvell_room(agenda Quorvell/agenda USES text reminders files preferences LIBRARIES PkgConfig::libical)
 quorvell_room(reminding Quorvell/reminding USES text notebook reminders loop notebook_store)
 quorvell_room(tools Quorvell/tools
@@ -81,12 +82,14 @@ quorvell_test(conversations FOLDER conversations quorvell_tools quorvell_underst
 
 if(QUORVELL_SHELL)
     # The WebRTC library behind values of our own; nobody else sees its headers.
-    quorvell_room(echo Media/echo LIBRARIES tg_owt::tg_owt)
-    quorvell_room(webrtc Media/webrtc USES text audio LIBRARIES tg_owt::tg_owt Threads::Threads)
-    quorvell_room(sound Quorvell/sound USES text live loop session audio echo LIBRARIES PkgConfig::pulse Threads::Threads)
+    quorvell_room(echo Media/echo OPTIMISED LIBRARIES tg_owt::tg_owt)
+    quorvell_room(webrtc Media/webrtc OPTIMISED USES text audio LIBRARIES tg_owt::tg_owt Threads::Threads)
+    quorvell_room(sound Quorvell/sound OPTIMISED USES text live loop session audio echo
+        LIBRARIES PkgConfig::pulse Threads::Threads)
     quorvell_room(connections Quorvell/connections PRELUDE qt USES text live http line session preferences audio webrtc
         PUBLIC_LIBRARIES Qt6::Core Qt6::Network)
-    quorvell_room(on_device_speech OnDeviceSpeech USES understanding_time LIBRARIES PocketSphinx::PocketSphinx Flite::Flite Threads::Threads)
+    quorvell_room(on_device_speech OnDeviceSpeech OPTIMISED USES understanding_time
+        LIBRARIES PocketSphinx::PocketSphinx Flite::Flite Threads::Threads)
     include(OnDeviceSpeech/models.cmake)
     quorvell_room(speech Quorvell/speech USES live loop session audio on_device_speech wyoming LIBRARIES Threads::Threads)
     quorvell_room(desktop Quorvell/desktop PRELUDE qt USES loop reminding agenda files
